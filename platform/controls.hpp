@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tandemtrim::platform {
+
+/// Anything that a nib instantiates and an outlet can refer to. It belongs to the loaded nib.
+class NibObject {
+ public:
+  virtual ~NibObject() = default;
+};
+
+/// A panel's top-level view.
+class View : public NibObject {
+ public:
+  /// The toolkit's own view, for a host of the same toolkit; null where there is no toolkit.
+  [[nodiscard]] virtual void* toolkitView() { return nullptr; }
+};
+
+/// What every control offers. Changes made here are the program's own: they run no action and post no notification.
+class Control : public NibObject {
+ public:
+  virtual void setEnabled(bool enabled) = 0;
+  [[nodiscard]] virtual std::string stringValue() const = 0;
+  virtual void setStringValue(std::string_view text) = 0;
+};
+
+/// The two text colours of a label; a platform shows them as its theme's normal and dimmed text colour.
+enum class Color { blackColor, lightGrayColor };
+
+class TextLabel : public Control {
+ public:
+  virtual void setTextColor(Color color) = 0;
+};
+
+/// A control that carries the name by which its program knows it; empty until it is set.
+class IdentifiedControl : public Control {
+ public:
+  virtual void setIdentifier(std::string_view identifier) = 0;
+  [[nodiscard]] virtual std::string identifier() const = 0;
+};
+
+/// An editable text field. It posts NSControlTextDidChangeNotification after each edit by the user.
+class TextBox : public IdentifiedControl {};
+
+class Stepper : public IdentifiedControl {
+ public:
+  virtual void setMinValue(double value) = 0;
+  virtual void setMaxValue(double value) = 0;
+};
+
+class Button : public Control {
+ public:
+  virtual void setTitle(std::string_view title) = 0;
+};
+
+class CheckBox : public Button {
+ public:
+  static constexpr int kOn = 1;
+  static constexpr int kOff = 0;
+  static constexpr int kMixed = -1;
+
+  [[nodiscard]] virtual int state() const = 0;
+  virtual void setState(int state) = 0;
+};
+
+class MenuItem {
+ public:
+  virtual ~MenuItem() = default;
+  virtual void setTitle(std::string_view title) = 0;
+  /// The value that the program attached to the item, or none.
+  [[nodiscard]] virtual std::optional<std::string> representedObject() const = 0;
+  virtual void setRepresentedObject(std::string_view value) = 0;
+};
+
+/// A menu of which one item at most is selected. Items belong to it.
+class PopUpButton : public Control {
+ public:
+  [[nodiscard]] virtual std::size_t numberOfItems() const = 0;
+  [[nodiscard]] virtual MenuItem& itemAtIndex(std::size_t index) = 0;
+  /// The selected item, or null when none is selected.
+  [[nodiscard]] virtual MenuItem* selectedItem() = 0;
+  /// Selects the first item of that title; a title that no item has leaves none selected.
+  virtual void selectItemWithTitle(std::string_view title) = 0;
+};
+
+}  // namespace tandemtrim::platform

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/bundle.hpp"
+#include "platform/controls.hpp"
+#include "platform/object.hpp"
+#include "platform/print_settings.hpp"
+
+/// libcups's open PPD file. The tag is declared here so that this header needs none of libcups's.
+struct ppd_file_s;
+
+namespace tandemtrim::platform {
+
+/// The extension type of the print dialog's panels.
+inline constexpr std::string_view kPrintDialogExtensionType = "BDB091F4-E57F-11D3-B5CC-0050E4603277";
+/// The key of a panel's summary under which the order of its entries stands.
+inline constexpr std::string_view kSummaryDisplayOrderKey = "Summary Display Order";
+
+/// What a host answers to the panels that it asks for.
+class HostCallback {
+ public:
+  virtual ~HostCallback() = default;
+  /// The job's print settings; they outlive every panel that was made with this callback.
+  [[nodiscard]] virtual PrintSettings* printSettings() = 0;
+  /// The open PPD file of the chosen printer, or null when it has none.
+  [[nodiscard]] virtual ppd_file_s* ppdFile() = 0;
+};
+
+/// One panel of the print dialog. Any operation may raise an exception of the standard library; the host goes on
+/// without the panel then.
+class PrintPanel {
+ public:
+  virtual ~PrintPanel() = default;
+  /// The panel's title in the user's language.
+  [[nodiscard]] virtual std::string panelName() = 0;
+  /// The kind of panel as its plug-in names it, or none.
+  [[nodiscard]] virtual ObjectRef panelKind() = 0;
+  /// The view, the same one at each call, or null when it could not be loaded. It belongs to the panel.
+  [[nodiscard]] virtual View* panelView() = 0;
+  /// Titles to value texts, and under kSummaryDisplayOrderKey the titles' order when there is one. What is not saved
+  /// yet is not in it, and is replaced by what is stored.
+  [[nodiscard]] virtual Dictionary summaryInfo() = 0;
+  virtual void willShow() = 0;
+  [[nodiscard]] virtual bool shouldHide() = 0;
+  [[nodiscard]] virtual bool shouldShowHelp() = 0;
+  /// The PPD option keywords that the panel sets, the same list at each call. It belongs to the panel.
+  [[nodiscard]] virtual const std::vector<std::string>& supportedPPDOptionKeys() = 0;
+  [[nodiscard]] virtual bool shouldPrint() = 0;
+  /// Writes what the controls show into the print settings.
+  virtual bool saveValuesAndReturnError(std::string* error) = 0;
+  /// Shows what the print settings hold.
+  virtual bool restoreValuesAndReturnError(std::string* error) = 0;
+};
+
+using PanelList = std::vector<std::unique_ptr<PrintPanel>>;
+
+/// The principal object of a plug-in bundle.
+class Plugin {
+ public:
+  virtual ~Plugin() = default;
+  /// Gives the plug-in its bundle; false when there is none.
+  virtual bool initWithBundle(std::shared_ptr<Bundle> bundle) = 0;
+  /// A new list of new panels for this extension type, or none. The list holds the only reference to each panel.
+  [[nodiscard]] virtual std::unique_ptr<PanelList> PDEPanelsForType(std::optional<std::string_view> type,
+                                                                    std::shared_ptr<HostCallback> hostInfo) = 0;
+};
+
+/// The one function that a plug-in module exports, under the name of its principal class (NSPrincipalClass in its
+/// bundle's Info.plist), with C linkage. It makes the plug-in, or leaves `made` null when it cannot.
+using MakePlugin = void (*)(std::unique_ptr<Plugin>& made) noexcept;
+
+}  // namespace tandemtrim::platform

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "platform/controls.hpp"
+
+namespace tandemtrim::platform {
+
+/// Posted by a text box after each edit by the user, and by nothing else.
+inline constexpr std::string_view NSControlTextDidChangeNotification = "NSControlTextDidChangeNotification";
+
+struct Notification {
+  std::string_view name;
+  NibObject* object;
+};
+
+/// Delivers notifications to those who subscribed, synchronously on the thread that posts.
+class NotificationCenter {
+ public:
+  using Selector = std::function<void(const Notification&)>;
+
+  virtual ~NotificationCenter() = default;
+
+  /// Has `selector` called for each notification of this name that `object` posts. One subscription a call.
+  virtual void addObserver(const void* observer, Selector selector, std::string_view name, NibObject* object) = 0;
+  /// Ends every subscription of the observer.
+  virtual void removeObserver(const void* observer) = 0;
+};
+
+/// The centre that this platform's controls post to. Each platform defines it.
+NotificationCenter& defaultCenter();
+
+}  // namespace tandemtrim::platform
