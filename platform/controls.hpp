@@ -20,7 +20,8 @@ class View : public NibObject {
   [[nodiscard]] virtual void* toolkitView() { return nullptr; }
 };
 
-/// What every control offers. Changes made here are the program's own: they run no action and post no notification.
+/// What every control offers. Changes made here are the program's own: they run no action and post no
+/// notification.
 class Control : public NibObject {
  public:
   virtual void setEnabled(bool enabled) = 0;

@@ -31,8 +31,8 @@ class HostCallback {
   [[nodiscard]] virtual ppd_file_s* ppdFile() = 0;
 };
 
-/// One panel of the print dialog. Any operation may raise an exception of the standard library; the host goes on
-/// without the panel then.
+/// One panel of the print dialog. Any operation may raise an exception of the standard library; the host goes
+/// on without the panel then.
 class PrintPanel {
  public:
   virtual ~PrintPanel() = default;
@@ -42,8 +42,8 @@ class PrintPanel {
   [[nodiscard]] virtual ObjectRef panelKind() = 0;
   /// The view, the same one at each call, or null when it could not be loaded. It belongs to the panel.
   [[nodiscard]] virtual View* panelView() = 0;
-  /// Titles to value texts, and under kSummaryDisplayOrderKey the titles' order when there is one. What is not saved
-  /// yet is not in it, and is replaced by what is stored.
+  /// Titles to value texts, and under kSummaryDisplayOrderKey the titles' order when there is one. What is
+  /// not saved yet is not in it, and is replaced by what is stored.
   [[nodiscard]] virtual Dictionary summaryInfo() = 0;
   virtual void willShow() = 0;
   [[nodiscard]] virtual bool shouldHide() = 0;
@@ -65,13 +65,14 @@ class Plugin {
   virtual ~Plugin() = default;
   /// Gives the plug-in its bundle; false when there is none.
   virtual bool initWithBundle(std::shared_ptr<Bundle> bundle) = 0;
-  /// A new list of new panels for this extension type, or none. The list holds the only reference to each panel.
-  [[nodiscard]] virtual std::unique_ptr<PanelList> PDEPanelsForType(std::optional<std::string_view> type,
-                                                                    std::shared_ptr<HostCallback> hostInfo) = 0;
+  /// A new list of new panels for this extension type, or none. The list holds the only reference to each
+  /// panel.
+  [[nodiscard]] virtual std::unique_ptr<PanelList> PDEPanelsForType(
+      std::optional<std::string_view> type, std::shared_ptr<HostCallback> hostInfo) = 0;
 };
 
-/// The one function that a plug-in module exports, under the name of its principal class (NSPrincipalClass in its
-/// bundle's Info.plist), with C linkage. It makes the plug-in, or leaves `made` null when it cannot.
+/// The one function that a plug-in module exports, under the name of its principal class (NSPrincipalClass in
+/// its bundle's Info.plist), with C linkage. It makes the plug-in, or leaves `made` null when it cannot.
 using MakePlugin = void (*)(std::unique_ptr<Plugin>& made) noexcept;
 
 }  // namespace tandemtrim::platform

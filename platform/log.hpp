@@ -6,8 +6,8 @@
 
 namespace tandemtrim::platform {
 
-/// Writes one line to the system log: `format` with its "%@" replaced by the platform's description of the list. Each
-/// platform defines it.
+/// Writes one line to the system log: `format` with its "%@" replaced by the platform's description of the
+/// list. Each platform defines it.
 void NSLog(std::string_view format, std::span<const std::string> list);
 
 }  // namespace tandemtrim::platform

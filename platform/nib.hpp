@@ -24,22 +24,22 @@ class NibOwner {
 
   /// The outlets that the owner has, by name.
   [[nodiscard]] virtual std::vector<std::string_view> outletNames() const = 0;
-  /// Connects an outlet. A name that the owner does not have, or an object that is none or of another class, connects
-  /// nothing.
+  /// Connects an outlet. A name that the owner does not have, or an object that is none or of another class,
+  /// connects nothing.
   virtual void setOutlet(std::string_view name, NibObject* object) = 0;
   /// Runs an action of the owner's; a name that it does not have does nothing.
   virtual void performAction(std::string_view name, NibObject* sender) = 0;
 
-  /// Leaves the loaded nib with its owner, so that it lives exactly as long as the panel that shows it. The loader
-  /// calls it before it connects the first outlet.
+  /// Leaves the loaded nib with its owner, so that it lives exactly as long as the panel that shows it. The
+  /// loader calls it before it connects the first outlet.
   void keepLoadedNib(std::unique_ptr<LoadedNib> nib) { nib_ = std::move(nib); }
 
  private:
   std::unique_ptr<LoadedNib> nib_;
 };
 
-/// Instantiates the named nib and connects its objects to the owner's outlets and their actions to the owner. False
-/// when there is no such nib; what could be connected is. Each platform defines it.
+/// Instantiates the named nib and connects its objects to the owner's outlets and their actions to the owner.
+/// False when there is no such nib; what could be connected is. Each platform defines it.
 bool loadNibNamed(std::string_view name, NibOwner& owner);
 
 }  // namespace tandemtrim::platform

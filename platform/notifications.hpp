@@ -23,7 +23,8 @@ class NotificationCenter {
   virtual ~NotificationCenter() = default;
 
   /// Has `selector` called for each notification of this name that `object` posts. One subscription a call.
-  virtual void addObserver(const void* observer, Selector selector, std::string_view name, NibObject* object) = 0;
+  virtual void addObserver(const void* observer, Selector selector, std::string_view name,
+                           NibObject* object) = 0;
   /// Ends every subscription of the observer.
   virtual void removeObserver(const void* observer) = 0;
 };

@@ -34,6 +34,9 @@ std::string decimalText(Number... number) {
 
 }  // namespace
 
+// Not inline: the compiler warns of uninitialized memory where it sees a variant of known kind being moved.
+Object::Object(Value value) : value_(std::move(value)) {}
+
 std::int64_t Object::integerValue() const {
   if (const auto* integer = as<std::int64_t>()) return *integer;
   if (const auto* real = as<double>()) return integerOf(*real);
@@ -49,6 +52,17 @@ std::string Object::stringValue() const {
   if (const auto* real = as<double>()) return decimalText(*real, std::chars_format::general, kDigits);
   if (const auto* boolean = as<bool>()) return *boolean ? "1" : "0";
   refuse("decimal text");
+}
+
+const std::string& requiredText(const ObjectRef& object, std::string_view what) {
+  const auto* text = object ? object->as<std::string>() : nullptr;
+  if (text == nullptr) throw std::invalid_argument(std::string(what) + " is missing or no text");
+  return *text;
+}
+
+std::string requiredDecimalText(const ObjectRef& object, std::string_view what) {
+  if (!object) throw std::invalid_argument(std::string(what) + " is missing");
+  return object->stringValue();
 }
 
 }  // namespace tandemtrim::platform

@@ -21,7 +21,8 @@ struct MenuChoice {
 struct ControlState {
   /// The control's place in the view ("textBoxMarginTop").
   std::string_view outlet;
-  /// The name of the setting that it stands for ("Top"); empty for labels and for steppers, which belong to a text box.
+  /// The name of the setting that it stands for ("Top"); empty for labels and for steppers, which belong to a
+  /// text box.
   std::string_view name;
   ControlKind kind{};
   bool enabled = true;
@@ -39,9 +40,10 @@ struct ControlState {
   double max = 0;
 };
 
-/// The view of a panel without a screen. Whoever holds it looks at the controls and acts on them as a person does;
-/// hosts and tests reach it by a dynamic_cast from View. Each act names a control by its outlet or its name, and gives
-/// false, changing nothing, when the control is disabled. A name that no fitting control has raises std::out_of_range.
+/// The view of a panel without a screen. Whoever holds it looks at the controls and acts on them as a person
+/// does; hosts and tests reach it by a dynamic_cast from View. Each act names a control by its outlet or its
+/// name, and gives false, changing nothing, when the control is disabled. A name that no fitting control has
+/// raises std::out_of_range.
 class PanelView : public View {
  public:
   /// All controls, in the order from top to bottom.
@@ -52,7 +54,8 @@ class PanelView : public View {
   virtual bool type(std::string_view textBox, std::string_view text) = 0;
   /// Inserts `text` at the end of a text box's text, as one edit (one key press each, for single characters).
   virtual bool append(std::string_view textBox, std::string_view text) = 0;
-  /// Takes the last character of a text box's text away, as one edit. An empty box stays as it is, without an edit.
+  /// Takes the last character of a text box's text away, as one edit. An empty box stays as it is, without an
+  /// edit.
   virtual bool backspace(std::string_view textBox) = 0;
   /// Clicks a check box or a button.
   virtual bool click(std::string_view button) = 0;

@@ -1,0 +1,15 @@
+#include "host/attributes.hpp"
+
+namespace tandemtrim::host {
+
+ipp_attribute_t* findAttribute(const MessageHandle& message, const std::string& name) {
+  return ippFindAttribute(message.get(), name.c_str(), IPP_TAG_ZERO);
+}
+
+std::string attributeText(ipp_attribute_t* attribute) {
+  std::string text(ippAttributeString(attribute, nullptr, 0), '\0');
+  ippAttributeString(attribute, text.data(), text.size() + 1);
+  return text;
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,61 @@
+#include "host/confirmation.hpp"
+
+#include "host/attributes.hpp"
+#include "host/failure.hpp"
+#include "host/job.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// What libcups makes of an option when it creates a job; null when it leaves the option out.
+ipp_attribute_t* encode(const MessageHandle& request, const Option& option) {
+  const OptionList list({option});
+  for (const auto group : {IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION}) {
+    cupsEncodeOptions2(request.get(), list.count(), list.get(), group);
+  }
+  return findAttribute(request, option.keyword);
+}
+
+bool isText(ipp_attribute_t* attribute) {
+  const auto tag = ippGetValueTag(attribute);
+  return ippGetCount(attribute) == 1 &&
+         (tag == IPP_TAG_NAME || tag == IPP_TAG_KEYWORD || tag == IPP_TAG_TEXT);
+}
+
+// A text has to be the very value that was asked for. Numbers, ranges and the like have several spellings, so
+// they are compared in the form that libcups gave them.
+bool holds(const MessageHandle& job, const Option& option) {
+  if (option.keyword == "document-format" || option.keyword == "raw") {
+    auto* const format = findAttribute(job, "document-format-supplied");
+    return format != nullptr && ippGetString(format, 0, nullptr) == documentFormat({option});
+  }
+  auto* const held = findAttribute(job, option.keyword);
+  if (held == nullptr) return false;
+  if (isText(held)) return ippGetString(held, 0, nullptr) == option.value;
+  const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
+  auto* const asked = encode(request, option);
+  return asked != nullptr && attributeText(asked) == attributeText(held);
+}
+
+}  // namespace
+
+std::vector<std::string> lostOptions(const MessageHandle& jobAttributes, const Options& sent) {
+  std::vector<std::string> lost;
+  for (const auto& option : sent) {
+    if (!holds(jobAttributes, option)) lost.push_back(option.keyword);
+  }
+  return lost;
+}
+
+std::optional<std::vector<std::string>> lostOptions(const Connection& connection, const Printer& printer,
+                                                    int job, const Options& sent) {
+  auto request = printerRequest(IPP_OP_GET_JOB_ATTRIBUTES, printer.name);
+  ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
+  const auto answer = connection.ask(std::move(request), printerResource(printer.name));
+  const auto status = ippGetStatusCode(answer.get());
+  if (status == IPP_STATUS_ERROR_NOT_FOUND) return std::nullopt;
+  if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw Failure(connection.lastError());
+  return lostOptions(answer, sent);
+}
+
+}  // namespace tandemtrim::host

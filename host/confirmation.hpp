@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/connection.hpp"
+#include "host/cups_handles.hpp"
+#include "host/options.hpp"
+#include "host/printer.hpp"
+
+namespace tandemtrim::host {
+
+/// The options that the server does not hold for a job as they were sent, by keyword; none when the server no
+/// longer knows the job.
+std::optional<std::vector<std::string>> lostOptions(const Connection& connection, const Printer& printer,
+                                                    int job, const Options& sent);
+
+/// The same for the attributes of a job that the server has answered with.
+std::vector<std::string> lostOptions(const MessageHandle& jobAttributes, const Options& sent);
+
+}  // namespace tandemtrim::host

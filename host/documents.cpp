@@ -1,0 +1,52 @@
+#include "host/documents.hpp"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include <sys/stat.h>
+
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr std::size_t kPiece = 65536;
+
+}  // namespace
+
+Document::Document(const std::string& file) : buffer_(kPiece) {
+  if (file == "-") {
+    name_ = "(stdin)";
+    file_ = stdin;
+  } else {
+    name_ = std::filesystem::path(file).filename().string();
+    opened_.reset(std::fopen(file.c_str(), "rb"));
+    if (!opened_) throw Failure(file + " cannot be read: " + std::strerror(errno) + "; nothing was sent");
+    file_ = opened_.get();
+  }
+  struct stat status {};
+  if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
+    size_ = static_cast<std::uint64_t>(status.st_size);
+  filled_ = fill();
+  if (filled_ == 0) throw Failure((opened_ ? file : "standard input") + " is empty; nothing was sent");
+}
+
+std::size_t Document::fill() {
+  const auto count = std::fread(buffer_.data(), 1, buffer_.size(), file_);
+  if (std::ferror(file_) != 0) throw Failure(name_ + " cannot be read: " + std::strerror(errno));
+  return count;
+}
+
+bool Document::read(const std::function<bool(std::span<const char>)>& take) {
+  for (; filled_ > 0; filled_ = fill()) {
+    if (!take(std::span(buffer_.data(), filled_))) return false;
+  }
+  return true;
+}
+
+std::vector<Document> openDocuments(const std::vector<std::string>& files) {
+  return {files.begin(), files.end()};
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tandemtrim::host {
+
+/// One open document to print. What it opens is what it sends, even if the file is replaced meanwhile.
+class Document {
+ public:
+  /// Opens the file, or standard input for "-", and reads its beginning. Failure when it cannot be read or is
+  /// empty.
+  explicit Document(const std::string& file);
+
+  /// The file's name without folders; "(stdin)" for standard input.
+  [[nodiscard]] const std::string& name() const noexcept { return name_; }
+  /// In bytes; none when it is not known before the end.
+  [[nodiscard]] std::optional<std::uint64_t> size() const noexcept { return size_; }
+
+  /// Hands the whole document over, piece by piece, as long as `take` gives true; whether all of it was
+  /// taken. Failure when reading fails midway. Once only.
+  bool read(const std::function<bool(std::span<const char>)>& take);
+
+ private:
+  struct Closed {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+
+  std::size_t fill();
+
+  std::string name_;
+  std::optional<std::uint64_t> size_;
+  std::unique_ptr<std::FILE, Closed> opened_;
+  std::FILE* file_ = nullptr;
+  std::vector<char> buffer_;
+  std::size_t filled_ = 0;
+};
+
+/// Opens all files; see Document.
+std::vector<Document> openDocuments(const std::vector<std::string>& files);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,61 @@
+#include "host/legality.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+
+#include "platform/integer_text.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using platform::memory::ControlKind;
+using platform::memory::ControlState;
+
+}  // namespace
+
+std::vector<std::string> choicesOf(const ControlState& control) {
+  if (control.kind == ControlKind::checkBox) return {"On", "Off"};
+  std::vector<std::string> values;
+  for (const auto& choice : control.choices) {
+    if (choice.value) values.push_back(*choice.value);
+  }
+  return values;
+}
+
+std::string decimalText(double number) {
+  char text[32];
+  const auto end =
+      std::to_chars(std::begin(text), std::end(text), std::trunc(number), std::chars_format::fixed, 0);
+  return end.ec == std::errc() ? std::string(text, end.ptr) : "?";
+}
+
+std::string allowedValues(const ControlState& control) {
+  if (control.kind == ControlKind::textBox)
+    return decimalText(control.min) + " to " + decimalText(control.max);
+  std::string list;
+  for (const auto& value : choicesOf(control)) list += (list.empty() ? "" : ", ") + value;
+  return list;
+}
+
+bool isLegal(const ControlState& control, const std::string& value) {
+  if (control.kind != ControlKind::textBox) {
+    const auto values = choicesOf(control);
+    return std::find(values.begin(), values.end(), value) != values.end();
+  }
+  const auto number = platform::integerValue(value);
+  const auto asReal = static_cast<double>(number);
+  return std::to_string(number) == value && asReal >= control.min && asReal <= control.max;
+}
+
+std::string suggestedValue(const ControlState& control, const std::string& value) {
+  if (control.kind == ControlKind::textBox) {
+    const auto number = static_cast<double>(platform::integerValue(value));
+    return decimalText(std::max(control.min, std::min(control.max, number)));
+  }
+  const auto values = choicesOf(control);
+  return values.empty() ? "" : values.front();
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <cups/cups.h>
+
+namespace tandemtrim::host {
+
+/// One job option: a keyword and its value, exactly as the printer's filters are to see them.
+struct Option {
+  std::string keyword;
+  std::string value;
+
+  friend bool operator==(const Option&, const Option&) = default;
+};
+using Options = std::vector<Option>;
+
+/// Reads the text of one -o as lp does: "keyword=value keyword='two words' landscape nocollate". Failure with
+/// the status of a wrong command line for a text without an option, an empty keyword and a quote or brace
+/// that nothing ends.
+Options parseOptions(const std::string& text);
+
+/// Sets an option, in the place of an earlier one of the same keyword. Letter case does not tell keywords
+/// apart, as in libcups.
+void setOption(Options& options, Option option);
+
+/// "keyword=value", quoted so that parseOptions and lp -o read it back.
+std::string optionText(const Option& option);
+
+/// The text as one word of a shell's command line.
+std::string shellWord(const std::string& text);
+
+/// Raises a Failure that names the first option whose value CUPS would lose on the way to the filters.
+void refuseLossyValues(const Options& options);
+
+/// The same options in libcups's own form.
+class OptionList {
+ public:
+  explicit OptionList(const Options& options);
+  OptionList(const OptionList&) = delete;
+  OptionList& operator=(const OptionList&) = delete;
+  ~OptionList() { cupsFreeOptions(count_, options_); }
+
+  [[nodiscard]] int count() const noexcept { return count_; }
+  [[nodiscard]] cups_option_t* get() const noexcept { return options_; }
+
+ private:
+  int count_ = 0;
+  cups_option_t* options_ = nullptr;
+};
+
+}  // namespace tandemtrim::host

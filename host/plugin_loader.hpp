@@ -1,0 +1,46 @@
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "host/failure.hpp"
+#include "host/note.hpp"
+#include "platform/extension.hpp"
+
+namespace tandemtrim::host {
+
+/// Runs one call of the plug-in in the bundle `bundle`. Whatever it throws becomes a PluginFailure that names
+/// the operation, so that a plug-in never takes its host down; the host's own Failure passes.
+template <class Call>
+auto callPlugin(const std::string& bundle, const std::string& operation, Call&& call) {
+  try {
+    return std::forward<Call>(call)();
+  } catch (const Failure&) {
+    throw;  // The host's own.
+  } catch (const std::exception& raised) {
+    throw PluginFailure("the plug-in " + bundle + " failed in " + operation + ": " + raised.what());
+  } catch (...) {
+    throw PluginFailure("the plug-in " + bundle + " failed in " + operation +
+                        " for a reason that it does not tell");
+  }
+}
+
+/// A plug-in that was made and has accepted its bundle.
+struct LoadedPlugin {
+  /// The bundle's path, for messages.
+  std::string bundle;
+  std::unique_ptr<platform::Plugin> plugin;
+};
+
+/// Loads the module of the bundle at `path` for hosts without a screen and makes its plug-in. The module
+/// stays loaded until the program ends, since what it made may live as long. PluginFailure, with the reason,
+/// when any step fails; a note for each string table that the bundle cannot use.
+LoadedPlugin loadPlugin(const std::string& path, const Note& note);
+
+/// The plug-in's panels for the print dialog, at least one. PluginFailure when there is none.
+std::unique_ptr<platform::PanelList> openPanels(const LoadedPlugin& loaded,
+                                                std::shared_ptr<platform::HostCallback> callback);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,69 @@
+#include "host/report.hpp"
+
+#include <nlohmann/json.hpp>
+
+namespace tandemtrim::host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json limitsJson(const PanelResult& panel) {
+  auto limits = Json::object();
+  for (const auto& [name, keyword, min, max, choices] : panel.limits) {
+    auto& entry = limits[name];
+    entry["keyword"] = keyword;
+    if (min) entry["min"] = static_cast<std::int64_t>(*min);
+    if (max) entry["max"] = static_cast<std::int64_t>(*max);
+    if (!choices.empty()) entry["choices"] = choices;
+  }
+  return limits;
+}
+
+Json summaryJson(const PanelResult& panel) {
+  auto rows = Json::array();
+  for (const auto& [title, value] : panel.summary) rows.push_back(Json{{"title", title}, {"value", value}});
+  return rows;
+}
+
+Json jobJson(const SentJob& job) {
+  Json json{{"id", job.number}, {"options", job.options}};
+  json["confirmed"] = job.lost ? Json(job.options - job.lost->size()) : Json(nullptr);
+  json["lost"] = job.lost ? Json(*job.lost) : Json(nullptr);
+  return json;
+}
+
+}  // namespace
+
+std::string jobText(const SentJob& job) {
+  const std::string start = "job " + std::to_string(job.number) + " on " + job.printer + ": ";
+  if (!job.lost)
+    return start + "sent; the server no longer knows the job, so its options could not be confirmed";
+  std::string text = start + std::to_string(job.options - job.lost->size()) + " of " +
+                     std::to_string(job.options) + " options confirmed";
+  for (const auto& keyword : *job.lost)
+    text += (&keyword == &job.lost->front() ? "; lost: " : ", ") + keyword;
+  return text;
+}
+
+void showSummary(std::ostream& out, const JobSettings& settings) {
+  if (!settings.panel) return;
+  for (const auto& [title, value] : settings.panel->summary) out << title << ": " << value << '\n';
+}
+
+void showOptions(std::ostream& out, const Options& options) {
+  for (const auto& option : options) out << "-o " << shellWord(optionText(option)) << '\n';
+}
+
+void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
+              const std::optional<SentJob>& job) {
+  Json json;
+  json["printer"] = printer ? Json(*printer) : Json(nullptr);
+  json["settings"] = Json::object();
+  for (const auto& [keyword, value] : settings.options) json["settings"][keyword] = value;
+  json["limits"] = settings.panel ? limitsJson(*settings.panel) : Json::object();
+  json["summary"] = settings.panel ? summaryJson(*settings.panel) : Json::array();
+  if (job) json["job"] = jobJson(*job);
+  out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,92 @@
+#include "host/run.hpp"
+
+#include "host/confirmation.hpp"
+#include "host/connection.hpp"
+#include "host/documents.hpp"
+#include "host/failure.hpp"
+#include "host/job.hpp"
+#include "host/job_settings.hpp"
+#include "host/ppd.hpp"
+#include "host/printer.hpp"
+#include "host/progress_line.hpp"
+#include "host/report.hpp"
+#include "host/saved_defaults.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// The print server's side of the work; absent when the PPD comes from a file and nothing goes to the server.
+struct Target {
+  Connection connection;
+  Printer printer;
+};
+
+std::optional<Target> findTarget(const CommandLine& line, const Note& note) {
+  const bool printing = !line.files.empty();
+  if (line.ppd && !printing && !line.saveAsDefault) return std::nullopt;
+  Connection connection(line.server);
+  auto printer = findPrinter(connection, line.printer);
+  if (printing) checkState(printer, note);
+  return Target{std::move(connection), std::move(printer)};
+}
+
+// What the job starts with: the options that the user saved, then those of the command line.
+Options startingOptions(const CommandLine& line, const std::optional<Target>& target, ppd_file_t* ppd) {
+  Options options;
+  if (target) options = target->printer.saved;
+  for (const auto& option : line.options) {
+    const auto keyword = ppd != nullptr ? keywordAsSpelled(*ppd, option.keyword) : option.keyword;
+    setOption(options, {keyword, option.value});
+  }
+  return options;
+}
+
+SentJob print(const CommandLine& line, const Target& target, std::vector<Document>& documents,
+              const Options& options) {
+  const auto title = line.title.value_or(documents.front().name());
+  SentJob job{0, target.printer.name, options.size(), std::nullopt};
+  {
+    ProgressLine progress;
+    job.number = sendJob(target.connection, target.printer, title, options, documents,
+                         [&](const auto& name, auto sent, auto size) { progress.show(name, sent, size); });
+  }
+  job.lost = lostOptions(target.connection, target.printer, job.number, options);
+  return job;
+}
+
+void show(const CommandLine& line, std::ostream& out, const std::optional<std::string>& printer,
+          const JobSettings& settings, const std::optional<SentJob>& job) {
+  if (line.json) {
+    showJson(out, printer, settings, job);
+    return;
+  }
+  if (job && job->lost && job->lost->empty()) out << jobText(*job) << '\n';
+  const bool onlyLooking = !job && !line.saveAsDefault;
+  if (line.summary || onlyLooking) showSummary(out, settings);
+  if (!line.summary && onlyLooking) showOptions(out, settings.options);
+}
+
+}  // namespace
+
+void run(const CommandLine& line, std::ostream& out, const Note& note) {
+  auto documents = openDocuments(line.files);
+  const auto target = findTarget(line, note);
+  const auto ppd = line.ppd ? openPpd(*line.ppd, *line.ppd) : queuePpd(target->connection, target->printer);
+  const auto printer = target ? target->printer.name : line.printer;
+  const auto settings = settleSettings(line, printer.value_or("the printer"), ppd.get(),
+                                       startingOptions(line, target, ppd.get()), note);
+  refuseLossyValues(settings.options);
+
+  std::optional<SentJob> job;
+  if (!documents.empty()) job = print(line, *target, documents, settings.options);
+  show(line, out, printer, settings, job);
+  if (line.saveAsDefault) {
+    saveAsDefault(target->connection, target->printer, settings.options);
+    note("kept as your defaults for " + target->printer.name + ": " +
+         std::to_string(settings.options.size()) + " options");
+  }
+  if (job && !job->lost) note(jobText(*job));
+  if (job && job->lost && !job->lost->empty()) throw Failure(jobText(*job));
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,72 @@
+#include "host/saved_defaults.hpp"
+
+#include <algorithm>
+
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+class Destinations {
+ public:
+  explicit Destinations(const Connection& connection) { count_ = cupsGetDests2(connection.get(), &all_); }
+  Destinations(const Destinations&) = delete;
+  Destinations& operator=(const Destinations&) = delete;
+  ~Destinations() { cupsFreeDests(count_, all_); }
+
+  // The user's record of the printer, made when there is none.
+  cups_dest_t* find(const Printer& printer) {
+    const auto* const instance = printer.destination->instance;
+    count_ = cupsAddDest(printer.name.c_str(), instance, count_, &all_);
+    return cupsGetDest(printer.name.c_str(), instance, count_, all_);
+  }
+
+  bool save(const Connection& connection) { return cupsSetDests2(connection.get(), count_, all_) == 0; }
+
+ private:
+  cups_dest_t* all_ = nullptr;
+  int count_ = 0;
+};
+
+bool isControl(char character) { return static_cast<unsigned char>(character) < ' '; }
+
+// The file of saved options has one line a printer.
+void refuseWhatNoLineHolds(const Options& options) {
+  for (const auto& [keyword, value] : options) {
+    if (std::any_of(value.begin(), value.end(), isControl)) {
+      throw Failure("the value of " + keyword +
+                    " holds a line break or another control character, which no default can; give another "
+                    "value by -o " +
+                    keyword + "=...");
+    }
+  }
+}
+
+}  // namespace
+
+void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options) {
+  refuseWhatNoLineHolds(options);
+  Destinations destinations(connection);
+  auto* const mine = destinations.find(printer);
+  if (mine == nullptr) throw Failure(connection.lastError());
+  for (const auto& [keyword, value] : options) {
+    mine->num_options = cupsAddOption(keyword.c_str(), value.c_str(), mine->num_options, &mine->options);
+  }
+  if (!destinations.save(connection)) {
+    throw Failure("the defaults for " + printer.name +
+                  " cannot be kept: the file lpoptions in ~/.cups (of root: in /etc/cups) cannot be written");
+  }
+
+  const DestinationHandle kept(
+      cupsGetNamedDest(connection.get(), printer.name.c_str(), printer.destination->instance));
+  for (const auto& [keyword, value] : options) {
+    const char* const found =
+        kept ? cupsGetOption(keyword.c_str(), kept->num_options, kept->options) : nullptr;
+    if (found == nullptr || value != found) {
+      throw Failure("CUPS cannot keep the value of " + keyword + " as a default; give another by -o " +
+                    keyword + "=...");
+    }
+  }
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/print_ticket.hpp"
+#include "platform/object.hpp"
+#include "plugin/common_info.hpp"
+
+namespace tandemtrim {
+
+/// Owns the seven tickets and is the view's only way to them: all at once, in the order Valid, Direction,
+/// Position, Top, Bottom, Left, Right, or one by its ticket name, compared exactly. A name that no ticket has
+/// does nothing.
+class MorvaTTPrintTicketManagerKV2 {
+ public:
+  /// The manager with all seven tickets, or none when the common info is none or a ticket cannot be made
+  /// (what the tickets before it stored stays stored). A default or key that the common info lacks, or that
+  /// is of the wrong kind, raises std::invalid_argument before anything is stored.
+  [[nodiscard]] static std::unique_ptr<MorvaTTPrintTicketManagerKV2> initWithCommonInfo(
+      const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo);
+
+  MorvaTTPrintTicketManagerKV2(const MorvaTTPrintTicketManagerKV2&) = delete;
+  MorvaTTPrintTicketManagerKV2& operator=(const MorvaTTPrintTicketManagerKV2&) = delete;
+  ~MorvaTTPrintTicketManagerKV2();
+
+  void registerTargetInstances(const MorvaTTPrintTicketKV2::Controls& controls, std::string_view ticketName);
+  /// Captions the check box.
+  void setTitleToValid(std::string_view title);
+
+  void restoreAllTicketFailSafe();
+  /// The named setting's current value, also shown in its controls; none for an unknown name.
+  std::optional<std::string> restoreTicketFailSafe(std::string_view ticketName);
+  void saveAllTicket();
+  /// Shows the defaults of all settings but the on/off setting, which stays as it is.
+  void setAllToDefaultExceptValid();
+  /// Shows the number in the named margin's controls; only the four margin names count.
+  void setMarginValue(const platform::Object& value, std::string_view ticketName);
+
+  [[nodiscard]] MorvaTTPrintTicketValidKV2* ticketValid() const { return ticketValid_.get(); }
+  [[nodiscard]] MorvaTTPrintTicketPopUpKV2* ticketDirection() const { return ticketDirection_.get(); }
+  [[nodiscard]] MorvaTTPrintTicketPopUpKV2* ticketPosition() const { return ticketPosition_.get(); }
+  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginTop() const { return ticketMarginTop_.get(); }
+  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginBottom() const { return ticketMarginBottom_.get(); }
+  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginLeft() const { return ticketMarginLeft_.get(); }
+  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginRight() const { return ticketMarginRight_.get(); }
+
+ private:
+  MorvaTTPrintTicketManagerKV2() = default;
+  bool initialize(const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo);
+
+  struct NamedTicket {
+    std::string_view name;
+    MorvaTTPrintTicketKV2* ticket;
+  };
+  [[nodiscard]] std::array<NamedTicket, 7> ticketTable() const;
+  [[nodiscard]] MorvaTTPrintTicketKV2* ticketNamed(std::string_view ticketName) const;
+
+  std::unique_ptr<MorvaTTPrintTicketValidKV2> ticketValid_;
+  std::unique_ptr<MorvaTTPrintTicketPopUpKV2> ticketDirection_;
+  std::unique_ptr<MorvaTTPrintTicketPopUpKV2> ticketPosition_;
+  std::unique_ptr<MorvaTTPrintTicketMarginKV2> ticketMarginTop_;
+  std::unique_ptr<MorvaTTPrintTicketMarginKV2> ticketMarginBottom_;
+  std::unique_ptr<MorvaTTPrintTicketMarginKV2> ticketMarginLeft_;
+  std::unique_ptr<MorvaTTPrintTicketMarginKV2> ticketMarginRight_;
+};
+
+}  // namespace tandemtrim

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string_view>
+
+namespace tandemtrim {
+
+/// Ticket names: how the view addresses a setting.
+inline constexpr std::string_view TTPTMNameValid = "Valid";
+inline constexpr std::string_view TTPTMNameDirection = "Direction";
+inline constexpr std::string_view TTPTMNamePosition = "Position";
+inline constexpr std::string_view TTPTMNameMarginTop = "Top";
+inline constexpr std::string_view TTPTMNameMarginBottom = "Bottom";
+inline constexpr std::string_view TTPTMNameMarginLeft = "Left";
+inline constexpr std::string_view TTPTMNameMarginRight = "Right";
+
+/// The fields of a ticket construction entry.
+inline constexpr std::string_view TTPTMKeyInstancePointer = "InstancePointer";
+inline constexpr std::string_view TTPTMKeyClass = "Class";
+inline constexpr std::string_view TTPTMKeyDefaultValue = "DefaultValue";
+inline constexpr std::string_view TTPTMKeyTicketKey = "TicketKey";
+
+}  // namespace tandemtrim

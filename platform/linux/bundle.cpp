@@ -1,0 +1,143 @@
+#include "platform/linux/bundle.hpp"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/regular_file.hpp"
+#include "platform/property_list.hpp"
+
+namespace tandemtrim::platform::linux {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kLargestTable = 1024 * 1024;
+constexpr const char* kLocalizationEnding = ".lproj";
+
+// What a folder holds, in the order of the names; nothing for one that cannot be read.
+std::vector<fs::path> contentsOf(const fs::path& folder) {
+  std::error_code error;
+  std::vector<fs::path> files;
+  for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
+    files.push_back(file->path());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::vector<std::string> localizationsIn(const fs::path& resources) {
+  std::vector<std::string> names;
+  for (const auto& file : contentsOf(resources)) {
+    if (file.extension() == kLocalizationEnding) names.push_back(file.stem());
+  }
+  return names;
+}
+
+bool isOnePart(std::string_view text) {
+  return text.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+}
+
+bool isFileName(std::string_view name) {
+  return !name.empty() && name != "." && name != ".." && isOnePart(name);
+}
+
+// Absolute, and without a slash at its end, so that its last part is the bundle's name.
+fs::path folderAt(const std::string& path) {
+  std::error_code ignored;
+  auto folder = fs::absolute(path, ignored).lexically_normal();
+  return folder.has_filename() ? folder : folder.parent_path();
+}
+
+}  // namespace
+
+std::shared_ptr<Bundle> Bundle::open(const std::string& path, std::string& reason,
+                                     const std::vector<std::string>& languages) {
+  std::error_code ignored;
+  if (path.empty() || !fs::is_directory(path, ignored)) {
+    reason = "there is no folder " + path;
+    return nullptr;
+  }
+  auto folder = folderAt(path);
+  const auto infoFile = (folder / "Contents" / "Info.plist").string();
+  if (!fs::exists(infoFile, ignored)) {
+    reason = "there is no file " + infoFile;
+    return nullptr;
+  }
+  auto info = dictionaryWithContentsOfFile(infoFile);
+  if (!info) {
+    reason = infoFile + " cannot be read as a property list whose root is a dictionary";
+    return nullptr;
+  }
+  struct Opened : Bundle {
+    Opened(fs::path at, std::shared_ptr<const Dictionary> with, const std::vector<std::string>& in)
+        : Bundle(std::move(at), std::move(with), in) {}
+  };
+  return std::make_shared<Opened>(std::move(folder), std::move(info), languages);
+}
+
+Bundle::Bundle(fs::path path, std::shared_ptr<const Dictionary> info,
+               const std::vector<std::string>& languages)
+    : path_(std::move(path)), resources_(path_ / "Contents" / "Resources"), info_(std::move(info)) {
+  const auto developmentRegion = infoText("CFBundleDevelopmentRegion").value_or("en");
+  localization_ = chooseLocalization(localizationsIn(resources_), languages, developmentRegion);
+  if (!localization_) return;
+  for (const auto& file : contentsOf(localizationFolder())) {
+    if (file.extension() == ".strings") loadTable(file);
+  }
+}
+
+void Bundle::loadTable(const fs::path& file) {
+  const auto bytes = contentsOfRegularFile(file, kLargestTable);
+  std::size_t line = 0;
+  auto table = bytes ? parseStringsTable(*bytes, &line) : std::nullopt;
+  if (table) {
+    tables_.emplace(file.stem(), std::move(*table));
+  } else if (bytes) {
+    brokenTables_.push_back(file.string() + ":" + std::to_string(line) + ": not the form of a string table");
+  } else {
+    brokenTables_.push_back(file.string() + ": cannot be read");
+  }
+}
+
+std::optional<std::string> Bundle::infoText(std::string_view key) const {
+  const auto object = find(*info_, key);
+  const auto* text = object ? object->as<std::string>() : nullptr;
+  return text == nullptr ? std::nullopt : std::optional(*text);
+}
+
+fs::path Bundle::localizationFolder() const {
+  return resources_ / (*localization_ + kLocalizationEnding);
+}
+
+std::optional<std::string> Bundle::principalClass() const { return infoText("NSPrincipalClass"); }
+
+std::string Bundle::executableName() const {
+  const auto name = infoText("CFBundleExecutable");
+  return name && isFileName(*name) ? *name : path_.stem().string();
+}
+
+std::string Bundle::modulePath(std::string_view suffix) const {
+  return path_ / "Contents" / "Linux" / executableName().append(suffix);
+}
+
+std::optional<std::string> Bundle::pathForResource(std::string_view name, std::string_view type) const {
+  std::string file(name);
+  if (!type.empty()) file.append(".").append(type);
+  if (name.empty() || !isFileName(file)) return std::nullopt;
+  std::error_code ignored;
+  if (const auto path = resources_ / file; fs::exists(path, ignored)) return path;
+  if (!localization_) return std::nullopt;
+  const auto path = localizationFolder() / file;
+  return fs::exists(path, ignored) ? std::optional(path.string()) : std::nullopt;
+}
+
+std::string Bundle::localizedStringForKey(std::string_view key, std::string_view value,
+                                          std::optional<std::string_view> table) const {
+  if (const auto texts = tables_.find(table.value_or("Localizable")); texts != tables_.end()) {
+    if (const auto text = texts->second.find(key); text != texts->second.end()) return text->second;
+  }
+  return std::string(value.empty() ? key : value);
+}
+
+}  // namespace tandemtrim::platform::linux

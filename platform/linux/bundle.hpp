@@ -1,0 +1,68 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/bundle.hpp"
+#include "platform/linux/languages.hpp"
+#include "platform/linux/strings_table.hpp"
+#include "platform/object.hpp"
+
+namespace tandemtrim::platform::linux {
+
+/// A bundle in a folder: Contents/Info.plist, the resources in Contents/Resources, the modules in
+/// Contents/Linux. One localization and its string tables are chosen when it is opened; it never changes
+/// afterwards.
+class Bundle : public platform::Bundle {
+ public:
+  /// The bundle in the folder at `path`, in the user's languages. Null when there is none, and `reason` names
+  /// the file and what is wrong with it.
+  static std::shared_ptr<Bundle> open(const std::string& path, std::string& reason,
+                                      const std::vector<std::string>& languages = userLanguages());
+
+  /// The bundle's folder, absolute.
+  [[nodiscard]] std::string path() const { return path_.string(); }
+  [[nodiscard]] const Dictionary& infoDictionary() const noexcept { return *info_; }
+  /// The name under which the bundle's modules export their principal class, or none.
+  [[nodiscard]] std::optional<std::string> principalClass() const;
+  /// The modules' name without suffix; the bundle's own name when Info.plist gives none that is a file name.
+  [[nodiscard]] std::string executableName() const;
+  /// The path of the module whose name ends in `suffix`, whether it exists or not.
+  [[nodiscard]] std::string modulePath(std::string_view suffix) const;
+
+  /// The chosen localization ("pt-BR"), or none when the bundle has none.
+  [[nodiscard]] const std::optional<std::string>& localization() const noexcept { return localization_; }
+  /// String tables that are left out because they cannot be read: file, line and fault, one text each.
+  [[nodiscard]] const std::vector<std::string>& brokenTables() const noexcept { return brokenTables_; }
+
+  /// Looks into the resources first and into the chosen localization next. A name or type that is a path of
+  /// several parts gives none.
+  [[nodiscard]] std::optional<std::string> pathForResource(std::string_view name,
+                                                           std::string_view type) const override;
+  /// Only the chosen localization's tables are asked. The default table is "Localizable".
+  [[nodiscard]] std::string localizedStringForKey(std::string_view key, std::string_view value,
+                                                  std::optional<std::string_view> table) const override;
+
+ protected:
+  Bundle(std::filesystem::path path, std::shared_ptr<const Dictionary> info,
+         const std::vector<std::string>& languages);
+
+ private:
+  [[nodiscard]] std::optional<std::string> infoText(std::string_view key) const;
+  [[nodiscard]] std::filesystem::path localizationFolder() const;
+  void loadTable(const std::filesystem::path& file);
+
+  std::filesystem::path path_;
+  std::filesystem::path resources_;
+  std::shared_ptr<const Dictionary> info_;
+  std::optional<std::string> localization_;
+  std::map<std::string, StringsTable, std::less<>> tables_;
+  std::vector<std::string> brokenTables_;
+};
+
+}  // namespace tandemtrim::platform::linux

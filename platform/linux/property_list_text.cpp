@@ -1,0 +1,127 @@
+#include "platform/linux/property_list_text.hpp"
+
+#include <array>
+
+#include "platform/linux/property_list_scalars.hpp"
+#include "platform/linux/utf8.hpp"
+
+namespace tandemtrim::platform::linux {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+constexpr bool holdsOthers(std::string_view element) {
+  return element == "plist" || element == "dict" || element == "array";
+}
+
+// Walks through the markup once, checks it and writes it anew: without comments, instructions, attributes and
+// short forms, so that libplist sees elements, text and character data and nothing else.
+class Walk {
+ public:
+  explicit Walk(std::string_view text) : rest_(text) {}
+
+  bool toTheEnd() {
+    while (!rest_.empty()) {
+      if (!copyText() || !markup()) return false;
+    }
+    return open_.empty() && started_;
+  }
+
+  PropertyListText result;
+
+ private:
+  // Cuts off everything before `end` and `end` itself; none when the rest does not hold it.
+  std::optional<std::string_view> cutThrough(std::string_view end) {
+    const auto place = rest_.find(end);
+    if (place == std::string_view::npos) return std::nullopt;
+    const auto before = rest_.substr(0, place);
+    rest_.remove_prefix(place + end.size());
+    return before;
+  }
+
+  // Only blanks may stand outside the outermost element.
+  bool copyText() {
+    const auto text = rest_.substr(0, rest_.find('<'));
+    if (open_.empty() && text.find_first_not_of(kBlanks) != std::string_view::npos) return false;
+    result.xml += text;
+    rest_.remove_prefix(text.size());
+    return true;
+  }
+
+  bool markup() {
+    struct Kind {
+      std::string_view begin, end;
+      bool isText;
+    };
+    static constexpr std::array kKinds{Kind{"<!--", "-->", false}, Kind{"<?", "?>", false},
+                                       Kind{"<!DOCTYPE", ">", false}, Kind{"<![CDATA[", "]]>", true}};
+    for (const auto& kind : kKinds) {
+      if (!rest_.starts_with(kind.begin)) continue;
+      rest_.remove_prefix(kind.begin.size());
+      const auto content = cutThrough(kind.end);
+      // A document type with declarations of its own would bring entities.
+      if (!content || (kind.begin == "<!DOCTYPE" && content->find('[') != std::string_view::npos))
+        return false;
+      if (kind.isText) result.xml.append(kind.begin).append(*content).append(kind.end);
+      return true;
+    }
+    return rest_.empty() || tag();
+  }
+
+  bool tag() {
+    rest_.remove_prefix(1);
+    auto name = cutThrough(">").value_or("");
+    const bool isEmpty = name.ends_with('/');
+    if (isEmpty) name.remove_suffix(1);
+    const bool closes = name.starts_with('/');
+    if (closes) name.remove_prefix(1);
+    name = name.substr(0, name.find_first_of(kBlanks));
+    if (closes) return close(name);
+    if (isPropertyListScalar(name) && !open_.empty()) return !isEmpty && scalar(name);
+    return open(name) && (!isEmpty || close(name));
+  }
+
+  bool open(std::string_view name) {
+    const bool isOutermost = open_.empty();
+    if (isOutermost != (name == "plist") || (isOutermost && started_)) return false;
+    if (!isOutermost && !holdsOthers(open_.back())) return false;
+    if (holdsOthers(name) && open_.size() > kPropertyListLevels) return false;
+    started_ = true;
+    open_.push_back(name);
+    result.xml.append("<").append(name).append(">");
+    return true;
+  }
+
+  bool close(std::string_view name) {
+    if (open_.empty() || open_.back() != name) return false;
+    open_.pop_back();
+    result.xml.append("</").append(name).append(">");
+    return true;
+  }
+
+  bool scalar(std::string_view name) {
+    const auto text = cutThrough("</" + std::string(name) + ">");
+    auto object = text ? propertyListScalar(name, *text) : nullptr;
+    if (!object) return false;
+    result.xml.append("<integer>").append(std::to_string(result.scalars.size())).append("</integer>");
+    result.scalars.push_back(std::move(object));
+    return true;
+  }
+
+  std::string_view rest_;
+  std::vector<std::string_view> open_;
+  bool started_ = false;
+};
+
+}  // namespace
+
+std::optional<PropertyListText> preparePropertyList(std::string_view text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  if (!isUtf8(text) || text.find('\0') != std::string_view::npos) return std::nullopt;
+  Walk walk(text);
+  if (!walk.toTheEnd()) return std::nullopt;
+  return std::move(walk.result);
+}
+
+}  // namespace tandemtrim::platform::linux

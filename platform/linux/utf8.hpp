@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace tandemtrim::platform::linux {
+
+/// Length in bytes of the longest beginning of `text` that is UTF-8: no overlong form, no surrogate, nothing
+/// above U+10FFFF.
+std::size_t utf8PrefixLength(std::string_view text) noexcept;
+
+inline bool isUtf8(std::string_view text) noexcept { return utf8PrefixLength(text) == text.size(); }
+
+/// Appends a code point, which must be none of the surrogates and at most U+10FFFF.
+void appendUtf8(std::string& text, char32_t point);
+
+}  // namespace tandemtrim::platform::linux

@@ -1,0 +1,55 @@
+#include "platform/memory/notification_center.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace tandemtrim::platform {
+
+NotificationCenter& defaultCenter() { return memory::notificationCenter(); }
+
+namespace memory {
+
+NotificationCenter& notificationCenter() {
+  static NotificationCenter center;
+  return center;
+}
+
+void NotificationCenter::addObserver(const void* observer, Selector selector, std::string_view name,
+                                     NibObject* object) {
+  subscriptions_.push_back({observer, std::move(selector), name, object});
+}
+
+void NotificationCenter::removeObserver(const void* observer) {
+  for (auto& subscription : subscriptions_) subscription.ended |= subscription.observer == observer;
+  dropEnded();
+}
+
+void NotificationCenter::post(std::string_view name, NibObject* object) {
+  struct Delivery {
+    NotificationCenter& center;
+    ~Delivery() {
+      --center.delivering_;
+      center.dropEnded();
+    }
+  };
+  ++delivering_;
+  const Delivery delivery{*this};
+  for (std::size_t index = 0; index < subscriptions_.size(); ++index) {
+    auto& subscription = subscriptions_[index];
+    if (subscription.object == object && subscription.name == name && !subscription.ended) {
+      subscription.selector({name, object});
+    }
+  }
+}
+
+std::size_t NotificationCenter::subscriptionCount() const {
+  return static_cast<std::size_t>(std::ranges::count(subscriptions_, false, &Subscription::ended));
+}
+
+void NotificationCenter::dropEnded() {
+  if (delivering_ == 0)
+    std::erase_if(subscriptions_, [](const auto& subscription) { return subscription.ended; });
+}
+
+}  // namespace memory
+}  // namespace tandemtrim::platform

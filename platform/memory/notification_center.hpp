@@ -1,0 +1,41 @@
+#pragma once
+
+#include <deque>
+
+#include "platform/notifications.hpp"
+
+namespace tandemtrim::platform::memory {
+
+/// A notification centre for controls whose toolkit has none.
+class NotificationCenter : public platform::NotificationCenter {
+ public:
+  void addObserver(const void* observer, Selector selector, std::string_view name,
+                   NibObject* object) override;
+  void removeObserver(const void* observer) override;
+
+  /// Calls the selectors of all that subscribed to this name from this object, in the order of their
+  /// subscriptions. A selector may subscribe and end subscriptions.
+  void post(std::string_view name, NibObject* object);
+
+  /// How many subscriptions there are.
+  [[nodiscard]] std::size_t subscriptionCount() const;
+
+ private:
+  struct Subscription {
+    const void* observer;
+    Selector selector;
+    std::string_view name;
+    NibObject* object;
+    bool ended = false;
+  };
+  void dropEnded();
+
+  // New subscriptions move none that is being called, and ended ones stay until no selector runs.
+  std::deque<Subscription> subscriptions_;
+  int delivering_ = 0;
+};
+
+/// The one that defaultCenter() gives on this platform.
+NotificationCenter& notificationCenter();
+
+}  // namespace tandemtrim::platform::memory

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "platform/memory/controls.hpp"
+#include "platform/memory/nib.hpp"
+#include "platform/memory/panel_view.hpp"
+#include "platform/nib.hpp"
+
+namespace tandemtrim::platform::memory {
+
+/// The loaded nib "TandemTrim": the controls of the panel, and the view by which a person reaches them.
+class Panel : public LoadedNib, public PanelView {
+ public:
+  Panel(const NibDescription& description, NibOwner& owner);
+  ~Panel() override;
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
+
+  /// Connects all outlets that the description does not leave out.
+  void connectOutlets(NibOwner& owner);
+
+  [[nodiscard]] std::vector<ControlState> controls() const override;
+  [[nodiscard]] ControlState control(std::string_view name) const override;
+  bool type(std::string_view textBox, std::string_view text) override;
+  bool append(std::string_view textBox, std::string_view text) override;
+  bool backspace(std::string_view textBox) override;
+  bool click(std::string_view button) override;
+  bool step(std::string_view stepper, int steps) override;
+  bool choose(std::string_view popUp, std::size_t index) override;
+
+ private:
+  using AnyControl = std::variant<TextLabel*, TextBox*, Stepper*, CheckBox*, PopUpButton*, Button*>;
+  struct Entry {
+    std::string_view outlet;
+    std::string_view name;
+    AnyControl control;
+  };
+  struct Margin {
+    TextLabel label;
+    TextLabel limitLabel;
+    TextBox textBox;
+    Stepper stepper;
+  };
+
+  [[nodiscard]] static ControlState stateOf(const Entry& entry);
+  template <class Class>
+  [[nodiscard]] Class& named(std::string_view name) const;
+
+  NibDescription description_;
+  CheckBox tandemTrimValid_;
+  TextLabel labelDirection_;
+  PopUpButton directionPopUp_;
+  TextLabel labelPosition_;
+  PopUpButton positionPopUp_;
+  std::array<Margin, 4> margins_;
+  Button defaultButton_;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace tandemtrim::platform::memory

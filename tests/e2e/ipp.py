@@ -1,0 +1,83 @@
+"""The few requests of the Internet Printing Protocol that the tests send to their server themselves."""
+
+import http.client
+import struct
+
+INTEGER, BOOLEAN, ENUM, NAME, KEYWORD, URI, CHARSET, LANGUAGE = 0x21, 0x22, 0x23, 0x42, 0x44, 0x45, 0x47, 0x48
+OPERATION_GROUP, JOB_GROUP, END, PRINTER_GROUP = 0x01, 0x02, 0x03, 0x04
+
+GET_JOB_ATTRIBUTES, GET_JOBS, GET_PRINTERS = 0x0009, 0x000A, 0x4002
+ADD_PRINTER, DELETE_PRINTER = 0x4003, 0x4004
+
+IS_DONE = 7  # the first job-state of a job that has ended
+
+
+class IppError(Exception):
+    """The server refused a request."""
+
+
+def _attribute(tag, name, *values):
+    encoded = b""
+    for value in values:
+        if tag in (INTEGER, ENUM):
+            value = struct.pack(">i", value)
+        elif tag == BOOLEAN:
+            value = bytes([value])
+        else:
+            value = value.encode()
+        encoded += struct.pack(">BH", tag, len(name)) + name.encode() + struct.pack(">H", len(value)) + value
+        name = ""  # one more value of the same attribute
+    return encoded
+
+
+def _encode(operation, attributes, printer_attributes):
+    message = struct.pack(">HHIB", 0x0200, operation, 1, OPERATION_GROUP)
+    message += _attribute(CHARSET, "attributes-charset", "utf-8")
+    message += _attribute(LANGUAGE, "attributes-natural-language", "en")
+    message += b"".join(_attribute(*attribute) for attribute in attributes)
+    if printer_attributes:
+        message += bytes([PRINTER_GROUP])
+        message += b"".join(_attribute(*attribute) for attribute in printer_attributes)
+    return message + bytes([END])
+
+
+def _decode(message):
+    """The groups behind the first one, each a dictionary from name to list of values."""
+    groups, name, at = [], "", 8
+    while message[at] != END:
+        tag, at = message[at], at + 1
+        if tag < 0x10:
+            groups.append({})
+            continue
+        length = struct.unpack_from(">H", message, at)[0]
+        name = message[at + 2 : at + 2 + length].decode() or name
+        at += 2 + length
+        length = struct.unpack_from(">H", message, at)[0]
+        value = message[at + 2 : at + 2 + length]
+        at += 2 + length
+        if tag in (INTEGER, ENUM):
+            value = struct.unpack(">i", value)[0]
+        elif tag == BOOLEAN:
+            value = bool(value[0])
+        elif tag >= 0x40:
+            value = value.decode()
+        groups[-1].setdefault(name, []).append(value)
+    return groups[1:]
+
+
+def ask(address, operation, attributes=(), printer_attributes=(), path="/", data=b""):
+    """Sends a request to (host, port) and gives the groups of the answer. IppError when it is refused."""
+    connection = http.client.HTTPConnection(*address, timeout=10)
+    try:
+        body = _encode(operation, attributes, printer_attributes) + data
+        connection.request("POST", path, body, {"Content-Type": "application/ipp"})
+        answer = connection.getresponse()
+        message = answer.read()
+    finally:
+        connection.close()
+    if answer.status != 200:
+        raise IppError(f"the server answered with HTTP status {answer.status}")
+    status = struct.unpack_from(">H", message, 2)[0]
+    if status >= 0x0400:
+        raise IppError(f"the server answered with IPP status 0x{status:04x}")
+    return _decode(message)

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+namespace tandemtrim::host::test {
+
+/// A folder that is gone with everything in it when the test is over.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "tandem-trim-test-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    path_ = pattern;
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
+  /// Writes a file, with the folders above it, and gives its full path.
+  std::string write(const std::filesystem::path& name, const std::string& text) const {
+    const auto full = path_ / name;
+    std::filesystem::create_directories(full.parent_path());
+    std::ofstream(full, std::ios::binary) << text;
+    return full.string();
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace tandemtrim::host::test

@@ -1,0 +1,212 @@
+#include "platform/linux/bundle.hpp"
+
+#include <gmock/gmock.h>
+
+#include "tests/host/temporary_folder.hpp"
+
+namespace tandemtrim::platform::linux {
+namespace {
+
+namespace fs = std::filesystem;
+using host::test::TemporaryFolder;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::IsNull;
+using testing::Optional;
+
+class BundleTest : public testing::Test {
+ protected:
+  BundleTest() {
+    info(
+        "<key>NSPrincipalClass</key><string>Principal</string>"
+        "<key>CFBundleExecutable</key><string>Module</string>"
+        "<key>CFBundleDevelopmentRegion</key><string>en</string>");
+    table("en",
+          "\"Top\" = \"Top edge\"; \"Left\" = \"Left edge\"; \"Off\" = \"\"; \"100\" = \"100% %s %n\";");
+    table("fr", "\"Top\" = \"Haut\";");
+    table("pt-BR", "\"Top\" = \"Superior\";");
+  }
+
+  void info(const std::string& entries) const {
+    folder_.write("Sample.bundle/Contents/Info.plist",
+                  "<plist version=\"1.0\"><dict>" + entries + "</dict></plist>");
+  }
+  void table(const std::string& language, const std::string& text,
+             const std::string& name = "Localizable") const {
+    resource(language + ".lproj/" + name + ".strings", text);
+  }
+  void resource(const std::string& name, const std::string& text = "") const {
+    folder_.write("Sample.bundle/Contents/Resources/" + name, text);
+  }
+
+  [[nodiscard]] std::string path() const { return (folder_.path() / "Sample.bundle").string(); }
+  [[nodiscard]] std::string at(const std::string& name) const { return path() + "/Contents/" + name; }
+
+  [[nodiscard]] std::shared_ptr<Bundle> open(const std::vector<std::string>& languages = {}) const {
+    std::string reason;
+    auto bundle = Bundle::open(path(), reason, languages);
+    EXPECT_TRUE(bundle) << reason;
+    EXPECT_EQ(reason, "");
+    return bundle;
+  }
+  static std::string refusal(const std::string& path) {
+    std::string reason;
+    EXPECT_THAT(Bundle::open(path, reason), IsNull());
+    return reason;
+  }
+  static std::string text(const std::shared_ptr<Bundle>& bundle, std::string_view key) {
+    return bundle->localizedStringForKey(key, "", std::nullopt);
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(BundleTest, TellsWhatItsInfoPropertyListSays) {
+  const auto bundle = open();
+  EXPECT_EQ(bundle->path(), path());
+  EXPECT_EQ(bundle->principalClass(), "Principal");
+  EXPECT_EQ(bundle->executableName(), "Module");
+  EXPECT_EQ(bundle->modulePath("-memory"), at("Linux/Module-memory"));
+  EXPECT_TRUE(bundle->infoDictionary().contains("CFBundleDevelopmentRegion"));
+}
+
+TEST_F(BundleTest, HasItsOwnNameForItsModulesWhenNoFileNameIsGiven) {
+  for (const char* name :
+       {"", "<key>CFBundleExecutable</key><string>../../evil</string>",
+        "<key>CFBundleExecutable</key><string>..</string>", "<key>CFBundleExecutable</key><string/>",
+        "<key>CFBundleExecutable</key><integer>1</integer>"}) {
+    info(name);
+    EXPECT_EQ(open()->modulePath("-memory"), at("Linux/Sample-memory")) << name;
+  }
+}
+
+TEST_F(BundleTest, HasNoPrincipalClassUnlessItIsGivenAsAText) {
+  info("");
+  EXPECT_EQ(open()->principalClass(), std::nullopt);
+  info("<key>NSPrincipalClass</key><array/>");
+  EXPECT_EQ(open()->principalClass(), std::nullopt);
+}
+
+TEST_F(BundleTest, HasAnAbsolutePathHoweverItIsOpened) {
+  const auto before = fs::current_path();
+  fs::current_path(folder_.path());
+  std::string reason;
+  for (const char* name : {"Sample.bundle", "Sample.bundle/", "./Sample.bundle/../Sample.bundle//"}) {
+    const auto bundle = Bundle::open(name, reason);
+    ASSERT_TRUE(bundle) << reason;
+    EXPECT_EQ(bundle->path(), path()) << name;
+  }
+  fs::current_path(before);
+}
+
+TEST_F(BundleTest, CannotBeOpenedWithoutAFolder) {
+  const auto missing = path() + ".missing";
+  EXPECT_THAT(refusal(missing), HasSubstr(missing));
+  EXPECT_THAT(refusal(at("Info.plist")), HasSubstr("no folder"));
+  EXPECT_THAT(refusal(""), HasSubstr("no folder"));
+}
+
+TEST_F(BundleTest, CannotBeOpenedWithoutAReadableInfoPropertyList) {
+  folder_.write("Sample.bundle/Contents/Info.plist", "<plist><array/></plist>");
+  EXPECT_THAT(refusal(path()), testing::AllOf(HasSubstr(at("Info.plist")), HasSubstr("property list")));
+  fs::remove(at("Info.plist"));
+  EXPECT_EQ(refusal(path()), "there is no file " + at("Info.plist"));
+}
+
+TEST_F(BundleTest, FindsResourcesFirstOutsideAndThenInsideTheChosenLocalization) {
+  resource("both.txt");
+  resource("fr.lproj/both.txt");
+  resource("fr.lproj/localized.txt");
+  resource("en.lproj/english.txt");
+  resource("bare");
+  const auto bundle = open({"fr"});
+  EXPECT_EQ(bundle->pathForResource("both", "txt"), at("Resources/both.txt"));
+  EXPECT_EQ(bundle->pathForResource("localized", "txt"), at("Resources/fr.lproj/localized.txt"));
+  EXPECT_EQ(bundle->pathForResource("english", "txt"), std::nullopt);
+  EXPECT_EQ(bundle->pathForResource("bare", ""), at("Resources/bare"));
+  EXPECT_EQ(bundle->pathForResource("bare", "txt"), std::nullopt);
+}
+
+TEST_F(BundleTest, GivesNoResourceOutsideItsFolder) {
+  resource("inner/file.txt");
+  folder_.write("Sample.bundle/Contents/outside.txt", "");
+  const auto bundle = open();
+  const std::pair<std::string_view, std::string_view> names[] = {{"../outside", "txt"},
+                                                                 {"inner/file", "txt"},
+                                                                 {"..", ""},
+                                                                 {".", ""},
+                                                                 {"", ""},
+                                                                 {"", "txt"},
+                                                                 {"inner", "/../../outside.txt"},
+                                                                 {"/etc/passwd", ""},
+                                                                 {std::string_view("inner\0x", 7), ""}};
+  for (const auto& [name, type] : names)
+    EXPECT_EQ(bundle->pathForResource(name, type), std::nullopt) << name << type;
+}
+
+TEST_F(BundleTest, ShowsTheTextsOfTheUsersLanguage) {
+  EXPECT_EQ(text(open({"fr-CA", "pt-BR"}), "Top"), "Haut");
+  EXPECT_EQ(text(open({"ja", "pt-BR"}), "Top"), "Superior");
+  EXPECT_EQ(open({"fr-CA"})->localization(), "fr");
+}
+
+TEST_F(BundleTest, ShowsTheDevelopmentRegionsTextsToAnyOtherUser) {
+  EXPECT_EQ(text(open({"ja"}), "Top"), "Top edge");
+  EXPECT_EQ(open()->localization(), "en");
+  info("<key>CFBundleDevelopmentRegion</key><string>fr</string>");
+  EXPECT_EQ(open({"ja"})->localization(), "fr");
+  info("");
+  EXPECT_EQ(open({"ja"})->localization(), "en");
+}
+
+TEST_F(BundleTest, ShowsAKeyThatTheChosenTableLacksItself) {
+  const auto bundle = open({"fr"});
+  EXPECT_EQ(text(bundle, "Left"), "Left");
+  EXPECT_EQ(text(bundle, "top"), "top");
+  EXPECT_EQ(bundle->localizedStringForKey("Left", "value", std::nullopt), "value");
+  EXPECT_EQ(bundle->localizedStringForKey("Top", "value", std::nullopt), "Haut");
+}
+
+TEST_F(BundleTest, KeepsAnEmptyTextAndNeverInterpretsOne) {
+  const auto bundle = open();
+  EXPECT_EQ(bundle->localizedStringForKey("Off", "value", std::nullopt), "");
+  EXPECT_EQ(text(bundle, "100"), "100% %s %n");
+  EXPECT_EQ(text(bundle, "%s%n"), "%s%n");
+}
+
+TEST_F(BundleTest, ReadsATableByItsName) {
+  table("en", "Top = Other;", "Other");
+  const auto bundle = open();
+  EXPECT_EQ(bundle->localizedStringForKey("Top", "", "Other"), "Other");
+  EXPECT_EQ(bundle->localizedStringForKey("Top", "", "Localizable"), "Top edge");
+  EXPECT_EQ(bundle->localizedStringForKey("Top", "", "Missing"), "Top");
+}
+
+TEST_F(BundleTest, ShowsKeysWhereATableIsBrokenAndNamesTheTable) {
+  table("fr", "\"Top\" = \"Haut\";\n\"Left\" = ;\n");
+  fs::create_directories(at("Resources/fr.lproj/Folder.strings"));
+  const auto bundle = open({"fr"});
+  EXPECT_EQ(text(bundle, "Top"), "Top");
+  EXPECT_THAT(bundle->brokenTables(), ElementsAre(HasSubstr("fr.lproj/Folder.strings: "),
+                                                  HasSubstr("fr.lproj/Localizable.strings:2: ")));
+  EXPECT_THAT(open({"en"})->brokenTables(), IsEmpty());
+}
+
+TEST_F(BundleTest, WorksWithoutAnyLocalization) {
+  fs::remove_all(at("Resources"));
+  const auto bundle = open({"fr"});
+  EXPECT_EQ(bundle->localization(), std::nullopt);
+  EXPECT_EQ(text(bundle, "Top"), "Top");
+  EXPECT_EQ(bundle->pathForResource("any", "txt"), std::nullopt);
+}
+
+TEST_F(BundleTest, AsksTheEnvironmentForTheLanguagesWhenNoneAreGiven) {
+  std::string reason;
+  const auto bundle = Bundle::open(path(), reason);
+  ASSERT_TRUE(bundle) << reason;
+  EXPECT_EQ(bundle->localization(), open(userLanguages())->localization());
+}
+
+}  // namespace
+}  // namespace tandemtrim::platform::linux

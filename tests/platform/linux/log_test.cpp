@@ -1,0 +1,43 @@
+#include "platform/log.hpp"
+
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <syslog.h>
+
+namespace tandemtrim::platform {
+namespace {
+
+// What a line of the system log looks like to a person who follows it on standard error.
+std::string logged(std::string_view format, const std::vector<std::string>& list) {
+  openlog("log-test", LOG_PERROR, LOG_USER);
+  testing::internal::CaptureStderr();
+  NSLog(format, list);
+  closelog();
+  return testing::internal::GetCapturedStderr();
+}
+
+TEST(Log, ShowsTheListOnOneLine) {
+  EXPECT_EQ(logged("keys:=NSArray(%@)", {"MVTandemTrim", "MVTopMargin"}),
+            "log-test: keys:=NSArray((MVTandemTrim, MVTopMargin))\n");
+  EXPECT_EQ(logged("%@", {}), "log-test: ()\n");
+}
+
+TEST(Log, QuotesItemsThatCouldBeMistaken) {
+  EXPECT_EQ(logged("%@", {"", "a b", "a,b", "a\"b", "a\\b", "\xC3\xA4"}),
+            "log-test: (\"\", \"a b\", \"a,b\", \"a\\\"b\", \"a\\\\b\", \"\xC3\xA4\")\n");
+}
+
+TEST(Log, WritesControlCharactersByTheirNumber) {
+  EXPECT_EQ(logged("%@", {"a\nb\x1B\x7F"}), "log-test: (\"a\\012b\\033\\177\")\n");
+}
+
+TEST(Log, ReplacesEachPlaceOfTheList) { EXPECT_EQ(logged("%@-%@", {"a"}), "log-test: (a)-(a)\n"); }
+
+TEST(Log, InterpretsNoOtherPercentSign) {
+  EXPECT_EQ(logged("100% %s %n %m %d%%", {"a"}), "log-test: 100% %s %n %m %d%%\n");
+  EXPECT_EQ(logged("%@ %", {"%s", "%n", "%@"}), "log-test: (\"%s\", \"%n\", \"%@\") %\n");
+}
+
+}  // namespace
+}  // namespace tandemtrim::platform

@@ -1,0 +1,342 @@
+#include "platform/property_list.hpp"
+
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "tests/host/temporary_folder.hpp"
+
+namespace tandemtrim::platform {
+namespace {
+
+using host::test::TemporaryFolder;
+using testing::IsNull;
+
+constexpr auto kLargest = std::numeric_limits<std::int64_t>::max();
+constexpr auto kSmallest = std::numeric_limits<std::int64_t>::min();
+
+std::shared_ptr<const Dictionary> read(const std::string& bytes) {
+  const TemporaryFolder folder;
+  return dictionaryWithContentsOfFile(folder.write("list.plist", bytes));
+}
+
+std::string list(const std::string& root) {
+  return R"(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0">)" +
+         root + "</plist>\n";
+}
+
+std::string entry(const std::string& value) { return list("<dict><key>k</key>" + value + "</dict>"); }
+
+// The object of a list with this one value; null when the list is none.
+ObjectRef valueOf(const std::string& value) {
+  const auto dictionary = read(entry(value));
+  return dictionary ? find(*dictionary, "k") : nullptr;
+}
+
+template <class Kind>
+std::optional<Kind> valueAs(const std::string& text) {
+  const auto object = valueOf(text);
+  const auto* value = object ? object->as<Kind>() : nullptr;
+  return value == nullptr ? std::nullopt : std::optional(*value);
+}
+
+TEST(PropertyList, KeepsTheKindOfEachValue) {
+  EXPECT_EQ(valueAs<std::string>("<string>12</string>"), "12");
+  EXPECT_EQ(valueAs<std::int64_t>("<integer>12</integer>"), 12);
+  EXPECT_EQ(valueAs<double>("<real>12</real>"), 12.0);
+  EXPECT_EQ(valueAs<bool>("<true/>"), true);
+  EXPECT_EQ(valueAs<bool>("<false/>"), false);
+  EXPECT_EQ(valueAs<Data>("<data>AP8=</data>").value().bytes, (std::vector{std::byte{0}, std::byte{0xFF}}));
+  EXPECT_EQ(valueAs<Date>("<date>2001-01-02T00:00:01Z</date>").value().secondsSince2001, 86401);
+}
+
+TEST(PropertyList, NestsArraysAndDictionariesInTheirOrder) {
+  const auto array =
+      valueAs<Array>("<array><integer>3</integer><dict><key>in</key><real>2.5</real></dict><array/></array>");
+  ASSERT_TRUE(array && array->size() == 3);
+  EXPECT_EQ((*array)[0]->integerValue(), 3);
+  EXPECT_EQ(find(*(*array)[1]->as<Dictionary>(), "in")->stringValue(), "2.5");
+  EXPECT_TRUE((*array)[2]->as<Array>()->empty());
+}
+
+TEST(PropertyList, ReadsEmptyElements) {
+  for (const char* root : {"<dict/>", "<dict></dict>", "<dict />", "<dict > </dict >"}) {
+    const auto dictionary = read(list(root));
+    ASSERT_TRUE(dictionary) << root;
+    EXPECT_TRUE(dictionary->empty()) << root;
+  }
+  EXPECT_EQ(valueAs<std::string>("<string/>"), "");
+  EXPECT_EQ(valueAs<std::string>("<string></string>"), "");
+  EXPECT_TRUE(valueAs<Data>("<data/>").value().bytes.empty());
+  EXPECT_TRUE(valueAs<Dictionary>("<dict/>").value().empty());
+  EXPECT_TRUE(read(list("<dict><key></key><string>v</string></dict>"))->contains(""));
+}
+
+TEST(PropertyList, HoldsIntegersWithin64BitsWhateverTheirSign) {
+  const std::pair<std::string, std::int64_t> integers[] = {
+      {"0", 0},
+      {"-5", -5},
+      {"+5", 5},
+      {" \n 12\t", 12},
+      {"010", 10},
+      {"9223372036854775807", kLargest},
+      {"9223372036854775808", kLargest},
+      {"18446744073709551615", kLargest},
+      {"18446744073709551617", kLargest},
+      {std::string(40, '9'), kLargest},
+      {"-9223372036854775808", kSmallest},
+      {"-9223372036854775809", kSmallest},
+      {"-18446744073709551615", kSmallest},
+      {"-" + std::string(40, '9'), kSmallest},
+  };
+  for (const auto& [text, value] : integers) {
+    EXPECT_EQ(valueAs<std::int64_t>("<integer>" + text + "</integer>"), value) << text;
+  }
+}
+
+TEST(PropertyList, ReadsRealNumbersOfEveryForm) {
+  const std::pair<const char*, double> reals[] = {
+      {"2.5", 2.5}, {"-2.5", -2.5}, {"+2.5", 2.5},       {" 2.5\n", 2.5},   {"5", 5.0},
+      {".5", 0.5},  {"1e3", 1000},  {"-1.5E-2", -0.015}, {"inf", HUGE_VAL}, {"-infinity", -HUGE_VAL}};
+  for (const auto& [text, value] : reals) {
+    EXPECT_EQ(valueAs<double>("<real>" + std::string(text) + "</real>"), value) << text;
+  }
+  EXPECT_TRUE(std::isnan(valueAs<double>("<real>nan</real>").value()));
+  EXPECT_EQ(valueOf("<real>nan</real>")->integerValue(), 0);
+  EXPECT_EQ(valueOf("<real>inf</real>")->integerValue(), kLargest);
+}
+
+TEST(PropertyList, ReadsDatesOfEveryCentury) {
+  const std::pair<const char*, double> dates[] = {{"2001-01-01T00:00:00Z", 0},
+                                                  {"2000-12-31T23:59:59Z", -1},
+                                                  {"2000-02-29T12:30:00Z", -26523000},
+                                                  {"2101-01-01T00:00:00Z", 3155673600},
+                                                  {"1901-01-01T00:00:00Z", -3155673600}};
+  for (const auto& [text, seconds] : dates) {
+    const auto date = valueAs<Date>("<date>" + std::string(text) + "</date>");
+    ASSERT_TRUE(date) << text;
+    EXPECT_EQ(date->secondsSince2001, seconds) << text;
+  }
+}
+
+TEST(PropertyList, IsNoneForANumberOrDateThatIsNone) {
+  for (const char* value : {"<integer/>",
+                            "<integer></integer>",
+                            "<integer>-</integer>",
+                            "<integer>+-5</integer>",
+                            "<integer>5x</integer>",
+                            "<integer>2.5</integer>",
+                            "<integer>1<!-- -->2</integer>",
+                            "<integer>5",
+                            "<real/>",
+                            "<real>x</real>",
+                            "<real>2,5</real>",
+                            "<real>+-2</real>",
+                            "<real>1e999</real>",
+                            "<date/>",
+                            "<date>today</date>",
+                            "<date>2001-02-30T00:00:00Z</date>",
+                            "<date>2001-01-01T24:00:00Z</date>",
+                            "<date>2001-01-01T00:60:00Z</date>",
+                            "<date>2001-01-01T00:00:60Z</date>",
+                            "<date>2001-01-01 00:00:00Z</date>",
+                            "<date>200x-01-01T00:00:00Z</date>",
+                            "<date>99999999999-01-01T00:00:00Z</date>"}) {
+    EXPECT_THAT(read(entry(value)), IsNull()) << value;
+  }
+}
+
+TEST(PropertyList, ReadsEntitiesAndCharacterData) {
+  EXPECT_EQ(valueAs<std::string>("<string>&lt;a&gt; &amp;amp; &quot;&apos; &#228;&#x263A;&#x1F600;</string>"),
+            "<a> &amp; \"' \xC3\xA4\xE2\x98\xBA\xF0\x9F\x98\x80");
+  EXPECT_EQ(valueAs<std::string>("<string>a<![CDATA[<b>&amp;</b>]]>c</string>"), "a<b>&amp;</b>c");
+  EXPECT_TRUE(read(list("<dict><key>a&amp;b</key><string/></dict>"))->contains("a&b"));
+}
+
+TEST(PropertyList, LeavesCommentsAndInstructionsOut) {
+  EXPECT_EQ(valueAs<std::string>("<!-- <array> --><string>a<!-- b -->c</string><?array <array>?>"), "ac");
+  EXPECT_EQ(valueAs<Data>("<data>AP<!-- -->8=</data>").value().bytes.size(), 2U);
+  EXPECT_TRUE(read("\xEF\xBB\xBF" + list("<dict/>")));
+  EXPECT_TRUE(read("<!-- a --> <plist><dict/></plist> <!-- b -->\n"));
+}
+
+TEST(PropertyList, CountsTheLastOfEqualKeys) {
+  const auto dictionary =
+      read(list("<dict><key>k</key><string>1</string><key>k</key><integer>2</integer></dict>"));
+  ASSERT_TRUE(dictionary);
+  EXPECT_EQ(dictionary->size(), 1U);
+  EXPECT_EQ(find(*dictionary, "k")->integerValue(), 2);
+}
+
+TEST(PropertyList, ReadsLargeDictionaries) {
+  std::string entries;
+  for (int i = 0; i < 1000; ++i) {
+    entries += "<key>" + std::to_string(i) + "</key><integer>" + std::to_string(-i) + "</integer>";
+  }
+  const auto dictionary = read(list("<dict>" + entries + "</dict>"));
+  ASSERT_TRUE(dictionary);
+  EXPECT_EQ(dictionary->size(), 1000U);
+  EXPECT_EQ(find(*dictionary, "999")->integerValue(), -999);
+}
+
+TEST(PropertyList, IsNoneUnlessTheRootIsADictionary) {
+  for (const char* root :
+       {"<array/>", "<string>a</string>", "<integer>1</integer>", "<true/>", "<data/>", ""}) {
+    EXPECT_THAT(read(list(root)), IsNull()) << root;
+  }
+}
+
+TEST(PropertyList, IsNoneForWhatIsNoXmlPropertyList) {
+  const std::string files[] = {
+      "",
+      " \n",
+      "text",
+      "<",
+      "<plist",
+      "<plist>",
+      "<plist/>",
+      "<plist></plist>",
+      "<dict/>",
+      "{ k = v; }",
+      "{\"k\": 1}",
+      // A dictionary without entries in the binary form.
+      std::string("bplist00\xD0\x08\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x01\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x09",
+                  42),
+      "\xFF\xFE<\0p\0",
+      list("<dict/>") + "garbage",
+      list("<dict/>") + list("<dict/>"),
+      list("<dict/>") + "<dict/>",
+      "garbage" + list("<dict/>"),
+      "<plist><plist><dict/></plist></plist>",
+      list("<dict>text</dict>"),
+      list("<dict><key>k</key></key></dict>"),
+      list("<dict><string>no key</string></dict>"),
+      list("<dict><key/><string>v</string><unknown/></dict>"),
+      list("<dict>"),
+      list("</dict>"),
+      list("<dict></array>"),
+      list("<dict></dict></dict>"),
+      list("<dict><!ELEMENT a></dict>"),
+      list("<dict/><!-- no end"),
+      entry("<string>a"),
+      entry("<string>a</key>"),
+      entry("<string><string>a</string></string>"),
+      entry("<string>&unknown;</string>"),
+      entry("<string>&</string><key>l</key><string>;</string>"),
+      entry("<string>&#xD800;</string>"),
+      entry("<array><string>&#xD800;</string></array>"),
+      entry("<string>&#0;</string>"),
+      entry("<string>\xE4</string>"),
+      entry(std::string("<string>a\0b</string>", 20)),
+      list("<dict><key>&#xD800;</key><string/></dict>"),
+      "<!DOCTYPE plist [<!ENTITY e \"text\">]>" + list("<dict/>"),
+      "<!DOCTYPE plist [<!ENTITY e SYSTEM "
+      "\"/etc/passwd\">]><plist><dict><key>k</key><string>&e;</string></dict></plist>",
+  };
+  for (const auto& bytes : files) EXPECT_THAT(read(bytes), IsNull()) << bytes;
+}
+
+TEST(PropertyList, TakesWhatFollowsTheRootInTheListForNothing) {
+  const auto dictionary = read(list("<dict><key>k</key><string>v</string></dict><dict/><string>x</string>"));
+  ASSERT_TRUE(dictionary);
+  EXPECT_EQ(dictionary->size(), 1U);
+}
+
+TEST(PropertyList, NestsEightLevelsDeepAndNoDeeper) {
+  const auto nested = [](std::size_t levels) {
+    std::string text = "<string/>";
+    for (std::size_t i = 1; i < levels; ++i) {
+      text = i % 2 == 0 ? "<array>" + text + "</array>" : "<dict><key>k</key>" + text + "</dict>";
+    }
+    return entry(text);
+  };
+  EXPECT_TRUE(read(nested(8)));
+  EXPECT_THAT(read(nested(9)), IsNull());
+  EXPECT_THAT(read(nested(3000)), IsNull());
+  std::string open;
+  while (open.size() < 60000) open += "<array>";
+  EXPECT_THAT(read("<plist>" + open), IsNull());
+}
+
+TEST(PropertyList, IsAtMost64KilobytesLong) {
+  const auto bytes = list("<dict/>");
+  EXPECT_TRUE(read(bytes + std::string(65536 - bytes.size(), '\n')));
+  EXPECT_THAT(read(bytes + std::string(65537 - bytes.size(), '\n')), IsNull());
+}
+
+TEST(PropertyList, IsNoneWithoutAFileOfTheRegularKind) {
+  const TemporaryFolder folder;
+  const auto pipe = (folder.path() / "pipe.plist").string();
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_THAT(dictionaryWithContentsOfFile(std::nullopt), IsNull());
+  for (const auto& path : {pipe, folder.path().string(), pipe + ".missing", std::string()}) {
+    EXPECT_THAT(dictionaryWithContentsOfFile(path), IsNull()) << path;
+  }
+}
+
+TEST(PropertyList, SurvivesEveryTruncationAndEveryChangedByte) {
+  const auto whole = entry(
+      "<array><integer>-5</integer><real>2.5</real><!-- c "
+      "--><data>AP8=</data><date>2001-01-01T00:00:00Z</date>"
+      "<string>a&amp;<![CDATA[b]]></string><true/><dict><key>k</key><false/></dict></array>");
+  ASSERT_TRUE(read(whole));
+  const TemporaryFolder folder;
+  const auto end = whole.find("</plist>") + 8;
+  for (std::size_t i = 0; i < whole.size(); ++i) {
+    const auto truncated = dictionaryWithContentsOfFile(folder.write("list.plist", whole.substr(0, i)));
+    EXPECT_EQ(truncated != nullptr, i >= end) << i;
+    for (const char byte : {'<', '>', '/', '"', '&', '\0', 'x'}) {
+      auto changed = whole;
+      changed[i] = byte;
+      const auto dictionary = dictionaryWithContentsOfFile(folder.write("list.plist", changed));
+      EXPECT_LE(dictionary ? dictionary->size() : 0, 1U) << changed;
+    }
+  }
+}
+
+// A locale that writes numbers with a comma, built for these tests alone.
+class PropertyListInACommaLocale : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    folder_ = std::make_unique<TemporaryFolder>();
+    const auto target = (folder_->path() / "de_DE.UTF-8").string();
+    ASSERT_EQ(std::system((LOCALEDEF " --no-warnings=ascii -i de_DE -f UTF-8 " + target).c_str()), 0);
+    setenv("LOCPATH", folder_->path().c_str(), 1);
+  }
+  static void TearDownTestSuite() {
+    unsetenv("LOCPATH");
+    folder_.reset();
+  }
+
+  void SetUp() override {
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
+    ASSERT_EQ(std::strtod("2,5", nullptr), 2.5);
+  }
+  void TearDown() override { std::setlocale(LC_ALL, "C"); }
+
+  static inline std::unique_ptr<TemporaryFolder> folder_;
+};
+
+TEST_F(PropertyListInACommaLocale, ReadsRealNumbersWithAPointAllTheSame) {
+  const auto real = valueOf("<real>2.5</real>");
+  ASSERT_TRUE(real);
+  EXPECT_EQ(*real->as<double>(), 2.5);
+  EXPECT_EQ(real->stringValue(), "2.5");
+  EXPECT_THAT(valueOf("<real>2,5</real>"), IsNull());
+}
+
+TEST_F(PropertyListInACommaLocale, LeavesTheLocaleAsItIs) {
+  ASSERT_TRUE(valueOf("<real>2.5</real>"));
+  EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "de_DE.UTF-8");
+  EXPECT_EQ(std::strtod("2,5", nullptr), 2.5);
+}
+
+}  // namespace
+}  // namespace tandemtrim::platform

@@ -1,0 +1,44 @@
+#include "platform/linux/regular_file.hpp"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "tests/host/temporary_folder.hpp"
+
+namespace tandemtrim::platform::linux {
+namespace {
+
+using host::test::TemporaryFolder;
+using testing::Optional;
+
+TEST(RegularFile, GivesTheBytesAsTheyStand) {
+  const TemporaryFolder folder;
+  const std::string bytes("a\0\r\n\xFF", 5);
+  EXPECT_THAT(contentsOfRegularFile(folder.write("file", bytes), 100), Optional(bytes));
+  EXPECT_THAT(contentsOfRegularFile(folder.write("empty", ""), 100), Optional(std::string()));
+}
+
+TEST(RegularFile, HoldsAtMostTheLimit) {
+  const TemporaryFolder folder;
+  const auto path = folder.write("file", "12345");
+  EXPECT_THAT(contentsOfRegularFile(path, 5), Optional(std::string("12345")));
+  EXPECT_EQ(contentsOfRegularFile(path, 4), std::nullopt);
+}
+
+TEST(RegularFile, IsNoneForWhatIsMissingOrAnotherKindOfFile) {
+  const TemporaryFolder folder;
+  const auto pipe = (folder.path() / "pipe").string();
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const auto& path :
+       {pipe, folder.path().string(), pipe + ".missing", std::string(), std::string("/dev/zero")}) {
+    EXPECT_EQ(contentsOfRegularFile(path, 100), std::nullopt) << path;
+  }
+}
+
+TEST(RegularFile, IsNoneWhenReadingFails) {
+  // A regular file by its kind, whose first page no process can read.
+  EXPECT_EQ(contentsOfRegularFile("/proc/self/mem", 100), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tandemtrim::platform::linux

@@ -1,0 +1,56 @@
+#include "platform/linux/bundle.hpp"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "plugin/setting_names.hpp"
+#include "tests/resources/files.hpp"
+#include "view/view_names.hpp"
+
+namespace tandemtrim::resources {
+namespace {
+
+using testing::IsEmpty;
+
+std::shared_ptr<platform::linux::Bundle> bundleIn(const std::vector<std::string>& languages) {
+  std::string reason;
+  auto bundle = platform::linux::Bundle::open(BUNDLE, reason, languages);
+  EXPECT_TRUE(bundle) << reason;
+  return bundle;
+}
+
+TEST(BuiltBundle, SpeaksEachOfItsLanguages) {
+  for (const std::string language : kLanguages) {
+    const auto bundle = bundleIn({language});
+    ASSERT_TRUE(bundle);
+    EXPECT_EQ(bundle->localization(), language);
+    EXPECT_THAT(bundle->brokenTables(), IsEmpty());
+    EXPECT_NE(bundle->localizedStringForKey(TTVCLabelNameValid, "", std::nullopt), TTVCLabelNameValid)
+        << language;
+  }
+}
+
+TEST(BuiltBundle, SpeaksEnglishToThoseWhoseLanguageItDoesNotKnow) {
+  const auto bundle = bundleIn({"fi"});
+  ASSERT_TRUE(bundle);
+  EXPECT_EQ(bundle->localizedStringForKey(TTVCLabelNameRestoreDefault, "", std::nullopt), "Restore Defaults");
+}
+
+TEST(BuiltBundle, HoldsTheSettingInformation) {
+  const auto bundle = bundleIn({});
+  ASSERT_TRUE(bundle);
+  EXPECT_EQ(bundle->pathForResource(TTCISettingInfoName, TTCIPlistResourceType), kSettingInfo);
+}
+
+TEST(BuiltBundle, HoldsTheModuleForHostsWithoutAScreen) {
+  const auto bundle = bundleIn({});
+  ASSERT_TRUE(bundle);
+  EXPECT_TRUE(std::filesystem::is_regular_file(bundle->modulePath("-memory")))
+      << bundle->modulePath("-memory");
+}
+
+}  // namespace
+}  // namespace tandemtrim::resources

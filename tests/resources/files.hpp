@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "platform/object.hpp"
+
+namespace tandemtrim::resources {
+
+inline const std::string kContents = BUNDLE "/Contents";
+inline const std::string kSettingInfo = kContents + "/Resources/TandemTrimKV2-SettingInfo.plist";
+
+/// The languages that the panel speaks.
+inline constexpr std::array kLanguages{"en", "de", "fr", "es", "it", "nl", "ja", "zh-Hans", "ko", "ar"};
+
+/// The path of a language's string table.
+std::string tablePath(std::string_view language);
+
+/// The bytes of the file at `path`; a test failure when it cannot be read.
+std::string contentsOf(const std::string& path);
+
+/// The property list at `path`; a test failure when it cannot be read.
+platform::Dictionary propertyListAt(const std::string& path);
+
+/// The object that `mainKey` and `subKey` lead to, or none.
+platform::ObjectRef settingAt(const platform::Dictionary& root, std::string_view mainKey,
+                              std::string_view subKey);
+
+/// The string that `mainKey` and `subKey` lead to; a test failure when there is none.
+std::string textAt(const platform::Dictionary& root, std::string_view mainKey, std::string_view subKey);
+
+/// The integer that `mainKey` and `subKey` lead to; a test failure when there is none.
+std::int64_t integerAt(const platform::Dictionary& root, std::string_view mainKey, std::string_view subKey);
+
+struct Finished {
+  int status;
+  std::string output;
+};
+
+/// Runs a shell command to its end. `status` is 0 when it succeeded.
+Finished run(const std::string& command);
+
+}  // namespace tandemtrim::resources

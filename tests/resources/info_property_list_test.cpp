@@ -1,0 +1,59 @@
+#include <filesystem>
+#include <set>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "tests/resources/files.hpp"
+
+namespace tandemtrim::resources {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::Contains;
+using testing::UnorderedElementsAreArray;
+
+class InfoPropertyList : public testing::Test {
+ protected:
+  std::string text(std::string_view key) const {
+    return platform::requiredText(platform::find(info, key), key);
+  }
+
+  platform::Dictionary info = propertyListAt(kContents + "/Info.plist");
+};
+
+TEST_F(InfoPropertyList, TellsAHostHowToLoadThePlugIn) {
+  EXPECT_EQ(text("NSPrincipalClass"), "MorvaTTPdePluginKV2");
+  EXPECT_EQ(text("CFBundleExecutable"), "TandemTrim");
+  EXPECT_EQ(text("CFBundlePackageType"), "BNDL");
+  EXPECT_EQ(text("CFBundleInfoDictionaryVersion"), "6.0");
+}
+
+TEST_F(InfoPropertyList, NamesTheBundle) {
+  EXPECT_EQ(text("CFBundleIdentifier"), "com.morva.printing.pde.tandemtrim");
+  EXPECT_EQ(text("CFBundleName"), "TandemTrim");
+}
+
+TEST_F(InfoPropertyList, BearsTheVersionOfTheBuild) {
+  EXPECT_EQ(text("CFBundleShortVersionString"), VERSION);
+  EXPECT_EQ(text("CFBundleVersion"), VERSION);
+}
+
+TEST_F(InfoPropertyList, ListsTheLanguagesOfTheBundleAndAmongThemTheOneToFallBackOn) {
+  std::set<std::string> folders;
+  for (const auto& entry : fs::directory_iterator(kContents + "/Resources")) {
+    if (entry.path().extension() == ".lproj") folders.insert(entry.path().stem());
+  }
+  std::set<std::string> listed;
+  const auto localizations = platform::find(info, "CFBundleLocalizations");
+  ASSERT_TRUE(localizations && localizations->as<platform::Array>());
+  for (const auto& language : *localizations->as<platform::Array>()) {
+    listed.insert(platform::requiredText(language, "a language"));
+  }
+  EXPECT_EQ(listed, folders);
+  EXPECT_THAT(listed, UnorderedElementsAreArray(kLanguages));
+  EXPECT_THAT(listed, Contains(text("CFBundleDevelopmentRegion")));
+}
+
+}  // namespace
+}  // namespace tandemtrim::resources

@@ -1,0 +1,89 @@
+#include "view/view_controller.hpp"
+
+#include <array>
+
+#include "platform/integer_text.hpp"
+#include "view/margin_entry.hpp"
+#include "view/required.hpp"
+
+namespace tandemtrim {
+
+std::unique_ptr<MorvaTTViewControllerKV2> MorvaTTViewControllerKV2::initWithCommonInfo(
+    const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo) {
+  if (!commonInfo) return nullptr;
+  struct Made : MorvaTTViewControllerKV2 {};
+  auto made = std::make_unique<Made>();
+  made->commonInfo_ = commonInfo.get();
+  made->ticket_ = MorvaTTPrintTicketManagerKV2::initWithCommonInfo(commonInfo);
+  if (!made->ticket_) return nullptr;
+  return made;
+}
+
+// The tickets refer to controls of the loaded nib, which the base class keeps until they are gone.
+MorvaTTViewControllerKV2::~MorvaTTViewControllerKV2() {
+  if (viewIsInited_) platform::defaultCenter().removeObserver(this);
+  ticket_.reset();
+}
+
+platform::View* MorvaTTViewControllerKV2::panelViewWithNibName(std::string_view nibName) {
+  if (tandemTrimView_ == nullptr) {
+    platform::loadNibNamed(nibName, *this);
+    TTVCInitializeView();
+  }
+  return tandemTrimView_;
+}
+
+void MorvaTTViewControllerKV2::updateView() {
+  if (viewIsInited_) TTVCGreyView();
+}
+
+bool MorvaTTViewControllerKV2::restoreNonPPDSettingsFromPrintSettings() {
+  if (viewIsInited_) ticket_->restoreAllTicketFailSafe();
+  return true;
+}
+
+bool MorvaTTViewControllerKV2::saveNonPPDSettingsToPrintSettings() {
+  if (viewIsInited_) ticket_->saveAllTicket();
+  return true;
+}
+
+void MorvaTTViewControllerKV2::changeTandemTrimValid(platform::NibObject* /*sender*/) { TTVCGreyView(); }
+
+void MorvaTTViewControllerKV2::setDefaultValue(platform::NibObject* /*sender*/) {
+  ticket_->setAllToDefaultExceptValid();
+}
+
+void MorvaTTViewControllerKV2::TTVCGreyView() {
+  const std::array<ViewComponent*, 21> components{
+      required(directionPopUp_),         required(positionPopUp_),        required(textBoxMarginTop_),
+      required(textBoxMarginBottom_),    required(textBoxMarginLeft_),    required(textBoxMarginRight_),
+      required(stepperMarginTop_),       required(stepperMarginBottom_),  required(stepperMarginLeft_),
+      required(stepperMarginRight_),     required(defaultButton_),        required(labelDirection_),
+      required(labelPosition_),          required(labelMarginTop_),       required(labelMarginBottom_),
+      required(labelMarginLeft_),        required(labelMarginRight_),     required(labelMarginLimitTop_),
+      required(labelMarginLimitBottom_), required(labelMarginLimitLeft_), required(labelMarginLimitRight_),
+  };
+  const platform::Object flag(required(tandemTrimValid_)->state() == platform::CheckBox::kOn);
+  for (auto* component : components) component->changeState(flag);
+}
+
+void MorvaTTViewControllerKV2::controlTextDidChange(const platform::Notification& notification) {
+  // Only text boxes post this notification.
+  auto& textBox = static_cast<MorvaTTTextBoxKV2&>(*notification.object);
+  const platform::Object typed(platform::integerValue(TTVCDigitString(textBox.stringValue())));
+  const auto* accepted = required(textBox.verifyValue(typed));
+  textBox.setStringValue(accepted->stringValue());
+  if (const auto ticketName = margin_entry::ticketName(textBox.identifier())) {
+    ticket_->setMarginValue(*accepted, *ticketName);
+  }
+}
+
+std::string MorvaTTViewControllerKV2::TTVCDigitString(std::string_view text) const {
+  return margin_entry::digitString(text);
+}
+
+bool MorvaTTViewControllerKV2::TTVCIsDigitChar(std::string_view character) const {
+  return margin_entry::isDigitChar(character);
+}
+
+}  // namespace tandemtrim
