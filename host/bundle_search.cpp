@@ -10,10 +10,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Where an installation keeps bundles, seen from the folder of the program: an installation that was moved as
-// a whole, then a build tree.
-constexpr const char* kFoldersBesideProgram[] = {"../" TANDEM_TRIM_LIBDIR "/tandem-trim", ".", "../resources",
-                                                 ".."};
+// Seen from the program's folder: where an installation that was moved as a whole keeps bundles, and where a
+// build leaves them.
+constexpr const char* kFoldersBesideProgram[] = {"../" TANDEM_TRIM_LIBDIR "/tandem-trim", ".."};
 
 std::vector<fs::path> standardFolders() {
   std::vector<fs::path> folders;

@@ -68,8 +68,7 @@ Repeated declare(CLI::App& app, CommandLine& line) {
   app.add_flag("--verbose", line.verbose, "Show the log on standard error, too");
   app.add_option("FILE", line.files, "The files to print; - is standard input")
       ->type_name("")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->allow_extra_args(false);
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   return {repeatable(options), repeatable(copies), repeatable(set), restore};
 }
 

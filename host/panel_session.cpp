@@ -147,11 +147,12 @@ PanelResult playPanel(const LoadedPlugin& plugin, platform::PrintSettings& setti
   callPlugin(bundle, "willShow", [&] { panel.willShow(); });
   PanelResult result;
   result.title = callPlugin(bundle, "panelName", [&] { return panel.panelName(); });
-  result.limits = limitsOf(bundle, settingControls(view), keywords);
+  const auto controls = [&] { return callPlugin(bundle, "its view", [&] { return settingControls(view); }); };
+  result.limits = limitsOf(bundle, controls(), keywords);
 
   const auto before = storedValues(settings, keywords);
   const auto setAnew = callPlugin(bundle, "what the person did", [&] { return act(view, inputs, note); });
-  if (!force) refuseIllegalValues(settingControls(view), result.limits, setAnew, before);
+  if (!force) refuseIllegalValues(controls(), result.limits, setAnew, before);
   save(bundle, panel);
   if (force) putBack(settings, result.limits, setAnew, before);
   for (const auto& keyword : keywords) {

@@ -34,9 +34,6 @@ std::string decimalText(Number... number) {
 
 }  // namespace
 
-// Not inline: the compiler warns of uninitialized memory where it sees a variant of known kind being moved.
-Object::Object(Value value) : value_(std::move(value)) {}
-
 std::int64_t Object::integerValue() const {
   if (const auto* integer = as<std::int64_t>()) return *integer;
   if (const auto* real = as<double>()) return integerOf(*real);

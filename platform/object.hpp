@@ -32,7 +32,7 @@ class Object {
  public:
   using Value = std::variant<std::string, std::int64_t, double, bool, Array, Dictionary, Data, Date>;
 
-  explicit Object(Value value);
+  explicit Object(Value value) : value_(std::move(value)) {}
 
   [[nodiscard]] const Value& value() const noexcept { return value_; }
 

@@ -44,7 +44,9 @@ def scales():
             x, y = begin_x + distance * in_x, begin_y + distance * in_y
             operators.append(line(x, y, x + length * abs(in_y), y + length * abs(in_x)))
             if distance % 10 == 0 and distance > 0:
-                operators.append(text(x + 7 * abs(in_y) - 1.5 * abs(in_x), y + 7 * abs(in_x) - 0.8 * abs(in_y), 3, distance))
+                beside_x = x + 7 * abs(in_y) - 1.5 * abs(in_x)
+                beside_y = y + 7 * abs(in_x) - 0.8 * abs(in_y)
+                operators.append(text(beside_x, beside_y, 3, distance))
     return operators
 
 
@@ -62,18 +64,19 @@ def page_content(page):
 
 
 def objects():
-    """The document's objects, numbered from 1: catalog, page tree, font, information, then two for each page."""
+    """The document's objects in the order of their numbers, which begin at 1."""
     first_page = 5
     kids = " ".join(f"{first_page + 2 * index} 0 R" for index in range(PAGES))
     media_box = f"[0 0 {number(WIDTH_MM * POINTS_PER_MM)} {number(HEIGHT_MM * POINTS_PER_MM)}]"
     yield b"<< /Type /Catalog /Pages 2 0 R >>"
-    yield f"<< /Type /Pages /Kids [{kids}] /Count {PAGES} /MediaBox {media_box} >>".encode("ascii")
+    resources = "<< /Font << /F1 3 0 R >> >>"
+    inherited = f"/MediaBox {media_box} /Resources {resources}"
+    yield f"<< /Type /Pages /Kids [{kids}] /Count {PAGES} {inherited} >>".encode("ascii")
     yield b"<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >>"
     yield f"<< /Title ({TITLE}) >>".encode("ascii")
     for index in range(PAGES):
         contents = first_page + 2 * index + 1
-        resources = "<< /Font << /F1 3 0 R >> >>"
-        yield f"<< /Type /Page /Parent 2 0 R /Resources {resources} /Contents {contents} 0 R >>".encode("ascii")
+        yield f"<< /Type /Page /Parent 2 0 R /Contents {contents} 0 R >>".encode("ascii")
         content = page_content(index + 1)
         yield b"<< /Length %d >>\nstream\n%s\nendstream" % (len(content), content)
 

@@ -160,6 +160,7 @@ class PrivateCups:
                     stdout=output,
                     stderr=output,
                     start_new_session=True,
+                    env={"PATH": "/usr/bin:/bin:/usr/sbin:/sbin", "LANG": "C.UTF-8"},
                 )
             if until(lambda: self._server.poll() is not None or self._answers(), "the start of cupsd"):
                 if self._server.poll() is None:
@@ -222,11 +223,11 @@ class PrivateCups:
 
     # Its clients and jobs.
 
-    def environment(self, **more):
+    def environment(self):
         """The variables of a program that is to print here, with nothing of the user's own settings."""
         home = str(self.folder / "home")
         variables = {name: value for name, value in os.environ.items() if name.startswith(KEPT_VARIABLES)}
-        variables |= {
+        return variables | {
             "PATH": "/usr/bin:/bin:/usr/sbin:/sbin",
             "HOME": home,
             "LANG": "C.UTF-8",
@@ -234,7 +235,6 @@ class PrivateCups:
             "CUPS_SERVER": f"{self.address[0]}:{self.address[1]}",
             "CUPS_SERVERROOT": home,  # where root's saved options are
         }
-        return variables | more
 
     def jobs(self, which="all"):
         """The numbers of the jobs that the server knows ("all", "completed", "not-completed")."""

@@ -22,7 +22,7 @@ TEST(ACommandLine, IsReadAsThatOfLp) {
   EXPECT_EQ(line.printer, "Morva/draft");
   EXPECT_EQ(line.title, "Annual report");
   EXPECT_EQ(line.options,
-            (Options{{"copies", "3"}, {"landscape", "true"}, {"MVTopMargin", "5"}, {"media", "A4"}}));
+            (Options{{"copies", "3"}, {"landscape", "true"}, {"media", "A4"}, {"MVTopMargin", "5"}}));
   EXPECT_THAT(line.files, ElementsAre("a.pdf", "-", "b.pdf"));
 }
 
@@ -46,7 +46,6 @@ TEST(ACommandLine, TakesAFileAfterAnOptionAndAfterTwoDashes) {
   EXPECT_THAT(parse({"-o", "landscape", "a.pdf"}).files, ElementsAre("a.pdf"));
   EXPECT_THAT(parse({"--set", "Top=1", "a.pdf"}).files, ElementsAre("a.pdf"));
   EXPECT_THAT(parse({"--", "-n"}).files, ElementsAre("-n"));
-  EXPECT_THAT(parse({"[one]"}).files, ElementsAre("[one]"));
 }
 
 TEST(ACommandLine, TakesABracketedValueAsItStands) {

@@ -16,6 +16,7 @@ struct FakeBundle {
 /// Writes a bundle of this name and gives its path.
 inline std::string writeBundle(const TemporaryFolder& folder, const std::string& name,
                                const FakeBundle& bundle = {}) {
+  std::filesystem::remove_all(folder.path() / name);
   const std::filesystem::path contents = std::filesystem::path(name) / "Contents";
   std::string entries =
       "<key>CFBundleIdentifier</key><string>test.fake</string>"

@@ -44,7 +44,7 @@ TEST_P(AMalformedOptionText, IsAWrongCommandLine) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Options, AMalformedOptionText,
-                         testing::Values("", " ", "=5", "a=1 =2", "a='b", "a=\"b c", "a={b=1", "a=1,'b", "no",
+                         testing::Values("", " ", "=5", "a=1 =2", "a='b", "a=\"b c", "a={b=1", "a=,'b", "no",
                                          "{}", "a='it\\'"));
 
 TEST(SettingAnOption, ReplacesAnEarlierOneWhateverItsLetterCase) {

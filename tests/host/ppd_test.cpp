@@ -42,9 +42,9 @@ TEST_F(APpd, GivesItsOwnSpellingOfAKeyword) {
 }
 
 TEST_F(APpd, ThatIsMalformedIsRefusedWithItsLine) {
-  const auto failure = failureOf([&] { open(kHeader + "*OpenUI *A: PickOne\n*A 1: \"\nno end"); });
+  const auto failure = failureOf([&] { open(kHeader + "*OpenGroup: A/One\n*OpenGroup: B/Two\n"); });
   EXPECT_EQ(failure.exitStatus(), kFailed);
-  EXPECT_THAT(failure.what(), AllOf(HasSubstr("test.ppd"), HasSubstr("line ")));
+  EXPECT_THAT(failure.what(), AllOf(HasSubstr("test.ppd"), HasSubstr("line 4")));
 }
 
 TEST_F(APpd, ThatIsNoPpdIsRefusedWithItsLine) {

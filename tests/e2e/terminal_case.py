@@ -1,0 +1,128 @@
+"""What the tests of the terminal program have in common: a server, the sample printer and ways to run the program."""
+
+import hashlib
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import tempfile
+import time
+import unittest
+
+import surroundings
+from private_cups import PrivateCups
+
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+BUILD = pathlib.Path(os.environ.get("TANDEM_TRIM_BUILD", PROJECT / "build/release")).resolve()
+PROGRAM = BUILD / "host/tandem-trim"
+BUNDLE = BUILD / "TandemTrim.bundle"
+PPD = PROJECT / "resources/sample/MorvaTandemKV2.ppd"
+SAMPLE = PROJECT / "resources/sample/sample.pdf"
+LIMIT = 60  # seconds until the program counts as hung
+
+VALID, DIRECTION, POSITION = "MVTandemTrim", "MVImageDirectionPriority", "MVPrintPosition"
+MARGINS = {side: f"MV{side}Margin" for side in ("Top", "Bottom", "Left", "Right")}
+LARGEST = {"Top": 20, "Bottom": 30, "Left": 15, "Right": 25}  # of the sample printer
+DEFAULTS = {VALID: "Off", DIRECTION: "LongEdgeFeed", POSITION: "Center"} | dict.fromkeys(MARGINS.values(), "5")
+
+# Every kind of value, each asked for in another way than the default.
+CHANGED = {
+    VALID: "On",
+    DIRECTION: "ShortEdgeFeed",
+    POSITION: "Left",
+    MARGINS["Top"]: "12",
+    MARGINS["Bottom"]: "30",
+    MARGINS["Left"]: "0",
+    MARGINS["Right"]: "7",
+}
+ACTS_THAT_CHANGE = ["Valid=On", "Direction=ShortEdgeFeed", "Position=Left", "Top=12", "Bottom=30", "Left=0", "Right=7"]
+
+
+def each(option, values):
+    """The same command-line option before each of the values."""
+    return [word for value in values for word in (option, value)]
+
+
+def option_text(keyword, value):
+    """The option as lp reads it from one argument of -o."""
+    value = value.replace("\\", "\\\\").replace('"', '\\"')
+    return f'{keyword}="{value}"'
+
+
+def digest(document):
+    return hashlib.sha256(pathlib.Path(document).read_bytes()).hexdigest()
+
+
+def of_panel(options):
+    """Those of the options that are the panel's."""
+    return {keyword: value for keyword, value in options.items() if keyword in DEFAULTS}
+
+
+class TerminalCase(unittest.TestCase):
+    maxDiff = None
+
+    @classmethod
+    def setUpClass(cls):
+        if not PROGRAM.exists():
+            raise FileNotFoundError(f"{PROGRAM}: build it first, or name the build folder by TANDEM_TRIM_BUILD")
+        cls.cups = PrivateCups()
+        cls.addClassCleanup(cls.cups.stop)
+        cls.cups.add_queue("Morva", PPD)
+
+    def setUp(self):
+        self.cups.forget()
+
+    def temporary_folder(self):
+        folder = pathlib.Path(tempfile.mkdtemp(prefix="tandem-trim-test-"))
+        self.addCleanup(shutil.rmtree, folder)
+        return folder
+
+    def environment(self, **more):
+        around = surroundings.variables(os.environ.get("TANDEM_TRIM_SURROUNDINGS", "english"))
+        return self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | around | more
+
+    def trim(self, *arguments, stdin=b"", **variables):
+        """Runs the program to its end; texts come back as str."""
+        result = subprocess.run(
+            [PROGRAM, *arguments],
+            input=stdin,
+            capture_output=True,
+            env=self.environment(**variables),
+            timeout=LIMIT,
+            check=False,
+        )
+        result.stdout = result.stdout.decode()
+        result.stderr = result.stderr.decode()
+        return result
+
+    def prints(self, *arguments, stdin=b"", **variables):
+        """Runs the program, which must succeed, and gives its result and the records of the job."""
+        result = self.trim(*arguments, stdin=stdin, **variables)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        confirmation = re.search(r"^job (\d+) on ", result.stdout, re.MULTILINE)
+        self.assertIsNotNone(confirmation, result.stdout + result.stderr)
+        self.cups.wait_for_jobs()
+        return result, [record for record in self.cups.records() if record.job == int(confirmation[1])]
+
+    def options_of(self, *arguments, **variables):
+        """Prints the sample document on Morva and gives the options as the filter received them."""
+        _, (record,) = self.prints("-d", "Morva", *arguments, SAMPLE, **variables)
+        return record.options
+
+    def refuses(self, *arguments, status=1, words=(), stdin=b"", **variables):
+        """Runs the program, which must end with this status, say these words and send nothing. Gives its result."""
+        before = self.cups.jobs()
+        result = self.trim(*arguments, stdin=stdin, **variables)
+        self.assertEqual(result.returncode, status, result.stdout + result.stderr)
+        self.assertEqual(result.stdout, "")
+        for word in words:
+            self.assertIn(word, result.stderr)
+        self.assertEqual(self.cups.jobs(), before, "a job was sent")
+        self.assertEqual(self.cups.records(), [])
+        return result
+
+    def seconds(self, action):
+        start = time.monotonic()
+        action()
+        return time.monotonic() - start

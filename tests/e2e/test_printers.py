@@ -1,0 +1,97 @@
+"""Printers of other kinds than the sample, and values that a printer does not allow."""
+
+import unittest
+
+from terminal_case import (
+    CHANGED,
+    DEFAULTS,
+    DIRECTION,
+    LARGEST,
+    MARGINS,
+    POSITION,
+    PPD,
+    SAMPLE,
+    VALID,
+    TerminalCase,
+    of_panel,
+)
+
+OWN_LIMIT = 10  # of the panel, where no PPD names one
+
+
+def ppd_without(folder, attribute):
+    """A copy of the sample PPD without the lines of this attribute."""
+    lines = PPD.read_bytes().splitlines(keepends=True)
+    copy = folder / f"without{attribute}.ppd"
+    copy.write_bytes(b"".join(line for line in lines if not line.startswith(b"*" + attribute.encode())))
+    return copy
+
+
+class PrintersTest(TerminalCase):
+    def add_queue(self, name, ppd=None):
+        self.cups.add_queue(name, ppd)
+        self.addCleanup(self.cups.remove, name)
+
+    def test_a_printer_without_the_panel_never_gets_the_panels_options(self):
+        self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
+        _, (record,) = self.prints("-d", "Plain", SAMPLE)
+        self.assertEqual(of_panel(record.options), {})
+        options = " ".join(f"{keyword}={value}" for keyword, value in CHANGED.items())
+        result, (record,) = self.prints("-d", "Plain", "-o", options, "-o", "PageSize=A5", SAMPLE)
+        self.assertEqual(of_panel(record.options), {})
+        self.assertEqual(record.options["PageSize"], "A5")
+        for keyword in CHANGED:
+            self.assertIn(keyword, result.stderr)
+
+    def test_a_printer_without_the_panel_has_nothing_to_set(self):
+        self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
+        for act in (["--set", "Valid=On"], ["--restore-defaults"]):
+            self.refuses("-d", "Plain", *act, SAMPLE, words=["Plain", "no panel"])
+
+    def test_a_queue_without_a_ppd_gets_the_options_with_a_note(self):
+        self.add_queue("Raw")
+        acts = ["--set", "Valid=On", "--set", f"Top={OWN_LIMIT}", "--set", f"Left={OWN_LIMIT + 1}"]
+        result, (record,) = self.prints("-d", "Raw", *acts, SAMPLE)
+        expected = DEFAULTS | {VALID: "On", MARGINS["Top"]: str(OWN_LIMIT), MARGINS["Left"]: str(OWN_LIMIT)}
+        self.assertEqual(of_panel(record.options), expected)
+        self.assertRegex(result.stderr, "Raw has no PPD.*filters may not know")
+        self.assertRegex(result.stderr, rf'Left: "{OWN_LIMIT + 1}" was typed.*0 to {OWN_LIMIT}\b')
+
+    def test_a_ppd_without_limits_leaves_the_panels_own(self):
+        self.add_queue("Limitless", ppd_without(self.temporary_folder(), "MVMax"))
+        for side, keyword in MARGINS.items():
+            with self.subTest(side=side):
+                acts = ["--set", "Valid=On", "--set", f"{side}=99"]
+                _, (record,) = self.prints("-d", "Limitless", *acts, SAMPLE)
+                self.assertEqual(record.options[keyword], str(OWN_LIMIT))
+
+    def test_a_stored_value_that_the_printer_does_not_allow_is_refused_with_limit_and_remedy(self):
+        refused = [
+            (MARGINS[side], value, f"0 to {largest}", remedy)
+            for side, largest in LARGEST.items()
+            for value, remedy in ((f"{largest + 1}", largest), ("-1", 0), ("many", 0), ("2.5", 2), ("9" * 20, largest))
+        ]
+        refused.append((POSITION, "Middle", "Left, Center, Right", "Left"))
+        refused.append((DIRECTION, "Sideways", "LongEdgeFeed, ShortEdgeFeed", "LongEdgeFeed"))
+        refused.append((VALID, "Maybe", "On, Off", "On"))
+        for keyword, value, allowed, remedy in refused:
+            with self.subTest(keyword=keyword, value=value):
+                words = [f"{keyword}={value}", allowed, f"-o {keyword}={remedy}", "--force"]
+                options = f"MVTandemTrim=On {keyword}={value}"
+                self.refuses("-d", "Morva", "-o", options, SAMPLE, words=words)
+
+    def test_force_sends_a_stored_value_as_it_stands(self):
+        for keyword, value in ((MARGINS["Top"], "21"), (MARGINS["Left"], "many"), (POSITION, "Middle"), (VALID, "Maybe")):
+            with self.subTest(keyword=keyword, value=value):
+                options = self.options_of("--force", "-o", f"MVTandemTrim=On {keyword}={value}")
+                self.assertEqual(of_panel(options), DEFAULTS | {VALID: "On", keyword: value})
+
+    def test_the_remedies_named_work(self):
+        for remedy in (["-o", "MVTopMargin=20"], ["--set", "Top=20"]):
+            with self.subTest(remedy):
+                options = self.options_of("-o", "MVTandemTrim=On MVTopMargin=21", *remedy)
+                self.assertEqual(options[MARGINS["Top"]], "20")
+
+
+if __name__ == "__main__":
+    unittest.main()

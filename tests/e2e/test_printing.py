@@ -1,0 +1,165 @@
+"""From the command line to the printer's filter: options and documents."""
+
+import os
+import subprocess
+import time
+import unittest
+
+from private_cups import until
+from terminal_case import (
+    ACTS_THAT_CHANGE,
+    CHANGED,
+    DEFAULTS,
+    MARGINS,
+    PROGRAM,
+    SAMPLE,
+    TerminalCase,
+    digest,
+    each,
+    of_panel,
+    option_text,
+)
+
+FOREIGN = {
+    "x-blank": "two words",
+    "x-double": 'say "trim"',
+    "x-single": "it's 5 o'clock",
+    "x-backslash": "C:\\trim\\",
+    "x-text": "Größe 日本 قص 🖨",
+    "x-list": "1,2,3",
+    "x-equals": "a=b",
+    "x-braces": "a{b}c",
+    "x-shell": "$HOME `id` ;|&<>*?",
+    "x-number": "2.5",
+    "x-tab": "left\tright",
+    "x-lines": "one\ntwo",
+    "x-long": "y" * 1000,
+}
+
+
+class PrintingTest(TerminalCase):
+    def test_a_job_without_wishes_carries_the_seven_defaults(self):
+        self.assertEqual(of_panel(self.options_of()), DEFAULTS)
+
+    def test_what_is_set_at_the_panel_arrives(self):
+        self.assertEqual(of_panel(self.options_of(*each("--set", ACTS_THAT_CHANGE))), CHANGED)
+
+    def test_the_panels_own_options_may_be_given_as_lp_takes_them(self):
+        options = [f"{keyword}={value}" for keyword, value in CHANGED.items()]
+        for arguments in (each("-o", options), ["-o", " ".join(options)]):
+            with self.subTest(arguments):
+                self.assertEqual(of_panel(self.options_of(*arguments)), CHANGED)
+
+    def test_the_panel_starts_from_the_options_given(self):
+        options = self.options_of("-o", "MVTandemTrim=On MVTopMargin=7 MVLeftMargin=8", "--set", "Left=9")
+        expected = DEFAULTS | {"MVTandemTrim": "On", "MVTopMargin": "7", "MVLeftMargin": "9"}
+        self.assertEqual(of_panel(options), expected)
+
+    def test_other_options_arrive_untouched(self):
+        options = self.options_of(*each("-o", [option_text(*option) for option in FOREIGN.items()]))
+        self.assertEqual({keyword: options.get(keyword) for keyword in FOREIGN}, FOREIGN)
+        self.assertEqual(of_panel(options), DEFAULTS)
+
+    def test_switches_and_several_options_in_one_argument_are_read_as_lp_reads_them(self):
+        options = self.options_of("-o", "landscape", "-o", "noMirror PageSize=A5 sides=two-sided-long-edge")
+        expected = {"landscape": "true", "Mirror": "false", "PageSize": "A5", "sides": "two-sided-long-edge"}
+        self.assertEqual({keyword: options.get(keyword) for keyword in expected}, expected)
+
+    def test_the_server_confirms_every_option(self):
+        result, (record,) = self.prints("-d", "Morva", SAMPLE)
+        self.assertEqual(result.stdout, f"job {record.job} on Morva: 7 of 7 options confirmed\n")
+        self.assertEqual(result.stderr, "")
+        result, (record,) = self.prints("-d", "Morva", "-o", "landscape PageSize=A5", SAMPLE)
+        self.assertEqual(result.stdout, f"job {record.job} on Morva: 9 of 9 options confirmed\n")
+
+    def test_the_longest_value_that_cups_carries_arrives(self):
+        longest = "z" * 32767
+        self.assertEqual(self.options_of("-o", f"x-longest={longest}").get("x-longest"), longest)
+
+    def test_copies_and_title_are_the_jobs(self):
+        _, (record,) = self.prints("-d", "Morva", "-n", "3", "-t", "Drei Größen", SAMPLE)
+        self.assertEqual((record.copies, record.title), (3, "Drei Größen"))
+        _, (record,) = self.prints("-d", "Morva", SAMPLE)
+        self.assertEqual((record.copies, record.title), (1, "sample.pdf"))
+
+    def test_a_document_arrives_byte_for_byte(self):
+        folder = self.temporary_folder()
+        document = folder / "ten megabytes – größer.pdf"
+        document.write_bytes(SAMPLE.read_bytes() + os.urandom(10_000_000))
+        for file in (SAMPLE, document):
+            with self.subTest(file=file.name):
+                _, (record,) = self.prints("-d", "Morva", file)
+                self.assertEqual(record.sha256, digest(file))
+                self.assertEqual(record.title, file.name)
+
+    def test_standard_input_is_printed_in_the_place_of_a_hyphen(self):
+        _, (record,) = self.prints("-d", "Morva", "-", stdin=SAMPLE.read_bytes())
+        self.assertEqual(record.sha256, digest(SAMPLE))
+
+    def test_several_files_make_one_job_in_their_order(self):
+        other = self.temporary_folder() / "other.pdf"
+        other.write_bytes(SAMPLE.read_bytes() + b"% the other one\n")
+        arguments = ["-d", "Morva", "--set", "Valid=On", "--set", "Top=12", other, "-", SAMPLE]
+        _, records = self.prints(*arguments, stdin=b"%PDF-1.4\n% the one between\n")
+        self.assertEqual([record.sha256 for record in records][::2], [digest(other), digest(SAMPLE)])
+        self.assertEqual(len(records), 3)
+        for record in records:
+            self.assertEqual(record.options[MARGINS["Top"]], "12")
+
+    def test_the_printer_may_come_from_the_environment_and_the_server_from_the_command_line(self):
+        server = f"{self.cups.address[0]}:{self.cups.address[1]}"
+        _, (record,) = self.prints("-h", server, SAMPLE, LPDEST="Morva", CUPS_SERVER="127.0.0.1:1")
+        self.assertEqual(record.queue, "Morva")
+
+    def test_a_stopped_printer_takes_the_job_and_the_program_says_that_it_waits(self):
+        self.cups.add_queue("Resting", enabled=False)
+        result = self.trim("-d", "Resting", SAMPLE)
+        self.cups.remove("Resting")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertRegex(result.stderr, "Resting is stopped.*cupsenable Resting")
+
+    def test_a_long_upload_shows_its_progress_on_a_terminal(self):
+        terminal, seen_by_program = os.openpty()
+        self.addCleanup(os.close, terminal)
+        os.set_blocking(terminal, False)
+        command = [PROGRAM, "-d", "Morva", "-"]
+        with subprocess.Popen(
+            command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=seen_by_program, env=self.environment()
+        ) as program:
+            os.close(seen_by_program)
+            shown = bytearray()
+
+            def progress_is_shown():
+                program.stdin.write(bytes(65536))
+                try:
+                    shown.extend(os.read(terminal, 4096))
+                except BlockingIOError:
+                    pass
+                return b"(stdin): " in shown
+
+            program.stdin.write(b"%PDF-1.4\n")
+            until(progress_is_shown, "the progress of the upload")
+            program.communicate()
+            self.assertEqual(program.returncode, 0)
+        self.assertRegex(shown.decode(), r"\(stdin\): \d+ MB sent")
+
+    def test_progress_is_for_terminals_only(self):
+        with subprocess.Popen(
+            [PROGRAM, "-d", "Morva", "-"],
+            stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
+            env=self.environment(),
+        ) as program:
+            program.stdin.write(b"%PDF-1.4\n" + bytes(65536))
+            program.stdin.flush()
+            until(lambda: self.cups.jobs("not-completed"), "the start of the job")
+            # Longer than it takes until progress is shown on a terminal.
+            end = time.monotonic() + 1
+            until(lambda: program.stdin.write(bytes(65536)) and time.monotonic() > end, "a long upload")
+            _, said = program.communicate()
+        self.assertEqual((program.returncode, said), (0, b""))
+
+
+if __name__ == "__main__":
+    unittest.main()
