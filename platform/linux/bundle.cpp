@@ -106,9 +106,7 @@ std::optional<std::string> Bundle::infoText(std::string_view key) const {
   return text == nullptr ? std::nullopt : std::optional(*text);
 }
 
-fs::path Bundle::localizationFolder() const {
-  return resources_ / (*localization_ + kLocalizationEnding);
-}
+fs::path Bundle::localizationFolder() const { return resources_ / (*localization_ + kLocalizationEnding); }
 
 std::optional<std::string> Bundle::principalClass() const { return infoText("NSPrincipalClass"); }
 

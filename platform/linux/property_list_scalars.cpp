@@ -21,6 +21,7 @@ std::string_view withoutBlanks(std::string_view text) {
 }
 
 ObjectRef readInteger(std::string_view text) {
+  text = withoutBlanks(text);
   const bool isSigned = text.starts_with('+') || text.starts_with('-');
   const auto digits = text.substr(isSigned ? 1 : 0);
   if (digits.empty() || !std::all_of(digits.begin(), digits.end(), isDigit)) return nullptr;
@@ -28,6 +29,7 @@ ObjectRef readInteger(std::string_view text) {
 }
 
 ObjectRef readReal(std::string_view text) {
+  text = withoutBlanks(text);
   // std::from_chars reads a minus sign but no plus sign.
   if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   double value = 0;
@@ -56,7 +58,7 @@ std::optional<std::array<unsigned, 6>> dateFields(std::string_view text) {
 
 ObjectRef readDate(std::string_view text) {
   namespace chrono = std::chrono;
-  const auto fields = dateFields(text);
+  const auto fields = dateFields(withoutBlanks(text));
   if (!fields) return nullptr;
   const auto [year, month, day, hour, minute, second] = *fields;
   const chrono::year_month_day date{chrono::year(static_cast<int>(year)), chrono::month(month),
@@ -70,24 +72,18 @@ ObjectRef readDate(std::string_view text) {
 
 struct Reader {
   std::string_view element;
-  ObjectRef (*read)(std::string_view text);
+  ScalarReader read;
 };
 constexpr std::array kReaders{Reader{"integer", readInteger}, Reader{"real", readReal},
                               Reader{"date", readDate}};
 
-const Reader* findReader(std::string_view element) {
-  const auto* found = std::find_if(kReaders.begin(), kReaders.end(),
-                                   [element](const Reader& reader) { return reader.element == element; });
-  return found == kReaders.end() ? nullptr : found;
-}
-
 }  // namespace
 
-bool isPropertyListScalar(std::string_view element) { return findReader(element) != nullptr; }
-
-ObjectRef propertyListScalar(std::string_view element, std::string_view text) {
-  const auto* reader = findReader(element);
-  return reader == nullptr ? nullptr : reader->read(withoutBlanks(text));
+ScalarReader findScalarReader(std::string_view element) {
+  for (const auto& reader : kReaders) {
+    if (reader.element == element) return reader.read;
+  }
+  return nullptr;
 }
 
 }  // namespace tandemtrim::platform::linux

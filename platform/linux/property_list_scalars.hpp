@@ -6,11 +6,11 @@
 
 namespace tandemtrim::platform::linux {
 
-/// Whether the elements of this name are read by propertyListScalar.
-bool isPropertyListScalar(std::string_view element);
+/// Reads the number or date that a text stands for, whatever the locale; null when it stands for none.
+using ScalarReader = ObjectRef (*)(std::string_view text);
 
-/// The number or date that an element's text stands for, whatever the locale; null when it stands for none.
-/// Integers beyond 64 bits are held at the nearest one. Dates are in the form 2001-12-31T23:59:59Z.
-ObjectRef propertyListScalar(std::string_view element, std::string_view text);
+/// The reader for the elements of this name ("integer", "real", "date"), or null for any other name. Integers
+/// beyond 64 bits are held at the nearest one. Dates are in the form 2001-12-31T23:59:59Z.
+ScalarReader findScalarReader(std::string_view element);
 
 }  // namespace tandemtrim::platform::linux

@@ -77,7 +77,7 @@ class Walk {
     if (closes) name.remove_prefix(1);
     name = name.substr(0, name.find_first_of(kBlanks));
     if (closes) return close(name);
-    if (isPropertyListScalar(name) && !open_.empty()) return !isEmpty && scalar(name);
+    if (const auto read = findScalarReader(name)) return !isEmpty && scalar(name, read);
     return open(name) && (!isEmpty || close(name));
   }
 
@@ -99,9 +99,9 @@ class Walk {
     return true;
   }
 
-  bool scalar(std::string_view name) {
+  bool scalar(std::string_view name, ScalarReader read) {
     const auto text = cutThrough("</" + std::string(name) + ">");
-    auto object = text ? propertyListScalar(name, *text) : nullptr;
+    auto object = text && !open_.empty() ? read(*text) : nullptr;
     if (!object) return false;
     result.xml.append("<integer>").append(std::to_string(result.scalars.size())).append("</integer>");
     result.scalars.push_back(std::move(object));

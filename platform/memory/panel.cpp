@@ -129,16 +129,6 @@ ControlState Panel::control(std::string_view name) const {
   throw std::out_of_range("the panel has no control \"" + std::string(name) + '"');
 }
 
-template <class Class>
-Class& Panel::named(std::string_view name) const {
-  for (const auto& entry : entries_) {
-    const bool fits = !name.empty() && (entry.outlet == name || entry.name == name);
-    if (auto* const* control = std::get_if<Class*>(&entry.control); fits && control != nullptr)
-      return **control;
-  }
-  throw std::out_of_range("the panel has no such control \"" + std::string(name) + '"');
-}
-
 bool Panel::type(std::string_view textBox, std::string_view text) {
   return named<TextBox>(textBox).userEdits(text);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -31,6 +33,8 @@ class Panel : public LoadedNib, public PanelView {
   bool click(std::string_view button) override;
   bool step(std::string_view stepper, int steps) override;
   bool choose(std::string_view popUp, std::size_t index) override;
+  /// Puts a check box into the mixed state, as only a program can.
+  void setMixed(std::string_view checkBox) { named<CheckBox>(checkBox).setState(CheckBox::kMixed); }
 
  private:
   using AnyControl = std::variant<TextLabel*, TextBox*, Stepper*, CheckBox*, PopUpButton*, Button*>;
@@ -48,7 +52,14 @@ class Panel : public LoadedNib, public PanelView {
 
   [[nodiscard]] static ControlState stateOf(const Entry& entry);
   template <class Class>
-  [[nodiscard]] Class& named(std::string_view name) const;
+  [[nodiscard]] Class& named(std::string_view name) const {
+    for (const auto& entry : entries_) {
+      const bool fits = !name.empty() && (entry.outlet == name || entry.name == name);
+      if (auto* const* control = std::get_if<Class*>(&entry.control); fits && control != nullptr)
+        return **control;
+    }
+    throw std::out_of_range("the panel has no such control \"" + std::string(name) + '"');
+  }
 
   NibDescription description_;
   CheckBox tandemTrimValid_;

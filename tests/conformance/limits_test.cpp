@@ -1,0 +1,106 @@
+#include "tests/conformance/conformance_test.hpp"
+
+namespace tandemtrim::conformance {
+namespace {
+
+struct PpdValue {
+  const char* value;
+  const char* limit;
+  friend std::ostream& operator<<(std::ostream& out, const PpdValue& value) {
+    return out << '"' << value.value << '"';
+  }
+};
+
+// Scene: minimum 2, maximum 60, limit without a PPD value 30.
+class MarginLimit : public ForEachSide {
+ protected:
+  void SetUp() override { scene.settingInfo["DefaultValue.MarginMin"] = "<integer>2</integer>"; }
+  [[nodiscard]] std::string attribute() const { return "MVMaxTandemTrimMargin" + side.name; }
+  [[nodiscard]] std::string rangeUpTo(const std::string& limit) const { return "mm   from 2 up to " + limit; }
+};
+
+TEST_P(MarginLimit, ComesFromThePpdHeldBetweenTheCommonBounds) {
+  const PpdValue values[] = {
+      {"25", "25"},  {" 25mm", "25"}, {"0", "2"},     {"abc", "2"},
+      {"", "2"},     {"-5", "2"},     {"61", "60"},   {"60", "60"},
+      {"2", "2"},    {"+7", "7"},     {"12.9", "12"}, {"99999999999999999999", "60"},
+      {"0x10", "2"}, {"007", "7"},    {"%n%s", "2"},  {"-99999999999999999999", "2"},
+  };
+  for (const auto& value : values) {
+    scene.ppdAttributes->insert_or_assign(attribute(), value.value);
+    ASSERT_NO_FATAL_FAILURE(show());
+    EXPECT_EQ(text(side.limitLabel), rangeUpTo(value.limit)) << value;
+    EXPECT_EQ(panel->look(side.stepper).max, std::stod(value.limit)) << value;
+    panel.reset();
+  }
+}
+
+TEST_P(MarginLimit, ThatIsNotUtf8CountsAsMissing) {
+  scene.ppdAttributes->insert_or_assign(attribute(), "25\xE9");
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(text(side.limitLabel), rangeUpTo("30"));
+}
+
+TEST_P(MarginLimit, FallsBackToTheSettingInfoWhenThePpdHasNone) {
+  scene.ppdAttributes->erase(attribute());
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(text(side.limitLabel), rangeUpTo("30"));
+}
+
+TEST_P(MarginLimit, FallsBackToTheSettingInfoWithoutAnyPpd) {
+  scene.ppdAttributes.reset();
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(text(side.limitLabel), rangeUpTo("30"));
+  EXPECT_EQ(panel->look(side.stepper).max, 30);
+}
+
+TEST_P(MarginLimit, OfTheSettingInfoIsHeldBetweenTheBoundsToo) {
+  scene.ppdAttributes.reset();
+  scene.settingInfo["DefaultValue.MarginLimit"] = "<integer>500</integer>";
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(text(side.limitLabel), rangeUpTo("60"));
+}
+
+TEST_P(MarginLimit, IsTheMinimumWhenNeitherNamesOne) {
+  scene.ppdAttributes.reset();
+  scene.settingInfo.erase("DefaultValue.MarginLimit");
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(text(side.limitLabel), rangeUpTo("2"));
+}
+
+TEST_P(MarginLimit, LooksAtTheMinimumFirstWhereTheBoundsCross) {
+  scene.settingInfo["DefaultValue.MarginMin"] = "<integer>20</integer>";
+  scene.settingInfo["DefaultValue.MarginMax"] = "<integer>10</integer>";
+  for (const auto& [value, limit] : {std::pair{"19", "20"}, std::pair{"20", "10"}, std::pair{"21", "10"}}) {
+    scene.ppdAttributes->insert_or_assign(attribute(), value);
+    ASSERT_NO_FATAL_FAILURE(show());
+    EXPECT_EQ(text(side.limitLabel), std::string("mm   from 20 up to ") + limit) << value;
+    panel.reset();
+  }
+}
+
+TEST_P(MarginLimit, ShowsANumberAsItIsWrittenAndComparesItCutTowardZero) {
+  scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
+  scene.settingInfo["DefaultValue.MarginMax"] = "<real>5.0</real>";
+  scene.ppdAttributes->insert_or_assign(attribute(), "9");
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  EXPECT_EQ(text(side.limitLabel), "mm   from 2.5 up to 5");
+  EXPECT_EQ(panel->look(side.stepper).min, 2);
+  EXPECT_EQ(panel->look(side.stepper).max, 5);
+  panel->replaceText(side.textBox, "2");
+  EXPECT_EQ(text(side.textBox), "2");
+  panel->replaceText(side.textBox, "1");
+  EXPECT_EQ(text(side.textBox), "2.5");
+}
+
+TEST_P(MarginLimit, ReadsTrueAsOne) {
+  scene.settingInfo["DefaultValue.MarginMin"] = "<true/>";
+  scene.ppdAttributes->insert_or_assign(attribute(), "0");
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(text(side.limitLabel), "mm   from 1 up to 1");
+}
+
+INSTANTIATE_TEST_SUITE_P(Sides, MarginLimit, testing::ValuesIn(kSides), sideName);
+
+}  // namespace
+}  // namespace tandemtrim::conformance

@@ -1,0 +1,111 @@
+#include "tests/conformance/conformance_test.hpp"
+
+namespace tandemtrim::conformance {
+namespace {
+
+using testing::ElementsAreArray;
+
+class PanelRequest : public Conformance {};
+
+TEST_F(PanelRequest, GivesOnePanelForThePrintDialogsType) {
+  dialog = openDialog(scene);
+  EXPECT_EQ(dialog->panelCount(), 1U);
+}
+
+TEST_F(PanelRequest, GivesNoneForAnyOtherType) {
+  dialog = openDialog(scene);
+  for (const std::string type :
+       {"bdb091f4-e57f-11d3-b5cc-0050e4603277", "", "TandemTrim", "BDB091F4-E57F-11D3-B5CC-0050E4603277 "}) {
+    EXPECT_EQ(dialog->panelForType(type, true), nullptr) << '"' << type << '"';
+  }
+  EXPECT_EQ(dialog->panelForType(std::nullopt, true), nullptr);
+  EXPECT_THAT(dialog->storedKeys(), testing::IsEmpty());
+}
+
+TEST_F(PanelRequest, GivesNoneWithoutAHostCallback) {
+  dialog = openDialog(scene);
+  EXPECT_EQ(dialog->panelForType(kType, false), nullptr);
+}
+
+TEST_F(PanelRequest, GivesNoneWhenTheBundleLacksItsSettingInfo) {
+  scene.settingInfo.clear();
+  dialog = openDialog(scene);
+  EXPECT_EQ(dialog->panelForType(kType, true), nullptr);
+  EXPECT_THAT(dialog->storedKeys(), testing::IsEmpty());
+}
+
+TEST_F(PanelRequest, GivesADistinctPanelEachTime) {
+  ASSERT_NO_FATAL_FAILURE(show());
+  const auto other = dialog->panelForType(kType, true);
+  ASSERT_NE(other, nullptr);
+  ASSERT_TRUE(other->panelView());
+  EXPECT_NE(panel->viewIdentity(), other->viewIdentity());
+  panel->click("tandemTrimValid");
+  EXPECT_EQ(other->look("tandemTrimValid").state, 0);
+}
+
+class PanelOfADialog : public Conformance {};
+
+TEST_F(PanelOfADialog, IsNamedInTheUsersLanguage) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  EXPECT_EQ(panel->panelName(), "Panel Name");
+}
+
+TEST_F(PanelOfADialog, IsNamedTandemTrimWhenTheTableLacksItsName) {
+  scene.strings.erase("TandemTrim");
+  ASSERT_NO_FATAL_FAILURE(open());
+  EXPECT_EQ(panel->panelName(), "TandemTrim");
+}
+
+TEST_F(PanelOfADialog, TellsItsKind) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  EXPECT_EQ(panel->panelKind(), kPanelKind);
+}
+
+TEST_F(PanelOfADialog, HasNoKindWhenTheSettingInfoNestsItTheOtherWayRound) {
+  scene.settingInfo.erase("ID.PanelKind");
+  scene.settingInfo["PanelKind.ID"] = "<string>conformance.panel</string>";
+  ASSERT_NO_FATAL_FAILURE(open());
+  EXPECT_EQ(panel->panelKind(), std::nullopt);
+}
+
+TEST_F(PanelOfADialog, SupportsTheSevenKeywordsInOrder) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  EXPECT_THAT(panel->supportedPPDOptionKeys(), ElementsAreArray(kKeys));
+  EXPECT_THAT(panel->supportedPPDOptionKeys(), ElementsAreArray(kKeys));
+}
+
+TEST_F(PanelOfADialog, LetsItselfBeHiddenHelpedAndPrintedInEveryState) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  const auto agrees = [&] { return panel->shouldHide() && panel->shouldShowHelp() && panel->shouldPrint(); };
+  EXPECT_TRUE(agrees());
+  ASSERT_TRUE(panel->panelView());
+  EXPECT_TRUE(agrees());
+  panel->willShow();
+  panel->click("tandemTrimValid");
+  EXPECT_TRUE(agrees());
+}
+
+TEST_F(PanelOfADialog, SavesAndRestoresNothingBeforeItsViewWasRequested) {
+  scene.stored["MVTopMargin"] = "foreign";
+  ASSERT_NO_FATAL_FAILURE(open());
+  const auto before = storedSettings();
+  EXPECT_TRUE(panel->restore());
+  EXPECT_TRUE(panel->save());
+  panel->willShow();
+  EXPECT_EQ(storedSettings(), before);
+}
+
+TEST_F(PanelOfADialog, GivesTheSameViewAgainWithoutSettingItUpAnew) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  const auto* view = panel->viewIdentity();
+  panel->replaceText("textBoxMarginTop", "33");
+  panel->choose("positionPopUp", "Right");
+  ASSERT_TRUE(panel->panelView());
+  EXPECT_EQ(panel->viewIdentity(), view);
+  EXPECT_EQ(text("textBoxMarginTop"), "33");
+  EXPECT_EQ(panel->look("positionPopUp").chosen, "Right");
+}
+
+}  // namespace
+}  // namespace tandemtrim::conformance

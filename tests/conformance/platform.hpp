@@ -1,0 +1,99 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/conformance/scene.hpp"
+
+/// What a platform hands to the conformance suite: a print dialog that loads the plug-in, and a person in
+/// front of it.
+namespace tandemtrim::conformance {
+
+/// One item of a menu: its title, and the value behind it.
+struct Choice {
+  std::string title;
+  std::optional<std::string> value;
+  bool operator==(const Choice&) const = default;
+};
+
+/// What can be seen of one control; fields that its class does not have stay as they are.
+struct Look {
+  std::string text;
+  bool enabled = true;
+  /// Labels: "blackColor" or "lightGrayColor".
+  std::string color;
+  /// Check boxes: 1, 0 or -1.
+  int state = 0;
+  /// Menus.
+  std::vector<Choice> choices;
+  std::optional<std::string> chosen;
+  /// Steppers: the bounds, in millimetres.
+  double min = 0;
+  double max = 0;
+};
+
+struct Summary {
+  std::map<std::string, std::string> rows;
+  /// The titles in display order, or none.
+  std::optional<std::vector<std::string>> order;
+  bool operator==(const Summary&) const = default;
+};
+
+/// One panel: the host's calls, and the person's hands and eyes on its view. Controls are named by their
+/// outlets.
+class Panel {
+ public:
+  virtual ~Panel() = default;
+
+  virtual std::string panelName() = 0;
+  virtual std::optional<std::string> panelKind() = 0;
+  /// Requests the view; whether there is one. Raises what the panel raises.
+  virtual bool panelView() = 0;
+  /// An identity of the view: equal for the same view.
+  virtual const void* viewIdentity() = 0;
+  virtual Summary summaryInfo() = 0;
+  virtual void willShow() = 0;
+  virtual bool shouldHide() = 0;
+  virtual bool shouldShowHelp() = 0;
+  virtual bool shouldPrint() = 0;
+  virtual std::vector<std::string> supportedPPDOptionKeys() = 0;
+  virtual bool save() = 0;
+  virtual bool restore() = 0;
+
+  virtual Look look(const std::string& outlet) = 0;
+  /// The person's acts. Each gives false when the control is greyed and ignores the person.
+  virtual bool replaceText(const std::string& outlet, const std::string& text) = 0;
+  /// Types at the end of the text, key by key.
+  virtual bool type(const std::string& outlet, const std::string& keys) = 0;
+  virtual bool backspace(const std::string& outlet) = 0;
+  virtual bool click(const std::string& outlet) = 0;
+  virtual bool step(const std::string& outlet, int steps) = 0;
+  virtual bool choose(const std::string& outlet, const std::string& value) = 0;
+  /// Puts the check box into the mixed state, as only a program can.
+  virtual void setMixed(const std::string& outlet) = 0;
+};
+
+/// A host with one job and the plug-in of a scene's bundle.
+class Dialog {
+ public:
+  virtual ~Dialog() = default;
+
+  /// A panel for an extension type (none for none), with or without a host callback; null when the plug-in
+  /// gives none.
+  virtual std::unique_ptr<Panel> panelForType(std::optional<std::string> type, bool withCallback) = 0;
+  /// How many panels the list for the print dialog's type holds.
+  virtual std::size_t panelCount() = 0;
+
+  virtual std::optional<std::string> stored(const std::string& key) = 0;
+  virtual void store(const std::string& key, const std::optional<std::string>& value) = 0;
+  /// All keys that the job holds.
+  virtual std::vector<std::string> storedKeys() = 0;
+};
+
+/// Defined by each platform's test program.
+std::unique_ptr<Dialog> openDialog(const Scene& scene);
+
+}  // namespace tandemtrim::conformance

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace tandemtrim::conformance {
+
+/// A bundle, a printer and a job on disk, as a test wants them: ordinary at first, for the test to alter.
+/// What is written goes away with it.
+class Scene {
+ public:
+  Scene();
+  ~Scene();
+  Scene(const Scene&) = delete;
+  Scene& operator=(const Scene&) = delete;
+
+  /// The setting-info property list: key path ("DefaultValue.MarginTop") to an XML value
+  /// ("<integer>5</integer>"). Empty for a bundle without the resource.
+  std::map<std::string, std::string> settingInfo;
+  /// The default string table.
+  std::map<std::string, std::string> strings;
+  /// Attributes of the printer's PPD; none for a printer without one.
+  std::optional<std::map<std::string, std::string>> ppdAttributes;
+  /// What the job's print settings hold before the panel is made.
+  std::map<std::string, std::string> stored;
+
+  /// Writes the bundle and gives its folder.
+  [[nodiscard]] std::string writeBundle() const;
+  /// Writes the PPD and gives its path, or none.
+  [[nodiscard]] std::optional<std::string> writePpd() const;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+/// The kind of panel in an ordinary scene.
+inline constexpr const char* kPanelKind = "conformance.panel";
+
+}  // namespace tandemtrim::conformance
