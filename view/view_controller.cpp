@@ -1,6 +1,7 @@
 #include "view/view_controller.hpp"
 
 #include <array>
+#include <stdexcept>
 
 #include "platform/integer_text.hpp"
 #include "view/margin_entry.hpp"
@@ -71,7 +72,8 @@ void MorvaTTViewControllerKV2::controlTextDidChange(const platform::Notification
   // Only text boxes post this notification.
   auto& textBox = static_cast<MorvaTTTextBoxKV2&>(*notification.object);
   const platform::Object typed(platform::integerValue(TTVCDigitString(textBox.stringValue())));
-  const auto* accepted = required(textBox.verifyValue(typed));
+  const auto* accepted = textBox.verifyValue(typed);
+  if (accepted == nullptr) throw std::invalid_argument("a margin box has no range");
   textBox.setStringValue(accepted->stringValue());
   if (const auto ticketName = margin_entry::ticketName(textBox.identifier())) {
     ticket_->setMarginValue(*accepted, *ticketName);
