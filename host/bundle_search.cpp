@@ -43,7 +43,7 @@ std::optional<fs::path> findBundle(const std::optional<std::string>& plugin,
   if (plugin) {
     std::error_code unreadable;
     if (!fs::is_directory(*plugin, unreadable)) {
-      throw PluginFailure("--plugin " + *plugin + " is no folder; name a bundle, or a folder that holds one");
+      throw PluginFailure("--plugin " + *plugin + " is no folder");
     }
     if (isBundle(*plugin)) return *plugin;
   }

@@ -1,10 +1,8 @@
 #include "host/connection.hpp"
 
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 
 #include <sys/socket.h>
@@ -45,8 +43,8 @@ Connection::Connection(const std::optional<std::string>& server) : timeout_(time
   http_.reset(
       httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, milliseconds, nullptr));
   if (!http_) {
-    throw Failure("no print server answers at " + serverName() + " (" + std::strerror(errno) +
-                  "); start CUPS there, or name another server by -h");
+    throw Failure("no print server answers at " + serverName() +
+                  "; start CUPS there, or name another server by -h");
   }
   httpSetTimeout(http_.get(), static_cast<double>(timeout_.count()), onTimeout, silent_.get());
 }

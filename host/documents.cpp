@@ -6,8 +6,6 @@
 
 #include <sys/stat.h>
 
-#include "host/failure.hpp"
-
 namespace tandemtrim::host {
 namespace {
 
@@ -15,26 +13,31 @@ constexpr std::size_t kPiece = 65536;
 
 }  // namespace
 
-Document::Document(const std::string& file) : buffer_(kPiece) {
+Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
   if (file == "-") {
     name_ = "(stdin)";
+    place_ = "standard input";
     file_ = stdin;
   } else {
     name_ = std::filesystem::path(file).filename().string();
     opened_.reset(std::fopen(file.c_str(), "rb"));
-    if (!opened_) throw Failure(file + " cannot be read: " + std::strerror(errno) + "; nothing was sent");
+    if (!opened_) throw unreadable();
     file_ = opened_.get();
   }
   struct stat status {};
   if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
     size_ = static_cast<std::uint64_t>(status.st_size);
   filled_ = fill();
-  if (filled_ == 0) throw Failure((opened_ ? file : "standard input") + " is empty; nothing was sent");
+  if (filled_ == 0) throw Failure(place_ + " is empty; nothing was sent");
+}
+
+Failure Document::unreadable() const {
+  return Failure(place_ + " cannot be read: " + std::strerror(errno) + "; nothing was sent");
 }
 
 std::size_t Document::fill() {
   const auto count = std::fread(buffer_.data(), 1, buffer_.size(), file_);
-  if (std::ferror(file_) != 0) throw Failure(name_ + " cannot be read: " + std::strerror(errno));
+  if (std::ferror(file_) != 0) throw unreadable();
   return count;
 }
 

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "host/failure.hpp"
+
 namespace tandemtrim::host {
 
 /// One open document to print. What it opens is what it sends, even if the file is replaced meanwhile.
@@ -33,7 +35,10 @@ class Document {
   };
 
   std::size_t fill();
+  [[nodiscard]] Failure unreadable() const;
 
+  // The file as the person named it, for messages.
+  std::string place_;
   std::string name_;
   std::optional<std::uint64_t> size_;
   std::unique_ptr<std::FILE, Closed> opened_;

@@ -61,7 +61,9 @@ JobSettings settleWithoutPanel(const CommandLine& line, const std::string& print
   if (starting.empty()) return settled;
   const auto keywords = keywordsOfPanel(line);
   std::erase_if(settled.options, [&](const Option& option) {
-    const bool ofPanel = std::find(keywords.begin(), keywords.end(), option.keyword) != keywords.end();
+    const bool ofPanel = std::any_of(keywords.begin(), keywords.end(), [&](const std::string& keyword) {
+      return isSameKeyword(keyword, option.keyword);
+    });
     if (ofPanel) note(printer + " has no panel; " + optionText(option) + " is left out");
     return ofPanel;
   });

@@ -14,10 +14,6 @@ namespace {
 // The longest value that the printing protocol carries.
 constexpr std::size_t kLongestValue = 32767;
 
-bool sameKeyword(const Option& one, const Option& other) {
-  return strcasecmp(one.keyword.c_str(), other.keyword.c_str()) == 0;
-}
-
 // Why CUPS would lose this value, or none.
 std::optional<std::string> loss(const std::string& value) {
   if (value.starts_with('{')) return "begins with a brace, which CUPS takes for a collection of options";
@@ -51,9 +47,14 @@ Options parseOptions(const std::string& text) {
   return options;
 }
 
+bool isSameKeyword(const std::string& one, const std::string& other) {
+  return strcasecmp(one.c_str(), other.c_str()) == 0;
+}
+
 void setOption(Options& options, Option option) {
-  const auto earlier = std::find_if(options.begin(), options.end(),
-                                    [&](const Option& known) { return sameKeyword(known, option); });
+  const auto earlier = std::find_if(options.begin(), options.end(), [&](const Option& known) {
+    return isSameKeyword(known.keyword, option.keyword);
+  });
   if (earlier == options.end()) {
     options.push_back(std::move(option));
   } else {

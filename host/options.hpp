@@ -23,8 +23,10 @@ using Options = std::vector<Option>;
 /// that nothing ends.
 Options parseOptions(const std::string& text);
 
-/// Sets an option, in the place of an earlier one of the same keyword. Letter case does not tell keywords
-/// apart, as in libcups.
+/// Whether two keywords are the same: letter case does not tell them apart, as in libcups.
+bool isSameKeyword(const std::string& one, const std::string& other);
+
+/// Sets an option, in the place of an earlier one of the same keyword.
 void setOption(Options& options, Option option);
 
 /// "keyword=value", quoted so that parseOptions and lp -o read it back.

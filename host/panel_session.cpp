@@ -42,11 +42,9 @@ StoredValues storedValues(const platform::PrintSettings& settings, const std::ve
 
 PanelView& viewOf(const std::string& bundle, platform::PrintPanel& panel) {
   auto* const view = callPlugin(bundle, "panelView", [&] { return panel.panelView(); });
-  if (view == nullptr)
-    throw PluginFailure("the plug-in " + bundle + " cannot be used: its view could not be loaded");
+  if (view == nullptr) throw unusable(bundle, "its view could not be loaded");
   auto* const memoryView = dynamic_cast<PanelView*>(view);
-  if (memoryView == nullptr)
-    throw PluginFailure("the plug-in " + bundle + " cannot be used: its view needs a screen");
+  if (memoryView == nullptr) throw unusable(bundle, "its view needs a screen");
   return *memoryView;
 }
 
@@ -55,9 +53,8 @@ PanelView& viewOf(const std::string& bundle, platform::PrintPanel& panel) {
 std::vector<SettingLimits> limitsOf(const std::string& bundle, const std::vector<ControlState>& controls,
                                     const std::vector<std::string>& keywords) {
   if (controls.size() != keywords.size()) {
-    throw PluginFailure("the plug-in " + bundle + " cannot be used: it shows " +
-                        std::to_string(controls.size()) + " settings for " + std::to_string(keywords.size()) +
-                        " option keywords");
+    throw unusable(bundle, "it shows " + std::to_string(controls.size()) + " settings for " +
+                               std::to_string(keywords.size()) + " option keywords");
   }
   std::vector<SettingLimits> limits;
   for (std::size_t i = 0; i < controls.size(); ++i) {

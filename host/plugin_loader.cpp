@@ -10,35 +10,35 @@ namespace {
 // The ending of the names of modules that show their panel without a screen.
 constexpr const char* kModuleEnding = "-memory";
 
-PluginFailure failed(const std::string& bundle, const std::string& reason) {
-  return PluginFailure("the plug-in " + bundle + " cannot be used: " + reason);
-}
-
 platform::MakePlugin findMaker(const std::string& bundle, const std::string& module,
                                const std::string& principalClass) {
   void* const handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (handle == nullptr) throw failed(bundle, dlerror());
+  if (handle == nullptr) throw unusable(bundle, dlerror());
   void* const symbol = dlsym(handle, principalClass.c_str());
-  if (symbol == nullptr) throw failed(bundle, "its module does not export " + principalClass);
+  if (symbol == nullptr) throw unusable(bundle, "its module does not export " + principalClass);
   return reinterpret_cast<platform::MakePlugin>(symbol);
 }
 
 }  // namespace
 
+PluginFailure unusable(const std::string& bundle, const std::string& reason) {
+  return PluginFailure("the plug-in " + bundle + " cannot be used: " + reason);
+}
+
 LoadedPlugin loadPlugin(const std::string& path, const Note& note) {
   std::string reason;
   const auto bundle = platform::linux::Bundle::open(path, reason);
-  if (!bundle) throw failed(path, reason);
+  if (!bundle) throw unusable(path, reason);
   for (const auto& fault : bundle->brokenTables()) note("the panel's texts stay untranslated: " + fault);
   const auto principalClass = bundle->principalClass();
-  if (!principalClass) throw failed(path, "its Info.plist names no NSPrincipalClass");
+  if (!principalClass) throw unusable(path, "its Info.plist names no NSPrincipalClass");
   const auto make = findMaker(path, bundle->modulePath(kModuleEnding), *principalClass);
 
   LoadedPlugin loaded{path, nullptr};
   make(loaded.plugin);
-  if (!loaded.plugin) throw failed(path, *principalClass + " made no plug-in");
+  if (!loaded.plugin) throw unusable(path, *principalClass + " made no plug-in");
   if (!callPlugin(path, "initWithBundle", [&] { return loaded.plugin->initWithBundle(bundle); })) {
-    throw failed(path, "it refuses its own bundle");
+    throw unusable(path, "it refuses its own bundle");
   }
   return loaded;
 }
@@ -49,8 +49,8 @@ std::unique_ptr<platform::PanelList> openPanels(const LoadedPlugin& loaded,
     return loaded.plugin->PDEPanelsForType(platform::kPrintDialogExtensionType, std::move(callback));
   });
   if (!panels || panels->empty() || !panels->front()) {
-    throw failed(loaded.bundle,
-                 "it has no panel for the print dialog; its setting information may be missing or broken");
+    throw unusable(loaded.bundle,
+                   "it has no panel for the print dialog; its setting information may be missing or broken");
   }
   return panels;
 }

@@ -27,6 +27,9 @@ auto callPlugin(const std::string& bundle, const std::string& operation, Call&& 
   }
 }
 
+/// What to raise for a plug-in that does not do its part.
+PluginFailure unusable(const std::string& bundle, const std::string& reason);
+
 /// A plug-in that was made and has accepted its bundle.
 struct LoadedPlugin {
   /// The bundle's path, for messages.

@@ -64,13 +64,16 @@ DestinationHandle defaultDestination(const Connection& connection) {
 }
 
 // Whether libcups added this option because the server says so of the printer: a fact about it, or the value
-// that the server itself supplies for a job without the option. A default that the administrator set for an
-// option of the printer's own counts as saved, since a panel would bring its own default otherwise.
+// that the server itself supplies for a job without the option. A text that the administrator made the
+// default of an option of the printer's own counts as saved, since a panel would bring its own default
+// otherwise; CUPS knows no "-supported" of such an option.
 bool comesFromServer(const MessageHandle& answer, const cups_option_t& option) {
   if (findAttribute(answer, option.name) != nullptr) return true;
   const std::string name = option.name;
   auto* const value = findAttribute(answer, name + "-default");
-  if (value == nullptr || findAttribute(answer, name + "-supported") == nullptr) return false;
+  if (value == nullptr) return false;
+  if (ippGetValueTag(value) == IPP_TAG_NAME && findAttribute(answer, name + "-supported") == nullptr)
+    return false;
   const MessageHandle scratch(ippNew());
   auto* const encoded = cupsEncodeOption(scratch.get(), IPP_TAG_JOB, option.name, option.value);
   return encoded != nullptr && attributeText(encoded) == attributeText(value);

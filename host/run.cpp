@@ -50,7 +50,12 @@ SentJob print(const CommandLine& line, const Target& target, std::vector<Documen
     job.number = sendJob(target.connection, target.printer, title, options, documents,
                          [&](const auto& name, auto sent, auto size) { progress.show(name, sent, size); });
   }
-  job.lost = lostOptions(target.connection, target.printer, job.number, options);
+  try {
+    job.lost = lostOptions(target.connection, target.printer, job.number, options);
+  } catch (const Failure& failure) {
+    throw Failure("job " + std::to_string(job.number) + " on " + job.printer +
+                  " was sent, but its options could not be confirmed: " + failure.what());
+  }
   return job;
 }
 

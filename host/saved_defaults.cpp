@@ -28,24 +28,28 @@ class Destinations {
   int count_ = 0;
 };
 
-bool isControl(char character) { return static_cast<unsigned char>(character) < ' '; }
+// The file of saved options has one line a printer, in which # begins a comment and a keyword without a value
+// is a switch.
+bool fitsIntoLine(const std::string& value) {
+  const auto breaksLine = [](char character) {
+    return static_cast<unsigned char>(character) < ' ' || character == '#';
+  };
+  return !value.empty() && std::none_of(value.begin(), value.end(), breaksLine);
+}
 
-// The file of saved options has one line a printer.
-void refuseWhatNoLineHolds(const Options& options) {
-  for (const auto& [keyword, value] : options) {
-    if (std::any_of(value.begin(), value.end(), isControl)) {
-      throw Failure("the value of " + keyword +
-                    " holds a line break or another control character, which no default can; give another "
-                    "value by -o " +
-                    keyword + "=...");
-    }
-  }
+Failure cannotKeep(const std::string& keyword) {
+  return Failure("CUPS cannot keep the value of " + keyword +
+                 " as a default (it keeps none that is empty, is very long, or "
+                 "holds # or a line break); give another by -o " +
+                 keyword + "=...");
 }
 
 }  // namespace
 
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options) {
-  refuseWhatNoLineHolds(options);
+  for (const auto& [keyword, value] : options) {
+    if (!fitsIntoLine(value)) throw cannotKeep(keyword);
+  }
   Destinations destinations(connection);
   auto* const mine = destinations.find(printer);
   if (mine == nullptr) throw Failure(connection.lastError());
@@ -54,7 +58,7 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
   }
   if (!destinations.save(connection)) {
     throw Failure("the defaults for " + printer.name +
-                  " cannot be kept: the file lpoptions in ~/.cups (of root: in /etc/cups) cannot be written");
+                  " cannot be kept: CUPS cannot write its file lpoptions");
   }
 
   const DestinationHandle kept(
@@ -62,10 +66,7 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
   for (const auto& [keyword, value] : options) {
     const char* const found =
         kept ? cupsGetOption(keyword.c_str(), kept->num_options, kept->options) : nullptr;
-    if (found == nullptr || value != found) {
-      throw Failure("CUPS cannot keep the value of " + keyword + " as a default; give another by -o " +
-                    keyword + "=...");
-    }
+    if (found == nullptr || value != found) throw cannotKeep(keyword);
   }
 }
 

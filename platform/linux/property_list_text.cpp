@@ -3,16 +3,13 @@
 #include <array>
 
 #include "platform/linux/property_list_scalars.hpp"
-#include "platform/linux/utf8.hpp"
 
 namespace tandemtrim::platform::linux {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-constexpr bool holdsOthers(std::string_view element) {
-  return element == "plist" || element == "dict" || element == "array";
-}
+constexpr bool isContainer(std::string_view element) { return element == "dict" || element == "array"; }
 
 // Walks through the markup once, checks it and writes it anew: without comments, instructions, attributes and
 // short forms, so that libplist sees elements, text and character data and nothing else.
@@ -59,9 +56,7 @@ class Walk {
       if (!rest_.starts_with(kind.begin)) continue;
       rest_.remove_prefix(kind.begin.size());
       const auto content = cutThrough(kind.end);
-      // A document type with declarations of its own would bring entities.
-      if (!content || (kind.begin == "<!DOCTYPE" && content->find('[') != std::string_view::npos))
-        return false;
+      if (!content) return false;
       if (kind.isText) result.xml.append(kind.begin).append(*content).append(kind.end);
       return true;
     }
@@ -84,8 +79,7 @@ class Walk {
   bool open(std::string_view name) {
     const bool isOutermost = open_.empty();
     if (isOutermost != (name == "plist") || (isOutermost && started_)) return false;
-    if (!isOutermost && !holdsOthers(open_.back())) return false;
-    if (holdsOthers(name) && open_.size() > kPropertyListLevels) return false;
+    if (isContainer(name) && open_.size() > kPropertyListLevels) return false;
     started_ = true;
     open_.push_back(name);
     result.xml.append("<").append(name).append(">");
@@ -118,7 +112,7 @@ class Walk {
 std::optional<PropertyListText> preparePropertyList(std::string_view text) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  if (!isUtf8(text) || text.find('\0') != std::string_view::npos) return std::nullopt;
+  if (text.find('\0') != std::string_view::npos) return std::nullopt;
   Walk walk(text);
   if (!walk.toTheEnd()) return std::nullopt;
   return std::move(walk.result);

@@ -14,7 +14,7 @@ std::optional<std::string> contentsOfRegularFile(const std::string& path, std::s
   std::string bytes(limit + 1, '\0');
   file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   const auto length = static_cast<std::size_t>(file.gcount());
-  if (file.bad() || !file.eof() || length > limit) return std::nullopt;
+  if (!file.eof() || length > limit) return std::nullopt;
   bytes.resize(length);
   return bytes;
 }

@@ -9,199 +9,24 @@ As a command it runs one program against such a server and then shows what the p
 import argparse
 import dataclasses
 import getpass
-import grp
 import json
 import os
 import pathlib
 import shutil
-import signal
-import socket
 import subprocess
 import sys
-import tempfile
-import time
 
 import ipp
+from cups_daemon import BACKEND, PATH, CupsDaemon, until
 from records import read_records
 
-SYSTEM_DAEMON = pathlib.Path("/usr/sbin/cupsd")
-SYSTEM_PROGRAMS = pathlib.Path("/usr/lib/cups")
-FILTER = "morvatandem"  # as the sample printer's PPD names it
-BACKEND = "recorder"
 NOWHERE = "file:///dev/null"
 RECORDER = f"{BACKEND}:/paper"
-HOST = "127.0.0.1"
-ATTEMPTS = 5
-PATIENCE = 30  # seconds until the server or a job counts as stuck
-INTERVAL = 0.02  # seconds between two looks
 KEPT_VARIABLES = ("ASAN_", "UBSAN_", "LSAN_", "GCOV_")
 
-SERVER_SETTINGS = """\
-Listen {host}:{port}
-Browsing Off
-WebInterface No
-DefaultAuthType None
-LogLevel info
-MaxLogSize 0
-MaxJobs 0
-MaxClients 500
-<Location />
-Order allow,deny
-Allow all
-</Location>
-<Policy default>
-JobPrivateAccess all
-JobPrivateValues none
-SubscriptionPrivateAccess all
-SubscriptionPrivateValues none
-<Limit All>
-Order allow,deny
-Allow all
-</Limit>
-</Policy>
-"""
 
-FILE_SETTINGS = """\
-User {user}
-Group {group}
-SystemGroup sys
-FileDevice Yes
-FatalErrors config listen
-ServerRoot {folder}/server
-ServerBin {folder}/programs
-RequestRoot {folder}/spool
-TempDir {folder}/spool/tmp
-CacheDir {folder}/cache
-StateDir {folder}/state
-AccessLog {folder}/access_log
-ErrorLog {folder}/error_log
-PageLog {folder}/page_log
-Printcap {folder}/printcap
-SetEnv TANDEM_TRIM_RECORDS {folder}/records
-"""
-
-
-def until(condition, what):
-    """The first true value of condition(); TimeoutError that names `what` when there is none in time."""
-    deadline = time.monotonic() + PATIENCE
-    while not (value := condition()):
-        if time.monotonic() > deadline:
-            raise TimeoutError(f"{what}: not within {PATIENCE} seconds")
-        time.sleep(INTERVAL)
-    return value
-
-
-def free_port():
-    with socket.socket() as probe:
-        probe.bind((HOST, 0))
-        return probe.getsockname()[1]
-
-
-class PrivateCups:
-    """Runs between `with` and its end; root or an ordinary user may start it."""
-
-    def __init__(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="private-cups-"))
-        self.address = None
-        self._server = None
-        self._frozen = False
-        try:
-            self._prepare()
-            self._start()
-        except BaseException:
-            self.stop()
-            raise
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.stop()
-
-    # The server.
-
-    def _prepare(self):
-        self.folder.chmod(0o755)  # root's server runs filters as another user
-        for name in ("server", "spool", "spool/tmp", "cache", "state", "records", "home", "programs"):
-            (self.folder / name).mkdir()
-        (self.folder / "records").chmod(0o1777)
-        for name in ("filter", "backend"):
-            target = self.folder / "programs" / name
-            target.mkdir()
-            for program in (SYSTEM_PROGRAMS / name).iterdir():
-                (target / program.name).symlink_to(program)
-        for name in ("daemon", "notifier", "monitor"):
-            (self.folder / "programs" / name).symlink_to(SYSTEM_PROGRAMS / name)
-        for name in (f"filter/{FILTER}", f"backend/{BACKEND}"):
-            recorder = self.folder / "programs" / name
-            shutil.copyfile(pathlib.Path(__file__).with_name("recording_filter.py"), recorder)
-            recorder.chmod(0o755)
-        # A system profile goes by the daemon's path.
-        shutil.copy(SYSTEM_DAEMON, self.folder / "cupsd")
-        root = os.geteuid() == 0
-        settings = FILE_SETTINGS.format(
-            folder=self.folder,
-            user="lp" if root else getpass.getuser(),
-            group="lp" if root else grp.getgrgid(os.getegid()).gr_name,
-        )
-        (self.folder / "cups-files.conf").write_text(settings)
-
-    def _start(self):
-        for _ in range(ATTEMPTS):
-            self.address = (HOST, free_port())
-            (self.folder / "cupsd.conf").write_text(SERVER_SETTINGS.format(host=HOST, port=self.address[1]))
-            command = [self.folder / "cupsd", "-f", "-c", self.folder / "cupsd.conf"]
-            command += ["-s", self.folder / "cups-files.conf"]
-            # The server ends with its starter, however that ends.
-            with open(self.folder / "output", "ab") as output:
-                self._server = subprocess.Popen(
-                    ["setpriv", "--pdeathsig", "TERM", *command],
-                    stdin=subprocess.DEVNULL,
-                    stdout=output,
-                    stderr=output,
-                    start_new_session=True,
-                    env={"PATH": "/usr/bin:/bin:/usr/sbin:/sbin", "LANG": "C.UTF-8"},
-                )
-            if until(lambda: self._server.poll() is not None or self._answers(), "the start of cupsd"):
-                if self._server.poll() is None:
-                    return
-        # Another program took each port in the meantime, or the settings are wrong.
-        raise RuntimeError(f"cupsd does not start:\n{(self.folder / 'output').read_text()}{self.log()}")
-
-    def _answers(self):
-        try:
-            ipp.ask(self.address, ipp.GET_PRINTERS)
-        except ipp.IppError:
-            return True  # it has no printer yet
-        except OSError:
-            return False
-        return True
-
-    def freeze(self):
-        """From now on the server neither works nor answers, but its port stays open."""
-        self._server.send_signal(signal.SIGSTOP)
-        self._frozen = True
-
-    def thaw(self):
-        self._server.send_signal(signal.SIGCONT)
-        self._frozen = False
-
-    def stop(self):
-        """Ends the server and removes all its files."""
-        if self._server is not None and self._server.poll() is None:
-            if self._frozen:
-                self.thaw()
-            self._server.terminate()
-            try:
-                self._server.wait(PATIENCE)
-            except subprocess.TimeoutExpired:
-                self._server.kill()
-                self._server.wait()
-        shutil.rmtree(self.folder, ignore_errors=True)
-
-    def log(self):
-        path = self.folder / "error_log"
-        return path.read_text(errors="replace") if path.exists() else ""
+class PrivateCups(CupsDaemon):
+    """A private server with its printers and jobs, as a test handles them."""
 
     # Its printers.
 
@@ -221,6 +46,10 @@ class PrivateCups:
     def remove(self, name):
         ipp.ask(self.address, ipp.DELETE_PRINTER, [self._printer(name)], path="/admin/")
 
+    def ppd_of(self, name):
+        """The file in which the server keeps the printer's PPD."""
+        return self.folder / f"server/ppd/{name}.ppd"
+
     # Its clients and jobs.
 
     def environment(self):
@@ -228,7 +57,7 @@ class PrivateCups:
         home = str(self.folder / "home")
         variables = {name: value for name, value in os.environ.items() if name.startswith(KEPT_VARIABLES)}
         return variables | {
-            "PATH": "/usr/bin:/bin:/usr/sbin:/sbin",
+            "PATH": PATH,
             "HOME": home,
             "LANG": "C.UTF-8",
             "TMPDIR": home,
@@ -249,6 +78,18 @@ class PrivateCups:
     def wait_for_jobs(self):
         """Waits until no job is left to print."""
         until(lambda: not self.jobs("not-completed"), "the end of all jobs")
+
+    def cancel_all(self):
+        """Takes back all jobs that are not printed yet."""
+        for job in self.jobs("not-completed"):
+            attributes = [
+                (ipp.URI, "job-uri", f"ipp://localhost/jobs/{job}"),
+                (ipp.NAME, "requesting-user-name", getpass.getuser()),
+            ]
+            try:
+                ipp.ask(self.address, ipp.CANCEL_JOB, attributes, path="/jobs/")
+            except ipp.IppError:
+                pass  # it has ended by itself
 
     def records(self):
         return read_records(self.folder / "records")

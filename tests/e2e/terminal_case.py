@@ -82,14 +82,14 @@ class TerminalCase(unittest.TestCase):
         around = surroundings.variables(os.environ.get("TANDEM_TRIM_SURROUNDINGS", "english"))
         return self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | around | more
 
-    def trim(self, *arguments, stdin=b"", **variables):
+    def trim(self, *arguments, stdin=b"", limit=LIMIT, **variables):
         """Runs the program to its end; texts come back as str."""
         result = subprocess.run(
             [PROGRAM, *arguments],
             input=stdin,
             capture_output=True,
             env=self.environment(**variables),
-            timeout=LIMIT,
+            timeout=limit,
             check=False,
         )
         result.stdout = result.stdout.decode()

@@ -1,5 +1,6 @@
 """What a person does at the panel by --set and --restore-defaults."""
 
+import json
 import unittest
 
 from terminal_case import (
@@ -48,9 +49,8 @@ class PanelTest(TerminalCase):
             corrected |= {"1a2": 12, "007": 7, "-5": 5, " 3": 3, "abc": 0, "": 0}
             for typed, stands in corrected.items():
                 with self.subTest(side=side, typed=typed):
-                    arguments = ["-d", "Morva", "--set", "Valid=On", "--set", f"{side}={typed}", SAMPLE]
-                    result, (record,) = self.prints(*arguments)
-                    self.assertEqual(record.options[MARGINS[side]], str(stands))
+                    result = self.trim("-d", "Morva", "--json", "--set", "Valid=On", "--set", f"{side}={typed}")
+                    self.assertEqual(json.loads(result.stdout)["settings"][MARGINS[side]], str(stands))
                     self.assertRegex(result.stderr, rf'{side}: "{typed}" was typed.* {stands} .*0 to {largest}\b')
 
     def test_a_value_that_stands_as_typed_is_not_reported(self):

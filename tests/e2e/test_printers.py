@@ -1,5 +1,6 @@
 """Printers of other kinds than the sample, and values that a printer does not allow."""
 
+import subprocess
 import unittest
 
 from terminal_case import (
@@ -43,6 +44,14 @@ class PrintersTest(TerminalCase):
         for keyword in CHANGED:
             self.assertIn(keyword, result.stderr)
 
+    def test_not_even_when_they_were_kept_for_it(self):
+        self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
+        keep = ["lpoptions", "-p", "Plain", "-o", "MVTopMargin=7", "-o", "x-note=yes"]
+        subprocess.run(keep, env=self.environment(), capture_output=True, check=True)
+        _, (record,) = self.prints("-d", "Plain", SAMPLE)
+        self.assertEqual(of_panel(record.options), {})
+        self.assertEqual(record.options["x-note"], "yes")
+
     def test_a_printer_without_the_panel_has_nothing_to_set(self):
         self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
         for act in (["--set", "Valid=On"], ["--restore-defaults"]):
@@ -81,7 +90,8 @@ class PrintersTest(TerminalCase):
                 self.refuses("-d", "Morva", "-o", options, SAMPLE, words=words)
 
     def test_force_sends_a_stored_value_as_it_stands(self):
-        for keyword, value in ((MARGINS["Top"], "21"), (MARGINS["Left"], "many"), (POSITION, "Middle"), (VALID, "Maybe")):
+        stored = {MARGINS["Top"]: "21", MARGINS["Left"]: "many", POSITION: "Middle", VALID: "Maybe"}
+        for keyword, value in stored.items():
             with self.subTest(keyword=keyword, value=value):
                 options = self.options_of("--force", "-o", f"MVTandemTrim=On {keyword}={value}")
                 self.assertEqual(of_panel(options), DEFAULTS | {VALID: "On", keyword: value})

@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from private_cups import until
+from cups_daemon import until
 from terminal_case import (
     ACTS_THAT_CHANGE,
     CHANGED,
@@ -71,6 +71,13 @@ class PrintingTest(TerminalCase):
         self.assertEqual(result.stderr, "")
         result, (record,) = self.prints("-d", "Morva", "-o", "landscape PageSize=A5", SAMPLE)
         self.assertEqual(result.stdout, f"job {record.job} on Morva: 9 of 9 options confirmed\n")
+
+    def test_an_option_that_the_server_drops_is_named(self):
+        # CUPS keeps count of the printed sheets itself and takes nobody's word for it.
+        result = self.trim("-d", "Morva", "-o", "job-media-sheets-completed=5 landscape", SAMPLE)
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        lost = r"job \d+ on Morva: 8 of 9 options confirmed; lost: job-media-sheets-completed\n"
+        self.assertRegex(result.stderr, lost)
 
     def test_the_longest_value_that_cups_carries_arrives(self):
         longest = "z" * 32767

@@ -58,10 +58,10 @@ TEST_F(JobSettingsOf, APrinterWithoutPpdAreNoted) {
 TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
   writeBundle(folder, "TandemTrim.bundle");
   line.plugin = folder.path().string();
-  const auto settings = settle(ppd("").get(), {{"FakeTop", "9"}, {"media", "A4"}, {"FakeOn", "On"}});
+  const auto settings = settle(ppd("").get(), {{"FakeTop", "9"}, {"media", "A4"}, {"fakeON", "On"}});
   EXPECT_EQ(settings.options, (Options{{"media", "A4"}}));
   EXPECT_FALSE(settings.panel);
-  EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("FakeOn=On")));
+  EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("fakeON=On")));
 }
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelNeedNoPlugin) {

@@ -12,7 +12,8 @@ namespace tandemtrim::host::test {
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tandem-trim-test-XXXXXX").string();
+    std::string pattern =
+        (std::filesystem::temp_directory_path() / ("tandem-trim-test-" + std::string(6, 'X'))).string();
     if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
     path_ = pattern;
   }

@@ -130,6 +130,7 @@ TEST_F(BundleTest, FindsResourcesFirstOutsideAndThenInsideTheChosenLocalization)
 
 TEST_F(BundleTest, GivesNoResourceOutsideItsFolder) {
   resource("inner/file.txt");
+  resource(".txt");
   folder_.write("Sample.bundle/Contents/outside.txt", "");
   const auto bundle = open();
   const std::pair<std::string_view, std::string_view> names[] = {{"../outside", "txt"},

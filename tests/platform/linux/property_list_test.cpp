@@ -127,6 +127,7 @@ TEST(PropertyList, ReadsDatesOfEveryCentury) {
 
 TEST(PropertyList, IsNoneForANumberOrDateThatIsNone) {
   for (const char* value : {"<integer/>",
+                            "<integer/>5</integer>",
                             "<integer></integer>",
                             "<integer>-</integer>",
                             "<integer>+-5</integer>",
@@ -212,6 +213,7 @@ TEST(PropertyList, IsNoneForWhatIsNoXmlPropertyList) {
       list("<dict/>") + "garbage",
       list("<dict/>") + list("<dict/>"),
       list("<dict/>") + "<dict/>",
+      list("<dict/>") + "<integer>5</integer>",
       "garbage" + list("<dict/>"),
       "<plist><plist><dict/></plist></plist>",
       list("<dict>text</dict>"),
@@ -234,6 +236,7 @@ TEST(PropertyList, IsNoneForWhatIsNoXmlPropertyList) {
       entry("<string>\xE4</string>"),
       entry(std::string("<string>a\0b</string>", 20)),
       list("<dict><key>&#xD800;</key><string/></dict>"),
+      list("<dict><key>k</key><string>a</string>") + "<!DOCTYPE plist",
       "<!DOCTYPE plist [<!ENTITY e \"text\">]>" + list("<dict/>"),
       "<!DOCTYPE plist [<!ENTITY e SYSTEM "
       "\"/etc/passwd\">]><plist><dict><key>k</key><string>&e;</string></dict></plist>",

@@ -74,7 +74,9 @@ TEST(StringsTable, ReadsEscapes) {
       {R"("\"\\\'\?")", "\"\\'?"},
       {R"("\a\b\f\n\r\t\v")", "\a\b\f\n\r\t\v"},
       {"\"a\\\nb\"", "a\nb"},
-      {R"("\101\1018\7")", "AA8\a"},
+      {R"("\101\1011\18\7")",
+       "AA1\x01"
+       "8\a"},
       {R"("\344")", "\xC3\xA4"},
       {R"("\U263A\u263a")", "\xE2\x98\xBA\xE2\x98\xBA"},
       {R"("\U00e4bc")",
@@ -106,8 +108,8 @@ TEST(StringsTable, IsReadInEveryEncodingAlike) {
 
 TEST(StringsTable, TellsTheLineOfAnEncodingFault) {
   EXPECT_EQ(faultyLine("a = b;\n\"\xE4\" = c;"), 2U);
-  std::u16string halves[] = {u"a=b;\n\n\xD83D", u"a=b;\n\nx", u"a=b;\n\nx"};
-  halves[1].back() = 0xDE00;
+  std::u16string halves[] = {u"a=b;\n\n\xD83D", u"a=\"\n\nx\";", u"a=b;\n\nx"};
+  halves[1][5] = 0xDE00;
   halves[2].back() = 0xD83D;
   halves[2] += u"A";
   for (const auto& text : halves) EXPECT_EQ(faultyLine(utf16(text, true)), 3U);

@@ -1,0 +1,189 @@
+"""A CUPS daemon of one's own for a short time, in a temporary folder and on a free port."""
+
+import getpass
+import grp
+import os
+import pathlib
+import shutil
+import signal
+import socket
+import subprocess
+import tempfile
+import time
+
+import ipp
+
+SYSTEM_DAEMON = pathlib.Path("/usr/sbin/cupsd")
+SYSTEM_PROGRAMS = pathlib.Path("/usr/lib/cups")
+PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
+FILTER = "morvatandem"  # as the sample printer's PPD names it
+BACKEND = "recorder"
+HOST = "127.0.0.1"
+ATTEMPTS = 5
+PATIENCE = 30  # seconds until the server or a job counts as stuck
+INTERVAL = 0.02  # seconds between two looks
+
+SERVER_SETTINGS = """\
+Listen {host}:{port}
+Browsing Off
+WebInterface No
+DefaultAuthType None
+LogLevel info
+MaxLogSize 0
+MaxJobs 0
+MaxClients 500
+<Location />
+Order allow,deny
+Allow all
+</Location>
+<Policy default>
+JobPrivateAccess all
+JobPrivateValues none
+SubscriptionPrivateAccess all
+SubscriptionPrivateValues none
+<Limit All>
+Order allow,deny
+Allow all
+</Limit>
+</Policy>
+"""
+
+FILE_SETTINGS = """\
+User {user}
+Group {group}
+SystemGroup sys
+FileDevice Yes
+FatalErrors config listen
+ServerRoot {folder}/server
+ServerBin {folder}/programs
+RequestRoot {folder}/spool
+TempDir {folder}/spool/tmp
+CacheDir {folder}/cache
+StateDir {folder}/state
+AccessLog {folder}/access_log
+ErrorLog {folder}/error_log
+PageLog {folder}/page_log
+Printcap {folder}/printcap
+SetEnv TANDEM_TRIM_RECORDS {folder}/records
+"""
+
+
+def until(condition, what):
+    """The first true value of condition(); TimeoutError that names `what` when there is none in time."""
+    deadline = time.monotonic() + PATIENCE
+    while not (value := condition()):
+        if time.monotonic() > deadline:
+            raise TimeoutError(f"{what}: not within {PATIENCE} seconds")
+        time.sleep(INTERVAL)
+    return value
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind((HOST, 0))
+        return probe.getsockname()[1]
+
+
+class CupsDaemon:
+    """Runs between `with` and its end; root or an ordinary user may start it."""
+
+    def __init__(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="private-cups-"))
+        self.address = None
+        self._server = None
+        self._frozen = False
+        try:
+            self._prepare()
+            self._start()
+        except BaseException:
+            self.stop()
+            raise
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.stop()
+
+    def _prepare(self):
+        self.folder.chmod(0o755)  # root's server runs filters as another user
+        for name in ("server", "spool", "spool/tmp", "cache", "state", "records", "home", "programs"):
+            (self.folder / name).mkdir()
+        (self.folder / "records").chmod(0o1777)
+        for name in ("filter", "backend"):
+            target = self.folder / "programs" / name
+            target.mkdir()
+            for program in (SYSTEM_PROGRAMS / name).iterdir():
+                (target / program.name).symlink_to(program)
+        for name in ("daemon", "notifier", "monitor"):
+            (self.folder / "programs" / name).symlink_to(SYSTEM_PROGRAMS / name)
+        for name in (f"filter/{FILTER}", f"backend/{BACKEND}"):
+            recorder = self.folder / "programs" / name
+            shutil.copyfile(pathlib.Path(__file__).with_name("recording_filter.py"), recorder)
+            recorder.chmod(0o755)
+        # A system profile goes by the daemon's path.
+        shutil.copy(SYSTEM_DAEMON, self.folder / "cupsd")
+        root = os.geteuid() == 0
+        settings = FILE_SETTINGS.format(
+            folder=self.folder,
+            user="lp" if root else getpass.getuser(),
+            group="lp" if root else grp.getgrgid(os.getegid()).gr_name,
+        )
+        (self.folder / "cups-files.conf").write_text(settings)
+
+    def _start(self):
+        for _ in range(ATTEMPTS):
+            self.address = (HOST, free_port())
+            (self.folder / "cupsd.conf").write_text(SERVER_SETTINGS.format(host=HOST, port=self.address[1]))
+            command = [self.folder / "cupsd", "-f", "-c", self.folder / "cupsd.conf"]
+            command += ["-s", self.folder / "cups-files.conf"]
+            # The server ends with its starter, however that ends.
+            with open(self.folder / "output", "ab") as output:
+                self._server = subprocess.Popen(
+                    ["setpriv", "--pdeathsig", "TERM", *command],
+                    stdin=subprocess.DEVNULL,
+                    stdout=output,
+                    stderr=output,
+                    start_new_session=True,
+                    env={"PATH": PATH, "LANG": "C.UTF-8"},
+                )
+            if until(lambda: self._server.poll() is not None or self._answers(), "the start of cupsd"):
+                if self._server.poll() is None:
+                    return
+        # Another program took each port in the meantime, or the settings are wrong.
+        raise RuntimeError(f"cupsd does not start:\n{(self.folder / 'output').read_text()}{self.log()}")
+
+    def _answers(self):
+        try:
+            ipp.ask(self.address, ipp.GET_PRINTERS)
+        except ipp.IppError:
+            return True  # it has no printer yet
+        except OSError:
+            return False
+        return True
+
+    def freeze(self):
+        """From now on the server neither works nor answers, but its port stays open."""
+        self._server.send_signal(signal.SIGSTOP)
+        self._frozen = True
+
+    def thaw(self):
+        self._server.send_signal(signal.SIGCONT)
+        self._frozen = False
+
+    def stop(self):
+        """Ends the server and removes all its files."""
+        if self._server is not None and self._server.poll() is None:
+            if self._frozen:
+                self.thaw()
+            self._server.terminate()
+            try:
+                self._server.wait(PATIENCE)
+            except subprocess.TimeoutExpired:
+                self._server.kill()
+                self._server.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def log(self):
+        path = self.folder / "error_log"
+        return path.read_text(errors="replace") if path.exists() else ""

@@ -1,0 +1,39 @@
+"""Command lines that cannot be meant: each ends with status 2, and nothing is sent."""
+
+import unittest
+
+from terminal_case import SAMPLE, TerminalCase
+
+WRONG = {
+    "an unknown name in --set": (["--set", "Middle=5"], ["--set Middle", "Top", "Position"]),
+    "no name in --set": (["--set", "=5"], ["name=text"]),
+    "no text in --set": (["--set", "Top"], ["--set", "Top", "name=text"]),
+    "a label in the place of a name": (["--set", "Valid=On", "--set", "Top Margin=5"], ["--set Top Margin"]),
+    "a menu without that choice": (
+        ["--set", "Valid=On", "--set", "Position=Middle"],
+        ["Position=Middle", "Left, Center, Right"],
+    ),
+    "a state that no check box has": (["--set", "Valid=Maybe"], ["Valid=Maybe", "On, Off"]),
+    "an unknown option": (["--bogus"], ["--bogus", "--help"]),
+    "an unknown short option": (["-z"], ["-z", "--help"]),
+    "an -o without an option": (["-o", ""], ["-o"]),
+    "an -o without a keyword": (["-o", "=5"], ["-o", "=5", "keyword=value"]),
+    "an -o whose quote does not end": (["-o", 'x-note="two words'], ["-o", "quote", "keyword=value"]),
+    "an -o whose brace does not end": (["-o", "media={a=1"], ["-o", "brace", "keyword=value"]),
+    "no copies": (["-n", "0"], ["-n", "0"]),
+    "copies that are no number": (["-n", "two"], ["-n", "two"]),
+    "copies with more behind the number": (["-n", "2x"], ["-n", "2x"]),
+    "-o without its text": (["-o"], ["-o"]),
+}
+
+
+class CommandLineTest(TerminalCase):
+    def test_a_wrong_command_line_is_answered_with_what_is_wrong_about_it(self):
+        for what, (arguments, words) in WRONG.items():
+            with self.subTest(what):
+                # The mistake comes last, so that it cannot swallow the file's name.
+                self.refuses("-d", "Morva", SAMPLE, *arguments, status=2, words=words)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,68 @@
+"""A print server that no longer answers does not hold the program for ever."""
+
+import subprocess
+import threading
+import unittest
+
+from cups_daemon import until
+from terminal_case import PROGRAM, SAMPLE, TerminalCase
+
+TIMEOUT = 1  # seconds that the program is told to wait for an answer
+BOUND = 8  # seconds in which the program must have given up, one answer more or less
+
+
+class FrozenServerTest(TerminalCase):
+    def thaw(self):
+        """Lets the server work again and forgets what it was left with."""
+        self.cups.thaw()
+        self.cups.cancel_all()
+        self.cups.wait_for_jobs()
+
+    def test_a_server_that_is_frozen_from_the_start_is_named(self):
+        for arguments in (["-d", "Morva", SAMPLE], ["-d", "Morva"], [SAMPLE], ["-d", "Nowhere", SAMPLE]):
+            with self.subTest(arguments):
+                self.cups.freeze()
+                try:
+                    result = self.trim(*arguments, limit=BOUND, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
+                finally:
+                    self.thaw()
+                self.assertEqual((result.returncode, result.stdout), (1, ""))
+                self.assertRegex(result.stderr, rf"127\.0\.0\.1:{self.cups.address[1]} did not answer within 1 second")
+                self.assertEqual(self.cups.records(), [])
+
+    def freezes_on_the_way(self, rest):
+        """Freezes the server when a job has begun, hands over the rest of its document; gives what the program says."""
+        with subprocess.Popen(
+            [PROGRAM, "-d", "Morva", "-"],
+            stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
+            env=self.environment(TANDEM_TRIM_TIMEOUT=str(TIMEOUT)),
+        ) as program:
+            # What the program reads at once; then it waits for more.
+            program.stdin.write(SAMPLE.read_bytes() + bytes(65536))
+            program.stdin.flush()
+            until(lambda: self.cups.jobs("not-completed"), "the start of the job")
+            self.cups.freeze()
+            hung = threading.Timer(BOUND, program.kill)
+            hung.start()
+            try:
+                said = program.communicate(bytes(rest))[1].decode()
+            finally:
+                hung.cancel()
+                self.thaw()
+        self.assertEqual(program.returncode, 1, said)
+        return said
+
+    def test_a_server_that_freezes_while_a_document_is_on_its_way_prints_nothing(self):
+        said = self.freezes_on_the_way(50_000_000)  # more than the system takes off the program's hands
+        self.assertRegex(said, "Morva.*nothing was printed.*did not answer within 1 second")
+        self.assertEqual(self.cups.records(), [])
+
+    def test_a_server_that_freezes_behind_a_document_leaves_it_open_what_becomes_of_the_job(self):
+        said = self.freezes_on_the_way(100_000)
+        self.assertRegex(said, "Morva.*did not answer within 1 second")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,161 @@
+"""Jobs that cannot be sent: each ends with status 1, a message that says what to do, and nothing on its way."""
+
+import shutil
+import socket
+import subprocess
+import unittest
+
+from cups_daemon import free_port
+from terminal_case import BUNDLE, MARGINS, PPD, PROGRAM, SAMPLE, TerminalCase, of_panel
+
+SETTINGS = "Contents/Resources/TandemTrimKV2-SettingInfo.plist"
+MODULE = "Contents/Linux/TandemTrim-memory"
+INFORMATION = "Contents/Info.plist"
+PLIST = '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0">{}</plist>\n'
+
+
+def remove(path):
+    path.unlink()
+
+
+def write(text):
+    return lambda path: path.write_text(text)
+
+
+def replace(old, new):
+    return lambda path: path.write_text(path.read_text().replace(old, new))
+
+
+# Ways in which a bundle does not work: the file and what befalls it.
+BROKEN_BUNDLES = {
+    "no information": (INFORMATION, remove),
+    "no class named": (INFORMATION, replace("NSPrincipalClass", "NSOther")),
+    "a class that the module lacks": (INFORMATION, replace("MorvaTTPdePluginKV2", "MorvaTTPdePluginKV3")),
+    "no module": (MODULE, remove),
+    "a module that is none": (MODULE, write("#!/bin/sh\n")),
+    "no settings": (SETTINGS, remove),
+    "settings that are no property list": (SETTINGS, write("MarginMin = 0")),
+    "settings cut off": (SETTINGS, lambda path: path.write_bytes(path.read_bytes()[:900])),
+    "settings that are a list": (SETTINGS, write(PLIST.format("<array/>"))),
+    "settings that are empty": (SETTINGS, write(PLIST.format("<dict/>"))),
+    "settings without keywords": (SETTINGS, replace("TicketKey", "OtherKey")),
+    "settings without defaults": (SETTINGS, replace("DefaultValue", "OtherValue")),
+    "settings without a margin's default": (SETTINGS, replace("MarginTop", "MarginOther")),
+    "a default that is no number": (SETTINGS, replace("<integer>5</integer>", "<string>5</string>")),
+}
+
+
+class RefusalsTest(TerminalCase):
+    def broken_bundle(self, file, break_it):
+        bundle = self.temporary_folder() / "TandemTrim.bundle"
+        shutil.copytree(BUNDLE, bundle)
+        break_it(bundle / file)
+        return bundle
+
+    def test_a_printer_that_does_not_exist_is_answered_with_those_that_do(self):
+        self.cups.add_queue("Second")
+        self.addCleanup(self.cups.remove, "Second")
+        self.refuses("-d", "Nowhere", SAMPLE, words=['"Nowhere"', "Morva", "Second", "-d"])
+        self.refuses("-d", "Nowhere", words=['"Nowhere"', "Morva", "Second"])
+
+    def test_without_a_default_printer_one_has_to_be_named(self):
+        self.refuses(SAMPLE, words=["no default printer", "Morva", "-d"])
+
+    def test_a_server_that_does_not_run_is_named(self):
+        server = f"127.0.0.1:{free_port()}"
+        self.refuses("-h", server, "-d", "Morva", SAMPLE, words=[server, "start CUPS", "-h"])
+        self.refuses("-d", "Morva", SAMPLE, CUPS_SERVER=server, words=[server, "start CUPS", "-h"])
+
+    def test_a_server_that_is_no_print_server_is_named(self):
+        with socket.create_server(("127.0.0.1", 0)) as listener:
+            server = f"127.0.0.1:{listener.getsockname()[1]}"
+            self.refuses("-h", server, "-d", "Morva", SAMPLE, words=[server], TANDEM_TRIM_TIMEOUT="1")
+
+    def test_a_queue_that_takes_no_jobs_is_named_with_the_command_that_opens_it(self):
+        self.cups.add_queue("Shut", PPD, accepting=False)
+        self.addCleanup(self.cups.remove, "Shut")
+        self.refuses("-d", "Shut", SAMPLE, words=["Shut", "cupsaccept Shut"])
+
+    def test_a_document_that_cannot_be_read_is_named(self):
+        folder = self.temporary_folder()
+        empty, lost = folder / "empty.pdf", folder / "lost.pdf"
+        empty.touch()
+        lost.symlink_to(folder / "gone.pdf")
+        for file in (folder / "missing.pdf", folder, empty, lost, SAMPLE / "inside"):
+            for arguments in ([file], [file, SAMPLE], [SAMPLE, file]):
+                with self.subTest(file=file):
+                    self.refuses("-d", "Morva", *arguments, words=[file.name])
+        self.refuses("-d", "Morva", "-", words=["standard input", "empty"])
+
+    def test_a_ppd_that_cannot_be_read_is_named_with_the_line_of_the_mistake(self):
+        folder = self.temporary_folder()
+        malformed = folder / "malformed.ppd"
+        lines = PPD.read_text(encoding="latin-1").splitlines()
+        lines[30] = "this is no line of a PPD"
+        malformed.write_text("\n".join(lines) + "\n", encoding="latin-1")
+        self.refuses("--ppd", malformed, words=[str(malformed), "line 31", "--ppd"])
+        self.refuses("--ppd", malformed, "-d", "Morva", SAMPLE, words=[str(malformed), "line 31"])
+        for file in (folder / "missing.ppd", folder):
+            self.refuses("--ppd", file, words=[str(file)])
+        empty = folder / "empty.ppd"
+        empty.touch()
+        self.refuses("--ppd", empty, words=[str(empty)])
+
+    def test_a_queues_malformed_ppd_is_named_with_the_line_of_the_mistake(self):
+        self.cups.add_queue("Damaged", PPD)
+        self.addCleanup(self.cups.remove, "Damaged")
+        ppd = self.cups.ppd_of("Damaged")
+        lines = ppd.read_text(encoding="latin-1").splitlines()
+        lines[30] = "this is no line of a PPD"
+        ppd.write_text("\n".join(lines) + "\n", encoding="latin-1")
+        self.refuses("-d", "Damaged", SAMPLE, words=["Damaged", "line 31"])
+
+    def test_without_a_working_bundle_nothing_is_printed(self):
+        for what, (file, break_it) in BROKEN_BUNDLES.items():
+            with self.subTest(what):
+                bundle = self.broken_bundle(file, break_it)
+                words = [bundle.name, "--plugin", "--without-panel"]
+                self.refuses("--plugin", bundle, "-d", "Morva", SAMPLE, words=words)
+        empty = self.temporary_folder()
+        for plugin in (empty, empty / "missing"):
+            words = [BUNDLE.name if plugin is empty else str(plugin), "--plugin", "--without-panel"]
+            self.refuses("--plugin", plugin, "-d", "Morva", SAMPLE, words=words)
+
+    def test_without_the_panel_the_job_goes_as_given_when_the_user_agrees(self):
+        for what, (file, break_it) in BROKEN_BUNDLES.items():
+            with self.subTest(what):
+                arguments = ["--plugin", self.broken_bundle(file, break_it), "-d", "Morva", "--without-panel"]
+                result, (record,) = self.prints(*arguments, "-o", "MVTopMargin=7 x-note=yes", SAMPLE)
+                self.assertEqual(of_panel(record.options), {MARGINS["Top"]: "7"})
+                self.assertEqual(record.options["x-note"], "yes")
+                self.assertIn("warning", result.stderr)
+
+    def test_without_the_panel_nothing_can_be_set(self):
+        bundle = self.broken_bundle(SETTINGS, remove)
+        arguments = ["--plugin", bundle, "-d", "Morva", "--without-panel", SAMPLE]
+        for act in (["--set", "Valid=On"], ["--restore-defaults"]):
+            self.refuses(*arguments, *act, words=["--set", str(bundle)])
+
+    def test_values_that_cups_loses_on_the_way_are_named(self):
+        for what, argument in {
+            "brace": 'x-note="{Trim}"',
+            "carriage return": 'x-note="one\rtwo"',
+            "32768 bytes": "x-note=" + "z" * 32768,
+        }.items():
+            with self.subTest(what):
+                self.refuses("-d", "Morva", "-o", argument, SAMPLE, words=["x-note", what, "-o x-note="])
+
+    def test_a_setting_of_the_panels_own_is_checked_for_them_too(self):
+        self.refuses("-d", "Morva", "--force", "-o", 'MVTopMargin="{5}"', SAMPLE, words=["MVTopMargin", "brace"])
+
+    def test_a_full_disk_behind_standard_output_is_an_error(self):
+        with open("/dev/full", "wb") as full:
+            result = subprocess.run(
+                [PROGRAM, "-d", "Morva"], stdout=full, stderr=subprocess.PIPE, env=self.environment(), check=False
+            )
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(b"standard output", result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
