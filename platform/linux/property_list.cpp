@@ -7,7 +7,7 @@
 
 #include "platform/linux/property_list_text.hpp"
 #include "platform/linux/regular_file.hpp"
-#include "platform/linux/utf8.hpp"
+#include "platform/utf8.hpp"
 
 namespace tandemtrim::platform {
 namespace {
@@ -32,7 +32,7 @@ std::string_view textOf(plist_t node) {
 // A reference to a character can still name one that no text may hold.
 ObjectRef stringFrom(plist_t node) {
   const auto text = textOf(node);
-  if (!linux::isUtf8(text)) return nullptr;
+  if (!isUtf8(text)) return nullptr;
   return makeObject(std::string(text));
 }
 
@@ -77,7 +77,7 @@ ObjectRef dictionaryFrom(plist_t node, const std::vector<ObjectRef>& scalars) {
   while (plist_dict_next_item(node, iterator, &key, &item), item != nullptr) {
     const std::unique_ptr<char, Free> keyOwner(key);
     auto object = objectFrom(item, scalars);
-    if (!object || !linux::isUtf8(key)) return nullptr;
+    if (!object || !isUtf8(key)) return nullptr;
     dictionary.insert_or_assign(key, std::move(object));
   }
   return makeObject(std::move(dictionary));

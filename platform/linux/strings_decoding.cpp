@@ -1,6 +1,6 @@
 #include "platform/linux/strings_decoding.hpp"
 
-#include "platform/linux/utf8.hpp"
+#include "platform/utf8.hpp"
 
 namespace tandemtrim::platform::linux {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/linux/strings_decoding.hpp"
-#include "platform/linux/utf8.hpp"
+#include "platform/utf8.hpp"
 
 namespace tandemtrim::platform::linux {
 namespace {

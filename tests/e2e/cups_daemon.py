@@ -106,21 +106,22 @@ class CupsDaemon:
         self.stop()
 
     def _prepare(self):
-        self.folder.chmod(0o755)  # root's server runs filters as another user
-        for name in ("server", "spool", "spool/tmp", "cache", "state", "records", "home", "programs"):
+        for name in ("server", "spool", "spool/tmp", "cache", "state", "records", "home"):
             (self.folder / name).mkdir()
         (self.folder / "records").chmod(0o1777)
-        for name in ("filter", "backend"):
-            target = self.folder / "programs" / name
-            target.mkdir()
-            for program in (SYSTEM_PROGRAMS / name).iterdir():
-                (target / program.name).symlink_to(program)
+        for name in ("programs/filter", "programs/backend"):
+            (self.folder / name).mkdir(parents=True)
+            for program in (SYSTEM_PROGRAMS / pathlib.Path(name).name).iterdir():
+                (self.folder / name / program.name).symlink_to(program)
         for name in ("daemon", "notifier", "monitor"):
             (self.folder / "programs" / name).symlink_to(SYSTEM_PROGRAMS / name)
         for name in (f"filter/{FILTER}", f"backend/{BACKEND}"):
             recorder = self.folder / "programs" / name
             shutil.copyfile(pathlib.Path(__file__).with_name("recording_filter.py"), recorder)
             recorder.chmod(0o755)
+        # Root's server runs filters as another user, and the starter may have kept all files to itself.
+        for folder in (".", "programs", "programs/filter", "programs/backend"):
+            (self.folder / folder).chmod(0o755)
         # A system profile goes by the daemon's path.
         shutil.copy(SYSTEM_DAEMON, self.folder / "cupsd")
         root = os.geteuid() == 0

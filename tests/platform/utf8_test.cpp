@@ -1,8 +1,8 @@
-#include "platform/linux/utf8.hpp"
+#include "platform/utf8.hpp"
 
 #include <gmock/gmock.h>
 
-namespace tandemtrim::platform::linux {
+namespace tandemtrim::platform {
 namespace {
 
 TEST(Utf8, AcceptsEveryLengthOfSequenceUpToItsBounds) {
@@ -32,4 +32,4 @@ TEST(Utf8, WritesEachCodePointInItsShortestForm) {
 }
 
 }  // namespace
-}  // namespace tandemtrim::platform::linux
+}  // namespace tandemtrim::platform

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace tandemtrim::platform::linux {
+namespace tandemtrim::platform {
 
 /// Length in bytes of the longest beginning of `text` that is UTF-8: no overlong form, no surrogate, nothing
 /// above U+10FFFF.
@@ -15,4 +15,4 @@ inline bool isUtf8(std::string_view text) noexcept { return utf8PrefixLength(tex
 /// Appends a code point, which must be none of the surrogates and at most U+10FFFF.
 void appendUtf8(std::string& text, char32_t point);
 
-}  // namespace tandemtrim::platform::linux
+}  // namespace tandemtrim::platform

@@ -1,9 +1,9 @@
-#include "platform/linux/utf8.hpp"
+#include "platform/utf8.hpp"
 
 #include <array>
 #include <cstdint>
 
-namespace tandemtrim::platform::linux {
+namespace tandemtrim::platform {
 namespace {
 
 // The byte sequences of UTF-8 by their first byte, with the range that the second byte must be in; all later
@@ -65,4 +65,4 @@ void appendUtf8(std::string& text, char32_t point) {
   append(0x80 | (point & 0x3F));
 }
 
-}  // namespace tandemtrim::platform::linux
+}  // namespace tandemtrim::platform
