@@ -56,10 +56,10 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
 }
 
 std::string Connection::lastError() const {
-  if (*silent_) {
+  if (isSilent()) {
     return "the print server at " + serverName() + " did not answer within " +
            std::to_string(timeout_.count()) +
-           " seconds; see whether it is still running, or name another server by -h";
+           " s; see whether it is still running, or name another server by -h";
   }
   return "the print server at " + serverName() + " failed: " + cupsLastErrorString();
 }

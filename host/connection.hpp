@@ -23,6 +23,9 @@ class Connection {
   /// server's.
   [[nodiscard]] MessageHandle ask(MessageHandle request, const std::string& resource) const;
 
+  /// Whether the server has left a request without an answer. libcups does not report that of every call.
+  [[nodiscard]] bool isSilent() const noexcept { return *silent_; }
+
   /// What the last call of libcups failed with, for a message: that the server stays silent, or libcups's own
   /// words.
   [[nodiscard]] std::string lastError() const;

@@ -44,6 +44,12 @@ class UnfinishedJob {
         cupsFinishDestDocument(http, destination, info_.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) {
       throw refused("did not take " + document.name());
     }
+    // A silent server may hold the whole document and print it when it goes on.
+    if (connection_.isSilent()) {
+      throw Failure(printer_.name + " did not confirm " + document.name() + "; job " +
+                    std::to_string(number_) + " may still be printed (see lpstat -o " + printer_.name +
+                    "): " + connection_.lastError());
+    }
   }
 
   // Gives the job's number and leaves the job to the server.

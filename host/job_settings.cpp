@@ -24,7 +24,10 @@ std::string join(const std::vector<std::string>& names, const std::string& separ
 
 LoadedPlugin loadNamed(const CommandLine& line, const std::vector<std::string>& bundles, const Note& note) {
   const auto bundle = findBundle(line.plugin, bundles);
-  if (!bundle) throw PluginFailure("the plug-in " + join(bundles, " or ") + " is not installed");
+  if (!bundle) {
+    throw PluginFailure("the plug-in " + join(bundles, " or ") +
+                        (line.plugin ? " is not in " + *line.plugin : " is not installed"));
+  }
   return loadPlugin(bundle->string(), note);
 }
 

@@ -114,11 +114,11 @@ class RefusalsTest(TerminalCase):
         for what, (file, break_it) in BROKEN_BUNDLES.items():
             with self.subTest(what):
                 bundle = self.broken_bundle(file, break_it)
-                words = [bundle.name, "--plugin", "--without-panel"]
+                words = [str(bundle), "--plugin", "--without-panel"]
                 self.refuses("--plugin", bundle, "-d", "Morva", SAMPLE, words=words)
         empty = self.temporary_folder()
         for plugin in (empty, empty / "missing"):
-            words = [BUNDLE.name if plugin is empty else str(plugin), "--plugin", "--without-panel"]
+            words = [str(plugin), "--plugin", "--without-panel"]
             self.refuses("--plugin", plugin, "-d", "Morva", SAMPLE, words=words)
 
     def test_without_the_panel_the_job_goes_as_given_when_the_user_agrees(self):
