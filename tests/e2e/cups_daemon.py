@@ -4,6 +4,7 @@ import getpass
 import grp
 import os
 import pathlib
+import random
 import shutil
 import signal
 import socket
@@ -29,6 +30,7 @@ Browsing Off
 WebInterface No
 DefaultAuthType None
 LogLevel info
+AccessLogLevel all
 MaxLogSize 0
 MaxJobs 0
 MaxClients 500
@@ -79,9 +81,15 @@ def until(condition, what):
 
 
 def free_port():
-    with socket.socket() as probe:
-        probe.bind((HOST, 0))
-        return probe.getsockname()[1]
+    """A port that nobody listens on, below those that the system gives to clients: none of these takes it in the meantime."""
+    while True:
+        port = random.SystemRandom().randrange(20000, 32000)
+        with socket.socket() as probe:
+            try:
+                probe.bind((HOST, port))
+            except OSError:
+                continue
+        return port
 
 
 class CupsDaemon:
@@ -161,7 +169,12 @@ class CupsDaemon:
             return True  # it has no printer yet
         except OSError:
             return False
-        return True
+        return self._served_here()
+
+    def _served_here(self):
+        """Whether it was this server that answered: one that lost its port to another has served nobody."""
+        requests = self.folder / "access_log"
+        return requests.exists() and requests.stat().st_size > 0
 
     def freeze(self):
         """From now on the server neither works nor answers, but its port stays open."""

@@ -1,0 +1,50 @@
+# The front of the build; each target installs what it needs and is missing (packaging/install-dependencies.sh).
+install_dependencies = ./packaging/install-dependencies.sh
+build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
+sources = $(shell git ls-files '*.cpp' '*.hpp')
+checked_by_tidy = $(shell git ls-files 'host/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp')
+
+.PHONY: run test sanitize coverage lint format install
+
+run: ## print a sample document on a private print server and show what the printer's filter received
+	$(install_dependencies) run
+	$(call build,release)
+	/usr/bin/python3 demo/run.py --build build/release
+
+test: ## build and run all tests
+	$(install_dependencies) test
+	$(call build,test)
+	ctest --preset test
+
+sanitize: ## all tests under AddressSanitizer and UndefinedBehaviorSanitizer
+	$(install_dependencies) test
+	$(call build,sanitize)
+	ctest --preset sanitize
+
+coverage: ## what the tests cover of the core; fails below 100 % of its lines
+	$(install_dependencies) coverage
+	$(call build,coverage)
+	find build/coverage -name '*.gcda' -delete
+	ctest --preset coverage
+	gcovr --root . --object-directory build/coverage --filter '(plugin|model|view)/' --exclude-throw-branches \
+	  --exclude-unreachable-branches --print-summary --fail-under-line 100
+	gcovr --root . --object-directory build/coverage --filter 'platform/' --exclude-throw-branches \
+	  --exclude-unreachable-branches --print-summary
+
+lint: ## formatting, clang-tidy, the man page and the scripts
+	$(install_dependencies) lint
+	clang-format --dry-run -Werror $(sources)
+	cmake --preset test --log-level=WARNING
+	printf '%s\n' $(checked_by_tidy) | xargs -P 2 -n 4 clang-tidy --quiet -p build/test
+	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"
+	bash -n packaging/install-dependencies.sh .ci/run
+
+format: ## apply the formatting
+	$(install_dependencies) lint
+	clang-format -i $(sources)
+
+install: ## install below PREFIX (default /usr/local), inside DESTDIR if given
+	$(install_dependencies) run
+	cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(or $(PREFIX),/usr/local)
+	cmake --build --preset release
+	cmake --install build/release

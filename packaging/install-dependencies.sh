@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|lint|coverage
+# Root installs directly, anybody else by sudo; with nothing missing it asks for neither and touches no network.
+set -euo pipefail
+
+build='g++ cmake ninja-build make pkg-config libcups2-dev libplist-dev libcli11-dev nlohmann-json3-dev'
+# The demonstration and the end-to-end tests start a private print server; no system service is needed or started.
+server='cups-daemon cups-client cups-filters python3 util-linux'
+tests='libgtest-dev libgmock-dev locales binutils'
+
+case "${1:-}" in
+  run) packages="$build $server" ;;
+  test) packages="$build $server $tests" ;;
+  coverage) packages="$build $server $tests gcovr" ;;
+  lint) packages="$build $server $tests clang-format clang-tidy man-db" ;;
+  *)
+    echo "usage: $0 run|test|coverage|lint" >&2
+    exit 2
+    ;;
+esac
+
+missing=()
+for package in $packages; do
+  state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$state" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+echo "Installing: ${missing[*]}"
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  command -v sudo >/dev/null || { echo "$0: sudo is needed to install: ${missing[*]}" >&2; exit 1; }
+  as_root=(sudo)
+fi
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
