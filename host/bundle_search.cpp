@@ -1,5 +1,6 @@
 #include "host/bundle_search.hpp"
 
+#include <array>
 #include <cstdlib>
 #include <sstream>
 
@@ -12,7 +13,7 @@ namespace fs = std::filesystem;
 
 // Seen from the program's folder: where an installation that was moved as a whole keeps bundles, and where a
 // build leaves them.
-constexpr const char* kFoldersBesideProgram[] = {"../" TANDEM_TRIM_LIBDIR "/tandem-trim", ".."};
+constexpr std::array<const char*, 2> kFoldersBesideProgram{"../" TANDEM_TRIM_LIBDIR "/tandem-trim", ".."};
 
 std::vector<fs::path> standardFolders() {
   std::vector<fs::path> folders;

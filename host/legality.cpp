@@ -1,6 +1,7 @@
 #include "host/legality.hpp"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -25,10 +26,10 @@ std::vector<std::string> choicesOf(const ControlState& control) {
 }
 
 std::string decimalText(double number) {
-  char text[32];
+  std::array<char, 32> text;
   const auto end =
-      std::to_chars(std::begin(text), std::end(text), std::trunc(number), std::chars_format::fixed, 0);
-  return end.ec == std::errc() ? std::string(text, end.ptr) : "?";
+      std::to_chars(text.data(), text.data() + text.size(), std::trunc(number), std::chars_format::fixed, 0);
+  return end.ec == std::errc() ? std::string(text.data(), end.ptr) : "?";
 }
 
 std::string allowedValues(const ControlState& control) {

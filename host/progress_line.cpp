@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kFirst{500};
 constexpr std::chrono::milliseconds kEach{100};
-constexpr std::uint64_t kMegabyte = 1000 * 1000;
+constexpr std::uint64_t kMegabyte = 1'000'000;
 // Puts the cursor at the line's beginning and clears the line.
 constexpr const char* kClear = "\r\033[K";
 

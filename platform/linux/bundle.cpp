@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLargestTable = 1024 * 1024;
+constexpr std::size_t kLargestTable = 1UL << 20U;
 constexpr const char* kLocalizationEnding = ".lproj";
 
 // What a folder holds, in the order of the names; nothing for one that cannot be read.

@@ -12,7 +12,7 @@
 namespace tandemtrim::platform {
 namespace {
 
-constexpr std::size_t kLargestFile = 64 * 1024;
+constexpr std::size_t kLargestFile = 64UL * 1024;
 
 struct Release {
   void operator()(plist_t node) const { plist_free(node); }

@@ -77,7 +77,10 @@ class PrivateCups(CupsDaemon):
 
     def wait_for_jobs(self):
         """Waits until no job is left to print."""
-        until(lambda: not self.jobs("not-completed"), "the end of all jobs")
+        try:
+            until(lambda: not self.jobs("not-completed"), "the end of all jobs")
+        except TimeoutError as error:
+            raise TimeoutError(f"{error}; the server's log:\n{self.log()[-4000:]}") from None
 
     def cancel_all(self):
         """Takes back all jobs that are not printed yet."""
@@ -95,7 +98,9 @@ class PrivateCups(CupsDaemon):
         return read_records(self.folder / "records")
 
     def forget(self):
-        """Clears the records and what clients saved."""
+        """Clears the records and what clients saved. Jobs that are still printed end first: their filters are writing records."""
+        self.cancel_all()
+        self.wait_for_jobs()
         for name in ("records", "home"):
             for path in (self.folder / name).iterdir():
                 shutil.rmtree(path) if path.is_dir() else path.unlink()
