@@ -30,12 +30,13 @@ class NibOwner {
   /// Runs an action of the owner's; a name that it does not have does nothing.
   virtual void performAction(std::string_view name, NibObject* sender) = 0;
 
-  /// Leaves the loaded nib with its owner, so that it lives exactly as long as the panel that shows it. The
-  /// loader calls it before it connects the first outlet.
-  void keepLoadedNib(std::unique_ptr<LoadedNib> nib) { nib_ = std::move(nib); }
+  /// Leaves a loaded nib with its owner, so that it lives exactly as long as the panel that shows it; a nib
+  /// that is loaded again joins the earlier ones, whose controls may still be referred to. The loader calls
+  /// it before it connects the first outlet.
+  void keepLoadedNib(std::unique_ptr<LoadedNib> nib) { nibs_.push_back(std::move(nib)); }
 
  private:
-  std::unique_ptr<LoadedNib> nib_;
+  std::vector<std::unique_ptr<LoadedNib>> nibs_;
 };
 
 /// Instantiates the named nib and connects its objects to the owner's outlets and their actions to the owner.

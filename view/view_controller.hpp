@@ -122,7 +122,6 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
  private:
   MorvaTTViewControllerKV2() = default;
   [[nodiscard]] std::string rangeText(std::string_view marginName) const;
-  void observeTextChanges(MorvaTTTextBoxKV2& textBox);
 
   bool viewIsInited_ = false;
   MorvaTTCommonInfoKV2* commonInfo_ = nullptr;

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <span>
 #include <stdexcept>
@@ -117,27 +118,23 @@ void MorvaTTViewControllerKV2::TTVCInitializeMargin() {
       {TTCINameMarginRight, required(textBoxMarginRight_), required(stepperMarginRight_)},
   }};
   const auto minimum = commonInfo_->defaultMarginMin();
-  for (const auto& [name, textBox, stepper] : entries) {
-    const auto limit = commonInfo_->marginLimit(name);
-    textBox->setIdentifier(name);
-    textBox->setValueRange(minimum, limit);
-    stepper->setIdentifier(name);
-    stepper->setMinValue(static_cast<double>(platform::integerValue(minimum)));
-    stepper->setMaxValue(static_cast<double>(platform::integerValue(limit)));
-    observeTextChanges(*textBox);
-  }
-}
-
-// A set-up that breaks off half-way must leave no subscription behind: only a view that is set up is
-// unsubscribed later.
-void MorvaTTViewControllerKV2::observeTextChanges(MorvaTTTextBoxKV2& textBox) {
-  auto& center = platform::defaultCenter();
-  try {
-    center.addObserver(
+  const auto setUp = [&](const MarginEntry& entry) {
+    const auto limit = commonInfo_->marginLimit(entry.name);
+    entry.text->setIdentifier(entry.name);
+    entry.text->setValueRange(minimum, limit);
+    entry.stepper->setIdentifier(entry.name);
+    entry.stepper->setMinValue(static_cast<double>(platform::integerValue(minimum)));
+    entry.stepper->setMaxValue(static_cast<double>(platform::integerValue(limit)));
+    platform::defaultCenter().addObserver(
         this, [this](const platform::Notification& notification) { controlTextDidChange(notification); },
-        platform::NSControlTextDidChangeNotification, &textBox);
+        platform::NSControlTextDidChangeNotification, entry.text);
+  };
+  // A set-up that breaks off half-way must leave no subscription behind: only a view that is set up is
+  // unsubscribed when the controller goes.
+  try {
+    std::ranges::for_each(entries, setUp);
   } catch (...) {
-    center.removeObserver(this);
+    platform::defaultCenter().removeObserver(this);
     throw;
   }
 }

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+
+#include "model/print_ticket_manager.hpp"
+#include "tests/support/core_test.hpp"
+
+namespace tandemtrim::test {
+
+/// One setting as an ordinary scene has it, in the manager's order.
+struct Setting {
+  std::string ticketName;
+  std::string subKey;
+  std::string key;
+  std::string defaultText;
+};
+
+inline const std::array<Setting, 7> kSettings{{
+    {"Valid", "Valid", "MVTandemTrim", "Off"},
+    {"Direction", "ImageDirection", "MVImageDirectionPriority", "LongEdgeFeed"},
+    {"Position", "Position", "MVPrintPosition", "Center"},
+    {"Top", "MarginTop", "MVTopMargin", "5"},
+    {"Bottom", "MarginBottom", "MVBottomMargin", "6"},
+    {"Left", "MarginLeft", "MVLeftMargin", "7"},
+    {"Right", "MarginRight", "MVRightMargin", "8"},
+}};
+
+inline std::array<MorvaTTPrintTicketKV2*, 7> ticketsOf(const MorvaTTPrintTicketManagerKV2& manager) {
+  return {manager.ticketValid(),      manager.ticketDirection(),    manager.ticketPosition(),
+          manager.ticketMarginTop(),  manager.ticketMarginBottom(), manager.ticketMarginLeft(),
+          manager.ticketMarginRight()};
+}
+
+/// What a job's log holds after the first `count` tickets seeded it.
+inline Log seedingOf(std::size_t count) {
+  Log log;
+  for (std::size_t index = 0; index < count; ++index) {
+    const auto& setting = kSettings.at(index);
+    log.push_back("get " + setting.key);
+    log.push_back("set " + setting.key + '=' + setting.defaultText);
+  }
+  return log;
+}
+
+}  // namespace tandemtrim::test

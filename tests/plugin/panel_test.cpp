@@ -1,0 +1,164 @@
+#include "plugin/panel.hpp"
+
+#include <stdexcept>
+
+#include "tests/support/recording_platform.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::Ge;
+using testing::IsEmpty;
+using testing::IsNull;
+using testing::NotNull;
+
+constexpr const char* kLogLine =
+    "supportedPPDOptionKeys:=NSArray(%@) MVTandemTrim MVImageDirectionPriority MVPrintPosition MVTopMargin "
+    "MVBottomMargin MVLeftMargin MVRightMargin";
+
+class Panel : public RecordingPlatformTest {
+ protected:
+  void makePanel() {
+    openJob();
+    panel = MorvaTTPdePanelKV2::initWithCallback(callback, bundle);
+    ASSERT_THAT(panel, NotNull());
+  }
+  void showPanel() {
+    ASSERT_NO_FATAL_FAILURE(makePanel());
+    ASSERT_EQ(panel->panelView(), &nib.tandemTrimView);
+    log.clear();
+    settings().log.clear();
+  }
+  // What a panel does when it shows itself: restores everything, then greys.
+  void expectRestoredAndGreyed() {
+    ASSERT_EQ(log.size(), 32U);
+    EXPECT_EQ(log.front(), "tandemTrimValid state=0");
+    EXPECT_EQ(log.at(10), "stepperMarginRight text=8");
+    EXPECT_EQ(log.at(11), "directionPopUp enabled=false");
+    EXPECT_EQ(log.back(), "labelMarginLimitRight color=gray");
+  }
+
+  std::unique_ptr<MorvaTTPdePanelKV2> panel;
+};
+
+TEST_F(Panel, IsNotMadeWithoutACallbackOrABundle) {
+  openJob();
+  EXPECT_THAT(MorvaTTPdePanelKV2::initWithCallback(nullptr, bundle), IsNull());
+  EXPECT_THAT(MorvaTTPdePanelKV2::initWithCallback(callback, nullptr), IsNull());
+  EXPECT_THAT(bundle->log, IsEmpty());
+}
+
+TEST_F(Panel, IsNotMadeWithoutItsSettingInfo) {
+  openJob();
+  bundle->settingInfoPath.reset();
+  EXPECT_THAT(MorvaTTPdePanelKV2::initWithCallback(callback, bundle), IsNull());
+  EXPECT_EQ(bundle.use_count(), 1);
+  EXPECT_THAT(settings().log, IsEmpty());
+}
+
+TEST_F(Panel, PassesOnWhatItsConstructionRaises) {
+  scene.settingInfo["DefaultValue.MarginTop"] = "<string>5</string>";
+  openJob();
+  EXPECT_THROW((void)MorvaTTPdePanelKV2::initWithCallback(callback, bundle), std::invalid_argument);
+  EXPECT_EQ(bundle.use_count(), 1);
+  EXPECT_THAT(settings().log, IsEmpty());
+}
+
+TEST_F(Panel, BuildsEverythingButTheViewWhenItIsMade) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  EXPECT_EQ(panel->commonInfo()->callback(), callback);
+  EXPECT_EQ(panel->commonInfo()->bundle(), bundle);
+  EXPECT_EQ(panel->viewController()->commonInfo(), panel->commonInfo().get());
+  EXPECT_THAT(panel->viewController()->ticket(), NotNull());
+  EXPECT_EQ(settings().values.size(), 7U);
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(Panel, IsNamedByTheTextUnderItsName) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  EXPECT_EQ(panel->panelName(), "Panel Name");
+  EXPECT_THAT(bundle->log.back(), R"(text of "TandemTrim" or "")");
+  bundle->strings.clear();
+  EXPECT_EQ(panel->panelName(), "TandemTrim");
+}
+
+TEST_F(Panel, HandsOutItsKindAsTheVeryObjectOfThePropertyList) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  EXPECT_THAT(panel->panelKind(), NotNull());
+  EXPECT_EQ(panel->panelKind(), panel->commonInfo()->panelKindID());
+}
+
+TEST_F(Panel, LoadsItsNibByNameAtTheFirstRequestOfItsView) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  EXPECT_EQ(panel->panelView(), &nib.tandemTrimView);
+  EXPECT_EQ(log.front(), "load TandemTrim");
+}
+
+TEST_F(Panel, RestoresAndThenGreysWhenItIsAboutToShow) {
+  ASSERT_NO_FATAL_FAILURE(showPanel());
+  panel->willShow();
+  expectRestoredAndGreyed();
+}
+
+TEST_F(Panel, RestoresAndThenGreysWhenTheHostAsksItToRestore) {
+  ASSERT_NO_FATAL_FAILURE(showPanel());
+  std::string error = "untouched";
+  EXPECT_TRUE(panel->restoreValuesAndReturnError(&error));
+  expectRestoredAndGreyed();
+  EXPECT_EQ(error, "untouched");
+  EXPECT_TRUE(panel->restoreValuesAndReturnError(nullptr));
+}
+
+TEST_F(Panel, SavesAllSettingsAndReportsSuccessEvenWhereAWriteFails) {
+  ASSERT_NO_FATAL_FAILURE(showPanel());
+  panel->willShow();
+  settings().log.clear();
+  settings().writeStatus = -1;
+  std::string error = "untouched";
+  EXPECT_TRUE(panel->saveValuesAndReturnError(&error));
+  EXPECT_EQ(settings().log.size(), 7U);
+  EXPECT_EQ(error, "untouched");
+  EXPECT_TRUE(panel->saveValuesAndReturnError(nullptr));
+}
+
+TEST_F(Panel, DoesNothingButReportSuccessBeforeItsViewWasRequested) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  settings().log.clear();
+  panel->willShow();
+  EXPECT_TRUE(panel->restoreValuesAndReturnError(nullptr));
+  EXPECT_TRUE(panel->saveValuesAndReturnError(nullptr));
+  EXPECT_THAT(settings().log, IsEmpty());
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(Panel, PutsTheOrderOfItsSummaryWhereThePrintDialogLooksForIt) {
+  scene.stored["MVTandemTrim"] = "On";
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  const auto summary = panel->summaryInfo();
+  ASSERT_TRUE(summary.contains("Summary Display Order"));
+  EXPECT_EQ(summary.at("Summary Display Order")->as<platform::Array>()->size(), 6U);
+  EXPECT_EQ(summary.size(), 7U);
+}
+
+TEST_F(Panel, GivesTheSameListOfKeywordsAtEachCallAndLogsItEachTime) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  const auto& first = panel->supportedPPDOptionKeys();
+  EXPECT_THAT(log, ElementsAre(kLogLine));
+  const auto& second = panel->supportedPPDOptionKeys();
+  EXPECT_THAT(log, ElementsAre(kLogLine, kLogLine));
+  EXPECT_EQ(&first, &second);
+  EXPECT_THAT(first, ElementsAre("MVTandemTrim", "MVImageDirectionPriority", "MVPrintPosition", "MVTopMargin",
+                                 "MVBottomMargin", "MVLeftMargin", "MVRightMargin"));
+}
+
+TEST_F(Panel, AnswersYesToEveryQuestionOfItsHost) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  EXPECT_TRUE(panel->shouldHide() && panel->shouldShowHelp() && panel->shouldPrint());
+  ASSERT_THAT(panel->panelView(), NotNull());
+  EXPECT_TRUE(panel->shouldHide() && panel->shouldShowHelp() && panel->shouldPrint());
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

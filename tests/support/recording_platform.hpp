@@ -1,0 +1,73 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/nib.hpp"
+#include "platform/notifications.hpp"
+#include "tests/support/core_test.hpp"
+#include "tests/support/recording_controls.hpp"
+
+namespace tandemtrim::test {
+
+/// The 23 objects of the nib "TandemTrim", each under its outlet's name.
+struct RecordingNib {
+  explicit RecordingNib(Log& log);
+
+  RecordingCheckBox tandemTrimValid;
+  RecordingLabel labelDirection, labelPosition;
+  RecordingLabel labelMarginTop, labelMarginBottom, labelMarginLeft, labelMarginRight;
+  RecordingLabel labelMarginLimitTop, labelMarginLimitBottom, labelMarginLimitLeft, labelMarginLimitRight;
+  RecordingTextBox textBoxMarginTop, textBoxMarginBottom, textBoxMarginLeft, textBoxMarginRight;
+  RecordingStepper stepperMarginTop, stepperMarginBottom, stepperMarginLeft, stepperMarginRight;
+  RecordingPopUp directionPopUp, positionPopUp;
+  RecordingButton defaultButton;
+  platform::View tandemTrimView;
+
+  [[nodiscard]] std::array<std::pair<std::string_view, platform::NibObject*>, 23> outlets();
+};
+
+/// A notification centre that writes down subscriptions and refuses them on request.
+class RecordingCenter : public platform::NotificationCenter {
+ public:
+  struct Subscription {
+    const void* observer;
+    Selector selector;
+    std::string_view name;
+    platform::NibObject* object;
+  };
+
+  explicit RecordingCenter(Log& log) : log_(log) {}
+  void addObserver(const void* observer, Selector selector, std::string_view name,
+                   platform::NibObject* object) override;
+  void removeObserver(const void* observer) override;
+
+  std::vector<Subscription> subscriptions;
+  /// How many subscriptions go well before one is refused by std::bad_alloc; none for all.
+  std::optional<std::size_t> capacity;
+  std::function<void()> onRemove;
+
+ private:
+  Log& log_;
+};
+
+/// A test on a platform of recordings: whatever the core asks of its platform during the test comes here.
+class RecordingPlatformTest : public CoreTest {
+ public:
+  ~RecordingPlatformTest() override;
+
+  Log log;
+  RecordingNib nib{log};
+  std::set<std::string_view> missingOutlets;
+  RecordingCenter center{log};
+
+ protected:
+  RecordingPlatformTest();
+};
+
+}  // namespace tandemtrim::test

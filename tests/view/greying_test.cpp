@@ -1,0 +1,83 @@
+#include <stdexcept>
+
+#include "tests/view/view_test.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+using testing::IsEmpty;
+
+// What the 21 dependent controls are told, in order.
+Log greying(bool live) {
+  const std::string enabled = live ? " enabled=true" : " enabled=false";
+  const std::string color = live ? " color=black" : " color=gray";
+  Log lines;
+  for (const char* name :
+       {"directionPopUp", "positionPopUp", "textBoxMarginTop", "textBoxMarginBottom", "textBoxMarginLeft",
+        "textBoxMarginRight", "stepperMarginTop", "stepperMarginBottom", "stepperMarginLeft",
+        "stepperMarginRight", "defaultButton"}) {
+    lines.push_back(name + enabled);
+  }
+  for (const char* name : {"labelDirection", "labelPosition", "labelMarginTop", "labelMarginBottom",
+                           "labelMarginLeft", "labelMarginRight", "labelMarginLimitTop",
+                           "labelMarginLimitBottom", "labelMarginLimitLeft", "labelMarginLimitRight"}) {
+    lines.push_back(name + color);
+  }
+  return lines;
+}
+
+class Greying : public ViewTest {};
+
+TEST_F(Greying, TellsTheDependentControlsInOrderAndNeverTheCheckBox) {
+  ASSERT_NO_FATAL_FAILURE(loadView());
+  const std::pair<int, bool> states[] = {{1, true}, {0, false}, {-1, false}, {2, false}};
+  for (const auto& [state, live] : states) {
+    log.clear();
+    nib.tandemTrimValid.current = state;
+    controller->TTVCGreyView();
+    EXPECT_EQ(log, greying(live)) << state;
+  }
+}
+
+TEST_F(Greying, FollowsTheCheckBoxAtItsActionWithoutStoringIt) {
+  ASSERT_NO_FATAL_FAILURE(loadView());
+  forget();
+  nib.tandemTrimValid.current = 1;
+  controller->changeTandemTrimValid(&nib.tandemTrimValid);
+  EXPECT_EQ(log, greying(true));
+  EXPECT_THAT(settings().log, IsEmpty());
+}
+
+TEST_F(Greying, WaitsForTheViewInAnUpdate) {
+  connectOutlets();
+  controller->updateView();
+  EXPECT_THAT(log, IsEmpty());
+  controller->setViewIsInited(true);
+  controller->updateView();
+  EXPECT_EQ(log, greying(false));
+}
+
+TEST_F(Greying, ComesWithAnUpdateAndNotWithARestore) {
+  scene.stored["MVTandemTrim"] = "On";
+  ASSERT_NO_FATAL_FAILURE(loadView());
+  log.clear();
+  EXPECT_TRUE(controller->restoreNonPPDSettingsFromPrintSettings());
+  EXPECT_EQ(log.size(), 11U);
+  EXPECT_EQ(nib.tandemTrimValid.current, 1);
+  log.clear();
+  controller->updateView();
+  EXPECT_EQ(log, greying(true));
+}
+
+TEST_F(Greying, RaisesBeforeItTellsAnyControlWhereOneIsMissing) {
+  connectOutlets();
+  controller->setLabelMarginLimitRight(nullptr);
+  EXPECT_THROW(controller->TTVCGreyView(), std::invalid_argument);
+  connectOutlets();
+  controller->setTandemTrimValid(nullptr);
+  EXPECT_THROW(controller->TTVCGreyView(), std::invalid_argument);
+  EXPECT_THAT(log, IsEmpty());
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

@@ -1,0 +1,113 @@
+#include "tests/view/view_test.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* kOrder = "Order";
+
+class SummaryInfo : public ViewTest {
+ protected:
+  // Titles to value texts; the order's titles joined by commas.
+  std::map<std::string, std::string> summary(const char* orderKey = kOrder) {
+    std::map<std::string, std::string> texts;
+    for (const auto& [title, value] : controller->summaryInfoWithDispOrderKey(orderKey)) {
+      if (const auto* text = value->as<std::string>()) texts[title] = *text;
+      if (const auto* titles = value->as<platform::Array>()) {
+        for (const auto& entry : *titles) texts[title] += *entry->as<std::string>() + ',';
+      }
+    }
+    return texts;
+  }
+  using Texts = std::map<std::string, std::string>;
+};
+
+TEST_F(SummaryInfo, RestoresAndListsTheOnOffSettingOnlyWhileItIsOff) {
+  makeController();
+  EXPECT_EQ(summary(), (Texts{{"Trim It", "No"}}));
+  EXPECT_THAT(settings().log, ElementsAre("get MVTandemTrim"));
+}
+
+TEST_F(SummaryInfo, TakesAnythingButExactlyOnForOffAndShowsItLocalized) {
+  makeController();
+  bundle->strings["on"] = "almost";
+  settings().values["MVTandemTrim"] = "on";
+  EXPECT_EQ(summary(), (Texts{{"Trim It", "almost"}}));
+  settings().values["MVTandemTrim"] = "perhaps";
+  EXPECT_EQ(summary(), (Texts{{"Trim It", "perhaps"}}));
+}
+
+TEST_F(SummaryInfo, ListsSixSettingsAndTheirOrderUnderTheGivenKeyWhileItIsOn) {
+  scene.stored = {
+      {"MVTandemTrim", "On"}, {"MVImageDirectionPriority", "ShortEdgeFeed"}, {"MVTopMargin", "12"}};
+  makeController();
+  EXPECT_EQ(summary("Any Key"), (Texts{{"Which Way", "Short Edge First"},
+                                       {"Where", "Midships"},
+                                       {"Above", "12"},
+                                       {"Below", "6"},
+                                       {"Before", "7"},
+                                       {"Behind", "8"},
+                                       {"Any Key", "Which Way,Where,Above,Below,Before,Behind,"}}));
+  EXPECT_THAT(settings().log,
+              ElementsAre("get MVTandemTrim", "get MVImageDirectionPriority", "get MVPrintPosition",
+                          "get MVTopMargin", "get MVBottomMargin", "get MVLeftMargin", "get MVRightMargin"));
+}
+
+TEST_F(SummaryInfo, ShowsMarginsAsTheyAreStoredNeverTheirLocalizedText) {
+  scene.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "Left"}, {"MVLeftMargin", ""}};
+  makeController();
+  const auto texts = summary();
+  EXPECT_EQ(texts.at("Above"), "Left");
+  EXPECT_EQ(texts.at("Before"), "");
+}
+
+TEST_F(SummaryInfo, ReadsDefaultsWhereTheJobHoldsNothing) {
+  makeController();
+  settings().values = {{"MVTandemTrim", "On"}};
+  EXPECT_EQ(summary().at("Above"), "5");
+  EXPECT_EQ(settings().values.size(), 1U);
+}
+
+TEST_F(SummaryInfo, LetsALaterRowReplaceOneOfTheSameTitle) {
+  scene.stored["MVTandemTrim"] = "On";
+  scene.strings["TopMargin"] = scene.strings["RightMargin"] = "Edge";
+  makeController();
+  EXPECT_EQ(summary().at("Edge"), "8");
+  EXPECT_EQ(summary().at(kOrder), "Which Way,Where,Edge,Below,Before,Edge,");
+}
+
+TEST_F(SummaryInfo, PutsStoredValuesBackIntoTheControlsWithoutGreyingThemAnew) {
+  ASSERT_NO_FATAL_FAILURE(loadView());
+  nib.textBoxMarginTop.text = "typed";
+  nib.tandemTrimValid.current = 1;
+  forget();
+  (void)summary();
+  EXPECT_THAT(log, ElementsAre("tandemTrimValid state=0"));
+  settings().values["MVTandemTrim"] = "On";
+  forget();
+  (void)summary();
+  EXPECT_EQ(log.size(), 11U);
+  EXPECT_EQ(nib.textBoxMarginTop.text, "5");
+  EXPECT_EQ(nib.stepperMarginTop.text, "5");
+}
+
+TEST_F(SummaryInfo, IsTheSameTwiceAndNewEachTime) {
+  scene.stored["MVTandemTrim"] = "On";
+  makeController();
+  auto first = controller->summaryInfoWithDispOrderKey(kOrder);
+  const auto texts = summary();
+  first.clear();
+  EXPECT_EQ(summary(), texts);
+}
+
+TEST_F(SummaryInfo, NeverWritesThePrintSettings) {
+  scene.stored["MVTandemTrim"] = "On";
+  makeController();
+  (void)summary();
+  EXPECT_THAT(settings().log, testing::Each(testing::StartsWith("get ")));
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "tests/support/recording_platform.hpp"
+#include "view/view_controller.hpp"
+
+namespace tandemtrim::test {
+
+/// One side of the sheet in an ordinary scene.
+struct Side {
+  std::string name;
+  int limit;
+  std::string defaultText;
+};
+
+inline const std::array<Side, 4> kSides{
+    {{"Top", 50, "5"}, {"Bottom", 40, "6"}, {"Left", 20, "7"}, {"Right", 10, "8"}}};
+
+/// A test of a view controller on recordings.
+class ViewTest : public RecordingPlatformTest {
+ protected:
+  void makeController() {
+    info = makeCommonInfo();
+    controller = MorvaTTViewControllerKV2::initWithCommonInfo(info);
+    forget();
+  }
+  /// Makes the controller and loads its view.
+  void loadView() {
+    makeController();
+    ASSERT_EQ(controller->panelViewWithNibName("TandemTrim"), &nib.tandemTrimView);
+  }
+  /// Connects the outlets of the nib by hand, so that single steps of the set-up can be run.
+  void connectOutlets() {
+    makeController();
+    for (const auto& [outlet, object] : nib.outlets()) controller->setOutlet(outlet, object);
+  }
+  /// Forgets what was written down up to now.
+  void forget() {
+    log.clear();
+    settings().log.clear();
+    bundle->log.clear();
+  }
+
+  std::shared_ptr<MorvaTTCommonInfoKV2> info;
+  std::unique_ptr<MorvaTTViewControllerKV2> controller;
+};
+
+}  // namespace tandemtrim::test
