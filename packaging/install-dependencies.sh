@@ -4,8 +4,8 @@
 set -euo pipefail
 
 build='g++ cmake ninja-build make pkg-config libcups2-dev libplist-dev libcli11-dev nlohmann-json3-dev'
-# The demonstration and the end-to-end tests start a private print server; no system service is needed or started.
-server='cups-daemon cups-client cups-filters python3 util-linux'
+# The demonstration and the end-to-end tests start a print server of their own; the system's is not used.
+server='cups cups-client cups-filters python3 util-linux'
 tests='libgtest-dev libgmock-dev locales binutils'
 
 case "${1:-}" in

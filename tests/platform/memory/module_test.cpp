@@ -1,8 +1,25 @@
+#include <cstdlib>
 #include <memory>
+#include <new>
 
 #include <dlfcn.h>
 
 #include "tests/support/core_test.hpp"
+
+namespace {
+
+bool memoryIsGone = false;
+
+}  // namespace
+
+// The module allocates by them too.
+void* operator new(std::size_t size) {
+  void* address = memoryIsGone ? nullptr : std::malloc(size == 0 ? 1 : size);
+  if (address == nullptr) throw std::bad_alloc();
+  return address;
+}
+void operator delete(void* address) noexcept { std::free(address); }
+void operator delete(void* address, std::size_t) noexcept { std::free(address); }
 
 namespace tandemtrim::test {
 namespace {
@@ -26,7 +43,7 @@ class Module : public CoreTest {
 };
 
 TEST_F(Module, MakesAPlugInThatMakesAPanel) {
-  ASSERT_NE(makePlugin(), nullptr) << dlerror();
+  ASSERT_NE(makePlugin(), nullptr);
   std::unique_ptr<platform::Plugin> plugin;
   makePlugin()(plugin);
   ASSERT_NE(plugin, nullptr);
@@ -44,6 +61,16 @@ TEST_F(Module, MakesAnotherPlugInEachTime) {
   makePlugin()(first);
   makePlugin()(second);
   EXPECT_NE(first, second);
+}
+
+TEST_F(Module, MakesNoPlugInWithoutMemoryAndTakesTheOldOneAway) {
+  const auto make = makePlugin();
+  std::unique_ptr<platform::Plugin> plugin;
+  make(plugin);
+  memoryIsGone = true;
+  make(plugin);
+  memoryIsGone = false;
+  EXPECT_EQ(plugin, nullptr);
 }
 
 }  // namespace
