@@ -1,23 +1,7 @@
-#include <cstdlib>
-#include <new>
-
 #include "platform/memory/panel.hpp"
 #include "tests/support/core_test.hpp"
+#include "tests/support/heap.hpp"
 #include "view/view_controller.hpp"
-
-namespace {
-
-long allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* address = std::malloc(size == 0 ? 1 : size)) return address;
-  throw std::bad_alloc();
-}
-void operator delete(void* address) noexcept { std::free(address); }
-void operator delete(void* address, std::size_t) noexcept { std::free(address); }
 
 namespace tandemtrim::test {
 namespace {
@@ -42,9 +26,9 @@ class Keystroke : public CoreTest {
 TEST_F(Keystroke, AllocatesNothingForUpToFifteenDigits) {
   for (const char* box : {"Top", "Bottom", "Left", "Right"}) {
     for (const char* text : {"", "5", "-1a2 mm", "007", "999999999999999", "\uFF11"}) {
-      const auto before = allocations;
+      const auto before = heap().allocations;
       view->type(box, text);
-      EXPECT_EQ(allocations - before, 0) << box << " after \"" << text << '"';
+      EXPECT_EQ(heap().allocations - before, 0) << box << " after \"" << text << '"';
     }
     EXPECT_EQ(view->control(box).text, "0");
   }
@@ -54,17 +38,17 @@ TEST_F(Keystroke, AllocatesNothingWhereTheNumberIsHeldAtABound) {
   const auto& box = controller->textBoxMarginTop();
   box->setValueRange(number(5), platform::makeObject(50.5));
   for (const char* text : {"1", "99", "999999999999999"}) {
-    const auto before = allocations;
+    const auto before = heap().allocations;
     view->type("Top", text);
-    EXPECT_EQ(allocations - before, 0) << text;
+    EXPECT_EQ(heap().allocations - before, 0) << text;
   }
   EXPECT_EQ(view->control("Top").text, "50.5");
 }
 
 TEST_F(Keystroke, IsCountedByThisTest) {
-  const auto before = allocations;
+  const auto before = heap().allocations;
   view->type("Top", std::string(40, '9'));
-  EXPECT_GT(allocations, before);
+  EXPECT_GT(heap().allocations, before);
 }
 
 }  // namespace

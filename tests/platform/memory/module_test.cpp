@@ -1,25 +1,10 @@
-#include <cstdlib>
 #include <memory>
-#include <new>
 
 #include <dlfcn.h>
+#include <syslog.h>
 
 #include "tests/support/core_test.hpp"
-
-namespace {
-
-bool memoryIsGone = false;
-
-}  // namespace
-
-// The module allocates by them too.
-void* operator new(std::size_t size) {
-  void* address = memoryIsGone ? nullptr : std::malloc(size == 0 ? 1 : size);
-  if (address == nullptr) throw std::bad_alloc();
-  return address;
-}
-void operator delete(void* address) noexcept { std::free(address); }
-void operator delete(void* address, std::size_t) noexcept { std::free(address); }
+#include "tests/support/heap.hpp"
 
 namespace tandemtrim::test {
 namespace {
@@ -55,6 +40,24 @@ TEST_F(Module, MakesAPlugInThatMakesAPanel) {
   EXPECT_EQ(settings().values.size(), 7U);
 }
 
+TEST_F(Module, WritesItsKeywordsToTheSystemLogAtEachRequest) {
+  std::unique_ptr<platform::Plugin> plugin;
+  makePlugin()(plugin);
+  openJob();
+  plugin->initWithBundle(bundle);
+  const auto panels = plugin->PDEPanelsForType(kPrintDialogExtensionType, callback);
+  openlog("module", LOG_PERROR, LOG_USER);
+  testing::internal::CaptureStderr();
+  const auto& first = panels->front()->supportedPPDOptionKeys();
+  const auto& second = panels->front()->supportedPPDOptionKeys();
+  closelog();
+  const std::string line =
+      "module: supportedPPDOptionKeys:=NSArray((MVTandemTrim, MVImageDirectionPriority, MVPrintPosition, "
+      "MVTopMargin, MVBottomMargin, MVLeftMargin, MVRightMargin))\n";
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), line + line);
+  EXPECT_EQ(&first, &second);
+}
+
 TEST_F(Module, MakesAnotherPlugInEachTime) {
   std::unique_ptr<platform::Plugin> first;
   std::unique_ptr<platform::Plugin> second;
@@ -67,9 +70,9 @@ TEST_F(Module, MakesNoPlugInWithoutMemoryAndTakesTheOldOneAway) {
   const auto make = makePlugin();
   std::unique_ptr<platform::Plugin> plugin;
   make(plugin);
-  memoryIsGone = true;
+  heap().isExhausted = true;
   make(plugin);
-  memoryIsGone = false;
+  heap().isExhausted = false;
   EXPECT_EQ(plugin, nullptr);
 }
 
