@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/host/failure_matcher.hpp"
-#include "tests/host/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace tandemtrim::host {
 namespace {

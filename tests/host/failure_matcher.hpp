@@ -6,18 +6,18 @@
 
 #include "host/failure.hpp"
 
-namespace tandemtrim::host::test {
+namespace tandemtrim::test {
 
 /// What running `call` failed with; a test failure when it did not fail.
 template <class Call>
-Failure failureOf(Call call) {
+host::Failure failureOf(Call call) {
   try {
     call();
-  } catch (const Failure& failure) {
+  } catch (const host::Failure& failure) {
     return failure;
   }
   ADD_FAILURE() << "nothing failed";
-  return Failure("nothing failed", -1);
+  return host::Failure("nothing failed", -1);
 }
 
-}  // namespace tandemtrim::host::test
+}  // namespace tandemtrim::test

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tests/host/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
-namespace tandemtrim::host::test {
+namespace tandemtrim::test {
 
 struct FakeBundle {
   /// The function of the module that makes the plug-in; empty for an Info.plist without one.
@@ -34,4 +34,4 @@ inline std::string writeBundle(const TemporaryFolder& folder, const std::string&
   return (folder.path() / name).string();
 }
 
-}  // namespace tandemtrim::host::test
+}  // namespace tandemtrim::test

@@ -2,13 +2,13 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/host/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace tandemtrim::platform::linux {
 namespace {
 
 namespace fs = std::filesystem;
-using host::test::TemporaryFolder;
+using test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

@@ -8,12 +8,12 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "tests/host/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace tandemtrim::platform {
 namespace {
 
-using host::test::TemporaryFolder;
+using test::TemporaryFolder;
 using testing::IsNull;
 
 constexpr auto kLargest = std::numeric_limits<std::int64_t>::max();

@@ -3,12 +3,12 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "tests/host/temporary_folder.hpp"
+#include "tests/support/temporary_folder.hpp"
 
 namespace tandemtrim::platform::linux {
 namespace {
 
-using host::test::TemporaryFolder;
+using test::TemporaryFolder;
 using testing::Optional;
 
 TEST(RegularFile, GivesTheBytesAsTheyStand) {

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace tandemtrim::host::test {
+namespace tandemtrim::test {
 
 /// A folder that is gone with everything in it when the test is over.
 class TemporaryFolder {
@@ -38,4 +38,4 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-}  // namespace tandemtrim::host::test
+}  // namespace tandemtrim::test
