@@ -23,12 +23,12 @@ std::vector<fs::path> standardFolders() {
       if (!folder.empty()) folders.emplace_back(folder);
     }
   }
-  folders.emplace_back(TANDEM_TRIM_PLUGIN_FOLDER);
   std::error_code unreadable;
   const auto program = fs::read_symlink("/proc/self/exe", unreadable);
   if (!unreadable) {
     for (const char* folder : kFoldersBesideProgram) folders.push_back(program.parent_path() / folder);
   }
+  folders.emplace_back(TANDEM_TRIM_PLUGIN_FOLDER);
   return folders;
 }
 

@@ -1,5 +1,8 @@
 #include "host/confirmation.hpp"
 
+#include <algorithm>
+#include <iterator>
+
 #include "host/attributes.hpp"
 #include "host/failure.hpp"
 #include "host/job.hpp"
@@ -38,6 +41,14 @@ bool holds(const MessageHandle& job, const Option& option) {
 }
 
 }  // namespace
+
+Options optionsOfTheJob(const Options& options) {
+  Options kept;
+  std::ranges::copy_if(options, std::back_inserter(kept), [](const Option& option) {
+    return !option.keyword.starts_with("notify-") && option.keyword != "job-name";
+  });
+  return kept;
+}
 
 std::vector<std::string> lostOptions(const MessageHandle& jobAttributes, const Options& sent) {
   std::vector<std::string> lost;

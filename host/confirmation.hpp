@@ -11,6 +11,10 @@
 
 namespace tandemtrim::host {
 
+/// Those of the options that a server keeps as attributes of the job: not those of a subscription to its
+/// events, nor another name for its title.
+Options optionsOfTheJob(const Options& options);
+
 /// The options that the server does not hold for a job as they were sent, by keyword; none when the server no
 /// longer knows the job.
 std::optional<std::vector<std::string>> lostOptions(const Connection& connection, const Printer& printer,

@@ -28,11 +28,13 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
   if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
     size_ = static_cast<std::uint64_t>(status.st_size);
   filled_ = fill();
-  if (filled_ == 0) throw Failure(place_ + " is empty; nothing was sent");
+  if (filled_ == 0)
+    throw Failure(place_ + " is empty; nothing was sent. Give a document with something in it");
 }
 
 Failure Document::unreadable() const {
-  return Failure(place_ + " cannot be read: " + std::strerror(errno) + "; nothing was sent");
+  return Failure(place_ + " cannot be read: " + std::strerror(errno) +
+                 "; nothing was sent. Name a file that exists and that you may read");
 }
 
 std::size_t Document::fill() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/bundle_search.hpp"
+#include "host/family.hpp"
 #include "host/plugin_loader.hpp"
 #include "host/ppd.hpp"
 #include "platform/linux/print_settings.hpp"
@@ -41,16 +42,19 @@ JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::v
   return settled;
 }
 
-// The options that a panel would set, known from the plug-in itself; empty when none is installed or it does
-// not work.
-std::vector<std::string> keywordsOfPanel(const CommandLine& line) {
-  try {
-    const auto plugin = loadNamed(line, {kDefaultBundle}, [](const std::string&) {});
-    platform::linux::PrintSettings scratch;
-    return panelKeywords(plugin, scratch);
-  } catch (const PluginFailure&) {
-    return {};
-  }
+// The panel's own spelling of a keyword where letter case alone differs, as CUPS has it; none for a keyword
+// that is not the panel's.
+std::optional<std::string> keywordOfPanel(const std::string& keyword) {
+  const auto* const own = std::ranges::find_if(
+      kPanelKeywords, [&](const char* candidate) { return isSameKeyword(candidate, keyword); });
+  return own == kPanelKeywords.end() ? std::nullopt : std::optional<std::string>(*own);
+}
+
+Options spelledAsByPanel(const Options& options) {
+  Options spelled;
+  for (const auto& [keyword, value] : options)
+    setOption(spelled, {keywordOfPanel(keyword).value_or(keyword), value});
+  return spelled;
 }
 
 JobSettings settleWithoutPanel(const CommandLine& line, const std::string& printer, const Options& starting,
@@ -60,13 +64,10 @@ JobSettings settleWithoutPanel(const CommandLine& line, const std::string& print
         printer +
         " has no panel, since its PPD names none; nothing was sent. Leave --set and --restore-defaults out");
   }
+  if (line.files.empty()) note(printer + " has no panel, since its PPD names none");
   JobSettings settled{starting, std::nullopt};
-  if (starting.empty()) return settled;
-  const auto keywords = keywordsOfPanel(line);
   std::erase_if(settled.options, [&](const Option& option) {
-    const bool ofPanel = std::any_of(keywords.begin(), keywords.end(), [&](const std::string& keyword) {
-      return isSameKeyword(keyword, option.keyword);
-    });
+    const bool ofPanel = keywordOfPanel(option.keyword).has_value();
     if (ofPanel) note(printer + " has no panel; " + optionText(option) + " is left out");
     return ofPanel;
   });
@@ -85,7 +86,7 @@ JobSettings settleSettings(const CommandLine& line, const std::string& printer, 
          "options");
   }
   try {
-    return settleAtPanel(line, ppd, bundles, starting, note);
+    return settleAtPanel(line, ppd, bundles, spelledAsByPanel(starting), note);
   } catch (const PluginFailure& failure) {
     if (!line.withoutPanel) {
       throw Failure(

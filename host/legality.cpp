@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <cstdint>
 
 #include "platform/integer_text.hpp"
+#include "platform/object.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -25,12 +24,7 @@ std::vector<std::string> choicesOf(const ControlState& control) {
   return values;
 }
 
-std::string decimalText(double number) {
-  std::array<char, 32> text;
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), std::trunc(number), std::chars_format::fixed, 0);
-  return end.ec == std::errc() ? std::string(text.data(), end.ptr) : "?";
-}
+std::string decimalText(double number) { return std::to_string(platform::Object(number).integerValue()); }
 
 std::string allowedValues(const ControlState& control) {
   if (control.kind == ControlKind::textBox)

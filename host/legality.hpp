@@ -7,7 +7,7 @@
 
 namespace tandemtrim::host {
 
-/// A whole number's decimal text, the same in every locale.
+/// A number's decimal text, cut to a whole number and held within 64 bits, the same in every locale.
 std::string decimalText(double number);
 
 /// The values to choose from: those of a menu's items, "On" and "Off" of a check box; none at all for a

@@ -21,7 +21,7 @@ void work(std::vector<std::string> arguments) {
     if (line.verbose) openlog("tandem-trim", LOG_PERROR, LOG_USER);
     run(line, std::cout, tell);
   }
-  if (!std::cout.flush()) throw Failure("standard output cannot be written");
+  if (!std::cout.flush()) throw Failure("standard output cannot be written; what was asked for is done");
 }
 
 }  // namespace

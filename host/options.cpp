@@ -13,6 +13,8 @@ namespace {
 
 // The longest value that the printing protocol carries.
 constexpr std::size_t kLongestValue = 32767;
+// The longest name that it gives a job.
+constexpr std::size_t kLongestTitle = 255;
 
 // Why CUPS would lose this value, or none.
 std::optional<std::string> loss(const std::string& value) {
@@ -92,6 +94,17 @@ void refuseLossyValues(const Options& options) {
                     "; nothing was sent. Give another value by -o " + keyword + "=...");
     }
   }
+}
+
+void refuseLossyTitle(const std::string& title) {
+  const bool hasControl = std::ranges::any_of(title, [](char character) {
+    return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
+  });
+  if (!hasControl && title.size() <= kLongestTitle) return;
+  const std::string fault =
+      hasControl ? "holds a control character" : "is longer than " + std::to_string(kLongestTitle) + " bytes";
+  throw Failure("the title " + fault +
+                ", and CUPS would print \"Untitled\" instead; nothing was sent. Give another by -t");
 }
 
 OptionList::OptionList(const Options& options) {

@@ -38,6 +38,9 @@ std::string shellWord(const std::string& text);
 /// Raises a Failure that names the first option whose value CUPS would lose on the way to the filters.
 void refuseLossyValues(const Options& options);
 
+/// The same for a job's title, which CUPS would replace by one of its own.
+void refuseLossyTitle(const std::string& title);
+
 /// The same options in libcups's own form.
 class OptionList {
  public:

@@ -143,7 +143,6 @@ PanelResult playPanel(const LoadedPlugin& plugin, platform::PrintSettings& setti
   auto& view = viewOf(bundle, panel);
   callPlugin(bundle, "willShow", [&] { panel.willShow(); });
   PanelResult result;
-  result.title = callPlugin(bundle, "panelName", [&] { return panel.panelName(); });
   const auto controls = [&] { return callPlugin(bundle, "its view", [&] { return settingControls(view); }); };
   result.limits = limitsOf(bundle, controls(), keywords);
 
@@ -158,12 +157,6 @@ PanelResult playPanel(const LoadedPlugin& plugin, platform::PrintSettings& setti
   }
   result.summary = orderedSummary(callPlugin(bundle, "summaryInfo", [&] { return panel.summaryInfo(); }));
   return result;
-}
-
-std::vector<std::string> panelKeywords(const LoadedPlugin& plugin, platform::PrintSettings& scratch) {
-  const auto panels = openPanels(plugin, std::make_shared<Callback>(scratch, nullptr));
-  return callPlugin(plugin.bundle, "supportedPPDOptionKeys",
-                    [&] { return panels->front()->supportedPPDOptionKeys(); });
 }
 
 }  // namespace tandemtrim::host

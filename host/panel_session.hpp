@@ -31,7 +31,6 @@ struct SettingLimits {
 
 /// What a panel left behind when it was closed.
 struct PanelResult {
-  std::string title;
   /// In display order.
   std::vector<SummaryRow> summary;
   std::vector<SettingLimits> limits;
@@ -46,8 +45,5 @@ struct PanelResult {
 /// do its part. `settings` then hold what they hold.
 PanelResult playPanel(const LoadedPlugin& plugin, platform::PrintSettings& settings, ppd_file_s* ppd,
                       const std::vector<Input>& inputs, bool force, const Note& note);
-
-/// The option keywords that the plug-in's panel would set. PluginFailure when it has no panel.
-std::vector<std::string> panelKeywords(const LoadedPlugin& plugin, platform::PrintSettings& scratch);
 
 }  // namespace tandemtrim::host

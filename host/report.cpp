@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "platform/object.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
@@ -12,8 +14,8 @@ Json limitsJson(const PanelResult& panel) {
   for (const auto& [name, keyword, min, max, choices] : panel.limits) {
     auto& entry = limits[name];
     entry["keyword"] = keyword;
-    if (min) entry["min"] = static_cast<std::int64_t>(*min);
-    if (max) entry["max"] = static_cast<std::int64_t>(*max);
+    if (min) entry["min"] = platform::Object(*min).integerValue();
+    if (max) entry["max"] = platform::Object(*max).integerValue();
     if (!choices.empty()) entry["choices"] = choices;
   }
   return limits;

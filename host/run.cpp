@@ -41,17 +41,24 @@ Options startingOptions(const CommandLine& line, const std::optional<Target>& ta
   return options;
 }
 
+// Before anything goes to the server, so that what is wrong about the job costs no paper.
+void refuseLosses(const CommandLine& line, const Options& options) {
+  refuseLossyValues(options);
+  if (line.title) refuseLossyTitle(*line.title);
+}
+
 SentJob print(const CommandLine& line, const Target& target, std::vector<Document>& documents,
               const Options& options) {
   const auto title = line.title.value_or(documents.front().name());
-  SentJob job{0, target.printer.name, options.size(), std::nullopt};
+  const auto confirmable = optionsOfTheJob(options);
+  SentJob job{0, target.printer.name, confirmable.size(), std::nullopt};
   {
     ProgressLine progress;
     job.number = sendJob(target.connection, target.printer, title, options, documents,
                          [&](const auto& name, auto sent, auto size) { progress.show(name, sent, size); });
   }
   try {
-    job.lost = lostOptions(target.connection, target.printer, job.number, options);
+    job.lost = lostOptions(target.connection, target.printer, job.number, confirmable);
   } catch (const Failure& failure) {
     throw Failure("job " + std::to_string(job.number) + " on " + job.printer +
                   " was sent, but its options could not be confirmed: " + failure.what());
@@ -80,16 +87,16 @@ void run(const CommandLine& line, std::ostream& out, const Note& note) {
   const auto printer = target ? target->printer.name : line.printer;
   const auto settings = settleSettings(line, printer.value_or("the printer"), ppd.get(),
                                        startingOptions(line, target, ppd.get()), note);
-  refuseLossyValues(settings.options);
-
-  std::optional<SentJob> job;
-  if (!documents.empty()) job = print(line, *target, documents, settings.options);
-  show(line, out, printer, settings, job);
+  refuseLosses(line, settings.options);
   if (line.saveAsDefault) {
     saveAsDefault(target->connection, target->printer, settings.options);
     note("kept as your defaults for " + target->printer.name + ": " +
          std::to_string(settings.options.size()) + " options");
   }
+
+  std::optional<SentJob> job;
+  if (!documents.empty()) job = print(line, *target, documents, settings.options);
+  show(line, out, printer, settings, job);
   if (job && !job->lost) note(jobText(*job));
   if (job && job->lost && !job->lost->empty()) throw Failure(jobText(*job));
 }

@@ -85,6 +85,7 @@ Panel::Panel(const NibDescription& description, NibOwner& owner)
   for (std::size_t side = 0; side < margins_.size(); ++side) {
     auto& margin = margins_.at(side);
     const auto& outlets = kMarginOutlets.at(side);
+    margin.textBox.setStringValue("0");
     margin.stepper.setTextBox(&margin.textBox);
     entries_.push_back({outlets.label, "", &margin.label});
     entries_.push_back({outlets.textBox, outlets.name, &margin.textBox});

@@ -1,66 +1,12 @@
-#include <stdexcept>
-
-#include <cups/ppd.h>
-
-#include "platform/linux/bundle.hpp"
-#include "platform/linux/print_settings.hpp"
 #include "platform/memory/panel.hpp"
-#include "platform/memory/panel_view.hpp"
-#include "plugin/plugin.hpp"
-#include "tests/conformance/platform.hpp"
+#include "tests/conformance/linux_platform.hpp"
 
 namespace tandemtrim::conformance {
 namespace {
 
-struct PpdClose {
-  void operator()(ppd_file_t* ppd) const { ppdClose(ppd); }
-};
-
-class Job : public platform::HostCallback {
+class MemoryPanel : public LinuxPanel {
  public:
-  explicit Job(const std::optional<std::string>& ppd) : ppd_(ppd ? ppdOpenFile(ppd->c_str()) : nullptr) {
-    if (ppd && !ppd_) throw std::runtime_error("libcups does not read " + *ppd);
-  }
-  platform::PrintSettings* printSettings() override { return &settings; }
-  ppd_file_s* ppdFile() override { return ppd_.get(); }
-
-  platform::linux::PrintSettings settings;
-
- private:
-  std::unique_ptr<ppd_file_t, PpdClose> ppd_;
-};
-
-class MemoryPanel : public Panel {
- public:
-  explicit MemoryPanel(std::unique_ptr<platform::PrintPanel> panel) : panel_(std::move(panel)) {}
-
-  std::string panelName() override { return panel_->panelName(); }
-  std::optional<std::string> panelKind() override {
-    const auto kind = panel_->panelKind();
-    return kind ? std::optional(*kind->as<std::string>()) : std::nullopt;
-  }
-  bool panelView() override { return panel_->panelView() != nullptr; }
-  const void* viewIdentity() override { return panel_->panelView(); }
-  Summary summaryInfo() override {
-    Summary summary;
-    for (const auto& [title, value] : panel_->summaryInfo()) {
-      if (title == platform::kSummaryDisplayOrderKey) {
-        summary.order.emplace();
-        for (const auto& entry : *value->as<platform::Array>())
-          summary.order->push_back(*entry->as<std::string>());
-      } else {
-        summary.rows[title] = *value->as<std::string>();
-      }
-    }
-    return summary;
-  }
-  void willShow() override { panel_->willShow(); }
-  bool shouldHide() override { return panel_->shouldHide(); }
-  bool shouldShowHelp() override { return panel_->shouldShowHelp(); }
-  bool shouldPrint() override { return panel_->shouldPrint(); }
-  std::vector<std::string> supportedPPDOptionKeys() override { return panel_->supportedPPDOptionKeys(); }
-  bool save() override { return saysNothing(panel_->saveValuesAndReturnError(&error_)); }
-  bool restore() override { return saysNothing(panel_->restoreValuesAndReturnError(&error_)); }
+  using LinuxPanel::LinuxPanel;
 
   Look look(const std::string& outlet) override {
     const auto state = view().control(outlet);
@@ -96,54 +42,13 @@ class MemoryPanel : public Panel {
   void setMixed(const std::string& outlet) override { view().setMixed(outlet); }
 
  private:
-  platform::memory::Panel& view() { return dynamic_cast<platform::memory::Panel&>(*panel_->panelView()); }
-  // The error text is never written.
-  bool saysNothing(bool result) const { return result && error_ == kUntouched; }
-
-  static constexpr const char* kUntouched = "untouched";
-  std::unique_ptr<platform::PrintPanel> panel_;
-  std::string error_ = kUntouched;
-};
-
-class MemoryDialog : public Dialog {
- public:
-  explicit MemoryDialog(const Scene& scene) : job_(std::make_shared<Job>(scene.writePpd())) {
-    std::string reason;
-    auto bundle = platform::linux::Bundle::open(scene.writeBundle(), reason, {});
-    if (!plugin_.initWithBundle(bundle)) throw std::runtime_error(reason);
-    for (const auto& [key, value] : scene.stored) store(key, value);
-  }
-
-  std::unique_ptr<Panel> panelForType(std::optional<std::string> type, bool withCallback) override {
-    auto panels = plugin_.PDEPanelsForType(type, withCallback ? job_ : nullptr);
-    if (!panels) return nullptr;
-    return std::make_unique<MemoryPanel>(std::move(panels->at(0)));
-  }
-  std::size_t panelCount() override {
-    return plugin_.PDEPanelsForType(platform::kPrintDialogExtensionType, job_)->size();
-  }
-
-  std::optional<std::string> stored(const std::string& key) override {
-    std::optional<std::string> value;
-    job_->settings.PMPrintSettingsGetValue(key, value);
-    return value;
-  }
-  void store(const std::string& key, const std::optional<std::string>& value) override {
-    job_->settings.PMPrintSettingsSetValue(key, value, false);
-  }
-  std::vector<std::string> storedKeys() override {
-    std::vector<std::string> keys;
-    for (const auto& entry : job_->settings.entries()) keys.push_back(entry.key);
-    return keys;
-  }
-
- private:
-  std::shared_ptr<Job> job_;
-  MorvaTTPdePluginKV2 plugin_;
+  platform::memory::Panel& view() { return dynamic_cast<platform::memory::Panel&>(*panel().panelView()); }
 };
 
 }  // namespace
 
-std::unique_ptr<Dialog> openDialog(const Scene& scene) { return std::make_unique<MemoryDialog>(scene); }
+std::unique_ptr<Dialog> openDialog(const Scene& scene) {
+  return std::make_unique<LinuxDialog<MemoryPanel>>(scene);
+}
 
 }  // namespace tandemtrim::conformance

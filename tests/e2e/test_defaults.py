@@ -63,6 +63,16 @@ class DefaultsTest(TerminalCase):
         self.prints("-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9", SAMPLE)
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
+    def test_what_cannot_be_kept_is_said_before_anything_is_printed(self):
+        arguments = ["-d", "Morva", "--save-as-default", "-o", 'x-note="a#b"', SAMPLE]
+        self.refuses(*arguments, words=["x-note", "default"])
+
+    def test_other_letter_case_is_the_same_keyword(self):
+        self.run_program("lpoptions", "-p", "Morva", "-o", "mvtopmargin=7")
+        options = self.options_of()
+        self.assertEqual(of_panel(options), DEFAULTS | {MARGINS["Top"]: "7"})
+        self.assertNotIn("mvtopmargin", options)
+
     def test_an_instance_of_a_printer_keeps_settings_of_its_own(self):
         arguments = ["-d", "Morva/draft", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=2"]
         self.assertEqual(self.trim(*arguments).returncode, 0)

@@ -66,6 +66,17 @@ class PrintersTest(TerminalCase):
         self.assertRegex(result.stderr, "Raw has no PPD.*filters may not know")
         self.assertRegex(result.stderr, rf'Left: "{OWN_LIMIT + 1}" was typed.*0 to {OWN_LIMIT}\b')
 
+    def test_a_queue_without_a_ppd_knows_the_keywords_in_any_letter_case(self):
+        self.add_queue("Raw")
+        result, (record,) = self.prints("-d", "Raw", "-o", "mvtopmargin=3", SAMPLE)
+        self.assertEqual(of_panel(record.options), DEFAULTS | {MARGINS["Top"]: "3"})
+
+    def test_a_printer_without_the_panel_gets_none_of_its_options_even_without_a_plugin(self):
+        self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
+        _, (record,) = self.prints("-d", "Plain", "--plugin", "/nonexistent", "-o", "MVTopMargin=7 x-note=a", SAMPLE)
+        self.assertEqual(of_panel(record.options), {})
+        self.assertEqual(record.options["x-note"], "a")
+
     def test_a_ppd_without_limits_leaves_the_panels_own(self):
         self.add_queue("Limitless", ppd_without(self.temporary_folder(), "MVMax"))
         for side, keyword in MARGINS.items():

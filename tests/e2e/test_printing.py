@@ -150,6 +150,16 @@ class PrintingTest(TerminalCase):
             self.assertEqual(program.returncode, 0)
         self.assertRegex(shown.decode(), r"\(stdin\): \d+ MB sent")
 
+    def test_a_title_that_would_be_lost_is_refused(self):
+        for title in ("tab\there", "line\nbreak", "y" * 256):
+            with self.subTest(title[:12]):
+                self.refuses("-d", "Morva", "-t", title, SAMPLE, words=["title", "-t"])
+
+    def test_options_that_are_not_the_jobs_are_not_missed_there(self):
+        result, (record,) = self.prints("-d", "Morva", "-o", "notify-events=job-completed job-name=Report", SAMPLE)
+        self.assertIn("7 of 7 options confirmed", result.stdout)
+        self.assertEqual(of_panel(record.options), DEFAULTS)
+
     def test_progress_is_for_terminals_only(self):
         with subprocess.Popen(
             [PROGRAM, "-d", "Morva", "-"],

@@ -16,6 +16,11 @@ MessageHandle jobWith(const Options& options) {
   return job;
 }
 
+TEST(OptionsThatAServerKeepsElsewhere, AreNotLookedForInTheJob) {
+  const Options sent{{"notify-events", "job-completed"}, {"MVTopMargin", "5"}, {"job-name", "Report"}};
+  EXPECT_EQ(optionsOfTheJob(sent), (Options{{"MVTopMargin", "5"}}));
+}
+
 class AnOptionThatArrived : public testing::TestWithParam<Option> {};
 
 TEST_P(AnOptionThatArrived, IsConfirmed) {

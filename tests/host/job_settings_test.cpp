@@ -56,18 +56,34 @@ TEST_F(JobSettingsOf, APrinterWithoutPpdAreNoted) {
 }
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
-  writeBundle(folder, "TandemTrim.bundle");
-  line.plugin = folder.path().string();
-  const auto settings = settle(ppd("").get(), {{"FakeTop", "9"}, {"media", "A4"}, {"fakeON", "On"}});
+  line.files = {"document.pdf"};
+  line.plugin = "/nonexistent";
+  const auto settings =
+      settle(ppd("").get(), {{"MVTopMargin", "9"}, {"media", "A4"}, {"mvTANDEMtrim", "On"}});
   EXPECT_EQ(settings.options, (Options{{"media", "A4"}}));
   EXPECT_FALSE(settings.panel);
-  EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("fakeON=On")));
+  EXPECT_THAT(notes, ElementsAre(HasSubstr("MVTopMargin=9"), HasSubstr("mvTANDEMtrim=On")));
 }
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelNeedNoPlugin) {
   line.plugin = folder.path().string();
+  line.files = {"document.pdf"};
   EXPECT_EQ(settle(ppd("").get(), {{"media", "A4"}}).options, (Options{{"media", "A4"}}));
   EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutThePanelAreNotedToWhoeverOnlyLooks) {
+  settle(ppd("").get(), {});
+  EXPECT_THAT(notes, ElementsAre(HasSubstr("Morva has no panel")));
+}
+
+TEST_F(JobSettingsOf, APrinterWithThePanelTakeItsKeywordsInAnySpelling) {
+  line.plugin = writeBundle(folder, "Fake.bundle");
+  const auto settings =
+      settle(nullptr, {{"mvtopmargin", "3"}, {"mvLEFTmargin", "4"}, {"MVLeftMargin", "5"}, {"mEdia", "A4"}});
+  EXPECT_THAT(settings.options,
+              testing::IsSupersetOf(Options{{"MVTopMargin", "3"}, {"MVLeftMargin", "5"}, {"mEdia", "A4"}}));
+  EXPECT_EQ(settings.options.size(), 6U);
 }
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelTakeNoInput) {

@@ -81,5 +81,10 @@ TEST(ANumbersText, IsDecimalAndNeverScientific) {
   EXPECT_EQ(decimalText(1e15), "1000000000000000");
 }
 
+TEST(ADecimalText, StaysWithin64BitsAsTheLimitsDo) {
+  EXPECT_EQ(decimalText(9.3e18), "9223372036854775807");
+  EXPECT_EQ(decimalText(-2.5), "-2");
+}
+
 }  // namespace
 }  // namespace tandemtrim::host

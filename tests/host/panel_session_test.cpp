@@ -75,9 +75,8 @@ TEST_F(APanelSession, NotesWhatThePanelCorrected) {
                                        HasSubstr("0 to 20"))));
 }
 
-TEST_F(APanelSession, GivesTitleAndLimits) {
+TEST_F(APanelSession, GivesTheLimits) {
   const auto result = play({});
-  EXPECT_EQ(result.title, "Fake");
   ASSERT_EQ(result.limits.size(), 3U);
   EXPECT_EQ(result.limits[0].keyword, "FakeOn");
   EXPECT_THAT(result.limits[1].choices, ElementsAre("Left", "Right"));
@@ -210,12 +209,6 @@ TEST_F(APanelSession, NamesASettingThatThePanelSavedAsAbsent) {
   play({}, false, "saveValuesAndReturnError absent");
   EXPECT_EQ(stored("FakeTop"), std::nullopt);
   EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop")));
-}
-
-TEST_F(APanelSession, TellsTheKeywordsThatThePanelWouldSet) {
-  const test::TemporaryFolder folder;
-  EXPECT_THAT(panelKeywords(loadPlugin(writeBundle(folder, "Fake.bundle"), quiet), settings),
-              ElementsAre("FakeOn", "FakePosition", "FakeTop"));
 }
 
 }  // namespace

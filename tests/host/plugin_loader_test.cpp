@@ -86,7 +86,7 @@ TEST_P(ARaisingPlugin, IsReportedWithWhatItRaised) {
 
 INSTANTIATE_TEST_SUITE_P(Plugins, ARaisingPlugin,
                          testing::Values("initWithBundle", "PDEPanelsForType", "supportedPPDOptionKeys",
-                                         "panelView", "willShow", "panelName", "controls", "type",
+                                         "panelView", "willShow", "controls", "type",
                                          "saveValuesAndReturnError", "summaryInfo"),
                          [](const auto& tested) { return tested.param; });
 

@@ -1,5 +1,7 @@
 #include "host/report.hpp"
 
+#include <cstdint>
+#include <limits>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -13,8 +15,7 @@ namespace {
 JobSettings sample() {
   JobSettings settings;
   settings.options = {{"media", "A4"}, {"MVTopMargin", "5"}, {"note", "two words"}};
-  settings.panel = PanelResult{"Tandem Trim",
-                               {{"Top margin", "5"}, {"Left margin", "3"}},
+  settings.panel = PanelResult{{{"Top margin", "5"}, {"Left margin", "3"}},
                                {{"Valid", "MVTandemTrim", std::nullopt, std::nullopt, {"On", "Off"}},
                                 {"Top", "MVTopMargin", 0, 30, {}}}};
   return settings;
@@ -25,6 +26,12 @@ nlohmann::json jsonOf(const JobSettings& settings, const std::optional<std::stri
   std::ostringstream out;
   showJson(out, printer, settings, job);
   return nlohmann::json::parse(out.str());
+}
+
+TEST(TheJson, HoldsLimitsAsWideAsTheyCanBe) {
+  auto settings = sample();
+  settings.panel->limits[1].max = 9.3e18;
+  EXPECT_EQ(jsonOf(settings)["limits"]["Top"]["max"], std::numeric_limits<std::int64_t>::max());
 }
 
 TEST(ASummary, ShowsATitleAndAValueALine) {

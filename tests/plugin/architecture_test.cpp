@@ -70,6 +70,12 @@ TEST(Architecture, LetsTheInterfacesOfThePlatformsIncludeNothingButEachOther) {
   for (const auto& [header, files] : includes("platform", kQuoted)) EXPECT_THAT(header, kPlatformInterface);
 }
 
+TEST(Architecture, LetsTheHostKnowTheInterfaceOfTheExtensionOnly) {
+  EXPECT_THAT(headersOfOtherFolders("host"),
+              testing::Each(testing::AnyOf(kPlatformInterface, testing::StartsWith("platform/linux/"),
+                                           "platform/memory/panel_view.hpp")));
+}
+
 Names namesIn(const std::string& list) {
   std::istringstream names(list);
   return {std::istream_iterator<std::string>(names), {}};
@@ -80,6 +86,12 @@ TEST(Architecture, LinksTheCoreWithLibcupsAndNothingElse) {
               UnorderedElementsAre("tandemtrim_plugin", "tandemtrim_view", "tandemtrim_model",
                                    "tandemtrim_setting_info", "tandemtrim_margin_entry", "tandemtrim_values",
                                    "Cups::Cups"));
+}
+
+TEST(Architecture, LinksTheHostWithNothingOfTheCore) {
+  const auto links = namesIn(HOST_LINKS);
+  for (const char* part : {"plugin", "view", "model", "setting_info", "margin_entry", "memory"})
+    EXPECT_THAT(links, testing::Not(testing::Contains(std::string("tandemtrim_") + part)));
 }
 
 TEST(Architecture, LinksTheRulesOfMarginEntryWithNothingButValues) {

@@ -124,6 +124,7 @@ TEST_F(FreeBox, LosesItsLastCharacterAsAWhole) {
 }
 
 TEST_F(FreeBox, StaysAsItIsWithoutAnEditWhenItIsEmpty) {
+  EXPECT_TRUE(panel.type("Top", ""));
   int edits = 0;
   auto& center = platform::memory::notificationCenter();
   center.addObserver(

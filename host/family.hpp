@@ -1,0 +1,18 @@
+#pragma once
+
+#include <array>
+
+/// What the host knows of the printers of this family without asking their plug-in.
+namespace tandemtrim::host {
+
+/// The bundle of a printer whose queue has no PPD to name one.
+inline constexpr const char* kDefaultBundle = "TandemTrim.bundle";
+
+/// The keywords of the panel's options. A printer without the panel never gets one of them, whether or not a
+/// plug-in is installed that could be asked for them.
+inline constexpr std::array<const char*, 7> kPanelKeywords{"MVTandemTrim",    "MVImageDirectionPriority",
+                                                           "MVPrintPosition", "MVTopMargin",
+                                                           "MVBottomMargin",  "MVLeftMargin",
+                                                           "MVRightMargin"};
+
+}  // namespace tandemtrim::host
