@@ -3,10 +3,10 @@
 # Root installs directly, anybody else by sudo; with nothing missing it asks for neither and touches no network.
 set -euo pipefail
 
-build='g++ cmake ninja-build make pkg-config libcups2-dev libplist-dev libcli11-dev nlohmann-json3-dev'
+build='g++ cmake ninja-build make pkg-config libcups2-dev libplist-dev libcli11-dev nlohmann-json3-dev libgtkmm-4.0-dev'
 # The demonstration and the end-to-end tests start a print server of their own; the system's is not used.
 server='cups cups-client cups-filters python3 util-linux'
-tests='libgtest-dev libgmock-dev locales binutils'
+tests='libgtest-dev libgmock-dev locales binutils xvfb xauth xdotool dbus libxtst-dev at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
 
 case "${1:-}" in
   run) packages="$build $server" ;;

@@ -1,0 +1,66 @@
+#include "platform/gtk/controls.hpp"
+
+#include "platform/gtk/guarded.hpp"
+
+namespace tandemtrim::platform::gtk {
+namespace {
+
+// The style class by which a theme dims a text.
+constexpr const char* kDimmed = "dim-label";
+
+}  // namespace
+
+void TextLabel::setTextColor(Color color) {
+  if (color == Color::lightGrayColor) {
+    widget().add_css_class(kDimmed);
+  } else {
+    widget().remove_css_class(kDimmed);
+  }
+}
+
+void TextLabel::setStringValue(std::string_view text) {
+  if (widget().get_mnemonic_widget() != nullptr) {
+    widget().set_text_with_mnemonic(mnemonics_.mark(text));
+  } else {
+    widget().set_text(std::string(text));
+  }
+}
+
+Button::Button(Gtk::Button& button, Mnemonics& mnemonics) : ControlOf(button), mnemonics_(mnemonics) {
+  button.set_use_underline();
+  button.signal_clicked().connect(sigc::mem_fun(*this, &Button::onClicked));
+}
+
+void Button::onClicked() {
+  guarded([this] {
+    if (action_) action_(this);
+  });
+}
+
+CheckBox::CheckBox(Gtk::CheckButton& button, Mnemonics& mnemonics)
+    : ControlOf(button), mnemonics_(mnemonics) {
+  button.set_use_underline();
+  toggled_ = button.signal_toggled().connect(sigc::mem_fun(*this, &CheckBox::onToggled));
+}
+
+int CheckBox::state() const {
+  if (widget().get_inconsistent()) return kMixed;
+  return widget().get_active() ? kOn : kOff;
+}
+
+// A mixed box is not active underneath, so that the person's click turns it on.
+void CheckBox::setState(int state) {
+  toggled_.block();
+  widget().set_inconsistent(state == kMixed);
+  widget().set_active(state == kOn);
+  toggled_.unblock();
+}
+
+void CheckBox::onToggled() {
+  widget().set_inconsistent(false);
+  guarded([this] {
+    if (action_) action_(this);
+  });
+}
+
+}  // namespace tandemtrim::platform::gtk

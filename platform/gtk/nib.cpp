@@ -1,0 +1,39 @@
+#include "platform/nib.hpp"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include <dlfcn.h>
+#include <gtkmm/init.h>
+
+#include "platform/gtk/panel.hpp"
+
+namespace tandemtrim::platform {
+namespace {
+
+// The nib in the resources of the bundle whose module this code is part of.
+std::string nibPath(std::string_view name) {
+  Dl_info module{};
+  if (dladdr(reinterpret_cast<const void*>(&nibPath), &module) == 0) return {};
+  const auto contents = std::filesystem::absolute(module.dli_fname).parent_path().parent_path();
+  return contents / "Resources" / std::string(name).append(".ui");
+}
+
+}  // namespace
+
+bool loadNibNamed(std::string_view name, NibOwner& owner) try {
+  // Without a screen there is no widget to make.
+  if (gdk_display_get_default() == nullptr) return false;
+  Gtk::init_gtkmm_internals();
+  auto panel = std::make_unique<gtk::Panel>(Gtk::Builder::create_from_file(nibPath(name)), owner);
+  auto& loaded = *panel;
+  owner.keepLoadedNib(std::move(panel));
+  loaded.connectOutlets(owner);
+  return true;
+} catch (const Glib::Error& unusable) {
+  g_log("tandem-trim", G_LOG_LEVEL_WARNING, "the view cannot be loaded: %s", unusable.what());
+  return false;
+}
+
+}  // namespace tandemtrim::platform

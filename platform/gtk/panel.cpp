@@ -1,0 +1,83 @@
+#include "platform/gtk/panel.hpp"
+
+#include <array>
+#include <utility>
+
+#include "platform/gtk/controls.hpp"
+#include "platform/gtk/menus.hpp"
+#include "platform/gtk/stepper.hpp"
+#include "platform/gtk/text_box.hpp"
+
+namespace tandemtrim::platform::gtk {
+namespace {
+
+constexpr std::string_view kView = "tandemTrimView";
+
+struct MarginOutlets {
+  std::string_view textBox;
+  std::string_view stepper;
+};
+
+constexpr std::array<MarginOutlets, 4> kMargins{{
+    {"textBoxMarginTop", "stepperMarginTop"},
+    {"textBoxMarginBottom", "stepperMarginBottom"},
+    {"textBoxMarginLeft", "stepperMarginLeft"},
+    {"textBoxMarginRight", "stepperMarginRight"},
+}};
+
+}  // namespace
+
+Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
+    : description_(std::move(description)),
+      view_(dynamic_cast<Gtk::Widget*>(description_->get_object(std::string(kView)).get())) {
+  for (const auto outlet : owner.outletNames()) {
+    if (outlet == kView) continue;
+    const auto object = description_->get_object(std::string(outlet));
+    if (auto control = wrap(object.get())) controls_.emplace(outlet, std::move(control));
+  }
+  connectSteppers();
+  connectActions(owner);
+}
+
+// A widget's class tells which of the controls it is.
+std::unique_ptr<NibObject> Panel::wrap(Glib::Object* object) {
+  if (auto* label = dynamic_cast<Gtk::Label*>(object)) return std::make_unique<TextLabel>(*label, mnemonics_);
+  if (auto* entry = dynamic_cast<Gtk::Entry*>(object)) return std::make_unique<TextBox>(*entry);
+  if (auto* box = dynamic_cast<Gtk::Box*>(object)) return Stepper::make(*box);
+  if (auto* menu = dynamic_cast<Gtk::ComboBoxText*>(object)) return std::make_unique<PopUpButton>(*menu);
+  if (auto* check = dynamic_cast<Gtk::CheckButton*>(object))
+    return std::make_unique<CheckBox>(*check, mnemonics_);
+  if (auto* button = dynamic_cast<Gtk::Button*>(object)) return std::make_unique<Button>(*button, mnemonics_);
+  return nullptr;
+}
+
+void Panel::connectSteppers() const {
+  for (const auto& margin : kMargins) {
+    auto* stepper = controlOf<Stepper>(margin.stepper);
+    auto* textBox = controlOf<TextBox>(margin.textBox);
+    if (stepper != nullptr && textBox != nullptr) stepper->setTextBox(textBox);
+  }
+}
+
+void Panel::connectActions(NibOwner& owner) const {
+  const auto actionOf = [&owner](std::string_view action) {
+    return [&owner, action](NibObject* sender) { owner.performAction(action, sender); };
+  };
+  if (auto* check = controlOf<CheckBox>("tandemTrimValid"))
+    check->setAction(actionOf("changeTandemTrimValid:"));
+  if (auto* button = controlOf<Button>("defaultButton")) button->setAction(actionOf("setDefaultValue:"));
+}
+
+void Panel::connectOutlets(NibOwner& owner) {
+  for (const auto& [outlet, control] : controls_) owner.setOutlet(outlet, control.get());
+  if (view_ != nullptr) owner.setOutlet(kView, this);
+}
+
+void* Panel::toolkitView() { return view_ == nullptr ? nullptr : view_->gobj(); }
+
+NibObject* Panel::control(std::string_view outlet) const {
+  const auto control = controls_.find(outlet);
+  return control == controls_.end() ? nullptr : control->second.get();
+}
+
+}  // namespace tandemtrim::platform::gtk

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <gtkmm/builder.h>
+
+#include "platform/gtk/mnemonics.hpp"
+#include "platform/nib.hpp"
+
+namespace tandemtrim::platform::gtk {
+
+/// A loaded nib: its widgets, the controls around them and the panel's view. The widgets live as long as it,
+/// and longer in a window that holds the view; they do nothing then.
+class Panel : public LoadedNib, public View {
+ public:
+  /// Wraps those of the description's objects that bear the name of an outlet.
+  Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner);
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
+
+  /// Connects the outlets for which the description has an object of a class that is known here.
+  void connectOutlets(NibOwner& owner);
+
+  /// The view's GtkWidget, or null when the description has none.
+  [[nodiscard]] void* toolkitView() override;
+  /// The control of this outlet, or null.
+  [[nodiscard]] NibObject* control(std::string_view outlet) const;
+
+ private:
+  [[nodiscard]] std::unique_ptr<NibObject> wrap(Glib::Object* object);
+  void connectSteppers() const;
+  void connectActions(NibOwner& owner) const;
+  template <class Class>
+  [[nodiscard]] Class* controlOf(std::string_view outlet) const {
+    return dynamic_cast<Class*>(control(outlet));
+  }
+
+  Glib::RefPtr<Gtk::Builder> description_;
+  Gtk::Widget* view_;
+  Mnemonics mnemonics_;
+  std::map<std::string, std::unique_ptr<NibObject>, std::less<>> controls_;
+};
+
+}  // namespace tandemtrim::platform::gtk
