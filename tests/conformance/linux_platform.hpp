@@ -67,8 +67,6 @@ class LinuxPanel : public Panel {
 
  protected:
   [[nodiscard]] platform::PrintPanel& panel() const { return *panel_; }
-  /// Ends the panel, for a platform that must see it gone before something else.
-  void release() { panel_.reset(); }
 
  private:
   // The error text is never written.

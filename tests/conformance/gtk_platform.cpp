@@ -1,0 +1,158 @@
+#include <X11/keysym.h>
+
+#include "platform/gtk/controls.hpp"
+#include "platform/gtk/menus.hpp"
+#include "platform/gtk/panel.hpp"
+#include "platform/gtk/stepper.hpp"
+#include "platform/gtk/text_box.hpp"
+#include "tests/conformance/linux_platform.hpp"
+#include "tests/gtk/person.hpp"
+
+namespace tandemtrim::conformance {
+namespace {
+
+namespace gtk = platform::gtk;
+
+// What is seen of a control, whatever its class.
+struct Seen {
+  Look look;
+
+  void of(gtk::TextLabel& label) {
+    look.text = label.stringValue();
+    look.color = label.widget().has_css_class("dim-label") ? "lightGrayColor" : "blackColor";
+  }
+  void of(gtk::TextBox& box) { look.text = box.widget().get_text(); }
+  void of(gtk::Stepper& stepper) {
+    look.text = stepper.stringValue();
+    look.min = stepper.minValue();
+    look.max = stepper.maxValue();
+  }
+  void of(gtk::CheckBox& box) {
+    look.text = unmarked(box.widget().get_label());
+    look.state = box.state();
+  }
+  void of(gtk::Button& button) { look.text = unmarked(button.widget().get_label()); }
+  void of(gtk::PopUpButton& menu) {
+    for (std::size_t index = 0; index < menu.numberOfItems(); ++index) {
+      auto& item = menu.itemAtIndex(index);
+      look.choices.push_back({item.title(), item.representedObject()});
+    }
+    look.text = menu.widget().get_active_text();
+    if (auto* selected = menu.selectedItem()) look.chosen = selected->representedObject();
+  }
+
+  // The title without the mark of its mnemonic.
+  static std::string unmarked(const std::string& marked) {
+    std::string title;
+    for (std::size_t index = 0; index < marked.size(); ++index) {
+      if (marked[index] == '_' && ++index == marked.size()) break;
+      title += marked[index];
+    }
+    return title;
+  }
+
+  template <class Class>
+  bool isOf(platform::NibObject* control) {
+    auto* const known = dynamic_cast<Class*>(control);
+    if (known == nullptr) return false;
+    look.enabled = known->widget().get_sensitive();
+    of(*known);
+    return true;
+  }
+};
+
+class GtkPanel : public LinuxPanel {
+ public:
+  using LinuxPanel::LinuxPanel;
+  // The window goes before the panel whose view it holds.
+  ~GtkPanel() override { person_.reset(); }
+
+  bool panelView() override {
+    if (!LinuxPanel::panelView()) return false;
+    if (!person_) {
+      auto* const window = GTK_WINDOW(gtk_window_new());
+      gtk_window_set_child(window, GTK_WIDGET(panel().panelView()->toolkitView()));
+      person_ = std::make_unique<test::Person>(window);
+    }
+    return true;
+  }
+
+  Look look(const std::string& outlet) override {
+    auto* const control = view().control(outlet);
+    Seen seen;
+    if (!(seen.isOf<gtk::TextLabel>(control) || seen.isOf<gtk::TextBox>(control) ||
+          seen.isOf<gtk::Stepper>(control) || seen.isOf<gtk::CheckBox>(control) ||
+          seen.isOf<gtk::Button>(control) || seen.isOf<gtk::PopUpButton>(control)))
+      throw std::out_of_range("the view has no control " + outlet);
+    return seen.look;
+  }
+
+  bool replaceText(const std::string& outlet, const std::string& text) override {
+    auto* const entry = widget<gtk::TextBox>(outlet);
+    if (!focus(entry)) return false;
+    person_->press(XK_a, true);
+    text.empty() ? person_->press(XK_Delete) : person_->paste(text);
+    return true;
+  }
+  bool type(const std::string& outlet, const std::string& keys) override {
+    if (!focus(widget<gtk::TextBox>(outlet))) return false;
+    person_->press(XK_End);
+    person_->type(keys);
+    return true;
+  }
+  bool backspace(const std::string& outlet) override {
+    if (!focus(widget<gtk::TextBox>(outlet))) return false;
+    person_->press(XK_End);
+    person_->press(XK_BackSpace);
+    return true;
+  }
+  bool click(const std::string& outlet) override {
+    auto* const button =
+        outlet == "defaultButton" ? widget<gtk::Button>(outlet) : widget<gtk::CheckBox>(outlet);
+    if (gtk_widget_is_sensitive(button) == FALSE) return false;
+    person_->click(button);
+    return true;
+  }
+  bool step(const std::string& outlet, int steps) override {
+    auto* const stepper = widget<gtk::Stepper>(outlet);
+    if (gtk_widget_is_sensitive(stepper) == FALSE) return false;
+    auto* const button = steps > 0 ? gtk_widget_get_last_child(stepper) : gtk_widget_get_first_child(stepper);
+    for (int step = 0; step < std::abs(steps); ++step) person_->click(button);
+    return true;
+  }
+  bool choose(const std::string& outlet, const std::string& value) override {
+    if (!focus(widget<gtk::PopUpButton>(outlet))) return false;
+    person_->press(XK_Home);
+    for (const auto& choice : look(outlet).choices) {
+      if (choice.value == value) return true;
+      person_->press(XK_Down);
+    }
+    throw std::out_of_range("the menu " + outlet + " has no item " + value);
+  }
+  void setMixed(const std::string& outlet) override {
+    dynamic_cast<gtk::CheckBox&>(*view().control(outlet)).setState(gtk::CheckBox::kMixed);
+  }
+
+ private:
+  gtk::Panel& view() { return dynamic_cast<gtk::Panel&>(*panel().panelView()); }
+  template <class Class>
+  GtkWidget* widget(const std::string& outlet) {
+    return static_cast<Gtk::Widget&>(dynamic_cast<Class&>(*view().control(outlet)).widget()).gobj();
+  }
+  bool focus(GtkWidget* widget) {
+    if (gtk_widget_is_sensitive(widget) == FALSE) return false;
+    person_->focus(widget);
+    return true;
+  }
+
+  std::unique_ptr<test::Person> person_;
+};
+
+}  // namespace
+
+std::unique_ptr<Dialog> openDialog(const Scene& scene) {
+  gtk_init();
+  return std::make_unique<LinuxDialog<GtkPanel>>(scene);
+}
+
+}  // namespace tandemtrim::conformance

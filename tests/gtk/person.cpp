@@ -1,0 +1,164 @@
+#include "tests/gtk/person.hpp"
+
+#include <stdexcept>
+
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+#include <gdk/x11/gdkx.h>
+
+namespace tandemtrim::test {
+namespace {
+
+// A key that means nothing to any widget: when the window has seen it, it has seen what was sent before.
+constexpr unsigned kAnswerKey = XK_Pause;
+constexpr unsigned kLookAgain = 10;
+constexpr int kLooks = 2000;
+
+// Runs the main loop until `isDone`; a test that would wait for ever fails. Not all that is waited for comes
+// as an event, so the loop looks again every few milliseconds.
+template <class IsDone>
+void waitUntil(const char* what, IsDone isDone) {
+  int looks = 0;
+  const auto timer = g_timeout_add(
+      kLookAgain,
+      [](gpointer count) -> gboolean {
+        ++*static_cast<int*>(count);
+        return G_SOURCE_CONTINUE;
+      },
+      &looks);
+  while (!isDone() && looks < kLooks) g_main_context_iteration(nullptr, TRUE);
+  g_source_remove(timer);
+  if (looks >= kLooks) throw std::runtime_error(std::string("waited in vain for ") + what);
+}
+
+// What is ready now: idles that an event left behind, answers of the clipboard.
+void runWhatIsReady() {
+  for (int round = 0; round < 50 && g_main_context_pending(nullptr) != FALSE; ++round)
+    g_main_context_iteration(nullptr, FALSE);
+}
+
+gboolean noteAnswer(GtkEventControllerKey* /*keys*/, guint keysym, guint /*code*/, GdkModifierType /*state*/,
+                    gpointer answered) {
+  if (keysym != kAnswerKey) return FALSE;
+  *static_cast<bool*>(answered) = true;
+  return TRUE;
+}
+
+}  // namespace
+
+struct Person::X {
+  Display* display = XOpenDisplay(nullptr);
+  Window window = 0;
+};
+
+Person::Person(GtkWindow* window) : window_(window), x_(std::make_unique<X>()) {
+  auto* const keys = gtk_event_controller_key_new();
+  gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
+  g_signal_connect(keys, "key-pressed", G_CALLBACK(noteAnswer), &answered_);
+  gtk_widget_add_controller(GTK_WIDGET(window), keys);
+  gtk_window_present(window);
+  waitUntil("the window", [&] { return gtk_widget_get_mapped(GTK_WIDGET(window)) != FALSE; });
+  x_->window = gdk_x11_surface_get_xid(gtk_native_get_surface(GTK_NATIVE(window)));
+  turnTo();
+}
+
+Person::~Person() {
+  gtk_window_destroy(window_);
+  runWhatIsReady();
+  XCloseDisplay(x_->display);
+}
+
+// There is no window manager to do it.
+void Person::turnTo() {
+  waitUntil("the keyboard", [&] {
+    if (gtk_window_is_active(window_) != FALSE) return true;
+    XWindowAttributes attributes{};
+    XGetWindowAttributes(x_->display, x_->window, &attributes);
+    XRaiseWindow(x_->display, x_->window);
+    if (attributes.map_state == IsViewable)
+      XSetInputFocus(x_->display, x_->window, RevertToParent, CurrentTime);
+    XSync(x_->display, False);
+    return false;
+  });
+}
+
+void Person::focus(GtkWidget* widget) {
+  turnTo();
+  gtk_widget_grab_focus(widget);
+  runWhatIsReady();
+}
+
+void Person::send(unsigned keysym, bool control) {
+  auto* const display = x_->display;
+  const auto code = XKeysymToKeycode(display, keysym);
+  const bool shift = XkbKeycodeToKeysym(display, code, 0, 0) != keysym;
+  const auto shiftCode = XKeysymToKeycode(display, XK_Shift_L);
+  const auto controlCode = XKeysymToKeycode(display, XK_Control_L);
+  if (control) XTestFakeKeyEvent(display, controlCode, True, 0);
+  if (shift) XTestFakeKeyEvent(display, shiftCode, True, 0);
+  XTestFakeKeyEvent(display, code, True, 0);
+  XTestFakeKeyEvent(display, code, False, 0);
+  if (shift) XTestFakeKeyEvent(display, shiftCode, False, 0);
+  if (control) XTestFakeKeyEvent(display, controlCode, False, 0);
+}
+
+void Person::settle() {
+  answered_ = false;
+  send(kAnswerKey, false);
+  XFlush(x_->display);
+  waitUntil("an answer of the window", [&] { return answered_; });
+  runWhatIsReady();
+}
+
+void Person::press(unsigned keysym, bool control) {
+  send(keysym, control);
+  settle();
+}
+
+void Person::type(const std::string& text) {
+  for (const char character : text) {
+    if (static_cast<unsigned char>(character) < 0x80U) press(static_cast<unsigned char>(character));
+  }
+}
+
+void Person::paste(const std::string& text) {
+  gdk_clipboard_set_text(gtk_widget_get_clipboard(GTK_WIDGET(window_)), text.c_str());
+  press(XK_v, true);
+}
+
+// Widgets take their places in a frame.
+void Person::awaitFrame() {
+  auto* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(window_));
+  bool painted = false;
+  const auto handler = g_signal_connect(
+      clock, "after-paint",
+      G_CALLBACK(+[](GdkFrameClock*, gpointer flag) { *static_cast<bool*>(flag) = true; }), &painted);
+  gdk_frame_clock_request_phase(clock, GDK_FRAME_CLOCK_PHASE_AFTER_PAINT);
+  waitUntil("a frame", [&] { return painted; });
+  g_signal_handler_disconnect(clock, handler);
+}
+
+void Person::click(GtkWidget* widget) {
+  turnTo();
+  awaitFrame();
+  graphene_rect_t bounds{};
+  if (!gtk_widget_compute_bounds(widget, GTK_WIDGET(window_), &bounds))
+    throw std::runtime_error("a widget without a place");
+  double left = 0;
+  double top = 0;
+  gtk_native_get_surface_transform(GTK_NATIVE(window_), &left, &top);
+  int x = 0;
+  int y = 0;
+  Window child = 0;
+  XTranslateCoordinates(x_->display, x_->window, DefaultRootWindow(x_->display),
+                        static_cast<int>(left + bounds.origin.x + bounds.size.width / 2),
+                        static_cast<int>(top + bounds.origin.y + bounds.size.height / 2), &x, &y, &child);
+  XTestFakeMotionEvent(x_->display, -1, x, y, 0);
+  XTestFakeButtonEvent(x_->display, 1, True, 0);
+  XTestFakeButtonEvent(x_->display, 1, False, 0);
+  settle();
+}
+
+}  // namespace tandemtrim::test
