@@ -41,6 +41,8 @@ struct CommandLine {
   bool saveAsDefault = false;
   bool withoutPanel = false;
   bool verbose = false;
+  /// Whether the dialog is to be shown; none leaves it to whether there is a screen.
+  std::optional<bool> dialog;
 };
 
 /// What --help and --version ask to be shown instead of any work.

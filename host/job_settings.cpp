@@ -29,7 +29,7 @@ LoadedPlugin loadNamed(const CommandLine& line, const std::vector<std::string>& 
     throw PluginFailure("the plug-in " + join(bundles, " or ") +
                         (line.plugin ? " is not in " + *line.plugin : " is not installed"));
   }
-  return loadPlugin(bundle->string(), note);
+  return loadPlugin(bundle->string(), kMemoryModule, note);
 }
 
 JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::vector<std::string>& bundles,

@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "host/callback.hpp"
 #include "host/legality.hpp"
 #include "host/person.hpp"
 #include "platform/memory/panel_view.hpp"
@@ -16,17 +17,6 @@ using platform::memory::ControlKind;
 using platform::memory::ControlState;
 using platform::memory::PanelView;
 using StoredValues = std::map<std::string, std::optional<std::string>>;
-
-class Callback : public platform::HostCallback {
- public:
-  Callback(platform::PrintSettings& settings, ppd_file_s* ppd) : settings_(settings), ppd_(ppd) {}
-  platform::PrintSettings* printSettings() override { return &settings_; }
-  ppd_file_s* ppdFile() override { return ppd_; }
-
- private:
-  platform::PrintSettings& settings_;
-  ppd_file_s* ppd_;
-};
 
 std::optional<std::string> stored(const platform::PrintSettings& settings, const std::string& keyword) {
   std::optional<std::string> value;
@@ -104,6 +94,16 @@ void putBack(platform::PrintSettings& settings, const std::vector<SettingLimits>
   }
 }
 
+void save(const std::string& bundle, platform::PrintPanel& panel) {
+  std::string error;
+  if (!callPlugin(bundle, "saveValuesAndReturnError",
+                  [&] { return panel.saveValuesAndReturnError(&error); })) {
+    throw PluginFailure("the plug-in " + bundle + " could not save the settings: " + error);
+  }
+}
+
+}  // namespace
+
 std::vector<SummaryRow> orderedSummary(const platform::Dictionary& summary) {
   std::vector<SummaryRow> rows;
   const auto add = [&](const std::string& title, const platform::ObjectRef& value) {
@@ -122,15 +122,26 @@ std::vector<SummaryRow> orderedSummary(const platform::Dictionary& summary) {
   return rows;
 }
 
-void save(const std::string& bundle, platform::PrintPanel& panel) {
-  std::string error;
-  if (!callPlugin(bundle, "saveValuesAndReturnError",
-                  [&] { return panel.saveValuesAndReturnError(&error); })) {
-    throw PluginFailure("the plug-in " + bundle + " could not save the settings: " + error);
+std::vector<IllegalValue> illegalValues(const LoadedPlugin& plugin,
+                                        const platform::linux::PrintSettings& settings, ppd_file_s* ppd) {
+  auto copy = settings;
+  const auto panels = openPanels(plugin, std::make_shared<Callback>(copy, ppd));
+  auto& panel = *panels->front();
+  const auto keywords =
+      callPlugin(plugin.bundle, "supportedPPDOptionKeys", [&] { return panel.supportedPPDOptionKeys(); });
+  auto& view = viewOf(plugin.bundle, panel);
+  const auto controls = settingControls(view);
+  const auto limits = limitsOf(plugin.bundle, controls, keywords);
+  std::vector<IllegalValue> illegal;
+  for (std::size_t i = 0; i < controls.size(); ++i) {
+    const auto value = stored(copy, keywords[i]);
+    if (value && !isLegal(controls[i], *value)) {
+      illegal.push_back({limits[i].name, keywords[i], *value, allowedValues(controls[i]),
+                         suggestedValue(controls[i], *value)});
+    }
   }
+  return illegal;
 }
-
-}  // namespace
 
 PanelResult playPanel(const LoadedPlugin& plugin, platform::PrintSettings& settings, ppd_file_s* ppd,
                       const std::vector<Input>& inputs, bool force, const Note& note) {

@@ -8,6 +8,7 @@
 #include "host/note.hpp"
 #include "host/plugin_loader.hpp"
 #include "platform/extension.hpp"
+#include "platform/linux/print_settings.hpp"
 #include "platform/print_settings.hpp"
 
 namespace tandemtrim::host {
@@ -29,6 +30,17 @@ struct SettingLimits {
   std::vector<std::string> choices;
 };
 
+/// A stored value that the printer does not allow.
+struct IllegalValue {
+  /// The control's name and the option keyword that it sets.
+  std::string name;
+  std::string keyword;
+  std::string value;
+  /// What is allowed, for a message, and the nearest value that is.
+  std::string allowed;
+  std::string suggested;
+};
+
 /// What a panel left behind when it was closed.
 struct PanelResult {
   /// In display order.
@@ -45,5 +57,14 @@ struct PanelResult {
 /// do its part. `settings` then hold what they hold.
 PanelResult playPanel(const LoadedPlugin& plugin, platform::PrintSettings& settings, ppd_file_s* ppd,
                       const std::vector<Input>& inputs, bool force, const Note& note);
+
+/// The rows of a panel's summary in display order; in that of their titles when it gives none.
+std::vector<SummaryRow> orderedSummary(const platform::Dictionary& summary);
+
+/// The values among the settings that the panel's controls do not allow for the printer of this PPD, which
+/// may be null. `plugin` is that of the module without a screen; `settings` stay as they are. PluginFailure
+/// when the panel does not do its part.
+std::vector<IllegalValue> illegalValues(const LoadedPlugin& plugin,
+                                        const platform::linux::PrintSettings& settings, ppd_file_s* ppd);
 
 }  // namespace tandemtrim::host

@@ -7,9 +7,6 @@
 namespace tandemtrim::host {
 namespace {
 
-// The ending of the names of modules that show their panel without a screen.
-constexpr const char* kModuleEnding = "-memory";
-
 platform::MakePlugin findMaker(const std::string& bundle, const std::string& module,
                                const std::string& principalClass) {
   void* const handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
@@ -25,14 +22,14 @@ PluginFailure unusable(const std::string& bundle, const std::string& reason) {
   return PluginFailure("the plug-in " + bundle + " cannot be used: " + reason);
 }
 
-LoadedPlugin loadPlugin(const std::string& path, const Note& note) {
+LoadedPlugin loadPlugin(const std::string& path, const char* moduleEnding, const Note& note) {
   std::string reason;
   const auto bundle = platform::linux::Bundle::open(path, reason);
   if (!bundle) throw unusable(path, reason);
   for (const auto& fault : bundle->brokenTables()) note("the panel's texts stay untranslated: " + fault);
   const auto principalClass = bundle->principalClass();
   if (!principalClass) throw unusable(path, "its Info.plist names no NSPrincipalClass");
-  const auto make = findMaker(path, bundle->modulePath(kModuleEnding), *principalClass);
+  const auto make = findMaker(path, bundle->modulePath(moduleEnding), *principalClass);
 
   LoadedPlugin loaded{path, nullptr};
   make(loaded.plugin);

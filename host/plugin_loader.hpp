@@ -37,10 +37,14 @@ struct LoadedPlugin {
   std::unique_ptr<platform::Plugin> plugin;
 };
 
-/// Loads the module of the bundle at `path` for hosts without a screen and makes its plug-in. The module
-/// stays loaded until the program ends, since what it made may live as long. PluginFailure, with the reason,
-/// when any step fails; a note for each string table that the bundle cannot use.
-LoadedPlugin loadPlugin(const std::string& path, const Note& note);
+/// The endings of the names of a bundle's modules, by the kind of view that their panels have.
+inline constexpr const char* kMemoryModule = "-memory";
+inline constexpr const char* kGtkModule = "";
+
+/// Loads the module of this ending from the bundle at `path` and makes its plug-in. The module stays
+/// loaded until the program ends, since what it made may live as long. PluginFailure, with the reason, when
+/// any step fails; a note for each string table that the bundle cannot use.
+LoadedPlugin loadPlugin(const std::string& path, const char* moduleEnding, const Note& note);
 
 /// The plug-in's panels for the print dialog, at least one. PluginFailure when there is none.
 std::unique_ptr<platform::PanelList> openPanels(const LoadedPlugin& loaded,

@@ -2,6 +2,7 @@
 
 #include "host/confirmation.hpp"
 #include "host/connection.hpp"
+#include "host/dialog_loader.hpp"
 #include "host/documents.hpp"
 #include "host/failure.hpp"
 #include "host/job.hpp"
@@ -78,9 +79,18 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
   if (!line.summary && onlyLooking) showOptions(out, settings.options);
 }
 
+void runDialog(const CommandLine& line, std::ostream& out, const Note& note) {
+  const auto job = showDialog(line, note);
+  if (!job) return note("cancelled; nothing was sent");
+  if (!job->lost) return note(jobText(*job));
+  if (!job->lost->empty()) throw Failure(jobText(*job));
+  out << jobText(*job) << '\n';
+}
+
 }  // namespace
 
 void run(const CommandLine& line, std::ostream& out, const Note& note) {
+  if (wantsDialog(line)) return runDialog(line, out, note);
   auto documents = openDocuments(line.files);
   const auto target = findTarget(line, note);
   const auto ppd = line.ppd ? openPpd(*line.ppd, *line.ppd) : queuePpd(target->connection, target->printer);

@@ -22,7 +22,7 @@ class APanelSession : public testing::Test {
   PanelResult play(const std::vector<Input>& inputs, bool force = false, const std::string& behaviour = "") {
     const auto bundle = writeBundle(folder_, behaviour.empty() ? "Fake.bundle" : "Broken.bundle",
                                     {"FakePrincipal", behaviour});
-    return playPanel(loadPlugin(bundle, quiet), settings, nullptr, inputs, force,
+    return playPanel(loadPlugin(bundle, kMemoryModule, quiet), settings, nullptr, inputs, force,
                      [this](const std::string& note) { notes.push_back(note); });
   }
   void store(const std::string& keyword, const std::string& value) {

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/extension.hpp"
+
+namespace tandemtrim::host {
+
+/// Answers a plug-in's questions about one job. What it refers to outlives the panels.
+class Callback : public platform::HostCallback {
+ public:
+  /// `ppd` is null for a printer without one.
+  Callback(platform::PrintSettings& settings, ppd_file_s* ppd) : settings_(settings), ppd_(ppd) {}
+  platform::PrintSettings* printSettings() override { return &settings_; }
+  ppd_file_s* ppdFile() override { return ppd_; }
+
+ private:
+  platform::PrintSettings& settings_;
+  ppd_file_s* ppd_;
+};
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include <glibmm/main.h>
+
+namespace tandemtrim::host {
+
+/// What a piece of work came to: its result, or why it failed.
+template <class Result>
+struct Outcome {
+  std::optional<Result> result;
+  std::string failure;
+};
+
+/// Runs `work` on a thread of its own and then `done` with what came of it on the main loop, so that a print
+/// server that stays silent never holds the dialog up. Nothing is waited for at the program's end: `done`
+/// does not run when `listener` is gone by then.
+template <class Result>
+void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
+                  std::function<void(Outcome<Result>)> done) {
+  std::thread([listener = std::move(listener), work = std::move(work), done = std::move(done)] {
+    auto outcome = std::make_shared<Outcome<Result>>();
+    try {
+      outcome->result = work();
+    } catch (const std::exception& failure) {
+      outcome->failure = failure.what();
+    }
+    Glib::signal_idle().connect_once([listener, done, outcome] {
+      if (!listener.expired()) done(std::move(*outcome));
+    });
+  }).detach();
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,302 @@
+#include "host/dialog/dialog.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include <gtk/gtkunixprint.h>
+#include <gtkmm/scrolledwindow.h>
+
+#include "host/bundle_search.hpp"
+#include "host/dialog/dialog_options.hpp"
+#include "host/dialog/option_rows.hpp"
+#include "host/dialog/remembered.hpp"
+#include "host/dialog/texts.hpp"
+#include "host/family.hpp"
+#include "host/ppd.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr unsigned kSelectAgain = 50;  // milliseconds
+constexpr int kSelections = 100;
+constexpr int kMargin = 18;
+
+bool isOfPanel(const std::string& keyword) {
+  return std::ranges::any_of(kPanelKeywords, [&](const char* own) { return isSameKeyword(own, keyword); });
+}
+
+}  // namespace
+
+Dialog::Dialog(const CommandLine& line, Note note)
+    : line_(line),
+      note_(std::move(note)),
+      page_(Gtk::make_managed<PanelPage>()),
+      pageTitle_(Gtk::make_managed<Gtk::Label>("Tandem Trim")),
+      summary_(Gtk::make_managed<Gtk::Grid>()),
+      notice_(Gtk::make_managed<Gtk::Label>()),
+      dialog_(std::make_unique<Gtk::PrintUnixDialog>(g_dgettext("gtk40", "Print"))) {
+  dialog_->set_manual_capabilities(Gtk::PrintCapabilities::PAGE_SET);
+  dialog_->set_embed_page_setup();
+  dialog_->add_custom_tab(*page_, *pageTitle_);
+  summary_->set_margin(kMargin);
+  summary_->set_row_spacing(6);
+  summary_->set_column_spacing(12);
+  dialog_->add_custom_tab(*summary_, *Gtk::make_managed<Gtk::Label>(text(Text::summary)));
+  summary_->set_visible(false);
+  notice_->set_wrap();
+  notice_->set_xalign(0);
+  notice_->set_margin(kMargin);
+  notice_->set_visible(false);
+  dialog_->get_content_area()->append(*notice_);
+
+  page_->signal_map().connect(sigc::mem_fun(*this, &Dialog::onTabShown));
+  page_->signal_unmap().connect(sigc::mem_fun(*this, &Dialog::onTabLeft));
+  page_->correct.signal_clicked().connect(sigc::mem_fun(*this, &Dialog::correct));
+  page_->help.signal_clicked().connect(sigc::mem_fun(*this, &Dialog::showHelp));
+  summary_->signal_map().connect(sigc::mem_fun(*this, &Dialog::showSummary));
+  dialog_->property_selected_printer().signal_changed().connect(
+      sigc::mem_fun(*this, &Dialog::onPrinterChanged));
+  dialog_->signal_response().connect(sigc::mem_fun(*this, &Dialog::onResponse));
+}
+
+Dialog::~Dialog() {
+  selecting_.disconnect();
+  closePanel();
+}
+
+std::optional<SentJob> Dialog::run() {
+  page_->showText(text(Text::reading));
+  dialog_->set_visible();
+  begin();
+  loop_->run();
+  return sent_;
+}
+
+// The printer that the command line names, or the person's default one.
+void Dialog::begin() {
+  const auto server = line_.server;
+  const auto printer = line_.printer;
+  inBackground<std::shared_ptr<Details>>(
+      alive_,
+      [server, printer] {
+        const Connection connection(server);
+        auto details = std::make_shared<Details>();
+        details->printer = findPrinter(connection, printer);
+        details->ppd = queuePpd(connection, details->printer);
+        return details;
+      },
+      [this](auto outcome) {
+        started_ = true;
+        if (!outcome.result) {
+          note_(outcome.failure);
+          page_->showText(outcome.failure);
+          onPrinterChanged();
+          return;
+        }
+        const auto& found = (*outcome.result)->printer;
+        const auto remembered = recall(found.name, note_);
+        startFrom(found.saved);
+        startFrom(remembered.panel);
+        startFrom(line_.options);
+        auto settings = Gtk::PrintSettings::create();
+        if (remembered.dialog->has_group("Print Settings")) settings->load_from_key_file(remembered.dialog);
+        host::showOptions(line_.options, *settings);
+        dialog_->set_settings(settings);
+        current_ = found.name;
+        reading_ = true;
+        onDetails(found.name, std::move(outcome));
+        select(current_);
+      });
+}
+
+// The panel's options among these become settings of the job.
+void Dialog::startFrom(const Options& options) {
+  for (const auto& [keyword, value] : options) {
+    for (const char* own : kPanelKeywords) {
+      if (isSameKeyword(own, keyword)) settings_.PMPrintSettingsSetValue(own, value, false);
+    }
+  }
+}
+
+std::string Dialog::selectedPrinter() const {
+  auto* const printer = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
+  return printer == nullptr ? "" : gtk_printer_get_name(printer);
+}
+
+// GTK forgets the printer of its settings unless that one is listed first, so it is asked again until it is
+// selected.
+void Dialog::select(const std::string& printer) {
+  wanted_ = printer;
+  selecting_ = Glib::signal_timeout().connect(
+      [this, tries = 0]() mutable {
+        if (selectedPrinter() == *wanted_ || ++tries > kSelections) {
+          wanted_.reset();
+          onPrinterChanged();
+          return false;
+        }
+        auto* const settings = gtk_print_unix_dialog_get_settings(dialog_->gobj());
+        gtk_print_settings_set_printer(settings, wanted_->c_str());
+        gtk_print_unix_dialog_set_settings(dialog_->gobj(), settings);
+        g_object_unref(settings);
+        return true;
+      },
+      kSelectAgain);
+}
+
+void Dialog::onPrinterChanged() {
+  const auto printer = selectedPrinter();
+  if (!started_ || wanted_ || printer.empty()) return;
+  if (printer == current_) {
+    if (panel_ && panel_->ppd() != nullptr)
+      hideOptionRows(GTK_WIDGET(dialog_->gobj()), *panel_->ppd(), panel_->keywords());
+    return;
+  }
+  // What the person did at the panel goes along to the next printer.
+  if (panel_) guarded([&] { panel_->save(); });
+  closePanel();
+  notice_->set_visible(false);
+  current_ = printer;
+  auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
+  if (gtk_printer_is_virtual(chosen) != FALSE) {
+    page_->set_visible(false);
+    return;
+  }
+  readDetails(printer);
+}
+
+void Dialog::readDetails(const std::string& printer) {
+  reading_ = true;
+  page_->showText(text(Text::reading));
+  page_->set_visible();
+  const auto server = line_.server;
+  inBackground<std::shared_ptr<Details>>(
+      alive_,
+      [server, printer] {
+        const Connection connection(server);
+        auto details = std::make_shared<Details>();
+        details->printer = findPrinter(connection, printer);
+        details->ppd = queuePpd(connection, details->printer);
+        return details;
+      },
+      [this, printer](auto outcome) { onDetails(printer, std::move(outcome)); });
+}
+
+void Dialog::onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome) {
+  if (printer != current_) return;
+  reading_ = false;
+  if (outcome.result) {
+    guarded([&] { openPanel(**outcome.result); });
+  } else {
+    refuseToShow(outcome.failure);
+  }
+  if (std::exchange(printWhenRead_, false)) print(false);
+}
+
+void Dialog::openPanel(Details& details) {
+  const auto bundles =
+      details.ppd ? dialogExtensions(*details.ppd) : std::vector<std::string>{kDefaultBundle};
+  if (bundles.empty()) {
+    note_(details.printer.name + " has no panel, since its PPD names none");
+    closePanel();
+    page_->set_visible(false);
+    return;
+  }
+  const auto bundle = findBundle(line_.plugin, bundles);
+  if (!bundle) throw PluginFailure("the plug-in " + bundles.front() + " is not installed");
+  panel_ = std::make_unique<OpenPanel>(bundle->string(), settings_, std::move(details.ppd), note_);
+  pageTitle_->set_text(panel_->title());
+  page_->showView(panel_->view());
+  page_->help.set_visible(panel_->shouldShowHelp());
+  page_->set_visible();
+  summary_->set_visible();
+  if (panel_->ppd() != nullptr)
+    hideOptionRows(GTK_WIDGET(dialog_->gobj()), *panel_->ppd(), panel_->keywords());
+  warn();
+}
+
+void Dialog::closePanel() {
+  page_->removeView();
+  summary_->set_visible(false);
+  panel_.reset();
+}
+
+void Dialog::refuseToShow(const std::string& reason) {
+  closePanel();
+  page_->set_visible(false);
+  note_(reason);
+  notice_->set_text(std::string(text(Text::unavailable)) + ' ' + reason);
+  notice_->set_visible();
+}
+
+void Dialog::onTabShown() {
+  if (panel_) guarded([&] { panel_->willShow(); });
+}
+
+void Dialog::onTabLeft() {
+  if (!panel_ || !dialog_->get_visible()) return;
+  guarded([&] {
+    if (panel_->shouldHide()) return;
+    auto* const notebook = gtk_widget_get_ancestor(GTK_WIDGET(page_->gobj()), GTK_TYPE_NOTEBOOK);
+    if (notebook == nullptr) return;
+    const int number = gtk_notebook_page_num(GTK_NOTEBOOK(notebook), GTK_WIDGET(page_->gobj()));
+    gtk_notebook_set_current_page(GTK_NOTEBOOK(notebook), number);
+  });
+}
+
+// Building a summary puts what is stored back into the controls, so that what they show is saved first.
+void Dialog::showSummary() {
+  while (auto* const row = summary_->get_first_child()) summary_->remove(*row);
+  if (!panel_) return;
+  guarded([&] {
+    panel_->save();
+    int number = 0;
+    for (const auto& [title, value] : panel_->summary()) {
+      int column = 0;
+      for (const auto& shown : {title, value}) {
+        auto* const label = Gtk::make_managed<Gtk::Label>(shown);
+        label->set_xalign(0);
+        label->set_selectable(column == 1);
+        summary_->attach(*label, column++, number);
+      }
+      ++number;
+    }
+  });
+}
+
+void Dialog::warn() {
+  if (panel_) guarded([&] { page_->warnOf(panel_->illegalValues()); });
+}
+
+void Dialog::correct() {
+  if (!panel_) return;
+  guarded([&] {
+    panel_->save();
+    for (const auto& value : panel_->illegalValues())
+      settings_.PMPrintSettingsSetValue(value.keyword, value.suggested, false);
+    panel_->restore();
+  });
+  warn();
+}
+
+void Dialog::showHelp() { tell(text(Text::helpText)); }
+
+// What the order takes of the command line: options that neither the panel nor the dialog's pages show.
+Order Dialog::order() {
+  Order order{line_.server, current_, line_.title.value_or(""),
+              line_.files,  {},       page_->useForAllJobs.get_active()};
+  if (order.title.empty()) order.title = openDocuments({line_.files.front()}).front().name();
+  for (const auto& option : line_.options) {
+    if (option.keyword != "copies") setOption(order.options, option);
+  }
+  for (auto& option : dialogOptions(*dialog_, order.title)) setOption(order.options, std::move(option));
+  std::erase_if(order.options, [](const Option& option) { return isOfPanel(option.keyword); });
+  if (!panel_) return order;
+  for (const auto& keyword : panel_->keywords()) {
+    std::optional<std::string> value;
+    settings_.PMPrintSettingsGetValue(keyword, value);
+    if (value) setOption(order.options, {keyword, *value});
+  }
+  return order;
+}
+
+}  // namespace tandemtrim::host

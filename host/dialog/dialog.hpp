@@ -1,0 +1,104 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <glibmm/main.h>
+#include <gtkmm/grid.h>
+#include <gtkmm/messagedialog.h>
+#include <gtkmm/printunixdialog.h>
+
+#include "host/command_line.hpp"
+#include "host/dialog/background.hpp"
+#include "host/dialog/open_panel.hpp"
+#include "host/dialog/order.hpp"
+#include "host/dialog/panel_page.hpp"
+#include "host/note.hpp"
+#include "host/printer.hpp"
+#include "host/report.hpp"
+
+namespace tandemtrim::host {
+
+/// GTK's print dialog with the panel of the chosen printer as a page of it. It works on settings of its own,
+/// which are gone when the dialog is cancelled.
+class Dialog {
+ public:
+  Dialog(const CommandLine& line, Note note);
+  Dialog(const Dialog&) = delete;
+  Dialog& operator=(const Dialog&) = delete;
+  ~Dialog();
+
+  /// Shows the dialog until the person prints or cancels; the job that was sent, or none. Failure when there
+  /// is nothing to print.
+  std::optional<SentJob> run();
+
+ private:
+  /// What is read of a printer before its panel can be shown.
+  struct Details {
+    Printer printer;
+    PpdHandle ppd;
+  };
+  [[nodiscard]] std::string selectedPrinter() const;
+  void begin();
+  void select(const std::string& printer);
+  void onPrinterChanged();
+  void readDetails(const std::string& printer);
+  void onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome);
+  void openPanel(Details& details);
+  void closePanel();
+  void refuseToShow(const std::string& reason);
+  void startFrom(const Options& options);
+  void onTabShown();
+  void onTabLeft();
+  void showSummary();
+  void showHelp();
+  void correct();
+  void warn();
+
+  void onResponse(int response);
+  void print(bool asItIs);
+  void askAboutIllegalValues(const std::vector<IllegalValue>& values);
+  [[nodiscard]] Order order();
+  void send(const Order& order);
+  void onSent(const Order& order, const Outcome<SentJob>& outcome);
+  void rememberOrder(const Order& order);
+  void tell(const Glib::ustring& message);
+  void allowPrinting(bool allowed);
+  // Runs what the panel takes part in. A panel that fails is closed and the person told; the dialog goes on.
+  template <class Operation>
+  bool guarded(Operation operation) {
+    try {
+      operation();
+      return true;
+    } catch (const PluginFailure& failure) {
+      refuseToShow(failure.what());
+      return false;
+    }
+  }
+
+  const CommandLine line_;
+  const Note note_;
+  std::shared_ptr<void> alive_ = std::make_shared<int>(0);
+  Glib::RefPtr<Glib::MainLoop> loop_ = Glib::MainLoop::create();
+  platform::linux::PrintSettings settings_;
+  std::optional<std::string> wanted_;
+  // The printer whose details are read or shown, and whether they are still on their way.
+  std::string current_;
+  bool reading_ = false;
+  bool started_ = false;
+  bool printWhenRead_ = false;
+  std::optional<SentJob> sent_;
+
+  PanelPage* page_ = nullptr;
+  Gtk::Label* pageTitle_ = nullptr;
+  Gtk::Grid* summary_ = nullptr;
+  Gtk::Label* notice_ = nullptr;
+  std::unique_ptr<Gtk::PrintUnixDialog> dialog_;
+  std::unique_ptr<Gtk::MessageDialog> question_;
+  std::unique_ptr<OpenPanel> panel_;
+  sigc::connection selecting_;
+};
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,29 @@
+#include "host/dialog/module.hpp"
+
+#include <exception>
+
+#include <gtk/gtk.h>
+#include <gtkmm/init.h>
+
+#include "host/dialog/dialog.hpp"
+
+using namespace tandemtrim::host;
+
+extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(const CommandLine& line,
+                                                                            const Note& note,
+                                                                            DialogResult& result) noexcept {
+  try {
+    // GTK asks libcups, which asks its environment.
+    if (line.server) g_setenv("CUPS_SERVER", line.server->c_str(), TRUE);
+    // The name of the desktop file, by which desktops find the icon.
+    g_set_prgname("tandem-trim");
+    if (gtk_init_check() == FALSE) {
+      result.failure = "there is no screen to show the dialog on; go on without one by --no-dialog";
+      return;
+    }
+    Gtk::init_gtkmm_internals();
+    result.job = Dialog(line, note).run();
+  } catch (const std::exception& failure) {
+    result.failure = failure.what();
+  }
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "host/command_line.hpp"
+#include "host/note.hpp"
+#include "host/report.hpp"
+
+namespace tandemtrim::host {
+
+/// What came of a dialog: the job that was sent, or none, or why no dialog could be shown.
+struct DialogResult {
+  std::optional<SentJob> job;
+  std::optional<std::string> failure;
+};
+
+/// The one function that the dialog's module exports, as kDialogFunction with C linkage: shows the dialog for
+/// the files of the command line until it is closed.
+using ShowDialog = void (*)(const CommandLine& line, const Note& note, DialogResult& result) noexcept;
+inline constexpr const char* kDialogFunction = "tandemTrimShowDialog";
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,63 @@
+#include "host/dialog/open_panel.hpp"
+
+#include <utility>
+
+#include "host/callback.hpp"
+
+namespace tandemtrim::host {
+
+OpenPanel::OpenPanel(const std::string& bundle, platform::linux::PrintSettings& settings, PpdHandle ppd,
+                     const Note& note)
+    : settings_(settings),
+      ppd_(std::move(ppd)),
+      plugin_(loadPlugin(bundle, kGtkModule, note)),
+      screenless_(loadPlugin(bundle, kMemoryModule, [](const std::string&) {})),
+      panels_(openPanels(plugin_, std::make_shared<Callback>(settings_, ppd_.get()))) {
+  title_ = call("panelName", [](auto& panel) { return panel.panelName(); });
+  keywords_ = call("supportedPPDOptionKeys", [](auto& panel) { return panel.supportedPPDOptionKeys(); });
+  auto* const view = call("panelView", [](auto& panel) { return panel.panelView(); });
+  if (view == nullptr || view->toolkitView() == nullptr)
+    throw unusable(bundle, "its view could not be loaded");
+  view_ = GTK_WIDGET(view->toolkitView());
+  // Set-up alone shows nothing of what the settings hold.
+  restore();
+}
+
+void OpenPanel::willShow() const {
+  call("willShow", [](auto& panel) { panel.willShow(); });
+}
+
+bool OpenPanel::shouldHide() const {
+  return call("shouldHide", [](auto& panel) { return panel.shouldHide(); });
+}
+
+bool OpenPanel::shouldShowHelp() const {
+  return call("shouldShowHelp", [](auto& panel) { return panel.shouldShowHelp(); });
+}
+
+bool OpenPanel::shouldPrint() const {
+  return call("shouldPrint", [](auto& panel) { return panel.shouldPrint(); });
+}
+
+void OpenPanel::save() const {
+  std::string error;
+  if (!call("saveValuesAndReturnError", [&](auto& panel) { return panel.saveValuesAndReturnError(&error); }))
+    throw PluginFailure("the plug-in " + plugin_.bundle + " could not save the settings: " + error);
+}
+
+void OpenPanel::restore() const {
+  std::string error;
+  if (!call("restoreValuesAndReturnError",
+            [&](auto& panel) { return panel.restoreValuesAndReturnError(&error); }))
+    throw PluginFailure("the plug-in " + plugin_.bundle + " could not show the settings: " + error);
+}
+
+std::vector<SummaryRow> OpenPanel::summary() const {
+  return orderedSummary(call("summaryInfo", [](auto& panel) { return panel.summaryInfo(); }));
+}
+
+std::vector<IllegalValue> OpenPanel::illegalValues() const {
+  return host::illegalValues(screenless_, settings_, ppd_.get());
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <gtk/gtk.h>
+
+#include "host/cups_handles.hpp"
+
+namespace tandemtrim::host {
+
+/// Hides the rows that GTK made in its dialog for these option keywords of the PPD, and the pages that are
+/// left without a row, so that each setting that a panel shows exists once.
+void hideOptionRows(GtkWidget* dialog, ppd_file_t& ppd, const std::vector<std::string>& keywords);
+
+}  // namespace tandemtrim::host

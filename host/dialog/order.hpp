@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/job.hpp"
+#include "host/options.hpp"
+#include "host/report.hpp"
+
+namespace tandemtrim::host {
+
+/// A job as the person ordered it at the dialog.
+struct Order {
+  std::optional<std::string> server;
+  /// As findPrinter() takes it.
+  std::string printer;
+  std::string title;
+  std::vector<std::string> files;
+  Options options;
+  /// Whether the options become the person's defaults for the printer, too.
+  bool useForAllJobs = false;
+};
+
+/// Sends the job and asks the server what it holds of it. Failure when the server, the printer or a document
+/// refuses; a stopped printer refuses too, since the person is there to choose another.
+SentJob carryOut(const Order& order, const Progress& progress);
+
+}  // namespace tandemtrim::host

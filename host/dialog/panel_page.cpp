@@ -1,0 +1,71 @@
+#include "host/dialog/panel_page.hpp"
+
+#include "host/dialog/texts.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr int kMargin = 18;
+constexpr int kSpacing = 12;
+
+}  // namespace
+
+PanelPage::PanelPage()
+    : Gtk::Box(Gtk::Orientation::VERTICAL, kSpacing),
+      correct(text(Text::correct), true),
+      useForAllJobs(text(Text::useForAllJobs), true),
+      help(text(Text::help), true),
+      place_(Gtk::Orientation::VERTICAL),
+      warning_(Gtk::Orientation::HORIZONTAL, kSpacing),
+      footer_(Gtk::Orientation::HORIZONTAL, kSpacing) {
+  set_margin_bottom(kMargin);
+  text_.set_margin(kMargin);
+  text_.set_wrap();
+  text_.set_xalign(0);
+  append(text_);
+  append(place_);
+  for (auto* box : {&warning_, &footer_}) {
+    box->set_margin_start(kMargin);
+    box->set_margin_end(kMargin);
+    append(*box);
+  }
+  warningText_.set_wrap();
+  warningText_.set_xalign(0);
+  warningText_.set_hexpand();
+  warningText_.add_css_class("warning");
+  warning_.append(warningText_);
+  warning_.append(correct);
+  warning_.set_visible(false);
+  useForAllJobs.set_hexpand();
+  footer_.append(useForAllJobs);
+  footer_.append(help);
+  footer_.set_visible(false);
+}
+
+void PanelPage::showText(const Glib::ustring& shown) {
+  removeView();
+  text_.set_text(shown);
+  text_.set_visible();
+}
+
+void PanelPage::showView(GtkWidget* view) {
+  removeView();
+  text_.set_visible(false);
+  view_ = view;
+  gtk_box_append(place_.gobj(), view);
+  footer_.set_visible();
+}
+
+void PanelPage::removeView() {
+  if (view_ != nullptr) gtk_box_remove(place_.gobj(), view_);
+  view_ = nullptr;
+  warning_.set_visible(false);
+  footer_.set_visible(false);
+}
+
+void PanelPage::warnOf(const std::vector<IllegalValue>& values) {
+  warningText_.set_text(text(values));
+  warning_.set_visible(!values.empty());
+}
+
+}  // namespace tandemtrim::host

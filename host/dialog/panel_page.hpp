@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/label.h>
+
+#include "host/panel_session.hpp"
+
+namespace tandemtrim::host {
+
+/// The dialog's page for the panel: the panel's view, or a line while there is none yet; below it a warning
+/// about values that the printer does not allow, and what the host itself offers.
+class PanelPage : public Gtk::Box {
+ public:
+  PanelPage();
+
+  /// Shows a line of text in the place of a view.
+  void showText(const Glib::ustring& text);
+  /// Shows the view, which stays its owner's.
+  void showView(GtkWidget* view);
+  /// Takes the view out again, before its owner ends it.
+  void removeView();
+  /// Names the values, or shows no warning when there are none.
+  void warnOf(const std::vector<IllegalValue>& values);
+
+  /// Types the nearest legal values.
+  Gtk::Button correct;
+  /// Has the settings kept as the person's defaults.
+  Gtk::CheckButton useForAllJobs;
+  Gtk::Button help;
+
+ private:
+  Gtk::Label text_;
+  Gtk::Box place_;
+  Gtk::Box warning_;
+  Gtk::Label warningText_;
+  Gtk::Box footer_;
+  GtkWidget* view_ = nullptr;
+};
+
+}  // namespace tandemtrim::host

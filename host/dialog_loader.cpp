@@ -1,0 +1,64 @@
+#include "host/dialog_loader.hpp"
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+
+#include <dlfcn.h>
+
+#include "host/documents.hpp"
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Seen from the program's folder: where a build leaves the module, and an installation that was moved as a
+// whole; then where it is installed.
+constexpr std::array<const char*, 3> kModules{"dialog/tandem-trim-dialog",
+                                              "../" TANDEM_TRIM_LIBDIR "/tandem-trim/tandem-trim-dialog",
+                                              TANDEM_TRIM_PLUGIN_FOLDER "/tandem-trim-dialog"};
+
+bool isSet(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+ShowDialog loadModule() {
+  std::error_code unreadable;
+  const auto folder = fs::read_symlink("/proc/self/exe", unreadable).parent_path();
+  std::string reason = "it is not installed";
+  for (const char* module : kModules) {
+    const auto path = folder / module;
+    if (!fs::exists(path, unreadable)) continue;
+    if (void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+      if (void* const function = dlsym(handle, kDialogFunction))
+        return reinterpret_cast<ShowDialog>(function);
+    }
+    reason = dlerror();
+  }
+  throw Failure("the print dialog cannot be shown: " + reason +
+                "; nothing was sent. Print without it by --no-dialog");
+}
+
+}  // namespace
+
+bool wantsDialog(const CommandLine& line) {
+  if (line.dialog) return *line.dialog;
+  const bool asksThePanel = !line.inputs.empty() || line.summary || line.json || line.force ||
+                            line.saveAsDefault || line.withoutPanel || line.ppd;
+  return !line.files.empty() && !asksThePanel && (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"));
+}
+
+std::optional<SentJob> showDialog(const CommandLine& line, const Note& note) {
+  if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);
+  openDocuments(line.files);
+  DialogResult result;
+  loadModule()(line, note, result);
+  if (result.failure) throw Failure(*result.failure);
+  return result.job;
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,160 @@
+"""What the tests of the print dialog have in common: the dialog on a screen, and a person who sees it by accessibility."""
+
+import os
+import subprocess
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+from terminal_case import MARGINS, PROGRAM, SAMPLE, TerminalCase  # noqa: E402,F401
+
+SCREEN = ("DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "GDK_BACKEND", "GSK_RENDERER")
+PATIENCE = 20  # seconds until what a person waits for counts as missing
+
+
+def until(look, what):
+    """What `look` gives as soon as it is true."""
+    end = time.monotonic() + PATIENCE
+    while True:
+        try:
+            found = look()
+        except gi.repository.GLib.Error:  # what was looked at is gone
+            found = None
+        if found:
+            return found
+        if time.monotonic() > end:
+            raise AssertionError(f"waited in vain for {what}")
+        time.sleep(0.02)
+
+
+def children(node):
+    return [child for child in (node.get_child_at_index(i) for i in range(node.get_child_count())) if child]
+
+
+def within(node):
+    """The node and all below it that show."""
+    yield node
+    for child in children(node):
+        yield from within(child)
+
+
+def has(node, state):
+    return node.get_state_set().contains(state)
+
+
+class PrintDialog:
+    """A running dialog as a person uses it: everything is found by its role and its name."""
+
+    def __init__(self, command, environment):
+        self.process = subprocess.Popen(command, env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        self.application = until(self._find, "the dialog")
+        self.window = until(lambda: self.look("dialog", ""), "the dialog's window")
+
+    def _find(self):
+        if self.process.poll() is not None:
+            raise AssertionError(f"the program ended: {self.process.communicate()}")
+        for application in children(Atspi.get_desktop(0)):
+            if application.get_process_id() == self.process.pid:
+                return application
+        return None
+
+    def look(self, role, name):
+        """The first thing of this role whose name holds this text, or none."""
+        for node in within(self.application):
+            if node.get_role_name() == role and name in (node.get_name() or "").replace("_", ""):
+                return node
+        return None
+
+    def find(self, role, name):
+        return until(lambda: self.look(role, name), f"{role} {name!r}")
+
+    def page(self, title):
+        """Goes to the page of this title."""
+
+        def title_on_tab():
+            tabs = self.look("page tab list", "")
+            return tabs and next((node for node in within(tabs) if node.get_name() == title), None)
+
+        self.click(until(title_on_tab, f"the page {title!r}"))
+
+    def xdotool(self, *words):
+        subprocess.run(["xdotool", *words], check=True, capture_output=True)
+
+    def click(self, node):
+        """Clicks in the middle of it."""
+
+        def middle():
+            extents = Atspi.Component.get_extents(node, Atspi.CoordType.WINDOW)
+            return extents.width > 0 and (extents.x + extents.width // 2, extents.y + extents.height // 2)
+
+        x, y = until(middle, "a place on the screen")
+        self.xdotool("mousemove", str(x), str(y), "click", "1")
+
+    def press(self, name):
+        """Presses the button of this name."""
+        button = self.find("push button", name)
+        until(lambda: has(button, Atspi.StateType.SENSITIVE), f"{name} to be ready")
+        Atspi.Action.do_action(button, 0)
+
+    def check(self, name):
+        self.click(self.find("check box", name))
+
+    def type(self, name, text):
+        """Replaces what an entry holds."""
+        entry = self.find("text", name)
+        until(lambda: has(entry, Atspi.StateType.SENSITIVE), f"{name} to be live")
+        Atspi.EditableText.set_text_contents(entry, text)
+
+    def text(self, name):
+        entry = self.find("text", name)
+        return Atspi.Text.get_text(entry, 0, Atspi.Text.get_character_count(entry))
+
+    def keys(self, *names):
+        """Presses keys, by the names that X gives them."""
+        self.xdotool("key", *names)
+
+    def is_live(self, role, name):
+        return has(self.find(role, name), Atspi.StateType.SENSITIVE)
+
+    def is_checked(self, name):
+        return has(self.find("check box", name), Atspi.StateType.CHECKED)
+
+    def labels(self):
+        """All texts that stand on what shows now."""
+        return [node.get_name() for node in within(self.application) if node.get_role_name() == "label"]
+
+    def says(self, words):
+        """Waits until a text on the screen holds these words."""
+        return until(lambda: next((label for label in self.labels() if words in label), None), f"the words {words!r}")
+
+    def choose(self, name, index):
+        menu = self.find("combo box", name)
+        Atspi.Selection.select_child(menu, index)
+
+    def select_printer(self, name):
+        row = until(lambda: self.look("label", name), f"the printer {name!r}")
+        self.click(row)
+
+    def ends(self):
+        """Waits for the program's end and gives its exit status and what it said."""
+        out, said = self.process.communicate(timeout=PATIENCE)
+        return self.process.returncode, out, said
+
+    def close(self):
+        if self.process.poll() is None:
+            self.process.terminate()
+        self.process.communicate()
+
+
+class DialogCase(TerminalCase):
+    def run_command(self, *command):
+        subprocess.run(command, env=self.environment(), check=True, capture_output=True)
+
+    def dialog(self, *arguments, ppd_files=(SAMPLE,), **variables):
+        environment = self.environment(**{name: os.environ[name] for name in SCREEN if name in os.environ})
+        shown = PrintDialog([PROGRAM, *arguments, *ppd_files], environment | variables)
+        self.addCleanup(shown.close)
+        return shown

@@ -1,0 +1,196 @@
+"""The print dialog as a person uses it, from the panel to the printer's filter."""
+
+import unittest
+
+from dialog_case import DialogCase, until
+from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, of_panel
+
+
+class DialogTest(DialogCase):
+    def setUp(self):
+        super().setUp()
+        self.before = self.cups.jobs()
+
+    def printed(self, dialog, printer="Morva"):
+        """The record of the one job that the dialog sent."""
+        status, out, said = dialog.ends()
+        self.assertEqual(status, 0, out + said)
+        self.assertRegex(out, rf"job \d+ on {printer}: (\d+) of \1 options confirmed")
+        self.cups.wait_for_jobs()
+        (record,) = self.cups.records()
+        return record
+
+    def panel(self, *arguments, **variables):
+        dialog = self.dialog("-d", "Morva", *arguments, **variables)
+        dialog.page("Tandem Trim")
+        return dialog
+
+    def live_panel(self, *arguments, **variables):
+        dialog = self.panel(*arguments, **variables)
+        dialog.check("Use Tandem Trim")
+        return dialog
+
+    def assert_nothing_was_sent(self):
+        self.assertEqual(self.cups.jobs(), self.before)
+        self.assertEqual(self.cups.records(), [])
+
+    def test_what_is_set_at_the_panel_reaches_the_filter(self):
+        dialog = self.live_panel()
+        dialog.choose("Image Direction", 1)
+        dialog.choose("Print Position", 0)
+        for side, text in (("Top", "12"), ("Bottom", "30"), ("Left", "0"), ("Right", "7")):
+            dialog.type(f"{side} Margin", text)
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options), CHANGED)
+
+    def test_a_job_of_which_the_panel_was_never_looked_at_carries_the_defaults(self):
+        dialog = self.dialog("-d", "Morva")
+        dialog.find("text", "Top Margin")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
+
+    def test_print_may_be_pressed_before_the_printers_details_are_read(self):
+        dialog = self.dialog("-d", "Morva")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
+
+    def test_nothing_typed_is_lost_when_print_follows_at_once(self):
+        dialog = self.live_panel()
+        dialog.click(dialog.find("text", "Top Margin"))
+        dialog.xdotool("key", "--delay", "0", "ctrl+a", "1", "7", "alt+p")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "17")
+
+    def test_enter_in_a_box_prints(self):
+        dialog = self.live_panel()
+        dialog.click(dialog.find("text", "Left Margin"))
+        dialog.xdotool("key", "--delay", "0", "ctrl+a", "9", "Return")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "9")
+
+    def test_cancel_sends_nothing_and_remembers_nothing(self):
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "13")
+        dialog.press("Cancel")
+        self.assertEqual(dialog.ends()[:2], (0, ""))
+        self.assert_nothing_was_sent()
+        dialog = self.dialog("-d", "Morva")
+        self.assertEqual(dialog.text("Top Margin"), "5")
+
+    def test_the_panel_is_grey_until_it_is_switched_on(self):
+        dialog = self.panel()
+        for side in MARGINS:
+            self.assertFalse(dialog.is_live("text", f"{side} Margin"))
+        dialog.check("Use Tandem Trim")
+        for side in MARGINS:
+            until(lambda: dialog.is_live("text", f"{side} Margin"), f"{side} to be live")
+
+    def test_the_defaults_come_back(self):
+        dialog = self.live_panel("-o", "MVTopMargin=9")
+        self.assertEqual(dialog.text("Top Margin"), "9")
+        dialog.press("Restore Defaults")
+        until(lambda: dialog.text("Top Margin") == "5", "the default")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS | {"MVTandemTrim": "On"})
+
+    def test_the_summary_shows_an_edit_and_keeps_it(self):
+        dialog = self.live_panel()
+        dialog.type("Bottom Margin", "22")
+        dialog.page("Summary")
+        dialog.says("22")
+        dialog.page("Tandem Trim")
+        self.assertEqual(dialog.text("Bottom Margin"), "22")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Bottom"]], "22")
+
+    def test_the_next_dialog_starts_from_the_last_job(self):
+        dialog = self.live_panel()
+        dialog.type("Right Margin", "21")
+        dialog.press("Print")
+        self.printed(dialog)
+        self.cups.forget()
+        dialog = self.panel()
+        self.assertTrue(dialog.is_checked("Use Tandem Trim"))
+        self.assertEqual(dialog.text("Right Margin"), "21")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Right"]], "21")
+
+    def test_damaged_memories_are_set_aside_and_reported(self):
+        state = self.temporary_folder()
+        (state / "tandem-trim").mkdir()
+        (state / "tandem-trim/Morva.conf").write_bytes(b"[Tandem Trim\nMVTopMargin")
+        dialog = self.dialog("-d", "Morva", XDG_STATE_HOME=str(state))
+        self.assertEqual(dialog.text("Top Margin"), "5")
+        dialog.press("Cancel")
+        _, _, said = dialog.ends()
+        self.assertIn("Morva.conf", said)
+        self.assertTrue((state / "tandem-trim/Morva.conf.damaged").exists())
+
+    def test_settings_may_be_kept_for_all_jobs(self):
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "18")
+        dialog.check("Use for all my jobs")
+        dialog.press("Print")
+        self.printed(dialog)
+        self.cups.forget()
+        options = self.options_of()
+        self.assertEqual(options[MARGINS["Top"]], "18")
+
+    def test_gtks_own_settings_arrive_too(self):
+        dialog = self.dialog("-d", "Morva", "-o", "x-note=kept", "-n", "3")
+        dialog.check("Pages:")
+        dialog.type("Specify", "2")
+        dialog.press("Print")
+        record = self.printed(dialog)
+        self.assertEqual(record.options["page-ranges"], "2")
+        self.assertEqual(record.options["x-note"], "kept")
+        self.assertEqual(record.copies, 3)
+
+    def test_a_value_that_the_printer_does_not_allow_is_shown_and_can_be_corrected(self):
+        dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
+        self.assertEqual(dialog.text("Left Margin"), "18")
+        dialog.says("does not allow 18")
+        dialog.press("Correct")
+        until(lambda: dialog.text("Left Margin") == "15", "the nearest legal value")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "15")
+
+    def test_a_value_that_the_printer_does_not_allow_is_asked_about_at_print(self):
+        dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
+        dialog.press("Print")
+        dialog.press("Send As It Is")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "18")
+
+    def test_a_stopped_and_a_rejecting_queue_are_told_and_print_stays_ready(self):
+        for command, back in (("cupsdisable", "cupsenable"), ("cupsreject", "cupsaccept")):
+            with self.subTest(command):
+                self.cups.forget()
+                self.run_command(command, "Morva")
+                dialog = self.live_panel()
+                dialog.type("Top Margin", "11")
+                dialog.press("Print")
+                dialog.says(back)
+                dialog.press("Close")
+                self.assertEqual(self.cups.records(), [])
+                self.run_command(back, "Morva")
+                dialog.press("Print")
+                self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
+
+    def test_another_printer_shows_its_own_limits(self):
+        narrow = self.temporary_folder() / "narrow.ppd"
+        narrow.write_text(PPD.read_text().replace('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"'))
+        self.cups.add_queue("Narrow", narrow)
+        self.addCleanup(self.cups.remove, "Narrow")
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "14")
+        dialog.page("General")
+        dialog.select_printer("Narrow")
+        dialog.page("Tandem Trim")
+        dialog.says("does not allow 14")
+        self.assertEqual(dialog.text("Top Margin"), "14")
+        dialog.press("Correct")
+        until(lambda: dialog.text("Top Margin") == "8", "the nearest legal value")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog, "Narrow").options)[MARGINS["Top"]], "8")
+
+
+if __name__ == "__main__":
+    unittest.main()
