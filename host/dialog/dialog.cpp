@@ -101,11 +101,12 @@ void Dialog::begin() {
         auto settings = Gtk::PrintSettings::create();
         if (remembered.dialog->has_group("Print Settings")) settings->load_from_key_file(remembered.dialog);
         host::showOptions(line_.options, *settings);
+        settings->set_printer(found.name);
         dialog_->set_settings(settings);
         current_ = found.name;
         reading_ = true;
         onDetails(found.name, std::move(outcome));
-        select(current_);
+        select(current_, settings);
       });
 }
 
@@ -125,19 +126,18 @@ std::string Dialog::selectedPrinter() const {
 
 // GTK forgets the printer of its settings unless that one is listed first, so it is asked again until it is
 // selected.
-void Dialog::select(const std::string& printer) {
+void Dialog::select(const std::string& printer, const Glib::RefPtr<Gtk::PrintSettings>& settings) {
   wanted_ = printer;
   selecting_ = Glib::signal_timeout().connect(
-      [this, tries = 0]() mutable {
+      [this, settings, tries = 0]() mutable {
         if (selectedPrinter() == *wanted_ || ++tries > kSelections) {
+          // Copies count for a selected printer only.
+          dialog_->set_settings(settings);
           wanted_.reset();
           onPrinterChanged();
           return false;
         }
-        auto* const settings = gtk_print_unix_dialog_get_settings(dialog_->gobj());
-        gtk_print_settings_set_printer(settings, wanted_->c_str());
-        gtk_print_unix_dialog_set_settings(dialog_->gobj(), settings);
-        g_object_unref(settings);
+        dialog_->set_settings(settings);
         return true;
       },
       kSelectAgain);

@@ -42,7 +42,7 @@ class Dialog {
   };
   [[nodiscard]] std::string selectedPrinter() const;
   void begin();
-  void select(const std::string& printer);
+  void select(const std::string& printer, const Glib::RefPtr<Gtk::PrintSettings>& settings);
   void onPrinterChanged();
   void readDetails(const std::string& printer);
   void onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome);

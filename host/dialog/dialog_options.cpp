@@ -42,6 +42,8 @@ Options dialogOptions(Gtk::PrintUnixDialog& dialog, const std::string& title) {
                         gtk_print_unix_dialog_get_page_setup(dialog.gobj()));
   Options options;
   gtk_print_settings_foreach(settings, &add, &options);
+  if (const int copies = gtk_print_settings_get_n_copies(settings); copies > 1)
+    setOption(options, {"copies", std::to_string(copies)});
   if (gtk_print_settings_get_print_pages(settings) == GTK_PRINT_PAGES_RANGES) {
     if (auto ranges = pageRanges(job); !ranges.empty())
       setOption(options, {"page-ranges", std::move(ranges)});

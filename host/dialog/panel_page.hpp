@@ -19,7 +19,7 @@ class PanelPage : public Gtk::Box {
   PanelPage();
 
   /// Shows a line of text in the place of a view.
-  void showText(const Glib::ustring& text);
+  void showText(const Glib::ustring& shown);
   /// Shows the view, which stays its owner's.
   void showView(GtkWidget* view);
   /// Takes the view out again, before its owner ends it.

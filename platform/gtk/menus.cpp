@@ -20,7 +20,7 @@ GtkTreeIter rowAt(Gtk::ComboBoxText& menu, int index) {
 void ignoreWheel(GtkWidget* menu) {
   GListModel* const controllers = gtk_widget_observe_controllers(menu);
   for (guint index = 0; index < g_list_model_get_n_items(controllers); ++index) {
-    gpointer const controller = g_list_model_get_item(controllers, index);
+    void* const controller = g_list_model_get_item(controllers, index);
     if (GTK_IS_EVENT_CONTROLLER_SCROLL(controller)) {
       gtk_event_controller_set_propagation_phase(GTK_EVENT_CONTROLLER(controller), GTK_PHASE_NONE);
     }

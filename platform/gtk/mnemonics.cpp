@@ -28,7 +28,8 @@ std::optional<std::size_t> freeLetter(const std::u32string& title, const std::se
 
 std::string Mnemonics::mark(std::string_view title) {
   std::u32string characters;
-  for (const auto character : Glib::ustring(std::string(title)).make_valid()) characters += character;
+  for (const auto character : Glib::ustring(std::string(title)).make_valid())
+    characters.push_back(static_cast<char32_t>(character));
   auto own = freeLetter(characters, taken_, true);
   if (!own) own = freeLetter(characters, taken_, false);
   if (own) taken_.insert(g_unichar_tolower(characters[*own]));

@@ -54,7 +54,7 @@ void UserEdits::flush() {
 }
 
 void UserEdits::setText(const Glib::ustring& text) {
-  if (entry_.get_text() == text) return;
+  if (entry_.get_text().compare(text) == 0) return;
   const auto length = entry_.get_text_length();
   const int fromEnd = length - entry_.get_position();
   int start = 0;

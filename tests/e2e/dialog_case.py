@@ -62,9 +62,11 @@ class PrintDialog:
         return None
 
     def look(self, role, name):
-        """The first thing of this role whose name holds this text, or none."""
+        """The first thing of this role whose name or description holds this text, or none."""
         for node in within(self.application):
-            if node.get_role_name() == role and name in (node.get_name() or "").replace("_", ""):
+            if node.get_role_name() != role:
+                continue
+            if name in (node.get_name() or "").replace("_", "") or name in (node.get_description() or ""):
                 return node
         return None
 
@@ -83,15 +85,18 @@ class PrintDialog:
     def xdotool(self, *words):
         subprocess.run(["xdotool", *words], check=True, capture_output=True)
 
-    def click(self, node):
-        """Clicks in the middle of it."""
+    def middle(self, node):
+        """The middle of it on the screen, as xdotool takes it."""
 
-        def middle():
+        def place():
             extents = Atspi.Component.get_extents(node, Atspi.CoordType.WINDOW)
-            return extents.width > 0 and (extents.x + extents.width // 2, extents.y + extents.height // 2)
+            middle = (extents.x + extents.width // 2, extents.y + extents.height // 2)
+            return extents.width > 0 and [str(coordinate) for coordinate in middle]
 
-        x, y = until(middle, "a place on the screen")
-        self.xdotool("mousemove", str(x), str(y), "click", "1")
+        return until(place, "a place on the screen")
+
+    def click(self, node):
+        self.xdotool("mousemove", *self.middle(node), "click", "1")
 
     def press(self, name):
         """Presses the button of this name."""
@@ -118,6 +123,10 @@ class PrintDialog:
 
     def is_live(self, role, name):
         return has(self.find(role, name), Atspi.StateType.SENSITIVE)
+
+    def shows(self, role, name):
+        node = self.look(role, name)
+        return node is not None and has(node, Atspi.StateType.VISIBLE)
 
     def is_checked(self, name):
         return has(self.find("check box", name), Atspi.StateType.CHECKED)

@@ -1,9 +1,10 @@
 """The print dialog as a person uses it, from the panel to the printer's filter."""
 
+import re
 import unittest
 
 from dialog_case import DialogCase, until
-from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, of_panel
+from terminal_case import BUNDLE, CHANGED, DEFAULTS, MARGINS, PPD, of_panel
 
 
 class DialogTest(DialogCase):
@@ -12,12 +13,13 @@ class DialogTest(DialogCase):
         self.before = self.cups.jobs()
 
     def printed(self, dialog, printer="Morva"):
-        """The record of the one job that the dialog sent."""
+        """The record of the job that the dialog sent."""
         status, out, said = dialog.ends()
         self.assertEqual(status, 0, out + said)
-        self.assertRegex(out, rf"job \d+ on {printer}: (\d+) of \1 options confirmed")
+        confirmation = re.search(rf"job (\d+) on {printer}: (\d+) of \2 options confirmed", out)
+        self.assertIsNotNone(confirmation, out + said)
         self.cups.wait_for_jobs()
-        (record,) = self.cups.records()
+        (record,) = [record for record in self.cups.records() if record.job == int(confirmation[1])]
         return record
 
     def panel(self, *arguments, **variables):
@@ -56,8 +58,9 @@ class DialogTest(DialogCase):
 
     def test_nothing_typed_is_lost_when_print_follows_at_once(self):
         dialog = self.live_panel()
+        x, y = dialog.middle(dialog.find("push button", "Print"))
         dialog.click(dialog.find("text", "Top Margin"))
-        dialog.xdotool("key", "--delay", "0", "ctrl+a", "1", "7", "alt+p")
+        dialog.xdotool("key", "--delay", "0", "ctrl+a", "1", "7", "mousemove", x, y, "click", "1")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "17")
 
     def test_enter_in_a_box_prints(self):
@@ -106,7 +109,6 @@ class DialogTest(DialogCase):
         dialog.type("Right Margin", "21")
         dialog.press("Print")
         self.printed(dialog)
-        self.cups.forget()
         dialog = self.panel()
         self.assertTrue(dialog.is_checked("Use Tandem Trim"))
         self.assertEqual(dialog.text("Right Margin"), "21")
@@ -130,14 +132,13 @@ class DialogTest(DialogCase):
         dialog.check("Use for all my jobs")
         dialog.press("Print")
         self.printed(dialog)
-        self.cups.forget()
         options = self.options_of()
         self.assertEqual(options[MARGINS["Top"]], "18")
 
     def test_gtks_own_settings_arrive_too(self):
         dialog = self.dialog("-d", "Morva", "-o", "x-note=kept", "-n", "3")
         dialog.check("Pages:")
-        dialog.type("Specify", "2")
+        dialog.type("Specify one or more page ranges", "2")
         dialog.press("Print")
         record = self.printed(dialog)
         self.assertEqual(record.options["page-ranges"], "2")
@@ -159,20 +160,28 @@ class DialogTest(DialogCase):
         dialog.press("Send As It Is")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "18")
 
-    def test_a_stopped_and_a_rejecting_queue_are_told_and_print_stays_ready(self):
-        for command, back in (("cupsdisable", "cupsenable"), ("cupsreject", "cupsaccept")):
-            with self.subTest(command):
-                self.cups.forget()
-                self.run_command(command, "Morva")
-                dialog = self.live_panel()
-                dialog.type("Top Margin", "11")
-                dialog.press("Print")
-                dialog.says(back)
-                dialog.press("Close")
-                self.assertEqual(self.cups.records(), [])
-                self.run_command(back, "Morva")
-                dialog.press("Print")
-                self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
+    def test_a_stopped_queue_is_told_and_print_stays_ready(self):
+        self.addCleanup(self.run_command, "cupsenable", "Morva")
+        self.run_command("cupsdisable", "Morva")
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "11")
+        dialog.press("Print")
+        dialog.says("cupsenable")
+        dialog.press("Close")
+        self.assert_nothing_was_sent()
+        self.run_command("cupsenable", "Morva")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
+
+    def test_a_rejecting_queue_cannot_be_printed_to_until_it_accepts_again(self):
+        self.addCleanup(self.run_command, "cupsaccept", "Morva")
+        self.run_command("cupsreject", "Morva")
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "11")
+        self.assertFalse(dialog.is_live("push button", "Print"))
+        self.run_command("cupsaccept", "Morva")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
 
     def test_another_printer_shows_its_own_limits(self):
         narrow = self.temporary_folder() / "narrow.ppd"
@@ -190,6 +199,60 @@ class DialogTest(DialogCase):
         until(lambda: dialog.text("Top Margin") == "8", "the nearest legal value")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, "Narrow").options)[MARGINS["Top"]], "8")
+
+    def test_a_printer_without_the_panel_has_no_page_and_gets_none_of_its_options(self):
+        plain = self.temporary_folder() / "plain.ppd"
+        lines = PPD.read_text().splitlines(keepends=True)
+        plain.write_text("".join(line for line in lines if not line.startswith("*APDialogExtension")))
+        self.cups.add_queue("Plain", plain)
+        self.addCleanup(self.cups.remove, "Plain")
+        dialog = self.live_panel()
+        dialog.page("General")
+        dialog.select_printer("Plain")
+        until(lambda: not dialog.shows("check box", "Use Tandem Trim"), "the panel to go")
+        dialog.press("Print")
+        record = self.printed(dialog, "Plain")
+        self.assertEqual(record.queue, "Plain")
+
+    def test_it_speaks_the_persons_language(self):
+        for language, name in (("de", "Oberer Rand"), ("ar", "الهامش العلوي"), ("ja", "上余白")):
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
+                dialog.find("text", name)
+
+    def test_each_setting_of_the_panel_exists_once(self):
+        dialog = self.panel()
+        dialog.find("text", "Top Margin")
+        titles = [label for label in dialog.labels() if label.startswith("Top Margin")]
+        self.assertEqual(titles, ["Top Margin:"])
+        self.assertNotIn("Advanced", dialog.labels())
+
+    def test_broken_plugins_leave_a_dialog_that_prints(self):
+        broken = {"nothing in it": [], "no module": ["Contents/Info.plist"]}
+        for what, kept in broken.items():
+            with self.subTest(what):
+                folder = self.temporary_folder()
+                bundle = folder / "TandemTrim.bundle"
+                (bundle / "Contents").mkdir(parents=True)
+                for name in kept:
+                    (bundle / name).write_bytes((BUNDLE / name).read_bytes())
+                dialog = self.dialog("-d", "Morva", "--plugin", str(folder))
+                dialog.says("Tandem Trim settings are not available")
+                dialog.press("Print")
+                record = self.printed(dialog)
+                self.assertEqual(of_panel(record.options), {})
+
+    def test_a_server_that_falls_silent_is_told_and_print_stays_ready(self):
+        dialog = self.live_panel(TANDEM_TRIM_TIMEOUT="1")
+        dialog.type("Top Margin", "11")
+        self.cups.freeze()
+        self.addCleanup(self.cups.thaw)
+        dialog.press("Print")
+        dialog.says("127.0.0.1")
+        dialog.press("Close")
+        self.cups.thaw()
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
 
 
 if __name__ == "__main__":
