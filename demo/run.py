@@ -1,20 +1,23 @@
 #!/usr/bin/python3
-"""Prints the sample document on a sample printer and shows the options that reached the printer's filter.
+"""Prints the sample document on a sample printer by the print dialog and shows what reached the printer's filter.
 
-The print server is CUPS itself, started for this alone; it and its files are gone at the end.
+With a screen, the dialog is yours. Without one it comes up on a virtual screen, where it is driven through accessibility as a person
+would drive it, and a picture of the panel is saved. The print server is CUPS itself, started for this alone; it and its files are gone
+at the end.
 """
 
 import argparse
+import os
 import pathlib
-import shlex
 import subprocess
 import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[1]
 SAMPLES = PROJECT / "resources/sample"
 PRINTER = "Morva"
+ON_OWN_SCREEN = PROJECT / "tests/gtk/on_own_screen.sh"
 
-# The panel's control, the option that it stands for and what is set.
+# The panel's control, the option that it stands for and what the demonstration sets.
 SETTINGS = (
     ("Valid", "MVTandemTrim", "On"),
     ("Direction", "MVImageDirectionPriority", "ShortEdgeFeed"),
@@ -29,38 +32,79 @@ sys.path.insert(0, str(PROJECT / "tests/e2e"))
 from private_cups import PrivateCups  # noqa: E402
 
 
-def print_sample(cups, build):
-    """Prints by the program as a person would, and gives whether it succeeded."""
-    command = [build / "host/tandem-trim", "-d", PRINTER, "--plugin", build / "TandemTrim.bundle"]
-    for control, _, value in SETTINGS:
-        command += ["--set", f"{control}={value}"]
-    command += ["--summary", SAMPLES / "sample.pdf"]
-    print("$", shlex.join(map(str, command)), end="\n\n", flush=True)
-    return subprocess.run(command, env=cups.environment(), check=False).returncode == 0
+def has_screen():
+    return any(os.environ.get(name) for name in ("WAYLAND_DISPLAY", "DISPLAY"))
 
 
-def compare(received):
-    """Shows what was set beside what was received, and gives whether all of it is the same."""
+def command(build):
+    return [build / "host/tandem-trim", "-d", PRINTER, "--plugin", build / "TandemTrim.bundle", SAMPLES / "sample.pdf"]
+
+
+def by_person(cups, build):
+    """Leaves the dialog to whoever sits at the screen, and gives whether a job was sent."""
+    print("Set what you like on the page Tandem Trim, then print.", flush=True)
+    surroundings = {name: value for name, value in os.environ.items() if name not in ("CUPS_SERVER", "HOME")}
+    return subprocess.run(command(build), env=surroundings | cups.environment(), check=False).returncode == 0
+
+
+def driven(cups, build, picture):
+    """Drives the dialog as a person would, and gives whether a job was sent."""
+    from dialog_case import SCREEN, PrintDialog
+
+    screen = {name: os.environ[name] for name in SCREEN if name in os.environ}
+    dialog = PrintDialog(command(build), cups.environment() | screen)
+    try:
+        dialog.page("Tandem Trim")
+        dialog.check("Use Tandem Trim")
+        dialog.choose("Image Direction", 1)
+        dialog.choose("Print Position", 0)
+        for side, _, text in SETTINGS[3:]:
+            dialog.type(f"{side} Margin", text)
+        dialog.save_picture(picture)
+        print(f"A picture of the panel: {picture}")
+        dialog.press("Print")
+        status, out, said = dialog.ends()
+    finally:
+        dialog.close()
+    print(out.strip() if status == 0 else out + said)
+    return status == 0
+
+
+def show(received, expected):
+    """Shows the panel's options as they were received, beside what was set where that is known; gives whether all agrees."""
     print("\nThe printer's filter received:\n")
-    row = "  {:<9}  {:<25}  {:<14}  {:<14}  {}".format
-    print(row("Setting", "Option", "Set", "Received", "").rstrip())
+    row = "  {:<9}  {:<25}  {:<14}  {}".format
+    print(row("Setting", "Option", "Received", "").rstrip())
     for control, keyword, value in SETTINGS:
         arrived = received.get(keyword, "(nothing)")
-        print(row(control, keyword, value, arrived, "ok" if arrived == value else "DIFFERENT"))
-    return all(received.get(keyword) == value for _, keyword, value in SETTINGS)
+        verdict = "" if not expected else "as set" if arrived == value else f"DIFFERENT: {value} was set"
+        print(row(control, keyword, arrived, verdict).rstrip())
+    return not expected or all(received.get(keyword) == value for _, keyword, value in SETTINGS)
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", type=pathlib.Path, default=PROJECT / "build/release", help="the build folder")
-    build = parser.parse_args().build.resolve()
+    parser.add_argument("--drive", action="store_true", help="drive the dialog on the screen that is there")
+    arguments = parser.parse_args()
+    build = arguments.build.resolve()
+    os.environ["TANDEM_TRIM_BUILD"] = str(build)
+    if not arguments.drive and not has_screen():
+        return subprocess.run([ON_OWN_SCREEN, sys.executable, __file__, "--build", build, "--drive"], check=False).returncode
     with PrivateCups() as cups:
         cups.add_queue(PRINTER, SAMPLES / "MorvaTandemKV2.ppd")
-        if not print_sample(cups, build):
+        if arguments.drive:
+            sent = driven(cups, build, build / "pictures/dialog.png")
+        else:
+            sent = by_person(cups, build)
+        if not sent:
             return 1
         cups.wait_for_jobs()
         records = cups.records()
-    return 0 if compare(records[0].options if records else {}) else 1
+    if not records:
+        print("Nothing was printed.")
+        return 0
+    return 0 if show(records[0].options, expected=arguments.drive) else 1
 
 
 if __name__ == "__main__":

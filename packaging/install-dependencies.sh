@@ -6,13 +6,15 @@ set -euo pipefail
 build='g++ cmake ninja-build make pkg-config libcups2-dev libplist-dev libcli11-dev nlohmann-json3-dev libgtkmm-4.0-dev'
 # The demonstration and the end-to-end tests start a print server of their own; the system's is not used.
 server='cups cups-client cups-filters python3 util-linux'
-tests='libgtest-dev libgmock-dev locales binutils xvfb xauth xdotool dbus libxtst-dev at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
+# Without a screen the dialog is shown on a virtual one and driven through accessibility.
+screen='xvfb xauth dbus xdotool scrot at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
+tests='libgtest-dev libgmock-dev libxtst-dev locales binutils'
 
 case "${1:-}" in
-  run) packages="$build $server" ;;
-  test) packages="$build $server $tests" ;;
-  coverage) packages="$build $server $tests gcovr" ;;
-  lint) packages="$build $server $tests clang-format clang-tidy man-db" ;;
+  run) packages="$build $server $screen" ;;
+  test) packages="$build $server $screen $tests" ;;
+  coverage) packages="$build $server $screen $tests gcovr" ;;
+  lint) packages="$build $server $screen $tests clang-format clang-tidy man-db" ;;
   *)
     echo "usage: $0 run|test|coverage|lint" >&2
     exit 2

@@ -95,6 +95,13 @@ class PrintDialog:
 
         return until(place, "a place on the screen")
 
+    def save_picture(self, path):
+        """Saves what the dialog looks like as a PNG file."""
+        path.parent.mkdir(parents=True, exist_ok=True)
+        extents = Atspi.Component.get_extents(self.window, Atspi.CoordType.WINDOW)
+        place = f"{extents.x},{extents.y},{extents.width},{extents.height}"
+        subprocess.run(["scrot", "--autoselect", place, "--overwrite", path], check=True)
+
     def click(self, node):
         self.xdotool("mousemove", *self.middle(node), "click", "1")
 
