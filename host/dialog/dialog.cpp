@@ -41,7 +41,7 @@ Dialog::Dialog(const CommandLine& line, Note note)
   summary_->set_margin(kMargin);
   summary_->set_row_spacing(6);
   summary_->set_column_spacing(12);
-  dialog_->add_custom_tab(*summary_, *Gtk::make_managed<Gtk::Label>(text(Text::summary)));
+  dialog_->add_custom_tab(*summary_, *Gtk::make_managed<Gtk::Label>(localized(kSummaryText)));
   summary_->set_visible(false);
   notice_->set_wrap();
   notice_->set_xalign(0);
@@ -65,7 +65,7 @@ Dialog::~Dialog() {
 }
 
 std::optional<SentJob> Dialog::run() {
-  page_->showText(text(Text::reading));
+  page_->showText(localized(kReadingText));
   dialog_->set_visible();
   begin();
   loop_->run();
@@ -166,7 +166,7 @@ void Dialog::onPrinterChanged() {
 
 void Dialog::readDetails(const std::string& printer) {
   reading_ = true;
-  page_->showText(text(Text::reading));
+  page_->showText(localized(kReadingText));
   page_->set_visible();
   const auto server = line_.server;
   inBackground<std::shared_ptr<Details>>(
@@ -224,7 +224,7 @@ void Dialog::refuseToShow(const std::string& reason) {
   closePanel();
   page_->set_visible(false);
   note_(reason);
-  notice_->set_text(std::string(text(Text::unavailable)) + ' ' + reason);
+  notice_->set_text(localized(kUnavailableText) + ' ' + reason);
   notice_->set_visible();
 }
 
@@ -278,7 +278,7 @@ void Dialog::correct() {
   warn();
 }
 
-void Dialog::showHelp() { tell(text(Text::helpText)); }
+void Dialog::showHelp() { tell(localized(kHelpPageText)); }
 
 // What the order takes of the command line: options that neither the panel nor the dialog's pages show.
 Order Dialog::order() {

@@ -28,7 +28,8 @@ void Dialog::allowPrinting(bool allowed) { dialog_->set_response_sensitive(Gtk::
 
 void Dialog::print(bool asItIs) {
   auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
-  if (chosen == nullptr || gtk_printer_is_virtual(chosen) != FALSE) return tell(text(Text::choosePrinter));
+  if (chosen == nullptr || gtk_printer_is_virtual(chosen) != FALSE)
+    return tell(localized(kChoosePrinterText));
   if (reading_ || current_ != selectedPrinter()) {
     printWhenRead_ = true;
     return allowPrinting(false);
@@ -55,11 +56,11 @@ void Dialog::print(bool asItIs) {
 }
 
 void Dialog::askAboutIllegalValues(const std::vector<IllegalValue>& values) {
-  question_ = std::make_unique<Gtk::MessageDialog>(*dialog_, text(values), false, Gtk::MessageType::QUESTION,
-                                                   Gtk::ButtonsType::NONE, true);
-  question_->add_button(text(Text::back), Gtk::ResponseType::CANCEL);
-  question_->add_button(text(Text::sendAsItIs), kSendAsItIs);
-  question_->add_button(text(Text::correct), kCorrect);
+  question_ = std::make_unique<Gtk::MessageDialog>(*dialog_, illegalValuesText(values), false,
+                                                   Gtk::MessageType::QUESTION, Gtk::ButtonsType::NONE, true);
+  question_->add_button(localized(kBackText), Gtk::ResponseType::CANCEL);
+  question_->add_button(localized(kSendAsItIsText), kSendAsItIs);
+  question_->add_button(localized(kCorrectText), kCorrect);
   question_->set_default_response(kCorrect);
   question_->signal_response().connect([this](int response) {
     question_->set_visible(false);
@@ -72,14 +73,14 @@ void Dialog::askAboutIllegalValues(const std::vector<IllegalValue>& values) {
 void Dialog::tell(const Glib::ustring& message) {
   question_ = std::make_unique<Gtk::MessageDialog>(*dialog_, message, false, Gtk::MessageType::WARNING,
                                                    Gtk::ButtonsType::NONE, true);
-  question_->add_button(text(Text::close), Gtk::ResponseType::CLOSE);
+  question_->add_button(localized(kCloseText), Gtk::ResponseType::CLOSE);
   question_->signal_response().connect([this](int) { question_->set_visible(false); });
   question_->set_visible();
 }
 
 void Dialog::send(const Order& order) {
   allowPrinting(false);
-  notice_->set_text(text(Text::sending));
+  notice_->set_text(localized(kSendingText));
   notice_->set_visible();
   const auto progress = [this, alive = std::weak_ptr<void>(alive_)](const std::string& name, auto sent,
                                                                     auto size) {

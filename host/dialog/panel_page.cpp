@@ -12,9 +12,9 @@ constexpr int kSpacing = 12;
 
 PanelPage::PanelPage()
     : Gtk::Box(Gtk::Orientation::VERTICAL, kSpacing),
-      correct(text(Text::correct), true),
-      useForAllJobs(text(Text::useForAllJobs), true),
-      help(text(Text::help), true),
+      correct(localized(kCorrectText), true),
+      useForAllJobs(localized(kUseForAllJobsText), true),
+      help(localized(kHelpText), true),
       place_(Gtk::Orientation::VERTICAL),
       warning_(Gtk::Orientation::HORIZONTAL, kSpacing),
       footer_(Gtk::Orientation::HORIZONTAL, kSpacing) {
@@ -64,7 +64,7 @@ void PanelPage::removeView() {
 }
 
 void PanelPage::warnOf(const std::vector<IllegalValue>& values) {
-  warningText_.set_text(text(values));
+  warningText_.set_text(illegalValuesText(values));
   warning_.set_visible(!values.empty());
 }
 

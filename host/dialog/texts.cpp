@@ -1,45 +1,43 @@
 #include "host/dialog/texts.hpp"
 
-namespace tandemtrim::host {
+#include <filesystem>
 
-const char* text(Text which) {
-  switch (which) {
-    case Text::correct:
-      return "C_orrect";
-    case Text::sendAsItIs:
-      return "_Send As It Is";
-    case Text::back:
-      return "_Back";
-    case Text::close:
-      return "_Close";
-    case Text::help:
-      return "_Help";
-    case Text::helpText:
-      return "Turn Tandem Trim on to have the printer trim the sheet. The margins are whole millimetres; "
-             "beside each stands "
-             "what the printer allows. \"Use for all my jobs\" keeps the settings as your defaults for this "
-             "printer.";
-    case Text::useForAllJobs:
-      return "_Use for all my jobs";
-    case Text::summary:
-      return "Summary";
-    case Text::reading:
-      return "The printer's details are being read.";
-    case Text::unavailable:
-      return "Tandem Trim settings are not available.";
-    case Text::choosePrinter:
-      return "Choose a printer: a file is printed as it is, so it cannot be printed to a file.";
-    case Text::sending:
-      return "Sending…";
-  }
-  return "";
+#include <dlfcn.h>
+
+#include "platform/linux/bundle.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// Beside the module that this code is part of.
+std::string bundlePath() {
+  Dl_info module{};
+  if (dladdr(reinterpret_cast<const void*>(&bundlePath), &module) == 0) return {};
+  return std::filesystem::absolute(module.dli_fname).parent_path() / "Dialog.bundle";
 }
 
-std::string text(const std::vector<IllegalValue>& values) {
+std::string replaced(std::string text, std::string_view token, std::string_view value) {
+  if (const auto at = text.find(token); at != std::string::npos) text.replace(at, token.size(), value);
+  return text;
+}
+
+}  // namespace
+
+std::string localized(std::string_view text) {
+  static const auto bundle = [] {
+    std::string reason;
+    return platform::linux::Bundle::open(bundlePath(), reason);
+  }();
+  return bundle ? bundle->localizedStringForKey(text, "", std::nullopt) : std::string(text);
+}
+
+// The value goes in last, since it may hold anything.
+std::string illegalValuesText(const std::vector<IllegalValue>& values) {
   std::string lines;
   for (const auto& value : values) {
-    lines += (lines.empty() ? "" : "\n") + value.name + ": this printer does not allow " + value.value +
-             " (allowed: " + value.allowed + ")";
+    auto line = replaced(localized(kIllegalValueText), "[name]", value.name);
+    line = replaced(std::move(line), "[allowed]", value.allowed);
+    lines += (lines.empty() ? "" : "\n") + replaced(std::move(line), "[value]", value.value);
   }
   return lines;
 }

@@ -215,10 +215,27 @@ class DialogTest(DialogCase):
         self.assertEqual(record.queue, "Plain")
 
     def test_it_speaks_the_persons_language(self):
-        for language, name in (("de", "Oberer Rand"), ("ar", "الهامش العلوي"), ("ja", "上余白")):
+        names = {
+            "de": ("Oberer Rand", "Für alle meine Aufträge verwenden"),
+            "ar": ("الهامش العلوي", "استخدام لكل مهامي"),
+            "ja": ("上余白", "すべてのジョブに使用"),
+        }
+        for language, (of_panel_s, of_dialog_s) in names.items():
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
-                dialog.find("text", name)
+                dialog.find("text", of_panel_s)
+                dialog.find("check box", of_dialog_s)
+
+    def test_help_is_there(self):
+        dialog = self.panel()
+        dialog.press("Help")
+        dialog.says("whole millimetres")
+
+    def test_several_pages_go_on_one_side(self):
+        dialog = self.dialog("-d", "Morva", "-o", "number-up=2")
+        dialog.find("text", "Top Margin")
+        dialog.press("Print")
+        self.assertEqual(self.printed(dialog).options["number-up"], "2")
 
     def test_each_setting_of_the_panel_exists_once(self):
         dialog = self.panel()
