@@ -4,7 +4,7 @@ build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
 sources = $(shell git ls-files '*.cpp' '*.hpp')
 checked_by_tidy = $(shell git ls-files 'host/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp')
 
-.PHONY: run test sanitize coverage lint format install
+.PHONY: run test package sanitize coverage lint format install
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -31,11 +31,18 @@ coverage: ## what the tests cover of the core; fails below 100 % of its lines
 	gcovr --root . --object-directory build/coverage --filter 'platform/' --exclude-throw-branches \
 	  --exclude-unreachable-branches --print-summary
 
+package: ## the Debian package, in build/release/package
+	$(install_dependencies) package
+	$(call build,release)
+	cd build/release && cpack -B package
+
 lint: ## formatting, clang-tidy, the man page and the scripts
 	$(install_dependencies) lint
 	clang-format --dry-run -Werror $(sources)
 	cmake --preset test --log-level=WARNING
 	printf '%s\n' $(checked_by_tidy) | xargs -P 2 -n 4 clang-tidy --quiet -p build/test
+	desktop-file-validate packaging/desktop/*.desktop
+	appstreamcli validate --no-net packaging/desktop/*.metainfo.xml
 	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"
 	bash -n packaging/install-dependencies.sh .ci/run
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|lint|coverage
+# Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|package|coverage|lint
 # Root installs directly, anybody else by sudo; with nothing missing it asks for neither and touches no network.
 set -euo pipefail
 
@@ -8,15 +8,17 @@ build='g++ cmake ninja-build make pkg-config libcups2-dev libplist-dev libcli11-
 server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.
 screen='xvfb xauth dbus xdotool scrot at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
-tests='libgtest-dev libgmock-dev libxtst-dev locales binutils'
+package='dpkg-dev file'
+tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot'
 
 case "${1:-}" in
   run) packages="$build $server $screen" ;;
-  test) packages="$build $server $screen $tests" ;;
-  coverage) packages="$build $server $screen $tests gcovr" ;;
-  lint) packages="$build $server $screen $tests clang-format clang-tidy man-db" ;;
+  package) packages="$build $package" ;;
+  test) packages="$build $server $screen $package $tests" ;;
+  coverage) packages="$build $server $screen $package $tests gcovr" ;;
+  lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db desktop-file-utils appstream" ;;
   *)
-    echo "usage: $0 run|test|coverage|lint" >&2
+    echo "usage: $0 run|test|package|coverage|lint" >&2
     exit 2
     ;;
 esac

@@ -15,7 +15,7 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
   try {
     // GTK asks libcups, which asks its environment.
     if (line.server) g_setenv("CUPS_SERVER", line.server->c_str(), TRUE);
-    // The name of the desktop file, by which desktops find the icon.
+    // Desktops find the program's icon by it.
     g_set_prgname("tandem-trim");
     if (gtk_init_check() == FALSE) {
       result.failure = "there is no screen to show the dialog on; go on without one by --no-dialog";
