@@ -211,5 +211,20 @@ TEST_F(APanelSession, NamesASettingThatThePanelSavedAsAbsent) {
   EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop")));
 }
 
+TEST_F(APanelSession, NamesTheStoredValuesThatAreNotAllowedAndLeavesThemAlone) {
+  store("FakeTop", "35");
+  store("FakePosition", "Right");
+  const test::TemporaryFolder folder;
+  const auto plugin = loadPlugin(writeBundle(folder, "Fake.bundle"), kMemoryModule, quiet);
+  const auto illegal = illegalValues(plugin, settings, nullptr);
+  ASSERT_EQ(illegal.size(), 1U);
+  EXPECT_EQ(illegal[0].name, "Top");
+  EXPECT_EQ(illegal[0].keyword, "FakeTop");
+  EXPECT_EQ(illegal[0].value, "35");
+  EXPECT_EQ(illegal[0].allowed, "0 to 20");
+  EXPECT_EQ(illegal[0].suggested, "20");
+  EXPECT_EQ(stored("FakeTop"), "35");
+}
+
 }  // namespace
 }  // namespace tandemtrim::host
