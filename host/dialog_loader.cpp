@@ -17,9 +17,9 @@ namespace fs = std::filesystem;
 
 // Seen from the program's folder: where a build leaves the module, and an installation that was moved as a
 // whole; then where it is installed.
-constexpr std::array<const char*, 3> kModules{"dialog/tandem-trim-dialog",
-                                              "../" TANDEM_TRIM_LIBDIR "/tandem-trim/dialog/tandem-trim-dialog",
-                                              TANDEM_TRIM_PLUGIN_FOLDER "/dialog/tandem-trim-dialog"};
+constexpr std::array<const char*, 3> kModules{
+    "dialog/tandem-trim-dialog", "../" TANDEM_TRIM_LIBDIR "/tandem-trim/dialog/tandem-trim-dialog",
+    TANDEM_TRIM_PLUGIN_FOLDER "/dialog/tandem-trim-dialog"};
 
 bool isSet(const char* variable) {
   const char* const value = std::getenv(variable);
