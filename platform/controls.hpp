@@ -18,6 +18,9 @@ class View : public NibObject {
  public:
   /// The toolkit's own view, for a host of the same toolkit; null where there is no toolkit.
   [[nodiscard]] virtual void* toolkitView() { return nullptr; }
+  /// Tells the size of the chosen paper in millimetres, whenever the host learns it. A view that draws no
+  /// sheet ignores it.
+  virtual void setPaperSize(double /*width*/, double /*height*/) {}
 };
 
 /// What every control offers. Changes made here are the program's own: they run no action and post no

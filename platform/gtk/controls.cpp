@@ -8,6 +8,8 @@ namespace {
 // The style class by which a theme dims a text.
 constexpr const char* kDimmed = "dim-label";
 
+constexpr const char* kRightToLeftMark = "\u200F";
+
 }  // namespace
 
 void TextLabel::setTextColor(Color color) {
@@ -19,11 +21,11 @@ void TextLabel::setTextColor(Color color) {
 }
 
 void TextLabel::setStringValue(std::string_view text) {
-  if (widget().get_mnemonic_widget() != nullptr) {
-    widget().set_text_with_mnemonic(mnemonics_.mark(text));
-  } else {
-    widget().set_text(std::string(text));
-  }
+  ControlOf::setStringValue(text);
+  const bool isOfControl = widget().get_mnemonic_widget() != nullptr;
+  auto shown = isOfControl ? mnemonics_.mark(text) : std::string(text);
+  if (widget().get_direction() == Gtk::TextDirection::RTL) shown.insert(0, kRightToLeftMark);
+  isOfControl ? widget().set_text_with_mnemonic(shown) : widget().set_text(shown);
 }
 
 Button::Button(Gtk::Button& button, Mnemonics& mnemonics) : ControlOf(button), mnemonics_(mnemonics) {

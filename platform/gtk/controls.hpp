@@ -14,13 +14,13 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// A label. It takes a mnemonic when it is the label of a control.
+/// A label. It takes a mnemonic when it is the label of a control, and is read in the direction of the panel,
+/// whatever its first letter.
 class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label> {
  public:
   TextLabel(Gtk::Label& label, Mnemonics& mnemonics) : ControlOf(label), mnemonics_(mnemonics) {}
 
   void setTextColor(Color color) override;
-  [[nodiscard]] std::string stringValue() const override { return widget().get_text(); }
   void setStringValue(std::string_view text) override;
 
  private:

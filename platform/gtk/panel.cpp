@@ -14,15 +14,16 @@ namespace {
 constexpr std::string_view kView = "tandemTrimView";
 
 struct MarginOutlets {
+  std::string_view label;
   std::string_view textBox;
   std::string_view stepper;
 };
 
 constexpr std::array<MarginOutlets, 4> kMargins{{
-    {"textBoxMarginTop", "stepperMarginTop"},
-    {"textBoxMarginBottom", "stepperMarginBottom"},
-    {"textBoxMarginLeft", "stepperMarginLeft"},
-    {"textBoxMarginRight", "stepperMarginRight"},
+    {"labelMarginTop", "textBoxMarginTop", "stepperMarginTop"},
+    {"labelMarginBottom", "textBoxMarginBottom", "stepperMarginBottom"},
+    {"labelMarginLeft", "textBoxMarginLeft", "stepperMarginLeft"},
+    {"labelMarginRight", "textBoxMarginRight", "stepperMarginRight"},
 }};
 
 }  // namespace
@@ -37,6 +38,7 @@ Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
   }
   connectSteppers();
   connectActions(owner);
+  connectPicture();
 }
 
 // A widget's class tells which of the controls it is.
@@ -66,6 +68,26 @@ void Panel::connectActions(NibOwner& owner) const {
   if (auto* check = controlOf<CheckBox>("tandemTrimValid"))
     check->setAction(actionOf("changeTandemTrimValid:"));
   if (auto* button = controlOf<Button>("defaultButton")) button->setAction(actionOf("setDefaultValue:"));
+}
+
+void Panel::connectPicture() {
+  auto* const area = dynamic_cast<Gtk::DrawingArea*>(description_->get_object("sheetPicture").get());
+  bool complete = area != nullptr;
+  const auto labelled = [&]<class Class>(Labelled<Class>& pair, std::string_view label,
+                                         std::string_view control) {
+    pair = {controlOf<TextLabel>(label), controlOf<Class>(control)};
+    complete = complete && pair.label != nullptr && pair.control != nullptr;
+  };
+  SheetControls shown{};
+  labelled(shown.direction, "labelDirection", "directionPopUp");
+  labelled(shown.position, "labelPosition", "positionPopUp");
+  for (std::size_t side = 0; side < kMargins.size(); ++side)
+    labelled(shown.margins.at(side), kMargins.at(side).label, kMargins.at(side).textBox);
+  if (complete) picture_ = std::make_unique<SheetPicture>(*area, shown);
+}
+
+void Panel::setPaperSize(double width, double height) {
+  if (picture_) picture_->setPaperSize(width, height);
 }
 
 void Panel::connectOutlets(NibOwner& owner) {

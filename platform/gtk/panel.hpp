@@ -8,6 +8,7 @@
 #include <gtkmm/builder.h>
 
 #include "platform/gtk/mnemonics.hpp"
+#include "platform/gtk/sheet_picture.hpp"
 #include "platform/nib.hpp"
 
 namespace tandemtrim::platform::gtk {
@@ -26,6 +27,8 @@ class Panel : public LoadedNib, public View {
 
   /// The view's GtkWidget, or null when the description has none.
   [[nodiscard]] void* toolkitView() override;
+  /// The size that the picture of the sheet is drawn to.
+  void setPaperSize(double width, double height) override;
   /// The control of this outlet, or null.
   [[nodiscard]] NibObject* control(std::string_view outlet) const;
 
@@ -33,6 +36,7 @@ class Panel : public LoadedNib, public View {
   [[nodiscard]] std::unique_ptr<NibObject> wrap(Glib::Object* object);
   void connectSteppers() const;
   void connectActions(NibOwner& owner) const;
+  void connectPicture();
   template <class Class>
   [[nodiscard]] Class* controlOf(std::string_view outlet) const {
     return dynamic_cast<Class*>(control(outlet));
@@ -42,6 +46,7 @@ class Panel : public LoadedNib, public View {
   Gtk::Widget* view_;
   Mnemonics mnemonics_;
   std::map<std::string, std::unique_ptr<NibObject>, std::less<>> controls_;
+  std::unique_ptr<SheetPicture> picture_;
 };
 
 }  // namespace tandemtrim::platform::gtk

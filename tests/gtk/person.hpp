@@ -27,13 +27,14 @@ class Person {
   void paste(const std::string& text);
   /// Clicks in the middle of the widget.
   void click(GtkWidget* widget);
+  /// Waits until the window is painted as it is now.
+  void awaitFrame();
 
  private:
   struct X;
   void send(unsigned keysym, bool control);
   void turnTo();
   void settle();
-  void awaitFrame();
 
   GtkWindow* window_;
   std::unique_ptr<X> x_;

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <optional>
+
+namespace tandemtrim::platform::gtk {
+
+enum class Feed { longEdge, shortEdge };
+enum class Position { left, center, right };
+
+/// What the panel says of a sheet of paper. Lengths are millimetres; what is not chosen is none.
+struct Sheet {
+  double width = 210;
+  double height = 297;
+  double top = 0;
+  double bottom = 0;
+  double left = 0;
+  double right = 0;
+  std::optional<Feed> feed;
+  std::optional<Position> position;
+};
+
+struct Rectangle {
+  double x = 0;
+  double y = 0;
+  double width = 0;
+  double height = 0;
+};
+
+struct Point {
+  double x = 0;
+  double y = 0;
+};
+
+/// From the edge that leads into the printer, the way that the sheet takes.
+struct Arrow {
+  Point tail;
+  Point head;
+};
+
+/// Where the parts of a sheet's picture lie.
+struct SheetLayout {
+  Rectangle paper;
+  /// Top, bottom, left, right; they cover the paper but for its printable part, and never each other.
+  std::array<Rectangle, 4> margins;
+  Rectangle printable;
+  std::optional<Rectangle> print;
+  std::optional<Arrow> feed;
+};
+
+/// The picture that fits best into an area of this size, to scale. Margins that do not fit on the paper end
+/// at its far edge.
+SheetLayout layOut(const Sheet& sheet, double width, double height);
+
+}  // namespace tandemtrim::platform::gtk

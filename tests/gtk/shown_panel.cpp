@@ -1,0 +1,81 @@
+#include "tests/gtk/shown_panel.hpp"
+
+#include <stdexcept>
+
+#include <cups/ppd.h>
+
+#include "platform/linux/bundle.hpp"
+#include "plugin/plugin.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+void setTheStage(const Circumstances& circumstances) {
+  gtk_init();
+  constexpr double kUsualDpi = 96 * 1024;
+  g_object_set(gtk_settings_get_default(), "gtk-application-prefer-dark-theme", circumstances.dark,
+               "gtk-xft-dpi", static_cast<int>(kUsualDpi * circumstances.textScale), "gtk-enable-animations",
+               FALSE, "gtk-cursor-blink", FALSE, nullptr);
+  gtk_widget_set_default_direction(circumstances.language == "ar" ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
+}
+
+}  // namespace
+
+class ShownPanel::Job : public platform::HostCallback {
+ public:
+  platform::PrintSettings* printSettings() override { return &settings; }
+  ppd_file_s* ppdFile() override { return ppd_.get(); }
+
+  platform::linux::PrintSettings settings;
+
+ private:
+  std::unique_ptr<ppd_file_t, decltype(&ppdClose)> ppd_{ppdOpenFile(SAMPLE_PPD), &ppdClose};
+};
+
+ShownPanel::ShownPanel(const Circumstances& circumstances) : job_(std::make_shared<Job>()) {
+  setTheStage(circumstances);
+  for (const auto& [key, value] : circumstances.stored)
+    job_->settings.PMPrintSettingsSetValue(key, value, false);
+
+  std::string reason;
+  MorvaTTPdePluginKV2 plugin;
+  if (!plugin.initWithBundle(platform::linux::Bundle::open(BUNDLE, reason, {circumstances.language})))
+    throw std::runtime_error(reason);
+  panel_ = std::move(plugin.PDEPanelsForType(platform::kPrintDialogExtensionType, job_)->front());
+  auto* const notebook = gtk_notebook_new();
+  gtk_notebook_append_page(GTK_NOTEBOOK(notebook), root(), gtk_label_new(panel_->panelName().c_str()));
+  panel_->willShow();
+  auto* const window = GTK_WINDOW(gtk_window_new());
+  gtk_window_set_child(window, notebook);
+  person_ = std::make_unique<Person>(window);
+}
+
+ShownPanel::~ShownPanel() { person_.reset(); }
+
+GtkWidget* ShownPanel::widget(const std::string& name) {
+  auto* const found = findWidget(root(), name);
+  if (found == nullptr) throw std::out_of_range("the panel has no widget " + name);
+  return found;
+}
+
+std::string ShownPanel::text(const std::string& name) {
+  return gtk_editable_get_text(GTK_EDITABLE(widget(name)));
+}
+
+std::optional<std::string> ShownPanel::stored(const std::string& key) const {
+  std::optional<std::string> value;
+  job_->settings.PMPrintSettingsGetValue(key, value);
+  return value;
+}
+
+GtkWidget* findWidget(GtkWidget* root, const std::string& name) {
+  const char* const own = gtk_buildable_get_buildable_id(GTK_BUILDABLE(root));
+  if (own != nullptr && name == own) return root;
+  for (auto* child = gtk_widget_get_first_child(root); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (auto* const found = findWidget(child, name)) return found;
+  }
+  return nullptr;
+}
+
+}  // namespace tandemtrim::test

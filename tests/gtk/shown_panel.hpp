@@ -1,0 +1,61 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <gtk/gtk.h>
+
+#include "platform/extension.hpp"
+#include "platform/gtk/panel.hpp"
+#include "platform/linux/print_settings.hpp"
+#include "tests/gtk/person.hpp"
+
+namespace tandemtrim::test {
+
+/// How a panel is shown.
+struct Circumstances {
+  std::string language = "en";
+  bool dark = false;
+  /// How much larger texts are than usual.
+  double textScale = 1;
+  /// What the job's print settings hold.
+  std::map<std::string, std::string> stored = {{"MVTandemTrim", "On"}};
+};
+
+/// The panel of the built bundle for the sample printer, on a page of a notebook as in the print dialog, and
+/// a person in front of it.
+class ShownPanel {
+ public:
+  explicit ShownPanel(const Circumstances& circumstances = {});
+  ShownPanel(const ShownPanel&) = delete;
+  ShownPanel& operator=(const ShownPanel&) = delete;
+  /// The window goes first, then the panel.
+  ~ShownPanel();
+
+  [[nodiscard]] platform::PrintPanel& panel() { return *panel_; }
+  [[nodiscard]] platform::View& view() { return *panel_->panelView(); }
+  [[nodiscard]] GtkWidget* root() { return GTK_WIDGET(view().toolkitView()); }
+  [[nodiscard]] Person& person() { return *person_; }
+  /// The widget of this name in the nib; one that is missing raises std::out_of_range.
+  [[nodiscard]] GtkWidget* widget(const std::string& name);
+  /// The text of the entry of this name.
+  [[nodiscard]] std::string text(const std::string& name);
+  [[nodiscard]] std::optional<std::string> stored(const std::string& key) const;
+
+  /// Lets the panel go and leaves the window as it is.
+  void dropPanel() { panel_.reset(); }
+
+ private:
+  class Job;
+
+  std::shared_ptr<Job> job_;
+  std::unique_ptr<platform::PrintPanel> panel_;
+  std::unique_ptr<Person> person_;
+};
+
+/// The widget below `root` that has this name in the nib, or null.
+GtkWidget* findWidget(GtkWidget* root, const std::string& name);
+
+}  // namespace tandemtrim::test
