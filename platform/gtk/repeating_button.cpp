@@ -43,7 +43,7 @@ void RepeatingButton::startTimer(unsigned milliseconds) {
 // The button itself knows best for how long it is held.
 bool RepeatingButton::onTimeout() {
   const bool held = (button_.get_state_flags() & Gtk::StateFlags::ACTIVE) == Gtk::StateFlags::ACTIVE;
-  if (!held || !button_.is_sensitive()) return false;
+  if (!held) return repeated_ = false;
   guarded(action_);
   if (std::exchange(repeated_, true)) return true;
   startTimer(kInterval);

@@ -90,7 +90,7 @@ class GtkPanel : public LinuxPanel {
   bool replaceText(const std::string& outlet, const std::string& text) override {
     auto* const entry = widget<gtk::TextBox>(outlet);
     if (!focus(entry)) return false;
-    person_->press(XK_a, true);
+    person_->press(XK_a, XK_Control_L);
     text.empty() ? person_->press(XK_Delete) : person_->paste(text);
     return true;
   }

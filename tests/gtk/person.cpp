@@ -1,6 +1,7 @@
 #include "tests/gtk/person.hpp"
 
 #include <stdexcept>
+#include <vector>
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
@@ -16,23 +17,6 @@ constexpr unsigned kAnswerKey = XK_Pause;
 constexpr unsigned kLookAgain = 10;
 constexpr int kLooks = 2000;
 
-// Runs the main loop until `isDone`; a test that would wait for ever fails. Not all that is waited for comes
-// as an event, so the loop looks again every few milliseconds.
-template <class IsDone>
-void waitUntil(const char* what, IsDone isDone) {
-  int looks = 0;
-  const auto timer = g_timeout_add(
-      kLookAgain,
-      [](gpointer count) -> gboolean {
-        ++*static_cast<int*>(count);
-        return G_SOURCE_CONTINUE;
-      },
-      &looks);
-  while (!isDone() && looks < kLooks) g_main_context_iteration(nullptr, TRUE);
-  g_source_remove(timer);
-  if (looks >= kLooks) throw std::runtime_error(std::string("waited in vain for ") + what);
-}
-
 // What is ready now: idles that an event left behind, answers of the clipboard.
 void runWhatIsReady() {
   for (int round = 0; round < 50 && g_main_context_pending(nullptr) != FALSE; ++round)
@@ -47,6 +31,21 @@ gboolean noteAnswer(GtkEventControllerKey* /*keys*/, guint keysym, guint /*code*
 }
 
 }  // namespace
+
+// Not all that is waited for comes as an event, so the loop looks again every few milliseconds.
+void waitUntil(const char* what, const std::function<bool()>& isDone) {
+  int looks = 0;
+  const auto timer = g_timeout_add(
+      kLookAgain,
+      [](gpointer count) -> gboolean {
+        ++*static_cast<int*>(count);
+        return G_SOURCE_CONTINUE;
+      },
+      &looks);
+  while (!isDone() && looks < kLooks) g_main_context_iteration(nullptr, TRUE);
+  g_source_remove(timer);
+  if (looks >= kLooks) throw std::runtime_error(std::string("waited in vain for ") + what);
+}
 
 struct Person::X {
   Display* display = XOpenDisplay(nullptr);
@@ -90,30 +89,29 @@ void Person::focus(GtkWidget* widget) {
   runWhatIsReady();
 }
 
-void Person::send(unsigned keysym, bool control) {
+void Person::send(unsigned keysym, unsigned held) {
   auto* const display = x_->display;
   const auto code = XKeysymToKeycode(display, keysym);
-  const bool shift = XkbKeycodeToKeysym(display, code, 0, 0) != keysym;
-  const auto shiftCode = XKeysymToKeycode(display, XK_Shift_L);
-  const auto controlCode = XKeysymToKeycode(display, XK_Control_L);
-  if (control) XTestFakeKeyEvent(display, controlCode, True, 0);
-  if (shift) XTestFakeKeyEvent(display, shiftCode, True, 0);
+  std::vector<KeyCode> heldCodes;
+  if (held != 0) heldCodes.push_back(XKeysymToKeycode(display, held));
+  if (XkbKeycodeToKeysym(display, code, 0, 0) != keysym)
+    heldCodes.push_back(XKeysymToKeycode(display, XK_Shift_L));
+  for (const auto heldCode : heldCodes) XTestFakeKeyEvent(display, heldCode, True, 0);
   XTestFakeKeyEvent(display, code, True, 0);
   XTestFakeKeyEvent(display, code, False, 0);
-  if (shift) XTestFakeKeyEvent(display, shiftCode, False, 0);
-  if (control) XTestFakeKeyEvent(display, controlCode, False, 0);
+  for (const auto heldCode : heldCodes) XTestFakeKeyEvent(display, heldCode, False, 0);
 }
 
 void Person::settle() {
   answered_ = false;
-  send(kAnswerKey, false);
+  send(kAnswerKey, 0);
   XFlush(x_->display);
   waitUntil("an answer of the window", [&] { return answered_; });
   runWhatIsReady();
 }
 
-void Person::press(unsigned keysym, bool control) {
-  send(keysym, control);
+void Person::press(unsigned keysym, unsigned held) {
+  send(keysym, held);
   settle();
 }
 
@@ -125,7 +123,7 @@ void Person::type(const std::string& text) {
 
 void Person::paste(const std::string& text) {
   gdk_clipboard_set_text(gtk_widget_get_clipboard(GTK_WIDGET(window_)), text.c_str());
-  press(XK_v, true);
+  press(XK_v, XK_Control_L);
 }
 
 // Widgets take their places in a frame.
@@ -140,7 +138,7 @@ void Person::awaitFrame() {
   g_signal_handler_disconnect(clock, handler);
 }
 
-void Person::click(GtkWidget* widget) {
+void Person::pointAt(GtkWidget* widget, double across) {
   turnTo();
   awaitFrame();
   graphene_rect_t bounds{};
@@ -153,12 +151,54 @@ void Person::click(GtkWidget* widget) {
   int y = 0;
   Window child = 0;
   XTranslateCoordinates(x_->display, x_->window, DefaultRootWindow(x_->display),
-                        static_cast<int>(left + bounds.origin.x + bounds.size.width / 2),
+                        static_cast<int>(left + bounds.origin.x + bounds.size.width * across),
                         static_cast<int>(top + bounds.origin.y + bounds.size.height / 2), &x, &y, &child);
   XTestFakeMotionEvent(x_->display, -1, x, y, 0);
+}
+
+void Person::click(GtkWidget* widget) {
+  pointAt(widget);
   XTestFakeButtonEvent(x_->display, 1, True, 0);
   XTestFakeButtonEvent(x_->display, 1, False, 0);
   settle();
+}
+
+void Person::hold(GtkWidget* widget, const std::function<bool()>& isDone) {
+  pointAt(widget);
+  XTestFakeButtonEvent(x_->display, 1, True, 0);
+  XFlush(x_->display);
+  waitUntil("the end of a hold", isDone);
+  XTestFakeButtonEvent(x_->display, 1, False, 0);
+  settle();
+}
+
+void Person::turnWheel(GtkWidget* widget, bool up) {
+  pointAt(widget);
+  const unsigned button = up ? 4 : 5;
+  XTestFakeButtonEvent(x_->display, button, True, 0);
+  XTestFakeButtonEvent(x_->display, button, False, 0);
+  settle();
+}
+
+// While something is dragged the keyboard is the drag's, so that no key is answered.
+void Person::drag(GtkWidget* from, GtkWidget* to) {
+  constexpr double kInTheText = 0.66;
+  constexpr int kSteps = 20;
+  pointAt(from, kInTheText);
+  XTestFakeButtonEvent(x_->display, 1, True, 0);
+  settle();
+  for (int step = 0; step < kSteps; ++step) {
+    XTestFakeRelativeMotionEvent(x_->display, 1, 1, 0);
+    XSync(x_->display, False);
+    awaitFrame();
+  }
+  for (int step = 0; step < 2; ++step) {
+    pointAt(to, step == 0 ? 0.5 : kInTheText);
+    XSync(x_->display, False);
+    awaitFrame();
+  }
+  XTestFakeButtonEvent(x_->display, 1, False, 0);
+  XSync(x_->display, False);
 }
 
 }  // namespace tandemtrim::test

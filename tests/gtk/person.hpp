@@ -1,11 +1,15 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
 #include <gtk/gtk.h>
 
 namespace tandemtrim::test {
+
+/// Runs the main loop until `isDone`; raises std::runtime_error that names `what` when it takes too long.
+void waitUntil(const char* what, const std::function<bool()>& isDone);
 
 /// A person in front of a window: real key presses and clicks, by way of the X server. Each act returns when
 /// the window has dealt with it.
@@ -19,20 +23,27 @@ class Person {
 
   /// Puts the keyboard's focus on the widget.
   void focus(GtkWidget* widget);
-  /// Presses the key of this keysym once, with Control held down or not.
-  void press(unsigned keysym, bool control = false);
+  /// Presses the key of this keysym once, while the key of another is held down (0: none).
+  void press(unsigned keysym, unsigned held = 0);
   /// Types the text key by key. Characters that are not of ASCII have no key and are left out.
   void type(const std::string& text);
   /// Pastes the text from the clipboard.
   void paste(const std::string& text);
   /// Clicks in the middle of the widget.
   void click(GtkWidget* widget);
+  /// Holds the mouse button down on the widget until `isDone`, then lets it go.
+  void hold(GtkWidget* widget, const std::function<bool()>& isDone);
+  /// Turns the wheel by one notch over the widget: up, or down.
+  void turnWheel(GtkWidget* widget, bool up);
+  /// Drags what is selected at the end of an entry into the middle of another.
+  void drag(GtkWidget* from, GtkWidget* to);
   /// Waits until the window is painted as it is now.
   void awaitFrame();
 
  private:
   struct X;
-  void send(unsigned keysym, bool control);
+  void send(unsigned keysym, unsigned held);
+  void pointAt(GtkWidget* widget, double across = 0.5);
   void turnTo();
   void settle();
 

@@ -1,0 +1,250 @@
+#include <functional>
+
+#include <X11/keysym.h>
+#include <gtest/gtest.h>
+
+#include "platform/memory/notification_center.hpp"
+#include "tests/gtk/shown_panel.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+constexpr const char* kTop = "textBoxMarginTop";
+constexpr const char* kBottom = "textBoxMarginBottom";
+
+// The sample printer allows up to 20 mm above.
+class UserEdits : public testing::Test {
+ protected:
+  ShownPanel shown{{.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}}};
+  Person& person = shown.person();
+  GtkWidget* box = shown.widget(kTop);
+  int notifications = 0;
+
+  UserEdits() {
+    auto* const object = dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop);
+    platform::defaultCenter().addObserver(
+        this, [this](const platform::Notification&) { ++notifications; },
+        platform::NSControlTextDidChangeNotification, object);
+    person.focus(box);
+  }
+  ~UserEdits() override { platform::defaultCenter().removeObserver(this); }
+  UserEdits(const UserEdits&) = delete;
+  UserEdits& operator=(const UserEdits&) = delete;
+
+  [[nodiscard]] std::string text() { return shown.text(kTop); }
+  [[nodiscard]] int caret() { return gtk_editable_get_position(GTK_EDITABLE(box)); }
+};
+
+struct Edit {
+  const char* what;
+  std::function<void(Person&, GtkWidget*)> act;
+  const char* text;
+
+  friend std::ostream& operator<<(std::ostream& out, const Edit& edit) { return out << edit.what; }
+};
+
+void selectAll(Person& person) { person.press(XK_a, XK_Control_L); }
+
+const Edit kEdits[] = {
+    {"a digit over everything",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.type("5");
+     },
+     "5"},
+    {"a letter over everything",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.type("x");
+     },
+     "0"},
+    {"a digit at the end",
+     [](Person& person, GtkWidget*) {
+       person.press(XK_End);
+       person.type("3");
+     },
+     "20"},
+    {"deletion of everything",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.press(XK_Delete);
+     },
+     "0"},
+    {"deletion of the last digit",
+     [](Person& person, GtkWidget*) {
+       person.press(XK_End);
+       person.press(XK_BackSpace);
+     },
+     "1"},
+    {"deletion of the word",
+     [](Person& person, GtkWidget*) {
+       person.press(XK_End);
+       person.press(XK_BackSpace, XK_Control_L);
+     },
+     "0"},
+    {"cutting",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.press(XK_x, XK_Control_L);
+     },
+     "0"},
+    {"pasting over everything",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.paste("7 mm");
+     },
+     "7"},
+    {"an edit from a screen reader",
+     [](Person&, GtkWidget* box) {
+       gtk_editable_set_text(GTK_EDITABLE(box), "9");
+       while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
+     },
+     "9"},
+};
+
+class EachUserEdit : public UserEdits, public testing::WithParamInterface<Edit> {};
+
+TEST_P(EachUserEdit, IsReportedOnceWithItsFinalText) {
+  GetParam().act(person, box);
+  EXPECT_EQ(text(), GetParam().text);
+  EXPECT_EQ(notifications, 1);
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Edits, EachUserEdit, testing::ValuesIn(kEdits));
+
+TEST_F(UserEdits, MayDropATextIntoTheBox) {
+  auto* const source = shown.widget(kBottom);
+  person.focus(source);
+  selectAll(person);
+  person.type("30");
+  selectAll(person);
+  person.drag(source, box);
+  waitUntil("the drop", [&] { return notifications > 0; });
+  person.awaitFrame();
+  EXPECT_EQ(text(), "20");
+  EXPECT_EQ(notifications, 1);
+}
+
+// Control, Shift and u begin a character that is given by its number.
+TEST_F(UserEdits, AreReportedWhenTheInputMethodHasComposedThem) {
+  selectAll(person);
+  person.press(XK_U, XK_Control_L);
+  person.type("37");
+  EXPECT_EQ(notifications, 0);
+  person.press(XK_Return);
+  EXPECT_EQ(text(), "7");
+  EXPECT_EQ(notifications, 1);
+}
+
+TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotKeepTheHostWaiting) {
+  selectAll(person);
+  person.press(XK_U, XK_Control_L);
+  person.type("3");
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), "0");
+  EXPECT_EQ(text(), "0");
+}
+
+TEST_F(UserEdits, AreNotUndoneIntoAnIllegalText) {
+  person.press(XK_End);
+  person.type("3");
+  person.press(XK_z, XK_Control_L);
+  EXPECT_EQ(text(), "20");
+  selectAll(person);
+  person.paste("abc");
+  person.press(XK_z, XK_Control_L);
+  EXPECT_EQ(text(), "0");
+}
+
+TEST_F(UserEdits, AreNotWhatTheProgramShows) {
+  shown.panel().willShow();
+  shown.panel().restoreValuesAndReturnError(nullptr);
+  person.click(shown.widget("defaultButton"));
+  EXPECT_EQ(text(), "5");
+  EXPECT_EQ(notifications, 0);
+}
+
+struct Typing {
+  const char* before;
+  std::vector<unsigned> keys;
+  const char* after;
+  int caret;
+
+  friend std::ostream& operator<<(std::ostream& out, const Typing& typing) {
+    return out << typing.before << " becomes " << typing.after;
+  }
+};
+
+class InsertionPoint : public UserEdits, public testing::WithParamInterface<Typing> {};
+
+TEST_P(InsertionPoint, StaysWhereAPersonExpectsIt) {
+  const auto& typing = GetParam();
+  selectAll(person);
+  person.type(typing.before);
+  person.press(XK_Home);
+  for (const auto key : typing.keys) person.press(key);
+  EXPECT_EQ(text(), typing.after);
+  EXPECT_EQ(caret(), typing.caret);
+}
+
+const Typing kTypings[] = {
+    {"5", {XK_1}, "15", 1},         {"15", {XK_Right, XK_a}, "15", 1},    {"5", {XK_0}, "5", 0},
+    {"1", {XK_End, XK_2}, "12", 2}, {"1", {XK_End, XK_a, XK_2}, "12", 2}, {"12", {XK_Right, XK_9}, "20", 1},
+    {"12", {XK_Delete}, "2", 0},    {"5", {XK_Delete, XK_8}, "8", 1},
+};
+
+INSTANTIATE_TEST_SUITE_P(Typings, InsertionPoint, testing::ValuesIn(kTypings));
+
+struct HostCall {
+  const char* name;
+  std::function<void(platform::PrintPanel&)> call;
+  const char* text;
+
+  friend std::ostream& operator<<(std::ostream& out, const HostCall& call) { return out << call.name; }
+};
+
+class TypedAtOnce : public UserEdits, public testing::WithParamInterface<HostCall> {};
+
+// Nothing runs between the typing and the host's call.
+TEST_P(TypedAtOnce, IsCorrectedBeforeTheHostsCallIsAnswered) {
+  gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
+  GetParam().call(shown.panel());
+  EXPECT_EQ(notifications, 1);
+  EXPECT_EQ(text(), GetParam().text);
+}
+
+const HostCall kHostCalls[] = {
+    {"save", [](auto& panel) { panel.saveValuesAndReturnError(nullptr); }, "18"},
+    {"restore", [](auto& panel) { panel.restoreValuesAndReturnError(nullptr); }, "12"},
+    {"willShow", [](auto& panel) { panel.willShow(); }, "12"},
+    {"summaryInfo", [](auto& panel) { (void)panel.summaryInfo(); }, "12"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Calls, TypedAtOnce, testing::ValuesIn(kHostCalls));
+
+TEST_F(UserEdits, ThatWaitAreDroppedWithThePanel) {
+  gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
+  shown.dropPanel();
+  person.focus(box);
+  EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("1a8"));
+  EXPECT_EQ(notifications, 0);
+}
+
+TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
+  auto* const plus = gtk_widget_get_last_child(shown.widget("stepperMarginTop"));
+  auto* const check = shown.widget("tandemTrimValid");
+  shown.dropPanel();
+  person.press(XK_Up);
+  person.focus(box);
+  person.press(XK_End);
+  person.type("9");
+  person.click(plus);
+  person.click(check);
+  EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("129"));
+  EXPECT_EQ(notifications, 0);
+}
+
+}  // namespace
+}  // namespace tandemtrim::test
