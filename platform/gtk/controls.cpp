@@ -8,7 +8,11 @@ namespace {
 // The style class by which a theme dims a text.
 constexpr const char* kDimmed = "dim-label";
 
-constexpr const char* kRightToLeftMark = "\u200F";
+std::string directed(const Gtk::Widget& widget, std::string text) {
+  constexpr const char* kRightToLeftMark = "\u200F";
+  if (widget.get_direction() == Gtk::TextDirection::RTL) text.insert(0, kRightToLeftMark);
+  return text;
+}
 
 }  // namespace
 
@@ -22,14 +26,15 @@ void TextLabel::setTextColor(Color color) {
 
 void TextLabel::setStringValue(std::string_view text) {
   ControlOf::setStringValue(text);
-  const bool isOfControl = widget().get_mnemonic_widget() != nullptr;
-  auto shown = isOfControl ? mnemonics_.mark(text) : std::string(text);
-  if (widget().get_direction() == Gtk::TextDirection::RTL) shown.insert(0, kRightToLeftMark);
-  isOfControl ? widget().set_text_with_mnemonic(shown) : widget().set_text(shown);
+  widget().set_text(directed(widget(), std::string(text)));
 }
 
-Button::Button(Gtk::Button& button, Mnemonics& mnemonics) : ControlOf(button), mnemonics_(mnemonics) {
-  button.set_use_underline();
+void TextLabel::showMnemonic(Mnemonics& mnemonics) {
+  if (widget().get_mnemonic_widget() == nullptr) return;
+  widget().set_text_with_mnemonic(directed(widget(), mnemonics.mark(stringValue())));
+}
+
+Button::Button(Gtk::Button& button) : TitledControlOf(button) {
   button.signal_clicked().connect(sigc::mem_fun(*this, &Button::onClicked));
 }
 
@@ -39,9 +44,7 @@ void Button::onClicked() {
   });
 }
 
-CheckBox::CheckBox(Gtk::CheckButton& button, Mnemonics& mnemonics)
-    : ControlOf(button), mnemonics_(mnemonics) {
-  button.set_use_underline();
+CheckBox::CheckBox(Gtk::CheckButton& button) : TitledControlOf(button) {
   toggled_ = button.signal_toggled().connect(sigc::mem_fun(*this, &CheckBox::onToggled));
 }
 

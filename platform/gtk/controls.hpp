@@ -16,37 +16,52 @@ namespace tandemtrim::platform::gtk {
 
 /// A label. It takes a mnemonic when it is the label of a control, and is read in the direction of the panel,
 /// whatever its first letter.
-class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label> {
+class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public Titled {
  public:
-  TextLabel(Gtk::Label& label, Mnemonics& mnemonics) : ControlOf(label), mnemonics_(mnemonics) {}
+  using ControlOf::ControlOf;
 
   void setTextColor(Color color) override;
   void setStringValue(std::string_view text) override;
-
- private:
-  Mnemonics& mnemonics_;
+  void showMnemonic(Mnemonics& mnemonics) override;
 };
 
 /// What a push button and a check box do when the person clicks them.
 using Action = std::function<void(NibObject* sender)>;
 
-class Button : public ControlOf<MorvaTTButtonKV2, Gtk::Button> {
+/// What a push button and a check box have in common: a title.
+template <class Class, class Widget>
+class TitledControlOf : public ControlOf<Class, Widget>, public Titled {
  public:
-  Button(Gtk::Button& button, Mnemonics& mnemonics);
-  void setTitle(std::string_view title) override { widget().set_label(mnemonics_.mark(title)); }
+  using ControlOf<Class, Widget>::ControlOf;
+
+  void setTitle(std::string_view title) override {
+    title_ = title;
+    this->widget().set_use_underline(false);
+    this->widget().set_label(title_);
+  }
+  void showMnemonic(Mnemonics& mnemonics) override {
+    this->widget().set_use_underline();
+    this->widget().set_label(mnemonics.mark(title_));
+  }
+
+ private:
+  std::string title_;
+};
+
+class Button : public TitledControlOf<MorvaTTButtonKV2, Gtk::Button> {
+ public:
+  explicit Button(Gtk::Button& button);
   void setAction(Action action) { action_ = std::move(action); }
 
  private:
   void onClicked();
 
-  Mnemonics& mnemonics_;
   Action action_;
 };
 
-class CheckBox : public ControlOf<MorvaTTCheckBoxKV2, Gtk::CheckButton> {
+class CheckBox : public TitledControlOf<MorvaTTCheckBoxKV2, Gtk::CheckButton> {
  public:
-  CheckBox(Gtk::CheckButton& button, Mnemonics& mnemonics);
-  void setTitle(std::string_view title) override { widget().set_label(mnemonics_.mark(title)); }
+  explicit CheckBox(Gtk::CheckButton& button);
   [[nodiscard]] int state() const override;
   void setState(int state) override;
   void setAction(Action action) { action_ = std::move(action); }
@@ -54,7 +69,6 @@ class CheckBox : public ControlOf<MorvaTTCheckBoxKV2, Gtk::CheckButton> {
  private:
   void onToggled();
 
-  Mnemonics& mnemonics_;
   Action action_;
   sigc::connection toggled_;
 };

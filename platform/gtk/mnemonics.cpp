@@ -7,9 +7,10 @@
 namespace tandemtrim::platform::gtk {
 namespace {
 
-// Wide characters are those of the scripts that no key types directly.
-bool isTypedByOneKey(gunichar character) {
-  return g_unichar_isalpha(character) != 0 && g_unichar_iswide(character) == 0;
+// The toolkit compares a letter's code point with the symbol of the key that is pressed. They are the same in
+// the Latin alphabet alone.
+bool isFoundOnAKey(gunichar character) {
+  return g_unichar_isalpha(character) != 0 && gdk_unicode_to_keyval(character) == character;
 }
 
 std::optional<std::size_t> freeLetter(const std::u32string& title, const std::set<gunichar>& taken,
@@ -17,7 +18,7 @@ std::optional<std::size_t> freeLetter(const std::u32string& title, const std::se
   bool insideWord = false;
   for (std::size_t index = 0; index < title.size(); ++index) {
     const gunichar character = title[index];
-    const bool fits = isTypedByOneKey(character) && !(atBeginningOfWord && insideWord);
+    const bool fits = isFoundOnAKey(character) && !(atBeginningOfWord && insideWord);
     if (fits && !taken.contains(g_unichar_tolower(character))) return index;
     insideWord = g_unichar_isalnum(character) != 0;
   }
@@ -25,6 +26,20 @@ std::optional<std::size_t> freeLetter(const std::u32string& title, const std::se
 }
 
 }  // namespace
+
+Mnemonics::Mnemonics(GtkWidget* view) { reserveLettersOf(GTK_WIDGET(gtk_widget_get_root(view)), view); }
+
+// What is hidden may come up later; the other pages of a notebook never do while this one is seen.
+void Mnemonics::reserveLettersOf(GtkWidget* widget, const GtkWidget* view) {
+  if (widget == nullptr || widget == view || gtk_widget_get_child_visible(widget) == FALSE) return;
+  if (GTK_IS_LABEL(widget)) {
+    const auto letter = gdk_keyval_to_unicode(gtk_label_get_mnemonic_keyval(GTK_LABEL(widget)));
+    if (letter != 0) taken_.insert(g_unichar_tolower(letter));
+  }
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    reserveLettersOf(child, view);
+}
 
 std::string Mnemonics::mark(std::string_view title) {
   std::u32string characters;

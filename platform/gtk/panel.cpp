@@ -5,6 +5,7 @@
 
 #include "platform/gtk/controls.hpp"
 #include "platform/gtk/menus.hpp"
+#include "platform/gtk/mnemonics.hpp"
 #include "platform/gtk/stepper.hpp"
 #include "platform/gtk/text_box.hpp"
 
@@ -39,17 +40,17 @@ Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
   connectSteppers();
   connectActions(owner);
   connectPicture();
+  if (view_ != nullptr) view_->signal_map().connect(sigc::mem_fun(*this, &Panel::showMnemonics));
 }
 
 // A widget's class tells which of the controls it is.
 std::unique_ptr<NibObject> Panel::wrap(Glib::Object* object) {
-  if (auto* label = dynamic_cast<Gtk::Label*>(object)) return std::make_unique<TextLabel>(*label, mnemonics_);
+  if (auto* label = dynamic_cast<Gtk::Label*>(object)) return std::make_unique<TextLabel>(*label);
   if (auto* entry = dynamic_cast<Gtk::Entry*>(object)) return std::make_unique<TextBox>(*entry);
   if (auto* box = dynamic_cast<Gtk::Box*>(object)) return Stepper::make(*box);
   if (auto* menu = dynamic_cast<Gtk::ComboBoxText*>(object)) return std::make_unique<PopUpButton>(*menu);
-  if (auto* check = dynamic_cast<Gtk::CheckButton*>(object))
-    return std::make_unique<CheckBox>(*check, mnemonics_);
-  if (auto* button = dynamic_cast<Gtk::Button*>(object)) return std::make_unique<Button>(*button, mnemonics_);
+  if (auto* check = dynamic_cast<Gtk::CheckButton*>(object)) return std::make_unique<CheckBox>(*check);
+  if (auto* button = dynamic_cast<Gtk::Button*>(object)) return std::make_unique<Button>(*button);
   return nullptr;
 }
 
@@ -84,6 +85,17 @@ void Panel::connectPicture() {
   for (std::size_t side = 0; side < kMargins.size(); ++side)
     labelled(shown.margins.at(side), kMargins.at(side).label, kMargins.at(side).textBox);
   if (complete) picture_ = std::make_unique<SheetPicture>(*area, shown);
+}
+
+// Each time that the view comes up: the rest of its window may have changed.
+void Panel::showMnemonics() const {
+  Mnemonics mnemonics(view_->gobj());
+  const auto show = [&](std::string_view outlet) {
+    if (auto* titled = controlOf<Titled>(outlet)) titled->showMnemonic(mnemonics);
+  };
+  for (const auto* outlet : {"tandemTrimValid", "labelDirection", "labelPosition"}) show(outlet);
+  for (const auto& margin : kMargins) show(margin.label);
+  show("defaultButton");
 }
 
 void Panel::setPaperSize(double width, double height) {

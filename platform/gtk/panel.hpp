@@ -7,7 +7,6 @@
 
 #include <gtkmm/builder.h>
 
-#include "platform/gtk/mnemonics.hpp"
 #include "platform/gtk/sheet_picture.hpp"
 #include "platform/nib.hpp"
 
@@ -15,7 +14,7 @@ namespace tandemtrim::platform::gtk {
 
 /// A loaded nib: its widgets, the controls around them and the panel's view. The widgets live as long as it,
 /// and longer in a window that holds the view; they do nothing then.
-class Panel : public LoadedNib, public View {
+class Panel : public LoadedNib, public View, public sigc::trackable {
  public:
   /// Wraps those of the description's objects that bear the name of an outlet.
   Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner);
@@ -33,10 +32,11 @@ class Panel : public LoadedNib, public View {
   [[nodiscard]] NibObject* control(std::string_view outlet) const;
 
  private:
-  [[nodiscard]] std::unique_ptr<NibObject> wrap(Glib::Object* object);
+  [[nodiscard]] static std::unique_ptr<NibObject> wrap(Glib::Object* object);
   void connectSteppers() const;
   void connectActions(NibOwner& owner) const;
   void connectPicture();
+  void showMnemonics() const;
   template <class Class>
   [[nodiscard]] Class* controlOf(std::string_view outlet) const {
     return dynamic_cast<Class*>(control(outlet));
@@ -44,7 +44,6 @@ class Panel : public LoadedNib, public View {
 
   Glib::RefPtr<Gtk::Builder> description_;
   Gtk::Widget* view_;
-  Mnemonics mnemonics_;
   std::map<std::string, std::unique_ptr<NibObject>, std::less<>> controls_;
   std::unique_ptr<SheetPicture> picture_;
 };

@@ -50,7 +50,7 @@ Ref<GdkTexture> painted(GtkWidget* window, const graphene_rect_t& bounds) {
 int Colour::saturation() const { return std::max({red, green, blue}) - std::min({red, green, blue}); }
 
 double contrast(Colour one, Colour other) {
-  const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+  const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
   return (lighter + 0.05) / (darker + 0.05);
 }
 

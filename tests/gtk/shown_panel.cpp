@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include <cups/ppd.h>
+#include <gtk/gtkunixprint.h>
 
 #include "platform/linux/bundle.hpp"
 #include "plugin/plugin.hpp"
@@ -17,6 +18,23 @@ void setTheStage(const Circumstances& circumstances) {
                "gtk-xft-dpi", static_cast<int>(kUsualDpi * circumstances.textScale), "gtk-enable-animations",
                FALSE, "gtk-cursor-blink", FALSE, nullptr);
   gtk_widget_set_default_direction(circumstances.language == "ar" ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
+}
+
+GtkWindow* windowAround(GtkWidget* view, const std::string& title, bool printDialog) {
+  auto* const label = gtk_label_new(title.c_str());
+  if (printDialog) {
+    auto* const dialog = gtk_print_unix_dialog_new("Print", nullptr);
+    gtk_print_unix_dialog_add_custom_tab(GTK_PRINT_UNIX_DIALOG(dialog), view, label);
+    auto* const notebook = gtk_widget_get_ancestor(view, GTK_TYPE_NOTEBOOK);
+    gtk_notebook_set_current_page(GTK_NOTEBOOK(notebook),
+                                  gtk_notebook_page_num(GTK_NOTEBOOK(notebook), view));
+    return GTK_WINDOW(dialog);
+  }
+  auto* const notebook = gtk_notebook_new();
+  gtk_notebook_append_page(GTK_NOTEBOOK(notebook), view, label);
+  auto* const window = gtk_window_new();
+  gtk_window_set_child(GTK_WINDOW(window), notebook);
+  return GTK_WINDOW(window);
 }
 
 }  // namespace
@@ -42,18 +60,18 @@ ShownPanel::ShownPanel(const Circumstances& circumstances) : job_(std::make_shar
   if (!plugin.initWithBundle(platform::linux::Bundle::open(BUNDLE, reason, {circumstances.language})))
     throw std::runtime_error(reason);
   panel_ = std::move(plugin.PDEPanelsForType(platform::kPrintDialogExtensionType, job_)->front());
-  auto* const notebook = gtk_notebook_new();
-  gtk_notebook_append_page(GTK_NOTEBOOK(notebook), root(), gtk_label_new(panel_->panelName().c_str()));
+  auto* const view = root();
   panel_->willShow();
-  auto* const window = GTK_WINDOW(gtk_window_new());
-  gtk_window_set_child(window, notebook);
-  person_ = std::make_unique<Person>(window);
+  person_ = std::make_unique<Person>(windowAround(view, panel_->panelName(), circumstances.inPrintDialog));
 }
 
 ShownPanel::~ShownPanel() { person_.reset(); }
 
 GtkWidget* ShownPanel::widget(const std::string& name) {
-  auto* const found = findWidget(root(), name);
+  auto* const found = findWidget(root(), [&](GtkWidget* widget) {
+    const char* const own = gtk_buildable_get_buildable_id(GTK_BUILDABLE(widget));
+    return own != nullptr && name == own;
+  });
   if (found == nullptr) throw std::out_of_range("the panel has no widget " + name);
   return found;
 }
@@ -68,14 +86,22 @@ std::optional<std::string> ShownPanel::stored(const std::string& key) const {
   return value;
 }
 
-GtkWidget* findWidget(GtkWidget* root, const std::string& name) {
-  const char* const own = gtk_buildable_get_buildable_id(GTK_BUILDABLE(root));
-  if (own != nullptr && name == own) return root;
+GtkWidget* findWidget(GtkWidget* root, const std::function<bool(GtkWidget*)>& fits) {
+  if (fits(root)) return root;
   for (auto* child = gtk_widget_get_first_child(root); child != nullptr;
        child = gtk_widget_get_next_sibling(child)) {
-    if (auto* const found = findWidget(child, name)) return found;
+    if (auto* const found = findWidget(child, fits)) return found;
   }
   return nullptr;
+}
+
+std::vector<GtkWidget*> widgetsOf(GtkWidget* root, GType type) {
+  std::vector<GtkWidget*> found;
+  findWidget(root, [&](GtkWidget* widget) {
+    if (g_type_is_a(G_OBJECT_TYPE(widget), type) != FALSE) found.push_back(widget);
+    return false;
+  });
+  return found;
 }
 
 }  // namespace tandemtrim::test

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <array>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <gtk/gtk.h>
 
@@ -20,12 +23,18 @@ struct Circumstances {
   bool dark = false;
   /// How much larger texts are than usual.
   double textScale = 1;
+  /// Shown in GTK's own print dialog, else in a plain window.
+  bool inPrintDialog = false;
   /// What the job's print settings hold.
   std::map<std::string, std::string> stored = {{"MVTandemTrim", "On"}};
 };
 
-/// The panel of the built bundle for the sample printer, on a page of a notebook as in the print dialog, and
-/// a person in front of it.
+/// The languages that the built bundle speaks.
+inline constexpr std::array<const char*, 10> kLanguages{"en", "de", "fr",      "es", "it",
+                                                        "nl", "ja", "zh-Hans", "ko", "ar"};
+
+/// The panel of the built bundle for the sample printer, on a page of a notebook, and a person in
+/// front of it.
 class ShownPanel {
  public:
   explicit ShownPanel(const Circumstances& circumstances = {});
@@ -36,6 +45,7 @@ class ShownPanel {
 
   [[nodiscard]] platform::PrintPanel& panel() { return *panel_; }
   [[nodiscard]] platform::View& view() { return *panel_->panelView(); }
+  [[nodiscard]] GtkWidget* window() { return GTK_WIDGET(gtk_widget_get_root(root())); }
   [[nodiscard]] GtkWidget* root() { return GTK_WIDGET(view().toolkitView()); }
   [[nodiscard]] Person& person() { return *person_; }
   /// The widget of this name in the nib; one that is missing raises std::out_of_range.
@@ -55,7 +65,10 @@ class ShownPanel {
   std::unique_ptr<Person> person_;
 };
 
-/// The widget below `root` that has this name in the nib, or null.
-GtkWidget* findWidget(GtkWidget* root, const std::string& name);
+/// The first widget at or below `root` for which `fits` is true, or null.
+GtkWidget* findWidget(GtkWidget* root, const std::function<bool(GtkWidget*)>& fits);
+
+/// All widgets at and below `root` of this type.
+std::vector<GtkWidget*> widgetsOf(GtkWidget* root, GType type);
 
 }  // namespace tandemtrim::test
