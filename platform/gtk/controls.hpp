@@ -38,13 +38,22 @@ class TitledControlOf : public ControlOf<Class, Widget>, public Titled {
     title_ = title;
     this->widget().set_use_underline(false);
     this->widget().set_label(title_);
+    speakTitle();
   }
   void showMnemonic(Mnemonics& mnemonics) override {
     this->widget().set_use_underline();
     this->widget().set_label(mnemonics.mark(title_));
+    speakTitle();
   }
 
  private:
+  // The toolkit would have a screen reader speak the mark of the mnemonic, and the text twice.
+  void speakTitle() {
+    auto* const accessible = GTK_ACCESSIBLE(this->widget().gobj());
+    gtk_accessible_reset_relation(accessible, GTK_ACCESSIBLE_RELATION_LABELLED_BY);
+    gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, title_.c_str(), -1);
+  }
+
   std::string title_;
 };
 

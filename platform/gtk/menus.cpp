@@ -29,6 +29,24 @@ void ignoreWheel(GtkWidget* menu) {
   g_object_unref(controllers);
 }
 
+// The part of a menu that takes the keyboard, and of which a screen reader therefore speaks.
+GtkWidget* buttonOf(GtkWidget* menu) {
+  auto* child = gtk_widget_get_first_child(menu);
+  while (child != nullptr && !GTK_IS_TOGGLE_BUTTON(child))
+    child = GTK_IS_BOX(child) ? gtk_widget_get_first_child(child) : gtk_widget_get_next_sibling(child);
+  return child;
+}
+
+// The menu's name is its button's as well.
+void nameButton(GtkWidget* menu) {
+  auto* const button = buttonOf(menu);
+  GList* const labels = gtk_widget_list_mnemonic_labels(menu);
+  if (button != nullptr && labels != nullptr)
+    gtk_accessible_update_relation(GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_RELATION_LABELLED_BY, labels->data,
+                                   nullptr, -1);
+  g_list_free(labels);
+}
+
 }  // namespace
 
 std::optional<std::string> MenuItem::column(int column) const {
@@ -48,6 +66,15 @@ PopUpButton::PopUpButton(Gtk::ComboBoxText& menu) : ControlOf(menu) {
   const int count = gtk_tree_model_iter_n_children(modelOf(menu), nullptr);
   for (int index = 0; index < count; ++index) items_.emplace_back(menu, index);
   ignoreWheel(GTK_WIDGET(menu.gobj()));
+  nameButton(GTK_WIDGET(menu.gobj()));
+  menu.signal_changed().connect(sigc::mem_fun(*this, &PopUpButton::tellChoice));
+}
+
+// The button's name does not say what is chosen.
+void PopUpButton::tellChoice() {
+  if (auto* const button = buttonOf(GTK_WIDGET(widget().gobj())))
+    gtk_accessible_update_property(GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
+                                   widget().get_active_text().c_str(), -1);
 }
 
 MenuItem* PopUpButton::selectedItem() {

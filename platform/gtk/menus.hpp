@@ -43,6 +43,8 @@ class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::ComboBoxText> {
   void selectItemWithTitle(std::string_view title) override;
 
  private:
+  void tellChoice();
+
   std::vector<MenuItem> items_;
 };
 

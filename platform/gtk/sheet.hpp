@@ -16,8 +16,8 @@ struct Sheet {
   double bottom = 0;
   double left = 0;
   double right = 0;
-  std::optional<Feed> feed;
-  std::optional<Position> position;
+  std::optional<Feed> feed = std::nullopt;
+  std::optional<Position> position = std::nullopt;
 };
 
 struct Rectangle {

@@ -19,7 +19,6 @@ const Shot kShots[] = {
     {"off", {.stored = kOff}},
     {"german", {.language = "de"}},
     {"arabic", {.language = "ar"}},
-    {"japanese", {.language = "ja"}},
     {"dark", {.dark = true}},
     {"dark-off", {.dark = true, .stored = kOff}},
     {"large-text", {.language = "de", .textScale = 2}},
