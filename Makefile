@@ -44,6 +44,7 @@ lint: ## formatting, clang-tidy, the man page and the scripts
 	desktop-file-validate packaging/desktop/*.desktop
 	appstreamcli validate --no-net packaging/desktop/*.metainfo.xml
 	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"
+	pyflakes3 $$(git ls-files '*.py')
 	bash -n packaging/install-dependencies.sh .ci/run
 
 format: ## apply the formatting

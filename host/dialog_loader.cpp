@@ -54,7 +54,6 @@ bool wantsDialog(const CommandLine& line) {
 
 std::optional<SentJob> showDialog(const CommandLine& line, const Note& note) {
   if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);
-  openDocuments(line.files);
   DialogResult result;
   loadModule()(line, note, result);
   if (result.failure) throw Failure(*result.failure);

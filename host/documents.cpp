@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -27,6 +28,7 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
   struct stat status {};
   if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
     size_ = static_cast<std::uint64_t>(status.st_size);
+  start_ = ftello(file_);
   filled_ = fill();
   if (filled_ == 0)
     throw Failure(place_ + " is empty; nothing was sent. Give a document with something in it");
@@ -43,7 +45,28 @@ std::size_t Document::fill() {
   return count;
 }
 
+void Document::keep() {
+  if (start_ >= 0) return;
+  std::unique_ptr<std::FILE, Closed> copy(std::tmpfile());
+  const auto write = [&](std::span<const char> piece) {
+    return std::fwrite(piece.data(), 1, piece.size(), copy.get()) == piece.size();
+  };
+  if (!copy || !read(write) || std::fflush(copy.get()) != 0) {
+    throw Failure(place_ + " cannot be kept until it is printed: " + std::strerror(errno) +
+                  "; nothing was sent. Make room in " + std::filesystem::temp_directory_path().string() +
+                  " or give a file");
+  }
+  opened_ = std::move(copy);
+  file_ = opened_.get();
+  size_ = static_cast<std::uint64_t>(ftello(file_));
+  start_ = 0;
+}
+
 bool Document::read(const std::function<bool(std::span<const char>)>& take) {
+  if (std::exchange(begun_, true)) {
+    if (fseeko(file_, start_, SEEK_SET) != 0) throw unreadable();
+    filled_ = fill();
+  }
   for (; filled_ > 0; filled_ = fill()) {
     if (!take(std::span(buffer_.data(), filled_))) return false;
   }

@@ -9,11 +9,14 @@
 #include <string>
 #include <vector>
 
+#include <sys/types.h>
+
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {
 
-/// One open document to print. What it opens is what it sends, even if the file is replaced meanwhile.
+/// One open document to print. What it opens is what it sends, however often, even if the file is replaced
+/// meanwhile.
 class Document {
  public:
   /// Opens the file, or standard input for "-", and reads its beginning. Failure when it cannot be read or is
@@ -25,8 +28,11 @@ class Document {
   /// In bytes; none when it is not known before the end.
   [[nodiscard]] std::optional<std::uint64_t> size() const noexcept { return size_; }
 
+  /// Copies what comes through a pipe to a file without a name, so that it can be read more than once.
+  /// Failure when there is no room for it.
+  void keep();
   /// Hands the whole document over, piece by piece, as long as `take` gives true; whether all of it was
-  /// taken. Failure when reading fails midway. Once only.
+  /// taken. Failure when reading fails midway. Through a pipe once only.
   bool read(const std::function<bool(std::span<const char>)>& take);
 
  private:
@@ -43,6 +49,9 @@ class Document {
   std::optional<std::uint64_t> size_;
   std::unique_ptr<std::FILE, Closed> opened_;
   std::FILE* file_ = nullptr;
+  // Where the document begins in its file; -1 in a pipe.
+  off_t start_ = -1;
+  bool begun_ = false;
   std::vector<char> buffer_;
   std::size_t filled_ = 0;
 };

@@ -5,6 +5,8 @@
 namespace tandemtrim::host {
 namespace {
 
+constexpr int kReconnect = 1000;  // milliseconds
+
 // A job that is cancelled unless it is sent completely.
 class UnfinishedJob {
  public:
@@ -23,7 +25,11 @@ class UnfinishedJob {
   UnfinishedJob(const UnfinishedJob&) = delete;
   UnfinishedJob& operator=(const UnfinishedJob&) = delete;
   ~UnfinishedJob() {
-    if (number_ != 0) cupsCancelJob2(connection_.get(), printer_.name.c_str(), number_, 0);
+    if (number_ == 0) return;
+    // A connection in the middle of a document takes no other request.
+    if (httpGetState(connection_.get()) != HTTP_STATE_WAITING)
+      httpReconnect2(connection_.get(), kReconnect, nullptr);
+    cupsCancelJob2(connection_.get(), printer_.name.c_str(), number_, 0);
   }
 
   void send(Document& document, const std::string& format, bool last, const Progress& progress) const {

@@ -13,7 +13,8 @@
 
 namespace tandemtrim::host {
 
-/// Tells how much of a document is on its way: its name, the bytes sent and, when it is known, its size.
+/// Tells how much of a document is on its way: its name, the bytes sent and, when it is known, its size. What
+/// it raises ends the sending.
 using Progress =
     std::function<void(const std::string& name, std::uint64_t sent, std::optional<std::uint64_t> size)>;
 

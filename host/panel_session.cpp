@@ -38,6 +38,10 @@ PanelView& viewOf(const std::string& bundle, platform::PrintPanel& panel) {
   return *memoryView;
 }
 
+std::vector<ControlState> controlsOf(const std::string& bundle, const PanelView& view) {
+  return callPlugin(bundle, "its view", [&] { return settingControls(view); });
+}
+
 // A panel lists its keywords in the order in which its controls stand from top to bottom. That is how a host
 // that knows neither finds the control of a keyword.
 std::vector<SettingLimits> limitsOf(const std::string& bundle, const std::vector<ControlState>& controls,
@@ -130,7 +134,7 @@ std::vector<IllegalValue> illegalValues(const LoadedPlugin& plugin,
   const auto keywords =
       callPlugin(plugin.bundle, "supportedPPDOptionKeys", [&] { return panel.supportedPPDOptionKeys(); });
   auto& view = viewOf(plugin.bundle, panel);
-  const auto controls = settingControls(view);
+  const auto controls = controlsOf(plugin.bundle, view);
   const auto limits = limitsOf(plugin.bundle, controls, keywords);
   std::vector<IllegalValue> illegal;
   for (std::size_t i = 0; i < controls.size(); ++i) {
@@ -154,12 +158,11 @@ PanelResult playPanel(const LoadedPlugin& plugin, platform::PrintSettings& setti
   auto& view = viewOf(bundle, panel);
   callPlugin(bundle, "willShow", [&] { panel.willShow(); });
   PanelResult result;
-  const auto controls = [&] { return callPlugin(bundle, "its view", [&] { return settingControls(view); }); };
-  result.limits = limitsOf(bundle, controls(), keywords);
+  result.limits = limitsOf(bundle, controlsOf(bundle, view), keywords);
 
   const auto before = storedValues(settings, keywords);
   const auto setAnew = callPlugin(bundle, "what the person did", [&] { return act(view, inputs, note); });
-  if (!force) refuseIllegalValues(controls(), result.limits, setAnew, before);
+  if (!force) refuseIllegalValues(controlsOf(bundle, view), result.limits, setAnew, before);
   save(bundle, panel);
   if (force) putBack(settings, result.limits, setAnew, before);
   for (const auto& keyword : keywords) {

@@ -16,7 +16,7 @@ case "${1:-}" in
   package) packages="$build $package" ;;
   test) packages="$build $server $screen $package $tests" ;;
   coverage) packages="$build $server $screen $package $tests gcovr" ;;
-  lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db desktop-file-utils appstream" ;;
+  lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)
     echo "usage: $0 run|test|package|coverage|lint" >&2
     exit 2

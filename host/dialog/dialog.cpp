@@ -30,11 +30,13 @@ bool isOfPanel(const std::string& keyword) {
 Dialog::Dialog(const CommandLine& line, Note note)
     : line_(line),
       note_(std::move(note)),
+      documents_(std::make_shared<std::vector<Document>>(openDocuments(line.files))),
       page_(Gtk::make_managed<PanelPage>()),
       pageTitle_(Gtk::make_managed<Gtk::Label>("Tandem Trim")),
       summary_(Gtk::make_managed<Gtk::Grid>()),
       notice_(Gtk::make_managed<Gtk::Label>()),
       dialog_(std::make_unique<Gtk::PrintUnixDialog>(g_dgettext("gtk40", "Print"))) {
+  for (auto& document : *documents_) document.keep();
   dialog_->set_manual_capabilities(Gtk::PrintCapabilities::PAGE_SET);
   dialog_->set_embed_page_setup();
   dialog_->add_custom_tab(*page_, *pageTitle_);
@@ -72,19 +74,21 @@ std::optional<SentJob> Dialog::run() {
   return sent_;
 }
 
+std::shared_ptr<Dialog::Details> Dialog::detailsOf(const std::optional<std::string>& server,
+                                                   const std::optional<std::string>& printer) {
+  const Connection connection(server);
+  auto details = std::make_shared<Details>();
+  details->printer = findPrinter(connection, printer);
+  details->ppd = queuePpd(connection, details->printer);
+  return details;
+}
+
 // The printer that the command line names, or the person's default one.
 void Dialog::begin() {
   const auto server = line_.server;
   const auto printer = line_.printer;
   inBackground<std::shared_ptr<Details>>(
-      alive_,
-      [server, printer] {
-        const Connection connection(server);
-        auto details = std::make_shared<Details>();
-        details->printer = findPrinter(connection, printer);
-        details->ppd = queuePpd(connection, details->printer);
-        return details;
-      },
+      alive_, [server, printer] { return detailsOf(server, printer); },
       [this](auto outcome) {
         started_ = true;
         if (!outcome.result) {
@@ -170,14 +174,7 @@ void Dialog::readDetails(const std::string& printer) {
   page_->set_visible();
   const auto server = line_.server;
   inBackground<std::shared_ptr<Details>>(
-      alive_,
-      [server, printer] {
-        const Connection connection(server);
-        auto details = std::make_shared<Details>();
-        details->printer = findPrinter(connection, printer);
-        details->ppd = queuePpd(connection, details->printer);
-        return details;
-      },
+      alive_, [server, printer] { return detailsOf(server, printer); },
       [this, printer](auto outcome) { onDetails(printer, std::move(outcome)); });
 }
 
@@ -207,6 +204,7 @@ void Dialog::openPanel(Details& details) {
   pageTitle_->set_text(panel_->title());
   page_->showView(panel_->view());
   page_->help.set_visible(panel_->shouldShowHelp());
+  if (page_->get_mapped()) onTabShown();
   page_->set_visible();
   summary_->set_visible();
   if (panel_->ppd() != nullptr)
@@ -228,8 +226,14 @@ void Dialog::refuseToShow(const std::string& reason) {
   notice_->set_visible();
 }
 
+// The paper is chosen on another page, so that it is told whenever this one comes up.
 void Dialog::onTabShown() {
-  if (panel_) guarded([&] { panel_->willShow(); });
+  if (!panel_) return;
+  const auto paper = dialog_->get_page_setup()->get_paper_size();
+  guarded([&] {
+    panel_->setPaperSize(paper.get_width(Gtk::Unit::MM), paper.get_height(Gtk::Unit::MM));
+    panel_->willShow();
+  });
 }
 
 void Dialog::onTabLeft() {
@@ -282,9 +286,8 @@ void Dialog::showHelp() { tell(localized(kHelpPageText)); }
 
 // What the order takes of the command line: options that neither the panel nor the dialog's pages show.
 Order Dialog::order() {
-  Order order{line_.server, current_, line_.title.value_or(""),
-              line_.files,  {},       page_->useForAllJobs.get_active()};
-  if (order.title.empty()) order.title = openDocuments({line_.files.front()}).front().name();
+  Order order{line_.server, current_, line_.title.value_or(documents_->front().name()),
+              documents_,   {},       page_->useForAllJobs.get_active()};
   for (const auto& option : line_.options) {
     if (option.keyword != "copies") setOption(order.options, option);
   }

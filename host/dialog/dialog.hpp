@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,13 +26,13 @@ namespace tandemtrim::host {
 /// which are gone when the dialog is cancelled.
 class Dialog {
  public:
+  /// Opens the documents; Failure when one of them cannot be read.
   Dialog(const CommandLine& line, Note note);
   Dialog(const Dialog&) = delete;
   Dialog& operator=(const Dialog&) = delete;
   ~Dialog();
 
-  /// Shows the dialog until the person prints or cancels; the job that was sent, or none. Failure when there
-  /// is nothing to print.
+  /// Shows the dialog until the person prints or cancels; the job that was sent, or none.
   std::optional<SentJob> run();
 
  private:
@@ -40,6 +41,9 @@ class Dialog {
     Printer printer;
     PpdHandle ppd;
   };
+  // Runs off the user-interface thread.
+  [[nodiscard]] static std::shared_ptr<Details> detailsOf(const std::optional<std::string>& server,
+                                                          const std::optional<std::string>& printer);
   [[nodiscard]] std::string selectedPrinter() const;
   void begin();
   void select(const std::string& printer, const Glib::RefPtr<Gtk::PrintSettings>& settings);
@@ -58,6 +62,7 @@ class Dialog {
   void warn();
 
   void onResponse(int response);
+  void close();
   void print(bool asItIs);
   void askAboutIllegalValues(const std::vector<IllegalValue>& values);
   [[nodiscard]] Order order();
@@ -80,6 +85,7 @@ class Dialog {
 
   const CommandLine line_;
   const Note note_;
+  const std::shared_ptr<std::vector<Document>> documents_;
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);
   Glib::RefPtr<Glib::MainLoop> loop_ = Glib::MainLoop::create();
   platform::linux::PrintSettings settings_;
@@ -89,6 +95,8 @@ class Dialog {
   bool reading_ = false;
   bool started_ = false;
   bool printWhenRead_ = false;
+  // Says to the job that is on its way, if there is one, that it is not wanted any more.
+  std::shared_ptr<std::atomic<bool>> unwanted_;
   std::optional<SentJob> sent_;
 
   PanelPage* page_ = nullptr;

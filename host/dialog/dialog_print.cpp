@@ -1,5 +1,7 @@
 // What the dialog does when the person presses Print or closes it.
 
+#include <utility>
+
 #include <gtk/gtkunixprint.h>
 
 #include "host/dialog/dialog.hpp"
@@ -20,8 +22,15 @@ void Dialog::onResponse(int response) {
   if (response == Gtk::ResponseType::OK) {
     print(false);
   } else {
-    loop_->quit();
+    close();
   }
+}
+
+// A job that is on its way is called back, which may take as long as its server.
+void Dialog::close() {
+  if (!unwanted_) return loop_->quit();
+  *unwanted_ = true;
+  dialog_->set_visible(false);
 }
 
 void Dialog::allowPrinting(bool allowed) { dialog_->set_response_sensitive(Gtk::ResponseType::OK, allowed); }
@@ -82,8 +91,10 @@ void Dialog::send(const Order& order) {
   allowPrinting(false);
   notice_->set_text(localized(kSendingText));
   notice_->set_visible();
-  const auto progress = [this, alive = std::weak_ptr<void>(alive_)](const std::string& name, auto sent,
-                                                                    auto size) {
+  unwanted_ = std::make_shared<std::atomic<bool>>(false);
+  const auto progress = [this, unwanted = unwanted_, alive = std::weak_ptr<void>(alive_)](
+                            const std::string& name, auto sent, auto size) {
+    if (*unwanted) throw Failure("cancelled");
     Glib::signal_idle().connect_once([this, alive, shown = progressText(name, sent, size)] {
       if (!alive.expired()) notice_->set_text(shown);
     });
@@ -94,8 +105,10 @@ void Dialog::send(const Order& order) {
 }
 
 void Dialog::onSent(const Order& order, const Outcome<SentJob>& outcome) {
+  const bool wanted = !*std::exchange(unwanted_, nullptr);
   notice_->set_visible(false);
   allowPrinting(true);
+  if (!outcome.result && !wanted) return loop_->quit();
   if (!outcome.result) {
     note_(outcome.failure);
     return tell(outcome.failure);

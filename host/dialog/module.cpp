@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include <glibmm/exceptionhandler.h>
 #include <gtk/gtk.h>
 #include <gtkmm/init.h>
 
@@ -22,6 +23,14 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
       return;
     }
     Gtk::init_gtkmm_internals();
+    // What goes wrong while the toolkit calls is told, and the dialog goes on.
+    Glib::add_exception_handler([note] {
+      try {
+        throw;
+      } catch (const std::exception& failure) {
+        note(failure.what());
+      }
+    });
     result.job = Dialog(line, note).run();
   } catch (const std::exception& failure) {
     result.failure = failure.what();

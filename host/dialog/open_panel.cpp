@@ -15,16 +15,19 @@ OpenPanel::OpenPanel(const std::string& bundle, platform::linux::PrintSettings& 
       panels_(openPanels(plugin_, std::make_shared<Callback>(settings_, ppd_.get()))) {
   title_ = call("panelName", [](auto& panel) { return panel.panelName(); });
   keywords_ = call("supportedPPDOptionKeys", [](auto& panel) { return panel.supportedPPDOptionKeys(); });
-  auto* const view = call("panelView", [](auto& panel) { return panel.panelView(); });
-  if (view == nullptr || view->toolkitView() == nullptr)
+  view_ = call("panelView", [](auto& panel) { return panel.panelView(); });
+  if (view_ == nullptr || view_->toolkitView() == nullptr)
     throw unusable(bundle, "its view could not be loaded");
-  view_ = GTK_WIDGET(view->toolkitView());
   // Set-up alone shows nothing of what the settings hold.
   restore();
 }
 
 void OpenPanel::willShow() const {
   call("willShow", [](auto& panel) { panel.willShow(); });
+}
+
+void OpenPanel::setPaperSize(double width, double height) const {
+  call("setPaperSize", [&](auto&) { view_->setPaperSize(width, height); });
 }
 
 bool OpenPanel::shouldHide() const {

@@ -25,11 +25,13 @@ class OpenPanel {
             const Note& note);
 
   [[nodiscard]] const std::string& title() const { return title_; }
-  [[nodiscard]] GtkWidget* view() const { return view_; }
+  [[nodiscard]] GtkWidget* view() const { return GTK_WIDGET(view_->toolkitView()); }
   [[nodiscard]] ppd_file_t* ppd() const { return ppd_.get(); }
   [[nodiscard]] const std::vector<std::string>& keywords() const { return keywords_; }
 
   void willShow() const;
+  /// Tells the panel's view the size of the chosen paper in millimetres.
+  void setPaperSize(double width, double height) const;
   [[nodiscard]] bool shouldHide() const;
   [[nodiscard]] bool shouldShowHelp() const;
   [[nodiscard]] bool shouldPrint() const;
@@ -54,7 +56,7 @@ class OpenPanel {
   LoadedPlugin screenless_;
   std::unique_ptr<platform::PanelList> panels_;
   std::string title_;
-  GtkWidget* view_ = nullptr;
+  platform::View* view_ = nullptr;
   std::vector<std::string> keywords_;
 };
 

@@ -12,7 +12,8 @@ SentJob carryOut(const Order& order, const Progress& progress) {
   const Connection connection(order.server);
   const auto printer = findPrinter(connection, order.printer);
   checkState(printer, [](const std::string& waiting) { throw Failure(waiting + "; nothing was sent"); });
-  auto documents = openDocuments(order.files);
+  auto& documents = *order.documents;
+  progress(documents.front().name(), 0, documents.front().size());
   if (order.useForAllJobs) saveAsDefault(connection, printer, order.options);
   const auto confirmable = optionsOfTheJob(order.options);
   SentJob job{0, printer.name, confirmable.size(), std::nullopt};

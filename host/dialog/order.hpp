@@ -1,10 +1,11 @@
 #pragma once
 
-#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "host/documents.hpp"
 #include "host/job.hpp"
 #include "host/options.hpp"
 #include "host/report.hpp"
@@ -17,14 +18,15 @@ struct Order {
   /// As findPrinter() takes it.
   std::string printer;
   std::string title;
-  std::vector<std::string> files;
+  std::shared_ptr<std::vector<Document>> documents;
   Options options;
   /// Whether the options become the person's defaults for the printer, too.
   bool useForAllJobs = false;
 };
 
 /// Sends the job and asks the server what it holds of it. Failure when the server, the printer or a document
-/// refuses; a stopped printer refuses too, since the person is there to choose another.
+/// refuses; a stopped printer refuses too, since the person is there to choose another. `progress` is asked
+/// once before there is a job.
 SentJob carryOut(const Order& order, const Progress& progress);
 
 }  // namespace tandemtrim::host

@@ -185,6 +185,11 @@ class CupsDaemon:
         self._server.send_signal(signal.SIGCONT)
         self._frozen = False
 
+    def kill(self):
+        """The server is gone at once, and so is its port."""
+        self._server.kill()
+        self._server.wait()
+
     def stop(self):
         """Ends the server and removes all its files."""
         if self._server is not None and self._server.poll() is None:

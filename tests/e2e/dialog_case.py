@@ -1,6 +1,7 @@
 """What the tests of the print dialog have in common: the dialog on a screen, and a person who sees it by accessibility."""
 
 import os
+import re
 import subprocess
 import time
 
@@ -9,7 +10,8 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
-from terminal_case import MARGINS, PROGRAM, SAMPLE, TerminalCase  # noqa: E402,F401
+from private_cups import PrivateCups  # noqa: E402
+from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase  # noqa: E402
 
 SCREEN = ("DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "GDK_BACKEND", "GSK_RENDERER")
 PATIENCE = 20  # seconds until what a person waits for counts as missing
@@ -45,11 +47,22 @@ def has(node, state):
     return node.get_state_set().contains(state)
 
 
+def name_of(node):
+    """Its name as it is meant: the toolkit gives the name of a button with a mnemonic as "_Print Print"."""
+    name = (node.get_name() or "").replace("_", "")
+    half = name[: len(name) // 2]
+    return half if name == f"{half} {half}" else name
+
+
 class PrintDialog:
     """A running dialog as a person uses it: everything is found by its role and its name."""
 
-    def __init__(self, command, environment):
-        self.process = subprocess.Popen(command, env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+    def __init__(self, command, environment, content=b""):
+        pipes = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.PIPE)
+        self.process = subprocess.Popen(command, env=environment, text=True, **pipes)
+        with self.process.stdin as pipe:
+            pipe.buffer.write(content)
+        self.process.stdin = None
         self.application = until(self._find, "the dialog")
         self.window = until(lambda: self.look("dialog", ""), "the dialog's window")
 
@@ -62,11 +75,14 @@ class PrintDialog:
         return None
 
     def look(self, role, name):
-        """The first thing of this role whose name or description holds this text, or none."""
-        for node in within(self.application):
-            if node.get_role_name() != role:
-                continue
-            if name in (node.get_name() or "").replace("_", "") or name in (node.get_description() or ""):
+        """The thing of this role and this name, else the first one whose name or description holds this text, or none."""
+        nodes = [node for node in within(self.application) if node.get_role_name() == role]
+        texts = [(name_of(node), node.get_description() or "") for node in nodes]
+        for node, (own, _) in zip(nodes, texts):
+            if own == name:
+                return node
+        for node, (own, description) in zip(nodes, texts):
+            if name in own or name in description:
                 return node
         return None
 
@@ -150,6 +166,11 @@ class PrintDialog:
         menu = self.find("combo box", name)
         Atspi.Selection.select_child(menu, index)
 
+    def choose_by_keys(self, name, *keys):
+        """Opens the menu of this name and goes through it by these keys."""
+        self.click(self.find("combo box", name))
+        self.keys(*keys, "Return")
+
     def select_printer(self, name):
         row = until(lambda: self.look("label", name), f"the printer {name!r}")
         self.click(row)
@@ -166,11 +187,46 @@ class PrintDialog:
 
 
 class DialogCase(TerminalCase):
+    """Each test has a server of its own: some stop it."""
+
+    @classmethod
+    def setUpClass(cls):
+        pass
+
+    def setUp(self):
+        self.cups = PrivateCups()
+        self.addCleanup(self.cups.stop)
+        self.cups.add_queue("Morva", PPD)
+
     def run_command(self, *command):
         subprocess.run(command, env=self.environment(), check=True, capture_output=True)
 
-    def dialog(self, *arguments, ppd_files=(SAMPLE,), **variables):
+    def dialog(self, *arguments, documents=(SAMPLE,), content=b"", **variables):
         environment = self.environment(**{name: os.environ[name] for name in SCREEN if name in os.environ})
-        shown = PrintDialog([PROGRAM, *arguments, *ppd_files], environment | variables)
+        shown = PrintDialog([PROGRAM, *arguments, *documents], environment | variables, content)
         self.addCleanup(shown.close)
         return shown
+
+    def printed(self, dialog, printer="Morva"):
+        """The record of the job that the dialog sent."""
+        status, out, said = dialog.ends()
+        self.assertEqual(status, 0, out + said)
+        confirmation = re.search(rf"job (\d+) on {printer}: (\d+) of \2 options confirmed", out)
+        self.assertIsNotNone(confirmation, out + said)
+        self.cups.wait_for_jobs()
+        (record,) = [record for record in self.cups.records() if record.job == int(confirmation[1])]
+        return record
+
+    def panel(self, *arguments, **variables):
+        dialog = self.dialog("-d", "Morva", *arguments, **variables)
+        dialog.page("Tandem Trim")
+        return dialog
+
+    def live_panel(self, *arguments, **variables):
+        dialog = self.panel(*arguments, **variables)
+        dialog.check("Use Tandem Trim")
+        return dialog
+
+    def assert_nothing_was_sent(self):
+        self.assertEqual(self.cups.jobs(), [])
+        self.assertEqual(self.cups.records(), [])

@@ -1,41 +1,12 @@
 """The print dialog as a person uses it, from the panel to the printer's filter."""
 
-import re
 import unittest
 
 from dialog_case import DialogCase, until
-from terminal_case import BUNDLE, CHANGED, DEFAULTS, MARGINS, PPD, of_panel
+from terminal_case import CHANGED, DEFAULTS, MARGINS, SAMPLE, digest, of_panel
 
 
 class DialogTest(DialogCase):
-    def setUp(self):
-        super().setUp()
-        self.before = self.cups.jobs()
-
-    def printed(self, dialog, printer="Morva"):
-        """The record of the job that the dialog sent."""
-        status, out, said = dialog.ends()
-        self.assertEqual(status, 0, out + said)
-        confirmation = re.search(rf"job (\d+) on {printer}: (\d+) of \2 options confirmed", out)
-        self.assertIsNotNone(confirmation, out + said)
-        self.cups.wait_for_jobs()
-        (record,) = [record for record in self.cups.records() if record.job == int(confirmation[1])]
-        return record
-
-    def panel(self, *arguments, **variables):
-        dialog = self.dialog("-d", "Morva", *arguments, **variables)
-        dialog.page("Tandem Trim")
-        return dialog
-
-    def live_panel(self, *arguments, **variables):
-        dialog = self.panel(*arguments, **variables)
-        dialog.check("Use Tandem Trim")
-        return dialog
-
-    def assert_nothing_was_sent(self):
-        self.assertEqual(self.cups.jobs(), self.before)
-        self.assertEqual(self.cups.records(), [])
-
     def test_what_is_set_at_the_panel_reaches_the_filter(self):
         dialog = self.live_panel()
         dialog.choose("Image Direction", 1)
@@ -145,75 +116,6 @@ class DialogTest(DialogCase):
         self.assertEqual(record.options["x-note"], "kept")
         self.assertEqual(record.copies, 3)
 
-    def test_a_value_that_the_printer_does_not_allow_is_shown_and_can_be_corrected(self):
-        dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
-        self.assertEqual(dialog.text("Left Margin"), "18")
-        dialog.says("does not allow 18")
-        dialog.press("Correct")
-        until(lambda: dialog.text("Left Margin") == "15", "the nearest legal value")
-        dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "15")
-
-    def test_a_value_that_the_printer_does_not_allow_is_asked_about_at_print(self):
-        dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
-        dialog.press("Print")
-        dialog.press("Send As It Is")
-        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "18")
-
-    def test_a_stopped_queue_is_told_and_print_stays_ready(self):
-        self.addCleanup(self.run_command, "cupsenable", "Morva")
-        self.run_command("cupsdisable", "Morva")
-        dialog = self.live_panel()
-        dialog.type("Top Margin", "11")
-        dialog.press("Print")
-        dialog.says("cupsenable")
-        dialog.press("Close")
-        self.assert_nothing_was_sent()
-        self.run_command("cupsenable", "Morva")
-        dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
-
-    def test_a_rejecting_queue_cannot_be_printed_to_until_it_accepts_again(self):
-        self.addCleanup(self.run_command, "cupsaccept", "Morva")
-        self.run_command("cupsreject", "Morva")
-        dialog = self.live_panel()
-        dialog.type("Top Margin", "11")
-        self.assertFalse(dialog.is_live("push button", "Print"))
-        self.run_command("cupsaccept", "Morva")
-        dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
-
-    def test_another_printer_shows_its_own_limits(self):
-        narrow = self.temporary_folder() / "narrow.ppd"
-        narrow.write_text(PPD.read_text().replace('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"'))
-        self.cups.add_queue("Narrow", narrow)
-        self.addCleanup(self.cups.remove, "Narrow")
-        dialog = self.live_panel()
-        dialog.type("Top Margin", "14")
-        dialog.page("General")
-        dialog.select_printer("Narrow")
-        dialog.page("Tandem Trim")
-        dialog.says("does not allow 14")
-        self.assertEqual(dialog.text("Top Margin"), "14")
-        dialog.press("Correct")
-        until(lambda: dialog.text("Top Margin") == "8", "the nearest legal value")
-        dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog, "Narrow").options)[MARGINS["Top"]], "8")
-
-    def test_a_printer_without_the_panel_has_no_page_and_gets_none_of_its_options(self):
-        plain = self.temporary_folder() / "plain.ppd"
-        lines = PPD.read_text().splitlines(keepends=True)
-        plain.write_text("".join(line for line in lines if not line.startswith("*APDialogExtension")))
-        self.cups.add_queue("Plain", plain)
-        self.addCleanup(self.cups.remove, "Plain")
-        dialog = self.live_panel()
-        dialog.page("General")
-        dialog.select_printer("Plain")
-        until(lambda: not dialog.shows("check box", "Use Tandem Trim"), "the panel to go")
-        dialog.press("Print")
-        record = self.printed(dialog, "Plain")
-        self.assertEqual(record.queue, "Plain")
-
     def test_it_speaks_the_persons_language(self):
         names = {
             "de": ("Oberer Rand", "Für alle meine Aufträge verwenden"),
@@ -244,32 +146,18 @@ class DialogTest(DialogCase):
         self.assertEqual(titles, ["Top Margin:"])
         self.assertNotIn("Advanced", dialog.labels())
 
-    def test_broken_plugins_leave_a_dialog_that_prints(self):
-        broken = {"nothing in it": [], "no module": ["Contents/Info.plist"]}
-        for what, kept in broken.items():
-            with self.subTest(what):
-                folder = self.temporary_folder()
-                bundle = folder / "TandemTrim.bundle"
-                (bundle / "Contents").mkdir(parents=True)
-                for name in kept:
-                    (bundle / name).write_bytes((BUNDLE / name).read_bytes())
-                dialog = self.dialog("-d", "Morva", "--plugin", str(folder))
-                dialog.says("Tandem Trim settings are not available")
-                dialog.press("Print")
-                record = self.printed(dialog)
-                self.assertEqual(of_panel(record.options), {})
+    def test_the_picture_has_the_size_of_the_paper(self):
+        dialog = self.live_panel()
+        dialog.find("image", "210 × 297 mm")
+        dialog.page("Page Setup")
+        dialog.choose_by_keys("Paper size", "Down")
+        dialog.page("Tandem Trim")
+        dialog.find("image", "297 × 420 mm")
 
-    def test_a_server_that_falls_silent_is_told_and_print_stays_ready(self):
-        dialog = self.live_panel(TANDEM_TRIM_TIMEOUT="1")
-        dialog.type("Top Margin", "11")
-        self.cups.freeze()
-        self.addCleanup(self.cups.thaw)
+    def test_what_comes_through_a_pipe_is_printed_whole(self):
+        dialog = self.dialog("-d", "Morva", documents=["-"], content=SAMPLE.read_bytes())
         dialog.press("Print")
-        dialog.says("127.0.0.1")
-        dialog.press("Close")
-        self.cups.thaw()
-        dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
+        self.assertEqual(self.printed(dialog).sha256, digest(SAMPLE))
 
 
 if __name__ == "__main__":

@@ -1,7 +1,6 @@
 """What is installed works from where it is, and goes without a trace."""
 
 import os
-import pathlib
 import subprocess
 import unittest
 

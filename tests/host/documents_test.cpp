@@ -1,6 +1,10 @@
 #include "host/documents.hpp"
 
+#include <fstream>
+#include <thread>
+
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
@@ -45,6 +49,33 @@ TEST(ADocument, ThatIsMissingUnreadableOrEmptyIsRefusedByName) {
     EXPECT_EQ(failure.exitStatus(), kFailed);
     EXPECT_THAT(failure.what(), HasSubstr(std::filesystem::path(file).filename().string()));
   }
+}
+
+TEST(ADocument, IsReadAgainAsItWasOpened) {
+  const test::TemporaryFolder folder;
+  const std::string text(200'001, 'x');
+  const auto file = folder.write("report.pdf", text);
+  Document document(file);
+  document.read([](auto) { return false; });
+  std::filesystem::remove(file);
+  EXPECT_EQ(contentOf(document), text);
+  EXPECT_EQ(contentOf(document), text);
+}
+
+TEST(ADocument, ThatComesThroughAPipeIsKept) {
+  const test::TemporaryFolder folder;
+  const auto file = (folder.path() / "pipe").string();
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  const std::string text(200'001, 'x');
+  std::thread writer([&] { std::ofstream(file) << text; });
+  Document document(file);
+  EXPECT_EQ(document.size(), std::nullopt);
+  document.keep();
+  writer.join();
+  EXPECT_EQ(document.size(), text.size());
+  EXPECT_EQ(document.name(), "pipe");
+  EXPECT_EQ(contentOf(document), text);
+  EXPECT_EQ(contentOf(document), text);
 }
 
 TEST(Documents, AreOpenedInTheirOrder) {

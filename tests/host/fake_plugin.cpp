@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include <dlfcn.h>
+
 #include "platform/extension.hpp"
 #include "platform/memory/panel_view.hpp"
 
@@ -66,6 +68,14 @@ class FakeView : public memory::PanelView {
                     .selected = {}};
   }
 
+  // In a program that has the toolkit, the view is a label of it.
+  [[nodiscard]] void* toolkitView() override {
+    auto* const toolkit = dlopen("libgtk-4.so.1", RTLD_LAZY | RTLD_NOLOAD);
+    if (toolkit == nullptr) return nullptr;
+    using NewLabel = void* (*)(const char*);
+    if (label_ == nullptr) label_ = reinterpret_cast<NewLabel>(dlsym(toolkit, "gtk_label_new"))("Fake");
+    return label_;
+  }
   [[nodiscard]] std::vector<ControlState> controls() const override {
     behaviour_.run("controls");
     return {std::begin(controls_), std::end(controls_)};
@@ -115,6 +125,7 @@ class FakeView : public memory::PanelView {
  private:
   const Behaviour& behaviour_;
   ControlState controls_[5];
+  void* label_ = nullptr;
 };
 
 class FakePanel : public PrintPanel {

@@ -1,0 +1,151 @@
+"""The print dialog before printers that differ, refuse or are gone."""
+
+import unittest
+
+from dialog_case import DialogCase, until
+from terminal_case import MARGINS, PPD, of_panel
+
+LARGE = 400_000_000  # bytes that take a while to send
+
+
+class DialogPrintersTest(DialogCase):
+    def refused_at_print(self, dialog, words):
+        """Presses Print, which is answered by a message with these words and leaves everything as it was."""
+        dialog.type("Top Margin", "11")
+        dialog.press("Print")
+        dialog.says(words)
+        dialog.press("Close")
+        self.assertEqual(dialog.text("Top Margin"), "11")
+        until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
+
+    def test_a_value_that_the_printer_does_not_allow_is_shown_and_can_be_corrected(self):
+        dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
+        self.assertEqual(dialog.text("Left Margin"), "18")
+        dialog.says("does not allow 18")
+        dialog.press("Correct")
+        until(lambda: dialog.text("Left Margin") == "15", "the nearest legal value")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "15")
+
+    def test_a_value_that_the_printer_does_not_allow_is_asked_about_at_print(self):
+        dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
+        dialog.press("Print")
+        dialog.press("Send As It Is")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "18")
+
+    def test_a_stopped_queue_is_told_and_print_stays_ready(self):
+        self.addCleanup(self.run_command, "cupsenable", "Morva")
+        self.run_command("cupsdisable", "Morva")
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "11")
+        dialog.press("Print")
+        dialog.says("cupsenable")
+        dialog.press("Close")
+        self.assert_nothing_was_sent()
+        self.run_command("cupsenable", "Morva")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
+
+    def test_a_rejecting_queue_cannot_be_printed_to_until_it_accepts_again(self):
+        self.addCleanup(self.run_command, "cupsaccept", "Morva")
+        self.run_command("cupsreject", "Morva")
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "11")
+        self.assertFalse(dialog.is_live("push button", "Print"))
+        self.run_command("cupsaccept", "Morva")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
+
+    def test_another_printer_shows_its_own_limits(self):
+        narrow = self.temporary_folder() / "narrow.ppd"
+        narrow.write_text(PPD.read_text().replace('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"'))
+        self.cups.add_queue("Narrow", narrow)
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "14")
+        dialog.page("General")
+        dialog.select_printer("Narrow")
+        dialog.page("Tandem Trim")
+        dialog.says("does not allow 14")
+        self.assertEqual(dialog.text("Top Margin"), "14")
+        dialog.press("Correct")
+        until(lambda: dialog.text("Top Margin") == "8", "the nearest legal value")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog, "Narrow").options)[MARGINS["Top"]], "8")
+
+    def test_a_printer_without_the_panel_has_no_page_and_gets_none_of_its_options(self):
+        plain = self.temporary_folder() / "plain.ppd"
+        lines = PPD.read_text().splitlines(keepends=True)
+        plain.write_text("".join(line for line in lines if not line.startswith("*APDialogExtension")))
+        self.cups.add_queue("Plain", plain)
+        dialog = self.live_panel()
+        dialog.page("General")
+        dialog.select_printer("Plain")
+        until(lambda: not dialog.shows("check box", "Use Tandem Trim"), "the panel to go")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog, "Plain").options), {})
+
+    def test_a_printer_without_a_ppd_has_the_limits_of_the_panel_itself(self):
+        self.cups.add_queue("Raw")
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "14")
+        dialog.page("General")
+        dialog.select_printer("Raw")
+        dialog.page("Tandem Trim")
+        dialog.says("does not allow 14")
+        dialog.says("(0 to 10)")
+        dialog.press("Correct")
+        until(lambda: dialog.text("Top Margin") == "10", "the nearest legal value")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog, "Raw").options)[MARGINS["Top"]], "10")
+
+    def test_a_server_that_falls_silent_is_told_and_print_stays_ready(self):
+        dialog = self.live_panel(TANDEM_TRIM_TIMEOUT="1")
+        dialog.type("Top Margin", "11")
+        self.cups.freeze()
+        self.addCleanup(self.cups.thaw)
+        dialog.press("Print")
+        dialog.says("127.0.0.1")
+        dialog.press("Close")
+        self.cups.thaw()
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
+
+    def test_a_server_that_is_killed_is_told_and_print_stays_ready(self):
+        dialog = self.live_panel()
+        dialog.find("text", "Top Margin")
+        self.cups.kill()
+        self.refused_at_print(dialog, "127.0.0.1")
+
+    def test_a_printer_that_is_gone_is_told_and_print_stays_ready(self):
+        self.cups.add_queue("Other", PPD)
+        dialog = self.live_panel()
+        dialog.find("text", "Top Margin")
+        self.cups.remove("Morva")
+        self.refused_at_print(dialog, "Morva")
+        self.assert_nothing_was_sent()
+
+    def test_a_format_that_is_not_supported_is_told_and_print_stays_ready(self):
+        dialog = self.live_panel("-o", "document-format=application/x-nothing")
+        self.refused_at_print(dialog, "application/x-nothing")
+        self.assertEqual(self.cups.records(), [])
+
+    def test_a_job_on_its_way_can_be_cancelled(self):
+        large = self.temporary_folder() / "large.txt"
+        with large.open("wb") as document:
+            document.truncate(LARGE)
+        dialog = self.panel(documents=[large])
+        dialog.find("text", "Top Margin")
+        dialog.press("Print")
+        until(lambda: self.cups.jobs("not-completed"), "the start of the job")
+        self.cups.freeze()
+        dialog.press("Cancel")
+        until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
+        self.cups.thaw()
+        status, out, said = dialog.ends()
+        self.assertEqual((status, out), (0, ""), said)
+        self.assertEqual(self.cups.jobs("not-completed"), [])
+        self.assertEqual(self.cups.records(), [])
+
+
+if __name__ == "__main__":
+    unittest.main()
