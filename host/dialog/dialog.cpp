@@ -25,6 +25,11 @@ bool isOfPanel(const std::string& keyword) {
   return std::ranges::any_of(kPanelKeywords, [&](const char* own) { return isSameKeyword(own, keyword); });
 }
 
+// GTK's own, which holds all pages of the dialog.
+GtkNotebook* notebookOf(Gtk::Widget& page) {
+  return GTK_NOTEBOOK(gtk_widget_get_ancestor(page.gobj(), GTK_TYPE_NOTEBOOK));
+}
+
 }  // namespace
 
 Dialog::Dialog(const CommandLine& line, Note note)
@@ -45,6 +50,9 @@ Dialog::Dialog(const CommandLine& line, Note note)
   summary_->set_column_spacing(12);
   dialog_->add_custom_tab(*summary_, *Gtk::make_managed<Gtk::Label>(localized(kSummaryText)));
   summary_->set_visible(false);
+  // Until a printer is chosen GTK shows the tabs of all its pages; with these in one row, the dialog would
+  // stay as wide as they.
+  gtk_notebook_set_scrollable(notebookOf(*page_), TRUE);
   notice_->set_wrap();
   notice_->set_xalign(0);
   notice_->set_margin(kMargin);
@@ -240,10 +248,8 @@ void Dialog::onTabLeft() {
   if (!panel_ || !dialog_->get_visible()) return;
   guarded([&] {
     if (panel_->shouldHide()) return;
-    auto* const notebook = gtk_widget_get_ancestor(GTK_WIDGET(page_->gobj()), GTK_TYPE_NOTEBOOK);
-    if (notebook == nullptr) return;
-    const int number = gtk_notebook_page_num(GTK_NOTEBOOK(notebook), GTK_WIDGET(page_->gobj()));
-    gtk_notebook_set_current_page(GTK_NOTEBOOK(notebook), number);
+    auto* const notebook = notebookOf(*page_);
+    gtk_notebook_set_current_page(notebook, gtk_notebook_page_num(notebook, GTK_WIDGET(page_->gobj())));
   });
 }
 

@@ -111,6 +111,9 @@ class PrintDialog:
 
         return until(place, "a place on the screen")
 
+    def width(self):
+        return Atspi.Component.get_extents(self.window, Atspi.CoordType.WINDOW).width
+
     def save_picture(self, path):
         """Saves what the dialog looks like as a PNG file."""
         path.parent.mkdir(parents=True, exist_ok=True)

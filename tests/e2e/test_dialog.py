@@ -128,6 +128,14 @@ class DialogTest(DialogCase):
                 dialog.find("text", of_panel_s)
                 dialog.find("check box", of_dialog_s)
 
+    def test_it_is_no_wider_than_a_small_screen_in_any_language(self):
+        for language in ("en", "de", "fr", "es", "it", "nl", "ja", "zh_CN", "ko", "ar"):
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
+                dialog.find("image", "210 × 297 mm")
+                self.assertLessEqual(dialog.width(), 760)
+                dialog.close()
+
     def test_help_is_there(self):
         dialog = self.panel()
         dialog.press("Help")
