@@ -40,7 +40,7 @@ lint: ## formatting, clang-tidy, the man page and the scripts
 	$(install_dependencies) lint
 	clang-format --dry-run -Werror $(sources)
 	cmake --preset test --log-level=WARNING
-	printf '%s\n' $(checked_by_tidy) | xargs -P 2 -n 4 clang-tidy --quiet -p build/test
+	printf '%s\n' $(checked_by_tidy) | xargs -P 2 -n 4 clang-tidy --quiet -p build/release
 	desktop-file-validate packaging/desktop/*.desktop
 	appstreamcli validate --no-net packaging/desktop/*.metainfo.xml
 	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"
