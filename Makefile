@@ -1,7 +1,7 @@
 # The front of the build; each target installs what it needs and is missing (packaging/install-dependencies.sh).
 install_dependencies = ./packaging/install-dependencies.sh
 build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
-sources = $(shell git ls-files '*.cpp' '*.hpp')
+sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
 checked_by_tidy = $(shell git ls-files 'host/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp')
 
 .PHONY: run test package sanitize coverage lint format install

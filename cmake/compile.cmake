@@ -13,7 +13,7 @@ endif()
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 takes the alternatives that a moved-from std::variant does not hold for uninitialised ones.
-  add_compile_options(-Wno-maybe-uninitialized)
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-maybe-uninitialized>)
 endif()
 include_directories(${PROJECT_SOURCE_DIR})
 

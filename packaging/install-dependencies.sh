@@ -10,6 +10,8 @@ server='cups cups-client cups-filters python3 util-linux'
 screen='xvfb xauth dbus xdotool scrot at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
 package='dpkg-dev file'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot'
+# The bundle for macOS, built on GNUstep where there is no Mac.
+tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
 
 case "${1:-}" in
   run) packages="$build $server $screen" ;;

@@ -33,6 +33,9 @@ class Object {
   using Value = std::variant<std::string, std::int64_t, double, bool, Array, Dictionary, Data, Date>;
 
   explicit Object(Value value) : value_(std::move(value)) {}
+  Object(const Object&) = default;
+  Object& operator=(const Object&) = default;
+  virtual ~Object() = default;
 
   [[nodiscard]] const Value& value() const noexcept { return value_; }
 

@@ -1,0 +1,36 @@
+#include "platform/nib.hpp"
+
+#include "platform/appkit/controllers.hpp"
+#include "platform/appkit/foundation.hpp"
+#include "platform/appkit/retained.hpp"
+#import "platform/appkit/view_controller.h"
+
+namespace tandemtrim::platform {
+namespace {
+
+// The nib's top-level objects.
+class ToolkitNib : public LoadedNib {
+ public:
+  NSMutableArray* objects() const { return objects_.get(); }
+
+ private:
+  appkit::Retained<NSMutableArray> objects_{[NSMutableArray array]};
+};
+
+}  // namespace
+
+bool loadNibNamed(std::string_view name, NibOwner& owner) {
+  auto loaded = std::make_unique<ToolkitNib>();
+  NSMutableArray* kept = loaded->objects();
+  owner.keepLoadedNib(std::move(loaded));
+
+  ::MorvaTTViewControllerKV2* controller = appkit::controllerOf(owner);
+  NSNib* nib = [[[NSNib alloc] initWithNibNamed:appkit::stringOf(name)
+                                         bundle:[NSBundle bundleForClass:[controller class]]] autorelease];
+  NSArray* objects = nil;
+  if (![nib instantiateWithOwner:controller topLevelObjects:&objects]) return false;
+  [kept addObjectsFromArray:objects];
+  return true;
+}
+
+}  // namespace tandemtrim::platform

@@ -1,0 +1,34 @@
+#include "platform/notifications.hpp"
+
+#include "platform/appkit/controllers.hpp"
+#include "platform/appkit/controls.hpp"
+#import "platform/appkit/view_controller.h"
+
+namespace tandemtrim::platform {
+namespace {
+
+// The toolkit's default centre. It calls the observer's own handler, controlTextDidChange:, which leads to
+// where the selector leads.
+class ToolkitCenter : public NotificationCenter {
+ public:
+  void addObserver(const void* observer, Selector /*selector*/, std::string_view /*name*/,
+                   NibObject* object) override {
+    NSString* posted = ::NSControlTextDidChangeNotification;
+    [[NSNotificationCenter defaultCenter] addObserver:appkit::controllerOf(observer)
+                                             selector:@selector(controlTextDidChange:)
+                                                 name:posted
+                                               object:appkit::toolkitObjectOf(object)];
+  }
+  void removeObserver(const void* observer) override {
+    [[NSNotificationCenter defaultCenter] removeObserver:appkit::controllerOf(observer)];
+  }
+};
+
+}  // namespace
+
+NotificationCenter& defaultCenter() {
+  static ToolkitCenter center;
+  return center;
+}
+
+}  // namespace tandemtrim::platform

@@ -1,0 +1,152 @@
+#import "platform/appkit/view_controller.h"
+
+#include "platform/appkit/controllers.hpp"
+#include "platform/appkit/foundation.hpp"
+#include "platform/appkit/raise.hpp"
+
+namespace appkit = tandemtrim::platform::appkit;
+namespace platform = tandemtrim::platform;
+
+// An outlet by its name, the class of its control and the name of its setter. A control of another class
+// connects nothing.
+#define OUTLET(Class, name, setter)                                                                    \
+  -(Class*)name {                                                                                      \
+    return appkit::toolkitObjectOf(core_->name());                                                     \
+  }                                                                                                    \
+  -(void)setter : (Class*)control {                                                                    \
+    appkit::guarded([&] { core_->setter(dynamic_cast<tandemtrim::Class*>([self connect:control])); }); \
+  }
+
+@implementation MorvaTTViewControllerKV2
+
+- (id)initWithCommonInfo:(MorvaTTCommonInfoKV2*)commonInfo {
+  return [self initWithCore:appkit::guarded([&]() -> std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2> {
+                 return tandemtrim::MorvaTTViewControllerKV2::initWithCommonInfo(
+                     commonInfo == nil ? nullptr : [commonInfo core]);
+               })
+                 commonInfo:commonInfo];
+}
+
+- (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2>)core
+        commonInfo:(MorvaTTCommonInfoKV2*)commonInfo {
+  self = [super init];
+  if (self == nil) return nil;
+  if (!core) {
+    [self release];
+    return nil;
+  }
+  core_ = std::move(core);
+  commonInfo_ = commonInfo;
+  connected_ = [[NSMutableArray alloc] init];
+  appkit::guarded([&] { appkit::addController(self, core_.get()); });
+  return self;
+}
+
+// A view may outlive its controller in the host's window: its controls then act on nobody.
+- (void)dealloc {
+  if (core_) {
+    [[self tandemTrimValid] setTarget:nil];
+    [[self defaultButton] setTarget:nil];
+  }
+  core_.reset();
+  appkit::removeController(self);
+  [connected_ release];
+  [super dealloc];
+}
+
+- (NSView*)panelViewWithNibName:(NSString*)nibName {
+  return appkit::guarded(
+      [&] { return appkit::toolkitObjectOf(core_->panelViewWithNibName(appkit::textOf(nibName))); });
+}
+
+- (void)updateView {
+  appkit::guarded([&] { core_->updateView(); });
+}
+
+- (BOOL)restoreNonPPDSettingsFromPrintSettings {
+  return appkit::guarded([&] { return core_->restoreNonPPDSettingsFromPrintSettings(); });
+}
+
+- (BOOL)saveNonPPDSettingsToPrintSettings {
+  return appkit::guarded([&] { return core_->saveNonPPDSettingsToPrintSettings(); });
+}
+
+- (NSMutableDictionary*)summaryInfoWithDispOrderKey:(NSString*)dispOrderKey {
+  return appkit::guarded([&] {
+    return appkit::foundationDictionaryOf(core_->summaryInfoWithDispOrderKey(appkit::textOf(dispOrderKey)));
+  });
+}
+
+- (void)changeTandemTrimValid:(id)sender {
+  (void)sender;
+  appkit::guarded([&] { core_->changeTandemTrimValid(nullptr); });
+}
+
+- (void)setDefaultValue:(id)sender {
+  (void)sender;
+  appkit::guarded([&] { core_->setDefaultValue(nullptr); });
+}
+
+- (void)controlTextDidChange:(NSNotification*)notification {
+  MorvaTTTextBoxKV2* textBox = [notification object];
+  if (textBox == nil) return;
+  appkit::guarded([&] {
+    core_->controlTextDidChange({platform::NSControlTextDidChangeNotification, [textBox component]});
+  });
+}
+
+- (MorvaTTCommonInfoKV2*)commonInfo {
+  return commonInfo_;
+}
+
+- (BOOL)viewIsInited {
+  return core_->viewIsInited();
+}
+
+- (void)setViewIsInited:(BOOL)inited {
+  core_->setViewIsInited(inited);
+}
+
+// The core's object for a control, which stays alive from now on; none for anything that is no control.
+- (platform::NibObject*)connect:(id)control {
+  if (![control respondsToSelector:@selector(component)]) return nullptr;
+  [connected_ addObject:control];
+  return [control component];
+}
+
+OUTLET(MorvaTTTextLabelKV2, labelDirection, setLabelDirection)
+OUTLET(MorvaTTTextLabelKV2, labelPosition, setLabelPosition)
+OUTLET(MorvaTTTextLabelKV2, labelMarginTop, setLabelMarginTop)
+OUTLET(MorvaTTTextLabelKV2, labelMarginBottom, setLabelMarginBottom)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLeft, setLabelMarginLeft)
+OUTLET(MorvaTTTextLabelKV2, labelMarginRight, setLabelMarginRight)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLimitTop, setLabelMarginLimitTop)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLimitBottom, setLabelMarginLimitBottom)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLimitLeft, setLabelMarginLimitLeft)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLimitRight, setLabelMarginLimitRight)
+OUTLET(MorvaTTTextBoxKV2, textBoxMarginTop, setTextBoxMarginTop)
+OUTLET(MorvaTTTextBoxKV2, textBoxMarginBottom, setTextBoxMarginBottom)
+OUTLET(MorvaTTTextBoxKV2, textBoxMarginLeft, setTextBoxMarginLeft)
+OUTLET(MorvaTTTextBoxKV2, textBoxMarginRight, setTextBoxMarginRight)
+OUTLET(MorvaTTStepperKV2, stepperMarginTop, setStepperMarginTop)
+OUTLET(MorvaTTStepperKV2, stepperMarginBottom, setStepperMarginBottom)
+OUTLET(MorvaTTStepperKV2, stepperMarginLeft, setStepperMarginLeft)
+OUTLET(MorvaTTStepperKV2, stepperMarginRight, setStepperMarginRight)
+OUTLET(MorvaTTCheckBoxKV2, tandemTrimValid, setTandemTrimValid)
+OUTLET(MorvaTTPopUpButtonKV2, directionPopUp, setDirectionPopUp)
+OUTLET(MorvaTTPopUpButtonKV2, positionPopUp, setPositionPopUp)
+OUTLET(MorvaTTButtonKV2, defaultButton, setDefaultButton)
+
+- (NSView*)tandemTrimView {
+  return appkit::toolkitObjectOf(core_->tandemTrimView());
+}
+
+- (void)setTandemTrimView:(NSView*)view {
+  appkit::guarded([&] {
+    if (view != nil) [connected_ addObject:view];
+    view_ = view == nil ? nullptr : std::make_unique<appkit::View>(view);
+    core_->setTandemTrimView(view_.get());
+  });
+}
+
+@end

@@ -1,0 +1,175 @@
+#include <array>
+#include <stdexcept>
+
+#include "tests/conformance/platform.hpp"
+#import "tests/platform/appkit/host.h"
+#import "tests/platform/appkit/person.h"
+
+namespace tandemtrim::conformance {
+namespace {
+
+NSString* stringOf(const std::string& text) { return [NSString stringWithUTF8String:text.c_str()]; }
+std::string textOf(NSString* string) { return string == nil ? "" : [string UTF8String]; }
+
+std::optional<std::string> optionalTextOf(id string) {
+  if (string == nil) return std::nullopt;
+  return textOf(string);
+}
+
+std::vector<std::string> textsOf(NSArray* strings) {
+  std::vector<std::string> texts;
+  for (NSString* string in strings) texts.push_back(textOf(string));
+  return texts;
+}
+
+// A panel of the bundle, its view in a window of its own from the first request on.
+class WindowPanel : public Panel {
+ public:
+  explicit WindowPanel(NSArray* panels) : panels_([panels retain]) {}
+  WindowPanel(const WindowPanel&) = delete;
+  WindowPanel& operator=(const WindowPanel&) = delete;
+  ~WindowPanel() override {
+    @autoreleasepool {
+      [window_ close];
+      [panels_ release];
+    }
+  }
+
+  std::string panelName() override { return textOf([panel() panelName]); }
+  std::optional<std::string> panelKind() override { return optionalTextOf([panel() panelKind]); }
+  bool panelView() override {
+    NSView* view = [panel() panelView];
+    if (view != nil && window_ == nil) window_ = host::showInWindow(view);
+    return view != nil;
+  }
+  const void* viewIdentity() override { return [panel() panelView]; }
+  Summary summaryInfo() override {
+    Summary summary;
+    NSDictionary* info = [panel() summaryInfo];
+    for (NSString* title in info) {
+      id value = [info objectForKey:title];
+      if ([title isEqualToString:@"Summary Display Order"]) {
+        summary.order = textsOf(value);
+      } else {
+        summary.rows[textOf(title)] = textOf(value);
+      }
+    }
+    return summary;
+  }
+  void willShow() override { [panel() willShow]; }
+  bool shouldHide() override { return [panel() shouldHide]; }
+  bool shouldShowHelp() override { return [panel() shouldShowHelp]; }
+  bool shouldPrint() override { return [panel() shouldPrint]; }
+  std::vector<std::string> supportedPPDOptionKeys() override {
+    return textsOf([panel() supportedPPDOptionKeys]);
+  }
+  bool save() override { return [panel() saveValuesAndReturnError:&error_] && error_ == nil; }
+  bool restore() override { return [panel() restoreValuesAndReturnError:&error_] && error_ == nil; }
+
+  Look look(const std::string& outlet) override {
+    Look look;
+    id control = controlAt(outlet);
+    look.enabled = [control isEnabled];
+    if ([control isKindOfClass:[NSPopUpButton class]]) {
+      look.text = textOf([control titleOfSelectedItem]);
+      for (NSMenuItem* item in [control itemArray])
+        look.choices.push_back({textOf([item title]), optionalTextOf([item representedObject])});
+      look.chosen = optionalTextOf([[control selectedItem] representedObject]);
+    } else if ([control isKindOfClass:[NSButton class]]) {
+      look.text = textOf([control title]);
+      look.state = static_cast<int>([control state]);
+    } else {
+      look.text = textOf([control stringValue]);
+    }
+    if ([control isKindOfClass:[NSStepper class]]) {
+      look.min = [static_cast<NSStepper*>(control) minValue];
+      look.max = [static_cast<NSStepper*>(control) maxValue];
+    }
+    if ([control isKindOfClass:[NSTextField class]]) look.color = colorNameOf([control textColor]);
+    return look;
+  }
+  bool replaceText(const std::string& outlet, const std::string& text) override {
+    return person::replaceText(controlAt(outlet), stringOf(text));
+  }
+  bool type(const std::string& outlet, const std::string& keys) override {
+    return person::type(controlAt(outlet), stringOf(keys));
+  }
+  bool backspace(const std::string& outlet) override { return person::backspace(controlAt(outlet)); }
+  bool click(const std::string& outlet) override { return person::click(controlAt(outlet)); }
+  bool step(const std::string& outlet, int steps) override { return person::step(controlAt(outlet), steps); }
+  bool choose(const std::string& outlet, const std::string& value) override {
+    NSPopUpButton* menu = controlAt(outlet);
+    return person::choose(menu, [menu indexOfItemWithRepresentedObject:stringOf(value)]);
+  }
+  void setMixed(const std::string& outlet) override {
+    NSButton* box = controlAt(outlet);
+    [box setAllowsMixedState:YES];
+    [box setState:NSMixedState];
+  }
+
+ private:
+  [[nodiscard]] id<HostedPanel> panel() const { return [panels_ objectAtIndex:0]; }
+  [[nodiscard]] id controlAt(const std::string& outlet) const {
+    return [[panel() viewController] performSelector:NSSelectorFromString(stringOf(outlet))];
+  }
+  static std::string colorNameOf(NSColor* color) {
+    if ([color isEqual:[NSColor blackColor]]) return "blackColor";
+    return [color isEqual:[NSColor lightGrayColor]] ? "lightGrayColor" : textOf([color description]);
+  }
+
+  NSArray* panels_;
+  NSWindow* window_ = nil;
+  NSError* error_ = nil;
+};
+
+class BundleDialog : public Dialog {
+ public:
+  explicit BundleDialog(const Scene& scene) {
+    const auto ppd = scene.writePpd();
+    host_ = [[TestHost alloc] initWithPPD:ppd ? stringOf(*ppd) : nil];
+    NSString* bundle = stringOf(scene.writeBundle());
+    plugin_ = host::newPlugin();
+    if (![plugin_ initWithBundle:host::openBundle(bundle, [bundle stringByDeletingLastPathComponent])])
+      throw std::runtime_error("the plug-in refuses the bundle");
+    for (const auto& [key, value] : scene.stored) store(key, value);
+  }
+  BundleDialog(const BundleDialog&) = delete;
+  BundleDialog& operator=(const BundleDialog&) = delete;
+  ~BundleDialog() override {
+    [static_cast<id>(plugin_) release];
+    [host_ release];
+  }
+
+  std::unique_ptr<Panel> panelForType(std::optional<std::string> type, bool withCallback) override {
+    @autoreleasepool {
+      NSArray* panels = [plugin_ PDEPanelsForType:type ? stringOf(*type) : nil
+                                     withHostInfo:withCallback ? host_ : nil];
+      return panels == nil ? nullptr : std::make_unique<WindowPanel>(panels);
+    }
+  }
+  std::size_t panelCount() override {
+    return [[plugin_ PDEPanelsForType:host::kPrintDialogType withHostInfo:host_] count];
+  }
+
+  std::optional<std::string> stored(const std::string& key) override {
+    return optionalTextOf([[host_ settings] objectForKey:stringOf(key)]);
+  }
+  void store(const std::string& key, const std::optional<std::string>& value) override {
+    if (value) {
+      [[host_ settings] setObject:stringOf(*value) forKey:stringOf(key)];
+    } else {
+      [[host_ settings] removeObjectForKey:stringOf(key)];
+    }
+  }
+  std::vector<std::string> storedKeys() override { return textsOf([[host_ settings] allKeys]); }
+
+ private:
+  TestHost* host_;
+  id<HostedPlugin> plugin_;
+};
+
+}  // namespace
+
+std::unique_ptr<Dialog> openDialog(const Scene& scene) { return std::make_unique<BundleDialog>(scene); }
+
+}  // namespace tandemtrim::conformance

@@ -1,0 +1,68 @@
+// The print dialog's part, as macOS's own plays it: this knows the plug-in by its documentation alone and
+// includes nothing of the project.
+#pragma once
+
+#import <AppKit/AppKit.h>
+#import <Foundation/Foundation.h>
+#include <cups/ppd.h>
+
+using PMPrintSettings = struct OpaquePMPrintSettings*;
+
+/// What the principal class of a plug-in answers.
+@protocol HostedPlugin
+- (BOOL)initWithBundle:(NSBundle*)bundle;
+- (NSArray*)PDEPanelsForType:(NSString*)type withHostInfo:(id)host;
+- (NSBundle*)bundle;
+@end
+
+/// What a panel answers.
+@protocol HostedPanel
+- (NSString*)panelName;
+- (NSString*)panelKind;
+- (NSView*)panelView;
+- (NSDictionary*)summaryInfo;
+- (void)willShow;
+- (BOOL)shouldHide;
+- (BOOL)shouldShowHelp;
+- (NSArray*)supportedPPDOptionKeys;
+- (BOOL)shouldPrint;
+- (BOOL)saveValuesAndReturnError:(NSError**)error;
+- (BOOL)restoreValuesAndReturnError:(NSError**)error;
+- (id)viewController;
+- (id)commonInfo;
+@end
+
+/// The host of one job: its print settings, a dictionary here, and its printer's PPD file.
+@interface TestHost : NSObject {
+  NSMutableDictionary* settings_;
+  ppd_file_t* ppd_;
+}
+/// Without a path the printer has no PPD file.
+- (id)initWithPPD:(NSString*)path;
+- (NSMutableDictionary*)settings;
+// What a plug-in asks.
+- (PMPrintSettings)printSettings;
+- (ppd_file_t*)ppdFile;
+@end
+
+namespace host {
+
+extern NSString* const kPrintDialogType;
+
+/// Starts the application, once, in the look that its pictures are to have.
+void startApplication();
+
+/// A bundle in macOS's form, as GNUstep reads it: through a new folder of links in `scratch`.
+NSBundle* openBundle(NSString* path, NSString* scratch);
+
+/// The code of the plug-in under test, loaded by its path; TANDEM_TRIM_BUNDLE names it.
+NSBundle* pluginBundle();
+/// A new plug-in object of that bundle's principal class; the caller releases it.
+id<HostedPlugin> newPlugin();
+
+/// A window that shows a view alone, in front and with the keyboard. The caller closes it.
+NSWindow* showInWindow(NSView* view);
+/// Lets the application handle what has arrived.
+void handleEvents();
+
+}  // namespace host

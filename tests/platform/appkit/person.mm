@@ -1,0 +1,129 @@
+#import "tests/platform/appkit/person.h"
+
+#include <cstdlib>
+#include <string>
+
+#import "tests/platform/appkit/host.h"
+#include "tests/platform/appkit/x_server.hpp"
+
+namespace person {
+namespace {
+
+bool hasKeyboard() {
+  const char* typing = std::getenv("TANDEM_TRIM_TYPING");
+  return typing != nullptr && std::string(typing) == "keys";
+}
+
+// The next event of this type, not handled yet; those before it are. Input that never arrives runs into the
+// test's timeout.
+NSEvent* awaited(NSEventType type) {
+  for (;;) {
+    NSEvent* event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                        untilDate:[NSDate distantFuture]
+                                           inMode:NSDefaultRunLoopMode
+                                          dequeue:YES];
+    if ([event type] == type) return event;
+    [NSApp sendEvent:event];
+  }
+}
+
+// A person acts in the window that is in front.
+void bringToFront(NSWindow* window) {
+  if ([window isKeyWindow]) return;
+  [window makeKeyAndOrderFront:nil];
+  host::handleEvents();
+}
+
+void pressKey(char32_t key) {
+  x_server::pressKey(key);
+  [NSApp sendEvent:awaited(NSKeyUp)];
+}
+
+// The editor of a box that has the keyboard, with the insertion point at the end; nil for a greyed box.
+NSText* editorOf(NSTextField* box) {
+  if (![box isEnabled]) return nil;
+  bringToFront([box window]);
+  if ([box currentEditor] == nil) [[box window] makeFirstResponder:box];
+  NSText* editor = [box currentEditor];
+  [editor setSelectedRange:NSMakeRange([[editor string] length], 0)];
+  return editor;
+}
+
+void insert(NSText* editor, NSString* text) { [static_cast<NSTextView*>(editor) insertText:text]; }
+
+void clickInside(NSView* view, CGFloat horizontally, CGFloat vertically) {
+  bringToFront([view window]);
+  const NSRect bounds = [view bounds];
+  const NSPoint inView = NSMakePoint(NSMinX(bounds) + NSWidth(bounds) * horizontally,
+                                     [view isFlipped] ? NSMaxY(bounds) - NSHeight(bounds) * vertically
+                                                      : NSMinY(bounds) + NSHeight(bounds) * vertically);
+  const NSPoint onScreen = [[view window] convertBaseToScreen:[view convertPoint:inView toView:nil]];
+  const CGFloat height = NSHeight([[[view window] screen] frame]);
+  x_server::pressButtonAt(static_cast<int>(onScreen.x), static_cast<int>(height - onScreen.y));
+  // The control waits for the release while it handles the press.
+  NSEvent* press = awaited(NSLeftMouseDown);
+  x_server::releaseButton();
+  [NSApp sendEvent:press];
+}
+
+}  // namespace
+
+bool replaceText(NSTextField* box, NSString* text) {
+  NSText* editor = editorOf(box);
+  if (editor == nil) return false;
+  [editor selectAll:nil];
+  if ([text length] == 0) {
+    hasKeyboard() ? pressKey(x_server::kBackspace) : [editor doCommandBySelector:@selector(deleteBackward:)];
+    return true;
+  }
+  if (!hasKeyboard()) {
+    insert(editor, text);
+    return true;
+  }
+  for (NSUInteger index = 0; index < [text length];) {
+    const NSRange character = [text rangeOfComposedCharacterSequenceAtIndex:index];
+    const unichar unit = [text characterAtIndex:index];
+    x_server::hasKey(unit) ? pressKey(unit) : insert(editor, [text substringWithRange:character]);
+    index = NSMaxRange(character);
+  }
+  return true;
+}
+
+bool type(NSTextField* box, NSString* keys) {
+  NSText* editor = editorOf(box);
+  if (editor == nil) return false;
+  for (NSUInteger index = 0; index < [keys length]; ++index) {
+    const unichar key = [keys characterAtIndex:index];
+    const bool press = hasKeyboard() && x_server::hasKey(key);
+    press ? pressKey(key) : insert(editor, [keys substringWithRange:NSMakeRange(index, 1)]);
+  }
+  return true;
+}
+
+bool backspace(NSTextField* box) {
+  NSText* editor = editorOf(box);
+  if (editor == nil) return false;
+  hasKeyboard() ? pressKey(x_server::kBackspace) : [editor doCommandBySelector:@selector(deleteBackward:)];
+  return true;
+}
+
+bool click(NSControl* control) {
+  const bool live = [control isEnabled];
+  clickInside(control, 0.5, 0.5);
+  return live;
+}
+
+bool step(NSStepper* stepper, int steps) {
+  const bool live = [stepper isEnabled];
+  for (int click = 0; click < std::abs(steps); ++click) clickInside(stepper, 0.5, steps > 0 ? 0.75 : 0.25);
+  return live;
+}
+
+bool choose(NSPopUpButton* menu, NSInteger index) {
+  if (![menu isEnabled]) return false;
+  [menu selectItemAtIndex:index];
+  [menu sendAction:[menu action] to:[menu target]];
+  return true;
+}
+
+}  // namespace person

@@ -1,0 +1,15 @@
+#pragma once
+
+/// Real input: what a keyboard and a mouse at the X server send, by its XTEST extension.
+namespace x_server {
+
+/// Whether a keyboard has a key for the character.
+bool hasKey(char32_t character);
+/// Presses and releases the character's key, with Shift where it needs it.
+void pressKey(char32_t character);
+inline constexpr char32_t kBackspace = 0x08;
+/// The left mouse button, at pixels from the screen's upper left corner.
+void pressButtonAt(int x, int y);
+void releaseButton();
+
+}  // namespace x_server
