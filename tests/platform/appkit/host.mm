@@ -47,8 +47,7 @@ void startApplication() {
     @"controlColor" : grey,
     @"controlBackgroundColor" : grey
   }];
-  [NSApplication sharedApplication];
-  [NSApp finishLaunching];
+  [[NSApplication sharedApplication] finishLaunching];
 }
 
 NSBundle* openBundle(NSString* path, NSString* scratch) {

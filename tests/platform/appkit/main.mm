@@ -17,6 +17,8 @@ class PoolForEachTest : public testing::EmptyTestEventListener {
 
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
+  // The toolkit says why an exception of its own was raised, and GoogleTest could not.
+  GTEST_FLAG_SET(catch_exceptions, false);
   testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<PoolForEachTest>().release());
   return RUN_ALL_TESTS();
 }
