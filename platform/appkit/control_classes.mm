@@ -38,6 +38,14 @@ COMPONENT_OPERATIONS
 
 @implementation MorvaTTPopUpButtonKV2
 COMPONENT_OPERATIONS
+
+#if defined(GNUSTEP)
+// GNUstep's cell releases its menu before it tells the selected item that it is selected no more.
+- (void)dealloc {
+  [self selectItem:nil];
+  [super dealloc];
+}
+#endif
 @end
 
 @implementation MorvaTTButtonKV2

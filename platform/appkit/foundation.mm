@@ -21,17 +21,14 @@ class FoundationObject : public Object {
 constexpr bool isHigh(unichar unit) { return unit >= 0xD800 && unit < 0xDC00; }
 constexpr bool isLow(unichar unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
+// A boolean is one of two objects, of which there are no others; its type code depends on the toolkit.
 Object::Value valueOf(NSNumber* number) {
-  switch (*[number objCType]) {
-    case 'f':
-    case 'd':
-      return static_cast<double>([number doubleValue]);
-    case 'B':
-    case 'c':
-      return [number boolValue] == YES;
-    default:
-      return static_cast<std::int64_t>([number longLongValue]);
+  for (const bool flag : {true, false}) {
+    if (number == [NSNumber numberWithBool:flag]) return flag;
   }
+  const char type = *[number objCType];
+  if (type == 'f' || type == 'd') return static_cast<double>([number doubleValue]);
+  return static_cast<std::int64_t>([number longLongValue]);
 }
 
 Object::Value valueOf(NSArray* array) {

@@ -30,6 +30,10 @@ bool loadNibNamed(std::string_view name, NibOwner& owner) {
   NSArray* objects = nil;
   if (![nib instantiateWithOwner:controller topLevelObjects:&objects]) return false;
   [kept addObjectsFromArray:objects];
+#if defined(GNUSTEP)
+  // They come retained once for the owner, as no Mac since 10.8 does it.
+  [objects makeObjectsPerformSelector:@selector(release)];
+#endif
   return true;
 }
 

@@ -45,6 +45,10 @@ using PMPrintSettings = struct OpaquePMPrintSettings*;
 - (ppd_file_t*)ppdFile;
 @end
 
+/// A host that has no print settings to give.
+@interface TestHostWithoutSettings : TestHost
+@end
+
 namespace host {
 
 extern NSString* const kPrintDialogType;

@@ -33,6 +33,14 @@
 
 @end
 
+@implementation TestHostWithoutSettings
+
+- (PMPrintSettings)printSettings {
+  return nullptr;
+}
+
+@end
+
 namespace host {
 
 NSString* const kPrintDialogType = @"BDB091F4-E57F-11D3-B5CC-0050E4603277";

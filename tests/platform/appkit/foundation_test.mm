@@ -1,0 +1,67 @@
+#include "platform/appkit/foundation.hpp"
+
+#include <gmock/gmock.h>
+
+namespace tandemtrim::platform::appkit {
+namespace {
+
+TEST(Text, CrossesUnchanged) {
+  using std::string_literals::operator""s;
+  for (const std::string& text : {""s, "plain"s, "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"s, "a\0b"s, "%@%n"s}) {
+    EXPECT_EQ(textOf(stringOf(text)), text);
+  }
+  EXPECT_EQ(textOf(nil), "");
+}
+
+// As a text is left when half of a character is deleted.
+TEST(Text, HasAReplacementForHalfASurrogatePair) {
+  for (const NSUInteger half : {1U, 2U}) {
+    NSMutableString* torn = [NSMutableString stringWithString:@"1\U0001F6002"];
+    [torn deleteCharactersInRange:NSMakeRange(half, 1)];
+    EXPECT_EQ(textOf(torn), "1\uFFFD2");
+  }
+}
+
+TEST(FoundationObject, ComesBackAsTheVeryObject) {
+  for (id object : @[ @"text", @12, @2.5, @(true), @[ @1 ], @{@"key" : @2}, [NSData data], [NSDate date] ]) {
+    EXPECT_EQ(foundationObjectOf(objectOf(object)), object);
+  }
+  EXPECT_EQ(objectOf(nil), nullptr);
+  EXPECT_EQ(foundationObjectOf(ObjectRef()), nil);
+}
+
+TEST(FoundationObject, KeepsItsKindAndValueForTheCore) {
+  EXPECT_EQ(*objectOf(@"text")->as<std::string>(), "text");
+  EXPECT_EQ(*objectOf(@12)->as<std::int64_t>(), 12);
+  EXPECT_EQ(*objectOf([NSNumber numberWithLongLong:LLONG_MIN])->as<std::int64_t>(), INT64_MIN);
+  EXPECT_EQ(*objectOf(@2.5)->as<double>(), 2.5);
+  for (const bool flag : {true, false})
+    EXPECT_EQ(*objectOf([NSNumber numberWithBool:flag])->as<bool>(), flag);
+  EXPECT_EQ(*objectOf([NSNumber numberWithChar:1])->as<std::int64_t>(), 1);
+  EXPECT_EQ(objectOf(@[ @1, @2 ])->as<Array>()->size(), 2U);
+  EXPECT_EQ(find(*objectOf(@{@"key" : @2})->as<Dictionary>(), "key")->integerValue(), 2);
+  const auto data = objectOf([NSData dataWithBytes:"ab" length:2]);
+  EXPECT_EQ(data->as<Data>()->bytes, (std::vector{std::byte{'a'}, std::byte{'b'}}));
+  NSDate* const date = [NSDate dateWithTimeIntervalSinceReferenceDate:7];
+  EXPECT_EQ(objectOf(date)->as<Date>()->secondsSince2001, 7);
+}
+
+TEST(ObjectOfTheCore, BecomesANewObjectOfTheSameValue) {
+  const auto array = makeObject(Array{makeObject(std::int64_t{7}), makeObject(std::string("seven"))});
+  const auto dictionary = makeObject(Dictionary{{"array", array},
+                                                {"real", makeObject(2.5)},
+                                                {"flag", makeObject(true)},
+                                                {"data", makeObject(Data{{std::byte{'a'}}})},
+                                                {"date", makeObject(Date{7})}});
+  NSDictionary* expected = @{
+    @"array" : @[ @7, @"seven" ],
+    @"real" : @2.5,
+    @"flag" : @(true),
+    @"data" : [NSData dataWithBytes:"a" length:1],
+    @"date" : [NSDate dateWithTimeIntervalSinceReferenceDate:7]
+  };
+  EXPECT_TRUE([foundationObjectOf(dictionary) isEqual:expected]);
+}
+
+}  // namespace
+}  // namespace tandemtrim::platform::appkit

@@ -1,0 +1,121 @@
+#import "tests/platform/appkit/hosted_panel_test.h"
+
+namespace host {
+namespace {
+
+/// The operations of the objects that a host reaches from a panel.
+class ObjectsInAHost : public HostedPanelTest {
+ protected:
+  void SetUp() override { showOn(); }
+  [[nodiscard]] id info() { return [panel commonInfo]; }
+  [[nodiscard]] id ask(NSString* operation) {
+    return [info() performSelector:NSSelectorFromString(operation)];
+  }
+  [[nodiscard]] id ask(NSString* operation, NSString* argument) {
+    return [info() performSelector:NSSelectorFromString(operation) withObject:argument];
+  }
+};
+
+TEST_F(ObjectsInAHost, AnswerFromTheSettingInfoWithTheVeryObjectsThatWereRead) {
+  NSDictionary* read = ask(@"settingInfoDictionary");
+  for (const auto& [operation, mainKey, key] :
+       {std::tuple{@"defaultValid", @"DefaultValue", @"Valid"},
+        {@"defaultImageDirection", @"DefaultValue", @"ImageDirection"},
+        {@"defaultPosition", @"DefaultValue", @"Position"},
+        {@"defaultMarginMin", @"DefaultValue", @"MarginMin"},
+        {@"defaultMarginMax", @"DefaultValue", @"MarginMax"},
+        {@"defaultMarginLimit", @"DefaultValue", @"MarginLimit"},
+        {@"panelKindID", @"ID", @"PanelKind"},
+        {@"ticketKeyValid", @"TicketKey", @"Valid"},
+        {@"ticketKeyImageDirection", @"TicketKey", @"ImageDirection"},
+        {@"ticketKeyPosition", @"TicketKey", @"Position"},
+        {@"minLabelForIntegerValueRange", @"Wording", @"MinLabelForValueRange"},
+        {@"maxLabelForIntegerValueRange", @"Wording", @"MaxLabelForValueRange"}}) {
+    EXPECT_NE(ask(operation), nil) << textOf(operation);
+    EXPECT_EQ(ask(operation), [[read objectForKey:mainKey] objectForKey:key]) << textOf(operation);
+  }
+  for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
+    NSString* key = [@"Margin" stringByAppendingString:side];
+    EXPECT_EQ(ask(@"defaultMarginValue:", side), [[read objectForKey:@"DefaultValue"] objectForKey:key]);
+    EXPECT_EQ(ask(@"ticketKeyMargin:", side), [[read objectForKey:@"TicketKey"] objectForKey:key]);
+  }
+}
+
+TEST_F(ObjectsInAHost, KnowFourMarginsByTheirNames) {
+  NSMutableDictionary* margins = ask(@"marginInfoDictionary");
+  EXPECT_EQ([margins count], 4U);
+  EXPECT_EQ(ask(@"marginInfoDictionary"), margins);
+  for (const auto& [side, limit] : {std::pair{@"Top", 20}, {@"Bottom", 30}, {@"Left", 15}, {@"Right", 25}}) {
+    NSNumber* given = ask(@"marginLimit:", side);
+    EXPECT_EQ([given intValue], limit) << textOf(side);
+    EXPECT_EQ(given, [[margins objectForKey:side] objectForKey:@"Limit"]) << textOf(side);
+  }
+  for (NSString* name in @[ @"top", @"MarginTop", @"" ]) {
+    EXPECT_EQ(ask(@"marginLimit:", name), nil) << textOf(name);
+    EXPECT_EQ(ask(@"defaultMarginValue:", name), nil) << textOf(name);
+    EXPECT_EQ(ask(@"ticketKeyMargin:", name), nil) << textOf(name);
+  }
+  EXPECT_EQ(ask(@"marginLimit:", nil), nil);
+}
+
+TEST_F(ObjectsInAHost, GiveBackTheBundleTheHostAndItsPrintSettings) {
+  EXPECT_EQ(ask(@"bundle"), pluginBundle());
+  EXPECT_EQ(ask(@"callback"), host);
+  EXPECT_EQ(reinterpret_cast<PMPrintSettings>(ask(@"currentPrintSettings")), [host printSettings]);
+  EXPECT_EQ(textOf(ask(@"localizedString:", @"Left")), textOf(localized(@"Left")));
+  EXPECT_EQ(textOf(ask(@"localizedString:", @"no such key")), "no such key");
+}
+
+TEST_F(ObjectsInAHost, HoldTheBoundsOfABoxByTheVeryNumbers) {
+  for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
+    EXPECT_EQ([box(side) valueForKey:@"min"], ask(@"defaultMarginMin")) << textOf(side);
+    EXPECT_EQ([box(side) valueForKey:@"max"], ask(@"marginLimit:", side)) << textOf(side);
+  }
+  id top = box(@"Top");
+  const auto verify = [&](NSNumber* value) {
+    return [top performSelector:@selector(verifyValue:) withObject:value];
+  };
+  NSNumber* inside = [NSNumber numberWithInt:12];
+  EXPECT_EQ(verify(inside), inside);
+  EXPECT_EQ(verify(@-1), ask(@"defaultMarginMin"));
+  EXPECT_EQ(verify(@1000), ask(@"marginLimit:", @"Top"));
+  NSNumber* const low = @100;
+  NSNumber* const high = @50;
+  [top performSelector:@selector(setValueRange:max:) withObject:low withObject:high];
+  EXPECT_EQ(verify(@99), low);
+  EXPECT_EQ(verify(@100), high);
+}
+
+TEST_F(ObjectsInAHost, FormatNumbersAsPlainIntegersAndReadAnyText) {
+  NSNumberFormatter* formatter =
+      [[[NSClassFromString(@"MorvaTTDecimalFormatterKV2") alloc] init] autorelease];
+  [formatter setFormat:@"#,##0.00"];
+  for (const auto& [object, text] : {std::pair<id, const char*>{@42, "42"},
+                                     {@-7, "-7"},
+                                     {@1234567, "1234567"},
+                                     {@3.9, "3"},
+                                     {nil, "0"},
+                                     {@"12abc", "12"},
+                                     {@"abc", "0"}}) {
+    EXPECT_EQ(textOf([formatter stringForObjectValue:object]), text);
+  }
+  for (const auto& [text, number] : {std::pair<NSString*, long long>{@"abc", 0},
+                                     {@"12abc", 12},
+                                     {@"3.9", 3},
+                                     {@"-4", -4},
+                                     {@" \t8", 8},
+                                     {@"+5", 5},
+                                     {@"", 0},
+                                     {nil, 0},
+                                     {@"99999999999999999999", 9223372036854775807LL}}) {
+    id object = nil;
+    NSString* error = @"untouched";
+    EXPECT_TRUE([formatter getObjectValue:&object forString:text errorDescription:&error]);
+    EXPECT_EQ([object longLongValue], number) << textOf(text);
+    EXPECT_EQ(textOf(error), "untouched");
+  }
+  EXPECT_TRUE([formatter getObjectValue:nullptr forString:@"1" errorDescription:nullptr]);
+}
+
+}  // namespace
+}  // namespace host

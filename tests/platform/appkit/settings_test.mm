@@ -1,0 +1,104 @@
+#import "tests/platform/appkit/hosted_panel_test.h"
+
+namespace host {
+namespace {
+
+class JobInAHost : public HostedPanelTest {
+ protected:
+  // What a person sets up, by the controls that a person sees.
+  void setUpAsAPerson() {
+    ASSERT_TRUE(person::click(checkBox()));
+    ASSERT_TRUE(person::choose(menu(@"ShortEdgeFeed"), 1));
+    ASSERT_TRUE(person::choose(menu(@"Right"), 2));
+    ASSERT_TRUE(person::replaceText(box(@"Top"), @"12"));
+    ASSERT_TRUE(person::replaceText(box(@"Bottom"), @"x3"));
+    ASSERT_TRUE(person::step(stepper(@"Left"), 2));
+  }
+  const NSDictionary* kExpected = @{
+    @"MVTandemTrim" : @"On",
+    @"MVImageDirectionPriority" : @"ShortEdgeFeed",
+    @"MVPrintPosition" : @"Right",
+    @"MVTopMargin" : @"12",
+    @"MVBottomMargin" : @"3",
+    @"MVLeftMargin" : @"7",
+    @"MVRightMargin" : @"5"
+  };
+};
+
+TEST_F(JobInAHost, HoldsWhatAPersonSetUpOnceItIsSaved) {
+  ASSERT_NO_FATAL_FAILURE(show());
+  NSDictionary* before = [[[host settings] copy] autorelease];
+  ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
+  EXPECT_TRUE([[host settings] isEqual:before]);
+  EXPECT_TRUE(save());
+  EXPECT_TRUE([[host settings] isEqual:kExpected]) << textOf([[host settings] description]);
+}
+
+TEST_F(JobInAHost, IsShownAgainByANewPanel) {
+  ASSERT_NO_FATAL_FAILURE(show());
+  ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
+  save();
+  close();
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ([checkBox() state], NSOnState);
+  EXPECT_EQ(textOf([[menu(@"Right") selectedItem] representedObject]), "Right");
+  EXPECT_EQ(textOf([[menu(@"ShortEdgeFeed") selectedItem] representedObject]), "ShortEdgeFeed");
+  EXPECT_EQ(textOf([box(@"Top") stringValue]), "12");
+  EXPECT_EQ([stepper(@"Left") intValue], 7);
+  EXPECT_TRUE([box(@"Top") isEnabled]);
+}
+
+TEST_F(JobInAHost, IsSummarisedInTheUsersLanguage) {
+  ASSERT_NO_FATAL_FAILURE(show());
+  ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
+  save();
+  NSArray* order = @[
+    localized(@"ImageDirection"), localized(@"InformPrintingPosition"), localized(@"TopMargin"),
+    localized(@"BottomMargin"), localized(@"LeftMargin"), localized(@"RightMargin")
+  ];
+  NSArray* values = @[ localized(@"ShortEdgeFeed"), localized(@"Right"), @"12", @"3", @"7", @"5" ];
+  NSMutableDictionary* expected = [NSMutableDictionary dictionaryWithObjects:values forKeys:order];
+  [expected setObject:order forKey:@"Summary Display Order"];
+  EXPECT_TRUE([[panel summaryInfo] isEqual:expected]) << textOf([[panel summaryInfo] description]);
+  EXPECT_NE([panel summaryInfo], [panel summaryInfo]);
+}
+
+TEST_F(JobInAHost, IsSummarisedAsOffWhileTheFunctionIsOff) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  NSDictionary* expected = [NSDictionary dictionaryWithObject:localized(@"Off")
+                                                       forKey:localized(@"EnableTandemTrim")];
+  EXPECT_TRUE([[panel summaryInfo] isEqual:expected]) << textOf([[panel summaryInfo] description]);
+}
+
+TEST_F(JobInAHost, KeepsItsSwitchWhenTheDefaultsAreRestored) {
+  ASSERT_NO_FATAL_FAILURE(show());
+  ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
+  EXPECT_TRUE(person::click(defaultButton()));
+  save();
+  NSMutableDictionary* expected = [NSMutableDictionary dictionaryWithDictionary:(@{
+                                                         @"MVTandemTrim" : @"On",
+                                                         @"MVImageDirectionPriority" : @"LongEdgeFeed",
+                                                         @"MVPrintPosition" : @"Center"
+                                                       })];
+  for (NSString* key in @[ @"MVTopMargin", @"MVBottomMargin", @"MVLeftMargin", @"MVRightMargin" ])
+    [expected setObject:@"5" forKey:key];
+  EXPECT_TRUE([[host settings] isEqual:expected]) << textOf([[host settings] description]);
+}
+
+TEST_F(JobInAHost, MayHoldNumbersWhereThePanelStoresTexts) {
+  [[host settings] setObject:@9 forKey:@"MVTopMargin"];
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(textOf([box(@"Top") stringValue]), "9");
+}
+
+TEST_F(JobInAHost, LosesAChoiceThatNoItemStandsFor) {
+  store(@"MVTandemTrim", @"On");
+  store(@"MVPrintPosition", @"Nowhere");
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ([menu(@"Right") selectedItem], nil);
+  save();
+  EXPECT_EQ(stored(@"MVPrintPosition"), nil);
+}
+
+}  // namespace
+}  // namespace host
