@@ -109,6 +109,9 @@ void handleEvents() {
                                                dequeue:YES]) {
     [NSApp sendEvent:event];
   }
+  // The insertion points' timers, which are otherwise never cleared away.
+  for (NSString* mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode ])
+    [[NSRunLoop currentRunLoop] limitDateForMode:mode];
 }
 
 }  // namespace host

@@ -29,8 +29,7 @@ NSEvent* awaited(NSEventType type) {
 
 // A person acts in the window that is in front.
 void bringToFront(NSWindow* window) {
-  if ([window isKeyWindow]) return;
-  [window makeKeyAndOrderFront:nil];
+  if (![window isKeyWindow]) [window makeKeyAndOrderFront:nil];
   host::handleEvents();
 }
 
