@@ -1,7 +1,17 @@
 # Objective-C++ for platform/appkit: Apple's own compiler and frameworks, elsewhere clang and GNUstep. Gives tandemtrim_toolkit.
 add_library(tandemtrim_toolkit INTERFACE)
+set(CMAKE_OBJCXX_STANDARD 20)
+set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
+set(CMAKE_OBJCXX_EXTENSIONS OFF)
+set(CMAKE_OBJCXX_VISIBILITY_PRESET hidden)
+
 if(APPLE)
   enable_language(OBJCXX)
+  # The extension's interface is declared in a framework inside another.
+  execute_process(COMMAND xcrun --sdk macosx --show-sdk-path
+    OUTPUT_VARIABLE sdk OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  target_compile_options(tandemtrim_toolkit INTERFACE
+    "-iframework${sdk}/System/Library/Frameworks/ApplicationServices.framework/Frameworks")
   target_link_libraries(tandemtrim_toolkit INTERFACE "-framework Cocoa" "-framework ApplicationServices")
   return()
 endif()
@@ -10,10 +20,6 @@ endif()
 find_program(TANDEM_TRIM_OBJCXX clang++ REQUIRED)
 set(CMAKE_OBJCXX_COMPILER ${TANDEM_TRIM_OBJCXX})
 enable_language(OBJCXX)
-set(CMAKE_OBJCXX_STANDARD 20)
-set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
-set(CMAKE_OBJCXX_EXTENSIONS OFF)
-set(CMAKE_OBJCXX_VISIBILITY_PRESET hidden)
 
 find_path(GNUSTEP_HEADERS AppKit/AppKit.h PATH_SUFFIXES GNUstep REQUIRED)
 find_library(GNUSTEP_GUI gnustep-gui REQUIRED)

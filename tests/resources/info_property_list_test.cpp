@@ -34,6 +34,14 @@ TEST_F(InfoPropertyList, NamesTheBundle) {
   EXPECT_EQ(text("CFBundleName"), "TandemTrim");
 }
 
+// Without the second key macOS's print dialog does not load the bundle into an application.
+TEST_F(InfoPropertyList, TellsMacOSWhereTheBundleRuns) {
+  EXPECT_EQ(text("LSMinimumSystemVersion"), MINIMUM_MACOS);
+  const auto sandboxed = platform::find(info, "PMSandboxCompatiblePDEs");
+  ASSERT_TRUE(sandboxed && sandboxed->as<bool>());
+  EXPECT_TRUE(*sandboxed->as<bool>());
+}
+
 TEST_F(InfoPropertyList, BearsTheVersionOfTheBuild) {
   EXPECT_EQ(text("CFBundleShortVersionString"), VERSION);
   EXPECT_EQ(text("CFBundleVersion"), VERSION);
