@@ -2,7 +2,8 @@
 
 #import "platform/appkit/toolkit.h"
 
-/// The bundle's principal class, which macOS's print dialog makes by its name.
+/// The bundle's principal class, which macOS's print dialog makes by its name. It does not declare the
+/// system's protocol: with that the dialog, from macOS 13 on, expects an initialiser that returns an object.
 @interface MorvaTTPdePluginKV2 : NSObject {
   NSBundle* bundle_;
 }
