@@ -93,6 +93,16 @@ TEST_F(ControlsInAHost, AreConnectedAsTheirClassesPromise) {
   }
 }
 
+TEST_F(ControlsInAHost, HaveRoomForEveryChoice) {
+  for (NSPopUpButton* choices in views(@"MorvaTTPopUpButtonKV2")) {
+    for (NSInteger index = 0; index < [choices numberOfItems]; ++index) {
+      [choices selectItemAtIndex:index];
+      EXPECT_LE([[choices cell] cellSize].width, NSWidth([choices frame]))
+          << textOf([choices titleOfSelectedItem]);
+    }
+  }
+}
+
 TEST_F(ControlsInAHost, HaveRoomForTheirTexts) {
   for (const auto& controlClass : kClasses) {
     for (NSControl* control in views(controlClass.name)) {
