@@ -5,6 +5,14 @@ set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
 set(CMAKE_OBJCXX_EXTENSIONS OFF)
 set(CMAKE_OBJCXX_VISIBILITY_PRESET hidden)
 
+# For the folders whose sources are Objective-C++: it is their headers that are precompiled there.
+macro(tandemtrim_precompile_objective_cxx)
+  if(NOT APPLE)
+    set(CMAKE_PCH_EXTENSION ${objcxx_pch_extension})
+    set(CMAKE_PCH_PROLOGUE ${objcxx_pch_prologue})
+  endif()
+endmacro()
+
 if(APPLE)
   enable_language(OBJCXX)
   # The extension's interface is declared in a framework inside another.
@@ -19,7 +27,14 @@ endif()
 # clang for Objective-C++ alone: g++'s crashes at a typed @catch and constructs no C++ instance variables.
 find_program(TANDEM_TRIM_OBJCXX clang++ REQUIRED)
 set(CMAKE_OBJCXX_COMPILER ${TANDEM_TRIM_OBJCXX})
+# CMake takes the language that is enabled last for the one whose headers are precompiled.
+set(cxx_pch_extension ${CMAKE_PCH_EXTENSION})
+set(cxx_pch_prologue ${CMAKE_PCH_PROLOGUE})
 enable_language(OBJCXX)
+set(objcxx_pch_extension ${CMAKE_PCH_EXTENSION})
+set(objcxx_pch_prologue ${CMAKE_PCH_PROLOGUE})
+set(CMAKE_PCH_EXTENSION ${cxx_pch_extension})
+set(CMAKE_PCH_PROLOGUE ${cxx_pch_prologue})
 
 find_path(GNUSTEP_HEADERS AppKit/AppKit.h PATH_SUFFIXES GNUstep REQUIRED)
 find_library(GNUSTEP_GUI gnustep-gui REQUIRED)

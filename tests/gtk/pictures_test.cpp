@@ -30,7 +30,7 @@ TEST_P(PanelPicture, IsTaken) {
   ShownPanel shown(GetParam().circumstances);
   shown.person().awaitFrame();
   const Picture picture(GTK_WIDGET(gtk_widget_get_root(shown.root())));
-  picture.save(std::string(PICTURES "/panel-") + GetParam().name + ".png");
+  picture.save(std::string(PICTURES_FOLDER "/panel-") + GetParam().name + ".png");
   EXPECT_GT(picture.width(), 300);
 }
 
