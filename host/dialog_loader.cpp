@@ -43,16 +43,26 @@ ShowDialog loadModule() {
                 "; nothing was sent. Print without it by --no-dialog");
 }
 
+bool asksThePanel(const CommandLine& line) {
+  return !line.inputs.empty() || line.summary || line.json || line.force || line.saveAsDefault ||
+         line.withoutPanel || line.ppd;
+}
+
 }  // namespace
 
 bool wantsDialog(const CommandLine& line) {
   if (line.dialog) return *line.dialog;
-  const bool asksThePanel = !line.inputs.empty() || line.summary || line.json || line.force ||
-                            line.saveAsDefault || line.withoutPanel || line.ppd;
-  return !line.files.empty() && !asksThePanel && (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"));
+  return !line.files.empty() && !asksThePanel(line) && (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"));
 }
 
 std::optional<SentJob> showDialog(const CommandLine& line, const Note& note) {
+  if (asksThePanel(line)) {
+    throw Failure(
+        "--dialog leaves the panel to the person; leave --set, --restore-defaults, --force, --summary, "
+        "--json, "
+        "--save-as-default, --without-panel and --ppd out",
+        kWrongCommandLine);
+  }
   if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);
   DialogResult result;
   loadModule()(line, note, result);

@@ -76,15 +76,17 @@ JobSettings settleWithoutPanel(const CommandLine& line, const std::string& print
 
 }  // namespace
 
+std::string withoutPpdText(const std::string& printer) {
+  return printer +
+         " has no PPD: the limits are the panel's own, and this queue's filters may not know the panel's "
+         "options";
+}
+
 JobSettings settleSettings(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
                            const Options& starting, const Note& note) {
   const auto bundles = ppd != nullptr ? dialogExtensions(*ppd) : std::vector<std::string>{kDefaultBundle};
   if (bundles.empty()) return settleWithoutPanel(line, printer, starting, note);
-  if (ppd == nullptr) {
-    note(printer +
-         " has no PPD: the limits are the panel's own, and this queue's filters may not know the panel's "
-         "options");
-  }
+  if (ppd == nullptr) note(withoutPpdText(printer));
   try {
     return settleAtPanel(line, ppd, bundles, spelledAsByPanel(starting), note);
   } catch (const PluginFailure& failure) {

@@ -18,6 +18,9 @@ struct JobSettings {
   std::optional<PanelResult> panel;
 };
 
+/// What is to be noted of a printer whose queue has no PPD.
+std::string withoutPpdText(const std::string& printer);
+
 /// Has the printer's panel, if there is one, complete the options that the job starts with. `printer` is what
 /// messages call the printer and `ppd` its PPD, null when its queue has none. A printer without the panel
 /// never gets the panel's options. Failure when the panel cannot be opened and the command line does not

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include <strings.h>
+
 #include "platform/integer_text.hpp"
 #include "platform/object.hpp"
 
@@ -50,6 +52,11 @@ std::string suggestedValue(const ControlState& control, const std::string& value
     return decimalText(std::max(control.min, std::min(control.max, number)));
   }
   const auto values = choicesOf(control);
+  for (const auto& choice : values) {
+    if (strcasecmp(choice.c_str(), value.c_str()) == 0) return choice;
+  }
+  // A check box shows what it does not know as off.
+  if (control.kind == ControlKind::checkBox) return "Off";
   return values.empty() ? "" : values.front();
 }
 

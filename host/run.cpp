@@ -81,7 +81,7 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
 
 void runDialog(const CommandLine& line, std::ostream& out, const Note& note) {
   const auto job = showDialog(line, note);
-  if (!job) return note("cancelled; nothing was sent");
+  if (!job) return note("cancelled");
   if (!job->lost) return note(jobText(*job));
   if (!job->lost->empty()) throw Failure(jobText(*job));
   out << jobText(*job) << '\n';

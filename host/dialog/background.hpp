@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -18,12 +19,16 @@ struct Outcome {
   std::string failure;
 };
 
+/// How many pieces of work are under way.
+inline std::atomic<int> underWay = 0;
+
 /// Runs `work` on a thread of its own and then `done` with what came of it on the main loop, so that a print
 /// server that stays silent never holds the dialog up. Nothing is waited for at the program's end: `done`
 /// does not run when `listener` is gone by then.
 template <class Result>
 void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
                   std::function<void(Outcome<Result>)> done) {
+  ++underWay;
   std::thread([listener = std::move(listener), work = std::move(work), done = std::move(done)] {
     auto outcome = std::make_shared<Outcome<Result>>();
     try {
@@ -34,6 +39,7 @@ void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
     Glib::signal_idle().connect_once([listener, done, outcome] {
       if (!listener.expired()) done(std::move(*outcome));
     });
+    --underWay;
   }).detach();
 }
 

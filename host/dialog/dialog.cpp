@@ -12,6 +12,8 @@
 #include "host/dialog/remembered.hpp"
 #include "host/dialog/texts.hpp"
 #include "host/family.hpp"
+#include "host/job_settings.hpp"
+#include "host/option_syntax.hpp"
 #include "host/ppd.hpp"
 
 namespace tandemtrim::host {
@@ -42,6 +44,8 @@ Dialog::Dialog(const CommandLine& line, Note note)
       notice_(Gtk::make_managed<Gtk::Label>()),
       dialog_(std::make_unique<Gtk::PrintUnixDialog>(g_dgettext("gtk40", "Print"))) {
   for (auto& document : *documents_) document.keep();
+  // Escape and the window's own button close it; its pages are still in use then.
+  dialog_->set_hide_on_close();
   dialog_->set_manual_capabilities(Gtk::PrintCapabilities::PAGE_SET);
   dialog_->set_embed_page_setup();
   dialog_->add_custom_tab(*page_, *pageTitle_);
@@ -122,12 +126,12 @@ void Dialog::begin() {
       });
 }
 
-// The panel's options among these become settings of the job.
+// The panel takes those of its own keywords among them.
 void Dialog::startFrom(const Options& options) {
   for (const auto& [keyword, value] : options) {
-    for (const char* own : kPanelKeywords) {
-      if (isSameKeyword(own, keyword)) settings_.PMPrintSettingsSetValue(own, value, false);
-    }
+    const auto* const own = std::ranges::find_if(
+        kPanelKeywords, [&](const char* known) { return isSameKeyword(known, keyword); });
+    settings_.PMPrintSettingsSetValue(own == kPanelKeywords.end() ? keyword : *own, value, false);
   }
 }
 
@@ -159,21 +163,28 @@ void Dialog::onPrinterChanged() {
   const auto printer = selectedPrinter();
   if (!started_ || wanted_ || printer.empty()) return;
   if (printer == current_) {
-    if (panel_ && panel_->ppd() != nullptr)
-      hideOptionRows(GTK_WIDGET(dialog_->gobj()), *panel_->ppd(), panel_->keywords());
-    return;
+    hideRows();
+    return printIfAsked();
   }
   // What the person did at the panel goes along to the next printer.
   if (panel_) guarded([&] { panel_->save(); });
-  closePanel();
-  notice_->set_visible(false);
+  forgetPrinter();
   current_ = printer;
-  auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
-  if (gtk_printer_is_virtual(chosen) != FALSE) {
+  if (gtk_printer_is_virtual(gtk_print_unix_dialog_get_selected_printer(dialog_->gobj())) != FALSE) {
     page_->set_visible(false);
     return;
   }
   readDetails(printer);
+}
+
+void Dialog::forgetPrinter() {
+  closePanel();
+  ppd_.reset();
+  notice_->set_visible(false);
+  reading_ = false;
+  if (!std::exchange(printWhenRead_, false)) return;
+  auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
+  allowPrinting(gtk_printer_is_accepting_jobs(chosen) != FALSE);
 }
 
 void Dialog::readDetails(const std::string& printer) {
@@ -189,35 +200,40 @@ void Dialog::readDetails(const std::string& printer) {
 void Dialog::onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome) {
   if (printer != current_) return;
   reading_ = false;
-  if (outcome.result) {
-    guarded([&] { openPanel(**outcome.result); });
-  } else {
-    refuseToShow(outcome.failure);
-  }
-  if (std::exchange(printWhenRead_, false)) print(false);
+  if (!outcome.result) return refuseToShow(outcome.failure);
+  ppd_ = std::move((*outcome.result)->ppd);
+  if (guarded([&] { openPanel(printer); })) printIfAsked();
 }
 
-void Dialog::openPanel(Details& details) {
-  const auto bundles =
-      details.ppd ? dialogExtensions(*details.ppd) : std::vector<std::string>{kDefaultBundle};
+void Dialog::openPanel(const std::string& printer) {
+  const auto bundles = ppd_ ? dialogExtensions(*ppd_) : std::vector<std::string>{kDefaultBundle};
   if (bundles.empty()) {
-    note_(details.printer.name + " has no panel, since its PPD names none");
-    closePanel();
+    note_(printer + " has no panel, since its PPD names none");
+    for (const auto& option : line_.options) {
+      if (isOfPanel(option.keyword)) note_(printer + " has no panel; " + optionText(option) + " is left out");
+    }
     page_->set_visible(false);
-    return;
+    return hideRows();
   }
+  if (!ppd_) note_(withoutPpdText(printer));
   const auto bundle = findBundle(line_.plugin, bundles);
   if (!bundle) throw PluginFailure("the plug-in " + bundles.front() + " is not installed");
-  panel_ = std::make_unique<OpenPanel>(bundle->string(), settings_, std::move(details.ppd), note_);
+  panel_ = std::make_unique<OpenPanel>(bundle->string(), settings_, ppd_.get(), note_);
   pageTitle_->set_text(panel_->title());
   page_->showView(panel_->view());
   page_->help.set_visible(panel_->shouldShowHelp());
-  if (page_->get_mapped()) onTabShown();
+  if (page_->get_mapped()) comeUp();
   page_->set_visible();
   summary_->set_visible();
-  if (panel_->ppd() != nullptr)
-    hideOptionRows(GTK_WIDGET(dialog_->gobj()), *panel_->ppd(), panel_->keywords());
-  warn();
+  hideRows();
+  page_->warnOf(panel_->illegalValues());
+}
+
+// GTK's own rows for what the panel sets; without a panel these options are not sent at all.
+void Dialog::hideRows() {
+  if (!ppd_) return;
+  const std::vector<std::string> known(kPanelKeywords.begin(), kPanelKeywords.end());
+  hideOptionRows(GTK_WIDGET(dialog_->gobj()), *ppd_, panel_ ? panel_->keywords() : known);
 }
 
 void Dialog::closePanel() {
@@ -232,21 +248,27 @@ void Dialog::refuseToShow(const std::string& reason) {
   note_(reason);
   notice_->set_text(localized(kUnavailableText) + ' ' + reason);
   notice_->set_visible();
+  hideRows();
+  // The person is to see that before anything is printed.
+  if (std::exchange(printWhenRead_, false)) allowPrinting(true);
 }
 
 // The paper is chosen on another page, so that it is told whenever this one comes up.
-void Dialog::onTabShown() {
-  if (!panel_) return;
+void Dialog::comeUp() {
   const auto paper = dialog_->get_page_setup()->get_paper_size();
-  guarded([&] {
-    panel_->setPaperSize(paper.get_width(Gtk::Unit::MM), paper.get_height(Gtk::Unit::MM));
-    panel_->willShow();
-  });
+  panel_->setPaperSize(paper.get_width(Gtk::Unit::MM), paper.get_height(Gtk::Unit::MM));
+  panel_->willShow();
 }
 
+void Dialog::onTabShown() {
+  if (panel_) guarded([&] { comeUp(); });
+}
+
+// What the person did is saved, since coming up again shows what is stored.
 void Dialog::onTabLeft() {
   if (!panel_ || !dialog_->get_visible()) return;
   guarded([&] {
+    panel_->save();
     if (panel_->shouldHide()) return;
     auto* const notebook = notebookOf(*page_);
     gtk_notebook_set_current_page(notebook, gtk_notebook_page_num(notebook, GTK_WIDGET(page_->gobj())));

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <glibmm/main.h>
@@ -49,9 +51,12 @@ class Dialog {
   void select(const std::string& printer, const Glib::RefPtr<Gtk::PrintSettings>& settings);
   void onPrinterChanged();
   void readDetails(const std::string& printer);
+  void forgetPrinter();
   void onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome);
-  void openPanel(Details& details);
+  void openPanel(const std::string& printer);
   void closePanel();
+  void hideRows();
+  void comeUp();
   void refuseToShow(const std::string& reason);
   void startFrom(const Options& options);
   void onTabShown();
@@ -64,13 +69,18 @@ class Dialog {
   void onResponse(int response);
   void close();
   void print(bool asItIs);
+  void printIfAsked();
   void askAboutIllegalValues(const std::vector<IllegalValue>& values);
   [[nodiscard]] Order order();
   void send(const Order& order);
   void onSent(const Order& order, const Outcome<SentJob>& outcome);
   void rememberOrder(const Order& order);
-  void tell(const Glib::ustring& message);
+  void tell(
+      const Glib::ustring& message, std::function<void()> then = [] {});
+  void ask(const Glib::ustring& message, Gtk::MessageType type,
+           const std::vector<std::pair<Glib::ustring, int>>& answers, std::function<void(int)> then);
   void allowPrinting(bool allowed);
+  void showSending(bool sending);
   // Runs what the panel takes part in. A panel that fails is closed and the person told; the dialog goes on.
   template <class Operation>
   bool guarded(Operation operation) {
@@ -105,6 +115,8 @@ class Dialog {
   Gtk::Label* notice_ = nullptr;
   std::unique_ptr<Gtk::PrintUnixDialog> dialog_;
   std::unique_ptr<Gtk::MessageDialog> question_;
+  // Of the current printer; null while it is read and for a printer without one.
+  PpdHandle ppd_;
   std::unique_ptr<OpenPanel> panel_;
   sigc::connection selecting_;
 };

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kCorrect = 1;
 constexpr int kSendAsItIs = 2;
+constexpr const char* kUnwanted = "cancelled";
 
 }  // namespace
 
@@ -35,7 +36,12 @@ void Dialog::close() {
 
 void Dialog::allowPrinting(bool allowed) { dialog_->set_response_sensitive(Gtk::ResponseType::OK, allowed); }
 
+void Dialog::printIfAsked() {
+  if (!reading_ && std::exchange(printWhenRead_, false)) print(false);
+}
+
 void Dialog::print(bool asItIs) {
+  if (unwanted_) return;
   auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
   if (chosen == nullptr || gtk_printer_is_virtual(chosen) != FALSE)
     return tell(localized(kChoosePrinterText));
@@ -65,36 +71,44 @@ void Dialog::print(bool asItIs) {
 }
 
 void Dialog::askAboutIllegalValues(const std::vector<IllegalValue>& values) {
-  question_ = std::make_unique<Gtk::MessageDialog>(*dialog_, illegalValuesText(values), false,
-                                                   Gtk::MessageType::QUESTION, Gtk::ButtonsType::NONE, true);
-  question_->add_button(localized(kBackText), Gtk::ResponseType::CANCEL);
-  question_->add_button(localized(kSendAsItIsText), kSendAsItIs);
-  question_->add_button(localized(kCorrectText), kCorrect);
-  question_->set_default_response(kCorrect);
-  question_->signal_response().connect([this](int response) {
+  ask(illegalValuesText(values), Gtk::MessageType::QUESTION,
+      {{localized(kBackText), Gtk::ResponseType::CANCEL},
+       {localized(kSendAsItIsText), kSendAsItIs},
+       {localized(kCorrectText), kCorrect}},
+      [this](int answer) {
+        if (answer == kCorrect) correct();
+        if (answer == kCorrect || answer == kSendAsItIs) print(answer == kSendAsItIs);
+      });
+}
+
+void Dialog::tell(const Glib::ustring& message, std::function<void()> then) {
+  ask(message, Gtk::MessageType::WARNING, {{localized(kCloseText), Gtk::ResponseType::CLOSE}},
+      [then = std::move(then)](int) { then(); });
+}
+
+// What follows may ask anew, and so runs when the toolkit is done with this question.
+void Dialog::ask(const Glib::ustring& message, Gtk::MessageType type,
+                 const std::vector<std::pair<Glib::ustring, int>>& answers, std::function<void(int)> then) {
+  question_ =
+      std::make_unique<Gtk::MessageDialog>(*dialog_, message, false, type, Gtk::ButtonsType::NONE, true);
+  question_->set_hide_on_close();
+  for (const auto& [title, answer] : answers) question_->add_button(title, answer);
+  question_->set_default_response(answers.back().second);
+  question_->signal_response().connect([this, then = std::move(then)](int answer) {
     question_->set_visible(false);
-    if (response == kCorrect) correct();
-    if (response == kCorrect || response == kSendAsItIs) print(response == kSendAsItIs);
+    Glib::signal_idle().connect_once([alive = std::weak_ptr<void>(alive_), then, answer] {
+      if (!alive.expired()) then(answer);
+    });
   });
   question_->set_visible();
 }
 
-void Dialog::tell(const Glib::ustring& message) {
-  question_ = std::make_unique<Gtk::MessageDialog>(*dialog_, message, false, Gtk::MessageType::WARNING,
-                                                   Gtk::ButtonsType::NONE, true);
-  question_->add_button(localized(kCloseText), Gtk::ResponseType::CLOSE);
-  question_->signal_response().connect([this](int) { question_->set_visible(false); });
-  question_->set_visible();
-}
-
 void Dialog::send(const Order& order) {
-  allowPrinting(false);
-  notice_->set_text(localized(kSendingText));
-  notice_->set_visible();
+  showSending(true);
   unwanted_ = std::make_shared<std::atomic<bool>>(false);
   const auto progress = [this, unwanted = unwanted_, alive = std::weak_ptr<void>(alive_)](
                             const std::string& name, auto sent, auto size) {
-    if (*unwanted) throw Failure("cancelled");
+    if (*unwanted) throw Failure(kUnwanted);
     Glib::signal_idle().connect_once([this, alive, shown = progressText(name, sent, size)] {
       if (!alive.expired()) notice_->set_text(shown);
     });
@@ -104,17 +118,23 @@ void Dialog::send(const Order& order) {
       [this, order](const auto& outcome) { onSent(order, outcome); });
 }
 
+void Dialog::showSending(bool sending) {
+  allowPrinting(!sending);
+  dialog_->get_content_area()->set_sensitive(!sending);
+  notice_->set_text(localized(kSendingText));
+  notice_->set_visible(sending);
+}
+
 void Dialog::onSent(const Order& order, const Outcome<SentJob>& outcome) {
   const bool wanted = !*std::exchange(unwanted_, nullptr);
-  notice_->set_visible(false);
-  allowPrinting(true);
-  if (!outcome.result && !wanted) return loop_->quit();
+  showSending(false);
   if (!outcome.result) {
-    note_(outcome.failure);
-    return tell(outcome.failure);
+    if (outcome.failure != kUnwanted) note_(outcome.failure);
+    return wanted ? tell(outcome.failure) : loop_->quit();
   }
   sent_ = outcome.result;
   rememberOrder(order);
+  if (wanted && sent_->lost && !sent_->lost->empty()) return tell(jobText(*sent_), [this] { loop_->quit(); });
   loop_->quit();
 }
 

@@ -1,11 +1,14 @@
 #include "host/dialog/module.hpp"
 
+#include <cstdlib>
 #include <exception>
+#include <iostream>
 
 #include <glibmm/exceptionhandler.h>
 #include <gtk/gtk.h>
 #include <gtkmm/init.h>
 
+#include "host/dialog/background.hpp"
 #include "host/dialog/dialog.hpp"
 
 using namespace tandemtrim::host;
@@ -13,6 +16,13 @@ using namespace tandemtrim::host;
 extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(const CommandLine& line,
                                                                             const Note& note,
                                                                             DialogResult& result) noexcept {
+  // Work that is still under way must not find libraries that are taken down.
+  on_exit(
+      [](int status, void* /*nothing*/) {
+        std::cout.flush();
+        if (underWay > 0) std::_Exit(status);
+      },
+      nullptr);
   try {
     // GTK asks libcups, which asks its environment.
     if (line.server) g_setenv("CUPS_SERVER", line.server->c_str(), TRUE);

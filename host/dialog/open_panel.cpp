@@ -6,13 +6,13 @@
 
 namespace tandemtrim::host {
 
-OpenPanel::OpenPanel(const std::string& bundle, platform::linux::PrintSettings& settings, PpdHandle ppd,
+OpenPanel::OpenPanel(const std::string& bundle, platform::linux::PrintSettings& settings, ppd_file_t* ppd,
                      const Note& note)
     : settings_(settings),
-      ppd_(std::move(ppd)),
+      ppd_(ppd),
       plugin_(loadPlugin(bundle, kGtkModule, note)),
       screenless_(loadPlugin(bundle, kMemoryModule, [](const std::string&) {})),
-      panels_(openPanels(plugin_, std::make_shared<Callback>(settings_, ppd_.get()))) {
+      panels_(openPanels(plugin_, std::make_shared<Callback>(settings_, ppd_))) {
   title_ = call("panelName", [](auto& panel) { return panel.panelName(); });
   keywords_ = call("supportedPPDOptionKeys", [](auto& panel) { return panel.supportedPPDOptionKeys(); });
   view_ = call("panelView", [](auto& panel) { return panel.panelView(); });
@@ -22,8 +22,9 @@ OpenPanel::OpenPanel(const std::string& bundle, platform::linux::PrintSettings& 
   restore();
 }
 
-void OpenPanel::willShow() const {
+void OpenPanel::willShow() {
   call("willShow", [](auto& panel) { panel.willShow(); });
+  takeUntouched();
 }
 
 void OpenPanel::setPaperSize(double width, double height) const {
@@ -42,25 +43,50 @@ bool OpenPanel::shouldPrint() const {
   return call("shouldPrint", [](auto& panel) { return panel.shouldPrint(); });
 }
 
-void OpenPanel::save() const {
+OpenPanel::StoredValues OpenPanel::storedValues() const {
+  StoredValues values;
+  for (const auto& keyword : keywords_) settings_.PMPrintSettingsGetValue(keyword, values[keyword]);
+  return values;
+}
+
+void OpenPanel::saveAll() const {
   std::string error;
   if (!call("saveValuesAndReturnError", [&](auto& panel) { return panel.saveValuesAndReturnError(&error); }))
     throw PluginFailure("the plug-in " + plugin_.bundle + " could not save the settings: " + error);
 }
 
-void OpenPanel::restore() const {
+void OpenPanel::takeUntouched() {
+  stored_ = storedValues();
+  saveAll();
+  untouched_ = storedValues();
+  for (const auto& [keyword, value] : stored_) settings_.PMPrintSettingsSetValue(keyword, value, false);
+}
+
+void OpenPanel::save() {
+  saveAll();
+  for (const auto& [keyword, value] : storedValues()) {
+    if (value == untouched_[keyword] && stored_[keyword])
+      settings_.PMPrintSettingsSetValue(keyword, stored_[keyword], false);
+  }
+}
+
+void OpenPanel::restore() {
   std::string error;
   if (!call("restoreValuesAndReturnError",
             [&](auto& panel) { return panel.restoreValuesAndReturnError(&error); }))
     throw PluginFailure("the plug-in " + plugin_.bundle + " could not show the settings: " + error);
+  takeUntouched();
 }
 
-std::vector<SummaryRow> OpenPanel::summary() const {
-  return orderedSummary(call("summaryInfo", [](auto& panel) { return panel.summaryInfo(); }));
+// Building a summary puts what is stored back into the controls.
+std::vector<SummaryRow> OpenPanel::summary() {
+  auto rows = orderedSummary(call("summaryInfo", [](auto& panel) { return panel.summaryInfo(); }));
+  takeUntouched();
+  return rows;
 }
 
 std::vector<IllegalValue> OpenPanel::illegalValues() const {
-  return host::illegalValues(screenless_, settings_, ppd_.get());
+  return host::illegalValues(screenless_, settings_, ppd_);
 }
 
 }  // namespace tandemtrim::host

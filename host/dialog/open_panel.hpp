@@ -1,7 +1,8 @@
 #pragma once
 
-#include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,45 +20,52 @@ namespace tandemtrim::host {
 /// when the panel does not do its part.
 class OpenPanel {
  public:
-  /// Opens the panel of the bundle at this path and shows in it what the settings hold. `settings` outlive
-  /// it; `ppd` is null for a printer without one.
-  OpenPanel(const std::string& bundle, platform::linux::PrintSettings& settings, PpdHandle ppd,
+  /// Opens the panel of the bundle at this path and shows in it what the settings hold. `settings` and `ppd`
+  /// outlive it; `ppd` is null for a printer without one.
+  OpenPanel(const std::string& bundle, platform::linux::PrintSettings& settings, ppd_file_t* ppd,
             const Note& note);
 
   [[nodiscard]] const std::string& title() const { return title_; }
   [[nodiscard]] GtkWidget* view() const { return GTK_WIDGET(view_->toolkitView()); }
-  [[nodiscard]] ppd_file_t* ppd() const { return ppd_.get(); }
   [[nodiscard]] const std::vector<std::string>& keywords() const { return keywords_; }
 
-  void willShow() const;
+  void willShow();
   /// Tells the panel's view the size of the chosen paper in millimetres.
   void setPaperSize(double width, double height) const;
   [[nodiscard]] bool shouldHide() const;
   [[nodiscard]] bool shouldShowHelp() const;
   [[nodiscard]] bool shouldPrint() const;
-  /// Writes what the controls show into the settings.
-  void save() const;
+  /// Writes what the controls show into the settings. What the person did not touch stays as it was stored,
+  /// even where the controls cannot show it.
+  void save();
   /// Shows what the settings hold.
-  void restore() const;
+  void restore();
   /// What is saved, in display order.
-  [[nodiscard]] std::vector<SummaryRow> summary() const;
+  [[nodiscard]] std::vector<SummaryRow> summary();
   /// The settings that this printer does not allow.
   [[nodiscard]] std::vector<IllegalValue> illegalValues() const;
 
  private:
+  using StoredValues = std::map<std::string, std::optional<std::string>>;
+  [[nodiscard]] StoredValues storedValues() const;
+  void saveAll() const;
+  void takeUntouched();
   template <class Operation>
   auto call(const char* name, Operation operation) const {
     return callPlugin(plugin_.bundle, name, [&] { return operation(*panels_->front()); });
   }
 
   platform::linux::PrintSettings& settings_;
-  PpdHandle ppd_;
+  ppd_file_t* ppd_;
   LoadedPlugin plugin_;
   LoadedPlugin screenless_;
   std::unique_ptr<platform::PanelList> panels_;
   std::string title_;
   platform::View* view_ = nullptr;
   std::vector<std::string> keywords_;
+  // What was stored when the controls last took it over, and what they would save of it, untouched.
+  StoredValues stored_;
+  StoredValues untouched_;
 };
 
 }  // namespace tandemtrim::host

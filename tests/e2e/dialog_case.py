@@ -150,6 +150,24 @@ class PrintDialog:
     def is_live(self, role, name):
         return has(self.find(role, name), Atspi.StateType.SENSITIVE)
 
+    def wait_for_page(self, title):
+        """Waits until the page of this title is in front."""
+
+        def title_in_front():
+            tabs = [node for node in within(self.application) if node.get_role_name() == "page tab"]
+            return any(has(tab, Atspi.StateType.SELECTED) and title in map(name_of, within(tab)) for tab in tabs)
+
+        until(title_in_front, f"the page {title!r} in front")
+
+    def answer(self, title):
+        """Presses the button of this title in the question that is asked, which is the youngest window."""
+
+        def button():
+            return next((node for node in within(children(self.application)[-1]) if name_of(node) == title), None)
+
+        until(lambda: len(children(self.application)) > 1, "a question")
+        Atspi.Action.do_action(until(button, f"the answer {title!r}"), 0)
+
     def shows(self, role, name):
         node = self.look(role, name)
         return node is not None and has(node, Atspi.StateType.VISIBLE)
@@ -229,6 +247,26 @@ class DialogCase(TerminalCase):
         dialog = self.panel(*arguments, **variables)
         dialog.check("Use Tandem Trim")
         return dialog
+
+    def add_other(self, *changes):
+        """Adds the printer Other, whose PPD differs from the sample by these (old, new) texts."""
+        text = PPD.read_text()
+        for old, new in changes:
+            self.assertIn(old, text)
+            text = text.replace(old, new)
+        ppd = self.temporary_folder() / "other.ppd"
+        ppd.write_text(text)
+        self.cups.add_queue("Other", ppd)
+
+    def freeze_at_other(self, dialog, words):
+        """Freezes the server when Other is chosen, which the dialog has seen before and shows by these words."""
+        for printer, shown in (("Other", words), ("Morva", "(0 to 20)")):
+            dialog.select_printer(printer)
+            dialog.says(shown)
+        self.cups.freeze()
+        self.addCleanup(self.cups.thaw)
+        dialog.select_printer("Other")
+        until(lambda: not dialog.look("label", "(0 to 20)"), "the panel of the first printer to go")
 
     def assert_nothing_was_sent(self):
         self.assertEqual(self.cups.jobs(), [])

@@ -3,7 +3,7 @@
 import unittest
 
 from dialog_case import DialogCase, until
-from terminal_case import CHANGED, DEFAULTS, MARGINS, SAMPLE, digest, of_panel
+from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, SAMPLE, digest, of_panel
 
 
 class DialogTest(DialogCase):
@@ -64,6 +64,26 @@ class DialogTest(DialogCase):
         until(lambda: dialog.text("Top Margin") == "5", "the default")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS | {"MVTandemTrim": "On"})
+
+    def test_edits_stay_when_the_person_goes_to_another_page_and_back(self):
+        dialog = self.live_panel()
+        dialog.choose("Print Position", 2)
+        dialog.type("Top Margin", "14")
+        dialog.page("General")
+        dialog.page("Tandem Trim")
+        self.assertTrue(dialog.is_checked("Use Tandem Trim"))
+        self.assertEqual(dialog.text("Top Margin"), "14")
+        dialog.press("Print")
+        options = of_panel(self.printed(dialog).options)
+        self.assertEqual((options[POSITION], options[MARGINS["Top"]]), ("Right", "14"))
+
+    def test_escape_closes_it_and_changes_nothing(self):
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "14")
+        dialog.keys("Escape")
+        status, out, said = dialog.ends()
+        self.assertEqual((status, out), (0, ""), said)
+        self.assert_nothing_was_sent()
 
     def test_the_summary_shows_an_edit_and_keeps_it(self):
         dialog = self.live_panel()

@@ -42,17 +42,20 @@ class DialogPluginsTest(DialogCase):
             with self.subTest(what):
                 self.prints_without_the_panel(self.dialog("-d", "Morva", "--plugin", str(self.bundle(**change))))
 
-    def misbehaving(self, call, misdeed):
-        """The dialog with a plug-in that works but for one call."""
-        folder = self.bundle()
-        contents = folder / BUNDLE.name / "Contents"
+    def misbehaving_bundle(self, call, misdeed):
+        """The bundle of a plug-in that works but for one call."""
+        bundle = self.bundle() / BUNDLE.name
+        contents = bundle / "Contents"
         for module in (contents / "Linux").iterdir():
             module.unlink()
             module.symlink_to(BUILD / "tests/host/tandemtrim_fake_plugin")
         (contents / "Resources/behaviour.txt").write_text(f"{call} {misdeed}")
         info = contents / "Info.plist"
         info.write_text(re.sub(r"(<key>NSPrincipalClass</key>\s*<string>)[^<]*", r"\1FakePrincipal", info.read_text()))
-        return self.dialog("-d", "Morva", "--plugin", str(folder))
+        return bundle
+
+    def misbehaving(self, call, misdeed):
+        return self.dialog("-d", "Morva", "--plugin", str(self.misbehaving_bundle(call, misdeed).parent))
 
     def test_a_plugin_may_break_at_any_call(self):
         at_once = {
@@ -62,6 +65,7 @@ class DialogPluginsTest(DialogCase):
             "panelView": ("none", "other", "raises"),
             "supportedPPDOptionKeys": ("raises",),
             "controls": ("raises",),
+            "saveValuesAndReturnError": ("false", "raises"),
         }
         for call, misdeeds in at_once.items():
             for misdeed in misdeeds:
@@ -72,8 +76,8 @@ class DialogPluginsTest(DialogCase):
         later = {
             ("willShow", "raises"): lambda dialog: dialog.page("Fake"),
             ("summaryInfo", "raises"): lambda dialog: dialog.page("Summary"),
-            ("saveValuesAndReturnError", "raises"): lambda dialog: dialog.press("Print"),
-            ("saveValuesAndReturnError", "false"): lambda dialog: dialog.press("Print"),
+            ("shouldHide", "raises"): lambda dialog: (dialog.page("Fake"), dialog.page("General")),
+            ("shouldPrint", "raises"): lambda dialog: dialog.press("Print"),
         }
         for behaviour, act in later.items():
             with self.subTest(behaviour):
@@ -81,6 +85,34 @@ class DialogPluginsTest(DialogCase):
                 dialog.find("label", "Fake")
                 act(dialog)
                 self.prints_without_the_panel(dialog)
+
+    def test_a_plugin_may_break_when_it_comes_up(self):
+        self.add_other(("TandemTrim.bundle", "Broken.bundle"))
+        folder = self.bundle()
+        self.misbehaving_bundle("willShow", "raises").rename(folder / "Broken.bundle")
+        dialog = self.dialog("-d", "Morva", "--plugin", str(folder))
+        self.freeze_at_other(dialog, "Fake")
+        dialog.page("Tandem Trim")
+        dialog.says("details are being read")
+        self.cups.thaw()
+        dialog.says("Tandem Trim settings are not available")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog, "Other").options), {})
+
+    def test_a_panel_may_keep_the_person_on_its_page(self):
+        dialog = self.misbehaving("shouldHide", "false")
+        dialog.page("Fake")
+        dialog.wait_for_page("Fake")
+        dialog.page("General")
+        dialog.wait_for_page("Fake")
+
+    def test_a_panel_may_hold_printing_back(self):
+        dialog = self.misbehaving("shouldPrint", "false")
+        dialog.find("label", "Fake")
+        dialog.press("Print")
+        dialog.page("Fake")
+        dialog.wait_for_page("Fake")
+        self.assert_nothing_was_sent()
 
 
 if __name__ == "__main__":

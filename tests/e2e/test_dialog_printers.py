@@ -3,8 +3,9 @@
 import unittest
 
 from dialog_case import DialogCase, until
-from terminal_case import MARGINS, PPD, of_panel
+from terminal_case import DEFAULTS, MARGINS, POSITION, PPD, VALID, of_panel
 
+SMALLER = ('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"')
 LARGE = 400_000_000  # bytes that take a while to send
 
 
@@ -33,6 +34,68 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Send As It Is")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "18")
 
+    def test_choices_that_the_printer_does_not_have_are_kept_until_they_are_corrected(self):
+        wrong = {VALID: "Maybe", POSITION: "Diagonal"}
+        for answer, expected in (("Send As It Is", wrong), ("Correct", {VALID: "Off", POSITION: "Left"})):
+            with self.subTest(answer):
+                dialog = self.panel(*(f"-o{keyword}={value}" for keyword, value in wrong.items()))
+                dialog.page("Summary")
+                dialog.page("Tandem Trim")
+                dialog.says("Diagonal")
+                dialog.press("Print")
+                dialog.answer(answer)
+                options = of_panel(self.printed(dialog).options)
+                self.assertEqual({keyword: options.get(keyword) for keyword in wrong}, expected)
+
+    def test_the_person_may_go_back_from_the_question(self):
+        dialog = self.panel("-o", f"{MARGINS['Left']}=18")
+        dialog.press("Print")
+        dialog.answer("Back")
+        self.assertEqual(dialog.text("Left Margin"), "18")
+        self.assert_nothing_was_sent()
+
+    def dialog_frozen_at_other(self):
+        self.add_other(SMALLER)
+        dialog = self.dialog("-d", "Morva", TANDEM_TRIM_TIMEOUT="60")
+        self.freeze_at_other(dialog, "(0 to 8)")
+        return dialog
+
+    def press_print_while_reading(self, dialog):
+        dialog.press("Print")
+        until(lambda: not dialog.is_live("push button", "Print"), "Print to wait for the details")
+
+    def test_the_dialog_stays_alive_while_a_silent_server_is_asked(self):
+        dialog = self.dialog_frozen_at_other()
+        dialog.page("Tandem Trim")
+        dialog.says("details are being read")
+        dialog.page("General")
+        self.cups.thaw()
+        dialog.says("(0 to 8)")
+
+    def test_print_while_details_are_read_prints_when_they_are(self):
+        dialog = self.dialog_frozen_at_other()
+        self.press_print_while_reading(dialog)
+        self.cups.thaw()
+        self.assertEqual(of_panel(self.printed(dialog, "Other").options), DEFAULTS)
+
+    def test_print_is_forgotten_when_another_printer_is_chosen(self):
+        dialog = self.dialog_frozen_at_other()
+        self.press_print_while_reading(dialog)
+        dialog.select_printer("Morva")
+        until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
+        self.cups.thaw()
+        dialog.says("(0 to 20)")
+        self.assert_nothing_was_sent()
+
+    def test_print_waits_for_the_person_when_the_panel_turns_out_to_be_missing(self):
+        dialog = self.dialog_frozen_at_other()
+        self.cups.ppd_of("Other").write_text("damaged")
+        self.press_print_while_reading(dialog)
+        self.cups.thaw()
+        dialog.says("Tandem Trim settings are not available")
+        until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
+        self.assert_nothing_was_sent()
+
     def test_a_stopped_queue_is_told_and_print_stays_ready(self):
         self.addCleanup(self.run_command, "cupsenable", "Morva")
         self.run_command("cupsdisable", "Morva")
@@ -57,20 +120,18 @@ class DialogPrintersTest(DialogCase):
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
 
     def test_another_printer_shows_its_own_limits(self):
-        narrow = self.temporary_folder() / "narrow.ppd"
-        narrow.write_text(PPD.read_text().replace('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"'))
-        self.cups.add_queue("Narrow", narrow)
+        self.add_other(SMALLER)
         dialog = self.live_panel()
         dialog.type("Top Margin", "14")
         dialog.page("General")
-        dialog.select_printer("Narrow")
+        dialog.select_printer("Other")
         dialog.page("Tandem Trim")
         dialog.says("does not allow 14")
         self.assertEqual(dialog.text("Top Margin"), "14")
         dialog.press("Correct")
         until(lambda: dialog.text("Top Margin") == "8", "the nearest legal value")
         dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog, "Narrow").options)[MARGINS["Top"]], "8")
+        self.assertEqual(of_panel(self.printed(dialog, "Other").options)[MARGINS["Top"]], "8")
 
     def test_a_printer_without_the_panel_has_no_page_and_gets_none_of_its_options(self):
         plain = self.temporary_folder() / "plain.ppd"
@@ -133,18 +194,41 @@ class DialogPrintersTest(DialogCase):
         large = self.temporary_folder() / "large.txt"
         with large.open("wb") as document:
             document.truncate(LARGE)
-        dialog = self.panel(documents=[large])
+        self.cups.add_queue("Other", PPD)
+        for what, cancel in {
+            "Cancel": lambda dialog: dialog.press("Cancel"),
+            "Escape": lambda dialog: dialog.keys("Escape"),
+        }.items():
+            with self.subTest(what):
+                dialog = self.panel(documents=[large])
+                dialog.find("text", "Top Margin")
+                dialog.press("Print")
+                until(lambda: self.cups.jobs("not-completed"), "the start of the job")
+                self.cups.freeze()
+                dialog.page("General")
+                dialog.select_printer("Other")
+                self.assertFalse(dialog.is_live("push button", "Print"))
+                cancel(dialog)
+                until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
+                self.cups.thaw()
+                status, out, said = dialog.ends()
+                self.assertEqual((status, out), (0, ""), said)
+                self.assertEqual(self.cups.jobs("not-completed"), [])
+                self.assertEqual(self.cups.records(), [])
+
+    def test_a_server_that_falls_silent_in_the_middle_of_a_document_is_told_and_print_stays_ready(self):
+        large = self.temporary_folder() / "large.txt"
+        with large.open("wb") as document:
+            document.truncate(LARGE)
+        dialog = self.panel(documents=[large], TANDEM_TRIM_TIMEOUT="2")
         dialog.find("text", "Top Margin")
         dialog.press("Print")
         until(lambda: self.cups.jobs("not-completed"), "the start of the job")
         self.cups.freeze()
-        dialog.press("Cancel")
-        until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
-        self.cups.thaw()
-        status, out, said = dialog.ends()
-        self.assertEqual((status, out), (0, ""), said)
-        self.assertEqual(self.cups.jobs("not-completed"), [])
-        self.assertEqual(self.cups.records(), [])
+        self.addCleanup(self.cups.thaw)
+        dialog.says("did not answer")
+        dialog.press("Close")
+        until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
 
 
 if __name__ == "__main__":

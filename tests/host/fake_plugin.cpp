@@ -169,13 +169,19 @@ class FakePanel : public PrintPanel {
       if (menu.choices[i].value == stored("FakePosition")) menu.selected = i;
     }
   }
-  bool shouldHide() override { return true; }
+  bool shouldHide() override {
+    behaviour_.run("shouldHide");
+    return !behaviour_.is("shouldHide", "false");
+  }
   bool shouldShowHelp() override { return true; }
   const std::vector<std::string>& supportedPPDOptionKeys() override {
     behaviour_.run("supportedPPDOptionKeys");
     return keys_;
   }
-  bool shouldPrint() override { return true; }
+  bool shouldPrint() override {
+    behaviour_.run("shouldPrint");
+    return !behaviour_.is("shouldPrint", "false");
+  }
   bool saveValuesAndReturnError(std::string* error) override {
     behaviour_.run("saveValuesAndReturnError");
     store("FakeOn", view_.find("Valid").state == CheckBox::kOn ? "On" : "Off");

@@ -68,7 +68,9 @@ TEST(ASuggestedValue, IsTheNearestOne) {
   EXPECT_EQ(suggestedValue(box(2, 30), "-7"), "2");
   EXPECT_EQ(suggestedValue(box(0, 30), "05"), "5");
   EXPECT_EQ(suggestedValue(menu(), "Top"), "Left");
+  EXPECT_EQ(suggestedValue(menu(), "center"), "Center");
   EXPECT_EQ(suggestedValue(checkBox(), "on"), "On");
+  EXPECT_EQ(suggestedValue(checkBox(), "maybe"), "Off");
 }
 
 TEST(ASuggestedValue, StaysAtTheLowBoundWhereTheBoundsCross) {
