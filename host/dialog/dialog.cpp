@@ -128,10 +128,11 @@ void Dialog::begin() {
 
 // The panel takes those of its own keywords among them.
 void Dialog::startFrom(const Options& options) {
-  for (const auto& [keyword, value] : options) {
+  for (const auto& option : options) {
     const auto* const own = std::ranges::find_if(
-        kPanelKeywords, [&](const char* known) { return isSameKeyword(known, keyword); });
-    settings_.PMPrintSettingsSetValue(own == kPanelKeywords.end() ? keyword : *own, value, false);
+        kPanelKeywords, [&](const char* known) { return isSameKeyword(known, option.keyword); });
+    settings_.PMPrintSettingsSetValue(own == kPanelKeywords.end() ? option.keyword : *own, option.value,
+                                      false);
   }
 }
 
