@@ -37,7 +37,10 @@ Json jobJson(const SentJob& job) {
 }  // namespace
 
 std::string jobText(const SentJob& job) {
-  const std::string start = "job " + std::to_string(job.number) + " on " + job.printer + ": ";
+  const std::string name = "job " + std::to_string(job.number) + " on " + job.printer;
+  if (!job.unconfirmed.empty())
+    return name + " was sent, but its options could not be confirmed: " + job.unconfirmed;
+  const std::string start = name + ": ";
   if (!job.lost)
     return start + "sent; the server no longer knows the job, so its options could not be confirmed";
   std::string text = start + std::to_string(job.options - job.lost->size()) + " of " +

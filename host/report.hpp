@@ -16,6 +16,8 @@ struct SentJob {
   std::size_t options = 0;
   /// The keywords that the server does not hold as they were sent; none when it could not tell.
   std::optional<std::vector<std::string>> lost;
+  /// Why the server could not be asked; empty when it was.
+  std::string unconfirmed = {};
 };
 
 /// "job 17 on Morva: 7 of 7 options confirmed", with the lost ones named behind it.

@@ -61,8 +61,8 @@ SentJob print(const CommandLine& line, const Target& target, std::vector<Documen
   try {
     job.lost = lostOptions(target.connection, target.printer, job.number, confirmable);
   } catch (const Failure& failure) {
-    throw Failure("job " + std::to_string(job.number) + " on " + job.printer +
-                  " was sent, but its options could not be confirmed: " + failure.what());
+    job.unconfirmed = failure.what();
+    throw Failure(jobText(job));
   }
   return job;
 }
@@ -82,6 +82,7 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
 void runDialog(const CommandLine& line, std::ostream& out, const Note& note) {
   const auto job = showDialog(line, note);
   if (!job) return note("cancelled");
+  if (!job->unconfirmed.empty()) throw Failure(jobText(*job));
   if (!job->lost) return note(jobText(*job));
   if (!job->lost->empty()) throw Failure(jobText(*job));
   out << jobText(*job) << '\n';

@@ -110,19 +110,24 @@ void Dialog::begin() {
           return;
         }
         const auto& found = (*outcome.result)->printer;
-        const auto remembered = recall(found.name, note_);
+        const auto remembered = recall({line_.server, found.name}, note_);
         startFrom(found.saved);
         startFrom(remembered.panel);
         startFrom(line_.options);
-        auto settings = Gtk::PrintSettings::create();
-        if (remembered.dialog->has_group("Print Settings")) settings->load_from_key_file(remembered.dialog);
-        host::showOptions(line_.options, *settings);
+        auto* const ppd = (*outcome.result)->ppd.get();
+        auto pages = remembered.pages;
+        if (!pages.settings) {
+          pages.settings = Gtk::PrintSettings::create();
+          showOptions(found.saved, ppd, pages);
+        }
+        showOptions(line_.options, ppd, pages);
+        const auto settings = pages.settings;
         settings->set_printer(found.name);
         dialog_->set_settings(settings);
         current_ = found.name;
         reading_ = true;
         onDetails(found.name, std::move(outcome));
-        select(current_, settings);
+        select(current_, pages);
       });
 }
 
@@ -143,18 +148,19 @@ std::string Dialog::selectedPrinter() const {
 
 // GTK forgets the printer of its settings unless that one is listed first, so it is asked again until it is
 // selected.
-void Dialog::select(const std::string& printer, const Glib::RefPtr<Gtk::PrintSettings>& settings) {
+void Dialog::select(const std::string& printer, const Pages& pages) {
   wanted_ = printer;
   selecting_ = Glib::signal_timeout().connect(
-      [this, settings, tries = 0]() mutable {
+      [this, pages, tries = 0]() mutable {
         if (selectedPrinter() == *wanted_ || ++tries > kSelections) {
-          // Copies count for a selected printer only.
-          dialog_->set_settings(settings);
+          // Copies and paper count for a selected printer only.
+          dialog_->set_settings(pages.settings);
+          if (pages.setup) dialog_->set_page_setup(pages.setup);
           wanted_.reset();
           onPrinterChanged();
           return false;
         }
-        dialog_->set_settings(settings);
+        dialog_->set_settings(pages.settings);
         return true;
       },
       kSelectAgain);
@@ -315,19 +321,26 @@ void Dialog::showHelp() { tell(localized(kHelpPageText)); }
 
 // What the order takes of the command line: options that neither the panel nor the dialog's pages show.
 Order Dialog::order() {
-  Order order{line_.server, current_, line_.title.value_or(documents_->front().name()),
-              documents_,   {},       page_->useForAllJobs.get_active()};
-  for (const auto& option : line_.options) {
-    if (option.keyword != "copies") setOption(order.options, option);
-  }
-  for (auto& option : dialogOptions(*dialog_, order.title)) setOption(order.options, std::move(option));
+  Order order{line_.server,
+              current_,
+              line_.title.value_or(documents_->front().name()),
+              documents_,
+              {},
+              {shownPages(*dialog_), {}},
+              page_->useForAllJobs.get_active()};
+  for (const auto& option : line_.options) setOption(order.options, option);
+  auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
+  const auto usual = Glib::wrap(gtk_printer_get_default_page_size(chosen));
+  takeOptions(order.remembered.pages, usual ? gtk_page_setup_get_paper_size(usual->gobj()) : nullptr,
+              order.options);
   std::erase_if(order.options, [](const Option& option) { return isOfPanel(option.keyword); });
   if (!panel_) return order;
   for (const auto& keyword : panel_->keywords()) {
     std::optional<std::string> value;
     settings_.PMPrintSettingsGetValue(keyword, value);
-    if (value) setOption(order.options, {keyword, *value});
+    if (value) order.remembered.panel.push_back({keyword, *value});
   }
+  for (const auto& option : order.remembered.panel) setOption(order.options, option);
   return order;
 }
 

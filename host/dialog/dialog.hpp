@@ -15,6 +15,7 @@
 
 #include "host/command_line.hpp"
 #include "host/dialog/background.hpp"
+#include "host/dialog/dialog_options.hpp"
 #include "host/dialog/open_panel.hpp"
 #include "host/dialog/order.hpp"
 #include "host/dialog/panel_page.hpp"
@@ -48,7 +49,7 @@ class Dialog {
                                                           const std::optional<std::string>& printer);
   [[nodiscard]] std::string selectedPrinter() const;
   void begin();
-  void select(const std::string& printer, const Glib::RefPtr<Gtk::PrintSettings>& settings);
+  void select(const std::string& printer, const Pages& pages);
   void onPrinterChanged();
   void readDetails(const std::string& printer);
   void forgetPrinter();
@@ -74,7 +75,6 @@ class Dialog {
   [[nodiscard]] Order order();
   void send(const Order& order);
   void onSent(const Order& order, const Outcome<SentJob>& outcome);
-  void rememberOrder(const Order& order);
   void tell(
       const Glib::ustring& message, std::function<void()> then = [] {});
   void ask(const Glib::ustring& message, Gtk::MessageType type,

@@ -1,9 +1,14 @@
 #include "host/dialog/dialog_options.hpp"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <string_view>
 
-#include <gtk/gtkunixprint.h>
+#include "host/dialog/page_ranges.hpp"
+#include "host/dialog/paper.hpp"
+#include "host/dialog/texts.hpp"
+#include "host/failure.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -12,67 +17,213 @@ constexpr std::string_view kPrefix = "cups-";
 // What GTK stands in a row whose choice the printer cannot do just now.
 constexpr std::string_view kIgnored = "gtk-ignore-value";
 
-void add(const char* key, const char* value, void* options) {
-  const std::string_view name = key;
-  if (name.starts_with(kPrefix) && value != kIgnored)
-    setOption(*static_cast<Options*>(options), {std::string(name.substr(kPrefix.size())), value});
+// What the pages show for every printer, under all its names.
+constexpr std::array<const char*, 11> kAlwaysShown{"copies",
+                                                   "page-ranges",
+                                                   "page-set",
+                                                   "orientation-requested",
+                                                   "landscape",
+                                                   "PageSize",
+                                                   "PageRegion",
+                                                   "OutputOrder",
+                                                   "Collate",
+                                                   "sheet-collate",
+                                                   "multiple-document-handling"};
+// What they show under one of these names, when the printer can do it.
+constexpr std::array<const char*, 5> kDuplexes{"sides", "Duplex", "JCLDuplex", "EFDuplex", "KD03Duplex"};
+
+struct Choice {
+  const char* value;
+  int gtk;
+};
+constexpr std::array<Choice, 3> kPageSets{
+    {{"all", GTK_PAGE_SET_ALL}, {"even", GTK_PAGE_SET_EVEN}, {"odd", GTK_PAGE_SET_ODD}}};
+constexpr std::array<Choice, 4> kOrientations{{{"3", GTK_PAGE_ORIENTATION_PORTRAIT},
+                                               {"4", GTK_PAGE_ORIENTATION_LANDSCAPE},
+                                               {"5", GTK_PAGE_ORIENTATION_REVERSE_LANDSCAPE},
+                                               {"6", GTK_PAGE_ORIENTATION_REVERSE_PORTRAIT}}};
+struct Sides {
+  const char* sides;
+  const char* duplex;
+};
+constexpr std::array<Sides, 3> kSides{{{"one-sided", "None"},
+                                       {"two-sided-long-edge", "DuplexNoTumble"},
+                                       {"two-sided-short-edge", "DuplexTumble"}}};
+
+template <class Keywords>
+bool isAmong(const std::string& keyword, const Keywords& keywords) {
+  return std::ranges::any_of(keywords, [&](const char* known) { return isSameKeyword(known, keyword); });
 }
 
-// GTK counts pages from 0, the job option from 1.
-std::string pageRanges(GtkPrintJob* job) {
+template <class Choices>
+std::string valueOf(const Choices& choices, int gtk) {
+  return std::ranges::find(choices, gtk, &Choice::gtk)->value;
+}
+
+template <class Choices>
+std::optional<int> choiceOf(const Choices& choices, std::string_view value) {
+  const auto* const found = std::ranges::find(choices, value, &Choice::value);
+  return found == choices.end() ? std::nullopt : std::optional<int>(found->gtk);
+}
+
+std::optional<int> numberIn(std::string_view text) {
+  int number = 0;
+  const auto* const end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, number);
+  return read.ec == std::errc() && read.ptr == end ? std::optional<int>(number) : std::nullopt;
+}
+
+// GTK counts pages from 0; its last one is -1.
+std::vector<PageRange> pageRangesOf(const Gtk::PrintSettings& settings) {
   int count = 0;
-  const auto* const ranges = gtk_print_job_get_page_ranges(job, &count);
-  std::string text;
-  for (int i = 0; i < count; ++i) {
-    const int first = ranges[i].start + 1;
-    const int last = ranges[i].end + 1;
-    text += (text.empty() ? "" : ",") + std::to_string(first);
-    if (last != first) text += '-' + (last > 0 ? std::to_string(last) : "");
+  auto* const ranges =
+      gtk_print_settings_get_page_ranges(const_cast<GtkPrintSettings*>(settings.gobj()), &count);
+  std::vector<PageRange> pages;
+  for (int i = 0; i < count; ++i)
+    pages.push_back({ranges[i].start + 1, ranges[i].end < 0 ? PageRange::kEnd : ranges[i].end + 1});
+  g_free(ranges);
+  return pages;
+}
+
+void showPageRanges(const std::string& text, Gtk::PrintSettings& settings) {
+  std::vector<GtkPageRange> ranges;
+  for (const auto& [first, last] : parsePageRanges(text))
+    ranges.push_back({first - 1, last == PageRange::kEnd ? -1 : last - 1});
+  if (ranges.empty()) return;
+  settings.set_print_pages(Gtk::PrintPages::RANGES);
+  gtk_print_settings_set_page_ranges(settings.gobj(), ranges.data(), static_cast<int>(ranges.size()));
+}
+
+// Each printer's row goes by one of the two names.
+void showSides(const std::string& value, Gtk::PrintSettings& settings) {
+  for (const auto& [sides, duplex] : kSides) {
+    if (value != sides && value != duplex) continue;
+    settings.set(std::string(kPrefix) + "sides", sides);
+    settings.set(std::string(kPrefix) + "Duplex", duplex);
   }
-  return text;
+}
+
+bool isTrue(const std::string& value) { return isSameKeyword(value, "true"); }
+
+void showOption(const Option& option, Gtk::PrintSettings& settings) {
+  const auto& [keyword, value] = option;
+  const auto is = [&](const char* name) { return isSameKeyword(keyword, name); };
+  if (is("copies")) {
+    if (const auto copies = numberIn(value); copies && *copies > 0) settings.set_n_copies(*copies);
+  } else if (is("page-ranges")) {
+    showPageRanges(value, settings);
+  } else if (is("page-set")) {
+    if (const auto set = choiceOf(kPageSets, value)) settings.set_page_set(Gtk::PageSet(*set));
+  } else if (is("OutputOrder")) {
+    settings.set_reverse(isSameKeyword(value, "reverse"));
+  } else if (is("Collate")) {
+    settings.set_collate(isTrue(value));
+  } else if (is("sheet-collate")) {
+    settings.set_collate(value == "collated");
+  } else if (is("multiple-document-handling")) {
+    settings.set_collate(value != "separate-documents-uncollated-copies");
+  } else if (isAmong(keyword, kDuplexes)) {
+    showSides(value, settings);
+  } else {
+    settings.set(std::string(kPrefix) + keyword, value);
+  }
+}
+
+std::optional<int> orientationAskedFor(const Options& options) {
+  std::optional<int> orientation;
+  for (const auto& [keyword, value] : options) {
+    if (isSameKeyword(keyword, "landscape"))
+      orientation =
+          isTrue(value) || value.empty() ? GTK_PAGE_ORIENTATION_LANDSCAPE : GTK_PAGE_ORIENTATION_PORTRAIT;
+    if (isSameKeyword(keyword, "orientation-requested"))
+      if (const auto known = choiceOf(kOrientations, value)) orientation = known;
+  }
+  return orientation;
+}
+
+// The paper that a printer with this PPD takes when a job does not say.
+std::optional<Gtk::PaperSize> usualPaper(ppd_file_t* ppd) {
+  const auto* const attribute = ppd == nullptr ? nullptr : ppdFindAttr(ppd, "DefaultPageSize", nullptr);
+  return attribute == nullptr ? std::nullopt : paperNamed(attribute->value, ppd);
+}
+
+void showPageSetup(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::PageSetup>& setup) {
+  auto paper = paperAskedFor(options, ppd);
+  const auto orientation = orientationAskedFor(options);
+  if (!paper && !orientation) return;
+  if (!setup) {
+    setup = Gtk::PageSetup::create();
+    if (!paper) paper = usualPaper(ppd);
+  }
+  if (paper) setup->set_paper_size_and_default_margins(*paper);
+  if (orientation) setup->set_orientation(Gtk::PageOrientation(*orientation));
+}
+
+void leaveOutShown(Options& options) {
+  for (auto& [keyword, value] : options) {
+    if (isSameKeyword(keyword, "media")) value = mediaWithoutPaper(value);
+  }
+  std::erase_if(options, [](const Option& option) {
+    return isAmong(option.keyword, kAlwaysShown) ||
+           (isSameKeyword(option.keyword, "media") && option.value.empty());
+  });
+}
+
+// What stands in GTK's rows for the options of this very printer.
+Options rowOptions(Gtk::PrintSettings& settings) {
+  Options options;
+  settings.setting_foreach([&](const Glib::ustring& key, const Glib::ustring& value) {
+    const std::string_view name = key.raw();
+    if (name.starts_with(kPrefix) && value.raw() != kIgnored)
+      options.push_back({std::string(name.substr(kPrefix.size())), value});
+  });
+  return options;
+}
+
+// The option media may name a tray beside the paper.
+void addPaper(Options& options, Option paper) {
+  for (const auto& [keyword, value] : options) {
+    if (isSameKeyword(keyword, paper.keyword)) paper.value += ',' + value;
+  }
+  setOption(options, std::move(paper));
 }
 
 }  // namespace
 
-Options dialogOptions(Gtk::PrintUnixDialog& dialog, const std::string& title) {
-  auto* const settings = gtk_print_unix_dialog_get_settings(dialog.gobj());
-  // A job that is never sent: making it puts the dialog's choices into the settings.
-  auto* const job =
-      gtk_print_job_new(title.c_str(), gtk_print_unix_dialog_get_selected_printer(dialog.gobj()), settings,
-                        gtk_print_unix_dialog_get_page_setup(dialog.gobj()));
-  Options options;
-  gtk_print_settings_foreach(settings, &add, &options);
-  if (const int copies = gtk_print_settings_get_n_copies(settings); copies > 1)
-    setOption(options, {"copies", std::to_string(copies)});
-  if (gtk_print_settings_get_print_pages(settings) == GTK_PRINT_PAGES_RANGES) {
-    if (auto ranges = pageRanges(job); !ranges.empty())
-      setOption(options, {"page-ranges", std::move(ranges)});
-  }
-  switch (gtk_print_settings_get_page_set(settings)) {
-    case GTK_PAGE_SET_EVEN:
-      setOption(options, {"page-set", "even"});
-      break;
-    case GTK_PAGE_SET_ODD:
-      setOption(options, {"page-set", "odd"});
-      break;
-    default:
-      break;
-  }
-  g_object_unref(job);
-  g_object_unref(settings);
-  return options;
+Pages shownPages(Gtk::PrintUnixDialog& dialog) {
+  return {dialog.get_settings(), dialog.get_page_setup()->copy()};
 }
 
-void showOptions(const Options& options, Gtk::PrintSettings& settings) {
-  for (const auto& [keyword, value] : options) {
-    int copies = 0;
-    if (keyword == "copies") {
-      std::from_chars(value.data(), value.data() + value.size(), copies);
-      settings.set_n_copies(copies);
-    } else {
-      settings.set(std::string(kPrefix) + keyword, value);
-    }
+void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages) {
+  for (const auto& option : options) showOption(option, *pages.settings);
+  showPageSetup(options, ppd, pages.setup);
+}
+
+void takeOptions(const Pages& pages, const GtkPaperSize* usual, Options& options) {
+  leaveOutShown(options);
+  const auto rows = rowOptions(*pages.settings);
+  const auto isDuplex = [](const Option& option) { return isAmong(option.keyword, kDuplexes); };
+  if (std::ranges::any_of(rows, isDuplex)) std::erase_if(options, isDuplex);
+  for (const auto& row : rows) setOption(options, row);
+
+  const auto& settings = *pages.settings;
+  const int copies = settings.get_n_copies();
+  setOption(options, {"copies", std::to_string(copies)});
+  if (copies > 1) setOption(options, {"Collate", settings.get_collate() ? "True" : "False"});
+  setOption(options, {"OutputOrder", settings.get_reverse() ? "Reverse" : "Normal"});
+  setOption(options, {"page-set", valueOf(kPageSets, static_cast<int>(settings.get_page_set()))});
+  if (settings.get_print_pages() == Gtk::PrintPages::RANGES) {
+    auto ranges = pageRangesText(pageRangesOf(settings));
+    if (ranges.empty()) throw Failure(localized(kNoPagesText));
+    setOption(options, {"page-ranges", std::move(ranges)});
   }
+
+  const auto& setup = *pages.setup;
+  setOption(options,
+            {"orientation-requested", valueOf(kOrientations, static_cast<int>(setup.get_orientation()))});
+  auto paper = setup.get_paper_size();
+  if (usual == nullptr || gtk_paper_size_is_equal(paper.gobj(), const_cast<GtkPaperSize*>(usual)) == FALSE)
+    addPaper(options, paperOption(paper));
 }
 
 }  // namespace tandemtrim::host

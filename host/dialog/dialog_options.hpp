@@ -2,15 +2,27 @@
 
 #include <gtkmm/printunixdialog.h>
 
+#include "host/cups_handles.hpp"
 #include "host/options.hpp"
 
 namespace tandemtrim::host {
 
-/// The job options that the dialog's own pages ask for: copies, page ranges, number-up, paper and whatever
-/// rows the printer's PPD put there.
-Options dialogOptions(Gtk::PrintUnixDialog& dialog, const std::string& title);
+/// What the dialog's own pages show: settings that GTK keeps for them, and the page setup; null leaves the
+/// paper and its orientation to the printer.
+struct Pages {
+  Glib::RefPtr<Gtk::PrintSettings> settings;
+  Glib::RefPtr<Gtk::PageSetup> setup;
+};
 
-/// The dialog's settings for a job that starts with these options.
-void showOptions(const Options& options, Gtk::PrintSettings& settings);
+/// What the dialog's pages show now.
+Pages shownPages(Gtk::PrintUnixDialog& dialog);
+
+/// Has the pages show what a job with these options does. `ppd` is null for a printer without one.
+void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages);
+
+/// Puts what the person asks for on the pages into the options, in the place of what these said of it.
+/// Failure when pages are to be chosen and none is. `usual` is the paper that the printer takes of itself, or
+/// null.
+void takeOptions(const Pages& pages, const GtkPaperSize* usual, Options& options);
 
 }  // namespace tandemtrim::host

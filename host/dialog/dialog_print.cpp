@@ -114,7 +114,7 @@ void Dialog::send(const Order& order) {
     });
   };
   inBackground<SentJob>(
-      alive_, [order, progress] { return carryOut(order, progress); },
+      alive_, [order, progress, note = note_] { return carryOut(order, progress, note); },
       [this, order](const auto& outcome) { onSent(order, outcome); });
 }
 
@@ -133,24 +133,9 @@ void Dialog::onSent(const Order& order, const Outcome<SentJob>& outcome) {
     return wanted ? tell(outcome.failure) : loop_->quit();
   }
   sent_ = outcome.result;
-  rememberOrder(order);
+  remember({order.server, order.printer}, order.remembered, note_);
   if (wanted && sent_->lost && !sent_->lost->empty()) return tell(jobText(*sent_), [this] { loop_->quit(); });
   loop_->quit();
-}
-
-void Dialog::rememberOrder(const Order& order) {
-  Remembered remembered{Glib::KeyFile::create(), {}};
-  auto* const settings = gtk_print_unix_dialog_get_settings(dialog_->gobj());
-  gtk_print_settings_to_key_file(settings, remembered.dialog->gobj(), nullptr);
-  g_object_unref(settings);
-  if (panel_) {
-    for (const auto& keyword : panel_->keywords()) {
-      std::optional<std::string> value;
-      settings_.PMPrintSettingsGetValue(keyword, value);
-      if (value) remembered.panel.push_back({keyword, *value});
-    }
-  }
-  remember(order.printer, remembered, note_);
 }
 
 }  // namespace tandemtrim::host

@@ -1,5 +1,10 @@
 #include "host/dialog/order.hpp"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
 #include "host/confirmation.hpp"
 #include "host/connection.hpp"
 #include "host/failure.hpp"
@@ -7,18 +12,56 @@
 #include "host/saved_defaults.hpp"
 
 namespace tandemtrim::host {
+namespace {
 
-SentJob carryOut(const Order& order, const Progress& progress) {
+// What a queue does with a job that does not say otherwise.
+constexpr std::array<std::pair<const char*, const char*>, 6> kUsual{{{"copies", "1"},
+                                                                     {"number-up", "1"},
+                                                                     {"number-up-layout", "lrtb"},
+                                                                     {"orientation-requested", "3"},
+                                                                     {"OutputOrder", "Normal"},
+                                                                     {"page-set", "all"}}};
+
+// Whether the queue would do so of itself: neither its administrator nor the person made another value the
+// default.
+bool isUsual(const Option& option, const Printer& printer) {
+  return std::ranges::any_of(kUsual, [&](const auto& usual) {
+    if (!isSameKeyword(option.keyword, usual.first) || option.value != usual.second) return false;
+    const auto& queue = *printer.destination;
+    const char* const preset = cupsGetOption(usual.first, queue.num_options, queue.options);
+    return preset == nullptr || std::string_view(preset) == usual.second ||
+           std::string_view(preset) == "no-value";
+  });
+}
+
+void useForAllJobs(const Order& order, const Connection& connection, const Printer& printer,
+                   const Note& note) {
+  try {
+    saveAsDefault(connection, printer, order.remembered.panel);
+  } catch (const Failure& failure) {
+    note("the job was sent, but its settings are not kept for all jobs: " + std::string(failure.what()));
+  }
+}
+
+}  // namespace
+
+SentJob carryOut(const Order& order, const Progress& progress, const Note& note) {
   const Connection connection(order.server);
   const auto printer = findPrinter(connection, order.printer);
   checkState(printer, [](const std::string& waiting) { throw Failure(waiting + "; nothing was sent"); });
   auto& documents = *order.documents;
   progress(documents.front().name(), 0, documents.front().size());
-  if (order.useForAllJobs) saveAsDefault(connection, printer, order.options);
-  const auto confirmable = optionsOfTheJob(order.options);
+  auto options = order.options;
+  std::erase_if(options, [&](const Option& option) { return isUsual(option, printer); });
+  const auto confirmable = optionsOfTheJob(options);
   SentJob job{0, printer.name, confirmable.size(), std::nullopt};
-  job.number = sendJob(connection, printer, order.title, order.options, documents, progress);
-  job.lost = lostOptions(connection, printer, job.number, confirmable);
+  job.number = sendJob(connection, printer, order.title, options, documents, progress);
+  if (order.useForAllJobs) useForAllJobs(order, connection, printer, note);
+  try {
+    job.lost = lostOptions(connection, printer, job.number, confirmable);
+  } catch (const Failure& failure) {
+    job.unconfirmed = failure.what();
+  }
   return job;
 }
 

@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "host/dialog/remembered.hpp"
 #include "host/documents.hpp"
 #include "host/job.hpp"
+#include "host/note.hpp"
 #include "host/options.hpp"
 #include "host/report.hpp"
 
@@ -20,13 +22,15 @@ struct Order {
   std::string title;
   std::shared_ptr<std::vector<Document>> documents;
   Options options;
-  /// Whether the options become the person's defaults for the printer, too.
+  /// What the next job on the printer starts from.
+  Remembered remembered;
+  /// Whether the panel's options become the person's defaults for the printer, too.
   bool useForAllJobs = false;
 };
 
 /// Sends the job and asks the server what it holds of it. Failure when the server, the printer or a document
 /// refuses; a stopped printer refuses too, since the person is there to choose another. `progress` is asked
-/// once before there is a job.
-SentJob carryOut(const Order& order, const Progress& progress);
+/// once before there is a job. What goes wrong once the job is sent is noted.
+SentJob carryOut(const Order& order, const Progress& progress, const Note& note);
 
 }  // namespace tandemtrim::host

@@ -23,6 +23,7 @@ inline constexpr const char* kReadingText = "The printer's details are being rea
 inline constexpr const char* kUnavailableText = "Tandem Trim settings are not available.";
 inline constexpr const char* kChoosePrinterText =
     "Choose a printer: the document is sent as it is, so it cannot be printed to a file.";
+inline constexpr const char* kNoPagesText = "Type the numbers of the pages to print, or choose all pages.";
 inline constexpr const char* kSendingText = "Sending…";
 inline constexpr const char* kIllegalValueText =
     "[name]: this printer does not allow [value] (allowed: [allowed])";
@@ -31,10 +32,10 @@ inline constexpr const char* kHelpPageText =
     "stands "
     "what the printer allows. \"Use for all my jobs\" keeps the settings as your defaults for this printer.";
 
-inline constexpr std::array kTexts{kCorrectText,     kSendAsItIsText,    kBackText,    kCloseText,
-                                   kHelpText,        kUseForAllJobsText, kSummaryText, kReadingText,
-                                   kUnavailableText, kChoosePrinterText, kSendingText, kIllegalValueText,
-                                   kHelpPageText};
+inline constexpr std::array kTexts{kCorrectText,      kSendAsItIsText,    kBackText,    kCloseText,
+                                   kHelpText,         kUseForAllJobsText, kSummaryText, kReadingText,
+                                   kUnavailableText,  kChoosePrinterText, kNoPagesText, kSendingText,
+                                   kIllegalValueText, kHelpPageText};
 
 /// The text in the person's language.
 std::string localized(std::string_view text);

@@ -189,8 +189,24 @@ class PrintDialog:
 
     def choose_by_keys(self, name, *keys):
         """Opens the menu of this name and goes through it by these keys."""
-        self.click(self.find("combo box", name))
+        self.click(until(lambda: self.look("combo box", name) or self.look_behind(name, "combo box"), f"menu {name!r}"))
         self.keys(*keys, "Return")
+
+    def look_behind(self, label, role):
+        """The thing of this role right behind a label: the toolkit gives no names to what it makes for a PPD."""
+        nodes = list(within(self.application))
+        for place, node in enumerate(nodes):
+            if node.get_role_name() == "label" and node.get_name() == f"{label}:":
+                return next((later for later in nodes[place:] if later.get_role_name() == role), None)
+        return None
+
+    def spin(self, name, text):
+        """Replaces what the box of a number holds, by the keyboard."""
+        box = self.find("spin button", name)
+        until(lambda: has(box, Atspi.StateType.SENSITIVE), f"{name} to be live")
+        extents = Atspi.Component.get_extents(box, Atspi.CoordType.WINDOW)
+        self.xdotool("mousemove", str(extents.x + 12), str(extents.y + extents.height // 2), "click", "1")
+        self.keys("ctrl+a", *text, "Tab")
 
     def select_printer(self, name):
         row = until(lambda: self.look("label", name), f"the printer {name!r}")
@@ -227,6 +243,11 @@ class DialogCase(TerminalCase):
         shown = PrintDialog([PROGRAM, *arguments, *documents], environment | variables, content)
         self.addCleanup(shown.close)
         return shown
+
+    def memories(self, state):
+        """The file in which the next dialog for Morva finds what the last one was set to."""
+        host, port = self.cups.address
+        return state / f"tandem-trim/Morva@{host}:{port}.conf"
 
     def printed(self, dialog, printer="Morva"):
         """The record of the job that the dialog sent."""

@@ -108,14 +108,15 @@ class DialogTest(DialogCase):
 
     def test_damaged_memories_are_set_aside_and_reported(self):
         state = self.temporary_folder()
-        (state / "tandem-trim").mkdir()
-        (state / "tandem-trim/Morva.conf").write_bytes(b"[Tandem Trim\nMVTopMargin")
+        memories = self.memories(state)
+        memories.parent.mkdir()
+        memories.write_bytes(b"[Tandem Trim\nMVTopMargin")
         dialog = self.dialog("-d", "Morva", XDG_STATE_HOME=str(state))
         self.assertEqual(dialog.text("Top Margin"), "5")
         dialog.press("Cancel")
         _, _, said = dialog.ends()
-        self.assertIn("Morva.conf", said)
-        self.assertTrue((state / "tandem-trim/Morva.conf.damaged").exists())
+        self.assertIn(memories.name, said)
+        self.assertTrue(memories.with_name(memories.name + ".damaged").exists())
 
     def test_settings_may_be_kept_for_all_jobs(self):
         dialog = self.live_panel()

@@ -1,0 +1,207 @@
+"""What a person sets on the print dialog's own pages, from the page to the printer's filter and to the next dialog."""
+
+import stat
+import unittest
+
+from dialog_case import DialogCase, until
+from terminal_case import DEFAULTS, MARGINS, PPD, of_panel
+
+RANGES = "Specify one or more page ranges"
+PAGES = ("PageSize", "media", "orientation-requested", "landscape", "OutputOrder", "Collate", "number-up", "page-set")
+PAGES += ("number-up-layout", "page-ranges", "copies", "Duplex", "sides")
+DUPLEX = """\
+*OpenUI *Duplex/Two-Sided: PickOne
+*OrderDependency: 15 AnySetup *Duplex
+*DefaultDuplex: None
+*Duplex None/Off: ""
+*Duplex DuplexNoTumble/Long Edge: ""
+*Duplex DuplexTumble/Short Edge: ""
+*CloseUI: *Duplex
+
+*OpenGroup: TandemTrim"""
+
+
+def of_pages(options):
+    """Those of the options that the dialog's own pages are for."""
+    return {keyword: value for keyword, value in options.items() if keyword in PAGES}
+
+
+class DialogPagesTest(DialogCase):
+    def shown(self, *arguments, **variables):
+        """The dialog once the printer's details are in it."""
+        dialog = self.dialog("-d", "Morva", *arguments, **variables)
+        dialog.find("text", "Top Margin")
+        until(lambda: dialog.is_live("spin button", "Copies"), "the printer")
+        return dialog
+
+    def set_up(self, dialog, **choices):
+        dialog.page("Page Setup")
+        for name, keys in choices.items():
+            dialog.choose_by_keys(name.replace("_", " "), *keys)
+        dialog.page("General")
+
+    def sent(self, dialog):
+        """Prints and gives what the job was asked to do beside what the panel asks."""
+        dialog.press("Print")
+        return of_pages(self.printed(dialog).options)
+
+    def add_duplex(self):
+        ppd = self.temporary_folder() / "duplex.ppd"
+        ppd.write_text(PPD.read_text().replace("*OpenGroup: TandemTrim", DUPLEX, 1))
+        self.cups.add_queue("Morva", ppd)
+
+    def test_a_job_of_which_nothing_is_changed_asks_for_nothing(self):
+        self.assertEqual(self.sent(self.shown()), {})
+
+    def test_each_row_of_the_page_setup_reaches_the_filter(self):
+        rows = {
+            ("Paper size", ("Down",)): {"PageSize": "A3"},
+            ("Orientation", ("Down",)): {"orientation-requested": "4"},
+            ("Orientation", ("Down", "Down")): {"orientation-requested": "6"},
+            ("Orientation", ("Down", "Down", "Down")): {"orientation-requested": "5"},
+            ("Pages per side", ("Down",)): {"number-up": "2"},
+            ("Only print", ("Down",)): {"page-set": "even"},
+            ("Two-sided", ("Down",)): {"Duplex": "DuplexNoTumble"},
+        }
+        self.add_duplex()
+        for (name, keys), expected in rows.items():
+            with self.subTest(name, keys=keys):
+                dialog = self.shown(XDG_STATE_HOME=str(self.temporary_folder()))
+                self.set_up(dialog, **{name: keys})
+                self.assertEqual(self.sent(dialog), expected | ({} if "Duplex" in expected else {"Duplex": "None"}))
+
+    def test_copies_and_their_order_reach_the_filter(self):
+        dialog = self.shown()
+        dialog.check("Reverse")
+        dialog.spin("Copies", "2")
+        dialog.press("Print")
+        record = self.printed(dialog)
+        self.assertEqual(record.copies, 2)
+        self.assertEqual(of_pages(record.options), {"OutputOrder": "Reverse", "Collate": "true"})
+
+    def test_copies_need_not_be_collated(self):
+        dialog = self.shown()
+        dialog.spin("Copies", "3")
+        until(lambda: dialog.is_live("check box", "Collate"), "Collate to be live")
+        dialog.check("Collate")
+        self.assertEqual(self.sent(dialog), {"Collate": "false"})
+
+    def test_page_ranges_are_sent_in_their_order_and_once(self):
+        for typed, sent in (("2", "2"), ("2,1", "1-2"), ("1-3,2", "1-3"), ("7,1-2", "1-2,7"), ("5-,2", "2,5-2147483647")):
+            with self.subTest(typed):
+                dialog = self.shown()
+                dialog.check("Pages:")
+                dialog.type(RANGES, typed)
+                self.assertEqual(self.sent(dialog), {"page-ranges": sent})
+
+    def test_pages_have_to_be_named_to_be_chosen(self):
+        dialog = self.shown()
+        dialog.check("Pages:")
+        dialog.press("Print")
+        dialog.says("all pages")
+        dialog.press("Close")
+        self.assert_nothing_was_sent()
+        dialog.type(RANGES, "1")
+        self.assertEqual(self.sent(dialog), {"page-ranges": "1"})
+
+    def test_the_pages_start_from_the_command_line(self):
+        self.add_duplex()
+        starts = {
+            "PageSize=A3": {"PageSize": "A3"},
+            "media=iso_a5_148x210mm": {"PageSize": "A5"},
+            "media=a3,Upper": {"PageSize": "A3", "media": "Upper"},
+            "landscape": {"orientation-requested": "4"},
+            "orientation-requested=6": {"orientation-requested": "6"},
+            "outputorder=reverse": {"OutputOrder": "Reverse"},
+            "Copies=2 collate=false": {"Collate": "false"},
+            "copies=x": {},
+            "page-ranges=3,1": {"page-ranges": "1,3"},
+            "page-set=odd": {"page-set": "odd"},
+            "number-up=4": {"number-up": "4"},
+            "sides=two-sided-short-edge": {"Duplex": "DuplexTumble"},
+        }
+        for option, expected in starts.items():
+            with self.subTest(option):
+                dialog = self.shown("-o", option, XDG_STATE_HOME=str(self.temporary_folder()))
+                self.assertEqual(self.sent(dialog), {"Duplex": "None"} | expected)
+
+    def test_what_is_changed_in_the_dialog_wins_over_the_command_line(self):
+        options = "COPIES=3 page-ranges=2 page-set=even landscape PageSize=A3 number-up=2 sides=two-sided-long-edge"
+        self.add_duplex()
+        dialog = self.shown("-o", options)
+        dialog.check("All Pages")
+        dialog.spin("Copies", "1")
+        once, first = ("Up",), ("Home",)
+        self.set_up(dialog, Paper_size=once, Orientation=first, Pages_per_side=first, Only_print=first, Two_sided=first)
+        dialog.press("Print")
+        record = self.printed(dialog)
+        self.assertEqual(record.copies, 1)
+        self.assertEqual(of_pages(record.options), {"Duplex": "None"})
+
+    def test_a_printer_that_cannot_show_an_option_gets_it_from_the_command_line(self):
+        self.assertEqual(self.sent(self.shown("-o", "sides=two-sided-long-edge")), {"sides": "two-sided-long-edge"})
+
+    def test_other_defaults_of_the_queue_are_overruled_by_what_the_dialog_shows(self):
+        self.run_command("lpadmin", "-p", "Morva", "-o", "number-up-default=2")
+        dialog = self.shown()
+        self.set_up(dialog, Pages_per_side=("Home",))
+        self.assertEqual(self.sent(dialog), {"number-up": "1"})
+
+    def test_the_next_dialog_starts_from_the_last_page_setup_but_for_its_pages(self):
+        state = self.temporary_folder()
+        dialog = self.shown(XDG_STATE_HOME=str(state))
+        dialog.check("Pages:")
+        dialog.type(RANGES, "2")
+        self.set_up(dialog, Paper_size=("Down",), Orientation=("Down",))
+        self.assertEqual(
+            self.sent(dialog), {"page-ranges": "2", "PageSize": "A3", "orientation-requested": "4"}
+        )
+        memories = self.memories(state)
+        self.assertEqual(stat.S_IMODE(memories.stat().st_mode), 0o600)
+        self.assertEqual(stat.S_IMODE(memories.parent.stat().st_mode), 0o700)
+        dialog = self.shown(XDG_STATE_HOME=str(state))
+        self.assertEqual(self.sent(dialog), {"PageSize": "A3", "orientation-requested": "4"})
+
+    def kept_for_all_jobs(self):
+        kept = (self.cups.folder / "home/lpoptions", self.cups.folder / "home/.cups/lpoptions")
+        lines = [line for path in kept if path.exists() for line in path.read_text().splitlines() if "Morva" in line]
+        return dict(word.partition("=")[::2] for line in lines for word in line.split()[2:])
+
+    def test_only_the_panels_settings_are_kept_for_all_jobs(self):
+        dialog = self.shown("-o", "x-note=once", "-n", "2")
+        dialog.check("Pages:")
+        dialog.type(RANGES, "1")
+        dialog.page("Tandem Trim")
+        dialog.check("Use Tandem Trim")
+        dialog.type("Top Margin", "14")
+        dialog.check("Use for all my jobs")
+        self.sent(dialog)
+        expected = DEFAULTS | {"MVTandemTrim": "On", MARGINS["Top"]: "14"}
+        self.assertEqual(self.kept_for_all_jobs(), expected)
+
+    def test_a_refused_job_changes_no_defaults(self):
+        dialog = self.live_panel("-o", "document-format=application/x-nothing")
+        dialog.check("Use for all my jobs")
+        dialog.press("Print")
+        dialog.says("application/x-nothing")
+        dialog.press("Close")
+        dialog.press("Cancel")
+        dialog.ends()
+        self.assertEqual(self.kept_for_all_jobs(), {})
+
+    def test_a_job_whose_settings_cannot_be_kept_is_printed_all_the_same(self):
+        home = self.temporary_folder() / "file"
+        home.write_text("no folder")
+        dialog = self.live_panel(CUPS_SERVERROOT=str(home), HOME=str(home), XDG_STATE_HOME=str(self.temporary_folder()))
+        dialog.check("Use for all my jobs")
+        dialog.press("Print")
+        status, out, said = dialog.ends()
+        self.assertEqual(status, 0, said)
+        self.assertRegex(out, "job 1 on Morva")
+        self.assertRegex(said, "was sent, but its settings are not kept")
+        self.cups.wait_for_jobs()
+        self.assertEqual(of_panel(self.cups.records()[0].options)["MVTandemTrim"], "On")
+
+
+if __name__ == "__main__":
+    unittest.main()
