@@ -331,8 +331,8 @@ Order Dialog::order() {
   for (const auto& option : line_.options) setOption(order.options, option);
   auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
   const auto usual = Glib::wrap(gtk_printer_get_default_page_size(chosen));
-  takeOptions(order.remembered.pages, usual ? gtk_page_setup_get_paper_size(usual->gobj()) : nullptr,
-              order.options);
+  takeOptions(order.remembered.pages, ppd_.get(),
+              usual ? gtk_page_setup_get_paper_size(usual->gobj()) : nullptr, order.options);
   std::erase_if(order.options, [](const Option& option) { return isOfPanel(option.keyword); });
   if (!panel_) return order;
   for (const auto& keyword : panel_->keywords()) {

@@ -159,9 +159,9 @@ void showPageSetup(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::Pa
   if (orientation) setup->set_orientation(Gtk::PageOrientation(*orientation));
 }
 
-void leaveOutShown(Options& options) {
+void leaveOutShown(Options& options, ppd_file_t* ppd) {
   for (auto& [keyword, value] : options) {
-    if (isSameKeyword(keyword, "media")) value = mediaWithoutPaper(value);
+    if (isSameKeyword(keyword, "media")) value = mediaWithoutPaper(value, ppd);
   }
   std::erase_if(options, [](const Option& option) {
     return isAmong(option.keyword, kAlwaysShown) ||
@@ -199,8 +199,8 @@ void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages) {
   showPageSetup(options, ppd, pages.setup);
 }
 
-void takeOptions(const Pages& pages, const GtkPaperSize* usual, Options& options) {
-  leaveOutShown(options);
+void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, Options& options) {
+  leaveOutShown(options, ppd);
   const auto rows = rowOptions(*pages.settings);
   const auto isDuplex = [](const Option& option) { return isAmong(option.keyword, kDuplexes); };
   if (std::ranges::any_of(rows, isDuplex)) std::erase_if(options, isDuplex);

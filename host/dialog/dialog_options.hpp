@@ -21,8 +21,8 @@ Pages shownPages(Gtk::PrintUnixDialog& dialog);
 void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages);
 
 /// Puts what the person asks for on the pages into the options, in the place of what these said of it.
-/// Failure when pages are to be chosen and none is. `usual` is the paper that the printer takes of itself, or
-/// null.
-void takeOptions(const Pages& pages, const GtkPaperSize* usual, Options& options);
+/// Failure when pages are to be chosen and none is. `ppd` is null for a printer
+/// without one, and `usual` the paper that the printer takes of itself, or null.
+void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, Options& options);
 
 }  // namespace tandemtrim::host

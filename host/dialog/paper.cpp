@@ -69,10 +69,10 @@ Option paperOption(const Gtk::PaperSize& paper) {
                           points(paper.get_height(Gtk::Unit::POINTS))};
 }
 
-std::string mediaWithoutPaper(const std::string& media) {
+std::string mediaWithoutPaper(const std::string& media, ppd_file_t* ppd) {
   std::string others;
   forEachPart(media, [&](const std::string& part) {
-    if (!part.empty() && mediaNamed(part) == nullptr) others += (others.empty() ? "" : ",") + part;
+    if (!part.empty() && !paperNamed(part, ppd)) others += (others.empty() ? "" : ",") + part;
   });
   return others;
 }

@@ -21,6 +21,6 @@ std::optional<Gtk::PaperSize> paperAskedFor(const Options& options, ppd_file_t* 
 Option paperOption(const Gtk::PaperSize& paper);
 
 /// The value of a media option without the names of papers: its trays and types.
-std::string mediaWithoutPaper(const std::string& media);
+std::string mediaWithoutPaper(const std::string& media, ppd_file_t* ppd);
 
 }  // namespace tandemtrim::host
