@@ -93,7 +93,7 @@ class PrintersTest(TerminalCase):
         ]
         refused.append((POSITION, "Middle", "Left, Center, Right", "Left"))
         refused.append((DIRECTION, "Sideways", "LongEdgeFeed, ShortEdgeFeed", "LongEdgeFeed"))
-        refused.append((VALID, "Maybe", "On, Off", "On"))
+        refused.append((VALID, "Maybe", "On, Off", "Off"))
         for keyword, value, allowed, remedy in refused:
             with self.subTest(keyword=keyword, value=value):
                 words = [f"{keyword}={value}", allowed, f"-o {keyword}={remedy}", "--force"]
