@@ -37,7 +37,7 @@ class DialogPagesTest(DialogCase):
     def set_up(self, dialog, **choices):
         dialog.page("Page Setup")
         for name, keys in choices.items():
-            dialog.choose_by_keys(name.replace("_", " "), *keys)
+            dialog.choose_by_keys(name, *keys)
         dialog.page("General")
 
     def sent(self, dialog):
@@ -131,8 +131,8 @@ class DialogPagesTest(DialogCase):
         dialog = self.shown("-o", options)
         dialog.check("All Pages")
         dialog.spin("Copies", "1")
-        once, first = ("Up",), ("Home",)
-        self.set_up(dialog, Paper_size=once, Orientation=first, Pages_per_side=first, Only_print=first, Two_sided=first)
+        first = dict.fromkeys(("Orientation", "Pages per side", "Only print", "Two-sided"), ("Home",))
+        self.set_up(dialog, **first, **{"Paper size": ("Up",)})
         dialog.press("Print")
         record = self.printed(dialog)
         self.assertEqual(record.copies, 1)
@@ -144,7 +144,7 @@ class DialogPagesTest(DialogCase):
     def test_other_defaults_of_the_queue_are_overruled_by_what_the_dialog_shows(self):
         self.run_command("lpadmin", "-p", "Morva", "-o", "number-up-default=2")
         dialog = self.shown()
-        self.set_up(dialog, Pages_per_side=("Home",))
+        self.set_up(dialog, **{"Pages per side": ("Home",)})
         self.assertEqual(self.sent(dialog), {"number-up": "1"})
 
     def test_the_next_dialog_starts_from_the_last_page_setup_but_for_its_pages(self):
@@ -152,7 +152,7 @@ class DialogPagesTest(DialogCase):
         dialog = self.shown(XDG_STATE_HOME=str(state))
         dialog.check("Pages:")
         dialog.type(RANGES, "2")
-        self.set_up(dialog, Paper_size=("Down",), Orientation=("Down",))
+        self.set_up(dialog, **{"Paper size": ("Down",), "Orientation": ("Down",)})
         self.assertEqual(
             self.sent(dialog), {"page-ranges": "2", "PageSize": "A3", "orientation-requested": "4"}
         )
