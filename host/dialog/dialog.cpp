@@ -155,7 +155,7 @@ void Dialog::select(const std::string& printer, const Pages& pages) {
         if (selectedPrinter() == *wanted_ || ++tries > kSelections) {
           // Copies and paper count for a selected printer only.
           dialog_->set_settings(pages.settings);
-          if (pages.setup) dialog_->set_page_setup(pages.setup);
+          if (pages.setup) showPageSetup(*dialog_, *pages.setup);
           wanted_.reset();
           onPrinterChanged();
           return false;

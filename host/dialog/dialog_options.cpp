@@ -147,7 +147,7 @@ std::optional<Gtk::PaperSize> usualPaper(ppd_file_t* ppd) {
   return attribute == nullptr ? std::nullopt : paperNamed(attribute->value, ppd);
 }
 
-void showPageSetup(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::PageSetup>& setup) {
+void setUpPage(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::PageSetup>& setup) {
   auto paper = paperAskedFor(options, ppd);
   const auto orientation = orientationAskedFor(options);
   if (!paper && !orientation) return;
@@ -188,7 +188,41 @@ void addPaper(Options& options, Option paper) {
   setOption(options, std::move(paper));
 }
 
+void collectMenus(GtkWidget* widget, std::vector<GtkDropDown*>& menus) {
+  if (GTK_IS_DROP_DOWN(widget)) menus.push_back(GTK_DROP_DOWN(widget));
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    collectMenus(child, menus);
+}
+
+// Where the paper stands in the menu, if this is the menu of papers.
+std::optional<guint> placeOf(GtkDropDown* menu, Gtk::PaperSize paper) {
+  auto* const model = gtk_drop_down_get_model(menu);
+  const guint count = model == nullptr ? 0 : g_list_model_get_n_items(model);
+  for (guint place = 0; place < count; ++place) {
+    const auto item = Glib::wrap(G_OBJECT(g_list_model_get_item(model, place)));
+    if (!item || !GTK_IS_PAGE_SETUP(item->gobj())) continue;
+    auto* const listed = gtk_page_setup_get_paper_size(GTK_PAGE_SETUP(item->gobj()));
+    if (gtk_paper_size_is_equal(listed, paper.gobj()) != FALSE) return place;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
+
+// GTK's menus of papers and, right behind it, of orientations do not follow the page setup that the dialog is
+// given.
+void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup) {
+  dialog.set_page_setup(setup.copy());
+  std::vector<GtkDropDown*> menus;
+  collectMenus(GTK_WIDGET(dialog.gobj()), menus);
+  for (std::size_t i = 0; i + 1 < menus.size(); ++i) {
+    const auto place = placeOf(menus[i], setup.get_paper_size());
+    if (!place) continue;
+    gtk_drop_down_set_selected(menus[i], *place);
+    gtk_drop_down_set_selected(menus[i + 1], static_cast<guint>(setup.get_orientation()));
+  }
+}
 
 Pages shownPages(Gtk::PrintUnixDialog& dialog) {
   return {dialog.get_settings(), dialog.get_page_setup()->copy()};
@@ -196,7 +230,7 @@ Pages shownPages(Gtk::PrintUnixDialog& dialog) {
 
 void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages) {
   for (const auto& option : options) showOption(option, *pages.settings);
-  showPageSetup(options, ppd, pages.setup);
+  setUpPage(options, ppd, pages.setup);
 }
 
 void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, Options& options) {

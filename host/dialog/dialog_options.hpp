@@ -20,6 +20,9 @@ Pages shownPages(Gtk::PrintUnixDialog& dialog);
 /// Has the pages show what a job with these options does. `ppd` is null for a printer without one.
 void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages);
 
+/// Has the dialog's rows show this page setup, once its printer is selected.
+void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup);
+
 /// Puts what the person asks for on the pages into the options, in the place of what these said of it.
 /// Failure when pages are to be chosen and none is. `ppd` is null for a printer
 /// without one, and `usual` the paper that the printer takes of itself, or null.
