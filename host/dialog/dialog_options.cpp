@@ -79,6 +79,7 @@ std::vector<PageRange> pageRangesOf(const Gtk::PrintSettings& settings) {
   auto* const ranges =
       gtk_print_settings_get_page_ranges(const_cast<GtkPrintSettings*>(settings.gobj()), &count);
   std::vector<PageRange> pages;
+  pages.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i)
     pages.push_back({ranges[i].start + 1, ranges[i].end < 0 ? PageRange::kEnd : ranges[i].end + 1});
   g_free(ranges);
@@ -107,7 +108,7 @@ bool isTrue(const std::string& value) { return isSameKeyword(value, "true"); }
 
 void showOption(const Option& option, Gtk::PrintSettings& settings) {
   const auto& [keyword, value] = option;
-  const auto is = [&](const char* name) { return isSameKeyword(keyword, name); };
+  const auto is = [&](const char* name) { return isSameKeyword(option.keyword, name); };
   if (is("copies")) {
     if (const auto copies = numberIn(value); copies && *copies > 0) settings.set_n_copies(*copies);
   } else if (is("page-ranges")) {
