@@ -119,45 +119,37 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
 
-    def test_another_printer_shows_its_own_limits(self):
-        self.add_other(SMALLER)
+    def corrects_at(self, printer, nearest):
+        """Sets a margin that Morva allows and the printer does not, goes there and has it corrected."""
         dialog = self.live_panel()
         dialog.type("Top Margin", "14")
         dialog.page("General")
-        dialog.select_printer("Other")
+        dialog.select_printer(printer)
         dialog.page("Tandem Trim")
         dialog.says("does not allow 14")
+        dialog.says(f"(0 to {nearest})")
         self.assertEqual(dialog.text("Top Margin"), "14")
         dialog.press("Correct")
-        until(lambda: dialog.text("Top Margin") == "8", "the nearest legal value")
+        until(lambda: dialog.text("Top Margin") == nearest, "the nearest legal value")
         dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog, "Other").options)[MARGINS["Top"]], "8")
+        self.assertEqual(of_panel(self.printed(dialog, printer).options)[MARGINS["Top"]], nearest)
 
-    def test_a_printer_without_the_panel_has_no_page_and_gets_none_of_its_options(self):
-        plain = self.temporary_folder() / "plain.ppd"
-        lines = PPD.read_text().splitlines(keepends=True)
-        plain.write_text("".join(line for line in lines if not line.startswith("*APDialogExtension")))
-        self.cups.add_queue("Plain", plain)
-        dialog = self.live_panel()
-        dialog.page("General")
-        dialog.select_printer("Plain")
-        until(lambda: not dialog.shows("check box", "Use Tandem Trim"), "the panel to go")
-        dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog, "Plain").options), {})
+    def test_another_printer_shows_its_own_limits(self):
+        self.add_other(SMALLER)
+        self.corrects_at("Other", "8")
 
     def test_a_printer_without_a_ppd_has_the_limits_of_the_panel_itself(self):
         self.cups.add_queue("Raw")
+        self.corrects_at("Raw", "10")
+
+    def test_a_printer_without_the_panel_has_no_page_and_gets_none_of_its_options(self):
+        self.add_other(("*APDialogExtension", "*%APDialogExtension"))
         dialog = self.live_panel()
-        dialog.type("Top Margin", "14")
         dialog.page("General")
-        dialog.select_printer("Raw")
-        dialog.page("Tandem Trim")
-        dialog.says("does not allow 14")
-        dialog.says("(0 to 10)")
-        dialog.press("Correct")
-        until(lambda: dialog.text("Top Margin") == "10", "the nearest legal value")
+        dialog.select_printer("Other")
+        until(lambda: not dialog.shows("check box", "Use Tandem Trim"), "the panel to go")
         dialog.press("Print")
-        self.assertEqual(of_panel(self.printed(dialog, "Raw").options)[MARGINS["Top"]], "10")
+        self.assertEqual(of_panel(self.printed(dialog, "Other").options), {})
 
     def test_a_server_that_falls_silent_is_told_and_print_stays_ready(self):
         dialog = self.live_panel(TANDEM_TRIM_TIMEOUT="1")
