@@ -65,7 +65,7 @@ std::optional<std::vector<std::string>> lostOptions(const Connection& connection
   const auto answer = connection.ask(std::move(request), printerResource(printer.name));
   const auto status = ippGetStatusCode(answer.get());
   if (status == IPP_STATUS_ERROR_NOT_FOUND) return std::nullopt;
-  if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw Failure(connection.lastError());
+  if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
   return lostOptions(answer, sent);
 }
 

@@ -7,8 +7,6 @@
 
 #include <sys/socket.h>
 
-#include "host/failure.hpp"
-
 namespace tandemtrim::host {
 namespace {
 
@@ -30,6 +28,21 @@ std::string serverName() {
   return server.starts_with('/') ? server : server + ":" + std::to_string(ippPort());
 }
 
+Trouble troubleOf(ipp_status_t status) {
+  switch (status) {
+    case IPP_STATUS_ERROR_SERVICE_UNAVAILABLE:
+      return Trouble::noServer;
+    case IPP_STATUS_ERROR_NOT_FOUND:
+      return Trouble::noPrinter;
+    case IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS:
+      return Trouble::rejecting;
+    case IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED:
+      return Trouble::format;
+    default:
+      return Trouble::other;
+  }
+}
+
 int onTimeout(http_t* /*http*/, void* silent) {
   *static_cast<bool*>(silent) = true;
   return 0;  // Wait no longer.
@@ -43,7 +56,7 @@ Connection::Connection(const std::optional<std::string>& server) : timeout_(time
   http_.reset(
       httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, milliseconds, nullptr));
   if (!http_) {
-    throw Failure("no print server answers at " + serverName() +
+    throw Failure(Trouble::noServer, "no print server answers at " + serverName(),
                   "; start CUPS there, or name another server by -h");
   }
   httpSetTimeout(http_.get(), static_cast<double>(timeout_.count()), onTimeout, silent_.get());
@@ -51,17 +64,18 @@ Connection::Connection(const std::optional<std::string>& server) : timeout_(time
 
 MessageHandle Connection::ask(MessageHandle request, const std::string& resource) const {
   MessageHandle answer(cupsDoRequest(get(), request.release(), resource.c_str()));
-  if (!answer) throw Failure(lastError());
+  if (!answer) throw lastFailure();
   return answer;
 }
 
-std::string Connection::lastError() const {
+Failure Connection::lastFailure() const {
+  const auto server = "the print server at " + serverName();
   if (isSilent()) {
-    return "the print server at " + serverName() + " did not answer within " +
-           std::to_string(timeout_.count()) +
-           " s; see whether it is still running, or name another server by -h";
+    return Failure(Trouble::noServer,
+                   server + " did not answer within " + std::to_string(timeout_.count()) + " s",
+                   "; see whether it is still running, or name another server by -h");
   }
-  return "the print server at " + serverName() + " failed: " + cupsLastErrorString();
+  return Failure(troubleOf(cupsLastError()), server + " failed: " + cupsLastErrorString());
 }
 
 MessageHandle printerRequest(ipp_op_t operation, const std::string& printer) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/cups_handles.hpp"
+#include "host/failure.hpp"
 
 namespace tandemtrim::host {
 
@@ -26,9 +27,8 @@ class Connection {
   /// Whether the server has left a request without an answer. libcups does not report that of every call.
   [[nodiscard]] bool isSilent() const noexcept { return *silent_; }
 
-  /// What the last call of libcups failed with, for a message: that the server stays silent, or libcups's own
-  /// words.
-  [[nodiscard]] std::string lastError() const;
+  /// What the last call of libcups failed with: that the server stays silent, or libcups's own words.
+  [[nodiscard]] Failure lastFailure() const;
 
  private:
   HttpHandle http_;

@@ -31,11 +31,12 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
   start_ = ftello(file_);
   filled_ = fill();
   if (filled_ == 0)
-    throw Failure(place_ + " is empty; nothing was sent. Give a document with something in it");
+    throw Failure(Trouble::document, place_ + " is empty",
+                  "; nothing was sent. Give a document with something in it");
 }
 
 Failure Document::unreadable() const {
-  return Failure(place_ + " cannot be read: " + std::strerror(errno) +
+  return Failure(Trouble::document, place_ + " cannot be read: " + std::strerror(errno),
                  "; nothing was sent. Name a file that exists and that you may read");
 }
 

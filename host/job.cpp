@@ -52,9 +52,10 @@ class UnfinishedJob {
     }
     // A silent server may hold the whole document and print it when it goes on.
     if (connection_.isSilent()) {
-      throw Failure(printer_.name + " did not confirm " + document.name() + "; job " +
-                    std::to_string(number_) + " may still be printed (see lpstat -o " + printer_.name +
-                    "): " + connection_.lastError());
+      throw Failure(Trouble::unconfirmedJob,
+                    printer_.name + " did not confirm " + document.name() + "; job " +
+                        std::to_string(number_) + " may still be printed",
+                    " (see lpstat -o " + printer_.name + "): " + connection_.lastFailure().what());
     }
   }
 
@@ -67,7 +68,9 @@ class UnfinishedJob {
 
  private:
   [[nodiscard]] Failure refused(const std::string& what) const {
-    return Failure(printer_.name + " " + what + "; nothing was printed: " + connection_.lastError());
+    const auto last = connection_.lastFailure();
+    return Failure(last.trouble(), printer_.name + " " + what + "; nothing was printed: " + last.fact(),
+                   last.remedy());
   }
 
   const Connection& connection_;

@@ -1,8 +1,11 @@
 #include "host/panel_session.hpp"
 
+#include <algorithm>
+#include <array>
 #include <map>
 #include <memory>
 #include <set>
+#include <string_view>
 #include <utility>
 
 #include "host/callback.hpp"
@@ -40,6 +43,27 @@ PanelView& viewOf(const std::string& bundle, platform::PrintPanel& panel) {
 
 std::vector<ControlState> controlsOf(const std::string& bundle, const PanelView& view) {
   return callPlugin(bundle, "its view", [&] { return settingControls(view); });
+}
+
+std::string withoutColon(std::string label) {
+  constexpr std::array<std::string_view, 4> kEndings{":", "\uFF1A", " ", "\u00A0"};
+  for (const auto* ending = kEndings.begin(); ending != kEndings.end();) {
+    ending = std::ranges::find_if(kEndings, [&](auto candidate) { return label.ends_with(candidate); });
+    if (ending != kEndings.end()) label.resize(label.size() - ending->size());
+  }
+  return label;
+}
+
+// `shown` are all controls of the panel in their order.
+std::string labelOf(const std::vector<ControlState>& shown, const ControlState& control) {
+  if (control.kind == ControlKind::checkBox && !control.text.empty()) return control.text;
+  const ControlState* before = nullptr;
+  for (const auto& candidate : shown) {
+    if (candidate.outlet == control.outlet) break;
+    before = &candidate;
+  }
+  const bool hasLabel = before != nullptr && before->kind == ControlKind::label && !before->text.empty();
+  return hasLabel ? withoutColon(before->text) : std::string(control.name);
 }
 
 // A panel lists its keywords in the order in which its controls stand from top to bottom. That is how a host
@@ -135,12 +159,13 @@ std::vector<IllegalValue> illegalValues(const LoadedPlugin& plugin,
       callPlugin(plugin.bundle, "supportedPPDOptionKeys", [&] { return panel.supportedPPDOptionKeys(); });
   auto& view = viewOf(plugin.bundle, panel);
   const auto controls = controlsOf(plugin.bundle, view);
-  const auto limits = limitsOf(plugin.bundle, controls, keywords);
+  const auto shown = callPlugin(plugin.bundle, "its view", [&] { return view.controls(); });
+  limitsOf(plugin.bundle, controls, keywords);
   std::vector<IllegalValue> illegal;
   for (std::size_t i = 0; i < controls.size(); ++i) {
     const auto value = stored(copy, keywords[i]);
     if (value && !isLegal(controls[i], *value)) {
-      illegal.push_back({limits[i].name, keywords[i], *value, allowedValues(controls[i]),
+      illegal.push_back({labelOf(shown, controls[i]), keywords[i], *value, controls[i],
                          suggestedValue(controls[i], *value)});
     }
   }

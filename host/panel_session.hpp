@@ -9,6 +9,7 @@
 #include "host/plugin_loader.hpp"
 #include "platform/extension.hpp"
 #include "platform/linux/print_settings.hpp"
+#include "platform/memory/panel_view.hpp"
 #include "platform/print_settings.hpp"
 
 namespace tandemtrim::host {
@@ -32,12 +33,13 @@ struct SettingLimits {
 
 /// A stored value that the printer does not allow.
 struct IllegalValue {
-  /// The control's name and the option keyword that it sets.
-  std::string name;
+  /// What the panel calls the setting, in the person's language: the label before its control without the
+  /// colon, or a check box's title; the control's name when it has neither.
+  std::string label;
   std::string keyword;
   std::string value;
-  /// What is allowed, for a message, and the nearest value that is.
-  std::string allowed;
+  /// Its control, which says what is allowed, and the nearest value that is.
+  platform::memory::ControlState control;
   std::string suggested;
 };
 

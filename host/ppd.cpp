@@ -12,17 +12,18 @@ namespace tandemtrim::host {
 PpdHandle openPpd(const std::string& path, const std::string& name) {
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) {
-    throw Failure("the PPD file " + name + " is a folder; name the PPD file itself");
+    throw Failure(Trouble::details, "the PPD file " + name + " is a folder", "; name the PPD file itself");
   }
   if (access(path.c_str(), R_OK) != 0) {
-    throw Failure("the PPD file " + name + " cannot be read: " + std::strerror(errno));
+    throw Failure(Trouble::details, "the PPD file " + name + " cannot be read: " + std::strerror(errno));
   }
   PpdHandle ppd(ppdOpenFile(path.c_str()));
   if (!ppd) {
     int line = 0;
     const auto status = ppdLastError(&line);
-    throw Failure("the PPD file " + name + " is malformed, line " + std::to_string(line) + ": " +
-                  ppdErrorString(status) +
+    throw Failure(Trouble::details,
+                  "the PPD file " + name + " is malformed, line " + std::to_string(line) + ": " +
+                      ppdErrorString(status),
                   "; mend it (cupstestppd lists its mistakes) or name another by --ppd");
   }
   return ppd;

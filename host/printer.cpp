@@ -46,19 +46,21 @@ MessageHandle askAttributes(const Connection& connection, const std::string& pri
   auto answer = connection.ask(std::move(request), printerResource(printer));
   const auto status = ippGetStatusCode(answer.get());
   if (status == IPP_STATUS_ERROR_NOT_FOUND) {
-    throw Failure("there is no printer \"" + printer + "\"; " + existingPrinters(connection));
+    throw Failure(Trouble::noPrinter, "there is no printer \"" + printer + '"',
+                  "; " + existingPrinters(connection));
   }
-  if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw Failure(connection.lastError());
+  if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
   return answer;
 }
 
 DestinationHandle defaultDestination(const Connection& connection) {
   DestinationHandle destination(cupsGetNamedDest(connection.get(), nullptr, nullptr));
   if (!destination) {
-    if (cupsLastError() != IPP_STATUS_ERROR_NOT_FOUND) throw Failure(connection.lastError());
+    if (cupsLastError() != IPP_STATUS_ERROR_NOT_FOUND) throw connection.lastFailure();
     throw Failure(
-        "there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist; " +
-        existingPrinters(connection));
+        Trouble::noDefaultPrinter,
+        "there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist",
+        "; " + existingPrinters(connection));
   }
   return destination;
 }
@@ -79,6 +81,10 @@ bool comesFromServer(const MessageHandle& answer, const cups_option_t& option) {
   return encoded != nullptr && attributeText(encoded) == attributeText(value);
 }
 
+std::string withState(const std::string& fact, const Printer& printer) {
+  return printer.name + fact + (printer.stateMessage.empty() ? "" : " (" + printer.stateMessage + ")");
+}
+
 }  // namespace
 
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name) {
@@ -91,7 +97,7 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
     attributes = askAttributes(connection, printerName);
     printer.destination.reset(
         cupsGetNamedDest(connection.get(), printerName.c_str(), instance ? instance->c_str() : nullptr));
-    if (!printer.destination) throw Failure(connection.lastError());
+    if (!printer.destination) throw connection.lastFailure();
   } else {
     printer.destination = defaultDestination(connection);
     attributes = askAttributes(connection, printer.destination->name);
@@ -113,16 +119,16 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
   return printer;
 }
 
+std::string stoppedText(const Printer& printer) { return withState(" is stopped", printer); }
+
 void checkState(const Printer& printer, const Note& note) {
-  const std::string reason = printer.stateMessage.empty() ? "" : " (" + printer.stateMessage + ")";
   if (!printer.accepting) {
-    throw Failure(printer.name + " does not accept jobs" + reason +
+    throw Failure(Trouble::rejecting, withState(" does not accept jobs", printer),
                   "; nothing was sent. Let it accept them again by cupsaccept " + printer.name +
-                  ", or choose another printer by -d");
+                      ", or choose another printer by -d");
   }
   if (printer.stopped) {
-    note(printer.name + " is stopped" + reason +
-         "; the job waits until the printer is started by cupsenable " + printer.name);
+    note(stoppedText(printer) + "; the job waits until the printer is started by cupsenable " + printer.name);
   }
 }
 
@@ -132,7 +138,10 @@ PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
   const auto status =
       cupsGetPPD3(connection.get(), printer.name.c_str(), &modified, path.data(), path.size());
   if (status == HTTP_STATUS_NOT_FOUND) return nullptr;
-  if (status != HTTP_STATUS_OK) throw Failure(connection.lastError());
+  if (status != HTTP_STATUS_OK) {
+    const auto last = connection.lastFailure();
+    throw last.trouble() == Trouble::other ? Failure(Trouble::details, last.fact()) : last;
+  }
   // libcups leaves a temporary file behind, or a link to the server's own file when both run on one machine.
   struct Removed {
     const char* path;

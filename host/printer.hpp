@@ -31,6 +31,9 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
 /// Failure when the queue takes no jobs; a note when the job will wait in it.
 void checkState(const Printer& printer, const Note& note);
 
+/// "Morva is stopped (Paused)".
+std::string stoppedText(const Printer& printer);
+
 /// The PPD of the printer's queue, or null when it has none.
 PpdHandle queuePpd(const Connection& connection, const Printer& printer);
 

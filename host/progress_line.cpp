@@ -4,6 +4,8 @@
 
 #include <unistd.h>
 
+#include "host/filled_text.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
@@ -28,11 +30,14 @@ void ProgressLine::show(const std::string& name, std::uint64_t sent, std::option
   std::cerr << kClear << progressText(name, sent, size) << std::flush;
 }
 
-std::string progressText(const std::string& name, std::uint64_t sent, std::optional<std::uint64_t> size) {
-  const auto megabytes = [](std::uint64_t bytes) { return std::to_string(bytes / kMegabyte) + " MB"; };
-  if (!size || *size == 0) return name + ": " + megabytes(sent) + " sent";
+std::string progressText(const std::string& name, std::uint64_t sent, std::optional<std::uint64_t> size,
+                         const std::function<std::string(std::string_view)>& translate) {
+  const auto megabytes = [](std::uint64_t bytes) { return std::to_string(bytes / kMegabyte); };
+  if (!size || *size == 0)
+    return filled(translate(kSentText), {{"[name]", name}, {"[sent]", megabytes(sent)}});
   const auto percent = static_cast<unsigned>(100.0 * static_cast<double>(sent) / static_cast<double>(*size));
-  return name + ": " + std::to_string(percent) + " % of " + megabytes(*size) + " sent";
+  return filled(translate(kSentOfText),
+                {{"[name]", name}, {"[percent]", std::to_string(percent)}, {"[size]", megabytes(*size)}});
 }
 
 }  // namespace tandemtrim::host

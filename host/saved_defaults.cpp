@@ -38,10 +38,11 @@ bool fitsIntoLine(const std::string& value) {
 }
 
 Failure cannotKeep(const std::string& keyword) {
-  return Failure("CUPS cannot keep the value of " + keyword +
-                 " as a default (it keeps none that is empty, is very long, or "
-                 "holds # or a line break); give another by -o " +
-                 keyword + "=...");
+  return Failure(Trouble::notKeptForAllJobs,
+                 "CUPS cannot keep the value of " + keyword +
+                     " as a default (it keeps none that is empty, is very long, or "
+                     "holds # or a line break)",
+                 "; give another by -o " + keyword + "=...");
 }
 
 }  // namespace
@@ -52,7 +53,7 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
   }
   Destinations destinations(connection);
   auto* const mine = destinations.find(printer);
-  if (mine == nullptr) throw Failure(connection.lastError());
+  if (mine == nullptr) throw connection.lastFailure();
   for (const auto& [keyword, value] : options) {
     mine->num_options = cupsAddOption(keyword.c_str(), value.c_str(), mine->num_options, &mine->options);
   }

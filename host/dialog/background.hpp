@@ -10,13 +10,15 @@
 
 #include <glibmm/main.h>
 
+#include "host/failure.hpp"
+
 namespace tandemtrim::host {
 
 /// What a piece of work came to: its result, or why it failed.
 template <class Result>
 struct Outcome {
   std::optional<Result> result;
-  std::string failure;
+  std::optional<Failure> failure;
 };
 
 /// How many pieces of work are under way.
@@ -33,8 +35,10 @@ void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
     auto outcome = std::make_shared<Outcome<Result>>();
     try {
       outcome->result = work();
+    } catch (const Failure& failure) {
+      outcome->failure = failure;
     } catch (const std::exception& failure) {
-      outcome->failure = failure.what();
+      outcome->failure = Failure(failure.what());
     }
     Glib::signal_idle().connect_once([listener, done, outcome] {
       if (!listener.expired()) done(std::move(*outcome));

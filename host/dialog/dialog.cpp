@@ -104,8 +104,8 @@ void Dialog::begin() {
       [this](auto outcome) {
         started_ = true;
         if (!outcome.result) {
-          note_(outcome.failure);
-          page_->showText(outcome.failure);
+          note_(outcome.failure->what());
+          page_->showText(failureText(*outcome.failure));
           onPrinterChanged();
           return;
         }
@@ -207,7 +207,7 @@ void Dialog::readDetails(const std::string& printer) {
 void Dialog::onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome) {
   if (printer != current_) return;
   reading_ = false;
-  if (!outcome.result) return refuseToShow(outcome.failure);
+  if (!outcome.result) return refuseToShow(*outcome.failure);
   ppd_ = std::move((*outcome.result)->ppd);
   if (guarded([&] { openPanel(printer); })) printIfAsked();
 }
@@ -249,11 +249,11 @@ void Dialog::closePanel() {
   panel_.reset();
 }
 
-void Dialog::refuseToShow(const std::string& reason) {
+void Dialog::refuseToShow(const Failure& failure) {
   closePanel();
   page_->set_visible(false);
-  note_(reason);
-  notice_->set_text(localized(kUnavailableText) + ' ' + reason);
+  note_(failure.what());
+  notice_->set_text(localized(kUnavailableText) + '\n' + failureText(failure));
   notice_->set_visible();
   hideRows();
   // The person is to see that before anything is printed.
@@ -317,7 +317,9 @@ void Dialog::correct() {
   warn();
 }
 
-void Dialog::showHelp() { tell(localized(kHelpPageText)); }
+void Dialog::showHelp() {
+  ask(helpText(), Gtk::MessageType::INFO, {{localized(kCloseText), Gtk::ResponseType::CLOSE}}, [](int) {});
+}
 
 // What the order takes of the command line: options that neither the panel nor the dialog's pages show.
 Order Dialog::order() {

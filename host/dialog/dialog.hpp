@@ -58,7 +58,7 @@ class Dialog {
   void closePanel();
   void hideRows();
   void comeUp();
-  void refuseToShow(const std::string& reason);
+  void refuseToShow(const Failure& failure);
   void startFrom(const Options& options);
   void onTabShown();
   void onTabLeft();
@@ -74,7 +74,7 @@ class Dialog {
   void askAboutIllegalValues(const std::vector<IllegalValue>& values);
   [[nodiscard]] Order order();
   void send(const Order& order);
-  void onSent(const Order& order, const Outcome<SentJob>& outcome);
+  void onSent(const Order& order, const Outcome<Delivery>& outcome);
   void tell(
       const Glib::ustring& message, std::function<void()> then = [] {});
   void ask(const Glib::ustring& message, Gtk::MessageType type,
@@ -88,7 +88,7 @@ class Dialog {
       operation();
       return true;
     } catch (const PluginFailure& failure) {
-      refuseToShow(failure.what());
+      refuseToShow(failure);
       return false;
     }
   }

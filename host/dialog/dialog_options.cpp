@@ -249,7 +249,7 @@ void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual,
   setOption(options, {"page-set", valueOf(kPageSets, static_cast<int>(settings.get_page_set()))});
   if (settings.get_print_pages() == Gtk::PrintPages::RANGES) {
     auto ranges = pageRangesText(pageRangesOf(settings));
-    if (ranges.empty()) throw Failure(localized(kNoPagesText));
+    if (ranges.empty()) throw Failure(Trouble::told, localized(kNoPagesText));
     setOption(options, {"page-ranges", std::move(ranges)});
   }
 

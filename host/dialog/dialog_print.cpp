@@ -1,5 +1,6 @@
 // What the dialog does when the person presses Print or closes it.
 
+#include <string_view>
 #include <utility>
 
 #include <gtk/gtkunixprint.h>
@@ -66,7 +67,7 @@ void Dialog::print(bool asItIs) {
     refuseLossyValues(job.options);
     send(job);
   } catch (const Failure& failure) {
-    tell(failure.what());
+    tell(failureText(failure));
   }
 }
 
@@ -109,11 +110,11 @@ void Dialog::send(const Order& order) {
   const auto progress = [this, unwanted = unwanted_, alive = std::weak_ptr<void>(alive_)](
                             const std::string& name, auto sent, auto size) {
     if (*unwanted) throw Failure(kUnwanted);
-    Glib::signal_idle().connect_once([this, alive, shown = progressText(name, sent, size)] {
+    Glib::signal_idle().connect_once([this, alive, shown = progressText(name, sent, size, localized)] {
       if (!alive.expired()) notice_->set_text(shown);
     });
   };
-  inBackground<SentJob>(
+  inBackground<Delivery>(
       alive_, [order, progress, note = note_] { return carryOut(order, progress, note); },
       [this, order](const auto& outcome) { onSent(order, outcome); });
 }
@@ -125,16 +126,18 @@ void Dialog::showSending(bool sending) {
   notice_->set_visible(sending);
 }
 
-void Dialog::onSent(const Order& order, const Outcome<SentJob>& outcome) {
+void Dialog::onSent(const Order& order, const Outcome<Delivery>& outcome) {
   const bool wanted = !*std::exchange(unwanted_, nullptr);
   showSending(false);
   if (!outcome.result) {
-    if (outcome.failure != kUnwanted) note_(outcome.failure);
-    return wanted ? tell(outcome.failure) : loop_->quit();
+    if (outcome.failure->what() != std::string_view(kUnwanted)) note_(outcome.failure->what());
+    return wanted ? tell(failureText(*outcome.failure)) : loop_->quit();
   }
-  sent_ = outcome.result;
-  remember({order.server, order.printer}, order.remembered, note_);
-  if (wanted && sent_->lost && !sent_->lost->empty()) return tell(jobText(*sent_), [this] { loop_->quit(); });
+  sent_ = outcome.result->job;
+  auto shortcomings = outcome.result->shortcomings;
+  if (const auto forgotten = remember({order.server, order.printer}, order.remembered, note_))
+    shortcomings.push_back(*forgotten);
+  if (wanted && !shortcomings.empty()) return tell(failuresText(shortcomings), [this] { loop_->quit(); });
   loop_->quit();
 }
 

@@ -34,35 +34,44 @@ bool isUsual(const Option& option, const Printer& printer) {
   });
 }
 
-void useForAllJobs(const Order& order, const Connection& connection, const Printer& printer,
-                   const Note& note) {
+std::optional<Failure> useForAllJobs(const Order& order, const Connection& connection, const Printer& printer,
+                                     const Note& note) {
   try {
     saveAsDefault(connection, printer, order.remembered.panel);
+    return std::nullopt;
   } catch (const Failure& failure) {
     note("the job was sent, but its settings are not kept for all jobs: " + std::string(failure.what()));
+    return Failure(Trouble::notKeptForAllJobs, failure.fact());
   }
 }
 
 }  // namespace
 
-SentJob carryOut(const Order& order, const Progress& progress, const Note& note) {
+Delivery carryOut(const Order& order, const Progress& progress, const Note& note) {
   const Connection connection(order.server);
   const auto printer = findPrinter(connection, order.printer);
-  checkState(printer, [](const std::string& waiting) { throw Failure(waiting + "; nothing was sent"); });
+  checkState(printer, [](const std::string&) {});
+  if (printer.stopped) throw Failure(Trouble::stopped, stoppedText(printer), "; nothing was sent");
   auto& documents = *order.documents;
   progress(documents.front().name(), 0, documents.front().size());
   auto options = order.options;
   std::erase_if(options, [&](const Option& option) { return isUsual(option, printer); });
   const auto confirmable = optionsOfTheJob(options);
-  SentJob job{0, printer.name, confirmable.size(), std::nullopt};
+  Delivery delivery{{0, printer.name, confirmable.size(), std::nullopt}, {}};
+  auto& [job, shortcomings] = delivery;
   job.number = sendJob(connection, printer, order.title, options, documents, progress);
-  if (order.useForAllJobs) useForAllJobs(order, connection, printer, note);
+  if (order.useForAllJobs) {
+    if (const auto notKept = useForAllJobs(order, connection, printer, note))
+      shortcomings.push_back(*notKept);
+  }
   try {
     job.lost = lostOptions(connection, printer, job.number, confirmable);
+    if (job.lost && !job.lost->empty()) shortcomings.emplace_back(Trouble::lostSettings, jobText(job));
   } catch (const Failure& failure) {
     job.unconfirmed = failure.what();
+    shortcomings.emplace_back(Trouble::unconfirmedSettings, failure.fact());
   }
-  return job;
+  return delivery;
 }
 
 }  // namespace tandemtrim::host

@@ -7,6 +7,7 @@
 
 #include "host/dialog/remembered.hpp"
 #include "host/documents.hpp"
+#include "host/failure.hpp"
 #include "host/job.hpp"
 #include "host/note.hpp"
 #include "host/options.hpp"
@@ -28,9 +29,16 @@ struct Order {
   bool useForAllJobs = false;
 };
 
+/// What came of an order.
+struct Delivery {
+  SentJob job;
+  /// What went wrong once the job was sent.
+  std::vector<Failure> shortcomings;
+};
+
 /// Sends the job and asks the server what it holds of it. Failure when the server, the printer or a document
 /// refuses; a stopped printer refuses too, since the person is there to choose another. `progress` is asked
-/// once before there is a job. What goes wrong once the job is sent is noted.
-SentJob carryOut(const Order& order, const Progress& progress, const Note& note);
+/// once before there is a job. That settings are not kept for all jobs is noted, too.
+Delivery carryOut(const Order& order, const Progress& progress, const Note& note);
 
 }  // namespace tandemtrim::host

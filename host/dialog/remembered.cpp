@@ -69,7 +69,7 @@ Remembered recall(const PrinterPlace& place, const Note& note) {
   }
 }
 
-void remember(const PrinterPlace& place, const Remembered& settings, const Note& note) {
+std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Note& note) {
   const auto file = rememberedFile(place);
   const auto groups = Glib::KeyFile::create();
   auto pages = settings.pages.settings->copy();
@@ -86,9 +86,13 @@ void remember(const PrinterPlace& place, const Remembered& settings, const Note&
   GError* failure = nullptr;
   if (g_file_set_contents_full(file.c_str(), text.data(), static_cast<gssize>(text.size()),
                                G_FILE_SET_CONTENTS_CONSISTENT, kOwnFile, &failure) == FALSE) {
-    note("the settings of this job cannot be remembered: " + std::string(failure->message));
+    const Failure forgotten(Trouble::notRemembered, "the settings of this job cannot be remembered: " +
+                                                        std::string(failure->message));
     g_error_free(failure);
+    note(forgotten.what());
+    return forgotten;
   }
+  return std::nullopt;
 }
 
 }  // namespace tandemtrim::host

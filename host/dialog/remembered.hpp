@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/dialog/dialog_options.hpp"
+#include "host/failure.hpp"
 #include "host/note.hpp"
 #include "host/options.hpp"
 
@@ -29,8 +30,8 @@ Remembered recall(const PrinterPlace& place, const Note& note);
 
 /// Remembers these settings for the printer, in place of earlier ones, but for the choice of pages, which is
 /// each document's own. The file is whole at any moment, and nobody else can read it. Not being able to is
-/// noted.
-void remember(const PrinterPlace& place, const Remembered& settings, const Note& note);
+/// noted and given back.
+std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Note& note);
 
 /// The file of the printer's settings, in the folder of this program below $XDG_STATE_HOME. Names of printers
 /// are those of this computer's own server, or have their server's behind them.

@@ -6,6 +6,41 @@ from dialog_case import DialogCase, until
 from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, SAMPLE, digest, of_panel
 
 
+# What a person reads who has stored a left margin of 18, a position and a switch that the printer does not have.
+WARNED = {
+    "de": (
+        "Linker Rand: Dieser Drucker erlaubt 18 nicht (erlaubt: 0 bis 15)",
+        "Druckposition: Dieser Drucker erlaubt Diagonal nicht (erlaubt: Links, Mitte, Rechts)",
+        "Tandem Trim verwenden: Dieser Drucker erlaubt Maybe nicht (erlaubt: Ein, Aus)",
+    ),
+    "ja": (
+        "左余白: このプリンターでは 18 は使えません (使える値: 0〜15)",
+        "印刷位置: このプリンターでは Diagonal は使えません (使える値: 左、中央、右)",
+        "タンデムトリムを使用: このプリンターでは Maybe は使えません (使える値: オン、オフ)",
+    ),
+    "ar": (
+        "الهامش الأيسر: لا تسمح هذه الطابعة بالقيمة 18 (المسموح: 0 إلى 15)",
+        "موضع الطباعة: لا تسمح هذه الطابعة بالقيمة Diagonal (المسموح: يسار، وسط، يمين)",
+        "استخدام Tandem Trim: لا تسمح هذه الطابعة بالقيمة Maybe (المسموح: تشغيل، إيقاف)",
+    ),
+}
+# The switch, the menus, and the margins from the top one on.
+SPOKEN = {
+    "de": ("Tandem Trim verwenden", "Bildausrichtung", "Druckposition", "Oberer Rand", "Unterer Rand", "Linker Rand", "Rechter Rand"),
+    "ja": ("タンデムトリムを使用", "画像の向き", "印刷位置", "上余白", "下余白", "左余白", "右余白"),
+    "ar": (
+        "استخدام Tandem Trim",
+        "اتجاه الصورة",
+        "موضع الطباعة",
+        "الهامش العلوي",
+        "الهامش السفلي",
+        "الهامش الأيسر",
+        "الهامش الأيمن",
+    ),
+}
+PAGES = {"de": "Tandem Trim", "ja": "タンデムトリム", "ar": "Tandem Trim"}
+
+
 class DialogTest(DialogCase):
     def test_what_is_set_at_the_panel_reaches_the_filter(self):
         dialog = self.live_panel()
@@ -148,6 +183,49 @@ class DialogTest(DialogCase):
                 dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
                 dialog.find("text", of_panel_s)
                 dialog.find("check box", of_dialog_s)
+
+    def test_it_warns_in_the_persons_language_of_what_the_printer_does_not_allow(self):
+        wrong = ("-o", f"{MARGINS['Left']}=18", "-o", f"{POSITION}=Diagonal", "-o", f"{VALID}=Maybe")
+        for language, warnings in WARNED.items():
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", *wrong, LANG="C.UTF-8", LANGUAGE=language)
+                dialog.page(PAGES[language])
+                for warning in warnings:
+                    dialog.says(warning)
+                dialog.close()
+
+    def test_what_is_set_in_any_language_reaches_the_filter_alike(self):
+        for language, (switch, direction, position, *margins) in SPOKEN.items():
+            with self.subTest(language):
+                state = str(self.temporary_folder())
+                dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language, XDG_STATE_HOME=state)
+                dialog.page(PAGES[language])
+                dialog.check(switch)
+                dialog.choose(direction, 1)
+                dialog.choose(position, 0)
+                for margin, text in zip(margins, ("12", "30", "0", "7")):
+                    dialog.type(margin, text)
+                dialog.click(dialog.find("text", margins[0]))
+                dialog.keys("Return")
+                self.assertEqual(of_panel(self.printed(dialog).options), CHANGED)
+
+    def test_a_refusal_is_told_in_the_persons_language_with_the_reason_behind_it(self):
+        self.run_command("cupsdisable", "-r", "out of blades", "Morva")
+        for language, told in {
+            "de": "Der Drucker ist angehalten. Wählen Sie einen anderen Drucker",
+            "ja": "プリンターは停止しています。",
+            "ar": "الطابعة متوقفة.",
+        }.items():
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
+                dialog.page(PAGES[language])
+                dialog.click(dialog.find("check box", SPOKEN[language][0]))
+                dialog.click(dialog.find("text", SPOKEN[language][3]))
+                dialog.keys("Return")
+                dialog.says(told)
+                text = dialog.says("Morva is stopped (out of blades)")
+                self.assertNotIn("cupsenable", text)
+                dialog.close()
 
     def test_it_is_no_wider_than_a_small_screen_in_any_language(self):
         for language in ("en", "de", "fr", "es", "it", "nl", "ja", "zh_CN", "ko", "ar"):

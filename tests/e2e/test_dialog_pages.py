@@ -195,6 +195,8 @@ class DialogPagesTest(DialogCase):
         dialog = self.live_panel(CUPS_SERVERROOT=str(home), HOME=str(home), XDG_STATE_HOME=str(self.temporary_folder()))
         dialog.check("Use for all my jobs")
         dialog.press("Print")
+        dialog.says("its settings could not be kept for all your jobs")
+        dialog.press("Close")
         status, out, said = dialog.ends()
         self.assertEqual(status, 0, said)
         self.assertRegex(out, "job 1 on Morva")

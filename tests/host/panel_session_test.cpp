@@ -218,10 +218,10 @@ TEST_F(APanelSession, NamesTheStoredValuesThatAreNotAllowedAndLeavesThemAlone) {
   const auto plugin = loadPlugin(writeBundle(folder, "Fake.bundle"), kMemoryModule, quiet);
   const auto illegal = illegalValues(plugin, settings, nullptr);
   ASSERT_EQ(illegal.size(), 1U);
-  EXPECT_EQ(illegal[0].name, "Top");
+  EXPECT_EQ(illegal[0].label, "Top");
   EXPECT_EQ(illegal[0].keyword, "FakeTop");
   EXPECT_EQ(illegal[0].value, "35");
-  EXPECT_EQ(illegal[0].allowed, "0 to 20");
+  EXPECT_EQ(illegal[0].control.max, 20);
   EXPECT_EQ(illegal[0].suggested, "20");
   EXPECT_EQ(stored("FakeTop"), "35");
 }

@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <set>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -9,29 +12,68 @@
 namespace tandemtrim::resources {
 namespace {
 
+using platform::linux::StringsTable;
+
+std::set<std::string> keysOfTheDialog() {
+  std::set<std::string> keys(host::kTexts.begin(), host::kTexts.end());
+  keys.insert(host::kHelpTexts.begin(), host::kHelpTexts.end());
+  for (const auto& entry : host::kTroubleTexts) keys.insert(entry.second);
+  return keys;
+}
+
+// "[name]" and the like, in the order of their names; as often as they are there.
+std::vector<std::string> placeholdersOf(const std::string& text) {
+  std::vector<std::string> placeholders;
+  for (auto begin = text.find('['); begin != std::string::npos; begin = text.find('[', begin + 1))
+    placeholders.push_back(text.substr(begin, text.find(']', begin) + 1 - begin));
+  std::ranges::sort(placeholders);
+  return placeholders;
+}
+
 class DialogTexts : public testing::TestWithParam<const char*> {
  protected:
-  platform::linux::StringsTable table =
+  StringsTable table =
       platform::linux::parseStringsTable(
           contentsOf(std::string(DIALOG_TEXTS) + '/' + GetParam() + ".lproj/Localizable.strings"))
-          .value_or(platform::linux::StringsTable());
+          .value_or(StringsTable());
+  StringsTable panel =
+      platform::linux::parseStringsTable(contentsOf(tablePath(GetParam()))).value_or(StringsTable());
 };
 
 TEST_P(DialogTexts, AreThereForEveryKeyAndForNoOther) {
-  EXPECT_EQ(table.size(), host::kTexts.size());
-  for (const char* key : host::kTexts) {
-    const auto text = table.find(key);
-    ASSERT_NE(text, table.end()) << key;
-    EXPECT_NE(text->second, "") << key;
+  std::set<std::string> keys;
+  for (const auto& [key, text] : table) {
+    keys.insert(key);
+    EXPECT_NE(text, "") << key;
+  }
+  EXPECT_EQ(keys, keysOfTheDialog());
+}
+
+TEST_P(DialogTexts, HaveThePlaceholdersOfTheEnglishOnes) {
+  for (const auto& [key, text] : table) EXPECT_EQ(placeholdersOf(text), placeholdersOf(key)) << text;
+}
+
+TEST_P(DialogTexts, AreTranslated) {
+  const bool english = GetParam() == std::string("en");
+  for (const auto& key : keysOfTheDialog()) {
+    if (key == host::kListSeparatorText) continue;
+    EXPECT_EQ(table[key] == key, english) << key;
   }
 }
 
-TEST_P(DialogTexts, NameWhatIsWrongWithAValueOnce) {
-  const auto& text = table.at(host::kIllegalValueText);
-  for (const char* token : {"[name]", "[value]", "[allowed]"}) {
-    EXPECT_NE(text.find(token), std::string::npos) << token;
-    EXPECT_EQ(text.find(token), text.rfind(token)) << token;
-  }
+TEST_P(DialogTexts, AdviseNoOptionsOfTheCommandLine) {
+  for (const auto& [key, text] : table) EXPECT_THAT(text, testing::Not(testing::ContainsRegex(" -[a-z-]")));
+}
+
+TEST_P(DialogTexts, SayOnAndOffAsThePanelDoes) {
+  for (const char* state : {host::kOnText, host::kOffText}) EXPECT_EQ(table[state], panel[state]);
+}
+
+TEST_P(DialogTexts, NameTheControlsInTheHelpAsThePanelDoes) {
+  std::string help;
+  for (const char* text : host::kHelpTexts) help += table[text];
+  for (const char* name : {"EnableTandemTrim", "ImageDirection", "InformPrintingPosition", "RestoreDefault"})
+    EXPECT_THAT(help, testing::HasSubstr(panel[name]));
 }
 
 INSTANTIATE_TEST_SUITE_P(In, DialogTexts, testing::ValuesIn(kLanguages), [](const auto& language) {

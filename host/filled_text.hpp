@@ -1,0 +1,16 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace tandemtrim::host {
+
+/// A text's placeholder, as "[name]", and what stands in its place.
+using Filling = std::pair<std::string_view, std::string_view>;
+
+/// The text with its placeholders filled. What is filled in may hold anything.
+std::string filled(std::string_view text, std::initializer_list<Filling> fillings);
+
+}  // namespace tandemtrim::host
