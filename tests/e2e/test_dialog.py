@@ -3,7 +3,7 @@
 import unittest
 
 from dialog_case import DialogCase, until
-from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, SAMPLE, digest, of_panel
+from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, SAMPLE, VALID, digest, of_panel
 
 
 # What a person reads who has stored a left margin of 18, a position and a switch that the printer does not have.
