@@ -160,6 +160,7 @@ std::vector<IllegalValue> illegalValues(const LoadedPlugin& plugin,
   auto& view = viewOf(plugin.bundle, panel);
   const auto controls = controlsOf(plugin.bundle, view);
   const auto shown = callPlugin(plugin.bundle, "its view", [&] { return view.controls(); });
+  // Raises when a keyword has no control.
   limitsOf(plugin.bundle, controls, keywords);
   std::vector<IllegalValue> illegal;
   for (std::size_t i = 0; i < controls.size(); ++i) {
