@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <optional>
+#include <string>
 
 /// What the host knows of the printers of this family without asking their plug-in.
 namespace tandemtrim::host {
@@ -14,5 +16,9 @@ inline constexpr std::array<const char*, 7> kPanelKeywords{"MVTandemTrim",    "M
                                                            "MVPrintPosition", "MVTopMargin",
                                                            "MVBottomMargin",  "MVLeftMargin",
                                                            "MVRightMargin"};
+
+/// The panel's own spelling of a keyword where letter case alone differs, as CUPS has it; none for a keyword
+/// that is not the panel's.
+std::optional<std::string> keywordOfPanel(const std::string& keyword);
 
 }  // namespace tandemtrim::host

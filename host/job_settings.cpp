@@ -42,14 +42,6 @@ JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::v
   return settled;
 }
 
-// The panel's own spelling of a keyword where letter case alone differs, as CUPS has it; none for a keyword
-// that is not the panel's.
-std::optional<std::string> keywordOfPanel(const std::string& keyword) {
-  const auto* const own = std::ranges::find_if(
-      kPanelKeywords, [&](const char* candidate) { return isSameKeyword(candidate, keyword); });
-  return own == kPanelKeywords.end() ? std::nullopt : std::optional<std::string>(*own);
-}
-
 Options spelledAsByPanel(const Options& options) {
   Options spelled;
   for (const auto& [keyword, value] : options)

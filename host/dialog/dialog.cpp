@@ -1,31 +1,18 @@
 #include "host/dialog/dialog.hpp"
 
-#include <algorithm>
 #include <utility>
 
 #include <gtk/gtkunixprint.h>
 #include <gtkmm/scrolledwindow.h>
 
-#include "host/bundle_search.hpp"
-#include "host/dialog/dialog_options.hpp"
 #include "host/dialog/option_rows.hpp"
-#include "host/dialog/remembered.hpp"
 #include "host/dialog/texts.hpp"
 #include "host/family.hpp"
-#include "host/job_settings.hpp"
-#include "host/option_syntax.hpp"
-#include "host/ppd.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-constexpr unsigned kSelectAgain = 50;  // milliseconds
-constexpr int kSelections = 100;
 constexpr int kMargin = 18;
-
-bool isOfPanel(const std::string& keyword) {
-  return std::ranges::any_of(kPanelKeywords, [&](const char* own) { return isSameKeyword(own, keyword); });
-}
 
 // GTK's own, which holds all pages of the dialog.
 GtkNotebook* notebookOf(Gtk::Widget& page) {
@@ -84,156 +71,6 @@ std::optional<SentJob> Dialog::run() {
   begin();
   loop_->run();
   return sent_;
-}
-
-std::shared_ptr<Dialog::Details> Dialog::detailsOf(const std::optional<std::string>& server,
-                                                   const std::optional<std::string>& printer) {
-  const Connection connection(server);
-  auto details = std::make_shared<Details>();
-  details->printer = findPrinter(connection, printer);
-  details->ppd = queuePpd(connection, details->printer);
-  return details;
-}
-
-// The printer that the command line names, or the person's default one.
-void Dialog::begin() {
-  const auto server = line_.server;
-  const auto printer = line_.printer;
-  inBackground<std::shared_ptr<Details>>(
-      alive_, [server, printer] { return detailsOf(server, printer); },
-      [this](auto outcome) {
-        started_ = true;
-        if (!outcome.result) {
-          note_(outcome.failure->what());
-          page_->showText(failureText(*outcome.failure));
-          onPrinterChanged();
-          return;
-        }
-        const auto& found = (*outcome.result)->printer;
-        const auto remembered = recall({line_.server, found.name}, note_);
-        startFrom(found.saved);
-        startFrom(remembered.panel);
-        startFrom(line_.options);
-        auto* const ppd = (*outcome.result)->ppd.get();
-        auto pages = remembered.pages;
-        if (!pages.settings) {
-          pages.settings = Gtk::PrintSettings::create();
-          showOptions(found.saved, ppd, pages);
-        }
-        showOptions(line_.options, ppd, pages);
-        const auto settings = pages.settings;
-        settings->set_printer(found.name);
-        dialog_->set_settings(settings);
-        current_ = found.name;
-        reading_ = true;
-        onDetails(found.name, std::move(outcome));
-        select(current_, pages);
-      });
-}
-
-// The panel takes those of its own keywords among them.
-void Dialog::startFrom(const Options& options) {
-  for (const auto& option : options) {
-    const auto* const own = std::ranges::find_if(
-        kPanelKeywords, [&](const char* known) { return isSameKeyword(known, option.keyword); });
-    settings_.PMPrintSettingsSetValue(own == kPanelKeywords.end() ? option.keyword : *own, option.value,
-                                      false);
-  }
-}
-
-std::string Dialog::selectedPrinter() const {
-  auto* const printer = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
-  return printer == nullptr ? "" : gtk_printer_get_name(printer);
-}
-
-// GTK forgets the printer of its settings unless that one is listed first, so it is asked again until it is
-// selected.
-void Dialog::select(const std::string& printer, const Pages& pages) {
-  wanted_ = printer;
-  selecting_ = Glib::signal_timeout().connect(
-      [this, pages, tries = 0]() mutable {
-        if (selectedPrinter() == *wanted_ || ++tries > kSelections) {
-          // Copies and paper count for a selected printer only.
-          dialog_->set_settings(pages.settings);
-          if (pages.setup) showPageSetup(*dialog_, *pages.setup);
-          wanted_.reset();
-          onPrinterChanged();
-          return false;
-        }
-        dialog_->set_settings(pages.settings);
-        return true;
-      },
-      kSelectAgain);
-}
-
-void Dialog::onPrinterChanged() {
-  const auto printer = selectedPrinter();
-  if (!started_ || wanted_ || printer.empty()) return;
-  if (printer == current_) {
-    hideRows();
-    return printIfAsked();
-  }
-  // What the person did at the panel goes along to the next printer.
-  if (panel_) guarded([&] { panel_->save(); });
-  forgetPrinter();
-  current_ = printer;
-  if (gtk_printer_is_virtual(gtk_print_unix_dialog_get_selected_printer(dialog_->gobj())) != FALSE) {
-    page_->set_visible(false);
-    return;
-  }
-  readDetails(printer);
-}
-
-void Dialog::forgetPrinter() {
-  closePanel();
-  ppd_.reset();
-  notice_->set_visible(false);
-  reading_ = false;
-  if (!std::exchange(printWhenRead_, false)) return;
-  auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
-  allowPrinting(gtk_printer_is_accepting_jobs(chosen) != FALSE);
-}
-
-void Dialog::readDetails(const std::string& printer) {
-  reading_ = true;
-  page_->showText(localized(kReadingText));
-  page_->set_visible();
-  const auto server = line_.server;
-  inBackground<std::shared_ptr<Details>>(
-      alive_, [server, printer] { return detailsOf(server, printer); },
-      [this, printer](auto outcome) { onDetails(printer, std::move(outcome)); });
-}
-
-void Dialog::onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome) {
-  if (printer != current_) return;
-  reading_ = false;
-  if (!outcome.result) return refuseToShow(*outcome.failure);
-  ppd_ = std::move((*outcome.result)->ppd);
-  if (guarded([&] { openPanel(printer); })) printIfAsked();
-}
-
-void Dialog::openPanel(const std::string& printer) {
-  const auto bundles = ppd_ ? dialogExtensions(*ppd_) : std::vector<std::string>{kDefaultBundle};
-  if (bundles.empty()) {
-    note_(printer + " has no panel, since its PPD names none");
-    for (const auto& option : line_.options) {
-      if (isOfPanel(option.keyword)) note_(printer + " has no panel; " + optionText(option) + " is left out");
-    }
-    page_->set_visible(false);
-    return hideRows();
-  }
-  if (!ppd_) note_(withoutPpdText(printer));
-  const auto bundle = findBundle(line_.plugin, bundles);
-  if (!bundle) throw PluginFailure("the plug-in " + bundles.front() + " is not installed");
-  panel_ = std::make_unique<OpenPanel>(bundle->string(), settings_, ppd_.get(), note_);
-  pageTitle_->set_text(panel_->title());
-  page_->showView(panel_->view());
-  page_->help.set_visible(panel_->shouldShowHelp());
-  if (page_->get_mapped()) comeUp();
-  page_->set_visible();
-  summary_->set_visible();
-  hideRows();
-  page_->warnOf(panel_->illegalValues());
 }
 
 // GTK's own rows for what the panel sets; without a panel these options are not sent at all.
@@ -319,31 +156,6 @@ void Dialog::correct() {
 
 void Dialog::showHelp() {
   ask(helpText(), Gtk::MessageType::INFO, {{localized(kCloseText), Gtk::ResponseType::CLOSE}}, [](int) {});
-}
-
-// What the order takes of the command line: options that neither the panel nor the dialog's pages show.
-Order Dialog::order() {
-  Order order{line_.server,
-              current_,
-              line_.title.value_or(documents_->front().name()),
-              documents_,
-              {},
-              {shownPages(*dialog_), {}},
-              page_->useForAllJobs.get_active()};
-  for (const auto& option : line_.options) setOption(order.options, option);
-  auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
-  const auto usual = Glib::wrap(gtk_printer_get_default_page_size(chosen));
-  takeOptions(order.remembered.pages, ppd_.get(),
-              usual ? gtk_page_setup_get_paper_size(usual->gobj()) : nullptr, order.options);
-  std::erase_if(order.options, [](const Option& option) { return isOfPanel(option.keyword); });
-  if (!panel_) return order;
-  for (const auto& keyword : panel_->keywords()) {
-    std::optional<std::string> value;
-    settings_.PMPrintSettingsGetValue(keyword, value);
-    if (value) order.remembered.panel.push_back({keyword, *value});
-  }
-  for (const auto& option : order.remembered.panel) setOption(order.options, option);
-  return order;
 }
 
 }  // namespace tandemtrim::host

@@ -49,6 +49,7 @@ class Dialog {
                                                           const std::optional<std::string>& printer);
   [[nodiscard]] std::string selectedPrinter() const;
   void begin();
+  void startAt(Outcome<std::shared_ptr<Details>> outcome);
   void select(const std::string& printer, const Pages& pages);
   void onPrinterChanged();
   void readDetails(const std::string& printer);
@@ -115,8 +116,10 @@ class Dialog {
   Gtk::Label* notice_ = nullptr;
   std::unique_ptr<Gtk::PrintUnixDialog> dialog_;
   std::unique_ptr<Gtk::MessageDialog> question_;
-  // Of the current printer; null while it is read and for a printer without one.
+  // Of the current printer, without them while it is read: its PPD, null for a printer without one, and the
+  // options that the person saved.
   PpdHandle ppd_;
+  Options saved_;
   std::unique_ptr<OpenPanel> panel_;
   sigc::connection selecting_;
 };

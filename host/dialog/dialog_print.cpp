@@ -9,6 +9,7 @@
 #include "host/dialog/remembered.hpp"
 #include "host/dialog/texts.hpp"
 #include "host/failure.hpp"
+#include "host/family.hpp"
 #include "host/progress_line.hpp"
 
 namespace tandemtrim::host {
@@ -102,6 +103,35 @@ void Dialog::ask(const Glib::ustring& message, Gtk::MessageType type,
     });
   });
   question_->set_visible();
+}
+
+// What the order takes of the person's saved options and of the command line: those that neither the panel
+// nor the dialog's pages show.
+Order Dialog::order() {
+  Order order{line_.server,
+              current_,
+              line_.title.value_or(documents_->front().name()),
+              documents_,
+              {},
+              {shownPages(*dialog_), {}},
+              page_->useForAllJobs.get_active()};
+  for (const auto& options : {saved_, line_.options}) {
+    for (const auto& option : options) setOption(order.options, option);
+  }
+  auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
+  const auto usual = Glib::wrap(gtk_printer_get_default_page_size(chosen));
+  takeOptions(order.remembered.pages, ppd_.get(),
+              usual ? gtk_page_setup_get_paper_size(usual->gobj()) : nullptr, order.options);
+  std::erase_if(order.options,
+                [](const Option& option) { return keywordOfPanel(option.keyword).has_value(); });
+  if (!panel_) return order;
+  for (const auto& keyword : panel_->keywords()) {
+    std::optional<std::string> value;
+    settings_.PMPrintSettingsGetValue(keyword, value);
+    if (value) order.remembered.panel.push_back({keyword, *value});
+  }
+  for (const auto& option : order.remembered.panel) setOption(order.options, option);
+  return order;
 }
 
 void Dialog::send(const Order& order) {

@@ -5,13 +5,41 @@
 #include <iostream>
 
 #include <glibmm/exceptionhandler.h>
+#include <glibmm/main.h>
 #include <gtk/gtk.h>
 #include <gtkmm/init.h>
+#include <gtkmm/messagedialog.h>
+#include <unistd.h>
 
 #include "host/dialog/background.hpp"
 #include "host/dialog/dialog.hpp"
+#include "host/dialog/texts.hpp"
 
 using namespace tandemtrim::host;
+
+namespace {
+
+// Started from a desktop, the program has no terminal on which anybody would read why no dialog comes.
+void showFailure(const Failure& failure) {
+  Gtk::MessageDialog window(failureText(failure), false, Gtk::MessageType::ERROR, Gtk::ButtonsType::NONE);
+  window.set_hide_on_close();
+  window.add_button(localized(kCloseText), Gtk::ResponseType::CLOSE);
+  const auto loop = Glib::MainLoop::create();
+  window.signal_response().connect([&loop](int) { loop->quit(); });
+  window.set_visible();
+  loop->run();
+}
+
+std::optional<SentJob> jobOfDialog(const CommandLine& line, const Note& note) {
+  try {
+    return Dialog(line, note).run();
+  } catch (const Failure& failure) {
+    if (isatty(STDERR_FILENO) == 0) showFailure(failure);
+    throw;
+  }
+}
+
+}  // namespace
 
 extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(const CommandLine& line,
                                                                             const Note& note,
@@ -41,7 +69,7 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
         note(failure.what());
       }
     });
-    result.job = Dialog(line, note).run();
+    result.job = jobOfDialog(line, note);
   } catch (const std::exception& failure) {
     result.failure = failure.what();
   }

@@ -238,9 +238,9 @@ class DialogCase(TerminalCase):
     def run_command(self, *command):
         subprocess.run(command, env=self.environment(), check=True, capture_output=True)
 
-    def dialog(self, *arguments, documents=(SAMPLE,), content=b"", **variables):
+    def dialog(self, *arguments, documents=(SAMPLE,), content=b"", program=PROGRAM, **variables):
         environment = self.environment(**{name: os.environ[name] for name in SCREEN if name in os.environ})
-        shown = PrintDialog([PROGRAM, *arguments, *documents], environment | variables, content)
+        shown = PrintDialog([program, *arguments, *documents], environment | variables, content)
         self.addCleanup(shown.close)
         return shown
 

@@ -78,6 +78,25 @@ class TerminalCase(unittest.TestCase):
         self.addCleanup(shutil.rmtree, folder)
         return folder
 
+    def documents_of_many_kinds(self):
+        """A printer Any that takes documents of these kinds as they are, and one document of each."""
+        folder = self.temporary_folder()
+        contents = {
+            "application/pdf": SAMPLE.read_bytes(),
+            "application/postscript": b"%!PS-Adobe-3.0\nshowpage\n",
+            "text/plain": b"Plain text\n",
+            "image/png": (PROJECT / "docs/dialog.png").read_bytes(),
+        }
+        taken = '*cupsFilter: "application/pdf 0 morvatandem"\n'
+        text = PPD.read_text()
+        self.assertIn(taken, text)
+        ppd = folder / "any.ppd"
+        ppd.write_text(text.replace(taken, "".join(taken.replace("application/pdf", kind) for kind in contents)))
+        self.cups.add_queue("Any", ppd)
+        for kind, content in contents.items():
+            (folder / kind.replace("/", ".")).write_bytes(content)
+        return [folder / kind.replace("/", ".") for kind in contents]
+
     def environment(self, **more):
         around = surroundings.variables(os.environ.get("TANDEM_TRIM_SURROUNDINGS", "english"))
         return self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | around | more

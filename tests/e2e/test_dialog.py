@@ -38,6 +38,8 @@ SPOKEN = {
         "الهامش الأيمن",
     ),
 }
+# What the summary names, from top to bottom.
+SUMMARY = ["Image Direction", "Print Position", "Top Margin", "Bottom Margin", "Left Margin", "Right Margin"]
 PAGES = {"de": "Tandem Trim", "ja": "タンデムトリム", "ar": "Tandem Trim"}
 
 
@@ -125,6 +127,7 @@ class DialogTest(DialogCase):
         dialog.type("Bottom Margin", "22")
         dialog.page("Summary")
         dialog.says("22")
+        self.assertEqual([text for text in dialog.labels() if text in SUMMARY], SUMMARY)
         dialog.page("Tandem Trim")
         self.assertEqual(dialog.text("Bottom Margin"), "22")
         dialog.press("Print")
@@ -265,6 +268,25 @@ class DialogTest(DialogCase):
         dialog = self.dialog("-d", "Morva", documents=["-"], content=SAMPLE.read_bytes())
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).sha256, digest(SAMPLE))
+
+    def test_documents_of_every_kind_that_the_printer_takes_arrive_as_they_are(self):
+        documents = self.documents_of_many_kinds()
+        dialog = self.dialog("-d", "Any", documents=documents)
+        dialog.press("Print")
+        status, out, said = dialog.ends()
+        self.assertEqual(status, 0, out + said)
+        self.cups.wait_for_jobs()
+        self.assertEqual([record.sha256 for record in self.cups.records()], [digest(document) for document in documents])
+
+    def test_a_document_that_cannot_be_read_is_told_where_nobody_sees_a_terminal(self):
+        missing = self.temporary_folder() / "missing.pdf"
+        dialog = self.dialog("-d", "Morva", documents=[missing])
+        dialog.says("The document cannot be read. Make sure that it still exists")
+        dialog.says(f"{missing} cannot be read")
+        dialog.press("Close")
+        status, out, said = dialog.ends()
+        self.assertEqual((status, out), (1, ""))
+        self.assertIn(f"{missing} cannot be read", said)
 
 
 if __name__ == "__main__":

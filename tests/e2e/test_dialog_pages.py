@@ -179,6 +179,13 @@ class DialogPagesTest(DialogCase):
         expected = DEFAULTS | {"MVTandemTrim": "On", MARGINS["Top"]: "14"}
         self.assertEqual(self.kept_for_all_jobs(), expected)
 
+    def test_saved_options_reach_the_filter_whether_a_page_shows_them_or_not(self):
+        self.run_command("lpoptions", "-p", "Morva", "-o", "x-note=saved", "-o", "number-up=2")
+        dialog = self.shown()
+        dialog.press("Print")
+        options = self.printed(dialog).options
+        self.assertEqual((options.get("x-note"), options.get("number-up")), ("saved", "2"))
+
     def test_a_refused_job_changes_no_defaults(self):
         dialog = self.live_panel("-o", "document-format=application/x-nothing")
         dialog.check("Use for all my jobs")

@@ -1,5 +1,6 @@
 """The print dialog with plug-ins that do not do their part: it prints without them."""
 
+import pathlib
 import re
 import shutil
 import unittest
@@ -27,6 +28,18 @@ class DialogPluginsTest(DialogCase):
         self.assertFalse(dialog.shows("check box", "Use Tandem Trim"))
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), {})
+
+    def test_an_installed_program_shows_the_panel_that_is_installed_with_it(self):
+        prefix = self.temporary_folder() / "usr"
+        self.run_command("cmake", "--install", BUILD, "--prefix", prefix)
+        dialog = self.dialog("-d", "Morva", program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
+        dialog.page("Tandem Trim")
+        dialog.check("Use Tandem Trim")
+        loaded = pathlib.Path(f"/proc/{dialog.process.pid}/maps").read_text()
+        self.assertIn(f"{prefix}/lib", loaded)
+        self.assertNotIn(str(BUILD), loaded)
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)["MVTandemTrim"], "On")
 
     def test_broken_bundles_leave_a_dialog_that_prints(self):
         broken = {

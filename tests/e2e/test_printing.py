@@ -99,6 +99,12 @@ class PrintingTest(TerminalCase):
                 self.assertEqual(record.sha256, digest(file))
                 self.assertEqual(record.title, file.name)
 
+    def test_documents_of_every_kind_that_the_printer_takes_arrive_as_they_are(self):
+        for document in self.documents_of_many_kinds():
+            with self.subTest(document.name):
+                _, (record,) = self.prints("-d", "Any", document)
+                self.assertEqual(record.sha256, digest(document))
+
     def test_standard_input_is_printed_in_the_place_of_a_hyphen(self):
         _, (record,) = self.prints("-d", "Morva", "-", stdin=SAMPLE.read_bytes())
         self.assertEqual(record.sha256, digest(SAMPLE))
