@@ -16,7 +16,7 @@ test: ## build and run all tests
 	$(call build,test)
 	ctest --preset test
 
-sanitize: ## all tests but the dialog's under AddressSanitizer and UndefinedBehaviorSanitizer
+sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer
 	$(install_dependencies) test
 	$(call build,sanitize)
 	ctest --preset sanitize

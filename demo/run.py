@@ -15,7 +15,7 @@ import sys
 PROJECT = pathlib.Path(__file__).resolve().parents[1]
 SAMPLES = PROJECT / "resources/sample"
 PRINTER = "Morva"
-ON_OWN_SCREEN = PROJECT / "tests/gtk/on_own_screen.sh"
+ON_OWN_SCREEN = PROJECT / "tests/support/on_own_screen.py"
 
 # The panel's control, the option that it stands for and what the demonstration sets.
 SETTINGS = (

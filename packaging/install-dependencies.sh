@@ -7,7 +7,7 @@ build='g++ cmake ninja-build make pkg-config libcups2-dev libplist-dev libcli11-
 # The demonstration and the end-to-end tests start a print server of their own; the system's is not used.
 server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.
-screen='xvfb xauth dbus xdotool scrot at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
+screen='xvfb dbus xdotool scrot at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
 package='dpkg-dev file'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot'
 # The bundle for macOS, built on GNUstep where there is no Mac.

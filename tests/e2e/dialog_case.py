@@ -14,7 +14,7 @@ from private_cups import PrivateCups  # noqa: E402
 from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase  # noqa: E402
 
 SCREEN = ("DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "GDK_BACKEND", "GSK_RENDERER")
-PATIENCE = 20  # seconds until what a person waits for counts as missing
+PATIENCE = 60  # seconds until what a person waits for counts as missing
 
 
 def until(look, what):

@@ -192,7 +192,7 @@ class DialogPrintersTest(DialogCase):
             "Escape": lambda dialog: dialog.keys("Escape"),
         }.items():
             with self.subTest(what):
-                dialog = self.panel(documents=[large])
+                dialog = self.panel(documents=[large], TANDEM_TRIM_TIMEOUT="60")
                 dialog.find("text", "Top Margin")
                 dialog.press("Print")
                 until(lambda: self.cups.jobs("not-completed"), "the start of the job")
