@@ -35,12 +35,13 @@ Dialog::Dialog(const CommandLine& line, Note note)
   dialog_->set_hide_on_close();
   dialog_->set_manual_capabilities(Gtk::PrintCapabilities::PAGE_SET);
   dialog_->set_embed_page_setup();
-  dialog_->add_custom_tab(*page_, *pageTitle_);
   summary_->set_margin(kMargin);
   summary_->set_row_spacing(6);
   summary_->set_column_spacing(12);
   dialog_->add_custom_tab(*summary_, *Gtk::make_managed<Gtk::Label>(localized(kSummaryText)));
   summary_->set_visible(false);
+  // GTK puts what comes later first.
+  dialog_->add_custom_tab(*page_, *pageTitle_);
   // Until a printer is chosen GTK shows the tabs of all its pages; with these in one row, the dialog would
   // stay as wide as they.
   gtk_notebook_set_scrollable(notebookOf(*page_), TRUE);
