@@ -1,0 +1,26 @@
+#pragma once
+
+#include "tests/sequences/model.hpp"
+
+namespace tandemtrim::sequences {
+
+/// A sequence after whose last call the panel and its model differ, and in what.
+struct Difference {
+  Sequence sequence;
+  std::string text;
+};
+
+/// What the model of a call is; another one for the tests of the comparison itself.
+using Alteration = Operation (*)(Operation operation);
+
+/// The calls of a sequence up to the first after which panel and model differ; none when they never do.
+/// `alteration` is done to every call before the model sees it.
+std::optional<Difference> findDifference(const Sequence& sequence, Alteration alteration = nullptr);
+
+/// The same difference, or another one, in the fewest calls that are found by leaving calls out.
+Difference shorten(Difference difference, Alteration alteration = nullptr);
+
+/// The calls, one a line, and what differs after the last one.
+std::string describe(const Difference& difference);
+
+}  // namespace tandemtrim::sequences

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <set>
+
+#include "tests/sequences/operation.hpp"
+
+namespace tandemtrim::sequences {
+
+/// The panel's behaviour told a second time, in a few values and with nothing of the panel's own code.
+class Model {
+ public:
+  /// Plays one call and tells what is to be seen of it.
+  void play(const Operation& operation);
+  [[nodiscard]] const Sight& sight() const { return sight_; }
+
+ private:
+  // A margin as a property list has it, or as a PPD does.
+  struct Number {
+    long long whole = 0;
+    std::string text;
+  };
+  struct Panel {
+    const Configuration* bundle;
+    std::array<Number, kSides> limits;
+    // Between the request for the view and its end lies a set-up that may raise.
+    bool isSetUp = false;
+  };
+
+  [[nodiscard]] static long long wholeOf(const std::string& text);
+  [[nodiscard]] static std::string shownByStepper(double value);
+  [[nodiscard]] static std::string word(const Panel& panel, const std::string& key);
+  [[nodiscard]] static std::optional<Number> held(const std::optional<Number>& value, const Text& least,
+                                                  const Text& largest);
+
+  [[nodiscard]] std::string run(const Operation& operation);
+  [[nodiscard]] std::string makePanel(const Operation& operation);
+  [[nodiscard]] std::string setUpView(Panel& panel, std::optional<Look>& look);
+  [[nodiscard]] std::string act(const Operation& operation, const Panel& panel, Look& look);
+  [[nodiscard]] std::string edit(const Panel& panel, MarginLook& margin, std::size_t side, std::string text);
+  [[nodiscard]] std::string summary(const Panel& panel, std::optional<Look>& look);
+  [[nodiscard]] static std::string description(const Panel& panel);
+
+  [[nodiscard]] Text read(const std::string& key) const;
+  void write(const std::string& key, const Text& value);
+  void writeTo(std::size_t job, const std::string& key, const Text& value, bool lock);
+  [[nodiscard]] std::string valueOf(const Panel& panel, std::size_t setting) const;
+  void showValue(const Panel& panel, Look& look, std::size_t setting, const std::string& value) const;
+  void showStored(const Panel& panel, Look& look) const;
+  void save(const Panel& panel, const Look& look);
+  static void grey(Look& look);
+
+  Sight sight_;
+  std::array<std::optional<Panel>, kPanels> panels_;
+  std::array<std::set<std::string>, kJobs> locked_;
+  // The job that the host gives; kJobs for none.
+  std::size_t job_ = 0;
+};
+
+}  // namespace tandemtrim::sequences

@@ -1,0 +1,52 @@
+#include <cstdlib>
+
+#include "tests/sequences/difference.hpp"
+
+namespace tandemtrim::sequences {
+namespace {
+
+// The number in an environment variable, or another one without it.
+std::uint64_t fromEnvironment(const char* name, std::uint64_t otherwise) {
+  const char* given = std::getenv(name);
+  return given == nullptr ? otherwise : std::stoull(given);
+}
+
+// Each sequence has a seed of its own, the first one's and those after it, so that one is repeated alone by
+// TANDEM_TRIM_SEED=... TANDEM_TRIM_SEQUENCES=1.
+TEST(Sequences, PanelAndModelAreTheSameAfterEachCallOfAnySequence) {
+  const auto seed = fromEnvironment("TANDEM_TRIM_SEED", std::random_device{}());
+  const auto count = fromEnvironment("TANDEM_TRIM_SEQUENCES", TANDEM_TRIM_SEQUENCES);
+  std::uint64_t calls = 0;
+  for (auto number = seed; number < seed + count; ++number) {
+    Random random(number);
+    const auto sequence = anySequence(random);
+    calls += sequence.size();
+    const auto difference = findDifference(sequence);
+    ASSERT_FALSE(difference) << "TANDEM_TRIM_SEED=" << number << " TANDEM_TRIM_SEQUENCES=1\n"
+                             << describe(shorten(*difference));
+  }
+  std::cout << count << " sequences of " << calls << " calls from seed " << seed << '\n';
+}
+
+// A model that is told of another button than the one that was clicked.
+Operation misled(Operation operation) {
+  if (operation.call == Call::clickDefault) operation.call = Call::clickCheck;
+  return operation;
+}
+
+TEST(Sequences, ADifferenceIsShownByTheFewestCalls) {
+  for (std::uint64_t seed = 1;; ++seed) {
+    Random random(seed);
+    const auto found = findDifference(anySequence(random), misled);
+    if (!found) continue;
+    EXPECT_THAT(describe(shorten(*found, misled)),
+                testing::MatchesRegex("  panel ([01]): made for printer . by bundle [0-9]+\n"
+                                      "  panel ([01]): panelView\n"
+                                      "  panel ([01]): click the restore-default button\n"
+                                      "  then .+"));
+    break;
+  }
+}
+
+}  // namespace
+}  // namespace tandemtrim::sequences

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What a sequence of calls happens in, and what can be seen of it. Both sides, the panel and its model, are
+/// given the one and show the other.
+namespace tandemtrim::sequences {
+
+inline constexpr std::size_t kSettings = 7;
+inline constexpr std::size_t kFirstMargin = 3;
+inline constexpr std::size_t kSides = 4;
+inline constexpr std::size_t kMenus = 2;
+inline constexpr std::size_t kPanels = 2;
+inline constexpr std::size_t kJobs = 2;
+
+using Text = std::optional<std::string>;
+
+/// A bundle: what its property list and its string table say. Numbers stand as they are written there.
+struct Configuration {
+  std::array<Text, kSettings> defaults{"Off", "LongEdgeFeed", "Center", "5", "6", "7", "8"};
+  std::array<Text, kSettings> keys{"MVTandemTrim", "MVImageDirectionPriority", "MVPrintPosition",
+                                   "MVTopMargin",  "MVBottomMargin",           "MVLeftMargin",
+                                   "MVRightMargin"};
+  Text min = "0";
+  Text max = "60";
+  Text limit = "30";
+  Text kind = "a kind";
+  Text minToken = "[min]";
+  Text maxToken = "[max]";
+  std::map<std::string, std::string> strings;
+};
+
+/// A printer: the largest margin of each side as its PPD has it, in the order top, bottom, left, right; none
+/// for an attribute that it lacks.
+using Printer = std::array<Text, kSides>;
+
+/// The bundles and printers among which sequences choose.
+const std::vector<Configuration>& configurations();
+const std::vector<Printer>& printers();
+
+struct MenuLook {
+  std::vector<std::pair<std::string, Text>> items;
+  std::optional<std::size_t> selected = 0;
+  bool enabled = true;
+  bool operator==(const MenuLook&) const = default;
+};
+
+struct MarginLook {
+  std::string box = "0";
+  std::string stepper;
+  double least = 0;
+  double largest = 100;
+  bool boxEnabled = true;
+  bool stepperEnabled = true;
+  bool operator==(const MarginLook&) const = default;
+};
+
+/// A loaded view as a person sees it. Menus: direction, position. Labels: of the two menus, of the four
+/// boxes, of the four ranges.
+struct Look {
+  int check = 0;
+  std::string checkTitle;
+  std::string buttonTitle;
+  bool buttonEnabled = true;
+  std::array<MenuLook, kMenus> menus;
+  std::array<MarginLook, kSides> margins;
+  std::array<std::string, kMenus + 2 * kSides> labels;
+  std::array<bool, kMenus + 2 * kSides> dimmed{};
+  bool operator==(const Look&) const = default;
+};
+
+/// A job's print settings in their order.
+using Job = std::vector<std::pair<std::string, std::string>>;
+
+/// All that can be seen after a call.
+struct Sight {
+  /// What the call gave: a text for each kind of result, "raised" for an exception.
+  std::string result;
+  /// By panel; none without a panel or before its view was asked for.
+  std::array<std::optional<Look>, kPanels> looks;
+  std::array<Job, kJobs> jobs;
+  bool operator==(const Sight&) const = default;
+};
+
+/// The first thing that differs, in words; empty for equal sights.
+std::string differenceOf(const Sight& expected, const Sight& got);
+
+}  // namespace tandemtrim::sequences
