@@ -16,21 +16,30 @@ std::optional<Difference> findDifference(const Sequence& sequence, Alteration al
   return std::nullopt;
 }
 
-// Calls are left out in ever smaller pieces, as long as a difference stays.
-Difference shorten(Difference difference, Alteration alteration) {
-  for (auto piece = difference.sequence.size(); piece > 0;
-       piece = difference.sequence.size() < piece ? difference.sequence.size() : piece / 2) {
-    for (std::size_t start = 0; start + piece <= difference.sequence.size();) {
-      auto fewer = difference.sequence;
-      const auto first = fewer.begin() + static_cast<std::ptrdiff_t>(start);
-      fewer.erase(first, first + static_cast<std::ptrdiff_t>(piece));
-      if (auto found = findDifference(fewer, alteration)) {
-        difference = *std::move(found);
-      } else {
-        ++start;
-      }
+namespace {
+
+// Leaves out each run of so many calls without which a difference stays.
+void leaveOut(Difference& difference, std::size_t calls, Alteration alteration) {
+  for (std::size_t start = 0; start + calls <= difference.sequence.size();) {
+    auto fewer = difference.sequence;
+    const auto first = fewer.begin() + static_cast<std::ptrdiff_t>(start);
+    fewer.erase(first, first + static_cast<std::ptrdiff_t>(calls));
+    if (auto found = findDifference(fewer, alteration)) {
+      difference = *std::move(found);
+    } else {
+      ++start;
     }
   }
+}
+
+}  // namespace
+
+Difference shorten(Difference difference, Alteration alteration) {
+  std::size_t before = 0;
+  do {
+    before = difference.sequence.size();
+    for (auto calls = before; calls > 0; calls /= 2) leaveOut(difference, calls, alteration);
+  } while (difference.sequence.size() < before);
   return difference;
 }
 

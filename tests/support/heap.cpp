@@ -4,6 +4,17 @@
 #include <new>
 
 namespace tandemtrim::test {
+namespace {
+
+// Whether this allocation is to fail.
+bool fails(Heap& heap) noexcept {
+  if (heap.left < 0) return heap.isExhausted;
+  const bool isLast = heap.left-- == 0;
+  heap.isExhausted |= isLast && heap.forGood;
+  return isLast || heap.isExhausted;
+}
+
+}  // namespace
 
 Heap& heap() noexcept {
   static Heap observed;
@@ -15,14 +26,16 @@ Heap& heap() noexcept {
 void* operator new(std::size_t size) {
   auto& heap = tandemtrim::test::heap();
   ++heap.allocations;
-  void* address = heap.isExhausted ? nullptr : std::malloc(size == 0 ? 1 : size);
+  void* address = tandemtrim::test::fails(heap) ? nullptr : std::malloc(size == 0 ? 1 : size);
   if (address == nullptr) throw std::bad_alloc();
+  ++heap.live;
   return address;
 }
 
 void operator delete(void* address) noexcept {
-  const auto& heap = tandemtrim::test::heap();
+  auto& heap = tandemtrim::test::heap();
   if (heap.onRelease != nullptr) heap.onRelease(address);
+  if (address != nullptr) --heap.live;
   std::free(address);
 }
 
