@@ -4,7 +4,7 @@ build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
 sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
 checked_by_tidy = $(shell git ls-files 'host/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp')
 
-.PHONY: run test package sanitize coverage lint format install
+.PHONY: run test package sanitize soak race memcheck coverage lint format install
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -20,6 +20,23 @@ sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer
 	$(install_dependencies) test
 	$(call build,sanitize)
 	ctest --preset sanitize
+
+soak: ## ten million random sequences of calls at the panel, ten thousand jobs through a print server; takes half an hour
+	$(install_dependencies) test
+	$(call build,test)
+	seq 2 | TANDEM_TRIM_SEQUENCES=5000000 xargs -P 2 -I '{}' build/release/tests/sequences/tandemtrim_sequences_test
+	cd tests/e2e && TANDEM_TRIM_BUILD=$(CURDIR)/build/release TANDEM_TRIM_JOBS=10000 /usr/bin/python3 -m unittest test_volume
+
+race: ## the dialog's work in the background under ThreadSanitizer
+	$(install_dependencies) test
+	$(call build,race)
+	ctest --preset race
+
+memcheck: ## the tests of the core under valgrind
+	$(install_dependencies) memcheck
+	$(call build,test)
+	printf '%s\n' $(tests_of_core) | TANDEM_TRIM_SEQUENCES=1000 xargs -P 2 -I '{}' valgrind --quiet --error-exitcode=1 \
+	  --leak-check=full --errors-for-leak-kinds=definite,indirect,possible build/release/tests/'{}' --gtest_brief=1
 
 coverage: ## what the tests cover of the core; fails below 100 % of its lines
 	$(install_dependencies) coverage

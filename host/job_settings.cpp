@@ -4,6 +4,7 @@
 
 #include "host/bundle_search.hpp"
 #include "host/family.hpp"
+#include "host/plain_text.hpp"
 #include "host/plugin_loader.hpp"
 #include "host/ppd.hpp"
 #include "platform/linux/print_settings.hpp"
@@ -60,7 +61,7 @@ JobSettings settleWithoutPanel(const CommandLine& line, const std::string& print
   JobSettings settled{starting, std::nullopt};
   std::erase_if(settled.options, [&](const Option& option) {
     const bool ofPanel = keywordOfPanel(option.keyword).has_value();
-    if (ofPanel) note(printer + " has no panel; " + optionText(option) + " is left out");
+    if (ofPanel) note(printer + " has no panel; " + shortText(optionText(option)) + " is left out");
     return ofPanel;
   });
   return settled;

@@ -4,13 +4,14 @@
 
 #include "host/command_line.hpp"
 #include "host/failure.hpp"
+#include "host/plain_text.hpp"
 #include "host/run.hpp"
 
 namespace {
 
 using namespace tandemtrim::host;
 
-void tell(const std::string& message) { std::cerr << "tandem-trim: " << message << '\n'; }
+void tell(const std::string& message) { std::cerr << "tandem-trim: " << plainText(message) << '\n'; }
 
 void work(std::vector<std::string> arguments) {
   const auto parsed = parseCommandLine(std::move(arguments));

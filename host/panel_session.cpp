@@ -11,6 +11,7 @@
 #include "host/callback.hpp"
 #include "host/legality.hpp"
 #include "host/person.hpp"
+#include "host/plain_text.hpp"
 #include "platform/memory/panel_view.hpp"
 
 namespace tandemtrim::host {
@@ -92,7 +93,8 @@ void refuse(const ControlState& control, const std::string& keyword, const std::
   const auto suggested = suggestedValue(control, value);
   std::string remedy = "-o " + keyword + "=" + suggested;
   if (control.enabled) remedy += " or --set " + std::string(control.name) + "=" + suggested;
-  throw Failure(keyword + "=" + value + " is not allowed here (allowed: " + allowedValues(control) +
+  throw Failure(keyword + "=" + shortText(value) +
+                " is not allowed here (allowed: " + allowedValues(control) +
                 "); nothing was sent. Change it by " + remedy + ", or send it as it stands by --force");
 }
 

@@ -4,6 +4,7 @@
 
 #include "host/failure.hpp"
 #include "host/legality.hpp"
+#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -37,7 +38,7 @@ void type(PanelView& view, const ControlState& box, const std::string& text, con
   if (!view.type(box.outlet, text)) throw greyed("--set " + std::string(box.name) + "=" + text);
   const auto after = view.control(box.outlet);
   if (after.text == text) return;
-  note(std::string(box.name) + ": \"" + text + "\" was typed, the panel made it " + after.text +
+  note(std::string(box.name) + ": \"" + shortText(text) + "\" was typed, the panel made it " + after.text +
        " (allowed: " + allowedValues(after) + ")");
 }
 

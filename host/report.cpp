@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "host/plain_text.hpp"
 #include "platform/object.hpp"
 
 namespace tandemtrim::host {
@@ -52,7 +53,8 @@ std::string jobText(const SentJob& job) {
 
 void showSummary(std::ostream& out, const JobSettings& settings) {
   if (!settings.panel) return;
-  for (const auto& [title, value] : settings.panel->summary) out << title << ": " << value << '\n';
+  for (const auto& [title, value] : settings.panel->summary)
+    out << plainText(title) << ": " << plainText(value) << '\n';
 }
 
 void showOptions(std::ostream& out, const Options& options) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|package|coverage|lint
+# Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|package|coverage|memcheck|lint
 # Root installs directly, anybody else by sudo; with nothing missing it asks for neither and touches no network.
 set -euo pipefail
 
@@ -18,9 +18,10 @@ case "${1:-}" in
   package) packages="$build $package" ;;
   test) packages="$build $server $screen $package $tests" ;;
   coverage) packages="$build $server $screen $package $tests gcovr" ;;
+  memcheck) packages="$build $server $screen $package $tests valgrind" ;;
   lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)
-    echo "usage: $0 run|test|package|coverage|lint" >&2
+    echo "usage: $0 run|test|package|coverage|memcheck|lint" >&2
     exit 2
     ;;
 esac

@@ -9,6 +9,7 @@
 #include "host/dialog/texts.hpp"
 #include "host/family.hpp"
 #include "host/job_settings.hpp"
+#include "host/plain_text.hpp"
 #include "host/ppd.hpp"
 
 namespace tandemtrim::host {
@@ -146,7 +147,7 @@ void Dialog::openPanel(const std::string& printer) {
     note_(printer + " has no panel, since its PPD names none");
     for (const auto& option : line_.options) {
       if (keywordOfPanel(option.keyword))
-        note_(printer + " has no panel; " + optionText(option) + " is left out");
+        note_(printer + " has no panel; " + shortText(optionText(option)) + " is left out");
     }
     page_->set_visible(false);
     return hideRows();

@@ -100,6 +100,39 @@ TEST_P(MarginLimit, ReadsTrueAsOne) {
   EXPECT_EQ(text(side.limitLabel), "mm   from 1 up to 1");
 }
 
+// The file lists the sides from bottom to top.
+using PpdFile = Conformance;
+
+TEST_F(PpdFile, WhoseQuoteIsNotClosedLosesTheLinesUpToTheNextOneAndFallsBackForThem) {
+  scene.ppdAttributes->clear();
+  scene.ppdAttributes->emplace("MVMaxTandemTrimMarginBottom",
+                               "40\n*MVMaxTandemTrimMarginLeft: \"20\"\n*MVMaxTandemTrimMarginRight: "
+                               "\"10\"\n*MVMaxTandemTrimMarginTop: \"50");
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(text("labelMarginLimitBottom"), "mm   from 0 up to 40");
+  for (const char* label : {"labelMarginLimitTop", "labelMarginLimitLeft", "labelMarginLimitRight"})
+    EXPECT_EQ(text(label), "mm   from 0 up to 30") << label;
+}
+
+TEST_F(PpdFile, ThatIsReplacedUnderAnOpenDialogCountsForTheNextOne) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  scene.ppdAttributes->insert_or_assign("MVMaxTandemTrimMarginTop", "15");
+  ASSERT_TRUE(scene.writePpd());
+  EXPECT_EQ(text("labelMarginLimitTop"), "mm   from 0 up to 50");
+  panel->replaceText("textBoxMarginTop", "99");
+  EXPECT_EQ(text("textBoxMarginTop"), "50");
+  const auto next = openDialog(scene);
+  const auto nextPanel = next->panelForType(kType, true);
+  ASSERT_TRUE(nextPanel->panelView());
+  EXPECT_EQ(nextPanel->look("labelMarginLimitTop").text, "mm   from 0 up to 15");
+  // The panel that was there already, and another one of the same dialog, stay with the file that it opened.
+  panel->replaceText("textBoxMarginTop", "48");
+  EXPECT_EQ(text("textBoxMarginTop"), "48");
+  panel = dialog->panelForType(kType, true);
+  ASSERT_TRUE(panel->panelView());
+  EXPECT_EQ(text("labelMarginLimitTop"), "mm   from 0 up to 50");
+}
+
 INSTANTIATE_TEST_SUITE_P(Sides, MarginLimit, testing::ValuesIn(kSides), sideName);
 
 }  // namespace

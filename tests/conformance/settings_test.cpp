@@ -115,6 +115,21 @@ TEST_P(MarginSetting, OutsideItsRangeIsShownAndSavedAsItStandsUntilItIsEdited) {
   EXPECT_EQ(text(side.textBox), std::to_string(side.limit));
 }
 
+TEST_P(MarginSetting, OfAnyWordsIsShownSavedAndSummarisedAsItStandsAndReadAsANumberWhenItIsEdited) {
+  for (const std::string words :
+       {"gtk-ignore-value", "$(reboot)", "`id`;|&<>*?'\"\\", "%n%s", "two words", "12 mm"}) {
+    scene.stored = {{"MVTandemTrim", "On"}, {side.key, words}};
+    ASSERT_NO_FATAL_FAILURE(show());
+    EXPECT_EQ(text(side.textBox), words);
+    EXPECT_EQ(panel->summaryInfo().rows.at(side.title), words);
+    panel->save();
+    EXPECT_EQ(dialog->stored(side.key), words);
+    panel->replaceText(side.textBox, words);
+    EXPECT_EQ(text(side.textBox), words == "12 mm" ? std::to_string(std::min(12, side.limit)) : "0") << words;
+    panel.reset();
+  }
+}
+
 TEST_P(MarginSetting, WhoseDefaultIsAboveThePrintersMaximumIsSeededShownAndSavedAsItStands) {
   scene.settingInfo["DefaultValue.Margin" + side.name] = "<integer>55</integer>";
   ASSERT_NO_FATAL_FAILURE(show());

@@ -51,6 +51,19 @@ TEST_F(PanelView, NeverTakesATextForAFormat) {
   EXPECT_EQ(text("labelMarginLimitTop"), "mm   %d %@ 0%");
 }
 
+TEST_F(PanelView, ShowsTextsWithControlAndDirectionCharactersAsTheyStand) {
+  const std::string odd = "\u202Eodd\u2069\x1B[2J\u200F";
+  scene.strings["TopMargin"] = odd;
+  scene.strings["Left"] = odd;
+  scene.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "Left"}};
+  ASSERT_NO_FATAL_FAILURE(show());
+  EXPECT_EQ(text("labelMarginTop"), odd + ":");
+  EXPECT_EQ(text("positionPopUp"), odd);
+  EXPECT_EQ(panel->summaryInfo().rows.at("Where"), odd);
+  panel->save();
+  EXPECT_EQ(dialog->stored("MVPrintPosition"), "Left");
+}
+
 TEST_F(PanelView, ShowsUnitAndRangeBesideEachBox) {
   ASSERT_NO_FATAL_FAILURE(show());
   for (const auto& side : kSides) {

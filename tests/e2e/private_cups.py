@@ -22,7 +22,7 @@ from records import read_records
 
 NOWHERE = "file:///dev/null"
 RECORDER = f"{BACKEND}:/paper"
-KEPT_VARIABLES = ("ASAN_", "UBSAN_", "LSAN_", "GCOV_")
+KEPT_VARIABLES = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
 
 
 class PrivateCups(CupsDaemon):

@@ -172,6 +172,18 @@ INSTANTIATE_TEST_SUITE_P(Values, AnIllegalStoredValue,
                                                  "-o FakePosition=Left"},
                                          Illegal{"FakeOn", "on", "On, Off", "-o FakeOn=On"}));
 
+TEST_F(APanelSession, RefusesAStoredValueWhateverItHoldsAndShowsItsBeginningOnOneLine) {
+  const std::pair<std::string, std::string> values[] = {
+      {"gtk-ignore-value", "FakeTop=gtk-ignore-value is"},
+      {"$(reboot) `id`", "FakeTop=$(reboot) `id` is"},
+      {"\x1B]0;title\a\n12", "FakeTop=\uFFFD]0;title\uFFFD\uFFFD12 is"},
+      {std::string(1 << 20, '5'), "FakeTop=" + std::string(200, '5') + "... is"}};
+  for (const auto& [value, words] : values) {
+    store("FakeTop", value);
+    EXPECT_THAT(failureOf([&] { play({}); }).what(), HasSubstr(words));
+  }
+}
+
 TEST_F(APanelSession, SuggestsNoControlThatIsGreyed) {
   store("FakeOn", "Off");
   store("FakeTop", "25");

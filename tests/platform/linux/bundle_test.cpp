@@ -1,6 +1,7 @@
 #include "platform/linux/bundle.hpp"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "tests/support/temporary_folder.hpp"
 
@@ -144,6 +145,30 @@ TEST_F(BundleTest, GivesNoResourceOutsideItsFolder) {
                                                                  {std::string_view("inner\0x", 7), ""}};
   for (const auto& [name, type] : names)
     EXPECT_EQ(bundle->pathForResource(name, type), std::nullopt) << name << type;
+}
+
+TEST_F(BundleTest, FollowsALinkToAFileAndGivesNothingForOneThatLeadsNowhere) {
+  const auto elsewhere = folder_.write("elsewhere/Localizable.strings", "Top = Linked;");
+  fs::create_directories(at("Resources/de.lproj"));
+  fs::create_directories(at("Resources/ja.lproj"));
+  fs::create_symlink(elsewhere, at("Resources/de.lproj/Localizable.strings"));
+  fs::create_symlink(path() + ".missing", at("Resources/ja.lproj/Localizable.strings"));
+  fs::create_symlink(elsewhere, at("Resources/linked.txt"));
+  fs::create_symlink(at("Resources/loop.txt"), at("Resources/loop.txt"));
+  EXPECT_EQ(text(open({"de"}), "Top"), "Linked");
+  const auto bundle = open({"ja"});
+  EXPECT_EQ(text(bundle, "Top"), "Top");
+  EXPECT_EQ(bundle->pathForResource("linked", "txt"), at("Resources/linked.txt"));
+  EXPECT_EQ(bundle->pathForResource("loop", "txt"), std::nullopt);
+}
+
+TEST_F(BundleTest, NamesATableThatIsNoFileAndTellsItsTextsByTheirKeys) {
+  const auto pipe = at("Resources/fr.lproj/Localizable.strings");
+  fs::remove(pipe);
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const auto bundle = open({"fr"});
+  EXPECT_EQ(text(bundle, "Top"), "Top");
+  EXPECT_THAT(bundle->brokenTables(), ElementsAre(HasSubstr("fr.lproj/Localizable.strings")));
 }
 
 TEST_F(BundleTest, ShowsTheTextsOfTheUsersLanguage) {

@@ -1,0 +1,44 @@
+#include "host/plain_text.hpp"
+
+#include "platform/utf8.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr std::size_t kLongest = 200;
+
+// Length of the character that the text begins with; a byte that begins none counts as one.
+std::size_t lengthOfCharacter(std::string_view text) {
+  for (std::size_t length = 1; length <= 4 && length <= text.size(); ++length) {
+    if (platform::isUtf8(text.substr(0, length))) return length;
+  }
+  return 1;
+}
+
+bool isPlain(std::string_view character) {
+  if (character.size() == 1) return character >= " " && character < "\x7F";
+  if (character.size() == 2) return character >= "\u00A0";
+  const bool turns =
+      (character >= "\u2028" && character <= "\u202E") || (character >= "\u2066" && character <= "\u2069");
+  return !turns;
+}
+
+// The beginning of a text in so many bytes or a few more.
+std::string plainBeginning(std::string_view text, std::size_t longest) {
+  std::string plain;
+  while (!text.empty() && plain.size() < longest) {
+    const auto character = text.substr(0, lengthOfCharacter(text));
+    plain += isPlain(character) ? character : "\uFFFD";
+    text.remove_prefix(character.size());
+  }
+  if (!text.empty()) plain += "...";
+  return plain;
+}
+
+}  // namespace
+
+std::string plainText(std::string_view text) { return plainBeginning(text, std::string::npos); }
+
+std::string shortText(std::string_view text) { return plainBeginning(text, kLongest); }
+
+}  // namespace tandemtrim::host
