@@ -38,15 +38,10 @@ memcheck: ## the tests of the core under valgrind
 	printf '%s\n' $(tests_of_core) | TANDEM_TRIM_SEQUENCES=1000 xargs -P 2 -I '{}' valgrind --quiet --error-exitcode=1 \
 	  --leak-check=full --errors-for-leak-kinds=definite,indirect,possible build/release/tests/'{}' --gtest_brief=1
 
-coverage: ## what the tests cover of the core; fails below 100 % of its lines
+coverage: ## what the tests cover of the core and of Linux; fails below 100 % of lines and of branches
 	$(install_dependencies) coverage
 	$(call build,coverage)
-	find build/coverage -name '*.gcda' -delete
-	ctest --preset coverage
-	gcovr --root . --object-directory build/coverage --filter '(plugin|model|view)/' --exclude-throw-branches \
-	  --exclude-unreachable-branches --print-summary --fail-under-line 100
-	gcovr --root . --object-directory build/coverage --filter 'platform/' --exclude-throw-branches \
-	  --exclude-unreachable-branches --print-summary
+	tests/coverage.sh
 
 package: ## the Debian package, in build/release/package
 	$(install_dependencies) package

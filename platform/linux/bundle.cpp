@@ -54,7 +54,7 @@ fs::path folderAt(const std::string& path) {
 std::shared_ptr<Bundle> Bundle::open(const std::string& path, std::string& reason,
                                      const std::vector<std::string>& languages) {
   std::error_code ignored;
-  if (path.empty() || !fs::is_directory(path, ignored)) {
+  if (!fs::is_directory(path, ignored)) {
     reason = "there is no folder " + path;
     return nullptr;
   }
@@ -112,7 +112,8 @@ std::optional<std::string> Bundle::principalClass() const { return infoText("NSP
 
 std::string Bundle::executableName() const {
   const auto name = infoText("CFBundleExecutable");
-  return name && isFileName(*name) ? *name : path_.stem().string();
+  if (name && isFileName(*name)) return *name;
+  return path_.stem();
 }
 
 std::string Bundle::modulePath(std::string_view suffix) const {
@@ -126,8 +127,8 @@ std::optional<std::string> Bundle::pathForResource(std::string_view name, std::s
   std::error_code ignored;
   if (const auto path = resources_ / file; fs::exists(path, ignored)) return path;
   if (!localization_) return std::nullopt;
-  const auto path = localizationFolder() / file;
-  return fs::exists(path, ignored) ? std::optional(path.string()) : std::nullopt;
+  if (const auto path = localizationFolder() / file; fs::exists(path, ignored)) return path;
+  return std::nullopt;
 }
 
 std::string Bundle::localizedStringForKey(std::string_view key, std::string_view value,

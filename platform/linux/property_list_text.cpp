@@ -73,7 +73,9 @@ class Walk {
     name = name.substr(0, name.find_first_of(kBlanks));
     if (closes) return close(name);
     if (const auto read = findScalarReader(name)) return !isEmpty && scalar(name, read);
-    return open(name) && (!isEmpty || close(name));
+    if (!open(name)) return false;
+    if (isEmpty) close(name);
+    return true;
   }
 
   bool open(std::string_view name) {

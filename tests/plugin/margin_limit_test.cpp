@@ -1,4 +1,7 @@
 #include <stdexcept>
+#include <utility>
+
+#include <cups/ppd.h>
 
 #include "tests/support/core_test.hpp"
 
@@ -73,6 +76,16 @@ TEST_F(MarginLimits, AreTheVeryLimitOfThePropertyListWhereThePpdHasNone) {
   const auto info = makeCommonInfo();
   for (const char* name : {"Top", "Bottom", "Left", "Right"})
     EXPECT_EQ(info->marginLimit(name), info->defaultMarginLimit());
+}
+
+// libcups reads no such attribute, but the file is the host's.
+TEST_F(MarginLimits, TakeAPpdAttributeWithoutAValueForMissing) {
+  openJob();
+  auto& value = ppdFindAttr(callback->ppd.get(), kTopMaximum, nullptr)->value;
+  auto* const read = std::exchange(value, nullptr);
+  const auto info = MorvaTTCommonInfoKV2::initWithCallback(callback, bundle);
+  value = read;
+  EXPECT_EQ(info->marginLimit("Top"), info->defaultMarginLimit());
 }
 
 TEST_F(MarginLimits, AreTheVeryMinimumWhereNeitherNamesOne) {

@@ -90,7 +90,8 @@ TEST(LanguageTag, MapsEncodingsRegionsAndScripts) {
 }
 
 TEST(LanguageTag, IsNoneForANameWithoutALanguage) {
-  for (const char* name : {"", "C", "POSIX", "C.UTF-8", ".UTF-8", "@euro", "../en", "/etc/locale", "de DE"}) {
+  for (const char* name : {"", "C", "POSIX", "C.UTF-8", ".UTF-8", "@euro", "../en", "/etc/locale", "de DE",
+                           "de~DE", "d\xC3\xA9"}) {
     EXPECT_EQ(languageTag(name), std::nullopt) << name;
   }
 }

@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# What the tests cover of the core and of Linux, from build/coverage; fails for a line or a branch that they do not come to.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=build/coverage
+
+# Notes of objects that are no longer built, or no longer as they were, would stop gcovr.
+(cd $build && ninja -t inputs all | sed -n 's/\.o$/.gcno/p' | sort -u) >$build/notes.txt
+(cd $build && find . -name '*.gcno' -printf '%P\n' | sort | comm -23 - notes.txt | xargs -r rm)
+find $build -name '*.gcda' -delete
+
+ctest --preset coverage
+
+left_out=$(grep -v '^#' tests/branches_left_out.txt | paste -s -d '|')
+gcovr --root . --object-directory $build --filter '(plugin|model|view|platform/linux)/' --exclude-throw-branches \
+  --exclude-unreachable-branches --exclude-branches-by-pattern "(?:$left_out)\$" --branches --print-summary \
+  --fail-under-line 100 --fail-under-branch 100
