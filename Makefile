@@ -4,7 +4,7 @@ build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
 sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
 checked_by_tidy = $(shell git ls-files 'host/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp')
 
-.PHONY: run test package sanitize soak race memcheck coverage lint format install
+.PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz mutants
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -42,6 +42,20 @@ coverage: ## what the tests cover of the core and of Linux; fails below 100 % of
 	$(install_dependencies) coverage
 	$(call build,coverage)
 	tests/coverage.sh
+
+mcdc: ## whether each condition of a decision is shown to decide by itself, by clang
+	$(install_dependencies) mcdc
+	$(call build,mcdc)
+	tests/mcdc.sh
+
+fuzz: ## make up inputs for SECONDS (60) a target, and require that the properties hold
+	$(install_dependencies) fuzz
+	$(call build,fuzz)
+	fuzz/run.sh $(or $(SECONDS),60)
+
+mutants: ## whether the tests notice each small change of the core and of Linux
+	$(install_dependencies) mutants
+	tests/mutants/run.py
 
 package: ## the Debian package, in build/release/package
 	$(install_dependencies) package

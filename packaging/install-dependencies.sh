@@ -1,5 +1,9 @@
 #!/usr/bin/env bash
+<<<<<<< HEAD
 # Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|package|coverage|memcheck|lint
+=======
+# Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|package|coverage|mcdc|fuzz|mutants|lint
+>>>>>>> 520f3b1 (Fuzz what comes from outside: six targets with properties, dictionaries and kept inputs)
 # Root installs directly, anybody else by sudo; with nothing missing it asks for neither and touches no network.
 set -euo pipefail
 
@@ -12,16 +16,27 @@ package='dpkg-dev file'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot'
 # The bundle for macOS, built on GNUstep where there is no Mac.
 tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
+# What g++ has not: libFuzzer, the coverage of conditions, the syntax tree of a source.
+clang='clang-19 libclang-rt-19-dev'
 
 case "${1:-}" in
   run) packages="$build $server $screen" ;;
   package) packages="$build $package" ;;
   test) packages="$build $server $screen $package $tests" ;;
   coverage) packages="$build $server $screen $package $tests gcovr" ;;
+<<<<<<< HEAD
   memcheck) packages="$build $server $screen $package $tests valgrind" ;;
   lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)
     echo "usage: $0 run|test|package|coverage|memcheck|lint" >&2
+=======
+  mcdc) packages="$build $server $screen $package $tests $clang llvm-19" ;;
+  fuzz) packages="$build $clang" ;;
+  mutants) packages="$build $server $screen $package $tests $clang python3" ;;
+  lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
+  *)
+    echo "usage: $0 run|test|package|coverage|mcdc|fuzz|mutants|lint" >&2
+>>>>>>> 520f3b1 (Fuzz what comes from outside: six targets with properties, dictionaries and kept inputs)
     exit 2
     ;;
 esac

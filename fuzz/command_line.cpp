@@ -1,0 +1,88 @@
+// The program's arguments, each ended by a byte 0. Either the mistake is told, or what was understood,
+// written as arguments once more, is understood the same.
+#include "host/command_line.hpp"
+
+#include <algorithm>
+
+#include "fuzz/target.hpp"
+#include "host/failure.hpp"
+
+namespace tandemtrim::fuzz {
+namespace {
+
+using namespace host;
+
+std::vector<std::string> argumentsFrom(std::string_view input) {
+  std::vector<std::string> arguments;
+  while (!input.empty()) {
+    const auto argument = input.substr(0, input.find('\0'));
+    arguments.emplace_back(argument);
+    input.remove_prefix(std::min(argument.size() + 1, input.size()));
+  }
+  return arguments;
+}
+
+std::vector<std::string> argumentsOf(const CommandLine& line) {
+  std::vector<std::string> arguments;
+  const auto give = [&](const char* name, const std::optional<std::string>& value) {
+    if (value) arguments.insert(arguments.end(), {name, *value});
+  };
+  const auto raise = [&](const char* name, bool flag) {
+    if (flag) arguments.emplace_back(name);
+  };
+  give("-h", line.server);
+  give("-d", line.printer);
+  give("-t", line.title);
+  give("--ppd", line.ppd);
+  give("--plugin", line.plugin);
+  for (const auto& option : line.options) give("-o", optionText(option));
+  for (const auto& input : line.inputs) {
+    if (input.text) {
+      give("--set", input.name + "=" + *input.text);
+    } else {
+      arguments.emplace_back("--restore-defaults");
+    }
+  }
+  raise("--summary", line.summary);
+  raise("--json", line.json);
+  raise("--force", line.force);
+  raise("--save-as-default", line.saveAsDefault);
+  raise("--without-panel", line.withoutPanel);
+  raise("--verbose", line.verbose);
+  if (line.dialog) arguments.emplace_back(*line.dialog ? "--dialog" : "--no-dialog");
+  arguments.emplace_back("--");
+  arguments.insert(arguments.end(), line.files.begin(), line.files.end());
+  return arguments;
+}
+
+void examineOptions(const Options& options) {
+  for (auto option = options.begin(); option != options.end(); ++option) {
+    require(!option->keyword.empty(), "an option has a keyword");
+    require(std::none_of(options.begin(), option,
+                         [&](const Option& other) { return isSameKeyword(other.keyword, option->keyword); }),
+            "of options with the same keyword the last one counts");
+  }
+}
+
+}  // namespace
+
+void examine(std::string_view input) {
+  std::variant<CommandLine, Information> parsed;
+  try {
+    parsed = parseCommandLine(argumentsFrom(input));
+  } catch (const Failure& mistake) {
+    require(mistake.exitStatus() == kWrongCommandLine && *mistake.what() != '\0', "a mistake is told");
+    return;
+  }
+  if (const auto* information = std::get_if<Information>(&parsed)) {
+    require(!information->text.empty(), "information is shown");
+    return;
+  }
+  const auto& line = std::get<CommandLine>(parsed);
+  examineOptions(line.options);
+  for (const auto& act : line.inputs) require(!act.name.empty(), "an act has a name");
+  const auto again = std::get<CommandLine>(parseCommandLine(argumentsOf(line)));
+  require(argumentsOf(again) == argumentsOf(line), "what was understood is understood again");
+}
+
+}  // namespace tandemtrim::fuzz

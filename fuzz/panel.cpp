@@ -1,0 +1,32 @@
+#include "fuzz/panel.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "plugin/plugin.hpp"
+
+namespace tandemtrim::fuzz {
+
+std::optional<std::string> Job::stored(std::string_view key) const {
+  std::optional<std::string> value;
+  settings.PMPrintSettingsGetValue(key, value);
+  return value;
+}
+
+std::unique_ptr<platform::PrintPanel> openPanel(std::shared_ptr<Job> job, std::shared_ptr<Resources> bundle) {
+  MorvaTTPdePluginKV2 plugin;
+  plugin.initWithBundle(std::move(bundle));
+  auto panels = plugin.PDEPanelsForType(platform::kPrintDialogExtensionType, std::move(job));
+  return panels ? std::move(panels->front()) : nullptr;
+}
+
+platform::memory::PanelView& viewOf(platform::PrintPanel& panel) {
+  return dynamic_cast<platform::memory::PanelView&>(*panel.panelView());
+}
+
+// strtoll() skips the same white space in the C locale, and stops at the bounds of 64 bits.
+long long integerHeldBetween(const std::string& text, long long minimum, long long maximum) {
+  return std::max(minimum, std::min(std::strtoll(text.c_str(), nullptr, 10), maximum));
+}
+
+}  // namespace tandemtrim::fuzz

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/extension.hpp"
+#include "platform/linux/print_settings.hpp"
+#include "platform/memory/panel_view.hpp"
+
+namespace tandemtrim::fuzz {
+
+/// The panel's settings in their order, and their defaults by the bundle's property list.
+struct Setting {
+  const char* key;
+  const char* fallback;
+};
+inline constexpr std::array<Setting, 7> kSettings{{
+    {"MVTandemTrim", "Off"},
+    {"MVImageDirectionPriority", "LongEdgeFeed"},
+    {"MVPrintPosition", "Center"},
+    {"MVTopMargin", "5"},
+    {"MVBottomMargin", "5"},
+    {"MVLeftMargin", "5"},
+    {"MVRightMargin", "5"},
+}};
+inline constexpr std::array<const char*, 4> kSides{"Top", "Bottom", "Left", "Right"};
+/// The range of every margin, and the largest one where the PPD names none.
+inline constexpr int kSmallest = 0;
+inline constexpr int kLargest = 50;
+inline constexpr int kLimit = 10;
+
+/// The bundle's resources from the source folder, or another property list. Each text is its key in
+/// parentheses.
+class Resources : public platform::Bundle {
+ public:
+  explicit Resources(std::string settingInfo = SETTING_INFO) : settingInfo_(std::move(settingInfo)) {}
+  std::optional<std::string> pathForResource(std::string_view, std::string_view) const override {
+    return settingInfo_;
+  }
+  std::string localizedStringForKey(std::string_view key, std::string_view,
+                                    std::optional<std::string_view>) const override {
+    return "(" + std::string(key) + ")";
+  }
+
+ private:
+  std::string settingInfo_;
+};
+
+/// A host with one job, at a printer with this PPD or none.
+class Job : public platform::HostCallback {
+ public:
+  explicit Job(ppd_file_s* ppd = nullptr) : ppd_(ppd) {}
+  platform::PrintSettings* printSettings() override { return &settings; }
+  ppd_file_s* ppdFile() override { return ppd_; }
+  std::optional<std::string> stored(std::string_view key) const;
+
+  platform::linux::PrintSettings settings;
+
+ private:
+  ppd_file_s* ppd_;
+};
+
+/// The print dialog's panel, as its plug-in gives it.
+std::unique_ptr<platform::PrintPanel> openPanel(std::shared_ptr<Job> job, std::shared_ptr<Resources> bundle);
+
+/// A person's view of the panel.
+platform::memory::PanelView& viewOf(platform::PrintPanel& panel);
+
+/// The integer that a text begins with, held between two bounds: a second reading, by the C library.
+long long integerHeldBetween(const std::string& text, long long minimum, long long maximum);
+
+}  // namespace tandemtrim::fuzz

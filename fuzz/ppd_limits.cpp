@@ -1,0 +1,61 @@
+// Lines of a printer's PPD, behind those that every PPD begins with. Whatever libcups makes of them, each
+// side's limit is what the printer says as far as the property list allows it.
+#include <cups/ppd.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "fuzz/panel.hpp"
+#include "fuzz/target.hpp"
+#include "fuzz/utf.hpp"
+
+namespace tandemtrim::fuzz {
+namespace {
+
+constexpr std::string_view kBeginning =
+    "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n*FileVersion: \"1.0\"\n*LanguageVersion: English\n"
+    "*LanguageEncoding: ISOLatin1\n*PCFileName: \"FUZZED.PPD\"\n*Manufacturer: \"Morva\"\n"
+    "*Product: \"(Fuzzed)\"\n*ModelName: \"Fuzzed\"\n*ShortNickName: \"Fuzzed\"\n*NickName: \"Fuzzed\"\n"
+    "*PSVersion: \"(3010.000) 0\"\n";
+
+using Ppd = std::unique_ptr<ppd_file_t, decltype(&ppdClose)>;
+
+// libcups closes the descriptor.
+Ppd read(std::string_view lines) {
+  const int file = memfd_create("ppd", 0);
+  const auto text = std::string(kBeginning).append(lines);
+  require(write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size()), "the PPD is written");
+  lseek(file, 0, SEEK_SET);
+  return {ppdOpenFd(file), ppdClose};
+}
+
+long long expectedLimit(ppd_file_t* ppd, const std::string& side) {
+  const auto* attribute = ppdFindAttr(ppd, ("MVMaxTandemTrimMargin" + side).c_str(), nullptr);
+  if (attribute == nullptr || attribute->value == nullptr || !isUtf8(attribute->value)) return kLimit;
+  return integerHeldBetween(attribute->value, kSmallest, kLargest);
+}
+
+}  // namespace
+
+void examine(std::string_view input) {
+  const auto ppd = read(input);
+  const auto job = std::make_shared<Job>(ppd.get());
+  const auto panel = openPanel(job, std::make_shared<Resources>());
+  require(panel != nullptr, "every PPD has its panel");
+  job->settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
+  auto& view = viewOf(*panel);
+  panel->willShow();
+  for (const std::string side : kSides) {
+    const auto limit = expectedLimit(ppd.get(), side);
+    require(view.control("textBoxMargin" + side).max == static_cast<double>(limit),
+            "the box's bound, " + side);
+    require(view.control("stepperMargin" + side).max == static_cast<double>(limit), "the stepper's, " + side);
+    for (const auto& [typed, left] : {std::pair(limit, limit), {limit + 1, limit}}) {
+      require(view.type(side, std::to_string(typed)), "the box is live");
+      require(view.control(side).text == std::to_string(left), "what is typed stops at the limit, " + side);
+    }
+    panel->saveValuesAndReturnError(nullptr);
+    require(job->stored("MV" + side + "Margin") == std::to_string(limit), "what is saved, " + side);
+  }
+}
+
+}  // namespace tandemtrim::fuzz

@@ -1,0 +1,10 @@
+#include <cstddef>
+#include <cstdint>
+
+#include "fuzz/target.hpp"
+
+// What libFuzzer calls with each input that it makes up.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  tandemtrim::fuzz::examine({reinterpret_cast<const char*>(bytes), size});
+  return 0;
+}

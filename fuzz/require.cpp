@@ -1,0 +1,10 @@
+#include <cstdlib>
+#include <iostream>
+
+#include "fuzz/target.hpp"
+
+void tandemtrim::fuzz::require(bool holds, const std::string& property) {
+  if (holds) return;
+  std::cerr << "this does not hold: " << property << '\n';
+  std::abort();
+}

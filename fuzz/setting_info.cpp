@@ -1,0 +1,118 @@
+// The file of the setting-info property list. Either it is refused, or all that is made of it holds together.
+#include <cmath>
+#include <cstdint>
+#include <stdexcept>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "fuzz/panel.hpp"
+#include "fuzz/target.hpp"
+#include "fuzz/utf.hpp"
+#include "platform/property_list.hpp"
+#include "plugin/common_info.hpp"
+
+namespace tandemtrim::fuzz {
+namespace {
+
+using platform::Object;
+using platform::ObjectRef;
+
+// A file in memory that goes away with it.
+class File {
+ public:
+  explicit File(std::string_view text) : descriptor_(memfd_create("plist", 0)) {
+    require(write(descriptor_, text.data(), text.size()) == static_cast<ssize_t>(text.size()),
+            "it is written");
+  }
+  ~File() { close(descriptor_); }
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+  [[nodiscard]] std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+ private:
+  int descriptor_;
+};
+
+void examineObject(const Object& object, int level) {
+  if (const auto* text = object.as<std::string>()) require(isUtf8(*text), "texts are UTF-8");
+  const auto* array = object.as<platform::Array>();
+  const auto* dictionary = object.as<platform::Dictionary>();
+  require(level <= 8 || (array == nullptr && dictionary == nullptr), "nesting is limited");
+  if (array != nullptr) {
+    for (const auto& item : *array) {
+      require(item != nullptr, "arrays hold objects");
+      examineObject(*item, level + 1);
+    }
+  }
+  if (dictionary != nullptr) {
+    for (const auto& [key, item] : *dictionary) {
+      require(isUtf8(key) && item != nullptr, "dictionaries hold objects under UTF-8");
+      examineObject(*item, level + 1);
+    }
+  }
+}
+
+void examineCommonInfo(const MorvaTTCommonInfoKV2& info) {
+  for (const auto* side : kSides) {
+    const auto limit = info.marginLimit(side);
+    require(limit != nullptr, "every side has a limit");
+    const auto minimum = platform::integerValue(info.defaultMarginMin());
+    const auto maximum = platform::integerValue(info.defaultMarginMax());
+    require(limit == info.defaultMarginMin() || limit->integerValue() <= maximum,
+            "no limit above the maximum");
+    require(limit->integerValue() >= minimum || limit == info.defaultMarginMax(),
+            "no limit below the minimum");
+    require(info.defaultMarginValue(side) == info.defaultMarginValue(side), "the very object each time");
+  }
+  require(!info.marginLimit("Middle") && !info.defaultMarginValue("Middle"), "four sides");
+}
+
+// The bounds may be real numbers: the box shows them in full, the stepper cut.
+void examineMargin(platform::memory::PanelView& view, const std::string& side) {
+  view.type(side, "7");
+  const auto box = view.control(side);
+  const double shown = std::stod(box.text);
+  const double expected = 7 < box.min ? box.min : 7 > box.max ? box.max : 7;
+  require(!std::isfinite(shown) || std::abs(std::trunc(shown) - expected) <= std::abs(expected) * 1e-15,
+          "what is typed is held in the list's range");
+  const auto whole = integerHeldBetween(box.text, INT64_MIN, INT64_MAX);
+  require(std::stod(view.control("stepperMargin" + side).text) == static_cast<double>(whole),
+          "the stepper shows the box's integer");
+}
+
+// The panel of this property list, at work. What the list lacks is raised.
+void examinePanel(const std::shared_ptr<Resources>& bundle) {
+  const auto job = std::make_shared<Job>();
+  const auto panel = openPanel(job, bundle);
+  require(panel != nullptr, "with common info there is a panel");
+  (void)panel->panelKind();
+  auto& view = viewOf(*panel);
+  panel->willShow();
+  panel->saveValuesAndReturnError(nullptr);
+  const auto saved = job->settings.entries().size();
+  (void)panel->summaryInfo();
+  require(job->settings.entries().size() == saved, "a summary stores nothing");
+  if (view.control("tandemTrimValid").state == platform::CheckBox::kOff) view.click("tandemTrimValid");
+  for (const std::string side : kSides) examineMargin(view, side);
+}
+
+}  // namespace
+
+void examine(std::string_view input) {
+  const File file(input);
+  const auto root = platform::dictionaryWithContentsOfFile(file.path());
+  const auto bundle = std::make_shared<Resources>(file.path());
+  if (root) examineObject(Object(*root), 1);
+  try {
+    const auto info = MorvaTTCommonInfoKV2::initWithCallback(std::make_shared<Job>(), bundle);
+    require((info != nullptr) == (root != nullptr), "a property list that is read gives common info");
+    if (!info) return;
+    examineCommonInfo(*info);
+    examinePanel(bundle);
+  } catch (const std::invalid_argument&) {
+    require(root != nullptr, "only what was read can be wrong in kind");
+  }
+}
+
+}  // namespace tandemtrim::fuzz
