@@ -44,8 +44,7 @@ void keepNumberObjects(platform::Dictionary& marginInfo) {
 
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTCommonInfoKV2>)core {
   self = [super init];
-  if (self == nil) return nil;
-  if (!core) {
+  if (self == nil || !core) {
     [self release];
     return nil;
   }

@@ -8,7 +8,7 @@
 /// What the panel's controls have in common: they go along when the function is switched on or off.
 @protocol ViewComponent
 @required
-/// `flag` is a boolean number: true when the function is on and the control is live.
+/// `flag` is a boolean number: true when the function is on and the control is live. Nil is false.
 - (void)changeState:(id)flag;
 @end
 
@@ -53,6 +53,6 @@
 @property(copy, nonatomic) NSNumber* max;
 - (void)setValueRange:(NSNumber*)min max:(NSNumber*)max;
 /// The very object given when it is in the range, else the very bound that it passes; the minimum is looked
-/// at first.
+/// at first. Nil is 0.
 - (NSNumber*)verifyValue:(NSNumber*)value;
 @end

@@ -15,21 +15,18 @@ Component* componentOf(std::unique_ptr<Component>& component, Control* control) 
   return component.get();
 }
 
-// An object that an operation cannot do without; none is refused as the toolkit refuses it.
-platform::ObjectRef requiredObjectOf(id object) {
-  if (object == nil) appkit::raise({appkit::Raised::invalidArgument, "an argument is nil"});
-  return appkit::objectOf(object);
-}
+// A number for the core. Nil counts as 0, which is what it answers when it is asked for its value.
+platform::ObjectRef numberOf(id object) { return appkit::objectOf(object == nil ? @0 : object); }
 
 }  // namespace
 
 // What all classes of the nib answer in the same way.
-#define COMPONENT_OPERATIONS                                                                       \
-  -(platform::NibObject*)component {                                                               \
-    return appkit::guarded([&] { return componentOf(component_, self); });                         \
-  }                                                                                                \
-  -(void)changeState : (id)flag {                                                                  \
-    appkit::guarded([&] { componentOf(component_, self)->changeState(*requiredObjectOf(flag)); }); \
+#define COMPONENT_OPERATIONS                                                               \
+  -(platform::NibObject*)component {                                                       \
+    return appkit::guarded([&] { return componentOf(component_, self); });                 \
+  }                                                                                        \
+  -(void)changeState : (id)flag {                                                          \
+    appkit::guarded([&] { componentOf(component_, self)->changeState(*numberOf(flag)); }); \
   }
 
 @implementation MorvaTTCheckBoxKV2
@@ -86,7 +83,7 @@ COMPONENT_OPERATIONS
 
 - (NSNumber*)verifyValue:(NSNumber*)value {
   return appkit::guarded([&] {
-    const auto given = requiredObjectOf(value);
+    const auto given = numberOf(value);
     return appkit::foundationObjectOf(componentOf(component_, self)->verifyValue(*given));
   });
 }

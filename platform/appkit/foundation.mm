@@ -98,7 +98,9 @@ std::string textOf(NSString* string) {
   return text;
 }
 
+// The toolkit takes a byte order mark for a part of the text only where it is not at the beginning.
 NSString* stringOf(std::string_view text) {
+  if (text.starts_with("\uFEFF")) return [stringOf("-" + std::string(text)) substringFromIndex:1];
   return [[[NSString alloc] initWithBytes:text.data() length:text.size()
                                  encoding:NSUTF8StringEncoding] autorelease];
 }

@@ -19,8 +19,7 @@ namespace platform = tandemtrim::platform;
 
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTPdePanelKV2>)core {
   self = [super init];
-  if (self == nil) return nil;
-  if (!core) {
+  if (self == nil || !core) {
     [self release];
     return nil;
   }

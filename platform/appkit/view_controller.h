@@ -29,6 +29,7 @@
 
 - (IBAction)changeTandemTrimValid:(id)sender;
 - (IBAction)setDefaultValue:(id)sender;
+/// Corrects the text box that posts; whatever else posts is left alone.
 - (void)controlTextDidChange:(NSNotification*)notification;
 
 @property(readonly, nonatomic) MorvaTTCommonInfoKV2* commonInfo;

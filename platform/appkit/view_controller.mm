@@ -30,8 +30,7 @@ namespace platform = tandemtrim::platform;
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2>)core
         commonInfo:(MorvaTTCommonInfoKV2*)commonInfo {
   self = [super init];
-  if (self == nil) return nil;
-  if (!core) {
+  if (self == nil || !core) {
     [self release];
     return nil;
   }
@@ -88,8 +87,8 @@ namespace platform = tandemtrim::platform;
 }
 
 - (void)controlTextDidChange:(NSNotification*)notification {
-  MorvaTTTextBoxKV2* textBox = [notification object];
-  if (textBox == nil) return;
+  id textBox = [notification object];
+  if (![textBox isKindOfClass:[MorvaTTTextBoxKV2 class]]) return;
   appkit::guarded([&] {
     core_->controlTextDidChange({platform::NSControlTextDidChangeNotification, [textBox component]});
   });

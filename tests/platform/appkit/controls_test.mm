@@ -52,8 +52,8 @@ TEST_F(ControlsInAHost, GoAlongWithAFlag) {
         EXPECT_TRUE([[control textColor] isEqual:flag ? [NSColor blackColor] : [NSColor lightGrayColor]]);
       }
     }
-    EXPECT_EQ(exceptionOf([&] { [control performSelector:@selector(changeState:) withObject:nil]; }),
-              "NSInvalidArgumentException");
+    [control performSelector:@selector(changeState:) withObject:nil];
+    EXPECT_EQ([control isEnabled], isLabel) << textOf(controlClass.name);
   }
 }
 

@@ -114,5 +114,20 @@ TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNoMarginWithoutTellingATicket) 
   EXPECT_EQ(text(@"Top"), "5");
 }
 
+TEST_F(MarginEntryInAHost, LeavesWhateverIsNoTextBoxAlone) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  NSTextField* const label = view(@"MorvaTTTextLabelKV2");
+  NSString* const shown = [[[label stringValue] copy] autorelease];
+  for (id other : {static_cast<id>(nil), static_cast<id>(label), static_cast<id>(stepper(@"Top")),
+                   static_cast<id>(@"no control")}) {
+    [[panel viewController]
+        performSelector:@selector(controlTextDidChange:)
+             withObject:[NSNotification notificationWithName:NSControlTextDidChangeNotification
+                                                      object:other]];
+  }
+  EXPECT_EQ(textOf([label stringValue]), textOf(shown));
+  EXPECT_EQ(text(@"Top"), "5");
+}
+
 }  // namespace
 }  // namespace host

@@ -7,7 +7,8 @@ namespace {
 
 TEST(Text, CrossesUnchanged) {
   using std::string_literals::operator""s;
-  for (const std::string& text : {""s, "plain"s, "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"s, "a\0b"s, "%@%n"s}) {
+  for (const std::string& text : {""s, "plain"s, "\u00E9\u20AC\U0001F600"s, "a\0b"s, "%@%n"s, "\uFEFF12"s,
+                                  "\uFEFF\uFEFF"s, "1\uFEFF2"s, "\uFFFE12"s}) {
     EXPECT_EQ(textOf(stringOf(text)), text);
   }
   EXPECT_EQ(textOf(nil), "");

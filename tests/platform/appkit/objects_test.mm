@@ -79,6 +79,7 @@ TEST_F(ObjectsInAHost, HoldTheBoundsOfABoxByTheVeryNumbers) {
   EXPECT_EQ(verify(inside), inside);
   EXPECT_EQ(verify(@-1), ask(@"defaultMarginMin"));
   EXPECT_EQ(verify(@1000), ask(@"marginLimit:", @"Top"));
+  EXPECT_EQ([verify(nil) intValue], 0);
   NSNumber* const low = @100;
   NSNumber* const high = @50;
   [top performSelector:@selector(setValueRange:max:) withObject:low withObject:high];

@@ -17,6 +17,7 @@ bool backspace(NSTextField* box);
 bool click(NSControl* control);
 /// Clicks the upper half of a stepper, or the lower half for a negative number, so many times.
 bool step(NSStepper* stepper, int steps);
+/// Opens the menu with the mouse and lets the button go over the item.
 bool choose(NSPopUpButton* menu, NSInteger index);
 
 }  // namespace person

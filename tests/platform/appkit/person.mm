@@ -50,18 +50,25 @@ NSText* editorOf(NSTextField* box) {
 
 void insert(NSText* editor, NSString* text) { [static_cast<NSTextView*>(editor) insertText:text]; }
 
-void clickInside(NSView* view, CGFloat horizontally, CGFloat vertically) {
-  bringToFront([view window]);
+// The pixel of the screen in the middle of a view's width and at a share of its height from below.
+NSPoint pixelOf(NSView* view, CGFloat share) {
   const NSRect bounds = [view bounds];
-  const NSPoint inView = NSMakePoint(NSMinX(bounds) + NSWidth(bounds) * horizontally,
-                                     [view isFlipped] ? NSMaxY(bounds) - NSHeight(bounds) * vertically
-                                                      : NSMinY(bounds) + NSHeight(bounds) * vertically);
+  const CGFloat height = NSHeight(bounds) * share;
+  const NSPoint inView =
+      NSMakePoint(NSMidX(bounds), [view isFlipped] ? NSMaxY(bounds) - height : NSMinY(bounds) + height);
   const NSPoint onScreen = [[view window] convertBaseToScreen:[view convertPoint:inView toView:nil]];
-  const CGFloat height = NSHeight([[[view window] screen] frame]);
-  x_server::pressButtonAt(static_cast<int>(onScreen.x), static_cast<int>(height - onScreen.y));
+  return NSMakePoint(onScreen.x, NSHeight([[[view window] screen] frame]) - onScreen.y);
+}
+
+// Presses the mouse button in the middle of a view and releases it at a height.
+void drag(NSView* view, CGFloat from, CGFloat to) {
+  bringToFront([view window]);
+  const NSPoint start = pixelOf(view, from);
+  const NSPoint end = pixelOf(view, to);
+  x_server::pressButtonAt(static_cast<int>(start.x), static_cast<int>(start.y));
   // The control waits for the release while it handles the press.
   NSEvent* press = awaited(NSLeftMouseDown);
-  x_server::releaseButton();
+  x_server::releaseButtonAt(static_cast<int>(end.x), static_cast<int>(end.y));
   [NSApp sendEvent:press];
 }
 
@@ -108,20 +115,21 @@ bool backspace(NSTextField* box) {
 
 bool click(NSControl* control) {
   const bool live = [control isEnabled];
-  clickInside(control, 0.5, 0.5);
+  drag(control, 0.5, 0.5);
   return live;
 }
 
 bool step(NSStepper* stepper, int steps) {
   const bool live = [stepper isEnabled];
-  for (int click = 0; click < std::abs(steps); ++click) clickInside(stepper, 0.5, steps > 0 ? 0.75 : 0.25);
+  const CGFloat half = steps > 0 ? 0.75 : 0.25;
+  for (int click = 0; click < std::abs(steps); ++click) drag(stepper, half, half);
   return live;
 }
 
 bool choose(NSPopUpButton* menu, NSInteger index) {
   if (![menu isEnabled]) return false;
-  [menu selectItemAtIndex:index];
-  [menu sendAction:[menu action] to:[menu target]];
+  // The menu opens with the chosen item over the button; all its items are as high as that.
+  drag(menu, 0.5, 0.5 - static_cast<CGFloat>(index - [menu indexOfSelectedItem]));
   return true;
 }
 

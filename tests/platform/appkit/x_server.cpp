@@ -23,6 +23,8 @@ Display* display() {
 // The keysyms of Latin-1 are its characters.
 KeySym keysymOf(char32_t character) { return character == kBackspace ? XK_BackSpace : character; }
 
+void moveTo(int x, int y) { XTestFakeMotionEvent(display(), -1, x, y, CurrentTime); }
+
 void send(KeyCode key, bool press) { XTestFakeKeyEvent(display(), key, press ? True : False, CurrentTime); }
 
 }  // namespace
@@ -43,12 +45,13 @@ void pressKey(char32_t character) {
 }
 
 void pressButtonAt(int x, int y) {
-  XTestFakeMotionEvent(display(), -1, x, y, CurrentTime);
+  moveTo(x, y);
   XTestFakeButtonEvent(display(), 1, True, CurrentTime);
   XSync(display(), False);
 }
 
-void releaseButton() {
+void releaseButtonAt(int x, int y) {
+  moveTo(x, y);
   XTestFakeButtonEvent(display(), 1, False, CurrentTime);
   XSync(display(), False);
 }

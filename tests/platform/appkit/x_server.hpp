@@ -10,6 +10,6 @@ void pressKey(char32_t character);
 inline constexpr char32_t kBackspace = 0x08;
 /// The left mouse button, at pixels from the screen's upper left corner.
 void pressButtonAt(int x, int y);
-void releaseButton();
+void releaseButtonAt(int x, int y);
 
 }  // namespace x_server
