@@ -3,6 +3,8 @@ install_dependencies = ./packaging/install-dependencies.sh
 build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
 sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
 checked_by_tidy = $(shell git ls-files 'host/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp')
+# A macro that stands for a method cannot be in parentheses.
+not_of_methods = -bugprone-macro-parentheses
 
 .PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz mutants
 
@@ -67,6 +69,7 @@ lint: ## formatting, clang-tidy, the man page and the scripts
 	clang-format --dry-run -Werror $(sources)
 	cmake --preset test --log-level=WARNING
 	printf '%s\n' $(checked_by_tidy) | xargs -P 2 -n 4 clang-tidy --quiet -p build/release
+	clang-tidy --quiet -p build/release --header-filter=/platform/appkit/ --checks=$(not_of_methods) build/release/platform/appkit/tidy.mm
 	desktop-file-validate packaging/desktop/*.desktop
 	appstreamcli validate --no-net packaging/desktop/*.metainfo.xml
 	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"

@@ -10,13 +10,14 @@ class Bundle : public platform::Bundle {
  public:
   explicit Bundle(NSBundle* bundle) : bundle_(bundle) {}
 
-  std::optional<std::string> pathForResource(std::string_view name, std::string_view type) const override {
+  [[nodiscard]] std::optional<std::string> pathForResource(std::string_view name,
+                                                           std::string_view type) const override {
     NSString* path = [bundle_.get() pathForResource:stringOf(name) ofType:stringOf(type)];
     if (path == nil) return std::nullopt;
     return textOf(path);
   }
-  std::string localizedStringForKey(std::string_view key, std::string_view value,
-                                    std::optional<std::string_view> table) const override {
+  [[nodiscard]] std::string localizedStringForKey(std::string_view key, std::string_view value,
+                                                  std::optional<std::string_view> table) const override {
     return textOf([bundle_.get() localizedStringForKey:stringOf(key)
                                                  value:stringOf(value)
                                                  table:table ? stringOf(*table) : nil]);

@@ -11,7 +11,7 @@ namespace {
 // The nib's top-level objects.
 class ToolkitNib : public LoadedNib {
  public:
-  NSMutableArray* objects() const { return objects_.get(); }
+  [[nodiscard]] NSMutableArray* objects() const { return objects_.get(); }
 
  private:
   appkit::Retained<NSMutableArray> objects_{[NSMutableArray array]};

@@ -6,7 +6,6 @@
 #include "platform/appkit/raise.hpp"
 
 namespace appkit = tandemtrim::platform::appkit;
-namespace platform = tandemtrim::platform;
 
 @implementation MorvaTTPdePanelKV2
 

@@ -9,7 +9,7 @@
 using Boolean = unsigned char;
 using OSStatus = std::int32_t;
 using CFTypeRef = const void*;
-using CFStringRef = const struct __CFString*;
+using CFStringRef = const struct __CFString*;  // NOLINT(bugprone-reserved-identifier)
 
 /// The settings of one print job. On GNUstep an NSMutableDictionary stands behind the handle.
 using PMPrintSettings = struct OpaquePMPrintSettings*;

@@ -1,3 +1,6 @@
+#include <map>
+#include <vector>
+
 #import <objc/runtime.h>
 
 #import "tests/platform/appkit/hosted_panel_test.h"
@@ -22,19 +25,53 @@ std::vector<Class> classesOfTheBundle() {
   return found;
 }
 
+using Counts = std::map<std::string, int>;
+
 class LifetimeInAHost : public HostedPanelTest {
  protected:
   LifetimeInAHost() { GSDebugAllocationActive(YES); }
 
   // Instances of the bundle's classes that are alive.
-  [[nodiscard]] static std::map<std::string, int> living() {
-    std::map<std::string, int> counts;
+  [[nodiscard]] static Counts living() {
+    Counts counts;
     for (Class one : classesOfTheBundle()) {
       if (const int count = GSDebugAllocationCount(one); count != 0) counts[class_getName(one)] = count;
     }
     return counts;
   }
-  const std::map<std::string, int> before = living();
+  const Counts before = living();
+};
+
+// Notes the names of these classes, which have a -dealloc of their own, in the order in which their instances
+// go, each with the number of text boxes that are still alive.
+class Departures {
+ public:
+  using Noted = std::vector<std::pair<std::string, int>>;
+
+  explicit Departures(std::initializer_list<const char*> names) {
+    for (const char* name : names)
+      originals[objc_getClass(name)] =
+          class_replaceMethod(objc_getClass(name), kDealloc, reinterpret_cast<IMP>(noteAndGo), "v@:");
+  }
+  Departures(const Departures&) = delete;
+  Departures& operator=(const Departures&) = delete;
+  ~Departures() {
+    for (const auto& [watched, original] : originals) class_replaceMethod(watched, kDealloc, original, "v@:");
+    originals.clear();
+    noted.clear();
+  }
+
+  static inline Noted noted;
+
+ private:
+  static void noteAndGo(id self, SEL selector) {
+    Class const gone = object_getClass(self);
+    noted.emplace_back(class_getName(gone), GSDebugAllocationCount(NSClassFromString(@"MorvaTTTextBoxKV2")));
+    originals.at(gone)(self, selector);
+  }
+
+  static inline SEL const kDealloc = @selector(dealloc);
+  static inline std::map<Class, IMP> originals;
 };
 
 TEST_F(LifetimeInAHost, IsThatOfClassesWhoseNamesCannotClash) {
@@ -43,6 +80,44 @@ TEST_F(LifetimeInAHost, IsThatOfClassesWhoseNamesCannotClash) {
   for (Class one : classes) {
     EXPECT_THAT(class_getName(one), testing::MatchesRegex("MorvaTT[A-Za-z]+KV2"));
   }
+}
+
+TEST_F(LifetimeInAHost, IsCountedForEveryObjectOfAPanel) {
+  @autoreleasepool {
+    ASSERT_NO_FATAL_FAILURE(open());
+    [panel panelView];
+  }
+  Counts counts = living();
+  for (const auto& [name, count] : before) counts[name] -= count;
+  std::erase_if(counts, [](const auto& counted) { return counted.second == 0; });
+  EXPECT_EQ(counts, (Counts{{"MorvaTTPdePanelKV2", 1},
+                            {"MorvaTTCommonInfoKV2", 1},
+                            {"MorvaTTViewControllerKV2", 1},
+                            {"MorvaTTCheckBoxKV2", 1},
+                            {"MorvaTTPopUpButtonKV2", 2},
+                            {"MorvaTTTextLabelKV2", 10},
+                            {"MorvaTTTextBoxKV2", 4},
+                            {"MorvaTTStepperKV2", 4},
+                            {"MorvaTTDecimalFormatterKV2", 4},
+                            {"MorvaTTButtonKV2", 1}}));
+}
+
+TEST_F(LifetimeInAHost, EndsForTheControllerItsNibAndThenTheSettingInformation) {
+  const NSUInteger hosts = [host retainCount];
+  const NSUInteger bundles = [pluginBundle() retainCount];
+  const Departures departures{"MorvaTTPdePanelKV2", "MorvaTTCommonInfoKV2", "MorvaTTViewControllerKV2"};
+  @autoreleasepool {
+    ASSERT_NO_FATAL_FAILURE(open());
+    [panel panelView];
+    [panel willShow];
+  }
+  EXPECT_EQ(Departures::noted, Departures::Noted());
+  close();
+  EXPECT_EQ(Departures::noted,
+            (Departures::Noted{
+                {"MorvaTTPdePanelKV2", 4}, {"MorvaTTViewControllerKV2", 4}, {"MorvaTTCommonInfoKV2", 0}}));
+  EXPECT_EQ([host retainCount], hosts);
+  EXPECT_EQ([pluginBundle() retainCount], bundles);
 }
 
 TEST_F(LifetimeInAHost, EndsWithTheListForEveryObjectOfAThousandPanels) {
