@@ -13,8 +13,12 @@ cd "$(dirname "$0")/../.."
 folder=Library/Printers/Morva
 cmake --preset macos
 cmake --build --preset macos
-root=$(mktemp -d)
-trap 'rm -rf "$root"' EXIT
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+# The folders' modes are those that the installer gives; mktemp's own would shut everybody out.
+umask 022
+root=$scratch/root
+mkdir "$root"
 cmake --install build/macos --prefix "$root/$folder"
 
 bundle=$root/$folder/PDEs/TandemTrim.bundle
@@ -25,9 +29,14 @@ signing=(--force --options runtime --sign "${SIGN_AS:--}")
 codesign "${signing[@]}" "$bundle"
 codesign --verify --strict --verbose=2 "$bundle"
 
+# A bundle that may be relocated is installed over whichever copy the installer finds, such as the one in the build folder.
+components=$scratch/components.plist
+pkgbuild --analyze --root "$root" "$components"
+plutil -replace 0.BundleIsRelocatable -bool NO "$components"
+
 version=$(plutil -extract CFBundleShortVersionString raw "$bundle/Contents/Info.plist")
 package=build/macos/TandemTrim-$version.pkg
-packing=(--root "$root" --install-location / --ownership recommended --version "$version"
+packing=(--root "$root" --component-plist "$components" --install-location / --ownership recommended --version "$version"
   --identifier com.morva.printing.pde.tandemtrim)
 [ -z "${INSTALLER_AS:-}" ] || packing+=(--sign "$INSTALLER_AS")
 pkgbuild "${packing[@]}" "$package"

@@ -56,6 +56,8 @@ class HostedPanelTest : public testing::Test {
   /// The text box or stepper of a side.
   [[nodiscard]] NSTextField* box(NSString* side) { return identified(@"MorvaTTTextBoxKV2", side); }
   [[nodiscard]] NSStepper* stepper(NSString* side) { return identified(@"MorvaTTStepperKV2", side); }
+  /// The one view of a class that bears this title or, for a menu, offers it.
+  [[nodiscard]] id titled(NSString* className, NSString* title);
   /// The pop-up that has an item of this value.
   [[nodiscard]] NSPopUpButton* menu(NSString* value);
   [[nodiscard]] NSButton* checkBox() { return view(@"MorvaTTCheckBoxKV2"); }

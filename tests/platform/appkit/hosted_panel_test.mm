@@ -85,6 +85,18 @@ NSArray* HostedPanelTest::views(NSString* className) {
   return [found sortedArrayUsingFunction:fromTopToBottom context:nullptr];
 }
 
+id HostedPanelTest::titled(NSString* className, NSString* title) {
+  id found = nil;
+  for (id control in views(className)) {
+    const bool offers = [control respondsToSelector:@selector(itemTitles)];
+    if (offers ? [[control itemTitles] containsObject:title] : [[control title] isEqual:title]) {
+      EXPECT_EQ(found, nil) << "two are titled " << textOf(title);
+      found = control;
+    }
+  }
+  return found;
+}
+
 NSPopUpButton* HostedPanelTest::menu(NSString* value) {
   for (NSPopUpButton* menu in views(@"MorvaTTPopUpButtonKV2")) {
     if ([menu indexOfItemWithRepresentedObject:value] >= 0) return menu;

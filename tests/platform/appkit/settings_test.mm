@@ -7,9 +7,11 @@ class JobInAHost : public HostedPanelTest {
  protected:
   // What a person sets up, by the controls that a person sees.
   void setUpAsAPerson() {
-    ASSERT_TRUE(person::click(checkBox()));
-    ASSERT_TRUE(person::choose(menu(@"ShortEdgeFeed"), 1));
-    ASSERT_TRUE(person::choose(menu(@"Right"), 2));
+    ASSERT_TRUE(person::click(titled(@"MorvaTTCheckBoxKV2", localized(@"EnableTandemTrim"))));
+    for (NSString* choice in @[ localized(@"ShortEdgeFeed"), localized(@"Right") ]) {
+      NSPopUpButton* const choices = titled(@"MorvaTTPopUpButtonKV2", choice);
+      ASSERT_TRUE(person::choose(choices, [choices indexOfItemWithTitle:choice])) << textOf(choice);
+    }
     ASSERT_TRUE(person::replaceText(box(@"Top"), @"12"));
     ASSERT_TRUE(person::replaceText(box(@"Bottom"), @"x3"));
     ASSERT_TRUE(person::step(stepper(@"Left"), 2));
@@ -73,7 +75,7 @@ TEST_F(JobInAHost, IsSummarisedAsOffWhileTheFunctionIsOff) {
 TEST_F(JobInAHost, KeepsItsSwitchWhenTheDefaultsAreRestored) {
   ASSERT_NO_FATAL_FAILURE(show());
   ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
-  EXPECT_TRUE(person::click(defaultButton()));
+  EXPECT_TRUE(person::click(titled(@"MorvaTTButtonKV2", localized(@"RestoreDefault"))));
   save();
   NSMutableDictionary* expected = [NSMutableDictionary dictionaryWithDictionary:(@{
                                                          @"MVTandemTrim" : @"On",
