@@ -154,11 +154,18 @@ TEST_F(LifetimeInAHost, EndsForAPanelWhoseListIsReleasedBeforeItsWindow) {
   @autoreleasepool {
     ASSERT_NO_FATAL_FAILURE(showOn());
     NSWindow* const open = window;
-    NSButton* const button = checkBox();
+    NSArray* const buttons = @[ checkBox(), defaultButton() ];
+    NSTextField* const left = box(@"Left");
+    NSStepper* const stepsLeft = stepper(@"Left");
     window = nil;
     close();
-    EXPECT_EQ([button target], nil);
-    [button performClick:nil];
+    for (NSButton* button in buttons) {
+      EXPECT_EQ([button target], nil);
+      EXPECT_TRUE(person::click(button));
+    }
+    EXPECT_TRUE(person::replaceText(left, @"1a2"));
+    EXPECT_EQ(textOf([left stringValue]), "1a2");
+    EXPECT_TRUE(person::step(stepsLeft, 1));
     [open close];
     handleEvents();
   }
