@@ -18,6 +18,9 @@ class ObjectsInAHost : public HostedPanelTest {
 
 TEST_F(ObjectsInAHost, AnswerFromTheSettingInfoWithTheVeryObjectsThatWereRead) {
   NSDictionary* read = ask(@"settingInfoDictionary");
+  EXPECT_EQ(ask(@"settingInfoDictionary"), read);
+  EXPECT_FALSE([read isKindOfClass:[NSMutableDictionary class]]);
+  EXPECT_TRUE([[info() valueForKey:@"isReady"] boolValue]);
   for (const auto& [operation, mainKey, key] :
        {std::tuple{@"defaultValid", @"DefaultValue", @"Valid"},
         {@"defaultImageDirection", @"DefaultValue", @"ImageDirection"},

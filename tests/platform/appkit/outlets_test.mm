@@ -72,6 +72,20 @@ TEST_F(OutletsInAHost, HaveSettersThatKeepTheControl) {
   }
 }
 
+TEST_F(OutletsInAHost, StayEmptyForAControlOfAnotherClass) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  id controller = [panel viewController];
+  for (const auto& [name, className] : kOutlets) {
+    const bool isLabel = [className isEqual:@"MorvaTTTextLabelKV2"];
+    for (Class const other :
+         {NSClassFromString(isLabel ? @"MorvaTTStepperKV2" : @"MorvaTTTextLabelKV2"), [NSTextField class]}) {
+      [controller performSelector:NSSelectorFromString(setterOf(name))
+                       withObject:[[[other alloc] init] autorelease]];
+      EXPECT_EQ(outlet(name), nil) << textOf(name);
+    }
+  }
+}
+
 TEST_F(OutletsInAHost, BearTheTextsOfTheirSides) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
