@@ -6,7 +6,7 @@ checked_by_tidy = $(shell git ls-files 'host/*.cpp' 'model/*.cpp' 'platform/*.cp
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz mutants
+.PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz mutants bench
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -17,6 +17,11 @@ test: ## build and run all tests
 	$(install_dependencies) test
 	$(call build,test)
 	ctest --preset test
+
+bench: ## speed and memory, each figure beside its peer; fails where a goal is missed
+	$(install_dependencies) bench
+	$(call build,bench)
+	/usr/bin/python3 bench/run.py --build build/release
 
 sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer
 	$(install_dependencies) test

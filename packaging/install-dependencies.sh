@@ -1,9 +1,5 @@
 #!/usr/bin/env bash
-<<<<<<< HEAD
-# Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|package|coverage|memcheck|lint
-=======
-# Installs what is missing of the Debian packages that a group of tasks needs: install-dependencies.sh run|test|package|coverage|mcdc|fuzz|mutants|lint
->>>>>>> 520f3b1 (Fuzz what comes from outside: six targets with properties, dictionaries and kept inputs)
+# Installs what is missing of the Debian packages that a group of tasks needs, one of those below: install-dependencies.sh GROUP
 # Root installs directly, anybody else by sudo; with nothing missing it asks for neither and touches no network.
 set -euo pipefail
 
@@ -23,20 +19,15 @@ case "${1:-}" in
   run) packages="$build $server $screen" ;;
   package) packages="$build $package" ;;
   test) packages="$build $server $screen $package $tests" ;;
+  bench) packages="$build $server $screen libbenchmark-dev valgrind binutils" ;;
   coverage) packages="$build $server $screen $package $tests gcovr" ;;
-<<<<<<< HEAD
   memcheck) packages="$build $server $screen $package $tests valgrind" ;;
-  lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
-  *)
-    echo "usage: $0 run|test|package|coverage|memcheck|lint" >&2
-=======
   mcdc) packages="$build $server $screen $package $tests $clang llvm-19" ;;
   fuzz) packages="$build $clang" ;;
   mutants) packages="$build $server $screen $package $tests $clang python3" ;;
   lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)
-    echo "usage: $0 run|test|package|coverage|mcdc|fuzz|mutants|lint" >&2
->>>>>>> 520f3b1 (Fuzz what comes from outside: six targets with properties, dictionaries and kept inputs)
+    echo "$0: no such group: ${1:-}" >&2
     exit 2
     ;;
 esac

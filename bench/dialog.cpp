@@ -1,0 +1,67 @@
+// Shows GTK's print dialog until it is drawn with a printer's options, and with the panel as a page of it
+// where a bundle and the printer's PPD are named: dialog PRINTER [BUNDLE PPD]
+#include <fstream>
+#include <memory>
+#include <string>
+
+#include <gtkmm/init.h>
+
+#include "bench/measured.hpp"
+#include "bench/print_dialog.hpp"
+#include "host/cups_handles.hpp"
+#include "host/dialog/open_panel.hpp"
+#include "host/dialog/panel_page.hpp"
+
+namespace {
+
+using namespace tandemtrim;
+
+// The page as the host fills it.
+struct Tab {
+  explicit Tab(GtkPrintUnixDialog* dialog) {
+    page->showText("");
+    gtk_print_unix_dialog_add_custom_tab(dialog, GTK_WIDGET(page->gobj()), gtk_label_new("Tandem Trim"));
+  }
+  void open(const char* bundle, ppd_file_t* ppd) {
+    panel = std::make_unique<host::OpenPanel>(bundle, settings, ppd, [](const std::string&) {});
+    page->showView(panel->view());
+    panel->willShow();
+  }
+
+  platform::linux::PrintSettings settings;
+  host::PanelPage* page = Gtk::make_managed<host::PanelPage>();
+  std::unique_ptr<host::OpenPanel> panel;
+};
+
+// Kilobytes of the process that no other shares.
+long privateMemory() {
+  std::ifstream rollup("/proc/self/smaps_rollup");
+  long sum = 0;
+  for (std::string word; rollup >> word;) {
+    long kilobytes = 0;
+    if ((word == "Private_Clean:" || word == "Private_Dirty:") && rollup >> kilobytes) sum += kilobytes;
+  }
+  return sum;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  if (argc < 2 || argc > 4) return 2;
+  if (gtk_init_check() == FALSE) return 1;
+  auto* const dialog = bench::makeDialog();
+  host::PpdHandle ppd;
+  std::unique_ptr<Tab> tab;
+  if (argc > 2) {
+    const bench::Measured measured("PPD");
+    ppd.reset(ppdOpenFile(argv[2]));
+  }
+  if (argc > 2) {
+    Gtk::init_gtkmm_internals();
+    tab = std::make_unique<Tab>(dialog);
+  }
+  if (argc > 3) tab->open(argv[3], ppd.get());
+  bench::show(dialog, argv[1]);
+  std::printf("private\t%ld\n", privateMemory());
+  std::printf("process\t%ld\n", bench::allocations());
+}

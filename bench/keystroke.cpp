@@ -1,0 +1,55 @@
+// Types into a margin box of the core: keystroke BUNDLE PPD
+#include <string>
+
+#include "bench/measured.hpp"
+#include "bench/printer.hpp"
+#include "platform/memory/controls.hpp"
+#include "platform/memory/notification_center.hpp"
+#include "view/view_controller.hpp"
+
+namespace {
+
+using namespace tandemtrim;
+
+// A control of memory that counts how often its text is written.
+template <class Control>
+struct Counting : Control {
+  void setStringValue(std::string_view text) override {
+    ++writes;
+    Control::setStringValue(text);
+  }
+  int writes = 0;
+};
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  if (argc != 3) return 2;
+  const bench::Job job(argv[2]);
+  std::string reason;
+  const auto info =
+      MorvaTTCommonInfoKV2::initWithCallback(job.callback, platform::linux::Bundle::open(argv[1], reason));
+  const auto controller = MorvaTTViewControllerKV2::initWithCommonInfo(info);
+  if (!controller || controller->panelViewWithNibName("TandemTrim") == nullptr) return 1;
+
+  // Limits that let numbers of 15 digits through; the last box is the one that is searched longest.
+  const auto minimum = platform::makeObject(std::int64_t{0});
+  const auto maximum = platform::makeObject(std::int64_t{999999999999999});
+  auto& box = dynamic_cast<platform::memory::TextBox&>(*controller->textBoxMarginRight());
+  box.setValueRange(minimum, maximum);
+  for (const char* text : {"", "5", "12", "007", "-1a2 mm", "999999999999999"}) {
+    box.setStringValue(text);
+    const bench::Measured measured("keystroke");
+    platform::memory::notificationCenter().post(platform::NSControlTextDidChangeNotification, &box);
+  }
+
+  Counting<platform::memory::TextBox> countingBox;
+  Counting<platform::memory::Stepper> countingStepper;
+  controller->setTextBoxMarginRight(&countingBox);
+  controller->setStepperMarginRight(&countingStepper);
+  controller->TTVCInitializeTicket();
+  controller->TTVCInitializeMargin();
+  countingBox.platform::memory::TextBox::setStringValue("12");
+  platform::memory::notificationCenter().post(platform::NSControlTextDidChangeNotification, &countingBox);
+  std::printf("box\t%d\nstepper\t%d\n", countingBox.writes, countingStepper.writes);
+}

@@ -1,0 +1,74 @@
+"""Runs programs and counts: instructions by callgrind, allocations by a hook that is preloaded."""
+
+import dataclasses
+import os
+import pathlib
+import re
+import subprocess
+import tempfile
+
+PROJECT = pathlib.Path(__file__).resolve().parents[1]
+ON_OWN_SCREEN = PROJECT / "tests/gtk/on_own_screen.sh"
+PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
+
+
+@dataclasses.dataclass
+class Bench:
+    """A build, and what all programs run in."""
+
+    build: pathlib.Path
+    variables: dict = dataclasses.field(default_factory=dict)
+
+    @property
+    def bundle(self):
+        return self.build / "TandemTrim.bundle"
+
+    def program(self, name):
+        return self.build / "bench" / name
+
+    def run(self, command, screen=False, **variables):
+        """The standard output of a command that must succeed."""
+        # Nothing of the user's own; every symbol is bound before the program starts.
+        around = {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LD_BIND_NOW": "1"} | self.variables | variables
+        if screen:
+            command = [ON_OWN_SCREEN, *command]
+        result = subprocess.run(command, env=around, capture_output=True, text=True, check=False)
+        if result.returncode != 0:
+            raise RuntimeError(f"{' '.join(map(str, command))} failed:\n{result.stdout}{result.stderr}")
+        return result.stdout
+
+    def callgrind(self, command, options, **how):
+        """The instructions of each part of the run that was dumped, as (reason of the dump, count)."""
+        with tempfile.TemporaryDirectory() as folder:
+            counter = ["valgrind", "--quiet", "--tool=callgrind", f"--callgrind-out-file={folder}/out", *options]
+            self.run([*counter, *command], **how)
+            dumps = [path.read_text() for path in sorted(pathlib.Path(folder).iterdir(), key=number_of_dump)]
+        return [(re.search(r"^desc: Trigger: (?:Client Request: )?(.*)$", dump, re.MULTILINE)[1],
+                 int(re.search(r"^(?:totals|summary): (\d+)", dump, re.MULTILINE)[1])) for dump in dumps]
+
+    def instructions(self, *command, **how):
+        """The instructions of the parts that a measuring program names; those of one name in the order of their runs."""
+        counts = {}
+        for name, count in self.callgrind(command, ["--instr-atstart=no"], **how):
+            if name != "Program termination":
+                counts.setdefault(name, []).append(count)
+        return counts
+
+    def all_instructions(self, *command, **how):
+        """The instructions of a program from its first to its last, its dynamic loading included."""
+        return sum(count for _, count in self.callgrind(command, [], **how))
+
+    def numbers(self, *command, **how):
+        """The numbers that a measuring program prints, by their names; those of one name in the order of their lines."""
+        counts = {}
+        for name, number in re.findall(r"^(.*)\t(\d+)$", self.run(command, **how), re.MULTILINE):
+            counts.setdefault(name, []).append(int(number))
+        return counts
+
+    def allocations(self, *command, **how):
+        return self.numbers("env", f"LD_PRELOAD={self.program('allocations.so')}", *command, **how)
+
+
+def number_of_dump(path):
+    ending = path.suffix[1:]
+    return int(ending) if ending.isdigit() else 0

@@ -1,0 +1,26 @@
+// Makes a panel beside what libcups does for the same PPD: panel BUNDLE PPD
+#include <memory>
+
+#include "bench/measured.hpp"
+#include "bench/printer.hpp"
+
+int main(int argc, char* argv[]) {
+  using namespace tandemtrim::bench;
+  if (argc != 3) return 2;
+  std::unique_ptr<Job> job;
+  {
+    const Measured measured("ppdOpenFile");
+    job = std::make_unique<Job>(argv[2]);
+  }
+  {
+    const Measured measured("4 ppdFindAttr");
+    for (const char* keyword : {"MVMaxTandemTrimMarginTop", "MVMaxTandemTrimMarginBottom",
+                                "MVMaxTandemTrimMarginLeft", "MVMaxTandemTrimMarginRight"})
+      ppdFindAttr(job->ppd.get(), keyword, nullptr);
+  }
+  std::unique_ptr<OpenedPanel> opened;
+  {
+    const Measured measured("panel");
+    opened = std::make_unique<OpenedPanel>(argv[1], *job);
+  }
+}

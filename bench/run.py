@@ -1,0 +1,217 @@
+#!/usr/bin/python3
+"""Measures speed and memory beside a peer or floor of the same run, and fails where a goal is missed: make bench."""
+
+import argparse
+import dataclasses
+import json
+import pathlib
+import platform
+import statistics
+import subprocess
+import sys
+import tempfile
+
+import ppds
+from measuring import PROJECT, Bench
+
+sys.path.insert(0, str(PROJECT / "tests/e2e"))
+
+from private_cups import PrivateCups
+
+SAMPLE = PROJECT / "resources/sample"
+SETTINGS = {
+    "Valid": ("MVTandemTrim", "On"),
+    "Direction": ("MVImageDirectionPriority", "ShortEdgeFeed"),
+    "Position": ("MVPrintPosition", "Left"),
+    "Top": ("MVTopMargin", "12"),
+    "Bottom": ("MVBottomMargin", "20"),
+    "Left": ("MVLeftMargin", "0"),
+    "Right": ("MVRightMargin", "7"),
+}
+RUNS = 5  # of what a screen or a server makes vary
+KILOBYTE = 1024
+
+
+@dataclasses.dataclass
+class Row:
+    """A figure beside its peer. Goal and reach are shares of the peer, or limits of the figure where there is none."""
+
+    what: str
+    figure: float
+    beside: str
+    peer: float | None
+    goal: float
+    reach: float | None = None
+
+    @property
+    def share(self):
+        return self.figure if self.peer is None else self.figure / self.peer
+
+    @property
+    def verdict(self):
+        if self.share > self.goal:
+            return "MISSED"
+        return "reached" if self.reach is not None and self.share <= self.reach else "met"
+
+    def cells(self):
+        def limit(value):
+            return "" if value is None else f"{value:,}" if self.peer is None else f"{value:.1%}"
+
+        peer = "" if self.peer is None else f"{self.peer:,.0f}"
+        share = "" if self.peer is None else f"{self.share:.1%}"
+        return [self.what, f"{self.figure:,.0f}", self.beside, peer, share, limit(self.goal), limit(self.reach), self.verdict]
+
+    def record(self):
+        return dataclasses.asdict(self) | {"share": self.share, "verdict": self.verdict}
+
+
+def panel_rows(bench, files):
+    counts = {size: bench.instructions(bench.program("panel"), bench.bundle, file) for size, file in files.items()}
+
+    def count(name, size):
+        return counts[size][name][0]
+
+    yield Row("panel made, 80 KB: instructions", count("panel", 80), "ppdOpenFile", count("ppdOpenFile", 80), 0.05, 0.02)
+    smallest, largest = min(files), max(files)
+    yield Row(
+        f"the same, its growth from {smallest} to {largest} KB: instructions",
+        max(0, count("panel", largest) - count("panel", smallest)),
+        "that of 4 ppdFindAttr",
+        count("4 ppdFindAttr", largest) - count("4 ppdFindAttr", smallest),
+        1.0,
+    )
+
+
+def keystroke_rows(bench, files):
+    command = bench.program("keystroke"), bench.bundle, files[80]
+    yield Row("keystroke in the core, the costliest: instructions", max(bench.instructions(*command)["keystroke"]), "", None, 500, 150)
+    counts = bench.allocations(*command)
+    yield Row("the same: allocations", max(counts["keystroke"]), "", None, 0)
+    yield Row("writes to a box per keystroke, control interface", counts["box"][0], "", None, 2)
+    yield Row("writes to a stepper per keystroke, control interface", counts["stepper"][0], "", None, 1)
+    writes = bench.numbers(bench.program("writes"), bench.bundle, files[80], screen=True)
+    yield Row("writes in GTK where the text is corrected", writes["corrected"][0], "", None, 1)
+    yield Row("writes in GTK where nothing changes", writes["unchanged"][0], "", None, 0)
+
+
+def view_rows(bench, files, queues):
+    for size, goal in ((2, 0.07), (80, 0.02)):
+        counts = bench.instructions(bench.program("options"), queues[size], bench.bundle, files[size], screen=True)
+        yield Row(
+            f"view: nib loaded and set up, {size} KB: instructions",
+            counts["view"][0],
+            "GTK's page of the printer's options",
+            counts["options"][0],
+            goal,
+        )
+
+
+def dialog_rows(bench, files, queues):
+    def medians(*arguments):
+        runs = [bench.allocations(bench.program("dialog"), *arguments, screen=True) for _ in range(RUNS)]
+        return {name: statistics.median(run[name][0] for run in runs) for name in runs[0]}
+
+    for size, goal in ((2, 1.08), (80, 1.025)):
+        plain = medians(queues[size])
+        tab = medians(queues[size], files[size], bench.bundle)
+        yield Row(
+            f"dialog with the tab, {size} KB: allocations",
+            tab["process"] - tab["PPD"],
+            "without the tab",
+            plain["process"],
+            goal,
+        )
+    empty = medians(queues[80], files[80])
+    yield Row("private memory that the panel adds, KB", tab["private"] - empty["private"], "", None, 256)
+
+
+def module_rows(bench):
+    with tempfile.TemporaryDirectory() as folder:
+        stripped = pathlib.Path(folder) / "module"
+        subprocess.run(["strip", "-o", stripped, bench.bundle / "Contents/Linux/TandemTrim"], check=True)
+        yield Row("module with GTK view, stripped: KB", stripped.stat().st_size / KILOBYTE, "", None, 150)
+
+
+def program_rows(bench, files, queues):
+    program = bench.build / "host/tandem-trim"
+    by_hand = [word for keyword, value in SETTINGS.values() for word in ("-o", f"{keyword}={value}")]
+    at_panel = [word for name, (_, value) in SETTINGS.items() for word in ("--set", f"{name}={value}")]
+    document = SAMPLE / "sample.pdf"
+    for size in (2, 80, 640):
+        yield Row(
+            f"tandem-trim --ppd --summary, {size} KB (no server is asked): instructions",
+            bench.all_instructions(program, "--ppd", files[size], "--summary"),
+            "lpoptions -l",
+            bench.all_instructions("lpoptions", "-p", queues[size], "-l"),
+            0.8,
+            0.2,
+        )
+    for size in (2, 80):
+        pairs = [
+            (
+                bench.all_instructions(program, "-d", queues[size], *at_panel, document),
+                bench.all_instructions("lp", "-d", queues[size], *by_hand, document),
+            )
+            for _ in range(RUNS)
+        ]
+        own, peer = (statistics.median(column) for column in zip(*pairs))
+        yield Row(f"job end to end, {size} KB: instructions", own, "lp", peer, 1.2)
+
+
+def memory_rows(bench, files):
+    before, after = (counts[0] for counts in bench.numbers(bench.program("rounds"), bench.bundle, files[80]).values())
+    yield Row("heap after 10,000 rounds of summary, restore, save: bytes", after, "after 100 rounds", before, 1.0)
+
+
+def times(bench, files):
+    """For information: the nanoseconds of each step."""
+    answer = bench.run(
+        [bench.program("times"), "--benchmark_format=json"],
+        TANDEM_TRIM_PPD=str(files[80]),
+        TANDEM_TRIM_BUNDLE=str(bench.bundle),
+    )
+    return {each["name"]: each["real_time"] for each in json.loads(answer[answer.index("{") :])["benchmarks"]}
+
+
+def show(table):
+    heads = ["what", "figure", "beside", "peer", "share", "at most", "reach", "verdict"]
+    lines = [heads, *table]
+    widths = [max(len(line[column]) for line in lines) for column in range(len(heads))]
+    for line in [heads, ["-" * width for width in widths], *table]:
+        print("| " + " | ".join(cell.ljust(width) for cell, width in zip(line, widths)) + " |", flush=True)
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Measure speed and memory.")
+    parser.add_argument("--build", type=pathlib.Path, default=PROJECT / "build/release")
+    parser.add_argument("--results", type=pathlib.Path, default=PROJECT / "build/bench/results.json")
+    arguments = parser.parse_args()
+    build = arguments.build.resolve()
+    files = ppds.write_all(arguments.results.parent / "ppds")
+    with PrivateCups() as cups:
+        queues = {size: f"Printer{size}" for size in files}
+        for size, queue in queues.items():
+            cups.add_queue(queue, files[size])
+        bench = Bench(build, cups.environment())
+        rows = [
+            *panel_rows(bench, files),
+            *keystroke_rows(bench, files),
+            *view_rows(bench, files, queues),
+            *dialog_rows(bench, files, queues),
+            *module_rows(bench),
+            *program_rows(bench, files, queues),
+            *memory_rows(bench, files),
+        ]
+        informational = times(bench, files)
+    show([row.cells() for row in rows])
+    print("\nfor information, 80 KB: " + ", ".join(f"{name} {time:,.0f} ns" for name, time in informational.items()))
+    record = {"machine": platform.platform(), "rows": [row.record() for row in rows], "nanoseconds": informational}
+    arguments.results.write_text(json.dumps(record, indent=1) + "\n")
+    missed = sum(row.verdict == "MISSED" for row in rows)
+    if missed:
+        print(f"\n{missed} goals are missed", file=sys.stderr)
+    return 1 if missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,71 @@
+// What GTK is told to write for one keystroke of a person at a margin box: writes BUNDLE PPD
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include <gtk/gtk.h>
+#include <gtkmm/init.h>
+
+#include "host/callback.hpp"
+#include "host/cups_handles.hpp"
+#include "host/plugin_loader.hpp"
+#include "platform/linux/print_settings.hpp"
+
+namespace {
+
+using namespace tandemtrim;
+
+int writes = 0;
+
+void onWrite() { ++writes; }
+
+// Counts every text and state of the widgets that changes.
+void countWrites(GtkWidget* widget) {
+  for (const char* change : {"notify::text", "notify::label", "notify::sensitive", "notify::active"}) {
+    if (g_object_class_find_property(G_OBJECT_GET_CLASS(widget), std::strchr(change, ':') + 2) != nullptr)
+      g_signal_connect(widget, change, G_CALLBACK(onWrite), nullptr);
+  }
+  if (GTK_IS_EDITABLE(widget)) return;
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    countWrites(child);
+}
+
+GtkWidget* firstEntry(GtkWidget* widget) {
+  if (GTK_IS_ENTRY(widget)) return widget;
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (auto* const entry = firstEntry(child)) return entry;
+  }
+  return nullptr;
+}
+
+// A text that comes as one insertion into an empty box; how often the program wrote in answer.
+int writesAfter(GtkWidget* entry, const char* text) {
+  gtk_editable_delete_text(GTK_EDITABLE(entry), 0, -1);
+  int position = 0;
+  gtk_editable_insert_text(GTK_EDITABLE(entry), text, -1, &position);
+  writes = 0;
+  while (g_main_context_pending(nullptr) != FALSE) g_main_context_iteration(nullptr, FALSE);
+  return writes;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  if (argc != 3 || gtk_init_check() == FALSE) return 2;
+  Gtk::init_gtkmm_internals();
+  const host::PpdHandle ppd(ppdOpenFile(argv[2]));
+  platform::linux::PrintSettings settings;
+  settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
+  const auto plugin = host::loadPlugin(argv[1], host::kGtkModule, [](const std::string&) {});
+  const auto panels = host::openPanels(plugin, std::make_shared<host::Callback>(settings, ppd.get()));
+  auto* const view = panels->front()->panelView();
+  if (view == nullptr) return 1;
+  panels->front()->willShow();
+  auto* const widget = GTK_WIDGET(view->toolkitView());
+  countWrites(widget);
+  auto* const entry = firstEntry(widget);
+  std::printf("unchanged\t%d\n", writesAfter(entry, "12"));
+  std::printf("corrected\t%d\n", writesAfter(entry, "1a2"));
+}
