@@ -35,6 +35,7 @@ struct ppd_file_s;
 - (struct ppd_file_s*)ppdFile;
 @end
 
+/// As macOS knew it before 13 and still takes it from a class that does not declare the protocol.
 @protocol PDEPlugIn
 - (BOOL)initWithBundle:(NSBundle*)bundle;
 - (NSArray*)PDEPanelsForType:(NSString*)type withHostInfo:(id)host;
