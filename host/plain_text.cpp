@@ -18,8 +18,10 @@ std::size_t lengthOfCharacter(std::string_view text) {
 bool isPlain(std::string_view character) {
   if (character.size() == 1) return character >= " " && character < "\x7F";
   if (character.size() == 2) return character >= "\u00A0";
-  const bool turns =
-      (character >= "\u2028" && character <= "\u202E") || (character >= "\u2066" && character <= "\u2069");
+  // U+2028 to U+202E and U+2066 to U+2069.
+  const auto start = character.substr(0, 2);
+  const bool turns = (start == "\xE2\x80" && character[2] >= '\xA8' && character[2] <= '\xAE') ||
+                     (start == "\xE2\x81" && character[2] >= '\xA6' && character[2] <= '\xA9');
   return !turns;
 }
 

@@ -7,6 +7,7 @@
 
 #include "host/filled_text.hpp"
 #include "host/legality.hpp"
+#include "host/plain_text.hpp"
 #include "platform/linux/bundle.hpp"
 
 namespace tandemtrim::host {
@@ -56,8 +57,8 @@ std::string illegalValuesText(const std::vector<IllegalValue>& values) {
   const auto text = localized(kIllegalValueText);
   std::vector<std::string> lines;
   for (const auto& [label, keyword, value, control, suggested] : values)
-    lines.push_back(
-        filled(text, {{"[name]", label}, {"[value]", value}, {"[allowed]", allowedText(control)}}));
+    lines.push_back(filled(
+        text, {{"[name]", label}, {"[value]", shortText(value)}, {"[allowed]", allowedText(control)}}));
   return joined(lines, "\n");
 }
 

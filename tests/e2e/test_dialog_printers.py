@@ -134,6 +134,16 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, printer).options)[MARGINS["Top"]], nearest)
 
+    def test_a_ppd_that_is_replaced_meanwhile_counts_for_the_next_dialog(self):
+        dialog = self.live_panel()
+        smaller = self.temporary_folder() / "smaller.ppd"
+        smaller.write_text(PPD.read_text().replace(*SMALLER))
+        self.cups.add_queue("Morva", smaller)
+        dialog.type("Top Margin", "19")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "19")
+        self.panel().says("does not allow 19")
+
     def test_another_printer_shows_its_own_limits(self):
         self.add_other(SMALLER)
         self.corrects_at("Other", "8")
