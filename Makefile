@@ -2,6 +2,10 @@
 install_dependencies = ./packaging/install-dependencies.sh
 build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
 sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
+tests_of_core = conformance/conformance_memory_test model/tandemtrim_model_test model/tandemtrim_model_release_test \
+  platform/linux/tandemtrim_linux_test platform/memory/tandemtrim_memory_test platform/tandemtrim_values_test \
+  plugin/tandemtrim_memory_shortage_test plugin/tandemtrim_plugin_test sequences/tandemtrim_sequences_test \
+  view/tandemtrim_margin_entry_test view/tandemtrim_view_test
 checked_by_tidy = $(shell git ls-files 'host/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp')
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
