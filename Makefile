@@ -47,7 +47,7 @@ memcheck: ## the tests of the core under valgrind
 	$(install_dependencies) memcheck
 	$(call build,test)
 	printf '%s\n' $(tests_of_core) | TANDEM_TRIM_SEQUENCES=1000 xargs -P 2 -I '{}' valgrind --quiet --error-exitcode=1 \
-	  --leak-check=full --errors-for-leak-kinds=definite,indirect,possible build/release/tests/'{}' --gtest_brief=1
+	  --soname-synonyms=somalloc=nouserintercepts --leak-check=full --errors-for-leak-kinds=definite,indirect,possible build/release/tests/'{}' --gtest_brief=1
 
 coverage: ## what the tests cover of the core and of Linux; fails below 100 % of lines and of branches
 	$(install_dependencies) coverage
