@@ -39,8 +39,8 @@ ShowDialog loadModule() {
     }
     reason = dlerror();
   }
-  throw Failure("the print dialog cannot be shown: " + reason +
-                "; nothing was sent. Print without it by --no-dialog");
+  throw NoDialog("the print dialog cannot be shown: " + reason,
+                 "; nothing was sent. Print without it by --no-dialog");
 }
 
 bool asksThePanel(const CommandLine& line) {
@@ -66,6 +66,8 @@ std::optional<SentJob> showDialog(const CommandLine& line, const Note& note) {
   if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);
   DialogResult result;
   loadModule()(line, note, result);
+  if (result.noScreen)
+    throw NoDialog("there is no screen to show the print dialog on", "; go on without one by --no-dialog");
   if (result.failure) throw Failure(*result.failure);
   return result.job;
 }

@@ -62,4 +62,10 @@ class PluginFailure : public Failure {
   explicit PluginFailure(const std::string& message) : Failure(Trouble::plugin, message) {}
 };
 
+/// No dialog can be shown at all. Unless the person insists on it, the job goes on without one.
+class NoDialog : public Failure {
+ public:
+  NoDialog(const std::string& fact, const std::string& remedy) : Failure(Trouble::other, fact, remedy) {}
+};
+
 }  // namespace tandemtrim::host

@@ -91,7 +91,14 @@ void runDialog(const CommandLine& line, std::ostream& out, const Note& note) {
 }  // namespace
 
 void run(const CommandLine& line, std::ostream& out, const Note& note) {
-  if (wantsDialog(line)) return runDialog(line, out, note);
+  if (wantsDialog(line)) {
+    try {
+      return runDialog(line, out, note);
+    } catch (const NoDialog& failure) {
+      if (line.dialog) throw;
+      note(failure.fact() + "; going on without it");
+    }
+  }
   auto documents = openDocuments(line.files);
   const auto target = findTarget(line, note);
   const auto ppd = line.ppd ? openPpd(*line.ppd, *line.ppd) : queuePpd(target->connection, target->printer);

@@ -29,6 +29,7 @@ Dialog::Dialog(const CommandLine& line, Note note)
       pageTitle_(Gtk::make_managed<Gtk::Label>("Tandem Trim")),
       summary_(Gtk::make_managed<Gtk::Grid>()),
       notice_(Gtk::make_managed<Gtk::Label>()),
+      progress_(Gtk::make_managed<Gtk::Label>()),
       dialog_(std::make_unique<Gtk::PrintUnixDialog>(g_dgettext("gtk40", "Print"))) {
   for (auto& document : *documents_) document.keep();
   // Escape and the window's own button close it; its pages are still in use then.
@@ -45,15 +46,18 @@ Dialog::Dialog(const CommandLine& line, Note note)
   // Until a printer is chosen GTK shows the tabs of all its pages; with these in one row, the dialog would
   // stay as wide as they.
   gtk_notebook_set_scrollable(notebookOf(*page_), TRUE);
-  notice_->set_wrap();
-  notice_->set_xalign(0);
-  notice_->set_margin(kMargin);
-  notice_->set_visible(false);
-  dialog_->get_content_area()->append(*notice_);
+  for (auto* label : {notice_, progress_}) {
+    label->set_wrap();
+    label->set_xalign(0);
+    label->set_margin(kMargin);
+    label->set_visible(false);
+    dialog_->get_content_area()->append(*label);
+  }
 
   page_->signal_map().connect(sigc::mem_fun(*this, &Dialog::onTabShown));
   page_->signal_unmap().connect(sigc::mem_fun(*this, &Dialog::onTabLeft));
   page_->correct.signal_clicked().connect(sigc::mem_fun(*this, &Dialog::correct));
+  page_->signalEdited.connect(sigc::mem_fun(*this, &Dialog::onEdited));
   page_->help.signal_clicked().connect(sigc::mem_fun(*this, &Dialog::showHelp));
   summary_->signal_map().connect(sigc::mem_fun(*this, &Dialog::showSummary));
   dialog_->property_selected_printer().signal_changed().connect(
@@ -90,12 +94,17 @@ void Dialog::closePanel() {
 void Dialog::refuseToShow(const Failure& failure) {
   closePanel();
   page_->set_visible(false);
+  panelFailed_ = true;
   note_(failure.what());
-  notice_->set_text(localized(kUnavailableText) + '\n' + failureText(failure));
-  notice_->set_visible();
+  showNotice(localized(kUnavailableText) + '\n' + failureText(failure));
   hideRows();
   // The person is to see that before anything is printed.
   if (std::exchange(printWhenRead_, false)) allowPrinting(true);
+}
+
+void Dialog::showNotice(const std::string& text) {
+  notice_->set_text(text);
+  notice_->set_visible();
 }
 
 // The paper is chosen on another page, so that it is told whenever this one comes up.
@@ -103,6 +112,7 @@ void Dialog::comeUp() {
   const auto paper = dialog_->get_page_setup()->get_paper_size();
   panel_->setPaperSize(paper.get_width(Gtk::Unit::MM), paper.get_height(Gtk::Unit::MM));
   panel_->willShow();
+  warn();
 }
 
 void Dialog::onTabShown() {
@@ -114,6 +124,7 @@ void Dialog::onTabLeft() {
   if (!panel_ || !dialog_->get_visible()) return;
   guarded([&] {
     panel_->save();
+    warn();
     if (panel_->shouldHide()) return;
     auto* const notebook = notebookOf(*page_);
     gtk_notebook_set_current_page(notebook, gtk_notebook_page_num(notebook, GTK_WIDGET(page_->gobj())));
@@ -138,6 +149,13 @@ void Dialog::showSummary() {
       ++number;
     }
   });
+}
+
+// What the warning names may be what the person has just put right.
+void Dialog::onEdited() {
+  if (!panel_) return;
+  guarded([&] { panel_->save(); });
+  warn();
 }
 
 void Dialog::warn() {

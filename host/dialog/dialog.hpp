@@ -49,20 +49,23 @@ class Dialog {
                                                           const std::optional<std::string>& printer);
   [[nodiscard]] std::string selectedPrinter() const;
   void begin();
-  void startAt(Outcome<std::shared_ptr<Details>> outcome);
+  void start();
+  [[nodiscard]] Options asSpelledByPrinter(Options options) const;
   void select(const std::string& printer, const Pages& pages);
   void onPrinterChanged();
   void readDetails(const std::string& printer);
   void forgetPrinter();
-  void onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome);
+  void onDetails(int reading, Outcome<std::shared_ptr<Details>> outcome);
   void openPanel(const std::string& printer);
   void closePanel();
   void hideRows();
   void comeUp();
   void refuseToShow(const Failure& failure);
+  void showNotice(const std::string& text);
   void startFrom(const Options& options);
   void onTabShown();
   void onTabLeft();
+  void onEdited();
   void showSummary();
   void showHelp();
   void correct();
@@ -73,6 +76,7 @@ class Dialog {
   void print(bool asItIs);
   void printIfAsked();
   void askAboutIllegalValues(const std::vector<IllegalValue>& values);
+  [[nodiscard]] Options panelOptions(const std::vector<std::string>& keywords);
   [[nodiscard]] Order order();
   void send(const Order& order);
   void onSent(const Order& order, const Outcome<Delivery>& outcome);
@@ -101,9 +105,15 @@ class Dialog {
   Glib::RefPtr<Glib::MainLoop> loop_ = Glib::MainLoop::create();
   platform::linux::PrintSettings settings_;
   std::optional<std::string> wanted_;
-  // The printer whose details are read or shown, and whether they are still on their way.
+  // The printer whose details are read or shown, whether they are still on their way, and which reading is
+  // the one that counts.
   std::string current_;
-  bool reading_ = false;
+  bool isReading_ = false;
+  int reading_ = 0;
+  // The printer that the dialog has started from; empty until one is known.
+  std::string first_;
+  // Whether this printer's panel is missing though it should be there.
+  bool panelFailed_ = false;
   bool started_ = false;
   bool printWhenRead_ = false;
   // Says to the job that is on its way, if there is one, that it is not wanted any more.
@@ -114,12 +124,15 @@ class Dialog {
   Gtk::Label* pageTitle_ = nullptr;
   Gtk::Grid* summary_ = nullptr;
   Gtk::Label* notice_ = nullptr;
+  Gtk::Label* progress_ = nullptr;
   std::unique_ptr<Gtk::PrintUnixDialog> dialog_;
   std::unique_ptr<Gtk::MessageDialog> question_;
   // Of the current printer, without them while it is read: its PPD, null for a printer without one, and the
   // options that the person saved.
   PpdHandle ppd_;
   Options saved_;
+  // What GTK's rows showed of the command line's options before the person changed any.
+  Options untouched_;
   std::unique_ptr<OpenPanel> panel_;
   sigc::connection selecting_;
 };

@@ -234,9 +234,21 @@ void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages) {
   setUpPage(options, ppd, pages.setup);
 }
 
-void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, Options& options) {
+Options shownRows(const Pages& pages, const Options& options) {
+  auto rows = rowOptions(*pages.settings);
+  std::erase_if(rows, [&](const Option& row) {
+    return std::ranges::none_of(
+        options, [&](const Option& option) { return isSameKeyword(option.keyword, row.keyword); });
+  });
+  return rows;
+}
+
+void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, const Options& untouched,
+                 Options& options) {
   leaveOutShown(options, ppd);
-  const auto rows = rowOptions(*pages.settings);
+  auto rows = rowOptions(*pages.settings);
+  std::erase_if(rows,
+                [&](const Option& row) { return std::ranges::find(untouched, row) != untouched.end(); });
   const auto isDuplex = [](const Option& option) { return isAmong(option.keyword, kDuplexes); };
   if (std::ranges::any_of(rows, isDuplex)) std::erase_if(options, isDuplex);
   for (const auto& row : rows) setOption(options, row);

@@ -23,9 +23,14 @@ void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages);
 /// Has the dialog's rows show this page setup, once its printer is selected.
 void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup);
 
-/// Puts what the person asks for on the pages into the options, in the place of what these said of it.
-/// Failure when pages are to be chosen and none is. `ppd` is null for a printer
-/// without one, and `usual` the paper that the printer takes of itself, or null.
-void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, Options& options);
+/// Those of GTK's rows for the printer's options that show one of these options, as they show it. GTK prefers
+/// what the person saved for a printer to what it is told to show.
+Options shownRows(const Pages& pages, const Options& options);
+
+/// Puts what the person asks for on the pages into the options, in the place of what these said of it; rows
+/// that still show what is in `untouched` say nothing. Failure when pages are to be chosen and none is. `ppd`
+/// is null for a printer without one, and `usual` the paper that the printer takes of itself, or null.
+void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, const Options& untouched,
+                 Options& options);
 
 }  // namespace tandemtrim::host

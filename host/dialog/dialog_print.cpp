@@ -39,7 +39,7 @@ void Dialog::close() {
 void Dialog::allowPrinting(bool allowed) { dialog_->set_response_sensitive(Gtk::ResponseType::OK, allowed); }
 
 void Dialog::printIfAsked() {
-  if (!reading_ && std::exchange(printWhenRead_, false)) print(false);
+  if (!isReading_ && !wanted_ && std::exchange(printWhenRead_, false)) print(false);
 }
 
 void Dialog::print(bool asItIs) {
@@ -47,7 +47,7 @@ void Dialog::print(bool asItIs) {
   auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
   if (chosen == nullptr || gtk_printer_is_virtual(chosen) != FALSE)
     return tell(localized(kChoosePrinterText));
-  if (reading_ || current_ != selectedPrinter()) {
+  if (isReading_ || wanted_ || current_ != selectedPrinter()) {
     printWhenRead_ = true;
     return allowPrinting(false);
   }
@@ -66,6 +66,7 @@ void Dialog::print(bool asItIs) {
   try {
     const auto job = order();
     refuseLossyValues(job.options);
+    if (line_.title) refuseLossyTitle(*line_.title);
     send(job);
   } catch (const Failure& failure) {
     tell(failureText(failure));
@@ -105,6 +106,17 @@ void Dialog::ask(const Glib::ustring& message, Gtk::MessageType type,
   question_->set_visible();
 }
 
+// What is stored under the panel's keywords.
+Options Dialog::panelOptions(const std::vector<std::string>& keywords) {
+  Options options;
+  for (const auto& keyword : keywords) {
+    std::optional<std::string> value;
+    settings_.PMPrintSettingsGetValue(keyword, value);
+    if (value) options.push_back({keyword, *value});
+  }
+  return options;
+}
+
 // What the order takes of the person's saved options and of the command line: those that neither the panel
 // nor the dialog's pages show.
 Order Dialog::order() {
@@ -114,22 +126,21 @@ Order Dialog::order() {
               documents_,
               {},
               {shownPages(*dialog_), {}},
-              page_->useForAllJobs.get_active()};
-  for (const auto& options : {saved_, line_.options}) {
+              panel_ && page_->useForAllJobs.get_active()};
+  for (const auto& options : {saved_, asSpelledByPrinter(line_.options)}) {
     for (const auto& option : options) setOption(order.options, option);
   }
   auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
   const auto usual = Glib::wrap(gtk_printer_get_default_page_size(chosen));
   takeOptions(order.remembered.pages, ppd_.get(),
-              usual ? gtk_page_setup_get_paper_size(usual->gobj()) : nullptr, order.options);
+              usual ? gtk_page_setup_get_paper_size(usual->gobj()) : nullptr, untouched_, order.options);
   std::erase_if(order.options,
                 [](const Option& option) { return keywordOfPanel(option.keyword).has_value(); });
+  if (current_ == first_ && line_.printer && line_.printer->starts_with(current_ + '/'))
+    order.printer = *line_.printer;
+  if (panelFailed_) order.remembered.panel = panelOptions({kPanelKeywords.begin(), kPanelKeywords.end()});
   if (!panel_) return order;
-  for (const auto& keyword : panel_->keywords()) {
-    std::optional<std::string> value;
-    settings_.PMPrintSettingsGetValue(keyword, value);
-    if (value) order.remembered.panel.push_back({keyword, *value});
-  }
+  order.remembered.panel = panelOptions(panel_->keywords());
   for (const auto& option : order.remembered.panel) setOption(order.options, option);
   return order;
 }
@@ -137,12 +148,16 @@ Order Dialog::order() {
 void Dialog::send(const Order& order) {
   showSending(true);
   unwanted_ = std::make_shared<std::atomic<bool>>(false);
-  const auto progress = [this, unwanted = unwanted_, alive = std::weak_ptr<void>(alive_)](
-                            const std::string& name, auto sent, auto size) {
+  const auto progress = [this, unwanted = unwanted_, underWay = std::make_shared<std::atomic<bool>>(false),
+                         alive = std::weak_ptr<void>(alive_)](const std::string& name, auto sent, auto size) {
     if (*unwanted) throw Failure(kUnwanted);
-    Glib::signal_idle().connect_once([this, alive, shown = progressText(name, sent, size, localized)] {
-      if (!alive.expired()) notice_->set_text(shown);
-    });
+    // A document goes faster than the dialog can show of it.
+    if (underWay->exchange(true)) return;
+    Glib::signal_idle().connect_once(
+        [this, alive, underWay, shown = progressText(name, sent, size, localized)] {
+          *underWay = false;
+          if (!alive.expired()) progress_->set_text(shown);
+        });
   };
   inBackground<Delivery>(
       alive_, [order, progress, note = note_] { return carryOut(order, progress, note); },
@@ -152,8 +167,8 @@ void Dialog::send(const Order& order) {
 void Dialog::showSending(bool sending) {
   allowPrinting(!sending);
   dialog_->get_content_area()->set_sensitive(!sending);
-  notice_->set_text(localized(kSendingText));
-  notice_->set_visible(sending);
+  progress_->set_text(localized(kSendingText));
+  progress_->set_visible(sending);
 }
 
 void Dialog::onSent(const Order& order, const Outcome<Delivery>& outcome) {
@@ -165,7 +180,7 @@ void Dialog::onSent(const Order& order, const Outcome<Delivery>& outcome) {
   }
   sent_ = outcome.result->job;
   auto shortcomings = outcome.result->shortcomings;
-  if (const auto forgotten = remember({order.server, order.printer}, order.remembered, note_))
+  if (const auto forgotten = remember({order.server, sent_->printer}, order.remembered, note_))
     shortcomings.push_back(*forgotten);
   if (wanted && !shortcomings.empty()) return tell(failuresText(shortcomings), [this] { loop_->quit(); });
   loop_->quit();

@@ -26,6 +26,8 @@ std::shared_ptr<Dialog::Details> Dialog::detailsOf(const std::optional<std::stri
   auto details = std::make_shared<Details>();
   details->printer = findPrinter(connection, printer);
   details->ppd = queuePpd(connection, details->printer);
+  // GTK's rows have the titles that the PPD gives in the person's language.
+  if (details->ppd) ppdLocalize(details->ppd.get());
   return details;
 }
 
@@ -33,32 +35,43 @@ std::shared_ptr<Dialog::Details> Dialog::detailsOf(const std::optional<std::stri
 void Dialog::begin() {
   inBackground<std::shared_ptr<Details>>(
       alive_, [server = line_.server, printer = line_.printer] { return detailsOf(server, printer); },
-      [this](auto outcome) {
+      [this, number = ++reading_](auto outcome) {
         started_ = true;
-        if (outcome.result) return startAt(std::move(outcome));
+        if (outcome.result) {
+          current_ = (*outcome.result)->printer.name;
+          return onDetails(number, std::move(outcome));
+        }
+        isReading_ = false;
         note_(outcome.failure->what());
         page_->showText(failureText(*outcome.failure));
         onPrinterChanged();
+        showNotice(failureText(*outcome.failure));
       });
 }
 
-void Dialog::startAt(Outcome<std::shared_ptr<Details>> outcome) {
-  const auto& found = (*outcome.result)->printer;
-  auto* const ppd = (*outcome.result)->ppd.get();
-  const auto remembered = recall({line_.server, found.name}, note_);
-  for (const auto& options : {found.saved, remembered.panel, line_.options}) startFrom(options);
+// The first printer of which anything is known is the one that the command line and the last job are about.
+void Dialog::start() {
+  first_ = current_;
+  const auto remembered = recall({line_.server, current_}, note_);
+  const auto spelled = asSpelledByPrinter(line_.options);
+  for (const auto& options : {saved_, remembered.panel, spelled}) startFrom(options);
   auto pages = remembered.pages;
   if (!pages.settings) {
     pages.settings = Gtk::PrintSettings::create();
-    showOptions(found.saved, ppd, pages);
+    showOptions(saved_, ppd_.get(), pages);
   }
-  showOptions(line_.options, ppd, pages);
-  pages.settings->set_printer(found.name);
+  showOptions(spelled, ppd_.get(), pages);
+  pages.settings->set_printer(current_);
   dialog_->set_settings(pages.settings);
-  current_ = found.name;
-  reading_ = true;
-  onDetails(current_, std::move(outcome));
   select(current_, pages);
+}
+
+// Letter case does not tell keywords apart, but GTK's rows go by the PPD's own spelling.
+Options Dialog::asSpelledByPrinter(Options options) const {
+  for (auto& option : options) {
+    if (ppd_) option.keyword = keywordAsSpelled(*ppd_, option.keyword);
+  }
+  return options;
 }
 
 // The panel takes those of its own keywords among them.
@@ -84,6 +97,7 @@ void Dialog::select(const std::string& printer, const Pages& pages) {
           // Copies and paper count for a selected printer only.
           dialog_->set_settings(pages.settings);
           if (pages.setup) showPageSetup(*dialog_, *pages.setup);
+          untouched_ = shownRows(shownPages(*dialog_), asSpelledByPrinter(line_.options));
           wanted_.reset();
           onPrinterChanged();
           return false;
@@ -113,32 +127,38 @@ void Dialog::onPrinterChanged() {
 }
 
 void Dialog::forgetPrinter() {
+  ++reading_;
   closePanel();
   ppd_.reset();
   saved_.clear();
+  untouched_.clear();
   notice_->set_visible(false);
-  reading_ = false;
+  panelFailed_ = false;
+  isReading_ = false;
   if (!std::exchange(printWhenRead_, false)) return;
   auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
   allowPrinting(gtk_printer_is_accepting_jobs(chosen) != FALSE);
 }
 
 void Dialog::readDetails(const std::string& printer) {
-  reading_ = true;
+  isReading_ = true;
   page_->showText(localized(kReadingText));
   page_->set_visible();
   inBackground<std::shared_ptr<Details>>(
       alive_, [server = line_.server, printer] { return detailsOf(server, printer); },
-      [this, printer](auto outcome) { onDetails(printer, std::move(outcome)); });
+      [this, number = ++reading_](auto outcome) { onDetails(number, std::move(outcome)); });
 }
 
-void Dialog::onDetails(const std::string& printer, Outcome<std::shared_ptr<Details>> outcome) {
-  if (printer != current_) return;
-  reading_ = false;
+void Dialog::onDetails(int reading, Outcome<std::shared_ptr<Details>> outcome) {
+  // Another printer was chosen meanwhile, or this one once more.
+  if (reading != reading_) return;
+  isReading_ = false;
   if (!outcome.result) return refuseToShow(*outcome.failure);
-  ppd_ = std::move((*outcome.result)->ppd);
-  saved_ = std::move((*outcome.result)->printer.saved);
-  if (guarded([&] { openPanel(printer); })) printIfAsked();
+  auto& details = **outcome.result;
+  ppd_ = std::move(details.ppd);
+  saved_ = asSpelledByPrinter(std::move(details.printer.saved));
+  if (first_.empty()) start();
+  if (guarded([&] { openPanel(current_); })) printIfAsked();
 }
 
 void Dialog::openPanel(const std::string& printer) {
@@ -163,7 +183,7 @@ void Dialog::openPanel(const std::string& printer) {
   page_->set_visible();
   summary_->set_visible();
   hideRows();
-  page_->warnOf(panel_->illegalValues());
+  warn();
 }
 
 }  // namespace tandemtrim::host

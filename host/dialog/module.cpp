@@ -57,7 +57,7 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
     // Desktops find the program's icon by it.
     g_set_prgname("tandem-trim");
     if (gtk_init_check() == FALSE) {
-      result.failure = "there is no screen to show the dialog on; go on without one by --no-dialog";
+      result.noScreen = true;
       return;
     }
     Gtk::init_gtkmm_internals();

@@ -6,10 +6,11 @@
 
 namespace tandemtrim::host {
 
-/// What came of a dialog: the job that was sent, or none, or why no dialog could be shown.
+/// What came of a dialog: the job that was sent, or none, or why it failed.
 struct DialogResult {
   std::optional<SentJob> job;
   std::optional<std::string> failure;
+  bool noScreen = false;
 };
 
 /// The one function that the dialog's module exports, as kDialogFunction with C linkage: shows the dialog for

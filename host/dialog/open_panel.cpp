@@ -6,12 +6,26 @@
 
 namespace tandemtrim::host {
 
+namespace {
+
+// The same panel without a screen, which is asked what the printer allows; a bundle need not have one.
+std::optional<LoadedPlugin> withoutScreen(const std::string& bundle, const Note& note) {
+  try {
+    return loadPlugin(bundle, kMemoryModule, [](const std::string&) {});
+  } catch (const PluginFailure& failure) {
+    note("values that the printer does not allow cannot be told: " + std::string(failure.what()));
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
 OpenPanel::OpenPanel(const std::string& bundle, platform::linux::PrintSettings& settings, ppd_file_t* ppd,
                      const Note& note)
     : settings_(settings),
       ppd_(ppd),
       plugin_(loadPlugin(bundle, kGtkModule, note)),
-      screenless_(loadPlugin(bundle, kMemoryModule, [](const std::string&) {})),
+      screenless_(withoutScreen(bundle, note)),
       panels_(openPanels(plugin_, std::make_shared<Callback>(settings_, ppd_))) {
   title_ = call("panelName", [](auto& panel) { return panel.panelName(); });
   keywords_ = call("supportedPPDOptionKeys", [](auto& panel) { return panel.supportedPPDOptionKeys(); });
@@ -65,7 +79,9 @@ void OpenPanel::takeUntouched() {
 void OpenPanel::save() {
   saveAll();
   for (const auto& [keyword, value] : storedValues()) {
-    if (value == untouched_[keyword] && stored_[keyword])
+    if (value != untouched_[keyword])
+      stored_[keyword] = untouched_[keyword] = value;
+    else if (stored_[keyword])
       settings_.PMPrintSettingsSetValue(keyword, stored_[keyword], false);
   }
 }
@@ -86,7 +102,7 @@ std::vector<SummaryRow> OpenPanel::summary() {
 }
 
 std::vector<IllegalValue> OpenPanel::illegalValues() const {
-  return host::illegalValues(screenless_, settings_, ppd_);
+  return screenless_ ? host::illegalValues(*screenless_, settings_, ppd_) : std::vector<IllegalValue>{};
 }
 
 }  // namespace tandemtrim::host

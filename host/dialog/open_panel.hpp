@@ -58,7 +58,7 @@ class OpenPanel {
   platform::linux::PrintSettings& settings_;
   ppd_file_t* ppd_;
   LoadedPlugin plugin_;
-  LoadedPlugin screenless_;
+  std::optional<LoadedPlugin> screenless_;
   std::unique_ptr<platform::PanelList> panels_;
   std::string title_;
   platform::View* view_ = nullptr;

@@ -34,10 +34,18 @@ bool isUsual(const Option& option, const Printer& printer) {
   });
 }
 
-std::optional<Failure> useForAllJobs(const Order& order, const Connection& connection, const Printer& printer,
+// What a person means for the one job, whatever is kept for the others.
+constexpr std::array<const char*, 5> kOfOneJob{"copies", "Collate", "page-ranges", "page-set",
+                                               "job-hold-until"};
+
+std::optional<Failure> useForAllJobs(Options options, const Connection& connection, const Printer& printer,
                                      const Note& note) {
+  std::erase_if(options, [](const Option& option) {
+    return std::ranges::any_of(kOfOneJob,
+                               [&](const char* own) { return isSameKeyword(own, option.keyword); });
+  });
   try {
-    saveAsDefault(connection, printer, order.remembered.panel);
+    saveAsDefault(connection, printer, options);
     return std::nullopt;
   } catch (const Failure& failure) {
     note("the job was sent, but its settings are not kept for all jobs: " + std::string(failure.what()));
@@ -61,7 +69,7 @@ Delivery carryOut(const Order& order, const Progress& progress, const Note& note
   auto& [job, shortcomings] = delivery;
   job.number = sendJob(connection, printer, order.title, options, documents, progress);
   if (order.useForAllJobs) {
-    if (const auto notKept = useForAllJobs(order, connection, printer, note))
+    if (const auto notKept = useForAllJobs(options, connection, printer, note))
       shortcomings.push_back(*notKept);
   }
   try {

@@ -1,5 +1,8 @@
 #include "host/dialog/panel_page.hpp"
 
+#include <glibmm/main.h>
+#include <gtk/gtk.h>
+
 #include "host/dialog/texts.hpp"
 
 namespace tandemtrim::host {
@@ -42,6 +45,29 @@ PanelPage::PanelPage()
   footer_.set_visible(false);
 }
 
+PanelPage::~PanelPage() { edited_.disconnect(); }
+
+void PanelPage::follow(GtkWidget* widget) {
+  const auto connect = [&](const char* signal) {
+    const auto edited = [](PanelPage* page) { page->onEdited(); };
+    g_signal_connect_swapped(widget, signal, G_CALLBACK(+edited), this);
+  };
+  if (GTK_IS_EDITABLE(widget)) connect("changed");
+  if (GTK_IS_CHECK_BUTTON(widget)) connect("toggled");
+  if (GTK_IS_DROP_DOWN(widget)) connect("notify::selected");
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    follow(child);
+}
+
+void PanelPage::onEdited() {
+  if (edited_.connected() || !warning_.get_visible()) return;
+  edited_ = Glib::signal_idle().connect([this] {
+    signalEdited();
+    return false;
+  });
+}
+
 void PanelPage::showText(const Glib::ustring& shown) {
   removeView();
   text_.set_text(shown);
@@ -53,6 +79,7 @@ void PanelPage::showView(GtkWidget* view) {
   text_.set_visible(false);
   view_ = view;
   gtk_box_append(place_.gobj(), view);
+  follow(view);
   footer_.set_visible();
 }
 

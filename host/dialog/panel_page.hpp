@@ -17,6 +17,9 @@ namespace tandemtrim::host {
 class PanelPage : public Gtk::Box {
  public:
   PanelPage();
+  PanelPage(const PanelPage&) = delete;
+  PanelPage& operator=(const PanelPage&) = delete;
+  ~PanelPage() override;
 
   /// Shows a line of text in the place of a view.
   void showText(const Glib::ustring& shown);
@@ -24,6 +27,8 @@ class PanelPage : public Gtk::Box {
   void showView(GtkWidget* view);
   /// Takes the view out again, before its owner ends it.
   void removeView();
+  /// Runs after an edit of the view while a warning shows, once for edits that come together.
+  sigc::signal<void()> signalEdited;
   /// Names the values, or shows no warning when there are none.
   void warnOf(const std::vector<IllegalValue>& values);
 
@@ -39,7 +44,11 @@ class PanelPage : public Gtk::Box {
   Gtk::Box warning_;
   Gtk::Label warningText_;
   Gtk::Box footer_;
+  void follow(GtkWidget* widget);
+  void onEdited();
+
   GtkWidget* view_ = nullptr;
+  sigc::connection edited_;
 };
 
 }  // namespace tandemtrim::host

@@ -1,5 +1,6 @@
 #include "host/dialog/remembered.hpp"
 
+#include <array>
 #include <string_view>
 
 #include <cups/cups.h>
@@ -27,6 +28,10 @@ void setAside(const fs::path& file, const std::string& reason, const Note& note)
   note("the settings remembered in " + file.string() + " cannot be understood (" + reason +
        "); the file is now " + (failed ? file : aside).string());
 }
+
+// What a person asks for one job only: which pages, and when.
+constexpr std::array<const char*, 5> kOfOneJob{GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES,
+                                               "print-at", "print-at-time", "cups-job-hold-until"};
 
 // Empty for the server of this computer.
 std::string nameOf(const std::optional<std::string>& server) {
@@ -73,8 +78,7 @@ std::optional<Failure> remember(const PrinterPlace& place, const Remembered& set
   const auto file = rememberedFile(place);
   const auto groups = Glib::KeyFile::create();
   auto pages = settings.pages.settings->copy();
-  pages->unset(GTK_PRINT_SETTINGS_PRINT_PAGES);
-  pages->unset(GTK_PRINT_SETTINGS_PAGE_RANGES);
+  for (const auto* own : kOfOneJob) pages->unset(own);
   pages->save_to_key_file(groups);
   settings.pages.setup->save_to_key_file(groups);
   for (const auto& [keyword, value] : settings.panel) groups->set_string(kPanelGroup, keyword, value);

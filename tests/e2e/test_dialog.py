@@ -3,7 +3,7 @@
 import unittest
 
 from dialog_case import DialogCase, until
-from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, SAMPLE, VALID, digest, of_panel
+from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, PPD, SAMPLE, VALID, digest, of_panel
 
 
 # What a person reads who has stored a left margin of 18, a position and a switch that the printer does not have.
@@ -249,12 +249,26 @@ class DialogTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).options["number-up"], "2")
 
+    def test_without_a_screen_that_works_it_prints_as_from_a_terminal(self):
+        self.refuses("-d", "Morva", "--dialog", SAMPLE, DISPLAY=":none", words=["there is no screen", "--no-dialog"])
+        result, (record,) = self.prints("-d", "Morva", SAMPLE, DISPLAY=":none")
+        self.assertIn("there is no screen", result.stderr)
+        self.assertEqual(of_panel(record.options), DEFAULTS)
+
     def test_each_setting_of_the_panel_exists_once(self):
         dialog = self.panel()
         dialog.find("text", "Top Margin")
         titles = [label for label in dialog.labels() if label.startswith("Top Margin")]
         self.assertEqual(titles, ["Top Margin:"])
         self.assertNotIn("Advanced", dialog.labels())
+
+    def test_each_setting_of_the_panel_exists_once_whatever_the_ppd_calls_it(self):
+        ppd = self.temporary_folder() / "translated.ppd"
+        ppd.write_text(f'{PPD.read_text()}*cupsLanguages: "de"\n*de.Translation MVTopMargin/Rand oben: ""\n')
+        self.cups.add_queue("Morva", ppd)
+        dialog = self.dialog("-d", "Morva", LC_ALL="de_DE.UTF-8", LANG="de_DE.UTF-8", LANGUAGE="de")
+        dialog.find("text", "Oberer Rand")
+        self.assertNotIn("Rand oben:", dialog.labels())
 
     def test_the_picture_has_the_size_of_the_paper(self):
         dialog = self.live_panel()

@@ -20,6 +20,17 @@ DUPLEX = """\
 
 *OpenGroup: TandemTrim"""
 
+GLUE = """\
+*OpenUI *Glue/Glue: PickOne
+*OrderDependency: 15 AnySetup *Glue
+*DefaultGlue: None
+*Glue None/Off: ""
+*Glue Hot/Hot: ""
+*Glue Cold/Cold: ""
+*CloseUI: *Glue
+
+*OpenGroup: TandemTrim"""
+
 
 def of_pages(options):
     """Those of the options that the dialog's own pages are for."""
@@ -45,9 +56,10 @@ class DialogPagesTest(DialogCase):
         dialog.press("Print")
         return of_pages(self.printed(dialog).options)
 
-    def add_duplex(self):
-        ppd = self.temporary_folder() / "duplex.ppd"
-        ppd.write_text(PPD.read_text().replace("*OpenGroup: TandemTrim", DUPLEX, 1))
+    def add_option(self, option):
+        """Adds an option of its own to the PPD of Morva."""
+        ppd = self.temporary_folder() / "more.ppd"
+        ppd.write_text(PPD.read_text().replace("*OpenGroup: TandemTrim", option, 1))
         self.cups.add_queue("Morva", ppd)
 
     def test_a_job_of_which_nothing_is_changed_asks_for_nothing(self):
@@ -63,7 +75,7 @@ class DialogPagesTest(DialogCase):
             ("Only print", ("Down",)): {"page-set": "even"},
             ("Two-sided", ("Down",)): {"Duplex": "DuplexNoTumble"},
         }
-        self.add_duplex()
+        self.add_option(DUPLEX)
         for (name, keys), expected in rows.items():
             with self.subTest(name, keys=keys):
                 dialog = self.shown(XDG_STATE_HOME=str(self.temporary_folder()))
@@ -105,7 +117,7 @@ class DialogPagesTest(DialogCase):
         self.assertEqual(self.sent(dialog), {"page-ranges": "1"})
 
     def test_the_pages_start_from_the_command_line(self):
-        self.add_duplex()
+        self.add_option(DUPLEX)
         starts = {
             "PageSize=A3": {"PageSize": "A3"},
             "media=iso_a5_148x210mm": {"PageSize": "A5"},
@@ -127,7 +139,7 @@ class DialogPagesTest(DialogCase):
 
     def test_what_is_changed_in_the_dialog_wins_over_the_command_line(self):
         options = "COPIES=3 page-ranges=2 page-set=even landscape PageSize=A3 number-up=2 sides=two-sided-long-edge"
-        self.add_duplex()
+        self.add_option(DUPLEX)
         dialog = self.shown("-o", options)
         dialog.check("All Pages")
         dialog.spin("Copies", "1")
@@ -162,13 +174,68 @@ class DialogPagesTest(DialogCase):
         dialog = self.shown(XDG_STATE_HOME=str(state))
         self.assertEqual(self.sent(dialog), {"PageSize": "A3", "orientation-requested": "4"})
 
+    def test_the_command_line_counts_whatever_is_saved_and_in_whatever_letter_case(self):
+        self.add_option(GLUE)
+        self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Hot", "-o", "number-up=2")
+        dialog = self.shown("-o", "glue=Cold number-up=4")
+        dialog.press("Print")
+        options = self.printed(dialog).options
+        self.assertEqual((options.get("Glue"), options.get("number-up")), ("Cold", "4"))
+
+    def test_a_dialog_without_a_printer_to_begin_with_starts_from_the_first_that_is_chosen(self):
+        self.cups.add_queue("Other", PPD)
+        dialog = self.dialog("-n", "3", "-o", "MVTandemTrim=On MVTopMargin=12 x-note=kept")
+        dialog.says("There is no default printer")
+        dialog.select_printer("Morva")
+        until(lambda: dialog.look("text", "Top Margin") and dialog.text("Top Margin") == "12", "the margin")
+        dialog.press("Print")
+        record = self.printed(dialog)
+        self.assertEqual(of_panel(record.options)[MARGINS["Top"]], "12")
+        self.assertEqual((record.copies, record.options["x-note"]), (3, "kept"))
+
+    def test_a_job_on_hold_holds_no_later_one(self):
+        state = {"XDG_STATE_HOME": str(self.temporary_folder())}
+        dialog = self.shown(**state)
+        dialog.page("Job")
+        dialog.click(dialog.find("check box", "On hold"))
+        dialog.page("General")
+        dialog.press("Print")
+        self.assertEqual(dialog.ends()[0], 0)
+        self.assertEqual(self.cups.jobs("not-completed"), [1])
+        dialog = self.shown(**state)
+        dialog.press("Print")
+        self.assertEqual(dialog.ends()[0], 0)
+        until(lambda: self.cups.jobs("not-completed") == [1], "the end of the second job")
+
+    def test_a_title_that_the_server_would_lose_is_refused(self):
+        dialog = self.shown("-t", "two\nlines")
+        dialog.press("Print")
+        dialog.says("title")
+        dialog.press("Close")
+        dialog.press("Cancel")
+        dialog.ends()
+        self.assert_nothing_was_sent()
+
+    def test_an_instances_defaults_are_its_own(self):
+        self.run_command("lpoptions", "-p", "Morva/draft", "-o", "MVTandemTrim=On", "-o", "MVTopMargin=7")
+        dialog = self.dialog("-d", "Morva/draft")
+        dialog.page("Tandem Trim")
+        self.assertEqual(dialog.text("Top Margin"), "7")
+        dialog.type("Top Margin", "9")
+        dialog.check("Use for all my jobs")
+        dialog.press("Print")
+        self.printed(dialog)
+        (kept,) = (path.read_text() for path in (self.cups.folder / "home").rglob("lpoptions"))
+        self.assertRegex(kept, r"Morva/draft .*MVTopMargin=9")
+        self.assertNotIn("Dest Morva ", kept)
+
     def kept_for_all_jobs(self):
         kept = (self.cups.folder / "home/lpoptions", self.cups.folder / "home/.cups/lpoptions")
         lines = [line for path in kept if path.exists() for line in path.read_text().splitlines() if "Morva" in line]
         return dict(word.partition("=")[::2] for line in lines for word in line.split()[2:])
 
-    def test_only_the_panels_settings_are_kept_for_all_jobs(self):
-        dialog = self.shown("-o", "x-note=once", "-n", "2")
+    def test_all_but_what_is_of_one_job_is_kept_for_all_jobs(self):
+        dialog = self.shown("-o", "x-note=kept", "-n", "2")
         dialog.check("Pages:")
         dialog.type(RANGES, "1")
         dialog.page("Tandem Trim")
@@ -176,7 +243,7 @@ class DialogPagesTest(DialogCase):
         dialog.type("Top Margin", "14")
         dialog.check("Use for all my jobs")
         self.sent(dialog)
-        expected = DEFAULTS | {"MVTandemTrim": "On", MARGINS["Top"]: "14"}
+        expected = DEFAULTS | {"MVTandemTrim": "On", MARGINS["Top"]: "14", "x-note": "kept"}
         self.assertEqual(self.kept_for_all_jobs(), expected)
 
     def test_saved_options_reach_the_filter_whether_a_page_shows_them_or_not(self):

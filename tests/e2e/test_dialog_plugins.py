@@ -70,6 +70,24 @@ class DialogPluginsTest(DialogCase):
     def misbehaving(self, call, misdeed):
         return self.dialog("-d", "Morva", "--plugin", str(self.misbehaving_bundle(call, misdeed).parent))
 
+    def test_a_bundle_needs_no_module_for_terminals(self):
+        dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(without=["Linux/TandemTrim-memory"])))
+        dialog.page("Tandem Trim")
+        dialog.check("Use Tandem Trim")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)["MVTandemTrim"], "On")
+
+    def test_a_job_without_the_panel_leaves_what_is_remembered_of_it(self):
+        state = {"XDG_STATE_HOME": str(self.temporary_folder())}
+        dialog = self.live_panel(**state)
+        dialog.type("Top Margin", "17")
+        dialog.press("Print")
+        self.printed(dialog)
+        dialog = self.dialog("-d", "Morva", "--plugin", str(self.temporary_folder()), **state)
+        self.prints_without_the_panel(dialog)
+        dialog = self.panel(**state)
+        self.assertEqual(dialog.text("Top Margin"), "17")
+
     def test_a_plugin_may_break_at_any_call(self):
         at_once = {
             "initWithBundle": ("false", "raises"),
