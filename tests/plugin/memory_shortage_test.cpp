@@ -77,6 +77,8 @@ struct Case {
   const char* name;
   bool forGood;
   Values stored;
+
+  friend std::ostream& operator<<(std::ostream& out, const Case& test) { return out << test.name; }
 };
 
 class MemoryShortage : public CoreTest, public testing::WithParamInterface<Case> {
