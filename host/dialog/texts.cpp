@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
+#include <utility>
 
 #include <dlfcn.h>
 
@@ -23,9 +25,13 @@ std::string bundlePath() {
   return std::filesystem::absolute(module.dli_fname).parent_path() / "Dialog.bundle";
 }
 
-std::string joined(const std::vector<std::string>& parts, std::string_view separator) {
+// What `text` gives for each of the parts, with the separator between them.
+template <class Parts, class Text>
+std::string joined(const Parts& parts, std::string_view separator, Text text) {
   std::string whole;
-  for (const auto& part : parts) whole.append(&part == &parts.front() ? "" : separator).append(part);
+  bool isFirst = true;
+  for (const auto& part : parts)
+    whole.append(std::exchange(isFirst, false) ? "" : separator).append(text(part));
   return whole;
 }
 
@@ -40,7 +46,7 @@ std::string allowedText(const ControlState& control) {
   for (const auto& choice : control.choices) {
     if (choice.value) titles.push_back(choice.title);
   }
-  return joined(titles, localized(kListSeparatorText));
+  return joined(titles, localized(kListSeparatorText), std::identity());
 }
 
 }  // namespace
@@ -55,11 +61,11 @@ std::string localized(std::string_view text) {
 
 std::string illegalValuesText(const std::vector<IllegalValue>& values) {
   const auto text = localized(kIllegalValueText);
-  std::vector<std::string> lines;
-  for (const auto& [label, keyword, value, control, suggested] : values)
-    lines.push_back(filled(
-        text, {{"[name]", label}, {"[value]", shortText(value)}, {"[allowed]", allowedText(control)}}));
-  return joined(lines, "\n");
+  return joined(values, "\n", [&](const IllegalValue& illegal) {
+    return filled(text, {{"[name]", illegal.label},
+                         {"[value]", shortText(illegal.value)},
+                         {"[allowed]", allowedText(illegal.control)}});
+  });
 }
 
 std::string failureText(const Failure& failure) {
@@ -70,15 +76,9 @@ std::string failureText(const Failure& failure) {
 }
 
 std::string failuresText(const std::vector<Failure>& failures) {
-  std::vector<std::string> paragraphs;
-  for (const auto& failure : failures) paragraphs.push_back(failureText(failure));
-  return joined(paragraphs, "\n\n");
+  return joined(failures, "\n\n", failureText);
 }
 
-std::string helpText() {
-  std::vector<std::string> paragraphs;
-  for (const char* text : kHelpTexts) paragraphs.push_back(localized(text));
-  return joined(paragraphs, "\n\n");
-}
+std::string helpText() { return joined(kHelpTexts, "\n\n", localized); }
 
 }  // namespace tandemtrim::host
