@@ -215,7 +215,7 @@ class DialogPrintersTest(DialogCase):
                 self.cups.freeze()
                 dialog.page("General")
                 dialog.select_printer("Other")
-                self.assertFalse(dialog.is_live("push button", "Print"))
+                until(lambda: not dialog.is_live("push button", "Print"), "Print to be greyed")
                 cancel(dialog)
                 until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
                 self.cups.thaw()
