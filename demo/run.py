@@ -43,7 +43,7 @@ def command(build):
 def by_person(cups, build):
     """Leaves the dialog to whoever sits at the screen, and gives whether a job was sent."""
     print("Set what you like on the page Tandem Trim, then print.", flush=True)
-    surroundings = {name: value for name, value in os.environ.items() if name not in ("CUPS_SERVER", "HOME")}
+    surroundings = {name: value for name, value in os.environ.items() if name not in ("CUPS_SERVER", "HOME", "XDG_STATE_HOME")}
     return subprocess.run(command(build), env=surroundings | cups.environment(), check=False).returncode == 0
 
 
