@@ -15,7 +15,7 @@ std::size_t lengthOfCharacter(std::string_view text) {
   return 1;
 }
 
-bool isPlain(std::string_view character) {
+bool isShowable(std::string_view character) {
   if (character.size() == 1) return character >= " " && character < "\x7F";
   if (character.size() == 2) return character >= "\u00A0";
   // U+2028 to U+202E and U+2066 to U+2069.
@@ -30,7 +30,7 @@ std::string plainBeginning(std::string_view text, std::size_t longest) {
   std::string plain;
   while (!text.empty() && plain.size() < longest) {
     const auto character = text.substr(0, lengthOfCharacter(text));
-    plain += isPlain(character) ? character : "\uFFFD";
+    plain += isShowable(character) ? character : "\uFFFD";
     text.remove_prefix(character.size());
   }
   if (!text.empty()) plain += "...";

@@ -8,6 +8,7 @@
 #include <thread>
 #include <utility>
 
+#include <cups/cups.h>
 #include <glibmm/main.h>
 
 #include "host/failure.hpp"
@@ -32,6 +33,8 @@ void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
                   std::function<void(Outcome<Result>)> done) {
   ++underWay;
   std::thread([listener = std::move(listener), work = std::move(work), done = std::move(done)] {
+    // libcups would ask for a password at the terminal, where nobody may sit.
+    cupsSetPasswordCB2([](auto...) -> const char* { return nullptr; }, nullptr);
     auto outcome = std::make_shared<Outcome<Result>>();
     try {
       outcome->result = work();

@@ -8,7 +8,7 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr int kMargin = 18;
+constexpr int kPageMargin = 18;
 constexpr int kSpacing = 12;
 
 }  // namespace
@@ -21,15 +21,15 @@ PanelPage::PanelPage()
       place_(Gtk::Orientation::VERTICAL),
       warning_(Gtk::Orientation::HORIZONTAL, kSpacing),
       footer_(Gtk::Orientation::HORIZONTAL, kSpacing) {
-  set_margin_bottom(kMargin);
-  text_.set_margin(kMargin);
+  set_margin_bottom(kPageMargin);
+  text_.set_margin(kPageMargin);
   text_.set_wrap();
   text_.set_xalign(0);
   append(text_);
   append(place_);
   for (auto* box : {&warning_, &footer_}) {
-    box->set_margin_start(kMargin);
-    box->set_margin_end(kMargin);
+    box->set_margin_start(kPageMargin);
+    box->set_margin_end(kPageMargin);
     append(*box);
   }
   warningText_.set_wrap();

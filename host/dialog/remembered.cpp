@@ -30,8 +30,8 @@ void setAside(const fs::path& file, const std::string& reason, const Note& note)
 }
 
 // What a person asks for one job only: which pages, and when.
-constexpr std::array<const char*, 5> kOfOneJob{GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES,
-                                               "print-at", "print-at-time", "cups-job-hold-until"};
+constexpr std::array<const char*, 5> kNotKept{GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES,
+                                              "print-at", "print-at-time", "cups-job-hold-until"};
 
 // Empty for the server of this computer.
 std::string nameOf(const std::optional<std::string>& server) {
@@ -78,7 +78,7 @@ std::optional<Failure> remember(const PrinterPlace& place, const Remembered& set
   const auto file = rememberedFile(place);
   const auto groups = Glib::KeyFile::create();
   auto pages = settings.pages.settings->copy();
-  for (const auto* own : kOfOneJob) pages->unset(own);
+  for (const auto* own : kNotKept) pages->unset(own);
   pages->save_to_key_file(groups);
   settings.pages.setup->save_to_key_file(groups);
   for (const auto& [keyword, value] : settings.panel) groups->set_string(kPanelGroup, keyword, value);

@@ -214,8 +214,8 @@ class PrintDialog:
 
     def ends(self):
         """Waits for the program's end and gives its exit status and what it said."""
-        out, said = self.process.communicate(timeout=PATIENCE)
-        return self.process.returncode, out, said
+        out, self.said = self.process.communicate(timeout=PATIENCE)
+        return self.process.returncode, out, self.said
 
     def close(self):
         if self.process.poll() is None:

@@ -166,6 +166,7 @@ class DialogPrintersTest(DialogCase):
         until(lambda: not dialog.shows("check box", "Use Tandem Trim"), "the panel to go")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), {})
+        self.assertIn("Other has no panel, since its PPD names none", dialog.said)
 
     def test_a_server_that_falls_silent_is_told_and_print_stays_ready(self):
         dialog = self.live_panel(TANDEM_TRIM_TIMEOUT="1")
@@ -237,6 +238,20 @@ class DialogPrintersTest(DialogCase):
         dialog.says("did not answer")
         dialog.press("Close")
         until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
+
+    def test_a_server_that_is_killed_in_the_middle_of_a_document_is_told_and_print_stays_ready(self):
+        large = self.temporary_folder() / "large.txt"
+        with large.open("wb") as document:
+            document.truncate(LARGE)
+        dialog = self.panel("-o", "MVTandemTrim=On MVTopMargin=17", documents=[large])
+        dialog.find("text", "Top Margin")
+        dialog.press("Print")
+        until(lambda: self.cups.jobs("not-completed"), "the start of the job")
+        self.cups.kill()
+        dialog.says("127.0.0.1")
+        dialog.press("Close")
+        until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
+        self.assertEqual(dialog.text("Top Margin"), "17")
 
 
 if __name__ == "__main__":
