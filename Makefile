@@ -29,10 +29,10 @@ bench: ## speed and memory, each figure beside its peer; fails where a goal is m
 	$(call build,bench)
 	/usr/bin/python3 bench/run.py --build build/release
 
-sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer
+sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer; TESTS='-R ...' or '-E ...' chooses
 	$(install_dependencies) test
 	$(call build,sanitize)
-	ctest --preset sanitize
+	ctest --preset sanitize $(TESTS)
 
 soak: ## ten million random sequences of calls at the panel, ten thousand jobs through a print server; takes half an hour
 	$(install_dependencies) test
