@@ -12,7 +12,7 @@ checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/platform/gtk/
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz mutants bench
+.PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz bench
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -65,10 +65,6 @@ fuzz: ## make up inputs for SECONDS (60) a target, and require that the properti
 	$(install_dependencies) fuzz
 	$(call build,fuzz)
 	fuzz/run.sh $(or $(SECONDS),60)
-
-mutants: ## whether the tests notice each small change of the core and of Linux
-	$(install_dependencies) mutants
-	tests/mutants/run.py
 
 package: ## the Debian package, in build/release/package
 	$(install_dependencies) package

@@ -12,7 +12,7 @@ package='dpkg-dev file'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot'
 # The bundle for macOS, built on GNUstep where there is no Mac.
 tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
-# What g++ has not: libFuzzer, the coverage of conditions, the syntax tree of a source.
+# What g++ has not: libFuzzer, the coverage of conditions.
 clang='clang-19 libclang-rt-19-dev'
 
 case "${1:-}" in
@@ -24,7 +24,6 @@ case "${1:-}" in
   memcheck) packages="$build $server $screen $package $tests valgrind" ;;
   mcdc) packages="$build $server $screen $package $tests $clang llvm-19" ;;
   fuzz) packages="$build $clang" ;;
-  mutants) packages="$build $server $screen $package $tests $clang python3" ;;
   lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)
     echo "$0: no such group: ${1:-}" >&2
