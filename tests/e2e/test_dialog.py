@@ -238,10 +238,29 @@ class DialogTest(DialogCase):
                 self.assertLessEqual(dialog.width(), 760)
                 dialog.close()
 
-    def test_help_is_there(self):
-        dialog = self.panel()
-        dialog.press("Help")
-        dialog.says("whole millimetres")
+    def test_help_is_there_in_the_persons_language(self):
+        languages = {
+            "en": ("Help", "whole millimetres"),
+            "de": ("Hilfe", "ganze Millimeter"),
+            "ja": ("ヘルプ", "ミリメートル単位の整数"),
+        }
+        for language, (button, words) in languages.items():
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
+                dialog.page(PAGES.get(language, "Tandem Trim"))
+                dialog.press(button)
+                dialog.says(words)
+                dialog.close()
+
+    def test_an_option_that_the_server_drops_is_named(self):
+        dialog = self.panel("-o", "job-media-sheets-completed=5")
+        dialog.press("Print")
+        dialog.says("did not take all of its settings")
+        dialog.says("lost: job-media-sheets-completed")
+        dialog.press("Close")
+        status, out, said = dialog.ends()
+        self.assertEqual((status, out), (1, ""))
+        self.assertIn("lost: job-media-sheets-completed", said)
 
     def test_several_pages_go_on_one_side(self):
         dialog = self.dialog("-d", "Morva", "-o", "number-up=2")

@@ -243,10 +243,12 @@ class DialogPrintersTest(DialogCase):
         large = self.temporary_folder() / "large.txt"
         with large.open("wb") as document:
             document.truncate(LARGE)
-        dialog = self.panel("-o", "MVTandemTrim=On MVTopMargin=17", documents=[large])
+        dialog = self.panel("-o", "MVTandemTrim=On MVTopMargin=17", documents=[large], TANDEM_TRIM_TIMEOUT="60")
         dialog.find("text", "Top Margin")
         dialog.press("Print")
         until(lambda: self.cups.jobs("not-completed"), "the start of the job")
+        self.cups.freeze()
+        dialog.says("large.txt: ")
         self.cups.kill()
         dialog.says("127.0.0.1")
         dialog.press("Close")
