@@ -211,9 +211,11 @@ class DialogPrintersTest(DialogCase):
             with self.subTest(what):
                 dialog = self.panel(documents=[large], TANDEM_TRIM_TIMEOUT="60")
                 dialog.find("text", "Top Margin")
+                until(lambda: dialog.is_live("spin button", "Copies"), "the printer")
                 dialog.press("Print")
                 until(lambda: self.cups.jobs("not-completed"), "the start of the job")
                 self.cups.freeze()
+                self.addCleanup(self.cups.thaw)
                 dialog.page("General")
                 dialog.select_printer("Other")
                 until(lambda: not dialog.is_live("push button", "Print"), "Print to be greyed")
