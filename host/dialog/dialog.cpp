@@ -62,6 +62,10 @@ Dialog::Dialog(const CommandLine& line, Note note)
   summary_->signal_map().connect(sigc::mem_fun(*this, &Dialog::showSummary));
   dialog_->property_selected_printer().signal_changed().connect(
       sigc::mem_fun(*this, &Dialog::onPrinterChanged));
+  dialog_->get_widget_for_response(Gtk::ResponseType::OK)
+      ->property_sensitive()
+      .signal_changed()
+      .connect(sigc::mem_fun(*this, &Dialog::onPrintLive));
   dialog_->signal_response().connect(sigc::mem_fun(*this, &Dialog::onResponse));
 }
 

@@ -85,6 +85,7 @@ class Dialog {
   void ask(const Glib::ustring& message, Gtk::MessageType type,
            const std::vector<std::pair<Glib::ustring, int>>& answers, std::function<void(int)> then);
   void allowPrinting(bool allowed);
+  void onPrintLive();
   void showSending(bool sending);
   // Runs what the panel takes part in. A panel that fails is closed and the person told; the dialog goes on.
   template <class Operation>
@@ -116,6 +117,7 @@ class Dialog {
   bool panelFailed_ = false;
   bool started_ = false;
   bool printWhenRead_ = false;
+  bool mayPrint_ = true;
   // Says to the job that is on its way, if there is one, that it is not wanted any more.
   std::shared_ptr<std::atomic<bool>> unwanted_;
   std::optional<SentJob> sent_;

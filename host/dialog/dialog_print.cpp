@@ -36,7 +36,15 @@ void Dialog::close() {
   dialog_->set_visible(false);
 }
 
-void Dialog::allowPrinting(bool allowed) { dialog_->set_response_sensitive(Gtk::ResponseType::OK, allowed); }
+void Dialog::allowPrinting(bool allowed) {
+  mayPrint_ = allowed;
+  dialog_->set_response_sensitive(Gtk::ResponseType::OK, allowed);
+}
+
+// GTK makes Print live whenever it hears of its printer, whatever the dialog is at.
+void Dialog::onPrintLive() {
+  if (!mayPrint_) allowPrinting(false);
+}
 
 void Dialog::printIfAsked() {
   if (!isReading_ && !wanted_ && std::exchange(printWhenRead_, false)) print(false);

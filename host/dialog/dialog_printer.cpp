@@ -137,7 +137,9 @@ void Dialog::forgetPrinter() {
   isReading_ = false;
   if (!std::exchange(printWhenRead_, false)) return;
   auto* const chosen = gtk_print_unix_dialog_get_selected_printer(dialog_->gobj());
-  allowPrinting(gtk_printer_is_accepting_jobs(chosen) != FALSE);
+  allowPrinting(true);
+  if (gtk_printer_is_accepting_jobs(chosen) == FALSE)
+    dialog_->set_response_sensitive(Gtk::ResponseType::OK, false);
 }
 
 void Dialog::readDetails(const std::string& printer) {
