@@ -36,7 +36,8 @@ std::vector<std::string> dialogExtensions(ppd_file_t& ppd) {
        attribute = ppdFindNextAttr(&ppd, attributeName, nullptr)) {
     std::filesystem::path path = attribute->value != nullptr ? attribute->value : "";
     if (!path.has_filename()) path = path.parent_path();
-    if (path.has_filename()) names.push_back(path.filename().string());
+    const auto name = path.filename().string();
+    if (!name.empty() && name != "." && name != "..") names.push_back(name);
   }
   return names;
 }

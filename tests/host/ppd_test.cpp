@@ -32,6 +32,13 @@ TEST_F(APpd, NamesItsDialogExtensionsWithoutTheirFolders) {
   EXPECT_THAT(dialogExtensions(*ppd), ElementsAre("TandemTrim.bundle", "Other.bundle"));
 }
 
+TEST_F(APpd, NamesNoFolderOutsideThoseOfPlugInsAsADialogExtension) {
+  const auto ppd = open(kHeader +
+                        "*APDialogExtension: \"..\"\n*APDialogExtension: \"/Library/..\"\n"
+                        "*APDialogExtension: \"./\"\n*APDialogExtension: \"../\"\n");
+  EXPECT_THAT(dialogExtensions(*ppd), IsEmpty());
+}
+
 TEST_F(APpd, WithoutDialogExtensionNamesNone) { EXPECT_THAT(dialogExtensions(*open(kHeader)), IsEmpty()); }
 
 TEST_F(APpd, GivesItsOwnSpellingOfAKeyword) {
