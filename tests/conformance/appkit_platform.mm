@@ -172,4 +172,6 @@ class BundleDialog : public Dialog {
 
 std::unique_ptr<Dialog> openDialog(const Scene& scene) { return std::make_unique<BundleDialog>(scene); }
 
+std::size_t longestText() { return std::string::npos; }
+
 }  // namespace tandemtrim::conformance

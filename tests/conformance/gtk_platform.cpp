@@ -155,4 +155,6 @@ std::unique_ptr<Dialog> openDialog(const Scene& scene) {
   return std::make_unique<LinuxDialog<GtkPanel>>(scene);
 }
 
+std::size_t longestText() { return GTK_ENTRY_BUFFER_MAX_SIZE - 1; }
+
 }  // namespace tandemtrim::conformance

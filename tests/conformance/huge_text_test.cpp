@@ -10,8 +10,8 @@ class HugeText : public Conformance {};
 TEST_F(HugeText, ThatIsPastedIsCorrectedAsAShortOneIs) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   const std::pair<std::string, const char*> pastes[] = {{std::string(kMegabyte, '9'), "50"},
-                                                        {std::string(kMegabyte, '0') + "7", "7"},
-                                                        {std::string(kMegabyte, 'x') + "12", "12"},
+                                                        {std::string(kMegabyte, '0'), "0"},
+                                                        {"12" + std::string(kMegabyte, 'x'), "12"},
                                                         {std::string(kMegabyte, ' '), "0"}};
   for (const auto& [pasted, left] : pastes) {
     panel->replaceText("textBoxMarginTop", pasted);
@@ -20,16 +20,17 @@ TEST_F(HugeText, ThatIsPastedIsCorrectedAsAShortOneIs) {
   }
 }
 
-TEST_F(HugeText, ThatIsStoredIsShownSummarisedAndSavedAsItStands) {
+TEST_F(HugeText, ThatIsStoredIsShownSummarisedAndSavedAsItStandsUpToWhatABoxHolds) {
   const std::string huge(kMegabyte, '8');
+  const auto held = huge.substr(0, longestText());
   scene.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", huge}, {"MVImageDirectionPriority", huge}};
   ASSERT_NO_FATAL_FAILURE(show());
-  EXPECT_EQ(text("textBoxMarginTop"), huge);
+  EXPECT_EQ(text("textBoxMarginTop"), held);
   EXPECT_EQ(panel->look("directionPopUp").chosen, std::nullopt);
   EXPECT_EQ(panel->summaryInfo().rows.at("Above"), huge);
   EXPECT_EQ(panel->summaryInfo().rows.at("Which Way"), huge);
   panel->save();
-  EXPECT_EQ(dialog->stored("MVTopMargin"), huge);
+  EXPECT_EQ(dialog->stored("MVTopMargin"), held);
   panel->replaceText("textBoxMarginTop", "3");
   panel->save();
   EXPECT_EQ(dialog->stored("MVTopMargin"), "3");

@@ -51,4 +51,6 @@ std::unique_ptr<Dialog> openDialog(const Scene& scene) {
   return std::make_unique<LinuxDialog<MemoryPanel>>(scene);
 }
 
+std::size_t longestText() { return std::string::npos; }
+
 }  // namespace tandemtrim::conformance

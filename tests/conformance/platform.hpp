@@ -96,4 +96,7 @@ class Dialog {
 /// Defined by each platform's test program.
 std::unique_ptr<Dialog> openDialog(const Scene& scene);
 
+/// Defined there too: the bytes of text that a box of the toolkit holds at most.
+std::size_t longestText();
+
 }  // namespace tandemtrim::conformance

@@ -28,7 +28,9 @@ int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
   // The toolkit says why an exception of its own was raised, and GoogleTest could not.
   GTEST_FLAG_SET(catch_exceptions, false);
-  keepSelectionsFromThePasteboardServer();
+  @autoreleasepool {
+    keepSelectionsFromThePasteboardServer();
+  }
   testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<PoolForEachTest>().release());
   return RUN_ALL_TESTS();
 }
