@@ -4,6 +4,8 @@
 #include <system_error>
 #include <utility>
 
+#include <dirent.h>
+
 #include "platform/linux/regular_file.hpp"
 #include "platform/property_list.hpp"
 
@@ -14,24 +16,20 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kLargestTable = 1UL << 20U;
 constexpr const char* kLocalizationEnding = ".lproj";
+constexpr const char* kTableEnding = ".strings";
 
-// What a folder holds, in the order of the names; nothing for one that cannot be read.
-std::vector<fs::path> contentsOf(const fs::path& folder) {
-  std::error_code error;
-  std::vector<fs::path> files;
-  for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
-    files.push_back(file->path());
+// What stands before the ending in the names of a folder that have it, in order; nothing for a folder that
+// cannot be read.
+std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> open(opendir(folder.c_str()), &closedir);
+  std::vector<std::string> stems;
+  while (const auto* const entry = open ? readdir(open.get()) : nullptr) {
+    const std::string_view name = entry->d_name;
+    if (name.size() > ending.size() && name.ends_with(ending))
+      stems.emplace_back(name.substr(0, name.size() - ending.size()));
   }
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
-std::vector<std::string> localizationsIn(const fs::path& resources) {
-  std::vector<std::string> names;
-  for (const auto& file : contentsOf(resources)) {
-    if (file.extension() == kLocalizationEnding) names.push_back(file.stem());
-  }
-  return names;
+  std::sort(stems.begin(), stems.end());
+  return stems;
 }
 
 bool isOnePart(std::string_view text) {
@@ -80,19 +78,18 @@ Bundle::Bundle(fs::path path, std::shared_ptr<const Dictionary> info,
                const std::vector<std::string>& languages)
     : path_(std::move(path)), resources_(path_ / "Contents" / "Resources"), info_(std::move(info)) {
   const auto developmentRegion = infoText("CFBundleDevelopmentRegion").value_or("en");
-  localization_ = chooseLocalization(localizationsIn(resources_), languages, developmentRegion);
+  localization_ = chooseLocalization(stemsIn(resources_, kLocalizationEnding), languages, developmentRegion);
   if (!localization_) return;
-  for (const auto& file : contentsOf(localizationFolder())) {
-    if (file.extension() == ".strings") loadTable(file);
-  }
+  for (const auto& name : stemsIn(localizationFolder(), kTableEnding)) loadTable(name);
 }
 
-void Bundle::loadTable(const fs::path& file) {
+void Bundle::loadTable(const std::string& name) {
+  const auto file = localizationFolder() / (name + kTableEnding);
   const auto bytes = contentsOfRegularFile(file, kLargestTable);
   std::size_t line = 0;
   auto table = bytes ? parseStringsTable(*bytes, &line) : std::nullopt;
   if (table) {
-    tables_.emplace(file.stem(), std::move(*table));
+    tables_.emplace(name, std::move(*table));
   } else if (bytes) {
     brokenTables_.push_back(file.string() + ":" + std::to_string(line) + ": not the form of a string table");
   } else {

@@ -55,7 +55,7 @@ class Bundle : public platform::Bundle {
  private:
   [[nodiscard]] std::optional<std::string> infoText(std::string_view key) const;
   [[nodiscard]] std::filesystem::path localizationFolder() const;
-  void loadTable(const std::filesystem::path& file);
+  void loadTable(const std::string& name);
 
   std::filesystem::path path_;
   std::filesystem::path resources_;

@@ -1,5 +1,6 @@
 #include "platform/linux/property_list_text.hpp"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/linux/property_list_scalars.hpp"
@@ -7,7 +8,9 @@
 namespace tandemtrim::platform::linux {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
+constexpr bool isBlank(char character) {
+  return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+}
 
 constexpr bool isContainer(std::string_view element) { return element == "dict" || element == "array"; }
 
@@ -15,7 +18,7 @@ constexpr bool isContainer(std::string_view element) { return element == "dict" 
 // short forms, so that libplist sees elements, text and character data and nothing else.
 class Walk {
  public:
-  explicit Walk(std::string_view text) : rest_(text) {}
+  explicit Walk(std::string_view text) : rest_(text) { result.xml.reserve(text.size()); }
 
   bool toTheEnd() {
     while (!rest_.empty()) {
@@ -36,12 +39,14 @@ class Walk {
     return before;
   }
 
-  // Only blanks may stand outside the outermost element.
+  // Only blanks may stand outside the outermost element; those between the elements of a container say
+  // nothing.
   bool copyText() {
     const auto text = rest_.substr(0, rest_.find('<'));
-    if (open_.empty() && text.find_first_not_of(kBlanks) != std::string_view::npos) return false;
-    result.xml += text;
     rest_.remove_prefix(text.size());
+    const bool saysSomething = !std::ranges::all_of(text, isBlank);
+    if (open_.empty()) return !saysSomething;
+    if (saysSomething || !isContainer(open_.back())) result.xml += text;
     return true;
   }
 
@@ -52,6 +57,8 @@ class Walk {
     };
     static constexpr std::array kKinds{Kind{"<!--", "-->", false}, Kind{"<?", "?>", false},
                                        Kind{"<!DOCTYPE", ">", false}, Kind{"<![CDATA[", "]]>", true}};
+    // Most are tags.
+    if (!rest_.starts_with("<!") && !rest_.starts_with("<?")) return rest_.empty() || tag();
     for (const auto& kind : kKinds) {
       if (!rest_.starts_with(kind.begin)) continue;
       rest_.remove_prefix(kind.begin.size());
@@ -60,7 +67,7 @@ class Walk {
       if (kind.isText) result.xml.append(kind.begin).append(*content).append(kind.end);
       return true;
     }
-    return rest_.empty() || tag();
+    return tag();
   }
 
   bool tag() {
@@ -70,7 +77,7 @@ class Walk {
     if (isEmpty) name.remove_suffix(1);
     const bool closes = name.starts_with('/');
     if (closes) name.remove_prefix(1);
-    name = name.substr(0, name.find_first_of(kBlanks));
+    name = {name.begin(), std::ranges::find_if(name, isBlank)};
     if (closes) return close(name);
     if (const auto read = findScalarReader(name)) return !isEmpty && scalar(name, read);
     if (!open(name)) return false;
@@ -84,15 +91,19 @@ class Walk {
     if (isContainer(name) && open_.size() > kPropertyListLevels) return false;
     started_ = true;
     open_.push_back(name);
-    result.xml.append("<").append(name).append(">");
+    write("<", name);
     return true;
   }
 
   bool close(std::string_view name) {
     if (open_.empty() || open_.back() != name) return false;
     open_.pop_back();
-    result.xml.append("</").append(name).append(">");
+    write("</", name);
     return true;
+  }
+
+  void write(std::string_view mark, std::string_view name) {
+    result.xml.append(mark).append(name).push_back('>');
   }
 
   bool scalar(std::string_view name, ScalarReader read) {

@@ -1,22 +1,42 @@
 #include "platform/linux/regular_file.hpp"
 
-#include <filesystem>
-#include <fstream>
-#include <system_error>
+#include <array>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace tandemtrim::platform::linux {
+namespace {
 
+// What blocks whoever opens it, such as a pipe, is opened without waiting and then told from a file.
+struct OpenFile {
+  explicit OpenFile(const char* path) : descriptor(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+  ~OpenFile() { close(descriptor); }
+  [[nodiscard]] bool isRegular() const {
+    struct stat status {};
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+  }
+  const int descriptor;
+};
+
+}  // namespace
+
+// The bytes that come tell a file that is too long, whatever size the file system gives for it.
 std::optional<std::string> contentsOfRegularFile(const std::string& path, std::size_t limit) {
-  std::error_code ignored;
-  if (!std::filesystem::is_regular_file(path, ignored)) return std::nullopt;
-  std::ifstream file(path, std::ios::binary);
-  // A file that is too long fills one byte more than the limit before it ends, whatever size the file system
-  // gives for it.
-  std::string bytes(limit + 1, '\0');
-  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (!file.eof()) return std::nullopt;
-  bytes.resize(static_cast<std::size_t>(file.gcount()));
-  return bytes;
+  const OpenFile file(path.c_str());
+  if (!file.isRegular()) return std::nullopt;
+  std::array<char, 4096> piece;
+  std::string bytes;
+  while (bytes.size() <= limit) {
+    const auto length = read(file.descriptor, piece.data(), piece.size());
+    if (length < 0) return std::nullopt;
+    if (length == 0) return bytes;
+    bytes.append(piece.data(), static_cast<std::size_t>(length));
+  }
+  return std::nullopt;
 }
 
 }  // namespace tandemtrim::platform::linux

@@ -11,6 +11,10 @@
 namespace tandemtrim::platform::linux {
 namespace {
 
+constexpr bool isBlank(char character) {
+  return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
 constexpr bool isWordCharacter(char character) {
   constexpr std::string_view kMarks = "_$/:.-";
   return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
@@ -49,7 +53,7 @@ class Parser {
   // False for a comment without an end.
   bool skipBlanks() {
     for (;;) {
-      place_ = std::min(text_.find_first_not_of(" \t\r\n\v\f", place_), text_.size());
+      while (place_ < text_.size() && isBlank(text_[place_])) ++place_;
       if (rest().starts_with("//")) {
         place_ = std::min(text_.find('\n', place_), text_.size());
       } else if (rest().starts_with("/*")) {
@@ -88,14 +92,17 @@ class Parser {
   // A string without an end is a fault where it begins.
   bool quoted(char mark, std::string& out) {
     const auto begin = place_;
-    while (!rest().empty()) {
-      const char character = text_[place_++];
-      if (character == mark) return true;
-      if (character != '\\') {
-        out.push_back(character);
-      } else if (!escape(out)) {
-        return false;
-      }
+    for (;;) {
+      const auto text = rest();
+      const auto* const stop = std::find_if(text.begin(), text.end(), [mark](char character) {
+        return character == mark || character == '\\';
+      });
+      out.append(text.begin(), stop);
+      place_ += static_cast<std::size_t>(stop - text.begin());
+      if (stop == text.end()) break;
+      ++place_;
+      if (*stop == mark) return true;
+      if (!escape(out)) return false;
     }
     place_ = begin;
     return false;

@@ -167,6 +167,15 @@ TEST(PropertyList, LeavesCommentsAndInstructionsOut) {
   EXPECT_TRUE(read("<!-- a --> <plist><dict/></plist> <!-- b -->\n"));
 }
 
+TEST(PropertyList, TakesBlanksForTextInTextsAlone) {
+  const auto dictionary =
+      read(list("\r\n\t<dict >\r\n\t<key> k </key>\t<string>\t</string>\r\n</dict\t>\r\n"));
+  ASSERT_THAT(dictionary, testing::NotNull());
+  ASSERT_EQ(dictionary->size(), 1U);
+  ASSERT_THAT(find(*dictionary, " k "), testing::NotNull());
+  EXPECT_EQ(*find(*dictionary, " k ")->as<std::string>(), "\t");
+}
+
 TEST(PropertyList, CountsTheLastOfEqualKeys) {
   const auto dictionary =
       read(list("<dict><key>k</key><string>1</string><key>k</key><integer>2</integer></dict>"));
