@@ -10,22 +10,18 @@
 namespace tandemtrim::margin_entry {
 namespace {
 
-constexpr std::string_view kDigits = "0123456789";
+constexpr bool isDigit(char unit) { return unit >= '0' && unit <= '9'; }
 
 }  // namespace
 
 std::string digitString(std::string_view text) {
-  std::string digits;
+  std::string digits(text);
   // A character outside ASCII is a run of bytes of which none is an ASCII digit.
-  for (std::size_t index = 0; index < text.size(); ++index) {
-    if (const auto unit = text.substr(index, 1); isDigitChar(unit)) digits += unit;
-  }
+  std::erase_if(digits, [](char unit) { return !isDigit(unit); });
   return digits;
 }
 
-bool isDigitChar(std::string_view text) noexcept {
-  return text.find_first_not_of(kDigits) == std::string_view::npos;
-}
+bool isDigitChar(std::string_view text) noexcept { return std::ranges::all_of(text, isDigit); }
 
 std::optional<std::string_view> ticketName(std::string_view identifier) noexcept {
   constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kTickets{{

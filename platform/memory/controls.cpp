@@ -15,10 +15,9 @@ bool TextBox::userEdits(std::string_view text) {
   return true;
 }
 
-void Stepper::setStringValue(std::string_view text) {
-  value_ = static_cast<double>(integerValue(text));
-  IdentifiedControlOf::setStringValue(Object(value_).stringValue());
-}
+void Stepper::setStringValue(std::string_view text) { value_ = static_cast<double>(integerValue(text)); }
+
+std::string Stepper::stringValue() const { return Object(value_).stringValue(); }
 
 bool Stepper::userClicks(int clicks) {
   if (!isEnabled()) return false;

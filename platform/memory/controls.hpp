@@ -63,6 +63,7 @@ class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2> {
   [[nodiscard]] double maxValue() const { return max_; }
   /// The value is the text's integer value; the program may set one outside the bounds.
   void setStringValue(std::string_view text) override;
+  [[nodiscard]] std::string stringValue() const override;
   /// The text box that takes the stepper's value when the person clicks.
   void setTextBox(TextBox* textBox) { textBox_ = textBox; }
 

@@ -34,9 +34,7 @@ void NotificationCenter::post(std::string_view name, NibObject* object) {
   };
   ++delivering_;
   const Delivery delivery{*this};
-  // NOLINTNEXTLINE(modernize-loop-convert): a selector may add subscriptions
-  for (std::size_t index = 0; index < subscriptions_.size(); ++index) {
-    auto& subscription = subscriptions_[index];
+  for (auto& subscription : subscriptions_) {
     if (subscription.object == object && subscription.name == name && !subscription.ended) {
       subscription.selector({name, object});
     }

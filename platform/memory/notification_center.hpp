@@ -1,6 +1,6 @@
 #pragma once
 
-#include <deque>
+#include <list>
 
 #include "platform/notifications.hpp"
 
@@ -31,7 +31,7 @@ class NotificationCenter : public platform::NotificationCenter {
   void dropEnded();
 
   // New subscriptions move none that is being called, and ended ones stay until no selector runs.
-  std::deque<Subscription> subscriptions_;
+  std::list<Subscription> subscriptions_;
   int delivering_ = 0;
 };
 

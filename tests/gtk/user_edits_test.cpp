@@ -35,6 +35,22 @@ class UserEdits : public testing::Test {
   [[nodiscard]] int caret() { return gtk_editable_get_position(GTK_EDITABLE(box)); }
 };
 
+// What a person puts in stands in the box at once; what the program writes in answer follows.
+TEST_F(UserEdits, AreAnsweredByOneWriteAtMostAndByNoneWhereTheTextStands) {
+  const std::pair<const char*, int> texts[] = {{"12", 0}, {"1a2", 1}, {"99", 1}, {"007", 1}};
+  for (const auto& [typed, expected] : texts) {
+    gtk_editable_delete_text(GTK_EDITABLE(box), 0, -1);
+    int end = 0;
+    gtk_editable_insert_text(GTK_EDITABLE(box), typed, -1, &end);
+    int writes = 0;
+    const auto handler = g_signal_connect(
+        box, "notify::text", G_CALLBACK(+[](GtkWidget*, GParamSpec*, int* count) { ++*count; }), &writes);
+    while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
+    g_signal_handler_disconnect(box, handler);
+    EXPECT_EQ(writes, expected) << typed;
+  }
+}
+
 struct Edit {
   const char* what;
   std::function<void(Person&, GtkWidget*)> act;

@@ -235,7 +235,7 @@ std::string Model::act(const Operation& operation, const Panel& panel, Look& loo
     case Call::step:
       if (!margin.stepperEnabled) return "ignored";
       for (int click = 0; click < std::abs(operation.number); ++click) {
-        auto value = margin.stepper.empty() ? 0 : std::stod(margin.stepper);
+        auto value = std::stod(margin.stepper);
         value += operation.number > 0 ? 1 : -1;
         if (value > margin.largest) value = margin.largest;
         if (value < margin.least) value = margin.least;

@@ -51,7 +51,7 @@ struct MenuLook {
 
 struct MarginLook {
   std::string box = "0";
-  std::string stepper;
+  std::string stepper = "0";
   double least = 0;
   double largest = 100;
   bool boxEnabled = true;

@@ -1,5 +1,6 @@
 #include "platform/memory/notification_center.hpp"
 
+#include <deque>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
