@@ -12,4 +12,10 @@ std::string attributeText(ipp_attribute_t* attribute) {
   return text;
 }
 
+void encodeOptions(const MessageHandle& request, const Options& options) {
+  const OptionList list(options);
+  for (const auto group : {IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION})
+    cupsEncodeOptions2(request.get(), list.count(), list.get(), group);
+}
+
 }  // namespace tandemtrim::host

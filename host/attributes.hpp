@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/cups_handles.hpp"
+#include "host/options.hpp"
 
 namespace tandemtrim::host {
 
@@ -11,5 +12,8 @@ ipp_attribute_t* findAttribute(const MessageHandle& message, const std::string& 
 
 /// All values of an attribute as one text, as libcups writes them.
 std::string attributeText(ipp_attribute_t* attribute);
+
+/// Adds to a request for a job the attributes that libcups makes of its options.
+void encodeOptions(const MessageHandle& request, const Options& options);
 
 }  // namespace tandemtrim::host

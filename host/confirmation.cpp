@@ -12,10 +12,7 @@ namespace {
 
 // What libcups makes of an option when it creates a job; null when it leaves the option out.
 ipp_attribute_t* encode(const MessageHandle& request, const Option& option) {
-  const OptionList list({option});
-  for (const auto group : {IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION}) {
-    cupsEncodeOptions2(request.get(), list.count(), list.get(), group);
-  }
+  encodeOptions(request, {option});
   return findAttribute(request, option.keyword);
 }
 

@@ -21,7 +21,6 @@ inline void freeDestination(cups_dest_t* destination) { cupsFreeDests(1, destina
 using HttpHandle = std::unique_ptr<http_t, EndedBy<httpClose>>;
 using MessageHandle = std::unique_ptr<ipp_t, EndedBy<ippDelete>>;
 using DestinationHandle = std::unique_ptr<cups_dest_t, EndedBy<freeDestination>>;
-using DestinationInfoHandle = std::unique_ptr<cups_dinfo_t, EndedBy<cupsFreeDestInfo>>;
 using PpdHandle = std::unique_ptr<ppd_file_t, EndedBy<ppdClose>>;
 
 }  // namespace tandemtrim::host

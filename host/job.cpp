@@ -1,5 +1,6 @@
 #include "host/job.hpp"
 
+#include "host/attributes.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {
@@ -7,19 +8,25 @@ namespace {
 
 constexpr int kReconnect = 1000;  // milliseconds
 
+// The number of a new job without a document, or 0 when the server refuses it. libcups's own function for
+// that has the server list all that the printer supports first, which takes longer than the job.
+int createJob(const Connection& connection, const Printer& printer, const std::string& title,
+              const Options& options) {
+  auto request = printerRequest(IPP_OP_CREATE_JOB, printer.name);
+  ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
+  encodeOptions(request, options);
+  const MessageHandle answer(
+      cupsDoRequest(connection.get(), request.release(), printerResource(printer.name).c_str()));
+  auto* const number = findAttribute(answer, "job-id");
+  return number == nullptr ? 0 : ippGetInteger(number, 0);
+}
+
 // A job that is cancelled unless it is sent completely.
 class UnfinishedJob {
  public:
   UnfinishedJob(const Connection& connection, const Printer& printer, const std::string& title,
                 const Options& options)
-      : connection_(connection),
-        printer_(printer),
-        info_(cupsCopyDestInfo(connection.get(), printer.destination.get())) {
-    const OptionList list(options);
-    if (info_) {
-      cupsCreateDestJob(connection.get(), printer.destination.get(), info_.get(), &number_, title.c_str(),
-                        list.count(), list.get());
-    }
+      : connection_(connection), printer_(printer), number_(createJob(connection, printer, title, options)) {
     if (number_ == 0) throw refused("refuses the job");
   }
   UnfinishedJob(const UnfinishedJob&) = delete;
@@ -34,9 +41,9 @@ class UnfinishedJob {
 
   void send(Document& document, const std::string& format, bool last, const Progress& progress) const {
     auto* const http = connection_.get();
-    auto* const destination = printer_.destination.get();
-    auto status = cupsStartDestDocument(http, destination, info_.get(), number_, document.name().c_str(),
-                                        format.c_str(), 0, nullptr, last ? 1 : 0);
+    const char* const printer = printer_.name.c_str();
+    auto status =
+        cupsStartDocument(http, printer, number_, document.name().c_str(), format.c_str(), last ? 1 : 0);
     std::uint64_t sent = 0;
     if (status == HTTP_STATUS_CONTINUE) {
       document.read([&](std::span<const char> piece) {
@@ -46,8 +53,7 @@ class UnfinishedJob {
         return status == HTTP_STATUS_CONTINUE;
       });
     }
-    if (status != HTTP_STATUS_CONTINUE ||
-        cupsFinishDestDocument(http, destination, info_.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) {
+    if (status != HTTP_STATUS_CONTINUE || cupsFinishDocument(http, printer) >= IPP_STATUS_ERROR_BAD_REQUEST) {
       throw refused("did not take " + document.name());
     }
     // A silent server may hold the whole document and print it when it goes on.
@@ -75,8 +81,7 @@ class UnfinishedJob {
 
   const Connection& connection_;
   const Printer& printer_;
-  DestinationInfoHandle info_;
-  int number_ = 0;
+  int number_;
 };
 
 std::optional<std::string> valueOf(const Options& options, const std::string& keyword) {

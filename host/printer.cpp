@@ -1,7 +1,9 @@
 #include "host/printer.hpp"
 
 #include <array>
+#include <span>
 #include <utility>
+#include <vector>
 
 #include <unistd.h>
 
@@ -38,11 +40,16 @@ std::string existingPrinters(const Connection& connection) {
   return names.empty() ? "the server has no printer; add one by lpadmin" : "choose one by -d: " + names;
 }
 
-MessageHandle askAttributes(const Connection& connection, const std::string& printer) {
-  constexpr std::array<const char*, 3> groups{"printer-description", "printer-defaults", "job-template"};
+// By their names alone: the lists of all that a printer supports take the server and libcups longer than a
+// job.
+MessageHandle askAttributes(const Connection& connection, const std::string& printer,
+                            const std::vector<std::string>& names) {
+  std::vector<const char*> texts;
+  texts.reserve(names.size());
+  for (const auto& name : names) texts.push_back(name.c_str());
   auto request = printerRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, printer);
   ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
-                static_cast<int>(groups.size()), nullptr, groups.data());
+                static_cast<int>(texts.size()), nullptr, texts.data());
   auto answer = connection.ask(std::move(request), printerResource(printer));
   const auto status = ippGetStatusCode(answer.get());
   if (status == IPP_STATUS_ERROR_NOT_FOUND) {
@@ -81,6 +88,22 @@ bool comesFromServer(const MessageHandle& answer, const cups_option_t& option) {
   return encoded != nullptr && attributeText(encoded) == attributeText(value);
 }
 
+// Those of the destination's options that somebody saved.
+Options savedOptions(const Connection& connection, const cups_dest_t& destination) {
+  const std::span options(destination.options, static_cast<std::size_t>(destination.num_options));
+  std::vector<std::string> names{"printer-name"};
+  for (const cups_option_t& option : options) {
+    for (const char* ending : {"", "-default", "-supported"})
+      names.push_back(option.name + std::string(ending));
+  }
+  const auto answer = askAttributes(connection, destination.name, names);
+  Options saved;
+  for (const cups_option_t& option : options) {
+    if (!comesFromServer(answer, option)) saved.push_back({option.name, option.value});
+  }
+  return saved;
+}
+
 std::string withState(const std::string& fact, const Printer& printer) {
   return printer.name + fact + (printer.stateMessage.empty() ? "" : " (" + printer.stateMessage + ")");
 }
@@ -88,30 +111,28 @@ std::string withState(const std::string& fact, const Printer& printer) {
 }  // namespace
 
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name) {
+  const std::vector<std::string> state{"printer-is-accepting-jobs", "printer-state", "printer-state-message"};
   Printer printer;
   MessageHandle attributes;
   if (name) {
     // Asked for first, because libcups searches the whole network for a printer that the server does not
     // have.
     const auto [printerName, instance] = splitName(*name);
-    attributes = askAttributes(connection, printerName);
+    attributes = askAttributes(connection, printerName, state);
     printer.destination.reset(
         cupsGetNamedDest(connection.get(), printerName.c_str(), instance ? instance->c_str() : nullptr));
     if (!printer.destination) throw connection.lastFailure();
   } else {
     printer.destination = defaultDestination(connection);
-    attributes = askAttributes(connection, printer.destination->name);
+    attributes = askAttributes(connection, printer.destination->name, state);
   }
   printer.name = printer.destination->name;
-  for (int i = 0; i < printer.destination->num_options; ++i) {
-    const auto& option = printer.destination->options[i];
-    if (!comesFromServer(attributes, option)) printer.saved.push_back({option.name, option.value});
-  }
+  printer.saved = savedOptions(connection, *printer.destination);
   if (auto* accepting = findAttribute(attributes, "printer-is-accepting-jobs")) {
     printer.accepting = ippGetBoolean(accepting, 0) != 0;
   }
-  if (auto* state = findAttribute(attributes, "printer-state")) {
-    printer.stopped = ippGetInteger(state, 0) == IPP_PSTATE_STOPPED;
+  if (auto* value = findAttribute(attributes, "printer-state")) {
+    printer.stopped = ippGetInteger(value, 0) == IPP_PSTATE_STOPPED;
   }
   if (auto* message = findAttribute(attributes, "printer-state-message")) {
     printer.stateMessage = ippGetString(message, 0, nullptr);
