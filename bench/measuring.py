@@ -6,9 +6,10 @@ import pathlib
 import re
 import subprocess
 import tempfile
+import time
 
 PROJECT = pathlib.Path(__file__).resolve().parents[1]
-ON_OWN_SCREEN = PROJECT / "tests/gtk/on_own_screen.sh"
+ON_OWN_SCREEN = PROJECT / "tests/support/on_own_screen.py"
 PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
 
 
@@ -37,6 +38,12 @@ class Bench:
             raise RuntimeError(f"{' '.join(map(str, command))} failed:\n{result.stdout}{result.stderr}")
         return result.stdout
 
+    def duration(self, *command):
+        """The seconds that a program takes from its start to its end."""
+        start = time.perf_counter()
+        self.run(command)
+        return time.perf_counter() - start
+
     def callgrind(self, command, options, **how):
         """The instructions of each part of the run that was dumped, as (reason of the dump, count)."""
         with tempfile.TemporaryDirectory() as folder:
@@ -53,10 +60,6 @@ class Bench:
             if name != "Program termination":
                 counts.setdefault(name, []).append(count)
         return counts
-
-    def all_instructions(self, *command, **how):
-        """The instructions of a program from its first to its last, its dynamic loading included."""
-        return sum(count for _, count in self.callgrind(command, [], **how))
 
     def numbers(self, *command, **how):
         """The numbers that a measuring program prints, by their names; those of one name in the order of their lines."""

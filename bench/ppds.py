@@ -7,13 +7,13 @@ import sys
 
 SAMPLE = pathlib.Path(__file__).resolve().parents[1] / "resources/sample/MorvaTandemKV2.ppd"
 
-# What a PPD of so many kilobytes holds beside what the sample does: a desktop printer, an office printer, a copier with
-# a finisher, and a production printer whose PPD speaks many languages.
+# What a PPD of so many kilobytes holds beside what the sample does, about as many of each as those of printers on the
+# market do; the rest of the size is translations.
 PROFILES = {
-    30: {"options": 24, "choices": 6, "sizes": 20, "constraints": 40},
-    80: {"options": 56, "choices": 8, "sizes": 40, "constraints": 250},
-    190: {"options": 90, "choices": 10, "sizes": 60, "constraints": 1200},
-    640: {"options": 140, "choices": 12, "sizes": 90, "constraints": 4000},
+    30: {"options": 6, "choices": 6, "sizes": 14, "constraints": 100},
+    80: {"options": 16, "choices": 7, "sizes": 18, "constraints": 800},
+    190: {"options": 38, "choices": 7, "sizes": 22, "constraints": 1800},
+    640: {"options": 50, "choices": 8, "sizes": 80, "constraints": 5000},
 }
 SMALLEST = 2
 OPTIONS_OF_A_GROUP = 12

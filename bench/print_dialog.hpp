@@ -19,6 +19,17 @@ inline bool isSelected(GtkPrintUnixDialog* dialog, GtkPrintSettings* settings) {
   return found;
 }
 
+/// Lets the dialog do what it has to until everything is drawn.
+inline void draw(GtkPrintUnixDialog* dialog) {
+  bool drawn = false;
+  auto* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(dialog));
+  const auto handler = g_signal_connect(
+      clock, "after-paint", G_CALLBACK(+[](GdkFrameClock*, bool* done) { *done = true; }), &drawn);
+  gtk_widget_queue_draw(GTK_WIDGET(dialog));
+  while (!drawn || g_main_context_pending(nullptr) != FALSE) g_main_context_iteration(nullptr, TRUE);
+  g_signal_handler_disconnect(clock, handler);
+}
+
 /// Shows it until the printer is selected and everything is drawn that this brings up.
 inline void show(GtkPrintUnixDialog* dialog, const char* printer) {
   auto* const settings = gtk_print_settings_new();
@@ -28,11 +39,7 @@ inline void show(GtkPrintUnixDialog* dialog, const char* printer) {
       20, [](void*) -> gboolean { return TRUE; }, nullptr);
   while (!isSelected(dialog, settings)) g_main_context_iteration(nullptr, TRUE);
   g_source_remove(again);
-  bool drawn = false;
-  g_signal_connect(gtk_widget_get_frame_clock(GTK_WIDGET(dialog)), "after-paint",
-                   G_CALLBACK(+[](GdkFrameClock*, bool* done) { *done = true; }), &drawn);
-  gtk_widget_queue_draw(GTK_WIDGET(dialog));
-  while (!drawn || g_main_context_pending(nullptr) != FALSE) g_main_context_iteration(nullptr, TRUE);
+  draw(dialog);
 }
 
 }  // namespace tandemtrim::bench
