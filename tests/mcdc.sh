@@ -11,7 +11,7 @@ for program in "${programs[@]}"; do
 done
 llvm-profdata-19 merge $build/*.profraw -o $build/all.profdata
 mapfile -t sources < <(git ls-files 'plugin/*.[ch]pp' 'model/*.[ch]pp' 'view/*.[ch]pp' 'platform/linux/*.[ch]pp')
-objects=("${programs[@]/#/--object=}")
+objects=("${programs[0]}" "${programs[@]/#/--object=}")
 llvm-cov-19 report -show-mcdc-summary -show-region-summary=false -instr-profile=$build/all.profdata "${objects[@]}" "${sources[@]}"
 [ "${1:-}" = --show ] || exit 0
 llvm-cov-19 show -show-mcdc -instr-profile=$build/all.profdata "${objects[@]}" "${sources[@]}" | grep -B40 -E 'C[0-9]+-Pair: not covered' || true

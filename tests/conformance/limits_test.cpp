@@ -6,8 +6,8 @@ namespace {
 struct PpdValue {
   const char* value;
   const char* limit;
-  friend std::ostream& operator<<(std::ostream& out, const PpdValue& value) {
-    return out << '"' << value.value << '"';
+  friend std::ostream& operator<<(std::ostream& out, const PpdValue& one) {
+    return out << '"' << one.value << '"';
   }
 };
 
