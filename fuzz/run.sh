@@ -6,6 +6,7 @@ cd "$(dirname "$0")/.."
 programs=build/fuzz/fuzz
 inputs=build/fuzz/inputs
 time=$1
+LSAN_OPTIONS=suppressions=$PWD/fuzz/leaks.supp:print_suppressions=0
 targets=(command_line ppd_limits setting_info stored_values strings_table typed_text)
 [ $# -eq 1 ] || targets=("${@:2}")
 
@@ -23,5 +24,5 @@ try() {
 }
 
 export -f try
-export programs inputs time
+export programs inputs time LSAN_OPTIONS
 printf '%s\n' "${targets[@]}" | xargs -P "$(nproc)" -I '{}' bash -euo pipefail -c 'try {}'
