@@ -12,7 +12,7 @@ checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/platform/gtk/
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz bench
+.PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -60,6 +60,10 @@ mcdc: ## whether each condition of a decision is shown to decide by itself, by c
 	$(install_dependencies) mcdc
 	$(call build,mcdc)
 	tests/mcdc.sh
+
+mutants: ## whether the tests of the core notice each small change of it; takes half an hour
+	$(install_dependencies) mutants
+	/usr/bin/python3 tests/mutants/run.py $(tests_of_core)
 
 fuzz: ## make up inputs for SECONDS (60) a target, and require that the properties hold
 	$(install_dependencies) fuzz

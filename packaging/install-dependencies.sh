@@ -12,7 +12,7 @@ package='dpkg-dev file'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot'
 # The bundle for macOS, built on GNUstep where there is no Mac.
 tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
-# What g++ has not: libFuzzer, the coverage of conditions.
+# What g++ has not: libFuzzer, the coverage of conditions, the syntax tree.
 clang='clang-19 libclang-rt-19-dev'
 
 case "${1:-}" in
@@ -23,6 +23,7 @@ case "${1:-}" in
   coverage) packages="$build $server $screen $package $tests gcovr" ;;
   memcheck) packages="$build $server $screen $package $tests valgrind" ;;
   mcdc) packages="$build $server $screen $package $tests $clang llvm-19" ;;
+  mutants) packages="$build $server $screen $package $tests $clang" ;;
   fuzz) packages="$build $clang" ;;
   lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)

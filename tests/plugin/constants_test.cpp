@@ -17,7 +17,7 @@ struct Constant {
   std::string_view value;
 };
 
-constexpr Constant kConstants[] = {
+const Constant kConstants[] = {
     {TTPanelNameKey, "TandemTrim"},
     {platform::kPrintDialogExtensionType, "BDB091F4-E57F-11D3-B5CC-0050E4603277"},
     {platform::kSummaryDisplayOrderKey, "Summary Display Order"},

@@ -105,8 +105,8 @@ const std::shared_ptr<MorvaTTPdePluginKV2>& plugin(std::size_t configuration) {
 }
 
 std::shared_ptr<ppd_file_t> openPpd(const Printer& printer) {
-  constexpr std::array kKeywords{TTCIPpdKeyMarginTop, TTCIPpdKeyMarginBottom, TTCIPpdKeyMarginLeft,
-                                 TTCIPpdKeyMarginRight};
+  const std::array kKeywords{TTCIPpdKeyMarginTop, TTCIPpdKeyMarginBottom, TTCIPpdKeyMarginLeft,
+                             TTCIPpdKeyMarginRight};
   conformance::Scene scene;
   scene.ppdAttributes->clear();
   for (std::size_t side = 0; side < kSides; ++side) {

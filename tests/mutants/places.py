@@ -1,0 +1,201 @@
+"""Finds the places of the sources where a mutant fits, in the syntax tree that clang writes."""
+import concurrent.futures
+import functools
+import json
+import os
+import re
+import subprocess
+from dataclasses import dataclass, field
+
+COMPILER = 'clang++-19'
+RELATIONS = {'<': 'less', '<=': 'lessOrEqual', '>': 'greater', '>=': 'greaterOrEqual'}
+OPERATORS = RELATIONS | {'+': 'plus', '-': 'minus', '*': 'times', '<<': 'leftShift', '>>': 'rightShift', '|': 'bitOr', '&': 'bitAnd',
+                         '+=': 'add'}
+# What only hands its one child on.
+WRAPPERS = {'ImplicitCastExpr', 'ExprWithCleanups', 'ParenExpr', 'CXXBindTemporaryExpr', 'MaterializeTemporaryExpr', 'ConstantExpr',
+            'CXXFunctionalCastExpr'}
+STATEMENTS = {'CallExpr', 'CXXMemberCallExpr', 'CXXOperatorCallExpr', 'CompoundAssignOperator', 'UnaryOperator'}
+# What the compiler alone works out, what it adds, and the texts of exceptions, which are nobody's contract.
+PASSED_OVER = {'StaticAssertDecl', 'TemplateArgument', 'EnumDecl', 'CXXDefaultArgExpr', 'CXXThrowExpr'}
+# Their last argument is the text of an exception, too.
+RAISING = re.compile(r'(\w+::)*(requiredText|requiredDecimalText)\b')
+
+
+@dataclass(frozen=True)
+class Place:
+    """The bytes from begin to end of a file. `kind` is the function of switch.hpp that is called there, or how else they change;
+    `detail` an operator's begin and end, or the name of a condition's variable."""
+    file: str
+    begin: int
+    end: int
+    kind: str
+    detail: tuple = field(default=(), compare=False)
+
+    @property
+    def mutants(self):
+        return ('true', 'false') if self.kind in ('condition', 'declared') else ('',)
+
+
+def syntax_trees(root, source):
+    """The declarations of the project in a source and its headers; each location with its file."""
+    file = None
+
+    def locate(node):
+        nonlocal file
+        if 'offset' in node:
+            file = node.setdefault('file', file)
+        return node
+
+    command = [COMPILER, '-std=c++20', '-I.', '-fsyntax-only', '-w', '-Xclang', '-ast-dump=json',
+               '-Xclang', '-ast-dump-filter=tandemtrim', source]
+    text = subprocess.run(command, cwd=root, check=True, capture_output=True, text=True).stdout.strip()
+    decoder = json.JSONDecoder(object_hook=locate)
+    at = 0
+    while at < len(text):
+        tree, at = decoder.raw_decode(text, at)
+        yield tree
+        at += len(text[at:at + 80]) - len(text[at:at + 80].lstrip())
+
+
+def type_of(node):
+    return node.get('type', {}).get('desugaredQualType', node.get('type', {}).get('qualType', ''))
+
+
+class Finder:
+    """Walks a tree and gathers the places in the files that are to be mutated."""
+
+    def __init__(self, texts):
+        self.texts = texts
+        self.places = set()
+
+    def range(self, node):
+        """File, begin and end of a node, or None where it is not in a file that is to be mutated."""
+        begin, end = node.get('range', {}).get('begin', {}), node.get('range', {}).get('end', {})
+        if 'offset' not in begin or 'offset' not in end:
+            return None
+        file, first, last = os.path.normpath(begin['file']), begin['offset'], end['offset'] + end['tokLen']
+        return (file, first, last) if file in self.texts and first < last else None
+
+    def add(self, node, kind, detail=()):
+        if found := self.range(node):
+            self.places.add(Place(*found, kind, detail))
+
+    def walk(self, node):
+        kind, inner = node.get('kind', ''), node.get('inner', [])
+        if kind in PASSED_OVER or (node.get('isImplicit') and kind != 'CXXRecordDecl'):
+            return  # but a lambda's class is walked: there its body has types
+        self.statement(node, kind, inner)
+        self.expression(node, kind, inner)
+        if kind == 'CXXForRangeStmt':  # without the loop that the compiler makes of it
+            inner = [child for child in inner[:-1] if self.names_range(child)] + inner[-1:]
+        if kind == 'CallExpr' and self.raises(node):
+            inner = inner[:-1]
+        for child in inner:
+            self.walk(child)
+
+    @staticmethod
+    def names_range(node):
+        return any(child.get('name', '').startswith('__range') for child in node.get('inner', []))
+
+    def raises(self, node):
+        found = self.range(node)
+        return found and RAISING.match(self.texts[found[0]][found[1]:found[2]].decode())
+
+    def statement(self, node, kind, inner):
+        if kind in ('IfStmt', 'WhileStmt'):
+            first = int(node.get('hasInit', False))
+            if node.get('hasVar'):
+                variable = inner[first]['inner'][0]
+                self.add(variable, 'declared', (variable['name'],))
+                first += 1
+            else:
+                self.condition(inner[first])
+            for child in inner[first + 1:]:
+                self.removable(child, of_branch=node.get('hasElse', False))
+        elif kind == 'ForStmt':
+            self.condition(inner[2])
+            self.removable(inner[-1])
+        elif kind == 'CXXForRangeStmt':
+            self.removable(inner[-1])
+        elif kind == 'CompoundStmt':
+            for child in inner:
+                self.removable(child)
+
+    def removable(self, node, of_branch=False):
+        """A statement that can be left out. No `if` can stand for a jump where an else follows."""
+        if node.get('kind') in ('BreakStmt', 'ContinueStmt') and not of_branch:
+            self.add(node, 'jump')
+            return
+        outermost = node
+        while node.get('kind') in ('ExprWithCleanups', 'ImplicitCastExpr'):
+            node = node['inner'][0]
+        if node.get('kind') in STATEMENTS or (node.get('kind') == 'BinaryOperator' and node['opcode'] == '='):
+            self.add(outermost, 'statement')
+
+    def condition(self, node):
+        """The leaves of a condition, each of which is taken for true and for false."""
+        kind, inner, opcode = node.get('kind', ''), node.get('inner', []), node.get('opcode')
+        if kind in WRAPPERS and len(inner) == 1:
+            self.condition(inner[0])
+        elif kind == 'BinaryOperator' and opcode in ('&&', '||'):
+            self.condition(inner[0])
+            self.condition(inner[1])
+        elif kind == 'BinaryOperator' and opcode == ',':
+            self.condition(inner[1])
+        elif kind == 'UnaryOperator' and opcode == '!':
+            self.condition(inner[0])
+        elif kind not in ('CXXBoolLiteralExpr', ''):
+            self.add(node, 'condition')
+
+    def expression(self, node, kind, inner):
+        opcode = node.get('opcode')
+        if kind in ('BinaryOperator', 'CompoundAssignOperator', 'CXXOperatorCallExpr'):
+            self.operator(node, inner[1:] if kind == 'CXXOperatorCallExpr' else inner, kind == 'CXXOperatorCallExpr')
+        if (kind == 'BinaryOperator' and opcode in ('&&', '||')) or kind == 'CXXRewrittenBinaryOperator':
+            self.condition(node)
+        elif kind == 'ConditionalOperator' or (kind == 'UnaryOperator' and opcode == '!'):
+            self.condition(inner[0])
+        elif kind in ('ReturnStmt', 'VarDecl') and inner and self.is_bool(node if kind == 'VarDecl' else inner[0]):
+            self.condition(inner[-1])
+        elif kind == 'UnaryOperator' and opcode in ('++', '--'):
+            self.add(node, 'step', (opcode,))
+        elif kind in ('IntegerLiteral', 'CharacterLiteral', 'FloatingLiteral'):
+            self.add(node, 'constant')
+        elif kind == 'CXXBoolLiteralExpr':
+            self.add(node, 'boolean')
+        elif kind == 'StringLiteral':
+            self.add(node, 'text')
+
+    @staticmethod
+    def is_bool(node):
+        return type_of(node).removeprefix('const ') == 'bool'
+
+    def operator(self, node, operands, of_class):
+        ranges = [self.range(each) for each in (node, *operands)]
+        if len(operands) != 2 or not all(ranges):
+            return
+        (file, *_), (_, _, left), (_, right, _) = ranges
+        written = self.texts[file][left:right].decode().strip()
+        if written in ('==', '!=', *RELATIONS):
+            self.add(node, 'condition')
+        is_distance = written == '-' and all('*' in type_of(each) for each in operands)
+        is_known = not of_class and 'dependent' not in type_of(node) and not is_distance
+        if written in RELATIONS or (written in OPERATORS and is_known):
+            self.add(node, OPERATORS[written], (left, right))
+
+
+def places_in(root, texts, source):
+    finder = Finder(texts)
+    for tree in syntax_trees(root, source):
+        finder.walk(tree)
+    return finder.places
+
+
+def places_of(root, texts):
+    """All places in the files (name to bytes), in the order in which they begin, the outer ones first."""
+    sources = [file for file in texts if file.endswith('.cpp')]
+    with concurrent.futures.ProcessPoolExecutor() as pool:
+        found = set().union(*pool.map(functools.partial(places_in, root, texts), sources))
+    # Of two places of the same text the one that takes it as a whole comes first.
+    whole = ('statement', 'condition')
+    return sorted(found, key=lambda place: (place.file, place.begin, -place.end, place.kind not in whole, place.kind))
