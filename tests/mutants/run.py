@@ -11,6 +11,7 @@ import subprocess
 import sys
 import time
 from collections import Counter
+from dataclasses import dataclass
 
 import places
 import switches
@@ -43,7 +44,7 @@ def write_copy(folder, texts, ones):
 
 
 def build(source, folder, programs):
-    flags = f'-std=c++20 -w -include {HERE / "switch.hpp"}'
+    flags = f'-std=c++20 -w -D_GLIBCXX_ASSERTIONS -include {HERE / "switch.hpp"}'
     subprocess.run(['cmake', '-S', source, '-B', folder, '-G', 'Ninja', '--log-level=WARNING', '-DCMAKE_BUILD_TYPE=Debug',
                     '-DTANDEM_TRIM_GTK=OFF', '-DTANDEM_TRIM_APPKIT=OFF', f'-DCMAKE_CXX_FLAGS={flags}'], check=True,
                    stdout=subprocess.DEVNULL)
@@ -53,53 +54,67 @@ def build(source, folder, programs):
         sys.exit('the mutants do not compile:\n' + result.stdout[-6000:])
 
 
-def passes(program, environment, limit=None):
-    """Whether the program's tests pass, in so many seconds."""
+def passes(command, environment, usual=10.0):
+    """Whether tests pass, in a few times the seconds that they usually take: a loop without an end does not."""
     def held():
+        seconds = 2 + int(4 * usual)
+        resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
 
     try:
-        return subprocess.run([program, '--gtest_fail_fast', '--gtest_brief=1'], env={**ENVIRONMENT, **environment}, timeout=limit,
+        return subprocess.run([*command, '--gtest_fail_fast', '--gtest_brief=1'], env={**ENVIRONMENT, **environment}, timeout=20 + 20 * usual,
                               preexec_fn=held, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
     except subprocess.TimeoutExpired:
         return False
 
 
+@dataclass(frozen=True)
 class Suite:
-    """The test programs, the quickest first, and the places that each of them comes to."""
+    """The tests of one name in a program, how long they take, and the places that they come to."""
+    name: str
+    command: list
+    seconds: float
+    reached: set
 
-    def __init__(self, folder, programs):
-        self.programs = []
-        record = folder / 'reached.txt'
-        for program in (folder / 'tests' / name for name in programs):
+
+def suites_of(folder, programs):
+    suites, record = [], folder / 'reached.txt'
+    for program in (folder / 'tests' / name for name in programs):
+        listed = subprocess.run([program, '--gtest_list_tests'], check=True, capture_output=True, text=True).stdout
+        for name in re.findall(r'^(\S+\.)(?:\s+#.*)?$', listed, re.MULTILINE):
+            command = [program, f'--gtest_filter={name}*']
             record.unlink(missing_ok=True)
             begin = time.monotonic()
-            if not passes(program, {'TANDEM_TRIM_REACHED': str(record)}):
-                sys.exit(f'{program} fails without a mutant')
+            if not passes(command, {'TANDEM_TRIM_REACHED': str(record)}):
+                sys.exit(f'{program}, {name[:-1]}: fails without a mutant')
             seconds = time.monotonic() - begin
-            self.programs.append((seconds, program, set(map(int, record.read_text().split())) if record.exists() else set()))
-            print(f'{program.name}: {seconds:.1f} s', flush=True)
-        self.programs.sort(key=lambda entry: entry[0])
-
-    def outcome(self, one, mutant):
-        """'killed', 'survived', or 'not reached' by any program."""
-        reaching = [(seconds, program) for seconds, program, reached in self.programs if one.number in reached]
-        for seconds, program in reaching:
-            if not passes(program, {'TANDEM_TRIM_MUTANT': str(mutant)}, 10 + 10 * seconds):
-                return 'killed'
-        return 'survived' if reaching else 'not reached'
+            reached = set(map(int, record.read_text().split())) if record.exists() else set()
+            suites.append(Suite(f'{program.name} {name}', command, seconds, reached))
+    return suites
 
 
-def outcomes(suite, ones, wanted):
-    """Line and outcome of each mutant, by its name."""
-    begin = time.monotonic()
+def outcome(suites, kills, file, place, mutant):
+    """'killed', 'survived', or 'not reached' by any test; what kills most of the file's mutants in a second is tried first."""
+    reaching = sorted((suite for suite in suites if place in suite.reached),
+                      key=lambda suite: suite.seconds / (1 + kills[file, suite.name]))
+    for suite in reaching:
+        if not passes(suite.command, {'TANDEM_TRIM_MUTANT': str(mutant)}, suite.seconds):
+            kills[file, suite.name] += 1
+            return 'killed'
+    return 'survived' if reaching else 'not reached'
+
+
+def outcomes(suites, ones, wanted):
+    """The outcome of each mutant, by its name; prints how far it is, and the mutants that are not killed."""
+    begin, kills, results = time.monotonic(), Counter(), {}
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        waiting = {name: (one.line, pool.submit(suite.outcome, one, mutant))
+        waiting = {name: (one.line, pool.submit(outcome, suites, kills, one.place.file, one.number, mutant))
                    for one in ones for mutant, name in one.mutants() if wanted.search(name)}
-        results = {}
-        for name, (line, outcome) in waiting.items():
-            results[name] = (line, outcome.result())
+        for name, (line, future) in waiting.items():
+            results[name] = future.result()
+            if results[name] != 'killed':
+                print(f'{results[name]}, line {line}: {name}', flush=True)
             if len(results) % 100 == 0:
                 print(f'{len(results)} of {len(waiting)} mutants, {time.monotonic() - begin:.0f} s', flush=True)
     return results
@@ -111,20 +126,19 @@ def equivalent():
     return {line for line in lines if line and not line.startswith('#')}
 
 
-def report(results, listed):
+def report(results, listed, all_are_tried):
     """Prints a table by file and what is wrong; whether nothing is."""
-    kinds = {name: 'killed' if outcome == 'killed' else 'listed' if name in listed else 'survived'
-             for name, (_, outcome) in results.items()}
+    kinds = {name: 'killed' if found == 'killed' else 'listed' if name in listed else 'survived' for name, found in results.items()}
     by_file = Counter((name.split(' | ')[0], kind) for name, kind in kinds.items())
-    total = Counter(kinds.values())
+    by_file.update(('all', kind) for kind in kinds.values())
     print(f'{"":44}{"mutants":>9}{"killed":>9}{"listed":>9}{"survived":>9}')
-    for file in sorted({file for file, _ in by_file}) + ['']:
-        counts = [by_file[file, kind] if file else total[kind] for kind in ('killed', 'listed', 'survived')]
-        print(f'{file or "all":44}' + ''.join(f'{count:9}' for count in (sum(counts), *counts)))
-    print(f'{100 * total["killed"] / max(1, len(results)):.1f} % killed')
-    wrong = [f'{outcome}, line {line}: {name}' for name, (line, outcome) in results.items() if kinds[name] == 'survived']
-    wrong += [f'listed as equivalent, but killed: {name}' for name, kind in kinds.items() if kind == 'killed' and name in listed]
-    print(*wrong, sep='\n')
+    for file in sorted({file for file, _ in by_file}, key=lambda file: (file == 'all', file)):
+        counts = [by_file[file, kind] for kind in ('killed', 'listed', 'survived')]
+        print(f'{file:44}' + ''.join(f'{count:9}' for count in (sum(counts), *counts)))
+    wrong = [f'survived: {name}' for name, kind in kinds.items() if kind == 'survived']
+    wrong += [f'listed as equivalent, but killed: {name}' for name in sorted(listed) if kinds.get(name) == 'killed']
+    wrong += [f'listed as equivalent, but not there: {name}' for name in sorted(listed - kinds.keys()) if all_are_tried]
+    print(f'{100 * by_file["all", "killed"] / max(1, len(kinds)):.1f} % killed', *wrong, sep='\n')
     return not wrong
 
 
@@ -140,12 +154,10 @@ def main():
     print(f'{sum(len(one.place.mutants) for one in ones)} mutants', flush=True)
     write_copy(source, texts, ones)
     build(source, folder, arguments.program)
-    results = outcomes(Suite(folder, arguments.program), ones, re.compile(arguments.only))
-    listed = equivalent()
-    gone = [] if arguments.only else sorted(listed - results.keys())
-    for name in gone:
-        print('listed as equivalent, but not there:', name)
-    return 0 if report(results, listed) and not gone else 1
+    suites = suites_of(folder, arguments.program)
+    print(f'{len(suites)} suites of tests, {sum(suite.seconds for suite in suites):.0f} s', flush=True)
+    results = outcomes(suites, ones, re.compile(arguments.only))
+    return 0 if report(results, equivalent(), not arguments.only) else 1
 
 
 if __name__ == '__main__':

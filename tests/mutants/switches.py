@@ -52,7 +52,7 @@ def around(one):
         other = one.original.replace(detail[0], '--' if detail[0] == '++' else '++')
         return f'({asks} ? {other} : ', None, ')'
     if kind == 'text':
-        return call, None, f', "_" {one.original})'
+        return call, None, f', "^" {one.original})'
     if kind in ('condition', 'constant', 'boolean'):
         return call, None, ')'
     return call, detail, ')'

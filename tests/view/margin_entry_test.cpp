@@ -38,6 +38,15 @@ TEST(DigitTest, RejectsATextWithAnythingElse) {
   }
 }
 
+TEST(DigitTest, TakesTenOfAllBytesForDigits) {
+  std::string digits;
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string text(1, static_cast<char>(byte));
+    if (isDigitChar(text)) digits += text;
+  }
+  EXPECT_EQ(digits, "0123456789");
+}
+
 TEST(TicketOfAMarginBox, IsNamedByTheFourMarginNamesOnly) {
   for (const char* name : {"Top", "Bottom", "Left", "Right"}) EXPECT_EQ(ticketName(name), name);
   for (const char* name : {"", "top", "MarginTop", "Valid", "Position", "Top "}) {

@@ -96,6 +96,15 @@ TEST(LanguageTag, IsNoneForANameWithoutALanguage) {
   }
 }
 
+TEST(LanguageTag, HoldsLettersDigitsAndLinesOnly) {
+  std::string taken;
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string name{'d', static_cast<char>(byte), 'e'};
+    if (const auto tag = languageTag(name); tag && tag->size() == 3) taken += static_cast<char>(byte);
+  }
+  EXPECT_EQ(taken, "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
+}
+
 struct Choice {
   std::vector<std::string> available;
   std::vector<std::string> languages;

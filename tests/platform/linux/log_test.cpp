@@ -20,12 +20,22 @@ std::string logged(std::string_view format, const std::vector<std::string>& list
 TEST(Log, ShowsTheListOnOneLine) {
   EXPECT_EQ(logged("keys:=NSArray(%@)", {"MVTandemTrim", "MVTopMargin"}),
             "log-test: keys:=NSArray((MVTandemTrim, MVTopMargin))\n");
+  EXPECT_EQ(logged("%@", {"a", "b", "c"}), "log-test: (a, b, c)\n");
   EXPECT_EQ(logged("%@", {}), "log-test: ()\n");
 }
 
 TEST(Log, QuotesItemsThatCouldBeMistaken) {
   EXPECT_EQ(logged("%@", {"", "a b", "a,b", "a\"b", "a\\b", "\xC3\xA4"}),
             "log-test: (\"\", \"a b\", \"a,b\", \"a\\\"b\", \"a\\\\b\", \"\xC3\xA4\")\n");
+}
+
+TEST(Log, LeavesWordsAndPathsWithoutQuotes) {
+  std::string bare;
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string item(1, static_cast<char>(byte));
+    if (logged("%@", {item}) == "log-test: (" + item + ")\n") bare += item;
+  }
+  EXPECT_EQ(bare, "$-./0123456789:ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
 }
 
 TEST(Log, WritesControlCharactersByTheirNumber) {

@@ -77,9 +77,10 @@ TEST_F(PrintSettingsTest, RefusesAnEmptyKey) {
   EXPECT_EQ(settings_.entries().size(), 3U);
 }
 
-TEST_F(PrintSettingsTest, ReportsEveryRefusalAsAFailure) {
-  EXPECT_NE(kInvalidParameter, kNoError);
-  EXPECT_NE(kValueLocked, kNoError);
+TEST_F(PrintSettingsTest, HasTheSystemsNumbersForEveryRefusal) {
+  EXPECT_EQ(kNoError, 0);
+  EXPECT_EQ(kInvalidParameter, -50);
+  EXPECT_EQ(kValueLocked, -30878);
 }
 
 TEST_F(PrintSettingsTest, CopiesIndependentlyOfTheOriginalAndWithItsLocks) {

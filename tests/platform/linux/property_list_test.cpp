@@ -6,6 +6,7 @@
 #include <limits>
 
 #include <gmock/gmock.h>
+#include <malloc.h>
 #include <sys/stat.h>
 
 #include "tests/support/temporary_folder.hpp"
@@ -313,6 +314,17 @@ TEST(PropertyList, SurvivesEveryTruncationAndEveryChangedByte) {
       EXPECT_LE(dictionary ? dictionary->size() : 0, 1U) << changed;
     }
   }
+}
+
+TEST(PropertyList, LeavesNoMemoryBehind) {
+  const auto readSome = [] {
+    EXPECT_TRUE(read(entry("<array><string>a</string><true/><data>AP8=</data><dict/></array>")));
+    EXPECT_THAT(read(entry("<string>&#xD800;</string>")), IsNull());
+  };
+  readSome();
+  const auto before = mallinfo2().uordblks;
+  for (int i = 0; i < 10; ++i) readSome();
+  EXPECT_EQ(mallinfo2().uordblks, before);
 }
 
 // A locale that writes numbers with a comma, built for these tests alone.
