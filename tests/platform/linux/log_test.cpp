@@ -30,10 +30,13 @@ TEST(Log, QuotesItemsThatCouldBeMistaken) {
 }
 
 TEST(Log, LeavesWordsAndPathsWithoutQuotes) {
+  std::vector<std::string> items{"first"};
+  for (int byte = 0; byte < 256; ++byte) items.emplace_back(1, static_cast<char>(byte));
+  items.emplace_back("last");
+  const auto line = logged("%@", items);
   std::string bare;
-  for (int byte = 0; byte < 256; ++byte) {
-    const std::string item(1, static_cast<char>(byte));
-    if (logged("%@", {item}) == "log-test: (" + item + ")\n") bare += item;
+  for (const auto& item : items) {
+    if (item.size() == 1 && line.find(", " + item + ", ") != std::string::npos) bare += item;
   }
   EXPECT_EQ(bare, "$-./0123456789:ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
 }

@@ -3,6 +3,7 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <limits>
 
 #include <gmock/gmock.h>
@@ -152,6 +153,28 @@ TEST(PropertyList, IsNoneForANumberOrDateThatIsNone) {
                             "<date>99999999999-01-01T00:00:00Z</date>"}) {
     EXPECT_THAT(read(entry(value)), IsNull()) << value;
   }
+}
+
+// The bytes, in their order, that may stand in a list's text where `around` puts them.
+std::string bytesAllowed(const std::function<std::string(const std::string&)>& around) {
+  const TemporaryFolder folder;
+  std::string allowed;
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string text(1, static_cast<char>(byte));
+    const auto path = folder.write(std::to_string(byte), around(text));
+    if (dictionaryWithContentsOfFile(path)) allowed += text;
+  }
+  return allowed;
+}
+
+TEST(PropertyList, HasBlanksAndNothingElseAroundNumbersAndElements) {
+  EXPECT_EQ(bytesAllowed([](auto& text) { return entry("<integer>" + text + "5</integer>"); }),
+            "\t\n\r +-0123456789");
+  EXPECT_EQ(bytesAllowed([](auto& text) { return entry("<integer>5" + text + "</integer>"); }),
+            "\t\n\r 0123456789");
+  EXPECT_EQ(bytesAllowed([](auto& text) { return list("<dict" + text + "></dict>"); }), "\t\n\r ");
+  EXPECT_EQ(bytesAllowed([](auto& text) { return text + list("<dict/>"); }), "\t\n\r ");
+  EXPECT_EQ(bytesAllowed([](auto& text) { return list("<dict/>") + text; }), "\t\n\r ");
 }
 
 TEST(PropertyList, ReadsEntitiesAndCharacterData) {

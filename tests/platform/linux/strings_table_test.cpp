@@ -1,5 +1,7 @@
 #include "platform/linux/strings_table.hpp"
 
+#include <functional>
+
 #include <gmock/gmock.h>
 
 namespace tandemtrim::platform::linux {
@@ -54,6 +56,23 @@ TEST(StringsTable, ReadsWordsWithoutQuotes) {
               Optional(ElementsAre(Pair("single", "a \"quoted\" word"))));
 }
 
+// The bytes, in their order, with which in front of this text a table has the one key.
+std::string bytesBefore(const std::string& text, const std::function<std::string(char)>& key) {
+  std::string bytes;
+  for (int number = 0; number < 256; ++number) {
+    const char byte = static_cast<char>(number);
+    const auto table = parseStringsTable(byte + text);
+    if (table && table->size() == 1 && table->contains(key(byte))) bytes += byte;
+  }
+  return bytes;
+}
+
+TEST(StringsTable, HasWordsOfLettersDigitsAndAFewMarksBetweenBlanks) {
+  EXPECT_EQ(bytesBefore(" = 1;", [](char byte) { return std::string(1, byte); }),
+            "$-./0123456789:ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
+  EXPECT_EQ(bytesBefore("a = 1;", [](char) { return "a"; }), "\t\n\v\f\r ");
+}
+
 TEST(StringsTable, TakesAKeyAloneForItsOwnValue) {
   EXPECT_THAT(parseStringsTable("\"On\"; Off;"), Optional(ElementsAre(Pair("Off", "Off"), Pair("On", "On"))));
 }
@@ -84,6 +103,8 @@ TEST(StringsTable, ReadsEscapes) {
        "bc"},
       {R"("\UE4")", "\xC3\xA4"},
       {R"("\UD83D\UDE00\ud83d\ude00")", "\xF0\x9F\x98\x80\xF0\x9F\x98\x80"},
+      {R"("\UD800\UDC00\UDBFF\UDFFF")", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
+      {R"("\UD7FF\UE000")", "\xED\x9F\xBF\xEE\x80\x80"},
   };
   for (const auto& [literal, value] : escapes) EXPECT_EQ(valueIn(literal), value) << literal;
 }
@@ -91,7 +112,8 @@ TEST(StringsTable, ReadsEscapes) {
 TEST(StringsTable, RefusesEscapesThatStandForNoCharacter) {
   for (const char* literal :
        {R"("\U")", R"("\Uxyz")", R"("\U0000")", R"("\0")", R"("\UD83D")", R"("\UD83Dx")", R"("\UD83D\n")",
-        R"("\UD83D\U")", R"("\UD83D\U0041")", R"("\UDE00")"}) {
+        R"("\UD83D\U")", R"("\UD83D\U0041")", R"("\UD83D\UDBFF")", R"("\UD83D\UE000")", R"("\UDE00")",
+        R"("\UDC00")", R"("\UDFFF")", R"("\UDBFF")"}) {
     EXPECT_EQ(valueIn(literal), std::nullopt) << literal;
   }
 }
@@ -103,6 +125,15 @@ TEST(StringsTable, IsReadInEveryEncodingAlike) {
   EXPECT_THAT(parseStringsTable("\xEF\xBB\xBF" + utf8), expected);
   for (const bool littleEndian : {true, false}) {
     EXPECT_THAT(parseStringsTable(utf16(u"\"k\u00E4\" = \"\u263A\U0001F600\";", littleEndian)), expected);
+  }
+}
+
+TEST(StringsTable, IsReadWithTheFirstAndTheLastCharactersOnEachSideOfSurrogates) {
+  const auto expected =
+      Optional(ElementsAre(Pair("a", "\xED\x9F\xBF\xEE\x80\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF")));
+  for (const bool littleEndian : {true, false}) {
+    EXPECT_THAT(parseStringsTable(utf16(u"a = \"\uD7FF\uE000\U00010000\U0010FFFF\";", littleEndian)),
+                expected);
   }
 }
 
