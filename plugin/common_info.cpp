@@ -106,7 +106,6 @@ ObjectRef MorvaTTCommonInfoKV2::defaultMarginLimit() const {
 }
 
 ObjectRef MorvaTTCommonInfoKV2::marginLimit(std::string_view marginName) const {
-  if (!TTCIIsValidMarginName(marginName)) return nullptr;
   return findAtPath(*marginInfoDictionary_, marginName, TTCILimitKey);
 }
 

@@ -14,7 +14,7 @@ bool MorvaTTPdePluginKV2::initWithBundle(std::shared_ptr<platform::Bundle> bundl
 
 std::unique_ptr<platform::PanelList> MorvaTTPdePluginKV2::PDEPanelsForType(
     std::optional<std::string_view> type, std::shared_ptr<platform::HostCallback> hostInfo) {
-  if (!hostInfo || type != platform::kPrintDialogExtensionType) return nullptr;
+  if (type != platform::kPrintDialogExtensionType) return nullptr;
   auto panel = MorvaTTPdePanelKV2::initWithCallback(std::move(hostInfo), bundle_);
   if (!panel) return nullptr;
   auto panels = std::make_unique<platform::PanelList>();

@@ -11,7 +11,6 @@ namespace tandemtrim {
 
 std::unique_ptr<MorvaTTViewControllerKV2> MorvaTTViewControllerKV2::initWithCommonInfo(
     const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo) {
-  if (!commonInfo) return nullptr;
   struct Made : MorvaTTViewControllerKV2 {};
   auto made = std::make_unique<Made>();
   made->commonInfo_ = commonInfo.get();
@@ -20,10 +19,9 @@ std::unique_ptr<MorvaTTViewControllerKV2> MorvaTTViewControllerKV2::initWithComm
   return made;
 }
 
-// The tickets refer to controls of the loaded nib, which the base class keeps until they are gone.
+// The tickets, a member, go next, and then the loaded nib with the controls that they refer to, the base's.
 MorvaTTViewControllerKV2::~MorvaTTViewControllerKV2() {
   if (viewIsInited_) platform::defaultCenter().removeObserver(this);
-  ticket_.reset();
 }
 
 platform::View* MorvaTTViewControllerKV2::panelViewWithNibName(std::string_view nibName) {

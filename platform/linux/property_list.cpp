@@ -113,8 +113,7 @@ std::shared_ptr<const Dictionary> dictionaryWithContentsOfFile(const std::option
   const auto bytes = path ? linux::contentsOfRegularFile(*path, kLargestFile) : std::nullopt;
   const auto text = bytes ? linux::preparePropertyList(*bytes) : std::nullopt;
   const auto root = text ? rootFrom(*text) : nullptr;
-  if (!root || root->as<Dictionary>() == nullptr) return nullptr;
-  return {root, root->as<Dictionary>()};
+  return {root, root ? root->as<Dictionary>() : nullptr};
 }
 
 }  // namespace tandemtrim::platform

@@ -161,6 +161,8 @@ TEST_F(CommonInfo, IsReadyAndAnswersNoneWhereThePropertyListLacksEveryEntry) {
 }
 
 TEST_F(CommonInfo, KnowsTheFourMarginNamesOnly) {
+  for (const char* keyPath : {"DefaultValue.", "TicketKey."})
+    scene.settingInfo[keyPath] = "<integer>1</integer>";
   const auto info = makeCommonInfo();
   for (const char* name : {"top", "TOP", "MarginTop", "", "Top ", "Valid", "Limit", "Top.Limit"}) {
     EXPECT_THAT(info->defaultMarginValue(name), IsNull()) << name;

@@ -56,10 +56,13 @@ TEST_F(SummaryInfo, ListsSixSettingsAndTheirOrderUnderTheGivenKeyWhileItIsOn) {
 }
 
 TEST_F(SummaryInfo, ShowsMarginsAsTheyAreStoredNeverTheirLocalizedText) {
-  scene.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "Left"}, {"MVLeftMargin", ""}};
+  scene.stored = {{"MVTandemTrim", "On"}, {"MVLeftMargin", ""}};
+  for (const char* key : {"MVTopMargin", "MVBottomMargin", "MVRightMargin"}) scene.stored[key] = "Left";
   makeController();
+  bundle->strings[""] = "nothing";
+  ASSERT_NE(bundle->localizedStringForKey("Left", "", std::nullopt), "Left");
   const auto texts = summary();
-  EXPECT_EQ(texts.at("Above"), "Left");
+  for (const char* title : {"Above", "Below", "Behind"}) EXPECT_EQ(texts.at(title), "Left") << title;
   EXPECT_EQ(texts.at("Before"), "");
 }
 

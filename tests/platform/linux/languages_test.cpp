@@ -31,6 +31,7 @@ TEST(UserLanguages, PrefersTheListInLanguageToTheLocale) {
   EXPECT_THAT(languagesWith({{"LANGUAGE", "ja:pt_BR:de"}, {"LC_ALL", "en_US.UTF-8"}}),
               ElementsAre("ja", "pt-BR", "de"));
   EXPECT_THAT(languagesWith({{"LANGUAGE", ":ja::de:"}, {"LANG", "en_US"}}), ElementsAre("ja", "de"));
+  EXPECT_THAT(languagesWith({{"LANGUAGE", "ja^de:fr"}, {"LANG", "en_US"}}), ElementsAre("fr"));
   EXPECT_THAT(languagesWith({{"LANGUAGE", ""}, {"LANG", "en_US"}}), ElementsAre("en-US"));
 }
 
@@ -85,6 +86,7 @@ TEST(LanguageTag, MapsEncodingsRegionsAndScripts) {
       {"uz_UZ@cyrillic", "uz-Cyrl-UZ"},
       {"ks_IN@devanagari", "ks-Deva-IN"},
       {"ca_ES@valencia", "ca-ES"},
+      {"sr_RS.UTF-8^latin", "sr-RS"},
   };
   for (const auto& [name, tag] : taggings) EXPECT_EQ(languageTag(name), tag) << name;
 }
@@ -98,11 +100,14 @@ TEST(LanguageTag, IsNoneForANameWithoutALanguage) {
 
 TEST(LanguageTag, HoldsLettersDigitsAndLinesOnly) {
   std::string taken;
+  std::string ending;
   for (int byte = 0; byte < 256; ++byte) {
-    const std::string name{'d', static_cast<char>(byte), 'e'};
-    if (const auto tag = languageTag(name); tag && tag->size() == 3) taken += static_cast<char>(byte);
+    const char character = static_cast<char>(byte);
+    const auto tag = languageTag(std::string{'d', character, 'e'});
+    if (tag) (tag == "d" ? ending : taken) += character;
   }
   EXPECT_EQ(taken, "-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz");
+  EXPECT_EQ(ending, ".@");
 }
 
 struct Choice {

@@ -144,6 +144,9 @@ TEST(PropertyList, IsNoneForANumberOrDateThatIsNone) {
                             "<real>1e999</real>",
                             "<date/>",
                             "<date>today</date>",
+                            "<date>2001-01-01</date>",
+                            "<date>2001-01-01T00:00:00</date>",
+                            "<date>2001-01-01T00:00:00ZZ</date>",
                             "<date>2001-02-30T00:00:00Z</date>",
                             "<date>2001-01-01T24:00:00Z</date>",
                             "<date>2001-01-01T00:60:00Z</date>",
@@ -186,6 +189,7 @@ TEST(PropertyList, ReadsEntitiesAndCharacterData) {
 
 TEST(PropertyList, LeavesCommentsAndInstructionsOut) {
   EXPECT_EQ(valueAs<std::string>("<!-- <array> --><string>a<!-- b -->c</string><?array <array>?>"), "ac");
+  EXPECT_EQ(valueAs<std::string>("<string>a<?b?>c<!DOCTYPE d>e</string>"), "ace");
   EXPECT_EQ(valueAs<Data>("<data>AP<!-- -->8=</data>").value().bytes.size(), 2U);
   EXPECT_TRUE(read("\xEF\xBB\xBF" + list("<dict/>")));
   EXPECT_TRUE(read("<!-- a --> <plist><dict/></plist> <!-- b -->\n"));
@@ -237,6 +241,7 @@ TEST(PropertyList, IsNoneForWhatIsNoXmlPropertyList) {
       "<plist/>",
       "<plist></plist>",
       "<dict/>",
+      "?plist><dict/></plist>",
       "{ k = v; }",
       "{\"k\": 1}",
       // A dictionary without entries in the binary form.
@@ -293,6 +298,14 @@ TEST(PropertyList, NestsEightLevelsDeepAndNoDeeper) {
   };
   EXPECT_TRUE(read(nested(8)));
   EXPECT_THAT(read(nested(9)), IsNull());
+  const auto arrays = [](std::size_t levels, std::string text = "") {
+    for (std::size_t i = 1; i < levels; ++i) text = "<array>" + text + "</array>";
+    return entry(text);
+  };
+  EXPECT_TRUE(read(arrays(8)));
+  EXPECT_THAT(read(arrays(9)), IsNull());
+  EXPECT_TRUE(read(arrays(7, "<dict/>")));
+  EXPECT_THAT(read(arrays(8, "<dict/>")), IsNull());
   EXPECT_THAT(read(nested(3000)), IsNull());
   std::string open;
   while (open.size() < 60000) open += "<array>";

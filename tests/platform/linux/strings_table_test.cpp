@@ -38,7 +38,7 @@ TEST(StringsTable, ReadsEntriesBetweenBlanksAndComments) {
   const auto table = parseStringsTable(
       "/* A comment; \"with\" = \"marks\" // and ** stars **/\r\n"
       "\"Top\" = \"Oben\"; // \"Top\" = \"Over\";\n"
-      "\t\"Left\"/* between */=\n\"Links\" ;\"Right\"=\"Rechts\";\n"
+      "\t/**/\"Left\"/* between */=\n\"Links\" ;\"Right\"=\"Rechts\";\n"
       "// the end");
   EXPECT_THAT(table,
               Optional(ElementsAre(Pair("Left", "Links"), Pair("Right", "Rechts"), Pair("Top", "Oben"))));
@@ -104,16 +104,17 @@ TEST(StringsTable, ReadsEscapes) {
       {R"("\UE4")", "\xC3\xA4"},
       {R"("\UD83D\UDE00\ud83d\ude00")", "\xF0\x9F\x98\x80\xF0\x9F\x98\x80"},
       {R"("\UD800\UDC00\UDBFF\UDFFF")", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
+      {R"("\UD83D\UDE00a")", "\xF0\x9F\x98\x80\x61"},
       {R"("\UD7FF\UE000")", "\xED\x9F\xBF\xEE\x80\x80"},
   };
   for (const auto& [literal, value] : escapes) EXPECT_EQ(valueIn(literal), value) << literal;
 }
 
 TEST(StringsTable, RefusesEscapesThatStandForNoCharacter) {
-  for (const char* literal :
-       {R"("\U")", R"("\Uxyz")", R"("\U0000")", R"("\0")", R"("\UD83D")", R"("\UD83Dx")", R"("\UD83D\n")",
-        R"("\UD83D\U")", R"("\UD83D\U0041")", R"("\UD83D\UDBFF")", R"("\UD83D\UE000")", R"("\UDE00")",
-        R"("\UDC00")", R"("\UDFFF")", R"("\UDBFF")"}) {
+  for (const char* literal : {R"("\U")", R"("\U)", R"("\0)", R"("\UD83DDE00")", R"("\Uxyz")", R"("\U0000")",
+                              R"("\0")", R"("\UD83D")", R"("\UD83Dx")", R"("\UD83D\n")", R"("\UD83D\U")",
+                              R"("\UD83D\U0041")", R"("\UD83D\UDBFF")", R"("\UD83D\UE000")", R"("\UDE00")",
+                              R"("\UDC00")", R"("\UDFFF")", R"("\UDBFF")"}) {
     EXPECT_EQ(valueIn(literal), std::nullopt) << literal;
   }
 }
@@ -134,12 +135,14 @@ TEST(StringsTable, IsReadWithTheFirstAndTheLastCharactersOnEachSideOfSurrogates)
   for (const bool littleEndian : {true, false}) {
     EXPECT_THAT(parseStringsTable(utf16(u"a = \"\uD7FF\uE000\U00010000\U0010FFFF\";", littleEndian)),
                 expected);
+    EXPECT_THAT(parseStringsTable(utf16(u"// \U0001F600", littleEndian)), Optional(testing::IsEmpty()));
   }
 }
 
 TEST(StringsTable, TellsTheLineOfAnEncodingFault) {
   EXPECT_EQ(faultyLine("a = b;\n\"\xE4\" = c;"), 2U);
-  std::u16string halves[] = {u"a=b;\n\n\xD83D", u"a=\"\n\nx\";", u"a=b;\n\nx"};
+  EXPECT_EQ(faultyLine("a = b;\n// \xE4"), 2U);
+  std::u16string halves[] = {u"a=b;\n\n\xD83D", u"a=\"\n\nx\";", u"a=b;\n\n//x"};
   halves[1][5] = 0xDE00;
   halves[2].back() = 0xD83D;
   halves[2] += u"A";
@@ -153,6 +156,9 @@ TEST(StringsTable, TellsTheLineOfAFault) {
       {"a = b;\nc = d\ne = f;", 3},
       {"a = b;\n\n\"c\" = \"d;\ne = f;\n", 3},
       {"a = b;\n\"c\\", 2},
+      {"\"a\nb\\", 1},
+      {"a = \";", 1},
+      {"/*/", 1},
       {"a = b;\n/* no end\n\n", 2},
       {"a = b;\nc = /* no end", 2},
       {"a = b;\nc /* no end", 2},
