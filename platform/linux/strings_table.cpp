@@ -31,11 +31,10 @@ class Parser {
   explicit Parser(std::string_view text) : text_(text) {}
 
   bool parse(StringsTable& table) {
-    while (skipBlanks()) {
-      if (rest().empty()) return true;
+    for (skipBlanks(); !rest().empty(); skipBlanks()) {
       if (!entry(table)) return false;
     }
-    return false;
+    return true;
   }
 
   // Where the parser stands, or stopped at a fault.
@@ -50,29 +49,32 @@ class Parser {
     return true;
   }
 
-  // False for a comment without an end.
-  bool skipBlanks() {
+  // Stops at a comment without an end, with which no entry begins or goes on.
+  void skipBlanks() {
     for (;;) {
       while (place_ < text_.size() && isBlank(text_[place_])) ++place_;
       if (rest().starts_with("//")) {
         place_ = std::min(text_.find('\n', place_), text_.size());
       } else if (rest().starts_with("/*")) {
         const auto end = text_.find("*/", place_ + 2);
-        if (end == std::string_view::npos) return false;
+        if (end == std::string_view::npos) return;
         place_ = end + 2;
       } else {
-        return true;
+        return;
       }
     }
   }
 
   bool entry(StringsTable& table) {
     std::string key;
-    if (!string(key) || !skipBlanks()) return false;
+    if (!string(key)) return false;
+    skipBlanks();
     std::string value = key;
     if (take("=")) {
       value.clear();
-      if (!skipBlanks() || !string(value) || !skipBlanks()) return false;
+      skipBlanks();
+      if (!string(value)) return false;
+      skipBlanks();
     }
     table.insert_or_assign(std::move(key), std::move(value));
     return take(";");
