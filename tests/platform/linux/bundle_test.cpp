@@ -188,7 +188,7 @@ TEST_F(BundleTest, ShowsTheDevelopmentRegionsTextsToAnyOtherUser) {
 
 TEST_F(BundleTest, ShowsTheTextsOfTheFirstLanguageByNameToAnyUserWhenTheDevelopmentRegionHasNone) {
   info("<key>CFBundleDevelopmentRegion</key><string>ko</string>");
-  for (const char* language : {"ja", "nl", "it", "de", "ar", "es"}) table(language, "");
+  for (const char* language : {"ja", "nl", "it", "de", "ar", "es", ""}) table(language, "");
   EXPECT_EQ(open({"tr"})->localization(), "ar");
 }
 

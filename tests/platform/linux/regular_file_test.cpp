@@ -1,5 +1,8 @@
 #include "platform/linux/regular_file.hpp"
 
+#include <filesystem>
+#include <iterator>
+
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -23,6 +26,19 @@ TEST(RegularFile, HoldsAtMostTheLimit) {
   const auto path = folder.write("file", "12345");
   EXPECT_THAT(contentsOfRegularFile(path, 5), Optional(std::string("12345")));
   EXPECT_EQ(contentsOfRegularFile(path, 4), std::nullopt);
+}
+
+TEST(RegularFile, IsClosedWhenItIsRead) {
+  const TemporaryFolder folder;
+  const auto path = folder.write("file", "12345");
+  const auto openFiles = [] {
+    const std::filesystem::directory_iterator files("/proc/self/fd");
+    return std::distance(begin(files), end(files));
+  };
+  const auto before = openFiles();
+  for (const std::size_t limit : {4U, 5U}) contentsOfRegularFile(path, limit);
+  contentsOfRegularFile(folder.path(), 5);
+  EXPECT_EQ(openFiles(), before);
 }
 
 TEST(RegularFile, IsNoneForWhatIsMissingOrAnotherKindOfFile) {
