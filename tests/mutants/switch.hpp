@@ -1,7 +1,7 @@
 #pragma once
-// Read before every source of a build with mutants. The places of the mutated sources call these functions, which do as written
-// unless the place's number is the one in TANDEM_TRIM_MUTANT. Where TANDEM_TRIM_REACHED names a file, the numbers of the places
-// that the program came to are added to it.
+// Read before every source of a build with mutants. The places of the mutated sources call these functions,
+// which do as written unless the place's number is the one in TANDEM_TRIM_MUTANT. Where TANDEM_TRIM_REACHED
+// names a file, the numbers of the places that the program came to are added to it.
 #include <bitset>
 #include <cstdlib>
 #include <fstream>
@@ -47,12 +47,14 @@ Number constant(unsigned number, Number value) {
   return is(number) ? static_cast<Number>(value + 1) : value;
 }
 inline bool boolean(unsigned number, bool value) { return is(number) != value; }
-inline const char* text(unsigned number, const char* value, const char* other) { return is(number) ? other : value; }
+inline const char* text(unsigned number, const char* value, const char* other) {
+  return is(number) ? other : value;
+}
 
-#define MUTANTS_OPERATOR(name, asWritten, mutated)                         \
-  template <class Left, class Right>                                       \
-  decltype(auto) name(unsigned number, Left&& left, Right&& right) {       \
-    return is(number) ? (left mutated right) : (left asWritten right);     \
+#define MUTANTS_OPERATOR(name, asWritten, mutated)                     \
+  template <class Left, class Right>                                   \
+  decltype(auto) name(unsigned number, Left&& left, Right&& right) {   \
+    return is(number) ? (left mutated right) : (left asWritten right); \
   }
 MUTANTS_OPERATOR(less, <, <=)
 MUTANTS_OPERATOR(lessOrEqual, <=, <)
