@@ -106,7 +106,8 @@ class Finder:
             first = int(node.get('hasInit', False))
             if node.get('hasVar'):
                 variable = inner[first]['inner'][0]
-                self.add(variable, 'declared', (variable['name'],))
+                if kind == 'IfStmt':  # no `while` can hold a declaration and a condition
+                    self.add(variable, 'declared', (variable['name'],))
                 first += 1
             else:
                 self.condition(inner[first])

@@ -51,7 +51,7 @@ def build(source, folder, programs):
     result = subprocess.run(['ninja', '-C', folder, '-k', '0', *(f'tests/{program}' for program in programs)], capture_output=True,
                             text=True)
     if result.returncode:
-        sys.exit('the mutants do not compile:\n' + result.stdout[-6000:])
+        sys.exit('\n'.join(line for line in result.stdout.splitlines() if 'error' in line))
 
 
 def passes(command, environment, usual=10.0):
@@ -105,15 +105,15 @@ def outcome(suites, kills, file, place, mutant):
     return 'survived' if reaching else 'not reached'
 
 
-def outcomes(suites, ones, wanted):
-    """The outcome of each mutant, by its name; prints how far it is, and the mutants that are not killed."""
+def outcomes(suites, ones, wanted, listed):
+    """The outcome of each mutant, by its name; prints how far it is, and the mutants that survive without being listed."""
     begin, kills, results = time.monotonic(), Counter(), {}
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         waiting = {name: (one.line, pool.submit(outcome, suites, kills, one.place.file, one.number, mutant))
                    for one in ones for mutant, name in one.mutants() if wanted.search(name)}
         for name, (line, future) in waiting.items():
             results[name] = future.result()
-            if results[name] != 'killed':
+            if results[name] != 'killed' and name not in listed:
                 print(f'{results[name]}, line {line}: {name}', flush=True)
             if len(results) % 100 == 0:
                 print(f'{len(results)} of {len(waiting)} mutants, {time.monotonic() - begin:.0f} s', flush=True)
@@ -156,8 +156,9 @@ def main():
     build(source, folder, arguments.program)
     suites = suites_of(folder, arguments.program)
     print(f'{len(suites)} suites of tests, {sum(suite.seconds for suite in suites):.0f} s', flush=True)
-    results = outcomes(suites, ones, re.compile(arguments.only))
-    return 0 if report(results, equivalent(), not arguments.only) else 1
+    listed = equivalent()
+    results = outcomes(suites, ones, re.compile(arguments.only), listed)
+    return 0 if report(results, listed, not arguments.only) else 1
 
 
 if __name__ == '__main__':
