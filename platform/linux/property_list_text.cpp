@@ -57,7 +57,6 @@ class Walk {
     };
     static constexpr std::array kKinds{Kind{"<!--", "-->", false}, Kind{"<?", "?>", false},
                                        Kind{"<!DOCTYPE", ">", false}, Kind{"<![CDATA[", "]]>", true}};
-    // Most are tags.
     if (!rest_.starts_with("<!") && !rest_.starts_with("<?")) return rest_.empty() || tag();
     for (const auto& kind : kKinds) {
       if (!rest_.starts_with(kind.begin)) continue;
@@ -67,7 +66,7 @@ class Walk {
       if (kind.isText) result.xml.append(kind.begin).append(*content).append(kind.end);
       return true;
     }
-    return tag();
+    return false;
   }
 
   bool tag() {

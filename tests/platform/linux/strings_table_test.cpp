@@ -114,7 +114,7 @@ TEST(StringsTable, RefusesEscapesThatStandForNoCharacter) {
   for (const char* literal : {R"("\U")", R"("\U)", R"("\0)", R"("\UD83DDE00")", R"("\Uxyz")", R"("\U0000")",
                               R"("\0")", R"("\UD83D")", R"("\UD83Dx")", R"("\UD83D\n")", R"("\UD83D\U")",
                               R"("\UD83D\U0041")", R"("\UD83D\UDBFF")", R"("\UD83D\UE000")", R"("\UDE00")",
-                              R"("\UDC00")", R"("\UDFFF")", R"("\UDBFF")"}) {
+                              R"("\UDC00")", R"("\UDC00\UDC00")", R"("\UDFFF")", R"("\UDBFF")"}) {
     EXPECT_EQ(valueIn(literal), std::nullopt) << literal;
   }
 }
