@@ -18,6 +18,7 @@ import switches
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HERE = pathlib.Path(__file__).resolve().parent
+COPY, BUILD = ROOT / 'build/mutants/source', ROOT / 'build/mutants/build'
 FOLDERS = ('plugin', 'model', 'view', 'platform/linux')
 # The same for every mutant; only the first of the sequences; files that need no disk.
 ENVIRONMENT = {**os.environ, 'TANDEM_TRIM_SEED': '1', 'TANDEM_TRIM_SEQUENCES': '1000', 'TMPDIR': '/dev/shm'}
@@ -30,25 +31,25 @@ def project_files(*patterns):
     return [file for file in listed.stdout.split() if (ROOT / file).is_file()]
 
 
-def write_copy(folder, texts, ones):
+def write_copy(texts, ones):
     """The project with switches in the files of `texts`; what did not change stays as it is."""
     for file in project_files():
         content = (ROOT / file).read_bytes()
         if file in texts:
             content = switches.with_switches(content, [one for one in ones if one.place.file == file])
-        copy = folder / file
+        copy = COPY / file
         if not copy.exists() or copy.read_bytes() != content:
             copy.parent.mkdir(parents=True, exist_ok=True)
             copy.write_bytes(content)
             copy.chmod((ROOT / file).stat().st_mode)
 
 
-def build(source, folder, programs):
+def build(programs):
     flags = f'-std=c++20 -w -D_GLIBCXX_ASSERTIONS -include {HERE / "switch.hpp"}'
-    subprocess.run(['cmake', '-S', source, '-B', folder, '-G', 'Ninja', '--log-level=WARNING', '-DCMAKE_BUILD_TYPE=Debug',
+    subprocess.run(['cmake', '-S', COPY, '-B', BUILD, '-G', 'Ninja', '--log-level=WARNING', '-DCMAKE_BUILD_TYPE=Debug',
                     '-DTANDEM_TRIM_GTK=OFF', '-DTANDEM_TRIM_APPKIT=OFF', f'-DCMAKE_CXX_FLAGS={flags}'], check=True,
                    stdout=subprocess.DEVNULL)
-    result = subprocess.run(['ninja', '-C', folder, '-k', '0', *(f'tests/{program}' for program in programs)], capture_output=True,
+    result = subprocess.run(['ninja', '-C', BUILD, '-k', '0', *(f'tests/{program}' for program in programs)], capture_output=True,
                             text=True)
     if result.returncode:
         sys.exit('\n'.join(line for line in result.stdout.splitlines() if 'error' in line))
@@ -78,9 +79,9 @@ class Suite:
     reached: set
 
 
-def suites_of(folder, programs):
-    suites, record = [], folder / 'reached.txt'
-    for program in (folder / 'tests' / name for name in programs):
+def suites_of(programs):
+    suites, record = [], BUILD / 'reached.txt'
+    for program in (BUILD / 'tests' / name for name in programs):
         listed = subprocess.run([program, '--gtest_list_tests'], check=True, capture_output=True, text=True).stdout
         for name in re.findall(r'^(\S+\.)(?:\s+#.*)?$', listed, re.MULTILINE):
             command = [program, f'--gtest_filter={name}*']
@@ -144,17 +145,15 @@ def report(results, listed, all_are_tried):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument('--build', type=pathlib.Path, default=ROOT / 'build/mutants')
-    parser.add_argument('--only', type=re.compile, default='', help='only mutants whose line in equivalent.txt would hold this expression')
+    parser.add_argument('--only', default='', help='only mutants whose names hold this regular expression')
     parser.add_argument('program', nargs='+', help='a test program, by its path below tests/')
     arguments = parser.parse_args()
-    source, folder = arguments.build.resolve() / 'source', arguments.build.resolve() / 'build'
-    texts = {file: (ROOT / file).read_bytes() for folder_ in FOLDERS for file in project_files(f'{folder_}/*.cpp', f'{folder_}/*.hpp')}
+    texts = {file: (ROOT / file).read_bytes() for file in project_files(*(f'{folder}/*.[ch]pp' for folder in FOLDERS))}
     ones = switches.numbered(places.places_of(ROOT, texts), texts)
     print(f'{sum(len(one.place.mutants) for one in ones)} mutants', flush=True)
-    write_copy(source, texts, ones)
-    build(source, folder, arguments.program)
-    suites = suites_of(folder, arguments.program)
+    write_copy(texts, ones)
+    build(arguments.program)
+    suites = suites_of(arguments.program)
     print(f'{len(suites)} suites of tests, {sum(suite.seconds for suite in suites):.0f} s', flush=True)
     listed = equivalent()
     results = outcomes(suites, ones, re.compile(arguments.only), listed)
