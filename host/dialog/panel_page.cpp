@@ -52,7 +52,7 @@ void PanelPage::follow(GtkWidget* widget) {
     const auto edited = [](PanelPage* page) { page->onEdited(); };
     g_signal_connect_swapped(widget, signal, G_CALLBACK(+edited), this);
   };
-  if (GTK_IS_EDITABLE(widget)) connect("changed");
+  if (GTK_IS_EDITABLE(widget) || GTK_IS_COMBO_BOX(widget)) connect("changed");
   if (GTK_IS_CHECK_BUTTON(widget)) connect("toggled");
   if (GTK_IS_DROP_DOWN(widget)) connect("notify::selected");
   for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;

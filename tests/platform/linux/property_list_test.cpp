@@ -357,10 +357,12 @@ TEST(PropertyList, LeavesNoMemoryBehind) {
     EXPECT_TRUE(read(entry("<array><string>a</string><true/><data>AP8=</data><dict/></array>")));
     EXPECT_THAT(read(entry("<string>&#xD800;</string>")), IsNull());
   };
+  // Blocks are a little larger at one time than at another; what is left behind adds up.
+  constexpr std::size_t kRounds = 1000;
   readSome();
   const auto before = mallinfo2().uordblks;
-  for (int i = 0; i < 10; ++i) readSome();
-  EXPECT_EQ(mallinfo2().uordblks, before);
+  for (std::size_t round = 0; round < kRounds; ++round) readSome();
+  EXPECT_LT(mallinfo2().uordblks, before + kRounds);
 }
 
 // A locale that writes numbers with a comma, built for these tests alone.
