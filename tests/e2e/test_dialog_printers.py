@@ -29,10 +29,17 @@ class DialogPrintersTest(DialogCase):
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "15")
 
     def test_the_warning_goes_when_the_person_mends_the_value(self):
-        dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
-        dialog.says("does not allow 18")
-        dialog.type("Left Margin", "10")
-        until(lambda: not any("does not allow" in label for label in dialog.labels()), "the warning to go")
+        for wrong, mend in {
+            f"{MARGINS['Left']}=18": lambda dialog: dialog.type("Left Margin", "10"),
+            f"{POSITION}=Diagonal": lambda dialog: dialog.choose("Print Position", 1),
+        }.items():
+            with self.subTest(wrong):
+                dialog = self.panel("-o", f"{VALID}=On {wrong}")
+                dialog.says("does not allow")
+                mend(dialog)
+                until(lambda: not any("does not allow" in label for label in dialog.labels()), "the warning to go")
+                dialog.press("Cancel")
+                dialog.ends()
 
     def test_a_value_that_the_printer_does_not_allow_is_asked_about_at_print(self):
         dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
