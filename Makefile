@@ -61,7 +61,7 @@ mcdc: ## whether each condition of a decision is shown to decide by itself, by c
 	$(call build,mcdc)
 	tests/mcdc.sh
 
-mutants: ## whether the tests of the core notice each small change of it; takes half an hour
+mutants: ## whether the tests of the core notice each small change of it; takes ten minutes
 	$(install_dependencies) mutants
 	/usr/bin/python3 tests/mutants/run.py $(tests_of_core)
 

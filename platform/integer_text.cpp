@@ -1,28 +1,25 @@
 #include "platform/integer_text.hpp"
 
-#include <algorithm>
+#include <charconv>
 #include <limits>
+#include <system_error>
 
 namespace tandemtrim::platform {
-namespace {
 
-constexpr bool isBlank(char unit) { return unit == ' ' || (unit >= '\t' && unit <= '\r'); }
-
-}  // namespace
-
-// Counts downwards, since the smallest integer has no positive one of its size.
 std::int64_t integerValue(std::string_view text) noexcept {
-  using Limits = std::numeric_limits<std::int64_t>;
-  const auto* unit = std::ranges::find_if_not(text, isBlank);
-  const bool negative = unit != text.end() && *unit == '-';
-  if (unit != text.end() && (*unit == '-' || *unit == '+')) ++unit;
-  std::int64_t value = 0;
-  for (; unit != text.end() && *unit >= '0' && *unit <= '9'; ++unit) {
-    if (__builtin_mul_overflow(value, 10, &value) || __builtin_sub_overflow(value, *unit - '0', &value))
-      return negative ? Limits::min() : Limits::max();
+  const auto start = text.find_first_not_of(" \t\n\v\f\r");
+  if (start == std::string_view::npos) return 0;
+  text.remove_prefix(start);
+  const bool negative = text.front() == '-';
+  // std::from_chars reads a minus sign but no plus sign; a sign after the plus is no number.
+  if (text.front() == '+') {
+    text.remove_prefix(1);
+    if (!text.empty() && text.front() == '-') return 0;
   }
-  if (negative) return value;
-  return value == Limits::min() ? Limits::max() : -value;
+  std::int64_t value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec != std::errc::result_out_of_range) return value;
+  return negative ? std::numeric_limits<std::int64_t>::min() : std::numeric_limits<std::int64_t>::max();
 }
 
 }  // namespace tandemtrim::platform
