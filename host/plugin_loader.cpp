@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include "platform/linux/bundle.hpp"
+#include "platform/linux/bundle_info.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -27,9 +28,11 @@ LoadedPlugin loadPlugin(const std::string& path, const char* moduleEnding, const
   const auto bundle = platform::linux::Bundle::open(path, reason);
   if (!bundle) throw unusable(path, reason);
   for (const auto& fault : bundle->brokenTables()) note("the panel's texts stay untranslated: " + fault);
-  const auto principalClass = bundle->principalClass();
+  const auto info = platform::linux::BundleInfo::read(bundle->path(), reason);
+  if (!info) throw unusable(path, reason);
+  const auto principalClass = info->principalClass();
   if (!principalClass) throw unusable(path, "its Info.plist names no NSPrincipalClass");
-  const auto make = findMaker(path, bundle->modulePath(moduleEnding), *principalClass);
+  const auto make = findMaker(path, info->modulePath(moduleEnding), *principalClass);
 
   LoadedPlugin loaded{path, nullptr};
   make(loaded.plugin);

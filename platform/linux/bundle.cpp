@@ -6,8 +6,8 @@
 
 #include <dirent.h>
 
+#include "platform/linux/bundle_info.hpp"
 #include "platform/linux/regular_file.hpp"
-#include "platform/property_list.hpp"
 
 namespace tandemtrim::platform::linux {
 namespace {
@@ -32,14 +32,6 @@ std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending
   return stems;
 }
 
-bool isOnePart(std::string_view text) {
-  return text.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
-}
-
-bool isFileName(std::string_view name) {
-  return !name.empty() && name != "." && name != ".." && isOnePart(name);
-}
-
 // Absolute, and without a slash at its end, so that its last part is the bundle's name.
 fs::path folderAt(const std::string& path) {
   std::error_code ignored;
@@ -62,23 +54,19 @@ std::shared_ptr<Bundle> Bundle::open(const std::string& path, std::string& reaso
     reason = "there is no file " + infoFile;
     return nullptr;
   }
-  auto info = dictionaryWithContentsOfFile(infoFile);
-  if (!info) {
-    reason = infoFile + " cannot be read as a property list whose root is a dictionary";
-    return nullptr;
-  }
   struct Opened : Bundle {
-    Opened(fs::path at, std::shared_ptr<const Dictionary> with, const std::vector<std::string>& in)
-        : Bundle(std::move(at), std::move(with), in) {}
+    Opened(fs::path at, const std::vector<std::string>& in) : Bundle(std::move(at), in) {}
   };
-  return std::make_shared<Opened>(std::move(folder), std::move(info), languages);
+  return std::make_shared<Opened>(std::move(folder), languages);
 }
 
-Bundle::Bundle(fs::path path, std::shared_ptr<const Dictionary> info,
-               const std::vector<std::string>& languages)
-    : path_(std::move(path)), resources_(path_ / "Contents" / "Resources"), info_(std::move(info)) {
-  const auto developmentRegion = infoText("CFBundleDevelopmentRegion").value_or("en");
-  localization_ = chooseLocalization(stemsIn(resources_, kLocalizationEnding), languages, developmentRegion);
+Bundle::Bundle(fs::path path, const std::vector<std::string>& languages)
+    : path_(std::move(path)), resources_(path_ / "Contents" / "Resources") {
+  localization_ = chooseLocalization(stemsIn(resources_, kLocalizationEnding), languages, [this] {
+    std::string ignored;
+    const auto info = BundleInfo::read(path_, ignored);
+    return info ? info->developmentRegion() : std::string();
+  });
   if (!localization_) return;
   for (const auto& name : stemsIn(localizationFolder(), kTableEnding)) loadTable(name);
 }
@@ -97,25 +85,7 @@ void Bundle::loadTable(const std::string& name) {
   }
 }
 
-std::optional<std::string> Bundle::infoText(std::string_view key) const {
-  const auto object = find(*info_, key);
-  const auto* text = object ? object->as<std::string>() : nullptr;
-  return text == nullptr ? std::nullopt : std::optional(*text);
-}
-
 fs::path Bundle::localizationFolder() const { return resources_ / (*localization_ + kLocalizationEnding); }
-
-std::optional<std::string> Bundle::principalClass() const { return infoText("NSPrincipalClass"); }
-
-std::string Bundle::executableName() const {
-  const auto name = infoText("CFBundleExecutable");
-  if (name && isFileName(*name)) return *name;
-  return path_.stem();
-}
-
-std::string Bundle::modulePath(std::string_view suffix) const {
-  return path_ / "Contents" / "Linux" / executableName().append(suffix);
-}
 
 std::optional<std::string> Bundle::pathForResource(std::string_view name, std::string_view type) const {
   std::string file(name);

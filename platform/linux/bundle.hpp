@@ -11,13 +11,12 @@
 #include "platform/bundle.hpp"
 #include "platform/linux/languages.hpp"
 #include "platform/linux/strings_table.hpp"
-#include "platform/object.hpp"
 
 namespace tandemtrim::platform::linux {
 
 /// A bundle in a folder: Contents/Info.plist, the resources in Contents/Resources, the modules in
 /// Contents/Linux. One localization and its string tables are chosen when it is opened; it never changes
-/// afterwards.
+/// afterwards. What Info.plist says is a host's business (BundleInfo); here its presence tells a bundle.
 class Bundle : public platform::Bundle {
  public:
   /// The bundle in the folder at `path`, in the user's languages. Null when there is none, and `reason` names
@@ -27,13 +26,6 @@ class Bundle : public platform::Bundle {
 
   /// The bundle's folder, absolute.
   [[nodiscard]] std::string path() const { return path_.string(); }
-  [[nodiscard]] const Dictionary& infoDictionary() const noexcept { return *info_; }
-  /// The name under which the bundle's modules export their principal class, or none.
-  [[nodiscard]] std::optional<std::string> principalClass() const;
-  /// The modules' name without suffix; the bundle's own name when Info.plist gives none that is a file name.
-  [[nodiscard]] std::string executableName() const;
-  /// The path of the module whose name ends in `suffix`, whether it exists or not.
-  [[nodiscard]] std::string modulePath(std::string_view suffix) const;
 
   /// The chosen localization ("pt-BR"), or none when the bundle has none.
   [[nodiscard]] const std::optional<std::string>& localization() const noexcept { return localization_; }
@@ -49,17 +41,14 @@ class Bundle : public platform::Bundle {
                                                   std::optional<std::string_view> table) const override;
 
  protected:
-  Bundle(std::filesystem::path path, std::shared_ptr<const Dictionary> info,
-         const std::vector<std::string>& languages);
+  Bundle(std::filesystem::path path, const std::vector<std::string>& languages);
 
  private:
-  [[nodiscard]] std::optional<std::string> infoText(std::string_view key) const;
   [[nodiscard]] std::filesystem::path localizationFolder() const;
   void loadTable(const std::string& name);
 
   std::filesystem::path path_;
   std::filesystem::path resources_;
-  std::shared_ptr<const Dictionary> info_;
   std::optional<std::string> localization_;
   std::map<std::string, StringsTable, std::less<>> tables_;
   std::vector<std::string> brokenTables_;

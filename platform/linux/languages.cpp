@@ -47,6 +47,16 @@ std::string_view localeOf(const Environment& environment) {
   return "C";
 }
 
+// The localization of a language, itself or with its last parts left out.
+std::optional<std::string> localizationOf(std::string tag, const std::vector<std::string>& available) {
+  while (!tag.empty()) {
+    if (std::find(available.begin(), available.end(), tag) != available.end()) return tag;
+    const auto lastPart = tag.rfind('-');
+    tag.resize(lastPart == std::string::npos ? 0 : lastPart);
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 const char* processEnvironment(const char* name) { return std::getenv(name); }
@@ -90,17 +100,13 @@ std::vector<std::string> userLanguages(const Environment& environment) {
 }
 
 std::optional<std::string> chooseLocalization(const std::vector<std::string>& available,
-                                              std::vector<std::string> languages,
-                                              std::string_view developmentRegion) {
-  languages.emplace_back(developmentRegion);
-  for (auto& tag : languages) {
-    while (!tag.empty()) {
-      if (std::find(available.begin(), available.end(), tag) != available.end()) return tag;
-      const auto lastPart = tag.rfind('-');
-      tag.resize(lastPart == std::string::npos ? 0 : lastPart);
-    }
+                                              const std::vector<std::string>& languages,
+                                              const std::function<std::string()>& developmentRegion) {
+  for (const auto& language : languages) {
+    if (auto localization = localizationOf(language, available)) return localization;
   }
-  return available.empty() ? std::nullopt : std::optional(available.front());
+  if (available.empty()) return std::nullopt;
+  return localizationOf(developmentRegion(), available).value_or(available.front());
 }
 
 }  // namespace tandemtrim::platform::linux

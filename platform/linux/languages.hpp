@@ -24,10 +24,10 @@ std::vector<std::string> userLanguages(const Environment& environment = processE
 std::optional<std::string> languageTag(std::string_view localeName);
 
 /// The localization that fits the user best: that of the first language that is available, itself or with its
-/// last parts left out ("fr-CA" takes "fr"), else the development region's, else the first one. None when
-/// nothing is available.
+/// last parts left out ("fr-CA" takes "fr"), else the development region's, which is asked for then, else the
+/// first one. None when nothing is available.
 std::optional<std::string> chooseLocalization(const std::vector<std::string>& available,
-                                              std::vector<std::string> languages,
-                                              std::string_view developmentRegion);
+                                              const std::vector<std::string>& languages,
+                                              const std::function<std::string()>& developmentRegion);
 
 }  // namespace tandemtrim::platform::linux

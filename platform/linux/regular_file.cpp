@@ -24,6 +24,11 @@ struct OpenFile {
 
 }  // namespace
 
+bool isFileName(std::string_view name) noexcept {
+  const bool isOnePart = name.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+  return !name.empty() && name != "." && name != ".." && isOnePart;
+}
+
 // The bytes that come tell a file that is too long, whatever size the file system gives for it.
 std::optional<std::string> contentsOfRegularFile(const std::string& path, std::size_t limit) {
   const OpenFile file(path.c_str());

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include "platform/linux/bundle_info.hpp"
 #include "tests/support/temporary_folder.hpp"
 
 namespace tandemtrim::platform::linux {
@@ -50,6 +51,13 @@ class BundleTest : public testing::Test {
     EXPECT_EQ(reason, "");
     return bundle;
   }
+  [[nodiscard]] BundleInfo readInfo() const {
+    std::string reason;
+    auto read = BundleInfo::read(path(), reason);
+    if (!read) throw std::runtime_error(reason);
+    EXPECT_EQ(reason, "");
+    return *read;
+  }
   static std::string refusal(const std::string& path) {
     std::string reason;
     EXPECT_THAT(Bundle::open(path, reason), IsNull());
@@ -63,12 +71,10 @@ class BundleTest : public testing::Test {
 };
 
 TEST_F(BundleTest, TellsWhatItsInfoPropertyListSays) {
-  const auto bundle = open();
-  EXPECT_EQ(bundle->path(), path());
-  EXPECT_EQ(bundle->principalClass(), "Principal");
-  EXPECT_EQ(bundle->executableName(), "Module");
-  EXPECT_EQ(bundle->modulePath("-memory"), at("Linux/Module-memory"));
-  EXPECT_TRUE(bundle->infoDictionary().contains("CFBundleDevelopmentRegion"));
+  EXPECT_EQ(readInfo().principalClass(), "Principal");
+  EXPECT_EQ(readInfo().executableName(), "Module");
+  EXPECT_EQ(readInfo().modulePath("-memory"), at("Linux/Module-memory"));
+  EXPECT_TRUE(readInfo().dictionary().contains("CFBundleDevelopmentRegion"));
 }
 
 TEST_F(BundleTest, HasItsOwnNameForItsModulesWhenNoFileNameIsGiven) {
@@ -77,15 +83,15 @@ TEST_F(BundleTest, HasItsOwnNameForItsModulesWhenNoFileNameIsGiven) {
         "<key>CFBundleExecutable</key><string>..</string>", "<key>CFBundleExecutable</key><string/>",
         "<key>CFBundleExecutable</key><integer>1</integer>"}) {
     info(name);
-    EXPECT_EQ(open()->modulePath("-memory"), at("Linux/Sample-memory")) << name;
+    EXPECT_EQ(readInfo().modulePath("-memory"), at("Linux/Sample-memory")) << name;
   }
 }
 
 TEST_F(BundleTest, HasNoPrincipalClassUnlessItIsGivenAsAText) {
   info("");
-  EXPECT_EQ(open()->principalClass(), std::nullopt);
+  EXPECT_EQ(readInfo().principalClass(), std::nullopt);
   info("<key>NSPrincipalClass</key><array/>");
-  EXPECT_EQ(open()->principalClass(), std::nullopt);
+  EXPECT_EQ(readInfo().principalClass(), std::nullopt);
 }
 
 TEST_F(BundleTest, HasAnAbsolutePathHoweverItIsOpened) {
@@ -106,12 +112,18 @@ TEST_F(BundleTest, CannotBeOpenedWithoutAFolder) {
     EXPECT_EQ(refusal(where), "there is no folder " + where);
 }
 
-TEST_F(BundleTest, CannotBeOpenedWithoutAReadableInfoPropertyList) {
-  folder_.write("Sample.bundle/Contents/Info.plist", "<plist><array/></plist>");
-  EXPECT_EQ(refusal(path()),
-            at("Info.plist") + " cannot be read as a property list whose root is a dictionary");
+TEST_F(BundleTest, CannotBeOpenedWithoutAnInfoPropertyList) {
   fs::remove(at("Info.plist"));
   EXPECT_EQ(refusal(path()), "there is no file " + at("Info.plist"));
+}
+
+TEST_F(BundleTest, NamesAnInfoPropertyListThatCannotBeReadAndTakesTheFirstLanguageByName) {
+  table("ar", "");
+  folder_.write("Sample.bundle/Contents/Info.plist", "<plist><array/></plist>");
+  std::string reason;
+  EXPECT_FALSE(BundleInfo::read(path(), reason));
+  EXPECT_EQ(reason, at("Info.plist") + " cannot be read as a property list whose root is a dictionary");
+  EXPECT_EQ(open({"ja"})->localization(), "ar");
 }
 
 TEST_F(BundleTest, FindsResourcesFirstOutsideAndThenInsideTheChosenLocalization) {

@@ -1,0 +1,41 @@
+#include "platform/linux/bundle_info.hpp"
+
+#include <utility>
+
+#include "platform/linux/regular_file.hpp"
+#include "platform/property_list.hpp"
+
+namespace tandemtrim::platform::linux {
+
+std::optional<BundleInfo> BundleInfo::read(const std::filesystem::path& bundle, std::string& reason) {
+  const auto file = (bundle / "Contents" / "Info.plist").string();
+  auto dictionary = dictionaryWithContentsOfFile(file);
+  if (!dictionary) {
+    reason = file + " cannot be read as a property list whose root is a dictionary";
+    return std::nullopt;
+  }
+  return BundleInfo(bundle, std::move(dictionary));
+}
+
+BundleInfo::BundleInfo(std::filesystem::path bundle, std::shared_ptr<const Dictionary> dictionary)
+    : bundle_(std::move(bundle)), dictionary_(std::move(dictionary)) {}
+
+std::optional<std::string> BundleInfo::text(std::string_view key) const {
+  const auto object = find(*dictionary_, key);
+  const auto* text = object ? object->as<std::string>() : nullptr;
+  return text == nullptr ? std::nullopt : std::optional(*text);
+}
+
+std::string BundleInfo::developmentRegion() const { return text("CFBundleDevelopmentRegion").value_or("en"); }
+
+std::string BundleInfo::executableName() const {
+  const auto name = text("CFBundleExecutable");
+  if (name && isFileName(*name)) return *name;
+  return bundle_.stem();
+}
+
+std::string BundleInfo::modulePath(std::string_view suffix) const {
+  return bundle_ / "Contents" / "Linux" / executableName().append(suffix);
+}
+
+}  // namespace tandemtrim::platform::linux

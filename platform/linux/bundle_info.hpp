@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/object.hpp"
+
+namespace tandemtrim::platform::linux {
+
+/// What a bundle's Contents/Info.plist says. A text that it lacks, or gives as something else, is none.
+class BundleInfo {
+ public:
+  /// None when the file cannot be read, and `reason` names it and what is wrong with it.
+  static std::optional<BundleInfo> read(const std::filesystem::path& bundle, std::string& reason);
+
+  [[nodiscard]] const Dictionary& dictionary() const noexcept { return *dictionary_; }
+  /// The name under which the bundle's modules export their principal class.
+  [[nodiscard]] std::optional<std::string> principalClass() const { return text("NSPrincipalClass"); }
+  /// The language that the bundle's makers speak; English when none is given.
+  [[nodiscard]] std::string developmentRegion() const;
+  /// The modules' name without suffix; the bundle's own name when none is given that is a file name.
+  [[nodiscard]] std::string executableName() const;
+  /// The path of the module whose name ends in `suffix`, whether it exists or not.
+  [[nodiscard]] std::string modulePath(std::string_view suffix) const;
+
+ private:
+  BundleInfo(std::filesystem::path bundle, std::shared_ptr<const Dictionary> dictionary);
+  [[nodiscard]] std::optional<std::string> text(std::string_view key) const;
+
+  std::filesystem::path bundle_;
+  std::shared_ptr<const Dictionary> dictionary_;
+};
+
+}  // namespace tandemtrim::platform::linux
