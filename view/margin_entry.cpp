@@ -14,11 +14,10 @@ constexpr bool isDigit(char unit) { return unit >= '0' && unit <= '9'; }
 
 }  // namespace
 
-std::string digitString(std::string_view text) {
-  std::string digits(text);
+std::string digitString(std::string text) {
   // A character outside ASCII is a run of bytes of which none is an ASCII digit.
-  std::erase_if(digits, [](char unit) { return !isDigit(unit); });
-  return digits;
+  std::erase_if(text, [](char unit) { return !isDigit(unit); });
+  return text;
 }
 
 bool isDigitChar(std::string_view text) noexcept { return std::ranges::all_of(text, isDigit); }

@@ -9,7 +9,7 @@
 namespace tandemtrim::margin_entry {
 
 /// The text with everything but the ASCII digits removed.
-std::string digitString(std::string_view text);
+std::string digitString(std::string text);
 
 /// Whether the text holds nothing but ASCII digits; the empty text does.
 bool isDigitChar(std::string_view text) noexcept;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/integer_text.hpp"
 #include "view/margin_entry.hpp"
@@ -78,8 +79,8 @@ void MorvaTTViewControllerKV2::controlTextDidChange(const platform::Notification
   }
 }
 
-std::string MorvaTTViewControllerKV2::TTVCDigitString(std::string_view text) const {
-  return margin_entry::digitString(text);
+std::string MorvaTTViewControllerKV2::TTVCDigitString(std::string text) const {
+  return margin_entry::digitString(std::move(text));
 }
 
 bool MorvaTTViewControllerKV2::TTVCIsDigitChar(std::string_view character) const {

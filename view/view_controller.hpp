@@ -116,7 +116,7 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
   void TTVCInitializeTicket();
   void TTVCInitializeMargin();
   void TTVCGreyView();
-  [[nodiscard]] std::string TTVCDigitString(std::string_view text) const;
+  [[nodiscard]] std::string TTVCDigitString(std::string text) const;
   [[nodiscard]] bool TTVCIsDigitChar(std::string_view character) const;
 
  private:

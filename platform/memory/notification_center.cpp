@@ -21,6 +21,7 @@ void NotificationCenter::addObserver(const void* observer, Selector selector, st
 
 void NotificationCenter::removeObserver(const void* observer) {
   for (auto& subscription : subscriptions_) subscription.ended |= subscription.observer == observer;
+  someEnded_ = true;
   dropEnded();
 }
 
@@ -46,8 +47,9 @@ std::size_t NotificationCenter::subscriptionCount() const {
 }
 
 void NotificationCenter::dropEnded() {
-  if (delivering_ == 0)
-    std::erase_if(subscriptions_, [](const auto& subscription) { return subscription.ended; });
+  if (delivering_ > 0 || !someEnded_) return;
+  std::erase_if(subscriptions_, [](const auto& subscription) { return subscription.ended; });
+  someEnded_ = false;
 }
 
 }  // namespace memory

@@ -33,6 +33,7 @@ class NotificationCenter : public platform::NotificationCenter {
   // New subscriptions move none that is being called, and ended ones stay until no selector runs.
   std::list<Subscription> subscriptions_;
   int delivering_ = 0;
+  bool someEnded_ = false;
 };
 
 /// The one that defaultCenter() gives on this platform.
