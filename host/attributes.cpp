@@ -12,6 +12,14 @@ std::string attributeText(ipp_attribute_t* attribute) {
   return text;
 }
 
+void requestAttributes(const MessageHandle& request, const std::vector<std::string>& names) {
+  std::vector<const char*> texts;
+  texts.reserve(names.size());
+  for (const auto& name : names) texts.push_back(name.c_str());
+  ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                static_cast<int>(texts.size()), nullptr, texts.data());
+}
+
 void encodeOptions(const MessageHandle& request, const Options& options) {
   const OptionList list(options);
   for (const auto group : {IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION})

@@ -10,6 +10,12 @@
 namespace tandemtrim::host {
 namespace {
 
+// The attribute of a job that tells what became of an option.
+std::string attributeOf(const std::string& keyword) {
+  const bool isFormat = keyword == "document-format" || keyword == "raw";
+  return isFormat ? "document-format-supplied" : keyword;
+}
+
 // What libcups makes of an option when it creates a job; null when it leaves the option out.
 ipp_attribute_t* encode(const MessageHandle& request, const Option& option) {
   encodeOptions(request, {option});
@@ -25,12 +31,10 @@ bool isText(ipp_attribute_t* attribute) {
 // A text has to be the very value that was asked for. Numbers, ranges and the like have several spellings, so
 // they are compared in the form that libcups gave them.
 bool holds(const MessageHandle& job, const Option& option) {
-  if (option.keyword == "document-format" || option.keyword == "raw") {
-    auto* const format = findAttribute(job, "document-format-supplied");
-    return format != nullptr && ippGetString(format, 0, nullptr) == documentFormat({option});
-  }
-  auto* const held = findAttribute(job, option.keyword);
+  const auto name = attributeOf(option.keyword);
+  auto* const held = findAttribute(job, name);
   if (held == nullptr) return false;
+  if (name != option.keyword) return ippGetString(held, 0, nullptr) == documentFormat({option});
   if (isText(held)) return ippGetString(held, 0, nullptr) == option.value;
   const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
   auto* const asked = encode(request, option);
@@ -59,6 +63,9 @@ std::optional<std::vector<std::string>> lostOptions(const Connection& connection
                                                     int job, const Options& sent) {
   auto request = printerRequest(IPP_OP_GET_JOB_ATTRIBUTES, printer.name);
   ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
+  std::vector<std::string> names{"job-id"};
+  for (const auto& option : sent) names.push_back(attributeOf(option.keyword));
+  requestAttributes(request, names);
   const auto answer = connection.ask(std::move(request), printerResource(printer.name));
   const auto status = ippGetStatusCode(answer.get());
   if (status == IPP_STATUS_ERROR_NOT_FOUND) return std::nullopt;

@@ -8,6 +8,21 @@
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {
+namespace {
+
+// What libcups made of the file, if anything.
+PpdHandle wellFormed(ppd_file_t* opened, const std::string& name) {
+  PpdHandle ppd(opened);
+  if (ppd) return ppd;
+  int line = 0;
+  const auto status = ppdLastError(&line);
+  throw Failure(
+      Trouble::details,
+      "the PPD file " + name + " is malformed, line " + std::to_string(line) + ": " + ppdErrorString(status),
+      "; mend it (cupstestppd lists its mistakes) or name another by --ppd");
+}
+
+}  // namespace
 
 PpdHandle openPpd(const std::string& path, const std::string& name) {
   std::error_code ignored;
@@ -17,16 +32,12 @@ PpdHandle openPpd(const std::string& path, const std::string& name) {
   if (access(path.c_str(), R_OK) != 0) {
     throw Failure(Trouble::details, "the PPD file " + name + " cannot be read: " + std::strerror(errno));
   }
-  PpdHandle ppd(ppdOpenFile(path.c_str()));
-  if (!ppd) {
-    int line = 0;
-    const auto status = ppdLastError(&line);
-    throw Failure(Trouble::details,
-                  "the PPD file " + name + " is malformed, line " + std::to_string(line) + ": " +
-                      ppdErrorString(status),
-                  "; mend it (cupstestppd lists its mistakes) or name another by --ppd");
-  }
-  return ppd;
+  return wellFormed(ppdOpenFile(path.c_str()), name);
+}
+
+PpdHandle readPpd(int file, const std::string& name) {
+  lseek(file, 0, SEEK_SET);
+  return wellFormed(ppdOpenFd(file), name);
 }
 
 std::vector<std::string> dialogExtensions(ppd_file_t& ppd) {

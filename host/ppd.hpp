@@ -11,6 +11,9 @@ namespace tandemtrim::host {
 /// over. `name` is what messages call the file.
 PpdHandle openPpd(const std::string& path, const std::string& name);
 
+/// The same of an open file, which is closed.
+PpdHandle readPpd(int file, const std::string& name);
+
 /// The bundles that the PPD names as extensions of the print dialog, by their own names, without folders;
 /// empty when the printer has no panel.
 std::vector<std::string> dialogExtensions(ppd_file_t& ppd);
