@@ -11,6 +11,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::chrono::seconds kTimeout{10};
+constexpr const char* kNoServer = "/dev/null";
 
 std::chrono::seconds timeoutFromEnvironment() {
   const char* text = std::getenv("TANDEM_TRIM_TIMEOUT");
@@ -50,7 +51,8 @@ int onTimeout(http_t* /*http*/, void* silent) {
 
 }  // namespace
 
-Connection::Connection(const std::optional<std::string>& server) : timeout_(timeoutFromEnvironment()) {
+Connection::Connection(const std::optional<std::string>& server)
+    : server_(server), timeout_(timeoutFromEnvironment()) {
   if (server) cupsSetServer(server->c_str());
   const auto milliseconds = static_cast<int>(std::chrono::milliseconds(timeout_).count());
   http_.reset(
@@ -66,6 +68,14 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
   MessageHandle answer(cupsDoRequest(get(), request.release(), resource.c_str()));
   if (!answer) throw lastFailure();
   return answer;
+}
+
+DestinationHandle Connection::destination(const char* printer, const char* instance) const {
+  // What this server does not answer libcups asks its own default server, for a minute and more.
+  cupsSetServer(kNoServer);
+  DestinationHandle found(cupsGetNamedDest(get(), printer, instance));
+  cupsSetServer(server_ ? server_->c_str() : nullptr);
+  return isSilent() ? nullptr : std::move(found);
 }
 
 Failure Connection::lastFailure() const {

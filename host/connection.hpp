@@ -24,6 +24,10 @@ class Connection {
   /// server's.
   [[nodiscard]] MessageHandle ask(MessageHandle request, const std::string& resource) const;
 
+  /// The server's record of a printer (null: of the default one), with what the user saved for it or for an
+  /// instance of it; null when the server does not give one. libcups asks nobody else.
+  [[nodiscard]] DestinationHandle destination(const char* printer, const char* instance) const;
+
   /// Whether the server has left a request without an answer. libcups does not report that of every call.
   [[nodiscard]] bool isSilent() const noexcept { return *silent_; }
 
@@ -32,6 +36,7 @@ class Connection {
 
  private:
   HttpHandle http_;
+  std::optional<std::string> server_;
   std::chrono::seconds timeout_;
   // Set from libcups's callback; at an address that stays when the connection is moved.
   std::unique_ptr<bool> silent_ = std::make_unique<bool>(false);

@@ -26,7 +26,7 @@ Name splitName(const std::string& text) {
 }
 
 DestinationHandle defaultDestination(const Connection& connection) {
-  DestinationHandle destination(cupsGetNamedDest(connection.get(), nullptr, nullptr));
+  auto destination = connection.destination(nullptr, nullptr);
   if (!destination) {
     if (cupsLastError() != IPP_STATUS_ERROR_NOT_FOUND) throw connection.lastFailure();
     throw Failure(
@@ -51,8 +51,7 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
     // have.
     const auto [printerName, instance] = splitName(*name);
     facts = askFacts(connection, printerName);
-    printer.destination.reset(
-        cupsGetNamedDest(connection.get(), printerName.c_str(), instance ? instance->c_str() : nullptr));
+    printer.destination = connection.destination(printerName.c_str(), instance ? instance->c_str() : nullptr);
     if (!printer.destination) throw connection.lastFailure();
   } else {
     printer.destination = defaultDestination(connection);

@@ -53,17 +53,17 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
   }
   Destinations destinations(connection);
   auto* const mine = destinations.find(printer);
-  if (mine == nullptr) throw connection.lastFailure();
+  if (mine == nullptr || connection.isSilent()) throw connection.lastFailure();
   for (const auto& [keyword, value] : options) {
     mine->num_options = cupsAddOption(keyword.c_str(), value.c_str(), mine->num_options, &mine->options);
   }
   if (!destinations.save(connection)) {
+    if (connection.isSilent()) throw connection.lastFailure();
     throw Failure("the defaults for " + printer.name +
                   " cannot be kept: CUPS cannot write its file lpoptions");
   }
 
-  const DestinationHandle kept(
-      cupsGetNamedDest(connection.get(), printer.name.c_str(), printer.destination->instance));
+  const auto kept = connection.destination(printer.name.c_str(), printer.destination->instance);
   for (const auto& [keyword, value] : options) {
     const char* const found =
         kept ? cupsGetOption(keyword.c_str(), kept->num_options, kept->options) : nullptr;

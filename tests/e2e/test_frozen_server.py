@@ -5,9 +5,12 @@ import threading
 import unittest
 
 from cups_daemon import until
+from relay import GONE, SILENT, Relay
 from terminal_case import PROGRAM, SAMPLE, TerminalCase
 
 TIMEOUT = 1  # seconds that the program is told to wait for an answer
+# Those of a job on a queue of which nobody saved anything, in their order.
+REQUESTS = ["the printer's state", "the saved options", "the PPD", "a new job", "the document", "the job's options"]
 BOUND = 15  # seconds in which the program must have given up, one answer more or less
 
 
@@ -62,6 +65,48 @@ class FrozenServerTest(TerminalCase):
     def test_a_server_that_freezes_behind_a_document_leaves_it_open_what_becomes_of_the_job(self):
         said = self.freezes_on_the_way(100_000)
         self.assertRegex(said, r"Morva did not confirm .*job \d+ may still be printed \(see lpstat -o Morva\).*did not answer")
+
+    def in_trouble_at(self, what, trouble):
+        """Prints over a server that fails at this request; the program's error and the server's place in it."""
+        with Relay(self.cups.address, REQUESTS.index(what) + 1, trouble) as relay:
+            result = self.trim(
+                "-d", "Morva", SAMPLE, limit=BOUND, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT)
+            )
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        return result.stderr, relay.address
+
+    def test_a_server_that_fails_before_it_has_the_job_is_named_and_nothing_is_sent(self):
+        for what in REQUESTS[: REQUESTS.index("the document")]:
+            for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "failed")):
+                with self.subTest(what, trouble=trouble):
+                    before = self.cups.jobs()
+                    said, server = self.in_trouble_at(what, trouble)
+                    self.assertIn(f"the print server at {server} {words}", said)
+                    self.assertEqual(self.cups.jobs(), before)
+
+    def test_a_server_that_fails_behind_the_job_leaves_its_options_unconfirmed(self):
+        for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "failed")):
+            with self.subTest(trouble):
+                said, server = self.in_trouble_at("the job's options", trouble)
+                pattern = rf"job \d+ on Morva was sent, but its options could not be confirmed: the print server at {server} {words}"
+                self.assertRegex(said, pattern)
+                self.cups.wait_for_jobs()
+                self.assertEqual(len(self.cups.records()), 1)
+                self.cups.forget()
+
+    def test_a_server_that_falls_silent_where_settings_are_kept_is_named(self):
+        with Relay(self.cups.address, REQUESTS.index("the PPD") + 2, SILENT) as relay:
+            around = {"CUPS_SERVER": relay.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
+            result = self.trim("-d", "Morva", "--save-as-default", limit=BOUND, **around)
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn(f"the print server at {relay.address} did not answer within 1 s", result.stderr)
+
+    def test_the_printer_is_asked_about_once_more_where_somebody_saved_options_for_it(self):
+        save = ["lpoptions", "-p", "Morva", "-o", "x-note=mine"]
+        subprocess.run(save, env=self.environment(), capture_output=True, check=True)
+        with Relay(self.cups.address, len(REQUESTS) + 2, SILENT) as relay:
+            result, (record,) = self.prints("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address)
+        self.assertEqual(record.options["x-note"], "mine")
 
 
 if __name__ == "__main__":

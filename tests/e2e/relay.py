@@ -1,0 +1,75 @@
+"""Stands between a client and its print server, lets a number of the client's requests through, and then plays a server in trouble."""
+
+import socket
+import threading
+
+from cups_daemon import HOST
+
+SILENT, GONE = "silent", "gone"
+PIECE = 65536
+END_OF_REQUEST_LINE = b" HTTP/1.1\r\n"
+
+
+class Relay:
+    """From the request numbered `last` on the server is silent, or its connection and port are gone; between `with` and its end."""
+
+    def __init__(self, server, last, trouble):
+        self._server, self._last, self._trouble = server, last, trouble
+        self._listener = socket.create_server((HOST, 0))
+        self._open = []
+        self._requests = 0
+        self.address = "{}:{}".format(*self._listener.getsockname())
+        self._thread = threading.Thread(target=self._accept)
+
+    def __enter__(self):
+        self._thread.start()
+        return self
+
+    def __exit__(self, *_):
+        self._end(self._listener)
+        for one in self._open:
+            self._end(one)
+        self._thread.join()
+
+    @staticmethod
+    def _end(one):
+        try:
+            one.shutdown(socket.SHUT_RDWR)
+        except OSError:
+            pass  # it has ended by itself
+        one.close()
+
+    def _accept(self):
+        carriers = []
+        try:
+            while True:
+                client, _ = self._listener.accept()
+                server = socket.create_connection(self._server)
+                self._open += [client, server]
+                for carry in (self._requests_from, self._answers_to):
+                    carriers.append(threading.Thread(target=carry, args=(client, server)))
+                    carriers[-1].start()
+        except OSError:
+            pass  # nobody listens any more
+        for carrier in carriers:
+            carrier.join()
+
+    def _requests_from(self, client, server):
+        try:
+            while piece := client.recv(PIECE):
+                self._requests += piece.count(END_OF_REQUEST_LINE)
+                if self._requests < self._last:
+                    server.sendall(piece)
+                elif self._trouble == GONE:
+                    self._end(self._listener)
+                    self._end(client)
+        except OSError:
+            pass  # the connection is gone
+        self._end(server)
+
+    def _answers_to(self, client, server):
+        try:
+            while piece := server.recv(PIECE):
+                client.sendall(piece)
+        except OSError:
+            pass  # the connection is gone
