@@ -57,6 +57,7 @@ SystemGroup sys
 FileDevice Yes
 FatalErrors config listen
 ServerRoot {folder}/server
+ServerKeychain {folder}/keys
 ServerBin {folder}/programs
 RequestRoot {folder}/spool
 TempDir {folder}/spool/tmp
@@ -117,6 +118,7 @@ class CupsDaemon:
         for name in ("server", "spool", "spool/tmp", "cache", "state", "records", "home"):
             (self.folder / name).mkdir()
         (self.folder / "records").chmod(0o1777)
+        (self.folder / "keys").mkdir(mode=0o700)
         for name in ("programs/filter", "programs/backend"):
             (self.folder / name).mkdir(parents=True)
             for program in (SYSTEM_PROGRAMS / pathlib.Path(name).name).iterdir():

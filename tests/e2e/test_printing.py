@@ -72,6 +72,12 @@ class PrintingTest(TerminalCase):
         result, (record,) = self.prints("-d", "Morva", "-o", "landscape PageSize=A5", SAMPLE)
         self.assertEqual(result.stdout, f"job {record.job} on Morva: 9 of 9 options confirmed\n")
 
+    def test_a_connection_is_encrypted_where_the_user_wants_that(self):
+        _, (record,) = self.prints("-d", "Morva", SAMPLE, CUPS_ENCRYPTION="Required")
+        self.assertEqual(of_panel(record.options), DEFAULTS)
+        # The server makes its key for the first such connection.
+        self.assertTrue(list((self.cups.folder / "keys").glob("*.key")))
+
     def test_an_option_that_the_server_drops_is_named(self):
         # CUPS keeps count of the printed sheets itself and takes nobody's word for it.
         result = self.trim("-d", "Morva", "-o", "job-media-sheets-completed=5 landscape", SAMPLE)
