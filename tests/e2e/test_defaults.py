@@ -80,6 +80,13 @@ class DefaultsTest(TerminalCase):
         _, (record,) = self.prints("-d", "Morva/draft", SAMPLE)
         self.assertEqual(record.options[MARGINS["Top"]], "2")
 
+    def test_the_administrators_default_for_a_setting_goes_before_the_panels(self):
+        self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=8")
+        self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-R", "MVTopMargin-default")
+        self.assertEqual(of_panel(self.options_of()), DEFAULTS | {MARGINS["Top"]: "8"})
+        self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
+        self.assertEqual(of_panel(self.options_of()), DEFAULTS | {MARGINS["Top"]: "9"})
+
     def test_facts_about_the_printer_do_not_become_settings(self):
         self.keeps()
         kept = (self.cups.folder / "home/lpoptions", self.cups.folder / "home/.cups/lpoptions")

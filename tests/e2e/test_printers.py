@@ -66,6 +66,17 @@ class PrintersTest(TerminalCase):
         self.assertRegex(result.stderr, "Raw has no PPD.*filters may not know")
         self.assertRegex(result.stderr, rf'Left: "{OWN_LIMIT + 1}" was typed.*0 to {OWN_LIMIT}\b')
 
+    def test_a_class_of_printers_has_the_ppd_of_its_printer(self):
+        def run_command(*command):
+            subprocess.run(command, env=self.environment(), capture_output=True, check=True)
+
+        run_command("lpadmin", "-p", "Morva", "-c", "Class")
+        self.addCleanup(run_command, "lpadmin", "-x", "Class")
+        run_command("cupsaccept", "Class")
+        run_command("cupsenable", "Class")
+        _, (record,) = self.prints("-d", "Class", "--set", "Valid=On", "--set", f"Bottom={LARGEST['Bottom'] + 1}", SAMPLE)
+        self.assertEqual(record.options[MARGINS["Bottom"]], str(LARGEST["Bottom"]))
+
     def test_a_queue_without_a_ppd_knows_the_keywords_in_any_letter_case(self):
         self.add_queue("Raw")
         result, (record,) = self.prints("-d", "Raw", "-o", "mvtopmargin=3", SAMPLE)

@@ -1,6 +1,8 @@
 #include "host/ppd.hpp"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
@@ -30,6 +32,14 @@ TEST_F(APpd, NamesItsDialogExtensionsWithoutTheirFolders) {
                         "*APDialogExtension: \"/Library/Printers/Morva/TandemTrim.bundle\"\n"
                         "*APDialogExtension: \"Other.bundle/\"\n*APDialogExtension: \"\"\n");
   EXPECT_THAT(dialogExtensions(*ppd), ElementsAre("TandemTrim.bundle", "Other.bundle"));
+}
+
+TEST_F(APpd, IsReadFromItsBeginningByAnOpenFile) {
+  const auto path = folder.write("test.ppd", kHeader + "*APDialogExtension: \"TandemTrim.bundle\"\n");
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  lseek(file, 0, SEEK_END);
+  EXPECT_THAT(dialogExtensions(*readPpd(file, "test.ppd")), ElementsAre("TandemTrim.bundle"));
+  EXPECT_EQ(fcntl(file, F_GETFD), -1) << "it is still open";
 }
 
 TEST_F(APpd, NamesNoFolderOutsideThoseOfPlugInsAsADialogExtension) {
