@@ -1,90 +1,143 @@
 #include "platform/gtk/menus.hpp"
 
 #include <algorithm>
-#include <memory>
 
-#include <gtk/gtk.h>
+#include "platform/gtk/guarded.hpp"
 
 namespace tandemtrim::platform::gtk {
 namespace {
 
-GtkTreeModel* modelOf(Gtk::ComboBoxText& menu) { return gtk_combo_box_get_model(menu.Gtk::ComboBox::gobj()); }
-
-GtkTreeIter rowAt(Gtk::ComboBoxText& menu, int index) {
-  GtkTreeIter row{};
-  gtk_tree_model_iter_nth_child(modelOf(menu), &row, nullptr, index);
-  return row;
-}
-
-// The wheel that scrolls the dialog must not choose another item on its way.
-void ignoreWheel(GtkWidget* menu) {
-  GListModel* const controllers = gtk_widget_observe_controllers(menu);
-  for (guint index = 0; index < g_list_model_get_n_items(controllers); ++index) {
-    void* const controller = g_list_model_get_item(controllers, index);
-    if (GTK_IS_EVENT_CONTROLLER_SCROLL(controller)) {
-      gtk_event_controller_set_propagation_phase(GTK_EVENT_CONTROLLER(controller), GTK_PHASE_NONE);
-    }
-    g_object_unref(controller);
-  }
-  g_object_unref(controllers);
-}
-
 // The part of a menu that takes the keyboard, and of which a screen reader therefore speaks.
-GtkWidget* buttonOf(GtkWidget* menu) {
-  auto* child = gtk_widget_get_first_child(menu);
-  while (child != nullptr && !GTK_IS_TOGGLE_BUTTON(child))
-    child = GTK_IS_BOX(child) ? gtk_widget_get_first_child(child) : gtk_widget_get_next_sibling(child);
-  return child;
+GtkAccessible* buttonOf(GtkMenuButton* menu) {
+  return GTK_ACCESSIBLE(gtk_widget_get_first_child(GTK_WIDGET(menu)));
 }
 
-// The menu's name is its button's as well.
-void nameButton(GtkWidget* menu) {
-  auto* const button = buttonOf(menu);
-  GList* const labels = gtk_widget_list_mnemonic_labels(menu);
-  if (button != nullptr && labels != nullptr)
-    gtk_accessible_update_relation(GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_RELATION_LABELLED_BY, labels->data,
-                                   nullptr, -1);
+// The menu's label is a part's as well.
+void nameAsMenu(GtkAccessible* part, GtkMenuButton* menu) {
+  GList* const labels = gtk_widget_list_mnemonic_labels(GTK_WIDGET(menu));
+  if (labels != nullptr)
+    gtk_accessible_update_relation(part, GTK_ACCESSIBLE_RELATION_LABELLED_BY, labels->data, nullptr, -1);
   g_list_free(labels);
 }
 
 }  // namespace
 
-std::optional<std::string> MenuItem::column(int column) const {
-  auto row = rowAt(menu_, index_);
-  char* text = nullptr;
-  gtk_tree_model_get(modelOf(menu_), &row, column, &text, -1);
-  const std::unique_ptr<char, decltype(&g_free)> owned(text, &g_free);
-  return text == nullptr ? std::nullopt : std::optional<std::string>(text);
+void MenuItem::setTitle(std::string_view title) {
+  title_ = title;
+  menu_.showTitles();
 }
 
-void MenuItem::setColumn(int column, std::string_view text) {
-  auto row = rowAt(menu_, index_);
-  gtk_list_store_set(GTK_LIST_STORE(modelOf(menu_)), &row, column, std::string(text).c_str(), -1);
+PopUpButton::PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>& titles)
+    : ControlOf(button), keys_(gtk_event_controller_key_new()) {
+  for (const auto& title : titles) items_.emplace_back(*this, title);
+  auto* const menu = button.gobj();
+  // The toolkit has the content in the button's middle.
+  if (auto* const label = gtk_menu_button_get_child(menu))
+    gtk_widget_set_halign(gtk_widget_get_parent(label), GTK_ALIGN_FILL);
+  if (!items_.empty()) choose(0);
+  nameAsMenu(buttonOf(menu), menu);
+  // The toolkit has the menu's name describe the button, too.
+  gtk_accessible_reset_relation(buttonOf(menu), GTK_ACCESSIBLE_RELATION_DESCRIBED_BY);
+  gtk_menu_button_set_create_popup_func(menu, &PopUpButton::onOpen, this, nullptr);
+  g_signal_connect(keys_, "key-pressed", G_CALLBACK(&PopUpButton::onKey), this);
+  gtk_widget_add_controller(GTK_WIDGET(menu), keys_);
 }
 
-PopUpButton::PopUpButton(Gtk::ComboBoxText& menu) : ControlOf(menu) {
-  const int count = gtk_tree_model_iter_n_children(modelOf(menu), nullptr);
-  for (int index = 0; index < count; ++index) items_.emplace_back(menu, index);
-  ignoreWheel(GTK_WIDGET(menu.gobj()));
-  nameButton(GTK_WIDGET(menu.gobj()));
-  menu.signal_changed().connect(sigc::mem_fun(*this, &PopUpButton::tellChoice));
+// The list and the keys know this; the button may outlive it.
+PopUpButton::~PopUpButton() {
+  auto* const menu = widget().gobj();
+  gtk_menu_button_set_create_popup_func(menu, nullptr, nullptr, nullptr);
+  gtk_menu_button_set_popover(menu, nullptr);
+  gtk_widget_remove_controller(GTK_WIDGET(menu), keys_);
 }
 
-// The button's name does not say what is chosen.
-void PopUpButton::tellChoice() {
-  if (auto* const button = buttonOf(GTK_WIDGET(widget().gobj())))
-    gtk_accessible_update_property(GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
-                                   widget().get_active_text().c_str(), -1);
-}
+MenuItem* PopUpButton::selectedItem() { return chosen_ ? &items_.at(*chosen_) : nullptr; }
 
-MenuItem* PopUpButton::selectedItem() {
-  const int selected = widget().get_active_row_number();
-  return selected < 0 ? nullptr : &items_.at(static_cast<std::size_t>(selected));
-}
+std::string PopUpButton::chosenTitle() const { return chosen_ ? items_.at(*chosen_).title() : ""; }
 
 void PopUpButton::selectItemWithTitle(std::string_view title) {
   const auto item = std::ranges::find(items_, title, &MenuItem::title);
-  widget().set_active(item == items_.end() ? -1 : static_cast<int>(item - items_.begin()));
+  choose(item == items_.end() ? std::nullopt
+                              : std::optional(static_cast<std::size_t>(item - items_.begin())));
+}
+
+void PopUpButton::choose(std::optional<std::size_t> index) {
+  if (chosen_ == index) return;
+  chosen_ = index;
+  showTitles();
+  if (changed_) changed_();
+}
+
+bool PopUpButton::chooseForPerson(std::size_t index) {
+  guarded([&] { choose(index); });
+  return true;
+}
+
+// The button's name does not say what is chosen. Its label is as wide as any choice needs.
+void PopUpButton::showTitles() {
+  const auto title = chosenTitle();
+  gtk_accessible_update_property(buttonOf(widget().gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
+                                 title.c_str(), -1);
+  auto* const label = gtk_menu_button_get_child(widget().gobj());
+  if (!GTK_IS_LABEL(label)) return;
+  glong longest = 0;
+  for (const auto& item : items_) longest = std::max(longest, g_utf8_strlen(item.title().c_str(), -1));
+  gtk_label_set_width_chars(GTK_LABEL(label), static_cast<int>(longest));
+  gtk_label_set_text(GTK_LABEL(label), title.c_str());
+}
+
+void PopUpButton::onOpen(GtkMenuButton* menu, gpointer data) {
+  auto* const self = static_cast<PopUpButton*>(data);
+  auto* const list = gtk_list_box_new();
+  for (const auto& item : self->items_) {
+    auto* const title = gtk_label_new(item.title().c_str());
+    gtk_label_set_xalign(GTK_LABEL(title), 0);
+    gtk_list_box_append(GTK_LIST_BOX(list), title);
+  }
+  const int chosen = self->chosen_ ? static_cast<int>(*self->chosen_) : -1;
+  gtk_list_box_select_row(GTK_LIST_BOX(list), gtk_list_box_get_row_at_index(GTK_LIST_BOX(list), chosen));
+  g_signal_connect(list, "row-activated", G_CALLBACK(&PopUpButton::onRow), self);
+  nameAsMenu(GTK_ACCESSIBLE(list), menu);
+
+  auto* const popover = gtk_popover_new();
+  gtk_widget_add_css_class(popover, "menu");
+  gtk_popover_set_has_arrow(GTK_POPOVER(popover), FALSE);
+  gtk_popover_set_child(GTK_POPOVER(popover), list);
+  gtk_menu_button_set_popover(menu, popover);
+}
+
+void PopUpButton::onRow(GtkListBox* /*list*/, GtkListBoxRow* row, PopUpButton* self) {
+  gtk_menu_button_popdown(self->widget().gobj());
+  self->chooseForPerson(static_cast<std::size_t>(gtk_list_box_row_get_index(row)));
+}
+
+gboolean PopUpButton::onKey(GtkEventControllerKey* /*keys*/, guint key, guint /*code*/,
+                            GdkModifierType modifiers, PopUpButton* self) {
+  auto* const popover = gtk_menu_button_get_popover(self->widget().gobj());
+  const bool isOpen = popover != nullptr && gtk_widget_get_visible(GTK_WIDGET(popover)) != FALSE;
+  const auto count = self->items_.size();
+  if (isOpen || count == 0 || (modifiers & (GDK_CONTROL_MASK | GDK_ALT_MASK)) != 0) return FALSE;
+  const auto chosen = self->chosen_;
+  switch (key) {
+    case GDK_KEY_Down:
+    case GDK_KEY_KP_Down:
+      return self->chooseForPerson(chosen ? std::min(*chosen + 1, count - 1) : 0);
+    case GDK_KEY_Up:
+    case GDK_KEY_KP_Up:
+      return self->chooseForPerson(std::max<std::size_t>(chosen.value_or(count), 1) - 1);
+    case GDK_KEY_Home:
+    case GDK_KEY_KP_Home:
+    case GDK_KEY_Page_Up:
+    case GDK_KEY_KP_Page_Up:
+      return self->chooseForPerson(0);
+    case GDK_KEY_End:
+    case GDK_KEY_KP_End:
+    case GDK_KEY_Page_Down:
+    case GDK_KEY_KP_Page_Down:
+      return self->chooseForPerson(count - 1);
+    default:
+      return FALSE;
+  }
 }
 
 }  // namespace tandemtrim::platform::gtk

@@ -1,51 +1,72 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include <gtkmm/comboboxtext.h>
+#include <gtkmm/menubutton.h>
 
 #include "platform/gtk/control.hpp"
 #include "view/controls.hpp"
 
 namespace tandemtrim::platform::gtk {
 
-/// One row of a combo box; its represented object is the row's identifier.
+class PopUpButton;
+
 class MenuItem : public platform::MenuItem {
  public:
-  MenuItem(Gtk::ComboBoxText& menu, int index) : menu_(menu), index_(index) {}
+  MenuItem(PopUpButton& menu, std::string title) : menu_(menu), title_(std::move(title)) {}
 
-  [[nodiscard]] std::string title() const { return column(kTitleColumn).value_or(""); }
-  void setTitle(std::string_view title) override { setColumn(kTitleColumn, title); }
-  [[nodiscard]] std::optional<std::string> representedObject() const override { return column(kIdColumn); }
-  void setRepresentedObject(std::string_view value) override { setColumn(kIdColumn, value); }
+  [[nodiscard]] const std::string& title() const { return title_; }
+  void setTitle(std::string_view title) override;
+  [[nodiscard]] std::optional<std::string> representedObject() const override { return value_; }
+  void setRepresentedObject(std::string_view value) override { value_ = value; }
 
  private:
-  static constexpr int kTitleColumn = 0;
-  static constexpr int kIdColumn = 1;
-  [[nodiscard]] std::optional<std::string> column(int column) const;
-  void setColumn(int column, std::string_view text);
-
-  Gtk::ComboBoxText& menu_;
-  int index_;
+  PopUpButton& menu_;
+  std::string title_;
+  std::optional<std::string> value_;
 };
 
-class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::ComboBoxText> {
+/// A button that shows the chosen item and opens the list of all, which is built when it opens. Keys move the
+/// choice without opening it. The first item is chosen at the beginning.
+class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
  public:
-  explicit PopUpButton(Gtk::ComboBoxText& menu);
+  /// The choice is shown by a label, the button's child.
+  PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>& titles);
+  ~PopUpButton() override;
+  PopUpButton(const PopUpButton&) = delete;
+  PopUpButton& operator=(const PopUpButton&) = delete;
 
   [[nodiscard]] std::size_t numberOfItems() const override { return items_.size(); }
   [[nodiscard]] MenuItem& itemAtIndex(std::size_t index) override { return items_.at(index); }
   [[nodiscard]] MenuItem* selectedItem() override;
+  /// Nothing is chosen when no item has the title.
   void selectItemWithTitle(std::string_view title) override;
 
+  /// The title of the chosen item, else empty.
+  [[nodiscard]] std::string chosenTitle() const;
+  /// Runs after another item is chosen, whoever chose it.
+  void setChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+
  private:
-  void tellChoice();
+  friend class MenuItem;
+  void showTitles();
+  void choose(std::optional<std::size_t> index);
+  bool chooseForPerson(std::size_t index);
+  static void onOpen(GtkMenuButton* menu, gpointer self);
+  static void onRow(GtkListBox* list, GtkListBoxRow* row, PopUpButton* self);
+  static gboolean onKey(GtkEventControllerKey* keys, guint key, guint code, GdkModifierType modifiers,
+                        PopUpButton* self);
 
   std::vector<MenuItem> items_;
+  std::optional<std::size_t> chosen_;
+  std::function<void()> changed_;
+  GtkEventController* keys_;
 };
 
 }  // namespace tandemtrim::platform::gtk

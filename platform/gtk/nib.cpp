@@ -20,13 +20,22 @@ std::string nibPath(std::string_view name) {
   return contents / "Resources" / std::string(name).append(".ui");
 }
 
+// The toolkit's own classes: those of its C++ interface have more to set up, and nothing here overrides them.
+Glib::RefPtr<Gtk::Builder> described(const std::string& path) {
+  auto* const builder = gtk_builder_new();
+  auto description = Glib::wrap(builder);
+  GError* error = nullptr;
+  if (gtk_builder_add_from_file(builder, path.c_str(), &error) == FALSE) Glib::Error::throw_exception(error);
+  return description;
+}
+
 }  // namespace
 
 bool loadNibNamed(std::string_view name, NibOwner& owner) try {
   // Without a screen there is no widget to make.
   if (gdk_display_get_default() == nullptr) return false;
   Gtk::init_gtkmm_internals();
-  auto panel = std::make_unique<gtk::Panel>(Gtk::Builder::create_from_file(nibPath(name)), owner);
+  auto panel = std::make_unique<gtk::Panel>(described(nibPath(name)), owner);
   auto& loaded = *panel;
   owner.keepLoadedNib(std::move(panel));
   loaded.connectOutlets(owner);

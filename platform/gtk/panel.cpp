@@ -34,8 +34,7 @@ Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
       view_(dynamic_cast<Gtk::Widget*>(description_->get_object(std::string(kView)).get())) {
   for (const auto outlet : owner.outletNames()) {
     if (outlet == kView) continue;
-    const auto object = description_->get_object(std::string(outlet));
-    if (auto control = wrap(object.get())) controls_.emplace(outlet, std::move(control));
+    if (auto control = wrap(outlet)) controls_.emplace(outlet, std::move(control));
   }
   connectSteppers();
   connectActions(owner);
@@ -44,14 +43,27 @@ Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
 }
 
 // A widget's class tells which of the controls it is.
-std::unique_ptr<NibObject> Panel::wrap(Glib::Object* object) {
+std::unique_ptr<NibObject> Panel::wrap(std::string_view outlet) const {
+  const auto held = description_->get_object(std::string(outlet));
+  auto* const object = held.get();
   if (auto* label = dynamic_cast<Gtk::Label*>(object)) return std::make_unique<TextLabel>(*label);
   if (auto* entry = dynamic_cast<Gtk::Entry*>(object)) return std::make_unique<TextBox>(*entry);
   if (auto* box = dynamic_cast<Gtk::Box*>(object)) return Stepper::make(*box);
-  if (auto* menu = dynamic_cast<Gtk::ComboBoxText*>(object)) return std::make_unique<PopUpButton>(*menu);
+  if (auto* menu = dynamic_cast<Gtk::MenuButton*>(object))
+    return std::make_unique<PopUpButton>(*menu, itemsOf(outlet));
   if (auto* check = dynamic_cast<Gtk::CheckButton*>(object)) return std::make_unique<CheckBox>(*check);
   if (auto* button = dynamic_cast<Gtk::Button*>(object)) return std::make_unique<Button>(*button);
   return nullptr;
+}
+
+// Those that stand beside the menu under its name.
+std::vector<std::string> Panel::itemsOf(std::string_view menu) const {
+  auto* const list = gtk_builder_get_object(description_->gobj(), std::string(menu).append("Items").c_str());
+  std::vector<std::string> titles;
+  for (guint index = 0; GTK_IS_STRING_LIST(list) && index < g_list_model_get_n_items(G_LIST_MODEL(list));
+       ++index)
+    titles.emplace_back(gtk_string_list_get_string(GTK_STRING_LIST(list), index));
+  return titles;
 }
 
 void Panel::connectSteppers() const {

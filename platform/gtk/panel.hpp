@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <gtkmm/builder.h>
 
@@ -32,7 +33,8 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   [[nodiscard]] NibObject* control(std::string_view outlet) const;
 
  private:
-  [[nodiscard]] static std::unique_ptr<NibObject> wrap(Glib::Object* object);
+  [[nodiscard]] std::unique_ptr<NibObject> wrap(std::string_view outlet) const;
+  [[nodiscard]] std::vector<std::string> itemsOf(std::string_view menu) const;
   void connectSteppers() const;
   void connectActions(NibOwner& owner) const;
   void connectPicture();

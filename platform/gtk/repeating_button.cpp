@@ -3,7 +3,6 @@
 #include <utility>
 
 #include <glibmm/main.h>
-#include <gtkmm/gestureclick.h>
 
 #include "platform/gtk/guarded.hpp"
 
@@ -17,14 +16,18 @@ constexpr unsigned kInterval = 60;
 
 RepeatingButton::RepeatingButton(Gtk::Button& button, std::function<void()> action)
     : button_(button), action_(std::move(action)) {
-  auto press = Gtk::GestureClick::create();
-  press->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-  press->signal_pressed().connect(sigc::mem_fun(*this, &RepeatingButton::onPressed));
-  button.add_controller(press);
+  button.signal_state_flags_changed().connect(sigc::mem_fun(*this, &RepeatingButton::onStateChanged));
   button.signal_clicked().connect(sigc::mem_fun(*this, &RepeatingButton::onClicked));
 }
 
-void RepeatingButton::onPressed(int /*presses*/, double /*x*/, double /*y*/) {
+// The button itself knows best for how long it is held.
+bool RepeatingButton::isHeld() const {
+  return (button_.get_state_flags() & Gtk::StateFlags::ACTIVE) == Gtk::StateFlags::ACTIVE;
+}
+
+void RepeatingButton::onStateChanged(Gtk::StateFlags before) {
+  const bool wasHeld = (before & Gtk::StateFlags::ACTIVE) == Gtk::StateFlags::ACTIVE;
+  if (wasHeld || !isHeld()) return;
   repeated_ = false;
   startTimer(kDelay);
 }
@@ -40,10 +43,8 @@ void RepeatingButton::startTimer(unsigned milliseconds) {
   timer_ = Glib::signal_timeout().connect(sigc::mem_fun(*this, &RepeatingButton::onTimeout), milliseconds);
 }
 
-// The button itself knows best for how long it is held.
 bool RepeatingButton::onTimeout() {
-  const bool held = (button_.get_state_flags() & Gtk::StateFlags::ACTIVE) == Gtk::StateFlags::ACTIVE;
-  if (!held) return repeated_ = false;
+  if (!isHeld()) return repeated_ = false;
   guarded(action_);
   if (std::exchange(repeated_, true)) return true;
   startTimer(kInterval);

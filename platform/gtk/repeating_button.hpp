@@ -17,7 +17,8 @@ class RepeatingButton : public sigc::trackable {
   ~RepeatingButton() { timer_.disconnect(); }
 
  private:
-  void onPressed(int presses, double x, double y);
+  [[nodiscard]] bool isHeld() const;
+  void onStateChanged(Gtk::StateFlags before);
   void onClicked();
   void startTimer(unsigned milliseconds);
   bool onTimeout();

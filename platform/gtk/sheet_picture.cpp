@@ -39,14 +39,18 @@ double millimetres(const Labelled<TextBox>& margin) {
 
 SheetPicture::SheetPicture(Gtk::DrawingArea& area, SheetControls controls)
     : area_(area), controls_(controls), paperWidth_(Sheet{}.width), paperHeight_(Sheet{}.height) {
-  const auto follow = [this](auto& labelled) {
-    labelled.control->widget().signal_changed().connect(sigc::mem_fun(*this, &SheetPicture::refresh));
-    labelled.label->widget().property_label().signal_changed().connect(
-        sigc::mem_fun(*this, &SheetPicture::refresh));
+  const auto refreshing = sigc::mem_fun(*this, &SheetPicture::refresh);
+  const auto follow = [&](const TextLabel& label) {
+    label.widget().property_label().signal_changed().connect(refreshing);
   };
-  follow(controls_.direction);
-  follow(controls_.position);
-  for (auto& margin : controls_.margins) follow(margin);
+  for (const auto* menu : {&controls_.direction, &controls_.position}) {
+    menu->control->setChanged([this] { refresh(); });
+    follow(*menu->label);
+  }
+  for (const auto& margin : controls_.margins) {
+    margin.control->widget().signal_changed().connect(refreshing);
+    follow(*margin.label);
+  }
   area_.set_draw_func(sigc::mem_fun(*this, &SheetPicture::draw));
 }
 
@@ -87,7 +91,7 @@ std::string SheetPicture::description() const {
     text += "; " + label.stringValue() + ' ' + value;
   };
   for (const auto* menu : {&controls_.direction, &controls_.position})
-    add(*menu->label, menu->control->widget().get_active_text());
+    add(*menu->label, menu->control->chosenTitle());
   for (const auto& margin : controls_.margins)
     add(*margin.label, margin.control->widget().get_text().raw() + " mm");
   return text;

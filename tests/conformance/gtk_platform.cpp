@@ -37,7 +37,7 @@ struct Seen {
       auto& item = menu.itemAtIndex(index);
       look.choices.push_back({item.title(), item.representedObject()});
     }
-    look.text = menu.widget().get_active_text();
+    look.text = menu.chosenTitle();
     if (auto* selected = menu.selectedItem()) look.chosen = selected->representedObject();
   }
 

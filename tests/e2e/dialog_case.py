@@ -184,8 +184,7 @@ class PrintDialog:
         return until(lambda: next((label for label in self.labels() if words in label), None), f"the words {words!r}")
 
     def choose(self, name, index):
-        menu = self.find("combo box", name)
-        Atspi.Selection.select_child(menu, index)
+        self.choose_by_keys(name, "Home", *["Down"] * index)
 
     def choose_by_keys(self, name, *keys):
         """Opens the menu of this name and goes through it by these keys."""

@@ -86,6 +86,53 @@ TEST(Mnemonic, OpensTheMenuOfItsLabel) {
     EXPECT_EQ(gtk_label_get_mnemonic_widget(GTK_LABEL(shown.widget(label))), shown.widget(menu));
 }
 
+// What a menu shows as its choice.
+std::string choice(ShownPanel& shown) {
+  return gtk_label_get_text(GTK_LABEL(widgetsOf(shown.widget("positionPopUp"), GTK_TYPE_LABEL).front()));
+}
+
+TEST(MenuByKeys, MovesItsChoiceWithoutOpening) {
+  ShownPanel shown;
+  shown.person().focus(shown.widget("positionPopUp"));
+  for (const auto& [key, expected] :
+       {std::pair{XK_Up, "Left"}, std::pair{XK_Up, "Left"}, std::pair{XK_End, "Right"},
+        std::pair{XK_Down, "Right"}, std::pair{XK_Home, "Left"}, std::pair{XK_Down, "Center"},
+        std::pair{XK_Page_Down, "Right"}, std::pair{XK_Page_Up, "Left"}, std::pair{XK_KP_End, "Right"}}) {
+    shown.person().press(key);
+    EXPECT_EQ(choice(shown), expected);
+  }
+  EXPECT_EQ(focused(shown), "positionPopUp");
+}
+
+TEST(MenuByKeys, MovesFromNoChoiceToTheNearestEnd) {
+  for (const auto& [key, expected] : {std::pair{XK_Down, "Left"}, std::pair{XK_Up, "Right"}}) {
+    ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "elsewhere"}}});
+    EXPECT_EQ(choice(shown), "");
+    shown.person().focus(shown.widget("positionPopUp"));
+    shown.person().press(key);
+    EXPECT_EQ(choice(shown), expected);
+  }
+}
+
+TEST(Menu, BuildsItsListWhenItOpensAndClosesItForAChoice) {
+  ShownPanel shown;
+  auto* const menu = GTK_MENU_BUTTON(shown.widget("positionPopUp"));
+  EXPECT_EQ(gtk_menu_button_get_popover(menu), nullptr);
+  gtk_menu_button_popup(menu);
+  auto* const popover = GTK_WIDGET(gtk_menu_button_get_popover(menu));
+  ASSERT_NE(popover, nullptr);
+  waitUntil("the list", [&] { return gtk_widget_get_mapped(popover) != FALSE; });
+  std::vector<std::string> titles;
+  for (auto* const label : widgetsOf(popover, GTK_TYPE_LABEL))
+    titles.emplace_back(gtk_label_get_text(GTK_LABEL(label)));
+  EXPECT_THAT(titles, testing::ElementsAre("Left", "Center", "Right"));
+  auto* const list = GTK_LIST_BOX(widgetsOf(popover, GTK_TYPE_LIST_BOX).front());
+  EXPECT_EQ(gtk_list_box_row_get_index(gtk_list_box_get_selected_row(list)), 1);
+  gtk_widget_activate(GTK_WIDGET(gtk_list_box_get_row_at_index(list, 2)));
+  waitUntil("the end of the list", [&] { return gtk_widget_get_mapped(popover) == FALSE; });
+  EXPECT_EQ(choice(shown), "Right");
+}
+
 TEST(Mnemonic, SwitchesTheFunctionByTheLetterOfTheCheckBox) {
   ShownPanel shown;
   auto* const check = shown.widget("tandemTrimValid");

@@ -29,9 +29,10 @@ class Owner : public platform::NibOwner {
   std::vector<std::pair<std::string, platform::NibObject*>> actions;
 };
 
-// A view that holds the objects.
-std::string nib(const std::string& objects) {
-  return R"(<interface><object class="GtkBox" id="tandemTrimView">)" + objects + "</object></interface>";
+// A view that holds the objects, and others beside it.
+std::string nib(const std::string& objects, const std::string& others = "") {
+  return "<interface>" + others + R"(<object class="GtkBox" id="tandemTrimView">)" + objects +
+         "</object></interface>";
 }
 std::string object(const std::string& type, const std::string& name, const std::string& content = "") {
   return "<child><object class=\"" + type + "\" id=\"" + name + "\">" + content + "</object></child>";
@@ -80,7 +81,7 @@ TEST_F(GtkNib, ConnectsWhatItHasAndSaysNothingOfWhatItLacks) {
 
 TEST_F(GtkNib, GivesEachWidgetTheClassOfItsKind) {
   load(nib(object("GtkEntry", "textBoxMarginTop") + object("GtkCheckButton", "tandemTrimValid") +
-           object("GtkComboBoxText", "directionPopUp") + object("GtkButton", "defaultButton") +
+           object("GtkMenuButton", "directionPopUp") + object("GtkButton", "defaultButton") +
            object("GtkBox", "stepperMarginTop", object("GtkButton", "minus") + object("GtkButton", "plus"))));
   EXPECT_TRUE(isConnected<MorvaTTTextBoxKV2>("textBoxMarginTop"));
   EXPECT_TRUE(isConnected<MorvaTTCheckBoxKV2>("tandemTrimValid"));
@@ -113,10 +114,12 @@ TEST_F(GtkNib, RunsTheActionsOfItsOwner) {
 }
 
 TEST_F(GtkNib, KeepsTheItemsOfItsMenusInOrder) {
-  load(nib(object("GtkComboBoxText", "directionPopUp", "<items><item>one</item><item>two</item></items>")));
+  load(nib(object("GtkMenuButton", "directionPopUp"),
+           R"(<object class="GtkStringList" id="directionPopUpItems">
+                <items><item>one</item><item>two</item></items></object>)"));
   auto& menu = dynamic_cast<platform::PopUpButton&>(*owner.outlets.at("directionPopUp"));
   ASSERT_EQ(menu.numberOfItems(), 2U);
-  EXPECT_EQ(menu.selectedItem(), nullptr);
+  EXPECT_EQ(menu.selectedItem(), &menu.itemAtIndex(0));
   EXPECT_EQ(menu.itemAtIndex(1).representedObject(), std::nullopt);
   menu.itemAtIndex(1).setTitle("Zwei");
   menu.itemAtIndex(1).setRepresentedObject("2");
