@@ -86,8 +86,8 @@ void PopUpButton::showTitles() {
   gtk_label_set_text(GTK_LABEL(label), title.c_str());
 }
 
-void PopUpButton::onOpen(GtkMenuButton* menu, gpointer data) {
-  auto* const self = static_cast<PopUpButton*>(data);
+void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
+  auto* const self = static_cast<PopUpButton*>(popUpButton);
   auto* const list = gtk_list_box_new();
   for (const auto& item : self->items_) {
     auto* const title = gtk_label_new(item.title().c_str());

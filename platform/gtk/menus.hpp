@@ -58,7 +58,7 @@ class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
   void showTitles();
   void choose(std::optional<std::size_t> index);
   bool chooseForPerson(std::size_t index);
-  static void onOpen(GtkMenuButton* menu, gpointer self);
+  static void onOpen(GtkMenuButton* menu, gpointer popUpButton);
   static void onRow(GtkListBox* list, GtkListBoxRow* row, PopUpButton* self);
   static gboolean onKey(GtkEventControllerKey* keys, guint key, guint code, GdkModifierType modifiers,
                         PopUpButton* self);
