@@ -93,6 +93,8 @@ void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
     auto* const title = gtk_label_new(item.title().c_str());
     gtk_label_set_xalign(GTK_LABEL(title), 0);
     gtk_list_box_append(GTK_LIST_BOX(list), title);
+    gtk_accessible_update_property(GTK_ACCESSIBLE(gtk_widget_get_parent(title)),
+                                   GTK_ACCESSIBLE_PROPERTY_LABEL, item.title().c_str(), -1);
   }
   const int chosen = self->chosen_ ? static_cast<int>(*self->chosen_) : -1;
   gtk_list_box_select_row(GTK_LIST_BOX(list), gtk_list_box_get_row_at_index(GTK_LIST_BOX(list), chosen));
@@ -103,6 +105,7 @@ void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
   gtk_widget_add_css_class(popover, "menu");
   gtk_popover_set_has_arrow(GTK_POPOVER(popover), FALSE);
   gtk_popover_set_child(GTK_POPOVER(popover), list);
+  gtk_widget_set_size_request(popover, gtk_widget_get_width(GTK_WIDGET(menu)), -1);
   gtk_menu_button_set_popover(menu, popover);
 }
 

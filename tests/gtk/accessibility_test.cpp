@@ -116,6 +116,17 @@ TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
   EXPECT_NE(position, told.end());
 }
 
+TEST(ScreenReader, HearsTheItemsOfAMenuThatIsOpen) {
+  ShownPanel shown;
+  gtk_menu_button_popup(GTK_MENU_BUTTON(shown.widget("positionPopUp")));
+  std::vector<std::string> spoken;
+  for (const auto& [role, name, description] : toldOfThisProgram()) {
+    if (role.starts_with("list")) spoken.push_back(role + " | " + name);
+  }
+  EXPECT_THAT(spoken, testing::ElementsAre("list | Print Position:", "list item | Left", "list item | Center",
+                                           "list item | Right"));
+}
+
 TEST(ScreenReader, HearsANameForEachControlInEveryLanguage) {
   for (const std::string language : kLanguages) {
     ShownPanel shown({.language = language});
