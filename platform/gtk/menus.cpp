@@ -1,6 +1,7 @@
 #include "platform/gtk/menus.hpp"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/gtk/guarded.hpp"
 
@@ -10,6 +11,15 @@ namespace {
 // The part of a menu that takes the keyboard, and of which a screen reader therefore speaks.
 GtkAccessible* buttonOf(GtkMenuButton* menu) {
   return GTK_ACCESSIBLE(gtk_widget_get_first_child(GTK_WIDGET(menu)));
+}
+
+// The arrow keys open a list, in addition to the keys that press any button.
+gboolean onKey(GtkEventControllerKey* /*keys*/, guint key, guint /*code*/, GdkModifierType modifiers,
+               GtkMenuButton* menu) {
+  constexpr std::array<guint, 4> kArrows{GDK_KEY_Down, GDK_KEY_KP_Down, GDK_KEY_Up, GDK_KEY_KP_Up};
+  if ((modifiers & GDK_CONTROL_MASK) != 0 || std::ranges::find(kArrows, key) == kArrows.end()) return FALSE;
+  gtk_menu_button_popup(menu);
+  return TRUE;
 }
 
 // The menu's label is a part's as well.
@@ -28,7 +38,7 @@ void MenuItem::setTitle(std::string_view title) {
 }
 
 PopUpButton::PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>& titles)
-    : ControlOf(button), keys_(gtk_event_controller_key_new()) {
+    : ControlOf(button) {
   for (const auto& title : titles) items_.emplace_back(*this, title);
   auto* const menu = button.gobj();
   // The toolkit has the content in the button's middle.
@@ -39,16 +49,16 @@ PopUpButton::PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>
   // The toolkit has the menu's name describe the button, too.
   gtk_accessible_reset_relation(buttonOf(menu), GTK_ACCESSIBLE_RELATION_DESCRIBED_BY);
   gtk_menu_button_set_create_popup_func(menu, &PopUpButton::onOpen, this, nullptr);
-  g_signal_connect(keys_, "key-pressed", G_CALLBACK(&PopUpButton::onKey), this);
-  gtk_widget_add_controller(GTK_WIDGET(menu), keys_);
+  auto* const keys = gtk_event_controller_key_new();
+  g_signal_connect(keys, "key-pressed", G_CALLBACK(&onKey), menu);
+  gtk_widget_add_controller(GTK_WIDGET(menu), keys);
 }
 
-// The list and the keys know this; the button may outlive it.
+// The list knows this; the button may outlive it.
 PopUpButton::~PopUpButton() {
   auto* const menu = widget().gobj();
   gtk_menu_button_set_create_popup_func(menu, nullptr, nullptr, nullptr);
   gtk_menu_button_set_popover(menu, nullptr);
-  gtk_widget_remove_controller(GTK_WIDGET(menu), keys_);
 }
 
 MenuItem* PopUpButton::selectedItem() { return chosen_ ? &items_.at(*chosen_) : nullptr; }
@@ -66,11 +76,6 @@ void PopUpButton::choose(std::optional<std::size_t> index) {
   chosen_ = index;
   showTitles();
   if (changed_) changed_();
-}
-
-bool PopUpButton::chooseForPerson(std::size_t index) {
-  guarded([&] { choose(index); });
-  return true;
 }
 
 // The button's name does not say what is chosen. Its label is as wide as any choice needs.
@@ -100,6 +105,12 @@ void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
   gtk_list_box_select_row(GTK_LIST_BOX(list), gtk_list_box_get_row_at_index(GTK_LIST_BOX(list), chosen));
   g_signal_connect(list, "row-activated", G_CALLBACK(&PopUpButton::onRow), self);
   nameAsMenu(GTK_ACCESSIBLE(list), menu);
+  // The toolkit's list takes Return alone.
+  auto* const keys = gtk_shortcut_controller_new();
+  gtk_shortcut_controller_add_shortcut(GTK_SHORTCUT_CONTROLLER(keys),
+                                       gtk_shortcut_new(gtk_shortcut_trigger_parse_string("space|KP_Space"),
+                                                        gtk_signal_action_new("activate-cursor-row")));
+  gtk_widget_add_controller(list, keys);
 
   auto* const popover = gtk_popover_new();
   gtk_widget_add_css_class(popover, "menu");
@@ -111,36 +122,7 @@ void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
 
 void PopUpButton::onRow(GtkListBox* /*list*/, GtkListBoxRow* row, PopUpButton* self) {
   gtk_menu_button_popdown(self->widget().gobj());
-  self->chooseForPerson(static_cast<std::size_t>(gtk_list_box_row_get_index(row)));
-}
-
-gboolean PopUpButton::onKey(GtkEventControllerKey* /*keys*/, guint key, guint /*code*/,
-                            GdkModifierType modifiers, PopUpButton* self) {
-  auto* const popover = gtk_menu_button_get_popover(self->widget().gobj());
-  const bool isOpen = popover != nullptr && gtk_widget_get_visible(GTK_WIDGET(popover)) != FALSE;
-  const auto count = self->items_.size();
-  if (isOpen || count == 0 || (modifiers & (GDK_CONTROL_MASK | GDK_ALT_MASK)) != 0) return FALSE;
-  const auto chosen = self->chosen_;
-  switch (key) {
-    case GDK_KEY_Down:
-    case GDK_KEY_KP_Down:
-      return self->chooseForPerson(chosen ? std::min(*chosen + 1, count - 1) : 0);
-    case GDK_KEY_Up:
-    case GDK_KEY_KP_Up:
-      return self->chooseForPerson(std::max<std::size_t>(chosen.value_or(count), 1) - 1);
-    case GDK_KEY_Home:
-    case GDK_KEY_KP_Home:
-    case GDK_KEY_Page_Up:
-    case GDK_KEY_KP_Page_Up:
-      return self->chooseForPerson(0);
-    case GDK_KEY_End:
-    case GDK_KEY_KP_End:
-    case GDK_KEY_Page_Down:
-    case GDK_KEY_KP_Page_Down:
-      return self->chooseForPerson(count - 1);
-    default:
-      return FALSE;
-  }
+  guarded([&] { self->choose(static_cast<std::size_t>(gtk_list_box_row_get_index(row))); });
 }
 
 }  // namespace tandemtrim::platform::gtk

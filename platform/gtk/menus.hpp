@@ -32,8 +32,8 @@ class MenuItem : public platform::MenuItem {
   std::optional<std::string> value_;
 };
 
-/// A button that shows the chosen item and opens the list of all, which is built when it opens. Keys move the
-/// choice without opening it. The first item is chosen at the beginning.
+/// A button that shows the chosen item and opens the list of all, which is built when it opens. The first
+/// item is chosen at the beginning.
 class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
  public:
   /// The choice is shown by a label, the button's child.
@@ -57,16 +57,12 @@ class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
   friend class MenuItem;
   void showTitles();
   void choose(std::optional<std::size_t> index);
-  bool chooseForPerson(std::size_t index);
   static void onOpen(GtkMenuButton* menu, gpointer popUpButton);
   static void onRow(GtkListBox* list, GtkListBoxRow* row, PopUpButton* self);
-  static gboolean onKey(GtkEventControllerKey* keys, guint key, guint code, GdkModifierType modifiers,
-                        PopUpButton* self);
 
   std::vector<MenuItem> items_;
   std::optional<std::size_t> chosen_;
   std::function<void()> changed_;
-  GtkEventController* keys_;
 };
 
 }  // namespace tandemtrim::platform::gtk

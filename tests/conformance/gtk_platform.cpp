@@ -122,9 +122,13 @@ class GtkPanel : public LinuxPanel {
   }
   bool choose(const std::string& outlet, const std::string& value) override {
     if (!focus(widget<gtk::PopUpButton>(outlet))) return false;
+    person_->press(XK_space);
     person_->press(XK_Home);
     for (const auto& choice : look(outlet).choices) {
-      if (choice.value == value) return true;
+      if (choice.value == value) {
+        person_->press(XK_Return);
+        return true;
+      }
       person_->press(XK_Down);
     }
     throw std::out_of_range("the menu " + outlet + " has no item " + value);

@@ -102,7 +102,7 @@ TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
   ShownPanel shown;
   shown.view().setPaperSize(215.9, 279.4);
   shown.person().focus(shown.widget("positionPopUp"));
-  shown.person().press(XK_Down);
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
   shown.person().focus(shown.widget("textBoxMarginLeft"));
   shown.person().press(XK_a, XK_Control_L);
   shown.person().type("8");

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include <X11/keysym.h>
 #include <gmock/gmock.h>
@@ -91,46 +92,98 @@ std::string choice(ShownPanel& shown) {
   return gtk_label_get_text(GTK_LABEL(widgetsOf(shown.widget("positionPopUp"), GTK_TYPE_LABEL).front()));
 }
 
-TEST(MenuByKeys, MovesItsChoiceWithoutOpening) {
+// Whether its list shows.
+bool isOpen(ShownPanel& shown) {
+  auto* const popover = gtk_menu_button_get_popover(GTK_MENU_BUTTON(shown.widget("positionPopUp")));
+  return popover != nullptr && gtk_widget_get_mapped(GTK_WIDGET(popover)) != FALSE;
+}
+
+void awaitList(ShownPanel& shown, bool open) {
+  waitUntil(open ? "the list" : "the end of the list", [&] { return isOpen(shown) == open; });
+}
+
+// The item of the open list that has the keyboard.
+std::string itemAtKeyboard(ShownPanel& shown) {
+  auto* const row = gtk_root_get_focus(GTK_ROOT(shown.window()));
+  const auto labels = widgetsOf(row, GTK_TYPE_LABEL);
+  return GTK_IS_LIST_BOX_ROW(row) ? gtk_label_get_text(GTK_LABEL(labels.front())) : "";
+}
+
+TEST(MenuByKeys, OpensAtItsChoice) {
+  for (const auto& [key, held] :
+       {std::pair{XK_space, 0}, std::pair{XK_Return, 0}, std::pair{XK_Down, 0}, std::pair{XK_Up, 0},
+        std::pair{XK_KP_Down, 0}, std::pair{XK_Down, XK_Alt_L}}) {
+    ShownPanel shown;
+    EXPECT_FALSE(isOpen(shown));
+    shown.person().focus(shown.widget("positionPopUp"));
+    shown.person().press(key, held);
+    awaitList(shown, true);
+    EXPECT_EQ(itemAtKeyboard(shown), "Center");
+  }
+}
+
+TEST(MenuByKeys, ChoosesTheItemThatIsGoneTo) {
+  for (const auto& [go, choose, expected] :
+       {std::tuple{XK_Down, XK_Return, "Right"}, std::tuple{XK_Up, XK_space, "Left"},
+        std::tuple{XK_Home, XK_Return, "Left"}, std::tuple{XK_End, XK_space, "Right"}}) {
+    ShownPanel shown;
+    shown.person().focus(shown.widget("positionPopUp"));
+    shown.person().press(XK_Down);
+    awaitList(shown, true);
+    shown.person().press(go);
+    EXPECT_EQ(itemAtKeyboard(shown), expected);
+    EXPECT_EQ(choice(shown), "Center");
+    shown.person().press(choose);
+    awaitList(shown, false);
+    EXPECT_EQ(choice(shown), expected);
+    EXPECT_EQ(focused(shown), "positionPopUp");
+  }
+}
+
+TEST(MenuByKeys, ClosesWithoutAChoiceForEscape) {
   ShownPanel shown;
   shown.person().focus(shown.widget("positionPopUp"));
-  for (const auto& [key, expected] :
-       {std::pair{XK_Up, "Left"}, std::pair{XK_Up, "Left"}, std::pair{XK_End, "Right"},
-        std::pair{XK_Down, "Right"}, std::pair{XK_Home, "Left"}, std::pair{XK_Down, "Center"},
-        std::pair{XK_Page_Down, "Right"}, std::pair{XK_Page_Up, "Left"}, std::pair{XK_KP_End, "Right"}}) {
-    shown.person().press(key);
-    EXPECT_EQ(choice(shown), expected);
-  }
+  shown.person().press(XK_Down);
+  awaitList(shown, true);
+  shown.person().press(XK_Down);
+  shown.person().press(XK_Escape);
+  awaitList(shown, false);
+  EXPECT_EQ(choice(shown), "Center");
   EXPECT_EQ(focused(shown), "positionPopUp");
 }
 
-TEST(MenuByKeys, MovesFromNoChoiceToTheNearestEnd) {
-  for (const auto& [key, expected] : {std::pair{XK_Down, "Left"}, std::pair{XK_Up, "Right"}}) {
-    ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "elsewhere"}}});
-    EXPECT_EQ(choice(shown), "");
-    shown.person().focus(shown.widget("positionPopUp"));
-    shown.person().press(key);
-    EXPECT_EQ(choice(shown), expected);
-  }
+TEST(MenuByKeys, StaysClosedWhileItIsGrey) {
+  ShownPanel shown({.stored = {{"MVTandemTrim", "Off"}}});
+  EXPECT_FALSE(gtk_widget_grab_focus(shown.widget("positionPopUp")));
+  shown.person().click(shown.widget("positionPopUp"));
+  EXPECT_FALSE(isOpen(shown));
 }
 
-TEST(Menu, BuildsItsListWhenItOpensAndClosesItForAChoice) {
+TEST(Menu, ListsItsItemsInOrderAndTakesAClick) {
   ShownPanel shown;
-  auto* const menu = GTK_MENU_BUTTON(shown.widget("positionPopUp"));
-  EXPECT_EQ(gtk_menu_button_get_popover(menu), nullptr);
-  gtk_menu_button_popup(menu);
-  auto* const popover = GTK_WIDGET(gtk_menu_button_get_popover(menu));
-  ASSERT_NE(popover, nullptr);
-  waitUntil("the list", [&] { return gtk_widget_get_mapped(popover) != FALSE; });
+  auto* const menu = shown.widget("positionPopUp");
+  shown.person().click(menu);
+  awaitList(shown, true);
+  auto* const list = widgetsOf(menu, GTK_TYPE_LIST_BOX).at(0);
+  const auto labels = widgetsOf(list, GTK_TYPE_LABEL);
   std::vector<std::string> titles;
-  for (auto* const label : widgetsOf(popover, GTK_TYPE_LABEL))
-    titles.emplace_back(gtk_label_get_text(GTK_LABEL(label)));
+  for (auto* const label : labels) titles.emplace_back(gtk_label_get_text(GTK_LABEL(label)));
   EXPECT_THAT(titles, testing::ElementsAre("Left", "Center", "Right"));
-  auto* const list = GTK_LIST_BOX(widgetsOf(popover, GTK_TYPE_LIST_BOX).front());
-  EXPECT_EQ(gtk_list_box_row_get_index(gtk_list_box_get_selected_row(list)), 1);
-  gtk_widget_activate(GTK_WIDGET(gtk_list_box_get_row_at_index(list, 2)));
-  waitUntil("the end of the list", [&] { return gtk_widget_get_mapped(popover) == FALSE; });
+  shown.person().click(labels.back());
+  awaitList(shown, false);
   EXPECT_EQ(choice(shown), "Right");
+}
+
+TEST(Menu, OpensWithNothingChosenWhereTheStoredValueIsNoItem) {
+  ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "elsewhere"}}});
+  EXPECT_EQ(choice(shown), "");
+  shown.person().focus(shown.widget("positionPopUp"));
+  shown.person().press(XK_Down);
+  awaitList(shown, true);
+  EXPECT_EQ(itemAtKeyboard(shown), "Left");
+  shown.person().press(XK_Return);
+  awaitList(shown, false);
+  EXPECT_EQ(choice(shown), "Left");
 }
 
 TEST(Mnemonic, SwitchesTheFunctionByTheLetterOfTheCheckBox) {

@@ -23,12 +23,16 @@ void runWhatIsReady() {
     g_main_context_iteration(nullptr, FALSE);
 }
 
-gboolean noteAnswer(GtkEventControllerKey* /*keys*/, guint keysym, guint /*code*/, GdkModifierType /*state*/,
+// Of every surface: an open list has one of its own.
+gboolean noteAnswer(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
                     gpointer answered) {
-  if (keysym != kAnswerKey) return FALSE;
-  *static_cast<bool*>(answered) = true;
+  auto* const event = static_cast<GdkEvent*>(g_value_peek_pointer(values + 1));
+  if (gdk_event_get_event_type(event) == GDK_KEY_PRESS && gdk_key_event_get_keyval(event) == kAnswerKey)
+    *static_cast<bool*>(answered) = true;
   return TRUE;
 }
+
+guint eventSignal() { return g_signal_lookup("event", GDK_TYPE_SURFACE); }
 
 }  // namespace
 
@@ -53,17 +57,15 @@ struct Person::X {
 };
 
 Person::Person(GtkWindow* window) : window_(window), x_(std::make_unique<X>()) {
-  auto* const keys = gtk_event_controller_key_new();
-  gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
-  g_signal_connect(keys, "key-pressed", G_CALLBACK(noteAnswer), &answered_);
-  gtk_widget_add_controller(GTK_WIDGET(window), keys);
   gtk_window_present(window);
+  answers_ = g_signal_add_emission_hook(eventSignal(), 0, noteAnswer, &answered_, nullptr);
   waitUntil("the window", [&] { return gtk_widget_get_mapped(GTK_WIDGET(window)) != FALSE; });
   x_->window = gdk_x11_surface_get_xid(gtk_native_get_surface(GTK_NATIVE(window)));
   turnTo();
 }
 
 Person::~Person() {
+  g_signal_remove_emission_hook(eventSignal(), answers_);
   gtk_window_destroy(window_);
   runWhatIsReady();
   XCloseDisplay(x_->display);
@@ -141,16 +143,19 @@ void Person::awaitFrame() {
 void Person::pointAt(GtkWidget* widget, double across) {
   turnTo();
   awaitFrame();
+  // An open list has a surface of its own.
+  auto* const native = gtk_widget_get_native(widget);
   graphene_rect_t bounds{};
-  if (!gtk_widget_compute_bounds(widget, GTK_WIDGET(window_), &bounds))
+  if (!gtk_widget_compute_bounds(widget, GTK_WIDGET(native), &bounds))
     throw std::runtime_error("a widget without a place");
   double left = 0;
   double top = 0;
-  gtk_native_get_surface_transform(GTK_NATIVE(window_), &left, &top);
+  gtk_native_get_surface_transform(native, &left, &top);
   int x = 0;
   int y = 0;
   Window child = 0;
-  XTranslateCoordinates(x_->display, x_->window, DefaultRootWindow(x_->display),
+  XTranslateCoordinates(x_->display, gdk_x11_surface_get_xid(gtk_native_get_surface(native)),
+                        DefaultRootWindow(x_->display),
                         static_cast<int>(left + bounds.origin.x + bounds.size.width * across),
                         static_cast<int>(top + bounds.origin.y + bounds.size.height / 2), &x, &y, &child);
   XTestFakeMotionEvent(x_->display, -1, x, y, 0);

@@ -49,6 +49,7 @@ class Person {
 
   GtkWindow* window_;
   std::unique_ptr<X> x_;
+  gulong answers_ = 0;
   bool answered_ = false;
 };
 

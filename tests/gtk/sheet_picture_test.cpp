@@ -82,10 +82,10 @@ TEST_F(SheetPicture, FollowsSteppersMenusDefaultsAndTheHost) {
   shown.person().click(gtk_widget_get_last_child(shown.widget("stepperMarginLeft")));
   expectChange("stepper");
   shown.person().focus(shown.widget("directionPopUp"));
-  shown.person().press(XK_Down);
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
   expectChange("direction");
   shown.person().focus(shown.widget("positionPopUp"));
-  shown.person().press(XK_Down);
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
   expectChange("position");
   shown.person().click(shown.widget("defaultButton"));
   expectChange("defaults");
