@@ -31,7 +31,7 @@ constexpr std::array<MarginOutlets, 4> kMargins{{
 
 Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
     : description_(std::move(description)),
-      view_(dynamic_cast<Gtk::Widget*>(description_->get_object(std::string(kView)).get())) {
+      view_(GTK_IS_WIDGET(object(kView)) ? Glib::wrap(GTK_WIDGET(object(kView))) : nullptr) {
   for (const auto outlet : owner.outletNames()) {
     if (outlet == kView) continue;
     if (auto control = wrap(outlet)) controls_.emplace(outlet, std::move(control));
@@ -42,23 +42,26 @@ Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
   if (view_ != nullptr) view_->signal_map().connect(sigc::mem_fun(*this, &Panel::showMnemonics));
 }
 
+GObject* Panel::object(std::string_view name) const {
+  return gtk_builder_get_object(description_->gobj(), std::string(name).c_str());
+}
+
 // A widget's class tells which of the controls it is.
 std::unique_ptr<NibObject> Panel::wrap(std::string_view outlet) const {
-  const auto held = description_->get_object(std::string(outlet));
-  auto* const object = held.get();
-  if (auto* label = dynamic_cast<Gtk::Label*>(object)) return std::make_unique<TextLabel>(*label);
-  if (auto* entry = dynamic_cast<Gtk::Entry*>(object)) return std::make_unique<TextBox>(*entry);
-  if (auto* box = dynamic_cast<Gtk::Box*>(object)) return Stepper::make(*box);
-  if (auto* menu = dynamic_cast<Gtk::MenuButton*>(object))
-    return std::make_unique<PopUpButton>(*menu, itemsOf(outlet));
-  if (auto* check = dynamic_cast<Gtk::CheckButton*>(object)) return std::make_unique<CheckBox>(*check);
-  if (auto* button = dynamic_cast<Gtk::Button*>(object)) return std::make_unique<Button>(*button);
+  auto* const found = object(outlet);
+  if (GTK_IS_LABEL(found)) return std::make_unique<TextLabel>(*Glib::wrap(GTK_LABEL(found)));
+  if (GTK_IS_ENTRY(found)) return std::make_unique<TextBox>(*Glib::wrap(GTK_ENTRY(found)));
+  if (GTK_IS_BOX(found)) return Stepper::make(*Glib::wrap(GTK_BOX(found)));
+  if (GTK_IS_MENU_BUTTON(found))
+    return std::make_unique<PopUpButton>(*Glib::wrap(GTK_MENU_BUTTON(found)), itemsOf(outlet));
+  if (GTK_IS_CHECK_BUTTON(found)) return std::make_unique<CheckBox>(*Glib::wrap(GTK_CHECK_BUTTON(found)));
+  if (GTK_IS_BUTTON(found)) return std::make_unique<Button>(*Glib::wrap(GTK_BUTTON(found)));
   return nullptr;
 }
 
 // Those that stand beside the menu under its name.
 std::vector<std::string> Panel::itemsOf(std::string_view menu) const {
-  auto* const list = gtk_builder_get_object(description_->gobj(), std::string(menu).append("Items").c_str());
+  auto* const list = object(std::string(menu).append("Items"));
   std::vector<std::string> titles;
   for (guint index = 0; GTK_IS_STRING_LIST(list) && index < g_list_model_get_n_items(G_LIST_MODEL(list));
        ++index)
@@ -84,8 +87,8 @@ void Panel::connectActions(NibOwner& owner) const {
 }
 
 void Panel::connectPicture() {
-  auto* const area = dynamic_cast<Gtk::DrawingArea*>(description_->get_object("sheetPicture").get());
-  bool complete = area != nullptr;
+  auto* const area = object("sheetPicture");
+  bool complete = GTK_IS_DRAWING_AREA(area);
   const auto labelled = [&]<class Class>(Labelled<Class>& pair, std::string_view label,
                                          std::string_view control) {
     pair = {controlOf<TextLabel>(label), controlOf<Class>(control)};
@@ -96,7 +99,7 @@ void Panel::connectPicture() {
   labelled(shown.position, "labelPosition", "positionPopUp");
   for (std::size_t side = 0; side < kMargins.size(); ++side)
     labelled(shown.margins.at(side), kMargins.at(side).label, kMargins.at(side).textBox);
-  if (complete) picture_ = std::make_unique<SheetPicture>(*area, shown);
+  if (complete) picture_ = std::make_unique<SheetPicture>(*Glib::wrap(GTK_DRAWING_AREA(area)), shown);
 }
 
 // Each time that the view comes up: the rest of its window may have changed.

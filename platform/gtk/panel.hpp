@@ -33,6 +33,7 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   [[nodiscard]] NibObject* control(std::string_view outlet) const;
 
  private:
+  [[nodiscard]] GObject* object(std::string_view name) const;
   [[nodiscard]] std::unique_ptr<NibObject> wrap(std::string_view outlet) const;
   [[nodiscard]] std::vector<std::string> itemsOf(std::string_view menu) const;
   void connectSteppers() const;
