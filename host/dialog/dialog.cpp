@@ -56,7 +56,7 @@ Dialog::Dialog(const CommandLine& line, Note note)
 
   page_->signal_map().connect(sigc::mem_fun(*this, &Dialog::onTabShown));
   page_->signal_unmap().connect(sigc::mem_fun(*this, &Dialog::onTabLeft));
-  page_->correct.signal_clicked().connect(sigc::mem_fun(*this, &Dialog::correct));
+  page_->signalCorrect.connect(sigc::mem_fun(*this, &Dialog::correct));
   page_->signalEdited.connect(sigc::mem_fun(*this, &Dialog::onEdited));
   page_->help.signal_clicked().connect(sigc::mem_fun(*this, &Dialog::showHelp));
   summary_->signal_map().connect(sigc::mem_fun(*this, &Dialog::showSummary));

@@ -11,38 +11,40 @@ namespace {
 constexpr int kPageMargin = 18;
 constexpr int kSpacing = 12;
 
+void setSideMargins(Gtk::Box& row) {
+  row.set_margin_start(kPageMargin);
+  row.set_margin_end(kPageMargin);
+}
+
 }  // namespace
+
+PanelPage::Warning::Warning()
+    : row(Gtk::Orientation::HORIZONTAL, kSpacing), correct(localized(kCorrectText), true) {
+  text.set_wrap();
+  text.set_xalign(0);
+  text.set_hexpand();
+  text.add_css_class("warning");
+  row.append(text);
+  row.append(correct);
+  setSideMargins(row);
+}
 
 PanelPage::PanelPage()
     : Gtk::Box(Gtk::Orientation::VERTICAL, kSpacing),
-      correct(localized(kCorrectText), true),
       useForAllJobs(localized(kUseForAllJobsText), true),
       help(localized(kHelpText), true),
-      place_(Gtk::Orientation::VERTICAL),
-      warning_(Gtk::Orientation::HORIZONTAL, kSpacing),
       footer_(Gtk::Orientation::HORIZONTAL, kSpacing) {
   set_margin_bottom(kPageMargin);
   text_.set_margin(kPageMargin);
   text_.set_wrap();
   text_.set_xalign(0);
   append(text_);
-  append(place_);
-  for (auto* box : {&warning_, &footer_}) {
-    box->set_margin_start(kPageMargin);
-    box->set_margin_end(kPageMargin);
-    append(*box);
-  }
-  warningText_.set_wrap();
-  warningText_.set_xalign(0);
-  warningText_.set_hexpand();
-  warningText_.add_css_class("warning");
-  warning_.append(warningText_);
-  warning_.append(correct);
-  warning_.set_visible(false);
   useForAllJobs.set_hexpand();
   footer_.append(useForAllJobs);
   footer_.append(help);
   footer_.set_visible(false);
+  setSideMargins(footer_);
+  append(footer_);
 }
 
 PanelPage::~PanelPage() { edited_.disconnect(); }
@@ -64,7 +66,7 @@ void PanelPage::follow(GtkWidget* widget) {
 }
 
 void PanelPage::onEdited() {
-  if (edited_.connected() || !warning_.get_visible()) return;
+  if (edited_.connected() || !warning_ || !warning_->row.get_visible()) return;
   edited_ = Glib::signal_idle().connect([this] {
     signalEdited();
     return false;
@@ -81,21 +83,31 @@ void PanelPage::showView(GtkWidget* view) {
   removeView();
   text_.set_visible(false);
   view_ = view;
-  gtk_box_append(place_.gobj(), view);
+  gtk_box_insert_child_after(gobj(), view, GTK_WIDGET(text_.gobj()));
   follow(view);
   footer_.set_visible();
 }
 
 void PanelPage::removeView() {
-  if (view_ != nullptr) gtk_box_remove(place_.gobj(), view_);
+  if (view_ != nullptr) gtk_box_remove(gobj(), view_);
   view_ = nullptr;
-  warning_.set_visible(false);
+  hideWarning();
   footer_.set_visible(false);
 }
 
+void PanelPage::hideWarning() {
+  if (warning_) warning_->row.set_visible(false);
+}
+
 void PanelPage::warnOf(const std::vector<IllegalValue>& values) {
-  warningText_.set_text(illegalValuesText(values));
-  warning_.set_visible(!values.empty());
+  if (values.empty()) return hideWarning();
+  if (!warning_) {
+    warning_.emplace();
+    warning_->correct.signal_clicked().connect(signalCorrect.make_slot());
+    insert_child_after(warning_->row, *footer_.get_prev_sibling());
+  }
+  warning_->text.set_text(illegalValuesText(values));
+  warning_->row.set_visible();
 }
 
 }  // namespace tandemtrim::host

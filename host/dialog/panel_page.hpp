@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include <gtkmm/box.h>
@@ -31,22 +32,28 @@ class PanelPage : public Gtk::Box {
   sigc::signal<void()> signalEdited;
   /// Names the values, or shows no warning when there are none.
   void warnOf(const std::vector<IllegalValue>& values);
+  /// Runs when the person has the nearest legal values typed.
+  sigc::signal<void()> signalCorrect;
 
-  /// Types the nearest legal values.
-  Gtk::Button correct;
   /// Has the settings kept as the person's defaults.
   Gtk::CheckButton useForAllJobs;
   Gtk::Button help;
 
  private:
-  Gtk::Label text_;
-  Gtk::Box place_;
-  Gtk::Box warning_;
-  Gtk::Label warningText_;
-  Gtk::Box footer_;
+  /// The row that names illegal values, which few people ever see.
+  struct Warning {
+    Warning();
+    Gtk::Box row;
+    Gtk::Label text;
+    Gtk::Button correct;
+  };
   void follow(GtkWidget* widget);
   void onEdited();
+  void hideWarning();
 
+  Gtk::Label text_;
+  std::optional<Warning> warning_;
+  Gtk::Box footer_;
   GtkWidget* view_ = nullptr;
   sigc::connection edited_;
 };
