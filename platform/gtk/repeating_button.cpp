@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include <glibmm/main.h>
-
 #include "platform/gtk/guarded.hpp"
 
 namespace tandemtrim::platform::gtk {
@@ -14,41 +12,54 @@ constexpr unsigned kInterval = 60;
 
 }  // namespace
 
-RepeatingButton::RepeatingButton(Gtk::Button& button, std::function<void()> action)
+RepeatingButton::RepeatingButton(GtkWidget* button, std::function<void()> action)
     : button_(button), action_(std::move(action)) {
-  button.signal_state_flags_changed().connect(sigc::mem_fun(*this, &RepeatingButton::onStateChanged));
-  button.signal_clicked().connect(sigc::mem_fun(*this, &RepeatingButton::onClicked));
+  g_signal_connect(button, "state-flags-changed", G_CALLBACK(&RepeatingButton::onStateChanged), this);
+  g_signal_connect(button, "clicked", G_CALLBACK(&RepeatingButton::onClicked), this);
+}
+
+RepeatingButton::~RepeatingButton() {
+  stopTimer();
+  g_signal_handlers_disconnect_by_data(button_, this);
 }
 
 // The button itself knows best for how long it is held.
 bool RepeatingButton::isHeld() const {
-  return (button_.get_state_flags() & Gtk::StateFlags::ACTIVE) == Gtk::StateFlags::ACTIVE;
+  return (gtk_widget_get_state_flags(button_) & GTK_STATE_FLAG_ACTIVE) != 0;
 }
 
-void RepeatingButton::onStateChanged(Gtk::StateFlags before) {
-  const bool wasHeld = (before & Gtk::StateFlags::ACTIVE) == Gtk::StateFlags::ACTIVE;
-  if (wasHeld || !isHeld()) return;
-  repeated_ = false;
-  startTimer(kDelay);
+void RepeatingButton::onStateChanged(GtkWidget* /*button*/, GtkStateFlags before, RepeatingButton* self) {
+  if ((before & GTK_STATE_FLAG_ACTIVE) != 0 || !self->isHeld()) return;
+  self->repeated_ = false;
+  self->startTimer(kDelay);
 }
 
 // The click at the end of a hold adds no step to those that the hold made.
-void RepeatingButton::onClicked() {
-  timer_.disconnect();
-  if (!std::exchange(repeated_, false)) guarded(action_);
+void RepeatingButton::onClicked(GtkWidget* /*button*/, RepeatingButton* self) {
+  self->stopTimer();
+  if (!std::exchange(self->repeated_, false)) guarded(self->action_);
 }
 
 void RepeatingButton::startTimer(unsigned milliseconds) {
-  timer_.disconnect();
-  timer_ = Glib::signal_timeout().connect(sigc::mem_fun(*this, &RepeatingButton::onTimeout), milliseconds);
+  stopTimer();
+  timer_ = g_timeout_add(milliseconds, &RepeatingButton::onTimeout, this);
 }
 
-bool RepeatingButton::onTimeout() {
-  if (!isHeld()) return repeated_ = false;
-  guarded(action_);
-  if (std::exchange(repeated_, true)) return true;
-  startTimer(kInterval);
-  return false;
+void RepeatingButton::stopTimer() {
+  if (timer_ != 0) g_source_remove(std::exchange(timer_, 0));
+}
+
+gboolean RepeatingButton::onTimeout(gpointer repeatingButton) {
+  auto* const self = static_cast<RepeatingButton*>(repeatingButton);
+  if (self->isHeld()) {
+    guarded(self->action_);
+    if (std::exchange(self->repeated_, true)) return G_SOURCE_CONTINUE;
+    self->startTimer(kInterval);
+  } else {
+    self->repeated_ = false;
+    self->stopTimer();
+  }
+  return G_SOURCE_REMOVE;
 }
 
 }  // namespace tandemtrim::platform::gtk

@@ -2,30 +2,30 @@
 
 #include <functional>
 
-#include <gtkmm/button.h>
-#include <sigc++/connection.h>
-#include <sigc++/trackable.h>
+#include <gtk/gtk.h>
 
 namespace tandemtrim::platform::gtk {
 
-/// Runs an action at each click of a button, and again and again while the button is held down.
-class RepeatingButton : public sigc::trackable {
+/// Runs an action at each click of a button, and again and again while the button is held down. The button
+/// outlives it.
+class RepeatingButton {
  public:
-  RepeatingButton(Gtk::Button& button, std::function<void()> action);
+  RepeatingButton(GtkWidget* button, std::function<void()> action);
   RepeatingButton(const RepeatingButton&) = delete;
   RepeatingButton& operator=(const RepeatingButton&) = delete;
-  ~RepeatingButton() { timer_.disconnect(); }
+  ~RepeatingButton();
 
  private:
   [[nodiscard]] bool isHeld() const;
-  void onStateChanged(Gtk::StateFlags before);
-  void onClicked();
   void startTimer(unsigned milliseconds);
-  bool onTimeout();
+  void stopTimer();
+  static void onStateChanged(GtkWidget* button, GtkStateFlags before, RepeatingButton* self);
+  static void onClicked(GtkWidget* button, RepeatingButton* self);
+  static gboolean onTimeout(gpointer repeatingButton);
 
-  Gtk::Button& button_;
+  GtkWidget* button_;
   std::function<void()> action_;
-  sigc::connection timer_;
+  guint timer_ = 0;
   bool repeated_ = false;
 };
 

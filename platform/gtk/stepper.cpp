@@ -2,23 +2,28 @@
 
 #include <algorithm>
 
-#include <gtkmm/eventcontrollerkey.h>
-#include <gtkmm/eventcontrollerscroll.h>
-
 #include "platform/gtk/guarded.hpp"
 #include "platform/integer_text.hpp"
 
 namespace tandemtrim::platform::gtk {
 
 std::unique_ptr<Stepper> Stepper::make(Gtk::Box& box) {
-  auto* lower = dynamic_cast<Gtk::Button*>(box.get_first_child());
-  auto* upper = dynamic_cast<Gtk::Button*>(box.get_last_child());
-  if (lower == nullptr || upper == nullptr) return nullptr;
-  return std::unique_ptr<Stepper>(new Stepper(box, *lower, *upper));
+  auto* const lower = gtk_widget_get_first_child(GTK_WIDGET(box.gobj()));
+  auto* const upper = gtk_widget_get_last_child(GTK_WIDGET(box.gobj()));
+  if (!GTK_IS_BUTTON(lower) || !GTK_IS_BUTTON(upper)) return nullptr;
+  return std::unique_ptr<Stepper>(new Stepper(box, lower, upper));
 }
 
-Stepper::Stepper(Gtk::Box& box, Gtk::Button& lower, Gtk::Button& upper)
+Stepper::Stepper(Gtk::Box& box, GtkWidget* lower, GtkWidget* upper)
     : IdentifiedControlOf(box), lower_(lower, [this] { move(-1); }), upper_(upper, [this] { move(1); }) {}
+
+// The text box's widget may outlive it.
+Stepper::~Stepper() {
+  for (auto* controller : {keys_, wheel_}) {
+    if (controller != nullptr)
+      gtk_widget_remove_controller(gtk_event_controller_get_widget(controller), controller);
+  }
+}
 
 std::string Stepper::stringValue() const { return Object(value_).stringValue(); }
 
@@ -26,15 +31,16 @@ void Stepper::setStringValue(std::string_view text) { value_ = static_cast<doubl
 
 void Stepper::setTextBox(TextBox* textBox) {
   textBox_ = textBox;
-  auto keys = Gtk::EventControllerKey::create();
-  keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-  keys->signal_key_pressed().connect(sigc::mem_fun(*this, &Stepper::onKey), false);
-  textBox->widget().add_controller(keys);
+  auto* const entry = GTK_WIDGET(textBox->widget().gobj());
+  keys_ = gtk_event_controller_key_new();
+  gtk_event_controller_set_propagation_phase(keys_, GTK_PHASE_CAPTURE);
+  g_signal_connect(keys_, "key-pressed", G_CALLBACK(&Stepper::onKey), this);
+  gtk_widget_add_controller(entry, keys_);
 
-  auto wheel = Gtk::EventControllerScroll::create();
-  wheel->set_flags(Gtk::EventControllerScroll::Flags::VERTICAL | Gtk::EventControllerScroll::Flags::DISCRETE);
-  wheel->signal_scroll().connect(sigc::mem_fun(*this, &Stepper::onWheel), false);
-  textBox->widget().add_controller(wheel);
+  constexpr auto kNotches = GTK_EVENT_CONTROLLER_SCROLL_VERTICAL | GTK_EVENT_CONTROLLER_SCROLL_DISCRETE;
+  wheel_ = gtk_event_controller_scroll_new(static_cast<GtkEventControllerScrollFlags>(kNotches));
+  g_signal_connect(wheel_, "scroll", G_CALLBACK(&Stepper::onWheel), this);
+  gtk_widget_add_controller(entry, wheel_);
 }
 
 // Reading the box first has what was typed into it reach this stepper before it moves on from there.
@@ -44,20 +50,21 @@ void Stepper::move(int by) {
   if (textBox_ != nullptr) textBox_->setStringValue(stringValue());
 }
 
-bool Stepper::onKey(unsigned key, unsigned /*code*/, Gdk::ModifierType modifiers) {
-  const auto kOthers = Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::ALT_MASK;
+gboolean Stepper::onKey(GtkEventControllerKey* /*keys*/, guint key, guint /*code*/, GdkModifierType modifiers,
+                        Stepper* self) {
   const bool up = key == GDK_KEY_Up || key == GDK_KEY_KP_Up;
   const bool down = key == GDK_KEY_Down || key == GDK_KEY_KP_Down;
-  if (!(up || down) || (modifiers & kOthers) != Gdk::ModifierType{} || textBox_->isComposing()) return false;
-  guarded([&] { move(up ? 1 : -1); });
-  return true;
+  const bool withOthers = (modifiers & (GDK_CONTROL_MASK | GDK_ALT_MASK)) != 0;
+  if (!(up || down) || withOthers || self->textBox_->isComposing()) return FALSE;
+  guarded([&] { self->move(up ? 1 : -1); });
+  return TRUE;
 }
 
-bool Stepper::onWheel(double /*dx*/, double dy) {
-  const auto flags = textBox_->widget().get_state_flags();
-  if ((flags & Gtk::StateFlags::FOCUS_WITHIN) != Gtk::StateFlags::FOCUS_WITHIN || dy == 0) return false;
-  guarded([&] { move(dy < 0 ? 1 : -1); });
-  return true;
+gboolean Stepper::onWheel(GtkEventControllerScroll* wheel, double /*dx*/, double dy, Stepper* self) {
+  auto* const entry = gtk_event_controller_get_widget(GTK_EVENT_CONTROLLER(wheel));
+  if ((gtk_widget_get_state_flags(entry) & GTK_STATE_FLAG_FOCUS_WITHIN) == 0 || dy == 0) return FALSE;
+  guarded([&] { self->move(dy < 0 ? 1 : -1); });
+  return TRUE;
 }
 
 }  // namespace tandemtrim::platform::gtk

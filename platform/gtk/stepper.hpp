@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include <gtkmm/box.h>
-#include <gtkmm/button.h>
 
 #include "platform/gtk/control.hpp"
 #include "platform/gtk/repeating_button.hpp"
@@ -20,6 +19,9 @@ class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2, Gtk::Box> {
  public:
   /// The stepper of a box that holds the two buttons, the lower one first; null when it does not.
   [[nodiscard]] static std::unique_ptr<Stepper> make(Gtk::Box& box);
+  Stepper(const Stepper&) = delete;
+  Stepper& operator=(const Stepper&) = delete;
+  ~Stepper() override;
 
   void setMinValue(double value) override { min_ = value; }
   void setMaxValue(double value) override { max_ = value; }
@@ -32,15 +34,18 @@ class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2, Gtk::Box> {
   void setTextBox(TextBox* textBox);
 
  private:
-  Stepper(Gtk::Box& box, Gtk::Button& lower, Gtk::Button& upper);
+  Stepper(Gtk::Box& box, GtkWidget* lower, GtkWidget* upper);
   void move(int by);
-  bool onKey(unsigned key, unsigned code, Gdk::ModifierType modifiers);
-  bool onWheel(double dx, double dy);
+  static gboolean onKey(GtkEventControllerKey* keys, guint key, guint code, GdkModifierType modifiers,
+                        Stepper* self);
+  static gboolean onWheel(GtkEventControllerScroll* wheel, double dx, double dy, Stepper* self);
 
   double value_ = 0;
   double min_ = 0;
   double max_ = 100;
   TextBox* textBox_ = nullptr;
+  GtkEventController* keys_ = nullptr;
+  GtkEventController* wheel_ = nullptr;
   RepeatingButton lower_;
   RepeatingButton upper_;
 };
