@@ -32,9 +32,7 @@ class Object {
  public:
   using Value = std::variant<std::string, std::int64_t, double, bool, Array, Dictionary, Data, Date>;
 
-  template <class Kind>
-  requires std::constructible_from<Value, Kind&&>
-  explicit Object(Kind&& value) : value_(std::forward<Kind>(value)) {}
+  explicit Object(Value value) : value_(std::move(value)) {}
   Object(const Object&) = default;
   Object& operator=(const Object&) = default;
   virtual ~Object() = default;
