@@ -29,8 +29,8 @@ class Bench:
 
     def run(self, command, screen=False, **variables):
         """The standard output of a command that must succeed."""
-        # Nothing of the user's own; every symbol is bound before the program starts.
-        around = {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LD_BIND_NOW": "1"} | self.variables | variables
+        # Nothing of the user's own but a language, which the bundle has; every symbol is bound before the program starts.
+        around = {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LANGUAGE": "en", "LD_BIND_NOW": "1"} | self.variables | variables
         if screen:
             command = [ON_OWN_SCREEN, *command]
         result = subprocess.run(command, env=around, capture_output=True, text=True, check=False)

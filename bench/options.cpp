@@ -37,7 +37,8 @@ int main(int argc, char* argv[]) {
   Gtk::init_gtkmm_internals();
   const host::PpdHandle ppd(ppdOpenFile(argv[3]));
   platform::linux::PrintSettings settings;
-  const auto plugin = host::loadPlugin(argv[2], host::kGtkModule, [](const std::string&) {});
+  const auto plugin =
+      host::loadPlugin(host::openBundle(argv[2], [](const std::string&) {}), host::kGtkModule);
   const auto panels = host::openPanels(plugin, std::make_shared<host::Callback>(settings, ppd.get()));
   const bench::Measured measured("view");
   return panels->front()->panelView() == nullptr ? 1 : 0;

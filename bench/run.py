@@ -68,8 +68,7 @@ class Row:
 
 
 def panel_rows(bench, files):
-    # In a language of the bundle's. For any other its Info.plist tells which to take; otherwise that is read by the host alone, to find a module.
-    counts = {size: bench.instructions(bench.program("panel"), bench.bundle, file, LANGUAGE="en") for size, file in files.items()}
+    counts = {size: bench.instructions(bench.program("panel"), bench.bundle, file) for size, file in files.items()}
 
     def count(name, size):
         return counts[size][name][0]

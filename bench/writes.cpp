@@ -58,7 +58,8 @@ int main(int argc, char* argv[]) {
   const host::PpdHandle ppd(ppdOpenFile(argv[2]));
   platform::linux::PrintSettings settings;
   settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
-  const auto plugin = host::loadPlugin(argv[1], host::kGtkModule, [](const std::string&) {});
+  const auto plugin =
+      host::loadPlugin(host::openBundle(argv[1], [](const std::string&) {}), host::kGtkModule);
   const auto panels = host::openPanels(plugin, std::make_shared<host::Callback>(settings, ppd.get()));
   auto* const view = panels->front()->panelView();
   if (view == nullptr) return 1;

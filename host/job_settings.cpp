@@ -30,7 +30,7 @@ LoadedPlugin loadNamed(const CommandLine& line, const std::vector<std::string>& 
     throw PluginFailure("the plug-in " + join(bundles, " or ") +
                         (line.plugin ? " is not in " + *line.plugin : " is not installed"));
   }
-  return loadPlugin(bundle->string(), kMemoryModule, note);
+  return loadPlugin(openBundle(bundle->string(), note), kMemoryModule);
 }
 
 JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::vector<std::string>& bundles,

@@ -2,9 +2,6 @@
 
 #include <dlfcn.h>
 
-#include "platform/linux/bundle.hpp"
-#include "platform/linux/bundle_info.hpp"
-
 namespace tandemtrim::host {
 namespace {
 
@@ -23,22 +20,27 @@ PluginFailure unusable(const std::string& bundle, const std::string& reason) {
   return PluginFailure("the plug-in " + bundle + " cannot be used: " + reason);
 }
 
-LoadedPlugin loadPlugin(const std::string& path, const char* moduleEnding, const Note& note) {
+PluginBundle openBundle(const std::string& path, const Note& note) {
   std::string reason;
-  const auto bundle = platform::linux::Bundle::open(path, reason);
-  if (!bundle) throw unusable(path, reason);
-  for (const auto& fault : bundle->brokenTables()) note("the panel's texts stay untranslated: " + fault);
-  const auto info = platform::linux::BundleInfo::read(bundle->path(), reason);
+  auto resources = platform::linux::Bundle::open(path, reason);
+  if (!resources) throw unusable(path, reason);
+  auto info = platform::linux::BundleInfo::read(resources->path(), reason);
   if (!info) throw unusable(path, reason);
-  const auto principalClass = info->principalClass();
-  if (!principalClass) throw unusable(path, "its Info.plist names no NSPrincipalClass");
-  const auto make = findMaker(path, info->modulePath(moduleEnding), *principalClass);
+  for (const auto& fault : resources->brokenTables()) note("the panel's texts stay untranslated: " + fault);
+  return {path, std::move(resources), *std::move(info)};
+}
 
-  LoadedPlugin loaded{path, nullptr};
+LoadedPlugin loadPlugin(const PluginBundle& bundle, const char* moduleEnding) {
+  const auto principalClass = bundle.info.principalClass();
+  if (!principalClass) throw unusable(bundle.path, "its Info.plist names no NSPrincipalClass");
+  const auto make = findMaker(bundle.path, bundle.info.modulePath(moduleEnding), *principalClass);
+
+  LoadedPlugin loaded{bundle.path, nullptr};
   make(loaded.plugin);
-  if (!loaded.plugin) throw unusable(path, *principalClass + " made no plug-in");
-  if (!callPlugin(path, "initWithBundle", [&] { return loaded.plugin->initWithBundle(bundle); })) {
-    throw unusable(path, "it refuses its own bundle");
+  if (!loaded.plugin) throw unusable(bundle.path, *principalClass + " made no plug-in");
+  if (!callPlugin(bundle.path, "initWithBundle",
+                  [&] { return loaded.plugin->initWithBundle(bundle.resources); })) {
+    throw unusable(bundle.path, "it refuses its own bundle");
   }
   return loaded;
 }

@@ -8,6 +8,8 @@
 #include "host/failure.hpp"
 #include "host/note.hpp"
 #include "platform/extension.hpp"
+#include "platform/linux/bundle.hpp"
+#include "platform/linux/bundle_info.hpp"
 
 namespace tandemtrim::host {
 
@@ -30,6 +32,17 @@ auto callPlugin(const std::string& bundle, const std::string& operation, Call&& 
 /// What to raise for a plug-in that does not do its part.
 PluginFailure unusable(const std::string& bundle, const std::string& reason);
 
+/// The bundle of a plug-in: its resources, and by its Info.plist its modules.
+struct PluginBundle {
+  std::string path;
+  std::shared_ptr<platform::linux::Bundle> resources;
+  platform::linux::BundleInfo info;
+};
+
+/// The bundle at `path`. PluginFailure, with the reason, when there is none; a note for each string table
+/// that it cannot use.
+PluginBundle openBundle(const std::string& path, const Note& note);
+
 /// A plug-in that was made and has accepted its bundle.
 struct LoadedPlugin {
   /// The bundle's path, for messages.
@@ -41,10 +54,9 @@ struct LoadedPlugin {
 inline constexpr const char* kMemoryModule = "-memory";
 inline constexpr const char* kGtkModule = "";
 
-/// Loads the module of this ending from the bundle at `path` and makes its plug-in. The module stays
-/// loaded until the program ends, since what it made may live as long. PluginFailure, with the reason, when
-/// any step fails; a note for each string table that the bundle cannot use.
-LoadedPlugin loadPlugin(const std::string& path, const char* moduleEnding, const Note& note);
+/// Loads the bundle's module of this ending and makes its plug-in. The module stays loaded until the program
+/// ends, since what it made may live as long. PluginFailure, with the reason, when any step fails.
+LoadedPlugin loadPlugin(const PluginBundle& bundle, const char* moduleEnding);
 
 /// The plug-in's panels for the print dialog, at least one. PluginFailure when there is none.
 std::unique_ptr<platform::PanelList> openPanels(const LoadedPlugin& loaded,

@@ -9,9 +9,9 @@ namespace tandemtrim::host {
 namespace {
 
 // The same panel without a screen, which is asked what the printer allows; a bundle need not have one.
-std::optional<LoadedPlugin> withoutScreen(const std::string& bundle, const Note& note) {
+std::optional<LoadedPlugin> withoutScreen(const PluginBundle& bundle, const Note& note) {
   try {
-    return loadPlugin(bundle, kMemoryModule, [](const std::string&) {});
+    return loadPlugin(bundle, kMemoryModule);
   } catch (const PluginFailure& failure) {
     note("values that the printer does not allow cannot be told: " + std::string(failure.what()));
     return std::nullopt;
@@ -22,16 +22,20 @@ std::optional<LoadedPlugin> withoutScreen(const std::string& bundle, const Note&
 
 OpenPanel::OpenPanel(const std::string& bundle, platform::linux::PrintSettings& settings, ppd_file_t* ppd,
                      const Note& note)
+    : OpenPanel(openBundle(bundle, note), settings, ppd, note) {}
+
+OpenPanel::OpenPanel(const PluginBundle& bundle, platform::linux::PrintSettings& settings, ppd_file_t* ppd,
+                     const Note& note)
     : settings_(settings),
       ppd_(ppd),
-      plugin_(loadPlugin(bundle, kGtkModule, note)),
+      plugin_(loadPlugin(bundle, kGtkModule)),
       screenless_(withoutScreen(bundle, note)),
       panels_(openPanels(plugin_, std::make_shared<Callback>(settings_, ppd_))) {
   title_ = call("panelName", [](auto& panel) { return panel.panelName(); });
   keywords_ = call("supportedPPDOptionKeys", [](auto& panel) { return panel.supportedPPDOptionKeys(); });
   view_ = call("panelView", [](auto& panel) { return panel.panelView(); });
   if (view_ == nullptr || view_->toolkitView() == nullptr)
-    throw unusable(bundle, "its view could not be loaded");
+    throw unusable(bundle.path, "its view could not be loaded");
   // Set-up alone shows nothing of what the settings hold.
   restore();
 }

@@ -46,6 +46,8 @@ class OpenPanel {
   [[nodiscard]] std::vector<IllegalValue> illegalValues() const;
 
  private:
+  OpenPanel(const PluginBundle& bundle, platform::linux::PrintSettings& settings, ppd_file_t* ppd,
+            const Note& note);
   using StoredValues = std::map<std::string, std::optional<std::string>>;
   [[nodiscard]] StoredValues storedValues() const;
   void saveAll() const;

@@ -22,7 +22,7 @@ class APanelSession : public testing::Test {
   PanelResult play(const std::vector<Input>& inputs, bool force = false, const std::string& behaviour = "") {
     const auto bundle = writeBundle(folder_, behaviour.empty() ? "Fake.bundle" : "Broken.bundle",
                                     {"FakePrincipal", behaviour});
-    return playPanel(loadPlugin(bundle, kMemoryModule, quiet), settings, nullptr, inputs, force,
+    return playPanel(loadPlugin(openBundle(bundle, quiet), kMemoryModule), settings, nullptr, inputs, force,
                      [this](const std::string& note) { notes.push_back(note); });
   }
   void store(const std::string& keyword, const std::string& value) {
@@ -227,7 +227,7 @@ TEST_F(APanelSession, NamesTheStoredValuesThatAreNotAllowedAndLeavesThemAlone) {
   store("FakeTop", "35");
   store("FakePosition", "Right");
   const test::TemporaryFolder folder;
-  const auto plugin = loadPlugin(writeBundle(folder, "Fake.bundle"), kMemoryModule, quiet);
+  const auto plugin = loadPlugin(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule);
   const auto illegal = illegalValues(plugin, settings, nullptr);
   ASSERT_EQ(illegal.size(), 1U);
   EXPECT_EQ(illegal[0].label, "Top");

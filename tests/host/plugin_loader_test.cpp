@@ -18,8 +18,8 @@ const Note quiet = [](const std::string&) {};
 // Loads the bundle's plug-in and plays its panel through.
 void play(const std::string& bundle) {
   platform::linux::PrintSettings settings;
-  playPanel(loadPlugin(bundle, kMemoryModule, quiet), settings, nullptr, {{"Valid", "On"}, {"Top", "7"}},
-            false, [](const std::string&) {});
+  playPanel(loadPlugin(openBundle(bundle, quiet), kMemoryModule), settings, nullptr,
+            {{"Valid", "On"}, {"Top", "7"}}, false, [](const std::string&) {});
 }
 
 PluginFailure pluginFailureOf(const std::string& bundle) {
