@@ -77,7 +77,7 @@ def panel_rows(bench, files):
     smallest, largest = min(files), max(files)
     yield Row(
         f"the same, its growth from {smallest} to {largest} KB: instructions",
-        max(0, count("panel", largest) - count("panel", smallest)),
+        max(count("panel", size) for size in files) - count("panel", smallest),
         "that of 4 ppdFindAttr",
         count("4 ppdFindAttr", largest) - count("4 ppdFindAttr", smallest),
         1.0,

@@ -85,11 +85,13 @@ void checkState(const Printer& printer, const Note& note) {
 }
 
 PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
+  const auto resource = printerResource(printer.name) + ".ppd";
+  const auto name = "of " + printer.name;
   const int file = memfd_create("ppd", MFD_CLOEXEC);
   if (file < 0) throw Failure("the PPD of " + printer.name + " cannot be kept: " + std::strerror(errno));
   // Not by cupsGetPPD3: it asks for the queue's address and opens a connection to it, which no time-out ends.
-  const auto status = cupsGetFd(connection.get(), (printerResource(printer.name) + ".ppd").c_str(), file);
-  if (status == HTTP_STATUS_OK && !connection.isSilent()) return readPpd(file, "of " + printer.name);
+  const auto status = cupsGetFd(connection.get(), resource.c_str(), file);
+  if (status == HTTP_STATUS_OK && !connection.isSilent()) return readPpd(file, name);
   close(file);
   if (status == HTTP_STATUS_NOT_FOUND) return nullptr;
   const auto last = connection.lastFailure();

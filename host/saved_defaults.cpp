@@ -14,6 +14,12 @@ class Destinations {
   Destinations& operator=(const Destinations&) = delete;
   ~Destinations() { cupsFreeDests(count_, all_); }
 
+  // Whether the server listed the printer: one that failed lists nothing, and what is saved for other
+  // printers would go with it.
+  [[nodiscard]] bool list(const Printer& printer) const {
+    return cupsGetDest(printer.name.c_str(), nullptr, count_, all_) != nullptr;
+  }
+
   // The user's record of the printer, made when there is none.
   cups_dest_t* find(const Printer& printer) {
     const auto* const instance = printer.destination->instance;
@@ -52,21 +58,22 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
     if (!fitsIntoLine(value)) throw cannotKeep(keyword);
   }
   Destinations destinations(connection);
+  if (!destinations.list(printer) || connection.isSilent()) throw connection.lastFailure();
   auto* const mine = destinations.find(printer);
-  if (mine == nullptr || connection.isSilent()) throw connection.lastFailure();
   for (const auto& [keyword, value] : options) {
     mine->num_options = cupsAddOption(keyword.c_str(), value.c_str(), mine->num_options, &mine->options);
   }
   if (!destinations.save(connection)) {
-    if (connection.isSilent()) throw connection.lastFailure();
+    const bool serverFailed = connection.isSilent() || cupsLastError() >= IPP_STATUS_REDIRECTION_OTHER_SITE;
+    if (serverFailed) throw connection.lastFailure();
     throw Failure("the defaults for " + printer.name +
                   " cannot be kept: CUPS cannot write its file lpoptions");
   }
 
   const auto kept = connection.destination(printer.name.c_str(), printer.destination->instance);
+  if (!kept) throw connection.lastFailure();
   for (const auto& [keyword, value] : options) {
-    const char* const found =
-        kept ? cupsGetOption(keyword.c_str(), kept->num_options, kept->options) : nullptr;
+    const char* const found = cupsGetOption(keyword.c_str(), kept->num_options, kept->options);
     if (found == nullptr || value != found) throw cannotKeep(keyword);
   }
 }

@@ -16,7 +16,8 @@ namespace tandemtrim::platform::linux {
 
 /// A bundle in a folder: Contents/Info.plist, the resources in Contents/Resources, the modules in
 /// Contents/Linux. One localization and its string tables are chosen when it is opened; it never changes
-/// afterwards. What Info.plist says is a host's business (BundleInfo); here its presence tells a bundle.
+/// afterwards. Of Info.plist (BundleInfo) it asks the development region alone, where it has no language of
+/// the user's.
 class Bundle : public platform::Bundle {
  public:
   /// The bundle in the folder at `path`, in the user's languages. Null when there is none, and `reason` names

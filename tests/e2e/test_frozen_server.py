@@ -94,12 +94,28 @@ class FrozenServerTest(TerminalCase):
                 self.assertEqual(len(self.cups.records()), 1)
                 self.cups.forget()
 
-    def test_a_server_that_falls_silent_where_settings_are_kept_is_named(self):
-        with Relay(self.cups.address, REQUESTS.index("the PPD") + 2, SILENT) as relay:
+    def keeps_settings_until(self, request, trouble):
+        """Keeps settings over a server that fails at the request of this number; the program's result and the server's place in it."""
+        with Relay(self.cups.address, request, trouble) as relay:
             around = {"CUPS_SERVER": relay.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
-            result = self.trim("-d", "Morva", "--save-as-default", limit=BOUND, **around)
-        self.assertEqual((result.returncode, result.stdout), (1, ""))
-        self.assertIn(f"the print server at {relay.address} did not answer within 1 s", result.stderr)
+            return self.trim("-d", "Morva", "--save-as-default", limit=BOUND, **around), relay.address
+
+    def test_a_server_that_fails_where_settings_are_kept_is_named_and_nothing_else_that_is_kept_is_lost(self):
+        def lpoptions(*arguments):
+            return subprocess.run(["lpoptions", *arguments], env=self.environment(), capture_output=True, check=True, text=True).stdout
+
+        lpoptions("-p", "Morva/Other", "-o", "x-note=mine")
+        for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "failed")):
+            first = request = REQUESTS.index("the PPD") + 2
+            result, server = self.keeps_settings_until(request, trouble)
+            while result.returncode != 0:
+                with self.subTest(trouble, request=request):
+                    self.assertEqual((result.returncode, result.stdout), (1, ""))
+                    self.assertIn(f"the print server at {server} {words}", result.stderr)
+                    self.assertIn("x-note=mine", lpoptions("-p", "Morva/Other"))
+                request += 1
+                result, server = self.keeps_settings_until(request, trouble)
+            self.assertGreater(request, first)
 
     def test_the_printer_is_asked_about_once_more_where_somebody_saved_options_for_it(self):
         save = ["lpoptions", "-p", "Morva", "-o", "x-note=mine"]

@@ -109,6 +109,18 @@ std::string itemAtKeyboard(ShownPanel& shown) {
   return GTK_IS_LIST_BOX_ROW(row) ? gtk_label_get_text(GTK_LABEL(labels.front())) : "";
 }
 
+TEST(MenuByKeys, ClosesWhenItsPanelGoes) {
+  ShownPanel shown;
+  auto* const menu = shown.widget("positionPopUp");
+  shown.person().focus(menu);
+  shown.person().press(XK_space);
+  awaitList(shown, true);
+  shown.dropPanel();
+  EXPECT_EQ(gtk_menu_button_get_popover(GTK_MENU_BUTTON(menu)), nullptr);
+  shown.person().press(XK_Down);
+  shown.person().press(XK_Return);
+}
+
 TEST(MenuByKeys, OpensAtItsChoice) {
   for (const auto& [key, held] :
        {std::pair{XK_space, 0}, std::pair{XK_Return, 0}, std::pair{XK_Down, 0}, std::pair{XK_Up, 0},

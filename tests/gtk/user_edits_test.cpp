@@ -251,6 +251,7 @@ TEST_F(UserEdits, ThatWaitAreDroppedWithThePanel) {
 TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
   auto* const plus = gtk_widget_get_last_child(shown.widget("stepperMarginTop"));
   auto* const check = shown.widget("tandemTrimValid");
+  auto* const menu = shown.widget("positionPopUp");
   shown.dropPanel();
   person.press(XK_Up);
   person.focus(box);
@@ -258,6 +259,8 @@ TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
   person.type("9");
   person.click(plus);
   person.click(check);
+  person.click(menu);
+  EXPECT_EQ(gtk_menu_button_get_popover(GTK_MENU_BUTTON(menu)), nullptr);
   EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("129"));
   EXPECT_EQ(notifications, 0);
 }
