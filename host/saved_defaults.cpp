@@ -16,7 +16,7 @@ class Destinations {
 
   // Whether the server listed the printer: one that failed lists nothing, and what is saved for other
   // printers would go with it.
-  [[nodiscard]] bool list(const Printer& printer) const {
+  [[nodiscard]] bool lists(const Printer& printer) const {
     return cupsGetDest(printer.name.c_str(), nullptr, count_, all_) != nullptr;
   }
 
@@ -58,7 +58,7 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
     if (!fitsIntoLine(value)) throw cannotKeep(keyword);
   }
   Destinations destinations(connection);
-  if (!destinations.list(printer) || connection.isSilent()) throw connection.lastFailure();
+  if (!destinations.lists(printer) || connection.isSilent()) throw connection.lastFailure();
   auto* const mine = destinations.find(printer);
   for (const auto& [keyword, value] : options) {
     mine->num_options = cupsAddOption(keyword.c_str(), value.c_str(), mine->num_options, &mine->options);
