@@ -5,13 +5,14 @@ import threading
 
 from cups_daemon import HOST
 
-SILENT, GONE = "silent", "gone"
+SILENT, GONE, BUSY = "silent", "gone", "busy"
+REFUSAL = b"HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\nConnection: close\r\n\r\n"
 PIECE = 65536
 END_OF_REQUEST_LINE = b" HTTP/1.1\r\n"
 
 
 class Relay:
-    """From the request numbered `last` on the server is silent, or its connection and port are gone; between `with` and its end."""
+    """From the request numbered `last` on the server is silent, or its connection and port are gone; or it refuses that one. Between `with` and its end."""
 
     def __init__(self, server, last, trouble):
         self._server, self._last, self._trouble = server, last, trouble
@@ -58,8 +59,10 @@ class Relay:
         try:
             while piece := client.recv(PIECE):
                 self._requests += piece.count(END_OF_REQUEST_LINE)
-                if self._requests < self._last:
+                if self._requests < self._last or (self._trouble == BUSY and self._requests > self._last):
                     server.sendall(piece)
+                elif self._trouble == BUSY and END_OF_REQUEST_LINE in piece:
+                    client.sendall(REFUSAL)
                 elif self._trouble == GONE:
                     self._end(self._listener)
                     self._end(client)
