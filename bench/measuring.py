@@ -32,7 +32,9 @@ class Bench:
         # Nothing of the user's own but a language, which the bundle has; every symbol is bound before the program starts.
         around = {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LANGUAGE": "en", "LD_BIND_NOW": "1"} | self.variables | variables
         if screen:
-            command = [ON_OWN_SCREEN, *command]
+            # The home folder is the screen's.
+            given = (f"{name}={value}" for name, value in around.items() if name not in ("HOME", "TMPDIR", "LANGUAGE"))
+            command = [ON_OWN_SCREEN, *given, *command]
         result = subprocess.run(command, env=around, capture_output=True, text=True, check=False)
         if result.returncode != 0:
             raise RuntimeError(f"{' '.join(map(str, command))} failed:\n{result.stdout}{result.stderr}")

@@ -28,7 +28,8 @@ SETTINGS = (
     ("Right", "MVRightMargin", "20"),
 )
 
-sys.path.insert(0, str(PROJECT / "tests/e2e"))
+sys.path[:0] = [str(PROJECT / "tests/e2e"), str(PROJECT / "tests/support")]
+import surroundings  # noqa: E402
 from private_cups import PrivateCups  # noqa: E402
 
 
@@ -43,16 +44,15 @@ def command(build):
 def by_person(cups, build):
     """Leaves the dialog to whoever sits at the screen, and gives whether a job was sent."""
     print("Set what you like on the page Tandem Trim, then print.", flush=True)
-    surroundings = {name: value for name, value in os.environ.items() if name not in ("CUPS_SERVER", "HOME", "XDG_STATE_HOME")}
-    return subprocess.run(command(build), env=surroundings | cups.environment(), check=False).returncode == 0
+    own = {name: value for name, value in os.environ.items() if name != "XDG_STATE_HOME"}
+    return subprocess.run(command(build), env=own | cups.environment(), check=False).returncode == 0
 
 
 def driven(cups, build, picture):
     """Drives the dialog as a person would, and gives whether a job was sent."""
-    from dialog_case import SCREEN, PrintDialog
+    from dialog_case import PrintDialog
 
-    screen = {name: os.environ[name] for name in SCREEN if name in os.environ}
-    dialog = PrintDialog(command(build), cups.environment() | screen)
+    dialog = PrintDialog(command(build), cups.environment() | surroundings.of_this_test(surroundings.SCREEN))
     try:
         dialog.page("Tandem Trim")
         dialog.check("Use Tandem Trim")

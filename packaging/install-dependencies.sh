@@ -9,7 +9,7 @@ server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.
 screen='xvfb dbus xdotool scrot at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
 package='dpkg-dev file'
-tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot'
+tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot fonts-cantarell fonts-noto-core'
 # The bundle for macOS, built on GNUstep where there is no Mac.
 tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
 # What g++ has not: libFuzzer, the coverage of conditions, the syntax tree.

@@ -13,10 +13,11 @@ import tempfile
 import time
 
 import ipp
+import surroundings
 
 SYSTEM_DAEMON = pathlib.Path("/usr/sbin/cupsd")
 SYSTEM_PROGRAMS = pathlib.Path("/usr/lib/cups")
-PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
+PATH = surroundings.PATH
 FILTER = "morvatandem"  # as the sample printer's PPD names it
 BACKEND = "recorder"
 HOST = "127.0.0.1"

@@ -1,6 +1,5 @@
 """What the tests of the print dialog have in common: the dialog on a screen, and a person who sees it by accessibility."""
 
-import os
 import re
 import subprocess
 import time
@@ -10,10 +9,10 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
+import surroundings  # noqa: E402
 from private_cups import PrivateCups  # noqa: E402
 from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase  # noqa: E402
 
-SCREEN = ("DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "GDK_BACKEND", "GSK_RENDERER")
 PATIENCE = 60  # seconds until what a person waits for counts as missing
 
 
@@ -238,8 +237,8 @@ class DialogCase(TerminalCase):
         subprocess.run(command, env=self.environment(), check=True, capture_output=True)
 
     def dialog(self, *arguments, documents=(SAMPLE,), content=b"", program=PROGRAM, **variables):
-        environment = self.environment(**{name: os.environ[name] for name in SCREEN if name in os.environ})
-        shown = PrintDialog([program, *arguments, *documents], environment | variables, content)
+        environment = self.environment(**surroundings.of_this_test(surroundings.SCREEN)) | variables
+        shown = PrintDialog([program, *arguments, *documents], environment, content)
         self.addCleanup(shown.close)
         return shown
 

@@ -10,19 +10,18 @@ import argparse
 import dataclasses
 import getpass
 import json
-import os
 import pathlib
 import shutil
 import subprocess
 import sys
 
 import ipp
+import surroundings
 from cups_daemon import BACKEND, PATH, CupsDaemon, until
 from records import read_records
 
 NOWHERE = "file:///dev/null"
 RECORDER = f"{BACKEND}:/paper"
-KEPT_VARIABLES = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
 
 
 class PrivateCups(CupsDaemon):
@@ -55,8 +54,7 @@ class PrivateCups(CupsDaemon):
     def environment(self):
         """The variables of a program that is to print here, with nothing of the user's own settings."""
         home = str(self.folder / "home")
-        variables = {name: value for name, value in os.environ.items() if name.startswith(KEPT_VARIABLES)}
-        return variables | {
+        return surroundings.of_this_test(surroundings.SHARED) | {
             "PATH": PATH,
             "HOME": home,
             "LANG": "C.UTF-8",

@@ -1,5 +1,5 @@
-#!/usr/bin/python3
-"""Runs a command on a screen, a session bus and in a home folder of its own: on_own_screen.py COMMAND [ARGUMENT ...]"""
+#!/usr/bin/python3 -Es
+"""Runs a command on a screen and a session bus of its own, in a test's surroundings: on_own_screen.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]"""
 
 import ctypes
 import os
@@ -7,13 +7,11 @@ import pathlib
 import signal
 import subprocess
 import sys
-import tempfile
+
+import surroundings
 
 PR_SET_CHILD_SUBREAPER = 36
 XVFB = ("Xvfb", "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset")
-# No settings of the person who runs it, and the same drawing on every machine.
-TOOLKITS = {"LC_ALL": "C.UTF-8", "GDK_BACKEND": "x11", "GDK_DEBUG": "gl-disable", "GSK_RENDERER": "cairo"}
-OTHERS = ("LANGUAGE", "WAYLAND_DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS")
 
 
 def end_children():
@@ -26,11 +24,11 @@ def end_children():
             os.waitpid(pid, 0)
 
 
-def start_screen():
+def start_screen(environment):
     """The name of a free display, which the server takes and tells once it is ready."""
     reading, writing = os.pipe()
     quiet = {"stdin": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
-    subprocess.Popen([*XVFB, "-displayfd", str(writing)], pass_fds=[writing], **quiet)
+    subprocess.Popen([*XVFB, "-displayfd", str(writing)], pass_fds=[writing], env=environment, **quiet)
     os.close(writing)
     number = os.fdopen(reading).readline().strip()
     if not number:
@@ -38,23 +36,12 @@ def start_screen():
     return f":{number}"
 
 
-def surroundings(home):
-    """The environment of a person whose home folder has nothing in it yet."""
-    folders = {"XDG_RUNTIME_DIR": "run", "XDG_CONFIG_HOME": "config", "XDG_CACHE_HOME": "cache"}
-    folders |= {"XDG_DATA_HOME": "data", "XDG_STATE_HOME": "state", "TMPDIR": "tmp", "TEMP": "tmp"}
-    os.chmod(home, 0o755)  # print servers that are started below it give up root's rights
-    os.mkdir(f"{home}/run", 0o700)
-    os.mkdir(f"{home}/tmp")
-    inherited = {name: value for name, value in os.environ.items() if name not in OTHERS}
-    return inherited | TOOLKITS | {"HOME": home} | {name: f"{home}/{folder}" for name, folder in folders.items()}
-
-
 def main():
     ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
-    with tempfile.TemporaryDirectory(prefix="tandem-trim-screen-") as home:
+    given, command = surroundings.read_arguments()
+    with surroundings.own(given) as environment:
         try:
-            environment = surroundings(home) | {"DISPLAY": start_screen()}
-            return subprocess.run(["dbus-run-session", "--", *sys.argv[1:]], env=environment).returncode
+            return surroundings.run(["dbus-run-session", "--", *command], environment | {"DISPLAY": start_screen(environment)})
         finally:
             end_children()
 

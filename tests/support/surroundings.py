@@ -1,0 +1,160 @@
+#!/usr/bin/python3 -Es
+"""A test's surroundings, the same on every machine: surroundings.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]
+
+The command gets a home folder of its own, one font, GTK's own theme and the variables below; of the caller's environment it gets
+the sanitizers' options and the seed of random tests alone. TANDEM_TRIM_FONT="Cantarell 11" chooses another of the fonts below.
+"""
+
+import contextlib
+import functools
+import os
+import pathlib
+import re
+import signal
+import subprocess
+import sys
+import tempfile
+
+PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
+FONT = "DejaVu Sans 10"
+_DEJAVU = ("truetype/dejavu/DejaVuSans.ttf", "truetype/dejavu/DejaVuSans-Bold.ttf")
+# The files of each family. DejaVu Sans has the letters that the others lack.
+FONTS = {
+    "DejaVu Sans": _DEJAVU,
+    "Cantarell": ("opentype/cantarell/Cantarell-Regular.otf", "opentype/cantarell/Cantarell-Bold.otf", *_DEJAVU),
+    "Noto Sans": ("truetype/noto/NotoSans-Regular.ttf", "truetype/noto/NotoSans-Bold.ttf", *_DEJAVU),
+}
+FONT_SETTINGS = """\
+<?xml version="1.0"?>
+<!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
+<fontconfig>
+  <dir>{folder}/fonts</dir>
+  <cachedir>{folder}/cache</cachedir>
+  <match target="pattern"><edit name="family" mode="append" binding="strong"><string>{family}</string></edit></match>
+  <match target="font">
+    <edit name="antialias"><bool>true</bool></edit>
+    <edit name="hintstyle"><const>hintslight</const></edit>
+    <edit name="rgba"><const>none</const></edit>
+  </match>
+</fontconfig>
+"""
+GTK_SETTINGS = """\
+[Settings]
+gtk-theme-name=Default
+gtk-icon-theme-name=Adwaita
+gtk-cursor-theme-name=Adwaita
+gtk-font-name={font}
+gtk-application-prefer-dark-theme=false
+gtk-enable-animations=true
+gtk-print-backends=cups,file
+"""
+# The same drawing on every machine, and no module or service that only some of them have.
+CONSTANTS = {
+    "PATH": PATH,
+    "LANG": "C.UTF-8",
+    "TZ": "UTC",
+    "XDG_DATA_DIRS": "/usr/share",
+    "GDK_BACKEND": "x11",
+    "GDK_DEBUG": "gl-disable",
+    "GSK_RENDERER": "cairo",
+    "GSETTINGS_BACKEND": "memory",
+    "GIO_MODULE_DIR": "/nonexistent",
+    "DBUS_SYSTEM_BUS_ADDRESS": "unix:path=/nonexistent",
+}
+# Of a test's variables, those that every program has which the test starts, and those that show it the test's screen.
+SHARED = (*CONSTANTS, "FONTCONFIG_FILE", "XDG_CONFIG_DIRS")
+SCREEN = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
+SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
+SEED = "TANDEM_TRIM_SEED"
+
+_COMMA_LOCALE = "de_DE.UTF-8"  # a comma before the decimals
+
+
+@functools.cache
+def _locales():
+    """A folder with the comma locale, which the system need not have; removed when the process ends."""
+    folder = tempfile.TemporaryDirectory(prefix="locales-")
+    pathlib.Path(folder.name).chmod(0o755)
+    target = pathlib.Path(folder.name) / _COMMA_LOCALE
+    subprocess.run(["localedef", "-i", "de_DE", "-f", "UTF-8", target], check=True)
+    return folder
+
+
+_LANGUAGES = {
+    "english": lambda: {},
+    "c": lambda: {"LANG": "C"},
+    "comma": lambda: {"LC_ALL": _COMMA_LOCALE, "LOCPATH": _locales().name},
+    "arabic": lambda: {"LANGUAGE": "ar"},
+}
+
+
+def variables(name):
+    """The variables of the language or locale of this name."""
+    return _LANGUAGES[name]()
+
+
+def of_this_test(names):
+    """Of this process's variables those of these names, and the sanitizers' options."""
+    return {name: value for name, value in os.environ.items() if name in names or name.startswith(SANITIZERS)}
+
+
+def fonts(folder, font=FONT):
+    """Writes settings into a new folder by which programs have this font ("family points") alone; gives the variables for them."""
+    family, points = re.fullmatch(r"(.+) (\d+)", font).groups()
+    (folder / "fonts").mkdir(parents=True)
+    for file in FONTS[family]:
+        source = pathlib.Path("/usr/share/fonts", file)
+        if not source.exists():
+            raise FileNotFoundError(f"{source}: packaging/install-dependencies.sh names the package")
+        (folder / "fonts" / source.name).symlink_to(source)
+    (folder / "fonts.conf").write_text(FONT_SETTINGS.format(folder=folder, family=family))
+    (folder / "gtk-4.0").mkdir()
+    (folder / "gtk-4.0/settings.ini").write_text(GTK_SETTINGS.format(font=f"{family} {points}"))
+    return {"FONTCONFIG_FILE": str(folder / "fonts.conf"), "XDG_CONFIG_DIRS": str(folder)}
+
+
+@contextlib.contextmanager
+def own(given):
+    """The whole environment of a test for which CTest gives these variables, with a home folder that is gone afterwards."""
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
+    os.umask(0o022)
+    # Not where the caller has its temporary files: print servers give up root's rights, and a socket's path must be short.
+    with tempfile.TemporaryDirectory(prefix="tandem-trim-test-", dir="/tmp") as folder:
+        os.chmod(folder, 0o755)
+        home, run, temporary = (pathlib.Path(folder, name) for name in ("home", "run", "tmp"))
+        home.mkdir()
+        run.mkdir(mode=0o700)
+        temporary.mkdir()
+        temporary.chmod(0o1777)
+        folders = {"HOME": home, "CUPS_SERVERROOT": home, "XDG_RUNTIME_DIR": run, "TMPDIR": temporary, "TEMP": temporary}
+        python = {"PYTHONPATH": str(pathlib.Path(__file__).resolve().parent), "PYTHONDONTWRITEBYTECODE": "1"}
+        environment = of_this_test((SEED,)) | CONSTANTS | {name: str(path) for name, path in folders.items()} | python | given
+        yield environment | fonts(pathlib.Path(folder, "settings"), given.get("TANDEM_TRIM_FONT", FONT))
+
+
+def read_arguments():
+    """The command line as (variables, command)."""
+    words = sys.argv[1:]
+    count = next((index for index, word in enumerate(words) if "=" not in word), len(words))
+    if count == len(words):
+        sys.exit(f"usage: {sys.argv[0]} [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]")
+    return dict(word.split("=", 1) for word in words[:count]), words[count:]
+
+
+def run(command, environment):
+    """Runs the command and gives its exit status, as a shell gives it."""
+    status = subprocess.run(command, env=environment, check=False).returncode
+    if status >= 0:
+        return status
+    print(f"{command[0]} was ended by {signal.Signals(-status).name}", file=sys.stderr)
+    return 128 - status
+
+
+def main():
+    given, command = read_arguments()
+    with own(given) as environment:
+        return run(command, environment)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
