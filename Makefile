@@ -12,7 +12,7 @@ checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/platform/gtk/
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run test package sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants
+.PHONY: run test package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -71,10 +71,15 @@ fuzz: ## make up inputs for SECONDS (60) a target, and require that the properti
 	$(call build,fuzz)
 	fuzz/run.sh $(or $(SECONDS),60)
 
-package: ## the Debian package, in build/release/package
+package: ## the Debian packages, in build/release/package, and their tests
 	$(install_dependencies) package
 	$(call build,release)
-	cd build/release && cpack -B package
+	cd build/release && rm -f package/*.deb && cpack
+	cd tests/e2e && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release /usr/bin/python3 -m unittest test_packages
+
+package-trial: package ## the packages in a bare system with Debian's archives: install, print, upgrade, remove; takes minutes
+	$(install_dependencies) trial
+	packaging/trial.sh build/release/package
 
 lint: ## formatting, clang-tidy, the man page and the scripts
 	$(install_dependencies) lint
@@ -83,7 +88,7 @@ lint: ## formatting, clang-tidy, the man page and the scripts
 	printf '%s\n' $(checked_by_tidy) | xargs -P 2 -n 1 clang-tidy --quiet -p build/release
 	clang-tidy --quiet -p build/release --header-filter=/platform/appkit/ --checks=$(not_of_methods) build/release/platform/appkit/tidy.mm
 	desktop-file-validate packaging/desktop/*.desktop
-	appstreamcli validate --no-net packaging/desktop/*.metainfo.xml
+	appstreamcli validate --no-net build/release/packaging/*.metainfo.xml
 	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"
 	pyflakes3 $$(git ls-files '*.py')
 	git ls-files '*.sh' .ci/run | xargs -n 1 bash -n

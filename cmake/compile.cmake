@@ -31,6 +31,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   set(of_linked_modules $<$<CONFIG:RelWithDebInfo>:-Oz;-flto;-flto=auto;-Wl,-z,noseparate-code;-Wl,-z,pack-relative-relocs>)
 endif()
 
+if(NOT APPLE)
+  # What is installed binds its symbols when it is loaded, so that nothing can overwrite them afterwards.
+  set(hardened -Wl,-z,now)
+endif()
+
 if(TANDEM_TRIM_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=address,undefined)

@@ -11,8 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Seen from the program's folder: where an installation that was moved as a whole keeps bundles, and where a
-// build leaves them.
+// Seen from the program's folder: where an installation has bundles, and where a build leaves them.
 constexpr std::array<const char*, 2> kFoldersBesideProgram{"../" TANDEM_TRIM_LIBDIR "/tandem-trim", ".."};
 
 std::vector<fs::path> standardFolders() {
@@ -28,7 +27,6 @@ std::vector<fs::path> standardFolders() {
   if (!unreadable) {
     for (const char* folder : kFoldersBesideProgram) folders.push_back(program.parent_path() / folder);
   }
-  folders.emplace_back(TANDEM_TRIM_PLUGIN_FOLDER);
   return folders;
 }
 

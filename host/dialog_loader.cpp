@@ -16,11 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Seen from the program's folder: where a build leaves the module, and an installation that was moved as a
-// whole; then where it is installed.
-constexpr std::array<const char*, 3> kModules{
-    "dialog/tandem-trim-dialog", "../" TANDEM_TRIM_LIBDIR "/tandem-trim/dialog/tandem-trim-dialog",
-    TANDEM_TRIM_PLUGIN_FOLDER "/dialog/tandem-trim-dialog"};
+// Seen from the program's folder: where a build leaves the module, and where an installation has it.
+constexpr std::array<const char*, 2> kModules{
+    "dialog/tandem-trim-dialog", "../" TANDEM_TRIM_LIBDIR "/tandem-trim/dialog/tandem-trim-dialog"};
 
 bool isSet(const char* variable) {
   const char* const value = std::getenv(variable);
@@ -30,7 +28,7 @@ bool isSet(const char* variable) {
 ShowDialog loadModule() {
   std::error_code unreadable;
   const auto folder = fs::read_symlink("/proc/self/exe", unreadable).parent_path();
-  std::string reason = "it is not installed";
+  std::string reason;
   for (const char* module : kModules) {
     const auto path = folder / module;
     if (!fs::exists(path, unreadable)) continue;
@@ -39,6 +37,10 @@ ShowDialog loadModule() {
         return reinterpret_cast<ShowDialog>(function);
     }
     reason = dlerror();
+  }
+  if (reason.empty()) {
+    throw NoDialog("the print dialog is not installed (package tandem-trim-gtk)",
+                   "; nothing was sent. Install that package, or print without the dialog by --no-dialog");
   }
   throw NoDialog("the print dialog cannot be shown: " + reason,
                  "; nothing was sent. Print without it by --no-dialog");

@@ -8,8 +8,9 @@ build='g++ cmake ninja-build make pkg-config libcups2-dev libplist-dev libcli11-
 server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.
 screen='xvfb dbus xdotool scrot at-spi2-core python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
-package='dpkg-dev file'
-tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fakeroot fonts-cantarell fonts-noto-core'
+# To make the packages and to test them: Debian's own view of them, an empty root to install them in.
+package='dpkg-dev file lintian fakeroot fonts-dejavu-core'
+tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fonts-cantarell fonts-noto-core'
 # The bundle for macOS, built on GNUstep where there is no Mac.
 tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
 # What g++ has not: libFuzzer, the coverage of conditions, the syntax tree.
@@ -17,7 +18,8 @@ clang='clang-19 libclang-rt-19-dev'
 
 case "${1:-}" in
   run) packages="$build $server $screen" ;;
-  package) packages="$build $package" ;;
+  package) packages="$build $server $package" ;;
+  trial) packages="$build $server $package mmdebstrap" ;;
   test) packages="$build $server $screen $package $tests" ;;
   bench) packages="$build $server $screen libbenchmark-dev valgrind binutils" ;;
   coverage) packages="$build $server $screen $package $tests gcovr" ;;

@@ -101,10 +101,10 @@ class TerminalCase(unittest.TestCase):
         around = surroundings.variables(os.environ.get("TANDEM_TRIM_SURROUNDINGS", "english"))
         return self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | around | more
 
-    def trim(self, *arguments, stdin=b"", limit=LIMIT, **variables):
+    def trim(self, *arguments, program=PROGRAM, stdin=b"", limit=LIMIT, **variables):
         """Runs the program to its end; texts come back as str."""
         result = subprocess.run(
-            [PROGRAM, *arguments],
+            [program, *arguments],
             input=stdin,
             capture_output=True,
             env=self.environment(**variables),
@@ -128,6 +128,12 @@ class TerminalCase(unittest.TestCase):
         """Prints the sample document on Morva and gives the options as the filter received them."""
         _, (record,) = self.prints("-d", "Morva", *arguments, SAMPLE, **variables)
         return record.options
+
+    def assert_prints_with_the_panel(self, prefix):
+        """The program that is installed below the prefix prints with the panel that is installed with it."""
+        acts = each("--set", ACTS_THAT_CHANGE)
+        options = self.options_of(*acts, program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
+        self.assertEqual(of_panel(options), CHANGED)
 
     def refuses(self, *arguments, status=1, words=(), stdin=b"", **variables):
         """Runs the program, which must end with this status, say these words and send nothing. Gives its result."""

@@ -2,6 +2,7 @@
 
 import pathlib
 import re
+import shlex
 import shutil
 import unittest
 
@@ -29,10 +30,14 @@ class DialogPluginsTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), {})
 
-    def test_an_installed_program_shows_the_panel_that_is_installed_with_it(self):
+    def test_the_installed_desktop_file_shows_the_panel_that_is_installed_with_it(self):
         prefix = self.temporary_folder() / "usr"
         self.run_command("cmake", "--install", BUILD, "--prefix", prefix)
-        dialog = self.dialog("-d", "Morva", program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
+        (entry,) = prefix.glob("share/applications/*.desktop")
+        (command,) = re.findall("^Exec=(.*)", entry.read_text(), re.MULTILINE)
+        program, *arguments, documents = shlex.split(command)
+        self.assertEqual(documents, "%F")
+        dialog = self.dialog(*arguments, program=prefix / "bin" / program, LPDEST="Morva", TANDEM_TRIM_PLUGIN_PATH="")
         dialog.page("Tandem Trim")
         dialog.check("Use Tandem Trim")
         loaded = pathlib.Path(f"/proc/{dialog.process.pid}/maps").read_text()

@@ -1,59 +1,36 @@
-"""What is installed works from where it is, and goes without a trace."""
+"""What is installed works from where it is; without the print dialog, too."""
 
-import os
+import pathlib
 import subprocess
 import unittest
 
-from terminal_case import BUILD, MARGINS, PPD, TerminalCase
+from terminal_case import BUILD, SAMPLE, TerminalCase
 
 
 class InstallationTest(TerminalCase):
-    def assert_works(self, prefix):
-        shown = subprocess.run(
-            [prefix / "bin/tandem-trim", "--ppd", PPD, "--set", "Valid=On", "--set", "Top=12"],
-            env={"PATH": "/usr/bin", "HOME": str(prefix)} | {k: v for k, v in os.environ.items() if "SAN_" in k},
-            capture_output=True,
-            text=True,
-            check=False,
-        )
-        self.assertEqual((shown.returncode, shown.stderr), (0, ""))
-        self.assertIn(f"-o {MARGINS['Top']}=12", shown.stdout)
-        for name in ("man/man1/tandem-trim.1", "applications/com.morva.tandemtrim.desktop"):
-            self.assertTrue(list(prefix.glob(f"share/{name}*")), name)
+    def installed(self, *arguments):
+        prefix = self.temporary_folder() / "usr"
+        subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix, *arguments], check=True, capture_output=True)
+        return prefix
 
     def test_the_installed_program_finds_its_plugin(self):
-        prefix = self.temporary_folder() / "usr"
-        subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix], check=True, capture_output=True)
-        self.assert_works(prefix)
+        self.assert_prints_with_the_panel(self.installed())
 
-    def test_the_package_installs_works_and_goes(self):
-        folder = self.temporary_folder()
-        subprocess.run(["cpack", "-B", folder / "made"], cwd=BUILD, check=True, capture_output=True)
-        (package,) = (folder / "made").glob("tandem-trim_*.deb")
-        root = folder / "root"
-        for name in ("info", "updates", "triggers"):
-            (root / "var/lib/dpkg" / name).mkdir(parents=True)
-        (root / "var/lib/dpkg/status").touch()
+    def test_the_terminal_part_needs_no_other(self):
+        self.assert_prints_with_the_panel(self.installed("--component", "terminal"))
 
-        def dpkg(*arguments):
-            # The root is empty, so that what the package depends on is not there.
-            command = ["fakeroot", "dpkg", f"--root={root}", "--force-depends", "--force-not-root"]
-            without_sanitizers = {"PATH": "/usr/sbin:/usr/bin:/sbin:/bin", "HOME": str(folder)}
-            subprocess.run([*command, f"--log={folder}/log", *arguments], check=True, capture_output=True, env=without_sanitizers)
+    def test_without_the_dialog_the_package_to_install_is_named(self):
+        program = self.installed("--component", "terminal") / "bin/tandem-trim"
+        missing = ["the print dialog is not installed", "tandem-trim-gtk", "nothing was sent", "--no-dialog"]
+        self.refuses("-d", "Morva", "--dialog", SAMPLE, program=program, words=missing)
 
-        dpkg("--install", package)
-        self.assert_works(root / "usr")
-        dpkg("--purge", "tandem-trim")
-        self.assertEqual([path.name for path in root.iterdir()], ["var"])
-
-        def told(*arguments):
-            return subprocess.run(["dpkg-deb", *arguments], capture_output=True, text=True, check=True).stdout
-
-        libraries = ["libcups2", "libplist3"]
-        if "tandem-trim-dialog" in told("--contents", package):
-            libraries.append("libgtkmm-4.0-0")
-        for library in libraries:
-            self.assertIn(library, told("--field", package, "Depends"))
+    def test_without_the_dialog_a_screen_makes_no_difference_but_for_a_note(self):
+        program = self.installed("--component", "terminal") / "bin/tandem-trim"
+        result, (record,) = self.prints("-d", "Morva", SAMPLE, program=program, DISPLAY=":none")
+        self.assertEqual(record.size, pathlib.Path(SAMPLE).stat().st_size)
+        (note,) = result.stderr.splitlines()
+        for words in ("the print dialog is not installed", "tandem-trim-gtk", "going on without it"):
+            self.assertIn(words, note)
 
 
 if __name__ == "__main__":

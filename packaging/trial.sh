@@ -1,0 +1,108 @@
+#!/usr/bin/env bash
+# Tries the Debian packages as people get them, by apt in a bare Debian 12 with its archives: installs, prints, upgrades, removes.
+# usage: trial.sh FOLDER [FORMER]
+#   FOLDER  has the packages
+#   FORMER  a package that they replace; without it one that holds the files of both
+# The bare system is a folder of mmdebstrap's in namespaces of its own; nothing is left of it. Exit status: 0 when all went well.
+set -euo pipefail
+if [ "${1:-}" != --inside ]; then
+  [ $# = 1 ] || [ $# = 2 ] || { sed -n '3,6p' "$0"; exit 2; }
+  project=$(cd "$(dirname "$0")/.." && pwd)
+  work=$(mktemp -d)
+  trap 'rm -rf "$work"' EXIT
+  cp "$1"/tandem-trim_*.deb "$1"/tandem-trim-gtk_*.deb "$work"
+  if [ -n "${2:-}" ]; then
+    cp "$2" "$work/former.deb"
+  else
+    for package in "$work"/*.deb; do dpkg-deb --extract "$package" "$work/former"; done
+    mkdir "$work/former/DEBIAN"
+    printf '%s: %s\n' Package tandem-trim Version 0.1.0 Architecture all Maintainer 'Nobody <nobody@morva.example>' \
+      Description 'one package with the files of both' > "$work/former/DEBIAN/control"
+    dpkg-deb --root-owner-group --build "$work/former" "$work/former.deb"
+    rm -r "$work/former"
+  fi
+  mkdir -p "$work/tests" "$work/resources" "$work/packaging"
+  cp -r "$project/tests/e2e" "$project/tests/support" "$work/tests"
+  cp -r "$project/resources/sample" "$work/resources"
+  cp "$0" "$work/packaging"
+  chmod 755 "$work"
+  # The trial is the last step of making a system that nobody keeps.
+  mmdebstrap --quiet --variant=apt --skip=cleanup/apt --customize-hook="copy-in '$work' /srv" \
+    --customize-hook='chroot "$1" bash /srv/'"$(basename "$work")"'/packaging/trial.sh --inside >&2' bookworm /dev/null
+  exit
+fi
+
+# From here on inside.
+cd "$(dirname "$0")/.."
+export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8
+terminal=$(echo ./tandem-trim_*.deb)
+gtk=$(echo ./tandem-trim-gtk_*.deb)
+
+step() { printf '\n== %s\n' "$*"; }
+fails() { echo "FAILED: $*"; exit 1; }
+apt() { apt-get -qq -y -o APT::Install-Recommends=true "$@" > log 2>&1 || { cat log; fails "apt-get $*"; }; }
+# How much apt would install for these packages.
+brings() {
+  for recommended in false true; do
+    echo "$*, recommended packages: $recommended"
+    apt-get --assume-no -o "APT::Install-Recommends=$recommended" install "$@" | grep -E 'newly installed|Need to get|After this' || true
+  done
+}
+nothing_is_left() {
+  ! dpkg-query -W -f '${Package} is ${db:Status-Status}\n' 'tandem*' 2>/dev/null | grep -v not-installed || fails "dpkg still knows them"
+  ! find / -path /proc -prune -o -path "$PWD" -prune -o -iname '*tandem*' -print | grep . || fails "files are left"
+}
+prints() {
+  PYTHONPATH=tests/support tests/e2e/private_cups.py resources/sample/MorvaTandemKV2.ppd -- \
+    tandem-trim -d Morva --set Valid=On --set Top=12 /usr/share/doc/tandem-trim/examples/sample.pdf | tee log
+  for option in '"MVTandemTrim": "On"' '"MVTopMargin": "12"'; do grep -qF "$option" log || fails "the filter did not receive $option"; done
+}
+# Without a screen the dialog says so, once its module and all of its libraries are loaded.
+has_dialog() {
+  tandem-trim --dialog -- resources/sample/sample.pdf 2> log && fails "a dialog without a screen"
+  cat log
+  grep -q 'there is no screen' log
+}
+
+step "What each package brings"
+apt update
+brings "$terminal"
+brings "$terminal" "$gtk"
+
+step "The terminal alone prints, and names the package of the dialog"
+apt install "$terminal"
+! dpkg-query -W -f '${db:Status-Status} ${Package}\n' | grep -E '^installed .*(gtk|x11)' || fails "the terminal brought GTK"
+# For the private print server and the printer's filter.
+apt install --no-install-recommends python3 cups-daemon cups-client cups-filters
+prints
+! has_dialog || fails "a dialog that is not installed"
+grep -q 'tandem-trim-gtk' log || fails "the package of the dialog is not named"
+
+step "The dialog can be added"
+apt install "$gtk"
+has_dialog || fails "no dialog"
+prints
+
+step "Removed and purged, nothing is left"
+apt purge tandem-trim tandem-trim-gtk
+nothing_is_left
+
+step "They replace the former package"
+apt install ./former.deb
+apt install "$terminal" "$gtk"
+dpkg-query -W 'tandem-trim*'
+dpkg --verify tandem-trim tandem-trim-gtk || fails "files are missing after the upgrade"
+has_dialog || fails "no dialog"
+prints
+apt remove tandem-trim
+nothing_is_left
+
+step "The terminal alone replaces it, too"
+apt install ./former.deb
+apt install "$terminal"
+dpkg --verify tandem-trim || fails "files are missing after the upgrade"
+prints
+! has_dialog || fails "the dialog of the former package is left"
+apt purge tandem-trim
+nothing_is_left
+step "All went well"

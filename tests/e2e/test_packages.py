@@ -1,0 +1,140 @@
+"""The Debian packages in build/release/package: what is in them, and what dpkg makes of them in an empty root."""
+
+import re
+import shutil
+import subprocess
+import unittest
+
+from terminal_case import BUILD, PROGRAM, TerminalCase
+
+FORMER = """\
+Package: tandem-trim
+Version: 0.1.0
+Architecture: all
+Maintainer: Nobody <nobody@morva.example>
+Description: one package with the files of both
+"""
+
+
+def told(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+class Root:
+    """An empty root, for dpkg alone: what the packages depend on is not there."""
+
+    def __init__(self, folder):
+        self.folder = folder / "root"
+        for name in ("info", "updates", "triggers"):
+            (self.folder / "var/lib/dpkg" / name).mkdir(parents=True)
+        (self.folder / "var/lib/dpkg/status").touch()
+
+    def dpkg(self, *arguments):
+        forced = ["--force-depends", "--force-not-root", f"--log={self.folder.parent}/log"]
+        # As apt calls it.
+        command = ["fakeroot", "dpkg", f"--root={self.folder}", *forced, "--auto-deconfigure", *arguments]
+        done = subprocess.run(command, env={"PATH": "/usr/sbin:/usr/bin:/sbin:/bin"}, capture_output=True, text=True, check=False)
+        if done.returncode != 0:
+            raise AssertionError(done.stdout + done.stderr)
+
+    def files(self):
+        return sorted(path for path in self.folder.rglob("*") if "var" not in path.relative_to(self.folder).parts)
+
+
+class PackagesTest(TerminalCase):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.version = told(PROGRAM, "--version").split()[1]
+        cls.terminal, cls.gtk = cls.packages = [
+            next((BUILD / "package").glob(f"{name}_{cls.version}_*.deb")) for name in ("tandem-trim", "tandem-trim-gtk")
+        ]
+
+    def contents(self, package):
+        """The mode, owner and path of each file and folder of the package."""
+        lines = told("dpkg-deb", "--contents", package).splitlines()
+        return [(mode, owner, path) for mode, owner, _, _, _, path in (line.split(maxsplit=5) for line in lines)]
+
+    def files(self, package):
+        return {path for mode, _, path in self.contents(package) if not mode.startswith("d")}
+
+    def depends(self, package):
+        """The names of the packages that it depends on."""
+        return set(re.findall(r"(?:^|, )([^ ,]+)", told("dpkg-deb", "--field", package, "Depends")))
+
+    def test_lintian_finds_neither_errors_nor_warnings(self):
+        found = subprocess.run(
+            ["lintian", "--allow-root", "--fail-on=error,warning", *self.packages], capture_output=True, text=True, check=False
+        )
+        self.assertEqual((found.returncode, found.stdout), (0, ""), found.stderr)
+
+    def test_each_installed_file_is_in_one_package(self):
+        prefix = self.temporary_folder()
+        told("cmake", "--install", BUILD, "--prefix", prefix)
+        installed = {f"./usr/{path.relative_to(prefix)}" for path in prefix.rglob("*") if not path.is_dir()}
+        packed = [path for package in self.packages for path in self.files(package)]
+        for_packages_alone = ["./usr/share/lintian/overrides/tandem-trim-gtk"]
+        self.assertEqual(sorted(packed), sorted([*installed, *for_packages_alone]))
+
+    def test_the_dialogs_files_are_in_its_package_alone(self):
+        of_dialog = r"/dialog/|/Linux/TandemTrim$|TandemTrim\.ui$|/applications/|/icons/|/metainfo/|tandem-trim-gtk"
+        everything = set().union(*(self.files(package) for package in self.packages))
+        self.assertEqual({path for path in everything if re.search(of_dialog, path)}, self.files(self.gtk))
+
+    def test_everything_is_roots_and_readable_by_all(self):
+        for package in self.packages:
+            for mode, owner, path in self.contents(package):
+                executable = mode.startswith("d") or "/bin/" in path
+                with self.subTest(path):
+                    self.assertEqual((mode[1:], owner), ("rwxr-xr-x" if executable else "rw-r--r--", "root/root"))
+
+    def test_the_terminal_needs_no_toolkit(self):
+        self.assertEqual(self.depends(self.terminal), {"libc6", "libcups2", "libgcc-s1", "libplist3", "libstdc++6"})
+        self.assertEqual({name for name in self.depends(self.gtk) if "gtk" in name}, {"libgtk-4-1", "libgtkmm-4.0-0"})
+
+    def test_the_dialog_needs_the_terminal_of_its_version(self):
+        self.assertIn(f"tandem-trim (= {self.version})", told("dpkg-deb", "--field", self.gtk, "Depends"))
+
+    def test_they_install_work_and_go(self):
+        root = Root(self.temporary_folder())
+        root.dpkg("--install", *self.packages)
+        self.assert_prints_with_the_panel(root.folder / "usr")
+        root.dpkg("--purge", "tandem-trim-gtk")
+        self.assert_prints_with_the_panel(root.folder / "usr")
+        root.dpkg("--purge", "tandem-trim")
+        self.assertEqual(root.files(), [])
+
+    def former(self):
+        """One package with the files of both, as there was."""
+        folder = self.temporary_folder()
+        for package in self.packages:
+            told("dpkg-deb", "--extract", package, folder / "tree")
+        (folder / "tree/DEBIAN").mkdir()
+        (folder / "tree/DEBIAN/control").write_text(FORMER)
+        told("dpkg-deb", "--root-owner-group", "--build", folder / "tree", folder / "former.deb")
+        shutil.rmtree(folder / "tree")
+        return folder / "former.deb"
+
+    def test_they_replace_the_one_package_that_there_was(self):
+        former = self.former()
+        for order in (self.packages, self.packages[::-1]):
+            with self.subTest([package.name for package in order]):
+                root = Root(self.temporary_folder())
+                root.dpkg("--install", former)
+                before = root.files()
+                root.dpkg("--install", *order)
+                self.assertEqual(root.files(), before)
+                root.dpkg("--purge", "tandem-trim", "tandem-trim-gtk")
+                self.assertEqual(root.files(), [])
+
+    def test_the_terminal_alone_replaces_it_too(self):
+        root = Root(self.temporary_folder())
+        root.dpkg("--install", self.former())
+        root.dpkg("--install", self.terminal)
+        self.assert_prints_with_the_panel(root.folder / "usr")
+        files = {f"./{path.relative_to(root.folder)}" for path in root.files() if not path.is_dir()}
+        self.assertEqual(files, self.files(self.terminal))
+
+
+if __name__ == "__main__":
+    unittest.main()
