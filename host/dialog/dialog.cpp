@@ -1,5 +1,6 @@
 #include "host/dialog/dialog.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include <gtk/gtkunixprint.h>
@@ -13,6 +14,8 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr int kMargin = 18;
+// The width of a small screen, less what surrounds the window.
+constexpr int kWidest = 760;
 
 // GTK's own, which holds all pages of the dialog.
 GtkNotebook* notebookOf(Gtk::Widget& page) {
@@ -87,6 +90,18 @@ void Dialog::hideRows() {
   if (!ppd_) return;
   const std::vector<std::string> known(kPanelKeywords.begin(), kPanelKeywords.end());
   hideOptionRows(GTK_WIDGET(dialog_->gobj()), *ppd_, panel_ ? panel_->keywords() : known);
+}
+
+// GTK makes new rows for each printer. The dialog is as wide as they like, up to a limit.
+void Dialog::fitWidth() {
+  shortenMenuValues(GTK_WIDGET(dialog_->gobj()));
+  auto& content = *dialog_->get_content_area();
+  content.set_size_request(-1, -1);
+  int least = 0;
+  int liked = 0;
+  int baseline = 0;
+  content.measure(Gtk::Orientation::HORIZONTAL, -1, least, liked, baseline, baseline);
+  content.set_size_request(std::min(liked, kWidest), -1);
 }
 
 void Dialog::closePanel() {

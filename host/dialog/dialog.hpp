@@ -59,6 +59,7 @@ class Dialog {
   void openPanel(const std::string& printer);
   void closePanel();
   void hideRows();
+  void fitWidth();
   void comeUp();
   void refuseToShow(const Failure& failure);
   void showNotice(const std::string& text);

@@ -109,6 +109,7 @@ void Dialog::select(const std::string& printer, const Pages& pages) {
 }
 
 void Dialog::onPrinterChanged() {
+  fitWidth();
   const auto printer = selectedPrinter();
   if (!started_ || wanted_ || printer.empty()) return;
   if (printer == current_) {

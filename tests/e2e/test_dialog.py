@@ -2,6 +2,7 @@
 
 import unittest
 
+import surroundings
 from dialog_case import DialogCase, until
 from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, PPD, SAMPLE, VALID, digest, of_panel
 
@@ -40,6 +41,7 @@ SPOKEN = {
 }
 # What the summary names, from top to bottom.
 SUMMARY = ["Image Direction", "Print Position", "Top Margin", "Bottom Margin", "Left Margin", "Right Margin"]
+FONTS = ("DejaVu Sans 11", "Cantarell 11", "Noto Sans 11")
 PAGES = {"de": "Tandem Trim", "ja": "タンデムトリム", "ar": "Tandem Trim"}
 
 
@@ -231,12 +233,14 @@ class DialogTest(DialogCase):
                 dialog.close()
 
     def test_it_is_no_wider_than_a_small_screen_in_any_language(self):
-        for language in ("en", "de", "fr", "es", "it", "nl", "ja", "zh_CN", "ko", "ar"):
-            with self.subTest(language):
-                dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
-                dialog.find("image", "210 × 297 mm")
-                self.assertLessEqual(dialog.width(), 760)
-                dialog.close()
+        for font in FONTS:
+            fonts = surroundings.fonts(self.temporary_folder() / "fonts", font)
+            for language in ("en", "de", "fr", "es", "it", "nl", "ja", "zh_CN", "ko", "ar"):
+                with self.subTest(font=font, language=language):
+                    dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language, **fonts)
+                    dialog.find("image", "210 × 297 mm")
+                    self.assertLessEqual(dialog.width(), 760)
+                    dialog.close()
 
     def test_help_is_there_in_the_persons_language(self):
         languages = {
