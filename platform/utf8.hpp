@@ -12,7 +12,8 @@ std::size_t utf8PrefixLength(std::string_view text) noexcept;
 
 inline bool isUtf8(std::string_view text) noexcept { return utf8PrefixLength(text) == text.size(); }
 
-/// Appends a code point, which must be none of the surrogates and at most U+10FFFF.
+/// Appends a code point, which must be at most U+10FFFF. A surrogate comes out in the same form, which
+/// isUtf8() refuses.
 void appendUtf8(std::string& text, char32_t point);
 
 }  // namespace tandemtrim::platform

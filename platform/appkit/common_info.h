@@ -5,6 +5,8 @@
 #import "platform/appkit/toolkit.h"
 #include "plugin/common_info.hpp"
 
+@class MorvaTTMarginInfoKV2;
+
 /// The declared type of the host's callback object. The object itself is the host's, of a class of its own.
 @interface MorvaTTPdeCallbackKV2 : NSObject
 @end
@@ -14,7 +16,7 @@
 @interface MorvaTTCommonInfoKV2 : NSObject {
   std::shared_ptr<tandemtrim::MorvaTTCommonInfoKV2> core_;
   NSDictionary* settingInfoDictionary_;
-  NSMutableDictionary* marginInfoDictionary_;
+  MorvaTTMarginInfoKV2* marginInfoDictionary_;
 }
 /// Nil when an argument or a readable property list is missing.
 - (id)initWithCallback:(id)callback bundle:(NSBundle*)bundle;
@@ -42,6 +44,7 @@
 - (BOOL)isReady;
 
 - (NSDictionary*)settingInfoDictionary;
+/// The margins' limits themselves: what is changed here is what marginLimit: answers from then on.
 - (NSMutableDictionary*)marginInfoDictionary;
 - (NSBundle*)bundle;
 - (id)callback;

@@ -3,20 +3,10 @@
 #include "platform/appkit/bundle.hpp"
 #include "platform/appkit/foundation.hpp"
 #include "platform/appkit/host_callback.hpp"
+#import "platform/appkit/margin_info.h"
 #include "platform/appkit/raise.hpp"
 
 namespace appkit = tandemtrim::platform::appkit;
-namespace platform = tandemtrim::platform;
-
-namespace {
-
-// Gives the margins' limits number objects that stay the same: those that were read from the PPD have none
-// yet.
-void keepNumberObjects(platform::Dictionary& marginInfo) {
-  for (auto& [name, entry] : marginInfo) entry = appkit::objectOf(appkit::foundationObjectOf(entry));
-}
-
-}  // namespace
 
 // An accessor of the core's that gives an object.
 #define OBJECT_ACCESSOR(name)                                                          \
@@ -36,7 +26,7 @@ void keepNumberObjects(platform::Dictionary& marginInfo) {
 @implementation MorvaTTCommonInfoKV2
 
 - (id)initWithCallback:(id)callback bundle:(NSBundle*)bundle {
-  return [self initWithCore:appkit::guarded([&] {
+  return [self initWithCore:appkit::guardedInit(self, [&] {
                  return tandemtrim::MorvaTTCommonInfoKV2::initWithCallback(appkit::hostCallbackOf(callback),
                                                                            appkit::bundleOf(bundle));
                })];
@@ -49,10 +39,10 @@ void keepNumberObjects(platform::Dictionary& marginInfo) {
     return nil;
   }
   core_ = std::move(core);
-  appkit::guarded([&] {
+  appkit::guardedInit(self, [&] {
     settingInfoDictionary_ = [appkit::foundationDictionaryOf(*core_->settingInfoDictionary()) copy];
-    keepNumberObjects(core_->marginInfoDictionary());
-    marginInfoDictionary_ = [appkit::foundationDictionaryOf(core_->marginInfoDictionary()) retain];
+    marginInfoDictionary_ =
+        [[MorvaTTMarginInfoKV2 alloc] initWithCore:{core_, &core_->marginInfoDictionary()}];
   });
   return self;
 }

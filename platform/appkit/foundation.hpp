@@ -9,8 +9,10 @@
 /// Foundation's values and the core's.
 namespace tandemtrim::platform::appkit {
 
-/// The text in UTF-8; half a surrogate pair becomes U+FFFD, none the empty text.
+/// The text in UTF-8, none as the empty text. Half a surrogate pair takes three bytes that are no UTF-8 and
+/// comes back as it was.
 std::string textOf(NSString* string);
+/// The string that textOf() was given. U+FFFD stands for each byte that textOf() does not write.
 NSString* stringOf(std::string_view text);
 
 /// A property list's object for the core. It carries the given object along, and none is none.

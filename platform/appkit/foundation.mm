@@ -61,6 +61,23 @@ Object::Value valueOfAny(id object) {
   return textOf([object description]);
 }
 
+constexpr unichar kReplacement = 0xFFFD;
+
+// The toolkit takes a byte order mark for a part of the text only where it is not at the beginning.
+NSString* stringOfUtf8(std::string_view text) {
+  if (text.starts_with("\uFEFF")) return [stringOfUtf8("-" + std::string(text)) substringFromIndex:1];
+  return [[[NSString alloc] initWithBytes:text.data() length:text.size()
+                                 encoding:NSUTF8StringEncoding] autorelease];
+}
+
+// Half a surrogate pair in the three bytes that the text begins with, or 0.
+unichar halfAtStart(std::string_view text) {
+  const auto bits = [&](std::size_t index) { return static_cast<unsigned>(text[index] & 0x3F); };
+  const bool isHalf =
+      text.size() >= 3 && text[0] == '\xED' && (text[1] & 0xE0) == 0xA0 && (text[2] & 0xC0) == 0x80;
+  return isHalf ? static_cast<unichar>(0xD000U | bits(1) << 6U | bits(2)) : 0;
+}
+
 struct NewFoundationObject {
   id operator()(const std::string& text) const { return stringOf(text); }
   id operator()(std::int64_t number) const { return [NSNumber numberWithLongLong:number]; }
@@ -88,21 +105,25 @@ std::string textOf(NSString* string) {
   for (NSUInteger index = 0; index < length; ++index) {
     const unichar unit = [string characterAtIndex:index];
     char32_t point = unit;
-    if (isHigh(unit) && index + 1 < length && isLow([string characterAtIndex:index + 1])) {
+    if (isHigh(unit) && index + 1 < length && isLow([string characterAtIndex:index + 1]))
       point = 0x10000U + ((unit - 0xD800U) << 10U) + ([string characterAtIndex:++index] - 0xDC00U);
-    } else if (isHigh(unit) || isLow(unit)) {
-      point = 0xFFFD;
-    }
     appendUtf8(text, point);
   }
   return text;
 }
 
-// The toolkit takes a byte order mark for a part of the text only where it is not at the beginning.
 NSString* stringOf(std::string_view text) {
-  if (text.starts_with("\uFEFF")) return [stringOf("-" + std::string(text)) substringFromIndex:1];
-  return [[[NSString alloc] initWithBytes:text.data() length:text.size()
-                                 encoding:NSUTF8StringEncoding] autorelease];
+  if (isUtf8(text)) return stringOfUtf8(text);
+  NSMutableString* string = [NSMutableString string];
+  for (;;) {
+    const auto utf8 = utf8PrefixLength(text);
+    [string appendString:stringOfUtf8(text.substr(0, utf8))];
+    text.remove_prefix(utf8);
+    if (text.empty()) return string;
+    const unichar half = halfAtStart(text);
+    [string appendFormat:@"%C", half == 0 ? kReplacement : half];
+    text.remove_prefix(half == 0 ? 1 : 3);
+  }
 }
 
 ObjectRef objectOf(id foundationObject) {

@@ -10,10 +10,11 @@ namespace appkit = tandemtrim::platform::appkit;
 @implementation MorvaTTPdePanelKV2
 
 - (id)initWithCallback:(id)callback bundle:(NSBundle*)bundle {
-  return [self initWithCore:appkit::guarded([&]() -> std::shared_ptr<tandemtrim::MorvaTTPdePanelKV2> {
-                 return tandemtrim::MorvaTTPdePanelKV2::initWithCallback(appkit::hostCallbackOf(callback),
-                                                                         appkit::bundleOf(bundle));
-               })];
+  return
+      [self initWithCore:appkit::guardedInit(self, [&]() -> std::shared_ptr<tandemtrim::MorvaTTPdePanelKV2> {
+              return tandemtrim::MorvaTTPdePanelKV2::initWithCallback(appkit::hostCallbackOf(callback),
+                                                                      appkit::bundleOf(bundle));
+            })];
 }
 
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTPdePanelKV2>)core {
@@ -23,10 +24,12 @@ namespace appkit = tandemtrim::platform::appkit;
     return nil;
   }
   core_ = std::move(core);
-  commonInfo_ = [[MorvaTTCommonInfoKV2 alloc] initWithCore:core_->commonInfo()];
-  // The core's controller goes with the core's panel, which lives as long as anybody refers to either.
-  viewController_ = [[MorvaTTViewControllerKV2 alloc] initWithCore:{core_, core_->viewController()}
-                                                        commonInfo:commonInfo_];
+  appkit::guardedInit(self, [&] {
+    commonInfo_ = [[MorvaTTCommonInfoKV2 alloc] initWithCore:core_->commonInfo()];
+    // The core's controller goes with the core's panel, which lives as long as anybody refers to either.
+    viewController_ = [[MorvaTTViewControllerKV2 alloc] initWithCore:{core_, core_->viewController()}
+                                                          commonInfo:commonInfo_];
+  });
   return self;
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/appkit/guard.hpp"
+#import "platform/appkit/toolkit.h"
 
 namespace tandemtrim::platform::appkit {
 
@@ -28,6 +29,17 @@ auto guarded(Work work) {
     auto keep = [&] { result.emplace(work()); };
     raise(run(keep));
     return *std::move(result);
+  }
+}
+
+/// The same within an initialiser: whatever is raised releases `self`, which nobody else has yet.
+template <class Work>
+auto guardedInit(id self, Work work) {
+  @try {
+    return guarded(work);
+  } @catch (id) {
+    [self release];
+    @throw;
   }
 }
 

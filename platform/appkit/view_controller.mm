@@ -7,24 +7,40 @@
 namespace appkit = tandemtrim::platform::appkit;
 namespace platform = tandemtrim::platform;
 
-// An outlet by its name, the class of its control and the name of its setter. A control of another class
-// connects nothing.
-#define OUTLET(Class, name, setter)                                                                    \
-  -(Class*)name {                                                                                      \
-    return appkit::toolkitObjectOf(core_->name());                                                     \
-  }                                                                                                    \
-  -(void)setter : (Class*)control {                                                                    \
-    appkit::guarded([&] { core_->setter(dynamic_cast<tandemtrim::Class*>([self connect:control])); }); \
+namespace {
+
+// The core's object for one of the toolkit's; none for anything that is no control of the panel.
+platform::NibObject* componentOf(id object) {
+  return [object respondsToSelector:@selector(component)] ? [object component] : nullptr;
+}
+
+}  // namespace
+
+// An outlet by its name, the class of its control and the name of its setter. Nil empties it; an object of
+// another class leaves it as it was.
+#define OUTLET(Class, name, setter)                                             \
+  -(Class*)name {                                                               \
+    return appkit::toolkitObjectOf(core_->name());                              \
+  }                                                                             \
+  -(void)setter : (Class*)control {                                             \
+    appkit::guarded([&] {                                                       \
+      auto* component = dynamic_cast<tandemtrim::Class*>(componentOf(control)); \
+      if (control != nil && component == nullptr) return;                       \
+      [self keep:control];                                                      \
+      core_->setter(component);                                                 \
+    });                                                                         \
   }
 
 @implementation MorvaTTViewControllerKV2
 
 - (id)initWithCommonInfo:(MorvaTTCommonInfoKV2*)commonInfo {
-  return [self initWithCore:appkit::guarded([&]() -> std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2> {
-                 return tandemtrim::MorvaTTViewControllerKV2::initWithCommonInfo(
-                     commonInfo == nil ? nullptr : [commonInfo core]);
-               })
-                 commonInfo:commonInfo];
+  return [self
+      initWithCore:appkit::guardedInit(self,
+                                       [&]() -> std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2> {
+                                         return tandemtrim::MorvaTTViewControllerKV2::initWithCommonInfo(
+                                             commonInfo == nil ? nullptr : [commonInfo core]);
+                                       })
+        commonInfo:commonInfo];
 }
 
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2>)core
@@ -36,8 +52,10 @@ namespace platform = tandemtrim::platform;
   }
   core_ = std::move(core);
   commonInfo_ = commonInfo;
-  connected_ = [[NSMutableArray alloc] init];
-  appkit::guarded([&] { appkit::addController(self, core_.get()); });
+  appkit::guardedInit(self, [&] {
+    connected_ = [[NSMutableArray alloc] init];
+    appkit::addController(self, core_.get());
+  });
   return self;
 }
 
@@ -106,11 +124,9 @@ namespace platform = tandemtrim::platform;
   core_->setViewIsInited(inited);
 }
 
-// The core's object for a control, which stays alive from now on; none for anything that is no control.
-- (platform::NibObject*)connect:(id)control {
-  if (![control respondsToSelector:@selector(component)]) return nullptr;
-  [connected_ addObject:control];
-  return [control component];
+// Keeps what an outlet is connected to alive from now on.
+- (void)keep:(id)object {
+  if (object != nil) [connected_ addObject:object];
 }
 
 OUTLET(MorvaTTTextLabelKV2, labelDirection, setLabelDirection)
@@ -141,8 +157,9 @@ OUTLET(MorvaTTButtonKV2, defaultButton, setDefaultButton)
 }
 
 - (void)setTandemTrimView:(NSView*)view {
+  if (view != nil && ![view isKindOfClass:[NSView class]]) return;
   appkit::guarded([&] {
-    if (view != nil) [connected_ addObject:view];
+    [self keep:view];
     view_ = view == nil ? nullptr : std::make_unique<appkit::View>(view);
     core_->setTandemTrimView(view_.get());
   });

@@ -15,11 +15,23 @@ TEST(Text, CrossesUnchanged) {
 }
 
 // As a text is left when half of a character is deleted.
-TEST(Text, HasAReplacementForHalfASurrogatePair) {
-  for (const NSUInteger half : {1U, 2U}) {
-    NSMutableString* torn = [NSMutableString stringWithString:@"1\U0001F6002"];
-    [torn deleteCharactersInRange:NSMakeRange(half, 1)];
-    EXPECT_EQ(textOf(torn), "1\uFFFD2");
+TEST(Text, CrossesUnchangedWithHalfASurrogatePair) {
+  NSMutableString* torn = [NSMutableString stringWithString:@"3\U0001F6001\U0001F600"];
+  for (NSUInteger half = 0; half < [torn length]; ++half) {
+    NSMutableString* other = [NSMutableString stringWithString:torn];
+    [other deleteCharactersInRange:NSMakeRange(half, 1)];
+    EXPECT_TRUE([stringOf(textOf(other)) isEqualToString:other]) << half;
+  }
+  [torn deleteCharactersInRange:NSMakeRange(2, 2)];
+  EXPECT_EQ(textOf(torn), "3\xED\xA0\xBD\U0001F600");
+}
+
+TEST(Text, HasAReplacementForEachByteThatStandsForNothing) {
+  for (const auto& [bytes, text] : {std::pair<std::string, std::string>{"1\xFF\xC3", "1\uFFFD\uFFFD"},
+                                    {"\xED\xA0", "\uFFFD\uFFFD"},
+                                    {"\xED\xA0(", "\uFFFD\uFFFD("},
+                                    {"\xED\xC0\x80", "\uFFFD\uFFFD\uFFFD"}}) {
+    EXPECT_EQ(textOf(stringOf(bytes)), text);
   }
 }
 

@@ -56,7 +56,8 @@ extern NSString* const kPrintDialogType;
 /// Starts the application, once, in the look that its pictures are to have.
 void startApplication();
 
-/// A bundle in macOS's form, as GNUstep reads it: through a new folder of links in `scratch`.
+/// A bundle in macOS's form, as GNUstep reads it: through a new folder of links in `scratch`. Each opening
+/// gives a bundle of its own.
 NSBundle* openBundle(NSString* path, NSString* scratch);
 
 /// The code of the plug-in under test, loaded by its path; TANDEM_TRIM_BUNDLE names it.

@@ -58,19 +58,25 @@ void startApplication() {
   [[NSApplication sharedApplication] finishLaunching];
 }
 
+// The toolkit gives back the bundle that it knows for a path, or for an identifier, so each has both of its
+// own.
 NSBundle* openBundle(NSString* path, NSString* scratch) {
   NSFileManager* files = [NSFileManager defaultManager];
-  // A bundle is remembered by its path, so each gets one of its own.
-  static int opened = 0;
-  NSString* links =
-      [NSString stringWithFormat:@"%@/opened-%d/%@", scratch, ++opened, [path lastPathComponent]];
-  [files createDirectoryAtPath:links withIntermediateDirectories:YES attributes:nil error:nullptr];
-  for (NSString* part in @[ @"Contents/Resources", @"Contents/Info.plist", @"Contents/MacOS/TandemTrim" ]) {
-    [files createSymbolicLinkAtPath:[links stringByAppendingPathComponent:[part lastPathComponent]]
-                withDestinationPath:[path stringByAppendingPathComponent:part]
+  NSString* identity = [[NSProcessInfo processInfo] globallyUniqueString];
+  NSString* contents = [path stringByAppendingPathComponent:@"Contents"];
+  NSString* opened = [[scratch stringByAppendingPathComponent:identity]
+      stringByAppendingPathComponent:[path lastPathComponent]];
+  [files createDirectoryAtPath:opened withIntermediateDirectories:YES attributes:nil error:nullptr];
+  for (NSString* part in @[ @"Resources", @"MacOS/TandemTrim" ]) {
+    [files createSymbolicLinkAtPath:[opened stringByAppendingPathComponent:[part lastPathComponent]]
+                withDestinationPath:[contents stringByAppendingPathComponent:part]
                               error:nullptr];
   }
-  return [NSBundle bundleWithPath:links];
+  NSMutableDictionary* info = [NSMutableDictionary
+      dictionaryWithContentsOfFile:[contents stringByAppendingPathComponent:@"Info.plist"]];
+  [info setObject:identity forKey:@"CFBundleIdentifier"];
+  [info writeToFile:[opened stringByAppendingPathComponent:@"Info.plist"] atomically:NO];
+  return [NSBundle bundleWithPath:opened];
 }
 
 NSBundle* pluginBundle() {

@@ -3,7 +3,7 @@
 
 #import <objc/runtime.h>
 
-#import "tests/platform/appkit/hosted_panel_test.h"
+#import "tests/platform/appkit/damaged_resources.h"
 
 // GNUstep's counts of objects, which its headers declare for debug builds alone.
 extern "C" {
@@ -27,7 +27,7 @@ std::vector<Class> classesOfTheBundle() {
 
 using Counts = std::map<std::string, int>;
 
-class LifetimeInAHost : public HostedPanelTest {
+class LifetimeInAHost : public DamagedResources {
  protected:
   LifetimeInAHost() { GSDebugAllocationActive(YES); }
 
@@ -38,6 +38,19 @@ class LifetimeInAHost : public HostedPanelTest {
       if (const int count = GSDebugAllocationCount(one); count != 0) counts[class_getName(one)] = count;
     }
     return counts;
+  }
+  [[nodiscard]] NSBundle* makeBundleWithout(NSString* mainKey, NSString* key) {
+    change(mainKey, key, nil);
+    return bundle();
+  }
+  // The exception that an initialiser raises on a new object.
+  [[nodiscard]] static std::string exceptionOfMaking(NSString* name, SEL initialiser, id one, id other) {
+    id made = [NSClassFromString(name) alloc];
+    return exceptionOf([&] {
+      @autoreleasepool {
+        [made performSelector:initialiser withObject:one withObject:other];
+      }
+    });
   }
   const Counts before = living();
 };
@@ -76,7 +89,7 @@ class Departures {
 
 TEST_F(LifetimeInAHost, IsThatOfClassesWhoseNamesCannotClash) {
   const auto classes = classesOfTheBundle();
-  EXPECT_EQ(classes.size(), 12U);
+  EXPECT_EQ(classes.size(), 13U);
   for (Class one : classes) {
     EXPECT_THAT(class_getName(one), testing::MatchesRegex("MorvaTT[A-Za-z]+KV2"));
   }
@@ -92,6 +105,7 @@ TEST_F(LifetimeInAHost, IsCountedForEveryObjectOfAPanel) {
   std::erase_if(counts, [](const auto& counted) { return counted.second == 0; });
   EXPECT_EQ(counts, (Counts{{"MorvaTTPdePanelKV2", 1},
                             {"MorvaTTCommonInfoKV2", 1},
+                            {"MorvaTTMarginInfoKV2", 1},
                             {"MorvaTTViewControllerKV2", 1},
                             {"MorvaTTCheckBoxKV2", 1},
                             {"MorvaTTPopUpButtonKV2", 2},
@@ -120,8 +134,8 @@ TEST_F(LifetimeInAHost, EndsForTheControllerItsNibAndThenTheSettingInformation) 
   EXPECT_EQ([pluginBundle() retainCount], bundles);
 }
 
-TEST_F(LifetimeInAHost, EndsWithTheListForEveryObjectOfAThousandPanels) {
-  for (int count = 0; count < 1000; ++count) {
+TEST_F(LifetimeInAHost, EndsWithTheListForEveryObjectOfAHundredPanels) {
+  for (int count = 0; count < 100; ++count) {
     @autoreleasepool {
       ASSERT_NO_FATAL_FAILURE(open());
       if (count % 2 == 0) [panel panelView];
@@ -175,17 +189,21 @@ TEST_F(LifetimeInAHost, EndsForAPanelWhoseListIsReleasedBeforeItsWindow) {
 TEST_F(LifetimeInAHost, OfWhatAHostRetainsGoesOnWithoutThePanel) {
   id controller = nil;
   id info = nil;
+  NSMutableDictionary* margins = nil;
   @autoreleasepool {
     ASSERT_NO_FATAL_FAILURE(open());
     [panel panelView];
     controller = [[panel viewController] retain];
     info = [[panel commonInfo] retain];
+    margins = [[info performSelector:@selector(marginInfoDictionary)] retain];
     close();
   }
   EXPECT_EQ([[info performSelector:@selector(marginLimit:) withObject:@"Top"] intValue], 20);
   EXPECT_NE([controller performSelector:@selector(tandemTrimView)], nil);
   [controller release];
   [info release];
+  EXPECT_EQ([[margins valueForKeyPath:@"Top.Limit"] intValue], 20);
+  [margins release];
   EXPECT_EQ(living(), before);
 }
 
@@ -202,6 +220,27 @@ TEST_F(LifetimeInAHost, EndsForARequestThatFails) {
                                                                      withObject:nil],
         nil);
   }
+  EXPECT_EQ(living(), before);
+}
+
+TEST_F(LifetimeInAHost, EndsForWhateverAnExceptionKeepsFromBeingMade) {
+  id info = [[NSClassFromString(@"MorvaTTCommonInfoKV2") alloc]
+      performSelector:@selector(initWithCallback:bundle:)
+           withObject:host
+           withObject:makeBundleWithout(@"TicketKey", @"MarginTop")];
+  const Counts withInfo = living();
+  EXPECT_EQ(exceptionOfMaking(@"MorvaTTViewControllerKV2", @selector(initWithCommonInfo:), info, nil),
+            "NSInvalidArgumentException");
+  EXPECT_EQ(living(), withInfo);
+  [info release];
+  NSBundle* const withoutAKey = bundle();
+  EXPECT_EQ(exceptionOfMaking(@"MorvaTTPdePanelKV2", @selector(initWithCallback:bundle:), host, withoutAKey),
+            "NSInvalidArgumentException");
+  EXPECT_EQ(exceptionOf([&] { (void)panels(); }), "NSInvalidArgumentException");
+  NSBundle* const withoutALimit = makeBundleWithout(@"DefaultValue", @"MarginMax");
+  EXPECT_EQ(
+      exceptionOfMaking(@"MorvaTTCommonInfoKV2", @selector(initWithCallback:bundle:), host, withoutALimit),
+      "NSInvalidArgumentException");
   EXPECT_EQ(living(), before);
 }
 

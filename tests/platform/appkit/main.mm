@@ -1,3 +1,4 @@
+#include <iostream>
 #include <memory>
 
 #import <AppKit/AppKit.h>
@@ -8,6 +9,10 @@ namespace {
 
 // Everything that a test leaves to be released goes with the test.
 class PoolForEachTest : public testing::EmptyTestEventListener {
+  void OnTestIterationStart(const testing::UnitTest& tests, int) override {
+    std::cout << "--gtest_shuffle --gtest_random_seed=" << tests.random_seed() << " repeats this order"
+              << std::endl;
+  }
   void OnTestStart(const testing::TestInfo&) override { pool_ = [[NSAutoreleasePool alloc] init]; }
   void OnTestEnd(const testing::TestInfo&) override { [pool_ drain]; }
 

@@ -61,6 +61,78 @@ TEST_F(ObjectsInAHost, KnowFourMarginsByTheirNames) {
   EXPECT_EQ(ask(@"marginLimit:", nil), nil);
 }
 
+class MarginInfoInAHost : public ObjectsInAHost {
+ protected:
+  void SetUp() override {
+    store(@"MVTandemTrim", @"On");
+    open();
+    margins = ask(@"marginInfoDictionary");
+  }
+  NSMutableDictionary* margins = nil;
+};
+
+TEST_F(MarginInfoInAHost, IsWhatTheLimitsAreReadFrom) {
+  NSNumber* const seven = [NSNumber numberWithInt:17];
+  [margins setObject:[NSDictionary dictionaryWithObject:seven forKey:@"Limit"] forKey:@"Top"];
+  EXPECT_EQ(ask(@"marginLimit:", @"Top"), seven);
+  EXPECT_EQ([[ask(@"marginInfoDictionary") objectForKey:@"Top"] objectForKey:@"Limit"], seven);
+  [margins setObject:@{@"Limit" : @3} forKey:@"Inner"];
+  EXPECT_EQ([ask(@"marginLimit:", @"Inner") intValue], 3);
+  [margins setObject:@{} forKey:@"Left"];
+  [margins removeObjectForKey:@"Right"];
+  for (NSString* name in @[ @"Left", @"Right" ]) EXPECT_EQ(ask(@"marginLimit:", name), nil) << textOf(name);
+  EXPECT_EQ([margins count], 4U);
+  [margins removeAllObjects];
+  EXPECT_EQ(ask(@"marginLimit:", @"Top"), nil);
+}
+
+TEST_F(MarginInfoInAHost, HoldsFromThenOnForAViewThatIsSetUpLater) {
+  NSNumber* const seven = [NSNumber numberWithInt:17];
+  [margins setObject:[NSDictionary dictionaryWithObject:seven forKey:@"Limit"] forKey:@"Top"];
+  [panel panelView];
+  EXPECT_EQ([box(@"Top") valueForKey:@"max"], seven);
+  EXPECT_EQ([stepper(@"Top") maxValue], 17);
+  EXPECT_EQ([stepper(@"Bottom") maxValue], 30);
+}
+
+TEST_F(MarginInfoInAHost, CannotDifferFromTheLimitsByAnEntryThatIsChangedLater) {
+  NSMutableDictionary* const entry = [NSMutableDictionary dictionaryWithObject:@3 forKey:@"Limit"];
+  [margins setObject:entry forKey:@"Top"];
+  [entry setObject:@4 forKey:@"Limit"];
+  EXPECT_EQ([[margins valueForKeyPath:@"Top.Limit"] intValue], 3);
+  EXPECT_EQ([ask(@"marginLimit:", @"Top") intValue], 3);
+  for (NSString* side in margins) {
+    EXPECT_FALSE([[margins objectForKey:side] isKindOfClass:[NSMutableDictionary class]]) << textOf(side);
+  }
+}
+
+TEST_F(MarginInfoInAHost, IsADictionaryLikeAnyOther) {
+  NSDictionary* const expected = @{
+    @"Top" : @{@"Limit" : @20},
+    @"Bottom" : @{@"Limit" : @30},
+    @"Left" : @{@"Limit" : @15},
+    @"Right" : @{@"Limit" : @25}
+  };
+  EXPECT_TRUE([margins isKindOfClass:[NSMutableDictionary class]]);
+  EXPECT_TRUE([margins isEqual:expected]);
+  EXPECT_TRUE([[[margins copy] autorelease] isEqual:expected]);
+  NSMutableArray* names = [NSMutableArray array];
+  for (NSString* name in margins) [names addObject:name];
+  EXPECT_EQ([names count], 4U);
+  EXPECT_TRUE([[NSSet setWithArray:names] isEqual:[NSSet setWithArray:[expected allKeys]]]);
+  NSMutableDictionary* const other = [[margins mutableCopy] autorelease];
+  [other removeAllObjects];
+  EXPECT_EQ([margins count], 4U);
+  NSNumber* const five = @5;
+  EXPECT_EQ([margins objectForKey:static_cast<id>(five)], nil);
+  [margins removeObjectForKey:static_cast<id>(five)];
+  for (const auto& [entry, name] : {std::pair<id, id>{nil, @"Top"}, {five, nil}, {five, five}}) {
+    EXPECT_EQ(exceptionOf([&, entry = entry, name = name] { [margins setObject:entry forKey:name]; }),
+              "NSInvalidArgumentException");
+  }
+  EXPECT_TRUE([margins isEqual:expected]);
+}
+
 TEST_F(ObjectsInAHost, GiveBackTheBundleTheHostAndItsPrintSettings) {
   EXPECT_EQ(ask(@"bundle"), pluginBundle());
   EXPECT_EQ(ask(@"callback"), host);

@@ -32,6 +32,18 @@ class OutletsInAHost : public HostedPanelTest {
   [[nodiscard]] id outlet(NSString* name) {
     return [[panel viewController] performSelector:NSSelectorFromString(name)];
   }
+  // Whether the outlet is what it was when it is given an object, which the caller owns, and nobody keeps
+  // that.
+  [[nodiscard]] bool isLeftAsItWasBy(id object, NSString* name, id controller) {
+    id const before = outlet(name);
+    const NSUInteger owners = [object retainCount];
+    @autoreleasepool {
+      [controller performSelector:NSSelectorFromString(setterOf(name)) withObject:object];
+    }
+    const bool isLeft = outlet(name) == before && [object retainCount] == owners;
+    [object release];
+    return isLeft;
+  }
 };
 
 TEST_F(OutletsInAHost, AreEmptyUntilTheViewIsRequested) {
@@ -72,17 +84,20 @@ TEST_F(OutletsInAHost, HaveSettersThatKeepTheControl) {
   }
 }
 
-TEST_F(OutletsInAHost, StayEmptyForAControlOfAnotherClass) {
-  ASSERT_NO_FATAL_FAILURE(open());
-  id controller = [panel viewController];
-  for (const auto& [name, className] : kOutlets) {
-    const bool isLabel = [className isEqual:@"MorvaTTTextLabelKV2"];
-    for (Class const other :
-         {NSClassFromString(isLabel ? @"MorvaTTStepperKV2" : @"MorvaTTTextLabelKV2"), [NSTextField class]}) {
-      [controller performSelector:NSSelectorFromString(setterOf(name))
-                       withObject:[[[other alloc] init] autorelease]];
-      EXPECT_EQ(outlet(name), nil) << textOf(name);
+TEST_F(OutletsInAHost, StayAsTheyAreForAnObjectOfAnotherClass) {
+  for (const bool isConnected : {false, true}) {
+    ASSERT_NO_FATAL_FAILURE(open());
+    if (isConnected) [panel panelView];
+    id controller = [panel viewController];
+    for (const auto& [name, className] : kOutlets) {
+      const bool isLabel = [className isEqual:@"MorvaTTTextLabelKV2"];
+      for (Class const other : {NSClassFromString(isLabel ? @"MorvaTTStepperKV2" : @"MorvaTTTextLabelKV2"),
+                                [NSTextField class], [NSObject class]}) {
+        EXPECT_TRUE(isLeftAsItWasBy([[other alloc] init], name, controller)) << textOf(name);
+      }
     }
+    EXPECT_TRUE(isLeftAsItWasBy([[NSObject alloc] init], @"tandemTrimView", controller));
+    close();
   }
 }
 

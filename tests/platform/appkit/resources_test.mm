@@ -1,58 +1,19 @@
 #include <functional>
 
-#import "tests/platform/appkit/hosted_panel_test.h"
+#import "tests/platform/appkit/damaged_resources.h"
 
 namespace host {
 namespace {
 
-NSString* const kSettingInfo = @"TandemTrimKV2-SettingInfo.plist";
-
-/// The plug-in with a bundle whose resources a test has damaged.
-class DamagedResources : public HostedPanelTest {
- protected:
-  DamagedResources()
-      : folder_([NSTemporaryDirectory() stringByAppendingPathComponent:@"damaged/TandemTrim.bundle"]) {
-    NSFileManager* files = [NSFileManager defaultManager];
-    NSString* good = [NSString stringWithUTF8String:std::getenv("TANDEM_TRIM_BUNDLE")];
-    [files removeItemAtPath:[folder_ stringByDeletingLastPathComponent] error:nullptr];
-    [files createDirectoryAtPath:[folder_ stringByDeletingLastPathComponent]
-        withIntermediateDirectories:YES
-                         attributes:nil
-                              error:nullptr];
-    [files copyItemAtPath:good toPath:folder_ error:nullptr];
-  }
-
-  [[nodiscard]] NSString* resource(NSString* name) {
-    return
-        [folder_ stringByAppendingPathComponent:[@"Contents/Resources" stringByAppendingPathComponent:name]];
-  }
-  void write(NSString* name, NSData* content) { [content writeToFile:resource(name) atomically:NO]; }
-  void remove(NSString* name) {
-    [[NSFileManager defaultManager] removeItemAtPath:resource(name) error:nullptr];
-  }
-  /// The setting info with one entry changed, or left out for nil.
-  void change(NSString* mainKey, NSString* key, id value) {
-    NSMutableDictionary* info = [NSMutableDictionary dictionaryWithContentsOfFile:resource(kSettingInfo)];
-    NSMutableDictionary* part = [NSMutableDictionary dictionaryWithDictionary:[info objectForKey:mainKey]];
-    [part removeObjectForKey:key];
-    if (value != nil) [part setObject:value forKey:key];
-    [info setObject:part forKey:mainKey];
-    write(kSettingInfo, [NSPropertyListSerialization dataFromPropertyList:info
-                                                                   format:NSPropertyListXMLFormat_v1_0
-                                                         errorDescription:nullptr]);
-  }
-  [[nodiscard]] NSArray* panels() {
-    [plugin initWithBundle:openBundle(folder_, NSTemporaryDirectory())];
-    return [plugin PDEPanelsForType:kPrintDialogType withHostInfo:host];
-  }
-
- private:
-  NSString* folder_;
-};
-
 NSData* dataOf(const char* bytes) { return [NSData dataWithBytes:bytes length:strlen(bytes)]; }
 
-TEST_F(DamagedResources, AreGoodAtFirst) { EXPECT_EQ([panels() count], 1U); }
+TEST_F(DamagedResources, AreGoodAtFirstAndNotThoseOfAnotherBundle) {
+  EXPECT_EQ([panels() count], 1U);
+  EXPECT_NE([plugin bundle], pluginBundle());
+  NSBundle* const first = [plugin bundle];
+  (void)panels();
+  EXPECT_NE([plugin bundle], first);
+}
 
 TEST_F(DamagedResources, WithoutASettingInfoGiveNoPanel) {
   remove(kSettingInfo);
@@ -86,6 +47,65 @@ TEST_F(DamagedResources, WithoutADefaultOrAKeyRaiseTheToolkitsInvalidArgument) {
 TEST_F(DamagedResources, WithAMarginDefaultThatIsNoNumberRaiseTheToolkitsInvalidArgument) {
   change(@"DefaultValue", @"MarginTop", @[ @5 ]);
   EXPECT_EQ(exceptionOf([&] { (void)panels(); }), "NSInvalidArgumentException");
+}
+
+// A bound that is missing counts as 0, and as nothing where it is the limit itself. Without a PPD file the
+// limit is the property list's.
+TEST_F(DamagedResources, WithoutABoundRaiseOnlyWhereTheBoundIsTheLimit) {
+  struct Bounds {
+    NSNumber* min;
+    NSNumber* max;
+    NSNumber* limit;
+    id expected;
+  };
+  useNoPpd();
+  for (const auto& [min, max, limit, expected] : {Bounds{nil, @50, @17, @17},
+                                                  {nil, @50, @0, @0},
+                                                  {nil, @50, @60, @50},
+                                                  {nil, @50, @-1, nil},
+                                                  {nil, @50, nil, nil},
+                                                  {@-5, nil, @-1, @-1},
+                                                  {@-5, nil, @-6, @-5},
+                                                  {@-5, nil, @0, @0},
+                                                  {@-5, nil, nil, @-5},
+                                                  {@-5, nil, @1, nil},
+                                                  {nil, nil, @0, @0},
+                                                  {nil, nil, @1, nil}}) {
+    change(@"DefaultValue", @"MarginMin", min);
+    change(@"DefaultValue", @"MarginMax", max);
+    change(@"DefaultValue", @"MarginLimit", limit);
+    NSArray* made = nil;
+    const auto raised = exceptionOf([&] { made = panels(); });
+    EXPECT_EQ(raised, expected == nil ? "NSInvalidArgumentException" : "");
+    if (made == nil) continue;
+    id info = [[made objectAtIndex:0] commonInfo];
+    EXPECT_EQ([[info performSelector:@selector(marginLimit:) withObject:@"Top"] intValue],
+              [expected intValue]);
+    EXPECT_EQ([info performSelector:@selector(defaultMarginMin)] == nil, min == nil);
+  }
+}
+
+// The toolkit has but one object of each small number, so the numbers here are none of those.
+TEST_F(DamagedResources, WithOtherBoundsGiveTheVeryNumbersEachTime) {
+  change(@"DefaultValue", @"MarginMin", @1017);
+  change(@"DefaultValue", @"MarginMax", @1019);
+  change(@"DefaultValue", @"MarginLimit", @1018);
+  useNoPpd();
+  id<HostedPanel> bounded = [panels() objectAtIndex:0];
+  id info = [bounded commonInfo];
+  [bounded panelView];
+  id top = [[bounded viewController] performSelector:@selector(textBoxMarginTop)];
+  NSDictionary* const read =
+      [[info performSelector:@selector(settingInfoDictionary)] objectForKey:@"DefaultValue"];
+  for (int again = 0; again < 2; ++again) {
+    EXPECT_EQ([info performSelector:@selector(defaultMarginMin)], [read objectForKey:@"MarginMin"]);
+    EXPECT_EQ([info performSelector:@selector(marginLimit:) withObject:@"Top"],
+              [read objectForKey:@"MarginLimit"]);
+    EXPECT_EQ([top performSelector:@selector(verifyValue:) withObject:@1000],
+              [read objectForKey:@"MarginMin"]);
+    EXPECT_EQ([top performSelector:@selector(verifyValue:) withObject:@1020],
+              [read objectForKey:@"MarginLimit"]);
+  }
 }
 
 TEST_F(DamagedResources, WithoutAWordingKeepTheViewFromComingUpAndNothingElse) {

@@ -5,6 +5,19 @@ namespace {
 
 class JobInAHost : public HostedPanelTest {
  protected:
+  // The toolkit makes no string at once of halves of surrogate pairs, and takes a byte order mark at the
+  // beginning for none of the text.
+  [[nodiscard]] static NSString* stringOf(const std::u16string& units) {
+    NSMutableString* string = [NSMutableString string];
+    for (const unichar unit : units) [string appendFormat:@"%C", unit];
+    return string;
+  }
+  [[nodiscard]] static std::u16string unitsOf(NSString* string) {
+    std::u16string units([string length], 0);
+    for (NSUInteger index = 0; index < [string length]; ++index)
+      units[index] = [string characterAtIndex:index];
+    return units;
+  }
   // What a person sets up, by the controls that a person sees.
   void setUpAsAPerson() {
     ASSERT_TRUE(person::click(titled(@"MorvaTTCheckBoxKV2", localized(@"EnableTandemTrim"))));
@@ -70,6 +83,7 @@ TEST_F(JobInAHost, IsSummarisedAsOffWhileTheFunctionIsOff) {
   NSDictionary* expected = [NSDictionary dictionaryWithObject:localized(@"Off")
                                                        forKey:localized(@"EnableTandemTrim")];
   EXPECT_TRUE([[panel summaryInfo] isEqual:expected]) << textOf([[panel summaryInfo] description]);
+  EXPECT_NE([panel summaryInfo], [panel summaryInfo]);
 }
 
 TEST_F(JobInAHost, KeepsItsSwitchWhenTheDefaultsAreRestored) {
@@ -87,10 +101,44 @@ TEST_F(JobInAHost, KeepsItsSwitchWhenTheDefaultsAreRestored) {
   EXPECT_TRUE([[host settings] isEqual:expected]) << textOf([[host settings] description]);
 }
 
+// The number's own text is what a box of the toolkit shows of it.
 TEST_F(JobInAHost, MayHoldNumbersWhereThePanelStoresTexts) {
-  [[host settings] setObject:@9 forKey:@"MVTopMargin"];
-  ASSERT_NO_FATAL_FAILURE(show());
-  EXPECT_EQ(textOf([box(@"Top") stringValue]), "9");
+  for (NSNumber* number in @[ @12, @-7, @2.5, @0.1, @1e20, @(true), [NSNumber numberWithFloat:12.3F] ]) {
+    [[host settings] setObject:number forKey:@"MVTopMargin"];
+    ASSERT_NO_FATAL_FAILURE(show());
+    EXPECT_EQ(textOf([box(@"Top") stringValue]), textOf([number stringValue]));
+    save();
+    EXPECT_EQ(textOf(stored(@"MVTopMargin")), textOf([number stringValue]));
+    close();
+  }
+}
+
+TEST_F(JobInAHost, KeepsAMarginTextThatNobodyEditsUnitForUnit) {
+  const std::vector<std::u16string> texts{u"",
+                                          u" 7",
+                                          u"012",
+                                          u"12.5 mm",
+                                          u"\uFEFF12",
+                                          u"\uFFFE",
+                                          u"e\u0301",
+                                          u"\u00E9",
+                                          {u'1', 0, u'2'},
+                                          u"\U0001F600",
+                                          {0xD83D},
+                                          {u'1', 0xDE00, u'2'},
+                                          {0xDE00, 0xD83D},
+                                          {0xFEFF, 0xD83D}};
+  for (const bool isFocused : {false, true}) {
+    for (const auto& units : texts) {
+      store(@"MVTopMargin", stringOf(units));
+      ASSERT_NO_FATAL_FAILURE(showOn());
+      if (isFocused) [window makeFirstResponder:box(@"Top")];
+      save();
+      EXPECT_EQ(unitsOf(stored(@"MVTopMargin")), units) << testing::PrintToString(units);
+      EXPECT_EQ(unitsOf([[panel summaryInfo] objectForKey:localized(@"TopMargin")]), units);
+      close();
+    }
+  }
 }
 
 TEST_F(JobInAHost, LosesAChoiceThatNoItemStandsFor) {

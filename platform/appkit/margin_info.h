@@ -1,0 +1,14 @@
+#pragma once
+
+#include <memory>
+
+#import "platform/appkit/toolkit.h"
+#include "platform/object.hpp"
+
+/// The core's margin info dictionary as the toolkit's: it reads and writes the core's own entries, of which
+/// there are no others. An entry is copied when it is set.
+@interface MorvaTTMarginInfoKV2 : NSMutableDictionary {
+  std::shared_ptr<tandemtrim::platform::Dictionary> core_;
+}
+- (id)initWithCore:(std::shared_ptr<tandemtrim::platform::Dictionary>)core;
+@end
