@@ -1,5 +1,7 @@
+#include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <string>
 
 #import <AppKit/AppKit.h>
 #include <gmock/gmock.h>
@@ -10,8 +12,7 @@ namespace {
 // Everything that a test leaves to be released goes with the test.
 class PoolForEachTest : public testing::EmptyTestEventListener {
   void OnTestIterationStart(const testing::UnitTest& tests, int) override {
-    std::cout << "--gtest_shuffle --gtest_random_seed=" << tests.random_seed() << " repeats this order"
-              << std::endl;
+    std::cout << "TANDEM_TRIM_SEED=" << tests.random_seed() << " repeats this order of tests" << std::endl;
   }
   void OnTestStart(const testing::TestInfo&) override { pool_ = [[NSAutoreleasePool alloc] init]; }
   void OnTestEnd(const testing::TestInfo&) override { [pool_ drain]; }
@@ -31,6 +32,9 @@ void keepSelectionsFromThePasteboardServer() {
 
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
+  constexpr int kSeeds = 100000;  // GoogleTest takes no larger ones
+  if (const char* seed = std::getenv("TANDEM_TRIM_SEED"))
+    GTEST_FLAG_SET(random_seed, static_cast<int>(std::stoul(seed) % kSeeds));
   // The toolkit says why an exception of its own was raised, and GoogleTest could not.
   GTEST_FLAG_SET(catch_exceptions, false);
   @autoreleasepool {
