@@ -74,7 +74,7 @@ fuzz: ## make up inputs for SECONDS (60) a target, and require that the properti
 package: ## the Debian packages, in build/release/package, and their tests
 	$(install_dependencies) package
 	$(call build,release)
-	cd build/release && rm -f package/*.deb && cpack
+	cd build/release && rm -f package/*.deb && umask 022 && cpack
 	cd tests/e2e && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release /usr/bin/python3 -m unittest test_packages
 
 package-trial: package ## the packages in a bare system with Debian's archives: install, print, upgrade, remove; takes minutes
