@@ -14,7 +14,7 @@ import surroundings
 from private_cups import PrivateCups
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
-BUILD = pathlib.Path(os.environ.get("TANDEM_TRIM_BUILD", PROJECT / "build/release")).resolve()
+BUILD = surroundings.BUILD
 PROGRAM = BUILD / "host/tandem-trim"
 BUNDLE = BUILD / "TandemTrim.bundle"
 PPD = PROJECT / "resources/sample/MorvaTandemKV2.ppd"
@@ -98,7 +98,7 @@ class TerminalCase(unittest.TestCase):
         return [folder / kind.replace("/", ".") for kind in contents]
 
     def environment(self, **more):
-        around = surroundings.variables(os.environ.get("TANDEM_TRIM_SURROUNDINGS", "english"))
+        around = surroundings.LANGUAGES[os.environ.get("TANDEM_TRIM_SURROUNDINGS", "english")]
         return self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | around | more
 
     def trim(self, *arguments, program=PROGRAM, stdin=b"", limit=LIMIT, **variables):

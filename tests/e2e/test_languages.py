@@ -69,7 +69,7 @@ class LanguagesTest(TerminalCase):
                 self.assertEqual(of_panel(options), CHANGED)
 
     def test_the_comma_locale_that_the_tests_build_has_a_comma(self):
-        variables = self.environment(**surroundings.variables("comma"))
+        variables = self.environment(**surroundings.LANGUAGES["comma"])
         shown = subprocess.run(["/usr/bin/printf", "%.1f", "2,5"], env=variables, capture_output=True, check=True)
         self.assertEqual(shown.stdout, b"2,5")
 

@@ -6,7 +6,6 @@ the sanitizers' options and the seed of random tests alone. TANDEM_TRIM_FONT="Ca
 """
 
 import contextlib
-import functools
 import os
 import pathlib
 import re
@@ -67,30 +66,14 @@ SCREEN = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
 SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
 SEED = "TANDEM_TRIM_SEED"
 
-_COMMA_LOCALE = "de_DE.UTF-8"  # a comma before the decimals
-
-
-@functools.cache
-def _locales():
-    """A folder with the comma locale, which the system need not have; removed when the process ends."""
-    folder = tempfile.TemporaryDirectory(prefix="locales-")
-    pathlib.Path(folder.name).chmod(0o755)
-    target = pathlib.Path(folder.name) / _COMMA_LOCALE
-    subprocess.run(["localedef", "-i", "de_DE", "-f", "UTF-8", target], check=True)
-    return folder
-
-
-_LANGUAGES = {
-    "english": lambda: {},
-    "c": lambda: {"LANG": "C"},
-    "comma": lambda: {"LC_ALL": _COMMA_LOCALE, "LOCPATH": _locales().name},
-    "arabic": lambda: {"LANGUAGE": "ar"},
+BUILD = pathlib.Path(os.environ.get("TANDEM_TRIM_BUILD", pathlib.Path(__file__).parents[2] / "build/release")).resolve()
+# The variables of the languages and locales that the program is tried in.
+LANGUAGES = {
+    "english": {},
+    "c": {"LANG": "C"},
+    "comma": {"LC_ALL": "de_DE.UTF-8", "LOCPATH": str(BUILD / "tests/locales")},  # before the decimals; the build makes it
+    "arabic": {"LANGUAGE": "ar"},
 }
-
-
-def variables(name):
-    """The variables of the language or locale of this name."""
-    return _LANGUAGES[name]()
 
 
 def of_this_test(names):

@@ -368,16 +368,8 @@ TEST(PropertyList, LeavesNoMemoryBehind) {
 // A locale that writes numbers with a comma, built for these tests alone.
 class PropertyListInACommaLocale : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    folder_ = std::make_unique<TemporaryFolder>();
-    const auto target = (folder_->path() / "de_DE.UTF-8").string();
-    ASSERT_EQ(std::system((LOCALEDEF " --no-warnings=ascii -i de_DE -f UTF-8 " + target).c_str()), 0);
-    setenv("LOCPATH", folder_->path().c_str(), 1);
-  }
-  static void TearDownTestSuite() {
-    unsetenv("LOCPATH");
-    folder_.reset();
-  }
+  static void SetUpTestSuite() { setenv("LOCPATH", LOCALES, 1); }
+  static void TearDownTestSuite() { unsetenv("LOCPATH"); }
 
   void SetUp() override {
     ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
@@ -385,8 +377,6 @@ class PropertyListInACommaLocale : public testing::Test {
     ASSERT_EQ(std::strtod("2,5", nullptr), 2.5);
   }
   void TearDown() override { std::setlocale(LC_ALL, "C"); }
-
-  static inline std::unique_ptr<TemporaryFolder> folder_;
 };
 
 TEST_F(PropertyListInACommaLocale, ReadsRealNumbersWithAPointAllTheSame) {

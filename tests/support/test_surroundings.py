@@ -1,0 +1,87 @@
+"""The surroundings that all tests run in, as a program of a test finds them."""
+
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import unittest
+
+import surroundings
+
+LAUNCHER = pathlib.Path(surroundings.__file__)
+SCREEN = LAUNCHER.with_name("on_own_screen.py")
+HOSTILE = LAUNCHER.parents[1] / "hostile_environment.sh"
+
+
+def output(*command, **variables):
+    """What the command prints, which runs in an environment with these variables."""
+    return subprocess.run(command, env={"PATH": surroundings.PATH} | variables, capture_output=True, text=True, check=True).stdout
+
+
+def environment(*command, **variables):
+    """The environment that a program finds which the command starts."""
+    return json.loads(output(*command, "/usr/bin/python3", "-c", "import json, os; print(json.dumps(dict(os.environ)))", **variables))
+
+
+class SurroundingsTest(unittest.TestCase):
+    def test_nothing_of_the_callers_environment_reaches_a_test(self):
+        def comparable(found):
+            """Without the numbers that each run takes for its own."""
+            of_run = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SESSION_BUS_PID")
+            return {name: value.replace(found["TMPDIR"].removesuffix("/tmp"), "") for name, value in found.items() if name not in of_run}
+
+        for launcher in (LAUNCHER, SCREEN):
+            with self.subTest(launcher.name):
+                self.assertEqual(comparable(environment(HOSTILE, launcher)), comparable(environment(launcher)))
+
+    def test_the_sanitizers_options_and_the_seed_reach_a_test(self):
+        kept = {"ASAN_OPTIONS": "a=1", "LSAN_OPTIONS": "b=2", "TANDEM_TRIM_SEED": "3"}
+        self.assertLessEqual(kept.items(), environment(LAUNCHER, **kept).items())
+
+    def test_what_a_test_is_given_wins(self):
+        found = environment(LAUNCHER, "LANG=de_DE.UTF-8", "TANDEM_TRIM_JOBS=5", LANG="C", TANDEM_TRIM_JOBS="6")
+        self.assertEqual((found["LANG"], found["TANDEM_TRIM_JOBS"]), ("de_DE.UTF-8", "5"))
+
+    def test_the_fonts_are_those_that_are_asked_for(self):
+        def families(*given):
+            return set(output(LAUNCHER, *given, "fc-list", ":", "family").split("\n")) - {""}
+
+        def default(*given):
+            return output(LAUNCHER, *given, "fc-match", "Helvetica:bold", "family", "style").strip()
+
+        self.assertEqual(families(), {"DejaVu Sans"})
+        self.assertEqual(default(), "DejaVu Sans:style=Bold")
+        for family in ("Cantarell", "Noto Sans"):
+            given = f"TANDEM_TRIM_FONT={family} 11"
+            self.assertEqual(families(given), {family, "DejaVu Sans"})
+            self.assertEqual(default(given), f"{family}:style=Bold")
+
+    def test_the_home_folder_is_gone_afterwards_however_the_test_ends(self):
+        def starts(launcher, script):
+            test = subprocess.Popen([launcher, "sh", "-c", script], stdout=subprocess.PIPE, text=True, stderr=subprocess.DEVNULL)
+            self.addCleanup(test.stdout.close)
+            return test, pathlib.Path(test.stdout.readline().strip())
+
+        for launcher in (LAUNCHER, SCREEN):
+            with self.subTest(launcher.name):
+                test, home = starts(launcher, "echo $HOME; touch $HOME/file; exit 3")
+                self.assertEqual(test.wait(), 3)
+                self.assertFalse(home.parent.exists())
+                test, home = starts(launcher, "echo $HOME; kill -KILL $$")
+                self.assertEqual(test.wait(), 128 + signal.SIGKILL)
+                self.assertFalse(home.parent.exists())
+                test, home = starts(launcher, "echo $HOME; exec sleep 60")
+                test.terminate()
+                self.assertEqual(test.wait(), 128 + signal.SIGTERM)
+                self.assertFalse(home.parent.exists())
+
+    def test_every_test_runs_in_them(self):
+        listed = json.loads(output("ctest", "--show-only=json-v1", "--test-dir", os.environ["TANDEM_TRIM_BUILD"]))["tests"]
+        outside = [test["name"] for test in listed if test["command"][0] not in (str(LAUNCHER), str(SCREEN))]
+        self.assertTrue(listed)
+        self.assertEqual(outside, [])
+
+
+if __name__ == "__main__":
+    unittest.main()
