@@ -40,8 +40,7 @@ bool loadNibNamed(std::string_view name, NibOwner& owner) try {
   owner.keepLoadedNib(std::move(panel));
   loaded.connectOutlets(owner);
   return true;
-} catch (const Glib::Error& unusable) {
-  g_log("tandem-trim", G_LOG_LEVEL_WARNING, "the view cannot be loaded: %s", unusable.what());
+} catch (const Glib::Error&) {
   return false;
 }
 

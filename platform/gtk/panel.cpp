@@ -77,6 +77,12 @@ void Panel::connectSteppers() const {
   }
 }
 
+void Panel::flushEdits() const {
+  for (const auto& margin : kMargins) {
+    if (auto* textBox = controlOf<TextBox>(margin.textBox)) textBox->flush();
+  }
+}
+
 void Panel::connectActions(NibOwner& owner) const {
   const auto actionOf = [&owner](std::string_view action) {
     return [&owner, action](NibObject* sender) { owner.performAction(action, sender); };

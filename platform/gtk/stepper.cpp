@@ -43,9 +43,9 @@ void Stepper::setTextBox(TextBox* textBox) {
   gtk_widget_add_controller(entry, wheel_);
 }
 
-// Reading the box first has what was typed into it reach this stepper before it moves on from there.
+// A number that was typed into the box reaches this stepper before it moves on from there.
 void Stepper::move(int by) {
-  if (textBox_ != nullptr) (void)textBox_->stringValue();
+  if (textBox_ != nullptr) textBox_->flush();
   value_ = std::max(min_, std::min(value_ + by, max_));
   if (textBox_ != nullptr) textBox_->setStringValue(stringValue());
 }

@@ -11,18 +11,23 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// A text box. Whatever the program asks of it comes after the person's edits: one that is not posted yet is
-/// posted first, so that no call of the host ever meets a text that was typed and not corrected.
+/// A text box. It remembers the program's text byte for byte until the person edits it, even where the
+/// toolkit cannot show it: its entries hold UTF-8 without null characters, and 65,534 bytes of it.
 class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2, Gtk::Entry> {
  public:
   explicit TextBox(Gtk::Entry& entry);
 
-  [[nodiscard]] std::string stringValue() const override;
+  void setEnabled(bool enabled) override;
+  /// An edit that still waits is posted first.
   void setStringValue(std::string_view text) override;
+  /// Posts the person's edit that still waits to be posted, if there is one.
+  void flush() { edits_->flush(); }
   /// Whether an input method composes a text in it.
   [[nodiscard]] bool isComposing() const { return edits_->isComposing(); }
 
  private:
+  void onEdited();
+
   std::unique_ptr<UserEdits> edits_;
 };
 

@@ -50,11 +50,18 @@ bool UserEdits::onIdle() {
 void UserEdits::flush() {
   if (composing_) entry_.reset_im_context();
   idle_.disconnect();
-  if (std::exchange(waiting_, false)) report_();
+  if (!std::exchange(waiting_, false)) return;
+  try {
+    report_();
+  } catch (...) {
+    waiting_ = true;
+    throw;
+  }
 }
 
 void UserEdits::setText(const Glib::ustring& text) {
-  if (entry_.get_text().compare(text) == 0) return;
+  // By their bytes: the toolkit's own comparison takes digits of other scripts for those of ASCII.
+  if (entry_.get_text().raw() == text.raw()) return;
   const auto length = entry_.get_text_length();
   const int fromEnd = length - entry_.get_position();
   int start = 0;

@@ -20,7 +20,8 @@ class UserEdits : public sigc::trackable {
   /// An edit that is not reported yet never will be.
   ~UserEdits();
 
-  /// Reports an edit that still waits, now. A text that is being composed is ended for it.
+  /// Reports an edit that still waits, now. A text that is being composed is ended for it. An edit whose
+  /// report raises waits on.
   void flush();
   /// Replaces the text as the program's own doing. The insertion point keeps its distance to the end, and
   /// what was selected as a whole stays so.

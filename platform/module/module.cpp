@@ -2,7 +2,7 @@
 #include <new>
 
 #include "platform/extension.hpp"
-#include "plugin/plugin.hpp"
+#include "platform/module/plugin.hpp"
 
 #define TANDEM_TRIM_EXPORT __attribute__((visibility("default")))
 
@@ -13,7 +13,7 @@ TANDEM_TRIM_EXPORT void MorvaTTPdePluginKV2(std::unique_ptr<tandemtrim::platform
 
 void MorvaTTPdePluginKV2(std::unique_ptr<tandemtrim::platform::Plugin>& made) noexcept {
   try {
-    made = std::make_unique<tandemtrim::MorvaTTPdePluginKV2>();
+    made = tandemtrim::platform::makePlugin();
   } catch (const std::bad_alloc&) {
     made.reset();
   }

@@ -56,6 +56,9 @@ class WindowPanel : public Panel {
     }
     return summary;
   }
+  void emptySummary() override {
+    [static_cast<NSMutableDictionary*>([panel() summaryInfo]) removeAllObjects];
+  }
   void willShow() override { [panel() willShow]; }
   bool shouldHide() override { return [panel() shouldHide]; }
   bool shouldShowHelp() override { return [panel() shouldShowHelp]; }
@@ -63,8 +66,25 @@ class WindowPanel : public Panel {
   std::vector<std::string> supportedPPDOptionKeys() override {
     return textsOf([panel() supportedPPDOptionKeys]);
   }
+  const void* keywordsIdentity() override { return [panel() supportedPPDOptionKeys]; }
   bool save() override { return [panel() saveValuesAndReturnError:&error_] && error_ == nil; }
   bool restore() override { return [panel() restoreValuesAndReturnError:&error_] && error_ == nil; }
+
+  void updateView() override { [[panel() viewController] performSelector:@selector(updateView)]; }
+  void setViewIsInited(bool inited) override {
+    [[panel() viewController] setValue:[NSNumber numberWithBool:inited] forKey:@"viewIsInited"];
+  }
+  Accepted verifyValue(const std::string& textBox, int value) override {
+    id box = controlAt(textBox);
+    NSNumber* given = [NSNumber numberWithInt:value];
+    id accepted = [box performSelector:@selector(verifyValue:) withObject:given];
+    if (accepted == given) return Accepted::itself;
+    if (accepted == [box valueForKey:@"min"]) return Accepted::minimum;
+    return accepted == [box valueForKey:@"max"] ? Accepted::maximum : Accepted::another;
+  }
+  const void* minimumIdentity(const std::string& textBox) override {
+    return [controlAt(textBox) valueForKey:@"min"];
+  }
 
   Look look(const std::string& outlet) override {
     Look look;
@@ -72,8 +92,6 @@ class WindowPanel : public Panel {
     look.enabled = [control isEnabled];
     if ([control isKindOfClass:[NSPopUpButton class]]) {
       look.text = textOf([control titleOfSelectedItem]);
-      for (NSMenuItem* item in [control itemArray])
-        look.choices.push_back({textOf([item title]), optionalTextOf([item representedObject])});
       look.chosen = optionalTextOf([[control selectedItem] representedObject]);
     } else if ([control isKindOfClass:[NSButton class]]) {
       look.text = textOf([control title]);
@@ -88,8 +106,17 @@ class WindowPanel : public Panel {
     if ([control isKindOfClass:[NSTextField class]]) look.color = colorNameOf([control textColor]);
     return look;
   }
+  std::vector<Choice> choices(const std::string& menu) override {
+    std::vector<Choice> choices;
+    for (NSMenuItem* item in [controlAt(menu) itemArray])
+      choices.push_back({textOf([item title]), optionalTextOf([item representedObject])});
+    return choices;
+  }
   bool replaceText(const std::string& outlet, const std::string& text) override {
     return person::replaceText(controlAt(outlet), stringOf(text));
+  }
+  bool replaceTextAtOnce(const std::string& outlet, const std::string& text) override {
+    return replaceText(outlet, text);
   }
   bool type(const std::string& outlet, const std::string& keys) override {
     return person::type(controlAt(outlet), stringOf(keys));

@@ -1,6 +1,7 @@
 #include <X11/keysym.h>
 
 #include "platform/gtk/controls.hpp"
+#include "platform/gtk/hosted_panel.hpp"
 #include "platform/gtk/menus.hpp"
 #include "platform/gtk/panel.hpp"
 #include "platform/gtk/stepper.hpp"
@@ -18,7 +19,7 @@ struct Seen {
   Look look;
 
   void of(gtk::TextLabel& label) {
-    look.text = label.stringValue();
+    look.text = label.widget().get_text();
     look.color = label.widget().has_css_class("dim-label") ? "lightGrayColor" : "blackColor";
   }
   void of(gtk::TextBox& box) { look.text = box.widget().get_text(); }
@@ -33,11 +34,7 @@ struct Seen {
   }
   void of(gtk::Button& button) { look.text = unmarked(button.widget().get_label()); }
   void of(gtk::PopUpButton& menu) {
-    for (std::size_t index = 0; index < menu.numberOfItems(); ++index) {
-      auto& item = menu.itemAtIndex(index);
-      look.choices.push_back({item.title(), item.representedObject()});
-    }
-    look.text = menu.chosenTitle();
+    look.text = gtk_label_get_text(GTK_LABEL(gtk_menu_button_get_child(menu.widget().gobj())));
     if (auto* selected = menu.selectedItem()) look.chosen = selected->representedObject();
   }
 
@@ -55,7 +52,7 @@ struct Seen {
   bool isOf(platform::NibObject* control) {
     auto* const known = dynamic_cast<Class*>(control);
     if (known == nullptr) return false;
-    look.enabled = known->widget().get_sensitive();
+    look.enabled = known->widget().is_sensitive();
     of(*known);
     return true;
   }
@@ -87,11 +84,24 @@ class GtkPanel : public LinuxPanel {
     return seen.look;
   }
 
+  std::vector<Choice> choices(const std::string& menu) override {
+    focus(widget<gtk::PopUpButton>(menu));
+    auto listed = openList(menu);
+    person_->press(XK_Escape);
+    return listed;
+  }
+
   bool replaceText(const std::string& outlet, const std::string& text) override {
     auto* const entry = widget<gtk::TextBox>(outlet);
     if (!focus(entry)) return false;
     person_->press(XK_a, XK_Control_L);
     text.empty() ? person_->press(XK_Delete) : person_->paste(text);
+    return true;
+  }
+  bool replaceTextAtOnce(const std::string& outlet, const std::string& text) override {
+    auto* const entry = widget<gtk::TextBox>(outlet);
+    if (gtk_widget_is_sensitive(entry) == FALSE) return false;
+    gtk_editable_set_text(GTK_EDITABLE(entry), text.c_str());
     return true;
   }
   bool type(const std::string& outlet, const std::string& keys) override {
@@ -122,9 +132,9 @@ class GtkPanel : public LinuxPanel {
   }
   bool choose(const std::string& outlet, const std::string& value) override {
     if (!focus(widget<gtk::PopUpButton>(outlet))) return false;
-    person_->press(XK_space);
+    const auto listed = openList(outlet);
     person_->press(XK_Home);
-    for (const auto& choice : look(outlet).choices) {
+    for (const auto& choice : listed) {
       if (choice.value == value) {
         person_->press(XK_Return);
         return true;
@@ -137,11 +147,27 @@ class GtkPanel : public LinuxPanel {
     dynamic_cast<gtk::CheckBox&>(*view().control(outlet)).setState(gtk::CheckBox::kMixed);
   }
 
+ protected:
+  platform::PrintPanel& corePanel() override { return dynamic_cast<gtk::HostedPanel&>(panel()).upToDate(); }
+
  private:
   gtk::Panel& view() { return dynamic_cast<gtk::Panel&>(*panel().panelView()); }
   template <class Class>
   GtkWidget* widget(const std::string& outlet) {
     return static_cast<Gtk::Widget&>(dynamic_cast<Class&>(*view().control(outlet)).widget()).gobj();
+  }
+  // Opens the list of a menu that has the focus; the titles that it shows and the values behind them.
+  std::vector<Choice> openList(const std::string& outlet) {
+    person_->press(XK_space);
+    auto& menu = dynamic_cast<gtk::PopUpButton&>(*view().control(outlet));
+    auto* const popover = gtk_menu_button_get_popover(menu.widget().gobj());
+    auto* const list = GTK_LIST_BOX(gtk_popover_get_child(GTK_POPOVER(popover)));
+    std::vector<Choice> listed;
+    while (auto* const row = gtk_list_box_get_row_at_index(list, static_cast<int>(listed.size()))) {
+      auto* const title = GTK_LABEL(gtk_list_box_row_get_child(row));
+      listed.push_back({gtk_label_get_text(title), menu.itemAtIndex(listed.size()).representedObject()});
+    }
+    return listed;
   }
   bool focus(GtkWidget* widget) {
     if (gtk_widget_is_sensitive(widget) == FALSE) return false;

@@ -20,17 +20,18 @@ TEST_F(HugeText, ThatIsPastedIsCorrectedAsAShortOneIs) {
   }
 }
 
-TEST_F(HugeText, ThatIsStoredIsShownSummarisedAndSavedAsItStandsUpToWhatABoxHolds) {
+TEST_F(HugeText, ThatIsStoredIsSummarisedAndSavedAsItStandsAndShownUpToWhatABoxShows) {
   const std::string huge(kMegabyte, '8');
-  const auto held = huge.substr(0, longestText());
+  const auto shown = huge.substr(0, longestText());
   scene.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", huge}, {"MVImageDirectionPriority", huge}};
   ASSERT_NO_FATAL_FAILURE(show());
-  EXPECT_EQ(text("textBoxMarginTop"), held);
+  EXPECT_EQ(text("textBoxMarginTop"), shown);
   EXPECT_EQ(panel->look("directionPopUp").chosen, std::nullopt);
   EXPECT_EQ(panel->summaryInfo().rows.at("Above"), huge);
   EXPECT_EQ(panel->summaryInfo().rows.at("Which Way"), huge);
+  panel->restore();
   panel->save();
-  EXPECT_EQ(dialog->stored("MVTopMargin"), held);
+  EXPECT_EQ(dialog->stored("MVTopMargin"), huge);
   panel->replaceText("textBoxMarginTop", "3");
   panel->save();
   EXPECT_EQ(dialog->stored("MVTopMargin"), "3");

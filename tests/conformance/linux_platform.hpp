@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -9,7 +9,8 @@
 
 #include "platform/linux/bundle.hpp"
 #include "platform/linux/print_settings.hpp"
-#include "plugin/plugin.hpp"
+#include "platform/module/plugin.hpp"
+#include "plugin/panel.hpp"
 #include "tests/conformance/platform.hpp"
 
 /// The host's half of the platforms that run on Linux; what is left to each is the person's half.
@@ -57,18 +58,50 @@ class LinuxPanel : public Panel {
     }
     return summary;
   }
+  void emptySummary() override {
+    auto&& summary = panel_->summaryInfo();
+    summary.clear();
+  }
   void willShow() override { panel_->willShow(); }
   bool shouldHide() override { return panel_->shouldHide(); }
   bool shouldShowHelp() override { return panel_->shouldShowHelp(); }
   bool shouldPrint() override { return panel_->shouldPrint(); }
   std::vector<std::string> supportedPPDOptionKeys() override { return panel_->supportedPPDOptionKeys(); }
+  const void* keywordsIdentity() override { return &panel_->supportedPPDOptionKeys(); }
   bool save() override { return saysNothing(panel_->saveValuesAndReturnError(&error_)); }
   bool restore() override { return saysNothing(panel_->restoreValuesAndReturnError(&error_)); }
 
+  void updateView() override { controller().updateView(); }
+  void setViewIsInited(bool inited) override { controller().setViewIsInited(inited); }
+  Accepted verifyValue(const std::string& textBox, int value) override {
+    const auto& box = textBoxNamed(textBox);
+    const platform::Object given(static_cast<std::int64_t>(value));
+    const auto* accepted = box.verifyValue(given);
+    if (accepted == &given) return Accepted::itself;
+    if (accepted == box.min().get()) return Accepted::minimum;
+    return accepted == box.max().get() ? Accepted::maximum : Accepted::another;
+  }
+  const void* minimumIdentity(const std::string& textBox) override {
+    return textBoxNamed(textBox).min().get();
+  }
+
  protected:
   [[nodiscard]] platform::PrintPanel& panel() const { return *panel_; }
+  /// The core's panel, where the host's is another.
+  [[nodiscard]] virtual platform::PrintPanel& corePanel() { return *panel_; }
 
  private:
+  MorvaTTViewControllerKV2& controller() {
+    return *dynamic_cast<MorvaTTPdePanelKV2&>(corePanel()).viewController();
+  }
+  const MorvaTTTextBoxKV2& textBoxNamed(const std::string& outlet) {
+    const std::map<std::string, const MorvaTTTextBoxKV2*> boxes{
+        {"textBoxMarginTop", controller().textBoxMarginTop()},
+        {"textBoxMarginBottom", controller().textBoxMarginBottom()},
+        {"textBoxMarginLeft", controller().textBoxMarginLeft()},
+        {"textBoxMarginRight", controller().textBoxMarginRight()}};
+    return *boxes.at(outlet);
+  }
   // The error text is never written.
   bool saysNothing(bool result) const { return result && error_ == kUntouched; }
 
@@ -84,17 +117,17 @@ class LinuxDialog : public Dialog {
   explicit LinuxDialog(const Scene& scene) : job_(std::make_shared<Job>(scene.writePpd())) {
     std::string reason;
     auto bundle = platform::linux::Bundle::open(scene.writeBundle(), reason, {});
-    if (!plugin_.initWithBundle(bundle)) throw std::runtime_error(reason);
+    if (!plugin_->initWithBundle(bundle)) throw std::runtime_error(reason);
     for (const auto& [key, value] : scene.stored) store(key, value);
   }
 
   std::unique_ptr<Panel> panelForType(std::optional<std::string> type, bool withCallback) override {
-    auto panels = plugin_.PDEPanelsForType(type, withCallback ? job_ : nullptr);
+    auto panels = plugin_->PDEPanelsForType(type, withCallback ? job_ : nullptr);
     if (!panels) return nullptr;
     return std::make_unique<PlatformPanel>(std::move(panels->at(0)));
   }
   std::size_t panelCount() override {
-    return plugin_.PDEPanelsForType(platform::kPrintDialogExtensionType, job_)->size();
+    return plugin_->PDEPanelsForType(platform::kPrintDialogExtensionType, job_)->size();
   }
 
   std::optional<std::string> stored(const std::string& key) override {
@@ -113,7 +146,7 @@ class LinuxDialog : public Dialog {
 
  private:
   std::shared_ptr<Job> job_;
-  MorvaTTPdePluginKV2 plugin_;
+  std::unique_ptr<platform::Plugin> plugin_ = platform::makePlugin();
 };
 
 }  // namespace tandemtrim::conformance

@@ -52,6 +52,33 @@ TEST_P(MarginEntry, RemovesDigitsOfOtherScriptsAndWhateverElseIsNoAsciiDigit) {
       "6");  // no-break space, then 6
 }
 
+// Sorted as texts, each digit counts as equal to the number that is left in its place.
+TEST_P(MarginEntry, RemovesDigitsThatAreSortedAsTheirCorrection) {
+  for (const auto& [minimum, digits] :
+       {std::pair{"0", std::vector{"\uFF10", "\U0001D7CE", "\u2070", "\u2080", "\u24EA"}},
+        std::pair{"5", std::vector{"\uFF15", "\U0001D7D3", "\u2075", "\u2085", "\u2464"}}}) {
+    scene.settingInfo["DefaultValue.MarginMin"] = std::string("<integer>") + minimum + "</integer>";
+    ASSERT_NO_FATAL_FAILURE(showOn());
+    for (const auto* const digit : digits) {
+      enter(digit, minimum);
+      panel->save();
+      EXPECT_EQ(dialog->stored(side.key), minimum) << digit;
+    }
+    panel.reset();
+  }
+}
+
+// Corrected once more, 2.5 would be read as 25.
+TEST_P(MarginEntry, IsCorrectedOnceHoweverOftenTheViewIsRequested) {
+  scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  for (const char* typed : {"1", "0"}) {
+    panel->replaceText(side.textBox, typed);
+    EXPECT_EQ(text(side.textBox), "2.5") << typed;
+    ASSERT_TRUE(panel->panelView());
+  }
+}
+
 TEST_P(MarginEntry, CorrectsKeyByKey) {
   scene.stored[side.key] = "0";
   ASSERT_NO_FATAL_FAILURE(showOn());
@@ -108,6 +135,16 @@ TEST_P(MarginEntry, GivesNumbersBackAsTheyAreWhenAStringIsTheLimit) {
   scene.settingInfo["DefaultValue.MarginMax"] = "<integer>11</integer>";
   ASSERT_NO_FATAL_FAILURE(showOn());
   enter("99", "11");
+}
+
+TEST_P(MarginEntry, AcceptsTheVeryNumberInItsRangeAndTheVeryBoundOutside) {
+  scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  EXPECT_EQ(panel->verifyValue(side.textBox, 1), Accepted::minimum);
+  EXPECT_EQ(panel->verifyValue(side.textBox, 7), Accepted::itself);
+  EXPECT_EQ(panel->verifyValue(side.textBox, 7000), Accepted::maximum);
+  for (const auto& other : kSides)
+    EXPECT_EQ(panel->minimumIdentity(side.textBox), panel->minimumIdentity(other.textBox)) << other;
 }
 
 INSTANTIATE_TEST_SUITE_P(Sides, MarginEntry, testing::ValuesIn(kSides), sideName);

@@ -14,16 +14,22 @@ class MemoryPanel : public LinuxPanel {
               .enabled = state.enabled,
               .color = state.color == platform::Color::blackColor ? "blackColor" : "lightGrayColor",
               .state = state.state,
-              .choices = {},
               .chosen = {},
               .min = state.min,
               .max = state.max};
-    for (const auto& choice : state.choices) look.choices.push_back({choice.title, choice.value});
     if (state.selected) look.chosen = state.choices.at(*state.selected).value;
     return look;
   }
+  std::vector<Choice> choices(const std::string& menu) override {
+    std::vector<Choice> choices;
+    for (const auto& choice : view().control(menu).choices) choices.push_back({choice.title, choice.value});
+    return choices;
+  }
   bool replaceText(const std::string& outlet, const std::string& text) override {
     return view().type(outlet, text);
+  }
+  bool replaceTextAtOnce(const std::string& outlet, const std::string& text) override {
+    return replaceText(outlet, text);
   }
   bool type(const std::string& outlet, const std::string& keys) override {
     bool live = true;
@@ -34,9 +40,9 @@ class MemoryPanel : public LinuxPanel {
   bool click(const std::string& outlet) override { return view().click(outlet); }
   bool step(const std::string& outlet, int steps) override { return view().step(outlet, steps); }
   bool choose(const std::string& outlet, const std::string& value) override {
-    const auto choices = look(outlet).choices;
+    const auto offered = choices(outlet);
     std::size_t index = 0;
-    while (choices.at(index).value != value) ++index;
+    while (offered.at(index).value != value) ++index;
     return view().choose(outlet, index);
   }
   void setMixed(const std::string& outlet) override { view().setMixed(outlet); }

@@ -39,9 +39,28 @@ TEST_F(PanelRequest, GivesADistinctPanelEachTime) {
   const auto other = dialog->panelForType(kType, true);
   ASSERT_NE(other, nullptr);
   ASSERT_TRUE(other->panelView());
+  other->willShow();
   EXPECT_NE(panel->viewIdentity(), other->viewIdentity());
+  EXPECT_NE(panel->keywordsIdentity(), other->keywordsIdentity());
   panel->click("tandemTrimValid");
+  panel->replaceText("textBoxMarginTop", "9");
+  panel->choose("positionPopUp", "Right");
   EXPECT_EQ(other->look("tandemTrimValid").state, 0);
+  EXPECT_EQ(other->look("textBoxMarginTop").text, "5");
+  EXPECT_EQ(other->look("positionPopUp").chosen, "Center");
+}
+
+TEST_F(PanelRequest, GivesAPanelThatGoesOnWhenAnotherIsGone) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  auto other = dialog->panelForType(kType, true);
+  ASSERT_NE(other, nullptr);
+  ASSERT_TRUE(other->panelView());
+  other->willShow();
+  other.reset();
+  panel->replaceText("textBoxMarginTop", "1a2");
+  EXPECT_EQ(text("textBoxMarginTop"), "12");
+  EXPECT_TRUE(panel->save());
+  EXPECT_EQ(dialog->stored("MVTopMargin"), "12");
 }
 
 class PanelOfADialog : public Conformance {};
@@ -75,6 +94,12 @@ TEST_F(PanelOfADialog, SupportsTheSevenKeywordsInOrder) {
   EXPECT_THAT(panel->supportedPPDOptionKeys(), ElementsAreArray(kKeys));
 }
 
+TEST_F(PanelOfADialog, GivesTheSameListOfKeywordsAtEachCall) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  const auto* list = panel->keywordsIdentity();
+  EXPECT_EQ(panel->keywordsIdentity(), list);
+}
+
 TEST_F(PanelOfADialog, LetsItselfBeHiddenHelpedAndPrintedInEveryState) {
   ASSERT_NO_FATAL_FAILURE(open());
   const auto agrees = [&] { return panel->shouldHide() && panel->shouldShowHelp() && panel->shouldPrint(); };
@@ -94,6 +119,28 @@ TEST_F(PanelOfADialog, SavesAndRestoresNothingBeforeItsViewWasRequested) {
   EXPECT_TRUE(panel->save());
   panel->willShow();
   EXPECT_EQ(storedSettings(), before);
+}
+
+TEST_F(PanelOfADialog, SavesRestoresAndGreysNothingWhileItsViewIsNotSetUp) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  panel->replaceText("textBoxMarginTop", "33");
+  panel->choose("positionPopUp", "Right");
+  const auto before = storedSettings();
+  panel->setViewIsInited(false);
+  EXPECT_TRUE(panel->save());
+  EXPECT_EQ(storedSettings(), before);
+  dialog->store("MVTandemTrim", "Off");
+  EXPECT_TRUE(panel->restore());
+  panel->willShow();
+  EXPECT_EQ(text("textBoxMarginTop"), "33");
+  EXPECT_EQ(panel->look("positionPopUp").chosen, "Right");
+  EXPECT_EQ(panel->look("tandemTrimValid").state, 1);
+  panel->setMixed("tandemTrimValid");
+  panel->updateView();
+  EXPECT_TRUE(enabled("textBoxMarginTop"));
+  panel->setViewIsInited(true);
+  panel->updateView();
+  EXPECT_FALSE(enabled("textBoxMarginTop"));
 }
 
 TEST_F(PanelOfADialog, GivesTheSameViewAgainWithoutSettingItUpAnew) {

@@ -27,8 +27,7 @@ struct Look {
   std::string color;
   /// Check boxes: 1, 0 or -1.
   int state = 0;
-  /// Menus.
-  std::vector<Choice> choices;
+  /// Menus: the value behind the chosen item.
   std::optional<std::string> chosen;
   /// Steppers: the bounds, in millimetres.
   double min = 0;
@@ -41,6 +40,9 @@ struct Summary {
   std::optional<std::vector<std::string>> order;
   bool operator==(const Summary&) const = default;
 };
+
+/// Which object a margin box accepts for a number object that it is given.
+enum class Accepted { itself, minimum, maximum, another };
 
 /// One panel: the host's calls, and the person's hands and eyes on its view. Controls are named by their
 /// outlets.
@@ -55,17 +57,32 @@ class Panel {
   /// An identity of the view: equal for the same view.
   virtual const void* viewIdentity() = 0;
   virtual Summary summaryInfo() = 0;
+  /// Asks for the summary and removes all that is in it, as its owner may.
+  virtual void emptySummary() = 0;
   virtual void willShow() = 0;
   virtual bool shouldHide() = 0;
   virtual bool shouldShowHelp() = 0;
   virtual bool shouldPrint() = 0;
   virtual std::vector<std::string> supportedPPDOptionKeys() = 0;
+  /// Requests the list; an identity of it: equal for the same list.
+  virtual const void* keywordsIdentity() = 0;
   virtual bool save() = 0;
   virtual bool restore() = 0;
 
+  /// What other parts ask of the panel's view controller and its margin boxes.
+  virtual void updateView() = 0;
+  virtual void setViewIsInited(bool inited) = 0;
+  virtual Accepted verifyValue(const std::string& textBox, int value) = 0;
+  /// An identity of the box's smallest value: equal for the same number object.
+  virtual const void* minimumIdentity(const std::string& textBox) = 0;
+
   virtual Look look(const std::string& outlet) = 0;
+  /// What a menu that is not greyed lists when it is opened.
+  virtual std::vector<Choice> choices(const std::string& menu) = 0;
   /// The person's acts. Each gives false when the control is greyed and ignores the person.
   virtual bool replaceText(const std::string& outlet, const std::string& text) = 0;
+  /// The same, by a program that assists the person: the toolkit handles no other event before it returns.
+  virtual bool replaceTextAtOnce(const std::string& outlet, const std::string& text) = 0;
   /// Types at the end of the text, key by key.
   virtual bool type(const std::string& outlet, const std::string& keys) = 0;
   virtual bool backspace(const std::string& outlet) = 0;
@@ -96,7 +113,7 @@ class Dialog {
 /// Defined by each platform's test program.
 std::unique_ptr<Dialog> openDialog(const Scene& scene);
 
-/// Defined there too: the bytes of text that a box of the toolkit holds at most.
+/// Defined there too: the bytes of text that a box of the toolkit shows at most.
 std::size_t longestText();
 
 }  // namespace tandemtrim::conformance

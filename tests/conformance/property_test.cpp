@@ -39,6 +39,7 @@ class Properties : public Conformance {
                                                   "mm",
                                                   "%n",
                                                   "\xEF\xBC\x97",
+                                                  "\xEF\xBC\x90",
                                                   "\xF0\x9F\x98\x80",
                                                   "99999999999999999999"};
     std::string text;

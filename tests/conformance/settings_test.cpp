@@ -58,11 +58,18 @@ TEST_F(StoredSettings, ChangeOnlyWhenThePanelIsSaved) {
 }
 
 TEST_F(StoredSettings, ThatAreGoneAreShownAsTheirDefaultsAndNotWrittenByTheRestore) {
-  ASSERT_NO_FATAL_FAILURE(show());
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  for (const auto& side : kSides) panel->replaceText(side.textBox, "9");
+  panel->choose("positionPopUp", "Right");
+  panel->choose("directionPopUp", "ShortEdgeFeed");
   for (const auto& key : kKeys) dialog->store(key, std::nullopt);
   EXPECT_TRUE(panel->restore());
-  EXPECT_EQ(text("textBoxMarginLeft"), "7");
+  for (const auto& side : kSides) {
+    EXPECT_EQ(text(side.textBox), side.defaultText);
+    EXPECT_EQ(text(side.stepper), side.defaultText);
+  }
   EXPECT_EQ(panel->look("positionPopUp").chosen, "Center");
+  EXPECT_EQ(panel->look("directionPopUp").chosen, "LongEdgeFeed");
   EXPECT_EQ(panel->look("tandemTrimValid").state, 0);
   EXPECT_EQ(storedSettings(), Settings(kKeys.size()));
 }
@@ -117,7 +124,7 @@ TEST_P(MarginSetting, OutsideItsRangeIsShownAndSavedAsItStandsUntilItIsEdited) {
 
 TEST_P(MarginSetting, OfAnyWordsIsShownSavedAndSummarisedAsItStandsAndReadAsANumberWhenItIsEdited) {
   for (const std::string words :
-       {"gtk-ignore-value", "$(reboot)", "`id`;|&<>*?'\"\\", "%n%s", "two words", "12 mm"}) {
+       {"gtk-ignore-value", "$(reboot)", "`id`;|&<>*?'\"\\", "%n%s", "two words", "12 mm", "auto"}) {
     scene.stored = {{"MVTandemTrim", "On"}, {side.key, words}};
     ASSERT_NO_FATAL_FAILURE(show());
     EXPECT_EQ(text(side.textBox), words);
@@ -145,6 +152,26 @@ TEST_P(MarginSetting, ThatIsStoredEmptyIsShownEmptyAndNotReplacedByItsDefault) {
   EXPECT_EQ(text(side.textBox), "");
   panel->save();
   EXPECT_EQ(dialog->stored(side.key), "");
+}
+
+TEST_P(MarginSetting, ThatIsNoNumberOfThePanelsOwnSpellingIsShownAndSavedAsItStands) {
+  for (const std::string value : {"007", " 5 ", "\t5", "5\n", "+5", "-5", "1e1", "0x10", "5.0", "1,5",
+                                  "\uFF15", "\u0665", "\u00A05", "e\u0301", "\u00E9", "5\uFEFF", "\u202E5"}) {
+    scene.stored = {{"MVTandemTrim", "On"}, {side.key, value}};
+    ASSERT_NO_FATAL_FAILURE(show());
+    EXPECT_EQ(text(side.textBox), value);
+    panel->restore();
+    panel->save();
+    EXPECT_EQ(dialog->stored(side.key), value);
+    panel.reset();
+  }
+}
+
+TEST_P(MarginSetting, IsSavedFromTheBoxBeforeItIsShown) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  ASSERT_TRUE(panel->panelView());
+  panel->save();
+  EXPECT_EQ(dialog->stored(side.key), text(side.textBox));
 }
 
 TEST_P(MarginSetting, KeepsAFractionOfItsDefault) {

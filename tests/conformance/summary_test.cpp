@@ -34,6 +34,30 @@ TEST_F(PanelSummary, IsTheSameWhenItIsAskedForTwice) {
   EXPECT_EQ(panel->summaryInfo(), first);
 }
 
+TEST_F(PanelSummary, IsItsOwnersToAlter) {
+  scene.stored["MVTandemTrim"] = "On";
+  ASSERT_NO_FATAL_FAILURE(open());
+  const auto before = panel->summaryInfo();
+  panel->emptySummary();
+  EXPECT_EQ(panel->summaryInfo(), before);
+}
+
+TEST_F(PanelSummary, HasTheWordsOfTheChosenItems) {
+  for (const std::string direction : {"LongEdgeFeed", "ShortEdgeFeed"}) {
+    for (const std::string position : {"Left", "Center", "Right"}) {
+      scene.stored = {
+          {"MVTandemTrim", "On"}, {"MVImageDirectionPriority", direction}, {"MVPrintPosition", position}};
+      ASSERT_NO_FATAL_FAILURE(show());
+      const auto rows = panel->summaryInfo().rows;
+      EXPECT_EQ(panel->look("directionPopUp").chosen, direction);
+      EXPECT_EQ(rows.at("Which Way"), text("directionPopUp"));
+      EXPECT_EQ(panel->look("positionPopUp").chosen, position);
+      EXPECT_EQ(rows.at("Where"), text("positionPopUp"));
+      panel.reset();
+    }
+  }
+}
+
 TEST_F(PanelSummary, ShowsStoredValuesThatTheTableLacksAsTheyStand) {
   scene.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "Nowhere"}, {"MVTopMargin", "lots"}};
   ASSERT_NO_FATAL_FAILURE(open());

@@ -88,12 +88,11 @@ TEST_F(PanelView, ReplacesEveryTokenOfTheRangeAndNothingForAnEmptyOne) {
 }
 
 TEST_F(PanelView, OffersThreePositionsAndTwoDirections) {
-  ASSERT_NO_FATAL_FAILURE(show());
-  EXPECT_EQ(panel->look("positionPopUp").choices,
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  EXPECT_EQ(panel->choices("positionPopUp"),
             (std::vector<Choice>{{"Port", "Left"}, {"Midships", "Center"}, {"Starboard", "Right"}}));
-  EXPECT_EQ(
-      panel->look("directionPopUp").choices,
-      (std::vector<Choice>{{"Long Edge First", "LongEdgeFeed"}, {"Short Edge First", "ShortEdgeFeed"}}));
+  EXPECT_EQ(panel->choices("directionPopUp"), (std::vector<Choice>{{"Long Edge First", "LongEdgeFeed"},
+                                                                   {"Short Edge First", "ShortEdgeFeed"}}));
 }
 
 TEST_F(PanelView, IsGreyWhileTheFunctionIsOff) {
@@ -122,6 +121,14 @@ TEST_F(PanelView, GoesOnFromMixedAtAClick) {
   expectLive(true);
 }
 
+TEST_F(PanelView, IsGreyInTheMixedState) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  panel->setMixed("tandemTrimValid");
+  panel->updateView();
+  expectLive(false);
+  EXPECT_EQ(panel->look("tandemTrimValid").state, -1);
+}
+
 TEST_F(PanelView, IgnoresThePersonWhereItIsGrey) {
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_FALSE(panel->replaceText("textBoxMarginTop", "9"));
@@ -137,12 +144,30 @@ TEST_F(PanelView, KeepsItsDependentControlsLiveAfterRestoringDefaults) {
   expectLive(true);
 }
 
-TEST_F(PanelView, FollowsTheStoredStateAfterARestore) {
+TEST_F(PanelView, FollowsTheStoredStateAtEachShowAndRestore) {
   ASSERT_NO_FATAL_FAILURE(show());
-  dialog->store("MVTandemTrim", "On");
-  EXPECT_TRUE(panel->restore());
-  EXPECT_EQ(panel->look("tandemTrimValid").state, 1);
-  expectLive(true);
+  for (const bool on : {true, false, true, false}) {
+    dialog->store("MVTandemTrim", on ? "On" : "Off");
+    EXPECT_TRUE(panel->restore());
+    EXPECT_EQ(panel->look("tandemTrimValid").state, on ? 1 : 0);
+    expectLive(on);
+    dialog->store("MVTandemTrim", on ? "Off" : "On");
+    panel->willShow();
+    EXPECT_EQ(panel->look("tandemTrimValid").state, on ? 0 : 1);
+    expectLive(!on);
+  }
+}
+
+TEST_F(PanelView, MayBeGreyedWhileOneOfItsBoxesHasTheKeyboard) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  dialog->store("MVTandemTrim", "Off");
+  for (const auto& side : kSides) {
+    panel->replaceText(side.textBox, "9");
+    panel->restore();
+    expectLive(false);
+    panel->click("tandemTrimValid");
+    expectLive(true);
+  }
 }
 
 TEST_F(PanelView, DoesNotComeUpWhenTheMinimumIsAString) {

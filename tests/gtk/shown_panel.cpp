@@ -6,7 +6,7 @@
 #include <gtk/gtkunixprint.h>
 
 #include "platform/linux/bundle.hpp"
-#include "plugin/plugin.hpp"
+#include "platform/module/plugin.hpp"
 
 namespace tandemtrim::test {
 namespace {
@@ -56,13 +56,13 @@ ShownPanel::ShownPanel(const Circumstances& circumstances) : job_(std::make_shar
     job_->settings.PMPrintSettingsSetValue(key, value, false);
 
   std::string reason;
-  MorvaTTPdePluginKV2 plugin;
-  if (!plugin.initWithBundle(platform::linux::Bundle::open(BUNDLE, reason, {circumstances.language})))
+  const auto plugin = platform::makePlugin();
+  if (!plugin->initWithBundle(platform::linux::Bundle::open(BUNDLE, reason, {circumstances.language})))
     throw std::runtime_error(reason);
-  panel_ = std::move(plugin.PDEPanelsForType(platform::kPrintDialogExtensionType, job_)->front());
-  auto* const view = root();
+  panel_ = std::move(plugin->PDEPanelsForType(platform::kPrintDialogExtensionType, job_)->front());
+  view_ = panel_->panelView();
   panel_->willShow();
-  person_ = std::make_unique<Person>(windowAround(view, panel_->panelName(), circumstances.inPrintDialog));
+  person_ = std::make_unique<Person>(windowAround(root(), panel_->panelName(), circumstances.inPrintDialog));
 }
 
 ShownPanel::~ShownPanel() { person_.reset(); }

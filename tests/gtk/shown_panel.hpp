@@ -44,7 +44,7 @@ class ShownPanel {
   ~ShownPanel();
 
   [[nodiscard]] platform::PrintPanel& panel() { return *panel_; }
-  [[nodiscard]] platform::View& view() { return *panel_->panelView(); }
+  [[nodiscard]] platform::View& view() { return *view_; }
   [[nodiscard]] GtkWidget* window() { return GTK_WIDGET(gtk_widget_get_root(root())); }
   [[nodiscard]] GtkWidget* root() { return GTK_WIDGET(view().toolkitView()); }
   [[nodiscard]] Person& person() { return *person_; }
@@ -62,6 +62,7 @@ class ShownPanel {
 
   std::shared_ptr<Job> job_;
   std::unique_ptr<platform::PrintPanel> panel_;
+  platform::View* view_ = nullptr;
   std::unique_ptr<Person> person_;
 };
 

@@ -1,7 +1,7 @@
 #include <functional>
 
 #include <X11/keysym.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "platform/memory/notification_center.hpp"
 #include "tests/gtk/shown_panel.hpp"
@@ -240,6 +240,24 @@ const HostCall kHostCalls[] = {
 
 INSTANTIATE_TEST_SUITE_P(Calls, TypedAtOnce, testing::ValuesIn(kHostCalls));
 
+// A box without a range fails to be corrected.
+TEST_F(UserEdits, WhoseReportRaisesWaitForTheHostsCallsAndAreNeverSavedAsTyped) {
+  auto& control =
+      dynamic_cast<MorvaTTTextBoxKV2&>(*dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop));
+  const auto min = control.min();
+  const auto max = control.max();
+  control.setValueRange(nullptr, nullptr);
+  selectAll(person);
+  person.paste("1a8");
+  EXPECT_EQ(text(), "1a8");
+  EXPECT_THROW(shown.panel().saveValuesAndReturnError(nullptr), std::invalid_argument);
+  EXPECT_EQ(shown.stored("MVTopMargin"), "12");
+  control.setValueRange(min, max);
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(text(), "18");
+  EXPECT_EQ(shown.stored("MVTopMargin"), "18");
+}
+
 TEST_F(UserEdits, ThatWaitAreDroppedWithThePanel) {
   gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
   shown.dropPanel();
@@ -247,6 +265,45 @@ TEST_F(UserEdits, ThatWaitAreDroppedWithThePanel) {
   EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("1a8"));
   EXPECT_EQ(notifications, 0);
 }
+
+using namespace std::string_literals;
+
+struct StoredText {
+  const char* what;
+  std::string text;
+  std::string shown;
+
+  friend std::ostream& operator<<(std::ostream& out, const StoredText& stored) { return out << stored.what; }
+};
+
+class StoredTextThatTheToolkitCannotShow : public testing::TestWithParam<StoredText> {};
+
+TEST_P(StoredTextThatTheToolkitCannotShow, IsSavedByteForByteUntilItIsEdited) {
+  const auto& stored = GetParam();
+  ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", stored.text}}});
+  EXPECT_EQ(shown.text(kTop), stored.shown);
+  shown.panel().restoreValuesAndReturnError(nullptr);
+  shown.person().focus(shown.widget(kTop));
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), stored.text);
+  shown.person().press(XK_End);
+  shown.person().press(XK_BackSpace);
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), shown.text(kTop));
+  EXPECT_THAT(shown.text(kTop), testing::MatchesRegex("[0-9]{1,2}"));
+}
+
+// A box shows 65,534 bytes.
+const StoredText kStoredTexts[] = {
+    {"Latin 1", "5\xE9", "5\uFFFD"},
+    {"a lone byte", "\xFF", "\uFFFD"},
+    {"a null character", "5\0x"s, "5\uFFFDx"},
+    {"a surrogate", "1\xED\xA0\x80", "1\uFFFD\uFFFD\uFFFD"},
+    {"digits without end", std::string(100'000, '7'), std::string(65'534, '7')},
+    {"a character across the end", std::string(65'533, '7') + "\u00E9", std::string(65'533, '7')},
+};
+
+INSTANTIATE_TEST_SUITE_P(Texts, StoredTextThatTheToolkitCannotShow, testing::ValuesIn(kStoredTexts));
 
 TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
   auto* const plus = gtk_widget_get_last_child(shown.widget("stepperMarginTop"));
