@@ -12,7 +12,7 @@ checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/platform/gtk/
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run test package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants
+.PHONY: run test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -23,6 +23,16 @@ test: ## build and run all tests
 	$(install_dependencies) test
 	$(call build,test)
 	ctest --preset test
+
+check: ## build and run the tests that need no screen and are done within a minute
+	$(install_dependencies) test
+	cmake --preset test --log-level=WARNING
+	cmake --build --preset check
+	ctest --preset check
+
+fresh: ## make run and make test for this commit on a bare Debian 12, as root and as an ordinary user; takes half an hour
+	$(install_dependencies) fresh
+	tests/fresh_machine.sh root 'make run && make test' user 'make run && make test'
 
 bench: ## speed and memory, each figure beside its peer; fails where a goal is missed
 	$(install_dependencies) bench

@@ -27,6 +27,7 @@ case "${1:-}" in
   mcdc) packages="$build $server $screen $package $tests $clang llvm-19" ;;
   mutants) packages="$build $server $screen $package $tests $clang" ;;
   fuzz) packages="$build $clang" ;;
+  fresh) packages='mmdebstrap git util-linux' ;;
   lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)
     echo "$0: no such group: ${1:-}" >&2
