@@ -74,6 +74,9 @@ Dialog::Dialog(const CommandLine& line, Note note)
 
 Dialog::~Dialog() {
   selecting_.disconnect();
+  g_clear_weak_pointer(&focused_);
+  // GTK's notebook would pass the focus on to a page of a window that is gone.
+  dialog_->unset_focus();
   closePanel();
 }
 

@@ -122,6 +122,8 @@ class Dialog {
   // Says to the job that is on its way, if there is one, that it is not wanted any more.
   std::shared_ptr<std::atomic<bool>> unwanted_;
   std::optional<SentJob> sent_;
+  // Where the focus was when the job was sent.
+  GtkWidget* focused_ = nullptr;
 
   PanelPage* page_ = nullptr;
   Gtk::Label* pageTitle_ = nullptr;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <memory>
 #include <string_view>
 
 #include "host/dialog/page_ranges.hpp"
@@ -201,9 +202,10 @@ std::optional<guint> placeOf(GtkDropDown* menu, Gtk::PaperSize paper) {
   auto* const model = gtk_drop_down_get_model(menu);
   const guint count = model == nullptr ? 0 : g_list_model_get_n_items(model);
   for (guint place = 0; place < count; ++place) {
-    const auto item = Glib::wrap(G_OBJECT(g_list_model_get_item(model, place)));
-    if (!item || !GTK_IS_PAGE_SETUP(item->gobj())) continue;
-    auto* const listed = gtk_page_setup_get_paper_size(GTK_PAGE_SETUP(item->gobj()));
+    const std::unique_ptr<void, decltype(&g_object_unref)> item(g_list_model_get_item(model, place),
+                                                                g_object_unref);
+    if (!GTK_IS_PAGE_SETUP(item.get())) continue;
+    auto* const listed = gtk_page_setup_get_paper_size(GTK_PAGE_SETUP(item.get()));
     if (gtk_paper_size_is_equal(listed, paper.gobj()) != FALSE) return place;
   }
   return std::nullopt;

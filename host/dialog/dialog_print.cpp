@@ -172,9 +172,16 @@ void Dialog::send(const Order& order) {
       [this, order](const auto& outcome) { onSent(order, outcome); });
 }
 
+// GTK leaves the focus, and a blinking cursor, in an entry that is greyed. Without a focus no key acts, so
+// that a second Enter does not cancel the job.
 void Dialog::showSending(bool sending) {
   allowPrinting(!sending);
+  if (sending) {
+    g_set_weak_pointer(&focused_, gtk_window_get_focus(GTK_WINDOW(dialog_->gobj())));
+    dialog_->unset_focus();
+  }
   dialog_->get_content_area()->set_sensitive(!sending);
+  if (!sending && focused_ != nullptr) gtk_widget_grab_focus(focused_);
   progress_->set_text(localized(kSendingText));
   progress_->set_visible(sending);
 }
