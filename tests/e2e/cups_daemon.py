@@ -10,10 +10,10 @@ import signal
 import socket
 import subprocess
 import tempfile
-import time
 
 import ipp
 import surroundings
+from patience import PATIENCE, until
 
 SYSTEM_DAEMON = pathlib.Path("/usr/sbin/cupsd")
 SYSTEM_PROGRAMS = pathlib.Path("/usr/lib/cups")
@@ -22,8 +22,6 @@ FILTER = "morvatandem"  # as the sample printer's PPD names it
 BACKEND = "recorder"
 HOST = "127.0.0.1"
 ATTEMPTS = 5
-PATIENCE = 30  # seconds until the server or a job counts as stuck
-INTERVAL = 0.02  # seconds between two looks
 
 SERVER_SETTINGS = """\
 Listen {host}:{port}
@@ -70,16 +68,6 @@ PageLog {folder}/page_log
 Printcap {folder}/printcap
 SetEnv TANDEM_TRIM_RECORDS {folder}/records
 """
-
-
-def until(condition, what):
-    """The first true value of condition(); TimeoutError that names `what` when there is none in time."""
-    deadline = time.monotonic() + PATIENCE
-    while not (value := condition()):
-        if time.monotonic() > deadline:
-            raise TimeoutError(f"{what}: not within {PATIENCE} seconds")
-        time.sleep(INTERVAL)
-    return value
 
 
 def free_port():

@@ -2,53 +2,29 @@
 
 import re
 import subprocess
-import time
 
-import gi
-
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
-
-import surroundings  # noqa: E402
-from private_cups import PrivateCups  # noqa: E402
-from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase  # noqa: E402
-
-PATIENCE = 60  # seconds until what a person waits for counts as missing
+import patience
+import surroundings
+from private_cups import PrivateCups
+from screen_reader import CHECKED, SELECTED, SENSITIVE, Gone, Program
+from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase, complaints
 
 
 def until(look, what):
-    """What `look` gives as soon as it is true."""
-    end = time.monotonic() + PATIENCE
-    while True:
+    """What `look` gives as soon as it is true; what it looks at may go meanwhile."""
+
+    def found():
         try:
-            found = look()
-        except gi.repository.GLib.Error:  # what was looked at is gone
-            found = None
-        if found:
-            return found
-        if time.monotonic() > end:
-            raise AssertionError(f"waited in vain for {what}")
-        time.sleep(0.02)
+            return look()
+        except Gone:
+            return None
+
+    return patience.until(found, what)
 
 
-def children(node):
-    return [child for child in (node.get_child_at_index(i) for i in range(node.get_child_count())) if child]
-
-
-def within(node):
-    """The node and all below it that show."""
-    yield node
-    for child in children(node):
-        yield from within(child)
-
-
-def has(node, state):
-    return node.get_state_set().contains(state)
-
-
-def name_of(node):
+def meant(node):
     """Its name as it is meant: the toolkit gives the name of a button with a mnemonic as "_Print Print"."""
-    name = (node.get_name() or "").replace("_", "")
+    name = node.name.replace("_", "")
     half = name[: len(name) // 2]
     return half if name == f"{half} {half}" else name
 
@@ -59,41 +35,47 @@ class PrintDialog:
     def __init__(self, command, environment, content=b""):
         pipes = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.PIPE)
         self.process = subprocess.Popen(command, env=environment, text=True, **pipes)
+        self.said = None
         with self.process.stdin as pipe:
             pipe.buffer.write(content)
         self.process.stdin = None
-        self.application = until(self._find, "the dialog")
-        self.window = until(lambda: self.look("dialog", ""), "the dialog's window")
+        self.program = until(self._program, "the dialog")
+        self.window = until(self.program.windows, "the dialog's window")[0]
 
-    def _find(self):
+    def _program(self):
         if self.process.poll() is not None:
             raise AssertionError(f"the program ended: {self.process.communicate()}")
-        for application in children(Atspi.get_desktop(0)):
-            if application.get_process_id() == self.process.pid:
-                return application
-        return None
+        return Program.of_process(self.process.pid)
+
+    def nodes(self):
+        """All that shows now, from top to bottom."""
+        return [node for window in self.program.windows() for node in window.all()]
 
     def look(self, role, name):
         """The thing of this role and this name, else the first one whose name or description holds this text, or none."""
-        nodes = [node for node in within(self.application) if node.get_role_name() == role]
-        texts = [(name_of(node), node.get_description() or "") for node in nodes]
-        for node, (own, _) in zip(nodes, texts):
-            if own == name:
-                return node
-        for node, (own, description) in zip(nodes, texts):
-            if name in own or name in description:
-                return node
-        return None
+        nodes = [node for node in self.nodes() if node.role == role]
+        named = (node for node in nodes if meant(node) == name)
+        holding = (node for node in nodes if name in meant(node) or name in node.description)
+        return next(named, None) or next(holding, None)
 
     def find(self, role, name):
         return until(lambda: self.look(role, name), f"{role} {name!r}")
+
+    def find_live(self, role, name):
+        """The thing of this role and this name, once it can be used."""
+
+        def live():
+            node = self.look(role, name)
+            return node and node.has(SENSITIVE) and node
+
+        return until(live, f"{role} {name!r} that can be used")
 
     def page(self, title):
         """Goes to the page of this title."""
 
         def title_on_tab():
             tabs = self.look("page tab list", "")
-            return tabs and next((node for node in within(tabs) if node.get_name() == title), None)
+            return tabs and next((node for node in tabs.all() if node.name == title), None)
 
         self.click(until(title_on_tab, f"the page {title!r}"))
 
@@ -104,20 +86,18 @@ class PrintDialog:
         """The middle of it on the screen, as xdotool takes it."""
 
         def place():
-            extents = Atspi.Component.get_extents(node, Atspi.CoordType.WINDOW)
-            middle = (extents.x + extents.width // 2, extents.y + extents.height // 2)
-            return extents.width > 0 and [str(coordinate) for coordinate in middle]
+            left, top, width, height = self.program.place(node)
+            return width > 0 and [str(left + width // 2), str(top + height // 2)]
 
         return until(place, "a place on the screen")
 
     def width(self):
-        return Atspi.Component.get_extents(self.window, Atspi.CoordType.WINDOW).width
+        return self.program.place(self.window)[2]
 
     def save_picture(self, path):
         """Saves what the dialog looks like as a PNG file."""
         path.parent.mkdir(parents=True, exist_ok=True)
-        extents = Atspi.Component.get_extents(self.window, Atspi.CoordType.WINDOW)
-        place = f"{extents.x},{extents.y},{extents.width},{extents.height}"
+        place = ",".join(map(str, self.program.place(self.window)))
         subprocess.run(["scrot", "--autoselect", place, "--overwrite", path], check=True)
 
     def click(self, node):
@@ -125,36 +105,31 @@ class PrintDialog:
 
     def press(self, name):
         """Presses the button of this name."""
-        button = self.find("push button", name)
-        until(lambda: has(button, Atspi.StateType.SENSITIVE), f"{name} to be ready")
-        Atspi.Action.do_action(button, 0)
+        self.program.press(self.find_live("push button", name))
 
     def check(self, name):
         self.click(self.find("check box", name))
 
     def type(self, name, text):
         """Replaces what an entry holds."""
-        entry = self.find("text", name)
-        until(lambda: has(entry, Atspi.StateType.SENSITIVE), f"{name} to be live")
-        Atspi.EditableText.set_text_contents(entry, text)
+        self.program.replace_text(self.find_live("text", name), text)
 
     def text(self, name):
-        entry = self.find("text", name)
-        return Atspi.Text.get_text(entry, 0, Atspi.Text.get_character_count(entry))
+        return self.program.text(self.find("text", name))
 
     def keys(self, *names):
         """Presses keys, by the names that X gives them."""
         self.xdotool("key", *names)
 
     def is_live(self, role, name):
-        return has(self.find(role, name), Atspi.StateType.SENSITIVE)
+        return self.find(role, name).has(SENSITIVE)
 
     def wait_for_page(self, title):
         """Waits until the page of this title is in front."""
 
         def title_in_front():
-            tabs = [node for node in within(self.application) if node.get_role_name() == "page tab"]
-            return any(has(tab, Atspi.StateType.SELECTED) and title in map(name_of, within(tab)) for tab in tabs)
+            tabs = [node for node in self.nodes() if node.role == "page tab" and node.has(SELECTED)]
+            return any(title in map(meant, tab.all()) for tab in tabs)
 
         until(title_in_front, f"the page {title!r} in front")
 
@@ -162,21 +137,20 @@ class PrintDialog:
         """Presses the button of this title in the question that is asked, which is the youngest window."""
 
         def button():
-            return next((node for node in within(children(self.application)[-1]) if name_of(node) == title), None)
+            windows = self.program.windows()
+            return len(windows) > 1 and next((node for node in windows[-1].all() if meant(node) == title), None)
 
-        until(lambda: len(children(self.application)) > 1, "a question")
-        Atspi.Action.do_action(until(button, f"the answer {title!r}"), 0)
+        self.program.press(until(button, f"a question with the answer {title!r}"))
 
     def shows(self, role, name):
-        node = self.look(role, name)
-        return node is not None and has(node, Atspi.StateType.VISIBLE)
+        return self.look(role, name) is not None
 
     def is_checked(self, name):
-        return has(self.find("check box", name), Atspi.StateType.CHECKED)
+        return self.find("check box", name).has(CHECKED)
 
     def labels(self):
         """All texts that stand on what shows now."""
-        return [node.get_name() for node in within(self.application) if node.get_role_name() == "label"]
+        return [node.name for node in self.nodes() if node.role == "label"]
 
     def says(self, words):
         """Waits until a text on the screen holds these words."""
@@ -192,33 +166,34 @@ class PrintDialog:
 
     def look_behind(self, label, role):
         """The thing of this role right behind a label: the toolkit gives no names to what it makes for a PPD."""
-        nodes = list(within(self.application))
+        nodes = self.nodes()
         for place, node in enumerate(nodes):
-            if node.get_role_name() == "label" and node.get_name() == f"{label}:":
-                return next((later for later in nodes[place:] if later.get_role_name() == role), None)
+            if node.role == "label" and node.name == f"{label}:":
+                return next((later for later in nodes[place:] if later.role == role), None)
         return None
 
     def spin(self, name, text):
         """Replaces what the box of a number holds, by the keyboard."""
-        box = self.find("spin button", name)
-        until(lambda: has(box, Atspi.StateType.SENSITIVE), f"{name} to be live")
-        extents = Atspi.Component.get_extents(box, Atspi.CoordType.WINDOW)
-        self.xdotool("mousemove", str(extents.x + 12), str(extents.y + extents.height // 2), "click", "1")
+        left, top, _, height = self.program.place(self.find_live("spin button", name))
+        self.xdotool("mousemove", str(left + 12), str(top + height // 2), "click", "1")
         self.keys("ctrl+a", *text, "Tab")
 
     def select_printer(self, name):
-        row = until(lambda: self.look("label", name), f"the printer {name!r}")
-        self.click(row)
+        self.click(self.find("label", name))
 
     def ends(self):
         """Waits for the program's end and gives its exit status and what it said."""
-        out, self.said = self.process.communicate(timeout=PATIENCE)
+        out, self.said = self.process.communicate(timeout=patience.PATIENCE)
         return self.process.returncode, out, self.said
 
     def close(self):
-        if self.process.poll() is None:
+        """Ends the program if it is still there; what it said must hold no complaint of the toolkit."""
+        if self.said is None:
             self.process.terminate()
-        self.process.communicate()
+            self.ends()
+        found, self.said = complaints(self.said), ""
+        if found:
+            raise AssertionError("\n".join(["the dialog's program complained:", *found]))
 
 
 class DialogCase(TerminalCase):

@@ -3,6 +3,8 @@
 import http.client
 import struct
 
+from patience import PATIENCE
+
 INTEGER, BOOLEAN, ENUM, NAME, KEYWORD, URI, CHARSET, LANGUAGE = 0x21, 0x22, 0x23, 0x42, 0x44, 0x45, 0x47, 0x48
 OPERATION_GROUP, END, PRINTER_GROUP = 0x01, 0x03, 0x04
 
@@ -65,7 +67,7 @@ def _decode(message):
 
 def ask(address, operation, attributes=(), printer_attributes=(), path="/", data=b""):
     """Sends a request to (host, port) and gives the groups of the answer. IppError when it is refused."""
-    connection = http.client.HTTPConnection(*address, timeout=10)
+    connection = http.client.HTTPConnection(*address, timeout=PATIENCE)
     try:
         body = _encode(operation, attributes, printer_attributes) + data
         connection.request("POST", path, body, {"Content-Type": "application/ipp"})

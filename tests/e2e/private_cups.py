@@ -17,7 +17,8 @@ import sys
 
 import ipp
 import surroundings
-from cups_daemon import BACKEND, PATH, CupsDaemon, until
+from cups_daemon import BACKEND, PATH, CupsDaemon
+from patience import until
 from records import read_records
 
 NOWHERE = "file:///dev/null"

@@ -289,7 +289,8 @@ class DialogTest(DialogCase):
         ppd = self.temporary_folder() / "translated.ppd"
         ppd.write_text(f'{PPD.read_text()}*cupsLanguages: "de"\n*de.Translation MVTopMargin/Rand oben: ""\n')
         self.cups.add_queue("Morva", ppd)
-        dialog = self.dialog("-d", "Morva", LC_ALL="de_DE.UTF-8", LANG="de_DE.UTF-8", LANGUAGE="de")
+        german = surroundings.LANGUAGES["comma"] | {"LANG": "de_DE.UTF-8", "LANGUAGE": "de"}
+        dialog = self.dialog("-d", "Morva", **german)
         dialog.find("text", "Oberer Rand")
         self.assertNotIn("Rand oben:", dialog.labels())
 

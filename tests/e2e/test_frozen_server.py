@@ -4,14 +4,13 @@ import subprocess
 import threading
 import unittest
 
-from cups_daemon import until
+from patience import PATIENCE, until
 from relay import BUSY, GONE, SILENT, Relay
 from terminal_case import PROGRAM, SAMPLE, TerminalCase
 
 TIMEOUT = 1  # seconds that the program is told to wait for an answer
 # Those of a job on a queue of which nobody saved anything, in their order.
 REQUESTS = ["the printer's state", "the saved options", "the PPD", "a new job", "the document", "the job's options"]
-BOUND = 15  # seconds in which the program must have given up, one answer more or less
 
 
 class FrozenServerTest(TerminalCase):
@@ -26,7 +25,7 @@ class FrozenServerTest(TerminalCase):
             with self.subTest(arguments):
                 self.cups.freeze()
                 try:
-                    result = self.trim(*arguments, limit=BOUND, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
+                    result = self.trim(*arguments, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
                 finally:
                     self.thaw()
                 self.assertEqual((result.returncode, result.stdout), (1, ""))
@@ -47,7 +46,7 @@ class FrozenServerTest(TerminalCase):
             program.stdin.flush()
             until(lambda: self.cups.jobs("not-completed"), "the start of the job")
             self.cups.freeze()
-            hung = threading.Timer(BOUND, program.kill)
+            hung = threading.Timer(PATIENCE, program.kill)
             hung.start()
             try:
                 said = program.communicate(bytes(rest))[1].decode()
@@ -70,7 +69,7 @@ class FrozenServerTest(TerminalCase):
         """Prints over a server that fails at this request; the program's error and the server's place in it."""
         with Relay(self.cups.address, REQUESTS.index(what) + 1, trouble) as relay:
             result = self.trim(
-                "-d", "Morva", SAMPLE, limit=BOUND, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT)
+                "-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT)
             )
         self.assertEqual((result.returncode, result.stdout), (1, ""))
         return result.stderr, relay.address
@@ -98,7 +97,7 @@ class FrozenServerTest(TerminalCase):
         """Keeps settings over a server that fails at the request of this number; the program's result and the server's place in it."""
         with Relay(self.cups.address, request, trouble) as relay:
             around = {"CUPS_SERVER": relay.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
-            return self.trim("-d", "Morva", "--save-as-default", limit=BOUND, **around), relay.address
+            return self.trim("-d", "Morva", "--save-as-default", **around), relay.address
 
     def test_a_server_that_fails_where_settings_are_kept_is_named_and_nothing_else_that_is_kept_is_lost(self):
         def lpoptions(*arguments):

@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from cups_daemon import until
+from patience import until
 from terminal_case import (
     ACTS_THAT_CHANGE,
     CHANGED,

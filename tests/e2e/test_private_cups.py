@@ -11,7 +11,7 @@ import tempfile
 import unittest
 
 import private_cups
-from cups_daemon import until
+from patience import PATIENCE, until
 from records import parse_options
 from terminal_case import PPD, SAMPLE, digest
 
@@ -29,7 +29,7 @@ class PrivateCupsTest(unittest.TestCase):
 
     def lp(self, *arguments):
         return subprocess.run(
-            ["lp", *arguments], env=self.cups.environment(), capture_output=True, text=True, timeout=30, check=False
+            ["lp", *arguments], env=self.cups.environment(), capture_output=True, text=True, timeout=PATIENCE, check=False
         )
 
     def test_what_lp_sends_is_recorded_by_the_filter_of_a_printer_with_a_ppd_and_by_the_backend_of_one_without(self):
@@ -67,13 +67,13 @@ class PrivateCupsTest(unittest.TestCase):
 
     def test_a_frozen_server_keeps_its_port_open_and_answers_again_once_thawed(self):
         self.cups.freeze()
-        with socket.create_connection(self.cups.address, timeout=5) as client:
+        with socket.create_connection(self.cups.address, timeout=PATIENCE) as client:
             client.sendall(b"GET / HTTP/1.0\r\n\r\n")
             client.settimeout(0.2)
             with self.assertRaises(TimeoutError):
                 client.recv(1)
             self.cups.thaw()
-            client.settimeout(10)
+            client.settimeout(PATIENCE)
             self.assertEqual(client.recv(4), b"HTTP")
 
     def test_saved_options_stay_with_the_clients_of_this_server(self):
@@ -124,7 +124,7 @@ class PrivateCupsTest(unittest.TestCase):
             shutil.copy(file, folder)
         user = ["setpriv", "--reuid", "nobody", "--regid", "nogroup", "--clear-groups"] if os.geteuid() == 0 else []
         command = ["./private_cups.py", PPD.name, "--", "lp", "-d", "Morva", "-o", "MVTopMargin=9", SAMPLE.name]
-        result = subprocess.run([*user, *command], cwd=folder, capture_output=True, text=True, timeout=60, check=False)
+        result = subprocess.run([*user, *command], cwd=folder, capture_output=True, text=True, timeout=PATIENCE, check=False)
         self.assertEqual(result.returncode, 0, result.stderr)
         record = json.loads(result.stdout.splitlines()[-1])
         self.assertEqual(record["options"]["MVTopMargin"], "9")

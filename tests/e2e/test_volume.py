@@ -7,7 +7,8 @@ import shutil
 import subprocess
 import unittest
 
-from cups_daemon import FILTER, until
+from cups_daemon import FILTER
+from patience import until
 from records import parse_options
 from terminal_case import BUILD, DEFAULTS, PPD, SAMPLE
 from private_cups import PrivateCups

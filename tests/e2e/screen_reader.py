@@ -1,0 +1,149 @@
+"""A running program as a screen reader knows it: its windows and what shows in them, by the accessibility bus.
+
+A look at everything costs one question to the program, and a few more after a change: GTK tells all that it was once asked about in one
+answer, which is compared with the children that are known of each node.
+"""
+
+import dataclasses
+import functools
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
+
+from patience import PATIENCE  # noqa: E402
+
+CHECKED, SELECTED, SENSITIVE, VISIBLE = (
+    int(getattr(Atspi.StateType, name)) for name in ("CHECKED", "SELECTED", "SENSITIVE", "VISIBLE")
+)
+IN_WINDOW = 1
+ROOT = "/org/a11y/atspi/accessible/root"
+Gone = GLib.Error  # raised where what is asked does not exist any more
+
+
+def _ask(bus, place, path, interface, method, parameters=None):
+    """The values of the answer."""
+    return bus.call_sync(
+        place, path, interface, method, parameters, None, Gio.DBusCallFlags.NONE, PATIENCE * 1000, None
+    ).unpack()
+
+
+@functools.cache
+def _bus():
+    """The accessibility bus, whose address the session bus has."""
+    session = Gio.bus_get_sync(Gio.BusType.SESSION)
+    (address,) = _ask(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
+    kind = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+    return Gio.DBusConnection.new_for_address_sync(address, kind, None, None)
+
+
+@functools.cache
+def _role_name(role):
+    return Atspi.role_get_name(Atspi.Role(role))
+
+
+@dataclasses.dataclass
+class Node:
+    """One thing that shows, as it was when it was looked at."""
+
+    path: str
+    role: str
+    name: str
+    description: str
+    states: int
+    inside: list = dataclasses.field(default_factory=list)
+
+    def has(self, state):
+        return bool(self.states >> state & 1)
+
+    def all(self):
+        """It and all within it, from top to bottom."""
+        yield self
+        for node in self.inside:
+            yield from node.all()
+
+
+class Program:
+    """A program on the accessibility bus."""
+
+    def __init__(self, place):
+        self._place = place
+        self._children = {}
+
+    @classmethod
+    def of_process(cls, pid):
+        """The program of this process, or none as long as it has not come up."""
+        (programs,) = _ask(_bus(), "org.a11y.atspi.Registry", ROOT, "org.a11y.atspi.Accessible", "GetChildren")
+        for place, _ in programs:
+            owner = GLib.Variant("(s)", (place,))
+            dbus = "org.freedesktop.DBus"
+            if _ask(_bus(), dbus, "/org/freedesktop/DBus", dbus, "GetConnectionUnixProcessID", owner) == (pid,):
+                return cls(place)
+        return None
+
+    def ask(self, path, interface, method, kinds="", *values):
+        """Calls a method of an object of the program and gives the values of its answer."""
+        parameters = GLib.Variant(f"({kinds})", values) if kinds else None
+        return _ask(_bus(), self._place, path, f"org.a11y.atspi.{interface}", method, parameters)
+
+    def windows(self):
+        """Its windows, the youngest one last, with all that shows in them now."""
+        known, counts = self._known()
+        tree = self._tree(ROOT, known, counts)
+        if any(path not in known for path in _paths(tree)):
+            known, _ = self._known()
+        return _nodes(tree, known)[0].inside
+
+    def _known(self):
+        """What the program was once asked about, by path, without its children; and how many of these each has."""
+        known, counts = {}, {}
+        (items,) = self.ask("/org/a11y/atspi/cache", "Cache", "GetItems")
+        for (_, path), _, _, _, count, _, name, role, description, (states, _) in items:
+            known[path] = Node(path, _role_name(role), name, description, states)
+            counts[path] = count
+        return known, counts
+
+    def _tree(self, path, known, counts):
+        """The path and the trees of what shows within it."""
+        children = self._children.get(path, ())
+        as_known = len(children) == counts.get(path) and all(child in known and known[child].has(VISIBLE) for child in children)
+        if not as_known or path == ROOT:  # GTK does not count windows
+            children = self._children[path] = self._ask_for_children(path)
+        return path, [self._tree(child, known, counts) for child in children]
+
+    def _ask_for_children(self, path):
+        try:
+            return [child for _, child in self.ask(path, "Accessible", "GetChildren")[0]]
+        except Gone:
+            return []
+
+    # What a person does with a node, and what it shows that is no part of its name.
+
+    def press(self, node):
+        self.ask(node.path, "Action", "DoAction", "i", 0)
+
+    def replace_text(self, node, text):
+        self.ask(node.path, "EditableText", "SetTextContents", "s", text)
+
+    def text(self, node):
+        return self.ask(node.path, "Text", "GetText", "ii", 0, 2**31 - 1)[0]
+
+    def place(self, node):
+        """Its left edge, top edge, width and height in its window."""
+        return self.ask(node.path, "Component", "GetExtents", "u", IN_WINDOW)[0]
+
+
+def _paths(tree):
+    path, inside = tree
+    yield path
+    for one in inside:
+        yield from _paths(one)
+
+
+def _nodes(tree, known):
+    """The tree's node, or none where it is gone."""
+    path, inside = tree
+    if path not in known:
+        return []
+    return [dataclasses.replace(known[path], inside=[node for one in inside for node in _nodes(one, known)])]
