@@ -66,6 +66,7 @@ while [ $# -gt 0 ]; do
   chroot "$root" chown -R "$user:" "$home/tandem-trim"
   # shellcheck disable=SC2016 # expanded inside
   attempt bash -euc '
+    mount --bind "$root" "$root"
     mount --rbind /dev "$root/dev"
     mount --make-rslave "$root/dev"
     mount -t tmpfs tmpfs "$root/dev/shm"
