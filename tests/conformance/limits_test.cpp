@@ -79,6 +79,32 @@ TEST_P(MarginLimit, LooksAtTheMinimumFirstWhereTheBoundsCross) {
   }
 }
 
+// A bound that the setting info lacks is 0 to whatever is compared with it. There is no panel only where a
+// side's limit would be the missing bound itself.
+TEST_P(MarginLimit, TakesAMissingBoundForZeroAndFailsOnlyWhereItWouldBeThatBound) {
+  struct Case {
+    const char* missing;
+    const char* value;
+    bool isMade;
+  };
+  const Case cases[] = {{"DefaultValue.MarginMax", "0", true},  {"DefaultValue.MarginMax", "-7", true},
+                        {"DefaultValue.MarginMax", "2", false}, {"DefaultValue.MarginMin", "0", true},
+                        {"DefaultValue.MarginMin", "61", true}, {"DefaultValue.MarginMin", "-1", false}};
+  const auto whole = scene.settingInfo;
+  for (const auto& [missing, value, isMade] : cases) {
+    scene.settingInfo = whole;
+    scene.settingInfo["DefaultValue.MarginMin"] = "<integer>-5</integer>";
+    scene.settingInfo.erase(missing);
+    for (auto& [keyword, maximum] : *scene.ppdAttributes) maximum = "0";
+    scene.ppdAttributes->insert_or_assign(attribute(), value);
+    dialog = openDialog(scene);
+    if (isMade)
+      EXPECT_NE(dialog->panelForType(kType, true), nullptr) << missing << ' ' << value;
+    else
+      EXPECT_ANY_THROW((void)dialog->panelForType(kType, true)) << missing << ' ' << value;
+  }
+}
+
 TEST_P(MarginLimit, ShowsANumberAsItIsWrittenAndComparesItCutTowardZero) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
   scene.settingInfo["DefaultValue.MarginMax"] = "<real>5.0</real>";

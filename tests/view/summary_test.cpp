@@ -96,11 +96,18 @@ TEST_F(SummaryInfo, PutsStoredValuesBackIntoTheControlsWithoutGreyingThemAnew) {
   EXPECT_EQ(nib.stepperMarginTop.text, "5");
 }
 
-TEST_F(SummaryInfo, IsTheSameTwice) {
+TEST_F(SummaryInfo, IsTheHostsOwnAndFollowsTheSettings) {
   scene.stored["MVTandemTrim"] = "On";
   makeController();
-  const auto first = summary();
-  EXPECT_EQ(summary(), first);
+  auto first = controller->summaryInfoWithDispOrderKey(kOrder);
+  const auto texts = summary();
+  EXPECT_EQ(summary(), texts);
+  for (auto& [title, value] : first) value = number(0);
+  first["A title of the host's"] = number(1);
+  EXPECT_EQ(summary(), texts);
+  settings().values["MVTopMargin"] = "33";
+  EXPECT_EQ(summary().at("Above"), "33");
+  EXPECT_EQ(first.at("Above")->integerValue(), 0);
 }
 
 TEST_F(SummaryInfo, NeverWritesThePrintSettings) {

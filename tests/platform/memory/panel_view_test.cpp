@@ -1,5 +1,6 @@
 #include <stdexcept>
 
+#include "platform/linux/print_settings.hpp"
 #include "tests/platform/memory/memory_test.hpp"
 
 namespace tandemtrim::test {
@@ -65,6 +66,32 @@ TEST_F(MemoryView, ShowsWhatAPersonSeesOfEachKindOfControl) {
     EXPECT_EQ(control.text, "5");
     EXPECT_EQ(control.min, 0);
     EXPECT_EQ(control.max, 50);
+  }
+}
+
+TEST_F(MemoryView, SavesATextThatNobodyEditsByteForByteAsItWasStored) {
+  platform::linux::PrintSettings job;
+  callback->current = &job;
+  const std::string texts[] = {"",
+                               " 5 mm\r\n",
+                               "not UTF-8: \xFF\xE4\x80",
+                               "half a pair: \xED\xA0\xBD",
+                               "a pair in halves: \xED\xA0\xBD\xED\xB8\x80",
+                               "too long a form: \xC0\xAF",
+                               std::string("a\0b", 3),
+                               "\xEF\xBB\xBF"
+                               "7"};
+  for (const auto& text : texts) {
+    for (const char* key : {"MVTopMargin", "MVRightMargin"}) job.PMPrintSettingsSetValue(key, text, false);
+    controller->restoreNonPPDSettingsFromPrintSettings();
+    EXPECT_EQ(view->control("Top").text, text);
+    view->type("Left", "3");
+    controller->saveNonPPDSettingsToPrintSettings();
+    for (const char* key : {"MVTopMargin", "MVRightMargin"}) {
+      std::optional<std::string> stored;
+      job.PMPrintSettingsGetValue(key, stored);
+      EXPECT_EQ(stored, text) << key;
+    }
   }
 }
 
