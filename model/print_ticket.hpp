@@ -65,8 +65,7 @@ class MorvaTTPrintTicketKV2 {
   [[nodiscard]] static std::unique_ptr<Class> make(std::optional<std::string> defaultValue,
                                                    std::optional<std::string> ticketKey,
                                                    std::shared_ptr<MorvaTTCommonInfoKV2> commonInfo) {
-    struct Made : Class {};
-    auto made = std::make_unique<Made>();
+    auto made = std::unique_ptr<Class>(new Class);
     MorvaTTPrintTicketKV2& ticket = *made;
     if (!ticket.initialize(std::move(defaultValue), std::move(ticketKey), std::move(commonInfo)))
       return nullptr;

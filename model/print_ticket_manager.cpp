@@ -52,8 +52,7 @@ bool makeTicket(const ConstructionEntry& entry, const std::shared_ptr<MorvaTTCom
 std::unique_ptr<MorvaTTPrintTicketManagerKV2> MorvaTTPrintTicketManagerKV2::initWithCommonInfo(
     const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo) {
   if (!commonInfo) return nullptr;
-  struct Made : MorvaTTPrintTicketManagerKV2 {};
-  auto made = std::make_unique<Made>();
+  auto made = std::unique_ptr<MorvaTTPrintTicketManagerKV2>(new MorvaTTPrintTicketManagerKV2);
   if (!made->initialize(commonInfo)) return nullptr;
   return made;
 }

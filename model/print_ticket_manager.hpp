@@ -15,7 +15,7 @@ namespace tandemtrim {
 /// Owns the seven tickets and is the view's only way to them: all at once, in the order Valid, Direction,
 /// Position, Top, Bottom, Left, Right, or one by its ticket name, compared exactly. A name that no ticket has
 /// does nothing.
-class MorvaTTPrintTicketManagerKV2 {
+class MorvaTTPrintTicketManagerKV2 final {
  public:
   /// The manager with all seven tickets, or none when the common info is none or a ticket cannot be made
   /// (what the tickets before it stored stays stored). A default or key that the common info lacks, or that

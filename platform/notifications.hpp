@@ -27,6 +27,8 @@ class NotificationCenter {
                            NibObject* object) = 0;
   /// Ends every subscription of the observer.
   virtual void removeObserver(const void* observer) = 0;
+  /// Ends the observer's latest subscription to this name from this object.
+  virtual void removeObserver(const void* observer, std::string_view name, NibObject* object) = 0;
 };
 
 /// The centre that this platform's controls post to. Each platform defines it.

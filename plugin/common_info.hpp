@@ -25,8 +25,7 @@ class MorvaTTCommonInfoKV2 {
   template <std::derived_from<MorvaTTCommonInfoKV2> Class = MorvaTTCommonInfoKV2>
   [[nodiscard]] static std::shared_ptr<Class> initWithCallback(
       std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle) {
-    struct Made : Class {};
-    auto made = std::make_shared<Made>();
+    auto made = std::shared_ptr<Class>(new Class);
     if (!made->initialize(std::move(callback), std::move(bundle))) return nullptr;
     return made;
   }

@@ -18,8 +18,7 @@ constexpr std::array<const char*, 7> kSupportedPPDOptionKeys{
 
 std::unique_ptr<MorvaTTPdePanelKV2> MorvaTTPdePanelKV2::initWithCallback(
     std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle) {
-  struct Made : MorvaTTPdePanelKV2 {};
-  auto made = std::make_unique<Made>();
+  auto made = std::unique_ptr<MorvaTTPdePanelKV2>(new MorvaTTPdePanelKV2);
   made->commonInfo_ = MorvaTTCommonInfoKV2::initWithCallback(std::move(callback), std::move(bundle));
   made->viewController_ = MorvaTTViewControllerKV2::initWithCommonInfo(made->commonInfo_);
   if (!made->viewController_) return nullptr;

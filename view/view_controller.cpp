@@ -12,8 +12,7 @@ namespace tandemtrim {
 
 std::unique_ptr<MorvaTTViewControllerKV2> MorvaTTViewControllerKV2::initWithCommonInfo(
     const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo) {
-  struct Made : MorvaTTViewControllerKV2 {};
-  auto made = std::make_unique<Made>();
+  auto made = std::unique_ptr<MorvaTTViewControllerKV2>(new MorvaTTViewControllerKV2);
   made->commonInfo_ = commonInfo.get();
   made->ticket_ = MorvaTTPrintTicketManagerKV2::initWithCommonInfo(commonInfo);
   if (!made->ticket_) return nullptr;
@@ -68,13 +67,13 @@ void MorvaTTViewControllerKV2::TTVCGreyView() {
 }
 
 void MorvaTTViewControllerKV2::controlTextDidChange(const platform::Notification& notification) {
-  // Only text boxes post this notification.
-  auto& textBox = static_cast<MorvaTTTextBoxKV2&>(*notification.object);
-  const platform::Object typed(platform::integerValue(TTVCDigitString(textBox.stringValue())));
-  const auto* accepted = textBox.verifyValue(typed);
+  auto* textBox = dynamic_cast<MorvaTTTextBoxKV2*>(notification.object);
+  if (textBox == nullptr) return;
+  const platform::Object typed(platform::integerValue(TTVCDigitString(textBox->stringValue())));
+  const auto* accepted = textBox->verifyValue(typed);
   if (accepted == nullptr) throw std::invalid_argument("a margin box has no range");
-  textBox.setStringValue(accepted->stringValue());
-  if (const auto ticketName = margin_entry::ticketName(textBox.identifier())) {
+  textBox->setStringValue(accepted->stringValue());
+  if (const auto ticketName = margin_entry::ticketName(textBox->identifier())) {
     ticket_->setMarginValue(*accepted, *ticketName);
   }
 }

@@ -48,7 +48,7 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
   /// Action of the restore-default button; the sender does not matter.
   void setDefaultValue(platform::NibObject* sender);
   /// Corrects an edited text box, the notification's object, and shows the accepted number in its margin's
-  /// controls.
+  /// controls. An object that is none or no text box does nothing.
   void controlTextDidChange(const platform::Notification& notification);
 
   // NibOwner

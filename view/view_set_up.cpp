@@ -129,12 +129,17 @@ void MorvaTTViewControllerKV2::TTVCInitializeMargin() {
         this, [this](const platform::Notification& notification) { controlTextDidChange(notification); },
         platform::NSControlTextDidChangeNotification, entry.text);
   };
-  // A set-up that breaks off half-way must leave no subscription behind: only a view that is set up is
-  // unsubscribed when the controller goes.
+  // A set-up that breaks off half-way takes its own subscriptions back: only a view that is set up is
+  // unsubscribed when the controller goes. Those of an earlier set-up go on.
+  std::size_t done = 0;
   try {
-    std::ranges::for_each(entries, setUp);
+    for (; done < entries.size(); ++done) setUp(entries.at(done));
   } catch (...) {
-    platform::defaultCenter().removeObserver(this);
+    while (done > 0) {
+      --done;
+      platform::defaultCenter().removeObserver(this, platform::NSControlTextDidChangeNotification,
+                                               entries.at(done).text);
+    }
     throw;
   }
 }

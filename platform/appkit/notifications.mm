@@ -22,6 +22,14 @@ class ToolkitCenter : public NotificationCenter {
   void removeObserver(const void* observer) override {
     [[NSNotificationCenter defaultCenter] removeObserver:appkit::controllerOf(observer)];
   }
+  // The toolkit ends all of the observer's subscriptions to the object. A box has one: every nib that is
+  // loaded brings its own boxes.
+  void removeObserver(const void* observer, std::string_view /*name*/, NibObject* object) override {
+    NSString* posted = ::NSControlTextDidChangeNotification;
+    [[NSNotificationCenter defaultCenter] removeObserver:appkit::controllerOf(observer)
+                                                    name:posted
+                                                  object:appkit::toolkitObjectOf(object)];
+  }
 };
 
 }  // namespace

@@ -25,6 +25,18 @@ void NotificationCenter::removeObserver(const void* observer) {
   dropEnded();
 }
 
+void NotificationCenter::removeObserver(const void* observer, std::string_view name, NibObject* object) {
+  const auto latest =
+      std::find_if(subscriptions_.rbegin(), subscriptions_.rend(), [&](const auto& subscription) {
+        return subscription.observer == observer && subscription.name == name &&
+               subscription.object == object && !subscription.ended;
+      });
+  if (latest == subscriptions_.rend()) return;
+  latest->ended = true;
+  someEnded_ = true;
+  dropEnded();
+}
+
 void NotificationCenter::post(std::string_view name, NibObject* object) {
   struct Delivery {
     NotificationCenter& center;

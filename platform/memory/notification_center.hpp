@@ -12,6 +12,7 @@ class NotificationCenter : public platform::NotificationCenter {
   void addObserver(const void* observer, Selector selector, std::string_view name,
                    NibObject* object) override;
   void removeObserver(const void* observer) override;
+  void removeObserver(const void* observer, std::string_view name, NibObject* object) override;
 
   /// Calls the selectors of all that subscribed to this name from this object, in the order of their
   /// subscriptions. A selector may subscribe and end subscriptions.

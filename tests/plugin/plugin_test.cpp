@@ -1,5 +1,8 @@
 #include "plugin/plugin.hpp"
 
+#include <type_traits>
+
+#include "plugin/panel.hpp"
 #include "tests/support/recording_platform.hpp"
 
 namespace tandemtrim::test {
@@ -66,11 +69,48 @@ TEST_F(Plugin, LeavesTheOnlyReferenceToEachNewPanelInItsList) {
   ASSERT_THAT(first, NotNull());
   ASSERT_THAT(second, NotNull());
   EXPECT_EQ(first->size(), 1U);
+  EXPECT_EQ(second->size(), 1U);
   EXPECT_EQ(callback.use_count(), 3);
   first.reset();
   EXPECT_EQ(callback.use_count(), 2);
   second.reset();
   EXPECT_EQ(callback.use_count(), 1);
+}
+
+TEST_F(Plugin, MakesPanelsOfWhichNoneReachesAnother) {
+  plugin.initWithBundle(bundle);
+  const auto first = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
+  const auto second = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
+  auto& one = dynamic_cast<MorvaTTPdePanelKV2&>(*first->front());
+  auto& other = dynamic_cast<MorvaTTPdePanelKV2&>(*second->front());
+  one.commonInfo()->marginInfoDictionary().clear();
+  EXPECT_THAT(other.commonInfo()->marginLimit("Top"), NotNull());
+  EXPECT_NE(one.panelKind(), other.panelKind());
+  EXPECT_NE(&one.supportedPPDOptionKeys(), &other.supportedPPDOptionKeys());
+}
+
+TEST_F(Plugin, ShowsAPanelWithoutShowingAnother) {
+  plugin.initWithBundle(bundle);
+  const auto first = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
+  const auto second = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
+  EXPECT_THAT(first->front()->panelView(), NotNull());
+  nib.textBoxMarginTop.text = "9";
+  second->front()->saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(settings().values["MVTopMargin"], "5");
+  first->front()->saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(settings().values["MVTopMargin"], "9");
+}
+
+template <class... Classes>
+constexpr bool areDeletedAsAWhole = ((std::has_virtual_destructor_v<Classes> ||
+                                      std::is_final_v<Classes>)&&...);
+
+// A pointer to a class that can be derived from may own an object of the derived class.
+TEST(ThePartsOfAPanel, AreDeletedAsWhatTheyAre) {
+  EXPECT_TRUE((areDeletedAsAWhole<MorvaTTPdePluginKV2, MorvaTTPdePanelKV2, MorvaTTCommonInfoKV2>));
+  EXPECT_TRUE((areDeletedAsAWhole<MorvaTTViewControllerKV2, MorvaTTPrintTicketManagerKV2>));
+  EXPECT_TRUE((areDeletedAsAWhole<MorvaTTPrintTicketKV2, MorvaTTPrintTicketValidKV2,
+                                  MorvaTTPrintTicketPopUpKV2, MorvaTTPrintTicketMarginKV2>));
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "tests/support/recording_platform.hpp"
 
+#include <algorithm>
+#include <iterator>
 #include <new>
 
 #include "platform/log.hpp"
@@ -85,6 +87,17 @@ void RecordingCenter::removeObserver(const void* observer) {
   std::erase_if(subscriptions, [&](const auto& subscription) { return subscription.observer == observer; });
   log_.emplace_back("unsubscribe");
   if (onRemove) onRemove();
+}
+
+void RecordingCenter::removeObserver(const void* observer, std::string_view name,
+                                     platform::NibObject* object) {
+  const auto latest =
+      std::find_if(subscriptions.rbegin(), subscriptions.rend(), [&](const auto& subscription) {
+        return subscription.observer == observer && subscription.name == name &&
+               subscription.object == object;
+      });
+  ASSERT_NE(latest, subscriptions.rend());
+  subscriptions.erase(std::next(latest).base());
 }
 
 RecordingPlatformTest::RecordingPlatformTest() { running = this; }

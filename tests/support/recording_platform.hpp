@@ -46,6 +46,7 @@ class RecordingCenter : public platform::NotificationCenter {
   void addObserver(const void* observer, Selector selector, std::string_view name,
                    platform::NibObject* object) override;
   void removeObserver(const void* observer) override;
+  void removeObserver(const void* observer, std::string_view name, platform::NibObject* object) override;
 
   std::vector<Subscription> subscriptions;
   /// How many subscriptions go well before one is refused by std::bad_alloc; none for all.

@@ -115,6 +115,24 @@ TEST_F(NibFaults, LeaveNoSubscriptionBehindWhenOneIsRefused) {
   }
 }
 
+TEST_F(NibFaults, LeaveTheSubscriptionsOfAnEarlierSetUpWhenALaterOneBreaksOff) {
+  for (const std::size_t capacity : {4U, 5U, 7U}) {
+    makeController();
+    missingOutlets.insert("tandemTrimView");
+    EXPECT_THAT(controller->panelViewWithNibName("TandemTrim"), IsNull());
+    center.capacity = capacity;
+    EXPECT_THROW((void)controller->panelViewWithNibName("TandemTrim"), std::bad_alloc);
+    center.capacity.reset();
+    std::vector<const platform::NibObject*> boxes;
+    for (const auto& subscription : center.subscriptions) boxes.push_back(subscription.object);
+    EXPECT_THAT(boxes, testing::ElementsAre(&nib.textBoxMarginTop, &nib.textBoxMarginBottom,
+                                            &nib.textBoxMarginLeft, &nib.textBoxMarginRight))
+        << capacity;
+    controller.reset();
+    EXPECT_THAT(center.subscriptions, IsEmpty());
+  }
+}
+
 TEST_F(NibFaults, LeaveNoSubscriptionBehindWhenAControlRaises) {
   struct Refusing : RecordingStepper {
     using RecordingStepper::RecordingStepper;

@@ -86,6 +86,16 @@ TEST_F(TextChange, OnlyCorrectsABoxThatIsNoMarginBox) {
   }
 }
 
+TEST_F(TextChange, DoesNothingForAnObjectThatIsNoTextBoxOrNone) {
+  ASSERT_NO_FATAL_FAILURE(loadView());
+  forget();
+  const std::initializer_list<platform::NibObject*> objects{nullptr, &nib.tandemTrimView, &nib.labelMarginTop,
+                                                            &nib.stepperMarginTop, &nib.tandemTrimValid};
+  for (auto* object : objects)
+    controller->controlTextDidChange({platform::NSControlTextDidChangeNotification, object});
+  EXPECT_THAT(log, IsEmpty());
+}
+
 TEST_F(TextChange, FindsTheTicketByTheIdentifierOfTheBox) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   nib.textBoxMarginTop.setIdentifier("Right");

@@ -74,6 +74,43 @@ TEST_F(NotificationCenterTest, EndsEverySubscriptionOfAnObserverAndNoOther) {
   EXPECT_EQ(center.subscriptionCount(), 1U);
 }
 
+TEST_F(NotificationCenterTest, EndsTheLatestSubscriptionOfAnObserverToANameFromAnObject) {
+  subscribe(&first, "a", &box);
+  subscribe(&first, "b", &box);
+  subscribe(&first, "c", &other);
+  subscribe(&first, "d", &box, "end");
+  subscribe(&second, "e", &box);
+  center.removeObserver(&first, std::string("edit"), &box);
+  center.post("edit", &box);
+  center.post("edit", &other);
+  center.post("end", &box);
+  EXPECT_THAT(calls, ElementsAre("a edit", "e edit", "c edit", "d end"));
+  EXPECT_EQ(center.subscriptionCount(), 4U);
+  center.removeObserver(&first, "edit", &box);
+  center.removeObserver(&first, "edit", &box);
+  center.removeObserver(&second, "end", &box);
+  calls.clear();
+  center.post("edit", &box);
+  EXPECT_THAT(calls, ElementsAre("e edit"));
+  EXPECT_EQ(center.subscriptionCount(), 3U);
+}
+
+TEST_F(NotificationCenterTest, LetsASelectorEndItsOwnSubscriptionsOneByOne) {
+  subscribe(&first, "earlier", &box);
+  center.addObserver(
+      &first,
+      [&](const Notification&) {
+        for (int count = 0; count < 3; ++count) center.removeObserver(&first, "edit", &box);
+        EXPECT_EQ(center.subscriptionCount(), 0U);
+        calls.emplace_back("ending");
+      },
+      "edit", &box);
+  subscribe(&first, "later", &box);
+  center.post("edit", &box);
+  center.post("edit", &box);
+  EXPECT_THAT(calls, ElementsAre("earlier edit", "ending"));
+}
+
 TEST_F(NotificationCenterTest, LetsASelectorEndItsOwnAndLaterSubscriptions) {
   center.addObserver(
       &first,
