@@ -38,7 +38,7 @@ void examineObject(const Object& object, int level) {
   if (const auto* text = object.as<std::string>()) require(isUtf8(*text), "texts are UTF-8");
   const auto* array = object.as<platform::Array>();
   const auto* dictionary = object.as<platform::Dictionary>();
-  require(level <= 8 || (array == nullptr && dictionary == nullptr), "nesting is limited");
+  require(level <= 8, "nesting is limited");
   if (array != nullptr) {
     for (const auto& item : *array) {
       require(item != nullptr, "arrays hold objects");

@@ -14,6 +14,14 @@ platform::MakePlugin findMaker(const std::string& bundle, const std::string& mod
   return reinterpret_cast<platform::MakePlugin>(symbol);
 }
 
+// A panel does not say why there is none. It asks for its setting information first.
+std::string suspectedReason(const platform::linux::Bundle& resources) {
+  std::string reason;
+  for (const auto& fault : resources.brokenPropertyLists())
+    reason.append(reason.empty() ? "" : "; ").append(fault);
+  return reason.empty() ? "its setting information may be missing" : reason;
+}
+
 }  // namespace
 
 PluginFailure unusable(const std::string& bundle, const std::string& reason) {
@@ -35,11 +43,11 @@ LoadedPlugin loadPlugin(const PluginBundle& bundle, const char* moduleEnding) {
   if (!principalClass) throw unusable(bundle.path, "its Info.plist names no NSPrincipalClass");
   const auto make = findMaker(bundle.path, bundle.info.modulePath(moduleEnding), *principalClass);
 
-  LoadedPlugin loaded{bundle.path, nullptr};
+  LoadedPlugin loaded{bundle.path, bundle.resources, nullptr};
   make(loaded.plugin);
   if (!loaded.plugin) throw unusable(bundle.path, *principalClass + " made no plug-in");
   if (!callPlugin(bundle.path, "initWithBundle",
-                  [&] { return loaded.plugin->initWithBundle(bundle.resources); })) {
+                  [&] { return loaded.plugin->initWithBundle(loaded.resources); })) {
     throw unusable(bundle.path, "it refuses its own bundle");
   }
   return loaded;
@@ -52,7 +60,7 @@ std::unique_ptr<platform::PanelList> openPanels(const LoadedPlugin& loaded,
   });
   if (!panels || panels->empty() || !panels->front()) {
     throw unusable(loaded.bundle,
-                   "it has no panel for the print dialog; its setting information may be missing or broken");
+                   "it has no panel for the print dialog; " + suspectedReason(*loaded.resources));
   }
   return panels;
 }

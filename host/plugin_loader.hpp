@@ -47,6 +47,7 @@ PluginBundle openBundle(const std::string& path, const Note& note);
 struct LoadedPlugin {
   /// The bundle's path, for messages.
   std::string bundle;
+  std::shared_ptr<platform::linux::Bundle> resources;
   std::unique_ptr<platform::Plugin> plugin;
 };
 

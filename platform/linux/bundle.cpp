@@ -7,6 +7,7 @@
 #include <dirent.h>
 
 #include "platform/linux/bundle_info.hpp"
+#include "platform/linux/property_list.hpp"
 #include "platform/linux/regular_file.hpp"
 
 namespace tandemtrim::platform::linux {
@@ -17,6 +18,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t kLargestTable = 1UL << 20U;
 constexpr const char* kLocalizationEnding = ".lproj";
 constexpr const char* kTableEnding = ".strings";
+constexpr const char* kPropertyListEnding = ".plist";
 
 // What stands before the ending in the names of a folder that have it, in order; nothing for a folder that
 // cannot be read.
@@ -54,38 +56,56 @@ std::shared_ptr<Bundle> Bundle::open(const std::string& path, std::string& reaso
     reason = "there is no file " + infoFile;
     return nullptr;
   }
-  struct Opened : Bundle {
-    Opened(fs::path at, const std::vector<std::string>& in) : Bundle(std::move(at), in) {}
-  };
-  return std::make_shared<Opened>(std::move(folder), languages);
+  return std::shared_ptr<Bundle>(new Bundle(std::move(folder), languages));
 }
 
 Bundle::Bundle(fs::path path, const std::vector<std::string>& languages)
     : path_(std::move(path)), resources_(path_ / "Contents" / "Resources") {
-  localization_ = chooseLocalization(stemsIn(resources_, kLocalizationEnding), languages, [this] {
-    std::string ignored;
-    const auto info = BundleInfo::read(path_, ignored);
-    return info ? info->developmentRegion() : std::string();
-  });
-  if (!localization_) return;
-  for (const auto& name : stemsIn(localizationFolder(), kTableEnding)) loadTable(name);
+  std::string ignored;
+  const auto info = BundleInfo::read(path_, ignored);
+  const auto region = info ? info->developmentRegion() : std::string();
+  const auto available = stemsIn(resources_, kLocalizationEnding);
+  localization_ = chooseLocalization(available, languages, region);
+  for (const auto& localization : {localization_, localizationOf(region, available)}) {
+    if (localization) loadTables(folderOf(*localization));
+  }
+  loadTables(resources_);
 }
 
-void Bundle::loadTable(const std::string& name) {
-  const auto file = localizationFolder() / (name + kTableEnding);
-  const auto bytes = contentsOfRegularFile(file, kLargestTable);
-  std::size_t line = 0;
-  auto table = bytes ? parseStringsTable(*bytes, &line) : std::nullopt;
-  if (table) {
-    tables_.emplace(name, std::move(*table));
-  } else if (bytes) {
-    brokenTables_.push_back(file.string() + ":" + std::to_string(line) + ": not the form of a string table");
-  } else {
-    brokenTables_.push_back(file.string() + ": cannot be read");
+// Tables that are known already count. A broken one counts as one without texts.
+void Bundle::loadTables(const fs::path& folder) {
+  for (const auto& name : stemsIn(folder, kTableEnding)) {
+    const auto [table, isNew] = tables_.try_emplace(name);
+    if (!isNew) continue;
+    const auto file = (folder / (name + kTableEnding)).string();
+    std::string fault;
+    std::size_t line = 0;
+    const auto bytes = contentsOfRegularFile(file, kLargestTable, &fault);
+    auto texts = bytes ? parseStringsTable(*bytes, &line) : std::nullopt;
+    if (texts) {
+      table->second = *std::move(texts);
+    } else if (bytes) {
+      brokenTables_.push_back(file + ":" + std::to_string(line) + ": not the form of a string table");
+    } else {
+      brokenTables_.push_back(file + ": " + fault);
+    }
   }
 }
 
-fs::path Bundle::localizationFolder() const { return resources_ / (*localization_ + kLocalizationEnding); }
+std::vector<std::string> Bundle::brokenPropertyLists() const {
+  std::vector<std::string> faults;
+  for (const auto& folder : {resources_, localization_ ? folderOf(*localization_) : fs::path()}) {
+    for (const auto& name : stemsIn(folder, kPropertyListEnding)) {
+      std::string fault;
+      if (!readPropertyList(folder / (name + kPropertyListEnding), fault)) faults.push_back(std::move(fault));
+    }
+  }
+  return faults;
+}
+
+fs::path Bundle::folderOf(const std::string& localization) const {
+  return resources_ / (localization + kLocalizationEnding);
+}
 
 std::optional<std::string> Bundle::pathForResource(std::string_view name, std::string_view type) const {
   std::string file(name);
@@ -94,7 +114,7 @@ std::optional<std::string> Bundle::pathForResource(std::string_view name, std::s
   std::error_code ignored;
   if (const auto path = resources_ / file; fs::exists(path, ignored)) return path;
   if (!localization_) return std::nullopt;
-  if (const auto path = localizationFolder() / file; fs::exists(path, ignored)) return path;
+  if (const auto path = folderOf(*localization_) / file; fs::exists(path, ignored)) return path;
   return std::nullopt;
 }
 

@@ -2,18 +2,14 @@
 
 #include <utility>
 
+#include "platform/linux/property_list.hpp"
 #include "platform/linux/regular_file.hpp"
-#include "platform/property_list.hpp"
 
 namespace tandemtrim::platform::linux {
 
 std::optional<BundleInfo> BundleInfo::read(const std::filesystem::path& bundle, std::string& reason) {
-  const auto file = (bundle / "Contents" / "Info.plist").string();
-  auto dictionary = dictionaryWithContentsOfFile(file);
-  if (!dictionary) {
-    reason = file + " cannot be read as a property list whose root is a dictionary";
-    return std::nullopt;
-  }
+  auto dictionary = readPropertyList((bundle / "Contents" / "Info.plist").string(), reason);
+  if (!dictionary) return std::nullopt;
   return BundleInfo(bundle, std::move(dictionary));
 }
 

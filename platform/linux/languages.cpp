@@ -47,16 +47,6 @@ std::string_view localeOf(const Environment& environment) {
   return "C";
 }
 
-// The localization of a language, itself or with its last parts left out.
-std::optional<std::string> localizationOf(std::string tag, const std::vector<std::string>& available) {
-  while (!tag.empty()) {
-    if (std::find(available.begin(), available.end(), tag) != available.end()) return tag;
-    const auto lastPart = tag.rfind('-');
-    tag.resize(lastPart == std::string::npos ? 0 : lastPart);
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
 const char* processEnvironment(const char* name) { return std::getenv(name); }
@@ -99,14 +89,23 @@ std::vector<std::string> userLanguages(const Environment& environment) {
   return languages;
 }
 
+std::optional<std::string> localizationOf(std::string language, const std::vector<std::string>& available) {
+  while (!language.empty()) {
+    if (std::find(available.begin(), available.end(), language) != available.end()) return language;
+    const auto lastPart = language.rfind('-');
+    language.resize(lastPart == std::string::npos ? 0 : lastPart);
+  }
+  return std::nullopt;
+}
+
 std::optional<std::string> chooseLocalization(const std::vector<std::string>& available,
                                               const std::vector<std::string>& languages,
-                                              const std::function<std::string()>& developmentRegion) {
+                                              const std::string& developmentRegion) {
   for (const auto& language : languages) {
     if (auto localization = localizationOf(language, available)) return localization;
   }
   if (available.empty()) return std::nullopt;
-  return localizationOf(developmentRegion(), available).value_or(available.front());
+  return localizationOf(developmentRegion, available).value_or(available.front());
 }
 
 }  // namespace tandemtrim::platform::linux

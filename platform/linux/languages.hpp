@@ -23,11 +23,14 @@ std::vector<std::string> userLanguages(const Environment& environment = processE
 /// The tag of a locale's name ("sr_RS@latin": "sr-Latn-RS"), or none when the name stands for no language.
 std::optional<std::string> languageTag(std::string_view localeName);
 
-/// The localization that fits the user best: that of the first language that is available, itself or with its
-/// last parts left out ("fr-CA" takes "fr"), else the development region's, which is asked for then, else the
-/// first one. None when nothing is available.
+/// The localization of a language: itself or with its last parts left out ("fr-CA" takes "fr"); none when
+/// neither is available.
+std::optional<std::string> localizationOf(std::string language, const std::vector<std::string>& available);
+
+/// The localization that fits the user best: that of the first language that has one, else the development
+/// region's, else the first one. None when nothing is available.
 std::optional<std::string> chooseLocalization(const std::vector<std::string>& available,
                                               const std::vector<std::string>& languages,
-                                              const std::function<std::string()>& developmentRegion);
+                                              const std::string& developmentRegion);
 
 }  // namespace tandemtrim::platform::linux

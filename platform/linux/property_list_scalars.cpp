@@ -4,10 +4,12 @@
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <cstdint>
+#include <limits>
 #include <optional>
+#include <string>
 #include <system_error>
-
-#include "platform/integer_text.hpp"
+#include <utility>
 
 namespace tandemtrim::platform::linux {
 namespace {
@@ -15,17 +17,32 @@ namespace {
 constexpr bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
 std::string_view withoutBlanks(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+ObjectRef readString(std::string_view text) { return makeObject(std::string(text)); }
+
+template <bool value>
+ObjectRef readBoolean(std::string_view text) {
+  return withoutBlanks(text).empty() ? makeObject(value) : nullptr;
 }
 
 ObjectRef readInteger(std::string_view text) {
   text = withoutBlanks(text);
-  const bool isSigned = text.starts_with('+') || text.starts_with('-');
-  const auto digits = text.substr(isSigned ? 1 : 0);
-  if (digits.empty() || !std::all_of(digits.begin(), digits.end(), isDigit)) return nullptr;
-  return makeObject(integerValue(text));
+  const bool isNegative = text.starts_with('-');
+  if (isNegative || text.starts_with('+')) text.remove_prefix(1);
+  const bool isHexadecimal = text.starts_with("0x") || text.starts_with("0X");
+  if (isHexadecimal) text.remove_prefix(2);
+  std::uint64_t magnitude = 0;
+  const auto [end, error] =
+      std::from_chars(text.data(), text.data() + text.size(), magnitude, isHexadecimal ? 16 : 10);
+  if (end != text.data() + text.size() || error == std::errc::invalid_argument) return nullptr;
+  constexpr auto kLargest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  const auto limit = isNegative ? kLargest + 1 : kLargest;
+  if (error == std::errc::result_out_of_range || magnitude > limit) magnitude = limit;
+  return makeObject(static_cast<std::int64_t>(isNegative ? 0 - magnitude : magnitude));
 }
 
 ObjectRef readReal(std::string_view text) {
@@ -70,12 +87,33 @@ ObjectRef readDate(std::string_view text) {
   return makeObject(Date{static_cast<double>((time - kReference).count())});
 }
 
+// The bits of the digits, eight to a byte; those that fill none are padding.
+ObjectRef readData(std::string_view text) {
+  constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  Data data;
+  std::size_t bits = 0;
+  unsigned unused = 0;
+  for (const char character : text) {
+    if (isBlank(character) || character == '=') continue;
+    const auto digit = kDigits.find(character);
+    if (digit == std::string_view::npos) return nullptr;
+    bits = bits << 6U | digit;
+    unused += 6;
+    if (unused < 8) continue;
+    unused -= 8;
+    data.bytes.push_back(static_cast<std::byte>(bits >> unused & 0xFFU));
+  }
+  return makeObject(std::move(data));
+}
+
 struct Reader {
   std::string_view element;
   ScalarReader read;
 };
-constexpr std::array kReaders{Reader{"integer", readInteger}, Reader{"real", readReal},
-                              Reader{"date", readDate}};
+constexpr std::array kReaders{Reader{"key", readString},         Reader{"string", readString},
+                              Reader{"integer", readInteger},    Reader{"real", readReal},
+                              Reader{"true", readBoolean<true>}, Reader{"false", readBoolean<false>},
+                              Reader{"date", readDate},          Reader{"data", readData}};
 
 }  // namespace
 

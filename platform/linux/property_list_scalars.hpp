@@ -6,11 +6,16 @@
 
 namespace tandemtrim::platform::linux {
 
-/// Reads the number or date that a text stands for, whatever the locale; null when it stands for none.
+constexpr bool isBlank(char character) {
+  return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+}
+
+/// Reads the value that a text stands for, whatever the locale; null when it stands for none.
 using ScalarReader = ObjectRef (*)(std::string_view text);
 
-/// The reader for the elements of this name ("integer", "real", "date"), or null for any other name. Integers
-/// beyond 64 bits are held at the nearest one. Dates are in the form 2001-12-31T23:59:59Z.
+/// The reader for the elements of this name ("key", "string", "integer", "real", "true", "false", "date",
+/// "data"), or null for any other name. Integers are decimal or, behind 0x, hexadecimal; those beyond 64 bits
+/// are held at the nearest one. Dates are in the form 2001-12-31T23:59:59Z.
 ScalarReader findScalarReader(std::string_view element);
 
 }  // namespace tandemtrim::platform::linux

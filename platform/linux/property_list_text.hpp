@@ -1,29 +1,24 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/object.hpp"
 
 namespace tandemtrim::platform::linux {
 
-/// Deepest nesting of dictionaries and arrays, the root being the first level.
+/// Deepest nesting of values that is read, the root being the first level.
 inline constexpr std::size_t kPropertyListLevels = 8;
 
-/// A property list's text, made safe for libplist. libplist reads real numbers by the process's locale, hands
-/// out negative and big integers as unsigned ones and dates in 32 bits, and recurses as deep as the text
-/// nests. So numbers and dates are read beforehand, and the text holds in their place an integer each: the
-/// index into `scalars`.
-struct PropertyListText {
-  std::string xml;
-  std::vector<ObjectRef> scalars;
-};
-
-/// Prepares the text of an XML property list, in UTF-8. None when it is none: elements that do not match, a
-/// number or a date that cannot be read, more than kPropertyListLevels levels, entities of its own.
-std::optional<PropertyListText> preparePropertyList(std::string_view text);
+/// Reads the text of an XML property list in UTF-8 and gives its root, which may be of any kind.
+///
+/// A value that cannot be read costs no other: its dictionary lacks its key, and an array that would lack an
+/// item is such a value itself. That goes for unknown elements, numbers, dates and data of another form,
+/// texts with bytes or references that are no characters, dictionaries whose keys and values do not
+/// alternate, and what nests deeper than kPropertyListLevels. Of equal keys the last one counts.
+///
+/// None when the elements do not match, when there is more than one list, for entities of the text's own, or
+/// when the root cannot be read; `line` is then the line where reading ended.
+ObjectRef parsePropertyList(std::string_view text, std::size_t& line);
 
 }  // namespace tandemtrim::platform::linux

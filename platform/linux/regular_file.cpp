@@ -29,19 +29,24 @@ bool isFileName(std::string_view name) noexcept {
   return !name.empty() && name != "." && name != ".." && isOnePart;
 }
 
-// The bytes that come tell a file that is too long, whatever size the file system gives for it.
-std::optional<std::string> contentsOfRegularFile(const std::string& path, std::size_t limit) {
+std::optional<std::string> contentsOfRegularFile(const std::string& path, std::size_t limit,
+                                                 std::string* fault) {
+  const auto refuse = [fault](const std::string& reason) {
+    if (fault != nullptr) *fault = reason;
+    return std::nullopt;
+  };
   const OpenFile file(path.c_str());
-  if (!file.isRegular()) return std::nullopt;
+  if (!file.isRegular()) return refuse("cannot be read");
   std::array<char, 4096> piece;
   std::string bytes;
+  // The bytes that come tell a file that is too long, whatever size the file system gives for it.
   while (bytes.size() <= limit) {
     const auto length = read(file.descriptor, piece.data(), piece.size());
-    if (length < 0) return std::nullopt;
+    if (length < 0) return refuse("cannot be read");
     if (length == 0) return bytes;
     bytes.append(piece.data(), static_cast<std::size_t>(length));
   }
-  return std::nullopt;
+  return refuse("longer than " + std::to_string(limit) + " bytes");
 }
 
 }  // namespace tandemtrim::platform::linux

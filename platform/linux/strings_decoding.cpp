@@ -5,7 +5,7 @@
 namespace tandemtrim::platform::linux {
 namespace {
 
-DecodedText decodeUtf16(std::string_view bytes, std::size_t highByte) {
+DecodedText decodeUnits(std::string_view bytes, std::size_t highByte) {
   DecodedText decoded{{}, false};
   const auto unitAt = [bytes, highByte](std::size_t place) {
     const auto byte = [bytes](std::size_t at) { return char32_t{static_cast<unsigned char>(bytes[at])}; };
@@ -30,9 +30,14 @@ DecodedText decodeUtf16(std::string_view bytes, std::size_t highByte) {
 
 }  // namespace
 
+std::optional<DecodedText> decodeUtf16(std::string_view bytes) {
+  if (bytes.starts_with("\xFF\xFE")) return decodeUnits(bytes.substr(2), 1);
+  if (bytes.starts_with("\xFE\xFF")) return decodeUnits(bytes.substr(2), 0);
+  return std::nullopt;
+}
+
 DecodedText decodeText(std::string_view bytes) {
-  if (bytes.starts_with("\xFF\xFE")) return decodeUtf16(bytes.substr(2), 1);
-  if (bytes.starts_with("\xFE\xFF")) return decodeUtf16(bytes.substr(2), 0);
+  if (auto decoded = decodeUtf16(bytes)) return *std::move(decoded);
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
   const auto length = utf8PrefixLength(bytes);
   return {std::string(bytes.substr(0, length)), length == bytes.size()};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,9 @@ struct DecodedText {
   std::string text;
   bool whole;
 };
+
+/// Decodes UTF-16 behind a byte order mark of either order; none without such a mark.
+std::optional<DecodedText> decodeUtf16(std::string_view bytes);
 
 /// Decodes UTF-16 behind a byte order mark of either order, and UTF-8 with or without one.
 DecodedText decodeText(std::string_view bytes);

@@ -60,6 +60,10 @@ class DialogPluginsTest(DialogCase):
             with self.subTest(what):
                 self.prints_without_the_panel(self.dialog("-d", "Morva", "--plugin", str(self.bundle(**change))))
 
+    def test_setting_information_that_cannot_be_read_is_named_with_the_reason(self):
+        dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(texts={SETTING_INFO: "bplist00"})))
+        dialog.says(f"{SETTING_INFO}: a property list in binary form")
+
     def misbehaving_bundle(self, call, misdeed):
         """The bundle of a plug-in that works but for one call."""
         bundle = self.bundle() / BUNDLE.name

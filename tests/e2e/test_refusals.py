@@ -121,6 +121,28 @@ class RefusalsTest(TerminalCase):
             words = [str(plugin), "--plugin", "--without-panel"]
             self.refuses("--plugin", plugin, "-d", "Morva", SAMPLE, words=words)
 
+    def test_settings_that_cannot_be_read_are_named_with_the_reason(self):
+        reasons = {b"bplist00": ": a property list in binary form", b"<plist>\n<dict>": ":2: not the form"}
+        for content, reason in reasons.items():
+            with self.subTest(reason):
+                bundle = self.broken_bundle(SETTINGS, lambda path, content=content: path.write_bytes(content))
+                self.refuses("--plugin", bundle, "-d", "Morva", SAMPLE, words=[f"{bundle / SETTINGS}{reason}"])
+
+    def test_settings_that_nobody_reads_cost_nothing(self):
+        unread = "<dict>" + "<key>Unread</key><dict>" * 100 + "</dict>" * 100
+        odd = {
+            "a deep one": replace("<dict>", unread),
+            "a hexadecimal number": replace("<dict>", "<dict><key>Unread</key><integer>0x10</integer>"),
+            "one that cannot be read": replace("<dict>", "<dict><key>Unread</key><unknown/>"),
+            "a long one": replace("</plist>", " " * (1 << 20) + "</plist>"),
+            "in UTF-16": lambda path: path.write_bytes(path.read_text().encode("utf-16")),
+        }
+        expected = of_panel(self.options_of("--set", "Valid=On"))
+        for what, change in odd.items():
+            with self.subTest(what):
+                bundle = self.broken_bundle(SETTINGS, change)
+                self.assertEqual(of_panel(self.options_of("--plugin", bundle, "--set", "Valid=On")), expected)
+
     def test_without_the_panel_the_job_goes_as_given_when_the_user_agrees(self):
         for what, (file, break_it) in BROKEN_BUNDLES.items():
             with self.subTest(what):

@@ -90,6 +90,18 @@ INSTANTIATE_TEST_SUITE_P(Plugins, ARaisingPlugin,
                                          "saveValuesAndReturnError", "summaryInfo"),
                          [](const auto& tested) { return tested.param; });
 
+TEST(APluginWithoutAPanel, IsReportedWithThePropertyListsThatCannotBeRead) {
+  const test::TemporaryFolder folder;
+  const auto path = writeBundle(folder, "Fake.bundle", {"FakePrincipal", "PDEPanelsForType none"});
+  EXPECT_THAT(pluginFailureOf(path).what(), HasSubstr("its setting information may be missing"));
+  const auto binary = folder.write("Fake.bundle/Contents/Resources/A.plist", "bplist00");
+  const auto broken = folder.write("Fake.bundle/Contents/Resources/B.plist", "<plist>\n");
+  EXPECT_THAT(pluginFailureOf(path).what(),
+              testing::EndsWith("no panel for the print dialog; " + binary +
+                                ": a property list in binary form; only XML is read; " + broken +
+                                ":2: not the form of an XML property list"));
+}
+
 TEST(AMissingBundle, IsReported) {
   EXPECT_THAT(pluginFailureOf("/nowhere/Fake.bundle").what(), HasSubstr("/nowhere/Fake.bundle"));
 }

@@ -122,7 +122,7 @@ TEST_F(BundleTest, NamesAnInfoPropertyListThatCannotBeReadAndTakesTheFirstLangua
   folder_.write("Sample.bundle/Contents/Info.plist", "<plist><array/></plist>");
   std::string reason;
   EXPECT_FALSE(BundleInfo::read(path(), reason));
-  EXPECT_EQ(reason, at("Info.plist") + " cannot be read as a property list whose root is a dictionary");
+  EXPECT_EQ(reason, at("Info.plist") + ": its root is no dictionary");
   EXPECT_EQ(open({"ja"})->localization(), "ar");
 }
 
@@ -228,6 +228,63 @@ TEST_F(BundleTest, ShowsAKeyThatTheChosenTableLacksItself) {
   EXPECT_EQ(text(bundle, "top"), "top");
   EXPECT_EQ(bundle->localizedStringForKey("Left", "value", std::nullopt), "value");
   EXPECT_EQ(bundle->localizedStringForKey("Top", "value", std::nullopt), "Haut");
+}
+
+TEST_F(BundleTest, ReadsEachTableFromTheFirstPlaceThatHasIt) {
+  info("<key>CFBundleDevelopmentRegion</key><string>en-GB</string>");
+  for (const char* name : {"InAll", "InTwo", "Outside"})
+    resource(std::string(name) + ".strings", "Top = outside;");
+  for (const char* name : {"InAll", "InTwo"}) table("en", "Top = region;", name);
+  table("fr", "Top = chosen;", "InAll");
+  table("pt-BR", "Top = another;", "Another");
+  const auto bundle = open({"fr"});
+  const auto textIn = [&](const char* name) { return bundle->localizedStringForKey("Top", "none", name); };
+  EXPECT_EQ(textIn("InAll"), "chosen");
+  EXPECT_EQ(textIn("InTwo"), "region");
+  EXPECT_EQ(textIn("Outside"), "outside");
+  EXPECT_EQ(textIn("Another"), "none");
+}
+
+TEST_F(BundleTest, ShowsTheTextsOutsideAnyLocalizationWhereNoLocalizationHasThem) {
+  resource("Localizable.strings", "Top = Bare; Left = Bare;");
+  EXPECT_EQ(text(open({"fr"}), "Top"), "Haut");
+  EXPECT_EQ(text(open({"fr"}), "Left"), "Left");
+  for (const char* language : {"en", "fr", "pt-BR"})
+    fs::remove(at(std::string("Resources/") + language + ".lproj/Localizable.strings"));
+  EXPECT_EQ(text(open({"fr"}), "Top"), "Bare");
+  for (const char* language : {"en", "fr", "pt-BR"})
+    fs::remove_all(at(std::string("Resources/") + language + ".lproj"));
+  EXPECT_EQ(text(open({"fr"}), "Top"), "Bare");
+}
+
+TEST_F(BundleTest, AsksNoOtherPlaceForATableThatIsBroken) {
+  resource("Localizable.strings", "Top = Bare;");
+  table("fr", "broken");
+  const auto bundle = open({"fr"});
+  EXPECT_EQ(text(bundle, "Top"), "Top");
+  EXPECT_THAT(bundle->brokenTables(),
+              ElementsAre(at("Resources/fr.lproj/Localizable.strings:1: not the form of a string table")));
+}
+
+TEST_F(BundleTest, NamesATableThatIsTooLong) {
+  table("fr", std::string((1U << 20U) + 1, '\n'));
+  EXPECT_THAT(open({"fr"})->brokenTables(),
+              ElementsAre(at("Resources/fr.lproj/Localizable.strings: longer than 1048576 bytes")));
+}
+
+TEST_F(BundleTest, NamesThePropertyListsThatCannotBeRead) {
+  resource("Sound.plist", "<plist><dict/></plist>");
+  EXPECT_THAT(open({"fr"})->brokenPropertyLists(), IsEmpty());
+  resource("Binary.plist", "bplist00");
+  resource("Broken.plist", "<plist>\n<dict>");
+  resource("fr.lproj/Array.plist", "<plist><array/></plist>");
+  resource("en.lproj/Other.plist", "");
+  EXPECT_THAT(open({"fr"})->brokenPropertyLists(),
+              ElementsAre(at("Resources/Binary.plist: a property list in binary form; only XML is read"),
+                          at("Resources/Broken.plist:2: not the form of an XML property list"),
+                          at("Resources/fr.lproj/Array.plist: its root is no dictionary")));
+  fs::remove_all(at("Resources"));
+  EXPECT_THAT(open({"fr"})->brokenPropertyLists(), IsEmpty());
 }
 
 TEST_F(BundleTest, KeepsAnEmptyTextAndNeverInterpretsOne) {

@@ -1,5 +1,6 @@
-#include "platform/property_list.hpp"
+#include "platform/linux/property_list.hpp"
 
+#include <algorithm>
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include <malloc.h>
 #include <sys/stat.h>
 
+#include "platform/property_list.hpp"
 #include "tests/support/temporary_folder.hpp"
 
 namespace tandemtrim::platform {
@@ -87,6 +89,14 @@ TEST(PropertyList, HoldsIntegersWithin64BitsWhateverTheirSign) {
       {"+5", 5},
       {" \n 12\t", 12},
       {"010", 10},
+      {"0x10", 16},
+      {"0X1f", 31},
+      {"-0xFF", -255},
+      {"+0xff", 255},
+      {"0x7FFFFFFFFFFFFFFF", kLargest},
+      {"0x8000000000000000", kLargest},
+      {"-0x8000000000000000", kSmallest},
+      {"-9223372036854775807", -kLargest},
       {"9223372036854775807", kLargest},
       {"9223372036854775808", kLargest},
       {"18446744073709551615", kLargest},
@@ -127,21 +137,36 @@ TEST(PropertyList, ReadsDatesOfEveryCentury) {
   }
 }
 
-TEST(PropertyList, IsNoneForANumberOrDateThatIsNone) {
+// A list with this one value beside an ordinary one reads as if it were not there.
+void expectAbsent(const std::string& value) {
+  const auto dictionary =
+      read(list("<dict><key>bad</key>" + value + "<key>good</key><string>v</string></dict>"));
+  ASSERT_THAT(dictionary, testing::NotNull()) << value;
+  EXPECT_THAT(find(*dictionary, "bad"), IsNull()) << value;
+  EXPECT_THAT(find(*dictionary, "good"), testing::NotNull()) << value;
+}
+
+TEST(PropertyList, LacksANumberDateOrDataThatCannotBeRead) {
   for (const char* value : {"<integer/>",
-                            "<integer/>5</integer>",
                             "<integer></integer>",
                             "<integer>-</integer>",
                             "<integer>+-5</integer>",
                             "<integer>5x</integer>",
+                            "<integer>0x</integer>",
+                            "<integer>0xg</integer>",
+                            "<integer>0x-5</integer>",
                             "<integer>2.5</integer>",
-                            "<integer>1<!-- -->2</integer>",
-                            "<integer>5",
+                            "<integer>99999999999999999999x</integer>",
+                            "<integer>5<string/></integer>",
                             "<real/>",
                             "<real>x</real>",
                             "<real>2,5</real>",
                             "<real>+-2</real>",
                             "<real>1e999</real>",
+                            "<true>yes</true>",
+                            "<false>no</false>",
+                            "<data>A-</data>",
+                            "<data>\xC3\xA4</data>",
                             "<date/>",
                             "<date>today</date>",
                             "<date>2001-01-01</date>",
@@ -154,7 +179,77 @@ TEST(PropertyList, IsNoneForANumberOrDateThatIsNone) {
                             "<date>2001-01-01 00:00:00Z</date>",
                             "<date>200x-01-01T00:00:00Z</date>",
                             "<date>99999999999-01-01T00:00:00Z</date>"}) {
-    EXPECT_THAT(read(entry(value)), IsNull()) << value;
+    expectAbsent(value);
+  }
+}
+
+TEST(PropertyList, LacksATextThatHoldsWhatIsNoCharacter) {
+  for (const std::string text :
+       {"&unknown;", "&;", "&", "&amp", "a&lt", "&#0;", "&#xD800;", "&#xDFFF;", "&#x110000;", "&#x4000041;",
+        "&#4294967361;", "&#-5;", "&#x;", "&#6x;", "&#X41;", "&41;", "&#xg;", "\xE4", "\xED\xA0\x80"}) {
+    expectAbsent("<string>" + text + "</string>");
+  }
+  expectAbsent(std::string("<string>a\0b</string>", 20));
+  expectAbsent("<string><![CDATA[\xE4]]></string>");
+}
+
+TEST(PropertyList, LacksAnElementThatIsNoneOfItsOwn) {
+  for (const char* value :
+       {"<unknown/>", "<unknown>5</unknown>", "<unknown><dict/></unknown>", "<ustring>a</ustring>",
+        "<String>a</String>", "<plist><dict/></plist>", "<string><string>a</string></string>",
+        "<string>a<unknown/></string>", "<string><dict/></string>"}) {
+    expectAbsent(value);
+  }
+}
+
+TEST(PropertyList, LacksAnArrayThatWouldLackAnItem) {
+  for (const char* value : {"<array><string>&#xD800;</string></array>",
+                            "<array><string>a</string><unknown/></array>", "<array>text<string/></array>",
+                            "<array><key>k</key></array>", "<array><array><unknown/></array></array>"}) {
+    expectAbsent(value);
+  }
+}
+
+TEST(PropertyList, LacksADictionaryWhoseKeysAndValuesDoNotAlternate) {
+  for (const char* value : {"<dict><string>no key</string></dict>", "<dict><key>no value</key></dict>",
+                            "<dict><key>k</key><key>k</key></dict>", "<dict><string/><string/></dict>",
+                            "<dict><key>k</key><string/><string/></dict>", "<dict>text</dict>",
+                            "<dict><![CDATA[text]]></dict>"}) {
+    expectAbsent(value);
+  }
+}
+
+TEST(PropertyList, LacksAKeyThatIsNoText) {
+  for (const char* key : {"&#xD800;", "\xE4", "&unknown;", "<string/>"}) {
+    const auto dictionary = read(
+        list("<dict><key>" + std::string(key) + "</key><string/><key>good</key><string>v</string></dict>"));
+    ASSERT_THAT(dictionary, testing::NotNull()) << key;
+    EXPECT_EQ(dictionary->size(), 1U) << key;
+    EXPECT_TRUE(dictionary->contains("good")) << key;
+  }
+}
+
+TEST(PropertyList, LacksAKeyWhoseLastValueCannotBeRead) {
+  const auto dictionary = read(list("<dict><key>k</key><string>1</string><key>k</key><unknown/></dict>"));
+  ASSERT_THAT(dictionary, testing::NotNull());
+  EXPECT_TRUE(dictionary->empty());
+}
+
+TEST(PropertyList, ReadsDataOfEveryLength) {
+  const std::pair<const char*, std::string> texts[] = {{"", ""},
+                                                       {"YQ==", "a"},
+                                                       {"YWI=", "ab"},
+                                                       {"YWJj", "abc"},
+                                                       {"YWJjZA==", "abcd"},
+                                                       {" Y W\n\tJ\rj ", "abc"},
+                                                       {"AP+/", std::string("\0\xFF\xBF", 3)},
+                                                       {"YQ", "a"}};
+  for (const auto& [text, bytes] : texts) {
+    const auto data = valueAs<Data>("<data>" + std::string(text) + "</data>");
+    ASSERT_TRUE(data) << text;
+    std::string read;
+    for (const auto byte : data->bytes) read += static_cast<char>(byte);
+    EXPECT_EQ(read, bytes) << text;
   }
 }
 
@@ -165,7 +260,9 @@ std::string bytesAllowed(const std::function<std::string(const std::string&)>& a
   for (int byte = 0; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));
     const auto path = folder.write(std::to_string(byte), around(text));
-    if (dictionaryWithContentsOfFile(path)) allowed += text;
+    const auto dictionary = dictionaryWithContentsOfFile(path);
+    if (dictionary && (dictionary->contains("k") || around("").find("<key>") == std::string::npos))
+      allowed += text;
   }
   return allowed;
 }
@@ -173,6 +270,8 @@ std::string bytesAllowed(const std::function<std::string(const std::string&)>& a
 TEST(PropertyList, HasBlanksAndNothingElseAroundNumbersAndElements) {
   EXPECT_EQ(bytesAllowed([](auto& text) { return entry("<integer>" + text + "5</integer>"); }),
             "\t\n\r +-0123456789");
+  EXPECT_EQ(bytesAllowed([](auto& text) { return entry("<true>" + text + "</true>"); }), "\t\n\r ");
+  EXPECT_EQ(bytesAllowed([](auto& text) { return entry("<array>" + text + "</array>"); }), "\t\n\r ");
   EXPECT_EQ(bytesAllowed([](auto& text) { return entry("<integer>5" + text + "</integer>"); }),
             "\t\n\r 0123456789");
   EXPECT_EQ(bytesAllowed([](auto& text) { return list("<dict" + text + "></dict>"); }), "\t\n\r ");
@@ -191,6 +290,7 @@ TEST(PropertyList, LeavesCommentsAndInstructionsOut) {
   EXPECT_EQ(valueAs<std::string>("<!-- <array> --><string>a<!-- b -->c</string><?array <array>?>"), "ac");
   EXPECT_EQ(valueAs<std::string>("<string>a<?b?>c<!DOCTYPE d>e</string>"), "ace");
   EXPECT_EQ(valueAs<Data>("<data>AP<!-- -->8=</data>").value().bytes.size(), 2U);
+  EXPECT_EQ(valueAs<std::int64_t>("<integer>1<!-- -->2</integer>"), 12);
   EXPECT_TRUE(read("\xEF\xBB\xBF" + list("<dict/>")));
   EXPECT_TRUE(read("<!-- a --> <plist><dict/></plist> <!-- b -->\n"));
 }
@@ -264,16 +364,17 @@ TEST(PropertyList, IsNoneForWhatIsNoXmlPropertyList) {
       list("<dict></dict></dict>"),
       list("<dict><!ELEMENT a></dict>"),
       list("<dict/><!-- no end"),
+      entry("<integer>5"),
+      entry("<integer/>5</integer>"),
+      list("<![CDATA[") + "<dict/>",
+      "<![CDATA[ ]]>" + list("<dict/>"),
+      list("<dict/>") + "<![CDATA[ ]]>",
+      list("<dict/") + "plist",
+      list("<key>k</key>"),
+      list("<unknown/>"),
+      entry("<>a</>"),
       entry("<string>a"),
       entry("<string>a</key>"),
-      entry("<string><string>a</string></string>"),
-      entry("<string>&unknown;</string>"),
-      entry("<string>&#xD800;</string>"),
-      entry("<array><string>&#xD800;</string></array>"),
-      entry("<string>&#0;</string>"),
-      entry("<string>\xE4</string>"),
-      entry(std::string("<string>a\0b</string>", 20)),
-      list("<dict><key>&#xD800;</key><string/></dict>"),
       list("<dict><key>k</key><string>a</string>") + "<!DOCTYPE plist",
       "<!DOCTYPE plist [<!ENTITY e \"text\">]>" + list("<dict/>"),
       "<!DOCTYPE plist [<!ENTITY e SYSTEM "
@@ -288,34 +389,113 @@ TEST(PropertyList, TakesWhatFollowsTheRootInTheListForNothing) {
   EXPECT_EQ(dictionary->size(), 1U);
 }
 
-TEST(PropertyList, NestsEightLevelsDeepAndNoDeeper) {
-  const auto nested = [](std::size_t levels) {
-    std::string text = "<string/>";
-    for (std::size_t i = 1; i < levels; ++i) {
-      text = i % 2 == 0 ? "<array>" + text + "</array>" : "<dict><key>k</key>" + text + "</dict>";
-    }
-    return entry(text);
-  };
-  EXPECT_TRUE(read(nested(8)));
-  EXPECT_THAT(read(nested(9)), IsNull());
-  const auto arrays = [](std::size_t levels, std::string text = "") {
-    for (std::size_t i = 1; i < levels; ++i) text = "<array>" + text + "</array>";
-    return entry(text);
-  };
-  EXPECT_TRUE(read(arrays(8)));
-  EXPECT_THAT(read(arrays(9)), IsNull());
-  EXPECT_TRUE(read(arrays(7, "<dict/>")));
-  EXPECT_THAT(read(arrays(8, "<dict/>")), IsNull());
-  EXPECT_THAT(read(nested(3000)), IsNull());
-  std::string open;
-  while (open.size() < 60000) open += "<array>";
-  EXPECT_THAT(read("<plist>" + open), IsNull());
+// A text in so many elements of the kind, each with `before` in front of what it holds.
+std::string nested(std::size_t levels, const std::string& element, const std::string& before) {
+  std::string text;
+  for (std::size_t i = 0; i < levels; ++i) text += "<" + element + ">" + before;
+  text += "<string>v</string>";
+  for (std::size_t i = 0; i < levels; ++i) text += "</" + element + ">";
+  return text;
 }
 
-TEST(PropertyList, IsAtMost64KilobytesLong) {
+std::size_t depthOf(const std::shared_ptr<const Dictionary>& root) {
+  std::size_t depth = 1;
+  for (auto object = find(*root, "k"); object; ++depth) {
+    const auto* dictionary = object->as<Dictionary>();
+    object = dictionary == nullptr ? nullptr : find(*dictionary, "k");
+  }
+  return depth;
+}
+
+TEST(PropertyList, IsReadEightLevelsDeepAndLacksWhatNestsDeeper) {
+  for (const std::size_t levels : {1U, 2U, 7U, 8U, 9U, 10U, 100U, 20000U}) {
+    const auto dictionary = read(list(nested(levels, "dict", "<key>k</key>")));
+    ASSERT_THAT(dictionary, testing::NotNull()) << levels;
+    EXPECT_EQ(depthOf(dictionary), std::min<std::size_t>(levels + 1, 8)) << levels;
+  }
+  EXPECT_THAT(valueOf(nested(6, "array", "")), testing::NotNull());
+  for (const std::size_t levels : {7U, 8U, 9U, 20000U}) expectAbsent(nested(levels, "array", ""));
+}
+
+TEST(PropertyList, IsNoneForNestingThatNeverEnds) {
+  std::string open = "<plist>";
+  while (open.size() < 1000000) open += "<array>";
+  EXPECT_THAT(read(open), IsNull());
+}
+
+TEST(PropertyList, IsReadUpToFourMegabytes) {
+  constexpr std::size_t kLargestFile = 4194304;
   const auto bytes = list("<dict/>");
-  EXPECT_TRUE(read(bytes + std::string(65536 - bytes.size(), '\n')));
-  EXPECT_THAT(read(bytes + std::string(65537 - bytes.size(), '\n')), IsNull());
+  EXPECT_TRUE(read(bytes + std::string(kLargestFile - bytes.size(), '\n')));
+  EXPECT_THAT(read(bytes + std::string(kLargestFile - bytes.size() + 1, '\n')), IsNull());
+}
+
+TEST(PropertyList, OfAMegabyteOfValuesIsReadWithinSixtyTimesItsSize) {
+  std::string items;
+  while (items.size() < (1U << 20U)) items += "<true/>";
+  const auto before = mallinfo2().uordblks + mallinfo2().hblkhd;
+  const auto dictionary = read(entry("<array>" + items + "</array>"));
+  ASSERT_THAT(dictionary, testing::NotNull());
+  EXPECT_EQ(find(*dictionary, "k")->as<Array>()->size(), items.size() / 7);
+  EXPECT_LT(mallinfo2().uordblks + mallinfo2().hblkhd - before, 60U << 20U);
+}
+
+// The text in UTF-16 behind a byte order mark.
+std::string inUtf16(const std::u16string& text, bool bigEndian) {
+  std::string bytes;
+  for (const auto unit : u"\uFEFF" + text) {
+    const char low = static_cast<char>(unit & 0xFF);
+    const char high = static_cast<char>(unit >> 8);
+    bytes += bigEndian ? high : low;
+    bytes += bigEndian ? low : high;
+  }
+  return bytes;
+}
+
+TEST(PropertyList, IsReadInUtf16BehindAByteOrderMark) {
+  for (const bool bigEndian : {false, true}) {
+    const auto dictionary =
+        read(inUtf16(u"<?xml version=\"1.0\" "
+                     u"encoding=\"UTF-16\"?>\n<plist><dict><key>\u00E4</key><string>\u263A\U0001F600</string>"
+                     u"<key>n</key><integer>12</integer></dict></plist>",
+                     bigEndian));
+    ASSERT_THAT(dictionary, testing::NotNull());
+    EXPECT_EQ(*find(*dictionary, "\u00E4")->as<std::string>(), "\u263A\U0001F600");
+    EXPECT_EQ(find(*dictionary, "n")->integerValue(), 12);
+    const std::u16string half(1, u'\xD800');
+    EXPECT_THAT(
+        read(inUtf16(u"<plist><dict><key>k</key><string>" + half + u"</string></dict></plist>", bigEndian)),
+        IsNull());
+  }
+}
+
+struct Faulty {
+  std::string bytes;
+  std::string fault;
+};
+
+TEST(PropertyList, SaysWhatIsWrongWithItsFile) {
+  const std::string binary(
+      "bplist00\xD0\x08\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x01\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x09", 42);
+  const Faulty files[] = {
+      {binary, ": a property list in binary form; only XML is read"},
+      {"", ":1: not the form of an XML property list"},
+      {"<plist>\n<dict>\n</array>\n</plist>", ":3: not the form of an XML property list"},
+      {"<plist>\n<dict>\n", ":3: not the form of an XML property list"},
+      {"<plist>\n\n<dict>text</dict></plist>", ":3: not the form of an XML property list"},
+      {list("<array/>"), ": its root is no dictionary"},
+      {std::string(4194305, ' '), ": longer than 4194304 bytes"},
+  };
+  const TemporaryFolder folder;
+  for (const auto& [bytes, expected] : files) {
+    const auto path = folder.write("list.plist", bytes);
+    std::string fault;
+    EXPECT_THAT(linux::readPropertyList(path, fault), IsNull());
+    EXPECT_EQ(fault, path + expected);
+  }
+  std::string fault;
+  EXPECT_THAT(linux::readPropertyList(folder.path() / "missing", fault), IsNull());
+  EXPECT_EQ(fault, (folder.path() / "missing").string() + ": cannot be read");
 }
 
 TEST(PropertyList, IsNoneWithoutAFileOfTheRegularKind) {
@@ -355,7 +535,7 @@ TEST(PropertyList, SurvivesEveryTruncationAndEveryChangedByte) {
 TEST(PropertyList, LeavesNoMemoryBehind) {
   const auto readSome = [] {
     EXPECT_TRUE(read(entry("<array><string>a</string><true/><data>AP8=</data><dict/></array>")));
-    EXPECT_THAT(read(entry("<string>&#xD800;</string>")), IsNull());
+    EXPECT_THAT(valueOf("<string>&#xD800;</string>"), IsNull());
   };
   // Blocks are a little larger at one time than at another; what is left behind adds up.
   constexpr std::size_t kRounds = 1000;

@@ -28,6 +28,22 @@ TEST(RegularFile, HoldsAtMostTheLimit) {
   EXPECT_EQ(contentsOfRegularFile(path, 4), std::nullopt);
 }
 
+TEST(RegularFile, SaysWhyItIsNone) {
+  const TemporaryFolder folder;
+  const auto path = folder.write("file", "12345");
+  std::string fault;
+  contentsOfRegularFile(path, 4, &fault);
+  EXPECT_EQ(fault, "longer than 4 bytes");
+  for (const auto& unreadable : {folder.path().string(), path + ".missing", std::string("/proc/self/mem")}) {
+    fault.clear();
+    contentsOfRegularFile(unreadable, 100, &fault);
+    EXPECT_EQ(fault, "cannot be read") << unreadable;
+  }
+  fault = "untouched";
+  contentsOfRegularFile(path, 5, &fault);
+  EXPECT_EQ(fault, "untouched");
+}
+
 TEST(RegularFile, IsClosedWhenItIsRead) {
   const TemporaryFolder folder;
   const auto path = folder.write("file", "12345");

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/object.hpp"
+
+namespace tandemtrim::platform::linux {
+
+/// The XML property list in the file at `path`, in UTF-8 or, behind a byte order mark, UTF-16, of up to 4 MB.
+/// A value that cannot be read counts as absent (parsePropertyList). Null for anything else and for a root
+/// that is no dictionary; `fault` then names the file and what is wrong with it.
+std::shared_ptr<const Dictionary> readPropertyList(const std::string& path, std::string& fault);
+
+}  // namespace tandemtrim::platform::linux
