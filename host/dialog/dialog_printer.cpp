@@ -18,6 +18,35 @@ namespace {
 constexpr unsigned kSelectAgain = 50;  // milliseconds
 constexpr int kSelections = 100;
 
+// The printer that is selected in GTK's list, which may not have read its details yet, or null.
+GtkPrinter* selectedInList(GtkWidget* widget) {
+  if (GTK_IS_COLUMN_VIEW(widget)) {
+    auto* const list = GTK_SINGLE_SELECTION(gtk_column_view_get_model(GTK_COLUMN_VIEW(widget)));
+    return static_cast<GtkPrinter*>(gtk_single_selection_get_selected_item(list));
+  }
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (auto* const printer = selectedInList(child)) return printer;
+  }
+  return nullptr;
+}
+
+std::string nameInList(Gtk::PrintUnixDialog& dialog) {
+  auto* const printer = selectedInList(GTK_WIDGET(dialog.gobj()));
+  return printer == nullptr ? "" : gtk_printer_get_name(printer);
+}
+
+// The printer that somebody selected instead of the wanted one. By itself GTK selects none but the default
+// one.
+std::optional<std::string> selectedInstead(Gtk::PrintUnixDialog& dialog, const std::string& wanted,
+                                           bool wasWantedSelected) {
+  auto name = nameInList(dialog);
+  if (name.empty() || name == wanted) return std::nullopt;
+  if (!wasWantedSelected && gtk_printer_is_default(selectedInList(GTK_WIDGET(dialog.gobj()))) != FALSE)
+    return std::nullopt;
+  return name;
+}
+
 }  // namespace
 
 std::shared_ptr<Dialog::Details> Dialog::detailsOf(const std::optional<std::string>& server,
@@ -61,8 +90,6 @@ void Dialog::start() {
     showOptions(saved_, ppd_.get(), pages);
   }
   showOptions(spelled, ppd_.get(), pages);
-  pages.settings->set_printer(current_);
-  dialog_->set_settings(pages.settings);
   select(current_, pages);
 }
 
@@ -88,22 +115,27 @@ std::string Dialog::selectedPrinter() const {
 }
 
 // GTK forgets the printer of its settings unless that one is listed first, so it is asked again until it is
-// selected.
+// selected. A printer that somebody selects meanwhile stays selected.
 void Dialog::select(const std::string& printer, const Pages& pages) {
   wanted_ = printer;
+  auto ask = [this, pages, wasListed = false]() mutable {
+    const auto instead = selectedInstead(*dialog_, *wanted_, wasListed);
+    const bool isSelected = selectedPrinter() == *wanted_;
+    pages.settings->set_printer(instead.value_or(*wanted_));
+    // Copies and paper count for a selected printer only.
+    dialog_->set_settings(pages.settings);
+    wasListed = nameInList(*dialog_) == *wanted_;
+    return instead || isSelected;
+  };
+  ask();
   selecting_ = Glib::signal_timeout().connect(
-      [this, pages, tries = 0]() mutable {
-        if (selectedPrinter() == *wanted_ || ++tries > kSelections) {
-          // Copies and paper count for a selected printer only.
-          dialog_->set_settings(pages.settings);
-          if (pages.setup) showPageSetup(*dialog_, *pages.setup);
-          untouched_ = shownRows(shownPages(*dialog_), asSpelledByPrinter(line_.options));
-          wanted_.reset();
-          onPrinterChanged();
-          return false;
-        }
-        dialog_->set_settings(pages.settings);
-        return true;
+      [this, pages, ask, tries = 0]() mutable {
+        if (!ask() && ++tries <= kSelections) return true;
+        if (pages.setup) showPageSetup(*dialog_, *pages.setup);
+        untouched_ = shownRows(shownPages(*dialog_), asSpelledByPrinter(line_.options));
+        wanted_.reset();
+        onPrinterChanged();
+        return false;
       },
       kSelectAgain);
 }

@@ -1,4 +1,5 @@
-"""Stands between a client and its print server, lets a number of the client's requests through, and then plays a server in trouble."""
+"""Stands between a client and its print server, lets a number of the client's requests through, and then plays a server in trouble.
+Or it holds one kind of request back for a while."""
 
 import socket
 import threading
@@ -58,6 +59,7 @@ class Relay:
     def _requests_from(self, client, server):
         try:
             while piece := client.recv(PIECE):
+                self._on_request(piece)
                 self._requests += piece.count(END_OF_REQUEST_LINE)
                 if self._requests < self._last or (self._trouble == BUSY and self._requests > self._last):
                     server.sendall(piece)
@@ -70,9 +72,30 @@ class Relay:
             pass  # the connection is gone
         self._end(server)
 
+    def _on_request(self, piece):
+        """Called before a piece of a request is passed on."""
+
     def _answers_to(self, client, server):
         try:
             while piece := server.recv(PIECE):
                 client.sendall(piece)
         except OSError:
             pass  # the connection is gone
+
+
+class Holdup(Relay):
+    """Lets all through, but requests with these words only after release()."""
+
+    def __init__(self, server, words):
+        super().__init__(server, float("inf"), None)
+        self._words = words
+        self._released = threading.Event()
+        self.release = self._released.set
+
+    def __exit__(self, *_):
+        self.release()
+        super().__exit__()
+
+    def _on_request(self, piece):
+        if self._words in piece:
+            self._released.wait()

@@ -266,6 +266,11 @@ class DialogTest(DialogCase):
         self.assertEqual((status, out), (1, ""))
         self.assertIn("lost: job-media-sheets-completed", said)
 
+    def test_a_complaint_of_the_toolkit_fails_a_test(self):
+        dialog = self.dialog("-d", "Morva", LC_ALL="xx_XX")
+        with self.assertRaisesRegex(AssertionError, "Locale not supported"):
+            dialog.close()
+
     def test_several_pages_go_on_one_side(self):
         dialog = self.dialog("-d", "Morva", "-o", "number-up=2")
         dialog.find("text", "Top Margin")

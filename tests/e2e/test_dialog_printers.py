@@ -3,6 +3,7 @@
 import unittest
 
 from dialog_case import DialogCase, until
+from relay import Holdup
 from terminal_case import DEFAULTS, MARGINS, POSITION, PPD, VALID, of_panel
 
 SMALLER = ('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"')
@@ -84,6 +85,16 @@ class DialogPrintersTest(DialogCase):
         dialog.page("General")
         self.cups.thaw()
         dialog.says("(0 to 8)")
+
+    def test_a_printer_that_is_chosen_before_the_first_ones_details_are_read_stays_chosen(self):
+        self.add_other(SMALLER)
+        with Holdup(self.cups.address, b"GET /printers/Morva.ppd") as holdup:
+            dialog = self.dialog("-d", "Morva", "-o", "MVTopMargin=7", CUPS_SERVER=holdup.address)
+            dialog.select_printer("Other")
+            holdup.release()
+            dialog.says("(0 to 8)")
+            dialog.press("Print")
+            self.assertEqual(of_panel(self.printed(dialog, "Other").options)[MARGINS["Top"]], "7")
 
     def test_print_while_details_are_read_prints_when_they_are(self):
         dialog = self.dialog_frozen_at_other()
@@ -205,6 +216,16 @@ class DialogPrintersTest(DialogCase):
         dialog = self.live_panel("-o", "document-format=application/x-nothing")
         self.refused_at_print(dialog, "cannot print documents of this kind")
         self.assertEqual(self.cups.records(), [])
+
+    def test_the_keyboard_goes_on_where_it_was_when_the_job_is_refused(self):
+        dialog = self.live_panel("-o", "document-format=application/x-nothing")
+        dialog.click(dialog.find("text", "Top Margin"))
+        dialog.keys("ctrl+a", "1", "1", "Return")
+        dialog.says("cannot print documents of this kind")
+        dialog.press("Close")
+        until(lambda: len(dialog.program.windows()) == 1, "the message to go")
+        dialog.keys("ctrl+a", "1", "2")
+        until(lambda: dialog.text("Top Margin") == "12", "the new text")
 
     def test_a_job_on_its_way_can_be_cancelled(self):
         large = self.temporary_folder() / "large.txt"
