@@ -120,7 +120,7 @@ class PrivateCupsTest(unittest.TestCase):
         self.addCleanup(shutil.rmtree, folder)
         folder.chmod(0o755)
         here = pathlib.Path(__file__).parent
-        for file in (*here.glob("*.py"), PPD, SAMPLE):
+        for file in (*here.glob("*.py"), *(here.parent / "support").glob("*.py"), PPD, SAMPLE):
             shutil.copy(file, folder)
         user = ["setpriv", "--reuid", "nobody", "--regid", "nogroup", "--clear-groups"] if os.geteuid() == 0 else []
         command = ["./private_cups.py", PPD.name, "--", "lp", "-d", "Morva", "-o", "MVTopMargin=9", SAMPLE.name]
