@@ -70,14 +70,18 @@ class PrintDialog:
 
         return until(live, f"{role} {name!r} that can be used")
 
-    def page(self, title):
-        """Goes to the page of this title."""
+    def click_tab(self, title):
+        """Clicks the tab of this page."""
 
         def title_on_tab():
             tabs = self.look("page tab list", "")
             return tabs and next((node for node in tabs.all() if node.name == title), None)
 
         self.click(until(title_on_tab, f"the page {title!r}"))
+
+    def page(self, title):
+        """Goes to the page of this title. Tabs move while the dialog comes up, so a click can miss."""
+        until(lambda: self.is_in_front(title) or self.click_tab(title), f"the page {title!r} in front")
 
     def xdotool(self, *words):
         subprocess.run(["xdotool", *words], check=True, capture_output=True)
@@ -124,14 +128,13 @@ class PrintDialog:
     def is_live(self, role, name):
         return self.find(role, name).has(SENSITIVE)
 
+    def is_in_front(self, title):
+        """Whether the page of this title is in front."""
+        tabs = [node for node in self.nodes() if node.role == "page tab" and node.has(SELECTED)]
+        return any(title in map(meant, tab.all()) for tab in tabs)
+
     def wait_for_page(self, title):
-        """Waits until the page of this title is in front."""
-
-        def title_in_front():
-            tabs = [node for node in self.nodes() if node.role == "page tab" and node.has(SELECTED)]
-            return any(title in map(meant, tab.all()) for tab in tabs)
-
-        until(title_in_front, f"the page {title!r} in front")
+        until(lambda: self.is_in_front(title), f"the page {title!r} in front")
 
     def answer(self, title):
         """Presses the button of this title in the question that is asked, which is the youngest window."""

@@ -15,11 +15,14 @@ import shutil
 import subprocess
 import sys
 
-import ipp
-import surroundings
-from cups_daemon import BACKEND, PATH, CupsDaemon
-from patience import until
-from records import read_records
+# As a command it is started without the tests' path.
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+
+import ipp  # noqa: E402
+import surroundings  # noqa: E402
+from cups_daemon import BACKEND, PATH, CupsDaemon  # noqa: E402
+from patience import until  # noqa: E402
+from records import read_records  # noqa: E402
 
 NOWHERE = "file:///dev/null"
 RECORDER = f"{BACKEND}:/paper"

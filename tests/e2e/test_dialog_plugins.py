@@ -114,9 +114,9 @@ class DialogPluginsTest(DialogCase):
 
     def test_a_plugin_may_break_when_it_is_looked_at_or_printed(self):
         later = {
-            ("willShow", "raises"): lambda dialog: dialog.page("Fake"),
-            ("summaryInfo", "raises"): lambda dialog: dialog.page("Summary"),
-            ("shouldHide", "raises"): lambda dialog: (dialog.page("Fake"), dialog.page("General")),
+            ("willShow", "raises"): lambda dialog: dialog.click_tab("Fake"),
+            ("summaryInfo", "raises"): lambda dialog: dialog.click_tab("Summary"),
+            ("shouldHide", "raises"): lambda dialog: (dialog.page("Fake"), dialog.click_tab("General")),
             ("shouldPrint", "raises"): lambda dialog: dialog.press("Print"),
         }
         for behaviour, act in later.items():
@@ -143,7 +143,7 @@ class DialogPluginsTest(DialogCase):
         dialog = self.misbehaving("shouldHide", "false")
         dialog.page("Fake")
         dialog.wait_for_page("Fake")
-        dialog.page("General")
+        dialog.click_tab("General")
         dialog.wait_for_page("Fake")
 
     def test_a_panel_may_hold_printing_back(self):
