@@ -243,7 +243,7 @@ class DialogPrintersTest(DialogCase):
                 until(lambda: self.cups.jobs("not-completed"), "the start of the job")
                 self.cups.freeze()
                 self.addCleanup(self.cups.thaw)
-                dialog.page("General")
+                dialog.click_tab("General")
                 dialog.select_printer("Other")
                 until(lambda: not dialog.is_live("push button", "Print"), "Print to be greyed")
                 cancel(dialog)
