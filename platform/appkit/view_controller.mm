@@ -105,10 +105,9 @@ platform::NibObject* componentOf(id object) {
 }
 
 - (void)controlTextDidChange:(NSNotification*)notification {
-  id textBox = [notification object];
-  if (![textBox isKindOfClass:[MorvaTTTextBoxKV2 class]]) return;
   appkit::guarded([&] {
-    core_->controlTextDidChange({platform::NSControlTextDidChangeNotification, [textBox component]});
+    core_->controlTextDidChange(
+        {platform::NSControlTextDidChangeNotification, componentOf([notification object])});
   });
 }
 
