@@ -10,8 +10,6 @@ struct HostCall {
   std::function<void(Panel&)> make;
   /// Whether the call shows what is stored.
   bool restores = false;
-
-  friend std::ostream& operator<<(std::ostream& out, const HostCall& call) { return out << call.name; }
 };
 
 class EachHostCall : public Conformance, public testing::WithParamInterface<HostCall> {};
@@ -45,7 +43,9 @@ const HostCall kHostCalls[] = {
     {"restore", [](auto& panel) { panel.restore(); }, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Calls, EachHostCall, testing::ValuesIn(kHostCalls));
+std::string callName(const testing::TestParamInfo<HostCall>& call) { return call.param.name; }
+
+INSTANTIATE_TEST_SUITE_P(Calls, EachHostCall, testing::ValuesIn(kHostCalls), callName);
 
 // It shows no margin that is stored.
 TEST_F(Conformance, SummaryOfTheFunctionSwitchedOffMeetsWhatWasTypedAtOnceCorrected) {
