@@ -27,8 +27,11 @@ std::shared_ptr<const Dictionary> readPropertyList(const std::string& path, std:
   std::size_t line = 0;
   const auto root = parsePropertyList(decoded ? decoded->text : *bytes, line);
   const auto* dictionary = root ? root->as<Dictionary>() : nullptr;
-  if (root && dictionary == nullptr) fault = path + ": its root is no dictionary";
-  if (!root) fault = path + ":" + std::to_string(line) + ": not the form of an XML property list";
+  if (!root) {
+    fault = path + ":" + std::to_string(line) + ": not the form of an XML property list";
+  } else if (dictionary == nullptr) {
+    fault = path + ": its root is no dictionary";
+  }
   return {root, dictionary};
 }
 

@@ -41,7 +41,7 @@ ObjectRef readInteger(std::string_view text) {
   if (end != text.data() + text.size() || error == std::errc::invalid_argument) return nullptr;
   constexpr auto kLargest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
   const auto limit = isNegative ? kLargest + 1 : kLargest;
-  if (error == std::errc::result_out_of_range || magnitude > limit) magnitude = limit;
+  magnitude = error == std::errc::result_out_of_range ? limit : std::min(magnitude, limit);
   return makeObject(static_cast<std::int64_t>(isNegative ? 0 - magnitude : magnitude));
 }
 

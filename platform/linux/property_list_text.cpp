@@ -55,8 +55,9 @@ char32_t referenced(std::string_view name) {
   if (base == 16) name.remove_prefix(1);
   constexpr std::uint32_t kLastCharacter = 0x10FFFF;
   std::uint32_t point = 0;
-  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), point, base);
-  return error == std::errc() && end == name.data() + name.size() && point <= kLastCharacter ? point : 0;
+  // It leaves the point alone for no number and for one that is too large.
+  const auto* end = std::from_chars(name.data(), name.data() + name.size(), point, base).ptr;
+  return end == name.data() + name.size() && point <= kLastCharacter ? point : 0;
 }
 
 // Appends the text with its references replaced; NUL for one without an end.
@@ -113,14 +114,15 @@ class Parser {
  public:
   explicit Parser(std::string_view text) : rest_(text) {}
 
-  // Goes through the whole text; false at a fault, where it stops.
+  // Goes through the text up to its end or the first fault; false for a fault.
   bool parse() {
     while (!rest_.empty()) {
       if (!text() || !markup()) return false;
     }
-    return isStarted_ && open_.empty();
+    return true;
   }
 
+  // The object of the outermost element, as soon as that is closed.
   ObjectRef root;
   [[nodiscard]] std::string_view rest() const { return rest_; }
 
@@ -150,8 +152,7 @@ class Parser {
     };
     static constexpr std::array kKinds{Kind{"<!--", "-->", false}, Kind{"<?", "?>", false},
                                        Kind{"<!DOCTYPE", ">", false}, Kind{"<![CDATA[", "]]>", true}};
-    const char second = rest_.size() > 1 ? rest_[1] : '\0';
-    if (second != '!' && second != '?') return rest_.empty() || tag();
+    if (!rest_.starts_with("<!") && !rest_.starts_with("<?")) return rest_.empty() || tag();
     for (const auto& kind : kKinds) {
       if (!rest_.starts_with(kind.begin)) continue;
       rest_.remove_prefix(kind.begin.size());

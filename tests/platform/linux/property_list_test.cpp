@@ -185,8 +185,9 @@ TEST(PropertyList, LacksANumberDateOrDataThatCannotBeRead) {
 
 TEST(PropertyList, LacksATextThatHoldsWhatIsNoCharacter) {
   for (const std::string text :
-       {"&unknown;", "&;", "&", "&amp", "a&lt", "&#0;", "&#xD800;", "&#xDFFF;", "&#x110000;", "&#x4000041;",
-        "&#4294967361;", "&#-5;", "&#x;", "&#6x;", "&#X41;", "&41;", "&#xg;", "\xE4", "\xED\xA0\x80"}) {
+       {"&unknown;", "&;",         "&",           "&amp",        "a&lt",          "&#0;",        "&#xD800;",
+        "&#xDFFF;",  "&#x110000;", "&#x4000041;", "&#x4010041;", "&#4294967361;", "&#-5;",       "&#x;",
+        "&#6x;",     "&#X41;",     "&41;",        "&#xg;",       "\xE4",          "\xED\xA0\x80"}) {
     expectAbsent("<string>" + text + "</string>");
   }
   expectAbsent(std::string("<string>a\0b</string>", 20));
@@ -282,6 +283,7 @@ TEST(PropertyList, HasBlanksAndNothingElseAroundNumbersAndElements) {
 TEST(PropertyList, ReadsEntitiesAndCharacterData) {
   EXPECT_EQ(valueAs<std::string>("<string>&lt;a&gt; &amp;amp; &quot;&apos; &#228;&#x263A;&#x1F600;</string>"),
             "<a> &amp; \"' \xC3\xA4\xE2\x98\xBA\xF0\x9F\x98\x80");
+  EXPECT_EQ(valueAs<std::string>("<string>&#x10FFFF;</string>"), "\U0010FFFF");
   EXPECT_EQ(valueAs<std::string>("<string>a<![CDATA[<b>&amp;</b>]]>c</string>"), "a<b>&amp;</b>c");
   EXPECT_TRUE(read(list("<dict><key>a&amp;b</key><string/></dict>"))->contains("a&b"));
 }
@@ -354,6 +356,8 @@ TEST(PropertyList, IsNoneForWhatIsNoXmlPropertyList) {
       list("<dict/>") + "<integer>5</integer>",
       "garbage" + list("<dict/>"),
       "<plist><plist><dict/></plist></plist>",
+      "<dict><dict/></dict>",
+      "<array><dict/></array>",
       list("<dict>text</dict>"),
       list("<dict><key>k</key></key></dict>"),
       list("<dict><string>no key</string></dict>"),
@@ -389,11 +393,12 @@ TEST(PropertyList, TakesWhatFollowsTheRootInTheListForNothing) {
   EXPECT_EQ(dictionary->size(), 1U);
 }
 
-// A text in so many elements of the kind, each with `before` in front of what it holds.
-std::string nested(std::size_t levels, const std::string& element, const std::string& before) {
+// A value in so many elements of the kind, each with `before` in front of what it holds.
+std::string nested(std::size_t levels, const std::string& element, const std::string& before,
+                   const std::string& value = "<string>v</string>") {
   std::string text;
   for (std::size_t i = 0; i < levels; ++i) text += "<" + element + ">" + before;
-  text += "<string>v</string>";
+  text += value;
   for (std::size_t i = 0; i < levels; ++i) text += "</" + element + ">";
   return text;
 }
@@ -413,6 +418,8 @@ TEST(PropertyList, IsReadEightLevelsDeepAndLacksWhatNestsDeeper) {
     ASSERT_THAT(dictionary, testing::NotNull()) << levels;
     EXPECT_EQ(depthOf(dictionary), std::min<std::size_t>(levels + 1, 8)) << levels;
   }
+  const auto* characters = "<string><![CDATA[v]]></string>";
+  EXPECT_EQ(depthOf(read(list(nested(9, "dict", "<key>k</key>", characters)))), 8U);
   EXPECT_THAT(valueOf(nested(6, "array", "")), testing::NotNull());
   for (const std::size_t levels : {7U, 8U, 9U, 20000U}) expectAbsent(nested(levels, "array", ""));
 }
