@@ -7,10 +7,12 @@ answer, which is compared with the children that are known of each node.
 import dataclasses
 import functools
 
+import dbus
+import dbus.bus
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, Gio, GLib  # noqa: E402
+from gi.repository import Atspi  # noqa: E402
 
 from patience import PATIENCE  # noqa: E402
 
@@ -19,23 +21,18 @@ CHECKED, SELECTED, SENSITIVE, VISIBLE = (
 )
 IN_WINDOW = 1
 ROOT = "/org/a11y/atspi/accessible/root"
-Gone = GLib.Error  # raised where what is asked does not exist any more
+Gone = dbus.DBusException  # raised where what is asked does not exist any more
 
 
-def _ask(bus, place, path, interface, method, parameters=None):
-    """The values of the answer."""
-    return bus.call_sync(
-        place, path, interface, method, parameters, None, Gio.DBusCallFlags.NONE, PATIENCE * 1000, None
-    ).unpack()
+def _ask(bus, place, path, interface, method, kinds="", *values):
+    """The answer's value, or its values where it has more than one."""
+    return bus.call_blocking(place, path, interface, method, kinds, values, timeout=PATIENCE)
 
 
 @functools.cache
 def _bus():
     """The accessibility bus, whose address the session bus has."""
-    session = Gio.bus_get_sync(Gio.BusType.SESSION)
-    (address,) = _ask(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
-    kind = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-    return Gio.DBusConnection.new_for_address_sync(address, kind, None, None)
+    return dbus.bus.BusConnection(_ask(dbus.SessionBus(), "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"))
 
 
 @functools.cache
@@ -74,18 +71,14 @@ class Program:
     @classmethod
     def of_process(cls, pid):
         """The program of this process, or none as long as it has not come up."""
-        (programs,) = _ask(_bus(), "org.a11y.atspi.Registry", ROOT, "org.a11y.atspi.Accessible", "GetChildren")
-        for place, _ in programs:
-            owner = GLib.Variant("(s)", (place,))
-            dbus = "org.freedesktop.DBus"
-            if _ask(_bus(), dbus, "/org/freedesktop/DBus", dbus, "GetConnectionUnixProcessID", owner) == (pid,):
+        for place, _ in _ask(_bus(), "org.a11y.atspi.Registry", ROOT, "org.a11y.atspi.Accessible", "GetChildren"):
+            if _ask(_bus(), "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetConnectionUnixProcessID", "s", place) == pid:
                 return cls(place)
         return None
 
     def ask(self, path, interface, method, kinds="", *values):
-        """Calls a method of an object of the program and gives the values of its answer."""
-        parameters = GLib.Variant(f"({kinds})", values) if kinds else None
-        return _ask(_bus(), self._place, path, f"org.a11y.atspi.{interface}", method, parameters)
+        """Calls a method of an object of the program and gives its answer."""
+        return _ask(_bus(), self._place, path, f"org.a11y.atspi.{interface}", method, kinds, *values)
 
     def windows(self):
         """Its windows, the youngest one last, with all that shows in them now."""
@@ -98,7 +91,7 @@ class Program:
     def _known(self):
         """What the program was once asked about, by path, without its children; and how many of these each has."""
         known, counts = {}, {}
-        (items,) = self.ask("/org/a11y/atspi/cache", "Cache", "GetItems")
+        items = self.ask("/org/a11y/atspi/cache", "Cache", "GetItems")
         for (_, path), _, _, _, count, _, name, role, description, (states, _) in items:
             known[path] = Node(path, _role_name(role), name, description, states)
             counts[path] = count
@@ -114,7 +107,7 @@ class Program:
 
     def _ask_for_children(self, path):
         try:
-            return [child for _, child in self.ask(path, "Accessible", "GetChildren")[0]]
+            return [child for _, child in self.ask(path, "Accessible", "GetChildren")]
         except Gone:
             return []
 
@@ -127,11 +120,11 @@ class Program:
         self.ask(node.path, "EditableText", "SetTextContents", "s", text)
 
     def text(self, node):
-        return self.ask(node.path, "Text", "GetText", "ii", 0, 2**31 - 1)[0]
+        return self.ask(node.path, "Text", "GetText", "ii", 0, 2**31 - 1)
 
     def place(self, node):
         """Its left edge, top edge, width and height in its window."""
-        return self.ask(node.path, "Component", "GetExtents", "u", IN_WINDOW)[0]
+        return self.ask(node.path, "Component", "GetExtents", "u", IN_WINDOW)
 
 
 def _paths(tree):
