@@ -73,7 +73,7 @@ bool MorvaTTPrintTicketManagerKV2::initialize(const std::shared_ptr<MorvaTTCommo
   return std::ranges::all_of(entries, [&](const auto& entry) { return makeTicket(entry, commonInfo); });
 }
 
-// In field order; members alone would go the other way round.
+// In field order; the default order is the reverse.
 MorvaTTPrintTicketManagerKV2::~MorvaTTPrintTicketManagerKV2() {
   ticketValid_.reset();
   ticketDirection_.reset();

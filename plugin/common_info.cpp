@@ -60,7 +60,7 @@ bool MorvaTTCommonInfoKV2::initialize(std::shared_ptr<MorvaTTPdeCallbackKV2> cal
   return true;
 }
 
-// The dictionaries go first, then what they came from; members alone would go the other way round.
+// In field order; the default order is the reverse.
 MorvaTTCommonInfoKV2::~MorvaTTCommonInfoKV2() {
   settingInfoDictionary_.reset();
   marginInfoDictionary_.reset();

@@ -13,7 +13,7 @@
 namespace tandemtrim {
 namespace {
 
-// An empty token stands nowhere in the text.
+// No text contains an empty token.
 std::string replaceAll(std::string text, std::string_view token, std::string_view replacement) {
   if (token.empty()) return text;
   for (auto at = text.find(token); at != std::string::npos; at = text.find(token, at + replacement.size())) {

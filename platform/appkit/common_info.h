@@ -44,7 +44,7 @@
 - (BOOL)isReady;
 
 - (NSDictionary*)settingInfoDictionary;
-/// The margins' limits themselves: what is changed here is what marginLimit: answers from then on.
+/// The stored limits, not a copy: marginLimit: answers what a caller changes here.
 - (NSMutableDictionary*)marginInfoDictionary;
 - (NSBundle*)bundle;
 - (id)callback;

@@ -9,10 +9,10 @@
 /// Foundation's values and the core's.
 namespace tandemtrim::platform::appkit {
 
-/// The text in UTF-8, none as the empty text. Half a surrogate pair takes three bytes that are no UTF-8 and
-/// comes back as it was.
+/// The text in UTF-8; none is the empty text. Half a surrogate pair is encoded alone, in three bytes that are
+/// not UTF-8.
 std::string textOf(NSString* string);
-/// The string that textOf() was given. U+FFFD stands for each byte that textOf() does not write.
+/// The inverse of textOf(). A byte that textOf() never writes becomes U+FFFD.
 NSString* stringOf(std::string_view text);
 
 /// A property list's object for the core. It carries the given object along, and none is none.

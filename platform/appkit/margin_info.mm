@@ -8,7 +8,7 @@ namespace platform = tandemtrim::platform;
 
 namespace {
 
-// What an entry is for the core and for the toolkit alike, so it must not change on one side alone.
+// Core and Foundation share the entry: a caller that changed its own afterwards would change one side alone.
 platform::ObjectRef copyOf(id entry) { return appkit::objectOf([[entry copy] autorelease]); }
 
 }  // namespace
@@ -18,8 +18,7 @@ platform::ObjectRef copyOf(id entry) { return appkit::objectOf([[entry copy] aut
 // A class cluster's initialisers make an object of another class, so none of them runs.
 - (id)initWithCore:(std::shared_ptr<platform::Dictionary>)core {
   core_ = std::move(core);
-  // Gives each limit a number object that stays the same, since those that were read from the PPD have none
-  // yet.
+  // The limits from the PPD get their number objects here, so that each call returns the same ones.
   appkit::guardedInit(self, [&] {
     for (auto& [name, entry] : *core_) entry = copyOf(appkit::foundationObjectOf(entry));
   });

@@ -9,7 +9,7 @@ namespace platform = tandemtrim::platform;
 
 namespace {
 
-// The core's object for one of the toolkit's; none for anything that is no control of the panel.
+// The core's object of a panel's control; null for any other object.
 platform::NibObject* componentOf(id object) {
   return [object respondsToSelector:@selector(component)] ? [object component] : nullptr;
 }

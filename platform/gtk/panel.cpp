@@ -59,7 +59,7 @@ std::unique_ptr<NibObject> Panel::wrap(std::string_view outlet) const {
   return nullptr;
 }
 
-// Those that stand beside the menu under its name.
+// The titles are a list of the nib, named after the menu.
 std::vector<std::string> Panel::itemsOf(std::string_view menu) const {
   auto* const list = object(std::string(menu).append("Items"));
   std::vector<std::string> titles;

@@ -20,8 +20,7 @@ constexpr const char* kLocalizationEnding = ".lproj";
 constexpr const char* kTableEnding = ".strings";
 constexpr const char* kPropertyListEnding = ".plist";
 
-// What stands before the ending in the names of a folder that have it, in order; nothing for a folder that
-// cannot be read.
+// The names in a folder that have this ending, without it and in order; none where the folder cannot be read.
 std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending) {
   const std::unique_ptr<DIR, int (*)(DIR*)> open(opendir(folder.c_str()), &closedir);
   std::vector<std::string> stems;

@@ -17,8 +17,9 @@ inline constexpr std::size_t kPropertyListLevels = 8;
 /// texts with bytes or references that are no characters, dictionaries whose keys and values do not
 /// alternate, and what nests deeper than kPropertyListLevels. Of equal keys the last one counts.
 ///
-/// None when the elements do not match, when there is more than one list, for entities of the text's own, or
-/// when the root cannot be read; `line` is then the line where reading ended.
+/// None when the elements do not match (too deep ones are only counted), when there is more than one list,
+/// when the text defines entities, or when the root cannot be read; `line` is then the line where reading
+/// ended.
 ObjectRef parsePropertyList(std::string_view text, std::size_t& line);
 
 }  // namespace tandemtrim::platform::linux

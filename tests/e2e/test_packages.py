@@ -16,7 +16,7 @@ Description: one package with the files of both
 """
 
 
-def told(*command):
+def output(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
@@ -45,14 +45,14 @@ class PackagesTest(TerminalCase):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        cls.version = told(PROGRAM, "--version").split()[1]
+        cls.version = output(PROGRAM, "--version").split()[1]
         cls.terminal, cls.gtk = cls.packages = [
             next((BUILD / "package").glob(f"{name}_{cls.version}_*.deb")) for name in ("tandem-trim", "tandem-trim-gtk")
         ]
 
     def contents(self, package):
         """The mode, owner and path of each file and folder of the package."""
-        lines = told("dpkg-deb", "--contents", package).splitlines()
+        lines = output("dpkg-deb", "--contents", package).splitlines()
         return [(mode, owner, path) for mode, owner, _, _, _, path in (line.split(maxsplit=5) for line in lines)]
 
     def files(self, package):
@@ -60,7 +60,7 @@ class PackagesTest(TerminalCase):
 
     def depends(self, package):
         """The names of the packages that it depends on."""
-        return set(re.findall(r"(?:^|, )([^ ,]+)", told("dpkg-deb", "--field", package, "Depends")))
+        return set(re.findall(r"(?:^|, )([^ ,]+)", output("dpkg-deb", "--field", package, "Depends")))
 
     def test_lintian_finds_neither_errors_nor_warnings(self):
         found = subprocess.run(
@@ -70,7 +70,7 @@ class PackagesTest(TerminalCase):
 
     def test_each_installed_file_is_in_one_package(self):
         prefix = self.temporary_folder()
-        told("cmake", "--install", BUILD, "--prefix", prefix)
+        output("cmake", "--install", BUILD, "--prefix", prefix)
         installed = {f"./usr/{path.relative_to(prefix)}" for path in prefix.rglob("*") if not path.is_dir()}
         packed = [path for package in self.packages for path in self.files(package)]
         for_packages_alone = ["./usr/share/lintian/overrides/tandem-trim-gtk"]
@@ -93,7 +93,7 @@ class PackagesTest(TerminalCase):
         self.assertEqual({name for name in self.depends(self.gtk) if "gtk" in name}, {"libgtk-4-1", "libgtkmm-4.0-0"})
 
     def test_the_dialog_needs_the_terminal_of_its_version(self):
-        self.assertIn(f"tandem-trim (= {self.version})", told("dpkg-deb", "--field", self.gtk, "Depends"))
+        self.assertIn(f"tandem-trim (= {self.version})", output("dpkg-deb", "--field", self.gtk, "Depends"))
 
     def test_they_install_work_and_go(self):
         root = Root(self.temporary_folder())
@@ -108,10 +108,10 @@ class PackagesTest(TerminalCase):
         """One package with the files of both, as there was."""
         folder = self.temporary_folder()
         for package in self.packages:
-            told("dpkg-deb", "--extract", package, folder / "tree")
+            output("dpkg-deb", "--extract", package, folder / "tree")
         (folder / "tree/DEBIAN").mkdir()
         (folder / "tree/DEBIAN/control").write_text(FORMER)
-        told("dpkg-deb", "--root-owner-group", "--build", folder / "tree", folder / "former.deb")
+        output("dpkg-deb", "--root-owner-group", "--build", folder / "tree", folder / "former.deb")
         shutil.rmtree(folder / "tree")
         return folder / "former.deb"
 
