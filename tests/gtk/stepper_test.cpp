@@ -83,6 +83,16 @@ TEST_F(StepperBesideABox, GoesOnFromWhatIsTyped) {
   EXPECT_EQ(value(), 4);
 }
 
+// Control, Shift and u begin a character, which replaces what is selected; an empty box counts as 0.
+TEST_F(StepperBesideABox, GoesOnFromWhatIsLeftOfATextThatTheInputMethodStillComposes) {
+  person.focus(box);
+  person.press(XK_a, XK_Control_L);
+  person.press(XK_U, XK_Control_L);
+  person.type("3");
+  person.turnWheel(box, true);
+  EXPECT_EQ(value(), 1);
+}
+
 TEST_F(StepperBesideABox, FollowsTheWheelOnlyWhileTheBoxHasTheFocus) {
   leaveTheBox();
   person.turnWheel(box, true);
