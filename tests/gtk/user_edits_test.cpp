@@ -174,6 +174,17 @@ TEST_F(UserEdits, AreNotUndoneIntoAnIllegalText) {
   EXPECT_EQ(text(), "0");
 }
 
+// Corrected, 12.5 would be read as 125.
+TEST_F(UserEdits, ThatWaitDoNotCorrectWhatTheProgramShowsNext) {
+  gtk_editable_set_text(GTK_EDITABLE(box), "9");
+  dynamic_cast<MorvaTTTextBoxKV2&>(*dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop))
+      .setStringValue("12.5");
+  EXPECT_EQ(notifications, 1);
+  while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
+  EXPECT_EQ(text(), "12.5");
+  EXPECT_EQ(notifications, 1);
+}
+
 TEST_F(UserEdits, AreNotWhatTheProgramShows) {
   shown.panel().willShow();
   shown.panel().restoreValuesAndReturnError(nullptr);
