@@ -19,20 +19,40 @@ void countAndHandle(id self, SEL selector, NSNotification* notification) {
   reinterpret_cast<void (*)(id, SEL, NSNotification*)>(original)(self, selector, notification);
 }
 
-class Counting {
+// A method of one of the bundle's classes, replaced for as long as this lives.
+class Replacing {
  public:
-  Counting() {
-    handled = 0;
-    original = class_replaceMethod(controller_, handler_, reinterpret_cast<IMP>(countAndHandle), "v@:@");
+  Replacing(NSString* className, SEL method, IMP by, const char* types)
+      : class_(NSClassFromString(className)), method_(method), types_(types) {
+    class_replaceMethod(class_, method_, by, types_);
   }
-  Counting(const Counting&) = delete;
-  Counting& operator=(const Counting&) = delete;
-  ~Counting() { class_replaceMethod(controller_, handler_, original, "v@:@"); }
+  Replacing(const Replacing&) = delete;
+  Replacing& operator=(const Replacing&) = delete;
+  ~Replacing() { class_replaceMethod(class_, method_, before_, types_); }
+
+  [[nodiscard]] IMP before() const { return before_; }
 
  private:
-  Class const controller_ = NSClassFromString(@"MorvaTTViewControllerKV2");
-  SEL const handler_ = @selector(controlTextDidChange:);
+  Class const class_;
+  SEL const method_;
+  const char* const types_;
+  IMP const before_ = class_getMethodImplementation(class_, method_);
 };
+
+class Counting : public Replacing {
+ public:
+  Counting()
+      : Replacing(@"MorvaTTViewControllerKV2", @selector(controlTextDidChange:),
+                  reinterpret_cast<IMP>(countAndHandle), "v@:@") {
+    handled = 0;
+    original = before();
+  }
+};
+
+void refuseOnTheLeft(id self, SEL /*selector*/, double /*value*/) {
+  if ([[self valueForKey:@"identifier"] isEqual:@"Left"])
+    [NSException raise:NSGenericException format:@"refused"];
+}
 
 TEST_F(MarginEntryInAHost, CorrectsEachEditAndTakesTheStepperAlong) {
   ASSERT_NO_FATAL_FAILURE(showOn());
@@ -74,6 +94,23 @@ TEST_F(MarginEntryInAHost, SubscribesOnceHoweverOftenTheViewIsRequestedAndNoLong
   close();
   [[NSNotificationCenter defaultCenter] postNotificationName:NSControlTextDidChangeNotification object:kept];
   EXPECT_EQ(handled, 1);
+}
+
+TEST_F(MarginEntryInAHost, IsSubscribedToByNoSetUpThatBreaksOff) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  {
+    const Replacing method(@"MorvaTTStepperKV2", @selector(setMaxValue:),
+                           reinterpret_cast<IMP>(refuseOnTheLeft), "v@:d");
+    EXPECT_EQ(exceptionOf([&] { [panel panelView]; }), "NSGenericException");
+  }
+  const Counting counting;
+  for (NSString* name in @[ @"textBoxMarginTop", @"textBoxMarginBottom", @"textBoxMarginLeft" ]) {
+    id const unused = [[panel viewController] performSelector:NSSelectorFromString(name)];
+    EXPECT_NE(unused, nil) << textOf(name);
+    [[NSNotificationCenter defaultCenter] postNotificationName:NSControlTextDidChangeNotification
+                                                        object:unused];
+  }
+  EXPECT_EQ(handled, 0);
 }
 
 TEST_F(MarginEntryInAHost, KeepsTheInsertionPointWhereTheTextStaysAsTyped) {
