@@ -144,6 +144,14 @@ TEST_F(PanelView, KeepsItsDependentControlsLiveAfterRestoringDefaults) {
   expectLive(true);
 }
 
+TEST_F(PanelView, IsNotGreyedAnewWhenTheDefaultsAreRestored) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  panel->setMixed("tandemTrimValid");
+  EXPECT_TRUE(panel->click("defaultButton"));
+  expectLive(true);
+  EXPECT_EQ(panel->look("tandemTrimValid").state, -1);
+}
+
 TEST_F(PanelView, FollowsTheStoredStateAtEachShowAndRestore) {
   ASSERT_NO_FATAL_FAILURE(show());
   for (const bool on : {true, false, true, false}) {
