@@ -55,7 +55,7 @@ char32_t referenced(std::string_view name) {
   if (base == 16) name.remove_prefix(1);
   constexpr std::uint32_t kLastCharacter = 0x10FFFF;
   std::uint32_t point = 0;
-  // It leaves the point alone for no number and for one that is too large.
+  // The point stays 0 where there is no number, or one that is too large for the type.
   const auto* end = std::from_chars(name.data(), name.data() + name.size(), point, base).ptr;
   return end == name.data() + name.size() && point <= kLastCharacter ? point : 0;
 }

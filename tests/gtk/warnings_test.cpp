@@ -13,7 +13,7 @@ namespace {
 constexpr auto kFailures =
     G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE;
 
-// What is not the panel's fault.
+// Messages that GTK prints because of the tests' surroundings, whatever the panel does.
 constexpr std::array<std::string_view, 2> kForeign{
     "GtkDialog mapped without a transient parent",  // a test's dialog is its only window
     "avahi printers will not be available",         // GTK asks the system bus, which tests do not have
