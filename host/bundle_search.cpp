@@ -1,10 +1,14 @@
 #include "host/bundle_search.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <map>
 #include <sstream>
 
 #include "host/failure.hpp"
+#include "host/ppd.hpp"
+#include "platform/linux/bundle_info.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -30,6 +34,16 @@ std::vector<fs::path> standardFolders() {
   return folders;
 }
 
+std::vector<fs::path> foldersOf(const std::optional<std::string>& plugin) {
+  return plugin ? std::vector<fs::path>{*plugin} : standardFolders();
+}
+
+std::string anyOf(const std::vector<std::string>& names) {
+  std::string text;
+  for (const auto& name : names) text += (text.empty() ? "" : " or ") + name;
+  return text;
+}
+
 }  // namespace
 
 bool isBundle(const fs::path& path) {
@@ -46,13 +60,59 @@ std::optional<fs::path> findBundle(const std::optional<std::string>& plugin,
     }
     if (isBundle(*plugin)) return *plugin;
   }
-  const auto folders = plugin ? std::vector<fs::path>{*plugin} : standardFolders();
+  const auto folders = foldersOf(plugin);
   for (const auto& name : names) {
     for (const auto& folder : folders) {
       if (auto path = folder / name; isBundle(path)) return path;
     }
   }
   return std::nullopt;
+}
+
+std::vector<fs::path> installedBundles(const std::optional<std::string>& plugin) {
+  if (plugin && isBundle(*plugin)) return {*plugin};
+  std::map<fs::path, fs::path> byName;
+  for (const auto& folder : foldersOf(plugin)) {
+    std::error_code unreadable;
+    for (const auto& entry : fs::directory_iterator(folder, unreadable)) {
+      const auto& path = entry.path();
+      if (path.extension() == ".bundle" && isBundle(path)) byName.emplace(path.filename(), path);
+    }
+  }
+  std::vector<fs::path> bundles;
+  for (const auto& [name, path] : byName) bundles.push_back(path);
+  return bundles;
+}
+
+std::optional<fs::path> bundleOfPrinter(const std::optional<std::string>& plugin, ppd_file_t* ppd) {
+  if (ppd == nullptr) {
+    const auto installed = installedBundles(plugin);
+    return installed.size() == 1 ? std::optional(installed.front()) : std::nullopt;
+  }
+  const auto names = dialogExtensions(*ppd);
+  if (names.empty()) return std::nullopt;
+  const auto bundle = findBundle(plugin, names);
+  if (!bundle) {
+    throw PluginFailure("the plug-in " + anyOf(names) +
+                        (plugin ? " is not in " + *plugin : " is not installed"));
+  }
+  return bundle;
+}
+
+std::vector<std::string> keywordsOfPanels(const std::optional<std::string>& plugin) {
+  std::vector<std::string> keywords;
+  for (const auto& bundle : installedBundles(plugin)) {
+    std::string reason;
+    const auto info = platform::linux::BundleInfo::read(bundle, reason);
+    if (info) std::ranges::copy(info->optionKeywords(), std::back_inserter(keywords));
+  }
+  return keywords;
+}
+
+std::optional<std::string> spelledAsIn(const std::vector<std::string>& keywords, const std::string& keyword) {
+  const auto known = std::ranges::find_if(
+      keywords, [&](const auto& candidate) { return isSameKeyword(candidate, keyword); });
+  return known == keywords.end() ? std::nullopt : std::optional(*known);
 }
 
 }  // namespace tandemtrim::host

@@ -25,7 +25,7 @@ std::string copiesMistake(const std::string& text) {
 Input inputFrom(const std::string& text) {
   const auto equals = text.find('=');
   if (equals == std::string::npos || equals == 0) {
-    throw Failure("--set \"" + text + "\": write name=text, as in --set Top=12", kWrongCommandLine);
+    throw Failure("--set \"" + text + "\": write name=text; --json lists the names", kWrongCommandLine);
   }
   return {text.substr(0, equals), text.substr(equals + 1)};
 }
@@ -100,7 +100,7 @@ void takeInOrder(const CLI::App& app, const Repeated& repeated, CommandLine& lin
 
 std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments) {
   CommandLine line;
-  CLI::App app("Print with the Tandem Trim panel, from a terminal.", "tandem-trim");
+  CLI::App app("Print with the panel of the printer's plug-in, from a terminal.", "tandem-trim");
   const auto repeated = declare(app, line);
   std::reverse(arguments.begin(), arguments.end());
   try {

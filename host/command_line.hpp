@@ -11,7 +11,7 @@ namespace tandemtrim::host {
 
 /// One act of the person at the panel.
 struct Input {
-  /// The control's name ("Top", "Valid").
+  /// The name of the setting, or of the button.
   std::string name;
   /// What is typed, chosen or switched to; none presses a button.
   std::optional<std::string> text;

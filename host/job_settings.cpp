@@ -1,9 +1,6 @@
 #include "host/job_settings.hpp"
 
-#include <algorithm>
-
 #include "host/bundle_search.hpp"
-#include "host/family.hpp"
 #include "host/plain_text.hpp"
 #include "host/plugin_loader.hpp"
 #include "host/ppd.hpp"
@@ -18,56 +15,41 @@ platform::linux::PrintSettings settingsFrom(const Options& options) {
   return settings;
 }
 
-std::string join(const std::vector<std::string>& names, const std::string& separator) {
-  std::string joined;
-  for (const auto& name : names) joined += (joined.empty() ? "" : separator) + name;
-  return joined;
-}
-
-LoadedPlugin loadNamed(const CommandLine& line, const std::vector<std::string>& bundles, const Note& note) {
-  const auto bundle = findBundle(line.plugin, bundles);
-  if (!bundle) {
-    throw PluginFailure("the plug-in " + join(bundles, " or ") +
-                        (line.plugin ? " is not in " + *line.plugin : " is not installed"));
-  }
-  return loadPlugin(openBundle(bundle->string(), note), kMemoryModule);
-}
-
-JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::vector<std::string>& bundles,
+JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::string& path,
                           const Options& starting, const Note& note) {
-  const auto plugin = loadNamed(line, bundles, note);
-  auto settings = settingsFrom(starting);
+  const auto bundle = openBundle(path, note);
+  const auto keywords = bundle.info.optionKeywords();
+  Options spelled;
+  for (const auto& [keyword, value] : starting)
+    setOption(spelled, {spelledAsIn(keywords, keyword).value_or(keyword), value});
+  auto settings = settingsFrom(spelled);
   JobSettings settled;
-  settled.panel = playPanel(plugin, settings, ppd, line.inputs, line.force, note);
+  settled.panel = playPanel(bundle, settings, ppd, line.inputs, line.force, note);
   for (const auto& [keyword, value] : settings.entries()) settled.options.push_back({keyword, value});
   return settled;
 }
 
-Options spelledAsByPanel(const Options& options) {
-  Options spelled;
-  for (const auto& [keyword, value] : options)
-    setOption(spelled, {keywordOfPanel(keyword).value_or(keyword), value});
-  return spelled;
-}
-
-JobSettings settleWithoutPanel(const CommandLine& line, const std::string& printer, const Options& starting,
-                               const Note& note) {
-  if (!line.inputs.empty()) {
-    throw Failure(
-        printer +
-        " has no panel, since its PPD names none; nothing was sent. Leave --set and --restore-defaults out");
-  }
-  if (line.files.empty()) note(printer + " has no panel, since its PPD names none");
+JobSettings settleWithoutPanel(const CommandLine& line, const std::string& printer, const std::string& reason,
+                               const Options& starting, const Note& note) {
+  const auto fact = printer + " has no panel, since " + reason;
+  if (!line.inputs.empty())
+    throw Failure(fact + "; nothing was sent. Leave --set and --restore-defaults out");
+  if (line.files.empty()) note(fact);
   JobSettings settled{starting, std::nullopt};
-  std::erase_if(settled.options, [&](const Option& option) {
-    const bool ofPanel = keywordOfPanel(option.keyword).has_value();
-    if (ofPanel) note(printer + " has no panel; " + shortText(optionText(option)) + " is left out");
-    return ofPanel;
+  std::erase_if(settled.options, [&, keywords = keywordsOfPanels(line.plugin)](const Option& option) {
+    const bool isPanels = spelledAsIn(keywords, option.keyword).has_value();
+    if (isPanels) note(printer + " has no panel; " + shortText(optionText(option)) + " is left out");
+    return isPanels;
   });
   return settled;
 }
 
 }  // namespace
+
+std::string reasonForNoPanel(const ppd_file_t* ppd) {
+  if (ppd != nullptr) return "its PPD names none";
+  return "it has no PPD to name one, and not exactly one panel is installed (--plugin names one)";
+}
 
 std::string withoutPpdText(const std::string& printer) {
   return printer +
@@ -77,11 +59,11 @@ std::string withoutPpdText(const std::string& printer) {
 
 JobSettings settleSettings(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
                            const Options& starting, const Note& note) {
-  const auto bundles = ppd != nullptr ? dialogExtensions(*ppd) : std::vector<std::string>{kDefaultBundle};
-  if (bundles.empty()) return settleWithoutPanel(line, printer, starting, note);
-  if (ppd == nullptr) note(withoutPpdText(printer));
   try {
-    return settleAtPanel(line, ppd, bundles, spelledAsByPanel(starting), note);
+    const auto bundle = bundleOfPrinter(line.plugin, ppd);
+    if (!bundle) return settleWithoutPanel(line, printer, reasonForNoPanel(ppd), starting, note);
+    if (ppd == nullptr) note(withoutPpdText(printer));
+    return settleAtPanel(line, ppd, bundle->string(), starting, note);
   } catch (const PluginFailure& failure) {
     if (!line.withoutPanel) {
       throw Failure(
@@ -92,7 +74,7 @@ JobSettings settleSettings(const CommandLine& line, const std::string& printer, 
       throw Failure(std::string(failure.what()) +
                     "; --set and --restore-defaults need the panel, so nothing was sent");
     }
-    note("warning: Tandem Trim settings are not available: " + std::string(failure.what()));
+    note("warning: the settings of the printer's panel are not available: " + std::string(failure.what()));
     return {starting, std::nullopt};
   }
 }

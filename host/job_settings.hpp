@@ -18,7 +18,10 @@ struct JobSettings {
   std::optional<PanelResult> panel;
 };
 
-/// What is to be noted of a printer whose queue has no PPD.
+/// Why a printer with this PPD, or with none (null), has no panel.
+std::string reasonForNoPanel(const ppd_file_t* ppd);
+
+/// A warning about a printer whose queue has no PPD.
 std::string withoutPpdText(const std::string& printer);
 
 /// Has the printer's panel, if there is one, complete the options that the job starts with. `printer` is what

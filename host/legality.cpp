@@ -1,63 +1,46 @@
 #include "host/legality.hpp"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 
 #include <strings.h>
 
 #include "platform/integer_text.hpp"
-#include "platform/object.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-using platform::memory::ControlKind;
-using platform::memory::ControlState;
+using platform::PanelSetting;
 
 }  // namespace
 
-std::vector<std::string> choicesOf(const ControlState& control) {
-  if (control.kind == ControlKind::checkBox) return {"On", "Off"};
-  std::vector<std::string> values;
-  for (const auto& choice : control.choices) {
-    if (choice.value) values.push_back(*choice.value);
-  }
-  return values;
-}
-
-std::string decimalText(double number) { return std::to_string(platform::Object(number).integerValue()); }
-
-std::string allowedValues(const ControlState& control) {
-  if (control.kind == ControlKind::textBox)
-    return decimalText(control.min) + " to " + decimalText(control.max);
+std::string allowedValues(const PanelSetting& setting) {
+  if (setting.kind == PanelSetting::Kind::number)
+    return std::to_string(setting.minimum) + " to " + std::to_string(setting.maximum);
   std::string list;
-  for (const auto& value : choicesOf(control)) list += (list.empty() ? "" : ", ") + value;
+  for (const auto& choice : setting.choices) list += (list.empty() ? "" : ", ") + choice.value;
   return list;
 }
 
-bool isLegal(const ControlState& control, const std::string& value) {
-  if (control.kind != ControlKind::textBox) {
-    const auto values = choicesOf(control);
-    return std::find(values.begin(), values.end(), value) != values.end();
-  }
+bool isLegal(const PanelSetting& setting, std::string_view value) {
+  if (setting.kind != PanelSetting::Kind::number)
+    return std::ranges::find(setting.choices, value, &platform::SettingChoice::value) !=
+           setting.choices.end();
   const auto number = platform::integerValue(value);
-  const auto asReal = static_cast<double>(number);
-  return std::to_string(number) == value && asReal >= control.min && asReal <= control.max;
+  return std::to_string(number) == value && number >= setting.minimum && number <= setting.maximum;
 }
 
-std::string suggestedValue(const ControlState& control, const std::string& value) {
-  if (control.kind == ControlKind::textBox) {
-    const auto number = static_cast<double>(platform::integerValue(value));
-    return decimalText(std::max(control.min, std::min(control.max, number)));
+std::string suggestedValue(const PanelSetting& setting, const std::string& value) {
+  if (setting.kind == PanelSetting::Kind::number) {
+    const auto number = platform::integerValue(value);
+    return std::to_string(std::max(setting.minimum, std::min(setting.maximum, number)));
   }
-  const auto values = choicesOf(control);
-  for (const auto& choice : values) {
-    if (strcasecmp(choice.c_str(), value.c_str()) == 0) return choice;
+  for (const auto& choice : setting.choices) {
+    if (strcasecmp(choice.value.c_str(), value.c_str()) == 0) return choice.value;
   }
-  // A check box shows what it does not know as off.
-  if (control.kind == ControlKind::checkBox) return "Off";
-  return values.empty() ? "" : values.front();
+  if (setting.choices.empty()) return "";
+  // A check box shows a value that it does not know as off.
+  return setting.kind == PanelSetting::Kind::onOff ? setting.choices.back().value
+                                                   : setting.choices.front().value;
 }
 
 }  // namespace tandemtrim::host

@@ -1,27 +1,21 @@
 #pragma once
 
 #include <string>
-#include <vector>
+#include <string_view>
 
-#include "platform/memory/panel_view.hpp"
+#include "platform/extension.hpp"
 
 namespace tandemtrim::host {
 
-/// A number's decimal text, cut to a whole number and held within 64 bits, the same in every locale.
-std::string decimalText(double number);
+/// "0 to 30" of a number, "Left, Center, Right" of a choice, "On, Off" of an on/off setting.
+std::string allowedValues(const platform::PanelSetting& setting);
 
-/// The values to choose from: those of a menu's items, "On" and "Off" of a check box; none at all for a
-/// number.
-std::vector<std::string> choicesOf(const platform::memory::ControlState& control);
+/// Whether a user could set this value at the panel: a decimal integer in its usual form within the bounds,
+/// or one of the choices.
+bool isLegal(const platform::PanelSetting& setting, std::string_view value);
 
-/// "0 to 30" of a text box, "Left, Center, Right" of a menu, "On, Off" of a check box.
-std::string allowedValues(const platform::memory::ControlState& control);
-
-/// Whether a stored value is one that a person could set at this control: a decimal integer in its usual form
-/// within the box's limits, the value of one of a menu's items, "On" or "Off".
-bool isLegal(const platform::memory::ControlState& control, const std::string& value);
-
-/// The legal value to suggest instead: the nearest number, or the first choice.
-std::string suggestedValue(const platform::memory::ControlState& control, const std::string& value);
+/// The legal value to suggest instead: the nearest number, the choice that differs in letter case only, off,
+/// or the first choice.
+std::string suggestedValue(const platform::PanelSetting& setting, const std::string& value);
 
 }  // namespace tandemtrim::host

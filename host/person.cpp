@@ -9,95 +9,99 @@
 namespace tandemtrim::host {
 namespace {
 
-using platform::memory::ControlKind;
-using platform::memory::ControlState;
+using platform::PanelSetting;
 using platform::memory::PanelView;
+using Settings = std::vector<PanelSetting>;
 
-ControlState controlNamed(const PanelView& view, const std::string& name) {
+const PanelSetting& settingNamed(const Settings& settings, const std::string& name) {
+  const auto setting = std::ranges::find(settings, name, &PanelSetting::name);
+  if (setting != settings.end()) return *setting;
   std::string names;
-  for (const auto& control : settingControls(view)) {
-    if (control.name == name) return control;
-    names += (names.empty() ? "" : ", ") + std::string(control.name);
-  }
+  for (const auto& known : settings) names += (names.empty() ? "" : ", ") + known.name;
   throw Failure("--set " + name + ": the panel has no such setting; it has " + names, kWrongCommandLine);
 }
 
-Failure greyed(const std::string& what) {
-  return Failure(what +
-                 ": Tandem Trim is off, so this control is greyed; nothing was sent. Turn it on first by "
-                 "--set Valid=On");
+// A panel greys its controls while its switch is off.
+Failure greyed(const Settings& settings, const std::string& what) {
+  const auto onOff = std::ranges::find(settings, PanelSetting::Kind::onOff, &PanelSetting::kind);
+  if (onOff == settings.end()) return Failure(what + ": this control is greyed now; nothing was sent");
+  return Failure(what + ": " + onOff->title +
+                 " is off, so this control is greyed; nothing was sent. Turn it on first by --set " +
+                 onOff->name + "=" + onOff->choices.front().value);
 }
 
-Failure notTaken(const ControlState& control, const std::string& text) {
-  return Failure(
-      "--set " + std::string(control.name) + "=" + text + ": choose one of " + allowedValues(control),
-      kWrongCommandLine);
+Failure notTaken(const PanelSetting& setting, const std::string& text) {
+  return Failure("--set " + setting.name + "=" + text + ": choose one of " + allowedValues(setting),
+                 kWrongCommandLine);
 }
 
-void type(PanelView& view, const ControlState& box, const std::string& text, const Note& note) {
-  if (!view.type(box.outlet, text)) throw greyed("--set " + std::string(box.name) + "=" + text);
-  const auto after = view.control(box.outlet);
-  if (after.text == text) return;
-  note(std::string(box.name) + ": \"" + shortText(text) + "\" was typed, the panel made it " + after.text +
-       " (allowed: " + allowedValues(after) + ")");
+// Each of these acts on the setting's control; false when the control is greyed.
+
+bool type(PanelView& view, const PanelSetting& box, const std::string& text, const Note& note) {
+  if (!view.type(box.name, text)) return false;
+  const auto after = view.control(box.name).text;
+  if (after != text) {
+    note(box.name + ": \"" + shortText(text) + "\" was typed, the panel made it " + after +
+         " (allowed: " + allowedValues(box) + ")");
+  }
+  return true;
 }
 
-void choose(PanelView& view, const ControlState& menu, const std::string& text) {
-  const auto choice = std::find_if(menu.choices.begin(), menu.choices.end(),
-                                   [&](const auto& item) { return item.value == text; });
-  if (choice == menu.choices.end()) throw notTaken(menu, text);
-  const auto index = static_cast<std::size_t>(choice - menu.choices.begin());
-  if (!view.choose(menu.outlet, index)) throw greyed("--set " + std::string(menu.name) + "=" + text);
+bool choose(PanelView& view, const PanelSetting& menu, const std::string& text) {
+  const auto& items = view.control(menu.name).choices;
+  const auto item = std::ranges::find(items, text, &platform::memory::MenuChoice::value);
+  if (item == items.end()) throw notTaken(menu, text);
+  return view.choose(menu.name, static_cast<std::size_t>(item - items.begin()));
 }
 
-void switchTo(PanelView& view, const ControlState& box, const std::string& text) {
+bool switchTo(PanelView& view, const PanelSetting& box, const std::string& text) {
   if (!isLegal(box, text)) throw notTaken(box, text);
-  const int wanted = text == "On" ? platform::CheckBox::kOn : platform::CheckBox::kOff;
+  const int wanted = text == box.choices.front().value ? platform::CheckBox::kOn : platform::CheckBox::kOff;
   // A click from the mixed state gives on, so that off may take a second one.
-  for (int clicks = 0; clicks < 2 && view.control(box.outlet).state != wanted; ++clicks) {
-    if (!view.click(box.outlet)) throw greyed("--set " + std::string(box.name) + "=" + text);
+  for (int clicks = 0; clicks < 2 && view.control(box.name).state != wanted; ++clicks) {
+    if (!view.click(box.name)) return false;
   }
+  return true;
 }
 
-// The defaults come back for all settings but the switch.
-void press(PanelView& view, const std::string& button, std::set<std::string>& setAnew) {
+bool set(PanelView& view, const PanelSetting& setting, const std::string& text, const Note& note) {
+  switch (setting.kind) {
+    case PanelSetting::Kind::number:
+      return type(view, setting, text, note);
+    case PanelSetting::Kind::choice:
+      return choose(view, setting, text);
+    case PanelSetting::Kind::onOff:
+      return switchTo(view, setting, text);
+  }
+  return false;
+}
+
+bool press(PanelView& view, const std::string& button) {
   const auto controls = view.controls();
-  if (std::none_of(controls.begin(), controls.end(),
-                   [&](const auto& control) { return control.name == button; })) {
+  if (std::ranges::find(controls, button, &platform::memory::ControlState::name) == controls.end())
     throw Failure("--restore-defaults: the panel has no such button", kWrongCommandLine);
-  }
-  if (!view.click(button)) throw greyed("--restore-defaults");
-  for (const auto& control : settingControls(view)) {
-    if (control.kind != ControlKind::checkBox) setAnew.emplace(control.name);
-  }
+  return view.click(button);
 }
 
 }  // namespace
 
-std::vector<ControlState> settingControls(const PanelView& view) {
-  auto controls = view.controls();
-  std::erase_if(controls, [](const ControlState& control) {
-    const bool holdsValue = control.kind == ControlKind::textBox || control.kind == ControlKind::popUp ||
-                            control.kind == ControlKind::checkBox;
-    return control.name.empty() || !holdsValue;
-  });
-  return controls;
-}
-
-std::set<std::string> act(PanelView& view, const std::vector<Input>& inputs, const Note& note) {
-  std::set<std::string> setAnew;
+std::set<std::string> act(PanelView& view, const Settings& settings, const std::vector<Input>& inputs,
+                          const Note& note) {
+  std::set<std::string> names;
   for (const auto& [name, text] : inputs) {
-    if (!text) {
-      press(view, name, setAnew);
+    if (text) {
+      if (!set(view, settingNamed(settings, name), *text, note))
+        throw greyed(settings, "--set " + name + "=" + *text);
+      names.insert(name);
       continue;
     }
-    const auto control = controlNamed(view, name);
-    if (control.kind == ControlKind::textBox) type(view, control, *text, note);
-    if (control.kind == ControlKind::popUp) choose(view, control, *text);
-    if (control.kind == ControlKind::checkBox) switchTo(view, control, *text);
-    setAnew.insert(name);
+    if (!press(view, name)) throw greyed(settings, "--restore-defaults");
+    // The defaults come back for all settings but the switch.
+    for (const auto& setting : settings) {
+      if (setting.kind != PanelSetting::Kind::onOff) names.insert(setting.name);
+    }
   }
-  return setAnew;
+  return names;
 }
 
 }  // namespace tandemtrim::host

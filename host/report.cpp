@@ -3,7 +3,6 @@
 #include <nlohmann/json.hpp>
 
 #include "host/plain_text.hpp"
-#include "platform/object.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -12,12 +11,16 @@ using Json = nlohmann::ordered_json;
 
 Json limitsJson(const PanelResult& panel) {
   auto limits = Json::object();
-  for (const auto& [name, keyword, min, max, choices] : panel.limits) {
-    auto& entry = limits[name];
-    entry["keyword"] = keyword;
-    if (min) entry["min"] = platform::Object(*min).integerValue();
-    if (max) entry["max"] = platform::Object(*max).integerValue();
-    if (!choices.empty()) entry["choices"] = choices;
+  for (const auto& setting : panel.settings) {
+    auto& entry = limits[setting.name];
+    entry["keyword"] = setting.keyword;
+    if (setting.kind == platform::PanelSetting::Kind::number) {
+      entry["min"] = setting.minimum;
+      entry["max"] = setting.maximum;
+    } else {
+      entry["choices"] = Json::array();
+      for (const auto& choice : setting.choices) entry["choices"].push_back(choice.value);
+    }
   }
   return limits;
 }

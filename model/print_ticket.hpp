@@ -45,6 +45,9 @@ class MorvaTTPrintTicketKV2 {
   /// Stores nothing.
   virtual std::string restoreTicketFailSafe();
 
+  /// The stored value, else the default. Shows and stores nothing.
+  [[nodiscard]] std::string currentValue() const;
+
   /// Internal: the stored value, or none when there is none or it can't be read.
   [[nodiscard]] virtual std::optional<std::string> TTPTPrintSettings(std::string_view key) const;
   /// Internal: stores the value, or removes the key for none; whether the print settings accepted it.
@@ -72,8 +75,6 @@ class MorvaTTPrintTicketKV2 {
     return made;
   }
 
-  /// The stored value, or the default.
-  [[nodiscard]] std::string currentValue() const;
   /// Puts the text into every control.
   void showText(std::string_view text);
 

@@ -40,6 +40,8 @@ class MorvaTTPrintTicketManagerKV2 final {
   /// Shows the number in the named margin's controls; only the four margin names count.
   void setMarginValue(const platform::Object& value, std::string_view ticketName);
 
+  /// The named setting's ticket, or null for an unknown name.
+  [[nodiscard]] MorvaTTPrintTicketKV2* ticketNamed(std::string_view ticketName) const;
   [[nodiscard]] MorvaTTPrintTicketValidKV2* ticketValid() const { return ticketValid_.get(); }
   [[nodiscard]] MorvaTTPrintTicketPopUpKV2* ticketDirection() const { return ticketDirection_.get(); }
   [[nodiscard]] MorvaTTPrintTicketPopUpKV2* ticketPosition() const { return ticketPosition_.get(); }
@@ -57,7 +59,6 @@ class MorvaTTPrintTicketManagerKV2 final {
     MorvaTTPrintTicketKV2* ticket;
   };
   [[nodiscard]] std::array<NamedTicket, 7> ticketTable() const;
-  [[nodiscard]] MorvaTTPrintTicketKV2* ticketNamed(std::string_view ticketName) const;
 
   std::unique_ptr<MorvaTTPrintTicketValidKV2> ticketValid_;
   std::unique_ptr<MorvaTTPrintTicketPopUpKV2> ticketDirection_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -31,6 +32,34 @@ class HostCallback {
   [[nodiscard]] virtual ppd_file_s* ppdFile() = 0;
 };
 
+/// A value that a setting can have, and its title in the user's language.
+struct SettingChoice {
+  std::string value;
+  std::string title;
+};
+
+/// One setting of a panel, for hosts that check, list or change settings without looking at a view.
+struct PanelSetting {
+  enum class Kind { onOff, choice, number };
+
+  /// The PPD option keyword under which the setting is stored.
+  std::string keyword;
+  /// The setting's name in every language, which is also the name of its control.
+  std::string name;
+  /// The setting's title in the user's language.
+  std::string title;
+  Kind kind{};
+  /// The values of a choice, in the order of the menu; of an on/off setting, on first and then off. Empty for
+  /// a number.
+  std::vector<SettingChoice> choices;
+  /// The inclusive bounds of a number, and its unit.
+  std::int64_t minimum = 0;
+  std::int64_t maximum = 0;
+  std::string unit;
+  /// The value that the job has: the stored one, else the default.
+  std::string value;
+};
+
 /// One panel of the print dialog. Any operation may raise an exception of the standard library; the host goes
 /// on without the panel then.
 class PrintPanel {
@@ -50,6 +79,8 @@ class PrintPanel {
   [[nodiscard]] virtual bool shouldShowHelp() = 0;
   /// The PPD option keywords that the panel sets, the same list at each call. It belongs to the panel.
   [[nodiscard]] virtual const std::vector<std::string>& supportedPPDOptionKeys() = 0;
+  /// The settings behind these keywords, in the same order, as the job has them now. No control changes.
+  [[nodiscard]] virtual std::vector<PanelSetting> settings() const = 0;
   [[nodiscard]] virtual bool shouldPrint() = 0;
   /// Writes what the controls show into the print settings.
   virtual bool saveValuesAndReturnError(std::string* error) = 0;

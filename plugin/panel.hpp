@@ -36,6 +36,7 @@ class MorvaTTPdePanelKV2 : public platform::PrintPanel {
   [[nodiscard]] bool shouldShowHelp() override { return true; }
   /// Also writes the list to the system log.
   [[nodiscard]] const std::vector<std::string>& supportedPPDOptionKeys() override;
+  [[nodiscard]] std::vector<platform::PanelSetting> settings() const override;
   [[nodiscard]] bool shouldPrint() override { return true; }
   /// What the view controller's save returns; `error` is never written.
   bool saveValuesAndReturnError(std::string* error) override;

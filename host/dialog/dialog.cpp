@@ -6,9 +6,9 @@
 #include <gtk/gtkunixprint.h>
 #include <gtkmm/scrolledwindow.h>
 
+#include "host/bundle_search.hpp"
 #include "host/dialog/option_rows.hpp"
 #include "host/dialog/texts.hpp"
-#include "host/family.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -29,7 +29,7 @@ Dialog::Dialog(const CommandLine& line, Note note)
       note_(std::move(note)),
       documents_(std::make_shared<std::vector<Document>>(openDocuments(line.files))),
       page_(Gtk::make_managed<PanelPage>()),
-      pageTitle_(Gtk::make_managed<Gtk::Label>("Tandem Trim")),
+      pageTitle_(Gtk::make_managed<Gtk::Label>(localized(kPageTitleText))),
       summary_(Gtk::make_managed<Gtk::Grid>()),
       notice_(Gtk::make_managed<Gtk::Label>()),
       progress_(Gtk::make_managed<Gtk::Label>()),
@@ -90,9 +90,7 @@ std::optional<SentJob> Dialog::run() {
 
 // GTK's own rows for what the panel sets; without a panel these options are not sent at all.
 void Dialog::hideRows() {
-  if (!ppd_) return;
-  const std::vector<std::string> known(kPanelKeywords.begin(), kPanelKeywords.end());
-  hideOptionRows(GTK_WIDGET(dialog_->gobj()), *ppd_, panel_ ? panel_->keywords() : known);
+  if (ppd_) hideOptionRows(GTK_WIDGET(dialog_->gobj()), *ppd_, panelKeywords());
 }
 
 // GTK makes new rows for each printer. The dialog is as wide as they like, up to a limit.
@@ -129,10 +127,15 @@ void Dialog::showNotice(const std::string& text) {
   notice_->set_visible();
 }
 
-// The paper is chosen on another page, so that it is told whenever this one comes up.
+// The view is loaded when the page first shows. Its paper is chosen on another page, so it learns the size
+// each time.
 void Dialog::comeUp() {
+  auto& view = panel_->view();
+  if (view.toolkitView() == nullptr) throw unusable(bundle_->path, "its view could not be loaded");
+  page_->showView(GTK_WIDGET(view.toolkitView()));
   const auto paper = dialog_->get_page_setup()->get_paper_size();
-  panel_->setPaperSize(paper.get_width(Gtk::Unit::MM), paper.get_height(Gtk::Unit::MM));
+  callPlugin(bundle_->path, "setPaperSize",
+             [&] { view.setPaperSize(paper.get_width(Gtk::Unit::MM), paper.get_height(Gtk::Unit::MM)); });
   panel_->willShow();
   warn();
 }
@@ -181,22 +184,24 @@ void Dialog::onEdited() {
 }
 
 void Dialog::warn() {
-  if (panel_) guarded([&] { page_->warnOf(panel_->illegalValues()); });
+  if (panel_) guarded([&] { page_->warnOf(illegalValues(panel_->settings())); });
 }
 
 void Dialog::correct() {
   if (!panel_) return;
   guarded([&] {
     panel_->save();
-    for (const auto& value : panel_->illegalValues())
-      settings_.PMPrintSettingsSetValue(value.keyword, value.suggested, false);
+    for (const auto& [setting, suggested] : illegalValues(panel_->settings()))
+      settings_.PMPrintSettingsSetValue(setting.keyword, suggested, false);
     panel_->restore();
   });
   warn();
 }
 
 void Dialog::showHelp() {
-  ask(helpText(), Gtk::MessageType::INFO, {{localized(kCloseText), Gtk::ResponseType::CLOSE}}, [](int) {});
+  if (!bundle_) return;
+  ask(helpText(*bundle_), Gtk::MessageType::INFO, {{localized(kCloseText), Gtk::ResponseType::CLOSE}},
+      [](int) {});
 }
 
 }  // namespace tandemtrim::host

@@ -16,12 +16,13 @@
 #include "host/command_line.hpp"
 #include "host/dialog/background.hpp"
 #include "host/dialog/dialog_options.hpp"
-#include "host/dialog/open_panel.hpp"
 #include "host/dialog/order.hpp"
 #include "host/dialog/panel_page.hpp"
 #include "host/note.hpp"
+#include "host/panel_session.hpp"
 #include "host/printer.hpp"
 #include "host/report.hpp"
+#include "platform/linux/print_settings.hpp"
 
 namespace tandemtrim::host {
 
@@ -56,7 +57,8 @@ class Dialog {
   void readDetails(const std::string& printer);
   void forgetPrinter();
   void onDetails(int reading, Outcome<std::shared_ptr<Details>> outcome);
-  void openPanel(const std::string& printer);
+  void findBundle();
+  void openPanel();
   void closePanel();
   void hideRows();
   void fitWidth();
@@ -77,7 +79,8 @@ class Dialog {
   void print(bool asItIs);
   void printIfAsked();
   void askAboutIllegalValues(const std::vector<IllegalValue>& values);
-  [[nodiscard]] Options panelOptions(const std::vector<std::string>& keywords);
+  [[nodiscard]] std::vector<std::string> panelKeywords() const;
+  [[nodiscard]] Options panelOptions() const;
   [[nodiscard]] Order order();
   void send(const Order& order);
   void onSent(const Order& order, const Outcome<Delivery>& outcome);
@@ -138,7 +141,9 @@ class Dialog {
   Options saved_;
   // What GTK's rows showed of the command line's options before the person changed any.
   Options untouched_;
-  std::unique_ptr<OpenPanel> panel_;
+  // The bundle with the current printer's panel; none for a printer without a panel.
+  std::optional<PluginBundle> bundle_;
+  std::unique_ptr<PanelSession> panel_;
   sigc::connection selecting_;
 };
 

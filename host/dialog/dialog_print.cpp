@@ -5,11 +5,11 @@
 
 #include <gtk/gtkunixprint.h>
 
+#include "host/bundle_search.hpp"
 #include "host/dialog/dialog.hpp"
 #include "host/dialog/remembered.hpp"
 #include "host/dialog/texts.hpp"
 #include "host/failure.hpp"
-#include "host/family.hpp"
 #include "host/progress_line.hpp"
 
 namespace tandemtrim::host {
@@ -66,7 +66,7 @@ void Dialog::print(bool asItIs) {
     const bool works = guarded([&] {
       agreed = panel_->shouldPrint();
       panel_->save();
-      illegal = panel_->illegalValues();
+      illegal = illegalValues(panel_->settings());
     });
     if (!works || !agreed) return;
     if (!illegal.empty() && !asItIs) return askAboutIllegalValues(illegal);
@@ -114,10 +114,10 @@ void Dialog::ask(const Glib::ustring& message, Gtk::MessageType type,
   question_->set_visible();
 }
 
-// What is stored under the panel's keywords.
-Options Dialog::panelOptions(const std::vector<std::string>& keywords) {
+// The stored values of the panel's keywords.
+Options Dialog::panelOptions() const {
   Options options;
-  for (const auto& keyword : keywords) {
+  for (const auto& keyword : panelKeywords()) {
     std::optional<std::string> value;
     settings_.PMPrintSettingsGetValue(keyword, value);
     if (value) options.push_back({keyword, *value});
@@ -142,13 +142,13 @@ Order Dialog::order() {
   const auto usual = Glib::wrap(gtk_printer_get_default_page_size(chosen));
   takeOptions(order.remembered.pages, ppd_.get(),
               usual ? gtk_page_setup_get_paper_size(usual->gobj()) : nullptr, untouched_, order.options);
-  std::erase_if(order.options,
-                [](const Option& option) { return keywordOfPanel(option.keyword).has_value(); });
+  std::erase_if(order.options, [keywords = panelKeywords()](const Option& option) {
+    return spelledAsIn(keywords, option.keyword).has_value();
+  });
   if (current_ == first_ && line_.printer && line_.printer->starts_with(current_ + '/'))
     order.printer = *line_.printer;
-  if (panelFailed_) order.remembered.panel = panelOptions({kPanelKeywords.begin(), kPanelKeywords.end()});
+  if (panel_ || panelFailed_) order.remembered.panel = panelOptions();
   if (!panel_) return order;
-  order.remembered.panel = panelOptions(panel_->keywords());
   for (const auto& option : order.remembered.panel) setOption(order.options, option);
   return order;
 }

@@ -7,7 +7,6 @@
 #include "host/bundle_search.hpp"
 #include "host/dialog/dialog.hpp"
 #include "host/dialog/texts.hpp"
-#include "host/family.hpp"
 #include "host/job_settings.hpp"
 #include "host/plain_text.hpp"
 #include "host/ppd.hpp"
@@ -101,12 +100,11 @@ Options Dialog::asSpelledByPrinter(Options options) const {
   return options;
 }
 
-// The panel takes those of its own keywords among them.
+// The panel takes its own keywords from the settings, in its own spelling.
 void Dialog::startFrom(const Options& options) {
-  for (const auto& option : options) {
-    settings_.PMPrintSettingsSetValue(keywordOfPanel(option.keyword).value_or(option.keyword), option.value,
-                                      false);
-  }
+  const auto keywords = panelKeywords();
+  for (const auto& [keyword, value] : options)
+    settings_.PMPrintSettingsSetValue(spelledAsIn(keywords, keyword).value_or(keyword), value, false);
 }
 
 std::string Dialog::selectedPrinter() const {
@@ -162,6 +160,7 @@ void Dialog::onPrinterChanged() {
 void Dialog::forgetPrinter() {
   ++reading_;
   closePanel();
+  bundle_.reset();
   ppd_.reset();
   saved_.clear();
   untouched_.clear();
@@ -192,33 +191,42 @@ void Dialog::onDetails(int reading, Outcome<std::shared_ptr<Details>> outcome) {
   auto& details = **outcome.result;
   ppd_ = std::move(details.ppd);
   saved_ = asSpelledByPrinter(std::move(details.printer.saved));
+  const bool found = guarded([&] { findBundle(); });
   if (first_.empty()) start();
-  if (guarded([&] { openPanel(current_); })) printIfAsked();
+  if (found && guarded([&] { openPanel(); })) printIfAsked();
 }
 
-void Dialog::openPanel(const std::string& printer) {
-  const auto bundles = ppd_ ? dialogExtensions(*ppd_) : std::vector<std::string>{kDefaultBundle};
-  if (bundles.empty()) {
-    note_(printer + " has no panel, since its PPD names none");
+void Dialog::findBundle() {
+  const auto path = bundleOfPrinter(line_.plugin, ppd_.get());
+  if (path) bundle_ = openBundle(path->string(), note_);
+}
+
+void Dialog::openPanel() {
+  if (!bundle_) {
+    note_(current_ + " has no panel, since " + reasonForNoPanel(ppd_.get()));
     for (const auto& option : line_.options) {
-      if (keywordOfPanel(option.keyword))
-        note_(printer + " has no panel; " + shortText(optionText(option)) + " is left out");
+      if (spelledAsIn(panelKeywords(), option.keyword))
+        note_(current_ + " has no panel; " + shortText(optionText(option)) + " is left out");
     }
     page_->set_visible(false);
     return hideRows();
   }
-  if (!ppd_) note_(withoutPpdText(printer));
-  const auto bundle = findBundle(line_.plugin, bundles);
-  if (!bundle) throw PluginFailure("the plug-in " + bundles.front() + " is not installed");
-  panel_ = std::make_unique<OpenPanel>(bundle->string(), settings_, ppd_.get(), note_);
+  if (!ppd_) note_(withoutPpdText(current_));
+  panel_ = std::make_unique<PanelSession>(*bundle_, kGtkModule, settings_, ppd_.get());
   pageTitle_->set_text(panel_->title());
-  page_->showView(panel_->view());
   page_->help.set_visible(panel_->shouldShowHelp());
-  if (page_->get_mapped()) comeUp();
   page_->set_visible();
   summary_->set_visible();
+  if (page_->get_mapped()) comeUp();
   hideRows();
   warn();
+}
+
+// The option keywords that no page of GTK's shows or sends: those of the printer's panel or, where it has
+// none, of all panels that are installed.
+std::vector<std::string> Dialog::panelKeywords() const {
+  if (panel_) return panel_->keywords();
+  return bundle_ ? bundle_->info.optionKeywords() : keywordsOfPanels(line_.plugin);
 }
 
 }  // namespace tandemtrim::host

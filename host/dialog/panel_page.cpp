@@ -80,6 +80,7 @@ void PanelPage::showText(const Glib::ustring& shown) {
 }
 
 void PanelPage::showView(GtkWidget* view) {
+  if (view == view_) return;
   removeView();
   text_.set_visible(false);
   view_ = view;

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kSettingsGroup = "Print Settings";
 constexpr const char* kSetupGroup = "Page Setup";
-constexpr const char* kPanelGroup = "Tandem Trim";
+constexpr const char* kPanelGroup = "Panel";
 constexpr std::string_view kDefaultPort = ":631";
 constexpr int kOwnFile = 0600;
 

@@ -8,15 +8,13 @@
 #include <dlfcn.h>
 
 #include "host/filled_text.hpp"
-#include "host/legality.hpp"
 #include "host/plain_text.hpp"
 #include "platform/linux/bundle.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-using platform::memory::ControlKind;
-using platform::memory::ControlState;
+using platform::PanelSetting;
 
 // Beside the module that this code is part of.
 std::string bundlePath() {
@@ -36,17 +34,13 @@ std::string joined(const Parts& parts, std::string_view separator, Text text) {
 }
 
 // The values to choose from as the panel shows them, or a number's limits.
-std::string allowedText(const ControlState& control) {
-  if (control.kind == ControlKind::textBox) {
+std::string allowedText(const PanelSetting& setting) {
+  if (setting.kind == PanelSetting::Kind::number) {
     return filled(localized(kRangeText),
-                  {{"[min]", decimalText(control.min)}, {"[max]", decimalText(control.max)}});
+                  {{"[min]", std::to_string(setting.minimum)}, {"[max]", std::to_string(setting.maximum)}});
   }
-  std::vector<std::string> titles;
-  if (control.kind == ControlKind::checkBox) titles = {localized(kOnText), localized(kOffText)};
-  for (const auto& choice : control.choices) {
-    if (choice.value) titles.push_back(choice.title);
-  }
-  return joined(titles, localized(kListSeparatorText), std::identity());
+  return joined(setting.choices, localized(kListSeparatorText),
+                [](const auto& choice) { return choice.title; });
 }
 
 }  // namespace
@@ -62,9 +56,9 @@ std::string localized(std::string_view text) {
 std::string illegalValuesText(const std::vector<IllegalValue>& values) {
   const auto text = localized(kIllegalValueText);
   return joined(values, "\n", [&](const IllegalValue& illegal) {
-    return filled(text, {{"[name]", illegal.label},
-                         {"[value]", shortText(illegal.value)},
-                         {"[allowed]", allowedText(illegal.control)}});
+    return filled(text, {{"[name]", illegal.setting.title},
+                         {"[value]", shortText(illegal.setting.value)},
+                         {"[allowed]", allowedText(illegal.setting)}});
   });
 }
 
@@ -79,6 +73,11 @@ std::string failuresText(const std::vector<Failure>& failures) {
   return joined(failures, "\n\n", failureText);
 }
 
-std::string helpText() { return joined(kHelpTexts, "\n\n", localized); }
+std::string helpText(const PluginBundle& bundle) {
+  constexpr std::string_view kPanelHelpKey = "PanelHelp";
+  auto ofPanel = bundle.resources->localizedStringForKey(kPanelHelpKey, "", std::nullopt);
+  const auto ofHost = joined(kHelpTexts, "\n\n", localized);
+  return ofPanel == kPanelHelpKey ? ofHost : ofPanel + "\n\n" + ofHost;
+}
 
 }  // namespace tandemtrim::host

@@ -23,15 +23,15 @@ inline constexpr const char* kHelpText = "_Help";
 inline constexpr const char* kUseForAllJobsText = "_Use for all my jobs";
 inline constexpr const char* kSummaryText = "Summary";
 inline constexpr const char* kReadingText = "The printer's details are being read.";
-inline constexpr const char* kUnavailableText = "Tandem Trim settings are not available.";
+/// The title of the panel's page until the panel gives its own.
+inline constexpr const char* kPageTitleText = "Printer Settings";
+inline constexpr const char* kUnavailableText = "The printer's own settings are not available.";
 inline constexpr const char* kChoosePrinterText =
     "Choose a printer: the document is sent as it is, so it cannot be printed to a file.";
 inline constexpr const char* kNoPagesText = "Type the numbers of the pages to print, or choose all pages.";
 inline constexpr const char* kSendingText = "Sending…";
 inline constexpr const char* kIllegalValueText =
     "[name]: this printer does not allow [value] (allowed: [allowed])";
-inline constexpr const char* kOnText = "On";
-inline constexpr const char* kOffText = "Off";
 inline constexpr const char* kRangeText = "[min] to [max]";
 inline constexpr const char* kListSeparatorText = ", ";
 
@@ -72,24 +72,17 @@ inline constexpr std::array kTroubleTexts{
         Trouble::notRemembered,
         "The job was sent, but its settings could not be remembered. Choose them again for the next job."}};
 
-/// The paragraphs of the help page.
+/// The help about what the dialog's host adds to each panel.
 inline constexpr std::array kHelpTexts{
-    "Turn \"Use Tandem Trim\" on to have the printer trim the sheet; the other settings count only then. "
-    "\"Image Direction\" says which edge of the sheet enters the printer first, \"Print Position\" where on "
-    "the sheet the image stands.",
-    "The margins are whole millimetres; beside each stands what the printer allows. What you type is held "
-    "within these limits, and anything but digits is left out.",
-    "\"Restore Defaults\" resets all settings but the switch. \"Use for all my jobs\" keeps the settings as "
-    "your defaults for this printer.",
+    "\"Use for all my jobs\" keeps the settings as your defaults for this printer.",
     "The page \"Summary\" lists what will be sent. A line below the settings warns of values that this "
     "printer does not allow; \"Correct\" puts the nearest allowed values in their place."};
 
 /// All other texts.
 inline constexpr std::array kTexts{
-    kCorrectText,       kSendAsItIsText,    kBackText,         kCloseText,       kHelpText,
-    kUseForAllJobsText, kSummaryText,       kReadingText,      kUnavailableText, kChoosePrinterText,
-    kNoPagesText,       kSendingText,       kIllegalValueText, kOnText,          kOffText,
-    kRangeText,         kListSeparatorText, kSentOfText,       kSentText};
+    kCorrectText, kSendAsItIsText, kBackText,         kCloseText,       kHelpText,    kUseForAllJobsText,
+    kSummaryText, kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText, kChoosePrinterText,
+    kSendingText, kRangeText,      kIllegalValueText, kSentOfText,      kSentText,    kListSeparatorText};
 
 /// The text in the person's language.
 std::string localized(std::string_view text);
@@ -103,6 +96,7 @@ std::string failureText(const Failure& failure);
 /// The same for several, one below the other.
 std::string failuresText(const std::vector<Failure>& failures);
 
-std::string helpText();
+/// The help about the panel of this bundle and about what the host adds to it.
+std::string helpText(const PluginBundle& bundle);
 
 }  // namespace tandemtrim::host

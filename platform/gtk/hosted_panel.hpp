@@ -26,6 +26,8 @@ class HostedPanel : public PrintPanel {
   [[nodiscard]] const std::vector<std::string>& supportedPPDOptionKeys() override {
     return upToDate().supportedPPDOptionKeys();
   }
+  /// No edit that waits changes what is stored.
+  [[nodiscard]] std::vector<PanelSetting> settings() const override { return panel_->settings(); }
   [[nodiscard]] bool shouldPrint() override { return upToDate().shouldPrint(); }
   bool saveValuesAndReturnError(std::string* error) override {
     return upToDate().saveValuesAndReturnError(error);

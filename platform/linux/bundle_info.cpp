@@ -30,6 +30,16 @@ std::string BundleInfo::executableName() const {
   return bundle_.stem();
 }
 
+std::vector<std::string> BundleInfo::optionKeywords() const {
+  std::vector<std::string> keywords;
+  const auto list = find(*dictionary_, "PrintOptionKeywords");
+  const auto* entries = list ? list->as<Array>() : nullptr;
+  for (const auto& entry : entries != nullptr ? *entries : Array()) {
+    if (const auto* keyword = entry->as<std::string>()) keywords.push_back(*keyword);
+  }
+  return keywords;
+}
+
 std::string BundleInfo::modulePath(std::string_view suffix) const {
   return bundle_ / "Contents" / "Linux" / executableName().append(suffix);
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/object.hpp"
 
@@ -23,6 +24,8 @@ class BundleInfo {
   [[nodiscard]] std::string developmentRegion() const;
   /// The modules' name without suffix; the bundle's own name when none is given that is a file name.
   [[nodiscard]] std::string executableName() const;
+  /// The option keywords that the bundle's panels set ("PrintOptionKeywords"); empty when it lists none.
+  [[nodiscard]] std::vector<std::string> optionKeywords() const;
   /// The path of the module whose name ends in `suffix`, whether it exists or not.
   [[nodiscard]] std::string modulePath(std::string_view suffix) const;
 

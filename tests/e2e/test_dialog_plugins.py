@@ -25,7 +25,7 @@ class DialogPluginsTest(DialogCase):
         return folder
 
     def prints_without_the_panel(self, dialog):
-        dialog.says("Tandem Trim settings are not available")
+        dialog.says("own settings are not available")
         self.assertFalse(dialog.shows("check box", "Use Tandem Trim"))
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), {})
@@ -135,7 +135,7 @@ class DialogPluginsTest(DialogCase):
         dialog.page("Tandem Trim")
         dialog.says("details are being read")
         self.cups.thaw()
-        dialog.says("Tandem Trim settings are not available")
+        dialog.says("own settings are not available")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), {})
 

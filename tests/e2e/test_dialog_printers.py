@@ -116,7 +116,7 @@ class DialogPrintersTest(DialogCase):
         self.cups.ppd_of("Other").write_text("damaged")
         self.press_print_while_reading(dialog)
         self.cups.thaw()
-        dialog.says("Tandem Trim settings are not available")
+        dialog.says("own settings are not available")
         until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
         self.assert_nothing_was_sent()
 

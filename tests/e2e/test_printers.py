@@ -82,10 +82,16 @@ class PrintersTest(TerminalCase):
         result, (record,) = self.prints("-d", "Raw", "-o", "mvtopmargin=3", SAMPLE)
         self.assertEqual(of_panel(record.options), DEFAULTS | {MARGINS["Top"]: "3"})
 
-    def test_a_printer_without_the_panel_gets_none_of_its_options_even_without_a_plugin(self):
+    def test_a_printer_without_the_panel_gets_none_of_the_installed_panels_options(self):
         self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
-        _, (record,) = self.prints("-d", "Plain", "--plugin", "/nonexistent", "-o", "MVTopMargin=7 x-note=a", SAMPLE)
-        self.assertEqual(of_panel(record.options), {})
+        _, (record,) = self.prints("-d", "Plain", "-o", "mvTopMargin=7 x-note=a", SAMPLE)
+        self.assertFalse(of_panel(record.options) or "mvTopMargin" in record.options)
+        self.assertEqual(record.options["x-note"], "a")
+
+    def test_options_travel_as_they_are_given_where_no_panel_is_installed(self):
+        self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
+        _, (record,) = self.prints("-d", "Plain", "--plugin", self.temporary_folder(), "-o", "MVTopMargin=7 x-note=a", SAMPLE)
+        self.assertEqual(of_panel(record.options), {MARGINS["Top"]: "7"})
         self.assertEqual(record.options["x-note"], "a")
 
     def test_a_ppd_without_limits_leaves_the_panels_own(self):

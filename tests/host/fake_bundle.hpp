@@ -21,7 +21,9 @@ inline std::string writeBundle(const TemporaryFolder& folder, const std::string&
   std::string entries =
       "<key>CFBundleIdentifier</key><string>test.fake</string>"
       "<key>CFBundleExecutable</key><string>TandemTrim</string>"
-      "<key>CFBundleDevelopmentRegion</key><string>en</string>";
+      "<key>CFBundleDevelopmentRegion</key><string>en</string>"
+      "<key>PrintOptionKeywords</key><array><string>FakeOn</string><string>FakePosition</string>"
+      "<string>FakeTop</string></array>";
   if (!bundle.principalClass.empty())
     entries += "<key>NSPrincipalClass</key><string>" + bundle.principalClass + "</string>";
   folder.write(contents / "Info.plist",

@@ -136,7 +136,6 @@ class FakePanel : public PrintPanel {
          {std::pair{"FakeOn", "On"}, std::pair{"FakePosition", "Left"}, std::pair{"FakeTop", "5"}}) {
       if (!stored(keyword)) store(keyword, value);
     }
-    if (behaviour_.is("supportedPPDOptionKeys", "too-many")) keys_.emplace_back("FakeMore");
   }
 
   std::string panelName() override {
@@ -178,6 +177,22 @@ class FakePanel : public PrintPanel {
     behaviour_.run("supportedPPDOptionKeys");
     return keys_;
   }
+  std::vector<PanelSetting> settings() const override {
+    behaviour_.run("settings");
+    using enum PanelSetting::Kind;
+    return {
+        {"FakeOn", "Valid", "Fake", onOff, {{"On", "Ein"}, {"Off", "Aus"}}, 0, 0, "", value("FakeOn", "On")},
+        {"FakePosition",
+         "Position",
+         "Place",
+         choice,
+         {{"Left", "Links"}, {"Right", "Rechts"}},
+         0,
+         0,
+         "",
+         value("FakePosition", "Left")},
+        {"FakeTop", "Top", "Upper", number, {}, 0, 20, "mm", value("FakeTop", "5")}};
+  }
   bool shouldPrint() override {
     behaviour_.run("shouldPrint");
     return !behaviour_.is("shouldPrint", "false");
@@ -197,7 +212,10 @@ class FakePanel : public PrintPanel {
   bool restoreValuesAndReturnError(std::string*) override { return true; }
 
  private:
-  std::optional<std::string> stored(std::string_view keyword) {
+  std::string value(std::string_view keyword, const char* otherwise) const {
+    return stored(keyword).value_or(otherwise);
+  }
+  std::optional<std::string> stored(std::string_view keyword) const {
     std::optional<std::string> value;
     host_->printSettings()->PMPrintSettingsGetValue(keyword, value);
     return value;

@@ -57,12 +57,30 @@ TEST_F(JobSettingsOf, APrinterWithoutPpdAreNoted) {
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
   line.files = {"document.pdf"};
-  line.plugin = "/nonexistent";
-  const auto settings =
-      settle(ppd("").get(), {{"MVTopMargin", "9"}, {"media", "A4"}, {"mvTANDEMtrim", "On"}});
+  writeBundle(folder, "Fake.bundle");
+  line.plugin = folder.path().string();
+  const auto settings = settle(ppd("").get(), {{"FakeTop", "9"}, {"media", "A4"}, {"fakeON", "On"}});
   EXPECT_EQ(settings.options, (Options{{"media", "A4"}}));
   EXPECT_FALSE(settings.panel);
-  EXPECT_THAT(notes, ElementsAre(HasSubstr("MVTopMargin=9"), HasSubstr("mvTANDEMtrim=On")));
+  EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("fakeON=On")));
+}
+
+TEST_F(JobSettingsOf, APrinterAreAsTheyAreGivenWhereNoPanelIsInstalled) {
+  line.files = {"document.pdf"};
+  line.plugin = folder.path().string();
+  for (const auto& opened : {ppd(""), PpdHandle()}) {
+    EXPECT_EQ(settle(opened.get(), {{"FakeTop", "9"}}).options, (Options{{"FakeTop", "9"}}));
+    EXPECT_THAT(notes, IsEmpty());
+  }
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutPpdComeFromTheOnlyPanel) {
+  writeBundle(folder, "Fake.bundle");
+  line.plugin = folder.path().string();
+  EXPECT_TRUE(settle(nullptr, {}).panel);
+  writeBundle(folder, "Other.bundle");
+  EXPECT_FALSE(settle(nullptr, {}).panel);
+  EXPECT_THAT(notes.back(), HasSubstr("--plugin"));
 }
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelNeedNoPlugin) {
@@ -79,11 +97,11 @@ TEST_F(JobSettingsOf, APrinterWithoutThePanelAreNotedToWhoeverOnlyLooks) {
 
 TEST_F(JobSettingsOf, APrinterWithThePanelTakeItsKeywordsInAnySpelling) {
   line.plugin = writeBundle(folder, "Fake.bundle");
-  const auto settings =
-      settle(nullptr, {{"mvtopmargin", "3"}, {"mvLEFTmargin", "4"}, {"MVLeftMargin", "5"}, {"mEdia", "A4"}});
+  const auto settings = settle(
+      nullptr, {{"faketop", "3"}, {"FAKEposition", "Left"}, {"FakePosition", "Right"}, {"mEdia", "A4"}});
   EXPECT_THAT(settings.options,
-              testing::IsSupersetOf(Options{{"MVTopMargin", "3"}, {"MVLeftMargin", "5"}, {"mEdia", "A4"}}));
-  EXPECT_EQ(settings.options.size(), 6U);
+              testing::IsSupersetOf(Options{{"FakeTop", "3"}, {"FakePosition", "Right"}, {"mEdia", "A4"}}));
+  EXPECT_EQ(settings.options.size(), 4U);
 }
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelTakeNoInput) {

@@ -22,7 +22,7 @@ class APanelSession : public testing::Test {
   PanelResult play(const std::vector<Input>& inputs, bool force = false, const std::string& behaviour = "") {
     const auto bundle = writeBundle(folder_, behaviour.empty() ? "Fake.bundle" : "Broken.bundle",
                                     {"FakePrincipal", behaviour});
-    return playPanel(loadPlugin(openBundle(bundle, quiet), kMemoryModule), settings, nullptr, inputs, force,
+    return playPanel(openBundle(bundle, quiet), settings, nullptr, inputs, force,
                      [this](const std::string& note) { notes.push_back(note); });
   }
   void store(const std::string& keyword, const std::string& value) {
@@ -75,15 +75,14 @@ TEST_F(APanelSession, NotesWhatThePanelCorrected) {
                                        HasSubstr("0 to 20"))));
 }
 
-TEST_F(APanelSession, GivesTheLimits) {
-  const auto result = play({});
-  ASSERT_EQ(result.limits.size(), 3U);
-  EXPECT_EQ(result.limits[0].keyword, "FakeOn");
-  EXPECT_THAT(result.limits[1].choices, ElementsAre("Left", "Right"));
-  EXPECT_EQ(result.limits[1].min, std::nullopt);
-  EXPECT_EQ(result.limits[2].name, "Top");
-  EXPECT_EQ(result.limits[2].min, 0);
-  EXPECT_EQ(result.limits[2].max, 20);
+TEST_F(APanelSession, GivesTheSettingsAsTheyAreSaved) {
+  const auto result = play({{"Top", "12"}});
+  ASSERT_EQ(result.settings.size(), 3U);
+  EXPECT_EQ(result.settings[0].keyword, "FakeOn");
+  EXPECT_EQ(result.settings[1].choices[1].value, "Right");
+  EXPECT_EQ(result.settings[2].name, "Top");
+  EXPECT_EQ(result.settings[2].maximum, 20);
+  EXPECT_EQ(result.settings[2].value, "12");
 }
 
 TEST_F(APanelSession, GivesTheSummaryInDisplayOrder) {
@@ -218,22 +217,29 @@ TEST_F(APanelSession, RefusesANewValueThatThePanelLetThrough) {
 }
 
 TEST_F(APanelSession, NamesASettingThatThePanelSavedAsAbsent) {
-  play({}, false, "saveValuesAndReturnError absent");
+  play({{"Top", "7"}}, false, "saveValuesAndReturnError absent");
   EXPECT_EQ(stored("FakeTop"), std::nullopt);
   EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop")));
+}
+
+TEST_F(APanelSession, KeepsWhatNobodyEditedThoughThePanelSavesNoValue) {
+  play({{"Position", "Right"}}, false, "saveValuesAndReturnError absent");
+  EXPECT_EQ(stored("FakeTop"), "5");
+  EXPECT_EQ(stored("FakePosition"), "Right");
 }
 
 TEST_F(APanelSession, NamesTheStoredValuesThatAreNotAllowedAndLeavesThemAlone) {
   store("FakeTop", "35");
   store("FakePosition", "Right");
   const test::TemporaryFolder folder;
-  const auto plugin = loadPlugin(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule);
-  const auto illegal = illegalValues(plugin, settings, nullptr);
+  const PanelSession session(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule, settings,
+                             nullptr);
+  const auto illegal = illegalValues(session.settings());
   ASSERT_EQ(illegal.size(), 1U);
-  EXPECT_EQ(illegal[0].label, "Top");
-  EXPECT_EQ(illegal[0].keyword, "FakeTop");
-  EXPECT_EQ(illegal[0].value, "35");
-  EXPECT_EQ(illegal[0].control.max, 20);
+  EXPECT_EQ(illegal[0].setting.title, "Upper");
+  EXPECT_EQ(illegal[0].setting.keyword, "FakeTop");
+  EXPECT_EQ(illegal[0].setting.value, "35");
+  EXPECT_EQ(illegal[0].setting.maximum, 20);
   EXPECT_EQ(illegal[0].suggested, "20");
   EXPECT_EQ(stored("FakeTop"), "35");
 }

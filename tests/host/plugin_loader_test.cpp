@@ -18,8 +18,8 @@ const Note quiet = [](const std::string&) {};
 // Loads the bundle's plug-in and plays its panel through.
 void play(const std::string& bundle) {
   platform::linux::PrintSettings settings;
-  playPanel(loadPlugin(openBundle(bundle, quiet), kMemoryModule), settings, nullptr,
-            {{"Valid", "On"}, {"Top", "7"}}, false, [](const std::string&) {});
+  playPanel(openBundle(bundle, quiet), settings, nullptr, {{"Valid", "On"}, {"Top", "7"}}, false,
+            [](const std::string&) {});
 }
 
 PluginFailure pluginFailureOf(const std::string& bundle) {
@@ -55,21 +55,20 @@ TEST_P(ABrokenPlugin, IsReportedWithItsReason) {
 
 INSTANTIATE_TEST_SUITE_P(
     Plugins, ABrokenPlugin,
-    testing::Values(
-        Broken{"NoModule", {"FakePrincipal", "", false}, "TandemTrim-memory"},
-        Broken{"NoPrincipalClass", {"", ""}, "NSPrincipalClass"},
-        Broken{"NoSymbol", {"NotExported", ""}, "does not export NotExported"},
-        Broken{"NoneMade", {"MakesNone", ""}, "MakesNone made no plug-in"},
-        Broken{"BundleRefused", {"FakePrincipal", "initWithBundle false"}, "refuses its own bundle"},
-        Broken{"NoList", {"FakePrincipal", "PDEPanelsForType none"}, "no panel"},
-        Broken{"EmptyList", {"FakePrincipal", "PDEPanelsForType empty"}, "no panel"},
-        Broken{"NullPanel", {"FakePrincipal", "PDEPanelsForType null-panel"}, "no panel"},
-        Broken{"NoView", {"FakePrincipal", "panelView none"}, "view could not be loaded"},
-        Broken{"AnotherView", {"FakePrincipal", "panelView other"}, "needs a screen"},
-        Broken{"TooManyKeywords", {"FakePrincipal", "supportedPPDOptionKeys too-many"}, "3 settings for 4"},
-        Broken{"SaveFails",
-               {"FakePrincipal", "saveValuesAndReturnError false"},
-               "the disk of the fake is full"}),
+    testing::Values(Broken{"NoModule", {"FakePrincipal", "", false}, "TandemTrim-memory"},
+                    Broken{"NoPrincipalClass", {"", ""}, "NSPrincipalClass"},
+                    Broken{"NoSymbol", {"NotExported", ""}, "does not export NotExported"},
+                    Broken{"NoneMade", {"MakesNone", ""}, "MakesNone made no plug-in"},
+                    Broken{
+                        "BundleRefused", {"FakePrincipal", "initWithBundle false"}, "refuses its own bundle"},
+                    Broken{"NoList", {"FakePrincipal", "PDEPanelsForType none"}, "no panel"},
+                    Broken{"EmptyList", {"FakePrincipal", "PDEPanelsForType empty"}, "no panel"},
+                    Broken{"NullPanel", {"FakePrincipal", "PDEPanelsForType null-panel"}, "no panel"},
+                    Broken{"NoView", {"FakePrincipal", "panelView none"}, "view could not be loaded"},
+                    Broken{"AnotherView", {"FakePrincipal", "panelView other"}, "needs a screen"},
+                    Broken{"SaveFails",
+                           {"FakePrincipal", "saveValuesAndReturnError false"},
+                           "the disk of the fake is full"}),
     [](const auto& tested) { return tested.param.name; });
 
 class ARaisingPlugin : public testing::TestWithParam<std::string> {};
@@ -86,7 +85,7 @@ TEST_P(ARaisingPlugin, IsReportedWithWhatItRaised) {
 
 INSTANTIATE_TEST_SUITE_P(Plugins, ARaisingPlugin,
                          testing::Values("initWithBundle", "PDEPanelsForType", "supportedPPDOptionKeys",
-                                         "panelView", "willShow", "controls", "type",
+                                         "panelView", "settings", "willShow", "type",
                                          "saveValuesAndReturnError", "summaryInfo"),
                          [](const auto& tested) { return tested.param; });
 

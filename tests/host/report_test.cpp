@@ -12,12 +12,15 @@
 namespace tandemtrim::host {
 namespace {
 
+using Kind = platform::PanelSetting::Kind;
+
 JobSettings sample() {
   JobSettings settings;
   settings.options = {{"media", "A4"}, {"MVTopMargin", "5"}, {"note", "two words"}};
-  settings.panel = PanelResult{{{"Top margin", "5"}, {"Left margin", "3"}},
-                               {{"Valid", "MVTandemTrim", std::nullopt, std::nullopt, {"On", "Off"}},
-                                {"Top", "MVTopMargin", 0, 30, {}}}};
+  settings.panel = PanelResult{
+      {{"Top margin", "5"}, {"Left margin", "3"}},
+      {{"MVTandemTrim", "Valid", "Use", Kind::onOff, {{"On", "Ein"}, {"Off", "Aus"}}, 0, 0, "", "On"},
+       {"MVTopMargin", "Top", "Top", Kind::number, {}, 0, 30, "mm", "5"}}};
   return settings;
 }
 
@@ -30,7 +33,7 @@ nlohmann::json jsonOf(const JobSettings& settings, const std::optional<std::stri
 
 TEST(TheJson, HoldsLimitsAsWideAsTheyCanBe) {
   auto settings = sample();
-  settings.panel->limits[1].max = 9.3e18;
+  settings.panel->settings[1].maximum = std::numeric_limits<std::int64_t>::max();
   EXPECT_EQ(jsonOf(settings)["limits"]["Top"]["max"], std::numeric_limits<std::int64_t>::max());
 }
 

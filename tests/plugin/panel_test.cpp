@@ -153,6 +153,58 @@ TEST_F(Panel, GivesTheSameListOfKeywordsAtEachCallAndLogsItEachTime) {
                                  "MVBottomMargin", "MVLeftMargin", "MVRightMargin"));
 }
 
+TEST_F(Panel, ListsItsSettingsInTheOrderOfItsKeywords) {
+  scene.stored["MVTopMargin"] = "75";
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  const auto settings = panel->settings();
+  std::vector<std::string> keywords, names, values;
+  for (const auto& setting : settings) {
+    keywords.push_back(setting.keyword);
+    names.push_back(setting.name);
+    values.push_back(setting.value);
+  }
+  EXPECT_EQ(keywords, panel->supportedPPDOptionKeys());
+  EXPECT_THAT(names, ElementsAre("Valid", "Direction", "Position", "Top", "Bottom", "Left", "Right"));
+  EXPECT_EQ(values.at(3), "75");
+  EXPECT_EQ(values.at(4), this->settings().values.at("MVBottomMargin"));
+}
+
+TEST_F(Panel, SaysOfEachSettingWhatItAllows) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  bundle->strings["ShortEdgeFeed"] = "Kurze Seite";
+  bundle->strings["TopMargin"] = "Oben";
+  const auto settings = panel->settings();
+  using Kind = platform::PanelSetting::Kind;
+  const auto valuesOf = [](const platform::PanelSetting& setting) {
+    std::vector<std::string> values;
+    for (const auto& choice : setting.choices) values.push_back(choice.value);
+    return values;
+  };
+  EXPECT_EQ(settings.at(0).kind, Kind::onOff);
+  EXPECT_THAT(valuesOf(settings.at(0)), ElementsAre("On", "Off"));
+  EXPECT_EQ(settings.at(1).kind, Kind::choice);
+  EXPECT_THAT(valuesOf(settings.at(1)), ElementsAre("LongEdgeFeed", "ShortEdgeFeed"));
+  EXPECT_EQ(settings.at(1).choices.at(1).title, "Kurze Seite");
+  EXPECT_THAT(valuesOf(settings.at(2)), ElementsAre("Left", "Center", "Right"));
+  for (std::size_t side = 3; side < 7; ++side) {
+    EXPECT_EQ(settings.at(side).kind, Kind::number);
+    EXPECT_EQ(settings.at(side).unit, "mm");
+    EXPECT_EQ(settings.at(side).minimum, panel->commonInfo()->defaultMarginMin()->integerValue());
+    EXPECT_EQ(settings.at(side).maximum,
+              panel->commonInfo()->marginLimit(settings.at(side).name)->integerValue());
+  }
+  EXPECT_EQ(settings.at(3).title, "Oben");
+}
+
+TEST_F(Panel, ListsItsSettingsWithoutTouchingControlsOrPrintSettings) {
+  ASSERT_NO_FATAL_FAILURE(showPanel());
+  settings().values.erase("MVLeftMargin");
+  const auto listed = panel->settings();
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_FALSE(settings().values.contains("MVLeftMargin"));
+  EXPECT_EQ(listed.at(5).value, panel->viewController()->ticket()->ticketMarginLeft()->defaultValue());
+}
+
 TEST_F(Panel, AnswersYesToEveryQuestionOfItsHost) {
   ASSERT_NO_FATAL_FAILURE(makePanel());
   EXPECT_TRUE(panel->shouldHide() && panel->shouldShowHelp() && panel->shouldPrint());

@@ -36,8 +36,6 @@ class DialogTexts : public testing::TestWithParam<const char*> {
       platform::linux::parseStringsTable(
           contentsOf(std::string(DIALOG_TEXTS) + '/' + GetParam() + ".lproj/Localizable.strings"))
           .value_or(StringsTable());
-  StringsTable panel =
-      platform::linux::parseStringsTable(contentsOf(tablePath(GetParam()))).value_or(StringsTable());
 };
 
 TEST_P(DialogTexts, AreThereForEveryKeyAndForNoOther) {
@@ -63,17 +61,6 @@ TEST_P(DialogTexts, AreTranslated) {
 
 TEST_P(DialogTexts, AdviseNoOptionsOfTheCommandLine) {
   for (const auto& [key, text] : table) EXPECT_THAT(text, testing::Not(testing::ContainsRegex(" -[a-z-]")));
-}
-
-TEST_P(DialogTexts, SayOnAndOffAsThePanelDoes) {
-  for (const char* state : {host::kOnText, host::kOffText}) EXPECT_EQ(table[state], panel[state]);
-}
-
-TEST_P(DialogTexts, NameTheControlsInTheHelpAsThePanelDoes) {
-  std::string help;
-  for (const char* text : host::kHelpTexts) help += table[text];
-  for (const char* name : {"EnableTandemTrim", "ImageDirection", "InformPrintingPosition", "RestoreDefault"})
-    EXPECT_THAT(help, testing::HasSubstr(panel[name]));
 }
 
 INSTANTIATE_TEST_SUITE_P(In, DialogTexts, testing::ValuesIn(kLanguages), [](const auto& language) {

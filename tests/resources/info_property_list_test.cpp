@@ -63,5 +63,19 @@ TEST_F(InfoPropertyList, ListsTheLanguagesOfTheBundleAndAmongThemTheOneToFallBac
   EXPECT_THAT(listed, Contains(text("CFBundleDevelopmentRegion")));
 }
 
+TEST_F(InfoPropertyList, ListsTheOptionKeywordsOfTheSettingInformation) {
+  std::set<std::string> listed;
+  const auto keywords = platform::find(info, "PrintOptionKeywords");
+  ASSERT_TRUE(keywords && keywords->as<platform::Array>());
+  for (const auto& keyword : *keywords->as<platform::Array>())
+    listed.insert(platform::requiredText(keyword, "a keyword"));
+  std::set<std::string> stored;
+  const auto keys = platform::find(propertyListAt(kSettingInfo), "TicketKey");
+  ASSERT_TRUE(keys && keys->as<platform::Dictionary>());
+  for (const auto& [name, keyword] : *keys->as<platform::Dictionary>())
+    stored.insert(platform::requiredText(keyword, name));
+  EXPECT_EQ(listed, stored);
+}
+
 }  // namespace
 }  // namespace tandemtrim::resources
