@@ -3,12 +3,12 @@ install_dependencies = ./packaging/install-dependencies.sh
 build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
 sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
 tests_of_core = conformance/conformance_memory_test model/tandemtrim_model_test model/tandemtrim_model_release_test \
-  platform/linux/tandemtrim_linux_test platform/memory/tandemtrim_memory_test platform/tandemtrim_values_test \
+  adapters/linux/tandemtrim_linux_test adapters/memory/tandemtrim_memory_test platform/tandemtrim_values_test \
   plugin/tandemtrim_memory_shortage_test plugin/tandemtrim_plugin_test sequences/tandemtrim_sequences_test \
   view/tandemtrim_margin_entry_test view/tandemtrim_view_test
 # Those of whole folders as one; see cmake/tidy.cmake.
-checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/platform/gtk/tidy.cpp build/release/host/tidy.cpp \
-  $(filter-out platform/gtk/%,$(shell git ls-files 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp'))
+checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/tidy.cpp build/release/host/tidy.cpp \
+  $(filter-out adapters/gtk/%,$(shell git ls-files 'adapters/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp'))
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
@@ -96,7 +96,7 @@ lint: ## formatting, clang-tidy, the man page and the scripts
 	clang-format --dry-run -Werror $(sources)
 	cmake --preset test --log-level=WARNING
 	printf '%s\n' $(checked_by_tidy) | xargs -P 2 -n 1 clang-tidy --quiet -p build/release
-	clang-tidy --quiet -p build/release --header-filter=/platform/appkit/ --checks=$(not_of_methods) build/release/platform/appkit/tidy.mm
+	clang-tidy --quiet -p build/release --header-filter=/adapters/appkit/ --checks=$(not_of_methods) build/release/adapters/appkit/tidy.mm
 	desktop-file-validate packaging/desktop/*.desktop
 	appstreamcli validate --no-net build/release/packaging/*.metainfo.xml
 	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"

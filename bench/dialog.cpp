@@ -8,7 +8,7 @@
 
 #include "bench/measured.hpp"
 #include "bench/print_dialog.hpp"
-#include "host/cups_handles.hpp"
+#include "host/cups/cups_handles.hpp"
 #include "host/dialog/open_panel.hpp"
 #include "host/dialog/panel_page.hpp"
 

@@ -1,10 +1,10 @@
 // Types into a margin box of the core: keystroke BUNDLE PPD
 #include <string>
 
+#include "adapters/memory/controls.hpp"
+#include "adapters/shared/notification_center.hpp"
 #include "bench/measured.hpp"
 #include "bench/printer.hpp"
-#include "platform/memory/controls.hpp"
-#include "platform/memory/notification_center.hpp"
 #include "view/view_controller.hpp"
 
 namespace {

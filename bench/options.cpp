@@ -5,12 +5,12 @@
 
 #include <gtkmm/init.h>
 
+#include "adapters/linux/print_settings.hpp"
 #include "bench/measured.hpp"
 #include "bench/print_dialog.hpp"
-#include "host/callback.hpp"
-#include "host/cups_handles.hpp"
-#include "host/plugin_loader.hpp"
-#include "platform/linux/print_settings.hpp"
+#include "host/cups/cups_handles.hpp"
+#include "host/panel/callback.hpp"
+#include "host/panel/plugin_loader.hpp"
 
 namespace {
 

@@ -6,10 +6,10 @@
 
 #include <cups/ppd.h>
 
-#include "host/callback.hpp"
-#include "host/cups_handles.hpp"
-#include "platform/linux/bundle.hpp"
-#include "platform/linux/print_settings.hpp"
+#include "adapters/linux/bundle.hpp"
+#include "adapters/linux/print_settings.hpp"
+#include "host/cups/cups_handles.hpp"
+#include "host/panel/callback.hpp"
 #include "plugin/plugin.hpp"
 
 namespace tandemtrim::bench {

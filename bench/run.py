@@ -14,7 +14,7 @@ import tempfile
 import ppds
 from measuring import PROJECT, Bench
 
-sys.path[:0] = [str(PROJECT / "tests/e2e"), str(PROJECT / "tests/support")]
+sys.path[:0] = [str(PROJECT / "tests/support/cups"), str(PROJECT / "tests/support")]
 
 from private_cups import PrivateCups
 

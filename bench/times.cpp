@@ -4,8 +4,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include "adapters/memory/panel_view.hpp"
 #include "bench/printer.hpp"
-#include "platform/memory/panel_view.hpp"
 
 namespace {
 

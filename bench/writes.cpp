@@ -6,10 +6,10 @@
 #include <gtk/gtk.h>
 #include <gtkmm/init.h>
 
-#include "host/callback.hpp"
-#include "host/cups_handles.hpp"
-#include "host/plugin_loader.hpp"
-#include "platform/linux/print_settings.hpp"
+#include "adapters/linux/print_settings.hpp"
+#include "host/cups/cups_handles.hpp"
+#include "host/panel/callback.hpp"
+#include "host/panel/plugin_loader.hpp"
 
 namespace {
 

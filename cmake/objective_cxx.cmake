@@ -1,4 +1,4 @@
-# Objective-C++ for platform/appkit: Apple's own compiler and frameworks, elsewhere clang and GNUstep. Gives tandemtrim_toolkit.
+# Objective-C++ for adapters/appkit: Apple's own compiler and frameworks, elsewhere clang and GNUstep. Gives tandemtrim_toolkit.
 add_library(tandemtrim_toolkit INTERFACE)
 set(CMAKE_OBJCXX_STANDARD 20)
 set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)

@@ -28,7 +28,7 @@ SETTINGS = (
     ("Right", "MVRightMargin", "20"),
 )
 
-sys.path[:0] = [str(PROJECT / "tests/e2e"), str(PROJECT / "tests/support")]
+sys.path[:0] = [str(PROJECT / "tests/support/cups"), str(PROJECT / "tests/support")]
 import surroundings  # noqa: E402
 from private_cups import PrivateCups  # noqa: E402
 

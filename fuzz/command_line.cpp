@@ -1,10 +1,9 @@
 // The program's arguments, each ended by a byte 0. Either the mistake is told, or what was understood,
 // written as arguments once more, is understood the same.
-#include "host/command_line.hpp"
-
 #include <algorithm>
 
 #include "fuzz/target.hpp"
+#include "host/cli/command_line_parser.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::fuzz {

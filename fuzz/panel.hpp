@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "adapters/linux/print_settings.hpp"
+#include "adapters/memory/panel_view.hpp"
 #include "platform/extension.hpp"
-#include "platform/linux/print_settings.hpp"
-#include "platform/memory/panel_view.hpp"
 
 namespace tandemtrim::fuzz {
 

@@ -10,7 +10,7 @@
 #include "fuzz/target.hpp"
 #include "fuzz/utf.hpp"
 #include "platform/property_list.hpp"
-#include "plugin/common_info.hpp"
+#include "plugin/setting_info/common_info.hpp"
 
 namespace tandemtrim::fuzz {
 namespace {

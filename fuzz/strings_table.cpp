@@ -1,6 +1,6 @@
 // The text of a string table. What is read can be written and read again, in each encoding; a fault has a
 // line.
-#include "platform/linux/strings_table.hpp"
+#include "adapters/linux/files/strings_table.hpp"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 
 namespace tandemtrim {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "platform/controls.hpp"
 #include "platform/object.hpp"
-#include "plugin/common_info.hpp"
+#include "plugin/setting_info/common_info.hpp"
 
 namespace tandemtrim {
 

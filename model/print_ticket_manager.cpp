@@ -6,7 +6,7 @@
 #include <variant>
 
 #include "model/ticket_names.hpp"
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 
 namespace tandemtrim {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "model/print_ticket.hpp"
 #include "platform/object.hpp"
-#include "plugin/common_info.hpp"
+#include "plugin/setting_info/common_info.hpp"
 
 namespace tandemtrim {
 

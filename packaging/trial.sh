@@ -22,7 +22,7 @@ if [ "${1:-}" != --inside ]; then
     rm -r "$work/former"
   fi
   mkdir -p "$work/tests" "$work/resources" "$work/packaging"
-  cp -r "$project/tests/e2e" "$project/tests/support" "$work/tests"
+  cp -r "$project/tests/support" "$work/tests"
   cp -r "$project/resources/sample" "$work/resources"
   cp "$0" "$work/packaging"
   chmod 755 "$work"
@@ -53,7 +53,7 @@ nothing_is_left() {
   ! find / -path /proc -prune -o -path "$PWD" -prune -o -iname '*tandem*' -print | grep . || fails "files are left"
 }
 prints() {
-  PYTHONPATH=tests/support tests/e2e/private_cups.py resources/sample/MorvaTandemKV2.ppd -- \
+  tests/support/cups/private_cups.py resources/sample/MorvaTandemKV2.ppd -- \
     tandem-trim -d Morva --set Valid=On --set Top=12 /usr/share/doc/tandem-trim/examples/sample.pdf | tee log
   for option in '"MVTandemTrim": "On"' '"MVTopMargin": "12"'; do grep -qF "$option" log || fails "the filter did not receive $option"; done
 }

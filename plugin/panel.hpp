@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/extension.hpp"
-#include "plugin/common_info.hpp"
+#include "plugin/setting_info/common_info.hpp"
 #include "view/view_controller.hpp"
 
 namespace tandemtrim {

@@ -12,6 +12,6 @@ find $build -name '*.gcda' -delete
 ctest --preset coverage
 
 left_out=$(grep -v '^#' tests/branches_left_out.txt | paste -s -d '|')
-gcovr --root . --object-directory $build --filter '(plugin|model|view|platform/linux)/' --exclude-throw-branches \
+gcovr --root . --object-directory $build --filter '(plugin|model|view|adapters/linux)/' --exclude-throw-branches \
   --exclude-unreachable-branches --exclude-branches-by-pattern "(?:$left_out)\$" --branches --print-summary \
   --fail-under-line 100 --fail-under-branch 100

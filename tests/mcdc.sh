@@ -10,7 +10,7 @@ for program in "${programs[@]}"; do
   LLVM_PROFILE_FILE="$build/%p.profraw" "$program" --gtest_brief=1
 done
 llvm-profdata-19 merge $build/*.profraw -o $build/all.profdata
-mapfile -t sources < <(git ls-files 'plugin/*.[ch]pp' 'model/*.[ch]pp' 'view/*.[ch]pp' 'platform/linux/*.[ch]pp')
+mapfile -t sources < <(git ls-files 'plugin/*.[ch]pp' 'model/*.[ch]pp' 'view/*.[ch]pp' 'adapters/linux/*.[ch]pp')
 objects=("${programs[0]}" "${programs[@]/#/--object=}")
 llvm-cov-19 report -show-mcdc-summary -show-region-summary=false -instr-profile=$build/all.profdata "${objects[@]}" "${sources[@]}"
 [ "${1:-}" = --show ] || exit 0

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "model/ticket_names.hpp"
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 
 namespace tandemtrim::margin_entry {
 namespace {

@@ -1,7 +1,7 @@
 #include <array>
 
 #include "model/ticket_names.hpp"
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 #include "view/view_controller.hpp"
 #include "view/view_names.hpp"
 

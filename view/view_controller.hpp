@@ -10,7 +10,7 @@
 #include "platform/nib.hpp"
 #include "platform/notifications.hpp"
 #include "platform/object.hpp"
-#include "plugin/common_info.hpp"
+#include "plugin/setting_info/common_info.hpp"
 #include "view/controls.hpp"
 
 namespace tandemtrim {

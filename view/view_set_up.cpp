@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "model/ticket_names.hpp"
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 #include "view/required.hpp"
 #include "view/view_controller.hpp"
 #include "view/view_names.hpp"

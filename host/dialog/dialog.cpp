@@ -6,9 +6,9 @@
 #include <gtk/gtkunixprint.h>
 #include <gtkmm/scrolledwindow.h>
 
-#include "host/bundle_search.hpp"
-#include "host/dialog/option_rows.hpp"
-#include "host/dialog/texts.hpp"
+#include "host/dialog/settings/option_rows.hpp"
+#include "host/dialog/texts/texts.hpp"
+#include "host/panel/bundle_search.hpp"
 
 namespace tandemtrim::host {
 namespace {

@@ -13,16 +13,16 @@
 #include <gtkmm/messagedialog.h>
 #include <gtkmm/printunixdialog.h>
 
-#include "host/command_line.hpp"
+#include "adapters/linux/print_settings.hpp"
+#include "host/cups/printer.hpp"
+#include "host/cups/sent_job.hpp"
 #include "host/dialog/background.hpp"
-#include "host/dialog/dialog_options.hpp"
 #include "host/dialog/order.hpp"
 #include "host/dialog/panel_page.hpp"
+#include "host/dialog/settings/dialog_options.hpp"
+#include "host/job/command_line.hpp"
 #include "host/note.hpp"
-#include "host/panel_session.hpp"
-#include "host/printer.hpp"
-#include "host/report.hpp"
-#include "platform/linux/print_settings.hpp"
+#include "host/panel/panel_session.hpp"
 
 namespace tandemtrim::host {
 

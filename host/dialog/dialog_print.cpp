@@ -5,12 +5,12 @@
 
 #include <gtk/gtkunixprint.h>
 
-#include "host/bundle_search.hpp"
 #include "host/dialog/dialog.hpp"
-#include "host/dialog/remembered.hpp"
-#include "host/dialog/texts.hpp"
+#include "host/dialog/settings/remembered.hpp"
+#include "host/dialog/texts/texts.hpp"
 #include "host/failure.hpp"
-#include "host/progress_line.hpp"
+#include "host/panel/bundle_search.hpp"
+#include "host/progress_text.hpp"
 
 namespace tandemtrim::host {
 namespace {

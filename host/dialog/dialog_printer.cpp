@@ -4,12 +4,12 @@
 
 #include <gtk/gtkunixprint.h>
 
-#include "host/bundle_search.hpp"
+#include "host/cups/ppd.hpp"
 #include "host/dialog/dialog.hpp"
-#include "host/dialog/texts.hpp"
-#include "host/job_settings.hpp"
+#include "host/dialog/texts/texts.hpp"
+#include "host/panel/bundle_search.hpp"
+#include "host/panel/job_settings.hpp"
 #include "host/plain_text.hpp"
-#include "host/ppd.hpp"
 
 namespace tandemtrim::host {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "host/dialog/background.hpp"
 #include "host/dialog/dialog.hpp"
-#include "host/dialog/texts.hpp"
+#include "host/dialog/texts/texts.hpp"
 
 using namespace tandemtrim::host;
 

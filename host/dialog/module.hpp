@@ -1,8 +1,8 @@
 #pragma once
 
-#include "host/command_line.hpp"
+#include "host/cups/sent_job.hpp"
+#include "host/job/command_line.hpp"
 #include "host/note.hpp"
-#include "host/report.hpp"
 
 namespace tandemtrim::host {
 

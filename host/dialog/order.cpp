@@ -5,11 +5,10 @@
 #include <string_view>
 #include <utility>
 
-#include "host/confirmation.hpp"
-#include "host/connection.hpp"
+#include "host/cups/connection.hpp"
+#include "host/cups/printer.hpp"
+#include "host/cups/saved_defaults.hpp"
 #include "host/failure.hpp"
-#include "host/printer.hpp"
-#include "host/saved_defaults.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -64,21 +63,14 @@ Delivery carryOut(const Order& order, const Progress& progress, const Note& note
   progress(documents.front().name(), 0, documents.front().size());
   auto options = order.options;
   std::erase_if(options, [&](const Option& option) { return isUsual(option, printer); });
-  const auto confirmable = optionsOfTheJob(options);
-  Delivery delivery{{0, printer.name, confirmable.size(), std::nullopt}, {}};
+  Delivery delivery{sendAndConfirm(connection, printer, order.title, options, documents, progress), {}};
   auto& [job, shortcomings] = delivery;
-  job.number = sendJob(connection, printer, order.title, options, documents, progress);
   if (order.useForAllJobs) {
     if (const auto notKept = useForAllJobs(options, connection, printer, note))
       shortcomings.push_back(*notKept);
   }
-  try {
-    job.lost = lostOptions(connection, printer, job.number, confirmable);
-    if (job.lost && !job.lost->empty()) shortcomings.emplace_back(Trouble::lostSettings, jobText(job));
-  } catch (const Failure& failure) {
-    job.unconfirmed = failure.what();
-    shortcomings.emplace_back(Trouble::unconfirmedSettings, failure.fact());
-  }
+  if (job.unconfirmed) shortcomings.emplace_back(Trouble::unconfirmedSettings, job.unconfirmed->fact());
+  if (job.lost && !job.lost->empty()) shortcomings.emplace_back(Trouble::lostSettings, jobText(job));
   return delivery;
 }
 

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "host/dialog/remembered.hpp"
-#include "host/documents.hpp"
+#include "host/cups/job.hpp"
+#include "host/cups/sent_job.hpp"
+#include "host/dialog/settings/remembered.hpp"
 #include "host/failure.hpp"
-#include "host/job.hpp"
+#include "host/job/documents.hpp"
+#include "host/job/options.hpp"
 #include "host/note.hpp"
-#include "host/options.hpp"
-#include "host/report.hpp"
 
 namespace tandemtrim::host {
 

@@ -3,7 +3,7 @@
 #include <glibmm/main.h>
 #include <gtk/gtk.h>
 
-#include "host/dialog/texts.hpp"
+#include "host/dialog/texts/texts.hpp"
 
 namespace tandemtrim::host {
 namespace {

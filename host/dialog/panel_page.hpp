@@ -9,7 +9,7 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/label.h>
 
-#include "host/panel_session.hpp"
+#include "host/panel/panel_session.hpp"
 
 namespace tandemtrim::host {
 

@@ -1,9 +1,9 @@
 #include <array>
 #include <stdexcept>
 
+#import "tests/adapters/appkit/support/host.h"
+#import "tests/adapters/appkit/support/person.h"
 #include "tests/conformance/platform.hpp"
-#import "tests/platform/appkit/host.h"
-#import "tests/platform/appkit/person.h"
 
 namespace tandemtrim::conformance {
 namespace {

@@ -1,13 +1,13 @@
 #include <X11/keysym.h>
 
-#include "platform/gtk/controls.hpp"
-#include "platform/gtk/hosted_panel.hpp"
-#include "platform/gtk/menus.hpp"
-#include "platform/gtk/panel.hpp"
-#include "platform/gtk/stepper.hpp"
-#include "platform/gtk/text_box.hpp"
+#include "adapters/gtk/controls/controls.hpp"
+#include "adapters/gtk/controls/menus.hpp"
+#include "adapters/gtk/controls/stepper.hpp"
+#include "adapters/gtk/controls/text_box.hpp"
+#include "adapters/gtk/hosted_panel.hpp"
+#include "adapters/gtk/panel.hpp"
+#include "tests/adapters/gtk/person.hpp"
 #include "tests/conformance/linux_platform.hpp"
-#include "tests/gtk/person.hpp"
 
 namespace tandemtrim::conformance {
 namespace {

@@ -7,9 +7,9 @@
 
 #include <cups/ppd.h>
 
-#include "platform/linux/bundle.hpp"
-#include "platform/linux/print_settings.hpp"
-#include "platform/module/plugin.hpp"
+#include "adapters/linux/bundle.hpp"
+#include "adapters/linux/print_settings.hpp"
+#include "adapters/module/plugin.hpp"
 #include "plugin/panel.hpp"
 #include "tests/conformance/platform.hpp"
 

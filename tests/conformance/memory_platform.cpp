@@ -1,4 +1,4 @@
-#include "platform/memory/panel.hpp"
+#include "adapters/memory/panel.hpp"
 #include "tests/conformance/linux_platform.hpp"
 
 namespace tandemtrim::conformance {

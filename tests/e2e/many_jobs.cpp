@@ -8,10 +8,10 @@
 #include <random>
 #include <span>
 
-#include "host/confirmation.hpp"
+#include "host/cups/confirmation.hpp"
+#include "host/cups/job.hpp"
 #include "host/failure.hpp"
-#include "host/job.hpp"
-#include "host/job_settings.hpp"
+#include "host/panel/job_settings.hpp"
 
 namespace tandemtrim::host {
 namespace {

@@ -100,7 +100,7 @@ class PrivateCupsTest(unittest.TestCase):
         """
         with subprocess.Popen(
             [sys.executable, "-c", program],
-            cwd=pathlib.Path(__file__).parent,
+            cwd=pathlib.Path(private_cups.__file__).parent,
             stdin=subprocess.PIPE,
             stdout=subprocess.PIPE,
             text=True,
@@ -119,8 +119,8 @@ class PrivateCupsTest(unittest.TestCase):
         folder = pathlib.Path(tempfile.mkdtemp(prefix="private-cups-user-"))
         self.addCleanup(shutil.rmtree, folder)
         folder.chmod(0o755)
-        here = pathlib.Path(__file__).parent
-        for file in (*here.glob("*.py"), *(here.parent / "support").glob("*.py"), PPD, SAMPLE):
+        here = pathlib.Path(private_cups.__file__).parent
+        for file in (*here.glob("*.py"), *here.parent.glob("*.py"), PPD, SAMPLE):
             shutil.copy(file, folder)
         user = ["setpriv", "--reuid", "nobody", "--regid", "nogroup", "--clear-groups"] if os.geteuid() == 0 else []
         command = ["./private_cups.py", PPD.name, "--", "lp", "-d", "Morva", "-o", "MVTopMargin=9", SAMPLE.name]

@@ -11,7 +11,7 @@ from cups_daemon import FILTER
 from patience import until
 from records import parse_options
 from terminal_case import BUILD, DEFAULTS, PPD, SAMPLE
-from private_cups import PrivateCups
+import private_cups
 
 SENDER = BUILD / "tests/e2e/tandemtrim_many_jobs"
 JOBS = int(os.environ.get("TANDEM_TRIM_JOBS", 1000))
@@ -22,9 +22,9 @@ PRINTERS = [f"Morva{number}" for number in range(4)]
 class VolumeTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.cups = PrivateCups()
+        cls.cups = private_cups.PrivateCups()
         cls.addClassCleanup(cls.cups.stop)
-        shutil.copy(pathlib.Path(__file__).with_name("line_filter.sh"), cls.cups.folder / "programs/filter" / FILTER)
+        shutil.copy(pathlib.Path(private_cups.__file__).with_name("line_filter.sh"), cls.cups.folder / "programs/filter" / FILTER)
         for printer in PRINTERS:
             cls.cups.add_queue(printer, PPD)
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Whether the tests notice each mutant of plugin/, model/, view/ and platform/linux/: all are compiled once, each behind a switch
+"""Whether the tests notice each mutant of plugin/, model/, view/ and adapters/linux/: all are compiled once, each behind a switch
 (switch.hpp). Fails for a mutant that survives without standing in equivalent.txt, and for one that stands there and does not."""
 import argparse
 import concurrent.futures
@@ -19,7 +19,7 @@ import switches
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HERE = pathlib.Path(__file__).resolve().parent
 COPY, BUILD = ROOT / 'build/mutants/source', ROOT / 'build/mutants/build'
-FOLDERS = ('plugin', 'model', 'view', 'platform/linux')
+FOLDERS = ('plugin', 'model', 'view', 'adapters/linux')
 # The same for every mutant; only the first of the sequences; files that need no disk.
 ENVIRONMENT = {**os.environ, 'TANDEM_TRIM_SEED': '1', 'TANDEM_TRIM_SEQUENCES': '1000', 'TMPDIR': '/dev/shm'}
 MEMORY = 1 << 30  # which a loop without an end soon fills

@@ -6,7 +6,7 @@
 #include "platform/extension.hpp"
 #include "platform/notifications.hpp"
 #include "plugin/panel.hpp"
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 #include "view/view_names.hpp"
 
 namespace tandemtrim {

@@ -2,9 +2,9 @@
 #include <functional>
 #include <new>
 
-#include "platform/linux/bundle.hpp"
-#include "platform/linux/print_settings.hpp"
-#include "platform/memory/panel_view.hpp"
+#include "adapters/linux/bundle.hpp"
+#include "adapters/linux/print_settings.hpp"
+#include "adapters/memory/panel_view.hpp"
 #include "plugin/plugin.hpp"
 #include "tests/support/core_test.hpp"
 #include "tests/support/heap.hpp"

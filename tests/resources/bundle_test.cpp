@@ -1,4 +1,4 @@
-#include "platform/linux/bundle.hpp"
+#include "adapters/linux/bundle.hpp"
 
 #include <filesystem>
 #include <memory>
@@ -6,8 +6,8 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/linux/bundle_info.hpp"
-#include "plugin/setting_names.hpp"
+#include "adapters/linux/bundle_info.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 #include "tests/resources/files.hpp"
 #include "view/view_names.hpp"
 

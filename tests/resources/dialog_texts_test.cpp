@@ -5,8 +5,8 @@
 
 #include <gmock/gmock.h>
 
-#include "host/dialog/texts.hpp"
-#include "platform/linux/strings_table.hpp"
+#include "adapters/linux/files/strings_table.hpp"
+#include "host/dialog/texts/texts.hpp"
 #include "tests/resources/files.hpp"
 
 namespace tandemtrim::resources {

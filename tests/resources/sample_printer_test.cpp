@@ -6,7 +6,7 @@
 #include <cups/ppd.h>
 #include <gmock/gmock.h>
 
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 #include "tests/resources/files.hpp"
 #include "view/view_names.hpp"
 

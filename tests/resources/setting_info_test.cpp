@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 #include "tests/resources/files.hpp"
 #include "view/view_names.hpp"
 

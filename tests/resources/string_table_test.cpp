@@ -6,9 +6,9 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/linux/strings_table.hpp"
+#include "adapters/linux/files/strings_table.hpp"
 #include "plugin/panel.hpp"
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 #include "tests/resources/files.hpp"
 #include "view/view_names.hpp"
 

@@ -4,12 +4,12 @@
 
 #include <cups/ppd.h>
 
+#include "adapters/memory/controls.hpp"
+#include "adapters/memory/panel.hpp"
 #include "platform/log.hpp"
-#include "platform/memory/controls.hpp"
-#include "platform/memory/panel.hpp"
 #include "platform/property_list.hpp"
 #include "plugin/panel.hpp"
-#include "plugin/setting_names.hpp"
+#include "plugin/setting_info/setting_names.hpp"
 #include "tests/conformance/scene.hpp"
 
 namespace tandemtrim {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/linux/print_settings.hpp"
+#include "adapters/linux/print_settings.hpp"
 #include "plugin/plugin.hpp"
 #include "tests/sequences/operation.hpp"
 

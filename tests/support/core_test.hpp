@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/object.hpp"
-#include "plugin/common_info.hpp"
+#include "plugin/setting_info/common_info.hpp"
 #include "tests/support/fakes.hpp"
 
 namespace tandemtrim::test {

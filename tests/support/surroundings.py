@@ -110,7 +110,8 @@ def own(given):
         temporary.mkdir()
         temporary.chmod(0o1777)
         folders = {"HOME": home, "CUPS_SERVERROOT": home, "XDG_RUNTIME_DIR": run, "TMPDIR": temporary, "TEMP": temporary}
-        python = {"PYTHONPATH": str(pathlib.Path(__file__).resolve().parent), "PYTHONDONTWRITEBYTECODE": "1"}
+        support = pathlib.Path(__file__).resolve().parent
+        python = {"PYTHONPATH": f"{support}:{support / 'cups'}", "PYTHONDONTWRITEBYTECODE": "1"}
         environment = of_this_test((SEED,)) | CONSTANTS | {name: str(path) for name, path in folders.items()} | python | given
         yield environment | fonts(pathlib.Path(folder, "settings"), given.get("TANDEM_TRIM_FONT", FONT))
 

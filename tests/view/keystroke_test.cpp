@@ -1,4 +1,4 @@
-#include "platform/memory/panel.hpp"
+#include "adapters/memory/panel.hpp"
 #include "tests/support/core_test.hpp"
 #include "tests/support/heap.hpp"
 #include "view/view_controller.hpp"

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+
+#import "adapters/appkit/controls.hpp"
+#import "adapters/appkit/foundation/toolkit.h"
+
+/// What the panel's controls have in common: they go along when the function is switched on or off.
+@protocol ViewComponent
+@required
+/// `flag` is a boolean number: true when the function is on and the control is live. Nil is false.
+- (void)changeState:(id)flag;
+@end
+
+/// A control of the panel as the core knows it.
+@protocol MorvaTTComponentKV2 <ViewComponent>
+- (tandemtrim::platform::NibObject*)component;
+@end
+
+// The classes that the nib instantiates.
+
+@interface MorvaTTCheckBoxKV2 : NSButton <MorvaTTComponentKV2> {
+  std::unique_ptr<tandemtrim::platform::appkit::CheckBox> component_;
+}
+@end
+
+@interface MorvaTTPopUpButtonKV2 : NSPopUpButton <MorvaTTComponentKV2> {
+  std::unique_ptr<tandemtrim::platform::appkit::PopUpButton> component_;
+}
+@end
+
+@interface MorvaTTButtonKV2 : NSButton <MorvaTTComponentKV2> {
+  std::unique_ptr<tandemtrim::platform::appkit::Button> component_;
+}
+@end
+
+@interface MorvaTTStepperKV2 : NSStepper <MorvaTTComponentKV2> {
+  std::unique_ptr<tandemtrim::platform::appkit::Stepper> component_;
+}
+@end
+
+@interface MorvaTTTextLabelKV2 : NSTextField <MorvaTTComponentKV2> {
+  std::unique_ptr<tandemtrim::platform::appkit::TextLabel> component_;
+}
+@end
+
+/// A margin's text box, which holds its own range in whole millimetres. Both bounds are inclusive; none
+/// counts as 0.
+@interface MorvaTTTextBoxKV2 : NSTextField <MorvaTTComponentKV2> {
+  std::unique_ptr<tandemtrim::platform::appkit::TextBox> component_;
+}
+@property(copy, nonatomic) NSNumber* min;
+@property(copy, nonatomic) NSNumber* max;
+- (void)setValueRange:(NSNumber*)min max:(NSNumber*)max;
+/// The very object given when it is in the range, else the very bound that it passes; the minimum is looked
+/// at first. Nil is 0.
+- (NSNumber*)verifyValue:(NSNumber*)value;
+@end

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+#import "adapters/appkit/foundation/toolkit.h"
+#include "platform/bundle.hpp"
+
+namespace tandemtrim::platform::appkit {
+
+/// The toolkit's bundle for the core, retained by it; none for nil.
+std::shared_ptr<platform::Bundle> bundleOf(NSBundle* bundle);
+/// The bundle that bundleOf() was given.
+NSBundle* toolkitBundleOf(const std::shared_ptr<platform::Bundle>& bundle);
+
+}  // namespace tandemtrim::platform::appkit

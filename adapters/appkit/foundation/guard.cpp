@@ -1,0 +1,24 @@
+#include "adapters/appkit/foundation/guard.hpp"
+
+#include <new>
+#include <stdexcept>
+
+namespace tandemtrim::platform::appkit {
+
+// In C++ and not in Objective-C++: a C++ handler there misses C++ exceptions on GNUstep.
+Outcome hold(void (*work)(void* context), void* context) {
+  try {
+    work(context);
+    return {};
+  } catch (const std::bad_alloc&) {
+    return {Raised::noMemory, {}};
+  } catch (const std::out_of_range& error) {
+    return {Raised::range, error.what()};
+  } catch (const std::invalid_argument& error) {
+    return {Raised::invalidArgument, error.what()};
+  } catch (const std::exception& error) {
+    return {Raised::other, error.what()};
+  }
+}
+
+}  // namespace tandemtrim::platform::appkit

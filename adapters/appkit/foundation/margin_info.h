@@ -1,0 +1,14 @@
+#pragma once
+
+#include <memory>
+
+#import "adapters/appkit/foundation/toolkit.h"
+#include "platform/object.hpp"
+
+/// The core's margin info dictionary as one of Foundation's: it reads and writes the core's entries and keeps
+/// none itself. An entry is copied when it is set.
+@interface MorvaTTMarginInfoKV2 : NSMutableDictionary {
+  std::shared_ptr<tandemtrim::platform::Dictionary> core_;
+}
+- (id)initWithCore:(std::shared_ptr<tandemtrim::platform::Dictionary>)core;
+@end

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+#include "adapters/appkit/foundation/guard.hpp"
+#import "adapters/appkit/foundation/toolkit.h"
+
+namespace tandemtrim::platform::appkit {
+
+/// Raises the toolkit's exception for what was raised: NSInvalidArgumentException, NSRangeException,
+/// NSMallocException, NSGenericException; nothing for nothing.
+void raise(const Outcome& outcome);
+
+/// Does the work and gives its result. What the core raises leaves as an exception of the toolkit; no C++
+/// exception leaves.
+template <class Work>
+auto guarded(Work work) {
+  using Result = std::invoke_result_t<Work>;
+  const auto run = [](auto& call) {
+    return hold([](void* context) { (*static_cast<std::remove_reference_t<decltype(call)>*>(context))(); },
+                &call);
+  };
+  if constexpr (std::is_void_v<Result>) {
+    raise(run(work));
+  } else {
+    std::optional<Result> result;
+    auto keep = [&] { result.emplace(work()); };
+    raise(run(keep));
+    return *std::move(result);
+  }
+}
+
+/// The same within an initialiser: whatever is raised releases `self`, which nobody else has yet.
+template <class Work>
+auto guardedInit(id self, Work work) {
+  @try {
+    return guarded(work);
+  } @catch (id) {
+    [self release];
+    @throw;
+  }
+}
+
+}  // namespace tandemtrim::platform::appkit

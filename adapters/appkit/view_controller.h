@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+
+#import "adapters/appkit/common_info.h"
+#import "adapters/appkit/control_classes.h"
+#include "view/view_controller.hpp"
+
+/// The File's Owner of the nib: it connects the controls with the core's view controller, which does the
+/// work. It keeps what its outlets were connected to until it goes.
+@interface MorvaTTViewControllerKV2 : NSObject {
+  std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2> core_;
+  std::unique_ptr<tandemtrim::platform::appkit::View> view_;
+  MorvaTTCommonInfoKV2* commonInfo_;
+  NSMutableArray* connected_;
+}
+/// Nil when the common info is nil or the tickets cannot be made. The common info must outlive the
+/// controller.
+- (id)initWithCommonInfo:(MorvaTTCommonInfoKV2*)commonInfo;
+/// Nil for none.
+- (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2>)core
+        commonInfo:(MorvaTTCommonInfoKV2*)commonInfo;
+
+- (NSView*)panelViewWithNibName:(NSString*)nibName;
+- (void)updateView;
+- (BOOL)restoreNonPPDSettingsFromPrintSettings;
+- (BOOL)saveNonPPDSettingsToPrintSettings;
+- (NSMutableDictionary*)summaryInfoWithDispOrderKey:(NSString*)dispOrderKey;
+
+- (IBAction)changeTandemTrimValid:(id)sender;
+- (IBAction)setDefaultValue:(id)sender;
+/// Corrects the text box that posts; whatever else posts is left alone.
+- (void)controlTextDidChange:(NSNotification*)notification;
+
+@property(readonly, nonatomic) MorvaTTCommonInfoKV2* commonInfo;
+@property(assign, nonatomic) BOOL viewIsInited;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelDirection;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelPosition;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginTop;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginBottom;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLeft;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginRight;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimitTop;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimitBottom;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimitLeft;
+@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimitRight;
+@property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMarginTop;
+@property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMarginBottom;
+@property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMarginLeft;
+@property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMarginRight;
+@property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMarginTop;
+@property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMarginBottom;
+@property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMarginLeft;
+@property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMarginRight;
+@property(assign, nonatomic) IBOutlet MorvaTTCheckBoxKV2* tandemTrimValid;
+@property(assign, nonatomic) IBOutlet MorvaTTPopUpButtonKV2* directionPopUp;
+@property(assign, nonatomic) IBOutlet MorvaTTPopUpButtonKV2* positionPopUp;
+@property(assign, nonatomic) IBOutlet MorvaTTButtonKV2* defaultButton;
+@property(assign, nonatomic) IBOutlet NSView* tandemTrimView;
+@end

@@ -1,0 +1,167 @@
+#import "adapters/appkit/view_controller.h"
+
+#include "adapters/appkit/controllers.hpp"
+#include "adapters/appkit/foundation/foundation.hpp"
+#include "adapters/appkit/foundation/raise.hpp"
+
+namespace appkit = tandemtrim::platform::appkit;
+namespace platform = tandemtrim::platform;
+
+namespace {
+
+// The core's object of a panel's control; null for any other object.
+platform::NibObject* componentOf(id object) {
+  return [object respondsToSelector:@selector(component)] ? [object component] : nullptr;
+}
+
+}  // namespace
+
+// An outlet by its name, the class of its control and the name of its setter. Nil empties it; an object of
+// another class leaves it as it was.
+#define OUTLET(Class, name, setter)                                             \
+  -(Class*)name {                                                               \
+    return appkit::toolkitObjectOf(core_->name());                              \
+  }                                                                             \
+  -(void)setter : (Class*)control {                                             \
+    appkit::guarded([&] {                                                       \
+      auto* component = dynamic_cast<tandemtrim::Class*>(componentOf(control)); \
+      if (control != nil && component == nullptr) return;                       \
+      [self keep:control];                                                      \
+      core_->setter(component);                                                 \
+    });                                                                         \
+  }
+
+@implementation MorvaTTViewControllerKV2
+
+- (id)initWithCommonInfo:(MorvaTTCommonInfoKV2*)commonInfo {
+  return [self
+      initWithCore:appkit::guardedInit(self,
+                                       [&]() -> std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2> {
+                                         return tandemtrim::MorvaTTViewControllerKV2::initWithCommonInfo(
+                                             commonInfo == nil ? nullptr : [commonInfo core]);
+                                       })
+        commonInfo:commonInfo];
+}
+
+- (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2>)core
+        commonInfo:(MorvaTTCommonInfoKV2*)commonInfo {
+  self = [super init];
+  if (self == nil || !core) {
+    [self release];
+    return nil;
+  }
+  core_ = std::move(core);
+  commonInfo_ = commonInfo;
+  appkit::guardedInit(self, [&] {
+    connected_ = [[NSMutableArray alloc] init];
+    appkit::addController(self, core_.get());
+  });
+  return self;
+}
+
+// A view may outlive its controller in the host's window: its controls then act on nobody.
+- (void)dealloc {
+  if (core_) {
+    [[self tandemTrimValid] setTarget:nil];
+    [[self defaultButton] setTarget:nil];
+  }
+  core_.reset();
+  appkit::removeController(self);
+  [connected_ release];
+  [super dealloc];
+}
+
+- (NSView*)panelViewWithNibName:(NSString*)nibName {
+  return appkit::guarded(
+      [&] { return appkit::toolkitObjectOf(core_->panelViewWithNibName(appkit::textOf(nibName))); });
+}
+
+- (void)updateView {
+  appkit::guarded([&] { core_->updateView(); });
+}
+
+- (BOOL)restoreNonPPDSettingsFromPrintSettings {
+  return appkit::guarded([&] { return core_->restoreNonPPDSettingsFromPrintSettings(); });
+}
+
+- (BOOL)saveNonPPDSettingsToPrintSettings {
+  return appkit::guarded([&] { return core_->saveNonPPDSettingsToPrintSettings(); });
+}
+
+- (NSMutableDictionary*)summaryInfoWithDispOrderKey:(NSString*)dispOrderKey {
+  return appkit::guarded([&] {
+    return appkit::foundationDictionaryOf(core_->summaryInfoWithDispOrderKey(appkit::textOf(dispOrderKey)));
+  });
+}
+
+- (void)changeTandemTrimValid:(id)sender {
+  (void)sender;
+  appkit::guarded([&] { core_->changeTandemTrimValid(nullptr); });
+}
+
+- (void)setDefaultValue:(id)sender {
+  (void)sender;
+  appkit::guarded([&] { core_->setDefaultValue(nullptr); });
+}
+
+- (void)controlTextDidChange:(NSNotification*)notification {
+  appkit::guarded([&] {
+    core_->controlTextDidChange(
+        {platform::NSControlTextDidChangeNotification, componentOf([notification object])});
+  });
+}
+
+- (MorvaTTCommonInfoKV2*)commonInfo {
+  return commonInfo_;
+}
+
+- (BOOL)viewIsInited {
+  return core_->viewIsInited();
+}
+
+- (void)setViewIsInited:(BOOL)inited {
+  core_->setViewIsInited(inited);
+}
+
+// Keeps what an outlet is connected to alive from now on.
+- (void)keep:(id)object {
+  if (object != nil) [connected_ addObject:object];
+}
+
+OUTLET(MorvaTTTextLabelKV2, labelDirection, setLabelDirection)
+OUTLET(MorvaTTTextLabelKV2, labelPosition, setLabelPosition)
+OUTLET(MorvaTTTextLabelKV2, labelMarginTop, setLabelMarginTop)
+OUTLET(MorvaTTTextLabelKV2, labelMarginBottom, setLabelMarginBottom)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLeft, setLabelMarginLeft)
+OUTLET(MorvaTTTextLabelKV2, labelMarginRight, setLabelMarginRight)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLimitTop, setLabelMarginLimitTop)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLimitBottom, setLabelMarginLimitBottom)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLimitLeft, setLabelMarginLimitLeft)
+OUTLET(MorvaTTTextLabelKV2, labelMarginLimitRight, setLabelMarginLimitRight)
+OUTLET(MorvaTTTextBoxKV2, textBoxMarginTop, setTextBoxMarginTop)
+OUTLET(MorvaTTTextBoxKV2, textBoxMarginBottom, setTextBoxMarginBottom)
+OUTLET(MorvaTTTextBoxKV2, textBoxMarginLeft, setTextBoxMarginLeft)
+OUTLET(MorvaTTTextBoxKV2, textBoxMarginRight, setTextBoxMarginRight)
+OUTLET(MorvaTTStepperKV2, stepperMarginTop, setStepperMarginTop)
+OUTLET(MorvaTTStepperKV2, stepperMarginBottom, setStepperMarginBottom)
+OUTLET(MorvaTTStepperKV2, stepperMarginLeft, setStepperMarginLeft)
+OUTLET(MorvaTTStepperKV2, stepperMarginRight, setStepperMarginRight)
+OUTLET(MorvaTTCheckBoxKV2, tandemTrimValid, setTandemTrimValid)
+OUTLET(MorvaTTPopUpButtonKV2, directionPopUp, setDirectionPopUp)
+OUTLET(MorvaTTPopUpButtonKV2, positionPopUp, setPositionPopUp)
+OUTLET(MorvaTTButtonKV2, defaultButton, setDefaultButton)
+
+- (NSView*)tandemTrimView {
+  return appkit::toolkitObjectOf(core_->tandemTrimView());
+}
+
+- (void)setTandemTrimView:(NSView*)view {
+  if (view != nil && ![view isKindOfClass:[NSView class]]) return;
+  appkit::guarded([&] {
+    [self keep:view];
+    view_ = view == nil ? nullptr : std::make_unique<appkit::View>(view);
+    core_->setTandemTrimView(view_.get());
+  });
+}
+
+@end

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include <gtkmm/button.h>
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/label.h>
+
+#include "adapters/gtk/controls/control.hpp"
+#include "adapters/gtk/controls/mnemonics.hpp"
+#include "view/controls.hpp"
+
+namespace tandemtrim::platform::gtk {
+
+/// A label. It takes a mnemonic when it is the label of a control, and is read in the direction of the panel,
+/// whatever its first letter.
+class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public Titled {
+ public:
+  using ControlOf::ControlOf;
+
+  void setTextColor(Color color) override;
+  void setStringValue(std::string_view text) override;
+  void showMnemonic(Mnemonics& mnemonics) override;
+};
+
+/// What a push button and a check box do when the person clicks them.
+using Action = std::function<void(NibObject* sender)>;
+
+/// What a push button and a check box have in common: a title.
+template <class Class, class Widget>
+class TitledControlOf : public ControlOf<Class, Widget>, public Titled {
+ public:
+  using ControlOf<Class, Widget>::ControlOf;
+
+  void setTitle(std::string_view title) override {
+    title_ = title;
+    this->widget().set_use_underline(false);
+    this->widget().set_label(title_);
+    speakTitle();
+  }
+  void showMnemonic(Mnemonics& mnemonics) override {
+    this->widget().set_use_underline();
+    this->widget().set_label(mnemonics.mark(title_));
+    speakTitle();
+  }
+
+ private:
+  // The toolkit would have a screen reader speak the mark of the mnemonic, and the text twice.
+  void speakTitle() {
+    auto* const accessible = GTK_ACCESSIBLE(this->widget().gobj());
+    gtk_accessible_reset_relation(accessible, GTK_ACCESSIBLE_RELATION_LABELLED_BY);
+    gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, title_.c_str(), -1);
+  }
+
+  std::string title_;
+};
+
+class Button : public TitledControlOf<MorvaTTButtonKV2, Gtk::Button> {
+ public:
+  explicit Button(Gtk::Button& button);
+  void setAction(Action action) { action_ = std::move(action); }
+
+ private:
+  void onClicked();
+
+  Action action_;
+};
+
+class CheckBox : public TitledControlOf<MorvaTTCheckBoxKV2, Gtk::CheckButton> {
+ public:
+  explicit CheckBox(Gtk::CheckButton& button);
+  [[nodiscard]] int state() const override;
+  void setState(int state) override;
+  void setAction(Action action) { action_ = std::move(action); }
+
+ private:
+  void onToggled();
+
+  Action action_;
+  sigc::connection toggled_;
+};
+
+}  // namespace tandemtrim::platform::gtk

@@ -1,0 +1,128 @@
+#include "adapters/gtk/controls/menus.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "adapters/gtk/controls/guarded.hpp"
+
+namespace tandemtrim::platform::gtk {
+namespace {
+
+// The part of a menu that takes the keyboard, and of which a screen reader therefore speaks.
+GtkAccessible* buttonOf(GtkMenuButton* menu) {
+  return GTK_ACCESSIBLE(gtk_widget_get_first_child(GTK_WIDGET(menu)));
+}
+
+// The arrow keys open a list, in addition to the keys that press any button.
+gboolean onKey(GtkEventControllerKey* /*keys*/, guint key, guint /*code*/, GdkModifierType modifiers,
+               GtkMenuButton* menu) {
+  constexpr std::array<guint, 4> kArrows{GDK_KEY_Down, GDK_KEY_KP_Down, GDK_KEY_Up, GDK_KEY_KP_Up};
+  if ((modifiers & GDK_CONTROL_MASK) != 0 || std::ranges::find(kArrows, key) == kArrows.end()) return FALSE;
+  gtk_menu_button_popup(menu);
+  return TRUE;
+}
+
+// The menu's label is a part's as well.
+void nameAsMenu(GtkAccessible* part, GtkMenuButton* menu) {
+  GList* const labels = gtk_widget_list_mnemonic_labels(GTK_WIDGET(menu));
+  if (labels != nullptr)
+    gtk_accessible_update_relation(part, GTK_ACCESSIBLE_RELATION_LABELLED_BY, labels->data, nullptr, -1);
+  g_list_free(labels);
+}
+
+}  // namespace
+
+void MenuItem::setTitle(std::string_view title) {
+  title_ = title;
+  menu_.showTitles();
+}
+
+PopUpButton::PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>& titles)
+    : ControlOf(button) {
+  for (const auto& title : titles) items_.emplace_back(*this, title);
+  auto* const menu = button.gobj();
+  // The toolkit has the content in the button's middle.
+  if (auto* const label = gtk_menu_button_get_child(menu))
+    gtk_widget_set_halign(gtk_widget_get_parent(label), GTK_ALIGN_FILL);
+  if (!items_.empty()) choose(0);
+  nameAsMenu(buttonOf(menu), menu);
+  // The toolkit has the menu's name describe the button, too.
+  gtk_accessible_reset_relation(buttonOf(menu), GTK_ACCESSIBLE_RELATION_DESCRIBED_BY);
+  gtk_menu_button_set_create_popup_func(menu, &PopUpButton::onOpen, this, nullptr);
+  auto* const keys = gtk_event_controller_key_new();
+  g_signal_connect(keys, "key-pressed", G_CALLBACK(&onKey), menu);
+  gtk_widget_add_controller(GTK_WIDGET(menu), keys);
+}
+
+// The list knows this; the button may outlive it.
+PopUpButton::~PopUpButton() {
+  auto* const menu = widget().gobj();
+  gtk_menu_button_set_create_popup_func(menu, nullptr, nullptr, nullptr);
+  gtk_menu_button_set_popover(menu, nullptr);
+}
+
+MenuItem* PopUpButton::selectedItem() { return chosen_ ? &items_.at(*chosen_) : nullptr; }
+
+std::string PopUpButton::chosenTitle() const { return chosen_ ? items_.at(*chosen_).title() : ""; }
+
+void PopUpButton::selectItemWithTitle(std::string_view title) {
+  const auto item = std::ranges::find(items_, title, &MenuItem::title);
+  choose(item == items_.end() ? std::nullopt
+                              : std::optional(static_cast<std::size_t>(item - items_.begin())));
+}
+
+void PopUpButton::choose(std::optional<std::size_t> index) {
+  if (chosen_ == index) return;
+  chosen_ = index;
+  showTitles();
+  if (changed_) changed_();
+}
+
+// The button's name does not say what is chosen. Its label is as wide as any choice needs.
+void PopUpButton::showTitles() {
+  const auto title = chosenTitle();
+  gtk_accessible_update_property(buttonOf(widget().gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
+                                 title.c_str(), -1);
+  auto* const label = gtk_menu_button_get_child(widget().gobj());
+  if (!GTK_IS_LABEL(label)) return;
+  glong longest = 0;
+  for (const auto& item : items_) longest = std::max(longest, g_utf8_strlen(item.title().c_str(), -1));
+  gtk_label_set_width_chars(GTK_LABEL(label), static_cast<int>(longest));
+  gtk_label_set_text(GTK_LABEL(label), title.c_str());
+}
+
+void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
+  auto* const self = static_cast<PopUpButton*>(popUpButton);
+  auto* const list = gtk_list_box_new();
+  for (const auto& item : self->items_) {
+    auto* const title = gtk_label_new(item.title().c_str());
+    gtk_label_set_xalign(GTK_LABEL(title), 0);
+    gtk_list_box_append(GTK_LIST_BOX(list), title);
+    gtk_accessible_update_property(GTK_ACCESSIBLE(gtk_widget_get_parent(title)),
+                                   GTK_ACCESSIBLE_PROPERTY_LABEL, item.title().c_str(), -1);
+  }
+  const int chosen = self->chosen_ ? static_cast<int>(*self->chosen_) : -1;
+  gtk_list_box_select_row(GTK_LIST_BOX(list), gtk_list_box_get_row_at_index(GTK_LIST_BOX(list), chosen));
+  g_signal_connect(list, "row-activated", G_CALLBACK(&PopUpButton::onRow), self);
+  nameAsMenu(GTK_ACCESSIBLE(list), menu);
+  // The toolkit's list takes Return alone.
+  auto* const keys = gtk_shortcut_controller_new();
+  gtk_shortcut_controller_add_shortcut(GTK_SHORTCUT_CONTROLLER(keys),
+                                       gtk_shortcut_new(gtk_shortcut_trigger_parse_string("space|KP_Space"),
+                                                        gtk_signal_action_new("activate-cursor-row")));
+  gtk_widget_add_controller(list, keys);
+
+  auto* const popover = gtk_popover_new();
+  gtk_widget_add_css_class(popover, "menu");
+  gtk_popover_set_has_arrow(GTK_POPOVER(popover), FALSE);
+  gtk_popover_set_child(GTK_POPOVER(popover), list);
+  gtk_widget_set_size_request(popover, gtk_widget_get_width(GTK_WIDGET(menu)), -1);
+  gtk_menu_button_set_popover(menu, popover);
+}
+
+void PopUpButton::onRow(GtkListBox* /*list*/, GtkListBoxRow* row, PopUpButton* self) {
+  gtk_menu_button_popdown(self->widget().gobj());
+  guarded([&] { self->choose(static_cast<std::size_t>(gtk_list_box_row_get_index(row))); });
+}
+
+}  // namespace tandemtrim::platform::gtk

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <gtkmm/menubutton.h>
+
+#include "adapters/gtk/controls/control.hpp"
+#include "view/controls.hpp"
+
+namespace tandemtrim::platform::gtk {
+
+class PopUpButton;
+
+class MenuItem : public platform::MenuItem {
+ public:
+  MenuItem(PopUpButton& menu, std::string title) : menu_(menu), title_(std::move(title)) {}
+
+  [[nodiscard]] const std::string& title() const { return title_; }
+  void setTitle(std::string_view title) override;
+  [[nodiscard]] std::optional<std::string> representedObject() const override { return value_; }
+  void setRepresentedObject(std::string_view value) override { value_ = value; }
+
+ private:
+  PopUpButton& menu_;
+  std::string title_;
+  std::optional<std::string> value_;
+};
+
+/// A button that shows the chosen item and opens the list of all, which is built when it opens. The first
+/// item is chosen at the beginning.
+class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
+ public:
+  /// The choice is shown by a label, the button's child.
+  PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>& titles);
+  ~PopUpButton() override;
+  PopUpButton(const PopUpButton&) = delete;
+  PopUpButton& operator=(const PopUpButton&) = delete;
+
+  [[nodiscard]] std::size_t numberOfItems() const override { return items_.size(); }
+  [[nodiscard]] MenuItem& itemAtIndex(std::size_t index) override { return items_.at(index); }
+  [[nodiscard]] MenuItem* selectedItem() override;
+  /// Nothing is chosen when no item has the title.
+  void selectItemWithTitle(std::string_view title) override;
+
+  /// The title of the chosen item, else empty.
+  [[nodiscard]] std::string chosenTitle() const;
+  /// Runs after another item is chosen, whoever chose it.
+  void setChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+
+ private:
+  friend class MenuItem;
+  void showTitles();
+  void choose(std::optional<std::size_t> index);
+  static void onOpen(GtkMenuButton* menu, gpointer popUpButton);
+  static void onRow(GtkListBox* list, GtkListBoxRow* row, PopUpButton* self);
+
+  std::vector<MenuItem> items_;
+  std::optional<std::size_t> chosen_;
+  std::function<void()> changed_;
+};
+
+}  // namespace tandemtrim::platform::gtk

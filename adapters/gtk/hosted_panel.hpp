@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "adapters/gtk/panel.hpp"
+#include "platform/extension.hpp"
+
+namespace tandemtrim::platform::gtk {
+
+/// A panel as its host calls it. The toolkit's edits are posted with a delay; every call of the host posts
+/// those that wait first, so that it never meets a text that is typed and not corrected.
+class HostedPanel : public PrintPanel {
+ public:
+  explicit HostedPanel(std::unique_ptr<PrintPanel> panel) : panel_(std::move(panel)) {}
+
+  [[nodiscard]] std::string panelName() override { return upToDate().panelName(); }
+  [[nodiscard]] ObjectRef panelKind() override { return upToDate().panelKind(); }
+  [[nodiscard]] View* panelView() override;
+  [[nodiscard]] Dictionary summaryInfo() override { return upToDate().summaryInfo(); }
+  void willShow() override { upToDate().willShow(); }
+  [[nodiscard]] bool shouldHide() override { return upToDate().shouldHide(); }
+  [[nodiscard]] bool shouldShowHelp() override { return upToDate().shouldShowHelp(); }
+  [[nodiscard]] const std::vector<std::string>& supportedPPDOptionKeys() override {
+    return upToDate().supportedPPDOptionKeys();
+  }
+  /// No edit that waits changes what is stored.
+  [[nodiscard]] std::vector<PanelSetting> settings() const override { return panel_->settings(); }
+  [[nodiscard]] bool shouldPrint() override { return upToDate().shouldPrint(); }
+  bool saveValuesAndReturnError(std::string* error) override {
+    return upToDate().saveValuesAndReturnError(error);
+  }
+  bool restoreValuesAndReturnError(std::string* error) override {
+    return upToDate().restoreValuesAndReturnError(error);
+  }
+
+  /// The panel, once the edits that wait are posted.
+  [[nodiscard]] PrintPanel& upToDate();
+
+ private:
+  std::unique_ptr<PrintPanel> panel_;
+  Panel* view_ = nullptr;
+};
+
+}  // namespace tandemtrim::platform::gtk

@@ -1,0 +1,47 @@
+#include "platform/nib.hpp"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include <dlfcn.h>
+#include <gtkmm/init.h>
+
+#include "adapters/gtk/panel.hpp"
+
+namespace tandemtrim::platform {
+namespace {
+
+// The nib in the resources of the bundle whose module this code is part of.
+std::string nibPath(std::string_view name) {
+  Dl_info module{};
+  if (dladdr(reinterpret_cast<const void*>(&nibPath), &module) == 0) return {};
+  const auto contents = std::filesystem::absolute(module.dli_fname).parent_path().parent_path();
+  return contents / "Resources" / std::string(name).append(".ui");
+}
+
+// The toolkit's own classes: those of its C++ interface have more to set up, and nothing here overrides them.
+Glib::RefPtr<Gtk::Builder> described(const std::string& path) {
+  auto* const builder = gtk_builder_new();
+  auto description = Glib::wrap(builder);
+  GError* error = nullptr;
+  if (gtk_builder_add_from_file(builder, path.c_str(), &error) == FALSE) Glib::Error::throw_exception(error);
+  return description;
+}
+
+}  // namespace
+
+bool loadNibNamed(std::string_view name, NibOwner& owner) try {
+  // Without a screen there is no widget to make.
+  if (gdk_display_get_default() == nullptr) return false;
+  Gtk::init_gtkmm_internals();
+  auto panel = std::make_unique<gtk::Panel>(described(nibPath(name)), owner);
+  auto& loaded = *panel;
+  owner.keepLoadedNib(std::move(panel));
+  loaded.connectOutlets(owner);
+  return true;
+} catch (const Glib::Error&) {
+  return false;
+}
+
+}  // namespace tandemtrim::platform

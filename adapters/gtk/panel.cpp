@@ -1,0 +1,138 @@
+#include "adapters/gtk/panel.hpp"
+
+#include <array>
+#include <utility>
+
+#include "adapters/gtk/controls/controls.hpp"
+#include "adapters/gtk/controls/menus.hpp"
+#include "adapters/gtk/controls/mnemonics.hpp"
+#include "adapters/gtk/controls/stepper.hpp"
+#include "adapters/gtk/controls/text_box.hpp"
+
+namespace tandemtrim::platform::gtk {
+namespace {
+
+constexpr std::string_view kView = "tandemTrimView";
+
+struct MarginOutlets {
+  std::string_view label;
+  std::string_view textBox;
+  std::string_view stepper;
+};
+
+constexpr std::array<MarginOutlets, 4> kMargins{{
+    {"labelMarginTop", "textBoxMarginTop", "stepperMarginTop"},
+    {"labelMarginBottom", "textBoxMarginBottom", "stepperMarginBottom"},
+    {"labelMarginLeft", "textBoxMarginLeft", "stepperMarginLeft"},
+    {"labelMarginRight", "textBoxMarginRight", "stepperMarginRight"},
+}};
+
+}  // namespace
+
+Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
+    : description_(std::move(description)),
+      view_(GTK_IS_WIDGET(object(kView)) ? Glib::wrap(GTK_WIDGET(object(kView))) : nullptr) {
+  for (const auto outlet : owner.outletNames()) {
+    if (outlet == kView) continue;
+    if (auto control = wrap(outlet)) controls_.emplace(outlet, std::move(control));
+  }
+  connectSteppers();
+  connectActions(owner);
+  connectPicture();
+  if (view_ != nullptr) view_->signal_map().connect(sigc::mem_fun(*this, &Panel::showMnemonics));
+}
+
+GObject* Panel::object(std::string_view name) const {
+  return gtk_builder_get_object(description_->gobj(), std::string(name).c_str());
+}
+
+// A widget's class tells which of the controls it is.
+std::unique_ptr<NibObject> Panel::wrap(std::string_view outlet) const {
+  auto* const found = object(outlet);
+  if (GTK_IS_LABEL(found)) return std::make_unique<TextLabel>(*Glib::wrap(GTK_LABEL(found)));
+  if (GTK_IS_ENTRY(found)) return std::make_unique<TextBox>(*Glib::wrap(GTK_ENTRY(found)));
+  if (GTK_IS_BOX(found)) return Stepper::make(*Glib::wrap(GTK_BOX(found)));
+  if (GTK_IS_MENU_BUTTON(found))
+    return std::make_unique<PopUpButton>(*Glib::wrap(GTK_MENU_BUTTON(found)), itemsOf(outlet));
+  if (GTK_IS_CHECK_BUTTON(found)) return std::make_unique<CheckBox>(*Glib::wrap(GTK_CHECK_BUTTON(found)));
+  if (GTK_IS_BUTTON(found)) return std::make_unique<Button>(*Glib::wrap(GTK_BUTTON(found)));
+  return nullptr;
+}
+
+// The titles are a list of the nib, named after the menu.
+std::vector<std::string> Panel::itemsOf(std::string_view menu) const {
+  auto* const list = object(std::string(menu).append("Items"));
+  std::vector<std::string> titles;
+  for (guint index = 0; GTK_IS_STRING_LIST(list) && index < g_list_model_get_n_items(G_LIST_MODEL(list));
+       ++index)
+    titles.emplace_back(gtk_string_list_get_string(GTK_STRING_LIST(list), index));
+  return titles;
+}
+
+void Panel::connectSteppers() const {
+  for (const auto& margin : kMargins) {
+    auto* stepper = controlOf<Stepper>(margin.stepper);
+    auto* textBox = controlOf<TextBox>(margin.textBox);
+    if (stepper != nullptr && textBox != nullptr) stepper->setTextBox(textBox);
+  }
+}
+
+void Panel::flushEdits() const {
+  for (const auto& margin : kMargins) {
+    if (auto* textBox = controlOf<TextBox>(margin.textBox)) textBox->flush();
+  }
+}
+
+void Panel::connectActions(NibOwner& owner) const {
+  const auto actionOf = [&owner](std::string_view action) {
+    return [&owner, action](NibObject* sender) { owner.performAction(action, sender); };
+  };
+  if (auto* check = controlOf<CheckBox>("tandemTrimValid"))
+    check->setAction(actionOf("changeTandemTrimValid:"));
+  if (auto* button = controlOf<Button>("defaultButton")) button->setAction(actionOf("setDefaultValue:"));
+}
+
+void Panel::connectPicture() {
+  auto* const area = object("sheetPicture");
+  bool complete = GTK_IS_DRAWING_AREA(area);
+  const auto labelled = [&]<class Class>(Labelled<Class>& pair, std::string_view label,
+                                         std::string_view control) {
+    pair = {controlOf<TextLabel>(label), controlOf<Class>(control)};
+    complete = complete && pair.label != nullptr && pair.control != nullptr;
+  };
+  SheetControls shown{};
+  labelled(shown.direction, "labelDirection", "directionPopUp");
+  labelled(shown.position, "labelPosition", "positionPopUp");
+  for (std::size_t side = 0; side < kMargins.size(); ++side)
+    labelled(shown.margins.at(side), kMargins.at(side).label, kMargins.at(side).textBox);
+  if (complete) picture_ = std::make_unique<SheetPicture>(*Glib::wrap(GTK_DRAWING_AREA(area)), shown);
+}
+
+// Each time that the view comes up: the rest of its window may have changed.
+void Panel::showMnemonics() const {
+  Mnemonics mnemonics(view_->gobj());
+  const auto show = [&](std::string_view outlet) {
+    if (auto* titled = controlOf<Titled>(outlet)) titled->showMnemonic(mnemonics);
+  };
+  for (const auto* outlet : {"tandemTrimValid", "labelDirection", "labelPosition"}) show(outlet);
+  for (const auto& margin : kMargins) show(margin.label);
+  show("defaultButton");
+}
+
+void Panel::setPaperSize(double width, double height) {
+  if (picture_) picture_->setPaperSize(width, height);
+}
+
+void Panel::connectOutlets(NibOwner& owner) {
+  for (const auto& [outlet, control] : controls_) owner.setOutlet(outlet, control.get());
+  if (view_ != nullptr) owner.setOutlet(kView, this);
+}
+
+void* Panel::toolkitView() { return view_ == nullptr ? nullptr : view_->gobj(); }
+
+NibObject* Panel::control(std::string_view outlet) const {
+  const auto control = controls_.find(outlet);
+  return control == controls_.end() ? nullptr : control->second.get();
+}
+
+}  // namespace tandemtrim::platform::gtk

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtkmm/builder.h>
+
+#include "adapters/gtk/sheet_picture.hpp"
+#include "platform/nib.hpp"
+
+namespace tandemtrim::platform::gtk {
+
+/// A loaded nib: its widgets, the controls around them and the panel's view. The widgets live as long as it,
+/// and longer in a window that holds the view; they do nothing then.
+class Panel : public LoadedNib, public View, public sigc::trackable {
+ public:
+  /// Wraps those of the description's objects that bear the name of an outlet.
+  Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner);
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
+
+  /// Connects the outlets for which the description has an object of a class that is known here.
+  void connectOutlets(NibOwner& owner);
+
+  /// The view's GtkWidget, or null when the description has none.
+  [[nodiscard]] void* toolkitView() override;
+  /// The size that the picture of the sheet is drawn to.
+  void setPaperSize(double width, double height) override;
+  /// Posts the person's edits that still wait to be posted.
+  void flushEdits() const;
+  /// The control of this outlet, or null.
+  [[nodiscard]] NibObject* control(std::string_view outlet) const;
+
+ private:
+  [[nodiscard]] GObject* object(std::string_view name) const;
+  [[nodiscard]] std::unique_ptr<NibObject> wrap(std::string_view outlet) const;
+  [[nodiscard]] std::vector<std::string> itemsOf(std::string_view menu) const;
+  void connectSteppers() const;
+  void connectActions(NibOwner& owner) const;
+  void connectPicture();
+  void showMnemonics() const;
+  template <class Class>
+  [[nodiscard]] Class* controlOf(std::string_view outlet) const {
+    return dynamic_cast<Class*>(control(outlet));
+  }
+
+  Glib::RefPtr<Gtk::Builder> description_;
+  Gtk::Widget* view_;
+  std::map<std::string, std::unique_ptr<NibObject>, std::less<>> controls_;
+  std::unique_ptr<SheetPicture> picture_;
+};
+
+}  // namespace tandemtrim::platform::gtk

@@ -1,0 +1,96 @@
+#include "adapters/gtk/sheet_drawing.hpp"
+
+#include <array>
+#include <cmath>
+
+#include <gtkmm/stylecontext.h>
+
+namespace tandemtrim::platform::gtk {
+namespace {
+
+struct Palette {
+  Gdk::RGBA ink;
+  Gdk::RGBA tint;
+};
+
+// Where nothing can be set, nothing has a colour.
+Palette paletteOf(const Gtk::Widget& widget) {
+  const auto style = const_cast<Gtk::Widget&>(widget).get_style_context();
+  Palette palette{style->get_color(), Gdk::RGBA("gray")};
+  if (Gdk::RGBA accent; widget.is_sensitive() && style->lookup_color("theme_selected_bg_color", accent))
+    palette.tint = accent;
+  return palette;
+}
+
+void setColour(Cairo::Context& cairo, const Gdk::RGBA& colour, double opacity = 1) {
+  cairo.set_source_rgba(colour.get_red(), colour.get_green(), colour.get_blue(),
+                        colour.get_alpha() * opacity);
+}
+
+void fill(Cairo::Context& cairo, const Rectangle& area) {
+  cairo.rectangle(area.x, area.y, area.width, area.height);
+  cairo.fill();
+}
+
+// A line of one pixel that lies inside the area.
+void outline(Cairo::Context& cairo, const Rectangle& area) {
+  if (area.width < 1 || area.height < 1) return;
+  cairo.set_line_width(1);
+  cairo.rectangle(area.x + 0.5, area.y + 0.5, area.width - 1, area.height - 1);
+  cairo.stroke();
+}
+
+// Text, of which only the shape of its paragraphs is seen.
+void drawPrint(Cairo::Context& cairo, const Rectangle& area) {
+  constexpr double kLine = 2;
+  constexpr double kStep = 7;
+  constexpr std::array<double, 4> kLengths{1, 0.92, 0.97, 0.6};
+  std::size_t line = 0;
+  for (double y = area.y + kStep; y + kStep <= area.y + area.height; y += kStep)
+    fill(cairo, {area.x, y, area.width * kLengths.at(line++ % kLengths.size()), kLine});
+}
+
+void drawArrow(Cairo::Context& cairo, const Arrow& arrow) {
+  constexpr double kLength = 7;
+  constexpr double kHalfWidth = 5;
+  const double across = arrow.head.x - arrow.tail.x;
+  const double down = arrow.head.y - arrow.tail.y;
+  cairo.save();
+  cairo.translate(arrow.head.x, arrow.head.y);
+  cairo.rotate(std::atan2(down, across));
+  cairo.set_line_width(2);
+  cairo.move_to(-std::hypot(across, down), 0);
+  cairo.line_to(-kLength, 0);
+  cairo.stroke();
+  cairo.move_to(0, 0);
+  cairo.line_to(-kLength, -kHalfWidth);
+  cairo.line_to(-kLength, kHalfWidth);
+  cairo.fill();
+  cairo.restore();
+}
+
+}  // namespace
+
+// Paper is white in the dark too.
+void drawSheet(Cairo::Context& cairo, const SheetLayout& layout, const Gtk::Widget& widget) {
+  const auto [ink, tint] = paletteOf(widget);
+  const auto& paper = layout.paper;
+  cairo.push_group();
+  setColour(cairo, Gdk::RGBA("black"), 0.15);
+  fill(cairo, {paper.x + 2, paper.y + 2, paper.width, paper.height});
+  setColour(cairo, Gdk::RGBA("white"));
+  fill(cairo, paper);
+  setColour(cairo, tint, 0.35);
+  for (const auto& margin : layout.margins) fill(cairo, margin);
+  setColour(cairo, tint);
+  outline(cairo, layout.printable);
+  setColour(cairo, Gdk::RGBA("black"), 0.4);
+  if (layout.print) drawPrint(cairo, *layout.print);
+  outline(cairo, paper);
+  setColour(cairo, ink);
+  if (layout.feed) drawArrow(cairo, *layout.feed);
+  cairo.pop_group_to_source();
+  cairo.paint_with_alpha(widget.is_sensitive() ? 1 : 0.5);
+}
+
+}  // namespace tandemtrim::platform::gtk

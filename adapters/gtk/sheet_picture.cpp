@@ -1,0 +1,100 @@
+#include "adapters/gtk/sheet_picture.hpp"
+
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "adapters/gtk/sheet_drawing.hpp"
+#include "platform/integer_text.hpp"
+#include "view/view_names.hpp"
+
+namespace tandemtrim::platform::gtk {
+namespace {
+
+// The part of the sheet that stands behind the chosen item's name.
+template <class Part, std::size_t count>
+std::optional<Part> chosen(PopUpButton& menu,
+                           const std::array<std::pair<std::string_view, Part>, count>& parts) {
+  const auto* const item = menu.selectedItem();
+  const auto name = item == nullptr ? std::nullopt : item->representedObject();
+  for (const auto& [partName, part] : parts) {
+    if (name == partName) return part;
+  }
+  return std::nullopt;
+}
+
+constexpr std::array<std::pair<std::string_view, Feed>, 2> kFeeds{
+    {{TTVCPopUpNameDirectionLEF, Feed::longEdge}, {TTVCPopUpNameDirectionSEF, Feed::shortEdge}}};
+constexpr std::array<std::pair<std::string_view, Position>, 3> kPositions{
+    {{TTVCPopUpNamePositionLeft, Position::left},
+     {TTVCPopUpNamePositionCenter, Position::center},
+     {TTVCPopUpNamePositionRight, Position::right}}};
+
+// The text as it is shown, also while it is being edited.
+double millimetres(const Labelled<TextBox>& margin) {
+  return static_cast<double>(integerValue(margin.control->widget().get_text().raw()));
+}
+
+}  // namespace
+
+SheetPicture::SheetPicture(Gtk::DrawingArea& area, SheetControls controls)
+    : area_(area), controls_(controls), paperWidth_(Sheet{}.width), paperHeight_(Sheet{}.height) {
+  const auto refreshing = sigc::mem_fun(*this, &SheetPicture::refresh);
+  const auto follow = [&](const TextLabel& label) {
+    label.widget().property_label().signal_changed().connect(refreshing);
+  };
+  for (const auto* menu : {&controls_.direction, &controls_.position}) {
+    menu->control->setChanged([this] { refresh(); });
+    follow(*menu->label);
+  }
+  for (const auto& margin : controls_.margins) {
+    margin.control->widget().signal_changed().connect(refreshing);
+    follow(*margin.label);
+  }
+  area_.set_draw_func(sigc::mem_fun(*this, &SheetPicture::draw));
+}
+
+void SheetPicture::setPaperSize(double width, double height) {
+  if (!(std::isfinite(width) && std::isfinite(height) && width > 0 && height > 0)) return;
+  paperWidth_ = width;
+  paperHeight_ = height;
+  refresh();
+}
+
+void SheetPicture::refresh() {
+  area_.queue_draw();
+  gtk_accessible_update_property(GTK_ACCESSIBLE(area_.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                 description().c_str(), -1);
+}
+
+Sheet SheetPicture::sheet() const {
+  const auto& [top, bottom, left, right] = controls_.margins;
+  return {.width = paperWidth_,
+          .height = paperHeight_,
+          .top = millimetres(top),
+          .bottom = millimetres(bottom),
+          .left = millimetres(left),
+          .right = millimetres(right),
+          .feed = chosen(*controls_.direction.control, kFeeds),
+          .position = chosen(*controls_.position.control, kPositions)};
+}
+
+void SheetPicture::draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) const {
+  drawSheet(*cairo, layOut(sheet(), width, height), area_);
+}
+
+// In the words of the panel, so that it is in the user's language.
+std::string SheetPicture::description() const {
+  const auto length = [](double value) { return std::to_string(std::lround(value)); };
+  auto text = length(paperWidth_) + " × " + length(paperHeight_) + " mm";
+  const auto add = [&](const TextLabel& label, const std::string& value) {
+    text += "; " + label.stringValue() + ' ' + value;
+  };
+  for (const auto* menu : {&controls_.direction, &controls_.position})
+    add(*menu->label, menu->control->chosenTitle());
+  for (const auto& margin : controls_.margins)
+    add(*margin.label, margin.control->widget().get_text().raw() + " mm");
+  return text;
+}
+
+}  // namespace tandemtrim::platform::gtk

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "adapters/memory/controls.hpp"
+#include "adapters/memory/nib.hpp"
+#include "adapters/memory/panel_view.hpp"
+#include "platform/nib.hpp"
+
+namespace tandemtrim::platform::memory {
+
+/// The loaded nib "TandemTrim": the controls of the panel, and the view by which a person reaches them.
+class Panel : public LoadedNib, public PanelView {
+ public:
+  Panel(const NibDescription& description, NibOwner& owner);
+  ~Panel() override;
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
+
+  /// Connects all outlets that the description does not leave out.
+  void connectOutlets(NibOwner& owner);
+
+  [[nodiscard]] std::vector<ControlState> controls() const override;
+  [[nodiscard]] ControlState control(std::string_view name) const override;
+  bool type(std::string_view textBox, std::string_view text) override;
+  bool append(std::string_view textBox, std::string_view text) override;
+  bool backspace(std::string_view textBox) override;
+  bool click(std::string_view button) override;
+  bool step(std::string_view stepper, int steps) override;
+  bool choose(std::string_view popUp, std::size_t index) override;
+  /// Puts a check box into the mixed state, as only a program can.
+  void setMixed(std::string_view checkBox) { named<CheckBox>(checkBox).setState(CheckBox::kMixed); }
+
+ private:
+  using AnyControl = std::variant<TextLabel*, TextBox*, Stepper*, CheckBox*, PopUpButton*, Button*>;
+  struct Entry {
+    std::string_view outlet;
+    std::string_view name;
+    AnyControl control;
+  };
+  struct Margin {
+    TextLabel label;
+    TextLabel limitLabel;
+    TextBox textBox;
+    Stepper stepper;
+  };
+
+  [[nodiscard]] static ControlState stateOf(const Entry& entry);
+  template <class Class>
+  [[nodiscard]] Class& named(std::string_view name) const {
+    for (const auto& entry : entries_) {
+      const bool fits = !name.empty() && (entry.outlet == name || entry.name == name);
+      if (auto* const* control = std::get_if<Class*>(&entry.control); fits && control != nullptr)
+        return **control;
+    }
+    throw std::out_of_range("the panel has no such control \"" + std::string(name) + '"');
+  }
+
+  NibDescription description_;
+  CheckBox tandemTrimValid_;
+  TextLabel labelDirection_;
+  PopUpButton directionPopUp_;
+  TextLabel labelPosition_;
+  PopUpButton positionPopUp_;
+  std::array<Margin, 4> margins_;
+  Button defaultButton_;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace tandemtrim::platform::memory

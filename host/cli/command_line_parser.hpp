@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "host/job/command_line.hpp"
+
+namespace tandemtrim::host {
+
+/// What --help and --version ask to be shown instead of any work.
+struct Information {
+  std::string text;
+};
+
+/// Reads the arguments behind the program's name. Failure with the status of a wrong command line.
+std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments);
+
+}  // namespace tandemtrim::host

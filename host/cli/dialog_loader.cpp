@@ -1,0 +1,80 @@
+#include "host/cli/dialog_loader.hpp"
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+
+#include <cups/cups.h>
+#include <dlfcn.h>
+
+#include "host/failure.hpp"
+#include "host/job/documents.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Seen from the program's folder: where a build leaves the module, and where an installation has it.
+constexpr std::array<const char*, 2> kModules{
+    "dialog/tandem-trim-dialog", "../" TANDEM_TRIM_LIBDIR "/tandem-trim/dialog/tandem-trim-dialog"};
+
+bool isSet(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+ShowDialog loadModule() {
+  std::error_code unreadable;
+  const auto folder = fs::read_symlink("/proc/self/exe", unreadable).parent_path();
+  std::string reason;
+  for (const char* module : kModules) {
+    const auto path = folder / module;
+    if (!fs::exists(path, unreadable)) continue;
+    if (void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+      if (void* const function = dlsym(handle, kDialogFunction))
+        return reinterpret_cast<ShowDialog>(function);
+    }
+    reason = dlerror();
+  }
+  if (reason.empty()) {
+    throw NoDialog("the print dialog is not installed (package tandem-trim-gtk)",
+                   "; nothing was sent. Install that package, or print without the dialog by --no-dialog");
+  }
+  throw NoDialog("the print dialog cannot be shown: " + reason,
+                 "; nothing was sent. Print without it by --no-dialog");
+}
+
+bool asksThePanel(const CommandLine& line) {
+  return !line.inputs.empty() || line.summary || line.json || line.force || line.saveAsDefault ||
+         line.withoutPanel || line.ppd;
+}
+
+}  // namespace
+
+bool wantsDialog(const CommandLine& line) {
+  if (line.dialog) return *line.dialog;
+  return !line.files.empty() && !asksThePanel(line) && (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"));
+}
+
+std::optional<SentJob> showDialog(const CommandLine& line, const Note& note) {
+  if (asksThePanel(line)) {
+    throw Failure(
+        "--dialog leaves the panel to the person; leave --set, --restore-defaults, --force, --summary, "
+        "--json, "
+        "--save-as-default, --without-panel and --ppd out",
+        kWrongCommandLine);
+  }
+  if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);
+  DialogResult result;
+  // Starts TLS, which others than libcups may use beside a dialog (see tls_start.cpp).
+  httpInitialize();
+  loadModule()(line, note, result);
+  if (result.noScreen)
+    throw NoDialog("there is no screen to show the print dialog on", "; go on without one by --no-dialog");
+  if (result.failure) throw Failure(*result.failure);
+  return result.job;
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,41 @@
+#include <iostream>
+
+#include <syslog.h>
+
+#include "host/cli/command_line_parser.hpp"
+#include "host/cli/run.hpp"
+#include "host/failure.hpp"
+#include "host/plain_text.hpp"
+
+namespace {
+
+using namespace tandemtrim::host;
+
+void tell(const std::string& message) { std::cerr << "tandem-trim: " << plainText(message) << '\n'; }
+
+void work(std::vector<std::string> arguments) {
+  const auto parsed = parseCommandLine(std::move(arguments));
+  if (const auto* information = std::get_if<Information>(&parsed)) {
+    std::cout << information->text;
+  } else {
+    const auto& line = std::get<CommandLine>(parsed);
+    if (line.verbose) openlog("tandem-trim", LOG_PERROR, LOG_USER);
+    run(line, std::cout, tell);
+  }
+  if (!std::cout.flush()) throw Failure("standard output cannot be written; what was asked for is done");
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  try {
+    work({argv + 1, argv + argc});
+    return kSucceeded;
+  } catch (const Failure& failure) {
+    tell(failure.what());
+    return failure.exitStatus();
+  } catch (const std::exception& error) {
+    tell(error.what());
+    return kFailed;
+  }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "host/cups/sent_job.hpp"
+#include "host/panel/job_settings.hpp"
+
+namespace tandemtrim::host {
+
+/// "Title: value" lines in display order; nothing for a printer without the panel.
+void showSummary(std::ostream& out, const JobSettings& settings);
+
+/// The options as arguments for lp, one a line, quoted for a shell.
+void showOptions(std::ostream& out, const Options& options);
+
+/// printer, settings, limits and summary as a JSON object, and the job when there is one. Text that is not
+/// UTF-8 comes with replacement characters.
+void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
+              const std::optional<SentJob>& job);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,111 @@
+#include "host/cli/run.hpp"
+
+#include "host/cli/dialog_loader.hpp"
+#include "host/cli/progress_line.hpp"
+#include "host/cli/report.hpp"
+#include "host/cups/connection.hpp"
+#include "host/cups/ppd.hpp"
+#include "host/cups/printer.hpp"
+#include "host/cups/saved_defaults.hpp"
+#include "host/cups/sent_job.hpp"
+#include "host/failure.hpp"
+#include "host/job/documents.hpp"
+#include "host/panel/job_settings.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// The print server's side of the work; absent when the PPD comes from a file and nothing goes to the server.
+struct Target {
+  Connection connection;
+  Printer printer;
+};
+
+std::optional<Target> findTarget(const CommandLine& line, const Note& note) {
+  const bool printing = !line.files.empty();
+  if (line.ppd && !printing && !line.saveAsDefault) return std::nullopt;
+  Connection connection(line.server);
+  auto printer = findPrinter(connection, line.printer);
+  if (printing) checkState(printer, note);
+  return Target{std::move(connection), std::move(printer)};
+}
+
+// What the job starts with: the options that the user saved, then those of the command line.
+Options startingOptions(const CommandLine& line, const std::optional<Target>& target, ppd_file_t* ppd) {
+  Options options;
+  if (target) options = target->printer.saved;
+  for (const auto& option : line.options) {
+    const auto keyword = ppd != nullptr ? keywordAsSpelled(*ppd, option.keyword) : option.keyword;
+    setOption(options, {keyword, option.value});
+  }
+  return options;
+}
+
+// Before anything goes to the server, so that what is wrong about the job costs no paper.
+void refuseLosses(const CommandLine& line, const Options& options) {
+  refuseLossyValues(options);
+  if (line.title) refuseLossyTitle(*line.title);
+}
+
+SentJob print(const CommandLine& line, const Target& target, std::vector<Document>& documents,
+              const Options& options) {
+  const auto title = line.title.value_or(documents.front().name());
+  ProgressLine progress;
+  return sendAndConfirm(target.connection, target.printer, title, options, documents,
+                        [&](const auto& name, auto sent, auto size) { progress.show(name, sent, size); });
+}
+
+void show(const CommandLine& line, std::ostream& out, const std::optional<std::string>& printer,
+          const JobSettings& settings, const std::optional<SentJob>& job) {
+  if (line.json) {
+    showJson(out, printer, settings, job);
+    return;
+  }
+  if (job && job->lost && job->lost->empty()) out << jobText(*job) << '\n';
+  const bool onlyLooking = !job && !line.saveAsDefault;
+  if (line.summary || onlyLooking) showSummary(out, settings);
+  if (!line.summary && onlyLooking) showOptions(out, settings.options);
+}
+
+void runDialog(const CommandLine& line, std::ostream& out, const Note& note) {
+  const auto job = showDialog(line, note);
+  if (!job) return note("cancelled");
+  if (job->unconfirmed) throw Failure(jobText(*job));
+  if (!job->lost) return note(jobText(*job));
+  if (!job->lost->empty()) throw Failure(jobText(*job));
+  out << jobText(*job) << '\n';
+}
+
+}  // namespace
+
+void run(const CommandLine& line, std::ostream& out, const Note& note) {
+  if (wantsDialog(line)) {
+    try {
+      return runDialog(line, out, note);
+    } catch (const NoDialog& failure) {
+      if (line.dialog) throw;
+      note(failure.fact() + "; going on without it");
+    }
+  }
+  auto documents = openDocuments(line.files);
+  const auto target = findTarget(line, note);
+  const auto ppd = line.ppd ? openPpd(*line.ppd, *line.ppd) : queuePpd(target->connection, target->printer);
+  const auto printer = target ? target->printer.name : line.printer;
+  const auto settings = settleSettings(line, printer.value_or("the printer"), ppd.get(),
+                                       startingOptions(line, target, ppd.get()), note);
+  refuseLosses(line, settings.options);
+  if (line.saveAsDefault) {
+    saveAsDefault(target->connection, target->printer, settings.options);
+    note("kept as your defaults for " + target->printer.name + ": " +
+         std::to_string(settings.options.size()) + " options");
+  }
+
+  std::optional<SentJob> job;
+  if (!documents.empty()) job = print(line, *target, documents, settings.options);
+  if (job && job->unconfirmed) throw Failure(jobText(*job));
+  show(line, out, printer, settings, job);
+  if (job && !job->lost) note(jobText(*job));
+  if (job && job->lost && !job->lost->empty()) throw Failure(jobText(*job));
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/cups/cups_handles.hpp"
+#include "host/job/options.hpp"
+
+namespace tandemtrim::host {
+
+/// The attribute of this name in a message, or null.
+ipp_attribute_t* findAttribute(const MessageHandle& message, const std::string& name);
+
+/// All values of an attribute as one text, as libcups writes them.
+std::string attributeText(ipp_attribute_t* attribute);
+
+/// Has a request answered with the attributes of these names alone.
+void requestAttributes(const MessageHandle& request, const std::vector<std::string>& names);
+
+/// Adds to a request for a job the attributes that libcups makes of its options.
+void encodeOptions(const MessageHandle& request, const Options& options);
+
+}  // namespace tandemtrim::host

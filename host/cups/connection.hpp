@@ -1,0 +1,50 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/cups/cups_handles.hpp"
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+
+/// A connection to a print server on which no request waits for ever.
+class Connection {
+ public:
+  /// Connects to the server that `server` names ("host" or "host:port"), else to the one that libcups would
+  /// choose. Failure when none answers within the time that the environment variable TANDEM_TRIM_TIMEOUT
+  /// gives in seconds, 10 without it.
+  explicit Connection(const std::optional<std::string>& server);
+
+  [[nodiscard]] http_t* get() const noexcept { return http_.get(); }
+
+  /// Sends a request and gives the answer; Failure when there is none. The answer may tell of an error of the
+  /// server's.
+  [[nodiscard]] MessageHandle ask(MessageHandle request, const std::string& resource) const;
+
+  /// The server's record of a printer (null: of the default one), with what the user saved for it or for an
+  /// instance of it; null when the server does not give one. libcups asks nobody else.
+  [[nodiscard]] DestinationHandle destination(const char* printer, const char* instance) const;
+
+  /// Whether the server has left a request without an answer. libcups does not report that of every call.
+  [[nodiscard]] bool isSilent() const noexcept { return *silent_; }
+
+  /// What the last call of libcups failed with: that the server stays silent, or libcups's own words.
+  [[nodiscard]] Failure lastFailure() const;
+
+ private:
+  HttpHandle http_;
+  std::optional<std::string> server_;
+  std::chrono::seconds timeout_;
+  // Set from libcups's callback; at an address that stays when the connection is moved.
+  std::unique_ptr<bool> silent_ = std::make_unique<bool>(false);
+};
+
+/// A new request about a printer.
+MessageHandle printerRequest(ipp_op_t operation, const std::string& printer);
+/// The resource that requests about a printer go to.
+std::string printerResource(const std::string& printer);
+
+}  // namespace tandemtrim::host

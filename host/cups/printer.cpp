@@ -1,0 +1,101 @@
+#include "host/cups/printer.hpp"
+
+#include <cerrno>
+#include <cstring>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "host/cups/attributes.hpp"
+#include "host/cups/ppd.hpp"
+#include "host/cups/printer_facts.hpp"
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+struct Name {
+  std::string printer;
+  std::optional<std::string> instance;
+};
+
+Name splitName(const std::string& text) {
+  const auto slash = text.find('/');
+  if (slash == std::string::npos) return {text, std::nullopt};
+  return {text.substr(0, slash), text.substr(slash + 1)};
+}
+
+DestinationHandle defaultDestination(const Connection& connection) {
+  auto destination = connection.destination(nullptr, nullptr);
+  if (!destination) {
+    if (cupsLastError() != IPP_STATUS_ERROR_NOT_FOUND) throw connection.lastFailure();
+    throw Failure(
+        Trouble::noDefaultPrinter,
+        "there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist",
+        "; " + existingPrinters(connection));
+  }
+  return destination;
+}
+
+std::string withState(const std::string& fact, const Printer& printer) {
+  return printer.name + fact + (printer.stateMessage.empty() ? "" : " (" + printer.stateMessage + ")");
+}
+
+}  // namespace
+
+Printer findPrinter(const Connection& connection, const std::optional<std::string>& name) {
+  Printer printer;
+  MessageHandle facts;
+  if (name) {
+    // Asked for first, because libcups searches the whole network for a printer that the server does not
+    // have.
+    const auto [printerName, instance] = splitName(*name);
+    facts = askFacts(connection, printerName);
+    printer.destination = connection.destination(printerName.c_str(), instance ? instance->c_str() : nullptr);
+    if (!printer.destination) throw connection.lastFailure();
+  } else {
+    printer.destination = defaultDestination(connection);
+    facts = askFacts(connection, printer.destination->name);
+  }
+  printer.name = printer.destination->name;
+  printer.saved = savedOptions(connection, *printer.destination, facts);
+  if (auto* accepting = findAttribute(facts, "printer-is-accepting-jobs")) {
+    printer.accepting = ippGetBoolean(accepting, 0) != 0;
+  }
+  if (auto* value = findAttribute(facts, "printer-state")) {
+    printer.stopped = ippGetInteger(value, 0) == IPP_PSTATE_STOPPED;
+  }
+  if (auto* message = findAttribute(facts, "printer-state-message")) {
+    printer.stateMessage = ippGetString(message, 0, nullptr);
+  }
+  return printer;
+}
+
+std::string stoppedText(const Printer& printer) { return withState(" is stopped", printer); }
+
+void checkState(const Printer& printer, const Note& note) {
+  if (!printer.accepting) {
+    throw Failure(Trouble::rejecting, withState(" does not accept jobs", printer),
+                  "; nothing was sent. Let it accept them again by cupsaccept " + printer.name +
+                      ", or choose another printer by -d");
+  }
+  if (printer.stopped) {
+    note(stoppedText(printer) + "; the job waits until the printer is started by cupsenable " + printer.name);
+  }
+}
+
+PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
+  const auto resource = printerResource(printer.name) + ".ppd";
+  const auto name = "of " + printer.name;
+  const int file = memfd_create("ppd", MFD_CLOEXEC);
+  if (file < 0) throw Failure("the PPD of " + printer.name + " cannot be kept: " + std::strerror(errno));
+  // Not by cupsGetPPD3: it asks for the queue's address and opens a connection to it, which no time-out ends.
+  const auto status = cupsGetFd(connection.get(), resource.c_str(), file);
+  if (status == HTTP_STATUS_OK && !connection.isSilent()) return readPpd(file, name);
+  close(file);
+  if (status == HTTP_STATUS_NOT_FOUND) return nullptr;
+  const auto last = connection.lastFailure();
+  throw last.trouble() == Trouble::other ? Failure(Trouble::details, last.fact()) : last;
+}
+
+}  // namespace tandemtrim::host

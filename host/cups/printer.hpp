@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/cups/connection.hpp"
+#include "host/cups/cups_handles.hpp"
+#include "host/job/options.hpp"
+#include "host/note.hpp"
+
+namespace tandemtrim::host {
+
+/// A queue of the print server, with what its user keeps for it.
+struct Printer {
+  std::string name;
+  /// libcups's own record of it, with the user's instance of it.
+  DestinationHandle destination;
+  /// The options that the user (or the administrator, for all users) saved; not what the server itself says
+  /// of the printer.
+  Options saved;
+  bool accepting = true;
+  bool stopped = false;
+  /// The server's words on the printer's state; often empty.
+  std::string stateMessage;
+};
+
+/// The named printer ("name" or "name/instance"), or the default one as lp finds it. Failure, with the names
+/// of those that exist, when there is none.
+Printer findPrinter(const Connection& connection, const std::optional<std::string>& name);
+
+/// Failure when the queue takes no jobs; a note when the job will wait in it.
+void checkState(const Printer& printer, const Note& note);
+
+/// "Morva is stopped (Paused)".
+std::string stoppedText(const Printer& printer);
+
+/// The PPD of the printer's queue, or null when it has none.
+PpdHandle queuePpd(const Connection& connection, const Printer& printer);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,114 @@
+#include "host/cups/printer_facts.hpp"
+
+#include <span>
+#include <vector>
+
+#include "host/cups/attributes.hpp"
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// By their names alone: the lists of all that a printer supports take the server and libcups longer than a
+// job.
+MessageHandle askAttributes(const Connection& connection, const std::string& printer,
+                            const std::vector<std::string>& names) {
+  auto request = printerRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, printer);
+  requestAttributes(request, names);
+  auto answer = connection.ask(std::move(request), printerResource(printer));
+  const auto status = ippGetStatusCode(answer.get());
+  if (status == IPP_STATUS_ERROR_NOT_FOUND) {
+    throw Failure(Trouble::noPrinter, "there is no printer \"" + printer + '"',
+                  "; " + existingPrinters(connection));
+  }
+  if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
+  return answer;
+}
+
+// What is asked of a printer in one go: its state, and by libcups's own names what libcups makes options of.
+std::vector<std::string> factsToAsk() {
+  return {"printer-is-accepting-jobs",
+          "printer-state",
+          "printer-state-message",
+          "auth-info-required",
+          "device-uri",
+          "job-sheets-supported",
+          "marker-change-time",
+          "marker-colors",
+          "marker-high-levels",
+          "marker-levels",
+          "marker-low-levels",
+          "marker-message",
+          "marker-names",
+          "marker-types",
+          "printer-commands",
+          "printer-defaults",
+          "printer-info",
+          "printer-is-shared",
+          "printer-is-temporary",
+          "printer-location",
+          "printer-make-and-model",
+          "printer-mandatory-job-attributes",
+          "printer-name",
+          "printer-state-change-time",
+          "printer-state-reasons",
+          "printer-type",
+          "printer-uri-supported"};
+}
+
+// Whether libcups added this option because the server says so of the printer: a fact about it, or the value
+// that the server itself supplies for a job without the option. A text that the administrator made the
+// default of an option of the printer's own counts as saved, since a panel would bring its own default
+// otherwise; CUPS knows no "-supported" of such an option.
+bool comesFromServer(const MessageHandle& answer, const Option& option) {
+  if (findAttribute(answer, option.keyword) != nullptr) return true;
+  auto* const value = findAttribute(answer, option.keyword + "-default");
+  if (value == nullptr) return false;
+  if (ippGetValueTag(value) == IPP_TAG_NAME &&
+      findAttribute(answer, option.keyword + "-supported") == nullptr)
+    return false;
+  const MessageHandle scratch(ippNew());
+  auto* const encoded =
+      cupsEncodeOption(scratch.get(), IPP_TAG_JOB, option.keyword.c_str(), option.value.c_str());
+  return encoded != nullptr && attributeText(encoded) == attributeText(value);
+}
+
+}  // namespace
+
+std::string existingPrinters(const Connection& connection) {
+  MessageHandle request(ippNewRequest(IPP_OP_CUPS_GET_PRINTERS));
+  ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", nullptr,
+               "printer-name");
+  const auto answer = connection.ask(std::move(request), "/");
+  std::string names;
+  for (auto* attribute = ippFindAttribute(answer.get(), "printer-name", IPP_TAG_NAME); attribute != nullptr;
+       attribute = ippFindNextAttribute(answer.get(), "printer-name", IPP_TAG_NAME)) {
+    if (!names.empty()) names += ", ";
+    names += ippGetString(attribute, 0, nullptr);
+  }
+  return names.empty() ? "the server has no printer; add one by lpadmin" : "choose one by -d: " + names;
+}
+
+MessageHandle askFacts(const Connection& connection, const std::string& printer) {
+  return askAttributes(connection, printer, factsToAsk());
+}
+
+Options savedOptions(const Connection& connection, const cups_dest_t& destination,
+                     const MessageHandle& facts) {
+  Options saved;
+  std::vector<std::string> names{"printer-name"};
+  for (const auto& [name, value] :
+       std::span(destination.options, static_cast<std::size_t>(destination.num_options))) {
+    const Option option{name, value};
+    if (comesFromServer(facts, option)) continue;
+    saved.push_back(option);
+    for (const char* ending : {"", "-default", "-supported"}) names.push_back(option.keyword + ending);
+  }
+  if (saved.empty()) return saved;
+  // What somebody saved, or what a newer libcups makes options of.
+  const auto answer = askAttributes(connection, destination.name, names);
+  std::erase_if(saved, [&](const Option& option) { return comesFromServer(answer, option); });
+  return saved;
+}
+
+}  // namespace tandemtrim::host

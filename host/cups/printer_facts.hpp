@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "host/cups/connection.hpp"
+#include "host/cups/cups_handles.hpp"
+#include "host/job/options.hpp"
+
+namespace tandemtrim::host {
+
+/// What to do when a printer is not found, with the names of those that the server knows.
+std::string existingPrinters(const Connection& connection);
+
+/// The attributes of a printer that tell its state, and those that libcups makes options of its destination
+/// from. Failure, with the names of those that exist, when there is no such printer.
+MessageHandle askFacts(const Connection& connection, const std::string& printer);
+
+/// Those of the destination's options that the user (or the administrator, for all users) saved; not what the
+/// server itself says of the printer. The server is asked once more about what its facts leave open.
+Options savedOptions(const Connection& connection, const cups_dest_t& destination,
+                     const MessageHandle& facts);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,278 @@
+#include "host/dialog/settings/dialog_options.hpp"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <memory>
+#include <string_view>
+
+#include "host/dialog/settings/page_ranges.hpp"
+#include "host/dialog/settings/paper.hpp"
+#include "host/dialog/texts/texts.hpp"
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr std::string_view kPrefix = "cups-";
+// What GTK stands in a row whose choice the printer cannot do just now.
+constexpr std::string_view kIgnored = "gtk-ignore-value";
+
+// What the pages show for every printer, under all its names.
+constexpr std::array<const char*, 11> kAlwaysShown{"copies",
+                                                   "page-ranges",
+                                                   "page-set",
+                                                   "orientation-requested",
+                                                   "landscape",
+                                                   "PageSize",
+                                                   "PageRegion",
+                                                   "OutputOrder",
+                                                   "Collate",
+                                                   "sheet-collate",
+                                                   "multiple-document-handling"};
+// What they show under one of these names, when the printer can do it.
+constexpr std::array<const char*, 5> kDuplexes{"sides", "Duplex", "JCLDuplex", "EFDuplex", "KD03Duplex"};
+
+struct Choice {
+  const char* value;
+  int gtk;
+};
+constexpr std::array<Choice, 3> kPageSets{
+    {{"all", GTK_PAGE_SET_ALL}, {"even", GTK_PAGE_SET_EVEN}, {"odd", GTK_PAGE_SET_ODD}}};
+constexpr std::array<Choice, 4> kOrientations{{{"3", GTK_PAGE_ORIENTATION_PORTRAIT},
+                                               {"4", GTK_PAGE_ORIENTATION_LANDSCAPE},
+                                               {"5", GTK_PAGE_ORIENTATION_REVERSE_LANDSCAPE},
+                                               {"6", GTK_PAGE_ORIENTATION_REVERSE_PORTRAIT}}};
+struct Sides {
+  const char* sides;
+  const char* duplex;
+};
+constexpr std::array<Sides, 3> kSides{{{"one-sided", "None"},
+                                       {"two-sided-long-edge", "DuplexNoTumble"},
+                                       {"two-sided-short-edge", "DuplexTumble"}}};
+
+template <class Keywords>
+bool isAmong(const std::string& keyword, const Keywords& keywords) {
+  return std::ranges::any_of(keywords, [&](const char* known) { return isSameKeyword(known, keyword); });
+}
+
+template <class Choices>
+std::string valueOf(const Choices& choices, int gtk) {
+  return std::ranges::find(choices, gtk, &Choice::gtk)->value;
+}
+
+template <class Choices>
+std::optional<int> choiceOf(const Choices& choices, std::string_view value) {
+  const auto* const found = std::ranges::find(choices, value, &Choice::value);
+  return found == choices.end() ? std::nullopt : std::optional<int>(found->gtk);
+}
+
+std::optional<int> numberIn(std::string_view text) {
+  int number = 0;
+  const auto* const end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, number);
+  return read.ec == std::errc() && read.ptr == end ? std::optional<int>(number) : std::nullopt;
+}
+
+// GTK counts pages from 0; its last one is -1.
+std::vector<PageRange> pageRangesOf(const Gtk::PrintSettings& settings) {
+  int count = 0;
+  auto* const ranges =
+      gtk_print_settings_get_page_ranges(const_cast<GtkPrintSettings*>(settings.gobj()), &count);
+  std::vector<PageRange> pages;
+  pages.reserve(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i)
+    pages.push_back({ranges[i].start + 1, ranges[i].end < 0 ? PageRange::kEnd : ranges[i].end + 1});
+  g_free(ranges);
+  return pages;
+}
+
+void showPageRanges(const std::string& text, Gtk::PrintSettings& settings) {
+  std::vector<GtkPageRange> ranges;
+  for (const auto& [first, last] : parsePageRanges(text))
+    ranges.push_back({first - 1, last == PageRange::kEnd ? -1 : last - 1});
+  if (ranges.empty()) return;
+  settings.set_print_pages(Gtk::PrintPages::RANGES);
+  gtk_print_settings_set_page_ranges(settings.gobj(), ranges.data(), static_cast<int>(ranges.size()));
+}
+
+// Each printer's row goes by one of the two names.
+void showSides(const std::string& value, Gtk::PrintSettings& settings) {
+  for (const auto& [sides, duplex] : kSides) {
+    if (value != sides && value != duplex) continue;
+    settings.set(std::string(kPrefix) + "sides", sides);
+    settings.set(std::string(kPrefix) + "Duplex", duplex);
+  }
+}
+
+bool isTrue(const std::string& value) { return isSameKeyword(value, "true"); }
+
+void showOption(const Option& option, Gtk::PrintSettings& settings) {
+  const auto& [keyword, value] = option;
+  const auto is = [&](const char* name) { return isSameKeyword(option.keyword, name); };
+  if (is("copies")) {
+    if (const auto copies = numberIn(value); copies && *copies > 0) settings.set_n_copies(*copies);
+  } else if (is("page-ranges")) {
+    showPageRanges(value, settings);
+  } else if (is("page-set")) {
+    if (const auto set = choiceOf(kPageSets, value)) settings.set_page_set(Gtk::PageSet(*set));
+  } else if (is("OutputOrder")) {
+    settings.set_reverse(isSameKeyword(value, "reverse"));
+  } else if (is("Collate")) {
+    settings.set_collate(isTrue(value));
+  } else if (is("sheet-collate")) {
+    settings.set_collate(value == "collated");
+  } else if (is("multiple-document-handling")) {
+    settings.set_collate(value != "separate-documents-uncollated-copies");
+  } else if (isAmong(keyword, kDuplexes)) {
+    showSides(value, settings);
+  } else {
+    settings.set(std::string(kPrefix) + keyword, value);
+  }
+}
+
+std::optional<int> orientationAskedFor(const Options& options) {
+  std::optional<int> orientation;
+  for (const auto& [keyword, value] : options) {
+    if (isSameKeyword(keyword, "landscape"))
+      orientation =
+          isTrue(value) || value.empty() ? GTK_PAGE_ORIENTATION_LANDSCAPE : GTK_PAGE_ORIENTATION_PORTRAIT;
+    if (isSameKeyword(keyword, "orientation-requested"))
+      if (const auto known = choiceOf(kOrientations, value)) orientation = known;
+  }
+  return orientation;
+}
+
+// The paper that a printer with this PPD takes when a job does not say.
+std::optional<Gtk::PaperSize> usualPaper(ppd_file_t* ppd) {
+  const auto* const attribute = ppd == nullptr ? nullptr : ppdFindAttr(ppd, "DefaultPageSize", nullptr);
+  return attribute == nullptr ? std::nullopt : paperNamed(attribute->value, ppd);
+}
+
+void setUpPage(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::PageSetup>& setup) {
+  auto paper = paperAskedFor(options, ppd);
+  const auto orientation = orientationAskedFor(options);
+  if (!paper && !orientation) return;
+  if (!setup) {
+    setup = Gtk::PageSetup::create();
+    if (!paper) paper = usualPaper(ppd);
+  }
+  if (paper) setup->set_paper_size_and_default_margins(*paper);
+  if (orientation) setup->set_orientation(Gtk::PageOrientation(*orientation));
+}
+
+void leaveOutShown(Options& options, ppd_file_t* ppd) {
+  for (auto& [keyword, value] : options) {
+    if (isSameKeyword(keyword, "media")) value = mediaWithoutPaper(value, ppd);
+  }
+  std::erase_if(options, [](const Option& option) {
+    return isAmong(option.keyword, kAlwaysShown) ||
+           (isSameKeyword(option.keyword, "media") && option.value.empty());
+  });
+}
+
+// What stands in GTK's rows for the options of this very printer.
+Options rowOptions(Gtk::PrintSettings& settings) {
+  Options options;
+  settings.setting_foreach([&](const Glib::ustring& key, const Glib::ustring& value) {
+    const std::string_view name = key.raw();
+    if (name.starts_with(kPrefix) && value.raw() != kIgnored)
+      options.push_back({std::string(name.substr(kPrefix.size())), value});
+  });
+  return options;
+}
+
+// The option media may name a tray beside the paper.
+void addPaper(Options& options, Option paper) {
+  for (const auto& [keyword, value] : options) {
+    if (isSameKeyword(keyword, paper.keyword)) paper.value += ',' + value;
+  }
+  setOption(options, std::move(paper));
+}
+
+void collectMenus(GtkWidget* widget, std::vector<GtkDropDown*>& menus) {
+  if (GTK_IS_DROP_DOWN(widget)) menus.push_back(GTK_DROP_DOWN(widget));
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    collectMenus(child, menus);
+}
+
+// Where the paper stands in the menu, if this is the menu of papers.
+std::optional<guint> placeOf(GtkDropDown* menu, Gtk::PaperSize paper) {
+  auto* const model = gtk_drop_down_get_model(menu);
+  const guint count = model == nullptr ? 0 : g_list_model_get_n_items(model);
+  for (guint place = 0; place < count; ++place) {
+    const std::unique_ptr<void, decltype(&g_object_unref)> item(g_list_model_get_item(model, place),
+                                                                g_object_unref);
+    if (!GTK_IS_PAGE_SETUP(item.get())) continue;
+    auto* const listed = gtk_page_setup_get_paper_size(GTK_PAGE_SETUP(item.get()));
+    if (gtk_paper_size_is_equal(listed, paper.gobj()) != FALSE) return place;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+// GTK's menus of papers and, right behind it, of orientations do not follow the page setup that the dialog is
+// given.
+void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup) {
+  dialog.set_page_setup(setup.copy());
+  std::vector<GtkDropDown*> menus;
+  collectMenus(GTK_WIDGET(dialog.gobj()), menus);
+  for (std::size_t i = 0; i + 1 < menus.size(); ++i) {
+    const auto place = placeOf(menus[i], setup.get_paper_size());
+    if (!place) continue;
+    gtk_drop_down_set_selected(menus[i], *place);
+    gtk_drop_down_set_selected(menus[i + 1], static_cast<guint>(setup.get_orientation()));
+  }
+}
+
+Pages shownPages(Gtk::PrintUnixDialog& dialog) {
+  return {dialog.get_settings(), dialog.get_page_setup()->copy()};
+}
+
+void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages) {
+  for (const auto& option : options) showOption(option, *pages.settings);
+  setUpPage(options, ppd, pages.setup);
+}
+
+Options shownRows(const Pages& pages, const Options& options) {
+  auto rows = rowOptions(*pages.settings);
+  std::erase_if(rows, [&](const Option& row) {
+    return std::ranges::none_of(
+        options, [&](const Option& option) { return isSameKeyword(option.keyword, row.keyword); });
+  });
+  return rows;
+}
+
+void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, const Options& untouched,
+                 Options& options) {
+  leaveOutShown(options, ppd);
+  auto rows = rowOptions(*pages.settings);
+  std::erase_if(rows,
+                [&](const Option& row) { return std::ranges::find(untouched, row) != untouched.end(); });
+  const auto isDuplex = [](const Option& option) { return isAmong(option.keyword, kDuplexes); };
+  if (std::ranges::any_of(rows, isDuplex)) std::erase_if(options, isDuplex);
+  for (const auto& row : rows) setOption(options, row);
+
+  const auto& settings = *pages.settings;
+  const int copies = settings.get_n_copies();
+  setOption(options, {"copies", std::to_string(copies)});
+  if (copies > 1) setOption(options, {"Collate", settings.get_collate() ? "True" : "False"});
+  setOption(options, {"OutputOrder", settings.get_reverse() ? "Reverse" : "Normal"});
+  setOption(options, {"page-set", valueOf(kPageSets, static_cast<int>(settings.get_page_set()))});
+  if (settings.get_print_pages() == Gtk::PrintPages::RANGES) {
+    auto ranges = pageRangesText(pageRangesOf(settings));
+    if (ranges.empty()) throw Failure(Trouble::told, localized(kNoPagesText));
+    setOption(options, {"page-ranges", std::move(ranges)});
+  }
+
+  const auto& setup = *pages.setup;
+  setOption(options,
+            {"orientation-requested", valueOf(kOrientations, static_cast<int>(setup.get_orientation()))});
+  auto paper = setup.get_paper_size();
+  if (usual == nullptr || gtk_paper_size_is_equal(paper.gobj(), const_cast<GtkPaperSize*>(usual)) == FALSE)
+    addPaper(options, paperOption(paper));
+}
+
+}  // namespace tandemtrim::host

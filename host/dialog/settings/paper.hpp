@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <gtkmm/papersize.h>
+
+#include "host/cups/cups_handles.hpp"
+#include "host/job/options.hpp"
+
+namespace tandemtrim::host {
+
+/// The paper of this name, as the PPD or CUPS itself calls it ("A3", "iso_a3_297x420mm"), else none. `ppd` is
+/// null for a printer without one.
+std::optional<Gtk::PaperSize> paperNamed(const std::string& name, ppd_file_t* ppd);
+
+/// The paper that the options ask for by PageSize or as a part of media, else none.
+std::optional<Gtk::PaperSize> paperAskedFor(const Options& options, ppd_file_t* ppd);
+
+/// The option that asks a printer for the paper.
+Option paperOption(const Gtk::PaperSize& paper);
+
+/// The value of a media option without the names of papers: its trays and types.
+std::string mediaWithoutPaper(const std::string& media, ppd_file_t* ppd);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,102 @@
+#include "host/dialog/settings/remembered.hpp"
+
+#include <array>
+#include <string_view>
+
+#include <cups/cups.h>
+#include <glib.h>
+#include <glibmm/error.h>
+#include <glibmm/keyfile.h>
+#include <glibmm/uriutils.h>
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kSettingsGroup = "Print Settings";
+constexpr const char* kSetupGroup = "Page Setup";
+constexpr const char* kPanelGroup = "Panel";
+constexpr std::string_view kDefaultPort = ":631";
+constexpr int kOwnFile = 0600;
+
+void setAside(const fs::path& file, const std::string& reason, const Note& note) {
+  auto aside = file;
+  aside += ".damaged";
+  std::error_code failed;
+  fs::rename(file, aside, failed);
+  note("the settings remembered in " + file.string() + " cannot be understood (" + reason +
+       "); the file is now " + (failed ? file : aside).string());
+}
+
+// What a person asks for one job only: which pages, and when.
+constexpr std::array<const char*, 5> kNotKept{GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES,
+                                              "print-at", "print-at-time", "cups-job-hold-until"};
+
+// Empty for the server of this computer.
+std::string nameOf(const std::optional<std::string>& server) {
+  std::string name = server.value_or(cupsServer());
+  if (!server && !name.starts_with('/')) name += ':' + std::to_string(ippPort());
+  if (name.ends_with(kDefaultPort)) name.erase(name.size() - kDefaultPort.size());
+  return name.starts_with('/') || name == "localhost" ? "" : name;
+}
+
+// As a part of a file's name.
+std::string escaped(const std::string& name) { return Glib::uri_escape_string(name, ":[]"); }
+
+}  // namespace
+
+fs::path rememberedFile(const PrinterPlace& place) {
+  const auto server = nameOf(place.server);
+  const auto file = escaped(place.printer) + (server.empty() ? "" : '@' + escaped(server)) + ".conf";
+  return fs::path(g_get_user_state_dir()) / "tandem-trim" / file;
+}
+
+Remembered recall(const PrinterPlace& place, const Note& note) {
+  const auto file = rememberedFile(place);
+  std::error_code unreadable;
+  if (!fs::exists(file, unreadable)) return {};
+  try {
+    Remembered settings;
+    const auto groups = Glib::KeyFile::create();
+    groups->load_from_file(file.string());
+    if (groups->has_group(kSettingsGroup))
+      settings.pages.settings = Gtk::PrintSettings::create_from_key_file(groups);
+    if (groups->has_group(kSetupGroup)) settings.pages.setup = Gtk::PageSetup::create_from_key_file(groups);
+    if (groups->has_group(kPanelGroup)) {
+      for (const auto& keyword : groups->get_keys(kPanelGroup))
+        settings.panel.push_back({keyword, groups->get_string(kPanelGroup, keyword)});
+    }
+    return settings;
+  } catch (const Glib::Error& damaged) {
+    setAside(file, damaged.what(), note);
+    return {};
+  }
+}
+
+std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Note& note) {
+  const auto file = rememberedFile(place);
+  const auto groups = Glib::KeyFile::create();
+  auto pages = settings.pages.settings->copy();
+  for (const auto* own : kNotKept) pages->unset(own);
+  pages->save_to_key_file(groups);
+  settings.pages.setup->save_to_key_file(groups);
+  for (const auto& [keyword, value] : settings.panel) groups->set_string(kPanelGroup, keyword, value);
+  const auto text = groups->to_data().raw();
+
+  std::error_code failed;
+  fs::create_directories(file.parent_path(), failed);
+  fs::permissions(file.parent_path(), fs::perms::owner_all, failed);
+  GError* failure = nullptr;
+  if (g_file_set_contents_full(file.c_str(), text.data(), static_cast<gssize>(text.size()),
+                               G_FILE_SET_CONTENTS_CONSISTENT, kOwnFile, &failure) == FALSE) {
+    const Failure forgotten(Trouble::notRemembered, "the settings of this job cannot be remembered: " +
+                                                        std::string(failure->message));
+    g_error_free(failure);
+    note(forgotten.what());
+    return forgotten;
+  }
+  return std::nullopt;
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/failure.hpp"
+#include "host/panel/panel_session.hpp"
+#include "host/progress_text.hpp"
+
+/// The texts that the dialog's host shows itself, in the person's language; the panel brings its own. They
+/// are in the bundle that lies beside the dialog's module. Each name holds the English text, which is the key
+/// of the others and stands in where one is missing. The underscore of a mnemonic is part of it.
+namespace tandemtrim::host {
+
+inline constexpr const char* kCorrectText = "C_orrect";
+inline constexpr const char* kSendAsItIsText = "_Send As It Is";
+inline constexpr const char* kBackText = "_Back";
+inline constexpr const char* kCloseText = "_Close";
+inline constexpr const char* kHelpText = "_Help";
+inline constexpr const char* kUseForAllJobsText = "_Use for all my jobs";
+inline constexpr const char* kSummaryText = "Summary";
+inline constexpr const char* kReadingText = "The printer's details are being read.";
+/// The title of the panel's page until the panel gives its own.
+inline constexpr const char* kPageTitleText = "Printer Settings";
+inline constexpr const char* kUnavailableText = "The printer's own settings are not available.";
+inline constexpr const char* kChoosePrinterText =
+    "Choose a printer: the document is sent as it is, so it cannot be printed to a file.";
+inline constexpr const char* kNoPagesText = "Type the numbers of the pages to print, or choose all pages.";
+inline constexpr const char* kSendingText = "Sending…";
+inline constexpr const char* kIllegalValueText =
+    "[name]: this printer does not allow [value] (allowed: [allowed])";
+inline constexpr const char* kRangeText = "[min] to [max]";
+inline constexpr const char* kListSeparatorText = ", ";
+
+/// What a person at the dialog can do about each trouble.
+inline constexpr std::array kTroubleTexts{
+    std::pair{Trouble::other, "The job could not be printed. Try again, or choose another printer."},
+    std::pair{Trouble::plugin,
+              "The printer's plug-in is missing or does not work. Print without these settings, or have the "
+              "plug-in installed again."},
+    std::pair{
+        Trouble::noServer,
+        "The print server does not answer. Make sure that it is running and can be reached, then try again."},
+    std::pair{Trouble::noPrinter, "The print server does not have this printer. Choose another printer."},
+    std::pair{Trouble::noDefaultPrinter, "There is no default printer. Choose a printer."},
+    std::pair{Trouble::rejecting,
+              "The printer does not accept jobs at present. Choose another printer, or try again later."},
+    std::pair{Trouble::stopped,
+              "The printer is stopped. Choose another printer, or have it started and try again."},
+    std::pair{Trouble::details,
+              "The printer's details could not be read. Try again later, or choose another printer."},
+    std::pair{Trouble::format,
+              "The printer cannot print documents of this kind. Choose another printer, or save the document "
+              "as a PDF file and print that."},
+    std::pair{Trouble::document,
+              "The document cannot be read. Make sure that it still exists and that you may open it, then "
+              "try again."},
+    std::pair{Trouble::unconfirmedJob,
+              "The print server did not confirm the job, which may still be printed. Look for it in the "
+              "printer's queue before you print again."},
+    std::pair{Trouble::unconfirmedSettings,
+              "The job was sent, but the print server did not confirm its settings. Check the printout."},
+    std::pair{Trouble::lostSettings,
+              "The job was sent, but the print server did not take all of its settings. Check the printout."},
+    std::pair{Trouble::notKeptForAllJobs,
+              "The job was sent, but its settings could not be kept for all your jobs. Choose them again for "
+              "the next job."},
+    std::pair{
+        Trouble::notRemembered,
+        "The job was sent, but its settings could not be remembered. Choose them again for the next job."}};
+
+/// The help about what the dialog's host adds to each panel.
+inline constexpr std::array kHelpTexts{
+    "\"Use for all my jobs\" keeps the settings as your defaults for this printer.",
+    "The page \"Summary\" lists what will be sent. A line below the settings warns of values that this "
+    "printer does not allow; \"Correct\" puts the nearest allowed values in their place."};
+
+/// All other texts.
+inline constexpr std::array kTexts{
+    kCorrectText, kSendAsItIsText, kBackText,         kCloseText,       kHelpText,    kUseForAllJobsText,
+    kSummaryText, kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText, kChoosePrinterText,
+    kSendingText, kRangeText,      kIllegalValueText, kSentOfText,      kSentText,    kListSeparatorText};
+
+/// The text in the person's language.
+std::string localized(std::string_view text);
+
+/// A line for each value: what it is, what the printer allows, as the panel names both.
+std::string illegalValuesText(const std::vector<IllegalValue>& values);
+
+/// What is the matter and what to do about it, and on a line of its own the fact itself, which is English.
+std::string failureText(const Failure& failure);
+
+/// The same for several, one below the other.
+std::string failuresText(const std::vector<Failure>& failures);
+
+/// The help about the panel of this bundle and about what the host adds to it.
+std::string helpText(const PluginBundle& bundle);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/job/options.hpp"
+
+namespace tandemtrim::host {
+
+/// One act of the person at the panel.
+struct Input {
+  /// The name of the setting, or of the button.
+  std::string name;
+  /// What is typed, chosen or switched to; none presses a button.
+  std::optional<std::string> text;
+
+  friend bool operator==(const Input&, const Input&) = default;
+};
+
+/// The name of the panel's button that brings the defaults back.
+inline constexpr const char* kRestoreDefault = "RestoreDefault";
+
+struct CommandLine {
+  std::optional<std::string> server;
+  /// A printer's name, with "/instance" behind it where the person keeps several.
+  std::optional<std::string> printer;
+  std::optional<std::string> title;
+  /// Every -o and -n, in their order.
+  Options options;
+  /// Every --set and --restore-defaults, in their order.
+  std::vector<Input> inputs;
+  /// "-" is standard input.
+  std::vector<std::string> files;
+  std::optional<std::string> ppd;
+  std::optional<std::string> plugin;
+  bool summary = false;
+  bool json = false;
+  bool force = false;
+  bool saveAsDefault = false;
+  bool withoutPanel = false;
+  bool verbose = false;
+  /// Whether the dialog is to be shown; none leaves it to whether there is a screen.
+  std::optional<bool> dialog;
+};
+
+}  // namespace tandemtrim::host

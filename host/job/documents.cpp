@@ -1,0 +1,81 @@
+#include "host/job/documents.hpp"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+#include <sys/stat.h>
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr std::size_t kPiece = 65536;
+
+}  // namespace
+
+Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
+  if (file == "-") {
+    name_ = "(stdin)";
+    place_ = "standard input";
+    file_ = stdin;
+  } else {
+    name_ = std::filesystem::path(file).filename().string();
+    opened_.reset(std::fopen(file.c_str(), "rb"));
+    if (!opened_) throw unreadable();
+    file_ = opened_.get();
+  }
+  struct stat status {};
+  if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
+    size_ = static_cast<std::uint64_t>(status.st_size);
+  start_ = ftello(file_);
+  filled_ = fill();
+  if (filled_ == 0)
+    throw Failure(Trouble::document, place_ + " is empty",
+                  "; nothing was sent. Give a document with something in it");
+}
+
+Failure Document::unreadable() const {
+  return Failure(Trouble::document, place_ + " cannot be read: " + std::strerror(errno),
+                 "; nothing was sent. Name a file that exists and that you may read");
+}
+
+std::size_t Document::fill() {
+  const auto count = std::fread(buffer_.data(), 1, buffer_.size(), file_);
+  if (std::ferror(file_) != 0) throw unreadable();
+  return count;
+}
+
+void Document::keep() {
+  if (start_ >= 0) return;
+  std::unique_ptr<std::FILE, Closed> copy(std::tmpfile());
+  const auto write = [&](std::span<const char> piece) {
+    return std::fwrite(piece.data(), 1, piece.size(), copy.get()) == piece.size();
+  };
+  if (!copy || !read(write) || std::fflush(copy.get()) != 0) {
+    throw Failure(place_ + " cannot be kept until it is printed: " + std::strerror(errno) +
+                  "; nothing was sent. Make room in " + std::filesystem::temp_directory_path().string() +
+                  " or give a file");
+  }
+  opened_ = std::move(copy);
+  file_ = opened_.get();
+  size_ = static_cast<std::uint64_t>(ftello(file_));
+  start_ = 0;
+}
+
+bool Document::read(const std::function<bool(std::span<const char>)>& take) {
+  if (std::exchange(begun_, true)) {
+    if (fseeko(file_, start_, SEEK_SET) != 0) throw unreadable();
+    filled_ = fill();
+  }
+  for (; filled_ > 0; filled_ = fill()) {
+    if (!take(std::span(buffer_.data(), filled_))) return false;
+  }
+  return true;
+}
+
+std::vector<Document> openDocuments(const std::vector<std::string>& files) {
+  return {files.begin(), files.end()};
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,116 @@
+#include "host/job/options.hpp"
+
+#include <algorithm>
+#include <string_view>
+
+#include <strings.h>
+
+#include "host/failure.hpp"
+#include "host/job/option_syntax.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// The longest value that the printing protocol carries.
+constexpr std::size_t kLongestValue = 32767;
+// The longest name that it gives a job.
+constexpr std::size_t kLongestTitle = 255;
+
+// Why CUPS would lose this value, or none.
+std::optional<std::string> loss(const std::string& value) {
+  if (value.starts_with('{')) return "begins with a brace, which CUPS takes for a collection of options";
+  if (value.find('\r') != std::string::npos) return "holds a carriage return, at which CUPS cuts the value";
+  if (value.size() > kLongestValue) {
+    return "is " + std::to_string(value.size()) + " bytes long, and CUPS carries " +
+           std::to_string(kLongestValue) + " at most";
+  }
+  return std::nullopt;
+}
+
+bool isPlain(std::string_view text) {
+  constexpr std::string_view plain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_.,:+@%/=-";
+  return !text.empty() && text.find_first_not_of(plain) == std::string_view::npos;
+}
+
+}  // namespace
+
+Options parseOptions(const std::string& text) {
+  if (const auto mistake = optionSyntaxMistake(text)) {
+    throw Failure("-o \"" + text + "\": " + *mistake +
+                      "; write keyword=value, with quotes around a value that holds blanks",
+                  kWrongCommandLine);
+  }
+  cups_option_t* parsed = nullptr;
+  const int count = cupsParseOptions(text.c_str(), 0, &parsed);
+  Options options;
+  for (int i = 0; i < count; ++i) options.push_back({parsed[i].name, parsed[i].value});
+  cupsFreeOptions(count, parsed);
+  return options;
+}
+
+bool isSameKeyword(const std::string& one, const std::string& other) {
+  return strcasecmp(one.c_str(), other.c_str()) == 0;
+}
+
+void setOption(Options& options, Option option) {
+  const auto earlier = std::find_if(options.begin(), options.end(), [&](const Option& known) {
+    return isSameKeyword(known.keyword, option.keyword);
+  });
+  if (earlier == options.end()) {
+    options.push_back(std::move(option));
+  } else {
+    *earlier = std::move(option);
+  }
+}
+
+std::string optionText(const Option& option) {
+  if (isPlain(option.value)) return option.keyword + "=" + option.value;
+  std::string text = option.keyword + "=\"";
+  for (const char character : option.value) {
+    if (character == '"' || character == '\\') text += '\\';
+    text += character;
+  }
+  return text + '"';
+}
+
+std::string shellWord(const std::string& text) {
+  if (isPlain(text)) return text;
+  std::string word = "'";
+  for (const char character : text) {
+    if (character == '\'') {
+      word += "'\\''";
+    } else {
+      word += character;
+    }
+  }
+  return word + "'";
+}
+
+void refuseLossyValues(const Options& options) {
+  for (const auto& [keyword, value] : options) {
+    if (const auto reason = loss(value)) {
+      throw Failure("the value of " + keyword + " " + *reason +
+                    "; nothing was sent. Give another value by -o " + keyword + "=...");
+    }
+  }
+}
+
+void refuseLossyTitle(const std::string& title) {
+  const bool hasControl = std::ranges::any_of(title, [](char character) {
+    return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
+  });
+  if (!hasControl && title.size() <= kLongestTitle) return;
+  const std::string fault =
+      hasControl ? "holds a control character" : "is longer than " + std::to_string(kLongestTitle) + " bytes";
+  throw Failure("the title " + fault +
+                ", and CUPS would print \"Untitled\" instead; nothing was sent. Give another by -t");
+}
+
+OptionList::OptionList(const Options& options) {
+  for (const auto& [keyword, value] : options) {
+    count_ = cupsAddOption(keyword.c_str(), value.c_str(), count_, &options_);
+  }
+}
+
+}  // namespace tandemtrim::host

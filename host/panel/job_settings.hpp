@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/cups/cups_handles.hpp"
+#include "host/job/command_line.hpp"
+#include "host/job/options.hpp"
+#include "host/note.hpp"
+#include "host/panel/panel_session.hpp"
+
+namespace tandemtrim::host {
+
+/// A job's settings as they are to be sent.
+struct JobSettings {
+  Options options;
+  /// None when no panel took part.
+  std::optional<PanelResult> panel;
+};
+
+/// Why a printer with this PPD, or with none (null), has no panel.
+std::string reasonForNoPanel(const ppd_file_t* ppd);
+
+/// A warning about a printer whose queue has no PPD.
+std::string withoutPpdText(const std::string& printer);
+
+/// Has the printer's panel, if there is one, complete the options that the job starts with. `printer` is what
+/// messages call the printer and `ppd` its PPD, null when its queue has none. A printer without the panel
+/// never gets the panel's options. Failure when the panel cannot be opened and the command line does not
+/// agree to go on without it, and when what the command line asks of the panel cannot be done.
+JobSettings settleSettings(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
+                           const Options& starting, const Note& note);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/job/command_line.hpp"
+#include "host/note.hpp"
+#include "host/panel/plugin_loader.hpp"
+#include "platform/extension.hpp"
+
+namespace tandemtrim::host {
+
+struct SummaryRow {
+  std::string title;
+  std::string value;
+};
+
+/// A setting whose value this printer does not allow, and the nearest value that it allows.
+struct IllegalValue {
+  platform::PanelSetting setting;
+  std::string suggested;
+};
+
+/// The rows of a panel's summary in display order; in that of their titles when it gives none.
+std::vector<SummaryRow> orderedSummary(const platform::Dictionary& summary);
+
+/// The settings whose value is not allowed.
+std::vector<IllegalValue> illegalValues(const std::vector<platform::PanelSetting>& settings);
+
+/// A plug-in's panel for one printer and one job, as a host uses it. Every operation raises PluginFailure
+/// when the panel does not do its part.
+class PanelSession {
+ public:
+  /// Opens the panel of the bundle's module with this ending. The settings that the job lacks get their
+  /// defaults. `settings` and `ppd` outlive the session; `ppd` is null for a printer without one.
+  PanelSession(const PluginBundle& bundle, const char* moduleEnding, platform::PrintSettings& settings,
+               ppd_file_s* ppd);
+
+  [[nodiscard]] const std::string& title() const { return title_; }
+  [[nodiscard]] const std::vector<std::string>& keywords() const { return keywords_; }
+  [[nodiscard]] std::vector<platform::PanelSetting> settings() const;
+  [[nodiscard]] bool shouldHide() const;
+  [[nodiscard]] bool shouldShowHelp() const;
+  [[nodiscard]] bool shouldPrint() const;
+
+  /// The panel's view, which the first call loads; it shows what the print settings hold.
+  platform::View& view();
+  void willShow();
+  /// Shows what the print settings hold.
+  void restore();
+  /// Writes what the controls show into the print settings. A setting that nobody edited keeps its stored
+  /// value, even where its control cannot show that; those named in `edited` count as edited anyway.
+  void save(const std::set<std::string>& edited = {});
+  /// What is saved, in display order.
+  [[nodiscard]] std::vector<SummaryRow> summary();
+
+ private:
+  using StoredValues = std::map<std::string, std::optional<std::string>>;
+  [[nodiscard]] StoredValues storedValues() const;
+  void store(const StoredValues& values) const;
+  void saveAll() const;
+  void noteUnedited();
+  template <class Operation>
+  auto call(const char* name, Operation operation) const {
+    return callPlugin(plugin_.bundle, name, [&] { return operation(*panels_->front()); });
+  }
+
+  platform::PrintSettings& settings_;
+  LoadedPlugin plugin_;
+  std::unique_ptr<platform::PanelList> panels_;
+  std::string title_;
+  std::vector<std::string> keywords_;
+  platform::View* view_ = nullptr;
+  // The values that were stored when the controls last took them over, and what a save made of them then.
+  StoredValues stored_;
+  StoredValues unedited_;
+};
+
+/// What a panel left behind when it was closed.
+struct PanelResult {
+  /// In display order.
+  std::vector<SummaryRow> summary;
+  std::vector<platform::PanelSetting> settings;
+};
+
+/// Opens the panel without a screen, acts on it as the inputs say, has it save into `settings` and takes its
+/// summary. `ppd` may be null; `force` lets values through that the printer does not allow.
+///
+/// Failure when an input names no setting or no value that the setting takes (status of a wrong command
+/// line), when a control is greyed, and when a value is not allowed. PluginFailure when the panel does not do
+/// its part. On failure `settings` may be partly changed.
+PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& settings, ppd_file_s* ppd,
+                      const std::vector<Input>& inputs, bool force, const Note& note);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,107 @@
+#include "host/panel/person.hpp"
+
+#include <algorithm>
+
+#include "host/failure.hpp"
+#include "host/job/legality.hpp"
+#include "host/plain_text.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using platform::PanelSetting;
+using platform::memory::PanelView;
+using Settings = std::vector<PanelSetting>;
+
+const PanelSetting& settingNamed(const Settings& settings, const std::string& name) {
+  const auto setting = std::ranges::find(settings, name, &PanelSetting::name);
+  if (setting != settings.end()) return *setting;
+  std::string names;
+  for (const auto& known : settings) names += (names.empty() ? "" : ", ") + known.name;
+  throw Failure("--set " + name + ": the panel has no such setting; it has " + names, kWrongCommandLine);
+}
+
+// A panel greys its controls while its switch is off.
+Failure greyed(const Settings& settings, const std::string& what) {
+  const auto onOff = std::ranges::find(settings, PanelSetting::Kind::onOff, &PanelSetting::kind);
+  if (onOff == settings.end()) return Failure(what + ": this control is greyed now; nothing was sent");
+  return Failure(what + ": " + onOff->title +
+                 " is off, so this control is greyed; nothing was sent. Turn it on first by --set " +
+                 onOff->name + "=" + onOff->choices.front().value);
+}
+
+Failure notTaken(const PanelSetting& setting, const std::string& text) {
+  return Failure("--set " + setting.name + "=" + text + ": choose one of " + allowedValues(setting),
+                 kWrongCommandLine);
+}
+
+// Each of these acts on the setting's control; false when the control is greyed.
+
+bool type(PanelView& view, const PanelSetting& box, const std::string& text, const Note& note) {
+  if (!view.type(box.name, text)) return false;
+  const auto after = view.control(box.name).text;
+  if (after != text) {
+    note(box.name + ": \"" + shortText(text) + "\" was typed, the panel made it " + after +
+         " (allowed: " + allowedValues(box) + ")");
+  }
+  return true;
+}
+
+bool choose(PanelView& view, const PanelSetting& menu, const std::string& text) {
+  const auto& items = view.control(menu.name).choices;
+  const auto item = std::ranges::find(items, text, &platform::memory::MenuChoice::value);
+  if (item == items.end()) throw notTaken(menu, text);
+  return view.choose(menu.name, static_cast<std::size_t>(item - items.begin()));
+}
+
+bool switchTo(PanelView& view, const PanelSetting& box, const std::string& text) {
+  if (!isLegal(box, text)) throw notTaken(box, text);
+  const int wanted = text == box.choices.front().value ? platform::CheckBox::kOn : platform::CheckBox::kOff;
+  // A click from the mixed state gives on, so that off may take a second one.
+  for (int clicks = 0; clicks < 2 && view.control(box.name).state != wanted; ++clicks) {
+    if (!view.click(box.name)) return false;
+  }
+  return true;
+}
+
+bool set(PanelView& view, const PanelSetting& setting, const std::string& text, const Note& note) {
+  switch (setting.kind) {
+    case PanelSetting::Kind::number:
+      return type(view, setting, text, note);
+    case PanelSetting::Kind::choice:
+      return choose(view, setting, text);
+    case PanelSetting::Kind::onOff:
+      return switchTo(view, setting, text);
+  }
+  return false;
+}
+
+bool press(PanelView& view, const std::string& button) {
+  const auto controls = view.controls();
+  if (std::ranges::find(controls, button, &platform::memory::ControlState::name) == controls.end())
+    throw Failure("--restore-defaults: the panel has no such button", kWrongCommandLine);
+  return view.click(button);
+}
+
+}  // namespace
+
+std::set<std::string> act(PanelView& view, const Settings& settings, const std::vector<Input>& inputs,
+                          const Note& note) {
+  std::set<std::string> names;
+  for (const auto& [name, text] : inputs) {
+    if (text) {
+      if (!set(view, settingNamed(settings, name), *text, note))
+        throw greyed(settings, "--set " + name + "=" + *text);
+      names.insert(name);
+      continue;
+    }
+    if (!press(view, name)) throw greyed(settings, "--restore-defaults");
+    // The defaults come back for all settings but the switch.
+    for (const auto& setting : settings) {
+      if (setting.kind != PanelSetting::Kind::onOff) names.insert(setting.name);
+    }
+  }
+  return names;
+}
+
+}  // namespace tandemtrim::host

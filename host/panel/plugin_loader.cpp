@@ -1,0 +1,68 @@
+#include "host/panel/plugin_loader.hpp"
+
+#include <dlfcn.h>
+
+namespace tandemtrim::host {
+namespace {
+
+platform::MakePlugin findMaker(const std::string& bundle, const std::string& module,
+                               const std::string& principalClass) {
+  void* const handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (handle == nullptr) throw unusable(bundle, dlerror());
+  void* const symbol = dlsym(handle, principalClass.c_str());
+  if (symbol == nullptr) throw unusable(bundle, "its module does not export " + principalClass);
+  return reinterpret_cast<platform::MakePlugin>(symbol);
+}
+
+// A panel does not say why there is none. It asks for its setting information first.
+std::string suspectedReason(const platform::linux::Bundle& resources) {
+  std::string reason;
+  for (const auto& fault : resources.brokenPropertyLists())
+    reason.append(reason.empty() ? "" : "; ").append(fault);
+  return reason.empty() ? "its setting information may be missing" : reason;
+}
+
+}  // namespace
+
+PluginFailure unusable(const std::string& bundle, const std::string& reason) {
+  return PluginFailure("the plug-in " + bundle + " cannot be used: " + reason);
+}
+
+PluginBundle openBundle(const std::string& path, const Note& note) {
+  std::string reason;
+  auto resources = platform::linux::Bundle::open(path, reason);
+  if (!resources) throw unusable(path, reason);
+  auto info = platform::linux::BundleInfo::read(resources->path(), reason);
+  if (!info) throw unusable(path, reason);
+  for (const auto& fault : resources->brokenTables()) note("the panel's texts stay untranslated: " + fault);
+  return {path, std::move(resources), *std::move(info)};
+}
+
+LoadedPlugin loadPlugin(const PluginBundle& bundle, const char* moduleEnding) {
+  const auto principalClass = bundle.info.principalClass();
+  if (!principalClass) throw unusable(bundle.path, "its Info.plist names no NSPrincipalClass");
+  const auto make = findMaker(bundle.path, bundle.info.modulePath(moduleEnding), *principalClass);
+
+  LoadedPlugin loaded{bundle.path, bundle.resources, nullptr};
+  make(loaded.plugin);
+  if (!loaded.plugin) throw unusable(bundle.path, *principalClass + " made no plug-in");
+  if (!callPlugin(bundle.path, "initWithBundle",
+                  [&] { return loaded.plugin->initWithBundle(loaded.resources); })) {
+    throw unusable(bundle.path, "it refuses its own bundle");
+  }
+  return loaded;
+}
+
+std::unique_ptr<platform::PanelList> openPanels(const LoadedPlugin& loaded,
+                                                std::shared_ptr<platform::HostCallback> callback) {
+  auto panels = callPlugin(loaded.bundle, "PDEPanelsForType", [&] {
+    return loaded.plugin->PDEPanelsForType(platform::kPrintDialogExtensionType, std::move(callback));
+  });
+  if (!panels || panels->empty() || !panels->front()) {
+    throw unusable(loaded.bundle,
+                   "it has no panel for the print dialog; " + suspectedReason(*loaded.resources));
+  }
+  return panels;
+}
+
+}  // namespace tandemtrim::host

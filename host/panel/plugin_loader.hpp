@@ -1,0 +1,66 @@
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "adapters/linux/bundle.hpp"
+#include "adapters/linux/bundle_info.hpp"
+#include "host/failure.hpp"
+#include "host/note.hpp"
+#include "platform/extension.hpp"
+
+namespace tandemtrim::host {
+
+/// Runs one call of the plug-in in the bundle `bundle`. Whatever it throws becomes a PluginFailure that names
+/// the operation, so that a plug-in never takes its host down; the host's own Failure passes.
+template <class Call>
+auto callPlugin(const std::string& bundle, const std::string& operation, Call&& call) {
+  try {
+    return std::forward<Call>(call)();
+  } catch (const Failure&) {
+    throw;  // The host's own.
+  } catch (const std::exception& raised) {
+    throw PluginFailure("the plug-in " + bundle + " failed in " + operation + ": " + raised.what());
+  } catch (...) {
+    throw PluginFailure("the plug-in " + bundle + " failed in " + operation +
+                        " for a reason that it does not tell");
+  }
+}
+
+/// What to raise for a plug-in that does not do its part.
+PluginFailure unusable(const std::string& bundle, const std::string& reason);
+
+/// The bundle of a plug-in: its resources, and by its Info.plist its modules.
+struct PluginBundle {
+  std::string path;
+  std::shared_ptr<platform::linux::Bundle> resources;
+  platform::linux::BundleInfo info;
+};
+
+/// The bundle at `path`. PluginFailure, with the reason, when there is none; a note for each string table
+/// that it cannot use.
+PluginBundle openBundle(const std::string& path, const Note& note);
+
+/// A plug-in that was made and has accepted its bundle.
+struct LoadedPlugin {
+  /// The bundle's path, for messages.
+  std::string bundle;
+  std::shared_ptr<platform::linux::Bundle> resources;
+  std::unique_ptr<platform::Plugin> plugin;
+};
+
+/// The endings of the names of a bundle's modules, by the kind of view that their panels have.
+inline constexpr const char* kMemoryModule = "-memory";
+inline constexpr const char* kGtkModule = "";
+
+/// Loads the bundle's module of this ending and makes its plug-in. The module stays loaded until the program
+/// ends, since what it made may live as long. PluginFailure, with the reason, when any step fails.
+LoadedPlugin loadPlugin(const PluginBundle& bundle, const char* moduleEnding);
+
+/// The plug-in's panels for the print dialog, at least one. PluginFailure when there is none.
+std::unique_ptr<platform::PanelList> openPanels(const LoadedPlugin& loaded,
+                                                std::shared_ptr<platform::HostCallback> callback);
+
+}  // namespace tandemtrim::host

@@ -1,8 +1,0 @@
-#pragma once
-
-#import "platform/appkit/toolkit.h"
-
-/// Turns numbers into plain decimal integers and texts into integers, whatever the locale. Neither way ever
-/// fails.
-@interface MorvaTTDecimalFormatterKV2 : NSNumberFormatter
-@end

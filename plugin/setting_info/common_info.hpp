@@ -1,0 +1,102 @@
+#pragma once
+
+#include <concepts>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/bundle.hpp"
+#include "platform/object.hpp"
+#include "platform/print_settings.hpp"
+#include "plugin/setting_info/host_callback.hpp"
+
+namespace tandemtrim {
+
+/// The setting information: what the bundle's property list and the printer's PPD say, read once when it is
+/// made, and the way to the job's print settings and to the user's language. Everything that it gives from
+/// the property list is the stored object itself, of whatever kind, or none where the list lacks it. It
+/// writes nothing.
+class MorvaTTCommonInfoKV2 {
+ public:
+  /// Reads the property list and the four PPD maxima. None when the callback, the bundle or a readable
+  /// property list is missing; std::invalid_argument when a side's limit comes out as none. A derived class
+  /// is made by naming it.
+  template <std::derived_from<MorvaTTCommonInfoKV2> Class = MorvaTTCommonInfoKV2>
+  [[nodiscard]] static std::shared_ptr<Class> initWithCallback(
+      std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle) {
+    auto made = std::shared_ptr<Class>(new Class);
+    if (!made->initialize(std::move(callback), std::move(bundle))) return nullptr;
+    return made;
+  }
+
+  MorvaTTCommonInfoKV2(const MorvaTTCommonInfoKV2&) = delete;
+  MorvaTTCommonInfoKV2& operator=(const MorvaTTCommonInfoKV2&) = delete;
+  virtual ~MorvaTTCommonInfoKV2();
+
+  /// The key's text in the user's language; the key itself when the bundle's default string table lacks it.
+  [[nodiscard]] std::string localizedString(std::string_view key) const;
+
+  /// Defaults of the settings: texts.
+  [[nodiscard]] platform::ObjectRef defaultValid() const;
+  [[nodiscard]] platform::ObjectRef defaultImageDirection() const;
+  [[nodiscard]] platform::ObjectRef defaultPosition() const;
+  /// Defaults and bounds of the margins: numbers of millimetres. `marginName` is one of the four margin
+  /// names; any other name gives none.
+  [[nodiscard]] platform::ObjectRef defaultMarginValue(std::string_view marginName) const;
+  [[nodiscard]] platform::ObjectRef defaultMarginMin() const;
+  [[nodiscard]] platform::ObjectRef defaultMarginMax() const;
+  [[nodiscard]] platform::ObjectRef defaultMarginLimit() const;
+  /// The largest margin that a side accepts on this printer, in millimetres: the PPD's maximum, or the
+  /// property list's limit where the PPD has none, held between the list's minimum and maximum. None for any
+  /// other name.
+  [[nodiscard]] platform::ObjectRef marginLimit(std::string_view marginName) const;
+
+  [[nodiscard]] platform::ObjectRef panelKindID() const;
+
+  /// The print-settings keys under which the settings are stored.
+  [[nodiscard]] platform::ObjectRef ticketKeyValid() const;
+  [[nodiscard]] platform::ObjectRef ticketKeyImageDirection() const;
+  [[nodiscard]] platform::ObjectRef ticketKeyPosition() const;
+  [[nodiscard]] platform::ObjectRef ticketKeyMargin(std::string_view marginName) const;
+
+  /// The tokens that stand for the two bounds in the localised range text.
+  [[nodiscard]] platform::ObjectRef minLabelForIntegerValueRange() const;
+  [[nodiscard]] platform::ObjectRef maxLabelForIntegerValueRange() const;
+
+  /// The job's print settings as the host gives them now; they belong to the host.
+  [[nodiscard]] platform::PrintSettings* currentPrintSettings() const;
+
+  /// Whether tickets may be made with it: always, here.
+  [[nodiscard]] virtual bool isReady() const { return true; }
+
+  [[nodiscard]] const std::shared_ptr<const platform::Dictionary>& settingInfoDictionary() const;
+  [[nodiscard]] platform::Dictionary& marginInfoDictionary() { return *marginInfoDictionary_; }
+  [[nodiscard]] const std::shared_ptr<platform::Bundle>& bundle() const { return bundle_; }
+  [[nodiscard]] const std::shared_ptr<MorvaTTPdeCallbackKV2>& callback() const { return callback_; }
+
+  /// Internal: the value of the first PPD attribute of this keyword. None when there is no PPD file, no such
+  /// attribute, or a value that is not UTF-8.
+  [[nodiscard]] std::optional<std::string> TTCIPpdFindAttribute(std::string_view keyword) const;
+  /// Internal: whether the margin info dictionary has this name.
+  [[nodiscard]] bool TTCIIsValidMarginName(std::string_view marginName) const;
+  /// Internal: fills the margin info dictionary.
+  void TTCIRegisterMarginInfo();
+  /// Internal: the candidate itself when it stands between the property list's minimum and maximum, else the
+  /// bound that it passes; the minimum for none. None when that bound is missing.
+  [[nodiscard]] platform::ObjectRef TTCIVerifyMarginLimit(const platform::ObjectRef& candidate) const;
+
+ protected:
+  MorvaTTCommonInfoKV2() = default;
+
+ private:
+  bool initialize(std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
+  [[nodiscard]] platform::ObjectRef setting(std::string_view mainKey, std::string_view subKey) const;
+
+  std::shared_ptr<const platform::Dictionary> settingInfoDictionary_;
+  std::unique_ptr<platform::Dictionary> marginInfoDictionary_;
+  std::shared_ptr<platform::Bundle> bundle_;
+  std::shared_ptr<MorvaTTPdeCallbackKV2> callback_;
+};
+
+}  // namespace tandemtrim

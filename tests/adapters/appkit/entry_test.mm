@@ -1,0 +1,170 @@
+#import <objc/runtime.h>
+
+#import "tests/adapters/appkit/hosted_panel_test.h"
+
+namespace host {
+namespace {
+
+class MarginEntryInAHost : public HostedPanelTest {
+ protected:
+  [[nodiscard]] std::string text(NSString* side) { return textOf([box(side) stringValue]); }
+};
+
+// How often the handler of text changes runs, counted around the one of the class.
+int handled = 0;
+IMP original = nullptr;
+
+void countAndHandle(id self, SEL selector, NSNotification* notification) {
+  ++handled;
+  reinterpret_cast<void (*)(id, SEL, NSNotification*)>(original)(self, selector, notification);
+}
+
+// A method of one of the bundle's classes, replaced for as long as this lives.
+class Replacing {
+ public:
+  Replacing(NSString* className, SEL method, IMP by, const char* types)
+      : class_(NSClassFromString(className)), method_(method), types_(types) {
+    class_replaceMethod(class_, method_, by, types_);
+  }
+  Replacing(const Replacing&) = delete;
+  Replacing& operator=(const Replacing&) = delete;
+  ~Replacing() { class_replaceMethod(class_, method_, before_, types_); }
+
+  [[nodiscard]] IMP before() const { return before_; }
+
+ private:
+  Class const class_;
+  SEL const method_;
+  const char* const types_;
+  IMP const before_ = class_getMethodImplementation(class_, method_);
+};
+
+class Counting : public Replacing {
+ public:
+  Counting()
+      : Replacing(@"MorvaTTViewControllerKV2", @selector(controlTextDidChange:),
+                  reinterpret_cast<IMP>(countAndHandle), "v@:@") {
+    handled = 0;
+    original = before();
+  }
+};
+
+void refuseOnTheLeft(id self, SEL /*selector*/, double /*value*/) {
+  if ([[self valueForKey:@"identifier"] isEqual:@"Left"])
+    [NSException raise:NSGenericException format:@"refused"];
+}
+
+TEST_F(MarginEntryInAHost, CorrectsEachEditAndTakesTheStepperAlong) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
+    const int limit = static_cast<int>([stepper(side) maxValue]);
+    for (const auto& [typed, expected] :
+         {std::pair{@"1a2", std::min(12, limit)}, std::pair{@"007", 7}, std::pair{@"", 0},
+          std::pair{@"-5", 5}, std::pair{@"９9", 9}, std::pair{@"99999999999999999999", limit}}) {
+      EXPECT_TRUE(person::replaceText(box(side), typed));
+      EXPECT_EQ(text(side), std::to_string(expected)) << textOf(side) << ": " << textOf(typed);
+      EXPECT_EQ([stepper(side) intValue], expected) << textOf(side) << ": " << textOf(typed);
+    }
+  }
+}
+
+TEST_F(MarginEntryInAHost, RunsTheHandlerOnceForEachEditAndForNoOtherChange) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  const Counting counting;
+  person::replaceText(box(@"Top"), @"2");
+  EXPECT_EQ(handled, 1);
+  person::type(box(@"Left"), @"34");
+  EXPECT_EQ(handled, 3);
+  person::backspace(box(@"Left"));
+  EXPECT_EQ(handled, 4);
+  person::step(stepper(@"Left"), 1);
+  person::click(defaultButton());
+  [panel willShow];
+  EXPECT_EQ(handled, 4);
+}
+
+TEST_F(MarginEntryInAHost, SubscribesOnceHoweverOftenTheViewIsRequestedAndNoLongerThanThePanelLives) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  const Counting counting;
+  NSTextField* const kept = [[box(@"Top") retain] autorelease];
+  [panel panelView];
+  [panel panelView];
+  [[NSNotificationCenter defaultCenter] postNotificationName:NSControlTextDidChangeNotification object:kept];
+  EXPECT_EQ(handled, 1);
+  close();
+  [[NSNotificationCenter defaultCenter] postNotificationName:NSControlTextDidChangeNotification object:kept];
+  EXPECT_EQ(handled, 1);
+}
+
+TEST_F(MarginEntryInAHost, IsSubscribedToByNoSetUpThatBreaksOff) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  {
+    const Replacing method(@"MorvaTTStepperKV2", @selector(setMaxValue:),
+                           reinterpret_cast<IMP>(refuseOnTheLeft), "v@:d");
+    EXPECT_EQ(exceptionOf([&] { [panel panelView]; }), "NSGenericException");
+  }
+  const Counting counting;
+  for (NSString* name in @[ @"textBoxMarginTop", @"textBoxMarginBottom", @"textBoxMarginLeft" ]) {
+    id const unused = [[panel viewController] performSelector:NSSelectorFromString(name)];
+    EXPECT_NE(unused, nil) << textOf(name);
+    [[NSNotificationCenter defaultCenter] postNotificationName:NSControlTextDidChangeNotification
+                                                        object:unused];
+  }
+  EXPECT_EQ(handled, 0);
+}
+
+TEST_F(MarginEntryInAHost, KeepsTheInsertionPointWhereTheTextStaysAsTyped) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  person::replaceText(box(@"Top"), @"5");
+  NSText* editor = [box(@"Top") currentEditor];
+  [editor setSelectedRange:NSMakeRange(0, 0)];
+  [static_cast<NSTextView*>(editor) insertText:@"1"];
+  EXPECT_EQ(text(@"Top"), "15");
+  EXPECT_EQ([editor selectedRange].location, 1U);
+  [static_cast<NSTextView*>(editor) insertText:@"x"];
+  EXPECT_EQ(text(@"Top"), "15");
+  EXPECT_EQ([editor selectedRange].location, 2U);
+}
+
+TEST_F(MarginEntryInAHost, GoesOnFromWhatTheStepperShows) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  person::replaceText(box(@"Top"), @"7");
+  person::step(stepper(@"Top"), 2);
+  EXPECT_EQ(text(@"Top"), "9");
+  person::backspace(box(@"Top"));
+  EXPECT_EQ(text(@"Top"), "0");
+  person::type(box(@"Top"), @"3");
+  EXPECT_EQ([stepper(@"Top") intValue], 3);
+}
+
+TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNoMarginWithoutTellingATicket) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  NSTextField* other = [[[NSClassFromString(@"MorvaTTTextBoxKV2") alloc] init] autorelease];
+  [other setValue:@3 forKey:@"min"];
+  [other setValue:@8 forKey:@"max"];
+  [other setStringValue:@"x9"];
+  id owner = [panel viewController];
+  NSNotification* note = [NSNotification notificationWithName:NSControlTextDidChangeNotification
+                                                       object:other];
+  [owner performSelector:@selector(controlTextDidChange:) withObject:note];
+  EXPECT_EQ(textOf([other stringValue]), "8");
+  EXPECT_EQ(text(@"Top"), "5");
+}
+
+TEST_F(MarginEntryInAHost, LeavesWhateverIsNoTextBoxAlone) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  NSTextField* const label = view(@"MorvaTTTextLabelKV2");
+  NSString* const shown = [[[label stringValue] copy] autorelease];
+  for (id other : {static_cast<id>(nil), static_cast<id>(label), static_cast<id>(stepper(@"Top")),
+                   static_cast<id>(@"no control")}) {
+    [[panel viewController]
+        performSelector:@selector(controlTextDidChange:)
+             withObject:[NSNotification notificationWithName:NSControlTextDidChangeNotification
+                                                      object:other]];
+  }
+  EXPECT_EQ(textOf([label stringValue]), textOf(shown));
+  EXPECT_EQ(text(@"Top"), "5");
+}
+
+}  // namespace
+}  // namespace host

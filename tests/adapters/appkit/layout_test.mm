@@ -1,0 +1,84 @@
+#include <set>
+
+#import "tests/adapters/appkit/hosted_panel_test.h"
+
+namespace host {
+namespace {
+
+class LayoutInAHost : public HostedPanelTest {
+ protected:
+  void SetUp() override { showOn(); }
+
+  // The labels before the controls, which are aligned on their right, and those behind them.
+  [[nodiscard]] NSArray* names() { return labels(true); }
+  [[nodiscard]] NSArray* limits() { return labels(false); }
+  [[nodiscard]] static std::set<CGFloat> edges(NSArray* views, CGFloat (*edge)(NSRect)) {
+    std::set<CGFloat> found;
+    for (NSView* view in views) found.insert(edge([view frame]));
+    return found;
+  }
+  static CGFloat left(NSRect frame) { return NSMinX(frame); }
+  static CGFloat right(NSRect frame) { return NSMaxX(frame); }
+
+ private:
+  [[nodiscard]] NSArray* labels(bool right) {
+    NSMutableArray* found = [NSMutableArray array];
+    for (NSTextField* label in views(@"MorvaTTTextLabelKV2")) {
+      if (([label alignment] == NSRightTextAlignment) == right) [found addObject:label];
+    }
+    return found;
+  }
+};
+
+TEST_F(LayoutInAHost, AlignsLabelsOnTheirRightAndControlsOnTheirLeft) {
+  EXPECT_EQ([names() count], 6U);
+  EXPECT_EQ(edges(names(), right).size(), 1U);
+  for (NSString* name in @[ @"MorvaTTPopUpButtonKV2", @"MorvaTTTextBoxKV2", @"MorvaTTStepperKV2" ])
+    EXPECT_EQ(edges(views(name), left).size(), 1U) << textOf(name);
+}
+
+TEST_F(LayoutInAHost, PutsEachLabelBesideItsControlAndItsLimitBehindIt) {
+  NSArray* const controls =
+      [views(@"MorvaTTPopUpButtonKV2") arrayByAddingObjectsFromArray:views(@"MorvaTTTextBoxKV2")];
+  ASSERT_EQ([names() count], [controls count]);
+  for (NSUInteger row = 0; row < [controls count]; ++row) {
+    const NSRect control = [[controls objectAtIndex:row] frame];
+    const NSRect label = [[names() objectAtIndex:row] frame];
+    EXPECT_LT(NSMaxX(label), NSMaxX(control));
+    EXPECT_NEAR(NSMidY(label), NSMidY(control), 2) << row;
+  }
+  ASSERT_EQ([limits() count], 4U);
+  for (NSUInteger row = 0; row < 4; ++row) {
+    const NSRect step = [[views(@"MorvaTTStepperKV2") objectAtIndex:row] frame];
+    EXPECT_GT(NSMinX([[limits() objectAtIndex:row] frame]), NSMaxX(step) - 1);
+    EXPECT_NEAR(NSMidY([[limits() objectAtIndex:row] frame]), NSMidY(step), 2) << row;
+  }
+}
+
+// What macOS draws of a control is smaller than its frame, by these insets.
+TEST_F(LayoutInAHost, LeavesTwentyPointsAround) {
+  const NSRect bounds = [[panel panelView] bounds];
+  const CGFloat labelInset = 2;
+  const CGFloat menuInset = 3;
+  const CGFloat buttonInset = 7;
+  EXPECT_EQ(NSMinX([[names() objectAtIndex:0] frame]) + labelInset, 20);
+  EXPECT_EQ(NSMaxX(bounds) - NSMaxX([view(@"MorvaTTPopUpButtonKV2") frame]) + menuInset, 20);
+  EXPECT_EQ(NSMaxY(bounds) - NSMaxY([checkBox() frame]), 20);
+  EXPECT_EQ(NSMinY([defaultButton() frame]) + buttonInset, 20);
+}
+
+TEST_F(LayoutInAHost, LetsNoTwoControlsOverlap) {
+  // A stepper's and a menu's frame hold space that nothing is drawn in.
+  NSArray* const all = [[panel panelView] subviews];
+  for (NSUInteger one = 0; one < [all count]; ++one) {
+    for (NSUInteger other = one + 1; other < [all count]; ++other) {
+      const NSRect shared = NSIntersectionRect(NSInsetRect([[all objectAtIndex:one] frame], 3, 3),
+                                               NSInsetRect([[all objectAtIndex:other] frame], 3, 3));
+      EXPECT_TRUE(NSIsEmptyRect(shared)) << textOf([[all objectAtIndex:one] description]) << " and "
+                                         << textOf([[all objectAtIndex:other] description]);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace host

@@ -1,0 +1,55 @@
+#include <set>
+
+#import "tests/adapters/appkit/hosted_panel_test.h"
+
+namespace host {
+namespace {
+
+class PictureOfAPanel : public HostedPanelTest {
+ protected:
+  // What the window shows inside its border.
+  [[nodiscard]] NSBitmapImageRep* take() {
+    handleEvents();
+    NSView* const content = [window contentView];
+    [content lockFocus];
+    NSBitmapImageRep* picture =
+        [[[NSBitmapImageRep alloc] initWithFocusedViewRect:[content bounds]] autorelease];
+    [content unlockFocus];
+    return picture;
+  }
+  // How many colours there are inside a view: one where nothing is drawn.
+  [[nodiscard]] static std::size_t colors(NSBitmapImageRep* picture, NSView* view) {
+    const NSRect frame = [view frame];
+    std::set<NSUInteger> found;
+    for (auto y = NSMinY(frame); y < NSMaxY(frame); ++y) {
+      for (auto x = NSMinX(frame); x < NSMaxX(frame); ++x) {
+        NSUInteger pixel[5] = {};
+        [picture getPixel:pixel
+                      atX:static_cast<NSInteger>(x)
+                        y:[picture pixelsHigh] - 1 - static_cast<NSInteger>(y)];
+        found.insert(pixel[0] << 16U | pixel[1] << 8U | pixel[2]);
+      }
+    }
+    return found.size();
+  }
+};
+
+TEST_F(PictureOfAPanel, ShowsEveryControl) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  NSBitmapImageRep* picture = take();
+  ASSERT_NE(picture, nil);
+  for (NSView* control in [[panel panelView] subviews]) {
+    EXPECT_GT(colors(picture, control), 1U) << textOf([control description]);
+  }
+  NSString* name = [NSString stringWithFormat:@"appkit-%@.png", language()];
+  NSString* folder = [NSString stringWithUTF8String:PICTURES];
+  [[NSFileManager defaultManager] createDirectoryAtPath:folder
+                            withIntermediateDirectories:YES
+                                             attributes:nil
+                                                  error:nullptr];
+  NSData* png = [picture representationUsingType:NSPNGFileType properties:[NSDictionary dictionary]];
+  EXPECT_TRUE([png writeToFile:[folder stringByAppendingPathComponent:name] atomically:NO]);
+}
+
+}  // namespace
+}  // namespace host

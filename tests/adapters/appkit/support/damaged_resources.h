@@ -1,0 +1,30 @@
+// A plug-in in its host, with a bundle whose resources a test damages.
+#pragma once
+
+#import "tests/adapters/appkit/hosted_panel_test.h"
+
+namespace host {
+
+extern NSString* const kSettingInfo;
+
+class DamagedResources : public HostedPanelTest {
+ protected:
+  DamagedResources();
+
+  [[nodiscard]] NSString* resource(NSString* name);
+  void write(NSString* name, NSData* content);
+  void remove(NSString* name);
+  /// The setting info with one entry changed, or left out for nil.
+  void change(NSString* mainKey, NSString* key, id value);
+  /// From now on the printer has no PPD file.
+  void useNoPpd();
+  /// The damaged bundle as it is now.
+  [[nodiscard]] NSBundle* bundle();
+  /// What a plug-in with that bundle gives.
+  [[nodiscard]] NSArray* panels();
+
+ private:
+  NSString* folder_;
+};
+
+}  // namespace host

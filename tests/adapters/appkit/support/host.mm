@@ -1,0 +1,123 @@
+#import "tests/adapters/appkit/support/host.h"
+
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+@implementation TestHost
+
+- (id)initWithPPD:(NSString*)path {
+  self = [super init];
+  settings_ = [[NSMutableDictionary alloc] init];
+  if (path != nil) ppd_ = ppdOpenFile([path fileSystemRepresentation]);
+  return self;
+}
+
+- (void)dealloc {
+  if (ppd_ != nullptr) ppdClose(ppd_);
+  [settings_ release];
+  [super dealloc];
+}
+
+- (NSMutableDictionary*)settings {
+  return settings_;
+}
+
+- (PMPrintSettings)printSettings {
+  return reinterpret_cast<PMPrintSettings>(settings_);
+}
+
+- (ppd_file_t*)ppdFile {
+  return ppd_;
+}
+
+@end
+
+@implementation TestHostWithoutSettings
+
+- (PMPrintSettings)printSettings {
+  return nullptr;
+}
+
+@end
+
+namespace host {
+
+NSString* const kPrintDialogType = @"BDB091F4-E57F-11D3-B5CC-0050E4603277";
+
+void startApplication() {
+  if (NSApp != nil) return;
+  NSString* const grey = @"0.93 0.93 0.93";
+  [[NSUserDefaults standardUserDefaults] registerDefaults:@{
+    @"GSBackHandlesWindowDecorations" : @"NO",
+    @"GSSuppressAppIcon" : @"YES",
+    @"windowBackgroundColor" : grey,
+    @"controlColor" : grey,
+    @"controlBackgroundColor" : grey
+  }];
+  [[NSApplication sharedApplication] finishLaunching];
+}
+
+// The toolkit gives back the bundle that it knows for a path, or for an identifier, so each has both of its
+// own.
+NSBundle* openBundle(NSString* path, NSString* scratch) {
+  NSFileManager* files = [NSFileManager defaultManager];
+  NSString* identity = [[NSProcessInfo processInfo] globallyUniqueString];
+  NSString* contents = [path stringByAppendingPathComponent:@"Contents"];
+  NSString* opened = [[scratch stringByAppendingPathComponent:identity]
+      stringByAppendingPathComponent:[path lastPathComponent]];
+  [files createDirectoryAtPath:opened withIntermediateDirectories:YES attributes:nil error:nullptr];
+  for (NSString* part in @[ @"Resources", @"MacOS/TandemTrim" ]) {
+    [files createSymbolicLinkAtPath:[opened stringByAppendingPathComponent:[part lastPathComponent]]
+                withDestinationPath:[contents stringByAppendingPathComponent:part]
+                              error:nullptr];
+  }
+  NSMutableDictionary* info = [NSMutableDictionary
+      dictionaryWithContentsOfFile:[contents stringByAppendingPathComponent:@"Info.plist"]];
+  [info setObject:identity forKey:@"CFBundleIdentifier"];
+  [info writeToFile:[opened stringByAppendingPathComponent:@"Info.plist"] atomically:NO];
+  return [NSBundle bundleWithPath:opened];
+}
+
+NSBundle* pluginBundle() {
+  const char* path = std::getenv("TANDEM_TRIM_BUNDLE");
+  if (path == nullptr) throw std::runtime_error("TANDEM_TRIM_BUNDLE names no bundle");
+  static NSBundle* const bundle =
+      [openBundle([NSString stringWithUTF8String:path], NSTemporaryDirectory()) retain];
+  return bundle;
+}
+
+id<HostedPlugin> newPlugin() {
+  startApplication();
+  id<HostedPlugin> plugin = [[pluginBundle() principalClass] alloc];
+  if (plugin == nil) throw std::runtime_error("the bundle has no principal class");
+  return plugin;
+}
+
+NSWindow* showInWindow(NSView* view) {
+  NSWindow* window = [[NSWindow alloc] initWithContentRect:[view frame]
+                                                 styleMask:NSTitledWindowMask
+                                                   backing:NSBackingStoreBuffered
+                                                     defer:NO];
+  [window setReleasedWhenClosed:YES];
+  [[window contentView] addSubview:view];
+  [view setFrameOrigin:NSZeroPoint];
+  [window setFrameTopLeftPoint:NSMakePoint(100, 700)];
+  [window makeKeyAndOrderFront:nil];
+  handleEvents();
+  return window;
+}
+
+void handleEvents() {
+  while (NSEvent* event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                             untilDate:[NSDate distantPast]
+                                                inMode:NSDefaultRunLoopMode
+                                               dequeue:YES]) {
+    [NSApp sendEvent:event];
+  }
+  // The insertion points' timers, which are otherwise never cleared away.
+  for (NSString* mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode ])
+    [[NSRunLoop currentRunLoop] limitDateForMode:mode];
+}
+
+}  // namespace host

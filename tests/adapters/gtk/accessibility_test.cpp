@@ -1,0 +1,144 @@
+#include <algorithm>
+#include <set>
+#include <sstream>
+
+#include <X11/keysym.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "tests/adapters/gtk/shown_panel.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+/// What a screen reader is told of one control.
+struct Told {
+  std::string role;
+  std::string name;
+  std::string description;
+};
+
+// The reader is a program of its own, which this one answers while it runs.
+std::vector<Told> toldOfThisProgram() {
+  const auto process = std::to_string(getpid());
+  GError* error = nullptr;
+  auto* const reader = g_subprocess_new(G_SUBPROCESS_FLAGS_STDOUT_PIPE, &error, "/usr/bin/python3",
+                                        ACCESSIBLE_TREE, process.c_str(), nullptr);
+  if (reader == nullptr) throw std::runtime_error(error->message);
+  std::string output;
+  bool done = false;
+  struct Reading {
+    std::string& output;
+    bool& done;
+  } reading{output, done};
+  g_subprocess_communicate_utf8_async(
+      reader, nullptr, nullptr,
+      [](GObject* source, GAsyncResult* result, gpointer data) {
+        char* text = nullptr;
+        g_subprocess_communicate_utf8_finish(G_SUBPROCESS(source), result, &text, nullptr, nullptr);
+        auto& [out, isDone] = *static_cast<Reading*>(data);
+        if (text != nullptr) out = text;
+        g_free(text);
+        isDone = true;
+      },
+      &reading);
+  waitUntil("the screen reader", [&] { return done; });
+  g_object_unref(reader);
+
+  std::vector<Told> told;
+  std::istringstream lines(output);
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream fields(line);
+    Told& control = told.emplace_back();
+    std::getline(fields, control.role, '\t');
+    std::getline(fields, control.name, '\t');
+    std::getline(fields, control.description, '\t');
+  }
+  return told;
+}
+
+bool isControl(const Told& told) {
+  static const std::set<std::string> kRoles{"check box", "combo box", "push button", "text", "image"};
+  return kRoles.contains(told.role);
+}
+
+std::vector<Told> controlsTold() {
+  auto told = toldOfThisProgram();
+  std::erase_if(told, [](const Told& one) { return !isControl(one); });
+  return told;
+}
+
+TEST(ScreenReader, SpeaksOfEachControlInTheOrderOfTheKeyboard) {
+  ShownPanel shown;
+  std::vector<std::string> spoken;
+  for (const auto& [role, name, description] : controlsTold())
+    spoken.push_back(role + " | " + name + " | " + description);
+  EXPECT_THAT(spoken,
+              testing::ElementsAre(
+                  "check box | Use Tandem Trim | ",                   //
+                  "combo box | Image Direction: | ",                  //
+                  "push button | Image Direction: | Long-Edge Feed",  //
+                  "combo box | Print Position: | ",                   //
+                  "push button | Print Position: | Center",           //
+                  "text | Top Margin: | mm   (0 to 20)",              //
+                  "push button | \u2212 Top Margin: | ",              //
+                  "push button | + Top Margin: | ",                   //
+                  "text | Bottom Margin: | mm   (0 to 30)",           //
+                  "push button | \u2212 Bottom Margin: | ",           //
+                  "push button | + Bottom Margin: | ",                //
+                  "text | Left Margin: | mm   (0 to 15)",             //
+                  "push button | \u2212 Left Margin: | ",             //
+                  "push button | + Left Margin: | ",                  //
+                  "text | Right Margin: | mm   (0 to 25)",            //
+                  "push button | \u2212 Right Margin: | ",            //
+                  "push button | + Right Margin: | ",                 //
+                  "image | 210 \u00D7 297 mm; Image Direction: Long-Edge Feed; Print Position: Center; "
+                  "Top Margin: 5 mm; Bottom Margin: 5 mm; Left Margin: 5 mm; Right Margin: 5 mm | ",
+                  "push button | Restore Defaults | "));
+}
+
+TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
+  ShownPanel shown;
+  shown.view().setPaperSize(215.9, 279.4);
+  shown.person().focus(shown.widget("positionPopUp"));
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
+  shown.person().focus(shown.widget("textBoxMarginLeft"));
+  shown.person().press(XK_a, XK_Control_L);
+  shown.person().type("8");
+  const auto told = controlsTold();
+  const auto image = std::ranges::find(told, "image", &Told::role);
+  ASSERT_NE(image, told.end());
+  EXPECT_THAT(image->name, testing::StartsWith("216 \u00D7 279 mm; "));
+  EXPECT_THAT(image->name, testing::HasSubstr("Print Position: Right; "));
+  EXPECT_THAT(image->name, testing::HasSubstr("Left Margin: 8 mm; "));
+  const auto position = std::ranges::find(told, "Right", &Told::description);
+  EXPECT_NE(position, told.end());
+}
+
+TEST(ScreenReader, HearsTheItemsOfAMenuThatIsOpen) {
+  ShownPanel shown;
+  gtk_menu_button_popup(GTK_MENU_BUTTON(shown.widget("positionPopUp")));
+  std::vector<std::string> spoken;
+  for (const auto& [role, name, description] : toldOfThisProgram()) {
+    if (role.starts_with("list")) spoken.push_back(role + " | " + name);
+  }
+  EXPECT_THAT(spoken, testing::ElementsAre("list | Print Position:", "list item | Left", "list item | Center",
+                                           "list item | Right"));
+}
+
+TEST(ScreenReader, HearsANameForEachControlInEveryLanguage) {
+  for (const std::string language : kLanguages) {
+    ShownPanel shown({.language = language});
+    const auto told = controlsTold();
+    EXPECT_EQ(told.size(), 19U) << language;
+    for (const auto& [role, name, description] : told) {
+      EXPECT_THAT(name, testing::Not(testing::IsEmpty())) << role << " in " << language;
+      EXPECT_THAT(name, testing::Not(testing::HasSubstr("_"))) << role << " in " << language;
+      EXPECT_THAT(name, testing::Not(testing::HasSubstr("Gtk"))) << role << " in " << language;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

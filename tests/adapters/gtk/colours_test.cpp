@@ -1,0 +1,51 @@
+#include <algorithm>
+#include <map>
+
+#include <gtest/gtest.h>
+
+#include "tests/adapters/gtk/picture.hpp"
+#include "tests/adapters/gtk/shown_panel.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+const char* const kLabels[] = {"labelDirection",       "labelPosition",          "labelMarginTop",
+                               "labelMarginBottom",    "labelMarginLeft",        "labelMarginRight",
+                               "labelMarginLimitTop",  "labelMarginLimitBottom", "labelMarginLimitLeft",
+                               "labelMarginLimitRight"};
+
+// The background is the colour of most pixels, the text what stands out most from it.
+double contrastOfText(const Picture& picture) {
+  const auto pixels = picture.pixels();
+  std::map<std::array<std::uint8_t, 3>, int> counts;
+  for (const auto& pixel : pixels) ++counts[{pixel.red, pixel.green, pixel.blue}];
+  const auto& [red, green, blue] =
+      std::ranges::max_element(counts, {}, [](const auto& entry) { return entry.second; })->first;
+  const Colour background{red, green, blue};
+  double best = 1;
+  for (const auto& pixel : pixels) best = std::max(best, contrast(pixel, background));
+  return best;
+}
+
+class LabelColours : public testing::TestWithParam<bool> {
+ protected:
+  static void expectContrast(const std::string& valid, double least, double most) {
+    ShownPanel shown({.dark = GetParam(), .stored = {{"MVTandemTrim", valid}}});
+    shown.person().awaitFrame();
+    for (const auto* label : kLabels) {
+      const double found = contrastOfText(Picture(shown.widget(label)));
+      EXPECT_GE(found, least) << label;
+      EXPECT_LT(found, most) << label;
+    }
+  }
+};
+
+TEST_P(LabelColours, AreReadEasilyWhileTheFunctionIsOn) { expectContrast("On", 4.5, 22); }
+
+TEST_P(LabelColours, AreDimmedButReadWhileItIsOff) { expectContrast("Off", 3, 9); }
+
+INSTANTIATE_TEST_SUITE_P(LightAndDark, LabelColours, testing::Bool(),
+                         [](const auto& dark) { return std::string(dark.param ? "Dark" : "Light"); });
+
+}  // namespace
+}  // namespace tandemtrim::test

@@ -1,0 +1,226 @@
+#include <algorithm>
+#include <map>
+#include <set>
+#include <tuple>
+
+#include <X11/keysym.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/adapters/gtk/shown_panel.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+const std::vector<std::string> kFromTopToBottom{
+    "tandemTrimValid",     "directionPopUp",    "positionPopUp",      "textBoxMarginTop",
+    "textBoxMarginBottom", "textBoxMarginLeft", "textBoxMarginRight", "defaultButton"};
+
+// The name in the nib of the control that has the keyboard.
+std::string focused(ShownPanel& shown) {
+  for (auto* widget = gtk_root_get_focus(GTK_ROOT(shown.window())); widget != nullptr;
+       widget = gtk_widget_get_parent(widget)) {
+    const char* const name = gtk_buildable_get_buildable_id(GTK_BUILDABLE(widget));
+    if (name != nullptr && std::ranges::count(kFromTopToBottom, name) == 1) return name;
+  }
+  return "";
+}
+
+class KeyboardInALanguage : public testing::TestWithParam<const char*> {};
+
+TEST_P(KeyboardInALanguage, GoesFromTopToBottomAndBack) {
+  ShownPanel shown({.language = GetParam()});
+  shown.person().focus(shown.widget(kFromTopToBottom.front()));
+  std::vector<std::string> visited{focused(shown)};
+  while (visited.size() < kFromTopToBottom.size()) {
+    shown.person().press(XK_Tab);
+    visited.push_back(focused(shown));
+  }
+  EXPECT_EQ(visited, kFromTopToBottom);
+  shown.person().press(XK_Tab, XK_Shift_L);
+  EXPECT_EQ(focused(shown), "textBoxMarginRight");
+}
+
+// 0 for a label without one.
+guint letterOf(GtkWidget* label) {
+  return g_unichar_tolower(gdk_keyval_to_unicode(gtk_label_get_mnemonic_keyval(GTK_LABEL(label))));
+}
+
+// The letter of each label in the view, by the text that bears it.
+std::map<std::string, guint> letters(ShownPanel& shown) {
+  std::map<std::string, guint> found;
+  for (auto* const label : widgetsOf(shown.root(), GTK_TYPE_LABEL)) {
+    const auto letter = letterOf(label);
+    if (letter != 0) found[gtk_label_get_text(GTK_LABEL(label))] = letter;
+  }
+  return found;
+}
+
+TEST_P(KeyboardInALanguage, ReachesEachControlByALetterOfItsOwn) {
+  ShownPanel shown({.language = GetParam()});
+  const auto own = letters(shown);
+  std::set<guint> distinct;
+  for (const auto& [text, letter] : own) distinct.insert(letter);
+  EXPECT_EQ(distinct.size(), own.size());
+  const bool isWrittenInLatin =
+      !testing::Matches(testing::AnyOf("ja", "zh-Hans", "ko", "ar"))(std::string(GetParam()));
+  EXPECT_EQ(own.size() == kFromTopToBottom.size(), isWrittenInLatin);
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, KeyboardInALanguage, testing::ValuesIn(kLanguages));
+
+TEST(Mnemonic, MovesTheKeyboardToTheBoxOfItsLabel) {
+  for (const std::string language : {"en", "de", "fr"}) {
+    ShownPanel shown({.language = language});
+    for (const std::string side : {"Top", "Bottom", "Left", "Right"}) {
+      shown.person().focus(shown.widget("defaultButton"));
+      shown.person().press(letterOf(shown.widget("labelMargin" + side)), XK_Alt_L);
+      EXPECT_EQ(focused(shown), "textBoxMargin" + side) << language;
+    }
+  }
+}
+
+TEST(Mnemonic, OpensTheMenuOfItsLabel) {
+  ShownPanel shown;
+  for (const auto& [label, menu] :
+       {std::pair{"labelDirection", "directionPopUp"}, std::pair{"labelPosition", "positionPopUp"}})
+    EXPECT_EQ(gtk_label_get_mnemonic_widget(GTK_LABEL(shown.widget(label))), shown.widget(menu));
+}
+
+// What a menu shows as its choice.
+std::string choice(ShownPanel& shown) {
+  return gtk_label_get_text(GTK_LABEL(widgetsOf(shown.widget("positionPopUp"), GTK_TYPE_LABEL).front()));
+}
+
+// Whether its list shows.
+bool isOpen(ShownPanel& shown) {
+  auto* const popover = gtk_menu_button_get_popover(GTK_MENU_BUTTON(shown.widget("positionPopUp")));
+  return popover != nullptr && gtk_widget_get_mapped(GTK_WIDGET(popover)) != FALSE;
+}
+
+void awaitList(ShownPanel& shown, bool open) {
+  waitUntil(open ? "the list" : "the end of the list", [&] { return isOpen(shown) == open; });
+}
+
+// The item of the open list that has the keyboard.
+std::string itemAtKeyboard(ShownPanel& shown) {
+  auto* const row = gtk_root_get_focus(GTK_ROOT(shown.window()));
+  const auto labels = widgetsOf(row, GTK_TYPE_LABEL);
+  return GTK_IS_LIST_BOX_ROW(row) ? gtk_label_get_text(GTK_LABEL(labels.front())) : "";
+}
+
+TEST(MenuByKeys, ClosesWhenItsPanelGoes) {
+  ShownPanel shown;
+  auto* const menu = shown.widget("positionPopUp");
+  shown.person().focus(menu);
+  shown.person().press(XK_space);
+  awaitList(shown, true);
+  shown.dropPanel();
+  EXPECT_EQ(gtk_menu_button_get_popover(GTK_MENU_BUTTON(menu)), nullptr);
+  shown.person().press(XK_Down);
+  shown.person().press(XK_Return);
+}
+
+TEST(MenuByKeys, OpensAtItsChoice) {
+  for (const auto& [key, held] :
+       {std::pair{XK_space, 0}, std::pair{XK_Return, 0}, std::pair{XK_Down, 0}, std::pair{XK_Up, 0},
+        std::pair{XK_KP_Down, 0}, std::pair{XK_Down, XK_Alt_L}}) {
+    ShownPanel shown;
+    EXPECT_FALSE(isOpen(shown));
+    shown.person().focus(shown.widget("positionPopUp"));
+    shown.person().press(key, held);
+    awaitList(shown, true);
+    EXPECT_EQ(itemAtKeyboard(shown), "Center");
+  }
+}
+
+TEST(MenuByKeys, ChoosesTheItemThatIsGoneTo) {
+  for (const auto& [go, choose, expected] :
+       {std::tuple{XK_Down, XK_Return, "Right"}, std::tuple{XK_Up, XK_space, "Left"},
+        std::tuple{XK_Home, XK_Return, "Left"}, std::tuple{XK_End, XK_space, "Right"}}) {
+    ShownPanel shown;
+    shown.person().focus(shown.widget("positionPopUp"));
+    shown.person().press(XK_Down);
+    awaitList(shown, true);
+    shown.person().press(go);
+    EXPECT_EQ(itemAtKeyboard(shown), expected);
+    EXPECT_EQ(choice(shown), "Center");
+    shown.person().press(choose);
+    awaitList(shown, false);
+    EXPECT_EQ(choice(shown), expected);
+    EXPECT_EQ(focused(shown), "positionPopUp");
+  }
+}
+
+TEST(MenuByKeys, ClosesWithoutAChoiceForEscape) {
+  ShownPanel shown;
+  shown.person().focus(shown.widget("positionPopUp"));
+  shown.person().press(XK_Down);
+  awaitList(shown, true);
+  shown.person().press(XK_Down);
+  shown.person().press(XK_Escape);
+  awaitList(shown, false);
+  EXPECT_EQ(choice(shown), "Center");
+  EXPECT_EQ(focused(shown), "positionPopUp");
+}
+
+TEST(MenuByKeys, StaysClosedWhileItIsGrey) {
+  ShownPanel shown({.stored = {{"MVTandemTrim", "Off"}}});
+  EXPECT_FALSE(gtk_widget_grab_focus(shown.widget("positionPopUp")));
+  shown.person().click(shown.widget("positionPopUp"));
+  EXPECT_FALSE(isOpen(shown));
+}
+
+TEST(Menu, ListsItsItemsInOrderAndTakesAClick) {
+  ShownPanel shown;
+  auto* const menu = shown.widget("positionPopUp");
+  shown.person().click(menu);
+  awaitList(shown, true);
+  auto* const list = widgetsOf(menu, GTK_TYPE_LIST_BOX).at(0);
+  const auto labels = widgetsOf(list, GTK_TYPE_LABEL);
+  std::vector<std::string> titles;
+  for (auto* const label : labels) titles.emplace_back(gtk_label_get_text(GTK_LABEL(label)));
+  EXPECT_THAT(titles, testing::ElementsAre("Left", "Center", "Right"));
+  shown.person().click(labels.back());
+  awaitList(shown, false);
+  EXPECT_EQ(choice(shown), "Right");
+}
+
+TEST(Menu, OpensWithNothingChosenWhereTheStoredValueIsNoItem) {
+  ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "elsewhere"}}});
+  EXPECT_EQ(choice(shown), "");
+  shown.person().focus(shown.widget("positionPopUp"));
+  shown.person().press(XK_Down);
+  awaitList(shown, true);
+  EXPECT_EQ(itemAtKeyboard(shown), "Left");
+  shown.person().press(XK_Return);
+  awaitList(shown, false);
+  EXPECT_EQ(choice(shown), "Left");
+}
+
+TEST(Mnemonic, SwitchesTheFunctionByTheLetterOfTheCheckBox) {
+  ShownPanel shown;
+  auto* const check = shown.widget("tandemTrimValid");
+  const auto label = widgetsOf(check, GTK_TYPE_LABEL).front();
+  shown.person().press(letterOf(label), XK_Alt_L);
+  EXPECT_FALSE(gtk_check_button_get_active(GTK_CHECK_BUTTON(check)));
+  EXPECT_FALSE(gtk_widget_is_sensitive(shown.widget("directionPopUp")));
+}
+
+TEST(Mnemonic, LeavesTheLettersOfTheDialogAlone) {
+  ShownPanel shown({.inPrintDialog = true});
+  const auto own = letters(shown);
+  EXPECT_EQ(own.size(), kFromTopToBottom.size());
+  for (auto* const button : widgetsOf(shown.window(), GTK_TYPE_BUTTON)) {
+    if (gtk_widget_is_ancestor(button, shown.root()) != FALSE) continue;
+    for (auto* const label : widgetsOf(button, GTK_TYPE_LABEL)) {
+      const auto letter = letterOf(label);
+      if (letter == 0 || gtk_widget_get_mapped(label) == FALSE) continue;
+      for (const auto& [text, mine] : own)
+        EXPECT_NE(mine, letter) << text << " and " << gtk_label_get_text(GTK_LABEL(label));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

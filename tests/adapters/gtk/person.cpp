@@ -1,0 +1,209 @@
+#include "tests/adapters/gtk/person.hpp"
+
+#include <stdexcept>
+#include <vector>
+
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+#include <gdk/x11/gdkx.h>
+
+namespace tandemtrim::test {
+namespace {
+
+// A key that means nothing to any widget: when the window has seen it, it has seen what was sent before.
+constexpr unsigned kAnswerKey = XK_Pause;
+constexpr unsigned kLookAgain = 10;
+constexpr int kLooks = 2000;
+
+// What is ready now: idles that an event left behind, answers of the clipboard.
+void runWhatIsReady() {
+  for (int round = 0; round < 50 && g_main_context_pending(nullptr) != FALSE; ++round)
+    g_main_context_iteration(nullptr, FALSE);
+}
+
+// Of every surface: an open list has one of its own.
+gboolean noteAnswer(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
+                    gpointer answered) {
+  auto* const event = static_cast<GdkEvent*>(g_value_peek_pointer(values + 1));
+  if (gdk_event_get_event_type(event) == GDK_KEY_PRESS && gdk_key_event_get_keyval(event) == kAnswerKey)
+    *static_cast<bool*>(answered) = true;
+  return TRUE;
+}
+
+guint eventSignal() { return g_signal_lookup("event", GDK_TYPE_SURFACE); }
+
+}  // namespace
+
+// Not all that is waited for comes as an event, so the loop looks again every few milliseconds.
+void waitUntil(const char* what, const std::function<bool()>& isDone) {
+  int looks = 0;
+  const auto timer = g_timeout_add(
+      kLookAgain,
+      [](gpointer count) -> gboolean {
+        ++*static_cast<int*>(count);
+        return G_SOURCE_CONTINUE;
+      },
+      &looks);
+  while (!isDone() && looks < kLooks) g_main_context_iteration(nullptr, TRUE);
+  g_source_remove(timer);
+  if (looks >= kLooks) throw std::runtime_error(std::string("waited in vain for ") + what);
+}
+
+struct Person::X {
+  Display* display = XOpenDisplay(nullptr);
+  Window window = 0;
+};
+
+Person::Person(GtkWindow* window) : window_(window), x_(std::make_unique<X>()) {
+  gtk_window_present(window);
+  answers_ = g_signal_add_emission_hook(eventSignal(), 0, noteAnswer, &answered_, nullptr);
+  waitUntil("the window", [&] { return gtk_widget_get_mapped(GTK_WIDGET(window)) != FALSE; });
+  x_->window = gdk_x11_surface_get_xid(gtk_native_get_surface(GTK_NATIVE(window)));
+  turnTo();
+}
+
+Person::~Person() {
+  g_signal_remove_emission_hook(eventSignal(), answers_);
+  gtk_window_destroy(window_);
+  runWhatIsReady();
+  XCloseDisplay(x_->display);
+}
+
+// There is no window manager to do it.
+void Person::turnTo() {
+  waitUntil("the keyboard", [&] {
+    if (gtk_window_is_active(window_) != FALSE) return true;
+    XWindowAttributes attributes{};
+    XGetWindowAttributes(x_->display, x_->window, &attributes);
+    XRaiseWindow(x_->display, x_->window);
+    if (attributes.map_state == IsViewable)
+      XSetInputFocus(x_->display, x_->window, RevertToParent, CurrentTime);
+    XSync(x_->display, False);
+    return false;
+  });
+}
+
+void Person::focus(GtkWidget* widget) {
+  turnTo();
+  gtk_widget_grab_focus(widget);
+  runWhatIsReady();
+}
+
+void Person::send(unsigned keysym, unsigned held) {
+  auto* const display = x_->display;
+  const auto code = XKeysymToKeycode(display, keysym);
+  std::vector<KeyCode> heldCodes;
+  if (held != 0) heldCodes.push_back(XKeysymToKeycode(display, held));
+  if (XkbKeycodeToKeysym(display, code, 0, 0) != keysym)
+    heldCodes.push_back(XKeysymToKeycode(display, XK_Shift_L));
+  for (const auto heldCode : heldCodes) XTestFakeKeyEvent(display, heldCode, True, 0);
+  XTestFakeKeyEvent(display, code, True, 0);
+  XTestFakeKeyEvent(display, code, False, 0);
+  for (const auto heldCode : heldCodes) XTestFakeKeyEvent(display, heldCode, False, 0);
+}
+
+void Person::settle() {
+  answered_ = false;
+  send(kAnswerKey, 0);
+  XFlush(x_->display);
+  waitUntil("an answer of the window", [&] { return answered_; });
+  runWhatIsReady();
+}
+
+void Person::press(unsigned keysym, unsigned held) {
+  send(keysym, held);
+  settle();
+}
+
+void Person::type(const std::string& text) {
+  for (const char character : text) {
+    if (static_cast<unsigned char>(character) < 0x80U) press(static_cast<unsigned char>(character));
+  }
+}
+
+void Person::paste(const std::string& text) {
+  gdk_clipboard_set_text(gtk_widget_get_clipboard(GTK_WIDGET(window_)), text.c_str());
+  press(XK_v, XK_Control_L);
+}
+
+// Widgets take their places in a frame.
+void Person::awaitFrame() {
+  auto* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(window_));
+  bool painted = false;
+  const auto handler = g_signal_connect(
+      clock, "after-paint",
+      G_CALLBACK(+[](GdkFrameClock*, gpointer flag) { *static_cast<bool*>(flag) = true; }), &painted);
+  gdk_frame_clock_request_phase(clock, GDK_FRAME_CLOCK_PHASE_AFTER_PAINT);
+  waitUntil("a frame", [&] { return painted; });
+  g_signal_handler_disconnect(clock, handler);
+}
+
+void Person::pointAt(GtkWidget* widget, double across) {
+  turnTo();
+  awaitFrame();
+  // An open list has a surface of its own.
+  auto* const native = gtk_widget_get_native(widget);
+  graphene_rect_t bounds{};
+  if (!gtk_widget_compute_bounds(widget, GTK_WIDGET(native), &bounds))
+    throw std::runtime_error("a widget without a place");
+  double left = 0;
+  double top = 0;
+  gtk_native_get_surface_transform(native, &left, &top);
+  int x = 0;
+  int y = 0;
+  Window child = 0;
+  XTranslateCoordinates(x_->display, gdk_x11_surface_get_xid(gtk_native_get_surface(native)),
+                        DefaultRootWindow(x_->display),
+                        static_cast<int>(left + bounds.origin.x + bounds.size.width * across),
+                        static_cast<int>(top + bounds.origin.y + bounds.size.height / 2), &x, &y, &child);
+  XTestFakeMotionEvent(x_->display, -1, x, y, 0);
+}
+
+void Person::click(GtkWidget* widget) {
+  pointAt(widget);
+  XTestFakeButtonEvent(x_->display, 1, True, 0);
+  XTestFakeButtonEvent(x_->display, 1, False, 0);
+  settle();
+}
+
+void Person::hold(GtkWidget* widget, const std::function<bool()>& isDone) {
+  pointAt(widget);
+  XTestFakeButtonEvent(x_->display, 1, True, 0);
+  XFlush(x_->display);
+  waitUntil("the end of a hold", isDone);
+  XTestFakeButtonEvent(x_->display, 1, False, 0);
+  settle();
+}
+
+void Person::turnWheel(GtkWidget* widget, bool up) {
+  pointAt(widget);
+  const unsigned button = up ? 4 : 5;
+  XTestFakeButtonEvent(x_->display, button, True, 0);
+  XTestFakeButtonEvent(x_->display, button, False, 0);
+  settle();
+}
+
+// While something is dragged the keyboard is the drag's, so that no key is answered.
+void Person::drag(GtkWidget* from, GtkWidget* to) {
+  constexpr double kInTheText = 0.66;
+  constexpr int kSteps = 20;
+  pointAt(from, kInTheText);
+  XTestFakeButtonEvent(x_->display, 1, True, 0);
+  settle();
+  for (int step = 0; step < kSteps; ++step) {
+    XTestFakeRelativeMotionEvent(x_->display, 1, 1, 0);
+    XSync(x_->display, False);
+    awaitFrame();
+  }
+  for (int step = 0; step < 2; ++step) {
+    pointAt(to, step == 0 ? 0.5 : kInTheText);
+    XSync(x_->display, False);
+    awaitFrame();
+  }
+  XTestFakeButtonEvent(x_->display, 1, False, 0);
+  XSync(x_->display, False);
+}
+
+}  // namespace tandemtrim::test

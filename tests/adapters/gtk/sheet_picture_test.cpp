@@ -1,0 +1,134 @@
+#include <algorithm>
+#include <cmath>
+
+#include <X11/keysym.h>
+#include <gtest/gtest.h>
+
+#include "tests/adapters/gtk/picture.hpp"
+#include "tests/adapters/gtk/shown_panel.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+// A coloured column or row of pixels across the sheet shows how wide the tinted margins are.
+bool isTinted(Colour colour) { return colour.saturation() > 40; }
+
+class SheetPicture : public testing::Test {
+ protected:
+  static std::map<std::string, std::string> on(const std::map<std::string, std::string>& settings) {
+    std::map<std::string, std::string> stored{{"MVTandemTrim", "On"},
+                                              {"MVTopMargin", "0"},
+                                              {"MVBottomMargin", "0"},
+                                              {"MVLeftMargin", "0"},
+                                              {"MVRightMargin", "0"}};
+    for (const auto& [key, value] : settings) stored[key] = value;
+    return stored;
+  }
+  static Picture pictureOf(ShownPanel& shown) {
+    shown.person().awaitFrame();
+    return Picture(shown.widget("sheetPicture"));
+  }
+  // The tinted pixels of the row or column in the middle of the area, before and behind its middle.
+  static std::pair<long, long> tintedAcross(const Picture& picture) {
+    const auto tinted = [&](int from, int to) {
+      long count = 0;
+      for (int x = from; x < to; ++x) count += isTinted(picture.at(x, picture.height() * 3 / 5)) ? 1 : 0;
+      return count;
+    };
+    return {tinted(0, picture.width() / 2), tinted(picture.width() / 2, picture.width())};
+  }
+  static long tintedDown(const Picture& picture) {
+    long count = 0;
+    for (int y = 0; y < picture.height(); ++y)
+      count += isTinted(picture.at(picture.width() / 2 + 55, y)) ? 1 : 0;
+    return count;
+  }
+};
+
+TEST_F(SheetPicture, TintsEachMarginWhereItIs) {
+  ShownPanel left({.stored = on({{"MVLeftMargin", "15"}})});
+  const auto [before, behind] = tintedAcross(pictureOf(left));
+  EXPECT_GT(before, behind + 5);
+  ShownPanel right({.stored = on({{"MVRightMargin", "25"}})});
+  const auto [mirroredBefore, mirroredBehind] = tintedAcross(pictureOf(right));
+  EXPECT_GT(mirroredBehind, mirroredBefore + 10);
+  ShownPanel none({.stored = on({})});
+  EXPECT_LE(tintedDown(pictureOf(none)), 2);
+  ShownPanel both({.stored = on({{"MVTopMargin", "20"}, {"MVBottomMargin", "30"}})});
+  EXPECT_GT(tintedDown(pictureOf(both)), 25);
+}
+
+TEST_F(SheetPicture, FollowsEachKeyAtOnce) {
+  ShownPanel shown({.stored = on({})});
+  const auto before = pictureOf(shown);
+  shown.person().focus(shown.widget("textBoxMarginTop"));
+  shown.person().press(XK_End);
+  shown.person().type("9");
+  const auto nine = pictureOf(shown);
+  EXPECT_NE(before, nine);
+  EXPECT_GT(tintedDown(nine), tintedDown(before) + 3);
+  shown.person().press(XK_BackSpace);
+  EXPECT_EQ(pictureOf(shown), before);
+}
+
+TEST_F(SheetPicture, FollowsSteppersMenusDefaultsAndTheHost) {
+  ShownPanel shown({.stored = on({})});
+  auto last = pictureOf(shown);
+  const auto expectChange = [&](const char* what) {
+    const auto now = pictureOf(shown);
+    EXPECT_NE(now, last) << what;
+    last = now;
+  };
+  shown.person().click(gtk_widget_get_last_child(shown.widget("stepperMarginLeft")));
+  expectChange("stepper");
+  shown.person().focus(shown.widget("directionPopUp"));
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
+  expectChange("direction");
+  shown.person().focus(shown.widget("positionPopUp"));
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
+  expectChange("position");
+  shown.person().click(shown.widget("defaultButton"));
+  expectChange("defaults");
+  shown.panel().restoreValuesAndReturnError(nullptr);
+  expectChange("restore");
+  shown.view().setPaperSize(420, 297);
+  expectChange("paper");
+}
+
+TEST_F(SheetPicture, IgnoresASizeThatNoPaperHas) {
+  ShownPanel shown;
+  const auto before = pictureOf(shown);
+  for (const auto& [width, height] : {std::pair{0.0, 297.0}, std::pair{210.0, -1.0},
+                                      std::pair{std::nan(""), 297.0}, std::pair{210.0, HUGE_VAL}}) {
+    shown.view().setPaperSize(width, height);
+    EXPECT_EQ(pictureOf(shown), before) << width << " x " << height;
+  }
+}
+
+TEST_F(SheetPicture, ShowsValuesThatThePaperCannotHold) {
+  ShownPanel shown(
+      {.stored = on({{"MVTopMargin", "777"}, {"MVLeftMargin", "-5"}, {"MVPrintPosition", "Nowhere"}})});
+  EXPECT_GT(tintedDown(pictureOf(shown)), 100);
+}
+
+TEST_F(SheetPicture, LosesItsColourWithTheRest) {
+  for (const bool dark : {false, true}) {
+    const auto mostColourful = [&](const char* valid) {
+      ShownPanel shown({.dark = dark, .stored = on({{"MVTandemTrim", valid}, {"MVTopMargin", "20"}})});
+      const auto pixels = pictureOf(shown).pixels();
+      return std::ranges::max_element(pixels, {}, &Colour::saturation)->saturation();
+    };
+    EXPECT_GT(mostColourful("On"), 60);
+    EXPECT_LT(mostColourful("Off"), 10);
+  }
+}
+
+TEST_F(SheetPicture, IsNotMirrored) {
+  ShownPanel arabic({.language = "ar", .stored = on({{"MVLeftMargin", "15"}, {"MVPrintPosition", "Left"}})});
+  const auto picture = pictureOf(arabic);
+  const auto [before, behind] = tintedAcross(picture);
+  EXPECT_GT(before, behind + 5);
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtk/gtk.h>
+
+#include "adapters/gtk/panel.hpp"
+#include "adapters/linux/print_settings.hpp"
+#include "platform/extension.hpp"
+#include "tests/adapters/gtk/person.hpp"
+
+namespace tandemtrim::test {
+
+/// How a panel is shown.
+struct Circumstances {
+  std::string language = "en";
+  bool dark = false;
+  /// How much larger texts are than usual.
+  double textScale = 1;
+  /// Shown in GTK's own print dialog, else in a plain window.
+  bool inPrintDialog = false;
+  /// What the job's print settings hold.
+  std::map<std::string, std::string> stored = {{"MVTandemTrim", "On"}};
+};
+
+/// The languages that the built bundle speaks.
+inline constexpr std::array<const char*, 10> kLanguages{"en", "de", "fr",      "es", "it",
+                                                        "nl", "ja", "zh-Hans", "ko", "ar"};
+
+/// The panel of the built bundle for the sample printer, on a page of a notebook, and a person in
+/// front of it.
+class ShownPanel {
+ public:
+  explicit ShownPanel(const Circumstances& circumstances = {});
+  ShownPanel(const ShownPanel&) = delete;
+  ShownPanel& operator=(const ShownPanel&) = delete;
+  /// The window goes first, then the panel.
+  ~ShownPanel();
+
+  [[nodiscard]] platform::PrintPanel& panel() { return *panel_; }
+  [[nodiscard]] platform::View& view() { return *view_; }
+  [[nodiscard]] GtkWidget* window() { return GTK_WIDGET(gtk_widget_get_root(root())); }
+  [[nodiscard]] GtkWidget* root() { return GTK_WIDGET(view().toolkitView()); }
+  [[nodiscard]] Person& person() { return *person_; }
+  /// The widget of this name in the nib; one that is missing raises std::out_of_range.
+  [[nodiscard]] GtkWidget* widget(const std::string& name);
+  /// The text of the entry of this name.
+  [[nodiscard]] std::string text(const std::string& name);
+  [[nodiscard]] std::optional<std::string> stored(const std::string& key) const;
+
+  /// Lets the panel go and leaves the window as it is.
+  void dropPanel() { panel_.reset(); }
+
+ private:
+  class Job;
+
+  std::shared_ptr<Job> job_;
+  std::unique_ptr<platform::PrintPanel> panel_;
+  platform::View* view_ = nullptr;
+  std::unique_ptr<Person> person_;
+};
+
+/// The first widget at or below `root` for which `fits` is true, or null.
+GtkWidget* findWidget(GtkWidget* root, const std::function<bool(GtkWidget*)>& fits);
+
+/// All widgets at and below `root` of this type.
+std::vector<GtkWidget*> widgetsOf(GtkWidget* root, GType type);
+
+}  // namespace tandemtrim::test

@@ -1,0 +1,145 @@
+#include <X11/keysym.h>
+#include <gtest/gtest.h>
+
+#include "adapters/shared/notification_center.hpp"
+#include "tests/adapters/gtk/shown_panel.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+// The sample printer allows up to 20 mm above.
+class StepperBesideABox : public testing::Test {
+ protected:
+  ShownPanel shown{{.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}}};
+  Person& person = shown.person();
+  GtkWidget* box = shown.widget("textBoxMarginTop");
+  GtkWidget* minus = gtk_widget_get_first_child(shown.widget("stepperMarginTop"));
+  GtkWidget* plus = gtk_widget_get_last_child(shown.widget("stepperMarginTop"));
+
+  // In microseconds: time enough for a stepper that is held to go on by mistake.
+  static constexpr gint64 kSeveralRepeats = 250'000;
+
+  [[nodiscard]] int value() { return std::stoi(shown.text("textBoxMarginTop")); }
+  void leaveTheBox() { person.focus(shown.widget("positionPopUp")); }
+};
+
+TEST_F(StepperBesideABox, MovesItsValueByOneAtEachClick) {
+  person.click(plus);
+  person.click(plus);
+  EXPECT_EQ(value(), 14);
+  person.click(minus);
+  EXPECT_EQ(value(), 13);
+}
+
+TEST_F(StepperBesideABox, RepeatsWhileItIsHeldAndAddsNothingWhenItIsLetGo) {
+  person.hold(minus, [&] { return value() <= 8; });
+  const int atRelease = value();
+  EXPECT_GT(atRelease, 5);
+  person.click(plus);
+  EXPECT_EQ(value(), atRelease + 1);
+}
+
+TEST_F(StepperBesideABox, StopsAtItsLimitHoweverLongItIsHeld) {
+  gint64 arrived = 0;
+  person.hold(plus, [&] {
+    if (value() == 20 && arrived == 0) arrived = g_get_monotonic_time();
+    return arrived != 0 && g_get_monotonic_time() - arrived > kSeveralRepeats;
+  });
+  EXPECT_EQ(value(), 20);
+}
+
+TEST_F(StepperBesideABox, StopsRepeatingWhenItIsGreyed) {
+  gint64 greyed = 0;
+  int atThatTime = 0;
+  person.hold(plus, [&] {
+    if (value() >= 14 && greyed == 0) {
+      gtk_widget_set_sensitive(shown.widget("stepperMarginTop"), FALSE);
+      greyed = g_get_monotonic_time();
+      atThatTime = value();
+    }
+    return greyed != 0 && g_get_monotonic_time() - greyed > kSeveralRepeats;
+  });
+  EXPECT_EQ(value(), atThatTime);
+}
+
+TEST_F(StepperBesideABox, FollowsTheUpAndDownKeysInTheBox) {
+  person.focus(box);
+  for (const auto up : {XK_Up, XK_KP_Up}) person.press(static_cast<unsigned>(up));
+  EXPECT_EQ(value(), 14);
+  person.press(XK_Down);
+  EXPECT_EQ(value(), 13);
+  EXPECT_TRUE(gtk_widget_has_focus(GTK_WIDGET(gtk_editable_get_delegate(GTK_EDITABLE(box)))));
+}
+
+TEST_F(StepperBesideABox, GoesOnFromWhatIsTyped) {
+  person.focus(box);
+  person.press(XK_a, XK_Control_L);
+  person.type("7");
+  person.press(XK_Up);
+  EXPECT_EQ(value(), 8);
+  gtk_editable_set_text(GTK_EDITABLE(box), "3");
+  gtk_widget_activate(plus);
+  waitUntil("the click", [&] { return value() != 3; });
+  EXPECT_EQ(value(), 4);
+}
+
+// Control, Shift and u begin a character, which replaces what is selected; an empty box counts as 0.
+TEST_F(StepperBesideABox, GoesOnFromWhatIsLeftOfATextThatTheInputMethodStillComposes) {
+  person.focus(box);
+  person.press(XK_a, XK_Control_L);
+  person.press(XK_U, XK_Control_L);
+  person.type("3");
+  person.turnWheel(box, true);
+  EXPECT_EQ(value(), 1);
+}
+
+TEST_F(StepperBesideABox, FollowsTheWheelOnlyWhileTheBoxHasTheFocus) {
+  leaveTheBox();
+  person.turnWheel(box, true);
+  EXPECT_EQ(value(), 12);
+  person.focus(box);
+  person.turnWheel(box, true);
+  EXPECT_EQ(value(), 13);
+  person.turnWheel(box, false);
+  person.turnWheel(box, false);
+  EXPECT_EQ(value(), 11);
+}
+
+TEST_F(StepperBesideABox, KeepsItsStepsOutOfTheNotificationsOfEdits) {
+  int notifications = 0;
+  auto* const object = dynamic_cast<platform::gtk::Panel&>(shown.view()).control("textBoxMarginTop");
+  platform::defaultCenter().addObserver(
+      this, [&](const platform::Notification&) { ++notifications; },
+      platform::NSControlTextDidChangeNotification, object);
+  person.click(plus);
+  person.focus(box);
+  person.press(XK_Up);
+  platform::defaultCenter().removeObserver(this);
+  EXPECT_EQ(value(), 14);
+  EXPECT_EQ(notifications, 0);
+}
+
+TEST_F(StepperBesideABox, BringsAForeignValueIntoItsRangeAtTheFirstStep) {
+  ShownPanel foreign({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "777"}}});
+  foreign.person().click(gtk_widget_get_first_child(foreign.widget("stepperMarginTop")));
+  EXPECT_EQ(foreign.text("textBoxMarginTop"), "20");
+}
+
+TEST(MenuUnderTheWheel, KeepsItsChoice) {
+  ShownPanel shown;
+  for (const std::string menu : {"directionPopUp", "positionPopUp"}) {
+    auto* const widget = shown.widget(menu);
+    auto* const choice = widgetsOf(widget, GTK_TYPE_LABEL).front();
+    const std::string before = gtk_label_get_text(GTK_LABEL(choice));
+    for (const bool up : {false, true}) {
+      shown.person().turnWheel(widget, up);
+      EXPECT_EQ(gtk_label_get_text(GTK_LABEL(choice)), before) << menu;
+      shown.person().focus(widget);
+      shown.person().turnWheel(widget, up);
+      EXPECT_EQ(gtk_label_get_text(GTK_LABEL(choice)), before) << menu;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

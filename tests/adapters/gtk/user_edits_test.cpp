@@ -1,0 +1,337 @@
+#include <functional>
+
+#include <X11/keysym.h>
+#include <gmock/gmock.h>
+
+#include "adapters/shared/notification_center.hpp"
+#include "tests/adapters/gtk/shown_panel.hpp"
+
+namespace tandemtrim::test {
+namespace {
+
+constexpr const char* kTop = "textBoxMarginTop";
+constexpr const char* kBottom = "textBoxMarginBottom";
+
+// The sample printer allows up to 20 mm above.
+class UserEdits : public testing::Test {
+ protected:
+  ShownPanel shown{{.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}}};
+  Person& person = shown.person();
+  GtkWidget* box = shown.widget(kTop);
+  int notifications = 0;
+
+  UserEdits() {
+    auto* const object = dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop);
+    platform::defaultCenter().addObserver(
+        this, [this](const platform::Notification&) { ++notifications; },
+        platform::NSControlTextDidChangeNotification, object);
+    person.focus(box);
+  }
+  ~UserEdits() override { platform::defaultCenter().removeObserver(this); }
+  UserEdits(const UserEdits&) = delete;
+  UserEdits& operator=(const UserEdits&) = delete;
+
+  [[nodiscard]] std::string text() { return shown.text(kTop); }
+  [[nodiscard]] int caret() { return gtk_editable_get_position(GTK_EDITABLE(box)); }
+};
+
+// What a person puts in stands in the box at once; what the program writes in answer follows.
+TEST_F(UserEdits, AreAnsweredByOneWriteAtMostAndByNoneWhereTheTextStands) {
+  const std::pair<const char*, int> texts[] = {{"12", 0}, {"1a2", 1}, {"99", 1}, {"007", 1}};
+  for (const auto& [typed, expected] : texts) {
+    gtk_editable_delete_text(GTK_EDITABLE(box), 0, -1);
+    int end = 0;
+    gtk_editable_insert_text(GTK_EDITABLE(box), typed, -1, &end);
+    int writes = 0;
+    const auto handler = g_signal_connect(
+        box, "notify::text", G_CALLBACK(+[](GtkWidget*, GParamSpec*, int* count) { ++*count; }), &writes);
+    while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
+    g_signal_handler_disconnect(box, handler);
+    EXPECT_EQ(writes, expected) << typed;
+  }
+}
+
+struct Edit {
+  const char* what;
+  std::function<void(Person&, GtkWidget*)> act;
+  const char* text;
+
+  friend std::ostream& operator<<(std::ostream& out, const Edit& edit) { return out << edit.what; }
+};
+
+void selectAll(Person& person) { person.press(XK_a, XK_Control_L); }
+
+const Edit kEdits[] = {
+    {"a digit over everything",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.type("5");
+     },
+     "5"},
+    {"a letter over everything",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.type("x");
+     },
+     "0"},
+    {"a digit at the end",
+     [](Person& person, GtkWidget*) {
+       person.press(XK_End);
+       person.type("3");
+     },
+     "20"},
+    {"deletion of everything",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.press(XK_Delete);
+     },
+     "0"},
+    {"deletion of the last digit",
+     [](Person& person, GtkWidget*) {
+       person.press(XK_End);
+       person.press(XK_BackSpace);
+     },
+     "1"},
+    {"deletion of the word",
+     [](Person& person, GtkWidget*) {
+       person.press(XK_End);
+       person.press(XK_BackSpace, XK_Control_L);
+     },
+     "0"},
+    {"cutting",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.press(XK_x, XK_Control_L);
+     },
+     "0"},
+    {"pasting over everything",
+     [](Person& person, GtkWidget*) {
+       selectAll(person);
+       person.paste("7 mm");
+     },
+     "7"},
+    {"an edit from a screen reader",
+     [](Person&, GtkWidget* box) {
+       gtk_editable_set_text(GTK_EDITABLE(box), "9");
+       while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
+     },
+     "9"},
+};
+
+class EachUserEdit : public UserEdits, public testing::WithParamInterface<Edit> {};
+
+TEST_P(EachUserEdit, IsReportedOnceWithItsFinalText) {
+  GetParam().act(person, box);
+  EXPECT_EQ(text(), GetParam().text);
+  EXPECT_EQ(notifications, 1);
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Edits, EachUserEdit, testing::ValuesIn(kEdits));
+
+TEST_F(UserEdits, MayDropATextIntoTheBox) {
+  auto* const source = shown.widget(kBottom);
+  person.focus(source);
+  selectAll(person);
+  person.type("30");
+  selectAll(person);
+  person.drag(source, box);
+  waitUntil("the drop", [&] { return notifications > 0; });
+  person.awaitFrame();
+  EXPECT_EQ(text(), "20");
+  EXPECT_EQ(notifications, 1);
+}
+
+// Control, Shift and u begin a character that is given by its number.
+TEST_F(UserEdits, AreReportedWhenTheInputMethodHasComposedThem) {
+  selectAll(person);
+  person.press(XK_U, XK_Control_L);
+  person.type("37");
+  EXPECT_EQ(notifications, 0);
+  person.press(XK_Return);
+  EXPECT_EQ(text(), "7");
+  EXPECT_EQ(notifications, 1);
+}
+
+TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotKeepTheHostWaiting) {
+  selectAll(person);
+  person.press(XK_U, XK_Control_L);
+  person.type("3");
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), "0");
+  EXPECT_EQ(text(), "0");
+}
+
+TEST_F(UserEdits, AreNotUndoneIntoAnIllegalText) {
+  person.press(XK_End);
+  person.type("3");
+  person.press(XK_z, XK_Control_L);
+  EXPECT_EQ(text(), "20");
+  selectAll(person);
+  person.paste("abc");
+  person.press(XK_z, XK_Control_L);
+  EXPECT_EQ(text(), "0");
+}
+
+// Corrected, 12.5 would be read as 125.
+TEST_F(UserEdits, ThatWaitDoNotCorrectWhatTheProgramShowsNext) {
+  gtk_editable_set_text(GTK_EDITABLE(box), "9");
+  dynamic_cast<MorvaTTTextBoxKV2&>(*dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop))
+      .setStringValue("12.5");
+  EXPECT_EQ(notifications, 1);
+  while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
+  EXPECT_EQ(text(), "12.5");
+  EXPECT_EQ(notifications, 1);
+}
+
+TEST_F(UserEdits, AreNotWhatTheProgramShows) {
+  shown.panel().willShow();
+  shown.panel().restoreValuesAndReturnError(nullptr);
+  person.click(shown.widget("defaultButton"));
+  EXPECT_EQ(text(), "5");
+  EXPECT_EQ(notifications, 0);
+}
+
+struct Typing {
+  const char* before;
+  std::vector<unsigned> keys;
+  const char* after;
+  int caret;
+
+  friend std::ostream& operator<<(std::ostream& out, const Typing& typing) {
+    return out << typing.before << " becomes " << typing.after;
+  }
+};
+
+class InsertionPoint : public UserEdits, public testing::WithParamInterface<Typing> {};
+
+TEST_P(InsertionPoint, StaysWhereAPersonExpectsIt) {
+  const auto& typing = GetParam();
+  selectAll(person);
+  person.type(typing.before);
+  person.press(XK_Home);
+  for (const auto key : typing.keys) person.press(key);
+  EXPECT_EQ(text(), typing.after);
+  EXPECT_EQ(caret(), typing.caret);
+}
+
+const Typing kTypings[] = {
+    {"5", {XK_1}, "15", 1},         {"15", {XK_Right, XK_a}, "15", 1},    {"5", {XK_0}, "5", 0},
+    {"1", {XK_End, XK_2}, "12", 2}, {"1", {XK_End, XK_a, XK_2}, "12", 2}, {"12", {XK_Right, XK_9}, "20", 1},
+    {"12", {XK_Delete}, "2", 0},    {"5", {XK_Delete, XK_8}, "8", 1},
+};
+
+INSTANTIATE_TEST_SUITE_P(Typings, InsertionPoint, testing::ValuesIn(kTypings));
+
+struct HostCall {
+  const char* name;
+  std::function<void(platform::PrintPanel&)> call;
+  const char* text;
+
+  friend std::ostream& operator<<(std::ostream& out, const HostCall& call) { return out << call.name; }
+};
+
+class TypedAtOnce : public UserEdits, public testing::WithParamInterface<HostCall> {};
+
+// Nothing runs between the typing and the host's call.
+TEST_P(TypedAtOnce, IsCorrectedBeforeTheHostsCallIsAnswered) {
+  gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
+  GetParam().call(shown.panel());
+  EXPECT_EQ(notifications, 1);
+  EXPECT_EQ(text(), GetParam().text);
+}
+
+const HostCall kHostCalls[] = {
+    {"save", [](auto& panel) { panel.saveValuesAndReturnError(nullptr); }, "18"},
+    {"restore", [](auto& panel) { panel.restoreValuesAndReturnError(nullptr); }, "12"},
+    {"willShow", [](auto& panel) { panel.willShow(); }, "12"},
+    {"summaryInfo", [](auto& panel) { (void)panel.summaryInfo(); }, "12"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Calls, TypedAtOnce, testing::ValuesIn(kHostCalls));
+
+// A box without a range fails to be corrected.
+TEST_F(UserEdits, WhoseReportRaisesWaitForTheHostsCallsAndAreNeverSavedAsTyped) {
+  auto& control =
+      dynamic_cast<MorvaTTTextBoxKV2&>(*dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop));
+  const auto min = control.min();
+  const auto max = control.max();
+  control.setValueRange(nullptr, nullptr);
+  selectAll(person);
+  person.paste("1a8");
+  EXPECT_EQ(text(), "1a8");
+  EXPECT_THROW(shown.panel().saveValuesAndReturnError(nullptr), std::invalid_argument);
+  EXPECT_EQ(shown.stored("MVTopMargin"), "12");
+  control.setValueRange(min, max);
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(text(), "18");
+  EXPECT_EQ(shown.stored("MVTopMargin"), "18");
+}
+
+TEST_F(UserEdits, ThatWaitAreDroppedWithThePanel) {
+  gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
+  shown.dropPanel();
+  person.focus(box);
+  EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("1a8"));
+  EXPECT_EQ(notifications, 0);
+}
+
+using namespace std::string_literals;
+
+struct StoredText {
+  const char* what;
+  std::string text;
+  std::string shown;
+
+  friend std::ostream& operator<<(std::ostream& out, const StoredText& stored) { return out << stored.what; }
+};
+
+class StoredTextThatTheToolkitCannotShow : public testing::TestWithParam<StoredText> {};
+
+TEST_P(StoredTextThatTheToolkitCannotShow, IsSavedByteForByteUntilItIsEdited) {
+  const auto& stored = GetParam();
+  ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", stored.text}}});
+  EXPECT_EQ(shown.text(kTop), stored.shown);
+  shown.panel().restoreValuesAndReturnError(nullptr);
+  shown.person().focus(shown.widget(kTop));
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), stored.text);
+  shown.person().press(XK_End);
+  shown.person().press(XK_BackSpace);
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), shown.text(kTop));
+  EXPECT_THAT(shown.text(kTop), testing::MatchesRegex("[0-9]{1,2}"));
+}
+
+// A box shows 65,534 bytes.
+const StoredText kStoredTexts[] = {
+    {"Latin 1", "5\xE9", "5\uFFFD"},
+    {"a lone byte", "\xFF", "\uFFFD"},
+    {"a null character", "5\0x"s, "5\uFFFDx"},
+    {"a surrogate", "1\xED\xA0\x80", "1\uFFFD\uFFFD\uFFFD"},
+    {"digits without end", std::string(100'000, '7'), std::string(65'534, '7')},
+    {"a character across the end", std::string(65'533, '7') + "\u00E9", std::string(65'533, '7')},
+};
+
+INSTANTIATE_TEST_SUITE_P(Texts, StoredTextThatTheToolkitCannotShow, testing::ValuesIn(kStoredTexts));
+
+TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
+  auto* const plus = gtk_widget_get_last_child(shown.widget("stepperMarginTop"));
+  auto* const check = shown.widget("tandemTrimValid");
+  auto* const menu = shown.widget("positionPopUp");
+  shown.dropPanel();
+  person.press(XK_Up);
+  person.focus(box);
+  person.press(XK_End);
+  person.type("9");
+  person.click(plus);
+  person.click(check);
+  person.click(menu);
+  EXPECT_EQ(gtk_menu_button_get_popover(GTK_MENU_BUTTON(menu)), nullptr);
+  EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("129"));
+  EXPECT_EQ(notifications, 0);
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

@@ -1,0 +1,186 @@
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+/// Which folder includes which, and what the core is linked with: the arrows of the system point one way.
+namespace tandemtrim::test {
+namespace {
+
+using testing::UnorderedElementsAre;
+using Names = std::set<std::string>;
+using Arrows = std::map<std::string, Names>;
+namespace fs = std::filesystem;
+
+// Every folder with sources, and all that it may include of the others.
+const Arrows kAllowed{
+    {"platform", {}},
+    {"plugin/setting_info", {"platform"}},
+    {"model", {"platform", "plugin/setting_info"}},
+    {"view", {"model", "platform", "plugin/setting_info"}},
+    {"plugin", {"model", "platform", "plugin/setting_info", "view"}},
+
+    {"adapters/shared", {"platform"}},
+    {"adapters/module", {"platform"}},
+    {"adapters/linux/files", {"platform"}},
+    {"adapters/linux", {"adapters/linux/files", "platform"}},
+    {"adapters/memory", {"adapters/module", "adapters/shared", "platform", "plugin", "view"}},
+    {"adapters/gtk/controls", {"adapters/shared", "platform", "view"}},
+    {"adapters/gtk", {"adapters/gtk/controls", "adapters/module", "platform", "plugin", "view"}},
+    {"adapters/appkit/gnustep", {}},
+    {"adapters/appkit/foundation", {"adapters/appkit/gnustep", "platform"}},
+    {"adapters/appkit", {"adapters/appkit/foundation", "platform", "plugin", "plugin/setting_info", "view"}},
+
+    {"host", {"platform"}},
+    {"host/job", {"host", "platform"}},
+    {"host/cups", {"host", "host/job"}},
+    {"host/panel", {"adapters/linux", "adapters/memory", "host", "host/cups", "host/job", "platform"}},
+    {"host/dialog/texts", {"adapters/linux", "host", "host/panel"}},
+    {"host/dialog/settings", {"host", "host/cups", "host/dialog/texts", "host/job"}},
+    {"host/dialog",
+     {"adapters/linux", "host", "host/cups", "host/dialog/settings", "host/dialog/texts", "host/job",
+      "host/panel"}},
+    {"host/cli", {"host", "host/cups", "host/dialog", "host/job", "host/panel"}},
+};
+
+std::string pathInProject(const fs::path& path) { return path.lexically_relative(SOURCES).generic_string(); }
+
+std::vector<fs::path> sources() {
+  constexpr std::array<const char*, 4> kEndings{".cpp", ".hpp", ".h", ".mm"};
+  std::vector<fs::path> found;
+  for (const char* part : {"adapters", "host", "model", "platform", "plugin", "view"}) {
+    for (const auto& file : fs::recursive_directory_iterator(fs::path(SOURCES) / part)) {
+      if (std::ranges::count(kEndings, file.path().extension()) != 0) found.push_back(file.path());
+    }
+  }
+  return found;
+}
+
+const std::regex kOwn{R"re(\s*#\s*(?:include|import)\s*"([^"]*)".*)re"};
+const std::regex kForeign{R"(\s*#\s*(?:include|import)\s*<([^>]*[^a-z_0-9>][^>]*)>.*)"};
+
+// The headers of this form that a source includes.
+Names headersIn(const fs::path& source, const std::regex& form) {
+  Names headers;
+  std::ifstream text(source);
+  for (std::string line; std::getline(text, line);) {
+    std::smatch match;
+    if (std::regex_match(line, match, form)) headers.insert(match[1]);
+  }
+  return headers;
+}
+
+// What each folder includes of the others.
+Arrows arrows() {
+  Arrows found;
+  for (const auto& source : sources()) {
+    const auto folder = pathInProject(source.parent_path());
+    auto& reached = found[folder];
+    for (const auto& header : headersIn(source, kOwn)) {
+      const auto other = fs::path(header).parent_path().generic_string();
+      if (other != folder) reached.insert(other);
+    }
+  }
+  return found;
+}
+
+TEST(Architecture, HasNoArrowButThoseAllowed) {
+  for (const auto& [folder, reached] : arrows()) {
+    ASSERT_TRUE(kAllowed.contains(folder)) << folder << " is not in the list of folders";
+    EXPECT_THAT(reached, testing::IsSubsetOf(kAllowed.at(folder))) << "in " << folder;
+  }
+}
+
+TEST(Architecture, AllowsNoArrowThatNobodyNeeds) {
+  const auto needed = arrows();
+  for (const auto& [folder, allowed] : kAllowed) {
+    ASSERT_TRUE(needed.contains(folder)) << folder;
+    EXPECT_THAT(allowed, testing::IsSubsetOf(needed.at(folder))) << "in " << folder;
+  }
+}
+
+TEST(Architecture, HasNoCircle) {
+  auto rest = arrows();
+  const auto isGone = [&](const std::string& folder) { return !rest.contains(folder); };
+  const auto reachesTheRest = [&](const auto& arrow) { return !std::ranges::all_of(arrow.second, isGone); };
+  while (!rest.empty()) {
+    const auto lowest = std::ranges::find_if_not(rest, reachesTheRest);
+    if (lowest == rest.end()) break;
+    rest.erase(lowest);
+  }
+  EXPECT_THAT(rest, testing::IsEmpty());
+}
+
+// A reader takes in a folder at a glance. What is counted are sources and what builds them.
+TEST(Architecture, HasNoFolderOfMoreThanTwentyFiles) {
+  constexpr std::array<const char*, 5> kNotCounted{"corpus", "dictionaries", "__pycache__", "build", ".git"};
+  std::map<std::string, int> files;
+  for (auto entry = fs::recursive_directory_iterator(SOURCES); entry != fs::end(entry); ++entry) {
+    if (entry->is_directory()) {
+      if (std::ranges::count(kNotCounted, entry->path().filename()) != 0) entry.disable_recursion_pending();
+    } else {
+      ++files[pathInProject(entry->path().parent_path())];
+    }
+  }
+  for (const auto& [folder, count] : files) EXPECT_LE(count, 20) << folder;
+}
+
+TEST(Architecture, LetsOneFileOfTheCoreKnowALibraryOfTheSystem) {
+  std::map<std::string, Names> found;
+  for (const auto& source : sources()) {
+    const auto path = pathInProject(source);
+    if (path.starts_with("adapters/") || path.starts_with("host/")) continue;
+    if (const auto headers = headersIn(source, kForeign); !headers.empty()) found[path] = headers;
+  }
+  EXPECT_THAT(found, testing::ElementsAre(testing::Pair("plugin/setting_info/ppd_attribute.cpp",
+                                                        testing::ElementsAre("cups/ppd.h"))));
+}
+
+TEST(Architecture, LetsTheHostKnowNoMoreOfTheAdaptersThanTheirValues) {
+  Names known;
+  for (const auto& source : sources()) {
+    if (!pathInProject(source).starts_with("host/")) continue;
+    for (const auto& header : headersIn(source, kOwn)) {
+      if (header.starts_with("adapters/")) known.insert(header);
+    }
+  }
+  EXPECT_THAT(known,
+              UnorderedElementsAre("adapters/linux/bundle.hpp", "adapters/linux/bundle_info.hpp",
+                                   "adapters/linux/print_settings.hpp", "adapters/memory/panel_view.hpp"));
+}
+
+Names namesIn(const std::string& list) {
+  std::istringstream names(list);
+  return {std::istream_iterator<std::string>(names), {}};
+}
+
+TEST(Architecture, LinksTheCoreWithLibcupsAndNothingElse) {
+  EXPECT_THAT(namesIn(CORE_LINKS),
+              UnorderedElementsAre("tandemtrim_plugin", "tandemtrim_view", "tandemtrim_model",
+                                   "tandemtrim_setting_info", "tandemtrim_margin_entry", "tandemtrim_values",
+                                   "Cups::Cups"));
+}
+
+TEST(Architecture, LinksTheHostWithNothingOfTheCore) {
+  const auto links = namesIn(HOST_LINKS);
+  for (const char* part : {"plugin", "view", "model", "setting_info", "margin_entry", "memory"})
+    EXPECT_THAT(links, testing::Not(testing::Contains(std::string("tandemtrim_") + part)));
+}
+
+TEST(Architecture, LinksTheRulesOfMarginEntryWithNothingButValues) {
+  EXPECT_THAT(namesIn(MARGIN_ENTRY_LINKS),
+              UnorderedElementsAre("tandemtrim_margin_entry", "tandemtrim_values"));
+}
+
+}  // namespace
+}  // namespace tandemtrim::test

@@ -1,0 +1,97 @@
+#include "host/cli/command_line_parser.hpp"
+
+#include <gmock/gmock.h>
+
+#include "tests/host/failure_matcher.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+CommandLine parse(const std::vector<std::string>& arguments) {
+  return std::get<CommandLine>(parseCommandLine(arguments));
+}
+
+TEST(ACommandLine, IsReadAsThatOfLp) {
+  const auto line = parse({"-h", "print.example:8631", "-dMorva/draft", "-n", "3", "-t", "Annual report",
+                           "-o", "landscape", "-o", "media=A4 MVTopMargin=5", "a.pdf", "-", "b.pdf"});
+  EXPECT_EQ(line.server, "print.example:8631");
+  EXPECT_EQ(line.printer, "Morva/draft");
+  EXPECT_EQ(line.title, "Annual report");
+  EXPECT_EQ(line.options,
+            (Options{{"copies", "3"}, {"landscape", "true"}, {"media", "A4"}, {"MVTopMargin", "5"}}));
+  EXPECT_THAT(line.files, ElementsAre("a.pdf", "-", "b.pdf"));
+}
+
+TEST(ACommandLine, LetsLaterOptionsReplaceEarlierOnes) {
+  EXPECT_EQ(parse({"-n", "2", "-o", "copies=5"}).options, (Options{{"copies", "5"}}));
+  EXPECT_EQ(parse({"-o", "copies=5", "-n", "2"}).options, (Options{{"copies", "2"}}));
+  EXPECT_EQ(parse({"-d", "One", "-d", "Two"}).printer, "Two");
+}
+
+TEST(ACommandLine, KeepsTheActsAtThePanelInTheirOrder) {
+  const auto line = parse(
+      {"--set", "Top=12", "--restore-defaults", "--set", "Valid=Off", "--restore-defaults", "--set=Left="});
+  EXPECT_EQ(line.inputs, (std::vector<Input>{{"Top", "12"},
+                                             {"RestoreDefault", std::nullopt},
+                                             {"Valid", "Off"},
+                                             {"RestoreDefault", std::nullopt},
+                                             {"Left", ""}}));
+}
+
+TEST(ACommandLine, TakesAFileAfterAnOptionAndAfterTwoDashes) {
+  EXPECT_THAT(parse({"-o", "landscape", "a.pdf"}).files, ElementsAre("a.pdf"));
+  EXPECT_THAT(parse({"--set", "Top=1", "a.pdf"}).files, ElementsAre("a.pdf"));
+  EXPECT_THAT(parse({"--", "-n"}).files, ElementsAre("-n"));
+}
+
+TEST(ACommandLine, TakesABracketedValueAsItStands) {
+  EXPECT_EQ(parse({"-o", "[a,b]"}).options, (Options{{"[a,b]", "true"}}));
+  EXPECT_EQ(parse({"--set", "Top=[1,2]"}).inputs, (std::vector<Input>{{"Top", "[1,2]"}}));
+}
+
+TEST(ACommandLine, HasASwitchForEveryWayOfWorking) {
+  const auto plain = parse({});
+  EXPECT_FALSE(plain.summary || plain.json || plain.force || plain.saveAsDefault || plain.withoutPanel ||
+               plain.verbose);
+  const auto line = parse({"--summary", "--json", "--force", "--save-as-default", "--without-panel",
+                           "--verbose", "--ppd", "morva.ppd", "--plugin", "/opt/TandemTrim.bundle"});
+  EXPECT_TRUE(line.summary && line.json && line.force && line.saveAsDefault && line.withoutPanel &&
+              line.verbose);
+  EXPECT_EQ(line.ppd, "morva.ppd");
+  EXPECT_EQ(line.plugin, "/opt/TandemTrim.bundle");
+}
+
+TEST(HelpAndVersion, AreShownInsteadOfWork) {
+  const auto help = std::get<Information>(parseCommandLine({"--help"})).text;
+  for (const char* option :
+       {"-h", "-d", "-n", "-t", "-o", "--set", "--restore-defaults", "--summary", "--json", "--force",
+        "--save-as-default", "--ppd", "--plugin", "--without-panel", "--verbose", "--version"}) {
+    EXPECT_THAT(help, HasSubstr(option));
+  }
+  EXPECT_THAT(std::get<Information>(parseCommandLine({"--version"})).text,
+              testing::StartsWith("tandem-trim "));
+}
+
+class AWrongCommandLine : public testing::TestWithParam<std::vector<std::string>> {};
+
+TEST_P(AWrongCommandLine, HasItsOwnExitStatus) {
+  const auto failure = failureOf([] { parse(GetParam()); });
+  EXPECT_EQ(failure.exitStatus(), kWrongCommandLine) << failure.what();
+}
+
+using Arguments = std::vector<std::string>;
+INSTANTIATE_TEST_SUITE_P(CommandLine, AWrongCommandLine,
+                         testing::Values(Arguments{"--unknown"}, Arguments{"-x"}, Arguments{"-o"},
+                                         Arguments{"-o", ""}, Arguments{"-o", "=5"}, Arguments{"-o", "a='b"},
+                                         Arguments{"-n", "0"}, Arguments{"-n", "two"}, Arguments{"-n", "1x"},
+                                         Arguments{"-n", "10000"}, Arguments{"-n"}, Arguments{"--set"},
+                                         Arguments{"--set", "Top"}, Arguments{"--set", "=12"},
+                                         Arguments{"--ppd"}, Arguments{"--plugin"}, Arguments{"-d"},
+                                         Arguments{"--summary=maybe"}));
+
+}  // namespace
+}  // namespace tandemtrim::host

@@ -1,0 +1,60 @@
+#include "host/cli/dialog_loader.hpp"
+
+#include <cstdlib>
+
+#include <gmock/gmock.h>
+
+namespace tandemtrim::host {
+namespace {
+
+class TheDialog : public testing::Test {
+ protected:
+  TheDialog() {
+    unsetenv("WAYLAND_DISPLAY");
+    setenv("DISPLAY", ":99", 1);
+    line.files = {"document.pdf"};
+  }
+  ~TheDialog() override { unsetenv("DISPLAY"); }
+
+  CommandLine line;
+};
+
+TEST_F(TheDialog, IsShownForFilesWhereThereIsAScreen) {
+  EXPECT_TRUE(wantsDialog(line));
+  setenv("DISPLAY", "", 1);
+  EXPECT_FALSE(wantsDialog(line));
+  setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+  EXPECT_TRUE(wantsDialog(line));
+  unsetenv("WAYLAND_DISPLAY");
+}
+
+TEST_F(TheDialog, IsNotShownWithoutFiles) {
+  line.files.clear();
+  EXPECT_FALSE(wantsDialog(line));
+}
+
+TEST_F(TheDialog, IsNotShownWhereTheCommandLineActsAtThePanelItself) {
+  line.inputs = {{"Top", "12"}};
+  EXPECT_FALSE(wantsDialog(line));
+}
+
+TEST_F(TheDialog, IsNotShownWhereTheCommandLineAsksForOutput) {
+  for (bool CommandLine::*option : {&CommandLine::summary, &CommandLine::json, &CommandLine::force,
+                                    &CommandLine::saveAsDefault, &CommandLine::withoutPanel}) {
+    auto asking = line;
+    asking.*option = true;
+    EXPECT_FALSE(wantsDialog(asking));
+  }
+}
+
+TEST_F(TheDialog, IsWhatTheCommandLineSaysInAnyCase) {
+  line.dialog = false;
+  EXPECT_FALSE(wantsDialog(line));
+  line.dialog = true;
+  line.summary = true;
+  unsetenv("DISPLAY");
+  EXPECT_TRUE(wantsDialog(line));
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

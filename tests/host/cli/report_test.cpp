@@ -1,0 +1,91 @@
+#include "host/cli/report.hpp"
+
+#include <cstdint>
+#include <limits>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace tandemtrim::host {
+namespace {
+
+using Kind = platform::PanelSetting::Kind;
+
+JobSettings sample() {
+  JobSettings settings;
+  settings.options = {{"media", "A4"}, {"MVTopMargin", "5"}, {"note", "two words"}};
+  settings.panel = PanelResult{
+      {{"Top margin", "5"}, {"Left margin", "3"}},
+      {{"MVTandemTrim", "Valid", "Use", Kind::onOff, {{"On", "Ein"}, {"Off", "Aus"}}, 0, 0, "", "On"},
+       {"MVTopMargin", "Top", "Top", Kind::number, {}, 0, 30, "mm", "5"}}};
+  return settings;
+}
+
+nlohmann::json jsonOf(const JobSettings& settings, const std::optional<std::string>& printer = "Morva",
+                      const std::optional<SentJob>& job = std::nullopt) {
+  std::ostringstream out;
+  showJson(out, printer, settings, job);
+  return nlohmann::json::parse(out.str());
+}
+
+TEST(TheJson, HoldsLimitsAsWideAsTheyCanBe) {
+  auto settings = sample();
+  settings.panel->settings[1].maximum = std::numeric_limits<std::int64_t>::max();
+  EXPECT_EQ(jsonOf(settings)["limits"]["Top"]["max"], std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(ASummary, ShowsATitleAndAValueALine) {
+  std::ostringstream out;
+  showSummary(out, sample());
+  EXPECT_EQ(out.str(), "Top margin: 5\nLeft margin: 3\n");
+}
+
+TEST(ASummary, OfAPrinterWithoutThePanelIsEmpty) {
+  std::ostringstream out;
+  showSummary(out, {{{"media", "A4"}}, std::nullopt});
+  EXPECT_EQ(out.str(), "");
+}
+
+TEST(ShownOptions, CanBePastedBehindLp) {
+  std::ostringstream out;
+  showOptions(out, sample().options);
+  EXPECT_EQ(out.str(), "-o media=A4\n-o MVTopMargin=5\n-o 'note=\"two words\"'\n");
+}
+
+TEST(TheJson, HoldsPrinterSettingsLimitsAndSummary) {
+  const auto json = jsonOf(sample());
+  EXPECT_EQ(json["printer"], "Morva");
+  EXPECT_EQ(json["settings"]["MVTopMargin"], "5");
+  EXPECT_EQ(json["settings"]["note"], "two words");
+  EXPECT_EQ(json["limits"]["Top"], nlohmann::json::parse(R"({"keyword":"MVTopMargin","min":0,"max":30})"));
+  EXPECT_EQ(json["limits"]["Valid"],
+            nlohmann::json::parse(R"({"keyword":"MVTandemTrim","choices":["On","Off"]})"));
+  EXPECT_EQ(
+      json["summary"],
+      nlohmann::json::parse(R"([{"title":"Top margin","value":"5"},{"title":"Left margin","value":"3"}])"));
+  EXPECT_FALSE(json.contains("job"));
+}
+
+TEST(TheJson, OfAPrinterWithoutThePanelHasNoLimitsAndNoSummary) {
+  const auto json = jsonOf({{}, std::nullopt}, std::nullopt);
+  EXPECT_TRUE(json["printer"].is_null());
+  EXPECT_EQ(json["settings"], nlohmann::json::object());
+  EXPECT_EQ(json["limits"], nlohmann::json::object());
+  EXPECT_EQ(json["summary"], nlohmann::json::array());
+}
+
+TEST(TheJson, TellsOfTheJob) {
+  const SentJob job{17, "Morva", 7, std::vector<std::string>{"note"}};
+  EXPECT_EQ(jsonOf(sample(), "Morva", job)["job"],
+            nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":6,"lost":["note"]})"));
+  const SentJob unknown{17, "Morva", 7, std::nullopt};
+  EXPECT_TRUE(jsonOf(sample(), "Morva", unknown)["job"]["confirmed"].is_null());
+}
+
+TEST(TheJson, SurvivesTextThatIsNotUtf8) {
+  EXPECT_EQ(jsonOf({{{"note", "caf\xE9"}}, std::nullopt})["settings"]["note"], "caf\xEF\xBF\xBD");
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

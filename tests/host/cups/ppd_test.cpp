@@ -1,0 +1,77 @@
+#include "host/cups/ppd.hpp"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include "tests/host/failure_matcher.hpp"
+#include "tests/support/temporary_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const std::string kHeader = "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n";
+
+class APpd : public testing::Test {
+ protected:
+  PpdHandle open(const std::string& text) const {
+    return openPpd(folder.write("test.ppd", text), "test.ppd");
+  }
+
+  test::TemporaryFolder folder;
+};
+
+TEST_F(APpd, NamesItsDialogExtensionsWithoutTheirFolders) {
+  const auto ppd = open(kHeader +
+                        "*APDialogExtension: \"/Library/Printers/Morva/TandemTrim.bundle\"\n"
+                        "*APDialogExtension: \"Other.bundle/\"\n*APDialogExtension: \"\"\n");
+  EXPECT_THAT(dialogExtensions(*ppd), ElementsAre("TandemTrim.bundle", "Other.bundle"));
+}
+
+TEST_F(APpd, IsReadFromItsBeginningByAnOpenFile) {
+  const auto path = folder.write("test.ppd", kHeader + "*APDialogExtension: \"TandemTrim.bundle\"\n");
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  lseek(file, 0, SEEK_END);
+  EXPECT_THAT(dialogExtensions(*readPpd(file, "test.ppd")), ElementsAre("TandemTrim.bundle"));
+  EXPECT_EQ(fcntl(file, F_GETFD), -1) << "it is still open";
+}
+
+TEST_F(APpd, NamesNoFolderOutsideThoseOfPlugInsAsADialogExtension) {
+  const auto ppd = open(kHeader +
+                        "*APDialogExtension: \"..\"\n*APDialogExtension: \"/Library/..\"\n"
+                        "*APDialogExtension: \"./\"\n*APDialogExtension: \"../\"\n");
+  EXPECT_THAT(dialogExtensions(*ppd), IsEmpty());
+}
+
+TEST_F(APpd, WithoutDialogExtensionNamesNone) { EXPECT_THAT(dialogExtensions(*open(kHeader)), IsEmpty()); }
+
+TEST_F(APpd, GivesItsOwnSpellingOfAKeyword) {
+  const auto ppd =
+      open(kHeader + "*OpenUI *MVTopMargin/Top: PickOne\n*MVTopMargin 5/5: \"\"\n*CloseUI: *MVTopMargin\n");
+  EXPECT_EQ(keywordAsSpelled(*ppd, "mvTOPmargin"), "MVTopMargin");
+  EXPECT_EQ(keywordAsSpelled(*ppd, "media"), "media");
+}
+
+TEST_F(APpd, ThatIsMalformedIsRefusedWithItsLine) {
+  const auto failure = failureOf([&] { open(kHeader + "*OpenGroup: A/One\n*OpenGroup: B/Two\n"); });
+  EXPECT_EQ(failure.exitStatus(), kFailed);
+  EXPECT_THAT(failure.what(), AllOf(HasSubstr("test.ppd"), HasSubstr("line 4")));
+}
+
+TEST_F(APpd, ThatIsNoPpdIsRefusedWithItsLine) {
+  EXPECT_THAT(failureOf([&] { open("hello\n"); }).what(), HasSubstr("line 1"));
+}
+
+TEST_F(APpd, ThatIsMissingOrAFolderIsRefused) {
+  EXPECT_THAT(failureOf([] { openPpd("/nowhere.ppd", "/nowhere.ppd"); }).what(), HasSubstr("/nowhere.ppd"));
+  EXPECT_THAT(failureOf([&] { openPpd(folder.path().string(), "it"); }).what(), HasSubstr("folder"));
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

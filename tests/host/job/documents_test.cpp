@@ -1,0 +1,90 @@
+#include "host/job/documents.hpp"
+
+#include <fstream>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "tests/host/failure_matcher.hpp"
+#include "tests/support/temporary_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::HasSubstr;
+
+std::string contentOf(Document& document) {
+  std::string content;
+  document.read([&](std::span<const char> piece) {
+    content.append(piece.data(), piece.size());
+    return true;
+  });
+  return content;
+}
+
+TEST(ADocument, HandsOverTheWholeFile) {
+  const test::TemporaryFolder folder;
+  const std::string text(200'001, 'x');
+  Document document(folder.write("some folder/report.pdf", text));
+  EXPECT_EQ(document.name(), "report.pdf");
+  EXPECT_EQ(document.size(), text.size());
+  EXPECT_EQ(contentOf(document), text);
+}
+
+TEST(ADocument, StopsWhenItsReaderStops) {
+  const test::TemporaryFolder folder;
+  Document document(folder.write("report.pdf", std::string(200'000, 'x')));
+  int pieces = 0;
+  EXPECT_FALSE(document.read([&](std::span<const char>) { return ++pieces < 2; }));
+  EXPECT_EQ(pieces, 2);
+}
+
+TEST(ADocument, ThatIsMissingUnreadableOrEmptyIsRefusedByName) {
+  const test::TemporaryFolder folder;
+  for (const auto& file :
+       {std::string("/nowhere.pdf"), folder.path().string(), folder.write("empty.pdf", "")}) {
+    const auto failure = failureOf([&] { const Document document(file); });
+    EXPECT_EQ(failure.exitStatus(), kFailed);
+    EXPECT_THAT(failure.what(), HasSubstr(std::filesystem::path(file).filename().string()));
+  }
+}
+
+TEST(ADocument, IsReadAgainAsItWasOpened) {
+  const test::TemporaryFolder folder;
+  const std::string text(200'001, 'x');
+  const auto file = folder.write("report.pdf", text);
+  Document document(file);
+  document.read([](auto) { return false; });
+  std::filesystem::remove(file);
+  EXPECT_EQ(contentOf(document), text);
+  EXPECT_EQ(contentOf(document), text);
+}
+
+TEST(ADocument, ThatComesThroughAPipeIsKept) {
+  const test::TemporaryFolder folder;
+  const auto file = (folder.path() / "pipe").string();
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  const std::string text(200'001, 'x');
+  std::thread writer([&] { std::ofstream(file) << text; });
+  Document document(file);
+  EXPECT_EQ(document.size(), std::nullopt);
+  document.keep();
+  writer.join();
+  EXPECT_EQ(document.size(), text.size());
+  EXPECT_EQ(document.name(), "pipe");
+  EXPECT_EQ(contentOf(document), text);
+  EXPECT_EQ(contentOf(document), text);
+}
+
+TEST(Documents, AreOpenedInTheirOrder) {
+  const test::TemporaryFolder folder;
+  const auto documents = openDocuments({folder.write("a.pdf", "a"), folder.write("b.pdf", "b")});
+  ASSERT_EQ(documents.size(), 2U);
+  EXPECT_EQ(documents[0].name(), "a.pdf");
+  EXPECT_EQ(documents[1].name(), "b.pdf");
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

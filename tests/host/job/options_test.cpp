@@ -1,0 +1,102 @@
+#include "host/job/options.hpp"
+
+#include <gmock/gmock.h>
+
+#include "tests/host/failure_matcher.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::HasSubstr;
+using testing::UnorderedElementsAreArray;
+
+struct Reading {
+  std::string text;
+  Options options;
+};
+
+class AnOptionText : public testing::TestWithParam<Reading> {};
+
+TEST_P(AnOptionText, IsReadAsLpReadsIt) {
+  EXPECT_THAT(parseOptions(GetParam().text), UnorderedElementsAreArray(GetParam().options));
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, AnOptionText,
+                         testing::Values(Reading{"MVTopMargin=5", {{"MVTopMargin", "5"}}},
+                                         Reading{"landscape", {{"landscape", "true"}}},
+                                         Reading{"nocollate", {{"collate", "false"}}},
+                                         Reading{"a=1 b=2  c", {{"a", "1"}, {"b", "2"}, {"c", "true"}}},
+                                         Reading{" a='two words'", {{"a", "two words"}}},
+                                         Reading{"a=\"it's\"", {{"a", "it's"}}}, Reading{"a=", {{"a", ""}}},
+                                         Reading{"a=b\\ c", {{"a", "b c"}}},
+                                         Reading{"page-ranges=1-4,7", {{"page-ranges", "1-4,7"}}},
+                                         Reading{"a={b=1 c=2}", {{"a", "{b=1 c=2}"}}},
+                                         Reading{"{a=1 b=2}", {{"a", "1"}, {"b", "2"}}},
+                                         Reading{"a=1 A=2", {{"a", "2"}}}));
+
+class AMalformedOptionText : public testing::TestWithParam<std::string> {};
+
+TEST_P(AMalformedOptionText, IsAWrongCommandLine) {
+  const auto failure = failureOf([] { parseOptions(GetParam()); });
+  EXPECT_EQ(failure.exitStatus(), kWrongCommandLine);
+  EXPECT_THAT(failure.what(), HasSubstr("\"" + GetParam() + "\""));
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, AMalformedOptionText,
+                         testing::Values("", " ", "=5", "a=1 =2", "a='b", "a=\"b c", "a={b=1", "a=,'b", "no",
+                                         "{}", "a='it\\'"));
+
+TEST(SettingAnOption, ReplacesAnEarlierOneWhateverItsLetterCase) {
+  Options options{{"media", "A4"}, {"copies", "2"}};
+  setOption(options, {"Media", "A5"});
+  setOption(options, {"sides", "one-sided"});
+  EXPECT_EQ(options, (Options{{"Media", "A5"}, {"copies", "2"}, {"sides", "one-sided"}}));
+}
+
+class AnOptionsText : public testing::TestWithParam<std::string> {};
+
+TEST_P(AnOptionsText, IsReadBackAsTheSameValue) {
+  const Option option{"keyword", GetParam()};
+  EXPECT_EQ(parseOptions(optionText(option)), Options{option});
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, AnOptionsText,
+                         testing::Values("5", "", "two words", "it's", "say \"hi\"", "back\\slash", "a,b",
+                                         "{brace}", "=", "line\nbreak", "true", "\xC3\xA4", "$HOME `x`"));
+
+TEST(AnOptionText, IsQuotedOnlyWhereItHasToBe) {
+  EXPECT_EQ(optionText({"MVTopMargin", "5"}), "MVTopMargin=5");
+  EXPECT_EQ(optionText({"a", "b c"}), "a=\"b c\"");
+}
+
+TEST(AShellWord, IsOneWordForAShell) {
+  EXPECT_EQ(shellWord("MVTopMargin=5"), "MVTopMargin=5");
+  EXPECT_EQ(shellWord("a=\"b c\""), "'a=\"b c\"'");
+  EXPECT_EQ(shellWord("it's $HOME"), "'it'\\''s $HOME'");
+  EXPECT_EQ(shellWord(""), "''");
+}
+
+TEST(AValueThatCupsWouldLose, IsRefusedByItsKeyword) {
+  for (const std::string& value : {std::string("{a=1}"), std::string("one\rtwo"), std::string(32768, 'x')}) {
+    const auto failure = failureOf([&] { refuseLossyValues({{"fine", "1"}, {"note", value}}); });
+    EXPECT_EQ(failure.exitStatus(), kFailed);
+    EXPECT_THAT(failure.what(), HasSubstr("note"));
+    EXPECT_THAT(failure.what(), HasSubstr("nothing was sent"));
+  }
+}
+
+TEST(AValueThatCupsCarries, IsNotRefused) {
+  EXPECT_NO_THROW(
+      refuseLossyValues({{"a", "x{y}"}, {"b", std::string(32767, 'x')}, {"c", "one\ntwo"}, {"d", ""}}));
+}
+
+TEST(AnOptionList, HoldsWhatTheOptionsHold) {
+  const OptionList list({{"b", "2"}, {"a", "1"}});
+  EXPECT_EQ(list.count(), 2);
+  EXPECT_STREQ(cupsGetOption("a", list.count(), list.get()), "1");
+  EXPECT_STREQ(cupsGetOption("b", list.count(), list.get()), "2");
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

@@ -1,0 +1,153 @@
+#include "host/panel/job_settings.hpp"
+
+#include <gmock/gmock.h>
+
+#include "host/cups/ppd.hpp"
+#include "tests/host/failure_matcher.hpp"
+#include "tests/host/panel/fake_bundle.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class JobSettingsOf : public testing::Test {
+ protected:
+  PpdHandle ppd(const std::string& extension) const {
+    const std::string attribute = extension.empty() ? "" : "*APDialogExtension: \"" + extension + "\"\n";
+    return openPpd(folder.write("test.ppd", "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n" + attribute),
+                   "test.ppd");
+  }
+  JobSettings settle(ppd_file_t* openPpd, const Options& starting) {
+    return settleSettings(line, "Morva", openPpd, starting,
+                          [this](const std::string& note) { notes.push_back(note); });
+  }
+
+  test::TemporaryFolder folder;
+  CommandLine line;
+  std::vector<std::string> notes;
+};
+
+TEST_F(JobSettingsOf, APrinterWithThePanelHoldForeignAndPanelOptions) {
+  line.plugin = writeBundle(folder, "Fake.bundle");
+  line.inputs = {{"Top", "9"}};
+  const auto file = ppd("/Library/Printers/Morva/Fake.bundle");
+  const auto settings = settle(file.get(), {{"media", "A4"}, {"FakePosition", "Right"}});
+  EXPECT_EQ(settings.options,
+            (Options{{"media", "A4"}, {"FakePosition", "Right"}, {"FakeOn", "On"}, {"FakeTop", "9"}}));
+  EXPECT_TRUE(settings.panel);
+}
+
+TEST_F(JobSettingsOf, APrinterWhosePpdNamesTheBundleComeFromAFolderOfBundles) {
+  writeBundle(folder, "Other.bundle", {"MakesNone", ""});
+  writeBundle(folder, "Fake.bundle");
+  line.plugin = folder.path().string();
+  EXPECT_TRUE(settle(ppd("Fake.bundle/").get(), {}).panel);
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutPpdAreNoted) {
+  line.plugin = writeBundle(folder, "Fake.bundle");
+  EXPECT_TRUE(settle(nullptr, {}).panel);
+  EXPECT_THAT(notes, ElementsAre(AllOf(HasSubstr("Morva has no PPD"), HasSubstr("may not know"))));
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
+  line.files = {"document.pdf"};
+  writeBundle(folder, "Fake.bundle");
+  line.plugin = folder.path().string();
+  const auto settings = settle(ppd("").get(), {{"FakeTop", "9"}, {"media", "A4"}, {"fakeON", "On"}});
+  EXPECT_EQ(settings.options, (Options{{"media", "A4"}}));
+  EXPECT_FALSE(settings.panel);
+  EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("fakeON=On")));
+}
+
+TEST_F(JobSettingsOf, APrinterAreAsTheyAreGivenWhereNoPanelIsInstalled) {
+  line.files = {"document.pdf"};
+  line.plugin = folder.path().string();
+  for (const auto& opened : {ppd(""), PpdHandle()}) {
+    EXPECT_EQ(settle(opened.get(), {{"FakeTop", "9"}}).options, (Options{{"FakeTop", "9"}}));
+    EXPECT_THAT(notes, IsEmpty());
+  }
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutPpdComeFromTheOnlyPanel) {
+  writeBundle(folder, "Fake.bundle");
+  line.plugin = folder.path().string();
+  EXPECT_TRUE(settle(nullptr, {}).panel);
+  writeBundle(folder, "Other.bundle");
+  EXPECT_FALSE(settle(nullptr, {}).panel);
+  EXPECT_THAT(notes.back(), HasSubstr("--plugin"));
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutThePanelNeedNoPlugin) {
+  line.plugin = folder.path().string();
+  line.files = {"document.pdf"};
+  EXPECT_EQ(settle(ppd("").get(), {{"media", "A4"}}).options, (Options{{"media", "A4"}}));
+  EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutThePanelAreNotedToWhoeverOnlyLooks) {
+  settle(ppd("").get(), {});
+  EXPECT_THAT(notes, ElementsAre(HasSubstr("Morva has no panel")));
+}
+
+TEST_F(JobSettingsOf, APrinterWithThePanelTakeItsKeywordsInAnySpelling) {
+  line.plugin = writeBundle(folder, "Fake.bundle");
+  const auto settings = settle(
+      nullptr, {{"faketop", "3"}, {"FAKEposition", "Left"}, {"FakePosition", "Right"}, {"mEdia", "A4"}});
+  EXPECT_THAT(settings.options,
+              testing::IsSupersetOf(Options{{"FakeTop", "3"}, {"FakePosition", "Right"}, {"mEdia", "A4"}}));
+  EXPECT_EQ(settings.options.size(), 4U);
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutThePanelTakeNoInput) {
+  line.inputs = {{"Top", "9"}};
+  const auto failure = failureOf([&] { settle(ppd("").get(), {}); });
+  EXPECT_EQ(failure.exitStatus(), kFailed);
+  EXPECT_THAT(failure.what(), AllOf(HasSubstr("Morva has no panel"), HasSubstr("--set")));
+}
+
+TEST_F(JobSettingsOf, APrinterWhosePluginIsMissingAreRefused) {
+  line.plugin = folder.path().string();
+  const auto failure = failureOf([&] { settle(ppd("Fake.bundle").get(), {}); });
+  EXPECT_EQ(failure.exitStatus(), kFailed);
+  EXPECT_THAT(failure.what(),
+              AllOf(HasSubstr("Fake.bundle"), HasSubstr("--without-panel"), HasSubstr("nothing was sent")));
+}
+
+TEST_F(JobSettingsOf, APrinterWhosePluginBreaksMidwayAreAsTheyStartedWithoutThePanel) {
+  line.plugin = writeBundle(folder, "Fake.bundle", {"FakePrincipal", "summaryInfo raises"});
+  line.withoutPanel = true;
+  const Options starting{{"media", "A4"}};
+  const auto settings = settle(ppd("Fake.bundle").get(), starting);
+  EXPECT_EQ(settings.options, starting);
+  EXPECT_FALSE(settings.panel);
+  EXPECT_THAT(notes, ElementsAre(AllOf(HasSubstr("not available"), HasSubstr("broken on purpose"))));
+}
+
+TEST_F(JobSettingsOf, APrinterWhosePanelWorksUseItEvenIfTheyCouldDoWithout) {
+  line.plugin = writeBundle(folder, "Fake.bundle");
+  line.withoutPanel = true;
+  EXPECT_TRUE(settle(ppd("Fake.bundle").get(), {}).panel);
+}
+
+TEST_F(JobSettingsOf, APrinterWithoutItsPluginTakeNoInput) {
+  line.plugin = folder.path().string();
+  line.withoutPanel = true;
+  line.inputs = {{"Top", "9"}};
+  EXPECT_THAT(failureOf([&] { settle(ppd("Fake.bundle").get(), {}); }).what(), HasSubstr("need the panel"));
+}
+
+TEST_F(JobSettingsOf, APrinterAreRefusedForAWrongInputEvenWithoutPanel) {
+  line.plugin = writeBundle(folder, "Fake.bundle");
+  line.withoutPanel = true;
+  line.inputs = {{"Middle", "9"}};
+  EXPECT_EQ(failureOf([&] { settle(ppd("Fake.bundle").get(), {}); }).exitStatus(), kWrongCommandLine);
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

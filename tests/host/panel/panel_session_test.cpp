@@ -1,0 +1,248 @@
+#include "host/panel/panel_session.hpp"
+
+#include <gmock/gmock.h>
+
+#include "adapters/linux/print_settings.hpp"
+#include "tests/host/failure_matcher.hpp"
+#include "tests/host/panel/fake_bundle.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+const Note quiet = [](const std::string&) {};
+using testing::IsEmpty;
+
+class APanelSession : public testing::Test {
+ protected:
+  PanelResult play(const std::vector<Input>& inputs, bool force = false, const std::string& behaviour = "") {
+    const auto bundle = writeBundle(folder_, behaviour.empty() ? "Fake.bundle" : "Broken.bundle",
+                                    {"FakePrincipal", behaviour});
+    return playPanel(openBundle(bundle, quiet), settings, nullptr, inputs, force,
+                     [this](const std::string& note) { notes.push_back(note); });
+  }
+  void store(const std::string& keyword, const std::string& value) {
+    settings.PMPrintSettingsSetValue(keyword, value, false);
+  }
+  std::optional<std::string> stored(const std::string& keyword) const {
+    std::optional<std::string> value;
+    settings.PMPrintSettingsGetValue(keyword, value);
+    return value;
+  }
+
+  platform::linux::PrintSettings settings;
+  std::vector<std::string> notes;
+
+ private:
+  test::TemporaryFolder folder_;
+};
+
+TEST_F(APanelSession, WithoutInputsSavesTheDefaults) {
+  play({});
+  EXPECT_EQ(stored("FakeOn"), "On");
+  EXPECT_EQ(stored("FakePosition"), "Left");
+  EXPECT_EQ(stored("FakeTop"), "5");
+  EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST_F(APanelSession, SavesWhatThePersonSet) {
+  play({{"Top", "12"}, {"Position", "Right"}});
+  EXPECT_EQ(stored("FakeTop"), "12");
+  EXPECT_EQ(stored("FakePosition"), "Right");
+}
+
+TEST_F(APanelSession, ObeysTheInputsInTheirOrder) {
+  play({{"Top", "12"}, {"RestoreDefault", std::nullopt}, {"Position", "Right"}});
+  EXPECT_EQ(stored("FakeTop"), "5");
+  EXPECT_EQ(stored("FakePosition"), "Right");
+}
+
+TEST_F(APanelSession, ClicksTheSwitchOnlyWhenItsStateDiffers) {
+  play({{"Valid", "On"}});
+  EXPECT_EQ(stored("FakeOn"), "On");
+  play({{"Valid", "Off"}});
+  EXPECT_EQ(stored("FakeOn"), "Off");
+}
+
+TEST_F(APanelSession, NotesWhatThePanelCorrected) {
+  play({{"Top", "99"}});
+  EXPECT_EQ(stored("FakeTop"), "20");
+  EXPECT_THAT(notes, ElementsAre(AllOf(HasSubstr("Top"), HasSubstr("\"99\""), HasSubstr(" 20 "),
+                                       HasSubstr("0 to 20"))));
+}
+
+TEST_F(APanelSession, GivesTheSettingsAsTheyAreSaved) {
+  const auto result = play({{"Top", "12"}});
+  ASSERT_EQ(result.settings.size(), 3U);
+  EXPECT_EQ(result.settings[0].keyword, "FakeOn");
+  EXPECT_EQ(result.settings[1].choices[1].value, "Right");
+  EXPECT_EQ(result.settings[2].name, "Top");
+  EXPECT_EQ(result.settings[2].maximum, 20);
+  EXPECT_EQ(result.settings[2].value, "12");
+}
+
+TEST_F(APanelSession, GivesTheSummaryInDisplayOrder) {
+  const auto rows = play({{"Top", "8"}}).summary;
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0].title, "Upper");
+  EXPECT_EQ(rows[0].value, "8");
+  EXPECT_EQ(rows[1].title, "Place");
+}
+
+TEST_F(APanelSession, GivesEveryRowOfASummaryWithoutAnOrder) {
+  EXPECT_EQ(play({{"Valid", "Off"}}).summary.size(), 2U);
+}
+
+struct WrongInput {
+  Input input;
+  std::string named;
+};
+
+class AWrongInput : public APanelSession, public testing::WithParamInterface<WrongInput> {};
+
+TEST_P(AWrongInput, IsAWrongCommandLineThatNamesWhatThereIs) {
+  const auto failure = failureOf([&] { play({GetParam().input}); });
+  EXPECT_EQ(failure.exitStatus(), kWrongCommandLine);
+  EXPECT_THAT(failure.what(), HasSubstr(GetParam().named));
+}
+
+INSTANTIATE_TEST_SUITE_P(Inputs, AWrongInput,
+                         testing::Values(WrongInput{{"Middle", "1"}, "Valid, Position, Top"},
+                                         WrongInput{{"top", "1"}, "Valid, Position, Top"},
+                                         WrongInput{{"RestoreDefault", "1"}, "Valid, Position, Top"},
+                                         WrongInput{{"Position", "Links"}, "Left, Right"},
+                                         WrongInput{{"Position", ""}, "Left, Right"},
+                                         WrongInput{{"Valid", "on"}, "On, Off"},
+                                         WrongInput{{"Press", std::nullopt}, "no such button"}));
+
+class AGreyedControl : public APanelSession, public testing::WithParamInterface<Input> {};
+
+TEST_P(AGreyedControl, RefusesAndTellsHowToTurnThePanelOn) {
+  store("FakeOn", "Off");
+  const auto failure = failureOf([&] { play({GetParam()}); });
+  EXPECT_EQ(failure.exitStatus(), kFailed);
+  EXPECT_THAT(failure.what(),
+              AllOf(HasSubstr("off"), HasSubstr("--set Valid=On"), HasSubstr("nothing was sent")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Inputs, AGreyedControl,
+                         testing::Values(Input{"Top", "1"}, Input{"Position", "Right"},
+                                         Input{"RestoreDefault", std::nullopt}));
+
+TEST_F(APanelSession, TakesInputAfterTheSwitchWasTurnedOn) {
+  store("FakeOn", "Off");
+  play({{"Valid", "On"}, {"Top", "3"}});
+  EXPECT_EQ(stored("FakeTop"), "3");
+}
+
+struct Illegal {
+  std::string keyword;
+  std::string value;
+  std::string allowed;
+  std::string remedy;
+};
+
+class AnIllegalStoredValue : public APanelSession, public testing::WithParamInterface<Illegal> {};
+
+TEST_P(AnIllegalStoredValue, IsRefusedWithValueLimitAndRemedy) {
+  const auto& [keyword, value, allowed, remedy] = GetParam();
+  store(keyword, value);
+  const auto failure = failureOf([&] { play({}); });
+  EXPECT_EQ(failure.exitStatus(), kFailed);
+  EXPECT_THAT(failure.what(), AllOf(HasSubstr(keyword + "=" + value), HasSubstr(allowed), HasSubstr(remedy),
+                                    HasSubstr("--force"), HasSubstr("nothing was sent")));
+}
+
+TEST_P(AnIllegalStoredValue, GoesThroughAsItStandsWhenForced) {
+  store(GetParam().keyword, GetParam().value);
+  play({}, true);
+  EXPECT_EQ(stored(GetParam().keyword), GetParam().value);
+  EXPECT_THAT(notes, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, AnIllegalStoredValue,
+                         testing::Values(Illegal{"FakeTop", "25", "0 to 20", "-o FakeTop=20 or --set Top=20"},
+                                         Illegal{"FakeTop", "abc", "0 to 20", "-o FakeTop=0"},
+                                         Illegal{"FakePosition", "Middle", "Left, Right",
+                                                 "-o FakePosition=Left"},
+                                         Illegal{"FakeOn", "on", "On, Off", "-o FakeOn=On"}));
+
+TEST_F(APanelSession, RefusesAStoredValueWhateverItHoldsAndShowsItsBeginningOnOneLine) {
+  const std::pair<std::string, std::string> values[] = {
+      {"gtk-ignore-value", "FakeTop=gtk-ignore-value is"},
+      {"$(reboot) `id`", "FakeTop=$(reboot) `id` is"},
+      {"\x1B]0;title\a\n12", "FakeTop=\uFFFD]0;title\uFFFD\uFFFD12 is"},
+      {std::string(1 << 20, '5'), "FakeTop=" + std::string(200, '5') + "... is"}};
+  for (const auto& [value, words] : values) {
+    store("FakeTop", value);
+    EXPECT_THAT(failureOf([&] { play({}); }).what(), HasSubstr(words));
+  }
+}
+
+TEST_F(APanelSession, SuggestsNoControlThatIsGreyed) {
+  store("FakeOn", "Off");
+  store("FakeTop", "25");
+  EXPECT_THAT(failureOf([&] { play({}); }).what(), testing::Not(HasSubstr("--set")));
+}
+
+TEST_F(APanelSession, JudgesASettingThatThePersonSetByItsNewValue) {
+  store("FakeTop", "25");
+  store("FakePosition", "Middle");
+  play({{"Top", "7"}, {"Position", "Right"}});
+  EXPECT_EQ(stored("FakeTop"), "7");
+  EXPECT_EQ(stored("FakePosition"), "Right");
+}
+
+TEST_F(APanelSession, JudgesRestoredSettingsByTheirDefaults) {
+  store("FakeTop", "25");
+  store("FakePosition", "Middle");
+  play({{"RestoreDefault", std::nullopt}});
+  EXPECT_EQ(stored("FakeTop"), "5");
+}
+
+TEST_F(APanelSession, ForcesOnlyWhatThePersonLeftAlone) {
+  store("FakeTop", "25");
+  store("FakePosition", "Middle");
+  play({{"Top", "7"}}, true);
+  EXPECT_EQ(stored("FakeTop"), "7");
+  EXPECT_EQ(stored("FakePosition"), "Middle");
+}
+
+TEST_F(APanelSession, RefusesANewValueThatThePanelLetThrough) {
+  EXPECT_THAT(failureOf([&] { play({{"Top", "21"}}); }).what(), HasSubstr("FakeTop=21"));
+}
+
+TEST_F(APanelSession, NamesASettingThatThePanelSavedAsAbsent) {
+  play({{"Top", "7"}}, false, "saveValuesAndReturnError absent");
+  EXPECT_EQ(stored("FakeTop"), std::nullopt);
+  EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop")));
+}
+
+TEST_F(APanelSession, KeepsWhatNobodyEditedThoughThePanelSavesNoValue) {
+  play({{"Position", "Right"}}, false, "saveValuesAndReturnError absent");
+  EXPECT_EQ(stored("FakeTop"), "5");
+  EXPECT_EQ(stored("FakePosition"), "Right");
+}
+
+TEST_F(APanelSession, NamesTheStoredValuesThatAreNotAllowedAndLeavesThemAlone) {
+  store("FakeTop", "35");
+  store("FakePosition", "Right");
+  const test::TemporaryFolder folder;
+  const PanelSession session(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule, settings,
+                             nullptr);
+  const auto illegal = illegalValues(session.settings());
+  ASSERT_EQ(illegal.size(), 1U);
+  EXPECT_EQ(illegal[0].setting.title, "Upper");
+  EXPECT_EQ(illegal[0].setting.keyword, "FakeTop");
+  EXPECT_EQ(illegal[0].setting.value, "35");
+  EXPECT_EQ(illegal[0].setting.maximum, 20);
+  EXPECT_EQ(illegal[0].suggested, "20");
+  EXPECT_EQ(stored("FakeTop"), "35");
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

@@ -1,0 +1,109 @@
+#include "host/panel/plugin_loader.hpp"
+
+#include <gmock/gmock.h>
+
+#include "adapters/linux/print_settings.hpp"
+#include "host/panel/panel_session.hpp"
+#include "tests/host/failure_matcher.hpp"
+#include "tests/host/panel/fake_bundle.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::FakeBundle;
+using testing::HasSubstr;
+
+const Note quiet = [](const std::string&) {};
+
+// Loads the bundle's plug-in and plays its panel through.
+void play(const std::string& bundle) {
+  platform::linux::PrintSettings settings;
+  playPanel(openBundle(bundle, quiet), settings, nullptr, {{"Valid", "On"}, {"Top", "7"}}, false,
+            [](const std::string&) {});
+}
+
+PluginFailure pluginFailureOf(const std::string& bundle) {
+  try {
+    play(bundle);
+  } catch (const PluginFailure& failure) {
+    return failure;
+  }
+  ADD_FAILURE() << "the plug-in did not fail";
+  return PluginFailure("");
+}
+
+TEST(APlugin, ThatWorksPlaysItsPanel) {
+  const test::TemporaryFolder folder;
+  EXPECT_NO_THROW(play(writeBundle(folder, "Fake.bundle")));
+}
+
+struct Broken {
+  std::string name;
+  FakeBundle bundle;
+  std::string reason;
+};
+
+class ABrokenPlugin : public testing::TestWithParam<Broken> {};
+
+TEST_P(ABrokenPlugin, IsReportedWithItsReason) {
+  const test::TemporaryFolder folder;
+  const auto path = writeBundle(folder, "Fake.bundle", GetParam().bundle);
+  const auto failure = pluginFailureOf(path);
+  EXPECT_THAT(failure.what(), HasSubstr(path));
+  EXPECT_THAT(failure.what(), HasSubstr(GetParam().reason));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Plugins, ABrokenPlugin,
+    testing::Values(Broken{"NoModule", {"FakePrincipal", "", false}, "TandemTrim-memory"},
+                    Broken{"NoPrincipalClass", {"", ""}, "NSPrincipalClass"},
+                    Broken{"NoSymbol", {"NotExported", ""}, "does not export NotExported"},
+                    Broken{"NoneMade", {"MakesNone", ""}, "MakesNone made no plug-in"},
+                    Broken{
+                        "BundleRefused", {"FakePrincipal", "initWithBundle false"}, "refuses its own bundle"},
+                    Broken{"NoList", {"FakePrincipal", "PDEPanelsForType none"}, "no panel"},
+                    Broken{"EmptyList", {"FakePrincipal", "PDEPanelsForType empty"}, "no panel"},
+                    Broken{"NullPanel", {"FakePrincipal", "PDEPanelsForType null-panel"}, "no panel"},
+                    Broken{"NoView", {"FakePrincipal", "panelView none"}, "view could not be loaded"},
+                    Broken{"AnotherView", {"FakePrincipal", "panelView other"}, "needs a screen"},
+                    Broken{"SaveFails",
+                           {"FakePrincipal", "saveValuesAndReturnError false"},
+                           "the disk of the fake is full"}),
+    [](const auto& tested) { return tested.param.name; });
+
+class ARaisingPlugin : public testing::TestWithParam<std::string> {};
+
+TEST_P(ARaisingPlugin, IsReportedWithWhatItRaised) {
+  const test::TemporaryFolder folder;
+  const auto failure =
+      pluginFailureOf(writeBundle(folder, "Standard.bundle", {"FakePrincipal", GetParam() + " raises"}));
+  EXPECT_THAT(failure.what(), HasSubstr("broken on purpose"));
+  const auto other =
+      pluginFailureOf(writeBundle(folder, "Other.bundle", {"FakePrincipal", GetParam() + " raises-int"}));
+  EXPECT_THAT(other.what(), HasSubstr("for a reason that it does not tell"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Plugins, ARaisingPlugin,
+                         testing::Values("initWithBundle", "PDEPanelsForType", "supportedPPDOptionKeys",
+                                         "panelView", "settings", "willShow", "type",
+                                         "saveValuesAndReturnError", "summaryInfo"),
+                         [](const auto& tested) { return tested.param; });
+
+TEST(APluginWithoutAPanel, IsReportedWithThePropertyListsThatCannotBeRead) {
+  const test::TemporaryFolder folder;
+  const auto path = writeBundle(folder, "Fake.bundle", {"FakePrincipal", "PDEPanelsForType none"});
+  EXPECT_THAT(pluginFailureOf(path).what(), HasSubstr("its setting information may be missing"));
+  const auto binary = folder.write("Fake.bundle/Contents/Resources/A.plist", "bplist00");
+  const auto broken = folder.write("Fake.bundle/Contents/Resources/B.plist", "<plist>\n");
+  EXPECT_THAT(pluginFailureOf(path).what(),
+              testing::EndsWith("no panel for the print dialog; " + binary +
+                                ": a property list in binary form; only XML is read; " + broken +
+                                ":2: not the form of an XML property list"));
+}
+
+TEST(AMissingBundle, IsReported) {
+  EXPECT_THAT(pluginFailureOf("/nowhere/Fake.bundle").what(), HasSubstr("/nowhere/Fake.bundle"));
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

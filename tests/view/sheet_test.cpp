@@ -1,0 +1,92 @@
+#include "view/sheet.hpp"
+
+#include <numeric>
+#include <ostream>
+
+#include <gtest/gtest.h>
+
+namespace tandemtrim::platform::gtk {
+namespace {
+
+constexpr double kWidth = 190;
+constexpr double kHeight = 236;
+
+double area(const Rectangle& rectangle) { return rectangle.width * rectangle.height; }
+
+TEST(SheetLayout, IsToScaleOfThePaper) {
+  for (const auto& [width, height] :
+       {std::pair{210.0, 297.0}, std::pair{297.0, 210.0}, std::pair{89.0, 89.0}, std::pair{2000.0, 20.0}}) {
+    const auto layout = layOut({.width = width, .height = height}, kWidth, kHeight);
+    EXPECT_NEAR(layout.paper.width / layout.paper.height, width / height, 1e-9);
+    EXPECT_NEAR(layout.paper.x + layout.paper.width / 2, kWidth / 2, 1e-9);
+    EXPECT_GE(layout.paper.x, 0);
+    EXPECT_LE(layout.paper.y + layout.paper.height, kHeight);
+  }
+}
+
+TEST(SheetLayout, GivesEachMarginItsShareOfThePaper) {
+  const auto layout = layOut({.width = 200, .height = 400, .top = 40, .bottom = 20, .left = 10, .right = 50},
+                             kWidth, kHeight);
+  const auto& [top, bottom, left, right] = layout.margins;
+  EXPECT_NEAR(top.height / layout.paper.height, 0.1, 1e-9);
+  EXPECT_NEAR(bottom.height / layout.paper.height, 0.05, 1e-9);
+  EXPECT_NEAR(left.width / layout.paper.width, 0.05, 1e-9);
+  EXPECT_NEAR(right.width / layout.paper.width, 0.25, 1e-9);
+  EXPECT_EQ(top.y, layout.paper.y);
+  EXPECT_NEAR(bottom.y + bottom.height, layout.paper.y + layout.paper.height, 1e-9);
+  EXPECT_EQ(left.x, layout.paper.x);
+  EXPECT_NEAR(right.x + right.width, layout.paper.x + layout.paper.width, 1e-9);
+}
+
+TEST(SheetLayout, CoversThePaperWithMarginsAndPrintablePartOnce) {
+  for (const double margin : {0.0, 5.0, 150.0, 777.0, -3.0}) {
+    const auto layout = layOut({.top = margin, .bottom = 7, .left = margin, .right = 9}, kWidth, kHeight);
+    const double margins =
+        std::accumulate(layout.margins.begin(), layout.margins.end(), 0.0,
+                        [](double sum, const Rectangle& rectangle) { return sum + area(rectangle); });
+    EXPECT_NEAR(margins + area(layout.printable), area(layout.paper), 1e-6) << margin;
+    EXPECT_GE(layout.printable.width, 0) << margin;
+    EXPECT_GE(layout.printable.height, 0) << margin;
+  }
+}
+
+TEST(SheetLayout, PutsThePrintWhereThePositionSays) {
+  const auto printAt = [](Position position) {
+    return layOut({.left = 5, .right = 15, .position = position}, kWidth, kHeight);
+  };
+  const auto left = printAt(Position::left);
+  EXPECT_EQ(left.print->x, left.printable.x);
+  const auto right = printAt(Position::right);
+  EXPECT_NEAR(right.print->x + right.print->width, right.printable.x + right.printable.width, 1e-9);
+  const auto center = printAt(Position::center);
+  EXPECT_NEAR(center.print->x + center.print->width / 2, center.printable.x + center.printable.width / 2,
+              1e-9);
+  EXPECT_FALSE(layOut({}, kWidth, kHeight).print);
+}
+
+TEST(SheetLayout, SendsTheChosenEdgeAhead) {
+  const auto goesUp = [](double width, double height, Feed feed) {
+    const auto layout = layOut({.width = width, .height = height, .feed = feed}, kWidth, kHeight);
+    const auto& [tail, head] = *layout.feed;
+    const bool up = head.y < tail.y && head.x == tail.x && tail.y < layout.paper.y;
+    const bool left = head.x < tail.x && head.y == tail.y && tail.x < layout.paper.x;
+    EXPECT_NE(up, left);
+    EXPECT_GE(head.x, 0);
+    EXPECT_GE(head.y, 0);
+    return up;
+  };
+  EXPECT_TRUE(goesUp(210, 297, Feed::shortEdge));
+  EXPECT_FALSE(goesUp(210, 297, Feed::longEdge));
+  EXPECT_FALSE(goesUp(297, 210, Feed::shortEdge));
+  EXPECT_TRUE(goesUp(297, 210, Feed::longEdge));
+  EXPECT_FALSE(layOut({}, kWidth, kHeight).feed);
+}
+
+TEST(SheetLayout, HasNothingToShowWhereThereIsNoRoom) {
+  const auto layout = layOut({.top = 5, .position = Position::left}, 10, 10);
+  EXPECT_EQ(area(layout.paper), 0);
+  EXPECT_EQ(area(layout.printable), 0);
+}
+
+}  // namespace
+}  // namespace tandemtrim::platform::gtk

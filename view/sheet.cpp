@@ -1,0 +1,68 @@
+#include "view/sheet.hpp"
+
+#include <algorithm>
+
+namespace tandemtrim::platform::gtk {
+namespace {
+
+// What an arrow needs beside the paper.
+constexpr double kArrowSpace = 22;
+constexpr double kArrowGap = 5;
+// Left of the paper and right of it alike, so that the paper stays in the middle; the shadow needs the rest.
+constexpr double kShadowSpace = 4;
+// The part of the printable width that the print takes, so that its position is seen.
+constexpr double kPrintWidth = 0.55;
+
+Rectangle paperIn(const Sheet& sheet, double width, double height) {
+  const double roomAcross = width - 2 * kArrowSpace;
+  const double roomDown = height - kArrowSpace - kShadowSpace;
+  const double scale = std::max(0.0, std::min(roomAcross / sheet.width, roomDown / sheet.height));
+  const double across = sheet.width * scale;
+  const double down = sheet.height * scale;
+  return {(width - across) / 2, kArrowSpace + (roomDown - down) / 2, across, down};
+}
+
+Rectangle printOn(const Rectangle& printable, Position position) {
+  const double width = printable.width * kPrintWidth;
+  const double room = printable.width - width;
+  const double before = position == Position::left ? 0 : position == Position::center ? room / 2 : room;
+  return {printable.x + before, printable.y, width, printable.height};
+}
+
+// The top edge leads when it is the edge that goes first, else the left one does.
+Arrow arrowFrom(const Rectangle& paper, Feed feed) {
+  const bool topIsLong = paper.width >= paper.height;
+  if (topIsLong == (feed == Feed::longEdge)) {
+    const double middle = paper.x + paper.width / 2;
+    return {{middle, paper.y - kArrowGap}, {middle, paper.y - kArrowSpace}};
+  }
+  const double middle = paper.y + paper.height / 2;
+  return {{paper.x - kArrowGap, middle}, {paper.x - kArrowSpace, middle}};
+}
+
+}  // namespace
+
+SheetLayout layOut(const Sheet& sheet, double width, double height) {
+  SheetLayout layout;
+  const auto paper = layout.paper = paperIn(sheet, width, height);
+  const double scale = paper.width / sheet.width;
+  const auto upTo = [&](double millimetres, double room) {
+    return std::clamp(millimetres * scale, 0.0, room);
+  };
+  const double top = upTo(sheet.top, paper.height);
+  const double bottom = upTo(sheet.bottom, paper.height - top);
+  const double left = upTo(sheet.left, paper.width);
+  const double right = upTo(sheet.right, paper.width - left);
+
+  const auto& inside = layout.printable = {paper.x + left, paper.y + top, paper.width - left - right,
+                                           paper.height - top - bottom};
+  layout.margins = {{{paper.x, paper.y, paper.width, top},
+                     {paper.x, inside.y + inside.height, paper.width, bottom},
+                     {paper.x, inside.y, left, inside.height},
+                     {inside.x + inside.width, inside.y, right, inside.height}}};
+  if (sheet.position) layout.print = printOn(inside, *sheet.position);
+  if (sheet.feed) layout.feed = arrowFrom(paper, *sheet.feed);
+  return layout;
+}
+
+}  // namespace tandemtrim::platform::gtk
