@@ -7,7 +7,7 @@
 
 namespace tandemtrim::host {
 
-/// "0 to 30" of a number, "Left, Center, Right" of a choice, "On, Off" of an on/off setting.
+/// "0 to 30" of a number, "None, Half, Letter" of a choice, "On, Off" of an on/off setting.
 std::string allowedValues(const platform::PanelSetting& setting);
 
 /// Whether a user could set this value at the panel: a decimal integer in its usual form within the bounds,

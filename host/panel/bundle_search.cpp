@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <iterator>
 #include <map>
 #include <sstream>
 
@@ -80,7 +81,7 @@ std::vector<fs::path> installedBundles(const std::optional<std::string>& plugin)
     }
   }
   std::vector<fs::path> bundles;
-  for (const auto& [name, path] : byName) bundles.push_back(path);
+  std::ranges::transform(byName, std::back_inserter(bundles), [](const auto& entry) { return entry.second; });
   return bundles;
 }
 
@@ -91,7 +92,7 @@ std::optional<fs::path> bundleOfPrinter(const std::optional<std::string>& plugin
   }
   const auto names = dialogExtensions(*ppd);
   if (names.empty()) return std::nullopt;
-  const auto bundle = findBundle(plugin, names);
+  auto bundle = findBundle(plugin, names);
   if (!bundle) {
     throw PluginFailure("the plug-in " + anyOf(names) +
                         (plugin ? " is not in " + *plugin : " is not installed"));

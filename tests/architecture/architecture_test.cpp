@@ -159,6 +159,18 @@ TEST(Architecture, LetsTheHostKnowNoMoreOfTheAdaptersThanTheirValues) {
                                    "adapters/linux/print_settings.hpp", "adapters/memory/panel_view.hpp"));
 }
 
+// A family's names come from its bundle.
+TEST(Architecture, HasTheHostNameNoFamilysKeywordsSettingsOrBundle) {
+  const std::regex kOfAFamily{
+      R"re("[^"]*\b(MV\w+|LN\w+|Valid|Direction|Position|Top|Bottom|Left|Right|TandemTrim|Foldline)\b[^"]*")re"};
+  for (const auto& source : sources()) {
+    if (!pathInProject(source).starts_with("host/")) continue;
+    std::ifstream text(source);
+    for (std::string line; std::getline(text, line);)
+      EXPECT_FALSE(std::regex_search(line, kOfAFamily)) << pathInProject(source) << ": " << line;
+  }
+}
+
 Names namesIn(const std::string& list) {
   std::istringstream names(list);
   return {std::istream_iterator<std::string>(names), {}};

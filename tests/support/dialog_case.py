@@ -74,8 +74,8 @@ class PrintDialog:
         """Clicks the tab of this page."""
 
         def title_on_tab():
-            tabs = self.look("page tab list", "")
-            return tabs and next((node for node in tabs.all() if node.name == title), None)
+            tabs = (node for node in self.nodes() if node.role == "page tab")
+            return next((node for tab in tabs for node in tab.all() if node.name == title), None)
 
         self.click(until(title_on_tab, f"the page {title!r}"))
 

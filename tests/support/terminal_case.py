@@ -20,6 +20,9 @@ PROGRAM = BUILD / "host/tandem-trim"
 BUNDLE = BUILD / "TandemTrim.bundle"
 PPD = PROJECT / "resources/sample/MorvaTandemKV2.ppd"
 SAMPLE = PROJECT / "resources/sample/sample.pdf"
+# Another family of printers.
+FOLDLINE = BUILD / "tests/second_family/Foldline.bundle"
+FOLDLINE_PPD = PROJECT / "tests/second_family/foldline.ppd"
 
 VALID, DIRECTION, POSITION = "MVTandemTrim", "MVImageDirectionPriority", "MVPrintPosition"
 MARGINS = {side: f"MV{side}Margin" for side in ("Top", "Bottom", "Left", "Right")}

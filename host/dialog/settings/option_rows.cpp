@@ -63,7 +63,16 @@ void shortenIfLong(GtkLabel* value) {
   gtk_widget_set_tooltip_text(GTK_WIDGET(value), isLong ? text : nullptr);
 }
 
-// GTK does not tell which keyword a row is for; it shows the keyword's text from the PPD beside it.
+// The row that a label titles, or none. The title stands beside a menu, and within a check box.
+GtkWidget* rowTitledBy(GtkLabel* label) {
+  auto* const beside = gtk_label_get_mnemonic_widget(label);
+  if (isOptionRow(beside)) return beside;
+  auto* const checkBox = gtk_widget_get_ancestor(GTK_WIDGET(label), GTK_TYPE_CHECK_BUTTON);
+  auto* const around = checkBox == nullptr ? nullptr : gtk_widget_get_parent(checkBox);
+  return isOptionRow(around) ? around : nullptr;
+}
+
+// GTK does not tell which keyword a row is for; it shows the keyword's text from the PPD.
 bool isTitleOf(GtkLabel* label, const std::vector<std::string>& texts) {
   std::string text = gtk_label_get_text(label);
   if (text.ends_with(':')) text.pop_back();
@@ -80,8 +89,8 @@ void hideOptionRows(GtkWidget* dialog, ppd_file_t& ppd, const std::vector<std::s
   std::vector<GtkWidget*> rows;
   forEachWithin(dialog, [&](GtkWidget* widget) {
     if (!GTK_IS_LABEL(widget)) return;
-    auto* const row = gtk_label_get_mnemonic_widget(GTK_LABEL(widget));
-    if (!isOptionRow(row) || !isTitleOf(GTK_LABEL(widget), texts)) return;
+    auto* const row = rowTitledBy(GTK_LABEL(widget));
+    if (row == nullptr || !isTitleOf(GTK_LABEL(widget), texts)) return;
     gtk_widget_set_visible(widget, FALSE);
     gtk_widget_set_visible(row, FALSE);
     rows.push_back(row);

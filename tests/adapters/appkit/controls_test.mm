@@ -1,4 +1,4 @@
-#import "tests/adapters/appkit/hosted_panel_test.h"
+#import "tests/adapters/appkit/support/hosted_panel_test.h"
 
 namespace host {
 namespace {

@@ -1,7 +1,7 @@
 #include <functional>
 #include <random>
 
-#import "tests/adapters/appkit/hosted_panel_test.h"
+#import "tests/adapters/appkit/support/hosted_panel_test.h"
 
 namespace host {
 namespace {

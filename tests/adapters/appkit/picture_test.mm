@@ -1,6 +1,6 @@
 #include <set>
 
-#import "tests/adapters/appkit/hosted_panel_test.h"
+#import "tests/adapters/appkit/support/hosted_panel_test.h"
 
 namespace host {
 namespace {

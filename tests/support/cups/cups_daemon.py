@@ -19,6 +19,7 @@ SYSTEM_DAEMON = pathlib.Path("/usr/sbin/cupsd")
 SYSTEM_PROGRAMS = pathlib.Path("/usr/lib/cups")
 PATH = surroundings.PATH
 FILTER = "morvatandem"  # as the sample printer's PPD names it
+OTHER_FILTER = "lundfoldline"  # as that of the second family does
 BACKEND = "recorder"
 HOST = "127.0.0.1"
 ATTEMPTS = 5
@@ -114,7 +115,7 @@ class CupsDaemon:
                 (self.folder / name / program.name).symlink_to(program)
         for name in ("daemon", "notifier", "monitor"):
             (self.folder / "programs" / name).symlink_to(SYSTEM_PROGRAMS / name)
-        for name in (f"filter/{FILTER}", f"backend/{BACKEND}"):
+        for name in (f"filter/{FILTER}", f"filter/{OTHER_FILTER}", f"backend/{BACKEND}"):
             recorder = self.folder / "programs" / name
             shutil.copyfile(pathlib.Path(__file__).with_name("recording_filter.py"), recorder)
             recorder.chmod(0o755)

@@ -1,7 +1,7 @@
 // A plug-in in its host, with a bundle whose resources a test damages.
 #pragma once
 
-#import "tests/adapters/appkit/hosted_panel_test.h"
+#import "tests/adapters/appkit/support/hosted_panel_test.h"
 
 namespace host {
 

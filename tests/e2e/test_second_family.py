@@ -1,0 +1,98 @@
+"""A printer of another family, with a panel of its own, beside the sample printer on one server."""
+
+import json
+import unittest
+
+from terminal_case import BUILD, DEFAULTS, FOLDLINE, FOLDLINE_PPD, SAMPLE, TerminalCase, each, of_panel
+
+USUAL = {"LNFold": "None", "LNSheetsPerSet": "1", "LNCover": "Yes", "LNPunch": "None", "LNDryingTime": "0"}
+CHANGED = {"LNFold": "Letter", "LNSheetsPerSet": "25", "LNCover": "No", "LNPunch": "TwoHoles", "LNDryingTime": "60"}
+ACTS_THAT_CHANGE = ["Fold=Letter", "SheetsPerSet=25", "Cover=No", "Punch=TwoHoles", "DryingTime=60"]
+
+
+def of_family(options):
+    return {keyword: value for keyword, value in options.items() if keyword in USUAL}
+
+
+class SecondFamilyTest(TerminalCase):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.cups.add_queue("Lund", FOLDLINE_PPD)
+
+    def environment(self, **more):
+        return super().environment(TANDEM_TRIM_PLUGIN_PATH=f"{BUILD}:{FOLDLINE.parent}") | more
+
+    def options_on(self, printer, *arguments):
+        _, (record,) = self.prints("-d", printer, *arguments, SAMPLE)
+        return record.options
+
+    def test_its_settings_reach_its_filter(self):
+        self.assertEqual(of_family(self.options_on("Lund")), USUAL)
+        self.assertEqual(of_family(self.options_on("Lund", *each("--set", ACTS_THAT_CHANGE))), CHANGED)
+        options = [f"{keyword}={value}" for keyword, value in CHANGED.items()]
+        self.assertEqual(of_family(self.options_on("Lund", *each("-o", options))), CHANGED)
+
+    def test_both_families_print_side_by_side_and_each_printer_gets_its_own_settings(self):
+        self.assertEqual(of_family(self.options_on("Morva")), {})
+        self.assertEqual(of_panel(self.options_on("Morva")), DEFAULTS)
+        self.assertEqual(of_panel(self.options_on("Lund")), {})
+
+    def test_keywords_are_taken_in_any_case(self):
+        self.assertEqual(of_family(self.options_on("Lund", "-o", "lnfold=Half")), USUAL | {"LNFold": "Half"})
+
+    def test_what_is_typed_is_held_between_the_bounds_that_its_ppd_gives(self):
+        result, (record,) = self.prints("-d", "Lund", "--set", "SheetsPerSet=99", SAMPLE)
+        self.assertEqual(record.options["LNSheetsPerSet"], "25")
+        self.assertIn('SheetsPerSet: "99" was typed, the panel made it 25 (allowed: 1 to 25)', result.stderr)
+
+    def test_values_that_it_does_not_allow_are_refused(self):
+        for option, allowed in {
+            "LNSheetsPerSet=26": "1 to 25",
+            "LNSheetsPerSet=0": "1 to 25",
+            "LNDryingTime=61": "0 to 60",
+            "LNFold=Twice": "None, Half, Letter",
+            "LNCover=On": "Yes, No",
+        }.items():
+            with self.subTest(option):
+                self.refuses("-d", "Lund", "-o", option, SAMPLE, words=[option, f"(allowed: {allowed})"])
+
+    def test_names_that_only_the_other_family_has_are_refused(self):
+        self.refuses("-d", "Lund", "--set", "Top=5", SAMPLE, status=2, words=["Fold, SheetsPerSet, Cover, Punch, DryingTime"])
+        self.refuses("-d", "Morva", "--set", "Fold=Half", SAMPLE, status=2, words=["the panel has no such setting"])
+        self.refuses("-d", "Lund", "--restore-defaults", SAMPLE, status=2, words=["the panel has no such button"])
+
+    def test_a_printer_without_a_panel_gets_the_settings_of_neither(self):
+        plain = self.temporary_folder() / "plain.ppd"
+        lines = FOLDLINE_PPD.read_text().splitlines(keepends=True)
+        plain.write_text("".join(line for line in lines if not line.startswith("*APDialogExtension")))
+        self.cups.add_queue("Plain", plain)
+        self.addCleanup(self.cups.remove, "Plain")
+        options = self.options_on("Plain", "-o", "LNFold=Half", "-o", "MVTopMargin=7", "-o", "x-note=yes")
+        self.assertEqual((of_family(options), of_panel(options), options["x-note"]), ({}, {}, "yes"))
+
+    def test_a_queue_without_a_ppd_gets_the_panel_that_is_named(self):
+        self.cups.add_queue("Bare")
+        self.addCleanup(self.cups.remove, "Bare")
+        result = self.trim("-d", "Bare", "--summary")
+        self.assertIn("not exactly one panel is installed", result.stderr)
+        result = self.trim("-d", "Bare", "--plugin", FOLDLINE, "--summary")
+        self.assertIn("Sheets per set: 1 sheets", result.stdout)
+
+    def test_its_limits_and_summary_are_reported(self):
+        report = json.loads(self.trim("-d", "Lund", "--json").stdout)
+        self.assertEqual(report["settings"], USUAL)
+        self.assertEqual(report["limits"]["SheetsPerSet"], {"keyword": "LNSheetsPerSet", "min": 1, "max": 25})
+        self.assertEqual(report["limits"]["Punch"], {"keyword": "LNPunch", "choices": ["None", "TwoHoles", "FourHoles"]})
+        self.assertEqual([row["title"] for row in report["summary"]], ["Fold", "Sheets per set", "Cover sheet", "Punch", "Drying time"])
+
+    def test_its_texts_are_those_of_its_bundle(self):
+        summary = self.trim("-d", "Lund", "--summary", LANGUAGE="de").stdout
+        self.assertEqual(
+            summary.splitlines(),
+            ["Falz: Keine", "Blätter je Satz: 1 Blätter", "Deckblatt: Ja", "Lochung: Keine", "Trockenzeit: 0 s"],
+        )
+
+
+if __name__ == "__main__":
+    unittest.main()
