@@ -147,7 +147,8 @@ Order Dialog::order() {
   });
   if (current_ == first_ && line_.printer && line_.printer->starts_with(current_ + '/'))
     order.printer = *line_.printer;
-  if (panel_ || panelFailed_) order.remembered.panel = panelOptions();
+  if (panel_) order.remembered.panel = panelOptions();
+  if (panelFailed_) order.remembered.panel = recall({line_.server, current_}, note_).panel;
   if (!panel_) return order;
   for (const auto& option : order.remembered.panel) setOption(order.options, option);
   return order;

@@ -25,7 +25,7 @@ const PanelSetting& settingNamed(const Settings& settings, const std::string& na
 Failure greyed(const Settings& settings, const std::string& what) {
   const auto onOff = std::ranges::find(settings, PanelSetting::Kind::onOff, &PanelSetting::kind);
   if (onOff == settings.end()) return Failure(what + ": this control is greyed now; nothing was sent");
-  return Failure(what + ": " + onOff->title +
+  return Failure(what + ": " + onOff->name +
                  " is off, so this control is greyed; nothing was sent. Turn it on first by --set " +
                  onOff->name + "=" + onOff->choices.front().value);
 }

@@ -42,7 +42,8 @@ SPOKEN = {
 # What the summary names, from top to bottom.
 SUMMARY = ["Image Direction", "Print Position", "Top Margin", "Bottom Margin", "Left Margin", "Right Margin"]
 FONTS = ("DejaVu Sans 11", "Cantarell 11", "Noto Sans 11")
-PAGES = {"de": "Tandem Trim", "ja": "タンデムトリム", "ar": "Tandem Trim"}
+LANGUAGES = ("en", "de", "fr", "es", "it", "nl", "ja", "zh_CN", "ko", "ar")
+PAGES = dict.fromkeys(LANGUAGES, "Tandem Trim") | {"ja": "タンデムトリム", "ko": "탠덤 트림"}
 
 
 class DialogTest(DialogCase):
@@ -57,7 +58,7 @@ class DialogTest(DialogCase):
 
     def test_a_job_of_which_the_panel_was_never_looked_at_carries_the_defaults(self):
         dialog = self.dialog("-d", "Morva")
-        dialog.find("text", "Top Margin")
+        dialog.wait_for_tab("Tandem Trim")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
 
@@ -85,7 +86,7 @@ class DialogTest(DialogCase):
         dialog.press("Cancel")
         self.assertEqual(dialog.ends()[:2], (0, ""))
         self.assert_nothing_was_sent()
-        dialog = self.dialog("-d", "Morva")
+        dialog = self.panel()
         self.assertEqual(dialog.text("Top Margin"), "5")
 
     def test_the_panel_is_grey_until_it_is_switched_on(self):
@@ -151,7 +152,7 @@ class DialogTest(DialogCase):
         memories = self.memories(state)
         memories.parent.mkdir()
         memories.write_bytes(b"[Tandem Trim\nMVTopMargin")
-        dialog = self.dialog("-d", "Morva", XDG_STATE_HOME=str(state))
+        dialog = self.panel(XDG_STATE_HOME=str(state))
         self.assertEqual(dialog.text("Top Margin"), "5")
         dialog.press("Cancel")
         _, _, said = dialog.ends()
@@ -186,6 +187,7 @@ class DialogTest(DialogCase):
         for language, (of_panel_s, of_dialog_s) in names.items():
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
+                dialog.page(PAGES[language])
                 dialog.find("text", of_panel_s)
                 dialog.find("check box", of_dialog_s)
 
@@ -235,9 +237,10 @@ class DialogTest(DialogCase):
     def test_it_is_no_wider_than_a_small_screen_in_any_language(self):
         for font in FONTS:
             fonts = surroundings.fonts(self.temporary_folder() / "fonts", font)
-            for language in ("en", "de", "fr", "es", "it", "nl", "ja", "zh_CN", "ko", "ar"):
+            for language in LANGUAGES:
                 with self.subTest(font=font, language=language):
                     dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language, **fonts)
+                    dialog.page(PAGES[language])
                     dialog.find("image", "210 × 297 mm")
                     self.assertLessEqual(dialog.width(), 760)
                     dialog.close()
@@ -251,7 +254,7 @@ class DialogTest(DialogCase):
         for language, (button, words) in languages.items():
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
-                dialog.page(PAGES.get(language, "Tandem Trim"))
+                dialog.page(PAGES[language])
                 dialog.press(button)
                 dialog.says(words)
                 dialog.close()
@@ -273,7 +276,7 @@ class DialogTest(DialogCase):
 
     def test_several_pages_go_on_one_side(self):
         dialog = self.dialog("-d", "Morva", "-o", "number-up=2")
-        dialog.find("text", "Top Margin")
+        dialog.wait_for_tab("Tandem Trim")
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).options["number-up"], "2")
 
@@ -296,6 +299,7 @@ class DialogTest(DialogCase):
         self.cups.add_queue("Morva", ppd)
         german = surroundings.LANGUAGES["comma"] | {"LANG": "de_DE.UTF-8", "LANGUAGE": "de"}
         dialog = self.dialog("-d", "Morva", **german)
+        dialog.page(PAGES["de"])
         dialog.find("text", "Oberer Rand")
         self.assertNotIn("Rand oben:", dialog.labels())
 

@@ -41,7 +41,7 @@ class DialogPagesTest(DialogCase):
     def shown(self, *arguments, **variables):
         """The dialog once the printer's details are in it."""
         dialog = self.dialog("-d", "Morva", *arguments, **variables)
-        dialog.find("text", "Top Margin")
+        dialog.wait_for_tab("Tandem Trim")
         until(lambda: dialog.is_live("spin button", "Copies"), "the printer")
         return dialog
 
@@ -187,7 +187,8 @@ class DialogPagesTest(DialogCase):
         dialog = self.dialog("-n", "3", "-o", "MVTandemTrim=On MVTopMargin=12 x-note=kept")
         dialog.says("There is no default printer")
         dialog.select_printer("Morva")
-        until(lambda: dialog.look("text", "Top Margin") and dialog.text("Top Margin") == "12", "the margin")
+        dialog.page("Tandem Trim")
+        until(lambda: dialog.text("Top Margin") == "12", "the margin")
         dialog.press("Print")
         record = self.printed(dialog)
         self.assertEqual(of_panel(record.options)[MARGINS["Top"]], "12")

@@ -7,7 +7,7 @@ import shutil
 import unittest
 
 from dialog_case import DialogCase
-from terminal_case import BUILD, BUNDLE, of_panel
+from terminal_case import BUILD, BUNDLE, DEFAULTS, of_panel
 
 SETTING_INFO = "Resources/TandemTrimKV2-SettingInfo.plist"
 
@@ -48,17 +48,31 @@ class DialogPluginsTest(DialogCase):
 
     def test_broken_bundles_leave_a_dialog_that_prints(self):
         broken = {
-            "no description": {"without": ["Info.plist"]},
             "no module": {"without": ["Linux/TandemTrim"]},
             "no module but a text": {"texts": {"Linux/TandemTrim": "text"}},
             "no setting information": {"without": [SETTING_INFO]},
             "damaged setting information": {"texts": {SETTING_INFO: "<plist>"}},
-            "no user interface": {"without": ["Resources/TandemTrim.ui"]},
-            "a damaged user interface": {"texts": {"Resources/TandemTrim.ui": "<interface><object"}},
         }
         for what, change in broken.items():
             with self.subTest(what):
                 self.prints_without_the_panel(self.dialog("-d", "Morva", "--plugin", str(self.bundle(**change))))
+
+    def test_a_broken_user_interface_leaves_a_dialog_that_prints(self):
+        broken = {
+            "none": {"without": ["Resources/TandemTrim.ui"]},
+            "a damaged one": {"texts": {"Resources/TandemTrim.ui": "<interface><object"}},
+        }
+        for what, change in broken.items():
+            with self.subTest(what):
+                dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(**change)))
+                dialog.click_tab("Tandem Trim")
+                self.prints_without_the_panel(dialog)
+
+    def test_a_bundle_without_a_description_leaves_a_dialog_that_prints(self):
+        dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(without=["Info.plist"])))
+        dialog.says("own settings are not available")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
 
     def test_setting_information_that_cannot_be_read_is_named_with_the_reason(self):
         dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(texts={SETTING_INFO: "bplist00"})))
@@ -93,7 +107,10 @@ class DialogPluginsTest(DialogCase):
         dialog.press("Print")
         self.printed(dialog)
         dialog = self.dialog("-d", "Morva", "--plugin", str(self.temporary_folder()), **state)
-        self.prints_without_the_panel(dialog)
+        dialog.says("own settings are not available")
+        dialog.press("Print")
+        # No bundle says which options are a panel's, so that those of the PPD travel as the dialog's pages show them.
+        self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
         dialog = self.panel(**state)
         self.assertEqual(dialog.text("Top Margin"), "17")
 
@@ -102,10 +119,8 @@ class DialogPluginsTest(DialogCase):
             "initWithBundle": ("false", "raises"),
             "PDEPanelsForType": ("none", "null-panel", "raises-int"),
             "panelName": ("raises",),
-            "panelView": ("none", "other", "raises"),
             "supportedPPDOptionKeys": ("raises",),
-            "controls": ("raises",),
-            "saveValuesAndReturnError": ("false", "raises"),
+            "settings": ("raises",),
         }
         for call, misdeeds in at_once.items():
             for misdeed in misdeeds:
@@ -115,6 +130,11 @@ class DialogPluginsTest(DialogCase):
     def test_a_plugin_may_break_when_it_is_looked_at_or_printed(self):
         later = {
             ("willShow", "raises"): lambda dialog: dialog.click_tab("Fake"),
+            ("panelView", "none"): lambda dialog: dialog.click_tab("Fake"),
+            ("panelView", "other"): lambda dialog: dialog.click_tab("Fake"),
+            ("panelView", "raises"): lambda dialog: dialog.click_tab("Fake"),
+            ("saveValuesAndReturnError", "false"): lambda dialog: dialog.click_tab("Fake"),
+            ("saveValuesAndReturnError", "raises"): lambda dialog: dialog.press("Print"),
             ("summaryInfo", "raises"): lambda dialog: dialog.click_tab("Summary"),
             ("shouldHide", "raises"): lambda dialog: (dialog.page("Fake"), dialog.click_tab("General")),
             ("shouldPrint", "raises"): lambda dialog: dialog.press("Print"),
@@ -131,7 +151,7 @@ class DialogPluginsTest(DialogCase):
         folder = self.bundle()
         self.misbehaving_bundle("willShow", "raises").rename(folder / "Broken.bundle")
         dialog = self.dialog("-d", "Morva", "--plugin", str(folder))
-        self.freeze_at_other(dialog, "Fake")
+        self.freeze_at_other(dialog, lambda: dialog.wait_for_tab("Fake"))
         dialog.page("Tandem Trim")
         dialog.says("details are being read")
         self.cups.thaw()

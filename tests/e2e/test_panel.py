@@ -76,9 +76,9 @@ class PanelTest(TerminalCase):
         for act in (["--set", "Top=12"], ["--set", "Direction=ShortEdgeFeed"], ["--set", "Position=Left"]):
             for arguments in (act, [*act, "--set", "Valid=On"], ["--set", "Valid=Off", *act]):
                 with self.subTest(arguments):
-                    words = [act[1], "Tandem Trim is off", "--set Valid=On"]
+                    words = [act[1], "Valid is off", "--set Valid=On"]
                     self.refuses("-d", "Morva", *arguments, SAMPLE, words=words)
-        words = ["--restore-defaults", "Tandem Trim is off", "--set Valid=On"]
+        words = ["--restore-defaults", "Valid is off", "--set Valid=On"]
         self.refuses("-d", "Morva", "--restore-defaults", SAMPLE, words=words)
 
 

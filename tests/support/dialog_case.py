@@ -73,11 +73,15 @@ class PrintDialog:
     def click_tab(self, title):
         """Clicks the tab of this page."""
 
-        def title_on_tab():
-            tabs = (node for node in self.nodes() if node.role == "page tab")
-            return next((node for tab in tabs for node in tab.all() if node.name == title), None)
+        self.click(until(lambda: next((node for node in self.tabs() if node.name == title), None), f"the page {title!r}"))
 
-        self.click(until(title_on_tab, f"the page {title!r}"))
+    def wait_for_tab(self, title):
+        """Waits until there is a page of this title, in front or not: the panel's is there once its printer is known."""
+        until(lambda: any(node.name == title for node in self.tabs()), f"the page {title!r}")
+
+    def tabs(self):
+        """All that shows in the tabs of pages."""
+        return [node for tab in self.nodes() if tab.role == "page tab" for node in tab.all()]
 
     def page(self, title):
         """Goes to the page of this title. Tabs move while the dialog comes up, so a click can miss."""
@@ -255,11 +259,18 @@ class DialogCase(TerminalCase):
         ppd.write_text(text)
         self.cups.add_queue("Other", ppd)
 
-    def freeze_at_other(self, dialog, words):
-        """Freezes the server when Other is chosen, which the dialog has seen before and shows by these words."""
-        for printer, shown in (("Other", words), ("Morva", "(0 to 20)")):
-            dialog.select_printer(printer)
-            dialog.says(shown)
+    def see_limit(self, dialog, largest):
+        """Waits until the panel shows this largest value for the top margin, and goes back to the printers."""
+        dialog.page("Tandem Trim")
+        dialog.says(f"(0 to {largest})")
+        dialog.page("General")
+
+    def freeze_at_other(self, dialog, see_other):
+        """Freezes the server when Other is chosen, which the dialog has seen before: `see_other` waits for that."""
+        dialog.select_printer("Other")
+        see_other()
+        dialog.select_printer("Morva")
+        self.see_limit(dialog, 20)
         self.cups.freeze()
         self.addCleanup(self.cups.thaw)
         dialog.select_printer("Other")
