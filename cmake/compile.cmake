@@ -22,10 +22,8 @@ endif()
 include_directories(${PROJECT_SOURCE_DIR})
 
 # What the modules are made of, which every dialog that shows the panel loads: compiled for size, to be optimised once more as a
-# whole where a module is linked; the few files that run through files or at every keystroke, for speed. Programs link the same
-# objects as they are. (Only -flto takes -fno-lto back; =auto is for all cores.)
+# whole where a module is linked. Programs link the same objects as they are. (Only -flto takes -fno-lto back; =auto is for all cores.)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  set(for_speed $<$<AND:$<CONFIG:RelWithDebInfo>,$<COMPILE_LANGUAGE:CXX>>:-O2>)
   set(of_modules $<$<AND:$<CONFIG:RelWithDebInfo>,$<COMPILE_LANGUAGE:CXX>>:-Oz;-flto;-ffat-lto-objects>)
   add_link_options(-fno-lto)
   set(of_linked_modules $<$<CONFIG:RelWithDebInfo>:-Oz;-flto;-flto=auto;-Wl,-z,noseparate-code;-Wl,-z,pack-relative-relocs>)

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstring>
 
 namespace tandemtrim::platform {
 namespace {
@@ -38,23 +37,11 @@ std::size_t sequenceLength(std::string_view text) {
   return 0;
 }
 
-// Whether the text begins with eight characters of ASCII, of which nearly all texts consist.
-bool beginsWithEight(std::string_view text) {
-  std::uint64_t eight = 0;
-  if (text.size() < sizeof eight) return false;
-  std::memcpy(&eight, text.data(), sizeof eight);
-  return (eight & 0x8080808080808080U) == 0;
-}
-
 }  // namespace
 
 std::size_t utf8PrefixLength(std::string_view text) noexcept {
   std::size_t length = 0;
   while (length < text.size()) {
-    if (beginsWithEight(text.substr(length))) {
-      length += 8;
-      continue;
-    }
     const auto sequence = sequenceLength(text.substr(length));
     if (sequence == 0) break;
     length += sequence;

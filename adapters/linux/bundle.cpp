@@ -4,8 +4,6 @@
 #include <system_error>
 #include <utility>
 
-#include <dirent.h>
-
 #include "adapters/linux/bundle_info.hpp"
 #include "adapters/linux/files/property_list.hpp"
 #include "adapters/linux/files/regular_file.hpp"
@@ -22,12 +20,12 @@ constexpr const char* kPropertyListEnding = ".plist";
 
 // The names in a folder that have this ending, without it and in order; none where the folder cannot be read.
 std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending) {
-  const std::unique_ptr<DIR, int (*)(DIR*)> open(opendir(folder.c_str()), &closedir);
   std::vector<std::string> stems;
-  while (const auto* const entry = open ? readdir(open.get()) : nullptr) {
-    const std::string_view name = entry->d_name;
-    if (name.size() > ending.size() && name.ends_with(ending))
-      stems.emplace_back(name.substr(0, name.size() - ending.size()));
+  std::error_code unreadable;
+  for (auto entry = fs::directory_iterator(folder, unreadable); entry != fs::end(entry);
+       entry.increment(unreadable)) {
+    const auto& path = entry->path();
+    if (path.extension() == ending) stems.push_back(path.stem());
   }
   std::sort(stems.begin(), stems.end());
   return stems;

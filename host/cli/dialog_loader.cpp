@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <string_view>
 
-#include <cups/cups.h>
 #include <dlfcn.h>
 
 #include "host/failure.hpp"
@@ -68,8 +67,6 @@ std::optional<SentJob> showDialog(const CommandLine& line, const Note& note) {
   }
   if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);
   DialogResult result;
-  // Starts TLS, which others than libcups may use beside a dialog (see tls_start.cpp).
-  httpInitialize();
   loadModule()(line, note, result);
   if (result.noScreen)
     throw NoDialog("there is no screen to show the print dialog on", "; go on without one by --no-dialog");
