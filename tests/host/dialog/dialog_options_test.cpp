@@ -1,0 +1,243 @@
+#include "host/dialog/settings/dialog_options.hpp"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+#include <gmock/gmock.h>
+
+#include "host/dialog/settings/paper.hpp"
+#include "tests/host/dialog/sample_ppd.hpp"
+#include "tests/host/failure_matcher.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using test::kPapers;
+using test::SamplePpd;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::UnorderedElementsAreArray;
+
+Pages newTabs() {
+  Pages tabs{Gtk::PrintSettings::create(), Gtk::PageSetup::create()};
+  tabs.setup->set_paper_size(Gtk::PaperSize("iso_a4"));
+  return tabs;
+}
+
+// What GTK's tabs show when a job starts from these options.
+struct Shown {
+  Options options;
+  std::string key;
+  std::string value;
+};
+
+class OptionsInTabs : public testing::TestWithParam<Shown> {};
+
+TEST_P(OptionsInTabs, ShowWhatTheJobDoes) {
+  auto tabs = newTabs();
+  showOptions(GetParam().options, nullptr, tabs);
+  EXPECT_EQ(tabs.settings->get(GetParam().key).raw(), GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Tabs, OptionsInTabs,
+    testing::Values(
+        Shown{{{"copies", "3"}}, "n-copies", "3"}, Shown{{{"Copies", "3"}}, "n-copies", "3"},
+        Shown{{{"copies", "0"}}, "n-copies", ""}, Shown{{{"copies", "-2"}}, "n-copies", ""},
+        Shown{{{"copies", "two"}}, "n-copies", ""}, Shown{{{"copies", "2 "}}, "n-copies", ""},
+        Shown{{{"copies", "2"}, {"copies", "x"}}, "n-copies", "2"},
+        Shown{{{"Collate", "True"}}, "collate", "true"}, Shown{{{"collate", "false"}}, "collate", "false"},
+        Shown{{{"sheet-collate", "collated"}}, "collate", "true"},
+        Shown{{{"sheet-collate", "uncollated"}}, "collate", "false"},
+        Shown{{{"multiple-document-handling", "separate-documents-uncollated-copies"}}, "collate", "false"},
+        Shown{{{"multiple-document-handling", "separate-documents-collated-copies"}}, "collate", "true"},
+        Shown{{{"OutputOrder", "Reverse"}}, "reverse", "true"},
+        Shown{{{"outputorder", "reverse"}}, "reverse", "true"},
+        Shown{{{"OutputOrder", "Normal"}}, "reverse", "false"},
+        Shown{{{"page-set", "even"}}, "page-set", "even"}, Shown{{{"page-set", "odd"}}, "page-set", "odd"},
+        Shown{{{"page-set", "some"}}, "page-set", ""}, Shown{{{"page-ranges", "2"}}, "print-pages", "ranges"},
+        Shown{{{"page-ranges", "none"}}, "print-pages", ""},
+        Shown{{{"sides", "two-sided-long-edge"}}, "cups-sides", "two-sided-long-edge"},
+        Shown{{{"sides", "two-sided-long-edge"}}, "cups-Duplex", "DuplexNoTumble"},
+        Shown{{{"Duplex", "DuplexTumble"}}, "cups-sides", "two-sided-short-edge"},
+        Shown{{{"EFDuplex", "None"}}, "cups-Duplex", "None"}, Shown{{{"sides", "three"}}, "cups-sides", ""},
+        Shown{{{"number-up", "4"}}, "cups-number-up", "4"}, Shown{{{"Glue", "Hot"}}, "cups-Glue", "Hot"}));
+
+TEST(PageRangesInTabs, AreThoseOfTheOption) {
+  auto tabs = newTabs();
+  showOptions({{"page-ranges", "1-3,5,8-"}}, nullptr, tabs);
+  std::vector<std::pair<int, int>> ranges;
+  for (const auto& range : tabs.settings->get_page_ranges()) ranges.emplace_back(range.start, range.end);
+  // GTK counts from 0; -1 is the end.
+  EXPECT_THAT(ranges, ElementsAre(Pair(0, 2), Pair(4, 4), Pair(7, -1)));
+}
+
+struct Orientation {
+  Options options;
+  Gtk::PageOrientation shown;
+};
+
+class OrientationInTabs : public testing::TestWithParam<Orientation> {};
+
+TEST_P(OrientationInTabs, IsTheLastOneThatTheOptionsAskFor) {
+  auto tabs = newTabs();
+  showOptions(GetParam().options, nullptr, tabs);
+  EXPECT_EQ(tabs.setup->get_orientation(), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Tabs, OrientationInTabs,
+    testing::Values(Orientation{{}, Gtk::PageOrientation::PORTRAIT},
+                    Orientation{{{"landscape", "true"}}, Gtk::PageOrientation::LANDSCAPE},
+                    Orientation{{{"landscape", ""}}, Gtk::PageOrientation::LANDSCAPE},
+                    Orientation{{{"Landscape", "false"}}, Gtk::PageOrientation::PORTRAIT},
+                    Orientation{{{"orientation-requested", "3"}}, Gtk::PageOrientation::PORTRAIT},
+                    Orientation{{{"orientation-requested", "4"}}, Gtk::PageOrientation::LANDSCAPE},
+                    Orientation{{{"orientation-requested", "5"}}, Gtk::PageOrientation::REVERSE_LANDSCAPE},
+                    Orientation{{{"orientation-requested", "6"}}, Gtk::PageOrientation::REVERSE_PORTRAIT},
+                    Orientation{{{"orientation-requested", "9"}}, Gtk::PageOrientation::PORTRAIT},
+                    Orientation{{{"landscape", "true"}, {"orientation-requested", "3"}},
+                                Gtk::PageOrientation::PORTRAIT}));
+
+TEST(PaperInTabs, IsTheOneThatTheOptionsAskForElseThePrintersOwn) {
+  const SamplePpd ppd(kPapers);
+  Pages tabs{Gtk::PrintSettings::create(), {}};
+  showOptions({{"copies", "2"}}, ppd.get(), tabs);
+  EXPECT_FALSE(tabs.setup) << "neither paper nor orientation was asked for";
+  showOptions({{"landscape", "true"}}, ppd.get(), tabs);
+  ASSERT_TRUE(tabs.setup);
+  EXPECT_EQ(tabs.setup->get_paper_size().get_ppd_name(), "A3");
+  showOptions({{"PageSize", "Blade"}}, ppd.get(), tabs);
+  EXPECT_EQ(tabs.setup->get_paper_size().get_ppd_name(), "Blade");
+  EXPECT_EQ(tabs.setup->get_orientation(), Gtk::PageOrientation::LANDSCAPE);
+}
+
+// What a job is asked for when the user leaves GTK's tabs like this.
+struct Left {
+  std::function<void(const Pages&)> choose;
+  Options expected;
+};
+
+// Every job is asked for these unless the tabs show something else.
+Options withUsual(Options options) {
+  for (const Option& usual : {Option{"copies", "1"}, Option{"OutputOrder", "Normal"},
+                              Option{"page-set", "all"}, Option{"orientation-requested", "3"}}) {
+    if (std::ranges::find(options, usual.keyword, &Option::keyword) == options.end())
+      options.push_back(usual);
+  }
+  return options;
+}
+
+Options optionsOf(const Pages& tabs, Options options = {}, const Options& untouched = {}) {
+  takeOptions(tabs, nullptr, Gtk::PaperSize("iso_a4").gobj(), untouched, options);
+  return options;
+}
+
+class OptionsFromTabs : public testing::TestWithParam<Left> {};
+
+TEST_P(OptionsFromTabs, AskTheJobForWhatTheTabsShow) {
+  const auto tabs = newTabs();
+  GetParam().choose(tabs);
+  EXPECT_THAT(optionsOf(tabs), UnorderedElementsAreArray(withUsual(GetParam().expected)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Tabs, OptionsFromTabs,
+    testing::Values(
+        Left{[](const Pages&) {}, {}},
+        Left{[](const Pages& tabs) { tabs.settings->set_n_copies(3); },
+             {{"copies", "3"}, {"Collate", "True"}}},
+        Left{[](const Pages& tabs) {
+               tabs.settings->set_n_copies(2);
+               tabs.settings->set_collate(false);
+             },
+             {{"copies", "2"}, {"Collate", "False"}}},
+        Left{[](const Pages& tabs) { tabs.settings->set_collate(false); }, {}},
+        Left{[](const Pages& tabs) { tabs.settings->set_reverse(); }, {{"OutputOrder", "Reverse"}}},
+        Left{[](const Pages& tabs) { tabs.settings->set_page_set(Gtk::PageSet::EVEN); },
+             {{"page-set", "even"}}},
+        Left{[](const Pages& tabs) { tabs.settings->set_page_set(Gtk::PageSet::ODD); },
+             {{"page-set", "odd"}}},
+        Left{[](const Pages& tabs) {
+               tabs.settings->set_print_pages(Gtk::PrintPages::RANGES);
+               tabs.settings->set_page_ranges(
+                   {Gtk::PageRange(4, 4), Gtk::PageRange(0, 2), Gtk::PageRange(7, -1)});
+             },
+             {{"page-ranges", "1-3,5,8-"}}},
+        Left{[](const Pages& tabs) { tabs.settings->set_page_ranges({Gtk::PageRange(4, 4)}); }, {}},
+        Left{[](const Pages& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE); },
+             {{"orientation-requested", "4"}}},
+        Left{[](const Pages& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_PORTRAIT); },
+             {{"orientation-requested", "6"}}},
+        Left{[](const Pages& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_LANDSCAPE); },
+             {{"orientation-requested", "5"}}},
+        Left{[](const Pages& tabs) { tabs.setup->set_paper_size(*paperNamed("A5", nullptr)); },
+             {{"media", "iso_a5_148x210mm"}}},
+        Left{[](const Pages& tabs) {
+               tabs.setup->set_paper_size(Gtk::PaperSize("own", "Own", 100, 200, Gtk::Unit::MM));
+             },
+             {{"PageSize", "Custom.283.46x566.93"}}},
+        Left{[](const Pages& tabs) { tabs.settings->set("cups-sides", "two-sided-long-edge"); },
+             {{"sides", "two-sided-long-edge"}}},
+        Left{[](const Pages& tabs) { tabs.settings->set("cups-Glue", "Hot"); }, {{"Glue", "Hot"}}},
+        Left{[](const Pages& tabs) { tabs.settings->set("cups-Glue", "gtk-ignore-value"); }, {}},
+        Left{[](const Pages& tabs) { tabs.settings->set("Glue", "Hot"); }, {}}));
+
+TEST(OptionsFromTabs, ReplaceWhatTheJobStartedFrom) {
+  const auto tabs = newTabs();
+  tabs.settings->set("cups-Duplex", "None");
+  tabs.settings->set("cups-number-up", "1");
+  const Options starting{{"Copies", "9"},         {"landscape", "true"}, {"page-ranges", "7"},
+                         {"sheet-collate", "no"}, {"PageSize", "A3"},    {"sides", "two-sided-long-edge"},
+                         {"Number-Up", "4"},      {"x-note", "kept"}};
+  EXPECT_THAT(
+      optionsOf(tabs, starting),
+      UnorderedElementsAreArray(withUsual({{"Duplex", "None"}, {"number-up", "1"}, {"x-note", "kept"}})));
+}
+
+TEST(OptionsFromTabs, KeepTheTrayOfMediaBesideThePaper) {
+  const auto tabs = newTabs();
+  EXPECT_THAT(optionsOf(tabs, {{"media", "A3,Upper"}}),
+              UnorderedElementsAreArray(withUsual({{"media", "Upper"}})));
+  tabs.setup->set_paper_size(*paperNamed("A5", nullptr));
+  EXPECT_THAT(optionsOf(tabs, {{"media", "A3,Upper"}}),
+              UnorderedElementsAreArray(withUsual({{"media", "iso_a5_148x210mm,Upper"}})));
+}
+
+TEST(OptionsFromTabs, LeaveAPaperThatTheJobNamesItselfToThePrinter) {
+  const auto tabs = newTabs();
+  EXPECT_THAT(optionsOf(tabs, {{"media", "A3"}}), UnorderedElementsAreArray(withUsual({})));
+}
+
+// GTK prefers what a user saved for a printer to what its dialog is told to show.
+TEST(OptionsFromTabs, KeepTheOptionOfARowThatNobodyTouched) {
+  const auto tabs = newTabs();
+  tabs.settings->set("cups-Glue", "Hot");
+  tabs.settings->set("cups-number-up", "2");
+  const Options asked{{"glue", "Cold"}, {"number-up", "4"}};
+  const auto untouched = shownRows(tabs, asked);
+  EXPECT_THAT(untouched, UnorderedElementsAreArray(Options{{"Glue", "Hot"}, {"number-up", "2"}}));
+  tabs.settings->set("cups-number-up", "1");
+  EXPECT_THAT(optionsOf(tabs, asked, untouched),
+              UnorderedElementsAreArray(withUsual({{"glue", "Cold"}, {"number-up", "1"}})));
+}
+
+TEST(RowsThatShowAnOption, AreNoneForOptionsThatGtkDoesNotShow) {
+  const auto tabs = newTabs();
+  tabs.settings->set("cups-Glue", "Hot");
+  EXPECT_THAT(shownRows(tabs, {{"x-note", "kept"}}), IsEmpty());
+}
+
+TEST(OptionsFromTabs, AreRefusedWhenPagesAreToBeChosenAndNoneIs) {
+  const auto tabs = newTabs();
+  tabs.settings->set_print_pages(Gtk::PrintPages::RANGES);
+  const auto failure = failureOf([&] { optionsOf(tabs); });
+  EXPECT_EQ(failure.trouble(), Trouble::told);
+  EXPECT_STREQ(failure.what(), "Type the numbers of the pages to print, or choose all pages.");
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

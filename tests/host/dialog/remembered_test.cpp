@@ -1,0 +1,166 @@
+#include "host/dialog/settings/remembered.hpp"
+
+#include <fstream>
+
+#include <cups/cups.h>
+#include <gmock/gmock.h>
+#include <gtk/gtk.h>
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class RememberedSettings : public testing::Test {
+ protected:
+  void SetUp() override { fs::remove_all(rememberedFile({"server", "any"}).parent_path()); }
+
+  static Remembered threeCopiesOnA3() {
+    Remembered settings{{Gtk::PrintSettings::create(), Gtk::PageSetup::create()}, {{"Margin", "12"}}};
+    settings.pages.settings->set_n_copies(3);
+    settings.pages.setup->set_paper_size(Gtk::PaperSize("iso_a3"));
+    settings.pages.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE);
+    return settings;
+  }
+  static void write(const fs::path& file, const std::string& text) {
+    fs::create_directories(file.parent_path());
+    std::ofstream(file) << text;
+  }
+
+  const PrinterPlace place{"server:631", "Morva"};
+  std::vector<std::string> messages;
+  const Note report = [this](const std::string& message) { messages.push_back(message); };
+};
+
+void expectNothing(const Remembered& settings) {
+  EXPECT_FALSE(settings.pages.settings);
+  EXPECT_FALSE(settings.pages.setup);
+  EXPECT_THAT(settings.panel, IsEmpty());
+}
+
+TEST_F(RememberedSettings, ComeBackForTheirPrinter) {
+  EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
+  const auto settings = recall(place, report);
+  ASSERT_TRUE(settings.pages.settings && settings.pages.setup);
+  EXPECT_EQ(settings.pages.settings->get_n_copies(), 3);
+  EXPECT_NEAR(settings.pages.setup->get_paper_size().get_width(Gtk::Unit::MM), 297, 1);
+  EXPECT_EQ(settings.pages.setup->get_orientation(), Gtk::PageOrientation::LANDSCAPE);
+  EXPECT_THAT(settings.panel, ElementsAre(Option{"Margin", "12"}));
+  EXPECT_THAT(messages, IsEmpty());
+}
+
+TEST_F(RememberedSettings, AreNotSeenByAnotherPrinterOrServer) {
+  remember(place, threeCopiesOnA3(), report);
+  for (const PrinterPlace& other : {PrinterPlace{"server:631", "Other"}, PrinterPlace{"other:631", "Morva"},
+                                    PrinterPlace{"server:1631", "Morva"}, PrinterPlace{"localhost", "Morva"},
+                                    PrinterPlace{"server:631", "morva"}, PrinterPlace{"server:631", ""}})
+    expectNothing(recall(other, report));
+  EXPECT_THAT(messages, IsEmpty());
+}
+
+TEST_F(RememberedSettings, KnowTheirServerWithAndWithoutTheUsualPort) {
+  remember(place, threeCopiesOnA3(), report);
+  EXPECT_THAT(recall({"server", "Morva"}, report).panel, ElementsAre(Option{"Margin", "12"}));
+}
+
+TEST_F(RememberedSettings, KnowThisComputersServerByAnyOfItsNames) {
+  const auto file = rememberedFile({"localhost", "Morva"});
+  EXPECT_EQ(rememberedFile({"localhost:631", "Morva"}), file);
+  EXPECT_EQ(rememberedFile({"/run/cups/cups.sock", "Morva"}), file);
+}
+
+TEST_F(RememberedSettings, KnowTheServerThatLibcupsChooses) {
+  cupsSetServer("chosen:1631");
+  EXPECT_EQ(rememberedFile({std::nullopt, "Morva"}), rememberedFile({"chosen:1631", "Morva"}));
+  cupsSetServer(nullptr);
+}
+
+TEST_F(RememberedSettings, StayInTheirFolderWhateverThePrinterIsCalled) {
+  for (const char* name : {"../Morva", "a/b", "Möwe", "%2F", "a@b"}) {
+    const PrinterPlace odd{"localhost", name};
+    remember(odd, threeCopiesOnA3(), report);
+    EXPECT_EQ(rememberedFile(odd).lexically_normal().parent_path(), rememberedFile(place).parent_path());
+    EXPECT_THAT(recall(odd, report).panel, ElementsAre(Option{"Margin", "12"})) << name;
+  }
+  EXPECT_NE(rememberedFile({"localhost", "a@b"}), rememberedFile({"b", "a"}));
+}
+
+TEST_F(RememberedSettings, ReplaceEarlierOnes) {
+  remember(place, threeCopiesOnA3(), report);
+  auto later = threeCopiesOnA3();
+  later.pages.settings->set_n_copies(1);
+  later.panel = {{"Position", "Left"}};
+  remember(place, later, report);
+  EXPECT_EQ(recall(place, report).pages.settings->get_n_copies(), 1);
+  EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"Position", "Left"}));
+}
+
+TEST_F(RememberedSettings, LeaveOutWhatIsOfOneJob) {
+  auto settings = threeCopiesOnA3();
+  auto& job = *settings.pages.settings;
+  job.set_print_pages(Gtk::PrintPages::RANGES);
+  job.set_page_ranges({Gtk::PageRange(1, 2)});
+  job.set("cups-job-hold-until", "indefinite");
+  job.set("print-at", "on-hold");
+  job.set("print-at-time", "23:00");
+  remember(place, settings, report);
+  const auto recalled = recall(place, report).pages.settings;
+  EXPECT_EQ(recalled->get_print_pages(), Gtk::PrintPages::ALL);
+  for (const char* key : {"page-ranges", "cups-job-hold-until", "print-at", "print-at-time"})
+    EXPECT_FALSE(recalled->has_key(key)) << key;
+  EXPECT_EQ(recalled->get_n_copies(), 3);
+  EXPECT_EQ(job.get_print_pages(), Gtk::PrintPages::RANGES) << "the job's own settings changed";
+}
+
+TEST_F(RememberedSettings, KeepValuesOfAnyText) {
+  auto settings = threeCopiesOnA3();
+  settings.panel = {{"Semicolon", "a;b"},
+                    {"Empty", ""},
+                    {"Spaces", " two words "},
+                    {"Line", "one\ntwo"},
+                    {"Umlaut", "Öse"}};
+  remember(place, settings, report);
+  EXPECT_EQ(recall(place, report).panel, settings.panel);
+}
+
+TEST_F(RememberedSettings, CanBeReadByTheirUserAlone) {
+  remember(place, threeCopiesOnA3(), report);
+  const auto file = rememberedFile(place);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(fs::status(file.parent_path()).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(RememberedSettings, AreNoneBeforeTheFirstJob) {
+  expectNothing(recall(place, report));
+  EXPECT_THAT(messages, IsEmpty());
+}
+
+TEST_F(RememberedSettings, ThatAreDamagedAreReportedSetAsideAndCostNothing) {
+  const auto file = rememberedFile(place);
+  write(file, "[Print Settings\nn-copies");
+  expectNothing(recall(place, report));
+  EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(file.string()), HasSubstr(".damaged"))));
+  EXPECT_FALSE(fs::exists(file));
+  EXPECT_TRUE(fs::exists(file.string() + ".damaged"));
+
+  EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
+  EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"Margin", "12"}));
+  EXPECT_EQ(messages.size(), 1U);
+}
+
+TEST_F(RememberedSettings, ThatCannotBeWrittenAreReported) {
+  const auto folder = rememberedFile(place).parent_path();
+  write(folder, "no folder");
+  const auto failure = remember(place, threeCopiesOnA3(), report);
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->trouble(), Trouble::notRemembered);
+  EXPECT_THAT(messages, ElementsAre(failure->what()));
+  fs::remove(folder);
+}
+
+}  // namespace
+}  // namespace tandemtrim::host
