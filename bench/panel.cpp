@@ -3,6 +3,7 @@
 
 #include "bench/measured.hpp"
 #include "bench/printer.hpp"
+#include "plugin/setting_info/settings.hpp"
 
 int main(int argc, char* argv[]) {
   using namespace tandemtrim::bench;
@@ -14,9 +15,8 @@ int main(int argc, char* argv[]) {
   }
   {
     const Measured measured("4 ppdFindAttr");
-    for (const char* keyword : {"MVMaxTandemTrimMarginTop", "MVMaxTandemTrimMarginBottom",
-                                "MVMaxTandemTrimMarginLeft", "MVMaxTandemTrimMarginRight"})
-      ppdFindAttr(job->ppd.get(), keyword, nullptr);
+    for (const auto& margin : tandemtrim::kMargins)
+      ppdFindAttr(job->ppd.get(), margin.ppdKey.data(), nullptr);
   }
   std::unique_ptr<OpenedPanel> opened;
   {

@@ -9,24 +9,15 @@
 #include "adapters/linux/print_settings.hpp"
 #include "adapters/memory/panel_view.hpp"
 #include "platform/extension.hpp"
+#include "plugin/setting_info/settings.hpp"
 
 namespace tandemtrim::fuzz {
 
-/// The panel's settings in their order, and their defaults by the bundle's property list.
-struct Setting {
-  const char* key;
-  const char* fallback;
-};
-inline constexpr std::array<Setting, 7> kSettings{{
-    {"MVTandemTrim", "Off"},
-    {"MVImageDirectionPriority", "LongEdgeFeed"},
-    {"MVPrintPosition", "Center"},
-    {"MVTopMargin", "5"},
-    {"MVBottomMargin", "5"},
-    {"MVLeftMargin", "5"},
-    {"MVRightMargin", "5"},
-}};
-inline constexpr std::array<const char*, 4> kSides{"Top", "Bottom", "Left", "Right"};
+/// A setting's default by the bundle's property list.
+constexpr const char* defaultOf(std::size_t setting) {
+  constexpr std::array<const char*, kFirstMargin> kBeforeMargins{"Off", "LongEdgeFeed", "Center"};
+  return setting < kFirstMargin ? kBeforeMargins.at(setting) : "5";
+}
 /// The range of every margin, and the largest one where the PPD names none.
 inline constexpr int kSmallest = 0;
 inline constexpr int kLargest = 50;

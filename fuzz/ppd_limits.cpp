@@ -44,7 +44,8 @@ void examine(std::string_view input) {
   job->settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
   auto& view = viewOf(*panel);
   panel->willShow();
-  for (const std::string side : kSides) {
+  for (const auto& margin : kMargins) {
+    const std::string side(margin.marginName);
     const auto limit = expectedLimit(ppd.get(), side);
     require(view.control("textBoxMargin" + side).max == static_cast<double>(limit),
             "the box's bound, " + side);

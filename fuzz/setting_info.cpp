@@ -54,7 +54,8 @@ void examineObject(const Object& object, int level) {
 }
 
 void examineCommonInfo(const MorvaTTCommonInfoKV2& info) {
-  for (const auto* side : kSides) {
+  for (const auto& margin : kMargins) {
+    const auto side = margin.marginName;
     const auto limit = info.marginLimit(side);
     require(limit != nullptr, "every side has a limit");
     const auto minimum = platform::integerValue(info.defaultMarginMin());
@@ -65,7 +66,7 @@ void examineCommonInfo(const MorvaTTCommonInfoKV2& info) {
             "no limit below the minimum");
     require(info.defaultMarginValue(side) == info.defaultMarginValue(side), "the very object each time");
   }
-  require(!info.marginLimit("Middle") && !info.defaultMarginValue("Middle"), "four sides");
+  require(!info.marginLimit("Middle") && !info.defaultMarginValue("Middle"), "no other sides");
 }
 
 // The bounds may be real numbers: the box shows them in full, the stepper cut.
@@ -94,7 +95,7 @@ void examinePanel(const std::shared_ptr<Resources>& bundle) {
   (void)panel->summaryInfo();
   require(job->settings.entries().size() == saved, "a summary stores nothing");
   if (view.control("tandemTrimValid").state == platform::CheckBox::kOff) view.click("tandemTrimValid");
-  for (const std::string side : kSides) examineMargin(view, side);
+  for (const auto& margin : kMargins) examineMargin(view, std::string(margin.marginName));
 }
 
 }  // namespace

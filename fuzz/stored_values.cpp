@@ -1,4 +1,4 @@
-// What a job's print settings hold under the panel's seven keys, in the panel's order, each value behind a
+// What a job's print settings hold under the panel's keys, in the panel's order, each value behind a
 // byte 1 and none behind any other. The panel changes only what it must: what it cannot show is replaced when
 // it is saved, margins stay until a person edits them.
 #include <vector>
@@ -10,7 +10,6 @@ namespace tandemtrim::fuzz {
 namespace {
 
 using Values = std::vector<std::optional<std::string>>;
-constexpr std::size_t kMargins = 3;
 
 Values valuesFrom(std::string_view input) {
   Values values(kSettings.size());
@@ -24,7 +23,7 @@ Values valuesFrom(std::string_view input) {
 
 Values storedIn(const Job& job) {
   Values values;
-  for (const auto& setting : kSettings) values.push_back(job.stored(setting.key));
+  for (const auto& setting : kSettings) values.push_back(job.stored(setting.keyword));
   return values;
 }
 
@@ -63,8 +62,8 @@ void examine(std::string_view input) {
   const auto job = std::make_shared<Job>();
   auto values = valuesFrom(input);
   for (std::size_t i = 0; i < values.size(); ++i) {
-    job->settings.PMPrintSettingsSetValue(kSettings.at(i).key, values[i], false);
-    if (!values[i]) values[i] = kSettings.at(i).fallback;
+    job->settings.PMPrintSettingsSetValue(kSettings.at(i).keyword, values[i], false);
+    if (!values[i]) values[i] = defaultOf(i);
   }
   const auto panel = openPanel(job, std::make_shared<Resources>());
   require(storedIn(*job) == values, "making a panel stores the defaults that are missing and nothing else");
@@ -83,20 +82,20 @@ void examine(std::string_view input) {
   panel->saveValuesAndReturnError(nullptr);
   auto again = afterSaving(values);
   for (const std::size_t menu : {1U, 2U}) {
-    if (!again[menu]) again[menu] = kSettings.at(menu).fallback;
+    if (!again[menu]) again[menu] = defaultOf(menu);
   }
   require(storedIn(*job) == again, "a choice that was removed is shown as the default");
   examineSummary(*panel, again);
 
   if (again[0] == "On") {
-    for (const std::string side : kSides) view.append(side, "7");
+    for (const auto& margin : kMargins) view.append(margin.marginName, "7");
     panel->saveValuesAndReturnError(nullptr);
-    for (std::size_t side = 0; side < kSides.size(); ++side) {
+    for (std::size_t margin = kFirstMargin; margin < kSettings.size(); ++margin) {
       std::string digits;
-      for (const char character : *again[kMargins + side] + "7") {
+      for (const char character : *again[margin] + "7") {
         if (character >= '0' && character <= '9') digits += character;
       }
-      require(job->stored(kSettings.at(kMargins + side).key) ==
+      require(job->stored(kSettings.at(margin).keyword) ==
                   std::to_string(integerHeldBetween(digits, kSmallest, kLimit)),
               "a margin that is edited is legal");
     }

@@ -1,6 +1,7 @@
-// A person's acts at the margins, one a line: t(ype), a(ppend), b(ackspace), + or - (the stepper), then T, B,
-// L or R for the side, then a text. Whatever is typed, a box holds a number of its range, and nothing else
-// changes.
+// A person's acts at the margins, one a line: t(ype), a(ppend), b(ackspace), + or - (the stepper), then the
+// first letter of the side, then a text. Whatever is typed, a box holds a number of its range, and nothing
+// else changes.
+#include <algorithm>
 #include <map>
 
 #include "fuzz/panel.hpp"
@@ -40,6 +41,7 @@ void examineRules(const std::string& text) {
 class Person {
  public:
   Person() : job_(std::make_shared<Job>()), panel_(openPanel(job_, std::make_shared<Resources>())) {
+    for (const auto& margin : kMargins) boxes_.emplace(margin.marginName, defaultOf(kFirstMargin));
     job_->settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
     viewOf(*panel_);
     panel_->willShow();
@@ -47,8 +49,9 @@ class Person {
 
   void act(std::string_view line) {
     const char verb = line.empty() ? 't' : line[0];
-    const auto sideAt = std::string_view("TBLR").find(line.size() < 2 ? 'T' : line[1]);
-    const std::string side = kSides.at(sideAt == std::string_view::npos ? 0 : sideAt);
+    const auto named = std::ranges::find(kMargins, line.size() < 2 ? 'T' : line[1],
+                                         [](const Setting& margin) { return margin.marginName.front(); });
+    const std::string side(named == kMargins.end() ? TTCINameMarginTop : named->marginName);
     const std::string text(line.substr(std::min<std::size_t>(2, line.size())));
     auto& view = viewOf(*panel_);
     auto& box = boxes_[side];
@@ -89,7 +92,7 @@ class Person {
 
   std::shared_ptr<Job> job_;
   std::unique_ptr<platform::PrintPanel> panel_;
-  std::map<std::string, std::string> boxes_{{"Top", "5"}, {"Bottom", "5"}, {"Left", "5"}, {"Right", "5"}};
+  std::map<std::string, std::string> boxes_;
 };
 
 }  // namespace

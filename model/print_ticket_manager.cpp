@@ -1,12 +1,12 @@
 #include "model/print_ticket_manager.hpp"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "model/ticket_names.hpp"
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 
 namespace tandemtrim {
 namespace {
@@ -61,15 +61,13 @@ std::unique_ptr<MorvaTTPrintTicketManagerKV2> MorvaTTPrintTicketManagerKV2::init
 // nothing stored.
 bool MorvaTTPrintTicketManagerKV2::initialize(const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo) {
   const auto& info = *commonInfo;
-  const std::array<ConstructionEntry, 7> entries{
+  std::vector<ConstructionEntry> entries{
       textEntry(ticketValid_, info.defaultValid(), info.ticketKeyValid()),
       textEntry(ticketDirection_, info.defaultImageDirection(), info.ticketKeyImageDirection()),
       textEntry(ticketPosition_, info.defaultPosition(), info.ticketKeyPosition()),
-      marginEntry(ticketMarginTop_, info, TTCINameMarginTop),
-      marginEntry(ticketMarginBottom_, info, TTCINameMarginBottom),
-      marginEntry(ticketMarginLeft_, info, TTCINameMarginLeft),
-      marginEntry(ticketMarginRight_, info, TTCINameMarginRight),
   };
+  for (std::size_t side = 0; side < kSides; ++side)
+    entries.push_back(marginEntry(ticketMargins_.at(side), info, kMargins[side].marginName));
   return std::ranges::all_of(entries, [&](const auto& entry) { return makeTicket(entry, commonInfo); });
 }
 
@@ -78,27 +76,20 @@ MorvaTTPrintTicketManagerKV2::~MorvaTTPrintTicketManagerKV2() {
   ticketValid_.reset();
   ticketDirection_.reset();
   ticketPosition_.reset();
-  ticketMarginTop_.reset();
-  ticketMarginBottom_.reset();
-  ticketMarginLeft_.reset();
-  ticketMarginRight_.reset();
+  for (auto& ticket : ticketMargins_) ticket.reset();
 }
 
-std::array<MorvaTTPrintTicketManagerKV2::NamedTicket, 7> MorvaTTPrintTicketManagerKV2::ticketTable() const {
-  return {{
-      {TTPTMNameValid, ticketValid()},
-      {TTPTMNameDirection, ticketDirection()},
-      {TTPTMNamePosition, ticketPosition()},
-      {TTPTMNameMarginTop, ticketMarginTop()},
-      {TTPTMNameMarginBottom, ticketMarginBottom()},
-      {TTPTMNameMarginLeft, ticketMarginLeft()},
-      {TTPTMNameMarginRight, ticketMarginRight()},
-  }};
+std::array<MorvaTTPrintTicketKV2*, kSettings.size()> MorvaTTPrintTicketManagerKV2::tickets() const {
+  std::array<MorvaTTPrintTicketKV2*, kSettings.size()> all{ticketValid(), ticketDirection(),
+                                                           ticketPosition()};
+  std::ranges::transform(ticketMargins_, all.begin() + kFirstMargin,
+                         [](const auto& ticket) { return ticket.get(); });
+  return all;
 }
 
 MorvaTTPrintTicketKV2* MorvaTTPrintTicketManagerKV2::ticketNamed(std::string_view ticketName) const {
-  for (const auto& [name, ticket] : ticketTable()) {
-    if (name == ticketName) return ticket;
+  for (std::size_t setting = 0; setting < kSettings.size(); ++setting) {
+    if (kTicketNames.at(setting) == ticketName) return tickets().at(setting);
   }
   return nullptr;
 }
@@ -111,7 +102,7 @@ void MorvaTTPrintTicketManagerKV2::registerTargetInstances(const MorvaTTPrintTic
 void MorvaTTPrintTicketManagerKV2::setTitleToValid(std::string_view title) { ticketValid_->setTitle(title); }
 
 void MorvaTTPrintTicketManagerKV2::restoreAllTicketFailSafe() {
-  for (const auto& [name, ticket] : ticketTable()) ticket->restoreTicketFailSafe();
+  for (auto* ticket : tickets()) ticket->restoreTicketFailSafe();
 }
 
 std::optional<std::string> MorvaTTPrintTicketManagerKV2::restoreTicketFailSafe(std::string_view ticketName) {
@@ -121,26 +112,20 @@ std::optional<std::string> MorvaTTPrintTicketManagerKV2::restoreTicketFailSafe(s
 }
 
 void MorvaTTPrintTicketManagerKV2::saveAllTicket() {
-  for (const auto& [name, ticket] : ticketTable()) ticket->saveTicket();
+  for (auto* ticket : tickets()) ticket->saveTicket();
 }
 
 // Restoring the defaults never switches the function on or off: the Valid ticket is left out.
 void MorvaTTPrintTicketManagerKV2::setAllToDefaultExceptValid() {
-  for (const auto& [name, ticket] : ticketTable()) {
+  for (auto* ticket : tickets()) {
     if (ticket != ticketValid()) ticket->setToDefault();
   }
 }
 
 void MorvaTTPrintTicketManagerKV2::setMarginValue(const platform::Object& value,
                                                   std::string_view ticketName) {
-  const std::array<std::pair<std::string_view, MorvaTTPrintTicketMarginKV2*>, 4> table{{
-      {TTPTMNameMarginTop, ticketMarginTop()},
-      {TTPTMNameMarginBottom, ticketMarginBottom()},
-      {TTPTMNameMarginLeft, ticketMarginLeft()},
-      {TTPTMNameMarginRight, ticketMarginRight()},
-  }};
-  for (const auto& [name, ticket] : table) {
-    if (name == ticketName) ticket->setMarginValue(value);
+  for (std::size_t side = 0; side < kSides; ++side) {
+    if (marginsOf(kTicketNames)[side] == ticketName) ticketMargins_.at(side)->setMarginValue(value);
   }
 }
 

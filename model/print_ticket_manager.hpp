@@ -9,15 +9,15 @@
 #include "model/print_ticket.hpp"
 #include "platform/object.hpp"
 #include "plugin/setting_info/common_info.hpp"
+#include "plugin/setting_info/settings.hpp"
 
 namespace tandemtrim {
 
-/// Owns the seven tickets and is the view's only way to them: all at once, in the order Valid, Direction,
-/// Position, Top, Bottom, Left, Right, or one by its ticket name, compared exactly. A name that no ticket has
-/// does nothing.
+/// Owns the tickets and is the view's only way to them: all at once, in the order of the settings, or one by
+/// its ticket name, compared exactly. A name that no ticket has does nothing.
 class MorvaTTPrintTicketManagerKV2 final {
  public:
-  /// The manager with all seven tickets, or none when the common info is none or a ticket cannot be made
+  /// The manager with all tickets, or none when the common info is none or a ticket cannot be made
   /// (what the tickets before it stored stays stored). A default or key that the common info lacks, or that
   /// is of the wrong kind, raises std::invalid_argument before anything is stored.
   [[nodiscard]] static std::unique_ptr<MorvaTTPrintTicketManagerKV2> initWithCommonInfo(
@@ -37,7 +37,7 @@ class MorvaTTPrintTicketManagerKV2 final {
   void saveAllTicket();
   /// Shows the defaults of all settings but the on/off setting, which stays as it is.
   void setAllToDefaultExceptValid();
-  /// Shows the number in the named margin's controls; only the four margin names count.
+  /// Shows the number in the named margin's controls; only margins have one.
   void setMarginValue(const platform::Object& value, std::string_view ticketName);
 
   /// The named setting's ticket, or null for an unknown name.
@@ -45,28 +45,26 @@ class MorvaTTPrintTicketManagerKV2 final {
   [[nodiscard]] MorvaTTPrintTicketValidKV2* ticketValid() const { return ticketValid_.get(); }
   [[nodiscard]] MorvaTTPrintTicketPopUpKV2* ticketDirection() const { return ticketDirection_.get(); }
   [[nodiscard]] MorvaTTPrintTicketPopUpKV2* ticketPosition() const { return ticketPosition_.get(); }
-  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginTop() const { return ticketMarginTop_.get(); }
-  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginBottom() const { return ticketMarginBottom_.get(); }
-  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginLeft() const { return ticketMarginLeft_.get(); }
-  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginRight() const { return ticketMarginRight_.get(); }
+  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginTop() const { return ticketMargins_[kTop].get(); }
+  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginBottom() const {
+    return ticketMargins_[kBottom].get();
+  }
+  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginLeft() const { return ticketMargins_[kLeft].get(); }
+  [[nodiscard]] MorvaTTPrintTicketMarginKV2* ticketMarginRight() const {
+    return ticketMargins_[kRight].get();
+  }
 
  private:
   MorvaTTPrintTicketManagerKV2() = default;
   bool initialize(const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo);
 
-  struct NamedTicket {
-    std::string_view name;
-    MorvaTTPrintTicketKV2* ticket;
-  };
-  [[nodiscard]] std::array<NamedTicket, 7> ticketTable() const;
+  /// In the order of the settings.
+  [[nodiscard]] std::array<MorvaTTPrintTicketKV2*, kSettings.size()> tickets() const;
 
   std::unique_ptr<MorvaTTPrintTicketValidKV2> ticketValid_;
   std::unique_ptr<MorvaTTPrintTicketPopUpKV2> ticketDirection_;
   std::unique_ptr<MorvaTTPrintTicketPopUpKV2> ticketPosition_;
-  std::unique_ptr<MorvaTTPrintTicketMarginKV2> ticketMarginTop_;
-  std::unique_ptr<MorvaTTPrintTicketMarginKV2> ticketMarginBottom_;
-  std::unique_ptr<MorvaTTPrintTicketMarginKV2> ticketMarginLeft_;
-  std::unique_ptr<MorvaTTPrintTicketMarginKV2> ticketMarginRight_;
+  std::array<std::unique_ptr<MorvaTTPrintTicketMarginKV2>, kSides> ticketMargins_;
 };
 
 }  // namespace tandemtrim

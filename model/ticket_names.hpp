@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
 #include <string_view>
+
+#include "plugin/setting_info/settings.hpp"
 
 namespace tandemtrim {
 
@@ -13,7 +16,14 @@ inline constexpr std::string_view TTPTMNameMarginBottom = "Bottom";
 inline constexpr std::string_view TTPTMNameMarginLeft = "Left";
 inline constexpr std::string_view TTPTMNameMarginRight = "Right";
 
-/// The fields of a ticket construction entry.
+/// The ticket name of each setting.
+inline constexpr std::array kTicketNames{
+    TTPTMNameValid,        TTPTMNameDirection,  TTPTMNamePosition,    TTPTMNameMarginTop,
+    TTPTMNameMarginBottom, TTPTMNameMarginLeft, TTPTMNameMarginRight,
+};
+static_assert(kTicketNames.size() == kSettings.size());
+
+/// Names of the fields of a ticket construction entry. No code here reads them.
 inline constexpr std::string_view TTPTMKeyInstancePointer = "InstancePointer";
 inline constexpr std::string_view TTPTMKeyClass = "Class";
 inline constexpr std::string_view TTPTMKeyDefaultValue = "DefaultValue";

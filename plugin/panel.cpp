@@ -1,20 +1,11 @@
 #include "plugin/panel.hpp"
 
-#include <array>
 #include <utility>
 
 #include "platform/log.hpp"
+#include "plugin/setting_info/settings.hpp"
 
 namespace tandemtrim {
-namespace {
-
-constexpr std::array<const char*, 7> kSupportedPPDOptionKeys{
-    "MVTandemTrim",  "MVImageDirectionPriority", "MVPrintPosition",
-    "MVTopMargin",   "MVBottomMargin",           "MVLeftMargin",
-    "MVRightMargin",
-};
-
-}  // namespace
 
 std::unique_ptr<MorvaTTPdePanelKV2> MorvaTTPdePanelKV2::initWithCallback(
     std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle) {
@@ -51,8 +42,8 @@ void MorvaTTPdePanelKV2::willShow() {
 
 const std::vector<std::string>& MorvaTTPdePanelKV2::supportedPPDOptionKeys() {
   if (!supportedOptions_) {
-    supportedOptions_ = std::make_unique<std::vector<std::string>>(kSupportedPPDOptionKeys.begin(),
-                                                                   kSupportedPPDOptionKeys.end());
+    supportedOptions_ = std::make_unique<std::vector<std::string>>();
+    for (const auto& setting : kSettings) supportedOptions_->emplace_back(setting.keyword);
   }
   platform::NSLog("supportedPPDOptionKeys:=NSArray(%@)", *supportedOptions_);
   return *supportedOptions_;

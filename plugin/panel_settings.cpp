@@ -6,55 +6,46 @@
 
 #include "model/ticket_names.hpp"
 #include "plugin/panel.hpp"
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 #include "view/view_names.hpp"
 
 namespace tandemtrim {
 namespace {
 
 using platform::PanelSetting;
-using Names = std::span<const std::string_view>;
 
 constexpr std::array kOnOff{TTCITandemTrimOn, TTCITandemTrimOff};
-constexpr std::array kDirections{TTVCPopUpNameDirectionLEF, TTVCPopUpNameDirectionSEF};
-constexpr std::array kPositions{TTVCPopUpNamePositionLeft, TTVCPopUpNamePositionCenter,
-                                TTVCPopUpNamePositionRight};
 
-struct Row {
-  std::string_view ticketName;
-  std::string_view titleKey;
+// What a setting before the margins is, and its choices.
+struct Choice {
   PanelSetting::Kind kind;
-  Names choices;
-  std::string_view marginName;
+  std::span<const std::string_view> names;
 };
 
-constexpr auto kNumber = PanelSetting::Kind::number;
-constexpr std::array<Row, 7> kRows{{
-    {TTPTMNameValid, TTVCLabelNameValid, PanelSetting::Kind::onOff, kOnOff, {}},
-    {TTPTMNameDirection, TTVCLabelNameImageDirection, PanelSetting::Kind::choice, kDirections, {}},
-    {TTPTMNamePosition, TTVCLabelNamePosition, PanelSetting::Kind::choice, kPositions, {}},
-    {TTPTMNameMarginTop, TTVCLabelNameMarginTop, kNumber, {}, TTCINameMarginTop},
-    {TTPTMNameMarginBottom, TTVCLabelNameMarginBottom, kNumber, {}, TTCINameMarginBottom},
-    {TTPTMNameMarginLeft, TTVCLabelNameMarginLeft, kNumber, {}, TTCINameMarginLeft},
-    {TTPTMNameMarginRight, TTVCLabelNameMarginRight, kNumber, {}, TTCINameMarginRight},
+constexpr std::array<Choice, kFirstMargin> kChoices{{
+    {PanelSetting::Kind::onOff, kOnOff},
+    {PanelSetting::Kind::choice, kDirectionNames},
+    {PanelSetting::Kind::choice, kPositionNames},
 }};
 
 }  // namespace
 
 std::vector<PanelSetting> MorvaTTPdePanelKV2::settings() const {
   std::vector<PanelSetting> settings;
-  for (const auto& row : kRows) {
-    const auto& ticket = *viewController_->ticket()->ticketNamed(row.ticketName);
+  for (std::size_t index = 0; index < kSettings.size(); ++index) {
+    const auto& ticket = *viewController_->ticket()->ticketNamed(kTicketNames.at(index));
     auto& setting = settings.emplace_back();
     setting.keyword = ticket.key();
-    setting.name = row.ticketName;
-    setting.title = commonInfo_->localizedString(row.titleKey);
-    setting.kind = row.kind;
-    for (const auto name : row.choices)
-      setting.choices.push_back({std::string(name), commonInfo_->localizedString(name)});
-    if (row.kind == kNumber) {
+    setting.name = kTicketNames.at(index);
+    setting.title = commonInfo_->localizedString(kTitleKeys.at(index));
+    if (index < kFirstMargin) {
+      setting.kind = kChoices.at(index).kind;
+      for (const auto name : kChoices.at(index).names)
+        setting.choices.push_back({std::string(name), commonInfo_->localizedString(name)});
+    } else {
+      setting.kind = PanelSetting::Kind::number;
       setting.minimum = platform::integerValue(commonInfo_->defaultMarginMin());
-      setting.maximum = platform::integerValue(commonInfo_->marginLimit(row.marginName));
+      setting.maximum = platform::integerValue(commonInfo_->marginLimit(kSettings.at(index).marginName));
       setting.unit = "mm";
     }
     setting.value = ticket.currentValue();

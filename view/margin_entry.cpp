@@ -1,11 +1,9 @@
 #include "view/margin_entry.hpp"
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
 #include "model/ticket_names.hpp"
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 
 namespace tandemtrim::margin_entry {
 namespace {
@@ -23,14 +21,8 @@ std::string digitString(std::string text) {
 bool isDigitChar(std::string_view text) noexcept { return std::ranges::all_of(text, isDigit); }
 
 std::optional<std::string_view> ticketName(std::string_view identifier) noexcept {
-  constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kTickets{{
-      {TTCINameMarginTop, TTPTMNameMarginTop},
-      {TTCINameMarginBottom, TTPTMNameMarginBottom},
-      {TTCINameMarginLeft, TTPTMNameMarginLeft},
-      {TTCINameMarginRight, TTPTMNameMarginRight},
-  }};
-  for (const auto& [margin, ticket] : kTickets) {
-    if (margin == identifier) return ticket;
+  for (std::size_t side = 0; side < kSides; ++side) {
+    if (kMargins[side].marginName == identifier) return marginsOf(kTicketNames)[side];
   }
   return std::nullopt;
 }

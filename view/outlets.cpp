@@ -2,83 +2,61 @@
 #include <array>
 
 #include "view/view_controller.hpp"
+#include "view/view_names.hpp"
 
 namespace tandemtrim {
 namespace {
 
-template <class Control>
-Control* parameterOf(void (MorvaTTViewControllerKV2::*)(Control*));
-
-// Passes the object to an outlet's setter when it is of the setter's class.
-template <auto setter>
-void connect(MorvaTTViewControllerKV2& controller, platform::NibObject* object) {
-  using Pointer = decltype(parameterOf(setter));
-  if (auto* control = dynamic_cast<Pointer>(object)) (controller.*setter)(control);
-}
-
-// An outlet or an action by its name in the nib, and what the name stands for.
-struct Connection {
+// An action by its name in the nib.
+struct Action {
   std::string_view name;
-  void (*run)(MorvaTTViewControllerKV2&, platform::NibObject*);
+  void (MorvaTTViewControllerKV2::*run)(platform::NibObject*);
 };
 
-constexpr std::array<Connection, 23> kOutlets{{
-    {"labelDirection", connect<&MorvaTTViewControllerKV2::setLabelDirection>},
-    {"labelPosition", connect<&MorvaTTViewControllerKV2::setLabelPosition>},
-    {"labelMarginTop", connect<&MorvaTTViewControllerKV2::setLabelMarginTop>},
-    {"labelMarginBottom", connect<&MorvaTTViewControllerKV2::setLabelMarginBottom>},
-    {"labelMarginLeft", connect<&MorvaTTViewControllerKV2::setLabelMarginLeft>},
-    {"labelMarginRight", connect<&MorvaTTViewControllerKV2::setLabelMarginRight>},
-    {"labelMarginLimitTop", connect<&MorvaTTViewControllerKV2::setLabelMarginLimitTop>},
-    {"labelMarginLimitBottom", connect<&MorvaTTViewControllerKV2::setLabelMarginLimitBottom>},
-    {"labelMarginLimitLeft", connect<&MorvaTTViewControllerKV2::setLabelMarginLimitLeft>},
-    {"labelMarginLimitRight", connect<&MorvaTTViewControllerKV2::setLabelMarginLimitRight>},
-    {"textBoxMarginTop", connect<&MorvaTTViewControllerKV2::setTextBoxMarginTop>},
-    {"textBoxMarginBottom", connect<&MorvaTTViewControllerKV2::setTextBoxMarginBottom>},
-    {"textBoxMarginLeft", connect<&MorvaTTViewControllerKV2::setTextBoxMarginLeft>},
-    {"textBoxMarginRight", connect<&MorvaTTViewControllerKV2::setTextBoxMarginRight>},
-    {"stepperMarginTop", connect<&MorvaTTViewControllerKV2::setStepperMarginTop>},
-    {"stepperMarginBottom", connect<&MorvaTTViewControllerKV2::setStepperMarginBottom>},
-    {"stepperMarginLeft", connect<&MorvaTTViewControllerKV2::setStepperMarginLeft>},
-    {"stepperMarginRight", connect<&MorvaTTViewControllerKV2::setStepperMarginRight>},
-    {"tandemTrimValid", connect<&MorvaTTViewControllerKV2::setTandemTrimValid>},
-    {"directionPopUp", connect<&MorvaTTViewControllerKV2::setDirectionPopUp>},
-    {"positionPopUp", connect<&MorvaTTViewControllerKV2::setPositionPopUp>},
-    {"defaultButton", connect<&MorvaTTViewControllerKV2::setDefaultButton>},
-    {"tandemTrimView", connect<&MorvaTTViewControllerKV2::setTandemTrimView>},
+constexpr std::array<Action, 2> kActions{{
+    {"changeTandemTrimValid:", &MorvaTTViewControllerKV2::changeTandemTrimValid},
+    {"setDefaultValue:", &MorvaTTViewControllerKV2::setDefaultValue},
 }};
-
-template <auto action>
-void perform(MorvaTTViewControllerKV2& controller, platform::NibObject* sender) {
-  (controller.*action)(sender);
-}
-
-constexpr std::array<Connection, 2> kActions{{
-    {"changeTandemTrimValid:", perform<&MorvaTTViewControllerKV2::changeTandemTrimValid>},
-    {"setDefaultValue:", perform<&MorvaTTViewControllerKV2::setDefaultValue>},
-}};
-
-template <class Table>
-void runNamed(const Table& table, std::string_view name, MorvaTTViewControllerKV2& controller,
-              platform::NibObject* object) {
-  const auto* connection = std::ranges::find(table, name, &Connection::name);
-  if (connection != table.end()) connection->run(controller, object);
-}
 
 }  // namespace
 
+// Calls `visit` with the name of each outlet and the field that it connects.
+template <class Controller, class Visitor>
+void MorvaTTViewControllerKV2::visitOutlets(Controller& controller, const Visitor& visit) {
+  visit("labelDirection", controller.labelDirection_);
+  visit("labelPosition", controller.labelPosition_);
+  for (std::size_t side = 0; side < kSides; ++side) {
+    auto& margin = controller.margins_.at(side);
+    const auto& outlets = kMarginOutlets.at(side);
+    visit(outlets.label, margin.label);
+    visit(outlets.limitLabel, margin.limitLabel);
+    visit(outlets.textBox, margin.textBox);
+    visit(outlets.stepper, margin.stepper);
+  }
+  visit("tandemTrimValid", controller.tandemTrimValid_);
+  visit("directionPopUp", controller.directionPopUp_);
+  visit("positionPopUp", controller.positionPopUp_);
+  visit("defaultButton", controller.defaultButton_);
+  visit("tandemTrimView", controller.tandemTrimView_);
+}
+
 std::vector<std::string_view> MorvaTTViewControllerKV2::outletNames() const {
   std::vector<std::string_view> names;
-  std::ranges::transform(kOutlets, std::back_inserter(names), &Connection::name);
+  visitOutlets(*this, [&](std::string_view name, const auto* /*control*/) { names.push_back(name); });
   return names;
 }
 
+// An object of another class than the outlet's leaves the outlet as it is.
 void MorvaTTViewControllerKV2::setOutlet(std::string_view name, platform::NibObject* object) {
-  runNamed(kOutlets, name, *this, object);
+  visitOutlets(*this, [&]<class Control>(std::string_view outlet, Control*& field) {
+    if (outlet != name) return;
+    if (auto* control = dynamic_cast<Control*>(object)) field = control;
+  });
 }
 
 void MorvaTTViewControllerKV2::performAction(std::string_view name, platform::NibObject* sender) {
-  runNamed(kActions, name, *this, sender);
+  const auto* action = std::ranges::find(kActions, name, &Action::name);
+  if (action != kActions.end()) (this->*action->run)(sender);
 }
 
 }  // namespace tandemtrim

@@ -1,50 +1,29 @@
-#include <array>
-
 #include "model/ticket_names.hpp"
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 #include "view/view_controller.hpp"
 #include "view/view_names.hpp"
 
 namespace tandemtrim {
-namespace {
-
-// A row of the summary: the key of its title and the ticket whose value it shows, in the words of the menus
-// or as it stands.
-struct Row {
-  std::string_view titleKey;
-  std::string_view ticketName;
-  bool valueIsLocalized;
-};
-
-constexpr std::array<Row, 6> kRows{{
-    {TTVCLabelNameImageDirection, TTPTMNameDirection, true},
-    {TTVCLabelNamePosition, TTPTMNamePosition, true},
-    {TTVCLabelNameMarginTop, TTPTMNameMarginTop, false},
-    {TTVCLabelNameMarginBottom, TTPTMNameMarginBottom, false},
-    {TTVCLabelNameMarginLeft, TTPTMNameMarginLeft, false},
-    {TTVCLabelNameMarginRight, TTPTMNameMarginRight, false},
-}};
-
-}  // namespace
 
 platform::Dictionary MorvaTTViewControllerKV2::summaryInfoWithDispOrderKey(std::string_view dispOrderKey) {
   platform::Dictionary summary;
-  const auto add = [&](const Row& row, std::string value) {
-    if (row.valueIsLocalized) value = commonInfo_->localizedString(value);
-    summary.insert_or_assign(commonInfo_->localizedString(row.titleKey),
+  // Values are in the words of the menus; margins are shown as they are stored.
+  const auto add = [&](std::size_t setting, std::string value) {
+    if (setting < kFirstMargin) value = commonInfo_->localizedString(value);
+    summary.insert_or_assign(commonInfo_->localizedString(kTitleKeys.at(setting)),
                              platform::makeObject(std::move(value)));
   };
 
   auto valid = ticket_->restoreTicketFailSafe(TTPTMNameValid).value();
   if (valid != TTCITandemTrimOn) {
-    add({TTVCLabelNameValid, TTPTMNameValid, true}, std::move(valid));
+    add(0, std::move(valid));
     return summary;
   }
 
   platform::Array titles;
-  for (const auto& row : kRows) {
-    add(row, ticket_->restoreTicketFailSafe(row.ticketName).value());
-    titles.push_back(platform::makeObject(commonInfo_->localizedString(row.titleKey)));
+  for (std::size_t setting = 1; setting < kSettings.size(); ++setting) {
+    add(setting, ticket_->restoreTicketFailSafe(kTicketNames.at(setting)).value());
+    titles.push_back(platform::makeObject(commonInfo_->localizedString(kTitleKeys.at(setting))));
   }
   summary.insert_or_assign(std::string(dispOrderKey), platform::makeObject(std::move(titles)));
   return summary;

@@ -1,6 +1,5 @@
 #include "view/view_controller.hpp"
 
-#include <array>
 #include <stdexcept>
 #include <utility>
 
@@ -53,15 +52,16 @@ void MorvaTTViewControllerKV2::setDefaultValue(platform::NibObject* /*sender*/) 
 }
 
 void MorvaTTViewControllerKV2::TTVCGreyView() {
-  const std::array<ViewComponent*, 21> components{
-      required(directionPopUp_),         required(positionPopUp_),        required(textBoxMarginTop_),
-      required(textBoxMarginBottom_),    required(textBoxMarginLeft_),    required(textBoxMarginRight_),
-      required(stepperMarginTop_),       required(stepperMarginBottom_),  required(stepperMarginLeft_),
-      required(stepperMarginRight_),     required(defaultButton_),        required(labelDirection_),
-      required(labelPosition_),          required(labelMarginTop_),       required(labelMarginBottom_),
-      required(labelMarginLeft_),        required(labelMarginRight_),     required(labelMarginLimitTop_),
-      required(labelMarginLimitBottom_), required(labelMarginLimitLeft_), required(labelMarginLimitRight_),
+  std::vector<ViewComponent*> components{required(directionPopUp_), required(positionPopUp_)};
+  const auto addOfMargins = [&](auto MarginControls::*control) {
+    for (const auto& margin : margins_) components.push_back(required(margin.*control));
   };
+  addOfMargins(&MarginControls::textBox);
+  addOfMargins(&MarginControls::stepper);
+  components.insert(components.end(),
+                    {required(defaultButton_), required(labelDirection_), required(labelPosition_)});
+  addOfMargins(&MarginControls::label);
+  addOfMargins(&MarginControls::limitLabel);
   const platform::Object flag(required(tandemTrimValid_)->state() == platform::CheckBox::kOn);
   for (auto* component : components) component->changeState(flag);
 }

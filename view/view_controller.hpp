@@ -11,9 +11,29 @@
 #include "platform/notifications.hpp"
 #include "platform/object.hpp"
 #include "plugin/setting_info/common_info.hpp"
+#include "plugin/setting_info/settings.hpp"
 #include "view/controls.hpp"
 
 namespace tandemtrim {
+
+/// The controls of one margin, null until the nib connects them.
+struct MarginControls {
+  MorvaTTTextLabelKV2* label = nullptr;
+  MorvaTTTextLabelKV2* limitLabel = nullptr;
+  MorvaTTTextBoxKV2* textBox = nullptr;
+  MorvaTTStepperKV2* stepper = nullptr;
+};
+
+// The accessors of one margin's controls: labelMarginTop(), setLabelMarginTop() and so on.
+#define MARGIN_OUTLETS(Name, side)                                                                        \
+  [[nodiscard]] MorvaTTTextLabelKV2* labelMargin##Name() const { return margins_[side].label; }           \
+  void setLabelMargin##Name(MorvaTTTextLabelKV2* control) { margins_[side].label = control; }             \
+  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginLimit##Name() const { return margins_[side].limitLabel; } \
+  void setLabelMarginLimit##Name(MorvaTTTextLabelKV2* control) { margins_[side].limitLabel = control; }   \
+  [[nodiscard]] MorvaTTTextBoxKV2* textBoxMargin##Name() const { return margins_[side].textBox; }         \
+  void setTextBoxMargin##Name(MorvaTTTextBoxKV2* control) { margins_[side].textBox = control; }           \
+  [[nodiscard]] MorvaTTStepperKV2* stepperMargin##Name() const { return margins_[side].stepper; }         \
+  void setStepperMargin##Name(MorvaTTStepperKV2* control) { margins_[side].stepper = control; }
 
 /// Stands behind the panel's view: loads the nib once, fills in its texts, tells the tickets their controls,
 /// keeps the margin boxes within their ranges, greys what depends on the check box and builds the summary. It
@@ -39,8 +59,9 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
   /// Stores what the controls show; nothing before the view is set up. Always true.
   bool saveNonPPDSettingsToPrintSettings();
 
-  /// The panel's part of the dialog's summary: the on/off row alone, or six rows and, under the given key,
-  /// the order of their titles. Reads the print settings and puts what it reads into the controls.
+  /// The panel's part of the dialog's summary: the on/off row alone, or a row for each other setting and,
+  /// under the given key, the order of their titles. Reads the print settings and puts what it reads into the
+  /// controls.
   [[nodiscard]] platform::Dictionary summaryInfoWithDispOrderKey(std::string_view dispOrderKey);
 
   /// Action of the check box; the sender does not matter.
@@ -66,38 +87,10 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
   void setLabelDirection(MorvaTTTextLabelKV2* control) { labelDirection_ = control; }
   [[nodiscard]] MorvaTTTextLabelKV2* labelPosition() const { return labelPosition_; }
   void setLabelPosition(MorvaTTTextLabelKV2* control) { labelPosition_ = control; }
-  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginTop() const { return labelMarginTop_; }
-  void setLabelMarginTop(MorvaTTTextLabelKV2* control) { labelMarginTop_ = control; }
-  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginBottom() const { return labelMarginBottom_; }
-  void setLabelMarginBottom(MorvaTTTextLabelKV2* control) { labelMarginBottom_ = control; }
-  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginLeft() const { return labelMarginLeft_; }
-  void setLabelMarginLeft(MorvaTTTextLabelKV2* control) { labelMarginLeft_ = control; }
-  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginRight() const { return labelMarginRight_; }
-  void setLabelMarginRight(MorvaTTTextLabelKV2* control) { labelMarginRight_ = control; }
-  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginLimitTop() const { return labelMarginLimitTop_; }
-  void setLabelMarginLimitTop(MorvaTTTextLabelKV2* control) { labelMarginLimitTop_ = control; }
-  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginLimitBottom() const { return labelMarginLimitBottom_; }
-  void setLabelMarginLimitBottom(MorvaTTTextLabelKV2* control) { labelMarginLimitBottom_ = control; }
-  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginLimitLeft() const { return labelMarginLimitLeft_; }
-  void setLabelMarginLimitLeft(MorvaTTTextLabelKV2* control) { labelMarginLimitLeft_ = control; }
-  [[nodiscard]] MorvaTTTextLabelKV2* labelMarginLimitRight() const { return labelMarginLimitRight_; }
-  void setLabelMarginLimitRight(MorvaTTTextLabelKV2* control) { labelMarginLimitRight_ = control; }
-  [[nodiscard]] MorvaTTTextBoxKV2* textBoxMarginTop() const { return textBoxMarginTop_; }
-  void setTextBoxMarginTop(MorvaTTTextBoxKV2* control) { textBoxMarginTop_ = control; }
-  [[nodiscard]] MorvaTTTextBoxKV2* textBoxMarginBottom() const { return textBoxMarginBottom_; }
-  void setTextBoxMarginBottom(MorvaTTTextBoxKV2* control) { textBoxMarginBottom_ = control; }
-  [[nodiscard]] MorvaTTTextBoxKV2* textBoxMarginLeft() const { return textBoxMarginLeft_; }
-  void setTextBoxMarginLeft(MorvaTTTextBoxKV2* control) { textBoxMarginLeft_ = control; }
-  [[nodiscard]] MorvaTTTextBoxKV2* textBoxMarginRight() const { return textBoxMarginRight_; }
-  void setTextBoxMarginRight(MorvaTTTextBoxKV2* control) { textBoxMarginRight_ = control; }
-  [[nodiscard]] MorvaTTStepperKV2* stepperMarginTop() const { return stepperMarginTop_; }
-  void setStepperMarginTop(MorvaTTStepperKV2* control) { stepperMarginTop_ = control; }
-  [[nodiscard]] MorvaTTStepperKV2* stepperMarginBottom() const { return stepperMarginBottom_; }
-  void setStepperMarginBottom(MorvaTTStepperKV2* control) { stepperMarginBottom_ = control; }
-  [[nodiscard]] MorvaTTStepperKV2* stepperMarginLeft() const { return stepperMarginLeft_; }
-  void setStepperMarginLeft(MorvaTTStepperKV2* control) { stepperMarginLeft_ = control; }
-  [[nodiscard]] MorvaTTStepperKV2* stepperMarginRight() const { return stepperMarginRight_; }
-  void setStepperMarginRight(MorvaTTStepperKV2* control) { stepperMarginRight_ = control; }
+  MARGIN_OUTLETS(Top, kTop)
+  MARGIN_OUTLETS(Bottom, kBottom)
+  MARGIN_OUTLETS(Left, kLeft)
+  MARGIN_OUTLETS(Right, kRight)
   [[nodiscard]] MorvaTTCheckBoxKV2* tandemTrimValid() const { return tandemTrimValid_; }
   void setTandemTrimValid(MorvaTTCheckBoxKV2* control) { tandemTrimValid_ = control; }
   [[nodiscard]] MorvaTTPopUpButtonKV2* directionPopUp() const { return directionPopUp_; }
@@ -122,33 +115,21 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
  private:
   MorvaTTViewControllerKV2() = default;
   [[nodiscard]] std::string rangeText(std::string_view marginName) const;
+  template <class Controller, class Visitor>
+  static void visitOutlets(Controller& controller, const Visitor& visit);
 
   bool viewIsInited_ = false;
   MorvaTTCommonInfoKV2* commonInfo_ = nullptr;
   std::unique_ptr<MorvaTTPrintTicketManagerKV2> ticket_;
   MorvaTTTextLabelKV2* labelDirection_ = nullptr;
   MorvaTTTextLabelKV2* labelPosition_ = nullptr;
-  MorvaTTTextLabelKV2* labelMarginTop_ = nullptr;
-  MorvaTTTextLabelKV2* labelMarginBottom_ = nullptr;
-  MorvaTTTextLabelKV2* labelMarginLeft_ = nullptr;
-  MorvaTTTextLabelKV2* labelMarginRight_ = nullptr;
-  MorvaTTTextLabelKV2* labelMarginLimitTop_ = nullptr;
-  MorvaTTTextLabelKV2* labelMarginLimitBottom_ = nullptr;
-  MorvaTTTextLabelKV2* labelMarginLimitLeft_ = nullptr;
-  MorvaTTTextLabelKV2* labelMarginLimitRight_ = nullptr;
-  MorvaTTTextBoxKV2* textBoxMarginTop_ = nullptr;
-  MorvaTTTextBoxKV2* textBoxMarginBottom_ = nullptr;
-  MorvaTTTextBoxKV2* textBoxMarginLeft_ = nullptr;
-  MorvaTTTextBoxKV2* textBoxMarginRight_ = nullptr;
-  MorvaTTStepperKV2* stepperMarginTop_ = nullptr;
-  MorvaTTStepperKV2* stepperMarginBottom_ = nullptr;
-  MorvaTTStepperKV2* stepperMarginLeft_ = nullptr;
-  MorvaTTStepperKV2* stepperMarginRight_ = nullptr;
+  std::array<MarginControls, kSides> margins_;
   MorvaTTCheckBoxKV2* tandemTrimValid_ = nullptr;
   MorvaTTPopUpButtonKV2* directionPopUp_ = nullptr;
   MorvaTTPopUpButtonKV2* positionPopUp_ = nullptr;
   MorvaTTButtonKV2* defaultButton_ = nullptr;
   platform::View* tandemTrimView_ = nullptr;
 };
+#undef MARGIN_OUTLETS
 
 }  // namespace tandemtrim

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <array>
 #include <string_view>
+
+#include "plugin/setting_info/settings.hpp"
 
 namespace tandemtrim {
 
-/// Localisation keys of the panel's texts; the labels' keys also name the rows of the summary.
+/// Localisation keys of the panel's texts; those of the settings also name the rows of the summary.
 inline constexpr std::string_view TTVCLabelNameValid = "EnableTandemTrim";
 inline constexpr std::string_view TTVCLabelNameImageDirection = "ImageDirection";
 inline constexpr std::string_view TTVCLabelNamePosition = "InformPrintingPosition";
@@ -24,7 +27,34 @@ inline constexpr std::string_view TTVCPopUpNamePositionRight = "Right";
 inline constexpr std::string_view TTVCPopUpNameDirectionLEF = "LongEdgeFeed";
 inline constexpr std::string_view TTVCPopUpNameDirectionSEF = "ShortEdgeFeed";
 
-/// The fields of a menu's and of a margin's set-up entry.
+/// The localisation key of each setting's title.
+inline constexpr std::array kTitleKeys{
+    TTVCLabelNameValid,        TTVCLabelNameImageDirection, TTVCLabelNamePosition,    TTVCLabelNameMarginTop,
+    TTVCLabelNameMarginBottom, TTVCLabelNameMarginLeft,     TTVCLabelNameMarginRight,
+};
+static_assert(kTitleKeys.size() == kSettings.size());
+
+/// The items of each menu, in their order.
+inline constexpr std::array kDirectionNames{TTVCPopUpNameDirectionLEF, TTVCPopUpNameDirectionSEF};
+inline constexpr std::array kPositionNames{TTVCPopUpNamePositionLeft, TTVCPopUpNamePositionCenter,
+                                           TTVCPopUpNamePositionRight};
+
+/// The outlets of each margin.
+struct MarginOutlets {
+  std::string_view label;
+  std::string_view limitLabel;
+  std::string_view textBox;
+  std::string_view stepper;
+};
+inline constexpr auto kMarginOutlets = std::to_array<MarginOutlets>({
+    {"labelMarginTop", "labelMarginLimitTop", "textBoxMarginTop", "stepperMarginTop"},
+    {"labelMarginBottom", "labelMarginLimitBottom", "textBoxMarginBottom", "stepperMarginBottom"},
+    {"labelMarginLeft", "labelMarginLimitLeft", "textBoxMarginLeft", "stepperMarginLeft"},
+    {"labelMarginRight", "labelMarginLimitRight", "textBoxMarginRight", "stepperMarginRight"},
+});
+static_assert(kMarginOutlets.size() == kSides);
+
+/// Names of the fields of a menu's and of a margin's set-up entry. No code here reads them.
 inline constexpr std::string_view TTVCKeyInstance = "instance";
 inline constexpr std::string_view TTVCKeyNames = "names";
 inline constexpr std::string_view TTVCKeyMarginName = "name";

@@ -1,11 +1,10 @@
 #include <algorithm>
 #include <array>
-#include <span>
 #include <stdexcept>
 #include <utility>
 
 #include "model/ticket_names.hpp"
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 #include "view/required.hpp"
 #include "view/view_controller.hpp"
 #include "view/view_names.hpp"
@@ -45,25 +44,19 @@ void MorvaTTViewControllerKV2::TTVCInitializeView() {
 }
 
 void MorvaTTViewControllerKV2::TTVCInitializeLabel() {
-  const std::array<std::pair<std::string_view, MorvaTTTextLabelKV2*>, 6> labels{{
+  std::vector<std::pair<std::string_view, MorvaTTTextLabelKV2*>> labels{
       {TTVCLabelNameImageDirection, required(labelDirection_)},
       {TTVCLabelNamePosition, required(labelPosition_)},
-      {TTVCLabelNameMarginTop, required(labelMarginTop_)},
-      {TTVCLabelNameMarginBottom, required(labelMarginBottom_)},
-      {TTVCLabelNameMarginLeft, required(labelMarginLeft_)},
-      {TTVCLabelNameMarginRight, required(labelMarginRight_)},
-  }};
+  };
+  for (std::size_t side = 0; side < kSides; ++side)
+    labels.emplace_back(marginsOf(kTitleKeys)[side], required(margins_.at(side).label));
   for (const auto& [key, label] : labels) {
     label->setStringValue(commonInfo_->localizedString(key).append(TTVCLabelNameDelimiter));
   }
 
-  const std::array<std::pair<std::string_view, MorvaTTTextLabelKV2*>, 4> limitLabels{{
-      {TTCINameMarginTop, required(labelMarginLimitTop_)},
-      {TTCINameMarginBottom, required(labelMarginLimitBottom_)},
-      {TTCINameMarginLeft, required(labelMarginLimitLeft_)},
-      {TTCINameMarginRight, required(labelMarginLimitRight_)},
-  }};
-  for (const auto& [marginName, label] : limitLabels) label->setStringValue("mm   " + rangeText(marginName));
+  for (const auto& margin : margins_) (void)required(margin.limitLabel);
+  for (std::size_t side = 0; side < kSides; ++side)
+    margins_.at(side).limitLabel->setStringValue("mm   " + rangeText(kMargins[side].marginName));
 }
 
 // The minimum goes in first: its text may bring a token of the maximum along.
@@ -81,9 +74,8 @@ std::string MorvaTTViewControllerKV2::rangeText(std::string_view marginName) con
 
 void MorvaTTViewControllerKV2::TTVCInitializePopUp() {
   const std::array<MenuEntry, 2> entries{{
-      {required(positionPopUp_),
-       {TTVCPopUpNamePositionLeft, TTVCPopUpNamePositionCenter, TTVCPopUpNamePositionRight}},
-      {required(directionPopUp_), {TTVCPopUpNameDirectionLEF, TTVCPopUpNameDirectionSEF}},
+      {required(positionPopUp_), {kPositionNames.begin(), kPositionNames.end()}},
+      {required(directionPopUp_), {kDirectionNames.begin(), kDirectionNames.end()}},
   }};
   for (const auto& [popUp, names] : entries) {
     for (std::size_t index = 0; index < popUp->numberOfItems(); ++index) {
@@ -96,27 +88,21 @@ void MorvaTTViewControllerKV2::TTVCInitializePopUp() {
 }
 
 void MorvaTTViewControllerKV2::TTVCInitializeTicket() {
-  const std::array<std::pair<std::string_view, MorvaTTPrintTicketKV2::Controls>, 7> controlsOfTickets{{
-      {TTPTMNameValid, {required(tandemTrimValid_)}},
-      {TTPTMNameDirection, {required(directionPopUp_)}},
-      {TTPTMNamePosition, {required(positionPopUp_)}},
-      {TTPTMNameMarginTop, {required(textBoxMarginTop_), required(stepperMarginTop_)}},
-      {TTPTMNameMarginBottom, {required(textBoxMarginBottom_), required(stepperMarginBottom_)}},
-      {TTPTMNameMarginLeft, {required(textBoxMarginLeft_), required(stepperMarginLeft_)}},
-      {TTPTMNameMarginRight, {required(textBoxMarginRight_), required(stepperMarginRight_)}},
-  }};
-  for (const auto& [ticketName, controls] : controlsOfTickets)
-    ticket_->registerTargetInstances(controls, ticketName);
+  std::vector<MorvaTTPrintTicketKV2::Controls> controlsOfTickets{
+      {required(tandemTrimValid_)}, {required(directionPopUp_)}, {required(positionPopUp_)}};
+  for (const auto& margin : margins_)
+    controlsOfTickets.push_back({required(margin.textBox), required(margin.stepper)});
+  for (std::size_t setting = 0; setting < kSettings.size(); ++setting)
+    ticket_->registerTargetInstances(controlsOfTickets.at(setting), kTicketNames.at(setting));
   ticket_->setTitleToValid(commonInfo_->localizedString(TTVCLabelNameValid));
 }
 
 void MorvaTTViewControllerKV2::TTVCInitializeMargin() {
-  const std::array<MarginEntry, 4> entries{{
-      {TTCINameMarginTop, required(textBoxMarginTop_), required(stepperMarginTop_)},
-      {TTCINameMarginBottom, required(textBoxMarginBottom_), required(stepperMarginBottom_)},
-      {TTCINameMarginLeft, required(textBoxMarginLeft_), required(stepperMarginLeft_)},
-      {TTCINameMarginRight, required(textBoxMarginRight_), required(stepperMarginRight_)},
-  }};
+  std::vector<MarginEntry> entries;
+  for (std::size_t side = 0; side < kSides; ++side) {
+    const auto& margin = margins_.at(side);
+    entries.push_back({kMargins[side].marginName, required(margin.textBox), required(margin.stepper)});
+  }
   const auto minimum = commonInfo_->defaultMarginMin();
   const auto setUp = [&](const MarginEntry& entry) {
     const auto limit = commonInfo_->marginLimit(entry.name);

@@ -6,6 +6,13 @@
 #import "adapters/appkit/control_classes.h"
 #include "view/view_controller.hpp"
 
+// The outlets of one margin.
+#define MARGIN_OUTLETS(Side)                                                         \
+  @property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMargin##Side;      \
+  @property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimit##Side; \
+  @property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMargin##Side;      \
+  @property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMargin##Side;
+
 /// The File's Owner of the nib: it connects the controls with the core's view controller, which does the
 /// work. It keeps what its outlets were connected to until it goes.
 @interface MorvaTTViewControllerKV2 : NSObject {
@@ -36,25 +43,14 @@
 @property(assign, nonatomic) BOOL viewIsInited;
 @property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelDirection;
 @property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelPosition;
-@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginTop;
-@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginBottom;
-@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLeft;
-@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginRight;
-@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimitTop;
-@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimitBottom;
-@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimitLeft;
-@property(assign, nonatomic) IBOutlet MorvaTTTextLabelKV2* labelMarginLimitRight;
-@property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMarginTop;
-@property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMarginBottom;
-@property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMarginLeft;
-@property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMarginRight;
-@property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMarginTop;
-@property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMarginBottom;
-@property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMarginLeft;
-@property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMarginRight;
+MARGIN_OUTLETS(Top)
+MARGIN_OUTLETS(Bottom)
+MARGIN_OUTLETS(Left)
+MARGIN_OUTLETS(Right)
 @property(assign, nonatomic) IBOutlet MorvaTTCheckBoxKV2* tandemTrimValid;
 @property(assign, nonatomic) IBOutlet MorvaTTPopUpButtonKV2* directionPopUp;
 @property(assign, nonatomic) IBOutlet MorvaTTPopUpButtonKV2* positionPopUp;
 @property(assign, nonatomic) IBOutlet MorvaTTButtonKV2* defaultButton;
 @property(assign, nonatomic) IBOutlet NSView* tandemTrimView;
 @end
+#undef MARGIN_OUTLETS

@@ -31,6 +31,12 @@ platform::NibObject* componentOf(id object) {
     });                                                                         \
   }
 
+#define MARGIN_OUTLETS(Side)                                                     \
+  OUTLET(MorvaTTTextLabelKV2, labelMargin##Side, setLabelMargin##Side)           \
+  OUTLET(MorvaTTTextLabelKV2, labelMarginLimit##Side, setLabelMarginLimit##Side) \
+  OUTLET(MorvaTTTextBoxKV2, textBoxMargin##Side, setTextBoxMargin##Side)         \
+  OUTLET(MorvaTTStepperKV2, stepperMargin##Side, setStepperMargin##Side)
+
 @implementation MorvaTTViewControllerKV2
 
 - (id)initWithCommonInfo:(MorvaTTCommonInfoKV2*)commonInfo {
@@ -130,22 +136,10 @@ platform::NibObject* componentOf(id object) {
 
 OUTLET(MorvaTTTextLabelKV2, labelDirection, setLabelDirection)
 OUTLET(MorvaTTTextLabelKV2, labelPosition, setLabelPosition)
-OUTLET(MorvaTTTextLabelKV2, labelMarginTop, setLabelMarginTop)
-OUTLET(MorvaTTTextLabelKV2, labelMarginBottom, setLabelMarginBottom)
-OUTLET(MorvaTTTextLabelKV2, labelMarginLeft, setLabelMarginLeft)
-OUTLET(MorvaTTTextLabelKV2, labelMarginRight, setLabelMarginRight)
-OUTLET(MorvaTTTextLabelKV2, labelMarginLimitTop, setLabelMarginLimitTop)
-OUTLET(MorvaTTTextLabelKV2, labelMarginLimitBottom, setLabelMarginLimitBottom)
-OUTLET(MorvaTTTextLabelKV2, labelMarginLimitLeft, setLabelMarginLimitLeft)
-OUTLET(MorvaTTTextLabelKV2, labelMarginLimitRight, setLabelMarginLimitRight)
-OUTLET(MorvaTTTextBoxKV2, textBoxMarginTop, setTextBoxMarginTop)
-OUTLET(MorvaTTTextBoxKV2, textBoxMarginBottom, setTextBoxMarginBottom)
-OUTLET(MorvaTTTextBoxKV2, textBoxMarginLeft, setTextBoxMarginLeft)
-OUTLET(MorvaTTTextBoxKV2, textBoxMarginRight, setTextBoxMarginRight)
-OUTLET(MorvaTTStepperKV2, stepperMarginTop, setStepperMarginTop)
-OUTLET(MorvaTTStepperKV2, stepperMarginBottom, setStepperMarginBottom)
-OUTLET(MorvaTTStepperKV2, stepperMarginLeft, setStepperMarginLeft)
-OUTLET(MorvaTTStepperKV2, stepperMarginRight, setStepperMarginRight)
+MARGIN_OUTLETS(Top)
+MARGIN_OUTLETS(Bottom)
+MARGIN_OUTLETS(Left)
+MARGIN_OUTLETS(Right)
 OUTLET(MorvaTTCheckBoxKV2, tandemTrimValid, setTandemTrimValid)
 OUTLET(MorvaTTPopUpButtonKV2, directionPopUp, setDirectionPopUp)
 OUTLET(MorvaTTPopUpButtonKV2, positionPopUp, setPositionPopUp)

@@ -1,6 +1,5 @@
 #include "adapters/gtk/panel.hpp"
 
-#include <array>
 #include <utility>
 
 #include "adapters/gtk/controls/controls.hpp"
@@ -8,24 +7,12 @@
 #include "adapters/gtk/controls/mnemonics.hpp"
 #include "adapters/gtk/controls/stepper.hpp"
 #include "adapters/gtk/controls/text_box.hpp"
+#include "view/view_names.hpp"
 
 namespace tandemtrim::platform::gtk {
 namespace {
 
 constexpr std::string_view kView = "tandemTrimView";
-
-struct MarginOutlets {
-  std::string_view label;
-  std::string_view textBox;
-  std::string_view stepper;
-};
-
-constexpr std::array<MarginOutlets, 4> kMargins{{
-    {"labelMarginTop", "textBoxMarginTop", "stepperMarginTop"},
-    {"labelMarginBottom", "textBoxMarginBottom", "stepperMarginBottom"},
-    {"labelMarginLeft", "textBoxMarginLeft", "stepperMarginLeft"},
-    {"labelMarginRight", "textBoxMarginRight", "stepperMarginRight"},
-}};
 
 }  // namespace
 
@@ -70,7 +57,7 @@ std::vector<std::string> Panel::itemsOf(std::string_view menu) const {
 }
 
 void Panel::connectSteppers() const {
-  for (const auto& margin : kMargins) {
+  for (const auto& margin : kMarginOutlets) {
     auto* stepper = controlOf<Stepper>(margin.stepper);
     auto* textBox = controlOf<TextBox>(margin.textBox);
     if (stepper != nullptr && textBox != nullptr) stepper->setTextBox(textBox);
@@ -78,7 +65,7 @@ void Panel::connectSteppers() const {
 }
 
 void Panel::flushEdits() const {
-  for (const auto& margin : kMargins) {
+  for (const auto& margin : kMarginOutlets) {
     if (auto* textBox = controlOf<TextBox>(margin.textBox)) textBox->flush();
   }
 }
@@ -103,8 +90,8 @@ void Panel::connectPicture() {
   SheetControls shown{};
   labelled(shown.direction, "labelDirection", "directionPopUp");
   labelled(shown.position, "labelPosition", "positionPopUp");
-  for (std::size_t side = 0; side < kMargins.size(); ++side)
-    labelled(shown.margins.at(side), kMargins.at(side).label, kMargins.at(side).textBox);
+  for (std::size_t side = 0; side < kSides; ++side)
+    labelled(shown.margins.at(side), kMarginOutlets.at(side).label, kMarginOutlets.at(side).textBox);
   if (complete) picture_ = std::make_unique<SheetPicture>(*Glib::wrap(GTK_DRAWING_AREA(area)), shown);
 }
 
@@ -115,7 +102,7 @@ void Panel::showMnemonics() const {
     if (auto* titled = controlOf<Titled>(outlet)) titled->showMnemonic(mnemonics);
   };
   for (const auto* outlet : {"tandemTrimValid", "labelDirection", "labelPosition"}) show(outlet);
-  for (const auto& margin : kMargins) show(margin.label);
+  for (const auto& margin : kMarginOutlets) show(margin.label);
   show("defaultButton");
 }
 

@@ -6,7 +6,6 @@
 
 #include "adapters/gtk/sheet_drawing.hpp"
 #include "platform/integer_text.hpp"
-#include "view/view_names.hpp"
 
 namespace tandemtrim::platform::gtk {
 namespace {
@@ -68,13 +67,13 @@ void SheetPicture::refresh() {
 }
 
 Sheet SheetPicture::sheet() const {
-  const auto& [top, bottom, left, right] = controls_.margins;
+  const auto& margins = controls_.margins;
   return {.width = paperWidth_,
           .height = paperHeight_,
-          .top = millimetres(top),
-          .bottom = millimetres(bottom),
-          .left = millimetres(left),
-          .right = millimetres(right),
+          .top = millimetres(margins[kTop]),
+          .bottom = millimetres(margins[kBottom]),
+          .left = millimetres(margins[kLeft]),
+          .right = millimetres(margins[kRight]),
           .feed = chosen(*controls_.direction.control, kFeeds),
           .position = chosen(*controls_.position.control, kPositions)};
 }

@@ -10,6 +10,7 @@
 #include "adapters/gtk/controls/menus.hpp"
 #include "adapters/gtk/controls/text_box.hpp"
 #include "view/sheet.hpp"
+#include "view/view_names.hpp"
 
 namespace tandemtrim::platform::gtk {
 
@@ -24,8 +25,8 @@ struct Labelled {
 struct SheetControls {
   Labelled<PopUpButton> direction;
   Labelled<PopUpButton> position;
-  /// Top, bottom, left, right.
-  std::array<Labelled<TextBox>, 4> margins;
+  /// By side.
+  std::array<Labelled<TextBox>, kSides> margins;
 };
 
 /// Draws the sheet as the controls describe it, whoever sets them, and tells the same to those who do not see

@@ -8,6 +8,47 @@
 
 namespace tandemtrim::platform::memory {
 
+void TextLabel::describe(ControlState& state) const {
+  ControlOf::describe(state);
+  state.kind = ControlKind::label;
+  state.color = color_;
+}
+
+void TextBox::describe(ControlState& state) const {
+  ControlOf::describe(state);
+  state.kind = ControlKind::textBox;
+  state.min = static_cast<double>(integerValue(min()));
+  state.max = static_cast<double>(integerValue(max()));
+}
+
+void Stepper::describe(ControlState& state) const {
+  ControlOf::describe(state);
+  state.kind = ControlKind::stepper;
+  state.min = min_;
+  state.max = max_;
+}
+
+void Button::describe(ControlState& state) const {
+  ControlOf::describe(state);
+  state.kind = ControlKind::button;
+  state.text = title_;
+}
+
+void CheckBox::describe(ControlState& state) const {
+  ControlOf::describe(state);
+  state.kind = ControlKind::checkBox;
+  state.text = title_;
+  state.state = state_;
+}
+
+void PopUpButton::describe(ControlState& state) const {
+  ControlOf::describe(state);
+  state.kind = ControlKind::popUp;
+  state.selected = selected_;
+  for (const auto& item : items_) state.choices.push_back({item.title(), item.representedObject()});
+  state.text = selected_ ? items_.at(*selected_).title() : "";
+}
+
 bool TextBox::userEdits(std::string_view text) {
   if (!isEnabled()) return false;
   setStringValue(text);

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "adapters/memory/panel_view.hpp"
 #include "platform/controls.hpp"
 #include "view/controls.hpp"
 
@@ -15,14 +16,26 @@
 /// person.
 namespace tandemtrim::platform::memory {
 
+/// What a person sees of a control; where it is, its panel knows.
+class VisibleControl {
+ public:
+  virtual ~VisibleControl() = default;
+  /// Fills in what this class of control has; the rest stays as it is.
+  virtual void describe(ControlState& state) const = 0;
+};
+
 /// What every control here keeps: whether it is enabled, and the text that it shows.
 template <class Class>
-class ControlOf : public Class {
+class ControlOf : public Class, public VisibleControl {
  public:
   void setEnabled(bool enabled) override { enabled_ = enabled; }
   [[nodiscard]] bool isEnabled() const { return enabled_; }
   [[nodiscard]] std::string stringValue() const override { return text_; }
   void setStringValue(std::string_view text) override { text_ = text; }
+  void describe(ControlState& state) const override {
+    state.enabled = isEnabled();
+    state.text = this->stringValue();
+  }
 
  private:
   bool enabled_ = true;
@@ -31,6 +44,7 @@ class ControlOf : public Class {
 
 class TextLabel : public ControlOf<MorvaTTTextLabelKV2> {
  public:
+  void describe(ControlState& state) const override;
   void setTextColor(Color color) override { color_ = color; }
   [[nodiscard]] Color textColor() const { return color_; }
 
@@ -50,6 +64,7 @@ class IdentifiedControlOf : public ControlOf<Class> {
 
 class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2> {
  public:
+  void describe(ControlState& state) const override;
   /// One edit by the person, after which the box holds `text`; false when the box is disabled.
   bool userEdits(std::string_view text);
 };
@@ -57,6 +72,7 @@ class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2> {
 /// A stepper that shows its value in a text box.
 class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2> {
  public:
+  void describe(ControlState& state) const override;
   void setMinValue(double value) override { min_ = value; }
   void setMaxValue(double value) override { max_ = value; }
   [[nodiscard]] double minValue() const { return min_; }
@@ -83,6 +99,7 @@ using Action = std::function<void(NibObject* sender)>;
 
 class Button : public ControlOf<MorvaTTButtonKV2> {
  public:
+  void describe(ControlState& state) const override;
   void setTitle(std::string_view title) override { title_ = title; }
   [[nodiscard]] const std::string& title() const { return title_; }
   void setAction(Action action) { action_ = std::move(action); }
@@ -95,6 +112,7 @@ class Button : public ControlOf<MorvaTTButtonKV2> {
 
 class CheckBox : public ControlOf<MorvaTTCheckBoxKV2> {
  public:
+  void describe(ControlState& state) const override;
   void setTitle(std::string_view title) override { title_ = title; }
   [[nodiscard]] const std::string& title() const { return title_; }
   [[nodiscard]] int state() const override { return state_; }
@@ -126,6 +144,7 @@ class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2> {
   /// A menu of so many items, of which the first is selected.
   explicit PopUpButton(std::size_t items) : items_(items) {}
 
+  void describe(ControlState& state) const override;
   [[nodiscard]] std::size_t numberOfItems() const override { return items_.size(); }
   [[nodiscard]] MenuItem& itemAtIndex(std::size_t index) override { return items_.at(index); }
   [[nodiscard]] MenuItem* selectedItem() override { return selected_ ? &items_.at(*selected_) : nullptr; }

@@ -4,13 +4,13 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "adapters/memory/controls.hpp"
 #include "adapters/memory/nib.hpp"
 #include "adapters/memory/panel_view.hpp"
 #include "platform/nib.hpp"
+#include "view/view_names.hpp"
 
 namespace tandemtrim::platform::memory {
 
@@ -37,11 +37,10 @@ class Panel : public LoadedNib, public PanelView {
   void setMixed(std::string_view checkBox) { named<CheckBox>(checkBox).setState(CheckBox::kMixed); }
 
  private:
-  using AnyControl = std::variant<TextLabel*, TextBox*, Stepper*, CheckBox*, PopUpButton*, Button*>;
   struct Entry {
     std::string_view outlet;
     std::string_view name;
-    AnyControl control;
+    VisibleControl* control;
   };
   struct Margin {
     TextLabel label;
@@ -51,14 +50,13 @@ class Panel : public LoadedNib, public PanelView {
   };
 
   [[nodiscard]] static ControlState stateOf(const Entry& entry);
+  [[nodiscard]] const Entry& entryOf(std::string_view name) const;
   template <class Class>
   [[nodiscard]] Class& named(std::string_view name) const {
-    for (const auto& entry : entries_) {
-      const bool fits = !name.empty() && (entry.outlet == name || entry.name == name);
-      if (auto* const* control = std::get_if<Class*>(&entry.control); fits && control != nullptr)
-        return **control;
-    }
-    throw std::out_of_range("the panel has no such control \"" + std::string(name) + '"');
+    auto* control = dynamic_cast<Class*>(entryOf(name).control);
+    if (control == nullptr)
+      throw std::out_of_range("a control of another class: \"" + std::string(name) + '"');
+    return *control;
   }
 
   NibDescription description_;
@@ -67,7 +65,7 @@ class Panel : public LoadedNib, public PanelView {
   PopUpButton directionPopUp_;
   TextLabel labelPosition_;
   PopUpButton positionPopUp_;
-  std::array<Margin, 4> margins_;
+  std::array<Margin, kSides> margins_;
   Button defaultButton_;
   std::vector<Entry> entries_;
 };

@@ -1,13 +1,12 @@
 #include "plugin/setting_info/common_info.hpp"
 
-#include <array>
 #include <stdexcept>
 #include <utility>
 
 #include "platform/integer_text.hpp"
 #include "platform/property_list.hpp"
 #include "plugin/setting_info/ppd_attribute.hpp"
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 
 namespace tandemtrim {
 
@@ -16,24 +15,10 @@ using platform::ObjectRef;
 
 namespace {
 
-// One side of the sheet in the words of the panel, the property list and the PPD.
-struct Margin {
-  std::string_view name;
-  std::string_view subKey;
-  std::string_view ppdKey;
-};
-
-constexpr std::array<Margin, 4> kMargins{{
-    {TTCINameMarginTop, TTCIPlistSubKeyMarginTop, TTCIPpdKeyMarginTop},
-    {TTCINameMarginBottom, TTCIPlistSubKeyMarginBottom, TTCIPpdKeyMarginBottom},
-    {TTCINameMarginLeft, TTCIPlistSubKeyMarginLeft, TTCIPpdKeyMarginLeft},
-    {TTCINameMarginRight, TTCIPlistSubKeyMarginRight, TTCIPpdKeyMarginRight},
-}};
-
 // The property list's word for a side; empty for a name that is no margin name, and no sub key is empty.
 std::string_view marginSubKey(std::string_view marginName) {
   for (const auto& margin : kMargins) {
-    if (margin.name == marginName) return margin.subKey;
+    if (margin.marginName == marginName) return margin.subKey;
   }
   return {};
 }
@@ -46,6 +31,13 @@ ObjectRef findAtPath(const Dictionary& root, std::string_view mainKey, std::stri
 }
 
 }  // namespace
+
+std::shared_ptr<MorvaTTCommonInfoKV2> MorvaTTCommonInfoKV2::initWithCallback(
+    std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle) {
+  auto made = std::shared_ptr<MorvaTTCommonInfoKV2>(new MorvaTTCommonInfoKV2);
+  if (!made->initialize(std::move(callback), std::move(bundle))) return nullptr;
+  return made;
+}
 
 bool MorvaTTCommonInfoKV2::initialize(std::shared_ptr<MorvaTTPdeCallbackKV2> callback,
                                       std::shared_ptr<platform::Bundle> bundle) {
@@ -160,9 +152,9 @@ void MorvaTTCommonInfoKV2::TTCIRegisterMarginInfo() {
     const auto candidate =
         ppdValue ? platform::makeObject(platform::integerValue(*ppdValue)) : defaultMarginLimit();
     auto limit = TTCIVerifyMarginLimit(candidate);
-    if (!limit) throw std::invalid_argument("no margin limit for " + std::string(margin.name));
+    if (!limit) throw std::invalid_argument("no margin limit for " + std::string(margin.marginName));
     marginInfoDictionary().insert_or_assign(
-        std::string(margin.name),
+        std::string(margin.marginName),
         platform::makeObject(Dictionary{{std::string(TTCILimitKey), std::move(limit)}}));
   }
 }

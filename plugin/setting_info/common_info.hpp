@@ -1,6 +1,5 @@
 #pragma once
 
-#include <concepts>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,16 +18,10 @@ namespace tandemtrim {
 /// writes nothing.
 class MorvaTTCommonInfoKV2 {
  public:
-  /// Reads the property list and the four PPD maxima. None when the callback, the bundle or a readable
-  /// property list is missing; std::invalid_argument when a side's limit comes out as none. A derived class
-  /// is made by naming it.
-  template <std::derived_from<MorvaTTCommonInfoKV2> Class = MorvaTTCommonInfoKV2>
-  [[nodiscard]] static std::shared_ptr<Class> initWithCallback(
-      std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle) {
-    auto made = std::shared_ptr<Class>(new Class);
-    if (!made->initialize(std::move(callback), std::move(bundle))) return nullptr;
-    return made;
-  }
+  /// Reads the property list and the PPD maxima. None when the callback, the bundle or a readable
+  /// property list is missing; std::invalid_argument when a side's limit comes out as none.
+  [[nodiscard]] static std::shared_ptr<MorvaTTCommonInfoKV2> initWithCallback(
+      std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
 
   MorvaTTCommonInfoKV2(const MorvaTTCommonInfoKV2&) = delete;
   MorvaTTCommonInfoKV2& operator=(const MorvaTTCommonInfoKV2&) = delete;
@@ -88,9 +81,10 @@ class MorvaTTCommonInfoKV2 {
 
  protected:
   MorvaTTCommonInfoKV2() = default;
+  /// The steps of initWithCallback; false for none.
+  bool initialize(std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
 
  private:
-  bool initialize(std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
   [[nodiscard]] platform::ObjectRef setting(std::string_view mainKey, std::string_view subKey) const;
 
   std::shared_ptr<const platform::Dictionary> settingInfoDictionary_;

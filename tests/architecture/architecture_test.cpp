@@ -34,7 +34,7 @@ const Arrows kAllowed{
     {"adapters/module", {"platform"}},
     {"adapters/linux/files", {"platform"}},
     {"adapters/linux", {"adapters/linux/files", "platform"}},
-    {"adapters/memory", {"adapters/module", "adapters/shared", "platform", "plugin", "view"}},
+    {"adapters/memory", {"adapters/module", "adapters/shared", "model", "platform", "plugin", "view"}},
     {"adapters/gtk/controls", {"adapters/shared", "platform", "view"}},
     {"adapters/gtk", {"adapters/gtk/controls", "adapters/module", "platform", "plugin", "view"}},
     {"adapters/appkit/gnustep", {}},

@@ -30,20 +30,19 @@ struct Side {
   friend std::ostream& operator<<(std::ostream& out, const Side& side) { return out << side.name; }
 };
 
-inline const std::array<Side, 4> kSides{{
-    {"Top", "MVTopMargin", "Above", "textBoxMarginTop", "stepperMarginTop", "labelMarginTop",
-     "labelMarginLimitTop", 50, "5"},
-    {"Bottom", "MVBottomMargin", "Below", "textBoxMarginBottom", "stepperMarginBottom", "labelMarginBottom",
-     "labelMarginLimitBottom", 40, "6"},
-    {"Left", "MVLeftMargin", "Before", "textBoxMarginLeft", "stepperMarginLeft", "labelMarginLeft",
-     "labelMarginLimitLeft", 20, "7"},
-    {"Right", "MVRightMargin", "Behind", "textBoxMarginRight", "stepperMarginRight", "labelMarginRight",
-     "labelMarginLimitRight", 10, "8"},
-}};
+inline const std::vector<Side> kSides = [] {
+  std::vector<Side> sides;
+  for (const auto& [name, title, limit, defaultValue] : kSceneSides)
+    sides.push_back({name, "MV" + name + "Margin", title, "textBoxMargin" + name, "stepperMargin" + name,
+                     "labelMargin" + name, "labelMarginLimit" + name, limit, std::to_string(defaultValue)});
+  return sides;
+}();
 
-inline const std::vector<std::string> kKeys{"MVTandemTrim", "MVImageDirectionPriority", "MVPrintPosition",
-                                            "MVTopMargin",  "MVBottomMargin",           "MVLeftMargin",
-                                            "MVRightMargin"};
+inline const std::vector<std::string> kKeys = [] {
+  std::vector<std::string> keys{"MVTandemTrim", "MVImageDirectionPriority", "MVPrintPosition"};
+  for (const auto& side : kSides) keys.push_back(side.key);
+  return keys;
+}();
 
 /// A dialog over a scene that the test may alter before it opens.
 class Conformance : public testing::Test {

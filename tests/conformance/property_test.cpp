@@ -100,7 +100,7 @@ TEST_F(Properties, AnySequenceOfCallsLeavesLegalSettingsOrWhatWasThereBeforeOrAR
     if (key == "MVTandemTrim") return value == "On" || value == "Off";
     if (key == "MVPrintPosition") return std::ranges::count(kPositions, value) == 1;
     if (key == "MVImageDirectionPriority") return std::ranges::count(kDirections, value) == 1;
-    const auto* side = std::ranges::find(kSides, key, &Side::key);
+    const auto side = std::ranges::find(kSides, key, &Side::key);
     return isCanonical(value, side->limit);
   };
   for (int sequence = 0; sequence < kRounds / 10; ++sequence) {

@@ -49,20 +49,12 @@ Scene::Scene() {
       {"DefaultValue.Valid", string("Off")},
       {"DefaultValue.ImageDirection", string("LongEdgeFeed")},
       {"DefaultValue.Position", string("Center")},
-      {"DefaultValue.MarginTop", integer(5)},
-      {"DefaultValue.MarginBottom", integer(6)},
-      {"DefaultValue.MarginLeft", integer(7)},
-      {"DefaultValue.MarginRight", integer(8)},
       {"DefaultValue.MarginMin", integer(0)},
       {"DefaultValue.MarginMax", integer(60)},
       {"DefaultValue.MarginLimit", integer(30)},
       {"TicketKey.Valid", string("MVTandemTrim")},
       {"TicketKey.ImageDirection", string("MVImageDirectionPriority")},
       {"TicketKey.Position", string("MVPrintPosition")},
-      {"TicketKey.MarginTop", string("MVTopMargin")},
-      {"TicketKey.MarginBottom", string("MVBottomMargin")},
-      {"TicketKey.MarginLeft", string("MVLeftMargin")},
-      {"TicketKey.MarginRight", string("MVRightMargin")},
       {"ID.PanelKind", string(kPanelKind)},
       {"Wording.MinLabelForValueRange", string("[min]")},
       {"Wording.MaxLabelForValueRange", string("[max]")},
@@ -72,10 +64,6 @@ Scene::Scene() {
       {"EnableTandemTrim", "Trim It"},
       {"ImageDirection", "Which Way"},
       {"InformPrintingPosition", "Where"},
-      {"TopMargin", "Above"},
-      {"BottomMargin", "Below"},
-      {"LeftMargin", "Before"},
-      {"RightMargin", "Behind"},
       {"RestoreDefault", "As It Was"},
       {"IntegerValueRangeFormat", "from [min] up to [max]"},
       {"Left", "Port"},
@@ -86,12 +74,13 @@ Scene::Scene() {
       {"On", "Yes"},
       {"Off", "No"},
   };
-  ppdAttributes = {
-      {"MVMaxTandemTrimMarginTop", "50"},
-      {"MVMaxTandemTrimMarginBottom", "40"},
-      {"MVMaxTandemTrimMarginLeft", "20"},
-      {"MVMaxTandemTrimMarginRight", "10"},
-  };
+  ppdAttributes.emplace();
+  for (const auto& side : kSceneSides) {
+    settingInfo["DefaultValue.Margin" + side.name] = integer(side.defaultValue);
+    settingInfo["TicketKey.Margin" + side.name] = string("MV" + side.name + "Margin");
+    strings[side.name + "Margin"] = side.title;
+    (*ppdAttributes)["MVMaxTandemTrimMargin" + side.name] = std::to_string(side.limit);
+  }
 }
 
 Scene::~Scene() {

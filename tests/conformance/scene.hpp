@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tandemtrim::conformance {
 
@@ -34,6 +35,18 @@ class Scene {
  private:
   std::filesystem::path folder_;
 };
+
+/// One side of the sheet in an ordinary scene.
+struct SceneSide {
+  std::string name;
+  std::string title;
+  int limit;
+  int defaultValue;
+};
+inline const std::vector<SceneSide> kSceneSides{{"Top", "Above", 50, 5},
+                                                {"Bottom", "Below", 40, 6},
+                                                {"Left", "Before", 20, 7},
+                                                {"Right", "Behind", 10, 8}};
 
 /// The kind of panel in an ordinary scene.
 inline constexpr const char* kPanelKind = "conformance.panel";

@@ -15,15 +15,14 @@ struct Setting {
   std::string defaultText;
 };
 
-inline const std::array<Setting, 7> kSettings{{
-    {"Valid", "Valid", "MVTandemTrim", "Off"},
-    {"Direction", "ImageDirection", "MVImageDirectionPriority", "LongEdgeFeed"},
-    {"Position", "Position", "MVPrintPosition", "Center"},
-    {"Top", "MarginTop", "MVTopMargin", "5"},
-    {"Bottom", "MarginBottom", "MVBottomMargin", "6"},
-    {"Left", "MarginLeft", "MVLeftMargin", "7"},
-    {"Right", "MarginRight", "MVRightMargin", "8"},
-}};
+inline const std::vector<Setting> kSettings = [] {
+  std::vector<Setting> settings{{"Valid", "Valid", "MVTandemTrim", "Off"},
+                                {"Direction", "ImageDirection", "MVImageDirectionPriority", "LongEdgeFeed"},
+                                {"Position", "Position", "MVPrintPosition", "Center"}};
+  for (const auto& [name, title, limit, defaultValue] : conformance::kSceneSides)
+    settings.push_back({name, "Margin" + name, "MV" + name + "Margin", std::to_string(defaultValue)});
+  return settings;
+}();
 
 inline std::array<MorvaTTPrintTicketKV2*, 7> ticketsOf(const MorvaTTPrintTicketManagerKV2& manager) {
   return {manager.ticketValid(),      manager.ticketDirection(),    manager.ticketPosition(),

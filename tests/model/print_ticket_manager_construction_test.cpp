@@ -96,7 +96,7 @@ TEST_P(ManagerWithFaultySettingInfo, RaisesForAKeyThatIsNoText) {
 // Tickets before the one that cannot be made have stored their defaults, and so has that one; the later ones
 // are never made.
 TEST_P(ManagerWithFaultySettingInfo, GivesNoneWhenATicketCannotBeMadeAndStopsThere) {
-  const auto info = makeCommonInfo<ReadyForSome>();
+  const auto info = makeCommonInfoOf<ReadyForSome>();
   info->readyTimes = static_cast<int>(GetParam());
   EXPECT_THAT(MorvaTTPrintTicketManagerKV2::initWithCommonInfo(info), IsNull());
   EXPECT_EQ(settings().log, seedingOf(GetParam() + 1));
@@ -107,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(Settings, ManagerWithFaultySettingInfo, testing::Range<
                          [](const auto& test) { return kSettings.at(test.param).ticketName; });
 
 TEST_F(ManagerConstruction, SeedsOnlyTheOnOffSettingWithCommonInfoThatIsNotReady) {
-  const auto info = makeCommonInfo<ReadyForSome>();
+  const auto info = makeCommonInfoOf<ReadyForSome>();
   EXPECT_THAT(MorvaTTPrintTicketManagerKV2::initWithCommonInfo(info), IsNull());
   EXPECT_THAT(settings().values, ElementsAre(testing::Pair("MVTandemTrim", "Off")));
 }

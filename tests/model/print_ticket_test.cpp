@@ -63,6 +63,7 @@ TEST_F(PrintTicket, IsMadeEvenWhenItsDefaultCannotBeStored) {
 // Writes down how much had happened when it was asked whether it is ready.
 class AskedWhenReady : public MorvaTTCommonInfoKV2 {
  public:
+  using MorvaTTCommonInfoKV2::initialize;
   [[nodiscard]] bool isReady() const override {
     const auto& job = static_cast<FakePrintSettings&>(*currentPrintSettings());
     asked.emplace_back(job.log.empty() ? "too early" : job.log.back());
@@ -72,7 +73,7 @@ class AskedWhenReady : public MorvaTTCommonInfoKV2 {
 };
 
 TEST_F(PrintTicket, SeedsBeforeItAsksWhetherTheCommonInfoIsReadyAndIsNotMadeWhenItIsNot) {
-  const auto info = makeCommonInfo<AskedWhenReady>();
+  const auto info = makeCommonInfoOf<AskedWhenReady>();
   EXPECT_THAT(MorvaTTPrintTicketKV2::initWithDefaultValue("fallback", "MVKey", info), IsNull());
   EXPECT_THAT(info->asked, ElementsAre("set MVKey=fallback"));
   EXPECT_EQ(settings().values["MVKey"], "fallback");

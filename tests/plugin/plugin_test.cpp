@@ -94,7 +94,7 @@ TEST_F(Plugin, ShowsAPanelWithoutShowingAnother) {
   const auto first = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
   const auto second = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
   EXPECT_THAT(first->front()->panelView(), NotNull());
-  nib.textBoxMarginTop.text = "9";
+  nib.margins[kTop].textBox.text = "9";
   second->front()->saveValuesAndReturnError(nullptr);
   EXPECT_EQ(settings().values["MVTopMargin"], "5");
   first->front()->saveValuesAndReturnError(nullptr);

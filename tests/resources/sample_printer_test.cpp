@@ -6,7 +6,7 @@
 #include <cups/ppd.h>
 #include <gmock/gmock.h>
 
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 #include "tests/resources/files.hpp"
 #include "view/view_names.hpp"
 
@@ -26,18 +26,6 @@ struct Closed {
   void operator()(ppd_file_t* ppd) const { ppdClose(ppd); }
 };
 
-struct Side {
-  std::string_view settingInfoKey;
-  std::string_view maximumKeyword;
-};
-
-constexpr std::array kSides{
-    Side{TTCIPlistSubKeyMarginTop, TTCIPpdKeyMarginTop},
-    Side{TTCIPlistSubKeyMarginBottom, TTCIPpdKeyMarginBottom},
-    Side{TTCIPlistSubKeyMarginLeft, TTCIPpdKeyMarginLeft},
-    Side{TTCIPlistSubKeyMarginRight, TTCIPpdKeyMarginRight},
-};
-
 class SamplePrinter : public testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(ppd) << "libcups cannot open " << kPpd; }
@@ -51,7 +39,7 @@ class SamplePrinter : public testing::Test {
     return found->value;
   }
 
-  std::int64_t maximum(const Side& side) const { return std::stoll("0" + attribute(side.maximumKeyword)); }
+  std::int64_t maximum(const Setting& margin) const { return std::stoll("0" + attribute(margin.ppdKey)); }
 
   ppd_option_t* option(const std::string& keyword) const {
     auto* found = ppdFindOption(ppd.get(), keyword.c_str());
@@ -106,10 +94,10 @@ TEST_F(SamplePrinter, KnowsTheItemsOfThePanelsMenusAndNoOthers) {
 
 TEST_F(SamplePrinter, KnowsEachMarginThatThePanelLetsThroughAndNoOther) {
   const auto minimum = integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginMin);
-  for (const auto& side : kSides) {
+  for (const auto& margin : kMargins) {
     Texts range;
-    for (auto value = minimum; value <= maximum(side); ++value) range.push_back(std::to_string(value));
-    EXPECT_THAT(choices(keyword(side.settingInfoKey)), ElementsAreArray(range)) << side.settingInfoKey;
+    for (auto value = minimum; value <= maximum(margin); ++value) range.push_back(std::to_string(value));
+    EXPECT_THAT(choices(keyword(margin.subKey)), ElementsAreArray(range)) << margin.subKey;
   }
 }
 
@@ -119,11 +107,10 @@ TEST_F(SamplePrinter, HasItsOwnMaximumForEachSideWithinThePanelsRange) {
   // Unlike the limit of printers that name none as well, so that it shows which of them counts.
   std::set<std::int64_t> limits{
       integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginLimit)};
-  for (const auto& side : kSides) {
-    const auto limit = maximum(side);
-    EXPECT_TRUE(minimum < limit && limit < greatest) << side.maximumKeyword << " is " << limit;
-    EXPECT_TRUE(limits.insert(limit).second)
-        << "another limit is " << limit << " like " << side.maximumKeyword;
+  for (const auto& margin : kMargins) {
+    const auto limit = maximum(margin);
+    EXPECT_TRUE(minimum < limit && limit < greatest) << margin.ppdKey << " is " << limit;
+    EXPECT_TRUE(limits.insert(limit).second) << "another limit is " << limit << " like " << margin.ppdKey;
   }
 }
 
@@ -133,11 +120,11 @@ TEST_F(SamplePrinter, BeginsWithTheSettingsThatThePanelBeginsWith) {
     ASSERT_TRUE(found != nullptr);
     EXPECT_EQ(found->defchoice, textAt(settingInfo, TTCIPlistMainKeyDefaultValue, subKey));
   }
-  for (const auto& side : kSides) {
-    const auto* found = option(keyword(side.settingInfoKey));
+  for (const auto& margin : kMargins) {
+    const auto* found = option(keyword(margin.subKey));
     ASSERT_TRUE(found != nullptr);
     EXPECT_EQ(found->defchoice,
-              std::to_string(integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, side.settingInfoKey)));
+              std::to_string(integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, margin.subKey)));
   }
 }
 

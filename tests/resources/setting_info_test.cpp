@@ -1,9 +1,11 @@
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 #include "tests/resources/files.hpp"
 #include "view/view_names.hpp"
 
@@ -17,24 +19,19 @@ using testing::StartsWith;
 
 constexpr auto kDefaults = TTCIPlistMainKeyDefaultValue;
 
-constexpr std::array kTexts{
-    std::array{TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyValid},
-    std::array{TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyImageDirection},
-    std::array{TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyPosition},
-    std::array{TTCIPlistMainKeyTicketKey, TTCIPlistSubKeyValid},
-    std::array{TTCIPlistMainKeyTicketKey, TTCIPlistSubKeyImageDirection},
-    std::array{TTCIPlistMainKeyTicketKey, TTCIPlistSubKeyPosition},
-    std::array{TTCIPlistMainKeyTicketKey, TTCIPlistSubKeyMarginTop},
-    std::array{TTCIPlistMainKeyTicketKey, TTCIPlistSubKeyMarginBottom},
-    std::array{TTCIPlistMainKeyTicketKey, TTCIPlistSubKeyMarginLeft},
-    std::array{TTCIPlistMainKeyTicketKey, TTCIPlistSubKeyMarginRight},
-    std::array{TTCIPlistMainKeyId, TTCIPlistSubKeyPanelKind},
-    std::array{TTCIPlistMainKeyWording, TTCIPlistSubKeyMinLabelForValueRange},
-    std::array{TTCIPlistMainKeyWording, TTCIPlistSubKeyMaxLabelForValueRange},
-};
+const auto kTexts = [] {
+  std::vector<std::pair<std::string_view, std::string_view>> texts{
+      {TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyValid},
+      {TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyImageDirection},
+      {TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyPosition},
+      {TTCIPlistMainKeyId, TTCIPlistSubKeyPanelKind},
+      {TTCIPlistMainKeyWording, TTCIPlistSubKeyMinLabelForValueRange},
+      {TTCIPlistMainKeyWording, TTCIPlistSubKeyMaxLabelForValueRange},
+  };
+  for (const auto& setting : kSettings) texts.emplace_back(TTCIPlistMainKeyTicketKey, setting.subKey);
+  return texts;
+}();
 
-constexpr std::array kMargins{TTCIPlistSubKeyMarginTop, TTCIPlistSubKeyMarginBottom,
-                              TTCIPlistSubKeyMarginLeft, TTCIPlistSubKeyMarginRight};
 constexpr std::array kBounds{TTCIPlistSubKeyMarginMin, TTCIPlistSubKeyMarginMax, TTCIPlistSubKeyMarginLimit};
 
 std::string path(std::string_view mainKey, std::string_view subKey) {
@@ -51,14 +48,14 @@ TEST_F(SettingInfo, HoldsAStringWhereATextIsRead) {
 }
 
 TEST_F(SettingInfo, HoldsAnIntegerWhereMillimetresAreRead) {
-  for (const auto margin : kMargins) integerAt(settingInfo, kDefaults, margin);
+  for (const auto& margin : kMargins) integerAt(settingInfo, kDefaults, margin.subKey);
   for (const auto bound : kBounds) integerAt(settingInfo, kDefaults, bound);
 }
 
 TEST_F(SettingInfo, HoldsNothingThatIsNotRead) {
   std::set<std::string> expected;
   for (const auto& [mainKey, subKey] : kTexts) expected.insert(path(mainKey, subKey));
-  for (const auto margin : kMargins) expected.insert(path(kDefaults, margin));
+  for (const auto& margin : kMargins) expected.insert(path(kDefaults, margin.subKey));
   for (const auto bound : kBounds) expected.insert(path(kDefaults, bound));
 
   std::set<std::string> found;
@@ -93,9 +90,9 @@ TEST_F(SettingInfo, BeginsWithItemsOfTheMenus) {
 TEST_F(SettingInfo, BeginsWithMarginsThatEveryPrinterAllows) {
   const auto minimum = integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginMin);
   const auto limit = integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginLimit);
-  for (const auto margin : kMargins) {
-    const auto value = integerAt(settingInfo, kDefaults, margin);
-    EXPECT_TRUE(minimum <= value && value <= limit) << margin << " is " << value;
+  for (const auto& margin : kMargins) {
+    const auto value = integerAt(settingInfo, kDefaults, margin.subKey);
+    EXPECT_TRUE(minimum <= value && value <= limit) << margin.subKey << " is " << value;
   }
 }
 

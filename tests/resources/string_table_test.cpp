@@ -25,12 +25,11 @@ using Keys = std::vector<std::string_view>;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-const Keys kPositions{TTVCPopUpNamePositionLeft, TTVCPopUpNamePositionCenter, TTVCPopUpNamePositionRight};
-const Keys kDirections{TTVCPopUpNameDirectionLEF, TTVCPopUpNameDirectionSEF};
+const Keys kPositions(kPositionNames.begin(), kPositionNames.end());
+const Keys kDirections(kDirectionNames.begin(), kDirectionNames.end());
 const Keys kStates{TTCITandemTrimOn, TTCITandemTrimOff};
 // The texts that the program ends with a colon, and that name the rows of the summary.
-const Keys kLabels{TTVCLabelNameImageDirection, TTVCLabelNamePosition,   TTVCLabelNameMarginTop,
-                   TTVCLabelNameMarginBottom,   TTVCLabelNameMarginLeft, TTVCLabelNameMarginRight};
+const Keys kLabels(kTitleKeys.begin() + 1, kTitleKeys.end());
 // What a host shows when the user asks for help.
 constexpr std::string_view kHelp = "PanelHelp";
 const Keys kOthers{kHelp, TTPanelNameKey, TTVCLabelNameValid, TTVCLabelNameRestoreDefault,

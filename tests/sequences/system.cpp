@@ -9,8 +9,9 @@
 #include "platform/log.hpp"
 #include "platform/property_list.hpp"
 #include "plugin/panel.hpp"
-#include "plugin/setting_info/setting_names.hpp"
+#include "plugin/setting_info/settings.hpp"
 #include "tests/conformance/scene.hpp"
+#include "view/view_names.hpp"
 
 namespace tandemtrim {
 namespace sequences {
@@ -38,30 +39,22 @@ platform::Dictionary dictionary(
 }
 
 std::shared_ptr<const platform::Dictionary> settingInfo(const Configuration& bundle) {
-  const auto& [valid, direction, position, top, bottom, left, right] = bundle.defaults;
-  const auto& keys = bundle.keys;
+  platform::Dictionary defaults = dictionary({
+      {TTCIPlistSubKeyMarginMin, numberObject(bundle.min)},
+      {TTCIPlistSubKeyMarginMax, numberObject(bundle.max)},
+      {TTCIPlistSubKeyMarginLimit, numberObject(bundle.limit)},
+  });
+  platform::Dictionary keys;
+  for (std::size_t setting = 0; setting < kSettings; ++setting) {
+    const std::string subKey(tandemtrim::kSettings.at(setting).subKey);
+    const auto& value = bundle.defaults.at(setting);
+    if (auto object = setting < kFirstMargin ? textObject(value) : numberObject(value))
+      defaults[subKey] = object;
+    if (auto key = textObject(bundle.keys.at(setting))) keys[subKey] = key;
+  }
   return std::make_shared<platform::Dictionary>(dictionary({
-      {TTCIPlistMainKeyDefaultValue, platform::makeObject(dictionary({
-                                         {TTCIPlistSubKeyValid, textObject(valid)},
-                                         {TTCIPlistSubKeyImageDirection, textObject(direction)},
-                                         {TTCIPlistSubKeyPosition, textObject(position)},
-                                         {TTCIPlistSubKeyMarginTop, numberObject(top)},
-                                         {TTCIPlistSubKeyMarginBottom, numberObject(bottom)},
-                                         {TTCIPlistSubKeyMarginLeft, numberObject(left)},
-                                         {TTCIPlistSubKeyMarginRight, numberObject(right)},
-                                         {TTCIPlistSubKeyMarginMin, numberObject(bundle.min)},
-                                         {TTCIPlistSubKeyMarginMax, numberObject(bundle.max)},
-                                         {TTCIPlistSubKeyMarginLimit, numberObject(bundle.limit)},
-                                     }))},
-      {TTCIPlistMainKeyTicketKey, platform::makeObject(dictionary({
-                                      {TTCIPlistSubKeyValid, textObject(keys.at(0))},
-                                      {TTCIPlistSubKeyImageDirection, textObject(keys.at(1))},
-                                      {TTCIPlistSubKeyPosition, textObject(keys.at(2))},
-                                      {TTCIPlistSubKeyMarginTop, textObject(keys.at(3))},
-                                      {TTCIPlistSubKeyMarginBottom, textObject(keys.at(4))},
-                                      {TTCIPlistSubKeyMarginLeft, textObject(keys.at(5))},
-                                      {TTCIPlistSubKeyMarginRight, textObject(keys.at(6))},
-                                  }))},
+      {TTCIPlistMainKeyDefaultValue, platform::makeObject(std::move(defaults))},
+      {TTCIPlistMainKeyTicketKey, platform::makeObject(std::move(keys))},
       {TTCIPlistMainKeyId,
        platform::makeObject(dictionary({{TTCIPlistSubKeyPanelKind, textObject(bundle.kind)}}))},
       {TTCIPlistMainKeyWording, platform::makeObject(dictionary({
@@ -105,12 +98,10 @@ const std::shared_ptr<MorvaTTPdePluginKV2>& plugin(std::size_t configuration) {
 }
 
 std::shared_ptr<ppd_file_t> openPpd(const Printer& printer) {
-  const std::array kKeywords{TTCIPpdKeyMarginTop, TTCIPpdKeyMarginBottom, TTCIPpdKeyMarginLeft,
-                             TTCIPpdKeyMarginRight};
   conformance::Scene scene;
   scene.ppdAttributes->clear();
   for (std::size_t side = 0; side < kSides; ++side) {
-    if (const auto& value = printer.at(side)) scene.ppdAttributes->emplace(kKeywords.at(side), *value);
+    if (const auto& value = printer.at(side)) scene.ppdAttributes->emplace(kMargins[side].ppdKey, *value);
   }
   const auto path = scene.writePpd();
   std::shared_ptr<ppd_file_t> opened(ppdOpenFile(path->c_str()), ppdClose);
@@ -197,22 +188,18 @@ std::string description(platform::PrintPanel& panel) {
   return text + "|" + std::to_string(linesLogged) + " line logged";
 }
 
-constexpr std::array<const char*, kSides> kBoxes{"textBoxMarginTop", "textBoxMarginBottom",
-                                                 "textBoxMarginLeft", "textBoxMarginRight"};
-constexpr std::array<const char*, kSides> kSteppers{"stepperMarginTop", "stepperMarginBottom",
-                                                    "stepperMarginLeft", "stepperMarginRight"};
 constexpr std::array<const char*, kMenus> kPopUps{"directionPopUp", "positionPopUp"};
 
 bool act(const Operation& operation, memory::Panel& person) {
   switch (operation.call) {
     case Call::type:
-      return person.type(kBoxes.at(operation.which), operation.text);
+      return person.type(kMarginOutlets.at(operation.which).textBox, operation.text);
     case Call::append:
-      return person.append(kBoxes.at(operation.which), operation.text);
+      return person.append(kMarginOutlets.at(operation.which).textBox, operation.text);
     case Call::backspace:
-      return person.backspace(kBoxes.at(operation.which));
+      return person.backspace(kMarginOutlets.at(operation.which).textBox);
     case Call::step:
-      return person.step(kSteppers.at(operation.which), operation.number);
+      return person.step(kMarginOutlets.at(operation.which).stepper, operation.number);
     case Call::choose:
       return person.choose(kPopUps.at(operation.which), static_cast<std::size_t>(operation.number));
     case Call::clickCheck:

@@ -21,10 +21,16 @@ class CoreTest : public testing::Test {
     callback = std::make_shared<FakeCallback>(scene);
   }
 
-  template <class Class = MorvaTTCommonInfoKV2>
-  [[nodiscard]] std::shared_ptr<Class> makeCommonInfo() {
+  [[nodiscard]] std::shared_ptr<MorvaTTCommonInfoKV2> makeCommonInfo() {
     openJob();
-    return MorvaTTCommonInfoKV2::initWithCallback<Class>(callback, bundle);
+    return MorvaTTCommonInfoKV2::initWithCallback(callback, bundle);
+  }
+  /// Common info of a derived class, in the same state.
+  template <class Class>
+  [[nodiscard]] std::shared_ptr<Class> makeCommonInfoOf() {
+    openJob();
+    auto made = std::make_shared<Class>();
+    return made->initialize(callback, bundle) ? made : nullptr;
   }
 
   [[nodiscard]] FakePrintSettings& settings() { return callback->settings; }
@@ -37,6 +43,7 @@ class CoreTest : public testing::Test {
 /// Common info that lets so many tickets be made before it stops being ready.
 class ReadyForSome : public MorvaTTCommonInfoKV2 {
  public:
+  using MorvaTTCommonInfoKV2::initialize;
   [[nodiscard]] bool isReady() const override { return readyTimes-- > 0; }
   mutable int readyTimes = 0;
 };

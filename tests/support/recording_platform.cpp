@@ -25,54 +25,37 @@ class RecordedNib : public platform::LoadedNib {
 
 }  // namespace
 
+RecordingMargin::RecordingMargin(const MarginOutlets& outlets, Log& log)
+    : label(std::string(outlets.label), log),
+      limitLabel(std::string(outlets.limitLabel), log),
+      textBox(std::string(outlets.textBox), log),
+      stepper(std::string(outlets.stepper), log) {}
+
 RecordingNib::RecordingNib(Log& log)
     : tandemTrimValid("tandemTrimValid", log),
       labelDirection("labelDirection", log),
       labelPosition("labelPosition", log),
-      labelMarginTop("labelMarginTop", log),
-      labelMarginBottom("labelMarginBottom", log),
-      labelMarginLeft("labelMarginLeft", log),
-      labelMarginRight("labelMarginRight", log),
-      labelMarginLimitTop("labelMarginLimitTop", log),
-      labelMarginLimitBottom("labelMarginLimitBottom", log),
-      labelMarginLimitLeft("labelMarginLimitLeft", log),
-      labelMarginLimitRight("labelMarginLimitRight", log),
-      textBoxMarginTop("textBoxMarginTop", log),
-      textBoxMarginBottom("textBoxMarginBottom", log),
-      textBoxMarginLeft("textBoxMarginLeft", log),
-      textBoxMarginRight("textBoxMarginRight", log),
-      stepperMarginTop("stepperMarginTop", log),
-      stepperMarginBottom("stepperMarginBottom", log),
-      stepperMarginLeft("stepperMarginLeft", log),
-      stepperMarginRight("stepperMarginRight", log),
       directionPopUp("directionPopUp", log, 2),
       positionPopUp("positionPopUp", log, 3),
-      defaultButton("defaultButton", log) {}
+      defaultButton("defaultButton", log) {
+  for (const auto& outlets : kMarginOutlets) margins.emplace_back(outlets, log);
+}
 
-std::array<std::pair<std::string_view, platform::NibObject*>, 23> RecordingNib::outlets() {
-  return {{{"labelDirection", &labelDirection},
-           {"labelPosition", &labelPosition},
-           {"labelMarginTop", &labelMarginTop},
-           {"labelMarginBottom", &labelMarginBottom},
-           {"labelMarginLeft", &labelMarginLeft},
-           {"labelMarginRight", &labelMarginRight},
-           {"labelMarginLimitTop", &labelMarginLimitTop},
-           {"labelMarginLimitBottom", &labelMarginLimitBottom},
-           {"labelMarginLimitLeft", &labelMarginLimitLeft},
-           {"labelMarginLimitRight", &labelMarginLimitRight},
-           {"textBoxMarginTop", &textBoxMarginTop},
-           {"textBoxMarginBottom", &textBoxMarginBottom},
-           {"textBoxMarginLeft", &textBoxMarginLeft},
-           {"textBoxMarginRight", &textBoxMarginRight},
-           {"stepperMarginTop", &stepperMarginTop},
-           {"stepperMarginBottom", &stepperMarginBottom},
-           {"stepperMarginLeft", &stepperMarginLeft},
-           {"stepperMarginRight", &stepperMarginRight},
-           {"tandemTrimValid", &tandemTrimValid},
-           {"directionPopUp", &directionPopUp},
-           {"positionPopUp", &positionPopUp},
-           {"defaultButton", &defaultButton},
-           {"tandemTrimView", &tandemTrimView}}};
+std::vector<std::pair<std::string_view, platform::NibObject*>> RecordingNib::outlets() {
+  std::vector<std::pair<std::string_view, platform::NibObject*>> all{
+      {"labelDirection", &labelDirection},   {"labelPosition", &labelPosition},
+      {"tandemTrimValid", &tandemTrimValid}, {"directionPopUp", &directionPopUp},
+      {"positionPopUp", &positionPopUp},     {"defaultButton", &defaultButton},
+      {"tandemTrimView", &tandemTrimView}};
+  for (std::size_t side = 0; side < kSides; ++side) {
+    const auto& names = kMarginOutlets.at(side);
+    auto& margin = margins.at(side);
+    all.insert(all.end(), {{names.label, &margin.label},
+                           {names.limitLabel, &margin.limitLabel},
+                           {names.textBox, &margin.textBox},
+                           {names.stepper, &margin.stepper}});
+  }
+  return all;
 }
 
 void RecordingCenter::addObserver(const void* observer, Selector selector, std::string_view name,

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <set>
@@ -12,24 +11,31 @@
 #include "platform/notifications.hpp"
 #include "tests/support/core_test.hpp"
 #include "tests/support/recording_controls.hpp"
+#include "view/view_names.hpp"
 
 namespace tandemtrim::test {
 
-/// The 23 objects of the nib "TandemTrim", each under its outlet's name.
+/// The controls of one margin.
+struct RecordingMargin {
+  RecordingMargin(const MarginOutlets& outlets, Log& log);
+
+  RecordingLabel label, limitLabel;
+  RecordingTextBox textBox;
+  RecordingStepper stepper;
+};
+
+/// The objects of the nib "TandemTrim", each under its outlet's name.
 struct RecordingNib {
   explicit RecordingNib(Log& log);
 
   RecordingCheckBox tandemTrimValid;
   RecordingLabel labelDirection, labelPosition;
-  RecordingLabel labelMarginTop, labelMarginBottom, labelMarginLeft, labelMarginRight;
-  RecordingLabel labelMarginLimitTop, labelMarginLimitBottom, labelMarginLimitLeft, labelMarginLimitRight;
-  RecordingTextBox textBoxMarginTop, textBoxMarginBottom, textBoxMarginLeft, textBoxMarginRight;
-  RecordingStepper stepperMarginTop, stepperMarginBottom, stepperMarginLeft, stepperMarginRight;
+  std::vector<RecordingMargin> margins;
   RecordingPopUp directionPopUp, positionPopUp;
   RecordingButton defaultButton;
   platform::View tandemTrimView;
 
-  [[nodiscard]] std::array<std::pair<std::string_view, platform::NibObject*>, 23> outlets();
+  [[nodiscard]] std::vector<std::pair<std::string_view, platform::NibObject*>> outlets();
 };
 
 /// A notification centre that writes down subscriptions and refuses them on request.

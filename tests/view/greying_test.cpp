@@ -12,17 +12,19 @@ Log greying(bool live) {
   const std::string enabled = live ? " enabled=true" : " enabled=false";
   const std::string color = live ? " color=black" : " color=gray";
   Log lines;
-  for (const char* name :
-       {"directionPopUp", "positionPopUp", "textBoxMarginTop", "textBoxMarginBottom", "textBoxMarginLeft",
-        "textBoxMarginRight", "stepperMarginTop", "stepperMarginBottom", "stepperMarginLeft",
-        "stepperMarginRight", "defaultButton"}) {
-    lines.push_back(name + enabled);
-  }
-  for (const char* name : {"labelDirection", "labelPosition", "labelMarginTop", "labelMarginBottom",
-                           "labelMarginLeft", "labelMarginRight", "labelMarginLimitTop",
-                           "labelMarginLimitBottom", "labelMarginLimitLeft", "labelMarginLimitRight"}) {
-    lines.push_back(name + color);
-  }
+  const auto note = [&](const std::string& name, const std::string& state) { lines.push_back(name + state); };
+  const auto noteOfEachSide = [&](const std::string& prefix, const std::string& state) {
+    for (const auto& side : conformance::kSceneSides) note(prefix + side.name, state);
+  };
+  note("directionPopUp", enabled);
+  note("positionPopUp", enabled);
+  noteOfEachSide("textBoxMargin", enabled);
+  noteOfEachSide("stepperMargin", enabled);
+  note("defaultButton", enabled);
+  note("labelDirection", color);
+  note("labelPosition", color);
+  noteOfEachSide("labelMargin", color);
+  noteOfEachSide("labelMarginLimit", color);
   return lines;
 }
 

@@ -26,7 +26,7 @@ class NibFaults : public ViewTest {
   }
 };
 
-class MissingOutlet : public NibFaults, public testing::WithParamInterface<const char*> {};
+class MissingOutlet : public NibFaults, public testing::WithParamInterface<std::string_view> {};
 
 TEST_P(MissingOutlet, AbortsTheSetUpBeforeTheViewCountsAsSetUp) {
   makeController();
@@ -35,15 +35,15 @@ TEST_P(MissingOutlet, AbortsTheSetUpBeforeTheViewCountsAsSetUp) {
   expectSilentView();
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, MissingOutlet,
-                         testing::Values("labelDirection", "labelPosition", "labelMarginTop",
-                                         "labelMarginBottom", "labelMarginLeft", "labelMarginRight",
-                                         "labelMarginLimitTop", "labelMarginLimitBottom",
-                                         "labelMarginLimitLeft", "labelMarginLimitRight", "textBoxMarginTop",
-                                         "textBoxMarginBottom", "textBoxMarginLeft", "textBoxMarginRight",
-                                         "stepperMarginTop", "stepperMarginBottom", "stepperMarginLeft",
-                                         "stepperMarginRight", "tandemTrimValid", "directionPopUp",
-                                         "positionPopUp", "defaultButton"),
+std::vector<std::string_view> outletsOfControls() {
+  std::vector<std::string_view> names{"labelDirection", "labelPosition", "tandemTrimValid",
+                                      "directionPopUp", "positionPopUp", "defaultButton"};
+  for (const auto& margin : kMarginOutlets)
+    names.insert(names.end(), {margin.label, margin.limitLabel, margin.textBox, margin.stepper});
+  return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, MissingOutlet, testing::ValuesIn(outletsOfControls()),
                          [](const auto& test) { return std::string(test.param); });
 
 TEST_F(NibFaults, AbortTheSetUpWithoutTheNib) {
@@ -63,7 +63,7 @@ TEST_F(NibFaults, GiveNoViewButASetUpWhenOnlyTheViewIsMissing) {
   EXPECT_EQ(center.subscriptions.size(), 4U);
   log.clear();
   EXPECT_TRUE(controller->restoreNonPPDSettingsFromPrintSettings());
-  EXPECT_EQ(nib.textBoxMarginTop.text, "5");
+  EXPECT_EQ(nib.margins[kTop].textBox.text, "5");
 }
 
 // What was loaded before stays: its boxes are still subscribed to and its controls may still be connected.
@@ -125,8 +125,8 @@ TEST_F(NibFaults, LeaveTheSubscriptionsOfAnEarlierSetUpWhenALaterOneBreaksOff) {
     center.capacity.reset();
     std::vector<const platform::NibObject*> boxes;
     for (const auto& subscription : center.subscriptions) boxes.push_back(subscription.object);
-    EXPECT_THAT(boxes, testing::ElementsAre(&nib.textBoxMarginTop, &nib.textBoxMarginBottom,
-                                            &nib.textBoxMarginLeft, &nib.textBoxMarginRight))
+    EXPECT_THAT(boxes, testing::ElementsAre(&nib.margins[kTop].textBox, &nib.margins[kBottom].textBox,
+                                            &nib.margins[kLeft].textBox, &nib.margins[kRight].textBox))
         << capacity;
     controller.reset();
     EXPECT_THAT(center.subscriptions, IsEmpty());

@@ -8,47 +8,44 @@ using testing::IsNull;
 
 using Controller = MorvaTTViewControllerKV2;
 
+template <auto getter>
+platform::NibObject* get(const Controller& controller) {
+  return (controller.*getter)();
+}
+
 // What a controller answers for each outlet.
 const std::map<std::string_view, platform::NibObject* (*)(const Controller&)> kGetters{
-    {"labelDirection", [](const Controller& c) -> platform::NibObject* { return c.labelDirection(); }},
-    {"labelPosition", [](const Controller& c) -> platform::NibObject* { return c.labelPosition(); }},
-    {"labelMarginTop", [](const Controller& c) -> platform::NibObject* { return c.labelMarginTop(); }},
-    {"labelMarginBottom", [](const Controller& c) -> platform::NibObject* { return c.labelMarginBottom(); }},
-    {"labelMarginLeft", [](const Controller& c) -> platform::NibObject* { return c.labelMarginLeft(); }},
-    {"labelMarginRight", [](const Controller& c) -> platform::NibObject* { return c.labelMarginRight(); }},
-    {"labelMarginLimitTop",
-     [](const Controller& c) -> platform::NibObject* { return c.labelMarginLimitTop(); }},
-    {"labelMarginLimitBottom",
-     [](const Controller& c) -> platform::NibObject* { return c.labelMarginLimitBottom(); }},
-    {"labelMarginLimitLeft",
-     [](const Controller& c) -> platform::NibObject* { return c.labelMarginLimitLeft(); }},
-    {"labelMarginLimitRight",
-     [](const Controller& c) -> platform::NibObject* { return c.labelMarginLimitRight(); }},
-    {"textBoxMarginTop", [](const Controller& c) -> platform::NibObject* { return c.textBoxMarginTop(); }},
-    {"textBoxMarginBottom",
-     [](const Controller& c) -> platform::NibObject* { return c.textBoxMarginBottom(); }},
-    {"textBoxMarginLeft", [](const Controller& c) -> platform::NibObject* { return c.textBoxMarginLeft(); }},
-    {"textBoxMarginRight",
-     [](const Controller& c) -> platform::NibObject* { return c.textBoxMarginRight(); }},
-    {"stepperMarginTop", [](const Controller& c) -> platform::NibObject* { return c.stepperMarginTop(); }},
-    {"stepperMarginBottom",
-     [](const Controller& c) -> platform::NibObject* { return c.stepperMarginBottom(); }},
-    {"stepperMarginLeft", [](const Controller& c) -> platform::NibObject* { return c.stepperMarginLeft(); }},
-    {"stepperMarginRight",
-     [](const Controller& c) -> platform::NibObject* { return c.stepperMarginRight(); }},
-    {"tandemTrimValid", [](const Controller& c) -> platform::NibObject* { return c.tandemTrimValid(); }},
-    {"directionPopUp", [](const Controller& c) -> platform::NibObject* { return c.directionPopUp(); }},
-    {"positionPopUp", [](const Controller& c) -> platform::NibObject* { return c.positionPopUp(); }},
-    {"defaultButton", [](const Controller& c) -> platform::NibObject* { return c.defaultButton(); }},
-    {"tandemTrimView", [](const Controller& c) -> platform::NibObject* { return c.tandemTrimView(); }},
+    {"labelDirection", get<&Controller::labelDirection>},
+    {"labelPosition", get<&Controller::labelPosition>},
+    {"labelMarginTop", get<&Controller::labelMarginTop>},
+    {"labelMarginBottom", get<&Controller::labelMarginBottom>},
+    {"labelMarginLeft", get<&Controller::labelMarginLeft>},
+    {"labelMarginRight", get<&Controller::labelMarginRight>},
+    {"labelMarginLimitTop", get<&Controller::labelMarginLimitTop>},
+    {"labelMarginLimitBottom", get<&Controller::labelMarginLimitBottom>},
+    {"labelMarginLimitLeft", get<&Controller::labelMarginLimitLeft>},
+    {"labelMarginLimitRight", get<&Controller::labelMarginLimitRight>},
+    {"textBoxMarginTop", get<&Controller::textBoxMarginTop>},
+    {"textBoxMarginBottom", get<&Controller::textBoxMarginBottom>},
+    {"textBoxMarginLeft", get<&Controller::textBoxMarginLeft>},
+    {"textBoxMarginRight", get<&Controller::textBoxMarginRight>},
+    {"stepperMarginTop", get<&Controller::stepperMarginTop>},
+    {"stepperMarginBottom", get<&Controller::stepperMarginBottom>},
+    {"stepperMarginLeft", get<&Controller::stepperMarginLeft>},
+    {"stepperMarginRight", get<&Controller::stepperMarginRight>},
+    {"tandemTrimValid", get<&Controller::tandemTrimValid>},
+    {"directionPopUp", get<&Controller::directionPopUp>},
+    {"positionPopUp", get<&Controller::positionPopUp>},
+    {"defaultButton", get<&Controller::defaultButton>},
+    {"tandemTrimView", get<&Controller::tandemTrimView>},
 };
 
 class Outlets : public ViewTest {
  protected:
   Outlets() { makeController(); }
   void expectOutletsEmptyExcept(std::string_view connected) {
-    for (const auto& [outlet, get] : kGetters) {
-      EXPECT_EQ(get(*controller) == nullptr, outlet != connected) << outlet << " after " << connected;
+    for (const auto& [outlet, getter] : kGetters) {
+      EXPECT_EQ(getter(*controller) == nullptr, outlet != connected) << outlet << " after " << connected;
     }
   }
 };

@@ -83,7 +83,7 @@ TEST_F(SummaryInfo, LetsALaterRowReplaceOneOfTheSameTitle) {
 
 TEST_F(SummaryInfo, PutsStoredValuesBackIntoTheControlsWithoutGreyingThemAnew) {
   ASSERT_NO_FATAL_FAILURE(loadView());
-  nib.textBoxMarginTop.text = "typed";
+  nib.margins[kTop].textBox.text = "typed";
   nib.tandemTrimValid.current = 1;
   forget();
   (void)summary();
@@ -92,8 +92,8 @@ TEST_F(SummaryInfo, PutsStoredValuesBackIntoTheControlsWithoutGreyingThemAnew) {
   forget();
   (void)summary();
   EXPECT_EQ(log.size(), 11U);
-  EXPECT_EQ(nib.textBoxMarginTop.text, "5");
-  EXPECT_EQ(nib.stepperMarginTop.text, "5");
+  EXPECT_EQ(nib.margins[kTop].textBox.text, "5");
+  EXPECT_EQ(nib.margins[kTop].stepper.text, "5");
 }
 
 TEST_F(SummaryInfo, IsTheHostsOwnAndFollowsTheSettings) {

@@ -22,24 +22,24 @@ class TextChange : public ViewTest {
 
 TEST_F(TextChange, CorrectsTheBoxAndThenShowsTheNumberInItsMarginsControls) {
   ASSERT_NO_FATAL_FAILURE(loadView());
-  edit(nib.textBoxMarginTop, "007mm");
+  edit(nib.margins[kTop].textBox, "007mm");
   EXPECT_THAT(log,
               ElementsAre("textBoxMarginTop text=7", "textBoxMarginTop text=7", "stepperMarginTop text=7"));
-  edit(nib.textBoxMarginRight, "12");
+  edit(nib.margins[kRight].textBox, "12");
   EXPECT_THAT(log, ElementsAre("textBoxMarginRight text=10", "textBoxMarginRight text=10",
                                "stepperMarginRight text=10"));
 }
 
 TEST_F(TextChange, WritesACleanTextBackToo) {
   ASSERT_NO_FATAL_FAILURE(loadView());
-  edit(nib.textBoxMarginLeft, "20");
+  edit(nib.margins[kLeft].textBox, "20");
   EXPECT_THAT(log, ElementsAre("textBoxMarginLeft text=20", "textBoxMarginLeft text=20",
                                "stepperMarginLeft text=20"));
 }
 
 TEST_F(TextChange, NeverTouchesThePrintSettings) {
   ASSERT_NO_FATAL_FAILURE(loadView());
-  edit(nib.textBoxMarginTop, "9");
+  edit(nib.margins[kTop].textBox, "9");
   EXPECT_THAT(settings().log, IsEmpty());
   EXPECT_TRUE(controller->saveNonPPDSettingsToPrintSettings());
   EXPECT_EQ(settings().values["MVTopMargin"], "9");
@@ -58,9 +58,9 @@ TEST_F(TextChange, LeavesANumberInTheRange) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<integer>5</integer>";
   ASSERT_NO_FATAL_FAILURE(loadView());
   for (const auto& [typed, left] : edits) {
-    edit(nib.textBoxMarginTop, typed);
-    EXPECT_EQ(nib.textBoxMarginTop.text, left) << typed;
-    EXPECT_EQ(nib.stepperMarginTop.text, left) << typed;
+    edit(nib.margins[kTop].textBox, typed);
+    EXPECT_EQ(nib.margins[kTop].textBox.text, left) << typed;
+    EXPECT_EQ(nib.margins[kTop].stepper.text, left) << typed;
   }
 }
 
@@ -68,7 +68,7 @@ TEST_F(TextChange, LeavesANumberInTheRange) {
 TEST_F(TextChange, PassesTheVeryBoundOn) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
   ASSERT_NO_FATAL_FAILURE(loadView());
-  edit(nib.textBoxMarginTop, "1");
+  edit(nib.margins[kTop].textBox, "1");
   EXPECT_THAT(log, ElementsAre("textBoxMarginTop text=2.5", "textBoxMarginTop text=2.5",
                                "stepperMarginTop text=2.5"));
 }
@@ -89,8 +89,9 @@ TEST_F(TextChange, OnlyCorrectsABoxThatIsNoMarginBox) {
 TEST_F(TextChange, DoesNothingForAnObjectThatIsNoTextBoxOrNone) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   forget();
-  const std::initializer_list<platform::NibObject*> objects{nullptr, &nib.tandemTrimView, &nib.labelMarginTop,
-                                                            &nib.stepperMarginTop, &nib.tandemTrimValid};
+  const std::initializer_list<platform::NibObject*> objects{nullptr, &nib.tandemTrimView,
+                                                            &nib.margins[kTop].label,
+                                                            &nib.margins[kTop].stepper, &nib.tandemTrimValid};
   for (auto* object : objects)
     controller->controlTextDidChange({platform::NSControlTextDidChangeNotification, object});
   EXPECT_THAT(log, IsEmpty());
@@ -98,17 +99,17 @@ TEST_F(TextChange, DoesNothingForAnObjectThatIsNoTextBoxOrNone) {
 
 TEST_F(TextChange, FindsTheTicketByTheIdentifierOfTheBox) {
   ASSERT_NO_FATAL_FAILURE(loadView());
-  nib.textBoxMarginTop.setIdentifier("Right");
-  edit(nib.textBoxMarginTop, "9");
+  nib.margins[kTop].textBox.setIdentifier("Right");
+  edit(nib.margins[kTop].textBox, "9");
   EXPECT_THAT(
       log, ElementsAre("textBoxMarginTop text=9", "textBoxMarginRight text=9", "stepperMarginRight text=9"));
 }
 
 TEST_F(TextChange, ReadsTheRangeThatTheBoxHoldsItself) {
   ASSERT_NO_FATAL_FAILURE(loadView());
-  nib.textBoxMarginTop.setValueRange(number(30), number(33));
-  edit(nib.textBoxMarginTop, "99");
-  EXPECT_EQ(nib.textBoxMarginTop.text, "33");
+  nib.margins[kTop].textBox.setValueRange(number(30), number(33));
+  edit(nib.margins[kTop].textBox, "99");
+  EXPECT_EQ(nib.margins[kTop].textBox.text, "33");
 }
 
 TEST_F(TextChange, RaisesForABoxWithoutTheBoundThatItNeeds) {
@@ -124,9 +125,9 @@ TEST_F(TextChange, IsNotCausedByWhatTheProgramPutsIntoABox) {
   scene.stored["MVTopMargin"] = "777";
   ASSERT_NO_FATAL_FAILURE(loadView());
   controller->restoreNonPPDSettingsFromPrintSettings();
-  EXPECT_EQ(nib.textBoxMarginTop.text, "777");
-  edit(nib.textBoxMarginTop, "7771");
-  EXPECT_EQ(nib.textBoxMarginTop.text, "50");
+  EXPECT_EQ(nib.margins[kTop].textBox.text, "777");
+  edit(nib.margins[kTop].textBox, "7771");
+  EXPECT_EQ(nib.margins[kTop].textBox.text, "50");
 }
 
 TEST_F(TextChange, FiltersWithTheRulesOfMarginEntry) {

@@ -12,7 +12,7 @@ class ViewController : public ViewTest {};
 
 TEST_F(ViewController, IsNotMadeWithoutCommonInfoOrTickets) {
   EXPECT_THAT(MorvaTTViewControllerKV2::initWithCommonInfo(nullptr), IsNull());
-  const auto notReady = makeCommonInfo<ReadyForSome>();
+  const auto notReady = makeCommonInfoOf<ReadyForSome>();
   EXPECT_THAT(MorvaTTViewControllerKV2::initWithCommonInfo(notReady), IsNull());
   EXPECT_EQ(notReady.use_count(), 1);
   EXPECT_THAT(log, IsEmpty());

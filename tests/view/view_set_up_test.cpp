@@ -18,7 +18,7 @@ class ViewSetUp : public ViewTest {
   [[nodiscard]] std::span<const std::string> lines(std::size_t first, std::size_t count) const {
     return std::span(log).subspan(first, count);
   }
-  static Log linesOfSide(const Side& side) {
+  static Log linesOfSide(const conformance::SceneSide& side) {
     const auto box = "textBoxMargin" + side.name;
     const auto stepper = "stepperMargin" + side.name;
     return {box + " identifier=" + side.name,
@@ -50,8 +50,8 @@ TEST_F(ViewSetUp, RunsItsStepsInOrderAfterTheNibIsLoaded) {
                           "directionPopUp 0 value=LongEdgeFeed", "directionPopUp 0 title=Long Edge First",
                           "directionPopUp 1 value=ShortEdgeFeed", "directionPopUp 1 title=Short Edge First"));
   EXPECT_THAT(lines(21, 2), ElementsAre("tandemTrimValid title=Trim It", "defaultButton title=As It Was"));
-  for (std::size_t side = 0; side < kSides.size(); ++side) {
-    EXPECT_THAT(lines(23 + 7 * side, 7), ElementsAreArray(linesOfSide(kSides[side])));
+  for (std::size_t side = 0; side < kSides; ++side) {
+    EXPECT_THAT(lines(23 + 7 * side, 7), ElementsAreArray(linesOfSide(conformance::kSceneSides.at(side))));
   }
   EXPECT_TRUE(controller->viewIsInited());
 }
@@ -60,7 +60,7 @@ TEST_F(ViewSetUp, NeitherRestoresNorGreysNorStores) {
   scene.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}};
   ASSERT_NO_FATAL_FAILURE(loadView());
   EXPECT_EQ(nib.tandemTrimValid.current, 0);
-  EXPECT_EQ(nib.textBoxMarginTop.text, "");
+  EXPECT_EQ(nib.margins[kTop].textBox.text, "");
   EXPECT_THAT(settings().log, IsEmpty());
 }
 
@@ -85,21 +85,21 @@ TEST_F(ViewSetUp, RegistersTheControlsOfEachTicketTheTextBoxBeforeItsStepper) {
   EXPECT_THAT(tickets.ticketDirection()->targetInstances(), ElementsAre(&nib.directionPopUp));
   EXPECT_THAT(tickets.ticketPosition()->targetInstances(), ElementsAre(&nib.positionPopUp));
   EXPECT_THAT(tickets.ticketMarginTop()->targetInstances(),
-              ElementsAre(&nib.textBoxMarginTop, &nib.stepperMarginTop));
+              ElementsAre(&nib.margins[kTop].textBox, &nib.margins[kTop].stepper));
   EXPECT_THAT(tickets.ticketMarginBottom()->targetInstances(),
-              ElementsAre(&nib.textBoxMarginBottom, &nib.stepperMarginBottom));
+              ElementsAre(&nib.margins[kBottom].textBox, &nib.margins[kBottom].stepper));
   EXPECT_THAT(tickets.ticketMarginLeft()->targetInstances(),
-              ElementsAre(&nib.textBoxMarginLeft, &nib.stepperMarginLeft));
+              ElementsAre(&nib.margins[kLeft].textBox, &nib.margins[kLeft].stepper));
   EXPECT_THAT(tickets.ticketMarginRight()->targetInstances(),
-              ElementsAre(&nib.textBoxMarginRight, &nib.stepperMarginRight));
+              ElementsAre(&nib.margins[kRight].textBox, &nib.margins[kRight].stepper));
 }
 
 TEST_F(ViewSetUp, GivesEachBoxTheVeryMinimumAndLimitAsItsRange) {
   ASSERT_NO_FATAL_FAILURE(loadView());
-  const std::pair<const RecordingTextBox*, const char*> boxes[] = {{&nib.textBoxMarginTop, "Top"},
-                                                                   {&nib.textBoxMarginBottom, "Bottom"},
-                                                                   {&nib.textBoxMarginLeft, "Left"},
-                                                                   {&nib.textBoxMarginRight, "Right"}};
+  const std::pair<const RecordingTextBox*, const char*> boxes[] = {{&nib.margins[kTop].textBox, "Top"},
+                                                                   {&nib.margins[kBottom].textBox, "Bottom"},
+                                                                   {&nib.margins[kLeft].textBox, "Left"},
+                                                                   {&nib.margins[kRight].textBox, "Right"}};
   for (const auto& [box, name] : boxes) {
     EXPECT_EQ(box->min(), info->defaultMarginMin());
     EXPECT_EQ(box->max(), info->marginLimit(name));
@@ -113,7 +113,7 @@ TEST_F(ViewSetUp, GivesSteppersTheIntegerPartsOfTheBounds) {
   for (const char* line : {"stepperMarginTop min=2", "stepperMarginTop max=9"}) {
     EXPECT_THAT(log, testing::Contains(line));
   }
-  EXPECT_EQ(nib.labelMarginLimitTop.text, "mm   from 2.9 up to 9.9");
+  EXPECT_EQ(nib.margins[kTop].limitLabel.text, "mm   from 2.9 up to 9.9");
 }
 
 TEST_F(ViewSetUp, SubscribesOnceToTheTextChangesOfEachBoxAndOfNothingElse) {
@@ -124,8 +124,8 @@ TEST_F(ViewSetUp, SubscribesOnceToTheTextChangesOfEachBoxAndOfNothingElse) {
     EXPECT_EQ(subscription.observer, controller.get());
     objects.push_back(subscription.object);
   }
-  EXPECT_THAT(objects, ElementsAre(&nib.textBoxMarginTop, &nib.textBoxMarginBottom, &nib.textBoxMarginLeft,
-                                   &nib.textBoxMarginRight));
+  EXPECT_THAT(objects, ElementsAre(&nib.margins[kTop].textBox, &nib.margins[kBottom].textBox,
+                                   &nib.margins[kLeft].textBox, &nib.margins[kRight].textBox));
 }
 
 TEST_F(ViewSetUp, IsDoneOnceHoweverOftenTheViewIsRequested) {
@@ -168,7 +168,7 @@ TEST_F(ViewSetUp, PutsTheMinimumIntoTheRangeTextAndThenTheMaximumIntoTheResult) 
     scene.settingInfo["Wording.MaxLabelForValueRange"] = std::string("<string>") + maxToken + "</string>";
     connectOutlets();
     controller->TTVCInitializeLabel();
-    EXPECT_EQ(nib.labelMarginLimitTop.text, text) << format;
+    EXPECT_EQ(nib.margins[kTop].limitLabel.text, text) << format;
   }
 }
 

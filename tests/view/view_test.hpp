@@ -1,22 +1,11 @@
 #pragma once
 
-#include <array>
 #include <string>
 
 #include "tests/support/recording_platform.hpp"
 #include "view/view_controller.hpp"
 
 namespace tandemtrim::test {
-
-/// One side of the sheet in an ordinary scene.
-struct Side {
-  std::string name;
-  int limit;
-  std::string defaultText;
-};
-
-inline const std::array<Side, 4> kSides{
-    {{"Top", 50, "5"}, {"Bottom", 40, "6"}, {"Left", 20, "7"}, {"Right", 10, "8"}}};
 
 /// A test of a view controller on recordings.
 class ViewTest : public RecordingPlatformTest {
