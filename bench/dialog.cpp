@@ -6,11 +6,12 @@
 
 #include <gtkmm/init.h>
 
+#include "adapters/linux/print_settings.hpp"
 #include "bench/measured.hpp"
 #include "bench/print_dialog.hpp"
 #include "host/cups/cups_handles.hpp"
-#include "host/dialog/open_panel.hpp"
-#include "host/dialog/panel_page.hpp"
+#include "host/dialog/panel/panel_page.hpp"
+#include "host/panel/panel_session.hpp"
 
 namespace {
 
@@ -23,14 +24,15 @@ struct Tab {
     gtk_print_unix_dialog_add_custom_tab(dialog, GTK_WIDGET(page->gobj()), gtk_label_new("Tandem Trim"));
   }
   void open(const char* bundle, ppd_file_t* ppd) {
-    panel = std::make_unique<host::OpenPanel>(bundle, settings, ppd, [](const std::string&) {});
-    page->showView(panel->view());
+    const auto opened = host::openBundle(bundle, [](const std::string&) {});
+    panel = std::make_unique<host::PanelSession>(opened, host::kGtkModule, settings, ppd);
+    page->showView(GTK_WIDGET(panel->view().toolkitView()));
     panel->willShow();
   }
 
   platform::linux::PrintSettings settings;
   host::PanelPage* page = Gtk::make_managed<host::PanelPage>();
-  std::unique_ptr<host::OpenPanel> panel;
+  std::unique_ptr<host::PanelSession> panel;
 };
 
 // Kilobytes that are this process's own: what it wrote. What it read of files is shared by all that use them.

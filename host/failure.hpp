@@ -10,11 +10,11 @@ inline constexpr int kSucceeded = 0;
 inline constexpr int kFailed = 1;
 inline constexpr int kWrongCommandLine = 2;
 
-/// What a failure is about: what a person can do differs from one to the other, whatever the reason.
+/// What a failure is about: what a user can do differs from one to the other, whatever the reason.
 enum class Trouble {
   other,
-  /// The message is for the person as it stands, in the person's language.
-  told,
+  /// The message is complete, and in the language of the user.
+  userMessage,
   plugin,
   noServer,
   noPrinter,
@@ -39,7 +39,7 @@ class Failure : public std::runtime_error {
   explicit Failure(const std::string& message, int exitStatus = kFailed)
       : std::runtime_error(message), exitStatus_(exitStatus), factLength_(message.size()) {}
 
-  /// The message is the fact with the remedy behind it, which is for a person at a terminal.
+  /// The message is the fact with the remedy behind it, which is for a user at a terminal.
   Failure(Trouble trouble, const std::string& fact, const std::string& remedy = "")
       : std::runtime_error(fact + remedy), trouble_(trouble), factLength_(fact.size()) {}
 
@@ -55,14 +55,14 @@ class Failure : public std::runtime_error {
   std::size_t factLength_;
 };
 
-/// A plug-in that is missing or does not do its part. A print job can do without the panel when the person
+/// A plug-in that is missing or does not do its part. A print job can do without the panel when the user
 /// agrees.
 class PluginFailure : public Failure {
  public:
   explicit PluginFailure(const std::string& message) : Failure(Trouble::plugin, message) {}
 };
 
-/// No dialog can be shown at all. Unless the person insists on it, the job goes on without one.
+/// No dialog can be shown at all. Unless the user insists on it, the job goes on without one.
 class NoDialog : public Failure {
  public:
   NoDialog(const std::string& fact, const std::string& remedy) : Failure(Trouble::other, fact, remedy) {}

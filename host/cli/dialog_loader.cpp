@@ -57,7 +57,7 @@ bool wantsDialog(const CommandLine& line) {
   return !line.files.empty() && !asksThePanel(line) && (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"));
 }
 
-std::optional<SentJob> showDialog(const CommandLine& line, const Note& note) {
+std::optional<SentJob> showDialog(const CommandLine& line, const Report& report) {
   if (asksThePanel(line)) {
     throw Failure(
         "--dialog leaves the panel to the person; leave --set, --restore-defaults, --force, --summary, "
@@ -67,7 +67,7 @@ std::optional<SentJob> showDialog(const CommandLine& line, const Note& note) {
   }
   if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);
   DialogResult result;
-  loadModule()(line, note, result);
+  loadModule()(line, report, result);
   if (result.noScreen)
     throw NoDialog("there is no screen to show the print dialog on", "; go on without one by --no-dialog");
   if (result.failure) throw Failure(*result.failure);

@@ -2,7 +2,7 @@
 
 #include "host/dialog/module.hpp"
 #include "host/job/command_line.hpp"
-#include "host/note.hpp"
+#include "host/report.hpp"
 
 namespace tandemtrim::host {
 
@@ -11,8 +11,8 @@ namespace tandemtrim::host {
 bool wantsDialog(const CommandLine& line);
 
 /// Loads the dialog's module, which alone is linked with the toolkit, and shows the dialog; the job that was
-/// sent, or none when the person cancelled. Failure when the dialog cannot be shown or there is nothing to
+/// sent, or none when the user cancelled. Failure when the dialog cannot be shown or there is nothing to
 /// print.
-std::optional<SentJob> showDialog(const CommandLine& line, const Note& note);
+std::optional<SentJob> showDialog(const CommandLine& line, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -11,7 +11,7 @@ namespace {
 
 using namespace tandemtrim::host;
 
-void tell(const std::string& message) { std::cerr << "tandem-trim: " << plainText(message) << '\n'; }
+void printMessage(const std::string& message) { std::cerr << "tandem-trim: " << plainText(message) << '\n'; }
 
 void work(std::vector<std::string> arguments) {
   const auto parsed = parseCommandLine(std::move(arguments));
@@ -20,7 +20,7 @@ void work(std::vector<std::string> arguments) {
   } else {
     const auto& line = std::get<CommandLine>(parsed);
     if (line.verbose) openlog("tandem-trim", LOG_PERROR, LOG_USER);
-    run(line, std::cout, tell);
+    run(line, std::cout, printMessage);
   }
   if (!std::cout.flush()) throw Failure("standard output cannot be written; what was asked for is done");
 }
@@ -32,10 +32,10 @@ int main(int argc, char* argv[]) {
     work({argv + 1, argv + argc});
     return kSucceeded;
   } catch (const Failure& failure) {
-    tell(failure.what());
+    printMessage(failure.what());
     return failure.exitStatus();
   } catch (const std::exception& error) {
-    tell(error.what());
+    printMessage(error.what());
     return kFailed;
   }
 }

@@ -2,7 +2,7 @@
 
 #include "host/cli/dialog_loader.hpp"
 #include "host/cli/progress_line.hpp"
-#include "host/cli/report.hpp"
+#include "host/cli/results.hpp"
 #include "host/cups/connection.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/cups/printer.hpp"
@@ -21,12 +21,12 @@ struct Target {
   Printer printer;
 };
 
-std::optional<Target> findTarget(const CommandLine& line, const Note& note) {
+std::optional<Target> findTarget(const CommandLine& line, const Report& report) {
   const bool printing = !line.files.empty();
   if (line.ppd && !printing && !line.saveAsDefault) return std::nullopt;
   Connection connection(line.server);
   auto printer = findPrinter(connection, line.printer);
-  if (printing) checkState(printer, note);
+  if (printing) checkState(printer, report);
   return Target{std::move(connection), std::move(printer)};
 }
 
@@ -34,10 +34,7 @@ std::optional<Target> findTarget(const CommandLine& line, const Note& note) {
 Options startingOptions(const CommandLine& line, const std::optional<Target>& target, ppd_file_t* ppd) {
   Options options;
   if (target) options = target->printer.saved;
-  for (const auto& option : line.options) {
-    const auto keyword = ppd != nullptr ? keywordAsSpelled(*ppd, option.keyword) : option.keyword;
-    setOption(options, {keyword, option.value});
-  }
+  for (const auto& option : asSpelled(ppd, line.options)) setOption(options, option);
   return options;
 }
 
@@ -67,44 +64,44 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
   if (!line.summary && onlyLooking) showOptions(out, settings.options);
 }
 
-void runDialog(const CommandLine& line, std::ostream& out, const Note& note) {
-  const auto job = showDialog(line, note);
-  if (!job) return note("cancelled");
+void runDialog(const CommandLine& line, std::ostream& out, const Report& report) {
+  const auto job = showDialog(line, report);
+  if (!job) return report("cancelled");
   if (job->unconfirmed) throw Failure(jobText(*job));
-  if (!job->lost) return note(jobText(*job));
+  if (!job->lost) return report(jobText(*job));
   if (!job->lost->empty()) throw Failure(jobText(*job));
   out << jobText(*job) << '\n';
 }
 
 }  // namespace
 
-void run(const CommandLine& line, std::ostream& out, const Note& note) {
+void run(const CommandLine& line, std::ostream& out, const Report& report) {
   if (wantsDialog(line)) {
     try {
-      return runDialog(line, out, note);
+      return runDialog(line, out, report);
     } catch (const NoDialog& failure) {
       if (line.dialog) throw;
-      note(failure.fact() + "; going on without it");
+      report(failure.fact() + "; going on without it");
     }
   }
   auto documents = openDocuments(line.files);
-  const auto target = findTarget(line, note);
+  const auto target = findTarget(line, report);
   const auto ppd = line.ppd ? openPpd(*line.ppd, *line.ppd) : queuePpd(target->connection, target->printer);
   const auto printer = target ? target->printer.name : line.printer;
   const auto settings = settleSettings(line, printer.value_or("the printer"), ppd.get(),
-                                       startingOptions(line, target, ppd.get()), note);
+                                       startingOptions(line, target, ppd.get()), report);
   refuseLosses(line, settings.options);
   if (line.saveAsDefault) {
     saveAsDefault(target->connection, target->printer, settings.options);
-    note("kept as your defaults for " + target->printer.name + ": " +
-         std::to_string(settings.options.size()) + " options");
+    report("kept as your defaults for " + target->printer.name + ": " +
+           std::to_string(settings.options.size()) + " options");
   }
 
   std::optional<SentJob> job;
   if (!documents.empty()) job = print(line, *target, documents, settings.options);
   if (job && job->unconfirmed) throw Failure(jobText(*job));
   show(line, out, printer, settings, job);
-  if (job && !job->lost) note(jobText(*job));
+  if (job && !job->lost) report(jobText(*job));
   if (job && job->lost && !job->lost->empty()) throw Failure(jobText(*job));
 }
 

@@ -53,9 +53,12 @@ std::vector<std::string> dialogExtensions(ppd_file_t& ppd) {
   return names;
 }
 
-std::string keywordAsSpelled(ppd_file_t& ppd, const std::string& keyword) {
-  const auto* option = ppdFindOption(&ppd, keyword.c_str());
-  return option != nullptr ? option->keyword : keyword;
+Options asSpelled(ppd_file_t* ppd, Options options) {
+  for (auto& [keyword, value] : options) {
+    const auto* const known = ppd == nullptr ? nullptr : ppdFindOption(ppd, keyword.c_str());
+    if (known != nullptr) keyword = known->keyword;
+  }
+  return options;
 }
 
 }  // namespace tandemtrim::host

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/cups/cups_handles.hpp"
+#include "host/job/options.hpp"
 
 namespace tandemtrim::host {
 
@@ -18,7 +19,8 @@ PpdHandle readPpd(int file, const std::string& name);
 /// empty when the printer has no panel.
 std::vector<std::string> dialogExtensions(ppd_file_t& ppd);
 
-/// The keyword as the PPD spells it where it differs in letter case only, else the keyword itself.
-std::string keywordAsSpelled(ppd_file_t& ppd, const std::string& keyword);
+/// The options with keywords as the PPD spells them where only letter case differs; unchanged for a printer
+/// without a PPD (null).
+Options asSpelled(ppd_file_t* ppd, Options options);
 
 }  // namespace tandemtrim::host

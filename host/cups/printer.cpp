@@ -73,14 +73,15 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
 
 std::string stoppedText(const Printer& printer) { return withState(" is stopped", printer); }
 
-void checkState(const Printer& printer, const Note& note) {
+void checkState(const Printer& printer, const Report& report) {
   if (!printer.accepting) {
     throw Failure(Trouble::rejecting, withState(" does not accept jobs", printer),
                   "; nothing was sent. Let it accept them again by cupsaccept " + printer.name +
                       ", or choose another printer by -d");
   }
   if (printer.stopped) {
-    note(stoppedText(printer) + "; the job waits until the printer is started by cupsenable " + printer.name);
+    report(stoppedText(printer) + "; the job waits until the printer is started by cupsenable " +
+           printer.name);
   }
 }
 

@@ -6,7 +6,7 @@
 #include "host/cups/connection.hpp"
 #include "host/cups/cups_handles.hpp"
 #include "host/job/options.hpp"
-#include "host/note.hpp"
+#include "host/report.hpp"
 
 namespace tandemtrim::host {
 
@@ -28,8 +28,8 @@ struct Printer {
 /// of those that exist, when there is none.
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name);
 
-/// Failure when the queue takes no jobs; a note when the job will wait in it.
-void checkState(const Printer& printer, const Note& note);
+/// Failure when the queue takes no jobs; a message when the job will wait in it.
+void checkState(const Printer& printer, const Report& report);
 
 /// "Morva is stopped (Paused)".
 std::string stoppedText(const Printer& printer);

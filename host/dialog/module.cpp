@@ -30,9 +30,9 @@ void showFailure(const Failure& failure) {
   loop->run();
 }
 
-std::optional<SentJob> jobOfDialog(const CommandLine& line, const Note& note) {
+std::optional<SentJob> jobOfDialog(const CommandLine& line, const Report& report) {
   try {
-    return Dialog(line, note).run();
+    return Dialog(line, report).run();
   } catch (const Failure& failure) {
     if (isatty(STDERR_FILENO) == 0) showFailure(failure);
     throw;
@@ -42,7 +42,7 @@ std::optional<SentJob> jobOfDialog(const CommandLine& line, const Note& note) {
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(const CommandLine& line,
-                                                                            const Note& note,
+                                                                            const Report& report,
                                                                             DialogResult& result) noexcept {
   // Work that is still under way must not find libraries that are taken down.
   on_exit(
@@ -62,14 +62,14 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
     }
     Gtk::init_gtkmm_internals();
     // What goes wrong while the toolkit calls is told, and the dialog goes on.
-    Glib::add_exception_handler([note] {
+    Glib::add_exception_handler([report] {
       try {
         throw;
       } catch (const std::exception& failure) {
-        note(failure.what());
+        report(failure.what());
       }
     });
-    result.job = jobOfDialog(line, note);
+    result.job = jobOfDialog(line, report);
   } catch (const std::exception& failure) {
     result.failure = failure.what();
   }

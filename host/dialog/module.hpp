@@ -2,7 +2,7 @@
 
 #include "host/cups/sent_job.hpp"
 #include "host/job/command_line.hpp"
-#include "host/note.hpp"
+#include "host/report.hpp"
 
 namespace tandemtrim::host {
 
@@ -15,7 +15,7 @@ struct DialogResult {
 
 /// The one function that the dialog's module exports, as kDialogFunction with C linkage: shows the dialog for
 /// the files of the command line until it is closed.
-using ShowDialog = void (*)(const CommandLine& line, const Note& note, DialogResult& result) noexcept;
+using ShowDialog = void (*)(const CommandLine& line, const Report& report, DialogResult& result) noexcept;
 inline constexpr const char* kDialogFunction = "tandemTrimShowDialog";
 
 }  // namespace tandemtrim::host

@@ -8,7 +8,7 @@
 
 namespace tandemtrim::host {
 
-/// One act of the person at the panel.
+/// One input of the user at the panel.
 struct Input {
   /// The name of the setting, or of the button.
   std::string name;
@@ -23,7 +23,7 @@ inline constexpr const char* kRestoreDefault = "RestoreDefault";
 
 struct CommandLine {
   std::optional<std::string> server;
-  /// A printer's name, with "/instance" behind it where the person keeps several.
+  /// A printer's name, with "/instance" behind it where the user keeps several.
   std::optional<std::string> printer;
   std::optional<std::string> title;
   /// Every -o and -n, in their order.

@@ -3,42 +3,34 @@
 #include "adapters/linux/print_settings.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/panel/bundle_search.hpp"
+#include "host/panel/panel_options.hpp"
 #include "host/panel/plugin_loader.hpp"
 #include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-platform::linux::PrintSettings settingsFrom(const Options& options) {
-  platform::linux::PrintSettings settings;
-  for (const auto& [keyword, value] : options) settings.PMPrintSettingsSetValue(keyword, value, false);
-  return settings;
-}
-
 JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::string& path,
-                          const Options& starting, const Note& note) {
-  const auto bundle = openBundle(path, note);
-  const auto keywords = bundle.info.optionKeywords();
-  Options spelled;
-  for (const auto& [keyword, value] : starting)
-    setOption(spelled, {spelledAsIn(keywords, keyword).value_or(keyword), value});
-  auto settings = settingsFrom(spelled);
+                          const Options& starting, const Report& report) {
+  const auto bundle = openBundle(path, report);
+  platform::linux::PrintSettings settings;
+  storeOptions(starting, bundle.info.optionKeywords(), settings);
   JobSettings settled;
-  settled.panel = playPanel(bundle, settings, ppd, line.inputs, line.force, note);
+  settled.panel = playPanel(bundle, settings, ppd, line.inputs, line.force, report);
   for (const auto& [keyword, value] : settings.entries()) settled.options.push_back({keyword, value});
   return settled;
 }
 
 JobSettings settleWithoutPanel(const CommandLine& line, const std::string& printer, const std::string& reason,
-                               const Options& starting, const Note& note) {
+                               const Options& starting, const Report& report) {
   const auto fact = printer + " has no panel, since " + reason;
   if (!line.inputs.empty())
     throw Failure(fact + "; nothing was sent. Leave --set and --restore-defaults out");
-  if (line.files.empty()) note(fact);
+  if (line.files.empty()) report(fact);
   JobSettings settled{starting, std::nullopt};
   std::erase_if(settled.options, [&, keywords = keywordsOfPanels(line.plugin)](const Option& option) {
     const bool isPanels = spelledAsIn(keywords, option.keyword).has_value();
-    if (isPanels) note(printer + " has no panel; " + shortText(optionText(option)) + " is left out");
+    if (isPanels) report(leftOutText(printer, option));
     return isPanels;
   });
   return settled;
@@ -57,13 +49,17 @@ std::string withoutPpdText(const std::string& printer) {
          "options";
 }
 
+std::string leftOutText(const std::string& printer, const Option& option) {
+  return printer + " has no panel; " + shortText(optionText(option)) + " is left out";
+}
+
 JobSettings settleSettings(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
-                           const Options& starting, const Note& note) {
+                           const Options& starting, const Report& report) {
   try {
     const auto bundle = bundleOfPrinter(line.plugin, ppd);
-    if (!bundle) return settleWithoutPanel(line, printer, reasonForNoPanel(ppd), starting, note);
-    if (ppd == nullptr) note(withoutPpdText(printer));
-    return settleAtPanel(line, ppd, bundle->string(), starting, note);
+    if (!bundle) return settleWithoutPanel(line, printer, reasonForNoPanel(ppd), starting, report);
+    if (ppd == nullptr) report(withoutPpdText(printer));
+    return settleAtPanel(line, ppd, bundle->string(), starting, report);
   } catch (const PluginFailure& failure) {
     if (!line.withoutPanel) {
       throw Failure(
@@ -74,7 +70,7 @@ JobSettings settleSettings(const CommandLine& line, const std::string& printer, 
       throw Failure(std::string(failure.what()) +
                     "; --set and --restore-defaults need the panel, so nothing was sent");
     }
-    note("warning: the settings of the printer's panel are not available: " + std::string(failure.what()));
+    report("warning: the settings of the printer's panel are not available: " + std::string(failure.what()));
     return {starting, std::nullopt};
   }
 }

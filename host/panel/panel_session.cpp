@@ -3,9 +3,10 @@
 #include <utility>
 
 #include "adapters/memory/panel_view.hpp"
+#include "host/changed_entries.hpp"
 #include "host/job/legality.hpp"
 #include "host/panel/callback.hpp"
-#include "host/panel/person.hpp"
+#include "host/panel/user_input.hpp"
 #include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
@@ -94,7 +95,7 @@ platform::View& PanelSession::view() {
 
 void PanelSession::willShow() {
   call("willShow", [](auto& panel) { panel.willShow(); });
-  noteUnedited();
+  readUnedited();
 }
 
 void PanelSession::restore() {
@@ -102,7 +103,7 @@ void PanelSession::restore() {
   if (!call("restoreValuesAndReturnError",
             [&](auto& panel) { return panel.restoreValuesAndReturnError(&error); }))
     throw PluginFailure("the plug-in " + plugin_.bundle + " could not show the settings: " + error);
-  noteUnedited();
+  readUnedited();
 }
 
 PanelSession::StoredValues PanelSession::storedValues() const {
@@ -121,7 +122,7 @@ void PanelSession::saveAll() const {
     throw PluginFailure("the plug-in " + plugin_.bundle + " could not save the settings: " + error);
 }
 
-void PanelSession::noteUnedited() {
+void PanelSession::readUnedited() {
   stored_ = storedValues();
   saveAll();
   unedited_ = storedValues();
@@ -135,27 +136,26 @@ void PanelSession::save(const std::set<std::string>& edited) {
   for (const auto& setting : settings()) {
     if (edited.contains(setting.name)) keywords.insert(setting.keyword);
   }
-  for (const auto& [keyword, value] : storedValues()) {
-    if (keywords.contains(keyword) || value != unedited_[keyword])
-      stored_[keyword] = unedited_[keyword] = value;
-  }
+  const auto saved = storedValues();
+  for (const auto& [keyword, value] : changedEntries(unedited_, saved)) keywords.insert(keyword);
+  for (const auto& keyword : keywords) stored_[keyword] = unedited_[keyword] = saved.at(keyword);
   store(stored_);
 }
 
 // Building a summary puts the stored values back into the controls.
 std::vector<SummaryRow> PanelSession::summary() {
   auto rows = orderedSummary(call("summaryInfo", [](auto& panel) { return panel.summaryInfo(); }));
-  if (view_ != nullptr) noteUnedited();
+  if (view_ != nullptr) readUnedited();
   return rows;
 }
 
 PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& settings, ppd_file_s* ppd,
-                      const std::vector<Input>& inputs, bool force, const Note& note) {
+                      const std::vector<Input>& inputs, bool force, const Report& report) {
   PanelSession session(bundle, kMemoryModule, settings, ppd);
   auto& view = screenlessView(bundle.path, session.view());
   session.willShow();
-  const auto edited =
-      callPlugin(bundle.path, "the input", [&] { return act(view, session.settings(), inputs, note); });
+  const auto edited = callPlugin(bundle.path, "the input",
+                                 [&] { return enterInputs(view, session.settings(), inputs, report); });
   session.save(edited);
 
   PanelResult result{{}, session.settings()};
@@ -166,7 +166,7 @@ PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& setti
   for (const auto& keyword : session.keywords()) {
     std::optional<std::string> value;
     settings.PMPrintSettingsGetValue(keyword, value);
-    if (!value) note("the panel saved no value for " + keyword + "; the job goes without it");
+    if (!value) report("the panel saved no value for " + keyword + "; the job goes without it");
   }
   result.summary = session.summary();
   return result;

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "host/job/command_line.hpp"
-#include "host/note.hpp"
 #include "host/panel/plugin_loader.hpp"
+#include "host/report.hpp"
 #include "platform/extension.hpp"
 
 namespace tandemtrim::host {
@@ -63,7 +63,7 @@ class PanelSession {
   [[nodiscard]] StoredValues storedValues() const;
   void store(const StoredValues& values) const;
   void saveAll() const;
-  void noteUnedited();
+  void readUnedited();
   template <class Operation>
   auto call(const char* name, Operation operation) const {
     return callPlugin(plugin_.bundle, name, [&] { return operation(*panels_->front()); });
@@ -94,6 +94,6 @@ struct PanelResult {
 /// line), when a control is greyed, and when a value is not allowed. PluginFailure when the panel does not do
 /// its part. On failure `settings` may be partly changed.
 PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& settings, ppd_file_s* ppd,
-                      const std::vector<Input>& inputs, bool force, const Note& note);
+                      const std::vector<Input>& inputs, bool force, const Report& report);
 
 }  // namespace tandemtrim::host

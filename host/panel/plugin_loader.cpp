@@ -28,13 +28,13 @@ PluginFailure unusable(const std::string& bundle, const std::string& reason) {
   return PluginFailure("the plug-in " + bundle + " cannot be used: " + reason);
 }
 
-PluginBundle openBundle(const std::string& path, const Note& note) {
+PluginBundle openBundle(const std::string& path, const Report& report) {
   std::string reason;
   auto resources = platform::linux::Bundle::open(path, reason);
   if (!resources) throw unusable(path, reason);
   auto info = platform::linux::BundleInfo::read(resources->path(), reason);
   if (!info) throw unusable(path, reason);
-  for (const auto& fault : resources->brokenTables()) note("the panel's texts stay untranslated: " + fault);
+  for (const auto& fault : resources->brokenTables()) report("the panel's texts stay untranslated: " + fault);
   return {path, std::move(resources), *std::move(info)};
 }
 

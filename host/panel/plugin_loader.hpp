@@ -8,7 +8,7 @@
 #include "adapters/linux/bundle.hpp"
 #include "adapters/linux/bundle_info.hpp"
 #include "host/failure.hpp"
-#include "host/note.hpp"
+#include "host/report.hpp"
 #include "platform/extension.hpp"
 
 namespace tandemtrim::host {
@@ -39,9 +39,9 @@ struct PluginBundle {
   platform::linux::BundleInfo info;
 };
 
-/// The bundle at `path`. PluginFailure, with the reason, when there is none; a note for each string table
+/// The bundle at `path`. PluginFailure, with the reason, when there is none; a message for each string table
 /// that it cannot use.
-PluginBundle openBundle(const std::string& path, const Note& note);
+PluginBundle openBundle(const std::string& path, const Report& report);
 
 /// A plug-in that was made and has accepted its bundle.
 struct LoadedPlugin {

@@ -47,9 +47,11 @@ const Arrows kAllowed{
     {"host/panel", {"adapters/linux", "adapters/memory", "host", "host/cups", "host/job", "platform"}},
     {"host/dialog/texts", {"adapters/linux", "host", "host/panel"}},
     {"host/dialog/settings", {"host", "host/cups", "host/dialog/texts", "host/job"}},
+    {"host/dialog/gtk", {"host/cups", "host/dialog/settings", "host/job"}},
+    {"host/dialog/panel", {"adapters/linux", "host", "host/cups", "host/dialog/texts", "host/panel"}},
     {"host/dialog",
-     {"adapters/linux", "host", "host/cups", "host/dialog/settings", "host/dialog/texts", "host/job",
-      "host/panel"}},
+     {"host", "host/cups", "host/dialog/gtk", "host/dialog/panel", "host/dialog/settings",
+      "host/dialog/texts", "host/job", "host/panel"}},
     {"host/cli", {"host", "host/cups", "host/dialog", "host/job", "host/panel"}},
 };
 

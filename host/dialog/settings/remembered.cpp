@@ -20,16 +20,16 @@ constexpr const char* kPanelGroup = "Panel";
 constexpr std::string_view kDefaultPort = ":631";
 constexpr int kOwnFile = 0600;
 
-void setAside(const fs::path& file, const std::string& reason, const Note& note) {
+void setAside(const fs::path& file, const std::string& reason, const Report& report) {
   auto aside = file;
   aside += ".damaged";
   std::error_code failed;
   fs::rename(file, aside, failed);
-  note("the settings remembered in " + file.string() + " cannot be understood (" + reason +
-       "); the file is now " + (failed ? file : aside).string());
+  report("the settings remembered in " + file.string() + " cannot be understood (" + reason +
+         "); the file is now " + (failed ? file : aside).string());
 }
 
-// What a person asks for one job only: which pages, and when.
+// Settings of one job only: which pages, and when.
 constexpr std::array<const char*, 5> kNotKept{GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES,
                                               "print-at", "print-at-time", "cups-job-hold-until"};
 
@@ -52,7 +52,7 @@ fs::path rememberedFile(const PrinterPlace& place) {
   return fs::path(g_get_user_state_dir()) / "tandem-trim" / file;
 }
 
-Remembered recall(const PrinterPlace& place, const Note& note) {
+Remembered recall(const PrinterPlace& place, const Report& report) {
   const auto file = rememberedFile(place);
   std::error_code unreadable;
   if (!fs::exists(file, unreadable)) return {};
@@ -61,26 +61,26 @@ Remembered recall(const PrinterPlace& place, const Note& note) {
     const auto groups = Glib::KeyFile::create();
     groups->load_from_file(file.string());
     if (groups->has_group(kSettingsGroup))
-      settings.pages.settings = Gtk::PrintSettings::create_from_key_file(groups);
-    if (groups->has_group(kSetupGroup)) settings.pages.setup = Gtk::PageSetup::create_from_key_file(groups);
+      settings.tabs.settings = Gtk::PrintSettings::create_from_key_file(groups);
+    if (groups->has_group(kSetupGroup)) settings.tabs.setup = Gtk::PageSetup::create_from_key_file(groups);
     if (groups->has_group(kPanelGroup)) {
       for (const auto& keyword : groups->get_keys(kPanelGroup))
         settings.panel.push_back({keyword, groups->get_string(kPanelGroup, keyword)});
     }
     return settings;
   } catch (const Glib::Error& damaged) {
-    setAside(file, damaged.what(), note);
+    setAside(file, damaged.what(), report);
     return {};
   }
 }
 
-std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Note& note) {
+std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Report& report) {
   const auto file = rememberedFile(place);
   const auto groups = Glib::KeyFile::create();
-  auto pages = settings.pages.settings->copy();
-  for (const auto* own : kNotKept) pages->unset(own);
-  pages->save_to_key_file(groups);
-  settings.pages.setup->save_to_key_file(groups);
+  auto tabs = settings.tabs.settings->copy();
+  for (const auto* own : kNotKept) tabs->unset(own);
+  tabs->save_to_key_file(groups);
+  settings.tabs.setup->save_to_key_file(groups);
   for (const auto& [keyword, value] : settings.panel) groups->set_string(kPanelGroup, keyword, value);
   const auto text = groups->to_data().raw();
 
@@ -93,7 +93,7 @@ std::optional<Failure> remember(const PrinterPlace& place, const Remembered& set
     const Failure forgotten(Trouble::notRemembered, "the settings of this job cannot be remembered: " +
                                                         std::string(failure->message));
     g_error_free(failure);
-    note(forgotten.what());
+    report(forgotten.what());
     return forgotten;
   }
   return std::nullopt;

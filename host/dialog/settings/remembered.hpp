@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "host/dialog/settings/dialog_options.hpp"
+#include "host/dialog/settings/tab_settings.hpp"
 #include "host/failure.hpp"
 #include "host/job/options.hpp"
-#include "host/note.hpp"
+#include "host/report.hpp"
 
 namespace tandemtrim::host {
 
@@ -17,21 +17,20 @@ struct PrinterPlace {
   std::string printer;
 };
 
-/// What a person's last successful job on a printer was set to: on the dialog's own pages and at the panel.
+/// The settings of the user's last successful job on a printer: those of GTK's tabs and those of the panel.
 struct Remembered {
-  /// Either part is null when nothing is remembered of it.
-  Pages pages;
+  /// Null parts are not remembered.
+  TabSettings tabs;
   Options panel;
 };
 
-/// What is remembered for the printer. A file that cannot be understood is set aside, under its name with
-/// ".damaged" behind it, and noted; nothing is remembered then.
-Remembered recall(const PrinterPlace& place, const Note& note);
+/// What is remembered for the printer. A damaged file is reported and renamed, with ".damaged" behind its
+/// name; nothing is remembered then.
+Remembered recall(const PrinterPlace& place, const Report& report);
 
-/// Remembers these settings for the printer, in place of earlier ones, but for the choice of pages, which is
-/// each document's own. The file is whole at any moment, and nobody else can read it. Not being able to is
-/// noted and given back.
-std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Note& note);
+/// Remembers these settings for the printer, in place of earlier ones, except which pages are printed and
+/// when. The file is replaced as a whole, and only the user can read it. A failure is reported and returned.
+std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Report& report);
 
 /// The file of the printer's settings, in the folder of this program below $XDG_STATE_HOME. Names of printers
 /// are those of this computer's own server, or have their server's behind them.

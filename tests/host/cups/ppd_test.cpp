@@ -51,11 +51,12 @@ TEST_F(APpd, NamesNoFolderOutsideThoseOfPlugInsAsADialogExtension) {
 
 TEST_F(APpd, WithoutDialogExtensionNamesNone) { EXPECT_THAT(dialogExtensions(*open(kHeader)), IsEmpty()); }
 
-TEST_F(APpd, GivesItsOwnSpellingOfAKeyword) {
+TEST_F(APpd, GivesOptionsItsOwnSpellingOfTheirKeywords) {
   const auto ppd =
       open(kHeader + "*OpenUI *MVTopMargin/Top: PickOne\n*MVTopMargin 5/5: \"\"\n*CloseUI: *MVTopMargin\n");
-  EXPECT_EQ(keywordAsSpelled(*ppd, "mvTOPmargin"), "MVTopMargin");
-  EXPECT_EQ(keywordAsSpelled(*ppd, "media"), "media");
+  const Options options{{"mvTOPmargin", "7"}, {"media", "A4"}};
+  EXPECT_EQ(asSpelled(ppd.get(), options), (Options{{"MVTopMargin", "7"}, {"media", "A4"}}));
+  EXPECT_EQ(asSpelled(nullptr, options), options);
 }
 
 TEST_F(APpd, ThatIsMalformedIsRefusedWithItsLine) {

@@ -21,9 +21,9 @@ class RememberedSettings : public testing::Test {
 
   static Remembered threeCopiesOnA3() {
     Remembered settings{{Gtk::PrintSettings::create(), Gtk::PageSetup::create()}, {{"Margin", "12"}}};
-    settings.pages.settings->set_n_copies(3);
-    settings.pages.setup->set_paper_size(Gtk::PaperSize("iso_a3"));
-    settings.pages.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE);
+    settings.tabs.settings->set_n_copies(3);
+    settings.tabs.setup->set_paper_size(Gtk::PaperSize("iso_a3"));
+    settings.tabs.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE);
     return settings;
   }
   static void write(const fs::path& file, const std::string& text) {
@@ -33,22 +33,22 @@ class RememberedSettings : public testing::Test {
 
   const PrinterPlace place{"server:631", "Morva"};
   std::vector<std::string> messages;
-  const Note report = [this](const std::string& message) { messages.push_back(message); };
+  const Report report = [this](const std::string& message) { messages.push_back(message); };
 };
 
 void expectNothing(const Remembered& settings) {
-  EXPECT_FALSE(settings.pages.settings);
-  EXPECT_FALSE(settings.pages.setup);
+  EXPECT_FALSE(settings.tabs.settings);
+  EXPECT_FALSE(settings.tabs.setup);
   EXPECT_THAT(settings.panel, IsEmpty());
 }
 
 TEST_F(RememberedSettings, ComeBackForTheirPrinter) {
   EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
   const auto settings = recall(place, report);
-  ASSERT_TRUE(settings.pages.settings && settings.pages.setup);
-  EXPECT_EQ(settings.pages.settings->get_n_copies(), 3);
-  EXPECT_NEAR(settings.pages.setup->get_paper_size().get_width(Gtk::Unit::MM), 297, 1);
-  EXPECT_EQ(settings.pages.setup->get_orientation(), Gtk::PageOrientation::LANDSCAPE);
+  ASSERT_TRUE(settings.tabs.settings && settings.tabs.setup);
+  EXPECT_EQ(settings.tabs.settings->get_n_copies(), 3);
+  EXPECT_NEAR(settings.tabs.setup->get_paper_size().get_width(Gtk::Unit::MM), 297, 1);
+  EXPECT_EQ(settings.tabs.setup->get_orientation(), Gtk::PageOrientation::LANDSCAPE);
   EXPECT_THAT(settings.panel, ElementsAre(Option{"Margin", "12"}));
   EXPECT_THAT(messages, IsEmpty());
 }
@@ -92,23 +92,23 @@ TEST_F(RememberedSettings, StayInTheirFolderWhateverThePrinterIsCalled) {
 TEST_F(RememberedSettings, ReplaceEarlierOnes) {
   remember(place, threeCopiesOnA3(), report);
   auto later = threeCopiesOnA3();
-  later.pages.settings->set_n_copies(1);
+  later.tabs.settings->set_n_copies(1);
   later.panel = {{"Position", "Left"}};
   remember(place, later, report);
-  EXPECT_EQ(recall(place, report).pages.settings->get_n_copies(), 1);
+  EXPECT_EQ(recall(place, report).tabs.settings->get_n_copies(), 1);
   EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"Position", "Left"}));
 }
 
 TEST_F(RememberedSettings, LeaveOutWhatIsOfOneJob) {
   auto settings = threeCopiesOnA3();
-  auto& job = *settings.pages.settings;
+  auto& job = *settings.tabs.settings;
   job.set_print_pages(Gtk::PrintPages::RANGES);
   job.set_page_ranges({Gtk::PageRange(1, 2)});
   job.set("cups-job-hold-until", "indefinite");
   job.set("print-at", "on-hold");
   job.set("print-at-time", "23:00");
   remember(place, settings, report);
-  const auto recalled = recall(place, report).pages.settings;
+  const auto recalled = recall(place, report).tabs.settings;
   EXPECT_EQ(recalled->get_print_pages(), Gtk::PrintPages::ALL);
   for (const char* key : {"page-ranges", "cups-job-hold-until", "print-at", "print-at-time"})
     EXPECT_FALSE(recalled->has_key(key)) << key;

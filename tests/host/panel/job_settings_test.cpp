@@ -24,12 +24,12 @@ class JobSettingsOf : public testing::Test {
   }
   JobSettings settle(ppd_file_t* openPpd, const Options& starting) {
     return settleSettings(line, "Morva", openPpd, starting,
-                          [this](const std::string& note) { notes.push_back(note); });
+                          [this](const std::string& message) { messages.push_back(message); });
   }
 
   test::TemporaryFolder folder;
   CommandLine line;
-  std::vector<std::string> notes;
+  std::vector<std::string> messages;
 };
 
 TEST_F(JobSettingsOf, APrinterWithThePanelHoldForeignAndPanelOptions) {
@@ -49,10 +49,10 @@ TEST_F(JobSettingsOf, APrinterWhosePpdNamesTheBundleComeFromAFolderOfBundles) {
   EXPECT_TRUE(settle(ppd("Fake.bundle/").get(), {}).panel);
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutPpdAreNoted) {
+TEST_F(JobSettingsOf, APrinterWithoutPpdAreReported) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   EXPECT_TRUE(settle(nullptr, {}).panel);
-  EXPECT_THAT(notes, ElementsAre(AllOf(HasSubstr("Morva has no PPD"), HasSubstr("may not know"))));
+  EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("Morva has no PPD"), HasSubstr("may not know"))));
 }
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
@@ -62,7 +62,7 @@ TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
   const auto settings = settle(ppd("").get(), {{"FakeTop", "9"}, {"media", "A4"}, {"fakeON", "On"}});
   EXPECT_EQ(settings.options, (Options{{"media", "A4"}}));
   EXPECT_FALSE(settings.panel);
-  EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("fakeON=On")));
+  EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("fakeON=On")));
 }
 
 TEST_F(JobSettingsOf, APrinterAreAsTheyAreGivenWhereNoPanelIsInstalled) {
@@ -70,7 +70,7 @@ TEST_F(JobSettingsOf, APrinterAreAsTheyAreGivenWhereNoPanelIsInstalled) {
   line.plugin = folder.path().string();
   for (const auto& opened : {ppd(""), PpdHandle()}) {
     EXPECT_EQ(settle(opened.get(), {{"FakeTop", "9"}}).options, (Options{{"FakeTop", "9"}}));
-    EXPECT_THAT(notes, IsEmpty());
+    EXPECT_THAT(messages, IsEmpty());
   }
 }
 
@@ -80,19 +80,19 @@ TEST_F(JobSettingsOf, APrinterWithoutPpdComeFromTheOnlyPanel) {
   EXPECT_TRUE(settle(nullptr, {}).panel);
   writeBundle(folder, "Other.bundle");
   EXPECT_FALSE(settle(nullptr, {}).panel);
-  EXPECT_THAT(notes.back(), HasSubstr("--plugin"));
+  EXPECT_THAT(messages.back(), HasSubstr("--plugin"));
 }
 
 TEST_F(JobSettingsOf, APrinterWithoutThePanelNeedNoPlugin) {
   line.plugin = folder.path().string();
   line.files = {"document.pdf"};
   EXPECT_EQ(settle(ppd("").get(), {{"media", "A4"}}).options, (Options{{"media", "A4"}}));
-  EXPECT_THAT(notes, IsEmpty());
+  EXPECT_THAT(messages, IsEmpty());
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutThePanelAreNotedToWhoeverOnlyLooks) {
+TEST_F(JobSettingsOf, APrinterWithoutThePanelAreReportedToWhoeverOnlyLooks) {
   settle(ppd("").get(), {});
-  EXPECT_THAT(notes, ElementsAre(HasSubstr("Morva has no panel")));
+  EXPECT_THAT(messages, ElementsAre(HasSubstr("Morva has no panel")));
 }
 
 TEST_F(JobSettingsOf, APrinterWithThePanelTakeItsKeywordsInAnySpelling) {
@@ -126,7 +126,7 @@ TEST_F(JobSettingsOf, APrinterWhosePluginBreaksMidwayAreAsTheyStartedWithoutTheP
   const auto settings = settle(ppd("Fake.bundle").get(), starting);
   EXPECT_EQ(settings.options, starting);
   EXPECT_FALSE(settings.panel);
-  EXPECT_THAT(notes, ElementsAre(AllOf(HasSubstr("not available"), HasSubstr("broken on purpose"))));
+  EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("not available"), HasSubstr("broken on purpose"))));
 }
 
 TEST_F(JobSettingsOf, APrinterWhosePanelWorksUseItEvenIfTheyCouldDoWithout) {

@@ -14,7 +14,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-const Note quiet = [](const std::string&) {};
+const Report quiet = [](const std::string&) {};
 using testing::IsEmpty;
 
 class APanelSession : public testing::Test {
@@ -23,7 +23,7 @@ class APanelSession : public testing::Test {
     const auto bundle = writeBundle(folder_, behaviour.empty() ? "Fake.bundle" : "Broken.bundle",
                                     {"FakePrincipal", behaviour});
     return playPanel(openBundle(bundle, quiet), settings, nullptr, inputs, force,
-                     [this](const std::string& note) { notes.push_back(note); });
+                     [this](const std::string& message) { messages.push_back(message); });
   }
   void store(const std::string& keyword, const std::string& value) {
     settings.PMPrintSettingsSetValue(keyword, value, false);
@@ -35,7 +35,7 @@ class APanelSession : public testing::Test {
   }
 
   platform::linux::PrintSettings settings;
-  std::vector<std::string> notes;
+  std::vector<std::string> messages;
 
  private:
   test::TemporaryFolder folder_;
@@ -46,7 +46,7 @@ TEST_F(APanelSession, WithoutInputsSavesTheDefaults) {
   EXPECT_EQ(stored("FakeOn"), "On");
   EXPECT_EQ(stored("FakePosition"), "Left");
   EXPECT_EQ(stored("FakeTop"), "5");
-  EXPECT_THAT(notes, IsEmpty());
+  EXPECT_THAT(messages, IsEmpty());
 }
 
 TEST_F(APanelSession, SavesWhatThePersonSet) {
@@ -71,8 +71,8 @@ TEST_F(APanelSession, ClicksTheSwitchOnlyWhenItsStateDiffers) {
 TEST_F(APanelSession, NotesWhatThePanelCorrected) {
   play({{"Top", "99"}});
   EXPECT_EQ(stored("FakeTop"), "20");
-  EXPECT_THAT(notes, ElementsAre(AllOf(HasSubstr("Top"), HasSubstr("\"99\""), HasSubstr(" 20 "),
-                                       HasSubstr("0 to 20"))));
+  EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("Top"), HasSubstr("\"99\""), HasSubstr(" 20 "),
+                                          HasSubstr("0 to 20"))));
 }
 
 TEST_F(APanelSession, GivesTheSettingsAsTheyAreSaved) {
@@ -161,7 +161,7 @@ TEST_P(AnIllegalStoredValue, GoesThroughAsItStandsWhenForced) {
   store(GetParam().keyword, GetParam().value);
   play({}, true);
   EXPECT_EQ(stored(GetParam().keyword), GetParam().value);
-  EXPECT_THAT(notes, IsEmpty());
+  EXPECT_THAT(messages, IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, AnIllegalStoredValue,
@@ -219,7 +219,7 @@ TEST_F(APanelSession, RefusesANewValueThatThePanelLetThrough) {
 TEST_F(APanelSession, NamesASettingThatThePanelSavedAsAbsent) {
   play({{"Top", "7"}}, false, "saveValuesAndReturnError absent");
   EXPECT_EQ(stored("FakeTop"), std::nullopt);
-  EXPECT_THAT(notes, ElementsAre(HasSubstr("FakeTop")));
+  EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop")));
 }
 
 TEST_F(APanelSession, KeepsWhatNobodyEditedThoughThePanelSavesNoValue) {

@@ -13,7 +13,7 @@ namespace {
 using test::FakeBundle;
 using testing::HasSubstr;
 
-const Note quiet = [](const std::string&) {};
+const Report quiet = [](const std::string&) {};
 
 // Loads the bundle's plug-in and plays its panel through.
 void play(const std::string& bundle) {

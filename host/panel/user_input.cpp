@@ -1,4 +1,4 @@
-#include "host/panel/person.hpp"
+#include "host/panel/user_input.hpp"
 
 #include <algorithm>
 
@@ -37,12 +37,12 @@ Failure notTaken(const PanelSetting& setting, const std::string& text) {
 
 // Each of these acts on the setting's control; false when the control is greyed.
 
-bool type(PanelView& view, const PanelSetting& box, const std::string& text, const Note& note) {
+bool type(PanelView& view, const PanelSetting& box, const std::string& text, const Report& report) {
   if (!view.type(box.name, text)) return false;
   const auto after = view.control(box.name).text;
   if (after != text) {
-    note(box.name + ": \"" + shortText(text) + "\" was typed, the panel made it " + after +
-         " (allowed: " + allowedValues(box) + ")");
+    report(box.name + ": \"" + shortText(text) + "\" was typed, the panel made it " + after +
+           " (allowed: " + allowedValues(box) + ")");
   }
   return true;
 }
@@ -64,10 +64,10 @@ bool switchTo(PanelView& view, const PanelSetting& box, const std::string& text)
   return true;
 }
 
-bool set(PanelView& view, const PanelSetting& setting, const std::string& text, const Note& note) {
+bool set(PanelView& view, const PanelSetting& setting, const std::string& text, const Report& report) {
   switch (setting.kind) {
     case PanelSetting::Kind::number:
-      return type(view, setting, text, note);
+      return type(view, setting, text, report);
     case PanelSetting::Kind::choice:
       return choose(view, setting, text);
     case PanelSetting::Kind::onOff:
@@ -85,12 +85,12 @@ bool press(PanelView& view, const std::string& button) {
 
 }  // namespace
 
-std::set<std::string> act(PanelView& view, const Settings& settings, const std::vector<Input>& inputs,
-                          const Note& note) {
+std::set<std::string> enterInputs(PanelView& view, const Settings& settings, const std::vector<Input>& inputs,
+                                  const Report& report) {
   std::set<std::string> names;
   for (const auto& [name, text] : inputs) {
     if (text) {
-      if (!set(view, settingNamed(settings, name), *text, note))
+      if (!set(view, settingNamed(settings, name), *text, report))
         throw greyed(settings, "--set " + name + "=" + *text);
       names.insert(name);
       continue;

@@ -1,4 +1,4 @@
-#include "host/dialog/panel_page.hpp"
+#include "host/dialog/panel/panel_page.hpp"
 
 #include <glibmm/main.h>
 #include <gtk/gtk.h>

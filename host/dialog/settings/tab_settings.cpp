@@ -1,11 +1,11 @@
-#include "host/dialog/settings/dialog_options.hpp"
+#include "host/dialog/settings/tab_settings.hpp"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <memory>
 #include <string_view>
 
+#include "host/changed_entries.hpp"
 #include "host/dialog/settings/page_ranges.hpp"
 #include "host/dialog/settings/paper.hpp"
 #include "host/dialog/texts/texts.hpp"
@@ -15,10 +15,10 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::string_view kPrefix = "cups-";
-// What GTK stands in a row whose choice the printer cannot do just now.
+// GTK's value for a choice that is unavailable.
 constexpr std::string_view kIgnored = "gtk-ignore-value";
 
-// What the pages show for every printer, under all its names.
+// Keywords of options that the tabs show for every printer.
 constexpr std::array<const char*, 11> kAlwaysShown{"copies",
                                                    "page-ranges",
                                                    "page-set",
@@ -30,7 +30,7 @@ constexpr std::array<const char*, 11> kAlwaysShown{"copies",
                                                    "Collate",
                                                    "sheet-collate",
                                                    "multiple-document-handling"};
-// What they show under one of these names, when the printer can do it.
+// Keywords for two-sided printing, which the tabs show when the printer can do it.
 constexpr std::array<const char*, 5> kDuplexes{"sides", "Duplex", "JCLDuplex", "EFDuplex", "KD03Duplex"};
 
 struct Choice {
@@ -143,8 +143,8 @@ std::optional<int> orientationAskedFor(const Options& options) {
   return orientation;
 }
 
-// The paper that a printer with this PPD takes when a job does not say.
-std::optional<Gtk::PaperSize> usualPaper(ppd_file_t* ppd) {
+// The paper that a printer with this PPD takes unless a job names one.
+std::optional<Gtk::PaperSize> defaultPaper(ppd_file_t* ppd) {
   const auto* const attribute = ppd == nullptr ? nullptr : ppdFindAttr(ppd, "DefaultPageSize", nullptr);
   return attribute == nullptr ? std::nullopt : paperNamed(attribute->value, ppd);
 }
@@ -155,13 +155,13 @@ void setUpPage(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::PageSe
   if (!paper && !orientation) return;
   if (!setup) {
     setup = Gtk::PageSetup::create();
-    if (!paper) paper = usualPaper(ppd);
+    if (!paper) paper = defaultPaper(ppd);
   }
   if (paper) setup->set_paper_size_and_default_margins(*paper);
   if (orientation) setup->set_orientation(Gtk::PageOrientation(*orientation));
 }
 
-void leaveOutShown(Options& options, ppd_file_t* ppd) {
+void removeShown(Options& options, ppd_file_t* ppd) {
   for (auto& [keyword, value] : options) {
     if (isSameKeyword(keyword, "media")) value = mediaWithoutPaper(value, ppd);
   }
@@ -171,7 +171,7 @@ void leaveOutShown(Options& options, ppd_file_t* ppd) {
   });
 }
 
-// What stands in GTK's rows for the options of this very printer.
+// The options that GTK's rows for this printer show.
 Options rowOptions(Gtk::PrintSettings& settings) {
   Options options;
   settings.setting_foreach([&](const Glib::ustring& key, const Glib::ustring& value) {
@@ -182,7 +182,7 @@ Options rowOptions(Gtk::PrintSettings& settings) {
   return options;
 }
 
-// The option media may name a tray beside the paper.
+// The option media may name a tray besides the paper.
 void addPaper(Options& options, Option paper) {
   for (const auto& [keyword, value] : options) {
     if (isSameKeyword(keyword, paper.keyword)) paper.value += ',' + value;
@@ -190,54 +190,15 @@ void addPaper(Options& options, Option paper) {
   setOption(options, std::move(paper));
 }
 
-void collectMenus(GtkWidget* widget, std::vector<GtkDropDown*>& menus) {
-  if (GTK_IS_DROP_DOWN(widget)) menus.push_back(GTK_DROP_DOWN(widget));
-  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
-       child = gtk_widget_get_next_sibling(child))
-    collectMenus(child, menus);
-}
-
-// Where the paper stands in the menu, if this is the menu of papers.
-std::optional<guint> placeOf(GtkDropDown* menu, Gtk::PaperSize paper) {
-  auto* const model = gtk_drop_down_get_model(menu);
-  const guint count = model == nullptr ? 0 : g_list_model_get_n_items(model);
-  for (guint place = 0; place < count; ++place) {
-    const std::unique_ptr<void, decltype(&g_object_unref)> item(g_list_model_get_item(model, place),
-                                                                g_object_unref);
-    if (!GTK_IS_PAGE_SETUP(item.get())) continue;
-    auto* const listed = gtk_page_setup_get_paper_size(GTK_PAGE_SETUP(item.get()));
-    if (gtk_paper_size_is_equal(listed, paper.gobj()) != FALSE) return place;
-  }
-  return std::nullopt;
-}
-
 }  // namespace
 
-// GTK's menus of papers and, right behind it, of orientations do not follow the page setup that the dialog is
-// given.
-void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup) {
-  dialog.set_page_setup(setup.copy());
-  std::vector<GtkDropDown*> menus;
-  collectMenus(GTK_WIDGET(dialog.gobj()), menus);
-  for (std::size_t i = 0; i + 1 < menus.size(); ++i) {
-    const auto place = placeOf(menus[i], setup.get_paper_size());
-    if (!place) continue;
-    gtk_drop_down_set_selected(menus[i], *place);
-    gtk_drop_down_set_selected(menus[i + 1], static_cast<guint>(setup.get_orientation()));
-  }
+void applyOptions(const Options& options, ppd_file_t* ppd, TabSettings& tabs) {
+  for (const auto& option : options) showOption(option, *tabs.settings);
+  setUpPage(options, ppd, tabs.setup);
 }
 
-Pages shownPages(Gtk::PrintUnixDialog& dialog) {
-  return {dialog.get_settings(), dialog.get_page_setup()->copy()};
-}
-
-void showOptions(const Options& options, ppd_file_t* ppd, Pages& pages) {
-  for (const auto& option : options) showOption(option, *pages.settings);
-  setUpPage(options, ppd, pages.setup);
-}
-
-Options shownRows(const Pages& pages, const Options& options) {
-  auto rows = rowOptions(*pages.settings);
+Options rowsShowing(const TabSettings& tabs, const Options& options) {
+  auto rows = rowOptions(*tabs.settings);
   std::erase_if(rows, [&](const Option& row) {
     return std::ranges::none_of(
         options, [&](const Option& option) { return isSameKeyword(option.keyword, row.keyword); });
@@ -245,17 +206,15 @@ Options shownRows(const Pages& pages, const Options& options) {
   return rows;
 }
 
-void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual, const Options& untouched,
-                 Options& options) {
-  leaveOutShown(options, ppd);
-  auto rows = rowOptions(*pages.settings);
-  std::erase_if(rows,
-                [&](const Option& row) { return std::ranges::find(untouched, row) != untouched.end(); });
+void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize* printersPaper,
+                   const Options& untouched, Options& options) {
+  removeShown(options, ppd);
+  const auto rows = changedEntries(untouched, rowOptions(*tabs.settings));
   const auto isDuplex = [](const Option& option) { return isAmong(option.keyword, kDuplexes); };
   if (std::ranges::any_of(rows, isDuplex)) std::erase_if(options, isDuplex);
   for (const auto& row : rows) setOption(options, row);
 
-  const auto& settings = *pages.settings;
+  const auto& settings = *tabs.settings;
   const int copies = settings.get_n_copies();
   setOption(options, {"copies", std::to_string(copies)});
   if (copies > 1) setOption(options, {"Collate", settings.get_collate() ? "True" : "False"});
@@ -263,15 +222,16 @@ void takeOptions(const Pages& pages, ppd_file_t* ppd, const GtkPaperSize* usual,
   setOption(options, {"page-set", valueOf(kPageSets, static_cast<int>(settings.get_page_set()))});
   if (settings.get_print_pages() == Gtk::PrintPages::RANGES) {
     auto ranges = pageRangesText(pageRangesOf(settings));
-    if (ranges.empty()) throw Failure(Trouble::told, localized(kNoPagesText));
+    if (ranges.empty()) throw Failure(Trouble::userMessage, localized(kNoPagesText));
     setOption(options, {"page-ranges", std::move(ranges)});
   }
 
-  const auto& setup = *pages.setup;
+  const auto& setup = *tabs.setup;
   setOption(options,
             {"orientation-requested", valueOf(kOrientations, static_cast<int>(setup.get_orientation()))});
   auto paper = setup.get_paper_size();
-  if (usual == nullptr || gtk_paper_size_is_equal(paper.gobj(), const_cast<GtkPaperSize*>(usual)) == FALSE)
+  if (printersPaper == nullptr ||
+      gtk_paper_size_is_equal(paper.gobj(), const_cast<GtkPaperSize*>(printersPaper)) == FALSE)
     addPaper(options, paperOption(paper));
 }
 

@@ -1,4 +1,4 @@
-#include "host/dialog/settings/dialog_options.hpp"
+#include "host/dialog/settings/tab_settings.hpp"
 
 #include <algorithm>
 #include <functional>
@@ -21,8 +21,8 @@ using testing::IsEmpty;
 using testing::Pair;
 using testing::UnorderedElementsAreArray;
 
-Pages newTabs() {
-  Pages tabs{Gtk::PrintSettings::create(), Gtk::PageSetup::create()};
+TabSettings newTabs() {
+  TabSettings tabs{Gtk::PrintSettings::create(), Gtk::PageSetup::create()};
   tabs.setup->set_paper_size(Gtk::PaperSize("iso_a4"));
   return tabs;
 }
@@ -38,7 +38,7 @@ class OptionsInTabs : public testing::TestWithParam<Shown> {};
 
 TEST_P(OptionsInTabs, ShowWhatTheJobDoes) {
   auto tabs = newTabs();
-  showOptions(GetParam().options, nullptr, tabs);
+  applyOptions(GetParam().options, nullptr, tabs);
   EXPECT_EQ(tabs.settings->get(GetParam().key).raw(), GetParam().value);
 }
 
@@ -68,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(PageRangesInTabs, AreThoseOfTheOption) {
   auto tabs = newTabs();
-  showOptions({{"page-ranges", "1-3,5,8-"}}, nullptr, tabs);
+  applyOptions({{"page-ranges", "1-3,5,8-"}}, nullptr, tabs);
   std::vector<std::pair<int, int>> ranges;
   for (const auto& range : tabs.settings->get_page_ranges()) ranges.emplace_back(range.start, range.end);
   // GTK counts from 0; -1 is the end.
@@ -84,7 +84,7 @@ class OrientationInTabs : public testing::TestWithParam<Orientation> {};
 
 TEST_P(OrientationInTabs, IsTheLastOneThatTheOptionsAskFor) {
   auto tabs = newTabs();
-  showOptions(GetParam().options, nullptr, tabs);
+  applyOptions(GetParam().options, nullptr, tabs);
   EXPECT_EQ(tabs.setup->get_orientation(), GetParam().shown);
 }
 
@@ -104,20 +104,20 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(PaperInTabs, IsTheOneThatTheOptionsAskForElseThePrintersOwn) {
   const SamplePpd ppd(kPapers);
-  Pages tabs{Gtk::PrintSettings::create(), {}};
-  showOptions({{"copies", "2"}}, ppd.get(), tabs);
+  TabSettings tabs{Gtk::PrintSettings::create(), {}};
+  applyOptions({{"copies", "2"}}, ppd.get(), tabs);
   EXPECT_FALSE(tabs.setup) << "neither paper nor orientation was asked for";
-  showOptions({{"landscape", "true"}}, ppd.get(), tabs);
+  applyOptions({{"landscape", "true"}}, ppd.get(), tabs);
   ASSERT_TRUE(tabs.setup);
   EXPECT_EQ(tabs.setup->get_paper_size().get_ppd_name(), "A3");
-  showOptions({{"PageSize", "Blade"}}, ppd.get(), tabs);
+  applyOptions({{"PageSize", "Blade"}}, ppd.get(), tabs);
   EXPECT_EQ(tabs.setup->get_paper_size().get_ppd_name(), "Blade");
   EXPECT_EQ(tabs.setup->get_orientation(), Gtk::PageOrientation::LANDSCAPE);
 }
 
 // What a job is asked for when the user leaves GTK's tabs like this.
 struct Left {
-  std::function<void(const Pages&)> choose;
+  std::function<void(const TabSettings&)> choose;
   Options expected;
 };
 
@@ -131,8 +131,8 @@ Options withUsual(Options options) {
   return options;
 }
 
-Options optionsOf(const Pages& tabs, Options options = {}, const Options& untouched = {}) {
-  takeOptions(tabs, nullptr, Gtk::PaperSize("iso_a4").gobj(), untouched, options);
+Options optionsOf(const TabSettings& tabs, Options options = {}, const Options& untouched = {}) {
+  addTabOptions(tabs, nullptr, Gtk::PaperSize("iso_a4").gobj(), untouched, options);
   return options;
 }
 
@@ -147,44 +147,48 @@ TEST_P(OptionsFromTabs, AskTheJobForWhatTheTabsShow) {
 INSTANTIATE_TEST_SUITE_P(
     Tabs, OptionsFromTabs,
     testing::Values(
-        Left{[](const Pages&) {}, {}},
-        Left{[](const Pages& tabs) { tabs.settings->set_n_copies(3); },
+        Left{[](const TabSettings&) {}, {}},
+        Left{[](const TabSettings& tabs) { tabs.settings->set_n_copies(3); },
              {{"copies", "3"}, {"Collate", "True"}}},
-        Left{[](const Pages& tabs) {
+        Left{[](const TabSettings& tabs) {
                tabs.settings->set_n_copies(2);
                tabs.settings->set_collate(false);
              },
              {{"copies", "2"}, {"Collate", "False"}}},
-        Left{[](const Pages& tabs) { tabs.settings->set_collate(false); }, {}},
-        Left{[](const Pages& tabs) { tabs.settings->set_reverse(); }, {{"OutputOrder", "Reverse"}}},
-        Left{[](const Pages& tabs) { tabs.settings->set_page_set(Gtk::PageSet::EVEN); },
+        Left{[](const TabSettings& tabs) { tabs.settings->set_collate(false); }, {}},
+        Left{[](const TabSettings& tabs) { tabs.settings->set_reverse(); }, {{"OutputOrder", "Reverse"}}},
+        Left{[](const TabSettings& tabs) { tabs.settings->set_page_set(Gtk::PageSet::EVEN); },
              {{"page-set", "even"}}},
-        Left{[](const Pages& tabs) { tabs.settings->set_page_set(Gtk::PageSet::ODD); },
+        Left{[](const TabSettings& tabs) { tabs.settings->set_page_set(Gtk::PageSet::ODD); },
              {{"page-set", "odd"}}},
-        Left{[](const Pages& tabs) {
+        Left{[](const TabSettings& tabs) {
                tabs.settings->set_print_pages(Gtk::PrintPages::RANGES);
                tabs.settings->set_page_ranges(
                    {Gtk::PageRange(4, 4), Gtk::PageRange(0, 2), Gtk::PageRange(7, -1)});
              },
              {{"page-ranges", "1-3,5,8-"}}},
-        Left{[](const Pages& tabs) { tabs.settings->set_page_ranges({Gtk::PageRange(4, 4)}); }, {}},
-        Left{[](const Pages& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE); },
+        Left{[](const TabSettings& tabs) { tabs.settings->set_page_ranges({Gtk::PageRange(4, 4)}); }, {}},
+        Left{[](const TabSettings& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE); },
              {{"orientation-requested", "4"}}},
-        Left{[](const Pages& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_PORTRAIT); },
+        Left{[](const TabSettings& tabs) {
+               tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_PORTRAIT);
+             },
              {{"orientation-requested", "6"}}},
-        Left{[](const Pages& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_LANDSCAPE); },
+        Left{[](const TabSettings& tabs) {
+               tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_LANDSCAPE);
+             },
              {{"orientation-requested", "5"}}},
-        Left{[](const Pages& tabs) { tabs.setup->set_paper_size(*paperNamed("A5", nullptr)); },
+        Left{[](const TabSettings& tabs) { tabs.setup->set_paper_size(*paperNamed("A5", nullptr)); },
              {{"media", "iso_a5_148x210mm"}}},
-        Left{[](const Pages& tabs) {
+        Left{[](const TabSettings& tabs) {
                tabs.setup->set_paper_size(Gtk::PaperSize("own", "Own", 100, 200, Gtk::Unit::MM));
              },
              {{"PageSize", "Custom.283.46x566.93"}}},
-        Left{[](const Pages& tabs) { tabs.settings->set("cups-sides", "two-sided-long-edge"); },
+        Left{[](const TabSettings& tabs) { tabs.settings->set("cups-sides", "two-sided-long-edge"); },
              {{"sides", "two-sided-long-edge"}}},
-        Left{[](const Pages& tabs) { tabs.settings->set("cups-Glue", "Hot"); }, {{"Glue", "Hot"}}},
-        Left{[](const Pages& tabs) { tabs.settings->set("cups-Glue", "gtk-ignore-value"); }, {}},
-        Left{[](const Pages& tabs) { tabs.settings->set("Glue", "Hot"); }, {}}));
+        Left{[](const TabSettings& tabs) { tabs.settings->set("cups-Glue", "Hot"); }, {{"Glue", "Hot"}}},
+        Left{[](const TabSettings& tabs) { tabs.settings->set("cups-Glue", "gtk-ignore-value"); }, {}},
+        Left{[](const TabSettings& tabs) { tabs.settings->set("Glue", "Hot"); }, {}}));
 
 TEST(OptionsFromTabs, ReplaceWhatTheJobStartedFrom) {
   const auto tabs = newTabs();
@@ -207,7 +211,13 @@ TEST(OptionsFromTabs, KeepTheTrayOfMediaBesideThePaper) {
               UnorderedElementsAreArray(withUsual({{"media", "iso_a5_148x210mm,Upper"}})));
 }
 
-TEST(OptionsFromTabs, LeaveAPaperThatTheJobNamesItselfToThePrinter) {
+TEST(OptionsFromTabs, NameThePaperToAPrinterWithoutAPaperOfItsOwn) {
+  Options options;
+  addTabOptions(newTabs(), nullptr, nullptr, {}, options);
+  EXPECT_THAT(options, UnorderedElementsAreArray(withUsual({{"PageSize", "A4"}})));
+}
+
+TEST(OptionsFromTabs, LeaveThePrintersOwnPaperToThePrinter) {
   const auto tabs = newTabs();
   EXPECT_THAT(optionsOf(tabs, {{"media", "A3"}}), UnorderedElementsAreArray(withUsual({})));
 }
@@ -218,7 +228,7 @@ TEST(OptionsFromTabs, KeepTheOptionOfARowThatNobodyTouched) {
   tabs.settings->set("cups-Glue", "Hot");
   tabs.settings->set("cups-number-up", "2");
   const Options asked{{"glue", "Cold"}, {"number-up", "4"}};
-  const auto untouched = shownRows(tabs, asked);
+  const auto untouched = rowsShowing(tabs, asked);
   EXPECT_THAT(untouched, UnorderedElementsAreArray(Options{{"Glue", "Hot"}, {"number-up", "2"}}));
   tabs.settings->set("cups-number-up", "1");
   EXPECT_THAT(optionsOf(tabs, asked, untouched),
@@ -228,14 +238,14 @@ TEST(OptionsFromTabs, KeepTheOptionOfARowThatNobodyTouched) {
 TEST(RowsThatShowAnOption, AreNoneForOptionsThatGtkDoesNotShow) {
   const auto tabs = newTabs();
   tabs.settings->set("cups-Glue", "Hot");
-  EXPECT_THAT(shownRows(tabs, {{"x-note", "kept"}}), IsEmpty());
+  EXPECT_THAT(rowsShowing(tabs, {{"x-note", "kept"}}), IsEmpty());
 }
 
 TEST(OptionsFromTabs, AreRefusedWhenPagesAreToBeChosenAndNoneIs) {
   const auto tabs = newTabs();
   tabs.settings->set_print_pages(Gtk::PrintPages::RANGES);
   const auto failure = failureOf([&] { optionsOf(tabs); });
-  EXPECT_EQ(failure.trouble(), Trouble::told);
+  EXPECT_EQ(failure.trouble(), Trouble::userMessage);
   EXPECT_STREQ(failure.what(), "Type the numbers of the pages to print, or choose all pages.");
 }
 

@@ -1,4 +1,4 @@
-#include "host/dialog/settings/option_rows.hpp"
+#include "host/dialog/gtk/option_rows.hpp"
 
 #include <algorithm>
 #include <functional>

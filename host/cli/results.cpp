@@ -1,4 +1,4 @@
-#include "host/cli/report.hpp"
+#include "host/cli/results.hpp"
 
 #include <nlohmann/json.hpp>
 

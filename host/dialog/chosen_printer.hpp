@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/dialog/dialog_window.hpp"
+#include "host/dialog/gtk/own_tabs.hpp"
+#include "host/dialog/gtk/printer_selection.hpp"
+#include "host/dialog/panel/panel_tabs.hpp"
+#include "host/dialog/print_request.hpp"
+#include "host/dialog/printer_details.hpp"
+#include "host/job/command_line.hpp"
+#include "host/report.hpp"
+
+namespace tandemtrim::host {
+
+/// The printer that the user chose, with the tabs that show its settings. Until its details are read, a press
+/// of Print waits.
+class ChosenPrinter : public sigc::trackable {
+ public:
+  struct Events {
+    /// The printer is ready, and Print was pressed before it was.
+    std::function<void()> onReadyToPrint;
+    /// The user asks for help, which is this text.
+    std::function<void(const std::string&)> onHelp;
+  };
+
+  ChosenPrinter(const CommandLine& line, const Report& report, DialogWindow& window, Events events);
+  ChosenPrinter(const ChosenPrinter&) = delete;
+  ChosenPrinter& operator=(const ChosenPrinter&) = delete;
+  ~ChosenPrinter() = default;
+
+  /// Starts with the printer that the command line names, or with the user's default one.
+  void start();
+  /// Goes on to the printer that is selected now.
+  void follow();
+  /// Whether a printer is selected, not a file to print to.
+  [[nodiscard]] bool isPrinter() const { return selection_.isPrinter(); }
+  /// The printer's panel, which may be closed.
+  [[nodiscard]] PanelTabs& panel() { return panel_; }
+  /// The job with the settings that the tabs show. Failure when they are incomplete.
+  [[nodiscard]] PrintRequest makeRequest();
+
+ private:
+  using Outcome = host::Outcome<std::shared_ptr<PrinterDetails>>;
+
+  void onFirstDetails(Outcome outcome);
+  void onDetails(Outcome outcome);
+  void onPrinterChanged();
+  void becomeReady();
+  void selectFirst();
+  void onSelected();
+  void openPanel();
+  void onPanelFailure(const Failure& failure);
+  void hideRows() { tabs_.hideRows(current_.ppd.get(), panel_.keywords()); }
+
+  const CommandLine line_;
+  const Report report_;
+  DialogWindow& window_;
+  const Events events_;
+  // Without a PPD and saved options while they are read.
+  PrinterDetails current_;
+  // The printer whose saved and remembered settings the dialog started from; empty until one is known.
+  std::string first_;
+  PrinterSelection selection_;
+  OwnTabs tabs_;
+  PanelTabs panel_;
+  DetailsReader reader_;
+};
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,46 @@
+#pragma once
+
+namespace tandemtrim::host {
+
+/// What the dialog is doing. In the states that end in "ToPrint" Print has been pressed, and the job is sent
+/// as soon as the dialog is ready.
+enum class DialogState {
+  /// The details of the first printer are read, which the command line names or which is the default.
+  starting,
+  startingToPrint,
+  /// GTK is made to select the first printer in its list.
+  selecting,
+  selectingToPrint,
+  /// The details of the printer that the user chose are read.
+  reading,
+  readingToPrint,
+  ready,
+  /// The job is being sent.
+  sending,
+  /// The user cancelled while the job was being sent; the dialog waits, hidden, for the server.
+  cancelling
+};
+
+/// What the dialog does in a state.
+struct Live {
+  /// Whether Print can be pressed, unless GTK forbids it for the printer.
+  bool print;
+  /// Whether the user can change anything.
+  bool content;
+  /// Whether the dialog follows the printer that is selected in GTK's list.
+  bool followsPrinter;
+  /// Whether the job is sent as soon as the dialog is ready.
+  bool printWaits;
+
+  friend bool operator==(const Live&, const Live&) = default;
+};
+
+Live liveIn(DialogState state);
+
+/// The state once Print is pressed: the same when nothing has to be waited for.
+DialogState withPrint(DialogState state);
+
+/// The state once a press of Print is given up.
+DialogState withoutPrint(DialogState state);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,86 @@
+#include "host/dialog/dialog_window.hpp"
+
+#include <utility>
+
+#include <gtk/gtkunixprint.h>
+
+#include "host/dialog/texts/texts.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr int kLineMargin = 18;
+
+}  // namespace
+
+DialogWindow::DialogWindow()
+    : dialog_(g_dgettext("gtk40", "Print")),
+      notice_(*Gtk::make_managed<Gtk::Label>()),
+      progress_(*Gtk::make_managed<Gtk::Label>()) {
+  // Escape and the window's own button close it; its tabs are still in use then.
+  dialog_.set_hide_on_close();
+  dialog_.set_manual_capabilities(Gtk::PrintCapabilities::PAGE_SET);
+  dialog_.set_embed_page_setup();
+  addLine(notice_);
+  addLine(progress_);
+  dialog_.get_widget_for_response(Gtk::ResponseType::OK)
+      ->property_sensitive()
+      .signal_changed()
+      .connect(sigc::mem_fun(*this, &DialogWindow::onPrintLive));
+}
+
+DialogWindow::~DialogWindow() { g_clear_weak_pointer(&focused_); }
+
+void DialogWindow::addLine(Gtk::Label& line) {
+  line.set_wrap();
+  line.set_xalign(0);
+  line.set_margin(kLineMargin);
+  line.set_visible(false);
+  dialog_.get_content_area()->append(line);
+}
+
+void DialogWindow::run() {
+  dialog_.set_visible();
+  loop_->run();
+}
+
+void DialogWindow::showNotice(const std::string& text) {
+  notice_.set_text(text);
+  notice_.set_visible();
+}
+
+void DialogWindow::enter(DialogState state) {
+  const auto before = liveIn(std::exchange(state_, state));
+  const auto live = liveIn(state);
+  if (live.print != before.print) setPrintLive(live.print);
+  if (live.content != before.content) setContentLive(live.content);
+}
+
+void DialogWindow::proceed(DialogState state) { enter(liveIn(state_).printWaits ? withPrint(state) : state); }
+
+void DialogWindow::giveUpPrint() {
+  if (!liveIn(state_).printWaits) return;
+  enter(withoutPrint(state_));
+  auto* const printer = gtk_print_unix_dialog_get_selected_printer(dialog_.gobj());
+  if (printer != nullptr && gtk_printer_is_accepting_jobs(printer) == FALSE) setPrintLive(false);
+}
+
+// GTK makes Print live whenever it hears of its printer, whatever the dialog is doing.
+void DialogWindow::onPrintLive() {
+  if (!liveIn(state_).print) setPrintLive(false);
+}
+
+// GTK leaves the focus, and a blinking cursor, in an entry that is greyed. Without a focus no key acts, so
+// that a second Enter does not cancel the job.
+void DialogWindow::setContentLive(bool isLive) {
+  if (!isLive) {
+    g_set_weak_pointer(&focused_, gtk_window_get_focus(GTK_WINDOW(dialog_.gobj())));
+    dialog_.unset_focus();
+  }
+  dialog_.get_content_area()->set_sensitive(isLive);
+  if (isLive && focused_ != nullptr) gtk_widget_grab_focus(focused_);
+  progress_.set_text(localized(kSendingText));
+  progress_.set_visible(!isLive);
+}
+
+}  // namespace tandemtrim::host

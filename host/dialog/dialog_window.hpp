@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+
+#include <glibmm/main.h>
+#include <gtkmm/label.h>
+#include <gtkmm/printunixdialog.h>
+
+#include "host/dialog/dialog_state.hpp"
+
+namespace tandemtrim::host {
+
+/// The window of GTK's print dialog in its state, with two lines below its tabs: a notice, and how much of a
+/// job is sent.
+class DialogWindow : public sigc::trackable {
+ public:
+  DialogWindow();
+  DialogWindow(const DialogWindow&) = delete;
+  DialogWindow& operator=(const DialogWindow&) = delete;
+  ~DialogWindow();
+
+  [[nodiscard]] Gtk::PrintUnixDialog& dialog() { return dialog_; }
+  /// Shows the window until close() is called.
+  void run();
+  void close() { loop_->quit(); }
+  /// Hides the window; run() goes on.
+  void hide() { dialog_.set_visible(false); }
+
+  [[nodiscard]] DialogState state() const { return state_; }
+  /// Enters the state and makes live what is live in it.
+  void enter(DialogState state);
+  /// Enters the state, where a press of Print goes on waiting.
+  void proceed(DialogState state);
+  /// Gives up a press of Print that waits.
+  void giveUpPrint();
+  void showNotice(const std::string& text);
+  void hideNotice() { notice_.set_visible(false); }
+  void showProgress(const std::string& text) { progress_.set_text(text); }
+
+ private:
+  void addLine(Gtk::Label& line);
+  void setPrintLive(bool isLive) { dialog_.set_response_sensitive(Gtk::ResponseType::OK, isLive); }
+  void setContentLive(bool isLive);
+  void onPrintLive();
+
+  Glib::RefPtr<Glib::MainLoop> loop_ = Glib::MainLoop::create();
+  Gtk::PrintUnixDialog dialog_;
+  Gtk::Label& notice_;
+  Gtk::Label& progress_;
+  DialogState state_ = DialogState::starting;
+  // Where the focus was when the content was made dead.
+  GtkWidget* focused_ = nullptr;
+};
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,47 @@
+#include "host/dialog/gtk/page_setup_menus.hpp"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tandemtrim::host {
+namespace {
+
+void collectMenus(GtkWidget* widget, std::vector<GtkDropDown*>& menus) {
+  if (GTK_IS_DROP_DOWN(widget)) menus.push_back(GTK_DROP_DOWN(widget));
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child))
+    collectMenus(child, menus);
+}
+
+// The place of the paper in the menu, if this is the menu of papers.
+std::optional<guint> placeOf(GtkDropDown* menu, Gtk::PaperSize paper) {
+  auto* const model = gtk_drop_down_get_model(menu);
+  const guint count = model == nullptr ? 0 : g_list_model_get_n_items(model);
+  for (guint place = 0; place < count; ++place) {
+    const std::unique_ptr<void, decltype(&g_object_unref)> item(g_list_model_get_item(model, place),
+                                                                g_object_unref);
+    if (!GTK_IS_PAGE_SETUP(item.get())) continue;
+    auto* const listed = gtk_page_setup_get_paper_size(GTK_PAGE_SETUP(item.get()));
+    if (gtk_paper_size_is_equal(listed, paper.gobj()) != FALSE) return place;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+// GTK's menus of papers and, right behind it, of orientations do not follow the page setup that the dialog is
+// given.
+void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup) {
+  dialog.set_page_setup(setup.copy());
+  std::vector<GtkDropDown*> menus;
+  collectMenus(GTK_WIDGET(dialog.gobj()), menus);
+  for (std::size_t i = 0; i + 1 < menus.size(); ++i) {
+    const auto place = placeOf(menus[i], setup.get_paper_size());
+    if (!place) continue;
+    gtk_drop_down_set_selected(menus[i], *place);
+    gtk_drop_down_set_selected(menus[i + 1], static_cast<guint>(setup.get_orientation()));
+  }
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,81 @@
+#include "host/dialog/gtk/printer_selection.hpp"
+
+#include <optional>
+
+#include <glibmm/main.h>
+
+#include "host/dialog/gtk/page_setup_menus.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr unsigned kSelectAgain = 50;  // milliseconds
+constexpr int kSelections = 100;
+
+// The printer that is selected in GTK's list, which may not have read its details yet, or null.
+GtkPrinter* selectedInList(GtkWidget* widget) {
+  if (GTK_IS_COLUMN_VIEW(widget)) {
+    auto* const list = GTK_SINGLE_SELECTION(gtk_column_view_get_model(GTK_COLUMN_VIEW(widget)));
+    return static_cast<GtkPrinter*>(gtk_single_selection_get_selected_item(list));
+  }
+  for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (auto* const printer = selectedInList(child)) return printer;
+  }
+  return nullptr;
+}
+
+std::string nameInList(Gtk::PrintUnixDialog& dialog) {
+  auto* const printer = selectedInList(GTK_WIDGET(dialog.gobj()));
+  return printer == nullptr ? "" : gtk_printer_get_name(printer);
+}
+
+// The printer that the user selected instead of this one. By itself GTK selects none but the default one.
+std::optional<std::string> selectedInstead(Gtk::PrintUnixDialog& dialog, const std::string& printer,
+                                           bool wasPrinterSelected) {
+  auto name = nameInList(dialog);
+  if (name.empty() || name == printer) return std::nullopt;
+  if (!wasPrinterSelected && gtk_printer_is_default(selectedInList(GTK_WIDGET(dialog.gobj()))) != FALSE)
+    return std::nullopt;
+  return name;
+}
+
+}  // namespace
+
+GtkPrinter* PrinterSelection::printer() const {
+  return gtk_print_unix_dialog_get_selected_printer(dialog_.gobj());
+}
+
+std::string PrinterSelection::name() const {
+  return printer() == nullptr ? "" : gtk_printer_get_name(printer());
+}
+
+bool PrinterSelection::isPrinter() const {
+  return printer() != nullptr && gtk_printer_is_virtual(printer()) == FALSE;
+}
+
+// GTK forgets the printer of its settings unless that one is listed first, so it is asked again until it is
+// selected.
+void PrinterSelection::select(const std::string& printer, const TabSettings& tabs,
+                              const std::function<void()>& done) {
+  auto ask = [this, printer, tabs, wasListed = false]() mutable {
+    const auto instead = selectedInstead(dialog_, printer, wasListed);
+    const bool isSelected = name() == printer;
+    tabs.settings->set_printer(instead.value_or(printer));
+    // Copies and paper count for a selected printer only.
+    dialog_.set_settings(tabs.settings);
+    wasListed = nameInList(dialog_) == printer;
+    return instead || isSelected;
+  };
+  ask();
+  selecting_ = Glib::signal_timeout().connect(
+      [this, tabs, done, ask, tries = 0]() mutable {
+        if (!ask() && ++tries <= kSelections) return true;
+        if (tabs.setup) showPageSetup(dialog_, *tabs.setup);
+        done();
+        return false;
+      },
+      kSelectAgain);
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <gtk/gtkunixprint.h>
+#include <gtkmm/printunixdialog.h>
+
+#include "host/dialog/settings/tab_settings.hpp"
+
+namespace tandemtrim::host {
+
+/// The printer that is selected in the list of GTK's dialog.
+class PrinterSelection {
+ public:
+  explicit PrinterSelection(Gtk::PrintUnixDialog& dialog) : dialog_(dialog) {}
+  PrinterSelection(const PrinterSelection&) = delete;
+  PrinterSelection& operator=(const PrinterSelection&) = delete;
+  ~PrinterSelection() { selecting_.disconnect(); }
+
+  /// Null while none is selected.
+  [[nodiscard]] GtkPrinter* printer() const;
+  /// Empty while none is selected.
+  [[nodiscard]] std::string name() const;
+  /// Whether a printer is selected, not a file to print to.
+  [[nodiscard]] bool isPrinter() const;
+
+  /// Selects the printer and has the tabs show these settings, then calls `done`. A printer that the user
+  /// selects meanwhile stays selected, and one that does not appear within seconds is given up.
+  void select(const std::string& printer, const TabSettings& tabs, const std::function<void()>& done);
+
+ private:
+  Gtk::PrintUnixDialog& dialog_;
+  sigc::connection selecting_;
+};
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,178 @@
+#include "host/dialog/panel/panel_tabs.hpp"
+
+#include <utility>
+
+#include <gtk/gtk.h>
+
+#include "host/dialog/texts/texts.hpp"
+#include "host/panel/bundle_search.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// GTK's own, which holds all tabs of the dialog.
+GtkNotebook* notebookOf(Gtk::Widget& page) {
+  return GTK_NOTEBOOK(gtk_widget_get_ancestor(page.gobj(), GTK_TYPE_NOTEBOOK));
+}
+
+}  // namespace
+
+PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> plugin, Report report,
+                     Events events)
+    : dialog_(dialog),
+      plugin_(std::move(plugin)),
+      report_(std::move(report)),
+      events_(std::move(events)),
+      page_(*Gtk::make_managed<PanelPage>()),
+      title_(*Gtk::make_managed<Gtk::Label>(localized(kPageTitleText))),
+      summary_(*Gtk::make_managed<SummaryTab>()) {
+  dialog_.add_custom_tab(summary_, *Gtk::make_managed<Gtk::Label>(localized(kSummaryText)));
+  summary_.set_visible(false);
+  // GTK puts what comes later first.
+  dialog_.add_custom_tab(page_, title_);
+  // Until a printer is chosen GTK shows all its tabs; in one row, they would make the dialog as wide as they
+  // are.
+  gtk_notebook_set_scrollable(notebookOf(page_), TRUE);
+  page_.signal_map().connect(sigc::mem_fun(*this, &PanelTabs::onPageShown));
+  page_.signal_unmap().connect(sigc::mem_fun(*this, &PanelTabs::onPageLeft));
+  page_.signalCorrect.connect(sigc::mem_fun(*this, &PanelTabs::correct));
+  page_.signalEdited.connect(sigc::mem_fun(*this, &PanelTabs::onEdited));
+  page_.help.signal_clicked().connect([this] {
+    if (bundle_) events_.onHelp(helpText(*bundle_));
+  });
+  summary_.signal_map().connect(sigc::mem_fun(*this, &PanelTabs::showSummary));
+}
+
+bool PanelTabs::guarded(const std::function<void()>& operation) {
+  try {
+    operation();
+    return true;
+  } catch (const PluginFailure& failure) {
+    fail(failure);
+    return false;
+  }
+}
+
+void PanelTabs::fail(const Failure& failure) {
+  close();
+  hide();
+  hasFailed_ = true;
+  events_.onFailure(failure);
+}
+
+void PanelTabs::close() {
+  page_.removeView();
+  summary_.set_visible(false);
+  session_.reset();
+}
+
+void PanelTabs::leavePrinter() {
+  if (session_) guarded([&] { session_->save(); });
+  close();
+  bundle_.reset();
+  hasFailed_ = false;
+}
+
+void PanelTabs::showText(const std::string& text) {
+  page_.showText(text);
+  page_.set_visible();
+}
+
+bool PanelTabs::findBundle(ppd_file_t* ppd) {
+  return guarded([&] {
+    if (const auto path = bundleOfPrinter(plugin_, ppd)) bundle_ = openBundle(path->string(), report_);
+  });
+}
+
+bool PanelTabs::open(ppd_file_t* ppd) {
+  return guarded([&] {
+    session_ = std::make_unique<PanelSession>(*bundle_, kGtkModule, settings_, ppd);
+    title_.set_text(session_->title());
+    page_.help.set_visible(session_->shouldShowHelp());
+    page_.set_visible();
+    summary_.set_visible();
+    if (page_.get_mapped()) showPanel();
+    warn();
+  });
+}
+
+std::vector<std::string> PanelTabs::keywords() const {
+  if (session_) return session_->keywords();
+  return bundle_ ? bundle_->info.optionKeywords() : keywordsOfPanels(plugin_);
+}
+
+// The view is loaded when its page is first shown. Its paper is chosen in another tab, so it learns the size
+// each time.
+void PanelTabs::showPanel() {
+  auto& view = session_->view();
+  if (view.toolkitView() == nullptr) throw unusable(bundle_->path, "its view could not be loaded");
+  page_.showView(GTK_WIDGET(view.toolkitView()));
+  const auto paper = dialog_.get_page_setup()->get_paper_size();
+  callPlugin(bundle_->path, "setPaperSize",
+             [&] { view.setPaperSize(paper.get_width(Gtk::Unit::MM), paper.get_height(Gtk::Unit::MM)); });
+  session_->willShow();
+  warn();
+}
+
+void PanelTabs::onPageShown() {
+  if (session_) guarded([&] { showPanel(); });
+}
+
+// Edits are saved, because the page shows the stored values when it comes up again.
+void PanelTabs::onPageLeft() {
+  if (!session_ || !dialog_.get_visible()) return;
+  guarded([&] {
+    session_->save();
+    warn();
+    if (!session_ || session_->shouldHide()) return;
+    auto* const notebook = notebookOf(page_);
+    gtk_notebook_set_current_page(notebook, gtk_notebook_page_num(notebook, GTK_WIDGET(page_.gobj())));
+  });
+}
+
+// Building a summary puts the stored values back into the controls, so their edits are saved first.
+void PanelTabs::showSummary() {
+  summary_.showRows({});
+  if (!session_) return;
+  guarded([&] {
+    session_->save();
+    summary_.showRows(session_->summary());
+  });
+}
+
+// The edit may have fixed the value that the warning names.
+void PanelTabs::onEdited() {
+  if (!session_) return;
+  guarded([&] { session_->save(); });
+  warn();
+}
+
+void PanelTabs::warn() {
+  if (session_) guarded([&] { page_.warnOf(illegalValues(session_->settings())); });
+}
+
+void PanelTabs::correct() {
+  if (!session_) return;
+  guarded([&] {
+    session_->save();
+    for (const auto& [setting, suggested] : illegalValues(session_->settings()))
+      settings_.PMPrintSettingsSetValue(setting.keyword, suggested, false);
+    session_->restore();
+  });
+  warn();
+}
+
+std::optional<std::vector<IllegalValue>> PanelTabs::prepareToPrint() {
+  std::vector<IllegalValue> illegal;
+  if (!session_) return illegal;
+  bool agrees = true;
+  const bool works = guarded([&] {
+    agrees = session_->shouldPrint();
+    session_->save();
+    illegal = illegalValues(session_->settings());
+  });
+  if (!works || !agrees) return std::nullopt;
+  return illegal;
+}
+
+}  // namespace tandemtrim::host

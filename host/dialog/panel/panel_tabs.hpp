@@ -1,0 +1,96 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtkmm/printunixdialog.h>
+
+#include "adapters/linux/print_settings.hpp"
+#include "host/cups/cups_handles.hpp"
+#include "host/dialog/panel/panel_page.hpp"
+#include "host/dialog/panel/summary_tab.hpp"
+#include "host/panel/panel_options.hpp"
+#include "host/panel/panel_session.hpp"
+#include "host/report.hpp"
+
+namespace tandemtrim::host {
+
+/// The dialog's two tabs for the printer's panel: its page and its summary. The panel works on settings of
+/// its own, which keep their values from one printer to the next. A panel that fails is closed, its page is
+/// hidden, and the dialog goes on.
+class PanelTabs : public sigc::trackable {
+ public:
+  struct Events {
+    /// The panel has failed; it is closed.
+    std::function<void(const Failure&)> onFailure;
+    /// The user asks for the panel's help, which is this text.
+    std::function<void(const std::string&)> onHelp;
+  };
+
+  /// `plugin` is what bundleOfPrinter() takes.
+  PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> plugin, Report report, Events events);
+  PanelTabs(const PanelTabs&) = delete;
+  PanelTabs& operator=(const PanelTabs&) = delete;
+  ~PanelTabs() { close(); }
+
+  /// Shows a line of text in place of a panel.
+  void showText(const std::string& text);
+  void hide() { page_.set_visible(false); }
+
+  /// Finds the bundle with the panel of a printer with this PPD, or without one (null). False when it fails.
+  bool findBundle(ppd_file_t* ppd);
+  /// Whether the printer has a panel, open or not.
+  [[nodiscard]] bool hasBundle() const { return bundle_.has_value(); }
+  /// Opens the panel of the bundle. False when it fails.
+  bool open(ppd_file_t* ppd);
+  /// Closes the panel of a printer; its settings are saved.
+  void leavePrinter();
+  /// Closes the panel and hides its page for this reason.
+  void fail(const Failure& failure);
+
+  [[nodiscard]] bool isOpen() const { return session_ != nullptr; }
+  /// Whether the printer's panel is missing though it has one, or may have one.
+  [[nodiscard]] bool hasFailed() const { return hasFailed_; }
+  /// The option keywords that no other tab shows or sends: those of the printer's panel or, without one, of
+  /// all panels that are installed.
+  [[nodiscard]] std::vector<std::string> keywords() const;
+  /// Has the panel start from these options.
+  void startFrom(const Options& options) { storeOptions(options, keywords(), settings_); }
+  /// The panel's options, as saved last.
+  [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
+  [[nodiscard]] bool useForAllJobs() const { return isOpen() && page_.useForAllJobs.get_active(); }
+
+  /// Saves what the panel shows. The values that the printer does not allow, or none when the panel holds
+  /// printing back or fails.
+  std::optional<std::vector<IllegalValue>> prepareToPrint();
+  /// Replaces illegal values by the nearest legal ones.
+  void correct();
+
+ private:
+  void close();
+  void showPanel();
+  void onPageShown();
+  void onPageLeft();
+  void onEdited();
+  void showSummary();
+  void warn();
+  // Runs what the panel takes part in, if one is open or being opened. False when the panel fails.
+  bool guarded(const std::function<void()>& operation);
+
+  Gtk::PrintUnixDialog& dialog_;
+  const std::optional<std::string> plugin_;
+  const Report report_;
+  const Events events_;
+  platform::linux::PrintSettings settings_;
+  PanelPage& page_;
+  Gtk::Label& title_;
+  SummaryTab& summary_;
+  std::optional<PluginBundle> bundle_;
+  std::unique_ptr<PanelSession> session_;
+  bool hasFailed_ = false;
+};
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,77 @@
+#include "host/dialog/print_request.hpp"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "host/cups/connection.hpp"
+#include "host/cups/printer.hpp"
+#include "host/cups/saved_defaults.hpp"
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// What a queue does with a job that asks for nothing else.
+constexpr std::array<std::pair<const char*, const char*>, 6> kQueueDefaults{{{"copies", "1"},
+                                                                             {"number-up", "1"},
+                                                                             {"number-up-layout", "lrtb"},
+                                                                             {"orientation-requested", "3"},
+                                                                             {"OutputOrder", "Normal"},
+                                                                             {"page-set", "all"}}};
+
+// Whether this is the queue's default and nobody overrode it.
+bool isQueueDefault(const Option& option, const Printer& printer) {
+  return std::ranges::any_of(kQueueDefaults, [&](const auto& standard) {
+    if (!isSameKeyword(option.keyword, standard.first) || option.value != standard.second) return false;
+    const auto& queue = *printer.destination;
+    const char* const preset = cupsGetOption(standard.first, queue.num_options, queue.options);
+    return preset == nullptr || std::string_view(preset) == standard.second ||
+           std::string_view(preset) == "no-value";
+  });
+}
+
+// Options of one job, which are never kept for others.
+constexpr std::array<const char*, 5> kOfOneJob{"copies", "Collate", "page-ranges", "page-set",
+                                               "job-hold-until"};
+
+std::optional<Failure> useForAllJobs(Options options, const Connection& connection, const Printer& printer,
+                                     const Report& report) {
+  std::erase_if(options, [](const Option& option) {
+    return std::ranges::any_of(kOfOneJob,
+                               [&](const char* own) { return isSameKeyword(own, option.keyword); });
+  });
+  try {
+    saveAsDefault(connection, printer, options);
+    return std::nullopt;
+  } catch (const Failure& failure) {
+    report("the job was sent, but its settings are not kept for all jobs: " + std::string(failure.what()));
+    return Failure(Trouble::notKeptForAllJobs, failure.fact());
+  }
+}
+
+}  // namespace
+
+SendResult sendRequest(const PrintRequest& request, std::vector<Document>& documents,
+                       const Progress& progress, const Report& report) {
+  const Connection connection(request.server);
+  const auto printer = findPrinter(connection, request.printer);
+  checkState(printer, [](const std::string&) {});
+  if (printer.stopped) throw Failure(Trouble::stopped, stoppedText(printer), "; nothing was sent");
+  progress(documents.front().name(), 0, documents.front().size());
+  auto options = request.options;
+  std::erase_if(options, [&](const Option& option) { return isQueueDefault(option, printer); });
+  const auto title = request.title.value_or(documents.front().name());
+  SendResult result{sendAndConfirm(connection, printer, title, options, documents, progress), {}};
+  auto& [job, problems] = result;
+  if (request.useForAllJobs) {
+    if (const auto notKept = useForAllJobs(options, connection, printer, report))
+      problems.push_back(*notKept);
+  }
+  if (job.unconfirmed) problems.emplace_back(Trouble::unconfirmedSettings, job.unconfirmed->fact());
+  if (job.lost && !job.lost->empty()) problems.emplace_back(Trouble::lostSettings, jobText(job));
+  return result;
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,31 @@
+#include "host/dialog/printer_details.hpp"
+
+#include <utility>
+
+#include "host/cups/ppd.hpp"
+#include "host/cups/printer.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& server,
+                                            const std::optional<std::string>& name) {
+  const Connection connection(server);
+  auto printer = findPrinter(connection, name);
+  auto ppd = queuePpd(connection, printer);
+  // GTK's rows have the titles that the PPD gives in the user's language.
+  if (ppd) ppdLocalize(ppd.get());
+  auto saved = asSpelled(ppd.get(), std::move(printer.saved));
+  return std::make_shared<PrinterDetails>(
+      PrinterDetails{std::move(printer.name), std::move(ppd), std::move(saved)});
+}
+
+}  // namespace
+
+void DetailsReader::read(const std::optional<std::string>& printer, Done done) {
+  reading_ = std::make_shared<int>(0);
+  inBackground<std::shared_ptr<PrinterDetails>>(
+      reading_, [server = server_, printer] { return readDetails(server, printer); }, std::move(done));
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/cups/cups_handles.hpp"
+#include "host/dialog/background.hpp"
+#include "host/job/options.hpp"
+
+namespace tandemtrim::host {
+
+/// What the dialog knows of a printer.
+struct PrinterDetails {
+  std::string name;
+  /// Null for a printer without one. Its texts are in the user's language.
+  PpdHandle ppd;
+  /// The options that the user saved for the printer, spelled as in the PPD.
+  Options saved;
+};
+
+/// Reads details of printers in the background, one printer at a time.
+class DetailsReader {
+ public:
+  using Done = std::function<void(Outcome<std::shared_ptr<PrinterDetails>>)>;
+
+  /// None is the server that libcups would choose.
+  explicit DetailsReader(std::optional<std::string> server) : server_(std::move(server)) {}
+
+  /// Reads the details of the printer, or of the default one, and calls `done`. A reading that is under way
+  /// is dropped.
+  void read(const std::optional<std::string>& printer, Done done);
+  /// Drops the reading that is under way.
+  void drop() { reading_.reset(); }
+
+ private:
+  std::optional<std::string> server_;
+  // Another one for each reading.
+  std::shared_ptr<void> reading_;
+};
+
+}  // namespace tandemtrim::host

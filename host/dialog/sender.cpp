@@ -1,0 +1,62 @@
+#include "host/dialog/sender.hpp"
+
+#include <string_view>
+#include <utility>
+
+#include <glibmm/main.h>
+
+#include "host/dialog/texts/texts.hpp"
+#include "host/progress_text.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr const char* kCancelled = "cancelled";
+
+}  // namespace
+
+Sender::Sender(std::vector<Document> documents, Report report,
+               std::function<void(const std::string&)> showProgress)
+    : documents_(std::make_shared<std::vector<Document>>(std::move(documents))),
+      report_(std::move(report)),
+      showProgress_(std::move(showProgress)) {
+  for (auto& document : *documents_) document.keep();
+}
+
+Progress Sender::makeProgress() const {
+  return [show = showProgress_, cancelled = cancelled_, underWay = std::make_shared<std::atomic<bool>>(false),
+          alive = std::weak_ptr<void>(alive_)](const std::string& name, auto sent, auto size) {
+    if (*cancelled) throw Failure(kCancelled);
+    // A document goes faster than the dialog can show of it.
+    if (underWay->exchange(true)) return;
+    Glib::signal_idle().connect_once(
+        [show, alive, underWay, text = progressText(name, sent, size, localized)] {
+          *underWay = false;
+          if (!alive.expired()) show(text);
+        });
+  };
+}
+
+void Sender::send(const PrintRequest& request, Done done) {
+  cancelled_ = std::make_shared<std::atomic<bool>>(false);
+  inBackground<SendResult>(
+      alive_,
+      [request, documents = documents_, progress = makeProgress(), report = report_] {
+        return sendRequest(request, *documents, progress, report);
+      },
+      [this, request, done = std::move(done)](auto outcome) {
+        finish(request, outcome);
+        done(outcome);
+      });
+}
+
+void Sender::finish(const PrintRequest& request, Outcome<SendResult>& outcome) const {
+  if (outcome.failure && outcome.failure->what() != std::string_view(kCancelled))
+    report_(outcome.failure->what());
+  if (!outcome.result) return;
+  auto& [job, problems] = *outcome.result;
+  if (const auto forgotten = remember({request.server, job.printer}, request.remembered, report_))
+    problems.push_back(*forgotten);
+}
+
+}  // namespace tandemtrim::host

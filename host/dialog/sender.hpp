@@ -1,0 +1,42 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/dialog/background.hpp"
+#include "host/dialog/print_request.hpp"
+#include "host/job/documents.hpp"
+#include "host/report.hpp"
+
+namespace tandemtrim::host {
+
+/// Sends documents in the background, one job at a time, and remembers the settings of a job that was sent.
+class Sender {
+ public:
+  using Done = std::function<void(const Outcome<SendResult>&)>;
+
+  /// `showProgress` is given a line on how much is sent.
+  Sender(std::vector<Document> documents, Report report,
+         std::function<void(const std::string&)> showProgress);
+
+  /// `done` gets the result or the failure. Failures are reported, too, unless the job was cancelled.
+  void send(const PrintRequest& request, Done done);
+  /// Cancels the job that is being sent; `done` is called when the server has answered, even so.
+  void cancel() { *cancelled_ = true; }
+
+ private:
+  [[nodiscard]] Progress makeProgress() const;
+  void finish(const PrintRequest& request, Outcome<SendResult>& outcome) const;
+
+  // Shared with the work in the background, which may outlive the dialog.
+  std::shared_ptr<std::vector<Document>> documents_;
+  Report report_;
+  std::function<void(const std::string&)> showProgress_;
+  std::shared_ptr<std::atomic<bool>> cancelled_;
+  std::shared_ptr<void> alive_ = std::make_shared<int>(0);
+};
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/job/options.hpp"
+#include "platform/print_settings.hpp"
+
+namespace tandemtrim::host {
+
+/// Stores the options in a job's settings. A panel with these keywords finds its own, whatever their letter
+/// case.
+void storeOptions(const Options& options, const std::vector<std::string>& keywords,
+                  platform::PrintSettings& settings);
+
+/// The options that a job's settings hold for these keywords.
+Options storedOptions(const platform::PrintSettings& settings, const std::vector<std::string>& keywords);
+
+}  // namespace tandemtrim::host

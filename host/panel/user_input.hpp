@@ -1,0 +1,21 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "adapters/memory/panel_view.hpp"
+#include "host/job/command_line.hpp"
+#include "host/report.hpp"
+#include "platform/extension.hpp"
+
+namespace tandemtrim::host {
+
+/// Acts on the panel's view as the inputs say, in their order, and reports each text that the panel
+/// corrected. Gives the names of the settings that were set. Failure for an unknown name or value (status of
+/// a wrong command line) and for a control that is greyed.
+std::set<std::string> enterInputs(platform::memory::PanelView& view,
+                                  const std::vector<platform::PanelSetting>& settings,
+                                  const std::vector<Input>& inputs, const Report& report);
+
+}  // namespace tandemtrim::host
