@@ -1,7 +1,7 @@
-#include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 #include "model/ticket_names.hpp"
 #include "plugin/setting_info/settings.hpp"

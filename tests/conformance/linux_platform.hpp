@@ -10,8 +10,10 @@
 #include "adapters/linux/bundle.hpp"
 #include "adapters/linux/print_settings.hpp"
 #include "adapters/module/plugin.hpp"
+#include "model/ticket_names.hpp"
 #include "plugin/panel.hpp"
 #include "tests/conformance/platform.hpp"
+#include "view/view_names.hpp"
 
 /// The host's half of the platforms that run on Linux; what is left to each is the person's half.
 namespace tandemtrim::conformance {
@@ -94,13 +96,14 @@ class LinuxPanel : public Panel {
   MorvaTTViewControllerKV2& controller() {
     return *dynamic_cast<MorvaTTPdePanelKV2&>(corePanel()).viewController();
   }
+  // A margin's box is the first control of its ticket.
   const MorvaTTTextBoxKV2& textBoxNamed(const std::string& outlet) {
-    const std::map<std::string, const MorvaTTTextBoxKV2*> boxes{
-        {"textBoxMarginTop", controller().textBoxMarginTop()},
-        {"textBoxMarginBottom", controller().textBoxMarginBottom()},
-        {"textBoxMarginLeft", controller().textBoxMarginLeft()},
-        {"textBoxMarginRight", controller().textBoxMarginRight()}};
-    return *boxes.at(outlet);
+    for (std::size_t side = 0; side < kMarginOutlets.size(); ++side) {
+      if (kMarginOutlets.at(side).textBox != outlet) continue;
+      auto* ticket = controller().ticket()->ticketNamed(marginsOf(kTicketNames)[side]);
+      return dynamic_cast<const MorvaTTTextBoxKV2&>(*ticket->targetInstances().front());
+    }
+    throw std::out_of_range("no margin has the box " + outlet);
   }
   // The error text is never written.
   bool saysNothing(bool result) const { return result && error_ == kUntouched; }

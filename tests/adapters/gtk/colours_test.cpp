@@ -5,14 +5,17 @@
 
 #include "tests/adapters/gtk/picture.hpp"
 #include "tests/adapters/gtk/shown_panel.hpp"
+#include "view/view_names.hpp"
 
 namespace tandemtrim::test {
 namespace {
 
-const char* const kLabels[] = {"labelDirection",       "labelPosition",          "labelMarginTop",
-                               "labelMarginBottom",    "labelMarginLeft",        "labelMarginRight",
-                               "labelMarginLimitTop",  "labelMarginLimitBottom", "labelMarginLimitLeft",
-                               "labelMarginLimitRight"};
+const auto kLabels = [] {
+  std::vector<std::string> labels{"labelDirection", "labelPosition"};
+  for (const auto& margin : kMarginOutlets)
+    labels.insert(labels.end(), {std::string(margin.label), std::string(margin.limitLabel)});
+  return labels;
+}();
 
 // The background is the colour of most pixels, the text what stands out most from it.
 double contrastOfText(const Picture& picture) {
@@ -32,7 +35,7 @@ class LabelColours : public testing::TestWithParam<bool> {
   static void expectContrast(const std::string& valid, double least, double most) {
     ShownPanel shown({.dark = GetParam(), .stored = {{"MVTandemTrim", valid}}});
     shown.person().awaitFrame();
-    for (const auto* label : kLabels) {
+    for (const auto& label : kLabels) {
       const double found = contrastOfText(Picture(shown.widget(label)));
       EXPECT_GE(found, least) << label;
       EXPECT_LT(found, most) << label;

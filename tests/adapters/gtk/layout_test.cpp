@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/adapters/gtk/shown_panel.hpp"
+#include "view/view_names.hpp"
 
 namespace tandemtrim::test {
 namespace {
@@ -26,13 +27,14 @@ float trailingEdge(ShownPanel& shown, const std::string& name) {
   return leadingEdge(shown, name) + boundsIn(shown, name).size.width;
 }
 
-const std::vector<std::vector<std::string>> kRows{
-    {"labelDirection", "directionPopUp"},
-    {"labelPosition", "positionPopUp"},
-    {"labelMarginTop", "textBoxMarginTop", "stepperMarginTop", "labelMarginLimitTop"},
-    {"labelMarginBottom", "textBoxMarginBottom", "stepperMarginBottom", "labelMarginLimitBottom"},
-    {"labelMarginLeft", "textBoxMarginLeft", "stepperMarginLeft", "labelMarginLimitLeft"},
-    {"labelMarginRight", "textBoxMarginRight", "stepperMarginRight", "labelMarginLimitRight"}};
+const auto kRows = [] {
+  std::vector<std::vector<std::string>> rows{{"labelDirection", "directionPopUp"},
+                                             {"labelPosition", "positionPopUp"}};
+  for (const auto& margin : kMarginOutlets)
+    rows.push_back({std::string(margin.label), std::string(margin.textBox), std::string(margin.stepper),
+                    std::string(margin.limitLabel)});
+  return rows;
+}();
 
 class LayoutInALanguage : public testing::TestWithParam<const char*> {};
 
