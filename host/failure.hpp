@@ -10,7 +10,7 @@ inline constexpr int kSucceeded = 0;
 inline constexpr int kFailed = 1;
 inline constexpr int kWrongCommandLine = 2;
 
-/// What a failure is about: what a user can do differs from one to the other, whatever the reason.
+/// What a failure is about, which decides what a user can do.
 enum class Trouble {
   other,
   /// The message is complete, and in the language of the user.

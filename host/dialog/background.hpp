@@ -15,7 +15,7 @@
 
 namespace tandemtrim::host {
 
-/// What a piece of work came to: its result, or why it failed.
+/// The result of a piece of work, or why it failed.
 template <class Result>
 struct Outcome {
   std::optional<Result> result;
@@ -25,15 +25,15 @@ struct Outcome {
 /// How many pieces of work are under way.
 inline std::atomic<int> underWay = 0;
 
-/// Runs `work` on a thread of its own and then `done` with what came of it on the main loop, so that a print
-/// server that stays silent never holds the dialog up. Nothing is waited for at the program's end: `done`
-/// does not run when `listener` is gone by then.
+/// Runs `work` on a thread of its own, then `done` with the outcome on the main loop, so that a silent print
+/// server never blocks the dialog. `done` does not run once `listener` is gone. Nothing waits for the work
+/// when the program ends.
 template <class Result>
 void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
                   std::function<void(Outcome<Result>)> done) {
   ++underWay;
   std::thread([listener = std::move(listener), work = std::move(work), done = std::move(done)] {
-    // libcups would ask for a password at the terminal, where nobody may sit.
+    // Keeps libcups from asking for a password at the terminal.
     cupsSetPasswordCB2([](auto...) -> const char* { return nullptr; }, nullptr);
     auto outcome = std::make_shared<Outcome<Result>>();
     try {

@@ -51,7 +51,7 @@ void ChosenPrinter::follow() {
   if (printer == current_.name) return hideRows();
   reader_.drop();
   panel_.leavePrinter();
-  tabs_.forgetStart();
+  tabs_.forgetRows();
   window_.hideNotice();
   window_.giveUpPrint();
   current_ = {printer, {}, {}};
@@ -97,7 +97,7 @@ void ChosenPrinter::selectFirst() {
 }
 
 void ChosenPrinter::onSelected() {
-  tabs_.startFrom(asSpelled(current_.ppd.get(), line_.options));
+  tabs_.rememberRows(asSpelled(current_.ppd.get(), line_.options));
   tabs_.fitWidth();
   const auto selected = selection_.name();
   const bool isOther = !selected.empty() && selected != current_.name;
@@ -118,6 +118,11 @@ void ChosenPrinter::openPanel() {
   }
   panel_.hide();
   hideRows();
+}
+
+// GTK's rows for what the panel shows; without a panel these options are not sent at all.
+void ChosenPrinter::hideRows() {
+  if (current_.ppd) tabs_.hideRows(*current_.ppd, panel_.keywords());
 }
 
 // The user is to see the notice before anything is printed.

@@ -55,7 +55,7 @@ class ChosenPrinter : public sigc::trackable {
   void onSelected();
   void openPanel();
   void onPanelFailure(const Failure& failure);
-  void hideRows() { tabs_.hideRows(current_.ppd.get(), panel_.keywords()); }
+  void hideRows();
 
   const CommandLine line_;
   const Report report_;

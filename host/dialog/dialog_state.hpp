@@ -37,7 +37,7 @@ struct Live {
 
 Live liveIn(DialogState state);
 
-/// The state once Print is pressed: the same when nothing has to be waited for.
+/// The state once Print is pressed; the same where Print does not wait.
 DialogState withPrint(DialogState state);
 
 /// The state once a press of Print is given up.

@@ -65,7 +65,7 @@ void DialogWindow::giveUpPrint() {
   if (printer != nullptr && gtk_printer_is_accepting_jobs(printer) == FALSE) setPrintLive(false);
 }
 
-// GTK makes Print live whenever it hears of its printer, whatever the dialog is doing.
+// GTK makes Print live with every news of its printer, in any state of the dialog.
 void DialogWindow::onPrintLive() {
   if (!liveIn(state_).print) setPrintLive(false);
 }

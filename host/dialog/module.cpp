@@ -19,7 +19,7 @@ using namespace tandemtrim::host;
 
 namespace {
 
-// Started from a desktop, the program has no terminal on which anybody would read why no dialog comes.
+// Started from a desktop, the program has no terminal that could show why there is no dialog.
 void showFailure(const Failure& failure) {
   Gtk::MessageDialog window(failureText(failure), false, Gtk::MessageType::ERROR, Gtk::ButtonsType::NONE);
   window.set_hide_on_close();
@@ -44,7 +44,7 @@ std::optional<SentJob> jobOfDialog(const CommandLine& line, const Report& report
 extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(const CommandLine& line,
                                                                             const Report& report,
                                                                             DialogResult& result) noexcept {
-  // Work that is still under way must not find libraries that are taken down.
+  // Libraries must not be unloaded under work that still runs in the background.
   on_exit(
       [](int status, void* /*nothing*/) {
         std::cout.flush();
@@ -61,7 +61,7 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
       return;
     }
     Gtk::init_gtkmm_internals();
-    // What goes wrong while the toolkit calls is told, and the dialog goes on.
+    // A failure in a callback of the toolkit is reported, and the dialog goes on.
     Glib::add_exception_handler([report] {
       try {
         throw;

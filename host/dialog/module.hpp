@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// What came of a dialog: the job that was sent, or none, or why it failed.
+/// The result of a dialog: the job that was sent, or none, or why it failed.
 struct DialogResult {
   std::optional<SentJob> job;
   std::optional<std::string> failure;

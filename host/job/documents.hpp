@@ -43,7 +43,7 @@ class Document {
   std::size_t fill();
   [[nodiscard]] Failure unreadable() const;
 
-  // The file as the person named it, for messages.
+  // The file as the user named it, for messages.
   std::string place_;
   std::string name_;
   std::optional<std::uint64_t> size_;

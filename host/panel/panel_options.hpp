@@ -8,8 +8,7 @@
 
 namespace tandemtrim::host {
 
-/// Stores the options in a job's settings. A panel with these keywords finds its own, whatever their letter
-/// case.
+/// Stores the options in a job's settings. Options of a panel with these keywords get the panel's spelling.
 void storeOptions(const Options& options, const std::vector<std::string>& keywords,
                   platform::PrintSettings& settings);
 

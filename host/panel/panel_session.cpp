@@ -142,6 +142,13 @@ void PanelSession::save(const std::set<std::string>& edited) {
   store(stored_);
 }
 
+void PanelSession::correct() {
+  save();
+  for (const auto& [setting, suggested] : illegalValues(settings()))
+    settings_.PMPrintSettingsSetValue(setting.keyword, suggested, false);
+  restore();
+}
+
 // Building a summary puts the stored values back into the controls.
 std::vector<SummaryRow> PanelSession::summary() {
   auto rows = orderedSummary(call("summaryInfo", [](auto& panel) { return panel.summaryInfo(); }));

@@ -55,6 +55,9 @@ class PanelSession {
   /// Writes what the controls show into the print settings. A setting that nobody edited keeps its stored
   /// value, even where its control cannot show that; those named in `edited` count as edited anyway.
   void save(const std::set<std::string>& edited = {});
+  /// Saves, then replaces the values that the printer does not allow by the nearest legal ones and shows
+  /// them.
+  void correct();
   /// What is saved, in display order.
   [[nodiscard]] std::vector<SummaryRow> summary();
 

@@ -32,7 +32,7 @@ bool isMenuValue(GtkWidget* widget) {
          !isWithin(widget, "GtkPopover");
 }
 
-// Whether there is more to see within a widget than the titles of what is hidden.
+// Whether a widget shows more than the titles of hidden rows.
 bool showsMoreThanTitles(GtkWidget* widget) {
   if (gtk_widget_get_visible(widget) == FALSE || GTK_IS_LABEL(widget) || GTK_IS_SCROLLBAR(widget))
     return false;
@@ -55,7 +55,7 @@ GtkWidget* pageOf(GtkWidget* row) {
   return page;
 }
 
-// The whole value is then in the tooltip.
+// The tooltip of a shortened value shows all of it.
 void shortenIfLong(GtkLabel* value) {
   const auto* const text = gtk_label_get_text(value);
   const bool isLong = g_utf8_strlen(text, -1) > kAlwaysWhole;
@@ -63,7 +63,7 @@ void shortenIfLong(GtkLabel* value) {
   gtk_widget_set_tooltip_text(GTK_WIDGET(value), isLong ? text : nullptr);
 }
 
-// The row that a label titles, or none. The title stands beside a menu, and within a check box.
+// The row that a label titles, or none. The title is beside a menu, or within a check box.
 GtkWidget* rowTitledBy(GtkLabel* label) {
   auto* const beside = gtk_label_get_mnemonic_widget(label);
   if (isOptionRow(beside)) return beside;
@@ -72,7 +72,7 @@ GtkWidget* rowTitledBy(GtkLabel* label) {
   return isOptionRow(around) ? around : nullptr;
 }
 
-// GTK does not tell which keyword a row is for; it shows the keyword's text from the PPD.
+// GTK does not say which keyword a row is for; it shows the keyword's text from the PPD.
 bool isTitleOf(GtkLabel* label, const std::vector<std::string>& texts) {
   std::string text = gtk_label_get_text(label);
   if (text.ends_with(':')) text.pop_back();

@@ -13,7 +13,7 @@ namespace tandemtrim::host {
 /// left without a row, so that each setting that a panel shows exists once.
 void hideOptionRows(GtkWidget* dialog, ppd_file_t& ppd, const std::vector<std::string>& keywords);
 
-/// Lets each menu of the dialog end a long value in "…" where there is too little room.
+/// Makes each menu of the dialog end a long value in "…" where there is too little room.
 void shortenMenuValues(GtkWidget* dialog);
 
 }  // namespace tandemtrim::host

@@ -20,8 +20,8 @@ void OwnTabs::addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options)
                 options);
 }
 
-void OwnTabs::hideRows(ppd_file_t* ppd, const std::vector<std::string>& keywords) {
-  if (ppd != nullptr) hideOptionRows(GTK_WIDGET(dialog_.gobj()), *ppd, keywords);
+void OwnTabs::hideRows(ppd_file_t& ppd, const std::vector<std::string>& keywords) {
+  hideOptionRows(GTK_WIDGET(dialog_.gobj()), ppd, keywords);
 }
 
 void OwnTabs::fitWidth() {

@@ -30,8 +30,7 @@ std::optional<guint> placeOf(GtkDropDown* menu, Gtk::PaperSize paper) {
 
 }  // namespace
 
-// GTK's menus of papers and, right behind it, of orientations do not follow the page setup that the dialog is
-// given.
+// GTK's menus of papers and of orientations, the next one, do not follow the page setup of their dialog.
 void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup) {
   dialog.set_page_setup(setup.copy());
   std::vector<GtkDropDown*> menus;

@@ -54,8 +54,8 @@ bool PrinterSelection::isPrinter() const {
   return printer() != nullptr && gtk_printer_is_virtual(printer()) == FALSE;
 }
 
-// GTK forgets the printer of its settings unless that one is listed first, so it is asked again until it is
-// selected.
+// GTK forgets the printer of its settings unless that printer is the first in its list, so the settings are
+// given again until the printer is selected.
 void PrinterSelection::select(const std::string& printer, const TabSettings& tabs,
                               const std::function<void()>& done) {
   auto ask = [this, printer, tabs, wasListed = false]() mutable {

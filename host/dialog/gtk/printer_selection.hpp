@@ -25,8 +25,9 @@ class PrinterSelection {
   /// Whether a printer is selected, not a file to print to.
   [[nodiscard]] bool isPrinter() const;
 
-  /// Selects the printer and has the tabs show these settings, then calls `done`. A printer that the user
-  /// selects meanwhile stays selected, and one that does not appear within seconds is given up.
+  /// Selects the printer, shows these settings in the tabs, then calls `done`. A printer that the user
+  /// selects meanwhile stays selected; if the printer does not appear within seconds, `done` is called
+  /// without it.
   void select(const std::string& printer, const TabSettings& tabs, const std::function<void()>& done);
 
  private:

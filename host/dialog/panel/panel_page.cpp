@@ -57,7 +57,7 @@ void PanelPage::follow(GtkWidget* widget) {
   if (GTK_IS_EDITABLE(widget) || GTK_IS_COMBO_BOX(widget)) connect("changed");
   if (GTK_IS_CHECK_BUTTON(widget)) connect("toggled");
   if (GTK_IS_DROP_DOWN(widget)) connect("notify::selected");
-  // What is chosen from a menu shows on its button.
+  // A menu's button shows the choice.
   if (GTK_IS_LABEL(widget) && gtk_widget_get_ancestor(widget, GTK_TYPE_MENU_BUTTON) != nullptr)
     connect("notify::label");
   for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;

@@ -13,8 +13,8 @@
 
 namespace tandemtrim::host {
 
-/// The dialog's page for the panel: the panel's view, or a line while there is none yet; below it a warning
-/// about values that the printer does not allow, and what the host itself offers.
+/// The dialog's page for the panel: the panel's view, or a line of text before there is one; below it a
+/// warning about values that the printer does not allow, and the host's own controls.
 class PanelPage : public Gtk::Box {
  public:
   PanelPage();
@@ -22,25 +22,25 @@ class PanelPage : public Gtk::Box {
   PanelPage& operator=(const PanelPage&) = delete;
   ~PanelPage() override;
 
-  /// Shows a line of text in the place of a view.
+  /// Shows a line of text instead of a view.
   void showText(const Glib::ustring& shown);
-  /// Shows the view, which stays its owner's.
+  /// Shows the view, which its owner keeps.
   void showView(GtkWidget* view);
-  /// Takes the view out again, before its owner ends it.
+  /// Removes the view, before its owner destroys it.
   void removeView();
-  /// Runs after an edit of the view while a warning shows, once for edits that come together.
+  /// Runs after an edit of the view while a warning is shown; once for several edits in a row.
   sigc::signal<void()> signalEdited;
   /// Names the values, or shows no warning when there are none.
   void warnOf(const std::vector<IllegalValue>& values);
-  /// Runs when the person has the nearest legal values typed.
+  /// Runs when the user asks for the nearest legal values.
   sigc::signal<void()> signalCorrect;
 
-  /// Has the settings kept as the person's defaults.
+  /// Whether the settings become the user's defaults.
   Gtk::CheckButton useForAllJobs;
   Gtk::Button help;
 
  private:
-  /// The row that names illegal values, which few people ever see.
+  /// The row that names illegal values. Few users ever see it, so it is made when it is needed.
   struct Warning {
     Warning();
     Gtk::Box row;

@@ -142,8 +142,7 @@ void PanelTabs::showSummary() {
 
 // The edit may have fixed the value that the warning names.
 void PanelTabs::onEdited() {
-  if (!session_) return;
-  guarded([&] { session_->save(); });
+  if (session_) guarded([&] { session_->save(); });
   warn();
 }
 
@@ -152,27 +151,20 @@ void PanelTabs::warn() {
 }
 
 void PanelTabs::correct() {
-  if (!session_) return;
-  guarded([&] {
-    session_->save();
-    for (const auto& [setting, suggested] : illegalValues(session_->settings()))
-      settings_.PMPrintSettingsSetValue(setting.keyword, suggested, false);
-    session_->restore();
-  });
+  if (session_) guarded([&] { session_->correct(); });
   warn();
 }
 
 std::optional<std::vector<IllegalValue>> PanelTabs::prepareToPrint() {
   std::vector<IllegalValue> illegal;
   if (!session_) return illegal;
-  bool agrees = true;
+  bool agrees = false;
   const bool works = guarded([&] {
     agrees = session_->shouldPrint();
     session_->save();
     illegal = illegalValues(session_->settings());
   });
-  if (!works || !agrees) return std::nullopt;
-  return illegal;
+  return works && agrees ? std::optional(illegal) : std::nullopt;
 }
 
 }  // namespace tandemtrim::host

@@ -46,7 +46,7 @@ class PanelTabs : public sigc::trackable {
   [[nodiscard]] bool hasBundle() const { return bundle_.has_value(); }
   /// Opens the panel of the bundle. False when it fails.
   bool open(ppd_file_t* ppd);
-  /// Closes the panel of a printer; its settings are saved.
+  /// Saves what the panel shows and closes it, before another printer is shown.
   void leavePrinter();
   /// Closes the panel and hides its page for this reason.
   void fail(const Failure& failure);
@@ -57,14 +57,14 @@ class PanelTabs : public sigc::trackable {
   /// The option keywords that no other tab shows or sends: those of the printer's panel or, without one, of
   /// all panels that are installed.
   [[nodiscard]] std::vector<std::string> keywords() const;
-  /// Has the panel start from these options.
+  /// Stores the options that the panel starts from.
   void startFrom(const Options& options) { storeOptions(options, keywords(), settings_); }
   /// The panel's options, as saved last.
   [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
   [[nodiscard]] bool useForAllJobs() const { return isOpen() && page_.useForAllJobs.get_active(); }
 
-  /// Saves what the panel shows. The values that the printer does not allow, or none when the panel holds
-  /// printing back or fails.
+  /// Saves what the panel shows and gives the values that the printer does not allow. None when the panel
+  /// refuses to print or fails.
   std::optional<std::vector<IllegalValue>> prepareToPrint();
   /// Replaces illegal values by the nearest legal ones.
   void correct();
@@ -77,7 +77,7 @@ class PanelTabs : public sigc::trackable {
   void onEdited();
   void showSummary();
   void warn();
-  // Runs what the panel takes part in, if one is open or being opened. False when the panel fails.
+  // Runs an operation of the panel. False when the panel fails.
   bool guarded(const std::function<void()>& operation);
 
   Gtk::PrintUnixDialog& dialog_;

@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The page of this number; `missing` where nothing stands; none for what is no page.
+// The page of this number; `missing` for an empty text; none for anything else.
 std::optional<int> parsePage(std::string_view text, int missing) {
   if (text.empty()) return missing;
   int page = 0;

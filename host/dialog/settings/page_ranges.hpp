@@ -15,10 +15,10 @@ struct PageRange {
   static constexpr int kEnd = std::numeric_limits<int>::max();
 };
 
-/// Reads "1-3,5,8-" as lp takes it; what is no range is left out.
+/// Reads "1-3,5,8-" as lp does; parts that are no range are skipped.
 std::vector<PageRange> parsePageRanges(std::string_view text);
 
-/// "1-3,5,8-" for these pages, each once and in their order: a print server takes nothing else.
+/// "1-3,5,8-" for these pages, sorted and without repetition, as a print server requires.
 std::string pageRangesText(std::vector<PageRange> ranges);
 
 }  // namespace tandemtrim::host

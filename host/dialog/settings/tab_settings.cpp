@@ -87,7 +87,7 @@ std::vector<PageRange> pageRangesOf(const Gtk::PrintSettings& settings) {
   return pages;
 }
 
-void showPageRanges(const std::string& text, Gtk::PrintSettings& settings) {
+void applyPageRanges(const std::string& text, Gtk::PrintSettings& settings) {
   std::vector<GtkPageRange> ranges;
   for (const auto& [first, last] : parsePageRanges(text))
     ranges.push_back({first - 1, last == PageRange::kEnd ? -1 : last - 1});
@@ -97,7 +97,7 @@ void showPageRanges(const std::string& text, Gtk::PrintSettings& settings) {
 }
 
 // Each printer's row goes by one of the two names.
-void showSides(const std::string& value, Gtk::PrintSettings& settings) {
+void applySides(const std::string& value, Gtk::PrintSettings& settings) {
   for (const auto& [sides, duplex] : kSides) {
     if (value != sides && value != duplex) continue;
     settings.set(std::string(kPrefix) + "sides", sides);
@@ -107,13 +107,13 @@ void showSides(const std::string& value, Gtk::PrintSettings& settings) {
 
 bool isTrue(const std::string& value) { return isSameKeyword(value, "true"); }
 
-void showOption(const Option& option, Gtk::PrintSettings& settings) {
+void applyOption(const Option& option, Gtk::PrintSettings& settings) {
   const auto& [keyword, value] = option;
   const auto is = [&](const char* name) { return isSameKeyword(option.keyword, name); };
   if (is("copies")) {
     if (const auto copies = numberIn(value); copies && *copies > 0) settings.set_n_copies(*copies);
   } else if (is("page-ranges")) {
-    showPageRanges(value, settings);
+    applyPageRanges(value, settings);
   } else if (is("page-set")) {
     if (const auto set = choiceOf(kPageSets, value)) settings.set_page_set(Gtk::PageSet(*set));
   } else if (is("OutputOrder")) {
@@ -125,7 +125,7 @@ void showOption(const Option& option, Gtk::PrintSettings& settings) {
   } else if (is("multiple-document-handling")) {
     settings.set_collate(value != "separate-documents-uncollated-copies");
   } else if (isAmong(keyword, kDuplexes)) {
-    showSides(value, settings);
+    applySides(value, settings);
   } else {
     settings.set(std::string(kPrefix) + keyword, value);
   }
@@ -149,7 +149,7 @@ std::optional<Gtk::PaperSize> defaultPaper(ppd_file_t* ppd) {
   return attribute == nullptr ? std::nullopt : paperNamed(attribute->value, ppd);
 }
 
-void setUpPage(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::PageSetup>& setup) {
+void applyPageSetup(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::PageSetup>& setup) {
   auto paper = paperAskedFor(options, ppd);
   const auto orientation = orientationAskedFor(options);
   if (!paper && !orientation) return;
@@ -193,8 +193,8 @@ void addPaper(Options& options, Option paper) {
 }  // namespace
 
 void applyOptions(const Options& options, ppd_file_t* ppd, TabSettings& tabs) {
-  for (const auto& option : options) showOption(option, *tabs.settings);
-  setUpPage(options, ppd, tabs.setup);
+  for (const auto& option : options) applyOption(option, *tabs.settings);
+  applyPageSetup(options, ppd, tabs.setup);
 }
 
 Options rowsShowing(const TabSettings& tabs, const Options& options) {

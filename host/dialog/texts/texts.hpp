@@ -10,9 +10,9 @@
 #include "host/panel/panel_session.hpp"
 #include "host/progress_text.hpp"
 
-/// The texts that the dialog's host shows itself, in the person's language; the panel brings its own. They
-/// are in the bundle that lies beside the dialog's module. Each name holds the English text, which is the key
-/// of the others and stands in where one is missing. The underscore of a mnemonic is part of it.
+/// The texts that the dialog's host shows itself, in the user's language; the panel has its own. They
+/// are in the bundle beside the dialog's module. Each constant is the English text, which is the key of the
+/// translations and replaces a missing one. The underscore of a mnemonic is part of it.
 namespace tandemtrim::host {
 
 inline constexpr const char* kCorrectText = "C_orrect";
@@ -35,7 +35,7 @@ inline constexpr const char* kIllegalValueText =
 inline constexpr const char* kRangeText = "[min] to [max]";
 inline constexpr const char* kListSeparatorText = ", ";
 
-/// What a person at the dialog can do about each trouble.
+/// What the user can do about each trouble.
 inline constexpr std::array kTroubleTexts{
     std::pair{Trouble::other, "The job could not be printed. Try again, or choose another printer."},
     std::pair{Trouble::plugin,
@@ -84,7 +84,7 @@ inline constexpr std::array kTexts{
     kSummaryText, kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText, kChoosePrinterText,
     kSendingText, kRangeText,      kIllegalValueText, kSentOfText,      kSentText,    kListSeparatorText};
 
-/// The text in the person's language.
+/// The text in the user's language.
 std::string localized(std::string_view text);
 
 /// A line for each value: what it is, what the printer allows, as the panel names both.

@@ -37,7 +37,7 @@ struct Judgement {
 
 class AStoredValue : public testing::TestWithParam<Judgement> {};
 
-TEST_P(AStoredValue, IsLegalWhenAPersonCouldSetIt) {
+TEST_P(AStoredValue, IsLegalWhenAUserCouldSetIt) {
   const auto& [setting, value, legal] = GetParam();
   EXPECT_EQ(isLegal(setting, value), legal) << '"' << value << '"';
 }
@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Judgement{checkBox(), "Off", true}, Judgement{checkBox(), "on", false},
                     Judgement{checkBox(), "true", false}));
 
-TEST(AllowedValues, AreNamedAsAPersonReadsThem) {
+TEST(AllowedValues, AreNamedAsAUserReadsThem) {
   EXPECT_EQ(allowedValues(box(0, 30)), "0 to 30");
   EXPECT_EQ(allowedValues(menu()), "Left, Center");
   EXPECT_EQ(allowedValues(checkBox()), "On, Off");

@@ -12,13 +12,13 @@ namespace {
 
 using test::failureOf;
 
-TEST(ABundle, IsTakenWhateverItsNameWhenThePersonNamesIt) {
+TEST(ABundle, IsTakenWhateverItsNameWhenTheUserNamesIt) {
   const test::TemporaryFolder folder;
   const auto bundle = writeBundle(folder, "Mine.bundle");
   EXPECT_EQ(findBundle(bundle, {"TandemTrim.bundle"}), bundle);
 }
 
-TEST(ABundle, IsFoundByNameInTheFolderThatThePersonNames) {
+TEST(ABundle, IsFoundByNameInTheFolderThatTheUserNames) {
   const test::TemporaryFolder folder;
   const auto bundle = writeBundle(folder, "TandemTrim.bundle");
   EXPECT_EQ(findBundle(folder.path().string(), {"Missing.bundle", "TandemTrim.bundle"}), bundle);

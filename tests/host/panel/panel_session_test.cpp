@@ -49,7 +49,7 @@ TEST_F(APanelSession, WithoutInputsSavesTheDefaults) {
   EXPECT_THAT(messages, IsEmpty());
 }
 
-TEST_F(APanelSession, SavesWhatThePersonSet) {
+TEST_F(APanelSession, SavesWhatTheUserSet) {
   play({{"Top", "12"}, {"Position", "Right"}});
   EXPECT_EQ(stored("FakeTop"), "12");
   EXPECT_EQ(stored("FakePosition"), "Right");
@@ -68,7 +68,7 @@ TEST_F(APanelSession, ClicksTheSwitchOnlyWhenItsStateDiffers) {
   EXPECT_EQ(stored("FakeOn"), "Off");
 }
 
-TEST_F(APanelSession, NotesWhatThePanelCorrected) {
+TEST_F(APanelSession, ReportsWhatThePanelCorrected) {
   play({{"Top", "99"}});
   EXPECT_EQ(stored("FakeTop"), "20");
   EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("Top"), HasSubstr("\"99\""), HasSubstr(" 20 "),
@@ -189,7 +189,7 @@ TEST_F(APanelSession, SuggestsNoControlThatIsGreyed) {
   EXPECT_THAT(failureOf([&] { play({}); }).what(), testing::Not(HasSubstr("--set")));
 }
 
-TEST_F(APanelSession, JudgesASettingThatThePersonSetByItsNewValue) {
+TEST_F(APanelSession, JudgesASettingThatTheUserSetByItsNewValue) {
   store("FakeTop", "25");
   store("FakePosition", "Middle");
   play({{"Top", "7"}, {"Position", "Right"}});
@@ -204,7 +204,7 @@ TEST_F(APanelSession, JudgesRestoredSettingsByTheirDefaults) {
   EXPECT_EQ(stored("FakeTop"), "5");
 }
 
-TEST_F(APanelSession, ForcesOnlyWhatThePersonLeftAlone) {
+TEST_F(APanelSession, ForcesOnlyWhatTheUserLeftAlone) {
   store("FakeTop", "25");
   store("FakePosition", "Middle");
   play({{"Top", "7"}}, true);
@@ -242,6 +242,27 @@ TEST_F(APanelSession, NamesTheStoredValuesThatAreNotAllowedAndLeavesThemAlone) {
   EXPECT_EQ(illegal[0].setting.maximum, 20);
   EXPECT_EQ(illegal[0].suggested, "20");
   EXPECT_EQ(stored("FakeTop"), "35");
+}
+
+TEST_F(APanelSession, CorrectsTheValuesThatAreNotAllowedAndKeepsTheOthers) {
+  store("FakeOn", "On");
+  store("FakeTop", "35");
+  store("FakePosition", "Right");
+  const test::TemporaryFolder folder;
+  PanelSession session(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule, settings,
+                       nullptr);
+  session.view();
+  session.willShow();
+  session.correct();
+  EXPECT_EQ(stored("FakeTop"), "20");
+  EXPECT_EQ(stored("FakePosition"), "Right");
+  store("FakePosition", "Middle");
+  session.willShow();
+  session.correct();
+  EXPECT_EQ(stored("FakePosition"), "Left");
+  session.save();
+  EXPECT_EQ(stored("FakeTop"), "20");
+  EXPECT_EQ(stored("FakePosition"), "Left");
 }
 
 }  // namespace
