@@ -22,11 +22,11 @@ struct Choice {
   std::span<const std::string_view> names;
 };
 
-constexpr std::array<Choice, kFirstMargin> kChoices{{
+constexpr auto kChoices = std::to_array<Choice>({
     {PanelSetting::Kind::onOff, kOnOff},
     {PanelSetting::Kind::choice, kDirectionNames},
     {PanelSetting::Kind::choice, kPositionNames},
-}};
+});
 
 }  // namespace
 

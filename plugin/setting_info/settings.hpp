@@ -39,10 +39,9 @@ enum Side : std::size_t { kTop, kBottom, kLeft, kRight, kSides };
 inline constexpr std::size_t kFirstMargin = kSettings.size() - kSides;
 template <class List>
 constexpr auto marginsOf(const List& ofSettings) {
-  return std::span(ofSettings).template subspan<kFirstMargin>();
+  return std::span(ofSettings).subspan(kFirstMargin);
 }
 
 inline constexpr auto kMargins = marginsOf(kSettings);
-static_assert(kSettings[kFirstMargin - 1].marginName.empty() && !kMargins[kTop].marginName.empty());
 
 }  // namespace tandemtrim
