@@ -1,6 +1,10 @@
 # The front of the build; each target installs what it needs and is missing (packaging/install-dependencies.sh).
 install_dependencies = ./packaging/install-dependencies.sh
 build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
+# A build of its own in build/<name>: name, settings, targets.
+build_apart = cmake -G Ninja -S . -B build/$(1) $(2) --log-level=WARNING && cmake --build build/$(1) --target $(3)
+core_only = -DCMAKE_BUILD_TYPE=Debug -DTANDEM_TRIM_COVERAGE=ON -DTANDEM_TRIM_GTK=OFF -DTANDEM_TRIM_APPKIT=OFF
+by_clang = -DCMAKE_CXX_COMPILER=clang++-19
 sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
 tests_of_core = conformance/conformance_memory_test model/tandemtrim_model_test model/tandemtrim_model_release_test \
   adapters/linux/tandemtrim_linux_test adapters/memory/tandemtrim_memory_test platform/tandemtrim_values_test \
@@ -36,7 +40,8 @@ fresh: ## make run and make test for this commit on a bare Debian 12, as root an
 
 bench: ## speed and memory, each figure beside its peer; fails where a goal is missed
 	$(install_dependencies) bench
-	$(call build,bench)
+	cmake --preset release --log-level=WARNING -DTANDEM_TRIM_BENCH=ON
+	cmake --build --preset release
 	/usr/bin/python3 bench/run.py --build build/release
 
 sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer; TESTS='-R ...' or '-E ...' chooses
@@ -53,8 +58,8 @@ soak: ## ten million random sequences of calls at the panel, ten thousand jobs t
 
 race: ## the dialog's work in the background under ThreadSanitizer
 	$(install_dependencies) test
-	$(call build,race)
-	ctest --preset race
+	$(call build_apart,race,-DCMAKE_BUILD_TYPE=Debug -DTANDEM_TRIM_SANITIZE=thread -DTANDEM_TRIM_APPKIT=OFF,tandemtrim_dialog_tests)
+	TSAN_OPTIONS=ignore_noninstrumented_modules=1:halt_on_error=1 ctest --test-dir build/race --output-on-failure -j 2 -R '^e2e: dialog'
 
 memcheck: ## the tests of the core under valgrind
 	$(install_dependencies) memcheck
@@ -64,12 +69,12 @@ memcheck: ## the tests of the core under valgrind
 
 coverage: ## what the tests cover of the core and of Linux; fails below 100 % of lines and of branches
 	$(install_dependencies) coverage
-	$(call build,coverage)
+	$(call build_apart,coverage,$(core_only),all)
 	tests/coverage.sh
 
 mcdc: ## whether each condition of a decision is shown to decide by itself, by clang
 	$(install_dependencies) mcdc
-	$(call build,mcdc)
+	$(call build_apart,mcdc,$(core_only) $(by_clang),tests/all)
 	tests/mcdc.sh
 
 mutants: ## whether the tests of the core notice each small change of it; takes ten minutes
@@ -78,7 +83,7 @@ mutants: ## whether the tests of the core notice each small change of it; takes 
 
 fuzz: ## make up inputs for SECONDS (60) a target, and require that the properties hold
 	$(install_dependencies) fuzz
-	$(call build,fuzz)
+	$(call build_apart,fuzz,$(by_clang) -DTANDEM_TRIM_FUZZ=ON -DTANDEM_TRIM_TESTS=OFF -DTANDEM_TRIM_GTK=OFF,fuzz/all)
 	fuzz/run.sh $(or $(SECONDS),60)
 
 package: ## the Debian packages, in build/release/package, and their tests

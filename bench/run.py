@@ -7,9 +7,7 @@ import json
 import pathlib
 import platform
 import statistics
-import subprocess
 import sys
-import tempfile
 
 import ppds
 from measuring import PROJECT, Bench
@@ -30,7 +28,6 @@ SETTINGS = {
 }
 RUNS = 5  # of what a screen or a server makes vary
 PAIRS = 31
-KILOBYTE = 1024
 MICROSECONDS = 1_000_000
 
 
@@ -86,26 +83,13 @@ def panel_rows(bench, files):
 
 def keystroke_rows(bench, files):
     command = bench.program("keystroke"), bench.bundle, files[80]
-    yield Row("keystroke in the core, the costliest: instructions", max(bench.instructions(*command)["keystroke"]), "", None, 500, 150)
     counts = bench.allocations(*command)
-    yield Row("the same: allocations", max(counts["keystroke"]), "", None, 0)
+    yield Row("keystroke in the core, the costliest: allocations", max(counts["keystroke"]), "", None, 0)
     yield Row("writes to a box per keystroke, control interface", counts["box"][0], "", None, 2)
     yield Row("writes to a stepper per keystroke, control interface", counts["stepper"][0], "", None, 1)
     writes = bench.numbers(bench.program("writes"), bench.bundle, files[80], screen=True)
     yield Row("writes in GTK where the text is corrected", writes["corrected"][0], "", None, 1)
     yield Row("writes in GTK where nothing changes", writes["unchanged"][0], "", None, 0)
-
-
-def view_rows(bench, files, queues):
-    for size, goal in ((2, 0.07), (80, 0.02)):
-        counts = bench.instructions(bench.program("options"), queues[size], bench.bundle, files[size], screen=True)
-        yield Row(
-            f"view: nib loaded and set up, {size} KB: instructions",
-            counts["view"][0],
-            "GTK's page of the printer's options",
-            counts["options"][0],
-            goal,
-        )
 
 
 def dialog_rows(bench, files, queues):
@@ -125,13 +109,6 @@ def dialog_rows(bench, files, queues):
         )
         if size == 2:
             yield Row("private memory that the panel adds to the dialog: KB", tab["panel"], "", None, 256)
-
-
-def module_rows(bench):
-    with tempfile.TemporaryDirectory() as folder:
-        stripped = pathlib.Path(folder) / "module"
-        subprocess.run(["strip", "-o", stripped, bench.bundle / "Contents/Linux/TandemTrim"], check=True)
-        yield Row("module with GTK view, stripped: KB", stripped.stat().st_size / KILOBYTE, "", None, 150)
 
 
 def pair_row(bench, cups, what, own, beside, peer, goal, reach=None):
@@ -200,9 +177,7 @@ def main():
         rows = [
             *panel_rows(bench, files),
             *keystroke_rows(bench, files),
-            *view_rows(bench, files, queues),
             *dialog_rows(bench, files, queues),
-            *module_rows(bench),
             *program_rows(bench, cups, files, queues),
             *memory_rows(bench, files),
         ]

@@ -9,7 +9,7 @@ build=build/coverage
 (cd $build && find . -name '*.gcno' -printf '%P\n' | sort | comm -23 - notes.txt | xargs -r rm)
 find $build -name '*.gcda' -delete
 
-ctest --preset coverage
+ctest --test-dir $build --output-on-failure -j 6
 
 left_out=$(grep -v '^#' tests/branches_left_out.txt | paste -s -d '|')
 gcovr --root . --object-directory $build --filter '(plugin|model|view|adapters/linux)/' --exclude-throw-branches \
