@@ -170,6 +170,7 @@ TEST_F(Panel, ListsItsSettingsInTheOrderOfItsKeywords) {
 }
 
 TEST_F(Panel, SaysOfEachSettingWhatItAllows) {
+  scene.settingInfo["DefaultValue.MarginMin"] = "<integer>2</integer>";
   ASSERT_NO_FATAL_FAILURE(makePanel());
   bundle->strings["ShortEdgeFeed"] = "Kurze Seite";
   bundle->strings["TopMargin"] = "Oben";
@@ -189,7 +190,7 @@ TEST_F(Panel, SaysOfEachSettingWhatItAllows) {
   for (std::size_t side = 3; side < 7; ++side) {
     EXPECT_EQ(settings.at(side).kind, Kind::number);
     EXPECT_EQ(settings.at(side).unit, "mm");
-    EXPECT_EQ(settings.at(side).minimum, panel->commonInfo()->defaultMarginMin()->integerValue());
+    EXPECT_EQ(settings.at(side).minimum, 2);
     EXPECT_EQ(settings.at(side).maximum,
               panel->commonInfo()->marginLimit(settings.at(side).name)->integerValue());
   }

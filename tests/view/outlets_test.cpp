@@ -8,44 +8,59 @@ using testing::IsNull;
 
 using Controller = MorvaTTViewControllerKV2;
 
-template <auto getter>
-platform::NibObject* get(const Controller& controller) {
-  return (controller.*getter)();
-}
+// How a controller gives an outlet, and how it takes one.
+struct Accessors {
+  platform::NibObject* (*get)(const Controller&);
+  void (*set)(Controller&, platform::NibObject*);
+};
 
-// What a controller answers for each outlet.
-const std::map<std::string_view, platform::NibObject* (*)(const Controller&)> kGetters{
-    {"labelDirection", get<&Controller::labelDirection>},
-    {"labelPosition", get<&Controller::labelPosition>},
-    {"labelMarginTop", get<&Controller::labelMarginTop>},
-    {"labelMarginBottom", get<&Controller::labelMarginBottom>},
-    {"labelMarginLeft", get<&Controller::labelMarginLeft>},
-    {"labelMarginRight", get<&Controller::labelMarginRight>},
-    {"labelMarginLimitTop", get<&Controller::labelMarginLimitTop>},
-    {"labelMarginLimitBottom", get<&Controller::labelMarginLimitBottom>},
-    {"labelMarginLimitLeft", get<&Controller::labelMarginLimitLeft>},
-    {"labelMarginLimitRight", get<&Controller::labelMarginLimitRight>},
-    {"textBoxMarginTop", get<&Controller::textBoxMarginTop>},
-    {"textBoxMarginBottom", get<&Controller::textBoxMarginBottom>},
-    {"textBoxMarginLeft", get<&Controller::textBoxMarginLeft>},
-    {"textBoxMarginRight", get<&Controller::textBoxMarginRight>},
-    {"stepperMarginTop", get<&Controller::stepperMarginTop>},
-    {"stepperMarginBottom", get<&Controller::stepperMarginBottom>},
-    {"stepperMarginLeft", get<&Controller::stepperMarginLeft>},
-    {"stepperMarginRight", get<&Controller::stepperMarginRight>},
-    {"tandemTrimValid", get<&Controller::tandemTrimValid>},
-    {"directionPopUp", get<&Controller::directionPopUp>},
-    {"positionPopUp", get<&Controller::positionPopUp>},
-    {"defaultButton", get<&Controller::defaultButton>},
-    {"tandemTrimView", get<&Controller::tandemTrimView>},
+template <auto getter, auto setter>
+constexpr Accessors kAccessors{
+    [](const Controller& controller) -> platform::NibObject* { return (controller.*getter)(); },
+    [](Controller& controller, platform::NibObject* object) {
+      using Control = std::invoke_result_t<decltype(getter), Controller>;
+      (controller.*setter)(dynamic_cast<Control>(object));
+    }};
+
+const std::map<std::string_view, Accessors> kOutlets{
+    {"labelDirection", kAccessors<&Controller::labelDirection, &Controller::setLabelDirection>},
+    {"labelPosition", kAccessors<&Controller::labelPosition, &Controller::setLabelPosition>},
+    {"labelMarginTop", kAccessors<&Controller::labelMarginTop, &Controller::setLabelMarginTop>},
+    {"labelMarginBottom", kAccessors<&Controller::labelMarginBottom, &Controller::setLabelMarginBottom>},
+    {"labelMarginLeft", kAccessors<&Controller::labelMarginLeft, &Controller::setLabelMarginLeft>},
+    {"labelMarginRight", kAccessors<&Controller::labelMarginRight, &Controller::setLabelMarginRight>},
+    {"labelMarginLimitTop",
+     kAccessors<&Controller::labelMarginLimitTop, &Controller::setLabelMarginLimitTop>},
+    {"labelMarginLimitBottom",
+     kAccessors<&Controller::labelMarginLimitBottom, &Controller::setLabelMarginLimitBottom>},
+    {"labelMarginLimitLeft",
+     kAccessors<&Controller::labelMarginLimitLeft, &Controller::setLabelMarginLimitLeft>},
+    {"labelMarginLimitRight",
+     kAccessors<&Controller::labelMarginLimitRight, &Controller::setLabelMarginLimitRight>},
+    {"textBoxMarginTop", kAccessors<&Controller::textBoxMarginTop, &Controller::setTextBoxMarginTop>},
+    {"textBoxMarginBottom",
+     kAccessors<&Controller::textBoxMarginBottom, &Controller::setTextBoxMarginBottom>},
+    {"textBoxMarginLeft", kAccessors<&Controller::textBoxMarginLeft, &Controller::setTextBoxMarginLeft>},
+    {"textBoxMarginRight", kAccessors<&Controller::textBoxMarginRight, &Controller::setTextBoxMarginRight>},
+    {"stepperMarginTop", kAccessors<&Controller::stepperMarginTop, &Controller::setStepperMarginTop>},
+    {"stepperMarginBottom",
+     kAccessors<&Controller::stepperMarginBottom, &Controller::setStepperMarginBottom>},
+    {"stepperMarginLeft", kAccessors<&Controller::stepperMarginLeft, &Controller::setStepperMarginLeft>},
+    {"stepperMarginRight", kAccessors<&Controller::stepperMarginRight, &Controller::setStepperMarginRight>},
+    {"tandemTrimValid", kAccessors<&Controller::tandemTrimValid, &Controller::setTandemTrimValid>},
+    {"directionPopUp", kAccessors<&Controller::directionPopUp, &Controller::setDirectionPopUp>},
+    {"positionPopUp", kAccessors<&Controller::positionPopUp, &Controller::setPositionPopUp>},
+    {"defaultButton", kAccessors<&Controller::defaultButton, &Controller::setDefaultButton>},
+    {"tandemTrimView", kAccessors<&Controller::tandemTrimView, &Controller::setTandemTrimView>},
 };
 
 class Outlets : public ViewTest {
  protected:
   Outlets() { makeController(); }
   void expectOutletsEmptyExcept(std::string_view connected) {
-    for (const auto& [outlet, getter] : kGetters) {
-      EXPECT_EQ(getter(*controller) == nullptr, outlet != connected) << outlet << " after " << connected;
+    for (const auto& [outlet, accessors] : kOutlets) {
+      EXPECT_EQ(accessors.get(*controller) == nullptr, outlet != connected)
+          << outlet << " after " << connected;
     }
   }
 };
@@ -53,7 +68,7 @@ class Outlets : public ViewTest {
 TEST_F(Outlets, AreTwentyThreeAndEmptyAtFirst) {
   const auto names = controller->outletNames();
   EXPECT_EQ(names.size(), 23U);
-  for (const auto& name : names) EXPECT_TRUE(kGetters.contains(name)) << name;
+  for (const auto& name : names) EXPECT_TRUE(kOutlets.contains(name)) << name;
   expectOutletsEmptyExcept("");
 }
 
@@ -61,10 +76,20 @@ TEST_F(Outlets, ReferToTheObjectThatIsConnectedUnderTheirName) {
   for (const auto& [outlet, object] : nib.outlets()) {
     makeController();
     controller->setOutlet(outlet, object);
-    EXPECT_EQ(kGetters.at(outlet)(*controller), object) << outlet;
+    EXPECT_EQ(kOutlets.at(outlet).get(*controller), object) << outlet;
     expectOutletsEmptyExcept(outlet);
   }
   EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(Outlets, ReferToWhatTheirSetterIsGiven) {
+  for (const auto& [outlet, object] : nib.outlets()) {
+    kOutlets.at(outlet).set(*controller, object);
+    EXPECT_EQ(kOutlets.at(outlet).get(*controller), object) << outlet;
+    expectOutletsEmptyExcept(outlet);
+    kOutlets.at(outlet).set(*controller, nullptr);
+  }
+  expectOutletsEmptyExcept("");
 }
 
 TEST_F(Outlets, StayAsTheyAreForAnUnknownNameNoneOrAnObjectOfAnotherClass) {
