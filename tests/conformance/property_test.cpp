@@ -3,6 +3,7 @@
 #include <set>
 
 #include "tests/conformance/conformance_test.hpp"
+#include "tests/support/text_pieces.hpp"
 
 namespace tandemtrim::conformance {
 namespace {
@@ -25,25 +26,8 @@ class Properties : public Conformance {
     return container[below(std::size(container))];
   }
   std::string anyText() {
-    static const std::vector<std::string> kPieces{"0",
-                                                  "1",
-                                                  "9",
-                                                  "5",
-                                                  "00",
-                                                  "-",
-                                                  "+",
-                                                  " ",
-                                                  ".",
-                                                  ",",
-                                                  "a",
-                                                  "mm",
-                                                  "%n",
-                                                  "\xEF\xBC\x97",
-                                                  "\xEF\xBC\x90",
-                                                  "\xF0\x9F\x98\x80",
-                                                  "99999999999999999999"};
     std::string text;
-    for (auto pieces = below(6); pieces > 0; --pieces) text += anyOf(kPieces);
+    for (auto pieces = below(6); pieces > 0; --pieces) text += anyOf(test::kTextPieces);
     return text;
   }
   static bool isCanonical(const std::string& text, int limit) {

@@ -20,6 +20,19 @@ class DialogPrintersTest(DialogCase):
         self.assertEqual(dialog.text("Top Margin"), "11")
         until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
 
+    def in_the_middle_of_a_document(self, *arguments, seconds):
+        """A dialog that is sending a large document to a server that has fallen silent."""
+        large = self.temporary_folder() / "large.txt"
+        with large.open("wb") as document:
+            document.truncate(LARGE)
+        dialog = self.panel(*arguments, documents=[large], TANDEM_TRIM_TIMEOUT=str(seconds))
+        dialog.find("text", "Top Margin")
+        dialog.press("Print")
+        until(lambda: self.cups.jobs("not-completed"), "the start of the job")
+        self.cups.freeze()
+        self.addCleanup(self.cups.thaw)
+        return dialog
+
     def test_a_value_that_the_printer_does_not_allow_is_shown_and_can_be_corrected(self):
         dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
         self.assertEqual(dialog.text("Left Margin"), "18")
@@ -227,21 +240,13 @@ class DialogPrintersTest(DialogCase):
         until(lambda: dialog.text("Top Margin") == "12", "the new text")
 
     def test_a_job_on_its_way_can_be_cancelled(self):
-        large = self.temporary_folder() / "large.txt"
-        with large.open("wb") as document:
-            document.truncate(LARGE)
         self.cups.add_queue("Other", PPD)
         for what, cancel in {
             "Cancel": lambda dialog: dialog.press("Cancel"),
             "Escape": lambda dialog: dialog.keys("Escape"),
         }.items():
             with self.subTest(what):
-                dialog = self.panel(documents=[large], TANDEM_TRIM_TIMEOUT="60")
-                dialog.find("text", "Top Margin")
-                dialog.press("Print")
-                until(lambda: self.cups.jobs("not-completed"), "the start of the job")
-                self.cups.freeze()
-                self.addCleanup(self.cups.thaw)
+                dialog = self.in_the_middle_of_a_document(seconds=60)
                 dialog.click_tab("General")
                 dialog.select_printer("Other")
                 until(lambda: not dialog.is_live("push button", "Print"), "Print to be greyed")
@@ -254,28 +259,13 @@ class DialogPrintersTest(DialogCase):
                 self.assertEqual(self.cups.records(), [])
 
     def test_a_server_that_falls_silent_in_the_middle_of_a_document_is_told_and_print_stays_ready(self):
-        large = self.temporary_folder() / "large.txt"
-        with large.open("wb") as document:
-            document.truncate(LARGE)
-        dialog = self.panel(documents=[large], TANDEM_TRIM_TIMEOUT="2")
-        dialog.find("text", "Top Margin")
-        dialog.press("Print")
-        until(lambda: self.cups.jobs("not-completed"), "the start of the job")
-        self.cups.freeze()
-        self.addCleanup(self.cups.thaw)
+        dialog = self.in_the_middle_of_a_document(seconds=2)
         dialog.says("did not answer")
         dialog.press("Close")
         until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
 
     def test_a_server_that_is_killed_in_the_middle_of_a_document_is_told_and_print_stays_ready(self):
-        large = self.temporary_folder() / "large.txt"
-        with large.open("wb") as document:
-            document.truncate(LARGE)
-        dialog = self.panel("-o", "MVTandemTrim=On MVTopMargin=17", documents=[large], TANDEM_TRIM_TIMEOUT="60")
-        dialog.find("text", "Top Margin")
-        dialog.press("Print")
-        until(lambda: self.cups.jobs("not-completed"), "the start of the job")
-        self.cups.freeze()
+        dialog = self.in_the_middle_of_a_document("-o", "MVTandemTrim=On MVTopMargin=17", seconds=60)
         dialog.says("large.txt: ")
         self.cups.kill()
         dialog.says("127.0.0.1")

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "tests/support/text_pieces.hpp"
+
 namespace tandemtrim::sequences {
 namespace {
 
@@ -27,25 +29,11 @@ const auto& anyOf(Random& random, const Container& container) {
 }
 
 std::string typedText(Random& random) {
-  static const std::vector<std::string> kPieces{"0",
-                                                "1",
-                                                "9",
-                                                "5",
-                                                "00",
-                                                "42",
-                                                "-",
-                                                "+",
-                                                " ",
-                                                ".",
-                                                ",",
-                                                "a",
-                                                "mm",
-                                                "%n",
-                                                "\t",
-                                                "\xEF\xBC\x97",      // a full-width digit
-                                                "\xF0\x9F\x98\x80",  // a character of two UTF-16 units
-                                                "\xFF",              // no UTF-8
-                                                "99999999999999999999"};
+  static const auto kPieces = [] {
+    auto pieces = test::kTextPieces;
+    pieces.insert(pieces.end(), {"42", "\t", "\xFF"});  // the last is no UTF-8
+    return pieces;
+  }();
   std::string text;
   for (auto pieces = below(random, 5); pieces > 0; --pieces) text += anyOf(random, kPieces);
   return text;

@@ -1,7 +1,6 @@
 #include "adapters/linux/files/property_list.hpp"
 
 #include <algorithm>
-#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -12,6 +11,7 @@
 #include <sys/stat.h>
 
 #include "platform/property_list.hpp"
+#include "tests/support/comma_locale.hpp"
 #include "tests/support/temporary_folder.hpp"
 
 namespace tandemtrim::platform {
@@ -552,19 +552,7 @@ TEST(PropertyList, LeavesNoMemoryBehind) {
   EXPECT_LT(mallinfo2().uordblks, before + kRounds);
 }
 
-// A locale that writes numbers with a comma, built for these tests alone.
-class PropertyListInACommaLocale : public testing::Test {
- protected:
-  static void SetUpTestSuite() { setenv("LOCPATH", LOCALES, 1); }
-  static void TearDownTestSuite() { unsetenv("LOCPATH"); }
-
-  void SetUp() override {
-    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
-    ASSERT_STREQ(std::localeconv()->decimal_point, ",");
-    ASSERT_EQ(std::strtod("2,5", nullptr), 2.5);
-  }
-  void TearDown() override { std::setlocale(LC_ALL, "C"); }
-};
+using PropertyListInACommaLocale = test::CommaLocaleTest;
 
 TEST_F(PropertyListInACommaLocale, ReadsRealNumbersWithAPointAllTheSame) {
   const auto real = valueOf("<real>2.5</real>");
