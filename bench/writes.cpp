@@ -1,4 +1,4 @@
-// What GTK is told to write for one keystroke of a person at a margin box: writes BUNDLE PPD
+// What GTK is told to write for one keystroke of a user at a margin box: writes BUNDLE PPD
 #include <cstdio>
 #include <cstring>
 #include <memory>

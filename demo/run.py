@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Prints the sample document on a sample printer by the print dialog and shows what reached the printer's filter.
 
-With a screen, the dialog is yours. Without one it comes up on a virtual screen, where it is driven through accessibility as a person
+With a screen, the dialog is yours. Without one it comes up on a virtual screen, where it is driven through accessibility as a user
 would drive it, and a picture of the panel is saved. The print server is CUPS itself, started for this alone; it and its files are gone
 at the end.
 """
@@ -41,7 +41,7 @@ def command(build):
     return [build / "host/tandem-trim", "-d", PRINTER, "--plugin", build / "TandemTrim.bundle", SAMPLES / "sample.pdf"]
 
 
-def by_person(cups, build):
+def by_user(cups, build):
     """Leaves the dialog to whoever sits at the screen, and gives whether a job was sent."""
     print("Set what you like on the page Tandem Trim, then print.", flush=True)
     own = {name: value for name, value in os.environ.items() if name != "XDG_STATE_HOME"}
@@ -49,7 +49,7 @@ def by_person(cups, build):
 
 
 def driven(cups, build, picture):
-    """Drives the dialog as a person would, and gives whether a job was sent."""
+    """Drives the dialog as a user would, and gives whether a job was sent."""
     from dialog_case import PrintDialog
 
     dialog = PrintDialog(command(build), cups.environment() | surroundings.of_this_test(surroundings.SCREEN))
@@ -96,7 +96,7 @@ def main():
         if arguments.drive:
             sent = driven(cups, build, build / "pictures/dialog.png")
         else:
-            sent = by_person(cups, build)
+            sent = by_user(cups, build)
         if not sent:
             return 1
         cups.wait_for_jobs()

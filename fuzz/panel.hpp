@@ -57,7 +57,7 @@ class Job : public platform::HostCallback {
 /// The print dialog's panel, as its plug-in gives it.
 std::unique_ptr<platform::PrintPanel> openPanel(std::shared_ptr<Job> job, std::shared_ptr<Resources> bundle);
 
-/// A person's view of the panel.
+/// A user's view of the panel.
 platform::memory::PanelView& viewOf(platform::PrintPanel& panel);
 
 /// The integer that a text begins with, held between two bounds: a second reading, by the C library.

@@ -1,6 +1,6 @@
 // What a job's print settings hold under the panel's keys, in the panel's order, each value behind a
 // byte 1 and none behind any other. The panel changes only what it must: what it cannot show is replaced when
-// it is saved, margins stay until a person edits them.
+// it is saved, margins stay until a user edits them.
 #include <vector>
 
 #include "fuzz/panel.hpp"

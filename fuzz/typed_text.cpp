@@ -1,4 +1,4 @@
-// A person's acts at the margins, one a line: t(ype), a(ppend), b(ackspace), + or - (the stepper), then the
+// A user's acts at the margins, one a line: t(ype), a(ppend), b(ackspace), + or - (the stepper), then the
 // first letter of the side, then a text. Whatever is typed, a box holds a number of its range, and nothing
 // else changes.
 #include <algorithm>
@@ -38,9 +38,9 @@ void examineRules(const std::string& text) {
   require(*again->as<std::int64_t>() == *number->as<std::int64_t>(), "a number's text has that number");
 }
 
-class Person {
+class User {
  public:
-  Person() : job_(std::make_shared<Job>()), panel_(openPanel(job_, std::make_shared<Resources>())) {
+  User() : job_(std::make_shared<Job>()), panel_(openPanel(job_, std::make_shared<Resources>())) {
     for (const auto& margin : kMargins) boxes_.emplace(margin.marginName, defaultOf(kFirstMargin));
     job_->settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
     viewOf(*panel_);
@@ -98,13 +98,13 @@ class Person {
 }  // namespace
 
 void examine(std::string_view input) {
-  Person person;
+  User user;
   for (auto rest = input; !rest.empty();) {
     const auto line = rest.substr(0, rest.find('\n'));
-    person.act(line);
+    user.act(line);
     rest.remove_prefix(std::min(line.size() + 1, rest.size()));
   }
-  person.save();
+  user.save();
 }
 
 }  // namespace tandemtrim::fuzz

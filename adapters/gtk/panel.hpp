@@ -29,7 +29,7 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   [[nodiscard]] void* toolkitView() override;
   /// The size that the picture of the sheet is drawn to.
   void setPaperSize(double width, double height) override;
-  /// Posts the person's edits that still wait to be posted.
+  /// Posts the user's edits that still wait to be posted.
   void flushEdits() const;
   /// The control of this outlet, or null.
   [[nodiscard]] NibObject* control(std::string_view outlet) const;

@@ -12,11 +12,11 @@
 #include "view/controls.hpp"
 
 /// Controls that live in memory. They behave as a desktop toolkit's do: what the program sets runs no action
-/// and posts no notification, what a person does runs both, at once, and a disabled control ignores the
-/// person.
+/// and posts no notification, what a user does runs both, at once, and a disabled control ignores the
+/// user.
 namespace tandemtrim::platform::memory {
 
-/// What a person sees of a control; where it is, its panel knows.
+/// What a user sees of a control; where it is, its panel knows.
 class VisibleControl {
  public:
   virtual ~VisibleControl() = default;
@@ -65,7 +65,7 @@ class IdentifiedControlOf : public ControlOf<Class> {
 class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2> {
  public:
   void describe(ControlState& state) const override;
-  /// One edit by the person, after which the box holds `text`; false when the box is disabled.
+  /// One edit by the user, after which the box holds `text`; false when the box is disabled.
   bool userEdits(std::string_view text);
 };
 
@@ -80,7 +80,7 @@ class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2> {
   /// The value is the text's integer value; the program may set one outside the bounds.
   void setStringValue(std::string_view text) override;
   [[nodiscard]] std::string stringValue() const override;
-  /// The text box that takes the stepper's value when the person clicks.
+  /// The text box that takes the stepper's value when the user clicks.
   void setTextBox(TextBox* textBox) { textBox_ = textBox; }
 
   /// So many clicks on the upper half (`clicks` > 0) or the lower half; each moves the value by 1, within the
@@ -94,7 +94,7 @@ class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2> {
   TextBox* textBox_ = nullptr;
 };
 
-/// What a push button and a check box do when the person clicks them.
+/// What a push button and a check box do when the user clicks them.
 using Action = std::function<void(NibObject* sender)>;
 
 class Button : public ControlOf<MorvaTTButtonKV2> {

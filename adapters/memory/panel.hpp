@@ -14,7 +14,7 @@
 
 namespace tandemtrim::platform::memory {
 
-/// The loaded nib "TandemTrim": the controls of the panel, and the view by which a person reaches them.
+/// The loaded nib "TandemTrim": the controls of the panel, and the view by which a user reaches them.
 class Panel : public LoadedNib, public PanelView {
  public:
   Panel(const NibDescription& description, NibOwner& owner);

@@ -17,7 +17,7 @@ struct MenuChoice {
   std::optional<std::string> value;
 };
 
-/// What a person sees of one control.
+/// What a user sees of one control.
 struct ControlState {
   /// The control's place in the view ("textBoxMarginTop").
   std::string_view outlet;
@@ -40,7 +40,7 @@ struct ControlState {
   double max = 0;
 };
 
-/// The view of a panel without a screen. Whoever holds it looks at the controls and acts on them as a person
+/// The view of a panel without a screen. Whoever holds it looks at the controls and acts on them as a user
 /// does; hosts and tests reach it by a dynamic_cast from View. Each act names a control by its outlet or its
 /// name, and gives false, changing nothing, when the control is disabled. A name that no fitting control has
 /// raises std::out_of_range.

@@ -60,7 +60,7 @@ bool wantsDialog(const CommandLine& line) {
 std::optional<SentJob> showDialog(const CommandLine& line, const Report& report) {
   if (asksThePanel(line)) {
     throw Failure(
-        "--dialog leaves the panel to the person; leave --set, --restore-defaults, --force, --summary, "
+        "--dialog leaves the panel to the user; leave --set, --restore-defaults, --force, --summary, "
         "--json, "
         "--save-as-default, --without-panel and --ppd out",
         kWrongCommandLine);

@@ -11,7 +11,7 @@ constexpr std::string_view kSpace = "\f\n\r\t\v ";
 
 bool isSpace(char character) { return kSpace.find(character) != std::string_view::npos; }
 
-// Walks the text of an -o by libcups's rules, which read on silently where a person made a mistake, and says
+// Walks the text of an -o by libcups's rules, which read on silently where a user made a mistake, and says
 // what the mistake is.
 class SyntaxCheck {
  public:

@@ -2,7 +2,7 @@
 #include <stdexcept>
 
 #import "tests/adapters/appkit/support/host.h"
-#import "tests/adapters/appkit/support/person.h"
+#import "tests/adapters/appkit/support/user.h"
 #include "tests/conformance/platform.hpp"
 
 namespace tandemtrim::conformance {
@@ -113,20 +113,20 @@ class WindowPanel : public Panel {
     return choices;
   }
   bool replaceText(const std::string& outlet, const std::string& text) override {
-    return person::replaceText(controlAt(outlet), stringOf(text));
+    return user::replaceText(controlAt(outlet), stringOf(text));
   }
   bool replaceTextAtOnce(const std::string& outlet, const std::string& text) override {
     return replaceText(outlet, text);
   }
   bool type(const std::string& outlet, const std::string& keys) override {
-    return person::type(controlAt(outlet), stringOf(keys));
+    return user::type(controlAt(outlet), stringOf(keys));
   }
-  bool backspace(const std::string& outlet) override { return person::backspace(controlAt(outlet)); }
-  bool click(const std::string& outlet) override { return person::click(controlAt(outlet)); }
-  bool step(const std::string& outlet, int steps) override { return person::step(controlAt(outlet), steps); }
+  bool backspace(const std::string& outlet) override { return user::backspace(controlAt(outlet)); }
+  bool click(const std::string& outlet) override { return user::click(controlAt(outlet)); }
+  bool step(const std::string& outlet, int steps) override { return user::step(controlAt(outlet), steps); }
   bool choose(const std::string& outlet, const std::string& value) override {
     NSPopUpButton* menu = controlAt(outlet);
-    return person::choose(menu, [menu indexOfItemWithRepresentedObject:stringOf(value)]);
+    return user::choose(menu, [menu indexOfItemWithRepresentedObject:stringOf(value)]);
   }
   void setMixed(const std::string& outlet) override {
     NSButton* box = controlAt(outlet);

@@ -6,7 +6,7 @@
 #include "adapters/gtk/controls/text_box.hpp"
 #include "adapters/gtk/hosted_panel.hpp"
 #include "adapters/gtk/panel.hpp"
-#include "tests/adapters/gtk/person.hpp"
+#include "tests/adapters/gtk/user.hpp"
 #include "tests/conformance/linux_platform.hpp"
 
 namespace tandemtrim::conformance {
@@ -62,14 +62,14 @@ class GtkPanel : public LinuxPanel {
  public:
   using LinuxPanel::LinuxPanel;
   // The window goes before the panel whose view it holds.
-  ~GtkPanel() override { person_.reset(); }
+  ~GtkPanel() override { user_.reset(); }
 
   bool panelView() override {
     if (!LinuxPanel::panelView()) return false;
-    if (!person_) {
+    if (!user_) {
       auto* const window = GTK_WINDOW(gtk_window_new());
       gtk_window_set_child(window, GTK_WIDGET(panel().panelView()->toolkitView()));
-      person_ = std::make_unique<test::Person>(window);
+      user_ = std::make_unique<test::User>(window);
     }
     return true;
   }
@@ -87,15 +87,15 @@ class GtkPanel : public LinuxPanel {
   std::vector<Choice> choices(const std::string& menu) override {
     focus(widget<gtk::PopUpButton>(menu));
     auto listed = openList(menu);
-    person_->press(XK_Escape);
+    user_->press(XK_Escape);
     return listed;
   }
 
   bool replaceText(const std::string& outlet, const std::string& text) override {
     auto* const entry = widget<gtk::TextBox>(outlet);
     if (!focus(entry)) return false;
-    person_->press(XK_a, XK_Control_L);
-    text.empty() ? person_->press(XK_Delete) : person_->paste(text);
+    user_->press(XK_a, XK_Control_L);
+    text.empty() ? user_->press(XK_Delete) : user_->paste(text);
     return true;
   }
   bool replaceTextAtOnce(const std::string& outlet, const std::string& text) override {
@@ -106,40 +106,40 @@ class GtkPanel : public LinuxPanel {
   }
   bool type(const std::string& outlet, const std::string& keys) override {
     if (!focus(widget<gtk::TextBox>(outlet))) return false;
-    person_->press(XK_End);
-    person_->type(keys);
+    user_->press(XK_End);
+    user_->type(keys);
     return true;
   }
   bool backspace(const std::string& outlet) override {
     if (!focus(widget<gtk::TextBox>(outlet))) return false;
-    person_->press(XK_End);
-    person_->press(XK_BackSpace);
+    user_->press(XK_End);
+    user_->press(XK_BackSpace);
     return true;
   }
   bool click(const std::string& outlet) override {
     auto* const button =
         outlet == "defaultButton" ? widget<gtk::Button>(outlet) : widget<gtk::CheckBox>(outlet);
     if (gtk_widget_is_sensitive(button) == FALSE) return false;
-    person_->click(button);
+    user_->click(button);
     return true;
   }
   bool step(const std::string& outlet, int steps) override {
     auto* const stepper = widget<gtk::Stepper>(outlet);
     if (gtk_widget_is_sensitive(stepper) == FALSE) return false;
     auto* const button = steps > 0 ? gtk_widget_get_last_child(stepper) : gtk_widget_get_first_child(stepper);
-    for (int step = 0; step < std::abs(steps); ++step) person_->click(button);
+    for (int step = 0; step < std::abs(steps); ++step) user_->click(button);
     return true;
   }
   bool choose(const std::string& outlet, const std::string& value) override {
     if (!focus(widget<gtk::PopUpButton>(outlet))) return false;
     const auto listed = openList(outlet);
-    person_->press(XK_Home);
+    user_->press(XK_Home);
     for (const auto& choice : listed) {
       if (choice.value == value) {
-        person_->press(XK_Return);
+        user_->press(XK_Return);
         return true;
       }
-      person_->press(XK_Down);
+      user_->press(XK_Down);
     }
     throw std::out_of_range("the menu " + outlet + " has no item " + value);
   }
@@ -158,7 +158,7 @@ class GtkPanel : public LinuxPanel {
   }
   // Opens the list of a menu that has the focus; the titles that it shows and the values behind them.
   std::vector<Choice> openList(const std::string& outlet) {
-    person_->press(XK_space);
+    user_->press(XK_space);
     auto& menu = dynamic_cast<gtk::PopUpButton&>(*view().control(outlet));
     auto* const popover = gtk_menu_button_get_popover(menu.widget().gobj());
     auto* const list = GTK_LIST_BOX(gtk_popover_get_child(GTK_POPOVER(popover)));
@@ -171,11 +171,11 @@ class GtkPanel : public LinuxPanel {
   }
   bool focus(GtkWidget* widget) {
     if (gtk_widget_is_sensitive(widget) == FALSE) return false;
-    person_->focus(widget);
+    user_->focus(widget);
     return true;
   }
 
-  std::unique_ptr<test::Person> person_;
+  std::unique_ptr<test::User> user_;
 };
 
 }  // namespace

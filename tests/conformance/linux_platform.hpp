@@ -15,7 +15,7 @@
 #include "tests/conformance/platform.hpp"
 #include "view/view_names.hpp"
 
-/// The host's half of the platforms that run on Linux; what is left to each is the person's half.
+/// The host's half of the platforms that run on Linux; what is left to each is the user's half.
 namespace tandemtrim::conformance {
 
 struct PpdClose {

@@ -8,7 +8,7 @@
 
 #include "tests/conformance/scene.hpp"
 
-/// What a platform hands to the conformance suite: a print dialog that loads the plug-in, and a person in
+/// What a platform hands to the conformance suite: a print dialog that loads the plug-in, and a user in
 /// front of it.
 namespace tandemtrim::conformance {
 
@@ -44,7 +44,7 @@ struct Summary {
 /// Which object a margin box accepts for a number object that it is given.
 enum class Accepted { itself, minimum, maximum, another };
 
-/// One panel: the host's calls, and the person's hands and eyes on its view. Controls are named by their
+/// One panel: the host's calls, and the user's hands and eyes on its view. Controls are named by their
 /// outlets.
 class Panel {
  public:
@@ -79,9 +79,9 @@ class Panel {
   virtual Look look(const std::string& outlet) = 0;
   /// What a menu that is not greyed lists when it is opened.
   virtual std::vector<Choice> choices(const std::string& menu) = 0;
-  /// The person's acts. Each gives false when the control is greyed and ignores the person.
+  /// The user's acts. Each gives false when the control is greyed and ignores the user.
   virtual bool replaceText(const std::string& outlet, const std::string& text) = 0;
-  /// The same, by a program that assists the person: the toolkit handles no other event before it returns.
+  /// The same, by a program that assists the user: the toolkit handles no other event before it returns.
   virtual bool replaceTextAtOnce(const std::string& outlet, const std::string& text) = 0;
   /// Types at the end of the text, key by key.
   virtual bool type(const std::string& outlet, const std::string& keys) = 0;

@@ -129,7 +129,7 @@ TEST_F(PanelView, IsGreyInTheMixedState) {
   EXPECT_EQ(panel->look("tandemTrimValid").state, -1);
 }
 
-TEST_F(PanelView, IgnoresThePersonWhereItIsGrey) {
+TEST_F(PanelView, IgnoresTheUserWhereItIsGrey) {
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_FALSE(panel->replaceText("textBoxMarginTop", "9"));
   EXPECT_FALSE(panel->step("stepperMarginTop", 1));

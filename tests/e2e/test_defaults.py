@@ -1,4 +1,4 @@
-"""Settings that a person keeps for the next jobs."""
+"""Settings that a user keeps for the next jobs."""
 
 import subprocess
 import unittest

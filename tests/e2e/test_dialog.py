@@ -1,4 +1,4 @@
-"""The print dialog as a person uses it, from the panel to the printer's filter."""
+"""The print dialog as a user uses it, from the panel to the printer's filter."""
 
 import unittest
 
@@ -7,7 +7,7 @@ from dialog_case import DialogCase, until
 from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, PPD, SAMPLE, VALID, digest, of_panel
 
 
-# What a person reads who has stored a left margin of 18, a position and a switch that the printer does not have.
+# What a user reads who has stored a left margin of 18, a position and a switch that the printer does not have.
 WARNED = {
     "de": (
         "Linker Rand: Dieser Drucker erlaubt 18 nicht (erlaubt: 0 bis 15)",
@@ -105,7 +105,7 @@ class DialogTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS | {"MVTandemTrim": "On"})
 
-    def test_edits_stay_when_the_person_goes_to_another_page_and_back(self):
+    def test_edits_stay_when_the_user_goes_to_another_page_and_back(self):
         dialog = self.live_panel()
         dialog.choose("Print Position", 2)
         dialog.type("Top Margin", "14")
@@ -178,7 +178,7 @@ class DialogTest(DialogCase):
         self.assertEqual(record.options["x-note"], "kept")
         self.assertEqual(record.copies, 3)
 
-    def test_it_speaks_the_persons_language(self):
+    def test_it_speaks_the_users_language(self):
         names = {
             "de": ("Oberer Rand", "Für alle meine Aufträge verwenden"),
             "ar": ("الهامش العلوي", "استخدام لكل مهامي"),
@@ -191,7 +191,7 @@ class DialogTest(DialogCase):
                 dialog.find("text", of_panel_s)
                 dialog.find("check box", of_dialog_s)
 
-    def test_it_warns_in_the_persons_language_of_what_the_printer_does_not_allow(self):
+    def test_it_warns_in_the_users_language_of_what_the_printer_does_not_allow(self):
         wrong = ("-o", f"{MARGINS['Left']}=18", "-o", f"{POSITION}=Diagonal", "-o", f"{VALID}=Maybe")
         for language, warnings in WARNED.items():
             with self.subTest(language):
@@ -216,7 +216,7 @@ class DialogTest(DialogCase):
                 dialog.keys("Return")
                 self.assertEqual(of_panel(self.printed(dialog).options), CHANGED)
 
-    def test_a_refusal_is_told_in_the_persons_language_with_the_reason_behind_it(self):
+    def test_a_refusal_is_told_in_the_users_language_with_the_reason_behind_it(self):
         self.run_command("cupsdisable", "-r", "out of blades", "Morva")
         for language, told in {
             "de": "Der Drucker ist angehalten. Wählen Sie einen anderen Drucker",
@@ -245,7 +245,7 @@ class DialogTest(DialogCase):
                     self.assertLessEqual(dialog.width(), 760)
                     dialog.close()
 
-    def test_help_is_there_in_the_persons_language(self):
+    def test_help_is_there_in_the_users_language(self):
         languages = {
             "en": ("Help", "whole millimetres"),
             "de": ("Hilfe", "ganze Millimeter"),

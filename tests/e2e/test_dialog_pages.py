@@ -1,4 +1,4 @@
-"""What a person sets on the print dialog's own pages, from the page to the printer's filter and to the next dialog."""
+"""What a user sets on the print dialog's own pages, from the page to the printer's filter and to the next dialog."""
 
 import stat
 import unittest

@@ -159,7 +159,7 @@ class DialogPluginsTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), {})
 
-    def test_a_panel_may_keep_the_person_on_its_page(self):
+    def test_a_panel_may_keep_the_user_on_its_page(self):
         dialog = self.misbehaving("shouldHide", "false")
         dialog.page("Fake")
         dialog.wait_for_page("Fake")

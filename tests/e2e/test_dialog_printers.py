@@ -42,7 +42,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "15")
 
-    def test_the_warning_goes_when_the_person_mends_the_value(self):
+    def test_the_warning_goes_when_the_user_mends_the_value(self):
         for wrong, mend in {
             f"{MARGINS['Left']}=18": lambda dialog: dialog.type("Left Margin", "10"),
             f"{POSITION}=Diagonal": lambda dialog: dialog.choose("Print Position", 1),
@@ -74,7 +74,7 @@ class DialogPrintersTest(DialogCase):
                 options = of_panel(self.printed(dialog).options)
                 self.assertEqual({keyword: options.get(keyword) for keyword in wrong}, expected)
 
-    def test_the_person_may_go_back_from_the_question(self):
+    def test_the_user_may_go_back_from_the_question(self):
         dialog = self.panel("-o", f"{MARGINS['Left']}=18")
         dialog.press("Print")
         dialog.answer("Back")
@@ -123,7 +123,7 @@ class DialogPrintersTest(DialogCase):
         self.see_limit(dialog, 20)
         self.assert_nothing_was_sent()
 
-    def test_print_waits_for_the_person_when_the_panel_turns_out_to_be_missing(self):
+    def test_print_waits_for_the_user_when_the_panel_turns_out_to_be_missing(self):
         dialog = self.dialog_frozen_at_other()
         self.cups.ppd_of("Other").write_text("damaged")
         self.press_print_while_reading(dialog)

@@ -1,4 +1,4 @@
-"""What a person does at the panel by --set and --restore-defaults."""
+"""What a user does at the panel by --set and --restore-defaults."""
 
 import json
 import unittest

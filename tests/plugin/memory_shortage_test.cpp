@@ -27,7 +27,7 @@ class Session {
 
   void create() { panels_ = plugin_.PDEPanelsForType(platform::kPrintDialogExtensionType, host_); }
   [[nodiscard]] platform::PrintPanel& panel() const { return *panels_->front(); }
-  [[nodiscard]] PanelView& person() const { return dynamic_cast<PanelView&>(*panel().panelView()); }
+  [[nodiscard]] PanelView& user() const { return dynamic_cast<PanelView&>(*panel().panelView()); }
   [[nodiscard]] bool isCreated() const { return panels_ != nullptr; }
   [[nodiscard]] Values values() const {
     Values values;
@@ -49,7 +49,7 @@ class Session {
   std::unique_ptr<platform::PanelList> panels_;
 };
 
-// What a host or a person does, in the order of a dialog's life.
+// What a host or a user does, in the order of a dialog's life.
 struct Step {
   const char* name;
   void (*run)(const Session& session);
@@ -58,15 +58,15 @@ struct Step {
 constexpr std::array<Step, 12> kSteps{{
     {"the view is requested", [](const Session& session) { (void)session.panel().panelView(); }},
     {"the panel is shown", [](const Session& session) { session.panel().willShow(); }},
-    {"the check box is clicked", [](const Session& session) { session.person().click("Valid"); }},
-    {"a number is typed", [](const Session& session) { session.person().type("Top", "12"); }},
+    {"the check box is clicked", [](const Session& session) { session.user().click("Valid"); }},
+    {"a number is typed", [](const Session& session) { session.user().type("Top", "12"); }},
     {"a long text is pasted",
-     [](const Session& session) { session.person().type("Left", "1 234 567 890 123 456 789"); }},
-    {"an item is chosen", [](const Session& session) { session.person().choose("Direction", 1); }},
-    {"a stepper is clicked", [](const Session& session) { session.person().step("stepperMarginRight", -3); }},
+     [](const Session& session) { session.user().type("Left", "1 234 567 890 123 456 789"); }},
+    {"an item is chosen", [](const Session& session) { session.user().choose("Direction", 1); }},
+    {"a stepper is clicked", [](const Session& session) { session.user().step("stepperMarginRight", -3); }},
     {"the panel saves", [](const Session& session) { session.panel().saveValuesAndReturnError(nullptr); }},
     {"the summary is asked for", [](const Session& session) { (void)session.panel().summaryInfo(); }},
-    {"the defaults are restored", [](const Session& session) { session.person().click("RestoreDefault"); }},
+    {"the defaults are restored", [](const Session& session) { session.user().click("RestoreDefault"); }},
     {"the panel restores",
      [](const Session& session) { session.panel().restoreValuesAndReturnError(nullptr); }},
     {"the keywords are asked for",

@@ -9,7 +9,7 @@
 
 namespace tandemtrim::sequences {
 
-/// What a host, a person or another program can do.
+/// What a host, a user or another program can do.
 enum class Call {
   makePanel,  // number: printer, which: configuration
   dropPanel,

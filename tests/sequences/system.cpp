@@ -190,24 +190,24 @@ std::string description(platform::PrintPanel& panel) {
 
 constexpr std::array<const char*, kMenus> kPopUps{"directionPopUp", "positionPopUp"};
 
-bool act(const Operation& operation, memory::Panel& person) {
+bool act(const Operation& operation, memory::Panel& user) {
   switch (operation.call) {
     case Call::type:
-      return person.type(kMarginOutlets.at(operation.which).textBox, operation.text);
+      return user.type(kMarginOutlets.at(operation.which).textBox, operation.text);
     case Call::append:
-      return person.append(kMarginOutlets.at(operation.which).textBox, operation.text);
+      return user.append(kMarginOutlets.at(operation.which).textBox, operation.text);
     case Call::backspace:
-      return person.backspace(kMarginOutlets.at(operation.which).textBox);
+      return user.backspace(kMarginOutlets.at(operation.which).textBox);
     case Call::step:
-      return person.step(kMarginOutlets.at(operation.which).stepper, operation.number);
+      return user.step(kMarginOutlets.at(operation.which).stepper, operation.number);
     case Call::choose:
-      return person.choose(kPopUps.at(operation.which), static_cast<std::size_t>(operation.number));
+      return user.choose(kPopUps.at(operation.which), static_cast<std::size_t>(operation.number));
     case Call::clickCheck:
-      return person.click("tandemTrimValid");
+      return user.click("tandemTrimValid");
     case Call::clickDefault:
-      return person.click("defaultButton");
+      return user.click("defaultButton");
     default:
-      person.setMixed("tandemTrimValid");
+      user.setMixed("tandemTrimValid");
       return true;
   }
 }

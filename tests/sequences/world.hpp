@@ -59,7 +59,7 @@ struct MarginLook {
   bool operator==(const MarginLook&) const = default;
 };
 
-/// A loaded view as a person sees it. Menus: direction, position. Labels: of the two menus, of the four
+/// A loaded view as a user sees it. Menus: direction, position. Labels: of the two menus, of the four
 /// boxes, of the four ranges.
 struct Look {
   int check = 0;

@@ -1,4 +1,4 @@
-"""What the tests of the print dialog have in common: the dialog on a screen, and a person who sees it by accessibility."""
+"""What the tests of the print dialog have in common: the dialog on a screen, and a user who sees it by accessibility."""
 
 import re
 import subprocess
@@ -30,7 +30,7 @@ def meant(node):
 
 
 class PrintDialog:
-    """A running dialog as a person uses it: everything is found by its role and its name."""
+    """A running dialog as a user uses it: everything is found by its role and its name."""
 
     def __init__(self, command, environment, content=b""):
         pipes = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.PIPE)

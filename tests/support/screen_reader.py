@@ -111,7 +111,7 @@ class Program:
         except Gone:
             return []
 
-    # What a person does with a node, and what it shows that is no part of its name.
+    # What a user does with a node, and what it shows that is no part of its name.
 
     def press(self, node):
         self.ask(node.path, "Action", "DoAction", "i", 0)

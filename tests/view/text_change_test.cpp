@@ -10,7 +10,7 @@ using testing::IsEmpty;
 
 class TextChange : public ViewTest {
  protected:
-  // A person's edit: the box holds the text, and whoever subscribed to it is told.
+  // A user's edit: the box holds the text, and whoever subscribed to it is told.
   void edit(RecordingTextBox& box, const std::string& text) {
     box.text = text;
     forget();

@@ -53,7 +53,7 @@ int CheckBox::state() const {
   return widget().get_active() ? kOn : kOff;
 }
 
-// A mixed box is not active underneath, so that the person's click turns it on.
+// A mixed box is not active underneath, so that the user's click turns it on.
 void CheckBox::setState(int state) {
   toggled_.block();
   widget().set_inconsistent(state == kMixed);

@@ -25,7 +25,7 @@ class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public Titl
   void showMnemonic(Mnemonics& mnemonics) override;
 };
 
-/// What a push button and a check box do when the person clicks them.
+/// What a push button and a check box do when the user clicks them.
 using Action = std::function<void(NibObject* sender)>;
 
 /// What a push button and a check box have in common: a title.

@@ -11,7 +11,7 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// A text box. It remembers the program's text byte for byte until the person edits it, even where the
+/// A text box. It remembers the program's text byte for byte until the user edits it, even where the
 /// toolkit cannot show it: its entries hold UTF-8 without null characters, and 65,534 bytes of it.
 class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2, Gtk::Entry> {
  public:
@@ -20,7 +20,7 @@ class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2, Gtk::Entry> {
   void setEnabled(bool enabled) override;
   /// An edit that still waits is posted first.
   void setStringValue(std::string_view text) override;
-  /// Posts the person's edit that still waits to be posted, if there is one.
+  /// Posts the user's edit that still waits to be posted, if there is one.
   void flush() { edits_->flush(); }
   /// Whether an input method composes a text in it.
   [[nodiscard]] bool isComposing() const { return edits_->isComposing(); }

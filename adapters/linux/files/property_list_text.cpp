@@ -129,10 +129,10 @@ class Parser {
  private:
   // Cuts off everything before `end` and `end` itself; none when the rest does not hold it.
   std::optional<std::string_view> cutThrough(std::string_view end) {
-    const auto place = rest_.find(end);
-    if (place == std::string_view::npos) return std::nullopt;
-    const auto before = rest_.substr(0, place);
-    rest_.remove_prefix(place + end.size());
+    const auto offset = rest_.find(end);
+    if (offset == std::string_view::npos) return std::nullopt;
+    const auto before = rest_.substr(0, offset);
+    rest_.remove_prefix(offset + end.size());
     return before;
   }
 

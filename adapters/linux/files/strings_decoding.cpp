@@ -7,24 +7,24 @@ namespace {
 
 DecodedText decodeUnits(std::string_view bytes, std::size_t highByte) {
   DecodedText decoded{{}, false};
-  const auto unitAt = [bytes, highByte](std::size_t place) {
+  const auto unitAt = [bytes, highByte](std::size_t offset) {
     const auto byte = [bytes](std::size_t at) { return char32_t{static_cast<unsigned char>(bytes[at])}; };
-    return byte(place + highByte) << 8 | byte(place + 1 - highByte);
+    return byte(offset + highByte) << 8 | byte(offset + 1 - highByte);
   };
-  std::size_t place = 0;
-  while (place + 2 <= bytes.size()) {
-    auto unit = unitAt(place);
-    place += 2;
+  std::size_t offset = 0;
+  while (offset + 2 <= bytes.size()) {
+    auto unit = unitAt(offset);
+    offset += 2;
     if (isHighSurrogate(unit)) {
-      if (place + 2 > bytes.size() || !isLowSurrogate(unitAt(place))) return decoded;
-      unit = joinSurrogates(unit, unitAt(place));
-      place += 2;
+      if (offset + 2 > bytes.size() || !isLowSurrogate(unitAt(offset))) return decoded;
+      unit = joinSurrogates(unit, unitAt(offset));
+      offset += 2;
     } else if (isLowSurrogate(unit)) {
       return decoded;
     }
     appendUtf8(decoded.text, unit);
   }
-  decoded.whole = place == bytes.size();
+  decoded.whole = offset == bytes.size();
   return decoded;
 }
 

@@ -38,27 +38,27 @@ class Parser {
   }
 
   // Where the parser stands, or stopped at a fault.
-  [[nodiscard]] std::size_t place() const { return place_; }
+  [[nodiscard]] std::size_t offset() const { return offset_; }
 
  private:
-  [[nodiscard]] std::string_view rest() const { return text_.substr(place_); }
+  [[nodiscard]] std::string_view rest() const { return text_.substr(offset_); }
 
   bool take(std::string_view token) {
     if (!rest().starts_with(token)) return false;
-    place_ += token.size();
+    offset_ += token.size();
     return true;
   }
 
   // Stops at a comment without an end, with which no entry begins or goes on.
   void skipBlanks() {
     for (;;) {
-      while (place_ < text_.size() && isBlank(text_[place_])) ++place_;
+      while (offset_ < text_.size() && isBlank(text_[offset_])) ++offset_;
       if (rest().starts_with("//")) {
-        place_ = std::min(text_.find('\n', place_), text_.size());
+        offset_ = std::min(text_.find('\n', offset_), text_.size());
       } else if (rest().starts_with("/*")) {
-        const auto end = text_.find("*/", place_ + 2);
+        const auto end = text_.find("*/", offset_ + 2);
         if (end == std::string_view::npos) return;
-        place_ = end + 2;
+        offset_ = end + 2;
       } else {
         return;
       }
@@ -87,26 +87,26 @@ class Parser {
     const auto word = rest();
     const auto* const end = std::find_if_not(word.begin(), word.end(), isWordCharacter);
     out.assign(word.begin(), end);
-    place_ += out.size();
+    offset_ += out.size();
     return !out.empty();
   }
 
   // A string without an end is a fault where it begins.
   bool quoted(char mark, std::string& out) {
-    const auto begin = place_;
+    const auto begin = offset_;
     for (;;) {
       const auto text = rest();
       const auto* const stop = std::find_if(text.begin(), text.end(), [mark](char character) {
         return character == mark || character == '\\';
       });
       out.append(text.begin(), stop);
-      place_ += static_cast<std::size_t>(stop - text.begin());
+      offset_ += static_cast<std::size_t>(stop - text.begin());
       if (stop == text.end()) break;
-      ++place_;
+      ++offset_;
       if (*stop == mark) return true;
       if (!escape(out)) return false;
     }
-    place_ = begin;
+    offset_ = begin;
     return false;
   }
 
@@ -116,7 +116,7 @@ class Parser {
     char32_t octal = 0;
     if (number(8, 3, octal)) return appendPoint(out, octal);
     if (rest().empty()) return true;
-    const char character = text_[place_++];
+    const char character = text_[offset_++];
     const auto* const known = std::find_if(kEscapes.begin(), kEscapes.end(),
                                            [character](const auto& pair) { return pair.first == character; });
     out.push_back(known == kEscapes.end() ? character : known->second);
@@ -140,7 +140,7 @@ class Parser {
     std::uint32_t read = 0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), read, base);
     if (result.ec != std::errc()) return false;
-    place_ += static_cast<std::size_t>(result.ptr - digits.data());
+    offset_ += static_cast<std::size_t>(result.ptr - digits.data());
     value = read;
     return true;
   }
@@ -153,7 +153,7 @@ class Parser {
   }
 
   std::string_view text_;
-  std::size_t place_ = 0;
+  std::size_t offset_ = 0;
 };
 
 }  // namespace
@@ -164,7 +164,7 @@ std::optional<StringsTable> parseStringsTable(std::string_view bytes, std::size_
   Parser parser(text);
   StringsTable table;
   if (decoded.whole && parser.parse(table)) return table;
-  const auto sound = text.substr(0, decoded.whole ? parser.place() : text.size());
+  const auto sound = text.substr(0, decoded.whole ? parser.offset() : text.size());
   if (line != nullptr) *line = 1 + static_cast<std::size_t>(std::count(sound.begin(), sound.end(), '\n'));
   return std::nullopt;
 }

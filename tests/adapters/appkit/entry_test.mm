@@ -61,7 +61,7 @@ TEST_F(MarginEntryInAHost, CorrectsEachEditAndTakesTheStepperAlong) {
     for (const auto& [typed, expected] :
          {std::pair{@"1a2", std::min(12, limit)}, std::pair{@"007", 7}, std::pair{@"", 0},
           std::pair{@"-5", 5}, std::pair{@"９9", 9}, std::pair{@"99999999999999999999", limit}}) {
-      EXPECT_TRUE(person::replaceText(box(side), typed));
+      EXPECT_TRUE(user::replaceText(box(side), typed));
       EXPECT_EQ(text(side), std::to_string(expected)) << textOf(side) << ": " << textOf(typed);
       EXPECT_EQ([stepper(side) intValue], expected) << textOf(side) << ": " << textOf(typed);
     }
@@ -71,14 +71,14 @@ TEST_F(MarginEntryInAHost, CorrectsEachEditAndTakesTheStepperAlong) {
 TEST_F(MarginEntryInAHost, RunsTheHandlerOnceForEachEditAndForNoOtherChange) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   const Counting counting;
-  person::replaceText(box(@"Top"), @"2");
+  user::replaceText(box(@"Top"), @"2");
   EXPECT_EQ(handled, 1);
-  person::type(box(@"Left"), @"34");
+  user::type(box(@"Left"), @"34");
   EXPECT_EQ(handled, 3);
-  person::backspace(box(@"Left"));
+  user::backspace(box(@"Left"));
   EXPECT_EQ(handled, 4);
-  person::step(stepper(@"Left"), 1);
-  person::click(defaultButton());
+  user::step(stepper(@"Left"), 1);
+  user::click(defaultButton());
   [panel willShow];
   EXPECT_EQ(handled, 4);
 }
@@ -115,7 +115,7 @@ TEST_F(MarginEntryInAHost, IsSubscribedToByNoSetUpThatBreaksOff) {
 
 TEST_F(MarginEntryInAHost, KeepsTheInsertionPointWhereTheTextStaysAsTyped) {
   ASSERT_NO_FATAL_FAILURE(showOn());
-  person::replaceText(box(@"Top"), @"5");
+  user::replaceText(box(@"Top"), @"5");
   NSText* editor = [box(@"Top") currentEditor];
   [editor setSelectedRange:NSMakeRange(0, 0)];
   [static_cast<NSTextView*>(editor) insertText:@"1"];
@@ -128,12 +128,12 @@ TEST_F(MarginEntryInAHost, KeepsTheInsertionPointWhereTheTextStaysAsTyped) {
 
 TEST_F(MarginEntryInAHost, GoesOnFromWhatTheStepperShows) {
   ASSERT_NO_FATAL_FAILURE(showOn());
-  person::replaceText(box(@"Top"), @"7");
-  person::step(stepper(@"Top"), 2);
+  user::replaceText(box(@"Top"), @"7");
+  user::step(stepper(@"Top"), 2);
   EXPECT_EQ(text(@"Top"), "9");
-  person::backspace(box(@"Top"));
+  user::backspace(box(@"Top"));
   EXPECT_EQ(text(@"Top"), "0");
-  person::type(box(@"Top"), @"3");
+  user::type(box(@"Top"), @"3");
   EXPECT_EQ([stepper(@"Top") intValue], 3);
 }
 

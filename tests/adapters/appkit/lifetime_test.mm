@@ -153,9 +153,9 @@ TEST_F(LifetimeInAHost, EndsForAPanelThatWasShownAndTypedInto) {
   for (int count = 0; count < 20; ++count) {
     @autoreleasepool {
       ASSERT_NO_FATAL_FAILURE(showOn());
-      person::replaceText(box(@"Top"), @"12");
-      person::step(stepper(@"Left"), 1);
-      person::click(checkBox());
+      user::replaceText(box(@"Top"), @"12");
+      user::step(stepper(@"Left"), 1);
+      user::click(checkBox());
       save();
       close();
       handleEvents();
@@ -175,11 +175,11 @@ TEST_F(LifetimeInAHost, EndsForAPanelWhoseListIsReleasedBeforeItsWindow) {
     close();
     for (NSButton* button in buttons) {
       EXPECT_EQ([button target], nil);
-      EXPECT_TRUE(person::click(button));
+      EXPECT_TRUE(user::click(button));
     }
-    EXPECT_TRUE(person::replaceText(left, @"1a2"));
+    EXPECT_TRUE(user::replaceText(left, @"1a2"));
     EXPECT_EQ(textOf([left stringValue]), "1a2");
-    EXPECT_TRUE(person::step(stepsLeft, 1));
+    EXPECT_TRUE(user::step(stepsLeft, 1));
     [open close];
     handleEvents();
   }

@@ -18,16 +18,16 @@ class JobInAHost : public HostedPanelTest {
       units[index] = [string characterAtIndex:index];
     return units;
   }
-  // What a person sets up, by the controls that a person sees.
-  void setUpAsAPerson() {
-    ASSERT_TRUE(person::click(titled(@"MorvaTTCheckBoxKV2", localized(@"EnableTandemTrim"))));
+  // What a user sets up, by the controls that a user sees.
+  void setUpAsAUser() {
+    ASSERT_TRUE(user::click(titled(@"MorvaTTCheckBoxKV2", localized(@"EnableTandemTrim"))));
     for (NSString* choice in @[ localized(@"ShortEdgeFeed"), localized(@"Right") ]) {
       NSPopUpButton* const choices = titled(@"MorvaTTPopUpButtonKV2", choice);
-      ASSERT_TRUE(person::choose(choices, [choices indexOfItemWithTitle:choice])) << textOf(choice);
+      ASSERT_TRUE(user::choose(choices, [choices indexOfItemWithTitle:choice])) << textOf(choice);
     }
-    ASSERT_TRUE(person::replaceText(box(@"Top"), @"12"));
-    ASSERT_TRUE(person::replaceText(box(@"Bottom"), @"x3"));
-    ASSERT_TRUE(person::step(stepper(@"Left"), 2));
+    ASSERT_TRUE(user::replaceText(box(@"Top"), @"12"));
+    ASSERT_TRUE(user::replaceText(box(@"Bottom"), @"x3"));
+    ASSERT_TRUE(user::step(stepper(@"Left"), 2));
   }
   const NSDictionary* kExpected = @{
     @"MVTandemTrim" : @"On",
@@ -40,10 +40,10 @@ class JobInAHost : public HostedPanelTest {
   };
 };
 
-TEST_F(JobInAHost, HoldsWhatAPersonSetUpOnceItIsSaved) {
+TEST_F(JobInAHost, HoldsWhatAUserSetUpOnceItIsSaved) {
   ASSERT_NO_FATAL_FAILURE(show());
   NSDictionary* before = [[[host settings] copy] autorelease];
-  ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
+  ASSERT_NO_FATAL_FAILURE(setUpAsAUser());
   EXPECT_TRUE([[host settings] isEqual:before]);
   EXPECT_TRUE(save());
   EXPECT_TRUE([[host settings] isEqual:kExpected]) << textOf([[host settings] description]);
@@ -51,7 +51,7 @@ TEST_F(JobInAHost, HoldsWhatAPersonSetUpOnceItIsSaved) {
 
 TEST_F(JobInAHost, IsShownAgainByANewPanel) {
   ASSERT_NO_FATAL_FAILURE(show());
-  ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
+  ASSERT_NO_FATAL_FAILURE(setUpAsAUser());
   save();
   close();
   ASSERT_NO_FATAL_FAILURE(show());
@@ -65,7 +65,7 @@ TEST_F(JobInAHost, IsShownAgainByANewPanel) {
 
 TEST_F(JobInAHost, IsSummarisedInTheUsersLanguage) {
   ASSERT_NO_FATAL_FAILURE(show());
-  ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
+  ASSERT_NO_FATAL_FAILURE(setUpAsAUser());
   save();
   NSArray* order = @[
     localized(@"ImageDirection"), localized(@"InformPrintingPosition"), localized(@"TopMargin"),
@@ -88,8 +88,8 @@ TEST_F(JobInAHost, IsSummarisedAsOffWhileTheFunctionIsOff) {
 
 TEST_F(JobInAHost, KeepsItsSwitchWhenTheDefaultsAreRestored) {
   ASSERT_NO_FATAL_FAILURE(show());
-  ASSERT_NO_FATAL_FAILURE(setUpAsAPerson());
-  EXPECT_TRUE(person::click(titled(@"MorvaTTButtonKV2", localized(@"RestoreDefault"))));
+  ASSERT_NO_FATAL_FAILURE(setUpAsAUser());
+  EXPECT_TRUE(user::click(titled(@"MorvaTTButtonKV2", localized(@"RestoreDefault"))));
   save();
   NSMutableDictionary* expected = [NSMutableDictionary dictionaryWithDictionary:(@{
                                                          @"MVTandemTrim" : @"On",

@@ -101,11 +101,11 @@ TEST(ScreenReader, SpeaksOfEachControlInTheOrderOfTheKeyboard) {
 TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
   ShownPanel shown;
   shown.view().setPaperSize(215.9, 279.4);
-  shown.person().focus(shown.widget("positionPopUp"));
-  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
-  shown.person().focus(shown.widget("textBoxMarginLeft"));
-  shown.person().press(XK_a, XK_Control_L);
-  shown.person().type("8");
+  shown.user().focus(shown.widget("positionPopUp"));
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.user().press(key);
+  shown.user().focus(shown.widget("textBoxMarginLeft"));
+  shown.user().press(XK_a, XK_Control_L);
+  shown.user().type("8");
   const auto told = controlsTold();
   const auto image = std::ranges::find(told, "image", &Told::role);
   ASSERT_NE(image, told.end());

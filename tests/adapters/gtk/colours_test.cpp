@@ -34,7 +34,7 @@ class LabelColours : public testing::TestWithParam<bool> {
  protected:
   static void expectContrast(const std::string& valid, double least, double most) {
     ShownPanel shown({.dark = GetParam(), .stored = {{"MVTandemTrim", valid}}});
-    shown.person().awaitFrame();
+    shown.user().awaitFrame();
     for (const auto& label : kLabels) {
       const double found = contrastOfText(Picture(shown.widget(label)));
       EXPECT_GE(found, least) << label;

@@ -30,14 +30,14 @@ class KeyboardInALanguage : public testing::TestWithParam<const char*> {};
 
 TEST_P(KeyboardInALanguage, GoesFromTopToBottomAndBack) {
   ShownPanel shown({.language = GetParam()});
-  shown.person().focus(shown.widget(kFromTopToBottom.front()));
+  shown.user().focus(shown.widget(kFromTopToBottom.front()));
   std::vector<std::string> visited{focused(shown)};
   while (visited.size() < kFromTopToBottom.size()) {
-    shown.person().press(XK_Tab);
+    shown.user().press(XK_Tab);
     visited.push_back(focused(shown));
   }
   EXPECT_EQ(visited, kFromTopToBottom);
-  shown.person().press(XK_Tab, XK_Shift_L);
+  shown.user().press(XK_Tab, XK_Shift_L);
   EXPECT_EQ(focused(shown), "textBoxMarginRight");
 }
 
@@ -73,8 +73,8 @@ TEST(Mnemonic, MovesTheKeyboardToTheBoxOfItsLabel) {
   for (const std::string language : {"en", "de", "fr"}) {
     ShownPanel shown({.language = language});
     for (const std::string side : {"Top", "Bottom", "Left", "Right"}) {
-      shown.person().focus(shown.widget("defaultButton"));
-      shown.person().press(letterOf(shown.widget("labelMargin" + side)), XK_Alt_L);
+      shown.user().focus(shown.widget("defaultButton"));
+      shown.user().press(letterOf(shown.widget("labelMargin" + side)), XK_Alt_L);
       EXPECT_EQ(focused(shown), "textBoxMargin" + side) << language;
     }
   }
@@ -112,13 +112,13 @@ std::string itemAtKeyboard(ShownPanel& shown) {
 TEST(MenuByKeys, ClosesWhenItsPanelGoes) {
   ShownPanel shown;
   auto* const menu = shown.widget("positionPopUp");
-  shown.person().focus(menu);
-  shown.person().press(XK_space);
+  shown.user().focus(menu);
+  shown.user().press(XK_space);
   awaitList(shown, true);
   shown.dropPanel();
   EXPECT_EQ(gtk_menu_button_get_popover(GTK_MENU_BUTTON(menu)), nullptr);
-  shown.person().press(XK_Down);
-  shown.person().press(XK_Return);
+  shown.user().press(XK_Down);
+  shown.user().press(XK_Return);
 }
 
 TEST(MenuByKeys, OpensAtItsChoice) {
@@ -127,8 +127,8 @@ TEST(MenuByKeys, OpensAtItsChoice) {
         std::pair{XK_KP_Down, 0}, std::pair{XK_Down, XK_Alt_L}}) {
     ShownPanel shown;
     EXPECT_FALSE(isOpen(shown));
-    shown.person().focus(shown.widget("positionPopUp"));
-    shown.person().press(key, held);
+    shown.user().focus(shown.widget("positionPopUp"));
+    shown.user().press(key, held);
     awaitList(shown, true);
     EXPECT_EQ(itemAtKeyboard(shown), "Center");
   }
@@ -139,13 +139,13 @@ TEST(MenuByKeys, ChoosesTheItemThatIsGoneTo) {
        {std::tuple{XK_Down, XK_Return, "Right"}, std::tuple{XK_Up, XK_space, "Left"},
         std::tuple{XK_Home, XK_Return, "Left"}, std::tuple{XK_End, XK_space, "Right"}}) {
     ShownPanel shown;
-    shown.person().focus(shown.widget("positionPopUp"));
-    shown.person().press(XK_Down);
+    shown.user().focus(shown.widget("positionPopUp"));
+    shown.user().press(XK_Down);
     awaitList(shown, true);
-    shown.person().press(go);
+    shown.user().press(go);
     EXPECT_EQ(itemAtKeyboard(shown), expected);
     EXPECT_EQ(choice(shown), "Center");
-    shown.person().press(choose);
+    shown.user().press(choose);
     awaitList(shown, false);
     EXPECT_EQ(choice(shown), expected);
     EXPECT_EQ(focused(shown), "positionPopUp");
@@ -154,11 +154,11 @@ TEST(MenuByKeys, ChoosesTheItemThatIsGoneTo) {
 
 TEST(MenuByKeys, ClosesWithoutAChoiceForEscape) {
   ShownPanel shown;
-  shown.person().focus(shown.widget("positionPopUp"));
-  shown.person().press(XK_Down);
+  shown.user().focus(shown.widget("positionPopUp"));
+  shown.user().press(XK_Down);
   awaitList(shown, true);
-  shown.person().press(XK_Down);
-  shown.person().press(XK_Escape);
+  shown.user().press(XK_Down);
+  shown.user().press(XK_Escape);
   awaitList(shown, false);
   EXPECT_EQ(choice(shown), "Center");
   EXPECT_EQ(focused(shown), "positionPopUp");
@@ -167,21 +167,21 @@ TEST(MenuByKeys, ClosesWithoutAChoiceForEscape) {
 TEST(MenuByKeys, StaysClosedWhileItIsGrey) {
   ShownPanel shown({.stored = {{"MVTandemTrim", "Off"}}});
   EXPECT_FALSE(gtk_widget_grab_focus(shown.widget("positionPopUp")));
-  shown.person().click(shown.widget("positionPopUp"));
+  shown.user().click(shown.widget("positionPopUp"));
   EXPECT_FALSE(isOpen(shown));
 }
 
 TEST(Menu, ListsItsItemsInOrderAndTakesAClick) {
   ShownPanel shown;
   auto* const menu = shown.widget("positionPopUp");
-  shown.person().click(menu);
+  shown.user().click(menu);
   awaitList(shown, true);
   auto* const list = widgetsOf(menu, GTK_TYPE_LIST_BOX).at(0);
   const auto labels = widgetsOf(list, GTK_TYPE_LABEL);
   std::vector<std::string> titles;
   for (auto* const label : labels) titles.emplace_back(gtk_label_get_text(GTK_LABEL(label)));
   EXPECT_THAT(titles, testing::ElementsAre("Left", "Center", "Right"));
-  shown.person().click(labels.back());
+  shown.user().click(labels.back());
   awaitList(shown, false);
   EXPECT_EQ(choice(shown), "Right");
 }
@@ -189,11 +189,11 @@ TEST(Menu, ListsItsItemsInOrderAndTakesAClick) {
 TEST(Menu, OpensWithNothingChosenWhereTheStoredValueIsNoItem) {
   ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "elsewhere"}}});
   EXPECT_EQ(choice(shown), "");
-  shown.person().focus(shown.widget("positionPopUp"));
-  shown.person().press(XK_Down);
+  shown.user().focus(shown.widget("positionPopUp"));
+  shown.user().press(XK_Down);
   awaitList(shown, true);
   EXPECT_EQ(itemAtKeyboard(shown), "Left");
-  shown.person().press(XK_Return);
+  shown.user().press(XK_Return);
   awaitList(shown, false);
   EXPECT_EQ(choice(shown), "Left");
 }
@@ -202,7 +202,7 @@ TEST(Mnemonic, SwitchesTheFunctionByTheLetterOfTheCheckBox) {
   ShownPanel shown;
   auto* const check = shown.widget("tandemTrimValid");
   const auto label = widgetsOf(check, GTK_TYPE_LABEL).front();
-  shown.person().press(letterOf(label), XK_Alt_L);
+  shown.user().press(letterOf(label), XK_Alt_L);
   EXPECT_FALSE(gtk_check_button_get_active(GTK_CHECK_BUTTON(check)));
   EXPECT_FALSE(gtk_widget_is_sensitive(shown.widget("directionPopUp")));
 }

@@ -15,7 +15,7 @@ graphene_rect_t boundsIn(ShownPanel& shown, const std::string& name) {
   return bounds;
 }
 
-// Where a widget begins for a person who reads in the direction of the panel.
+// Where a widget begins for a user who reads in the direction of the panel.
 float leadingEdge(ShownPanel& shown, const std::string& name) {
   const auto bounds = boundsIn(shown, name);
   const bool mirrored = gtk_widget_get_direction(shown.root()) == GTK_TEXT_DIR_RTL;
@@ -40,7 +40,7 @@ class LayoutInALanguage : public testing::TestWithParam<const char*> {};
 
 TEST_P(LayoutInALanguage, AlignsLabelsBoxesAndRangesInReadingDirection) {
   ShownPanel shown({.language = GetParam()});
-  shown.person().awaitFrame();
+  shown.user().awaitFrame();
   for (const auto& row : kRows) {
     EXPECT_FLOAT_EQ(trailingEdge(shown, row.at(0)), trailingEdge(shown, "labelDirection")) << row.at(0);
     EXPECT_FLOAT_EQ(leadingEdge(shown, row.at(1)), leadingEdge(shown, "directionPopUp")) << row.at(1);
@@ -60,7 +60,7 @@ TEST_P(LayoutInALanguage, ClipsNoTextAtAnySize) {
     ShownPanel shown({.language = GetParam(),
                       .textScale = scale,
                       .stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "777"}, {"MVLeftMargin", "-40"}}});
-    shown.person().awaitFrame();
+    shown.user().awaitFrame();
     const auto labels = widgetsOf(shown.root(), GTK_TYPE_LABEL);
     EXPECT_GE(labels.size(), 12U);
     for (auto* const label : labels) {
@@ -87,7 +87,7 @@ TEST_P(LayoutInALanguage, ClipsNoTextAtAnySize) {
 
 TEST_P(LayoutInALanguage, LeavesThePrintDialogNarrow) {
   ShownPanel shown({.language = GetParam(), .inPrintDialog = true});
-  shown.person().awaitFrame();
+  shown.user().awaitFrame();
   EXPECT_TRUE(gtk_widget_get_mapped(shown.root()));
   EXPECT_LE(gtk_widget_get_width(shown.window()), 760);
 }

@@ -28,7 +28,7 @@ class PanelPicture : public testing::TestWithParam<Shot> {};
 
 TEST_P(PanelPicture, IsTaken) {
   ShownPanel shown(GetParam().circumstances);
-  shown.person().awaitFrame();
+  shown.user().awaitFrame();
   const Picture picture(GTK_WIDGET(gtk_widget_get_root(shown.root())));
   picture.save(std::string(PICTURES_FOLDER "/panel-") + GetParam().name + ".png");
   EXPECT_GT(picture.width(), 300);

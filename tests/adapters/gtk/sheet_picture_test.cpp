@@ -25,7 +25,7 @@ class SheetPicture : public testing::Test {
     return stored;
   }
   static Picture pictureOf(ShownPanel& shown) {
-    shown.person().awaitFrame();
+    shown.user().awaitFrame();
     return Picture(shown.widget("sheetPicture"));
   }
   // The tinted pixels of the row or column in the middle of the area, before and behind its middle.
@@ -61,13 +61,13 @@ TEST_F(SheetPicture, TintsEachMarginWhereItIs) {
 TEST_F(SheetPicture, FollowsEachKeyAtOnce) {
   ShownPanel shown({.stored = on({})});
   const auto before = pictureOf(shown);
-  shown.person().focus(shown.widget("textBoxMarginTop"));
-  shown.person().press(XK_End);
-  shown.person().type("9");
+  shown.user().focus(shown.widget("textBoxMarginTop"));
+  shown.user().press(XK_End);
+  shown.user().type("9");
   const auto nine = pictureOf(shown);
   EXPECT_NE(before, nine);
   EXPECT_GT(tintedDown(nine), tintedDown(before) + 3);
-  shown.person().press(XK_BackSpace);
+  shown.user().press(XK_BackSpace);
   EXPECT_EQ(pictureOf(shown), before);
 }
 
@@ -79,15 +79,15 @@ TEST_F(SheetPicture, FollowsSteppersMenusDefaultsAndTheHost) {
     EXPECT_NE(now, last) << what;
     last = now;
   };
-  shown.person().click(gtk_widget_get_last_child(shown.widget("stepperMarginLeft")));
+  shown.user().click(gtk_widget_get_last_child(shown.widget("stepperMarginLeft")));
   expectChange("stepper");
-  shown.person().focus(shown.widget("directionPopUp"));
-  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
+  shown.user().focus(shown.widget("directionPopUp"));
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.user().press(key);
   expectChange("direction");
-  shown.person().focus(shown.widget("positionPopUp"));
-  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.person().press(key);
+  shown.user().focus(shown.widget("positionPopUp"));
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.user().press(key);
   expectChange("position");
-  shown.person().click(shown.widget("defaultButton"));
+  shown.user().click(shown.widget("defaultButton"));
   expectChange("defaults");
   shown.panel().restoreValuesAndReturnError(nullptr);
   expectChange("restore");

@@ -62,10 +62,10 @@ ShownPanel::ShownPanel(const Circumstances& circumstances) : job_(std::make_shar
   panel_ = std::move(plugin->PDEPanelsForType(platform::kPrintDialogExtensionType, job_)->front());
   view_ = panel_->panelView();
   panel_->willShow();
-  person_ = std::make_unique<Person>(windowAround(root(), panel_->panelName(), circumstances.inPrintDialog));
+  user_ = std::make_unique<User>(windowAround(root(), panel_->panelName(), circumstances.inPrintDialog));
 }
 
-ShownPanel::~ShownPanel() { person_.reset(); }
+ShownPanel::~ShownPanel() { user_.reset(); }
 
 GtkWidget* ShownPanel::widget(const std::string& name) {
   auto* const found = findWidget(root(), [&](GtkWidget* widget) {

@@ -13,7 +13,7 @@
 #include "adapters/gtk/panel.hpp"
 #include "adapters/linux/print_settings.hpp"
 #include "platform/extension.hpp"
-#include "tests/adapters/gtk/person.hpp"
+#include "tests/adapters/gtk/user.hpp"
 
 namespace tandemtrim::test {
 
@@ -33,7 +33,7 @@ struct Circumstances {
 inline constexpr std::array<const char*, 10> kLanguages{"en", "de", "fr",      "es", "it",
                                                         "nl", "ja", "zh-Hans", "ko", "ar"};
 
-/// The panel of the built bundle for the sample printer, on a page of a notebook, and a person in
+/// The panel of the built bundle for the sample printer, on a page of a notebook, and a user in
 /// front of it.
 class ShownPanel {
  public:
@@ -47,7 +47,7 @@ class ShownPanel {
   [[nodiscard]] platform::View& view() { return *view_; }
   [[nodiscard]] GtkWidget* window() { return GTK_WIDGET(gtk_widget_get_root(root())); }
   [[nodiscard]] GtkWidget* root() { return GTK_WIDGET(view().toolkitView()); }
-  [[nodiscard]] Person& person() { return *person_; }
+  [[nodiscard]] User& user() { return *user_; }
   /// The widget of this name in the nib; one that is missing raises std::out_of_range.
   [[nodiscard]] GtkWidget* widget(const std::string& name);
   /// The text of the entry of this name.
@@ -63,7 +63,7 @@ class ShownPanel {
   std::shared_ptr<Job> job_;
   std::unique_ptr<platform::PrintPanel> panel_;
   platform::View* view_ = nullptr;
-  std::unique_ptr<Person> person_;
+  std::unique_ptr<User> user_;
 };
 
 /// The first widget at or below `root` for which `fits` is true, or null.

@@ -11,7 +11,7 @@ namespace {
 class StepperBesideABox : public testing::Test {
  protected:
   ShownPanel shown{{.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}}};
-  Person& person = shown.person();
+  User& user = shown.user();
   GtkWidget* box = shown.widget("textBoxMarginTop");
   GtkWidget* minus = gtk_widget_get_first_child(shown.widget("stepperMarginTop"));
   GtkWidget* plus = gtk_widget_get_last_child(shown.widget("stepperMarginTop"));
@@ -20,28 +20,28 @@ class StepperBesideABox : public testing::Test {
   static constexpr gint64 kSeveralRepeats = 250'000;
 
   [[nodiscard]] int value() { return std::stoi(shown.text("textBoxMarginTop")); }
-  void leaveTheBox() { person.focus(shown.widget("positionPopUp")); }
+  void leaveTheBox() { user.focus(shown.widget("positionPopUp")); }
 };
 
 TEST_F(StepperBesideABox, MovesItsValueByOneAtEachClick) {
-  person.click(plus);
-  person.click(plus);
+  user.click(plus);
+  user.click(plus);
   EXPECT_EQ(value(), 14);
-  person.click(minus);
+  user.click(minus);
   EXPECT_EQ(value(), 13);
 }
 
 TEST_F(StepperBesideABox, RepeatsWhileItIsHeldAndAddsNothingWhenItIsLetGo) {
-  person.hold(minus, [&] { return value() <= 8; });
+  user.hold(minus, [&] { return value() <= 8; });
   const int atRelease = value();
   EXPECT_GT(atRelease, 5);
-  person.click(plus);
+  user.click(plus);
   EXPECT_EQ(value(), atRelease + 1);
 }
 
 TEST_F(StepperBesideABox, StopsAtItsLimitHoweverLongItIsHeld) {
   gint64 arrived = 0;
-  person.hold(plus, [&] {
+  user.hold(plus, [&] {
     if (value() == 20 && arrived == 0) arrived = g_get_monotonic_time();
     return arrived != 0 && g_get_monotonic_time() - arrived > kSeveralRepeats;
   });
@@ -51,7 +51,7 @@ TEST_F(StepperBesideABox, StopsAtItsLimitHoweverLongItIsHeld) {
 TEST_F(StepperBesideABox, StopsRepeatingWhenItIsGreyed) {
   gint64 greyed = 0;
   int atThatTime = 0;
-  person.hold(plus, [&] {
+  user.hold(plus, [&] {
     if (value() >= 14 && greyed == 0) {
       gtk_widget_set_sensitive(shown.widget("stepperMarginTop"), FALSE);
       greyed = g_get_monotonic_time();
@@ -63,19 +63,19 @@ TEST_F(StepperBesideABox, StopsRepeatingWhenItIsGreyed) {
 }
 
 TEST_F(StepperBesideABox, FollowsTheUpAndDownKeysInTheBox) {
-  person.focus(box);
-  for (const auto up : {XK_Up, XK_KP_Up}) person.press(static_cast<unsigned>(up));
+  user.focus(box);
+  for (const auto up : {XK_Up, XK_KP_Up}) user.press(static_cast<unsigned>(up));
   EXPECT_EQ(value(), 14);
-  person.press(XK_Down);
+  user.press(XK_Down);
   EXPECT_EQ(value(), 13);
   EXPECT_TRUE(gtk_widget_has_focus(GTK_WIDGET(gtk_editable_get_delegate(GTK_EDITABLE(box)))));
 }
 
 TEST_F(StepperBesideABox, GoesOnFromWhatIsTyped) {
-  person.focus(box);
-  person.press(XK_a, XK_Control_L);
-  person.type("7");
-  person.press(XK_Up);
+  user.focus(box);
+  user.press(XK_a, XK_Control_L);
+  user.type("7");
+  user.press(XK_Up);
   EXPECT_EQ(value(), 8);
   gtk_editable_set_text(GTK_EDITABLE(box), "3");
   gtk_widget_activate(plus);
@@ -85,23 +85,23 @@ TEST_F(StepperBesideABox, GoesOnFromWhatIsTyped) {
 
 // Control, Shift and u begin a character, which replaces what is selected; an empty box counts as 0.
 TEST_F(StepperBesideABox, GoesOnFromWhatIsLeftOfATextThatTheInputMethodStillComposes) {
-  person.focus(box);
-  person.press(XK_a, XK_Control_L);
-  person.press(XK_U, XK_Control_L);
-  person.type("3");
-  person.turnWheel(box, true);
+  user.focus(box);
+  user.press(XK_a, XK_Control_L);
+  user.press(XK_U, XK_Control_L);
+  user.type("3");
+  user.turnWheel(box, true);
   EXPECT_EQ(value(), 1);
 }
 
 TEST_F(StepperBesideABox, FollowsTheWheelOnlyWhileTheBoxHasTheFocus) {
   leaveTheBox();
-  person.turnWheel(box, true);
+  user.turnWheel(box, true);
   EXPECT_EQ(value(), 12);
-  person.focus(box);
-  person.turnWheel(box, true);
+  user.focus(box);
+  user.turnWheel(box, true);
   EXPECT_EQ(value(), 13);
-  person.turnWheel(box, false);
-  person.turnWheel(box, false);
+  user.turnWheel(box, false);
+  user.turnWheel(box, false);
   EXPECT_EQ(value(), 11);
 }
 
@@ -111,9 +111,9 @@ TEST_F(StepperBesideABox, KeepsItsStepsOutOfTheNotificationsOfEdits) {
   platform::defaultCenter().addObserver(
       this, [&](const platform::Notification&) { ++notifications; },
       platform::NSControlTextDidChangeNotification, object);
-  person.click(plus);
-  person.focus(box);
-  person.press(XK_Up);
+  user.click(plus);
+  user.focus(box);
+  user.press(XK_Up);
   platform::defaultCenter().removeObserver(this);
   EXPECT_EQ(value(), 14);
   EXPECT_EQ(notifications, 0);
@@ -121,7 +121,7 @@ TEST_F(StepperBesideABox, KeepsItsStepsOutOfTheNotificationsOfEdits) {
 
 TEST_F(StepperBesideABox, BringsAForeignValueIntoItsRangeAtTheFirstStep) {
   ShownPanel foreign({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "777"}}});
-  foreign.person().click(gtk_widget_get_first_child(foreign.widget("stepperMarginTop")));
+  foreign.user().click(gtk_widget_get_first_child(foreign.widget("stepperMarginTop")));
   EXPECT_EQ(foreign.text("textBoxMarginTop"), "20");
 }
 
@@ -132,10 +132,10 @@ TEST(MenuUnderTheWheel, KeepsItsChoice) {
     auto* const choice = widgetsOf(widget, GTK_TYPE_LABEL).front();
     const std::string before = gtk_label_get_text(GTK_LABEL(choice));
     for (const bool up : {false, true}) {
-      shown.person().turnWheel(widget, up);
+      shown.user().turnWheel(widget, up);
       EXPECT_EQ(gtk_label_get_text(GTK_LABEL(choice)), before) << menu;
-      shown.person().focus(widget);
-      shown.person().turnWheel(widget, up);
+      shown.user().focus(widget);
+      shown.user().turnWheel(widget, up);
       EXPECT_EQ(gtk_label_get_text(GTK_LABEL(choice)), before) << menu;
     }
   }

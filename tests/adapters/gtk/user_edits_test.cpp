@@ -16,7 +16,7 @@ constexpr const char* kBottom = "textBoxMarginBottom";
 class UserEdits : public testing::Test {
  protected:
   ShownPanel shown{{.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}}};
-  Person& person = shown.person();
+  User& user = shown.user();
   GtkWidget* box = shown.widget(kTop);
   int notifications = 0;
 
@@ -25,7 +25,7 @@ class UserEdits : public testing::Test {
     platform::defaultCenter().addObserver(
         this, [this](const platform::Notification&) { ++notifications; },
         platform::NSControlTextDidChangeNotification, object);
-    person.focus(box);
+    user.focus(box);
   }
   ~UserEdits() override { platform::defaultCenter().removeObserver(this); }
   UserEdits(const UserEdits&) = delete;
@@ -35,7 +35,7 @@ class UserEdits : public testing::Test {
   [[nodiscard]] int caret() { return gtk_editable_get_position(GTK_EDITABLE(box)); }
 };
 
-// What a person puts in stands in the box at once; what the program writes in answer follows.
+// What a user puts in stands in the box at once; what the program writes in answer follows.
 TEST_F(UserEdits, AreAnsweredByOneWriteAtMostAndByNoneWhereTheTextStands) {
   const std::pair<const char*, int> texts[] = {{"12", 0}, {"1a2", 1}, {"99", 1}, {"007", 1}};
   for (const auto& [typed, expected] : texts) {
@@ -53,65 +53,65 @@ TEST_F(UserEdits, AreAnsweredByOneWriteAtMostAndByNoneWhereTheTextStands) {
 
 struct Edit {
   const char* what;
-  std::function<void(Person&, GtkWidget*)> act;
+  std::function<void(User&, GtkWidget*)> act;
   const char* text;
 
   friend std::ostream& operator<<(std::ostream& out, const Edit& edit) { return out << edit.what; }
 };
 
-void selectAll(Person& person) { person.press(XK_a, XK_Control_L); }
+void selectAll(User& user) { user.press(XK_a, XK_Control_L); }
 
 const Edit kEdits[] = {
     {"a digit over everything",
-     [](Person& person, GtkWidget*) {
-       selectAll(person);
-       person.type("5");
+     [](User& user, GtkWidget*) {
+       selectAll(user);
+       user.type("5");
      },
      "5"},
     {"a letter over everything",
-     [](Person& person, GtkWidget*) {
-       selectAll(person);
-       person.type("x");
+     [](User& user, GtkWidget*) {
+       selectAll(user);
+       user.type("x");
      },
      "0"},
     {"a digit at the end",
-     [](Person& person, GtkWidget*) {
-       person.press(XK_End);
-       person.type("3");
+     [](User& user, GtkWidget*) {
+       user.press(XK_End);
+       user.type("3");
      },
      "20"},
     {"deletion of everything",
-     [](Person& person, GtkWidget*) {
-       selectAll(person);
-       person.press(XK_Delete);
+     [](User& user, GtkWidget*) {
+       selectAll(user);
+       user.press(XK_Delete);
      },
      "0"},
     {"deletion of the last digit",
-     [](Person& person, GtkWidget*) {
-       person.press(XK_End);
-       person.press(XK_BackSpace);
+     [](User& user, GtkWidget*) {
+       user.press(XK_End);
+       user.press(XK_BackSpace);
      },
      "1"},
     {"deletion of the word",
-     [](Person& person, GtkWidget*) {
-       person.press(XK_End);
-       person.press(XK_BackSpace, XK_Control_L);
+     [](User& user, GtkWidget*) {
+       user.press(XK_End);
+       user.press(XK_BackSpace, XK_Control_L);
      },
      "0"},
     {"cutting",
-     [](Person& person, GtkWidget*) {
-       selectAll(person);
-       person.press(XK_x, XK_Control_L);
+     [](User& user, GtkWidget*) {
+       selectAll(user);
+       user.press(XK_x, XK_Control_L);
      },
      "0"},
     {"pasting over everything",
-     [](Person& person, GtkWidget*) {
-       selectAll(person);
-       person.paste("7 mm");
+     [](User& user, GtkWidget*) {
+       selectAll(user);
+       user.paste("7 mm");
      },
      "7"},
     {"an edit from a screen reader",
-     [](Person&, GtkWidget* box) {
+     [](User&, GtkWidget* box) {
        gtk_editable_set_text(GTK_EDITABLE(box), "9");
        while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
      },
@@ -121,7 +121,7 @@ const Edit kEdits[] = {
 class EachUserEdit : public UserEdits, public testing::WithParamInterface<Edit> {};
 
 TEST_P(EachUserEdit, IsReportedOnceWithItsFinalText) {
-  GetParam().act(person, box);
+  GetParam().act(user, box);
   EXPECT_EQ(text(), GetParam().text);
   EXPECT_EQ(notifications, 1);
   shown.panel().saveValuesAndReturnError(nullptr);
@@ -132,45 +132,45 @@ INSTANTIATE_TEST_SUITE_P(Edits, EachUserEdit, testing::ValuesIn(kEdits));
 
 TEST_F(UserEdits, MayDropATextIntoTheBox) {
   auto* const source = shown.widget(kBottom);
-  person.focus(source);
-  selectAll(person);
-  person.type("30");
-  selectAll(person);
-  person.drag(source, box);
+  user.focus(source);
+  selectAll(user);
+  user.type("30");
+  selectAll(user);
+  user.drag(source, box);
   waitUntil("the drop", [&] { return notifications > 0; });
-  person.awaitFrame();
+  user.awaitFrame();
   EXPECT_EQ(text(), "20");
   EXPECT_EQ(notifications, 1);
 }
 
 // Control, Shift and u begin a character that is given by its number.
 TEST_F(UserEdits, AreReportedWhenTheInputMethodHasComposedThem) {
-  selectAll(person);
-  person.press(XK_U, XK_Control_L);
-  person.type("37");
+  selectAll(user);
+  user.press(XK_U, XK_Control_L);
+  user.type("37");
   EXPECT_EQ(notifications, 0);
-  person.press(XK_Return);
+  user.press(XK_Return);
   EXPECT_EQ(text(), "7");
   EXPECT_EQ(notifications, 1);
 }
 
 TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotKeepTheHostWaiting) {
-  selectAll(person);
-  person.press(XK_U, XK_Control_L);
-  person.type("3");
+  selectAll(user);
+  user.press(XK_U, XK_Control_L);
+  user.type("3");
   shown.panel().saveValuesAndReturnError(nullptr);
   EXPECT_EQ(shown.stored("MVTopMargin"), "0");
   EXPECT_EQ(text(), "0");
 }
 
 TEST_F(UserEdits, AreNotUndoneIntoAnIllegalText) {
-  person.press(XK_End);
-  person.type("3");
-  person.press(XK_z, XK_Control_L);
+  user.press(XK_End);
+  user.type("3");
+  user.press(XK_z, XK_Control_L);
   EXPECT_EQ(text(), "20");
-  selectAll(person);
-  person.paste("abc");
-  person.press(XK_z, XK_Control_L);
+  selectAll(user);
+  user.paste("abc");
+  user.press(XK_z, XK_Control_L);
   EXPECT_EQ(text(), "0");
 }
 
@@ -188,7 +188,7 @@ TEST_F(UserEdits, ThatWaitDoNotCorrectWhatTheProgramShowsNext) {
 TEST_F(UserEdits, AreNotWhatTheProgramShows) {
   shown.panel().willShow();
   shown.panel().restoreValuesAndReturnError(nullptr);
-  person.click(shown.widget("defaultButton"));
+  user.click(shown.widget("defaultButton"));
   EXPECT_EQ(text(), "5");
   EXPECT_EQ(notifications, 0);
 }
@@ -206,12 +206,12 @@ struct Typing {
 
 class InsertionPoint : public UserEdits, public testing::WithParamInterface<Typing> {};
 
-TEST_P(InsertionPoint, StaysWhereAPersonExpectsIt) {
+TEST_P(InsertionPoint, StaysWhereAUserExpectsIt) {
   const auto& typing = GetParam();
-  selectAll(person);
-  person.type(typing.before);
-  person.press(XK_Home);
-  for (const auto key : typing.keys) person.press(key);
+  selectAll(user);
+  user.type(typing.before);
+  user.press(XK_Home);
+  for (const auto key : typing.keys) user.press(key);
   EXPECT_EQ(text(), typing.after);
   EXPECT_EQ(caret(), typing.caret);
 }
@@ -258,8 +258,8 @@ TEST_F(UserEdits, WhoseReportRaisesWaitForTheHostsCallsAndAreNeverSavedAsTyped) 
   const auto min = control.min();
   const auto max = control.max();
   control.setValueRange(nullptr, nullptr);
-  selectAll(person);
-  person.paste("1a8");
+  selectAll(user);
+  user.paste("1a8");
   EXPECT_EQ(text(), "1a8");
   EXPECT_THROW(shown.panel().saveValuesAndReturnError(nullptr), std::invalid_argument);
   EXPECT_EQ(shown.stored("MVTopMargin"), "12");
@@ -272,7 +272,7 @@ TEST_F(UserEdits, WhoseReportRaisesWaitForTheHostsCallsAndAreNeverSavedAsTyped) 
 TEST_F(UserEdits, ThatWaitAreDroppedWithThePanel) {
   gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
   shown.dropPanel();
-  person.focus(box);
+  user.focus(box);
   EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("1a8"));
   EXPECT_EQ(notifications, 0);
 }
@@ -294,11 +294,11 @@ TEST_P(StoredTextThatTheToolkitCannotShow, IsSavedByteForByteUntilItIsEdited) {
   ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", stored.text}}});
   EXPECT_EQ(shown.text(kTop), stored.shown);
   shown.panel().restoreValuesAndReturnError(nullptr);
-  shown.person().focus(shown.widget(kTop));
+  shown.user().focus(shown.widget(kTop));
   shown.panel().saveValuesAndReturnError(nullptr);
   EXPECT_EQ(shown.stored("MVTopMargin"), stored.text);
-  shown.person().press(XK_End);
-  shown.person().press(XK_BackSpace);
+  shown.user().press(XK_End);
+  shown.user().press(XK_BackSpace);
   shown.panel().saveValuesAndReturnError(nullptr);
   EXPECT_EQ(shown.stored("MVTopMargin"), shown.text(kTop));
   EXPECT_THAT(shown.text(kTop), testing::MatchesRegex("[0-9]{1,2}"));
@@ -321,13 +321,13 @@ TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
   auto* const check = shown.widget("tandemTrimValid");
   auto* const menu = shown.widget("positionPopUp");
   shown.dropPanel();
-  person.press(XK_Up);
-  person.focus(box);
-  person.press(XK_End);
-  person.type("9");
-  person.click(plus);
-  person.click(check);
-  person.click(menu);
+  user.press(XK_Up);
+  user.focus(box);
+  user.press(XK_End);
+  user.type("9");
+  user.click(plus);
+  user.click(check);
+  user.click(menu);
   EXPECT_EQ(gtk_menu_button_get_popover(GTK_MENU_BUTTON(menu)), nullptr);
   EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("129"));
   EXPECT_EQ(notifications, 0);

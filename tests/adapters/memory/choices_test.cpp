@@ -47,7 +47,7 @@ TEST(CheckBox, RunsNoActionWhenTheProgramSetsItsState) {
   EXPECT_EQ(runs, 0);
 }
 
-TEST(CheckBox, IgnoresThePersonWhileItIsDisabledAndNeedsNoAction) {
+TEST(CheckBox, IgnoresTheUserWhileItIsDisabledAndNeedsNoAction) {
   CheckBox box;
   EXPECT_TRUE(box.userClicks());
   box.setEnabled(false);
@@ -89,7 +89,7 @@ TEST_F(Menu, IsLeftWithoutASelectionByATitleThatNoItemHas) {
   EXPECT_THAT(menu.selectedItem(), NotNull());
 }
 
-TEST_F(Menu, LetsThePersonChooseUnlessItIsDisabled) {
+TEST_F(Menu, LetsTheUserChooseUnlessItIsDisabled) {
   EXPECT_TRUE(menu.userChooses(2));
   EXPECT_EQ(menu.selectedIndex(), 2U);
   EXPECT_THROW(menu.userChooses(3), std::out_of_range);

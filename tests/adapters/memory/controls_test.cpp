@@ -36,7 +36,7 @@ TEST(Label, ShowsItsTextInItsColor) {
   EXPECT_EQ(label.textColor(), Color::lightGrayColor);
 }
 
-TEST(TextBox, TellsOfAnEditByThePersonAtOnce) {
+TEST(TextBox, TellsOfAnEditByTheUserAtOnce) {
   TextBox box;
   const EditsOf edits(box);
   EXPECT_TRUE(box.userEdits("1"));
@@ -55,7 +55,7 @@ TEST(TextBox, KeepsQuietAboutWhatTheProgramPutsIn) {
   EXPECT_THAT(edits.texts, testing::IsEmpty());
 }
 
-TEST(TextBox, IgnoresThePersonWhileItIsDisabled) {
+TEST(TextBox, IgnoresTheUserWhileItIsDisabled) {
   TextBox box;
   const EditsOf edits(box);
   box.setStringValue("5");
@@ -118,7 +118,7 @@ TEST_F(StepperTest, LeavesTheBoxAloneWhenTheProgramSetsItsValue) {
   EXPECT_EQ(box.stringValue(), "4");
 }
 
-// What the person clicks into the box is no edit of the box: nobody corrects it.
+// What the user clicks into the box is no edit of the box: nobody corrects it.
 TEST_F(StepperTest, TellsOfNoEditOfItsBox) {
   const EditsOf edits(box);
   stepper.userClicks(1);
@@ -126,7 +126,7 @@ TEST_F(StepperTest, TellsOfNoEditOfItsBox) {
   EXPECT_THAT(edits.texts, testing::IsEmpty());
 }
 
-TEST_F(StepperTest, IgnoresThePersonWhileItIsDisabled) {
+TEST_F(StepperTest, IgnoresTheUserWhileItIsDisabled) {
   stepper.setStringValue("3");
   stepper.setEnabled(false);
   EXPECT_FALSE(stepper.userClicks(1));

@@ -41,7 +41,7 @@ TEST_F(MemoryView, ShowsEachControlUnderItsOutletAndItsName) {
   EXPECT_THAT(view->control("labelMarginTop").name, IsEmpty());
 }
 
-TEST_F(MemoryView, ShowsWhatAPersonSeesOfEachKindOfControl) {
+TEST_F(MemoryView, ShowsWhatAUserSeesOfEachKindOfControl) {
   const auto check = view->control("Valid");
   EXPECT_EQ(check.kind, ControlKind::checkBox);
   EXPECT_EQ(check.text, "Trim It");

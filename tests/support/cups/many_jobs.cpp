@@ -42,7 +42,7 @@ std::string anyValue(Random& random, const Setting& setting, int beyond) {
   return std::to_string(below(random, static_cast<std::size_t>(setting.largest + 1 + beyond)));
 }
 
-// What a person asks for: some settings as options of the command line, some at the panel.
+// What a user asks for: some settings as options of the command line, some at the panel.
 CommandLine anyWishes(Random& random, std::uint64_t number) {
   CommandLine line;
   line.options.push_back({"x-number", std::to_string(number)});

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #import "tests/adapters/appkit/support/host.h"
-#import "tests/adapters/appkit/support/person.h"
+#import "tests/adapters/appkit/support/user.h"
 
 namespace host {
 

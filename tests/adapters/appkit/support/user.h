@@ -1,10 +1,10 @@
-// The hands of a person at a panel in a window.
+// The hands of a user at a panel in a window.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
-/// Each act gives false when the control is greyed and ignores the person.
-namespace person {
+/// Each act gives false when the control is greyed and ignores the user.
+namespace user {
 
 /// Replaces the whole text of a box. With TANDEM_TRIM_TYPING=keys in the environment every character that a
 /// keyboard has a key for comes by a real press of that key; all others, and without it all, arrive at once
@@ -20,4 +20,4 @@ bool step(NSStepper* stepper, int steps);
 /// Opens the menu with the mouse and lets the button go over the item.
 bool choose(NSPopUpButton* menu, NSInteger index);
 
-}  // namespace person
+}  // namespace user

@@ -1,4 +1,4 @@
-#include "tests/adapters/gtk/person.hpp"
+#include "tests/adapters/gtk/user.hpp"
 
 #include <stdexcept>
 #include <vector>
@@ -51,12 +51,12 @@ void waitUntil(const char* what, const std::function<bool()>& isDone) {
   if (looks >= kLooks) throw std::runtime_error(std::string("waited in vain for ") + what);
 }
 
-struct Person::X {
+struct User::X {
   Display* display = XOpenDisplay(nullptr);
   Window window = 0;
 };
 
-Person::Person(GtkWindow* window) : window_(window), x_(std::make_unique<X>()) {
+User::User(GtkWindow* window) : window_(window), x_(std::make_unique<X>()) {
   gtk_window_present(window);
   answers_ = g_signal_add_emission_hook(eventSignal(), 0, noteAnswer, &answered_, nullptr);
   waitUntil("the window", [&] { return gtk_widget_get_mapped(GTK_WIDGET(window)) != FALSE; });
@@ -64,7 +64,7 @@ Person::Person(GtkWindow* window) : window_(window), x_(std::make_unique<X>()) {
   turnTo();
 }
 
-Person::~Person() {
+User::~User() {
   g_signal_remove_emission_hook(eventSignal(), answers_);
   gtk_window_destroy(window_);
   runWhatIsReady();
@@ -72,7 +72,7 @@ Person::~Person() {
 }
 
 // There is no window manager to do it.
-void Person::turnTo() {
+void User::turnTo() {
   waitUntil("the keyboard", [&] {
     if (gtk_window_is_active(window_) != FALSE) return true;
     XWindowAttributes attributes{};
@@ -85,13 +85,13 @@ void Person::turnTo() {
   });
 }
 
-void Person::focus(GtkWidget* widget) {
+void User::focus(GtkWidget* widget) {
   turnTo();
   gtk_widget_grab_focus(widget);
   runWhatIsReady();
 }
 
-void Person::send(unsigned keysym, unsigned held) {
+void User::send(unsigned keysym, unsigned held) {
   auto* const display = x_->display;
   const auto code = XKeysymToKeycode(display, keysym);
   std::vector<KeyCode> heldCodes;
@@ -104,7 +104,7 @@ void Person::send(unsigned keysym, unsigned held) {
   for (const auto heldCode : heldCodes) XTestFakeKeyEvent(display, heldCode, False, 0);
 }
 
-void Person::settle() {
+void User::settle() {
   answered_ = false;
   send(kAnswerKey, 0);
   XFlush(x_->display);
@@ -112,24 +112,24 @@ void Person::settle() {
   runWhatIsReady();
 }
 
-void Person::press(unsigned keysym, unsigned held) {
+void User::press(unsigned keysym, unsigned held) {
   send(keysym, held);
   settle();
 }
 
-void Person::type(const std::string& text) {
+void User::type(const std::string& text) {
   for (const char character : text) {
     if (static_cast<unsigned char>(character) < 0x80U) press(static_cast<unsigned char>(character));
   }
 }
 
-void Person::paste(const std::string& text) {
+void User::paste(const std::string& text) {
   gdk_clipboard_set_text(gtk_widget_get_clipboard(GTK_WIDGET(window_)), text.c_str());
   press(XK_v, XK_Control_L);
 }
 
 // Widgets take their places in a frame.
-void Person::awaitFrame() {
+void User::awaitFrame() {
   auto* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(window_));
   bool painted = false;
   const auto handler = g_signal_connect(
@@ -140,7 +140,7 @@ void Person::awaitFrame() {
   g_signal_handler_disconnect(clock, handler);
 }
 
-void Person::pointAt(GtkWidget* widget, double across) {
+void User::pointAt(GtkWidget* widget, double across) {
   turnTo();
   awaitFrame();
   // An open list has a surface of its own.
@@ -161,14 +161,14 @@ void Person::pointAt(GtkWidget* widget, double across) {
   XTestFakeMotionEvent(x_->display, -1, x, y, 0);
 }
 
-void Person::click(GtkWidget* widget) {
+void User::click(GtkWidget* widget) {
   pointAt(widget);
   XTestFakeButtonEvent(x_->display, 1, True, 0);
   XTestFakeButtonEvent(x_->display, 1, False, 0);
   settle();
 }
 
-void Person::hold(GtkWidget* widget, const std::function<bool()>& isDone) {
+void User::hold(GtkWidget* widget, const std::function<bool()>& isDone) {
   pointAt(widget);
   XTestFakeButtonEvent(x_->display, 1, True, 0);
   XFlush(x_->display);
@@ -177,7 +177,7 @@ void Person::hold(GtkWidget* widget, const std::function<bool()>& isDone) {
   settle();
 }
 
-void Person::turnWheel(GtkWidget* widget, bool up) {
+void User::turnWheel(GtkWidget* widget, bool up) {
   pointAt(widget);
   const unsigned button = up ? 4 : 5;
   XTestFakeButtonEvent(x_->display, button, True, 0);
@@ -186,7 +186,7 @@ void Person::turnWheel(GtkWidget* widget, bool up) {
 }
 
 // While something is dragged the keyboard is the drag's, so that no key is answered.
-void Person::drag(GtkWidget* from, GtkWidget* to) {
+void User::drag(GtkWidget* from, GtkWidget* to) {
   constexpr double kInTheText = 0.66;
   constexpr int kSteps = 20;
   pointAt(from, kInTheText);

@@ -11,15 +11,15 @@ namespace tandemtrim::test {
 /// Runs the main loop until `isDone`; raises std::runtime_error that names `what` when it takes too long.
 void waitUntil(const char* what, const std::function<bool()>& isDone);
 
-/// A person in front of a window: real key presses and clicks, by way of the X server. Each act returns when
+/// A user in front of a window: real key presses and clicks, by way of the X server. Each act returns when
 /// the window has dealt with it.
-class Person {
+class User {
  public:
   /// Presents the window and gives it the keyboard; it is destroyed with this.
-  explicit Person(GtkWindow* window);
-  Person(const Person&) = delete;
-  Person& operator=(const Person&) = delete;
-  ~Person();
+  explicit User(GtkWindow* window);
+  User(const User&) = delete;
+  User& operator=(const User&) = delete;
+  ~User();
 
   /// Puts the keyboard's focus on the widget.
   void focus(GtkWidget* widget);

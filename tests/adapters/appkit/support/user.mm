@@ -1,4 +1,4 @@
-#import "tests/adapters/appkit/support/person.h"
+#import "tests/adapters/appkit/support/user.h"
 
 #include <cstdlib>
 #include <string>
@@ -6,7 +6,7 @@
 #import "tests/adapters/appkit/support/host.h"
 #include "tests/adapters/appkit/support/x_server.hpp"
 
-namespace person {
+namespace user {
 namespace {
 
 bool hasKeyboard() {
@@ -27,7 +27,7 @@ NSEvent* awaited(NSEventType type) {
   }
 }
 
-// A person acts in the window that is in front.
+// A user acts in the window that is in front.
 void bringToFront(NSWindow* window) {
   if (![window isKeyWindow]) [window makeKeyAndOrderFront:nil];
   host::handleEvents();
@@ -133,4 +133,4 @@ bool choose(NSPopUpButton* menu, NSInteger index) {
   return true;
 }
 
-}  // namespace person
+}  // namespace user
