@@ -48,8 +48,9 @@ void MenuItem::setRepresentedObject(std::string_view value) { [item_ setRepresen
 std::size_t PopUpButton::numberOfItems() const { return static_cast<std::size_t>([control() numberOfItems]); }
 
 platform::MenuItem& PopUpButton::itemAtIndex(std::size_t index) {
-  const auto place = static_cast<NSInteger>(index);
-  return items_.insert_or_assign(place, MenuItem((NSMenuItem*)[control() itemAtIndex:place])).first->second;
+  const auto itemIndex = static_cast<NSInteger>(index);
+  return items_.insert_or_assign(itemIndex, MenuItem((NSMenuItem*)[control() itemAtIndex:itemIndex]))
+      .first->second;
 }
 
 platform::MenuItem* PopUpButton::selectedItem() {

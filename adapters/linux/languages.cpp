@@ -26,8 +26,8 @@ std::string_view lookUp(const Table& table, std::string_view name) {
 
 // The part of the text behind the first of these characters; empty when there is none.
 std::string_view behind(std::string_view text, std::string_view marks) {
-  const auto place = text.find_first_of(marks);
-  return place == std::string_view::npos ? std::string_view() : text.substr(place + 1);
+  const auto offset = text.find_first_of(marks);
+  return offset == std::string_view::npos ? std::string_view() : text.substr(offset + 1);
 }
 
 constexpr bool isUntranslated(std::string_view localeName) {

@@ -45,9 +45,9 @@ void NSLog(std::string_view format, std::span<const std::string> list) {
   constexpr std::string_view kObject = "%@";
   const auto description = descriptionOf(list);
   std::string line;
-  for (auto place = format.find(kObject); place != std::string_view::npos; place = format.find(kObject)) {
-    line.append(format.substr(0, place)).append(description);
-    format.remove_prefix(place + kObject.size());
+  for (auto offset = format.find(kObject); offset != std::string_view::npos; offset = format.find(kObject)) {
+    line.append(format.substr(0, offset)).append(description);
+    format.remove_prefix(offset + kObject.size());
   }
   line += format;
   syslog(LOG_NOTICE, "%s", line.c_str());

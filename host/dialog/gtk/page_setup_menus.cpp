@@ -14,16 +14,16 @@ void collectMenus(GtkWidget* widget, std::vector<GtkDropDown*>& menus) {
     collectMenus(child, menus);
 }
 
-// The place of the paper in the menu, if this is the menu of papers.
-std::optional<guint> placeOf(GtkDropDown* menu, Gtk::PaperSize paper) {
+// The index of the paper in the menu, if this is the menu of papers.
+std::optional<guint> indexOf(GtkDropDown* menu, Gtk::PaperSize paper) {
   auto* const model = gtk_drop_down_get_model(menu);
   const guint count = model == nullptr ? 0 : g_list_model_get_n_items(model);
-  for (guint place = 0; place < count; ++place) {
-    const std::unique_ptr<void, decltype(&g_object_unref)> item(g_list_model_get_item(model, place),
+  for (guint index = 0; index < count; ++index) {
+    const std::unique_ptr<void, decltype(&g_object_unref)> item(g_list_model_get_item(model, index),
                                                                 g_object_unref);
     if (!GTK_IS_PAGE_SETUP(item.get())) continue;
     auto* const listed = gtk_page_setup_get_paper_size(GTK_PAGE_SETUP(item.get()));
-    if (gtk_paper_size_is_equal(listed, paper.gobj()) != FALSE) return place;
+    if (gtk_paper_size_is_equal(listed, paper.gobj()) != FALSE) return index;
   }
   return std::nullopt;
 }
@@ -36,9 +36,9 @@ void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup) {
   std::vector<GtkDropDown*> menus;
   collectMenus(GTK_WIDGET(dialog.gobj()), menus);
   for (std::size_t i = 0; i + 1 < menus.size(); ++i) {
-    const auto place = placeOf(menus[i], setup.get_paper_size());
-    if (!place) continue;
-    gtk_drop_down_set_selected(menus[i], *place);
+    const auto index = indexOf(menus[i], setup.get_paper_size());
+    if (!index) continue;
+    gtk_drop_down_set_selected(menus[i], *index);
     gtk_drop_down_set_selected(menus[i + 1], static_cast<guint>(setup.get_orientation()));
   }
 }
