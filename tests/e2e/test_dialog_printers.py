@@ -108,6 +108,18 @@ class DialogPrintersTest(DialogCase):
             dialog.press("Print")
             self.assertEqual(of_panel(self.printed(dialog, "Other").options)[MARGINS["Top"]], "7")
 
+    def test_pages_that_are_chosen_before_the_first_printers_details_are_read_stay_chosen(self):
+        with Holdup(self.cups.address, b"GET /printers/Morva.ppd") as holdup:
+            dialog = self.dialog("-d", "Morva", "-n", "3", CUPS_SERVER=holdup.address)
+            dialog.check("Pages:")
+            dialog.type("Specify one or more page ranges", "2")
+            holdup.release()
+            self.see_limit(dialog, 20)
+            dialog.press("Print")
+            record = self.printed(dialog)
+            self.assertEqual(record.options["page-ranges"], "2")
+            self.assertEqual(record.copies, 3)
+
     def test_print_while_details_are_read_prints_when_they_are(self):
         dialog = self.dialog_frozen_at_other()
         self.press_print_while_reading(dialog)

@@ -1,5 +1,6 @@
 #include "host/dialog/gtk/printer_selection.hpp"
 
+#include <array>
 #include <optional>
 
 #include <glibmm/main.h>
@@ -11,6 +12,10 @@ namespace {
 
 constexpr unsigned kSelectAgain = 50;  // milliseconds
 constexpr int kSelections = 100;
+
+// Settings that the user can change while no printer is selected.
+constexpr std::array<const char*, 2> kOfAnyPrinter{GTK_PRINT_SETTINGS_PRINT_PAGES,
+                                                   GTK_PRINT_SETTINGS_PAGE_RANGES};
 
 // The printer that is selected in GTK's list, which may not have read its details yet, or null.
 GtkPrinter* selectedInList(GtkWidget* widget) {
@@ -54,16 +59,31 @@ bool PrinterSelection::isPrinter() const {
   return printer() != nullptr && gtk_printer_is_virtual(printer()) == FALSE;
 }
 
+// Shows the settings but for those that the user has changed since they were shown last.
+void PrinterSelection::show(const Glib::RefPtr<Gtk::PrintSettings>& settings) {
+  const auto now = dialog_.get_settings();
+  for (const char* key : kOfAnyPrinter) {
+    if (now->get(key) != shown_->get(key)) settings->set(key, now->get(key));
+  }
+  dialog_.set_settings(settings);
+  shown_ = dialog_.get_settings();
+}
+
 // GTK forgets the printer of its settings unless that printer is the first in its list, so the settings are
 // given again until the printer is selected.
 void PrinterSelection::select(const std::string& printer, const TabSettings& tabs,
                               const std::function<void()>& done) {
   auto ask = [this, printer, tabs, wasListed = false]() mutable {
+    // GTK still reads the printer's details. Settings given now would disturb a user who types.
+    if (nameInList(dialog_) == printer && name() != printer) {
+      wasListed = true;
+      return false;
+    }
     const auto instead = selectedInstead(dialog_, printer, wasListed);
     const bool isSelected = name() == printer;
     tabs.settings->set_printer(instead.value_or(printer));
     // Copies and paper count for a selected printer only.
-    dialog_.set_settings(tabs.settings);
+    show(tabs.settings);
     wasListed = nameInList(dialog_) == printer;
     return instead || isSelected;
   };

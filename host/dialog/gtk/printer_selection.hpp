@@ -13,7 +13,7 @@ namespace tandemtrim::host {
 /// The printer that is selected in the list of GTK's dialog.
 class PrinterSelection {
  public:
-  explicit PrinterSelection(Gtk::PrintUnixDialog& dialog) : dialog_(dialog) {}
+  explicit PrinterSelection(Gtk::PrintUnixDialog& dialog) : dialog_(dialog), shown_(dialog.get_settings()) {}
   PrinterSelection(const PrinterSelection&) = delete;
   PrinterSelection& operator=(const PrinterSelection&) = delete;
   ~PrinterSelection() { selecting_.disconnect(); }
@@ -26,12 +26,16 @@ class PrinterSelection {
   [[nodiscard]] bool isPrinter() const;
 
   /// Selects the printer, shows these settings in the tabs, then calls `done`. A printer that the user
-  /// selects meanwhile stays selected; if the printer does not appear within seconds, `done` is called
-  /// without it.
+  /// selects meanwhile stays selected, and so do the pages that the user chooses; if the printer does not
+  /// appear within seconds, `done` is called without it.
   void select(const std::string& printer, const TabSettings& tabs, const std::function<void()>& done);
 
  private:
+  void show(const Glib::RefPtr<Gtk::PrintSettings>& settings);
+
   Gtk::PrintUnixDialog& dialog_;
+  // The tabs' settings as they were shown last.
+  Glib::RefPtr<Gtk::PrintSettings> shown_;
   sigc::connection selecting_;
 };
 
