@@ -4,7 +4,7 @@ import stat
 import unittest
 
 from dialog_case import DialogCase, until
-from terminal_case import DEFAULTS, MARGINS, PPD, of_panel
+from terminal_case import DEFAULTS, MARGINS, PPD, SMALLER, of_panel
 
 RANGES = "Specify one or more page ranges"
 PAGES = ("PageSize", "media", "orientation-requested", "landscape", "OutputOrder", "Collate", "number-up", "page-set")
@@ -173,6 +173,30 @@ class DialogPagesTest(DialogCase):
         self.assertEqual(stat.S_IMODE(memories.parent.stat().st_mode), 0o700)
         dialog = self.shown(XDG_STATE_HOME=str(state))
         self.assertEqual(self.sent(dialog), {"PageSize": "A3", "orientation-requested": "4"})
+
+    def test_the_last_job_counts_more_than_what_is_saved(self):
+        self.run_command("lpoptions", "-p", "Morva", "-o", "OutputOrder=Reverse", "-o", "MVTopMargin=7")
+        state = {"XDG_STATE_HOME": str(self.temporary_folder())}
+        dialog = self.live_panel(**state)
+        dialog.type("Top Margin", "8")
+        dialog.page("General")
+        dialog.check("Reverse")
+        dialog.press("Print")
+        self.printed(dialog)
+        dialog = self.panel(**state)
+        self.assertEqual(dialog.text("Top Margin"), "8")
+        dialog.page("General")
+        self.assertFalse(dialog.is_checked("Reverse"))
+
+    def test_a_row_of_another_printer_counts_as_it_is_shown(self):
+        self.add_other(SMALLER)
+        self.run_command("lpoptions", "-p", "Morva", "-o", "number-up=2")
+        dialog = self.shown("-o", "number-up=4")
+        dialog.select_printer("Other")
+        self.see_limit(dialog, 8)
+        self.set_up(dialog, **{"Pages per side": ("Home", "Down")})
+        dialog.press("Print")
+        self.assertEqual(self.printed(dialog, "Other").options["number-up"], "2")
 
     def test_the_command_line_counts_whatever_is_saved_and_in_whatever_letter_case(self):
         self.add_option(GLUE)

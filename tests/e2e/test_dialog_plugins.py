@@ -159,6 +159,15 @@ class DialogPluginsTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), {})
 
+    def test_the_notice_goes_when_a_printer_is_chosen_whose_panel_works(self):
+        self.add_other(("TandemTrim.bundle", "Missing.bundle"))
+        dialog = self.dialog("-d", "Other")
+        dialog.says("own settings are not available")
+        dialog.select_printer("Morva")
+        dialog.page("Tandem Trim")
+        dialog.says("(0 to 20)")
+        self.assertFalse(any("own settings are not available" in label for label in dialog.labels()))
+
     def test_a_panel_may_keep_the_user_on_its_page(self):
         dialog = self.misbehaving("shouldHide", "false")
         dialog.page("Fake")

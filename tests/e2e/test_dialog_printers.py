@@ -4,9 +4,10 @@ import unittest
 
 from dialog_case import DialogCase, until
 from relay import Holdup
-from terminal_case import DEFAULTS, MARGINS, POSITION, PPD, VALID, of_panel
+from terminal_case import DEFAULTS, MARGINS, POSITION, PPD, SMALLER, VALID, of_panel
 
-SMALLER = ('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"')
+FILE = "Print to File"  # stands among GTK's printers
+GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # how such a request begins: version and operation
 LARGE = 400_000_000  # bytes that take a while to send
 
 
@@ -134,6 +135,47 @@ class DialogPrintersTest(DialogCase):
         self.cups.thaw()
         self.see_limit(dialog, 20)
         self.assert_nothing_was_sent()
+
+    def test_a_forgotten_print_stays_grey_for_a_printer_that_takes_no_jobs(self):
+        self.run_command("cupsreject", "Morva")
+        dialog = self.dialog_frozen_at_other()
+        self.press_print_while_reading(dialog)
+        dialog.select_printer("Morva")
+        dialog.page("Tandem Trim")
+        dialog.says("details are being read")
+        self.assertFalse(dialog.is_live("push button", "Print"))
+
+    def test_a_document_cannot_be_printed_to_a_file(self):
+        self.add_other(SMALLER)
+        dialog = self.live_panel()
+        dialog.type("Top Margin", "7")
+        dialog.page("General")
+        dialog.select_printer(FILE)
+        until(lambda: not dialog.has_tab("Tandem Trim"), "the panel to go")
+        dialog.press("Print")
+        dialog.says("Choose a printer")
+        dialog.press("Close")
+        until(lambda: len(dialog.program.windows()) == 1, "the message to go")
+        self.assertFalse(any("own settings are not available" in label for label in dialog.labels()))
+        dialog.select_printer("Other")
+        self.see_limit(dialog, 8)
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog, "Other").options)[MARGINS["Top"]], "7")
+
+    def test_details_that_arrive_once_another_printer_is_chosen_are_dropped(self):
+        dialog = self.dialog_frozen_at_other()
+        dialog.select_printer(FILE)
+        until(lambda: not dialog.has_tab("Tandem Trim"), "the page to go")
+        requests = self.cups.folder / "access_log"
+
+        def answered():
+            return requests.read_text().count("GET /printers/Other.ppd")
+
+        before = answered()
+        self.cups.thaw()
+        until(lambda: answered() > before, "the answer of the server")
+        dialog.page("Page Setup")
+        self.assertFalse(dialog.has_tab("Tandem Trim"))
 
     def test_print_waits_for_the_user_when_the_panel_turns_out_to_be_missing(self):
         dialog = self.dialog_frozen_at_other()
@@ -269,6 +311,17 @@ class DialogPrintersTest(DialogCase):
                 self.assertEqual((status, out), (0, ""), said)
                 self.assertEqual(self.cups.jobs("not-completed"), [])
                 self.assertEqual(self.cups.records(), [])
+
+    def test_a_job_that_is_cancelled_too_late_is_reported(self):
+        with Holdup(self.cups.address, GET_JOB_ATTRIBUTES) as holdup:
+            dialog = self.dialog("-d", "Morva", CUPS_SERVER=holdup.address)
+            dialog.wait_for_tab("Tandem Trim")
+            dialog.press("Print")
+            until(holdup.held.is_set, "the question about the job that was sent")
+            dialog.press("Cancel")
+            until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
+            holdup.release()
+            self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
 
     def test_a_server_that_falls_silent_in_the_middle_of_a_document_is_told_and_print_stays_ready(self):
         dialog = self.in_the_middle_of_a_document(seconds=2)

@@ -77,7 +77,10 @@ class PrintDialog:
 
     def wait_for_tab(self, title):
         """Waits until there is a page of this title, in front or not: the panel's is there once its printer is known."""
-        until(lambda: any(node.name == title for node in self.tabs()), f"the page {title!r}")
+        until(lambda: self.has_tab(title), f"the page {title!r}")
+
+    def has_tab(self, title):
+        return any(node.name == title for node in self.tabs())
 
     def tabs(self):
         """All that shows in the tabs of pages."""

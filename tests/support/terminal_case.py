@@ -19,6 +19,8 @@ BUILD = surroundings.BUILD
 PROGRAM = BUILD / "host/tandem-trim"
 BUNDLE = BUILD / "TandemTrim.bundle"
 PPD = PROJECT / "resources/sample/MorvaTandemKV2.ppd"
+# A change of the PPD: a smaller largest margin at the top.
+SMALLER = ('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"')
 SAMPLE = PROJECT / "resources/sample/sample.pdf"
 # Another family of printers.
 FOLDLINE = BUILD / "tests/second_family/Foldline.bundle"

@@ -84,13 +84,14 @@ class Relay:
 
 
 class Holdup(Relay):
-    """Lets all through, but requests with these words only after release()."""
+    """Lets all through, but requests with these words only after release(); `held` is set when one has come."""
 
     def __init__(self, server, words):
         super().__init__(server, float("inf"), None)
         self._words = words
         self._released = threading.Event()
         self.release = self._released.set
+        self.held = threading.Event()
 
     def __exit__(self, *_):
         self.release()
@@ -98,4 +99,5 @@ class Holdup(Relay):
 
     def _on_request(self, piece):
         if self._words in piece:
+            self.held.set()
             self._released.wait()
