@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -22,32 +22,45 @@ struct Outcome {
   std::optional<Failure> failure;
 };
 
-/// How many pieces of work are under way.
+/// How many threads are at work.
 inline std::atomic<int> underWay = 0;
 
+/// The outcome of the work: its result, or the failure that it raised.
+template <class Result>
+Outcome<Result> outcomeOf(const std::function<Result()>& work) {
+  try {
+    return {work(), {}};
+  } catch (const Failure& failure) {
+    return {{}, failure};
+  } catch (const std::exception& failure) {
+    return {{}, Failure(failure.what())};
+  }
+}
+
 /// Runs `work` on a thread of its own, then `done` with the outcome on the main loop, so that a silent print
-/// server never blocks the dialog. `done` does not run once `listener` is gone. Nothing waits for the work
-/// when the program ends.
+/// server never blocks the dialog. `done` does not run once `listener` is gone. A thread that cannot be
+/// started is a failure, too. Nothing waits for the work when the program ends.
 template <class Result>
 void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
                   std::function<void(Outcome<Result>)> done) {
+  const auto deliver = [listener = std::move(listener), done = std::move(done)](Outcome<Result> outcome) {
+    Glib::signal_idle().connect_once(
+        [listener, done, outcome = std::make_shared<Outcome<Result>>(std::move(outcome))] {
+          if (!listener.expired()) done(std::move(*outcome));
+        });
+  };
   ++underWay;
-  std::thread([listener = std::move(listener), work = std::move(work), done = std::move(done)] {
-    // Keeps libcups from asking for a password at the terminal.
-    cupsSetPasswordCB2([](auto...) -> const char* { return nullptr; }, nullptr);
-    auto outcome = std::make_shared<Outcome<Result>>();
-    try {
-      outcome->result = work();
-    } catch (const Failure& failure) {
-      outcome->failure = failure;
-    } catch (const std::exception& failure) {
-      outcome->failure = Failure(failure.what());
-    }
-    Glib::signal_idle().connect_once([listener, done, outcome] {
-      if (!listener.expired()) done(std::move(*outcome));
-    });
+  try {
+    std::thread([deliver, work = std::move(work)] {
+      // Keeps libcups from asking for a password at the terminal.
+      cupsSetPasswordCB2([](auto...) -> const char* { return nullptr; }, nullptr);
+      deliver(outcomeOf<Result>(work));
+      --underWay;
+    }).detach();
+  } catch (const std::system_error& failure) {
     --underWay;
-  }).detach();
+    deliver({{}, Failure(failure.what())});
+  }
 }
 
 }  // namespace tandemtrim::host
