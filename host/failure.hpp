@@ -33,7 +33,7 @@ enum class Trouble {
   notRemembered
 };
 
-/// What stops the program before anything is sent: the message names the thing and what to do about it.
+/// Stops the program before anything is sent; the message says what failed and what to do about it.
 class Failure : public std::runtime_error {
  public:
   explicit Failure(const std::string& message, int exitStatus = kFailed)

@@ -14,7 +14,7 @@ namespace {
 template <class Ticket>
 using Slot = std::unique_ptr<Ticket>*;
 
-// What one ticket is made from. The slot that receives it says its class.
+// The parameters of one ticket. The slot that receives it decides its class.
 struct ConstructionEntry {
   std::variant<Slot<MorvaTTPrintTicketValidKV2>, Slot<MorvaTTPrintTicketPopUpKV2>,
                Slot<MorvaTTPrintTicketMarginKV2>>

@@ -19,7 +19,7 @@ namespace tandemtrim::platform {
 
 /// The extension type of the print dialog's panels.
 inline constexpr std::string_view kPrintDialogExtensionType = "BDB091F4-E57F-11D3-B5CC-0050E4603277";
-/// The key of a panel's summary under which the order of its entries stands.
+/// The summary's key whose value is the order of its entries.
 inline constexpr std::string_view kSummaryDisplayOrderKey = "Summary Display Order";
 
 /// What a host answers to the panels that it asks for.

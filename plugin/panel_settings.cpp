@@ -16,7 +16,7 @@ using platform::PanelSetting;
 
 constexpr std::array kOnOff{TTCITandemTrimOn, TTCITandemTrimOff};
 
-// What a setting before the margins is, and its choices.
+// Kind and choices of a setting that is no margin.
 struct Choice {
   PanelSetting::Kind kind;
   std::span<const std::string_view> names;

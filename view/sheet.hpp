@@ -8,7 +8,7 @@ namespace tandemtrim::platform::gtk {
 enum class Feed { longEdge, shortEdge };
 enum class Position { left, center, right };
 
-/// What the panel says of a sheet of paper. Lengths are millimetres; what is not chosen is none.
+/// The panel's settings for a sheet of paper. Lengths are millimetres; none is a setting without a choice.
 struct Sheet {
   double width = 210;
   double height = 297;

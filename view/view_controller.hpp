@@ -35,10 +35,10 @@ struct MarginControls {
   [[nodiscard]] MorvaTTStepperKV2* stepperMargin##Name() const { return margins_[side].stepper; }         \
   void setStepperMargin##Name(MorvaTTStepperKV2* control) { margins_[side].stepper = control; }
 
-/// Stands behind the panel's view: loads the nib once, fills in its texts, tells the tickets their controls,
-/// keeps the margin boxes within their ranges, greys what depends on the check box and builds the summary. It
-/// owns the ticket manager; the common info belongs to the panel, the view and its controls to the loaded
-/// nib.
+/// Controls the panel's view: loads the nib once, fills in its texts, registers the controls with the
+/// tickets, keeps the margin boxes within their ranges, greys what depends on the check box and builds the
+/// summary. It owns the ticket manager; the panel owns the common info, the loaded nib the view and its
+/// controls.
 class MorvaTTViewControllerKV2 : public platform::NibOwner {
  public:
   /// None when the common info is none or the ticket manager cannot be made; what the manager raises goes on
@@ -49,7 +49,7 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
 
   /// The panel's view, or null when the nib has none. The first call loads the nib and sets the view up; a
   /// nib that lacks a control raises std::invalid_argument, one with more menu items than names
-  /// std::out_of_range, and the view then stays as far as it came.
+  /// std::out_of_range, and the view is then left partly set up.
   platform::View* panelViewWithNibName(std::string_view nibName);
 
   /// Greys or enables the dependent controls; nothing before the view is set up.

@@ -1,5 +1,4 @@
 #include <array>
-#include <stdexcept>
 #include <utility>
 #include <vector>
 

@@ -5,7 +5,7 @@
 #import "adapters/appkit/controls.hpp"
 #import "adapters/appkit/foundation/toolkit.h"
 
-/// What the panel's controls have in common: they go along when the function is switched on or off.
+/// All controls of the panel: they follow when the function is switched on or off.
 @protocol ViewComponent
 @required
 /// `flag` is a boolean number: true when the function is on and the control is live. Nil is false.

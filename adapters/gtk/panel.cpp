@@ -95,7 +95,7 @@ void Panel::connectPicture() {
   if (complete) picture_ = std::make_unique<SheetPicture>(*Glib::wrap(GTK_DRAWING_AREA(area)), shown);
 }
 
-// Each time that the view comes up: the rest of its window may have changed.
+// Each time that the view is shown: the rest of its window may have changed.
 void Panel::showMnemonics() const {
   Mnemonics mnemonics(view_->gobj());
   const auto show = [&](std::string_view outlet) {

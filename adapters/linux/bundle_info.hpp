@@ -11,7 +11,7 @@
 
 namespace tandemtrim::platform::linux {
 
-/// What a bundle's Contents/Info.plist says. A text that it lacks, or gives as something else, is none.
+/// The contents of a bundle's Contents/Info.plist. A missing text, or a value of another type, is none.
 class BundleInfo {
  public:
   /// None when the file cannot be read, and `reason` names it and what is wrong with it.

@@ -24,7 +24,7 @@ class VisibleControl {
   virtual void describe(ControlState& state) const = 0;
 };
 
-/// What every control here keeps: whether it is enabled, and the text that it shows.
+/// The base of every control: whether it is enabled, and the text that it shows.
 template <class Class>
 class ControlOf : public Class, public VisibleControl {
  public:

@@ -1,7 +1,5 @@
 #include "platform/log.hpp"
 
-#include <array>
-
 #include <syslog.h>
 
 namespace tandemtrim::platform {

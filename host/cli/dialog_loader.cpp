@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
-#include <string_view>
 
 #include <dlfcn.h>
 

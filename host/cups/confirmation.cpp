@@ -10,7 +10,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The attribute of a job that tells what became of an option.
+// The job's attribute that shows what became of an option.
 std::string attributeOf(const std::string& keyword) {
   const bool isFormat = keyword == "document-format" || keyword == "raw";
   return isFormat ? "document-format-supplied" : keyword;
@@ -28,8 +28,8 @@ bool isText(ipp_attribute_t* attribute) {
          (tag == IPP_TAG_NAME || tag == IPP_TAG_KEYWORD || tag == IPP_TAG_TEXT);
 }
 
-// A text has to be the very value that was asked for. Numbers, ranges and the like have several spellings, so
-// they are compared in the form that libcups gave them.
+// A text must equal the value that was sent. Numbers and ranges have several spellings, so they are compared
+// as libcups spells them.
 bool holds(const MessageHandle& job, const Option& option) {
   const auto name = attributeOf(option.keyword);
   auto* const held = findAttribute(job, name);

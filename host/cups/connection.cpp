@@ -71,7 +71,7 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
 }
 
 DestinationHandle Connection::destination(const char* printer, const char* instance) const {
-  // What this server does not answer libcups asks its own default server, for a minute and more.
+  // libcups asks its own default server whatever this one does not answer, for a minute or more.
   cupsSetServer(kNoServer);
   DestinationHandle found(cupsGetNamedDest(get(), printer, instance));
   cupsSetServer(server_ ? server_->c_str() : nullptr);

@@ -31,7 +31,7 @@ class Connection {
   /// Whether the server has left a request without an answer. libcups does not report that of every call.
   [[nodiscard]] bool isSilent() const noexcept { return *silent_; }
 
-  /// What the last call of libcups failed with: that the server stays silent, or libcups's own words.
+  /// Why the last call of libcups failed: the server stays silent, or in libcups's own words.
   [[nodiscard]] Failure lastFailure() const;
 
  private:

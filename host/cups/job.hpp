@@ -19,7 +19,7 @@ using Progress =
     std::function<void(const std::string& name, std::uint64_t sent, std::optional<std::uint64_t> size)>;
 
 /// Sends all documents as one job with these options and gives the job's number. Failure when the server
-/// refuses or falls silent; what it had of the job is cancelled.
+/// refuses or falls silent; the part of the job that it has is cancelled.
 int sendJob(const Connection& connection, const Printer& printer, const std::string& title,
             const Options& options, std::vector<Document>& documents, const Progress& progress);
 

@@ -10,7 +10,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// What libcups made of the file, if anything.
+// The file as libcups reads it, or null.
 PpdHandle wellFormed(ppd_file_t* opened, const std::string& name) {
   PpdHandle ppd(opened);
   if (ppd) return ppd;

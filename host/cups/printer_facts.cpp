@@ -25,7 +25,7 @@ MessageHandle askAttributes(const Connection& connection, const std::string& pri
   return answer;
 }
 
-// What is asked of a printer in one go: its state, and by libcups's own names what libcups makes options of.
+// The attributes that one request asks for: the printer's state, and those that libcups turns into options.
 std::vector<std::string> factsToAsk() {
   return {"printer-is-accepting-jobs",
           "printer-state",
@@ -105,7 +105,7 @@ Options savedOptions(const Connection& connection, const cups_dest_t& destinatio
     for (const char* ending : {"", "-default", "-supported"}) names.push_back(option.keyword + ending);
   }
   if (saved.empty()) return saved;
-  // What somebody saved, or what a newer libcups makes options of.
+  // Saved by a user, or turned into an option by a newer libcups.
   const auto answer = askAttributes(connection, destination.name, names);
   std::erase_if(saved, [&](const Option& option) { return comesFromServer(answer, option); });
   return saved;

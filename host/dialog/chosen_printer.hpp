@@ -2,9 +2,7 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "host/dialog/dialog_window.hpp"
 #include "host/dialog/gtk/own_tabs.hpp"
@@ -35,7 +33,7 @@ class ChosenPrinter : public sigc::trackable {
 
   /// Starts with the printer that the command line names, or with the user's default one.
   void start();
-  /// Goes on to the printer that is selected now.
+  /// Changes over to the printer that is selected now.
   void follow();
   /// Whether a printer is selected, not a file to print to.
   [[nodiscard]] bool isPrinter() const { return selection_.isPrinter(); }

@@ -20,7 +20,7 @@ Dialog::Dialog(const CommandLine& line, const Report& report)
   window_.dialog().signal_response().connect(sigc::mem_fun(*this, &Dialog::onResponse));
 }
 
-// GTK's notebook would pass the focus on to a page of a window that is gone.
+// Else GTK's notebook passes the focus to a page of a destroyed window.
 Dialog::~Dialog() { window_.dialog().unset_focus(); }
 
 std::optional<SentJob> Dialog::run() {

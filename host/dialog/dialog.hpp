@@ -13,8 +13,8 @@
 
 namespace tandemtrim::host {
 
-/// GTK's print dialog with the panel of the chosen printer in tabs of its own. It works on settings of its
-/// own, which are gone when the dialog is cancelled.
+/// GTK's print dialog with two more tabs for the chosen printer's panel. It changes its own copy of the
+/// settings, so that Cancel changes nothing.
 class Dialog : public sigc::trackable {
  public:
   /// Opens the documents; Failure when one of them cannot be read.

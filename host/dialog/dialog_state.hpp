@@ -5,13 +5,13 @@ namespace tandemtrim::host {
 /// What the dialog is doing. In the states that end in "ToPrint" Print has been pressed, and the job is sent
 /// as soon as the dialog is ready.
 enum class DialogState {
-  /// The details of the first printer are read, which the command line names or which is the default.
+  /// The details of the first printer are being read: the one that the command line names, or the default.
   starting,
   startingToPrint,
-  /// GTK is made to select the first printer in its list.
+  /// The dialog selects the first printer in GTK's list.
   selecting,
   selectingToPrint,
-  /// The details of the printer that the user chose are read.
+  /// The details of the printer that the user chose are being read.
   reading,
   readingToPrint,
   ready,

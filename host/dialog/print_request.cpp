@@ -13,7 +13,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// What a queue does with a job that asks for nothing else.
+// The values that a queue uses unless the job or its administrator says otherwise.
 constexpr std::array<std::pair<const char*, const char*>, 6> kQueueDefaults{{{"copies", "1"},
                                                                              {"number-up", "1"},
                                                                              {"number-up-layout", "lrtb"},

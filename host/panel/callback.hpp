@@ -4,7 +4,7 @@
 
 namespace tandemtrim::host {
 
-/// Answers a plug-in's questions about one job. What it refers to outlives the panels.
+/// Answers a plug-in's questions about one job. Settings and PPD outlive the panels.
 class Callback : public platform::HostCallback {
  public:
   /// `ppd` is null for a printer without one.

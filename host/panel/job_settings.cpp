@@ -1,7 +1,6 @@
 #include "host/panel/job_settings.hpp"
 
 #include "adapters/linux/print_settings.hpp"
-#include "host/cups/ppd.hpp"
 #include "host/panel/bundle_search.hpp"
 #include "host/panel/panel_options.hpp"
 #include "host/panel/plugin_loader.hpp"

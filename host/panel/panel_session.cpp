@@ -1,7 +1,5 @@
 #include "host/panel/panel_session.hpp"
 
-#include <utility>
-
 #include "adapters/memory/panel_view.hpp"
 #include "host/changed_entries.hpp"
 #include "host/job/legality.hpp"

@@ -83,7 +83,7 @@ class PanelSession {
   StoredValues unedited_;
 };
 
-/// What a panel left behind when it was closed.
+/// The outcome of a panel that has been closed.
 struct PanelResult {
   /// In display order.
   std::vector<SummaryRow> summary;

@@ -29,7 +29,7 @@ auto callPlugin(const std::string& bundle, const std::string& operation, Call&& 
   }
 }
 
-/// What to raise for a plug-in that does not do its part.
+/// The failure of a plug-in that does not do its part.
 PluginFailure unusable(const std::string& bundle, const std::string& reason);
 
 /// The bundle of a plug-in: its resources, and by its Info.plist its modules.

@@ -21,7 +21,7 @@ class FoundationObject : public Object {
 constexpr bool isHigh(unichar unit) { return unit >= 0xD800 && unit < 0xDC00; }
 constexpr bool isLow(unichar unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
-// A boolean is one of two objects, of which there are no others; its type code depends on the toolkit.
+// Booleans are two singletons, so their addresses are compared; their type code depends on the toolkit.
 Object::Value valueOf(NSNumber* number) {
   for (const bool flag : {true, false}) {
     if (number == [NSNumber numberWithBool:flag]) return flag;

@@ -13,7 +13,7 @@ namespace tandemtrim::platform::appkit {
 /// NSMallocException, NSGenericException; nothing for nothing.
 void raise(const Outcome& outcome);
 
-/// Does the work and gives its result. What the core raises leaves as an exception of the toolkit; no C++
+/// Does the work and gives its result. An exception of the core leaves as one of the toolkit; no C++
 /// exception leaves.
 template <class Work>
 auto guarded(Work work) {

@@ -10,7 +10,7 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// What every control here is: one of the nib's classes around a widget, which the nib keeps alive. The
+/// The base of every control: one of the nib's classes around a widget, which the nib keeps alive. The
 /// widget's signals end with the control, so that a widget which its host keeps longer runs nothing.
 template <class Class, class Widget>
 class ControlOf : public Class, public sigc::trackable {

@@ -9,7 +9,7 @@
 namespace tandemtrim::platform::gtk {
 
 /// Tells what a user does to an entry's text from what the program does, and reports each edit of the
-/// user once, when its final text stands. The entry itself announces intermediate texts too: a digit typed
+/// user once, with its final text. The entry itself announces intermediate texts too: a digit typed
 /// over a selection comes as a deletion and an insertion. The report therefore waits until the entry is done,
 /// before the next event, and while an input method composes a text.
 class UserEdits : public sigc::trackable {

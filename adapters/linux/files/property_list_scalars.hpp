@@ -10,7 +10,7 @@ constexpr bool isBlank(char character) {
   return character == ' ' || character == '\t' || character == '\r' || character == '\n';
 }
 
-/// Reads the value that a text stands for, whatever the locale; null when it stands for none.
+/// Reads the value of a text, in the same way in every locale; null when the text has none.
 using ScalarReader = ObjectRef (*)(std::string_view text);
 
 /// The reader for the elements of this name ("key", "string", "integer", "real", "true", "false", "date",

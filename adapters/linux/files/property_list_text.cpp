@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -21,7 +20,7 @@ constexpr std::string_view kDictionary = "dict";
 constexpr std::string_view kArray = "array";
 constexpr std::string_view kKey = "key";
 
-// What an element holds: an object, or none for one that cannot be read.
+// The value of an element, or null when it cannot be read.
 struct Child {
   bool isKey;
   ObjectRef object;

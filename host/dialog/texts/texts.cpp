@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <utility>
 
 #include <dlfcn.h>
@@ -23,7 +22,7 @@ std::string bundlePath() {
   return std::filesystem::absolute(module.dli_fname).parent_path() / "Dialog.bundle";
 }
 
-// What `text` gives for each of the parts, with the separator between them.
+// The texts that `text` makes of the parts, with the separator between them.
 template <class Parts, class Text>
 std::string joined(const Parts& parts, std::string_view separator, Text text) {
   std::string whole;

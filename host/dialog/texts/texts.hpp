@@ -90,7 +90,7 @@ std::string localized(std::string_view text);
 /// A line for each value: what it is, what the printer allows, as the panel names both.
 std::string illegalValuesText(const std::vector<IllegalValue>& values);
 
-/// What is the matter and what to do about it, and on a line of its own the fact itself, which is English.
+/// What is wrong and what to do about it, and on a line of its own the fact itself, which is English.
 std::string failureText(const Failure& failure);
 
 /// The same for several, one below the other.
