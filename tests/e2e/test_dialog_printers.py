@@ -62,6 +62,13 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Send As It Is")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "18")
 
+    def test_enter_at_the_question_corrects_the_value(self):
+        dialog = self.panel("-o", f"{MARGINS['Left']}=18")
+        dialog.press("Print")
+        until(lambda: len(dialog.program.windows()) == 2, "the question")
+        dialog.keys("Return")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "15")
+
     def test_choices_that_the_printer_does_not_have_are_kept_until_they_are_corrected(self):
         wrong = {VALID: "Maybe", POSITION: "Diagonal"}
         for answer, expected in (("Send As It Is", wrong), ("Correct", {VALID: "Off", POSITION: "Left"})):

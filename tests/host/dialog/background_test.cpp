@@ -33,6 +33,11 @@ class StackSize {
 
 class WorkInTheBackground : public testing::Test {
  protected:
+  // A thread that has delivered its outcome is still ending.
+  void SetUp() override {
+    while (underWay > 0) std::this_thread::yield();
+  }
+
   // Starts the work and runs the main loop until its outcome is there.
   Outcome<int> outcomeOfWork(std::function<int()> work) {
     std::optional<Outcome<int>> outcome;
