@@ -11,7 +11,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr unsigned kSelectAgain = 50;  // milliseconds
-constexpr int kSelections = 100;
+constexpr int kSelections = 400;
 
 // Settings that the user can change while no printer is selected.
 constexpr std::array<const char*, 2> kOfAnyPrinter{GTK_PRINT_SETTINGS_PRINT_PAGES,
