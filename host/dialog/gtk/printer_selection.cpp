@@ -63,7 +63,8 @@ bool PrinterSelection::isPrinter() const {
 void PrinterSelection::show(const Glib::RefPtr<Gtk::PrintSettings>& settings) {
   const auto now = dialog_.get_settings();
   for (const char* key : kOfAnyPrinter) {
-    if (now->get(key) != shown_->get(key)) settings->set(key, now->get(key));
+    const auto value = now->get(key);
+    if (value.raw() != shown_->get(key).raw()) settings->set(key, value);
   }
   dialog_.set_settings(settings);
   shown_ = dialog_.get_settings();
