@@ -15,6 +15,8 @@ enum class Trouble {
   other,
   /// The message is complete, and in the language of the user.
   userMessage,
+  /// The user called the job back.
+  cancelled,
   plugin,
   noServer,
   noPrinter,
@@ -33,15 +35,18 @@ enum class Trouble {
   notRemembered
 };
 
-/// Stops the program before anything is sent; the message says what failed and what to do about it.
+/// What makes the program fail: the message names the thing and what to do about it.
 class Failure : public std::runtime_error {
  public:
   explicit Failure(const std::string& message, int exitStatus = kFailed)
       : std::runtime_error(message), exitStatus_(exitStatus), factLength_(message.size()) {}
 
   /// The message is the fact with the remedy behind it, which is for a user at a terminal.
-  Failure(Trouble trouble, const std::string& fact, const std::string& remedy = "")
-      : std::runtime_error(fact + remedy), trouble_(trouble), factLength_(fact.size()) {}
+  Failure(Trouble trouble, const std::string& fact, const std::string& remedy = "", int exitStatus = kFailed)
+      : std::runtime_error(fact + remedy),
+        exitStatus_(exitStatus),
+        trouble_(trouble),
+        factLength_(fact.size()) {}
 
   [[nodiscard]] int exitStatus() const noexcept { return exitStatus_; }
   [[nodiscard]] Trouble trouble() const noexcept { return trouble_; }

@@ -33,8 +33,8 @@ Json summaryJson(const PanelResult& panel) {
 
 Json jobJson(const SentJob& job) {
   Json json{{"id", job.number}, {"options", job.options}};
-  json["confirmed"] = job.lost ? Json(job.options - job.lost->size()) : Json(nullptr);
-  json["lost"] = job.lost ? Json(*job.lost) : Json(nullptr);
+  json["confirmed"] = job.held ? Json(job.options - job.held->lost.size()) : Json(nullptr);
+  json["lost"] = job.held ? Json(job.held->lost) : Json(nullptr);
   return json;
 }
 

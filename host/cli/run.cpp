@@ -58,7 +58,7 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
     showJson(out, printer, settings, job);
     return;
   }
-  if (job && job->lost && job->lost->empty()) out << jobText(*job) << '\n';
+  if (job && job->held && !job->failure) out << jobText(*job) << '\n';
   const bool onlyLooking = !job && !line.saveAsDefault;
   if (line.summary || onlyLooking) showSummary(out, settings);
   if (!line.summary && onlyLooking) showOptions(out, settings.options);
@@ -67,9 +67,8 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
 void runDialog(const CommandLine& line, std::ostream& out, const Report& report) {
   const auto job = showDialog(line, report);
   if (!job) return report("cancelled");
-  if (job->unconfirmed) throw Failure(jobText(*job));
-  if (!job->lost) return report(jobText(*job));
-  if (!job->lost->empty()) throw Failure(jobText(*job));
+  if (job->failure) throw *job->failure;
+  if (!job->held) return report(jobText(*job));
   out << jobText(*job) << '\n';
 }
 
@@ -99,10 +98,9 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
 
   std::optional<SentJob> job;
   if (!documents.empty()) job = print(line, *target, documents, settings.options);
-  if (job && job->unconfirmed) throw Failure(jobText(*job));
   show(line, out, printer, settings, job);
-  if (job && !job->lost) report(jobText(*job));
-  if (job && job->lost && !job->lost->empty()) throw Failure(jobText(*job));
+  if (job && job->failure) throw *job->failure;
+  if (job && !job->held) report(jobText(*job));
 }
 
 }  // namespace tandemtrim::host

@@ -34,11 +34,34 @@ bool holds(const MessageHandle& job, const Option& option) {
   const auto name = attributeOf(option.keyword);
   auto* const held = findAttribute(job, name);
   if (held == nullptr) return false;
-  if (name != option.keyword) return ippGetString(held, 0, nullptr) == documentFormat({option});
+  if (name != option.keyword) return attributeText(held) == documentFormat({option});
   if (isText(held)) return ippGetString(held, 0, nullptr) == option.value;
   const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
   auto* const asked = encode(request, option);
   return asked != nullptr && attributeText(asked) == attributeText(held);
+}
+
+std::optional<std::uint64_t> numberIn(const MessageHandle& job, const char* name) {
+  auto* const number = ippFindAttribute(job.get(), name, IPP_TAG_INTEGER);
+  if (number == nullptr || ippGetInteger(number, 0) < 0) return std::nullopt;
+  return static_cast<std::uint64_t>(ippGetInteger(number, 0));
+}
+
+std::string outOf(std::uint64_t held, std::uint64_t sent, const std::string& unit) {
+  return std::to_string(held) + " of " + std::to_string(sent) + " " + unit;
+}
+
+// Servers add pages of their own to a job, so that they may hold more than was sent.
+std::string incompleteness(const MessageHandle& job, const HeldJob& held, const JobContent& sent) {
+  const auto documents = numberIn(job, "number-of-documents");
+  // Once they are printed a server may throw them away.
+  const bool isDone = held.state == IPP_JSTATE_COMPLETED && documents == 0U;
+  if (documents && *documents < sent.documents && !isDone)
+    return outOf(*documents, sent.documents, "documents");
+  const auto kilobytes = (sent.bytes + 1023) / 1024;
+  const auto size = numberIn(job, "job-k-octets");
+  if (size && *size < kilobytes) return outOf(*size, kilobytes, "KB");
+  return held.reasons.find("job-incoming") == std::string::npos ? "" : "not yet the last document";
 }
 
 }  // namespace
@@ -51,26 +74,34 @@ Options optionsOfTheJob(const Options& options) {
   return kept;
 }
 
-std::vector<std::string> lostOptions(const MessageHandle& jobAttributes, const Options& sent) {
-  std::vector<std::string> lost;
-  for (const auto& option : sent) {
-    if (!holds(jobAttributes, option)) lost.push_back(option.keyword);
+HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent) {
+  HeldJob held;
+  if (auto* const state = ippFindAttribute(jobAttributes.get(), "job-state", IPP_TAG_ENUM))
+    held.state = static_cast<ipp_jstate_t>(ippGetInteger(state, 0));
+  if (auto* const reasons = findAttribute(jobAttributes, "job-state-reasons")) {
+    held.reasons = attributeText(reasons);
+    if (held.reasons == "none") held.reasons.clear();
   }
-  return lost;
+  held.incomplete = incompleteness(jobAttributes, held, sent);
+  for (const auto& option : sent.options) {
+    if (!holds(jobAttributes, option)) held.lost.push_back(option.keyword);
+  }
+  return held;
 }
 
-std::optional<std::vector<std::string>> lostOptions(const Connection& connection, const Printer& printer,
-                                                    int job, const Options& sent) {
+std::optional<HeldJob> askForJob(const Connection& connection, const Printer& printer, int job,
+                                 const JobContent& sent) {
   auto request = printerRequest(IPP_OP_GET_JOB_ATTRIBUTES, printer.name);
   ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
-  std::vector<std::string> names{"job-id"};
-  for (const auto& option : sent) names.push_back(attributeOf(option.keyword));
+  std::vector<std::string> names{"job-id", "job-state", "job-state-reasons", "number-of-documents",
+                                 "job-k-octets"};
+  for (const auto& option : sent.options) names.push_back(attributeOf(option.keyword));
   requestAttributes(request, names);
   const auto answer = connection.ask(std::move(request), printerResource(printer.name));
   const auto status = ippGetStatusCode(answer.get());
   if (status == IPP_STATUS_ERROR_NOT_FOUND) return std::nullopt;
   if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
-  return lostOptions(answer, sent);
+  return heldJob(answer, sent);
 }
 
 }  // namespace tandemtrim::host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,16 +12,35 @@
 
 namespace tandemtrim::host {
 
+/// What a job was sent with.
+struct JobContent {
+  Options options;
+  std::size_t documents = 0;
+  /// Of all documents.
+  std::uint64_t bytes = 0;
+};
+
+/// What the server says of a job.
+struct HeldJob {
+  ipp_jstate_t state = IPP_JSTATE_PENDING;
+  /// Keywords of the protocol, as "job-canceled-by-user"; empty when there is nothing to say.
+  std::string reasons;
+  /// What of the documents it does not hold, as "0 of 1 documents"; empty when it has them all.
+  std::string incomplete;
+  /// The keywords of the options that it does not hold as they were sent.
+  std::vector<std::string> lost;
+};
+
 /// Those of the options that a server keeps as attributes of the job: not those of a subscription to its
 /// events, nor another name for its title.
 Options optionsOfTheJob(const Options& options);
 
-/// The options that the server does not hold for a job as they were sent, by keyword; none when the server no
-/// longer knows the job.
-std::optional<std::vector<std::string>> lostOptions(const Connection& connection, const Printer& printer,
-                                                    int job, const Options& sent);
+/// Asks the server what it holds of a job; none when it no longer knows the job. Failure when it does not
+/// say.
+std::optional<HeldJob> askForJob(const Connection& connection, const Printer& printer, int job,
+                                 const JobContent& sent);
 
 /// The same for the attributes of a job that the server has answered with.
-std::vector<std::string> lostOptions(const MessageHandle& jobAttributes, const Options& sent);
+HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent);
 
 }  // namespace tandemtrim::host

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <string_view>
+#include <thread>
 
 #include <sys/socket.h>
 
@@ -11,6 +12,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::chrono::seconds kTimeout{10};
+constexpr std::chrono::milliseconds kBetweenAttempts{100};
 constexpr const char* kNoServer = "/dev/null";
 
 std::chrono::seconds timeoutFromEnvironment() {
@@ -78,14 +80,37 @@ DestinationHandle Connection::destination(const char* printer, const char* insta
   return isSilent() ? nullptr : std::move(found);
 }
 
+void Connection::persist(const std::function<void()>& work) const {
+  const auto end = std::chrono::steady_clock::now() + timeout_;
+  // A connection in the middle of a document takes no other request.
+  for (bool isBroken = isSilent() || httpGetState(get()) != HTTP_STATE_WAITING;; isBroken = true) {
+    try {
+      if (isBroken) reconnect();
+      return work();
+    } catch (const Failure&) {
+      if (std::chrono::steady_clock::now() >= end) throw;
+    }
+    std::this_thread::sleep_for(kBetweenAttempts);
+  }
+}
+
+void Connection::reconnect() const {
+  *silent_ = false;
+  const auto milliseconds = static_cast<int>(std::chrono::milliseconds(timeout_).count());
+  if (httpReconnect2(get(), milliseconds, nullptr) == 0) return;
+  throw Failure(Trouble::noServer, server() + " broke the connection and takes no new one",
+                "; see whether it is still running");
+}
+
+std::string Connection::server() const { return "the print server at " + serverName(); }
+
 Failure Connection::lastFailure() const {
-  const auto server = "the print server at " + serverName();
   if (isSilent()) {
     return Failure(Trouble::noServer,
-                   server + " did not answer within " + std::to_string(timeout_.count()) + " s",
+                   server() + " did not answer within " + std::to_string(timeout_.count()) + " s",
                    "; see whether it is still running, or name another server by -h");
   }
-  return Failure(troubleOf(cupsLastError()), server + " failed: " + cupsLastErrorString());
+  return Failure(troubleOf(cupsLastError()), server() + " failed: " + cupsLastErrorString());
 }
 
 MessageHandle printerRequest(ipp_op_t operation, const std::string& printer) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -31,10 +32,19 @@ class Connection {
   /// Whether the server has left a request without an answer. libcups does not report that of every call.
   [[nodiscard]] bool isSilent() const noexcept { return *silent_; }
 
+  /// Does the work, which asks the server; where that raises a Failure, again over a new connection, for as
+  /// long as one answer may take. Then the last Failure is raised.
+  void persist(const std::function<void()>& work) const;
+
+  /// "the print server at localhost:631".
+  [[nodiscard]] std::string server() const;
+
   /// Why the last call of libcups failed: the server stays silent, or in libcups's own words.
   [[nodiscard]] Failure lastFailure() const;
 
  private:
+  void reconnect() const;
+
   HttpHandle http_;
   std::optional<std::string> server_;
   std::chrono::seconds timeout_;

@@ -1,15 +1,21 @@
 #include "host/cups/job.hpp"
 
+#include <utility>
+
 #include "host/cups/attributes.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-constexpr int kReconnect = 1000;  // milliseconds
+// What the server did not do with the document, in the words of its last answer.
+Failure refused(const Connection& connection, const std::string& what) {
+  const auto last = connection.lastFailure();
+  return Failure(last.trouble(), what + ": " + last.fact(), last.remedy());
+}
 
-// The number of a new job without a document, or 0 when the server refuses it. libcups's own function for
-// that has the server list all that the printer supports first, which takes longer than the job.
+// The number of a new job without a document. libcups's own function for that has the server list all that
+// the printer supports first, which takes longer than the job.
 int createJob(const Connection& connection, const Printer& printer, const std::string& title,
               const Options& options) {
   auto request = printerRequest(IPP_OP_CREATE_JOB, printer.name);
@@ -17,72 +23,15 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
   encodeOptions(request, options);
   const MessageHandle answer(
       cupsDoRequest(connection.get(), request.release(), printerResource(printer.name).c_str()));
-  auto* const number = findAttribute(answer, "job-id");
-  return number == nullptr ? 0 : ippGetInteger(number, 0);
+  if (!answer) {
+    throw refused(connection, printer.name +
+                                  " did not answer the request for a job; nothing was printed, but an empty "
+                                  "job may wait there");
+  }
+  auto* const number = ippFindAttribute(answer.get(), "job-id", IPP_TAG_INTEGER);
+  if (number == nullptr) throw refused(connection, printer.name + " refuses the job; nothing was printed");
+  return ippGetInteger(number, 0);
 }
-
-// A job that is cancelled unless it is sent completely.
-class UnfinishedJob {
- public:
-  UnfinishedJob(const Connection& connection, const Printer& printer, const std::string& title,
-                const Options& options)
-      : connection_(connection), printer_(printer), number_(createJob(connection, printer, title, options)) {
-    if (number_ == 0) throw refused("refuses the job");
-  }
-  UnfinishedJob(const UnfinishedJob&) = delete;
-  UnfinishedJob& operator=(const UnfinishedJob&) = delete;
-  ~UnfinishedJob() {
-    if (number_ == 0) return;
-    // A connection in the middle of a document takes no other request.
-    if (httpGetState(connection_.get()) != HTTP_STATE_WAITING)
-      httpReconnect2(connection_.get(), kReconnect, nullptr);
-    cupsCancelJob2(connection_.get(), printer_.name.c_str(), number_, 0);
-  }
-
-  void send(Document& document, const std::string& format, bool last, const Progress& progress) const {
-    auto* const http = connection_.get();
-    const char* const printer = printer_.name.c_str();
-    auto status =
-        cupsStartDocument(http, printer, number_, document.name().c_str(), format.c_str(), last ? 1 : 0);
-    std::uint64_t sent = 0;
-    if (status == HTTP_STATUS_CONTINUE) {
-      document.read([&](std::span<const char> piece) {
-        status = cupsWriteRequestData(http, piece.data(), piece.size());
-        sent += piece.size();
-        progress(document.name(), sent, document.size());
-        return status == HTTP_STATUS_CONTINUE;
-      });
-    }
-    if (status != HTTP_STATUS_CONTINUE || cupsFinishDocument(http, printer) >= IPP_STATUS_ERROR_BAD_REQUEST) {
-      throw refused("did not take " + document.name());
-    }
-    // A silent server may hold the whole document and print it when it goes on.
-    if (connection_.isSilent()) {
-      throw Failure(Trouble::unconfirmedJob,
-                    printer_.name + " did not confirm " + document.name() + "; job " +
-                        std::to_string(number_) + " may still be printed",
-                    " (see lpstat -o " + printer_.name + "): " + connection_.lastFailure().what());
-    }
-  }
-
-  // Gives the job's number and leaves the job to the server.
-  int finish() {
-    const int number = number_;
-    number_ = 0;
-    return number;
-  }
-
- private:
-  [[nodiscard]] Failure refused(const std::string& what) const {
-    const auto last = connection_.lastFailure();
-    return Failure(last.trouble(), printer_.name + " " + what + "; nothing was printed: " + last.fact(),
-                   last.remedy());
-  }
-
-  const Connection& connection_;
-  const Printer& printer_;
-  int number_;
-};
 
 std::optional<std::string> valueOf(const Options& options, const std::string& keyword) {
   for (const auto& option : options) {
@@ -98,12 +47,48 @@ std::string documentFormat(const Options& options) {
   return valueOf(options, "raw") ? CUPS_FORMAT_RAW : CUPS_FORMAT_AUTO;
 }
 
-int sendJob(const Connection& connection, const Printer& printer, const std::string& title,
-            const Options& options, std::vector<Document>& documents, const Progress& progress) {
-  UnfinishedJob job(connection, printer, title, options);
-  const auto format = documentFormat(options);
-  for (auto& document : documents) job.send(document, format, &document == &documents.back(), progress);
-  return job.finish();
+UnfinishedJob::UnfinishedJob(const Connection& connection, const Printer& printer, const std::string& title,
+                             const Options& options)
+    : connection_(connection), printer_(printer), number_(createJob(connection, printer, title, options)) {}
+
+SentDocument UnfinishedJob::send(Document& document, const std::string& format, bool last,
+                                 const Progress& progress) const {
+  auto* const http = connection_.get();
+  const auto& name = document.name();
+  auto status = cupsStartDocument(http, printer_.name.c_str(), number_, name.c_str(), format.c_str(), last);
+  std::uint64_t sent = 0;
+  if (status == HTTP_STATUS_CONTINUE) {
+    document.read([&](std::span<const char> piece) {
+      status = cupsWriteRequestData(http, piece.data(), piece.size());
+      sent += piece.size();
+      progress(name, sent, document.size());
+      return status == HTTP_STATUS_CONTINUE;
+    });
+  }
+  if (status != HTTP_STATUS_CONTINUE) throw refused(connection_, printer_.name + " did not take " + name);
+  if (document.size() > sent) {
+    throw Failure(Trouble::document, name + " shrank while it was sent: " + std::to_string(sent) + " of " +
+                                         std::to_string(*document.size()) + " bytes were left");
+  }
+  // Not cupsFinishDocument(): where the connection breaks it gives the status of an earlier answer.
+  const MessageHandle answer(cupsGetResponse(http, printerResource(printer_.name).c_str()));
+  if (!answer) return {sent, refused(connection_, printer_.name + " did not confirm " + name)};
+  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
+    throw refused(connection_, printer_.name + " did not take " + name);
+  return {sent, std::nullopt};
+}
+
+bool UnfinishedJob::cancel() {
+  if (std::exchange(isKept_, true)) return false;
+  try {
+    connection_.persist([&] {
+      const auto status = cupsCancelJob2(connection_.get(), printer_.name.c_str(), number_, 0);
+      if (status >= IPP_STATUS_ERROR_BAD_REQUEST || connection_.isSilent()) throw connection_.lastFailure();
+    });
+    return true;
+  } catch (const Failure&) {
+    return false;
+  }
 }
 
 }  // namespace tandemtrim::host

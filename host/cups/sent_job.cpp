@@ -1,32 +1,120 @@
 #include "host/cups/sent_job.hpp"
 
-#include "host/cups/confirmation.hpp"
-
 namespace tandemtrim::host {
+namespace {
+
+std::string nameOf(const SentJob& job) { return "job " + std::to_string(job.number) + " on " + job.printer; }
+
+std::string withReasons(const std::string& fact, const HeldJob& held) {
+  return fact + (held.reasons.empty() ? "" : " (" + held.reasons + ")");
+}
+
+std::string optionsText(const SentJob& job) {
+  const auto& held = *job.held;
+  std::string text = nameOf(job) + ": " + std::to_string(job.options - held.lost.size()) + " of " +
+                     std::to_string(job.options) + " options confirmed";
+  for (const auto& keyword : held.lost)
+    text += (&keyword == &held.lost.front() ? "; lost: " : ", ") + keyword;
+  return text;
+}
+
+bool hasEnded(const HeldJob& held) {
+  return held.state == IPP_JSTATE_CANCELED || held.state == IPP_JSTATE_ABORTED;
+}
+
+// Whether nothing is left to cancel of the job, or nothing is missing.
+bool isToStay(const HeldJob& held) { return hasEnded(held) || held.incomplete.empty(); }
+
+// Sends the documents up to one that the server leaves without an answer; why, or none.
+std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& documents,
+                               const Progress& progress, JobContent& sent) {
+  const auto format = documentFormat(sent.options);
+  for (auto& document : documents) {
+    const auto [bytes, unanswered] = job.send(document, format, &document == &documents.back(), progress);
+    sent.bytes += bytes;
+    if (unanswered) return unanswered;
+  }
+  return std::nullopt;
+}
+
+// What the server holds of the job. While it may still be at a document, it is asked again.
+std::optional<HeldJob> askForHeld(const Connection& connection, const Printer& printer, int number,
+                                  const JobContent& sent, bool isUncertain) {
+  std::optional<HeldJob> held;
+  try {
+    connection.persist([&] {
+      held = askForJob(connection, printer, number, sent);
+      if (isUncertain && held && !held->incomplete.empty()) throw Failure(held->incomplete);
+    });
+  } catch (const Failure&) {
+    if (!held) throw;
+  }
+  return held;
+}
+
+// The failure of a job that nobody is to wait for: cancels it and says whether that is done.
+Failure calledBack(const Failure& failure, UnfinishedJob& unfinished, const SentJob& job) {
+  if (unfinished.cancel()) {
+    return Failure(failure.trouble(), failure.fact() + "; " + nameOf(job) + " was cancelled",
+                   failure.remedy(), failure.exitStatus());
+  }
+  return Failure(Trouble::unconfirmedJob,
+                 failure.fact() + "; " + nameOf(job) + " could not be cancelled and may still be printed",
+                 " (see lpstat -o " + job.printer + ")", failure.exitStatus());
+}
+
+}  // namespace
+
+std::optional<Failure> objection(const SentJob& job, const std::string& server) {
+  const auto& held = *job.held;
+  if (hasEnded(held)) {
+    const std::string end = held.state == IPP_JSTATE_CANCELED ? "cancelled" : "aborted";
+    return Failure(Trouble::other, withReasons(nameOf(job) + " was " + end + " at " + server, held));
+  }
+  if (!held.incomplete.empty()) {
+    return Failure(Trouble::other,
+                   nameOf(job) + " is incomplete: " + server + " holds " + held.incomplete + " of it",
+                   "; print it again");
+  }
+  if (!held.lost.empty()) return Failure(Trouble::lostSettings, optionsText(job));
+  return std::nullopt;
+}
 
 std::string jobText(const SentJob& job) {
-  const std::string name = "job " + std::to_string(job.number) + " on " + job.printer;
-  if (job.unconfirmed)
-    return name + " was sent, but its options could not be confirmed: " + job.unconfirmed->what();
-  const std::string start = name + ": ";
-  if (!job.lost)
-    return start + "sent; the server no longer knows the job, so its options could not be confirmed";
-  std::string text = start + std::to_string(job.options - job.lost->size()) + " of " +
-                     std::to_string(job.options) + " options confirmed";
-  for (const auto& keyword : *job.lost)
-    text += (&keyword == &job.lost->front() ? "; lost: " : ", ") + keyword;
-  return text;
+  if (job.failure) return job.failure->what();
+  if (!job.held)
+    return nameOf(job) + ": sent; the server no longer knows the job, so its options could not be confirmed";
+  const bool waits = job.held->state == IPP_JSTATE_HELD || job.held->state == IPP_JSTATE_STOPPED;
+  return optionsText(job) + (waits ? withReasons("; it is held", *job.held) : "");
 }
 
 SentJob sendAndConfirm(const Connection& connection, const Printer& printer, const std::string& title,
                        const Options& options, std::vector<Document>& documents, const Progress& progress) {
-  const auto confirmable = optionsOfTheJob(options);
-  SentJob job{0, printer.name, confirmable.size(), std::nullopt};
-  job.number = sendJob(connection, printer, title, options, documents, progress);
+  JobContent sent{optionsOfTheJob(options), documents.size(), 0};
+  UnfinishedJob unfinished(connection, printer, title, options);
+  SentJob job{unfinished.number(), printer.name, sent.options.size()};
+  std::optional<Failure> unanswered;
   try {
-    job.lost = lostOptions(connection, printer, job.number, confirmable);
+    unanswered = sendAll(unfinished, documents, progress, sent);
   } catch (const Failure& failure) {
-    job.unconfirmed = failure;
+    job.failure = calledBack(failure, unfinished, job);
+    return job;
+  }
+  try {
+    job.held = askForHeld(connection, printer, job.number, sent, unanswered.has_value());
+    job.failure = job.held ? objection(job, connection.server()) : unanswered;
+  } catch (const Failure& silence) {
+    job.failure =
+        unanswered
+            ? *unanswered
+            : Failure(Trouble::unconfirmedSettings,
+                      nameOf(job) + " was sent, but its options could not be confirmed: " + silence.fact(),
+                      silence.remedy());
+  }
+  if (job.held ? isToStay(*job.held) : !unanswered) {
+    unfinished.keep();
+  } else {
+    job.failure = calledBack(*job.failure, unfinished, job);
   }
   return job;
 }

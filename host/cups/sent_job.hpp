@@ -4,27 +4,32 @@
 #include <string>
 #include <vector>
 
+#include "host/cups/confirmation.hpp"
 #include "host/cups/job.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {
 
-/// A job that the server has.
+/// A job that the server has made.
 struct SentJob {
   int number = 0;
   std::string printer;
   std::size_t options = 0;
-  /// The keywords that the server does not hold as they were sent; none when it could not tell.
-  std::optional<std::vector<std::string>> lost;
-  /// Why the server could not be asked; none when it was.
-  std::optional<Failure> unconfirmed = {};
+  /// What the server says of it; none when it could not be asked or no longer knew the job.
+  std::optional<HeldJob> held = {};
+  /// Why the job is not confirmed; none when it is. Trouble::lostSettings and Trouble::unconfirmedSettings
+  /// are of a job that the server has whole.
+  std::optional<Failure> failure = {};
 };
 
-/// "job 17 on Morva: 7 of 7 options confirmed", with the lost ones named behind it.
+/// "job 17 on Morva: 7 of 7 options confirmed", or why they are not.
 std::string jobText(const SentJob& job);
 
-/// Sends the documents as sendJob() does, then asks the server which of the options it holds. Failure when
-/// the server refuses the job; a question about a job that was sent is `unconfirmed` where it fails.
+/// Why a job is not confirmed that this server holds so; none when it is confirmed.
+std::optional<Failure> objection(const SentJob& job, const std::string& server);
+
+/// Sends the documents as one job with these options, then asks the server what it holds of it, and cancels
+/// what is incomplete. Failure when the server makes no job; what fails later is the job's failure.
 SentJob sendAndConfirm(const Connection& connection, const Printer& printer, const std::string& title,
                        const Options& options, std::vector<Document>& documents, const Progress& progress);
 

@@ -51,6 +51,11 @@ std::optional<Failure> useForAllJobs(Options options, const Connection& connecti
   }
 }
 
+// Whether the failure is that of a job which the server has whole.
+bool isSent(const Failure& failure) {
+  return failure.trouble() == Trouble::unconfirmedSettings || failure.trouble() == Trouble::lostSettings;
+}
+
 }  // namespace
 
 SendResult sendRequest(const PrintRequest& request, std::vector<Document>& documents,
@@ -65,12 +70,12 @@ SendResult sendRequest(const PrintRequest& request, std::vector<Document>& docum
   const auto title = request.title.value_or(documents.front().name());
   SendResult result{sendAndConfirm(connection, printer, title, options, documents, progress), {}};
   auto& [job, problems] = result;
+  if (job.failure && !isSent(*job.failure)) throw *job.failure;
   if (request.useForAllJobs) {
     if (const auto notKept = useForAllJobs(options, connection, printer, report))
       problems.push_back(*notKept);
   }
-  if (job.unconfirmed) problems.emplace_back(Trouble::unconfirmedSettings, job.unconfirmed->fact());
-  if (job.lost && !job.lost->empty()) problems.emplace_back(Trouble::lostSettings, jobText(job));
+  if (job.failure) problems.push_back(*job.failure);
   return result;
 }
 

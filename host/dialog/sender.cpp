@@ -1,6 +1,5 @@
 #include "host/dialog/sender.hpp"
 
-#include <string_view>
 #include <utility>
 
 #include <glibmm/main.h>
@@ -9,12 +8,6 @@
 #include "host/progress_text.hpp"
 
 namespace tandemtrim::host {
-namespace {
-
-constexpr const char* kCancelled = "cancelled";
-
-}  // namespace
-
 Sender::Sender(std::vector<Document> documents, Report report,
                std::function<void(const std::string&)> showProgress)
     : documents_(std::make_shared<std::vector<Document>>(std::move(documents))),
@@ -26,7 +19,7 @@ Sender::Sender(std::vector<Document> documents, Report report,
 Progress Sender::makeProgress() const {
   return [show = showProgress_, cancelled = cancelled_, underWay = std::make_shared<std::atomic<bool>>(false),
           alive = std::weak_ptr<void>(alive_)](const std::string& name, auto sent, auto size) {
-    if (*cancelled) throw Failure(kCancelled);
+    if (*cancelled) throw Failure(Trouble::cancelled, "cancelled");
     // A document goes faster than the dialog can show of it.
     if (underWay->exchange(true)) return;
     Glib::signal_idle().connect_once(
@@ -51,8 +44,7 @@ void Sender::send(const PrintRequest& request, Done done) {
 }
 
 void Sender::finish(const PrintRequest& request, Outcome<SendResult>& outcome) const {
-  if (outcome.failure && outcome.failure->what() != std::string_view(kCancelled))
-    report_(outcome.failure->what());
+  if (outcome.failure && outcome.failure->trouble() != Trouble::cancelled) report_(outcome.failure->what());
   if (!outcome.result) return;
   auto& [job, problems] = *outcome.result;
   if (const auto forgotten = remember({request.server, job.printer}, request.remembered, report_))

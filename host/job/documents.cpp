@@ -1,5 +1,6 @@
 #include "host/job/documents.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -25,10 +26,10 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
     if (!opened_) throw unreadable();
     file_ = opened_.get();
   }
+  start_ = ftello(file_);
   struct stat status {};
   if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
-    size_ = static_cast<std::uint64_t>(status.st_size);
-  start_ = ftello(file_);
+    size_ = static_cast<std::uint64_t>(std::max<off_t>(status.st_size - start_, 0));
   filled_ = fill();
   if (filled_ == 0)
     throw Failure(Trouble::document, place_ + " is empty",
@@ -37,7 +38,7 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
 
 Failure Document::unreadable() const {
   return Failure(Trouble::document, place_ + " cannot be read: " + std::strerror(errno),
-                 "; nothing was sent. Name a file that exists and that you may read");
+                 begun_ ? "" : "; nothing was sent. Name a file that exists and that you may read");
 }
 
 std::size_t Document::fill() {

@@ -76,10 +76,10 @@ TEST(TheJson, OfAPrinterWithoutThePanelHasNoLimitsAndNoSummary) {
 }
 
 TEST(TheJson, TellsOfTheJob) {
-  const SentJob job{17, "Morva", 7, std::vector<std::string>{"note"}};
+  const SentJob job{17, "Morva", 7, HeldJob{IPP_JSTATE_PENDING, "", "", {"note"}}, {}};
   EXPECT_EQ(jsonOf(sample(), "Morva", job)["job"],
             nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":6,"lost":["note"]})"));
-  const SentJob unknown{17, "Morva", 7, std::nullopt};
+  const SentJob unknown{17, "Morva", 7, {}, {}};
   EXPECT_TRUE(jsonOf(sample(), "Morva", unknown)["job"]["confirmed"].is_null());
 }
 

@@ -1,5 +1,7 @@
 #include "host/cups/confirmation.hpp"
 
+#include <optional>
+
 #include <gmock/gmock.h>
 
 namespace tandemtrim::host {
@@ -16,6 +18,10 @@ MessageHandle jobWith(const Options& options) {
   return job;
 }
 
+std::vector<std::string> lostOf(const MessageHandle& job, const Options& sent) {
+  return heldJob(job, {sent, 0, 0}).lost;
+}
+
 TEST(OptionsThatAServerKeepsElsewhere, AreNotLookedForInTheJob) {
   const Options sent{{"notify-events", "job-completed"}, {"MVTopMargin", "5"}, {"job-name", "Report"}};
   EXPECT_EQ(optionsOfTheJob(sent), (Options{{"MVTopMargin", "5"}}));
@@ -25,7 +31,7 @@ class AnOptionThatArrived : public testing::TestWithParam<Option> {};
 
 TEST_P(AnOptionThatArrived, IsConfirmed) {
   const auto& option = GetParam();
-  EXPECT_THAT(lostOptions(jobWith({option, {"other", "x"}}), {option}), IsEmpty()) << option.keyword;
+  EXPECT_THAT(lostOf(jobWith({option, {"other", "x"}}), {option}), IsEmpty()) << option.keyword;
 }
 
 INSTANTIATE_TEST_SUITE_P(Options, AnOptionThatArrived,
@@ -47,7 +53,7 @@ class AnOptionThatChanged : public testing::TestWithParam<Change> {};
 
 TEST_P(AnOptionThatChanged, IsLost) {
   const auto& [asked, held] = GetParam();
-  EXPECT_THAT(lostOptions(jobWith({held}), {asked}), ElementsAre(asked.keyword));
+  EXPECT_THAT(lostOf(jobWith({held}), {asked}), ElementsAre(asked.keyword));
 }
 
 INSTANTIATE_TEST_SUITE_P(Options, AnOptionThatChanged,
@@ -60,16 +66,51 @@ INSTANTIATE_TEST_SUITE_P(Options, AnOptionThatChanged,
                                          Change{{"landscape", "true"}, {"landscape", "false"}}));
 
 TEST(LostOptions, AreNamedInTheirOrder) {
-  EXPECT_THAT(lostOptions(jobWith({{"b", "2"}}), {{"c", "3"}, {"b", "2"}, {"a", "1"}}),
-              ElementsAre("c", "a"));
+  EXPECT_THAT(lostOf(jobWith({{"b", "2"}}), {{"c", "3"}, {"b", "2"}, {"a", "1"}}), ElementsAre("c", "a"));
 }
 
 TEST(TheDocumentsFormat, IsConfirmedByWhatTheServerWasTold) {
   MessageHandle job(ippNewRequest(IPP_OP_CREATE_JOB));
   ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_MIMETYPE, "document-format-supplied", nullptr,
                "application/vnd.cups-raw");
-  EXPECT_THAT(lostOptions(job, {{"raw", "true"}, {"document-format", "application/pdf"}}),
+  EXPECT_THAT(lostOf(job, {{"raw", "true"}, {"document-format", "application/pdf"}}),
               ElementsAre("document-format"));
+}
+
+// A job as a server describes it; a number that is none is left out.
+struct Described {
+  ipp_jstate_t state;
+  const char* reasons;
+  std::optional<int> documents;
+  std::optional<int> kilobytes;
+};
+
+std::string incompletenessOf(const Described& described, const JobContent& sent) {
+  const MessageHandle job(ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES));
+  ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_ENUM, "job-state", described.state);
+  ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_KEYWORD, "job-state-reasons", nullptr, described.reasons);
+  if (described.documents)
+    ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "number-of-documents", *described.documents);
+  if (described.kilobytes)
+    ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-k-octets", *described.kilobytes);
+  return heldJob(job, sent).incomplete;
+}
+
+TEST(AJob, IsIncompleteWhereTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
+  const JobContent sent{{}, 2, 2049};
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 1, 3}, sent), "1 of 2 documents");
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_COMPLETED, "none", 1, 3}, sent), "1 of 2 documents");
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent), "2 of 3 KB");
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent), "2 of 3 KB");
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_HELD, "job-incoming", 2, 3}, sent), "not yet the last document");
+}
+
+TEST(AJob, IsCompleteWhereTheServerHasWhatWasSentOrMoreOrDoesNotCount) {
+  const JobContent sent{{}, 2, 2048};
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent), "");
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PROCESSING, "job-printing", 3, 9}, sent), "") << "with a banner";
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_COMPLETED, "none", 0, 2}, sent), "") << "thrown away once printed";
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", std::nullopt, std::nullopt}, sent), "");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@ import grp
 import os
 import pathlib
 import random
+import resource
 import shutil
 import signal
 import socket
@@ -141,7 +142,7 @@ class CupsDaemon:
             # The server ends with its starter, however that ends.
             with open(self.folder / "output", "ab") as output:
                 self._server = subprocess.Popen(
-                    ["setpriv", "--pdeathsig", "TERM", *command],
+                    ["env", "--ignore-signal=XFSZ", "setpriv", "--pdeathsig", "TERM", *command],
                     stdin=subprocess.DEVNULL,
                     stdout=output,
                     stderr=output,
@@ -176,6 +177,13 @@ class CupsDaemon:
     def thaw(self):
         self._server.send_signal(signal.SIGCONT)
         self._frozen = False
+
+    def fill_disk(self):
+        """From now on the server can write no file beyond a megabyte, as if its disk were full."""
+        resource.prlimit(self._server.pid, resource.RLIMIT_FSIZE, (1 << 20, resource.RLIM_INFINITY))
+
+    def empty_disk(self):
+        resource.prlimit(self._server.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
 
     def kill(self):
         """The server is gone at once, and so is its port."""

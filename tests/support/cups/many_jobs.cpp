@@ -8,8 +8,7 @@
 #include <random>
 #include <span>
 
-#include "host/cups/confirmation.hpp"
-#include "host/cups/job.hpp"
+#include "host/cups/sent_job.hpp"
 #include "host/failure.hpp"
 #include "host/panel/job_settings.hpp"
 
@@ -66,12 +65,10 @@ struct Queue {
 int sendOne(const Connection& connection, const Queue& queue, const Options& options,
             const std::string& file) {
   auto documents = openDocuments({file});
-  const auto number = sendJob(connection, queue.printer, documents.front().name(), options, documents,
-                              [](const auto&, auto, auto) {});
-  const auto lost = lostOptions(connection, queue.printer, number, options);
-  if (!lost) throw Failure("the server no longer knows job " + std::to_string(number));
-  for (const auto& keyword : *lost) throw Failure("job " + std::to_string(number) + " is without " + keyword);
-  return number;
+  const auto job = sendAndConfirm(connection, queue.printer, documents.front().name(), options, documents,
+                                  [](const auto&, auto, auto) {});
+  if (job.failure || !job.held) throw Failure(jobText(job));
+  return job.number;
 }
 
 void sendAll(std::uint64_t count, std::uint64_t seed, const std::string& file,

@@ -9,6 +9,7 @@ from cups_daemon import HOST
 SILENT, GONE, BUSY = "silent", "gone", "busy"
 REFUSAL = b"HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\nConnection: close\r\n\r\n"
 PIECE = 65536
+NEW_JOB = b"job-name"  # in the request that makes a job
 END_OF_REQUEST_LINE = b" HTTP/1.1\r\n"
 
 
@@ -101,3 +102,93 @@ class Holdup(Relay):
         if self._words in piece:
             self.held.set()
             self._released.wait()
+
+
+class AtByte(Relay):
+    """Does something once so many bytes have passed since a job was made, on its connection: bytes of the client's requests, or of the server's
+    answers. `counted` is how many there were."""
+
+    def __init__(self, server, after=float("inf"), answers=False):
+        super().__init__(server, float("inf"), None)
+        self._after, self._of_answers = after, answers
+        self._client_of_job = None
+        self.counted = 0
+
+    def _requests_from(self, client, server):
+        self._carry(client, client, server)
+
+    def _answers_to(self, client, server):
+        self._carry(client, server, client)
+
+    def _carry(self, client, source, target):
+        try:
+            while piece := source.recv(PIECE):
+                if self._client_of_job is None and source is client and NEW_JOB in piece:
+                    self._client_of_job = client
+                if client is self._client_of_job and self._of_answers == (source is not client):
+                    piece = self._counts(piece, target)
+                target.sendall(piece)
+        except OSError:
+            pass  # the connection is gone
+        self._end(source)
+        self._end(target)
+
+    def _counts(self, piece, target):
+        """Passes on what is in front of the point that is waited for; gives the rest."""
+        left = self._after - self.counted
+        self.counted += len(piece)
+        if not 0 < left <= len(piece):
+            return piece
+        target.sendall(piece[:left])
+        self._at_point()
+        return piece[left:]
+
+
+class Cut(AtByte):
+    """Cuts the connection there. Others are whole."""
+
+    def _at_point(self):
+        self.counted = self._after
+        raise ConnectionResetError
+
+
+class Pause(AtByte):
+    """Stops there until release()."""
+
+    def __init__(self, *arguments):
+        super().__init__(*arguments)
+        self.reached, self._released = threading.Event(), threading.Event()
+        self.release = self._released.set
+
+    def __exit__(self, *_):
+        self.release()
+        super().__exit__()
+
+    def _at_point(self):
+        self.reached.set()
+        self._released.wait()
+
+
+class Away(Cut):
+    """Cuts the connection there and takes no others for so many seconds."""
+
+    def __init__(self, server, after, seconds):
+        super().__init__(server, after)
+        self._back = threading.Timer(seconds, self._listen_again)
+
+    def __exit__(self, *_):
+        self._back.cancel()
+        self._back.join()
+        super().__exit__()
+
+    def _listen_again(self):
+        self._thread.join(0)
+        self._listener = socket.create_server(self._place)
+        self._returned = threading.Thread(target=self._accept, daemon=True)
+        self._returned.start()
+
+    def _at_point(self):
+        self._place = self._listener.getsockname()
+        self._end(self._listener)
+        self._back.start()
+        super()._at_point()
