@@ -65,6 +65,7 @@ Repeated declare(CLI::App& app, CommandLine& line) {
   app.add_option("--plugin", line.plugin, "The plug-in's bundle, or a folder that holds it")
       ->type_name("DIR");
   app.add_flag("--without-panel", line.withoutPanel, "Go on without the panel when it cannot be opened");
+  app.add_flag("--wait", line.wait, "Wait until the job has ended");
   app.add_flag("--verbose", line.verbose, "Show the log on standard error, too");
   auto* dialog = app.add_flag_function(
       "--dialog", [&line](std::int64_t) { line.dialog = true; }, "Show the print dialog");
@@ -113,6 +114,7 @@ std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string>
     throw Failure(std::string(error.what()) + "; tandem-trim --help lists the options", kWrongCommandLine);
   }
   takeInOrder(app, repeated, line);
+  if (line.wait && line.files.empty()) throw Failure("--wait needs a file to print", kWrongCommandLine);
   return line;
 }
 

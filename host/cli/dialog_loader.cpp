@@ -46,7 +46,7 @@ ShowDialog loadModule() {
 
 bool asksThePanel(const CommandLine& line) {
   return !line.inputs.empty() || line.summary || line.json || line.force || line.saveAsDefault ||
-         line.withoutPanel || line.ppd;
+         line.withoutPanel || line.ppd || line.wait;
 }
 
 }  // namespace
@@ -61,7 +61,7 @@ std::optional<SentJob> showDialog(const CommandLine& line, const Report& report)
     throw Failure(
         "--dialog leaves the panel to the user; leave --set, --restore-defaults, --force, --summary, "
         "--json, "
-        "--save-as-default, --without-panel and --ppd out",
+        "--save-as-default, --without-panel, --ppd and --wait out",
         kWrongCommandLine);
   }
   if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);

@@ -35,6 +35,9 @@ Json jobJson(const SentJob& job) {
   Json json{{"id", job.number}, {"options", job.options}};
   json["confirmed"] = job.held ? Json(job.options - job.held->lost.size()) : Json(nullptr);
   json["lost"] = job.held ? Json(job.held->lost) : Json(nullptr);
+  json["state"] = job.held ? Json(ippEnumString("job-state", job.held->state)) : Json(nullptr);
+  json["reasons"] = job.held ? Json(job.held->reasons) : Json(nullptr);
+  json["problem"] = job.failure ? Json(job.failure->what()) : Json(nullptr);
   return json;
 }
 

@@ -1,6 +1,7 @@
 #include "host/cli/run.hpp"
 
 #include "host/cli/dialog_loader.hpp"
+#include "host/cli/interruption.hpp"
 #include "host/cli/progress_line.hpp"
 #include "host/cli/results.hpp"
 #include "host/cups/connection.hpp"
@@ -47,9 +48,13 @@ void refuseLosses(const CommandLine& line, const Options& options) {
 SentJob print(const CommandLine& line, const Target& target, std::vector<Document>& documents,
               const Options& options) {
   const auto title = line.title.value_or(documents.front().name());
+  const Interruption interruption;
   ProgressLine progress;
   return sendAndConfirm(target.connection, target.printer, title, options, documents,
-                        [&](const auto& name, auto sent, auto size) { progress.show(name, sent, size); });
+                        [&](const auto& name, auto sent, auto size) {
+                          Interruption::check();
+                          progress.show(name, sent, size);
+                        });
 }
 
 void show(const CommandLine& line, std::ostream& out, const std::optional<std::string>& printer,
@@ -98,6 +103,8 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
 
   std::optional<SentJob> job;
   if (!documents.empty()) job = print(line, *target, documents, settings.options);
+  if (line.wait && job && job->held && !job->failure)
+    waitForEnd(target->connection, target->printer, *job, report);
   show(line, out, printer, settings, job);
   if (job && job->failure) throw *job->failure;
   if (job && !job->held) report(jobText(*job));

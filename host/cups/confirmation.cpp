@@ -82,6 +82,9 @@ HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent) {
     held.reasons = attributeText(reasons);
     if (held.reasons == "none") held.reasons.clear();
   }
+  if (auto* const message = findAttribute(jobAttributes, "job-printer-state-message"))
+    held.message = attributeText(message);
+  held.sheets = numberIn(jobAttributes, "job-media-sheets-completed").value_or(0);
   held.incomplete = incompleteness(jobAttributes, held, sent);
   for (const auto& option : sent.options) {
     if (!holds(jobAttributes, option)) held.lost.push_back(option.keyword);
@@ -93,7 +96,12 @@ std::optional<HeldJob> askForJob(const Connection& connection, const Printer& pr
                                  const JobContent& sent) {
   auto request = printerRequest(IPP_OP_GET_JOB_ATTRIBUTES, printer.name);
   ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
-  std::vector<std::string> names{"job-id", "job-state", "job-state-reasons", "number-of-documents",
+  std::vector<std::string> names{"job-id",
+                                 "job-state",
+                                 "job-state-reasons",
+                                 "number-of-documents",
+                                 "job-printer-state-message",
+                                 "job-media-sheets-completed",
                                  "job-k-octets"};
   for (const auto& option : sent.options) names.push_back(attributeOf(option.keyword));
   requestAttributes(request, names);

@@ -25,6 +25,10 @@ struct HeldJob {
   ipp_jstate_t state = IPP_JSTATE_PENDING;
   /// Keywords of the protocol, as "job-canceled-by-user"; empty when there is nothing to say.
   std::string reasons;
+  /// What the printer says while it works on the job; often empty.
+  std::string message;
+  /// How many sheets are printed; 0 also when the server does not count.
+  std::uint64_t sheets = 0;
   /// What of the documents it does not hold, as "0 of 1 documents"; empty when it has them all.
   std::string incomplete;
   /// The keywords of the options that it does not hold as they were sent.

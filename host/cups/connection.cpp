@@ -110,6 +110,9 @@ Failure Connection::lastFailure() const {
                    server() + " did not answer within " + std::to_string(timeout_.count()) + " s",
                    "; see whether it is still running, or name another server by -h");
   }
+  // libcups knows no word for a connection that ends in front of an answer.
+  if (cupsLastError() < IPP_STATUS_ERROR_BAD_REQUEST)
+    return Failure(Trouble::noServer, server() + " broke the connection");
   return Failure(troubleOf(cupsLastError()), server() + " failed: " + cupsLastErrorString());
 }
 

@@ -59,7 +59,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
   std::uint64_t sent = 0;
   if (status == HTTP_STATUS_CONTINUE) {
     document.read([&](std::span<const char> piece) {
-      status = cupsWriteRequestData(http, piece.data(), piece.size());
+      if (!piece.empty()) status = cupsWriteRequestData(http, piece.data(), piece.size());
       sent += piece.size();
       progress(name, sent, document.size());
       return status == HTTP_STATUS_CONTINUE;

@@ -1,7 +1,12 @@
 #include "host/cups/sent_job.hpp"
 
+#include <chrono>
+#include <thread>
+
 namespace tandemtrim::host {
 namespace {
+
+constexpr std::chrono::milliseconds kBetweenLooks{250};
 
 std::string nameOf(const SentJob& job) { return "job " + std::to_string(job.number) + " on " + job.printer; }
 
@@ -63,6 +68,15 @@ Failure calledBack(const Failure& failure, UnfinishedJob& unfinished, const Sent
                  " (see lpstat -o " + job.printer + ")", failure.exitStatus());
 }
 
+// "job 17 on Morva: processing (job-printing): cutting; 3 sheets printed".
+std::string progressOf(const SentJob& job) {
+  const auto& held = *job.held;
+  auto text = withReasons(nameOf(job) + ": " + ippEnumString("job-state", held.state), held);
+  if (!held.message.empty()) text += ": " + held.message;
+  if (held.sheets > 0) text += "; " + std::to_string(held.sheets) + " sheets printed";
+  return text;
+}
+
 }  // namespace
 
 std::optional<Failure> objection(const SentJob& job, const std::string& server) {
@@ -117,6 +131,29 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
     job.failure = calledBack(*job.failure, unfinished, job);
   }
   return job;
+}
+
+void waitForEnd(const Connection& connection, const Printer& printer, SentJob& job, const Report& report) {
+  const auto lost = job.held->lost;
+  for (std::string shown;; std::this_thread::sleep_for(kBetweenLooks)) {
+    if (const auto text = progressOf(job); text != shown) report(shown = text);
+    if (job.held->state >= IPP_JSTATE_CANCELED) break;
+    try {
+      connection.persist([&] { job.held = askForJob(connection, printer, job.number, {}); });
+    } catch (const Failure& failure) {
+      job.failure =
+          Failure(Trouble::unconfirmedSettings,
+                  "the end of " + nameOf(job) + " is not known: " + failure.fact(), failure.remedy());
+      return;
+    }
+    if (!job.held) {
+      job.failure = Failure(Trouble::unconfirmedSettings, "the end of " + nameOf(job) + " is not known: " +
+                                                              connection.server() + " no longer knows it");
+      return;
+    }
+  }
+  job.held->lost = lost;
+  job.failure = objection(job, connection.server());
 }
 
 }  // namespace tandemtrim::host

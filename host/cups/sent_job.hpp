@@ -7,6 +7,7 @@
 #include "host/cups/confirmation.hpp"
 #include "host/cups/job.hpp"
 #include "host/failure.hpp"
+#include "host/report.hpp"
 
 namespace tandemtrim::host {
 
@@ -32,5 +33,8 @@ std::optional<Failure> objection(const SentJob& job, const std::string& server);
 /// what is incomplete. Failure when the server makes no job; what fails later is the job's failure.
 SentJob sendAndConfirm(const Connection& connection, const Printer& printer, const std::string& title,
                        const Options& options, std::vector<Document>& documents, const Progress& progress);
+
+/// Waits until a confirmed job has ended, and updates it. Each change of its state is reported.
+void waitForEnd(const Connection& connection, const Printer& printer, SentJob& job, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -40,6 +40,8 @@ struct CommandLine {
   bool saveAsDefault = false;
   bool withoutPanel = false;
   bool verbose = false;
+  /// Whether to wait until the job has ended.
+  bool wait = false;
   /// Whether the dialog is to be shown; none leaves it to whether there is a screen.
   std::optional<bool> dialog;
 };

@@ -30,7 +30,7 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
   struct stat status {};
   if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
     size_ = static_cast<std::uint64_t>(std::max<off_t>(status.st_size - start_, 0));
-  filled_ = fill();
+  fill();
   if (filled_ == 0)
     throw Failure(Trouble::document, place_ + " is empty",
                   "; nothing was sent. Give a document with something in it");
@@ -41,10 +41,11 @@ Failure Document::unreadable() const {
                  begun_ ? "" : "; nothing was sent. Name a file that exists and that you may read");
 }
 
-std::size_t Document::fill() {
-  const auto count = std::fread(buffer_.data(), 1, buffer_.size(), file_);
+void Document::fill() {
+  filled_ = std::fread(buffer_.data(), 1, buffer_.size(), file_);
+  wasInterrupted_ = std::ferror(file_) != 0 && errno == EINTR;
+  if (wasInterrupted_) return std::clearerr(file_);
   if (std::ferror(file_) != 0) throw unreadable();
-  return count;
 }
 
 void Document::keep() {
@@ -67,9 +68,9 @@ void Document::keep() {
 bool Document::read(const std::function<bool(std::span<const char>)>& take) {
   if (std::exchange(begun_, true)) {
     if (fseeko(file_, start_, SEEK_SET) != 0) throw unreadable();
-    filled_ = fill();
+    fill();
   }
-  for (; filled_ > 0; filled_ = fill()) {
+  for (; filled_ > 0 || wasInterrupted_; fill()) {
     if (!take(std::span(buffer_.data(), filled_))) return false;
   }
   return true;

@@ -32,7 +32,8 @@ class Document {
   /// Failure when there is no room for it.
   void keep();
   /// Hands the whole document over, piece by piece, as long as `take` gives true; whether all of it was
-  /// taken. Failure when reading fails midway. Through a pipe once only.
+  /// taken. A piece is empty where a signal came while there was nothing to read. Failure when reading fails
+  /// midway. Through a pipe once only.
   bool read(const std::function<bool(std::span<const char>)>& take);
 
  private:
@@ -40,7 +41,7 @@ class Document {
     void operator()(std::FILE* file) const { std::fclose(file); }
   };
 
-  std::size_t fill();
+  void fill();
   [[nodiscard]] Failure unreadable() const;
 
   // The file as the user named it, for messages.
@@ -54,6 +55,8 @@ class Document {
   bool begun_ = false;
   std::vector<char> buffer_;
   std::size_t filled_ = 0;
+  // Whether a signal ended the last read.
+  bool wasInterrupted_ = false;
 };
 
 /// Opens all files; see Document.

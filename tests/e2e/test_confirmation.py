@@ -1,26 +1,53 @@
 """The program says "confirmed" of a job that the server holds whole, and of no other."""
 
+import json
 import os
+import signal
 import socket
 import struct
 import subprocess
 import unittest
 
 from patience import PATIENCE, until
-from relay import Away, Cut, Pause
-from terminal_case import PROGRAM, SAMPLE, TerminalCase, digest
+from relay import GONE, Away, Cut, Holdup, Pause, Relay
+from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase, digest
 
 TIMEOUT = 2  # seconds that the program waits for an answer
 # Of a job that the server may have made, though its answer was lost.
 NO_NUMBER = "did not answer the request for a job; nothing was printed, but an empty job may wait there"
+CANCELLED = "processing-to-stop-point"  # CUPS's reason of a job that was cancelled while it waited
+QUESTION = b"job-k-octets"  # in the request for what the server holds
+REQUESTS = 6  # of a job, the question last
+SLOW_FILTER = """#!/bin/sh
+echo "INFO: cutting" >&2
+until [ -e "$TANDEM_TRIM_RECORDS/go" ]; do sleep 0.05; done
+exit $(cat "$TANDEM_TRIM_RECORDS/go")
+"""
 
 
 class ConfirmationTest(TerminalCase):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
+        cls.cups.add_queue("Resting", PPD, enabled=False)
+        cls.add_slow_queue()
         cls.document = cls.cups.folder / "document.pdf"
         cls.document.write_bytes(SAMPLE.read_bytes() + os.urandom(100_000))
+
+    @classmethod
+    def add_slow_queue(cls):
+        """A printer Slow, whose filter ends with the status that tells() gives it."""
+        program = cls.cups.folder / "programs/filter/slow"
+        program.write_text(SLOW_FILTER)
+        program.chmod(0o755)
+        ppd = cls.cups.folder / "slow.ppd"
+        ppd.write_text(PPD.read_text().replace("0 morvatandem", "0 slow"))
+        cls.cups.add_queue("Slow", ppd)
+
+    def tells(self, status):
+        unfinished = self.cups.folder / "records/unfinished"
+        unfinished.write_text(str(status))
+        unfinished.rename(unfinished.with_name("go"))
 
     def prints_over(self, relay, files, *arguments):
         """Prints the files over the relay; gives the program's result and the records of what reached the filter."""
@@ -46,35 +73,40 @@ class ConfirmationTest(TerminalCase):
         out, said = program.communicate(timeout=PATIENCE)
         return program.returncode, out.decode(), said.decode()
 
-    def cuts(self, count, files, answers=False):
-        """Cuts the connection at so many points of a job; gives the results."""
+    def cuts(self, count, files, look, answers=False):
+        """Cuts the connection at so many points of a job; `look` is given each result and the records."""
         whole = Cut(self.cups.address, answers=answers)
         self.assertEqual(self.prints_over(whole, files)[0].returncode, 0)
         for number in range(1, count + 1):
             after = whole.counted * number // (count + 1)
             with self.subTest(f"cut after {after} of {whole.counted} bytes"):
                 self.cups.forget()
-                yield self.prints_over(Cut(self.cups.address, after, answers), files)
+                look(*self.prints_over(Cut(self.cups.address, after, answers), files))
 
     # Cut connections.
 
     def test_a_connection_that_breaks_inside_a_document_confirms_nothing_and_leaves_no_job_behind(self):
+        def look(result, _):
+            self.assertEqual((result.returncode, result.stdout), (1, ""))
+            self.assertRegex(result.stderr, r"the print server at 127.0.0.1:\d+ .*; job \d+ on Morva was cancelled")
+
         for files in ([self.document], [self.document, SAMPLE]):
-            for result, _ in self.cuts(12, files):
-                self.assertEqual((result.returncode, result.stdout), (1, ""))
-                self.assertRegex(result.stderr, r"(?s)the print server at 127.0.0.1:\d+ .*; job \d+ on Morva was cancelled")
+            self.cuts(12, files, look)
 
     def test_a_connection_that_breaks_behind_a_document_confirms_what_the_server_says_it_holds(self):
-        confirmed = 0
-        for result, records in self.cuts(12, [SAMPLE], answers=True):
-            if result.returncode == 0:
-                confirmed += 1
+        confirmed = []
+
+        def look(result, records):
+            confirmed.append(result.returncode == 0)
+            if confirmed[-1]:
                 self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
                 self.assertEqual([record.sha256 for record in records], [digest(SAMPLE)])
             else:
-                self.assertIn(NO_NUMBER, result.stderr)
+                self.assertRegex(result.stderr, rf"{NO_NUMBER}|; job \d+ on Morva was cancelled")
                 self.assertEqual(records, [])
-        self.assertGreater(confirmed, 0)
+
+        self.cuts(12, [SAMPLE], look, answers=True)
+        self.assertIn(True, confirmed)
 
     def test_a_server_that_is_away_for_a_moment_is_asked_again(self):
         behind = Cut(self.cups.address)
@@ -92,7 +124,7 @@ class ConfirmationTest(TerminalCase):
         document.write_bytes(SAMPLE.read_bytes() + bytes(50_000_000))
         with Pause(self.cups.address, 100_000) as relay:
             program = self.started("-d", "Morva", document, CUPS_SERVER=relay.address)
-            self.assertTrue(relay.reached.wait(PATIENCE))
+            self.assertTrue(relay.held.wait(PATIENCE))
             os.truncate(document, 200_000)
             relay.release()
             status, out, said = self.end_of(program)
@@ -129,6 +161,102 @@ class ConfirmationTest(TerminalCase):
         self.assertRegex(result.stderr, r"; job \d+ on Morva was cancelled")
         self.cups.wait_for_jobs()
         self.assertEqual(self.cups.records(), [])
+
+    # Jobs that others or the server change.
+
+    def cancelled_meanwhile(self, *arguments):
+        """Prints a job that is cancelled before the program asks what the server holds; gives the program's end."""
+        with Holdup(self.cups.address, QUESTION) as relay:
+            program = self.started("-d", "Resting", *arguments, SAMPLE, CUPS_SERVER=relay.address)
+            self.assertTrue(relay.held.wait(PATIENCE))
+            self.cups.cancel_all()
+            relay.release()
+            return self.end_of(program)
+
+    def test_a_job_that_is_cancelled_meanwhile_is_not_confirmed(self):
+        status, out, said = self.cancelled_meanwhile()
+        self.assertEqual((status, out), (1, ""))
+        self.assertRegex(said, rf"job \d+ on Resting was cancelled at the print server at \S+ \({CANCELLED}\)\n$")
+
+    def test_a_job_on_hold_is_confirmed_as_held(self):
+        result = self.trim("-d", "Morva", "-o", "job-hold-until=indefinite", SAMPLE)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertRegex(result.stdout, r"8 of 8 options confirmed; it is held \(job-hold-until-specified\)\n$")
+
+    def followed(self, end):
+        """Follows a job on the printer Slow, lets `end` end it; gives the program's end."""
+        program = self.started("-d", "Slow", "--wait", SAMPLE)
+        said = b""
+        while b"cutting" not in said:
+            line = program.stderr.readline()
+            self.assertTrue(line, said)
+            said += line
+        end()
+        status, out, rest = self.end_of(program)
+        return status, out, said.decode() + rest
+
+    def test_a_job_that_is_followed_ends_with_the_status_of_its_end(self):
+        ends = {
+            "completed": (lambda: self.tells(0), 0, r"^job \d+ on Slow: 7 of 7 options confirmed\n$", r"job \d+ on Slow: completed \("),
+            "cancelled": (self.cups.cancel_all, 1, "^$", r"job \d+ on Slow was cancelled at .* \(job-canceled-by-user\)\n$"),
+        }
+        for end, (act, expected, shown, words) in ends.items():
+            with self.subTest(end):
+                self.cups.forget()
+                status, out, said = self.followed(act)
+                self.assertEqual(status, expected, said)
+                self.assertRegex(out, shown)
+                self.assertRegex(said, r"job \d+ on Slow: processing \(job-printing\): cutting\n")
+                self.assertRegex(said, words)
+
+    def test_following_needs_a_file(self):
+        self.refuses("-d", "Morva", "--wait", status=2, words=["--wait", "file"])
+
+    def test_json_names_a_job_that_is_not_confirmed(self):
+        status, out, said = self.cancelled_meanwhile("--json")
+        job = json.loads(out)["job"]
+        self.assertEqual((status, job["state"], job["reasons"]), (1, "canceled", CANCELLED))
+        self.assertIn(job["id"], self.cups.jobs())
+        self.assertIn(job["problem"], said)
+        with Relay(self.cups.address, REQUESTS, GONE) as relay:
+            result = self.trim("-d", "Morva", "--json", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT="1")
+        job = json.loads(result.stdout)["job"]
+        self.assertEqual((result.returncode, job["id"], job["confirmed"]), (1, self.cups.jobs()[-1], None))
+        self.assertIn(job["problem"], result.stderr)
+
+    # Signals.
+
+    def sends_a_part(self, **variables):
+        """The program, which has made a job and waits for the rest of its document."""
+        program = self.started("-d", "Morva", "-", stdin=subprocess.PIPE, **variables)
+        program.stdin.write(SAMPLE.read_bytes() + bytes(65536))
+        program.stdin.flush()
+        until(lambda: self.cups.jobs("not-completed"), "the start of the job")
+        return program
+
+    def test_a_signal_calls_the_job_back(self):
+        for number, word in ((signal.SIGINT, "interrupted"), (signal.SIGTERM, "terminated")):
+            with self.subTest(number):
+                program = self.sends_a_part()
+                program.send_signal(number)
+                said = program.stderr.readline().decode()
+                self.assertRegex(said, rf"^tandem-trim: {word}; job \d+ on Morva was cancelled\n$")
+                self.assertEqual(program.wait(PATIENCE), 128 + number)
+                self.cups.wait_for_jobs()
+                self.assertEqual(self.cups.records(), [])
+
+    def test_a_second_signal_ends_the_program_at_once(self):
+        program = self.sends_a_part(TANDEM_TRIM_TIMEOUT=str(10 * PATIENCE))
+        self.cups.freeze()
+        try:
+            program.send_signal(signal.SIGINT)
+            with self.assertRaises(subprocess.TimeoutExpired):
+                program.wait(2)
+            program.send_signal(signal.SIGTERM)
+            self.assertEqual(program.wait(PATIENCE), -signal.SIGTERM)
+        finally:
+            self.cups.thaw()
+        self.cups.cancel_all()
 
 
 if __name__ == "__main__":

@@ -76,9 +76,11 @@ TEST(TheJson, OfAPrinterWithoutThePanelHasNoLimitsAndNoSummary) {
 }
 
 TEST(TheJson, TellsOfTheJob) {
-  const SentJob job{17, "Morva", 7, HeldJob{IPP_JSTATE_PENDING, "", "", {"note"}}, {}};
+  SentJob job{17, "Morva", 7, HeldJob{}, Failure("note is lost")};
+  job.held->lost = {"note"};
   EXPECT_EQ(jsonOf(sample(), "Morva", job)["job"],
-            nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":6,"lost":["note"]})"));
+            nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":6,"lost":["note"],"state":"pending",
+                                      "reasons":"","problem":"note is lost"})"));
   const SentJob unknown{17, "Morva", 7, {}, {}};
   EXPECT_TRUE(jsonOf(sample(), "Morva", unknown)["job"]["confirmed"].is_null());
 }

@@ -8,34 +8,35 @@ namespace {
 using testing::HasSubstr;
 
 // A job with seven options that the server holds like this.
-SentJob jobHeld(const HeldJob& held) {
-  SentJob job{17, "Morva", 7, held, {}};
+SentJob jobHeld(ipp_jstate_t state, const std::string& reasons, const std::string& incomplete,
+                const std::vector<std::string>& lost) {
+  SentJob job{17, "Morva", 7, HeldJob{state, reasons, "", 0, incomplete, lost}, {}};
   job.failure = objection(job, "the print server at desk:631");
   return job;
 }
 
 TEST(AJobsText, TellsHowManyOptionsTheServerHolds) {
-  EXPECT_EQ(jobText(jobHeld({IPP_JSTATE_PENDING, "", "", {}})), "job 17 on Morva: 7 of 7 options confirmed");
-  EXPECT_EQ(jobText(jobHeld({IPP_JSTATE_PENDING, "", "", {"a", "b"}})),
+  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {})), "job 17 on Morva: 7 of 7 options confirmed");
+  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {"a", "b"})),
             "job 17 on Morva: 5 of 7 options confirmed; lost: a, b");
   EXPECT_THAT(jobText({17, "Morva", 7, {}, {}}), HasSubstr("could not be confirmed"));
 }
 
 TEST(AJobsText, TellsWhyItIsHeld) {
-  EXPECT_EQ(jobText(jobHeld({IPP_JSTATE_HELD, "job-hold-until-specified", "", {}})),
+  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_HELD, "job-hold-until-specified", "", {})),
             "job 17 on Morva: 7 of 7 options confirmed; it is held (job-hold-until-specified)");
 }
 
 TEST(AJob, ThatHasEndedWithoutBeingPrintedIsNotConfirmed) {
-  EXPECT_EQ(jobText(jobHeld({IPP_JSTATE_CANCELED, "job-canceled-by-user", "", {}})),
+  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_CANCELED, "job-canceled-by-user", "", {})),
             "job 17 on Morva was cancelled at the print server at desk:631 (job-canceled-by-user)");
-  EXPECT_EQ(jobText(jobHeld({IPP_JSTATE_ABORTED, "", "", {}})),
+  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_ABORTED, "", "", {})),
             "job 17 on Morva was aborted at the print server at desk:631");
 }
 
 TEST(AJob, ThatIsIncompleteIsNotConfirmedWhateverItsOptions) {
   EXPECT_THAT(
-      jobText(jobHeld({IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", {}})),
+      jobText(jobHeld(IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", {})),
       HasSubstr("job 17 on Morva is incomplete: the print server at desk:631 holds 0 of 1 documents of it"));
 }
 

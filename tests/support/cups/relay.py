@@ -90,9 +90,8 @@ class Holdup(Relay):
     def __init__(self, server, words):
         super().__init__(server, float("inf"), None)
         self._words = words
-        self._released = threading.Event()
+        self.held, self._released = threading.Event(), threading.Event()
         self.release = self._released.set
-        self.held = threading.Event()
 
     def __exit__(self, *_):
         self.release()
@@ -157,7 +156,7 @@ class Pause(AtByte):
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
-        self.reached, self._released = threading.Event(), threading.Event()
+        self.held, self._released = threading.Event(), threading.Event()
         self.release = self._released.set
 
     def __exit__(self, *_):
@@ -165,7 +164,7 @@ class Pause(AtByte):
         super().__exit__()
 
     def _at_point(self):
-        self.reached.set()
+        self.held.set()
         self._released.wait()
 
 
