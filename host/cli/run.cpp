@@ -5,6 +5,7 @@
 #include "host/cli/progress_line.hpp"
 #include "host/cli/results.hpp"
 #include "host/cups/connection.hpp"
+#include "host/cups/option_values.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/cups/printer.hpp"
 #include "host/cups/saved_defaults.hpp"
@@ -39,10 +40,13 @@ Options startingOptions(const CommandLine& line, const std::optional<Target>& ta
   return options;
 }
 
-// Before anything goes to the server, so that what is wrong about the job costs no paper.
-void refuseLosses(const CommandLine& line, const Options& options) {
-  refuseLossyValues(options);
+// The settings as they are sent. Before anything goes to the server, so that what is wrong about the job
+// costs no paper.
+JobSettings withoutLosses(const CommandLine& line, JobSettings settings) {
+  refuseLossyValues(settings.options);
+  settings.options = encodable(std::move(settings.options));
   if (line.title) refuseLossyTitle(*line.title);
+  return settings;
 }
 
 SentJob print(const CommandLine& line, const Target& target, std::vector<Document>& documents,
@@ -92,9 +96,8 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   const auto target = findTarget(line, report);
   const auto ppd = line.ppd ? openPpd(*line.ppd, *line.ppd) : queuePpd(target->connection, target->printer);
   const auto printer = target ? target->printer.name : line.printer;
-  const auto settings = settleSettings(line, printer.value_or("the printer"), ppd.get(),
-                                       startingOptions(line, target, ppd.get()), report);
-  refuseLosses(line, settings.options);
+  const auto settings = withoutLosses(line, settleSettings(line, printer.value_or("the printer"), ppd.get(),
+                                                           startingOptions(line, target, ppd.get()), report));
   if (line.saveAsDefault) {
     saveAsDefault(target->connection, target->printer, settings.options);
     report("kept as your defaults for " + target->printer.name + ": " +

@@ -30,15 +30,25 @@ bool isText(ipp_attribute_t* attribute) {
 
 // A text must equal the value that was sent. Numbers and ranges have several spellings, so they are compared
 // as libcups spells them.
-bool holds(const MessageHandle& job, const Option& option) {
-  const auto name = attributeOf(option.keyword);
-  auto* const held = findAttribute(job, name);
-  if (held == nullptr) return false;
-  if (name != option.keyword) return attributeText(held) == documentFormat({option});
+bool isAsSent(ipp_attribute_t* held, const Option& option) {
+  if (attributeOf(option.keyword) != option.keyword) return attributeText(held) == documentFormat({option});
   if (isText(held)) return ippGetString(held, 0, nullptr) == option.value;
   const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
   auto* const asked = encode(request, option);
   return asked != nullptr && attributeText(asked) == attributeText(held);
+}
+
+std::vector<LostOption> lostOptions(const MessageHandle& job, const Options& sent) {
+  std::vector<LostOption> lost;
+  for (const auto& option : sent) {
+    auto* const held = findAttribute(job, attributeOf(option.keyword));
+    if (held == nullptr) {
+      lost.push_back({option.keyword, option.value, std::nullopt});
+    } else if (!isAsSent(held, option)) {
+      lost.push_back({option.keyword, option.value, attributeText(held)});
+    }
+  }
+  return lost;
 }
 
 std::optional<std::uint64_t> numberIn(const MessageHandle& job, const char* name) {
@@ -86,9 +96,7 @@ HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent) {
     held.message = attributeText(message);
   held.sheets = numberIn(jobAttributes, "job-media-sheets-completed").value_or(0);
   held.incomplete = incompleteness(jobAttributes, held, sent);
-  for (const auto& option : sent.options) {
-    if (!holds(jobAttributes, option)) held.lost.push_back(option.keyword);
-  }
+  held.lost = lostOptions(jobAttributes, sent.options);
   return held;
 }
 

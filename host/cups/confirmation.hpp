@@ -20,6 +20,14 @@ struct JobContent {
   std::uint64_t bytes = 0;
 };
 
+/// An option that the server does not hold as it was sent.
+struct LostOption {
+  std::string keyword;
+  std::string sent;
+  /// None where the server does not hold it at all.
+  std::optional<std::string> held;
+};
+
 /// What the server says of a job.
 struct HeldJob {
   ipp_jstate_t state = IPP_JSTATE_PENDING;
@@ -31,8 +39,7 @@ struct HeldJob {
   std::uint64_t sheets = 0;
   /// What of the documents it does not hold, as "0 of 1 documents"; empty when it has them all.
   std::string incomplete;
-  /// The keywords of the options that it does not hold as they were sent.
-  std::vector<std::string> lost;
+  std::vector<LostOption> lost;
 };
 
 /// Those of the options that a server keeps as attributes of the job: not those of a subscription to its

@@ -3,6 +3,8 @@
 #include <chrono>
 #include <thread>
 
+#include "host/plain_text.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
@@ -14,12 +16,18 @@ std::string withReasons(const std::string& fact, const HeldJob& held) {
   return fact + (held.reasons.empty() ? "" : " (" + held.reasons + ")");
 }
 
+std::string lossOf(const LostOption& lost) {
+  if (!lost.held) return lost.keyword;
+  return lost.keyword + " (sent \"" + shortText(lost.sent) + "\", the server holds \"" +
+         shortText(*lost.held) + "\")";
+}
+
 std::string optionsText(const SentJob& job) {
   const auto& held = *job.held;
   std::string text = nameOf(job) + ": " + std::to_string(job.options - held.lost.size()) + " of " +
                      std::to_string(job.options) + " options confirmed";
-  for (const auto& keyword : held.lost)
-    text += (&keyword == &held.lost.front() ? "; lost: " : ", ") + keyword;
+  for (const auto& option : held.lost)
+    text += (&option == &held.lost.front() ? "; lost: " : ", ") + lossOf(option);
   return text;
 }
 

@@ -1,5 +1,6 @@
 #include "host/dialog/dialog.hpp"
 
+#include "host/cups/option_values.hpp"
 #include "host/dialog/texts/texts.hpp"
 
 namespace tandemtrim::host {
@@ -65,8 +66,9 @@ void Dialog::askAboutIllegalValues(const std::vector<IllegalValue>& values) {
 }
 
 void Dialog::send() {
-  const auto request = printer_.makeRequest();
+  auto request = printer_.makeRequest();
   refuseLossyValues(request.options);
+  request.options = encodable(std::move(request.options));
   if (request.title) refuseLossyTitle(*request.title);
   window_.enter(DialogState::sending);
   sender_.send(request, [this](const auto& outcome) { onSent(outcome); });

@@ -82,8 +82,14 @@ class PrintingTest(TerminalCase):
         # CUPS keeps count of the printed sheets itself and takes nobody's word for it.
         result = self.trim("-d", "Morva", "-o", "job-media-sheets-completed=5 landscape", SAMPLE)
         self.assertEqual((result.returncode, result.stdout), (1, ""))
-        lost = r"job \d+ on Morva: 8 of 9 options confirmed; lost: job-media-sheets-completed\n"
+        lost = r'job \d+ on Morva: 8 of 9 options confirmed; lost: job-media-sheets-completed \(sent "5", the server holds "0"\)\n'
         self.assertRegex(result.stderr, lost)
+
+    def test_keywords_of_enumerations_reach_the_filter_as_their_numbers(self):
+        given = {"orientation-requested": "landscape", "print-quality": "high", "finishings": "staple"}
+        options = self.options_of(*each("-o", [option_text(*option) for option in given.items()]))
+        expected = {"orientation-requested": "4", "print-quality": "5", "finishings": "4"}
+        self.assertEqual({keyword: options.get(keyword) for keyword in expected}, expected)
 
     def test_the_longest_value_that_cups_carries_arrives(self):
         longest = "z" * 32767

@@ -167,6 +167,12 @@ class RefusalsTest(TerminalCase):
             with self.subTest(what):
                 self.refuses("-d", "Morva", "-o", argument, SAMPLE, words=["x-note", what, "-o x-note="])
 
+    def test_values_that_cups_takes_for_others_are_named(self):
+        for option in ("job-priority=200", "job-priority=abc", "printer-resolution=banana", "orientation-requested=sideways", "landscape=perhaps"):
+            with self.subTest(option):
+                keyword, value = option.split("=")
+                self.refuses("-d", "Morva", "-o", option, SAMPLE, words=[f'{keyword} is "{value}"', f"-o {keyword}="])
+
     def test_a_setting_of_the_panels_own_is_checked_for_them_too(self):
         self.refuses("-d", "Morva", "--force", "-o", 'MVTopMargin="{5}"', SAMPLE, words=["MVTopMargin", "brace"])
 

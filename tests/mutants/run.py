@@ -97,7 +97,7 @@ def suites_of(programs):
 
 def outcome(suites, kills, file, place, mutant):
     """'killed', 'survived', or 'not reached' by any test; what kills most of the file's mutants in a second is tried first."""
-    reaching = sorted((suite for suite in suites if place in suite.held),
+    reaching = sorted((suite for suite in suites if place in suite.reached),
                       key=lambda suite: suite.seconds / (1 + kills[file, suite.name]))
     for suite in reaching:
         if not passes(suite.command, {'TANDEM_TRIM_MUTANT': str(mutant)}, suite.seconds):

@@ -77,7 +77,7 @@ TEST(TheJson, OfAPrinterWithoutThePanelHasNoLimitsAndNoSummary) {
 
 TEST(TheJson, TellsOfTheJob) {
   SentJob job{17, "Morva", 7, HeldJob{}, Failure("note is lost")};
-  job.held->lost = {"note"};
+  job.held->lost = {{"note", "a", "b"}};
   EXPECT_EQ(jsonOf(sample(), "Morva", job)["job"],
             nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":6,"lost":["note"],"state":"pending",
                                       "reasons":"","problem":"note is lost"})"));

@@ -19,7 +19,9 @@ MessageHandle jobWith(const Options& options) {
 }
 
 std::vector<std::string> lostOf(const MessageHandle& job, const Options& sent) {
-  return heldJob(job, {sent, 0, 0}).lost;
+  std::vector<std::string> keywords;
+  for (const auto& option : heldJob(job, {sent, 0, 0}).lost) keywords.push_back(option.keyword);
+  return keywords;
 }
 
 TEST(OptionsThatAServerKeepsElsewhere, AreNotLookedForInTheJob) {

@@ -9,7 +9,7 @@ using testing::HasSubstr;
 
 // A job with seven options that the server holds like this.
 SentJob jobHeld(ipp_jstate_t state, const std::string& reasons, const std::string& incomplete,
-                const std::vector<std::string>& lost) {
+                const std::vector<LostOption>& lost) {
   SentJob job{17, "Morva", 7, HeldJob{state, reasons, "", 0, incomplete, lost}, {}};
   job.failure = objection(job, "the print server at desk:631");
   return job;
@@ -17,8 +17,8 @@ SentJob jobHeld(ipp_jstate_t state, const std::string& reasons, const std::strin
 
 TEST(AJobsText, TellsHowManyOptionsTheServerHolds) {
   EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {})), "job 17 on Morva: 7 of 7 options confirmed");
-  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {"a", "b"})),
-            "job 17 on Morva: 5 of 7 options confirmed; lost: a, b");
+  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {{"a", "1", "2"}, {"b", "3", std::nullopt}})),
+            "job 17 on Morva: 5 of 7 options confirmed; lost: a (sent \"1\", the server holds \"2\"), b");
   EXPECT_THAT(jobText({17, "Morva", 7, {}, {}}), HasSubstr("could not be confirmed"));
 }
 

@@ -1,0 +1,151 @@
+#include "host/cups/option_values.hpp"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <strings.h>
+
+#include "host/cups/attributes.hpp"
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+struct Bounds {
+  const char* keyword;
+  int smallest;
+  int largest;
+};
+
+constexpr int kAny = std::numeric_limits<int>::max();
+// Those of the registry; other numbers may be any.
+constexpr std::array<Bounds, 3> kBounds{
+    {{"copies", 1, kAny}, {"job-priority", 1, 100}, {"number-up", 1, kAny}}};
+
+std::optional<int> numberFrom(std::string_view text) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+bool isCount(std::string_view text) {
+  const auto number = numberFrom(text);
+  return number && *number > 0;
+}
+
+bool isNumber(const std::string& keyword, const std::string& value) {
+  const auto number = numberFrom(value);
+  const auto* const bounds =
+      std::ranges::find_if(kBounds, [&](const Bounds& entry) { return keyword == entry.keyword; });
+  return number && (bounds == kBounds.end() || (*number >= bounds->smallest && *number <= bounds->largest));
+}
+
+bool isSwitch(const std::string& value) {
+  return std::ranges::any_of(std::array{"true", "false", "on", "off", "yes", "no"},
+                             [&](const char* word) { return strcasecmp(word, value.c_str()) == 0; });
+}
+
+// "2", "2-4", "2-" or "-4".
+bool isRange(std::string_view value) {
+  const auto dash = value.find('-');
+  if (dash == std::string_view::npos) return isCount(value);
+  const auto first = value.substr(0, dash);
+  const auto last = value.substr(dash + 1);
+  if (first.empty() || last.empty()) return isCount(first) || isCount(last);
+  return isCount(first) && isCount(last) && *numberFrom(first) <= *numberFrom(last);
+}
+
+// "600dpi", "600x300dpi", "240dpcm".
+bool isResolution(std::string_view value) {
+  const auto unit = value.find("dp");
+  if (unit == std::string_view::npos) return false;
+  if (const auto name = value.substr(unit); name != "dpi" && name != "dpc" && name != "dpcm") return false;
+  const auto across = value.substr(0, unit);
+  const auto times = across.find('x');
+  if (times == std::string_view::npos) return isCount(across);
+  return isCount(across.substr(0, times)) && isCount(across.substr(times + 1));
+}
+
+// The number of an enumeration's value, or none.
+std::optional<std::string> enumeration(const std::string& keyword, const std::string& value) {
+  const auto number = numberFrom(value).value_or(ippEnumValue(keyword.c_str(), value.c_str()));
+  return number > 0 ? std::optional(std::to_string(number)) : std::nullopt;
+}
+
+// One value of this type as libcups takes it; none when it takes it for another.
+std::optional<std::string> encodableValue(ipp_tag_t type, const std::string& keyword,
+                                          const std::string& value) {
+  const auto valueIf = [&](bool isRight) { return isRight ? std::optional(value) : std::nullopt; };
+  switch (type) {
+    case IPP_TAG_ENUM:
+      return enumeration(keyword, value);
+    case IPP_TAG_INTEGER:
+      return valueIf(isNumber(keyword, value));
+    case IPP_TAG_BOOLEAN:
+      return valueIf(isSwitch(value));
+    case IPP_TAG_RANGE:
+      return valueIf(isRange(value));
+    case IPP_TAG_RESOLUTION:
+      return valueIf(isResolution(value));
+    default:
+      return value;
+  }
+}
+
+// What a value of this type is to be, for a message.
+std::string expected(ipp_tag_t type, const std::string& keyword) {
+  switch (type) {
+    case IPP_TAG_ENUM:
+      return "one of the keywords or numbers that IPP has for it";
+    case IPP_TAG_BOOLEAN:
+      return "true or false";
+    case IPP_TAG_RANGE:
+      return "a range of numbers, as 2-4";
+    case IPP_TAG_RESOLUTION:
+      return "a resolution, as 600dpi";
+    default:
+      return keyword == "job-priority" ? "a number from 1 to 100" : "a number";
+  }
+}
+
+// The values with commas between them; those of one value may hold some.
+std::string encodableValues(const Option& option, ipp_attribute_t* attribute) {
+  const auto type = ippGetValueTag(attribute);
+  const bool isTyped = type == IPP_TAG_ENUM || type == IPP_TAG_INTEGER || type == IPP_TAG_BOOLEAN ||
+                       type == IPP_TAG_RANGE || type == IPP_TAG_RESOLUTION;
+  if (!isTyped) return option.value;
+  std::string all;
+  bool isRight = true;
+  int count = 0;
+  for (std::size_t start = 0; start <= option.value.size(); ++count) {
+    const auto end = std::min(option.value.find(',', start), option.value.size());
+    const auto value = encodableValue(type, option.keyword, option.value.substr(start, end - start));
+    isRight = isRight && value;
+    all += (all.empty() ? "" : ",") + value.value_or("");
+    start = end + 1;
+  }
+  if (isRight && count == ippGetCount(attribute)) return all;
+  throw Failure(option.keyword + " is \"" + option.value + "\", but has to be " +
+                expected(type, option.keyword) + "; nothing was sent. Give another value by -o " +
+                option.keyword + "=...");
+}
+
+}  // namespace
+
+Options encodable(Options options) {
+  for (auto& option : options) {
+    const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
+    encodeOptions(request, {option});
+    if (auto* const attribute = findAttribute(request, option.keyword))
+      option.value = encodableValues(option, attribute);
+  }
+  return options;
+}
+
+}  // namespace tandemtrim::host

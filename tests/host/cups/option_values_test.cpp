@@ -1,0 +1,66 @@
+#include "host/cups/option_values.hpp"
+
+#include <gmock/gmock.h>
+
+#include "tests/host/failure_matcher.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::AllOf;
+using testing::HasSubstr;
+
+struct Translation {
+  Option given;
+  const char* sent;
+};
+
+class AnOption : public testing::TestWithParam<Translation> {};
+
+TEST_P(AnOption, IsSentInTheFormThatLibcupsEncodes) {
+  const auto& [given, sent] = GetParam();
+  EXPECT_EQ(encodable({given}), (Options{{given.keyword, sent}}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Keywords, AnOption,
+                         testing::Values(Translation{{"orientation-requested", "landscape"}, "4"},
+                                         Translation{{"orientation-requested", "4"}, "4"},
+                                         Translation{{"print-quality", "high"}, "5"},
+                                         Translation{{"finishings", "staple"}, "4"},
+                                         Translation{{"finishings", "staple,punch"}, "4,5"},
+                                         Translation{{"finishings", "4,punch"}, "4,5"}));
+INSTANTIATE_TEST_SUITE_P(
+    Others, AnOption,
+    testing::Values(Translation{{"copies", "02"}, "02"}, Translation{{"job-priority", "100"}, "100"},
+                    Translation{{"page-ranges", "1-4,7,9-"}, "1-4,7,9-"},
+                    Translation{{"printer-resolution", "600dpi"}, "600dpi"},
+                    Translation{{"printer-resolution", "600x300dpi"}, "600x300dpi"},
+                    Translation{{"collate", "True"}, "True"}, Translation{{"landscape", "false"}, "false"},
+                    Translation{{"sides", "two-sided-long-edge"}, "two-sided-long-edge"},
+                    Translation{{"MVTopMargin", "5"}, "5"}, Translation{{"x-note", "1,b"}, "1,b"},
+                    Translation{{"x-empty", ""}, ""}));
+
+class AnOptionWithAWrongValue : public testing::TestWithParam<Option> {};
+
+TEST_P(AnOptionWithAWrongValue, IsRefused) {
+  const auto& option = GetParam();
+  EXPECT_THAT(failureOf([&] {
+                encodable({{"x-other", "1"}, option});
+              }).what(),
+              AllOf(HasSubstr(option.keyword + " is \"" + option.value + "\""), HasSubstr("nothing was sent"),
+                    HasSubstr("-o " + option.keyword + "=")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, AnOptionWithAWrongValue,
+    testing::Values(Option{"orientation-requested", "sideways"}, Option{"orientation-requested", "0"},
+                    Option{"finishings", "staple,glue-all"}, Option{"copies", "0"}, Option{"copies", "2,3"},
+                    Option{"job-priority", "200"}, Option{"job-priority", "abc"},
+                    Option{"job-priority", "5x"}, Option{"job-priority", ""}, Option{"landscape", "perhaps"},
+                    Option{"page-ranges", "4-1"}, Option{"page-ranges", "one"}, Option{"page-ranges", "1-2,"},
+                    Option{"page-ranges", "-"}, Option{"printer-resolution", "banana"},
+                    Option{"printer-resolution", "600"}, Option{"printer-resolution", "600xdpi"}));
+
+}  // namespace
+}  // namespace tandemtrim::host
