@@ -2,10 +2,9 @@
 
 #include <array>
 #include <csignal>
+#include <string>
 
 #include <unistd.h>
-
-#include "host/failure.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -21,6 +20,8 @@ void handle(int signal, void (*handler)(int)) {
   action.sa_handler = handler;
   sigaction(signal, &action, nullptr);
 }
+
+std::string wordOf(int signal) { return signal == SIGINT ? "interrupted" : "terminated"; }
 
 extern "C" void onSignal(int signal) {
   if (signal == SIGALRM) return;
@@ -54,8 +55,13 @@ Interruption::~Interruption() {
 
 void Interruption::check() {
   if (received == 0) return;
-  throw Failure(Trouble::cancelled, received == SIGINT ? "interrupted" : "terminated", "",
-                kOfShells + received);
+  throw Failure(Trouble::cancelled, wordOf(received), "", kOfShells + received);
+}
+
+Failure Interruption::causeOf(const Failure& failure) {
+  if (received == 0 || failure.exitStatus() == kOfShells + received) return failure;
+  return Failure(failure.trouble(), wordOf(received) + "; " + failure.fact(), failure.remedy(),
+                 kOfShells + received);
 }
 
 }  // namespace tandemtrim::host

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/failure.hpp"
+
 namespace tandemtrim::host {
 
 /// While it lives, the first SIGINT or SIGTERM does not end the program, so that a job can be called back; the
@@ -13,6 +15,8 @@ class Interruption {
 
   /// Failure when there was a signal, with the exit status that shells give to it.
   static void check();
+  /// The failure of a job; where there was a signal, with the signal as its cause.
+  static Failure causeOf(const Failure& failure);
 };
 
 }  // namespace tandemtrim::host

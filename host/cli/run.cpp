@@ -54,11 +54,17 @@ SentJob print(const CommandLine& line, const Target& target, std::vector<Documen
   const auto title = line.title.value_or(documents.front().name());
   const Interruption interruption;
   ProgressLine progress;
-  return sendAndConfirm(target.connection, target.printer, title, options, documents,
-                        [&](const auto& name, auto sent, auto size) {
-                          Interruption::check();
-                          progress.show(name, sent, size);
-                        });
+  const auto onProgress = [&](const auto& name, auto sent, auto size) {
+    Interruption::check();
+    progress.show(name, sent, size);
+  };
+  try {
+    auto job = sendAndConfirm(target.connection, target.printer, title, options, documents, onProgress);
+    if (job.failure) job.failure = Interruption::causeOf(*job.failure);
+    return job;
+  } catch (const Failure& failure) {
+    throw Interruption::causeOf(failure);
+  }
 }
 
 void show(const CommandLine& line, std::ostream& out, const std::optional<std::string>& printer,

@@ -20,10 +20,9 @@ void requestAttributes(const MessageHandle& request, const std::vector<std::stri
                 static_cast<int>(texts.size()), nullptr, texts.data());
 }
 
-void encodeOptions(const MessageHandle& request, const Options& options) {
+void encodeOptions(const MessageHandle& request, const Options& options, std::span<const ipp_tag_t> groups) {
   const OptionList list(options);
-  for (const auto group : {IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION})
-    cupsEncodeOptions2(request.get(), list.count(), list.get(), group);
+  for (const auto group : groups) cupsEncodeOptions2(request.get(), list.count(), list.get(), group);
 }
 
 }  // namespace tandemtrim::host

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,7 +19,11 @@ std::string attributeText(ipp_attribute_t* attribute);
 /// Has a request answered with the attributes of these names alone.
 void requestAttributes(const MessageHandle& request, const std::vector<std::string>& names);
 
-/// Adds to a request for a job the attributes that libcups makes of its options.
-void encodeOptions(const MessageHandle& request, const Options& options);
+/// The groups of a request for a job, in the order in which the protocol wants them.
+inline constexpr std::array kJobGroups{IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION};
+
+/// Adds to a request for a job the attributes that libcups makes of its options, of these groups.
+void encodeOptions(const MessageHandle& request, const Options& options,
+                   std::span<const ipp_tag_t> groups = kJobGroups);
 
 }  // namespace tandemtrim::host

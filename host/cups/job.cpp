@@ -1,6 +1,9 @@
 #include "host/cups/job.hpp"
 
+#include <array>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "host/cups/attributes.hpp"
 #include "host/failure.hpp"
@@ -14,20 +17,80 @@ Failure refused(const Connection& connection, const std::string& what) {
   return Failure(last.trouble(), what + ": " + last.fact(), last.remedy());
 }
 
+// The attribute that tells a job of this program from others of the user. CUPS gives no URI to filters.
+constexpr const char* kMark = "tandem-trim-request";
+
+std::string newMark() {
+  std::array<char, 64> uuid{};
+  return httpAssembleUUID(cupsServer(), ippPort(), nullptr, 0, uuid.data(), uuid.size());
+}
+
+void cancelJob(const Connection& connection, const Printer& printer, int number) {
+  const auto status = cupsCancelJob2(connection.get(), printer.name.c_str(), number, 0);
+  if (status >= IPP_STATUS_ERROR_BAD_REQUEST || connection.isSilent()) throw connection.lastFailure();
+}
+
+// The numbers of the jobs with this mark in an answer, whose jobs are separated by attributes without a name.
+std::vector<int> numbersOfMarked(const MessageHandle& answer, const std::string& mark) {
+  std::vector<int> numbers;
+  int number = 0;
+  bool isMarked = false;
+  const auto endJob = [&] {
+    if (isMarked && number > 0) numbers.push_back(number);
+    number = 0;
+    isMarked = false;
+  };
+  for (auto* next = ippFirstAttribute(answer.get()); next != nullptr; next = ippNextAttribute(answer.get())) {
+    const char* const name = ippGetName(next);
+    if (name == nullptr) {
+      endJob();
+    } else if (std::string_view(name) == "job-id") {
+      number = ippGetInteger(next, 0);
+    } else if (std::string_view(name) == kMark) {
+      isMarked = attributeText(next) == mark;
+    }
+  }
+  endJob();
+  return numbers;
+}
+
+// Cancels what the server has made of a request whose answer is lost.
+void cancelMarked(const Connection& connection, const Printer& printer, const std::string& mark) {
+  auto request = printerRequest(IPP_OP_GET_JOBS, printer.name);
+  ippAddBoolean(request.get(), IPP_TAG_OPERATION, "my-jobs", 1);
+  requestAttributes(request, {"job-id", kMark});
+  const auto answer = connection.ask(std::move(request), printerResource(printer.name));
+  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
+  for (const int number : numbersOfMarked(answer, mark)) cancelJob(connection, printer, number);
+}
+
+// The failure of a request for a job that the server leaves without an answer.
+Failure unanswered(const Connection& connection, const Printer& printer, const std::string& mark) {
+  const std::string fact = printer.name + " did not answer the request for a job; nothing was printed";
+  const auto failure = refused(connection, fact);
+  try {
+    connection.persist([&] { cancelMarked(connection, printer, mark); });
+    return failure;
+  } catch (const Failure&) {
+    return Failure(Trouble::unconfirmedJob, failure.fact() + "; an empty job may wait there",
+                   " (see lpstat -o " + printer.name + ")");
+  }
+}
+
 // The number of a new job without a document. libcups's own function for that has the server list all that
 // the printer supports first, which takes longer than the job.
 int createJob(const Connection& connection, const Printer& printer, const std::string& title,
               const Options& options) {
+  const auto mark = newMark();
   auto request = printerRequest(IPP_OP_CREATE_JOB, printer.name);
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
-  encodeOptions(request, options);
+  const std::span groups(kJobGroups);
+  encodeOptions(request, options, groups.first(2));
+  ippAddString(request.get(), IPP_TAG_JOB, IPP_TAG_URI, kMark, nullptr, mark.c_str());
+  encodeOptions(request, options, groups.last(1));
   const MessageHandle answer(
       cupsDoRequest(connection.get(), request.release(), printerResource(printer.name).c_str()));
-  if (!answer) {
-    throw refused(connection, printer.name +
-                                  " did not answer the request for a job; nothing was printed, but an empty "
-                                  "job may wait there");
-  }
+  if (!answer) throw unanswered(connection, printer, mark);
   auto* const number = ippFindAttribute(answer.get(), "job-id", IPP_TAG_INTEGER);
   if (number == nullptr) throw refused(connection, printer.name + " refuses the job; nothing was printed");
   return ippGetInteger(number, 0);
@@ -81,10 +144,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
 bool UnfinishedJob::cancel() {
   if (std::exchange(isKept_, true)) return false;
   try {
-    connection_.persist([&] {
-      const auto status = cupsCancelJob2(connection_.get(), printer_.name.c_str(), number_, 0);
-      if (status >= IPP_STATUS_ERROR_BAD_REQUEST || connection_.isSilent()) throw connection_.lastFailure();
-    });
+    connection_.persist([&] { cancelJob(connection_, printer_, number_); });
     return true;
   } catch (const Failure&) {
     return false;
