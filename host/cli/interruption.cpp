@@ -2,15 +2,15 @@
 
 #include <array>
 #include <csignal>
-#include <string>
 
 #include <unistd.h>
+
+#include "host/interrupted.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
 constexpr std::array<int, 2> kSignals{SIGINT, SIGTERM};
-constexpr int kOfShells = 128;
 
 volatile std::sig_atomic_t received = 0;
 
@@ -20,8 +20,6 @@ void handle(int signal, void (*handler)(int)) {
   action.sa_handler = handler;
   sigaction(signal, &action, nullptr);
 }
-
-std::string wordOf(int signal) { return signal == SIGINT ? "interrupted" : "terminated"; }
 
 extern "C" void onSignal(int signal) {
   if (signal == SIGALRM) return;
@@ -37,9 +35,7 @@ Interruption::Interruption() {
   received = 0;
   handle(SIGALRM, onSignal);
   for (const int signal : kSignals) {
-    struct sigaction before {};
-    sigaction(signal, nullptr, &before);
-    if (before.sa_handler != SIG_IGN) handle(signal, onSignal);
+    if (!isIgnored(signal)) handle(signal, onSignal);
   }
 }
 
@@ -54,14 +50,11 @@ Interruption::~Interruption() {
 }
 
 void Interruption::check() {
-  if (received == 0) return;
-  throw Failure(Trouble::cancelled, wordOf(received), "", kOfShells + received);
+  if (received != 0) throw interruptedBy(received, std::nullopt);
 }
 
 Failure Interruption::causeOf(const Failure& failure) {
-  if (received == 0 || failure.exitStatus() == kOfShells + received) return failure;
-  return Failure(failure.trouble(), wordOf(received) + "; " + failure.fact(), failure.remedy(),
-                 kOfShells + received);
+  return received == 0 ? failure : interruptedBy(received, failure);
 }
 
 }  // namespace tandemtrim::host

@@ -13,7 +13,7 @@ class Interruption {
   Interruption& operator=(const Interruption&) = delete;
   ~Interruption();
 
-  /// Failure when there was a signal, with the exit status that shells give to it.
+  /// Failure when there was a signal.
   static void check();
   /// The failure of a job; where there was a signal, with the signal as its cause.
   static Failure causeOf(const Failure& failure);

@@ -1,7 +1,13 @@
 #include "host/dialog/dialog.hpp"
 
+#include <csignal>
+#include <cstdlib>
+
+#include <glib-unix.h>
+
 #include "host/cups/option_values.hpp"
 #include "host/dialog/texts/texts.hpp"
+#include "host/interrupted.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -25,9 +31,29 @@ Dialog::Dialog(const CommandLine& line, const Report& report)
 Dialog::~Dialog() { window_.dialog().unset_focus(); }
 
 std::optional<SentJob> Dialog::run() {
+  std::vector<guint> sources;
+  if (!isIgnored(SIGINT)) sources.push_back(g_unix_signal_add(SIGINT, onSignal<SIGINT>, this));
+  if (!isIgnored(SIGTERM)) sources.push_back(g_unix_signal_add(SIGTERM, onSignal<SIGTERM>, this));
   printer_.start();
   window_.run();
-  return sent_;
+  for (const auto source : sources) g_source_remove(source);
+  if (sent_) return sent_;
+  if (signal_ != 0) throw interruptedBy(signal_, failure_);
+  if (failure_ && failure_->trouble() != Trouble::cancelled) throw *failure_;
+  return std::nullopt;
+}
+
+template <int kSignal>
+gboolean Dialog::onSignal(gpointer dialog) {
+  static_cast<Dialog*>(dialog)->interrupt(kSignal);
+  return G_SOURCE_CONTINUE;
+}
+
+// The second signal ends the program at once.
+void Dialog::interrupt(int signal) {
+  if (signal_ != 0) std::_Exit(interruptedBy(signal, std::nullopt).exitStatus());
+  signal_ = signal;
+  onResponse(Gtk::ResponseType::CANCEL);
 }
 
 // A job that is being sent is cancelled, which may take as long as its server.
@@ -35,7 +61,7 @@ void Dialog::onResponse(int response) {
   if (response == Gtk::ResponseType::OK) return print(false);
   if (liveIn(window_.state()).content) return window_.close();
   window_.enter(DialogState::cancelling);
-  sender_.cancel();
+  sender_.cancel(signal_ == 0 ? "cancelled" : wordOf(signal_));
   window_.hide();
 }
 
@@ -78,7 +104,10 @@ void Dialog::onSent(const Outcome<SendResult>& outcome) {
   const bool isCancelled = window_.state() == DialogState::cancelling;
   window_.enter(DialogState::ready);
   if (outcome.result) sent_ = outcome.result->job;
-  if (isCancelled) return window_.close();
+  if (isCancelled) {
+    failure_ = outcome.failure;
+    return window_.close();
+  }
   if (outcome.failure) {
     questions_.showWarning(failureText(*outcome.failure));
     // GTK may have selected another printer meanwhile.

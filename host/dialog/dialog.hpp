@@ -23,10 +23,14 @@ class Dialog : public sigc::trackable {
   Dialog& operator=(const Dialog&) = delete;
   ~Dialog();
 
-  /// Shows the dialog until the user prints or cancels. The job that was sent, or none.
+  /// Shows the dialog until the user prints or cancels. The job that was sent, or none. Failure when a
+  /// cancelled job may still be printed, and when a signal ends the dialog.
   std::optional<SentJob> run();
 
  private:
+  template <int kSignal>
+  static gboolean onSignal(gpointer dialog);
+  void interrupt(int signal);
   void onResponse(int response);
   void print(bool withIllegalValues);
   void askAboutIllegalValues(const std::vector<IllegalValue>& values);
@@ -38,6 +42,10 @@ class Dialog : public sigc::trackable {
   Questions questions_;
   ChosenPrinter printer_;
   std::optional<SentJob> sent_;
+  // Of a job that was cancelled.
+  std::optional<Failure> failure_;
+  // The one that ends the dialog; 0 while there is none.
+  int signal_ = 0;
 };
 
 }  // namespace tandemtrim::host

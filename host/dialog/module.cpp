@@ -34,7 +34,7 @@ std::optional<SentJob> jobOfDialog(const CommandLine& line, const Report& report
   try {
     return Dialog(line, report).run();
   } catch (const Failure& failure) {
-    if (isatty(STDERR_FILENO) == 0) showFailure(failure);
+    if (isatty(STDERR_FILENO) == 0 && failure.trouble() != Trouble::cancelled) showFailure(failure);
     throw;
   }
 }
@@ -70,7 +70,9 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
       }
     });
     result.job = jobOfDialog(line, report);
+  } catch (const Failure& failure) {
+    result.failure = failure;
   } catch (const std::exception& failure) {
-    result.failure = failure.what();
+    result.failure = Failure(failure.what());
   }
 }

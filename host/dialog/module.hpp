@@ -9,7 +9,7 @@ namespace tandemtrim::host {
 /// The result of a dialog: the job that was sent, or none, or why it failed.
 struct DialogResult {
   std::optional<SentJob> job;
-  std::optional<std::string> failure;
+  std::optional<Failure> failure;
   bool noScreen = false;
 };
 

@@ -19,7 +19,7 @@ Sender::Sender(std::vector<Document> documents, Report report,
 Progress Sender::makeProgress() const {
   return [show = showProgress_, cancelled = cancelled_, underWay = std::make_shared<std::atomic<bool>>(false),
           alive = std::weak_ptr<void>(alive_)](const std::string& name, auto sent, auto size) {
-    if (*cancelled) throw Failure(Trouble::cancelled, "cancelled");
+    if (const char* const reason = *cancelled) throw Failure(Trouble::cancelled, reason);
     // A document goes faster than the dialog can show of it.
     if (underWay->exchange(true)) return;
     Glib::signal_idle().connect_once(
@@ -31,7 +31,7 @@ Progress Sender::makeProgress() const {
 }
 
 void Sender::send(const PrintRequest& request, Done done) {
-  cancelled_ = std::make_shared<std::atomic<bool>>(false);
+  cancelled_ = std::make_shared<std::atomic<const char*>>(nullptr);
   inBackground<SendResult>(
       alive_,
       [request, documents = documents_, progress = makeProgress(), report = report_] {
@@ -44,7 +44,7 @@ void Sender::send(const PrintRequest& request, Done done) {
 }
 
 void Sender::finish(const PrintRequest& request, Outcome<SendResult>& outcome) const {
-  if (outcome.failure && outcome.failure->trouble() != Trouble::cancelled) report_(outcome.failure->what());
+  if (outcome.failure && *cancelled_ == nullptr) report_(outcome.failure->what());
   if (!outcome.result) return;
   auto& [job, problems] = *outcome.result;
   if (const auto forgotten = remember({request.server, job.printer}, request.remembered, report_))

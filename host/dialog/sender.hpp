@@ -24,8 +24,9 @@ class Sender {
 
   /// `done` gets the result or the failure. Failures are reported, too, unless the job was cancelled.
   void send(const PrintRequest& request, Done done);
-  /// Cancels the job that is being sent; `done` is called when the server has answered, even so.
-  void cancel() { *cancelled_ = true; }
+  /// Cancels the job that is being sent, for this reason; `done` is called when the server has answered, even
+  /// so.
+  void cancel(const char* reason) { *cancelled_ = reason; }
 
  private:
   [[nodiscard]] Progress makeProgress() const;
@@ -35,7 +36,8 @@ class Sender {
   std::shared_ptr<std::vector<Document>> documents_;
   Report report_;
   std::function<void(const std::string&)> showProgress_;
-  std::shared_ptr<std::atomic<bool>> cancelled_;
+  // Why the job is cancelled; null while it is not.
+  std::shared_ptr<std::atomic<const char*>> cancelled_;
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);
 };
 

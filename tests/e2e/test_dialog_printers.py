@@ -1,5 +1,6 @@
 """The print dialog before printers that differ, refuse or are gone."""
 
+import signal
 import unittest
 
 from dialog_case import DialogCase, until
@@ -318,6 +319,32 @@ class DialogPrintersTest(DialogCase):
                 self.assertEqual((status, out), (0, ""), said)
                 self.assertEqual(self.cups.jobs("not-completed"), [])
                 self.assertEqual(self.cups.records(), [])
+
+    def test_a_signal_closes_it_and_cancels_a_job_on_its_way(self):
+        dialog = self.in_the_middle_of_a_document(seconds=60)
+        dialog.process.send_signal(signal.SIGINT)
+        until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
+        self.cups.thaw()
+        status, out, said = dialog.ends()
+        self.assertEqual((status, out), (128 + signal.SIGINT, ""), said)
+        self.assertRegex(said, r"tandem-trim: interrupted; job \d+ on Morva was cancelled\n$")
+        self.assertEqual((self.cups.jobs("not-completed"), self.cups.records()), ([], []))
+        dialog = self.panel()
+        dialog.process.send_signal(signal.SIGTERM)
+        status, out, said = dialog.ends()
+        self.assertEqual((status, out, said), (128 + signal.SIGTERM, "", "tandem-trim: terminated\n"))
+        self.assertEqual(self.cups.jobs("not-completed"), [])
+
+    def test_a_job_that_cannot_be_cancelled_is_named(self):
+        dialog = self.in_the_middle_of_a_document(seconds=1)
+        dialog.press("Cancel")
+        dialog.says("may still be printed")
+        dialog.press("Close")
+        status, out, said = dialog.ends()
+        self.assertEqual((status, out), (1, ""), said)
+        self.assertRegex(said, r"job \d+ on Morva could not be cancelled and may still be printed")
+        self.cups.thaw()
+        self.cups.cancel_all()
 
     def test_a_job_that_is_cancelled_too_late_is_reported(self):
         with Holdup(self.cups.address, GET_JOB_ATTRIBUTES) as holdup:
