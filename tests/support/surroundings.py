@@ -100,6 +100,8 @@ def fonts(folder, font=FONT):
 def own(given):
     """The whole environment of a test for which CTest gives these variables, with a home folder that is gone afterwards."""
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
+    # Ignored by what a shell starts in the background, and by all that is started from there.
+    signal.signal(signal.SIGINT, signal.default_int_handler)
     os.umask(0o022)
     # Not where the caller has its temporary files: print servers give up root's rights, and a socket's path must be short.
     with tempfile.TemporaryDirectory(prefix="tandem-trim-test-", dir="/tmp") as folder:

@@ -104,12 +104,12 @@ class Holdup(Relay):
 
 
 class AtByte(Relay):
-    """Does something once so many bytes have passed since a job was made, on its connection: bytes of the client's requests, or of the server's
-    answers. `counted` is how many there were."""
+    """Does something once so many bytes have passed since these words in a request, on its connection: bytes of the client's requests, or of the
+    server's answers. `counted` is how many there were."""
 
-    def __init__(self, server, after=float("inf"), answers=False):
+    def __init__(self, server, after=float("inf"), answers=False, since=NEW_JOB):
         super().__init__(server, float("inf"), None)
-        self._after, self._of_answers = after, answers
+        self._after, self._of_answers, self._since = after, answers, since
         self._client_of_job = None
         self.counted = 0
 
@@ -122,8 +122,10 @@ class AtByte(Relay):
     def _carry(self, client, source, target):
         try:
             while piece := source.recv(PIECE):
-                if self._client_of_job is None and source is client and NEW_JOB in piece:
+                if self._client_of_job is None and source is client and (start := piece.find(self._since)) >= 0:
                     self._client_of_job = client
+                    target.sendall(piece[:start])
+                    piece = piece[start:]
                 if client is self._client_of_job and self._of_answers == (source is not client):
                     piece = self._counts(piece, target)
                 target.sendall(piece)
@@ -177,7 +179,8 @@ class Away(Cut):
 
     def __exit__(self, *_):
         self._back.cancel()
-        self._back.join()
+        if self._back.is_alive():
+            self._back.join()
         super().__exit__()
 
     def _listen_again(self):

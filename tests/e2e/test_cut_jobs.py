@@ -1,0 +1,62 @@
+"""A connection that is cut at any byte: no job is called confirmed that its filter has not got whole, none stays behind, and none keeps the program."""
+
+import os
+import random
+import unittest
+
+from relay import NEW_JOB, Cut
+from terminal_case import SAMPLE, TerminalCase, digest
+
+TIMEOUT = 2  # seconds that the program waits for an answer
+SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
+# At how many bytes, chosen at random, or at "all" of them.
+CUTS = os.environ.get("TANDEM_TRIM_CUTS", "12")
+LARGE_CUTS = os.environ.get("TANDEM_TRIM_LARGE_CUTS", "1")
+SMALL, LARGE = 100_000, 20_000_000  # bytes of a document
+ANY_REQUEST = b""
+
+
+class CutJobsTest(TerminalCase):
+    def document(self, size):
+        document = self.temporary_folder() / "document.pdf"
+        document.write_bytes(SAMPLE.read_bytes() + random.Random(SEED).randbytes(size - SAMPLE.stat().st_size))
+        return document
+
+    def prints_over(self, relay, document):
+        """Prints the document over the relay; gives the program's result and the records of what reached the filter."""
+        self.cups.forget()
+        with relay:
+            result = self.trim("-d", "Morva", document, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
+        self.cups.wait_for_jobs()
+        return result, self.cups.records()
+
+    def cuts(self, cuts, document, answers, since):
+        """Cuts the connection at so many bytes of the requests, or of the answers, since a request with these words."""
+        whole = Cut(self.cups.address, answers=answers, since=since)
+        result, (expected,) = self.prints_over(whole, document)
+        self.assertEqual((result.returncode, expected.sha256), (0, digest(document)))
+        every = range(1, whole.counted)
+        points = every if cuts == "all" else sorted(random.Random(SEED).sample(every, int(cuts)))
+        for after in points:
+            with self.subTest(after=after, of=whole.counted, answers=answers, since=since, TANDEM_TRIM_SEED=SEED):
+                result, records = self.prints_over(Cut(self.cups.address, after, answers, since), document)
+                received = [(record.sha256, record.options) for record in records]
+                if result.returncode == 0 or result.stdout:
+                    self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
+                    self.assertEqual((result.returncode, received), (0, [(expected.sha256, expected.options)]))
+                else:
+                    self.assertRegex(result.stderr, "^tandem-trim: .*the print server at 127.0.0.1:")
+                    self.assertEqual(received, [])
+
+    def test_a_request_that_is_cut(self):
+        self.cuts(CUTS, self.document(SMALL), answers=False, since=ANY_REQUEST)
+
+    def test_an_answer_that_is_cut(self):
+        self.cuts(CUTS, self.document(SMALL), answers=True, since=NEW_JOB)
+
+    def test_a_large_document_that_is_cut(self):
+        self.cuts(LARGE_CUTS, self.document(LARGE), answers=False, since=NEW_JOB)
+
+
+if __name__ == "__main__":
+    unittest.main()
