@@ -114,6 +114,20 @@ class ConfirmationTest(TerminalCase):
                 result, records = self.prints_over(Away(self.cups.address, after, 0.5), [SAMPLE])
                 self.assertEqual((result.returncode, len(records)), (status, 1 - status), result.stderr)
 
+    def test_a_server_that_is_still_at_the_document_is_asked_again(self):
+        whole = Cut(self.cups.address)
+        self.prints_over(whole, [SAMPLE])
+        requests = self.cups.folder / "access_log"
+        questions = requests.read_text().count(" Get-Job-Attributes ")
+        in_the_document = whole.counted - 1500  # behind it comes the question, which is shorter
+        with Pause(self.cups.address, in_the_document) as relay:
+            program = self.started("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
+            until(lambda: requests.read_text().count(" Get-Job-Attributes ") > questions, "the question")
+            relay.release()
+            status, out, said = self.end_of(program)
+        self.assertEqual(status, 0, said)
+        self.assertRegex(out, r"7 of 7 options confirmed\n$")
+
     # Documents that cannot be sent to their end.
 
     def test_a_document_that_shrinks_while_it_is_sent_is_not_printed(self):
