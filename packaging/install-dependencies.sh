@@ -3,7 +3,7 @@
 # Root installs directly, anybody else by sudo; with nothing missing it asks for neither and touches no network.
 set -euo pipefail
 
-build='g++ cmake ninja-build make pkg-config libcups2-dev libcli11-dev nlohmann-json3-dev libgtkmm-4.0-dev'
+build='g++ cmake ninja-build make pkg-config libcups2-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libgtkmm-4.0-dev'
 # The demonstration and the end-to-end tests start a print server of their own; the system's is not used.
 server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.

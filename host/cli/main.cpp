@@ -1,8 +1,11 @@
 #include <iostream>
 
+#include <fcntl.h>
 #include <syslog.h>
+#include <unistd.h>
 
 #include "host/cli/command_line_parser.hpp"
+#include "host/cli/password.hpp"
 #include "host/cli/run.hpp"
 #include "host/failure.hpp"
 #include "host/plain_text.hpp"
@@ -12,6 +15,15 @@ namespace {
 using namespace tandemtrim::host;
 
 void printMessage(const std::string& message) { std::cerr << "tandem-trim: " << plainText(message) << '\n'; }
+
+// A standard descriptor that is closed would become that of the next file or connection, which would get what
+// the program says.
+void openStandardDescriptors() {
+  int file = 0;
+  do file = open("/dev/null", O_RDWR);
+  while (file >= 0 && file <= STDERR_FILENO);
+  if (file >= 0) close(file);
+}
 
 void work(std::vector<std::string> arguments) {
   const auto parsed = parseCommandLine(std::move(arguments));
@@ -28,6 +40,8 @@ void work(std::vector<std::string> arguments) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+  openStandardDescriptors();
+  askForPasswords();
   try {
     work({argv + 1, argv + argc});
     return kSucceeded;

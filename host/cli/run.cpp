@@ -8,6 +8,7 @@
 #include "host/cups/option_values.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/cups/printer.hpp"
+#include "host/cups/queue_ppd.hpp"
 #include "host/cups/saved_defaults.hpp"
 #include "host/cups/sent_job.hpp"
 #include "host/failure.hpp"

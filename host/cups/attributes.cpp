@@ -1,9 +1,73 @@
 #include "host/cups/attributes.hpp"
 
+#include <utility>
+
 namespace tandemtrim::host {
+namespace {
+
+// Of a text, name, keyword, address or type of document.
+std::optional<std::string> textAt(ipp_attribute_t* attribute, int index) {
+  switch (ippGetValueTag(attribute)) {
+    case IPP_TAG_TEXT:
+    case IPP_TAG_TEXTLANG:
+    case IPP_TAG_NAME:
+    case IPP_TAG_NAMELANG:
+    case IPP_TAG_KEYWORD:
+    case IPP_TAG_URI:
+    case IPP_TAG_URISCHEME:
+    case IPP_TAG_MIMETYPE:
+      break;
+    default:
+      return std::nullopt;
+  }
+  const char* const text = ippGetString(attribute, index, nullptr);
+  return text == nullptr ? std::nullopt : std::optional<std::string>(text);
+}
+
+// The attribute of this type that has a value, or null.
+ipp_attribute_t* findValue(const MessageHandle& message, const std::string& name, ipp_tag_t type) {
+  auto* const attribute = findAttribute(message, name);
+  return ippGetValueTag(attribute) == type && ippGetCount(attribute) > 0 ? attribute : nullptr;
+}
+
+}  // namespace
 
 ipp_attribute_t* findAttribute(const MessageHandle& message, const std::string& name) {
   return ippFindAttribute(message.get(), name.c_str(), IPP_TAG_ZERO);
+}
+
+std::optional<std::string> textIn(const MessageHandle& message, const std::string& name) {
+  return textAt(findAttribute(message, name), 0);
+}
+
+std::optional<int> integerIn(const MessageHandle& message, const std::string& name) {
+  auto* const attribute = findValue(message, name, IPP_TAG_INTEGER);
+  return attribute == nullptr ? std::nullopt : std::optional(ippGetInteger(attribute, 0));
+}
+
+std::optional<int> enumIn(const MessageHandle& message, const std::string& name) {
+  auto* const attribute = findValue(message, name, IPP_TAG_ENUM);
+  return attribute == nullptr ? std::nullopt : std::optional(ippGetInteger(attribute, 0));
+}
+
+std::optional<bool> booleanIn(const MessageHandle& message, const std::string& name) {
+  auto* const attribute = findValue(message, name, IPP_TAG_BOOLEAN);
+  return attribute == nullptr ? std::nullopt : std::optional(ippGetBoolean(attribute, 0) != 0);
+}
+
+std::vector<std::string> textsIn(const MessageHandle& message, const std::string& name) {
+  std::vector<std::string> texts;
+  for (auto* attribute = findAttribute(message, name); attribute != nullptr;
+       attribute = ippFindNextAttribute(message.get(), name.c_str(), IPP_TAG_ZERO)) {
+    for (int index = 0; index < ippGetCount(attribute); ++index) {
+      if (auto text = textAt(attribute, index)) texts.push_back(std::move(*text));
+    }
+  }
+  return texts;
+}
+
+std::optional<std::string> onlyText(ipp_attribute_t* attribute) {
+  return ippGetCount(attribute) == 1 ? textAt(attribute, 0) : std::nullopt;
 }
 
 std::string attributeText(ipp_attribute_t* attribute) {

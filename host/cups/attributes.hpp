@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -13,7 +14,20 @@ namespace tandemtrim::host {
 /// The attribute of this name in a message, or null.
 ipp_attribute_t* findAttribute(const MessageHandle& message, const std::string& name);
 
-/// All values of an attribute as one text, as libcups writes them.
+/// What a message says by the attribute of this name: its first value. None when there is no such attribute,
+/// or it has no value or values of another type, as anything may come from a network.
+std::optional<std::string> textIn(const MessageHandle& message, const std::string& name);
+std::optional<int> integerIn(const MessageHandle& message, const std::string& name);
+std::optional<int> enumIn(const MessageHandle& message, const std::string& name);
+std::optional<bool> booleanIn(const MessageHandle& message, const std::string& name);
+
+/// The texts that all attributes of this name hold, as the names of several printers.
+std::vector<std::string> textsIn(const MessageHandle& message, const std::string& name);
+
+/// The only value of an attribute, where that is a text.
+std::optional<std::string> onlyText(ipp_attribute_t* attribute);
+
+/// All values of an attribute of any type as one text, as libcups writes them.
 std::string attributeText(ipp_attribute_t* attribute);
 
 /// Has a request answered with the attributes of these names alone.

@@ -22,17 +22,11 @@ ipp_attribute_t* encode(const MessageHandle& request, const Option& option) {
   return findAttribute(request, option.keyword);
 }
 
-bool isText(ipp_attribute_t* attribute) {
-  const auto tag = ippGetValueTag(attribute);
-  return ippGetCount(attribute) == 1 &&
-         (tag == IPP_TAG_NAME || tag == IPP_TAG_KEYWORD || tag == IPP_TAG_TEXT);
-}
-
 // A text must equal the value that was sent. Numbers and ranges have several spellings, so they are compared
 // as libcups spells them.
 bool isAsSent(ipp_attribute_t* held, const Option& option) {
   if (attributeOf(option.keyword) != option.keyword) return attributeText(held) == documentFormat({option});
-  if (isText(held)) return ippGetString(held, 0, nullptr) == option.value;
+  if (const auto text = onlyText(held)) return *text == option.value;
   const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
   auto* const asked = encode(request, option);
   return asked != nullptr && attributeText(asked) == attributeText(held);
@@ -52,9 +46,9 @@ std::vector<LostOption> lostOptions(const MessageHandle& job, const Options& sen
 }
 
 std::optional<std::uint64_t> numberIn(const MessageHandle& job, const char* name) {
-  auto* const number = ippFindAttribute(job.get(), name, IPP_TAG_INTEGER);
-  if (number == nullptr || ippGetInteger(number, 0) < 0) return std::nullopt;
-  return static_cast<std::uint64_t>(ippGetInteger(number, 0));
+  const auto number = integerIn(job, name);
+  if (!number || *number < 0) return std::nullopt;
+  return static_cast<std::uint64_t>(*number);
 }
 
 std::string outOf(std::uint64_t held, std::uint64_t sent, const std::string& unit) {
@@ -86,14 +80,13 @@ Options optionsOfTheJob(const Options& options) {
 
 HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent) {
   HeldJob held;
-  if (auto* const state = ippFindAttribute(jobAttributes.get(), "job-state", IPP_TAG_ENUM))
-    held.state = static_cast<ipp_jstate_t>(ippGetInteger(state, 0));
-  if (auto* const reasons = findAttribute(jobAttributes, "job-state-reasons")) {
-    held.reasons = attributeText(reasons);
-    if (held.reasons == "none") held.reasons.clear();
+  if (const auto state = enumIn(jobAttributes, "job-state");
+      state >= IPP_JSTATE_PENDING && state <= IPP_JSTATE_COMPLETED)
+    held.state = static_cast<ipp_jstate_t>(*state);
+  for (const auto& reason : textsIn(jobAttributes, "job-state-reasons")) {
+    if (reason != "none") held.reasons += (held.reasons.empty() ? "" : ",") + reason;
   }
-  if (auto* const message = findAttribute(jobAttributes, "job-printer-state-message"))
-    held.message = attributeText(message);
+  held.message = textIn(jobAttributes, "job-printer-state-message").value_or("");
   held.sheets = numberIn(jobAttributes, "job-media-sheets-completed").value_or(0);
   held.incomplete = incompleteness(jobAttributes, held, sent);
   held.lost = lostOptions(jobAttributes, sent.options);

@@ -3,9 +3,12 @@
 #include <array>
 #include <charconv>
 #include <cstdlib>
+#include <limits>
 #include <string_view>
 #include <thread>
 
+#include <linux/sockios.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 
 namespace tandemtrim::host {
@@ -13,6 +16,9 @@ namespace {
 
 constexpr std::chrono::seconds kTimeout{10};
 constexpr std::chrono::milliseconds kBetweenAttempts{100};
+constexpr std::chrono::milliseconds kBetweenLooks{10};
+// Of a request that libcups is to send again, with a proof of who the user is or encrypted.
+constexpr int kAttempts = 5;
 constexpr const char* kNoServer = "/dev/null";
 
 std::chrono::seconds timeoutFromEnvironment() {
@@ -46,57 +52,101 @@ Trouble troubleOf(ipp_status_t status) {
   }
 }
 
-int onTimeout(http_t* /*http*/, void* silent) {
-  *static_cast<bool*>(silent) = true;
+// libcups's own words on its last call; those of its status where there was no memory for them.
+std::string lastWords() {
+  const char* const words = cupsLastErrorString();
+  return words == nullptr ? ippErrorString(cupsLastError()) : words;
+}
+
+int onTimeout(http_t* /*http*/, void* givenUp) {
+  *static_cast<std::atomic<GivenUp>*>(givenUp) = GivenUp::tooSlow;
   return 0;  // Wait no longer.
 }
 
 }  // namespace
 
 Connection::Connection(const std::optional<std::string>& server)
-    : server_(server), timeout_(timeoutFromEnvironment()) {
+    : server_(server), bounds_(std::make_unique<Bounds>(timeoutFromEnvironment())) {
   if (server) cupsSetServer(server->c_str());
-  const auto milliseconds = static_cast<int>(std::chrono::milliseconds(timeout_).count());
+  const auto milliseconds = static_cast<int>(std::chrono::milliseconds(bounds_->longest).count());
   http_.reset(
       httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, milliseconds, nullptr));
   if (!http_) {
     throw Failure(Trouble::noServer, "no print server answers at " + serverName(),
                   "; start CUPS there, or name another server by -h");
   }
-  httpSetTimeout(http_.get(), static_cast<double>(timeout_.count()), onTimeout, silent_.get());
+  httpSetTimeout(http_.get(), static_cast<double>(bounds_->longest.count()), onTimeout, &bounds_->givenUp);
 }
 
+// Not by cupsDoRequest(): it sends a request that is redirected again and again.
 MessageHandle Connection::ask(MessageHandle request, const std::string& resource) const {
-  MessageHandle answer(cupsDoRequest(get(), request.release(), resource.c_str()));
-  if (!answer) throw lastFailure();
-  return answer;
+  const auto watched = watch();
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    auto status = cupsSendRequest(get(), request.get(), resource.c_str(), ippLength(request.get()));
+    if (status == HTTP_STATUS_CONTINUE || status == HTTP_STATUS_OK) {
+      MessageHandle answer(cupsGetResponse(get(), resource.c_str()));
+      status = httpGetStatus(get());
+      if (httpGetState(get()) != HTTP_STATE_WAITING) httpFlush(get());
+      if (answer && !isSilent()) return answer;
+    }
+    if (isSilent()) break;
+    if (status < HTTP_STATUS_MULTIPLE_CHOICES) throw brokenConnection();
+    if (status < HTTP_STATUS_BAD_REQUEST) {
+      throw Failure(Trouble::noServer, server() + " sends requests elsewhere (" + httpStatus(status) + ")",
+                    "; name the print server itself by -h");
+    }
+    // libcups has proved who the user is, or has encrypted the connection.
+    if (status != HTTP_STATUS_UNAUTHORIZED && status != HTTP_STATUS_UPGRADE_REQUIRED) break;
+  }
+  throw lastFailure();
+}
+
+MessageHandle Connection::answerToDocument(const std::string& resource) const {
+  drain();
+  const auto watched = watch();
+  return MessageHandle(cupsGetResponse(get(), resource.c_str()));
+}
+
+// Waits until the server has taken all that was written, for as long as it goes on taking.
+void Connection::drain() const {
+  int left = std::numeric_limits<int>::max();
+  for (auto end = std::chrono::steady_clock::now(); !isSilent(); std::this_thread::sleep_for(kBetweenLooks)) {
+    int waiting = 0;
+    if (ioctl(httpGetFd(get()), SIOCOUTQ, &waiting) != 0 || waiting == 0) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (waiting < left) end = now + bounds_->longest;
+    left = waiting;
+    if (now > end) bounds_->givenUp = GivenUp::tooSlow;
+  }
 }
 
 DestinationHandle Connection::destination(const char* printer, const char* instance) const {
   // libcups asks its own default server whatever this one does not answer, for a minute or more.
   cupsSetServer(kNoServer);
+  const auto watched = watch();
   DestinationHandle found(cupsGetNamedDest(get(), printer, instance));
   cupsSetServer(server_ ? server_->c_str() : nullptr);
   return isSilent() ? nullptr : std::move(found);
 }
 
 void Connection::persist(const std::function<void()>& work) const {
-  const auto end = std::chrono::steady_clock::now() + timeout_;
+  const auto end = std::chrono::steady_clock::now() + bounds_->longest;
   // A connection in the middle of a document takes no other request.
   for (bool isBroken = isSilent() || httpGetState(get()) != HTTP_STATE_WAITING;; isBroken = true) {
     try {
       if (isBroken) reconnect();
       return work();
     } catch (const Failure&) {
-      if (std::chrono::steady_clock::now() >= end) throw;
+      const bool isHostile = bounds_->givenUp == GivenUp::tooLarge;
+      if (isHostile || std::chrono::steady_clock::now() >= end) throw;
     }
     std::this_thread::sleep_for(kBetweenAttempts);
   }
 }
 
 void Connection::reconnect() const {
-  *silent_ = false;
-  const auto milliseconds = static_cast<int>(std::chrono::milliseconds(timeout_).count());
+  bounds_->renew();
+  const auto milliseconds = static_cast<int>(std::chrono::milliseconds(bounds_->longest).count());
   if (httpReconnect2(get(), milliseconds, nullptr) == 0) return;
   throw Failure(Trouble::noServer, server() + " broke the connection and takes no new one",
                 "; see whether it is still running");
@@ -104,16 +154,23 @@ void Connection::reconnect() const {
 
 std::string Connection::server() const { return "the print server at " + serverName(); }
 
+Failure Connection::brokenConnection() const {
+  return Failure(Trouble::noServer, server() + " broke the connection");
+}
+
 Failure Connection::lastFailure() const {
+  if (bounds_->givenUp == GivenUp::tooLarge) {
+    return Failure(Trouble::noServer, server() + " gave an answer that is too large",
+                   "; see whether it is a print server");
+  }
   if (isSilent()) {
     return Failure(Trouble::noServer,
-                   server() + " did not answer within " + std::to_string(timeout_.count()) + " s",
+                   server() + " did not answer within " + std::to_string(bounds_->longest.count()) + " s",
                    "; see whether it is still running, or name another server by -h");
   }
   // libcups knows no word for a connection that ends in front of an answer.
-  if (cupsLastError() < IPP_STATUS_ERROR_BAD_REQUEST)
-    return Failure(Trouble::noServer, server() + " broke the connection");
-  return Failure(troubleOf(cupsLastError()), server() + " failed: " + cupsLastErrorString());
+  if (cupsLastError() < IPP_STATUS_ERROR_BAD_REQUEST) return brokenConnection();
+  return Failure(troubleOf(cupsLastError()), server() + " failed: " + lastWords());
 }
 
 MessageHandle printerRequest(ipp_op_t operation, const std::string& printer) {

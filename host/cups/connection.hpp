@@ -1,12 +1,12 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "host/cups/cups_handles.hpp"
+#include "host/cups/watch.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {
@@ -21,16 +21,28 @@ class Connection {
 
   [[nodiscard]] http_t* get() const noexcept { return http_.get(); }
 
-  /// Sends a request and gives the answer; Failure when there is none. The answer may tell of an error of the
-  /// server's.
+  /// Sends a request and gives the answer; Failure when there is none, or it leads elsewhere. The answer may
+  /// tell of an error of the server's.
   [[nodiscard]] MessageHandle ask(MessageHandle request, const std::string& resource) const;
+
+  /// The answer to a document whose last byte is written; null when there is none. A slow way to the server
+  /// takes the time that it takes.
+  [[nodiscard]] MessageHandle answerToDocument(const std::string& resource) const;
 
   /// The server's record of a printer (null: of the default one), with what the user saved for it or for an
   /// instance of it; null when the server does not give one. libcups asks nobody else.
   [[nodiscard]] DestinationHandle destination(const char* printer, const char* instance) const;
 
-  /// Whether the server has left a request without an answer. libcups does not report that of every call.
-  [[nodiscard]] bool isSilent() const noexcept { return *silent_; }
+  /// Ends the calls of libcups that ask the server while it lives, when they take longer than one answer may,
+  /// or their answer is too large. isSilent() tells of it.
+  [[nodiscard]] Watch watch() const { return Watch(get(), *bounds_); }
+
+  /// Whether the server has left a request without an answer, or one without an end. libcups does not report
+  /// that of every call.
+  [[nodiscard]] bool isSilent() const noexcept { return bounds_->givenUp != GivenUp::no; }
+
+  /// Leaves the connection as it is and makes another to the same server. Failure when it takes none.
+  void reconnect() const;
 
   /// Does the work, which asks the server; where that raises a Failure, again over a new connection, for as
   /// long as one answer may take. Then the last Failure is raised.
@@ -43,13 +55,13 @@ class Connection {
   [[nodiscard]] Failure lastFailure() const;
 
  private:
-  void reconnect() const;
+  void drain() const;
+  [[nodiscard]] Failure brokenConnection() const;
 
   HttpHandle http_;
   std::optional<std::string> server_;
-  std::chrono::seconds timeout_;
-  // Set from libcups's callback; at an address that stays when the connection is moved.
-  std::unique_ptr<bool> silent_ = std::make_unique<bool>(false);
+  // At an address that stays when the connection is moved.
+  std::unique_ptr<Bounds> bounds_;
 };
 
 /// A new request about a printer.

@@ -11,10 +11,13 @@
 namespace tandemtrim::host {
 namespace {
 
+Failure because(const Failure& reason, const std::string& what) {
+  return Failure(reason.trouble(), what + ": " + reason.fact(), reason.remedy());
+}
+
 // What the server did not do with the document, in the words of its last answer.
 Failure refused(const Connection& connection, const std::string& what) {
-  const auto last = connection.lastFailure();
-  return Failure(last.trouble(), what + ": " + last.fact(), last.remedy());
+  return because(connection.lastFailure(), what);
 }
 
 // The attribute that tells a job of this program from others of the user. CUPS gives no URI to filters.
@@ -26,6 +29,7 @@ std::string newMark() {
 }
 
 void cancelJob(const Connection& connection, const Printer& printer, int number) {
+  const auto watched = connection.watch();
   const auto status = cupsCancelJob2(connection.get(), printer.name.c_str(), number, 0);
   if (status >= IPP_STATUS_ERROR_BAD_REQUEST || connection.isSilent()) throw connection.lastFailure();
 }
@@ -65,9 +69,10 @@ void cancelMarked(const Connection& connection, const Printer& printer, const st
 }
 
 // The failure of a request for a job that the server leaves without an answer.
-Failure unanswered(const Connection& connection, const Printer& printer, const std::string& mark) {
-  const std::string fact = printer.name + " did not answer the request for a job; nothing was printed";
-  const auto failure = refused(connection, fact);
+Failure unanswered(const Connection& connection, const Printer& printer, const std::string& mark,
+                   const Failure& reason) {
+  const auto failure =
+      because(reason, printer.name + " did not answer the request for a job; nothing was printed");
   try {
     connection.persist([&] { cancelMarked(connection, printer, mark); });
     return failure;
@@ -88,12 +93,15 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
   encodeOptions(request, options, groups.first(2));
   ippAddString(request.get(), IPP_TAG_JOB, IPP_TAG_URI, kMark, nullptr, mark.c_str());
   encodeOptions(request, options, groups.last(1));
-  const MessageHandle answer(
-      cupsDoRequest(connection.get(), request.release(), printerResource(printer.name).c_str()));
-  if (!answer) throw unanswered(connection, printer, mark);
-  auto* const number = ippFindAttribute(answer.get(), "job-id", IPP_TAG_INTEGER);
-  if (number == nullptr) throw refused(connection, printer.name + " refuses the job; nothing was printed");
-  return ippGetInteger(number, 0);
+  MessageHandle answer;
+  try {
+    answer = connection.ask(std::move(request), printerResource(printer.name));
+  } catch (const Failure& failure) {
+    throw unanswered(connection, printer, mark, failure);
+  }
+  const auto number = integerIn(answer, "job-id");
+  if (!number) throw refused(connection, printer.name + " refuses the job; nothing was printed");
+  return *number;
 }
 
 std::optional<std::string> valueOf(const Options& options, const std::string& keyword) {
@@ -134,7 +142,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
                                          std::to_string(*document.size()) + " bytes were left");
   }
   // Not cupsFinishDocument(): where the connection breaks it gives the status of an earlier answer.
-  const MessageHandle answer(cupsGetResponse(http, printerResource(printer_.name).c_str()));
+  const auto answer = connection_.answerToDocument(printerResource(printer_.name));
   if (!answer) return {sent, refused(connection_, printer_.name + " did not confirm " + name)};
   if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
     throw refused(connection_, printer_.name + " did not take " + name);

@@ -1,9 +1,14 @@
 #include "host/cups/ppd.hpp"
 
+#include <array>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
+#include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
+#include <zlib.h>
 
 #include "host/failure.hpp"
 
@@ -22,6 +27,34 @@ PpdHandle wellFormed(ppd_file_t* opened, const std::string& name) {
       "; mend it (cupstestppd lists its mistakes) or name another by --ppd");
 }
 
+Failure unreadable(const std::string& name, const std::string& reason) {
+  return Failure(Trouble::details, "the PPD file " + name + " cannot be read: " + reason);
+}
+
+using PackedFile = std::unique_ptr<gzFile_s, EndedBy<gzclose_r>>;
+
+// A copy of the file without gzip's packing. libcups unpacks, too, but takes a file that breaks off for a
+// whole one and unpacks without end.
+FileDescriptor unpacked(FileDescriptor packed, const std::string& name) {
+  FileDescriptor copy(memfd_create("ppd", MFD_CLOEXEC));
+  const PackedFile source(gzdopen(packed.get(), "rb"));
+  if (!copy.isOpen() || !source) throw unreadable(name, std::strerror(errno));
+  packed.release();
+  std::array<char, 65536> piece{};
+  int bytes = 0;
+  for (long size = 0; (bytes = gzread(source.get(), piece.data(), piece.size())) > 0;) {
+    size += bytes;
+    if (size > kLargestPpd) throw tooLargePpd("the PPD file " + name);
+    if (write(copy.get(), piece.data(), static_cast<std::size_t>(bytes)) != bytes)
+      throw unreadable(name, std::strerror(errno));
+  }
+  int error = Z_OK;
+  const char* const reason = gzerror(source.get(), &error);
+  if (bytes < 0 || error != Z_OK) throw unreadable(name, reason);
+  lseek(copy.get(), 0, SEEK_SET);
+  return copy;
+}
+
 }  // namespace
 
 PpdHandle openPpd(const std::string& path, const std::string& name) {
@@ -29,15 +62,18 @@ PpdHandle openPpd(const std::string& path, const std::string& name) {
   if (std::filesystem::is_directory(path, ignored)) {
     throw Failure(Trouble::details, "the PPD file " + name + " is a folder", "; name the PPD file itself");
   }
-  if (access(path.c_str(), R_OK) != 0) {
-    throw Failure(Trouble::details, "the PPD file " + name + " cannot be read: " + std::strerror(errno));
-  }
-  return wellFormed(ppdOpenFile(path.c_str()), name);
+  FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file.isOpen()) throw unreadable(name, std::strerror(errno));
+  return readPpd(std::move(file), name);
 }
 
-PpdHandle readPpd(int file, const std::string& name) {
-  lseek(file, 0, SEEK_SET);
-  return wellFormed(ppdOpenFd(file), name);
+PpdHandle readPpd(FileDescriptor file, const std::string& name) {
+  lseek(file.get(), 0, SEEK_SET);
+  return wellFormed(ppdOpenFd(unpacked(std::move(file), name).release()), name);
+}
+
+Failure tooLargePpd(const std::string& what) {
+  return Failure(Trouble::details, what + " is larger than " + std::to_string(kLargestPpd >> 20) + " MB");
 }
 
 std::vector<std::string> dialogExtensions(ppd_file_t& ppd) {

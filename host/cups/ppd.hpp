@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "host/cups/cups_handles.hpp"
+#include "host/failure.hpp"
+#include "host/file_descriptor.hpp"
 #include "host/job/options.hpp"
 
 namespace tandemtrim::host {
@@ -12,8 +14,12 @@ namespace tandemtrim::host {
 /// over. `name` is what messages call the file.
 PpdHandle openPpd(const std::string& path, const std::string& name);
 
-/// The same of an open file, which is closed.
-PpdHandle readPpd(int file, const std::string& name);
+/// The same of an open file. One that gzip has packed is unpacked.
+PpdHandle readPpd(FileDescriptor file, const std::string& name);
+
+/// In bytes; none is that large by far.
+inline constexpr long kLargestPpd = 32L << 20;
+Failure tooLargePpd(const std::string& what);
 
 /// The bundles that the PPD names as extensions of the print dialog, by their own names, without folders;
 /// empty when the printer has no panel.

@@ -1,13 +1,6 @@
 #include "host/cups/printer.hpp"
 
-#include <cerrno>
-#include <cstring>
-
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include "host/cups/attributes.hpp"
-#include "host/cups/ppd.hpp"
 #include "host/cups/printer_facts.hpp"
 #include "host/failure.hpp"
 
@@ -59,15 +52,9 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
   }
   printer.name = printer.destination->name;
   printer.saved = savedOptions(connection, *printer.destination, facts);
-  if (auto* accepting = findAttribute(facts, "printer-is-accepting-jobs")) {
-    printer.accepting = ippGetBoolean(accepting, 0) != 0;
-  }
-  if (auto* value = findAttribute(facts, "printer-state")) {
-    printer.stopped = ippGetInteger(value, 0) == IPP_PSTATE_STOPPED;
-  }
-  if (auto* message = findAttribute(facts, "printer-state-message")) {
-    printer.stateMessage = ippGetString(message, 0, nullptr);
-  }
+  printer.accepting = booleanIn(facts, "printer-is-accepting-jobs").value_or(true);
+  printer.stopped = enumIn(facts, "printer-state") == IPP_PSTATE_STOPPED;
+  printer.stateMessage = textIn(facts, "printer-state-message").value_or("");
   return printer;
 }
 
@@ -83,20 +70,6 @@ void checkState(const Printer& printer, const Report& report) {
     report(stoppedText(printer) + "; the job waits until the printer is started by cupsenable " +
            printer.name);
   }
-}
-
-PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
-  const auto resource = printerResource(printer.name) + ".ppd";
-  const auto name = "of " + printer.name;
-  const int file = memfd_create("ppd", MFD_CLOEXEC);
-  if (file < 0) throw Failure("the PPD of " + printer.name + " cannot be kept: " + std::strerror(errno));
-  // Not by cupsGetPPD3: it asks for the queue's address and opens a connection to it, which no time-out ends.
-  const auto status = cupsGetFd(connection.get(), resource.c_str(), file);
-  if (status == HTTP_STATUS_OK && !connection.isSilent()) return readPpd(file, name);
-  close(file);
-  if (status == HTTP_STATUS_NOT_FOUND) return nullptr;
-  const auto last = connection.lastFailure();
-  throw last.trouble() == Trouble::other ? Failure(Trouble::details, last.fact()) : last;
 }
 
 }  // namespace tandemtrim::host

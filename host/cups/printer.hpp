@@ -34,7 +34,4 @@ void checkState(const Printer& printer, const Report& report);
 /// "Morva is stopped (Paused)".
 std::string stoppedText(const Printer& printer);
 
-/// The PPD of the printer's queue, or null when it has none.
-PpdHandle queuePpd(const Connection& connection, const Printer& printer);
-
 }  // namespace tandemtrim::host

@@ -81,11 +81,7 @@ std::string existingPrinters(const Connection& connection) {
                "printer-name");
   const auto answer = connection.ask(std::move(request), "/");
   std::string names;
-  for (auto* attribute = ippFindAttribute(answer.get(), "printer-name", IPP_TAG_NAME); attribute != nullptr;
-       attribute = ippFindNextAttribute(answer.get(), "printer-name", IPP_TAG_NAME)) {
-    if (!names.empty()) names += ", ";
-    names += ippGetString(attribute, 0, nullptr);
-  }
+  for (const auto& name : textsIn(answer, "printer-name")) names += (names.empty() ? "" : ", ") + name;
   return names.empty() ? "the server has no printer; add one by lpadmin" : "choose one by -d: " + names;
 }
 

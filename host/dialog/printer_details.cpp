@@ -4,6 +4,7 @@
 
 #include "host/cups/ppd.hpp"
 #include "host/cups/printer.hpp"
+#include "host/cups/queue_ppd.hpp"
 
 namespace tandemtrim::host {
 namespace {

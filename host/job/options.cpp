@@ -1,6 +1,7 @@
 #include "host/job/options.hpp"
 
 #include <algorithm>
+#include <new>
 #include <string_view>
 
 #include <strings.h>
@@ -110,6 +111,7 @@ void refuseLossyTitle(const std::string& title) {
 OptionList::OptionList(const Options& options) {
   for (const auto& [keyword, value] : options) {
     count_ = cupsAddOption(keyword.c_str(), value.c_str(), count_, &options_);
+    if (count_ == 0) throw std::bad_alloc();
   }
 }
 

@@ -89,7 +89,7 @@ class PackagesTest(TerminalCase):
                     self.assertEqual((mode[1:], owner), ("rwxr-xr-x" if executable else "rw-r--r--", "root/root"))
 
     def test_the_terminal_needs_no_toolkit(self):
-        self.assertEqual(self.depends(self.terminal), {"libc6", "libcups2", "libgcc-s1", "libstdc++6"})
+        self.assertEqual(self.depends(self.terminal), {"libc6", "libcups2", "libgcc-s1", "libstdc++6", "zlib1g"})
         self.assertEqual({name for name in self.depends(self.gtk) if "gtk" in name}, {"libgtk-4-1", "libgtkmm-4.0-0"})
 
     def test_the_dialog_needs_the_terminal_of_its_version(self):

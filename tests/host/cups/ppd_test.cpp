@@ -38,7 +38,7 @@ TEST_F(APpd, IsReadFromItsBeginningByAnOpenFile) {
   const auto path = folder.write("test.ppd", kHeader + "*APDialogExtension: \"TandemTrim.bundle\"\n");
   const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   lseek(file, 0, SEEK_END);
-  EXPECT_THAT(dialogExtensions(*readPpd(file, "test.ppd")), ElementsAre("TandemTrim.bundle"));
+  EXPECT_THAT(dialogExtensions(*readPpd(FileDescriptor(file), "test.ppd")), ElementsAre("TandemTrim.bundle"));
   EXPECT_EQ(fcntl(file, F_GETFD), -1) << "it is still open";
 }
 

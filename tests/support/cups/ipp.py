@@ -5,10 +5,12 @@ import struct
 
 from patience import PATIENCE
 
-INTEGER, BOOLEAN, ENUM, NAME, KEYWORD, URI, CHARSET, LANGUAGE = 0x21, 0x22, 0x23, 0x42, 0x44, 0x45, 0x47, 0x48
-OPERATION_GROUP, END, PRINTER_GROUP = 0x01, 0x03, 0x04
+INTEGER, BOOLEAN, ENUM, TEXT, NAME, KEYWORD, URI, CHARSET, LANGUAGE = 0x21, 0x22, 0x23, 0x41, 0x42, 0x44, 0x45, 0x47, 0x48
+NO_VALUE, MIME_TYPE = 0x13, 0x49
+OPERATION_GROUP, JOB_GROUP, END, PRINTER_GROUP = 0x01, 0x02, 0x03, 0x04
 
-CANCEL_JOB, GET_JOBS, GET_PRINTERS = 0x0008, 0x000A, 0x4002
+CREATE_JOB, SEND_DOCUMENT, CANCEL_JOB, GET_JOB, GET_JOBS, GET_PRINTER = 0x0005, 0x0006, 0x0008, 0x0009, 0x000A, 0x000B
+GET_DEFAULT, GET_PRINTERS = 0x4001, 0x4002
 ADD_PRINTER, DELETE_PRINTER = 0x4003, 0x4004
 
 
@@ -30,15 +32,37 @@ def _attribute(tag, name, *values):
     return encoded
 
 
-def _encode(operation, attributes, printer_attributes):
-    message = struct.pack(">HHIB", 0x0200, operation, 1, OPERATION_GROUP)
+def beginning(code, attributes=()):
+    """A message with this operation or status, up to the end of its first group."""
+    message = struct.pack(">HHIB", 0x0200, code, 1, OPERATION_GROUP)
     message += _attribute(CHARSET, "attributes-charset", "utf-8")
     message += _attribute(LANGUAGE, "attributes-natural-language", "en")
-    message += b"".join(_attribute(*attribute) for attribute in attributes)
-    if printer_attributes:
-        message += bytes([PRINTER_GROUP])
-        message += b"".join(_attribute(*attribute) for attribute in printer_attributes)
-    return message + bytes([END])
+    return message + b"".join(_attribute(*attribute) for attribute in attributes)
+
+
+def group(tag, attributes):
+    return bytes([tag]) + b"".join(_attribute(*attribute) for attribute in attributes)
+
+
+def _start_of(message, tag):
+    """Where the group of this tag begins in a message, or its end."""
+    at = 8
+    while message[at] not in (tag, END):
+        at += 1
+        if message[at - 1] >= 0x10:
+            for _ in ("name", "value"):
+                at += 2 + struct.unpack_from(">H", message, at)[0]
+    return at
+
+
+def attributes_of(message, tag):
+    """The encoded attributes of the first group of this tag and of all behind it."""
+    return message[_start_of(message, tag) + 1 :] if message[_start_of(message, tag)] == tag else bytes([END])
+
+
+def _encode(operation, attributes, printer_attributes):
+    more = group(PRINTER_GROUP, printer_attributes) if printer_attributes else b""
+    return beginning(operation, attributes) + more + bytes([END])
 
 
 def _decode(message):

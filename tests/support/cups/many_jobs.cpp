@@ -8,6 +8,7 @@
 #include <random>
 #include <span>
 
+#include "host/cups/queue_ppd.hpp"
 #include "host/cups/sent_job.hpp"
 #include "host/failure.hpp"
 #include "host/panel/job_settings.hpp"

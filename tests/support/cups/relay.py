@@ -84,6 +84,45 @@ class Relay:
             pass  # the connection is gone
 
 
+class Altered(Relay):
+    """Replaces bytes of the server's answers by others, as many."""
+
+    def __init__(self, server, old, new):
+        super().__init__(server, float("inf"), None)
+        self._old, self._new = old, new
+
+    def _answers_to(self, client, server):
+        try:
+            while piece := server.recv(PIECE):
+                client.sendall(piece.replace(self._old, self._new))
+        except OSError:
+            pass  # the connection is gone
+
+
+class Slow(Relay):
+    """Passes on so many bytes of the client's requests a second, and lets the system keep hardly more of them in front of it."""
+
+    SHARE = 20  # of a second
+
+    def __init__(self, server, speed):
+        super().__init__(server, float("inf"), None)
+        self._speed, self._ended = speed, threading.Event()
+        self._listener.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 4096)
+
+    def __exit__(self, *_):
+        self._ended.set()
+        super().__exit__()
+
+    def _requests_from(self, client, server):
+        try:
+            while piece := client.recv(self._speed // self.SHARE):
+                server.sendall(piece)
+                self._ended.wait(1 / self.SHARE)
+        except OSError:
+            pass  # the connection is gone
+        self._end(server)
+
+
 class Holdup(Relay):
     """Lets all through, but requests with these words only after release(); `held` is set when one has come."""
 
@@ -150,6 +189,14 @@ class Cut(AtByte):
 
     def _at_point(self):
         self.counted = self._after
+        raise ConnectionResetError
+
+
+class AlwaysCut(AtByte):
+    """Cuts the connection there, and each later one at the same point."""
+
+    def _at_point(self):
+        self._client_of_job, self.counted = None, 0
         raise ConnectionResetError
 
 

@@ -1,0 +1,64 @@
+#include "host/cups/queue_ppd.hpp"
+
+#include <cerrno>
+#include <cstring>
+#include <optional>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+
+#include "host/cups/ppd.hpp"
+#include "host/failure.hpp"
+#include "host/file_descriptor.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// A file in memory that cannot grow beyond the largest PPD, whatever libcups writes to it.
+FileDescriptor emptyFile() {
+  FileDescriptor file(memfd_create("ppd", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+  if (!file.isOpen() || ftruncate(file.get(), kLargestPpd) != 0 ||
+      fcntl(file.get(), F_ADD_SEALS, F_SEAL_GROW) != 0)
+    throw Failure(std::string("a PPD cannot be kept: ") + std::strerror(errno));
+  return file;
+}
+
+// Whether the last answer has come to the end that its length or its last chunk gives it. A PPD itself has no
+// mark at its end.
+bool isWhole(http_t* http) { return httpError(http) == 0 && httpGetState(http) == HTTP_STATE_WAITING; }
+
+// The PPD as the server gives it in one go, null where it has none; nothing when the server breaks off.
+std::optional<PpdHandle> fetch(const Connection& connection, const Printer& printer) {
+  auto file = emptyFile();
+  const auto resource = printerResource(printer.name) + ".ppd";
+  // Not by cupsGetPPD3: it asks for the queue's address and opens a connection to it, which no time-out ends.
+  const auto status = [&] {
+    const auto watched = connection.watch();
+    return cupsGetFd(connection.get(), resource.c_str(), file.get());
+  }();
+  const auto size = lseek(file.get(), 0, SEEK_CUR);
+  if (size == kLargestPpd)
+    throw tooLargePpd("the PPD of " + printer.name + " that " + connection.server() + " gives");
+  if (status == HTTP_STATUS_NOT_FOUND) return nullptr;
+  if (connection.isSilent() || (status != HTTP_STATUS_OK && status != HTTP_STATUS_ERROR)) {
+    const auto last = connection.lastFailure();
+    throw last.trouble() == Trouble::other ? Failure(Trouble::details, last.fact()) : last;
+  }
+  if (status == HTTP_STATUS_ERROR || !isWhole(connection.get()) || ftruncate(file.get(), size) != 0)
+    return std::nullopt;
+  return readPpd(std::move(file), "of " + printer.name + " at " + connection.server());
+}
+
+}  // namespace
+
+PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
+  if (auto ppd = fetch(connection, printer)) return std::move(*ppd);
+  connection.reconnect();
+  if (auto ppd = fetch(connection, printer)) return std::move(*ppd);
+  throw Failure(Trouble::details,
+                connection.server() + " breaks off in the middle of the PPD of " + printer.name,
+                "; see whether it is still running, or name a PPD file by --ppd");
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "host/cups/connection.hpp"
+#include "host/cups/cups_handles.hpp"
+#include "host/cups/printer.hpp"
+
+namespace tandemtrim::host {
+
+/// The PPD of the printer's queue, or null when it has none. Failure when the server does not give all of it,
+/// though it is asked twice, or it is malformed or too large.
+PpdHandle queuePpd(const Connection& connection, const Printer& printer);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,66 @@
+#include "host/cups/watch.hpp"
+
+#include <condition_variable>
+#include <csignal>
+#include <mutex>
+
+#include <sys/resource.h>
+#include <sys/socket.h>
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenLooks{20};
+constexpr long kForAnswers = 128L * 1024;
+
+// How many questions wait for an answer.
+std::atomic<int> questions = 0;
+
+// The most that this process has taken so far, in kilobytes.
+long memoryTaken() {
+  struct rusage usage {};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
+}
+
+// Signals are the program's own: they end its reading of a document.
+void blockSignals() {
+  sigset_t all;
+  sigfillset(&all);
+  pthread_sigmask(SIG_BLOCK, &all, nullptr);
+}
+
+}  // namespace
+
+WaitForUser::WaitForUser() { ++questions; }
+
+WaitForUser::~WaitForUser() { --questions; }
+
+Bounds::Bounds(std::chrono::seconds ofEach) : longest(ofEach) { renew(); }
+
+void Bounds::renew() {
+  mostMemory = memoryTaken() + kForAnswers;
+  givenUp = GivenUp::no;
+}
+
+// A thread, because libcups hands over to nobody while bytes keep coming or while it sends a request again
+// and again. It cuts until the request has ended, since libcups may connect anew in between. Memory is
+// measured, because no count of bytes grows in every case: an answer may come compressed.
+Watch::Watch(http_t* http, Bounds& bounds)
+    : thread_([http, &bounds](const std::stop_token& stop) {
+        blockSignals();
+        auto deadline = std::chrono::steady_clock::now() + bounds.longest;
+        std::mutex mutex;
+        std::unique_lock lock(mutex);
+        std::condition_variable_any ended;
+        while (!ended.wait_for(lock, stop, kBetweenLooks, [&] { return stop.stop_requested(); })) {
+          if (memoryTaken() > bounds.mostMemory) bounds.givenUp = GivenUp::tooLarge;
+          const auto now = std::chrono::steady_clock::now();
+          if (questions > 0) deadline = now + bounds.longest;
+          const bool isLate = now > deadline;
+          if (isLate && bounds.givenUp == GivenUp::no) bounds.givenUp = GivenUp::tooSlow;
+          if (bounds.givenUp != GivenUp::no) shutdown(httpGetFd(http), SHUT_RDWR);
+        }
+      }) {}
+
+}  // namespace tandemtrim::host

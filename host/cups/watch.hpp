@@ -1,0 +1,48 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+#include <cups/cups.h>
+
+namespace tandemtrim::host {
+
+/// Why an answer is not waited for any longer.
+enum class GivenUp { no, tooSlow, tooLarge };
+
+/// What the requests over a connection may take.
+class Bounds {
+ public:
+  /// Each may take so long; all together, a fixed share of memory beyond what the program takes now.
+  explicit Bounds(std::chrono::seconds ofEach);
+
+  /// Forgets what has happened, for a new connection.
+  void renew();
+
+  const std::chrono::seconds longest;
+  /// In kilobytes, of the whole program.
+  long mostMemory = 0;
+  /// Set when one took more.
+  std::atomic<GivenUp> givenUp = GivenUp::no;
+};
+
+/// While it lives, the user is asked for something, and no request becomes late.
+class WaitForUser {
+ public:
+  WaitForUser();
+  WaitForUser(const WaitForUser&) = delete;
+  WaitForUser& operator=(const WaitForUser&) = delete;
+  ~WaitForUser();
+};
+
+/// While it lives, a request is under way, and is cut off when it goes beyond its bounds.
+class Watch {
+ public:
+  Watch(http_t* http, Bounds& bounds);
+
+ private:
+  std::jthread thread_;
+};
+
+}  // namespace tandemtrim::host

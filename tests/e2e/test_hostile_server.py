@@ -1,0 +1,216 @@
+"""Nothing that comes from the network is believed: what is cut off, of another type, endless or slow."""
+
+import gzip
+import itertools
+import os
+import subprocess
+import unittest
+import zlib
+
+import fake_server
+import ipp
+from fake_server import FakeServer
+from patience import PATIENCE
+from relay import AlwaysCut, Altered, Cut, Slow
+from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase, digest
+
+TIMEOUT = 1  # seconds that the program waits for an answer
+MEMORY = 2 << 30  # that a program may take; one without limits would take more
+PPD_REQUEST = b".ppd HTTP"
+# Of the requests of a job, those without whose answers it is not confirmed. Of a document without one the server is asked what it holds.
+REQUESTS = (ipp.GET_PRINTER, ipp.CREATE_JOB, ipp.GET_JOB)
+# Values that fit none of the attributes that the program reads.
+ODD_VALUES = {"no value": (ipp.NO_VALUE, ""), "a number": (ipp.INTEGER, 7), "a switch": (ipp.BOOLEAN, 1), "a text": (ipp.TEXT, "odd")}
+
+
+class HostileServerTest(TerminalCase):
+    def trim_at(self, server, *arguments, timeout=TIMEOUT):
+        """Runs the program, whose memory is bounded, against the server at this address."""
+        around = {"CUPS_SERVER": server, "TANDEM_TRIM_TIMEOUT": str(timeout)}
+        # What sanitizers reserve counts as well.
+        bounded = [] if "ASAN_OPTIONS" in os.environ else [f"--as={MEMORY}"]
+        return self.trim(*bounded, PROGRAM, *arguments, program="prlimit", **around)
+
+    # PPDs that are not whole.
+
+    def test_a_ppd_that_breaks_off_once_is_fetched_again(self):
+        whole = Cut(self.cups.address, answers=True, since=PPD_REQUEST)
+        with whole:
+            expected = self.trim_at(whole.address, "-d", "Morva", "--json").stdout
+        for number in range(1, 8):
+            after = whole.counted * number // 8
+            with self.subTest(f"after {after} of {whole.counted} bytes"):
+                with Cut(self.cups.address, after, answers=True, since=PPD_REQUEST) as relay:
+                    result = self.trim_at(relay.address, "-d", "Morva", "--json")
+                self.assertEqual((result.returncode, result.stdout), (0, expected), result.stderr)
+
+    def test_a_ppd_that_breaks_off_again_is_refused(self):
+        before = self.cups.jobs()
+        for after in (400, 1000, 2000, 4000):
+            with self.subTest(after), AlwaysCut(self.cups.address, after, True, PPD_REQUEST) as relay:
+                result = self.trim_at(relay.address, "-d", "Morva", SAMPLE)
+                self.assertEqual((result.returncode, result.stdout), (1, ""))
+                self.assertIn(f"the print server at {relay.address} breaks off in the middle of the PPD of Morva", result.stderr)
+        self.assertEqual(self.cups.jobs(), before)
+
+    def test_a_ppd_in_chunks_is_whole_with_the_last_chunk_alone(self):
+        ppd = PPD.read_bytes()
+        pieces = [fake_server.head("Transfer-Encoding: chunked"), fake_server.chunk(ppd[:2000]), fake_server.chunk(ppd[2000:]), b"0\r\n\r\n"]
+        sent = b"".join(pieces)
+        last = len(pieces[-1])
+        for cut in (0, last, last + 2, last + 100, len(pieces[2]) + last, len(pieces[2]) + last + 50):
+            with self.subTest(cut=cut), FakeServer(odd={fake_server.PPD: lambda cut=cut: [sent[: len(sent) - cut]]}) as server:
+                result = self.trim_at(server.address, "-d", "Morva", "--json")
+                if cut == 0:
+                    self.assertEqual((result.returncode, '"max": 20' in result.stdout), (0, True), result.stderr)
+                else:
+                    self.assertEqual((result.returncode, result.stdout), (1, ""))
+                    self.assertIn(f"{server.address} breaks off in the middle of the PPD of Morva", result.stderr)
+                    self.assertEqual(server.asked.count(fake_server.PPD), 2)
+
+    def test_a_packed_ppd_is_whole_where_gzip_says_so(self):
+        packed = gzip.compress(PPD.read_bytes())
+        damaged = packed[:-8] + bytes(4) + packed[-4:]
+        file = self.temporary_folder() / "packed.ppd.gz"
+        for content, is_whole in ((packed, True), (packed[:-1], False), (packed[: len(packed) // 2], False), (damaged, False)):
+            file.write_bytes(content)
+            with self.subTest(size=len(content), whole=is_whole), FakeServer(content) as server:
+                for place, arguments in ((server.address, ["-d", "Morva"]), (str(file), ["--ppd", file])):
+                    result = self.trim_at(server.address, *arguments, "--json")
+                    if is_whole:
+                        self.assertEqual((result.returncode, '"max": 20' in result.stdout), (0, True), result.stderr)
+                    else:
+                        self.assertEqual((result.returncode, result.stdout), (1, ""))
+                        self.assertRegex(result.stderr, rf"the PPD file .*{place} cannot be read: ")
+
+    # Values of other types.
+
+    def test_attributes_of_another_type_or_without_a_value_count_as_missing(self):
+        old = b"\x41\x00\x15printer-state-message\x00\x00"
+        with Altered(self.cups.address, old, old.replace(b"\x41", bytes([ipp.NO_VALUE]))) as relay:
+            result = self.trim_at(relay.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)
+        self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
+
+    def test_no_value_of_any_attribute_crashes_the_program(self):
+        described = {ipp.GET_PRINTER: (ipp.PRINTER_GROUP, fake_server.PRINTER), ipp.CREATE_JOB: (ipp.JOB_GROUP, fake_server.JOB)}
+        described[ipp.GET_JOB] = described[ipp.CREATE_JOB]
+        more = {ipp.GET_JOB: ["number-of-documents", "job-k-octets", "document-format-supplied", "job-printer-state-message", "MVTopMargin", "copies"]}
+        for operation, (tag, attributes) in described.items():
+            for name in [name for _, name, _ in attributes] + more.get(operation, []):
+                for what, (kind, value) in ODD_VALUES.items():
+                    odd = fake_server.described(tag, attributes, [(kind, name, value)])
+                    with self.subTest(f"{what} as {name}"), FakeServer(PPD.read_bytes(), {operation: lambda odd=odd: [odd]}) as server:
+                        arguments = ["-o", "document-format=application/pdf", "-n", "2", SAMPLE]
+                        result = self.trim_at(server.address, "-d", "Morva", *arguments, timeout=PATIENCE)
+                        self.assertIn(result.returncode, (0, 1), result.stderr)
+
+    # Answers without an end.
+
+    def ends_at(self, what, pieces, words, *arguments):
+        """Where the server answers this request so, the program ends in time and with a message that names it."""
+        with FakeServer(PPD.read_bytes(), {what: pieces}) as server:
+            result = self.trim_at(server.address, "-d", "Morva", *(arguments or [SAMPLE]))
+            self.assertEqual((result.returncode, result.stdout), (1, ""), result.stderr)
+            self.assertRegex(result.stderr, words.format(f"the print server at {server.address}"))
+
+    def test_an_answer_of_one_byte_a_second_is_not_waited_for(self):
+        content = fake_server.answer(bytes(1000))
+        for what in (*REQUESTS, fake_server.PPD):
+            with self.subTest(what):
+                ended = []
+
+                def slowly():
+                    for byte in content:
+                        yield bytes([byte])
+                        ended.append(server.ended.wait(0.3))
+
+                with FakeServer(PPD.read_bytes(), {what: slowly}) as server:
+                    result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
+                self.assertEqual(result.returncode, 1)
+                self.assertRegex(result.stderr, rf"the print server at {server.address} (did not answer within 1 s|broke the connection)")
+
+    def test_an_endless_answer_is_refused(self):
+        attribute = ipp.group(ipp.JOB_GROUP, [(ipp.TEXT, "x", "endless")])[1:] * 1000
+        start = fake_server.head("Content-Length: 2000000000") + ipp.beginning(0) + bytes([ipp.JOB_GROUP])
+        for what in REQUESTS:
+            with self.subTest(what):
+                self.ends_at(what, lambda: itertools.chain([start], itertools.repeat(attribute)), "{} (gave an answer that is too large|did not answer within 1 s)")
+
+    def test_a_packed_answer_that_unpacks_without_end_is_refused(self):
+        packer = zlib.compressobj(9, wbits=31)
+        attribute = ipp.group(ipp.JOB_GROUP, [(ipp.TEXT, "x", "y" * 1000)])[1:] * 20_000
+        packed = packer.compress(ipp.beginning(0) + bytes([ipp.JOB_GROUP])) + packer.flush(zlib.Z_FULL_FLUSH)
+        again = packer.compress(attribute) + packer.flush(zlib.Z_FULL_FLUSH)
+        start = fake_server.head("Content-Length: 2000000000", "Content-Encoding: gzip") + packed
+        self.ends_at(ipp.GET_JOB, lambda: itertools.chain([start], itertools.repeat(again)), "{} (gave an answer that is too large|did not answer within 1 s)")
+
+    def test_endless_fields_are_refused(self):
+        for what in (ipp.GET_PRINTER, ipp.GET_JOB, fake_server.PPD):
+            with self.subTest(what):
+                fields = itertools.chain([b"HTTP/1.1 200 OK\r\n"], itertools.repeat(b"X-More: and more\r\n" * 1000))
+                self.ends_at(what, lambda fields=fields: fields, "{} did not answer within 1 s")
+
+    def test_an_endless_ppd_is_refused(self):
+        line = b"*% and more\n" * 1000
+        for start, piece in (
+            (fake_server.head("Content-Length: 8000000000"), line),
+            (fake_server.head("Transfer-Encoding: chunked"), fake_server.chunk(line)),
+        ):
+            self.ends_at(fake_server.PPD, lambda: itertools.chain([start], itertools.repeat(piece)), "the PPD of Morva that {} gives is larger than 32 MB")
+
+    def test_a_ppd_that_unpacks_to_gigabytes_is_refused(self):
+        packer = zlib.compressobj(9, wbits=31)
+        packed = packer.compress(PPD.read_bytes()) + packer.flush(zlib.Z_FULL_FLUSH)
+        more = packer.compress(bytes(1 << 20)) + packer.flush(zlib.Z_FULL_FLUSH)
+        bomb = fake_server.answer(packed + more * 4096)
+        self.ends_at(fake_server.PPD, lambda: [bomb], "the PPD file of Morva at {} is larger than 32 MB")
+
+    def test_a_server_that_sends_requests_elsewhere_is_named(self):
+        for what in REQUESTS:
+            with self.subTest(what):
+                elsewhere = b"HTTP/1.1 301 Moved Permanently\r\nLocation: /\r\nContent-Length: 0\r\n\r\n"
+                with FakeServer(PPD.read_bytes(), {what: lambda: [elsewhere]}) as server:
+                    result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
+                    self.assertEqual(result.returncode, 1)
+                    self.assertIn(f"the print server at {server.address}", result.stderr)
+                    self.assertLess(server.asked.count(what), 20)
+
+    def test_a_document_whose_answer_is_none_is_confirmed_by_what_the_server_holds(self):
+        elsewhere = b"HTTP/1.1 301 Moved Permanently\r\nLocation: /\r\nContent-Length: 0\r\n\r\n"
+        endless = itertools.chain([fake_server.head("Content-Length: 2000000000")], itertools.repeat(bytes(1000)))
+        for pieces in ([elsewhere], endless, [fake_server.head()]):
+            with FakeServer(PPD.read_bytes(), {ipp.SEND_DOCUMENT: lambda pieces=pieces: pieces}) as server:
+                result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
+            self.assertEqual((result.returncode, result.stdout), (0, "job 1 on Morva: 7 of 7 options confirmed\n"), result.stderr)
+
+    # What takes long.
+
+    def test_a_document_takes_the_time_that_the_way_to_the_server_takes(self):
+        document = self.temporary_folder() / "long.pdf"
+        document.write_bytes(SAMPLE.read_bytes() + os.urandom(800_000))
+        with Slow(self.cups.address, 250_000) as relay:
+            result = self.trim_at(relay.address, "-d", "Morva", document)
+        self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$", result.stderr)
+        self.cups.wait_for_jobs()
+        self.assertEqual([record.sha256 for record in self.cups.records()], [digest(document)])
+
+    # Standard descriptors.
+
+    def test_closed_standard_descriptors_lose_no_job(self):
+        self.cups.add_queue("Resting", PPD, enabled=False)
+        for closed in itertools.chain.from_iterable(itertools.combinations(("<&-", ">&-", "2>&-"), count) for count in range(4)):
+            with self.subTest(closed=closed):
+                before = self.cups.jobs()
+                command = f'exec "$@" {" ".join(closed)}'
+                status = subprocess.run(
+                    ["sh", "-c", command, "sh", PROGRAM, "-d", "Resting", "--set", "Valid=On", "--set", "Top=1a2", SAMPLE],
+                    env=self.environment(),
+                    capture_output=True,
+                    timeout=PATIENCE,
+                    check=False,
+                )
+                self.assertEqual((status.returncode, len(self.cups.jobs())), (0, len(before) + 1), status.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()

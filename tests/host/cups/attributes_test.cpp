@@ -1,0 +1,113 @@
+#include "host/cups/attributes.hpp"
+
+#include <array>
+#include <functional>
+
+#include <gmock/gmock.h>
+
+namespace tandemtrim::host {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string kName = "it";
+
+// A message with one attribute, which this adds.
+MessageHandle with(const std::function<void(ipp_t*, const char*)>& add) {
+  MessageHandle message(ippNew());
+  add(message.get(), kName.c_str());
+  return message;
+}
+
+MessageHandle text(ipp_tag_t type, const char* value) {
+  return with(
+      [&](auto* message, auto* name) { ippAddString(message, IPP_TAG_PRINTER, type, name, nullptr, value); });
+}
+
+MessageHandle number(ipp_tag_t type, int value) {
+  return with([&](auto* message, auto* name) { ippAddInteger(message, IPP_TAG_PRINTER, type, name, value); });
+}
+
+MessageHandle boolean(bool value) {
+  return with([&](auto* message, auto* name) {
+    ippAddBoolean(message, IPP_TAG_PRINTER, name, static_cast<char>(value));
+  });
+}
+
+MessageHandle outOfBand(ipp_tag_t type) {
+  return with([&](auto* message, auto* name) { ippAddOutOfBand(message, IPP_TAG_PRINTER, type, name); });
+}
+
+// Everything that the readers find in a message, in the order text, integer, enumeration, boolean, texts.
+std::string found(const MessageHandle& message) {
+  std::string kinds;
+  if (textIn(message, kName)) kinds += 't';
+  if (integerIn(message, kName)) kinds += 'i';
+  if (enumIn(message, kName)) kinds += 'e';
+  if (booleanIn(message, kName)) kinds += 'b';
+  if (!textsIn(message, kName).empty()) kinds += 'l';
+  return kinds;
+}
+
+TEST(AnAttribute, IsReadInItsOwnType) {
+  EXPECT_EQ(textIn(text(IPP_TAG_TEXT, "ready"), kName), "ready");
+  EXPECT_EQ(integerIn(number(IPP_TAG_INTEGER, -7), kName), -7);
+  EXPECT_EQ(enumIn(number(IPP_TAG_ENUM, 5), kName), 5);
+  EXPECT_EQ(booleanIn(boolean(false), kName), false);
+  EXPECT_EQ(booleanIn(boolean(true), kName), true);
+}
+
+TEST(AnAttribute, IsAnyKindOfText) {
+  for (const auto type : {IPP_TAG_TEXT, IPP_TAG_NAME, IPP_TAG_KEYWORD, IPP_TAG_URI, IPP_TAG_MIMETYPE})
+    EXPECT_EQ(found(text(type, "x")), "tl") << ippTagString(type);
+}
+
+TEST(AnAttribute, IsNoneInAnotherType) {
+  EXPECT_EQ(found(number(IPP_TAG_INTEGER, 7)), "i");
+  EXPECT_EQ(found(number(IPP_TAG_ENUM, 7)), "e");
+  EXPECT_EQ(found(boolean(true)), "b");
+  EXPECT_EQ(found(with([](auto* message, auto* name) {
+              ippAddOctetString(message, IPP_TAG_PRINTER, name, "text", 4);
+            })),
+            "");
+  EXPECT_EQ(found(with([](auto* message, auto* name) {
+              ippAddCollection(message, IPP_TAG_PRINTER, name, MessageHandle(ippNew()).release());
+            })),
+            "");
+}
+
+TEST(AnAttribute, IsNoneWithoutAValueOrWithoutAnAttribute) {
+  for (const auto type : {IPP_TAG_NOVALUE, IPP_TAG_UNKNOWN, IPP_TAG_DEFAULT})
+    EXPECT_EQ(found(outOfBand(type)), "") << ippTagString(type);
+  EXPECT_EQ(found(MessageHandle(ippNew())), "");
+  EXPECT_EQ(found(nullptr), "");
+}
+
+TEST(Texts, AreThoseOfAllAttributesOfTheName) {
+  const MessageHandle message(ippNew());
+  const auto add = [&](ipp_tag_t type, const char* value) {
+    ippAddString(message.get(), IPP_TAG_PRINTER, type, "printer-name", nullptr, value);
+    ippAddSeparator(message.get());
+  };
+  add(IPP_TAG_NAME, "Morva");
+  ippAddInteger(message.get(), IPP_TAG_PRINTER, IPP_TAG_INTEGER, "printer-name", 3);
+  ippAddSeparator(message.get());
+  add(IPP_TAG_NAME, "Other");
+  EXPECT_THAT(textsIn(message, "printer-name"), ElementsAre("Morva", "Other"));
+  EXPECT_THAT(textsIn(message, "printer"), IsEmpty());
+}
+
+TEST(AnAttributesText, IsThatOfItsOnlyValue) {
+  const std::array values{"one", "two"};
+  const auto two = with([&](auto* message, auto* name) {
+    ippAddStrings(message, IPP_TAG_JOB, IPP_TAG_KEYWORD, name, 2, nullptr, values.data());
+  });
+  const auto one = text(IPP_TAG_KEYWORD, "one");
+  EXPECT_EQ(onlyText(findAttribute(one, kName)), "one");
+  EXPECT_EQ(onlyText(findAttribute(two, kName)), std::nullopt);
+  EXPECT_EQ(onlyText(nullptr), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

@@ -1,0 +1,120 @@
+"""A print server that answers as a test says, and otherwise as a print server would that holds whatever it is sent."""
+
+import http.server
+import socket
+import struct
+import threading
+
+import ipp
+from cups_daemon import HOST
+
+PPD = "ppd"
+PRINTER = (
+    (ipp.NAME, "printer-name", "Morva"),
+    (ipp.BOOLEAN, "printer-is-accepting-jobs", 1),
+    (ipp.ENUM, "printer-state", 3),
+    (ipp.TEXT, "printer-state-message", "ready"),
+)
+JOB = ((ipp.INTEGER, "job-id", 1), (ipp.ENUM, "job-state", 9), (ipp.KEYWORD, "job-state-reasons", "job-completed-successfully"))
+
+
+def answer(content, *fields):
+    """A whole answer of HTTP."""
+    return head(f"Content-Length: {len(content)}", *fields) + content
+
+
+def head(*fields):
+    return "\r\n".join(("HTTP/1.1 200 OK", *fields, "", "")).encode()
+
+
+def chunk(content):
+    return f"{len(content):x}\r\n".encode() + content + b"\r\n"
+
+
+def described(tag, attributes, changes=()):
+    """An answer of IPP with a group of these attributes, where `changes` has none of the same name."""
+    changed = {name for _, name, *_ in changes}
+    kept = [attribute for attribute in attributes if attribute[1] not in changed]
+    return answer(ipp.beginning(0) + ipp.group(tag, [*kept, *changes]) + bytes([ipp.END]))
+
+
+class FakeServer:
+    """Serves between `with` and its end, on a port of its own. `odd` has, for an operation of IPP or for PPD, a function that gives the pieces of
+    bytes to send instead of the usual answer; behind them the connection is closed."""
+
+    def __init__(self, ppd=b"", odd=None):
+        self._ppd, self._odd = ppd, odd or {}
+        self._job, self._documents = b"", 0
+        self.asked, self._open = [], []
+        self.ended = threading.Event()
+        fake = self
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            protocol_version = "HTTP/1.1"
+
+            def setup(self):
+                super().setup()
+                fake._open.append(self.request)
+
+            def do_POST(self):
+                message = fake._body(self)
+                fake._serve(self, struct.unpack_from(">H", message, 2)[0], message)
+
+            def do_GET(self):
+                fake._serve(self, PPD, b"")
+
+            def log_message(self, *_):
+                pass
+
+        self._server = http.server.ThreadingHTTPServer((HOST, 0), Handler)
+        self._server.daemon_threads = False
+        self.address = "{}:{}".format(*self._server.server_address)
+
+    def __enter__(self):
+        self._thread = threading.Thread(target=self._server.serve_forever, args=(0.02,))
+        self._thread.start()
+        return self
+
+    def __exit__(self, *_):
+        self.ended.set()
+        for client in self._open:
+            try:
+                client.shutdown(socket.SHUT_RDWR)
+            except OSError:
+                pass  # it has gone
+        self._server.shutdown()
+        self._server.server_close()
+        self._thread.join()
+
+    @staticmethod
+    def _body(handler):
+        if "Content-Length" in handler.headers:
+            return handler.rfile.read(int(handler.headers["Content-Length"]))
+        body = b""
+        while length := int(handler.rfile.readline(), 16):
+            body += handler.rfile.read(length)
+            handler.rfile.readline()
+        handler.rfile.readline()
+        return body
+
+    def _serve(self, handler, what, message):
+        self.asked.append(what)
+        handler.close_connection = what in self._odd
+        try:
+            for piece in self._odd[what]() if what in self._odd else [self._usual(what, message)]:
+                handler.wfile.write(piece)
+        except OSError:
+            handler.close_connection = True  # the client has gone
+
+    def _usual(self, what, message):
+        if what == PPD:
+            return answer(self._ppd, "Content-Type: application/vnd.cups-ppd")
+        if what == ipp.CREATE_JOB:
+            self._job = ipp.attributes_of(message, ipp.JOB_GROUP)
+        self._documents += what == ipp.SEND_DOCUMENT
+        if what in (ipp.CREATE_JOB, ipp.SEND_DOCUMENT):
+            return described(ipp.JOB_GROUP, JOB)
+        if what == ipp.GET_JOB:
+            documents = (ipp.INTEGER, "number-of-documents", self._documents)
+            return answer(ipp.beginning(0) + ipp.group(ipp.JOB_GROUP, [*JOB, documents]) + self._job)
+        return described(ipp.PRINTER_GROUP, PRINTER)
