@@ -55,6 +55,8 @@ soak: ## ten million random sequences of calls at the panel, ten thousand jobs t
 	seq 2 | TANDEM_TRIM_SEQUENCES=5000000 xargs -P 2 -I '{}' build/release/tests/sequences/tandemtrim_sequences_test
 	cd tests/e2e && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release TANDEM_TRIM_JOBS=10000 \
 	  /usr/bin/python3 -m unittest test_volume
+	cd tests/e2e && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release TANDEM_TRIM_CUTS=all TANDEM_TRIM_LARGE_CUTS=200 \
+	  /usr/bin/python3 -m unittest test_cut_jobs
 
 race: ## the dialog's work in the background under ThreadSanitizer
 	$(install_dependencies) test
