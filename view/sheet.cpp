@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace tandemtrim::platform::gtk {
+namespace tandemtrim {
 namespace {
 
 // What an arrow needs beside the paper.
@@ -65,4 +65,4 @@ SheetLayout layOut(const Sheet& sheet, double width, double height) {
   return layout;
 }
 
-}  // namespace tandemtrim::platform::gtk
+}  // namespace tandemtrim

@@ -3,7 +3,7 @@
 #include <array>
 #include <optional>
 
-namespace tandemtrim::platform::gtk {
+namespace tandemtrim {
 
 enum class Feed { longEdge, shortEdge };
 enum class Position { left, center, right };
@@ -21,15 +21,15 @@ struct Sheet {
 };
 
 struct Rectangle {
-  double x = 0;
-  double y = 0;
-  double width = 0;
-  double height = 0;
+  double x{};
+  double y{};
+  double width{};
+  double height{};
 };
 
 struct Point {
-  double x = 0;
-  double y = 0;
+  double x{};
+  double y{};
 };
 
 /// From the edge that leads into the printer, the way that the sheet takes.
@@ -52,4 +52,4 @@ struct SheetLayout {
 /// at its far edge.
 SheetLayout layOut(const Sheet& sheet, double width, double height);
 
-}  // namespace tandemtrim::platform::gtk
+}  // namespace tandemtrim

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tandemtrim::platform::gtk {
+namespace tandemtrim {
 namespace {
 
 constexpr double kWidth = 190;
@@ -22,6 +22,24 @@ TEST(SheetLayout, IsToScaleOfThePaper) {
     EXPECT_GE(layout.paper.x, 0);
     EXPECT_LE(layout.paper.y + layout.paper.height, kHeight);
   }
+}
+
+// The arrow needs 22 pixels above the paper and at its side, the shadow 4 below it.
+TEST(SheetLayout, FillsTheRoomThatArrowAndShadowLeave) {
+  const auto square = layOut({.width = 89, .height = 89}, kWidth, kHeight).paper;
+  EXPECT_NEAR(square.x, 22, 1e-9);
+  EXPECT_NEAR(square.width, 146, 1e-9);
+  EXPECT_NEAR(square.y, 54, 1e-9);
+  const auto tall = layOut({.width = 20, .height = 2000}, kWidth, kHeight).paper;
+  EXPECT_NEAR(tall.y, 22, 1e-9);
+  EXPECT_NEAR(tall.height, 210, 1e-9);
+}
+
+TEST(SheetLayout, IsThatOfA4WithoutMarginsUnlessTheyAreGiven) {
+  const auto layout = layOut({}, kWidth, kHeight);
+  EXPECT_NEAR(layout.paper.width / layout.paper.height, 210.0 / 297.0, 1e-9);
+  for (const auto& margin : layout.margins) EXPECT_EQ(area(margin), 0);
+  EXPECT_EQ(area(layout.printable), area(layout.paper));
 }
 
 TEST(SheetLayout, GivesEachMarginItsShareOfThePaper) {
@@ -61,6 +79,7 @@ TEST(SheetLayout, PutsThePrintWhereThePositionSays) {
   const auto center = printAt(Position::center);
   EXPECT_NEAR(center.print->x + center.print->width / 2, center.printable.x + center.printable.width / 2,
               1e-9);
+  EXPECT_NEAR(center.print->width / center.printable.width, 0.55, 1e-9);
   EXPECT_FALSE(layOut({}, kWidth, kHeight).print);
 }
 
@@ -71,14 +90,17 @@ TEST(SheetLayout, SendsTheChosenEdgeAhead) {
     const bool up = head.y < tail.y && head.x == tail.x && tail.y < layout.paper.y;
     const bool left = head.x < tail.x && head.y == tail.y && tail.x < layout.paper.x;
     EXPECT_NE(up, left);
-    EXPECT_GE(head.x, 0);
-    EXPECT_GE(head.y, 0);
+    const auto& paper = layout.paper;
+    EXPECT_NEAR(up ? tail.x : tail.y, up ? paper.x + paper.width / 2 : paper.y + paper.height / 2, 1e-9);
+    EXPECT_NEAR(up ? paper.y - tail.y : paper.x - tail.x, 5, 1e-9);
+    EXPECT_NEAR(up ? paper.y - head.y : paper.x - head.x, 22, 1e-9);
     return up;
   };
   EXPECT_TRUE(goesUp(210, 297, Feed::shortEdge));
   EXPECT_FALSE(goesUp(210, 297, Feed::longEdge));
   EXPECT_FALSE(goesUp(297, 210, Feed::shortEdge));
   EXPECT_TRUE(goesUp(297, 210, Feed::longEdge));
+  EXPECT_TRUE(goesUp(89, 89, Feed::longEdge));
   EXPECT_FALSE(layOut({}, kWidth, kHeight).feed);
 }
 
@@ -89,4 +111,4 @@ TEST(SheetLayout, HasNothingToShowWhereThereIsNoRoom) {
 }
 
 }  // namespace
-}  // namespace tandemtrim::platform::gtk
+}  // namespace tandemtrim

@@ -94,6 +94,17 @@ TEST_F(BundleTest, HasNoPrincipalClassUnlessItIsGivenAsAText) {
   EXPECT_EQ(readInfo().principalClass(), std::nullopt);
 }
 
+TEST_F(BundleTest, ListsTheOptionKeywordsOfItsPanelsThatAreTexts) {
+  info(
+      "<key>PrintOptionKeywords</key><array><string>First</string><integer>7</integer><string>Second</"
+      "string></array>");
+  EXPECT_THAT(readInfo().optionKeywords(), ElementsAre("First", "Second"));
+  info("<key>PrintOptionKeywords</key><string>First</string>");
+  EXPECT_THAT(readInfo().optionKeywords(), IsEmpty());
+  info("");
+  EXPECT_THAT(readInfo().optionKeywords(), IsEmpty());
+}
+
 TEST_F(BundleTest, HasAnAbsolutePathHoweverItIsOpened) {
   const auto before = fs::current_path();
   fs::current_path(folder_.path());

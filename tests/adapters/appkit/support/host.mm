@@ -1,6 +1,7 @@
 #import "tests/adapters/appkit/support/host.h"
 
 #include <cstdlib>
+#include <iostream>
 #include <stdexcept>
 #include <string>
 
@@ -45,6 +46,29 @@ namespace host {
 
 NSString* const kPrintDialogType = @"BDB091F4-E57F-11D3-B5CC-0050E4603277";
 
+namespace {
+
+// The toolkit shows an exception that nobody catches in a panel, and waits for somebody to close it.
+void endWithReason(NSException* exception) {
+  std::cerr << [[exception name] UTF8String] << ": " << [[exception reason] UTF8String] << std::endl;
+  std::abort();
+}
+
+// The toolkit starts this server, which the application needs, and raises where it does not answer within ten
+// seconds. A busy machine takes longer.
+void awaitNotificationServer() {
+  constexpr int kTries = 12;
+  for (int count = 1; count < kTries; ++count) {
+    @try {
+      return [[NSDistributedNotificationCenter defaultCenter] postNotificationName:@"TestHost" object:nil];
+    } @catch (NSException* exception) {
+      std::cerr << [[exception reason] UTF8String] << std::endl;
+    }
+  }
+}
+
+}  // namespace
+
 void startApplication() {
   if (NSApp != nil) return;
   NSString* const grey = @"0.93 0.93 0.93";
@@ -55,7 +79,10 @@ void startApplication() {
     @"controlColor" : grey,
     @"controlBackgroundColor" : grey
   }];
-  [[NSApplication sharedApplication] finishLaunching];
+  [NSApplication sharedApplication];
+  NSSetUncaughtExceptionHandler(endWithReason);
+  awaitNotificationServer();
+  [NSApp finishLaunching];
 }
 
 // The toolkit gives back the bundle that it knows for a path, or for an identifier, so each has both of its
