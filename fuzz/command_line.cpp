@@ -46,6 +46,7 @@ std::vector<std::string> argumentsOf(const CommandLine& line) {
   raise("--json", line.json);
   raise("--force", line.force);
   raise("--save-as-default", line.saveAsDefault);
+  raise("--reset-defaults", line.resetDefaults);
   raise("--without-panel", line.withoutPanel);
   raise("--verbose", line.verbose);
   if (line.dialog) arguments.emplace_back(*line.dialog ? "--dialog" : "--no-dialog");

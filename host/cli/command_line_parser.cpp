@@ -60,6 +60,7 @@ Repeated declare(CLI::App& app, CommandLine& line) {
   app.add_flag("--json", line.json, "Show settings, limits and summary as JSON");
   app.add_flag("--force", line.force, "Send stored values that are outside the printer's limits");
   app.add_flag("--save-as-default", line.saveAsDefault, "Keep the settings as your defaults for the printer");
+  app.add_flag("--reset-defaults", line.resetDefaults, "Take your defaults for the printer away");
   app.add_option("--ppd", line.ppd, "Take the PPD from a file instead of the printer's queue")
       ->type_name("FILE");
   app.add_option("--plugin", line.plugin, "The plug-in's bundle, or a folder that holds it")
@@ -97,6 +98,16 @@ void takeInOrder(const CLI::App& app, const Repeated& repeated, CommandLine& lin
   }
 }
 
+// Whether a command line that takes defaults away asks for anything else.
+bool asksForMore(const CommandLine& line) {
+  CommandLine reset;
+  reset.server = line.server;
+  reset.printer = line.printer;
+  reset.verbose = line.verbose;
+  reset.resetDefaults = true;
+  return line != reset;
+}
+
 }  // namespace
 
 std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments) {
@@ -114,6 +125,10 @@ std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string>
     throw Failure(std::string(error.what()) + "; tandem-trim --help lists the options", kWrongCommandLine);
   }
   takeInOrder(app, repeated, line);
+  if (line.resetDefaults && asksForMore(line)) {
+    throw Failure("--reset-defaults only takes the defaults away; leave all but -h, -d and --verbose out",
+                  kWrongCommandLine);
+  }
   if (line.wait && line.files.empty()) throw Failure("--wait needs a file to print", kWrongCommandLine);
   return line;
 }

@@ -8,6 +8,7 @@
 
 #include "host/failure.hpp"
 #include "host/job/documents.hpp"
+#include "host/panel/trust.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -30,6 +31,10 @@ ShowDialog loadModule() {
   for (const char* module : kModules) {
     const auto path = folder / module;
     if (!fs::exists(path, unreadable)) continue;
+    if (const auto fault = openToStrangers(path)) {
+      reason = *fault;
+      continue;
+    }
     if (void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
       if (void* const function = dlsym(handle, kDialogFunction))
         return reinterpret_cast<ShowDialog>(function);

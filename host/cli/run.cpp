@@ -80,6 +80,28 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
   if (!line.summary && onlyLooking) showOptions(out, settings.options);
 }
 
+std::string countText(const Options& options) {
+  return std::to_string(options.size()) + (options.size() == 1 ? " option" : " options");
+}
+
+Options toKeep(const JobSettings& settings) {
+  const auto& panel = settings.panel;
+  return keepable(panel ? withoutKeywords(settings.options, panel->illegalDefaults) : settings.options);
+}
+
+void keep(const Target& target, const Options& options, const Report& report) {
+  saveAsDefault(target.connection, target.printer, options);
+  report("kept as your defaults for " + target.printer.name + ": " + countText(options));
+}
+
+void reset(const CommandLine& line, const Report& report) {
+  const Connection connection(line.server);
+  const auto printer = findPrinter(connection, line.printer);
+  const auto gone = resetDefaults(printer);
+  report(gone.empty() ? "no defaults of yours are kept for " + printer.name
+                      : "your defaults for " + printer.name + " are taken away: " + countText(gone));
+}
+
 void runDialog(const CommandLine& line, std::ostream& out, const Report& report) {
   const auto job = showDialog(line, report);
   if (!job) return report("cancelled");
@@ -91,6 +113,7 @@ void runDialog(const CommandLine& line, std::ostream& out, const Report& report)
 }  // namespace
 
 void run(const CommandLine& line, std::ostream& out, const Report& report) {
+  if (line.resetDefaults) return reset(line, report);
   if (wantsDialog(line)) {
     try {
       return runDialog(line, out, report);
@@ -104,12 +127,9 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   const auto ppd = line.ppd ? openPpd(*line.ppd, *line.ppd) : queuePpd(target->connection, target->printer);
   const auto printer = target ? target->printer.name : line.printer;
   const auto settings = withoutLosses(line, settleSettings(line, printer.value_or("the printer"), ppd.get(),
+                                                           target ? target->printer.queueDefaults : Options{},
                                                            startingOptions(line, target, ppd.get()), report));
-  if (line.saveAsDefault) {
-    saveAsDefault(target->connection, target->printer, settings.options);
-    report("kept as your defaults for " + target->printer.name + ": " +
-           std::to_string(settings.options.size()) + " options");
-  }
+  const auto kept = line.saveAsDefault ? toKeep(settings) : Options{};
 
   std::optional<SentJob> job;
   if (!documents.empty()) job = print(line, *target, documents, settings.options);
@@ -118,6 +138,7 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   show(line, out, printer, settings, job);
   if (job && job->failure) throw *job->failure;
   if (job && !job->held) report(jobText(*job));
+  if (line.saveAsDefault) keep(*target, kept, report);
 }
 
 }  // namespace tandemtrim::host

@@ -1,5 +1,7 @@
 #include "host/cups/printer.hpp"
 
+#include <tuple>
+
 #include "host/cups/attributes.hpp"
 #include "host/cups/printer_facts.hpp"
 #include "host/failure.hpp"
@@ -51,7 +53,7 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
     facts = askFacts(connection, printer.destination->name);
   }
   printer.name = printer.destination->name;
-  printer.saved = savedOptions(connection, *printer.destination, facts);
+  std::tie(printer.saved, printer.queueDefaults) = keptOptions(connection, *printer.destination, facts);
   printer.accepting = booleanIn(facts, "printer-is-accepting-jobs").value_or(true);
   printer.stopped = enumIn(facts, "printer-state") == IPP_PSTATE_STOPPED;
   printer.stateMessage = textIn(facts, "printer-state-message").value_or("");

@@ -18,6 +18,9 @@ struct Printer {
   /// The options that the user (or the administrator, for all users) saved; not what the server itself says
   /// of the printer.
   Options saved;
+  /// The texts that the administrator made the queue's defaults for options that CUPS does not know. The
+  /// server supplies them to a job without these options.
+  Options queueDefaults;
   bool accepting = true;
   bool stopped = false;
   /// The server's words on the printer's state; often empty.

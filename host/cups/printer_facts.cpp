@@ -56,17 +56,21 @@ std::vector<std::string> factsToAsk() {
           "printer-uri-supported"};
 }
 
+// The text that the administrator made the queue's default for an option of the printer's own, or null. CUPS
+// knows no "-supported" of such an option.
+ipp_attribute_t* ownDefault(const MessageHandle& answer, const std::string& keyword) {
+  auto* const value = findAttribute(answer, keyword + "-default");
+  const bool isOwn = value != nullptr && ippGetValueTag(value) == IPP_TAG_NAME &&
+                     findAttribute(answer, keyword + "-supported") == nullptr;
+  return isOwn ? value : nullptr;
+}
+
 // Whether libcups added this option because the server says so of the printer: a fact about it, or the value
-// that the server itself supplies for a job without the option. A text that the administrator made the
-// default of an option of the printer's own counts as saved, since a panel would bring its own default
-// otherwise; CUPS knows no "-supported" of such an option.
+// that the server itself supplies for a job without the option.
 bool comesFromServer(const MessageHandle& answer, const Option& option) {
   if (findAttribute(answer, option.keyword) != nullptr) return true;
   auto* const value = findAttribute(answer, option.keyword + "-default");
   if (value == nullptr) return false;
-  if (ippGetValueTag(value) == IPP_TAG_NAME &&
-      findAttribute(answer, option.keyword + "-supported") == nullptr)
-    return false;
   const MessageHandle scratch(ippNew());
   auto* const encoded =
       cupsEncodeOption(scratch.get(), IPP_TAG_JOB, option.keyword.c_str(), option.value.c_str());
@@ -89,22 +93,28 @@ MessageHandle askFacts(const Connection& connection, const std::string& printer)
   return askAttributes(connection, printer, factsToAsk());
 }
 
-Options savedOptions(const Connection& connection, const cups_dest_t& destination,
-                     const MessageHandle& facts) {
-  Options saved;
+std::pair<Options, Options> keptOptions(const Connection& connection, const cups_dest_t& destination,
+                                        const MessageHandle& facts) {
+  Options candidates;
   std::vector<std::string> names{"printer-name"};
   for (const auto& [name, value] :
        std::span(destination.options, static_cast<std::size_t>(destination.num_options))) {
     const Option option{name, value};
-    if (comesFromServer(facts, option)) continue;
-    saved.push_back(option);
+    if (ownDefault(facts, option.keyword) == nullptr && comesFromServer(facts, option)) continue;
+    candidates.push_back(option);
     for (const char* ending : {"", "-default", "-supported"}) names.push_back(option.keyword + ending);
   }
-  if (saved.empty()) return saved;
-  // Saved by a user, or turned into an option by a newer libcups.
+  if (candidates.empty()) return {};
+  // Saved by a user, the queue's default, or turned into an option by a newer libcups.
   const auto answer = askAttributes(connection, destination.name, names);
-  std::erase_if(saved, [&](const Option& option) { return comesFromServer(answer, option); });
-  return saved;
+  Options saved;
+  Options ofQueue;
+  for (const auto& option : candidates) {
+    if (auto* const text = ownDefault(answer, option.keyword))
+      ofQueue.push_back({option.keyword, attributeText(text)});
+    if (!comesFromServer(answer, option)) saved.push_back(option);
+  }
+  return {saved, ofQueue};
 }
 
 }  // namespace tandemtrim::host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "host/cups/connection.hpp"
 #include "host/cups/cups_handles.hpp"
@@ -15,9 +16,10 @@ std::string existingPrinters(const Connection& connection);
 /// from. Failure, with the names of those that exist, when there is no such printer.
 MessageHandle askFacts(const Connection& connection, const std::string& printer);
 
-/// Those of the destination's options that the user (or the administrator, for all users) saved; not what the
-/// server itself says of the printer. The server is asked once more about what its facts leave open.
-Options savedOptions(const Connection& connection, const cups_dest_t& destination,
-                     const MessageHandle& facts);
+/// Those of the destination's options that the user (or the administrator, for all users) saved, and the
+/// texts that the administrator made the queue's defaults for options that CUPS does not know; not what else
+/// the server says of the printer. The server is asked once more about what its facts leave open.
+std::pair<Options, Options> keptOptions(const Connection& connection, const cups_dest_t& destination,
+                                        const MessageHandle& facts);
 
 }  // namespace tandemtrim::host

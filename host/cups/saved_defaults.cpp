@@ -1,38 +1,86 @@
 #include "host/cups/saved_defaults.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "host/failure.hpp"
+#include "host/job/lpoptions.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-class Destinations {
+namespace fs = std::filesystem;
+
+constexpr mode_t kOwnFolder = 0700;
+constexpr mode_t kOwnFile = 0600;
+// As CUPS makes the file that it keeps options in.
+constexpr mode_t kReadableFile = 0644;
+
+// An open file, or none when it could not be opened.
+class File {
  public:
-  explicit Destinations(const Connection& connection) { count_ = cupsGetDests2(connection.get(), &all_); }
-  Destinations(const Destinations&) = delete;
-  Destinations& operator=(const Destinations&) = delete;
-  ~Destinations() { cupsFreeDests(count_, all_); }
-
-  // Whether the server listed the printer: one that failed lists nothing, and what is saved for other
-  // printers would go with it.
-  [[nodiscard]] bool lists(const Printer& printer) const {
-    return cupsGetDest(printer.name.c_str(), nullptr, count_, all_) != nullptr;
+  explicit File(int number) : number_(number) {}
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+  ~File() {
+    if (isOpen()) close(number_);
   }
-
-  // The user's record of the printer, made when there is none.
-  cups_dest_t* find(const Printer& printer) {
-    const auto* const instance = printer.destination->instance;
-    count_ = cupsAddDest(printer.name.c_str(), instance, count_, &all_);
-    return cupsGetDest(printer.name.c_str(), instance, count_, all_);
-  }
-
-  bool save(const Connection& connection) { return cupsSetDests2(connection.get(), count_, all_) == 0; }
+  [[nodiscard]] bool isOpen() const { return number_ >= 0; }
+  [[nodiscard]] int number() const { return number_; }
 
  private:
-  cups_dest_t* all_ = nullptr;
-  int count_ = 0;
+  int number_;
 };
+
+Failure failureOf(const fs::path& file, const char* act) {
+  return Failure(file.string() + " cannot be " + act + ": " + std::strerror(errno));
+}
+
+std::string readAll(const File& file, const fs::path& path) {
+  std::string text;
+  std::array<char, 4096> piece{};
+  for (;;) {
+    const auto length = read(file.number(), piece.data(), piece.size());
+    if (length < 0) throw failureOf(path, "read");
+    if (length == 0) return text;
+    text.append(piece.data(), static_cast<std::size_t>(length));
+  }
+}
+
+bool writeAll(const File& file, std::string_view text) {
+  while (!text.empty()) {
+    const auto length = write(file.number(), text.data(), text.size());
+    if (length < 0) return false;
+    text.remove_prefix(static_cast<std::size_t>(length));
+  }
+  return fsync(file.number()) == 0;
+}
+
+// `old` is what the file was, or null.
+void replace(const fs::path& path, const std::string& text, const struct stat* old) {
+  auto name = path.string() + ".XXXXXX";
+  const File file(mkostemp(name.data(), O_CLOEXEC));
+  if (!file.isOpen()) throw failureOf(path, "written");
+  const bool isWhole =
+      writeAll(file, text) &&
+      (old == nullptr || old->st_uid == geteuid() || fchown(file.number(), old->st_uid, old->st_gid) == 0) &&
+      fchmod(file.number(), old == nullptr ? kReadableFile : old->st_mode) == 0 &&
+      std::rename(name.c_str(), path.c_str()) == 0;
+  if (isWhole) return;
+  const auto failure = failureOf(path, "written");
+  unlink(name.c_str());
+  throw failure;
+}
 
 // The file of saved options has one line a printer, in which # begins a comment and a keyword without a value
 // is a switch.
@@ -51,23 +99,66 @@ Failure cannotKeep(const std::string& keyword) {
                  "; give another by -o " + keyword + "=...");
 }
 
+Failure cannotChange(const Printer& printer, const Failure& reason) {
+  return Failure(Trouble::notKeptForAllJobs,
+                 "the defaults for " + printer.name + " cannot be changed: " + reason.fact());
+}
+
+DestinationName nameOf(const Printer& printer) {
+  const char* const instance = printer.destination->instance;
+  return {printer.name, instance == nullptr ? std::nullopt : std::optional<std::string>(instance)};
+}
+
 }  // namespace
 
-void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options) {
-  for (const auto& [keyword, value] : options) {
+fs::path savedDefaultsFile() {
+  const char* home = std::getenv("HOME");
+  if (home == nullptr) {
+    const auto* const user = getpwuid(getuid());
+    home = user == nullptr ? "/" : user->pw_dir;
+  }
+  return fs::path(home) / ".cups/lpoptions";
+}
+
+void editFile(const fs::path& file, const std::function<std::string(const std::string&)>& edit) {
+  std::error_code unresolved;
+  auto path = fs::weakly_canonical(file, unresolved);
+  if (unresolved) path = file;
+  mkdir(path.parent_path().c_str(), kOwnFolder);
+  // A file of its own, since the other one is replaced.
+  const File lock(
+      open((path.string() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnFile));
+  if (!lock.isOpen() || flock(lock.number(), LOCK_EX) != 0) throw failureOf(path, "written");
+
+  const File now(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!now.isOpen() && errno != ENOENT) throw failureOf(path, "read");
+  struct stat old {};
+  if (now.isOpen() && fstat(now.number(), &old) != 0) throw failureOf(path, "read");
+  const auto before = now.isOpen() ? readAll(now, path) : "";
+  const auto after = edit(before);
+  if (after != before) replace(path, after, now.isOpen() ? &old : nullptr);
+}
+
+Options keepable(const Options& options) {
+  auto kept = withoutThoseOfOneJob(options);
+  for (const auto& [keyword, value] : kept) {
     if (!fitsIntoLine(value)) throw cannotKeep(keyword);
   }
-  Destinations destinations(connection);
-  if (!destinations.lists(printer) || connection.isSilent()) throw connection.lastFailure();
-  auto* const mine = destinations.find(printer);
-  for (const auto& [keyword, value] : options) {
-    mine->num_options = cupsAddOption(keyword.c_str(), value.c_str(), mine->num_options, &mine->options);
-  }
-  if (!destinations.save(connection)) {
-    const bool serverFailed = connection.isSilent() || cupsLastError() >= IPP_STATUS_REDIRECTION_OTHER_SITE;
-    if (serverFailed) throw connection.lastFailure();
-    throw Failure("the defaults for " + printer.name +
-                  " cannot be kept: CUPS cannot write its file lpoptions");
+  return kept;
+}
+
+void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options) {
+  const auto longest = std::ranges::max_element(
+      options, {}, [](const Option& option) { return option.keyword.size() + option.value.size(); });
+  try {
+    editFile(savedDefaultsFile(), [&](const std::string& text) {
+      auto changed = withSavedOptions(text, nameOf(printer), options);
+      if (!changed) throw cannotKeep(longest->keyword);
+      return *std::move(changed);
+    });
+  } catch (const Failure& failure) {
+    if (failure.trouble() == Trouble::notKeptForAllJobs) throw;
+    throw cannotChange(printer, failure);
   }
 
   const auto kept = connection.destination(printer.name.c_str(), printer.destination->instance);
@@ -76,6 +167,19 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
     const char* const found = cupsGetOption(keyword.c_str(), kept->num_options, kept->options);
     if (found == nullptr || value != found) throw cannotKeep(keyword);
   }
+}
+
+Options resetDefaults(const Printer& printer) {
+  Options gone;
+  try {
+    editFile(savedDefaultsFile(), [&](const std::string& text) {
+      gone = optionsSavedIn(text, nameOf(printer));
+      return withoutSavedOptions(text, nameOf(printer));
+    });
+  } catch (const Failure& failure) {
+    throw cannotChange(printer, failure);
+  }
+  return gone;
 }
 
 }  // namespace tandemtrim::host

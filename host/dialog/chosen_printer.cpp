@@ -54,7 +54,7 @@ void ChosenPrinter::follow() {
   tabs_.forgetRows();
   window_.hideNotice();
   window_.giveUpPrint();
-  current_ = {printer, {}, {}};
+  current_ = {printer, {}, {}, {}};
   window_.enter(DialogState::ready);
   if (!selection_.isPrinter()) return panel_.hide();
   window_.enter(DialogState::reading);
@@ -109,7 +109,7 @@ void ChosenPrinter::openPanel() {
   const auto& name = current_.name;
   if (panel_.hasBundle()) {
     if (!current_.ppd) report_(withoutPpdText(name));
-    if (panel_.open(current_.ppd.get())) hideRows();
+    if (panel_.open(current_.ppd.get(), current_.queueDefaults)) hideRows();
     return;
   }
   report_(name + " has no panel, since " + reasonForNoPanel(current_.ppd.get()));
@@ -136,20 +136,20 @@ void ChosenPrinter::onPanelFailure(const Failure& failure) {
 // Saved options and those of the command line count where neither the panel nor GTK's tabs show them.
 PrintRequest ChosenPrinter::makeRequest() {
   const auto& name = current_.name;
-  PrintRequest request{line_.server, name, line_.title, {}, {tabs_.settings(), {}}, panel_.useForAllJobs()};
+  PrintRequest request{line_.server,           name, line_.title, {}, {tabs_.settings(), {}},
+                       panel_.useForAllJobs(), {}};
   for (const auto& options : {current_.saved, asSpelled(current_.ppd.get(), line_.options)}) {
     for (const auto& option : options) setOption(request.options, option);
   }
   tabs_.addOptions(selection_.printer(), current_.ppd.get(), request.options);
-  std::erase_if(request.options, [keywords = panel_.keywords()](const Option& option) {
-    return spelledAsIn(keywords, option.keyword).has_value();
-  });
+  request.options = withoutKeywords(std::move(request.options), panel_.keywords());
   if (name == first_ && line_.printer && line_.printer->starts_with(name + '/'))
     request.printer = *line_.printer;
   if (panel_.hasFailed()) request.remembered.panel = recall({line_.server, name}, report_).panel;
   if (!panel_.isOpen()) return request;
-  request.remembered.panel = panel_.options();
-  for (const auto& option : request.remembered.panel) setOption(request.options, option);
+  for (const auto& option : panel_.options()) setOption(request.options, option);
+  request.notKept = panel_.illegalDefaults();
+  request.remembered.panel = withoutKeywords(panel_.options(), request.notKept);
   return request;
 }
 

@@ -32,18 +32,10 @@ bool isQueueDefault(const Option& option, const Printer& printer) {
   });
 }
 
-// Options of one job, which are never kept for others.
-constexpr std::array<const char*, 5> kOfOneJob{"copies", "Collate", "page-ranges", "page-set",
-                                               "job-hold-until"};
-
-std::optional<Failure> useForAllJobs(Options options, const Connection& connection, const Printer& printer,
-                                     const Report& report) {
-  std::erase_if(options, [](const Option& option) {
-    return std::ranges::any_of(kOfOneJob,
-                               [&](const char* own) { return isSameKeyword(own, option.keyword); });
-  });
+std::optional<Failure> useForAllJobs(const Options& options, const Connection& connection,
+                                     const Printer& printer, const Report& report) {
   try {
-    saveAsDefault(connection, printer, options);
+    saveAsDefault(connection, printer, keepable(options));
     return std::nullopt;
   } catch (const Failure& failure) {
     report("the job was sent, but its settings are not kept for all jobs: " + std::string(failure.what()));
@@ -72,7 +64,8 @@ SendResult sendRequest(const PrintRequest& request, std::vector<Document>& docum
   auto& [job, problems] = result;
   if (job.failure && !isSent(*job.failure)) throw *job.failure;
   if (request.useForAllJobs) {
-    if (const auto notKept = useForAllJobs(options, connection, printer, report))
+    if (const auto notKept =
+            useForAllJobs(withoutKeywords(options, request.notKept), connection, printer, report))
       problems.push_back(*notKept);
   }
   if (job.failure) problems.push_back(*job.failure);

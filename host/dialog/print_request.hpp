@@ -26,6 +26,8 @@ struct PrintRequest {
   Remembered remembered;
   /// Whether the panel's options become the user's defaults for the printer, too.
   bool useForAllJobs = false;
+  /// The keywords of options that are never kept for other jobs.
+  std::vector<std::string> notKept;
 };
 
 struct SendResult {

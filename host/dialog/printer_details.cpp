@@ -17,8 +17,8 @@ std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& se
   // GTK's rows have the titles that the PPD gives in the user's language.
   if (ppd) ppdLocalize(ppd.get());
   auto saved = asSpelled(ppd.get(), std::move(printer.saved));
-  return std::make_shared<PrinterDetails>(
-      PrinterDetails{std::move(printer.name), std::move(ppd), std::move(saved)});
+  return std::make_shared<PrinterDetails>(PrinterDetails{std::move(printer.name), std::move(ppd),
+                                                         std::move(saved), std::move(printer.queueDefaults)});
 }
 
 }  // namespace

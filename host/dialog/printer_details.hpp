@@ -18,6 +18,8 @@ struct PrinterDetails {
   PpdHandle ppd;
   /// The options that the user saved for the printer, spelled as in the PPD.
   Options saved;
+  /// The queue's defaults for options that CUPS does not know.
+  Options queueDefaults;
 };
 
 /// Reads details of printers in the background, one printer at a time.

@@ -38,12 +38,15 @@ struct CommandLine {
   bool json = false;
   bool force = false;
   bool saveAsDefault = false;
+  bool resetDefaults = false;
   bool withoutPanel = false;
   bool verbose = false;
   /// Whether to wait until the job has ended.
   bool wait = false;
   /// Whether the dialog is to be shown; none leaves it to whether there is a screen.
   std::optional<bool> dialog;
+
+  friend bool operator==(const CommandLine&, const CommandLine&) = default;
 };
 
 }  // namespace tandemtrim::host

@@ -7,11 +7,7 @@
 #include "platform/integer_text.hpp"
 
 namespace tandemtrim::host {
-namespace {
-
 using platform::PanelSetting;
-
-}  // namespace
 
 std::string allowedValues(const PanelSetting& setting) {
   if (setting.kind == PanelSetting::Kind::number)
@@ -41,6 +37,16 @@ std::string suggestedValue(const PanelSetting& setting, const std::string& value
   // A check box shows a value that it does not know as off.
   return setting.kind == PanelSetting::Kind::onOff ? setting.choices.back().value
                                                    : setting.choices.front().value;
+}
+
+const PanelSetting* switchOf(const std::vector<PanelSetting>& settings) {
+  const auto onOff = std::ranges::find(settings, PanelSetting::Kind::onOff, &PanelSetting::kind);
+  return onOff == settings.end() ? nullptr : &*onOff;
+}
+
+bool isSwitchedOn(const std::vector<PanelSetting>& settings) {
+  const auto* const onOff = switchOf(settings);
+  return onOff == nullptr || onOff->value == onOff->choices.front().value;
 }
 
 }  // namespace tandemtrim::host

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/extension.hpp"
 
@@ -17,5 +18,11 @@ bool isLegal(const platform::PanelSetting& setting, std::string_view value);
 /// The legal value to suggest instead: the nearest number, the choice that differs in letter case only, off,
 /// or the first choice.
 std::string suggestedValue(const platform::PanelSetting& setting, const std::string& value);
+
+/// The setting that switches the panel's function on and off, or null when there is none.
+const platform::PanelSetting* switchOf(const std::vector<platform::PanelSetting>& settings);
+
+/// Whether the panel's function is on; one without a switch always is.
+bool isSwitchedOn(const std::vector<platform::PanelSetting>& settings);
 
 }  // namespace tandemtrim::host

@@ -1,6 +1,7 @@
 #include "host/job/options.hpp"
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <string_view>
 
@@ -16,6 +17,11 @@ namespace {
 constexpr std::size_t kLongestValue = 32767;
 // The longest name that it gives a job.
 constexpr std::size_t kLongestTitle = 255;
+
+// What is chosen for one job: its title, which of its pages are printed, how often and when.
+constexpr std::array<const char*, 7> kOfOneJob{"copies",      "Collate",  "multiple-document-handling",
+                                               "page-ranges", "page-set", "job-hold-until",
+                                               "job-name"};
 
 // Why CUPS would lose this value, or none.
 std::optional<std::string> loss(const std::string& value) {
@@ -36,18 +42,22 @@ bool isPlain(std::string_view text) {
 
 }  // namespace
 
-Options parseOptions(const std::string& text) {
-  if (const auto mistake = optionSyntaxMistake(text)) {
-    throw Failure("-o \"" + text + "\": " + *mistake +
-                      "; write keyword=value, with quotes around a value that holds blanks",
-                  kWrongCommandLine);
-  }
+Options readOptions(const std::string& text) {
   cups_option_t* parsed = nullptr;
   const int count = cupsParseOptions(text.c_str(), 0, &parsed);
   Options options;
   for (int i = 0; i < count; ++i) options.push_back({parsed[i].name, parsed[i].value});
   cupsFreeOptions(count, parsed);
   return options;
+}
+
+Options parseOptions(const std::string& text) {
+  if (const auto mistake = optionSyntaxMistake(text)) {
+    throw Failure("-o \"" + text + "\": " + *mistake +
+                      "; write keyword=value, with quotes around a value that holds blanks",
+                  kWrongCommandLine);
+  }
+  return readOptions(text);
 }
 
 bool isSameKeyword(const std::string& one, const std::string& other) {
@@ -63,6 +73,18 @@ void setOption(Options& options, Option option) {
   } else {
     *earlier = std::move(option);
   }
+}
+
+Options withoutKeywords(Options options, const std::vector<std::string>& keywords) {
+  std::erase_if(options, [&](const Option& option) {
+    return std::ranges::any_of(keywords,
+                               [&](const auto& keyword) { return isSameKeyword(keyword, option.keyword); });
+  });
+  return options;
+}
+
+Options withoutThoseOfOneJob(Options options) {
+  return withoutKeywords(std::move(options), {kOfOneJob.begin(), kOfOneJob.end()});
 }
 
 std::string optionText(const Option& option) {

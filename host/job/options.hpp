@@ -18,6 +18,9 @@ struct Option {
 };
 using Options = std::vector<Option>;
 
+/// Reads options in the form of -o, as libcups does whatever is wrong with them.
+Options readOptions(const std::string& text);
+
 /// Reads the text of one -o as lp does: "keyword=value keyword='two words' landscape nocollate". Failure with
 /// the status of a wrong command line for a text without an option, an empty keyword and a quote or brace
 /// that nothing ends.
@@ -28,6 +31,13 @@ bool isSameKeyword(const std::string& one, const std::string& other);
 
 /// Sets an option, in the place of an earlier one of the same keyword.
 void setOption(Options& options, Option option);
+
+/// The options but those of these keywords.
+Options withoutKeywords(Options options, const std::vector<std::string>& keywords);
+
+/// The options but those that are chosen for one job and never kept for others: its title, copies, pages and
+/// when it is printed.
+Options withoutThoseOfOneJob(Options options);
 
 /// "keyword=value", quoted so that parseOptions and lp -o read it back.
 std::string optionText(const Option& option);

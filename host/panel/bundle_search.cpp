@@ -1,7 +1,6 @@
 #include "host/panel/bundle_search.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <iterator>
 #include <map>
@@ -16,8 +15,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Seen from the program's folder: where an installation has bundles, and where a build leaves them.
-constexpr std::array<const char*, 2> kFoldersBesideProgram{"../" TANDEM_TRIM_LIBDIR "/tandem-trim", ".."};
+// Where an installation has bundles and, in a build folder, where the build leaves them.
+std::vector<fs::path> foldersBesideProgram() {
+  std::error_code unreadable;
+  const auto program = fs::read_symlink("/proc/self/exe", unreadable);
+  if (unreadable) return {};
+  const auto above = program.parent_path() / "..";
+  std::vector<fs::path> folders{above / TANDEM_TRIM_LIBDIR / "tandem-trim"};
+  if (fs::exists(above / "CMakeCache.txt", unreadable)) folders.push_back(above);
+  return folders;
+}
 
 std::vector<fs::path> standardFolders() {
   std::vector<fs::path> folders;
@@ -27,11 +34,7 @@ std::vector<fs::path> standardFolders() {
       if (!folder.empty()) folders.emplace_back(folder);
     }
   }
-  std::error_code unreadable;
-  const auto program = fs::read_symlink("/proc/self/exe", unreadable);
-  if (!unreadable) {
-    for (const char* folder : kFoldersBesideProgram) folders.push_back(program.parent_path() / folder);
-  }
+  std::ranges::copy(foldersBesideProgram(), std::back_inserter(folders));
   return folders;
 }
 

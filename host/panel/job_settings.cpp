@@ -10,12 +10,14 @@ namespace tandemtrim::host {
 namespace {
 
 JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::string& path,
-                          const Options& starting, const Report& report) {
+                          const Options& ofQueue, const Options& starting, const Report& report) {
   const auto bundle = openBundle(path, report);
   platform::linux::PrintSettings settings;
-  storeOptions(starting, bundle.info.optionKeywords(), settings);
+  const auto keywords = bundle.info.optionKeywords();
+  storeOptions(starting, keywords, settings);
   JobSettings settled;
-  settled.panel = playPanel(bundle, settings, ppd, line.inputs, line.force, report);
+  settled.panel = playPanel(bundle, settings, ppd, printersDefaults(keywords, ppd, ofQueue), line.inputs,
+                            line.force, report);
   for (const auto& [keyword, value] : settings.entries()) settled.options.push_back({keyword, value});
   return settled;
 }
@@ -53,12 +55,12 @@ std::string leftOutText(const std::string& printer, const Option& option) {
 }
 
 JobSettings settleSettings(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
-                           const Options& starting, const Report& report) {
+                           const Options& ofQueue, const Options& starting, const Report& report) {
   try {
     const auto bundle = bundleOfPrinter(line.plugin, ppd);
     if (!bundle) return settleWithoutPanel(line, printer, reasonForNoPanel(ppd), starting, report);
     if (ppd == nullptr) report(withoutPpdText(printer));
-    return settleAtPanel(line, ppd, bundle->string(), starting, report);
+    return settleAtPanel(line, ppd, bundle->string(), ofQueue, starting, report);
   } catch (const PluginFailure& failure) {
     if (!line.withoutPanel) {
       throw Failure(

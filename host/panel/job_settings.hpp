@@ -29,9 +29,10 @@ std::string leftOutText(const std::string& printer, const Option& option);
 
 /// Has the printer's panel, if there is one, complete the options that the job starts with. `printer` is what
 /// messages call the printer and `ppd` its PPD, null when its queue has none. A printer without the panel
-/// never gets the panel's options. Failure when the panel cannot be opened and the command line does not
+/// never gets the panel's options. `ofQueue` are the queue's defaults, which count for the panel's keywords
+/// that no option is given for. Failure when the panel cannot be opened and the command line does not
 /// agree to go on without it, and when what the command line asks of the panel cannot be done.
 JobSettings settleSettings(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
-                           const Options& starting, const Report& report);
+                           const Options& ofQueue, const Options& starting, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -20,4 +20,18 @@ Options storedOptions(const platform::PrintSettings& settings, const std::vector
   return options;
 }
 
+Options printersDefaults(const std::vector<std::string>& keywords, ppd_file_t* ppd, const Options& ofQueue) {
+  Options defaults;
+  for (const auto& keyword : keywords) {
+    auto* const option = ppd == nullptr ? nullptr : ppdFindOption(ppd, keyword.c_str());
+    // libcups marks no default that is none of the choices.
+    if (option != nullptr && ppdFindChoice(option, option->defchoice) != nullptr)
+      defaults.push_back({keyword, option->defchoice});
+  }
+  for (const auto& [keyword, value] : ofQueue) {
+    if (auto spelling = spelledAsIn(keywords, keyword)) setOption(defaults, {*std::move(spelling), value});
+  }
+  return defaults;
+}
+
 }  // namespace tandemtrim::host

@@ -1,9 +1,12 @@
 #include "host/panel/panel_session.hpp"
 
+#include <algorithm>
+
 #include "adapters/memory/panel_view.hpp"
 #include "host/changed_entries.hpp"
 #include "host/job/legality.hpp"
 #include "host/panel/callback.hpp"
+#include "host/panel/panel_options.hpp"
 #include "host/panel/user_input.hpp"
 #include "host/plain_text.hpp"
 
@@ -25,6 +28,27 @@ void refuse(const IllegalValue& illegal, bool isGreyed) {
   throw Failure(setting.keyword + "=" + shortText(setting.value) +
                 " is not allowed here (allowed: " + allowedValues(setting) +
                 "); nothing was sent. Change it by " + remedy + ", or send it as it stands by --force");
+}
+
+bool contains(const Options& options, const std::string& keyword) {
+  return std::ranges::find(options, keyword, &Option::keyword) != options.end();
+}
+
+// Adds the defaults that the settings lack, and gives what they hold of these keywords before.
+Options addDefaults(const std::vector<std::string>& keywords, const Options& defaults,
+                    platform::PrintSettings& settings) {
+  const auto before = storedOptions(settings, keywords);
+  auto missing = defaults;
+  std::erase_if(missing, [&](const Option& option) { return contains(before, option.keyword); });
+  storeOptions(missing, keywords, settings);
+  return before;
+}
+
+std::string correctedText(const IllegalValue& corrected) {
+  const auto& [setting, suggested] = corrected;
+  return setting.keyword + ": the default " + shortText(setting.value) +
+         " is not allowed on this printer (allowed: " + allowedValues(setting) + "); the job gets " +
+         suggested;
 }
 
 }  // namespace
@@ -57,12 +81,34 @@ std::vector<IllegalValue> illegalValues(const std::vector<platform::PanelSetting
 }
 
 PanelSession::PanelSession(const PluginBundle& bundle, const char* moduleEnding,
-                           platform::PrintSettings& settings, ppd_file_s* ppd)
+                           platform::PrintSettings& settings, ppd_file_s* ppd,
+                           const Options& printersDefaults)
     : settings_(settings),
       plugin_(loadPlugin(bundle, moduleEnding)),
-      panels_(openPanels(plugin_, std::make_shared<Callback>(settings_, ppd))),
+      defaults_(addDefaults(bundle.info.optionKeywords(), printersDefaults, settings)),
+      panels_(openWith(ppd)),
       title_(call("panelName", [](auto& panel) { return panel.panelName(); })),
-      keywords_(call("supportedPPDOptionKeys", [](auto& panel) { return panel.supportedPPDOptionKeys(); })) {}
+      keywords_(call("supportedPPDOptionKeys", [](auto& panel) { return panel.supportedPPDOptionKeys(); })) {
+  if (removeUnknownDefaults()) panels_ = openWith(ppd);
+  defaults_ = changedEntries(defaults_, storedOptions(settings_, bundle.info.optionKeywords()));
+}
+
+std::unique_ptr<platform::PanelList> PanelSession::openWith(ppd_file_s* ppd) {
+  return openPanels(plugin_, std::make_shared<Callback>(settings_, ppd));
+}
+
+// A panel's words for its choices need not be the printer's. Its own default counts then.
+bool PanelSession::removeUnknownDefaults() {
+  bool removes = false;
+  for (const auto& setting : settings()) {
+    const bool isKnown = setting.kind == platform::PanelSetting::Kind::number ||
+                         isLegal(setting, setting.value) || contains(defaults_, setting.keyword);
+    if (isKnown) continue;
+    settings_.PMPrintSettingsSetValue(setting.keyword, std::nullopt, false);
+    removes = true;
+  }
+  return removes;
+}
 
 std::vector<platform::PanelSetting> PanelSession::settings() const {
   return call("settings", [](auto& panel) { return panel.settings(); });
@@ -140,11 +186,55 @@ void PanelSession::save(const std::set<std::string>& edited) {
   store(stored_);
 }
 
-void PanelSession::correct() {
-  save();
-  for (const auto& [setting, suggested] : illegalValues(settings()))
+void PanelSession::replace(const std::vector<IllegalValue>& values) {
+  for (const auto& [setting, suggested] : values)
     settings_.PMPrintSettingsSetValue(setting.keyword, suggested, false);
   restore();
+}
+
+void PanelSession::correct() {
+  save();
+  replace(illegalChoices());
+}
+
+void PanelSession::countAsDefaults(const std::set<std::string>& names) {
+  for (const auto& setting : settings()) {
+    if (names.contains(setting.name)) defaults_.push_back({setting.keyword, setting.value});
+  }
+}
+
+bool PanelSession::isDefault(const IllegalValue& illegal) const {
+  const Option option{illegal.setting.keyword, illegal.setting.value};
+  return std::ranges::find(defaults_, option) != defaults_.end();
+}
+
+std::vector<IllegalValue> PanelSession::illegalChoices() const {
+  auto illegal = illegalValues(settings());
+  std::erase_if(illegal, [&](const auto& value) { return isDefault(value); });
+  return illegal;
+}
+
+std::vector<IllegalValue> PanelSession::illegalDefaults() const {
+  auto illegal = illegalValues(settings());
+  std::erase_if(illegal, [&](const auto& value) { return !isDefault(value); });
+  return illegal;
+}
+
+std::vector<IllegalValue> PanelSession::correctDefaults() {
+  if (!isSwitchedOn(settings())) return {};
+  const auto illegal = illegalDefaults();
+  if (illegal.empty()) return illegal;
+  replace(illegal);
+  for (const auto& [setting, suggested] : illegal) defaults_.push_back({setting.keyword, suggested});
+  return illegal;
+}
+
+void PanelSession::removeDefaults() {
+  for (const auto& [keyword, value] : defaults_) {
+    std::optional<std::string> stored;
+    settings_.PMPrintSettingsGetValue(keyword, stored);
+    if (stored == value) settings_.PMPrintSettingsSetValue(keyword, std::nullopt, false);
+  }
 }
 
 // Building a summary puts the stored values back into the controls.
@@ -155,19 +245,27 @@ std::vector<SummaryRow> PanelSession::summary() {
 }
 
 PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& settings, ppd_file_s* ppd,
-                      const std::vector<Input>& inputs, bool force, const Report& report) {
-  PanelSession session(bundle, kMemoryModule, settings, ppd);
+                      const Options& printersDefaults, const std::vector<Input>& inputs, bool force,
+                      const Report& report) {
+  PanelSession session(bundle, kMemoryModule, settings, ppd, printersDefaults);
   auto& view = screenlessView(bundle.path, session.view());
   session.willShow();
-  const auto edited = callPlugin(bundle.path, "the input",
-                                 [&] { return enterInputs(view, session.settings(), inputs, report); });
-  session.save(edited);
+  const auto edits = callPlugin(bundle.path, "the input",
+                                [&] { return enterInputs(view, session.settings(), inputs, report); });
+  session.save(edits.all);
+  session.countAsDefaults(edits.restored);
 
-  PanelResult result{{}, session.settings()};
-  if (const auto illegal = illegalValues(result.settings); !force && !illegal.empty()) {
-    const auto& name = illegal.front().setting.name;
-    refuse(illegal.front(), callPlugin(bundle.path, "its view", [&] { return !view.control(name).enabled; }));
+  if (!force) {
+    if (const auto illegal = session.illegalChoices(); !illegal.empty()) {
+      const auto& name = illegal.front().setting.name;
+      refuse(illegal.front(),
+             callPlugin(bundle.path, "its view", [&] { return !view.control(name).enabled; }));
+    }
+    for (const auto& corrected : session.correctDefaults()) report(correctedText(corrected));
   }
+  PanelResult result{{}, session.settings()};
+  for (const auto& illegal : session.illegalDefaults())
+    result.illegalDefaults.push_back(illegal.setting.keyword);
   for (const auto& keyword : session.keywords()) {
     std::optional<std::string> value;
     settings.PMPrintSettingsGetValue(keyword, value);

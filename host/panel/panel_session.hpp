@@ -35,10 +35,11 @@ std::vector<IllegalValue> illegalValues(const std::vector<platform::PanelSetting
 /// when the panel does not do its part.
 class PanelSession {
  public:
-  /// Opens the panel of the bundle's module with this ending. The settings that the job lacks get their
-  /// defaults. `settings` and `ppd` outlive the session; `ppd` is null for a printer without one.
+  /// Opens the panel of the bundle's module with this ending. The settings that the job lacks get the
+  /// printer's defaults, and those that the printer lacks the panel's own. `settings` and `ppd` outlive the
+  /// session; `ppd` is null for a printer without one.
   PanelSession(const PluginBundle& bundle, const char* moduleEnding, platform::PrintSettings& settings,
-               ppd_file_s* ppd);
+               ppd_file_s* ppd, const Options& printersDefaults = {});
 
   [[nodiscard]] const std::string& title() const { return title_; }
   [[nodiscard]] const std::vector<std::string>& keywords() const { return keywords_; }
@@ -55,9 +56,21 @@ class PanelSession {
   /// Writes what the controls show into the print settings. A setting that nobody edited keeps its stored
   /// value, even where its control cannot show that; those named in `edited` count as edited anyway.
   void save(const std::set<std::string>& edited = {});
-  /// Saves, then replaces the values that the printer does not allow by the nearest legal ones and shows
-  /// them.
+  /// Saves, then replaces the values that the user chose and the printer does not allow by the nearest legal
+  /// ones and shows them.
   void correct();
+
+  /// Counts the values that these settings have as defaults.
+  void countAsDefaults(const std::set<std::string>& names);
+  /// The values that the printer does not allow: those that the user chose, and those that nobody did.
+  [[nodiscard]] std::vector<IllegalValue> illegalChoices() const;
+  [[nodiscard]] std::vector<IllegalValue> illegalDefaults() const;
+  /// While the panel's function is on, replaces the illegal values that nobody chose by the nearest legal
+  /// ones and shows them; gives what it replaced. What the user edited has to be saved before.
+  std::vector<IllegalValue> correctDefaults();
+  /// Removes what nobody chose from the print settings.
+  void removeDefaults();
+
   /// What is saved, in display order.
   [[nodiscard]] std::vector<SummaryRow> summary();
 
@@ -65,8 +78,12 @@ class PanelSession {
   using StoredValues = std::map<std::string, std::optional<std::string>>;
   [[nodiscard]] StoredValues storedValues() const;
   void store(const StoredValues& values) const;
+  [[nodiscard]] std::unique_ptr<platform::PanelList> openWith(ppd_file_s* ppd);
+  bool removeUnknownDefaults();
   void saveAll() const;
   void readUnedited();
+  [[nodiscard]] bool isDefault(const IllegalValue& illegal) const;
+  void replace(const std::vector<IllegalValue>& values);
   template <class Operation>
   auto call(const char* name, Operation operation) const {
     return callPlugin(plugin_.bundle, name, [&] { return operation(*panels_->front()); });
@@ -74,6 +91,8 @@ class PanelSession {
 
   platform::PrintSettings& settings_;
   LoadedPlugin plugin_;
+  // The values that nobody chose. While the panel is made, those that the job has before.
+  Options defaults_;
   std::unique_ptr<platform::PanelList> panels_;
   std::string title_;
   std::vector<std::string> keywords_;
@@ -88,15 +107,20 @@ struct PanelResult {
   /// In display order.
   std::vector<SummaryRow> summary;
   std::vector<platform::PanelSetting> settings;
+  /// The keywords of defaults that go as they stand, though the printer does not allow them. Kept for other
+  /// jobs, they would count as chosen.
+  std::vector<std::string> illegalDefaults = {};
 };
 
 /// Opens the panel without a screen, acts on it as the inputs say, has it save into `settings` and takes its
-/// summary. `ppd` may be null; `force` lets values through that the printer does not allow.
+/// summary. `ppd` may be null; `force` lets values through that the printer does not allow. While the panel's
+/// function is on, each default that the printer does not allow is corrected and reported.
 ///
 /// Failure when an input names no setting or no value that the setting takes (status of a wrong command
-/// line), when a control is greyed, and when a value is not allowed. PluginFailure when the panel does not do
-/// its part. On failure `settings` may be partly changed.
+/// line), when a control is greyed, and when a value that the user chose is not allowed. PluginFailure when
+/// the panel does not do its part. On failure `settings` may be partly changed.
 PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& settings, ppd_file_s* ppd,
-                      const std::vector<Input>& inputs, bool force, const Report& report);
+                      const Options& printersDefaults, const std::vector<Input>& inputs, bool force,
+                      const Report& report);
 
 }  // namespace tandemtrim::host

@@ -2,11 +2,19 @@
 
 #include <dlfcn.h>
 
+#include "host/panel/trust.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
+// What anybody could have put there runs in the user's name.
+void refuseStrangers(const std::string& bundle, const std::string& path) {
+  if (const auto fault = openToStrangers(path)) throw unusable(bundle, *fault);
+}
+
 platform::MakePlugin findMaker(const std::string& bundle, const std::string& module,
                                const std::string& principalClass) {
+  refuseStrangers(bundle, module);
   void* const handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle == nullptr) throw unusable(bundle, dlerror());
   void* const symbol = dlsym(handle, principalClass.c_str());
@@ -29,6 +37,7 @@ PluginFailure unusable(const std::string& bundle, const std::string& reason) {
 }
 
 PluginBundle openBundle(const std::string& path, const Report& report) {
+  refuseStrangers(path, path);
   std::string reason;
   auto resources = platform::linux::Bundle::open(path, reason);
   if (!resources) throw unusable(path, reason);

@@ -23,8 +23,8 @@ const PanelSetting& settingNamed(const Settings& settings, const std::string& na
 
 // A panel greys its controls while its switch is off.
 Failure greyed(const Settings& settings, const std::string& what) {
-  const auto onOff = std::ranges::find(settings, PanelSetting::Kind::onOff, &PanelSetting::kind);
-  if (onOff == settings.end()) return Failure(what + ": this control is greyed now; nothing was sent");
+  const auto* const onOff = switchOf(settings);
+  if (onOff == nullptr) return Failure(what + ": this control is greyed now; nothing was sent");
   return Failure(what + ": " + onOff->name +
                  " is off, so this control is greyed; nothing was sent. Turn it on first by --set " +
                  onOff->name + "=" + onOff->choices.front().value);
@@ -85,23 +85,26 @@ bool press(PanelView& view, const std::string& button) {
 
 }  // namespace
 
-std::set<std::string> enterInputs(PanelView& view, const Settings& settings, const std::vector<Input>& inputs,
-                                  const Report& report) {
-  std::set<std::string> names;
+Edits enterInputs(PanelView& view, const Settings& settings, const std::vector<Input>& inputs,
+                  const Report& report) {
+  Edits edits;
   for (const auto& [name, text] : inputs) {
     if (text) {
       if (!set(view, settingNamed(settings, name), *text, report))
         throw greyed(settings, "--set " + name + "=" + *text);
-      names.insert(name);
+      edits.all.insert(name);
+      edits.restored.erase(name);
       continue;
     }
     if (!press(view, name)) throw greyed(settings, "--restore-defaults");
     // The defaults come back for all settings but the switch.
     for (const auto& setting : settings) {
-      if (setting.kind != PanelSetting::Kind::onOff) names.insert(setting.name);
+      if (setting.kind == PanelSetting::Kind::onOff) continue;
+      edits.all.insert(setting.name);
+      edits.restored.insert(setting.name);
     }
   }
-  return names;
+  return edits;
 }
 
 }  // namespace tandemtrim::host

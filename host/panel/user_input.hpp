@@ -11,11 +11,17 @@
 
 namespace tandemtrim::host {
 
+/// The names of the settings that inputs changed.
+struct Edits {
+  std::set<std::string> all;
+  /// Those of them that got their default back.
+  std::set<std::string> restored;
+};
+
 /// Acts on the panel's view as the inputs say, in their order, and reports each text that the panel
-/// corrected. Gives the names of the settings that were set. Failure for an unknown name or value (status of
+/// corrected. Failure for an unknown name or value (status of
 /// a wrong command line) and for a control that is greyed.
-std::set<std::string> enterInputs(platform::memory::PanelView& view,
-                                  const std::vector<platform::PanelSetting>& settings,
-                                  const std::vector<Input>& inputs, const Report& report);
+Edits enterInputs(platform::memory::PanelView& view, const std::vector<platform::PanelSetting>& settings,
+                  const std::vector<Input>& inputs, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -1,13 +1,16 @@
 """Settings that a user keeps for the next jobs."""
 
+import concurrent.futures
 import subprocess
 import unittest
 
+from relay import GONE, Relay
 from terminal_case import (
     ACTS_THAT_CHANGE,
     CHANGED,
     DEFAULTS,
     MARGINS,
+    POSITION,
     SAMPLE,
     TerminalCase,
     each,
@@ -15,6 +18,7 @@ from terminal_case import (
     option_text,
 )
 
+QUESTION = 6  # of a job's requests the one for what the server holds
 NOTE = 'two "words" – ü'
 
 
@@ -30,6 +34,24 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertEqual(self.cups.jobs(), before)
         return result
+
+    def keeps_nothing(self, *arguments):
+        result = self.trim("--reset-defaults", *arguments)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(result.stdout, "")
+        return result
+
+    @property
+    def file_of_defaults(self):
+        return self.cups.folder / "home/.cups/lpoptions"
+
+    def kept(self):
+        return self.file_of_defaults.read_text() if self.file_of_defaults.exists() else ""
+
+    def kept_for(self, destination):
+        """The options of the line that begins with this."""
+        (line,) = [line for line in self.kept().splitlines() if line.startswith(destination + " ")]
+        return dict(word.partition("=")[::2] for word in line.split()[2:])
 
     def test_kept_settings_are_those_of_every_program(self):
         self.keeps("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
@@ -63,6 +85,65 @@ class DefaultsTest(TerminalCase):
         self.prints("-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9", SAMPLE)
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
+    def test_a_job_that_fails_keeps_nothing(self):
+        keep = ["-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9"]
+        self.assertEqual(self.trim(*keep, "-o", "document-format=application/x-nothing", SAMPLE).returncode, 1)
+        self.assertEqual(self.kept(), "")
+        with Relay(self.cups.address, QUESTION, GONE) as relay:
+            around = {"CUPS_SERVER": relay.address, "TANDEM_TRIM_TIMEOUT": "1"}
+            result = self.trim(*keep, SAMPLE, **around)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("could not be confirmed", result.stderr)
+        self.assertEqual(self.kept(), "")
+
+    def test_what_is_chosen_for_one_job_is_never_kept(self):
+        of_one_job = "copies=2 page-ranges=1 page-set=odd Collate=True job-hold-until=no-hold job-name=One"
+        self.keeps("-n", "3", "-t", "Mine", "-o", of_one_job, "-o", "x-note=kept")
+        self.assertEqual(sorted(self.kept_for("Dest Morva")), sorted([*DEFAULTS, "x-note"]))
+        self.run_program("lpoptions", "-p", "Morva", "-o", "copies=2")
+        self.keeps("-n", "3")
+        self.assertEqual(self.kept_for("Dest Morva")["copies"], "2")
+
+    def test_they_may_be_taken_away(self):
+        self.run_program("lpoptions", "-p", "Morva/draft", "-o", "MVTopMargin=2")
+        self.keeps("-o", "MVTandemTrim=On MVTopMargin=9")
+        result = self.keeps_nothing("-d", "Morva")
+        self.assertRegex(result.stderr, "your defaults for Morva are taken away: 7 options")
+        self.assertEqual(of_panel(self.options_of()), DEFAULTS)
+        self.assertEqual(self.kept_for("Dest Morva/draft"), {"MVTopMargin": "2"})
+        self.assertIn("no defaults of yours are kept for Morva", self.keeps_nothing("-d", "Morva").stderr)
+        self.keeps_nothing("-d", "Morva/draft")
+        self.assertEqual(self.kept(), "")
+
+    def test_the_default_printer_stays_so_when_its_options_are_taken_away(self):
+        self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
+        self.run_program("lpoptions", "-d", "Morva")
+        self.keeps_nothing()
+        self.assertEqual(self.kept(), "Default Morva\n")
+
+    def test_they_are_not_taken_away_from_a_printer_that_does_not_exist(self):
+        self.refuses("-d", "Nobody", "--reset-defaults", words=["Nobody", "Morva"])
+
+    def test_what_others_keep_stays_byte_for_byte(self):
+        others = "# mine\nDest  Elsewhere x=1   y\nDefault Morva/draft a='b c'\nPolicy unknown\n\nDest Morva/Draught z=1"
+        self.file_of_defaults.parent.mkdir()
+        self.file_of_defaults.write_text(others)
+        self.file_of_defaults.chmod(0o600)
+        self.keeps("-o", "x-note=1")
+        self.assertTrue(self.kept().startswith(others + "\nDest Morva "), self.kept())
+        self.assertEqual(self.file_of_defaults.stat().st_mode & 0o777, 0o600)
+        self.keeps_nothing("-d", "Morva")
+        self.assertEqual(self.kept(), others + "\n")
+
+    def test_programs_that_keep_settings_at_once_lose_nothing(self):
+        instances = [f"Morva/{name}" for name in ("one", "two", "three")]
+        with concurrent.futures.ThreadPoolExecutor(len(instances)) as programs:
+            for number in range(10):
+                results = programs.map(lambda name: self.keeps("-d", name, "-o", f"x-note=n{number}"), instances)
+                self.assertEqual(len(list(results)), len(instances))
+                for name in instances:
+                    self.assertEqual(self.kept_for(f"Dest {name}").get("x-note"), f"n{number}", self.kept())
+
     def test_what_cannot_be_kept_is_said_before_anything_is_printed(self):
         arguments = ["-d", "Morva", "--save-as-default", "-o", 'x-note="a#b"', SAMPLE]
         self.refuses(*arguments, words=["x-note", "default"])
@@ -87,19 +168,30 @@ class DefaultsTest(TerminalCase):
         self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS | {MARGINS["Top"]: "9"})
 
+    def test_the_administrators_default_in_the_ppd_goes_before_the_panels(self):
+        self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin=8", "-o", "MVPrintPosition=Right")
+        self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-o", "MVTopMargin=5", "-o", "MVPrintPosition=Center")
+        expected = DEFAULTS | {MARGINS["Top"]: "8", POSITION: "Right"}
+        self.assertEqual(of_panel(self.options_of()), expected)
+        self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=7", "-o", "x-note-default=queue")
+        self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-R", "MVTopMargin-default", "-R", "x-note-default")
+        self.assertEqual(of_panel(self.options_of()), expected | {MARGINS["Top"]: "7"})
+        self.assertNotIn("x-note", self.trim("-d", "Morva").stdout)
+        self.assertEqual(self.options_of()["x-note"], "queue")
+        self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
+        self.assertEqual(of_panel(self.options_of()), expected | {MARGINS["Top"]: "9"})
+        self.assertEqual(of_panel(self.options_of("-o", "MVTopMargin=4")), expected | {MARGINS["Top"]: "4"})
+
     def test_facts_about_the_printer_do_not_become_settings(self):
         self.keeps()
-        kept = (self.cups.folder / "home/lpoptions", self.cups.folder / "home/.cups/lpoptions")
-        (text,) = [path.read_text() for path in kept if path.exists()]
-        (line,) = [line for line in text.splitlines() if "Morva" in line]
-        self.assertEqual(sorted(word.partition("=")[0] for word in line.split()[2:]), sorted(DEFAULTS))
+        self.assertEqual(sorted(self.kept_for("Dest Morva")), sorted(DEFAULTS))
 
     def test_without_a_home_the_program_says_that_it_cannot_keep_them(self):
         home = self.temporary_folder() / "file"
         home.write_text("no folder")
         result = self.trim("-d", "Morva", "--save-as-default", HOME=str(home), CUPS_SERVERROOT=str(home))
         self.assertEqual(result.returncode, 1)
-        self.assertRegex(result.stderr, "Morva.*cannot be kept.*lpoptions")
+        self.assertRegex(result.stderr, "the defaults for Morva cannot be changed: .*lpoptions cannot be")
 
 
 if __name__ == "__main__":

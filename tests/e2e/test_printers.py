@@ -14,6 +14,7 @@ from terminal_case import (
     SAMPLE,
     VALID,
     TerminalCase,
+    each,
     of_panel,
 )
 
@@ -56,6 +57,52 @@ class PrintersTest(TerminalCase):
         self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
         for act in (["--set", "Valid=On"], ["--restore-defaults"]):
             self.refuses("-d", "Plain", *act, SAMPLE, words=["Plain", "no panel"])
+
+    def add_narrow_queue(self):
+        """A printer Narrow, whose limits are below the panel's defaults and those of its own PPD."""
+        text = PPD.read_text()
+        for side, limit in (("Top", 3), ("Bottom", 5), ("Left", 3)):
+            before = f'*MVMaxTandemTrimMargin{side}: "{LARGEST[side]}"'
+            self.assertIn(before, text)
+            text = text.replace(before, f'*MVMaxTandemTrimMargin{side}: "{limit}"')
+        ppd = self.temporary_folder() / "narrow.ppd"
+        ppd.write_text(text)
+        self.add_queue("Narrow", ppd)
+
+    def sent_to_narrow(self, *arguments):
+        result, (record,) = self.prints("-d", "Narrow", *arguments, SAMPLE)
+        return of_panel(record.options), result.stderr
+
+    def test_defaults_beyond_the_limits_go_as_they_stand_while_the_panel_is_off_or_by_force(self):
+        self.add_narrow_queue()
+        self.assertEqual(self.sent_to_narrow(), (DEFAULTS, ""))
+        self.assertEqual(self.sent_to_narrow("--force", "--set", "Valid=On"), (DEFAULTS | {VALID: "On"}, ""))
+
+    def test_defaults_beyond_the_limits_are_corrected_with_a_note_while_the_panel_is_on(self):
+        self.add_narrow_queue()
+        expected = DEFAULTS | {VALID: "On", MARGINS["Top"]: "3", MARGINS["Left"]: "3"}
+        for acts in (["Valid=On"], ["Valid=On", "Position=Center"]):
+            options, said = self.sent_to_narrow(*each("--set", acts))
+            self.assertEqual(options, expected)
+            for side in ("Top", "Left"):
+                self.assertRegex(said, rf"{MARGINS[side]}: the default 5 is not allowed .*0 to 3.*the job gets 3")
+        options, said = self.sent_to_narrow("--set", "Valid=On", "--set", "Top=2", "--restore-defaults")
+        self.assertEqual(options, expected)
+        self.assertEqual(said.count("the job gets 3"), 2)
+
+    def test_what_the_user_chose_beyond_the_limits_is_refused_even_where_it_is_the_default(self):
+        self.add_narrow_queue()
+        for switch in ("On", "Off"):
+            self.refuses("-d", "Narrow", "-o", f"{VALID}={switch} MVTopMargin=5", SAMPLE, words=["MVTopMargin=5", "0 to 3"])
+        keep = ["lpoptions", "-p", "Narrow", "-o", "MVTopMargin=5"]
+        subprocess.run(keep, env=self.environment(), capture_output=True, check=True)
+        self.refuses("-d", "Narrow", SAMPLE, words=["MVTopMargin=5", "0 to 3"])
+
+    def test_defaults_beyond_the_limits_are_not_kept_as_if_somebody_had_chosen_them(self):
+        self.add_narrow_queue()
+        self.assertEqual(self.sent_to_narrow("--save-as-default")[0], DEFAULTS)
+        self.assertEqual(self.sent_to_narrow()[0], DEFAULTS)
+        self.assertEqual(self.sent_to_narrow("--set", "Valid=On")[0][MARGINS["Top"]], "3")
 
     def test_a_queue_without_a_ppd_gets_the_options_with_a_note(self):
         self.add_queue("Raw")

@@ -111,7 +111,7 @@ class ReportsTest(TerminalCase):
 
     def test_help_and_version_need_no_server(self):
         shown = self.shows("--help", **NO_SERVER)
-        options = "-h -d -n -t -o --set --restore-defaults --summary --json --force --save-as-default --ppd --plugin"
+        options = "-h -d -n -t -o --set --restore-defaults --summary --json --force --save-as-default --reset-defaults --ppd --plugin"
         for option in options.split():
             self.assertRegex(shown, rf"(?m)^ *{re.escape(option)}\b")
         self.assertRegex(self.shows("--version", **NO_SERVER), r"^tandem-trim \d+\.\d+\.\d+\n$")

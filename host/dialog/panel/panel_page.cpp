@@ -66,7 +66,7 @@ void PanelPage::follow(GtkWidget* widget) {
 }
 
 void PanelPage::onEdited() {
-  if (edited_.connected() || !warning_ || !warning_->row.get_visible()) return;
+  if (edited_.connected() || !reportsEdits_) return;
   edited_ = Glib::signal_idle().connect([this] {
     signalEdited();
     return false;
@@ -92,6 +92,7 @@ void PanelPage::showView(GtkWidget* view) {
 void PanelPage::removeView() {
   if (view_ != nullptr) gtk_box_remove(gobj(), view_);
   view_ = nullptr;
+  reportsEdits_ = false;
   hideWarning();
   footer_.set_visible(false);
 }

@@ -27,7 +27,9 @@ class PanelPage : public Gtk::Box {
   void showView(GtkWidget* view);
   /// Removes the view, before its owner destroys it.
   void removeView();
-  /// Runs after an edit of the view while a warning is shown; once for several edits in a row.
+  /// Whether edits of the view are reported, which costs time.
+  void reportEdits(bool reports) { reportsEdits_ = reports; }
+  /// Runs after a reported edit of the view; once for several edits in a row.
   sigc::signal<void()> signalEdited;
   /// Names the values, or shows no warning when there are none.
   void warnOf(const std::vector<IllegalValue>& values);
@@ -54,6 +56,7 @@ class PanelPage : public Gtk::Box {
   std::optional<Warning> warning_;
   Gtk::Box footer_;
   GtkWidget* view_ = nullptr;
+  bool reportsEdits_ = false;
   sigc::connection edited_;
 };
 

@@ -60,7 +60,9 @@ void PanelTabs::fail(const Failure& failure) {
   events_.onFailure(failure);
 }
 
+// Another printer has defaults of its own.
 void PanelTabs::close() {
+  if (session_) session_->removeDefaults();
   page_.removeView();
   summary_.set_visible(false);
   session_.reset();
@@ -84,9 +86,11 @@ bool PanelTabs::findBundle(ppd_file_t* ppd) {
   });
 }
 
-bool PanelTabs::open(ppd_file_t* ppd) {
+bool PanelTabs::open(ppd_file_t* ppd, const Options& queueDefaults) {
   return guarded([&] {
-    session_ = std::make_unique<PanelSession>(*bundle_, kGtkModule, settings_, ppd);
+    session_ =
+        std::make_unique<PanelSession>(*bundle_, kGtkModule, settings_, ppd,
+                                       printersDefaults(bundle_->info.optionKeywords(), ppd, queueDefaults));
     title_.set_text(session_->title());
     page_.help.set_visible(session_->shouldShowHelp());
     page_.set_visible();
@@ -140,14 +144,20 @@ void PanelTabs::showSummary() {
   });
 }
 
-// The edit may have fixed the value that the warning names.
+// The edit may have fixed the value that the warning names, or switched on what a default is illegal for.
 void PanelTabs::onEdited() {
   if (session_) guarded([&] { session_->save(); });
   warn();
 }
 
 void PanelTabs::warn() {
-  if (session_) guarded([&] { page_.warnOf(illegalValues(session_->settings())); });
+  if (!session_) return;
+  guarded([&] {
+    session_->correctDefaults();
+    const auto illegal = session_->illegalChoices();
+    page_.warnOf(illegal);
+    page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty());
+  });
 }
 
 void PanelTabs::correct() {
@@ -162,9 +172,19 @@ std::optional<std::vector<IllegalValue>> PanelTabs::prepareToPrint() {
   const bool works = guarded([&] {
     agrees = session_->shouldPrint();
     session_->save();
-    illegal = illegalValues(session_->settings());
+    session_->correctDefaults();
+    illegal = session_->illegalChoices();
   });
   return works && agrees ? std::optional(illegal) : std::nullopt;
+}
+
+std::vector<std::string> PanelTabs::illegalDefaults() {
+  std::vector<std::string> keywords;
+  if (!session_) return keywords;
+  guarded([&] {
+    for (const auto& illegal : session_->illegalDefaults()) keywords.push_back(illegal.setting.keyword);
+  });
+  return keywords;
 }
 
 }  // namespace tandemtrim::host

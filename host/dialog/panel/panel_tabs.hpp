@@ -44,8 +44,9 @@ class PanelTabs : public sigc::trackable {
   bool findBundle(ppd_file_t* ppd);
   /// Whether the printer has a panel, open or not.
   [[nodiscard]] bool hasBundle() const { return bundle_.has_value(); }
-  /// Opens the panel of the bundle. False when it fails.
-  bool open(ppd_file_t* ppd);
+  /// Opens the panel of the bundle, where what nobody chose has the defaults of the PPD (null has none), of
+  /// the printer's queue and of the panel. False when it fails.
+  bool open(ppd_file_t* ppd, const Options& queueDefaults);
   /// Saves what the panel shows and closes it, before another printer is shown.
   void leavePrinter();
   /// Closes the panel and hides its page for this reason.
@@ -61,10 +62,13 @@ class PanelTabs : public sigc::trackable {
   void startFrom(const Options& options) { storeOptions(options, keywords(), settings_); }
   /// The panel's options, as saved last.
   [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
+  /// The keywords of defaults that go as they stand, though the printer does not allow them. Kept for other
+  /// jobs, they would count as chosen.
+  [[nodiscard]] std::vector<std::string> illegalDefaults();
   [[nodiscard]] bool useForAllJobs() const { return isOpen() && page_.useForAllJobs.get_active(); }
 
-  /// Saves what the panel shows and gives the values that the printer does not allow. None when the panel
-  /// refuses to print or fails.
+  /// Saves what the panel shows and gives the values that the user chose and the printer does not allow. None
+  /// when the panel refuses to print or fails.
   std::optional<std::vector<IllegalValue>> prepareToPrint();
   /// Replaces illegal values by the nearest legal ones.
   void correct();

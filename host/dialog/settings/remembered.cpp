@@ -18,6 +18,7 @@ constexpr const char* kSettingsGroup = "Print Settings";
 constexpr const char* kSetupGroup = "Page Setup";
 constexpr const char* kPanelGroup = "Panel";
 constexpr std::string_view kDefaultPort = ":631";
+constexpr int kOwnFolder = 0700;
 constexpr int kOwnFile = 0600;
 
 void setAside(const fs::path& file, const std::string& reason, const Report& report) {
@@ -56,6 +57,11 @@ Remembered recall(const PrinterPlace& place, const Report& report) {
   const auto file = rememberedFile(place);
   std::error_code unreadable;
   if (!fs::exists(file, unreadable)) return {};
+  // A pipe would be waited for.
+  if (!fs::is_regular_file(file, unreadable)) {
+    setAside(file, "it is no file with contents", report);
+    return {};
+  }
   try {
     Remembered settings;
     const auto groups = Glib::KeyFile::create();
@@ -84,9 +90,7 @@ std::optional<Failure> remember(const PrinterPlace& place, const Remembered& set
   for (const auto& [keyword, value] : settings.panel) groups->set_string(kPanelGroup, keyword, value);
   const auto text = groups->to_data().raw();
 
-  std::error_code failed;
-  fs::create_directories(file.parent_path(), failed);
-  fs::permissions(file.parent_path(), fs::perms::owner_all, failed);
+  g_mkdir_with_parents(file.parent_path().c_str(), kOwnFolder);
   GError* failure = nullptr;
   if (g_file_set_contents_full(file.c_str(), text.data(), static_cast<gssize>(text.size()),
                                G_FILE_SET_CONTENTS_CONSISTENT, kOwnFile, &failure) == FALSE) {

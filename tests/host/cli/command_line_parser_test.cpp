@@ -65,11 +65,15 @@ TEST(ACommandLine, HasASwitchForEveryWayOfWorking) {
   EXPECT_EQ(line.plugin, "/opt/TandemTrim.bundle");
 }
 
+TEST(ACommandLine, MayTakeDefaultsAwayAtAServer) {
+  EXPECT_TRUE(parse({"--reset-defaults", "-h", "far", "-d", "Morva/draft", "--verbose"}).resetDefaults);
+}
+
 TEST(HelpAndVersion, AreShownInsteadOfWork) {
   const auto help = std::get<Information>(parseCommandLine({"--help"})).text;
-  for (const char* option :
-       {"-h", "-d", "-n", "-t", "-o", "--set", "--restore-defaults", "--summary", "--json", "--force",
-        "--save-as-default", "--ppd", "--plugin", "--without-panel", "--verbose", "--version"}) {
+  for (const char* option : {"-h", "-d", "-n", "-t", "-o", "--set", "--restore-defaults", "--summary",
+                             "--json", "--force", "--save-as-default", "--reset-defaults", "--ppd",
+                             "--plugin", "--without-panel", "--verbose", "--version"}) {
     EXPECT_THAT(help, HasSubstr(option));
   }
   EXPECT_THAT(std::get<Information>(parseCommandLine({"--version"})).text,
@@ -86,8 +90,12 @@ TEST_P(AWrongCommandLine, HasItsOwnExitStatus) {
 using Arguments = std::vector<std::string>;
 INSTANTIATE_TEST_SUITE_P(CommandLine, AWrongCommandLine,
                          testing::Values(Arguments{"--unknown"}, Arguments{"-x"}, Arguments{"-o"},
-                                         Arguments{"-o", ""}, Arguments{"-o", "=5"}, Arguments{"-o", "a='b"},
-                                         Arguments{"-n", "0"}, Arguments{"-n", "two"}, Arguments{"-n", "1x"},
+                                         Arguments{"--reset-defaults", "a.pdf"},
+                                         Arguments{"--reset-defaults", "--save-as-default"},
+                                         Arguments{"--reset-defaults", "-n", "2"},
+                                         Arguments{"--reset-defaults", "--set", "Top=1"}, Arguments{"-o", ""},
+                                         Arguments{"-o", "=5"}, Arguments{"-o", "a='b"}, Arguments{"-n", "0"},
+                                         Arguments{"-n", "two"}, Arguments{"-n", "1x"},
                                          Arguments{"-n", "10000"}, Arguments{"-n"}, Arguments{"--set"},
                                          Arguments{"--set", "Top"}, Arguments{"--set", "=12"},
                                          Arguments{"--ppd"}, Arguments{"--plugin"}, Arguments{"-d"},

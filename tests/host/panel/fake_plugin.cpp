@@ -99,7 +99,7 @@ class FakeView : public memory::PanelView {
       setOn(button.state != CheckBox::kOn);
     } else {
       find("Position").selected = 0;
-      find("Top").text = "5";
+      find("Top").text = behaviour_.is("click", "beyond") ? "25" : "5";
     }
     return true;
   }

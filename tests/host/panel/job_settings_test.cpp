@@ -14,6 +14,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 class JobSettingsOf : public testing::Test {
  protected:
@@ -22,8 +23,8 @@ class JobSettingsOf : public testing::Test {
     return openPpd(folder.write("test.ppd", "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n" + attribute),
                    "test.ppd");
   }
-  JobSettings settle(ppd_file_t* openPpd, const Options& starting) {
-    return settleSettings(line, "Morva", openPpd, starting,
+  JobSettings settle(ppd_file_t* openPpd, const Options& starting, const Options& ofQueue = {}) {
+    return settleSettings(line, "Morva", openPpd, ofQueue, starting,
                           [this](const std::string& message) { messages.push_back(message); });
   }
 
@@ -147,6 +148,35 @@ TEST_F(JobSettingsOf, APrinterAreRefusedForAWrongInputEvenWithoutPanel) {
   line.withoutPanel = true;
   line.inputs = {{"Middle", "9"}};
   EXPECT_EQ(failureOf([&] { settle(ppd("Fake.bundle").get(), {}); }).exitStatus(), kWrongCommandLine);
+}
+
+// A PPD whose default for the option is this one of two.
+std::string ppdOption(const std::string& keyword, const std::string& marked, const std::string& other) {
+  const auto star = "*" + keyword;
+  return "*OpenUI " + star + "/" + keyword + ": PickOne\n*Default" + keyword + ": " + marked + "\n" + star +
+         " " + marked + ": \"\"\n" + star + " " + other + ": \"\"\n*CloseUI: " + star + "\n";
+}
+
+TEST_F(JobSettingsOf, APrinterStartFromItsPpdThenItsQueueThenTheUser) {
+  line.plugin = writeBundle(folder, "Fake.bundle");
+  const auto file =
+      openPpd(folder.write("test.ppd",
+                           "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n"
+                           "*APDialogExtension: \"Fake.bundle\"\n" +
+                               ppdOption("FakeTop", "7", "5") + ppdOption("FakePosition", "Right", "Left") +
+                               ppdOption("Glue", "Hot", "Cold")),
+              "test.ppd");
+  const auto of = [&](const Options& starting, const Options& ofQueue) {
+    return settle(file.get(), starting, ofQueue).options;
+  };
+  EXPECT_THAT(of({}, {}), UnorderedElementsAre(Option{"FakeTop", "7"}, Option{"FakePosition", "Right"},
+                                               Option{"FakeOn", "On"}));
+  EXPECT_THAT(
+      of({}, {{"faketop", "8"}, {"x-note", "1"}}),
+      UnorderedElementsAre(Option{"FakeTop", "8"}, Option{"FakePosition", "Right"}, Option{"FakeOn", "On"}));
+  EXPECT_THAT(
+      of({{"FakeTop", "9"}}, {{"FakeTop", "8"}}),
+      UnorderedElementsAre(Option{"FakeTop", "9"}, Option{"FakePosition", "Right"}, Option{"FakeOn", "On"}));
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ class APanelSession : public testing::Test {
   PanelResult play(const std::vector<Input>& inputs, bool force = false, const std::string& behaviour = "") {
     const auto bundle = writeBundle(folder_, behaviour.empty() ? "Fake.bundle" : "Broken.bundle",
                                     {"FakePrincipal", behaviour});
-    return playPanel(openBundle(bundle, quiet), settings, nullptr, inputs, force,
+    return playPanel(openBundle(bundle, quiet), settings, nullptr, defaults, inputs, force,
                      [this](const std::string& message) { messages.push_back(message); });
   }
   void store(const std::string& keyword, const std::string& value) {
@@ -36,6 +36,7 @@ class APanelSession : public testing::Test {
 
   platform::linux::PrintSettings settings;
   std::vector<std::string> messages;
+  Options defaults;  // The printer's.
 
  private:
   test::TemporaryFolder folder_;
@@ -263,6 +264,92 @@ TEST_F(APanelSession, CorrectsTheValuesThatAreNotAllowedAndKeepsTheOthers) {
   session.save();
   EXPECT_EQ(stored("FakeTop"), "20");
   EXPECT_EQ(stored("FakePosition"), "Left");
+}
+
+TEST_F(APanelSession, PutsThePrintersDefaultsInFrontOfThePanelsOwn) {
+  defaults = {{"FakeTop", "9"}, {"FakePosition", "Right"}};
+  store("FakePosition", "Left");
+  play({});
+  EXPECT_EQ(stored("FakeTop"), "9");
+  EXPECT_EQ(stored("FakePosition"), "Left");
+  EXPECT_EQ(stored("FakeOn"), "On");
+}
+
+class AnIllegalDefault : public APanelSession, public testing::WithParamInterface<Illegal> {};
+
+TEST_P(AnIllegalDefault, IsCorrectedWithANoteWhileThePanelIsOn) {
+  const auto& [keyword, value, allowed, corrected] = GetParam();
+  defaults = {{keyword, value}};
+  const auto result = play({});
+  EXPECT_EQ(stored(keyword), corrected);
+  EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr(keyword + ": the default " + value), HasSubstr(allowed),
+                                          HasSubstr("the job gets " + corrected))));
+  EXPECT_THAT(result.illegalDefaults, IsEmpty());
+  EXPECT_EQ(result.summary.front().value, stored("FakeTop"));
+}
+
+TEST_P(AnIllegalDefault, GoesAsItStandsWhileThePanelIsOff) {
+  defaults = {{GetParam().keyword, GetParam().value}};
+  store("FakeOn", "Off");
+  const auto result = play({});
+  EXPECT_EQ(stored(GetParam().keyword), GetParam().value);
+  EXPECT_THAT(messages, IsEmpty());
+  EXPECT_THAT(result.illegalDefaults, ElementsAre(GetParam().keyword));
+}
+
+TEST_P(AnIllegalDefault, GoesAsItStandsWhenForced) {
+  defaults = {{GetParam().keyword, GetParam().value}};
+  const auto result = play({}, true);
+  EXPECT_EQ(stored(GetParam().keyword), GetParam().value);
+  EXPECT_THAT(messages, IsEmpty());
+  EXPECT_THAT(result.illegalDefaults, ElementsAre(GetParam().keyword));
+}
+
+TEST_P(AnIllegalDefault, IsRefusedWhereTheUserChoseIt) {
+  defaults = {{GetParam().keyword, GetParam().value}};
+  store(GetParam().keyword, GetParam().value);
+  EXPECT_THAT(failureOf([&] { play({}); }).what(), HasSubstr(GetParam().allowed));
+}
+
+TEST_P(AnIllegalDefault, LeavesThePrintSettingsWithThePanel) {
+  defaults = {{GetParam().keyword, GetParam().value}};
+  store("Foreign", "1");
+  const test::TemporaryFolder folder;
+  PanelSession session(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule, settings,
+                       nullptr, defaults);
+  session.view();
+  session.willShow();
+  session.correctDefaults();
+  store("FakeOn", "Off");
+  session.removeDefaults();
+  EXPECT_EQ(stored(GetParam().keyword), std::nullopt);
+  EXPECT_EQ(stored("FakeOn"), "Off");
+  EXPECT_EQ(stored("Foreign"), "1");
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, AnIllegalDefault,
+                         testing::Values(Illegal{"FakeTop", "25", "0 to 20", "20"},
+                                         Illegal{"FakeTop", "five", "0 to 20", "0"}));
+
+TEST_F(APanelSession, PutsItsOwnDefaultInThePlaceOfAWordThatItDoesNotKnow) {
+  defaults = {{"FakePosition", "Middle"}, {"FakeOn", "True"}, {"FakeTop", "7"}};
+  play({});
+  EXPECT_EQ(stored("FakePosition"), "Left");
+  EXPECT_EQ(stored("FakeOn"), "On");
+  EXPECT_EQ(stored("FakeTop"), "7");
+  EXPECT_THAT(messages, IsEmpty());
+}
+
+TEST_F(APanelSession, CorrectsADefaultThatTheUserBroughtBack) {
+  store("FakeTop", "5");
+  play({{"Top", "31"}, {"RestoreDefault", std::nullopt}}, false, "click beyond");
+  EXPECT_EQ(stored("FakeTop"), "20");
+  EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop: the default 25")));
+}
+
+TEST_F(APanelSession, RefusesAnIllegalValueThatTheUserSetBehindTheDefaults) {
+  const auto failure = failureOf([&] { play({{"RestoreDefault", std::nullopt}, {"Top", "21"}}); });
+  EXPECT_THAT(failure.what(), HasSubstr("FakeTop=21"));
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ void sendAll(std::uint64_t count, std::uint64_t seed, const std::string& file,
     const auto& queue = queues[number % queues.size()];
     const auto line = anyWishes(random, number);
     const auto settled =
-        settleSettings(line, queue.printer.name, queue.ppd.get(), line.options, [](const auto&) {});
+        settleSettings(line, queue.printer.name, queue.ppd.get(), {}, line.options, [](const auto&) {});
     std::cout << sendOne(connection, queue, settled.options, file) << '\t' << queue.printer.name;
     for (const auto& [keyword, value] : settled.options) std::cout << '\t' << keyword << '=' << value;
     std::cout << '\n';

@@ -1,0 +1,100 @@
+#include "host/cups/saved_defaults.hpp"
+
+#include <fstream>
+#include <sstream>
+#include <thread>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "tests/host/failure_matcher.hpp"
+#include "tests/support/temporary_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+using test::failureOf;
+using testing::HasSubstr;
+
+std::string textOf(const fs::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file).rdbuf();
+  return text.str();
+}
+
+mode_t modeOf(const fs::path& file) {
+  struct stat status {};
+  EXPECT_EQ(stat(file.c_str(), &status), 0);
+  return status.st_mode & 07777;
+}
+
+std::string withX(const std::string& text) { return text + "x"; }
+
+class TheFileOfDefaults : public testing::Test {
+ protected:
+  test::TemporaryFolder folder_;
+  fs::path file_ = folder_.path() / ".cups/lpoptions";
+};
+
+TEST_F(TheFileOfDefaults, LosesNothingToOthersThatChangeItAtOnce) {
+  constexpr int kRounds = 200;
+  constexpr std::size_t kWriters = 3;
+  std::vector<std::thread> writers;
+  for (std::size_t i = 0; i < kWriters; ++i) {
+    writers.emplace_back([this] {
+      for (int round = 0; round < kRounds; ++round) editFile(file_, withX);
+    });
+  }
+  for (auto& writer : writers) writer.join();
+  EXPECT_EQ(textOf(file_), std::string(kRounds * kWriters, 'x'));
+}
+
+TEST_F(TheFileOfDefaults, IsMadeInAFolderOfTheUsersOwn) {
+  editFile(file_, withX);
+  EXPECT_EQ(modeOf(file_), 0644U);
+  EXPECT_EQ(modeOf(file_.parent_path()), 0700U);
+}
+
+TEST_F(TheFileOfDefaults, KeepsItsMode) {
+  folder_.write(".cups/lpoptions", "");
+  fs::permissions(file_, fs::perms(0640));
+  editFile(file_, withX);
+  EXPECT_EQ(modeOf(file_), 0640U);
+}
+
+TEST_F(TheFileOfDefaults, StaysWhereALinkLeadsTo) {
+  const auto target = folder_.write("kept/elsewhere", "a");
+  fs::create_directory(file_.parent_path());
+  fs::create_symlink(target, file_);
+  editFile(file_, withX);
+  EXPECT_TRUE(fs::is_symlink(file_));
+  EXPECT_EQ(textOf(target), "ax");
+}
+
+TEST_F(TheFileOfDefaults, IsReplacedAsAWhole) {
+  folder_.write(".cups/lpoptions", "before");
+  std::ifstream reader(file_);
+  editFile(file_, [](const std::string&) { return "after"; });
+  std::string text;
+  reader >> text;
+  EXPECT_EQ(text, "before");
+  EXPECT_EQ(textOf(file_), "after");
+}
+
+TEST_F(TheFileOfDefaults, IsNamedWhenItCannotBeChanged) {
+  folder_.write(".cups", "no folder");
+  EXPECT_THAT(failureOf([&] { editFile(file_, withX); }).what(), HasSubstr("lpoptions cannot be "));
+}
+
+TEST_F(TheFileOfDefaults, LeavesNothingOfAnEditThatFails) {
+  folder_.write(".cups/lpoptions", "before");
+  failureOf([&] { editFile(file_, [](const std::string&) -> std::string { throw Failure("no"); }); });
+  EXPECT_EQ(textOf(file_), "before");
+  editFile(file_, withX);
+  EXPECT_EQ(textOf(file_), "beforex");
+}
+
+}  // namespace
+}  // namespace tandemtrim::host

@@ -1,0 +1,52 @@
+#include "host/job/lpoptions.hpp"
+
+#include <gmock/gmock.h>
+
+namespace tandemtrim::host {
+namespace {
+
+const DestinationName kMorva{"Morva", std::nullopt};
+const DestinationName kDraft{"Morva", "draft"};
+constexpr const char* kOthers =
+    "# a comment\nDest Elsewhere/Copy  x=1 \r\nPolicy what?\nDest Morva/draughts a=b\n\n";
+
+TEST(SavedOptions, AreALineOfTheirOwnBehindAllOthers) {
+  EXPECT_EQ(withSavedOptions("", kMorva, {{"a", "b"}, {"note", "two words"}}),
+            "Dest Morva a=b note=\"two words\"\n");
+  EXPECT_EQ(withSavedOptions(kOthers, kDraft, {{"a", "b"}}), kOthers + std::string("Dest Morva/draft a=b\n"));
+  EXPECT_EQ(withSavedOptions("Dest Other x=1", kMorva, {{"a", "b"}}), "Dest Other x=1\nDest Morva a=b\n");
+}
+
+TEST(SavedOptions, ReplaceThoseOfTheSameKeywordInTheirLine) {
+  const std::string before =
+      kOthers + std::string("default morva/DRAFT A=1 keep='it\\'s' on # why\r\n") + kOthers;
+  EXPECT_EQ(withSavedOptions(before, kDraft, {{"a", "2"}, {"new", "3"}}),
+            kOthers + std::string("default morva/DRAFT a=2 keep=\"it's\" on=true new=3\r\n") + kOthers);
+}
+
+TEST(SavedOptions, CountMostInTheLastOfSeveralLines) {
+  const std::string before = "Dest Morva a=1 b=1\nDest Morva a=2\n";
+  EXPECT_EQ(optionsSavedIn(before, kMorva), (Options{{"a", "2"}, {"b", "1"}}));
+  EXPECT_EQ(withSavedOptions(before, kMorva, {{"b", "3"}}), "Dest Morva a=1 b=1\nDest Morva a=2 b=3\n");
+}
+
+TEST(SavedOptions, KeepAMarkThatBeginsNoComment) {
+  const auto text = withSavedOptions("Dest Morva note=a\\#b\n", kMorva, {{"x", "1"}});
+  EXPECT_EQ(text, "Dest Morva note=\"a\\#b\" x=1\n");
+  EXPECT_EQ(optionsSavedIn(*text, kMorva), (Options{{"note", "a#b"}, {"x", "1"}}));
+}
+
+TEST(SavedOptions, ArePutIntoNoLineThatCupsWouldCut) {
+  EXPECT_TRUE(withSavedOptions("", kMorva, {{"a", std::string(8000, 'x')}}));
+  EXPECT_FALSE(withSavedOptions("", kMorva, {{"a", std::string(8192, 'x')}}));
+}
+
+TEST(SavedOptions, GoWithoutATraceInOtherLines) {
+  const std::string before = kOthers + std::string("Dest Morva a=1\nDest Morva/draft b=2\nDest MORVA c=3");
+  EXPECT_EQ(withoutSavedOptions(before, kMorva), kOthers + std::string("Dest Morva/draft b=2\n"));
+  EXPECT_EQ(withoutSavedOptions("Default Morva/draft a=1\nDest Morva b=2\n", kDraft),
+            "Default Morva/draft\nDest Morva b=2\n");
+}
+
+}  // namespace
+}  // namespace tandemtrim::host
