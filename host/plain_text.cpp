@@ -26,21 +26,29 @@ bool isShowable(std::string_view character) {
 }
 
 // The beginning of a text in so many bytes or a few more.
-std::string plainBeginning(std::string_view text, std::size_t longest) {
+std::string beginning(std::string_view text, std::size_t longest,
+                      const std::function<std::string(std::string_view)>& inPlace) {
   std::string plain;
   while (!text.empty() && plain.size() < longest) {
     const auto character = text.substr(0, lengthOfCharacter(text));
-    plain += isShowable(character) ? character : "\uFFFD";
+    plain += isShowable(character) ? std::string(character) : inPlace(character);
     text.remove_prefix(character.size());
   }
   if (!text.empty()) plain += "...";
   return plain;
 }
 
+std::string replacementCharacter(std::string_view /*character*/) { return "\uFFFD"; }
+
 }  // namespace
 
-std::string plainText(std::string_view text) { return plainBeginning(text, std::string::npos); }
+std::string withoutControls(std::string_view text,
+                            const std::function<std::string(std::string_view)>& inPlace) {
+  return beginning(text, std::string::npos, inPlace);
+}
 
-std::string shortText(std::string_view text) { return plainBeginning(text, kLongest); }
+std::string plainText(std::string_view text) { return withoutControls(text, replacementCharacter); }
+
+std::string shortText(std::string_view text) { return beginning(text, kLongest, replacementCharacter); }
 
 }  // namespace tandemtrim::host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,9 @@ std::string plainText(std::string_view text);
 
 /// The same, and of a text longer than 200 bytes its beginning and three dots.
 std::string shortText(std::string_view text);
+
+/// The text with what `inPlace` gives in the place of each of those characters and bytes.
+std::string withoutControls(std::string_view text,
+                            const std::function<std::string(std::string_view)>& inPlace);
 
 }  // namespace tandemtrim::host

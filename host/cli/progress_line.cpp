@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include "host/plain_text.hpp"
 #include "host/progress_text.hpp"
 
 namespace tandemtrim::host {
@@ -26,7 +27,7 @@ void ProgressLine::show(const std::string& name, std::uint64_t sent, std::option
   if (!onTerminal_ || Clock::now() < next_) return;
   next_ = Clock::now() + kEach;
   shown_ = true;
-  std::cerr << kClear << progressText(name, sent, size) << std::flush;
+  std::cerr << kClear << plainText(progressText(name, sent, size)) << std::flush;
 }
 
 }  // namespace tandemtrim::host

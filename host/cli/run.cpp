@@ -14,6 +14,7 @@
 #include "host/failure.hpp"
 #include "host/job/documents.hpp"
 #include "host/panel/job_settings.hpp"
+#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -74,7 +75,7 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
     showJson(out, printer, settings, job);
     return;
   }
-  if (job && job->held && !job->failure) out << jobText(*job) << '\n';
+  if (job && job->held && !job->failure) out << plainText(jobText(*job)) << '\n';
   const bool onlyLooking = !job && !line.saveAsDefault;
   if (line.summary || onlyLooking) showSummary(out, settings);
   if (!line.summary && onlyLooking) showOptions(out, settings.options);
@@ -107,7 +108,7 @@ void runDialog(const CommandLine& line, std::ostream& out, const Report& report)
   if (!job) return report("cancelled");
   if (job->failure) throw *job->failure;
   if (!job->held) return report(jobText(*job));
-  out << jobText(*job) << '\n';
+  out << plainText(jobText(*job)) << '\n';
 }
 
 }  // namespace

@@ -109,6 +109,32 @@ DestinationName nameOf(const Printer& printer) {
   return {printer.name, instance == nullptr ? std::nullopt : std::optional<std::string>(instance)};
 }
 
+// Whether the server itself says so of the printer, so that the option needs no entry.
+bool isServers(const Option& option, const Printer& printer) {
+  const auto& destination = *printer.destination;
+  const char* const value =
+      cupsGetOption(option.keyword.c_str(), destination.num_options, destination.options);
+  return value != nullptr && option.value == value &&
+         std::ranges::none_of(printer.saved, [&](const Option& saved) {
+           return isSameKeyword(saved.keyword, option.keyword);
+         });
+}
+
+void writeEntries(const Printer& printer, const Options& entries) {
+  const auto& longest = *std::ranges::max_element(
+      entries, {}, [](const Option& option) { return option.keyword.size() + option.value.size(); });
+  try {
+    editFile(savedDefaultsFile(), [&](const std::string& text) {
+      auto changed = withSavedOptions(text, nameOf(printer), entries);
+      if (!changed) throw cannotKeep(longest.keyword);
+      return *std::move(changed);
+    });
+  } catch (const Failure& failure) {
+    if (failure.trouble() == Trouble::notKeptForAllJobs) throw;
+    throw cannotChange(printer, failure);
+  }
+}
+
 }  // namespace
 
 fs::path savedDefaultsFile() {
@@ -148,18 +174,9 @@ Options keepable(const Options& options) {
 }
 
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options) {
-  const auto longest = std::ranges::max_element(
-      options, {}, [](const Option& option) { return option.keyword.size() + option.value.size(); });
-  try {
-    editFile(savedDefaultsFile(), [&](const std::string& text) {
-      auto changed = withSavedOptions(text, nameOf(printer), options);
-      if (!changed) throw cannotKeep(longest->keyword);
-      return *std::move(changed);
-    });
-  } catch (const Failure& failure) {
-    if (failure.trouble() == Trouble::notKeptForAllJobs) throw;
-    throw cannotChange(printer, failure);
-  }
+  auto entries = options;
+  std::erase_if(entries, [&](const Option& option) { return isServers(option, printer); });
+  if (!entries.empty()) writeEntries(printer, entries);
 
   const auto kept = connection.destination(printer.name.c_str(), printer.destination->instance);
   if (!kept) throw connection.lastFailure();

@@ -9,6 +9,7 @@
 
 #include "host/failure.hpp"
 #include "host/job/option_syntax.hpp"
+#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -38,6 +39,28 @@ bool isPlain(std::string_view text) {
   constexpr std::string_view plain =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_.,:+@%/=-";
   return !text.empty() && text.find_first_not_of(plain) == std::string_view::npos;
+}
+
+// The text in a shell's quotes that have escapes: what a terminal cannot show comes as octal numbers.
+std::string ansiWord(const std::string& text) {
+  std::string escaped;
+  for (const char character : text) {
+    if (character == '\'' || character == '\\') escaped += '\\';
+    escaped += character;
+  }
+  return "$'" +
+         withoutControls(escaped,
+                         [](std::string_view bytes) {
+                           std::string octal;
+                           for (const char byte : bytes) {
+                             const auto value = static_cast<unsigned char>(byte);
+                             octal += '\\';
+                             for (const int shift : {6, 3, 0})
+                               octal += static_cast<char>('0' + ((value >> shift) & 7));
+                           }
+                           return octal;
+                         }) +
+         "'";
 }
 
 }  // namespace
@@ -99,6 +122,7 @@ std::string optionText(const Option& option) {
 
 std::string shellWord(const std::string& text) {
   if (isPlain(text)) return text;
+  if (plainText(text) != text) return ansiWord(text);
   std::string word = "'";
   for (const char character : text) {
     if (character == '\'') {

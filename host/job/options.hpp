@@ -42,7 +42,8 @@ Options withoutThoseOfOneJob(Options options);
 /// "keyword=value", quoted so that parseOptions and lp -o read it back.
 std::string optionText(const Option& option);
 
-/// The text as one word of a shell's command line.
+/// The text as one word of a shell's command line, which a terminal may show: in the quotes $'...' where it
+/// holds control characters or what is not UTF-8.
 std::string shellWord(const std::string& text);
 
 /// Raises a Failure that names the first option whose value CUPS would lose on the way to the filters.

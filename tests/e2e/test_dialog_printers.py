@@ -8,6 +8,7 @@ from relay import Holdup
 from terminal_case import DEFAULTS, MARGINS, POSITION, PPD, SMALLER, VALID, of_panel
 
 FILE = "Print to File"  # stands among GTK's printers
+TINY = (SMALLER[0], SMALLER[1].replace("8", "3"))  # below the default
 GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # how such a request begins: version and operation
 LARGE = 400_000_000  # bytes that take a while to send
 
@@ -89,6 +90,46 @@ class DialogPrintersTest(DialogCase):
         dialog.answer("Back")
         self.assertEqual(dialog.text("Left Margin"), "18")
         self.assert_nothing_was_sent()
+
+    def test_a_default_beyond_the_limit_is_corrected_once_the_panel_is_switched_on(self):
+        self.add_other(TINY)
+        dialog = self.dialog("-d", "Other")
+        dialog.page("Tandem Trim")
+        self.assertEqual(dialog.text("Top Margin"), "5")
+        self.assertFalse(any("does not allow" in label for label in dialog.labels()))
+        dialog.check("Use Tandem Trim")
+        until(lambda: dialog.text("Top Margin") == "3", "the nearest legal value")
+        dialog.press("Print")
+        options = of_panel(self.printed(dialog, "Other").options)
+        self.assertEqual(options, DEFAULTS | {VALID: "On", MARGINS["Top"]: "3"})
+
+    def test_a_default_beyond_the_limit_goes_as_it_stands_while_the_panel_is_off_and_is_not_kept(self):
+        self.add_other(TINY)
+        state = {"XDG_STATE_HOME": str(self.temporary_folder())}
+        dialog = self.dialog("-d", "Other", **state)
+        dialog.page("Tandem Trim")
+        dialog.check("Use for all my jobs")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog, "Other").options), DEFAULTS)
+        dialog = self.dialog("-d", "Other", **state)
+        dialog.page("Tandem Trim")
+        dialog.check("Use Tandem Trim")
+        until(lambda: dialog.text("Top Margin") == "3", "the nearest legal value")
+
+    def test_each_printer_brings_its_own_defaults_but_edits_go_along(self):
+        self.add_other(("*DefaultMVTopMargin: 5", "*DefaultMVTopMargin: 8"), ("*DefaultMVLeftMargin: 5", "*DefaultMVLeftMargin: 7"))
+        self.run_command("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=6", "-o", "MVPrintPosition=Right")
+        dialog = self.live_panel()
+        self.assertEqual((dialog.text("Top Margin"), dialog.text("Left Margin")), ("6", "5"))
+        dialog.type("Bottom Margin", "9")
+        dialog.page("General")
+        dialog.select_printer("Other")
+        dialog.page("Tandem Trim")
+        until(lambda: dialog.text("Top Margin") == "8", "the other printer's default")
+        dialog.press("Print")
+        options = of_panel(self.printed(dialog, "Other").options)
+        changed = {VALID: "On", MARGINS["Top"]: "8", MARGINS["Left"]: "7", MARGINS["Bottom"]: "9"}
+        self.assertEqual(options, DEFAULTS | changed)
 
     def dialog_frozen_at_other(self):
         self.add_other(SMALLER)

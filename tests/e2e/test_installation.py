@@ -19,6 +19,23 @@ class InstallationTest(TerminalCase):
     def test_the_terminal_part_needs_no_other(self):
         self.assert_prints_with_the_panel(self.installed("--component", "terminal"))
 
+    def test_a_program_in_a_folder_that_is_open_to_all_trusts_nothing_beside_it(self):
+        prefix = self.installed("--component", "terminal")
+        prefix.chmod(0o777)
+        words = [f"everybody may write to {prefix} ", "chmod o-w", "nothing was sent", "--without-panel"]
+        around = {"program": prefix / "bin/tandem-trim", "TANDEM_TRIM_PLUGIN_PATH": ""}
+        self.refuses("-d", "Morva", SAMPLE, words=words, **around)
+
+    def test_only_a_build_folders_program_trusts_the_folder_above_its_own(self):
+        prefix = self.installed("--component", "terminal")
+        (bundle,) = prefix.glob("lib/**/TandemTrim.bundle")
+        bundle.rename(prefix / bundle.name)
+        around = {"program": prefix / "bin/tandem-trim", "TANDEM_TRIM_PLUGIN_PATH": ""}
+        self.refuses("-d", "Morva", SAMPLE, words=["TandemTrim.bundle is not installed"], **around)
+        (prefix / "CMakeCache.txt").touch()
+        result = self.trim("-d", "Morva", "--summary", **around)
+        self.assertEqual(result.returncode, 0, result.stderr)
+
     def test_without_the_dialog_the_package_to_install_is_named(self):
         program = self.installed("--component", "terminal") / "bin/tandem-trim"
         missing = ["the print dialog is not installed", "tandem-trim-gtk", "nothing was sent", "--no-dialog"]

@@ -121,6 +121,18 @@ class RefusalsTest(TerminalCase):
             words = [str(plugin), "--plugin", "--without-panel"]
             self.refuses("--plugin", plugin, "-d", "Morva", SAMPLE, words=words)
 
+    def test_a_plugin_that_strangers_could_change_is_refused(self):
+        folder = self.temporary_folder()
+        bundle = shutil.copytree(BUNDLE, folder / BUNDLE.name)
+        for open_path in (folder, bundle, (bundle / MODULE).parent, bundle / MODULE):
+            before = open_path.stat().st_mode
+            open_path.chmod(0o777)
+            words = [str(bundle), f"everybody may write to {open_path} ", "chmod o-w", "--plugin", "--without-panel"]
+            self.refuses("--plugin", bundle, "-d", "Morva", SAMPLE, words=words)
+            open_path.chmod(before)
+        folder.chmod(0o1777)
+        self.assertEqual(of_panel(self.options_of("--plugin", bundle))["MVTopMargin"], "5")
+
     def test_settings_that_cannot_be_read_are_named_with_the_reason(self):
         reasons = {b"bplist00": ": a property list in binary form", b"<plist>\n<dict>": ":2: not the form"}
         for content, reason in reasons.items():

@@ -3,6 +3,8 @@
 import json
 import re
 import shlex
+import subprocess
+import unicodedata
 import unittest
 
 from terminal_case import (
@@ -115,6 +117,23 @@ class ReportsTest(TerminalCase):
         for option in options.split():
             self.assertRegex(shown, rf"(?m)^ *{re.escape(option)}\b")
         self.assertRegex(self.shows("--version", **NO_SERVER), r"^tandem-trim \d+\.\d+\.\d+\n$")
+
+    def test_a_terminal_gets_no_control_characters_from_anywhere(self):
+        printer = "Mor\x9bva"  # the server takes the name: this character is a single one in UTF-8
+        self.cups.add_queue(printer, PPD)
+        self.addCleanup(self.cups.remove, printer)
+        note = "\x1b]0;mine\x07 it's\x7f\x9b\u202e"
+        keep = ["lpoptions", "-p", printer, "-o", option_text("x-note", note)]
+        subprocess.run(keep, env=self.environment(), capture_output=True, check=True)
+        shown = self.shows("-d", printer)
+        results = [shown, self.shows("-d", printer, "--json"), self.prints("-d", printer, SAMPLE)[0].stdout]
+        results.append(self.trim("-d", printer, "--set", f"Top={note}").stderr)
+        for result in results:
+            self.assertEqual([character for character in result if unicodedata.category(character) in ("Cc", "Cf")], ["\n"] * result.count("\n"))
+        self.assertEqual(json.loads(results[1])["settings"]["x-note"], note)
+        (line,) = [line for line in shown.splitlines() if "x-note" in line]
+        word = subprocess.run(["bash", "-c", f"printf %s {line.removeprefix('-o ')}"], capture_output=True, check=True).stdout.decode()
+        self.assertEqual(word, option_text("x-note", note))
 
     def test_the_log_is_shown_when_asked_for(self):
         quiet = self.trim("-d", "Morva")

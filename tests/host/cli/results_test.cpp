@@ -35,6 +35,18 @@ TEST(TheJson, HoldsLimitsAsWideAsTheyCanBe) {
   EXPECT_EQ(jsonOf(settings)["limits"]["Top"]["max"], std::numeric_limits<std::int64_t>::max());
 }
 
+TEST(TheJson, EscapesWhatATerminalObeys) {
+  auto settings = sample();
+  const std::string value = "\x1B[31m\n\x7F\u0080\u009B\u2028\u202E\u2066 Größe 日本";
+  settings.options = {{"note", value}};
+  std::ostringstream out;
+  showJson(out, "Mor\u009Bva", settings, std::nullopt);
+  EXPECT_THAT(out.str(),
+              testing::HasSubstr("\"\\u001b[31m\\n\\u007f\\u0080\\u009b\\u2028\\u202e\\u2066 Größe 日本\""));
+  EXPECT_THAT(out.str(), testing::HasSubstr("\"Mor\\u009bva\",\n"));
+  EXPECT_EQ(nlohmann::json::parse(out.str())["settings"]["note"], value);
+}
+
 TEST(ASummary, ShowsATitleAndAValueALine) {
   std::ostringstream out;
   showSummary(out, sample());

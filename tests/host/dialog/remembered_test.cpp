@@ -5,6 +5,7 @@
 #include <cups/cups.h>
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
+#include <sys/stat.h>
 
 namespace tandemtrim::host {
 namespace {
@@ -160,6 +161,31 @@ TEST_F(RememberedSettings, ThatCannotBeWrittenAreReported) {
   EXPECT_EQ(failure->trouble(), Trouble::notRemembered);
   EXPECT_THAT(messages, ElementsAre(failure->what()));
   fs::remove(folder);
+}
+
+TEST_F(RememberedSettings, AreNotWaitedForInAPipe) {
+  const auto file = rememberedFile(place);
+  fs::create_directories(file.parent_path());
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  expectNothing(recall(place, report));
+  EXPECT_THAT(messages, ElementsAre(HasSubstr(file.string())));
+  EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
+  EXPECT_TRUE(recall(place, report).tabs.settings);
+}
+
+TEST_F(RememberedSettings, AreInAFolderOfTheUsersOwnWhoseModeThenStays) {
+  const auto folder = rememberedFile(place).parent_path();
+  remember(place, threeCopiesOnA3(), report);
+  EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+  const auto elsewhere = folder.parent_path() / "elsewhere";
+  fs::remove_all(folder);
+  fs::create_directory(elsewhere);
+  fs::permissions(elsewhere, fs::perms(0755));
+  fs::create_directory_symlink(elsewhere, folder);
+  EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
+  EXPECT_EQ(fs::status(elsewhere).permissions(), fs::perms(0755));
+  fs::remove(folder);
+  fs::remove_all(elsewhere);
 }
 
 }  // namespace

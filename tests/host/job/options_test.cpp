@@ -75,6 +75,12 @@ TEST(AShellWord, IsOneWordForAShell) {
   EXPECT_EQ(shellWord("a=\"b c\""), "'a=\"b c\"'");
   EXPECT_EQ(shellWord("it's $HOME"), "'it'\\''s $HOME'");
   EXPECT_EQ(shellWord(""), "''");
+  EXPECT_EQ(shellWord("Größe ok"), "'Größe ok'");
+}
+
+TEST(AShellWord, HoldsNothingThatATerminalObeys) {
+  EXPECT_EQ(shellWord("it's \\ \x1B[31m\n1\x7F\u009B\u202E\xE9."),
+            "$'it\\'s \\\\ \\033[31m\\0121\\177\\302\\233\\342\\200\\256\\351.'");
 }
 
 TEST(AValueThatCupsWouldLose, IsRefusedByItsKeyword) {

@@ -14,6 +14,7 @@ import pathlib
 import shutil
 import subprocess
 import sys
+import urllib.parse
 
 # As a command it is started without the tests' path.
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1]))
@@ -34,7 +35,7 @@ class PrivateCups(CupsDaemon):
     # Its printers.
 
     def _printer(self, name):
-        return (ipp.URI, "printer-uri", f"ipp://localhost/printers/{name}")
+        return (ipp.URI, "printer-uri", f"ipp://localhost/printers/{urllib.parse.quote(name)}")
 
     def add_queue(self, name, ppd=None, accepting=True, enabled=True, device=None):
         """Adds or changes a printer. Without a PPD its backend records the jobs, else the PPD's filter does."""
