@@ -63,7 +63,7 @@ SendResult sendRequest(const PrintRequest& request, std::vector<Document>& docum
   SendResult result{sendAndConfirm(connection, printer, title, options, documents, progress), {}};
   auto& [job, problems] = result;
   if (job.failure && !isSent(*job.failure)) throw *job.failure;
-  if (request.useForAllJobs) {
+  if (request.useForAllJobs && !job.failure) {
     if (const auto notKept =
             useForAllJobs(withoutKeywords(options, request.notKept), connection, printer, report))
       problems.push_back(*notKept);
