@@ -51,8 +51,7 @@ class ConfirmationTest(TerminalCase):
     def prints_over(self, relay, files, *arguments):
         """Prints the files over the relay; gives the program's result and the records of what reached the filter."""
         with relay:
-            around = {"CUPS_SERVER": relay.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
-            result = self.trim("-d", "Morva", *arguments, *files, **around)
+            result = self.trim("-d", "Morva", *arguments, *files, CUPS_SERVER=relay.address)
         self.cups.wait_for_jobs()
         return result, self.cups.records()
 
