@@ -358,6 +358,7 @@ class DialogPrintersTest(DialogCase):
                 self.cups.thaw()
                 status, out, said = dialog.ends()
                 self.assertEqual((status, out), (0, ""), said)
+                self.assertEqual([line for line in said.splitlines() if "tandem-trim: " in line], ["tandem-trim: cancelled"])
                 self.assertEqual(self.cups.jobs("not-completed"), [])
                 self.assertEqual(self.cups.records(), [])
 
