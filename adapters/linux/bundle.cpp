@@ -1,8 +1,11 @@
 #include "adapters/linux/bundle.hpp"
 
 #include <algorithm>
+#include <memory>
 #include <system_error>
 #include <utility>
+
+#include <dirent.h>
 
 #include "adapters/linux/bundle_info.hpp"
 #include "adapters/linux/files/property_list.hpp"
@@ -21,11 +24,11 @@ constexpr const char* kPropertyListEnding = ".plist";
 // The names in a folder that have this ending, without it and in order; none where the folder cannot be read.
 std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending) {
   std::vector<std::string> stems;
-  std::error_code unreadable;
-  for (auto entry = fs::directory_iterator(folder, unreadable); entry != fs::end(entry);
-       entry.increment(unreadable)) {
-    const auto& path = entry->path();
-    if (path.extension() == ending) stems.push_back(path.stem());
+  // Not by std::filesystem, whose iterators end the program when there is no memory.
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
+  for (const dirent* entry = nullptr; listing && (entry = readdir(listing.get())) != nullptr;) {
+    const fs::path name(entry->d_name);
+    if (name.extension() == ending) stems.push_back(name.stem());
   }
   std::sort(stems.begin(), stems.end());
   return stems;

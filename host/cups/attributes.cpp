@@ -1,13 +1,14 @@
 #include "host/cups/attributes.hpp"
 
+#include <new>
 #include <utility>
 
 namespace tandemtrim::host {
 namespace {
 
-// Of a text, name, keyword, address or type of document.
-std::optional<std::string> textAt(ipp_attribute_t* attribute, int index) {
-  switch (ippGetValueTag(attribute)) {
+// Whether values of this type are texts, names, keywords, addresses or types of documents.
+bool isText(ipp_tag_t type) {
+  switch (type) {
     case IPP_TAG_TEXT:
     case IPP_TAG_TEXTLANG:
     case IPP_TAG_NAME:
@@ -15,11 +16,17 @@ std::optional<std::string> textAt(ipp_attribute_t* attribute, int index) {
     case IPP_TAG_KEYWORD:
     case IPP_TAG_URI:
     case IPP_TAG_URISCHEME:
+    case IPP_TAG_CHARSET:
+    case IPP_TAG_LANGUAGE:
     case IPP_TAG_MIMETYPE:
-      break;
+      return true;
     default:
-      return std::nullopt;
+      return false;
   }
+}
+
+std::optional<std::string> textAt(ipp_attribute_t* attribute, int index) {
+  if (!isText(ippGetValueTag(attribute))) return std::nullopt;
   const char* const text = ippGetString(attribute, index, nullptr);
   return text == nullptr ? std::nullopt : std::optional<std::string>(text);
 }
@@ -74,6 +81,18 @@ std::string attributeText(ipp_attribute_t* attribute) {
   std::string text(ippAttributeString(attribute, nullptr, 0), '\0');
   ippAttributeString(attribute, text.data(), text.size() + 1);
   return text;
+}
+
+void refuseIncomplete(const MessageHandle& request) {
+  if (!request) throw std::bad_alloc();
+  for (auto* attribute = ippFirstAttribute(request.get()); attribute != nullptr;
+       attribute = ippNextAttribute(request.get())) {
+    const bool isSeparator = ippGetGroupTag(attribute) == IPP_TAG_ZERO;
+    if (ippGetName(attribute) == nullptr && !isSeparator) throw std::bad_alloc();
+    if (!isText(ippGetValueTag(attribute))) continue;
+    for (int index = 0; index < ippGetCount(attribute); ++index)
+      if (ippGetString(attribute, index, nullptr) == nullptr) throw std::bad_alloc();
+  }
 }
 
 void requestAttributes(const MessageHandle& request, const std::vector<std::string>& names) {

@@ -30,6 +30,10 @@ std::optional<std::string> onlyText(ipp_attribute_t* attribute);
 /// All values of an attribute of any type as one text, as libcups writes them.
 std::string attributeText(ipp_attribute_t* attribute);
 
+/// Throws std::bad_alloc for a request that lacks something, since libcups found no memory for it and would
+/// crash when it sends it.
+void refuseIncomplete(const MessageHandle& request);
+
 /// Has a request answered with the attributes of these names alone.
 void requestAttributes(const MessageHandle& request, const std::vector<std::string>& names);
 

@@ -11,6 +11,8 @@
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
+#include "host/cups/attributes.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
@@ -80,6 +82,7 @@ Connection::Connection(const std::optional<std::string>& server)
 
 // Not by cupsDoRequest(): it sends a request that is redirected again and again.
 MessageHandle Connection::ask(MessageHandle request, const std::string& resource) const {
+  refuseIncomplete(request);
   const auto watched = watch();
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     auto status = cupsSendRequest(get(), request.get(), resource.c_str(), ippLength(request.get()));

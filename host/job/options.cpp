@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <new>
+#include <span>
 #include <string_view>
 
 #include <strings.h>
@@ -157,7 +158,16 @@ void refuseLossyTitle(const std::string& title) {
 OptionList::OptionList(const Options& options) {
   for (const auto& [keyword, value] : options) {
     count_ = cupsAddOption(keyword.c_str(), value.c_str(), count_, &options_);
-    if (count_ == 0) throw std::bad_alloc();
+    // Where there is no memory, libcups forgets the list or keeps an option without its words.
+    const bool isWhole =
+        count_ > 0 && std::ranges::all_of(std::span(options_, static_cast<std::size_t>(count_)),
+                                          [](const cups_option_t& option) {
+                                            return option.name != nullptr && option.value != nullptr;
+                                          });
+    if (!isWhole) {
+      cupsFreeOptions(count_, options_);
+      throw std::bad_alloc();
+    }
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <new>
 
 #include <gmock/gmock.h>
 
@@ -82,6 +83,13 @@ TEST(AnAttribute, IsNoneWithoutAValueOrWithoutAnAttribute) {
     EXPECT_EQ(found(outOfBand(type)), "") << ippTagString(type);
   EXPECT_EQ(found(MessageHandle(ippNew())), "");
   EXPECT_EQ(found(nullptr), "");
+}
+
+TEST(ARequest, IsRefusedWhereAWordOfItIsMissing) {
+  EXPECT_NO_THROW(refuseIncomplete(text(IPP_TAG_NAME, "it")));
+  EXPECT_NO_THROW(refuseIncomplete(number(IPP_TAG_INTEGER, 1)));
+  EXPECT_THROW(refuseIncomplete(text(IPP_TAG_NAME, nullptr)), std::bad_alloc);
+  EXPECT_THROW(refuseIncomplete(nullptr), std::bad_alloc);
 }
 
 TEST(Texts, AreThoseOfAllAttributesOfTheName) {
