@@ -9,7 +9,7 @@
 #include "adapters/linux/print_settings.hpp"
 #include "bench/measured.hpp"
 #include "bench/print_dialog.hpp"
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/dialog/panel/panel_page.hpp"
 #include "host/panel/panel_session.hpp"
 

@@ -8,7 +8,7 @@
 
 #include "adapters/linux/bundle.hpp"
 #include "adapters/linux/print_settings.hpp"
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/panel/callback.hpp"
 #include "plugin/plugin.hpp"
 

@@ -7,7 +7,7 @@
 #include <gtkmm/init.h>
 
 #include "adapters/linux/print_settings.hpp"
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/panel/callback.hpp"
 #include "host/panel/plugin_loader.hpp"
 

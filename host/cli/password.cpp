@@ -2,7 +2,7 @@
 
 #include <cups/cups.h>
 
-#include "host/cups/watch.hpp"
+#include "host/cups/connection/watch.hpp"
 
 namespace tandemtrim::host {
 namespace {

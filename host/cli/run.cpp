@@ -4,7 +4,7 @@
 #include "host/cli/interruption.hpp"
 #include "host/cli/progress_line.hpp"
 #include "host/cli/results.hpp"
-#include "host/cups/connection.hpp"
+#include "host/cups/connection/connection.hpp"
 #include "host/cups/option_values.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/cups/printer.hpp"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "host/cups/attributes.hpp"
+#include "host/cups/connection/attributes.hpp"
 #include "host/cups/job.hpp"
 #include "host/failure.hpp"
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/cups/connection.hpp"
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/connection.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/cups/printer.hpp"
 #include "host/job/options.hpp"
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/cups/attributes.hpp"
+#include "host/cups/connection/attributes.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {

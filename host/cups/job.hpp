@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "host/cups/connection.hpp"
+#include "host/cups/connection/connection.hpp"
 #include "host/cups/printer.hpp"
 #include "host/failure.hpp"
 #include "host/job/documents.hpp"

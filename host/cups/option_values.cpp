@@ -10,7 +10,7 @@
 
 #include <strings.h>
 
-#include "host/cups/attributes.hpp"
+#include "host/cups/connection/attributes.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {

@@ -2,7 +2,7 @@
 
 #include <tuple>
 
-#include "host/cups/attributes.hpp"
+#include "host/cups/connection/attributes.hpp"
 #include "host/cups/printer_facts.hpp"
 #include "host/failure.hpp"
 

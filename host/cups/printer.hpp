@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "host/cups/connection.hpp"
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/connection.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/job/options.hpp"
 #include "host/report.hpp"
 

@@ -3,7 +3,7 @@
 #include <span>
 #include <vector>
 
-#include "host/cups/attributes.hpp"
+#include "host/cups/connection/attributes.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {

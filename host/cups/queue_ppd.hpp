@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/cups/connection.hpp"
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/connection.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/cups/printer.hpp"
 
 namespace tandemtrim::host {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "host/cups/connection.hpp"
+#include "host/cups/connection/connection.hpp"
 #include "host/cups/printer.hpp"
 #include "host/job/options.hpp"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "host/cups/connection.hpp"
+#include "host/cups/connection/connection.hpp"
 #include "host/cups/printer.hpp"
 #include "host/cups/saved_defaults.hpp"
 #include "host/failure.hpp"

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/dialog/background.hpp"
 #include "host/job/options.hpp"
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/job/command_line.hpp"
 #include "host/job/options.hpp"
 #include "host/panel/panel_session.hpp"

@@ -43,16 +43,20 @@ const Arrows kAllowed{
 
     {"host", {"platform"}},
     {"host/job", {"host", "platform"}},
-    {"host/cups", {"host", "host/job"}},
-    {"host/panel", {"adapters/linux", "adapters/memory", "host", "host/cups", "host/job", "platform"}},
+    {"host/cups/connection", {"host", "host/job"}},
+    {"host/cups", {"host", "host/cups/connection", "host/job"}},
+    {"host/panel",
+     {"adapters/linux", "adapters/memory", "host", "host/cups", "host/cups/connection", "host/job",
+      "platform"}},
     {"host/dialog/texts", {"adapters/linux", "host", "host/panel"}},
-    {"host/dialog/settings", {"host", "host/cups", "host/dialog/texts", "host/job"}},
-    {"host/dialog/gtk", {"host/cups", "host/dialog/settings", "host/job"}},
-    {"host/dialog/panel", {"adapters/linux", "host", "host/cups", "host/dialog/texts", "host/panel"}},
+    {"host/dialog/settings", {"host", "host/cups/connection", "host/dialog/texts", "host/job"}},
+    {"host/dialog/gtk", {"host/cups/connection", "host/dialog/settings", "host/job"}},
+    {"host/dialog/panel",
+     {"adapters/linux", "host", "host/cups/connection", "host/dialog/texts", "host/panel"}},
     {"host/dialog",
-     {"host", "host/cups", "host/dialog/gtk", "host/dialog/panel", "host/dialog/settings",
-      "host/dialog/texts", "host/job", "host/panel"}},
-    {"host/cli", {"host", "host/cups", "host/dialog", "host/job", "host/panel"}},
+     {"host", "host/cups", "host/cups/connection", "host/dialog/gtk", "host/dialog/panel",
+      "host/dialog/settings", "host/dialog/texts", "host/job", "host/panel"}},
+    {"host/cli", {"host", "host/cups", "host/cups/connection", "host/dialog", "host/job", "host/panel"}},
 };
 
 std::string pathInProject(const fs::path& path) { return path.lexically_relative(SOURCES).generic_string(); }

@@ -5,7 +5,7 @@
 
 #include <gtk/gtk.h>
 
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 
 namespace tandemtrim::host {
 

@@ -6,7 +6,7 @@
 #include <gtk/gtkunixprint.h>
 #include <gtkmm/printunixdialog.h>
 
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/dialog/settings/tab_settings.hpp"
 #include "host/job/options.hpp"
 

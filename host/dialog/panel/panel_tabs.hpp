@@ -9,7 +9,7 @@
 #include <gtkmm/printunixdialog.h>
 
 #include "adapters/linux/print_settings.hpp"
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/dialog/panel/panel_page.hpp"
 #include "host/dialog/panel/summary_tab.hpp"
 #include "host/panel/panel_options.hpp"

@@ -3,7 +3,7 @@
 #include <gtkmm/pagesetup.h>
 #include <gtkmm/printsettings.h>
 
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/job/options.hpp"
 
 namespace tandemtrim::host {

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "host/cups/cups_handles.hpp"
-#include "host/cups/watch.hpp"
+#include "host/cups/connection/cups_handles.hpp"
+#include "host/cups/connection/watch.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/cups/cups_handles.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/job/options.hpp"
 
 namespace tandemtrim::host {

@@ -1,4 +1,4 @@
-#include "host/cups/connection.hpp"
+#include "host/cups/connection/connection.hpp"
 
 #include <array>
 #include <charconv>
@@ -11,7 +11,7 @@
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
-#include "host/cups/attributes.hpp"
+#include "host/cups/connection/attributes.hpp"
 
 namespace tandemtrim::host {
 namespace {

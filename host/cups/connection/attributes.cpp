@@ -1,4 +1,4 @@
-#include "host/cups/attributes.hpp"
+#include "host/cups/connection/attributes.hpp"
 
 #include <new>
 #include <utility>

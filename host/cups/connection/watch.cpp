@@ -1,4 +1,4 @@
-#include "host/cups/watch.hpp"
+#include "host/cups/connection/watch.hpp"
 
 #include <condition_variable>
 #include <csignal>
