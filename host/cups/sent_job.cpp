@@ -9,6 +9,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::chrono::milliseconds kBetweenLooks{250};
+constexpr std::chrono::seconds kForTheRest{2};
 
 std::string nameOf(const SentJob& job) { return "job " + std::to_string(job.number) + " on " + job.printer; }
 
@@ -50,19 +51,15 @@ std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& 
   return std::nullopt;
 }
 
-// What the server holds of the job. While it may still be at a document, it is asked again.
+// What the server holds of the job. The rest of a document may still be on its way there.
 std::optional<HeldJob> askForHeld(const Connection& connection, const Printer& printer, int number,
                                   const JobContent& sent, bool isUncertain) {
-  std::optional<HeldJob> held;
-  try {
-    connection.persist([&] {
-      held = askForJob(connection, printer, number, sent);
-      if (isUncertain && held && !held->incomplete.empty()) throw Failure(held->incomplete);
-    });
-  } catch (const Failure&) {
-    if (!held) throw;
+  const auto end = std::chrono::steady_clock::now() + kForTheRest;
+  for (std::optional<HeldJob> held;; std::this_thread::sleep_for(kBetweenLooks)) {
+    connection.persist([&] { held = askForJob(connection, printer, number, sent); });
+    if (!isUncertain || !held || held->incomplete.empty() || std::chrono::steady_clock::now() >= end)
+      return held;
   }
-  return held;
 }
 
 // The failure of a job that nobody is to wait for: cancels it and says whether that is done.

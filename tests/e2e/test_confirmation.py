@@ -87,7 +87,7 @@ class ConfirmationTest(TerminalCase):
             self.assertRegex(result.stderr, r"the print server at 127.0.0.1:\d+ .*; job \d+ on Morva was cancelled")
 
         for files in ([self.document], [self.document, SAMPLE]):
-            self.cuts(12, files, look)
+            self.cuts(6, files, look)
 
     def test_a_connection_that_breaks_behind_a_document_confirms_what_the_server_says_it_holds(self):
         confirmed = []
@@ -101,7 +101,7 @@ class ConfirmationTest(TerminalCase):
                 self.assertRegex(result.stderr, rf"{NO_NUMBER}|; job \d+ on Morva was cancelled")
                 self.assertEqual(records, [])
 
-        self.cuts(12, [SAMPLE], look, answers=True)
+        self.cuts(6, [SAMPLE], look, answers=True)
         self.assertIn(True, confirmed)
 
     def test_a_server_that_is_away_for_a_moment_is_asked_again(self):
