@@ -4,8 +4,8 @@
 
 namespace tandemtrim::host {
 
-/// While it lives, the first SIGINT or SIGTERM does not end the program, so that a job can be called back; the
-/// second does, at once. One at a time.
+/// While it lives, the first SIGINT or SIGTERM does not end the program, so that a job can be called back;
+/// the second does, at once. One at a time.
 class Interruption {
  public:
   Interruption();
