@@ -74,7 +74,7 @@ std::optional<SentJob> showDialog(const CommandLine& line, const Report& report)
   loadModule()(line, report, result);
   if (result.noScreen)
     throw NoDialog("there is no screen to show the print dialog on", "; go on without one by --no-dialog");
-  if (result.failure) throw *result.failure;
+  if (result.failure) throw Failure(*result.failure);
   return result.job;
 }
 

@@ -106,7 +106,7 @@ void reset(const CommandLine& line, const Report& report) {
 void runDialog(const CommandLine& line, std::ostream& out, const Report& report) {
   const auto job = showDialog(line, report);
   if (!job) return report("cancelled");
-  if (job->failure) throw *job->failure;
+  if (job->failure) throw Failure(*job->failure);
   if (!job->held) return report(jobText(*job));
   out << plainText(jobText(*job)) << '\n';
 }
@@ -137,7 +137,7 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   if (line.wait && job && job->held && !job->failure)
     waitForEnd(target->connection, target->printer, *job, report);
   show(line, out, printer, settings, job);
-  if (job && job->failure) throw *job->failure;
+  if (job && job->failure) throw Failure(*job->failure);
   if (job && !job->held) report(jobText(*job));
   if (line.saveAsDefault) keep(*target, kept, report);
 }

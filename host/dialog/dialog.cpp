@@ -39,7 +39,7 @@ std::optional<SentJob> Dialog::run() {
   for (const auto source : sources) g_source_remove(source);
   if (sent_) return sent_;
   if (signal_ != 0) throw interruptedBy(signal_, failure_);
-  if (failure_ && failure_->trouble() != Trouble::cancelled) throw *failure_;
+  if (failure_ && failure_->trouble() != Trouble::cancelled) throw Failure(*failure_);
   return std::nullopt;
 }
 

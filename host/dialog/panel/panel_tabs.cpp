@@ -43,6 +43,13 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
   summary_.signal_map().connect(sigc::mem_fun(*this, &PanelTabs::showSummary));
 }
 
+// Nor is the notebook to take itself for focused when nothing is, else it passes the focus to a page of a
+// destroyed window.
+PanelTabs::~PanelTabs() {
+  close();
+  gtk_widget_set_focus_child(GTK_WIDGET(notebookOf(page_)), nullptr);
+}
+
 bool PanelTabs::guarded(const std::function<void()>& operation) {
   try {
     operation();

@@ -34,7 +34,7 @@ class PanelTabs : public sigc::trackable {
   PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> plugin, Report report, Events events);
   PanelTabs(const PanelTabs&) = delete;
   PanelTabs& operator=(const PanelTabs&) = delete;
-  ~PanelTabs() { close(); }
+  ~PanelTabs();
 
   /// Shows a line of text in place of a panel.
   void showText(const std::string& text);
