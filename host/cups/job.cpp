@@ -71,8 +71,7 @@ void cancelMarked(const Connection& connection, const Printer& printer, const st
 // The failure of a request for a job that the server leaves without an answer.
 Failure unanswered(const Connection& connection, const Printer& printer, const std::string& mark,
                    const Failure& reason) {
-  const auto failure =
-      because(reason, printer.name + " did not answer the request for a job; nothing was printed");
+  auto failure = because(reason, printer.name + " did not answer the request for a job; nothing was printed");
   try {
     connection.persist([&] { cancelMarked(connection, printer, mark); });
     return failure;

@@ -16,7 +16,7 @@
 namespace tandemtrim::host {
 namespace {
 
-struct Bounds {
+struct IntegerRange {
   const char* keyword;
   int smallest;
   int largest;
@@ -24,7 +24,7 @@ struct Bounds {
 
 constexpr int kAny = std::numeric_limits<int>::max();
 // Those of the registry; other numbers may be any.
-constexpr std::array<Bounds, 3> kBounds{
+constexpr std::array<IntegerRange, 3> kBounds{
     {{"copies", 1, kAny}, {"job-priority", 1, 100}, {"number-up", 1, kAny}}};
 
 std::optional<int> numberFrom(std::string_view text) {
@@ -42,7 +42,7 @@ bool isCount(std::string_view text) {
 bool isNumber(const std::string& keyword, const std::string& value) {
   const auto number = numberFrom(value);
   const auto* const bounds =
-      std::ranges::find_if(kBounds, [&](const Bounds& entry) { return keyword == entry.keyword; });
+      std::ranges::find_if(kBounds, [&](const IntegerRange& entry) { return keyword == entry.keyword; });
   return number && (bounds == kBounds.end() || (*number >= bounds->smallest && *number <= bounds->largest));
 }
 

@@ -79,7 +79,7 @@ void replace(const fs::path& path, const std::string& text, const struct stat* o
   if (isWhole) return;
   const auto failure = failureOf(path, "written");
   unlink(name.c_str());
-  throw failure;
+  throw Failure(failure);
 }
 
 // The file of saved options has one line a printer, in which # begins a comment and a keyword without a value

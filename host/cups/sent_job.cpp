@@ -8,7 +8,7 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr std::chrono::milliseconds kBetweenLooks{250};
+constexpr std::chrono::milliseconds kBetweenQuestions{250};
 constexpr std::chrono::seconds kForTheRest{2};
 
 std::string nameOf(const SentJob& job) { return "job " + std::to_string(job.number) + " on " + job.printer; }
@@ -55,7 +55,7 @@ std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& 
 std::optional<HeldJob> askForHeld(const Connection& connection, const Printer& printer, int number,
                                   const JobContent& sent, bool isUncertain) {
   const auto end = std::chrono::steady_clock::now() + kForTheRest;
-  for (std::optional<HeldJob> held;; std::this_thread::sleep_for(kBetweenLooks)) {
+  for (std::optional<HeldJob> held;; std::this_thread::sleep_for(kBetweenQuestions)) {
     connection.persist([&] { held = askForJob(connection, printer, number, sent); });
     if (!isUncertain || !held || held->incomplete.empty() || std::chrono::steady_clock::now() >= end)
       return held;
@@ -140,7 +140,7 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
 
 void waitForEnd(const Connection& connection, const Printer& printer, SentJob& job, const Report& report) {
   const auto lost = job.held->lost;
-  for (std::string shown;; std::this_thread::sleep_for(kBetweenLooks)) {
+  for (std::string shown;; std::this_thread::sleep_for(kBetweenQuestions)) {
     if (const auto text = progressOf(job); text != shown) report(shown = text);
     if (job.held->state >= IPP_JSTATE_CANCELED) break;
     try {

@@ -8,7 +8,7 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr std::string_view kSpace = " \t\v\f\r\n";
+constexpr std::string_view kBlanks = " \t\v\f\r\n";
 constexpr std::string_view kLineEnds = "\r\n";
 // libcups cuts longer ones.
 constexpr std::size_t kLongestLine = 8191;
@@ -47,8 +47,8 @@ std::string withoutComment(std::string_view line) {
 }
 
 std::string takeWord(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kSpace), text.size()));
-  const std::string word(text.substr(0, text.find_first_of(kSpace)));
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  std::string word(text.substr(0, text.find_first_of(kBlanks)));
   text.remove_prefix(word.size());
   return word;
 }

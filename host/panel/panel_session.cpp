@@ -37,7 +37,7 @@ bool contains(const Options& options, const std::string& keyword) {
 // Adds the defaults that the settings lack, and gives what they hold of these keywords before.
 Options addDefaults(const std::vector<std::string>& keywords, const Options& defaults,
                     platform::PrintSettings& settings) {
-  const auto before = storedOptions(settings, keywords);
+  auto before = storedOptions(settings, keywords);
   auto missing = defaults;
   std::erase_if(missing, [&](const Option& option) { return contains(before, option.keyword); });
   storeOptions(missing, keywords, settings);
@@ -222,7 +222,7 @@ std::vector<IllegalValue> PanelSession::illegalDefaults() const {
 
 std::vector<IllegalValue> PanelSession::correctDefaults() {
   if (!isSwitchedOn(settings())) return {};
-  const auto illegal = illegalDefaults();
+  auto illegal = illegalDefaults();
   if (illegal.empty()) return illegal;
   replace(illegal);
   for (const auto& [setting, suggested] : illegal) defaults_.push_back({setting.keyword, suggested});

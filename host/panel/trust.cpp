@@ -91,7 +91,7 @@ std::set<uid_t> trustedOwners() {
 std::optional<std::string> openToStrangers(const fs::path& path, const std::set<uid_t>& owners) {
   const auto nodes = nodesOf(path);
   for (const auto& node : nodes) {
-    if (const auto found = fault(node, &node == &nodes.back(), owners)) return found;
+    if (auto found = fault(node, &node == &nodes.back(), owners)) return found;
   }
   return std::nullopt;
 }

@@ -10,7 +10,7 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr std::chrono::milliseconds kBetweenLooks{20};
+constexpr std::chrono::milliseconds kWatchInterval{20};
 constexpr long kForAnswers = 128L * 1024;
 
 // How many questions wait for an answer.
@@ -53,7 +53,7 @@ Watch::Watch(http_t* http, Bounds& bounds)
         std::mutex mutex;
         std::unique_lock lock(mutex);
         std::condition_variable_any ended;
-        while (!ended.wait_for(lock, stop, kBetweenLooks, [&] { return stop.stop_requested(); })) {
+        while (!ended.wait_for(lock, stop, kWatchInterval, [&] { return stop.stop_requested(); })) {
           if (memoryTaken() > bounds.mostMemory) bounds.givenUp = GivenUp::tooLarge;
           const auto now = std::chrono::steady_clock::now();
           if (questions > 0) deadline = now + bounds.longest;
