@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "host/failure.hpp"
+#include "host/file_descriptor.hpp"
 #include "host/job/lpoptions.hpp"
 
 namespace tandemtrim::host {
@@ -26,55 +27,39 @@ constexpr mode_t kOwnFile = 0600;
 // As CUPS makes the file that it keeps options in.
 constexpr mode_t kReadableFile = 0644;
 
-// An open file, or none when it could not be opened.
-class File {
- public:
-  explicit File(int number) : number_(number) {}
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-  ~File() {
-    if (isOpen()) close(number_);
-  }
-  [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-  [[nodiscard]] int number() const { return number_; }
-
- private:
-  int number_;
-};
-
 Failure failureOf(const fs::path& file, const char* act) {
   return Failure(file.string() + " cannot be " + act + ": " + std::strerror(errno));
 }
 
-std::string readAll(const File& file, const fs::path& path) {
+std::string readAll(const FileDescriptor& file, const fs::path& path) {
   std::string text;
   std::array<char, 4096> piece{};
   for (;;) {
-    const auto length = read(file.number(), piece.data(), piece.size());
+    const auto length = read(file.get(), piece.data(), piece.size());
     if (length < 0) throw failureOf(path, "read");
     if (length == 0) return text;
     text.append(piece.data(), static_cast<std::size_t>(length));
   }
 }
 
-bool writeAll(const File& file, std::string_view text) {
+bool writeAll(const FileDescriptor& file, std::string_view text) {
   while (!text.empty()) {
-    const auto length = write(file.number(), text.data(), text.size());
+    const auto length = write(file.get(), text.data(), text.size());
     if (length < 0) return false;
     text.remove_prefix(static_cast<std::size_t>(length));
   }
-  return fsync(file.number()) == 0;
+  return fsync(file.get()) == 0;
 }
 
 // `old` is what the file was, or null.
 void replace(const fs::path& path, const std::string& text, const struct stat* old) {
   auto name = path.string() + ".XXXXXX";
-  const File file(mkostemp(name.data(), O_CLOEXEC));
+  const FileDescriptor file(mkostemp(name.data(), O_CLOEXEC));
   if (!file.isOpen()) throw failureOf(path, "written");
   const bool isWhole =
       writeAll(file, text) &&
-      (old == nullptr || old->st_uid == geteuid() || fchown(file.number(), old->st_uid, old->st_gid) == 0) &&
-      fchmod(file.number(), old == nullptr ? kReadableFile : old->st_mode) == 0 &&
+      (old == nullptr || old->st_uid == geteuid() || fchown(file.get(), old->st_uid, old->st_gid) == 0) &&
+      fchmod(file.get(), old == nullptr ? kReadableFile : old->st_mode) == 0 &&
       std::rename(name.c_str(), path.c_str()) == 0;
   if (isWhole) return;
   const auto failure = failureOf(path, "written");
@@ -152,14 +137,14 @@ void editFile(const fs::path& file, const std::function<std::string(const std::s
   if (unresolved) path = file;
   mkdir(path.parent_path().c_str(), kOwnFolder);
   // A file of its own, since the other one is replaced.
-  const File lock(
+  const FileDescriptor lock(
       open((path.string() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnFile));
-  if (!lock.isOpen() || flock(lock.number(), LOCK_EX) != 0) throw failureOf(path, "written");
+  if (!lock.isOpen() || flock(lock.get(), LOCK_EX) != 0) throw failureOf(path, "written");
 
-  const File now(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const FileDescriptor now(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!now.isOpen() && errno != ENOENT) throw failureOf(path, "read");
   struct stat old {};
-  if (now.isOpen() && fstat(now.number(), &old) != 0) throw failureOf(path, "read");
+  if (now.isOpen() && fstat(now.get(), &old) != 0) throw failureOf(path, "read");
   const auto before = now.isOpen() ? readAll(now, path) : "";
   const auto after = edit(before);
   if (after != before) replace(path, after, now.isOpen() ? &old : nullptr);
