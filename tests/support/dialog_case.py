@@ -90,6 +90,10 @@ class PrintDialog:
         """Goes to the page of this title. Tabs move while the dialog comes up, so a click can miss."""
         until(lambda: self.is_in_front(title) or self.click_tab(title), f"the page {title!r} in front")
 
+    def look_at_page(self, title):
+        """Goes to the page of this title, which may go when it is looked at."""
+        until(lambda: not self.has_tab(title) or self.is_in_front(title) or self.click_tab(title), f"a look at the page {title!r}")
+
     def xdotool(self, *words):
         subprocess.run(["xdotool", *words], check=True, capture_output=True)
 

@@ -65,7 +65,8 @@ class DialogPluginsTest(DialogCase):
         for what, change in broken.items():
             with self.subTest(what):
                 dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(**change)))
-                dialog.click_tab("Tandem Trim")
+                dialog.wait_for_tab("Tandem Trim")
+                dialog.look_at_page("Tandem Trim")
                 self.prints_without_the_panel(dialog)
 
     def test_a_bundle_without_a_description_leaves_a_dialog_that_prints(self):
@@ -129,14 +130,14 @@ class DialogPluginsTest(DialogCase):
 
     def test_a_plugin_may_break_when_it_is_looked_at_or_printed(self):
         later = {
-            ("willShow", "raises"): lambda dialog: dialog.click_tab("Fake"),
-            ("panelView", "none"): lambda dialog: dialog.click_tab("Fake"),
-            ("panelView", "other"): lambda dialog: dialog.click_tab("Fake"),
-            ("panelView", "raises"): lambda dialog: dialog.click_tab("Fake"),
-            ("saveValuesAndReturnError", "false"): lambda dialog: dialog.click_tab("Fake"),
+            ("willShow", "raises"): lambda dialog: dialog.look_at_page("Fake"),
+            ("panelView", "none"): lambda dialog: dialog.look_at_page("Fake"),
+            ("panelView", "other"): lambda dialog: dialog.look_at_page("Fake"),
+            ("panelView", "raises"): lambda dialog: dialog.look_at_page("Fake"),
+            ("saveValuesAndReturnError", "false"): lambda dialog: dialog.look_at_page("Fake"),
             ("saveValuesAndReturnError", "raises"): lambda dialog: dialog.press("Print"),
-            ("summaryInfo", "raises"): lambda dialog: dialog.click_tab("Summary"),
-            ("shouldHide", "raises"): lambda dialog: (dialog.page("Fake"), dialog.click_tab("General")),
+            ("summaryInfo", "raises"): lambda dialog: dialog.look_at_page("Summary"),
+            ("shouldHide", "raises"): lambda dialog: (dialog.page("Fake"), dialog.look_at_page("General")),
             ("shouldPrint", "raises"): lambda dialog: dialog.press("Print"),
         }
         for behaviour, act in later.items():
