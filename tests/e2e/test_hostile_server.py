@@ -9,6 +9,7 @@ import zlib
 
 import fake_server
 import ipp
+import surroundings
 from fake_server import FakeServer
 from patience import PATIENCE
 from relay import AlwaysCut, Altered, Cut, Slow
@@ -28,7 +29,8 @@ class HostileServerTest(TerminalCase):
         """Runs the program, whose memory is bounded, against the server at this address."""
         around = {"CUPS_SERVER": server, "TANDEM_TRIM_TIMEOUT": str(timeout)}
         # What sanitizers reserve counts as well.
-        bounded = [] if "ASAN_OPTIONS" in os.environ else [f"--as={MEMORY}"]
+        is_sanitized = any(name.startswith(surroundings.SANITIZERS) for name in os.environ)
+        bounded = [] if is_sanitized else [f"--as={MEMORY}"]
         return self.trim(*bounded, PROGRAM, *arguments, program="prlimit", **around)
 
     # PPDs that are not whole.

@@ -73,7 +73,7 @@ TEST(AnAttribute, IsNoneInAnotherType) {
             })),
             "");
   EXPECT_EQ(found(with([](auto* message, auto* name) {
-              ippAddCollection(message, IPP_TAG_PRINTER, name, MessageHandle(ippNew()).release());
+              ippAddCollection(message, IPP_TAG_PRINTER, name, MessageHandle(ippNew()).get());
             })),
             "");
 }
