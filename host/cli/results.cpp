@@ -44,18 +44,6 @@ Json jobJson(const SentJob& job) {
   return json;
 }
 
-// A character of a JSON text as its escape; JSON itself lets some control characters stand.
-std::string jsonEscape(std::string_view character) {
-  if (character == "\n") return "\n";  // Between its lines.
-  unsigned int code = static_cast<unsigned char>(character[0]);
-  for (const char byte : character.substr(1)) code = code << 6 | (static_cast<unsigned char>(byte) & 0x3FU);
-  std::string escape = "\\u";
-  // The bits that mark the first byte of several lie above these, or are cut off.
-  if (character.size() == 2) code &= 0x7FFU;
-  for (const unsigned int shift : {12U, 8U, 4U, 0U}) escape += "0123456789abcdef"[code >> shift & 0xFU];
-  return escape;
-}
-
 }  // namespace
 
 void showSummary(std::ostream& out, const JobSettings& settings) {
@@ -77,7 +65,8 @@ void showJson(std::ostream& out, const std::optional<std::string>& printer, cons
   json["limits"] = settings.panel ? limitsJson(*settings.panel) : Json::object();
   json["summary"] = settings.panel ? summaryJson(*settings.panel) : Json::array();
   if (job) json["job"] = jobJson(*job);
-  out << withoutControls(json.dump(2, ' ', false, Json::error_handler_t::replace), jsonEscape) << '\n';
+  // In ASCII, because JSON lets some control characters stand.
+  out << json.dump(2, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 
 }  // namespace tandemtrim::host

@@ -16,7 +16,7 @@ void showSummary(std::ostream& out, const JobSettings& settings);
 void showOptions(std::ostream& out, const Options& options);
 
 /// printer, settings, limits and summary as a JSON object, and the job when there is one. Text that is not
-/// UTF-8 comes with replacement characters, and control characters are escaped.
+/// UTF-8 comes with replacement characters, and every character beyond ASCII is escaped.
 void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
               const std::optional<SentJob>& job);
 

@@ -78,7 +78,8 @@ std::string progressOf(const SentJob& job) {
   const auto& held = *job.held;
   auto text = withReasons(nameOf(job) + ": " + ippEnumString("job-state", held.state), held);
   if (!held.message.empty()) text += ": " + held.message;
-  if (held.sheets > 0) text += "; " + std::to_string(held.sheets) + " sheets printed";
+  if (held.sheets > 0)
+    text += "; " + std::to_string(held.sheets) + (held.sheets == 1 ? " sheet printed" : " sheets printed");
   return text;
 }
 

@@ -43,7 +43,7 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
   summary_.signal_map().connect(sigc::mem_fun(*this, &PanelTabs::showSummary));
 }
 
-// Nor is the notebook to take itself for focused when nothing is, else it passes the focus to a page of a
+// GTK's notebook may count itself as focused though nothing is. It would then pass the focus to a page of a
 // destroyed window.
 PanelTabs::~PanelTabs() {
   close();
