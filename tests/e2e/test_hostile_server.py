@@ -10,14 +10,15 @@ import zlib
 import fake_server
 import ipp
 import surroundings
-from fake_server import FakeServer
+from fake_server import FakeServer, TlsWithoutEnd
 from patience import PATIENCE
 from relay import AlwaysCut, Altered, Cut, Slow
-from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase, digest
+from terminal_case import BUILD, PPD, PROGRAM, SAMPLE, TerminalCase, digest
 
 TIMEOUT = 1  # seconds that the program waits for an answer
 MEMORY = 2 << 30  # that a program may take; one without limits would take more
 PPD_REQUEST = b".ppd HTTP"
+ENDLESS_LOOKUP = BUILD / "tests/e2e/libendless_lookup.so"
 # Of the requests of a job, those without whose answers it is not confirmed. Of a document without one the server is asked what it holds.
 REQUESTS = (ipp.GET_PRINTER, ipp.CREATE_JOB, ipp.GET_JOB)
 # Values that fit none of the attributes that the program reads.
@@ -25,9 +26,9 @@ ODD_VALUES = {"no value": (ipp.NO_VALUE, ""), "a number": (ipp.INTEGER, 7), "a s
 
 
 class HostileServerTest(TerminalCase):
-    def trim_at(self, server, *arguments, timeout=TIMEOUT):
+    def trim_at(self, server, *arguments, timeout=TIMEOUT, **more):
         """Runs the program, whose memory is bounded, against the server at this address."""
-        around = {"CUPS_SERVER": server, "TANDEM_TRIM_TIMEOUT": str(timeout)}
+        around = {"CUPS_SERVER": server, "TANDEM_TRIM_TIMEOUT": str(timeout), **more}
         # What sanitizers reserve counts as well.
         is_sanitized = any(name.startswith(surroundings.SANITIZERS) for name in os.environ)
         bounded = [] if is_sanitized else [f"--as={MEMORY}"]
@@ -130,6 +131,21 @@ class HostileServerTest(TerminalCase):
                     result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
                 self.assertEqual(result.returncode, 1)
                 self.assertRegex(result.stderr, rf"the print server at {server.address} (did not answer within 1 s|broke the connection)")
+
+    def test_a_beginning_of_encryption_without_an_end_is_not_waited_for(self):
+        for encryption, is_silent in itertools.product(("Always", "Required"), (True, False)):
+            with self.subTest(encryption=encryption, is_silent=is_silent), TlsWithoutEnd(is_silent) as server:
+                result = self.trim_at(server.address, "-d", "Morva", SAMPLE, CUPS_ENCRYPTION=encryption)
+                self.assertEqual(result.returncode, 1)
+                self.assertIn(f"the print server at {server.address} did not answer within 1 s", result.stderr)
+
+    def test_a_name_that_nobody_resolves_is_not_waited_for(self):
+        # AddressSanitizer wants to be loaded first, and need not be.
+        sanitizer = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
+        around = {"CUPS_SERVER": "a-server", "TANDEM_TRIM_TIMEOUT": "1", "ASAN_OPTIONS": sanitizer}
+        result = self.trim("-d", "Morva", SAMPLE, LD_PRELOAD=ENDLESS_LOOKUP, **around)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("no print server answers at a-server:", result.stderr)
 
     def test_an_endless_answer_is_refused(self):
         attribute = ipp.group(ipp.JOB_GROUP, [(ipp.TEXT, "x", "endless")])[1:] * 1000

@@ -12,6 +12,7 @@
 #include <sys/socket.h>
 
 #include "host/cups/connection/attributes.hpp"
+#include "host/cups/connection/name_lookup.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -21,6 +22,7 @@ constexpr std::chrono::milliseconds kBetweenAttempts{100};
 constexpr std::chrono::milliseconds kBetweenLooks{10};
 // Of a request that libcups is to send again, with a proof of who the user is or encrypted.
 constexpr int kAttempts = 5;
+constexpr int kNotYet = 0;  // libcups then makes a connection without connecting it.
 constexpr const char* kNoServer = "/dev/null";
 
 std::chrono::seconds timeoutFromEnvironment() {
@@ -60,6 +62,11 @@ std::string lastWords() {
   return words == nullptr ? ippErrorString(cupsLastError()) : words;
 }
 
+Failure nobodyAnswers() {
+  return Failure(Trouble::noServer, "no print server answers at " + serverName(),
+                 "; start CUPS there, or name another server by -h");
+}
+
 int onTimeout(http_t* /*http*/, void* givenUp) {
   *static_cast<std::atomic<GivenUp>*>(givenUp) = GivenUp::tooSlow;
   return 0;  // Wait no longer.
@@ -70,14 +77,14 @@ int onTimeout(http_t* /*http*/, void* givenUp) {
 Connection::Connection(const std::optional<std::string>& server)
     : server_(server), bounds_(std::make_unique<Bounds>(timeoutFromEnvironment())) {
   if (server) cupsSetServer(server->c_str());
-  const auto milliseconds = static_cast<int>(std::chrono::milliseconds(bounds_->longest).count());
-  http_.reset(
-      httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, milliseconds, nullptr));
-  if (!http_) {
-    throw Failure(Trouble::noServer, "no print server answers at " + serverName(),
-                  "; start CUPS there, or name another server by -h");
+  const auto addresses = addressesOf(cupsServer(), ippPort(), bounds_->longest);
+  if (addresses) {
+    http_.reset(httpConnect2(cupsServer(), ippPort(), addresses.get(), AF_UNSPEC, cupsEncryption(), 1,
+                             kNotYet, nullptr));
   }
-  httpSetTimeout(http_.get(), static_cast<double>(bounds_->longest.count()), onTimeout, &bounds_->givenUp);
+  if (!http_) throw nobodyAnswers();
+  httpSetTimeout(get(), static_cast<double>(bounds_->longest.count()), onTimeout, &bounds_->givenUp);
+  if (!connect()) throw isSilent() ? lastFailure() : nobodyAnswers();
 }
 
 // Not by cupsDoRequest(): it sends a request that is redirected again and again.
@@ -147,10 +154,16 @@ void Connection::persist(const std::function<void()>& work) const {
   }
 }
 
+// Watched, because the start of TLS has no deadline of its own.
+bool Connection::connect() const {
+  const auto watched = watch();
+  const auto milliseconds = static_cast<int>(std::chrono::milliseconds(bounds_->longest).count());
+  return httpReconnect2(get(), milliseconds, nullptr) == 0;
+}
+
 void Connection::reconnect() const {
   bounds_->renew();
-  const auto milliseconds = static_cast<int>(std::chrono::milliseconds(bounds_->longest).count());
-  if (httpReconnect2(get(), milliseconds, nullptr) == 0) return;
+  if (connect()) return;
   throw Failure(Trouble::noServer, server() + " broke the connection and takes no new one",
                 "; see whether it is still running");
 }

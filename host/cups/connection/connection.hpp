@@ -55,6 +55,7 @@ class Connection {
   [[nodiscard]] Failure lastFailure() const;
 
  private:
+  [[nodiscard]] bool connect() const;
   void drain() const;
   [[nodiscard]] Failure brokenConnection() const;
 

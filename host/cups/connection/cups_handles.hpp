@@ -18,6 +18,7 @@ struct EndedBy {
 
 inline void freeDestination(cups_dest_t* destination) { cupsFreeDests(1, destination); }
 
+using AddressesHandle = std::unique_ptr<http_addrlist_t, EndedBy<httpAddrFreeList>>;
 using HttpHandle = std::unique_ptr<http_t, EndedBy<httpClose>>;
 using MessageHandle = std::unique_ptr<ipp_t, EndedBy<ippDelete>>;
 using DestinationHandle = std::unique_ptr<cups_dest_t, EndedBy<freeDestination>>;

@@ -1,11 +1,9 @@
 #include "host/cups/connection/watch.hpp"
 
-#include <condition_variable>
-#include <csignal>
-#include <mutex>
-
 #include <sys/resource.h>
 #include <sys/socket.h>
+
+#include "host/cups/connection/block_signals.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -21,13 +19,6 @@ long memoryTaken() {
   struct rusage usage {};
   getrusage(RUSAGE_SELF, &usage);
   return usage.ru_maxrss;
-}
-
-// Signals are the program's own: they end its reading of a document.
-void blockSignals() {
-  sigset_t all;
-  sigfillset(&all);
-  pthread_sigmask(SIG_BLOCK, &all, nullptr);
 }
 
 }  // namespace
@@ -47,20 +38,21 @@ void Bounds::renew() {
 // and again. It cuts until the request has ended, since libcups may connect anew in between. Memory is
 // measured, because no count of bytes grows in every case: an answer may come compressed.
 Watch::Watch(http_t* http, Bounds& bounds)
-    : thread_([http, &bounds](const std::stop_token& stop) {
-        blockSignals();
-        auto deadline = std::chrono::steady_clock::now() + bounds.longest;
-        std::mutex mutex;
-        std::unique_lock lock(mutex);
-        std::condition_variable_any ended;
-        while (!ended.wait_for(lock, stop, kWatchInterval, [&] { return stop.stop_requested(); })) {
-          if (memoryTaken() > bounds.mostMemory) bounds.givenUp = GivenUp::tooLarge;
-          const auto now = std::chrono::steady_clock::now();
-          if (questions > 0) deadline = now + bounds.longest;
-          const bool isLate = now > deadline;
-          if (isLate && bounds.givenUp == GivenUp::no) bounds.givenUp = GivenUp::tooSlow;
-          if (bounds.givenUp != GivenUp::no) shutdown(httpGetFd(http), SHUT_RDWR);
-        }
-      }) {}
+    : thread_([this, http, &bounds](const std::stop_token& stop) { cutWhatGoesBeyond(http, bounds, stop); }) {
+}
+
+void Watch::cutWhatGoesBeyond(http_t* http, Bounds& bounds, const std::stop_token& stop) {
+  blockSignals();
+  auto deadline = std::chrono::steady_clock::now() + bounds.longest;
+  std::unique_lock lock(mutex_);
+  while (!ended_.wait_for(lock, stop, kWatchInterval, [&] { return stop.stop_requested(); })) {
+    if (memoryTaken() > bounds.mostMemory) bounds.givenUp = GivenUp::tooLarge;
+    const auto now = std::chrono::steady_clock::now();
+    if (questions > 0) deadline = now + bounds.longest;
+    const bool isLate = now > deadline;
+    if (isLate && bounds.givenUp == GivenUp::no) bounds.givenUp = GivenUp::tooSlow;
+    if (bounds.givenUp != GivenUp::no) shutdown(httpGetFd(http), SHUT_RDWR);
+  }
+}
 
 }  // namespace tandemtrim::host

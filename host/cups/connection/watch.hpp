@@ -2,6 +2,9 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <stop_token>
 #include <thread>
 
 #include <cups/cups.h>
@@ -42,6 +45,11 @@ class Watch {
   Watch(http_t* http, Bounds& bounds);
 
  private:
+  void cutWhatGoesBeyond(http_t* http, Bounds& bounds, const std::stop_token& stop);
+
+  // Made by the thread that asks, because one that finds no memory of its own ends the program.
+  std::mutex mutex_;
+  std::condition_variable_any ended_;
   std::jthread thread_;
 };
 

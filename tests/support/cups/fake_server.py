@@ -2,6 +2,7 @@
 
 import http.server
 import socket
+import socketserver
 import struct
 import threading
 
@@ -36,6 +37,37 @@ def described(tag, attributes, changes=()):
     changed = {name for _, name, *_ in changes}
     kept = [attribute for attribute in attributes if attribute[1] not in changed]
     return answer(ipp.beginning(0) + ipp.group(tag, [*kept, *changes]) + bytes([ipp.END]))
+
+
+class TlsWithoutEnd:
+    """A server whose beginning of TLS comes to no end, between `with` and its end: it says nothing, or a byte now and then."""
+
+    def __init__(self, is_silent):
+        self.ended = ended = threading.Event()
+
+        class Handler(socketserver.BaseRequestHandler):
+            def handle(self):
+                if not is_silent:
+                    self.request.sendall(b"\x16\x03\x03\x40\x00")  # the head of 16 KB of it
+                try:
+                    while not ended.wait(0.1):
+                        self.request.sendall(b"" if is_silent else b"\x02")
+                except OSError:
+                    pass  # the client has gone
+
+        self._server = socketserver.ThreadingTCPServer((HOST, 0), Handler)
+        self.address = "{}:{}".format(*self._server.server_address)
+
+    def __enter__(self):
+        self._thread = threading.Thread(target=self._server.serve_forever, args=(0.02,))
+        self._thread.start()
+        return self
+
+    def __exit__(self, *_):
+        self.ended.set()
+        self._server.shutdown()
+        self._server.server_close()
+        self._thread.join()
 
 
 class FakeServer:
