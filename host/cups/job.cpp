@@ -85,6 +85,7 @@ Failure unanswered(const Connection& connection, const Printer& printer, const s
 // the printer supports first, which takes longer than the job.
 int createJob(const Connection& connection, const Printer& printer, const std::string& title,
               const Options& options) {
+  const auto refusal = printer.name + " refuses the job; nothing was printed";
   const auto mark = newMark();
   auto request = printerRequest(IPP_OP_CREATE_JOB, printer.name);
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
@@ -96,11 +97,13 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
   try {
     answer = connection.ask(std::move(request), printerResource(printer.name));
   } catch (const Failure& failure) {
-    throw unanswered(connection, printer, mark, failure);
+    throw connection.isTurnedDown() ? because(failure, refusal)
+                                    : unanswered(connection, printer, mark, failure);
   }
-  const auto number = integerIn(answer, "job-id");
-  if (!number) throw refused(connection, printer.name + " refuses the job; nothing was printed");
-  return *number;
+  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) throw refused(connection, refusal);
+  if (const auto number = integerIn(answer, "job-id")) return *number;
+  throw Failure(Trouble::noServer, refusal + ": " + connection.server() + " gave it no number",
+                "; see whether it is a print server");
 }
 
 std::optional<std::string> valueOf(const Options& options, const std::string& keyword) {

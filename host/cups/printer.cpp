@@ -23,7 +23,8 @@ Name splitName(const std::string& text) {
 DestinationHandle defaultDestination(const Connection& connection) {
   auto destination = connection.destination(nullptr, nullptr);
   if (!destination) {
-    if (cupsLastError() != IPP_STATUS_ERROR_NOT_FOUND) throw connection.lastFailure();
+    if (connection.isSilent() || cupsLastError() != IPP_STATUS_ERROR_NOT_FOUND)
+      throw connection.lastFailure();
     throw Failure(
         Trouble::noDefaultPrinter,
         "there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist",

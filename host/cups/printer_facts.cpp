@@ -83,7 +83,13 @@ std::string existingPrinters(const Connection& connection) {
   MessageHandle request(ippNewRequest(IPP_OP_CUPS_GET_PRINTERS));
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", nullptr,
                "printer-name");
-  const auto answer = connection.ask(std::move(request), "/");
+  MessageHandle answer;
+  try {
+    answer = connection.ask(std::move(request), "/");
+  } catch (const Failure&) {
+    if (connection.isSilent()) throw;
+    return "choose one by -d that lpstat -e lists";
+  }
   std::string names;
   for (const auto& name : textsIn(answer, "printer-name")) names += (names.empty() ? "" : ", ") + name;
   return names.empty() ? "the server has no printer; add one by lpadmin" : "choose one by -d: " + names;

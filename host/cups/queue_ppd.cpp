@@ -43,7 +43,7 @@ std::optional<PpdHandle> fetch(const Connection& connection, const Printer& prin
   if (status == HTTP_STATUS_NOT_FOUND) return nullptr;
   if (connection.isSilent() || (status != HTTP_STATUS_OK && status != HTTP_STATUS_ERROR)) {
     const auto last = connection.lastFailure();
-    throw last.trouble() == Trouble::other ? Failure(Trouble::details, last.fact()) : last;
+    throw last.trouble() == Trouble::other ? Failure(Trouble::details, last.fact(), last.remedy()) : last;
   }
   if (status == HTTP_STATUS_ERROR || !isWhole(connection.get()) || ftruncate(file.get(), size) != 0)
     return std::nullopt;

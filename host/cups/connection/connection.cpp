@@ -13,6 +13,7 @@
 
 #include "host/cups/connection/attributes.hpp"
 #include "host/cups/connection/name_lookup.hpp"
+#include "host/cups/connection/refusals.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -20,8 +21,8 @@ namespace {
 constexpr std::chrono::seconds kTimeout{10};
 constexpr std::chrono::milliseconds kBetweenAttempts{100};
 constexpr std::chrono::milliseconds kBetweenLooks{10};
-// Of a request that libcups is to send again, with a proof of who the user is or encrypted.
-constexpr int kAttempts = 5;
+// Of a request that libcups is to send again: encrypted, or with a password, of which it sends each twice.
+constexpr int kAttempts = 10;
 constexpr int kNotYet = 0;  // libcups then makes a connection without connecting it.
 constexpr const char* kNoServer = "/dev/null";
 
@@ -39,27 +40,6 @@ std::chrono::seconds timeoutFromEnvironment() {
 std::string serverName() {
   const std::string server = cupsServer();
   return server.starts_with('/') ? server : server + ":" + std::to_string(ippPort());
-}
-
-Trouble troubleOf(ipp_status_t status) {
-  switch (status) {
-    case IPP_STATUS_ERROR_SERVICE_UNAVAILABLE:
-      return Trouble::noServer;
-    case IPP_STATUS_ERROR_NOT_FOUND:
-      return Trouble::noPrinter;
-    case IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS:
-      return Trouble::rejecting;
-    case IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED:
-      return Trouble::format;
-    default:
-      return Trouble::other;
-  }
-}
-
-// libcups's own words on its last call; those of its status where there was no memory for them.
-std::string lastWords() {
-  const char* const words = cupsLastErrorString();
-  return words == nullptr ? ippErrorString(cupsLastError()) : words;
 }
 
 Failure nobodyAnswers() {
@@ -148,7 +128,8 @@ void Connection::persist(const std::function<void()>& work) const {
       return work();
     } catch (const Failure&) {
       const bool isHostile = bounds_->givenUp == GivenUp::tooLarge;
-      if (isHostile || std::chrono::steady_clock::now() >= end) throw;
+      const bool isInVain = isHostile || isTurnedDown();
+      if (isInVain || std::chrono::steady_clock::now() >= end) throw;
     }
     std::this_thread::sleep_for(kBetweenAttempts);
   }
@@ -171,7 +152,7 @@ void Connection::reconnect() const {
 std::string Connection::server() const { return "the print server at " + serverName(); }
 
 Failure Connection::brokenConnection() const {
-  return Failure(Trouble::noServer, server() + " broke the connection");
+  return Failure(Trouble::noServer, server() + " broke the connection", "; see whether it is still running");
 }
 
 Failure Connection::lastFailure() const {
@@ -184,9 +165,16 @@ Failure Connection::lastFailure() const {
                    server() + " did not answer within " + std::to_string(bounds_->longest.count()) + " s",
                    "; see whether it is still running, or name another server by -h");
   }
-  // libcups knows no word for a connection that ends in front of an answer.
-  if (cupsLastError() < IPP_STATUS_ERROR_BAD_REQUEST) return brokenConnection();
-  return Failure(troubleOf(cupsLastError()), server() + " failed: " + lastWords());
+  const auto status = httpGetStatus(get());
+  // libcups takes an errno, which may be 0, for its word on a connection that ends in front of an answer.
+  const bool isBroken = status < HTTP_STATUS_OK || cupsLastError() < IPP_STATUS_ERROR_BAD_REQUEST;
+  return isBroken ? brokenConnection() : refusal(get(), server());
+}
+
+bool Connection::isTurnedDown() const noexcept {
+  const auto status = httpGetStatus(get());
+  return status == HTTP_STATUS_CUPS_AUTHORIZATION_CANCELED ||
+         (status >= HTTP_STATUS_BAD_REQUEST && status < HTTP_STATUS_SERVER_ERROR);
 }
 
 MessageHandle printerRequest(ipp_op_t operation, const std::string& printer) {

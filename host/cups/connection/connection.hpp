@@ -51,7 +51,10 @@ class Connection {
   /// "the print server at localhost:631".
   [[nodiscard]] std::string server() const;
 
-  /// Why the last call of libcups failed: the server stays silent, or in libcups's own words.
+  /// Whether the server has turned the last request down before it looked into it. Asking again is in vain.
+  [[nodiscard]] bool isTurnedDown() const noexcept;
+
+  /// Why the last call of libcups failed: the server stays silent, or what its refusal means.
   [[nodiscard]] Failure lastFailure() const;
 
  private:

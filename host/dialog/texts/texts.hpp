@@ -44,6 +44,13 @@ inline constexpr std::array kTroubleTexts{
     std::pair{
         Trouble::noServer,
         "The print server does not answer. Make sure that it is running and can be reached, then try again."},
+    std::pair{Trouble::unauthorized,
+              "The print server asks for a password and was given none that it takes. Try again, or ask its "
+              "administrator."},
+    std::pair{Trouble::notAllowed,
+              "The print server does not allow this. Ask its administrator, or choose another printer."},
+    std::pair{Trouble::insecure,
+              "The connection to the print server cannot be trusted. Ask its administrator."},
     std::pair{Trouble::noPrinter, "The print server does not have this printer. Choose another printer."},
     std::pair{Trouble::noDefaultPrinter, "There is no default printer. Choose a printer."},
     std::pair{Trouble::rejecting,

@@ -1,0 +1,158 @@
+"""What a server refuses is told with the server's name, what it did and what to do about it, whatever status it answers with."""
+
+import itertools
+import unittest
+
+import fake_server
+import ipp
+from fake_server import FakeServer
+from terminal_case import PPD, SAMPLE, TerminalCase
+
+TIMEOUT = 1
+# The statuses of IPP with words of the fact and of what to do about it.
+STATUSES = {
+    0x0400: ("does not understand the request", "options"),
+    0x0401: ("does not allow that", "administrator"),
+    0x0402: ("given no password for", "administrator"),
+    0x0403: ("does not allow that", "administrator"),
+    0x0404: ("cannot do that at present", "try again later"),
+    0x0405: ("waited too long", "try again"),
+    0x0406: ("printer", "lpstat|choose one by -d"),
+    0x0407: ("no longer has", "lpstat"),
+    0x0408: ("takes no document of this size", "in parts"),
+    0x0409: ("takes no value of this length", "-o"),
+    0x040A: ("cannot print documents of this kind", "PDF"),
+    0x040B: ("does not take one of the options", "-o"),
+    0x040C: ("client-error-uri-scheme-not-supported", "error log"),
+    0x040E: ("exclude each other", "-o"),
+    0x0411: ("finds the document damaged", "PDF"),
+    0x0412: ("cannot read the document", "PDF"),
+    0x0418: ("needs the document's password", "without a password"),
+    0x0419: ("not permitted to print", "protection"),
+    0x041A: ("protection", "without that protection"),
+    0x041B: ("cannot print the document", "PDF"),
+    0x041C: ("which account", "administrator"),
+    0x041D: ("closed the account", "administrator"),
+    0x041E: ("limit of the account", "administrator"),
+    0x041F: ("could not charge", "administrator"),
+    0x0500: ("an error of its own", "error log"),
+    0x0501: ("cannot do that", "whether it is a print server"),
+    0x0502: ("out of service", "try again later"),
+    0x0503: ("this version of IPP", "whether it is a print server"),
+    0x0504: ("device", "whether the printer is on"),
+    0x0505: ("an error that passes", "try again"),
+    0x0506: ("accepts no jobs", "cupsaccept"),
+    0x0507: ("too busy", "try again"),
+    0x0508: ("has cancelled the job", "administrator"),
+    0x0509: ("several documents", "by itself"),
+    0x050A: ("switched the printer off", "-d"),
+    0x050B: ("as many jobs as it takes", "lpstat -o"),
+    0x050C: ("fewer documents", "several jobs"),
+    0x04FF: ("refuses the request (0x04ff)", "error log"),
+}
+HTTP_STATUSES = {
+    400: ("does not understand the request", "options"),
+    402: ("cannot do that", "whether it is a print server"),
+    403: ("does not allow that", "administrator"),
+    404: ("does not know", "lpstat"),
+    405: ("cannot do that", "whether it is a print server"),
+    408: ("waited too long", "try again"),
+    410: ("no longer has", "lpstat"),
+    413: ("takes no document of this size", "in parts"),
+    415: ("cannot do that", "whether it is a print server"),
+    500: ("an error of its own", "error log"),
+    501: ("cannot do that", "whether it is a print server"),
+    502: ("out of service", "try again later"),
+    503: ("out of service", "try again later"),
+    504: ("out of service", "try again later"),
+    505: ("cannot do that", "whether it is a print server"),
+}
+# What libcups and the C library say where they have nothing to say, and what nobody can act on.
+IDLE_WORDS = r"failed: |Success|successful-ok|Unauthorized(?!: the print server)|Internal Server Error|Unknown|\(null\)|No such file|: \n|\(\)"
+
+
+def by_ipp(status, *attributes):
+    """An answer of this status; attributes are those of its operation."""
+    return fake_server.answer(ipp.beginning(status, attributes) + bytes([ipp.END]))
+
+
+def by_http(status):
+    return f"HTTP/1.1 {status} Some Words\r\nContent-Length: 0\r\n\r\n".encode()
+
+
+class MessagesTest(TerminalCase):
+    def refused(self, operation, content):
+        """What the program says when the server answers this operation so; the print server is "<server>" in it."""
+        with FakeServer(PPD.read_bytes(), {operation: lambda: [content]}) as server:
+            around = {"CUPS_SERVER": server.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
+            result = self.trim("-d", "Morva", SAMPLE, **around)
+        self.assertEqual((result.returncode, result.stdout), (1, ""), result.stderr)
+        self.assertNotRegex(result.stderr, IDLE_WORDS)
+        return result.stderr.replace(f"the print server at {server.address}", "<server>")
+
+    def check(self, said, words):
+        """The message is of one line: the thing, what happened to it, and behind a semicolon what to do."""
+        fact, remedy = words
+        self.assertRegex(said, r"^tandem-trim: [^\n]+; [^\n]+\n$")
+        self.assertIn(fact, said)
+        self.assertRegex(said.rpartition("; ")[2], remedy)
+
+    def test_each_status_of_a_printer_says_what_it_means(self):
+        for status, words in STATUSES.items():
+            with self.subTest(f"{status:#06x}"):
+                said = self.refused(ipp.GET_PRINTER, by_ipp(status))
+                self.check(said, words)
+                self.assertRegex(said, '<server>|there is no printer "Morva"')
+
+    def test_each_status_of_a_new_job_says_what_it_means_and_that_nothing_was_printed(self):
+        for status, words in STATUSES.items():
+            with self.subTest(f"{status:#06x}"):
+                said = self.refused(ipp.CREATE_JOB, by_ipp(status))
+                self.check(said, words)
+                self.assertRegex(said, "^tandem-trim: Morva refuses the job; nothing was printed: (Unauthorized: )?<server> ")
+
+    def test_each_status_of_a_document_says_what_it_means_and_what_became_of_the_job(self):
+        for status, words in itertools.islice(STATUSES.items(), 0, None, 4):
+            with self.subTest(f"{status:#06x}"):
+                said = self.refused(ipp.SEND_DOCUMENT, by_ipp(status))
+                self.check(said, words)
+                self.assertRegex(said, "^tandem-trim: Morva did not take .*<server> .*; job 1 on Morva was cancelled")
+
+    def test_each_status_of_http_says_what_it_means(self):
+        for operation, begins in ((ipp.GET_PRINTER, "<server> "), (ipp.CREATE_JOB, "Morva "), (fake_server.PPD, "<server> ")):
+            for status, words in HTTP_STATUSES.items():
+                if (operation, status) == (fake_server.PPD, 404):
+                    continue  # a printer without a PPD
+                with self.subTest(f"{operation} {status}"):
+                    said = self.refused(operation, by_http(status))
+                    self.assertRegex(said, f"^tandem-trim: {begins}")
+                    self.assertIn("<server>", said)
+                    self.check(said, words)
+                    self.assertIn(f"(HTTP status {status})", said)
+
+    def test_the_servers_own_words_are_told(self):
+        said = self.refused(ipp.CREATE_JOB, by_ipp(0x0403, (ipp.TEXT, "status-message", "Only on Mondays.")))
+        self.check(said, ("does not allow that (Only on Mondays.)", "administrator"))
+
+    def test_a_job_that_is_turned_down_is_not_asked_for_again(self):
+        for status in (401, 403, 404, 413):
+            with self.subTest(status):
+                odd = {ipp.CREATE_JOB: lambda status=status: [by_http(status)]}
+                with FakeServer(PPD.read_bytes(), odd) as server:
+                    result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT="60")
+                self.assertIn("Morva refuses the job; nothing was printed: ", result.stderr)
+                self.assertEqual((server.asked.count(ipp.CREATE_JOB), server.asked.count(ipp.GET_JOBS)), (1, 0))
+
+    def test_a_job_without_a_number_is_refused(self):
+        said = self.refused(ipp.CREATE_JOB, by_ipp(0))
+        self.check(said, ("nothing was printed: <server> gave it no number", "print server"))
+
+    def test_a_connection_that_breaks_is_told_without_the_word_success(self):
+        for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB):
+            with self.subTest(operation):
+                said = self.refused(operation, b"")
+                self.check(said, ("broke the connection", "."))
+
+
+if __name__ == "__main__":
+    unittest.main()
