@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/cups/ppd.hpp"
+#include "host/dialog/gtk/page_setup_menus.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/panel/bundle_search.hpp"
 #include "host/panel/job_settings.hpp"
@@ -15,7 +16,7 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, const Report& report, Dial
       report_(report),
       window_(window),
       events_(std::move(events)),
-      selection_(window.dialog()),
+      selection_(window.dialog(), [this](const std::string& printer) { onChoice(printer); }),
       tabs_(window.dialog()),
       panel_(window.dialog(), line.plugin, report,
              {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp}),
@@ -39,6 +40,28 @@ void ChosenPrinter::onFirstDetails(Outcome outcome) {
   window_.showNotice(failureText(*outcome.failure));
 }
 
+std::string ChosenPrinter::destinationOf(const std::string& printer) const {
+  return first_.starts_with(printer + '/') ? first_ : printer;
+}
+
+// GTK makes the rows of the printer from the settings that it has then.
+void ChosenPrinter::onChoice(const std::string& printer) {
+  if (liveIn(window_.state()).followsPrinter) changeTabs(printer);
+}
+
+void ChosenPrinter::changeTabs(const std::string& printer) {
+  if (tabsOf_ == current_.name && !current_.destination.empty()) tabs_.leave(tabsOf_);
+  tabsOf_ = printer;
+  remembered_ = recall({line_.server, destinationOf(printer)}, report_);
+  const auto now = tabs_.settings().settings;
+  const auto left = tabs_.leftAt(printer).settings;
+  const auto next = left ? settingsOfNextPrinter(now, left, {})
+                         : settingsOfNextPrinter(now, remembered_.tabs.settings, line_.options);
+  // GTK selects the printer that its settings name.
+  next->set_printer(printer);
+  tabs_.show(next);
+}
+
 void ChosenPrinter::onPrinterChanged() {
   tabs_.fitWidth();
   if (liveIn(window_.state()).followsPrinter) follow();
@@ -50,28 +73,48 @@ void ChosenPrinter::follow() {
   if (printer.empty()) return;
   if (printer == current_.name) return hideRows();
   reader_.drop();
-  panel_.leavePrinter();
+  panel_.leavePrinter(current_.name);
   tabs_.forgetRows();
   window_.hideNotice();
   window_.giveUpPrint();
-  current_ = {printer, {}, {}, {}};
+  current_ = {printer, {}, {}, {}, {}};
   window_.enter(DialogState::ready);
   if (!selection_.isPrinter()) return panel_.hide();
   window_.enter(DialogState::reading);
   panel_.showText(localized(kReadingText));
-  reader_.read(printer, [this](Outcome outcome) { onDetails(std::move(outcome)); });
+  reader_.read(destinationOf(printer), [this](Outcome outcome) { onDetails(std::move(outcome)); });
 }
 
 void ChosenPrinter::onDetails(Outcome outcome) {
   if (outcome.result) {
     current_ = std::move(**outcome.result);
     const bool isFound = panel_.findBundle(current_.ppd.get());
-    if (first_.empty()) selectFirst();
+    startFromKept();
     if (isFound) openPanel();
   } else {
     panel_.fail(*outcome.failure);
   }
   if (liveIn(window_.state()).followsPrinter) becomeReady();
+}
+
+// What is saved and remembered for the printer, and what the command line asks for.
+void ChosenPrinter::startFromKept() {
+  const auto asked = asSpelled(current_.ppd.get(), line_.options);
+  const bool isFirst = first_.empty();
+  if (isFirst) {
+    first_ = current_.destination;
+    remembered_ = recall({line_.server, first_}, report_);
+  } else if (tabsOf_ != current_.name) {
+    changeTabs(current_.name);
+  }
+  panel_.startFrom(current_.name, {current_.saved, remembered_.panel, asked});
+  if (isFirst) return selectFirst(asked);
+  auto tabs = tabs_.leftAt(current_.name);
+  if (!tabs.settings) {
+    tabs = tabsOfNextPrinter(tabs_.settings(), remembered_.tabs, current_.saved, asked, current_.ppd.get());
+    tabs_.show(tabs.settings);
+  }
+  showPageSetup(window_.dialog(), *tabs.setup);
 }
 
 void ChosenPrinter::becomeReady() {
@@ -81,19 +124,17 @@ void ChosenPrinter::becomeReady() {
 }
 
 // The first printer that is known is the one that the command line and the last job are about.
-void ChosenPrinter::selectFirst() {
-  first_ = current_.name;
+void ChosenPrinter::selectFirst(const Options& asked) {
   auto* const ppd = current_.ppd.get();
-  auto [tabs, panel] = recall({line_.server, first_}, report_);
-  const auto asked = asSpelled(ppd, line_.options);
-  for (const auto& options : {current_.saved, panel, asked}) panel_.startFrom(options);
+  auto tabs = remembered_.tabs;
   if (!tabs.settings) {
     tabs.settings = Gtk::PrintSettings::create();
     applyOptions(current_.saved, ppd, tabs);
   }
   applyOptions(asked, ppd, tabs);
+  tabsOf_ = current_.name;
   window_.proceed(DialogState::selecting);
-  selection_.select(first_, tabs, [this] { onSelected(); });
+  selection_.select(current_.name, tabs, [this] { onSelected(); });
 }
 
 void ChosenPrinter::onSelected() {
@@ -136,16 +177,14 @@ void ChosenPrinter::onPanelFailure(const Failure& failure) {
 // Saved options and those of the command line count where neither the panel nor GTK's tabs show them.
 PrintRequest ChosenPrinter::makeRequest() {
   const auto& name = current_.name;
-  PrintRequest request{line_.server,           name, line_.title, {}, {tabs_.settings(), {}},
-                       panel_.useForAllJobs(), {}};
+  PrintRequest request{line_.server,           destinationOf(name),    line_.title, {},
+                       {tabs_.settings(), {}}, panel_.useForAllJobs(), {}};
   for (const auto& options : {current_.saved, asSpelled(current_.ppd.get(), line_.options)}) {
     for (const auto& option : options) setOption(request.options, option);
   }
   tabs_.addOptions(selection_.printer(), current_.ppd.get(), request.options);
   request.options = withoutKeywords(std::move(request.options), panel_.keywords());
-  if (name == first_ && line_.printer && line_.printer->starts_with(name + '/'))
-    request.printer = *line_.printer;
-  if (panel_.hasFailed()) request.remembered.panel = recall({line_.server, name}, report_).panel;
+  if (panel_.hasFailed()) request.remembered.panel = recall({line_.server, request.printer}, report_).panel;
   if (!panel_.isOpen()) return request;
   for (const auto& option : panel_.options()) setOption(request.options, option);
   request.notKept = panel_.illegalDefaults();

@@ -43,13 +43,19 @@ class ChosenPrinter : public sigc::trackable {
   [[nodiscard]] PrintRequest makeRequest();
 
  private:
+  // What jobs for the printer are addressed to: the instance that the dialog started with, where it is one of
+  // this printer.
+  [[nodiscard]] std::string destinationOf(const std::string& printer) const;
   using Outcome = host::Outcome<std::shared_ptr<PrinterDetails>>;
 
   void onFirstDetails(Outcome outcome);
   void onDetails(Outcome outcome);
+  void onChoice(const std::string& printer);
+  void changeTabs(const std::string& printer);
   void onPrinterChanged();
   void becomeReady();
-  void selectFirst();
+  void startFromKept();
+  void selectFirst(const Options& asked);
   void onSelected();
   void openPanel();
   void onPanelFailure(const Failure& failure);
@@ -61,8 +67,11 @@ class ChosenPrinter : public sigc::trackable {
   const Events events_;
   // Without a PPD and saved options while they are read.
   PrinterDetails current_;
-  // The printer whose saved and remembered settings the dialog started from; empty until one is known.
+  // The destination that the dialog started with, which may be an instance; empty until one is known.
   std::string first_;
+  // The printer that GTK's tabs are for, and what is remembered for it.
+  std::string tabsOf_;
+  Remembered remembered_;
   PrinterSelection selection_;
   OwnTabs tabs_;
   PanelTabs panel_;

@@ -17,8 +17,11 @@ std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& se
   // GTK's rows have the titles that the PPD gives in the user's language.
   if (ppd) ppdLocalize(ppd.get());
   auto saved = asSpelled(ppd.get(), std::move(printer.saved));
-  return std::make_shared<PrinterDetails>(PrinterDetails{std::move(printer.name), std::move(ppd),
-                                                         std::move(saved), std::move(printer.queueDefaults)});
+  const char* const instance = printer.destination->instance;
+  auto destination = printer.name + (instance == nullptr ? "" : '/' + std::string(instance));
+  return std::make_shared<PrinterDetails>(PrinterDetails{std::move(printer.name), std::move(destination),
+                                                         std::move(ppd), std::move(saved),
+                                                         std::move(printer.queueDefaults)});
 }
 
 }  // namespace

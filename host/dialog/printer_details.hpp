@@ -14,6 +14,8 @@ namespace tandemtrim::host {
 /// What the dialog knows of a printer.
 struct PrinterDetails {
   std::string name;
+  /// The name, with "/instance" behind it where the user keeps several.
+  std::string destination;
   /// Null for a printer without one. Its texts are in the user's language.
   PpdHandle ppd;
   /// The options that the user saved for the printer, spelled as in the PPD.
@@ -30,8 +32,8 @@ class DetailsReader {
   /// None is the server that libcups would choose.
   explicit DetailsReader(std::optional<std::string> server) : server_(std::move(server)) {}
 
-  /// Reads the details of the printer, or of the default one, and calls `done`. A reading that is under way
-  /// is dropped.
+  /// Reads the details of the printer ("name" or "name/instance"), or of the default one, and calls `done`. A
+  /// reading that is under way is dropped.
   void read(const std::optional<std::string>& printer, Done done);
   /// Drops the reading that is under way.
   void drop() { reading_.reset(); }

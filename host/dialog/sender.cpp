@@ -46,9 +46,8 @@ void Sender::send(const PrintRequest& request, Done done) {
 void Sender::finish(const PrintRequest& request, Outcome<SendResult>& outcome) const {
   if (outcome.failure && *cancelled_ == nullptr) report_(outcome.failure->what());
   if (!outcome.result) return;
-  auto& [job, problems] = *outcome.result;
-  if (const auto forgotten = remember({request.server, job.printer}, request.remembered, report_))
-    problems.push_back(*forgotten);
+  if (const auto forgotten = remember({request.server, request.printer}, request.remembered, report_))
+    outcome.result->problems.push_back(*forgotten);
 }
 
 }  // namespace tandemtrim::host

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/dialog/gtk/option_rows.hpp"
+#include "host/dialog/settings/paper.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -14,10 +15,17 @@ constexpr int kWidest = 760;
 
 TabSettings OwnTabs::settings() { return {dialog_.get_settings(), dialog_.get_page_setup()->copy()}; }
 
+// GTK's own PPD takes the paper that was shown when the printer was chosen for its default.
 void OwnTabs::addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options) {
-  const auto setup = Glib::wrap(gtk_printer_get_default_page_size(printer));
-  addTabOptions(settings(), ppd, setup ? gtk_page_setup_get_paper_size(setup->gobj()) : nullptr, untouched_,
-                options);
+  auto paper = defaultPaper(ppd);
+  if (const auto setup = Glib::wrap(gtk_printer_get_default_page_size(printer)); setup && !paper)
+    paper = setup->get_paper_size();
+  addTabOptions(settings(), ppd, paper ? paper->gobj() : nullptr, untouched_, options);
+}
+
+TabSettings OwnTabs::leftAt(const std::string& printer) const {
+  const auto left = left_.find(printer);
+  return left == left_.end() ? TabSettings{} : left->second;
 }
 
 void OwnTabs::hideRows(ppd_file_t& ppd, const std::vector<std::string>& keywords) {

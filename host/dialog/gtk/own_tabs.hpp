@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,13 @@ class OwnTabs {
   void rememberRows(const Options& options) { untouched_ = rowsShowing(settings(), options); }
   void forgetRows() { untouched_.clear(); }
 
+  /// Notes what the tabs show for the printer that the user leaves.
+  void leave(const std::string& printer) { left_[printer] = settings(); }
+  /// What they showed when the user left this printer; null parts for one where the user was not yet.
+  [[nodiscard]] TabSettings leftAt(const std::string& printer) const;
+  /// Shows these settings; rows of the printer that is shown stay as they are, those of the next one follow.
+  void show(const Glib::RefPtr<Gtk::PrintSettings>& settings) { dialog_.set_settings(settings); }
+
   /// Hides the rows for these keywords of the PPD.
   void hideRows(ppd_file_t& ppd, const std::vector<std::string>& keywords);
   /// Makes the dialog as wide as its rows like, up to a limit. GTK makes new rows for each printer.
@@ -33,6 +41,7 @@ class OwnTabs {
  private:
   Gtk::PrintUnixDialog& dialog_;
   Options untouched_;
+  std::map<std::string, TabSettings> left_;
 };
 
 }  // namespace tandemtrim::host

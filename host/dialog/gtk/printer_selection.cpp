@@ -2,6 +2,7 @@
 
 #include <array>
 #include <optional>
+#include <utility>
 
 #include <glibmm/main.h>
 
@@ -17,17 +18,21 @@ constexpr int kSelections = 400;
 constexpr std::array<const char*, 2> kOfAnyPrinter{GTK_PRINT_SETTINGS_PRINT_PAGES,
                                                    GTK_PRINT_SETTINGS_PAGE_RANGES};
 
-// The printer that is selected in GTK's list, which may not have read its details yet, or null.
-GtkPrinter* selectedInList(GtkWidget* widget) {
-  if (GTK_IS_COLUMN_VIEW(widget)) {
-    auto* const list = GTK_SINGLE_SELECTION(gtk_column_view_get_model(GTK_COLUMN_VIEW(widget)));
-    return static_cast<GtkPrinter*>(gtk_single_selection_get_selected_item(list));
-  }
+// GTK's list of printers, with its selection.
+GtkSingleSelection* listWithin(GtkWidget* widget) {
+  if (GTK_IS_COLUMN_VIEW(widget))
+    return GTK_SINGLE_SELECTION(gtk_column_view_get_model(GTK_COLUMN_VIEW(widget)));
   for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
        child = gtk_widget_get_next_sibling(child)) {
-    if (auto* const printer = selectedInList(child)) return printer;
+    if (auto* const list = listWithin(child)) return list;
   }
   return nullptr;
+}
+
+// The printer that is selected in GTK's list, which may not have read its details yet, or null.
+GtkPrinter* selectedInList(GtkWidget* dialog) {
+  auto* const list = listWithin(dialog);
+  return list == nullptr ? nullptr : static_cast<GtkPrinter*>(gtk_single_selection_get_selected_item(list));
 }
 
 std::string nameInList(Gtk::PrintUnixDialog& dialog) {
@@ -46,6 +51,26 @@ std::optional<std::string> selectedInstead(Gtk::PrintUnixDialog& dialog, const s
 }
 
 }  // namespace
+
+// GTK itself follows the property of the list, which changes after this signal.
+PrinterSelection::PrinterSelection(Gtk::PrintUnixDialog& dialog,
+                                   std::function<void(const std::string&)> onChoice)
+    : dialog_(dialog), onChoice_(std::move(onChoice)), shown_(dialog.get_settings()) {
+  const auto chosen = [](PrinterSelection* selection) { selection->onListSelection(); };
+  if (auto* const list = listWithin(GTK_WIDGET(dialog_.gobj())))
+    g_signal_connect_swapped(list, "selection-changed", G_CALLBACK(+chosen), this);
+}
+
+PrinterSelection::~PrinterSelection() {
+  selecting_.disconnect();
+  if (auto* const list = listWithin(GTK_WIDGET(dialog_.gobj())))
+    g_signal_handlers_disconnect_by_data(list, this);
+}
+
+void PrinterSelection::onListSelection() const {
+  const auto name = nameInList(dialog_);
+  if (!name.empty()) onChoice_(name);
+}
 
 GtkPrinter* PrinterSelection::printer() const {
   return gtk_print_unix_dialog_get_selected_printer(dialog_.gobj());

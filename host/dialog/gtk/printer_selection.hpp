@@ -13,10 +13,11 @@ namespace tandemtrim::host {
 /// The printer that is selected in the list of GTK's dialog.
 class PrinterSelection {
  public:
-  explicit PrinterSelection(Gtk::PrintUnixDialog& dialog) : dialog_(dialog), shown_(dialog.get_settings()) {}
+  /// `onChoice` runs when the user chooses a printer, before GTK's tabs show it.
+  PrinterSelection(Gtk::PrintUnixDialog& dialog, std::function<void(const std::string&)> onChoice);
   PrinterSelection(const PrinterSelection&) = delete;
   PrinterSelection& operator=(const PrinterSelection&) = delete;
-  ~PrinterSelection() { selecting_.disconnect(); }
+  ~PrinterSelection();
 
   /// Null while none is selected.
   [[nodiscard]] GtkPrinter* printer() const;
@@ -33,7 +34,10 @@ class PrinterSelection {
  private:
   void show(const Glib::RefPtr<Gtk::PrintSettings>& settings);
 
+  void onListSelection() const;
+
   Gtk::PrintUnixDialog& dialog_;
+  std::function<void(const std::string&)> onChoice_;
   // The tabs' settings as they were shown last.
   Glib::RefPtr<Gtk::PrintSettings> shown_;
   sigc::connection selecting_;

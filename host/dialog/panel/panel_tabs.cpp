@@ -4,6 +4,7 @@
 
 #include <gtk/gtk.h>
 
+#include "host/changed_entries.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/panel/bundle_search.hpp"
 
@@ -75,9 +76,26 @@ void PanelTabs::close() {
   session_.reset();
 }
 
-void PanelTabs::leavePrinter() {
+void PanelTabs::startFrom(const std::string& printer, const std::vector<Options>& options) {
+  settings_ = {};
+  if (const auto left = left_.find(printer); left != left_.end()) {
+    settings_ = left->second;
+  } else {
+    for (const auto& some : options) storeOptions(some, keywords(), settings_);
+    storeOptions(edits_, keywords(), settings_);
+  }
+  started_ = storedOptions(settings_, keywords());
+}
+
+void PanelTabs::leavePrinter(const std::string& printer) {
+  const bool isOpen = session_ != nullptr;
+  const auto known = keywords();
   if (session_) guarded([&] { session_->save(); });
   close();
+  if (isOpen) {
+    for (auto& edit : changedEntries(started_, storedOptions(settings_, known))) setOption(edits_, edit);
+    left_[printer] = settings_;
+  }
   bundle_.reset();
   hasFailed_ = false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,8 +20,8 @@
 namespace tandemtrim::host {
 
 /// The dialog's two tabs for the printer's panel: its page and its summary. The panel works on settings of
-/// its own, which keep their values from one printer to the next. A panel that fails is closed, its page is
-/// hidden, and the dialog goes on.
+/// its own for each printer; what the user edits goes along to the next one. A panel that fails is closed,
+/// its page is hidden, and the dialog goes on.
 class PanelTabs : public sigc::trackable {
  public:
   struct Events {
@@ -48,7 +49,7 @@ class PanelTabs : public sigc::trackable {
   /// the printer's queue and of the panel. False when it fails.
   bool open(ppd_file_t* ppd, const Options& queueDefaults);
   /// Saves what the panel shows and closes it, before another printer is shown.
-  void leavePrinter();
+  void leavePrinter(const std::string& printer);
   /// Closes the panel and hides its page for this reason.
   void fail(const Failure& failure);
 
@@ -58,8 +59,10 @@ class PanelTabs : public sigc::trackable {
   /// The option keywords that no other tab shows or sends: those of the printer's panel or, without one, of
   /// all panels that are installed.
   [[nodiscard]] std::vector<std::string> keywords() const;
-  /// Stores the options that the panel starts from.
-  void startFrom(const Options& options) { storeOptions(options, keywords(), settings_); }
+  /// Stores the options that the panel of this printer starts from, those that count more behind the others:
+  /// these and, over them, the user's edits; for a printer that the user comes back to, what it was left
+  /// with.
+  void startFrom(const std::string& printer, const std::vector<Options>& options);
   /// The panel's options, as saved last.
   [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
   /// The keywords of defaults that go as they stand, though the printer does not allow them. Kept for other
@@ -89,6 +92,10 @@ class PanelTabs : public sigc::trackable {
   const Report report_;
   const Events events_;
   platform::linux::PrintSettings settings_;
+  // What the settings held at the start, and what the user changed since, at all printers.
+  Options started_;
+  Options edits_;
+  std::map<std::string, platform::linux::PrintSettings> left_;
   PanelPage& page_;
   Gtk::Label& title_;
   SummaryTab& summary_;

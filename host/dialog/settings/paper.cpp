@@ -61,6 +61,11 @@ std::optional<Gtk::PaperSize> paperAskedFor(const Options& options, ppd_file_t* 
   return paper;
 }
 
+std::optional<Gtk::PaperSize> defaultPaper(ppd_file_t* ppd) {
+  const auto* const attribute = ppd == nullptr ? nullptr : ppdFindAttr(ppd, "DefaultPageSize", nullptr);
+  return attribute == nullptr ? std::nullopt : paperNamed(attribute->value, ppd);
+}
+
 Option paperOption(const Gtk::PaperSize& paper) {
   // Papers come with this mark from a printer without a PPD.
   if (gtk_paper_size_is_ipp(Gtk::PaperSize(paper).gobj()) != FALSE) return {"media", paper.get_name()};

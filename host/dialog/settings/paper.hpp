@@ -17,6 +17,9 @@ std::optional<Gtk::PaperSize> paperNamed(const std::string& name, ppd_file_t* pp
 /// The paper that the options ask for by PageSize or as a part of media, else none.
 std::optional<Gtk::PaperSize> paperAskedFor(const Options& options, ppd_file_t* ppd);
 
+/// The paper that a printer with this PPD takes unless a job names one, else none.
+std::optional<Gtk::PaperSize> defaultPaper(ppd_file_t* ppd);
+
 /// The option that asks a printer for the paper.
 Option paperOption(const Gtk::PaperSize& paper);
 

@@ -30,9 +30,13 @@ void setAside(const fs::path& file, const std::string& reason, const Report& rep
          "); the file is now " + (failed ? file : aside).string());
 }
 
-// Settings of one job only: which pages, and when.
-constexpr std::array<const char*, 5> kNotKept{GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES,
-                                              "print-at", "print-at-time", "cups-job-hold-until"};
+// When a job is printed.
+constexpr std::array<const char*, 3> kTimes{"print-at", "print-at-time", "cups-job-hold-until"};
+
+void removeThoseOfOneJob(Gtk::PrintSettings& settings) {
+  for (const auto* key : kKeysOfTheDocument) settings.unset(key);
+  for (const auto* key : kTimes) settings.unset(key);
+}
 
 // Empty for the server of this computer.
 std::string nameOf(const std::optional<std::string>& server) {
@@ -66,8 +70,11 @@ Remembered recall(const PrinterPlace& place, const Report& report) {
     Remembered settings;
     const auto groups = Glib::KeyFile::create();
     groups->load_from_file(file.string());
-    if (groups->has_group(kSettingsGroup))
+    if (groups->has_group(kSettingsGroup)) {
       settings.tabs.settings = Gtk::PrintSettings::create_from_key_file(groups);
+      // Earlier versions kept some of them.
+      removeThoseOfOneJob(*settings.tabs.settings);
+    }
     if (groups->has_group(kSetupGroup)) settings.tabs.setup = Gtk::PageSetup::create_from_key_file(groups);
     if (groups->has_group(kPanelGroup)) {
       for (const auto& keyword : groups->get_keys(kPanelGroup))
@@ -84,7 +91,7 @@ std::optional<Failure> remember(const PrinterPlace& place, const Remembered& set
   const auto file = rememberedFile(place);
   const auto groups = Glib::KeyFile::create();
   auto tabs = settings.tabs.settings->copy();
-  for (const auto* own : kNotKept) tabs->unset(own);
+  removeThoseOfOneJob(*tabs);
   tabs->save_to_key_file(groups);
   settings.tabs.setup->save_to_key_file(groups);
   for (const auto& [keyword, value] : settings.panel) groups->set_string(kPanelGroup, keyword, value);

@@ -11,7 +11,8 @@
 
 namespace tandemtrim::host {
 
-/// A printer of a server; none is the server that libcups would choose.
+/// A printer of a server, or the user's instance of it ("name/instance"); no server is the one that libcups
+/// would choose.
 struct PrinterPlace {
   std::optional<std::string> server;
   std::string printer;
@@ -28,8 +29,9 @@ struct Remembered {
 /// name; nothing is remembered then.
 Remembered recall(const PrinterPlace& place, const Report& report);
 
-/// Remembers these settings for the printer, in place of earlier ones, except which pages are printed and
-/// when. The file is replaced as a whole, and only the user can read it. A failure is reported and returned.
+/// Remembers these settings for the printer, in place of earlier ones, except what is of one document: its
+/// copies, its pages, and when it is printed. The file is replaced as a whole, and only the user can read it.
+/// A failure is reported and returned.
 std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Report& report);
 
 /// The file of the printer's settings, in the folder of this program below $XDG_STATE_HOME. Names of printers

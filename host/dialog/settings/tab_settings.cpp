@@ -143,12 +143,6 @@ std::optional<int> orientationAskedFor(const Options& options) {
   return orientation;
 }
 
-// The paper that a printer with this PPD takes unless a job names one.
-std::optional<Gtk::PaperSize> defaultPaper(ppd_file_t* ppd) {
-  const auto* const attribute = ppd == nullptr ? nullptr : ppdFindAttr(ppd, "DefaultPageSize", nullptr);
-  return attribute == nullptr ? std::nullopt : paperNamed(attribute->value, ppd);
-}
-
 void applyPageSetup(const Options& options, ppd_file_t* ppd, Glib::RefPtr<Gtk::PageSetup>& setup) {
   auto paper = paperAskedFor(options, ppd);
   const auto orientation = orientationAskedFor(options);
@@ -182,6 +176,12 @@ Options rowOptions(Gtk::PrintSettings& settings) {
   return options;
 }
 
+// Whether one of these options has the option's keyword.
+bool isAskedFor(const Option& option, const Options& asked) {
+  return std::ranges::any_of(
+      asked, [&](const Option& other) { return isSameKeyword(other.keyword, option.keyword); });
+}
+
 // The option media may name a tray besides the paper.
 void addPaper(Options& options, Option paper) {
   for (const auto& [keyword, value] : options) {
@@ -197,12 +197,38 @@ void applyOptions(const Options& options, ppd_file_t* ppd, TabSettings& tabs) {
   applyPageSetup(options, ppd, tabs.setup);
 }
 
+Glib::RefPtr<Gtk::PrintSettings> settingsOfNextPrinter(const Glib::RefPtr<Gtk::PrintSettings>& now,
+                                                       const Glib::RefPtr<Gtk::PrintSettings>& kept,
+                                                       const Options& asked) {
+  TabSettings wanted{Gtk::PrintSettings::create(), {}};
+  applyOptions(asked, nullptr, wanted);
+  const auto next = (kept ? kept : now)->copy();
+  wanted.settings->setting_foreach([&](const Glib::ustring& key, const Glib::ustring& value) {
+    next->set(key, now->has_key(key) ? now->get(key) : value);
+  });
+  // A key that is not there is unset.
+  for (const auto* key : kKeysOfTheDocument)
+    gtk_print_settings_set(next->gobj(), key, gtk_print_settings_get(now->gobj(), key));
+  return next;
+}
+
+TabSettings tabsOfNextPrinter(const TabSettings& now, const TabSettings& remembered, const Options& saved,
+                              const Options& asked, ppd_file_t* ppd) {
+  TabSettings next{now.settings->copy(), remembered.setup};
+  if (!remembered.settings) {
+    auto options = withoutThoseOfOneJob(saved);
+    std::erase_if(options, [&](const Option& option) { return isAskedFor(option, asked); });
+    applyOptions(options, ppd, next);
+  }
+  TabSettings wanted{Gtk::PrintSettings::create(), {}};
+  applyOptions(asked, ppd, wanted);
+  if (wanted.setup || !next.setup) next.setup = now.setup;
+  return next;
+}
+
 Options rowsShowing(const TabSettings& tabs, const Options& options) {
   auto rows = rowOptions(*tabs.settings);
-  std::erase_if(rows, [&](const Option& row) {
-    return std::ranges::none_of(
-        options, [&](const Option& option) { return isSameKeyword(option.keyword, row.keyword); });
-  });
+  std::erase_if(rows, [&](const Option& row) { return !isAskedFor(row, options); });
   return rows;
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+
+#include <gtk/gtk.h>
 #include <gtkmm/pagesetup.h>
 #include <gtkmm/printsettings.h>
 
@@ -15,9 +18,26 @@ struct TabSettings {
   Glib::RefPtr<Gtk::PageSetup> setup;
 };
 
+/// GTK's keys for what is of a document, whatever printer it goes to.
+inline constexpr std::array<const char*, 5> kKeysOfTheDocument{
+    GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES, GTK_PRINT_SETTINGS_PAGE_SET,
+    GTK_PRINT_SETTINGS_N_COPIES, GTK_PRINT_SETTINGS_COLLATE};
+
+/// The settings that the tabs show once the user changes from a printer where they show `now` to one for
+/// which `kept`, or nothing (null), is remembered. What is of the document, and what the command line asks
+/// for, stays as it is shown.
+Glib::RefPtr<Gtk::PrintSettings> settingsOfNextPrinter(const Glib::RefPtr<Gtk::PrintSettings>& now,
+                                                       const Glib::RefPtr<Gtk::PrintSettings>& kept,
+                                                       const Options& asked);
+
 /// Changes the tabs' settings so that they show what a job with these options does. `ppd` is null for a
 /// printer without one.
 void applyOptions(const Options& options, ppd_file_t* ppd, TabSettings& tabs);
+
+/// The same for the details of the next printer, once they are read: tabs that show `now` take the page setup
+/// that is remembered or, where nothing is remembered (null parts), what is saved for the printer.
+TabSettings tabsOfNextPrinter(const TabSettings& now, const TabSettings& remembered, const Options& saved,
+                              const Options& asked, ppd_file_t* ppd);
 
 /// Those of GTK's rows for the printer's options that show one of these options, with the values that they
 /// show. GTK prefers what the user saved for a printer to what it is given.

@@ -20,9 +20,9 @@ class RememberedSettings : public testing::Test {
  protected:
   void SetUp() override { fs::remove_all(rememberedFile({"server", "any"}).parent_path()); }
 
-  static Remembered threeCopiesOnA3() {
+  static Remembered reversedOnA3() {
     Remembered settings{{Gtk::PrintSettings::create(), Gtk::PageSetup::create()}, {{"Margin", "12"}}};
-    settings.tabs.settings->set_n_copies(3);
+    settings.tabs.settings->set_reverse();
     settings.tabs.setup->set_paper_size(Gtk::PaperSize("iso_a3"));
     settings.tabs.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE);
     return settings;
@@ -44,10 +44,10 @@ void expectNothing(const Remembered& settings) {
 }
 
 TEST_F(RememberedSettings, ComeBackForTheirPrinter) {
-  EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
+  EXPECT_FALSE(remember(place, reversedOnA3(), report));
   const auto settings = recall(place, report);
   ASSERT_TRUE(settings.tabs.settings && settings.tabs.setup);
-  EXPECT_EQ(settings.tabs.settings->get_n_copies(), 3);
+  EXPECT_TRUE(settings.tabs.settings->get_reverse());
   EXPECT_NEAR(settings.tabs.setup->get_paper_size().get_width(Gtk::Unit::MM), 297, 1);
   EXPECT_EQ(settings.tabs.setup->get_orientation(), Gtk::PageOrientation::LANDSCAPE);
   EXPECT_THAT(settings.panel, ElementsAre(Option{"Margin", "12"}));
@@ -55,16 +55,18 @@ TEST_F(RememberedSettings, ComeBackForTheirPrinter) {
 }
 
 TEST_F(RememberedSettings, AreNotSeenByAnotherPrinterOrServer) {
-  remember(place, threeCopiesOnA3(), report);
-  for (const PrinterPlace& other : {PrinterPlace{"server:631", "Other"}, PrinterPlace{"other:631", "Morva"},
-                                    PrinterPlace{"server:1631", "Morva"}, PrinterPlace{"localhost", "Morva"},
-                                    PrinterPlace{"server:631", "morva"}, PrinterPlace{"server:631", ""}})
+  remember(place, reversedOnA3(), report);
+  for (const PrinterPlace& other :
+       {PrinterPlace{"server:631", "Other"}, PrinterPlace{"other:631", "Morva"},
+        PrinterPlace{"server:1631", "Morva"}, PrinterPlace{"localhost", "Morva"},
+        PrinterPlace{"server:631", "morva"}, PrinterPlace{"server:631", "Morva/draft"},
+        PrinterPlace{"server:631", ""}})
     expectNothing(recall(other, report));
   EXPECT_THAT(messages, IsEmpty());
 }
 
 TEST_F(RememberedSettings, KnowTheirServerWithAndWithoutTheUsualPort) {
-  remember(place, threeCopiesOnA3(), report);
+  remember(place, reversedOnA3(), report);
   EXPECT_THAT(recall({"server", "Morva"}, report).panel, ElementsAre(Option{"Margin", "12"}));
 }
 
@@ -83,7 +85,7 @@ TEST_F(RememberedSettings, KnowTheServerThatLibcupsChooses) {
 TEST_F(RememberedSettings, StayInTheirFolderWhateverThePrinterIsCalled) {
   for (const char* name : {"../Morva", "a/b", "Möwe", "%2F", "a@b"}) {
     const PrinterPlace odd{"localhost", name};
-    remember(odd, threeCopiesOnA3(), report);
+    remember(odd, reversedOnA3(), report);
     EXPECT_EQ(rememberedFile(odd).lexically_normal().parent_path(), rememberedFile(place).parent_path());
     EXPECT_THAT(recall(odd, report).panel, ElementsAre(Option{"Margin", "12"})) << name;
   }
@@ -91,34 +93,46 @@ TEST_F(RememberedSettings, StayInTheirFolderWhateverThePrinterIsCalled) {
 }
 
 TEST_F(RememberedSettings, ReplaceEarlierOnes) {
-  remember(place, threeCopiesOnA3(), report);
-  auto later = threeCopiesOnA3();
-  later.tabs.settings->set_n_copies(1);
+  remember(place, reversedOnA3(), report);
+  auto later = reversedOnA3();
+  later.tabs.settings->set_reverse(false);
   later.panel = {{"Position", "Left"}};
   remember(place, later, report);
-  EXPECT_EQ(recall(place, report).tabs.settings->get_n_copies(), 1);
+  EXPECT_FALSE(recall(place, report).tabs.settings->get_reverse());
   EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"Position", "Left"}));
 }
 
 TEST_F(RememberedSettings, LeaveOutWhatIsOfOneJob) {
-  auto settings = threeCopiesOnA3();
+  auto settings = reversedOnA3();
   auto& job = *settings.tabs.settings;
   job.set_print_pages(Gtk::PrintPages::RANGES);
   job.set_page_ranges({Gtk::PageRange(1, 2)});
+  job.set_page_set(Gtk::PageSet::ODD);
+  job.set_n_copies(3);
+  job.set_collate(false);
   job.set("cups-job-hold-until", "indefinite");
   job.set("print-at", "on-hold");
   job.set("print-at-time", "23:00");
   remember(place, settings, report);
   const auto recalled = recall(place, report).tabs.settings;
   EXPECT_EQ(recalled->get_print_pages(), Gtk::PrintPages::ALL);
-  for (const char* key : {"page-ranges", "cups-job-hold-until", "print-at", "print-at-time"})
+  for (const char* key :
+       {"page-ranges", "page-set", "n-copies", "collate", "cups-job-hold-until", "print-at", "print-at-time"})
     EXPECT_FALSE(recalled->has_key(key)) << key;
-  EXPECT_EQ(recalled->get_n_copies(), 3);
+  EXPECT_TRUE(recalled->get_reverse());
   EXPECT_EQ(job.get_print_pages(), Gtk::PrintPages::RANGES) << "the job's own settings changed";
 }
 
+TEST_F(RememberedSettings, OfEarlierVersionsLoseWhatWasOfOneJob) {
+  write(rememberedFile(place), "[Print Settings]\nn-copies=3\npage-set=odd\nreverse=true\n");
+  const auto recalled = recall(place, report).tabs.settings;
+  EXPECT_FALSE(recalled->has_key("n-copies"));
+  EXPECT_FALSE(recalled->has_key("page-set"));
+  EXPECT_TRUE(recalled->get_reverse());
+}
+
 TEST_F(RememberedSettings, KeepValuesOfAnyText) {
-  auto settings = threeCopiesOnA3();
+  auto settings = reversedOnA3();
   settings.panel = {{"Semicolon", "a;b"},
                     {"Empty", ""},
                     {"Spaces", " two words "},
@@ -129,7 +143,7 @@ TEST_F(RememberedSettings, KeepValuesOfAnyText) {
 }
 
 TEST_F(RememberedSettings, CanBeReadByTheirUserAlone) {
-  remember(place, threeCopiesOnA3(), report);
+  remember(place, reversedOnA3(), report);
   const auto file = rememberedFile(place);
   EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_EQ(fs::status(file.parent_path()).permissions(), fs::perms::owner_all);
@@ -148,7 +162,7 @@ TEST_F(RememberedSettings, ThatAreDamagedAreReportedSetAsideAndCostNothing) {
   EXPECT_FALSE(fs::exists(file));
   EXPECT_TRUE(fs::exists(file.string() + ".damaged"));
 
-  EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
+  EXPECT_FALSE(remember(place, reversedOnA3(), report));
   EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"Margin", "12"}));
   EXPECT_EQ(messages.size(), 1U);
 }
@@ -156,7 +170,7 @@ TEST_F(RememberedSettings, ThatAreDamagedAreReportedSetAsideAndCostNothing) {
 TEST_F(RememberedSettings, ThatCannotBeWrittenAreReported) {
   const auto folder = rememberedFile(place).parent_path();
   write(folder, "no folder");
-  const auto failure = remember(place, threeCopiesOnA3(), report);
+  const auto failure = remember(place, reversedOnA3(), report);
   ASSERT_TRUE(failure);
   EXPECT_EQ(failure->trouble(), Trouble::notRemembered);
   EXPECT_THAT(messages, ElementsAre(failure->what()));
@@ -169,20 +183,20 @@ TEST_F(RememberedSettings, AreNotWaitedForInAPipe) {
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   expectNothing(recall(place, report));
   EXPECT_THAT(messages, ElementsAre(HasSubstr(file.string())));
-  EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
+  EXPECT_FALSE(remember(place, reversedOnA3(), report));
   EXPECT_TRUE(recall(place, report).tabs.settings);
 }
 
 TEST_F(RememberedSettings, AreInAFolderOfTheUsersOwnWhoseModeThenStays) {
   const auto folder = rememberedFile(place).parent_path();
-  remember(place, threeCopiesOnA3(), report);
+  remember(place, reversedOnA3(), report);
   EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
   const auto elsewhere = folder.parent_path() / "elsewhere";
   fs::remove_all(folder);
   fs::create_directory(elsewhere);
   fs::permissions(elsewhere, fs::perms(0755));
   fs::create_directory_symlink(elsewhere, folder);
-  EXPECT_FALSE(remember(place, threeCopiesOnA3(), report));
+  EXPECT_FALSE(remember(place, reversedOnA3(), report));
   EXPECT_EQ(fs::status(elsewhere).permissions(), fs::perms(0755));
   fs::remove(folder);
   fs::remove_all(elsewhere);

@@ -249,5 +249,65 @@ TEST(OptionsFromTabs, AreRefusedWhenPagesAreToBeChosenAndNoneIs) {
   EXPECT_STREQ(failure.what(), "Type the numbers of the pages to print, or choose all pages.");
 }
 
+Glib::RefPtr<Gtk::PrintSettings> settingsWith(
+    const std::vector<std::pair<const char*, const char*>>& entries) {
+  auto settings = Gtk::PrintSettings::create();
+  for (const auto& [key, value] : entries) settings->set(key, value);
+  return settings;
+}
+
+std::vector<std::pair<std::string, std::string>> entriesOf(Gtk::PrintSettings& settings) {
+  std::vector<std::pair<std::string, std::string>> entries;
+  settings.setting_foreach([&](const auto& key, const auto& value) { entries.emplace_back(key, value); });
+  return entries;
+}
+
+TEST(SettingsOfTheNextPrinter, AreThoseThatAreKeptForIt) {
+  const auto now = settingsWith({{"reverse", "false"}, {"cups-number-up", "2"}});
+  const auto kept = settingsWith({{"reverse", "true"}, {"cups-Glue", "Hot"}});
+  EXPECT_THAT(entriesOf(*settingsOfNextPrinter(now, kept, {})),
+              testing::UnorderedElementsAre(Pair("reverse", "true"), Pair("cups-Glue", "Hot")));
+  EXPECT_THAT(entriesOf(*settingsOfNextPrinter(now, {}, {})),
+              testing::UnorderedElementsAre(Pair("reverse", "false"), Pair("cups-number-up", "2")));
+}
+
+TEST(SettingsOfTheNextPrinter, LeaveTheDocumentAsItIs) {
+  const auto now = settingsWith({{"n-copies", "3"}, {"print-pages", "ranges"}, {"page-ranges", "0-1"}});
+  const auto kept = settingsWith({{"n-copies", "7"}, {"page-set", "odd"}, {"reverse", "true"}});
+  EXPECT_THAT(entriesOf(*settingsOfNextPrinter(now, kept, {})),
+              testing::UnorderedElementsAre(Pair("n-copies", "3"), Pair("print-pages", "ranges"),
+                                            Pair("page-ranges", "0-1"), Pair("reverse", "true")));
+}
+
+TEST(SettingsOfTheNextPrinter, LeaveWhatTheCommandLineAsksForAsItIsShown) {
+  const Options asked{{"OutputOrder", "Reverse"}, {"number-up", "4"}, {"Glue", "Cold"}};
+  const auto now = settingsWith({{"reverse", "false"}, {"cups-number-up", "2"}});
+  const auto kept = settingsWith({{"reverse", "true"}, {"cups-number-up", "6"}, {"cups-Glue", "Hot"}});
+  EXPECT_THAT(entriesOf(*settingsOfNextPrinter(now, kept, asked)),
+              testing::UnorderedElementsAre(Pair("reverse", "false"), Pair("cups-number-up", "2"),
+                                            Pair("cups-Glue", "Cold")));
+}
+
+TEST(TabsOfTheNextPrinter, TakeTheRememberedPageSetupOrElseWhatIsSaved) {
+  const auto now = newTabs();
+  const Options saved{{"OutputOrder", "Reverse"}, {"PageSize", "A3"}, {"copies", "7"}};
+  auto next = tabsOfNextPrinter(now, {}, saved, {}, nullptr);
+  EXPECT_TRUE(next.settings->get_reverse());
+  EXPECT_EQ(next.setup->get_paper_size().get_name(), "iso_a3_297x420mm");
+  EXPECT_FALSE(next.settings->has_key("n-copies"));
+  next = tabsOfNextPrinter(now, newTabs(), saved, {}, nullptr);
+  EXPECT_FALSE(next.settings->get_reverse());
+  EXPECT_EQ(next.setup->get_paper_size().get_name(), "iso_a4");
+  EXPECT_EQ(tabsOfNextPrinter(now, {}, {}, {}, nullptr).setup, now.setup);
+}
+
+TEST(TabsOfTheNextPrinter, LeaveWhatTheCommandLineAsksForAsItIsShown) {
+  const auto now = newTabs();
+  const Options saved{{"OutputOrder", "Reverse"}, {"PageSize", "A3"}};
+  const auto next = tabsOfNextPrinter(now, {}, saved, {{"OutputOrder", "Reverse"}, {"media", "A5"}}, nullptr);
+  EXPECT_FALSE(next.settings->get_reverse()) << "the user has changed it by hand since";
+  EXPECT_EQ(next.setup, now.setup);
+}
+
 }  // namespace
 }  // namespace tandemtrim::host
