@@ -1,5 +1,6 @@
 #include <iostream>
 
+#include <cups/cups.h>
 #include <fcntl.h>
 #include <syslog.h>
 #include <unistd.h>
@@ -7,6 +8,7 @@
 #include "host/cli/command_line_parser.hpp"
 #include "host/cli/password.hpp"
 #include "host/cli/run.hpp"
+#include "host/cups/connection/login.hpp"
 #include "host/failure.hpp"
 #include "host/plain_text.hpp"
 
@@ -25,6 +27,12 @@ void openStandardDescriptors() {
   if (file >= 0) close(file);
 }
 
+std::optional<Login> askAtTerminal(const LoginQuestion& question) {
+  auto password = passwordFromTerminal(plainText(question.prompt) + " ");
+  if (!password) return std::nullopt;
+  return Login{cupsUser(), *std::move(password)};
+}
+
 void work(std::vector<std::string> arguments) {
   const auto parsed = parseCommandLine(std::move(arguments));
   if (const auto* information = std::get_if<Information>(&parsed)) {
@@ -41,7 +49,7 @@ void work(std::vector<std::string> arguments) {
 
 int main(int argc, char* argv[]) {
   openStandardDescriptors();
-  askForPasswords();
+  answerLogins(askAtTerminal);
   try {
     work({argv + 1, argv + argc});
     return kSucceeded;

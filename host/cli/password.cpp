@@ -1,24 +1,93 @@
 #include "host/cli/password.hpp"
 
-#include <cups/cups.h>
+#include <array>
+#include <csignal>
 
-#include "host/cups/connection/watch.hpp"
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include "host/file_descriptor.hpp"
+#include "host/interrupted.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-const char* onQuestion(const char* prompt, http_t* http, const char* method, const char* resource,
-                       void* /*data*/) {
-  const WaitForUser waits;
-  // libcups's own question, at the terminal.
-  cupsSetPasswordCB2(nullptr, nullptr);
-  const char* const password = cupsGetPassword2(prompt, http, method, resource);
-  askForPasswords();
-  return password;
+// Those that end or stop the program.
+constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGTTIN, SIGTTOU};
+
+volatile std::sig_atomic_t received = 0;
+
+extern "C" void onSignalAtQuestion(int signal) { received = signal; }
+
+// Keeps signals until it ends, when the first of them takes the effect that it had before.
+class Signals {
+ public:
+  Signals() {
+    received = 0;
+    struct sigaction action {};
+    action.sa_handler = onSignalAtQuestion;  // Without SA_RESTART, so that reading ends.
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+      sigaction(kSignals[i], nullptr, &before_[i]);
+      if (!isIgnored(kSignals[i])) sigaction(kSignals[i], &action, nullptr);
+    }
+  }
+  Signals(const Signals&) = delete;
+  Signals& operator=(const Signals&) = delete;
+  ~Signals() {
+    for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &before_[i], nullptr);
+    if (received != 0) raise(received);
+  }
+
+ private:
+  std::array<struct sigaction, kSignals.size()> before_{};
+};
+
+// While it lives, the terminal does not show what is typed.
+class NoEcho {
+ public:
+  explicit NoEcho(int terminal) : terminal_(terminal) {
+    tcgetattr(terminal_, &before_);
+    auto hidden = before_;
+    hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    tcsetattr(terminal_, TCSAFLUSH, &hidden);
+  }
+  NoEcho(const NoEcho&) = delete;
+  NoEcho& operator=(const NoEcho&) = delete;
+  ~NoEcho() { tcsetattr(terminal_, TCSAFLUSH, &before_); }
+
+ private:
+  int terminal_;
+  struct termios before_ {};
+};
+
+void writeText(int terminal, const std::string& text) {
+  if (write(terminal, text.data(), text.size()) < 0) received = SIGHUP;
+}
+
+// What is typed up to the end of the line, or a signal.
+std::string readLine(int terminal) {
+  std::string line;
+  for (char typed = 0; received == 0 && read(terminal, &typed, 1) == 1 && typed != '\n';) line += typed;
+  return line;
 }
 
 }  // namespace
 
-void askForPasswords() { cupsSetPasswordCB2(onQuestion, nullptr); }
+std::optional<std::string> passwordFromTerminal(const std::string& prompt) {
+  const FileDescriptor terminal(open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC));
+  if (!terminal.isOpen()) return std::nullopt;
+  std::string password;
+  do {
+    const Signals signals;
+    const NoEcho hidden(terminal.get());
+    writeText(terminal.get(), prompt);
+    password = readLine(terminal.get());
+    writeText(terminal.get(), "\n");
+    // A program that was stopped asks again when it goes on.
+  } while (received == SIGTSTP || received == SIGTTIN || received == SIGTTOU);
+  if (received != 0 || password.empty()) return std::nullopt;
+  return password;
+}
 
 }  // namespace tandemtrim::host

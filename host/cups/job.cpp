@@ -145,8 +145,9 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
   }
   // Not cupsFinishDocument(): where the connection breaks it gives the status of an earlier answer.
   const auto answer = connection_.answerToDocument(printerResource(printer_.name));
-  if (!answer) return {sent, refused(connection_, printer_.name + " did not confirm " + name)};
-  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
+  if (!answer && !connection_.isTurnedDown())
+    return {sent, refused(connection_, printer_.name + " did not confirm " + name)};
+  if (!answer || ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
     throw refused(connection_, printer_.name + " did not take " + name);
   return {sent, std::nullopt};
 }

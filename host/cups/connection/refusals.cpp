@@ -139,7 +139,8 @@ std::string wordsOf(http_t* http, ipp_status_t status, bool isKnown) {
 Failure unauthorized(const std::string& server) {
   return Failure(Trouble::unauthorized,
                  "Unauthorized: " + server + " was given no password for " + cupsUser() + " that it takes",
-                 "; type it at a terminal, print as another user by -U, or ask the server's administrator");
+                 "; print at a terminal, which asks for it, or as another user by -U, or ask the server's "
+                 "administrator");
 }
 
 }  // namespace

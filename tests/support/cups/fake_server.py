@@ -1,5 +1,6 @@
 """A print server that answers as a test says, and otherwise as a print server would that holds whatever it is sent."""
 
+import base64
 import http.server
 import socket
 import socketserver
@@ -39,6 +40,9 @@ def described(tag, attributes, changes=()):
     return answer(ipp.beginning(0) + ipp.group(tag, [*kept, *changes]) + bytes([ipp.END]))
 
 
+UNAUTHORIZED = b'HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm="CUPS"\r\nContent-Length: 0\r\n\r\n'
+
+
 class TlsWithoutEnd:
     """A server whose beginning of TLS comes to no end, between `with` and its end: it says nothing, or a byte now and then."""
 
@@ -72,10 +76,12 @@ class TlsWithoutEnd:
 
 class FakeServer:
     """Serves between `with` and its end, on a port of its own. `odd` has, for an operation of IPP or for PPD, a function that gives the pieces of
-    bytes to send instead of the usual answer; behind them the connection is closed."""
+    bytes to send instead of the usual answer; behind them the connection is closed. `logins` has the "user:password" that operations want."""
 
-    def __init__(self, ppd=b"", odd=None):
-        self._ppd, self._odd = ppd, odd or {}
+    def __init__(self, ppd=b"", odd=None, logins=None):
+        self._ppd, self._odd, self._logins = ppd, odd or {}, logins or {}
+        # The logins that were tried, each once.
+        self.tried = []
         self._job, self._documents = b"", 0
         self.asked, self._open = [], []
         self.ended = threading.Event()
@@ -130,6 +136,9 @@ class FakeServer:
         return body
 
     def _serve(self, handler, what, message):
+        if what in self._logins and not self._takes(handler, self._logins[what]):
+            handler.wfile.write(UNAUTHORIZED)
+            return
         self.asked.append(what)
         handler.close_connection = what in self._odd
         try:
@@ -137,6 +146,13 @@ class FakeServer:
                 handler.wfile.write(piece)
         except OSError:
             handler.close_connection = True  # the client has gone
+
+    def _takes(self, handler, wanted):
+        scheme, _, login = handler.headers.get("Authorization", "").partition(" ")
+        login = base64.b64decode(login).decode() if scheme == "Basic" else None
+        if login is not None and login not in self.tried:
+            self.tried.append(login)
+        return login == wanted
 
     def _usual(self, what, message):
         if what == PPD:

@@ -1,0 +1,55 @@
+"""A terminal, and a user before it: what a program shows there, and keys that are typed."""
+
+import os
+import signal
+import subprocess
+import termios
+
+import patience
+
+INTERRUPT, STOP = b"\x03", b"\x1a"
+
+
+class Terminal:
+    """Runs a command at a terminal of its own, as its foreground job, between `with` and its end."""
+
+    def __init__(self, command, environment):
+        self._user, seen_by_program = os.openpty()
+        os.set_blocking(self._user, False)
+        self._shown = ""
+        pipes = dict.fromkeys(("stdin", "stdout", "stderr"), seen_by_program)
+        self._program = subprocess.Popen(["setsid", "--ctty", *command], env=environment, start_new_session=False, **pipes)
+        os.close(seen_by_program)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        if self._program.poll() is None:
+            self._program.send_signal(signal.SIGKILL)
+            self._program.wait()
+        os.close(self._user)
+
+    def shown(self):
+        """All that stands on the screen."""
+        try:
+            while piece := os.read(self._user, 4096):
+                self._shown += piece.decode()
+        except OSError:
+            pass  # there is no more for now, or the program has ended
+        return self._shown.replace("\r\n", "\n")
+
+    def wait_for(self, words, times=1):
+        patience.until(lambda: self.shown().count(words) >= times, f"{words!r} at the terminal")
+
+    def type(self, keys):
+        os.write(self._user, keys)
+
+    def echoes(self):
+        """Whether the terminal shows what is typed."""
+        return bool(termios.tcgetattr(self._user)[3] & termios.ECHO)
+
+    def end(self):
+        """Waits for the program's end and gives its exit status."""
+        patience.until(lambda: (self.shown(), self._program.poll())[1] is not None, "the program's end")
+        return self._program.returncode
