@@ -75,7 +75,7 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
     showJson(out, printer, settings, job);
     return;
   }
-  if (job && job->held && !job->failure) out << plainText(jobText(*job)) << '\n';
+  if (job && !job->failure) out << plainText(jobText(*job)) << '\n';
   const bool onlyLooking = !job && !line.saveAsDefault;
   if (line.summary || onlyLooking) showSummary(out, settings);
   if (!line.summary && onlyLooking) showOptions(out, settings.options);
@@ -107,7 +107,6 @@ void runDialog(const CommandLine& line, std::ostream& out, const Report& report)
   const auto job = showDialog(line, report);
   if (!job) return report("cancelled");
   if (job->failure) throw Failure(*job->failure);
-  if (!job->held) return report(jobText(*job));
   out << plainText(jobText(*job)) << '\n';
 }
 
@@ -134,11 +133,9 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
 
   std::optional<SentJob> job;
   if (!documents.empty()) job = print(line, *target, documents, settings.options);
-  if (line.wait && job && job->held && !job->failure)
-    waitForEnd(target->connection, target->printer, *job, report);
+  if (line.wait && job && !job->failure) waitForEnd(target->connection, target->printer, *job, report);
   show(line, out, printer, settings, job);
   if (job && job->failure) throw Failure(*job->failure);
-  if (job && !job->held) report(jobText(*job));
   if (line.saveAsDefault) keep(*target, kept, report);
 }
 

@@ -45,6 +45,12 @@ std::vector<LostOption> lostOptions(const MessageHandle& job, const Options& sen
   return lost;
 }
 
+std::optional<ipp_jstate_t> stateIn(const MessageHandle& job) {
+  const auto state = enumIn(job, "job-state");
+  const bool isKnown = state >= IPP_JSTATE_PENDING && state <= IPP_JSTATE_COMPLETED;
+  return isKnown ? std::optional(static_cast<ipp_jstate_t>(*state)) : std::nullopt;
+}
+
 std::optional<std::uint64_t> numberIn(const MessageHandle& job, const char* name) {
   const auto number = integerIn(job, name);
   if (!number || *number < 0) return std::nullopt;
@@ -65,6 +71,7 @@ std::string incompleteness(const MessageHandle& job, const HeldJob& held, const 
   const auto kilobytes = (sent.bytes + 1023) / 1024;
   const auto size = numberIn(job, "job-k-octets");
   if (size && *size < kilobytes) return outOf(*size, kilobytes, "KB");
+  if (!documents && !size && !sent.isAnswered) return "an unknown part";
   return held.reasons.find("job-incoming") == std::string::npos ? "" : "not yet the last document";
 }
 
@@ -80,9 +87,7 @@ Options optionsOfTheJob(const Options& options) {
 
 HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent) {
   HeldJob held;
-  if (const auto state = enumIn(jobAttributes, "job-state");
-      state >= IPP_JSTATE_PENDING && state <= IPP_JSTATE_COMPLETED)
-    held.state = static_cast<ipp_jstate_t>(*state);
+  held.state = stateIn(jobAttributes).value_or(held.state);
   for (const auto& reason : textsIn(jobAttributes, "job-state-reasons")) {
     if (reason != "none") held.reasons += (held.reasons.empty() ? "" : ",") + reason;
   }
@@ -110,7 +115,8 @@ std::optional<HeldJob> askForJob(const Connection& connection, const Printer& pr
   const auto status = ippGetStatusCode(answer.get());
   if (status == IPP_STATUS_ERROR_NOT_FOUND) return std::nullopt;
   if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
-  return heldJob(answer, sent);
+  const bool isOfTheJob = integerIn(answer, "job-id") == job && stateIn(answer);
+  return isOfTheJob ? std::optional(heldJob(answer, sent)) : std::nullopt;
 }
 
 }  // namespace tandemtrim::host

@@ -18,6 +18,8 @@ struct JobContent {
   std::size_t documents = 0;
   /// Of all documents.
   std::uint64_t bytes = 0;
+  /// Whether the server said of each document that it has it.
+  bool isAnswered = true;
 };
 
 /// An option that the server does not hold as it was sent.
@@ -46,8 +48,8 @@ struct HeldJob {
 /// events, nor another name for its title.
 Options optionsOfTheJob(const Options& options);
 
-/// Asks the server what it holds of a job; none when it no longer knows the job. Failure when it does not
-/// say.
+/// Asks the server what it holds of a job; none when it does not know the job or its answer is about something
+/// else. Failure when there is no answer.
 std::optional<HeldJob> askForJob(const Connection& connection, const Printer& printer, int job,
                                  const JobContent& sent);
 

@@ -101,7 +101,7 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
                                     : unanswered(connection, printer, mark, failure);
   }
   if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) throw refused(connection, refusal);
-  if (const auto number = integerIn(answer, "job-id")) return *number;
+  if (const auto number = integerIn(answer, "job-id"); number > 0) return *number;
   throw Failure(Trouble::noServer, refusal + ": " + connection.server() + " gave it no number",
                 "; see whether it is a print server");
 }
@@ -128,11 +128,19 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
                                  const Progress& progress) const {
   auto* const http = connection_.get();
   const auto& name = document.name();
-  auto status = cupsStartDocument(http, printer_.name.c_str(), number_, name.c_str(), format.c_str(), last);
+  http_status_t status = HTTP_STATUS_ERROR;
+  // A server may begin to answer in the middle of the document, and not end.
+  const auto write = [&](const auto& part) {
+    const auto watched = connection_.watch(Patience::whileBytesLeave);
+    status = part();
+  };
+  write([&] {
+    return cupsStartDocument(http, printer_.name.c_str(), number_, name.c_str(), format.c_str(), last);
+  });
   std::uint64_t sent = 0;
   if (status == HTTP_STATUS_CONTINUE) {
     document.read([&](std::span<const char> piece) {
-      if (!piece.empty()) status = cupsWriteRequestData(http, piece.data(), piece.size());
+      if (!piece.empty()) write([&] { return cupsWriteRequestData(http, piece.data(), piece.size()); });
       sent += piece.size();
       progress(name, sent, document.size());
       return status == HTTP_STATUS_CONTINUE;

@@ -32,12 +32,18 @@ std::string optionsText(const SentJob& job) {
   return text;
 }
 
-bool hasEnded(const HeldJob& held) {
-  return held.state == IPP_JSTATE_CANCELED || held.state == IPP_JSTATE_ABORTED;
+// How the job has ended without being printed; none when it has not.
+std::optional<std::string> badEnd(const HeldJob& held) {
+  if (held.state == IPP_JSTATE_CANCELED) return "cancelled";
+  if (held.state == IPP_JSTATE_ABORTED) return "aborted";
+  // CUPS keeps a job whose filter failed, until somebody restarts it.
+  const bool hasFailed =
+      held.state == IPP_JSTATE_STOPPED && held.reasons.find("job-completed-with-errors") != std::string::npos;
+  return hasFailed ? std::optional<std::string>("stopped") : std::nullopt;
 }
 
 // Whether nothing is left to cancel of the job, or nothing is missing.
-bool isToStay(const HeldJob& held) { return hasEnded(held) || held.incomplete.empty(); }
+bool isToStay(const HeldJob& held) { return badEnd(held) || held.incomplete.empty(); }
 
 // Sends the documents up to one that the server leaves without an answer; why, or none.
 std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& documents,
@@ -51,14 +57,23 @@ std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& 
   return std::nullopt;
 }
 
-// What the server holds of the job. The rest of a document may still be on its way there.
-std::optional<HeldJob> askForHeld(const Connection& connection, const Printer& printer, int number,
-                                  const JobContent& sent, bool isUncertain) {
+// What the server holds of the job.
+HeldJob askForHeld(const Connection& connection, const Printer& printer, int number, const JobContent& sent) {
+  std::optional<HeldJob> held;
+  connection.persist([&] { held = askForJob(connection, printer, number, sent); });
+  if (!held)
+    throw Failure(Trouble::noServer, connection.server() + " says nothing of it",
+                  "; see lpstat -W all -o " + printer.name);
+  return *std::move(held);
+}
+
+// The same; the rest of a document without an answer may still be on its way there.
+HeldJob askForWhole(const Connection& connection, const Printer& printer, int number,
+                    const JobContent& sent) {
   const auto end = std::chrono::steady_clock::now() + kForTheRest;
-  for (std::optional<HeldJob> held;; std::this_thread::sleep_for(kBetweenQuestions)) {
-    connection.persist([&] { held = askForJob(connection, printer, number, sent); });
-    if (!isUncertain || !held || held->incomplete.empty() || std::chrono::steady_clock::now() >= end)
-      return held;
+  for (;; std::this_thread::sleep_for(kBetweenQuestions)) {
+    auto held = askForHeld(connection, printer, number, sent);
+    if (sent.isAnswered || held.incomplete.empty() || std::chrono::steady_clock::now() >= end) return held;
   }
 }
 
@@ -87,10 +102,8 @@ std::string progressOf(const SentJob& job) {
 
 std::optional<Failure> objection(const SentJob& job, const std::string& server) {
   const auto& held = *job.held;
-  if (hasEnded(held)) {
-    const std::string end = held.state == IPP_JSTATE_CANCELED ? "cancelled" : "aborted";
-    return Failure(Trouble::other, withReasons(nameOf(job) + " was " + end + " at " + server, held));
-  }
+  if (const auto end = badEnd(held))
+    return Failure(Trouble::other, withReasons(nameOf(job) + " was " + *end + " at " + server, held));
   if (!held.incomplete.empty()) {
     return Failure(Trouble::other,
                    nameOf(job) + " is incomplete: " + server + " holds " + held.incomplete + " of it",
@@ -102,8 +115,6 @@ std::optional<Failure> objection(const SentJob& job, const std::string& server) 
 
 std::string jobText(const SentJob& job) {
   if (job.failure) return job.failure->what();
-  if (!job.held)
-    return nameOf(job) + ": sent; the server no longer knows the job, so its options could not be confirmed";
   const bool waits = job.held->state == IPP_JSTATE_HELD || job.held->state == IPP_JSTATE_STOPPED;
   return optionsText(job) + (waits ? withReasons("; it is held", *job.held) : "");
 }
@@ -120,9 +131,10 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
     job.failure = calledBack(failure, unfinished, job);
     return job;
   }
+  sent.isAnswered = !unanswered;
   try {
-    job.held = askForHeld(connection, printer, job.number, sent, unanswered.has_value());
-    job.failure = job.held ? objection(job, connection.server()) : unanswered;
+    job.held = askForWhole(connection, printer, job.number, sent);
+    job.failure = objection(job, connection.server());
   } catch (const Failure& silence) {
     job.failure =
         unanswered
@@ -140,25 +152,18 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
 }
 
 void waitForEnd(const Connection& connection, const Printer& printer, SentJob& job, const Report& report) {
-  const auto lost = job.held->lost;
   for (std::string shown;; std::this_thread::sleep_for(kBetweenQuestions)) {
     if (const auto text = progressOf(job); text != shown) report(shown = text);
-    if (job.held->state >= IPP_JSTATE_CANCELED) break;
+    if (job.held->state >= IPP_JSTATE_CANCELED || badEnd(*job.held)) break;
     try {
-      connection.persist([&] { job.held = askForJob(connection, printer, job.number, {}); });
+      job.held = askForHeld(connection, printer, job.number, {});
     } catch (const Failure& failure) {
       job.failure =
           Failure(Trouble::unconfirmedSettings,
                   "the end of " + nameOf(job) + " is not known: " + failure.fact(), failure.remedy());
       return;
     }
-    if (!job.held) {
-      job.failure = Failure(Trouble::unconfirmedSettings, "the end of " + nameOf(job) + " is not known: " +
-                                                              connection.server() + " no longer knows it");
-      return;
-    }
   }
-  job.held->lost = lost;
   job.failure = objection(job, connection.server());
 }
 

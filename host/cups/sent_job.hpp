@@ -16,7 +16,7 @@ struct SentJob {
   int number = 0;
   std::string printer;
   std::size_t options = 0;
-  /// What the server says of it; none when it could not be asked or no longer knew the job.
+  /// What the server says of it; none when it could not be asked or says nothing, which is a failure.
   std::optional<HeldJob> held = {};
   /// Why the job is not confirmed; none when it is. Trouble::lostSettings and Trouble::unconfirmedSettings
   /// are of a job that the server has whole.
@@ -34,7 +34,8 @@ std::optional<Failure> objection(const SentJob& job, const std::string& server);
 SentJob sendAndConfirm(const Connection& connection, const Printer& printer, const std::string& title,
                        const Options& options, std::vector<Document>& documents, const Progress& progress);
 
-/// Waits until a confirmed job has ended, and updates it. Each change of its state is reported.
+/// Waits until a confirmed job has ended or its filter has failed, and updates it. Each change of its state is
+/// reported.
 void waitForEnd(const Connection& connection, const Printer& printer, SentJob& job, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -14,7 +14,7 @@ from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase, digest
 
 TIMEOUT = 2  # seconds that the program waits for an answer
 NO_NUMBER = "Morva did not answer the request for a job; nothing was printed: the print server at "
-CANCELLED = "processing-to-stop-point"  # CUPS's reason of a job that was cancelled while it waited
+CANCELLED = "processing-to-stop-point"  # CUPS's reason of a job that was cancelled while it waited, or aborted
 QUESTION = b"job-k-octets"  # in the request for what the server holds
 REQUESTS = 6  # of a job, the question last
 SLOW_FILTER = """#!/bin/sh
@@ -35,13 +35,17 @@ class ConfirmationTest(TerminalCase):
 
     @classmethod
     def add_slow_queue(cls):
-        """A printer Slow, whose filter ends with the status that tells() gives it."""
-        program = cls.cups.folder / "programs/filter/slow"
-        program.write_text(SLOW_FILTER)
-        program.chmod(0o755)
+        """A printer Slow, whose filter ends with the status that tells() gives it, and Unreliable, whose backend does."""
+        for kind in ("filter", "backend"):
+            program = cls.cups.folder / f"programs/{kind}/slow"
+            program.write_text(SLOW_FILTER)
+            program.chmod(0o755)
         ppd = cls.cups.folder / "slow.ppd"
         ppd.write_text(PPD.read_text().replace("0 morvatandem", "0 slow"))
         cls.cups.add_queue("Slow", ppd)
+        cls.cups.add_queue("Unreliable", PPD, device="slow:/nowhere")
+        abort = ["lpadmin", "-p", "Unreliable", "-o", "printer-error-policy=abort-job"]
+        subprocess.run(abort, env=cls.cups.environment(), capture_output=True, check=True)
 
     def tells(self, status):
         unfinished = self.cups.folder / "records/unfinished"
@@ -193,9 +197,9 @@ class ConfirmationTest(TerminalCase):
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertRegex(result.stdout, r"8 of 8 options confirmed; it is held \(job-hold-until-specified\)\n$")
 
-    def followed(self, end):
-        """Follows a job on the printer Slow, lets `end` end it; gives the program's end."""
-        program = self.started("-d", "Slow", "--wait", SAMPLE)
+    def followed(self, printer, end):
+        """Follows a job on a printer with a slow program, lets `end` end it; gives the program's end."""
+        program = self.started("-d", printer, "--wait", SAMPLE)
         said = b""
         while b"cutting" not in said:
             line = program.stderr.readline()
@@ -207,17 +211,20 @@ class ConfirmationTest(TerminalCase):
 
     def test_a_job_that_is_followed_ends_with_the_status_of_its_end(self):
         ends = {
-            "completed": (lambda: self.tells(0), 0, r"^job \d+ on Slow: 7 of 7 options confirmed\n$", r"job \d+ on Slow: completed \("),
-            "cancelled": (self.cups.cancel_all, 1, "^$", r"job \d+ on Slow was cancelled at .* \(job-canceled-by-user\)\n$"),
+            "completed": ("Slow", lambda: self.tells(0), 0, "^{}: 7 of 7 options confirmed\n$", r"{}: completed \("),
+            "cancelled": ("Slow", self.cups.cancel_all, 1, "^$", r"{} was cancelled at .* \(job-canceled-by-user\)\n$"),
+            "stopped": ("Slow", lambda: self.tells(1), 1, "^$", r"{} was stopped at .* \(job-completed-with-errors\)\n$"),
+            "aborted": ("Unreliable", lambda: self.tells(1), 1, "^$", rf"{{}} was aborted at .* \({CANCELLED}\)\n$"),
         }
-        for end, (act, expected, shown, words) in ends.items():
+        for end, (printer, act, expected, shown, words) in ends.items():
             with self.subTest(end):
                 self.cups.forget()
-                status, out, said = self.followed(act)
+                status, out, said = self.followed(printer, act)
                 self.assertEqual(status, expected, said)
-                self.assertRegex(out, shown)
-                self.assertRegex(said, r"job \d+ on Slow: processing \(job-printing\): cutting\n")
-                self.assertRegex(said, words)
+                job = rf"job \d+ on {printer}"
+                self.assertRegex(out, shown.format(job))
+                self.assertRegex(said, rf"{job}: processing \(job-printing\): cutting\n")
+                self.assertRegex(said, words.format(job))
 
     def test_following_needs_a_file(self):
         self.refuses("-d", "Morva", "--wait", status=2, words=["--wait", "file"])

@@ -10,9 +10,9 @@ import zlib
 import fake_server
 import ipp
 import surroundings
-from fake_server import FakeServer, TlsWithoutEnd
+from fake_server import JOB, FakeServer, TlsWithoutEnd
 from patience import PATIENCE
-from relay import AlwaysCut, Altered, Cut, Slow
+from relay import AlwaysCut, Altered, Babbling, Cut, Slow
 from terminal_case import BUILD, PPD, PROGRAM, SAMPLE, TerminalCase, digest
 
 TIMEOUT = 1  # seconds that the program waits for an answer
@@ -107,7 +107,51 @@ class HostileServerTest(TerminalCase):
                         result = self.trim_at(server.address, "-d", "Morva", *arguments, timeout=PATIENCE)
                         self.assertIn(result.returncode, (0, 1), result.stderr)
 
+    def test_only_an_answer_about_the_job_confirms_it(self):
+        plain = b"".join(line for line in PPD.read_bytes().splitlines(True) if b"APDialogExtension" not in line)
+        number, state = JOB[:2]
+        odd = {
+            "another job": [(ipp.INTEGER, "job-id", 2), state],
+            "no job": [state],
+            "no state": [number],
+            "no such state": [number, (ipp.ENUM, "job-state", 0)],
+            "nothing": [],
+        }
+        for what, attributes in odd.items():
+            pieces = [fake_server.described(ipp.JOB_GROUP, attributes)]
+            with self.subTest(what), FakeServer(plain, {ipp.GET_JOB: lambda pieces=pieces: pieces}) as server:
+                result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
+                self.assertEqual((result.returncode, result.stdout), (1, ""))
+                self.assertIn(f"could not be confirmed: the print server at {server.address} says nothing of it", result.stderr)
+
+    def test_a_job_that_the_server_no_longer_knows_is_not_confirmed(self):
+        unknown = fake_server.answer(ipp.beginning(ipp.NOT_FOUND) + bytes([ipp.END]))
+        with FakeServer(PPD.read_bytes(), {ipp.GET_JOB: lambda: [unknown]}) as server:
+            result = self.trim_at(server.address, "-d", "Morva", "--wait", "--save-as-default", SAMPLE)
+            words = f"job 1 on Morva was sent, but its options could not be confirmed: the print server at {server.address} says nothing of it; see lpstat -W all -o Morva\n"
+            self.assertEqual((result.returncode, result.stdout, result.stderr), (1, "", f"tandem-trim: {words}"))
+            self.assertNotIn(ipp.CANCEL_JOB, server.asked)
+
+    def test_a_number_that_no_job_can_have_is_none(self):
+        for number in (0, -1):
+            job = fake_server.described(ipp.JOB_GROUP, JOB, [(ipp.INTEGER, "job-id", number)])
+            with self.subTest(number), FakeServer(PPD.read_bytes(), {ipp.CREATE_JOB: lambda job=job: [job]}) as server:
+                result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
+                self.assertEqual(result.returncode, 1)
+                self.assertIn("Morva refuses the job; nothing was printed", result.stderr)
+                self.assertEqual(server.asked[-1], ipp.CREATE_JOB)
+
     # Answers without an end.
+
+    def test_an_answer_in_the_middle_of_a_document_is_not_waited_for(self):
+        document = self.temporary_folder() / "large.pdf"
+        document.write_bytes(SAMPLE.read_bytes() + bytes(50_000_000))
+        with Babbling(self.cups.address, 100_000) as relay:
+            result = self.trim_at(relay.address, "-d", "Morva", document)
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertRegex(result.stderr, rf"the print server at {relay.address} did not answer within 1 s; job \d+ on Morva was cancelled")
+        self.cups.wait_for_jobs()
+        self.assertEqual(self.cups.records(), [])
 
     def ends_at(self, what, pieces, words, *arguments):
         """Where the server answers this request so, the program ends in time and with a message that names it."""

@@ -7,8 +7,6 @@
 #include <string_view>
 #include <thread>
 
-#include <linux/sockios.h>
-#include <sys/ioctl.h>
 #include <sys/socket.h>
 
 #include "host/cups/connection/attributes.hpp"
@@ -101,8 +99,8 @@ MessageHandle Connection::answerToDocument(const std::string& resource) const {
 void Connection::drain() const {
   int left = std::numeric_limits<int>::max();
   for (auto end = std::chrono::steady_clock::now(); !isSilent(); std::this_thread::sleep_for(kBetweenLooks)) {
-    int waiting = 0;
-    if (ioctl(httpGetFd(get()), SIOCOUTQ, &waiting) != 0 || waiting == 0) return;
+    const int waiting = bytesOnTheWay(get());
+    if (waiting == 0) return;
     const auto now = std::chrono::steady_clock::now();
     if (waiting < left) end = now + bounds_->longest;
     left = waiting;

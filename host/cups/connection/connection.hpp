@@ -35,7 +35,9 @@ class Connection {
 
   /// Ends the calls of libcups that ask the server while it lives, when they take longer than one answer may,
   /// or their answer is too large. isSilent() tells of it.
-  [[nodiscard]] Watch watch() const { return Watch(get(), *bounds_); }
+  [[nodiscard]] Watch watch(Patience patience = Patience::none) const {
+    return Watch(get(), *bounds_, patience);
+  }
 
   /// Whether the server has left a request without an answer, or one without an end. libcups does not report
   /// that of every call.

@@ -1,5 +1,7 @@
 #include "host/cups/connection/watch.hpp"
 
+#include <linux/sockios.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 
@@ -23,6 +25,11 @@ long memoryTaken() {
 
 }  // namespace
 
+int bytesOnTheWay(http_t* http) {
+  int waiting = 0;
+  return ioctl(httpGetFd(http), SIOCOUTQ, &waiting) == 0 ? waiting : 0;
+}
+
 WaitForUser::WaitForUser() { ++questions; }
 
 WaitForUser::~WaitForUser() { --questions; }
@@ -37,18 +44,23 @@ void Bounds::renew() {
 // A thread, because libcups hands over to nobody while bytes keep coming or while it sends a request again
 // and again. It cuts until the request has ended, since libcups may connect anew in between. Memory is
 // measured, because no count of bytes grows in every case: an answer may come compressed.
-Watch::Watch(http_t* http, Bounds& bounds)
-    : thread_([this, http, &bounds](const std::stop_token& stop) { cutWhatGoesBeyond(http, bounds, stop); }) {
-}
+Watch::Watch(http_t* http, Bounds& bounds, Patience patience)
+    : thread_([this, http, &bounds, patience](const std::stop_token& stop) {
+        cutWhatGoesBeyond(http, bounds, patience, stop);
+      }) {}
 
-void Watch::cutWhatGoesBeyond(http_t* http, Bounds& bounds, const std::stop_token& stop) {
+void Watch::cutWhatGoesBeyond(http_t* http, Bounds& bounds, Patience patience, const std::stop_token& stop) {
   blockSignals();
+  int left = 0;
   auto deadline = std::chrono::steady_clock::now() + bounds.longest;
   std::unique_lock lock(mutex_);
   while (!ended_.wait_for(lock, stop, kWatchInterval, [&] { return stop.stop_requested(); })) {
     if (memoryTaken() > bounds.mostMemory) bounds.givenUp = GivenUp::tooLarge;
     const auto now = std::chrono::steady_clock::now();
-    if (questions > 0) deadline = now + bounds.longest;
+    const int waiting = bytesOnTheWay(http);
+    const bool areLeaving = patience == Patience::whileBytesLeave && waiting != left;
+    if (questions > 0 || areLeaving) deadline = now + bounds.longest;
+    left = waiting;
     const bool isLate = now > deadline;
     if (isLate && bounds.givenUp == GivenUp::no) bounds.givenUp = GivenUp::tooSlow;
     if (bounds.givenUp != GivenUp::no) shutdown(httpGetFd(http), SHUT_RDWR);

@@ -30,6 +30,9 @@ class Bounds {
   std::atomic<GivenUp> givenUp = GivenUp::no;
 };
 
+/// How many bytes wait for the server to take them.
+int bytesOnTheWay(http_t* http);
+
 /// While it lives, the user is asked for something, and no request becomes late.
 class WaitForUser {
  public:
@@ -39,13 +42,16 @@ class WaitForUser {
   ~WaitForUser();
 };
 
+/// What a request may take its time for: nothing, or bytes that the server goes on taking.
+enum class Patience { none, whileBytesLeave };
+
 /// While it lives, a request is under way, and is cut off when it goes beyond its bounds.
 class Watch {
  public:
-  Watch(http_t* http, Bounds& bounds);
+  Watch(http_t* http, Bounds& bounds, Patience patience);
 
  private:
-  void cutWhatGoesBeyond(http_t* http, Bounds& bounds, const std::stop_token& stop);
+  void cutWhatGoesBeyond(http_t* http, Bounds& bounds, Patience patience, const std::stop_token& stop);
 
   // Made by the thread that asks, because one that finds no memory of its own ends the program.
   std::mutex mutex_;

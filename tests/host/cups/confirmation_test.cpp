@@ -107,6 +107,14 @@ TEST(AJob, IsIncompleteWhereTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_HELD, "job-incoming", 2, 3}, sent), "not yet the last document");
 }
 
+TEST(AJob, IsIncompleteWhereTheServerNeitherAnsweredNorCounts) {
+  const JobContent sent{{}, 1, 2048, false};
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", std::nullopt, std::nullopt}, sent),
+            "an unknown part");
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 1, std::nullopt}, sent), "");
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent), "");
+}
+
 TEST(AJob, IsCompleteWhereTheServerHasWhatWasSentOrMoreOrDoesNotCount) {
   const JobContent sent{{}, 2, 2048};
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent), "");

@@ -217,6 +217,32 @@ class Pause(AtByte):
         self._released.wait()
 
 
+class Babbling(AtByte):
+    """Begins there to answer, byte by byte, without an end. Others are whole."""
+
+    def __init__(self, *arguments):
+        super().__init__(*arguments)
+        self._ended = threading.Event()
+        self._babbler = threading.Thread(target=self._babble)
+
+    def __exit__(self, *_):
+        self._ended.set()
+        if self._babbler.is_alive():
+            self._babbler.join()
+        super().__exit__()
+
+    def _at_point(self):
+        self._client_of_job.sendall(b"H")
+        self._babbler.start()
+
+    def _babble(self):
+        try:
+            while not self._ended.wait(0.1):
+                self._client_of_job.sendall(b"H")
+        except OSError:
+            pass  # the connection is gone
+
+
 class Away(Cut):
     """Cuts the connection there and takes no others for so many seconds."""
 
