@@ -33,11 +33,14 @@ void ChosenPrinter::start() {
 void ChosenPrinter::onFirstDetails(Outcome outcome) {
   if (outcome.result) return onDetails(std::move(outcome));
   report_(outcome.failure->what());
-  panel_.showText(failureText(*outcome.failure));
+  panel_.hide();
   window_.giveUpPrint();
   window_.enter(DialogState::ready);
   onPrinterChanged();
-  window_.showNotice(failureText(*outcome.failure));
+  window_.showNotice(failureText(*outcome.failure), [this] {
+    window_.enter(DialogState::starting);
+    start();
+  });
 }
 
 std::string ChosenPrinter::destinationOf(const std::string& printer) const {
@@ -169,7 +172,10 @@ void ChosenPrinter::hideRows() {
 // The user is to see the notice before anything is printed.
 void ChosenPrinter::onPanelFailure(const Failure& failure) {
   report_(failure.what());
-  window_.showNotice(localized(kUnavailableText) + '\n' + failureText(failure));
+  window_.showNotice(localized(kUnavailableText) + '\n' + failureText(failure), [this] {
+    current_ = {};
+    follow();
+  });
   hideRows();
   window_.giveUpPrint();
 }

@@ -10,19 +10,30 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr int kLineMargin = 18;
+constexpr int kSpacing = 12;
 
 }  // namespace
 
 DialogWindow::DialogWindow()
     : dialog_(g_dgettext("gtk40", "Print")),
-      notice_(*Gtk::make_managed<Gtk::Label>()),
+      notice_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kSpacing)),
+      noticeText_(*Gtk::make_managed<Gtk::Label>()),
       progress_(*Gtk::make_managed<Gtk::Label>()) {
   // Escape and the window's own button close it; its tabs are still in use then.
   dialog_.set_hide_on_close();
   dialog_.set_manual_capabilities(Gtk::PrintCapabilities::PAGE_SET);
   dialog_.set_embed_page_setup();
-  addLine(notice_);
-  addLine(progress_);
+  auto& again = *Gtk::make_managed<Gtk::Button>(localized(kTryAgainText), true);
+  again.set_valign(Gtk::Align::CENTER);
+  again.signal_clicked().connect([this] {
+    hideNotice();
+    tryAgain_();
+  });
+  noticeText_.set_hexpand();
+  notice_.append(noticeText_);
+  notice_.append(again);
+  addLine(notice_, noticeText_);
+  addLine(progress_, progress_);
   dialog_.get_widget_for_response(Gtk::ResponseType::OK)
       ->property_sensitive()
       .signal_changed()
@@ -31,9 +42,9 @@ DialogWindow::DialogWindow()
 
 DialogWindow::~DialogWindow() { g_clear_weak_pointer(&focused_); }
 
-void DialogWindow::addLine(Gtk::Label& line) {
-  line.set_wrap();
-  line.set_xalign(0);
+void DialogWindow::addLine(Gtk::Widget& line, Gtk::Label& text) {
+  text.set_wrap();
+  text.set_xalign(0);
   line.set_margin(kLineMargin);
   line.set_visible(false);
   dialog_.get_content_area()->append(line);
@@ -44,8 +55,9 @@ void DialogWindow::run() {
   loop_->run();
 }
 
-void DialogWindow::showNotice(const std::string& text) {
-  notice_.set_text(text);
+void DialogWindow::showNotice(const std::string& text, std::function<void()> tryAgain) {
+  noticeText_.set_text(text);
+  tryAgain_ = std::move(tryAgain);
   notice_.set_visible();
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include <glibmm/main.h>
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
 #include <gtkmm/label.h>
 #include <gtkmm/printunixdialog.h>
 
@@ -33,19 +36,22 @@ class DialogWindow : public sigc::trackable {
   void proceed(DialogState state);
   /// Gives up a press of Print that waits.
   void giveUpPrint();
-  void showNotice(const std::string& text);
+  /// Shows the text beside a button that runs `tryAgain`.
+  void showNotice(const std::string& text, std::function<void()> tryAgain);
   void hideNotice() { notice_.set_visible(false); }
   void showProgress(const std::string& text) { progress_.set_text(text); }
 
  private:
-  void addLine(Gtk::Label& line);
+  void addLine(Gtk::Widget& line, Gtk::Label& text);
   void setPrintLive(bool isLive) { dialog_.set_response_sensitive(Gtk::ResponseType::OK, isLive); }
   void setContentLive(bool isLive);
   void onPrintLive();
 
   Glib::RefPtr<Glib::MainLoop> loop_ = Glib::MainLoop::create();
   Gtk::PrintUnixDialog dialog_;
-  Gtk::Label& notice_;
+  Gtk::Box& notice_;
+  Gtk::Label& noticeText_;
+  std::function<void()> tryAgain_;
   Gtk::Label& progress_;
   DialogState state_ = DialogState::starting;
   // Where the focus was when the content was made dead.

@@ -3,7 +3,12 @@
 #include <algorithm>
 
 #include "host/dialog/gtk/option_rows.hpp"
+#include "host/dialog/settings/page_ranges.hpp"
 #include "host/dialog/settings/paper.hpp"
+#include "host/dialog/texts/texts.hpp"
+#include "host/failure.hpp"
+#include "host/filled_text.hpp"
+#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -15,8 +20,18 @@ constexpr int kWidest = 760;
 
 TabSettings OwnTabs::settings() { return {dialog_.get_settings(), dialog_.get_page_setup()->copy()}; }
 
+void OwnTabs::refuseWrongPages() {
+  auto* const entry = gtk_widget_get_template_child(GTK_WIDGET(dialog_.gobj()), GTK_TYPE_PRINT_UNIX_DIALOG,
+                                                    "page_range_entry");
+  if (!GTK_IS_EDITABLE(entry) || dialog_.get_settings()->get_print_pages() != Gtk::PrintPages::RANGES) return;
+  const std::string text = gtk_editable_get_text(GTK_EDITABLE(entry));
+  if (text.empty() || arePageRanges(text)) return;
+  throw Failure(Trouble::userMessage, filled(localized(kWrongPagesText), {{"[text]", shortText(text)}}));
+}
+
 // GTK's own PPD takes the paper that was shown when the printer was chosen for its default.
 void OwnTabs::addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options) {
+  refuseWrongPages();
   auto paper = defaultPaper(ppd);
   if (const auto setup = Glib::wrap(gtk_printer_get_default_page_size(printer)); setup && !paper)
     paper = setup->get_paper_size();

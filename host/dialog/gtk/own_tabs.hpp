@@ -20,7 +20,7 @@ class OwnTabs {
 
   [[nodiscard]] TabSettings settings();
   /// Overwrites `options` with the choices of the tabs for this printer; rows that still show what they
-  /// showed when they were remembered are skipped. Failure when pages are to be chosen and none is.
+  /// showed when they were remembered are skipped. Failure for pages and times that are none.
   void addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options);
   /// Remembers the rows that show these options, before the user changes any.
   void rememberRows(const Options& options) { untouched_ = rowsShowing(settings(), options); }
@@ -39,6 +39,8 @@ class OwnTabs {
   void fitWidth();
 
  private:
+  void refuseWrongPages();
+
   Gtk::PrintUnixDialog& dialog_;
   Options untouched_;
   std::map<std::string, TabSettings> left_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <regex>
 
 namespace tandemtrim::host {
 namespace {
@@ -17,6 +18,15 @@ std::optional<int> parsePage(std::string_view text, int missing) {
   return page;
 }
 
+std::optional<PageRange> parseRange(std::string_view range) {
+  const auto dash = range.find('-');
+  const bool single = dash == std::string_view::npos;
+  const auto first = parsePage(range.substr(0, dash), 1);
+  const auto last = single ? first : parsePage(range.substr(dash + 1), PageRange::kEnd);
+  if (range.empty() || !first || !last || *first > *last) return std::nullopt;
+  return PageRange{*first, *last};
+}
+
 }  // namespace
 
 std::vector<PageRange> parsePageRanges(std::string_view text) {
@@ -24,13 +34,21 @@ std::vector<PageRange> parsePageRanges(std::string_view text) {
   while (!text.empty()) {
     const auto range = text.substr(0, text.find(','));
     text.remove_prefix(std::min(text.size(), range.size() + 1));
-    const auto dash = range.find('-');
-    const bool single = dash == std::string_view::npos;
-    const auto first = parsePage(range.substr(0, dash), 1);
-    const auto last = single ? first : parsePage(range.substr(dash + 1), PageRange::kEnd);
-    if (!range.empty() && first && last && *first <= *last) ranges.push_back({*first, *last});
+    if (const auto known = parseRange(range)) ranges.push_back(*known);
   }
   return ranges;
+}
+
+// GTK takes what it does not understand for page 1.
+bool arePageRanges(const std::string& text) {
+  static const std::regex blanks("^ +| +$| *([-,;:]) *");
+  const auto plain = std::regex_replace(text, blanks, "$1");
+  for (std::string_view rest = plain;;) {
+    const auto end = rest.find_first_of(",;:");
+    if (!parseRange(rest.substr(0, end))) return false;
+    if (end == std::string_view::npos) return true;
+    rest.remove_prefix(end + 1);
+  }
 }
 
 std::string pageRangesText(std::vector<PageRange> ranges) {

@@ -18,6 +18,9 @@ struct PageRange {
 /// Reads "1-3,5,8-" as lp does; parts that are no range are skipped.
 std::vector<PageRange> parsePageRanges(std::string_view text);
 
+/// Whether the text is one or more ranges of pages, such as "1-3, 5; 8-", as the dialog's entry takes them.
+bool arePageRanges(const std::string& text);
+
 /// "1-3,5,8-" for these pages, sorted and without repetition, as a print server requires.
 std::string pageRangesText(std::vector<PageRange> ranges);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <regex>
 #include <string_view>
 
 #include "host/changed_entries.hpp"
@@ -10,6 +11,8 @@
 #include "host/dialog/settings/paper.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/failure.hpp"
+#include "host/filled_text.hpp"
+#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -182,6 +185,15 @@ bool isAskedFor(const Option& option, const Options& asked) {
       asked, [&](const Option& other) { return isSameKeyword(other.keyword, option.keyword); });
 }
 
+// GTK turns a time of day into universal time and passes on what is none.
+void refuseWrongTime(const Gtk::PrintSettings& settings) {
+  static const std::regex times("([01][0-9]|2[0-3]):[0-5][0-9](:[0-5][0-9])?");
+  if (settings.get("print-at") != "at" || std::regex_match(settings.get("cups-job-hold-until").raw(), times))
+    return;
+  throw Failure(Trouble::userMessage, filled(localized(kWrongTimeText),
+                                             {{"[text]", shortText(settings.get("print-at-time").raw())}}));
+}
+
 // The option media may name a tray besides the paper.
 void addPaper(Options& options, Option paper) {
   for (const auto& [keyword, value] : options) {
@@ -241,6 +253,7 @@ void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize*
   for (const auto& row : rows) setOption(options, row);
 
   const auto& settings = *tabs.settings;
+  refuseWrongTime(settings);
   const int copies = settings.get_n_copies();
   setOption(options, {"copies", std::to_string(copies)});
   if (copies > 1) setOption(options, {"Collate", settings.get_collate() ? "True" : "False"});

@@ -44,8 +44,8 @@ TabSettings tabsOfNextPrinter(const TabSettings& now, const TabSettings& remembe
 Options rowsShowing(const TabSettings& tabs, const Options& options);
 
 /// Overwrites `options` with the choices of the tabs; rows equal to `untouched` are skipped. Failure when
-/// pages are to be chosen and none is. `ppd` is null for a printer without one; `printersPaper` is the paper
-/// that the printer takes unless a job names one, or null.
+/// pages are to be chosen and none is, and for a time to print at that is none. `ppd` is null for a printer
+/// without one; `printersPaper` is the paper that the printer takes unless a job names one, or null.
 void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize* printersPaper,
                    const Options& untouched, Options& options);
 

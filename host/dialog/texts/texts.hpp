@@ -19,6 +19,7 @@ inline constexpr const char* kCorrectText = "C_orrect";
 inline constexpr const char* kSendAsItIsText = "_Send As It Is";
 inline constexpr const char* kBackText = "_Back";
 inline constexpr const char* kCloseText = "_Close";
+inline constexpr const char* kTryAgainText = "_Try Again";
 inline constexpr const char* kHelpText = "_Help";
 inline constexpr const char* kUseForAllJobsText = "_Use for all my jobs";
 inline constexpr const char* kSummaryText = "Summary";
@@ -29,6 +30,10 @@ inline constexpr const char* kUnavailableText = "The printer's own settings are 
 inline constexpr const char* kChoosePrinterText =
     "Choose a printer: the document is sent as it is, so it cannot be printed to a file.";
 inline constexpr const char* kNoPagesText = "Type the numbers of the pages to print, or choose all pages.";
+inline constexpr const char* kWrongPagesText =
+    "\"[text]\" names no pages. Type page numbers such as 1-3,5, or choose all pages.";
+inline constexpr const char* kWrongTimeText =
+    "\"[text]\" is no time of day. Type one such as 14:30, or choose to print now.";
 inline constexpr const char* kSendingText = "Sending…";
 inline constexpr const char* kIllegalValueText =
     "[name]: this printer does not allow [value] (allowed: [allowed])";
@@ -87,9 +92,10 @@ inline constexpr std::array kHelpTexts{
 
 /// All other texts.
 inline constexpr std::array kTexts{
-    kCorrectText, kSendAsItIsText, kBackText,         kCloseText,       kHelpText,    kUseForAllJobsText,
-    kSummaryText, kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText, kChoosePrinterText,
-    kSendingText, kRangeText,      kIllegalValueText, kSentOfText,      kSentText,    kListSeparatorText};
+    kCorrectText,    kSendAsItIsText, kBackText,         kCloseText,       kHelpText,    kUseForAllJobsText,
+    kSummaryText,    kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText, kChoosePrinterText,
+    kSendingText,    kRangeText,      kIllegalValueText, kSentOfText,      kSentText,    kListSeparatorText,
+    kWrongPagesText, kWrongTimeText,  kTryAgainText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

@@ -125,6 +125,16 @@ class DialogTest(DialogCase):
         self.assertEqual((status, out), (0, ""), said)
         self.assert_nothing_was_sent()
 
+    def test_escape_in_a_box_closes_it_without_a_complaint_of_the_toolkit(self):
+        for side in MARGINS:
+            with self.subTest(side):
+                dialog = self.live_panel()
+                dialog.click(dialog.find_live("text", f"{side} Margin"))
+                dialog.keys("1", "Escape")
+                status, out, said = dialog.ends()
+                self.assertEqual((status, out), (0, ""), said)
+                dialog.close()
+
     def test_the_summary_shows_an_edit_and_keeps_it(self):
         dialog = self.live_panel()
         dialog.type("Bottom Margin", "22")

@@ -116,6 +116,39 @@ class DialogPagesTest(DialogCase):
         dialog.type(RANGES, "1")
         self.assertEqual(self.sent(dialog), {"page-ranges": "1"})
 
+    def refused(self, dialog, words):
+        """Presses Print, which is answered by these words, once and in a message that goes away."""
+        dialog.press("Print")
+        dialog.says(words)
+        dialog.press("Close")
+        until(lambda: len(dialog.program.windows()) == 1, "the message to go")
+        self.assert_nothing_was_sent()
+
+    def test_pages_that_are_none_are_refused_in_words(self):
+        dialog = self.shown()
+        dialog.check("Pages:")
+        for typed in ("abc", "1,,2", "3-1", "2x", "0"):
+            with self.subTest(typed):
+                dialog.type(RANGES, typed)
+                self.refused(dialog, f'"{typed}" names no pages. Type page numbers such as 1-3,5')
+        dialog.type(RANGES, "1 - 2; 4")
+        self.assertEqual(self.sent(dialog), {"page-ranges": "1-2,4"})
+
+    def test_a_time_that_is_none_is_refused_in_words(self):
+        dialog = self.shown()
+        dialog.page("Job")
+        dialog.click(dialog.find("check box", "At:"))
+        for typed in ("25:99", "abc", "indefinite", ""):
+            with self.subTest(typed):
+                dialog.click(dialog.find_live("text", "Specify the time of print"))
+                dialog.keys("ctrl+a", "BackSpace", *("colon" if letter == ":" else letter for letter in typed))
+                self.refused(dialog, f'"{typed}" is no time of day. Type one such as 14:30')
+        dialog.click(dialog.find("text", "Specify the time of print"))
+        dialog.keys("ctrl+a", "2", "3", "colon", "5", "9")
+        dialog.press("Print")
+        self.assertEqual(dialog.ends()[0], 0)
+        self.assertEqual(self.cups.jobs("not-completed"), [1])
+
     def test_the_pages_start_from_the_command_line(self):
         self.add_option(DUPLEX)
         starts = {

@@ -170,6 +170,35 @@ class DialogPrintersTest(DialogCase):
             self.assertEqual(record.options["page-ranges"], "2")
             self.assertEqual(record.copies, 3)
 
+    def test_a_server_that_is_silent_from_the_start_is_told_once_and_tried_again(self):
+        self.cups.freeze()
+        self.addCleanup(self.cups.thaw)
+        dialog = self.dialog("-d", "Morva", "-o", "MVTopMargin=7", TANDEM_TRIM_TIMEOUT="1")
+        for _ in range(2):
+            dialog.says("The print server does not answer")
+            told = [label for label in dialog.labels() if "127.0.0.1" in label]
+            self.assertEqual(len(told), 1, told)
+            self.assertEqual([tab.name for tab in dialog.tabs() if tab.name == "Printer Settings"], [])
+            dialog.press("Try Again")
+            until(lambda: not dialog.shows("push button", "Try Again"), "the notice to go")
+        dialog.find("push button", "Try Again")
+        self.cups.thaw()
+        dialog.press("Try Again")
+        dialog.page("Tandem Trim")
+        self.assertEqual(dialog.text("Top Margin"), "7")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "7")
+
+    def test_a_server_that_falls_silent_at_another_printer_is_tried_again(self):
+        self.add_other(SMALLER)
+        dialog = self.dialog("-d", "Morva", TANDEM_TRIM_TIMEOUT="1")
+        self.freeze_at_other(dialog, lambda: self.see_limit(dialog, 8))
+        dialog.find("push button", "Try Again")
+        self.cups.thaw()
+        dialog.press("Try Again")
+        self.see_limit(dialog, 8)
+        self.assertFalse(dialog.shows("push button", "Try Again"))
+
     def test_print_while_details_are_read_prints_when_they_are(self):
         dialog = self.dialog_frozen_at_other()
         self.press_print_while_reading(dialog)

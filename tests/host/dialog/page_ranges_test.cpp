@@ -35,5 +35,13 @@ TEST(PageRanges, WithAnOpenEndReachTheLastPageOfAnyDocument) {
   EXPECT_EQ(ranges[1].last, PageRange::kEnd);
 }
 
+TEST(TextsOfPageRanges, AreThoseThatTheDialogUnderstands) {
+  for (const char* text : {"1", "1-3,5,8-", "-2", "1 - 2; 4", " 7 ", "2:3", "5-5", "-"})
+    EXPECT_TRUE(arePageRanges(text)) << text;
+  for (const char* text :
+       {"", " ", "abc", "1,,2", "1,", "3-1", "2x", "0", "1--2", "1.5", "99999999999", "\u0661"})
+    EXPECT_FALSE(arePageRanges(text)) << text;
+}
+
 }  // namespace
 }  // namespace tandemtrim::host

@@ -309,5 +309,21 @@ TEST(TabsOfTheNextPrinter, LeaveWhatTheCommandLineAsksForAsItIsShown) {
   EXPECT_EQ(next.setup, now.setup);
 }
 
+TEST(OptionsFromTabs, AreRefusedForATimeThatIsNone) {
+  const auto tabs = newTabs();
+  tabs.settings->set("print-at", "at");
+  for (const char* time : {"25:99", "abc", "indefinite", "", "24:00", "1:2", "12:60"}) {
+    tabs.settings->set("print-at-time", time);
+    tabs.settings->set("cups-job-hold-until", time);
+    const auto failure = failureOf([&] { optionsOf(tabs); });
+    EXPECT_EQ(failure.trouble(), Trouble::userMessage);
+    EXPECT_THAT(failure.what(), testing::StartsWith('"' + std::string(time) + "\" is no time of day."));
+  }
+  for (const char* time : {"00:00", "23:59", "14:30:59"}) {
+    tabs.settings->set("cups-job-hold-until", time);
+    EXPECT_NO_THROW(optionsOf(tabs)) << time;
+  }
+}
+
 }  // namespace
 }  // namespace tandemtrim::host
