@@ -108,7 +108,7 @@ lint: ## formatting, clang-tidy, the man page and the scripts
 	appstreamcli validate --no-net build/release/packaging/*.metainfo.xml
 	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"
 	pyflakes3 $$(git ls-files '*.py')
-	git ls-files '*.sh' .ci/run | xargs -n 1 bash -n
+	git ls-files '*.sh' '*.bash' .ci/run | xargs -n 1 bash -n
 
 format: ## apply the formatting
 	$(install_dependencies) lint

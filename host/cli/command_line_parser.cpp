@@ -110,6 +110,18 @@ bool asksForMore(const CommandLine& line) {
 
 }  // namespace
 
+std::vector<std::string> optionNames() {
+  CommandLine line;
+  CLI::App app;
+  declare(app, line);
+  std::vector<std::string> names;
+  for (const auto* option : app.get_options()) {
+    for (const auto& name : option->get_snames()) names.push_back('-' + name);
+    for (const auto& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
+}
+
 std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments) {
   CommandLine line;
   CLI::App app("Print with the panel of the printer's plug-in, from a terminal.", "tandem-trim");

@@ -16,4 +16,7 @@ struct Information {
 /// Reads the arguments behind the program's name. Failure with the status of a wrong command line.
 std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments);
 
+/// The names of all options, with their dashes.
+std::vector<std::string> optionNames();
+
 }  // namespace tandemtrim::host

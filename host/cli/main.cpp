@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "host/cli/command_line_parser.hpp"
+#include "host/cli/completion.hpp"
 #include "host/cli/password.hpp"
 #include "host/cli/run.hpp"
 #include "host/cups/connection/login.hpp"
@@ -34,6 +35,11 @@ std::optional<Login> askAtTerminal(const LoginQuestion& question) {
 }
 
 void work(std::vector<std::string> arguments) {
+  if (!arguments.empty() && arguments.front() == "--complete") {
+    arguments.erase(arguments.begin());
+    for (const auto& word : completions(arguments)) std::cout << plainText(word) << '\n';
+    return;
+  }
   const auto parsed = parseCommandLine(std::move(arguments));
   if (const auto* information = std::get_if<Information>(&parsed)) {
     std::cout << information->text;

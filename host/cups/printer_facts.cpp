@@ -79,19 +79,21 @@ bool comesFromServer(const MessageHandle& answer, const Option& option) {
 
 }  // namespace
 
-std::string existingPrinters(const Connection& connection) {
+std::vector<std::string> printerNames(const Connection& connection) {
   MessageHandle request(ippNewRequest(IPP_OP_CUPS_GET_PRINTERS));
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", nullptr,
                "printer-name");
-  MessageHandle answer;
+  return textsIn(connection.ask(std::move(request), "/"), "printer-name");
+}
+
+std::string existingPrinters(const Connection& connection) {
+  std::string names;
   try {
-    answer = connection.ask(std::move(request), "/");
+    for (const auto& name : printerNames(connection)) names += (names.empty() ? "" : ", ") + name;
   } catch (const Failure&) {
     if (connection.isSilent()) throw;
     return "choose one by -d that lpstat -e lists";
   }
-  std::string names;
-  for (const auto& name : textsIn(answer, "printer-name")) names += (names.empty() ? "" : ", ") + name;
   return names.empty() ? "the server has no printer; add one by lpadmin" : "choose one by -d: " + names;
 }
 

@@ -2,12 +2,16 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "host/cups/connection/connection.hpp"
 #include "host/cups/connection/cups_handles.hpp"
 #include "host/job/options.hpp"
 
 namespace tandemtrim::host {
+
+/// The names of the printers that the server knows.
+std::vector<std::string> printerNames(const Connection& connection);
 
 /// What to do when a printer is not found, with the names of those that the server knows.
 std::string existingPrinters(const Connection& connection);
