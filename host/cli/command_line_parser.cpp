@@ -68,10 +68,10 @@ Repeated declare(CLI::App& app, CommandLine& line) {
   app.add_flag("--without-panel", line.withoutPanel, "Go on without the panel when it cannot be opened");
   app.add_flag("--wait", line.wait, "Wait until the job has ended");
   app.add_flag("--verbose", line.verbose, "Show the log on standard error, too");
-  auto* dialog = app.add_flag_function(
-      "--dialog", [&line](std::int64_t) { line.dialog = true; }, "Show the print dialog");
-  app.add_flag_function(
-         "--no-dialog", [&line](std::int64_t) { line.dialog = false; }, "Print without the print dialog")
+  auto* dialog = app.add_flag_callback(
+      "--dialog", [&line] { line.dialog = true; }, "Show the print dialog");
+  app.add_flag_callback(
+         "--no-dialog", [&line] { line.dialog = false; }, "Print without the print dialog")
       ->excludes(dialog);
   app.add_option("FILE", line.files, "The files to print; - is standard input")
       ->type_name("")

@@ -88,18 +88,17 @@ TEST_P(AWrongCommandLine, HasItsOwnExitStatus) {
 }
 
 using Arguments = std::vector<std::string>;
-INSTANTIATE_TEST_SUITE_P(CommandLine, AWrongCommandLine,
-                         testing::Values(Arguments{"--unknown"}, Arguments{"-x"}, Arguments{"-o"},
-                                         Arguments{"--reset-defaults", "a.pdf"},
-                                         Arguments{"--reset-defaults", "--save-as-default"},
-                                         Arguments{"--reset-defaults", "-n", "2"},
-                                         Arguments{"--reset-defaults", "--set", "Top=1"}, Arguments{"-o", ""},
-                                         Arguments{"-o", "=5"}, Arguments{"-o", "a='b"}, Arguments{"-n", "0"},
-                                         Arguments{"-n", "two"}, Arguments{"-n", "1x"},
-                                         Arguments{"-n", "10000"}, Arguments{"-n"}, Arguments{"--set"},
-                                         Arguments{"--set", "Top"}, Arguments{"--set", "=12"},
-                                         Arguments{"--ppd"}, Arguments{"--plugin"}, Arguments{"-d"},
-                                         Arguments{"--summary=maybe"}));
+INSTANTIATE_TEST_SUITE_P(
+    CommandLine, AWrongCommandLine,
+    testing::Values(Arguments{"--unknown"}, Arguments{"-x"}, Arguments{"-o"},
+                    Arguments{"--reset-defaults", "a.pdf"},
+                    Arguments{"--reset-defaults", "--save-as-default"},
+                    Arguments{"--reset-defaults", "-n", "2"}, Arguments{"--reset-defaults", "--set", "Top=1"},
+                    Arguments{"-o", ""}, Arguments{"-o", "=5"}, Arguments{"-o", "a='b"}, Arguments{"-n", "0"},
+                    Arguments{"-n", "two"}, Arguments{"-n", "1x"}, Arguments{"-n", "10000"}, Arguments{"-n"},
+                    Arguments{"--set"}, Arguments{"--set", "Top"}, Arguments{"--set", "=12"},
+                    Arguments{"--ppd"}, Arguments{"--plugin"}, Arguments{"-d"}, Arguments{"--summary=maybe"},
+                    Arguments{"--dialog=maybe"}, Arguments{"--no-dialog=maybe"}));
 
 }  // namespace
 }  // namespace tandemtrim::host
