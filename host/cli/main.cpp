@@ -1,3 +1,4 @@
+#include <csignal>
 #include <iostream>
 
 #include <cups/cups.h>
@@ -28,6 +29,9 @@ void openStandardDescriptors() {
   if (file >= 0) close(file);
 }
 
+// A file that is too large for the user's limit is a message then, not the program's end.
+void outliveFileLimit() { std::signal(SIGXFSZ, SIG_IGN); }
+
 std::optional<Login> askAtTerminal(const LoginQuestion& question) {
   auto password = passwordFromTerminal(plainText(question.prompt) + " ");
   if (!password) return std::nullopt;
@@ -55,6 +59,7 @@ void work(std::vector<std::string> arguments) {
 
 int main(int argc, char* argv[]) {
   openStandardDescriptors();
+  outliveFileLimit();
   answerLogins(askAtTerminal);
   try {
     work({argv + 1, argv + argc});

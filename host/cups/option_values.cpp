@@ -39,11 +39,16 @@ bool isCount(std::string_view text) {
   return number && *number > 0;
 }
 
-bool isNumber(const std::string& keyword, const std::string& value) {
-  const auto number = numberFrom(value);
+const IntegerRange* boundsOf(const std::string& keyword) {
   const auto* const bounds =
       std::ranges::find_if(kBounds, [&](const IntegerRange& entry) { return keyword == entry.keyword; });
-  return number && (bounds == kBounds.end() || (*number >= bounds->smallest && *number <= bounds->largest));
+  return bounds == kBounds.end() ? nullptr : bounds;
+}
+
+bool isNumber(const std::string& keyword, const std::string& value) {
+  const auto number = numberFrom(value);
+  const auto* const bounds = boundsOf(keyword);
+  return number && (bounds == nullptr || (*number >= bounds->smallest && *number <= bounds->largest));
 }
 
 bool isSwitch(const std::string& value) {
@@ -110,8 +115,12 @@ std::string expected(ipp_tag_t type, const std::string& keyword) {
     case IPP_TAG_RESOLUTION:
       return "a resolution, as 600dpi";
     default:
-      return keyword == "job-priority" ? "a number from 1 to 100" : "a number";
+      break;
   }
+  const auto* const bounds = boundsOf(keyword);
+  if (bounds == nullptr) return "a number";
+  const auto smallest = "a number from " + std::to_string(bounds->smallest);
+  return smallest + (bounds->largest == kAny ? " on" : " to " + std::to_string(bounds->largest));
 }
 
 // The values with commas between them; those of one value may hold some.

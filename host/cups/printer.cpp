@@ -1,9 +1,11 @@
 #include "host/cups/printer.hpp"
 
+#include <filesystem>
 #include <tuple>
 
 #include "host/cups/connection/attributes.hpp"
 #include "host/cups/printer_facts.hpp"
+#include "host/cups/saved_defaults.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {
@@ -33,6 +35,16 @@ DestinationHandle defaultDestination(const Connection& connection) {
   return destination;
 }
 
+// libcups would wait for a pipe, and read a device without end.
+void refuseOddDefaults() {
+  const auto file = savedDefaultsFile();
+  std::error_code unreadable;
+  if (std::filesystem::is_other(file, unreadable)) {
+    throw Failure("your defaults cannot be read, since " + file.string() +
+                  " is no file; nothing was sent. Move it away");
+  }
+}
+
 std::string withState(const std::string& fact, const Printer& printer) {
   return printer.name + fact + (printer.stateMessage.empty() ? "" : " (" + printer.stateMessage + ")");
 }
@@ -40,6 +52,7 @@ std::string withState(const std::string& fact, const Printer& printer) {
 }  // namespace
 
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name) {
+  refuseOddDefaults();
   Printer printer;
   MessageHandle facts;
   if (name) {

@@ -128,7 +128,7 @@ fs::path savedDefaultsFile() {
     const auto* const user = getpwuid(getuid());
     home = user == nullptr ? "/" : user->pw_dir;
   }
-  return fs::path(home) / ".cups/lpoptions";
+  return std::string(home) + "/.cups/lpoptions";
 }
 
 void editFile(const fs::path& file, const std::function<std::string(const std::string&)>& edit) {

@@ -86,23 +86,29 @@ std::string lineOf(const Entry& entry) {
 
 std::optional<std::string> withSavedOptions(std::string_view text, const DestinationName& destination,
                                             const Options& options) {
-  Entry entry{"Dest", destination.printer, destination.instance, {}};
-  std::string before(text);
-  std::string after;
-  // Of several lines the last one counts most.
+  std::string changed;
+  bool isFound = false;
+  bool fits = true;
+  const auto add = [&](Entry entry, std::string_view end) {
+    for (const auto& option : options) setOption(entry.options, option);
+    const auto line = lineOf(entry);
+    isFound = true;
+    fits = fits && line.size() <= kLongestLine;
+    changed += line;
+    changed += end.empty() ? "\n" : end;
+  };
   for (const auto line : linesOf(text)) {
-    auto found = entryOf(line);
-    if (!found || !isOf(*found, destination)) continue;
-    entry = *std::move(found);
-    const auto start = static_cast<std::size_t>(line.data() - text.data());
-    before = text.substr(0, start);
-    after = text.substr(start + line.find_last_not_of(kLineEnds) + 1);
+    if (auto entry = entryOf(line); entry && isOf(*entry, destination)) {
+      add(*std::move(entry), line.substr(line.find_last_not_of(kLineEnds) + 1));
+    } else {
+      changed += line;
+    }
   }
-  for (const auto& option : options) setOption(entry.options, option);
-  const auto line = lineOf(entry);
-  if (line.size() > kLongestLine) return std::nullopt;
-  if (!before.empty() && kLineEnds.find(before.back()) == std::string_view::npos) before += '\n';
-  return before + line + (after.empty() ? "\n" : after);
+  if (!isFound) {
+    if (!changed.empty() && kLineEnds.find(changed.back()) == std::string_view::npos) changed += '\n';
+    add({"Dest", destination.printer, destination.instance, {}}, "");
+  }
+  return fits ? std::optional(changed) : std::nullopt;
 }
 
 std::string withoutSavedOptions(std::string_view text, const DestinationName& destination) {

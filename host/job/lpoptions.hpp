@@ -15,8 +15,9 @@ struct DestinationName {
 };
 
 /// The text of the file with these options set for the destination, in the place of earlier ones of the same
-/// keywords. All other lines stay as they are, byte for byte. None when CUPS would not read the options back
-/// whole, since their line is too long.
+/// keywords; in each of its lines where there are several, of which libcups reads the first or all. All other
+/// lines stay as they are, byte for byte. None when CUPS would not read the options back whole, since their
+/// line is too long.
 std::optional<std::string> withSavedOptions(std::string_view text, const DestinationName& destination,
                                             const Options& options);
 

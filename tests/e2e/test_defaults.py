@@ -1,6 +1,7 @@
 """Settings that a user keeps for the next jobs."""
 
 import concurrent.futures
+import os
 import subprocess
 import unittest
 
@@ -185,6 +186,20 @@ class DefaultsTest(TerminalCase):
     def test_facts_about_the_printer_do_not_become_settings(self):
         self.keeps()
         self.assertEqual(sorted(self.kept_for("Dest Morva")), sorted(DEFAULTS))
+
+    def test_a_pipe_or_a_device_in_the_place_of_their_file_is_not_waited_for(self):
+        self.file_of_defaults.parent.mkdir()
+        for make in (os.mkfifo, lambda file: file.symlink_to("/dev/zero")):
+            make(self.file_of_defaults)
+            for arguments in ([SAMPLE], ["--save-as-default"], ["--reset-defaults"]):
+                self.refuses("-d", "Morva", *arguments, words=[f"{self.file_of_defaults} is no file", "nothing was sent"])
+            self.file_of_defaults.unlink()
+
+    def test_they_are_kept_where_a_printer_has_several_lines(self):
+        self.file_of_defaults.parent.mkdir()
+        self.file_of_defaults.write_text("Default Morva MVTopMargin=3\nDest Morva MVTopMargin=4\n")
+        self.keeps("-o", "MVTopMargin=9")
+        self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
     def test_without_a_home_the_program_says_that_it_cannot_keep_them(self):
         home = self.temporary_folder() / "file"

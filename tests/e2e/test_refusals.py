@@ -196,6 +196,9 @@ class RefusalsTest(TerminalCase):
         self.assertEqual(result.returncode, 1)
         self.assertIn(b"standard output", result.stderr)
 
+    def test_a_limit_of_the_size_of_files_is_an_error(self):
+        self.refuses("--fsize=1000", PROGRAM, "-d", "Morva", SAMPLE, program="prlimit", words=["File too large"])
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -62,5 +62,14 @@ INSTANTIATE_TEST_SUITE_P(
                     Option{"page-ranges", "-"}, Option{"printer-resolution", "banana"},
                     Option{"printer-resolution", "600"}, Option{"printer-resolution", "600xdpi"}));
 
+TEST(AWrongNumber, IsRefusedWithThoseThatAreRight) {
+  const auto mistake = [](const Option& option) {
+    return std::string(failureOf([&] { encodable({option}); }).what());
+  };
+  EXPECT_THAT(mistake({"job-priority", "200"}), HasSubstr("a number from 1 to 100;"));
+  EXPECT_THAT(mistake({"copies", "0"}), HasSubstr("a number from 1 on;"));
+  EXPECT_THAT(mistake({"scaling", "abc"}), HasSubstr("a number;"));
+}
+
 }  // namespace
 }  // namespace tandemtrim::host

@@ -1,5 +1,6 @@
 #include "host/cups/saved_defaults.hpp"
 
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <thread>
@@ -31,6 +32,15 @@ mode_t modeOf(const fs::path& file) {
 }
 
 std::string withX(const std::string& text) { return text + "x"; }
+
+TEST(TheFileOfDefaultsName, IsMadeAsLibcupsMakesIt) {
+  const std::string home = std::getenv("HOME");
+  for (const char* folder : {"/home/user", "", "relative"}) {
+    setenv("HOME", folder, 1);
+    EXPECT_EQ(savedDefaultsFile(), std::string(folder) + "/.cups/lpoptions");
+  }
+  setenv("HOME", home.c_str(), 1);
+}
 
 class TheFileOfDefaults : public testing::Test {
  protected:

@@ -24,10 +24,12 @@ TEST(SavedOptions, ReplaceThoseOfTheSameKeywordInTheirLine) {
             kOthers + std::string("default morva/DRAFT a=2 keep=\"it's\" on=true new=3\r\n") + kOthers);
 }
 
-TEST(SavedOptions, CountMostInTheLastOfSeveralLines) {
+TEST(SavedOptions, AreInEachOfSeveralLines) {
   const std::string before = "Dest Morva a=1 b=1\nDest Morva a=2\n";
   EXPECT_EQ(optionsSavedIn(before, kMorva), (Options{{"a", "2"}, {"b", "1"}}));
-  EXPECT_EQ(withSavedOptions(before, kMorva, {{"b", "3"}}), "Dest Morva a=1 b=1\nDest Morva a=2 b=3\n");
+  EXPECT_EQ(withSavedOptions(before, kMorva, {{"b", "3"}}), "Dest Morva a=1 b=3\nDest Morva a=2 b=3\n");
+  EXPECT_EQ(withSavedOptions("Default Morva\n#\nDest Morva b=1", kMorva, {{"b", "3"}}),
+            "Default Morva b=3\n#\nDest Morva b=3\n");
 }
 
 TEST(SavedOptions, KeepAMarkThatBeginsNoComment) {
