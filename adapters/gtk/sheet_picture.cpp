@@ -50,6 +50,7 @@ SheetPicture::SheetPicture(Gtk::DrawingArea& area, SheetControls controls)
     margin.control->widget().signal_changed().connect(refreshing);
     follow(*margin.label);
   }
+  area_.signal_state_flags_changed().connect(sigc::hide(refreshing));
   area_.set_draw_func(sigc::mem_fun(*this, &SheetPicture::draw));
 }
 

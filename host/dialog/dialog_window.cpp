@@ -77,8 +77,10 @@ void DialogWindow::giveUpPrint() {
   if (printer != nullptr && gtk_printer_is_accepting_jobs(printer) == FALSE) setPrintLive(false);
 }
 
-// GTK makes Print live with every news of its printer, in any state of the dialog.
+// GTK makes Print live with every news of its printer, in any state of the dialog. In a header bar a button
+// that was grey is no longer the default one.
 void DialogWindow::onPrintLive() {
+  dialog_.set_default_response(Gtk::ResponseType::OK);
   if (!liveIn(state_).print) setPrintLive(false);
 }
 

@@ -81,8 +81,9 @@ def of_this_test(names):
     return {name: value for name, value in os.environ.items() if name in names or name.startswith(SANITIZERS)}
 
 
-def fonts(folder, font=FONT):
-    """Writes settings into a new folder by which programs have this font ("family points") alone; gives the variables for them."""
+def fonts(folder, font=FONT, more=""):
+    """Writes settings into a new folder by which programs have this font ("family points") alone, and these lines among the toolkit's
+    own; gives the variables for them."""
     family, points = re.fullmatch(r"(.+) (\d+)", font).groups()
     (folder / "fonts").mkdir(parents=True)
     for file in FONTS[family]:
@@ -92,7 +93,7 @@ def fonts(folder, font=FONT):
         (folder / "fonts" / source.name).symlink_to(source)
     (folder / "fonts.conf").write_text(FONT_SETTINGS.format(folder=folder, family=family))
     (folder / "gtk-4.0").mkdir()
-    (folder / "gtk-4.0/settings.ini").write_text(GTK_SETTINGS.format(font=f"{family} {points}"))
+    (folder / "gtk-4.0/settings.ini").write_text(GTK_SETTINGS.format(font=f"{family} {points}") + more)
     return {"FONTCONFIG_FILE": str(folder / "fonts.conf"), "XDG_CONFIG_DIRS": str(folder)}
 
 

@@ -136,9 +136,10 @@ void PanelTabs::showPanel() {
   auto& view = session_->view();
   if (view.toolkitView() == nullptr) throw unusable(bundle_->path, "its view could not be loaded");
   page_.showView(GTK_WIDGET(view.toolkitView()));
-  const auto paper = dialog_.get_page_setup()->get_paper_size();
-  callPlugin(bundle_->path, "setPaperSize",
-             [&] { view.setPaperSize(paper.get_width(Gtk::Unit::MM), paper.get_height(Gtk::Unit::MM)); });
+  const auto setup = dialog_.get_page_setup();
+  callPlugin(bundle_->path, "setPaperSize", [&] {
+    view.setPaperSize(setup->get_paper_width(Gtk::Unit::MM), setup->get_paper_height(Gtk::Unit::MM));
+  });
   session_->willShow();
   warn();
 }

@@ -123,6 +123,19 @@ TEST_F(SheetPicture, LosesItsColourWithTheRest) {
   }
 }
 
+TEST_F(SheetPicture, FollowsTheSwitch) {
+  ShownPanel shown({.stored = on({{"MVTopMargin", "20"}})});
+  const auto colour = [&] {
+    const auto pixels = pictureOf(shown).pixels();
+    return std::ranges::max_element(pixels, {}, &Colour::saturation)->saturation();
+  };
+  EXPECT_GT(colour(), 60);
+  shown.user().click(shown.widget("tandemTrimValid"));
+  EXPECT_LT(colour(), 10);
+  shown.user().click(shown.widget("tandemTrimValid"));
+  EXPECT_GT(colour(), 60);
+}
+
 TEST_F(SheetPicture, IsNotMirrored) {
   ShownPanel arabic({.language = "ar", .stored = on({{"MVLeftMargin", "15"}, {"MVPrintPosition", "Left"}})});
   const auto picture = pictureOf(arabic);

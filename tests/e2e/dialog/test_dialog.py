@@ -80,6 +80,13 @@ class DialogTest(DialogCase):
         dialog.xdotool("key", "--delay", "0", "ctrl+a", "9", "Return")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "9")
 
+    def test_enter_in_a_box_prints_with_the_buttons_in_a_header_bar_too(self):
+        header = surroundings.fonts(self.temporary_folder() / "fonts", more="gtk-dialogs-use-header=true\n")
+        dialog = self.live_panel(**header)
+        dialog.click(dialog.find_live("text", "Left Margin"))
+        dialog.keys("ctrl+a", "9", "Return")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "9")
+
     def test_cancel_sends_nothing_and_remembers_nothing(self):
         dialog = self.live_panel()
         dialog.type("Top Margin", "13")
@@ -320,6 +327,14 @@ class DialogTest(DialogCase):
         dialog.choose_by_keys("Paper size", "Down")
         dialog.page("Tandem Trim")
         dialog.find("image", "297 × 420 mm")
+
+    def test_the_picture_lies_as_the_paper_does(self):
+        dialog = self.live_panel("-o", "landscape")
+        dialog.find("image", "297 × 210 mm")
+        dialog.page("Page Setup")
+        dialog.choose_by_keys("Orientation", "Home")
+        dialog.page("Tandem Trim")
+        dialog.find("image", "210 × 297 mm")
 
     def test_what_comes_through_a_pipe_is_printed_whole(self):
         dialog = self.dialog("-d", "Morva", documents=["-"], content=SAMPLE.read_bytes())
