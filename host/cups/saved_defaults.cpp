@@ -3,18 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <optional>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "host/failure.hpp"
 #include "host/file_descriptor.hpp"
+#include "host/home_folder.hpp"
 #include "host/job/lpoptions.hpp"
 
 namespace tandemtrim::host {
@@ -122,14 +121,7 @@ void writeEntries(const Printer& printer, const Options& entries) {
 
 }  // namespace
 
-fs::path savedDefaultsFile() {
-  const char* home = std::getenv("HOME");
-  if (home == nullptr) {
-    const auto* const user = getpwuid(getuid());
-    home = user == nullptr ? "/" : user->pw_dir;
-  }
-  return std::string(home) + "/.cups/lpoptions";
-}
+fs::path savedDefaultsFile() { return homeFolder().string() + "/.cups/lpoptions"; }
 
 void editFile(const fs::path& file, const std::function<std::string(const std::string&)>& edit) {
   std::error_code unresolved;

@@ -6,7 +6,7 @@ import subprocess
 import unittest
 
 from terminal import Terminal
-from terminal_case import BUILD, FOLDLINE_PPD, PPD, PROGRAM, SAMPLE, TerminalCase
+from terminal_case import BUILD, FOLDLINE_PPD, PPD, SAMPLE, TerminalCase
 
 SETTINGS = {"Valid=", "Direction=", "Position=", "Top=", "Bottom=", "Left=", "Right="}
 # What is typed before Tab, and what stands on the command line behind it.

@@ -10,6 +10,7 @@
 #include <sys/socket.h>
 
 #include "host/cups/connection/attributes.hpp"
+#include "host/cups/connection/certificate.hpp"
 #include "host/cups/connection/name_lookup.hpp"
 #include "host/cups/connection/refusals.hpp"
 
@@ -45,6 +46,12 @@ Failure nobodyAnswers() {
                  "; start CUPS there, or name another server by -h");
 }
 
+Failure notEncrypted() {
+  return Failure(Trouble::insecure,
+                 "the print server at " + serverName() + " gives no encrypted connection, which is required",
+                 "; ask its administrator, or name another server by -h");
+}
+
 int onTimeout(http_t* /*http*/, void* givenUp) {
   *static_cast<std::atomic<GivenUp>*>(givenUp) = GivenUp::tooSlow;
   return 0;  // Wait no longer.
@@ -62,14 +69,19 @@ Connection::Connection(const std::optional<std::string>& server)
   }
   if (!http_) throw nobodyAnswers();
   httpSetTimeout(get(), static_cast<double>(bounds_->longest.count()), onTimeout, &bounds_->givenUp);
-  if (!connect()) throw isSilent() ? lastFailure() : nobodyAnswers();
+  if (!connect()) {
+    if (isSilent()) throw lastFailure();
+    throw cupsLastError() == IPP_STATUS_ERROR_CUPS_PKI ? notEncrypted() : nobodyAnswers();
+  }
 }
 
 // Not by cupsDoRequest(): it sends a request that is redirected again and again.
 MessageHandle Connection::ask(MessageHandle request, const std::string& resource) const {
   refuseIncomplete(request);
   const auto watched = watch();
+  bool isToBeEncrypted = cupsEncryption() >= HTTP_ENCRYPTION_REQUIRED;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (httpIsEncrypted(get()) != 0) checkCertificate(get(), server());
     auto status = cupsSendRequest(get(), request.get(), resource.c_str(), ippLength(request.get()));
     if (status == HTTP_STATUS_CONTINUE || status == HTTP_STATUS_OK) {
       MessageHandle answer(cupsGetResponse(get(), resource.c_str()));
@@ -83,9 +95,11 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
       throw Failure(Trouble::noServer, server() + " sends requests elsewhere (" + httpStatus(status) + ")",
                     "; name the print server itself by -h");
     }
+    isToBeEncrypted |= status == HTTP_STATUS_UPGRADE_REQUIRED;
     // libcups has proved who the user is, or has encrypted the connection.
     if (status != HTTP_STATUS_UNAUTHORIZED && status != HTTP_STATUS_UPGRADE_REQUIRED) break;
   }
+  if (isToBeEncrypted && httpIsEncrypted(get()) == 0 && !isSilent()) throw notEncrypted();
   throw lastFailure();
 }
 

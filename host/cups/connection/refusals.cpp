@@ -87,11 +87,6 @@ constexpr std::array kMeanings{
             "; wait until some are printed (lpstat -o), or choose another printer by -d"},
     Meaning{IPP_STATUS_ERROR_TOO_MANY_DOCUMENTS, Trouble::other, "takes fewer documents in a job",
             "; print them in several jobs"},
-    Meaning{IPP_STATUS_ERROR_CUPS_UPGRADE_REQUIRED, Trouble::insecure,
-            "wants an encrypted connection and could not be given one",
-            "; ask the server's administrator for a certificate that works"},
-    Meaning{IPP_STATUS_ERROR_CUPS_PKI, Trouble::insecure, "could not agree on an encrypted connection",
-            "; ask the server's administrator for a certificate that works"},
 };
 
 constexpr Meaning kUnknown{IPP_STATUS_ERROR_INTERNAL, Trouble::other, "refuses the request", kSeeLog};
@@ -111,8 +106,6 @@ constexpr std::array kHttpMeanings{
     HttpMeaning{HTTP_STATUS_GONE, IPP_STATUS_ERROR_GONE},
     HttpMeaning{HTTP_STATUS_REQUEST_TIMEOUT, IPP_STATUS_ERROR_TIMEOUT},
     HttpMeaning{HTTP_STATUS_REQUEST_TOO_LARGE, IPP_STATUS_ERROR_REQUEST_ENTITY},
-    HttpMeaning{HTTP_STATUS_UPGRADE_REQUIRED, IPP_STATUS_ERROR_CUPS_UPGRADE_REQUIRED},
-    HttpMeaning{HTTP_STATUS_CUPS_PKI_ERROR, IPP_STATUS_ERROR_CUPS_PKI},
     HttpMeaning{HTTP_STATUS_SERVER_ERROR, IPP_STATUS_ERROR_INTERNAL},
     HttpMeaning{HTTP_STATUS_BAD_GATEWAY, IPP_STATUS_ERROR_SERVICE_UNAVAILABLE},
     HttpMeaning{HTTP_STATUS_SERVICE_UNAVAILABLE, IPP_STATUS_ERROR_SERVICE_UNAVAILABLE},

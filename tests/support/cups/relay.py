@@ -8,6 +8,7 @@ from cups_daemon import HOST
 
 SILENT, GONE, BUSY = "silent", "gone", "busy"
 REFUSAL = b"HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\nConnection: close\r\n\r\n"
+UPGRADE = b"HTTP/1.1 426 Upgrade Required\r\nConnection: Upgrade\r\nUpgrade: TLS/1.2,HTTP/1.1\r\nContent-Length: 0\r\n\r\n"
 PIECE = 65536
 NEW_JOB = b"job-name"  # in the request that makes a job
 END_OF_REQUEST_LINE = b" HTTP/1.1\r\n"
@@ -97,6 +98,29 @@ class Altered(Relay):
                 client.sendall(piece.replace(self._old, self._new))
         except OSError:
             pass  # the connection is gone
+
+
+class WantsEncryption(Relay):
+    """Answers each connection that begins with another request than one for encryption with 426, and passes the others on."""
+
+    def __init__(self, server):
+        super().__init__(server, float("inf"), None)
+        self.turned_away = 0
+
+    def _requests_from(self, client, server):
+        try:
+            piece = client.recv(PIECE)
+            while piece and not piece.startswith(b"OPTIONS "):
+                if END_OF_REQUEST_LINE in piece:
+                    self.turned_away += 1
+                    client.sendall(UPGRADE)
+                piece = client.recv(PIECE)
+            while piece:
+                server.sendall(piece)
+                piece = client.recv(PIECE)
+        except OSError:
+            pass  # the connection is gone
+        self._end(server)
 
 
 class Slow(Relay):

@@ -1,0 +1,95 @@
+#include "host/cups/connection/certificate.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+#include "host/cups/connection/cups_handles.hpp"
+#include "host/failure.hpp"
+#include "host/home_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Certificate = std::unique_ptr<cups_array_t, EndedBy<httpFreeCredentials>>;
+
+// Where libcups looks for the certificates that an ordinary user trusts.
+fs::path certificatesFolder() { return homeFolder().string() + "/.cups/ssl"; }
+
+// As libcups calls it.
+fs::path fileOf(std::string host) {
+  std::ranges::transform(host, host.begin(), [](unsigned char character) {
+    const bool isPlain = std::isalnum(character) != 0 || character == '-' || character == '.';
+    return isPlain ? static_cast<char>(std::tolower(character)) : '_';
+  });
+  return certificatesFolder() / (host + ".crt");
+}
+
+Certificate shownBy(http_t* http) {
+  cups_array_t* shown = nullptr;
+  httpCopyCredentials(http, &shown);
+  return Certificate(shown);
+}
+
+Certificate keptFor(const std::string& host) {
+  cups_array_t* kept = nullptr;
+  httpLoadCredentials(certificatesFolder().c_str(), &kept, host.c_str());
+  return Certificate(kept);
+}
+
+void keep(const Certificate& certificate, const std::string& host) {
+  std::error_code ignored;
+  fs::create_directories(certificatesFolder(), ignored);
+  fs::permissions(certificatesFolder(), fs::perms::owner_all, ignored);
+  httpSaveCredentials(certificatesFolder().c_str(), certificate.get(), host.c_str());
+}
+
+// The server's own, which comes before those that vouch for it.
+std::string_view bytesOf(const Certificate& certificate) {
+  const auto* const first = static_cast<const http_credential_t*>(cupsArrayFirst(certificate.get()));
+  if (first == nullptr) return {};
+  return {static_cast<const char*>(first->data), first->datalen};
+}
+
+std::string lastWords() {
+  const char* const words = cupsLastErrorString();
+  return words == nullptr ? "it is not valid" : words;
+}
+
+// By libcups's rule.
+bool isNext(const Certificate& shown, const Certificate& kept, const std::string& host) {
+  return httpCredentialsGetExpiration(shown.get()) > httpCredentialsGetExpiration(kept.get()) &&
+         httpCredentialsAreValidForName(shown.get(), host.c_str()) != 0;
+}
+
+}  // namespace
+
+void checkCertificate(http_t* http, const std::string& server) {
+  std::array<char, HTTP_MAX_HOST> name{};
+  const std::string host = httpGetHostname(http, name.data(), static_cast<int>(name.size()));
+  const auto shown = shownBy(http);
+  const auto kept = keptFor(host);
+  if (!kept) {
+    if (httpCredentialsGetTrust(shown.get(), host.c_str()) != HTTP_TRUST_OK) {
+      throw Failure(Trouble::insecure,
+                    server + " shows a certificate that is not trusted (" + lastWords() + ")",
+                    "; get the right one from its administrator as " + fileOf(host).string() +
+                        ", or see client.conf(5)");
+    }
+  } else if (bytesOf(shown) == bytesOf(kept)) {
+    return;
+  } else if (!isNext(shown, kept, host)) {
+    throw Failure(Trouble::insecure,
+                  server + " shows another certificate than before, so it may be another server",
+                  "; where its administrator says that the certificate was replaced, remove " +
+                      fileOf(host).string() + " and print again");
+  }
+  keep(shown, host);
+}
+
+}  // namespace tandemtrim::host

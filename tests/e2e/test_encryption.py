@@ -1,0 +1,73 @@
+"""A print server that wants an encrypted connection gets one, and a certificate that changed is told."""
+
+import unittest
+
+from fake_server import FakeServer
+from private_cups import PrivateCups
+from relay import WantsEncryption
+from terminal_case import PPD, SAMPLE, TerminalCase
+
+CONFIRMED = r"^job \d+ on Morva: 7 of 7 options confirmed\n$"
+REQUIRED = {"CUPS_ENCRYPTION": "Required"}
+
+
+class EncryptionTest(TerminalCase):
+    def kept(self):
+        """The file in which the server's certificate is kept."""
+        return self.cups.folder / "home/.cups/ssl/127.0.0.1.crt"
+
+    def prints_encrypted(self, **around):
+        """Prints at a server that nothing reaches but encryption; gives how many requests it turned away."""
+        with WantsEncryption(self.cups.address) as relay:
+            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **around)
+        self.assertRegex(result.stdout, CONFIRMED, result.stderr)
+        self.cups.wait_for_jobs()
+        return relay.turned_away
+
+    def test_encryption_that_the_user_requires_is_used_from_the_start(self):
+        self.assertEqual(self.prints_encrypted(**REQUIRED), 0)
+
+    def test_encryption_that_the_server_requires_is_followed(self):
+        self.assertGreater(self.prints_encrypted(), 0)
+
+    def test_the_first_certificate_is_kept_for_the_user_alone(self):
+        self.prints_encrypted(**REQUIRED)
+        self.assertEqual(self.kept().parent.stat().st_mode & 0o777, 0o700)
+        first = self.kept().read_bytes()
+        self.assertIn(b"BEGIN CERTIFICATE", first)
+        self.prints_encrypted(**REQUIRED)
+        self.assertEqual(self.kept().read_bytes(), first)
+
+    def test_a_certificate_that_changed_is_told_before_anything_is_sent(self):
+        self.prints_encrypted(**REQUIRED)
+        with PrivateCups() as other:
+            other.add_queue("Morva", PPD)
+            address = "{}:{}".format(*other.address)
+            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
+            self.assertEqual((result.returncode, result.stdout), (1, ""))
+            words = f"the print server at {address} shows another certificate than before, so it may be another server; .*remove {self.kept()} "
+            self.assertRegex(result.stderr, words)
+            with WantsEncryption(other.address) as relay:
+                self.assertIn("another certificate", self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address).stderr)
+            self.assertEqual(other.jobs(), [])
+            self.kept().unlink()
+            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
+            self.assertRegex(result.stdout, CONFIRMED, result.stderr)
+
+    def test_a_certificate_that_the_users_settings_exclude_is_told(self):
+        settings = self.cups.folder / "home/client.conf"
+        for text, words in (("TrustOnFirstUse No\n", "Trust on first use"), ("ValidateCerts Yes\n", "not valid for name")):
+            settings.write_text(text)
+            with self.subTest(text):
+                result = self.refuses("-d", "Morva", SAMPLE, **REQUIRED)
+                self.assertRegex(result.stderr, f"shows a certificate that is not trusted .*{words}.*; .*{self.kept()}.* client.conf")
+
+    def test_a_server_that_cannot_encrypt_is_told(self):
+        with FakeServer(PPD.read_bytes()) as server:
+            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT="5", **REQUIRED)
+        self.assertEqual(result.returncode, 1)
+        self.assertRegex(result.stderr, f"the print server at {server.address} .*encrypted connection.*; ")
+
+
+if __name__ == "__main__":
+    unittest.main()
