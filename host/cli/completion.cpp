@@ -50,7 +50,7 @@ std::vector<platform::PanelSetting> panelSettings(const CommandLine& line) {
   return settingsWith(printer.name, queuePpd(connection, printer).get());
 }
 
-// "Valid=", and behind the equals sign "Valid=On".
+// A name with an equals sign and, once that is typed, one of its choices behind it.
 Words settingWords(const std::vector<platform::PanelSetting>& settings, const std::string& typed) {
   Words words;
   for (const auto& setting : settings) {
