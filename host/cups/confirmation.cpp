@@ -61,6 +61,8 @@ std::string outOf(std::uint64_t held, std::uint64_t sent, const std::string& uni
   return std::to_string(held) + " of " + std::to_string(sent) + " " + unit;
 }
 
+bool isIncoming(const HeldJob& held) { return held.reasons.find("job-incoming") != std::string::npos; }
+
 // Servers add pages of their own to a job, so that they may hold more than was sent.
 std::string incompleteness(const MessageHandle& job, const HeldJob& held, const JobContent& sent) {
   const auto documents = numberIn(job, "number-of-documents");
@@ -72,7 +74,13 @@ std::string incompleteness(const MessageHandle& job, const HeldJob& held, const 
   const auto size = numberIn(job, "job-k-octets");
   if (size && *size < kilobytes) return outOf(*size, kilobytes, "KB");
   if (!documents && !size && !sent.isAnswered) return "an unknown part";
-  return held.reasons.find("job-incoming") == std::string::npos ? "" : "not yet the last document";
+  return isIncoming(held) ? "not yet the last document" : "";
+}
+
+// CUPS counts a document once it has it, and takes one for whole that breaks off between two chunks of HTTP.
+bool isArriving(const MessageHandle& job, const HeldJob& held, const JobContent& sent) {
+  const auto documents = numberIn(job, "number-of-documents");
+  return !documents || *documents < sent.documents || isIncoming(held);
 }
 
 }  // namespace
@@ -94,6 +102,7 @@ HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent) {
   held.message = textIn(jobAttributes, "job-printer-state-message").value_or("");
   held.sheets = numberIn(jobAttributes, "job-media-sheets-completed").value_or(0);
   held.incomplete = incompleteness(jobAttributes, held, sent);
+  held.isArriving = !held.incomplete.empty() && isArriving(jobAttributes, held, sent);
   held.lost = lostOptions(jobAttributes, sent.options);
   return held;
 }

@@ -42,6 +42,8 @@ struct HeldJob {
   /// What of the documents it does not hold, as "0 of 1 documents"; empty when it has them all.
   std::string incomplete;
   std::vector<LostOption> lost;
+  /// Whether more of the documents may still be on its way: one that the server has taken never grows.
+  bool isArriving = false;
 };
 
 /// Those of the options that a server keeps as attributes of the job: not those of a subscription to its

@@ -43,7 +43,9 @@ std::optional<std::string> badEnd(const HeldJob& held) {
 }
 
 // Whether nothing is left to cancel of the job, or nothing is missing.
-bool isToStay(const HeldJob& held) { return badEnd(held) || held.incomplete.empty(); }
+bool isToStay(const HeldJob& held) {
+  return badEnd(held) || held.state == IPP_JSTATE_COMPLETED || held.incomplete.empty();
+}
 
 // Sends the documents up to one that the server leaves without an answer; why, or none.
 std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& documents,
@@ -73,7 +75,7 @@ HeldJob askForWhole(const Connection& connection, const Printer& printer, int nu
   const auto end = std::chrono::steady_clock::now() + kForTheRest;
   for (;; std::this_thread::sleep_for(kBetweenQuestions)) {
     auto held = askForHeld(connection, printer, number, sent);
-    if (sent.isAnswered || held.incomplete.empty() || std::chrono::steady_clock::now() >= end) return held;
+    if (sent.isAnswered || !held.isArriving || std::chrono::steady_clock::now() >= end) return held;
   }
 }
 

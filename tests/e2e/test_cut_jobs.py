@@ -1,5 +1,6 @@
 """A connection that is cut at any byte: no job is called confirmed that its filter has not got whole, none stays behind, and none keeps the program."""
 
+import hashlib
 import os
 import random
 import unittest
@@ -35,6 +36,7 @@ class CutJobsTest(TerminalCase):
         whole = Cut(self.cups.address, answers=answers, since=since)
         result, (expected,) = self.prints_over(whole, document)
         self.assertEqual((result.returncode, expected.sha256), (0, digest(document)))
+        content = document.read_bytes()
         every = range(1, whole.counted)
         first, slash, step = cuts.partition("/")
         points = every[int(first) :: int(step)] if slash else sorted(random.Random(SEED).sample(every, int(cuts)))
@@ -47,7 +49,11 @@ class CutJobsTest(TerminalCase):
                     self.assertEqual((result.returncode, received), (0, [(expected.sha256, DEFAULTS)]))
                 else:
                     self.assertRegex(result.stderr, "^tandem-trim: .*the print server at 127.0.0.1:")
-                    self.assertEqual(received, [])
+                    # CUPS takes a document for whole that breaks off between two chunks of HTTP, and prints its beginning.
+                    for record in records:
+                        self.assertIn("is incomplete: ", result.stderr)
+                        self.assertEqual(record.sha256, hashlib.sha256(content[: record.size]).hexdigest())
+                        self.assertLess(record.size, len(content))
 
     def test_a_request_that_is_cut(self):
         self.cuts(CUTS, self.document(SMALL), answers=False, since=ANY_REQUEST)

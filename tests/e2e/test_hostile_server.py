@@ -245,6 +245,22 @@ class HostileServerTest(TerminalCase):
                 result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
             self.assertEqual((result.returncode, result.stdout), (0, "job 1 on Morva: 7 of 7 options confirmed\n"), result.stderr)
 
+    # CUPS does so with one that breaks off between two chunks of HTTP.
+    def test_a_document_that_the_server_takes_for_whole_and_is_not_is_called_back_at_once(self):
+        for state, is_cancelled in ((ipp.PROCESSING, True), (ipp.COMPLETED, False)):
+            held = [(ipp.ENUM, "job-state", state), (ipp.INTEGER, "number-of-documents", 1), (ipp.INTEGER, "job-k-octets", 1)]
+            answers = {
+                ipp.SEND_DOCUMENT: lambda: [fake_server.head()],
+                ipp.GET_JOB: lambda held=held: [fake_server.described(ipp.JOB_GROUP, fake_server.JOB, held)],
+            }
+            with self.subTest(state), FakeServer(PPD.read_bytes(), answers) as server:
+                result = self.trim_at(server.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)
+            self.assertEqual((result.returncode, result.stdout), (1, ""))
+            end = "; job 1 on Morva was cancelled" if is_cancelled else ""
+            self.assertIn(f"job 1 on Morva is incomplete: the print server at {server.address} holds 1 of 18 KB of it{end}; print it again", result.stderr)
+            self.assertEqual(server.asked.count(ipp.GET_JOB), 1)
+            self.assertEqual(ipp.CANCEL_JOB in server.asked, is_cancelled)
+
     # What takes long.
 
     def test_a_document_takes_the_time_that_the_way_to_the_server_takes(self):

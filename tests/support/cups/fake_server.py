@@ -17,7 +17,7 @@ PRINTER = (
     (ipp.ENUM, "printer-state", 3),
     (ipp.TEXT, "printer-state-message", "ready"),
 )
-JOB = ((ipp.INTEGER, "job-id", 1), (ipp.ENUM, "job-state", 9), (ipp.KEYWORD, "job-state-reasons", "job-completed-successfully"))
+JOB = ((ipp.INTEGER, "job-id", 1), (ipp.ENUM, "job-state", ipp.COMPLETED), (ipp.KEYWORD, "job-state-reasons", "job-completed-successfully"))
 
 
 def answer(content, *fields):
