@@ -8,9 +8,9 @@
 #include <thread>
 #include <utility>
 
-#include <cups/cups.h>
 #include <glibmm/main.h>
 
+#include "host/cups/connection/login.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::host {
@@ -24,6 +24,12 @@ struct Outcome {
 
 /// How many threads are at work.
 inline std::atomic<int> underWay = 0;
+
+/// Gives no login.
+inline std::optional<Login> nobodyToAsk(const LoginQuestion& /*question*/) { return std::nullopt; }
+
+/// Whom threads ask for logins.
+inline AskForLogin loginsInBackground = nobodyToAsk;
 
 /// The outcome of the work: its result, or the failure that it raised.
 template <class Result>
@@ -51,9 +57,8 @@ void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
   };
   ++underWay;
   try {
-    std::thread([deliver, work = std::move(work)] {
-      // Keeps libcups from asking for a password at the terminal.
-      cupsSetPasswordCB2([](auto...) -> const char* { return nullptr; }, nullptr);
+    std::thread([deliver, work = std::move(work), ask = loginsInBackground] {
+      answerLogins(ask);
       deliver(outcomeOf<Result>(work));
       --underWay;
     }).detach();

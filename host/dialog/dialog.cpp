@@ -21,6 +21,7 @@ Dialog::Dialog(const CommandLine& line, const Report& report)
     : sender_(openDocuments(line.files), report,
               [this](const std::string& progress) { window_.showProgress(progress); }),
       questions_(window_.dialog()),
+      login_(window_.dialog()),
       printer_(
           line, report, window_,
           {[this] { print(false); }, [this](const std::string& help) { questions_.showInformation(help); }}) {
@@ -62,6 +63,7 @@ void Dialog::onResponse(int response) {
   if (liveIn(window_.state()).content) return window_.close();
   window_.enter(DialogState::cancelling);
   sender_.cancel(signal_ == 0 ? "cancelled" : wordOf(signal_));
+  login_.giveUp();
   window_.hide();
 }
 
@@ -106,6 +108,9 @@ void Dialog::onSent(const Outcome<SendResult>& outcome) {
   if (outcome.result) sent_ = outcome.result->job;
   if (isCancelled) {
     failure_ = outcome.failure;
+    // The login was given up along with the job, which then does not exist.
+    if (failure_ && failure_->trouble() == Trouble::unauthorized)
+      failure_ = Failure(Trouble::cancelled, failure_->fact());
     return window_.close();
   }
   if (outcome.failure) {

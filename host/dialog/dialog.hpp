@@ -6,6 +6,7 @@
 #include "host/cups/sent_job.hpp"
 #include "host/dialog/chosen_printer.hpp"
 #include "host/dialog/dialog_window.hpp"
+#include "host/dialog/login_window.hpp"
 #include "host/dialog/questions.hpp"
 #include "host/dialog/sender.hpp"
 #include "host/job/command_line.hpp"
@@ -40,6 +41,7 @@ class Dialog : public sigc::trackable {
   Sender sender_;
   DialogWindow window_;
   Questions questions_;
+  LoginWindow login_;
   ChosenPrinter printer_;
   std::optional<SentJob> sent_;
   // Of a job that was cancelled.

@@ -20,6 +20,14 @@ inline constexpr const char* kSendAsItIsText = "_Send As It Is";
 inline constexpr const char* kBackText = "_Back";
 inline constexpr const char* kCloseText = "_Close";
 inline constexpr const char* kTryAgainText = "_Try Again";
+inline constexpr const char* kCancelText = "_Cancel";
+inline constexpr const char* kContinueText = "C_ontinue";
+inline constexpr const char* kLoginTitleText = "Log In";
+inline constexpr const char* kLoginText = "[server] asks for a user name and a password. They are not kept.";
+inline constexpr const char* kLoginAgainText =
+    "[server] did not take this user name and password. Type them again.";
+inline constexpr const char* kUserText = "_User name";
+inline constexpr const char* kPasswordText = "_Password";
 inline constexpr const char* kHelpText = "_Help";
 inline constexpr const char* kUseForAllJobsText = "_Use for all my jobs";
 inline constexpr const char* kSummaryText = "Summary";
@@ -92,10 +100,11 @@ inline constexpr std::array kHelpTexts{
 
 /// All other texts.
 inline constexpr std::array kTexts{
-    kCorrectText,    kSendAsItIsText, kBackText,         kCloseText,       kHelpText,    kUseForAllJobsText,
-    kSummaryText,    kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText, kChoosePrinterText,
-    kSendingText,    kRangeText,      kIllegalValueText, kSentOfText,      kSentText,    kListSeparatorText,
-    kWrongPagesText, kWrongTimeText,  kTryAgainText};
+    kCancelText,        kContinueText,   kLoginTitleText, kLoginText,        kLoginAgainText,  kUserText,
+    kPasswordText,      kCorrectText,    kSendAsItIsText, kBackText,         kCloseText,       kHelpText,
+    kUseForAllJobsText, kSummaryText,    kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText,
+    kChoosePrinterText, kSendingText,    kRangeText,      kIllegalValueText, kSentOfText,      kSentText,
+    kListSeparatorText, kWrongPagesText, kWrongTimeText,  kTryAgainText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

@@ -1,10 +1,13 @@
 """Stands between a client and its print server, lets a number of the client's requests through, and then plays a server in trouble.
 Or it holds one kind of request back for a while."""
 
+import base64
+import re
 import socket
 import threading
 
 from cups_daemon import HOST
+from fake_server import UNAUTHORIZED
 
 SILENT, GONE, BUSY = "silent", "gone", "busy"
 REFUSAL = b"HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\nConnection: close\r\n\r\n"
@@ -120,6 +123,30 @@ class WantsEncryption(Relay):
                 piece = client.recv(PIECE)
         except OSError:
             pass  # the connection is gone
+        self._end(server)
+
+
+class WantsLogin(Relay):
+    """Lets no job be made but by who sends this "user:password"; `tried` has those that were sent."""
+
+    def __init__(self, server, login):
+        super().__init__(server, float("inf"), None)
+        self._login, self.tried = login, []
+
+    def _requests_from(self, client, server):
+        login = None
+        try:
+            while piece := client.recv(PIECE):
+                if sent := re.search(rb"Authorization: Basic (\S+)", piece):
+                    login = base64.b64decode(sent[1]).decode()
+                if NEW_JOB in piece and login != self._login:
+                    self.tried += [login] if login and login not in self.tried else []
+                    client.sendall(UNAUTHORIZED)
+                    break
+                server.sendall(piece)
+        except OSError:
+            pass  # the connection is gone
+        self._end(client)
         self._end(server)
 
 

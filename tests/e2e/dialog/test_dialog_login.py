@@ -1,0 +1,63 @@
+"""A print server that wants a login gets it from a question in the dialog, which keeps nothing of it."""
+
+import signal
+import unittest
+
+from dialog_case import DialogCase, until
+from relay import WantsLogin
+from terminal_case import DEFAULTS, of_panel
+
+QUESTION = "asks for a user name and a password"
+AGAIN = "did not take this user name and password"
+
+
+class DialogLoginTest(DialogCase):
+    def setUp(self):
+        super().setUp()
+        relay = WantsLogin(self.cups.address, "ann:Secret")
+        self.server = self.enterContext(relay)
+        self.asked = self.dialog("-d", "Morva", CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT="5")
+        self.asked.wait_for_tab("Tandem Trim")
+        self.asked.press("Print")
+        self.asked.says(QUESTION)
+
+    def enter(self, user, password):
+        """Types into the question and goes on."""
+        self.asked.type("User name", user)
+        self.asked.type("Password", password)
+        self.asked.answer("Continue")
+
+    def test_the_job_is_sent_with_the_login_that_is_given(self):
+        self.enter("ann", "Secret")
+        self.assertEqual(of_panel(self.printed(self.asked).options), DEFAULTS)
+
+    def test_a_wrong_login_is_asked_for_again_up_to_three_times(self):
+        self.enter("ann", "One")
+        self.asked.says(AGAIN)
+        self.enter("ann", "Two")
+        until(lambda: len(self.server.tried) == 2, "the second try")
+        self.asked.says(AGAIN)
+        self.enter("ann", "Three")
+        self.asked.says("Unauthorized")
+        self.assertEqual(self.server.tried, ["ann:One", "ann:Two", "ann:Three"])
+        self.assert_nothing_was_sent()
+        self.asked.press("Close")
+        until(lambda: self.asked.is_live("push button", "Print"), "Print to be ready again")
+
+    def test_without_a_login_the_job_is_not_sent_and_the_dialog_stays(self):
+        self.asked.answer("Cancel")
+        self.asked.says("nothing was printed: Unauthorized")
+        self.asked.press("Close")
+        until(lambda: self.asked.is_live("push button", "Print"), "Print to be ready again")
+        self.assertEqual(self.server.tried, [])
+        self.assert_nothing_was_sent()
+
+    def test_a_signal_ends_the_question(self):
+        self.asked.process.send_signal(signal.SIGINT)
+        status, out, _ = self.asked.ends()
+        self.assertEqual((status, out), (130, ""))
+        self.assert_nothing_was_sent()
+
+
+if __name__ == "__main__":
+    unittest.main()
