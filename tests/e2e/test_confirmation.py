@@ -8,6 +8,8 @@ import struct
 import subprocess
 import unittest
 
+import fake_server
+import ipp
 from patience import PATIENCE, until
 from relay import GONE, Away, Cut, Holdup, Pause, Relay
 from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase, digest
@@ -59,10 +61,10 @@ class ConfirmationTest(TerminalCase):
         self.cups.wait_for_jobs()
         return result, self.cups.records()
 
-    def started(self, *arguments, stdin=subprocess.DEVNULL, **variables):
+    def started(self, *arguments, program=(PROGRAM,), stdin=subprocess.DEVNULL, **variables):
         """The program, which is ended with the test."""
         program = subprocess.Popen(
-            [PROGRAM, *arguments], stdin=stdin, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=self.environment(**variables)
+            [*program, *arguments], stdin=stdin, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=self.environment(**variables)
         )
         self.addCleanup(program.communicate)
         self.addCleanup(program.kill)
@@ -130,6 +132,16 @@ class ConfirmationTest(TerminalCase):
             status, out, said = self.end_of(program)
         self.assertEqual(status, 0, said)
         self.assertRegex(out, r"7 of 7 options confirmed\n$")
+
+    def test_of_a_job_whose_number_is_lost_that_one_alone_is_cancelled(self):
+        self.assertEqual(self.trim("-d", "Resting", SAMPLE).returncode, 0)
+        others, before = self.cups.jobs("not-completed"), self.cups.jobs()
+        with Cut(self.cups.address, 1, answers=True) as relay:
+            result = self.trim("-d", "Resting", SAMPLE, CUPS_SERVER=relay.address)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(NO_NUMBER.replace("Morva", "Resting"), result.stderr)
+        self.assertEqual(self.cups.jobs("not-completed"), others)
+        self.assertEqual(len(self.cups.jobs()), len(before) + 1)
 
     # Documents that cannot be sent to their end.
 
@@ -226,6 +238,21 @@ class ConfirmationTest(TerminalCase):
                 self.assertRegex(said, rf"{job}: processing \(job-printing\): cutting\n")
                 self.assertRegex(said, words.format(job))
 
+    def test_each_change_of_a_job_that_is_followed_is_reported_once(self):
+        def described(state, reasons, message, sheets):
+            changes = [(ipp.ENUM, "job-state", state), (ipp.KEYWORD, "job-state-reasons", reasons)]
+            changes += [(ipp.TEXT, "job-printer-state-message", message), (ipp.INTEGER, "job-media-sheets-completed", sheets)]
+            return [fake_server.described(ipp.JOB_GROUP, fake_server.JOB, changes)]
+
+        plain = b"".join(line for line in PPD.read_bytes().splitlines(True) if b"APDialogExtension" not in line)
+        states = [(3, "none", "", 0), (5, "job-printing", "cutting", 1), (5, "job-printing", "cutting", 1), (5, "job-printing", "", 2), (9, "none", "", 2)]
+        answers = iter([described(*state) for state in states])
+        with fake_server.FakeServer(plain, {ipp.GET_JOB: lambda: next(answers)}) as server:
+            result = self.trim("-d", "Morva", "--wait", SAMPLE, CUPS_SERVER=server.address)
+        changes = ["pending", "processing (job-printing): cutting; 1 sheet printed", "processing (job-printing); 2 sheets printed", "completed; 2 sheets printed"]
+        self.assertEqual(result.stderr, "".join(f"tandem-trim: job 1 on Morva: {change}\n" for change in changes))
+        self.assertEqual((result.returncode, result.stdout), (0, "job 1 on Morva: 0 of 0 options confirmed\n"))
+
     def test_following_needs_a_file(self):
         self.refuses("-d", "Morva", "--wait", status=2, words=["--wait", "file"])
 
@@ -243,9 +270,9 @@ class ConfirmationTest(TerminalCase):
 
     # Signals.
 
-    def sends_a_part(self, **variables):
+    def sends_a_part(self, **around):
         """The program, which has made a job and waits for the rest of its document."""
-        program = self.started("-d", "Morva", "-", stdin=subprocess.PIPE, **variables)
+        program = self.started("-d", "Morva", "-", stdin=subprocess.PIPE, **around)
         program.stdin.write(SAMPLE.read_bytes() + bytes(65536))
         program.stdin.flush()
         until(lambda: self.cups.jobs("not-completed"), "the start of the job")
@@ -279,6 +306,25 @@ class ConfirmationTest(TerminalCase):
                 self.assertRegex(said, f"^tandem-trim: interrupted; {words}")
                 self.cups.wait_for_jobs()
                 self.assertEqual(self.cups.records(), [])
+
+    def test_a_signal_that_is_ignored_from_the_start_stays_so(self):
+        program = self.sends_a_part(program=("env", "--ignore-signal=INT", PROGRAM))
+        program.send_signal(signal.SIGINT)
+        status, out, said = self.end_of(program)
+        self.assertEqual((status, said), (0, ""))
+        self.assertRegex(out, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
+
+    def test_a_signal_while_a_job_is_followed_leaves_the_job_alone(self):
+        program = self.started("-d", "Slow", "--wait", SAMPLE)
+        while b"cutting" not in program.stderr.readline():
+            self.assertIsNone(program.poll())
+        program.send_signal(signal.SIGINT)
+        self.assertEqual(program.wait(PATIENCE), -signal.SIGINT)
+        jobs = self.cups.jobs("not-completed")
+        self.assertEqual(len(jobs), 1)
+        self.tells(0)
+        self.cups.wait_for_jobs()
+        self.assertLessEqual(set(jobs), set(self.cups.jobs("completed")))
 
     def test_a_second_signal_ends_the_program_at_once(self):
         program = self.sends_a_part(TANDEM_TRIM_TIMEOUT=str(10 * PATIENCE))

@@ -12,6 +12,7 @@ from terminal_case import (
     DEFAULTS,
     MARGINS,
     POSITION,
+    PPD,
     SAMPLE,
     TerminalCase,
     each,
@@ -85,6 +86,16 @@ class DefaultsTest(TerminalCase):
     def test_they_may_be_kept_while_printing(self):
         self.prints("-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9", SAMPLE)
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
+
+    def test_they_may_be_kept_with_the_ppd_from_a_file(self):
+        self.keeps("--ppd", PPD, "-o", "MVTopMargin=9")
+        self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
+
+    def test_a_default_that_the_printer_does_not_allow_is_not_kept(self):
+        ppd = self.temporary_folder() / "small.ppd"
+        ppd.write_text(PPD.read_text().replace('MaxTandemTrimMarginTop: "20"', 'MaxTandemTrimMarginTop: "3"'))
+        self.keeps("--ppd", ppd)
+        self.assertEqual(self.kept_for("Dest Morva").keys(), DEFAULTS.keys() - {MARGINS["Top"]})
 
     def test_a_job_that_fails_keeps_nothing(self):
         keep = ["-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9"]

@@ -94,6 +94,12 @@ class HostileServerTest(TerminalCase):
             result = self.trim_at(relay.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)
         self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
 
+    def test_a_printer_that_does_not_say_whether_it_accepts_jobs_is_tried(self):
+        silent = fake_server.described(ipp.PRINTER_GROUP, [each for each in fake_server.PRINTER if each[0] != ipp.BOOLEAN])
+        with FakeServer(PPD.read_bytes(), {ipp.GET_PRINTER: lambda: [silent]}) as server:
+            result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
+        self.assertNotIn("accept", result.stderr)
+
     def test_no_value_of_any_attribute_crashes_the_program(self):
         described = {ipp.GET_PRINTER: (ipp.PRINTER_GROUP, fake_server.PRINTER), ipp.CREATE_JOB: (ipp.JOB_GROUP, fake_server.JOB)}
         described[ipp.GET_JOB] = described[ipp.CREATE_JOB]
@@ -131,6 +137,13 @@ class HostileServerTest(TerminalCase):
             words = f"job 1 on Morva was sent, but its options could not be confirmed: the print server at {server.address} says nothing of it; see lpstat -W all -o Morva\n"
             self.assertEqual((result.returncode, result.stdout, result.stderr), (1, "", f"tandem-trim: {words}"))
             self.assertNotIn(ipp.CANCEL_JOB, server.asked)
+
+    def test_a_job_that_the_server_fails_to_describe_is_not_confirmed(self):
+        failed = fake_server.answer(ipp.beginning(ipp.INTERNAL_ERROR) + bytes([ipp.END]))
+        with FakeServer(PPD.read_bytes(), {ipp.GET_JOB: lambda: [failed]}) as server:
+            result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn(f"could not be confirmed: the print server at {server.address} has an error of its own", result.stderr)
 
     def test_a_number_that_no_job_can_have_is_none(self):
         for number in (0, -1):
@@ -269,6 +282,7 @@ class HostileServerTest(TerminalCase):
         with Slow(self.cups.address, 250_000) as relay:
             result = self.trim_at(relay.address, "-d", "Morva", document)
         self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$", result.stderr)
+        self.assertEqual(result.stderr, "")
         self.cups.wait_for_jobs()
         self.assertEqual([record.sha256 for record in self.cups.records()], [digest(document)])
 

@@ -1,10 +1,13 @@
 """What is installed works from where it is; without the print dialog, too."""
 
+import os
 import pathlib
 import subprocess
 import unittest
 
 from terminal_case import BUILD, SAMPLE, TerminalCase
+
+SOMEBODY = 54321  # a user who is neither root nor whoever runs the tests
 
 
 class InstallationTest(TerminalCase):
@@ -21,10 +24,19 @@ class InstallationTest(TerminalCase):
 
     def test_a_program_in_a_folder_that_is_open_to_all_trusts_nothing_beside_it(self):
         prefix = self.installed("--component", "terminal")
-        prefix.chmod(0o777)
-        words = [f"everybody may write to {prefix} ", "chmod o-w", "nothing was sent", "--without-panel"]
         around = {"program": prefix / "bin/tandem-trim", "TANDEM_TRIM_PLUGIN_PATH": ""}
-        self.refuses("-d", "Morva", SAMPLE, words=words, **around)
+        for folder in (prefix, prefix / "lib"):
+            folder.chmod(0o777)
+            words = [f"everybody may write to {folder} ", "chmod o-w", "nothing was sent", "--without-panel"]
+            self.refuses("-d", "Morva", SAMPLE, words=words, **around)
+            folder.chmod(0o755)
+
+    def test_what_the_programs_owner_may_write_is_trusted(self):
+        prefix = self.installed("--component", "terminal")
+        owner = SOMEBODY if os.geteuid() == 0 else os.geteuid()
+        for path in (prefix, *prefix.rglob("*")):
+            os.chown(path, owner, -1)
+        self.assert_prints_with_the_panel(prefix)
 
     def test_only_a_build_folders_program_trusts_the_folder_above_its_own(self):
         prefix = self.installed("--component", "terminal")

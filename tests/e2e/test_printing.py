@@ -166,7 +166,10 @@ class PrintingTest(TerminalCase):
             until(progress_is_shown, "the progress of the upload")
             program.communicate()
             self.assertEqual(program.returncode, 0)
+            shown.extend(os.read(terminal, 65536))
+        clear = "\r\x1b[K"
         self.assertRegex(shown.decode(), r"\(stdin\): \d+ MB sent")
+        self.assertTrue(shown.decode().endswith(clear), "the line is left behind")
 
     def test_a_title_that_would_be_lost_is_refused(self):
         for title in ("tab\there", "line\nbreak", "y" * 256):
@@ -177,6 +180,16 @@ class PrintingTest(TerminalCase):
         result, (record,) = self.prints("-d", "Morva", "-o", "notify-events=job-completed job-name=Report", SAMPLE)
         self.assertIn("7 of 7 options confirmed", result.stdout)
         self.assertEqual(of_panel(record.options), DEFAULTS)
+
+    def test_standard_input_is_printed_from_where_it_stands(self):
+        document = self.temporary_folder() / "document.pdf"
+        document.write_bytes(b"read already\n" + SAMPLE.read_bytes())
+        with open(document, "rb", buffering=0) as stdin:
+            stdin.readline()
+            result = subprocess.run([PROGRAM, "-d", "Morva", "-"], stdin=stdin, capture_output=True, env=self.environment(), check=False)
+        self.assertEqual((result.returncode, result.stderr), (0, b""))
+        self.cups.wait_for_jobs()
+        self.assertEqual([record.sha256 for record in self.cups.records()], [digest(SAMPLE)])
 
     def test_progress_is_for_terminals_only(self):
         with subprocess.Popen(

@@ -55,6 +55,14 @@ TEST(ASummary, ShowsATitleAndAValueALine) {
   EXPECT_EQ(out.str(), "Top margin: 5\nLeft margin: 3\n");
 }
 
+TEST(ASummary, ShowsATerminalNoControlCharacters) {
+  auto settings = sample();
+  settings.panel->summary = {{"Top\x1B", "5\x1B"}};
+  std::ostringstream out;
+  showSummary(out, settings);
+  EXPECT_EQ(out.str(), "Top\uFFFD: 5\uFFFD\n");
+}
+
 TEST(ASummary, OfAPrinterWithoutThePanelIsEmpty) {
   std::ostringstream out;
   showSummary(out, {{{"media", "A4"}}, std::nullopt});

@@ -36,6 +36,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Translation{{"page-ranges", "1-4,7,9-"}, "1-4,7,9-"},
                     Translation{{"printer-resolution", "600dpi"}, "600dpi"},
                     Translation{{"printer-resolution", "600x300dpi"}, "600x300dpi"},
+                    Translation{{"printer-resolution", "240dpc"}, "240dpc"},
+                    Translation{{"printer-resolution", "240dpcm"}, "240dpcm"},
                     Translation{{"collate", "True"}, "True"}, Translation{{"landscape", "false"}, "false"},
                     Translation{{"sides", "two-sided-long-edge"}, "two-sided-long-edge"},
                     Translation{{"MVTopMargin", "5"}, "5"}, Translation{{"x-note", "1,b"}, "1,b"},

@@ -1,5 +1,6 @@
 #include "host/cups/saved_defaults.hpp"
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -7,7 +8,9 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
@@ -72,6 +75,37 @@ TEST_F(TheFileOfDefaults, KeepsItsMode) {
   fs::permissions(file_, fs::perms(0640));
   editFile(file_, withX);
   EXPECT_EQ(modeOf(file_), 0640U);
+}
+
+TEST_F(TheFileOfDefaults, KeepsItsOwner) {
+  folder_.write(".cups/lpoptions", "");
+  const uid_t owner = geteuid() == 0 ? 54321 : geteuid();
+  ASSERT_EQ(chown(file_.c_str(), owner, getegid()), 0);
+  editFile(file_, withX);
+  struct stat status {};
+  ASSERT_EQ(stat(file_.c_str(), &status), 0);
+  EXPECT_EQ(status.st_uid, owner);
+}
+
+TEST_F(TheFileOfDefaults, IsNotMadeForNothing) {
+  editFile(file_, [](const std::string& text) { return text; });
+  EXPECT_FALSE(fs::exists(file_));
+}
+
+TEST_F(TheFileOfDefaults, StaysAsItIsWhereThereIsNoRoom) {
+  folder_.write(".cups/lpoptions", "before");
+  struct rlimit limit {};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const struct rlimit small { 3, limit.rlim_max };
+  auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &small);
+  const auto failure = failureOf([&] { editFile(file_, withX); });
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_THAT(failure.what(), HasSubstr("lpoptions cannot be written"));
+  EXPECT_EQ(textOf(file_), "before");
+  for (const auto& entry : fs::directory_iterator(file_.parent_path()))
+    EXPECT_THAT(entry.path().filename(), testing::AnyOf("lpoptions", "lpoptions.lock"));
 }
 
 TEST_F(TheFileOfDefaults, StaysWhereALinkLeadsTo) {

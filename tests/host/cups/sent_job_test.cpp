@@ -21,6 +21,14 @@ TEST(AJobsText, TellsHowManyOptionsTheServerHolds) {
             "job 17 on Morva: 5 of 7 options confirmed; lost: a (sent \"1\", the server holds \"2\"), b");
 }
 
+TEST(AJobsText, IsShortWhateverIsLost) {
+  const std::string value(300, 'x');
+  const auto text = jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {{"a", value, value}}));
+  EXPECT_THAT(text, testing::Not(HasSubstr(value)));
+  EXPECT_THAT(text, HasSubstr("(sent \"" + value.substr(0, 200) + "...\", the server holds \"" +
+                              value.substr(0, 200) + "...\")"));
+}
+
 TEST(AJobsText, TellsWhyItIsHeld) {
   EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_HELD, "job-hold-until-specified", "", {})),
             "job 17 on Morva: 7 of 7 options confirmed; it is held (job-hold-until-specified)");

@@ -37,6 +37,17 @@ TEST(ABundle, IsSearchedForInTheFoldersOfTheEnvironmentInTheirOrder) {
   EXPECT_EQ(findBundle(std::nullopt, {"EnvironmentTest.bundle"}), std::nullopt);
 }
 
+TEST(ABundle, IsNotSearchedForInTheWorkingFolder) {
+  const test::TemporaryFolder folder;
+  writeBundle(folder, "WorkingFolder.bundle");
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.path());
+  setenv("TANDEM_TRIM_PLUGIN_PATH", ":", 1);
+  EXPECT_EQ(findBundle(std::nullopt, {"WorkingFolder.bundle"}), std::nullopt);
+  unsetenv("TANDEM_TRIM_PLUGIN_PATH");
+  std::filesystem::current_path(before);
+}
+
 TEST(AFolderWithoutInfoPlist, IsNoBundle) {
   const test::TemporaryFolder folder;
   folder.write("Empty.bundle/Contents/Resources/file", "x");
