@@ -135,8 +135,11 @@ class ConfirmationTest(TerminalCase):
 
     def test_of_a_job_whose_number_is_lost_that_one_alone_is_cancelled(self):
         self.assertEqual(self.trim("-d", "Resting", SAMPLE).returncode, 0)
+        # Another program's, which the server lists last.
+        subprocess.run(["lp", "-d", "Resting", "-q", "1", SAMPLE], env=self.environment(), capture_output=True, check=True)
         others, before = self.cups.jobs("not-completed"), self.cups.jobs()
-        with Cut(self.cups.address, 1, answers=True) as relay:
+        behind_continue = 40  # bytes of the answers
+        with Cut(self.cups.address, behind_continue, answers=True) as relay:
             result = self.trim("-d", "Resting", SAMPLE, CUPS_SERVER=relay.address)
         self.assertEqual(result.returncode, 1)
         self.assertIn(NO_NUMBER.replace("Morva", "Resting"), result.stderr)

@@ -75,6 +75,13 @@ TEST_F(APlace, IsJudgedByWhereALinkOnItLeads) {
   EXPECT_THAT(openToStrangers(above_ / "relative"), Optional(HasSubstr(above_.string())));
 }
 
+TEST_F(APlace, IsJudgedByTheFolderAboveThatALinkNames) {
+  open("above", 0777);
+  folder_.write("closed/file", "");
+  fs::create_symlink("../above/place/file", folder_.path() / "closed/link");
+  EXPECT_THAT(openToStrangers(folder_.path() / "closed/link"), Optional(HasSubstr(above_.string())));
+}
+
 TEST_F(APlace, OfLinksInACircleIsNotFollowedForEver) {
   fs::create_symlink("b", folder_.path() / "a");
   fs::create_symlink("a", folder_.path() / "b");
