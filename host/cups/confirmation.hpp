@@ -50,8 +50,8 @@ struct HeldJob {
 /// events, nor another name for its title.
 Options optionsOfTheJob(const Options& options);
 
-/// Asks the server what it holds of a job; none when it does not know the job or its answer is about something
-/// else. Failure when there is no answer.
+/// Asks the server what it holds of a job; none when it does not know the job or its answer is about
+/// something else. Failure when there is no answer.
 std::optional<HeldJob> askForJob(const Connection& connection, const Printer& printer, int job,
                                  const JobContent& sent);
 

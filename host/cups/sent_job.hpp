@@ -34,8 +34,8 @@ std::optional<Failure> objection(const SentJob& job, const std::string& server);
 SentJob sendAndConfirm(const Connection& connection, const Printer& printer, const std::string& title,
                        const Options& options, std::vector<Document>& documents, const Progress& progress);
 
-/// Waits until a confirmed job has ended or its filter has failed, and updates it. Each change of its state is
-/// reported.
+/// Waits until a confirmed job has ended or its filter has failed, and updates it. Each change of its state
+/// is reported.
 void waitForEnd(const Connection& connection, const Printer& printer, SentJob& job, const Report& report);
 
 }  // namespace tandemtrim::host
