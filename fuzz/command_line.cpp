@@ -30,6 +30,7 @@ std::vector<std::string> argumentsOf(const CommandLine& line) {
     if (flag) arguments.emplace_back(name);
   };
   give("-h", line.server);
+  give("-U", line.user);
   give("-d", line.printer);
   give("-t", line.title);
   give("--ppd", line.ppd);
@@ -42,6 +43,9 @@ std::vector<std::string> argumentsOf(const CommandLine& line) {
       arguments.emplace_back("--restore-defaults");
     }
   }
+  raise("-E", line.encrypted);
+  raise("-s", line.silent);
+  raise("--lenient", line.lenient);
   raise("--summary", line.summary);
   raise("--json", line.json);
   raise("--force", line.force);

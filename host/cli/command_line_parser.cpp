@@ -1,9 +1,13 @@
 #include "host/cli/command_line_parser.hpp"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <functional>
+#include <regex>
 
 #include <CLI/CLI.hpp>
+#include <cups/cups.h>
 
 #include "host/failure.hpp"
 
@@ -11,14 +15,86 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr int kMostCopies = 9999;
+constexpr int kHighestPriority = 100;
 
-// A check for CLI11, which says what is wrong, or nothing.
-std::string copiesMistake(const std::string& text) {
-  int copies = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), copies);
+// The number of a text that is nothing else, if it is one from 1 to `largest`.
+std::optional<std::string> countUpTo(int largest, const std::string& text) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   const bool isNumber = error == std::errc() && end == text.data() + text.size();
-  if (isNumber && copies >= 1 && copies <= kMostCopies) return {};
-  return "\"" + text + "\" is no number from 1 to " + std::to_string(kMostCopies);
+  return isNumber && number >= 1 && number <= largest ? std::optional(std::to_string(number)) : std::nullopt;
+}
+
+using MaybeOptions = std::optional<Options>;
+
+MaybeOptions copiesFrom(const std::string& text) {
+  const auto count = countUpTo(kMostCopies, text);
+  return count ? MaybeOptions({{"copies", *count}}) : std::nullopt;
+}
+
+MaybeOptions priorityFrom(const std::string& text) {
+  const auto priority = countUpTo(kHighestPriority, text);
+  return priority ? MaybeOptions({{"job-priority", *priority}}) : std::nullopt;
+}
+
+MaybeOptions pagesFrom(std::string text) {
+  std::erase(text, ' ');
+  static const std::regex pages("(\\d+(-\\d*)?|-\\d+)(,(\\d+(-\\d*)?|-\\d+))*");
+  return std::regex_match(text, pages) ? MaybeOptions({{"page-ranges", text}}) : std::nullopt;
+}
+
+MaybeOptions holdFrom(const std::string& text) {
+  if (text == "hold") return {{{"job-hold-until", "indefinite"}}};
+  if (text == "immediate") return {{{"job-hold-until", "no-hold"}, {"job-priority", "100"}}};
+  if (text == "resume" || text == "restart") {
+    throw Failure("-H " + text +
+                      " is for a job that was sent before; nothing was sent. Do that by lp -i JOB -H " + text,
+                  kWrongCommandLine);
+  }
+  static const std::regex time(
+      "([01]?\\d|2[0-3]):[0-5]\\d(:[0-5]\\d)?|"
+      "no-hold|indefinite|day-time|evening|night|second-shift|third-shift|weekend");
+  return std::regex_match(text, time) ? MaybeOptions({{"job-hold-until", text}}) : std::nullopt;
+}
+
+// Those of lp's options that stand for options of the job, in the order of its manual page.
+struct JobOption {
+  const char* name;
+  const char* type;
+  const char* help;
+  // What a text has to be; null where `read` says itself what is wrong.
+  const char* form;
+  // None for a text that is something else.
+  MaybeOptions (*read)(const std::string& text);
+};
+
+constexpr std::array<JobOption, 5> kJobOptions{{
+    {"-n", "COPIES", "How many copies to print", "number from 1 to 9999", copiesFrom},
+    {"-o", "\"KEYWORD=VALUE ...\"", "Job options as in lp; may be repeated", nullptr,
+     [](const std::string& text) { return MaybeOptions(parseOptions(text)); }},
+    {"-q", "PRIORITY", "The job's priority, from 1 (lowest) to 100", "number from 1 to 100", priorityFrom},
+    {"-H", "WHEN", "When to print: HH:MM (UTC), hold or immediate",
+     "time in hours and minutes (UTC), hold or immediate", holdFrom},
+    {"-P", "PAGES", "Which pages to print, as 1,3-5,16", "list of pages, as 1,3-5,16",
+     [](const std::string& text) { return pagesFrom(text); }},
+}};
+
+void setJobOption(CommandLine& line, const JobOption& option, const std::string& text) {
+  auto options = option.read(text);
+  if (!options) {
+    throw Failure(std::string(option.name) + ": \"" + text + "\" is no " + option.form +
+                      "; tandem-trim --help lists the options",
+                  kWrongCommandLine);
+  }
+  for (auto& each : *options) setOption(line.options, std::move(each));
+}
+
+// As lp asks the server for a letter to whoever prints. cupsUser() keeps its answer, so that it is not asked
+// where the command line names the user.
+Option letterTo(const std::string& user) {
+  std::array<char, HTTP_MAX_HOST> host{};
+  httpGetHostname(nullptr, host.data(), static_cast<int>(host.size()));
+  return {"notify-recipient-uri", "mailto:" + user + "@" + host.data()};
 }
 
 // "name=text" as an act at the panel.
@@ -30,32 +106,75 @@ Input inputFrom(const std::string& text) {
   return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
-// The options that may come several times and whose order counts.
-struct Repeated {
-  CLI::Option* options;
-  CLI::Option* copies;
-  CLI::Option* set;
-  CLI::Option* restoreDefaults;
+// An option that may come several times, or whose place among the others counts. What it does is done when
+// all are read.
+struct Ordered {
+  const CLI::Option* option;
+  std::function<void(const std::string& text)> act;
+  std::size_t done = 0;
 };
 
-CLI::Option* repeatable(CLI::Option* option) {
-  return option->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)->allow_extra_args(false);
+// Reads files as they stand. CLI11 would take one named [a,b] for a list of two, and has no way to say no.
+class Parser : public CLI::App {
+ public:
+  using App::App;
+
+  // What is no option. Failure for an option that is unknown.
+  [[nodiscard]] std::vector<std::string> files() const {
+    std::vector<std::string> files;
+    for (const auto& [kind, argument] : missing_) {
+      if (kind == CLI::detail::Classifier::POSITIONAL_MARK) continue;
+      if (kind != CLI::detail::Classifier::NONE) throw CLI::ExtrasError({argument});
+      files.push_back(argument);
+    }
+    return files;
+  }
+};
+
+std::vector<Ordered> declareOrdered(CLI::App& app, CommandLine& line) {
+  std::vector<Ordered> ordered;
+  const auto add = [&](const char* name, const char* type, const char* help, auto act) {
+    auto* const option = app.add_option(name)->description(help)->type_name(type)->expected(1);
+    option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)->allow_extra_args(false);
+    ordered.push_back({option, act});
+  };
+  for (const auto& option : kJobOptions) {
+    add(option.name, option.type, option.help,
+        [&](const std::string& text) { setJobOption(line, option, text); });
+  }
+  ordered.push_back(
+      {app.add_flag("-m")->description("Send a letter when the job has ended"),
+       [&](const std::string&) { setOption(line.options, letterTo(line.user ? *line.user : cupsUser())); }});
+  add("-i", "JOB", "Change a job: done by lp alone", [](const std::string& job) {
+    throw Failure(
+        "-i " + job +
+            ": tandem-trim changes no job that was sent before; nothing was sent. Do that by lp -i " + job +
+            " and the same options",
+        kWrongCommandLine);
+  });
+  add("--set", "NAME=TEXT", "Type, choose or switch at the panel; may be repeated",
+      [&](const std::string& text) { line.inputs.push_back(inputFrom(text)); });
+  ordered.push_back({app.add_flag("--restore-defaults")
+                         ->description("Press the panel's button that brings the defaults back"),
+                     [&](const std::string&) {
+                       line.inputs.push_back({kRestoreDefault, std::nullopt});
+                     }});
+  return ordered;
 }
 
-Repeated declare(CLI::App& app, CommandLine& line) {
+std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   app.set_help_flag("--help", "Show this help and exit");
   app.set_version_flag("--version", "tandem-trim " TANDEM_TRIM_VERSION, "Show the version and exit");
   app.add_option("-h", line.server, "The print server, as host or host:port")->type_name("SERVER");
+  app.add_flag("-E", line.encrypted, "Send nothing to the server unencrypted");
+  app.add_option("-U", line.user, "Whom the server is to take for the job's owner")->type_name("USER");
   app.add_option("-d", line.printer, "The printer, instead of the default one")->type_name("PRINTER");
-  auto* copies = app.add_option("-n", "How many copies to print")->check(copiesMistake)->type_name("COPIES");
   app.add_option("-t", line.title, "The job's title, instead of the file's name")->type_name("TITLE");
-  auto* options =
-      app.add_option("-o", "Job options as in lp; may be repeated")->type_name("\"KEYWORD=VALUE ...\"");
-  auto* set =
-      app.add_option("--set", "Type, choose or switch at the panel; may be repeated")->type_name("NAME=TEXT");
-  auto* restore = app.add_flag("--restore-defaults")
-                      ->description("Press the panel's button that brings the defaults back");
+  app.add_flag("-c")->description("Taken for lp's sake: documents always go to the server as copies");
+  app.add_flag("-s", line.silent, "Say nothing on standard output of a job that is sent");
+  auto ordered = declareOrdered(app, line);
+  app.add_flag("--lenient", line.lenient, "Let the panel make a number of any text that --set types");
   app.add_flag("--summary", line.summary, "Show the panel's summary");
   app.add_flag("--json", line.json, "Show settings, limits and summary as JSON");
   app.add_flag("--force", line.force, "Send stored values that are outside the printer's limits");
@@ -73,28 +192,15 @@ Repeated declare(CLI::App& app, CommandLine& line) {
   app.add_flag_callback(
          "--no-dialog", [&line] { line.dialog = false; }, "Print without the print dialog")
       ->excludes(dialog);
-  app.add_option("FILE", line.files, "The files to print; - is standard input")
-      ->type_name("")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  return {repeatable(options), repeatable(copies), repeatable(set), restore};
+  app.allow_extras();
+  return ordered;
 }
 
-// Walks the arguments in the order that they were given in.
-void takeInOrder(const CLI::App& app, const Repeated& repeated, CommandLine& line) {
-  std::size_t options = 0;
-  std::size_t copies = 0;
-  std::size_t set = 0;
+// Does what the arguments say in the order that they were given in.
+void actInOrder(const CLI::App& app, std::vector<Ordered> ordered) {
   for (const CLI::Option* option : app.parse_order()) {
-    if (option == repeated.options) {
-      for (auto& parsed : parseOptions(option->results().at(options++)))
-        setOption(line.options, std::move(parsed));
-    } else if (option == repeated.copies) {
-      setOption(line.options, {"copies", std::to_string(std::stoi(option->results().at(copies++)))});
-    } else if (option == repeated.set) {
-      line.inputs.push_back(inputFrom(option->results().at(set++)));
-    } else if (option == repeated.restoreDefaults) {
-      line.inputs.push_back({kRestoreDefault, std::nullopt});
-    }
+    const auto known = std::ranges::find(ordered, option, &Ordered::option);
+    if (known != ordered.end()) known->act(option->results().at(known->done++));
   }
 }
 
@@ -102,10 +208,25 @@ void takeInOrder(const CLI::App& app, const Repeated& repeated, CommandLine& lin
 bool asksForMore(const CommandLine& line) {
   CommandLine reset;
   reset.server = line.server;
+  reset.user = line.user;
+  reset.encrypted = line.encrypted;
   reset.printer = line.printer;
   reset.verbose = line.verbose;
   reset.resetDefaults = true;
   return line != reset;
+}
+
+// Whether it is about something else than a job.
+bool asksForNoJob(const CommandLine& line) {
+  return line.summary || line.json || line.saveAsDefault || line.resetDefaults;
+}
+
+std::string helpOf(CLI::App& app) {
+  std::vector<std::string> files;
+  app.add_option("FILE", files,
+                 "The files to print; - is standard input, and so is none where it is no terminal")
+      ->type_name("");
+  return app.help();
 }
 
 }  // namespace
@@ -122,25 +243,28 @@ std::vector<std::string> optionNames() {
   return names;
 }
 
-std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments) {
+std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments, bool hasInput) {
   CommandLine line;
-  CLI::App app("Print with the panel of the printer's plug-in, from a terminal.", "tandem-trim");
-  const auto repeated = declare(app, line);
+  Parser app("Print with the panel of the printer's plug-in, from a terminal.", "tandem-trim");
+  const auto ordered = declare(app, line);
   std::reverse(arguments.begin(), arguments.end());
   try {
     app.parse(std::move(arguments));
+    line.files = app.files();
   } catch (const CLI::CallForHelp&) {
-    return Information{app.help()};
+    return Information{helpOf(app)};
   } catch (const CLI::CallForVersion& version) {
     return Information{std::string(version.what()) + "\n"};
   } catch (const CLI::ParseError& error) {
     throw Failure(std::string(error.what()) + "; tandem-trim --help lists the options", kWrongCommandLine);
   }
-  takeInOrder(app, repeated, line);
+  actInOrder(app, ordered);
   if (line.resetDefaults && asksForMore(line)) {
-    throw Failure("--reset-defaults only takes the defaults away; leave all but -h, -d and --verbose out",
-                  kWrongCommandLine);
+    throw Failure(
+        "--reset-defaults only takes the defaults away; leave all but -h, -E, -U, -d and --verbose out",
+        kWrongCommandLine);
   }
+  if (line.files.empty() && hasInput && !asksForNoJob(line)) line.files = {"-"};
   if (line.wait && line.files.empty()) throw Failure("--wait needs a file to print", kWrongCommandLine);
   return line;
 }

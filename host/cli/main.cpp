@@ -1,8 +1,10 @@
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 
 #include <cups/cups.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <syslog.h>
 #include <unistd.h>
 
@@ -38,17 +40,31 @@ std::optional<Login> askAtTerminal(const LoginQuestion& question) {
   return Login{cupsUser(), *std::move(password)};
 }
 
+// Whether a document may come on standard input: it is a file, a pipe or a connection, no terminal and no
+// /dev/null.
+bool hasInput() {
+  struct stat input {};
+  return fstat(STDIN_FILENO, &input) == 0 && !S_ISCHR(input.st_mode);
+}
+
+// By libcups's own variables, which count in every thread and for GTK's dialog, too.
+void chooseIdentity(const CommandLine& line) {
+  if (line.user) setenv("CUPS_USER", line.user->c_str(), 1);
+  if (line.encrypted) setenv("CUPS_ENCRYPTION", "Required", 1);
+}
+
 void work(std::vector<std::string> arguments) {
   if (!arguments.empty() && arguments.front() == "--complete") {
     arguments.erase(arguments.begin());
     for (const auto& word : completions(arguments)) std::cout << plainText(word) << '\n';
     return;
   }
-  const auto parsed = parseCommandLine(std::move(arguments));
+  const auto parsed = parseCommandLine(std::move(arguments), hasInput());
   if (const auto* information = std::get_if<Information>(&parsed)) {
     std::cout << information->text;
   } else {
     const auto& line = std::get<CommandLine>(parsed);
+    chooseIdentity(line);
     if (line.verbose) openlog("tandem-trim", LOG_PERROR, LOG_USER);
     run(line, std::cout, printMessage);
   }

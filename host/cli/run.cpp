@@ -1,5 +1,7 @@
 #include "host/cli/run.hpp"
 
+#include <algorithm>
+
 #include "host/cli/dialog_loader.hpp"
 #include "host/cli/interruption.hpp"
 #include "host/cli/progress_line.hpp"
@@ -69,13 +71,25 @@ SentJob print(const CommandLine& line, const Target& target, std::vector<Documen
   }
 }
 
+// lp's own words on a job that the server has, for scripts that look for its number.
+void showRequest(const CommandLine& line, std::ostream& out, const SentJob& job) {
+  if (line.silent || line.json || !isAtServer(job)) return;
+  const auto files = std::ranges::count_if(line.files, [](const auto& file) { return file != "-"; });
+  out << "request id is " << plainText(job.printer) << '-' << job.number << " (" << files << " file(s))"
+      << std::endl;
+}
+
+void showConfirmation(const CommandLine& line, std::ostream& out, const SentJob& job) {
+  if (!line.silent && !job.failure) out << plainText(jobText(job)) << '\n';
+}
+
 void show(const CommandLine& line, std::ostream& out, const std::optional<std::string>& printer,
           const JobSettings& settings, const std::optional<SentJob>& job) {
   if (line.json) {
     showJson(out, printer, settings, job);
     return;
   }
-  if (job && !job->failure) out << plainText(jobText(*job)) << '\n';
+  if (job) showConfirmation(line, out, *job);
   const bool onlyLooking = !job && !line.saveAsDefault;
   if (line.summary || onlyLooking) showSummary(out, settings);
   if (!line.summary && onlyLooking) showOptions(out, settings.options);
@@ -106,8 +120,9 @@ void reset(const CommandLine& line, const Report& report) {
 void runDialog(const CommandLine& line, std::ostream& out, const Report& report) {
   const auto job = showDialog(line, report);
   if (!job) return report("cancelled");
+  showRequest(line, out, *job);
   if (job->failure) throw Failure(*job->failure);
-  out << plainText(jobText(*job)) << '\n';
+  showConfirmation(line, out, *job);
 }
 
 }  // namespace
@@ -133,6 +148,7 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
 
   std::optional<SentJob> job;
   if (!documents.empty()) job = print(line, *target, documents, settings.options);
+  if (job) showRequest(line, out, *job);
   if (line.wait && job && !job->failure) waitForEnd(target->connection, target->printer, *job, report);
   show(line, out, printer, settings, job);
   if (job && job->failure) throw Failure(*job->failure);

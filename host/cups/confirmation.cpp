@@ -22,11 +22,16 @@ ipp_attribute_t* encode(const MessageHandle& request, const Option& option) {
   return findAttribute(request, option.keyword);
 }
 
+// The server starts a job that waited for a time once that has come.
+bool isStarted(const std::string& held, const Option& option) {
+  return option.keyword == "job-hold-until" && option.value != "indefinite" && held == "no-hold";
+}
+
 // A text must equal the value that was sent. Numbers and ranges have several spellings, so they are compared
-// as libcups spells them.
-bool isAsSent(ipp_attribute_t* held, const Option& option) {
-  if (attributeOf(option.keyword) != option.keyword) return attributeText(held) == documentFormat({option});
-  if (const auto text = onlyText(held)) return *text == option.value;
+// as libcups spells them. The options raw and document-format share an attribute.
+bool isAsSent(ipp_attribute_t* held, const Option& option, const Options& sent) {
+  if (attributeOf(option.keyword) != option.keyword) return attributeText(held) == documentFormat(sent);
+  if (const auto text = onlyText(held)) return *text == option.value || isStarted(*text, option);
   const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
   auto* const asked = encode(request, option);
   return asked != nullptr && attributeText(asked) == attributeText(held);
@@ -38,7 +43,7 @@ std::vector<LostOption> lostOptions(const MessageHandle& job, const Options& sen
     auto* const held = findAttribute(job, attributeOf(option.keyword));
     if (held == nullptr) {
       lost.push_back({option.keyword, option.value, std::nullopt});
-    } else if (!isAsSent(held, option)) {
+    } else if (!isAsSent(held, option, sent)) {
       lost.push_back({option.keyword, option.value, attributeText(held)});
     }
   }

@@ -115,6 +115,11 @@ std::optional<Failure> objection(const SentJob& job, const std::string& server) 
   return std::nullopt;
 }
 
+bool isAtServer(const SentJob& job) {
+  return !job.failure || job.failure->trouble() == Trouble::lostSettings ||
+         job.failure->trouble() == Trouble::unconfirmedSettings;
+}
+
 std::string jobText(const SentJob& job) {
   if (job.failure) return job.failure->what();
   const bool waits = job.held->state == IPP_JSTATE_HELD || job.held->state == IPP_JSTATE_STOPPED;

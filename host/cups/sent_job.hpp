@@ -23,6 +23,9 @@ struct SentJob {
   std::optional<Failure> failure = {};
 };
 
+/// Whether the server has the job whole and prints it, even where not all of it is confirmed.
+bool isAtServer(const SentJob& job);
+
 /// "job 17 on Morva: 7 of 7 options confirmed", or why they are not.
 std::string jobText(const SentJob& job);
 

@@ -23,10 +23,14 @@ inline constexpr const char* kRestoreDefault = "RestoreDefault";
 
 struct CommandLine {
   std::optional<std::string> server;
+  /// Whom the server is to take for the job's owner; none is whoever runs the program.
+  std::optional<std::string> user;
+  /// Whether nothing may go to the server unencrypted.
+  bool encrypted = false;
   /// A printer's name, with "/instance" behind it where the user keeps several.
   std::optional<std::string> printer;
   std::optional<std::string> title;
-  /// Every -o and -n, in their order.
+  /// Every -o, -n, -q, -P, -H and -m, in their order.
   Options options;
   /// Every --set and --restore-defaults, in their order.
   std::vector<Input> inputs;
@@ -37,6 +41,10 @@ struct CommandLine {
   bool summary = false;
   bool json = false;
   bool force = false;
+  /// Whether the panel makes a number of whatever is typed into a box.
+  bool lenient = false;
+  /// Whether a job that is sent goes without a line on standard output.
+  bool silent = false;
   bool saveAsDefault = false;
   bool resetDefaults = false;
   bool withoutPanel = false;

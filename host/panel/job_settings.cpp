@@ -16,8 +16,7 @@ JobSettings settleAtPanel(const CommandLine& line, ppd_file_t* ppd, const std::s
   const auto keywords = bundle.info.optionKeywords();
   storeOptions(starting, keywords, settings);
   JobSettings settled;
-  settled.panel = playPanel(bundle, settings, ppd, printersDefaults(keywords, ppd, ofQueue), line.inputs,
-                            line.force, report);
+  settled.panel = playPanel(bundle, settings, ppd, printersDefaults(keywords, ppd, ofQueue), line, report);
   for (const auto& [keyword, value] : settings.entries()) settled.options.push_back({keyword, value});
   return settled;
 }

@@ -245,17 +245,16 @@ std::vector<SummaryRow> PanelSession::summary() {
 }
 
 PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& settings, ppd_file_s* ppd,
-                      const Options& printersDefaults, const std::vector<Input>& inputs, bool force,
-                      const Report& report) {
+                      const Options& printersDefaults, const CommandLine& line, const Report& report) {
   PanelSession session(bundle, kMemoryModule, settings, ppd, printersDefaults);
   auto& view = screenlessView(bundle.path, session.view());
   session.willShow();
   const auto edits = callPlugin(bundle.path, "the input",
-                                [&] { return enterInputs(view, session.settings(), inputs, report); });
+                                [&] { return enterInputs(view, session.settings(), line, report); });
   session.save(edits.all);
   session.countAsDefaults(edits.restored);
 
-  if (!force) {
+  if (!line.force) {
     if (const auto illegal = session.illegalChoices(); !illegal.empty()) {
       const auto& name = illegal.front().setting.name;
       refuse(illegal.front(),

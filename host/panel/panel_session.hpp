@@ -112,15 +112,14 @@ struct PanelResult {
   std::vector<std::string> illegalDefaults = {};
 };
 
-/// Opens the panel without a screen, acts on it as the inputs say, has it save into `settings` and takes its
-/// summary. `ppd` may be null; `force` lets values through that the printer does not allow. While the panel's
-/// function is on, each default that the printer does not allow is corrected and reported.
+/// Opens the panel without a screen, acts on it as the command line says, has it save into `settings` and
+/// takes its summary. `ppd` may be null; --force lets values through that the printer does not allow. While
+/// the panel's function is on, each default that the printer does not allow is corrected and reported.
 ///
-/// Failure when an input names no setting or no value that the setting takes (status of a wrong command
-/// line), when a control is greyed, and when a value that the user chose is not allowed. PluginFailure when
-/// the panel does not do its part. On failure `settings` may be partly changed.
+/// Failure when --set names no setting or no value that the setting takes (status of a wrong command line),
+/// when a control is greyed, and when a value that the user chose is not allowed. PluginFailure when the
+/// panel does not do its part. On failure `settings` may be partly changed.
 PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& settings, ppd_file_s* ppd,
-                      const Options& printersDefaults, const std::vector<Input>& inputs, bool force,
-                      const Report& report);
+                      const Options& printersDefaults, const CommandLine& line, const Report& report);
 
 }  // namespace tandemtrim::host

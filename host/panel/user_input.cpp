@@ -35,6 +35,17 @@ Failure notTaken(const PanelSetting& setting, const std::string& text) {
                  kWrongCommandLine);
 }
 
+// The panel keeps the digits of whatever is typed, so that 12.7 becomes 127 and then the largest margin. A
+// user at a screen sees that; a script does not.
+void refuseUnlessDigits(const PanelSetting& box, const std::string& text) {
+  const bool isDigits = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+  if (isDigits || isLegal(box, text)) return;
+  throw Failure("--set " + box.name + "=" + shortText(text) + ": \"" + shortText(text) +
+                    "\" is no whole number in the digits 0 to 9; nothing was sent. Write one from " +
+                    allowedValues(box) + ", or let the panel make one of it by --lenient",
+                kWrongCommandLine);
+}
+
 // Each of these acts on the setting's control; false when the control is greyed.
 
 bool type(PanelView& view, const PanelSetting& box, const std::string& text, const Report& report) {
@@ -64,9 +75,11 @@ bool switchTo(PanelView& view, const PanelSetting& box, const std::string& text)
   return true;
 }
 
-bool set(PanelView& view, const PanelSetting& setting, const std::string& text, const Report& report) {
+bool set(PanelView& view, const PanelSetting& setting, const std::string& text, bool lenient,
+         const Report& report) {
   switch (setting.kind) {
     case PanelSetting::Kind::number:
+      if (!lenient) refuseUnlessDigits(setting, text);
       return type(view, setting, text, report);
     case PanelSetting::Kind::choice:
       return choose(view, setting, text);
@@ -85,12 +98,11 @@ bool press(PanelView& view, const std::string& button) {
 
 }  // namespace
 
-Edits enterInputs(PanelView& view, const Settings& settings, const std::vector<Input>& inputs,
-                  const Report& report) {
+Edits enterInputs(PanelView& view, const Settings& settings, const CommandLine& line, const Report& report) {
   Edits edits;
-  for (const auto& [name, text] : inputs) {
+  for (const auto& [name, text] : line.inputs) {
     if (text) {
-      if (!set(view, settingNamed(settings, name), *text, report))
+      if (!set(view, settingNamed(settings, name), *text, line.lenient, report))
         throw greyed(settings, "--set " + name + "=" + *text);
       edits.all.insert(name);
       edits.restored.erase(name);

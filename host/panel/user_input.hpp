@@ -18,10 +18,10 @@ struct Edits {
   std::set<std::string> restored;
 };
 
-/// Acts on the panel's view as the inputs say, in their order, and reports each text that the panel
-/// corrected. Failure for an unknown name or value (status of
-/// a wrong command line) and for a control that is greyed.
+/// Acts on the panel's view as the command line's inputs say, in their order, and reports each text that the
+/// panel corrected. Failure for an unknown name or value and, unless the command line is lenient, for a
+/// number of anything but digits (status of a wrong command line), and for a control that is greyed.
 Edits enterInputs(platform::memory::PanelView& view, const std::vector<platform::PanelSetting>& settings,
-                  const std::vector<Input>& inputs, const Report& report);
+                  const CommandLine& line, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -23,6 +23,16 @@ WRONG = {
     "no copies": (["-n", "0"], ["-n", "0"]),
     "copies that are no number": (["-n", "two"], ["-n", "two"]),
     "copies with more behind the number": (["-n", "2x"], ["-n", "2x"]),
+    "no priority": (["-q", "0"], ['-q: "0"', "from 1 to 100"]),
+    "too high a priority": (["-q", "101"], ['-q: "101"', "from 1 to 100"]),
+    "a priority that is no number": (["-q", "7x"], ['-q: "7x"', "from 1 to 100"]),
+    "pages that are no numbers": (["-P", "banana"], ['-P: "banana"', "1,3-5,16"]),
+    "a list of pages with a hole": (["-P", "1,,3"], ['-P: "1,,3"', "1,3-5,16"]),
+    "a time that no clock shows": (["-H", "24:00"], ['-H: "24:00"', "hold or immediate"]),
+    "a word that is no time": (["-H", "banana"], ['-H: "banana"', "hold or immediate"]),
+    "a job to resume": (["-H", "resume"], ["-H resume", "lp -i JOB -H resume"]),
+    "a job to restart": (["-H", "restart"], ["-H restart", "lp -i JOB -H restart"]),
+    "a job to change": (["-i", "Morva-12"], ["-i Morva-12", "lp -i Morva-12", "nothing was sent"]),
     "-o without its text": (["-o"], ["-o"]),
 }
 

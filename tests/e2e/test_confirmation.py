@@ -12,7 +12,7 @@ import fake_server
 import ipp
 from patience import PATIENCE, until
 from relay import GONE, Away, Cut, Holdup, Pause, Relay
-from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase, digest
+from terminal_case import PPD, PROGRAM, REQUEST, SAMPLE, TerminalCase, digest
 
 TIMEOUT = 2  # seconds that the program waits for an answer
 NO_NUMBER = "Morva did not answer the request for a job; nothing was printed: the print server at "
@@ -101,7 +101,7 @@ class ConfirmationTest(TerminalCase):
         def look(result, records):
             confirmed.append(result.returncode == 0)
             if confirmed[-1]:
-                self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
+                self.assertRegex(result.stdout, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$")
                 self.assertEqual([record.sha256 for record in records], [digest(SAMPLE)])
             else:
                 self.assertRegex(result.stderr, rf"{NO_NUMBER}|; job \d+ on Morva was cancelled")
@@ -226,10 +226,10 @@ class ConfirmationTest(TerminalCase):
 
     def test_a_job_that_is_followed_ends_with_the_status_of_its_end(self):
         ends = {
-            "completed": ("Slow", lambda: self.tells(0), 0, "^{}: 7 of 7 options confirmed\n$", r"{}: completed \("),
-            "cancelled": ("Slow", self.cups.cancel_all, 1, "^$", r"{} was cancelled at .* \(job-canceled-by-user\)\n$"),
-            "stopped": ("Slow", lambda: self.tells(1), 1, "^$", r"{} was stopped at .* \(job-completed-with-errors\)\n$"),
-            "aborted": ("Unreliable", lambda: self.tells(1), 1, "^$", rf"{{}} was aborted at .* \({CANCELLED}\)\n$"),
+            "completed": ("Slow", lambda: self.tells(0), 0, f"^{REQUEST}" + "{}: 7 of 7 options confirmed\n$", r"{}: completed \("),
+            "cancelled": ("Slow", self.cups.cancel_all, 1, f"^{REQUEST}$", r"{} was cancelled at .* \(job-canceled-by-user\)\n$"),
+            "stopped": ("Slow", lambda: self.tells(1), 1, f"^{REQUEST}$", r"{} was stopped at .* \(job-completed-with-errors\)\n$"),
+            "aborted": ("Unreliable", lambda: self.tells(1), 1, f"^{REQUEST}$", rf"{{}} was aborted at .* \({CANCELLED}\)\n$"),
         }
         for end, (printer, act, expected, shown, words) in ends.items():
             with self.subTest(end):

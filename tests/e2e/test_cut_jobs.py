@@ -6,7 +6,7 @@ import random
 import unittest
 
 from relay import NEW_JOB, Cut
-from terminal_case import DEFAULTS, SAMPLE, TerminalCase, digest, of_panel
+from terminal_case import DEFAULTS, REQUEST, SAMPLE, TerminalCase, digest, of_panel
 
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
 # At how many bytes, chosen at random, or "3/16": at every sixteenth from the third on.
@@ -45,7 +45,7 @@ class CutJobsTest(TerminalCase):
                 result, records = self.prints_over(Cut(self.cups.address, after, answers, since), document)
                 received = [(record.sha256, of_panel(record.options)) for record in records]
                 if result.returncode == 0 or result.stdout:
-                    self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
+                    self.assertRegex(result.stdout, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$")
                     self.assertEqual((result.returncode, received), (0, [(expected.sha256, DEFAULTS)]))
                 else:
                     self.assertRegex(result.stderr, "^tandem-trim: .*the print server at 127.0.0.1:")

@@ -13,7 +13,7 @@ import surroundings
 from fake_server import JOB, FakeServer, TlsWithoutEnd
 from patience import PATIENCE
 from relay import AlwaysCut, Altered, Babbling, Cut, Slow
-from terminal_case import BUILD, PPD, PROGRAM, SAMPLE, TerminalCase, digest
+from terminal_case import BUILD, PPD, PROGRAM, REQUEST, SAMPLE, TerminalCase, digest
 
 TIMEOUT = 1  # seconds that the program waits for an answer
 MEMORY = 2 << 30  # that a program may take; one without limits would take more
@@ -92,13 +92,13 @@ class HostileServerTest(TerminalCase):
         old = b"\x41\x00\x15printer-state-message\x00\x00"
         with Altered(self.cups.address, old, old.replace(b"\x41", bytes([ipp.NO_VALUE]))) as relay:
             result = self.trim_at(relay.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)
-        self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
+        self.assertRegex(result.stdout, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$")
 
     def test_a_printer_that_does_not_say_whether_it_accepts_jobs_is_tried(self):
         name = b"printer-is-accepting-jobs"
         with Altered(self.cups.address, name, name.replace(b"jobs", b"work")) as relay:
             result = self.trim_at(relay.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)
-        self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$", result.stderr)
+        self.assertRegex(result.stdout, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$", result.stderr)
 
     def test_no_value_of_any_attribute_crashes_the_program(self):
         described = {ipp.GET_PRINTER: (ipp.PRINTER_GROUP, fake_server.PRINTER), ipp.CREATE_JOB: (ipp.JOB_GROUP, fake_server.JOB)}
@@ -170,7 +170,8 @@ class HostileServerTest(TerminalCase):
         """Where the server answers this request so, the program ends in time and with a message that names it."""
         with FakeServer(PPD.read_bytes(), {what: pieces}) as server:
             result = self.trim_at(server.address, "-d", "Morva", *(arguments or [SAMPLE]))
-            self.assertEqual((result.returncode, result.stdout), (1, ""), result.stderr)
+            self.assertEqual(result.returncode, 1, result.stderr)
+            self.assertRegex(result.stdout, f"^{REQUEST}$" if what == ipp.GET_JOB else "^$")
             self.assertRegex(result.stderr, words.format(f"the print server at {server.address}"))
 
     def test_an_answer_of_one_byte_a_second_is_not_waited_for(self):
@@ -256,7 +257,7 @@ class HostileServerTest(TerminalCase):
         for pieces in ([elsewhere], endless, [fake_server.head()]):
             with FakeServer(PPD.read_bytes(), {ipp.SEND_DOCUMENT: lambda pieces=pieces: pieces}) as server:
                 result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
-            self.assertEqual((result.returncode, result.stdout), (0, "job 1 on Morva: 7 of 7 options confirmed\n"), result.stderr)
+            self.assertEqual((result.returncode, result.stdout), (0, "request id is Morva-1 (1 file(s))\njob 1 on Morva: 7 of 7 options confirmed\n"), result.stderr)
 
     # CUPS does so with one that breaks off between two chunks of HTTP.
     def test_a_document_that_the_server_takes_for_whole_and_is_not_is_called_back_at_once(self):
@@ -281,7 +282,7 @@ class HostileServerTest(TerminalCase):
         document.write_bytes(SAMPLE.read_bytes() + os.urandom(800_000))
         with Slow(self.cups.address, 250_000) as relay:
             result = self.trim_at(relay.address, "-d", "Morva", document)
-        self.assertRegex(result.stdout, r"^job \d+ on Morva: 7 of 7 options confirmed\n$", result.stderr)
+        self.assertRegex(result.stdout, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$", result.stderr)
         self.assertEqual(result.stderr, "")
         self.cups.wait_for_jobs()
         self.assertEqual([record.sha256 for record in self.cups.records()], [digest(document)])
@@ -295,7 +296,7 @@ class HostileServerTest(TerminalCase):
                 before = self.cups.jobs()
                 command = f'exec "$@" {" ".join(closed)}'
                 status = subprocess.run(
-                    ["sh", "-c", command, "sh", PROGRAM, "-d", "Resting", "--set", "Valid=On", "--set", "Top=1a2", SAMPLE],
+                    ["sh", "-c", command, "sh", PROGRAM, "-d", "Resting", "--set", "Valid=On", "--set", "Top=99", SAMPLE],
                     env=self.environment(),
                     capture_output=True,
                     timeout=PATIENCE,

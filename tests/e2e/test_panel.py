@@ -45,13 +45,21 @@ class PanelTest(TerminalCase):
 
     def test_a_corrected_value_is_reported_with_what_was_typed_what_stands_and_the_range(self):
         for side, largest in LARGEST.items():
-            corrected = {f"{largest + 1}": largest, "9" * 20: largest, "12.5": largest, "12,5": largest}
-            corrected |= {"1a2": 12, "007": 7, "-5": 5, " 3": 3, "abc": 0, "": 0}
-            for typed, stands in corrected.items():
+            corrected = {f"{largest + 1}": (largest, []), "9" * 20: (largest, []), "007": (7, [])}
+            made = {"12.5": largest, "12,5": largest, "1a2": 12, "-5": 5, " 3": 3, "abc": 0, "": 0}
+            corrected |= {typed: (stands, ["--lenient"]) for typed, stands in made.items()}
+            for typed, (stands, how) in corrected.items():
                 with self.subTest(side=side, typed=typed):
-                    result = self.trim("-d", "Morva", "--json", "--set", "Valid=On", "--set", f"{side}={typed}")
+                    result = self.trim("-d", "Morva", "--json", *how, "--set", "Valid=On", "--set", f"{side}={typed}")
                     self.assertEqual(json.loads(result.stdout)["settings"][MARGINS[side]], str(stands))
                     self.assertRegex(result.stderr, rf'{side}: "{typed}" was typed.* {stands} .*0 to {largest}\b')
+
+    def test_a_margin_of_anything_but_digits_is_refused(self):
+        for side, largest in LARGEST.items():
+            for typed in ("12.7", "12,7", "1a2", "-5", "+5", " 3", "5mm", "1e1", "٣", "abc", ""):
+                with self.subTest(side=side, typed=typed):
+                    words = [f'--set {side}={typed}: "{typed}"', f"from 0 to {largest}", "--lenient", "nothing was sent"]
+                    self.refuses("-d", "Morva", "--set", "Valid=On", "--set", f"{side}={typed}", SAMPLE, status=2, words=words)
 
     def test_a_value_that_stands_as_typed_is_not_reported(self):
         result, _ = self.prints("-d", "Morva", *each("--set", ACTS_THAT_CHANGE), SAMPLE)

@@ -12,6 +12,7 @@ from terminal_case import (
     DEFAULTS,
     MARGINS,
     PROGRAM,
+    REQUEST,
     SAMPLE,
     TerminalCase,
     digest,
@@ -67,10 +68,11 @@ class PrintingTest(TerminalCase):
 
     def test_the_server_confirms_every_option(self):
         result, (record,) = self.prints("-d", "Morva", SAMPLE)
-        self.assertEqual(result.stdout, f"job {record.job} on Morva: 7 of 7 options confirmed\n")
+        said = f"request id is Morva-{record.job} (1 file(s))\njob {record.job} on Morva: 7 of 7 options confirmed\n"
+        self.assertEqual(result.stdout, said)
         self.assertEqual(result.stderr, "")
         result, (record,) = self.prints("-d", "Morva", "-o", "landscape PageSize=A5", SAMPLE)
-        self.assertEqual(result.stdout, f"job {record.job} on Morva: 9 of 9 options confirmed\n")
+        self.assertIn(f"\njob {record.job} on Morva: 9 of 9 options confirmed\n", result.stdout)
 
     def test_a_connection_is_encrypted_where_the_user_wants_that(self):
         _, (record,) = self.prints("-d", "Morva", SAMPLE, CUPS_ENCRYPTION="Required")
@@ -81,7 +83,8 @@ class PrintingTest(TerminalCase):
     def test_an_option_that_the_server_drops_is_named(self):
         # CUPS keeps count of the printed sheets itself and takes nobody's word for it.
         result = self.trim("-d", "Morva", "-o", "job-media-sheets-completed=5 landscape", SAMPLE)
-        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertEqual(result.returncode, 1)
+        self.assertRegex(result.stdout, rf"^{REQUEST}$")
         lost = r'job \d+ on Morva: 8 of 9 options confirmed; lost: job-media-sheets-completed \(sent "5", the server holds "0"\)\n'
         self.assertRegex(result.stderr, lost)
 
@@ -117,9 +120,11 @@ class PrintingTest(TerminalCase):
                 _, (record,) = self.prints("-d", "Any", document)
                 self.assertEqual(record.sha256, digest(document))
 
-    def test_standard_input_is_printed_in_the_place_of_a_hyphen(self):
-        _, (record,) = self.prints("-d", "Morva", "-", stdin=SAMPLE.read_bytes())
-        self.assertEqual(record.sha256, digest(SAMPLE))
+    def test_standard_input_is_printed_in_the_place_of_a_hyphen_and_without_any_file(self):
+        for arguments in (["-"], [], ["--set", "Valid=On"]):
+            with self.subTest(arguments):
+                _, (record,) = self.prints("-d", "Morva", *arguments, stdin=SAMPLE.read_bytes())
+                self.assertEqual((record.sha256, record.title), (digest(SAMPLE), "(stdin)"))
 
     def test_several_files_make_one_job_in_their_order(self):
         other = self.temporary_folder() / "other.pdf"

@@ -57,7 +57,8 @@ class ReportsTest(TerminalCase):
     def test_the_summary_follows_the_confirmation_of_a_printed_job(self):
         changed = each("--set", ACTS_THAT_CHANGE)
         result, (record,) = self.prints("-d", "Morva", "--summary", *changed, SAMPLE, **ENGLISH)
-        confirmation, _, summary = result.stdout.partition("\n")
+        request, confirmation, summary = result.stdout.split("\n", 2)
+        self.assertEqual(request, f"request id is Morva-{record.job} (1 file(s))")
         self.assertRegex(confirmation, f"^job {record.job} on Morva: ")
         self.assertEqual(summary, lines(SUMMARY))
 

@@ -19,6 +19,8 @@ BUILD = surroundings.BUILD
 PROGRAM = BUILD / "host/tandem-trim"
 BUNDLE = BUILD / "TandemTrim.bundle"
 PPD = PROJECT / "resources/sample/MorvaTandemKV2.ppd"
+# What the program says of a job that the server has, before anything else.
+REQUEST = r"request id is \w+-\d+ \(\d+ file\(s\)\)\n"
 # A change of the PPD: a smaller largest margin at the top.
 SMALLER = ('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"')
 SAMPLE = PROJECT / "resources/sample/sample.pdf"
@@ -120,11 +122,11 @@ class TerminalCase(unittest.TestCase):
         around = surroundings.LANGUAGES[os.environ.get("TANDEM_TRIM_SURROUNDINGS", "english")]
         return self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | around | more
 
-    def trim(self, *arguments, program=PROGRAM, stdin=b"", **variables):
-        """Runs the program to its end; texts come back as str."""
+    def trim(self, *arguments, program=PROGRAM, stdin=None, **variables):
+        """Runs the program to its end, without standard input unless some is given; texts come back as str."""
         result = subprocess.run(
             [program, *arguments],
-            input=stdin,
+            **({"stdin": subprocess.DEVNULL} if stdin is None else {"input": stdin}),
             capture_output=True,
             env=self.environment(**variables),
             timeout=PATIENCE,
@@ -135,7 +137,7 @@ class TerminalCase(unittest.TestCase):
         self.assertEqual(complaints(result.stderr), [])
         return result
 
-    def prints(self, *arguments, stdin=b"", **variables):
+    def prints(self, *arguments, stdin=None, **variables):
         """Runs the program, which must succeed, and gives its result and the records of the job."""
         result = self.trim(*arguments, stdin=stdin, **variables)
         self.assertEqual(result.returncode, 0, result.stderr)
@@ -155,7 +157,7 @@ class TerminalCase(unittest.TestCase):
         options = self.options_of(*acts, program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
         self.assertEqual(of_panel(options), CHANGED)
 
-    def refuses(self, *arguments, status=1, words=(), stdin=b"", **variables):
+    def refuses(self, *arguments, status=1, words=(), stdin=None, **variables):
         """Runs the program, which must end with this status, say these words and send nothing. Gives its result."""
         before = self.cups.jobs()
         result = self.trim(*arguments, stdin=stdin, **variables)

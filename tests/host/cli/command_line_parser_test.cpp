@@ -45,7 +45,38 @@ TEST(ACommandLine, KeepsTheActsAtThePanelInTheirOrder) {
 TEST(ACommandLine, TakesAFileAfterAnOptionAndAfterTwoDashes) {
   EXPECT_THAT(parse({"-o", "landscape", "a.pdf"}).files, ElementsAre("a.pdf"));
   EXPECT_THAT(parse({"--set", "Top=1", "a.pdf"}).files, ElementsAre("a.pdf"));
-  EXPECT_THAT(parse({"--", "-n"}).files, ElementsAre("-n"));
+  EXPECT_THAT(parse({"--", "-n", "--", "--bogus"}).files, ElementsAre("-n", "--", "--bogus"));
+}
+
+TEST(ACommandLine, TakesAFileByWhateverName) {
+  EXPECT_THAT(parse({"[a.pdf,b.pdf]", "{}", "%%", "\"a\"", "a=b", "", "-"}).files,
+              ElementsAre("[a.pdf,b.pdf]", "{}", "%%", "\"a\"", "a=b", "", "-"));
+}
+
+TEST(ACommandLine, PrintsStandardInputWhereNoFileIsNamedAndAJobMayBeMeant) {
+  const auto filesOf = [](const std::vector<std::string>& arguments) {
+    return std::get<CommandLine>(parseCommandLine(arguments, true)).files;
+  };
+  EXPECT_THAT(filesOf({"-d", "Morva", "--set", "Top=1"}), ElementsAre("-"));
+  EXPECT_THAT(filesOf({"--wait"}), ElementsAre("-"));
+  EXPECT_THAT(filesOf({"a.pdf"}), ElementsAre("a.pdf"));
+  for (const char* other : {"--summary", "--json", "--save-as-default", "--reset-defaults"})
+    EXPECT_TRUE(filesOf({other}).empty()) << other;
+}
+
+TEST(ACommandLine, TakesTheOptionsOfLpThatStandForOptionsOfTheJob) {
+  EXPECT_EQ(
+      parse({"-q", "77", "-P", "1, 3-5,16-", "-H", "hold"}).options,
+      (Options{{"job-priority", "77"}, {"page-ranges", "1,3-5,16-"}, {"job-hold-until", "indefinite"}}));
+  EXPECT_EQ(parse({"-q", "5", "-H", "immediate"}).options,
+            (Options{{"job-priority", "100"}, {"job-hold-until", "no-hold"}}));
+  EXPECT_EQ(parse({"-H", "3:15"}).options, (Options{{"job-hold-until", "3:15"}}));
+  EXPECT_EQ(parse({"-n", "2", "-o", "copies=5 landscape", "-P", "-4"}).options,
+            (Options{{"copies", "5"}, {"landscape", "true"}, {"page-ranges", "-4"}}));
+  const auto letter = parse({"-m", "-U", "amy"}).options;
+  ASSERT_EQ(letter.size(), 1U);
+  EXPECT_EQ(letter[0].keyword, "notify-recipient-uri");
+  EXPECT_THAT(letter[0].value, testing::StartsWith("mailto:amy@"));
 }
 
 TEST(ACommandLine, TakesABracketedValueAsItStands) {
@@ -61,6 +92,9 @@ TEST(ACommandLine, HasASwitchForEveryWayOfWorking) {
                            "--verbose", "--ppd", "morva.ppd", "--plugin", "/opt/TandemTrim.bundle"});
   EXPECT_TRUE(line.summary && line.json && line.force && line.saveAsDefault && line.withoutPanel &&
               line.verbose);
+  const auto asInLp = parse({"-cs", "-E", "-Uamy", "--lenient"});
+  EXPECT_TRUE(asInLp.silent && asInLp.encrypted && asInLp.lenient);
+  EXPECT_EQ(asInLp.user, "amy");
   EXPECT_EQ(line.ppd, "morva.ppd");
   EXPECT_EQ(line.plugin, "/opt/TandemTrim.bundle");
 }

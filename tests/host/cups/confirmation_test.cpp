@@ -76,7 +76,18 @@ TEST(TheDocumentsFormat, IsConfirmedByWhatTheServerWasTold) {
   ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_MIMETYPE, "document-format-supplied", nullptr,
                "application/vnd.cups-raw");
   EXPECT_THAT(lostOf(job, {{"raw", "true"}, {"document-format", "application/pdf"}}),
-              ElementsAre("document-format"));
+              ElementsAre("raw", "document-format"));
+  job.reset(ippNewRequest(IPP_OP_CREATE_JOB));
+  ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_MIMETYPE, "document-format-supplied", nullptr,
+               "application/pdf");
+  EXPECT_THAT(lostOf(job, {{"raw", "true"}, {"document-format", "application/pdf"}}), IsEmpty());
+}
+
+TEST(AJobThatIsToWait, MayHaveBeenStartedSince) {
+  const auto job = jobWith({{"job-hold-until", "no-hold"}});
+  for (const char* due : {"weekend", "23:15", "no-hold"})
+    EXPECT_THAT(lostOf(job, {{"job-hold-until", due}}), IsEmpty()) << due;
+  EXPECT_THAT(lostOf(job, {{"job-hold-until", "indefinite"}}), ElementsAre("job-hold-until"));
 }
 
 // A job as a server describes it; a number that is none is left out.

@@ -87,7 +87,7 @@ class FakeView : public memory::PanelView {
     behaviour_.run("type");
     auto& box = find(name);
     if (!box.enabled) return false;
-    box.text = text == "99" ? "20" : std::string(text);
+    box.text = text == "99" || text == "12.7" ? "20" : std::string(text);
     return true;
   }
   bool append(std::string_view, std::string_view) override { return false; }

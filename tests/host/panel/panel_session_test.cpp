@@ -22,7 +22,11 @@ class APanelSession : public testing::Test {
   PanelResult play(const std::vector<Input>& inputs, bool force = false, const std::string& behaviour = "") {
     const auto bundle = writeBundle(folder_, behaviour.empty() ? "Fake.bundle" : "Broken.bundle",
                                     {"FakePrincipal", behaviour});
-    return playPanel(openBundle(bundle, quiet), settings, nullptr, defaults, inputs, force,
+    CommandLine line;
+    line.inputs = inputs;
+    line.force = force;
+    line.lenient = lenient;
+    return playPanel(openBundle(bundle, quiet), settings, nullptr, defaults, line,
                      [this](const std::string& message) { messages.push_back(message); });
   }
   void store(const std::string& keyword, const std::string& value) {
@@ -37,6 +41,7 @@ class APanelSession : public testing::Test {
   platform::linux::PrintSettings settings;
   std::vector<std::string> messages;
   Options defaults;  // The printer's.
+  bool lenient = false;
 
  private:
   test::TemporaryFolder folder_;
@@ -76,6 +81,12 @@ TEST_F(APanelSession, ReportsWhatThePanelCorrected) {
                                           HasSubstr("0 to 20"))));
 }
 
+TEST_F(APanelSession, LetsThePanelMakeANumberOfAnyTextWhenItIsLenient) {
+  lenient = true;
+  play({{"Top", "12.7"}});
+  EXPECT_THAT(messages, ElementsAre(HasSubstr("\"12.7\" was typed")));
+}
+
 TEST_F(APanelSession, GivesTheSettingsAsTheyAreSaved) {
   const auto result = play({{"Top", "12"}});
   ASSERT_EQ(result.settings.size(), 3U);
@@ -111,14 +122,17 @@ TEST_P(AWrongInput, IsAWrongCommandLineThatNamesWhatThereIs) {
   EXPECT_THAT(failure.what(), HasSubstr(GetParam().named));
 }
 
-INSTANTIATE_TEST_SUITE_P(Inputs, AWrongInput,
-                         testing::Values(WrongInput{{"Middle", "1"}, "Valid, Position, Top"},
-                                         WrongInput{{"top", "1"}, "Valid, Position, Top"},
-                                         WrongInput{{"RestoreDefault", "1"}, "Valid, Position, Top"},
-                                         WrongInput{{"Position", "Links"}, "Left, Right"},
-                                         WrongInput{{"Position", ""}, "Left, Right"},
-                                         WrongInput{{"Valid", "on"}, "On, Off"},
-                                         WrongInput{{"Press", std::nullopt}, "no such button"}));
+INSTANTIATE_TEST_SUITE_P(
+    Inputs, AWrongInput,
+    testing::Values(WrongInput{{"Middle", "1"}, "Valid, Position, Top"},
+                    WrongInput{{"top", "1"}, "Valid, Position, Top"},
+                    WrongInput{{"RestoreDefault", "1"}, "Valid, Position, Top"},
+                    WrongInput{{"Position", "Links"}, "Left, Right"},
+                    WrongInput{{"Position", ""}, "Left, Right"}, WrongInput{{"Valid", "on"}, "On, Off"},
+                    WrongInput{{"Top", "12.7"}, "--set Top=12.7"}, WrongInput{{"Top", "12,7"}, "0 to 20"},
+                    WrongInput{{"Top", "-5"}, "--lenient"}, WrongInput{{"Top", "1a2"}, "digits"},
+                    WrongInput{{"Top", "\u0661\u0662"}, "digits"}, WrongInput{{"Top", " 3"}, "digits"},
+                    WrongInput{{"Top", ""}, "\"\""}, WrongInput{{"Press", std::nullopt}, "no such button"}));
 
 class AGreyedControl : public APanelSession, public testing::WithParamInterface<Input> {};
 

@@ -18,8 +18,9 @@ const Report quiet = [](const std::string&) {};
 // Loads the bundle's plug-in and plays its panel through.
 void play(const std::string& bundle) {
   platform::linux::PrintSettings settings;
-  playPanel(openBundle(bundle, quiet), settings, nullptr, {}, {{"Valid", "On"}, {"Top", "7"}}, false,
-            [](const std::string&) {});
+  CommandLine line;
+  line.inputs = {{"Valid", "On"}, {"Top", "7"}};
+  playPanel(openBundle(bundle, quiet), settings, nullptr, {}, line, quiet);
 }
 
 PluginFailure pluginFailureOf(const std::string& bundle) {

@@ -1,0 +1,276 @@
+"""What lp does, beside lp itself on one server: the same command line leaves the same job."""
+
+import datetime
+import itertools
+import os
+import random
+import re
+import subprocess
+import unittest
+
+import ipp
+from patience import PATIENCE
+from relay import Relay
+from terminal_case import DEFAULTS, PPD, PROGRAM, PROJECT, REQUEST, SAMPLE, TerminalCase
+
+LP = "/usr/bin/lp"
+GET_SUBSCRIPTIONS = 0x0019
+# Of a job's attributes those that tell one job from another whatever was asked for, and how the client names the printer.
+OF_ONE_JOB = re.compile(r"job-(id|uri|uuid|more-info|printer-up-time)|(date-)?time-at-.*|number-of-intervening-jobs|(job-)?printer-uri|tandem-trim-request")
+
+# Far from now, so that no job is released meanwhile.
+LATER = (datetime.datetime.now(datetime.timezone.utc) + datetime.timedelta(hours=12)).strftime("%H:%M")
+
+# Each with its arguments as lp takes them, to draw from.
+DRAWN = [
+    ["-n", "3"], ["-n2"], ["-o", "copies=4"],
+    ["-t", "Two words"], ["-t", "-x"], ["-t", "Größe [1,2]"], ["-t", ""],
+    ["-q", "77"], ["-q1"], ["-o", "job-priority=10"],
+    ["-H", "hold"], ["-H", "immediate"], ["-H", LATER], ["-H", f"{LATER}:20"], ["-o", f"job-hold-until={LATER}"],
+    ["-P", "1,3-5"], ["-P", "2-"], ["-P", "-4"], ["-P", "1, 7"], ["-o", "page-ranges=1-2"],
+    ["-o", "landscape"], ["-o", "nolandscape"], ["-o", "sides=two-sided-long-edge number-up=2"], ["-o", "media=A5"],
+    ["-o", "PageSize=A5"], ["-o", "orientation-requested=4"], ["-o", "print-quality=5"], ["-o", "job-sheets=standard"],
+    ["-o", "job-sheets=none,confidential"], ["-o", 'x-note="two words" x-more=\'it "is"\''], ["-o", "x-list=1,2,3"],
+    ["-o", "fit-to-page scaling=50"], ["-o", "finishings=4"], ["-o", "raw"], ["-o", "document-format=application/pdf"],
+    ["-c"], ["-s"], ["-cs"], ["-m"], ["-E"], ["-U", "amy"], ["-Ubob"],
+    ["-o", "MVTandemTrim=On MVTopMargin=7"], ["-o", "MVPrintPosition=Left"],
+]  # fmt: skip
+# Both programs send nothing and fail. The last of several values counts.
+WRONG = [["-n", "0"], ["-q", "0"], ["-q", "101"], ["-P", "banana"], ["-P", "5-3"]]
+# Where a job goes: arguments and variables. "draft" is an instance of each printer with options of its own.
+PLACES = [
+    (["-d", "Plain"], {}),
+    (["-dPlain/draft"], {}),
+    (["-d", "plain"], {}),
+    (["-d", "Morva"], {}),
+    (["-d", "Morva/draft"], {}),
+    (["-d", "Morva/unknown"], {}),
+    ([], {"LPDEST": "Plain/draft"}),
+    ([], {"LPDEST": "Morva", "PRINTER": "Plain"}),
+    ([], {"PRINTER": "Plain"}),
+    (["-d", "Plain"], {"CUPS_USER": "carl"}),
+    (["-d", "Plain"], {"USER": "nobody", "IPP_PORT": "1", "CUPS_ENCRYPTION": "IfRequested"}),
+    (["-d", "Closed"], {}),
+    (["-d", "Nowhere"], {}),
+    ([], {"LPDEST": "Nowhere", "PRINTER": "Plain"}),
+    ([], {}),
+]
+COMBINATIONS = 56
+# By find and xargs, whose rules of quoting leave these names alone.
+NAMES = ["a.pdf", "[b,c].pdf", "größe=%%{}.pdf"]
+PIPELINE = """find . -name '*.pdf' | sort | xargs -n1 "$@" """
+
+
+class Overhearing(Relay):
+    """Lets all through and keeps the client's bytes."""
+
+    def __init__(self, server):
+        super().__init__(server, float("inf"), None)
+        self.heard = b""
+
+    def _on_request(self, piece):
+        self.heard += piece
+
+
+class AsLpTest(TerminalCase):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        plain = cls.cups.folder / "plain.ppd"
+        lines = PPD.read_text().splitlines(keepends=True)
+        plain.write_text("".join(line for line in lines if not line.startswith("*APDialogExtension")))
+        # Their jobs stay as they came.
+        cls.cups.add_queue("Plain", plain, enabled=False)
+        cls.cups.add_queue("Morva", PPD, enabled=False)
+        cls.cups.add_queue("Closed", plain, accepting=False)
+        printer = [(ipp.URI, "printer-uri", "ipp://localhost/printers/Plain")]
+        (facts,) = ipp.ask(cls.cups.address, ipp.GET_PRINTER, printer, path="/printers/Plain")
+        cls.defaults = {name.removesuffix("-default"): values for name, values in facts.items() if name.endswith("-default")}
+
+    def setUp(self):
+        super().setUp()
+        for printer in ("Plain", "Morva"):
+            for name, options in ((printer, "x-saved=yes"), (f"{printer}/draft", "x-saved=draft print-quality=3 job-sheets=standard")):
+                subprocess.run(["lpoptions", "-p", name, "-o", options], env=self.environment(), check=True)
+
+    def program(self, program, *arguments, stdin=subprocess.DEVNULL, **variables):
+        return subprocess.run(
+            [program, *arguments], stdin=stdin, capture_output=True, text=True, env=self.environment(**variables), timeout=PATIENCE, check=False
+        )
+
+    def job(self, number):
+        """What the server holds of a job, as far as it could be the same of another, over its defaults, which lp spells out in each job."""
+        attributes = [(ipp.URI, "job-uri", f"ipp://localhost/jobs/{number}"), (ipp.NAME, "requesting-user-name", "root")]
+        (job,) = ipp.ask(self.cups.address, ipp.GET_JOB, attributes, path="/jobs/")
+        return self.defaults | {name: values for name, values in job.items() if not OF_ONE_JOB.fullmatch(name)}
+
+    def jobs_of(self, act):
+        """What the act gives, and the jobs that it leaves."""
+        before = self.cups.jobs()
+        result = act()
+        return result, [self.job(number) for number in self.cups.jobs() if number not in before]
+
+    def assert_same(self, ours, lps):
+        """The jobs of both programs are the same, but for the panel's options, which a printer has all of or none."""
+        self.assertEqual(len(ours), len(lps))
+        for our, lp in zip(ours, lps):
+            if our["job-name"] == ["(stdin)"]:
+                self.assertEqual(our.pop("document-name-supplied"), ["(stdin)"])
+            if "MVTandemTrim" in our:
+                lp = {keyword: [value] for keyword, value in DEFAULTS.items()} | lp
+            else:
+                lp = {keyword: values for keyword, values in lp.items() if keyword not in DEFAULTS}
+            self.assertEqual(our, lp)
+
+    def beside(self, *arguments, stdin=None, **variables):
+        """Runs both programs with these arguments and gives their results; the jobs have to be the same."""
+
+        def run(program):
+            with open(stdin or os.devnull, "rb") as file:
+                return self.program(program, *arguments, stdin=file, **variables)
+
+        lp, lps = self.jobs_of(lambda: run(LP))
+        our, ours = self.jobs_of(lambda: run(PROGRAM))
+        self.assert_same(ours, lps)
+        return our, lp
+
+    # Options.
+
+    def test_every_option_of_lp_leaves_the_same_job(self):
+        for options in DRAWN + WRONG:
+            with self.subTest(options):
+                our, lp = self.beside("-d", "Plain", *options, SAMPLE)
+                self.assertEqual((our.returncode == 0, lp.returncode == 0), (options in DRAWN,) * 2, our.stderr + lp.stderr)
+
+    def test_options_stand_before_files_and_behind_them_until_two_dashes(self):
+        folder = self.temporary_folder()
+        for name in ("-n", "--", "[a.pdf,b.pdf]", "a.pdf", "b.pdf", "{}", "%%", '"a"', "a b"):
+            (folder / name).write_bytes(SAMPLE.read_bytes())
+        os.chdir(folder)
+        self.addCleanup(os.chdir, PROJECT / "tests/e2e")
+        for arguments in (
+            ["[a.pdf,b.pdf]"],
+            ["{}", "%%", '"a"', "a b"],
+            ["a.pdf", "-n", "2", "b.pdf", "-t", "Title"],
+            ["-n2", "--", "-n", "--", "a.pdf"],
+            ["-t", "--", "a.pdf"],
+        ):
+            with self.subTest(arguments):
+                our, lp = self.beside("-d", "Plain", *arguments)
+                self.assertEqual((our.returncode, lp.returncode), (0, 0), our.stderr)
+
+    def test_a_connection_is_encrypted_on_demand(self):
+        for program, option in itertools.product((LP, PROGRAM), ([], ["-E"])):
+            with self.subTest(program=program, option=option), Overhearing(self.cups.address) as relay:
+                result = self.program(program, *option, "-d", "Plain", SAMPLE, CUPS_SERVER=relay.address)
+                self.assertEqual(result.returncode, 0, result.stderr)
+                self.assertEqual(b"%PDF" in relay.heard, not option)
+
+    def test_the_server_is_asked_for_the_same_letter(self):
+        letters = []
+        for program in (LP, PROGRAM):
+            before = self.cups.jobs()
+            self.program(program, "-d", "Plain", "-U", "amy", "-m", SAMPLE)
+            (job,) = set(self.cups.jobs()) - set(before)
+            asked = ipp.ask(self.cups.address, GET_SUBSCRIPTIONS, [(ipp.URI, "printer-uri", "ipp://localhost/")])
+            (letter,) = [letter for letter in asked if letter["notify-job-id"] == [job]]
+            letters.append({name: letter[name] for name in ("notify-events", "notify-subscriber-user-name", "notify-recipient-uri")})
+        self.assertEqual(*letters)
+        self.assertTrue(letters[0]["notify-recipient-uri"][0].startswith("mailto:amy@"))
+
+    # What stands on standard output.
+
+    def test_a_job_that_is_sent_is_named_as_lp_names_it(self):
+        for arguments, stdin in (([SAMPLE], None), ([SAMPLE, SAMPLE], None), (["-"], SAMPLE), ([], SAMPLE)):
+            with self.subTest(arguments):
+                our, lp = self.beside("-d", "Plain", *arguments, stdin=stdin)
+                said, confirmation = our.stdout.splitlines()
+                self.assertEqual(re.sub(r"-\d+ ", "-N ", said), re.sub(r"-\d+ ", "-N ", lp.stdout.strip()))
+                self.assertRegex(confirmation, r"^job \d+ on Plain: \d of \d options confirmed$")
+                number = re.match(r"request id is Plain-(\d+) ", said)[1]
+                self.assertEqual(number, str(self.cups.jobs()[-1]))
+
+    def test_a_silent_job_says_nothing_on_standard_output(self):
+        our, lp = self.beside("-d", "Plain", "-s", SAMPLE)
+        self.assertEqual((our.stdout, lp.stdout), ("", ""))
+        self.assertIn("Plain is stopped", our.stderr)
+        result = self.trim("-d", "Plain", "-s", "--summary", "--json", SAMPLE)
+        self.assertTrue(result.stdout.startswith("{"))
+
+    def test_json_stands_alone(self):
+        self.assertNotRegex(self.trim("-d", "Plain", "--json", SAMPLE).stdout, REQUEST)
+
+    # Standard input.
+
+    def test_standard_input_is_printed_where_no_file_is_named(self):
+        pipe = ["sh", "-c", 'cat "$0" | "$@"', SAMPLE]
+        for arguments in ([], ["-"], ["-n", "2"]):
+            with self.subTest(arguments):
+                results = [self.jobs_of(lambda: self.program(*pipe, program, "-d", "Plain", *arguments)) for program in (PROGRAM, LP)]
+                (our, ours), (_, lps) = results
+                self.assertEqual((our.returncode, len(ours)), (0, 1), our.stderr)
+                self.assert_same(ours, lps)
+
+    def test_empty_standard_input_makes_no_job(self):
+        self.refuses("-d", "Plain", stdin=b"", words=["standard input is empty", "nothing was sent"])
+        self.refuses("-d", "Plain", "-", stdin=b"", words=["standard input is empty"])
+
+    def test_what_asks_for_no_job_leaves_standard_input_alone(self):
+        reader, writer = os.pipe()
+        os.write(writer, SAMPLE.read_bytes())
+        os.close(writer)
+        for options in (["--summary"], ["--json"], ["--save-as-default"], ["--reset-defaults"]):
+            with self.subTest(options):
+                result, jobs = self.jobs_of(lambda: self.program(PROGRAM, "-d", "Plain", *options, stdin=reader))
+                self.assertEqual((result.returncode, jobs), (0, []), result.stderr)
+        with os.fdopen(reader, "rb") as pipe:
+            self.assertEqual(pipe.read(), SAMPLE.read_bytes())
+
+    def test_no_standard_input_is_none(self):
+        terminal, seen_by_program = os.openpty()
+        self.addCleanup(os.close, terminal)
+        self.addCleanup(os.close, seen_by_program)
+        closed = ["sh", "-c", 'exec "$@" <&-', "sh", PROGRAM]
+        for what, program, stdin in (
+            ("/dev/null", [PROGRAM], subprocess.DEVNULL),
+            ("a terminal", [PROGRAM], seen_by_program),
+            ("closed", closed, None),
+        ):
+            with self.subTest(what):
+                result, jobs = self.jobs_of(lambda: self.program(*program, "-d", "Morva", stdin=stdin))
+                self.assertEqual((result.returncode, jobs), (0, []), result.stderr)
+                self.assertIn("-o MVTandemTrim=Off\n", result.stdout)
+
+    # Any of it.
+
+    def test_what_is_drawn_by_a_seed_leaves_the_same_jobs_and_exit_status(self):
+        seed = int(os.environ.get("TANDEM_TRIM_SEED", 0)) or random.SystemRandom().randrange(1, 1 << 32)
+        draw = random.Random(seed)
+        folder = self.temporary_folder()
+        for name in NAMES:
+            (folder / name).write_bytes(SAMPLE.read_bytes() + name.encode())
+        for number in range(COMBINATIONS):
+            place, variables = PLACES[number % len(PLACES)]
+            options = [place, *draw.sample(DRAWN, draw.randrange(1, 6))]
+            draw.shuffle(options)
+            options += draw.sample(WRONG, 1) if draw.random() < 0.1 else []
+            if draw.random() < 0.2:
+                options.insert(0, ["-h", f"{self.cups.address[0]}:{self.cups.address[1]}"])
+                variables = variables | {"CUPS_SERVER": "127.0.0.1:1"}
+            words = list(itertools.chain.from_iterable(options))
+            with self.subTest(words, seed=seed, **variables):
+
+                def run(program):
+                    command = ["sh", "-c", PIPELINE, "sh", program, *words, "--"]
+                    return subprocess.run(
+                        command, cwd=folder, capture_output=True, env=self.environment(**variables), timeout=PATIENCE, check=False
+                    )
+
+                lp, lps = self.jobs_of(lambda: run(LP))
+                our, ours = self.jobs_of(lambda: run(PROGRAM))
+                self.assertEqual(our.returncode, lp.returncode, our.stderr + lp.stderr)
+                self.assert_same(ours, lps)
+
+
+if __name__ == "__main__":
+    unittest.main()
