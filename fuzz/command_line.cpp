@@ -46,6 +46,7 @@ std::vector<std::string> argumentsOf(const CommandLine& line) {
   raise("-E", line.encrypted);
   raise("-s", line.silent);
   raise("--lenient", line.lenient);
+  raise("--list", line.list);
   raise("--summary", line.summary);
   raise("--json", line.json);
   raise("--force", line.force);

@@ -175,6 +175,7 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.add_flag("-s", line.silent, "Say nothing on standard output of a job that is sent");
   auto ordered = declareOrdered(app, line);
   app.add_flag("--lenient", line.lenient, "Let the panel make a number of any text that --set types");
+  app.add_flag("--list", line.list, "List the printers, which of them have a panel, and the default one");
   app.add_flag("--summary", line.summary, "Show the panel's summary");
   app.add_flag("--json", line.json, "Show settings, limits and summary as JSON");
   app.add_flag("--force", line.force, "Send stored values that are outside the printer's limits");
@@ -204,21 +205,38 @@ void actInOrder(const CLI::App& app, std::vector<Ordered> ordered) {
   }
 }
 
-// Whether a command line that takes defaults away asks for anything else.
-bool asksForMore(const CommandLine& line) {
-  CommandLine reset;
-  reset.server = line.server;
-  reset.user = line.user;
-  reset.encrypted = line.encrypted;
-  reset.printer = line.printer;
-  reset.verbose = line.verbose;
+// The command line with nothing but the server and who asks it.
+CommandLine placeOf(const CommandLine& line) {
+  CommandLine place;
+  place.server = line.server;
+  place.user = line.user;
+  place.encrypted = line.encrypted;
+  place.verbose = line.verbose;
+  return place;
+}
+
+// What goes with no job does not go with options that are about one.
+void refuseMore(const CommandLine& line) {
+  auto reset = placeOf(line);
   reset.resetDefaults = true;
-  return line != reset;
+  reset.printer = line.printer;
+  if (line.resetDefaults && line != reset) {
+    throw Failure(
+        "--reset-defaults only takes the defaults away; leave all but -h, -E, -U, -d and --verbose out",
+        kWrongCommandLine);
+  }
+  auto list = placeOf(line);
+  list.list = true;
+  list.plugin = line.plugin;
+  if (line.list && line != list) {
+    throw Failure("--list only lists the printers; leave all but -h, -E, -U, --plugin and --verbose out",
+                  kWrongCommandLine);
+  }
 }
 
 // Whether it is about something else than a job.
 bool asksForNoJob(const CommandLine& line) {
-  return line.summary || line.json || line.saveAsDefault || line.resetDefaults;
+  return line.summary || line.json || line.saveAsDefault || line.resetDefaults || line.list;
 }
 
 std::string helpOf(CLI::App& app) {
@@ -259,11 +277,7 @@ std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string>
     throw Failure(std::string(error.what()) + "; tandem-trim --help lists the options", kWrongCommandLine);
   }
   actInOrder(app, ordered);
-  if (line.resetDefaults && asksForMore(line)) {
-    throw Failure(
-        "--reset-defaults only takes the defaults away; leave all but -h, -E, -U, -d and --verbose out",
-        kWrongCommandLine);
-  }
+  refuseMore(line);
   if (line.files.empty() && hasInput && !asksForNoJob(line)) line.files = {"-"};
   if (line.wait && line.files.empty()) throw Failure("--wait needs a file to print", kWrongCommandLine);
   return line;

@@ -4,6 +4,7 @@
 
 #include "host/cli/dialog_loader.hpp"
 #include "host/cli/interruption.hpp"
+#include "host/cli/printer_list.hpp"
 #include "host/cli/progress_line.hpp"
 #include "host/cli/results.hpp"
 #include "host/cups/connection/connection.hpp"
@@ -129,6 +130,7 @@ void runDialog(const CommandLine& line, std::ostream& out, const Report& report)
 
 void run(const CommandLine& line, std::ostream& out, const Report& report) {
   if (line.resetDefaults) return reset(line, report);
+  if (line.list) return listPrinters(line, out, report);
   if (wantsDialog(line)) {
     try {
       return runDialog(line, out, report);

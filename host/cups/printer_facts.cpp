@@ -83,7 +83,12 @@ std::vector<std::string> printerNames(const Connection& connection) {
   MessageHandle request(ippNewRequest(IPP_OP_CUPS_GET_PRINTERS));
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", nullptr,
                "printer-name");
-  return textsIn(connection.ask(std::move(request), "/"), "printer-name");
+  const auto answer = connection.ask(std::move(request), "/");
+  const auto status = ippGetStatusCode(answer.get());
+  // A server without printers answers that it found none.
+  if (status >= IPP_STATUS_ERROR_BAD_REQUEST && status != IPP_STATUS_ERROR_NOT_FOUND)
+    throw connection.lastFailure();
+  return textsIn(answer, "printer-name");
 }
 
 std::string existingPrinters(const Connection& connection) {

@@ -10,7 +10,7 @@
 
 namespace tandemtrim::host {
 
-/// The names of the printers that the server knows.
+/// The names of the server's printers. Failure when it does not give them.
 std::vector<std::string> printerNames(const Connection& connection);
 
 /// What to do when a printer is not found, with the names of those that the server knows.

@@ -47,6 +47,8 @@ struct CommandLine {
   bool silent = false;
   bool saveAsDefault = false;
   bool resetDefaults = false;
+  /// Whether the server's printers are to be listed instead of any other work.
+  bool list = false;
   bool withoutPanel = false;
   bool verbose = false;
   /// Whether to wait until the job has ended.

@@ -15,6 +15,11 @@ from terminal_case import DEFAULTS, PPD, PROGRAM, PROJECT, REQUEST, SAMPLE, Term
 
 LP = "/usr/bin/lp"
 GET_SUBSCRIPTIONS = 0x0019
+COMPARISON = PROJECT / "docs/lp.md"
+# As lp --help has them.
+REFUSED = {"-H restart": ["-H", "restart"], "-H resume": ["-H", "resume"], "-i id": ["-i", "12"]}
+# Those that lp(1) names, and those of libcups that change what lp does.
+VARIABLES = ["LPDEST", "PRINTER", "CUPS_SERVER", "CUPS_USER", "CUPS_ENCRYPTION", "IPP_PORT", "USER"]
 # Of a job's attributes those that tell one job from another whatever was asked for, and how the client names the printer.
 OF_ONE_JOB = re.compile(r"job-(id|uri|uuid|more-info|printer-up-time)|(date-)?time-at-.*|number-of-intervening-jobs|(job-)?printer-uri|tandem-trim-request")
 
@@ -136,6 +141,22 @@ class AsLpTest(TerminalCase):
 
     # Options.
 
+    def test_every_option_of_lp_is_in_the_table_and_is_one_of_this_program(self):
+        text = self.program(LP, "--help").stdout
+        told = [re.split(r" {2,}", line)[0] for line in text.splitlines() if line.startswith("-")]
+        self.assertGreater(len(told), 20, text)
+        rows = re.findall(r"^\| (`.*`) \| (.+) \|$", COMPARISON.read_text(), re.MULTILINE)
+        table = {cell: here for cells, here in rows for cell in re.findall(r"`([^`]+)`", cells)}
+        help_text = self.program(PROGRAM, "--help").stdout
+        for option in told:
+            with self.subTest(option):
+                self.assertIn(option, table)
+                self.assertRegex(help_text, rf"(?m)^ +{option.split()[0]}\b")
+                status = self.program(PROGRAM, "-d", "Plain", *REFUSED.get(option, ["-c"]), SAMPLE).returncode
+                self.assertEqual(status == 2, "refused with the command that does it" in table[option])
+        for variable in VARIABLES:
+            self.assertIn(variable, table)
+
     def test_every_option_of_lp_leaves_the_same_job(self):
         for options in DRAWN + WRONG:
             with self.subTest(options):
@@ -178,6 +199,29 @@ class AsLpTest(TerminalCase):
         self.assertEqual(*letters)
         self.assertTrue(letters[0]["notify-recipient-uri"][0].startswith("mailto:amy@"))
 
+    # The printers.
+
+    def test_the_list_names_each_printer_its_panel_and_the_default(self):
+        printers = ["Closed  no panel", "Morva   panel", "Plain   no panel"]
+        self.assertEqual(self.trim("--list").stdout.splitlines(), printers)
+        for variables in ({"LPDEST": "Morva"}, {"PRINTER": "morva/draft"}):
+            with self.subTest(variables):
+                self.assertEqual(self.trim("--list", **variables).stdout.splitlines(), [printers[0], printers[1] + "  default", printers[2]])
+        subprocess.run(["lpoptions", "-d", "Plain"], env=self.environment(), check=True, stdout=subprocess.DEVNULL)
+        self.assertEqual(self.trim("--list").stdout.splitlines(), [*printers[:2], printers[2] + "  default"])
+        told = {name.partition("/")[0] for name in self.program("lpstat", "-e").stdout.split()}
+        self.assertEqual(told, {line.split()[0] for line in printers})
+
+    def test_the_list_says_why_a_panel_is_missing(self):
+        empty = self.temporary_folder()
+        listed = self.trim("--list", "--plugin", empty)
+        self.assertEqual(listed.returncode, 0, listed.stderr)
+        self.assertRegex(listed.stdout, rf"(?m)^Morva   no panel: the plug-in \S+\.bundle is not in {empty}$")
+
+    def test_the_list_is_refused_beside_a_job_and_by_a_server_that_is_gone(self):
+        self.refuses("--list", SAMPLE, status=2, words=["--list", "leave all but"])
+        self.refuses("--list", "-h", "127.0.0.1:1", words=["no print server answers at 127.0.0.1:1"])
+
     # What stands on standard output.
 
     def test_a_job_that_is_sent_is_named_as_lp_names_it(self):
@@ -219,9 +263,9 @@ class AsLpTest(TerminalCase):
         reader, writer = os.pipe()
         os.write(writer, SAMPLE.read_bytes())
         os.close(writer)
-        for options in (["--summary"], ["--json"], ["--save-as-default"], ["--reset-defaults"]):
+        for options in (["--summary"], ["--json"], ["--save-as-default"], ["--reset-defaults"], ["--list"]):
             with self.subTest(options):
-                result, jobs = self.jobs_of(lambda: self.program(PROGRAM, "-d", "Plain", *options, stdin=reader))
+                result, jobs = self.jobs_of(lambda: self.program(PROGRAM, *options, stdin=reader, LPDEST="Plain"))
                 self.assertEqual((result.returncode, jobs), (0, []), result.stderr)
         with os.fdopen(reader, "rb") as pipe:
             self.assertEqual(pipe.read(), SAMPLE.read_bytes())

@@ -60,7 +60,7 @@ TEST(ACommandLine, PrintsStandardInputWhereNoFileIsNamedAndAJobMayBeMeant) {
   EXPECT_THAT(filesOf({"-d", "Morva", "--set", "Top=1"}), ElementsAre("-"));
   EXPECT_THAT(filesOf({"--wait"}), ElementsAre("-"));
   EXPECT_THAT(filesOf({"a.pdf"}), ElementsAre("a.pdf"));
-  for (const char* other : {"--summary", "--json", "--save-as-default", "--reset-defaults"})
+  for (const char* other : {"--summary", "--json", "--save-as-default", "--reset-defaults", "--list"})
     EXPECT_TRUE(filesOf({other}).empty()) << other;
 }
 
@@ -125,8 +125,8 @@ using Arguments = std::vector<std::string>;
 INSTANTIATE_TEST_SUITE_P(
     CommandLine, AWrongCommandLine,
     testing::Values(Arguments{"--unknown"}, Arguments{"-x"}, Arguments{"-o"},
-                    Arguments{"--reset-defaults", "a.pdf"},
-                    Arguments{"--reset-defaults", "--save-as-default"},
+                    Arguments{"--reset-defaults", "a.pdf"}, Arguments{"--list", "a.pdf"},
+                    Arguments{"--list", "-d", "Morva"}, Arguments{"--reset-defaults", "--save-as-default"},
                     Arguments{"--reset-defaults", "-n", "2"}, Arguments{"--reset-defaults", "--set", "Top=1"},
                     Arguments{"-o", ""}, Arguments{"-o", "=5"}, Arguments{"-o", "a='b"}, Arguments{"-n", "0"},
                     Arguments{"-n", "two"}, Arguments{"-n", "1x"}, Arguments{"-n", "10000"}, Arguments{"-n"},
