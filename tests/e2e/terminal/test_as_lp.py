@@ -167,8 +167,8 @@ class AsLpTest(TerminalCase):
         folder = self.temporary_folder()
         for name in ("-n", "--", "[a.pdf,b.pdf]", "a.pdf", "b.pdf", "{}", "%%", '"a"', "a b"):
             (folder / name).write_bytes(SAMPLE.read_bytes())
+        self.addCleanup(os.chdir, os.getcwd())
         os.chdir(folder)
-        self.addCleanup(os.chdir, PROJECT / "tests/e2e")
         for arguments in (
             ["[a.pdf,b.pdf]"],
             ["{}", "%%", '"a"', "a b"],
