@@ -315,7 +315,7 @@ class ConfirmationTest(TerminalCase):
         program.send_signal(signal.SIGINT)
         status, out, said = self.end_of(program)
         self.assertEqual((status, said), (0, ""))
-        self.assertRegex(out, r"^job \d+ on Morva: 7 of 7 options confirmed\n$")
+        self.assertRegex(out, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$")
 
     def test_a_signal_while_a_job_is_followed_leaves_the_job_alone(self):
         program = self.started("-d", "Slow", "--wait", SAMPLE)

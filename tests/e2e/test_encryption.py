@@ -5,9 +5,9 @@ import unittest
 from fake_server import FakeServer
 from private_cups import PrivateCups
 from relay import WantsEncryption
-from terminal_case import PPD, SAMPLE, TerminalCase
+from terminal_case import PPD, REQUEST, SAMPLE, TerminalCase
 
-CONFIRMED = r"^job \d+ on Morva: 7 of 7 options confirmed\n$"
+CONFIRMED = rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$"
 REQUIRED = {"CUPS_ENCRYPTION": "Required"}
 
 
