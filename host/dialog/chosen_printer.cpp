@@ -19,7 +19,8 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, const Report& report, Dial
       selection_(window.dialog(), [this](const std::string& printer) { onChoice(printer); }),
       tabs_(window.dialog()),
       panel_(window.dialog(), line.plugin, report,
-             {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp}),
+             {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp,
+              [this] { return otherOptionsOrNone(); }}),
       reader_(line.server) {
   window.dialog().property_selected_printer().signal_changed().connect(
       sigc::mem_fun(*this, &ChosenPrinter::onPrinterChanged));
@@ -181,15 +182,28 @@ void ChosenPrinter::onPanelFailure(const Failure& failure) {
 }
 
 // Saved options and those of the command line count where neither the panel nor GTK's tabs show them.
+Options ChosenPrinter::otherOptions() {
+  Options options;
+  for (const auto& some : {current_.saved, asSpelled(current_.ppd.get(), line_.options)}) {
+    for (const auto& option : some) setOption(options, option);
+  }
+  tabs_.addOptions(selection_.printer(), current_.ppd.get(), options);
+  return withoutKeywords(std::move(options), panel_.keywords());
+}
+
+// What is wrong in the tabs is told when the job is to be printed.
+Options ChosenPrinter::otherOptionsOrNone() {
+  try {
+    return selection_.isPrinter() ? otherOptions() : Options{};
+  } catch (const Failure&) {
+    return {};
+  }
+}
+
 PrintRequest ChosenPrinter::makeRequest() {
   const auto& name = current_.name;
-  PrintRequest request{line_.server,           destinationOf(name),    line_.title, {},
+  PrintRequest request{line_.server,           destinationOf(name),    line_.title, otherOptions(),
                        {tabs_.settings(), {}}, panel_.useForAllJobs(), {}};
-  for (const auto& options : {current_.saved, asSpelled(current_.ppd.get(), line_.options)}) {
-    for (const auto& option : options) setOption(request.options, option);
-  }
-  tabs_.addOptions(selection_.printer(), current_.ppd.get(), request.options);
-  request.options = withoutKeywords(std::move(request.options), panel_.keywords());
   if (panel_.hasFailed()) request.remembered.panel = recall({line_.server, request.printer}, report_).panel;
   if (!panel_.isOpen()) return request;
   for (const auto& option : panel_.options()) setOption(request.options, option);

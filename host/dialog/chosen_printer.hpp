@@ -60,6 +60,9 @@ class ChosenPrinter : public sigc::trackable {
   void openPanel();
   void onPanelFailure(const Failure& failure);
   void hideRows();
+  // What the job asks for beside the panel's options. Failure when the tabs' settings are incomplete.
+  [[nodiscard]] Options otherOptions();
+  [[nodiscard]] Options otherOptionsOrNone();
 
   const CommandLine line_;
   const Report report_;

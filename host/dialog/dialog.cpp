@@ -1,5 +1,6 @@
 #include "host/dialog/dialog.hpp"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 
@@ -67,14 +68,16 @@ void Dialog::onResponse(int response) {
   window_.hide();
 }
 
-void Dialog::print(bool withIllegalValues) {
+void Dialog::print(bool withProblems) {
   if (!liveIn(window_.state()).content) return;
   if (!printer_.isPrinter()) return questions_.showWarning(localized(kChoosePrinterText));
   window_.enter(withPrint(window_.state()));
   if (liveIn(window_.state()).printWaits) return;
   const auto illegal = printer_.panel().prepareToPrint();
   if (!illegal) return;
-  if (!illegal->empty() && !withIllegalValues) return askAboutIllegalValues(*illegal);
+  const auto conflicts = printer_.panel().conflicts();
+  const bool isFine = illegal->empty() && conflicts.empty();
+  if (!isFine && !withProblems) return askAboutProblems(*illegal, conflicts);
   try {
     send();
   } catch (const Failure& failure) {
@@ -82,14 +85,21 @@ void Dialog::print(bool withIllegalValues) {
   }
 }
 
-void Dialog::askAboutIllegalValues(const std::vector<IllegalValue>& values) {
-  questions_.ask(illegalValuesText(values),
-                 {{localized(kBackText), Gtk::ResponseType::CANCEL},
-                  {localized(kSendAsItIsText), kSendAsItIs},
-                  {localized(kCorrectText), kCorrect}},
-                 [this](int answer) {
+// A conflict is asked about once, and has nothing that could be corrected for the user.
+void Dialog::askAboutProblems(const std::vector<IllegalValue>& values,
+                              const std::vector<Conflict>& conflicts) {
+  std::vector<Questions::Answer> answers{{localized(kBackText), Gtk::ResponseType::CANCEL},
+                                         {localized(kSendAsItIsText), kSendAsItIs}};
+  if (values.empty()) {
+    std::ranges::reverse(answers);
+  } else {
+    answers.emplace_back(localized(kCorrectText), kCorrect);
+  }
+  questions_.ask(problemsText(values, conflicts), answers,
+                 [this, hasConflicts = !conflicts.empty()](int answer) {
                    if (answer == kCorrect) printer_.panel().correct();
-                   if (answer == kCorrect || answer == kSendAsItIs) print(answer == kSendAsItIs);
+                   if (answer == kCorrect || answer == kSendAsItIs)
+                     print(answer == kSendAsItIs || hasConflicts);
                  });
 }
 

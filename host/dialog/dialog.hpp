@@ -33,8 +33,8 @@ class Dialog : public sigc::trackable {
   static gboolean onSignal(gpointer dialog);
   void interrupt(int signal);
   void onResponse(int response);
-  void print(bool withIllegalValues);
-  void askAboutIllegalValues(const std::vector<IllegalValue>& values);
+  void print(bool withProblems);
+  void askAboutProblems(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
   void send();
   void onSent(const Outcome<SendResult>& outcome);
 

@@ -3,12 +3,7 @@
 #include <algorithm>
 
 #include "host/dialog/gtk/option_rows.hpp"
-#include "host/dialog/settings/page_ranges.hpp"
 #include "host/dialog/settings/paper.hpp"
-#include "host/dialog/texts/texts.hpp"
-#include "host/failure.hpp"
-#include "host/filled_text.hpp"
-#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -24,9 +19,7 @@ void OwnTabs::refuseWrongPages() {
   auto* const entry = gtk_widget_get_template_child(GTK_WIDGET(dialog_.gobj()), GTK_TYPE_PRINT_UNIX_DIALOG,
                                                     "page_range_entry");
   if (!GTK_IS_EDITABLE(entry) || dialog_.get_settings()->get_print_pages() != Gtk::PrintPages::RANGES) return;
-  const std::string text = gtk_editable_get_text(GTK_EDITABLE(entry));
-  if (text.empty() || arePageRanges(text)) return;
-  throw Failure(Trouble::userMessage, filled(localized(kWrongPagesText), {{"[text]", shortText(text)}}));
+  host::refuseWrongPages(gtk_editable_get_text(GTK_EDITABLE(entry)));
 }
 
 // GTK's own PPD takes the paper that was shown when the printer was chosen for its default.

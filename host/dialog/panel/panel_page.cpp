@@ -101,14 +101,15 @@ void PanelPage::hideWarning() {
   if (warning_) warning_->row.set_visible(false);
 }
 
-void PanelPage::warnOf(const std::vector<IllegalValue>& values) {
-  if (values.empty()) return hideWarning();
+void PanelPage::warnOf(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts) {
+  if (values.empty() && conflicts.empty()) return hideWarning();
   if (!warning_) {
     warning_.emplace();
     warning_->correct.signal_clicked().connect(signalCorrect.make_slot());
     insert_child_after(warning_->row, *footer_.get_prev_sibling());
   }
-  warning_->text.set_text(illegalValuesText(values));
+  warning_->text.set_text(problemsText(values, conflicts));
+  warning_->correct.set_visible(!values.empty());
   warning_->row.set_visible();
 }
 

@@ -8,12 +8,13 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/label.h>
 
+#include "host/panel/conflicts.hpp"
 #include "host/panel/panel_session.hpp"
 
 namespace tandemtrim::host {
 
 /// The dialog's page for the panel: the panel's view, or a line of text before there is one; below it a
-/// warning about values that the printer does not allow, and the host's own controls.
+/// warning about values that the printer does not allow and about conflicts, and the host's own controls.
 class PanelPage : public Gtk::Box {
  public:
   PanelPage();
@@ -31,8 +32,8 @@ class PanelPage : public Gtk::Box {
   void reportEdits(bool reports) { reportsEdits_ = reports; }
   /// Runs after a reported edit of the view; once for several edits in a row.
   sigc::signal<void()> signalEdited;
-  /// Names the values, or shows no warning when there are none.
-  void warnOf(const std::vector<IllegalValue>& values);
+  /// Names the values and the conflicts, or shows no warning when there are none.
+  void warnOf(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
   /// Runs when the user asks for the nearest legal values.
   sigc::signal<void()> signalCorrect;
 
@@ -41,7 +42,7 @@ class PanelPage : public Gtk::Box {
   Gtk::Button help;
 
  private:
-  /// The row that names illegal values. Few users ever see it, so it is made when it is needed.
+  /// The row that names illegal values and conflicts. Few users ever see it, so it is made when it is needed.
   struct Warning {
     Warning();
     Gtk::Box row;

@@ -112,6 +112,7 @@ bool PanelTabs::findBundle(ppd_file_t* ppd) {
 }
 
 bool PanelTabs::open(ppd_file_t* ppd, const Options& queueDefaults) {
+  ppd_ = ppd;
   return guarded([&] {
     session_ =
         std::make_unique<PanelSession>(*bundle_, kGtkModule, settings_, ppd,
@@ -181,9 +182,22 @@ void PanelTabs::warn() {
   guarded([&] {
     session_->correctDefaults();
     const auto illegal = session_->illegalChoices();
-    page_.warnOf(illegal);
-    page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty());
+    page_.warnOf(illegal, findConflicts());
+    page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty() || isConstrained());
   });
+}
+
+bool PanelTabs::isConstrained() const { return ppd_ != nullptr && hasConstraints(*ppd_, keywords()); }
+
+std::vector<Conflict> PanelTabs::findConflicts() const {
+  if (!isConstrained()) return {};
+  return conflictsOf(*ppd_, session_->settings(), events_.otherOptions());
+}
+
+std::vector<Conflict> PanelTabs::conflicts() {
+  std::vector<Conflict> found;
+  if (session_) guarded([&] { found = findConflicts(); });
+  return found;
 }
 
 void PanelTabs::correct() {

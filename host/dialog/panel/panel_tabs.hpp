@@ -29,6 +29,8 @@ class PanelTabs : public sigc::trackable {
     std::function<void(const Failure&)> onFailure;
     /// The user asks for the panel's help, which is this text.
     std::function<void(const std::string&)> onHelp;
+    /// What the job asks for beside the panel's options.
+    std::function<Options()> otherOptions;
   };
 
   /// `plugin` is what bundleOfPrinter() takes.
@@ -73,6 +75,8 @@ class PanelTabs : public sigc::trackable {
   /// Saves what the panel shows and gives the values that the user chose and the printer does not allow. None
   /// when the panel refuses to print or fails.
   std::optional<std::vector<IllegalValue>> prepareToPrint();
+  /// What the PPD does not allow together with the panel's settings, as saved last.
+  std::vector<Conflict> conflicts();
   /// Replaces illegal values by the nearest legal ones.
   void correct();
 
@@ -84,6 +88,8 @@ class PanelTabs : public sigc::trackable {
   void onEdited();
   void showSummary();
   void warn();
+  [[nodiscard]] bool isConstrained() const;
+  [[nodiscard]] std::vector<Conflict> findConflicts() const;
   // Runs an operation of the panel. False when the panel fails.
   bool guarded(const std::function<void()>& operation);
 
@@ -101,6 +107,8 @@ class PanelTabs : public sigc::trackable {
   SummaryTab& summary_;
   std::optional<PluginBundle> bundle_;
   std::unique_ptr<PanelSession> session_;
+  // The PPD of the session's printer, or null.
+  ppd_file_t* ppd_ = nullptr;
   bool hasFailed_ = false;
 };
 

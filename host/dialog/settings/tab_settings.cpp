@@ -244,6 +244,11 @@ Options rowsShowing(const TabSettings& tabs, const Options& options) {
   return rows;
 }
 
+void refuseWrongPages(const std::string& text) {
+  if (text.empty() || arePageRanges(text)) return;
+  throw Failure(Trouble::userMessage, filled(localized(kWrongPagesText), {{"[text]", shortText(text)}}));
+}
+
 void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize* printersPaper,
                    const Options& untouched, Options& options) {
   removeShown(options, ppd);

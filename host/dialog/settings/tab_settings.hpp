@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 #include <gtk/gtk.h>
 #include <gtkmm/pagesetup.h>
@@ -42,6 +43,9 @@ TabSettings tabsOfNextPrinter(const TabSettings& now, const TabSettings& remembe
 /// Those of GTK's rows for the printer's options that show one of these options, with the values that they
 /// show. GTK prefers what the user saved for a printer to what it is given.
 Options rowsShowing(const TabSettings& tabs, const Options& options);
+
+/// Failure when the entry for pages holds this text and it names none; without a text, addTabOptions() fails.
+void refuseWrongPages(const std::string& text);
 
 /// Overwrites `options` with the choices of the tabs; rows equal to `untouched` are skipped. Failure when
 /// pages are to be chosen and none is, and for a time to print at that is none. `ppd` is null for a printer

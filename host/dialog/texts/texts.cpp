@@ -52,13 +52,21 @@ std::string localized(std::string_view text) {
   return bundle ? bundle->localizedStringForKey(text, "", std::nullopt) : std::string(text);
 }
 
-std::string illegalValuesText(const std::vector<IllegalValue>& values) {
-  const auto text = localized(kIllegalValueText);
-  return joined(values, "\n", [&](const IllegalValue& illegal) {
-    return filled(text, {{"[name]", illegal.setting.title},
-                         {"[value]", shortText(illegal.setting.value)},
-                         {"[allowed]", allowedText(illegal.setting)}});
-  });
+std::string problemsText(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts) {
+  const auto ofValues =
+      joined(values, "\n", [text = localized(kIllegalValueText)](const IllegalValue& illegal) {
+        return filled(text, {{"[name]", illegal.setting.title},
+                             {"[value]", shortText(illegal.setting.value)},
+                             {"[allowed]", allowedText(illegal.setting)}});
+      });
+  const auto ofConflicts =
+      joined(conflicts, "\n", [text = localized(kConflictText)](const Conflict& conflict) {
+        return filled(text, {{"[name]", conflict.setting},
+                             {"[value]", shortText(conflict.value)},
+                             {"[other]", conflict.otherOption},
+                             {"[choice]", conflict.otherChoice}});
+      });
+  return ofValues + (values.empty() || conflicts.empty() ? "" : "\n") + ofConflicts;
 }
 
 std::string failureText(const Failure& failure) {

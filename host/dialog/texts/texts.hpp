@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/failure.hpp"
+#include "host/panel/conflicts.hpp"
 #include "host/panel/panel_session.hpp"
 #include "host/progress_text.hpp"
 
@@ -45,6 +46,8 @@ inline constexpr const char* kWrongTimeText =
 inline constexpr const char* kSendingText = "Sending…";
 inline constexpr const char* kIllegalValueText =
     "[name]: this printer does not allow [value] (allowed: [allowed])";
+inline constexpr const char* kConflictText =
+    "[name] ([value]) cannot be combined with [other] ([choice]) on this printer.";
 inline constexpr const char* kRangeText = "[min] to [max]";
 inline constexpr const char* kListSeparatorText = ", ";
 
@@ -104,13 +107,14 @@ inline constexpr std::array kTexts{
     kPasswordText,      kCorrectText,    kSendAsItIsText, kBackText,         kCloseText,       kHelpText,
     kUseForAllJobsText, kSummaryText,    kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText,
     kChoosePrinterText, kSendingText,    kRangeText,      kIllegalValueText, kSentOfText,      kSentText,
-    kListSeparatorText, kWrongPagesText, kWrongTimeText,  kTryAgainText};
+    kListSeparatorText, kWrongPagesText, kWrongTimeText,  kTryAgainText,     kConflictText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);
 
-/// A line for each value: what it is, what the printer allows, as the panel names both.
-std::string illegalValuesText(const std::vector<IllegalValue>& values);
+/// A line for each value: what it is, what the printer allows, as the panel names both. A line for each
+/// conflict.
+std::string problemsText(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
 
 /// What is wrong and what to do about it, and on a line of its own the fact itself, which is English.
 std::string failureText(const Failure& failure);

@@ -84,6 +84,39 @@ class DialogPrintersTest(DialogCase):
                 options = of_panel(self.printed(dialog).options)
                 self.assertEqual({keyword: options.get(keyword) for keyword in wrong}, expected)
 
+    def constrained(self):
+        """The dialog for a printer that does not trim what is glued hot."""
+        glue = "".join(f"*Glue {choice}/{choice}: \"\"\n" for choice in ("None", "Hot"))
+        option = f"*OpenUI *Glue/Glue: PickOne\n*OrderDependency: 15 AnySetup *Glue\n*DefaultGlue: None\n{glue}*CloseUI: *Glue\n"
+        constraints = f"*UIConstraints: *{VALID} On *Glue Hot\n*UIConstraints: *Glue Hot *{VALID} On\n"
+        self.add_other(("*OpenGroup: TandemTrim", f"{option}{constraints}*OpenGroup: TandemTrim"))
+        dialog = self.dialog("-d", "Other", "-o", "Glue=Hot")
+        dialog.page("Tandem Trim")
+        dialog.check("Use Tandem Trim")
+        dialog.says(self.CONFLICT)
+        return dialog
+
+    CONFLICT = "Use Tandem Trim (On) cannot be combined with Glue (Hot)"
+
+    def test_a_conflict_is_shown_as_soon_as_it_is_there_and_no_longer(self):
+        dialog = self.constrained()
+        self.assertFalse(dialog.shows("push button", "Correct"))
+        dialog.check("Use Tandem Trim")
+        until(lambda: not any(self.CONFLICT in label for label in dialog.labels()), "the warning to go")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog, "Other").options), DEFAULTS)
+
+    def test_a_conflict_is_asked_about_once_at_print_and_refuses_nothing(self):
+        dialog = self.constrained()
+        dialog.press("Print")
+        dialog.answer("Back")
+        until(lambda: len(dialog.program.windows()) == 1, "the question to go")
+        self.assert_nothing_was_sent()
+        dialog.press("Print")
+        dialog.answer("Send As It Is")
+        options = self.printed(dialog, "Other").options
+        self.assertEqual((options[VALID], options["Glue"]), ("On", "Hot"))
+
     def test_the_user_may_go_back_from_the_question(self):
         dialog = self.panel("-o", f"{MARGINS['Left']}=18")
         dialog.press("Print")

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/cups/connection/cups_handles.hpp"
+#include "host/job/options.hpp"
+#include "platform/extension.hpp"
+
+namespace tandemtrim::host {
+
+/// Two options whose choices the PPD does not allow together, by the titles that the user sees.
+struct Conflict {
+  std::string setting;
+  std::string value;
+  std::string otherOption;
+  std::string otherChoice;
+
+  friend bool operator==(const Conflict&, const Conflict&) = default;
+};
+
+/// The conflicts of a panel's settings with each other and with the other options of the job. It changes
+/// which choices of the PPD are marked.
+std::vector<Conflict> conflictsOf(ppd_file_t& ppd, const std::vector<platform::PanelSetting>& settings,
+                                  const Options& others);
+
+/// Whether the PPD has constraints for one of these keywords.
+bool hasConstraints(const ppd_file_t& ppd, const std::vector<std::string>& keywords);
+
+}  // namespace tandemtrim::host
