@@ -10,13 +10,13 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr int kLineMargin = 18;
-constexpr int kSpacing = 12;
+constexpr int kNoticeSpacing = 12;
 
 }  // namespace
 
 DialogWindow::DialogWindow()
     : dialog_(g_dgettext("gtk40", "Print")),
-      notice_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kSpacing)),
+      notice_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kNoticeSpacing)),
       noticeText_(*Gtk::make_managed<Gtk::Label>()),
       progress_(*Gtk::make_managed<Gtk::Label>()) {
   // Escape and the window's own button close it; its tabs are still in use then.

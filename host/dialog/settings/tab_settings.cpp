@@ -214,7 +214,7 @@ Glib::RefPtr<Gtk::PrintSettings> settingsOfNextPrinter(const Glib::RefPtr<Gtk::P
                                                        const Options& asked) {
   TabSettings wanted{Gtk::PrintSettings::create(), {}};
   applyOptions(asked, nullptr, wanted);
-  const auto next = (kept ? kept : now)->copy();
+  auto next = (kept ? kept : now)->copy();
   wanted.settings->setting_foreach([&](const Glib::ustring& key, const Glib::ustring& value) {
     next->set(key, now->has_key(key) ? now->get(key) : value);
   });
