@@ -254,7 +254,7 @@ class ConfirmationTest(TerminalCase):
             result = self.trim("-d", "Morva", "--wait", SAMPLE, CUPS_SERVER=server.address)
         changes = ["pending", "processing (job-printing): cutting; 1 sheet printed", "processing (job-printing); 2 sheets printed", "completed; 2 sheets printed"]
         self.assertEqual(result.stderr, "".join(f"tandem-trim: job 1 on Morva: {change}\n" for change in changes))
-        self.assertEqual((result.returncode, result.stdout), (0, "job 1 on Morva: 0 of 0 options confirmed\n"))
+        self.assertEqual((result.returncode, result.stdout), (0, "request id is Morva-1 (1 file(s))\njob 1 on Morva: 0 of 0 options confirmed\n"))
 
     def test_following_needs_a_file(self):
         self.refuses("-d", "Morva", "--wait", status=2, words=["--wait", "file"])
