@@ -37,8 +37,8 @@ GObject* Panel::object(std::string_view name) const {
 std::unique_ptr<NibObject> Panel::wrap(std::string_view outlet) const {
   auto* const found = object(outlet);
   if (GTK_IS_LABEL(found)) return std::make_unique<TextLabel>(*Glib::wrap(GTK_LABEL(found)));
-  if (GTK_IS_ENTRY(found)) return std::make_unique<TextBox>(*Glib::wrap(GTK_ENTRY(found)));
-  if (GTK_IS_BOX(found)) return Stepper::make(*Glib::wrap(GTK_BOX(found)));
+  if (GTK_IS_SPIN_BUTTON(found)) return std::make_unique<TextBox>(*Glib::wrap(GTK_SPIN_BUTTON(found)));
+  if (GTK_IS_ADJUSTMENT(found)) return std::make_unique<Stepper>(Glib::wrap(GTK_ADJUSTMENT(found), true));
   if (GTK_IS_MENU_BUTTON(found))
     return std::make_unique<PopUpButton>(*Glib::wrap(GTK_MENU_BUTTON(found)), itemsOf(outlet));
   if (GTK_IS_CHECK_BUTTON(found)) return std::make_unique<CheckBox>(*Glib::wrap(GTK_CHECK_BUTTON(found)));
@@ -61,6 +61,8 @@ void Panel::connectSteppers() const {
     auto* stepper = controlOf<Stepper>(margin.stepper);
     auto* textBox = controlOf<TextBox>(margin.textBox);
     if (stepper != nullptr && textBox != nullptr) stepper->setTextBox(textBox);
+    const auto* limits = controlOf<TextLabel>(margin.limitLabel);
+    if (textBox != nullptr && limits != nullptr) textBox->setLimitLabel(GTK_WIDGET(limits->widget().gobj()));
   }
 }
 

@@ -126,7 +126,8 @@ class GtkPanel : public LinuxPanel {
   bool step(const std::string& outlet, int steps) override {
     auto* const stepper = widget<gtk::Stepper>(outlet);
     if (gtk_widget_is_sensitive(stepper) == FALSE) return false;
-    auto* const button = steps > 0 ? gtk_widget_get_last_child(stepper) : gtk_widget_get_first_child(stepper);
+    auto* const plus = gtk_widget_get_last_child(stepper);
+    auto* const button = steps > 0 ? plus : gtk_widget_get_prev_sibling(plus);
     for (int step = 0; step < std::abs(steps); ++step) user_->click(button);
     return true;
   }

@@ -29,6 +29,11 @@ def meant(node):
     return half if name == f"{half} {half}" else name
 
 
+INSIDE = 12  # pixels
+# What "entry" stands for: where a user types.
+ENTRIES = {"text", "spin button"}
+
+
 class PrintDialog:
     """A running dialog as a user uses it: everything is found by its role and its name."""
 
@@ -53,7 +58,8 @@ class PrintDialog:
 
     def look(self, role, name):
         """The thing of this role and this name, else the first one whose name or description holds this text, or none."""
-        nodes = [node for node in self.nodes() if node.role == role]
+        roles = ENTRIES if role == "entry" else {role}
+        nodes = [node for node in self.nodes() if node.role in roles]
         named = (node for node in nodes if meant(node) == name)
         holding = (node for node in nodes if name in meant(node) or name in node.description)
         return next(named, None) or next(holding, None)
@@ -127,10 +133,19 @@ class PrintDialog:
 
     def type(self, name, text):
         """Replaces what an entry holds."""
-        self.program.replace_text(self.find_live("text", name), text)
+        self.program.replace_text(self.find_live("entry", name), text)
+
+    def go_to(self, name):
+        """Clicks into an entry on the side of its label: there may be buttons at its other end."""
+        entry = self.find_live("entry", name)
+        x, y = map(int, self.middle(entry))
+        left, _, width, _ = self.program.place(entry)
+        is_label_left = self.program.place(self.find("label", name))[0] < left
+        to_edge = width // 2 - INSIDE
+        self.xdotool("mousemove", str(x - to_edge if is_label_left else x + to_edge), str(y), "click", "1")
 
     def text(self, name):
-        return self.program.text(self.find("text", name))
+        return self.program.text(self.find("entry", name))
 
     def keys(self, *names):
         """Presses keys, by the names that X gives them."""

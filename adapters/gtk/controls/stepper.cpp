@@ -1,70 +1,126 @@
 #include "adapters/gtk/controls/stepper.hpp"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include "adapters/gtk/controls/guarded.hpp"
 #include "platform/integer_text.hpp"
 
 namespace tandemtrim::platform::gtk {
+namespace {
 
-std::unique_ptr<Stepper> Stepper::make(Gtk::Box& box) {
-  auto* const lower = gtk_widget_get_first_child(GTK_WIDGET(box.gobj()));
-  auto* const upper = gtk_widget_get_last_child(GTK_WIDGET(box.gobj()));
-  if (!GTK_IS_BUTTON(lower) || !GTK_IS_BUTTON(upper)) return nullptr;
-  return std::unique_ptr<Stepper>(new Stepper(box, lower, upper));
+constexpr double kStep = 1;
+constexpr double kPage = 10;
+
+// The text stays as it is until a step changes it.
+gboolean onOutput(GtkSpinButton* /*spinButton*/, gpointer /*data*/) { return TRUE; }
+
+gboolean onWheel(GtkEventController* wheel, double /*dx*/, double dy, gpointer /*data*/) {
+  auto* const spinButton = gtk_event_controller_get_widget(wheel);
+  if ((gtk_widget_get_state_flags(spinButton) & GTK_STATE_FLAG_FOCUS_WITHIN) == 0 || dy == 0) return FALSE;
+  gtk_spin_button_update(GTK_SPIN_BUTTON(spinButton));
+  gtk_spin_button_spin(GTK_SPIN_BUTTON(spinButton), dy < 0 ? GTK_SPIN_STEP_FORWARD : GTK_SPIN_STEP_BACKWARD,
+                       kStep);
+  return TRUE;
 }
 
-Stepper::Stepper(Gtk::Box& box, GtkWidget* lower, GtkWidget* upper)
-    : IdentifiedControlOf(box), lower_(lower, [this] { move(-1); }), upper_(upper, [this] { move(1); }) {}
+}  // namespace
 
-// The text box's widget may outlive it.
+Stepper::Stepper(Glib::RefPtr<Gtk::Adjustment> range) : range_(std::move(range)) {
+  range_->signal_value_changed().connect(sigc::mem_fun(*this, &Stepper::onStep));
+  show();
+}
+
+// The widget may outlive it, and the text box may be gone before it.
 Stepper::~Stepper() {
-  for (auto* controller : {keys_, wheel_}) {
-    if (controller != nullptr)
-      gtk_widget_remove_controller(gtk_event_controller_get_widget(controller), controller);
-  }
+  if (spinButton_ == nullptr) return;
+  g_signal_handlers_disconnect_by_data(spinButton_->gobj(), this);
+  gtk_widget_remove_controller(GTK_WIDGET(spinButton_->gobj()), wheel_);
+}
+
+void Stepper::setEnabled(bool enabled) {
+  if (textBox_ != nullptr) textBox_->setEnabled(enabled);
+}
+
+void Stepper::setMinValue(double value) {
+  min_ = value;
+  show();
+}
+
+void Stepper::setMaxValue(double value) {
+  max_ = value;
+  show();
 }
 
 std::string Stepper::stringValue() const { return Object(value_).stringValue(); }
 
-void Stepper::setStringValue(std::string_view text) { value_ = static_cast<double>(integerValue(text)); }
+void Stepper::setStringValue(std::string_view text) {
+  value_ = static_cast<double>(integerValue(text));
+  show();
+}
 
 void Stepper::setTextBox(TextBox* textBox) {
   textBox_ = textBox;
-  auto* const entry = GTK_WIDGET(textBox->widget().gobj());
-  keys_ = gtk_event_controller_key_new();
-  gtk_event_controller_set_propagation_phase(keys_, GTK_PHASE_CAPTURE);
-  g_signal_connect(keys_, "key-pressed", G_CALLBACK(&Stepper::onKey), this);
-  gtk_widget_add_controller(entry, keys_);
+  spinButton_ = &textBox->widget();
+  auto* const spinButton = spinButton_->gobj();
+  g_signal_connect(spinButton, "input", G_CALLBACK(&Stepper::onInput), this);
+  g_signal_connect(spinButton, "output", G_CALLBACK(&onOutput), this);
+  g_signal_connect(spinButton, "change-value", G_CALLBACK(&Stepper::onKey), this);
+  takeWheelOver();
+  show();
+}
+
+// The toolkit keeps a value in its range. Around one beyond the bounds the range reaches further, so that a
+// step in either direction is possible.
+void Stepper::show() {
+  const auto lower = std::min(min_, value_ < min_ ? value_ - kStep : min_);
+  const auto upper = std::max({min_, max_, value_ > max_ ? value_ + kStep : max_});
+  showing_ = true;
+  range_->configure(value_, lower, upper, kStep, kPage, 0);
+  showing_ = false;
+  if (textBox_ == nullptr) return;
+  gtk_accessible_update_property(GTK_ACCESSIBLE(spinButton_->gobj()), GTK_ACCESSIBLE_PROPERTY_VALUE_MIN, min_,
+                                 GTK_ACCESSIBLE_PROPERTY_VALUE_MAX, max_, -1);
+}
+
+// A number that was typed reaches this stepper before the toolkit makes a step from there.
+void Stepper::onStep() {
+  if (showing_) return;
+  guarded([this] {
+    value_ = std::max(min_, std::min(std::round(range_->get_value()), max_));
+    show();
+    if (textBox_ != nullptr) textBox_->step(stringValue());
+  });
+}
+
+// The toolkit asks for the number that the text means, before each step and when the focus goes.
+int Stepper::onInput(GtkSpinButton* /*spinButton*/, double* value, Stepper* self) {
+  guarded([&] { self->textBox_->flush(); });
+  *value = self->range_->get_value();
+  return TRUE;
+}
+
+void Stepper::onKey(GtkSpinButton* spinButton, GtkScrollType /*step*/, Stepper* self) {
+  if (self->textBox_->isComposing()) g_signal_stop_emission_by_name(spinButton, "change-value");
+}
+
+// The toolkit's own wheel acts without the focus, so that a page that is scrolled would change numbers.
+void Stepper::takeWheelOver() {
+  auto* const spinButton = GTK_WIDGET(spinButton_->gobj());
+  auto* const controllers = gtk_widget_observe_controllers(spinButton);
+  for (guint index = 0; index < g_list_model_get_n_items(controllers); ++index) {
+    auto* const controller = GTK_EVENT_CONTROLLER(g_list_model_get_item(controllers, index));
+    if (GTK_IS_EVENT_CONTROLLER_SCROLL(controller))
+      gtk_event_controller_set_propagation_phase(controller, GTK_PHASE_NONE);
+    g_object_unref(controller);
+  }
+  g_object_unref(controllers);
 
   constexpr auto kNotches = GTK_EVENT_CONTROLLER_SCROLL_VERTICAL | GTK_EVENT_CONTROLLER_SCROLL_DISCRETE;
   wheel_ = gtk_event_controller_scroll_new(static_cast<GtkEventControllerScrollFlags>(kNotches));
-  g_signal_connect(wheel_, "scroll", G_CALLBACK(&Stepper::onWheel), this);
-  gtk_widget_add_controller(entry, wheel_);
-}
-
-// A number that was typed into the box reaches this stepper before it moves on from there.
-void Stepper::move(int by) {
-  if (textBox_ != nullptr) textBox_->flush();
-  value_ = std::max(min_, std::min(value_ + by, max_));
-  if (textBox_ != nullptr) textBox_->setStringValue(stringValue());
-}
-
-gboolean Stepper::onKey(GtkEventControllerKey* /*keys*/, guint key, guint /*code*/, GdkModifierType modifiers,
-                        Stepper* self) {
-  const bool up = key == GDK_KEY_Up || key == GDK_KEY_KP_Up;
-  const bool down = key == GDK_KEY_Down || key == GDK_KEY_KP_Down;
-  const bool withOthers = (modifiers & (GDK_CONTROL_MASK | GDK_ALT_MASK)) != 0;
-  if (!(up || down) || withOthers || self->textBox_->isComposing()) return FALSE;
-  guarded([&] { self->move(up ? 1 : -1); });
-  return TRUE;
-}
-
-gboolean Stepper::onWheel(GtkEventControllerScroll* wheel, double /*dx*/, double dy, Stepper* self) {
-  auto* const entry = gtk_event_controller_get_widget(GTK_EVENT_CONTROLLER(wheel));
-  if ((gtk_widget_get_state_flags(entry) & GTK_STATE_FLAG_FOCUS_WITHIN) == 0 || dy == 0) return FALSE;
-  guarded([&] { self->move(dy < 0 ? 1 : -1); });
-  return TRUE;
+  g_signal_connect(wheel_, "scroll", G_CALLBACK(&onWheel), nullptr);
+  gtk_widget_add_controller(spinButton, wheel_);
 }
 
 }  // namespace tandemtrim::platform::gtk

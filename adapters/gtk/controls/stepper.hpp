@@ -1,53 +1,58 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 
-#include <gtkmm/box.h>
+#include <gtkmm/adjustment.h>
+#include <sigc++/trackable.h>
 
-#include "adapters/gtk/controls/control.hpp"
-#include "adapters/gtk/controls/repeating_button.hpp"
 #include "adapters/gtk/controls/text_box.hpp"
 #include "view/controls.hpp"
 
 namespace tandemtrim::platform::gtk {
 
-/// A pair of buttons that moves a number by 1 and shows it in a text box. The Up and Down keys in that box
-/// move it too, and so does the wheel, while the box has the focus.
-class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2, Gtk::Box> {
+/// The number of a spin button, which the user moves by 1, by 10 and to its limits: by the two buttons, by
+/// keys, by the wheel while the text has the focus, or by a screen reader.
+class Stepper : public MorvaTTStepperKV2, public sigc::trackable {
  public:
-  /// The stepper of a box that holds the two buttons, the lower one first; null when it does not.
-  [[nodiscard]] static std::unique_ptr<Stepper> make(Gtk::Box& box);
+  /// Of the range of the spin button.
+  explicit Stepper(Glib::RefPtr<Gtk::Adjustment> range);
   Stepper(const Stepper&) = delete;
   Stepper& operator=(const Stepper&) = delete;
   ~Stepper() override;
 
-  void setMinValue(double value) override { min_ = value; }
-  void setMaxValue(double value) override { max_ = value; }
+  void setIdentifier(std::string_view identifier) override { identifier_ = identifier; }
+  [[nodiscard]] std::string identifier() const override { return identifier_; }
+  void setEnabled(bool enabled) override;
+  void setMinValue(double value) override;
+  void setMaxValue(double value) override;
   [[nodiscard]] double minValue() const { return min_; }
   [[nodiscard]] double maxValue() const { return max_; }
   [[nodiscard]] std::string stringValue() const override;
   /// The value is the text's integer value; the program may set one outside the bounds.
   void setStringValue(std::string_view text) override;
-  /// The text box that shows the value and whose keys and wheel move it.
+
+  /// The text of the spin button, which shows the value.
   void setTextBox(TextBox* textBox);
+  /// After setTextBox().
+  [[nodiscard]] Gtk::SpinButton& widget() const { return *spinButton_; }
 
  private:
-  Stepper(Gtk::Box& box, GtkWidget* lower, GtkWidget* upper);
-  void move(int by);
-  static gboolean onKey(GtkEventControllerKey* keys, guint key, guint code, GdkModifierType modifiers,
-                        Stepper* self);
-  static gboolean onWheel(GtkEventControllerScroll* wheel, double dx, double dy, Stepper* self);
+  void show();
+  void onStep();
+  void takeWheelOver();
+  static int onInput(GtkSpinButton* spinButton, double* value, Stepper* self);
+  static void onKey(GtkSpinButton* spinButton, GtkScrollType step, Stepper* self);
 
+  Glib::RefPtr<Gtk::Adjustment> range_;
+  std::string identifier_;
   double value_ = 0;
   double min_ = 0;
   double max_ = 100;
+  bool showing_ = false;
   TextBox* textBox_ = nullptr;
-  GtkEventController* keys_ = nullptr;
+  Gtk::SpinButton* spinButton_ = nullptr;
   GtkEventController* wheel_ = nullptr;
-  RepeatingButton lower_;
-  RepeatingButton upper_;
 };
 
 }  // namespace tandemtrim::platform::gtk

@@ -2,32 +2,114 @@
 
 #include <memory>
 
+#include <glibmm/main.h>
+
+#include "adapters/gtk/controls/guarded.hpp"
 #include "adapters/shared/notification_center.hpp"
+#include "platform/integer_text.hpp"
 
 namespace tandemtrim::platform::gtk {
+namespace {
 
-TextBox::TextBox(Gtk::Entry& entry)
-    : IdentifiedControlOf(entry), edits_(std::make_unique<UserEdits>(entry, [this] { onEdited(); })) {
-  IdentifiedControlOf::setStringValue(entry.get_text().raw());
+bool hasFocus(Gtk::Widget& widget) {
+  return (gtk_widget_get_state_flags(widget.gobj()) & GTK_STATE_FLAG_FOCUS_WITHIN) != 0;
+}
+
+}  // namespace
+
+// What the spin button has no property for belongs to the text inside.
+TextBox::TextBox(Gtk::SpinButton& box)
+    : IdentifiedControlOf(box),
+      edits_(std::make_unique<UserEdits>(box, [this] { onEdited(); })),
+      undoKeys_(gtk_shortcut_controller_new()),
+      focus_(gtk_event_controller_focus_new()) {
+  IdentifiedControlOf::setStringValue(box.get_text().raw());
+  g_object_set(gtk_editable_get_delegate(GTK_EDITABLE(box.gobj())), "input-purpose", GTK_INPUT_PURPOSE_DIGITS,
+               "input-hints", GTK_INPUT_HINT_NO_EMOJI, "enable-undo", FALSE, "activates-default", TRUE,
+               nullptr);
+
+  gtk_event_controller_set_propagation_phase(undoKeys_, GTK_PHASE_CAPTURE);
+  gtk_shortcut_controller_add_shortcut(
+      GTK_SHORTCUT_CONTROLLER(undoKeys_),
+      gtk_shortcut_new(gtk_keyval_trigger_new(GDK_KEY_z, GDK_CONTROL_MASK),
+                       gtk_callback_action_new(&TextBox::onUndo, this, nullptr)));
+  g_signal_connect(focus_, "leave", G_CALLBACK(&TextBox::onLeave), this);
+  for (auto* controller : {undoKeys_, focus_}) gtk_widget_add_controller(GTK_WIDGET(box.gobj()), controller);
+}
+
+TextBox::~TextBox() {
+  for (auto* controller : {undoKeys_, focus_})
+    gtk_widget_remove_controller(GTK_WIDGET(widget().gobj()), controller);
 }
 
 // The toolkit takes the keyboard from a box that is greyed without telling the box, which warns of it.
 void TextBox::setEnabled(bool enabled) {
-  auto* const entry = GTK_WIDGET(widget().gobj());
-  const bool hasKeyboard = (gtk_widget_get_state_flags(entry) & GTK_STATE_FLAG_FOCUS_WITHIN) != 0;
-  if (!enabled && hasKeyboard) gtk_root_set_focus(gtk_widget_get_root(entry), nullptr);
+  if (!enabled && hasFocus(widget()))
+    gtk_root_set_focus(gtk_widget_get_root(GTK_WIDGET(widget().gobj())), nullptr);
   IdentifiedControlOf::setEnabled(enabled);
 }
 
 void TextBox::setStringValue(std::string_view text) {
   flush();
   IdentifiedControlOf::setStringValue(text);
-  edits_->setText(Glib::ustring(std::string(text)).make_valid());
+  const auto shown = Glib::ustring(std::string(text)).make_valid();
+  if (edits_->setText(shown) && hasFocus(widget())) describe(shown);
+}
+
+void TextBox::step(std::string_view text) {
+  keepForUndo();
+  setStringValue(text);
 }
 
 void TextBox::onEdited() {
+  keepForUndo();
   IdentifiedControlOf::setStringValue(widget().get_text().raw());
   memory::notificationCenter().post(NSControlTextDidChangeNotification, this);
+}
+
+// Only what the user could have typed: a text that was stored otherwise does not come back.
+void TextBox::keepForUndo() {
+  const auto text = stringValue();
+  const auto* const legal = verifyValue(Object(integerValue(text)));
+  if (legal != nullptr && legal->stringValue() == text) earlier_.push_back(text);
+}
+
+void TextBox::undo() {
+  flush();
+  while (!earlier_.empty() && earlier_.back() == stringValue()) earlier_.pop_back();
+  if (earlier_.empty()) return;
+  const auto text = earlier_.back();
+  earlier_.pop_back();
+  setStringValue(text);
+  memory::notificationCenter().post(NSControlTextDidChangeNotification, this);
+}
+
+gboolean TextBox::onUndo(GtkWidget* /*box*/, GVariant* /*arguments*/, gpointer textBox) {
+  guarded([&] { static_cast<TextBox*>(textBox)->undo(); });
+  return TRUE;
+}
+
+// A screen reader speaks a description that changes, and hears of no other change at once.
+void TextBox::describe(const Glib::ustring& text) {
+  auto* const accessible = GTK_ACCESSIBLE(widget().gobj());
+  gtk_accessible_reset_relation(accessible, GTK_ACCESSIBLE_RELATION_DESCRIBED_BY);
+  gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, (text + " mm").c_str(), -1);
+}
+
+void TextBox::setLimitLabel(GtkWidget* label) {
+  limitLabel_ = label;
+  describeByLimits();
+}
+
+void TextBox::describeByLimits() {
+  auto* const accessible = GTK_ACCESSIBLE(widget().gobj());
+  gtk_accessible_reset_property(accessible, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION);
+  gtk_accessible_update_relation(accessible, GTK_ACCESSIBLE_RELATION_DESCRIBED_BY, limitLabel_, nullptr, -1);
+}
+
+// Later, since a screen reader would take it for a change of what it is leaving.
+void TextBox::onLeave(GtkEventControllerFocus* /*focus*/, TextBox* self) {
+  Glib::signal_idle().connect_once(sigc::mem_fun(*self, &TextBox::describeByLimits));
 }
 
 }  // namespace tandemtrim::platform::gtk

@@ -67,9 +67,9 @@ TEST_F(GtkNib, ConnectsWhatItHas) {
 }
 
 TEST_F(GtkNib, GivesEachWidgetTheClassOfItsKind) {
-  load(nib(object("GtkEntry", "textBoxMarginTop") + object("GtkCheckButton", "tandemTrimValid") +
-           object("GtkMenuButton", "directionPopUp") + object("GtkButton", "defaultButton") +
-           object("GtkBox", "stepperMarginTop", object("GtkButton", "minus") + object("GtkButton", "plus"))));
+  load(nib(object("GtkSpinButton", "textBoxMarginTop") + object("GtkCheckButton", "tandemTrimValid") +
+               object("GtkMenuButton", "directionPopUp") + object("GtkButton", "defaultButton"),
+           R"(<object class="GtkAdjustment" id="stepperMarginTop"/>)"));
   EXPECT_TRUE(isConnected<MorvaTTTextBoxKV2>("textBoxMarginTop"));
   EXPECT_TRUE(isConnected<MorvaTTCheckBoxKV2>("tandemTrimValid"));
   EXPECT_TRUE(isConnected<MorvaTTPopUpButtonKV2>("directionPopUp"));

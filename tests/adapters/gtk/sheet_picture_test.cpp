@@ -79,7 +79,7 @@ TEST_F(SheetPicture, FollowsSteppersMenusDefaultsAndTheHost) {
     EXPECT_NE(now, last) << what;
     last = now;
   };
-  shown.user().click(gtk_widget_get_last_child(shown.widget("stepperMarginLeft")));
+  shown.user().click(gtk_widget_get_last_child(shown.widget("textBoxMarginLeft")));
   expectChange("stepper");
   shown.user().focus(shown.widget("directionPopUp"));
   for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.user().press(key);

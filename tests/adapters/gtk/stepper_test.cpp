@@ -13,8 +13,8 @@ class StepperBesideABox : public testing::Test {
   ShownPanel shown{{.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}}};
   User& user = shown.user();
   GtkWidget* box = shown.widget("textBoxMarginTop");
-  GtkWidget* minus = gtk_widget_get_first_child(shown.widget("stepperMarginTop"));
-  GtkWidget* plus = gtk_widget_get_last_child(shown.widget("stepperMarginTop"));
+  GtkWidget* plus = gtk_widget_get_last_child(box);
+  GtkWidget* minus = gtk_widget_get_prev_sibling(plus);
 
   // In microseconds: time enough for a stepper that is held to go on by mistake.
   static constexpr gint64 kSeveralRepeats = 250'000;
@@ -53,7 +53,7 @@ TEST_F(StepperBesideABox, StopsRepeatingWhenItIsGreyed) {
   int atThatTime = 0;
   user.hold(plus, [&] {
     if (value() >= 14 && greyed == 0) {
-      gtk_widget_set_sensitive(shown.widget("stepperMarginTop"), FALSE);
+      gtk_widget_set_sensitive(box, FALSE);
       greyed = g_get_monotonic_time();
       atThatTime = value();
     }
@@ -71,6 +71,46 @@ TEST_F(StepperBesideABox, FollowsTheUpAndDownKeysInTheBox) {
   EXPECT_TRUE(gtk_widget_has_focus(GTK_WIDGET(gtk_editable_get_delegate(GTK_EDITABLE(box)))));
 }
 
+TEST_F(StepperBesideABox, MovesByTenAndToTheLimitsByTheKeysOfPages) {
+  user.focus(box);
+  const std::pair<unsigned, int> presses[] = {{XK_Page_Down, 2}, {XK_Page_Up, 12}, {XK_Page_Up, 20}};
+  for (const auto& [key, expected] : presses) {
+    user.press(key);
+    EXPECT_EQ(value(), expected);
+  }
+  user.press(XK_Page_Down, XK_Control_L);
+  EXPECT_EQ(value(), 0);
+  user.press(XK_Page_Up, XK_Control_L);
+  EXPECT_EQ(value(), 20);
+}
+
+// There is another tab on either side.
+TEST_F(StepperBesideABox, KeepsTheKeysOfPagesFromTheTabs) {
+  ShownPanel dialog({.inPrintDialog = true, .stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "20"}}});
+  dialog.user().focus(dialog.widget("textBoxMarginTop"));
+  for (const auto key : {XK_Page_Up, XK_Page_Down, XK_Page_Down}) {
+    dialog.user().press(static_cast<unsigned>(key), XK_Control_L);
+    EXPECT_TRUE(gtk_widget_get_mapped(dialog.root()));
+  }
+}
+
+TEST_F(StepperBesideABox, GreysTheButtonThatLeadsBeyondALimit) {
+  for (const auto& [text, canFall, canRise] :
+       {std::tuple{"0", false, true}, {"7", true, true}, {"20", true, false}}) {
+    user.focus(box);
+    user.press(XK_a, XK_Control_L);
+    user.type(text);
+    EXPECT_EQ(gtk_widget_is_sensitive(minus), canFall) << text;
+    EXPECT_EQ(gtk_widget_is_sensitive(plus), canRise) << text;
+  }
+}
+
+TEST_F(StepperBesideABox, TakesTheFocusToTheTextAtAClick) {
+  leaveTheBox();
+  user.click(plus);
+  EXPECT_TRUE(gtk_widget_has_focus(GTK_WIDGET(gtk_editable_get_delegate(GTK_EDITABLE(box)))));
+}
+
 TEST_F(StepperBesideABox, GoesOnFromWhatIsTyped) {
   user.focus(box);
   user.press(XK_a, XK_Control_L);
@@ -78,8 +118,7 @@ TEST_F(StepperBesideABox, GoesOnFromWhatIsTyped) {
   user.press(XK_Up);
   EXPECT_EQ(value(), 8);
   gtk_editable_set_text(GTK_EDITABLE(box), "3");
-  gtk_widget_activate(plus);
-  waitUntil("the click", [&] { return value() != 3; });
+  g_signal_emit_by_name(box, "change-value", GTK_SCROLL_STEP_UP);
   EXPECT_EQ(value(), 4);
 }
 
@@ -121,7 +160,8 @@ TEST_F(StepperBesideABox, KeepsItsStepsOutOfTheNotificationsOfEdits) {
 
 TEST_F(StepperBesideABox, BringsAForeignValueIntoItsRangeAtTheFirstStep) {
   ShownPanel foreign({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "777"}}});
-  foreign.user().click(gtk_widget_get_first_child(foreign.widget("stepperMarginTop")));
+  foreign.user().click(
+      gtk_widget_get_prev_sibling(gtk_widget_get_last_child(foreign.widget("textBoxMarginTop"))));
   EXPECT_EQ(foreign.text("textBoxMarginTop"), "20");
 }
 

@@ -59,6 +59,8 @@ struct Edit {
   friend std::ostream& operator<<(std::ostream& out, const Edit& edit) { return out << edit.what; }
 };
 
+GtkWidget* textIn(GtkWidget* box) { return GTK_WIDGET(gtk_editable_get_delegate(GTK_EDITABLE(box))); }
+
 void selectAll(User& user) { user.press(XK_a, XK_Control_L); }
 
 const Edit kEdits[] = {
@@ -136,7 +138,7 @@ TEST_F(UserEdits, MayDropATextIntoTheBox) {
   selectAll(user);
   user.type("30");
   selectAll(user);
-  user.drag(source, box);
+  user.drag(textIn(source), textIn(box));
   waitUntil("the drop", [&] { return notifications > 0; });
   user.awaitFrame();
   EXPECT_EQ(text(), "20");
@@ -163,15 +165,27 @@ TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotKeepTheHostWaiting) {
   EXPECT_EQ(text(), "0");
 }
 
-TEST_F(UserEdits, AreNotUndoneIntoAnIllegalText) {
+TEST_F(UserEdits, AreUndoneOneByOneAndSoAreSteps) {
   user.press(XK_End);
   user.type("3");
-  user.press(XK_z, XK_Control_L);
-  EXPECT_EQ(text(), "20");
   selectAll(user);
   user.paste("abc");
-  user.press(XK_z, XK_Control_L);
-  EXPECT_EQ(text(), "0");
+  user.press(XK_Up);
+  for (const auto* const before : {"0", "20", "12", "12"}) {
+    user.press(XK_z, XK_Control_L);
+    EXPECT_EQ(text(), before);
+    shown.panel().saveValuesAndReturnError(nullptr);
+    EXPECT_EQ(shown.stored("MVTopMargin"), before);
+  }
+}
+
+TEST_F(UserEdits, AreNeverUndoneIntoAnIllegalText) {
+  ShownPanel foreign({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "777"}}});
+  foreign.user().focus(foreign.widget(kTop));
+  selectAll(foreign.user());
+  foreign.user().type("1");
+  foreign.user().press(XK_z, XK_Control_L);
+  EXPECT_EQ(foreign.text(kTop), "1");
 }
 
 // Corrected, 12.5 would be read as 125.
@@ -191,6 +205,18 @@ TEST_F(UserEdits, AreNotWhatTheProgramShows) {
   user.click(shown.widget("defaultButton"));
   EXPECT_EQ(text(), "5");
   EXPECT_EQ(notifications, 0);
+}
+
+// A margin takes digits alone.
+TEST_F(UserEdits, AreOfferedNoPicturesInTheMenuOfTheBox) {
+  user.press(XK_F10, XK_Shift_L);
+  std::vector<std::string> offered;
+  for (auto* const label : widgetsOf(box, GTK_TYPE_LABEL)) {
+    if (gtk_widget_get_mapped(label) != FALSE) offered.emplace_back(gtk_label_get_text(GTK_LABEL(label)));
+  }
+  user.press(XK_Escape);
+  EXPECT_THAT(offered, testing::Contains("Select All"));
+  EXPECT_THAT(offered, testing::Not(testing::Contains("Insert Emoji")));
 }
 
 struct Typing {
@@ -317,7 +343,7 @@ const StoredText kStoredTexts[] = {
 INSTANTIATE_TEST_SUITE_P(Texts, StoredTextThatTheToolkitCannotShow, testing::ValuesIn(kStoredTexts));
 
 TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
-  auto* const plus = gtk_widget_get_last_child(shown.widget("stepperMarginTop"));
+  auto* const plus = gtk_widget_get_last_child(shown.widget("textBoxMarginTop"));
   auto* const check = shown.widget("tandemTrimValid");
   auto* const menu = shown.widget("positionPopUp");
   shown.dropPanel();
@@ -329,7 +355,7 @@ TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
   user.click(check);
   user.click(menu);
   EXPECT_EQ(gtk_menu_button_get_popover(GTK_MENU_BUTTON(menu)), nullptr);
-  EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("129"));
+  EXPECT_EQ(shown.stored("MVTopMargin"), "12");
   EXPECT_EQ(notifications, 0);
 }
 

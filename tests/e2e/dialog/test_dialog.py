@@ -70,20 +70,20 @@ class DialogTest(DialogCase):
     def test_nothing_typed_is_lost_when_print_follows_at_once(self):
         dialog = self.live_panel()
         x, y = dialog.middle(dialog.find("push button", "Print"))
-        dialog.click(dialog.find("text", "Top Margin"))
+        dialog.go_to("Top Margin")
         dialog.xdotool("key", "--delay", "0", "ctrl+a", "1", "7", "mousemove", x, y, "click", "1")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "17")
 
     def test_enter_in_a_box_prints(self):
         dialog = self.live_panel()
-        dialog.click(dialog.find("text", "Left Margin"))
+        dialog.go_to("Left Margin")
         dialog.xdotool("key", "--delay", "0", "ctrl+a", "9", "Return")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "9")
 
     def test_enter_in_a_box_prints_with_the_buttons_in_a_header_bar_too(self):
         header = surroundings.fonts(self.temporary_folder() / "fonts", more="gtk-dialogs-use-header=true\n")
         dialog = self.live_panel(**header)
-        dialog.click(dialog.find_live("text", "Left Margin"))
+        dialog.go_to("Left Margin")
         dialog.keys("ctrl+a", "9", "Return")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "9")
 
@@ -99,10 +99,10 @@ class DialogTest(DialogCase):
     def test_the_panel_is_grey_until_it_is_switched_on(self):
         dialog = self.panel()
         for side in MARGINS:
-            self.assertFalse(dialog.is_live("text", f"{side} Margin"))
+            self.assertFalse(dialog.is_live("spin button", f"{side} Margin"))
         dialog.check("Use Tandem Trim")
         for side in MARGINS:
-            until(lambda: dialog.is_live("text", f"{side} Margin"), f"{side} to be live")
+            until(lambda: dialog.is_live("spin button", f"{side} Margin"), f"{side} to be live")
 
     def test_the_defaults_come_back(self):
         dialog = self.live_panel("-o", "MVTopMargin=9")
@@ -136,7 +136,7 @@ class DialogTest(DialogCase):
         for side in MARGINS:
             with self.subTest(side):
                 dialog = self.live_panel()
-                dialog.click(dialog.find_live("text", f"{side} Margin"))
+                dialog.go_to(f"{side} Margin")
                 dialog.keys("1", "Escape")
                 status, out, said = dialog.ends()
                 self.assertEqual((status, out), (0, ""), said)
@@ -205,7 +205,7 @@ class DialogTest(DialogCase):
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
                 dialog.page(PAGES[language])
-                dialog.find("text", of_panel_s)
+                dialog.find("spin button", of_panel_s)
                 dialog.find("check box", of_dialog_s)
 
     def test_it_warns_in_the_users_language_of_what_the_printer_does_not_allow(self):
@@ -229,7 +229,7 @@ class DialogTest(DialogCase):
                 dialog.choose(position, 0)
                 for margin, text in zip(margins, ("12", "30", "0", "7")):
                     dialog.type(margin, text)
-                dialog.click(dialog.find("text", margins[0]))
+                dialog.go_to(margins[0])
                 dialog.keys("Return")
                 self.assertEqual(of_panel(self.printed(dialog).options), CHANGED)
 
@@ -244,7 +244,7 @@ class DialogTest(DialogCase):
                 dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
                 dialog.page(PAGES[language])
                 dialog.click(dialog.find("check box", SPOKEN[language][0]))
-                dialog.click(dialog.find("text", SPOKEN[language][3]))
+                dialog.go_to(SPOKEN[language][3])
                 dialog.keys("Return")
                 dialog.says(told)
                 text = dialog.says("Morva is stopped (out of blades)")
@@ -305,7 +305,7 @@ class DialogTest(DialogCase):
 
     def test_each_setting_of_the_panel_exists_once(self):
         dialog = self.panel()
-        dialog.find("text", "Top Margin")
+        dialog.find("spin button", "Top Margin")
         titles = [label for label in dialog.labels() if label.startswith("Top Margin")]
         self.assertEqual(titles, ["Top Margin:"])
         self.assertNotIn("Advanced", dialog.labels())
@@ -317,7 +317,7 @@ class DialogTest(DialogCase):
         german = surroundings.LANGUAGES["comma"] | {"LANG": "de_DE.UTF-8", "LANGUAGE": "de"}
         dialog = self.dialog("-d", "Morva", **german)
         dialog.page(PAGES["de"])
-        dialog.find("text", "Oberer Rand")
+        dialog.find("spin button", "Oberer Rand")
         self.assertNotIn("Rand oben:", dialog.labels())
 
     def test_the_picture_has_the_size_of_the_paper(self):

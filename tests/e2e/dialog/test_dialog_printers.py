@@ -29,7 +29,7 @@ class DialogPrintersTest(DialogCase):
         with large.open("wb") as document:
             document.truncate(LARGE)
         dialog = self.panel(*arguments, documents=[large], TANDEM_TRIM_TIMEOUT=str(seconds))
-        dialog.find("text", "Top Margin")
+        dialog.find("spin button", "Top Margin")
         dialog.press("Print")
         until(lambda: self.cups.jobs("not-completed"), "the start of the job")
         self.cups.freeze()
@@ -377,14 +377,14 @@ class DialogPrintersTest(DialogCase):
 
     def test_a_server_that_is_killed_is_told_and_print_stays_ready(self):
         dialog = self.live_panel()
-        dialog.find("text", "Top Margin")
+        dialog.find("spin button", "Top Margin")
         self.cups.kill()
         self.refused_at_print(dialog, "The print server does not answer.")
 
     def test_a_printer_that_is_gone_is_told_and_print_stays_ready(self):
         self.cups.add_queue("Other", PPD)
         dialog = self.live_panel()
-        dialog.find("text", "Top Margin")
+        dialog.find("spin button", "Top Margin")
         self.cups.remove("Morva")
         self.refused_at_print(dialog, "The print server does not have this printer.")
         self.assert_nothing_was_sent()
@@ -396,7 +396,7 @@ class DialogPrintersTest(DialogCase):
 
     def test_the_keyboard_goes_on_where_it_was_when_the_job_is_refused(self):
         dialog = self.live_panel("-o", "document-format=application/x-nothing")
-        dialog.click(dialog.find("text", "Top Margin"))
+        dialog.go_to("Top Margin")
         dialog.keys("ctrl+a", "1", "1", "Return")
         dialog.says("cannot print documents of this kind")
         dialog.press("Close")
