@@ -283,7 +283,7 @@ class DialogTest(DialogCase):
         dialog.says("lost: job-media-sheets-completed")
         dialog.press("Close")
         status, out, said = dialog.ends()
-        self.assertEqual((status, out), (1, ""))
+        self.assertEqual((status, out), (1, "request id is Morva-1 (1 file(s))\n"))
         self.assertIn("lost: job-media-sheets-completed", said)
 
     def test_a_complaint_of_the_toolkit_fails_a_test(self):
