@@ -39,7 +39,7 @@ MaybeOptions priorityFrom(const std::string& text) {
 
 MaybeOptions pagesFrom(std::string text) {
   std::erase(text, ' ');
-  static const std::regex pages("(\\d+(-\\d*)?|-\\d+)(,(\\d+(-\\d*)?|-\\d+))*");
+  static const std::regex pages(R"((\d+(-\d*)?|-\d+)(,(\d+(-\d*)?|-\d+))*)");
   return std::regex_match(text, pages) ? MaybeOptions({{"page-ranges", text}}) : std::nullopt;
 }
 
