@@ -14,33 +14,33 @@ namespace tandemtrim::host {
 namespace {
 
 // Those that end or stop the program.
-constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGTTIN, SIGTTOU};
+constexpr std::array kKeptSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGTTIN, SIGTTOU};
 
-volatile std::sig_atomic_t received = 0;
+volatile std::sig_atomic_t keptSignal = 0;
 
-extern "C" void onSignalAtQuestion(int signal) { received = signal; }
+extern "C" void onSignalAtQuestion(int signal) { keptSignal = signal; }
 
 // Keeps signals until it ends, when the first of them takes the effect that it had before.
 class Signals {
  public:
   Signals() {
-    received = 0;
+    keptSignal = 0;
     struct sigaction action {};
     action.sa_handler = onSignalAtQuestion;  // Without SA_RESTART, so that reading ends.
-    for (std::size_t i = 0; i < kSignals.size(); ++i) {
-      sigaction(kSignals[i], nullptr, &before_[i]);
-      if (!isIgnored(kSignals[i])) sigaction(kSignals[i], &action, nullptr);
+    for (std::size_t i = 0; i < kKeptSignals.size(); ++i) {
+      sigaction(kKeptSignals[i], nullptr, &before_[i]);
+      if (!isIgnored(kKeptSignals[i])) sigaction(kKeptSignals[i], &action, nullptr);
     }
   }
   Signals(const Signals&) = delete;
   Signals& operator=(const Signals&) = delete;
   ~Signals() {
-    for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &before_[i], nullptr);
-    if (received != 0) raise(received);
+    for (std::size_t i = 0; i < kKeptSignals.size(); ++i) sigaction(kKeptSignals[i], &before_[i], nullptr);
+    if (keptSignal != 0) raise(keptSignal);
   }
 
  private:
-  std::array<struct sigaction, kSignals.size()> before_{};
+  std::array<struct sigaction, kKeptSignals.size()> before_{};
 };
 
 // While it lives, the terminal does not show what is typed.
@@ -62,13 +62,13 @@ class NoEcho {
 };
 
 void writeText(int terminal, const std::string& text) {
-  if (write(terminal, text.data(), text.size()) < 0) received = SIGHUP;
+  if (write(terminal, text.data(), text.size()) < 0) keptSignal = SIGHUP;
 }
 
 // What is typed up to the end of the line, or a signal.
 std::string readLine(int terminal) {
   std::string line;
-  for (char typed = 0; received == 0 && read(terminal, &typed, 1) == 1 && typed != '\n';) line += typed;
+  for (char typed = 0; keptSignal == 0 && read(terminal, &typed, 1) == 1 && typed != '\n';) line += typed;
   return line;
 }
 
@@ -85,8 +85,8 @@ std::optional<std::string> passwordFromTerminal(const std::string& prompt) {
     password = readLine(terminal.get());
     writeText(terminal.get(), "\n");
     // A program that was stopped asks again when it goes on.
-  } while (received == SIGTSTP || received == SIGTTIN || received == SIGTTOU);
-  if (received != 0 || password.empty()) return std::nullopt;
+  } while (keptSignal == SIGTSTP || keptSignal == SIGTTIN || keptSignal == SIGTTOU);
+  if (keptSignal != 0 || password.empty()) return std::nullopt;
   return password;
 }
 
