@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "host/cups/sent_job.hpp"
+#include "host/dialog/asking/login_window.hpp"
+#include "host/dialog/asking/questions.hpp"
 #include "host/dialog/chosen_printer.hpp"
 #include "host/dialog/dialog_window.hpp"
-#include "host/dialog/login_window.hpp"
-#include "host/dialog/questions.hpp"
 #include "host/dialog/sender.hpp"
 #include "host/job/command_line.hpp"
 #include "host/report.hpp"

@@ -11,7 +11,7 @@
 #include <gtkmm/messagedialog.h>
 #include <unistd.h>
 
-#include "host/dialog/background.hpp"
+#include "host/dialog/asking/background.hpp"
 #include "host/dialog/dialog.hpp"
 #include "host/dialog/texts/texts.hpp"
 

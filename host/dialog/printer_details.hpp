@@ -6,7 +6,7 @@
 #include <string>
 
 #include "host/cups/connection/cups_handles.hpp"
-#include "host/dialog/background.hpp"
+#include "host/dialog/asking/background.hpp"
 #include "host/job/options.hpp"
 
 namespace tandemtrim::host {

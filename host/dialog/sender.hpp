@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/dialog/background.hpp"
+#include "host/dialog/asking/background.hpp"
 #include "host/dialog/print_request.hpp"
 #include "host/job/documents.hpp"
 #include "host/report.hpp"

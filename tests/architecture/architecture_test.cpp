@@ -50,12 +50,13 @@ const Arrows kAllowed{
       "platform"}},
     {"host/dialog/texts", {"adapters/linux", "host", "host/panel"}},
     {"host/dialog/settings", {"host", "host/cups/connection", "host/dialog/texts", "host/job"}},
+    {"host/dialog/asking", {"host", "host/cups/connection", "host/dialog/texts"}},
     {"host/dialog/gtk", {"host/cups/connection", "host/dialog/settings", "host/job"}},
     {"host/dialog/panel",
      {"adapters/linux", "host", "host/cups/connection", "host/dialog/texts", "host/panel"}},
     {"host/dialog",
-     {"host", "host/cups", "host/cups/connection", "host/dialog/gtk", "host/dialog/panel",
-      "host/dialog/settings", "host/dialog/texts", "host/job", "host/panel"}},
+     {"host", "host/cups", "host/cups/connection", "host/dialog/asking", "host/dialog/gtk",
+      "host/dialog/panel", "host/dialog/settings", "host/dialog/texts", "host/job", "host/panel"}},
     {"host/cli", {"host", "host/cups", "host/cups/connection", "host/dialog", "host/job", "host/panel"}},
 };
 

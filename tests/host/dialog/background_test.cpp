@@ -1,4 +1,4 @@
-#include "host/dialog/background.hpp"
+#include "host/dialog/asking/background.hpp"
 
 #include <stdexcept>
 

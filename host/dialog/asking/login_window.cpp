@@ -1,4 +1,4 @@
-#include "host/dialog/login_window.hpp"
+#include "host/dialog/asking/login_window.hpp"
 
 #include <future>
 #include <utility>
@@ -9,7 +9,7 @@
 #include <gtkmm/grid.h>
 #include <gtkmm/label.h>
 
-#include "host/dialog/background.hpp"
+#include "host/dialog/asking/background.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/filled_text.hpp"
 

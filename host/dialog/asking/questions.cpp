@@ -1,4 +1,4 @@
-#include "host/dialog/questions.hpp"
+#include "host/dialog/asking/questions.hpp"
 
 #include <glibmm/main.h>
 
