@@ -31,6 +31,12 @@ Failure unreadable(const std::string& name, const std::string& reason) {
   return Failure(Trouble::details, "the PPD file " + name + " cannot be read: " + reason);
 }
 
+// zlib says "<fd:5>: unexpected end of file".
+std::string withoutFile(const std::string& reason) {
+  const auto end = reason.find(">: ");
+  return end == std::string::npos ? reason : reason.substr(end + 3);
+}
+
 using PackedFile = std::unique_ptr<gzFile_s, EndedBy<gzclose_r>>;
 
 // A copy of the file without gzip's packing. libcups unpacks, too, but takes a file that breaks off for a
@@ -49,13 +55,17 @@ FileDescriptor unpacked(FileDescriptor packed, const std::string& name) {
       throw unreadable(name, std::strerror(errno));
   }
   int error = Z_OK;
-  const char* const reason = gzerror(source.get(), &error);
-  if (bytes < 0 || error != Z_OK) throw unreadable(name, reason);
+  const std::string reason = gzerror(source.get(), &error);
+  if (bytes < 0 || error != Z_OK) throw DamagedPpd(name, withoutFile(reason));
   lseek(copy.get(), 0, SEEK_SET);
   return copy;
 }
 
 }  // namespace
+
+DamagedPpd::DamagedPpd(const std::string& name, const std::string& reason)
+    : Failure(Trouble::details, "the PPD file " + name + " is damaged: " + reason,
+              "; mend it or name another by --ppd") {}
 
 PpdHandle openPpd(const std::string& path, const std::string& name) {
   std::error_code ignored;

@@ -10,11 +10,17 @@
 
 namespace tandemtrim::host {
 
+/// A PPD that is cut or damaged, as gzip's own check says.
+class DamagedPpd : public Failure {
+ public:
+  DamagedPpd(const std::string& name, const std::string& reason);
+};
+
 /// Opens a PPD file; Failure when it cannot be read or is malformed, with the line that libcups stumbled
 /// over. `name` is what messages call the file.
 PpdHandle openPpd(const std::string& path, const std::string& name);
 
-/// The same of an open file. One that gzip has packed is unpacked.
+/// The same of an open file. One that gzip has packed is unpacked; DamagedPpd when that cannot be done.
 PpdHandle readPpd(FileDescriptor file, const std::string& name);
 
 /// In bytes; none is that large by far.

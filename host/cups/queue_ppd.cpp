@@ -53,7 +53,11 @@ std::optional<PpdHandle> fetch(const Connection& connection, const Printer& prin
 }  // namespace
 
 PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
-  if (auto ppd = fetch(connection, printer)) return std::move(*ppd);
+  try {
+    if (auto ppd = fetch(connection, printer)) return std::move(*ppd);
+  } catch (const DamagedPpd&) {
+    // Fetched again like one that breaks off.
+  }
   connection.reconnect();
   if (auto ppd = fetch(connection, printer)) return std::move(*ppd);
   throw Failure(Trouble::details,

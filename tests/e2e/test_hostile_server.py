@@ -84,7 +84,15 @@ class HostileServerTest(TerminalCase):
                         self.assertEqual((result.returncode, '"max": 20' in result.stdout), (0, True), result.stderr)
                     else:
                         self.assertEqual((result.returncode, result.stdout), (1, ""))
-                        self.assertRegex(result.stderr, rf"the PPD file .*{place} cannot be read: ")
+                        self.assertRegex(result.stderr, rf"the PPD file .*{place} is damaged: [a-z ]+; mend it or name another by --ppd")
+                self.assertEqual(server.asked.count(fake_server.PPD), 1 if is_whole else 2)
+
+    def test_a_packed_ppd_that_is_damaged_once_is_fetched_again(self):
+        packed = gzip.compress(PPD.read_bytes())
+        answers = iter([fake_server.answer(packed[:-1]), fake_server.answer(packed)])
+        with FakeServer(odd={fake_server.PPD: lambda: [next(answers)]}) as server:
+            result = self.trim_at(server.address, "-d", "Morva", "--json")
+        self.assertEqual((result.returncode, '"max": 20' in result.stdout), (0, True), result.stderr)
 
     # Values of other types.
 
