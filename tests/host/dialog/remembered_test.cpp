@@ -90,6 +90,7 @@ TEST_F(RememberedSettings, StayInTheirFolderWhateverThePrinterIsCalled) {
     EXPECT_THAT(recall(odd, report).panel, ElementsAre(Option{"Margin", "12"})) << name;
   }
   EXPECT_NE(rememberedFile({"localhost", "a@b"}), rememberedFile({"b", "a"}));
+  EXPECT_NE(rememberedFile({"localhost", "ab"}), rememberedFile({"b", "a"}));
 }
 
 TEST_F(RememberedSettings, ReplaceEarlierOnes) {
