@@ -43,24 +43,12 @@ def described(tag, attributes, changes=()):
 UNAUTHORIZED = b'HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm="CUPS"\r\nContent-Length: 0\r\n\r\n'
 
 
-class TlsWithoutEnd:
-    """A server whose beginning of TLS comes to no end, between `with` and its end: it says nothing, or a byte now and then."""
+class Serving:
+    """Serves between `with` and its end."""
 
-    def __init__(self, is_silent):
-        self.ended = ended = threading.Event()
-
-        class Handler(socketserver.BaseRequestHandler):
-            def handle(self):
-                if not is_silent:
-                    self.request.sendall(b"\x16\x03\x03\x40\x00")  # the head of 16 KB of it
-                try:
-                    while not ended.wait(0.1):
-                        self.request.sendall(b"" if is_silent else b"\x02")
-                except OSError:
-                    pass  # the client has gone
-
-        self._server = socketserver.ThreadingTCPServer((HOST, 0), Handler)
-        self.address = "{}:{}".format(*self._server.server_address)
+    def __init__(self, server):
+        self._server, self.ended = server, threading.Event()
+        self.address = "{}:{}".format(*server.server_address)
 
     def __enter__(self):
         self._thread = threading.Thread(target=self._server.serve_forever, args=(0.02,))
@@ -74,8 +62,27 @@ class TlsWithoutEnd:
         self._thread.join()
 
 
-class FakeServer:
-    """Serves between `with` and its end, on a port of its own. `odd` has, for an operation of IPP or for PPD, a function that gives the pieces of
+class TlsWithoutEnd(Serving):
+    """The start of TLS comes to no end: the server says nothing, or a byte now and then."""
+
+    def __init__(self, is_silent):
+        tls = self
+
+        class Handler(socketserver.BaseRequestHandler):
+            def handle(self):
+                if not is_silent:
+                    self.request.sendall(b"\x16\x03\x03\x40\x00")  # the head of 16 KB of it
+                try:
+                    while not tls.ended.wait(0.1):
+                        self.request.sendall(b"" if is_silent else b"\x02")
+                except OSError:
+                    pass  # the client has gone
+
+        super().__init__(socketserver.ThreadingTCPServer((HOST, 0), Handler))
+
+
+class FakeServer(Serving):
+    """Serves on a port of its own. `odd` has, for an operation of IPP or for PPD, a function that gives the pieces of
     bytes to send instead of the usual answer; behind them the connection is closed. `logins` has the "user:password" that operations want."""
 
     def __init__(self, ppd=b"", odd=None, logins=None):
@@ -84,7 +91,6 @@ class FakeServer:
         self.tried = []
         self._job, self._documents = b"", 0
         self.asked, self._open = [], []
-        self.ended = threading.Event()
         fake = self
 
         class Handler(http.server.BaseHTTPRequestHandler):
@@ -104,14 +110,9 @@ class FakeServer:
             def log_message(self, *_):
                 pass
 
-        self._server = http.server.ThreadingHTTPServer((HOST, 0), Handler)
-        self._server.daemon_threads = False
-        self.address = "{}:{}".format(*self._server.server_address)
-
-    def __enter__(self):
-        self._thread = threading.Thread(target=self._server.serve_forever, args=(0.02,))
-        self._thread.start()
-        return self
+        server = http.server.ThreadingHTTPServer((HOST, 0), Handler)
+        server.daemon_threads = False
+        super().__init__(server)
 
     def __exit__(self, *_):
         self.ended.set()
@@ -120,9 +121,7 @@ class FakeServer:
                 client.shutdown(socket.SHUT_RDWR)
             except OSError:
                 pass  # it has gone
-        self._server.shutdown()
-        self._server.server_close()
-        self._thread.join()
+        super().__exit__()
 
     @staticmethod
     def _body(handler):
