@@ -70,7 +70,8 @@ void TextBox::onEdited() {
 // Only what the user could have typed: a text that was stored otherwise does not come back.
 void TextBox::keepForUndo() {
   const auto text = stringValue();
-  const auto* const legal = verifyValue(Object(integerValue(text)));
+  const Object number(integerValue(text));
+  const auto* const legal = verifyValue(number);
   if (legal != nullptr && legal->stringValue() == text) earlier_.push_back(text);
 }
 
