@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <optional>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -21,6 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::chrono::milliseconds kLockInterval{5};
 constexpr mode_t kOwnFolder = 0700;
 constexpr mode_t kOwnFile = 0600;
 // As CUPS makes the file that it keeps options in.
@@ -39,6 +41,21 @@ std::string readAll(const FileDescriptor& file, const fs::path& path) {
     if (length == 0) return text;
     text.append(piece.data(), static_cast<std::size_t>(length));
   }
+}
+
+// Keeps others from changing the file. By a file of its own, since the other one is replaced.
+FileDescriptor lockOf(const fs::path& path, std::chrono::milliseconds longest) {
+  const auto name = path.string() + ".lock";
+  FileDescriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnFile));
+  if (!lock.isOpen()) throw failureOf(path, "written");
+  const auto end = std::chrono::steady_clock::now() + longest;
+  while (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK) throw failureOf(path, "written");
+    if (std::chrono::steady_clock::now() >= end)
+      throw Failure(name + " is locked by another program; see which by fuser " + name);
+    std::this_thread::sleep_for(kLockInterval);
+  }
+  return lock;
 }
 
 bool writeAll(const FileDescriptor& file, std::string_view text) {
@@ -123,15 +140,13 @@ void writeEntries(const Printer& printer, const Options& entries) {
 
 fs::path savedDefaultsFile() { return homeFolder().string() + "/.cups/lpoptions"; }
 
-void editFile(const fs::path& file, const std::function<std::string(const std::string&)>& edit) {
+void editFile(const fs::path& file, const std::function<std::string(const std::string&)>& edit,
+              std::chrono::milliseconds longest) {
   std::error_code unresolved;
   auto path = fs::weakly_canonical(file, unresolved);
   if (unresolved) path = file;
   mkdir(path.parent_path().c_str(), kOwnFolder);
-  // A file of its own, since the other one is replaced.
-  const FileDescriptor lock(
-      open((path.string() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnFile));
-  if (!lock.isOpen() || flock(lock.get(), LOCK_EX) != 0) throw failureOf(path, "written");
+  const auto lock = lockOf(path, longest);
 
   const FileDescriptor now(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!now.isOpen() && errno != ENOENT) throw failureOf(path, "read");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -15,8 +16,9 @@ std::filesystem::path savedDefaultsFile();
 
 /// Replaces the text of the file, which need not exist, by what `edit` makes of it. Nobody else who calls
 /// this changes the file meanwhile, and readers see the old text or the new one. The file keeps its mode and
-/// its owner. Failure when it cannot be read or written.
-void editFile(const std::filesystem::path& file, const std::function<std::string(const std::string&)>& edit);
+/// its owner. Failure when it cannot be read or written, or others keep it locked for the longest time.
+void editFile(const std::filesystem::path& file, const std::function<std::string(const std::string&)>& edit,
+              std::chrono::milliseconds longest = std::chrono::seconds(10));
 
 /// Those of a job's options that saveAsDefault() keeps: all but those of one job. Failure when CUPS cannot
 /// keep one as it is.

@@ -7,11 +7,14 @@
 #include <thread>
 #include <vector>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "host/file_descriptor.hpp"
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
 
@@ -62,6 +65,16 @@ TEST_F(TheFileOfDefaults, LosesNothingToOthersThatChangeItAtOnce) {
   }
   for (auto& writer : writers) writer.join();
   EXPECT_EQ(textOf(file_), std::string(kRounds * kWriters, 'x'));
+}
+
+TEST_F(TheFileOfDefaults, IsNotWaitedForWithoutEnd) {
+  folder_.write(".cups/lpoptions", "before");
+  const auto lock = folder_.write(".cups/lpoptions.lock", "");
+  const FileDescriptor held(open(lock.c_str(), O_RDWR | O_CLOEXEC));
+  ASSERT_EQ(flock(held.get(), LOCK_EX), 0);
+  const auto failure = failureOf([&] { editFile(file_, withX, std::chrono::milliseconds(20)); });
+  EXPECT_THAT(failure.what(), HasSubstr("lpoptions.lock is locked by another program"));
+  EXPECT_EQ(textOf(file_), "before");
 }
 
 TEST_F(TheFileOfDefaults, IsMadeInAFolderOfTheUsersOwn) {
