@@ -116,8 +116,8 @@ std::optional<std::string> valueOf(const Options& options, const std::string& ke
 }  // namespace
 
 std::string documentFormat(const Options& options) {
-  if (const auto format = valueOf(options, "document-format")) return *format;
-  return valueOf(options, "raw") ? CUPS_FORMAT_RAW : CUPS_FORMAT_AUTO;
+  if (valueOf(options, "raw")) return CUPS_FORMAT_RAW;
+  return valueOf(options, "document-format").value_or(CUPS_FORMAT_AUTO);
 }
 
 UnfinishedJob::UnfinishedJob(const Connection& connection, const Printer& printer, const std::string& title,

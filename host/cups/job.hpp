@@ -52,8 +52,8 @@ class UnfinishedJob {
   bool isKept_ = false;
 };
 
-/// The format that the documents are announced in: what the options document-format and raw say, else for the
-/// server to find out.
+/// The format that the documents are announced in: what the options raw and document-format say, the former
+/// before the latter as in lp, else for the server to find out.
 std::string documentFormat(const Options& options);
 
 }  // namespace tandemtrim::host

@@ -227,7 +227,7 @@ class ConfirmationTest(TerminalCase):
     def test_a_job_that_is_followed_ends_with_the_status_of_its_end(self):
         ends = {
             "completed": ("Slow", lambda: self.tells(0), 0, f"^{REQUEST}" + "{}: 7 of 7 options confirmed\n$", r"{}: completed \("),
-            "cancelled": ("Slow", self.cups.cancel_all, 1, f"^{REQUEST}$", r"{} was cancelled at .* \(job-canceled-by-user\)\n$"),
+            "cancelled": ("Slow", self.cups.cancel_all, 1, f"^{REQUEST}$", rf"{{}} was cancelled at .* \((job-canceled-by-user|{CANCELLED})\)\n$"),
             "stopped": ("Slow", lambda: self.tells(1), 1, f"^{REQUEST}$", r"{} was stopped at .* \(job-completed-with-errors\)\n$"),
             "aborted": ("Unreliable", lambda: self.tells(1), 1, f"^{REQUEST}$", rf"{{}} was aborted at .* \({CANCELLED}\)\n$"),
         }

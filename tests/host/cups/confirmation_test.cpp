@@ -74,12 +74,12 @@ TEST(LostOptions, AreNamedInTheirOrder) {
 TEST(TheDocumentsFormat, IsConfirmedByWhatTheServerWasTold) {
   MessageHandle job(ippNewRequest(IPP_OP_CREATE_JOB));
   ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_MIMETYPE, "document-format-supplied", nullptr,
-               "application/vnd.cups-raw");
+               "application/pdf");
   EXPECT_THAT(lostOf(job, {{"raw", "true"}, {"document-format", "application/pdf"}}),
               ElementsAre("raw", "document-format"));
   job.reset(ippNewRequest(IPP_OP_CREATE_JOB));
   ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_MIMETYPE, "document-format-supplied", nullptr,
-               "application/pdf");
+               "application/vnd.cups-raw");
   EXPECT_THAT(lostOf(job, {{"raw", "true"}, {"document-format", "application/pdf"}}), IsEmpty());
 }
 
