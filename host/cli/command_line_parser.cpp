@@ -37,10 +37,22 @@ MaybeOptions priorityFrom(const std::string& text) {
   return priority ? MaybeOptions({{"job-priority", *priority}}) : std::nullopt;
 }
 
+// "3", "3-", "-5" or "3-5".
+bool isRange(std::string_view text) {
+  const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
+  const auto dashes = std::ranges::count(text, '-');
+  return dashes <= 1 && std::ranges::any_of(text, isDigit) &&
+         std::ranges::all_of(text, [&](char character) { return character == '-' || isDigit(character); });
+}
+
 MaybeOptions pagesFrom(std::string text) {
   std::erase(text, ' ');
-  static const std::regex pages(R"((\d+(-\d*)?|-\d+)(,(\d+(-\d*)?|-\d+))*)");
-  return std::regex_match(text, pages) ? MaybeOptions({{"page-ranges", text}}) : std::nullopt;
+  for (std::string_view rest = text;;) {
+    const auto end = rest.find(',');
+    if (!isRange(rest.substr(0, end))) return std::nullopt;
+    if (end == std::string_view::npos) return MaybeOptions({{"page-ranges", text}});
+    rest.remove_prefix(end + 1);
+  }
 }
 
 MaybeOptions holdFrom(const std::string& text) {
@@ -163,7 +175,7 @@ std::vector<Ordered> declareOrdered(CLI::App& app, CommandLine& line) {
 }
 
 std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
-  app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)->disable_flag_override();
   app.set_help_flag("--help", "Show this help and exit");
   app.set_version_flag("--version", "tandem-trim " TANDEM_TRIM_VERSION, "Show the version and exit");
   app.add_option("-h", line.server, "The print server, as host or host:port")->type_name("SERVER");

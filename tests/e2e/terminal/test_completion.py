@@ -8,6 +8,7 @@ import unittest
 from terminal import Terminal
 from terminal_case import BUILD, FOLDLINE_PPD, PPD, SAMPLE, TerminalCase
 
+ODD = "Odd;touch${IFS}made"  # names a printer, and bash would run a part of it
 SETTINGS = {"Valid=", "Direction=", "Position=", "Top=", "Bottom=", "Left=", "Right="}
 # What is typed before Tab, and what stands on the command line behind it.
 COMPLETED = {
@@ -26,6 +27,7 @@ class CompletionTest(TerminalCase):
     def setUpClass(cls):
         super().setUpClass()
         cls.cups.add_queue("Fold", FOLDLINE_PPD)
+        cls.cups.add_queue(ODD, PPD)
 
     def setUp(self):
         super().setUp()
@@ -48,7 +50,7 @@ class CompletionTest(TerminalCase):
     # The program's own answers.
 
     def test_printers_are_those_of_the_server(self):
-        self.assertEqual(self.words("-d", ""), ["Fold", "Morva"])
+        self.assertEqual(self.words("-d", ""), ["Fold", "Morva", ODD])
         self.assertEqual(self.words("--summary", "-d", "M"), ["Morva"])
 
     def test_settings_are_those_of_the_printers_panel(self):
@@ -83,10 +85,10 @@ class CompletionTest(TerminalCase):
 
     # The shells.
 
-    def completes(self, shell, start):
+    def completes(self, shell, start, more=()):
         """In this shell, which is set up so that the key ^O shows the command line, Tab completes each of them."""
         (self.work.parent / "start").write_text(f"{start}\ncd {shlex.quote(str(self.work))}\nPS1='ready''> '\n")
-        for typed, expected in COMPLETED.items():
+        for typed, expected in (*COMPLETED.items(), *more):
             with self.subTest(typed), Terminal(shell, self.around()) as terminal:
                 terminal.type(f". {shlex.quote(str(self.work.parent))}/start\n".encode())
                 terminal.wait_for("ready> ")
@@ -97,7 +99,9 @@ class CompletionTest(TerminalCase):
     def test_bash_completes(self):
         start = """. /usr/share/bash-completion/bash_completion
             bind -x '"\\C-o": printf "<%s<end>" "$READLINE_LINE"'"""
-        self.completes(["bash", "--norc"], start)
+        quoted = [("-d Od", "-d Odd\\;touch\\$\\{IFS\\}made ")]
+        self.completes(["bash", "--norc"], start, quoted)
+        self.completes(["bash", "--norc"], "COMP_WORDBREAKS=' '; " + start)
 
     def test_zsh_completes(self):
         start = f"""fpath=({self.prefix}/share/zsh/site-functions $fpath)

@@ -132,7 +132,14 @@ INSTANTIATE_TEST_SUITE_P(
                     Arguments{"-n", "two"}, Arguments{"-n", "1x"}, Arguments{"-n", "10000"}, Arguments{"-n"},
                     Arguments{"--set"}, Arguments{"--set", "Top"}, Arguments{"--set", "=12"},
                     Arguments{"--ppd"}, Arguments{"--plugin"}, Arguments{"-d"}, Arguments{"--summary=maybe"},
-                    Arguments{"--dialog=maybe"}, Arguments{"--no-dialog=maybe"}));
+                    Arguments{"--json=false"}, Arguments{"-P", "1-2-3"}, Arguments{"-P", "-"},
+                    Arguments{"-P", "1,,2"}, Arguments{"--dialog=maybe"}, Arguments{"--no-dialog=maybe"}));
+
+TEST(Pages, MayBeAsManyAsAUserLikes) {
+  std::string pages = "1";
+  for (int page = 2; page < 20'000; ++page) pages += ',' + std::to_string(page);
+  EXPECT_THAT(parse({"-P", pages}).options, testing::ElementsAre(Option{"page-ranges", pages}));
+}
 
 }  // namespace
 }  // namespace tandemtrim::host
