@@ -30,6 +30,7 @@ std::string panelText(const Connection& connection, const std::string& name,
 }  // namespace
 
 void listPrinters(const CommandLine& line, std::ostream& out, const Report& report) {
+  refuseOddDefaults();
   const Connection connection(line.server);
   const auto names = printerNames(connection);
   if (names.empty()) return report("the server has no printer; add one by lpadmin");

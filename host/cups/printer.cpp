@@ -35,7 +35,12 @@ DestinationHandle defaultDestination(const Connection& connection) {
   return destination;
 }
 
-// libcups would wait for a pipe, and read a device without end.
+std::string withState(const std::string& fact, const Printer& printer) {
+  return printer.name + fact + (printer.stateMessage.empty() ? "" : " (" + printer.stateMessage + ")");
+}
+
+}  // namespace
+
 void refuseOddDefaults() {
   const auto file = savedDefaultsFile();
   std::error_code unreadable;
@@ -44,12 +49,6 @@ void refuseOddDefaults() {
                   " is no file; nothing was sent. Move it away");
   }
 }
-
-std::string withState(const std::string& fact, const Printer& printer) {
-  return printer.name + fact + (printer.stateMessage.empty() ? "" : " (" + printer.stateMessage + ")");
-}
-
-}  // namespace
 
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name) {
   refuseOddDefaults();

@@ -108,6 +108,7 @@ Options withoutKeywords(Options options, const std::vector<std::string>& keyword
 }
 
 Options withoutThoseOfOneJob(Options options) {
+  std::erase_if(options, [](const Option& option) { return option.keyword.starts_with("notify-"); });
   return withoutKeywords(std::move(options), {kOfOneJob.begin(), kOfOneJob.end()});
 }
 

@@ -204,7 +204,12 @@ class DefaultsTest(TerminalCase):
             make(self.file_of_defaults)
             for arguments in ([SAMPLE], ["--save-as-default"], ["--reset-defaults"]):
                 self.refuses("-d", "Morva", *arguments, words=[f"{self.file_of_defaults} is no file", "nothing was sent"])
+            self.refuses("--list", words=[f"{self.file_of_defaults} is no file"])
             self.file_of_defaults.unlink()
+
+    def test_the_letter_at_the_end_of_one_job_is_none_at_the_end_of_others(self):
+        self.keeps("-m", "-o", "MVTopMargin=9")
+        self.assertNotIn("notify", self.file_of_defaults.read_text())
 
     def test_they_are_kept_where_a_printer_has_several_lines(self):
         self.file_of_defaults.parent.mkdir()

@@ -12,9 +12,9 @@ REQUIRED = {"CUPS_ENCRYPTION": "Required"}
 
 
 class EncryptionTest(TerminalCase):
-    def kept(self):
+    def kept(self, host="127.0.0.1"):
         """The file in which the server's certificate is kept."""
-        return self.cups.folder / "home/.cups/ssl/127.0.0.1.crt"
+        return self.cups.folder / f"home/.cups/ssl/{host}.crt"
 
     def prints_encrypted(self, **around):
         """Prints at a server that nothing reaches but encryption; gives how many requests it turned away."""
@@ -53,6 +53,24 @@ class EncryptionTest(TerminalCase):
             self.kept().unlink()
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
             self.assertRegex(result.stdout, CONFIRMED, result.stderr)
+
+    # Valid for this name, and until later than the first one.
+    def test_another_certificate_for_the_servers_name_is_told_as_well(self):
+        first = "localhost:{}".format(self.cups.address[1])
+        self.assertRegex(self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=first, **REQUIRED).stdout, CONFIRMED)
+        with PrivateCups() as other:
+            other.add_queue("Morva", PPD)
+            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=f"localhost:{other.address[1]}", **REQUIRED)
+            self.assertEqual(other.jobs(), [])
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("another certificate than before", result.stderr)
+        self.assertRegex(self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=first, **REQUIRED).stdout, CONFIRMED)
+
+    def test_a_kept_certificate_that_cannot_be_read_is_told(self):
+        self.kept().parent.mkdir(parents=True)
+        self.kept().write_text("junk")
+        result = self.refuses("-d", "Morva", SAMPLE, **REQUIRED)
+        self.assertRegex(result.stderr, f"certificate of .* cannot be read; mend or remove {self.kept()}")
 
     def test_a_certificate_that_the_users_settings_exclude_is_told(self):
         settings = self.cups.folder / "home/client.conf"

@@ -61,12 +61,6 @@ std::string lastWords() {
   return words == nullptr ? "it is not valid" : words;
 }
 
-// By libcups's rule.
-bool isNext(const Certificate& shown, const Certificate& kept, const std::string& host) {
-  return httpCredentialsGetExpiration(shown.get()) > httpCredentialsGetExpiration(kept.get()) &&
-         httpCredentialsAreValidForName(shown.get(), host.c_str()) != 0;
-}
-
 }  // namespace
 
 void checkCertificate(http_t* http, const std::string& server) {
@@ -75,6 +69,10 @@ void checkCertificate(http_t* http, const std::string& server) {
   const auto shown = shownBy(http);
   const auto kept = keptFor(host);
   if (!kept) {
+    if (std::error_code ignored; fs::exists(fileOf(host), ignored)) {
+      throw Failure(Trouble::insecure, "the certificate of " + server + " that was kept cannot be read",
+                    "; mend or remove " + fileOf(host).string());
+    }
     if (httpCredentialsGetTrust(shown.get(), host.c_str()) != HTTP_TRUST_OK) {
       throw Failure(Trouble::insecure,
                     server + " shows a certificate that is not trusted (" + lastWords() + ")",
@@ -83,7 +81,7 @@ void checkCertificate(http_t* http, const std::string& server) {
     }
   } else if (bytesOf(shown) == bytesOf(kept)) {
     return;
-  } else if (!isNext(shown, kept, host)) {
+  } else {
     throw Failure(Trouble::insecure,
                   server + " shows another certificate than before, so it may be another server",
                   "; where its administrator says that the certificate was replaced, remove " +

@@ -7,8 +7,7 @@
 namespace tandemtrim::host {
 
 /// Failure when the server of an encrypted connection shows a certificate that is not to be trusted: another
-/// than before, unless it is the same server's next one, or, at the first time, one that client.conf
-/// excludes. Keeps the certificate as the user's.
+/// than before or, at the first time, one that client.conf excludes. Keeps the first one as the user's.
 void checkCertificate(http_t* http, const std::string& server);
 
 }  // namespace tandemtrim::host
