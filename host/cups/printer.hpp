@@ -27,8 +27,8 @@ struct Printer {
   std::string stateMessage;
 };
 
-/// Failure when the user's defaults are a pipe, which libcups would wait for, or a device, which it would read
-/// without end.
+/// Failure when the user's defaults are a pipe, which libcups would wait for, or a device, which it would
+/// read without end.
 void refuseOddDefaults();
 
 /// The named printer ("name" or "name/instance"), or the default one as lp finds it. Failure, with the names
