@@ -38,7 +38,7 @@ MaybeOptions priorityFrom(const std::string& text) {
 }
 
 // "3", "3-", "-5" or "3-5".
-bool isRange(std::string_view text) {
+bool isPageRange(std::string_view text) {
   const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
   const auto dashes = std::ranges::count(text, '-');
   return dashes <= 1 && std::ranges::any_of(text, isDigit) &&
@@ -49,7 +49,7 @@ MaybeOptions pagesFrom(std::string text) {
   std::erase(text, ' ');
   for (std::string_view rest = text;;) {
     const auto end = rest.find(',');
-    if (!isRange(rest.substr(0, end))) return std::nullopt;
+    if (!isPageRange(rest.substr(0, end))) return std::nullopt;
     if (end == std::string_view::npos) return MaybeOptions({{"page-ranges", text}});
     rest.remove_prefix(end + 1);
   }
