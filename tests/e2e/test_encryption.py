@@ -3,15 +3,12 @@
 import unittest
 
 from fake_server import FakeServer
-from patience import PATIENCE
 from private_cups import PrivateCups
 from relay import WantsEncryption
 from terminal_case import PPD, REQUEST, SAMPLE, TerminalCase
 
 CONFIRMED = rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$"
-# A server makes its key when it is first asked to encrypt, which takes a busy machine a while.
-SLOWLY = {"TANDEM_TRIM_TIMEOUT": str(PATIENCE)}
-REQUIRED = SLOWLY | {"CUPS_ENCRYPTION": "Required"}
+REQUIRED = {"CUPS_ENCRYPTION": "Required"}
 
 
 class EncryptionTest(TerminalCase):
@@ -22,7 +19,7 @@ class EncryptionTest(TerminalCase):
     def prints_encrypted(self, **around):
         """Prints at a server that nothing reaches but encryption; gives how many requests it turned away."""
         with WantsEncryption(self.cups.address) as relay:
-            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **(SLOWLY | around))
+            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **around)
         self.assertRegex(result.stdout, CONFIRMED, result.stderr)
         self.cups.wait_for_jobs()
         return relay.turned_away
@@ -51,7 +48,7 @@ class EncryptionTest(TerminalCase):
             words = f"the print server at {address} shows another certificate than before, so it may be another server; .*remove {self.kept()} "
             self.assertRegex(result.stderr, words)
             with WantsEncryption(other.address) as relay:
-                self.assertIn("another certificate", self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **SLOWLY).stderr)
+                self.assertIn("another certificate", self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address).stderr)
             self.assertEqual(other.jobs(), [])
             self.kept().unlink()
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
@@ -85,7 +82,7 @@ class EncryptionTest(TerminalCase):
 
     def test_a_server_that_cannot_encrypt_is_told(self):
         with FakeServer(PPD.read_bytes()) as server:
-            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, **(REQUIRED | {"TANDEM_TRIM_TIMEOUT": "5"}))
+            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT="5", **REQUIRED)
         self.assertEqual(result.returncode, 1)
         self.assertRegex(result.stderr, f"the print server at {server.address} .*encrypted connection.*; ")
 
