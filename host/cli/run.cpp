@@ -153,6 +153,7 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   if (job) showRequest(line, out, *job);
   if (line.wait && job && !job->failure) waitForEnd(target->connection, target->printer, *job, report);
   show(line, out, printer, settings, job);
+  if (target && target->connection.warning()) report(*target->connection.warning());
   if (job && job->failure) throw Failure(*job->failure);
   if (line.saveAsDefault) keep(*target, kept, report);
 }

@@ -137,6 +137,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
   write([&] {
     return cupsStartDocument(http, printer_.name.c_str(), number_, name.c_str(), format.c_str(), last);
   });
+  connection_.checkServer();
   std::uint64_t sent = 0;
   if (status == HTTP_STATUS_CONTINUE) {
     document.read([&](std::span<const char> piece) {

@@ -37,6 +37,7 @@ std::optional<PpdHandle> fetch(const Connection& connection, const Printer& prin
     const auto watched = connection.watch();
     return cupsGetFd(connection.get(), resource.c_str(), file.get());
   }();
+  connection.checkServer();
   const auto size = lseek(file.get(), 0, SEEK_CUR);
   if (size == kLargestPpd)
     throw tooLargePpd("the PPD of " + printer.name + " that " + connection.server() + " gives");

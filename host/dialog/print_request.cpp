@@ -62,6 +62,7 @@ SendResult sendRequest(const PrintRequest& request, std::vector<Document>& docum
   const auto title = request.title.value_or(documents.front().name());
   SendResult result{sendAndConfirm(connection, printer, title, options, documents, progress), {}};
   auto& [job, problems] = result;
+  if (connection.warning()) report(*connection.warning());
   if (job.failure && !isSent(*job.failure)) throw Failure(*job.failure);
   if (request.useForAllJobs && !job.failure) {
     if (const auto notKept =

@@ -1,10 +1,12 @@
 """A print server that wants an encrypted connection gets one, and a certificate that changed is told."""
 
+import itertools
 import unittest
 
 from fake_server import FakeServer
+from patience import PATIENCE
 from private_cups import PrivateCups
-from relay import WantsEncryption
+from relay import Usurped, WantsEncryption
 from terminal_case import PPD, REQUEST, SAMPLE, TerminalCase
 
 CONFIRMED = rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$"
@@ -43,16 +45,45 @@ class EncryptionTest(TerminalCase):
         with PrivateCups() as other:
             other.add_queue("Morva", PPD)
             address = "{}:{}".format(*other.address)
+            before = other.requests()
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
+            self.assertEqual(other.requests(), before)
             self.assertEqual((result.returncode, result.stdout), (1, ""))
             words = f"the print server at {address} shows another certificate than before, so it may be another server; .*remove {self.kept()} "
             self.assertRegex(result.stderr, words)
             with WantsEncryption(other.address) as relay:
-                self.assertIn("another certificate", self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address).stderr)
+                # At once, however long a server may take.
+                result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(10 * PATIENCE))
+            self.assertEqual((result.returncode, result.stdout), (1, ""))
+            self.assertIn("another certificate", result.stderr)
             self.assertEqual(other.jobs(), [])
             self.kept().unlink()
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
             self.assertRegex(result.stdout, CONFIRMED, result.stderr)
+
+    def test_another_server_that_takes_a_connection_over_gets_no_job_and_is_told(self):
+        self.prints_encrypted(**REQUIRED)
+        told = 0
+        with PrivateCups() as other:
+            other.add_queue("Morva", PPD)
+            for piece in itertools.count(1):
+                with self.subTest(piece), Usurped(self.cups.address, other.address, piece) as relay:
+                    result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **REQUIRED)
+                    self.assertEqual(other.jobs(), [], result.stderr)
+                    self.assertEqual("confirmed" in result.stdout, result.returncode == 0, result.stderr)
+                    told += "shows another certificate than before" in result.stderr
+                if not relay.is_cut:
+                    break
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertGreater(told, 0)
+
+    def test_a_certificate_that_cannot_be_kept_is_told_and_the_job_goes_on(self):
+        blocked = self.kept().parent
+        blocked.parent.mkdir(parents=True)
+        blocked.write_text("no folder")
+        result = self.trim("-d", "Morva", SAMPLE, **REQUIRED)
+        self.assertRegex(result.stdout, CONFIRMED, result.stderr)
+        self.assertIn(f"the certificate of the print server at {self.cups.address[0]}:{self.cups.address[1]} cannot be kept as {self.kept()}", result.stderr)
 
     # Valid for this name, and until later than the first one.
     def test_another_certificate_for_the_servers_name_is_told_as_well(self):

@@ -42,11 +42,11 @@ Certificate keptFor(const std::string& host) {
   return Certificate(kept);
 }
 
-void keep(const Certificate& certificate, const std::string& host) {
+bool keep(const Certificate& certificate, const std::string& host) {
   std::error_code ignored;
   fs::create_directories(certificatesFolder(), ignored);
   fs::permissions(certificatesFolder(), fs::perms::owner_all, ignored);
-  httpSaveCredentials(certificatesFolder().c_str(), certificate.get(), host.c_str());
+  return httpSaveCredentials(certificatesFolder().c_str(), certificate.get(), host.c_str()) == 0;
 }
 
 // The server's own, which comes before those that vouch for it.
@@ -63,7 +63,7 @@ std::string lastWords() {
 
 }  // namespace
 
-void checkCertificate(http_t* http, const std::string& server) {
+std::optional<std::string> checkCertificate(http_t* http, const std::string& server) {
   std::array<char, HTTP_MAX_HOST> name{};
   const std::string host = httpGetHostname(http, name.data(), static_cast<int>(name.size()));
   const auto shown = shownBy(http);
@@ -80,14 +80,16 @@ void checkCertificate(http_t* http, const std::string& server) {
                         ", or see client.conf(5)");
     }
   } else if (bytesOf(shown) == bytesOf(kept)) {
-    return;
+    return std::nullopt;
   } else {
     throw Failure(Trouble::insecure,
                   server + " shows another certificate than before, so it may be another server",
                   "; where its administrator says that the certificate was replaced, remove " +
                       fileOf(host).string() + " and print again");
   }
-  keep(shown, host);
+  if (keep(shown, host)) return std::nullopt;
+  return "the certificate of " + server + " cannot be kept as " + fileOf(host).string() +
+         ", so that nobody will notice when another server takes its place";
 }
 
 }  // namespace tandemtrim::host

@@ -6,7 +6,9 @@
 #include <limits>
 #include <string_view>
 #include <thread>
+#include <utility>
 
+#include <strings.h>
 #include <sys/socket.h>
 
 #include "host/cups/connection/attributes.hpp"
@@ -81,12 +83,14 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
   const auto watched = watch();
   bool isToBeEncrypted = cupsEncryption() >= HTTP_ENCRYPTION_REQUIRED;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    if (httpIsEncrypted(get()) != 0) checkCertificate(get(), server());
+    // libcups would make another without a look at whom it reaches.
+    if (isToBeClosed()) reconnect();
     auto status = cupsSendRequest(get(), request.get(), resource.c_str(), ippLength(request.get()));
     if (status == HTTP_STATUS_CONTINUE || status == HTTP_STATUS_OK) {
       MessageHandle answer(cupsGetResponse(get(), resource.c_str()));
       status = httpGetStatus(get());
       if (httpGetState(get()) != HTTP_STATE_WAITING) httpFlush(get());
+      checkServer();
       if (answer && !isSilent()) return answer;
     }
     if (isSilent()) break;
@@ -128,6 +132,7 @@ DestinationHandle Connection::destination(const char* printer, const char* insta
   const auto watched = watch();
   DestinationHandle found(cupsGetNamedDest(get(), printer, instance));
   cupsSetServer(server_ ? server_->c_str() : nullptr);
+  checkServer();
   return isSilent() ? nullptr : std::move(found);
 }
 
@@ -138,8 +143,8 @@ void Connection::persist(const std::function<void()>& work) const {
     try {
       if (isBroken) reconnect();
       return work();
-    } catch (const Failure&) {
-      const bool isHostile = bounds_->givenUp == GivenUp::tooLarge;
+    } catch (const Failure& failure) {
+      const bool isHostile = bounds_->givenUp == GivenUp::tooLarge || failure.trouble() == Trouble::insecure;
       const bool isInVain = isHostile || isTurnedDown();
       if (isInVain || std::chrono::steady_clock::now() >= end) throw;
     }
@@ -151,11 +156,23 @@ void Connection::persist(const std::function<void()>& work) const {
 bool Connection::connect() const {
   const auto watched = watch();
   const auto milliseconds = static_cast<int>(std::chrono::milliseconds(bounds_->longest).count());
-  return httpReconnect2(get(), milliseconds, nullptr) == 0;
+  if (httpReconnect2(get(), milliseconds, nullptr) != 0) return false;
+  checkServer();
+  return true;
+}
+
+bool Connection::isToBeClosed() const {
+  return strcasecmp(httpGetField(get(), HTTP_FIELD_CONNECTION), "close") == 0;
+}
+
+void Connection::checkServer() const {
+  if (httpIsEncrypted(get()) == 0) return;
+  if (auto warning = checkCertificate(get(), server())) warning_ = std::move(warning);
 }
 
 void Connection::reconnect() const {
   bounds_->renew();
+  httpClearFields(get());
   if (connect()) return;
   throw Failure(Trouble::noServer, server() + " broke the connection and takes no new one",
                 "; see whether it is still running");

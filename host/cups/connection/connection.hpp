@@ -50,6 +50,13 @@ class Connection {
   /// long as one answer may take. Then the last Failure is raised.
   void persist(const std::function<void()>& work) const;
 
+  /// Failure when the connection is encrypted and its server is not the one that it was before. libcups makes
+  /// new connections without a look at that, so what came over them is believed only afterwards.
+  void checkServer() const;
+
+  /// What the user is to know about the server, though the work goes on; none when there is nothing.
+  [[nodiscard]] const std::optional<std::string>& warning() const noexcept { return warning_; }
+
   /// "the print server at localhost:631".
   [[nodiscard]] std::string server() const;
 
@@ -61,11 +68,13 @@ class Connection {
 
  private:
   [[nodiscard]] bool connect() const;
+  [[nodiscard]] bool isToBeClosed() const;
   void drain() const;
   [[nodiscard]] Failure brokenConnection() const;
 
   HttpHandle http_;
   std::optional<std::string> server_;
+  mutable std::optional<std::string> warning_;
   // At an address that stays when the connection is moved.
   std::unique_ptr<Bounds> bounds_;
 };

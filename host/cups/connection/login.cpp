@@ -16,6 +16,7 @@ constexpr int kTries = 3;
 struct Logins {
   AskForLogin ask;
   int asked = 0;
+  bool isGiven = false;
   std::string password;
 };
 
@@ -28,6 +29,7 @@ const char* onQuestion(const char* prompt, http_t* http, const char* /*method*/,
   httpGetHostname(http, server.data(), static_cast<int>(server.size()));
   const WaitForUser waits;
   auto login = logins.ask({prompt, server.data(), logins.asked++ > 0});
+  logins.isGiven = login.has_value();
   if (!login) {
     logins.asked = kTries;
     return nullptr;
@@ -40,8 +42,10 @@ const char* onQuestion(const char* prompt, http_t* http, const char* /*method*/,
 }  // namespace
 
 void answerLogins(AskForLogin ask) {
-  logins = {std::move(ask), 0, {}};
+  logins = {std::move(ask), 0, false, {}};
   cupsSetPasswordCB2(onQuestion, nullptr);
 }
+
+bool isLoginGiven() noexcept { return logins.isGiven; }
 
 }  // namespace tandemtrim::host

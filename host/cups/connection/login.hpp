@@ -28,4 +28,7 @@ using AskForLogin = std::function<std::optional<Login>(const LoginQuestion&)>;
 /// request's deadline runs meanwhile. Nothing is kept beyond the connection.
 void answerLogins(AskForLogin ask);
 
+/// Whether the last question on this thread was answered.
+bool isLoginGiven() noexcept;
+
 }  // namespace tandemtrim::host

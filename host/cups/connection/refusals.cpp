@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "host/cups/connection/login.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
@@ -130,10 +132,15 @@ std::string wordsOf(http_t* http, ipp_status_t status, bool isKnown) {
 }
 
 Failure unauthorized(const std::string& server) {
-  return Failure(Trouble::unauthorized,
-                 "Unauthorized: " + server + " was given no password for " + cupsUser() + " that it takes",
-                 "; print at a terminal, which asks for it, or as another user by -U, or ask the server's "
-                 "administrator");
+  const std::string user = cupsUser();
+  const std::string others = ", print as another user by -U, or ask the server's administrator";
+  return isLoginGiven()
+             ? Failure(Trouble::unauthorized,
+                       "Unauthorized: " + server + " does not take that password for " + user,
+                       "; try again with another" + others)
+             : Failure(Trouble::unauthorized,
+                       "Unauthorized: " + server + " wants the password of " + user + " and got none",
+                       "; type it at a terminal" + others);
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ TIMEOUT = 1
 STATUSES = {
     0x0400: ("does not understand the request", "options"),
     0x0401: ("does not allow that", "administrator"),
-    0x0402: ("given no password for", "administrator"),
+    0x0402: ("wants the password of", "administrator"),
     0x0403: ("does not allow that", "administrator"),
     0x0404: ("cannot do that at present", "try again later"),
     0x0405: ("waited too long", "try again"),

@@ -203,6 +203,10 @@ class CupsDaemon:
                 self._server.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
+    def requests(self):
+        """What the server was asked so far, one line for each request that it has answered."""
+        return (self.folder / "access_log").read_text(errors="replace").splitlines()
+
     def log(self):
         path = self.folder / "error_log"
         return path.read_text(errors="replace") if path.exists() else ""

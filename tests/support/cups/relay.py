@@ -126,6 +126,29 @@ class WantsEncryption(Relay):
         self._end(server)
 
 
+class Usurped(Relay):
+    """Cuts the first connection off at one piece of what the client sends; from then on another server answers."""
+
+    def __init__(self, server, other, last):
+        super().__init__(server, last, None)
+        self._other = other
+        self.is_cut = False
+
+    def _requests_from(self, client, server):
+        try:
+            while piece := client.recv(PIECE):
+                self._requests += 1
+                if self._requests == self._last:
+                    self._server = self._other
+                    self.is_cut = True
+                    break
+                server.sendall(piece)
+        except OSError:
+            pass  # the connection is gone
+        self._end(client)
+        self._end(server)
+
+
 class WantsLogin(Relay):
     """Lets no job be made but by who sends this "user:password"; `tried` has those that were sent."""
 
