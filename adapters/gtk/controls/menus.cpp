@@ -13,15 +13,6 @@ GtkAccessible* buttonOf(GtkMenuButton* menu) {
   return GTK_ACCESSIBLE(gtk_widget_get_first_child(GTK_WIDGET(menu)));
 }
 
-// The arrow keys open a list, in addition to the keys that press any button.
-gboolean onKey(GtkEventControllerKey* /*keys*/, guint key, guint /*code*/, GdkModifierType modifiers,
-               GtkMenuButton* menu) {
-  constexpr std::array<guint, 4> kArrows{GDK_KEY_Down, GDK_KEY_KP_Down, GDK_KEY_Up, GDK_KEY_KP_Up};
-  if ((modifiers & GDK_CONTROL_MASK) != 0 || std::ranges::find(kArrows, key) == kArrows.end()) return FALSE;
-  gtk_menu_button_popup(menu);
-  return TRUE;
-}
-
 // The menu's label is a part's as well.
 void nameAsMenu(GtkAccessible* part, GtkMenuButton* menu) {
   GList* const labels = gtk_widget_list_mnemonic_labels(GTK_WIDGET(menu));
@@ -49,14 +40,15 @@ PopUpButton::PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>
   // The toolkit has the menu's name describe the button, too.
   gtk_accessible_reset_relation(buttonOf(menu), GTK_ACCESSIBLE_RELATION_DESCRIBED_BY);
   gtk_menu_button_set_create_popup_func(menu, &PopUpButton::onOpen, this, nullptr);
-  auto* const keys = gtk_event_controller_key_new();
-  g_signal_connect(keys, "key-pressed", G_CALLBACK(&onKey), menu);
-  gtk_widget_add_controller(GTK_WIDGET(menu), keys);
+  keys_ = gtk_event_controller_key_new();
+  g_signal_connect(keys_, "key-pressed", G_CALLBACK(&PopUpButton::onKey), this);
+  gtk_widget_add_controller(GTK_WIDGET(menu), keys_);
 }
 
-// The list knows this; the button may outlive it.
+// The list and the keys know this; the button may outlive it.
 PopUpButton::~PopUpButton() {
   auto* const menu = widget().gobj();
+  gtk_widget_remove_controller(GTK_WIDGET(menu), keys_);
   gtk_menu_button_set_create_popup_func(menu, nullptr, nullptr, nullptr);
   gtk_menu_button_set_popover(menu, nullptr);
 }
@@ -91,25 +83,82 @@ void PopUpButton::showTitles() {
   gtk_label_set_text(GTK_LABEL(label), title.c_str());
 }
 
+// Of the button, and of its open list. The arrow keys open a list, in addition to the keys that press any
+// button.
+gboolean PopUpButton::onKey(GtkEventControllerKey* keys, guint key, guint /*code*/, GdkModifierType modifiers,
+                            PopUpButton* self) {
+  constexpr std::array<guint, 4> kArrows{GDK_KEY_Down, GDK_KEY_KP_Down, GDK_KEY_Up, GDK_KEY_KP_Up};
+  if ((modifiers & GDK_CONTROL_MASK) != 0) return FALSE;
+  if (std::ranges::find(kArrows, key) != kArrows.end()) {
+    if (GTK_EVENT_CONTROLLER(keys) != self->keys_) return FALSE;
+    gtk_menu_button_popup(self->widget().gobj());
+    return TRUE;
+  }
+  bool isLetter = false;
+  guarded([&] { isLetter = self->goTo(GTK_EVENT_CONTROLLER(keys), key, modifiers); });
+  return isLetter ? TRUE : FALSE;
+}
+
+bool PopUpButton::goTo(GtkEventController* keys, guint key, GdkModifierType modifiers) {
+  const auto letter = gdk_keyval_to_unicode(key);
+  if ((modifiers & (GDK_ALT_MASK | GDK_SUPER_MASK)) != 0 || g_unichar_isgraph(letter) == FALSE) return false;
+  auto* const row = gtk_root_get_focus(gtk_widget_get_root(GTK_WIDGET(widget().gobj())));
+  const bool isOpen = GTK_IS_LIST_BOX_ROW(row);
+  const auto current =
+      isOpen ? static_cast<std::size_t>(gtk_list_box_row_get_index(GTK_LIST_BOX_ROW(row))) : chosen_;
+  std::vector<std::string> titles;
+  for (const auto& item : items_) titles.push_back(item.title());
+  const auto meant =
+      typeAhead_.type(letter, gtk_event_controller_get_current_event_time(keys), titles, current);
+  if (!meant) return true;
+  if (!isOpen) {
+    choose(*meant);
+    return true;
+  }
+  auto* const list = GTK_LIST_BOX(gtk_widget_get_parent(row));
+  auto* const next = gtk_list_box_get_row_at_index(list, static_cast<int>(*meant));
+  gtk_list_box_select_row(list, next);
+  gtk_widget_grab_focus(GTK_WIDGET(next));
+  return true;
+}
+
+// As in the toolkit's own menus: a check mark behind the title of the chosen item.
+GtkWidget* PopUpButton::makeRow(std::size_t index) const {
+  const auto& title = items_.at(index).title();
+  auto* const label = gtk_label_new(title.c_str());
+  gtk_label_set_xalign(GTK_LABEL(label), 0);
+  auto* const mark =
+      GTK_WIDGET(g_object_new(GTK_TYPE_IMAGE, "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION,
+                              "icon-name", "object-select-symbolic", nullptr));
+  gtk_widget_set_opacity(mark, chosen_ == index ? 1 : 0);
+  auto* const content = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 0);
+  gtk_box_append(GTK_BOX(content), label);
+  gtk_box_append(GTK_BOX(content), mark);
+  auto* const row = gtk_list_box_row_new();
+  gtk_list_box_row_set_child(GTK_LIST_BOX_ROW(row), content);
+  gtk_accessible_update_property(GTK_ACCESSIBLE(row), GTK_ACCESSIBLE_PROPERTY_LABEL, title.c_str(), -1);
+  return row;
+}
+
 void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
   auto* const self = static_cast<PopUpButton*>(popUpButton);
-  auto* const list = gtk_list_box_new();
-  for (const auto& item : self->items_) {
-    auto* const title = gtk_label_new(item.title().c_str());
-    gtk_label_set_xalign(GTK_LABEL(title), 0);
-    gtk_list_box_append(GTK_LIST_BOX(list), title);
-    gtk_accessible_update_property(GTK_ACCESSIBLE(gtk_widget_get_parent(title)),
-                                   GTK_ACCESSIBLE_PROPERTY_LABEL, item.title().c_str(), -1);
-  }
+  // By its name the theme gives it the rows of the toolkit's own menus.
+  auto* const list = GTK_WIDGET(g_object_new(GTK_TYPE_LIST_BOX, "css-name", "listview", nullptr));
+  gtk_widget_add_css_class(list, "view");
+  for (std::size_t index = 0; index < self->items_.size(); ++index)
+    gtk_list_box_append(GTK_LIST_BOX(list), self->makeRow(index));
   const int chosen = self->chosen_ ? static_cast<int>(*self->chosen_) : -1;
   gtk_list_box_select_row(GTK_LIST_BOX(list), gtk_list_box_get_row_at_index(GTK_LIST_BOX(list), chosen));
   g_signal_connect(list, "row-activated", G_CALLBACK(&PopUpButton::onRow), self);
   nameAsMenu(GTK_ACCESSIBLE(list), menu);
   // The toolkit's list takes Return alone.
-  auto* const keys = gtk_shortcut_controller_new();
-  gtk_shortcut_controller_add_shortcut(GTK_SHORTCUT_CONTROLLER(keys),
+  auto* const space = gtk_shortcut_controller_new();
+  gtk_shortcut_controller_add_shortcut(GTK_SHORTCUT_CONTROLLER(space),
                                        gtk_shortcut_new(gtk_shortcut_trigger_parse_string("space|KP_Space"),
                                                         gtk_signal_action_new("activate-cursor-row")));
+  gtk_widget_add_controller(list, space);
+  auto* const keys = gtk_event_controller_key_new();
+  g_signal_connect(keys, "key-pressed", G_CALLBACK(&PopUpButton::onKey), self);
   gtk_widget_add_controller(list, keys);
 
   auto* const popover = gtk_popover_new();

@@ -11,6 +11,7 @@
 #include <gtkmm/menubutton.h>
 
 #include "adapters/gtk/controls/control.hpp"
+#include "adapters/gtk/controls/type_ahead.hpp"
 #include "view/controls.hpp"
 
 namespace tandemtrim::platform::gtk {
@@ -32,8 +33,9 @@ class MenuItem : public platform::MenuItem {
   std::optional<std::string> value_;
 };
 
-/// A button that shows the chosen item and opens the list of all, which is built when it opens. The first
-/// item is chosen at the beginning.
+/// A button that shows the chosen item and opens the list of all, which is built when it opens. Letters that
+/// are typed choose the item that begins so, or go to it in the open list. The first item is chosen at the
+/// beginning.
 class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
  public:
   /// The choice is shown by a label, the button's child.
@@ -57,12 +59,18 @@ class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
   friend class MenuItem;
   void showTitles();
   void choose(std::optional<std::size_t> index);
+  GtkWidget* makeRow(std::size_t index) const;
+  bool goTo(GtkEventController* keys, guint key, GdkModifierType modifiers);
   static void onOpen(GtkMenuButton* menu, gpointer popUpButton);
   static void onRow(GtkListBox* list, GtkListBoxRow* row, PopUpButton* self);
+  static gboolean onKey(GtkEventControllerKey* keys, guint key, guint code, GdkModifierType modifiers,
+                        PopUpButton* self);
 
   std::vector<MenuItem> items_;
   std::optional<std::size_t> chosen_;
   std::function<void()> changed_;
+  TypeAhead typeAhead_;
+  GtkEventController* keys_;
 };
 
 }  // namespace tandemtrim::platform::gtk

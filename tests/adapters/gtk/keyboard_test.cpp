@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 #include <tuple>
@@ -184,6 +185,88 @@ TEST(Menu, ListsItsItemsInOrderAndTakesAClick) {
   shown.user().click(labels.back());
   awaitList(shown, false);
   EXPECT_EQ(choice(shown), "Right");
+}
+
+TEST(MenuByKeys, ChoosesTheItemThatIsTyped) {
+  ShownPanel shown;
+  auto& user = shown.user();
+  user.focus(shown.widget("positionPopUp"));
+  user.type("r");
+  EXPECT_EQ(choice(shown), "Right");
+  user.type("x");
+  EXPECT_EQ(choice(shown), "Right");
+  EXPECT_FALSE(isOpen(shown));
+  EXPECT_EQ(focused(shown), "positionPopUp");
+}
+
+TEST(MenuByKeys, GoesInTheOpenListToTheItemThatIsTyped) {
+  ShownPanel shown;
+  auto& user = shown.user();
+  user.focus(shown.widget("positionPopUp"));
+  user.press(XK_space);
+  awaitList(shown, true);
+  user.type("le");
+  EXPECT_EQ(itemAtKeyboard(shown), "Left");
+  EXPECT_EQ(choice(shown), "Center");
+  user.press(XK_Return);
+  awaitList(shown, false);
+  EXPECT_EQ(choice(shown), "Left");
+}
+
+// The height of a row, where its title begins, and how far behind the title its check mark does.
+std::vector<float> look(GtkWidget* row) {
+  graphene_rect_t whole{};
+  graphene_rect_t title{};
+  graphene_rect_t mark{};
+  EXPECT_TRUE(gtk_widget_compute_bounds(row, row, &whole));
+  EXPECT_TRUE(gtk_widget_compute_bounds(widgetsOf(row, GTK_TYPE_LABEL).front(), row, &title));
+  EXPECT_TRUE(gtk_widget_compute_bounds(widgetsOf(row, GTK_TYPE_IMAGE).front(), row, &mark));
+  return {whole.size.height, title.origin.x - whole.origin.x, title.origin.y - whole.origin.y,
+          mark.origin.x - title.origin.x - title.size.width};
+}
+
+TEST(Menu, LooksLikeTheToolkitsOwn) {
+  ShownPanel shown;
+  auto* const menu = shown.widget("positionPopUp");
+  shown.user().click(menu);
+  awaitList(shown, true);
+  shown.user().awaitFrame();
+  auto* const row = gtk_widget_get_parent(
+      gtk_widget_get_parent(widgetsOf(widgetsOf(menu, GTK_TYPE_LIST_BOX).at(0), GTK_TYPE_LABEL).at(1)));
+  const auto ours = look(row);
+  shown.user().press(XK_Escape);
+
+  constexpr std::array<const char*, 4> kTitles{"Left", "Center", "Right", nullptr};
+  auto* const toolkits = gtk_drop_down_new_from_strings(kTitles.data());
+  auto* const window = GTK_WINDOW(gtk_window_new());
+  gtk_window_set_child(window, toolkits);
+  User other(window);
+  auto* const popover = gtk_widget_get_last_child(toolkits);
+  gtk_popover_popup(GTK_POPOVER(popover));
+  other.awaitFrame();
+  auto* const list = widgetsOf(popover, GTK_TYPE_LIST_VIEW).at(0);
+  EXPECT_EQ(ours, look(gtk_widget_get_next_sibling(gtk_widget_get_first_child(list))));
+  gtk_popover_popdown(GTK_POPOVER(popover));
+  waitUntil("the end of the toolkit's list", [&] { return !gtk_widget_get_mapped(popover); });
+}
+
+TEST(Menu, HasACheckMarkAtItsChoiceAlone) {
+  ShownPanel shown;
+  auto* const menu = shown.widget("positionPopUp");
+  for (const auto& chosen : {std::vector<double>{0, 1, 0}, std::vector<double>{0, 0, 1}}) {
+    shown.user().click(menu);
+    awaitList(shown, true);
+    auto* const list = widgetsOf(menu, GTK_TYPE_LIST_BOX).at(0);
+    std::vector<double> marks;
+    for (auto* const mark : widgetsOf(list, GTK_TYPE_IMAGE)) {
+      EXPECT_STREQ(gtk_image_get_icon_name(GTK_IMAGE(mark)), "object-select-symbolic");
+      marks.push_back(gtk_widget_get_opacity(mark));
+    }
+    EXPECT_EQ(marks, chosen);
+    shown.user().press(XK_End);
+    shown.user().press(XK_Return);
+    awaitList(shown, false);
+  }
 }
 
 TEST(Menu, OpensWithNothingChosenWhereTheStoredValueIsNoItem) {
