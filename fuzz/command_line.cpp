@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "fuzz/target.hpp"
-#include "host/cli/command_line_parser.hpp"
+#include "host/cli/arguments/command_line_parser.hpp"
 #include "host/failure.hpp"
 
 namespace tandemtrim::fuzz {

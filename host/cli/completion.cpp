@@ -1,9 +1,9 @@
 #include "host/cli/completion.hpp"
 
-#include <cstdlib>
-#include <string_view>
+#include <csignal>
 
-#include "host/cli/command_line_parser.hpp"
+#include <unistd.h>
+
 #include "host/cups/connection/login.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/cups/printer.hpp"
@@ -17,25 +17,12 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-constexpr const char* kSecondsAtKey = "2";
+constexpr unsigned kSecondsAtKey = 2;
 
-// The word behind the last one of this name.
-std::optional<std::string> valueOf(const Words& words, std::string_view name) {
-  std::optional<std::string> value;
-  for (std::size_t i = 0; i + 2 < words.size(); ++i) {
-    if (words[i] == name) value = words[i + 1];
-  }
-  return value;
-}
-
-// The command line as far as it says which panel there is.
-CommandLine lineOf(const Words& words) {
-  CommandLine line;
-  line.server = valueOf(words, "-h");
-  line.printer = valueOf(words, "-d");
-  line.ppd = valueOf(words, "--ppd");
-  line.plugin = valueOf(words, "--plugin");
-  return line;
+// Whatever asks the server, and in however many steps.
+void endInTime() {
+  std::signal(SIGALRM, [](int) { _exit(kSucceeded); });
+  alarm(kSecondsAtKey);
 }
 
 std::vector<platform::PanelSetting> panelSettings(const CommandLine& line) {
@@ -63,24 +50,30 @@ Words settingWords(const std::vector<platform::PanelSetting>& settings, const st
   return words;
 }
 
-Words candidates(const Words& words) {
-  const auto& typed = words.back();
-  const std::string before = words.size() > 1 ? words[words.size() - 2] : "";
-  const auto line = lineOf(words);
-  if (before == "-d") return printerNames(Connection(line.server));
-  if (before == "--set") return settingWords(panelSettings(line), typed);
-  return typed.starts_with('-') ? optionNames() : Words{};
+// What the value may be that begins so.
+Words values(const Unfinished& unfinished, const std::string& typed) {
+  if (unfinished.option == "-d") return printerNames(Connection(unfinished.line.server));
+  if (unfinished.option == "--set") return settingWords(panelSettings(unfinished.line), typed);
+  return {};
+}
+
+Words candidates(const Unfinished& unfinished) {
+  if (unfinished.isName) return optionNames();
+  const auto before = unfinished.lastWord.substr(0, unfinished.valueAt);
+  auto words = values(unfinished, unfinished.lastWord.substr(unfinished.valueAt));
+  for (auto& word : words) word.insert(0, before);
+  return words;
 }
 
 }  // namespace
 
-Words completions(const Words& words) {
-  setenv("TANDEM_TRIM_TIMEOUT", kSecondsAtKey, 0);
+Words completions(const Unfinished& unfinished) {
+  endInTime();
   answerLogins([](const LoginQuestion&) { return std::nullopt; });
   try {
-    auto found = words.empty() ? Words{} : candidates(words);
-    std::erase_if(found, [&](const std::string& word) { return !word.starts_with(words.back()); });
-    return found;
+    auto words = candidates(unfinished);
+    std::erase_if(words, [&](const std::string& word) { return !word.starts_with(unfinished.lastWord); });
+    return words;
   } catch (const Failure&) {
     return {};
   }

@@ -1,11 +1,13 @@
 #include "host/cli/dialog_loader.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
 
 #include <dlfcn.h>
 
+#include "host/cli/arguments/uses.hpp"
 #include "host/failure.hpp"
 #include "host/job/documents.hpp"
 #include "host/panel/trust.hpp"
@@ -49,27 +51,19 @@ ShowDialog loadModule() {
                  "; nothing was sent. Print without it by --no-dialog");
 }
 
-bool asksThePanel(const CommandLine& line) {
-  return !line.inputs.empty() || line.summary || line.json || line.force || line.saveAsDefault ||
-         line.withoutPanel || line.ppd || line.wait;
+bool isFromFiles(const CommandLine& line) {
+  return !line.files.empty() && std::ranges::count(line.files, "-") == 0;
 }
 
 }  // namespace
 
 bool wantsDialog(const CommandLine& line) {
   if (line.dialog) return *line.dialog;
-  return !line.files.empty() && !asksThePanel(line) && (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"));
+  return isFromFiles(line) && optionsBeside(line, Use::dialogUnasked).empty() &&
+         (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"));
 }
 
 std::optional<SentJob> showDialog(const CommandLine& line, const Report& report) {
-  if (asksThePanel(line)) {
-    throw Failure(
-        "--dialog leaves the panel to the user; leave --set, --restore-defaults, --force, --summary, "
-        "--json, "
-        "--save-as-default, --without-panel, --ppd and --wait out",
-        kWrongCommandLine);
-  }
-  if (line.files.empty()) throw Failure("--dialog needs a file to print", kWrongCommandLine);
   DialogResult result;
   loadModule()(line, report, result);
   if (result.noScreen)

@@ -6,13 +6,12 @@
 
 namespace tandemtrim::host {
 
-/// Whether the files of the command line are to be printed by the dialog: when the command line says so, else
-/// when there is a screen and the command line itself asks nothing of the panel.
+/// Whether the dialog is to print the files of the command line: when that says so, else when there is a
+/// screen, no document comes on standard input, and no option has another part than the job's settings.
 bool wantsDialog(const CommandLine& line);
 
 /// Loads the dialog's module, which alone is linked with the toolkit, and shows the dialog; the job that was
-/// sent, or none when the user cancelled. Failure when the dialog cannot be shown or there is nothing to
-/// print.
+/// sent, or none when the user cancelled. Failure when the dialog cannot be shown.
 std::optional<SentJob> showDialog(const CommandLine& line, const Report& report);
 
 }  // namespace tandemtrim::host

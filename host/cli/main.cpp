@@ -8,7 +8,7 @@
 #include <syslog.h>
 #include <unistd.h>
 
-#include "host/cli/command_line_parser.hpp"
+#include "host/cli/arguments/command_line_parser.hpp"
 #include "host/cli/completion.hpp"
 #include "host/cli/password.hpp"
 #include "host/cli/run.hpp"
@@ -56,7 +56,9 @@ void chooseIdentity(const CommandLine& line) {
 void work(std::vector<std::string> arguments) {
   if (!arguments.empty() && arguments.front() == "--complete") {
     arguments.erase(arguments.begin());
-    for (const auto& word : completions(arguments)) std::cout << plainText(word) << '\n';
+    const auto unfinished = parseUnfinished(std::move(arguments));
+    chooseIdentity(unfinished.line);
+    for (const auto& word : completions(unfinished)) std::cout << plainText(word) << '\n';
     return;
   }
   const auto parsed = parseCommandLine(std::move(arguments), hasInput());

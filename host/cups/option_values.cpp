@@ -12,6 +12,8 @@
 
 #include "host/cups/connection/attributes.hpp"
 #include "host/failure.hpp"
+#include "host/job/page_ranges.hpp"
+#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -56,14 +58,9 @@ bool isSwitch(const std::string& value) {
                              [&](const char* word) { return strcasecmp(word, value.c_str()) == 0; });
 }
 
-// "2", "2-4", "2-" or "-4".
+// "2", "2-4", "2-" or "-4". libcups reads no blanks.
 bool isRange(std::string_view value) {
-  const auto dash = value.find('-');
-  if (dash == std::string_view::npos) return isCount(value);
-  const auto first = value.substr(0, dash);
-  const auto last = value.substr(dash + 1);
-  if (first.empty() || last.empty()) return isCount(first) || isCount(last);
-  return isCount(first) && isCount(last) && *numberFrom(first) <= *numberFrom(last);
+  return value.find(' ') == std::string_view::npos && parsePageRange(value);
 }
 
 // "600dpi", "600x300dpi", "240dpcm".
@@ -140,7 +137,7 @@ std::string encodableValues(const Option& option, ipp_attribute_t* attribute) {
     start = end + 1;
   }
   if (isRight && count == ippGetCount(attribute)) return all;
-  throw Failure(option.keyword + " is \"" + option.value + "\", but has to be " +
+  throw Failure(option.keyword + " is \"" + shortText(option.value) + "\", but has to be " +
                 expected(type, option.keyword) + "; nothing was sent. Give another value by -o " +
                 option.keyword + "=...");
 }

@@ -16,8 +16,9 @@ struct Name {
   std::optional<std::string> instance;
 };
 
+// As lp does: behind the last slash.
 Name splitName(const std::string& text) {
-  const auto slash = text.find('/');
+  const auto slash = text.rfind('/');
   if (slash == std::string::npos) return {text, std::nullopt};
   return {text.substr(0, slash), text.substr(slash + 1)};
 }

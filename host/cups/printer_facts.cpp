@@ -5,6 +5,7 @@
 
 #include "host/cups/connection/attributes.hpp"
 #include "host/failure.hpp"
+#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -13,14 +14,17 @@ namespace {
 // job.
 MessageHandle askAttributes(const Connection& connection, const std::string& printer,
                             const std::vector<std::string>& names) {
+  const auto nowhere = [&] {
+    return Failure(Trouble::noPrinter, "there is no printer \"" + shortText(printer) + '"',
+                   "; " + existingPrinters(connection));
+  };
+  // A request would be about the part before it: libcups takes them for marks of an address.
+  if (printer.find_first_of("?#") != std::string::npos) throw nowhere();
   auto request = printerRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, printer);
   requestAttributes(request, names);
   auto answer = connection.ask(std::move(request), printerResource(printer));
   const auto status = ippGetStatusCode(answer.get());
-  if (status == IPP_STATUS_ERROR_NOT_FOUND) {
-    throw Failure(Trouble::noPrinter, "there is no printer \"" + printer + '"',
-                  "; " + existingPrinters(connection));
-  }
+  if (status == IPP_STATUS_ERROR_NOT_FOUND) throw nowhere();
   if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
   return answer;
 }

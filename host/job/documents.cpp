@@ -20,6 +20,9 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
     name_ = "(stdin)";
     place_ = "standard input";
     file_ = stdin;
+  } else if (file.empty()) {
+    throw Failure(Trouble::document, "the name of a file is empty",
+                  "; nothing was sent. Name a file that exists and that you may read");
   } else {
     name_ = std::filesystem::path(file).filename().string();
     opened_.reset(std::fopen(file.c_str(), "rb"));

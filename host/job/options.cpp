@@ -77,7 +77,7 @@ Options readOptions(const std::string& text) {
 
 Options parseOptions(const std::string& text) {
   if (const auto mistake = optionSyntaxMistake(text)) {
-    throw Failure("-o \"" + text + "\": " + *mistake +
+    throw Failure("-o \"" + shortText(text) + "\": " + *mistake +
                       "; write keyword=value, with quotes around a value that holds blanks",
                   kWrongCommandLine);
   }

@@ -18,7 +18,8 @@ const PanelSetting& settingNamed(const Settings& settings, const std::string& na
   if (setting != settings.end()) return *setting;
   std::string names;
   for (const auto& known : settings) names += (names.empty() ? "" : ", ") + known.name;
-  throw Failure("--set " + name + ": the panel has no such setting; it has " + names, kWrongCommandLine);
+  throw Failure("--set " + shortText(name) + ": the panel has no such setting; it has " + names,
+                kWrongCommandLine);
 }
 
 // A panel greys its controls while its switch is off.
@@ -31,8 +32,9 @@ Failure greyed(const Settings& settings, const std::string& what) {
 }
 
 Failure notTaken(const PanelSetting& setting, const std::string& text) {
-  return Failure("--set " + setting.name + "=" + text + ": choose one of " + allowedValues(setting),
-                 kWrongCommandLine);
+  return Failure(
+      "--set " + setting.name + "=" + shortText(text) + ": choose one of " + allowedValues(setting),
+      kWrongCommandLine);
 }
 
 // The panel keeps the digits of whatever is typed, so that 12.7 becomes 127 and then the largest margin. A

@@ -199,6 +199,9 @@ class RefusalsTest(TerminalCase):
     def test_a_limit_of_the_size_of_files_is_an_error(self):
         self.refuses("--fsize=1000", PROGRAM, "-d", "Morva", SAMPLE, program="prlimit", words=["File too large"])
 
+    def test_a_file_without_a_name_is_named_as_one(self):
+        self.refuses("-d", "Morva", "", words=["tandem-trim: the name of a file is empty; nothing was sent. Name a file"])
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <regex>
 #include <string_view>
 
 #include "host/changed_entries.hpp"
-#include "host/dialog/settings/page_ranges.hpp"
 #include "host/dialog/settings/paper.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/failure.hpp"
 #include "host/filled_text.hpp"
+#include "host/job/page_ranges.hpp"
+#include "host/job/time_of_day.hpp"
 #include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
@@ -92,7 +92,7 @@ std::vector<PageRange> pageRangesOf(const Gtk::PrintSettings& settings) {
 
 void applyPageRanges(const std::string& text, Gtk::PrintSettings& settings) {
   std::vector<GtkPageRange> ranges;
-  for (const auto& [first, last] : parsePageRanges(text))
+  for (const auto& [first, last] : parsePageRanges(text).ranges)
     ranges.push_back({first - 1, last == PageRange::kEnd ? -1 : last - 1});
   if (ranges.empty()) return;
   settings.set_print_pages(Gtk::PrintPages::RANGES);
@@ -187,9 +187,7 @@ bool isAskedFor(const Option& option, const Options& asked) {
 
 // GTK turns a time of day into universal time and passes on what is none.
 void refuseWrongTime(const Gtk::PrintSettings& settings) {
-  static const std::regex times("([01][0-9]|2[0-3]):[0-5][0-9](:[0-5][0-9])?");
-  if (settings.get("print-at") != "at" || std::regex_match(settings.get("cups-job-hold-until").raw(), times))
-    return;
+  if (settings.get("print-at") != "at" || isTimeOfDay(settings.get("cups-job-hold-until").raw())) return;
   throw Failure(Trouble::userMessage, filled(localized(kWrongTimeText),
                                              {{"[text]", shortText(settings.get("print-at-time").raw())}}));
 }
@@ -245,7 +243,8 @@ Options rowsShowing(const TabSettings& tabs, const Options& options) {
 }
 
 void refuseWrongPages(const std::string& text) {
-  if (text.empty() || arePageRanges(text)) return;
+  // GTK takes what it does not understand for page 1.
+  if (text.empty() || !parsePageRanges(text, ",;:").mistake) return;
   throw Failure(Trouble::userMessage, filled(localized(kWrongPagesText), {{"[text]", shortText(text)}}));
 }
 

@@ -337,7 +337,7 @@ class DialogTest(DialogCase):
         dialog.find("image", "210 × 297 mm")
 
     def test_what_comes_through_a_pipe_is_printed_whole(self):
-        dialog = self.dialog("-d", "Morva", documents=["-"], content=SAMPLE.read_bytes())
+        dialog = self.dialog("-d", "Morva", "--dialog", documents=["-"], content=SAMPLE.read_bytes())
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).sha256, digest(SAMPLE))
 

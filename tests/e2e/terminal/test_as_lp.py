@@ -9,6 +9,7 @@ import subprocess
 import unittest
 
 import ipp
+from fake_server import FakeServer
 from patience import PATIENCE
 from relay import Relay
 from terminal_case import DEFAULTS, PPD, PROGRAM, PROJECT, REQUEST, SAMPLE, TerminalCase
@@ -201,6 +202,21 @@ class AsLpTest(TerminalCase):
 
     # The printers.
 
+    def test_an_instance_stands_behind_the_last_slash(self):
+        for name in ("Plain/draft/x", "Plain//draft"):
+            with self.subTest(name):
+                our, lp = self.beside("-d", name, SAMPLE)
+                self.assertEqual((our.returncode, lp.returncode), (1, 1))
+                self.assertIn(f'there is no printer "{name.rpartition("/")[0]}"; choose one by -d: Closed, Morva, Plain', our.stderr)
+
+    def test_a_name_is_asked_for_as_a_whole(self):
+        with FakeServer(PPD.read_bytes()) as server:
+            for name in ("Morva?x", "Morva#x", "?"):
+                with self.subTest(name):
+                    result = self.trim("-d", name, "--summary", CUPS_SERVER=server.address)
+                    self.assertEqual((result.returncode, result.stdout), (1, ""))
+                    self.assertIn(f'there is no printer "{name}"; choose one by -d: Morva', result.stderr)
+
     def test_the_list_names_each_printer_its_panel_and_the_default(self):
         printers = ["Closed  no panel", "Morva   panel", "Plain   no panel"]
         self.assertEqual(self.trim("--list").stdout.splitlines(), printers)
@@ -219,7 +235,7 @@ class AsLpTest(TerminalCase):
         self.assertRegex(listed.stdout, rf"(?m)^Morva   no panel: the plug-in \S+\.bundle is not in {empty}$")
 
     def test_the_list_is_refused_beside_a_job_and_by_a_server_that_is_gone(self):
-        self.refuses("--list", SAMPLE, status=2, words=["--list", "leave all but"])
+        self.refuses("--list", SAMPLE, status=2, words=["--list", "leave files out"])
         self.refuses("--list", "-h", "127.0.0.1:1", words=["no print server answers at 127.0.0.1:1"])
 
     # What stands on standard output.
@@ -254,6 +270,18 @@ class AsLpTest(TerminalCase):
                 (our, ours), (_, lps) = results
                 self.assertEqual((our.returncode, len(ours)), (0, 1), our.stderr)
                 self.assert_same(ours, lps)
+
+    def test_a_screen_makes_no_difference_to_standard_input(self):
+        for arguments in ([], ["-"], ["-s"], ["-q", "80"], ["-H", "immediate"], ["-P", "1-4"], ["-m"], ["-t", "Title"], ["-n", "2"]):
+            with self.subTest(arguments):
+                screen = {"DISPLAY": ":none"}
+                result = self.trim("-d", "Plain", *arguments, stdin=SAMPLE.read_bytes(), **screen)
+                self.assertEqual(result.returncode, 0, result.stderr)
+                self.assertNotIn("screen", result.stderr)
+
+    def test_a_silent_job_opens_no_dialog(self):
+        self.assertIn("screen", self.trim("-d", "Plain", SAMPLE, DISPLAY=":none").stderr)
+        self.assertNotIn("screen", self.trim("-d", "Plain", "-s", SAMPLE, DISPLAY=":none").stderr)
 
     def test_empty_standard_input_makes_no_job(self):
         self.refuses("-d", "Plain", stdin=b"", words=["standard input is empty", "nothing was sent"])

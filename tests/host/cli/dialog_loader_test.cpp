@@ -33,14 +33,29 @@ TEST_F(TheDialog, IsNotShownWithoutFiles) {
   EXPECT_FALSE(wantsDialog(line));
 }
 
+TEST_F(TheDialog, IsNotShownForWhatComesOnStandardInput) {
+  for (const auto& files : {std::vector<std::string>{"-"}, {"document.pdf", "-"}}) {
+    line.files = files;
+    EXPECT_FALSE(wantsDialog(line));
+  }
+}
+
+TEST_F(TheDialog, StartsFromTheSettingsOfTheJob) {
+  line.options = {{"copies", "2"}, {"job-priority", "7"}};
+  line.title = "Title";
+  line.printer = "Morva";
+  EXPECT_TRUE(wantsDialog(line));
+}
+
 TEST_F(TheDialog, IsNotShownWhereTheCommandLineActsAtThePanelItself) {
   line.inputs = {{"Top", "12"}};
   EXPECT_FALSE(wantsDialog(line));
 }
 
 TEST_F(TheDialog, IsNotShownWhereTheCommandLineAsksForOutput) {
-  for (bool CommandLine::*option : {&CommandLine::summary, &CommandLine::json, &CommandLine::force,
-                                    &CommandLine::saveAsDefault, &CommandLine::withoutPanel}) {
+  for (bool CommandLine::*option :
+       {&CommandLine::summary, &CommandLine::json, &CommandLine::force, &CommandLine::saveAsDefault,
+        &CommandLine::withoutPanel, &CommandLine::silent, &CommandLine::lenient, &CommandLine::wait}) {
     auto asking = line;
     asking.*option = true;
     EXPECT_FALSE(wantsDialog(asking));

@@ -1,4 +1,4 @@
-#include "host/cli/command_line_parser.hpp"
+#include "host/cli/arguments/command_line_parser.hpp"
 
 #include <gmock/gmock.h>
 
@@ -66,13 +66,13 @@ TEST(ACommandLine, PrintsStandardInputWhereNoFileIsNamedAndAJobMayBeMeant) {
 
 TEST(ACommandLine, TakesTheOptionsOfLpThatStandForOptionsOfTheJob) {
   EXPECT_EQ(
-      parse({"-q", "77", "-P", "1, 3-5,16-", "-H", "hold"}).options,
+      parse({"-q", "77", "-P", "16-, 3-5,1", "-H", "hold"}).options,
       (Options{{"job-priority", "77"}, {"page-ranges", "1,3-5,16-"}, {"job-hold-until", "indefinite"}}));
   EXPECT_EQ(parse({"-q", "5", "-H", "immediate"}).options,
             (Options{{"job-priority", "100"}, {"job-hold-until", "no-hold"}}));
   EXPECT_EQ(parse({"-H", "3:15"}).options, (Options{{"job-hold-until", "3:15"}}));
   EXPECT_EQ(parse({"-n", "2", "-o", "copies=5 landscape", "-P", "-4"}).options,
-            (Options{{"copies", "5"}, {"landscape", "true"}, {"page-ranges", "-4"}}));
+            (Options{{"copies", "5"}, {"landscape", "true"}, {"page-ranges", "1-4"}}));
   const auto letter = parse({"-m", "-U", "amy"}).options;
   ASSERT_EQ(letter.size(), 1U);
   EXPECT_EQ(letter[0].keyword, "notify-recipient-uri");
@@ -132,13 +132,90 @@ INSTANTIATE_TEST_SUITE_P(
                     Arguments{"-n", "two"}, Arguments{"-n", "1x"}, Arguments{"-n", "10000"}, Arguments{"-n"},
                     Arguments{"--set"}, Arguments{"--set", "Top"}, Arguments{"--set", "=12"},
                     Arguments{"--ppd"}, Arguments{"--plugin"}, Arguments{"-d"}, Arguments{"--summary=maybe"},
-                    Arguments{"--json=false"}, Arguments{"-P", "1-2-3"}, Arguments{"-P", "-"},
-                    Arguments{"-P", "1,,2"}, Arguments{"--dialog=maybe"}, Arguments{"--no-dialog=maybe"}));
+                    Arguments{"--json=false"}, Arguments{"-P", "1-2-3"}, Arguments{"-P", "3-1"},
+                    Arguments{"-P", "0"}, Arguments{"-h", ""}, Arguments{"-h", "far:x"},
+                    Arguments{"-h", "far:"}, Arguments{"-h", ":631"}, Arguments{"-h", "far:0"},
+                    Arguments{"-h", "[::1]:65536"}, Arguments{"-d", ""}, Arguments{"-d", "/x"},
+                    Arguments{"-P", "-"}, Arguments{"-P", "1,,2"}, Arguments{"--dialog=maybe"},
+                    Arguments{"--no-dialog=maybe"}));
 
 TEST(Pages, MayBeAsManyAsAUserLikes) {
   std::string pages = "1";
-  for (int page = 2; page < 20'000; ++page) pages += ',' + std::to_string(page);
+  for (int page = 3; page < 20'000; page += 2) pages += ',' + std::to_string(page);
   EXPECT_THAT(parse({"-P", pages}).options, testing::ElementsAre(Option{"page-ranges", pages}));
+}
+
+TEST(AServer, IsNamedAsLibcupsReadsIt) {
+  for (const char* server : {"far", "far:631", "far:631/version=1.1", "[::1]", "[::1]:8631", "fe80::a", "::1",
+                             "/run/cups/cups.sock"})
+    EXPECT_EQ(parse({"-h", server}).server, server);
+}
+
+TEST(AMistake, IsToldInAFewWordsHoweverLongItsTextIs) {
+  const std::string text(100'000, 'x');
+  for (const char* option : {"-n", "-q", "-H", "-P", "--set", "-h", "-i"}) {
+    const auto failure = failureOf([&] {
+      parse({option, option == std::string("-h") ? "a:" + text : text});
+    });
+    EXPECT_EQ(failure.exitStatus(), kWrongCommandLine);
+    EXPECT_LT(std::string(failure.what()).size(), 700U) << option;
+  }
+  EXPECT_LT(std::string(failureOf([&] { parse({"-o", "a='" + text}); }).what()).size(), 500U);
+}
+
+TEST(AListOfPages, IsRefusedWithThePartAtFault) {
+  const auto mistakeIn = [](const char* pages) {
+    return std::string(failureOf([&] { parse({"-P", pages}); }).what());
+  };
+  EXPECT_THAT(mistakeIn("1,3-1"),
+              testing::StartsWith("-P \"1,3-1\": \"3-1\" is no page or range of pages; "));
+  EXPECT_THAT(mistakeIn("1,,2"), testing::StartsWith("-P \"1,,2\": a page is missing; "));
+}
+
+struct Typed {
+  std::vector<std::string> words;
+  std::string option;
+  std::size_t valueAt;
+  bool isName;
+};
+
+class TheLastWord : public testing::TestWithParam<Typed> {};
+
+TEST_P(TheLastWord, IsAValueOrANameOrNeither) {
+  const auto& typed = GetParam();
+  const auto unfinished = parseUnfinished(typed.words);
+  EXPECT_EQ(unfinished.lastWord, typed.words.back());
+  EXPECT_EQ(unfinished.option, typed.option);
+  EXPECT_EQ(unfinished.valueAt, typed.valueAt);
+  EXPECT_EQ(unfinished.isName, typed.isName);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Unfinished, TheLastWord,
+    testing::Values(
+        Typed{{"-d", "Mor"}, "-d", 0, false}, Typed{{"-d", ""}, "-d", 0, false},
+        Typed{{"-dMor"}, "-d", 2, false}, Typed{{"-csdMor"}, "-d", 4, false},
+        Typed{{"--set", "Top=1"}, "--set", 0, false}, Typed{{"--set=Top=1"}, "--set", 6, false},
+        Typed{{"--set="}, "--set", 6, false}, Typed{{"-d", "-d"}, "-d", 0, false},
+        Typed{{"-d", "Morva", "--set", "-"}, "--set", 0, false}, Typed{{"-d"}, "-d", 2, true},
+        Typed{{"--set"}, "", 0, true}, Typed{{"-E"}, "", 0, true}, Typed{{"-"}, "", 0, true},
+        Typed{{"--"}, "", 0, true}, Typed{{"--su"}, "", 0, true}, Typed{{"--", "--su"}, "", 0, false},
+        Typed{{"--", "-d", "Mor"}, "", 0, false}, Typed{{"-d", "--", "--su"}, "", 0, true},
+        Typed{{""}, "", 0, false}, Typed{{"a.p"}, "", 0, false}, Typed{{"--bogus", "a.p"}, "", 0, false},
+        Typed{{"--bogus", "-d", "M"}, "-d", 0, false}, Typed{{"--help", "-d", "M"}, "-d", 0, false},
+        Typed{{"-n", "none", "-d", "M"}, "-d", 0, false}, Typed{{"-t", "x", "--json=x"}, "", 0, false}));
+
+TEST(AnUnfinishedCommandLine, SaysWhichPanelIsMeant) {
+  const auto line = parseUnfinished({"-hfar:8631", "-E", "-Uamy", "-d", "One", "-dTwo/draft", "--ppd=a.ppd",
+                                     "--plugin", "/opt", "--set", "To"})
+                        .line;
+  EXPECT_EQ(line.server, "far:8631");
+  EXPECT_TRUE(line.encrypted);
+  EXPECT_EQ(line.user, "amy");
+  EXPECT_EQ(line.printer, "Two/draft");
+  EXPECT_EQ(line.ppd, "a.ppd");
+  EXPECT_EQ(line.plugin, "/opt");
+  EXPECT_TRUE(parseUnfinished({}).option.empty());
 }
 
 }  // namespace

@@ -1,0 +1,63 @@
+#include "host/cli/arguments/uses.hpp"
+
+#include <array>
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr unsigned kList = static_cast<unsigned>(Use::list);
+constexpr unsigned kReset = static_cast<unsigned>(Use::reset);
+constexpr unsigned kDialog = static_cast<unsigned>(Use::dialog);
+constexpr unsigned kUnasked = static_cast<unsigned>(Use::dialogUnasked);
+constexpr unsigned kInput = static_cast<unsigned>(Use::input);
+constexpr unsigned kAnyJob = kDialog | kUnasked | kInput;
+constexpr unsigned kAll = kList | kReset | kAnyJob;
+
+struct Row {
+  const char* options;
+  bool (*areGiven)(const CommandLine& line);
+  unsigned uses;
+};
+
+template <auto kMember>
+bool isGiven(const CommandLine& line) {
+  return line.*kMember != CommandLine().*kMember;
+}
+
+constexpr std::array kRows{
+    Row{"-h", isGiven<&CommandLine::server>, kAll},
+    Row{"-E", isGiven<&CommandLine::encrypted>, kAll},
+    Row{"-U", isGiven<&CommandLine::user>, kAll},
+    Row{"--verbose", isGiven<&CommandLine::verbose>, kAll},
+    Row{"--plugin", isGiven<&CommandLine::plugin>, kList | kAnyJob},
+    Row{"-d", isGiven<&CommandLine::printer>, kReset | kAnyJob},
+    Row{"-t", isGiven<&CommandLine::title>, kAnyJob},
+    Row{"-n, -o, -q, -H, -P or -m", isGiven<&CommandLine::options>, kAnyJob},
+    Row{"files", isGiven<&CommandLine::files>, kAnyJob},
+    Row{"-s", isGiven<&CommandLine::silent>, kDialog | kInput},
+    Row{"--dialog or --no-dialog", isGiven<&CommandLine::dialog>, kDialog | kInput},
+    Row{"--set or --restore-defaults", isGiven<&CommandLine::inputs>, kInput},
+    Row{"--lenient", isGiven<&CommandLine::lenient>, kInput},
+    Row{"--force", isGiven<&CommandLine::force>, kInput},
+    Row{"--without-panel", isGiven<&CommandLine::withoutPanel>, kInput},
+    Row{"--ppd", isGiven<&CommandLine::ppd>, kInput},
+    Row{"--wait", isGiven<&CommandLine::wait>, kInput},
+    Row{"--summary", isGiven<&CommandLine::summary>, 0},
+    Row{"--json", isGiven<&CommandLine::json>, 0},
+    Row{"--save-as-default", isGiven<&CommandLine::saveAsDefault>, 0},
+    Row{"--list", isGiven<&CommandLine::list>, kList},
+    Row{"--reset-defaults", isGiven<&CommandLine::resetDefaults>, kReset},
+};
+
+}  // namespace
+
+std::string optionsBeside(const CommandLine& line, Use use) {
+  std::string options;
+  for (const auto& row : kRows) {
+    const bool hasPart = (row.uses & static_cast<unsigned>(use)) != 0;
+    if (!hasPart && row.areGiven(line)) options += (options.empty() ? "" : ", ") + std::string(row.options);
+  }
+  return options;
+}
+
+}  // namespace tandemtrim::host

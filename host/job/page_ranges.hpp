@@ -1,0 +1,36 @@
+#pragma once
+
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tandemtrim::host {
+
+/// Some pages of a document, counted from 1.
+struct PageRange {
+  int first = 1;
+  int last = kEnd;
+
+  static constexpr int kEnd = std::numeric_limits<int>::max();
+};
+
+/// A list of pages as it was read.
+struct PageList {
+  std::vector<PageRange> ranges;
+  /// The first part of the list that is no range, if there is one; it is not among the ranges.
+  std::optional<std::string> mistake;
+};
+
+/// The pages of "3", "3-5", "3-" or "-5", with blanks around each number; none for any other text, for page 0
+/// and for a range that ends before it begins.
+std::optional<PageRange> parsePageRange(std::string_view text);
+
+/// Reads "1-3,5,8-": ranges with one of the separators between them.
+PageList parsePageRanges(std::string_view text, std::string_view separators = ",");
+
+/// "1-3,5,8-" for these pages, sorted and without repetition, as a print server requires.
+std::string pageRangesText(std::vector<PageRange> ranges);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,78 @@
+#include "host/cli/arguments/uses.hpp"
+
+#include <gmock/gmock.h>
+
+#include "host/cli/arguments/command_line_parser.hpp"
+#include "tests/host/failure_matcher.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::HasSubstr;
+using Arguments = std::vector<std::string>;
+
+// The option with a value that it takes.
+Arguments given(const std::string& option) {
+  const std::map<std::string, std::string> values{
+      {"-h", "far"},      {"-U", "amy"}, {"-d", "Morva"},      {"-t", "Title"}, {"-n", "2"},
+      {"-o", "x-note=1"}, {"-q", "7"},   {"-H", "hold"},       {"-P", "1"},     {"--set", "Top=1"},
+      {"--ppd", "a.ppd"}, {"-i", "12"},  {"--plugin", "/opt"},
+  };
+  const auto value = values.find(option);
+  return value == values.end() ? Arguments{option} : Arguments{option, value->second};
+}
+
+struct UseOfOptions {
+  std::string name;
+  // What asks for the use.
+  Arguments arguments;
+  // Those that may stand beside it.
+  Arguments beside;
+};
+
+class AUse : public testing::TestWithParam<UseOfOptions> {};
+
+TEST_P(AUse, RefusesEachOptionThatHasNoPartInItByName) {
+  const auto& use = GetParam();
+  for (const auto& option : optionNames()) {
+    const bool isElsewhere = option == "--help" || option == "--version" || option == "-i";
+    if (isElsewhere || option == use.name) continue;
+    auto arguments = given(option);
+    arguments.insert(arguments.end(), use.arguments.begin(), use.arguments.end());
+    const auto parse = [&] { parseCommandLine(arguments); };
+    if (std::ranges::count(use.beside, option) != 0) {
+      EXPECT_NO_THROW(parse()) << option;
+      continue;
+    }
+    const auto failure = failureOf(parse);
+    EXPECT_EQ(failure.exitStatus(), kWrongCommandLine) << option;
+    EXPECT_THAT(failure.what(), HasSubstr(option));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Uses, AUse,
+    testing::Values(
+        UseOfOptions{"--list", {"--list"}, {"-h", "-E", "-U", "--verbose", "--plugin", "-c"}},
+        UseOfOptions{"--reset-defaults", {"--reset-defaults"}, {"-h", "-E", "-U", "--verbose", "-d", "-c"}},
+        UseOfOptions{"--dialog",
+                     {"--dialog", "a.pdf"},
+                     {"-h", "-E", "-U", "-d", "-t", "-c", "-s", "-n", "-o", "-q", "-H", "-P", "-m",
+                      "--plugin", "--verbose"}}),
+    [](const auto& use) { return use.param.name.substr(2, 4); });
+
+TEST(AUse, RefusesFilesThatItLeavesAlone) {
+  for (const char* option : {"--list", "--reset-defaults"}) {
+    const auto failure = failureOf([&] { parseCommandLine({option, "a.pdf"}); });
+    EXPECT_THAT(failure.what(), HasSubstr("leave files out"));
+  }
+}
+
+TEST(AskingForTheDialog, NeedsAFileToPrint) {
+  EXPECT_THAT(failureOf([] { parseCommandLine({"--dialog"}); }).what(), HasSubstr("name a file"));
+  EXPECT_NO_THROW(parseCommandLine({"--dialog"}, true));
+}
+
+}  // namespace
+}  // namespace tandemtrim::host
