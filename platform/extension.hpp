@@ -41,6 +41,8 @@ struct SettingChoice {
 /// One setting of a panel, for hosts that check, list or change settings without looking at a view.
 struct PanelSetting {
   enum class Kind { onOff, choice, number };
+  /// An edge of the sheet.
+  enum class Edge { none, top, bottom, left, right };
 
   /// The PPD option keyword under which the setting is stored.
   std::string keyword;
@@ -58,6 +60,8 @@ struct PanelSetting {
   std::string unit;
   /// The value that the job has: the stored one, else the default.
   std::string value;
+  /// The edge from which a number of millimetres is trimmed.
+  Edge trimmedEdge = Edge::none;
 };
 
 /// One panel of the print dialog. Any operation may raise an exception of the standard library; the host goes

@@ -28,6 +28,11 @@ constexpr auto kChoices = std::to_array<Choice>({
     {PanelSetting::Kind::choice, kPositionNames},
 });
 
+// In the order of the sides.
+constexpr std::array kEdges{PanelSetting::Edge::top, PanelSetting::Edge::bottom, PanelSetting::Edge::left,
+                            PanelSetting::Edge::right};
+static_assert(kEdges.size() == kSides);
+
 }  // namespace
 
 std::vector<PanelSetting> MorvaTTPdePanelKV2::settings() const {
@@ -47,6 +52,7 @@ std::vector<PanelSetting> MorvaTTPdePanelKV2::settings() const {
       setting.minimum = platform::integerValue(commonInfo_->defaultMarginMin());
       setting.maximum = platform::integerValue(commonInfo_->marginLimit(kSettings.at(index).marginName));
       setting.unit = "mm";
+      setting.trimmedEdge = kEdges.at(index - kFirstMargin);
     }
     setting.value = ticket.currentValue();
   }

@@ -1,8 +1,12 @@
 #include "host/panel/conflicts.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <span>
 #include <string_view>
+
+#include "host/job/legality.hpp"
+#include "platform/integer_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -48,6 +52,36 @@ Conflict conflictWith(ppd_file_t& ppd, const PanelSetting& setting, const char* 
   return conflict;
 }
 
+std::int64_t lengthOf(const PanelSetting& margin) {
+  return std::max<std::int64_t>(platform::integerValue(margin.value), 0);
+}
+
+// The margins that trim all of a length: one alone if it can, else both.
+std::vector<const PanelSetting*> trimmingAll(const std::vector<PanelSetting>& settings,
+                                             PanelSetting::Edge edge, PanelSetting::Edge opposite,
+                                             double length) {
+  std::vector<const PanelSetting*> pair;
+  double sum = 0;
+  for (const auto side : {edge, opposite}) {
+    const auto margin = std::ranges::find(settings, side, &PanelSetting::trimmedEdge);
+    if (margin == settings.end()) continue;
+    pair.push_back(&*margin);
+    sum += static_cast<double>(lengthOf(*margin));
+  }
+  auto alone = pair;
+  std::erase_if(alone, [&](const auto* margin) { return static_cast<double>(lengthOf(*margin)) < length; });
+  if (!alone.empty()) return alone;
+  return sum < length ? std::vector<const PanelSetting*>{} : pair;
+}
+
+std::vector<const PanelSetting*> trimmingAll(const std::vector<PanelSetting>& settings, const Paper& paper) {
+  using enum PanelSetting::Edge;
+  auto margins = trimmingAll(settings, top, bottom, paper.height);
+  const auto across = trimmingAll(settings, left, right, paper.width);
+  margins.insert(margins.end(), across.begin(), across.end());
+  return margins;
+}
+
 }  // namespace
 
 std::vector<Conflict> conflictsOf(ppd_file_t& ppd, const std::vector<PanelSetting>& settings,
@@ -79,6 +113,22 @@ std::vector<Conflict> conflictsOf(ppd_file_t& ppd, const std::vector<PanelSettin
     if (!add(option1, option2)) add(option2, option1);
   }
   return conflicts;
+}
+
+std::vector<Conflict> conflictsWithPaper(const std::vector<PanelSetting>& settings, const Paper& paper) {
+  std::vector<Conflict> conflicts;
+  if (!isSwitchedOn(settings)) return conflicts;
+  for (const auto* margin : trimmingAll(settings, paper))
+    conflicts.push_back({margin->title, margin->value + ' ' + margin->unit, paper.title, paper.name});
+  return conflicts;
+}
+
+bool canConflictWithPaper(std::vector<PanelSetting> settings, const Paper& paper) {
+  for (auto& setting : settings) {
+    if (setting.trimmedEdge != PanelSetting::Edge::none)
+      setting.value = std::to_string(std::max(setting.maximum, lengthOf(setting)));
+  }
+  return !trimmingAll(settings, paper).empty();
 }
 
 bool hasConstraints(const ppd_file_t& ppd, const std::vector<std::string>& keywords) {

@@ -24,6 +24,22 @@ struct Conflict {
 std::vector<Conflict> conflictsOf(ppd_file_t& ppd, const std::vector<platform::PanelSetting>& settings,
                                   const Options& others);
 
+/// The sheet that the user chose, in millimetres, with the title and the name that the user sees.
+struct Paper {
+  double width;
+  double height;
+  std::string title;
+  std::string name;
+};
+
+/// The conflicts of the edges that are trimmed until nothing is left of the paper, while the panel's function
+/// is on.
+std::vector<Conflict> conflictsWithPaper(const std::vector<platform::PanelSetting>& settings,
+                                         const Paper& paper);
+
+/// Whether legal or present values of the settings could conflict with the paper.
+bool canConflictWithPaper(std::vector<platform::PanelSetting> settings, const Paper& paper);
+
 /// Whether the PPD has constraints for one of these keywords.
 bool hasConstraints(const ppd_file_t& ppd, const std::vector<std::string>& keywords);
 

@@ -197,6 +197,16 @@ TEST_F(Panel, SaysOfEachSettingWhatItAllows) {
   EXPECT_EQ(settings.at(3).title, "Oben");
 }
 
+TEST_F(Panel, SaysWhichEdgeEachMarginTrims) {
+  ASSERT_NO_FATAL_FAILURE(makePanel());
+  using enum platform::PanelSetting::Edge;
+  const std::map<std::string, platform::PanelSetting::Edge> expected{
+      {"Valid", none},    {"Direction", none}, {"Position", none}, {"Top", top},
+      {"Bottom", bottom}, {"Left", left},      {"Right", right}};
+  for (const auto& setting : panel->settings())
+    EXPECT_EQ(setting.trimmedEdge, expected.at(setting.name)) << setting.name;
+}
+
 TEST_F(Panel, ListsItsSettingsWithoutTouchingControlsOrPrintSettings) {
   ASSERT_NO_FATAL_FAILURE(showPanel());
   settings().values.erase("MVLeftMargin");

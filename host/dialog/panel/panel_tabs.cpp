@@ -1,5 +1,7 @@
 #include "host/dialog/panel/panel_tabs.hpp"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include <gtk/gtk.h>
@@ -137,10 +139,8 @@ void PanelTabs::showPanel() {
   auto& view = session_->view();
   if (view.toolkitView() == nullptr) throw unusable(bundle_->path, "its view could not be loaded");
   page_.showView(GTK_WIDGET(view.toolkitView()));
-  const auto setup = dialog_.get_page_setup();
-  callPlugin(bundle_->path, "setPaperSize", [&] {
-    view.setPaperSize(setup->get_paper_width(Gtk::Unit::MM), setup->get_paper_height(Gtk::Unit::MM));
-  });
+  const auto sheet = paper();
+  callPlugin(bundle_->path, "setPaperSize", [&] { view.setPaperSize(sheet.width, sheet.height); });
   session_->willShow();
   warn();
 }
@@ -183,15 +183,25 @@ void PanelTabs::warn() {
     session_->correctDefaults();
     const auto illegal = session_->illegalChoices();
     page_.warnOf(illegal, findConflicts());
-    page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty() || isConstrained());
+    page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty() || isConstrained() ||
+                      canConflictWithPaper(session_->settings(), paper()));
   });
 }
 
 bool PanelTabs::isConstrained() const { return ppd_ != nullptr && hasConstraints(*ppd_, keywords()); }
 
+Paper PanelTabs::paper() const {
+  const auto setup = dialog_.get_page_setup();
+  return {setup->get_paper_width(Gtk::Unit::MM), setup->get_paper_height(Gtk::Unit::MM),
+          localized(kPaperText), setup->get_paper_size().get_display_name()};
+}
+
 std::vector<Conflict> PanelTabs::findConflicts() const {
-  if (!isConstrained()) return {};
-  return conflictsOf(*ppd_, session_->settings(), events_.otherOptions());
+  const auto settings = session_->settings();
+  auto conflicts = conflictsWithPaper(settings, paper());
+  if (!isConstrained()) return conflicts;
+  std::ranges::move(conflictsOf(*ppd_, settings, events_.otherOptions()), std::back_inserter(conflicts));
+  return conflicts;
 }
 
 std::vector<Conflict> PanelTabs::conflicts() {

@@ -89,6 +89,8 @@ class PanelTabs : public sigc::trackable {
   void showSummary();
   void warn();
   [[nodiscard]] bool isConstrained() const;
+  // As it is chosen in another tab.
+  [[nodiscard]] Paper paper() const;
   [[nodiscard]] std::vector<Conflict> findConflicts() const;
   // Runs an operation of the panel. False when the panel fails.
   bool guarded(const std::function<void()>& operation);

@@ -48,6 +48,8 @@ inline constexpr const char* kIllegalValueText =
     "[name]: this printer does not allow [value] (allowed: [allowed])";
 inline constexpr const char* kConflictText =
     "[name] ([value]) cannot be combined with [other] ([choice]) on this printer.";
+/// The title of the paper among options that cannot be combined.
+inline constexpr const char* kPaperText = "Paper size";
 inline constexpr const char* kRangeText = "[min] to [max]";
 inline constexpr const char* kListSeparatorText = ", ";
 
@@ -107,7 +109,7 @@ inline constexpr std::array kTexts{
     kPasswordText,      kCorrectText,    kSendAsItIsText, kBackText,         kCloseText,       kHelpText,
     kUseForAllJobsText, kSummaryText,    kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText,
     kChoosePrinterText, kSendingText,    kRangeText,      kIllegalValueText, kSentOfText,      kSentText,
-    kListSeparatorText, kWrongPagesText, kWrongTimeText,  kTryAgainText,     kConflictText};
+    kListSeparatorText, kWrongPagesText, kWrongTimeText,  kTryAgainText,     kConflictText,    kPaperText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

@@ -1,5 +1,6 @@
 """The print dialog before printers that differ, refuse or are gone."""
 
+import re
 import signal
 import unittest
 
@@ -116,6 +117,32 @@ class DialogPrintersTest(DialogCase):
         dialog.answer("Send As It Is")
         options = self.printed(dialog, "Other").options
         self.assertEqual((options[VALID], options["Glue"]), ("On", "Hot"))
+
+    def warned_of(self, dialog):
+        """The sides that the warning names, because nothing is left of the paper."""
+        labels = "\n".join(dialog.labels())
+        return {side for side in MARGINS if re.search(rf"{side} Margin \(\d+ mm\) cannot be combined with Paper size", labels)}
+
+    def test_margins_that_leave_nothing_of_the_paper_are_warned_of_by_their_sides(self):
+        dialog = self.live_panel("-o", "media=custom_tiny_21x50mm", "-o", f"{MARGINS['Left']}=5 {MARGINS['Right']}=5")
+        self.assertEqual(self.warned_of(dialog), set())
+        for side, text, warned in (("Left", "15", set()), ("Right", "6", {"Left", "Right"}), ("Left", "5", set()),
+                                   ("Right", "21", {"Right"}), ("Top", "20", {"Right"}), ("Bottom", "30", {"Top", "Bottom", "Right"})):
+            with self.subTest(side=side, text=text):
+                dialog.type(f"{side} Margin", text)
+                until(lambda: self.warned_of(dialog) == warned, f"{warned} to be warned of")
+        dialog.press("Print")
+        dialog.answer("Back")
+        until(lambda: len(dialog.program.windows()) == 1, "the question to go")
+        self.assert_nothing_was_sent()
+        dialog.check("Use Tandem Trim")
+        until(lambda: not self.warned_of(dialog), "the warning to go")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Right"]], "21")
+
+    def test_a_sheet_that_is_turned_has_its_edges_where_they_are_seen(self):
+        dialog = self.live_panel("-o", "media=custom_tiny_21x50mm", "-o", f"landscape {MARGINS['Top']}=11 {MARGINS['Bottom']}=10")
+        until(lambda: self.warned_of(dialog) == {"Top", "Bottom"}, "the warning")
 
     def test_the_user_may_go_back_from_the_question(self):
         dialog = self.panel("-o", f"{MARGINS['Left']}=18")

@@ -1,5 +1,8 @@
 #include "host/panel/conflicts.hpp"
 
+#include <array>
+#include <utility>
+
 #include <gmock/gmock.h>
 
 #include "tests/host/dialog/sample_ppd.hpp"
@@ -67,6 +70,65 @@ TEST(Conflicts, AreNamedOnceWithinThePanelToo) {
       "*UIConstraints: *Trim On *Place Right\n*UIConstraints: *Place Right *Trim On\n";
   const Conflict expected{"Use trim", "Yes", "Where", "At the right"};
   EXPECT_THAT(conflictsWith(constraints, panelWith("On", "Right"), {}), ElementsAre(expected));
+}
+
+struct PaperCase {
+  std::array<const char*, 4> margins;
+  std::vector<std::string> named;
+};
+
+// A panel that trims these millimetres off top, bottom, left and right.
+std::vector<PanelSetting> panelThatTrims(const char* trim, const std::array<const char*, 4>& margins) {
+  using enum PanelSetting::Edge;
+  std::vector<PanelSetting> settings{panelWith(trim, "Left").front()};
+  for (const auto& [edge, title] :
+       {std::pair{top, "Top"}, {bottom, "Bottom"}, {left, "Left"}, {right, "Right"}}) {
+    PanelSetting margin;
+    margin.kind = PanelSetting::Kind::number;
+    margin.title = title;
+    margin.value = margins.at(settings.size() - 1);
+    margin.unit = "mm";
+    margin.maximum = 20;
+    margin.trimmedEdge = edge;
+    settings.push_back(margin);
+  }
+  return settings;
+}
+
+const Paper kSmall{21, 30, "Paper", "Small"};
+
+TEST(ConflictsWithPaper, NameTheEdgesThatLeaveNothingOfIt) {
+  const std::vector<PaperCase> cases{{{"0", "0", "0", "0"}, {}},
+                                     {{"15", "14", "10", "10"}, {}},
+                                     {{"15", "15", "0", "0"}, {"Top", "Bottom"}},
+                                     {{"0", "0", "11", "10"}, {"Left", "Right"}},
+                                     {{"0", "0", "0", "21"}, {"Right"}},
+                                     {{"30", "5", "5", "21"}, {"Top", "Right"}},
+                                     {{"abc", "-30", "-5", "21"}, {"Right"}}};
+  for (const auto& [margins, named] : cases) {
+    std::vector<std::string> found;
+    for (const auto& conflict : conflictsWithPaper(panelThatTrims("On", margins), kSmall))
+      found.push_back(conflict.setting);
+    EXPECT_EQ(found, named) << testing::PrintToString(margins);
+  }
+}
+
+TEST(ConflictsWithPaper, SayHowMuchIsTrimmedAndWhatThePaperIs) {
+  EXPECT_THAT(conflictsWithPaper(panelThatTrims("On", {"30", "0", "0", "0"}), kSmall),
+              ElementsAre(Conflict{"Top", "30 mm", "Paper", "Small"}));
+}
+
+TEST(ConflictsWithPaper, AreNoneWhileThePanelIsOff) {
+  EXPECT_THAT(conflictsWithPaper(panelThatTrims("Off", {"30", "0", "0", "21"}), kSmall), IsEmpty());
+}
+
+TEST(ConflictsWithPaper, ArePossibleWhereTheLargestMarginsOrThePresentOnesReachAcross) {
+  const auto panel = panelThatTrims("Off", {"0", "0", "0", "0"});
+  EXPECT_TRUE(canConflictWithPaper(panel, {41, 40, "", ""}));
+  EXPECT_TRUE(canConflictWithPaper(panel, {40, 41, "", ""}));
+  EXPECT_FALSE(canConflictWithPaper(panel, {41, 41, "", ""}));
+  EXPECT_TRUE(canConflictWithPaper(panelThatTrims("Off", {"0", "0", "50", "0"}), {41, 41, "", ""}));
+  EXPECT_FALSE(canConflictWithPaper(panelWith("On", "Left"), {1, 1, "", ""}));
 }
 
 TEST(Constraints, AreThoseOfTheKeywords) {
