@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,6 +30,8 @@ class NibOwner {
   virtual void setOutlet(std::string_view name, NibObject* object) = 0;
   /// Runs an action of the owner's; a name that it does not have does nothing.
   virtual void performAction(std::string_view name, NibObject* sender) = 0;
+  /// The owner's text for this key in the user's language, or the key itself when there is none.
+  [[nodiscard]] virtual std::string localizedString(std::string_view key) const { return std::string(key); }
 
   /// Leaves a loaded nib with its owner, so that it lives exactly as long as the panel that shows it; a nib
   /// that is loaded again joins the earlier ones, whose controls may still be referred to. The loader calls

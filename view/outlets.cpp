@@ -59,4 +59,8 @@ void MorvaTTViewControllerKV2::performAction(std::string_view name, platform::Ni
   if (action != kActions.end()) (this->*action->run)(sender);
 }
 
+std::string MorvaTTViewControllerKV2::localizedString(std::string_view key) const {
+  return commonInfo_->localizedString(key);
+}
+
 }  // namespace tandemtrim

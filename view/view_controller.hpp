@@ -76,6 +76,7 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
   [[nodiscard]] std::vector<std::string_view> outletNames() const override;
   void setOutlet(std::string_view name, platform::NibObject* object) override;
   void performAction(std::string_view name, platform::NibObject* sender) override;
+  [[nodiscard]] std::string localizedString(std::string_view key) const override;
 
   [[nodiscard]] bool viewIsInited() const { return viewIsInited_; }
   void setViewIsInited(bool inited) { viewIsInited_ = inited; }

@@ -17,6 +17,9 @@ inline constexpr std::string_view TTVCLabelNameMarginLeft = "LeftMargin";
 inline constexpr std::string_view TTVCLabelNameMarginRight = "RightMargin";
 inline constexpr std::string_view TTVCLabelNameRestoreDefault = "RestoreDefault";
 inline constexpr std::string_view TTVCLabelNameRangeFormat = "IntegerValueRangeFormat";
+/// Behind the localisation key of a text that a control bears: the key of the letter that takes the keyboard
+/// there.
+inline constexpr std::string_view kAccessKeySuffix = "AccessKey";
 /// Appended to each label's text.
 inline constexpr std::string_view TTVCLabelNameDelimiter = ":";
 

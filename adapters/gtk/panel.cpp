@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "adapters/gtk/controls/access_key.hpp"
 #include "adapters/gtk/controls/controls.hpp"
 #include "adapters/gtk/controls/menus.hpp"
-#include "adapters/gtk/controls/mnemonics.hpp"
 #include "adapters/gtk/controls/stepper.hpp"
 #include "adapters/gtk/controls/text_box.hpp"
 #include "view/view_names.hpp"
@@ -26,7 +26,13 @@ Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
   connectSteppers();
   connectActions(owner);
   connectPicture();
-  if (view_ != nullptr) view_->signal_map().connect(sigc::mem_fun(*this, &Panel::showMnemonics));
+  if (view_ != nullptr) {
+    view_->signal_map().connect(sigc::track_obj(
+        [this, &owner, isDone = false]() mutable {
+          if (!std::exchange(isDone, true)) showAccessKeys(owner);
+        },
+        *this));
+  }
 }
 
 GObject* Panel::object(std::string_view name) const {
@@ -97,15 +103,19 @@ void Panel::connectPicture() {
   if (complete) picture_ = std::make_unique<SheetPicture>(*Glib::wrap(GTK_DRAWING_AREA(area)), shown);
 }
 
-// Each time that the view is shown: the rest of its window may have changed.
-void Panel::showMnemonics() const {
-  Mnemonics mnemonics(view_->gobj());
-  const auto show = [&](std::string_view outlet) {
-    if (auto* titled = controlOf<Titled>(outlet)) titled->showMnemonic(mnemonics);
+// The controller has set the titles when the view is first shown.
+void Panel::showAccessKeys(const NibOwner& owner) const {
+  const auto show = [&](std::string_view outlet, std::string_view title) {
+    const Glib::ustring letter = owner.localizedString(std::string(title).append(kAccessKeySuffix));
+    auto* const control = controlOf<AccessKeyed>(outlet);
+    if (control != nullptr && letter.validate() && letter.size() == 1) control->setAccessKey(letter[0]);
   };
-  for (const auto* outlet : {"tandemTrimValid", "labelDirection", "labelPosition"}) show(outlet);
-  for (const auto& margin : kMarginOutlets) show(margin.label);
-  show("defaultButton");
+  show("tandemTrimValid", TTVCLabelNameValid);
+  show("labelDirection", TTVCLabelNameImageDirection);
+  show("labelPosition", TTVCLabelNamePosition);
+  for (std::size_t side = 0; side < kSides; ++side)
+    show(kMarginOutlets.at(side).label, marginsOf(kTitleKeys)[side]);
+  show("defaultButton", TTVCLabelNameRestoreDefault);
 }
 
 void Panel::setPaperSize(double width, double height) {

@@ -41,7 +41,7 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   void connectSteppers() const;
   void connectActions(NibOwner& owner) const;
   void connectPicture();
-  void showMnemonics() const;
+  void showAccessKeys(const NibOwner& owner) const;
   template <class Class>
   [[nodiscard]] Class* controlOf(std::string_view outlet) const {
     return dynamic_cast<Class*>(control(outlet));

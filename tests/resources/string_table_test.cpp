@@ -35,11 +35,21 @@ constexpr std::string_view kHelp = "PanelHelp";
 const Keys kOthers{kHelp, TTPanelNameKey, TTVCLabelNameValid, TTVCLabelNameRestoreDefault,
                    TTVCLabelNameRangeFormat};
 
+// The texts that controls of the panel bear.
+Keys ofControls() {
+  Keys keys(kTitleKeys.begin(), kTitleKeys.end());
+  keys.push_back(TTVCLabelNameRestoreDefault);
+  return keys;
+}
+
+std::string accessKeyOf(std::string_view key) { return std::string(key).append(kAccessKeySuffix); }
+
 // Every key that the program looks up.
 std::set<std::string> keysOfTheProgram() {
   std::set<std::string> keys;
   for (const auto* group : {&kPositions, &kDirections, &kStates, &kLabels, &kOthers})
     keys.insert(group->begin(), group->end());
+  for (const auto key : ofControls()) keys.insert(accessKeyOf(key));
   return keys;
 }
 
@@ -155,7 +165,7 @@ TEST(StringTables, KeepNothingInEnglishButTheFunctionsName) {
     if (language == "en") continue;
     for (const auto& [key, value] : tableOf(language)) {
       const auto original = english.find(key);
-      if (key == TTPanelNameKey || original == english.end()) continue;
+      if (key == TTPanelNameKey || key.ends_with(kAccessKeySuffix) || original == english.end()) continue;
       EXPECT_NE(value, original->second) << language << " " << key;
     }
   }

@@ -29,9 +29,13 @@ void TextLabel::setStringValue(std::string_view text) {
   widget().set_text(directed(widget(), std::string(text)));
 }
 
-void TextLabel::showMnemonic(Mnemonics& mnemonics) {
-  if (widget().get_mnemonic_widget() == nullptr) return;
-  widget().set_text_with_mnemonic(directed(widget(), mnemonics.mark(stringValue())));
+// A screen reader speaks the title without the letter that may follow it.
+void TextLabel::setAccessKey(char32_t letter) {
+  const auto title = stringValue();
+  widget().set_text_with_mnemonic(directed(widget(), marked(title, letter)));
+  addKeyOf(letter, GTK_WIDGET(widget().gobj()));
+  gtk_accessible_update_property(GTK_ACCESSIBLE(widget().gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                 title.c_str(), -1);
 }
 
 Button::Button(Gtk::Button& button) : TitledControlOf(button) {

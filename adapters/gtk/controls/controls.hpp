@@ -8,21 +8,21 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/label.h>
 
+#include "adapters/gtk/controls/access_key.hpp"
 #include "adapters/gtk/controls/control.hpp"
-#include "adapters/gtk/controls/mnemonics.hpp"
 #include "view/controls.hpp"
 
 namespace tandemtrim::platform::gtk {
 
-/// A label. It takes a mnemonic when it is the label of a control, and is read in the direction of the panel,
-/// whatever its first letter.
-class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public Titled {
+/// A label. Its access key takes the keyboard to the control that it is the label of. It is read in the
+/// direction of the panel, whatever its first letter.
+class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public AccessKeyed {
  public:
   using ControlOf::ControlOf;
 
   void setTextColor(Color color) override;
   void setStringValue(std::string_view text) override;
-  void showMnemonic(Mnemonics& mnemonics) override;
+  void setAccessKey(char32_t letter) override;
 };
 
 /// What a push button and a check box do when the user clicks them.
@@ -30,7 +30,7 @@ using Action = std::function<void(NibObject* sender)>;
 
 /// What a push button and a check box have in common: a title.
 template <class Class, class Widget>
-class TitledControlOf : public ControlOf<Class, Widget>, public Titled {
+class TitledControlOf : public ControlOf<Class, Widget>, public AccessKeyed {
  public:
   using ControlOf<Class, Widget>::ControlOf;
 
@@ -40,9 +40,10 @@ class TitledControlOf : public ControlOf<Class, Widget>, public Titled {
     this->widget().set_label(title_);
     speakTitle();
   }
-  void showMnemonic(Mnemonics& mnemonics) override {
+  void setAccessKey(char32_t letter) override {
     this->widget().set_use_underline();
-    this->widget().set_label(mnemonics.mark(title_));
+    this->widget().set_label(marked(title_, letter));
+    addKeyOf(letter, GTK_WIDGET(this->widget().gobj()));
     speakTitle();
   }
 

@@ -1,0 +1,57 @@
+"""The letters that take the keyboard to the panel's controls."""
+
+import unittest
+
+from dialog_case import DialogCase, until, meant
+from test_dialog import PAGES, SPOKEN
+
+# Each margin's key, from the top one on, by the names that X gives to keys.
+KEYS = {
+    "en": ("t", "b", "l", "r"),
+    "de": ("o", "u", "l", "r"),
+    "it": ("m", "f", "s", "d"),
+    "nl": ("b", "o", "l", "r"),
+    "ja": ("t", "b", "l", "r"),
+    "ar": ("Arabic_ain", "Arabic_feh", "Arabic_seen", "Arabic_noon"),
+}
+MARGINS = {language: spoken[3:] for language, spoken in SPOKEN.items()} | {
+    "en": ("Top Margin", "Bottom Margin", "Left Margin", "Right Margin"),
+    "it": ("Margine superiore", "Margine inferiore", "Margine sinistro", "Margine destro"),
+    "nl": ("Bovenmarge", "Ondermarge", "Linkermarge", "Rechtermarge"),
+}
+SWITCH = {"en": "Use Tandem Trim", "it": "Usa Tandem Trim", "nl": "Gebruik Tandem Trim"} | {
+    language: spoken[0] for language, spoken in SPOKEN.items()
+}
+
+
+class DialogKeysTest(DialogCase):
+    def test_a_margins_key_is_the_same_whatever_page_the_user_came_from(self):
+        for language, keys in KEYS.items():
+            dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
+            dialog.page(PAGES[language])
+            dialog.check(SWITCH[language])
+            others = [title for title in map(meant, dialog.tabs()) if title and title != PAGES[language]]
+            for came_from, text in ((others[0], "3"), (others[1], "4")):
+                dialog.page(came_from)
+                dialog.page(PAGES[language])
+                for key, margin in zip(keys, MARGINS[language], strict=True):
+                    with self.subTest(language, came_from=came_from, margin=margin):
+                        dialog.keys(f"alt+{key}")
+                        dialog.keys("ctrl+a", text)
+                        until(lambda: dialog.text(margin) == text, f"{text} in {margin}")  # noqa: B023
+            dialog.close()
+
+    def test_the_switchs_key_turns_it_and_cancels_key_cancels(self):
+        for language, (key, cancel) in {"de": ("t", "a"), "it": ("t", "n"), "nl": ("t", "a")}.items():
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
+                dialog.page(PAGES[language])
+                dialog.find_live("check box", SWITCH[language])
+                dialog.keys(f"alt+{key}")
+                until(lambda: dialog.is_checked(SWITCH[language]), "the switch on")  # noqa: B023
+                dialog.keys(f"alt+{cancel}")
+                self.assertEqual(dialog.ends()[0], 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
