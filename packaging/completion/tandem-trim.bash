@@ -1,14 +1,41 @@
 # Completion of tandem-trim for bash. The program itself gives the words.
 _tandem_trim() {
-  local line=${COMP_LINE:0:COMP_POINT} words
-  read -ra words <<<"$line"
-  [[ $line == *[[:blank:]] ]] && words+=('')
+  # Splits what stands before the cursor as bash does, but expands nothing. Of the last word bash replaces what stands
+  # behind an opened quote, else behind the last of its word breaks.
+  local line=${COMP_LINE:0:COMP_POINT} words=() word='' begun='' quote='' unquoted='' unbroken='' char i
+  for ((i = 0; i < ${#line}; ++i)); do
+    char=${line:i:1}
+    if [[ $char == "$quote" ]]; then
+      quote=''
+    elif [[ ! $quote && $char == [\'\"] ]]; then
+      quote=$char unquoted=$word begun=1
+    elif [[ $char == \\ && $quote != \' ]]; then
+      char=${line: ++i:1}
+      [[ $quote && $char != [\$\`\"\\] ]] && word+=\\
+      word+=$char begun=1
+    elif [[ ! $quote && $char == [[:blank:]] ]]; then
+      [[ $begun ]] && words+=("$word")
+      word='' begun='' unbroken=''
+    else
+      word+=$char begun=1
+      [[ ! $quote && $COMP_WORDBREAKS == *"$char"* ]] && unbroken=$word
+    fi
+  done
+  words+=("$word")
   mapfile -t COMPREPLY < <("$1" --complete "${words[@]:1}" 2>/dev/null)
   [[ ${COMPREPLY[0]} == *= ]] && compopt -o nospace
-  # Bash completes what follows the last of these in a word.
-  local current=${words[-1]} breaks=${COMP_WORDBREAKS//[^=:]/} prefix='' i
-  [[ $breaks ]] && prefix=${current%"${current##*["$breaks"]}"}
+
   # A server may name a printer as it likes, but no part of a name is a command.
-  for i in "${!COMPREPLY[@]}"; do printf -v "COMPREPLY[i]" %q "${COMPREPLY[i]#"$prefix"}"; done
+  local stem=$unbroken reply special
+  [[ $quote ]] && stem=$unquoted
+  for i in "${!COMPREPLY[@]}"; do
+    reply=${COMPREPLY[i]#"$stem"}
+    case $quote in
+      \') reply=${reply//\'/"'\\''"} ;;
+      \") for special in \\ \$ \` \"; do reply=${reply//"$special"/"\\$special"}; done ;;
+      *) printf -v reply %q "$reply" ;;
+    esac
+    COMPREPLY[i]=$reply$quote
+  done
 }
 complete -o bashdefault -o default -F _tandem_trim tandem-trim

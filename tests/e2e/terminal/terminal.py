@@ -16,7 +16,7 @@ class Terminal:
     def __init__(self, command, environment):
         self._user, seen_by_program = os.openpty()
         os.set_blocking(self._user, False)
-        self._shown = ""
+        self._shown = b""
         pipes = dict.fromkeys(("stdin", "stdout", "stderr"), seen_by_program)
         self._program = subprocess.Popen(["setsid", "--ctty", *command], env=environment, start_new_session=False, **pipes)
         os.close(seen_by_program)
@@ -34,10 +34,10 @@ class Terminal:
         """All that stands on the screen."""
         try:
             while piece := os.read(self._user, 4096):
-                self._shown += piece.decode()
+                self._shown += piece
         except OSError:
             pass  # there is no more for now, or the program has ended
-        return self._shown.replace("\r\n", "\n")
+        return self._shown.decode(errors="replace").replace("\r\n", "\n")
 
     def wait_for(self, words, times=1):
         patience.until(lambda: self.shown().count(words) >= times, f"{words!r} at the terminal")

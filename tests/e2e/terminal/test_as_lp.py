@@ -11,7 +11,7 @@ import unittest
 import ipp
 from fake_server import FakeServer
 from patience import PATIENCE
-from relay import Relay
+from relay import Overhearing
 from terminal_case import DEFAULTS, PPD, PROGRAM, PROJECT, REQUEST, SAMPLE, TerminalCase
 
 LP = "/usr/bin/lp"
@@ -65,17 +65,6 @@ COMBINATIONS = 56
 # By find and xargs, whose rules of quoting leave these names alone.
 NAMES = ["a.pdf", "[b,c].pdf", "größe=%%{}.pdf"]
 PIPELINE = """find . -name '*.pdf' | sort | xargs -n1 "$@" """
-
-
-class Overhearing(Relay):
-    """Lets all through and keeps the client's bytes."""
-
-    def __init__(self, server):
-        super().__init__(server, float("inf"), None)
-        self.heard = b""
-
-    def _on_request(self, piece):
-        self.heard += piece
 
 
 class AsLpTest(TerminalCase):

@@ -1,12 +1,17 @@
 """Bash, zsh and fish complete the program's options, printers, settings and their choices, from where they are installed."""
 
+import itertools
 import os
 import shlex
 import subprocess
 import unittest
 
+import fake_server
+import ipp
+from fake_server import FakeServer
+from relay import Overhearing, Slow
 from terminal import Terminal
-from terminal_case import BUILD, FOLDLINE_PPD, PPD, SAMPLE, TerminalCase
+from terminal_case import BUILD, FOLDLINE_PPD, PPD, PROGRAM, SAMPLE, TerminalCase
 
 ODD = "Odd;touch${IFS}made"  # names a printer, and bash would run a part of it
 SETTINGS = {"Valid=", "Direction=", "Position=", "Top=", "Bottom=", "Left=", "Right="}
@@ -15,11 +20,33 @@ COMPLETED = {
     "-d Mor": "-d Morva ",
     "--set Val": "--set Valid=",
     "--set Valid=Of": "--set Valid=Off ",
+    "-dMor": "-dMorva ",
+    "--set=Val": "--set=Valid=",
+    "--set=Valid=Of": "--set=Valid=Off ",
     "-d Morva --set Position=Cen": "-d Morva --set Position=Center ",
     "--reset-d": "--reset-defaults ",
     "-d Morva sam": "-d Morva sample.pdf ",
+    "-d Morva -- --sum": "-d Morva -- --sum",  # the beginning of a file's name
     "-d Fold --set Fold=Z": "-d Fold --set Fold=Z",  # another family, without a folding by this name
 }
+# No two begin with the same two letters.
+ODD_NAMES = [
+    "My Printer", "It's", 'Say"so"', "Cash$HOME", "Back\\slash", "Größe", "Tick`id`", "Semi;touch made", "Paren(x)", "Glob*", "Eq=a:b", "Quest~?", "Hash#1",
+]  # fmt: skip
+# What is typed of them besides their first two letters, with and without an opened quote.
+TYPED = [('"My Pri', 0), ("'My Pri", 0), ("My\\ Pri", 0), ("'Cash$HO", 3), ('"Cash\\$HO', 3), ("Back\\\\sl", 4), ("Grö", 5), ("Eq=a", 10)]
+TYPED += [(quote + name[:2], number) for number, name in enumerate(ODD_NAMES) for quote in ("", '"', "'")]
+# In the place of the program, gives its words and shows the arguments that the shell makes of the command line.
+STAND_IN = f"""#!/bin/sh
+[ "$1" = --complete ] && exec {PROGRAM} "$@"
+printf '<%s>' "$@"; echo '<end>'
+"""
+
+
+def named(names):
+    """A server's answer that it has printers of these names."""
+    printers = [ipp.group(ipp.PRINTER_GROUP, [(ipp.NAME, "printer-name", name)]) for name in names]
+    return fake_server.answer(ipp.beginning(0) + b"".join(printers) + bytes([ipp.END]))
 
 
 class CompletionTest(TerminalCase):
@@ -75,13 +102,41 @@ class CompletionTest(TerminalCase):
                 self.assertEqual(self.words(*words), [])
         self.assertEqual(self.words("-d", "", CUPS_SERVER="127.0.0.1:1"), [])
 
-    def test_a_silent_server_holds_nobody_up_at_the_key(self):
-        self.cups.freeze()
-        try:
-            took = self.seconds(lambda: self.assertEqual(self.words("-d", ""), []))
-        finally:
-            self.cups.thaw()
-        self.assertLess(took, 10)
+    def test_a_value_may_stand_behind_its_option_in_one_word(self):
+        self.assertEqual(self.words("-dMor"), ["-dMorva"])
+        self.assertEqual(self.words("-csdMor"), ["-csdMorva"])
+        self.assertEqual(self.words("-dMorva", "--set=Position="), [f"--set=Position={choice}" for choice in ("Left", "Center", "Right")])
+        self.assertEqual(set(self.words(f"--ppd={PPD}", "--set=")), {f"--set={name}" for name in SETTINGS})
+
+    def test_behind_two_dashes_there_are_only_files(self):
+        for words in (["--", "--su"], ["--", "-d", "Mor"], ["-d", "Morva", "--", "-"]):
+            with self.subTest(words):
+                self.assertEqual(self.words(*words), [])
+        self.assertEqual(self.words("-t", "--", "--su"), ["--summary"])
+
+    def test_the_server_is_asked_as_for_a_job(self):
+        server = "{}:{}".format(*self.cups.address)
+        for words in (["-h", server], [f"-h{server}"]):
+            self.assertEqual(self.words(*words, "-d", "M", CUPS_SERVER="127.0.0.1:1"), ["Morva"])
+        self.trim("-E", "--list")  # The server makes its key.
+        for options, is_plain in (([], True), (["-E"], False)):
+            with self.subTest(options), Overhearing(self.cups.address) as relay:
+                self.assertEqual(set(self.words(*options, "-U", "amy", "-d", "Morva", "--set", "", CUPS_SERVER=relay.address)), SETTINGS)
+                self.assertEqual((b"printer-uri" in relay.heard, b"amy" in relay.heard), (is_plain, is_plain))
+
+    def test_a_server_holds_nobody_up_at_the_key(self):
+        around = {"TANDEM_TRIM_TIMEOUT": "60"}
+        for words in (["-d", ""], ["-d", "Morva", "--set", ""]):
+            with self.subTest(words):
+                self.cups.freeze()
+                try:
+                    took = self.seconds(lambda words=words: self.assertEqual(self.words(*words, **around), []))
+                finally:
+                    self.cups.thaw()
+                self.assertLess(took, 3)
+                with Slow(self.cups.address, 100) as relay:
+                    took = self.seconds(lambda words=words: self.assertEqual(self.words(*words, CUPS_SERVER=relay.address, **around), []))
+                self.assertLess(took, 3)
 
     # The shells.
 
@@ -96,18 +151,47 @@ class CompletionTest(TerminalCase):
                 terminal.wait_for("<end>")
                 self.assertIn(f"<tandem-trim {expected}<end>", terminal.shown())
 
-    def test_bash_completes(self):
-        start = """. /usr/share/bash-completion/bash_completion
-            bind -x '"\\C-o": printf "<%s<end>" "$READLINE_LINE"'"""
-        quoted = [("-d Od", "-d Odd\\;touch\\$\\{IFS\\}made ")]
-        self.completes(["bash", "--norc"], start, quoted)
-        self.completes(["bash", "--norc"], "COMP_WORDBREAKS=' '; " + start)
+    def completes_odd_names(self, shell, start):
+        """In this shell Tab completes each name to what the shell then hands over as that name."""
+        program = self.work.parent / "stand-in/tandem-trim"
+        program.parent.mkdir()
+        program.write_text(STAND_IN)
+        program.chmod(0o755)
+        script = self.work.parent / "start"
+        script.write_text(f"{start}\ncd {shlex.quote(str(self.work))}\n")
+        with FakeServer(odd={ipp.GET_PRINTERS: lambda: [named(ODD_NAMES)]}) as server:
+            around = self.around() | {"CUPS_SERVER": server.address, "PATH": f"{program.parent}:{os.defpath}"}
+            with Terminal(shell, around) as terminal:
+                terminal.type(f". {shlex.quote(str(script))}; echo rea''dy\n".encode())
+                terminal.wait_for("ready")
+                for times, (option, (typed, number)) in enumerate(itertools.product(("-d ", "-d"), TYPED), 1):
+                    with self.subTest(option + typed):
+                        terminal.type(f"tandem-trim {option}{typed}\t\n".encode())
+                        terminal.wait_for("<end>", times)
+                        handed_over = option.replace(" ", "><") + ODD_NAMES[number]
+                        self.assertTrue(terminal.shown().rpartition("<end>")[0].endswith(f"<{handed_over}>"), terminal.shown()[-300:])
+        self.assertFalse((self.work / "made").exists())
 
-    def test_zsh_completes(self):
-        start = f"""fpath=({self.prefix}/share/zsh/site-functions $fpath)
+    bash = """. /usr/share/bash-completion/bash_completion
+        bind -x '"\\C-o": printf "<%s<end>" "$READLINE_LINE"'"""
+
+    def zsh(self):
+        return f"""fpath=({self.prefix}/share/zsh/site-functions $fpath)
             autoload -U compinit; compinit -D -u
             show() {{ print -rn -- "<$BUFFER<end>" }}; zle -N show; bindkey "^O" show"""
-        self.completes(["zsh", "-f", "-V"], start)
+
+    def test_bash_completes(self):
+        self.completes(["bash", "--norc"], self.bash, [("-d Od", "-d Odd\\;touch\\$\\{IFS\\}made ")])
+        self.completes(["bash", "--norc"], "COMP_WORDBREAKS=' '; " + self.bash)
+
+    def test_bash_completes_odd_names(self):
+        self.completes_odd_names(["bash", "--norc"], self.bash)
+
+    def test_zsh_completes(self):
+        self.completes(["zsh", "-f", "-V"], self.zsh())
+
+    def test_zsh_completes_odd_names(self):
+        self.completes_odd_names(["zsh", "-f", "-V"], self.zsh())
 
     def test_fish_completes(self):
         for typed, expected in COMPLETED.items():
@@ -116,6 +200,9 @@ class CompletionTest(TerminalCase):
                 found = subprocess.run(command, env=self.around(), cwd=self.work, capture_output=True, text=True, check=True).stdout.split()
                 last = expected.strip().rpartition(" ")[2]
                 self.assertEqual(found, [] if typed == expected else [last])
+
+    def test_fish_completes_odd_names(self):
+        self.completes_odd_names(["fish"], "")
 
 
 if __name__ == "__main__":

@@ -88,6 +88,17 @@ class Relay:
             pass  # the connection is gone
 
 
+class Overhearing(Relay):
+    """Lets all through and keeps the client's bytes."""
+
+    def __init__(self, server):
+        super().__init__(server, float("inf"), None)
+        self.heard = b""
+
+    def _on_request(self, piece):
+        self.heard += piece
+
+
 class Altered(Relay):
     """Replaces bytes of the server's answers by others, as many."""
 
