@@ -4,9 +4,11 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <string_view>
 
 #include <dlfcn.h>
 
+#include "host/build_mark.hpp"
 #include "host/cli/arguments/uses.hpp"
 #include "host/failure.hpp"
 #include "host/job/documents.hpp"
@@ -37,11 +39,17 @@ ShowDialog loadModule() {
       reason = *fault;
       continue;
     }
-    if (void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-      if (void* const function = dlsym(handle, kDialogFunction))
-        return reinterpret_cast<ShowDialog>(function);
+    void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (handle == nullptr) {
+      reason = dlerror();
+      continue;
     }
-    reason = dlerror();
+    const auto markOf = reinterpret_cast<MarkOfModule>(dlsym(handle, kMarkFunction));
+    const auto show = reinterpret_cast<ShowDialog>(dlsym(handle, kDialogFunction));
+    const bool isOfThisBuild = markOf != nullptr && std::string_view(markOf()) == kBuildMark;
+    if (isOfThisBuild && show != nullptr) return show;
+    reason = path.lexically_normal().string() +
+             " is of another build than this program, and has to be installed with it";
   }
   if (reason.empty()) {
     throw NoDialog("the print dialog is not installed (package tandem-trim-gtk)",

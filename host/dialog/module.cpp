@@ -11,6 +11,7 @@
 #include <gtkmm/messagedialog.h>
 #include <unistd.h>
 
+#include "host/build_mark.hpp"
 #include "host/dialog/asking/background.hpp"
 #include "host/dialog/dialog.hpp"
 #include "host/dialog/texts/texts.hpp"
@@ -40,6 +41,10 @@ std::optional<SentJob> jobOfDialog(const CommandLine& line, const Report& report
 }
 
 }  // namespace
+
+extern "C" __attribute__((visibility("default"))) const char* tandemTrimBuildMark() noexcept {
+  return kBuildMark;
+}
 
 extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(const CommandLine& line,
                                                                             const Report& report,

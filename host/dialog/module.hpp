@@ -13,9 +13,11 @@ struct DialogResult {
   bool noScreen = false;
 };
 
-/// The one function that the dialog's module exports, as kDialogFunction with C linkage: shows the dialog for
-/// the files of the command line until it is closed.
+/// What the dialog's module exports with C linkage. kDialogFunction shows the dialog for the files of the
+/// command line until it is closed; it may only be called where kMarkFunction gives the caller's kBuildMark.
 using ShowDialog = void (*)(const CommandLine& line, const Report& report, DialogResult& result) noexcept;
 inline constexpr const char* kDialogFunction = "tandemTrimShowDialog";
+using MarkOfModule = const char* (*)() noexcept;
+inline constexpr const char* kMarkFunction = "tandemTrimBuildMark";
 
 }  // namespace tandemtrim::host

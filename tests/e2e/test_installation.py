@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import re
 import subprocess
 import unittest
 
@@ -52,6 +53,17 @@ class InstallationTest(TerminalCase):
         program = self.installed("--component", "terminal") / "bin/tandem-trim"
         missing = ["the print dialog is not installed", "tandem-trim-gtk", "nothing was sent", "--no-dialog"]
         self.refuses("-d", "Morva", "--dialog", SAMPLE, program=program, words=missing)
+
+    def test_a_dialog_of_another_build_is_refused(self):
+        prefix = self.installed()
+        (module,) = prefix.glob("lib/**/tandem-trim-dialog")
+        content, marks = re.subn(rb"(?<![0-9a-f])[0-9a-f]{64}(?=\0)", lambda mark: mark[0][::-1], module.read_bytes())
+        self.assertEqual(marks, 1)
+        without = (BUILD / "tests/host/tandemtrim_fake_plugin").read_bytes()
+        for other in (content, without):
+            module.write_bytes(other)
+            words = ["the print dialog cannot be shown", f"{module} is of another build", "nothing was sent", "--no-dialog"]
+            self.refuses("-d", "Morva", "--dialog", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
 
     def test_without_the_dialog_a_screen_makes_no_difference_but_for_a_note(self):
         program = self.installed("--component", "terminal") / "bin/tandem-trim"
