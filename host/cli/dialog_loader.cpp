@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
+#include <utility>
 
 #include <dlfcn.h>
 
@@ -71,13 +72,13 @@ bool wantsDialog(const CommandLine& line) {
          (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY"));
 }
 
-std::optional<SentJob> showDialog(const CommandLine& line, const Report& report) {
+Printed showDialog(const CommandLine& line, const Report& report) {
   DialogResult result;
   loadModule()(line, report, result);
   if (result.noScreen)
     throw NoDialog("there is no screen to show the print dialog on", "; go on without one by --no-dialog");
   if (result.failure) throw Failure(*result.failure);
-  return result.job;
+  return std::move(result.printed);
 }
 
 }  // namespace tandemtrim::host

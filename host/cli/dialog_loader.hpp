@@ -12,6 +12,6 @@ bool wantsDialog(const CommandLine& line);
 
 /// Loads the dialog's module, which alone is linked with the toolkit, and shows the dialog; the job that was
 /// sent, or none when the user cancelled. Failure when the dialog cannot be shown.
-std::optional<SentJob> showDialog(const CommandLine& line, const Report& report);
+Printed showDialog(const CommandLine& line, const Report& report);
 
 }  // namespace tandemtrim::host

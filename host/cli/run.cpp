@@ -118,9 +118,15 @@ void reset(const CommandLine& line, const Report& report) {
                       : "your defaults for " + printer.name + " are taken away: " + countText(gone));
 }
 
+void showSaved(const CommandLine& line, std::ostream& out, const SavedFile& saved) {
+  if (!line.silent) out << "saved as " << plainText(saved.name) << " (" << saved.bytes << " bytes)\n";
+}
+
 void runDialog(const CommandLine& line, std::ostream& out, const Report& report) {
-  const auto job = showDialog(line, report);
-  if (!job) return report("cancelled");
+  const auto printed = showDialog(line, report);
+  if (const auto* const saved = std::get_if<SavedFile>(&printed)) return showSaved(line, out, *saved);
+  const auto* const job = std::get_if<SentJob>(&printed);
+  if (job == nullptr) return report("cancelled");
   showRequest(line, out, *job);
   if (job->failure) throw Failure(*job->failure);
   showConfirmation(line, out, *job);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/dialog/dialog_window.hpp"
+#include "host/dialog/file/file_target.hpp"
 #include "host/dialog/gtk/own_tabs.hpp"
 #include "host/dialog/gtk/printer_selection.hpp"
 #include "host/dialog/panel/panel_tabs.hpp"
@@ -35,12 +36,15 @@ class ChosenPrinter : public sigc::trackable {
   void start();
   /// Changes over to the printer that is selected now.
   void follow();
-  /// Whether a printer is selected, not a file to print to.
-  [[nodiscard]] bool isPrinter() const { return selection_.isPrinter(); }
+  [[nodiscard]] const PrinterSelection& selection() const { return selection_; }
   /// The printer's panel, which may be closed.
   [[nodiscard]] PanelTabs& panel() { return panel_; }
   /// The job with the settings that the tabs show. Failure when they are incomplete.
   [[nodiscard]] PrintRequest makeRequest();
+  /// The file that the user chose to print to. Failure when the tabs ask for less than the whole document.
+  [[nodiscard]] FileTarget fileTarget(const std::vector<FileFormat>& offered) {
+    return fileTargetOf(*tabs_.settings().settings, offered);
+  }
 
  private:
   // What jobs for the printer are addressed to: the instance that the dialog started with, where it is one of

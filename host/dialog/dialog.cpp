@@ -21,6 +21,7 @@ constexpr int kSendAsItIs = 2;
 Dialog::Dialog(const CommandLine& line, const Report& report)
     : sender_(openDocuments(line.files), report,
               [this](const std::string& progress) { window_.showProgress(progress); }),
+      window_(sender_.fileFormats()),
       questions_(window_.dialog()),
       login_(window_.dialog()),
       printer_(
@@ -32,17 +33,17 @@ Dialog::Dialog(const CommandLine& line, const Report& report)
 // Else GTK's notebook passes the focus to a page of a destroyed window.
 Dialog::~Dialog() { window_.dialog().unset_focus(); }
 
-std::optional<SentJob> Dialog::run() {
+Printed Dialog::run() {
   std::vector<guint> sources;
   if (!isIgnored(SIGINT)) sources.push_back(g_unix_signal_add(SIGINT, onSignal<SIGINT>, this));
   if (!isIgnored(SIGTERM)) sources.push_back(g_unix_signal_add(SIGTERM, onSignal<SIGTERM>, this));
   printer_.start();
   window_.run();
   for (const auto source : sources) g_source_remove(source);
-  if (sent_) return sent_;
+  if (printed_.index() != 0) return printed_;
   if (signal_ != 0) throw interruptedBy(signal_, failure_);
   if (failure_ && failure_->trouble() != Trouble::cancelled) throw Failure(*failure_);
-  return std::nullopt;
+  return {};
 }
 
 template <int kSignal>
@@ -70,9 +71,12 @@ void Dialog::onResponse(int response) {
 
 void Dialog::print(bool withProblems) {
   if (!liveIn(window_.state()).content) return;
-  if (!printer_.isPrinter()) return questions_.showWarning(localized(kChoosePrinterText));
+  const auto& selection = printer_.selection();
+  if (!selection.isPrinter() && !selection.isFile())
+    return questions_.showWarning(localized(kChoosePrinterText));
   window_.enter(withPrint(window_.state()));
   if (liveIn(window_.state()).printWaits) return;
+  if (selection.isFile()) return save();
   const auto illegal = printer_.panel().prepareToPrint();
   if (!illegal) return;
   const auto conflicts = printer_.panel().conflicts();
@@ -112,10 +116,34 @@ void Dialog::send() {
   sender_.send(request, [this](const auto& outcome) { onSent(outcome); });
 }
 
+// The panel's settings are the printer's, which a file has none of.
+void Dialog::save() {
+  try {
+    const auto target = printer_.fileTarget(sender_.fileFormats());
+    window_.enter(DialogState::sending);
+    window_.showProgress(localized(kSavingText));
+    sender_.save(target, [this](const auto& outcome) { onSaved(outcome); });
+  } catch (const Failure& failure) {
+    questions_.showWarning(failureText(failure));
+  }
+}
+
+void Dialog::onSaved(const Outcome<SavedFile>& outcome) {
+  const bool isCancelled = window_.state() == DialogState::cancelling;
+  window_.enter(DialogState::ready);
+  if (outcome.result) printed_ = *outcome.result;
+  if (isCancelled || outcome.result) {
+    failure_ = outcome.failure;
+    return window_.close();
+  }
+  questions_.showWarning(failureText(*outcome.failure));
+  printer_.follow();
+}
+
 void Dialog::onSent(const Outcome<SendResult>& outcome) {
   const bool isCancelled = window_.state() == DialogState::cancelling;
   window_.enter(DialogState::ready);
-  if (outcome.result) sent_ = outcome.result->job;
+  if (outcome.result) printed_ = outcome.result->job;
   if (isCancelled) {
     failure_ = outcome.failure;
     // The login was given up along with the job, which then does not exist.

@@ -8,6 +8,7 @@
 #include "host/dialog/asking/questions.hpp"
 #include "host/dialog/chosen_printer.hpp"
 #include "host/dialog/dialog_window.hpp"
+#include "host/dialog/module.hpp"
 #include "host/dialog/sender.hpp"
 #include "host/job/command_line.hpp"
 #include "host/report.hpp"
@@ -24,9 +25,9 @@ class Dialog : public sigc::trackable {
   Dialog& operator=(const Dialog&) = delete;
   ~Dialog();
 
-  /// Shows the dialog until the user prints or cancels. The job that was sent, or none. Failure when a
+  /// Shows the dialog until the user prints or cancels. Failure when a
   /// cancelled job may still be printed, and when a signal ends the dialog.
-  std::optional<SentJob> run();
+  Printed run();
 
  private:
   template <int kSignal>
@@ -36,6 +37,8 @@ class Dialog : public sigc::trackable {
   void print(bool withProblems);
   void askAboutProblems(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
   void send();
+  void save();
+  void onSaved(const Outcome<SavedFile>& outcome);
   void onSent(const Outcome<SendResult>& outcome);
 
   Sender sender_;
@@ -43,7 +46,7 @@ class Dialog : public sigc::trackable {
   Questions questions_;
   LoginWindow login_;
   ChosenPrinter printer_;
-  std::optional<SentJob> sent_;
+  Printed printed_;
   // Of a job that was cancelled.
   std::optional<Failure> failure_;
   // The one that ends the dialog; 0 while there is none.

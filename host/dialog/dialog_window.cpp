@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include <glibmm/regex.h>
 #include <gtk/gtkunixprint.h>
+#include <gtkmm/settings.h>
 
 #include "host/dialog/texts/texts.hpp"
 
@@ -12,16 +14,44 @@ namespace {
 constexpr int kLineMargin = 18;
 constexpr int kNoticeSpacing = 12;
 
+// GTK finds printers, and the file to print to, by backends that it loads with its dialog.
+void leaveFilesOut() {
+  const auto settings = Gtk::Settings::get_default();
+  gchar* known = nullptr;
+  g_object_get(settings->gobj(), "gtk-print-backends", &known, nullptr);
+  std::string backends;
+  for (const auto& backend : Glib::Regex::split_simple(",", known)) {
+    if (backend != "file") backends += (backends.empty() ? "" : ",") + backend;
+  }
+  g_free(known);
+  g_object_set(settings->gobj(), "gtk-print-backends", backends.c_str(), nullptr);
+}
+
+Glib::ustring titleOnceBackendsAreSet(const std::vector<FileFormat>& fileFormats) {
+  if (fileFormats.empty()) leaveFilesOut();
+  return g_dgettext("gtk40", "Print");
+}
+
+// GTK offers only the formats that the program says it can make.
+Gtk::PrintCapabilities capabilitiesFor(const std::vector<FileFormat>& fileFormats) {
+  auto capabilities = Gtk::PrintCapabilities::PAGE_SET;
+  for (const auto format : fileFormats) {
+    capabilities |= format == FileFormat::pdf ? Gtk::PrintCapabilities::GENERATE_PDF
+                                              : Gtk::PrintCapabilities::GENERATE_PS;
+  }
+  return capabilities;
+}
+
 }  // namespace
 
-DialogWindow::DialogWindow()
-    : dialog_(g_dgettext("gtk40", "Print")),
+DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats)
+    : dialog_(titleOnceBackendsAreSet(fileFormats)),
       notice_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kNoticeSpacing)),
       noticeText_(*Gtk::make_managed<Gtk::Label>()),
       progress_(*Gtk::make_managed<Gtk::Label>()) {
   // Escape and the window's own button close it; its tabs are still in use then.
   dialog_.set_hide_on_close();
-  dialog_.set_manual_capabilities(Gtk::PrintCapabilities::PAGE_SET);
+  dialog_.set_manual_capabilities(capabilitiesFor(fileFormats));
   dialog_.set_embed_page_setup();
   auto& again = *Gtk::make_managed<Gtk::Button>(localized(kTryAgainText), true);
   again.set_valign(Gtk::Align::CENTER);

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include <glibmm/main.h>
 #include <gtkmm/box.h>
@@ -10,6 +11,7 @@
 #include <gtkmm/printunixdialog.h>
 
 #include "host/dialog/dialog_state.hpp"
+#include "host/dialog/file/file_format.hpp"
 
 namespace tandemtrim::host {
 
@@ -17,7 +19,8 @@ namespace tandemtrim::host {
 /// job is sent.
 class DialogWindow : public sigc::trackable {
  public:
-  DialogWindow();
+  /// Offers to print to a file in these formats, or not at all.
+  explicit DialogWindow(const std::vector<FileFormat>& fileFormats);
   DialogWindow(const DialogWindow&) = delete;
   DialogWindow& operator=(const DialogWindow&) = delete;
   ~DialogWindow();

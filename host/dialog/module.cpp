@@ -31,7 +31,7 @@ void showFailure(const Failure& failure) {
   loop->run();
 }
 
-std::optional<SentJob> jobOfDialog(const CommandLine& line, const Report& report) {
+Printed printedByDialog(const CommandLine& line, const Report& report) {
   try {
     return Dialog(line, report).run();
   } catch (const Failure& failure) {
@@ -74,7 +74,7 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
         report(failure.what());
       }
     });
-    result.job = jobOfDialog(line, report);
+    result.printed = printedByDialog(line, report);
   } catch (const Failure& failure) {
     result.failure = failure;
   } catch (const std::exception& failure) {

@@ -1,14 +1,20 @@
 #pragma once
 
+#include <variant>
+
 #include "host/cups/sent_job.hpp"
+#include "host/dialog/file/saved_file.hpp"
 #include "host/job/command_line.hpp"
 #include "host/report.hpp"
 
 namespace tandemtrim::host {
 
-/// The result of a dialog: the job that was sent, or none, or why it failed.
+/// What the user did in a dialog: nothing, or sent this job, or saved this file.
+using Printed = std::variant<std::monostate, SentJob, SavedFile>;
+
+/// The result of a dialog, or why it failed.
 struct DialogResult {
-  std::optional<SentJob> job;
+  Printed printed;
   std::optional<Failure> failure;
   bool noScreen = false;
 };

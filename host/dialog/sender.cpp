@@ -13,6 +13,7 @@ Sender::Sender(std::vector<Document> documents, Report report,
     : documents_(std::make_shared<std::vector<Document>>(std::move(documents))),
       report_(std::move(report)),
       showProgress_(std::move(showProgress)) {
+  if (documents_->size() == 1) fileFormats_ = formatsFor(formatOf(documents_->front().beginning()));
   for (auto& document : *documents_) document.keep();
 }
 
@@ -43,8 +44,27 @@ void Sender::send(const PrintRequest& request, Done done) {
       });
 }
 
+void Sender::save(const FileTarget& target, std::function<void(const Outcome<SavedFile>&)> done) {
+  cancelled_ = std::make_shared<std::atomic<const char*>>(nullptr);
+  inBackground<SavedFile>(
+      alive_,
+      [target, documents = documents_, cancelled = cancelled_] {
+        return saveToFile(documents->front(), target, [&] {
+          if (const char* const reason = *cancelled) throw Failure(Trouble::cancelled, reason);
+        });
+      },
+      [this, done = std::move(done)](const auto& outcome) {
+        reportFailure(outcome.failure);
+        done(outcome);
+      });
+}
+
+void Sender::reportFailure(const std::optional<Failure>& failure) const {
+  if (failure && *cancelled_ == nullptr) report_(failure->what());
+}
+
 void Sender::finish(const PrintRequest& request, Outcome<SendResult>& outcome) const {
-  if (outcome.failure && *cancelled_ == nullptr) report_(outcome.failure->what());
+  reportFailure(outcome.failure);
   if (!outcome.result) return;
   if (const auto forgotten = remember({request.server, request.printer}, request.remembered, report_))
     outcome.result->problems.push_back(*forgotten);

@@ -7,13 +7,15 @@
 #include <vector>
 
 #include "host/dialog/asking/background.hpp"
+#include "host/dialog/file/saved_file.hpp"
 #include "host/dialog/print_request.hpp"
 #include "host/job/documents.hpp"
 #include "host/report.hpp"
 
 namespace tandemtrim::host {
 
-/// Sends documents in the background, one job at a time, and remembers the settings of a job that was sent.
+/// Sends documents in the background, one job at a time, and remembers the settings of a job that was sent;
+/// or saves one to a file.
 class Sender {
  public:
   using Done = std::function<void(const Outcome<SendResult>&)>;
@@ -24,16 +26,22 @@ class Sender {
 
   /// `done` gets the result or the failure. Failures are reported, too, unless the job was cancelled.
   void send(const PrintRequest& request, Done done);
+  /// The formats in which the document can be saved; none for several documents, since a file holds one.
+  [[nodiscard]] const std::vector<FileFormat>& fileFormats() const { return fileFormats_; }
+  /// The same for saving the document.
+  void save(const FileTarget& target, std::function<void(const Outcome<SavedFile>&)> done);
   /// Cancels the job that is being sent, for this reason; `done` is called when the server has answered, even
   /// so.
   void cancel(const char* reason) { *cancelled_ = reason; }
 
  private:
+  void reportFailure(const std::optional<Failure>& failure) const;
   [[nodiscard]] Progress makeProgress() const;
   void finish(const PrintRequest& request, Outcome<SendResult>& outcome) const;
 
   // Shared with the work in the background, which may outlive the dialog.
   std::shared_ptr<std::vector<Document>> documents_;
+  std::vector<FileFormat> fileFormats_;
   Report report_;
   std::function<void(const std::string&)> showProgress_;
   // Why the job is cancelled; null while it is not.

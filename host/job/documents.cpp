@@ -12,6 +12,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::size_t kPiece = 65536;
+constexpr std::size_t kBeginning = 8;
 
 }  // namespace
 
@@ -34,6 +35,7 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
   if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
     size_ = static_cast<std::uint64_t>(std::max<off_t>(status.st_size - start_, 0));
   fill();
+  beginning_.assign(buffer_.data(), std::min(filled_, kBeginning));
   if (filled_ == 0)
     throw Failure(Trouble::document, place_ + " is empty",
                   "; nothing was sent. Give a document with something in it");

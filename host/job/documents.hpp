@@ -28,6 +28,9 @@ class Document {
   /// In bytes; none when it is not known before the end.
   [[nodiscard]] std::optional<std::uint64_t> size() const noexcept { return size_; }
 
+  /// The first few bytes.
+  [[nodiscard]] const std::string& beginning() const noexcept { return beginning_; }
+
   /// Copies what comes through a pipe to a file without a name, so that it can be read more than once.
   /// Failure when there is no room for it.
   void keep();
@@ -48,6 +51,7 @@ class Document {
   std::string place_;
   std::string name_;
   std::optional<std::uint64_t> size_;
+  std::string beginning_;
   std::unique_ptr<std::FILE, Closed> opened_;
   std::FILE* file_ = nullptr;
   // Where the document begins in its file; -1 in a pipe.

@@ -84,6 +84,8 @@ bool PrinterSelection::isPrinter() const {
   return printer() != nullptr && gtk_printer_is_virtual(printer()) == FALSE;
 }
 
+bool PrinterSelection::isFile() const { return printer() != nullptr && !isPrinter(); }
+
 // Shows the settings but for those that the user has changed since they were shown last.
 void PrinterSelection::show(const Glib::RefPtr<Gtk::PrintSettings>& settings) {
   const auto now = dialog_.get_settings();

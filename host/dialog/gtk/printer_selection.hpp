@@ -25,6 +25,8 @@ class PrinterSelection {
   [[nodiscard]] std::string name() const;
   /// Whether a printer is selected, not a file to print to.
   [[nodiscard]] bool isPrinter() const;
+  /// Whether a file to print to is selected.
+  [[nodiscard]] bool isFile() const;
 
   /// Selects the printer, shows these settings in the tabs, then calls `done`. A printer that the user
   /// selects meanwhile stays selected, and so do the pages that the user chooses; if the printer does not

@@ -36,8 +36,18 @@ inline constexpr const char* kReadingText = "The printer's details are being rea
 /// The title of the panel's page until the panel gives its own.
 inline constexpr const char* kPageTitleText = "Printer Settings";
 inline constexpr const char* kUnavailableText = "The printer's own settings are not available.";
-inline constexpr const char* kChoosePrinterText =
-    "Choose a printer: the document is sent as it is, so it cannot be printed to a file.";
+inline constexpr const char* kChoosePrinterText = "Choose a printer.";
+inline constexpr const char* kSavingText = "Saving…";
+inline constexpr const char* kWholeFileText =
+    "A file gets the whole document as it is. Choose all pages and one page per side, or choose a printer.";
+inline constexpr const char* kNoFileText =
+    "[file] is a folder or a device, which is not replaced. Choose another name.";
+inline constexpr const char* kNotSavedText =
+    "The document could not be saved as [file]. What was there is unchanged. Choose another place, or make "
+    "room there.\n[reason]";
+inline constexpr const char* kNotConvertedText =
+    "The document could not be turned into [format]. Choose a printer, or save the document as a PDF file "
+    "and print that.";
 inline constexpr const char* kNoPagesText = "Type the numbers of the pages to print, or choose all pages.";
 inline constexpr const char* kWrongPagesText =
     "\"[text]\" names no pages. Type page numbers such as 1-3,5, or choose all pages.";
@@ -109,7 +119,8 @@ inline constexpr std::array kTexts{
     kPasswordText,      kCorrectText,    kSendAsItIsText, kBackText,         kCloseText,       kHelpText,
     kUseForAllJobsText, kSummaryText,    kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText,
     kChoosePrinterText, kSendingText,    kRangeText,      kIllegalValueText, kSentOfText,      kSentText,
-    kListSeparatorText, kWrongPagesText, kWrongTimeText,  kTryAgainText,     kConflictText,    kPaperText};
+    kListSeparatorText, kWrongPagesText, kWrongTimeText,  kTryAgainText,     kConflictText,    kPaperText,
+    kSavingText,        kWholeFileText,  kNoFileText,     kNotSavedText,     kNotConvertedText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

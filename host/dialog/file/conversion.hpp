@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "host/dialog/file/file_format.hpp"
+#include "host/job/documents.hpp"
+
+namespace tandemtrim::host {
+
+/// A document in another format, made by a filter of the print system. Its files are removed with it.
+class Conversion {
+ public:
+  /// Failure, with a text for the user, when the filter does not turn out a file of this format. `check` runs
+  /// again and again meanwhile, and ends the filter by what it raises.
+  Conversion(Document& document, FileFormat format, const std::function<void()>& check);
+  Conversion(const Conversion&) = delete;
+  Conversion& operator=(const Conversion&) = delete;
+  ~Conversion() = default;
+
+  /// The path of the file in the new format.
+  [[nodiscard]] const std::string& file() const { return converted_.path; }
+
+ private:
+  /// A file that only the user can read.
+  struct Temporary {
+    Temporary();
+    Temporary(const Temporary&) = delete;
+    Temporary& operator=(const Temporary&) = delete;
+    ~Temporary();
+    std::string path;
+  };
+
+  Temporary original_;
+  Temporary converted_;
+};
+
+}  // namespace tandemtrim::host

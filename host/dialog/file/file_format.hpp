@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tandemtrim::host {
+
+/// A format of the files that the dialog saves.
+enum class FileFormat { pdf, postScript };
+
+/// GTK's name of the format, which is also the ending of its files.
+const char* nameOf(FileFormat format);
+/// The name that users know.
+const char* titleOf(FileFormat format);
+
+/// The format of a document that begins so; none for one that is in none of these formats.
+std::optional<FileFormat> formatOf(std::string_view beginning);
+
+/// The program that turns documents of this format (none is any other) into `to`, and its arguments; "%f" is
+/// the document's file. It writes to standard output. Empty where the print system brings none along.
+std::vector<std::string> converter(std::optional<FileFormat> from, FileFormat to);
+
+/// The formats in which documents of this format can be saved on this system.
+std::vector<FileFormat> formatsFor(std::optional<FileFormat> document);
+
+}  // namespace tandemtrim::host

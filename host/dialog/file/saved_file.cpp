@@ -1,0 +1,106 @@
+#include "host/dialog/file/saved_file.hpp"
+
+#include <filesystem>
+#include <utility>
+
+#include <giomm/cancellable.h>
+#include <giomm/file.h>
+#include <giomm/fileoutputstream.h>
+
+#include "host/dialog/file/conversion.hpp"
+#include "host/dialog/texts/texts.hpp"
+#include "host/failure.hpp"
+#include "host/filled_text.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+Failure notSaved(const std::string& name, const std::string& reason) {
+  return Failure(Trouble::userMessage,
+                 filled(localized(kNotSavedText), {{"[file]", name}, {"[reason]", reason}}));
+}
+
+// A link stays and what it leads to is replaced.
+Glib::RefPtr<Gio::File> fileAt(const std::string& uri) {
+  auto file = Gio::File::create_for_uri(uri);
+  std::error_code unresolved;
+  const auto path = std::filesystem::weakly_canonical(file->get_path(), unresolved);
+  return unresolved || path.empty() ? file : Gio::File::create_for_path(path);
+}
+
+// What is written beside a file and replaces it in the end. Left without an end, it is removed.
+class Replacement {
+ public:
+  Replacement(const Glib::RefPtr<Gio::File>& file, bool isPrivate)
+      : stream_(file->replace(
+            "", false,
+            isPrivate ? Gio::File::CreateFlags::REPLACE_DESTINATION | Gio::File::CreateFlags::PRIVATE
+                      : Gio::File::CreateFlags::REPLACE_DESTINATION)) {}
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+  ~Replacement() {
+    if (stream_->is_closed()) return;
+    const auto cancelled = Gio::Cancellable::create();
+    cancelled->cancel();
+    g_output_stream_close(G_OUTPUT_STREAM(stream_->gobj()), cancelled->gobj(), nullptr);
+  }
+
+  void write(std::span<const char> piece) {
+    gsize written = 0;
+    stream_->write_all(piece.data(), piece.size(), written);
+    bytes_ += written;
+  }
+  /// How many bytes the file has then.
+  std::uint64_t finish() {
+    stream_->close();
+    return bytes_;
+  }
+
+ private:
+  Glib::RefPtr<Gio::FileOutputStream> stream_;
+  std::uint64_t bytes_ = 0;
+};
+
+std::uint64_t replace(const Glib::RefPtr<Gio::File>& file, Document& document,
+                      const std::function<void()>& check) {
+  const bool exists = file->query_exists();
+  const auto mode =
+      exists ? file->query_info("unix::mode")->get_attribute_uint32("unix::mode") : std::uint32_t{0};
+  Replacement replacement(file, exists);
+  document.read([&](std::span<const char> piece) {
+    check();
+    replacement.write(piece);
+    return true;
+  });
+  const auto bytes = replacement.finish();
+  if (exists) file->set_attribute_uint32("unix::mode", mode, Gio::FileQueryInfoFlags::NONE);
+  return bytes;
+}
+
+}  // namespace
+
+SavedFile saveToFile(Document& document, const FileTarget& target, const std::function<void()>& check) {
+  const auto file = fileAt(target.uri);
+  std::string name = file->get_parse_name();
+  // A pipe would be waited for.
+  if (const auto type = file->query_file_type();
+      type != Gio::FileType::UNKNOWN && type != Gio::FileType::REGULAR)
+    throw Failure(Trouble::userMessage, filled(localized(kNoFileText), {{"[file]", name}}));
+  try {
+    std::uint64_t bytes = 0;
+    if (formatOf(document.beginning()) == target.format) {
+      bytes = replace(file, document, check);
+    } else {
+      const Conversion conversion(document, target.format, check);
+      Document converted(conversion.file());
+      bytes = replace(file, converted, check);
+    }
+    const auto size = static_cast<std::uint64_t>(file->query_info("standard::size")->get_size());
+    if (size != bytes) throw notSaved(name, std::to_string(size) + " ≠ " + std::to_string(bytes));
+    return {std::move(name), bytes};
+  } catch (const Glib::Error& failure) {
+    throw notSaved(name, failure.what());
+  }
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,74 @@
+#include "host/dialog/file/saved_file.hpp"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <giomm/file.h>
+#include <giomm/init.h>
+#include <gmock/gmock.h>
+
+#include "host/failure.hpp"
+#include "tests/support/temporary_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(FileFormats, AreKnownByTheirBeginning) {
+  EXPECT_EQ(formatOf("%PDF-1.7"), FileFormat::pdf);
+  EXPECT_EQ(formatOf("%!PS-Ado"), FileFormat::postScript);
+  for (const char* other : {"", "%", "%PDF", " %PDF-1.", "plain"}) EXPECT_EQ(formatOf(other), std::nullopt);
+}
+
+TEST(FileFormats, OfADocumentItselfAreAlwaysThere) {
+  for (const auto format : {FileFormat::pdf, FileFormat::postScript})
+    EXPECT_THAT(formatsFor(format), testing::Contains(format));
+}
+
+class SavedDocument : public testing::Test {
+ protected:
+  SavedDocument() {
+    Gio::init();
+    document_ =
+        std::make_unique<Document>(folder_.write("document.pdf", "%PDF-" + std::string(200'000, 'x')));
+    there_ = folder_.write("saved/file.pdf", "what was there");
+  }
+  SavedFile save(FileFormat format, const std::function<void()>& check) {
+    return saveToFile(*document_, {Gio::File::create_for_path(there_)->get_uri(), format}, check);
+  }
+  void expectNothingChanged() const {
+    std::ifstream file(there_);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "what was there");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path() / "saved"), {}), 1);
+  }
+
+ private:
+  test::TemporaryFolder folder_;
+  std::unique_ptr<Document> document_;
+  std::string there_;
+};
+
+TEST_F(SavedDocument, ThatIsCalledBackLeavesWhatWasThereAndNothingElse) {
+  int pieces = 0;
+  EXPECT_THROW(save(FileFormat::pdf,
+                    [&] {
+                      if (++pieces == 2) throw Failure(Trouble::cancelled, "cancelled");
+                    }),
+               Failure);
+  EXPECT_EQ(pieces, 2);
+  expectNothingChanged();
+}
+
+TEST_F(SavedDocument, ThatNoFilterUnderstandsLeavesWhatWasThere) {
+  EXPECT_THROW(save(FileFormat::postScript, [] {}), Failure);
+  expectNothingChanged();
+}
+
+TEST_F(SavedDocument, CanBeSavedAgain) {
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(save(FileFormat::pdf, [] {}).bytes, 200'005U);
+}
+
+}  // namespace
+}  // namespace tandemtrim::host
