@@ -18,8 +18,8 @@ MessageHandle askAttributes(const Connection& connection, const std::string& pri
     return Failure(Trouble::noPrinter, "there is no printer \"" + shortText(printer) + '"',
                    "; " + existingPrinters(connection));
   };
-  // A request would be about the part before it: libcups takes them for marks of an address.
-  if (printer.find_first_of("?#") != std::string::npos) throw nowhere();
+  // No printer has this mark of an address in its name; a request would be about the part before it.
+  if (printer.find('#') != std::string::npos) throw nowhere();
   auto request = printerRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, printer);
   requestAttributes(request, names);
   auto answer = connection.ask(std::move(request), printerResource(printer));

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 
+#include "host/cups/connection/attributes.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/failure.hpp"
 #include "host/file_descriptor.hpp"
@@ -28,16 +29,25 @@ FileDescriptor emptyFile() {
 // mark at its end.
 bool isWhole(http_t* http) { return httpError(http) == 0 && httpGetState(http) == HTTP_STATE_WAITING; }
 
+// Has the server write a printer's PPD into the file, and gives the status of its answer.
+http_status_t askForPpd(const Connection& connection, const std::string& printer, int file) {
+  const auto watched = connection.watch();
+  // libcups asks for another address where a name holds the mark that begins the query of one.
+  if (printer.find('?') == std::string::npos)
+    return cupsGetFd(connection.get(), (printerResource(printer) + ".ppd").c_str(), file);
+  auto request = printerRequest(IPP_OP_CUPS_GET_PPD, printer);
+  refuseIncomplete(request);
+  const MessageHandle answer(cupsDoIORequest(connection.get(), request.release(), "/", -1, file));
+  const auto status = ippGetStatusCode(answer.get());
+  if (status == IPP_STATUS_OK) return HTTP_STATUS_OK;
+  return status == IPP_STATUS_ERROR_NOT_FOUND ? HTTP_STATUS_NOT_FOUND : HTTP_STATUS_ERROR;
+}
+
 // The PPD as the server gives it in one go, null where it has none; nothing when the server breaks off.
 std::optional<PpdHandle> fetch(const Connection& connection, const Printer& printer) {
   auto file = emptyFile();
-  const auto resource = printerResource(printer.name) + ".ppd";
   // Not by cupsGetPPD3: it asks for the queue's address and opens a connection to it, which no time-out ends.
-  const auto status = [&] {
-    const auto watched = connection.watch();
-    return cupsGetFd(connection.get(), resource.c_str(), file.get());
-  }();
-  connection.checkServer();
+  const auto status = askForPpd(connection, printer.name, file.get());
   const auto size = lseek(file.get(), 0, SEEK_CUR);
   if (size == kLargestPpd)
     throw tooLargePpd("the PPD of " + printer.name + " that " + connection.server() + " gives");

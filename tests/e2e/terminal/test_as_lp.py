@@ -12,15 +12,29 @@ import ipp
 from fake_server import FakeServer
 from patience import PATIENCE
 from relay import Overhearing
-from terminal_case import DEFAULTS, PPD, PROGRAM, PROJECT, REQUEST, SAMPLE, TerminalCase
+from terminal_case import DEFAULTS, LARGEST, PPD, PROGRAM, PROJECT, REQUEST, SAMPLE, TerminalCase
 
 LP = "/usr/bin/lp"
 GET_SUBSCRIPTIONS = 0x0019
 COMPARISON = PROJECT / "docs/lp.md"
-# As lp --help has them.
-REFUSED = {"-H restart": ["-H", "restart"], "-H resume": ["-H", "resume"], "-i id": ["-i", "12"]}
-# Those that lp(1) names, and those of libcups that change what lp does.
-VARIABLES = ["LPDEST", "PRINTER", "CUPS_SERVER", "CUPS_USER", "CUPS_ENCRYPTION", "IPP_PORT", "USER"]
+# What stands for these in lp --help.
+VALUES = {
+    "destination": "Plain", "server[:port]": "{server}", "HH:MM": "{later}", "id": "12", "num-copies": "2", "option[=value]": "landscape",
+    "media=size": "media=A5", "number-up=N": "number-up=2", "orientation-requested=N": "orientation-requested=4",
+    "print-quality=N": "print-quality=5", "page-list": "1-2", "priority": "7", "title": "Title", "username": "amy",
+}  # fmt: skip
+# The variables that change what lp does, those of its manual page among them, with a value and what else shows its effect.
+VARIABLES = {
+    "LPDEST": ("Plain", [], {}),
+    "PRINTER": ("Plain", [], {}),
+    "CUPS_SERVER": ("127.0.0.1:1", ["-d", "Plain"], {}),
+    "CUPS_USER": ("carl", ["-d", "Plain"], {}),
+    "CUPS_ENCRYPTION": ("Required", ["-d", "Plain"], {}),
+    "IPP_PORT": ("1", ["-d", "Plain"], {"CUPS_SERVER": "127.0.0.1"}),
+    "USER": ("nobody", ["-d", "Plain"], {}),
+    "HOME": ("/nonexistent", ["-d", "Plain"], {}),
+    "CUPS_SERVERROOT": ("/nonexistent", ["-d", "Plain"], {}),
+}
 # Of a job's attributes those that tell one job from another whatever was asked for, and how the client names the printer.
 OF_ONE_JOB = re.compile(r"job-(id|uri|uuid|more-info|printer-up-time)|(date-)?time-at-.*|number-of-intervening-jobs|(job-)?printer-uri|tandem-trim-request")
 
@@ -64,7 +78,8 @@ PLACES = [
 COMBINATIONS = 56
 # By find and xargs, whose rules of quoting leave these names alone.
 NAMES = ["a.pdf", "[b,c].pdf", "größe=%%{}.pdf"]
-PIPELINE = """find . -name '*.pdf' | sort | xargs -n1 "$@" """
+# xargs makes one status of all, so that each is written down.
+PIPELINE = """find . -name '*.pdf' | sort | xargs -n1 sh -c '"$@"; echo $? >>"$0"' "$0" "$@" """
 
 
 class AsLpTest(TerminalCase):
@@ -131,21 +146,47 @@ class AsLpTest(TerminalCase):
 
     # Options.
 
-    def test_every_option_of_lp_is_in_the_table_and_is_one_of_this_program(self):
+    def rows(self):
+        """What docs/lp.md says of each option and variable, which has one row."""
+        rows = re.findall(r"^\| (`.*?`) \| (.+) \|$", COMPARISON.read_text(), re.MULTILINE)
+        cells = [(cell, here) for cells, here in rows for cell in re.findall(r"`([^`]+)`", cells)]
+        self.assertEqual(len(dict(cells)), len(cells), "something has two rows")
+        return dict(cells)
+
+    def test_every_option_of_lp_has_a_row_and_is_taken_or_refused_as_it_says(self):
+        values = {"{server}": "{}:{}".format(*self.cups.address), "{later}": LATER}
         text = self.program(LP, "--help").stdout
         told = [re.split(r" {2,}", line)[0] for line in text.splitlines() if line.startswith("-")]
         self.assertGreater(len(told), 20, text)
-        rows = re.findall(r"^\| (`.*`) \| (.+) \|$", COMPARISON.read_text(), re.MULTILINE)
-        table = {cell: here for cells, here in rows for cell in re.findall(r"`([^`]+)`", cells)}
-        help_text = self.program(PROGRAM, "--help").stdout
+        rows, help_text = self.rows(), self.program(PROGRAM, "--help").stdout
+        self.assertEqual({row for row in rows if row.startswith("-")} - {"-", "--"}, set(told))
         for option in told:
-            with self.subTest(option):
-                self.assertIn(option, table)
-                self.assertRegex(help_text, rf"(?m)^ +{option.split()[0]}\b")
-                status = self.program(PROGRAM, "-d", "Plain", *REFUSED.get(option, ["-c"]), SAMPLE).returncode
-                self.assertEqual(status == 2, "refused with the command that does it" in table[option])
-        for variable in VARIABLES:
-            self.assertIn(variable, table)
+            name, *form = option.split(" ", 1)
+            arguments = [name, *(values.get(VALUES.get(word, word), VALUES.get(word, word)) for word in form)]
+            with self.subTest(arguments):
+                self.assertRegex(help_text, rf"(?m)^ +{name}\b")
+                self.assertRegex(rows[option], "^(the same|refused with the command that does it)")
+                if rows[option].startswith("the same"):
+                    our, lp = self.beside("-d", "Plain", *arguments, SAMPLE)
+                    self.assertEqual((our.returncode, lp.returncode), (0, 0), our.stderr)
+                else:
+                    self.refuses("-d", "Plain", *arguments, SAMPLE, status=2)
+            # Values between backquotes, in the part of the row that says so.
+            refused = [part.split(" refused")[0] for part in rows[option].split(";") if "are refused" in part]
+            for value in re.findall(r"`([^`]+)`", " ".join(refused)):
+                with self.subTest([name, value]):
+                    self.refuses("-d", "Plain", name, value.replace('""', ""), SAMPLE, status=2)
+
+    def test_every_variable_of_lp_has_a_row_and_counts_as_it_says(self):
+        rows = self.rows()
+        self.assertEqual({row for row in rows if re.fullmatch("[A-Z_]+", row)}, set(VARIABLES))
+        self.trim("-E", "--list")  # The server makes its key.
+        for variable, (value, arguments, around) in VARIABLES.items():
+            with self.subTest(variable):
+                self.assertRegex(rows[variable], "^the same")
+                our, lp = self.beside(*arguments, SAMPLE, **around, **{variable: value})
+                self.assertEqual(our.returncode, lp.returncode, our.stderr + lp.stderr)
+                self.assertEqual(our.returncode, 1 if value.endswith("1") else 0)
 
     def test_every_option_of_lp_leaves_the_same_job(self):
         for options in DRAWN + WRONG:
@@ -199,8 +240,19 @@ class AsLpTest(TerminalCase):
                 self.assertIn(f'there is no printer "{name.rpartition("/")[0]}"; choose one by -d: Closed, Morva, Plain', our.stderr)
 
     def test_a_name_is_asked_for_as_a_whole(self):
+        for name, ppd in (("Morva?x", None), ("Plain?x", PPD)):
+            self.cups.add_queue(name, ppd, enabled=False)
+            self.addCleanup(self.cups.remove, name)
+        with self.subTest("with a PPD"):
+            result = self.trim("-d", "Plain?x", "--summary", "--set", "Valid=On", "--set", "Top=99")
+            self.assertIn(f"Top Margin: {LARGEST['Top']}\n", result.stdout, result.stderr)
+        with self.subTest("without a PPD"):
+            self.assertIn("Morva?x has no PPD", self.trim("-d", "Morva?x", "--summary").stderr)
+        for program in (LP, PROGRAM):
+            result = self.program(program, "-d", "Morva?x", SAMPLE)
+            self.assertRegex(result.stdout, r"^request id is Morva\?x-\d+ ", result.stderr)
         with FakeServer(PPD.read_bytes()) as server:
-            for name in ("Morva?x", "Morva#x", "?"):
+            for name in ("Morva#x", "#"):
                 with self.subTest(name):
                     result = self.trim("-d", name, "--summary", CUPS_SERVER=server.address)
                     self.assertEqual((result.returncode, result.stdout), (1, ""))
@@ -321,15 +373,19 @@ class AsLpTest(TerminalCase):
             words = list(itertools.chain.from_iterable(options))
             with self.subTest(words, seed=seed, **variables):
 
-                def run(program):
-                    command = ["sh", "-c", PIPELINE, "sh", program, *words, "--"]
-                    return subprocess.run(
-                        command, cwd=folder, capture_output=True, env=self.environment(**variables), timeout=PATIENCE, check=False
-                    )
+                def statuses(program):
+                    told = self.temporary_folder() / "statuses"
+                    command = ["sh", "-c", PIPELINE, told, program, *words, "--"]
+                    subprocess.run(command, cwd=folder, capture_output=True, env=self.environment(**variables), timeout=PATIENCE, check=True)
+                    return told.read_text().split()
 
-                lp, lps = self.jobs_of(lambda: run(LP))
-                our, ours = self.jobs_of(lambda: run(PROGRAM))
-                self.assertEqual(our.returncode, lp.returncode, our.stderr + lp.stderr)
+                lp, lps = self.jobs_of(lambda: statuses(LP))
+                our, ours = self.jobs_of(lambda: statuses(PROGRAM))
+                self.assertEqual(len(lp), len(NAMES))
+                # What is wrong about the command line has a status of its own.
+                is_wrong = any(option in WRONG for option in options)
+                self.assertEqual(our, ["2"] * len(NAMES) if is_wrong else lp)
+                self.assertTrue(not is_wrong or "0" not in lp, lp)
                 self.assert_same(ours, lps)
 
 
