@@ -1,8 +1,19 @@
-"""Command lines that cannot be meant: each ends with status 2, and nothing is sent."""
+"""Command lines that cannot be meant: each ends with status 2, and nothing is sent. Those of the manual page work."""
 
+import os
+import re
+import shutil
+import subprocess
 import unittest
 
-from terminal_case import SAMPLE, TerminalCase
+from patience import PATIENCE
+from terminal_case import PPD, PROGRAM, PROJECT, SAMPLE, TerminalCase
+
+# The manual page's examples of these need another machine, a screen or another program.
+ELSEWHERE = ("desk:631", "--dialog", "| jq")
+
+# What does nothing, is refused, or has no use of its own.
+NOT_SHOWN = {"-c", "-i", "--help", "--version", "--verbose", "--plugin"}
 
 WRONG = {
     "an unknown name in --set": (["--set", "Middle=5"], ["--set Middle", "Top", "Position"]),
@@ -49,6 +60,29 @@ class CommandLineTest(TerminalCase):
             with self.subTest(what):
                 # The mistake comes last, so that it cannot swallow the file's name.
                 self.refuses("-d", "Morva", SAMPLE, *arguments, status=2, words=words)
+
+    def test_the_examples_of_the_manual_page_work(self):
+        examples = (PROJECT / "docs/tandem-trim.1").read_text().partition(".SH EXAMPLES")[2].partition(".SH ")[0]
+        lines = [line.replace("\\-", "-").replace("\\(dq", '"').replace("\\e", "\\") for line in examples.splitlines() if "tandem-trim" in line]
+        self.assertGreater(len(lines), 12)
+        options = set(re.findall(r"^  (-[-\w]+)", self.trim("--help").stdout, re.MULTILINE))
+        self.assertEqual({option for option in options if not any(f" {option}" in line for line in lines)}, NOT_SHOWN)
+        folder = self.temporary_folder()
+        shutil.copy(PPD, folder)
+        shutil.copy(SAMPLE, folder / "report.pdf")
+        report = folder / "report"
+        report.write_text("#!/bin/sh\ncat report.pdf\n")
+        report.chmod(0o755)
+        around = self.environment(PATH=f"{PROGRAM.parent}:{folder}:{os.defpath}")
+        for line in lines:
+            if any(words in line for words in ELSEWHERE):
+                continue
+            with self.subTest(line):
+                done = subprocess.run(
+                    ["sh", "-c", line], cwd=folder, stdin=subprocess.DEVNULL, capture_output=True, text=True, env=around, timeout=PATIENCE, check=False
+                )
+                self.assertEqual(done.returncode, 0, done.stderr)
+                self.cups.cancel_all()
 
 
 if __name__ == "__main__":

@@ -107,7 +107,8 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.add_flag("--wait", line.wait, "Wait until the job has ended");
   app.add_flag("--verbose", line.verbose, "Show the log on standard error, too");
   auto* dialog = app.add_flag_callback(
-      "--dialog", [&line] { line.dialog = true; }, "Show the print dialog");
+      "--dialog", [&line] { line.dialog = true; },
+      "Show the print dialog; by itself it comes for files, where there is a screen");
   app.add_flag_callback(
          "--no-dialog", [&line] { line.dialog = false; }, "Print without the print dialog")
       ->excludes(dialog);
@@ -142,7 +143,8 @@ void refuseWhatDoesNotFit(const CommandLine& line) {
 std::string helpOf(CLI::App& app) {
   std::vector<std::string> files;
   app.add_option("FILE", files,
-                 "The files to print; - is standard input, and so is none where it is no terminal")
+                 "The files to print; - is standard input, and so is none where it is no terminal, with a "
+                 "screen or without")
       ->type_name("");
   return app.help();
 }
