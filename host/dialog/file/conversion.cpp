@@ -32,6 +32,7 @@ bool runInto(const std::string& file, const std::vector<std::string>& command,
                                                 g_object_unref);
   g_subprocess_launcher_set_stdout_file_path(launcher.get(), file.c_str());
   std::vector<const char*> words;
+  words.reserve(command.size() + 1);
   for (const auto& word : command) words.push_back(word.c_str());
   words.push_back(nullptr);
   const Reference<GSubprocess> program(g_subprocess_launcher_spawnv(launcher.get(), words.data(), nullptr),
