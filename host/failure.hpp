@@ -1,7 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
+
+#include "host/fact.hpp"
 
 namespace tandemtrim::host {
 
@@ -13,7 +17,7 @@ inline constexpr int kWrongCommandLine = 2;
 /// What a failure is about, which decides what a user can do.
 enum class Trouble {
   other,
-  /// The message is complete, and in the language of the user.
+  /// The fact says all, in words of the dialog.
   userMessage,
   /// The user called the job back.
   cancelled,
@@ -42,32 +46,35 @@ enum class Trouble {
 class Failure : public std::runtime_error {
  public:
   explicit Failure(const std::string& message, int exitStatus = kFailed)
-      : std::runtime_error(message), exitStatus_(exitStatus), factLength_(message.size()) {}
+      : Failure(Trouble::other, message, "", exitStatus) {}
 
   /// The message is the fact with the remedy behind it, which is for a user at a terminal.
-  Failure(Trouble trouble, const std::string& fact, const std::string& remedy = "", int exitStatus = kFailed)
-      : std::runtime_error(fact + remedy),
+  Failure(Trouble trouble, Fact fact, const std::string& remedy = "", int exitStatus = kFailed)
+      : std::runtime_error(fact.english() + remedy),
         exitStatus_(exitStatus),
         trouble_(trouble),
-        factLength_(fact.size()) {}
+        fact_(std::make_shared<const Fact>(std::move(fact))) {}
+  /// The same with words that a dialog does not translate.
+  Failure(Trouble trouble, const std::string& words, const std::string& remedy = "", int exitStatus = kFailed)
+      : Failure(trouble, Fact(words), remedy, exitStatus) {}
 
   [[nodiscard]] int exitStatus() const noexcept { return exitStatus_; }
   [[nodiscard]] Trouble trouble() const noexcept { return trouble_; }
-  [[nodiscard]] std::string fact() const { return std::string(what()).substr(0, factLength_); }
-  [[nodiscard]] std::string remedy() const { return std::string(what()).substr(factLength_); }
+  [[nodiscard]] const Fact& fact() const noexcept { return *fact_; }
+  [[nodiscard]] std::string remedy() const { return std::string(what()).substr(fact_->english().size()); }
 
  private:
   int exitStatus_ = kFailed;
   Trouble trouble_ = Trouble::other;
-  // A text of its own could fail to be copied while the failure is raised.
-  std::size_t factLength_;
+  // A fact of its own could fail to be copied while the failure is raised.
+  std::shared_ptr<const Fact> fact_;
 };
 
 /// A plug-in that is missing or does not do its part. A print job can do without the panel when the user
 /// agrees.
 class PluginFailure : public Failure {
  public:
-  explicit PluginFailure(const std::string& message) : Failure(Trouble::plugin, message) {}
+  explicit PluginFailure(Fact fact) : Failure(Trouble::plugin, std::move(fact)) {}
 };
 
 /// No dialog can be shown at all. Unless the user insists on it, the job goes on without one.

@@ -4,10 +4,10 @@
 
 namespace tandemtrim::host {
 
-std::string filled(std::string_view text, std::initializer_list<Filling> fillings) {
+std::string filled(std::string_view text, std::span<const Filling> fillings) {
   std::string result;
   while (!text.empty()) {
-    const auto* const filling = std::ranges::find_if(
+    const auto filling = std::ranges::find_if(
         fillings, [&](const Filling& candidate) { return text.starts_with(candidate.first); });
     const bool isPlaceholder = filling != fillings.end();
     result += isPlaceholder ? filling->second : text.substr(0, 1);

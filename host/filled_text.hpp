@@ -1,6 +1,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,6 +12,9 @@ namespace tandemtrim::host {
 using Filling = std::pair<std::string_view, std::string_view>;
 
 /// The text with its placeholders filled. What is filled in may hold anything.
-std::string filled(std::string_view text, std::initializer_list<Filling> fillings);
+std::string filled(std::string_view text, std::span<const Filling> fillings);
+inline std::string filled(std::string_view text, std::initializer_list<Filling> fillings) {
+  return filled(text, std::span(fillings.begin(), fillings.end()));
+}
 
 }  // namespace tandemtrim::host

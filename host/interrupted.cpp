@@ -21,9 +21,10 @@ Failure interruptedBy(int signal, const std::optional<Failure>& failure) {
   const std::string word = wordOf(signal);
   const int status = kOfShells + signal;
   if (!failure) return Failure(Trouble::cancelled, word, "", status);
-  const auto fact = failure->fact();
-  return Failure(failure->trouble(), fact.starts_with(word) ? fact : word + "; " + fact, failure->remedy(),
-                 status);
+  const auto& fact = failure->fact();
+  if (fact.english().starts_with(word)) return Failure(failure->trouble(), fact, failure->remedy(), status);
+  Fact interrupted(word + "; " + fact.english(), FactText{"[reason]"}, {{"[reason]", fact}});
+  return Failure(failure->trouble(), std::move(interrupted), failure->remedy(), status);
 }
 
 }  // namespace tandemtrim::host

@@ -23,7 +23,7 @@ std::string panelText(const Connection& connection, const std::string& name,
     return bundleOfPrinter(plugin, ppd.get()) ? "panel" : "no panel";
   } catch (const Failure& failure) {
     if (failure.trouble() == Trouble::noServer) throw;
-    return "no panel: " + failure.fact();
+    return "no panel: " + failure.fact().english();
   }
 }
 

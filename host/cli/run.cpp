@@ -142,7 +142,7 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
       return runDialog(line, out, report);
     } catch (const NoDialog& failure) {
       if (line.dialog) throw;
-      report(failure.fact() + "; going on without it");
+      report(failure.fact().english() + "; going on without it");
     }
   }
   auto documents = openDocuments(line.files);

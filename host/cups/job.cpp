@@ -11,13 +11,15 @@
 namespace tandemtrim::host {
 namespace {
 
-Failure because(const Failure& reason, const std::string& what) {
-  return Failure(reason.trouble(), what + ": " + reason.fact(), reason.remedy());
+// What the reason led to, which the text says with the reason behind it.
+Failure because(const Failure& reason, FactText text, std::vector<FactArgument> arguments) {
+  arguments.emplace_back("[reason]", reason.fact());
+  return Failure(reason.trouble(), Fact(text, std::move(arguments)), reason.remedy());
 }
 
 // What the server did not do with the document, in the words of its last answer.
-Failure refused(const Connection& connection, const std::string& what) {
-  return because(connection.lastFailure(), what);
+Failure refused(const Connection& connection, FactText text, std::vector<FactArgument> arguments) {
+  return because(connection.lastFailure(), text, std::move(arguments));
 }
 
 // The attribute that tells a job of this program from others of the user. CUPS gives no URI to filters.
@@ -71,12 +73,15 @@ void cancelMarked(const Connection& connection, const Printer& printer, const st
 // The failure of a request for a job that the server leaves without an answer.
 Failure unanswered(const Connection& connection, const Printer& printer, const std::string& mark,
                    const Failure& reason) {
-  auto failure = because(reason, printer.name + " did not answer the request for a job; nothing was printed");
+  auto failure =
+      because(reason, "[printer] did not answer the request for a job; nothing was printed: [reason]"_fact,
+              {{"[printer]", printer.name}});
   try {
     connection.persist([&] { cancelMarked(connection, printer, mark); });
     return failure;
   } catch (const Failure&) {
-    return Failure(Trouble::unconfirmedJob, failure.fact() + "; an empty job may wait there",
+    return Failure(Trouble::unconfirmedJob,
+                   Fact("[reason]; an empty job may wait there"_fact, {{"[reason]", failure.fact()}}),
                    " (see lpstat -o " + printer.name + ")");
   }
 }
@@ -85,7 +90,8 @@ Failure unanswered(const Connection& connection, const Printer& printer, const s
 // the printer supports first, which takes longer than the job.
 int createJob(const Connection& connection, const Printer& printer, const std::string& title,
               const Options& options) {
-  const auto refusal = printer.name + " refuses the job; nothing was printed";
+  constexpr auto kRefused = "[printer] refuses the job; nothing was printed: [reason]"_fact;
+  const std::vector<FactArgument> name{{"[printer]", printer.name}};
   const auto mark = newMark();
   auto request = printerRequest(IPP_OP_CREATE_JOB, printer.name);
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
@@ -97,13 +103,15 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
   try {
     answer = connection.ask(std::move(request), printerResource(printer.name));
   } catch (const Failure& failure) {
-    throw connection.isTurnedDown() ? because(failure, refusal)
+    throw connection.isTurnedDown() ? because(failure, kRefused, name)
                                     : unanswered(connection, printer, mark, failure);
   }
-  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) throw refused(connection, refusal);
+  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
+    throw refused(connection, kRefused, name);
   if (const auto number = integerIn(answer, "job-id"); number > 0) return *number;
-  throw Failure(Trouble::noServer, refusal + ": " + connection.server() + " gave it no number",
-                "; see whether it is a print server");
+  const Fact useless(connection.server() + " gave it no number", kUselessAnswer,
+                     {{"[server]", serverName()}});
+  throw because(Failure(Trouble::noServer, useless, "; see whether it is a print server"), kRefused, name);
 }
 
 std::optional<std::string> valueOf(const Options& options, const std::string& keyword) {
@@ -147,17 +155,22 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
       return status == HTTP_STATUS_CONTINUE;
     });
   }
-  if (status != HTTP_STATUS_CONTINUE) throw refused(connection_, printer_.name + " did not take " + name);
+  constexpr auto kNotTaken = "[printer] did not take [document]: [reason]"_fact;
+  const std::vector<FactArgument> names{{"[printer]", printer_.name}, {"[document]", name}};
+  if (status != HTTP_STATUS_CONTINUE) throw refused(connection_, kNotTaken, names);
   if (document.size() > sent) {
-    throw Failure(Trouble::document, name + " shrank while it was sent: " + std::to_string(sent) + " of " +
-                                         std::to_string(*document.size()) + " bytes were left");
+    throw Failure(Trouble::document,
+                  Fact("[document] shrank while it was sent: [sent] of [size] bytes were left"_fact,
+                       {{"[document]", name},
+                        {"[sent]", std::to_string(sent)},
+                        {"[size]", std::to_string(*document.size())}}));
   }
   // Not cupsFinishDocument(): where the connection breaks it gives the status of an earlier answer.
   const auto answer = connection_.answerToDocument(printerResource(printer_.name));
   if (!answer && !connection_.isTurnedDown())
-    return {sent, refused(connection_, printer_.name + " did not confirm " + name)};
+    return {sent, refused(connection_, "[printer] did not confirm [document]: [reason]"_fact, names)};
   if (!answer || ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
-    throw refused(connection_, printer_.name + " did not take " + name);
+    throw refused(connection_, kNotTaken, names);
   return {sent, std::nullopt};
 }
 

@@ -137,9 +137,11 @@ std::string encodableValues(const Option& option, ipp_attribute_t* attribute) {
     start = end + 1;
   }
   if (isRight && count == ippGetCount(attribute)) return all;
-  throw Failure(option.keyword + " is \"" + shortText(option.value) + "\", but has to be " +
-                expected(type, option.keyword) + "; nothing was sent. Give another value by -o " +
-                option.keyword + "=...");
+  throw Failure(Trouble::other,
+                Fact(option.keyword + " is \"" + shortText(option.value) + "\", but has to be " +
+                         expected(type, option.keyword),
+                     kUnsendable, {{"[option]", option.keyword}, {"[value]", shortText(option.value)}}),
+                "; nothing was sent. Give another value by -o " + option.keyword + "=...");
 }
 
 }  // namespace

@@ -21,14 +21,16 @@ PpdHandle wellFormed(ppd_file_t* opened, const std::string& name) {
   if (ppd) return ppd;
   int line = 0;
   const auto status = ppdLastError(&line);
-  throw Failure(
-      Trouble::details,
-      "the PPD file " + name + " is malformed, line " + std::to_string(line) + ": " + ppdErrorString(status),
-      "; mend it (cupstestppd lists its mistakes) or name another by --ppd");
+  throw Failure(Trouble::details,
+                Fact("the PPD file " + name + " is malformed, line " + std::to_string(line) + ": " +
+                         ppdErrorString(status),
+                     kUselessPpd, {{"[words]", ppdErrorString(status)}}),
+                "; mend it (cupstestppd lists its mistakes) or name another by --ppd");
 }
 
 Failure unreadable(const std::string& name, const std::string& reason) {
-  return Failure(Trouble::details, "the PPD file " + name + " cannot be read: " + reason);
+  return Failure(Trouble::details, Fact("the PPD file " + name + " cannot be read: " + reason, kUselessPpd,
+                                        {{"[words]", reason}}));
 }
 
 // zlib says "<fd:5>: unexpected end of file".
@@ -64,7 +66,8 @@ FileDescriptor unpacked(FileDescriptor packed, const std::string& name) {
 }  // namespace
 
 DamagedPpd::DamagedPpd(const std::string& name, const std::string& reason)
-    : Failure(Trouble::details, "the PPD file " + name + " is damaged: " + reason,
+    : Failure(Trouble::details,
+              Fact("the PPD file " + name + " is damaged: " + reason, kUselessPpd, {{"[words]", reason}}),
               "; mend it or name another by --ppd") {}
 
 PpdHandle openPpd(const std::string& path, const std::string& name) {
@@ -83,7 +86,9 @@ PpdHandle readPpd(FileDescriptor file, const std::string& name) {
 }
 
 Failure tooLargePpd(const std::string& what) {
-  return Failure(Trouble::details, what + " is larger than " + std::to_string(kLargestPpd >> 20) + " MB");
+  return Failure(Trouble::details, Fact(what + " is larger than " + std::to_string(kLargestPpd >> 20) + " MB",
+                                        "the printer's PPD file is larger than [size] MB"_fact,
+                                        {{"[size]", std::to_string(kLargestPpd >> 20)}}));
 }
 
 std::vector<std::string> dialogExtensions(ppd_file_t& ppd) {

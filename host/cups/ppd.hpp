@@ -25,6 +25,7 @@ PpdHandle readPpd(FileDescriptor file, const std::string& name);
 
 /// In bytes; none is that large by far.
 inline constexpr long kLargestPpd = 32L << 20;
+inline constexpr auto kUselessPpd = "the printer's PPD file cannot be used ([words])"_fact;
 Failure tooLargePpd(const std::string& what);
 
 /// The bundles that the PPD names as extensions of the print dialog, by their own names, without folders;

@@ -30,14 +30,15 @@ DestinationHandle defaultDestination(const Connection& connection) {
       throw connection.lastFailure();
     throw Failure(
         Trouble::noDefaultPrinter,
-        "there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist",
+        Fact("there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist",
+             "there is no default printer, or it does not exist"_fact, {}),
         "; " + existingPrinters(connection));
   }
   return destination;
 }
 
-std::string withState(const std::string& fact, const Printer& printer) {
-  return printer.name + fact + (printer.stateMessage.empty() ? "" : " (" + printer.stateMessage + ")");
+Fact withState(FactText text, const Printer& printer) {
+  return withWords(Fact(text, {{"[printer]", printer.name}}), printer.stateMessage);
 }
 
 }  // namespace
@@ -46,8 +47,10 @@ void refuseOddDefaults() {
   const auto file = savedDefaultsFile();
   std::error_code unreadable;
   if (std::filesystem::is_other(file, unreadable)) {
-    throw Failure("your defaults cannot be read, since " + file.string() +
-                  " is no file; nothing was sent. Move it away");
+    throw Failure(
+        Trouble::other,
+        Fact("your defaults cannot be read, since [file] is no file"_fact, {{"[file]", file.string()}}),
+        "; nothing was sent. Move it away");
   }
 }
 
@@ -74,16 +77,16 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
   return printer;
 }
 
-std::string stoppedText(const Printer& printer) { return withState(" is stopped", printer); }
+Fact stoppedFact(const Printer& printer) { return withState("[printer] is stopped"_fact, printer); }
 
 void checkState(const Printer& printer, const Report& report) {
   if (!printer.accepting) {
-    throw Failure(Trouble::rejecting, withState(" does not accept jobs", printer),
+    throw Failure(Trouble::rejecting, withState("[printer] does not accept jobs"_fact, printer),
                   "; nothing was sent. Let it accept them again by cupsaccept " + printer.name +
                       ", or choose another printer by -d");
   }
   if (printer.stopped) {
-    report(stoppedText(printer) + "; the job waits until the printer is started by cupsenable " +
+    report(stoppedFact(printer).english() + "; the job waits until the printer is started by cupsenable " +
            printer.name);
   }
 }

@@ -39,6 +39,6 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
 void checkState(const Printer& printer, const Report& report);
 
 /// "Morva is stopped (Paused)".
-std::string stoppedText(const Printer& printer);
+Fact stoppedFact(const Printer& printer);
 
 }  // namespace tandemtrim::host

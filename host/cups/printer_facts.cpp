@@ -15,7 +15,8 @@ namespace {
 MessageHandle askAttributes(const Connection& connection, const std::string& printer,
                             const std::vector<std::string>& names) {
   const auto nowhere = [&] {
-    return Failure(Trouble::noPrinter, "there is no printer \"" + shortText(printer) + '"',
+    return Failure(Trouble::noPrinter,
+                   Fact("there is no printer \"[printer]\""_fact, {{"[printer]", shortText(printer)}}),
                    "; " + existingPrinters(connection));
   };
   // No printer has this mark of an address in its name; a request would be about the part before it.

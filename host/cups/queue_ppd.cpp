@@ -21,7 +21,8 @@ FileDescriptor emptyFile() {
   FileDescriptor file(memfd_create("ppd", MFD_CLOEXEC | MFD_ALLOW_SEALING));
   if (!file.isOpen() || ftruncate(file.get(), kLargestPpd) != 0 ||
       fcntl(file.get(), F_ADD_SEALS, F_SEAL_GROW) != 0)
-    throw Failure(std::string("a PPD cannot be kept: ") + std::strerror(errno));
+    throw Failure(Trouble::details, Fact(std::string("a PPD cannot be kept: ") + std::strerror(errno),
+                                         kUselessPpd, {{"[words]", std::strerror(errno)}}));
   return file;
 }
 
@@ -72,7 +73,8 @@ PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
   connection.reconnect();
   if (auto ppd = fetch(connection, printer)) return std::move(*ppd);
   throw Failure(Trouble::details,
-                connection.server() + " breaks off in the middle of the PPD of " + printer.name,
+                Fact("the print server at [server] breaks off in the middle of the PPD of [printer]"_fact,
+                     {{"[server]", serverName()}, {"[printer]", printer.name}}),
                 "; see whether it is still running, or name a PPD file by --ppd");
 }
 

@@ -28,8 +28,11 @@ constexpr mode_t kOwnFile = 0600;
 // As CUPS makes the file that it keeps options in.
 constexpr mode_t kReadableFile = 0644;
 
-Failure failureOf(const fs::path& file, const char* act) {
-  return Failure(file.string() + " cannot be " + act + ": " + std::strerror(errno));
+constexpr auto kUnreadable = "[file] cannot be read: [words]"_fact;
+constexpr auto kUnwritable = "[file] cannot be written: [words]"_fact;
+
+Failure failureOf(const fs::path& file, FactText text) {
+  return Failure(Trouble::other, Fact(text, {{"[file]", file.string()}, {"[words]", std::strerror(errno)}}));
 }
 
 std::string readAll(const FileDescriptor& file, const fs::path& path) {
@@ -37,7 +40,7 @@ std::string readAll(const FileDescriptor& file, const fs::path& path) {
   std::array<char, 4096> piece{};
   for (;;) {
     const auto length = read(file.get(), piece.data(), piece.size());
-    if (length < 0) throw failureOf(path, "read");
+    if (length < 0) throw failureOf(path, kUnreadable);
     if (length == 0) return text;
     text.append(piece.data(), static_cast<std::size_t>(length));
   }
@@ -47,12 +50,13 @@ std::string readAll(const FileDescriptor& file, const fs::path& path) {
 FileDescriptor lockOf(const fs::path& path, std::chrono::milliseconds longest) {
   const auto name = path.string() + ".lock";
   FileDescriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnFile));
-  if (!lock.isOpen()) throw failureOf(path, "written");
+  if (!lock.isOpen()) throw failureOf(path, kUnwritable);
   const auto end = std::chrono::steady_clock::now() + longest;
   while (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno != EWOULDBLOCK) throw failureOf(path, "written");
+    if (errno != EWOULDBLOCK) throw failureOf(path, kUnwritable);
     if (std::chrono::steady_clock::now() >= end)
-      throw Failure(name + " is locked by another program; see which by fuser " + name);
+      throw Failure(Trouble::other, Fact(name + " is locked by another program; see which by fuser " + name,
+                                         "[file] is locked by another program"_fact, {{"[file]", name}}));
     std::this_thread::sleep_for(kLockInterval);
   }
   return lock;
@@ -71,14 +75,14 @@ bool writeAll(const FileDescriptor& file, std::string_view text) {
 void replace(const fs::path& path, const std::string& text, const struct stat* old) {
   auto name = path.string() + ".XXXXXX";
   const FileDescriptor file(mkostemp(name.data(), O_CLOEXEC));
-  if (!file.isOpen()) throw failureOf(path, "written");
+  if (!file.isOpen()) throw failureOf(path, kUnwritable);
   const bool isWhole =
       writeAll(file, text) &&
       (old == nullptr || old->st_uid == geteuid() || fchown(file.get(), old->st_uid, old->st_gid) == 0) &&
       fchmod(file.get(), old == nullptr ? kReadableFile : old->st_mode) == 0 &&
       std::rename(name.c_str(), path.c_str()) == 0;
   if (isWhole) return;
-  const auto failure = failureOf(path, "written");
+  const auto failure = failureOf(path, kUnwritable);
   unlink(name.c_str());
   throw Failure(failure);
 }
@@ -93,16 +97,18 @@ bool fitsIntoLine(const std::string& value) {
 }
 
 Failure cannotKeep(const std::string& keyword) {
-  return Failure(Trouble::notKeptForAllJobs,
-                 "CUPS cannot keep the value of " + keyword +
-                     " as a default (it keeps none that is empty, is very long, or "
-                     "holds # or a line break)",
-                 "; give another by -o " + keyword + "=...");
+  return Failure(
+      Trouble::notKeptForAllJobs,
+      Fact(
+          "CUPS cannot keep the value of [option] as a default (it keeps none that is empty, is very long, or holds # or a line break)"_fact,
+          {{"[option]", keyword}}),
+      "; give another by -o " + keyword + "=...");
 }
 
 Failure cannotChange(const Printer& printer, const Failure& reason) {
   return Failure(Trouble::notKeptForAllJobs,
-                 "the defaults for " + printer.name + " cannot be changed: " + reason.fact());
+                 Fact("the defaults for [printer] cannot be changed: [reason]"_fact,
+                      {{"[printer]", printer.name}, {"[reason]", reason.fact()}}));
 }
 
 DestinationName nameOf(const Printer& printer) {
@@ -149,9 +155,9 @@ void editFile(const fs::path& file, const std::function<std::string(const std::s
   const auto lock = lockOf(path, longest);
 
   const FileDescriptor now(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!now.isOpen() && errno != ENOENT) throw failureOf(path, "read");
+  if (!now.isOpen() && errno != ENOENT) throw failureOf(path, kUnreadable);
   struct stat old {};
-  if (now.isOpen() && fstat(now.get(), &old) != 0) throw failureOf(path, "read");
+  if (now.isOpen() && fstat(now.get(), &old) != 0) throw failureOf(path, kUnreadable);
   const auto before = now.isOpen() ? readAll(now, path) : "";
   const auto after = edit(before);
   if (after != before) replace(path, after, now.isOpen() ? &old : nullptr);

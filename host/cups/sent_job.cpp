@@ -13,8 +13,24 @@ constexpr std::chrono::seconds kForTheRest{2};
 
 std::string nameOf(const SentJob& job) { return "job " + std::to_string(job.number) + " on " + job.printer; }
 
-std::string withReasons(const std::string& fact, const HeldJob& held) {
-  return fact + (held.reasons.empty() ? "" : " (" + held.reasons + ")");
+std::string withReasons(const std::string& text, const HeldJob& held) {
+  return text + (held.reasons.empty() ? "" : " (" + held.reasons + ")");
+}
+
+Fact factOf(const SentJob& job, std::string english, FactText text, std::vector<FactArgument> others = {}) {
+  others.emplace_back("[number]", std::to_string(job.number));
+  others.emplace_back("[printer]", job.printer);
+  return {std::move(english), text, std::move(others)};
+}
+
+// The options that are lost, in the signs of every language.
+std::string lostText(const HeldJob& held) {
+  std::string text;
+  for (const auto& [keyword, sent, now] : held.lost) {
+    text.append(text.empty() ? "" : ", ").append(keyword).append(" (").append(shortText(sent));
+    text.append(now ? " → " + shortText(*now) : "").append(")");
+  }
+  return text;
 }
 
 std::string lossOf(const LostOption& lost) {
@@ -64,8 +80,10 @@ HeldJob askForHeld(const Connection& connection, const Printer& printer, int num
   std::optional<HeldJob> held;
   connection.persist([&] { held = askForJob(connection, printer, number, sent); });
   if (!held)
-    throw Failure(Trouble::noServer, connection.server() + " says nothing of it",
-                  "; see lpstat -W all -o " + printer.name);
+    throw Failure(
+        Trouble::noServer,
+        Fact(connection.server() + " says nothing of it", kUselessAnswer, {{"[server]", serverName()}}),
+        "; see lpstat -W all -o " + printer.name);
   return *std::move(held);
 }
 
@@ -82,12 +100,20 @@ HeldJob askForWhole(const Connection& connection, const Printer& printer, int nu
 // The failure of a job that nobody is to wait for: cancels it and says whether that is done.
 Failure calledBack(const Failure& failure, UnfinishedJob& unfinished, const SentJob& job) {
   if (unfinished.cancel()) {
-    return Failure(failure.trouble(), failure.fact() + "; " + nameOf(job) + " was cancelled",
-                   failure.remedy(), failure.exitStatus());
+    return Failure(
+        failure.trouble(),
+        factOf(job, failure.fact().english() + "; " + nameOf(job) + " was cancelled",
+               "[reason]; job [number] on [printer] was cancelled"_fact, {{"[reason]", failure.fact()}}),
+        failure.remedy(), failure.exitStatus());
   }
-  return Failure(Trouble::unconfirmedJob,
-                 failure.fact() + "; " + nameOf(job) + " could not be cancelled and may still be printed",
-                 " (see lpstat -o " + job.printer + ")", failure.exitStatus());
+  return Failure(
+      Trouble::unconfirmedJob,
+      factOf(
+          job,
+          failure.fact().english() + "; " + nameOf(job) + " could not be cancelled and may still be printed",
+          "[reason]; job [number] on [printer] could not be cancelled and may still be printed"_fact,
+          {{"[reason]", failure.fact()}}),
+      " (see lpstat -o " + job.printer + ")", failure.exitStatus());
 }
 
 // "job 17 on Morva: processing (job-printing): cutting; 3 sheets printed".
@@ -105,13 +131,24 @@ std::string progressOf(const SentJob& job) {
 std::optional<Failure> objection(const SentJob& job, const std::string& server) {
   const auto& held = *job.held;
   if (const auto end = badEnd(held))
-    return Failure(Trouble::other, withReasons(nameOf(job) + " was " + *end + " at " + server, held));
-  if (!held.incomplete.empty()) {
     return Failure(Trouble::other,
-                   nameOf(job) + " is incomplete: " + server + " holds " + held.incomplete + " of it",
-                   "; print it again");
+                   withWords(factOf(job, nameOf(job) + " was " + *end + " at " + server,
+                                    held.state == IPP_JSTATE_CANCELED
+                                        ? "job [number] on [printer] was cancelled at the print server"_fact
+                                        : "job [number] on [printer] failed at the print server"_fact),
+                             held.reasons));
+  if (!held.incomplete.empty()) {
+    return Failure(
+        Trouble::other,
+        factOf(job, nameOf(job) + " is incomplete: " + server + " holds " + held.incomplete + " of it",
+               "job [number] on [printer] is incomplete at the print server"_fact),
+        "; print it again");
   }
-  if (!held.lost.empty()) return Failure(Trouble::lostSettings, optionsText(job));
+  if (!held.lost.empty())
+    return Failure(
+        Trouble::lostSettings,
+        factOf(job, optionsText(job), "job [number] on [printer] has lost these settings: [options]"_fact,
+               {{"[options]", lostText(held)}}));
   return std::nullopt;
 }
 
@@ -146,9 +183,15 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
     job.failure =
         unanswered
             ? *unanswered
-            : Failure(Trouble::unconfirmedSettings,
-                      nameOf(job) + " was sent, but its options could not be confirmed: " + silence.fact(),
-                      silence.remedy());
+            : Failure(
+                  Trouble::unconfirmedSettings,
+                  factOf(
+                      job,
+                      nameOf(job) +
+                          " was sent, but its options could not be confirmed: " + silence.fact().english(),
+                      "job [number] on [printer] was sent, but its settings could not be confirmed: [reason]"_fact,
+                      {{"[reason]", silence.fact()}}),
+                  silence.remedy());
   }
   if (job.held ? isToStay(*job.held) : !unanswered) {
     unfinished.keep();
@@ -165,9 +208,9 @@ void waitForEnd(const Connection& connection, const Printer& printer, SentJob& j
     try {
       job.held = askForHeld(connection, printer, job.number, {});
     } catch (const Failure& failure) {
-      job.failure =
-          Failure(Trouble::unconfirmedSettings,
-                  "the end of " + nameOf(job) + " is not known: " + failure.fact(), failure.remedy());
+      job.failure = Failure(Trouble::unconfirmedSettings,
+                            "the end of " + nameOf(job) + " is not known: " + failure.fact().english(),
+                            failure.remedy());
       return;
     }
   }

@@ -71,7 +71,6 @@ void ChosenPrinter::onPrinterChanged() {
   if (liveIn(window_.state()).followsPrinter) follow();
 }
 
-// Edits in the panel go along to the next printer.
 void ChosenPrinter::follow() {
   const auto printer = selection_.name();
   if (printer.empty()) return;

@@ -55,7 +55,7 @@ SendResult sendRequest(const PrintRequest& request, std::vector<Document>& docum
   const Connection connection(request.server);
   const auto printer = findPrinter(connection, request.printer);
   checkState(printer, [](const std::string&) {});
-  if (printer.stopped) throw Failure(Trouble::stopped, stoppedText(printer), "; nothing was sent");
+  if (printer.stopped) throw Failure(Trouble::stopped, stoppedFact(printer), "; nothing was sent");
   progress(documents.front().name(), 0, documents.front().size());
   auto options = request.options;
   std::erase_if(options, [&](const Option& option) { return isQueueDefault(option, printer); });

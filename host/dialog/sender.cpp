@@ -20,7 +20,8 @@ Sender::Sender(std::vector<Document> documents, Report report,
 Progress Sender::makeProgress() const {
   return [show = showProgress_, cancelled = cancelled_, underWay = std::make_shared<std::atomic<bool>>(false),
           alive = std::weak_ptr<void>(alive_)](const std::string& name, auto sent, auto size) {
-    if (const char* const reason = *cancelled) throw Failure(Trouble::cancelled, reason);
+    if (const char* const reason = *cancelled)
+      throw Failure(Trouble::cancelled, Fact(reason, "cancelled"_fact, {}));
     // A document goes faster than the dialog can show of it.
     if (underWay->exchange(true)) return;
     Glib::signal_idle().connect_once(
@@ -50,7 +51,8 @@ void Sender::save(const FileTarget& target, std::function<void(const Outcome<Sav
       alive_,
       [target, documents = documents_, cancelled = cancelled_] {
         return saveToFile(documents->front(), target, [&] {
-          if (const char* const reason = *cancelled) throw Failure(Trouble::cancelled, reason);
+          if (const char* const reason = *cancelled)
+            throw Failure(Trouble::cancelled, Fact(reason, "cancelled"_fact, {}));
         });
       },
       [this, done = std::move(done)](const auto& outcome) {

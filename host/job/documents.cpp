@@ -22,7 +22,7 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
     place_ = "standard input";
     file_ = stdin;
   } else if (file.empty()) {
-    throw Failure(Trouble::document, "the name of a file is empty",
+    throw Failure(Trouble::document, Fact("the name of a file is empty"_fact, {}),
                   "; nothing was sent. Name a file that exists and that you may read");
   } else {
     name_ = std::filesystem::path(file).filename().string();
@@ -37,13 +37,16 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
   fill();
   beginning_.assign(buffer_.data(), std::min(filled_, kBeginning));
   if (filled_ == 0)
-    throw Failure(Trouble::document, place_ + " is empty",
+    throw Failure(Trouble::document, Fact(place_ + " is empty", "[file] is empty"_fact, {{"[file]", name_}}),
                   "; nothing was sent. Give a document with something in it");
 }
 
 Failure Document::unreadable() const {
-  return Failure(Trouble::document, place_ + " cannot be read: " + std::strerror(errno),
-                 begun_ ? "" : "; nothing was sent. Name a file that exists and that you may read");
+  return Failure(
+      Trouble::document,
+      Fact(place_ + " cannot be read: " + std::strerror(errno), "[file] cannot be read: [words]"_fact,
+           {{"[file]", place_}, {"[words]", std::strerror(errno)}}),
+      begun_ ? "" : "; nothing was sent. Name a file that exists and that you may read");
 }
 
 void Document::fill() {
@@ -60,9 +63,12 @@ void Document::keep() {
     return std::fwrite(piece.data(), 1, piece.size(), copy.get()) == piece.size();
   };
   if (!copy || !read(write) || std::fflush(copy.get()) != 0) {
-    throw Failure(place_ + " cannot be kept until it is printed: " + std::strerror(errno) +
+    throw Failure(Trouble::other,
+                  Fact(place_ + " cannot be kept until it is printed: " + std::strerror(errno),
+                       "[file] cannot be kept until it is printed: [words]"_fact,
+                       {{"[file]", name_}, {"[words]", std::strerror(errno)}}),
                   "; nothing was sent. Make room in " + std::filesystem::temp_directory_path().string() +
-                  " or give a file");
+                      " or give a file");
   }
   opened_ = std::move(copy);
   file_ = opened_.get();

@@ -139,7 +139,9 @@ std::string shellWord(const std::string& text) {
 void refuseLossyValues(const Options& options) {
   for (const auto& [keyword, value] : options) {
     if (const auto reason = loss(value)) {
-      throw Failure("the value of " + keyword + " " + *reason +
+      throw Failure(Trouble::other,
+                    Fact("the value of " + keyword + " " + *reason, kUnsendable,
+                         {{"[option]", keyword}, {"[value]", shortText(value)}}),
                     "; nothing was sent. Give another value by -o " + keyword + "=...");
     }
   }
@@ -152,8 +154,11 @@ void refuseLossyTitle(const std::string& title) {
   if (!hasControl && title.size() <= kLongestTitle) return;
   const std::string fault =
       hasControl ? "holds a control character" : "is longer than " + std::to_string(kLongestTitle) + " bytes";
-  throw Failure("the title " + fault +
-                ", and CUPS would print \"Untitled\" instead; nothing was sent. Give another by -t");
+  throw Failure(Trouble::other,
+                Fact("the title " + fault + ", and CUPS would print \"Untitled\" instead",
+                     "the job's title holds a control character, or is longer than [size] bytes"_fact,
+                     {{"[size]", std::to_string(kLongestTitle)}}),
+                "; nothing was sent. Give another by -t");
 }
 
 OptionList::OptionList(const Options& options) {

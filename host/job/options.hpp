@@ -7,7 +7,12 @@
 
 #include <cups/cups.h>
 
+#include "host/fact.hpp"
+
 namespace tandemtrim::host {
+
+/// Of an option that would not arrive as it is.
+inline constexpr auto kUnsendable = "the value of [option] cannot be sent: [value]"_fact;
 
 /// One job option: a keyword and its value, exactly as the printer's filters are to see them.
 struct Option {

@@ -60,7 +60,8 @@ std::optional<fs::path> findBundle(const std::optional<std::string>& plugin,
   if (plugin) {
     std::error_code unreadable;
     if (!fs::is_directory(*plugin, unreadable)) {
-      throw PluginFailure("--plugin " + *plugin + " is no folder");
+      throw PluginFailure(
+          Fact("--plugin " + *plugin + " is no folder", "[file] is no folder"_fact, {{"[file]", *plugin}}));
     }
     if (isBundle(*plugin)) return *plugin;
   }
@@ -97,8 +98,9 @@ std::optional<fs::path> bundleOfPrinter(const std::optional<std::string>& plugin
   if (names.empty()) return std::nullopt;
   auto bundle = findBundle(plugin, names);
   if (!bundle) {
-    throw PluginFailure("the plug-in " + anyOf(names) +
-                        (plugin ? " is not in " + *plugin : " is not installed"));
+    throw PluginFailure(
+        Fact("the plug-in " + anyOf(names) + (plugin ? " is not in " + *plugin : " is not installed"),
+             "the plug-in [names] is not installed"_fact, {{"[names]", anyOf(names)}}));
   }
   return bundle;
 }

@@ -17,7 +17,7 @@ using platform::memory::PanelView;
 
 PanelView& screenlessView(const std::string& bundle, platform::View& view) {
   auto* const screenless = dynamic_cast<PanelView*>(&view);
-  if (screenless == nullptr) throw unusable(bundle, "its view needs a screen");
+  if (screenless == nullptr) throw incomplete(bundle, "its view needs a screen");
   return *screenless;
 }
 
@@ -129,7 +129,7 @@ bool PanelSession::shouldPrint() const {
 platform::View& PanelSession::view() {
   if (view_ == nullptr) {
     auto* const loaded = call("panelView", [](auto& panel) { return panel.panelView(); });
-    if (loaded == nullptr) throw unusable(plugin_.bundle, "its view could not be loaded");
+    if (loaded == nullptr) throw incomplete(plugin_.bundle, "its view could not be loaded");
     // A view that is just loaded shows nothing of what the settings hold.
     restore();
     view_ = loaded;
@@ -146,7 +146,8 @@ void PanelSession::restore() {
   std::string error;
   if (!call("restoreValuesAndReturnError",
             [&](auto& panel) { return panel.restoreValuesAndReturnError(&error); }))
-    throw PluginFailure("the plug-in " + plugin_.bundle + " could not show the settings: " + error);
+    throw PluginFailure(Fact("the plug-in [bundle] could not show the settings: [words]"_fact,
+                             {{"[bundle]", plugin_.bundle}, {"[words]", error}}));
   readUnedited();
 }
 
@@ -163,7 +164,8 @@ void PanelSession::store(const StoredValues& values) const {
 void PanelSession::saveAll() const {
   std::string error;
   if (!call("saveValuesAndReturnError", [&](auto& panel) { return panel.saveValuesAndReturnError(&error); }))
-    throw PluginFailure("the plug-in " + plugin_.bundle + " could not save the settings: " + error);
+    throw PluginFailure(Fact("the plug-in [bundle] could not save the settings: [words]"_fact,
+                             {{"[bundle]", plugin_.bundle}, {"[words]", error}}));
 }
 
 void PanelSession::readUnedited() {

@@ -22,15 +22,19 @@ auto callPlugin(const std::string& bundle, const std::string& operation, Call&& 
   } catch (const Failure&) {
     throw;  // The host's own.
   } catch (const std::exception& raised) {
-    throw PluginFailure("the plug-in " + bundle + " failed in " + operation + ": " + raised.what());
+    throw PluginFailure(Fact("the plug-in [bundle] failed in [operation]: [words]"_fact,
+                             {{"[bundle]", bundle}, {"[operation]", operation}, {"[words]", raised.what()}}));
   } catch (...) {
-    throw PluginFailure("the plug-in " + bundle + " failed in " + operation +
-                        " for a reason that it does not tell");
+    throw PluginFailure(
+        Fact("the plug-in [bundle] failed in [operation] for a reason that it does not tell"_fact,
+             {{"[bundle]", bundle}, {"[operation]", operation}}));
   }
 }
 
 /// The failure of a plug-in that does not do its part.
-PluginFailure unusable(const std::string& bundle, const std::string& reason);
+PluginFailure unusable(const std::string& bundle, const Fact& reason);
+/// The same where the reason is that it lacks a part, as English says in detail.
+PluginFailure incomplete(const std::string& bundle, const std::string& reason);
 
 /// The bundle of a plug-in: its resources, and by its Info.plist its modules.
 struct PluginBundle {

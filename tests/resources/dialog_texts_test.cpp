@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <filesystem>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,10 +16,38 @@ namespace {
 
 using platform::linux::StringsTable;
 
+// The texts that are marked as facts in a source: literals, one behind the other, and the mark behind them.
+std::set<std::string> factsIn(const std::string& source) {
+  static const std::regex marked(R"lit(((?:"(?:[^"\\\n]|\\.)*"\s*)+)_fact)lit");
+  static const std::regex literal(R"lit("((?:[^"\\\n]|\\.)*)")lit");
+  std::set<std::string> facts;
+  const std::sregex_iterator end;
+  for (std::sregex_iterator fact(source.begin(), source.end(), marked); fact != end; ++fact) {
+    const auto literals = fact->str(1);
+    std::string text;
+    for (std::sregex_iterator part(literals.begin(), literals.end(), literal); part != end; ++part)
+      text += std::regex_replace(part->str(1), std::regex(R"(\\(.))"), "$1");
+    // The operator itself marks an empty one.
+    if (!text.empty()) facts.insert(text);
+  }
+  return facts;
+}
+
+std::set<std::string> factsOfTheHost() {
+  std::set<std::string> facts;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(HOST)) {
+    const auto kind = entry.path().extension();
+    if (kind == ".cpp" || kind == ".hpp") facts.merge(factsIn(contentsOf(entry.path())));
+  }
+  return facts;
+}
+
 std::set<std::string> keysOfTheDialog() {
   std::set<std::string> keys(host::kTexts.begin(), host::kTexts.end());
   keys.insert(host::kHelpTexts.begin(), host::kHelpTexts.end());
   for (const auto& entry : host::kTroubleTexts) keys.insert(entry.second);
+  static const auto facts = factsOfTheHost();
+  keys.insert(facts.begin(), facts.end());
   return keys;
 }
 
@@ -61,6 +91,13 @@ TEST_P(DialogTexts, AreTranslated) {
 
 TEST_P(DialogTexts, AdviseNoOptionsOfTheCommandLine) {
   for (const auto& [key, text] : table) EXPECT_THAT(text, testing::Not(testing::ContainsRegex(" -[a-z-]")));
+}
+
+// A dialog has no environment and no command line.
+TEST_P(DialogTexts, NameNothingOfATerminal) {
+  for (const auto& [key, text] : table)
+    EXPECT_THAT(text, testing::Not(testing::ContainsRegex("LPDEST|lpstat|lpadmin|cupsenable|cupsaccept")))
+        << key;
 }
 
 INSTANTIATE_TEST_SUITE_P(In, DialogTexts, testing::ValuesIn(kLanguages), [](const auto& language) {

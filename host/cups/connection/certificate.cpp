@@ -70,25 +70,32 @@ std::optional<std::string> checkCertificate(http_t* http, const std::string& ser
   const auto kept = keptFor(host);
   if (!kept) {
     if (std::error_code ignored; fs::exists(fileOf(host), ignored)) {
-      throw Failure(Trouble::insecure, "the certificate of " + server + " that was kept cannot be read",
+      throw Failure(Trouble::insecure,
+                    Fact("the certificate of the print server at [server] that was kept cannot be read"_fact,
+                         {{"[server]", server}}),
                     "; mend or remove " + fileOf(host).string());
     }
     if (httpCredentialsGetTrust(shown.get(), host.c_str()) != HTTP_TRUST_OK) {
-      throw Failure(Trouble::insecure,
-                    server + " shows a certificate that is not trusted (" + lastWords() + ")",
-                    "; get the right one from its administrator as " + fileOf(host).string() +
-                        ", or see client.conf(5)");
+      throw Failure(
+          Trouble::insecure,
+          Fact("the print server at [server] shows a certificate that is not trusted ([words])"_fact,
+               {{"[server]", server}, {"[words]", lastWords()}}),
+          "; get the right one from its administrator as " + fileOf(host).string() +
+              ", or see client.conf(5)");
     }
   } else if (bytesOf(shown) == bytesOf(kept)) {
     return std::nullopt;
   } else {
-    throw Failure(Trouble::insecure,
-                  server + " shows another certificate than before, so it may be another server",
-                  "; where its administrator says that the certificate was replaced, remove " +
-                      fileOf(host).string() + " and print again");
+    throw Failure(
+        Trouble::insecure,
+        Fact(
+            "the print server at [server] shows another certificate than before, so it may be another server"_fact,
+            {{"[server]", server}}),
+        "; where its administrator says that the certificate was replaced, remove " + fileOf(host).string() +
+            " and print again");
   }
   if (keep(shown, host)) return std::nullopt;
-  return "the certificate of " + server + " cannot be kept as " + fileOf(host).string() +
+  return "the certificate of the print server at " + server + " cannot be kept as " + fileOf(host).string() +
          ", so that nobody will notice when another server takes its place";
 }
 

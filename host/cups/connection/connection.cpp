@@ -37,20 +37,18 @@ std::chrono::seconds timeoutFromEnvironment() {
   return isNumber && seconds > 0 ? std::chrono::seconds(seconds) : kTimeout;
 }
 
-// Where the server is, for messages: a socket's path, or host and port.
-std::string serverName() {
-  const std::string server = cupsServer();
-  return server.starts_with('/') ? server : server + ":" + std::to_string(ippPort());
-}
+constexpr auto kBroken = "the print server at [server] broke the connection"_fact;
 
 Failure nobodyAnswers() {
-  return Failure(Trouble::noServer, "no print server answers at " + serverName(),
+  return Failure(Trouble::noServer,
+                 Fact("no print server answers at [server]"_fact, {{"[server]", serverName()}}),
                  "; start CUPS there, or name another server by -h");
 }
 
 Failure notEncrypted() {
   return Failure(Trouble::insecure,
-                 "the print server at " + serverName() + " gives no encrypted connection, which is required",
+                 Fact("the print server at [server] gives no encrypted connection, which is required"_fact,
+                      {{"[server]", serverName()}}),
                  "; ask its administrator, or name another server by -h");
 }
 
@@ -96,7 +94,9 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
     if (isSilent()) break;
     if (status < HTTP_STATUS_MULTIPLE_CHOICES) throw brokenConnection();
     if (status < HTTP_STATUS_BAD_REQUEST) {
-      throw Failure(Trouble::noServer, server() + " sends requests elsewhere (" + httpStatus(status) + ")",
+      throw Failure(Trouble::noServer,
+                    Fact(server() + " sends requests elsewhere (" + httpStatus(status) + ")", kRefusal,
+                         {{"[server]", serverName()}, {"[words]", httpStatus(status)}}),
                     "; name the print server itself by -h");
     }
     isToBeEncrypted |= status == HTTP_STATUS_UPGRADE_REQUIRED;
@@ -167,37 +167,49 @@ bool Connection::isToBeClosed() const {
 
 void Connection::checkServer() const {
   if (httpIsEncrypted(get()) == 0) return;
-  if (auto warning = checkCertificate(get(), server())) warning_ = std::move(warning);
+  if (auto warning = checkCertificate(get(), serverName())) warning_ = std::move(warning);
 }
 
 void Connection::reconnect() const {
   bounds_->renew();
   httpClearFields(get());
   if (connect()) return;
-  throw Failure(Trouble::noServer, server() + " broke the connection and takes no new one",
-                "; see whether it is still running");
+  throw Failure(
+      Trouble::noServer,
+      Fact(server() + " broke the connection and takes no new one", kBroken, {{"[server]", serverName()}}),
+      "; see whether it is still running");
 }
 
 std::string Connection::server() const { return "the print server at " + serverName(); }
 
+std::string serverName() {
+  const std::string server = cupsServer();
+  return server.starts_with('/') ? server : server + ":" + std::to_string(ippPort());
+}
+
 Failure Connection::brokenConnection() const {
-  return Failure(Trouble::noServer, server() + " broke the connection", "; see whether it is still running");
+  return Failure(Trouble::noServer, Fact(kBroken, {{"[server]", serverName()}}),
+                 "; see whether it is still running");
 }
 
 Failure Connection::lastFailure() const {
   if (bounds_->givenUp == GivenUp::tooLarge) {
-    return Failure(Trouble::noServer, server() + " gave an answer that is too large",
-                   "; see whether it is a print server");
+    return Failure(
+        Trouble::noServer,
+        Fact(server() + " gave an answer that is too large", kUselessAnswer, {{"[server]", serverName()}}),
+        "; see whether it is a print server");
   }
   if (isSilent()) {
-    return Failure(Trouble::noServer,
-                   server() + " did not answer within " + std::to_string(bounds_->longest.count()) + " s",
-                   "; see whether it is still running, or name another server by -h");
+    return Failure(
+        Trouble::noServer,
+        Fact("the print server at [server] did not answer within [seconds] s"_fact,
+             {{"[server]", serverName()}, {"[seconds]", std::to_string(bounds_->longest.count())}}),
+        "; see whether it is still running, or name another server by -h");
   }
   const auto status = httpGetStatus(get());
   // libcups takes an errno, which may be 0, for its word on a connection that ends in front of an answer.
   const bool isBroken = status < HTTP_STATUS_OK || cupsLastError() < IPP_STATUS_ERROR_BAD_REQUEST;
-  return isBroken ? brokenConnection() : refusal(get(), server());
+  return isBroken ? brokenConnection() : refusal(get(), serverName());
 }
 
 bool Connection::isTurnedDown() const noexcept {

@@ -11,6 +11,12 @@
 
 namespace tandemtrim::host {
 
+/// Where the thread's server is, for messages: a socket's path, or host and port.
+std::string serverName();
+
+/// What a server says that answers otherwise than a print server does.
+inline constexpr auto kUselessAnswer = "the print server at [server] gave an answer that cannot be used"_fact;
+
 /// A connection to a print server on which no request waits for ever.
 class Connection {
  public:

@@ -135,12 +135,18 @@ Failure unauthorized(const std::string& server) {
   const std::string user = cupsUser();
   const std::string others = ", print as another user by -U, or ask the server's administrator";
   return isLoginGiven()
-             ? Failure(Trouble::unauthorized,
-                       "Unauthorized: " + server + " does not take that password for " + user,
-                       "; try again with another" + others)
-             : Failure(Trouble::unauthorized,
-                       "Unauthorized: " + server + " wants the password of " + user + " and got none",
-                       "; type it at a terminal" + others);
+             ? Failure(
+                   Trouble::unauthorized,
+                   Fact(
+                       "Unauthorized: the print server at [server] does not take that password for [user]"_fact,
+                       {{"[server]", server}, {"[user]", user}}),
+                   "; try again with another" + others)
+             : Failure(
+                   Trouble::unauthorized,
+                   Fact(
+                       "Unauthorized: the print server at [server] wants the password of [user] and got none"_fact,
+                       {{"[server]", server}, {"[user]", user}}),
+                   "; type it at a terminal" + others);
 }
 
 }  // namespace
@@ -152,8 +158,12 @@ Failure refusal(http_t* http, const std::string& server) {
   const bool isKnown = known != kMeanings.end();
   const auto& meaning = isKnown ? *known : kUnknown;
   const auto words = wordsOf(http, status, isKnown);
-  return Failure(meaning.trouble, server + ' ' + meaning.fact + (words.empty() ? "" : " (" + words + ")"),
-                 meaning.remedy);
+  auto english =
+      "the print server at " + server + ' ' + meaning.fact + (words.empty() ? "" : " (" + words + ")");
+  // In other languages the trouble says what it means.
+  Fact fact(std::move(english), kRefusal,
+            {{"[server]", server}, {"[words]", words.empty() ? ippErrorString(status) : words}});
+  return Failure(meaning.trouble, std::move(fact), meaning.remedy);
 }
 
 }  // namespace tandemtrim::host

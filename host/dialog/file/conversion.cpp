@@ -15,7 +15,6 @@
 
 #include "host/dialog/texts/texts.hpp"
 #include "host/failure.hpp"
-#include "host/filled_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -78,8 +77,7 @@ Conversion::Conversion(Document& document, FileFormat format, const std::functio
   }
   if (!original || command.empty() || !runInto(converted_.path, command, check) ||
       formatOf(beginningOf(converted_.path)) != format) {
-    throw Failure(Trouble::userMessage,
-                  filled(localized(kNotConvertedText), {{"[format]", titleOf(format)}}));
+    throw Failure(Trouble::userMessage, Fact(FactText{kNotConvertedText}, {{"[format]", titleOf(format)}}));
   }
 }
 

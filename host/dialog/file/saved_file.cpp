@@ -10,14 +10,13 @@
 #include "host/dialog/file/conversion.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/failure.hpp"
-#include "host/filled_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
 Failure notSaved(const std::string& name, const std::string& reason) {
   return Failure(Trouble::userMessage,
-                 filled(localized(kNotSavedText), {{"[file]", name}, {"[reason]", reason}}));
+                 Fact(FactText{kNotSavedText}, {{"[file]", name}, {"[reason]", reason}}));
 }
 
 // A link stays and what it leads to is replaced.
@@ -85,7 +84,7 @@ SavedFile saveToFile(Document& document, const FileTarget& target, const std::fu
   // A pipe would be waited for.
   if (const auto type = file->query_file_type();
       type != Gio::FileType::UNKNOWN && type != Gio::FileType::REGULAR)
-    throw Failure(Trouble::userMessage, filled(localized(kNoFileText), {{"[file]", name}}));
+    throw Failure(Trouble::userMessage, Fact(FactText{kNoFileText}, {{"[file]", name}}));
   try {
     std::uint64_t bytes = 0;
     if (formatOf(document.beginning()) == target.format) {

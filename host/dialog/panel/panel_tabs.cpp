@@ -6,7 +6,6 @@
 
 #include <gtk/gtk.h>
 
-#include "host/changed_entries.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/panel/bundle_search.hpp"
 
@@ -84,20 +83,14 @@ void PanelTabs::startFrom(const std::string& printer, const std::vector<Options>
     settings_ = left->second;
   } else {
     for (const auto& some : options) storeOptions(some, keywords(), settings_);
-    storeOptions(edits_, keywords(), settings_);
   }
-  started_ = storedOptions(settings_, keywords());
 }
 
 void PanelTabs::leavePrinter(const std::string& printer) {
   const bool isOpen = session_ != nullptr;
-  const auto known = keywords();
   if (session_) guarded([&] { session_->save(); });
   close();
-  if (isOpen) {
-    for (auto& edit : changedEntries(started_, storedOptions(settings_, known))) setOption(edits_, edit);
-    left_[printer] = settings_;
-  }
+  if (isOpen) left_[printer] = settings_;
   bundle_.reset();
   hasFailed_ = false;
 }
@@ -137,7 +130,7 @@ std::vector<std::string> PanelTabs::keywords() const {
 // each time.
 void PanelTabs::showPanel() {
   auto& view = session_->view();
-  if (view.toolkitView() == nullptr) throw unusable(bundle_->path, "its view could not be loaded");
+  if (view.toolkitView() == nullptr) throw incomplete(bundle_->path, "its view could not be loaded");
   page_.showView(GTK_WIDGET(view.toolkitView()));
   const auto sheet = paper();
   callPlugin(bundle_->path, "setPaperSize", [&] { view.setPaperSize(sheet.width, sheet.height); });

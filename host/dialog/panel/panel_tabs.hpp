@@ -20,7 +20,7 @@
 namespace tandemtrim::host {
 
 /// The dialog's two tabs for the printer's panel: its page and its summary. The panel works on settings of
-/// its own for each printer; what the user edits goes along to the next one. A panel that fails is closed,
+/// its own for each printer: margins that suit one need not suit another. A panel that fails is closed,
 /// its page is hidden, and the dialog goes on.
 class PanelTabs : public sigc::trackable {
  public:
@@ -61,9 +61,8 @@ class PanelTabs : public sigc::trackable {
   /// The option keywords that no other tab shows or sends: those of the printer's panel or, without one, of
   /// all panels that are installed.
   [[nodiscard]] std::vector<std::string> keywords() const;
-  /// Stores the options that the panel of this printer starts from, those that count more behind the others:
-  /// these and, over them, the user's edits; for a printer that the user comes back to, what it was left
-  /// with.
+  /// Stores the options that the panel of this printer starts from, those that count more behind the others;
+  /// for a printer that the user comes back to, what it was left with instead.
   void startFrom(const std::string& printer, const std::vector<Options>& options);
   /// The panel's options, as saved last.
   [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
@@ -100,9 +99,7 @@ class PanelTabs : public sigc::trackable {
   const Report report_;
   const Events events_;
   platform::linux::PrintSettings settings_;
-  // What the settings held at the start, and what the user changed since, at all printers.
-  Options started_;
-  Options edits_;
+  // What the panels of printers were left with.
   std::map<std::string, platform::linux::PrintSettings> left_;
   PanelPage& page_;
   Gtk::Label& title_;

@@ -101,8 +101,9 @@ std::optional<Failure> remember(const PrinterPlace& place, const Remembered& set
   GError* failure = nullptr;
   if (g_file_set_contents_full(file.c_str(), text.data(), static_cast<gssize>(text.size()),
                                G_FILE_SET_CONTENTS_CONSISTENT, kOwnFile, &failure) == FALSE) {
-    const Failure forgotten(Trouble::notRemembered, "the settings of this job cannot be remembered: " +
-                                                        std::string(failure->message));
+    const Failure forgotten(
+        Trouble::notRemembered,
+        Fact("the settings of this job cannot be remembered: [words]"_fact, {{"[words]", failure->message}}));
     g_error_free(failure);
     report(forgotten.what());
     return forgotten;

@@ -188,8 +188,8 @@ bool isAskedFor(const Option& option, const Options& asked) {
 // GTK turns a time of day into universal time and passes on what is none.
 void refuseWrongTime(const Gtk::PrintSettings& settings) {
   if (settings.get("print-at") != "at" || isTimeOfDay(settings.get("cups-job-hold-until").raw())) return;
-  throw Failure(Trouble::userMessage, filled(localized(kWrongTimeText),
-                                             {{"[text]", shortText(settings.get("print-at-time").raw())}}));
+  throw Failure(Trouble::userMessage,
+                Fact(FactText{kWrongTimeText}, {{"[text]", shortText(settings.get("print-at-time").raw())}}));
 }
 
 // The option media may name a tray besides the paper.
@@ -245,7 +245,7 @@ Options rowsShowing(const TabSettings& tabs, const Options& options) {
 void refuseWrongPages(const std::string& text) {
   // GTK takes what it does not understand for page 1.
   if (text.empty() || !parsePageRanges(text, ",;:").mistake) return;
-  throw Failure(Trouble::userMessage, filled(localized(kWrongPagesText), {{"[text]", shortText(text)}}));
+  throw Failure(Trouble::userMessage, Fact(FactText{kWrongPagesText}, {{"[text]", shortText(text)}}));
 }
 
 void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize* printersPaper,
@@ -265,7 +265,7 @@ void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize*
   setOption(options, {"page-set", valueOf(kPageSets, static_cast<int>(settings.get_page_set()))});
   if (settings.get_print_pages() == Gtk::PrintPages::RANGES) {
     auto ranges = pageRangesText(pageRangesOf(settings));
-    if (ranges.empty()) throw Failure(Trouble::userMessage, localized(kNoPagesText));
+    if (ranges.empty()) throw Failure(Trouble::userMessage, Fact(FactText{kNoPagesText}, {}));
     setOption(options, {"page-ranges", std::move(ranges)});
   }
 

@@ -72,8 +72,8 @@ std::string problemsText(const std::vector<IllegalValue>& values, const std::vec
 std::string failureText(const Failure& failure) {
   const auto* const text =
       std::ranges::find(kTroubleTexts, failure.trouble(), [](const auto& entry) { return entry.first; });
-  if (text == kTroubleTexts.end()) return failure.fact();
-  return localized(text->second) + '\n' + failure.fact();
+  const auto fact = failure.fact().in(localized);
+  return text == kTroubleTexts.end() ? fact : localized(text->second) + '\n' + fact;
 }
 
 std::string failuresText(const std::vector<Failure>& failures) {

@@ -129,7 +129,7 @@ std::string localized(std::string_view text);
 /// conflict.
 std::string problemsText(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
 
-/// What is wrong and what to do about it, and on a line of its own the fact itself, which is English.
+/// What is wrong and what to do about it, and on a line of its own the fact itself.
 std::string failureText(const Failure& failure);
 
 /// The same for several, one below the other.

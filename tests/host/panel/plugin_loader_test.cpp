@@ -30,7 +30,7 @@ PluginFailure pluginFailureOf(const std::string& bundle) {
     return failure;
   }
   ADD_FAILURE() << "the plug-in did not fail";
-  return PluginFailure("");
+  return PluginFailure(Fact(""));
 }
 
 TEST(APlugin, ThatWorksPlaysItsPanel) {
