@@ -8,6 +8,7 @@
 #include <glibmm/error.h>
 #include <glibmm/keyfile.h>
 #include <glibmm/uriutils.h>
+#include <gtk/gtk.h>
 
 namespace tandemtrim::host {
 namespace {
@@ -30,12 +31,14 @@ void setAside(const fs::path& file, const std::string& reason, const Report& rep
          "); the file is now " + (failed ? file : aside).string());
 }
 
-// When a job is printed.
-constexpr std::array<const char*, 3> kTimes{"print-at", "print-at-time", "cups-job-hold-until"};
+// When a job is printed, and the file that it is saved to.
+constexpr std::array<const char*, 5> kWhenAndWhere{"print-at", "print-at-time", "cups-job-hold-until",
+                                                   GTK_PRINT_SETTINGS_OUTPUT_URI,
+                                                   GTK_PRINT_SETTINGS_OUTPUT_FILE_FORMAT};
 
 void removeThoseOfOneJob(Gtk::PrintSettings& settings) {
   for (const auto* key : kKeysOfTheDocument) settings.unset(key);
-  for (const auto* key : kTimes) settings.unset(key);
+  for (const auto* key : kWhenAndWhere) settings.unset(key);
 }
 
 // Empty for the server of this computer.

@@ -114,11 +114,13 @@ TEST_F(RememberedSettings, LeaveOutWhatIsOfOneJob) {
   job.set("cups-job-hold-until", "indefinite");
   job.set("print-at", "on-hold");
   job.set("print-at-time", "23:00");
+  job.set("output-uri", "file:///tmp/secret.pdf");
+  job.set("output-file-format", "pdf");
   remember(place, settings, report);
   const auto recalled = recall(place, report).tabs.settings;
   EXPECT_EQ(recalled->get_print_pages(), Gtk::PrintPages::ALL);
-  for (const char* key :
-       {"page-ranges", "page-set", "n-copies", "collate", "cups-job-hold-until", "print-at", "print-at-time"})
+  for (const char* key : {"page-ranges", "page-set", "n-copies", "collate", "cups-job-hold-until", "print-at",
+                          "print-at-time", "output-uri", "output-file-format"})
     EXPECT_FALSE(recalled->has_key(key)) << key;
   EXPECT_TRUE(recalled->get_reverse());
   EXPECT_EQ(job.get_print_pages(), Gtk::PrintPages::RANGES) << "the job's own settings changed";
