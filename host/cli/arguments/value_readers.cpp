@@ -99,7 +99,7 @@ void refuseWrongServer(const std::string& server) {
   const std::string_view address = std::string_view(server).substr(0, server.find('/'));
   const auto colon = address.rfind(':');
   const auto host = address.substr(0, colon);
-  const auto remedy = "write host or host:port";
+  const auto* const remedy = "write host or host:port";
   if (host.empty()) throw wrong("-h", server, "no server is named", remedy);
   const bool hasPort =
       colon != std::string_view::npos && (host.ends_with(']') || host.find(':') == std::string_view::npos);
