@@ -20,13 +20,13 @@ constexpr int kSendAsItIs = 2;
 
 Dialog::Dialog(const CommandLine& line, const Report& report)
     : sender_(openDocuments(line.files), report,
-              [this](const std::string& progress) { window_.showProgress(progress); }),
+              [this](const auto& text, auto share) { window_.showProgress(text, share); }),
       window_(sender_.fileFormats()),
       questions_(window_.dialog()),
       login_(window_.dialog()),
       printer_(
           line, report, window_,
-          {[this] { print(false); }, [this](const std::string& help) { questions_.showInformation(help); }}) {
+          {[this] { print(false); }, [this](const std::string& help) { questions_.showMessage(help); }}) {
   window_.dialog().signal_response().connect(sigc::mem_fun(*this, &Dialog::onResponse));
 }
 
@@ -73,7 +73,7 @@ void Dialog::print(bool withProblems) {
   if (!liveIn(window_.state()).content) return;
   const auto& selection = printer_.selection();
   if (!selection.isPrinter() && !selection.isFile())
-    return questions_.showWarning(localized(kChoosePrinterText));
+    return questions_.showMessage(localized(kChoosePrinterText));
   window_.enter(withPrint(window_.state()));
   if (liveIn(window_.state()).printWaits) return;
   if (selection.isFile()) return save();
@@ -85,21 +85,18 @@ void Dialog::print(bool withProblems) {
   try {
     send();
   } catch (const Failure& failure) {
-    questions_.showWarning(failureText(failure));
+    questions_.showMessage(failureText(failure));
   }
 }
 
 // A conflict is asked about once, and has nothing that could be corrected for the user.
 void Dialog::askAboutProblems(const std::vector<IllegalValue>& values,
                               const std::vector<Conflict>& conflicts) {
-  std::vector<Questions::Answer> answers{{localized(kBackText), Gtk::ResponseType::CANCEL},
+  std::vector<Questions::Answer> answers{{localized(kCancelText), Gtk::ResponseType::CANCEL},
                                          {localized(kSendAsItIsText), kSendAsItIs}};
-  if (values.empty()) {
-    std::ranges::reverse(answers);
-  } else {
-    answers.emplace_back(localized(kCorrectText), kCorrect);
-  }
-  questions_.ask(problemsText(values, conflicts), answers,
+  if (!values.empty()) answers.emplace_back(localized(kCorrectText), kCorrect);
+  questions_.ask({localized(kNotAllowedText), problemTexts(values, conflicts)}, answers,
+                 values.empty() ? Gtk::ResponseType::CANCEL : kCorrect,
                  [this, hasConflicts = !conflicts.empty()](int answer) {
                    if (answer == kCorrect) printer_.panel().correct();
                    if (answer == kCorrect || answer == kSendAsItIs)
@@ -124,7 +121,7 @@ void Dialog::save() {
     window_.showProgress(localized(kSavingText));
     sender_.save(target, [this](const auto& outcome) { onSaved(outcome); });
   } catch (const Failure& failure) {
-    questions_.showWarning(failureText(failure));
+    questions_.showMessage(failureText(failure));
   }
 }
 
@@ -136,7 +133,7 @@ void Dialog::onSaved(const Outcome<SavedFile>& outcome) {
     failure_ = outcome.failure;
     return window_.close();
   }
-  questions_.showWarning(failureText(*outcome.failure));
+  questions_.showMessage(failureText(*outcome.failure));
   printer_.follow();
 }
 
@@ -152,13 +149,13 @@ void Dialog::onSent(const Outcome<SendResult>& outcome) {
     return window_.close();
   }
   if (outcome.failure) {
-    questions_.showWarning(failureText(*outcome.failure));
+    questions_.showMessage(failureText(*outcome.failure));
     // GTK may have selected another printer meanwhile.
     return printer_.follow();
   }
   const auto& problems = outcome.result->problems;
   if (problems.empty()) return window_.close();
-  questions_.showWarning(failuresText(problems), [this] { window_.close(); });
+  questions_.showMessage(failuresText(problems), [this] { window_.close(); });
 }
 
 }  // namespace tandemtrim::host

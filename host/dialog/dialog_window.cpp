@@ -11,8 +11,9 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr int kLineMargin = 18;
+constexpr int kLineMargin = 12;
 constexpr int kNoticeSpacing = 12;
+constexpr int kProgressSpacing = 6;
 
 // GTK finds printers, and the file to print to, by backends that it loads with its dialog.
 void leaveFilesOut() {
@@ -48,7 +49,9 @@ DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats)
     : dialog_(titleOnceBackendsAreSet(fileFormats)),
       notice_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kNoticeSpacing)),
       noticeText_(*Gtk::make_managed<Gtk::Label>()),
-      progress_(*Gtk::make_managed<Gtk::Label>()) {
+      progress_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kNoticeSpacing)),
+      progressText_(*Gtk::make_managed<Gtk::Label>()),
+      progressBar_(*Gtk::make_managed<Gtk::ProgressBar>()) {
   // Escape and the window's own button close it; its tabs are still in use then.
   dialog_.set_hide_on_close();
   dialog_.set_manual_capabilities(capabilitiesFor(fileFormats));
@@ -63,7 +66,8 @@ DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats)
   notice_.append(noticeText_);
   notice_.append(again);
   addLine(notice_, noticeText_);
-  addLine(progress_, progress_);
+  makeProgress();
+  addLine(progress_, progressText_);
   dialog_.get_widget_for_response(Gtk::ResponseType::OK)
       ->property_sensitive()
       .signal_changed()
@@ -72,7 +76,36 @@ DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats)
 
 DialogWindow::~DialogWindow() { g_clear_weak_pointer(&focused_); }
 
-void DialogWindow::addLine(Gtk::Widget& line, Gtk::Label& text) {
+// GTK's own button has the letter of Cancel.
+void DialogWindow::makeProgress() {
+  auto& column = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, kProgressSpacing);
+  column.set_hexpand();
+  column.append(progressText_);
+  column.append(progressBar_);
+  gtk_accessible_update_relation(GTK_ACCESSIBLE(progressBar_.gobj()), GTK_ACCESSIBLE_RELATION_LABELLED_BY,
+                                 progressText_.gobj(), nullptr, -1);
+  auto& cancel = *Gtk::make_managed<Gtk::Button>();
+  cancel.set_icon_name("process-stop-symbolic");
+  cancel.set_valign(Gtk::Align::CENTER);
+  const auto title = localized(kCancelJobText);
+  cancel.set_tooltip_text(title);
+  gtk_accessible_update_property(GTK_ACCESSIBLE(cancel.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, title.c_str(),
+                                 -1);
+  cancel.signal_clicked().connect([this] { dialog_.response(Gtk::ResponseType::CANCEL); });
+  progress_.append(column);
+  progress_.append(cancel);
+}
+
+void DialogWindow::showProgress(const std::string& text, std::optional<double> share) {
+  progressText_.set_text(text);
+  if (share) {
+    progressBar_.set_fraction(*share);
+  } else {
+    progressBar_.pulse();
+  }
+}
+
+void DialogWindow::addLine(Gtk::Box& line, Gtk::Label& text) {
   text.set_wrap();
   text.set_xalign(0);
   line.set_margin(kLineMargin);
@@ -121,9 +154,11 @@ void DialogWindow::setContentLive(bool isLive) {
     g_set_weak_pointer(&focused_, gtk_window_get_focus(GTK_WINDOW(dialog_.gobj())));
     dialog_.unset_focus();
   }
-  dialog_.get_content_area()->set_sensitive(isLive);
+  for (auto* child = dialog_.get_content_area()->get_first_child(); child != nullptr;
+       child = child->get_next_sibling())
+    child->set_sensitive(isLive || child == &progress_);
   if (isLive && focused_ != nullptr) gtk_widget_grab_focus(focused_);
-  progress_.set_text(localized(kSendingText));
+  showProgress(localized(kSendingText), 0);
   progress_.set_visible(!isLive);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,14 +10,15 @@
 #include <gtkmm/button.h>
 #include <gtkmm/label.h>
 #include <gtkmm/printunixdialog.h>
+#include <gtkmm/progressbar.h>
 
 #include "host/dialog/dialog_state.hpp"
 #include "host/dialog/file/file_format.hpp"
 
 namespace tandemtrim::host {
 
-/// The window of GTK's print dialog in its state, with two lines below its tabs: a notice, and how much of a
-/// job is sent.
+/// The window of GTK's print dialog in its state, with two rows below its tabs: a notice, and how much of a
+/// job is sent, with a button that cancels it.
 class DialogWindow : public sigc::trackable {
  public:
   /// Offers to print to a file in these formats, or not at all.
@@ -42,10 +44,12 @@ class DialogWindow : public sigc::trackable {
   /// Shows the text beside a button that runs `tryAgain`.
   void showNotice(const std::string& text, std::function<void()> tryAgain);
   void hideNotice() { notice_.set_visible(false); }
-  void showProgress(const std::string& text) { progress_.set_text(text); }
+  /// Shows the text with this share of the bar filled; none where it is not known.
+  void showProgress(const std::string& text, std::optional<double> share);
 
  private:
-  void addLine(Gtk::Widget& line, Gtk::Label& text);
+  void addLine(Gtk::Box& line, Gtk::Label& text);
+  void makeProgress();
   void setPrintLive(bool isLive) { dialog_.set_response_sensitive(Gtk::ResponseType::OK, isLive); }
   void setContentLive(bool isLive);
   void onPrintLive();
@@ -55,7 +59,9 @@ class DialogWindow : public sigc::trackable {
   Gtk::Box& notice_;
   Gtk::Label& noticeText_;
   std::function<void()> tryAgain_;
-  Gtk::Label& progress_;
+  Gtk::Box& progress_;
+  Gtk::Label& progressText_;
+  Gtk::ProgressBar& progressBar_;
   DialogState state_ = DialogState::starting;
   // Where the focus was when the content was made dead.
   GtkWidget* focused_ = nullptr;

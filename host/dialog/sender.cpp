@@ -8,8 +8,16 @@
 #include "host/progress_text.hpp"
 
 namespace tandemtrim::host {
-Sender::Sender(std::vector<Document> documents, Report report,
-               std::function<void(const std::string&)> showProgress)
+namespace {
+
+std::optional<double> shareOf(std::uint64_t sent, std::optional<std::uint64_t> size) {
+  if (!size || *size == 0) return std::nullopt;
+  return static_cast<double>(sent) / static_cast<double>(*size);
+}
+
+}  // namespace
+
+Sender::Sender(std::vector<Document> documents, Report report, ShowProgress showProgress)
     : documents_(std::make_shared<std::vector<Document>>(std::move(documents))),
       report_(std::move(report)),
       showProgress_(std::move(showProgress)) {
@@ -24,11 +32,11 @@ Progress Sender::makeProgress() const {
       throw Failure(Trouble::cancelled, Fact(reason, "cancelled"_fact, {}));
     // A document goes faster than the dialog can show of it.
     if (underWay->exchange(true)) return;
-    Glib::signal_idle().connect_once(
-        [show, alive, underWay, text = progressText(name, sent, size, localized)] {
-          *underWay = false;
-          if (!alive.expired()) show(text);
-        });
+    Glib::signal_idle().connect_once([show, alive, underWay, text = progressText(name, sent, size, localized),
+                                      share = shareOf(sent, size)] {
+      *underWay = false;
+      if (!alive.expired()) show(text, share);
+    });
   };
 }
 

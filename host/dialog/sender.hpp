@@ -3,6 +3,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,9 +21,10 @@ class Sender {
  public:
   using Done = std::function<void(const Outcome<SendResult>&)>;
 
-  /// `showProgress` is given a line on how much is sent.
-  Sender(std::vector<Document> documents, Report report,
-         std::function<void(const std::string&)> showProgress);
+  /// A line on how much of a document is sent, and its share of the whole; none where that is not known.
+  using ShowProgress = std::function<void(const std::string&, std::optional<double>)>;
+
+  Sender(std::vector<Document> documents, Report report, ShowProgress showProgress);
 
   /// `done` gets the result or the failure. Failures are reported, too, unless the job was cancelled.
   void send(const PrintRequest& request, Done done);
@@ -43,7 +45,7 @@ class Sender {
   std::shared_ptr<std::vector<Document>> documents_;
   std::vector<FileFormat> fileFormats_;
   Report report_;
-  std::function<void(const std::string&)> showProgress_;
+  ShowProgress showProgress_;
   // Why the job is cancelled; null while it is not.
   std::shared_ptr<std::atomic<const char*>> cancelled_;
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);

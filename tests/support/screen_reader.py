@@ -16,8 +16,8 @@ from gi.repository import Atspi  # noqa: E402
 
 from patience import PATIENCE  # noqa: E402
 
-CHECKED, SELECTED, SENSITIVE, VISIBLE = (
-    int(getattr(Atspi.StateType, name)) for name in ("CHECKED", "SELECTED", "SENSITIVE", "VISIBLE")
+CHECKED, FOCUSED, SELECTED, SENSITIVE, VISIBLE = (
+    int(getattr(Atspi.StateType, name)) for name in ("CHECKED", "FOCUSED", "SELECTED", "SENSITIVE", "VISIBLE")
 )
 IN_WINDOW = 1
 ROOT = "/org/a11y/atspi/accessible/root"
@@ -121,6 +121,11 @@ class Program:
 
     def text(self, node):
         return self.ask(node.path, "Text", "GetText", "ii", 0, 2**31 - 1)
+
+    def value(self, node):
+        """The number that it shows."""
+        path, properties = node.path, "org.freedesktop.DBus.Properties"
+        return _ask(_bus(), self._place, path, properties, "Get", "ss", "org.a11y.atspi.Value", "CurrentValue")
 
     def place(self, node):
         """Its left edge, top edge, width and height in its window."""

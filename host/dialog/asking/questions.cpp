@@ -1,37 +1,88 @@
 #include "host/dialog/asking/questions.hpp"
 
+#include <algorithm>
+
 #include <glibmm/main.h>
+#include <gtkmm/box.h>
+#include <gtkmm/label.h>
+#include <gtkmm/scrolledwindow.h>
 
 #include "host/dialog/texts/texts.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-std::vector<Questions::Answer> closeOnly() { return {{localized(kCloseText), Gtk::ResponseType::CLOSE}}; }
+// Whatever a message says, its window fits on a small screen.
+constexpr int kMostHeight = 260;
+constexpr int kMostCharacters = 60;
+constexpr int kMostHeadingLines = 5;
+// In bytes; all of a longer one is repeated below.
+constexpr std::size_t kLongestHeading = 200;
+constexpr int kSentenceSpacing = 6;
+
+Questions::Message messageOf(const Glib::ustring& text) {
+  const auto whole = text.raw();
+  const auto end = std::min(whole.find('\n'), whole.size());
+  const auto rest = end > kLongestHeading ? 0 : whole.find_first_not_of('\n', end);
+  Questions::Message message{whole.substr(0, end)};
+  if (rest != std::string::npos) message.sentences.push_back(whole.substr(rest));
+  return message;
+}
+
+void addSentences(Gtk::MessageDialog& question, const std::vector<std::string>& sentences) {
+  auto* const list = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, kSentenceSpacing);
+  for (const auto& sentence : sentences) {
+    auto* const label = Gtk::make_managed<Gtk::Label>(sentence);
+    label->set_wrap();
+    label->set_wrap_mode(Pango::WrapMode::WORD_CHAR);
+    label->set_max_width_chars(kMostCharacters);
+    label->set_xalign(0);
+    list->append(*label);
+  }
+  auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+  scrolled->set_child(*list);
+  scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+  scrolled->set_propagate_natural_height();
+  scrolled->set_max_content_height(kMostHeight);
+  question.get_message_area()->append(*scrolled);
+}
+
+void boundHeading(Gtk::MessageDialog& question) {
+  auto* const heading = dynamic_cast<Gtk::Label*>(question.get_message_area()->get_first_child());
+  if (heading == nullptr) return;
+  heading->add_css_class("title");
+  heading->set_wrap_mode(Pango::WrapMode::WORD_CHAR);
+  heading->set_lines(kMostHeadingLines);
+  heading->set_ellipsize(Pango::EllipsizeMode::END);
+}
+
+// The toolkit gives its window no name.
+void nameForReader(Gtk::MessageDialog& question, const Questions::Message& message) {
+  std::string description;
+  for (const auto& sentence : message.sentences) description += (description.empty() ? "" : "\n") + sentence;
+  gtk_accessible_update_property(GTK_ACCESSIBLE(question.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                 message.heading.c_str(), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
+                                 description.c_str(), -1);
+}
 
 }  // namespace
 
-void Questions::showWarning(const Glib::ustring& message, std::function<void()> then) {
-  show(message, Gtk::MessageType::WARNING, closeOnly(), [then = std::move(then)](int) { then(); });
-}
-
-void Questions::showInformation(const Glib::ustring& message) {
-  show(message, Gtk::MessageType::INFO, closeOnly(), [](int) {});
-}
-
-void Questions::ask(const Glib::ustring& message, const std::vector<Answer>& answers,
-                    std::function<void(int)> then) {
-  show(message, Gtk::MessageType::QUESTION, answers, std::move(then));
+void Questions::showMessage(const Glib::ustring& message, std::function<void()> then) {
+  ask(messageOf(message), {{localized(kCloseText), Gtk::ResponseType::CLOSE}}, Gtk::ResponseType::CLOSE,
+      [then = std::move(then)](int) { then(); });
 }
 
 // `then` may ask again, so it runs when the toolkit is done with this question.
-void Questions::show(const Glib::ustring& message, Gtk::MessageType type, const std::vector<Answer>& answers,
-                     std::function<void(int)> then) {
-  question_ =
-      std::make_unique<Gtk::MessageDialog>(parent_, message, false, type, Gtk::ButtonsType::NONE, true);
+void Questions::ask(const Message& message, const std::vector<Answer>& answers, int usual,
+                    std::function<void(int)> then) {
+  question_ = std::make_unique<Gtk::MessageDialog>(parent_, message.heading, false, Gtk::MessageType::OTHER,
+                                                   Gtk::ButtonsType::NONE, true);
+  boundHeading(*question_);
+  if (!message.sentences.empty()) addSentences(*question_, message.sentences);
+  nameForReader(*question_, message);
   question_->set_hide_on_close();
   for (const auto& [title, answer] : answers) question_->add_button(title, answer);
-  question_->set_default_response(answers.back().second);
+  question_->set_default_response(usual);
   question_->signal_response().connect([this, then = std::move(then)](int answer) {
     question_->set_visible(false);
     Glib::signal_idle().connect_once([alive = std::weak_ptr<void>(alive_), then, answer] {

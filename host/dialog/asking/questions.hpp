@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -14,20 +15,22 @@ class Questions {
  public:
   /// A button's title and what it answers.
   using Answer = std::pair<Glib::ustring, int>;
+  /// What is said at first, and the sentences below it.
+  struct Message {
+    std::string heading;
+    std::vector<std::string> sentences = {};
+  };
 
   explicit Questions(Gtk::Window& parent) : parent_(parent) {}
 
-  /// `then` runs when the message is closed.
-  void showWarning(
+  /// The first line of the message is its heading. `then` runs when the message is closed.
+  void showMessage(
       const Glib::ustring& message, std::function<void()> then = [] {});
-  void showInformation(const Glib::ustring& message);
-  /// The last answer is the default. `then` runs with the chosen one.
-  void ask(const Glib::ustring& message, const std::vector<Answer>& answers, std::function<void(int)> then);
+  /// `then` runs with the chosen answer; Enter gives the usual one.
+  void ask(const Message& message, const std::vector<Answer>& answers, int usual,
+           std::function<void(int)> then);
 
  private:
-  void show(const Glib::ustring& message, Gtk::MessageType type, const std::vector<Answer>& answers,
-            std::function<void(int)> then);
-
   Gtk::Window& parent_;
   std::unique_ptr<Gtk::MessageDialog> question_;
   // Ends what waits for an answer along with this object.

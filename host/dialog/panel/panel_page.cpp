@@ -18,17 +18,6 @@ void setSideMargins(Gtk::Box& row) {
 
 }  // namespace
 
-PanelPage::Warning::Warning()
-    : row(Gtk::Orientation::HORIZONTAL, kSpacing), correct(localized(kCorrectText), true) {
-  text.set_wrap();
-  text.set_xalign(0);
-  text.set_hexpand();
-  text.add_css_class("warning");
-  row.append(text);
-  row.append(correct);
-  setSideMargins(row);
-}
-
 PanelPage::PanelPage()
     : Gtk::Box(Gtk::Orientation::VERTICAL, kSpacing),
       useForAllJobs(localized(kUseForAllJobsText), true),
@@ -98,19 +87,18 @@ void PanelPage::removeView() {
 }
 
 void PanelPage::hideWarning() {
-  if (warning_) warning_->row.set_visible(false);
+  if (warning_) warning_->show({}, false);
 }
 
 void PanelPage::warnOf(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts) {
   if (values.empty() && conflicts.empty()) return hideWarning();
   if (!warning_) {
-    warning_.emplace();
+    warning_.emplace(*this);
+    setSideMargins(*warning_);
     warning_->correct.signal_clicked().connect(signalCorrect.make_slot());
-    insert_child_after(warning_->row, *footer_.get_prev_sibling());
+    insert_child_after(*warning_, *footer_.get_prev_sibling());
   }
-  warning_->text.set_text(problemsText(values, conflicts));
-  warning_->correct.set_visible(!values.empty());
-  warning_->row.set_visible();
+  warning_->show(problemTexts(values, conflicts), !values.empty());
 }
 
 }  // namespace tandemtrim::host

@@ -8,6 +8,7 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/label.h>
 
+#include "host/dialog/panel/warning_row.hpp"
 #include "host/panel/conflicts.hpp"
 #include "host/panel/panel_session.hpp"
 
@@ -42,19 +43,13 @@ class PanelPage : public Gtk::Box {
   Gtk::Button help;
 
  private:
-  /// The row that names illegal values and conflicts. Few users ever see it, so it is made when it is needed.
-  struct Warning {
-    Warning();
-    Gtk::Box row;
-    Gtk::Label text;
-    Gtk::Button correct;
-  };
   void follow(GtkWidget* widget);
   void onEdited();
   void hideWarning();
 
   Gtk::Label text_;
-  std::optional<Warning> warning_;
+  // Few users ever see it, so it is made when it is needed.
+  std::optional<WarningRow> warning_;
   Gtk::Box footer_;
   GtkWidget* view_ = nullptr;
   bool reportsEdits_ = false;

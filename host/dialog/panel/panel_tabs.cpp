@@ -40,7 +40,7 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
   page_.signalCorrect.connect(sigc::mem_fun(*this, &PanelTabs::correct));
   page_.signalEdited.connect(sigc::mem_fun(*this, &PanelTabs::onEdited));
   page_.help.signal_clicked().connect([this] {
-    if (bundle_) events_.onHelp(helpText(*bundle_));
+    if (bundle_) events_.onHelp(title_.get_text() + '\n' + helpText(*bundle_));
   });
   summary_.signal_map().connect(sigc::mem_fun(*this, &PanelTabs::showSummary));
 }

@@ -2,14 +2,15 @@
 
 #include <vector>
 
-#include <gtkmm/grid.h>
+#include <gtkmm/listbox.h>
 
 #include "host/panel/panel_session.hpp"
 
 namespace tandemtrim::host {
 
-/// The dialog's tab that lists the panel's settings, a title and a value in each row.
-class SummaryTab : public Gtk::Grid {
+/// The dialog's tab that lists the panel's settings, a title and a value in each row. The keyboard stops once
+/// at all of them and goes through the rows by its arrows; a screen reader speaks each as "title: value".
+class SummaryTab : public Gtk::ListBox {
  public:
   SummaryTab();
 

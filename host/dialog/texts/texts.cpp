@@ -52,21 +52,19 @@ std::string localized(std::string_view text) {
   return bundle ? bundle->localizedStringForKey(text, "", std::nullopt) : std::string(text);
 }
 
-std::string problemsText(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts) {
-  const auto ofValues =
-      joined(values, "\n", [text = localized(kIllegalValueText)](const IllegalValue& illegal) {
-        return filled(text, {{"[name]", illegal.setting.title},
-                             {"[value]", shortText(illegal.setting.value)},
-                             {"[allowed]", allowedText(illegal.setting)}});
-      });
-  const auto ofConflicts =
-      joined(conflicts, "\n", [text = localized(kConflictText)](const Conflict& conflict) {
-        return filled(text, {{"[name]", conflict.setting},
-                             {"[value]", shortText(conflict.value)},
-                             {"[other]", conflict.otherOption},
-                             {"[choice]", conflict.otherChoice}});
-      });
-  return ofValues + (values.empty() || conflicts.empty() ? "" : "\n") + ofConflicts;
+std::vector<std::string> problemTexts(const std::vector<IllegalValue>& values,
+                                      const std::vector<Conflict>& conflicts) {
+  std::vector<std::string> texts;
+  for (const auto& illegal : values)
+    texts.push_back(filled(localized(kIllegalValueText), {{"[name]", illegal.setting.title},
+                                                          {"[value]", shortText(illegal.setting.value)},
+                                                          {"[allowed]", allowedText(illegal.setting)}}));
+  for (const auto& conflict : conflicts)
+    texts.push_back(filled(localized(kConflictText), {{"[name]", conflict.setting},
+                                                      {"[value]", shortText(conflict.value)},
+                                                      {"[other]", conflict.otherOption},
+                                                      {"[choice]", conflict.otherChoice}}));
+  return texts;
 }
 
 std::string failureText(const Failure& failure) {

@@ -18,10 +18,12 @@ namespace tandemtrim::host {
 
 inline constexpr const char* kCorrectText = "C_orrect";
 inline constexpr const char* kSendAsItIsText = "_Send As It Is";
-inline constexpr const char* kBackText = "_Back";
+inline constexpr const char* kNotAllowedText = "The printer does not allow these settings";
 inline constexpr const char* kCloseText = "_Close";
 inline constexpr const char* kTryAgainText = "_Try Again";
 inline constexpr const char* kCancelText = "_Cancel";
+/// The name of the button beside the progress.
+inline constexpr const char* kCancelJobText = "Cancel the job";
 inline constexpr const char* kContinueText = "C_ontinue";
 inline constexpr const char* kLoginTitleText = "Log In";
 inline constexpr const char* kLoginText = "[server] asks for a user name and a password. They are not kept.";
@@ -114,20 +116,23 @@ inline constexpr std::array kHelpTexts{
     "printer does not allow; \"Correct\" puts the nearest allowed values in their place."};
 
 /// All other texts.
-inline constexpr std::array kTexts{
-    kCancelText,        kContinueText,   kLoginTitleText, kLoginText,        kLoginAgainText,  kUserText,
-    kPasswordText,      kCorrectText,    kSendAsItIsText, kBackText,         kCloseText,       kHelpText,
-    kUseForAllJobsText, kSummaryText,    kReadingText,    kPageTitleText,    kUnavailableText, kNoPagesText,
-    kChoosePrinterText, kSendingText,    kRangeText,      kIllegalValueText, kSentOfText,      kSentText,
-    kListSeparatorText, kWrongPagesText, kWrongTimeText,  kTryAgainText,     kConflictText,    kPaperText,
-    kSavingText,        kWholeFileText,  kNoFileText,     kNotSavedText,     kNotConvertedText};
+inline constexpr std::array kTexts{kCancelText,        kContinueText,     kLoginTitleText,    kLoginText,
+                                   kLoginAgainText,    kUserText,         kPasswordText,      kCorrectText,
+                                   kSendAsItIsText,    kNotAllowedText,   kCloseText,         kHelpText,
+                                   kUseForAllJobsText, kSummaryText,      kReadingText,       kPageTitleText,
+                                   kUnavailableText,   kNoPagesText,      kChoosePrinterText, kSendingText,
+                                   kRangeText,         kIllegalValueText, kSentOfText,        kSentText,
+                                   kListSeparatorText, kWrongPagesText,   kWrongTimeText,     kTryAgainText,
+                                   kConflictText,      kPaperText,        kSavingText,        kWholeFileText,
+                                   kNoFileText,        kNotSavedText,     kNotConvertedText,  kCancelJobText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);
 
-/// A line for each value: what it is, what the printer allows, as the panel names both. A line for each
-/// conflict.
-std::string problemsText(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
+/// A sentence for each value: what it is, what the printer allows, as the panel names both. A sentence for
+/// each conflict.
+std::vector<std::string> problemTexts(const std::vector<IllegalValue>& values,
+                                      const std::vector<Conflict>& conflicts);
 
 /// What is wrong and what to do about it, and on a line of its own the fact itself.
 std::string failureText(const Failure& failure);

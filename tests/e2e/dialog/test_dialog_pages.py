@@ -4,6 +4,7 @@ import stat
 import unittest
 
 from dialog_case import DialogCase, until
+from screen_reader import FOCUSED
 from terminal_case import DEFAULTS, MARGINS, PPD, SMALLER, of_panel
 
 RANGES = "Specify one or more page ranges"
@@ -133,6 +134,41 @@ class DialogPagesTest(DialogCase):
                 self.refused(dialog, f'"{typed}" names no pages. Type page numbers such as 1-3,5')
         dialog.type(RANGES, "1 - 2; 4")
         self.assertEqual(self.sent(dialog), {"page-ranges": "1-2,4"})
+
+    def test_the_summary_is_one_stop_of_the_keyboard_and_each_row_is_read_as_a_whole(self):
+        dialog = self.live_panel("-o", f"{MARGINS['Top']}=12")
+        dialog.page("Summary")
+
+        def rows():
+            return [node for node in dialog.nodes() if node.role == "list item"]
+
+        def focused():
+            return next((node.name for node in rows() if node.has(FOCUSED)), None)
+
+        expected = [
+            "Image Direction: Long-Edge Feed",
+            "Print Position: Center",
+            "Top Margin: 12",
+            *(f"{side} Margin: 5" for side in ("Bottom", "Left", "Right")),
+        ]
+        until(lambda: [row.name for row in rows()] == expected, "the rows")
+        dialog.keys("Tab")
+        until(lambda: focused() == expected[0], "the first row")
+        dialog.keys("Down", "Down")
+        until(lambda: focused() == expected[2], "the third row")
+        dialog.keys("Tab")
+        until(lambda: focused() is None, "the next stop")
+        dialog.keys("shift+Tab")
+        until(lambda: focused() == expected[2], "the stop in the summary")
+
+    def test_the_summary_is_aligned_as_a_form(self):
+        dialog = self.live_panel()
+        dialog.page("Summary")
+        list_ = dialog.find("list", "Summary")
+        cells = [node for node in list_.all() if node.role == "label"]
+        lefts = [dialog.program.place(cell)[0] for cell in cells]
+        self.assertEqual((len(set(lefts[::2])), len(set(lefts[1::2]))), (1, 1))
+        self.assertGreater(lefts[1], lefts[0])
 
     def test_a_time_that_is_none_is_refused_in_words(self):
         dialog = self.shown()

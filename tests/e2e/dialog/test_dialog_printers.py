@@ -37,6 +37,22 @@ class DialogPrintersTest(DialogCase):
         self.addCleanup(self.cups.thaw)
         return dialog
 
+    def test_the_progress_is_a_bar_with_a_button_that_cancels_the_job(self):
+        dialog = self.in_the_middle_of_a_document(seconds=600)
+        dialog.says("% of 400 MB sent")
+        bar = dialog.find("progress bar", "")
+        self.assertIn("large.txt", dialog.says("MB sent"))
+        share = dialog.program.value(bar)
+        self.assertTrue(0 < share < 1, share)
+        cancel = dialog.find_live("push button", "Cancel the job")
+        left, _, width, _ = dialog.program.place(bar)
+        self.assertGreater(dialog.program.place(cancel)[0], left + width)
+        dialog.program.press(cancel)
+        self.cups.thaw()
+        dialog.ends()
+        self.assertEqual(self.cups.jobs("not-completed"), [])
+        self.assertEqual(self.cups.records(), [])
+
     def test_a_value_that_the_printer_does_not_allow_is_shown_and_can_be_corrected(self):
         dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
         self.assertEqual(dialog.text("Left Margin"), "18")
@@ -110,7 +126,7 @@ class DialogPrintersTest(DialogCase):
     def test_a_conflict_is_asked_about_once_at_print_and_refuses_nothing(self):
         dialog = self.constrained()
         dialog.press("Print")
-        dialog.answer("Back")
+        dialog.answer("Cancel")
         until(lambda: len(dialog.program.windows()) == 1, "the question to go")
         self.assert_nothing_was_sent()
         dialog.press("Print")
@@ -132,7 +148,7 @@ class DialogPrintersTest(DialogCase):
                 dialog.type(f"{side} Margin", text)
                 until(lambda: self.warned_of(dialog) == warned, f"{warned} to be warned of")
         dialog.press("Print")
-        dialog.answer("Back")
+        dialog.answer("Cancel")
         until(lambda: len(dialog.program.windows()) == 1, "the question to go")
         self.assert_nothing_was_sent()
         dialog.check("Use Tandem Trim")
@@ -147,7 +163,7 @@ class DialogPrintersTest(DialogCase):
     def test_the_user_may_go_back_from_the_question(self):
         dialog = self.panel("-o", f"{MARGINS['Left']}=18")
         dialog.press("Print")
-        dialog.answer("Back")
+        dialog.answer("Cancel")
         self.assertEqual(dialog.text("Left Margin"), "18")
         self.assert_nothing_was_sent()
 

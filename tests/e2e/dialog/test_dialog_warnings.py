@@ -1,0 +1,152 @@
+"""What the print dialog warns of and asks about: what a user sees of it, and what a screen reader is told."""
+
+import unittest
+
+import gi
+from dialog_case import DialogCase, until
+from terminal_case import MARGINS, POSITION, VALID
+
+gi.require_version("GdkPixbuf", "2.0")
+from gi.repository import GdkPixbuf  # noqa: E402
+
+NOT_ALLOWED = "does not allow"
+READABLE = 4.5  # the contrast of a text that is read well
+THREE_WRONG = (f"{MARGINS['Left']}=18", f"{POSITION}=Diagonal", f"{MARGINS['Top']}=99")
+SMALL_SCREEN = (1024, 600)
+
+
+def brightness(colour):
+    """The relative luminance of a colour."""
+    parts = [part / 255 for part in colour]
+    red, green, blue = [part / 12.92 if part <= 0.03928 else ((part + 0.055) / 1.055) ** 2.4 for part in parts]
+    return 0.2126 * red + 0.7152 * green + 0.0722 * blue
+
+
+def contrast(one, other):
+    lighter, darker = sorted((brightness(one), brightness(other)), reverse=True)
+    return (lighter + 0.05) / (darker + 0.05)
+
+
+class DialogWarningsTest(DialogCase):
+    def wrong_panel(self, *wrong, **variables):
+        dialog = self.panel("-o", " ".join([f"{VALID}=On", *wrong]), **variables)
+        dialog.says(NOT_ALLOWED)
+        return dialog
+
+    def row(self, dialog):
+        return next((node for node in dialog.nodes() if node.role == "alert"), None)
+
+    def sentences(self, node):
+        return [inside.name for inside in node.all() if inside.role == "label"]
+
+    def described(self, dialog, name):
+        return dialog.find("entry", name).description
+
+    def test_the_row_is_an_alert_with_a_sentence_for_each_value_and_an_icon(self):
+        dialog = self.wrong_panel(*THREE_WRONG)
+        row = until(lambda: self.row(dialog), "the row")
+        sentences = [text for text in self.sentences(row) if text != "Correct"]
+        self.assertEqual([text.partition(":")[0] for text in sentences], ["Print Position", "Top Margin", "Left Margin"])
+        for text in sentences:
+            self.assertIn(NOT_ALLOWED, text)
+            self.assertNotIn("\n", text)
+            self.assertIn(text, row.name)
+        self.assertTrue(any(node.role == "image" for node in row.all()))
+
+    def test_the_row_is_low_and_its_button_keeps_its_size(self):
+        sizes = {}
+        for wrong in (THREE_WRONG[:1], THREE_WRONG):
+            dialog = self.wrong_panel(*wrong)
+            button = dialog.find("push button", "Correct")
+            sizes[wrong] = dialog.program.place(button)[2:]
+            self.assertLess(dialog.program.place(self.row(dialog))[3], 4 * sizes[wrong][1])
+            dialog.close()
+        self.assertEqual(*sizes.values())
+
+    def test_the_warning_is_readable_in_light_and_dark(self):
+        for dark in (False, True):
+            with self.subTest(dark=dark):
+                dialog = self.wrong_panel(THREE_WRONG[0], GTK_THEME="Default:dark" if dark else "Default")
+                path = self.temporary_folder() / "warning.png"
+                dialog.save_picture(path)
+                label = next(node for node in self.row(dialog).all() if node.role == "label" and NOT_ALLOWED in node.name)
+                colours = self.colours(path, *dialog.program.place(label))
+                ground = max(colours, key=colours.get)
+                text = max(colours, key=lambda colour: contrast(colour, ground))
+                self.assertGreaterEqual(contrast(text, ground), READABLE)
+                self.assertNotEqual(max(text) - min(text), 0, "a colour of its own")
+                self.assertEqual(brightness(ground) < brightness(text), dark)
+                dialog.close()
+
+    def colours(self, path, left, top, width, height):
+        """How many pixels of a part of the picture have which colour."""
+        picture = GdkPixbuf.Pixbuf.new_from_file(str(path)).new_subpixbuf(left, top, width, height)
+        pixels, step, row = picture.get_pixels(), picture.get_n_channels(), picture.get_rowstride()
+        counts = {}
+        for y in range(height):
+            for x in range(width):
+                start = y * row + x * step
+                colour = tuple(pixels[start : start + 3])
+                counts[colour] = counts.get(colour, 0) + 1
+        return counts
+
+    def test_the_warning_describes_the_control_with_the_focus_as_long_as_it_holds(self):
+        dialog = self.wrong_panel(THREE_WRONG[0])
+        dialog.go_to("Left Margin")
+        until(lambda: NOT_ALLOWED in self.described(dialog, "Left Margin"), "the warning at the control")
+        self.assertNotIn(NOT_ALLOWED, self.described(dialog, "Top Margin"))
+        dialog.keys("ctrl+a", "9")
+        until(lambda: NOT_ALLOWED not in self.described(dialog, "Left Margin"), "the end of the warning")
+
+    def test_the_warning_leaves_the_choice_of_a_menu_told(self):
+        dialog = self.wrong_panel(THREE_WRONG[0])
+        dialog.click(dialog.find("combo box", "Print Position"))
+        dialog.keys("Escape")
+
+        def described():
+            told = [node.description for node in dialog.nodes() if node.role == "push button"]
+            return next((text for text in told if NOT_ALLOWED in text), None)
+
+        self.assertRegex(until(described, "the warning at a control"), r"^Center\n")
+        dialog.type("Left Margin", "9")
+        until(lambda: not described(), "the end of the warning")
+        self.assertIn("Center", [node.description for node in dialog.nodes() if node.role == "push button"])
+
+    def question(self, dialog):
+        """The window of the question."""
+        until(lambda: len(dialog.program.windows()) == 2, "the question")
+        return dialog.program.windows()[-1]
+
+    def test_the_question_has_a_name_and_a_description_and_cancels_first(self):
+        dialog = self.wrong_panel(*THREE_WRONG)
+        dialog.press("Print")
+        window = self.question(dialog)
+        self.assertEqual(window.name, "The printer does not allow these settings")
+        sentences = [text for text in self.sentences(window) if NOT_ALLOWED in text and text != window.name]
+        self.assertEqual(window.description.splitlines(), sentences[-3:])
+        buttons = [node.name for node in window.all() if node.role == "push button"]
+        self.assertEqual([name.replace("_", "").split()[0] for name in buttons], ["Cancel", "Send", "Correct"])
+
+    def test_a_refusal_has_a_name_and_a_description(self):
+        dialog = self.panel("-o", "document-format=application/x-nothing")
+        dialog.press("Print")
+        window = self.question(dialog)
+        self.assertIn("cannot print documents of this kind", window.name)
+        self.assertIn("application/x-nothing", window.description)
+
+    def test_no_question_is_larger_than_a_small_screen(self):
+        for language in ("de", "ar"):
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", f"{POSITION}={'Diagonal' * 40}", *THREE_WRONG]),
+                                     LANG="C.UTF-8", LANGUAGE=language)
+                dialog.page("Tandem Trim")
+                dialog.keys("Return")
+                window = self.question(dialog)
+                _, _, width, height = dialog.program.place(window)
+                self.assertLessEqual(width, SMALL_SCREEN[0])
+                self.assertLessEqual(height, SMALL_SCREEN[1])
+                dialog.close()
+
+
+if __name__ == "__main__":
+    unittest.main()
