@@ -118,7 +118,7 @@ void Dialog::save() {
   try {
     const auto target = printer_.fileTarget(sender_.fileFormats());
     window_.enter(DialogState::sending);
-    window_.showProgress(localized(kSavingText));
+    window_.showProgress(localized(kSavingText), std::nullopt);
     sender_.save(target, [this](const auto& outcome) { onSaved(outcome); });
   } catch (const Failure& failure) {
     questions_.showMessage(failureText(failure));
