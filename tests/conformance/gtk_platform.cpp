@@ -165,7 +165,7 @@ class GtkPanel : public LinuxPanel {
     auto* const list = GTK_LIST_BOX(gtk_popover_get_child(GTK_POPOVER(popover)));
     std::vector<Choice> listed;
     while (auto* const row = gtk_list_box_get_row_at_index(list, static_cast<int>(listed.size()))) {
-      auto* const title = GTK_LABEL(gtk_list_box_row_get_child(row));
+      auto* const title = GTK_LABEL(gtk_widget_get_first_child(gtk_list_box_row_get_child(row)));
       listed.push_back({gtk_label_get_text(title), menu.itemAtIndex(listed.size()).representedObject()});
     }
     return listed;
