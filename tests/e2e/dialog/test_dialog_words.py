@@ -44,12 +44,11 @@ class DialogWordsTest(DialogCase):
 
     def assert_told(self, dialog, what, *details):
         """The dialog says the German text of this English one, and all of it is German."""
-        label = dialog.says(GERMAN_TEXTS[what].replace('\\"', '"'))
-        for detail in details:
-            self.assertIn(detail, label)
-        for piece in ENGLISH:
-            self.assertNotIn(piece, label)
-        self.assertNotRegex(label, OF_TERMINALS)
+        told = [dialog.says(words) for words in (GERMAN_TEXTS[what].replace('\\"', '"'), *details)]
+        for text in told:
+            for piece in ENGLISH:
+                self.assertNotIn(piece, text)
+            self.assertNotRegex(text, OF_TERMINALS)
         dialog.close()
 
     def test_a_server_that_refuses_the_connection(self):
