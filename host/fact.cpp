@@ -10,9 +10,11 @@ namespace {
 template <class Words>
 std::string filledWith(const std::vector<FactArgument>& arguments, std::string_view text, Words wordsOf) {
   std::vector<std::string> words;
+  words.reserve(arguments.size());
   for (const auto& [placeholder, same, fact] : arguments)
     words.push_back(fact.empty() ? same : wordsOf(fact.front()));
   std::vector<Filling> fillings;
+  fillings.reserve(words.size());
   for (std::size_t index = 0; index < words.size(); ++index)
     fillings.emplace_back(arguments[index].placeholder, words[index]);
   return filled(text, fillings);

@@ -16,7 +16,7 @@ MessageHandle askAttributes(const Connection& connection, const std::string& pri
                             const std::vector<std::string>& names) {
   const auto nowhere = [&] {
     return Failure(Trouble::noPrinter,
-                   Fact("there is no printer \"[printer]\""_fact, {{"[printer]", shortText(printer)}}),
+                   Fact(R"(there is no printer "[printer]")"_fact, {{"[printer]", shortText(printer)}}),
                    "; " + existingPrinters(connection));
   };
   // No printer has this mark of an address in its name; a request would be about the part before it.

@@ -16,12 +16,17 @@ namespace {
 
 using platform::linux::StringsTable;
 
-// The texts that are marked as facts in a source: literals, one behind the other, and the mark behind them.
-std::set<std::string> factsIn(const std::string& source) {
+// The texts that are marked as facts in a source: a raw literal or others, one behind the other, and the mark
+// behind them.
+std::set<std::string> factsIn(std::string source) {
+  static const std::regex raw(R"lit(R"\((.*)\)"_fact)lit");
   static const std::regex marked(R"lit(((?:"(?:[^"\\\n]|\\.)*"\s*)+)_fact)lit");
   static const std::regex literal(R"lit("((?:[^"\\\n]|\\.)*)")lit");
   std::set<std::string> facts;
   const std::sregex_iterator end;
+  for (std::sregex_iterator fact(source.begin(), source.end(), raw); fact != end; ++fact)
+    facts.insert(fact->str(1));
+  source = std::regex_replace(source, raw, "");
   for (std::sregex_iterator fact(source.begin(), source.end(), marked); fact != end; ++fact) {
     const auto literals = fact->str(1);
     std::string text;

@@ -21,7 +21,7 @@ constexpr std::size_t kLongestHeading = 200;
 constexpr int kSentenceSpacing = 6;
 
 Questions::Message messageOf(const Glib::ustring& text) {
-  const auto whole = text.raw();
+  const auto& whole = text.raw();
   const auto end = std::min(whole.find('\n'), whole.size());
   const auto rest = end > kLongestHeading ? 0 : whole.find_first_not_of('\n', end);
   Questions::Message message{whole.substr(0, end)};

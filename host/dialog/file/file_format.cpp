@@ -8,28 +8,30 @@
 namespace tandemtrim::host {
 namespace {
 
-struct Row {
+struct FormatRow {
   FileFormat format;
   const char* name;
   const char* title;
   std::string_view beginning;
 };
 
-constexpr std::array<Row, 2> kRows{
+constexpr std::array<FormatRow, 2> kFormats{
     {{FileFormat::pdf, "pdf", "PDF", "%PDF-"}, {FileFormat::postScript, "ps", "PostScript", "%!PS"}}};
 
-const Row& rowOf(FileFormat format) { return *std::ranges::find(kRows, format, &Row::format); }
+const FormatRow& formatRowOf(FileFormat format) {
+  return *std::ranges::find(kFormats, format, &FormatRow::format);
+}
 
 }  // namespace
 
-const char* nameOf(FileFormat format) { return rowOf(format).name; }
+const char* nameOf(FileFormat format) { return formatRowOf(format).name; }
 
-const char* titleOf(FileFormat format) { return rowOf(format).title; }
+const char* titleOf(FileFormat format) { return formatRowOf(format).title; }
 
 std::optional<FileFormat> formatOf(std::string_view beginning) {
-  const auto* const row =
-      std::ranges::find_if(kRows, [&](const Row& known) { return beginning.starts_with(known.beginning); });
-  return row == kRows.end() ? std::nullopt : std::optional(row->format);
+  const auto* const row = std::ranges::find_if(
+      kFormats, [&](const FormatRow& each) { return beginning.starts_with(each.beginning); });
+  return row == kFormats.end() ? std::nullopt : std::optional(row->format);
 }
 
 // CUPS has no filter from PDF to PostScript, but depends on a program for it.
@@ -46,7 +48,7 @@ std::vector<std::string> converter(std::optional<FileFormat> from, FileFormat to
 
 std::vector<FileFormat> formatsFor(std::optional<FileFormat> document) {
   std::vector<FileFormat> formats;
-  for (const auto& row : kRows) {
+  for (const auto& row : kFormats) {
     if (row.format == document || !converter(document, row.format).empty()) formats.push_back(row.format);
   }
   return formats;

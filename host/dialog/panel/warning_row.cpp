@@ -13,9 +13,9 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr int kSpacing = 12;
-constexpr int kSentenceSpacing = 6;
-constexpr int kMostHeight = 100;
+constexpr int kIconSpacing = 12;
+constexpr int kListSpacing = 6;
+constexpr int kMostListHeight = 100;
 constexpr const char* kStyleClass = "tandem-trim-warning";
 
 GtkBox* makeAlert() {
@@ -64,9 +64,9 @@ WarningRow::WarningRow(Gtk::Widget& page)
     : Gtk::Box(makeAlert()),
       correct(localized(kCorrectText), true),
       page_(page),
-      sentences_(Gtk::Orientation::VERTICAL, kSentenceSpacing) {
+      sentences_(Gtk::Orientation::VERTICAL, kListSpacing) {
   addStyle();
-  set_spacing(kSpacing);
+  set_spacing(kIconSpacing);
   auto* const icon = Gtk::make_managed<Gtk::Image>();
   icon->set_from_icon_name("dialog-warning-symbolic");
   icon->set_valign(Gtk::Align::START);
@@ -76,7 +76,7 @@ WarningRow::WarningRow(Gtk::Widget& page)
   scrolled_.set_child(sentences_);
   scrolled_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
   scrolled_.set_propagate_natural_height();
-  scrolled_.set_max_content_height(kMostHeight);
+  scrolled_.set_max_content_height(kMostListHeight);
   scrolled_.set_hexpand();
   append(scrolled_);
   correct.set_valign(Gtk::Align::START);

@@ -55,6 +55,7 @@ std::string localized(std::string_view text) {
 std::vector<std::string> problemTexts(const std::vector<IllegalValue>& values,
                                       const std::vector<Conflict>& conflicts) {
   std::vector<std::string> texts;
+  texts.reserve(values.size() + conflicts.size());
   for (const auto& illegal : values)
     texts.push_back(filled(localized(kIllegalValueText), {{"[name]", illegal.setting.title},
                                                           {"[value]", shortText(illegal.setting.value)},

@@ -2,7 +2,8 @@
 
 import unittest
 
-from dialog_case import FOCUSED, DialogCase, meant, until
+from dialog_case import DialogCase, meant, until
+from screen_reader import FOCUSED
 from test_dialog import PAGES, SPOKEN
 
 # Each margin's key, from the top one on, by the names that X gives to keys.
