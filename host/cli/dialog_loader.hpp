@@ -11,7 +11,8 @@ namespace tandemtrim::host {
 bool wantsDialog(const CommandLine& line);
 
 /// Loads the dialog's module, which alone is linked with the toolkit, and shows the dialog; the job that was
-/// sent, or none when the user cancelled. Failure when the dialog cannot be shown.
+/// sent or the file that was saved, or neither when the user cancelled. Failure when the dialog cannot be
+/// shown.
 Printed showDialog(const CommandLine& line, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -77,6 +77,16 @@ class Relay:
             pass  # the connection is gone
         self._end(server)
 
+    def _pass_on_while(self, may_pass, client, server):
+        """Passes on the client's pieces up to one that may not pass, and ends the connection."""
+        try:
+            while (piece := client.recv(PIECE)) and may_pass(piece):
+                server.sendall(piece)
+        except OSError:
+            pass  # the connection is gone
+        self._end(client)
+        self._end(server)
+
     def _on_request(self, piece):
         """Called before a piece of a request is passed on."""
 
@@ -146,18 +156,15 @@ class Usurped(Relay):
         self.is_cut = False
 
     def _requests_from(self, client, server):
-        try:
-            while piece := client.recv(PIECE):
-                self._requests += 1
-                if self._requests == self._last:
-                    self._server = self._other
-                    self.is_cut = True
-                    break
-                server.sendall(piece)
-        except OSError:
-            pass  # the connection is gone
-        self._end(client)
-        self._end(server)
+        self._pass_on_while(self._may_pass, client, server)
+
+    def _may_pass(self, _piece):
+        self._requests += 1
+        if self._requests != self._last:
+            return True
+        self._server = self._other
+        self.is_cut = True
+        return False
 
 
 class WantsLogin(Relay):
@@ -169,19 +176,18 @@ class WantsLogin(Relay):
 
     def _requests_from(self, client, server):
         login = None
-        try:
-            while piece := client.recv(PIECE):
-                if sent := re.search(rb"Authorization: Basic (\S+)", piece):
-                    login = base64.b64decode(sent[1]).decode()
-                if NEW_JOB in piece and login != self._login:
-                    self.tried += [login] if login and login not in self.tried else []
-                    client.sendall(UNAUTHORIZED)
-                    break
-                server.sendall(piece)
-        except OSError:
-            pass  # the connection is gone
-        self._end(client)
-        self._end(server)
+
+        def may_pass(piece):
+            nonlocal login
+            if sent := re.search(rb"Authorization: Basic (\S+)", piece):
+                login = base64.b64decode(sent[1]).decode()
+            if NEW_JOB not in piece or login == self._login:
+                return True
+            self.tried += [login] if login and login not in self.tried else []
+            client.sendall(UNAUTHORIZED)
+            return False
+
+        self._pass_on_while(may_pass, client, server)
 
 
 class Slow(Relay):
