@@ -2,6 +2,7 @@
 
 import getpass
 import grp
+import http.client
 import os
 import pathlib
 import random
@@ -11,6 +12,7 @@ import signal
 import socket
 import subprocess
 import tempfile
+import uuid
 
 import ipp
 import surroundings
@@ -24,6 +26,7 @@ OTHER_FILTER = "lundfoldline"  # as that of the second family does
 BACKEND = "recorder"
 HOST = "127.0.0.1"
 ATTEMPTS = 5
+NOTE = "/is-that-all-"  # what only the tests ask for
 
 SERVER_SETTINGS = """\
 Listen {host}:{port}
@@ -204,8 +207,16 @@ class CupsDaemon:
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def requests(self):
-        """What the server was asked so far, one line for each request that it has answered."""
-        return (self.folder / "access_log").read_text(errors="replace").splitlines()
+        """What the server was asked so far, one line for each request."""
+        # The server notes a request once its answer is gone, so the note of one more stands behind all others.
+        last = f"{NOTE}{uuid.uuid4()}"
+        connection = http.client.HTTPConnection(*self.address, timeout=PATIENCE)
+        connection.request("GET", last)
+        connection.getresponse()
+        connection.close()
+        log = self.folder / "access_log"
+        until(lambda: last in log.read_text(errors="replace"), "the server's note of a request")
+        return [line for line in log.read_text(errors="replace").splitlines() if NOTE not in line]
 
     def log(self):
         path = self.folder / "error_log"
