@@ -11,6 +11,8 @@ screen='xvfb dbus xdotool scrot at-spi2-core python3-dbus python3-gi gir1.2-atsp
 # To make the packages and to test them: Debian's own view of them, an empty root to install them in.
 package='dpkg-dev file lintian fakeroot fonts-dejavu-core'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fonts-cantarell fonts-noto-core'
+# A Wayland compositor that needs no screen, and keys for it.
+tests+=' sway wtype'
 # The shells that complete command lines.
 tests+=' bash-completion zsh fish'
 # The bundle for macOS, built on GNUstep where there is no Mac.

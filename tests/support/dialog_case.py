@@ -3,6 +3,7 @@
 import re
 import subprocess
 
+import hands
 import patience
 import surroundings
 from private_cups import PrivateCups
@@ -41,6 +42,7 @@ class PrintDialog:
         pipes = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.PIPE)
         self.process = subprocess.Popen(command, env=environment, text=True, **pipes)
         self.said = None
+        self.hands = hands.of_this_screen()
         with self.process.stdin as pipe:
             pipe.buffer.write(content)
         self.process.stdin = None
@@ -100,15 +102,12 @@ class PrintDialog:
         """Goes to the page of this title, which may go when it is looked at."""
         until(lambda: not self.has_tab(title) or self.is_in_front(title) or self.click_tab(title), f"a look at the page {title!r}")
 
-    def xdotool(self, *words):
-        subprocess.run(["xdotool", *words], check=True, capture_output=True)
-
     def middle(self, node):
-        """The middle of it on the screen, as xdotool takes it."""
+        """The middle of it on the screen."""
 
         def place():
             left, top, width, height = self.program.place(node)
-            return width > 0 and [str(left + width // 2), str(top + height // 2)]
+            return width > 0 and (left + width // 2, top + height // 2)
 
         return until(place, "a place on the screen")
 
@@ -122,7 +121,7 @@ class PrintDialog:
         subprocess.run(["scrot", "--autoselect", place, "--overwrite", path], check=True)
 
     def click(self, node):
-        self.xdotool("mousemove", *self.middle(node), "click", "1")
+        self.hands.click(*self.middle(node))
 
     def press(self, name):
         """Presses the button of this name."""
@@ -138,18 +137,18 @@ class PrintDialog:
     def go_to(self, name):
         """Clicks into an entry on the side of its label: there may be buttons at its other end."""
         entry = self.find_live("entry", name)
-        x, y = map(int, self.middle(entry))
+        x, y = self.middle(entry)
         left, _, width, _ = self.program.place(entry)
         is_label_left = self.program.place(self.find("label", name))[0] < left
         to_edge = width // 2 - INSIDE
-        self.xdotool("mousemove", str(x - to_edge if is_label_left else x + to_edge), str(y), "click", "1")
+        self.hands.click(x - to_edge if is_label_left else x + to_edge, y)
 
     def text(self, name):
         return self.program.text(self.find("entry", name))
 
     def keys(self, *names):
         """Presses keys, by the names that X gives them."""
-        self.xdotool("key", *names)
+        self.hands.press(*names)
 
     def is_live(self, role, name):
         return self.find(role, name).has(SENSITIVE)
@@ -204,7 +203,7 @@ class PrintDialog:
     def spin(self, name, text):
         """Replaces what the box of a number holds, by the keyboard."""
         left, top, _, height = self.program.place(self.find_live("spin button", name))
-        self.xdotool("mousemove", str(left + 12), str(top + height // 2), "click", "1")
+        self.hands.click(left + INSIDE, top + height // 2)
         self.keys("ctrl+a", *text, "Tab")
 
     def select_printer(self, name):

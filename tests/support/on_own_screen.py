@@ -1,9 +1,13 @@
 #!/usr/bin/python3 -Es
-"""Runs a command on a screen and a session bus of its own, in a test's surroundings: on_own_screen.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]"""
+"""Runs a command on a screen and a session bus of its own, in a test's surroundings: on_own_screen.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]
+
+The screen is X's; TANDEM_TRIM_SCREEN=wayland makes it a small one of Wayland's.
+"""
 
 import ctypes
 import os
 import pathlib
+import shutil
 import signal
 import subprocess
 import sys
@@ -12,6 +16,18 @@ import surroundings
 
 PR_SET_CHILD_SUBREAPER = 36
 XVFB = ("Xvfb", "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset")
+# Without a device or an X server; a window is as large as the screen. It says its name once it is ready.
+SWAY_SETTINGS = """\
+xwayland disable
+output HEADLESS-1 resolution 1024x600
+default_border none
+exec echo $WAYLAND_DISPLAY
+"""
+SWAY_VARIABLES = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1"}
+# Sway does not run as root.
+ORDINARY_USER = ("setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups")
+# While one keyboard is there, programs listen to keyboards: else they hear another one too late for its first keys.
+KEYBOARD = ("wtype", "-s", "3600000")
 
 
 def end_children():
@@ -24,7 +40,7 @@ def end_children():
             os.waitpid(pid, 0)
 
 
-def start_screen(environment):
+def start_x(environment):
     """The name of a free display, which the server takes and tells once it is ready."""
     reading, writing = os.pipe()
     quiet = {"stdin": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
@@ -33,15 +49,39 @@ def start_screen(environment):
     number = os.fdopen(reading).readline().strip()
     if not number:
         sys.exit("Xvfb did not start")
-    return f":{number}"
+    return {"DISPLAY": f":{number}"}
+
+
+def start_wayland(environment):
+    folder = pathlib.Path(environment["TMPDIR"], "screen")
+    folder.mkdir(mode=0o700)
+    settings = folder / "settings"
+    settings.write_text(SWAY_SETTINGS)
+    is_root = os.geteuid() == 0
+    if is_root:
+        shutil.chown(folder, "nobody")
+    command = [*(ORDINARY_USER if is_root else ()), "sway", "--config", settings]
+    own = environment | SWAY_VARIABLES | {"XDG_RUNTIME_DIR": str(folder)}
+    sway = subprocess.Popen(command, env=own, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    name = sway.stdout.readline().strip()
+    if not name:
+        sys.exit("sway did not start")
+    screen = {"WAYLAND_DISPLAY": str(folder / name), "GDK_BACKEND": "wayland"}
+    subprocess.Popen(KEYBOARD, env=environment | screen, stdin=subprocess.DEVNULL)
+    return screen
+
+
+# Each gives the variables by which programs find it.
+SCREENS = {"x": start_x, "wayland": start_wayland}
 
 
 def main():
     ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
     given, command = surroundings.read_arguments()
+    start = SCREENS[given.get("TANDEM_TRIM_SCREEN", "x")]
     with surroundings.own(given) as environment:
         try:
-            return surroundings.run(["dbus-run-session", "--", *command], environment | {"DISPLAY": start_screen(environment)})
+            return surroundings.run(["dbus-run-session", "--", *command], environment | start(environment))
         finally:
             end_children()
 

@@ -62,7 +62,7 @@ CONSTANTS = {
 }
 # Of a test's variables, those that every program has which the test starts, and those that show it the test's screen.
 SHARED = (*CONSTANTS, "FONTCONFIG_FILE", "XDG_CONFIG_DIRS")
-SCREEN = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
+SCREEN = ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
 SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
 SEED = "TANDEM_TRIM_SEED"
 

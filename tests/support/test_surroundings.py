@@ -11,6 +11,7 @@ import surroundings
 
 LAUNCHER = pathlib.Path(surroundings.__file__)
 SCREEN = LAUNCHER.with_name("on_own_screen.py")
+LAUNCHERS = ((LAUNCHER,), (SCREEN,), (SCREEN, "TANDEM_TRIM_SCREEN=wayland"))
 HOSTILE = LAUNCHER.parents[1] / "hostile_environment.sh"
 
 
@@ -31,9 +32,9 @@ class SurroundingsTest(unittest.TestCase):
             of_run = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SESSION_BUS_PID")
             return {name: value.replace(found["TMPDIR"].removesuffix("/tmp"), "") for name, value in found.items() if name not in of_run}
 
-        for launcher in (LAUNCHER, SCREEN):
-            with self.subTest(launcher.name):
-                self.assertEqual(comparable(environment(HOSTILE, launcher)), comparable(environment(launcher)))
+        for launcher in LAUNCHERS:
+            with self.subTest(launcher):
+                self.assertEqual(comparable(environment(HOSTILE, *launcher)), comparable(environment(*launcher)))
 
     def test_the_sanitizers_options_and_the_seed_reach_a_test(self):
         kept = {"ASAN_OPTIONS": "a=1", "LSAN_OPTIONS": "b=2", "TANDEM_TRIM_SEED": "3"}
@@ -59,12 +60,12 @@ class SurroundingsTest(unittest.TestCase):
 
     def test_the_home_folder_is_gone_afterwards_however_the_test_ends(self):
         def starts(launcher, script):
-            test = subprocess.Popen([launcher, "sh", "-c", script], stdout=subprocess.PIPE, text=True, stderr=subprocess.DEVNULL)
+            test = subprocess.Popen([*launcher, "sh", "-c", script], stdout=subprocess.PIPE, text=True, stderr=subprocess.DEVNULL)
             self.addCleanup(test.stdout.close)
             return test, pathlib.Path(test.stdout.readline().strip())
 
-        for launcher in (LAUNCHER, SCREEN):
-            with self.subTest(launcher.name):
+        for launcher in LAUNCHERS:
+            with self.subTest(launcher):
                 test, home = starts(launcher, "echo $HOME; touch $HOME/file; exit 3")
                 self.assertEqual(test.wait(), 3)
                 self.assertFalse(home.parent.exists())

@@ -71,13 +71,14 @@ class DialogTest(DialogCase):
         dialog = self.live_panel()
         x, y = dialog.middle(dialog.find("push button", "Print"))
         dialog.go_to("Top Margin")
-        dialog.xdotool("key", "--delay", "0", "ctrl+a", "1", "7", "mousemove", x, y, "click", "1")
+        dialog.hands.press_quickly("ctrl+a", "1", "7")
+        dialog.hands.click(x, y)
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "17")
 
     def test_enter_in_a_box_prints(self):
         dialog = self.live_panel()
         dialog.go_to("Left Margin")
-        dialog.xdotool("key", "--delay", "0", "ctrl+a", "9", "Return")
+        dialog.hands.press_quickly("ctrl+a", "9", "Return")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "9")
 
     def test_enter_in_a_box_prints_with_the_buttons_in_a_header_bar_too(self):

@@ -4,7 +4,7 @@ import unittest
 
 import gi
 from dialog_case import DialogCase, until
-from terminal_case import MARGINS, POSITION, VALID
+from terminal_case import DEFAULTS, MARGINS, POSITION, VALID, of_panel
 
 gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402
@@ -127,6 +127,35 @@ class DialogWarningsTest(DialogCase):
         buttons = [node.name for node in window.all() if node.role == "push button"]
         self.assertEqual([name.replace("_", "").split()[0] for name in buttons], ["Cancel", "Send", "Correct"])
 
+    def test_the_question_is_answered_by_the_keyboard(self):
+        dialog = self.wrong_panel(*THREE_WRONG)
+        dialog.go_to("Bottom Margin")
+        dialog.keys("ctrl+a", "7", "Return")
+        self.question(dialog)
+        dialog.keys("Escape")
+        until(lambda: len(dialog.program.windows()) == 1, "the end of the question")
+        dialog.go_to("Bottom Margin")
+        dialog.keys("ctrl+a", "8", "Return")
+        self.question(dialog)
+        self.assert_nothing_was_sent()
+        dialog.keys("Return")
+        corrected = {VALID: "On", POSITION: "Left", MARGINS["Top"]: "20", MARGINS["Bottom"]: "8", MARGINS["Left"]: "15"}
+        self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS | corrected)
+
+    def fits(self, dialog, window):
+        """Sees that the window is no larger than a small screen."""
+        for size, most in zip(dialog.program.place(window)[2:], SMALL_SCREEN, strict=True):
+            self.assertLessEqual(size, most)
+
+    def test_it_is_no_larger_than_a_small_screen_with_three_warnings(self):
+        for language in ("de", "ar"):
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]), LANG="C.UTF-8", LANGUAGE=language)
+                dialog.page("Tandem Trim")
+                until(lambda: self.row(dialog), "the row")  # noqa: B023
+                self.fits(dialog, dialog.window)
+                dialog.close()
+
     def test_a_refusal_has_a_name_and_a_description(self):
         dialog = self.panel("-o", "document-format=application/x-nothing")
         dialog.press("Print")
@@ -142,9 +171,7 @@ class DialogWarningsTest(DialogCase):
                 dialog.page("Tandem Trim")
                 dialog.keys("Return")
                 window = self.question(dialog)
-                _, _, width, height = dialog.program.place(window)
-                self.assertLessEqual(width, SMALL_SCREEN[0])
-                self.assertLessEqual(height, SMALL_SCREEN[1])
+                self.fits(dialog, window)
                 dialog.close()
 
 

@@ -1,0 +1,46 @@
+"""A user's hands at the keyboard and the pointer of a test's screen. Keys have the names that X gives them ("ctrl+a", "Return")."""
+
+import functools
+import os
+import subprocess
+
+from wayland_pointer import Pointer
+
+
+def _run(*words):
+    subprocess.run(words, check=True, capture_output=True)
+
+
+class XHands:
+    def click(self, x, y):
+        _run("xdotool", "mousemove", str(x), str(y), "click", "1")
+
+    def press(self, *keys):
+        _run("xdotool", "key", *keys)
+
+    def press_quickly(self, *keys):
+        """With nothing between the keys."""
+        _run("xdotool", "key", "--delay", "0", *keys)
+
+
+class WaylandHands:
+    def __init__(self):
+        self.click = Pointer().click
+
+    def press(self, *keys):
+        words = []
+        for key in keys:
+            *held, last = key.split("+")
+            for modifier in held:
+                words += ["-M", modifier]
+            words += ["-k", last]
+            for modifier in held:
+                words += ["-m", modifier]
+        _run("wtype", *words)
+
+    press_quickly = press
+
+
+@functools.cache
+def of_this_screen():
+    return WaylandHands() if "WAYLAND_DISPLAY" in os.environ else XHands()
