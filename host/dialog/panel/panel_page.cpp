@@ -8,7 +8,7 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr int kPageMargin = 18;
+constexpr int kPageMargin = 12;
 constexpr int kSpacing = 12;
 
 void setSideMargins(Gtk::Box& row) {

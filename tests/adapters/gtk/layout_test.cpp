@@ -1,7 +1,10 @@
+#include <algorithm>
+#include <array>
 #include <set>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <gtk/gtkunixprint.h>
 
 #include "tests/adapters/gtk/shown_panel.hpp"
 #include "view/view_names.hpp"
@@ -9,22 +12,66 @@
 namespace tandemtrim::test {
 namespace {
 
-graphene_rect_t boundsIn(ShownPanel& shown, const std::string& name) {
+// Where a widget begins and ends for a user who reads in its direction.
+struct Edges {
+  float leading, trailing, top, bottom;
+};
+
+Edges edgesIn(GtkWidget* outer, GtkWidget* widget) {
   graphene_rect_t bounds{};
-  EXPECT_TRUE(gtk_widget_compute_bounds(shown.widget(name), shown.window(), &bounds)) << name;
-  return bounds;
+  EXPECT_TRUE(gtk_widget_compute_bounds(widget, outer, &bounds)) << G_OBJECT_TYPE_NAME(widget);
+  const auto& [x, y] = bounds.origin;
+  const auto& [width, height] = bounds.size;
+  const bool isMirrored = gtk_widget_get_direction(widget) == GTK_TEXT_DIR_RTL;
+  const auto leading = isMirrored ? static_cast<float>(gtk_widget_get_width(outer)) - x - width : x;
+  return {.leading = leading, .trailing = leading + width, .top = y, .bottom = y + height};
 }
 
-// Where a widget begins for a user who reads in the direction of the panel.
 float leadingEdge(ShownPanel& shown, const std::string& name) {
-  const auto bounds = boundsIn(shown, name);
-  const bool mirrored = gtk_widget_get_direction(shown.root()) == GTK_TEXT_DIR_RTL;
-  return mirrored
-             ? static_cast<float>(gtk_widget_get_width(shown.window())) - bounds.origin.x - bounds.size.width
-             : bounds.origin.x;
+  return edgesIn(shown.window(), shown.widget(name)).leading;
 }
 float trailingEdge(ShownPanel& shown, const std::string& name) {
-  return leadingEdge(shown, name) + boundsIn(shown, name).size.width;
+  return edgesIn(shown.window(), shown.widget(name)).trailing;
+}
+
+// What forms have in common that look alike.
+struct Form {
+  std::array<float, 4> toTheEdgesOfThePage{};
+  std::size_t labelsBeginAt = 0;
+  float fromLabelToControl = 0;
+  float betweenRows = 0;
+};
+
+// The titles and the controls behind them, in the first two columns of a grid on a page of a notebook.
+Form formOf(GtkWidget* grid) {
+  auto* page = grid;
+  while (GTK_IS_STACK(gtk_widget_get_parent(page)) == FALSE) page = gtk_widget_get_parent(page);
+  auto* const stack = gtk_widget_get_parent(page);
+  const auto around = edgesIn(stack, page);
+  std::set<float> starts;
+  std::vector<Edges> controls;
+  float labelsEnd = 0;
+  for (auto* child = gtk_widget_get_first_child(grid); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    int column = 0;
+    gtk_grid_query_child(GTK_GRID(grid), child, &column, nullptr, nullptr, nullptr);
+    const auto edges = edgesIn(stack, child);
+    if (gtk_widget_get_mapped(child) == FALSE) continue;
+    if (column == 0 && GTK_IS_LABEL(child)) {
+      starts.insert(edges.leading);
+      labelsEnd = std::max(labelsEnd, edges.trailing);
+    }
+    if (column == 1) controls.push_back(edges);
+  }
+  std::ranges::sort(controls, {}, &Edges::top);
+  EXPECT_GE(controls.size(), 2U);
+  const auto width = static_cast<float>(gtk_widget_get_width(stack));
+  const auto height = static_cast<float>(gtk_widget_get_height(stack));
+  return {
+      .toTheEdgesOfThePage = {around.leading, width - around.trailing, around.top, height - around.bottom},
+      .labelsBeginAt = starts.size(),
+      .fromLabelToControl = controls.at(0).leading - labelsEnd,
+      .betweenRows = controls.at(1).top - controls.at(0).bottom};
 }
 
 const auto kRows = [] {
@@ -41,7 +88,7 @@ TEST_P(LayoutInALanguage, AlignsLabelsBoxesAndRangesInReadingDirection) {
   ShownPanel shown({.language = GetParam()});
   shown.user().awaitFrame();
   for (const auto& row : kRows) {
-    EXPECT_FLOAT_EQ(trailingEdge(shown, row.at(0)), trailingEdge(shown, "labelDirection")) << row.at(0);
+    EXPECT_FLOAT_EQ(leadingEdge(shown, row.at(0)), leadingEdge(shown, "tandemTrimValid")) << row.at(0);
     EXPECT_FLOAT_EQ(leadingEdge(shown, row.at(1)), leadingEdge(shown, "directionPopUp")) << row.at(1);
     for (std::size_t column = 1; column < row.size(); ++column)
       EXPECT_GT(leadingEdge(shown, row.at(column)), trailingEdge(shown, row.at(column - 1)))
@@ -50,6 +97,43 @@ TEST_P(LayoutInALanguage, AlignsLabelsBoxesAndRangesInReadingDirection) {
       EXPECT_FLOAT_EQ(leadingEdge(shown, row.at(2)), leadingEdge(shown, "labelMarginLimitTop")) << row.at(2);
     }
     EXPECT_GT(leadingEdge(shown, "sheetPicture"), trailingEdge(shown, row.back()));
+  }
+}
+
+TEST_P(LayoutInALanguage, HasTheMarginsAndGapsOfThePrintDialogsOwnPages) {
+  ShownPanel shown({.language = GetParam(), .inPrintDialog = true});
+  shown.user().awaitFrame();
+  const auto own = formOf(shown.root());
+
+  auto* const control = GTK_WIDGET(
+      gtk_widget_get_template_child(shown.window(), GTK_TYPE_PRINT_UNIX_DIALOG, "paper_size_combo"));
+  auto* const notebook = GTK_NOTEBOOK(gtk_widget_get_ancestor(control, GTK_TYPE_NOTEBOOK));
+  gtk_notebook_set_current_page(notebook, 1);
+  shown.user().awaitFrame();
+  ASSERT_TRUE(gtk_widget_get_mapped(control));
+  const auto gtks = formOf(gtk_widget_get_parent(control));
+
+  EXPECT_EQ(own.toTheEdgesOfThePage, gtks.toTheEdgesOfThePage);
+  EXPECT_EQ(own.labelsBeginAt, gtks.labelsBeginAt);
+  EXPECT_EQ(own.fromLabelToControl, gtks.fromLabelToControl);
+  EXPECT_EQ(own.betweenRows, gtks.betweenRows);
+}
+
+// The panel's words begin at the right in Arabic, while those of the unit are Latin.
+TEST(LayoutInArabic, ReadsTheLimitsBesideABoxFromTheRight) {
+  ShownPanel shown({.language = "ar"});
+  shown.user().awaitFrame();
+  auto* const label = GTK_LABEL(shown.widget("labelMarginLimitTop"));
+  const std::string text = gtk_label_get_text(label);
+  float before = static_cast<float>(gtk_widget_get_width(GTK_WIDGET(label))) * PANGO_SCALE + 1;
+  for (const auto* piece : {"mm", "(", "0", "إلى", "20", ")"}) {
+    PangoRectangle place{};
+    const auto at = text.find(piece);
+    ASSERT_NE(at, std::string::npos) << piece;
+    pango_layout_index_to_pos(gtk_label_get_layout(label), static_cast<int>(at), &place);
+    const auto right = static_cast<float>(std::max(place.x, place.x + place.width));
+    EXPECT_LT(right, before) << piece;
+    before = right;
   }
 }
 

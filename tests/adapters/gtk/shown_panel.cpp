@@ -20,6 +20,8 @@ void setTheStage(const Circumstances& circumstances) {
   gtk_widget_set_default_direction(circumstances.language == "ar" ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
 }
 
+constexpr int kWidthOfPrintDialog = 620;
+
 GtkWindow* windowAround(GtkWidget* view, const std::string& title, bool printDialog) {
   auto* const label = gtk_label_new(title.c_str());
   if (printDialog) {
@@ -33,6 +35,7 @@ GtkWindow* windowAround(GtkWidget* view, const std::string& title, bool printDia
   auto* const notebook = gtk_notebook_new();
   gtk_notebook_append_page(GTK_NOTEBOOK(notebook), view, label);
   auto* const window = gtk_window_new();
+  gtk_window_set_default_size(GTK_WINDOW(window), kWidthOfPrintDialog, -1);
   gtk_window_set_child(GTK_WINDOW(window), notebook);
   return GTK_WINDOW(window);
 }

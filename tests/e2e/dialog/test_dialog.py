@@ -265,6 +265,21 @@ class DialogTest(DialogCase):
                     self.assertLessEqual(dialog.width(), 760)
                     dialog.close()
 
+    def test_the_panel_makes_it_no_wider_than_gtks_own_pages_where_texts_are_large(self):
+        for font in ("DejaVu Sans 15", "Cantarell 17"):
+            fonts = surroundings.fonts(self.temporary_folder() / "fonts", font)
+            for language in ("de", "es", "zh_CN"):
+                with self.subTest(font=font, language=language):
+                    dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language, **fonts)
+                    dialog.wait_for_tab(PAGES[language])
+                    dialog.page(dialog.tabs()[1].name)
+                    dialog.middle(dialog.find("spin button", ""))
+                    width = dialog.width()
+                    dialog.page(PAGES[language])
+                    dialog.middle(dialog.find("image", "210 × 297 mm"))
+                    self.assertEqual(dialog.width(), width)
+                    dialog.close()
+
     def test_help_is_there_in_the_users_language(self):
         languages = {
             "en": ("Help", "whole millimetres"),
