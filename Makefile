@@ -16,7 +16,7 @@ checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants
+.PHONY: run test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants macho
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -87,6 +87,11 @@ fuzz: ## make up inputs for SECONDS (60) a target, and require that the properti
 	$(install_dependencies) fuzz
 	$(call build_apart,fuzz,$(by_clang) -DTANDEM_TRIM_FUZZ=ON -DTANDEM_TRIM_TESTS=OFF -DTANDEM_TRIM_GTK=OFF,fuzz/all)
 	fuzz/run.sh $(or $(SECONDS),60)
+
+macho: ## the bundle for macOS, for both processors, by stand-ins for Apple's SDK, in build/macho, and its tests; see docs/macos.md
+	$(install_dependencies) macho
+	cmake/macos/build.sh
+	cd tests/macho && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/macho /usr/bin/python3 -m unittest
 
 package: ## the Debian packages, in build/release/package, and their tests
 	$(install_dependencies) package

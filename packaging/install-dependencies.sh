@@ -19,6 +19,8 @@ tests+=' bash-completion zsh fish'
 tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
 # What g++ has not: libFuzzer, the coverage of conditions, the syntax tree.
 clang='clang-19 libclang-rt-19-dev'
+# The bundle for macOS in its own form: a linker for it, the system's C++ library and headers of a C library that is not this system's.
+macho='clang-19 lld-19 llvm-19 libc++-19-dev musl-dev cmake ninja-build make python3 fonts-dejavu-core'
 
 case "${1:-}" in
   run) packages="$build $server $screen" ;;
@@ -31,6 +33,7 @@ case "${1:-}" in
   mcdc) packages="$build $server $screen $package $tests $clang llvm-19" ;;
   mutants) packages="$build $server $screen $package $tests $clang" ;;
   fuzz) packages="$build $clang" ;;
+  macho) packages="$macho" ;;
   fresh) packages='mmdebstrap git util-linux' ;;
   lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)

@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Builds the bundle for both processors of a Mac by the toolchain beside this file, and both in one: build/macho/TandemTrim.bundle.
+# Nothing signs it as a whole, and its nib is not compiled; see docs/macos.md.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+export PATH=$PWD/cmake/macos/bin:$PATH
+
+processors=(arm64 x86_64) slices=()
+for processor in "${processors[@]}"; do
+  # With debugging information the linker would name this machine's files.
+  cmake -G Ninja -S . -B "build/macho/$processor" --log-level=WARNING --toolchain cmake/macos/toolchain.cmake \
+    -DTANDEM_TRIM_PROCESSOR="$processor" -DCMAKE_BUILD_TYPE=Release -DTANDEM_TRIM_TESTS=OFF -DTANDEM_TRIM_GTK=OFF -DTANDEM_TRIM_APPKIT=ON
+  cmake --build "build/macho/$processor"
+  slices+=("build/macho/$processor/TandemTrim.bundle/Contents/MacOS/TandemTrim")
+done
+bundle=build/macho/TandemTrim.bundle
+rm -rf "$bundle"
+cp -R "build/macho/${processors[0]}/TandemTrim.bundle" "$bundle"
+/usr/lib/llvm-19/bin/llvm-lipo -create "${slices[@]}" -output "$bundle/Contents/MacOS/TandemTrim"

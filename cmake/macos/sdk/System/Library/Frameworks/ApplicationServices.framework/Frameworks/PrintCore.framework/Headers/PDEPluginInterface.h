@@ -1,0 +1,12 @@
+// What the sources use of macOS's framework, as its public documentation describes it.
+#pragma once
+
+#import <ApplicationServices/ApplicationServices.h>
+#import <Foundation/Foundation.h>
+
+struct ppd_file_s;
+
+@protocol PDEPlugInCallbackProtocol
+- (PMPrintSettings)printSettings;
+- (struct ppd_file_s*)ppdFile;
+@end

@@ -1,0 +1,6 @@
+// What CMake looks for. macOS 13 brings CUPS 2.3.
+#pragma once
+
+#define CUPS_VERSION_MAJOR 2
+#define CUPS_VERSION_MINOR 3
+#define CUPS_VERSION_PATCH 4

@@ -1,0 +1,182 @@
+"""The bundle as it is built for macOS, for each processor."""
+
+import functools
+import json
+import plistlib
+import re
+import shlex
+import subprocess
+import unittest
+
+import mach_o
+
+KEYWORDS = ["MVTandemTrim", "MVImageDirectionPriority", "MVPrintPosition", "MVTopMargin", "MVBottomMargin", "MVLeftMargin", "MVRightMargin"]
+SIDES = ("Top", "Bottom", "Left", "Right")
+OUTLETS = [
+    "labelDirection", "labelPosition", "tandemTrimValid", "directionPopUp", "positionPopUp", "defaultButton", "tandemTrimView",
+    *(outlet + side for outlet in ("labelMargin", "labelMarginLimit", "textBoxMargin", "stepperMargin") for side in SIDES)]
+
+
+def setter(name):
+    return f"set{name[0].upper()}{name[1:]}:"
+
+
+def accessors(names):
+    return {selector for name in names for selector in (name, setter(name))}
+
+
+# What the compiler adds for instance variables of C++.
+CXX = {".cxx_construct", ".cxx_destruct"}
+COMPONENT = {"changeState:", "component"} | CXX
+# Each class: what it derives from, its protocol, its selectors. Those that no host or nib uses are of the shell's own.
+CLASSES = {
+    "MorvaTTPdePluginKV2": ("NSObject", set(), {"initWithBundle:", "PDEPanelsForType:withHostInfo:", "bundle", "dealloc"}),
+    "MorvaTTPdePanelKV2": ("NSObject", set(), {
+        "initWithCallback:bundle:", "panelName", "panelKind", "panelView", "summaryInfo", "willShow", "shouldHide", "shouldShowHelp",
+        "supportedPPDOptionKeys", "shouldPrint", "saveValuesAndReturnError:", "restoreValuesAndReturnError:", "viewController",
+        "commonInfo", "initWithCore:", "dealloc"} | CXX),
+    "MorvaTTPdeCallbackKV2": ("NSObject", set(), set()),
+    "MorvaTTCommonInfoKV2": ("NSObject", set(), {
+        "initWithCallback:bundle:", "localizedString:", "defaultValid", "defaultImageDirection", "defaultPosition",
+        "defaultMarginValue:", "defaultMarginMin", "defaultMarginMax", "defaultMarginLimit", "marginLimit:", "panelKindID",
+        "ticketKeyValid", "ticketKeyImageDirection", "ticketKeyPosition", "ticketKeyMargin:", "minLabelForIntegerValueRange",
+        "maxLabelForIntegerValueRange", "currentPrintSettings", "isReady", "settingInfoDictionary", "marginInfoDictionary", "bundle",
+        "callback", "initWithCore:", "core", "dealloc"} | CXX),
+    "MorvaTTMarginInfoKV2": ("NSMutableDictionary", set(), {
+        "count", "objectForKey:", "keyEnumerator", "setObject:forKey:", "removeObjectForKey:", "initWithCore:"} | CXX),
+    "MorvaTTViewControllerKV2": ("NSObject", set(), {
+        "initWithCommonInfo:", "panelViewWithNibName:", "updateView", "restoreNonPPDSettingsFromPrintSettings",
+        "saveNonPPDSettingsToPrintSettings", "summaryInfoWithDispOrderKey:", "changeTandemTrimValid:", "setDefaultValue:",
+        "controlTextDidChange:", "commonInfo", "initWithCore:commonInfo:", "keep:", "dealloc"}
+        | accessors(["viewIsInited", *OUTLETS]) | CXX),
+    "MorvaTTCheckBoxKV2": ("NSButton", {"MorvaTTComponentKV2"}, COMPONENT),
+    "MorvaTTPopUpButtonKV2": ("NSPopUpButton", {"MorvaTTComponentKV2"}, COMPONENT),
+    "MorvaTTButtonKV2": ("NSButton", {"MorvaTTComponentKV2"}, COMPONENT),
+    "MorvaTTStepperKV2": ("NSStepper", {"MorvaTTComponentKV2"}, COMPONENT),
+    "MorvaTTTextLabelKV2": ("NSTextField", {"MorvaTTComponentKV2"}, COMPONENT),
+    "MorvaTTTextBoxKV2": ("NSTextField", {"MorvaTTComponentKV2"},
+                          COMPONENT | {"setValueRange:max:", "verifyValue:"} | accessors(["min", "max"])),
+    "MorvaTTDecimalFormatterKV2": ("NSNumberFormatter", set(), {
+        "stringForObjectValue:", "getObjectValue:forString:errorDescription:"}),
+}
+
+
+def for_each_processor(test):
+    @functools.wraps(test)
+    def for_all(self):
+        for processor in mach_o.PROCESSORS:
+            with self.subTest(processor):
+                test(self, processor)
+    return for_all
+
+
+class TheExecutable(unittest.TestCase):
+    def test_is_for_both_processors_and_no_other(self):
+        self.assertEqual(sorted(mach_o.output_of("llvm-lipo", "-archs").split()), sorted(mach_o.PROCESSORS))
+
+    @for_each_processor
+    def test_is_a_bundle_that_says_which_library_each_symbol_comes_from(self, processor):
+        header = mach_o.output_of("llvm-otool", "-arch", processor, "-hv")
+        self.assertRegex(header, r"\bBUNDLE\b.*\bTWOLEVEL\b")
+
+    @for_each_processor
+    def test_has_exactly_the_classes_and_selectors_that_hosts_and_the_nib_use(self, processor):
+        classes = mach_o.metadata(processor).classes
+        self.assertEqual(classes.keys(), CLASSES.keys())
+        for name, (superclass, protocols, selectors) in CLASSES.items():
+            self.assertEqual(classes[name].superclass, superclass, name)
+            self.assertEqual(classes[name].protocols, protocols, name)
+            self.assertEqual(classes[name].selectors, selectors, name)
+            self.assertEqual(classes[name].class_selectors, set(), name)
+
+    @for_each_processor
+    def test_has_no_name_that_another_plug_in_may_have(self, processor):
+        metadata = mach_o.metadata(processor)
+        self.assertEqual(metadata.protocols, {"ViewComponent", "MorvaTTComponentKV2"})
+        for name in metadata.classes:
+            self.assertRegex(name, "^MorvaTT.*KV2$")
+
+    @for_each_processor
+    def test_adds_nothing_to_classes_of_the_system(self, processor):
+        self.assertNotIn("__objc_catlist", mach_o.metadata(processor).sections)
+        self.assertNotIn("__objc_catlist", mach_o.output_of("llvm-otool", "-arch", processor, "-l"))
+
+    # The system finds the principal class by its name.
+    @for_each_processor
+    def test_exports_nothing(self, processor):
+        self.assertEqual(mach_o.output_of("llvm-nm", f"--arch={processor}", "--extern-only", "--defined-only").strip(), "")
+
+    @for_each_processor
+    def test_takes_from_the_system_what_the_stubs_hold_and_all_of_it(self, processor):
+        taken, offered = mach_o.imports(processor), mach_o.stubs(processor)
+        self.assertEqual(taken - offered, set())
+        # A class is offered with its class of classes, which only a subclass takes.
+        unused = {(library, name.replace("_METACLASS_", "_CLASS_")) for library, name in offered - taken}
+        self.assertEqual(unused - taken, set())
+
+    @for_each_processor
+    def test_names_no_file_but_libraries(self, processor):
+        slice_ = mach_o.BUILD / processor / "TandemTrim.bundle/Contents/MacOS/TandemTrim"
+        paths = {path.decode() for path in re.findall(rb"/[\w.+-]+(?:/[\w.+-]+)+", slice_.read_bytes())}
+        self.assertEqual(paths - set(mach_o.libraries(processor)), set())
+
+    @for_each_processor
+    def test_runs_on_the_macos_that_the_bundle_asks_for(self, processor):
+        info = plistlib.loads((mach_o.CONTENTS / "Info.plist").read_bytes())
+        commands = mach_o.output_of("llvm-otool", "-arch", processor, "-l")
+        self.assertEqual(re.findall(r"\bminos (\S+)", commands), [info["LSMinimumSystemVersion"]])
+
+
+class TheBundle(unittest.TestCase):
+    def test_lies_as_the_system_looks_for_it(self):
+        languages = ["ar", "de", "en", "es", "fr", "it", "ja", "ko", "nl", "zh-Hans"]
+        files = {str(path.relative_to(mach_o.CONTENTS)) for path in mach_o.CONTENTS.rglob("*") if path.is_file()}
+        self.assertEqual(files, {
+            "Info.plist", "MacOS/TandemTrim", "Resources/TandemTrim.nib", "Resources/TandemTrimKV2-SettingInfo.plist",
+            *(f"Resources/{language}.lproj/Localizable.strings" for language in languages)})
+
+    def test_says_all_that_a_host_asks_of_a_plug_in(self):
+        info = plistlib.loads((mach_o.CONTENTS / "Info.plist").read_bytes())
+        languages, version = info.pop("CFBundleLocalizations"), info.pop("CFBundleVersion")
+        self.assertEqual({f"{language}.lproj" for language in languages}, {path.name for path in mach_o.CONTENTS.glob("Resources/*.lproj")})
+        self.assertRegex(version, r"^\d+\.\d+\.\d+$")
+        self.assertRegex(info.pop("LSMinimumSystemVersion"), r"^\d+\.\d+$")
+        self.assertEqual(info, {
+            "CFBundleDevelopmentRegion": "en", "CFBundleExecutable": "TandemTrim",
+            "CFBundleIdentifier": "com.morva.printing.pde.tandemtrim", "CFBundleInfoDictionaryVersion": "6.0",
+            "CFBundleName": "TandemTrim", "CFBundlePackageType": "BNDL", "CFBundleShortVersionString": version,
+            "NSPrincipalClass": "MorvaTTPdePluginKV2", "PMSandboxCompatiblePDEs": True, "PrintOptionKeywords": KEYWORDS})
+
+    def test_names_no_file_of_the_machine_that_built_it(self):
+        for path in mach_o.CONTENTS.rglob("*"):
+            if path.is_file():
+                self.assertNotIn(bytes(mach_o.SOURCES), path.read_bytes(), path)
+
+
+class TheStandIns(unittest.TestCase):
+    """What a real SDK would refuse is refused here, too."""
+
+    def compile(self, source, old, new):
+        commands = json.loads((mach_o.BUILD / "arm64/compile_commands.json").read_text())
+        command = next(command for command in commands if command["file"].endswith(source))
+        self.assertIn(old, command["command"])
+        arguments = shlex.split(command["command"].replace(old, new))
+        del arguments[arguments.index("-o"):arguments.index("-o") + 2]
+        return subprocess.run([*arguments, "-fsyntax-only"], cwd=command["directory"], capture_output=True, text=True).stderr
+
+    def test_refuse_what_is_newer_than_the_oldest_system(self):
+        minimum = "-mmacosx-version-min="
+        now = re.search(minimum + r"\S+", (mach_o.BUILD / "arm64/compile_commands.json").read_text())[0]
+        for source, version, name in [
+                ("platform/object.cpp", "13.3", "to_chars"),
+                ("appkit/nib.mm", "10.7", "instantiateWithOwner:topLevelObjects:"),
+                ("appkit/controls.mm", "10.6", "setIdentifier:")]:
+            with self.subTest(name):
+                self.assertRegex(self.compile(source, now, minimum + version), f"error: '{name}' is (only |un)available")
+
+    def test_refuse_what_is_deprecated(self):
+        self.assertIn("error: 'ppdFindAttr' is deprecated", self.compile("ppd_attribute.cpp", "-Wno-deprecated-declarations", ""))
+
+
+if __name__ == "__main__":
+    unittest.main()
