@@ -6,6 +6,7 @@
 #include <gtk/gtkunixprint.h>
 #include <gtkmm/settings.h>
 
+#include "host/dialog/texts/sentence_list.hpp"
 #include "host/dialog/texts/texts.hpp"
 
 namespace tandemtrim::host {
@@ -119,7 +120,7 @@ void DialogWindow::run() {
 }
 
 void DialogWindow::showNotice(const std::string& text, std::function<void()> tryAgain) {
-  noticeText_.set_text(text);
+  noticeText_.set_text(directed(notice_, text));
   tryAgain_ = std::move(tryAgain);
   notice_.set_visible();
 }

@@ -5,8 +5,8 @@
 #include <glibmm/main.h>
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
-#include <gtkmm/scrolledwindow.h>
 
+#include "host/dialog/texts/sentence_list.hpp"
 #include "host/dialog/texts/texts.hpp"
 
 namespace tandemtrim::host {
@@ -18,7 +18,6 @@ constexpr int kMostCharacters = 60;
 constexpr int kMostHeadingLines = 5;
 // In bytes; all of a longer one is repeated below.
 constexpr std::size_t kLongestHeading = 200;
-constexpr int kSentenceSpacing = 6;
 
 Questions::Message messageOf(const Glib::ustring& text) {
   const auto& whole = text.raw();
@@ -27,24 +26,6 @@ Questions::Message messageOf(const Glib::ustring& text) {
   Questions::Message message{whole.substr(0, end)};
   if (rest != std::string::npos) message.sentences.push_back(whole.substr(rest));
   return message;
-}
-
-void addSentences(Gtk::MessageDialog& question, const std::vector<std::string>& sentences) {
-  auto* const list = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, kSentenceSpacing);
-  for (const auto& sentence : sentences) {
-    auto* const label = Gtk::make_managed<Gtk::Label>(sentence);
-    label->set_wrap();
-    label->set_wrap_mode(Pango::WrapMode::WORD_CHAR);
-    label->set_max_width_chars(kMostCharacters);
-    label->set_xalign(0);
-    list->append(*label);
-  }
-  auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
-  scrolled->set_child(*list);
-  scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
-  scrolled->set_propagate_natural_height();
-  scrolled->set_max_content_height(kMostHeight);
-  question.get_message_area()->append(*scrolled);
 }
 
 void boundHeading(Gtk::MessageDialog& question) {
@@ -75,10 +56,15 @@ void Questions::showMessage(const Glib::ustring& message, std::function<void()> 
 // `then` may ask again, so it runs when the toolkit is done with this question.
 void Questions::ask(const Message& message, const std::vector<Answer>& answers, int usual,
                     std::function<void(int)> then) {
-  question_ = std::make_unique<Gtk::MessageDialog>(parent_, message.heading, false, Gtk::MessageType::OTHER,
-                                                   Gtk::ButtonsType::NONE, true);
+  question_ = std::make_unique<Gtk::MessageDialog>(parent_, directed(parent_, message.heading), false,
+                                                   Gtk::MessageType::OTHER, Gtk::ButtonsType::NONE, true);
   boundHeading(*question_);
-  if (!message.sentences.empty()) addSentences(*question_, message.sentences);
+  if (!message.sentences.empty()) {
+    auto* const sentences = Gtk::make_managed<SentenceList>(kMostHeight);
+    sentences->set_propagate_natural_width();
+    sentences->show(message.sentences, kMostCharacters);
+    question_->get_message_area()->append(*sentences);
+  }
   nameForReader(*question_, message);
   question_->set_hide_on_close();
   for (const auto& [title, answer] : answers) question_->add_button(title, answer);

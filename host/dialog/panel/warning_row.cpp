@@ -1,10 +1,7 @@
 #include "host/dialog/panel/warning_row.hpp"
 
-#include <algorithm>
-
 #include <gtkmm/cssprovider.h>
 #include <gtkmm/image.h>
-#include <gtkmm/label.h>
 #include <gtkmm/stylecontext.h>
 #include <gtkmm/window.h>
 
@@ -14,8 +11,8 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr int kIconSpacing = 12;
-constexpr int kListSpacing = 6;
-constexpr int kMostListHeight = 100;
+// With so many lines the dialog still fits on a small screen.
+constexpr int kMostListHeight = 90;
 constexpr const char* kStyleClass = "tandem-trim-warning";
 
 GtkBox* makeAlert() {
@@ -64,7 +61,7 @@ WarningRow::WarningRow(Gtk::Widget& page)
     : Gtk::Box(makeAlert()),
       correct(localized(kCorrectText), true),
       page_(page),
-      sentences_(Gtk::Orientation::VERTICAL, kListSpacing) {
+      sentences_(kMostListHeight) {
   addStyle();
   set_spacing(kIconSpacing);
   auto* const icon = Gtk::make_managed<Gtk::Image>();
@@ -73,12 +70,8 @@ WarningRow::WarningRow(Gtk::Widget& page)
   icon->add_css_class(kStyleClass);
   append(*icon);
   sentences_.add_css_class(kStyleClass);
-  scrolled_.set_child(sentences_);
-  scrolled_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
-  scrolled_.set_propagate_natural_height();
-  scrolled_.set_max_content_height(kMostListHeight);
-  scrolled_.set_hexpand();
-  append(scrolled_);
+  sentences_.set_hexpand();
+  append(sentences_);
   correct.set_valign(Gtk::Align::START);
   append(correct);
   if (auto* const window = dynamic_cast<Gtk::Window*>(page.get_root()))
@@ -95,13 +88,7 @@ void WarningRow::show(const std::vector<std::string>& sentences, bool canCorrect
   set_visible(!sentences.empty());
   if (text == text_) return;
   text_ = text;
-  while (auto* const child = sentences_.get_first_child()) sentences_.remove(*child);
-  for (const auto& sentence : sentences) {
-    auto* const label = Gtk::make_managed<Gtk::Label>(sentence);
-    label->set_wrap();
-    label->set_xalign(0);
-    sentences_.append(*label);
-  }
+  sentences_.show(sentences);
   gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, text.c_str(), -1);
   describeNothing();
   describeFocused();

@@ -5,7 +5,8 @@
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
-#include <gtkmm/scrolledwindow.h>
+
+#include "host/dialog/texts/sentence_list.hpp"
 
 namespace tandemtrim::host {
 
@@ -30,8 +31,7 @@ class WarningRow : public Gtk::Box {
   void describeNothing();
 
   Gtk::Widget& page_;
-  Gtk::Box sentences_;
-  Gtk::ScrolledWindow scrolled_;
+  SentenceList sentences_;
   // What the row says.
   std::string text_;
   // What it describes; null when nothing.

@@ -254,6 +254,14 @@ class DialogTest(DialogCase):
                 dialog.says(fact)
                 dialog.close()
 
+    def test_a_sentence_that_begins_with_a_printers_name_is_read_from_the_right_in_arabic(self):
+        right_to_left_mark = "\u200f"
+        self.run_command("cupsdisable", "-r", "out of blades", "Morva")
+        dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE="ar")
+        dialog.wait_for_tab(PAGES["ar"])
+        dialog.press("اطبع")
+        self.assertEqual(dialog.says("Morva متوقفة")[:6], f"{right_to_left_mark}Morva")
+
     def test_it_is_no_wider_than_a_small_screen_in_any_language(self):
         for font in FONTS:
             fonts = surroundings.fonts(self.temporary_folder() / "fonts", font)

@@ -53,6 +53,28 @@ class DialogWarningsTest(DialogCase):
             self.assertIn(text, row.name)
         self.assertTrue(any(node.role == "image" for node in row.all()))
 
+    def is_whole(self, dialog, sentence, around):
+        """Whether nothing of the sentence is beyond what is around it."""
+        _, top, _, height = dialog.program.place(sentence)
+        _, top_around, _, height_around = dialog.program.place(around)
+        return height > 0 and top >= top_around and top + height <= top_around + height_around
+
+    def test_three_sentences_are_read_whole_in_the_row_and_in_the_question(self):
+        for language in ("en", "de", "ar"):
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]), LANG="C.UTF-8", LANGUAGE=language)
+                dialog.page("Tandem Trim")
+                row = until(lambda: self.row(dialog), "the row")  # noqa: B023
+                dialog.keys("Return")
+                for around in (row, self.question(dialog)):
+                    lists = [node for node in around.all() if node.role == "scroll pane"]
+                    self.assertEqual(len(lists), 1)
+                    sentences = [node for node in lists[0].all() if node.role == "label"]
+                    self.assertEqual(len(sentences), 3)
+                    for sentence in sentences:
+                        until(lambda: self.is_whole(dialog, sentence, lists[0]), f"{sentence.name!r} as a whole")  # noqa: B023
+                dialog.close()
+
     def test_the_row_is_low_and_its_button_keeps_its_size(self):
         sizes = {}
         for wrong in (THREE_WRONG[:1], THREE_WRONG):

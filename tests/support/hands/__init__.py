@@ -4,7 +4,7 @@ import functools
 import os
 import subprocess
 
-from wayland_pointer import Pointer
+from hands.wayland_pointer import Pointer
 
 
 def _run(*words):

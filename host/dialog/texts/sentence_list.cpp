@@ -1,0 +1,58 @@
+#include "host/dialog/texts/sentence_list.hpp"
+
+#include <algorithm>
+
+#include <gtkmm/label.h>
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr int kSpacing = 6;
+
+}  // namespace
+
+std::string directed(const Gtk::Widget& widget, const std::string& text) {
+  if (widget.get_direction() != Gtk::TextDirection::RTL) return text;
+  constexpr const char* kRightToLeftMark = "\u200F";
+  std::string marked = kRightToLeftMark;
+  for (const char character : text) {
+    marked += character;
+    if (character == '\n') marked += kRightToLeftMark;
+  }
+  return marked;
+}
+
+SentenceList::SentenceList(int mostHeight)
+    : mostHeight_(mostHeight), box_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, kSpacing)) {
+  set_child(box_);
+  set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+}
+
+void SentenceList::show(const std::vector<std::string>& sentences, int mostCharacters) {
+  while (auto* const child = box_.get_first_child()) box_.remove(*child);
+  for (const auto& sentence : sentences) {
+    auto* const label = Gtk::make_managed<Gtk::Label>(directed(*this, sentence));
+    label->set_wrap();
+    label->set_wrap_mode(Pango::WrapMode::WORD_CHAR);
+    label->set_max_width_chars(mostCharacters);
+    label->set_xalign(0);
+    box_.append(*label);
+  }
+}
+
+// The toolkit's own measures lines as if they were never broken.
+Gtk::SizeRequestMode SentenceList::get_request_mode_vfunc() const {
+  return Gtk::SizeRequestMode::HEIGHT_FOR_WIDTH;
+}
+
+void SentenceList::measure_vfunc(Gtk::Orientation orientation, int forSize, int& least, int& liked,
+                                 int& leastBaseline, int& likedBaseline) const {
+  const bool isWidth = orientation == Gtk::Orientation::HORIZONTAL;
+  // For a height, the toolkit measures broken lines otherwise.
+  box_.measure(orientation, isWidth ? -1 : forSize, least, liked, leastBaseline, likedBaseline);
+  leastBaseline = likedBaseline = -1;
+  if (!isWidth) least = liked = std::min(liked, mostHeight_);
+  if (isWidth && !get_propagate_natural_width()) liked = least;
+}
+
+}  // namespace tandemtrim::host
