@@ -23,6 +23,11 @@ run: ## print a sample document on a private print server and show what the prin
 	$(call build,release)
 	/usr/bin/python3 demo/run.py --build build/release
 
+pictures: ## renew the pictures of the dialog in docs/
+	$(install_dependencies) run
+	$(call build,release)
+	/usr/bin/python3 demo/pictures.py --build build/release
+
 test: ## build and run all tests
 	$(install_dependencies) test
 	$(call build,test)
