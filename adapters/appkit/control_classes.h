@@ -55,4 +55,11 @@
 /// The very object given when it is in the range, else the very bound that it passes; the minimum is looked
 /// at first. Nil is 0.
 - (NSNumber*)verifyValue:(NSNumber*)value;
+/// The action of the box's stepper. Writes plain digits, which is how a margin is stored; the toolkit's own
+/// writes those of the user's region.
+- (IBAction)takeIntValueFrom:(id)sender;
+@end
+
+/// The panel's view: light whatever the appearance of the dialog, for labels that are black or light grey.
+@interface MorvaTTPanelViewKV2 : NSView
 @end

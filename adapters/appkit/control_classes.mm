@@ -88,4 +88,28 @@ COMPONENT_OPERATIONS
   });
 }
 
+- (void)takeIntValueFrom:(id)sender {
+  [self setStringValue:[[NSNumber numberWithInt:[sender intValue]] description]];
+}
+
+@end
+
+@implementation MorvaTTPanelViewKV2
+
+#if !defined(GNUSTEP)
+- (void)awakeFromNib {
+  [super awakeFromNib];
+  [self setAppearance:[NSAppearance appearanceNamed:NSAppearanceNameAqua]];
+}
+#endif
+
+- (BOOL)isOpaque {
+  return YES;
+}
+
+- (void)drawRect:(NSRect)rect {
+  [[NSColor windowBackgroundColor] set];
+  NSRectFill(rect);
+}
+
 @end

@@ -1,9 +1,11 @@
 """The built bundle as LLVM's tools read it, and the stubs that it was linked with."""
 
 import dataclasses
+import json
 import os
 import pathlib
 import re
+import shlex
 import subprocess
 
 SOURCES = pathlib.Path(__file__).resolve().parents[2]
@@ -91,3 +93,14 @@ def stubs(processor):
 
 
 PREFIXES = {"symbols": ("",), "objc-classes": ("_OBJC_CLASS_$_", "_OBJC_METACLASS_$_")}
+
+
+def errors_of(source, change):
+    """What the compiler says of a source, by the build's command as `change` makes it."""
+    commands = json.loads((BUILD / "arm64/compile_commands.json").read_text())
+    command = next(command for command in commands if command["file"].endswith(source))
+    changed = change(command["command"])
+    assert changed != command["command"], source
+    arguments = shlex.split(changed)
+    del arguments[arguments.index("-o"):arguments.index("-o") + 2]
+    return subprocess.run([*arguments, "-fsyntax-only"], cwd=command["directory"], capture_output=True, text=True).stderr

@@ -1,11 +1,8 @@
 """The bundle as it is built for macOS, for each processor."""
 
 import functools
-import json
 import plistlib
 import re
-import shlex
-import subprocess
 import unittest
 
 import mach_o
@@ -55,7 +52,8 @@ CLASSES = {
     "MorvaTTStepperKV2": ("NSStepper", {"MorvaTTComponentKV2"}, COMPONENT),
     "MorvaTTTextLabelKV2": ("NSTextField", {"MorvaTTComponentKV2"}, COMPONENT),
     "MorvaTTTextBoxKV2": ("NSTextField", {"MorvaTTComponentKV2"},
-                          COMPONENT | {"setValueRange:max:", "verifyValue:"} | accessors(["min", "max"])),
+                          COMPONENT | {"setValueRange:max:", "verifyValue:", "takeIntValueFrom:"} | accessors(["min", "max"])),
+    "MorvaTTPanelViewKV2": ("NSView", set(), {"awakeFromNib", "isOpaque", "drawRect:"}),
     "MorvaTTDecimalFormatterKV2": ("NSNumberFormatter", set(), {
         "stringForObjectValue:", "getObjectValue:forString:errorDescription:"}),
 }
@@ -147,6 +145,14 @@ class TheBundle(unittest.TestCase):
             "CFBundleName": "TandemTrim", "CFBundlePackageType": "BNDL", "CFBundleShortVersionString": version,
             "NSPrincipalClass": "MorvaTTPdePluginKV2", "PMSandboxCompatiblePDEs": True, "PrintOptionKeywords": KEYWORDS})
 
+    def test_has_a_sample_printer_beside_it_that_needs_no_filter(self):
+        sample = (mach_o.SOURCES / "resources/sample/MorvaTandemKV2.ppd").read_text().splitlines()
+        filters = [line for line in sample if line.startswith("*cupsFilter")]
+        without = [re.sub(r' \S+"$', ' -"', line) for line in filters]
+        self.assertEqual([dict(zip(filters, without)).get(line, line) for line in sample],
+                         (mach_o.BUILD / "arm64/MorvaTandemKV2.ppd").read_text().splitlines())
+        self.assertEqual(len(filters), 2)
+
     def test_names_no_file_of_the_machine_that_built_it(self):
         for path in mach_o.CONTENTS.rglob("*"):
             if path.is_file():
@@ -156,26 +162,21 @@ class TheBundle(unittest.TestCase):
 class TheStandIns(unittest.TestCase):
     """What a real SDK would refuse is refused here, too."""
 
-    def compile(self, source, old, new):
-        commands = json.loads((mach_o.BUILD / "arm64/compile_commands.json").read_text())
-        command = next(command for command in commands if command["file"].endswith(source))
-        self.assertIn(old, command["command"])
-        arguments = shlex.split(command["command"].replace(old, new))
-        del arguments[arguments.index("-o"):arguments.index("-o") + 2]
-        return subprocess.run([*arguments, "-fsyntax-only"], cwd=command["directory"], capture_output=True, text=True).stderr
-
     def test_refuse_what_is_newer_than_the_oldest_system(self):
         minimum = "-mmacosx-version-min="
         now = re.search(minimum + r"\S+", (mach_o.BUILD / "arm64/compile_commands.json").read_text())[0]
         for source, version, name in [
                 ("platform/object.cpp", "13.3", "to_chars"),
                 ("appkit/nib.mm", "10.7", "instantiateWithOwner:topLevelObjects:"),
+                ("appkit/control_classes.mm", "10.8", "NSAppearance"),
                 ("appkit/controls.mm", "10.6", "setIdentifier:")]:
             with self.subTest(name):
-                self.assertRegex(self.compile(source, now, minimum + version), f"error: '{name}' is (only |un)available")
+                self.assertRegex(mach_o.errors_of(source, lambda command: command.replace(now, minimum + version)), f"error: '{name}' is (only |un)available")
 
     def test_refuse_what_is_deprecated(self):
-        self.assertIn("error: 'ppdFindAttr' is deprecated", self.compile("ppd_attribute.cpp", "-Wno-deprecated-declarations", ""))
+        allowed = "-Wno-deprecated-declarations"
+        self.assertIn("error: 'ppdFindAttr' is deprecated",
+                      mach_o.errors_of("ppd_attribute.cpp", lambda command: command.replace(allowed, "")))
 
 
 if __name__ == "__main__":

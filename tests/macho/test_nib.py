@@ -30,11 +30,10 @@ SCHEMA = {
     "buttonCell": (CELL, {"behavior", "font"}),
     "popUpButtonCell": (CELL | {"selectedItem"}, {"behavior", "font", "menu"}),
     "textFieldCell": (CELL | {"scrollable", "selectable", "editable", "drawsBackground", "sendsActionOnEndEditing"}, {"font", "color"}),
-    "stepperCell": (CELL | {"continuous", "increment", "minValue", "maxValue", "valueWraps"}, {"font", "customFormatter"}),
+    "stepperCell": (CELL | {"continuous", "increment", "minValue", "maxValue", "valueWraps"}, {"font", "connections"}),
     "behavior": ({"key", "changeContents", "doesNotDimImage", "lightByContents", "lightByBackground", "lightByGray", "pushIn"}, set()),
     "font": ({"key", "metaFont", "size"}, set()),
     "color": ({"key", "name", "catalog", "colorSpace"}, set()),
-    "customFormatter": ({"key", "id", "customClass"}, set()),
     "menu": ({"key", "id"}, {"items"}),
     "items": (set(), {"menuItem"}),
     "menuItem": ({"title", "state", "id"}, set()),
@@ -49,11 +48,10 @@ REQUIRED = {
     "outlet": {"property", "destination", "id"}, "action": {"selector", "target", "id"},
     "accessibilityConnection": {"property", "destination", "id"}, "menuItem": {"id"}, "font": {"key", "metaFont"}}
 # The toolkit's class that each element makes where it names none of its own.
-TOOLKIT_CLASSES = {"customView": "NSView", "customObject": "NSObject", "customFormatter": "NSNumberFormatter", "button": "NSButton",
+TOOLKIT_CLASSES = {"customView": "NSView", "customObject": "NSObject", "button": "NSButton",
                    "textField": "NSTextField", "popUpButton": "NSPopUpButton", "stepper": "NSStepper"}
-# Outlets and actions of the toolkit's that the nib uses.
-TOOLKIT_OUTLETS = {"nextKeyView"}
-TOOLKIT_ACTIONS = {"takeIntValueFrom:"}
+# Outlets of the toolkit's that the nib uses.
+TOOLKIT_OUTLETS = {"nextKeyView", "formatter"}
 FILES_OWNER, FIRST_RESPONDER, APPLICATION = "-2", "-1", "-3"
 
 
@@ -95,7 +93,7 @@ class TheNib(unittest.TestCase):
             if connection.tag == "outlet" and connection.get("property") not in TOOLKIT_OUTLETS:
                 name = connection.get("property")
                 self.assertIn(f"set{name[0].upper()}{name[1:]}:", self.selectors_of(owner))
-            elif connection.tag == "action" and connection.get("selector") not in TOOLKIT_ACTIONS:
+            elif connection.tag == "action":
                 self.assertIn(connection.get("selector"), self.selectors_of(end))
 
     def test_connects_every_outlet_of_its_owner_to_an_object_of_the_declared_class(self):

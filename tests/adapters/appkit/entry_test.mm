@@ -54,6 +54,53 @@ void refuseOnTheLeft(id self, SEL /*selector*/, double /*value*/) {
     [NSException raise:NSGenericException format:@"refused"];
 }
 
+// A text cell on a Mac whose region writes numbers in Arabic digits. GNUstep's runtime replaces the method of
+// all cells.
+void showNumbersInArabicDigits(id self, SEL selector, id value) {
+  NSMutableString* digits = [NSMutableString string];
+  if ([self isKindOfClass:[NSTextFieldCell class]] && [value isKindOfClass:[NSNumber class]]) {
+    for (const char digit : std::to_string([value intValue]))
+      [digits appendFormat:@"%C", static_cast<unichar>(0x0660 + (digit - '0'))];
+    value = digits;
+  }
+  reinterpret_cast<void (*)(id, SEL, id)>(original)(self, selector, value);
+}
+
+TEST_F(MarginEntryInAHost, StepsInPlainDigitsWhateverThoseOfTheRegion) {
+  const Replacing region(@"NSTextFieldCell", @selector(setObjectValue:),
+                         reinterpret_cast<IMP>(showNumbersInArabicDigits), "v@:@");
+  original = region.before();
+  for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ])
+    store([NSString stringWithFormat:@"MV%@Margin", side], @"11");
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
+    user::step(stepper(side), 1);
+    EXPECT_EQ(text(side), "12") << textOf(side);
+  }
+  ASSERT_TRUE(save());
+  for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ])
+    EXPECT_EQ(textOf(stored([NSString stringWithFormat:@"MV%@Margin", side])), "12");
+}
+
+TEST_F(MarginEntryInAHost, KeepsWhatIsRestoredInOtherDigitsUntilItIsEdited) {
+  store(@"MVTopMargin", @"١٢");
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  EXPECT_EQ(text(@"Top"), "١٢");
+  ASSERT_TRUE(save());
+  EXPECT_EQ(textOf(stored(@"MVTopMargin")), "١٢");
+}
+
+TEST_F(MarginEntryInAHost, WritesTheNumberOfWhateverABoxTakesItFromInPlainDigits) {
+  NSTextField* const taking = [[[NSClassFromString(@"MorvaTTTextBoxKV2") alloc] init] autorelease];
+  NSTextField* const given = [[[NSTextField alloc] init] autorelease];
+  for (const auto& [number, expected] : {std::pair{@"0", "0"}, std::pair{@"20", "20"},
+                                         std::pair{@"2147483647", "2147483647"}, std::pair{@"-7", "-7"}}) {
+    [given setStringValue:number];
+    [taking takeIntValueFrom:given];
+    EXPECT_EQ(textOf([taking stringValue]), expected);
+  }
+}
+
 TEST_F(MarginEntryInAHost, CorrectsEachEditAndTakesTheStepperAlong) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {

@@ -1,4 +1,5 @@
 #include <set>
+#include <vector>
 
 #import "tests/adapters/appkit/support/hosted_panel_test.h"
 
@@ -19,6 +20,18 @@ class LayoutInAHost : public HostedPanelTest {
   }
   static CGFloat left(NSRect frame) { return NSMinX(frame); }
   static CGFloat right(NSRect frame) { return NSMaxX(frame); }
+  void expectNoTwoToOverlap() {
+    // A stepper's and a menu's frame hold space that nothing is drawn in.
+    NSArray* const all = [[panel panelView] subviews];
+    for (NSUInteger one = 0; one < [all count]; ++one) {
+      for (NSUInteger other = one + 1; other < [all count]; ++other) {
+        const NSRect shared = NSIntersectionRect(NSInsetRect([[all objectAtIndex:one] frame], 3, 3),
+                                                 NSInsetRect([[all objectAtIndex:other] frame], 3, 3));
+        EXPECT_TRUE(NSIsEmptyRect(shared)) << textOf([[all objectAtIndex:one] description]) << " and "
+                                           << textOf([[all objectAtIndex:other] description]);
+      }
+    }
+  }
 
  private:
   [[nodiscard]] NSArray* labels(bool right) {
@@ -67,17 +80,27 @@ TEST_F(LayoutInAHost, LeavesTwentyPointsAround) {
   EXPECT_EQ(NSMinY([defaultButton() frame]) + buttonInset, 20);
 }
 
-TEST_F(LayoutInAHost, LetsNoTwoControlsOverlap) {
-  // A stepper's and a menu's frame hold space that nothing is drawn in.
-  NSArray* const all = [[panel panelView] subviews];
-  for (NSUInteger one = 0; one < [all count]; ++one) {
-    for (NSUInteger other = one + 1; other < [all count]; ++other) {
-      const NSRect shared = NSIntersectionRect(NSInsetRect([[all objectAtIndex:one] frame], 3, 3),
-                                               NSInsetRect([[all objectAtIndex:other] frame], 3, 3));
-      EXPECT_TRUE(NSIsEmptyRect(shared)) << textOf([[all objectAtIndex:one] description]) << " and "
-                                         << textOf([[all objectAtIndex:other] description]);
+TEST_F(LayoutInAHost, LetsNoTwoControlsOverlap) { expectNoTwoToOverlap(); }
+
+// A dialog gives the panel its own width.
+TEST_F(LayoutInAHost, FillsWhateverWidthItIsGiven) {
+  NSView* const whole = [panel panelView];
+  const CGFloat designed = NSWidth([whole frame]);
+  std::vector<CGFloat> gaps;
+  for (NSView* control in [whole subviews]) gaps.push_back(designed - NSMaxX([control frame]));
+  for (const CGFloat width : {400.0, 480.0, 640.0}) {
+    [whole setFrameSize:NSMakeSize(width, NSHeight([whole frame]))];
+    expectNoTwoToOverlap();
+    for (NSView* control in [whole subviews])
+      EXPECT_TRUE(NSContainsRect([whole bounds], [control frame])) << width;
+    for (NSString* name in @[ @"MorvaTTPopUpButtonKV2", @"MorvaTTCheckBoxKV2", @"MorvaTTButtonKV2" ]) {
+      for (NSView* control in views(name)) {
+        const auto index = [[whole subviews] indexOfObject:control];
+        EXPECT_EQ(width - NSMaxX([control frame]), gaps[index]) << textOf(name) << " at " << width;
+      }
     }
   }
+  EXPECT_TRUE([whole autoresizingMask] & NSViewWidthSizable);
 }
 
 }  // namespace

@@ -34,6 +34,24 @@ class PictureOfAPanel : public HostedPanelTest {
   }
 };
 
+// Black and light grey, which the labels are in, are to be read wherever the panel is shown.
+TEST_F(PictureOfAPanel, HasALightGroundInADarkWindow) {
+  ASSERT_NO_FATAL_FAILURE(showOn());
+  [window setBackgroundColor:[NSColor blackColor]];
+  [[window contentView] setNeedsDisplay:YES];
+  [window display];
+  NSBitmapImageRep* const picture = take();
+  for (NSView* control in [[panel panelView] subviews]) {
+    NSUInteger pixel[5] = {};
+    [picture getPixel:pixel
+                  atX:static_cast<NSInteger>(NSMinX([control frame])) - 3
+                    y:[picture pixelsHigh] - 1 - static_cast<NSInteger>(NSMidY([control frame]))];
+    for (const auto part : {pixel[0], pixel[1], pixel[2]})
+      EXPECT_GT(part, 200U) << textOf([control description]);
+  }
+  EXPECT_TRUE([[panel panelView] isOpaque]);
+}
+
 TEST_F(PictureOfAPanel, ShowsEveryControl) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   NSBitmapImageRep* picture = take();

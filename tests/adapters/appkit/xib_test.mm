@@ -59,8 +59,17 @@ TEST_F(Xib, GivesEveryObjectAnIdentityOfItsOwnAndEveryConnectionAnEnd) {
 }
 
 TEST_F(Xib, PutsTheFormatterOnTheFourSteppersAlone) {
-  EXPECT_EQ([nodes(@"//stepperCell/customFormatter[@customClass='MorvaTTDecimalFormatterKV2']") count], 4U);
-  EXPECT_EQ([nodes(@"//*[@key='formatter']") count], 4U);
+  NSArray* const formatters =
+      nodes(@"/document/objects/customObject[@customClass='MorvaTTDecimalFormatterKV2']");
+  ASSERT_EQ([formatters count], 1U);
+  NSString* const identity = [[[formatters objectAtIndex:0] attributeForName:@"id"] stringValue];
+  EXPECT_EQ(
+      [nodes([NSString
+          stringWithFormat:@"//stepperCell/connections/outlet[@property='formatter' and @destination='%@']",
+                           identity]) count],
+      4U);
+  EXPECT_EQ([nodes(@"//outlet[@property='formatter']") count], 4U);
+  EXPECT_EQ([nodes(@"//*[@key='formatter']") count], 0U);
 }
 
 }  // namespace

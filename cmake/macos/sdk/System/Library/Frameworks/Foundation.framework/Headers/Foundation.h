@@ -43,6 +43,11 @@ typedef struct CGRect {
   NSSize size;
 } NSRect;
 
+inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
+  return {{x, y}, {width, height}};
+}
+extern "C" NSRect NSInsetRect(NSRect rect, CGFloat dX, CGFloat dY);
+
 typedef NSUInteger NSStringEncoding;
 enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 

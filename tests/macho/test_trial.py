@@ -1,0 +1,122 @@
+"""The trial on a Mac, with stand-ins for a Mac's commands."""
+
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+import mach_o
+
+# What each command says, and does, on a Mac where all goes well.
+COMMANDS = {
+    "uname": 'if [ "${1:-}" = -m ]; then echo arm64; else echo Darwin; fi',
+    "sw_vers": 'if [ "$1" = -productVersion ]; then echo 14.5; else echo 23F79; fi',
+    "git": "echo abc1234",
+    "xcrun": 'case $1 in --find) echo /usr/bin/ibtool ;; clang++) printf "#!/bin/sh\\necho sent\\n" >"${@: -1}"; chmod +x "${@: -1}" ;; esac',
+    "cmake": 'if [ "$1" = --build ]; then mkdir -p build/macos/TandemTrim.bundle; fi',
+    "ninja": "", "codesign": "", "lipo": "",
+    "sudo": 'echo "$*" >>sudo.log',
+    "lpadmin": "", "cancel": "",
+    "lpstat": 'if [ "$1" = -W ]; then echo "TandemTrimTrial-7  user  1024  today"; fi',
+    "ipptool": 'echo "        MVTopMargin (nameWithoutLanguage) = 12"',
+    "log": 'echo "supportedPPDOptionKeys:=NSArray(...)"',
+}
+# What every Mac has besides.
+TOOLS = ("bash", "chmod", "dirname", "grep", "mkdir", "rm", "sed", "sh", "tail", "tee")
+# What the report says where one command of them fails.
+FAILURES = {
+    "xcrun": "failed  ibtool is there", "cmake": "failed  the bundle is configured", "codesign": "failed  it is signed for this Mac",
+    "lipo": "failed  it has both processors", "sudo": "failed  it is installed", "ipptool": "failed  the job holds the options of the panel",
+    "lpstat": "failed  the job holds the options of the panel", "log": "failed  the console is read"}
+
+
+class TheTrial(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.project = pathlib.Path(folder.name) / "project"
+        shutil.copytree(mach_o.SOURCES / "packaging/macos", self.project / "packaging/macos")
+        self.commands = pathlib.Path(folder.name) / "bin"
+        self.commands.mkdir()
+        for name in TOOLS:
+            (self.commands / name).symlink_to(shutil.which(name))
+        for name, does in COMMANDS.items():
+            self.command(name, does)
+
+    def command(self, name, does):
+        path = self.commands / name
+        path.write_text(f"#!/bin/bash\nset -e\n{does}\n")
+        path.chmod(0o755)
+
+    def run_trial(self, *arguments):
+        return subprocess.run([self.project / "packaging/macos/trial/trial.sh", *arguments], capture_output=True, text=True, timeout=60,
+                              env={"PATH": str(self.commands)})
+
+    def report(self):
+        return (self.project / "build/macos/report.txt").read_text()
+
+    def test_reports_every_check_and_the_options_that_the_job_holds(self):
+        done = self.run_trial()
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        report = self.report()
+        self.assertIn("macOS 14.5 (23F79), arm64, abc1234", report)
+        self.assertNotIn("failed", report)
+        for expected in ("ok      a job is sent from the print dialog", "MVTopMargin (nameWithoutLanguage) = 12", "supportedPPDOptionKeys"):
+            self.assertIn(expected, report)
+
+    def test_stops_at_the_first_failure_and_reports_which(self):
+        for name, expected in FAILURES.items():
+            with self.subTest(name):
+                self.command(name, "echo no luck; exit 9")
+                done = self.run_trial()
+                self.command(name, COMMANDS[name])
+                self.assertEqual(done.returncode, 1)
+                self.assertIn(expected, self.report())
+                self.assertNotIn("All is done", done.stdout)
+                self.assertIn("make mac-clean", done.stdout)
+
+    def test_says_what_is_missing(self):
+        for name, remedy in [("ninja", "brew install ninja"), ("cmake", "brew install cmake"), ("xcrun", "install Xcode")]:
+            with self.subTest(name):
+                (self.commands / name).unlink()
+                done = self.run_trial()
+                self.command(name, COMMANDS[name])
+                self.assertEqual(done.returncode, 1)
+                self.assertIn(remedy, self.report())
+
+    def test_reports_a_dialog_that_was_cancelled_and_a_job_without_options(self):
+        self.command("xcrun", COMMANDS["xcrun"].replace("echo sent", "exit 3"))
+        self.run_trial()
+        self.assertIn("failed  a job is sent from the print dialog (status 3)", self.report())
+        self.command("xcrun", COMMANDS["xcrun"])
+        self.command("ipptool", "echo job-id = 7")
+        self.run_trial()
+        self.assertIn("job 7 holds none of the panel's options", self.report())
+
+    def test_takes_all_of_it_away_again(self):
+        self.run_trial()
+        log = self.project / "sudo.log"
+        log.unlink()
+        done = self.run_trial("clean")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        asked = log.read_text()
+        self.assertIn("lpadmin -x TandemTrimTrial\n", asked)
+        self.assertIn("rm -rf /Library/Printers/Morva/PDEs/TandemTrim.bundle\n", asked)
+        self.assertFalse((self.project / "build/macos").exists())
+        self.command("sudo", "exit 9")
+        self.assertEqual(self.run_trial("clean").returncode, 1)
+
+    def test_prints_by_an_application_that_compiles_for_macos(self):
+        page = mach_o.SOURCES / "packaging/macos/trial/print_page.mm"
+        self.assertEqual(mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], str(page))), "")
+
+    def test_is_refused_on_any_other_system(self):
+        self.command("uname", "echo Linux")
+        done = self.run_trial()
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("needs a Mac", done.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
