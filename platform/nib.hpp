@@ -38,7 +38,13 @@ class NibOwner {
   /// it before it connects the first outlet.
   void keepLoadedNib(std::unique_ptr<LoadedNib> nib) { nibs_.push_back(std::move(nib)); }
 
+  /// The platform's own object that its nibs are connected to in the owner's stead; null where there is none.
+  /// The owner only points to it.
+  [[nodiscard]] void* platformObject() const { return platformObject_; }
+  void setPlatformObject(void* object) { platformObject_ = object; }
+
  private:
+  void* platformObject_ = nullptr;
   std::vector<std::unique_ptr<LoadedNib>> nibs_;
 };
 

@@ -1,24 +1,20 @@
 #pragma once
 
+#include "view/view_controller.hpp"
+
 @class MorvaTTViewControllerKV2;
 
-namespace tandemtrim {
-class MorvaTTViewControllerKV2;
-namespace platform {
-class NibOwner;
-}
-}  // namespace tandemtrim
-
-/// The view controllers that are alive, each beside the core's: the core asks its platform for a nib and for
-/// notifications in its own terms, and the toolkit has to be given its own controller.
+/// The core asks its platform for a nib and for notifications in its own terms, and the toolkit has to be
+/// given its own controller, which the core's points to.
 namespace tandemtrim::platform::appkit {
 
-/// Adds a controller, without retaining it. It must be removed before it goes.
-void addController(::MorvaTTViewControllerKV2* controller, const tandemtrim::MorvaTTViewControllerKV2* core);
-void removeController(::MorvaTTViewControllerKV2* controller);
-
-/// The controller beside the core's that owns nibs or observes under this address; nil when there is none.
-::MorvaTTViewControllerKV2* controllerOf(const NibOwner& owner);
-::MorvaTTViewControllerKV2* controllerOf(const void* observer);
+/// The controller beside the core's that owns nibs, or nil.
+inline ::MorvaTTViewControllerKV2* controllerOf(const NibOwner& owner) {
+  return static_cast<::MorvaTTViewControllerKV2*>(owner.platformObject());
+}
+/// The same of one that observes under this address. Nothing else observes here.
+inline ::MorvaTTViewControllerKV2* controllerOf(const void* observer) {
+  return controllerOf(*static_cast<const tandemtrim::MorvaTTViewControllerKV2*>(observer));
+}
 
 }  // namespace tandemtrim::platform::appkit

@@ -1,6 +1,5 @@
 #import "adapters/appkit/view_controller.h"
 
-#include "adapters/appkit/controllers.hpp"
 #include "adapters/appkit/foundation/foundation.hpp"
 #include "adapters/appkit/foundation/raise.hpp"
 
@@ -60,7 +59,7 @@ platform::NibObject* componentOf(id object) {
   commonInfo_ = commonInfo;
   appkit::guardedInit(self, [&] {
     connected_ = [[NSMutableArray alloc] init];
-    appkit::addController(self, core_.get());
+    core_->setPlatformObject(self);
   });
   return self;
 }
@@ -71,8 +70,8 @@ platform::NibObject* componentOf(id object) {
     [[self tandemTrimValid] setTarget:nil];
     [[self defaultButton] setTarget:nil];
   }
+  // This is the last that refers to the core, which unsubscribes it.
   core_.reset();
-  appkit::removeController(self);
   [connected_ release];
   [super dealloc];
 }
