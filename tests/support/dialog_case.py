@@ -1,5 +1,6 @@
 """What the tests of the print dialog have in common: the dialog on a screen, and a user who sees it by accessibility."""
 
+import gettext
 import re
 import subprocess
 
@@ -244,6 +245,10 @@ class DialogCase(TerminalCase):
         shown = PrintDialog([program, *arguments, *documents], environment, content)
         self.addCleanup(shown.close)
         return shown
+
+    def of_gtk(self, text, language):
+        """A text of the toolkit's in this language."""
+        return gettext.translation("gtk40", "/usr/share/locale", [language], fallback=True).gettext(text)
 
     def memories(self, state):
         """The file in which the next dialog for Morva finds what the last one was set to."""

@@ -280,8 +280,9 @@ class DialogTest(DialogCase):
                 with self.subTest(font=font, language=language):
                     dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language, **fonts)
                     dialog.wait_for_tab(PAGES[language])
-                    dialog.page(dialog.tabs()[1].name)
-                    dialog.middle(dialog.find("spin button", ""))
+                    _, scale = (node for node in dialog.nodes() if node.role == "spin button")
+                    dialog.page(self.of_gtk("Page Setup", language))
+                    dialog.middle(scale)
                     width = dialog.width()
                     dialog.page(PAGES[language])
                     dialog.middle(dialog.find("image", "210 × 297 mm"))

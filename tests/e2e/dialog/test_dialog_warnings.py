@@ -85,6 +85,26 @@ class DialogWarningsTest(DialogCase):
             dialog.close()
         self.assertEqual(*sizes.values())
 
+    def test_the_page_its_warning_and_the_summary_begin_where_gtks_own_pages_do(self):
+        for language, summary, direction in (("en", "Summary", "Image Direction"), ("ar", "الملخص", "اتجاه الصورة")):
+            with self.subTest(language):
+                dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]), LANG="C.UTF-8", LANGUAGE=language)
+                dialog.wait_for_tab("Tandem Trim")
+                starts = {}
+                for page, role, name in (
+                    (self.of_gtk("Page Setup", language), "label", self.of_gtk("Layout", language)),
+                    ("Tandem Trim", "label", f"{direction}:"),
+                    ("Tandem Trim", "alert", ""),
+                    (summary, "label", direction),
+                ):
+                    dialog.page(page)
+                    node = dialog.find(role, name)
+                    dialog.middle(node)
+                    left, _, width, _ = dialog.program.place(node)
+                    starts[page, role] = dialog.width() - left - width if language == "ar" else left
+                self.assertEqual(len(set(starts.values())), 1, starts)
+                dialog.close()
+
     def test_the_warning_is_readable_in_light_and_dark(self):
         for dark in (False, True):
             with self.subTest(dark=dark):
