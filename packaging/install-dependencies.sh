@@ -7,7 +7,7 @@ build='g++ cmake ninja-build make pkg-config libcups2-dev zlib1g-dev libcli11-de
 # The demonstration and the end-to-end tests start a print server of their own; the system's is not used.
 server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.
-screen='xvfb dbus xdotool scrot at-spi2-core python3-dbus python3-gi gir1.2-atspi-2.0 adwaita-icon-theme fonts-dejavu-core'
+screen='xvfb dbus xdotool scrot at-spi2-core python3-dbus python3-gi gir1.2-atspi-2.0 gir1.2-gtk-4.0 adwaita-icon-theme fonts-dejavu-core'
 # To make the packages and to test them: Debian's own view of them, an empty root to install them in.
 package='dpkg-dev file lintian fakeroot fonts-dejavu-core'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fonts-cantarell fonts-noto-core'

@@ -30,9 +30,14 @@ def _ask(bus, place, path, interface, method, kinds="", *values):
 
 
 @functools.cache
+def bus_address():
+    """The address of the accessibility bus, which the session bus has."""
+    return _ask(dbus.SessionBus(), "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
+
+
+@functools.cache
 def _bus():
-    """The accessibility bus, whose address the session bus has."""
-    return dbus.bus.BusConnection(_ask(dbus.SessionBus(), "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"))
+    return dbus.bus.BusConnection(bus_address())
 
 
 @functools.cache
@@ -65,7 +70,7 @@ class Program:
     """A program on the accessibility bus."""
 
     def __init__(self, place):
-        self._place = place
+        self.place_on_bus = place
         self._children = {}
 
     @classmethod
@@ -78,7 +83,7 @@ class Program:
 
     def ask(self, path, interface, method, kinds="", *values):
         """Calls a method of an object of the program and gives its answer."""
-        return _ask(_bus(), self._place, path, f"org.a11y.atspi.{interface}", method, kinds, *values)
+        return _ask(_bus(), self.place_on_bus, path, f"org.a11y.atspi.{interface}", method, kinds, *values)
 
     def windows(self):
         """Its windows, the youngest one last, with all that shows in them now."""
@@ -125,7 +130,7 @@ class Program:
     def value(self, node):
         """The number that it shows."""
         path, properties = node.path, "org.freedesktop.DBus.Properties"
-        return _ask(_bus(), self._place, path, properties, "Get", "ss", "org.a11y.atspi.Value", "CurrentValue")
+        return _ask(_bus(), self.place_on_bus, path, properties, "Get", "ss", "org.a11y.atspi.Value", "CurrentValue")
 
     def place(self, node):
         """Its left edge, top edge, width and height in its window."""

@@ -3,6 +3,7 @@
 #include <glibmm/main.h>
 #include <gtk/gtk.h>
 
+#include "host/dialog/panel/spoken_title.hpp"
 #include "host/dialog/texts/texts.hpp"
 
 namespace tandemtrim::host {
@@ -28,6 +29,8 @@ PanelPage::PanelPage()
   text_.set_wrap();
   text_.set_xalign(0);
   append(text_);
+  speakTitle(useForAllJobs, localized(kUseForAllJobsText));
+  speakTitle(help, localized(kHelpText));
   useForAllJobs.set_hexpand();
   footer_.append(useForAllJobs);
   footer_.append(help);

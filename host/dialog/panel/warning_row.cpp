@@ -5,6 +5,7 @@
 #include <gtkmm/stylecontext.h>
 #include <gtkmm/window.h>
 
+#include "host/dialog/panel/spoken_title.hpp"
 #include "host/dialog/texts/texts.hpp"
 
 namespace tandemtrim::host {
@@ -72,7 +73,9 @@ WarningRow::WarningRow(Gtk::Widget& page)
   sentences_.add_css_class(kStyleClass);
   sentences_.set_hexpand();
   append(sentences_);
-  correct.set_valign(Gtk::Align::START);
+  // Of two things side by side the keyboard goes first to the one with the higher middle.
+  correct.set_valign(Gtk::Align::END);
+  speakTitle(correct, localized(kCorrectText));
   append(correct);
   if (auto* const window = dynamic_cast<Gtk::Window*>(page.get_root()))
     window->property_focus_widget().signal_changed().connect(
@@ -89,7 +92,8 @@ void WarningRow::show(const std::vector<std::string>& sentences, bool canCorrect
   if (text == text_) return;
   text_ = text;
   sentences_.show(sentences);
-  gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, text.c_str(), -1);
+  for (auto* const named : {GTK_WIDGET(gobj()), GTK_WIDGET(sentences_.gobj())})
+    gtk_accessible_update_property(GTK_ACCESSIBLE(named), GTK_ACCESSIBLE_PROPERTY_LABEL, text.c_str(), -1);
   describeNothing();
   describeFocused();
 }

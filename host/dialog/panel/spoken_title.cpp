@@ -1,0 +1,14 @@
+#include "host/dialog/panel/spoken_title.hpp"
+
+namespace tandemtrim::host {
+
+// The toolkit would name the button by its label as well.
+void speakTitle(Gtk::Widget& button, std::string title) {
+  if (const auto letter = title.find("(_"); letter != std::string::npos) title.erase(letter);
+  std::erase(title, '_');
+  auto* const accessible = GTK_ACCESSIBLE(button.gobj());
+  gtk_accessible_reset_relation(accessible, GTK_ACCESSIBLE_RELATION_LABELLED_BY);
+  gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL, title.c_str(), -1);
+}
+
+}  // namespace tandemtrim::host
