@@ -59,7 +59,7 @@ SentJob print(const CommandLine& line, const Target& target, std::vector<Documen
   const auto title = line.title.value_or(documents.front().name());
   const Interruption interruption;
   ProgressLine progress;
-  const auto onProgress = [&](const auto& name, auto sent, auto size) {
+  const auto onProgress = [&](auto /*job*/, const auto& name, auto sent, auto size) {
     Interruption::check();
     progress.show(name, sent, size);
   };

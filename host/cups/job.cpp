@@ -151,7 +151,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
     document.read([&](std::span<const char> piece) {
       if (!piece.empty()) write([&] { return cupsWriteRequestData(http, piece.data(), piece.size()); });
       sent += piece.size();
-      progress(name, sent, document.size());
+      progress(number_, name, sent, document.size());
       return status == HTTP_STATUS_CONTINUE;
     });
   }

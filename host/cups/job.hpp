@@ -13,10 +13,10 @@
 
 namespace tandemtrim::host {
 
-/// Tells how much of a document is on its way: its name, the bytes sent and, when it is known, its size. What
-/// it raises ends the sending.
-using Progress =
-    std::function<void(const std::string& name, std::uint64_t sent, std::optional<std::uint64_t> size)>;
+/// Tells how much of a document is on its way: the number of its job, none before there is one; its name, the
+/// bytes sent and, when it is known, its size. What it raises ends the sending.
+using Progress = std::function<void(std::optional<int> job, const std::string& name, std::uint64_t sent,
+                                    std::optional<std::uint64_t> size)>;
 
 /// A document that was sent.
 struct SentDocument {

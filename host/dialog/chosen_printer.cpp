@@ -82,6 +82,8 @@ void ChosenPrinter::follow() {
   window_.giveUpPrint();
   current_ = {printer, {}, {}, {}, {}};
   window_.enter(DialogState::ready);
+  // A file gets the document as it is.
+  enablePageSetup(window_.dialog(), selection_.isPrinter());
   if (!selection_.isPrinter()) return panel_.hide();
   window_.enter(DialogState::reading);
   panel_.showText(localized(kReadingText));

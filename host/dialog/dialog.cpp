@@ -14,7 +14,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr int kCorrect = 1;
-constexpr int kSendAsItIs = 2;
+constexpr int kPrintAsItIs = 2;
 
 }  // namespace
 
@@ -93,14 +93,14 @@ void Dialog::print(bool withProblems) {
 void Dialog::askAboutProblems(const std::vector<IllegalValue>& values,
                               const std::vector<Conflict>& conflicts) {
   std::vector<Questions::Answer> answers{{localized(kCancelText), Gtk::ResponseType::CANCEL},
-                                         {localized(kSendAsItIsText), kSendAsItIs}};
+                                         {localized(kPrintAsItIsText), kPrintAsItIs}};
   if (!values.empty()) answers.emplace_back(localized(kCorrectText), kCorrect);
   questions_.ask({localized(kNotAllowedText), problemTexts(values, conflicts)}, answers,
                  values.empty() ? Gtk::ResponseType::CANCEL : kCorrect,
                  [this, hasConflicts = !conflicts.empty()](int answer) {
                    if (answer == kCorrect) printer_.panel().correct();
-                   if (answer == kCorrect || answer == kSendAsItIs)
-                     print(answer == kSendAsItIs || hasConflicts);
+                   if (answer == kCorrect || answer == kPrintAsItIs)
+                     print(answer == kPrintAsItIs || hasConflicts);
                  });
 }
 

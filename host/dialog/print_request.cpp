@@ -56,10 +56,10 @@ SendResult sendRequest(const PrintRequest& request, std::vector<Document>& docum
   const auto printer = findPrinter(connection, request.printer);
   checkState(printer, [](const std::string&) {});
   if (printer.stopped) throw Failure(Trouble::stopped, stoppedFact(printer), "; nothing was sent");
-  progress(documents.front().name(), 0, documents.front().size());
   auto options = request.options;
   std::erase_if(options, [&](const Option& option) { return isQueueDefault(option, printer); });
   const auto title = request.title.value_or(documents.front().name());
+  progress(std::nullopt, title, 0, documents.front().size());
   SendResult result{sendAndConfirm(connection, printer, title, options, documents, progress), {}};
   auto& [job, problems] = result;
   if (connection.warning()) report(*connection.warning());

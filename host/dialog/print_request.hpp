@@ -38,7 +38,7 @@ struct SendResult {
 
 /// Sends the job and asks the server which of its options it holds. Failure when the server, the printer or a
 /// document refuses; a stopped printer refuses too, since the user can choose another. `progress` is called
-/// once before there is a job. Settings that cannot be kept for all jobs are reported, too.
+/// once before there is a job, with its title. Settings that cannot be kept for all jobs are reported, too.
 SendResult sendRequest(const PrintRequest& request, std::vector<Document>& documents,
                        const Progress& progress, const Report& report);
 

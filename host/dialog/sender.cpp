@@ -5,6 +5,7 @@
 #include <glibmm/main.h>
 
 #include "host/dialog/texts/texts.hpp"
+#include "host/filled_text.hpp"
 #include "host/progress_text.hpp"
 
 namespace tandemtrim::host {
@@ -13,6 +14,11 @@ namespace {
 std::optional<double> shareOf(std::uint64_t sent, std::optional<std::uint64_t> size) {
   if (!size || *size == 0) return std::nullopt;
   return static_cast<double>(sent) / static_cast<double>(*size);
+}
+
+std::string shownName(std::optional<int> job, const std::string& name) {
+  if (!job) return name;
+  return filled(localized(kOfJobText), {{"[name]", name}, {"[number]", std::to_string(*job)}});
 }
 
 }  // namespace
@@ -27,12 +33,13 @@ Sender::Sender(std::vector<Document> documents, Report report, ShowProgress show
 
 Progress Sender::makeProgress() const {
   return [show = showProgress_, cancelled = cancelled_, underWay = std::make_shared<std::atomic<bool>>(false),
-          alive = std::weak_ptr<void>(alive_)](const std::string& name, auto sent, auto size) {
+          alive = std::weak_ptr<void>(alive_)](auto job, const std::string& name, auto sent, auto size) {
     if (const char* const reason = *cancelled)
       throw Failure(Trouble::cancelled, Fact(reason, "cancelled"_fact, {}));
     // A document goes faster than the dialog can show of it.
     if (underWay->exchange(true)) return;
-    Glib::signal_idle().connect_once([show, alive, underWay, text = progressText(name, sent, size, localized),
+    Glib::signal_idle().connect_once([show, alive, underWay,
+                                      text = progressText(shownName(job, name), sent, size, localized),
                                       share = shareOf(sent, size)] {
       *underWay = false;
       if (!alive.expired()) show(text, share);

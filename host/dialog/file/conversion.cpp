@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fstream>
 #include <memory>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -57,6 +58,17 @@ std::string beginningOf(const std::string& file) {
   return {beginning.data(), static_cast<std::size_t>(stream.gcount())};
 }
 
+// Whether a PDF file says that it is encrypted, which it does in the clear.
+bool isProtected(const std::string& file) {
+  constexpr std::string_view kEncrypted = "/Encrypt";
+  const std::unique_ptr<GMappedFile, decltype(&g_mapped_file_unref)> mapped(
+      g_mapped_file_new(file.c_str(), FALSE, nullptr), g_mapped_file_unref);
+  if (!mapped) return false;
+  const std::string_view content(g_mapped_file_get_contents(mapped.get()),
+                                 g_mapped_file_get_length(mapped.get()));
+  return content.find(kEncrypted) != std::string_view::npos;
+}
+
 }  // namespace
 
 Conversion::Temporary::Temporary() { close(Glib::file_open_tmp(path, "tandem-trim-")); }
@@ -77,7 +89,9 @@ Conversion::Conversion(Document& document, FileFormat format, const std::functio
   }
   if (!original || command.empty() || !runInto(converted_.path, command, check) ||
       formatOf(beginningOf(converted_.path)) != format) {
-    throw Failure(Trouble::userMessage, Fact(FactText{kNotConvertedText}, {{"[format]", titleOf(format)}}));
+    const bool isLocked = formatOf(document.beginning()) == FileFormat::pdf && isProtected(original_.path);
+    throw Failure(Trouble::userMessage, Fact(FactText{isLocked ? kProtectedText : kNotConvertedText},
+                                             {{"[format]", titleOf(format)}}));
   }
 }
 

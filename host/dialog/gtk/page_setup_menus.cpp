@@ -1,5 +1,6 @@
 #include "host/dialog/gtk/page_setup_menus.hpp"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -28,19 +29,38 @@ std::optional<guint> indexOf(GtkDropDown* menu, Gtk::PaperSize paper) {
   return std::nullopt;
 }
 
-}  // namespace
+bool isOfPapers(GtkDropDown* menu) {
+  auto* const model = gtk_drop_down_get_model(menu);
+  if (model == nullptr) return false;
+  const std::unique_ptr<void, decltype(&g_object_unref)> first(g_list_model_get_item(model, 0),
+                                                               g_object_unref);
+  return GTK_IS_PAGE_SETUP(first.get());
+}
 
-// GTK's menus of papers and of orientations, the next one, do not follow the page setup of their dialog.
-void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup) {
-  dialog.set_page_setup(setup.copy());
+// The menu of papers and, behind it, that of orientations.
+std::vector<GtkDropDown*> menusOf(Gtk::PrintUnixDialog& dialog) {
   std::vector<GtkDropDown*> menus;
   collectMenus(GTK_WIDGET(dialog.gobj()), menus);
-  for (std::size_t i = 0; i + 1 < menus.size(); ++i) {
-    const auto index = indexOf(menus[i], setup.get_paper_size());
-    if (!index) continue;
-    gtk_drop_down_set_selected(menus[i], *index);
-    gtk_drop_down_set_selected(menus[i + 1], static_cast<guint>(setup.get_orientation()));
-  }
+  menus.erase(menus.begin(), std::ranges::find_if(menus, isOfPapers));
+  menus.resize(std::min<std::size_t>(menus.size(), 2));
+  return menus;
+}
+
+}  // namespace
+
+// GTK's menus do not follow the page setup of their dialog.
+void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup) {
+  dialog.set_page_setup(setup.copy());
+  const auto menus = menusOf(dialog);
+  if (menus.size() < 2) return;
+  const auto index = indexOf(menus[0], setup.get_paper_size());
+  if (!index) return;
+  gtk_drop_down_set_selected(menus[0], *index);
+  gtk_drop_down_set_selected(menus[1], static_cast<guint>(setup.get_orientation()));
+}
+
+void enablePageSetup(Gtk::PrintUnixDialog& dialog, bool isLive) {
+  for (auto* const menu : menusOf(dialog)) gtk_widget_set_sensitive(GTK_WIDGET(menu), isLive ? TRUE : FALSE);
 }
 
 }  // namespace tandemtrim::host

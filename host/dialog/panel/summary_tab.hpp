@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include <gtkmm/listbox.h>
@@ -9,7 +10,8 @@
 namespace tandemtrim::host {
 
 /// The dialog's tab that lists the panel's settings, a title and a value in each row. The keyboard stops once
-/// at all of them, where a screen reader speaks each as "title: value".
+/// at all of them, where a screen reader speaks each as "title: value", and copies them so, by Control-C or
+/// by a menu.
 class SummaryTab : public Gtk::ListBox {
  public:
   SummaryTab();
@@ -17,9 +19,16 @@ class SummaryTab : public Gtk::ListBox {
   void showRows(const std::vector<SummaryRow>& rows);
 
  private:
+  void makeCopyable();
+  void showMenu(int x, int y);
+
   // The only row of this list, since the toolkit's boxes take no focus.
   GtkListBoxRow* const stop_;
   GtkBox* const rows_;
+  // Null until it is asked for.
+  GtkWidget* menu_ = nullptr;
+  // All rows, a line each.
+  std::string text_;
 };
 
 }  // namespace tandemtrim::host

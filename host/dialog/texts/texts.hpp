@@ -17,7 +17,7 @@
 namespace tandemtrim::host {
 
 inline constexpr const char* kCorrectText = "C_orrect";
-inline constexpr const char* kSendAsItIsText = "_Send As It Is";
+inline constexpr const char* kPrintAsItIsText = "_Print As It Is";
 inline constexpr const char* kNotAllowedText = "The printer does not allow these settings";
 inline constexpr const char* kCloseText = "_Close";
 inline constexpr const char* kTryAgainText = "_Try Again";
@@ -50,12 +50,17 @@ inline constexpr const char* kNotSavedText =
 inline constexpr const char* kNotConvertedText =
     "The document could not be turned into [format]. Choose a printer, or save the document as a PDF file "
     "and print that.";
+inline constexpr const char* kProtectedText =
+    "The document is protected by a password and cannot be turned into [format]. Save it without the "
+    "password, or save this file as PDF.";
 inline constexpr const char* kNoPagesText = "Type the numbers of the pages to print, or choose all pages.";
 inline constexpr const char* kWrongPagesText =
     "\"[text]\" names no pages. Type page numbers such as 1-3,5, or choose all pages.";
 inline constexpr const char* kWrongTimeText =
     "\"[text]\" is no time of day. Type one such as 14:30, or choose to print now.";
 inline constexpr const char* kSendingText = "Sending…";
+/// The name of a document beside the progress once the server has its job.
+inline constexpr const char* kOfJobText = "[name] (job [number])";
 inline constexpr const char* kIllegalValueText =
     "[name]: this printer does not allow [value] (allowed: [allowed])";
 inline constexpr const char* kConflictText =
@@ -116,15 +121,15 @@ inline constexpr std::array kHelpTexts{
     "printer does not allow; \"Correct\" puts the nearest allowed values in their place."};
 
 /// All other texts.
-inline constexpr std::array kTexts{kCancelText,        kContinueText,     kLoginTitleText,    kLoginText,
-                                   kLoginAgainText,    kUserText,         kPasswordText,      kCorrectText,
-                                   kSendAsItIsText,    kNotAllowedText,   kCloseText,         kHelpText,
-                                   kUseForAllJobsText, kSummaryText,      kReadingText,       kPageTitleText,
-                                   kUnavailableText,   kNoPagesText,      kChoosePrinterText, kSendingText,
-                                   kRangeText,         kIllegalValueText, kSentOfText,        kSentText,
-                                   kListSeparatorText, kWrongPagesText,   kWrongTimeText,     kTryAgainText,
-                                   kConflictText,      kPaperText,        kSavingText,        kWholeFileText,
-                                   kNoFileText,        kNotSavedText,     kNotConvertedText,  kCancelJobText};
+inline constexpr std::array kTexts{
+    kCancelText,     kContinueText,     kLoginTitleText,    kLoginText,         kLoginAgainText,
+    kUserText,       kPasswordText,     kCorrectText,       kPrintAsItIsText,   kNotAllowedText,
+    kCloseText,      kHelpText,         kUseForAllJobsText, kSummaryText,       kReadingText,
+    kPageTitleText,  kUnavailableText,  kNoPagesText,       kChoosePrinterText, kSendingText,
+    kRangeText,      kIllegalValueText, kSentOfText,        kSentText,          kListSeparatorText,
+    kWrongPagesText, kWrongTimeText,    kTryAgainText,      kConflictText,      kPaperText,
+    kSavingText,     kWholeFileText,    kNoFileText,        kNotSavedText,      kNotConvertedText,
+    kCancelJobText,  kOfJobText,        kProtectedText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

@@ -6,13 +6,23 @@ import subprocess
 import unittest
 
 from dialog_case import DialogCase, until
+from screen_reader import SENSITIVE
 from terminal_case import PROGRAM, SAMPLE
+from test_dialog_warnings import SMALL_SCREEN
 
 FILE = "Print to File"  # stands among GTK's printers
 PDF = b"%PDF-1.4\n"
 LARGE = 80_000_000  # bytes
 LIMIT = 70_000_000  # more than the largest PPD
 EARLIER = "what was there"
+# Of a document that no password opens: the toolkit's own answer to one that is wrong.
+PROTECTED = b"""%%PDF-1.4
+1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj
+2 0 obj<</Type/Pages/Kids[]/Count 0>>endobj
+3 0 obj<</Filter/Standard/V 1/R 2/P -4/O<%b>/U<%b>>>endobj
+trailer<</Root 1 0 R/Encrypt 3 0 R/ID[<00><00>]>>
+%%%%EOF
+""" % (b"00" * 32, b"11" * 32)
 
 
 class DialogFilesTest(DialogCase):
@@ -151,6 +161,52 @@ class DialogFilesTest(DialogCase):
         dialog.says(f"could not be saved as {self.folder / 'output.pdf'}")
         self.folder.with_suffix(".gone").rename(self.folder)
         self.assert_refused(dialog, "could not be saved", [])
+
+    def test_a_folder_in_which_the_user_may_not_write_is_named_and_stays_as_it_is(self):
+        there = self.folder / "output.pdf"
+        there.write_text(EARLIER)
+        self.folder.chmod(0o555)
+        # So that it holds for root, too.
+        dialog = self.saving(limits=("setpriv", "--bounding-set=-dac_override") if os.geteuid() == 0 else ())
+        dialog.press("Print")
+        dialog.answer("Replace")
+        dialog.says("Permission denied")
+        self.assert_refused(dialog, f"could not be saved as {there}", ["output.pdf"])
+        self.assertEqual(there.read_text(), EARLIER)
+        self.folder.chmod(0o755)
+
+    def test_a_message_about_a_long_name_fits_on_a_small_screen(self):
+        top = self.folder
+        self.folder = top / "/".join(["a" * 250] * 10)
+        self.folder.mkdir(parents=True)
+        dialog = self.saving()
+        top.rename(top.with_suffix(".gone"))
+        dialog.press("Print")
+        until(lambda: len(dialog.program.windows()) > 1, "the message")
+        _, _, width, height = dialog.program.place(dialog.program.windows()[-1])
+        top.with_suffix(".gone").rename(top)
+        self.assertLessEqual(width, SMALL_SCREEN[0])
+        self.assertLessEqual(height, SMALL_SCREEN[1])
+
+    def test_a_document_with_a_password_is_saved_as_it_is_and_cannot_be_turned_into_another_format(self):
+        protected = self.document("protected.pdf", PROTECTED)
+        dialog = self.saving(protected)
+        self.as_format(dialog, "PostScript")
+        dialog.press("Print")
+        self.assert_refused(dialog, "protected by a password and cannot be turned into PostScript", [])
+        self.as_format(dialog, "PDF")
+        self.assertEqual(self.saved(dialog, "output.pdf"), PROTECTED)
+
+    def test_paper_and_orientation_are_grey_for_a_file_and_live_for_a_printer(self):
+        dialog = self.saving()
+        for printer, live in ((FILE, False), ("Morva", True)):
+            dialog.select_printer(printer)
+            if live:
+                dialog.wait_for_tab("Tandem Trim")
+            dialog.page("Page Setup")
+            for row in ("Paper size", "Orientation"):
+                until(lambda: dialog.look_behind(row, "combo box").has(SENSITIVE) == live, f"{row} live: {live}")  # noqa: B023
+            dialog.page("General")
 
     def test_less_than_the_whole_document_is_refused(self):
         dialog = self.saving(options=("-o", "number-up=4"))

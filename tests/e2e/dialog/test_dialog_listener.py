@@ -1,15 +1,16 @@
 """What a user hears of the panel's page: no less than of the toolkit's own controls, and in the order in which it is seen."""
 
 import dataclasses
+import pathlib
 import unittest
 
-from dialog_case import DialogCase, meant, until
+from dialog_case import INSIDE, DialogCase, meant, until
 from listener import Listener, is_told, words
 from screen_reader import FOCUSED
-from terminal_case import MARGINS, PROJECT, VALID
+from terminal_case import MARGINS, VALID
 from test_dialog import PAGES, SPOKEN
 
-PEER = PROJECT / "tests/support/peer_page.py"
+PEER = pathlib.Path(__file__).with_name("peer_page.py")
 TOP = "Top Margin:"
 MENU = "Print Position:"
 SWITCH = "Use Tandem Trim"
@@ -40,7 +41,7 @@ class Act:
 def plus(dialog):
     """Clicks the button that is the last thing in the box."""
     left, top, width, height = dialog.program.place(dialog.find(NUMBER, TOP))
-    dialog.xdotool("mousemove", str(left + width - 12), str(top + height // 2), "click", "1")
+    dialog.hands.click(left + width - INSIDE, top + height // 2)
 
 
 ACTS = (
@@ -54,9 +55,9 @@ ACTS = (
     Act("goes to the limit", ("ctrl+Page_Down",), text("0"), (described("0 mm"),)),
     Act("clicks plus", plus, text("1"), (described("1 mm"),)),
     Act("opens a menu", ("shift+Tab", "space"), ("focused", "list item", words()), (("focused", "list item", words("Center")),)),
-    Act("goes to the next item", ("Up",), ("selected", "list item", words()), (("focused", "list item", words("Left")),)),
-    Act("chooses it", ("Return",), ("focused", "push button", words()), (("description", "push button", words(MENU, "Left")),)),
-    Act("types what a title begins with", ("r",), ("description", "push button", words(MENU, "Right")), of_panel=True),
+    Act("goes to the last item", ("End",), ("selected", "list item", words()), (("focused", "list item", words("Right")),)),
+    Act("chooses it", ("Return",), ("focused", "push button", words()), (("description", "push button", words(MENU, "Right")),)),
+    Act("types what a title begins with", ("l",), ("description", "push button", words(MENU, "Left")), of_panel=True),
     Act("turns the switch off", ("shift+Tab", "shift+Tab", "space"), ("not checked", "check box", words(SWITCH))),
     Act("turns it on", ("space",), ("checked", "check box", words(SWITCH))),
     Act("restores the defaults", lambda dialog: dialog.press("Restore Defaults"), text("5")),
@@ -79,7 +80,7 @@ class DialogListenerTest(DialogCase):
             listener.hears()
             act.do(dialog) if callable(act.do) else dialog.keys(*act.do)
             said = heard[act.what] = set()
-            until(lambda: said.update(listener.hears()) or all(is_told(one, said) for one in needed), f"{needed} of {act.what!r} in {said}")  # noqa: B023
+            until(lambda: said.update(listener.hears()) or all(is_told(one, said) for one in needed), f"{needed} of {act.what!r}")  # noqa: B023
             if is_panel:
                 top = dialog.find(NUMBER, TOP)
                 self.assertEqual(listener.texts[top.path], dialog.program.text(top), act.what)

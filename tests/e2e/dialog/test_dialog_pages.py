@@ -161,6 +161,30 @@ class DialogPagesTest(DialogCase):
         dialog.keys("Tab")
         until(lambda: dialog.find("push button", "Cancel").has(FOCUSED), "the stop behind the summary")
 
+    def test_the_summary_can_be_copied_by_keys_and_by_its_menu(self):
+        dialog = self.live_panel("-o", f"{MARGINS['Top']}=12")
+
+        def copied_by(copy):
+            dialog.page("Summary")
+            summary = dialog.find("list", "Summary")
+            dialog.click(summary)
+            until(lambda: dialog.find("list", "Summary").has(FOCUSED), "the summary in use")
+            copy(summary)
+            dialog.page("General")
+            dialog.click(dialog.find_live("text", RANGES))
+            dialog.keys("ctrl+a", "ctrl+v")
+            return dialog.text(RANGES)
+
+        def by_menu(_):
+            dialog.keys("shift+F10")
+            dialog.click(dialog.find("menu item", "Copy"))
+
+        dialog.check("Pages:")
+        for copy in (lambda _: dialog.keys("ctrl+c"), by_menu):
+            with self.subTest(copy):
+                dialog.type(RANGES, "")
+                until(lambda: copied_by(copy).splitlines()[::2] == ["Image Direction: Long-Edge Feed", "Top Margin: 12", "Left Margin: 5"], "the copy")  # noqa: B023
+
     def test_the_summary_is_aligned_as_a_form(self):
         dialog = self.live_panel()
         dialog.page("Summary")

@@ -140,6 +140,12 @@ class DialogWarningsTest(DialogCase):
         dialog.keys("ctrl+a", "9")
         until(lambda: NOT_ALLOWED not in self.described(dialog, "Left Margin"), "the end of the warning")
 
+    def test_a_warning_that_comes_up_describes_the_control_in_use(self):
+        dialog = self.live_panel("-o", "media=custom_tiny_21x50mm", "-o", f"{MARGINS['Right']}=5")
+        dialog.go_to("Right Margin")
+        dialog.keys("ctrl+a", "2", "1")
+        until(lambda: "cannot be combined with Paper size" in self.described(dialog, "Right Margin"), "the warning at the control")
+
     def test_the_warning_leaves_the_choice_of_a_menu_told(self):
         dialog = self.wrong_panel(THREE_WRONG[0])
         dialog.click(dialog.find("combo box", "Print Position"))

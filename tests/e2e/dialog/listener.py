@@ -57,7 +57,8 @@ class Listener:
             known = self.texts[path]
             self.texts[path] = known[:begin] + str(value) + known[begin:] if kind == "insert" else known[:begin] + known[begin + len(value) :]
             return "text", node.role, words(node.name, self.texts[path])
-        if member == "PropertyChange" and kind in PROPERTIES:
+        # A label that changes beside the focus is not spoken.
+        if member == "PropertyChange" and kind in PROPERTIES and node.role != "label":
             return PROPERTIES[kind], node.role, words(node.name, str(value))
         if member == "StateChanged" and kind in STATES and (begin or kind == "checked"):
             told = words(node.name, node.description, self.texts.get(path))
