@@ -173,7 +173,7 @@ class DialogWarningsTest(DialogCase):
         sentences = [text for text in self.sentences(window) if NOT_ALLOWED in text and text != window.name]
         self.assertEqual(window.description.splitlines(), sentences[-3:])
         buttons = [node.name for node in window.all() if node.role == "push button"]
-        self.assertEqual([name.replace("_", "").split()[0] for name in buttons], ["Cancel", "Send", "Correct"])
+        self.assertEqual([name.replace("_", "").split()[0] for name in buttons], ["Cancel", "Print", "Correct"])
 
     def test_the_question_is_answered_by_the_keyboard(self):
         dialog = self.wrong_panel(*THREE_WRONG)
