@@ -12,8 +12,7 @@ namespace {
 struct Meaning {
   ipp_status_t status;
   Trouble trouble;
-  /// What the server does, behind its name.
-  const char* fact;
+  FactText fact;
   const char* remedy;
 };
 
@@ -26,72 +25,94 @@ constexpr const char* kTryLater = "; try again later, or choose another printer 
 
 // What each status says, whether it comes by IPP or was made of one of HTTP by libcups.
 constexpr std::array kMeanings{
-    Meaning{IPP_STATUS_ERROR_BAD_REQUEST, Trouble::other, "does not understand the request",
+    Meaning{IPP_STATUS_ERROR_BAD_REQUEST, Trouble::other,
+            "the print server at [server] does not understand the request"_fact,
             "; leave options out that are not the printer's, and see its error log"},
-    Meaning{IPP_STATUS_ERROR_FORBIDDEN, Trouble::notAllowed, "does not allow that", kAskAdministrator},
-    Meaning{IPP_STATUS_ERROR_NOT_AUTHORIZED, Trouble::notAllowed, "does not allow that", kAskAdministrator},
-    Meaning{IPP_STATUS_ERROR_NOT_POSSIBLE, Trouble::other, "cannot do that at present", kTryLater},
-    Meaning{IPP_STATUS_ERROR_TIMEOUT, Trouble::noServer, "waited too long for the rest of the request",
-            "; try again"},
-    Meaning{IPP_STATUS_ERROR_NOT_FOUND, Trouble::noPrinter, "does not know what it was asked about",
+    Meaning{IPP_STATUS_ERROR_FORBIDDEN, Trouble::notAllowed,
+            "the print server at [server] does not allow that"_fact, kAskAdministrator},
+    Meaning{IPP_STATUS_ERROR_NOT_AUTHORIZED, Trouble::notAllowed,
+            "the print server at [server] does not allow that"_fact, kAskAdministrator},
+    Meaning{IPP_STATUS_ERROR_NOT_POSSIBLE, Trouble::other,
+            "the print server at [server] cannot do that at present"_fact, kTryLater},
+    Meaning{IPP_STATUS_ERROR_TIMEOUT, Trouble::noServer,
+            "the print server at [server] waited too long for the rest of the request"_fact, "; try again"},
+    Meaning{IPP_STATUS_ERROR_NOT_FOUND, Trouble::noPrinter,
+            "the print server at [server] does not know what it was asked about"_fact,
             "; lpstat -e lists its printers, and lpstat -o its jobs"},
-    Meaning{IPP_STATUS_ERROR_GONE, Trouble::noPrinter, "no longer has what it was asked about",
+    Meaning{IPP_STATUS_ERROR_GONE, Trouble::noPrinter,
+            "the print server at [server] no longer has what it was asked about"_fact,
             "; lpstat -e lists its printers, and lpstat -o its jobs"},
-    Meaning{IPP_STATUS_ERROR_REQUEST_ENTITY, Trouble::document, "takes no document of this size",
+    Meaning{IPP_STATUS_ERROR_REQUEST_ENTITY, Trouble::document,
+            "the print server at [server] takes no document of this size"_fact,
             "; print it in parts, or ask the server's administrator to allow larger ones"},
-    Meaning{IPP_STATUS_ERROR_REQUEST_VALUE, Trouble::other, "takes no value of this length", kChangeOptions},
+    Meaning{IPP_STATUS_ERROR_REQUEST_VALUE, Trouble::other,
+            "the print server at [server] takes no value of this length"_fact, kChangeOptions},
     Meaning{IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED, Trouble::format,
-            "cannot print documents of this kind",
+            "the print server at [server] cannot print documents of this kind"_fact,
             "; choose another printer by -d, or save it as a PDF file"},
-    Meaning{IPP_STATUS_ERROR_ATTRIBUTES_OR_VALUES, Trouble::other, "does not take one of the options",
-            kChangeOptions},
-    Meaning{IPP_STATUS_ERROR_CONFLICTING, Trouble::other, "finds options that exclude each other",
-            kChangeOptions},
-    Meaning{IPP_STATUS_ERROR_DOCUMENT_FORMAT_ERROR, Trouble::document, "finds the document damaged",
-            kChangeDocument},
-    Meaning{IPP_STATUS_ERROR_DOCUMENT_ACCESS, Trouble::document, "cannot read the document", kChangeDocument},
-    Meaning{IPP_STATUS_ERROR_DOCUMENT_PASSWORD, Trouble::document, "needs the document's password",
+    Meaning{IPP_STATUS_ERROR_ATTRIBUTES_OR_VALUES, Trouble::other,
+            "the print server at [server] does not take one of the options"_fact, kChangeOptions},
+    Meaning{IPP_STATUS_ERROR_CONFLICTING, Trouble::other,
+            "the print server at [server] finds options that exclude each other"_fact, kChangeOptions},
+    Meaning{IPP_STATUS_ERROR_DOCUMENT_FORMAT_ERROR, Trouble::document,
+            "the print server at [server] finds the document damaged"_fact, kChangeDocument},
+    Meaning{IPP_STATUS_ERROR_DOCUMENT_ACCESS, Trouble::document,
+            "the print server at [server] cannot read the document"_fact, kChangeDocument},
+    Meaning{IPP_STATUS_ERROR_DOCUMENT_PASSWORD, Trouble::document,
+            "the print server at [server] needs the document's password"_fact,
             "; save it without a password"},
-    Meaning{IPP_STATUS_ERROR_DOCUMENT_PERMISSION, Trouble::document, "is not permitted to print the document",
+    Meaning{IPP_STATUS_ERROR_DOCUMENT_PERMISSION, Trouble::document,
+            "the print server at [server] is not permitted to print the document"_fact,
             "; save it without that protection"},
-    Meaning{IPP_STATUS_ERROR_DOCUMENT_SECURITY, Trouble::document, "does not take the document's protection",
+    Meaning{IPP_STATUS_ERROR_DOCUMENT_SECURITY, Trouble::document,
+            "the print server at [server] does not take the document's protection"_fact,
             "; save it without that protection"},
-    Meaning{IPP_STATUS_ERROR_DOCUMENT_UNPRINTABLE, Trouble::document, "cannot print the document",
-            kChangeDocument},
-    Meaning{IPP_STATUS_ERROR_ACCOUNT_INFO_NEEDED, Trouble::notAllowed, "wants to know which account pays",
-            kAskAdministrator},
-    Meaning{IPP_STATUS_ERROR_ACCOUNT_CLOSED, Trouble::notAllowed, "has closed the account that pays",
-            kAskAdministrator},
+    Meaning{IPP_STATUS_ERROR_DOCUMENT_UNPRINTABLE, Trouble::document,
+            "the print server at [server] cannot print the document"_fact, kChangeDocument},
+    Meaning{IPP_STATUS_ERROR_ACCOUNT_INFO_NEEDED, Trouble::notAllowed,
+            "the print server at [server] wants to know which account pays"_fact, kAskAdministrator},
+    Meaning{IPP_STATUS_ERROR_ACCOUNT_CLOSED, Trouble::notAllowed,
+            "the print server at [server] has closed the account that pays"_fact, kAskAdministrator},
     Meaning{IPP_STATUS_ERROR_ACCOUNT_LIMIT_REACHED, Trouble::notAllowed,
-            "has reached the limit of the account that pays", kAskAdministrator},
+            "the print server at [server] has reached the limit of the account that pays"_fact,
+            kAskAdministrator},
     Meaning{IPP_STATUS_ERROR_ACCOUNT_AUTHORIZATION_FAILED, Trouble::notAllowed,
-            "could not charge the account that pays", kAskAdministrator},
-    Meaning{IPP_STATUS_ERROR_INTERNAL, Trouble::other, "has an error of its own", kSeeLog},
-    Meaning{IPP_STATUS_ERROR_OPERATION_NOT_SUPPORTED, Trouble::other, "cannot do that", kSeeWhatItIs},
-    Meaning{IPP_STATUS_ERROR_SERVICE_UNAVAILABLE, Trouble::noServer, "is out of service at present",
+            "the print server at [server] could not charge the account that pays"_fact, kAskAdministrator},
+    Meaning{IPP_STATUS_ERROR_INTERNAL, Trouble::other,
+            "the print server at [server] has an error of its own"_fact, kSeeLog},
+    Meaning{IPP_STATUS_ERROR_OPERATION_NOT_SUPPORTED, Trouble::other,
+            "the print server at [server] cannot do that"_fact, kSeeWhatItIs},
+    Meaning{IPP_STATUS_ERROR_SERVICE_UNAVAILABLE, Trouble::noServer,
+            "the print server at [server] is out of service at present"_fact,
             "; try again later, or name another server by -h"},
-    Meaning{IPP_STATUS_ERROR_VERSION_NOT_SUPPORTED, Trouble::other, "does not speak this version of IPP",
-            kSeeWhatItIs},
-    Meaning{IPP_STATUS_ERROR_DEVICE, Trouble::stopped, "cannot reach the printer's device",
+    Meaning{IPP_STATUS_ERROR_VERSION_NOT_SUPPORTED, Trouble::other,
+            "the print server at [server] does not speak this version of IPP"_fact, kSeeWhatItIs},
+    Meaning{IPP_STATUS_ERROR_DEVICE, Trouble::stopped,
+            "the print server at [server] cannot reach the printer's device"_fact,
             "; see whether the printer is on, or choose another by -d"},
-    Meaning{IPP_STATUS_ERROR_TEMPORARY, Trouble::other, "has an error that passes",
-            "; try again in a moment"},
-    Meaning{IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS, Trouble::rejecting, "accepts no jobs for this printer",
+    Meaning{IPP_STATUS_ERROR_TEMPORARY, Trouble::other,
+            "the print server at [server] has an error that passes"_fact, "; try again in a moment"},
+    Meaning{IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS, Trouble::rejecting,
+            "the print server at [server] accepts no jobs for this printer"_fact,
             "; let it accept them again by cupsaccept, or choose another printer by -d"},
-    Meaning{IPP_STATUS_ERROR_BUSY, Trouble::other, "is too busy", "; try again in a moment"},
-    Meaning{IPP_STATUS_ERROR_JOB_CANCELED, Trouble::other, "has cancelled the job",
+    Meaning{IPP_STATUS_ERROR_BUSY, Trouble::other, "the print server at [server] is too busy"_fact,
+            "; try again in a moment"},
+    Meaning{IPP_STATUS_ERROR_JOB_CANCELED, Trouble::other,
+            "the print server at [server] has cancelled the job"_fact,
             "; ask the server's administrator why"},
-    Meaning{IPP_STATUS_ERROR_MULTIPLE_JOBS_NOT_SUPPORTED, Trouble::other, "takes no job of several documents",
+    Meaning{IPP_STATUS_ERROR_MULTIPLE_JOBS_NOT_SUPPORTED, Trouble::other,
+            "the print server at [server] takes no job of several documents"_fact,
             "; print each file by itself"},
-    Meaning{IPP_STATUS_ERROR_PRINTER_IS_DEACTIVATED, Trouble::rejecting, "has switched the printer off",
+    Meaning{IPP_STATUS_ERROR_PRINTER_IS_DEACTIVATED, Trouble::rejecting,
+            "the print server at [server] has switched the printer off"_fact,
             "; have it switched on again, or choose another by -d"},
-    Meaning{IPP_STATUS_ERROR_TOO_MANY_JOBS, Trouble::rejecting, "has as many jobs as it takes",
+    Meaning{IPP_STATUS_ERROR_TOO_MANY_JOBS, Trouble::rejecting,
+            "the print server at [server] has as many jobs as it takes"_fact,
             "; wait until some are printed (lpstat -o), or choose another printer by -d"},
-    Meaning{IPP_STATUS_ERROR_TOO_MANY_DOCUMENTS, Trouble::other, "takes fewer documents in a job",
+    Meaning{IPP_STATUS_ERROR_TOO_MANY_DOCUMENTS, Trouble::other,
+            "the print server at [server] takes fewer documents in a job"_fact,
             "; print them in several jobs"},
 };
-
-constexpr Meaning kUnknown{IPP_STATUS_ERROR_INTERNAL, Trouble::other, "refuses the request", kSeeLog};
 
 // What a status of HTTP says in those of IPP, which has more of them.
 struct HttpMeaning {
@@ -154,16 +175,13 @@ Failure unauthorized(const std::string& server) {
 Failure refusal(http_t* http, const std::string& server) {
   const auto status = statusOf(http);
   if (status == IPP_STATUS_ERROR_NOT_AUTHENTICATED) return unauthorized(server);
-  const auto* const known = std::ranges::find(kMeanings, status, &Meaning::status);
-  const bool isKnown = known != kMeanings.end();
-  const auto& meaning = isKnown ? *known : kUnknown;
+  const auto* const meaning = std::ranges::find(kMeanings, status, &Meaning::status);
+  const bool isKnown = meaning != kMeanings.end();
   const auto words = wordsOf(http, status, isKnown);
-  auto english =
-      "the print server at " + server + ' ' + meaning.fact + (words.empty() ? "" : " (" + words + ")");
-  // In other languages the trouble says what it means.
-  Fact fact(std::move(english), kRefusal,
-            {{"[server]", server}, {"[words]", words.empty() ? ippErrorString(status) : words}});
-  return Failure(meaning.trouble, std::move(fact), meaning.remedy);
+  if (!isKnown)
+    return Failure(Trouble::other, Fact(kRefusal, {{"[server]", server}, {"[words]", words}}), kSeeLog);
+  return Failure(meaning->trouble, withWords(Fact(meaning->fact, {{"[server]", server}}), words),
+                 meaning->remedy);
 }
 
 }  // namespace tandemtrim::host

@@ -79,7 +79,7 @@ class DialogWordsTest(DialogCase):
     def test_a_job_that_is_refused(self):
         dialog = self.ready("-o", "document-format=application/x-nothing")
         what = "The printer cannot print documents of this kind. Choose another printer, or save the document as a PDF file and print that."
-        self.assert_told(self.prints(dialog), what, "Morva hat sample.pdf nicht angenommen.", "application/x-nothing")
+        self.assert_told(self.prints(dialog), what, "Morva hat sample.pdf nicht angenommen.", "kann Dokumente dieser Art nicht drucken. Gemeldet wird:", "application/x-nothing")
 
     def test_a_document_that_is_missing(self):
         what = "The document cannot be read. Make sure that it still exists and that you may open it, then try again."
