@@ -159,10 +159,14 @@ TEST_F(StepperBesideABox, KeepsItsStepsOutOfTheNotificationsOfEdits) {
 }
 
 TEST_F(StepperBesideABox, BringsAForeignValueIntoItsRangeAtTheFirstStep) {
-  ShownPanel foreign({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "777"}}});
-  foreign.user().click(
-      gtk_widget_get_prev_sibling(gtk_widget_get_last_child(foreign.widget("textBoxMarginTop"))));
-  EXPECT_EQ(foreign.text("textBoxMarginTop"), "20");
+  for (const auto& [stored, nearest] : {std::pair{"777", "20"}, {"-40", "0"}}) {
+    for (const auto step : {XK_Up, XK_Down}) {
+      ShownPanel foreign({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", stored}}});
+      foreign.user().focus(foreign.widget("textBoxMarginTop"));
+      foreign.user().press(static_cast<unsigned>(step));
+      EXPECT_EQ(foreign.text("textBoxMarginTop"), nearest) << stored;
+    }
+  }
 }
 
 TEST(MenuUnderTheWheel, KeepsItsChoice) {
