@@ -11,6 +11,7 @@ from gi.repository import GdkPixbuf  # noqa: E402
 
 NOT_ALLOWED = "does not allow"
 READABLE = 4.5  # the contrast of a text that is read well
+COLOURED = 40  # the difference of the parts of a colour, at least
 THREE_WRONG = (f"{MARGINS['Left']}=18", f"{POSITION}=Diagonal", f"{MARGINS['Top']}=99")
 SMALL_SCREEN = (1024, 600)
 
@@ -118,6 +119,9 @@ class DialogWarningsTest(DialogCase):
                 self.assertGreaterEqual(contrast(text, ground), READABLE)
                 self.assertNotEqual(max(text) - min(text), 0, "a colour of its own")
                 self.assertEqual(brightness(ground) < brightness(text), dark)
+                icon = next(node for node in self.row(dialog).all() if node.role == "image")
+                drawn = self.colours(path, *dialog.program.place(icon))
+                self.assertGreater(max(max(colour) - min(colour) for colour in drawn), COLOURED, "an icon in a colour of its own")
                 dialog.close()
 
     def colours(self, path, left, top, width, height):
@@ -160,6 +164,10 @@ class DialogWarningsTest(DialogCase):
         until(lambda: not described(), "the end of the warning")
         self.assertIn("Center", [node.description for node in dialog.nodes() if node.role == "push button"])
 
+    def drawn(self, dialog, node):
+        """How a text is drawn, by the toolkit's names for it."""
+        return dialog.program.ask(node.path, "Text", "GetDefaultAttributes")
+
     def question(self, dialog):
         """The window of the question."""
         until(lambda: len(dialog.program.windows()) == 2, "the question")
@@ -170,6 +178,8 @@ class DialogWarningsTest(DialogCase):
         dialog.press("Print")
         window = self.question(dialog)
         self.assertEqual(window.name, "The printer does not allow these settings")
+        weights = {node.name: int(self.drawn(dialog, node)["weight"]) for node in window.all() if node.role == "label"}
+        self.assertGreater(weights[window.name], weights["Cancel"], "a heading")
         sentences = [text for text in self.sentences(window) if NOT_ALLOWED in text and text != window.name]
         self.assertEqual(window.description.splitlines(), sentences[-3:])
         buttons = [node.name for node in window.all() if node.role == "push button"]
