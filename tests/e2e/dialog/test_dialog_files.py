@@ -8,7 +8,6 @@ import unittest
 from dialog_case import DialogCase, until
 from screen_reader import SENSITIVE
 from terminal_case import PROGRAM, SAMPLE
-from test_dialog_warnings import SMALL_SCREEN
 
 FILE = "Print to File"  # stands among GTK's printers
 PDF = b"%PDF-1.4\n"
@@ -174,19 +173,6 @@ class DialogFilesTest(DialogCase):
         self.assert_refused(dialog, f"could not be saved as {there}", ["output.pdf"])
         self.assertEqual(there.read_text(), EARLIER)
         self.folder.chmod(0o755)
-
-    def test_a_message_about_a_long_name_fits_on_a_small_screen(self):
-        top = self.folder
-        self.folder = top / "/".join(["a" * 250] * 10)
-        self.folder.mkdir(parents=True)
-        dialog = self.saving()
-        top.rename(top.with_suffix(".gone"))
-        dialog.press("Print")
-        until(lambda: len(dialog.program.windows()) > 1, "the message")
-        _, _, width, height = dialog.program.place(dialog.program.windows()[-1])
-        top.with_suffix(".gone").rename(top)
-        self.assertLessEqual(width, SMALL_SCREEN[0])
-        self.assertLessEqual(height, SMALL_SCREEN[1])
 
     def test_a_document_with_a_password_is_saved_as_it_is_and_cannot_be_turned_into_another_format(self):
         protected = self.document("protected.pdf", PROTECTED)
