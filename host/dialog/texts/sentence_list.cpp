@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr int kSpacing = 6;
+constexpr int kSentenceSpacing = 6;
 
 }  // namespace
 
@@ -23,7 +23,8 @@ std::string directed(const Gtk::Widget& widget, const std::string& text) {
 }
 
 SentenceList::SentenceList(int mostHeight)
-    : mostHeight_(mostHeight), box_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, kSpacing)) {
+    : mostHeight_(mostHeight),
+      box_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, kSentenceSpacing)) {
   set_child(box_);
   set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
 }
