@@ -67,7 +67,7 @@ int sendOne(const Connection& connection, const Queue& queue, const Options& opt
             const std::string& file) {
   auto documents = openDocuments({file});
   const auto job = sendAndConfirm(connection, queue.printer, documents.front().name(), options, documents,
-                                  [](const auto&, auto, auto) {});
+                                  [](auto, const auto&, auto, auto) {});
   if (job.failure || !job.held) throw Failure(jobText(job));
   return job.number;
 }
