@@ -516,7 +516,7 @@ class DialogPrintersTest(DialogCase):
 
     def test_a_server_that_is_killed_in_the_middle_of_a_document_is_told_and_print_stays_ready(self):
         dialog = self.in_the_middle_of_a_document("-o", "MVTandemTrim=On MVTopMargin=17", seconds=60)
-        dialog.says("large.txt: ")
+        dialog.says("large.txt (job ")
         self.cups.kill()
         dialog.says("127.0.0.1")
         dialog.press("Close")
