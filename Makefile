@@ -16,7 +16,7 @@ checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants macho mac mac-clean
+.PHONY: run pictures test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants macho mac mac-clean
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -26,7 +26,7 @@ run: ## print a sample document on a private print server and show what the prin
 pictures: ## renew the pictures of the dialog in docs/
 	$(install_dependencies) run
 	$(call build,release)
-	/usr/bin/python3 demo/pictures.py --build build/release
+	tests/support/on_own_screen.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release /usr/bin/python3 demo/pictures.py
 
 test: ## build and run all tests
 	$(install_dependencies) test
