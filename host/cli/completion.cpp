@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include "host/cli/arguments/value_readers.hpp"
 #include "host/cups/connection/login.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/cups/printer.hpp"
@@ -53,6 +54,11 @@ Words settingWords(const std::vector<platform::PanelSetting>& settings, const st
 // What the value may be that begins so.
 Words values(const Unfinished& unfinished, const std::string& typed) {
   if (unfinished.option == "-d") return printerNames(Connection(unfinished.line.server));
+  if (unfinished.option == "--applications") {
+    Words words;
+    for (const auto& [word, meaning] : kApplicationsTexts) words.emplace_back(word);
+    return words;
+  }
   if (unfinished.option == "--set") return settingWords(panelSettings(unfinished.line), typed);
   return {};
 }

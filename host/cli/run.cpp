@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/applications/applications.hpp"
 #include "host/cli/dialog_loader.hpp"
 #include "host/cli/interruption.hpp"
 #include "host/cli/printer_list.hpp"
@@ -132,9 +133,21 @@ void runDialog(const CommandLine& line, std::ostream& out, const Report& report)
   showConfirmation(line, out, *job);
 }
 
+void switchApplications(const CommandLine& line, std::ostream& out, const Report& report) {
+  switch (*line.applications) {
+    case Applications::on:
+      return switchApplicationsOn(line.allGtk, out, report);
+    case Applications::off:
+      return switchApplicationsOff(out, report);
+    case Applications::status:
+      return showApplications(out, report);
+  }
+}
+
 }  // namespace
 
 void run(const CommandLine& line, std::ostream& out, const Report& report) {
+  if (line.applications) return switchApplications(line, out, report);
   if (line.resetDefaults) return reset(line, report);
   if (line.list) return listPrinters(line, out, report);
   if (wantsDialog(line)) {

@@ -1,9 +1,7 @@
 #include "host/cups/saved_defaults.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstring>
 #include <optional>
 #include <thread>
 
@@ -16,6 +14,7 @@
 #include "host/file_descriptor.hpp"
 #include "host/home_folder.hpp"
 #include "host/job/lpoptions.hpp"
+#include "host/whole_file.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -25,66 +24,21 @@ namespace fs = std::filesystem;
 constexpr std::chrono::milliseconds kLockInterval{5};
 constexpr mode_t kOwnFolder = 0700;
 constexpr mode_t kOwnFile = 0600;
-// As CUPS makes the file that it keeps options in.
-constexpr mode_t kReadableFile = 0644;
-
-constexpr auto kUnreadable = "[file] cannot be read: [words]"_fact;
-constexpr auto kUnwritable = "[file] cannot be written: [words]"_fact;
-
-Failure failureOf(const fs::path& file, FactText text) {
-  return Failure(Trouble::other, Fact(text, {{"[file]", file.string()}, {"[words]", std::strerror(errno)}}));
-}
-
-std::string readAll(const FileDescriptor& file, const fs::path& path) {
-  std::string text;
-  std::array<char, 4096> piece{};
-  for (;;) {
-    const auto length = read(file.get(), piece.data(), piece.size());
-    if (length < 0) throw failureOf(path, kUnreadable);
-    if (length == 0) return text;
-    text.append(piece.data(), static_cast<std::size_t>(length));
-  }
-}
 
 // Keeps others from changing the file. By a file of its own, since the other one is replaced.
 FileDescriptor lockOf(const fs::path& path, std::chrono::milliseconds longest) {
   const auto name = path.string() + ".lock";
   FileDescriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnFile));
-  if (!lock.isOpen()) throw failureOf(path, kUnwritable);
+  if (!lock.isOpen()) throw unwritableFile(path);
   const auto end = std::chrono::steady_clock::now() + longest;
   while (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno != EWOULDBLOCK) throw failureOf(path, kUnwritable);
+    if (errno != EWOULDBLOCK) throw unwritableFile(path);
     if (std::chrono::steady_clock::now() >= end)
       throw Failure(Trouble::other, Fact(name + " is locked by another program; see which by fuser " + name,
                                          "[file] is locked by another program"_fact, {{"[file]", name}}));
     std::this_thread::sleep_for(kLockInterval);
   }
   return lock;
-}
-
-bool writeAll(const FileDescriptor& file, std::string_view text) {
-  while (!text.empty()) {
-    const auto length = write(file.get(), text.data(), text.size());
-    if (length < 0) return false;
-    text.remove_prefix(static_cast<std::size_t>(length));
-  }
-  return fsync(file.get()) == 0;
-}
-
-// `old` is what the file was, or null.
-void replace(const fs::path& path, const std::string& text, const struct stat* old) {
-  auto name = path.string() + ".XXXXXX";
-  const FileDescriptor file(mkostemp(name.data(), O_CLOEXEC));
-  if (!file.isOpen()) throw failureOf(path, kUnwritable);
-  const bool isWhole =
-      writeAll(file, text) &&
-      (old == nullptr || old->st_uid == geteuid() || fchown(file.get(), old->st_uid, old->st_gid) == 0) &&
-      fchmod(file.get(), old == nullptr ? kReadableFile : old->st_mode) == 0 &&
-      std::rename(name.c_str(), path.c_str()) == 0;
-  if (isWhole) return;
-  const auto failure = failureOf(path, kUnwritable);
-  unlink(name.c_str());
-  throw Failure(failure);
 }
 
 // The file of saved options has one line a printer, in which # begins a comment and a keyword without a value
@@ -154,13 +108,9 @@ void editFile(const fs::path& file, const std::function<std::string(const std::s
   mkdir(path.parent_path().c_str(), kOwnFolder);
   const auto lock = lockOf(path, longest);
 
-  const FileDescriptor now(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!now.isOpen() && errno != ENOENT) throw failureOf(path, kUnreadable);
-  struct stat old {};
-  if (now.isOpen() && fstat(now.get(), &old) != 0) throw failureOf(path, kUnreadable);
-  const auto before = now.isOpen() ? readAll(now, path) : "";
+  const auto before = readWholeFile(path).value_or("");
   const auto after = edit(before);
-  if (after != before) replace(path, after, now.isOpen() ? &old : nullptr);
+  if (after != before) replaceFile(path, after);
 }
 
 Options keepable(const Options& options) {

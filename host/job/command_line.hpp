@@ -21,6 +21,9 @@ struct Input {
 /// The name of the panel's button that brings the defaults back.
 inline constexpr const char* kRestoreDefault = "RestoreDefault";
 
+/// What is to be done about the applications that print by the desktop portal.
+enum class Applications { on, off, status };
+
 struct CommandLine {
   std::optional<std::string> server;
   /// Whom the server is to take for the job's owner; none is whoever runs the program.
@@ -49,6 +52,10 @@ struct CommandLine {
   bool resetDefaults = false;
   /// Whether the server's printers are to be listed instead of any other work.
   bool list = false;
+  /// What is to be done about the session's applications, instead of any other work.
+  std::optional<Applications> applications;
+  /// Whether every GTK program of the session is to go through the portal.
+  bool allGtk = false;
   bool withoutPanel = false;
   bool verbose = false;
   /// Whether to wait until the job has ended.

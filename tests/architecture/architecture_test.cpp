@@ -42,6 +42,7 @@ const Arrows kAllowed{
     {"adapters/appkit", {"adapters/appkit/foundation", "platform", "plugin", "plugin/setting_info", "view"}},
 
     {"host", {"platform"}},
+    {"host/applications", {"host"}},
     {"host/job", {"host", "platform"}},
     {"host/cups/connection", {"host", "host/job"}},
     {"host/cups", {"host", "host/cups/connection", "host/job"}},
@@ -61,8 +62,8 @@ const Arrows kAllowed{
       "host/panel"}},
     {"host/cli/arguments", {"host", "host/job"}},
     {"host/cli",
-     {"host", "host/cli/arguments", "host/cups", "host/cups/connection", "host/dialog", "host/job",
-      "host/panel"}},
+     {"host", "host/applications", "host/cli/arguments", "host/cups", "host/cups/connection", "host/dialog",
+      "host/job", "host/panel"}},
 };
 
 std::string pathInProject(const fs::path& path) { return path.lexically_relative(SOURCES).generic_string(); }

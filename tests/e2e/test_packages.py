@@ -78,14 +78,14 @@ class PackagesTest(TerminalCase):
         self.assertEqual(sorted(packed), sorted(installed - never_packed | for_packages_alone))
 
     def test_the_dialogs_files_are_in_its_package_alone(self):
-        of_dialog = r"/dialog/|/Linux/TandemTrim$|TandemTrim\.ui$|/applications/|/icons/|/metainfo/|tandem-trim-gtk"
+        of_dialog = r"/dialog/|/libexec/|/xdg-desktop-portal/|/dbus-1/|/systemd/|/Linux/TandemTrim$|TandemTrim\.ui$|/applications/|/icons/|/metainfo/|tandem-trim-gtk"
         everything = set().union(*(self.files(package) for package in self.packages))
         self.assertEqual({path for path in everything if re.search(of_dialog, path)}, self.files(self.gtk))
 
     def test_everything_is_roots_and_readable_by_all(self):
         for package in self.packages:
             for mode, owner, path in self.contents(package):
-                executable = mode.startswith("d") or "/bin/" in path
+                executable = mode.startswith("d") or "/bin/" in path or "/libexec/" in path
                 with self.subTest(path):
                     self.assertEqual((mode[1:], owner), ("rwxr-xr-x" if executable else "rw-r--r--", "root/root"))
 

@@ -70,6 +70,8 @@ std::vector<Ordered> declareOrdered(CLI::App& app, CommandLine& line) {
             shortText(job) + " and the same options",
         kWrongCommandLine);
   });
+  add("--applications", "on|off|status", "Have applications print with this dialog, by the desktop portal",
+      [&](const std::string& text) { line.applications = applicationsFrom(text); });
   add("--set", "NAME=TEXT", "Type, choose or switch at the panel; may be repeated",
       [&](const std::string& text) { line.inputs.push_back(inputFrom(text)); });
   ordered.push_back({app.add_flag("--restore-defaults")
@@ -103,6 +105,7 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
       ->type_name("FILE");
   app.add_option("--plugin", line.plugin, "The plug-in's bundle, or a folder that holds it")
       ->type_name("DIR");
+  app.add_flag("--all-gtk", line.allGtk, "With --applications on: send all GTK programs through the portal");
   app.add_flag("--without-panel", line.withoutPanel, "Go on without the panel when it cannot be opened");
   app.add_flag("--wait", line.wait, "Wait until the job has ended");
   app.add_flag("--verbose", line.verbose, "Show the log on standard error, too");
@@ -134,6 +137,10 @@ void refuseWhatDoesNotFit(const CommandLine& line) {
   if (line.printer) refuseWrongPrinter(*line.printer);
   if (line.resetDefaults) refuseBeside(line, Use::reset, "--reset-defaults only takes the defaults away");
   if (line.list) refuseBeside(line, Use::list, "--list only lists the printers");
+  if (line.applications)
+    refuseBeside(line, Use::applications, "--applications only switches for the applications");
+  if (line.allGtk && line.applications != Applications::on)
+    throw Failure("--all-gtk goes with --applications on; write that before it", kWrongCommandLine);
   if (line.dialog == true) refuseBeside(line, Use::dialog, "--dialog leaves the panel to the user");
   if (!line.files.empty()) return;
   if (line.wait) throw Failure("--wait needs a job; name a file to print", kWrongCommandLine);

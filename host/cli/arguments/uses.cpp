@@ -10,6 +10,7 @@ constexpr unsigned kReset = static_cast<unsigned>(Use::reset);
 constexpr unsigned kDialog = static_cast<unsigned>(Use::dialog);
 constexpr unsigned kUnasked = static_cast<unsigned>(Use::dialogUnasked);
 constexpr unsigned kInput = static_cast<unsigned>(Use::input);
+constexpr unsigned kApplications = static_cast<unsigned>(Use::applications);
 constexpr unsigned kAnyJob = kDialog | kUnasked | kInput;
 constexpr unsigned kAll = kList | kReset | kAnyJob;
 
@@ -46,6 +47,8 @@ constexpr std::array kRows{
     Row{"--json", isGiven<&CommandLine::json>, 0},
     Row{"--save-as-default", isGiven<&CommandLine::saveAsDefault>, 0},
     Row{"--list", isGiven<&CommandLine::list>, kList},
+    Row{"--applications", isGiven<&CommandLine::applications>, kApplications},
+    Row{"--all-gtk", isGiven<&CommandLine::allGtk>, kApplications},
     Row{"--reset-defaults", isGiven<&CommandLine::resetDefaults>, kReset},
 };
 

@@ -17,7 +17,9 @@ enum class Use : unsigned {
   /// The print dialog, because there is a screen.
   dialogUnasked = 8,
   /// Printing what comes on standard input where no file is named.
-  input = 16
+  input = 16,
+  /// Switching for the applications of the session.
+  applications = 32
 };
 
 /// The options of the command line that have no part in this use, as "-d, --json"; empty without any.

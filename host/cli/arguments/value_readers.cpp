@@ -86,6 +86,16 @@ Options optionsFrom(const JobOption& option, const std::string& text) {
               "tandem-trim --help lists the options");
 }
 
+const std::array<std::pair<const char*, Applications>, 3> kApplicationsTexts{
+    {{"on", Applications::on}, {"off", Applications::off}, {"status", Applications::status}}};
+
+Applications applicationsFrom(const std::string& text) {
+  for (const auto& [word, meaning] : kApplicationsTexts) {
+    if (text == word) return meaning;
+  }
+  throw wrong("--applications", text, "this is none of its words", "write on, off or status");
+}
+
 Input inputFrom(const std::string& text) {
   const auto equals = text.find('=');
   if (equals == std::string::npos || equals == 0)

@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "host/job/command_line.hpp"
 
@@ -26,6 +27,12 @@ extern const std::array<JobOption, 5> kJobOptions;
 
 /// The options of the job that this text of the option stands for.
 Options optionsFrom(const JobOption& option, const std::string& text);
+
+/// Each with the text of --applications that means it.
+extern const std::array<std::pair<const char*, Applications>, 3> kApplicationsTexts;
+
+/// The text of --applications.
+Applications applicationsFrom(const std::string& text);
 
 /// "name=text" as an act at the panel.
 Input inputFrom(const std::string& text);

@@ -20,6 +20,7 @@ COMPLETED = {
     "-d Mor": "-d Morva ",
     "--set Val": "--set Valid=",
     "--set Valid=Of": "--set Valid=Off ",
+    "--applications st": "--applications status ",
     "-dMor": "-dMorva ",
     "--set=Val": "--set=Valid=",
     "--set=Valid=Of": "--set=Valid=Off ",

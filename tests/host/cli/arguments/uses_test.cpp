@@ -15,9 +15,13 @@ using Arguments = std::vector<std::string>;
 // The option with a value that it takes.
 Arguments given(const std::string& option) {
   const std::map<std::string, std::string> values{
-      {"-h", "far"},      {"-U", "amy"}, {"-d", "Morva"},      {"-t", "Title"}, {"-n", "2"},
-      {"-o", "x-note=1"}, {"-q", "7"},   {"-H", "hold"},       {"-P", "1"},     {"--set", "Top=1"},
-      {"--ppd", "a.ppd"}, {"-i", "12"},  {"--plugin", "/opt"},
+      {"-h", "far"},        {"-U", "amy"},
+      {"-d", "Morva"},      {"-t", "Title"},
+      {"-n", "2"},          {"-o", "x-note=1"},
+      {"-q", "7"},          {"-H", "hold"},
+      {"-P", "1"},          {"--set", "Top=1"},
+      {"--ppd", "a.ppd"},   {"-i", "12"},
+      {"--plugin", "/opt"}, {"--applications", "on"},
   };
   const auto value = values.find(option);
   return value == values.end() ? Arguments{option} : Arguments{option, value->second};
@@ -56,6 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         UseOfOptions{"--list", {"--list"}, {"-h", "-E", "-U", "--verbose", "--plugin", "-c"}},
         UseOfOptions{"--reset-defaults", {"--reset-defaults"}, {"-h", "-E", "-U", "--verbose", "-d", "-c"}},
+        UseOfOptions{"--applications", {"--applications", "on"}, {"--all-gtk", "-c"}},
         UseOfOptions{"--dialog",
                      {"--dialog", "a.pdf"},
                      {"-h", "-E", "-U", "-d", "-t", "-c", "-s", "-n", "-o", "-q", "-H", "-P", "-m",
@@ -63,8 +68,10 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& use) { return use.param.name.substr(2, 4); });
 
 TEST(AUse, RefusesFilesThatItLeavesAlone) {
-  for (const char* option : {"--list", "--reset-defaults"}) {
-    const auto failure = failureOf([&] { parseCommandLine({option, "a.pdf"}); });
+  for (const Arguments& use : {Arguments{"--list"}, {"--reset-defaults"}, {"--applications", "off"}}) {
+    auto arguments = use;
+    arguments.emplace_back("a.pdf");
+    const auto failure = failureOf([&] { parseCommandLine(arguments); });
     EXPECT_THAT(failure.what(), HasSubstr("leave files out"));
   }
 }

@@ -1,0 +1,80 @@
+#include "host/applications/marked_lines.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr std::string_view kBegin =
+    "# Lines of tandem-trim, which \"tandem-trim --applications off\" takes away";
+constexpr std::string_view kEnd = "# End of the lines of tandem-trim";
+
+// Behind the mark, in the order of Before.
+constexpr std::array<std::string_view, 4> kBefore{"", ", with the line break before them", ", with this file",
+                                                  ", with this file and its folder"};
+
+// Where a line that begins so begins, and where the line behind it does.
+struct Place {
+  std::size_t begin;
+  std::size_t end;
+};
+
+Place find(std::string_view text, std::string_view beginning, std::size_t from = 0) {
+  for (auto begin = from; begin < text.size();) {
+    const auto end = std::min(text.find('\n', begin), text.size() - 1) + 1;
+    if (text.substr(begin, end - begin).starts_with(beginning)) return {begin, end};
+    begin = end;
+  }
+  return {text.size(), text.size()};
+}
+
+std::string_view lineEndOf(std::string_view line) {
+  if (line.ends_with("\r\n")) return "\r\n";
+  return line.ends_with('\n') ? "\n" : "";
+}
+
+Before beforeOf(std::string_view mark) {
+  mark.remove_suffix(lineEndOf(mark).size());
+  mark.remove_prefix(kBegin.size());
+  for (std::size_t index = kBefore.size(); --index > 0;) {
+    if (mark == kBefore.at(index)) return static_cast<Before>(index);
+  }
+  return Before::file;
+}
+
+}  // namespace
+
+MarkedText partMarkedLines(std::string_view text, const std::string& file) {
+  const auto begin = find(text, kBegin);
+  const auto end = find(text, kEnd, begin.end);
+  const auto isThere = [&](const Place& mark) { return mark.begin != text.size(); };
+  if (isThere(begin) != isThere(find(text, kEnd)) || isThere(begin) != isThere(end)) {
+    const auto missing = isThere(begin) ? kEnd : kBegin;
+    throw Failure(file + ": the line \"" + std::string(missing) +
+                  "\" is missing; put it back, or take the other mark and the lines away by hand");
+  }
+  if (!isThere(begin)) return {std::string(text)};
+  const auto mark = text.substr(begin.begin, begin.end - begin.begin);
+  const auto before = beforeOf(mark);
+  auto first = text.substr(0, begin.begin);
+  const auto rest = text.substr(end.end);
+  if (before == Before::openLine && rest.empty()) first.remove_suffix(lineEndOf(mark).size());
+  return {std::string(first) + std::string(rest), true, before};
+}
+
+std::string withMarkedLines(const std::string& own, const std::vector<std::string>& lines, Before before) {
+  const std::string lineEnd = own.find("\r\n") == std::string::npos ? "\n" : "\r\n";
+  std::string text = own;
+  if (!own.empty() && !own.ends_with('\n')) {
+    before = Before::openLine;
+    text += lineEnd;
+  }
+  text += std::string(kBegin) + std::string(kBefore.at(static_cast<std::size_t>(before))) + lineEnd;
+  for (const auto& line : lines) text += line + lineEnd;
+  return text + std::string(kEnd) + lineEnd;
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/applications/key_file.hpp"
+
+namespace tandemtrim::host {
+
+/// The name of this program's print backend in the desktop portal's settings.
+inline constexpr const char* kOwnBackend = "tandemtrim";
+/// The part of the desktop portal by which applications print, as its backends name it.
+inline constexpr const char* kPrintPart = "org.freedesktop.impl.portal.Print";
+/// More than a settings file has.
+inline constexpr std::size_t kMostSettingsBytes = 1 << 16;
+/// The group of the portal's settings that names the backend for each part.
+inline constexpr const char* kPreferred = "preferred";
+
+struct PortalVersion {
+  int major = 0;
+  int minor = 0;
+
+  friend auto operator<=>(const PortalVersion&, const PortalVersion&) = default;
+};
+
+/// Older portals have no settings files.
+inline constexpr PortalVersion kFirstWithSettings{1, 17};
+/// Older portals look for backends in one folder.
+inline constexpr PortalVersion kFirstWithManyFolders{1, 20};
+
+/// The version in what a program says with --version; none without one.
+std::optional<PortalVersion> versionIn(const std::string& words);
+
+/// A variable's value; none where it is not set.
+using Variables = std::function<std::optional<std::string>(const std::string& name)>;
+
+/// Where the portal looks, as variables of its environment have it.
+struct PortalPlaces {
+  /// The names of the user's desktop, the most specific one first.
+  std::vector<std::string> desktops;
+  /// The only folder of backends and settings, for trials of the portal; usually none.
+  std::optional<std::filesystem::path> only;
+  std::filesystem::path configHome;
+  std::filesystem::path dataHome;
+  /// Those of the system, in their order.
+  std::vector<std::filesystem::path> configFolders;
+  std::vector<std::filesystem::path> dataFolders;
+};
+
+/// Empty variables count as not set.
+PortalPlaces portalPlaces(const Variables& variable);
+
+/// The user's settings file that the portal reads, or would read if it were there.
+std::filesystem::path userSettings(const PortalPlaces& places);
+
+/// The first settings file that is not the user's: the one that counts while the user has none.
+std::optional<std::filesystem::path> systemSettings(const PortalPlaces& places);
+
+/// The file that tells the portal of a backend; none where this version finds none by that name.
+std::optional<std::filesystem::path> backendFile(const PortalPlaces& places, PortalVersion version,
+                                                 const std::string& name);
+
+/// The desktops that a backend's file says it is for.
+std::vector<std::string> desktopsOf(const std::filesystem::path& backendFile);
+
+/// The folders where this version of the portal looks for backends.
+std::vector<std::filesystem::path> backendFolders(const PortalPlaces& places, PortalVersion version);
+
+/// The entries of a settings file in their order; none where it is missing or cannot be understood.
+std::optional<std::vector<Entry>> entriesOf(const std::filesystem::path& file);
+
+/// Which backend the portal takes for printing.
+struct ChosenBackend {
+  /// None when there is none.
+  std::optional<std::string> name;
+  /// Why: what a sentence can say behind the name.
+  std::string reason;
+  /// The settings file that decides, if one does.
+  std::optional<std::filesystem::path> settings;
+};
+
+/// What a portal of this version takes when it starts now. Settings and backends that cannot be understood
+/// are passed over, as the portal does.
+ChosenBackend chosenBackend(const PortalPlaces& places, PortalVersion version);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "host/applications/portal_rules.hpp"
+
+namespace tandemtrim::host {
+
+/// The desktop portal, as it is installed and as it runs in the user's session.
+struct Portal {
+  /// Why the session bus cannot be asked, and what to do about it; none when it can.
+  std::optional<std::string> busProblem;
+  bool isInstalled = false;
+  /// Of the program that the session bus starts; none where it does not say.
+  std::optional<PortalVersion> version;
+  /// None while it does not run.
+  std::optional<int> process;
+  /// By its own environment while it runs, else by this program's.
+  PortalPlaces places;
+};
+
+/// Looks at the portal without starting it.
+Portal lookAtPortal();
+
+/// Why the service of this name on the session bus does not say which version of this interface it has, in
+/// its own words or in those of the bus; none when it says so. The bus starts a service that does not run.
+std::optional<std::string> interfaceProblem(const std::string& service, const std::string& interface);
+
+/// Whether the file was written after the process started.
+bool isNewerThan(const std::filesystem::path& file, int process);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "host/failure.hpp"
+
+namespace tandemtrim::host {
+
+/// The text of a file; none where there is no file. Failure when it cannot be read, is no regular file or has
+/// more than `most` bytes.
+std::optional<std::string> readWholeFile(const std::filesystem::path& file,
+                                         std::size_t most = std::string().max_size());
+
+/// Replaces the file, which need not exist, as a whole: readers see the old text or the new one. It keeps its
+/// mode and its owner. Failure when it cannot be written; then nothing has changed.
+void replaceFile(const std::filesystem::path& file, const std::string& text);
+
+/// That the file cannot be written, for the reason that errno holds.
+Failure unwritableFile(const std::filesystem::path& file);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,307 @@
+"""tandem-trim --applications: the desktop portal's settings, as it is switched on and off and looked at.
+
+The portal of Debian 12 has no settings files. One that has is stood in for, and so is the print backend: see stand_in.py.
+"""
+
+import contextlib
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import unittest
+
+import surroundings
+from terminal_case import PROGRAM, TerminalCase
+
+STAND_IN = pathlib.Path(__file__).with_name("stand_in.py")
+REAL_PORTAL = "/usr/libexec/xdg-desktop-portal"
+PRINT = "org.freedesktop.impl.portal.Print"
+BACKEND = "org.freedesktop.impl.portal.desktop.tandemtrim"
+PORTAL = "org.freedesktop.portal.Desktop"
+DESKTOPS_OWN = "# of the desktop\n[preferred]\ndefault=gnome;gtk;\norg.freedesktop.impl.portal.Settings=gtk\n"
+ON, OFF, STATUS = (["--applications", word] for word in ("on", "off", "status"))
+
+
+class SwitchingTest(TerminalCase):
+    @classmethod
+    def setUpClass(cls):
+        pass
+
+    def setUp(self):
+        self.folder = self.temporary_folder()
+        for name in ("home", "run", "data/dbus-1/services", "etc", "share"):
+            (self.folder / name).mkdir(parents=True)
+        self.settings = self.folder / "home/.config/xdg-desktop-portal/portals.conf"
+        self.choices = self.folder / "choices"
+        self.bus = {}
+        self.version = "1.22.0"
+        self.desktop = "Special:GNOME"
+        self.more = {}
+        self.add_service(PORTAL, STAND_IN, "portal")
+        self.add_backend()
+
+    def environment(self, **more):
+        own = {
+            "HOME": self.folder / "home",
+            "XDG_RUNTIME_DIR": self.folder / "run",
+            "XDG_DATA_HOME": self.folder / "data",
+            "XDG_DATA_DIRS": self.folder / "share",
+            "XDG_CONFIG_DIRS": self.folder / "etc",
+            "XDG_CURRENT_DESKTOP": self.desktop,
+            "STAND_IN_VERSION": self.version,
+            "STAND_IN_CHOICES": self.choices,
+        }
+        return surroundings.of_this_test(surroundings.SHARED) | {name: str(value) for name, value in own.items()} | self.bus | self.more | more
+
+    # What is installed.
+
+    def add_service(self, name, *command):
+        words = " ".join(map(str, command))
+        (self.folder / f"data/dbus-1/services/{name}.service").write_text(f"[D-BUS Service]\nName={name}\nExec={words}\n")
+
+    def add_backend(self, folder="data/xdg-desktop-portal/portals"):
+        (self.folder / folder).mkdir(parents=True)
+        (self.folder / folder / "tandemtrim.portal").write_text(f"[portal]\nDBusName={BACKEND}\nInterfaces={PRINT};\nUseIn=TandemTrim;\n")
+        self.add_service(BACKEND, STAND_IN, "backend")
+
+    def desktop_says(self, text, name="gnome-portals.conf"):
+        file = self.folder / "share/xdg-desktop-portal" / name
+        file.parent.mkdir(exist_ok=True)
+        file.write_text(text)
+
+    def user_wrote(self, text):
+        self.settings.parent.mkdir(parents=True)
+        self.settings.write_bytes(text.encode())
+
+    @contextlib.contextmanager
+    def session(self):
+        """A session bus, which starts the services above; they end with it."""
+        self.bus = {}
+        daemon = subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--print-address"],
+            env=self.environment(), stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, start_new_session=True,
+        )  # fmt: skip
+        self.bus = {"DBUS_SESSION_BUS_ADDRESS": daemon.stdout.readline().strip()}
+        try:
+            yield
+        finally:
+            self.bus = {}
+            os.killpg(daemon.pid, signal.SIGTERM)
+            daemon.communicate()
+
+    # What is asked.
+
+    def does(self, *arguments, notes=()):
+        """Runs the program, which must succeed and say just these on standard error; gives what it shows."""
+        result = self.trim(*arguments)
+        self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
+        said = result.stderr.splitlines()
+        self.assertEqual(len(said), len(notes), said)
+        for line, note in zip(said, notes):
+            self.assertIn(note, line)
+        return result.stdout
+
+    def fails(self, *arguments, words):
+        result = self.trim(*arguments)
+        self.assertEqual(result.returncode, 1, result.stdout + result.stderr)
+        for word in words:
+            self.assertIn(word, result.stderr)
+        return result
+
+    def files(self):
+        home = self.folder / "home"
+        return {str(path.relative_to(home)): path.read_bytes() if path.is_file() else None for path in home.rglob("*")}
+
+    # Switching on and off.
+
+    def test_the_portal_takes_the_backend_and_leaves_all_others_as_the_desktop_has_them(self):
+        self.desktop_says(DESKTOPS_OWN)
+        self.assertIn(str(self.settings), self.does(*ON))
+        with self.session():
+            shown = self.does(*STATUS)
+        self.assertEqual(json.loads(self.choices.read_text()), {"Print": "tandemtrim", "FileChooser": "gnome", "Settings": "gtk"})
+        for words in ("desktop portal: 1.22, running\n", f"print backend: tandemtrim, named by {self.settings}\n", "applications print with this dialog\n"):
+            self.assertIn(words, shown)
+
+    def test_off_leaves_nothing_behind(self):
+        (self.folder / "home/.config").mkdir()
+        before = self.files()
+        self.desktop_says(DESKTOPS_OWN)
+        self.does(*ON, "--all-gtk", notes=["those for files"])
+        self.assertNotEqual(self.files(), before)
+        self.does(*OFF)
+        self.assertEqual(self.files(), before)
+        self.does(*OFF, notes=["nothing of tandem-trim"])
+        self.assertEqual(self.files(), before)
+
+    def test_what_the_user_wrote_stays_and_comes_back(self):
+        for text in ("# mine\r\n[preferred]\r\ndefault=kde\r\n", f"[preferred]\n{PRINT}=gtk\ndefault=kde", "", "\n\n[other]\na=b\n"):
+            with self.subTest(text):
+                self.user_wrote(text)
+                before = self.files()
+                self.does(*ON)
+                self.assertTrue(self.settings.read_bytes().startswith(text.encode()))
+                with self.session():
+                    self.does(*STATUS)
+                self.assertEqual(json.loads(self.choices.read_text())["FileChooser"], "kde" if "kde" in text else None)
+                self.does(*OFF)
+                self.assertEqual(self.files(), before)
+                self.settings.unlink()
+                self.settings.parent.rmdir()
+
+    def test_the_users_file_for_the_desktop_is_the_one_that_counts(self):
+        self.user_wrote("")
+        own = self.settings.with_name("gnome-portals.conf")
+        own.write_text("[preferred]\ndefault=gtk\n")
+        self.does(*ON)
+        self.assertEqual(self.settings.read_text(), "")
+        with self.session():
+            self.assertIn(str(own), self.does(*STATUS))
+        self.does(*OFF)
+        self.assertEqual(own.read_text(), "[preferred]\ndefault=gtk\n")
+
+    def test_on_twice_is_on_once_with_what_the_desktop_says_now(self):
+        self.desktop_says(DESKTOPS_OWN)
+        self.does(*ON)
+        once = self.settings.read_bytes()
+        self.assertIn("as it has to be", self.does(*ON))
+        self.assertEqual(self.settings.read_bytes(), once)
+        self.desktop_says(DESKTOPS_OWN.replace("gnome;", "kde;"))
+        self.does(*ON)
+        self.assertEqual(self.settings.read_bytes(), once.replace(b"gnome;", b"kde;").replace(b"gkde", b"gnome"))
+
+    def test_a_user_who_named_the_backend_has_nothing_changed(self):
+        self.user_wrote(f"[preferred]\n{PRINT}=tandemtrim;gtk\n")
+        before = self.files()
+        self.assertIn("as it has to be", self.does(*ON))
+        self.assertEqual(self.files(), before)
+
+    def test_all_gtk_programs_are_sent_through_the_portal_only_where_that_is_asked_for(self):
+        file = self.folder / "home/.config/environment.d/60-tandem-trim.conf"
+        self.does(*ON)
+        self.assertFalse(file.exists())
+        self.does(*ON, "--all-gtk", notes=["those for files"])
+        lines = [line for line in file.read_text().splitlines() if not line.startswith("#")]
+        self.assertEqual(lines, ["GTK_USE_PORTAL=1", "GDK_DEBUG=portals${GDK_DEBUG:+:$GDK_DEBUG}"])
+        self.does(*OFF)
+        self.assertFalse(file.parent.exists())
+
+    def test_a_link_stays_a_link(self):
+        kept = self.folder / "kept"
+        kept.write_text("[preferred]\ndefault=kde\n")
+        self.settings.parent.mkdir(parents=True)
+        self.settings.symlink_to(kept)
+        self.does(*ON)
+        self.assertTrue(self.settings.is_symlink())
+        self.assertIn("tandemtrim", kept.read_text())
+        self.does(*OFF)
+        self.assertTrue(self.settings.is_symlink())
+        self.assertEqual(kept.read_text(), "[preferred]\ndefault=kde\n")
+        kept.unlink()
+        self.fails(*ON, words=[f"{self.settings} is a link to {kept}, which is not there"])
+
+    def test_what_cannot_be_understood_is_refused_and_left_alone(self):
+        end = "# End of the lines of tandem-trim\n"
+        for text, word in (("default=gnome\n", "line 1"), ("[preferred]\nwhat\n", "line 2"), ("#" * 70000, "more than 65536 bytes"), (end, "is missing")):
+            with self.subTest(word):
+                self.user_wrote(text)
+                self.fails(*ON, words=[str(self.settings), word])
+                self.assertEqual(self.settings.read_text(), text)
+                self.settings.unlink()
+                self.settings.parent.rmdir()
+        self.settings.mkdir(parents=True)
+        self.fails(*ON, words=[f"{self.settings}"])
+
+    def test_a_folder_that_cannot_be_written_is_named(self):
+        (self.folder / "home/.config").write_text("a file")
+        self.fails(*ON, words=[str(self.settings.parent), "nothing was changed"])
+        (self.folder / "home/.config").unlink()
+        self.user_wrote("[preferred]\ndefault=kde\n")
+        before = self.files()
+        # The limit of a file's size stands for a disk without room.
+        command = ["prlimit", "--fsize=30", "--", PROGRAM, *ON]
+        result = subprocess.run(command, env=self.environment(), capture_output=True, text=True, check=False)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(f"{self.settings} cannot be written", result.stderr)
+        self.assertEqual(self.files(), before)
+
+    # What is missing, and how to mend it.
+
+    def test_a_portal_that_runs_has_to_be_started_anew(self):
+        with self.session():
+            self.fails(*STATUS, words=["the desktop portal takes", "switch by tandem-trim --applications on"])
+            self.does(*ON, notes=["systemctl --user restart xdg-desktop-portal"])
+            self.fails(*STATUS, words=["started before its settings changed: systemctl --user restart"])
+            self.does(*OFF, notes=["systemctl --user restart xdg-desktop-portal"])
+        self.does(*ON)
+        with self.session():
+            self.does(*STATUS)
+
+    def test_without_a_session_there_is_no_bus_to_ask(self):
+        self.does(*ON)
+        self.fails(*STATUS, words=["there is no session bus"])
+        self.more = {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+        self.fails(*STATUS, words=["the session bus does not answer", "/nonexistent"])
+
+    def test_a_portal_that_is_not_installed_is_named(self):
+        (self.folder / f"data/dbus-1/services/{PORTAL}.service").unlink()
+        self.does(*ON, notes=["install the package xdg-desktop-portal"])
+        with self.session():
+            self.fails(*STATUS, words=["install the package xdg-desktop-portal"])
+
+    def test_a_backend_that_is_not_installed_is_named(self):
+        (self.folder / f"data/dbus-1/services/{BACKEND}.service").unlink()
+        (self.folder / "data/xdg-desktop-portal/portals/tandemtrim.portal").unlink()
+        missing = "finds no tandemtrim.portal in"
+        self.does(*ON, notes=[missing])
+        with self.session():
+            self.fails(*STATUS, words=[missing, "the print backend of tandem-trim does not answer", "install the package tandem-trim-gtk"])
+
+    def test_a_backend_that_ends_at_once_is_told(self):
+        (self.folder / f"data/dbus-1/services/{BACKEND}.service").write_text(f"[D-BUS Service]\nName={BACKEND}\nExec=/bin/false\n")
+        self.does(*ON)
+        with self.session():
+            result = self.fails(*STATUS, words=["does not say that applications can print by it", "the print backend of tandem-trim does not answer"])
+        self.assertIn("journalctl --user -u tandem-trim-portal", result.stderr)
+
+    def test_a_portal_that_looks_elsewhere_gets_a_link(self):
+        self.version = "1.18.4"
+        result = self.trim(*ON)
+        own = self.folder / "data/xdg-desktop-portal/portals/tandemtrim.portal"
+        if not pathlib.Path("/usr/share/xdg-desktop-portal/portals/tandemtrim.portal").exists():
+            self.assertIn(f"ln -s {own} /usr/share/xdg-desktop-portal/portals", result.stderr)
+
+    def test_a_portal_of_a_trial_reads_other_settings(self):
+        self.more = {"XDG_DESKTOP_PORTAL_DIR": str(self.folder)}
+        self.fails(*ON, words=["XDG_DESKTOP_PORTAL_DIR", str(self.folder), f"{PRINT}=tandemtrim"])
+        self.assertEqual(self.files(), {})
+
+    # The portal of Debian 12 itself.
+
+    def real_portal(self, desktop):
+        self.desktop = desktop
+        self.more = {"XDG_DESKTOP_PORTAL_DIR": str(self.folder / "data/xdg-desktop-portal/portals")}
+        self.add_service(PORTAL, REAL_PORTAL)
+        portals = self.folder / "data/xdg-desktop-portal/portals"
+        (portals / "gtk.portal").write_text(f"[portal]\nDBusName=org.morva.Nothing\nInterfaces={PRINT};\nUseIn=gnome;\n")
+        return self.session()
+
+    def test_a_portal_without_settings_goes_by_the_desktop(self):
+        with self.real_portal("TandemTrim:GNOME"):
+            shown = self.does(*STATUS)
+            self.assertIn("desktop portal: 1.16, running", shown)
+            self.assertIn("print backend: tandemtrim, which says that it is for the desktop TandemTrim\n", shown)
+            self.does(*ON)
+        self.assertFalse((self.folder / "home/.config").exists())
+
+    def test_a_portal_without_settings_is_told_how_to_take_the_backend(self):
+        remedy = "XDG_CURRENT_DESKTOP=TandemTrim:GNOME"
+        with self.real_portal("GNOME"):
+            self.fails(*STATUS, words=["takes the print backend gtk", "before 1.17 have no portals.conf", remedy])
+            self.fails(*ON, "--all-gtk", words=[remedy, "nothing was written"])
+        self.assertFalse((self.folder / "home/.config").exists())
+
+
+if __name__ == "__main__":
+    unittest.main()

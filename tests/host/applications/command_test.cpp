@@ -1,0 +1,49 @@
+#include "host/applications/command.hpp"
+
+#include <chrono>
+
+#include <gmock/gmock.h>
+
+namespace tandemtrim::host {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(ACommand, SaysWhatItSaidAndHowItEnded) {
+  const auto done = runCommand({"sh", "-c", "echo out; echo err >&2"}, 60s);
+  EXPECT_TRUE(done.succeeded && done.inTime && done.isInstalled);
+  EXPECT_EQ(done.said, "out\nerr\n");
+  const auto failed = runCommand({"sh", "-c", "cat; exit 3"}, 60s);
+  EXPECT_FALSE(failed.succeeded);
+  EXPECT_TRUE(failed.inTime);
+  EXPECT_EQ(failed.said, "");
+}
+
+TEST(ACommand, IsMissedByName) {
+  const auto missing = runCommand({"tandem-trim-no-such-program"}, 60s);
+  EXPECT_FALSE(missing.succeeded || missing.isInstalled);
+  EXPECT_TRUE(runCommand({"/"}, 60s).isInstalled);
+}
+
+TEST(ACommand, IsEndedWithAllThatItStartedWhenItTakesLonger) {
+  const auto start = std::chrono::steady_clock::now();
+  const auto slow = runCommand({"sh", "-c", "echo begun; sleep 600 & sleep 600"}, 300ms);
+  EXPECT_FALSE(slow.succeeded || slow.inTime);
+  EXPECT_EQ(slow.said, "begun\n");
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 60s);
+}
+
+TEST(ACommand, MayLeaveAProgramBehindThatHoldsItsOutput) {
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_TRUE(runCommand({"sh", "-c", "sleep 5 & echo done"}, 60s).succeeded);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+}
+
+TEST(ACommand, IsReadNoFurtherThanAnybodyNeeds) {
+  const auto endless = runCommand({"yes"}, 500ms);
+  EXPECT_FALSE(endless.inTime);
+  EXPECT_EQ(endless.said.size(), 65536U);
+}
+
+}  // namespace
+}  // namespace tandemtrim::host
