@@ -9,8 +9,8 @@ import unittest
 from patience import PATIENCE
 from terminal_case import PPD, PROGRAM, PROJECT, SAMPLE, TerminalCase
 
-# The manual page's examples of these need another machine, a screen or another program.
-ELSEWHERE = ("desk:631", "--dialog", "| jq")
+# The manual page's examples of these need another machine, a screen, another program or a desktop's session.
+ELSEWHERE = ("desk:631", "--dialog", "| jq", "--applications")
 
 # What does nothing, is refused, or has no use of its own.
 NOT_SHOWN = {"-c", "-i", "--help", "--version", "--verbose", "--plugin"}
@@ -51,6 +51,9 @@ WRONG = {
     "a job to restart": (["-H", "restart"], ["-H restart", "lp -i JOB -H restart"]),
     "a job to change": (["-i", "Morva-12"], ["-i Morva-12", "lp -i Morva-12", "nothing was sent"]),
     "-o without its text": (["-o"], ["-o"]),
+    "a word that switches nothing": (["--applications", "yes"], ['--applications "yes"', "on, off or status"]),
+    "all GTK programs while nothing is switched on": (["--applications", "off", "--all-gtk"], ["--all-gtk goes with --applications on"]),
+    "switching for applications beside a job": (["--applications", "on", "-d", "Morva"], ["leave -d, files out"]),
 }
 
 

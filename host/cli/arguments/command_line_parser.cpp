@@ -137,10 +137,10 @@ void refuseWhatDoesNotFit(const CommandLine& line) {
   if (line.printer) refuseWrongPrinter(*line.printer);
   if (line.resetDefaults) refuseBeside(line, Use::reset, "--reset-defaults only takes the defaults away");
   if (line.list) refuseBeside(line, Use::list, "--list only lists the printers");
+  if (line.allGtk && line.applications != Applications::on)
+    throw Failure("--all-gtk goes with --applications on", kWrongCommandLine);
   if (line.applications)
     refuseBeside(line, Use::applications, "--applications only switches for the applications");
-  if (line.allGtk && line.applications != Applications::on)
-    throw Failure("--all-gtk goes with --applications on; write that before it", kWrongCommandLine);
   if (line.dialog == true) refuseBeside(line, Use::dialog, "--dialog leaves the panel to the user");
   if (!line.files.empty()) return;
   if (line.wait) throw Failure("--wait needs a job; name a file to print", kWrongCommandLine);
