@@ -6,12 +6,10 @@
 
 #include <glibmm/exceptionhandler.h>
 #include <glibmm/main.h>
-#include <gtk/gtk.h>
 #include <gtkmm/init.h>
 #include <gtkmm/messagedialog.h>
 #include <unistd.h>
 
-#include "host/build_mark.hpp"
 #include "host/dialog/asking/background.hpp"
 #include "host/dialog/dialog.hpp"
 #include "host/dialog/texts/texts.hpp"
@@ -42,10 +40,6 @@ Printed printedByDialog(const CommandLine& line, const Report& report) {
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) const char* tandemTrimBuildMark() noexcept {
-  return kBuildMark;
-}
-
 extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(const CommandLine& line,
                                                                             const Report& report,
                                                                             DialogResult& result) noexcept {
@@ -57,14 +51,6 @@ extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(cons
       },
       nullptr);
   try {
-    // GTK asks libcups, which asks its environment.
-    if (line.server) g_setenv("CUPS_SERVER", line.server->c_str(), TRUE);
-    // Desktops find the program's icon by it.
-    g_set_prgname("tandem-trim");
-    if (gtk_init_check() == FALSE) {
-      result.noScreen = true;
-      return;
-    }
     Gtk::init_gtkmm_internals();
     // A failure in a callback of the toolkit is reported, and the dialog goes on.
     Glib::add_exception_handler([report] {

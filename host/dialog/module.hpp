@@ -16,14 +16,21 @@ using Printed = std::variant<std::monostate, SentJob, SavedFile>;
 struct DialogResult {
   Printed printed;
   std::optional<Failure> failure;
-  bool noScreen = false;
 };
 
-/// What the dialog's module exports with C linkage. kDialogFunction shows the dialog for the files of the
-/// command line until it is closed; it may only be called where kMarkFunction gives the caller's kBuildMark.
+/// What the dialog's modules export with C linkage; they may only be called in a program of the same build.
+///
+/// The first module is linked with GTK alone. kStartFunction starts GTK, for the printers of this server
+/// (null is the user's own); false without a screen. Afterwards kPrepareFunction reads what GTK's first
+/// widget needs, which takes as long as the second module takes to be loaded.
+using StartToolkit = bool (*)(const char* server) noexcept;
+inline constexpr const char* kStartFunction = "tandemTrimStartToolkit";
+using PrepareToolkit = void (*)() noexcept;
+inline constexpr const char* kPrepareFunction = "tandemTrimPrepareToolkit";
+
+/// The second module's kDialogFunction shows the dialog for the files of the command line until it is closed,
+/// once GTK is started.
 using ShowDialog = void (*)(const CommandLine& line, const Report& report, DialogResult& result) noexcept;
 inline constexpr const char* kDialogFunction = "tandemTrimShowDialog";
-using MarkOfModule = const char* (*)() noexcept;
-inline constexpr const char* kMarkFunction = "tandemTrimBuildMark";
 
 }  // namespace tandemtrim::host

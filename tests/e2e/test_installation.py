@@ -56,14 +56,40 @@ class InstallationTest(TerminalCase):
 
     def test_a_dialog_of_another_build_is_refused(self):
         prefix = self.installed()
-        (module,) = prefix.glob("lib/**/tandem-trim-dialog")
-        content, marks = re.subn(rb"(?<![0-9a-f])[0-9a-f]{64}(?=\0)", lambda mark: mark[0][::-1], module.read_bytes())
-        self.assertEqual(marks, 1)
         without = (BUILD / "tests/host/tandemtrim_fake_plugin").read_bytes()
-        for other in (content, without):
-            module.write_bytes(other)
-            words = ["the print dialog cannot be shown", f"{module} is of another build", "nothing was sent", "--no-dialog"]
-            self.refuses("-d", "Morva", "--dialog", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
+        for module in self.parts_of_the_dialog(prefix):
+            own = module.read_bytes()
+            content, marks = re.subn(rb"(?<![0-9a-f])[0-9a-f]{64}(?=\0)", lambda mark: mark[0][::-1], own)
+            self.assertEqual(marks, 1)
+            for other in (content, without):
+                module.write_bytes(other)
+                self.refuses_the_dialog(prefix, f"{module} is of another build")
+            module.write_bytes(own)
+
+    def test_a_dialog_that_strangers_could_change_is_refused(self):
+        prefix = self.installed()
+        for module in self.parts_of_the_dialog(prefix):
+            module.chmod(0o777)
+            self.refuses_the_dialog(prefix, f"everybody may write to {module} ", "chmod o-w")
+            module.chmod(0o755)
+
+    def test_a_dialog_that_lacks_a_part_is_not_installed(self):
+        prefix = self.installed()
+        for module in self.parts_of_the_dialog(prefix):
+            hidden = module.rename(module.with_suffix(".hidden"))
+            missing = ["the print dialog is not installed", "tandem-trim-gtk", "nothing was sent", "--no-dialog"]
+            self.refuses("-d", "Morva", "--dialog", SAMPLE, program=prefix / "bin/tandem-trim", words=missing)
+            hidden.rename(module)
+
+    def parts_of_the_dialog(self, prefix):
+        (folder,) = prefix.glob("lib/**/tandem-trim/dialog")
+        parts = [path for path in folder.iterdir() if path.is_file()]
+        self.assertEqual({part.name for part in parts}, {"tandem-trim-toolkit", "tandem-trim-dialog"})
+        return parts
+
+    def refuses_the_dialog(self, prefix, *reasons):
+        words = ["the print dialog cannot be shown", *reasons, "nothing was sent", "--no-dialog"]
+        self.refuses("-d", "Morva", "--dialog", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
 
     def test_without_the_dialog_a_screen_makes_no_difference_but_for_a_note(self):
         program = self.installed("--component", "terminal") / "bin/tandem-trim"

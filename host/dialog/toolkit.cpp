@@ -1,0 +1,17 @@
+#include <gtk/gtkunixprint.h>
+
+extern "C" __attribute__((visibility("default"))) bool tandemTrimStartToolkit(const char* server) noexcept {
+  // GTK asks libcups, which asks its environment.
+  if (server != nullptr) g_setenv("CUPS_SERVER", server, TRUE);
+  // Desktops find the program's icon by it.
+  g_set_prgname("tandem-trim");
+  return gtk_init_check() != FALSE;
+}
+
+// GTK reads its theme and the fonts for the first widget of all.
+extern "C" __attribute__((visibility("default"))) void tandemTrimPrepareToolkit() noexcept {
+  auto* const first = g_object_ref_sink(gtk_label_new("1"));
+  gtk_widget_measure(GTK_WIDGET(first), GTK_ORIENTATION_HORIZONTAL, -1, nullptr, nullptr, nullptr, nullptr);
+  g_object_unref(first);
+  g_type_class_unref(g_type_class_ref(GTK_TYPE_PRINT_UNIX_DIALOG));
+}

@@ -1,0 +1,47 @@
+#include "host/panel/own_module.hpp"
+
+#include <array>
+#include <filesystem>
+#include <string_view>
+
+#include <dlfcn.h>
+
+#include "host/build_mark.hpp"
+#include "host/panel/trust.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Seen from the program's folder: where a build leaves modules, and where an installation has them.
+constexpr std::array<const char*, 2> kModuleFolders{"", "../" TANDEM_TRIM_LIBDIR "/tandem-trim"};
+
+OwnModule loadModuleAt(const fs::path& path) {
+  if (auto fault = openToStrangers(path)) return {nullptr, *std::move(fault)};
+  void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (handle == nullptr) return {nullptr, dlerror()};
+  const auto markOf = reinterpret_cast<MarkOfModule>(dlsym(handle, kMarkFunction));
+  if (markOf != nullptr && std::string_view(markOf()) == kBuildMark) return {handle, {}};
+  return {nullptr, path.lexically_normal().string() +
+                       " is of another build than this program, and has to be installed with it"};
+}
+
+}  // namespace
+
+OwnModule loadOwnModule(const std::string& name) {
+  std::error_code unreadable;
+  const auto program = fs::read_symlink("/proc/self/exe", unreadable).parent_path();
+  OwnModule module;
+  for (const char* folder : kModuleFolders) {
+    const auto path = program / folder / name;
+    if (!fs::exists(path, unreadable)) continue;
+    module = loadModuleAt(path);
+    if (module.handle != nullptr) break;
+  }
+  return module;
+}
+
+void* exportedBy(const OwnModule& module, const char* function) { return dlsym(module.handle, function); }
+
+}  // namespace tandemtrim::host
