@@ -1,8 +1,10 @@
+#include <cstdlib>
+
 #include <gtk/gtkunixprint.h>
 
 extern "C" __attribute__((visibility("default"))) bool tandemTrimStartToolkit(const char* server) noexcept {
   // GTK asks libcups, which asks its environment.
-  if (server != nullptr) g_setenv("CUPS_SERVER", server, TRUE);
+  if (server != nullptr) setenv("CUPS_SERVER", server, 1);
   // Desktops find the program's icon by it.
   g_set_prgname("tandem-trim");
   return gtk_init_check() != FALSE;
