@@ -22,7 +22,7 @@ tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
 # What g++ has not: libFuzzer, the coverage of conditions, the syntax tree.
 clang='clang-19 libclang-rt-19-dev'
 # The bundle for macOS in its own form: a linker for it, the system's C++ library and headers of a C library that is not this system's.
-macho='clang-19 lld-19 llvm-19 libc++-19-dev musl-dev cmake ninja-build make python3 fonts-dejavu-core'
+macho='clang-19 lld-19 llvm-19 libc++-19-dev musl-dev libgmock-dev cmake ninja-build make python3 fonts-dejavu-core'
 
 case "${1:-}" in
   run) packages="$build $server $screen" ;;

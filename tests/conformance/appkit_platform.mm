@@ -1,5 +1,6 @@
-#include <array>
+#include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #import "tests/adapters/appkit/support/host.h"
 #import "tests/adapters/appkit/support/user.h"
@@ -154,6 +155,7 @@ class BundleDialog : public Dialog {
   explicit BundleDialog(const Scene& scene) {
     const auto ppd = scene.writePpd();
     host_ = [[TestHost alloc] initWithPPD:ppd ? stringOf(*ppd) : nil];
+    keysOfEveryJob_ = allKeys();
     NSString* bundle = stringOf(scene.writeBundle());
     plugin_ = host::newPlugin();
     if (![plugin_ initWithBundle:host::openBundle(bundle, [bundle stringByDeletingLastPathComponent])])
@@ -179,19 +181,33 @@ class BundleDialog : public Dialog {
   }
 
   std::optional<std::string> stored(const std::string& key) override {
-    return optionalTextOf([[host_ settings] objectForKey:stringOf(key)]);
+    CFTypeRef value = nullptr;
+    const auto status = PMPrintSettingsGetValue([host_ printSettings], (CFStringRef)stringOf(key), &value);
+    return status == kPMNoError ? optionalTextOf((id)value) : std::nullopt;
   }
   void store(const std::string& key, const std::optional<std::string>& value) override {
-    if (value) {
-      [[host_ settings] setObject:stringOf(*value) forKey:stringOf(key)];
-    } else {
-      [[host_ settings] removeObjectForKey:stringOf(key)];
-    }
+    NSString* string = value ? stringOf(*value) : nil;
+    if (PMPrintSettingsSetValue([host_ printSettings], (CFStringRef)stringOf(key), string, 0) != kPMNoError)
+      throw std::runtime_error("the print settings do not take " + key);
   }
-  std::vector<std::string> storedKeys() override { return textsOf([[host_ settings] allKeys]); }
+  // Without those that the print system gives every job.
+  std::vector<std::string> storedKeys() override {
+    std::vector<std::string> keys;
+    for (auto& key : allKeys()) {
+      if (std::ranges::count(keysOfEveryJob_, key) == 0) keys.push_back(std::move(key));
+    }
+    return keys;
+  }
 
  private:
+  [[nodiscard]] std::vector<std::string> allKeys() const {
+    CFArrayRef keys = nullptr;
+    if (PMPrintSettingsCopyKeys([host_ printSettings], &keys) != kPMNoError) return {};
+    return textsOf([(NSArray*)keys autorelease]);
+  }
+
   TestHost* host_;
+  std::vector<std::string> keysOfEveryJob_;
   id<HostedPlugin> plugin_;
 };
 

@@ -14,7 +14,8 @@ COMMANDS = {
     "sw_vers": 'if [ "$1" = -productVersion ]; then echo 14.5; else echo 23F79; fi',
     "git": "echo abc1234",
     "xcrun": 'case $1 in --find) echo /usr/bin/ibtool ;; clang++) printf "#!/bin/sh\\necho sent\\n" >"${@: -1}"; chmod +x "${@: -1}" ;; esac',
-    "cmake": 'if [ "$1" = --build ]; then mkdir -p build/macos/TandemTrim.bundle; fi',
+    "cmake": 'if [ "$1" = --build ]; then mkdir -p build/macos/TandemTrim.bundle; ln -sf "$(command -v self-test)" build/macos/tandem-trim-self-test; fi',
+    "self-test": 'echo "$2 is loaded"',
     "ninja": "", "codesign": "", "lipo": "",
     "sudo": 'echo "$*" >>sudo.log',
     "lpadmin": "", "cancel": "",
@@ -23,11 +24,11 @@ COMMANDS = {
     "log": 'echo "supportedPPDOptionKeys:=NSArray(...)"',
 }
 # What every Mac has besides.
-TOOLS = ("bash", "chmod", "dirname", "grep", "mkdir", "rm", "sed", "sh", "tail", "tee")
+TOOLS = ("bash", "chmod", "dirname", "env", "grep", "ln", "mkdir", "rm", "sed", "sh", "tail", "tee")
 # What the report says where one command of them fails.
 FAILURES = {
     "xcrun": "failed  ibtool is there", "cmake": "failed  the bundle is configured", "codesign": "failed  it is signed for this Mac",
-    "lipo": "failed  it has both processors", "sudo": "failed  it is installed", "ipptool": "failed  the job holds the options of the panel",
+    "lipo": "failed  it has both processors", "sudo": "failed  it is installed", "self-test": "failed  it loads and passes the self-test", "ipptool": "failed  the job holds the options of the panel",
     "lpstat": "failed  the job holds the options of the panel", "log": "failed  the console is read"}
 
 
@@ -62,6 +63,7 @@ class TheTrial(unittest.TestCase):
         report = self.report()
         self.assertIn("macOS 14.5 (23F79), arm64, abc1234", report)
         self.assertNotIn("failed", report)
+        self.assertIn("/Library/Printers/Morva/PDEs/TandemTrim.bundle is loaded", report)
         for expected in ("ok      a job is sent from the print dialog", "MVTopMargin (nameWithoutLanguage) = 12", "supportedPPDOptionKeys"):
             self.assertIn(expected, report)
 
@@ -110,6 +112,19 @@ class TheTrial(unittest.TestCase):
     def test_prints_by_an_application_that_compiles_for_macos(self):
         page = mach_o.SOURCES / "packaging/macos/trial/print_page.mm"
         self.assertEqual(mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], str(page))), "")
+
+    def test_tries_the_installed_bundle_by_a_program_that_compiles_for_macos(self):
+        headers = pathlib.Path(tempfile.mkdtemp(dir=self.project))
+        for name in ("gtest", "gmock"):
+            (headers / name).symlink_to(f"/usr/include/{name}")
+        for name in ("AvailabilityMacros.h", "TargetConditionals.h"):  # GoogleTest asks for them
+            (headers / name).touch()
+        more = f"-Wno-deprecated-declarations -isystem {headers} -include {mach_o.SOURCES}/tests/macho/self_test.h"
+        appkit = mach_o.SOURCES / "tests/adapters/appkit"
+        for source in (appkit / "self_test/main.mm", appkit / "self_test/hands.mm", appkit / "support/host.mm",
+                       mach_o.SOURCES / "tests/conformance/appkit_platform.mm"):
+            with self.subTest(source):
+                self.assertEqual(mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], f"{more} {source}")), "")
 
     def test_is_refused_on_any_other_system(self):
         self.command("uname", "echo Linux")

@@ -56,12 +56,14 @@ needs xcrun 'install Xcode from the App Store, then: sudo xcode-select -s /Appli
 check 'ibtool is there' xcrun --find ibtool
 needs cmake 'brew install cmake'
 needs ninja 'brew install ninja'
-check 'the bundle is configured' cmake --preset macos
+check 'the bundle is configured' cmake --preset macos -DTANDEM_TRIM_SELF_TEST=ON
 check 'the bundle is built' cmake --build --preset macos
 check 'it is signed for this Mac' codesign --force --sign - "$build/TandemTrim.bundle"
 check 'its signature is good' codesign --verify --strict "$build/TandemTrim.bundle"
 check 'it has both processors' lipo "$build/TandemTrim.bundle/Contents/MacOS/TandemTrim" -verify_arch arm64 x86_64
 check 'it is installed' install_bundle
+# By itself, without the print dialog: status 3 is a system that does not load it, 1 a bundle that fails.
+check 'it loads and passes the self-test' env GTEST_BRIEF=1 "$build/tandem-trim-self-test" -bundle "$bundle"
 check 'the queue is made' sudo lpadmin -p "$queue" -E -v ipp://localhost:9/none -P "$build/MorvaTandemKV2.ppd" -o printer-is-shared=false
 check 'the application is built' xcrun clang++ -std=c++20 -framework Cocoa packaging/macos/trial/print_page.mm -o "$build/print_page"
 note "The dialog opens: the page to be printed says what to look at."

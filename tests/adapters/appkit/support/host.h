@@ -2,11 +2,9 @@
 // includes nothing of the project.
 #pragma once
 
-#import <AppKit/AppKit.h>
-#import <Foundation/Foundation.h>
 #include <cups/ppd.h>
 
-using PMPrintSettings = struct OpaquePMPrintSettings*;
+#import "tests/adapters/appkit/support/print_session.h"
 
 /// What the principal class of a plug-in answers.
 @protocol HostedPlugin
@@ -32,14 +30,18 @@ using PMPrintSettings = struct OpaquePMPrintSettings*;
 - (id)commonInfo;
 @end
 
-/// The host of one job: its print settings, a dictionary here, and its printer's PPD file.
+/// The host of one job: the print settings of a session, and the printer's PPD file.
 @interface TestHost : NSObject {
-  NSMutableDictionary* settings_;
+  PMPrintSession session_;
+  PMPrintSettings settings_;
   ppd_file_t* ppd_;
 }
 /// Without a path the printer has no PPD file.
 - (id)initWithPPD:(NSString*)path;
+#if defined(GNUSTEP)
+/// The job's print settings, which are a dictionary here.
 - (NSMutableDictionary*)settings;
+#endif
 // What a plug-in asks.
 - (PMPrintSettings)printSettings;
 - (ppd_file_t*)ppdFile;
@@ -56,8 +58,8 @@ extern NSString* const kPrintDialogType;
 /// Starts the application, once, in the look that its pictures are to have.
 void startApplication();
 
-/// A bundle in macOS's form, as GNUstep reads it: through a new folder of links in `scratch`. Each opening
-/// gives a bundle of its own.
+/// A bundle in macOS's form. GNUstep reads it through a new folder of links in `scratch`, and each opening
+/// gives a bundle of its own there.
 NSBundle* openBundle(NSString* path, NSString* scratch);
 
 /// The code of the plug-in under test, loaded by its path; TANDEM_TRIM_BUNDLE names it.

@@ -9,23 +9,28 @@
 
 - (id)initWithPPD:(NSString*)path {
   self = [super init];
-  settings_ = [[NSMutableDictionary alloc] init];
+  if (PMCreateSession(&session_) != kPMNoError || PMCreatePrintSettings(&settings_) != kPMNoError ||
+      PMSessionDefaultPrintSettings(session_, settings_) != kPMNoError)
+    throw std::runtime_error("the print system makes no settings for a job");
   if (path != nil) ppd_ = ppdOpenFile([path fileSystemRepresentation]);
   return self;
 }
 
 - (void)dealloc {
   if (ppd_ != nullptr) ppdClose(ppd_);
-  [settings_ release];
+  PMRelease(settings_);
+  PMRelease(session_);
   [super dealloc];
 }
 
+#if defined(GNUSTEP)
 - (NSMutableDictionary*)settings {
-  return settings_;
+  return reinterpret_cast<NSMutableDictionary*>(settings_);
 }
+#endif
 
 - (PMPrintSettings)printSettings {
-  return reinterpret_cast<PMPrintSettings>(settings_);
+  return settings_;
 }
 
 - (ppd_file_t*)ppdFile {
@@ -54,6 +59,7 @@ void endWithReason(NSException* exception) {
   std::abort();
 }
 
+#if defined(GNUSTEP)
 // The toolkit starts this server, which the application needs, and raises where it does not answer within ten
 // seconds. A busy machine takes longer.
 void awaitNotificationServer() {
@@ -66,11 +72,13 @@ void awaitNotificationServer() {
     }
   }
 }
+#endif
 
 }  // namespace
 
 void startApplication() {
   if (NSApp != nil) return;
+#if defined(GNUSTEP)
   NSString* const grey = @"0.93 0.93 0.93";
   [[NSUserDefaults standardUserDefaults] registerDefaults:@{
     @"GSBackHandlesWindowDecorations" : @"NO",
@@ -79,12 +87,16 @@ void startApplication() {
     @"controlColor" : grey,
     @"controlBackgroundColor" : grey
   }];
+#endif
   [NSApplication sharedApplication];
   NSSetUncaughtExceptionHandler(endWithReason);
+#if defined(GNUSTEP)
   awaitNotificationServer();
+#endif
   [NSApp finishLaunching];
 }
 
+#if defined(GNUSTEP)
 // The toolkit gives back the bundle that it knows for a path, or for an identifier, so each has both of its
 // own.
 NSBundle* openBundle(NSString* path, NSString* scratch) {
@@ -105,6 +117,9 @@ NSBundle* openBundle(NSString* path, NSString* scratch) {
   [info writeToFile:[opened stringByAppendingPathComponent:@"Info.plist"] atomically:NO];
   return [NSBundle bundleWithPath:opened];
 }
+#else
+NSBundle* openBundle(NSString* path, NSString* /*scratch*/) { return [NSBundle bundleWithPath:path]; }
+#endif
 
 NSBundle* pluginBundle() {
   const char* path = std::getenv("TANDEM_TRIM_BUNDLE");
