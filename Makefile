@@ -16,7 +16,7 @@ checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run pictures test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants macho mac mac-clean
+.PHONY: run pictures test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants macho macho-package mac mac-clean
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -97,6 +97,11 @@ macho: ## the bundle for macOS, for both processors, by stand-ins for Apple's SD
 	$(install_dependencies) macho
 	cmake/macos/build.sh
 	cd tests/macho && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/macho /usr/bin/python3 -m unittest
+
+macho-package: ## the same bundle in an archive for Macs without Xcode, with scripts that install and check it
+	$(install_dependencies) macho
+	cmake/macos/build.sh
+	packaging/macos/archive/archive.sh
 
 mac: ## on a Mac: build, install and try the bundle with a queue and an application of its own, and report; see docs/macos.md
 	packaging/macos/trial/trial.sh

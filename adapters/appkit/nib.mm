@@ -3,7 +3,7 @@
 #include "adapters/appkit/controllers.hpp"
 #include "adapters/appkit/foundation/foundation.hpp"
 #include "adapters/appkit/foundation/retained.hpp"
-#import "adapters/appkit/view_controller.h"
+#include "adapters/appkit/nib_objects.hpp"
 
 namespace tandemtrim::platform {
 namespace {
@@ -24,16 +24,9 @@ bool loadNibNamed(std::string_view name, NibOwner& owner) {
   NSMutableArray* kept = loaded->objects();
   owner.keepLoadedNib(std::move(loaded));
 
-  ::MorvaTTViewControllerKV2* controller = appkit::controllerOf(owner);
-  NSNib* nib = [[[NSNib alloc] initWithNibNamed:appkit::stringOf(name)
-                                         bundle:[NSBundle bundleForClass:[controller class]]] autorelease];
-  NSArray* objects = nil;
-  if (![nib instantiateWithOwner:controller topLevelObjects:&objects]) return false;
+  NSArray* objects = appkit::objectsOfNib(appkit::stringOf(name), appkit::controllerOf(owner));
+  if (objects == nil) return false;
   [kept addObjectsFromArray:objects];
-#if defined(GNUSTEP)
-  // They come retained once for the owner, as no Mac since 10.8 does it.
-  [objects makeObjectsPerformSelector:@selector(release)];
-#endif
   return true;
 }
 

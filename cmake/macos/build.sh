@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the bundle for both processors of a Mac by the toolchain beside this file, and both in one: build/macho/TandemTrim.bundle.
-# Nothing signs it as a whole, and its nib is not compiled; see docs/macos.md.
+# Nothing signs it as a whole, and its nib is built in as code, since only a Mac has the compiler for nibs; see docs/macos.md.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 export PATH=$PWD/cmake/macos/bin:$PATH
@@ -9,8 +9,9 @@ processors=(arm64 x86_64) slices=()
 for processor in "${processors[@]}"; do
   # With debugging information the linker would name this machine's files.
   cmake -G Ninja -S . -B "build/macho/$processor" --log-level=WARNING --toolchain cmake/macos/toolchain.cmake \
-    -DTANDEM_TRIM_PROCESSOR="$processor" -DCMAKE_BUILD_TYPE=Release -DTANDEM_TRIM_TESTS=OFF -DTANDEM_TRIM_GTK=OFF -DTANDEM_TRIM_APPKIT=ON
-  cmake --build "build/macho/$processor"
+    -DTANDEM_TRIM_PROCESSOR="$processor" -DCMAKE_BUILD_TYPE=Release -DTANDEM_TRIM_TESTS=OFF -DTANDEM_TRIM_GTK=OFF -DTANDEM_TRIM_APPKIT=ON \
+    -DTANDEM_TRIM_NIB_IN_CODE=ON
+  cmake --build "build/macho/$processor" --target all tandemtrim_appkit_nib_file
   slices+=("build/macho/$processor/TandemTrim.bundle/Contents/MacOS/TandemTrim")
 done
 bundle=build/macho/TandemTrim.bundle

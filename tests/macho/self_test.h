@@ -80,7 +80,8 @@ extern "C" NSRunLoopMode const NSModalPanelRunLoopMode;
 - (NSDate*)limitDateForMode:(NSRunLoopMode)mode;
 @end
 
-#define NSZeroPoint NSPoint{0, 0}
+#define NSZeroPoint \
+  NSPoint { 0, 0 }
 inline NSPoint NSMakePoint(CGFloat x, CGFloat y) { return {x, y}; }
 
 @interface NSColor (SelfTest) <NSObject>
@@ -88,7 +89,6 @@ inline NSPoint NSMakePoint(CGFloat x, CGFloat y) { return {x, y}; }
 @interface NSView (SelfTest)
 - (NSRect)frame;
 - (void)setFrameOrigin:(NSPoint)newOrigin;
-- (void)addSubview:(NSView*)view;
 - (NSWindow*)window;
 @end
 @interface NSResponder : NSObject
@@ -132,7 +132,6 @@ enum NSBackingStoreType : NSUInteger { NSBackingStoreBuffered = 2 };
 - (BOOL)isEnabled;
 - (double)doubleValue;
 - (void)setDoubleValue:(double)value;
-- (SEL)action;
 - (BOOL)sendAction:(SEL)action to:(id)target;
 - (void)performClick:(id)sender;
 @end

@@ -130,7 +130,7 @@ class TheBundle(unittest.TestCase):
         languages = ["ar", "de", "en", "es", "fr", "it", "ja", "ko", "nl", "zh-Hans"]
         files = {str(path.relative_to(mach_o.CONTENTS)) for path in mach_o.CONTENTS.rglob("*") if path.is_file()}
         self.assertEqual(files, {
-            "Info.plist", "MacOS/TandemTrim", "Resources/TandemTrim.nib", "Resources/TandemTrimKV2-SettingInfo.plist",
+            "Info.plist", "MacOS/TandemTrim", "Resources/TandemTrimKV2-SettingInfo.plist",
             *(f"Resources/{language}.lproj/Localizable.strings" for language in languages)})
 
     def test_says_all_that_a_host_asks_of_a_plug_in(self):
@@ -167,7 +167,7 @@ class TheStandIns(unittest.TestCase):
         now = re.search(minimum + r"\S+", (mach_o.BUILD / "arm64/compile_commands.json").read_text())[0]
         for source, version, name in [
                 ("platform/object.cpp", "13.3", "to_chars"),
-                ("appkit/nib.mm", "10.7", "instantiateWithOwner:topLevelObjects:"),
+                ("appkit/nib_file.mm", "10.7", "instantiateWithOwner:topLevelObjects:"),
                 ("appkit/control_classes.mm", "10.8", "NSAppearance"),
                 ("appkit/controls.mm", "10.6", "setIdentifier:")]:
             with self.subTest(name):

@@ -60,3 +60,8 @@ struct ppd_file_s;
 - (NSString*)identifier;
 - (void)setIdentifier:(NSString*)identifier;
 @end
+
+constexpr auto NSButtonTypeSwitch = NSSwitchButton;
+constexpr auto NSButtonTypeMomentaryPushIn = NSMomentaryPushInButton;
+constexpr auto NSBezelStyleRounded = NSRoundedBezelStyle;
+constexpr auto NSBezelStyleRegularSquare = NSRegularSquareBezelStyle;

@@ -14,9 +14,16 @@
 + (NSColor*)blackColor;
 + (NSColor*)lightGrayColor;
 + (NSColor*)windowBackgroundColor;
++ (NSColor*)controlColor;
++ (NSColor*)controlTextColor;
++ (NSColor*)textBackgroundColor;
 - (void)set;
 @end
 extern "C" void NSRectFill(NSRect rect);
+
+@interface NSFont : NSObject
++ (NSFont*)systemFontOfSize:(CGFloat)fontSize;
+@end
 
 typedef NSString* NSAppearanceName;
 extern "C" NSAppearanceName const NSAppearanceNameAqua SINCE(10.9);
@@ -30,8 +37,17 @@ SINCE(10.9)
 - (void)setIdentifier:(NSString*)identifier SINCE(10.7);
 @end
 
+typedef enum : NSUInteger {
+  NSViewWidthSizable = 2,
+  NSViewMaxXMargin = 4,
+  NSViewMinYMargin = 8
+} NSAutoresizingMaskOptions;
 @interface NSView : NSObject <NSUserInterfaceItemIdentification>
 - (instancetype)initWithFrame:(NSRect)frameRect;
+- (void)addSubview:(NSView*)view;
+- (void)setAutoresizingMask:(NSUInteger)mask;
+- (void)setNextKeyView:(NSView*)next;
+- (void)setAccessibilityTitleUIElement:(id)element SINCE(10.10);
 - (NSRect)bounds;
 - (BOOL)isFlipped;
 - (BOOL)isOpaque;
@@ -44,8 +60,35 @@ SINCE(10.9)
 - (void)setSelectedRange:(NSRange)range;
 @end
 
+typedef enum : NSUInteger {
+  NSLineBreakByClipping = 2,
+  NSLineBreakByTruncatingTail = 4
+} NSLineBreakMode SINCE(10.0);
+@interface NSCell : NSObject
+- (void)setLineBreakMode:(NSLineBreakMode)mode SINCE(10.4);
+- (void)setScrollable:(BOOL)flag;
+- (void)setSendsActionOnEndEditing:(BOOL)flag;
+@end
+
+// Their numbers differ between processors.
+typedef enum : NSInteger {
+  NSTextAlignmentLeft = 0,
+#if defined(__x86_64__)
+  NSTextAlignmentRight = 1,
+  NSTextAlignmentCenter = 2
+#else
+  NSTextAlignmentCenter = 1,
+  NSTextAlignmentRight = 2
+#endif
+} NSTextAlignment;
 @interface NSControl : NSView
 @property(assign) id target;
+@property SEL action;
+- (NSCell*)cell;
+- (void)setAlignment:(NSTextAlignment)alignment;
+- (void)setContinuous:(BOOL)flag;
+- (void)setFont:(NSFont*)font;
+- (void)setFormatter:(NSFormatter*)formatter;
 - (void)setEnabled:(BOOL)enabled;
 - (NSString*)stringValue;
 - (void)setStringValue:(NSString*)value;
@@ -57,14 +100,27 @@ extern "C" NSNotificationName const NSControlTextDidChangeNotification;
 
 @interface NSTextField : NSControl
 - (void)setTextColor:(NSColor*)color;
+- (void)setBackgroundColor:(NSColor*)color;
+- (void)setBezeled:(BOOL)flag;
+- (void)setDrawsBackground:(BOOL)flag;
+- (void)setEditable:(BOOL)flag;
+- (void)setSelectable:(BOOL)flag;
 @end
 
 @interface NSStepper : NSControl
 - (void)setMinValue:(double)value;
 - (void)setMaxValue:(double)value;
+- (void)setIncrement:(double)value;
+- (void)setValueWraps:(BOOL)flag;
 @end
 
+typedef enum : NSUInteger { NSButtonTypeSwitch = 3, NSButtonTypeMomentaryPushIn = 7 } NSButtonType;
+typedef enum : NSUInteger { NSBezelStyleRounded = 1, NSBezelStyleRegularSquare = 2 } NSBezelStyle;
+typedef enum : NSUInteger { NSImageLeft = 2 } NSCellImagePosition;
 @interface NSButton : NSControl
+- (void)setButtonType:(NSButtonType)type;
+- (void)setBezelStyle:(NSBezelStyle)style;
+- (void)setImagePosition:(NSCellImagePosition)position;
 - (void)setTitle:(NSString*)title;
 - (NSInteger)state;
 - (void)setState:(NSInteger)value;
@@ -77,6 +133,8 @@ extern "C" NSNotificationName const NSControlTextDidChangeNotification;
 @end
 
 @interface NSPopUpButton : NSButton
+- (instancetype)initWithFrame:(NSRect)buttonFrame pullsDown:(BOOL)flag;
+- (void)addItemWithTitle:(NSString*)title;
 - (NSInteger)numberOfItems;
 - (NSMenuItem*)itemAtIndex:(NSInteger)index;
 - (NSInteger)indexOfSelectedItem;

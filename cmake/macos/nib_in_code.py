@@ -1,0 +1,165 @@
+#!/usr/bin/python3
+"""Objective-C++ that makes what a nib describes: nib_in_code.py FILE.xib >FILE.mm
+
+For bundles that are built where no compiler for nibs is; see nib_objects.hpp. An element or attribute that it does not know is an error.
+"""
+
+import json
+import pathlib
+import sys
+import xml.etree.ElementTree as ElementTree
+
+FILES_OWNER = "-2"
+CLASSES = {"customView": "NSView", "button": "NSButton", "textField": "NSTextField", "popUpButton": "NSPopUpButton", "stepper": "NSStepper"}
+RESIZING = {"widthSizable": "NSViewWidthSizable", "flexibleMaxX": "NSViewMaxXMargin", "flexibleMinY": "NSViewMinYMargin"}
+# Attributes of a cell: each value's message to the control or, with "cell", to its cell; none says nothing beyond the toolkit's own.
+FLAGS = {"YES": "YES", "NO": "NO"}
+CELL = {
+    "alignment": ("setAlignment:", {"left": "NSTextAlignmentLeft", "right": "NSTextAlignmentRight", "center": "NSTextAlignmentCenter"}),
+    "lineBreakMode": ("cell setLineBreakMode:", {"clipping": "NSLineBreakByClipping", "truncatingTail": "NSLineBreakByTruncatingTail"}),
+    "sendsActionOnEndEditing": ("cell setSendsActionOnEndEditing:", FLAGS),
+    "scrollable": ("cell setScrollable:", FLAGS),
+    "selectable": ("setSelectable:", FLAGS),
+    "editable": ("setEditable:", FLAGS),
+    "drawsBackground": ("setDrawsBackground:", FLAGS),
+    "continuous": ("setContinuous:", FLAGS),
+    "valueWraps": ("setValueWraps:", FLAGS),
+    "bezelStyle": ("setBezelStyle:", {"rounded": "NSBezelStyleRounded", "regularSquare": "NSBezelStyleRegularSquare"}),
+    "imagePosition": ("setImagePosition:", {"left": "NSImageLeft"}),
+    "imageScaling": None, "inset": None, "state": None, "selectedItem": None, "key": None, "id": None,
+}
+BUTTON_TYPES = {"check": "NSButtonTypeSwitch", "push": "NSButtonTypeMomentaryPushIn"}
+
+PROLOGUE = """\
+// Made of {file} by {program}; a change of either is the way to change this.
+#import "adapters/appkit/control_classes.h"
+#import "adapters/appkit/decimal_formatter.h"
+#include "adapters/appkit/nib_objects.hpp"
+#import "adapters/appkit/view_controller.h"
+
+static NSArray* makeObjects(NSString* name, MorvaTTViewControllerKV2* owner) {{
+  if (![name isEqualToString:@{name}]) return nil;
+"""
+EPILOGUE = """\
+  return objects;
+}
+
+namespace tandemtrim::platform::appkit {
+
+NSArray* objectsOfNib(NSString* name, ::MorvaTTViewControllerKV2* owner) { return makeObjects(name, owner); }
+
+}  // namespace tandemtrim::platform::appkit
+"""
+
+
+def text(value):
+    return "@" + json.dumps(value, ensure_ascii=False)
+
+
+def number(value):
+    return repr(float(value))
+
+
+class Writer:
+    def __init__(self, document):
+        self.document = document
+        self.names = {FILES_OWNER: "owner"}
+        self.lines = []
+
+    def say(self, line):
+        self.lines.append(f"  {line};")
+
+    def send(self, receiver, selector, argument):
+        if selector.startswith("cell "):
+            receiver, selector = f"[{receiver} cell]", selector.removeprefix("cell ")
+        self.say(f"[{receiver} {selector}{argument}]")
+
+    def name_of(self, element):
+        """A variable for the object, after what its maker calls it."""
+        name = self.names[element.get("id")] = element.get("userLabel")
+        return name
+
+    def view(self, element):
+        name, frame = self.name_of(element), element.find("rect").attrib
+        place = ", ".join(number(frame[key]) for key in ("x", "y", "width", "height"))
+        made = element.get("customClass") or CLASSES[element.tag]
+        more = " pullsDown:NO" if element.tag == "popUpButton" else ""
+        self.say(f"{made}* {name} = [[[{made} alloc] initWithFrame:NSMakeRect({place}){more}] autorelease]")
+        mask = element.find("autoresizingMask").attrib
+        self.send(name, "setAutoresizingMask:", " | ".join(RESIZING[key] for key in mask if key != "key"))
+        for cell in element:
+            if cell.tag.endswith("Cell"):
+                self.cell(name, element, cell)
+        for child in element.findall("subviews/*"):
+            self.send(name, "addSubview:", self.view(child))
+        return name
+
+    def cell(self, name, control, cell):
+        if control.tag == "button":
+            self.send(name, "setButtonType:", BUTTON_TYPES[cell.get("type")])
+        for key, value in cell.attrib.items():
+            if key == "title":
+                if control.tag != "popUpButton":
+                    self.send(name, "setTitle:" if control.tag == "button" else "setStringValue:", text(value))
+            elif key == "borderStyle":
+                if control.tag == "textField":
+                    self.send(name, "setBezeled:", {"bezel": "YES"}[value])
+            elif key in ("increment", "maxValue"):
+                self.send(name, f"set{key[0].upper()}{key[1:]}:", number(value))
+            elif key != "type" and (known := CELL[key]) is not None:
+                self.send(name, known[0], known[1][value])
+        if control.tag == "textField":
+            for key in ("borderStyle", "editable", "drawsBackground"):
+                if key not in cell.attrib:
+                    self.send(name, {"borderStyle": "setBezeled:", "editable": "setEditable:", "drawsBackground": "setDrawsBackground:"}[key], "NO")
+        self.send(name, "setFont:", f"[NSFont systemFontOfSize:{number(cell.find('font').get('size'))}]")
+        for color in cell.findall("color"):
+            self.send(name, f"set{color.get('key')[0].upper()}{color.get('key')[1:]}:", f"[NSColor {color.get('name')}]")
+        for item in cell.findall("menu/items/menuItem"):
+            self.send(name, "addItemWithTitle:", text(item.get("title")))
+
+    def connect(self, element, source):
+        """The connections of the element, whose object `source` is."""
+        for connection in element.findall("connections/*"):
+            other = self.names[connection.get("destination") or connection.get("target")]
+            if connection.tag == "action":
+                self.send(source, "setTarget:", other)
+                self.send(source, "setAction:", f"@selector({connection.get('selector')})")
+            elif connection.tag == "accessibilityConnection":
+                self.lines.append("#if !defined(GNUSTEP)")
+                self.send(source, "setAccessibilityTitleUIElement:", other)
+                self.lines.append("#endif")
+            else:
+                key = connection.get("property")
+                self.send(source, f"set{key[0].upper()}{key[1:]}:", other)
+
+    def write(self):
+        top = []
+        for element in self.document.find("objects"):
+            if element.tag == "customView":
+                top.append(self.view(element))
+            elif not element.get("id").startswith("-"):
+                name, made = self.name_of(element), element.get("customClass")
+                self.say(f"{made}* {name} = [[[{made} alloc] init] autorelease]")
+                top.append(name)
+        self.say("NSMutableArray* objects = [NSMutableArray array]")
+        for name in top:
+            self.send("objects", "addObject:", name)
+        for element in self.document.iter():
+            if element.get("id") in self.names:
+                self.connect(element, self.names[element.get("id")])
+                for cell in element:
+                    if cell.tag.endswith("Cell"):
+                        self.connect(cell, self.names[element.get("id")])
+        self.lines += ["#if !defined(GNUSTEP)", *(f"  [{name} awakeFromNib];" for name in self.names.values()), "#endif"]
+
+
+def main():
+    file = pathlib.Path(sys.argv[1])
+    writer = Writer(ElementTree.parse(file).getroot())
+    writer.write()
+    print(PROLOGUE.format(file=file.name, program=pathlib.Path(__file__).name, name=json.dumps(file.stem)) + "\n".join(writer.lines) + "\n" + EPILOGUE, end="")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,126 @@
+"""The archive for Macs without Xcode: what is in it, and its scripts with stand-ins for a Mac's commands."""
+
+import hashlib
+import pathlib
+import shutil
+import subprocess
+import tarfile
+import tempfile
+import unittest
+
+import mach_o
+
+# The folder of a Mac that commands work on is one beside the scripts.
+MAC_IS_HERE = 'asked="$*"; set -- "${@//\\/Library\\/Printers/$PWD/installed}"'
+# What each command says, and does, on a Mac where all goes well.
+COMMANDS = {
+    "uname": 'if [ "${1:-}" = -m ]; then echo arm64; else echo Darwin; fi',
+    "sw_vers": "echo 14.5",
+    "plutil": 'if [ "$1" = -extract ]; then sed -n "/$2/{n;s/.*<string>\\(.*\\)<.*/\\1/p;}" "${@: -1}"; else test -s "${@: -1}"; fi',
+    "file": 'echo "$1: Mach-O universal binary with 2 architectures: [x86_64] [arm64]"',
+    "shasum": 'sha256sum "${@: -2}"',
+    "stat": "echo root:wheel",
+    "xattr": "", "codesign": "",
+    "sudo": 'echo "$asked" >>sudo.log; "$@"',
+    "chown": "",
+}
+TOOLS = ("bash", "cp", "dirname", "grep", "head", "mkdir", "rm", "sed", "sha256sum", "sort", "test")
+# What the scripts say where one of them fails.
+FAILURES = {
+    "sw_vers": ("echo 12.1", "failed  this macOS is new enough"),
+    "plutil": ("exit 1", "failed  the bundle's description can be read"),
+    "file": ('echo "Mach-O 64-bit bundle ppc64"', "failed  the code is for this Mac's processor"),
+    "shasum": ("exit 1", "failed  every file is as it was packed"),
+    "codesign": ("exit 3", ""),
+    "xattr": ('case $1 in -r) echo com.apple.quarantine ;; esac', "failed  the bundle is not marked as from the network"),
+    "stat": ("echo user:staff", "failed  the bundle belongs to root"),
+}
+
+
+class Unpacked(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        made = subprocess.run([mach_o.SOURCES / "packaging/macos/archive/archive.sh"], capture_output=True, text=True, check=True).stdout
+        cls.path = mach_o.SOURCES / made.strip()
+        with tarfile.open(cls.path) as archive:
+            cls.members = archive.getmembers()
+            archive.extractall(folder.name)
+        (cls.unpacked,) = pathlib.Path(folder.name).iterdir()
+
+
+class TheArchive(Unpacked):
+    def test_holds_the_whole_bundle_its_scripts_and_a_printer_without_a_filter(self):
+        bundle = {path.relative_to(mach_o.CONTENTS): path.read_bytes() for path in mach_o.CONTENTS.rglob("*") if path.is_file()}
+        packed = self.unpacked / "TandemTrim.bundle/Contents"
+        self.assertEqual({path.relative_to(packed): path.read_bytes() for path in packed.rglob("*") if path.is_file()}, bundle)
+        self.assertEqual({path.name for path in self.unpacked.iterdir()}, {
+            "TandemTrim.bundle", "MorvaTandemKV2.ppd", "LICENSE", "SHA256SUMS", "install.sh", "check.sh", "uninstall.sh"})
+
+    def test_belongs_to_root_and_is_the_same_each_time(self):
+        self.assertEqual({(member.uid, member.gid) for member in self.members}, {(0, 0)})
+        before = hashlib.sha256(self.path.read_bytes()).hexdigest()
+        subprocess.run([mach_o.SOURCES / "packaging/macos/archive/archive.sh"], capture_output=True, check=True)
+        self.assertEqual(hashlib.sha256(self.path.read_bytes()).hexdigest(), before)
+
+
+class ItsScripts(Unpacked):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.here = shutil.copytree(self.unpacked, pathlib.Path(folder.name) / "unpacked")
+        self.commands = pathlib.Path(folder.name) / "bin"
+        self.commands.mkdir()
+        for name in TOOLS:
+            (self.commands / name).symlink_to(shutil.which(name))
+        for name, does in COMMANDS.items():
+            self.command(name, does)
+        self.installed = self.here / "installed/Morva/PDEs/TandemTrim.bundle"
+
+    def command(self, name, does):
+        path = self.commands / name
+        path.write_text(f"#!/bin/bash\nset -e\n{MAC_IS_HERE}\n{does}\n")
+        path.chmod(0o755)
+
+    def install(self):
+        return subprocess.run([self.here / "install.sh"], capture_output=True, text=True, timeout=60, env={"PATH": str(self.commands)})
+
+    def test_install_the_bundle_signed_for_this_mac_and_check_it(self):
+        done = self.install()
+        self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
+        self.assertTrue((self.installed / "Contents/MacOS/TandemTrim").exists())
+        self.assertNotIn("failed", done.stdout)
+        self.assertIn("Installed.", done.stdout)
+        place = "/Library/Printers/Morva/PDEs/TandemTrim.bundle"
+        asked = (self.here / "sudo.log").read_text()
+        for expected in (f"xattr -dr com.apple.quarantine {place}\n", f"codesign --force --sign - {place}\n", f"chown -R root:wheel {place}\n"):
+            self.assertIn(expected, asked)
+
+    def test_say_what_is_wrong_and_claim_nothing(self):
+        for name, (does, expected) in FAILURES.items():
+            with self.subTest(name):
+                self.command(name, does)
+                done = self.install()
+                self.command(name, COMMANDS[name])
+                self.assertNotEqual(done.returncode, 0)
+                self.assertIn(expected, done.stdout)
+                self.assertNotIn("Installed", done.stdout)
+
+    def test_install_nothing_of_an_archive_that_is_damaged(self):
+        with (self.here / "TandemTrim.bundle/Contents/Resources/en.lproj/Localizable.strings").open("ab") as table:
+            table.write(b"x")
+        done = self.install()
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("failed  every file is as it was packed", done.stdout)
+        self.assertFalse((self.here / "sudo.log").exists())
+
+    def test_are_refused_on_any_other_system(self):
+        self.command("uname", "echo Linux")
+        done = self.install()
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("needs a Mac", done.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
