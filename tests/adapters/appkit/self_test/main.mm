@@ -1,8 +1,9 @@
-// Loads a bundle as a print dialog does, over the system's own print settings but without the dialog, and lets
-// the conformance suite observe it: so a fault of the bundle and a system that refuses to load it are told
-// apart.
+// Loads a bundle as a print dialog does, over the system's own print settings but without the dialog, and
+// lets the conformance suite observe it: so a fault of the bundle and a system that refuses to load it are
+// told apart.
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 
 #include <gmock/gmock.h>
 
@@ -54,6 +55,6 @@ int main(int argc, char** argv) {
     }
     std::cout << [path UTF8String] << " is loaded\n";
   }
-  testing::UnitTest::GetInstance()->listeners().Append(new PoolForEachCase);  // NOLINT(cppcoreguidelines-owning-memory)
+  testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<PoolForEachCase>().release());
   return RUN_ALL_TESTS();
 }
