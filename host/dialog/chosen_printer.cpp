@@ -10,9 +10,11 @@
 
 namespace tandemtrim::host {
 
-ChosenPrinter::ChosenPrinter(const CommandLine& line, const Report& report, DialogWindow& window,
+ChosenPrinter::ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSettings> suggested,
+                             const Report& report, const AskForLogin& ask, DialogWindow& window,
                              Events events)
     : line_(line),
+      suggested_(std::move(suggested)),
       report_(report),
       window_(window),
       events_(std::move(events)),
@@ -21,7 +23,7 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, const Report& report, Dial
       panel_(window.dialog(), line.plugin, report,
              {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp,
               [this] { return otherOptionsOrNone(); }}),
-      reader_(line.server) {
+      reader_(line.server, ask) {
   window.dialog().property_selected_printer().signal_changed().connect(
       sigc::mem_fun(*this, &ChosenPrinter::onPrinterChanged));
 }
@@ -33,6 +35,10 @@ void ChosenPrinter::start() {
 
 void ChosenPrinter::onFirstDetails(Outcome outcome) {
   if (outcome.result) return onDetails(std::move(outcome));
+  if (suggested_ && line_.printer && outcome.failure->trouble() == Trouble::noPrinter) {
+    line_.printer.reset();
+    return start();
+  }
   report_(outcome.failure->what());
   panel_.hide();
   window_.giveUpPrint();
@@ -137,6 +143,10 @@ void ChosenPrinter::selectFirst(const Options& asked) {
     applyOptions(current_.saved, ppd, tabs);
   }
   applyOptions(asked, ppd, tabs);
+  if (suggested_) {
+    suggested_->setting_foreach(
+        [&](const Glib::ustring& key, const Glib::ustring& value) { tabs.settings->set(key, value); });
+  }
   tabsOf_ = current_.name;
   window_.proceed(DialogState::selecting);
   selection_.select(current_.name, tabs, [this] { onSelected(); });

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "host/dialog/dialog_window.hpp"
-#include "host/dialog/file/file_target.hpp"
 #include "host/dialog/gtk/own_tabs.hpp"
 #include "host/dialog/gtk/printer_selection.hpp"
 #include "host/dialog/panel/panel_tabs.hpp"
@@ -27,12 +26,15 @@ class ChosenPrinter : public sigc::trackable {
     std::function<void(const std::string&)> onHelp;
   };
 
-  ChosenPrinter(const CommandLine& line, const Report& report, DialogWindow& window, Events events);
+  /// `suggested` are settings that the tabs begin with, beside those of the command line.
+  ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSettings> suggested, const Report& report,
+                const AskForLogin& ask, DialogWindow& window, Events events);
   ChosenPrinter(const ChosenPrinter&) = delete;
   ChosenPrinter& operator=(const ChosenPrinter&) = delete;
   ~ChosenPrinter() = default;
 
-  /// Starts with the printer that the command line names, or with the user's default one.
+  /// Starts with the printer that the command line names, or with the user's default one, also where the
+  /// printer is only suggested and does not exist.
   void start();
   /// Changes over to the printer that is selected now.
   void follow();
@@ -41,10 +43,10 @@ class ChosenPrinter : public sigc::trackable {
   [[nodiscard]] PanelTabs& panel() { return panel_; }
   /// The job with the settings that the tabs show. Failure when they are incomplete.
   [[nodiscard]] PrintRequest makeRequest();
-  /// The file that the user chose to print to. Failure when the tabs ask for less than the whole document.
-  [[nodiscard]] FileTarget fileTarget(const std::vector<FileFormat>& offered) {
-    return fileTargetOf(*tabs_.settings().settings, offered);
-  }
+  /// What the tabs show.
+  [[nodiscard]] TabSettings tabs() { return tabs_.settings(); }
+  /// Failure for pages that are none.
+  void refuseWrongPages() { tabs_.refuseWrongPages(); }
 
  private:
   // What jobs for the printer are addressed to: the instance that the dialog started with, where it is one of
@@ -68,7 +70,8 @@ class ChosenPrinter : public sigc::trackable {
   [[nodiscard]] Options otherOptions();
   [[nodiscard]] Options otherOptionsOrNone();
 
-  const CommandLine line_;
+  CommandLine line_;
+  const Glib::RefPtr<Gtk::PrintSettings> suggested_;
   const Report report_;
   DialogWindow& window_;
   const Events events_;

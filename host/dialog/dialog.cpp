@@ -3,10 +3,14 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <memory>
+#include <utility>
 
 #include <glib-unix.h>
 
 #include "host/cups/option_values.hpp"
+#include "host/dialog/file/file_target.hpp"
+#include "host/dialog/gtk/parent_window.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/interrupted.hpp"
 
@@ -16,34 +20,113 @@ namespace {
 constexpr int kCorrect = 1;
 constexpr int kPrintAsItIs = 2;
 
+bool isToBeLaidOut(const DialogStart& start) { return start.documents.empty(); }
+
+// A file holds one document.
+std::vector<FileFormat> formatsOf(const DialogStart& start) {
+  if (isToBeLaidOut(start)) return start.request->formats;
+  if (start.documents.size() > 1) return {};
+  return formatsFor(formatOf(start.documents.front().beginning()));
+}
+
+Glib::RefPtr<Gtk::PrintSettings> suggestionsOf(const DialogRequest& request) {
+  auto settings = Gtk::PrintSettings::create();
+  if (request.scale) settings->set_scale(*request.scale);
+  if (!request.document.empty()) settings->set(GTK_PRINT_SETTINGS_OUTPUT_BASENAME, request.document);
+  return settings;
+}
+
+void followRequest(Gtk::PrintUnixDialog& dialog, const DialogRequest& request) {
+  if (!request.title.empty()) dialog.set_title(request.title);
+  dialog.set_modal(request.isModal);
+  if (auto* const button = dynamic_cast<Gtk::Button*>(dialog.get_widget_for_response(Gtk::ResponseType::OK));
+      button != nullptr && !request.acceptLabel.empty())
+    button->set_label(request.acceptLabel);
+  if (request.hasCurrentPage) dialog.set_current_page(0);
+  gtk_print_unix_dialog_set_support_selection(dialog.gobj(), request.hasSelection ? TRUE : FALSE);
+  gtk_print_unix_dialog_set_has_selection(dialog.gobj(), request.hasSelection ? TRUE : FALSE);
+  setParentOfOtherProgram(dialog, request.parent);
+}
+
+Entries entriesOf(GVariant* dictionary) {
+  Entries entries;
+  const char* key = nullptr;
+  GVariant* value = nullptr;
+  GVariantIter each;
+  g_variant_iter_init(&each, dictionary);
+  while (g_variant_iter_loop(&each, "{&sv}", &key, &value) != FALSE) {
+    if (g_variant_is_of_type(value, G_VARIANT_TYPE_STRING) != FALSE)
+      entries.emplace(key, std::string(g_variant_get_string(value, nullptr)));
+    if (g_variant_is_of_type(value, G_VARIANT_TYPE_DOUBLE) != FALSE)
+      entries.emplace(key, g_variant_get_double(value));
+  }
+  return entries;
+}
+
+Entries entriesOf(const Gtk::PageSetup& setup) {
+  const std::unique_ptr<GVariant, decltype(&g_variant_unref)> dictionary(
+      g_variant_ref_sink(gtk_page_setup_to_gvariant(const_cast<GtkPageSetup*>(setup.gobj()))),
+      g_variant_unref);
+  return entriesOf(dictionary.get());
+}
+
 }  // namespace
 
-Dialog::Dialog(const CommandLine& line, const Report& report)
-    : sender_(openDocuments(line.files), report,
-              [this](const auto& text, auto share) { window_.showProgress(text, share); }),
-      window_(sender_.fileFormats()),
+Dialog::Dialog(DialogStart start, const Report& report, Events events)
+    : events_(std::move(events)),
+      formats_(formatsOf(start)),
+      window_(formats_, isToBeLaidOut(start)),
       questions_(window_.dialog()),
       login_(window_.dialog()),
+      sender_(std::move(start.documents), report, login_.ask(),
+              [this](const auto& text, auto share) { window_.showProgress(text, share); }),
       printer_(
-          line, report, window_,
+          start.line, start.request == nullptr ? nullptr : suggestionsOf(*start.request), report,
+          login_.ask(), window_,
           {[this] { print(false); }, [this](const std::string& help) { questions_.showMessage(help); }}) {
+  if (start.request != nullptr) followRequest(window_.dialog(), *start.request);
   window_.dialog().signal_response().connect(sigc::mem_fun(*this, &Dialog::onResponse));
 }
 
 // Else GTK's notebook passes the focus to a page of a destroyed window.
 Dialog::~Dialog() { window_.dialog().unset_focus(); }
 
+void Dialog::show() {
+  printer_.start();
+  window_.show();
+}
+
 Printed Dialog::run() {
   std::vector<guint> sources;
   if (!isIgnored(SIGINT)) sources.push_back(g_unix_signal_add(SIGINT, onSignal<SIGINT>, this));
   if (!isIgnored(SIGTERM)) sources.push_back(g_unix_signal_add(SIGTERM, onSignal<SIGTERM>, this));
-  printer_.start();
-  window_.run();
+  loop_ = Glib::MainLoop::create();
+  show();
+  loop_->run();
   for (const auto source : sources) g_source_remove(source);
   if (printed_.index() != 0) return printed_;
   if (signal_ != 0) throw interruptedBy(signal_, failure_);
   if (failure_ && failure_->trouble() != Trouble::cancelled) throw Failure(*failure_);
   return {};
+}
+
+void Dialog::end() {
+  window_.hide();
+  if (loop_) loop_->quit();
+  events_.onEnd();
+}
+
+void Dialog::tell(const std::string& message, const std::function<void()>& then) {
+  window_.show();
+  questions_.showMessage(message, then);
+}
+
+void Dialog::tryTo(const std::function<void()>& act) {
+  try {
+    act();
+  } catch (const Failure& failure) {
+    tell(failureText(failure));
+  }
 }
 
 template <int kSignal>
@@ -62,7 +145,7 @@ void Dialog::interrupt(int signal) {
 // A job that is being sent is cancelled, which may take as long as its server.
 void Dialog::onResponse(int response) {
   if (response == Gtk::ResponseType::OK) return print(false);
-  if (liveIn(window_.state()).content) return window_.close();
+  if (liveIn(window_.state()).content) return end();
   window_.enter(DialogState::cancelling);
   sender_.cancel(signal_ == 0 ? "cancelled" : wordOf(signal_));
   login_.giveUp();
@@ -72,21 +155,17 @@ void Dialog::onResponse(int response) {
 void Dialog::print(bool withProblems) {
   if (!liveIn(window_.state()).content) return;
   const auto& selection = printer_.selection();
-  if (!selection.isPrinter() && !selection.isFile())
-    return questions_.showMessage(localized(kChoosePrinterText));
+  if (!selection.isPrinter() && !selection.isFile()) return tell(localized(kChoosePrinterText));
   window_.enter(withPrint(window_.state()));
   if (liveIn(window_.state()).printWaits) return;
-  if (selection.isFile()) return save();
+  const auto go = [this] { sender_.hasDocument() ? send() : choose(); };
+  if (selection.isFile()) return tryTo(go);
   const auto illegal = printer_.panel().prepareToPrint();
   if (!illegal) return;
   const auto conflicts = printer_.panel().conflicts();
   const bool isFine = illegal->empty() && conflicts.empty();
   if (!isFine && !withProblems) return askAboutProblems(*illegal, conflicts);
-  try {
-    send();
-  } catch (const Failure& failure) {
-    questions_.showMessage(failureText(failure));
-  }
+  tryTo(go);
 }
 
 // A conflict is asked about once, and has nothing that could be corrected for the user.
@@ -104,25 +183,80 @@ void Dialog::askAboutProblems(const std::vector<IllegalValue>& values,
                  });
 }
 
-void Dialog::send() {
+// What is wrong in the tabs is told before the program lays the document out.
+void Dialog::choose() {
+  const auto& selection = printer_.selection();
+  if (selection.isPrinter()) {
+    static_cast<void>(makeRequest());
+  } else {
+    printer_.refuseWrongPages();
+  }
+  laidOut_ = selection.isFile() ? LaidOut::everything : LaidOut::pages;
+  laidOutFor_ = selection.name();
+  layout_ = settingsToLayOut(printer_.tabs(), laidOut_);
+  window_.enter(DialogState::chosen);
+  window_.hide();
+  events_.onChosen();
+}
+
+DialogChoice Dialog::choice() {
+  const auto [settings, setup] = printer_.tabs();
+  DialogChoice choice{{layout_.begin(), layout_.end()}, entriesOf(*setup)};
+  const auto format =
+      laidOut_ == LaidOut::everything ? fileTargetOf(*settings, formats_).format : FileFormat::pdf;
+  choice.settings[GTK_PRINT_SETTINGS_OUTPUT_FILE_FORMAT] = nameOf(format);
+  choice.settings[GTK_PRINT_SETTINGS_PRINTER] = laidOutFor_;
+  return choice;
+}
+
+void Dialog::print(Document document) {
+  sender_.take(std::move(document));
+  window_.enter(DialogState::ready);
+  if (printer_.selection().name() == laidOutFor_) {
+    print(true);
+  } else {
+    printer_.follow();
+    tell(localized(kChoosePrinterText));
+  }
+  if (liveIn(window_.state()).content) window_.show();
+}
+
+void Dialog::fail(const Failure& failure) {
+  tell(failureText(failure), [this] { end(); });
+}
+
+void Dialog::refuseOtherLayout() {
+  if (laidOut_ != LaidOut::nothing && settingsToLayOut(printer_.tabs(), laidOut_) != layout_)
+    throw Failure(Trouble::userMessage, Fact(FactText{kLaidOutText}, {}));
+}
+
+PrintRequest Dialog::makeRequest() {
   auto request = printer_.makeRequest();
+  removeLaidOut(request.options, laidOut_);
   refuseLossyValues(request.options);
   request.options = encodable(std::move(request.options));
   if (request.title) refuseLossyTitle(*request.title);
+  return request;
+}
+
+void Dialog::send() {
+  refuseOtherLayout();
+  if (printer_.selection().isFile()) return save();
+  const auto request = makeRequest();
+  isTold_ = true;
   window_.enter(DialogState::sending);
   sender_.send(request, [this](const auto& outcome) { onSent(outcome); });
 }
 
 // The panel's settings are the printer's, which a file has none of.
 void Dialog::save() {
-  try {
-    const auto target = printer_.fileTarget(sender_.fileFormats());
-    window_.enter(DialogState::sending);
-    window_.showProgress(localized(kSavingText), std::nullopt);
-    sender_.save(target, [this](const auto& outcome) { onSaved(outcome); });
-  } catch (const Failure& failure) {
-    questions_.showMessage(failureText(failure));
-  }
+  const auto settings = printer_.tabs().settings;
+  refusePartInFile(*settings, laidOut_);
+  const auto target = fileTargetOf(*settings, formats_);
+  isTold_ = true;
+  window_.enter(DialogState::sending);
+  window_.showProgress(localized(kSavingText), std::nullopt);
+  sender_.save(target, [this](const auto& outcome) { onSaved(outcome); });
 }
 
 void Dialog::onSaved(const Outcome<SavedFile>& outcome) {
@@ -131,9 +265,9 @@ void Dialog::onSaved(const Outcome<SavedFile>& outcome) {
   if (outcome.result) printed_ = *outcome.result;
   if (isCancelled || outcome.result) {
     failure_ = outcome.failure;
-    return window_.close();
+    return end();
   }
-  questions_.showMessage(failureText(*outcome.failure));
+  tell(failureText(*outcome.failure));
   printer_.follow();
 }
 
@@ -146,16 +280,16 @@ void Dialog::onSent(const Outcome<SendResult>& outcome) {
     // The login was given up along with the job, which then does not exist.
     if (failure_ && failure_->trouble() == Trouble::unauthorized)
       failure_ = Failure(Trouble::cancelled, failure_->fact());
-    return window_.close();
+    return end();
   }
   if (outcome.failure) {
-    questions_.showMessage(failureText(*outcome.failure));
+    tell(failureText(*outcome.failure));
     // GTK may have selected another printer meanwhile.
     return printer_.follow();
   }
   const auto& problems = outcome.result->problems;
-  if (problems.empty()) return window_.close();
-  questions_.showMessage(failuresText(problems), [this] { window_.close(); });
+  if (problems.empty()) return end();
+  tell(failuresText(problems), [this] { end(); });
 }
 
 }  // namespace tandemtrim::host

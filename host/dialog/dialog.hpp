@@ -1,33 +1,67 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
+#include <glibmm/main.h>
+
 #include "host/cups/sent_job.hpp"
+#include "host/dialog/application_dialog.hpp"
 #include "host/dialog/asking/login_window.hpp"
 #include "host/dialog/asking/questions.hpp"
 #include "host/dialog/chosen_printer.hpp"
 #include "host/dialog/dialog_window.hpp"
 #include "host/dialog/module.hpp"
 #include "host/dialog/sender.hpp"
+#include "host/dialog/settings/document_layout.hpp"
 #include "host/job/command_line.hpp"
 #include "host/report.hpp"
 
 namespace tandemtrim::host {
 
+/// What a dialog starts from.
+struct DialogStart {
+  CommandLine line;
+  /// None as long as another program waits to hear how to lay its document out.
+  std::vector<Document> documents;
+  /// Of another program; null for this one.
+  const DialogRequest* request = nullptr;
+};
+
 /// GTK's print dialog with two more tabs for the chosen printer's panel. It changes its own copy of the
 /// settings, so that Cancel changes nothing.
 class Dialog : public sigc::trackable {
  public:
-  /// Opens the documents; Failure when one of them cannot be read.
-  Dialog(const CommandLine& line, const Report& report);
+  struct Events {
+    /// The user has chosen how to print; the dialog is hidden and waits for the document.
+    std::function<void()> onChosen = [] {};
+    /// The user has printed or cancelled; the dialog is hidden. It is not to be destroyed in here.
+    std::function<void()> onEnd = [] {};
+  };
+
+  Dialog(DialogStart start, const Report& report, Events events);
   Dialog(const Dialog&) = delete;
   Dialog& operator=(const Dialog&) = delete;
   ~Dialog();
 
-  /// Shows the dialog until the user prints or cancels. Failure when a
-  /// cancelled job may still be printed, and when a signal ends the dialog.
+  /// Shows the dialog, which goes on by the main loop.
+  void show();
+  /// Shows the dialog until the user prints or cancels. Failure when a cancelled job may still be printed,
+  /// and when a signal ends the dialog.
   Printed run();
+
+  /// What the user chose, for the program that lays the document out.
+  [[nodiscard]] DialogChoice choice();
+  /// Prints the document that the program has laid out; see ApplicationDialog.
+  void print(Document document);
+  /// Shows why there is no document, then ends.
+  void fail(const Failure& failure);
+  /// Whether the user has told the dialog to print a document.
+  [[nodiscard]] bool isTold() const { return isTold_; }
+  [[nodiscard]] const Printed& printed() const { return printed_; }
 
  private:
   template <int kSignal>
@@ -36,16 +70,35 @@ class Dialog : public sigc::trackable {
   void onResponse(int response);
   void print(bool withProblems);
   void askAboutProblems(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
+  // Runs it and shows the failure that it raises.
+  void tryTo(const std::function<void()>& act);
+  // Shows the dialog with a message before it.
+  void tell(
+      const std::string& message, const std::function<void()>& then = [] {});
+  void choose();
+  [[nodiscard]] PrintRequest makeRequest();
+  void refuseOtherLayout();
   void send();
   void save();
   void onSaved(const Outcome<SavedFile>& outcome);
   void onSent(const Outcome<SendResult>& outcome);
+  void end();
 
-  Sender sender_;
+  const Events events_;
+  // Those that a file can have.
+  const std::vector<FileFormat> formats_;
   DialogWindow window_;
   Questions questions_;
   LoginWindow login_;
+  Sender sender_;
   ChosenPrinter printer_;
+  // Of run().
+  Glib::RefPtr<Glib::MainLoop> loop_;
+  // How a program lays the document out, and for which printer.
+  LaidOut laidOut_ = LaidOut::nothing;
+  std::map<std::string, std::string> layout_;
+  std::string laidOutFor_;
+  bool isTold_ = false;
   Printed printed_;
   // Of a job that was cancelled.
   std::optional<Failure> failure_;

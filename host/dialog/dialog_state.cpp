@@ -16,7 +16,7 @@ struct Row {
 };
 
 // print, content, followsPrinter, printWaits
-constexpr std::array<Row, 9> kRows{{
+constexpr std::array<Row, 10> kRows{{
     {starting, {true, true, false, false}, startingToPrint, starting},
     {startingToPrint, {false, true, false, true}, startingToPrint, starting},
     {selecting, {true, true, false, false}, selectingToPrint, selecting},
@@ -24,6 +24,7 @@ constexpr std::array<Row, 9> kRows{{
     {reading, {true, true, true, false}, readingToPrint, reading},
     {readingToPrint, {false, true, true, true}, readingToPrint, reading},
     {ready, {true, true, true, false}, ready, ready},
+    {chosen, {false, true, false, false}, chosen, chosen},
     {sending, {false, false, false, false}, sending, sending},
     {cancelling, {false, false, false, false}, cancelling, cancelling},
 }};

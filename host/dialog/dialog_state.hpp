@@ -15,6 +15,8 @@ enum class DialogState {
   reading,
   readingToPrint,
   ready,
+  /// The user has chosen how to print; the dialog waits, hidden, for the document.
+  chosen,
   /// The job is being sent.
   sending,
   /// The user cancelled while the job was being sent; the dialog waits, hidden, for the server.

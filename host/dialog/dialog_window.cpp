@@ -1,5 +1,6 @@
 #include "host/dialog/dialog_window.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include <glibmm/regex.h>
@@ -16,27 +17,34 @@ constexpr int kLineMargin = 12;
 constexpr int kNoticeSpacing = 12;
 constexpr int kProgressSpacing = 6;
 
-// GTK finds printers, and the file to print to, by backends that it loads with its dialog.
-void leaveFilesOut() {
-  const auto settings = Gtk::Settings::get_default();
+Glib::ustring knownBackends() {
   gchar* known = nullptr;
-  g_object_get(settings->gobj(), "gtk-print-backends", &known, nullptr);
+  g_object_get(Gtk::Settings::get_default()->gobj(), "gtk-print-backends", &known, nullptr);
+  Glib::ustring backends = known;
+  g_free(known);
+  return backends;
+}
+
+// GTK finds printers, and the file to print to, by backends that it loads with each dialog.
+void setBackends(bool withFiles) {
+  static const auto known = knownBackends();
   std::string backends;
   for (const auto& backend : Glib::Regex::split_simple(",", known)) {
-    if (backend != "file") backends += (backends.empty() ? "" : ",") + backend;
+    if (withFiles || backend != "file") backends += (backends.empty() ? "" : ",") + backend;
   }
-  g_free(known);
-  g_object_set(settings->gobj(), "gtk-print-backends", backends.c_str(), nullptr);
+  g_object_set(Gtk::Settings::get_default()->gobj(), "gtk-print-backends", backends.c_str(), nullptr);
 }
 
 Glib::ustring titleOnceBackendsAreSet(const std::vector<FileFormat>& fileFormats) {
-  if (fileFormats.empty()) leaveFilesOut();
+  setBackends(!fileFormats.empty());
   return g_dgettext("gtk40", "Print");
 }
 
-// GTK offers only the formats that the program says it can make.
-Gtk::PrintCapabilities capabilitiesFor(const std::vector<FileFormat>& fileFormats) {
+// GTK offers only the formats that the program says it can make, and SVG, too, where it says nothing.
+Gtk::PrintCapabilities capabilitiesFor(const std::vector<FileFormat>& fileFormats, bool canScale) {
   auto capabilities = Gtk::PrintCapabilities::PAGE_SET;
+  if (canScale) capabilities |= Gtk::PrintCapabilities::SCALE;
+  if (std::ranges::count(fileFormats, FileFormat::svg) != 0) return capabilities;
   for (const auto format : fileFormats) {
     capabilities |= format == FileFormat::pdf ? Gtk::PrintCapabilities::GENERATE_PDF
                                               : Gtk::PrintCapabilities::GENERATE_PS;
@@ -46,7 +54,7 @@ Gtk::PrintCapabilities capabilitiesFor(const std::vector<FileFormat>& fileFormat
 
 }  // namespace
 
-DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats)
+DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats, bool canScale)
     : dialog_(titleOnceBackendsAreSet(fileFormats)),
       notice_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kNoticeSpacing)),
       noticeText_(*Gtk::make_managed<Gtk::Label>()),
@@ -55,7 +63,8 @@ DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats)
       progressBar_(*Gtk::make_managed<Gtk::ProgressBar>()) {
   // Escape and the window's own button close it; its tabs are still in use then.
   dialog_.set_hide_on_close();
-  dialog_.set_manual_capabilities(capabilitiesFor(fileFormats));
+  dialog_.set_manual_capabilities(capabilitiesFor(fileFormats, canScale));
+  group_->add_window(dialog_);
   dialog_.set_embed_page_setup();
   auto& again = *Gtk::make_managed<Gtk::Button>(localized(kTryAgainText), true);
   again.set_valign(Gtk::Align::CENTER);
@@ -112,11 +121,6 @@ void DialogWindow::addLine(Gtk::Box& line, Gtk::Label& text) {
   line.set_margin(kLineMargin);
   line.set_visible(false);
   dialog_.get_content_area()->append(line);
-}
-
-void DialogWindow::run() {
-  dialog_.set_visible();
-  loop_->run();
 }
 
 void DialogWindow::showNotice(const std::string& text, std::function<void()> tryAgain) {

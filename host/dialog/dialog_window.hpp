@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include <glibmm/main.h>
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
 #include <gtkmm/label.h>
 #include <gtkmm/printunixdialog.h>
 #include <gtkmm/progressbar.h>
+#include <gtkmm/windowgroup.h>
 
 #include "host/dialog/dialog_state.hpp"
 #include "host/dialog/file/file_format.hpp"
@@ -21,17 +21,15 @@ namespace tandemtrim::host {
 /// job is sent, with a button that cancels it.
 class DialogWindow : public sigc::trackable {
  public:
-  /// Offers to print to a file in these formats, or not at all.
-  explicit DialogWindow(const std::vector<FileFormat>& fileFormats);
+  /// Offers to print to a file in these formats, or not at all; and to scale the document, where somebody
+  /// can.
+  DialogWindow(const std::vector<FileFormat>& fileFormats, bool canScale);
   DialogWindow(const DialogWindow&) = delete;
   DialogWindow& operator=(const DialogWindow&) = delete;
   ~DialogWindow();
 
   [[nodiscard]] Gtk::PrintUnixDialog& dialog() { return dialog_; }
-  /// Shows the window until close() is called.
-  void run();
-  void close() { loop_->quit(); }
-  /// Hides the window; run() goes on.
+  void show() { dialog_.present(); }
   void hide() { dialog_.set_visible(false); }
 
   [[nodiscard]] DialogState state() const { return state_; }
@@ -54,8 +52,9 @@ class DialogWindow : public sigc::trackable {
   void setContentLive(bool isLive);
   void onPrintLive();
 
-  Glib::RefPtr<Glib::MainLoop> loop_ = Glib::MainLoop::create();
   Gtk::PrintUnixDialog dialog_;
+  // Its questions block no other dialog.
+  Glib::RefPtr<Gtk::WindowGroup> group_ = Gtk::WindowGroup::create();
   Gtk::Box& notice_;
   Gtk::Label& noticeText_;
   std::function<void()> tryAgain_;

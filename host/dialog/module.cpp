@@ -10,6 +10,7 @@
 #include <gtkmm/messagedialog.h>
 #include <unistd.h>
 
+#include "host/dialog/application_dialog.hpp"
 #include "host/dialog/asking/background.hpp"
 #include "host/dialog/dialog.hpp"
 #include "host/dialog/texts/texts.hpp"
@@ -29,9 +30,46 @@ void showFailure(const Failure& failure) {
   loop->run();
 }
 
+// Prepares this module's part of the toolkit.
+void start(const Report& report) {
+  // Libraries must not be unloaded under work that still runs in the background.
+  on_exit(
+      [](int status, void* /*nothing*/) {
+        std::cout.flush();
+        if (underWay > 0) std::_Exit(status);
+      },
+      nullptr);
+  Gtk::init_gtkmm_internals();
+  // A failure in a callback of the toolkit is reported, and the dialog goes on.
+  Glib::add_exception_handler([report] {
+    try {
+      throw;
+    } catch (const std::exception& failure) {
+      report(failure.what());
+    }
+  });
+}
+
+void startOnce(const Report& report) {
+  static const bool isStarted = (start(report), true);
+  static_cast<void>(isStarted);
+}
+
+// The failure that this raises.
+std::optional<Failure> failureOf(const std::function<void()>& act) {
+  try {
+    act();
+    return std::nullopt;
+  } catch (const Failure& failure) {
+    return failure;
+  } catch (const std::exception& failure) {
+    return Failure(failure.what());
+  }
+}
+
 Printed printedByDialog(const CommandLine& line, const Report& report) {
   try {
-    return Dialog(line, report).run();
+    return Dialog({line, openDocuments(line.files)}, report, {}).run();
   } catch (const Failure& failure) {
     if (isatty(STDERR_FILENO) == 0 && failure.trouble() != Trouble::cancelled) showFailure(failure);
     throw;
@@ -43,27 +81,19 @@ Printed printedByDialog(const CommandLine& line, const Report& report) {
 extern "C" __attribute__((visibility("default"))) void tandemTrimShowDialog(const CommandLine& line,
                                                                             const Report& report,
                                                                             DialogResult& result) noexcept {
-  // Libraries must not be unloaded under work that still runs in the background.
-  on_exit(
-      [](int status, void* /*nothing*/) {
-        std::cout.flush();
-        if (underWay > 0) std::_Exit(status);
-      },
-      nullptr);
-  try {
-    Gtk::init_gtkmm_internals();
-    // A failure in a callback of the toolkit is reported, and the dialog goes on.
-    Glib::add_exception_handler([report] {
-      try {
-        throw;
-      } catch (const std::exception& failure) {
-        report(failure.what());
-      }
-    });
+  result.failure = failureOf([&] {
+    startOnce(report);
     result.printed = printedByDialog(line, report);
-  } catch (const Failure& failure) {
-    result.failure = failure;
-  } catch (const std::exception& failure) {
-    result.failure = Failure(failure.what());
-  }
+  });
+}
+
+extern "C" __attribute__((visibility("default"))) void tandemTrimOpenDialog(const DialogRequest& request,
+                                                                            FileDescriptor document,
+                                                                            const Report& report,
+                                                                            ApplicationDialog::Events events,
+                                                                            OpenedDialog& opened) noexcept {
+  opened.failure = failureOf([&] {
+    startOnce(report);
+    opened.dialog = openDialog(request, std::move(document), report, std::move(events));
+  });
 }

@@ -29,7 +29,7 @@ std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& se
 void DetailsReader::read(const std::optional<std::string>& printer, Done done) {
   reading_ = std::make_shared<int>(0);
   inBackground<std::shared_ptr<PrinterDetails>>(
-      reading_, [server = server_, printer] { return readDetails(server, printer); }, std::move(done));
+      reading_, [server = server_, printer] { return readDetails(server, printer); }, std::move(done), ask_);
 }
 
 }  // namespace tandemtrim::host

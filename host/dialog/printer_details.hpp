@@ -29,8 +29,9 @@ class DetailsReader {
  public:
   using Done = std::function<void(Outcome<std::shared_ptr<PrinterDetails>>)>;
 
-  /// None is the server that libcups would choose.
-  explicit DetailsReader(std::optional<std::string> server) : server_(std::move(server)) {}
+  /// No server is the one that libcups would choose; one that wants a login gets it from `ask`.
+  DetailsReader(std::optional<std::string> server, AskForLogin ask)
+      : server_(std::move(server)), ask_(std::move(ask)) {}
 
   /// Reads the details of the printer ("name" or "name/instance"), or of the default one, and calls `done`. A
   /// reading that is under way is dropped.
@@ -40,6 +41,7 @@ class DetailsReader {
 
  private:
   std::optional<std::string> server_;
+  AskForLogin ask_;
   // Another one for each reading.
   std::shared_ptr<void> reading_;
 };

@@ -23,12 +23,17 @@ std::string shownName(std::optional<int> job, const std::string& name) {
 
 }  // namespace
 
-Sender::Sender(std::vector<Document> documents, Report report, ShowProgress showProgress)
+Sender::Sender(std::vector<Document> documents, Report report, AskForLogin ask, ShowProgress showProgress)
     : documents_(std::make_shared<std::vector<Document>>(std::move(documents))),
       report_(std::move(report)),
+      ask_(std::move(ask)),
       showProgress_(std::move(showProgress)) {
-  if (documents_->size() == 1) fileFormats_ = formatsFor(formatOf(documents_->front().beginning()));
   for (auto& document : *documents_) document.keep();
+}
+
+void Sender::take(Document document) {
+  documents_ = std::make_shared<std::vector<Document>>();
+  documents_->push_back(std::move(document));
 }
 
 Progress Sender::makeProgress() const {
@@ -57,7 +62,8 @@ void Sender::send(const PrintRequest& request, Done done) {
       [this, request, done = std::move(done)](auto outcome) {
         finish(request, outcome);
         done(outcome);
-      });
+      },
+      ask_);
 }
 
 void Sender::save(const FileTarget& target, std::function<void(const Outcome<SavedFile>&)> done) {

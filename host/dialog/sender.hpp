@@ -24,13 +24,15 @@ class Sender {
   /// A line on how much of a document is sent, and its share of the whole; none where that is not known.
   using ShowProgress = std::function<void(const std::string&, std::optional<double>)>;
 
-  Sender(std::vector<Document> documents, Report report, ShowProgress showProgress);
+  /// Without documents until there is one. A server that wants a login gets it from `ask`.
+  Sender(std::vector<Document> documents, Report report, AskForLogin ask, ShowProgress showProgress);
 
+  [[nodiscard]] bool hasDocument() const { return !documents_->empty(); }
+  /// Sends or saves this document from now on.
+  void take(Document document);
   /// `done` gets the result or the failure. Failures are reported, too, unless the job was cancelled.
   void send(const PrintRequest& request, Done done);
-  /// The formats in which the document can be saved; none for several documents, since a file holds one.
-  [[nodiscard]] const std::vector<FileFormat>& fileFormats() const { return fileFormats_; }
-  /// The same for saving the document.
+  /// The same for saving the document, the only one.
   void save(const FileTarget& target, std::function<void(const Outcome<SavedFile>&)> done);
   /// Cancels the job that is being sent, for this reason; `done` is called when the server has answered, even
   /// so.
@@ -43,8 +45,8 @@ class Sender {
 
   // Shared with the work in the background, which may outlive the dialog.
   std::shared_ptr<std::vector<Document>> documents_;
-  std::vector<FileFormat> fileFormats_;
   Report report_;
+  AskForLogin ask_;
   ShowProgress showProgress_;
   // Why the job is cancelled; null while it is not.
   std::shared_ptr<std::atomic<const char*>> cancelled_;

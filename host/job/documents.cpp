@@ -30,6 +30,19 @@ Document::Document(const std::string& file) : place_(file), buffer_(kPiece) {
     if (!opened_) throw unreadable();
     file_ = opened_.get();
   }
+  begin();
+}
+
+Document::Document(FileDescriptor file, const std::string& name)
+    : place_(name), name_(name), opened_(fdopen(file.get(), "rb")), buffer_(kPiece) {
+  if (!opened_) throw unreadable();
+  file.release();
+  file_ = opened_.get();
+  std::rewind(file_);
+  begin();
+}
+
+void Document::begin() {
   start_ = ftello(file_);
   struct stat status {};
   if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))

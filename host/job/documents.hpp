@@ -12,6 +12,7 @@
 #include <sys/types.h>
 
 #include "host/failure.hpp"
+#include "host/file_descriptor.hpp"
 
 namespace tandemtrim::host {
 
@@ -22,6 +23,8 @@ class Document {
   /// Opens the file, or standard input for "-", and reads its beginning. Failure when it cannot be read or is
   /// empty.
   explicit Document(const std::string& file);
+  /// The same for an open file, from its beginning, under this name.
+  Document(FileDescriptor file, const std::string& name);
 
   /// The file's name without folders; "(stdin)" for standard input.
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
@@ -44,6 +47,7 @@ class Document {
     void operator()(std::FILE* file) const { std::fclose(file); }
   };
 
+  void begin();
   void fill();
   [[nodiscard]] Failure unreadable() const;
 

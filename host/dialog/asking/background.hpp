@@ -28,9 +28,6 @@ inline std::atomic<int> underWay = 0;
 /// Gives no login.
 inline std::optional<Login> nobodyToAsk(const LoginQuestion& /*question*/) { return std::nullopt; }
 
-/// Whom threads ask for logins.
-inline AskForLogin loginsInBackground = nobodyToAsk;
-
 /// The outcome of the work: its result, or the failure that it raised.
 template <class Result>
 Outcome<Result> outcomeOf(const std::function<Result()>& work) {
@@ -44,11 +41,12 @@ Outcome<Result> outcomeOf(const std::function<Result()>& work) {
 }
 
 /// Runs `work` on a thread of its own, then `done` with the outcome on the main loop, so that a silent print
-/// server never blocks the dialog. `done` does not run once `listener` is gone. A thread that cannot be
-/// started is a failure, too. Nothing waits for the work when the program ends.
+/// server never blocks the dialog; a server's question for a login goes to `ask`. `done` does not run once
+/// `listener` is gone. A thread that cannot be started is a failure, too. Nothing waits for the work when the
+/// program ends.
 template <class Result>
 void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
-                  std::function<void(Outcome<Result>)> done) {
+                  std::function<void(Outcome<Result>)> done, AskForLogin ask = nobodyToAsk) {
   const auto deliver = [listener = std::move(listener), done = std::move(done)](Outcome<Result> outcome) {
     Glib::signal_idle().connect_once(
         [listener, done, outcome = std::make_shared<Outcome<Result>>(std::move(outcome))] {
@@ -57,7 +55,7 @@ void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
   };
   ++underWay;
   try {
-    std::thread([deliver, work = std::move(work), ask = loginsInBackground] {
+    std::thread([deliver, work = std::move(work), ask = std::move(ask)] {
       answerLogins(ask);
       deliver(outcomeOf<Result>(work));
       --underWay;

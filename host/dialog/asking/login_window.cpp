@@ -9,7 +9,6 @@
 #include <gtkmm/grid.h>
 #include <gtkmm/label.h>
 
-#include "host/dialog/asking/background.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/filled_text.hpp"
 
@@ -38,15 +37,10 @@ struct LoginWindow::Answer {
   std::promise<std::optional<Login>> promise;
 };
 
-LoginWindow::LoginWindow(Gtk::Window& parent) : parent_(parent) {
-  loginsInBackground = [this, alive = std::weak_ptr<void>(alive_)](const LoginQuestion& question) {
+AskForLogin LoginWindow::ask() {
+  return [this, alive = std::weak_ptr<void>(alive_)](const LoginQuestion& question) {
     return waitForAnswer(this, alive, question);
   };
-}
-
-LoginWindow::~LoginWindow() {
-  loginsInBackground = nobodyToAsk;
-  giveUp();
 }
 
 // On a thread, so that `window` may be gone.

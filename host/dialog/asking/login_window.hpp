@@ -12,11 +12,13 @@ namespace tandemtrim::host {
 /// kept.
 class LoginWindow {
  public:
-  explicit LoginWindow(Gtk::Window& parent);
+  explicit LoginWindow(Gtk::Window& parent) : parent_(parent) {}
   LoginWindow(const LoginWindow&) = delete;
   LoginWindow& operator=(const LoginWindow&) = delete;
-  ~LoginWindow();
+  ~LoginWindow() { giveUp(); }
 
+  /// Asks from a thread, which waits for the answer; nobody answers once this object is gone.
+  [[nodiscard]] AskForLogin ask();
   /// Gives up the question that is asked, if there is one, as Cancel does.
   void giveUp();
 

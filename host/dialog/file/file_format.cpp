@@ -15,8 +15,9 @@ struct FormatRow {
   std::string_view beginning;
 };
 
-constexpr std::array<FormatRow, 2> kFormats{
-    {{FileFormat::pdf, "pdf", "PDF", "%PDF-"}, {FileFormat::postScript, "ps", "PostScript", "%!PS"}}};
+constexpr std::array<FormatRow, 3> kFormats{{{FileFormat::pdf, "pdf", "PDF", "%PDF-"},
+                                             {FileFormat::postScript, "ps", "PostScript", "%!PS"},
+                                             {FileFormat::svg, "svg", "SVG", "<?xml"}}};
 
 const FormatRow& formatRowOf(FileFormat format) {
   return *std::ranges::find(kFormats, format, &FormatRow::format);
@@ -39,7 +40,7 @@ std::vector<std::string> converter(std::optional<FileFormat> from, FileFormat to
   std::vector<std::string> command;
   if (to == FileFormat::pdf) {
     command = {"/usr/sbin/cupsfilter", "-m", "application/pdf", "%f"};
-  } else if (from == FileFormat::pdf) {
+  } else if (to == FileFormat::postScript && from == FileFormat::pdf) {
     command = {"/usr/bin/pdftops", "%f", "-"};
   }
   if (!command.empty() && access(command.front().c_str(), X_OK) != 0) command.clear();
@@ -49,6 +50,7 @@ std::vector<std::string> converter(std::optional<FileFormat> from, FileFormat to
 std::vector<FileFormat> formatsFor(std::optional<FileFormat> document) {
   std::vector<FileFormat> formats;
   for (const auto& row : kFormats) {
+    if (row.format == FileFormat::svg) continue;
     if (row.format == document || !converter(document, row.format).empty()) formats.push_back(row.format);
   }
   return formats;

@@ -8,7 +8,7 @@
 namespace tandemtrim::host {
 
 /// A format of the files that the dialog saves.
-enum class FileFormat { pdf, postScript };
+enum class FileFormat { pdf, postScript, svg };
 
 /// GTK's name of the format, which is also the ending of its files.
 const char* nameOf(FileFormat format);
@@ -22,7 +22,8 @@ std::optional<FileFormat> formatOf(std::string_view beginning);
 /// the document's file. It writes to standard output. Empty where the print system brings none along.
 std::vector<std::string> converter(std::optional<FileFormat> from, FileFormat to);
 
-/// The formats in which documents of this format can be saved on this system.
+/// The formats in which documents of this format can be saved on this system. SVG is none of them: only
+/// programs that draw their documents make it.
 std::vector<FileFormat> formatsFor(std::optional<FileFormat> document);
 
 }  // namespace tandemtrim::host

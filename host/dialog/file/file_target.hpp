@@ -8,8 +8,7 @@
 
 namespace tandemtrim::host {
 
-/// The file that GTK's tabs name, where these formats were offered. Failure, with a text for the user, when
-/// the tabs ask for less than the whole document as it is.
+/// The file that GTK's tabs name, where these formats were offered.
 FileTarget fileTargetOf(const Gtk::PrintSettings& settings, const std::vector<FileFormat>& offered);
 
 }  // namespace tandemtrim::host

@@ -18,8 +18,10 @@ TabSettings OwnTabs::settings() { return {dialog_.get_settings(), dialog_.get_pa
 void OwnTabs::refuseWrongPages() {
   auto* const entry = gtk_widget_get_template_child(GTK_WIDGET(dialog_.gobj()), GTK_TYPE_PRINT_UNIX_DIALOG,
                                                     "page_range_entry");
-  if (!GTK_IS_EDITABLE(entry) || dialog_.get_settings()->get_print_pages() != Gtk::PrintPages::RANGES) return;
+  const auto settings = dialog_.get_settings();
+  if (!GTK_IS_EDITABLE(entry) || settings->get_print_pages() != Gtk::PrintPages::RANGES) return;
   host::refuseWrongPages(gtk_editable_get_text(GTK_EDITABLE(entry)));
+  refuseNoPages(*settings);
 }
 
 // GTK's own PPD takes the paper that was shown when the printer was chosen for its default.

@@ -22,6 +22,8 @@ class OwnTabs {
   /// Overwrites `options` with the choices of the tabs for this printer; rows that still show what they
   /// showed when they were remembered are skipped. Failure for pages and times that are none.
   void addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options);
+  /// Failure for pages that are none.
+  void refuseWrongPages();
   /// Remembers the rows that show these options, before the user changes any.
   void rememberRows(const Options& options) { untouched_ = rowsShowing(settings(), options); }
   void forgetRows() { untouched_.clear(); }
@@ -39,8 +41,6 @@ class OwnTabs {
   void fitWidth();
 
  private:
-  void refuseWrongPages();
-
   Gtk::PrintUnixDialog& dialog_;
   Options untouched_;
   std::map<std::string, TabSettings> left_;

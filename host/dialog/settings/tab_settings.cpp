@@ -248,6 +248,11 @@ void refuseWrongPages(const std::string& text) {
   throw Failure(Trouble::userMessage, Fact(FactText{kWrongPagesText}, {{"[text]", shortText(text)}}));
 }
 
+void refuseNoPages(const Gtk::PrintSettings& settings) {
+  if (settings.get_print_pages() == Gtk::PrintPages::RANGES && pageRangesOf(settings).empty())
+    throw Failure(Trouble::userMessage, Fact(FactText{kNoPagesText}, {}));
+}
+
 void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize* printersPaper,
                    const Options& untouched, Options& options) {
   removeShown(options, ppd);
@@ -264,9 +269,8 @@ void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize*
   setOption(options, {"OutputOrder", settings.get_reverse() ? "Reverse" : "Normal"});
   setOption(options, {"page-set", valueOf(kPageSets, static_cast<int>(settings.get_page_set()))});
   if (settings.get_print_pages() == Gtk::PrintPages::RANGES) {
-    auto ranges = pageRangesText(pageRangesOf(settings));
-    if (ranges.empty()) throw Failure(Trouble::userMessage, Fact(FactText{kNoPagesText}, {}));
-    setOption(options, {"page-ranges", std::move(ranges)});
+    refuseNoPages(settings);
+    setOption(options, {"page-ranges", pageRangesText(pageRangesOf(settings))});
   }
 
   const auto& setup = *tabs.setup;

@@ -20,9 +20,9 @@ struct TabSettings {
 };
 
 /// GTK's keys for what is of a document, whatever printer it goes to.
-inline constexpr std::array<const char*, 5> kKeysOfTheDocument{
+inline constexpr std::array<const char*, 6> kKeysOfTheDocument{
     GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES, GTK_PRINT_SETTINGS_PAGE_SET,
-    GTK_PRINT_SETTINGS_N_COPIES, GTK_PRINT_SETTINGS_COLLATE};
+    GTK_PRINT_SETTINGS_N_COPIES,    GTK_PRINT_SETTINGS_COLLATE,     GTK_PRINT_SETTINGS_SCALE};
 
 /// The settings that the tabs show once the user changes from a printer where they show `now` to one for
 /// which `kept`, or nothing (null), is remembered. What is of the document, and what the command line asks
@@ -46,6 +46,9 @@ Options rowsShowing(const TabSettings& tabs, const Options& options);
 
 /// Failure when the entry for pages holds this text and it names none; without a text, addTabOptions() fails.
 void refuseWrongPages(const std::string& text);
+
+/// Failure when pages are to be chosen and none is.
+void refuseNoPages(const Gtk::PrintSettings& settings);
 
 /// Overwrites `options` with the choices of the tabs; rows equal to `untouched` are skipped. Failure when
 /// pages are to be chosen and none is, and for a time to print at that is none. `ppd` is null for a printer

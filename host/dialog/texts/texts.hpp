@@ -53,6 +53,12 @@ inline constexpr const char* kNotConvertedText =
 inline constexpr const char* kProtectedText =
     "The document is protected by a password and cannot be turned into [format]. Save it without the "
     "password, or save this file as PDF.";
+/// Of a document that another program has made as the dialog said.
+inline constexpr const char* kLaidOutText =
+    "The program has laid the document out already. Choose the pages, scale and orientation as they were, or "
+    "print from the program again.";
+/// The name of a document that has none.
+inline constexpr const char* kDocumentText = "Document";
 inline constexpr const char* kNoPagesText = "Type the numbers of the pages to print, or choose all pages.";
 inline constexpr const char* kWrongPagesText =
     "\"[text]\" names no pages. Type page numbers such as 1-3,5, or choose all pages.";
@@ -129,7 +135,7 @@ inline constexpr std::array kTexts{
     kRangeText,      kIllegalValueText, kSentOfText,        kSentText,          kListSeparatorText,
     kWrongPagesText, kWrongTimeText,    kTryAgainText,      kConflictText,      kPaperText,
     kSavingText,     kWholeFileText,    kNoFileText,        kNotSavedText,      kNotConvertedText,
-    kCancelJobText,  kOfJobText,        kProtectedText};
+    kCancelJobText,  kOfJobText,        kProtectedText,     kLaidOutText,       kDocumentText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

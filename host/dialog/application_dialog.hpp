@@ -1,0 +1,106 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "host/dialog/file/file_format.hpp"
+#include "host/failure.hpp"
+#include "host/file_descriptor.hpp"
+#include "host/job/options.hpp"
+#include "host/report.hpp"
+
+/// What the dialog's module exports for the service that shows the dialog to other programs.
+namespace tandemtrim::host {
+
+/// Settings or a page setup in the form in which GTK hands them to other programs: lengths in millimetres.
+using Entries = std::map<std::string, std::variant<std::string, double>>;
+
+/// What another program wants of the dialog. Nothing in it becomes an option of the printer but by the
+/// dialog's tabs, which show it.
+struct DialogRequest {
+  /// The name of the program's desktop file; empty where it is unknown.
+  std::string application;
+  std::string title;
+  /// The program's window: "x11:" with its number in hexadecimal digits, or "wayland:" with its exported
+  /// handle. Any other text is none.
+  std::string parent;
+  bool isModal = true;
+  /// The title of the button Print; empty is GTK's own.
+  std::string acceptLabel;
+  /// The formats that the program makes for a file.
+  std::vector<FileFormat> formats;
+  bool hasCurrentPage = false;
+  bool hasSelection = false;
+  /// The printer to begin with, if there is one of this name.
+  std::optional<std::string> printer;
+  /// Copies, pages, order, paper and orientation, as a job's options.
+  Options options;
+  /// In percent.
+  std::optional<double> scale;
+  /// The document's name without folders; empty where it is unknown.
+  std::string document;
+};
+
+/// What the user chose, for the program that lays the document out.
+struct DialogChoice {
+  Entries settings;
+  Entries pageSetup;
+};
+
+/// How a dialog has ended.
+enum class DialogEnd { printed, cancelled, failed };
+
+/// A print dialog for another program. Once the user has chosen how to print, the dialog is hidden with all
+/// that is set in it, until the program has laid its document out. A document that cannot be printed brings
+/// it back: the user can correct the settings and print again, or save the document.
+class ApplicationDialog {
+ public:
+  struct Events {
+    /// The user has pressed Print, and the dialog waits for the document.
+    std::function<void()> onChosen;
+    /// The dialog is closed, and may be destroyed once this returns.
+    std::function<void(DialogEnd)> onEnd;
+  };
+
+  ApplicationDialog() = default;
+  ApplicationDialog(const ApplicationDialog&) = delete;
+  ApplicationDialog& operator=(const ApplicationDialog&) = delete;
+  virtual ~ApplicationDialog() = default;
+
+  virtual void show() = 0;
+  /// Once the user has chosen.
+  [[nodiscard]] virtual DialogChoice choice() = 0;
+  /// Prints this document as the user chose, or saves it to the chosen file. Nothing more is asked unless
+  /// that fails.
+  virtual void print(FileDescriptor document) = 0;
+  /// Tells the user why there is no document, then ends.
+  virtual void fail(const Failure& failure) = 0;
+  /// The program does not wait any longer. The dialog ends without an event, unless the user has told it to
+  /// print a document: then false, and it goes on by itself until its end.
+  [[nodiscard]] virtual bool leave() = 0;
+};
+
+/// Makes a dialog, which is not shown yet: for this document, or for one that does not exist yet (a
+/// descriptor that is not open). Failure for a document that cannot be read or is empty.
+std::unique_ptr<ApplicationDialog> openDialog(const DialogRequest& request, FileDescriptor document,
+                                              const Report& report, ApplicationDialog::Events events);
+
+/// The result of openDialog(), or why it failed.
+struct OpenedDialog {
+  /// Null where it failed.
+  std::unique_ptr<ApplicationDialog> dialog;
+  std::optional<Failure> failure;
+};
+
+/// openDialog() with C linkage, in the dialog's module. To be called under the same condition as ShowDialog,
+/// from the thread of the main loop.
+using OpenDialog = void (*)(const DialogRequest& request, FileDescriptor document, const Report& report,
+                            ApplicationDialog::Events events, OpenedDialog& opened) noexcept;
+inline constexpr const char* kOpenFunction = "tandemTrimOpenDialog";
+
+}  // namespace tandemtrim::host

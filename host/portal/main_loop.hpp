@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+
+namespace tandemtrim::host {
+
+/// Runs `act` on the main loop, once what runs there now is done; from any thread.
+void onMainLoop(std::function<void()> act);
+
+/// Runs `act` on the main loop after some seconds, unless this object is destroyed before.
+class Timer {
+ public:
+  Timer() = default;
+  Timer(unsigned seconds, std::function<void()> act);
+  Timer(const Timer&) = delete;
+  Timer& operator=(const Timer&) = delete;
+  Timer(Timer&& other) noexcept;
+  Timer& operator=(Timer&& other) noexcept;
+  ~Timer();
+
+ private:
+  unsigned source_ = 0;
+};
+
+}  // namespace tandemtrim::host

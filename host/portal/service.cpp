@@ -1,0 +1,212 @@
+#include "host/portal/service.hpp"
+
+#include <utility>
+
+#include <gio/gunixfdlist.h>
+
+#include "host/dialog/module.hpp"
+#include "host/failure.hpp"
+#include "host/panel/own_module.hpp"
+#include "host/portal/arguments.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr const char* kName = "org.freedesktop.impl.portal.desktop.tandemtrim";
+constexpr const char* kPath = "/org/freedesktop/portal/desktop";
+constexpr unsigned kVersion = 4;
+constexpr const char* kPrintInterface = R"(
+<node>
+  <interface name="org.freedesktop.impl.portal.Print">
+    <method name="PreparePrint">
+      <arg type="o" name="handle" direction="in"/>
+      <arg type="s" name="app_id" direction="in"/>
+      <arg type="s" name="parent_window" direction="in"/>
+      <arg type="s" name="title" direction="in"/>
+      <arg type="a{sv}" name="settings" direction="in"/>
+      <arg type="a{sv}" name="page_setup" direction="in"/>
+      <arg type="a{sv}" name="options" direction="in"/>
+      <arg type="u" name="response" direction="out"/>
+      <arg type="a{sv}" name="results" direction="out"/>
+    </method>
+    <method name="Print">
+      <annotation name="org.gtk.GDBus.C.UnixFD" value="true"/>
+      <arg type="o" name="handle" direction="in"/>
+      <arg type="s" name="app_id" direction="in"/>
+      <arg type="s" name="parent_window" direction="in"/>
+      <arg type="s" name="title" direction="in"/>
+      <arg type="h" name="fd" direction="in"/>
+      <arg type="a{sv}" name="options" direction="in"/>
+      <arg type="u" name="response" direction="out"/>
+      <arg type="a{sv}" name="results" direction="out"/>
+    </method>
+    <property name="version" type="u" access="read"/>
+  </interface>
+</node>)";
+constexpr unsigned kIdleSeconds = 10;
+// Each is a dialog, open or hidden under its token.
+constexpr std::size_t kMostSessions = 40;
+
+using Variant = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
+
+Variant childOf(GVariant* values, gsize index) {
+  return {g_variant_get_child_value(values, index), g_variant_unref};
+}
+
+std::string textOf(GVariant* values, gsize index) {
+  return g_variant_get_string(childOf(values, index).get(), nullptr);
+}
+
+Caller callerIn(GVariant* values) { return {textOf(values, 1), textOf(values, 2), textOf(values, 3)}; }
+
+OwnModule loadModule(const std::string& name) {
+  auto module = loadOwnModule("dialog/" + name);
+  if (module.handle != nullptr) return module;
+  throw Failure("the print dialog cannot be shown: " +
+                (module.fault.empty() ? name + " is not installed" : module.fault));
+}
+
+template <class Function>
+Function exported(const OwnModule& module, const char* name) {
+  return reinterpret_cast<Function>(exportedBy(module, name));
+}
+
+// The descriptor that a message's value names; unopened where the message has none there.
+FileDescriptor descriptorOf(GDBusMethodInvocation* call, GVariant* handle) {
+  auto* const list = g_dbus_message_get_unix_fd_list(g_dbus_method_invocation_get_message(call));
+  const int index = g_variant_get_handle(handle);
+  if (list == nullptr || index < 0 || index >= g_unix_fd_list_get_length(list)) return FileDescriptor(-1);
+  return FileDescriptor(g_unix_fd_list_get(list, index, nullptr));
+}
+
+}  // namespace
+
+int Service::run() {
+  const auto name = g_bus_own_name(G_BUS_TYPE_SESSION, kName, G_BUS_NAME_OWNER_FLAGS_NONE, onBus, nullptr,
+                                   onNameLost, this, nullptr);
+  endWhenIdle();
+  g_main_loop_run(loop_);
+  sessions_.clear();
+  g_bus_unown_name(name);
+  return status_;
+}
+
+void Service::onBus(GDBusConnection* bus, const char* /*name*/, gpointer service) {
+  static auto* const node = g_dbus_node_info_new_for_xml(kPrintInterface, nullptr);
+  static const GDBusInterfaceVTable table{onCall, onProperty, nullptr, {}};
+  g_dbus_connection_set_exit_on_close(bus, FALSE);
+  g_dbus_connection_register_object(bus, kPath, node->interfaces[0], &table, service, nullptr, nullptr);
+}
+
+void Service::onNameLost(GDBusConnection* bus, const char* /*name*/, gpointer service) {
+  auto& self = *static_cast<Service*>(service);
+  self.report_(bus == nullptr || g_dbus_connection_is_closed(bus) != FALSE
+                   ? "there is no session bus; programs print without this dialog"
+                   : "another program serves " + std::string(kName));
+  self.status_ = 1;
+  g_main_loop_quit(self.loop_);
+}
+
+GVariant* Service::onProperty(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
+                              const char* /*interface*/, const char* /*property*/, GError** /*error*/,
+                              gpointer /*service*/) {
+  return g_variant_new_uint32(kVersion);
+}
+
+void Service::onCall(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
+                     const char* /*interface*/, const char* method, GVariant* values,
+                     GDBusMethodInvocation* call, gpointer service) {
+  static_cast<Service*>(service)->serve(call, method, values);
+}
+
+// What fails in here must not leave the call without an answer.
+void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVariant* values) {
+  if (sessions_.size() >= kMostSessions) {
+    report_("there are too many print dialogs at a time; the request is refused");
+    return Request(call, textOf(values, 0), [] {}).answer(Response::failed);
+  }
+  try {
+    method == "Print" ? print(call, values) : prepare(call, values);
+  } catch (const std::exception& failure) {
+    report_(failure.what());
+  }
+}
+
+void Service::prepare(GDBusMethodInvocation* call, GVariant* values) {
+  const auto caller = callerIn(values);
+  const int session = addSession(caller.application);
+  auto request = requestOf(call, values, session);
+  if (!request) return;
+  sessions_.at(session).session->prepare(
+      std::move(request),
+      prepareRequest(caller, childOf(values, 4).get(), childOf(values, 5).get(), childOf(values, 6).get()));
+}
+
+void Service::print(GDBusMethodInvocation* call, GVariant* values) {
+  const auto caller = callerIn(values);
+  const auto options = childOf(values, 5);
+  auto document = descriptorOf(call, childOf(values, 4).get());
+  const auto chosen = tokens_.take(tokenIn(options.get()), caller.application);
+  const int session = chosen ? *chosen : addSession(caller.application);
+  auto request = requestOf(call, values, session);
+  if (!request) return;
+  sessions_.at(session).session->print(std::move(request), printRequest(caller, options.get()),
+                                       std::move(document));
+}
+
+int Service::addSession(const std::string& application) {
+  idle_ = Timer();
+  const int session = ++lastSession_;
+  sessions_[session].session = std::make_unique<Session>(
+      Session::Surroundings{[this](const auto& request, auto document, auto events) {
+                              return open(request, std::move(document), std::move(events));
+                            },
+                            [this, application, session] { return tokens_.issue(application, session); },
+                            report_, [this, session] { endSession(session); }});
+  return session;
+}
+
+std::unique_ptr<Request> Service::requestOf(GDBusMethodInvocation* call, GVariant* values, int session) {
+  auto& running = sessions_.at(session);
+  const auto leave = [&session = *running.session] { session.leave(); };
+  running.client = std::make_unique<Client>(call, leave);
+  auto request = std::make_unique<Request>(call, textOf(values, 0), leave);
+  if (request->isOpen()) return request;
+  report_("another request has the handle " + textOf(values, 0));
+  endSession(session);
+  return nullptr;
+}
+
+// It may be its dialog that says so.
+void Service::endSession(int session) {
+  tokens_.forget(session);
+  onMainLoop([this, session] {
+    sessions_.erase(session);
+    if (sessions_.empty()) endWhenIdle();
+  });
+}
+
+void Service::endWhenIdle() {
+  idle_ = Timer(kIdleSeconds, [this] { g_main_loop_quit(loop_); });
+}
+
+// The toolkit is started once only, also where it finds no screen.
+void Service::load() {
+  try {
+    if (!exported<StartToolkit>(loadModule("tandem-trim-toolkit"), kStartFunction)(nullptr))
+      throw Failure("there is no screen to show the print dialog on");
+    openDialog_ = exported<OpenDialog>(loadModule("tandem-trim-dialog"), kOpenFunction);
+  } catch (const Failure& failure) {
+    noDialog_ = failure;
+  }
+}
+
+OpenedDialog Service::open(const DialogRequest& request, FileDescriptor document,
+                           ApplicationDialog::Events events) {
+  if (openDialog_ == nullptr && !noDialog_) load();
+  OpenedDialog opened{nullptr, noDialog_};
+  if (!noDialog_) openDialog_(request, std::move(document), report_, std::move(events), opened);
+  return opened;
+}
+
+}  // namespace tandemtrim::host

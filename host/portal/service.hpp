@@ -1,0 +1,68 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <gio/gio.h>
+
+#include "host/dialog/application_dialog.hpp"
+#include "host/portal/client.hpp"
+#include "host/portal/main_loop.hpp"
+#include "host/portal/session.hpp"
+#include "host/portal/tokens.hpp"
+#include "host/report.hpp"
+
+namespace tandemtrim::host {
+
+/// The print backend of the desktop's portal: it has a name on the session bus and shows the print dialog to
+/// the programs that ask the portal for one.
+class Service {
+ public:
+  explicit Service(Report report) : report_(std::move(report)) {}
+  Service(const Service&) = delete;
+  Service& operator=(const Service&) = delete;
+
+  /// Serves until there has been nothing to do for some seconds, or the bus is gone. The exit status.
+  int run();
+
+ private:
+  static void onBus(GDBusConnection* bus, const char* name, gpointer service);
+  static void onNameLost(GDBusConnection* bus, const char* name, gpointer service);
+  static void onCall(GDBusConnection* bus, const char* sender, const char* path, const char* interface,
+                     const char* method, GVariant* values, GDBusMethodInvocation* call, gpointer service);
+  static GVariant* onProperty(GDBusConnection* bus, const char* sender, const char* path,
+                              const char* interface, const char* property, GError** error, gpointer service);
+
+  void serve(GDBusMethodInvocation* call, const std::string& method, GVariant* values);
+  void prepare(GDBusMethodInvocation* call, GVariant* values);
+  void print(GDBusMethodInvocation* call, GVariant* values);
+  // A new session for the program.
+  int addSession(const std::string& application);
+  // The call's request, taken back when its caller does so or leaves; null where it is answered already.
+  std::unique_ptr<Request> requestOf(GDBusMethodInvocation* call, GVariant* values, int session);
+  void endSession(int session);
+  void endWhenIdle();
+  // Starts the toolkit and finds the dialog, or why there is none.
+  void load();
+  OpenedDialog open(const DialogRequest& request, FileDescriptor document, ApplicationDialog::Events events);
+
+  struct Running {
+    std::unique_ptr<Session> session;
+    std::unique_ptr<Client> client;
+  };
+
+  const Report report_;
+  GMainLoop* const loop_ = g_main_loop_new(nullptr, FALSE);
+  std::map<int, Running> sessions_;
+  int lastSession_ = 0;
+  Tokens tokens_;
+  Timer idle_;
+  // Both are empty until the first request.
+  OpenDialog openDialog_ = nullptr;
+  std::optional<Failure> noDialog_;
+  int status_ = 0;
+};
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,93 @@
+#include "host/portal/session.hpp"
+
+#include <utility>
+
+#include "host/portal/arguments.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr unsigned kLifeOfToken = 3600;  // seconds
+
+}  // namespace
+
+std::optional<Failure> Session::open(const DialogRequest& asked, FileDescriptor document) {
+  auto opened =
+      surroundings_.open(asked, std::move(document),
+                         {[this] { onChosen(); }, [this](DialogEnd dialogEnd) { onDialogEnd(dialogEnd); }});
+  dialog_ = std::move(opened.dialog);
+  return opened.failure;
+}
+
+void Session::prepare(std::unique_ptr<Request> request, const DialogRequest& asked) {
+  request_ = std::move(request);
+  if (const auto failure = open(asked, FileDescriptor(-1))) {
+    surroundings_.report(failure->what());
+    return end(Response::failed);
+  }
+  dialog_->show();
+}
+
+void Session::onChosen() {
+  const auto choice = dialog_->choice();
+  GVariantBuilder results;
+  g_variant_builder_init(&results, G_VARIANT_TYPE_VARDICT);
+  g_variant_builder_add(&results, "{sv}", "settings", dictionaryOf(choice.settings));
+  g_variant_builder_add(&results, "{sv}", "page-setup", dictionaryOf(choice.pageSetup));
+  g_variant_builder_add(&results, "{sv}", "token", g_variant_new_uint32(surroundings_.issueToken()));
+  timeOfToken_ = std::make_unique<Timer>(kLifeOfToken, [this] { end(Response::failed); });
+  request_->answer(Response::done, g_variant_builder_end(&results));
+  request_.reset();
+}
+
+void Session::print(std::unique_ptr<Request> request, const DialogRequest& asked, FileDescriptor document) {
+  timeOfToken_.reset();
+  request_ = std::move(request);
+  copy_ = std::make_unique<DocumentCopy>(
+      std::move(document), [this, asked](FileDescriptor copy, const std::optional<Failure>& failure) {
+        onCopied(asked, std::move(copy), failure);
+      });
+}
+
+void Session::onCopied(const DialogRequest& asked, FileDescriptor document,
+                       const std::optional<Failure>& failure) {
+  copy_.reset();
+  if (failure) return fail(asked, *failure);
+  if (dialog_) return dialog_->print(std::move(document));
+  if (const auto unusable = open(asked, std::move(document))) return fail(asked, *unusable);
+  dialog_->show();
+}
+
+// Programs do not show why a document is not printed.
+void Session::fail(const DialogRequest& asked, const Failure& failure) {
+  surroundings_.report(failure.what());
+  if (!dialog_ && open(asked, FileDescriptor(-1))) return end(Response::failed);
+  if (request_) request_->answer(Response::failed);
+  dialog_->fail(failure);
+}
+
+void Session::onDialogEnd(DialogEnd dialogEnd) {
+  switch (dialogEnd) {
+    case DialogEnd::printed:
+      return end(Response::done);
+    case DialogEnd::cancelled:
+      return end(Response::cancelled);
+    case DialogEnd::failed:
+      return end(Response::failed);
+  }
+}
+
+// What the user has told the dialog to print is printed without the program, too.
+void Session::leave() {
+  if (request_) request_->answer(Response::failed);
+  if (dialog_ && !copy_ && !dialog_->leave()) return;
+  end(Response::failed);
+}
+
+void Session::end(Response response) {
+  if (request_) request_->answer(response);
+  copy_.reset();
+  surroundings_.onEnd();
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "host/dialog/application_dialog.hpp"
+#include "host/portal/document_copy.hpp"
+#include "host/portal/main_loop.hpp"
+#include "host/portal/request.hpp"
+
+namespace tandemtrim::host {
+
+/// One print of a program, from its first request until the dialog's end.
+class Session {
+ public:
+  struct Surroundings {
+    std::function<OpenedDialog(const DialogRequest&, FileDescriptor, ApplicationDialog::Events)> open;
+    /// A token by which the program comes back to this session.
+    std::function<std::uint32_t()> issueToken;
+    Report report;
+    /// There is nothing more to do; the session may be destroyed once this returns.
+    std::function<void()> onEnd;
+  };
+
+  explicit Session(Surroundings surroundings) : surroundings_(std::move(surroundings)) {}
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  /// Shows the dialog and answers with the user's choice and a token.
+  void prepare(std::unique_ptr<Request> request, const DialogRequest& asked);
+  /// Prints the document: as the user chose, or as the user chooses in a dialog for this document.
+  void print(std::unique_ptr<Request> request, const DialogRequest& asked, FileDescriptor document);
+  /// The program takes back its request, or has gone.
+  void leave();
+
+ private:
+  // Makes the dialog; the failure where that is not possible.
+  std::optional<Failure> open(const DialogRequest& asked, FileDescriptor document);
+  void onChosen();
+  void onDialogEnd(DialogEnd end);
+  void onCopied(const DialogRequest& asked, FileDescriptor document, const std::optional<Failure>& failure);
+  void fail(const DialogRequest& asked, const Failure& failure);
+  void end(Response response);
+
+  const Surroundings surroundings_;
+  std::unique_ptr<ApplicationDialog> dialog_;
+  std::unique_ptr<DocumentCopy> copy_;
+  // The one that waits for an answer; null while none does.
+  std::unique_ptr<Request> request_;
+  // Runs as long as the program's token counts.
+  std::unique_ptr<Timer> timeOfToken_;
+};
+
+}  // namespace tandemtrim::host

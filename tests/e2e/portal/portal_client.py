@@ -1,0 +1,170 @@
+"""A program that asks the print backend for a dialog, without a portal between: it can send what no portal sends."""
+
+import itertools
+import os
+import subprocess
+
+import hands
+import patience
+from dialog_case import DialogCase, PrintDialog, until
+from gi.repository import Gio, GLib
+from screen_reader import Program
+from surroundings import SCREEN, of_this_test
+from terminal_case import BUILD, SAMPLE, complaints
+
+SERVICE = BUILD / "host/tandem-trim-portal"
+NAME = "org.freedesktop.impl.portal.desktop.tandemtrim"
+PLACE = "/org/freedesktop/portal/desktop"
+PRINT = "org.freedesktop.impl.portal.Print"
+REQUEST = "org.freedesktop.impl.portal.Request"
+DONE, CANCELLED, FAILED = 0, 1, 2
+BUS = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
+_numbers = itertools.count(1)
+
+
+def texts(**entries):
+    """Settings as programs hand them over."""
+    return {key.replace("_", "-"): GLib.Variant("s", value) for key, value in entries.items()}
+
+
+class Call:
+    """A call of the backend, which is answered some time."""
+
+    def __init__(self, client, handle):
+        self.client = client
+        self.handle = handle
+        self.result = None
+
+    def take(self, bus, result):
+        try:
+            self.result = bus.call_with_unix_fd_list_finish(result)[0].unpack()
+        except GLib.Error as error:
+            self.result = error
+
+    def is_answered(self):
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return self.result is not None
+
+    def answer(self):
+        """The response and the results; what the bus says where there is none."""
+        patience.until(self.is_answered, "an answer of the backend")
+        return self.result
+
+    def close(self):
+        """Takes the call back, which the backend answers at once."""
+        self.client.ask(NAME, self.handle, REQUEST, "Close")
+
+
+class Client:
+    """A program on the bus."""
+
+    def __init__(self, application=""):
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        self.bus = Gio.DBusConnection.new_for_address_sync(os.environ["DBUS_SESSION_BUS_ADDRESS"], flags, None, None)
+        self.application = application
+
+    def ask(self, place, path, interface, method, values=None):
+        """What a method gives at once."""
+        answer = self.bus.call_sync(place, path, interface, method, values, None, 0, patience.PATIENCE * 1000, None)
+        return answer.unpack()
+
+    def call(self, method, kinds, values, handle=None, files=()):
+        """Calls a method of the backend, with these open files handed over."""
+        call = Call(self, handle or f"{PLACE}/request/test/{next(_numbers)}")
+        descriptors = Gio.UnixFDList.new()
+        for file in files:
+            descriptors.append(file)
+        whole = GLib.Variant(f"(o{kinds})", (call.handle, *values))
+        self.bus.call_with_unix_fd_list(NAME, PLACE, PRINT, method, whole, None, 0, -1, descriptors, None, call.take)
+        return call
+
+    def prepare(self, settings=None, page_setup=None, title="Print", parent="", handle=None, **options):
+        values = (self.application, parent, title, settings or {}, page_setup or {}, options)
+        return self.call("PreparePrint", "sssa{sv}a{sv}a{sv}", values, handle)
+
+    def print(self, document=SAMPLE, token=None, title="Print", **options):
+        """Prints a file, or what comes from an open descriptor."""
+        if token is not None:
+            options["token"] = GLib.Variant("u", token)
+        file = document if isinstance(document, int) else os.open(document, os.O_RDONLY)
+        try:
+            return self.call("Print", "sssha{sv}", (self.application, "", title, 0, options), files=[file])
+        finally:
+            if file is not document:
+                os.close(file)
+
+    def leave(self):
+        """Is gone from the bus."""
+        self.bus.close_sync(None)
+
+
+class Shown(PrintDialog):
+    """A dialog of the backend, with a user before it."""
+
+    def __init__(self, process, title):
+        self.process = process
+        self.hands = hands.of_this_screen()
+        self.title = title
+        self.program = until(lambda: Program.of_process(process.pid), "the backend on the accessibility bus")
+        self.window = until(lambda: next((window for window in self.program.windows() if window.name == title), None), f"the dialog {title!r}")
+
+    def is_gone(self):
+        return all(window.name != self.title for window in self.program.windows())
+
+
+class PortalCase(DialogCase):
+    """Each test has a backend and a server of its own."""
+
+    def setUp(self):
+        super().setUp()
+        self.run_command("lpoptions", "-d", "Morva")
+        self.process = None
+        self.client = Client()
+
+    def tearDown(self):
+        if self.process is not None:
+            self.end_backend()
+
+    def start(self, **variables):
+        """Starts the backend, as the bus does."""
+        environment = self.environment(**of_this_test(SCREEN)) | variables
+        quiet = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL}
+        self.process = subprocess.Popen([SERVICE], env=environment, stderr=subprocess.PIPE, text=True, **quiet)
+        patience.until(self.has_name, "the backend's name on the bus")
+
+    def has_name(self):
+        return self.client.ask(*BUS, "NameHasOwner", GLib.Variant("(s)", [NAME]))[0]
+
+    def end_backend(self):
+        """Ends the backend; the toolkit must have had nothing to complain of. Gives what it said."""
+        process, self.process = self.process, None
+        process.terminate()
+        said = process.communicate(timeout=patience.PATIENCE)[1]
+        patience.until(lambda: not self.has_name(), "the backend's name to go")
+        self.assertEqual(complaints(said), [])
+        return said
+
+    def shown(self, title="Print"):
+        """The dialog of this title, with its printer's details."""
+        dialog = Shown(self.process, title)
+        dialog.wait_for_tab("Tandem Trim")
+        until(lambda: dialog.is_live("spin button", "Copies"), "the printer")
+        return dialog
+
+    def chosen(self, **arguments):
+        """What a program gets whose user presses Print at once: settings, page setup, token."""
+        call = self.client.prepare(**arguments)
+        self.shown().press("Print")
+        return self.results_of(call)
+
+    def results_of(self, call):
+        response, results = call.answer()
+        self.assertEqual(response, DONE)
+        return results["settings"], results["page-setup"], results["token"]
+
+    def job(self):
+        """The record of the only job."""
+        self.cups.wait_for_jobs()
+        (record,) = self.cups.records()
+        return record

@@ -1,0 +1,153 @@
+#include "host/portal/document_copy.hpp"
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+
+#include <fcntl.h>
+#include <glib.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "tests/support/temporary_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using testing::HasSubstr;
+
+class CopiedDocument : public testing::Test {
+ protected:
+  struct Result {
+    std::string content;
+    std::string failure;
+    bool isCopied = false;
+  };
+
+  // Runs the main loop until the copy is there, or the reason for none.
+  static Result copyOf(int document) {
+    Result result;
+    bool isDone = false;
+    const DocumentCopy copy(FileDescriptor(document),
+                            [&](const FileDescriptor& file, const std::optional<Failure>& failure) {
+                              isDone = true;
+                              result.isCopied = file.isOpen();
+                              if (failure) result.failure = failure->what();
+                              if (file.isOpen()) result.content = contentOf(file.get());
+                            });
+    while (!isDone) g_main_context_iteration(nullptr, TRUE);
+    return result;
+  }
+
+  static std::string contentOf(int file) {
+    std::string content(static_cast<std::size_t>(lseek(file, 0, SEEK_END)), '\0');
+    EXPECT_EQ(pread(file, content.data(), content.size(), 0), static_cast<ssize_t>(content.size()));
+    return content;
+  }
+
+  std::string write(const std::string& content) { return folder.write("document", content); }
+
+  test::TemporaryFolder folder;
+};
+
+TEST_F(CopiedDocument, IsTheWholeFileWhereverItWasReadTo) {
+  const std::string content(600'000, 'x');
+  const int file = open(write(content).c_str(), O_RDONLY);
+  lseek(file, 100, SEEK_SET);
+  EXPECT_EQ(copyOf(file).content, content);
+}
+
+TEST_F(CopiedDocument, IsAllThatComesThroughAPipe) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  ASSERT_EQ(::write(ends[1], "two ", 4), 4);
+  ASSERT_EQ(::write(ends[1], "pieces", 6), 6);
+  close(ends[1]);
+  EXPECT_EQ(copyOf(ends[0]).content, "two pieces");
+}
+
+TEST_F(CopiedDocument, StaysAsItIsWhenTheProgramChangesItsFile) {
+  const auto path = write("before");
+  std::string content;
+  bool isDone = false;
+  FileDescriptor kept(-1);
+  const DocumentCopy copy(FileDescriptor(open(path.c_str(), O_RDONLY)),
+                          [&](FileDescriptor file, const auto&) {
+                            kept = std::move(file);
+                            isDone = true;
+                          });
+  while (!isDone) g_main_context_iteration(nullptr, TRUE);
+  write("afterwards");
+  EXPECT_EQ(contentOf(kept.get()), "before");
+}
+
+TEST_F(CopiedDocument, LeavesNoFileBehindEvenWhileItIsThere) {
+  const auto before = g_get_tmp_dir() + std::string("/");
+  const auto count = [&] {
+    return std::distance(std::filesystem::directory_iterator(before), std::filesystem::directory_iterator());
+  };
+  const auto path = write("content");
+  const auto files = count();
+  bool isDone = false;
+  FileDescriptor kept(-1);
+  const DocumentCopy copy(FileDescriptor(open(path.c_str(), O_RDONLY)),
+                          [&](FileDescriptor file, const auto&) {
+                            kept = std::move(file);
+                            isDone = true;
+                          });
+  while (!isDone) g_main_context_iteration(nullptr, TRUE);
+  EXPECT_TRUE(kept.isOpen());
+  EXPECT_EQ(count(), files);
+}
+
+TEST_F(CopiedDocument, CannotBeAnythingButAFileOrAPipe) {
+  int ends[2];
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+  close(ends[1]);
+  for (const int other :
+       {open("/", O_RDONLY), open("/dev/zero", O_RDONLY), ends[0], open("/dev/null", O_RDONLY)}) {
+    const auto result = copyOf(other);
+    EXPECT_FALSE(result.isCopied);
+    EXPECT_THAT(result.failure, HasSubstr("neither a file nor a pipe"));
+  }
+}
+
+TEST_F(CopiedDocument, CannotBeADescriptorThatIsNotOpenOrNotToBeRead) {
+  EXPECT_THAT(copyOf(-1).failure, HasSubstr("cannot be read"));
+  EXPECT_THAT(copyOf(open(write("content").c_str(), O_WRONLY)).failure, HasSubstr("cannot be read"));
+}
+
+TEST_F(CopiedDocument, IsRefusedWhereItDoesNotFit) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const int file = open(write(std::string(600'000, 'x')).c_str(), O_RDONLY);
+  const rlimit small{300'000, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  const auto result = copyOf(file);
+  setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_FALSE(result.isCopied);
+  EXPECT_THAT(result.failure, HasSubstr("cannot be kept until it is printed"));
+}
+
+// Whether the writing end of the pipe has lost its reader.
+bool isDeserted(int pipe) { return ::write(pipe, "x", 1) < 0 && errno == EPIPE; }
+
+TEST_F(CopiedDocument, OfAPipeWithoutAnEndIsGivenUpWithTheObject) {
+  std::signal(SIGPIPE, SIG_IGN);
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+  bool isTold = false;
+  {
+    const DocumentCopy copy(FileDescriptor{ends[0]}, [&](const auto&, const auto&) { isTold = true; });
+    ASSERT_EQ(::write(ends[1], "endless", 7), 7);
+  }
+  while (!isDeserted(ends[1])) g_main_context_iteration(nullptr, FALSE);
+  EXPECT_FALSE(isTold);
+  close(ends[1]);
+}
+
+}  // namespace
+}  // namespace tandemtrim::host
