@@ -13,8 +13,8 @@ package='dpkg-dev file lintian fakeroot fonts-dejavu-core'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fonts-cantarell fonts-noto-core'
 # A Wayland compositor that needs no screen, and keys for it.
 tests+=' sway wtype'
-# The desktop portal.
-tests+=' xdg-desktop-portal'
+# The desktop portal, and editors that print by it: one of GTK 4, one of GTK 3.
+tests+=' xdg-desktop-portal gnome-text-editor mousepad'
 # The shells that complete command lines.
 tests+=' bash-completion zsh fish'
 # The bundle for macOS, built on GNUstep where there is no Mac.

@@ -97,7 +97,7 @@ Lines carriedOver(const PortalPlaces& places) {
   const auto hidden = systemSettings(places);
   for (const auto& entry :
        hidden ? entriesOf(*hidden).value_or(std::vector<Entry>{}) : std::vector<Entry>{}) {
-    if (entry.group == kPreferred && entry.key != kPrintPart) lines.push_back(entry.key + '=' + entry.value);
+    if (entry.group == kPreferred) lines.push_back(entry.key + '=' + entry.value);
   }
   if (!lines.empty()) lines.insert(lines.begin(), "# From " + plainText(hidden->string()) + ':');
   return lines;

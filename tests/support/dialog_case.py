@@ -31,7 +31,16 @@ def meant(node):
     return half if name == f"{half} {half}" else name
 
 
+def of_pages(options):
+    """Those of the options that the dialog's own pages are for."""
+    return {keyword: value for keyword, value in options.items() if keyword in PAGES}
+
+
 INSIDE = 12  # pixels
+# The name of the entry for page ranges, and the options that the dialog's own pages are for.
+RANGES = "Specify one or more page ranges"
+PAGES = ("PageSize", "media", "orientation-requested", "landscape", "OutputOrder", "Collate", "number-up", "page-set")
+PAGES += ("number-up-layout", "page-ranges", "copies", "Duplex", "sides")
 # What "entry" stands for: where a user types.
 ENTRIES = {"text", "spin button"}
 

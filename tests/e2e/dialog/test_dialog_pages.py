@@ -3,13 +3,10 @@
 import stat
 import unittest
 
-from dialog_case import DialogCase, until
+from dialog_case import RANGES, DialogCase, of_pages, until
 from screen_reader import FOCUSED
 from terminal_case import DEFAULTS, MARGINS, PPD, SMALLER, of_panel
 
-RANGES = "Specify one or more page ranges"
-PAGES = ("PageSize", "media", "orientation-requested", "landscape", "OutputOrder", "Collate", "number-up", "page-set")
-PAGES += ("number-up-layout", "page-ranges", "copies", "Duplex", "sides")
 DUPLEX = """\
 *OpenUI *Duplex/Two-Sided: PickOne
 *OrderDependency: 15 AnySetup *Duplex
@@ -31,11 +28,6 @@ GLUE = """\
 *CloseUI: *Glue
 
 *OpenGroup: TandemTrim"""
-
-
-def of_pages(options):
-    """Those of the options that the dialog's own pages are for."""
-    return {keyword: value for keyword, value in options.items() if keyword in PAGES}
 
 
 class DialogPagesTest(DialogCase):

@@ -1,9 +1,8 @@
 #!/usr/bin/python3
-"""Stands in for services of the session bus that Debian 12 does not have, as the bus starts them: stand_in.py portal|backend
+"""Stands in for a desktop portal that has settings files (portals.conf), which that of Debian 12 has not.
 
-The portal is one that has settings files (portals.conf). It goes by their documentation: when it starts, it takes the first file of those
-that there may be, and the backend that this names for each part. It notes its choices in the file that STAND_IN_CHOICES names, and can
-print when the backend for printing answers.
+It goes by their documentation: when the bus starts it, it takes the first file of those that there may be, and the backend that this names
+for each part. It notes its choices in the file that STAND_IN_CHOICES names, and can print when the backend for printing answers.
 """
 
 import json
@@ -19,7 +18,8 @@ from gi.repository import Gio, GLib  # noqa: E402
 PATH = "/org/freedesktop/portal/desktop"
 IMPL = "org.freedesktop.impl.portal"
 PARTS = ("Print", "FileChooser", "Settings")
-PROPERTY = "<node><interface name='{}'><property name='version' type='u' access='read'/></interface></node>"
+PORTAL = "org.freedesktop.portal.Desktop"
+PRINTING = "<node><interface name='org.freedesktop.portal.Print'><property name='version' type='u' access='read'/></interface></node>"
 
 
 def settings_files():
@@ -62,31 +62,18 @@ def answers(connection, service):
     return True
 
 
-def export(connection, interface):
-    (described,) = Gio.DBusNodeInfo.new_for_xml(PROPERTY.format(interface)).interfaces
-    connection.register_object(PATH, described, None, lambda *_: GLib.Variant("u", 1), None)
-
-
-def portal(connection):
-    choices = chosen()
-    pathlib.Path(os.environ["STAND_IN_CHOICES"]).write_text(json.dumps(choices), encoding="utf-8")
-    if choices["Print"] and answers(connection, f"{IMPL}.desktop.{choices['Print']}"):
-        export(connection, "org.freedesktop.portal.Print")
-
-
 def main():
     if "--version" in sys.argv:
         print(f"xdg-desktop-portal {os.environ['STAND_IN_VERSION']}")
         return
     connection = Gio.bus_get_sync(Gio.BusType.SESSION)
-    if sys.argv[1] == "portal":
-        name = "org.freedesktop.portal.Desktop"
-        portal(connection)
-    else:
-        name = f"{IMPL}.desktop.tandemtrim"
-        export(connection, f"{IMPL}.Print")
+    choices = chosen()
+    pathlib.Path(os.environ["STAND_IN_CHOICES"]).write_text(json.dumps(choices), encoding="utf-8")
+    if choices["Print"] and answers(connection, f"{IMPL}.desktop.{choices['Print']}"):
+        (printing,) = Gio.DBusNodeInfo.new_for_xml(PRINTING).interfaces
+        connection.register_object(PATH, printing, None, lambda *_: GLib.Variant("u", 1), None)
     loop = GLib.MainLoop()
-    Gio.bus_own_name_on_connection(connection, name, Gio.BusNameOwnerFlags.NONE, None, lambda *_: loop.quit())
+    Gio.bus_own_name_on_connection(connection, PORTAL, Gio.BusNameOwnerFlags.NONE, None, lambda *_: loop.quit())
     loop.run()
 
 

@@ -1,6 +1,6 @@
 """tandem-trim --applications: the desktop portal's settings, as it is switched on and off and looked at.
 
-The portal of Debian 12 has no settings files. One that has is stood in for, and so is the print backend: see stand_in.py.
+The portal of Debian 12 has no settings files. One that has is stood in for: see stand_in.py. The print backend is the real one.
 """
 
 import contextlib
@@ -12,7 +12,7 @@ import subprocess
 import unittest
 
 import surroundings
-from terminal_case import PROGRAM, TerminalCase
+from terminal_case import BUILD, PROGRAM, TerminalCase
 
 STAND_IN = pathlib.Path(__file__).with_name("stand_in.py")
 REAL_PORTAL = "/usr/libexec/xdg-desktop-portal"
@@ -38,7 +38,7 @@ class SwitchingTest(TerminalCase):
         self.version = "1.22.0"
         self.desktop = "Special:GNOME"
         self.more = {}
-        self.add_service(PORTAL, STAND_IN, "portal")
+        self.add_service(PORTAL, STAND_IN)
         self.add_backend()
 
     def environment(self, **more):
@@ -63,7 +63,7 @@ class SwitchingTest(TerminalCase):
     def add_backend(self, folder="data/xdg-desktop-portal/portals"):
         (self.folder / folder).mkdir(parents=True)
         (self.folder / folder / "tandemtrim.portal").write_text(f"[portal]\nDBusName={BACKEND}\nInterfaces={PRINT};\nUseIn=TandemTrim;\n")
-        self.add_service(BACKEND, STAND_IN, "backend")
+        self.add_service(BACKEND, BUILD / "host/tandem-trim-portal")
 
     def desktop_says(self, text, name="gnome-portals.conf"):
         file = self.folder / "share/xdg-desktop-portal" / name
@@ -237,6 +237,16 @@ class SwitchingTest(TerminalCase):
         self.does(*ON)
         with self.session():
             self.does(*STATUS)
+
+    def test_the_settings_are_where_the_portal_that_runs_reads_them(self):
+        self.more = {"XDG_CONFIG_HOME": str(self.folder / "elsewhere")}
+        with self.session():
+            self.fails(*STATUS, words=["switch by"])  # Starts the portal.
+            self.more = {}
+            self.assertIn(str(self.folder / "elsewhere/xdg-desktop-portal/portals.conf"), self.does(*ON, notes=["restart"]))
+            self.fails(*STATUS, words=["started before its settings changed"])
+            self.does(*OFF, notes=["restart"])
+        self.assertEqual(list((self.folder / "elsewhere").rglob("*")), [])
 
     def test_without_a_session_there_is_no_bus_to_ask(self):
         self.does(*ON)

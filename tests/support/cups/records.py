@@ -17,6 +17,7 @@ class Record:
     options: dict  # keyword to value in their order, switches as "true" and "false"
     sha256: str
     size: int
+    document: str  # the file with what was received; empty for a document of more than a megabyte
 
 
 def parse_options(text):

@@ -1,0 +1,219 @@
+"""What the tests of printing from other programs have in common: Debian's desktop portal with this print backend, and editors that print by it.
+
+The portal and the backend run on the test's own session bus and screen. The portal has a folder of backends of its own, in which ours is
+the only one, so that it takes it whatever the machine has installed.
+"""
+
+import contextlib
+import ctypes
+import os
+import pathlib
+import re
+import shutil
+import signal
+import subprocess
+
+import dbus
+import hands
+import surroundings
+from dialog_case import DialogCase, PrintDialog, until
+from screen_reader import Program
+from terminal_case import BUILD, PROJECT, complaints
+
+PORTAL = "/usr/libexec/xdg-desktop-portal"
+BACKEND = BUILD / "host/tandem-trim-portal"
+PORTAL_NAME = "org.freedesktop.portal.Desktop"
+BACKEND_NAME = "org.freedesktop.impl.portal.desktop.tandemtrim"
+# Editors by their toolkit: the command, and the variable that sends it to the portal.
+EDITORS = {
+    "GTK 4": (["gnome-text-editor", "--standalone"], {"GDK_DEBUG": "gl-disable,portals"}),
+    "GTK 3": (["mousepad", "--disable-server"], {"GTK_USE_PORTAL": "1"}),
+}
+
+
+def bus():
+    session = dbus.SessionBus()
+    return dbus.Interface(session.get_object(dbus.BUS_DAEMON_NAME, dbus.BUS_DAEMON_PATH), dbus.BUS_DAEMON_IFACE)
+
+
+def process_of(name):
+    """The process that has this name on the session bus, or none."""
+    try:
+        return int(bus().GetConnectionUnixProcessID(name))
+    except dbus.DBusException:
+        return None
+
+
+def parent_window(window):
+    """The window of X for which this one says that it is a dialog, or 0."""
+    x = ctypes.CDLL("libX11.so.6")
+    x.XOpenDisplay.restype = ctypes.c_void_p
+    display = ctypes.c_void_p(x.XOpenDisplay(None))
+    parent = ctypes.c_ulong(0)
+    x.XGetTransientForHint(display, ctypes.c_ulong(window), ctypes.byref(parent))
+    x.XCloseDisplay(display)
+    return parent.value
+
+
+def windows_of(pid):
+    """The windows that a process shows on the screen of X, by their numbers."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(pid)], capture_output=True, text=True, check=False)
+    return [int(number) for number in found.stdout.split()]
+
+
+class Editor:
+    """A foreign program that shows a text, as its user has it in front. On the screen of X."""
+
+    def __init__(self, command, environment, document):
+        self.document = document
+        self.process = subprocess.Popen([*command, document], env=environment, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+        (self.window,) = until(lambda: windows_of(self.process.pid), "the editor's window")[:1]
+        until(lambda: document.name in self.title(), "the document in the editor")
+        self.hands = hands.of_this_screen()
+
+    def title(self):
+        return subprocess.run(["xdotool", "getwindowname", str(self.window)], capture_output=True, text=True, check=True).stdout.strip()
+
+    def _goes_into_the_text(self):
+        words = subprocess.run(["xdotool", "getwindowgeometry", "--shell", str(self.window)], capture_output=True, text=True, check=True).stdout
+        place = {name: int(value) for name, value in re.findall(r"(\w+)=(-?\d+)", words)}
+        self.hands.click(place["X"] + place["WIDTH"] // 2, place["Y"] + place["HEIGHT"] * 3 // 4)
+
+    def press_print(self):
+        self._goes_into_the_text()
+        self.hands.press("ctrl+p")
+
+    def type(self, *keys):
+        self._goes_into_the_text()
+        self.hands.press(*keys)
+
+    def save(self):
+        self.hands.press("ctrl+s")
+
+    def close(self):
+        if self.process.returncode is None:
+            self.process.terminate()
+            self.process.communicate()
+
+
+class ShownDialog(PrintDialog):
+    """The dialog that the print backend shows now."""
+
+    def __init__(self):
+        self.hands = hands.of_this_screen()
+        self.pid = self.program = None
+        until(self._comes, "the print dialog")
+        self.window = self.program.windows()[-1]
+
+    def _comes(self):
+        # The backend may end while it has nothing to do, and another one is started then.
+        self.pid = process_of(BACKEND_NAME)
+        self.program = self.pid and Program.of_process(self.pid)
+        return self.program and self.look("push button", "Print")
+
+    def is_there(self):
+        try:
+            return self.look("push button", "Print") is not None
+        except dbus.DBusException:
+            return False
+
+    def goes(self):
+        """Waits until it shows no more."""
+        until(lambda: not self.is_there(), "the end of the dialog")
+
+
+class PortalSession:
+    """The portal and the backend on the session bus, with files of theirs in a new folder; between `with` and its end."""
+
+    def __init__(self, folder, environment):
+        """`environment` is that of a program on this screen that prints at a server."""
+        self.folder = folder
+        self.log = folder / "backend.log"
+        self.environment = environment
+        self._portal = None
+
+    def __enter__(self):
+        portals = self.folder / "portals"
+        portals.mkdir()
+        shutil.copy(PROJECT / "packaging/portal/tandemtrim.portal", portals)
+        self.log.touch()
+        of_portal = self.environment | {"XDG_DESKTOP_PORTAL_DIR": str(portals)}
+        bus().UpdateActivationEnvironment(of_portal)
+        self._let_the_bus_start_the_backend()
+        quiet = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.DEVNULL)
+        self._portal = subprocess.Popen([PORTAL], env=of_portal, **quiet)
+        until(lambda: bus().NameHasOwner(PORTAL_NAME), "the portal")
+        return self
+
+    def _let_the_bus_start_the_backend(self):
+        services = pathlib.Path(os.environ["XDG_RUNTIME_DIR"], "dbus-1/services")
+        services.mkdir(parents=True, exist_ok=True)
+        script = self.folder / "backend"
+        script.write_text(f'#!/bin/sh\ncd "{self.folder}" && exec "{BACKEND}" 2>>"{self.log}"\n')
+        script.chmod(0o755)
+        (services / f"{BACKEND_NAME}.service").write_text(f"[D-BUS Service]\nName={BACKEND_NAME}\nExec={script}\n")
+        bus().ReloadConfig()
+
+    def __exit__(self, *_):
+        self._portal.terminate()
+        self._portal.wait()
+        until(lambda: not bus().NameHasOwner(PORTAL_NAME), "the portal's end")
+        if pid := process_of(BACKEND_NAME):
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(pid, signal.SIGTERM)
+        until(lambda: not bus().NameHasOwner(BACKEND_NAME), "the backend's end")
+
+    def editor(self, toolkit, text, name="text.txt"):
+        """The editor of this toolkit, with a new file of this text."""
+        command, variables = EDITORS[toolkit]
+        document = self.folder / name
+        document.write_text(text)
+        others = {name: value for name, value in self.environment.items() if name not in ("GDK_DEBUG", "GTK_USE_PORTAL")}
+        return Editor(command, others | variables, document)
+
+
+class PortalCase(DialogCase):
+    """Each test has a portal, a backend and a print server of its own."""
+
+    @classmethod
+    def setUpClass(cls):
+        for program in (PORTAL, BACKEND):
+            if not pathlib.Path(program).exists():
+                raise FileNotFoundError(f"{program}: build or install it first (packaging/install-dependencies.sh)")
+
+    def setUp(self):
+        super().setUp()
+        self.folder = self.temporary_folder()
+        self.session = PortalSession(self.folder, self.environment(**surroundings.of_this_test(surroundings.SCREEN)))
+        # What the backend said must hold no complaint of the toolkit.
+        self.addCleanup(lambda: self.assertEqual(complaints(self.session.log.read_text()), []))
+        self.enterContext(self.session)
+        self.printed_before = 0
+
+    def editor(self, toolkit, text):
+        editor = self.session.editor(toolkit, text)
+        self.addCleanup(editor.close)
+        return editor
+
+    def dialog_of(self, editor, printer="Morva"):
+        """Presses the editor's keys for printing and gives the dialog that comes, with the printer chosen in it."""
+        editor.press_print()
+        dialog = ShownDialog()
+        dialog.select_printer(printer)
+        dialog.wait_for_tab("Tandem Trim")
+        until(lambda: dialog.is_live("spin button", "Copies"), "the printer's details")
+        return dialog
+
+    def next_record(self):
+        """The record of the only job since the last one that was asked for."""
+        until(lambda: len(self.cups.records()) > self.printed_before, f"a job; the backend said: {self.session.log.read_text()}")
+        self.cups.wait_for_jobs()
+        records = self.cups.records()[self.printed_before :]
+        self.printed_before += len(records)
+        self.assertEqual(len(records), 1)
+        return records[0]
+
+    def pages(self, document):
+        """The width and height of each page of a PDF document, in points."""
+        shown = subprocess.run(["pdfinfo", "-f", "1", "-l", "9999", document], capture_output=True, text=True, check=True).stdout
+        return [(float(width), float(height)) for width, height in re.findall(r"^Page +\d+ size: +([\d.]+) x ([\d.]+) pts", shown, re.MULTILINE)]

@@ -1,0 +1,145 @@
+"""Other programs print with this dialog: an editor of GTK 4 and one of GTK 3, by Debian's desktop portal, from Control-P to the filter."""
+
+import getpass
+import os
+import unittest
+
+from dialog_case import RANGES, of_pages, until
+from portal_case import BACKEND_NAME, EDITORS, PortalCase, parent_window, process_of, windows_of
+from terminal_case import CHANGED, of_panel
+
+FILE = "Print to File"
+A4 = (595, 842)
+# More than three pages in each of the editors.
+LONG = "".join(f"Line {number}\n" for number in range(1, 301))
+
+
+class Applications:
+    """The tests, for the editor of one toolkit."""
+
+    toolkit = None
+
+    def shown(self, text="One line.\n"):
+        """An editor with this text, and the dialog over it."""
+        editor = self.editor(self.toolkit, text)
+        return editor, self.dialog_of(editor)
+
+    def prints(self, dialog):
+        dialog.press("Print")
+        dialog.goes()
+        return self.next_record()
+
+    def set_panel(self, dialog):
+        dialog.page("Tandem Trim")
+        dialog.check("Use Tandem Trim")
+        dialog.choose("Image Direction", 1)
+        dialog.choose("Print Position", 0)
+        for side, text in (("Top", "12"), ("Bottom", "30"), ("Left", "0"), ("Right", "7")):
+            dialog.type(f"{side} Margin", text)
+
+    def test_what_is_set_at_the_panel_reaches_the_filter_once(self):
+        _, dialog = self.shown()
+        self.set_panel(dialog)
+        record = self.prints(dialog)
+        self.assertEqual(of_panel(record.options), CHANGED)
+        self.assertEqual((record.copies, of_pages(record.options)), (1, {}))
+        self.assertEqual(len(self.pages(record.document)), 1)
+        self.assertNotIn(record.title.strip(), ("", "Print", "Untitled"))
+
+    def test_the_dialog_is_a_child_of_the_editors_window(self):
+        editor, dialog = self.shown()
+        (shown,) = windows_of(dialog.pid)
+        self.assertEqual(parent_window(shown), editor.window)
+
+    def test_the_program_makes_the_pages_and_the_job_the_copies(self):
+        _, dialog = self.shown(LONG)
+        dialog.spin("Copies", "3")
+        dialog.check("Reverse")
+        dialog.check("Pages:")
+        dialog.type(RANGES, "2-3")
+        dialog.page("Page Setup")
+        dialog.choose_by_keys("Pages per side", "Down")
+        record = self.prints(dialog)
+        self.assertEqual(record.copies, 3)
+        self.assertEqual(of_pages(record.options), {"Collate": "true", "OutputOrder": "Reverse", "number-up": "2"})
+        self.assertEqual(len(self.pages(record.document)), 2)
+
+    def test_a_landscape_page_comes_so_from_the_program(self):
+        _, dialog = self.shown()
+        dialog.page("Page Setup")
+        dialog.choose_by_keys("Orientation", "Down")
+        record = self.prints(dialog)
+        ((width, height),) = self.pages(record.document)
+        self.assertEqual((round(width), round(height)), A4[::-1])
+        self.assertNotIn("orientation-requested", record.options)
+
+    def test_ten_documents_are_printed_one_after_another(self):
+        editor = self.editor(self.toolkit, "One line.\n")
+        for number in range(10):
+            dialog = self.dialog_of(editor)
+            dialog.page("Tandem Trim")
+            if number == 0:
+                dialog.check("Use Tandem Trim")
+            dialog.type("Top Margin", str(number))
+            record = self.prints(dialog)
+            self.assertEqual((record.options["MVTandemTrim"], record.options["MVTopMargin"]), ("On", str(number)))
+
+    def test_cancel_leaves_the_editor_usable(self):
+        editor, dialog = self.shown()
+        dialog.press("Cancel")
+        dialog.goes()
+        before = editor.document.read_text()
+        editor.type("x")
+        editor.save()
+        until(lambda: len(editor.document.read_text()) == len(before) + 1, "what was typed, in the file")
+        self.assert_nothing_was_sent()
+        self.prints(self.dialog_of(editor))
+
+    def test_a_refusal_is_told_and_the_document_can_be_printed_again(self):
+        _, dialog = self.shown()
+        self.set_panel(dialog)
+        self.run_command("lpadmin", "-p", "Morva", "-u", f"deny:{getpass.getuser()}")
+        dialog.press("Print")
+        dialog.says("allow")
+        self.assert_nothing_was_sent()
+        dialog.press("Close")
+        self.run_command("lpadmin", "-p", "Morva", "-u", "allow:all")
+        until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
+        record = self.prints(dialog)
+        self.assertEqual(of_panel(record.options), CHANGED)
+
+    def test_it_prints_to_a_file_in_each_format_that_the_program_makes(self):
+        editor = self.editor(self.toolkit, "One line.\n")
+        for title, name, beginning in (("PDF", "output.pdf", b"%PDF-"), ("PostScript", "output.ps", b"%!PS-Adobe"), ("SVG", "output.svg", b"<?xml")):
+            with self.subTest(title):
+                dialog = self.dialog_of(editor)
+                dialog.select_printer(FILE)
+                until(lambda: not dialog.has_tab("Tandem Trim"), "the panel to go")  # noqa: B023
+                dialog.click(dialog.find("check box", title))
+                dialog.find("push button", name)
+                dialog.press("Print")
+                dialog.goes()
+                saved = self.folder / name
+                until(saved.exists, f"{name}, which is there once it is complete")
+                self.assertTrue(saved.read_bytes().startswith(beginning))
+        self.assert_nothing_was_sent()
+
+    def test_the_editor_outlives_the_backend_and_prints_by_the_next_one(self):
+        editor, dialog = self.shown()
+        os.kill(dialog.pid, 9)
+        until(lambda: process_of(BACKEND_NAME) != dialog.pid, "the end of the backend")
+        self.prints(self.dialog_of(editor))
+
+
+class GTK4Test(Applications, PortalCase):
+    toolkit = "GTK 4"
+
+
+class GTK3Test(Applications, PortalCase):
+    toolkit = "GTK 3"
+
+
+assert set(EDITORS) == {GTK4Test.toolkit, GTK3Test.toolkit}
+
+if __name__ == "__main__":
+    unittest.main()
