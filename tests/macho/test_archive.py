@@ -2,6 +2,7 @@
 
 import hashlib
 import pathlib
+import re
 import shutil
 import subprocess
 import tarfile
@@ -17,23 +18,29 @@ COMMANDS = {
     "uname": 'if [ "${1:-}" = -m ]; then echo arm64; else echo Darwin; fi',
     "sw_vers": "echo 14.5",
     "plutil": 'if [ "$1" = -extract ]; then sed -n "/$2/{n;s/.*<string>\\(.*\\)<.*/\\1/p;}" "${@: -1}"; else test -s "${@: -1}"; fi',
-    "file": 'echo "$1: Mach-O universal binary with 2 architectures: [x86_64] [arm64]"',
+    "file": 'echo "Mach-O universal binary with 2 architectures: [x86_64] [arm64]"',
     "shasum": 'sha256sum "${@: -2}"',
-    "stat": "echo root:wheel",
-    "xattr": "", "codesign": "",
-    "sudo": 'echo "$asked" >>sudo.log; "$@"',
+    "find": "",
+    # Like the Mac's, it fails where there is nothing to take away.
+    "xattr": 'echo "xattr $asked" >>commands.log; if [ "$1" = -dr ]; then echo "No such xattr: $2" >&2; exit 1; fi',
+    "codesign": 'echo "codesign $asked" >>commands.log',
+    "sudo": 'echo "sudo $asked" >>commands.log; "$@"',
     "chown": "",
 }
-TOOLS = ("bash", "cp", "dirname", "grep", "head", "mkdir", "rm", "sed", "sha256sum", "sort", "test")
+TOOLS = ("bash", "chmod", "cp", "dirname", "head", "mkdir", "mktemp", "rm", "sed", "sha256sum", "sort", "test")
 # What the scripts say where one of them fails.
 FAILURES = {
-    "sw_vers": ("echo 12.1", "failed  this macOS is new enough"),
-    "plutil": ("exit 1", "failed  the bundle's description can be read"),
-    "file": ('echo "Mach-O 64-bit bundle ppc64"', "failed  the code is for this Mac's processor"),
-    "shasum": ("exit 1", "failed  every file is as it was packed"),
-    "codesign": ("exit 3", ""),
-    "xattr": ('case $1 in -r) echo com.apple.quarantine ;; esac', "failed  the bundle is not marked as from the network"),
-    "stat": ("echo user:staff", "failed  the bundle belongs to root"),
+    "sw_vers": [("echo 12.1", "failed  this macOS is new enough"), ("echo 9.9", "failed  this macOS is new enough"), ("exit 1", "failed  this macOS is new enough")],
+    "plutil": [("exit 1", "failed  the bundle's description can be read"), ("exit 1", "failed  this macOS is new enough"),
+               ('if [ "$1" = -lint ]; then exit 0; fi', "failed  this macOS is new enough")],
+    "file": [('echo "Mach-O 64-bit bundle ppc64"', "failed  the code is for this Mac's processor"), ("exit 1", "failed  the code is for this Mac's processor")],
+    "shasum": [("exit 1", "failed  every file is as it was packed")],
+    "codesign": [('if [ "$1" = --verify ]; then exit 3; fi', "failed  the bundle is signed")],
+    # More than a pipe holds: who stops reading must not take its end for a no.
+    "xattr": [('if [ "$1" = -r ]; then for n in {1..9999}; do echo "TandemTrim.bundle: com.apple.quarantine"; done; fi',
+               "failed  the bundle is not marked as from the network"),
+              ("exit 1", "failed  the bundle is not marked as from the network")],
+    "find": [('echo "$1"', "failed  the bundle belongs to root and is for all users"), ("exit 1", "failed  the bundle belongs to root and is for all users")],
 }
 
 
@@ -60,6 +67,7 @@ class TheArchive(Unpacked):
 
     def test_belongs_to_root_and_is_the_same_each_time(self):
         self.assertEqual({(member.uid, member.gid) for member in self.members}, {(0, 0)})
+        self.assertEqual({member.mode & 0o446 for member in self.members}, {0o444})
         before = hashlib.sha256(self.path.read_bytes()).hexdigest()
         subprocess.run([mach_o.SOURCES / "packaging/macos/archive/archive.sh"], capture_output=True, check=True)
         self.assertEqual(hashlib.sha256(self.path.read_bytes()).hexdigest(), before)
@@ -83,8 +91,8 @@ class ItsScripts(Unpacked):
         path.write_text(f"#!/bin/bash\nset -e\n{MAC_IS_HERE}\n{does}\n")
         path.chmod(0o755)
 
-    def install(self):
-        return subprocess.run([self.here / "install.sh"], capture_output=True, text=True, timeout=60, env={"PATH": str(self.commands)})
+    def install(self, **options):
+        return subprocess.run([self.here / "install.sh"], capture_output=True, text=True, timeout=60, env={"PATH": str(self.commands)}, **options)
 
     def test_install_the_bundle_signed_for_this_mac_and_check_it(self):
         done = self.install()
@@ -92,14 +100,46 @@ class ItsScripts(Unpacked):
         self.assertTrue((self.installed / "Contents/MacOS/TandemTrim").exists())
         self.assertNotIn("failed", done.stdout)
         self.assertIn("Installed.", done.stdout)
-        place = "/Library/Printers/Morva/PDEs/TandemTrim.bundle"
-        asked = (self.here / "sudo.log").read_text()
-        for expected in (f"xattr -dr com.apple.quarantine {place}\n", f"codesign --force --sign - {place}\n", f"chown -R root:wheel {place}\n"):
-            self.assertIn(expected, asked)
+        place = r"/Library/Printers/Morva/PDEs/TandemTrim[.]bundle"
+        asked = (self.here / "commands.log").read_text()
+        ready = re.search(r"^xattr -dr com[.]apple[.]quarantine (\S+)$", asked, re.MULTILINE)[1]
+        self.assertRegex(asked, rf"(?s)\ncodesign --force --sign - {ready}\n.*sudo cp -R {ready} \S+\nsudo chown -R root:wheel {place}\n")
+        self.assertRegex(asked, rf"codesign --verify --strict {place}\n")
+        self.assertFalse(pathlib.Path(ready).exists())
+
+    def test_install_a_bundle_that_all_users_read_whatever_this_ones_files_are_like(self):
+        for path in self.here.rglob("*"):
+            path.chmod(path.stat().st_mode & 0o700)
+        self.assertEqual(self.install(umask=0o077).returncode, 0)
+        for path in (self.here / "installed").rglob("*"):
+            self.assertEqual(path.stat().st_mode & 0o444, 0o444, path)
+
+    def test_leave_the_bundle_that_is_installed_until_another_is_ready(self):
+        self.installed.mkdir(parents=True)
+        self.command("codesign", "exit 3")
+        self.assertNotEqual(self.install().returncode, 0)
+        self.assertTrue(self.installed.exists())
+        self.assertNotIn("sudo", (self.here / "commands.log").read_text())
+
+    def test_start_each_other_where_a_browser_has_marked_them(self):
+        (self.here / "check.sh").chmod(0o644)
+        done = subprocess.run(["bash", self.here / "install.sh"], capture_output=True, text=True, timeout=60, env={"PATH": str(self.commands)})
+        self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
+
+    def test_can_be_run_again(self):
+        self.install()
+        done = self.install()
+        self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
+        self.assertFalse((self.installed / "TandemTrim.bundle").exists())
+
+    def test_say_how_they_are_used(self):
+        done = subprocess.run([self.here / "check.sh", "instaled", self.here], capture_output=True, text=True, timeout=60)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("usage: ", done.stderr)
 
     def test_say_what_is_wrong_and_claim_nothing(self):
-        for name, (does, expected) in FAILURES.items():
-            with self.subTest(name):
+        for name, does, expected in [(name, *failure) for name, failures in FAILURES.items() for failure in failures]:
+            with self.subTest(name, does=does):
                 self.command(name, does)
                 done = self.install()
                 self.command(name, COMMANDS[name])
@@ -113,7 +153,7 @@ class ItsScripts(Unpacked):
         done = self.install()
         self.assertEqual(done.returncode, 1)
         self.assertIn("failed  every file is as it was packed", done.stdout)
-        self.assertFalse((self.here / "sudo.log").exists())
+        self.assertFalse((self.here / "commands.log").exists())
 
     def test_are_refused_on_any_other_system(self):
         self.command("uname", "echo Linux")

@@ -13,22 +13,24 @@ COMMANDS = {
     "uname": 'if [ "${1:-}" = -m ]; then echo arm64; else echo Darwin; fi',
     "sw_vers": 'if [ "$1" = -productVersion ]; then echo 14.5; else echo 23F79; fi',
     "git": "echo abc1234",
-    "xcrun": 'case $1 in --find) echo /usr/bin/ibtool ;; clang++) printf "#!/bin/sh\\necho sent\\n" >"${@: -1}"; chmod +x "${@: -1}" ;; esac',
+    "xcrun": 'case $1 in --find) echo /usr/bin/ibtool ;; clang++) printf "#!/bin/sh\\necho 7 >sent\\n" >"${@: -1}"; chmod +x "${@: -1}" ;; esac',
     "cmake": 'if [ "$1" = --build ]; then mkdir -p build/macos/TandemTrim.bundle; ln -sf "$(command -v self-test)" build/macos/tandem-trim-self-test; fi',
     "self-test": 'echo "$2 is loaded"',
-    "ninja": "", "codesign": "", "lipo": "",
+    "xcodebuild": "echo Xcode 15.4", "ninja": "", "codesign": "", "lipo": "",
     "sudo": 'echo "$*" >>sudo.log',
-    "lpadmin": "", "cancel": "",
-    "lpstat": 'if [ "$1" = -W ]; then echo "TandemTrimTrial-7  user  1024  today"; fi',
-    "ipptool": 'echo "        MVTopMargin (nameWithoutLanguage) = 12"',
+    # The job of an earlier trial, and from the second time on that it is asked the one that is sent.
+    "lpstat": 'if [ "$1" = -W ]; then echo "TandemTrimTrial-6  user  1024  today"; [ ! -e arrived ] || echo "TandemTrimTrial-7  user  1024  today"; fi; [ ! -e sent ] || mv sent arrived',
+    "sleep": "",
+    "ipptool": 'test "${2##*/}" = 7; echo "        MVTopMargin (nameWithoutLanguage) = 12"',
     "log": 'echo "supportedPPDOptionKeys:=NSArray(...)"',
 }
 # What every Mac has besides.
-TOOLS = ("bash", "chmod", "dirname", "env", "grep", "ln", "mkdir", "rm", "sed", "sh", "tail", "tee")
+TOOLS = ("bash", "chmod", "dirname", "env", "grep", "ln", "mkdir", "mv", "rm", "sed", "sh", "tail", "tee")
 # What the report says where one command of them fails.
 FAILURES = {
-    "xcrun": "failed  ibtool is there", "cmake": "failed  the bundle is configured", "codesign": "failed  it is signed for this Mac",
-    "lipo": "failed  it has both processors", "sudo": "failed  it is installed", "self-test": "failed  it loads and passes the self-test", "ipptool": "failed  the job holds the options of the panel",
+    "xcodebuild": "failed  Xcode is there", "xcrun": "failed  ibtool is there", "cmake": "failed  cmake is there", "codesign": "failed  it is signed for this Mac",
+    "lipo": "failed  it has both processors", "sudo": "failed  it is installed",
+    "ipptool": "failed  the job holds the options of the panel",
     "lpstat": "failed  the job holds the options of the panel", "log": "failed  the console is read"}
 
 
@@ -78,19 +80,52 @@ class TheTrial(unittest.TestCase):
                 self.assertNotIn("All is done", done.stdout)
                 self.assertIn("make mac-clean", done.stdout)
 
-    def test_says_what_is_missing(self):
-        for name, remedy in [("ninja", "brew install ninja"), ("cmake", "brew install cmake"), ("xcrun", "install Xcode")]:
-            with self.subTest(name):
-                (self.commands / name).unlink()
-                done = self.run_trial()
-                self.command(name, COMMANDS[name])
-                self.assertEqual(done.returncode, 1)
-                self.assertIn(remedy, self.report())
+    def test_says_all_that_is_missing_at_once_and_what_to_do(self):
+        for name in ("xcodebuild", "cmake", "ninja"):
+            (self.commands / name).unlink()
+        done = self.run_trial()
+        self.assertEqual(done.returncode, 1)
+        for remedy in ("from the App Store", "brew install cmake", "brew install ninja"):
+            self.assertIn(remedy, self.report())
+            self.assertIn(remedy, done.stdout)
+        self.assertFalse((self.project / "sudo.log").exists())
+
+    # A Mac has these names without Xcode, too; what they then do is to say so.
+    def test_says_what_to_do_where_the_names_of_xcodes_tools_are_all_that_there_is(self):
+        self.command("xcodebuild", "echo 'requires Xcode, but active developer directory is a command line tools instance' >&2; exit 1")
+        done = self.run_trial()
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("requires Xcode, but", done.stdout)
+        self.assertIn("from the App Store", done.stdout)
+
+    def test_tries_the_dialog_even_where_the_self_test_fails(self):
+        self.command("self-test", "echo no luck; exit 3")
+        done = self.run_trial()
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("failed  it loads and passes the self-test (status 3)\n        no luck\n", self.report())
+        self.assertIn("ok      the job holds the options of the panel", self.report())
+        self.assertNotIn("All is done", done.stdout)
+
+    def test_installs_what_all_users_can_read(self):
+        self.run_trial()
+        self.assertIn("chmod -R u=rwX,go=rX /Library/Printers/Morva/PDEs/TandemTrim.bundle\n", (self.project / "sudo.log").read_text())
+
+    def test_takes_no_job_of_an_earlier_trial_for_this_ones(self):
+        self.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "true"))
+        self.assertEqual(self.run_trial().returncode, 1)
+        self.assertIn("no new job waits in the queue", self.report())
+
+    def test_says_how_it_is_used_and_does_nothing(self):
+        done = self.run_trial("clear")
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("usage: ", done.stderr)
+        self.assertFalse((self.project / "build").exists())
 
     def test_reports_a_dialog_that_was_cancelled_and_a_job_without_options(self):
-        self.command("xcrun", COMMANDS["xcrun"].replace("echo sent", "exit 3"))
+        self.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "exit 3"))
         self.run_trial()
         self.assertIn("failed  a job is sent from the print dialog (status 3)", self.report())
+        self.assertNotIn("holds", self.report())
         self.command("xcrun", COMMANDS["xcrun"])
         self.command("ipptool", "echo job-id = 7")
         self.run_trial()

@@ -2,6 +2,10 @@
 # Says what is right and what is wrong with a bundle on this Mac: check.sh files BUNDLE, as it was unpacked, or check.sh installed BUNDLE.
 # The status is 1 if anything is wrong.
 set -uo pipefail
+case "${1:-} $#" in
+  'files 2' | 'installed 2') ;;
+  *) echo "usage: $0 files|installed BUNDLE" >&2; exit 2 ;;
+esac
 when=$1 bundle=$2 failed=0
 here=$(cd "$(dirname "$0")" && pwd)
 check() {
@@ -9,12 +13,25 @@ check() {
   shift
   if "$@" >/dev/null 2>&1; then echo "ok      $name"; else echo "failed  $name"; failed=1; fi
 }
-of_info() { plutil -extract "$1" raw "$bundle/Contents/Info.plist"; }
-is_new_enough() { [ "$(printf '%s\n' "$(of_info LSMinimumSystemVersion)" "$(sw_vers -productVersion)" | sort -V | head -n 1)" = "$(of_info LSMinimumSystemVersion)" ]; }
-is_whole() { (cd "$here" && shasum -a 256 -c SHA256SUMS); }
-has_processor() { file "$bundle/Contents/MacOS/TandemTrim" | grep -q "$(uname -m)"; }
-is_root_s() { [ "$(stat -f %Su:%Sg "$bundle")" = root:wheel ]; }
-is_not_marked() { ! xattr -r "$bundle" | grep -q com.apple.quarantine; }
+# Each asks a command and looks at its answer afterwards: a command that fails, or that nobody reads to the end, must not count as a no.
+is_new_enough() {
+  local needed now
+  needed=$(plutil -extract LSMinimumSystemVersion raw "$bundle/Contents/Info.plist") && now=$(sw_vers -productVersion) && [ -n "$needed" ] &&
+    [ "$(printf '%s\n' "$needed" "$now" | sort -t . -k 1,1n -k 2,2n | head -n 1)" = "$needed" ]
+}
+has_processor() {
+  local processors
+  processors=$(file -b "$bundle/Contents/MacOS/TandemTrim") && [[ $processors == *"$(uname -m)"* ]]
+}
+is_whole() { cd "$here" && shasum -a 256 -c SHA256SUMS; }
+is_not_marked() {
+  local marks
+  marks=$(xattr -r "$bundle") && [[ $marks != *com.apple.quarantine* ]]
+}
+is_for_all() {
+  local others
+  others=$(find "$bundle" ! -user root -o ! -group wheel -o ! -perm -444) && [ -z "$others" ]
+}
 
 check "the bundle's description can be read" plutil -lint "$bundle/Contents/Info.plist"
 check "this macOS is new enough" is_new_enough
@@ -24,6 +41,6 @@ if [ "$when" = files ]; then
 else
   check "the bundle is signed" codesign --verify --strict "$bundle"
   check "the bundle is not marked as from the network" is_not_marked
-  check "the bundle belongs to root" is_root_s
+  check "the bundle belongs to root and is for all users" is_for_all
 fi
 exit $failed

@@ -7,42 +7,64 @@ cd "$(dirname "$0")/../../.."
 
 build=build/macos report=build/macos/report.txt
 bundle=/Library/Printers/Morva/PDEs/TandemTrim.bundle queue=TandemTrimTrial
+failed=0
+# All users read what is installed, whatever this user's own files are like.
+umask 022
 
-if [ "${1:-}" = clean ]; then
-  failed=0
-  cancel -a "$queue" 2>/dev/null
-  ! lpstat -p "$queue" >/dev/null 2>&1 || sudo lpadmin -x "$queue" || failed=1
-  sudo rm -rf "$bundle" || failed=1
-  sudo rmdir /Library/Printers/Morva/PDEs /Library/Printers/Morva 2>/dev/null
-  rm -rf "$build" || failed=1
-  exit $failed
-fi
+case "${1:-}" in
+  '') ;;
+  clean)
+    ! lpstat -p "$queue" >/dev/null 2>&1 || sudo lpadmin -x "$queue" || failed=1
+    sudo rm -rf "$bundle" || failed=1
+    sudo rmdir /Library/Printers/Morva/PDEs /Library/Printers/Morva 2>/dev/null
+    rm -rf "$build" || failed=1
+    exit $failed
+    ;;
+  *) echo "usage: $0 [clean]" >&2; exit 2 ;;
+esac
 
 note() { printf '%s\n' "$*" | tee -a "$report"; }
-# check NAME COMMAND ...: notes whether the command succeeds, with what it says. After one that fails nothing else is tried.
+# check NAME COMMAND ...: notes whether the command succeeds. What it says goes into the report, and to the terminal where it fails.
 check() {
   local name=$1 said status=0
   shift
   said=$("$@" 2>&1) || status=$?
+  said=${said:+$(printf '%s\n' "$said" | sed 's/^/        /')}
   if [ $status = 0 ]; then
     note "ok      $name"
+    [ -z "$said" ] || printf '%s\n' "$said" >>"$report"
   else
+    failed=1
     note "failed  $name (status $status)"
+    [ -z "$said" ] || note "$said"
   fi
-  [ -z "$said" ] || printf '%s\n' "$said" | sed 's/^/        /' >>"$report"
-  [ $status = 0 ] || { note "See $report; \`make mac-clean\` takes away what was installed."; exit 1; }
+  return $status
 }
-# needs COMMAND REMEDY: whether there is such a command.
-needs() { check "$1 is there" sh -c 'command -v "$0" >/dev/null || { echo "missing: $1"; exit 1; }' "$1" "$2"; }
+stop() {
+  note "See $report; \`make mac-clean\` takes away what was installed."
+  exit 1
+}
+# needs TOOL REMEDY COMMAND ...: whether the command finds the tool, and what to do where it does not.
+needs() {
+  local remedy=$2
+  check "$1 is there" "${@:3}" || note "        $remedy"
+}
 
 install_bundle() {
   sudo mkdir -p "$(dirname "$bundle")" && sudo rm -rf "$bundle" && sudo cp -R "$build/TandemTrim.bundle" "$bundle" &&
-    sudo chown -R root:wheel "$bundle"
+    sudo chmod -R u=rwX,go=rX "$bundle" && sudo chown -R root:wheel "$bundle"
 }
+# The number of the last job that waits in the queue.
+last_job() { lpstat -W not-completed -o "$queue" | sed -n "s/^$queue-\([0-9]*\) .*/\1/p" | tail -n 1; }
+# job_options BEFORE: the panel's options of a job that has come after that one, for which it waits half a minute.
 job_options() {
-  local job
-  job=$(lpstat -W not-completed -o "$queue" | sed -n "1s/^$queue-\([0-9]*\) .*/\1/p")
-  [ -n "$job" ] || { echo "no job waits in the queue"; return 1; }
+  local job='' seconds
+  for seconds in {1..30}; do
+    job=$(last_job)
+    [ "$job" = "$1" ] || break
+    sleep 1
+  done
+  [ -n "$job" ] && [ "$job" != "$1" ] || { echo "no new job waits in the queue"; return 1; }
   ipptool -tv "ipp://localhost/jobs/$job" get-job-attributes.test | grep -E '^ +MV' || { echo "job $job holds none of the panel's options"; return 1; }
 }
 console_lines() {
@@ -52,22 +74,25 @@ console_lines() {
 mkdir -p "$build"
 : >"$report"
 note "macOS $(sw_vers -productVersion) ($(sw_vers -buildVersion)), $(uname -m), $(git describe --always 2>/dev/null)"
-needs xcrun 'install Xcode from the App Store, then: sudo xcode-select -s /Applications/Xcode.app'
-check 'ibtool is there' xcrun --find ibtool
-needs cmake 'brew install cmake'
-needs ninja 'brew install ninja'
-check 'the bundle is configured' cmake --preset macos -DTANDEM_TRIM_SELF_TEST=ON
-check 'the bundle is built' cmake --build --preset macos
-check 'it is signed for this Mac' codesign --force --sign - "$build/TandemTrim.bundle"
-check 'its signature is good' codesign --verify --strict "$build/TandemTrim.bundle"
-check 'it has both processors' lipo "$build/TandemTrim.bundle/Contents/MacOS/TandemTrim" -verify_arch arm64 x86_64
-check 'it is installed' install_bundle
-# By itself, without the print dialog: status 3 is a system that does not load it, 1 a bundle that fails.
+# A Mac has the names of Xcode's tools even without it, so each is asked to do something.
+needs Xcode 'install it from the App Store, then: sudo xcode-select -s /Applications/Xcode.app; sudo xcodebuild -license accept' xcodebuild -version
+needs ibtool 'it comes with Xcode' xcrun --find ibtool
+needs cmake 'brew install cmake' cmake --version
+needs ninja 'brew install ninja' ninja --version
+[ $failed = 0 ] || stop
+check 'the bundle is configured' cmake --preset macos -DTANDEM_TRIM_SELF_TEST=ON || stop
+check 'the bundle is built' cmake --build --preset macos || stop
+check 'it is signed for this Mac' codesign --force --sign - "$build/TandemTrim.bundle" || stop
+check 'its signature is good' codesign --verify --strict "$build/TandemTrim.bundle" || stop
+check 'it has both processors' lipo "$build/TandemTrim.bundle/Contents/MacOS/TandemTrim" -verify_arch arm64 x86_64 || stop
+check 'it is installed' install_bundle || stop
+# By itself, without the print dialog: status 3 is a system that does not load it, 1 a bundle that fails. The dialog is tried all the same.
 check 'it loads and passes the self-test' env GTEST_BRIEF=1 "$build/tandem-trim-self-test" -bundle "$bundle"
-check 'the queue is made' sudo lpadmin -p "$queue" -E -v ipp://localhost:9/none -P "$build/MorvaTandemKV2.ppd" -o printer-is-shared=false
-check 'the application is built' xcrun clang++ -std=c++20 -framework Cocoa packaging/macos/trial/print_page.mm -o "$build/print_page"
-note "The dialog opens: the page to be printed says what to look at."
-check 'a job is sent from the print dialog' "$build/print_page"
-check 'the job holds the options of the panel' job_options
+check 'the queue is made' sudo lpadmin -p "$queue" -E -v ipp://localhost:9/none -P "$build/MorvaTandemKV2.ppd" -o printer-is-shared=false || stop
+check 'the application is built' xcrun clang++ -std=c++20 -framework Cocoa packaging/macos/trial/print_page.mm -o "$build/print_page" || stop
+before=$(last_job)
+note "The dialog opens, maybe behind this window: the page to be printed says what to look at."
+check 'a job is sent from the print dialog' "$build/print_page" && check 'the job holds the options of the panel' job_options "$before"
 check 'the console is read' console_lines
+[ $failed = 0 ] || stop
 note "All is done: $report. Please send it, with what you saw of the page's points."
