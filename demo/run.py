@@ -2,7 +2,8 @@
 """Prints the sample document on a sample printer by the print dialog and shows what reached the printer's filter.
 
 With a screen, the dialog is yours. Without one it comes up on a virtual screen, where it is driven through accessibility as a user
-would drive it, and a picture of the panel is saved. The print server is CUPS itself, started for this alone; it and its files are gone
+would drive it, and a picture of the panel is saved. Then an editor that knows nothing of this program prints there with the same dialog, by
+the desktop portal. The print server is CUPS itself, started for this alone; it and its files are gone
 at the end.
 """
 
@@ -11,6 +12,7 @@ import os
 import pathlib
 import subprocess
 import sys
+import tempfile
 
 PROJECT = pathlib.Path(__file__).resolve().parents[1]
 SAMPLES = PROJECT / "resources/sample"
@@ -28,7 +30,7 @@ SETTINGS = (
     ("Right", "MVRightMargin", "20"),
 )
 
-sys.path[:0] = [str(PROJECT / "tests/support/cups"), str(PROJECT / "tests/support")]
+sys.path[:0] = [str(PROJECT / folder) for folder in ("tests/e2e/portal", "tests/support/cups", "tests/support")]
 import surroundings  # noqa: E402
 from private_cups import PrivateCups  # noqa: E402
 
@@ -48,18 +50,23 @@ def by_user(cups, build):
     return subprocess.run(command(build), env=own | cups.environment(), check=False).returncode == 0
 
 
+def set_panel(dialog):
+    """Sets the panel as SETTINGS has it."""
+    dialog.page("Tandem Trim")
+    dialog.check("Use Tandem Trim")
+    dialog.choose("Image Direction", 1)
+    dialog.choose("Print Position", 0)
+    for side, _, text in SETTINGS[3:]:
+        dialog.type(f"{side} Margin", text)
+
+
 def driven(cups, build, picture):
     """Drives the dialog as a user would, and gives whether a job was sent."""
     from dialog_case import PrintDialog
 
     dialog = PrintDialog(command(build), cups.environment() | surroundings.of_this_test(surroundings.SCREEN))
     try:
-        dialog.page("Tandem Trim")
-        dialog.check("Use Tandem Trim")
-        dialog.choose("Image Direction", 1)
-        dialog.choose("Print Position", 0)
-        for side, _, text in SETTINGS[3:]:
-            dialog.type(f"{side} Margin", text)
+        set_panel(dialog)
         dialog.save_picture(picture)
         print(f"A picture of the panel: {picture}")
         dialog.press("Print")
@@ -68,6 +75,30 @@ def driven(cups, build, picture):
         dialog.close()
     print(out.strip() if status == 0 else out + said)
     return status == 0
+
+
+def from_editor(cups):
+    """Prints from an editor that is not this project's, by its own keys."""
+    from dialog_case import until
+    from portal_case import EDITORS, PortalSession, ShownDialog
+
+    toolkit = "GTK 4"
+    print(f"\n{EDITORS[toolkit][0][0]} prints, by Control-P and the desktop portal.", flush=True)
+    with tempfile.TemporaryDirectory() as folder:
+        # Else the dialog would begin with the settings of the job before.
+        environment = cups.environment() | surroundings.of_this_test(surroundings.SCREEN) | {"XDG_STATE_HOME": folder}
+        with PortalSession(pathlib.Path(folder), environment) as session:
+            editor = session.editor(toolkit, "A text that an editor prints.\n")
+            try:
+                editor.press_print()
+                dialog = ShownDialog()
+                dialog.select_printer(PRINTER)
+                dialog.wait_for_tab("Tandem Trim")
+                set_panel(dialog)
+                dialog.press("Print")
+                until(lambda: len(cups.records()) == 2, "the editor's job")
+            finally:
+                editor.close()
 
 
 def show(received, expected):
@@ -100,11 +131,15 @@ def main():
         if not sent:
             return 1
         cups.wait_for_jobs()
-        records = cups.records()
-    if not records:
-        print("Nothing was printed.")
-        return 0
-    return 0 if show(records[0].options, expected=arguments.drive) else 1
+        if not cups.records():
+            print("Nothing was printed.")
+            return 0
+        agrees = show(cups.records()[0].options, expected=arguments.drive)
+        if arguments.drive:
+            from_editor(cups)
+            cups.wait_for_jobs()
+            agrees = show(cups.records()[1].options, expected=True) and agrees
+    return 0 if agrees else 1
 
 
 if __name__ == "__main__":

@@ -8,13 +8,15 @@ build='g++ cmake ninja-build make pkg-config libcups2-dev zlib1g-dev libcli11-de
 server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.
 screen='xvfb dbus xdotool scrot at-spi2-core python3-dbus python3-gi gir1.2-atspi-2.0 gir1.2-gtk-4.0 adwaita-icon-theme fonts-dejavu-core'
+# The desktop portal, and an editor that prints by it.
+portal='xdg-desktop-portal gnome-text-editor'
 # To make the packages and to test them: Debian's own view of them, an empty root to install them in.
 package='dpkg-dev file lintian fakeroot fonts-dejavu-core'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fonts-cantarell fonts-noto-core'
 # A Wayland compositor that needs no screen, and keys for it.
 tests+=' sway wtype'
-# The desktop portal, and editors that print by it: one of GTK 4, one of GTK 3.
-tests+=' xdg-desktop-portal gnome-text-editor mousepad'
+# An editor of GTK 3, which prints by the portal as that of GTK 4 does.
+tests+=' mousepad'
 # The shells that complete command lines.
 tests+=' bash-completion zsh fish'
 # The bundle for macOS, built on GNUstep where there is no Mac.
@@ -25,19 +27,19 @@ clang='clang-19 libclang-rt-19-dev'
 macho='clang-19 lld-19 llvm-19 libc++-19-dev musl-dev libgmock-dev cmake ninja-build make python3 fonts-dejavu-core'
 
 case "${1:-}" in
-  run) packages="$build $server $screen" ;;
+  run) packages="$build $server $screen $portal" ;;
   package) packages="$build $server $package" ;;
   trial) packages="$build $server $package mmdebstrap" ;;
-  test) packages="$build $server $screen $package $tests" ;;
+  test) packages="$build $server $screen $portal $package $tests" ;;
   bench) packages="$build $server $screen libbenchmark-dev valgrind binutils" ;;
-  coverage) packages="$build $server $screen $package $tests gcovr" ;;
-  memcheck) packages="$build $server $screen $package $tests valgrind" ;;
-  mcdc) packages="$build $server $screen $package $tests $clang llvm-19" ;;
-  mutants) packages="$build $server $screen $package $tests $clang" ;;
+  coverage) packages="$build $server $screen $portal $package $tests gcovr" ;;
+  memcheck) packages="$build $server $screen $portal $package $tests valgrind" ;;
+  mcdc) packages="$build $server $screen $portal $package $tests $clang llvm-19" ;;
+  mutants) packages="$build $server $screen $portal $package $tests $clang" ;;
   fuzz) packages="$build $clang" ;;
   macho) packages="$macho" ;;
   fresh) packages='mmdebstrap git util-linux' ;;
-  lint) packages="$build $server $screen $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
+  lint) packages="$build $server $screen $portal $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
   *)
     echo "$0: no such group: ${1:-}" >&2
     exit 2
