@@ -67,9 +67,18 @@ void ChosenPrinter::changeTabs(const std::string& printer) {
   const auto left = tabs_.leftAt(printer).settings;
   const auto next = left ? settingsOfNextPrinter(now, left, {})
                          : settingsOfNextPrinter(now, remembered_.tabs.settings, line_.options);
+  suggest(*next);
   // GTK selects the printer that its settings name.
   next->set_printer(printer);
   tabs_.show(next);
+}
+
+// Adds what another program suggests.
+void ChosenPrinter::suggest(Gtk::PrintSettings& settings) const {
+  if (!suggested_) return;
+  suggested_->setting_foreach([&](const Glib::ustring& key, const Glib::ustring& value) {
+    if (!settings.has_key(key)) settings.set(key, value);
+  });
 }
 
 void ChosenPrinter::onPrinterChanged() {
@@ -143,10 +152,7 @@ void ChosenPrinter::selectFirst(const Options& asked) {
     applyOptions(current_.saved, ppd, tabs);
   }
   applyOptions(asked, ppd, tabs);
-  if (suggested_) {
-    suggested_->setting_foreach(
-        [&](const Glib::ustring& key, const Glib::ustring& value) { tabs.settings->set(key, value); });
-  }
+  suggest(*tabs.settings);
   tabsOf_ = current_.name;
   window_.proceed(DialogState::selecting);
   selection_.select(current_.name, tabs, [this] { onSelected(); });

@@ -58,6 +58,7 @@ class ChosenPrinter : public sigc::trackable {
   void onDetails(Outcome outcome);
   void onChoice(const std::string& printer);
   void changeTabs(const std::string& printer);
+  void suggest(Gtk::PrintSettings& settings) const;
   void onPrinterChanged();
   void becomeReady();
   void startFromKept();

@@ -31,6 +31,9 @@ std::vector<FileFormat> formatsOf(const DialogStart& start) {
 
 Glib::RefPtr<Gtk::PrintSettings> suggestionsOf(const DialogRequest& request) {
   auto settings = Gtk::PrintSettings::create();
+  // Else files go to the folder in which the service happens to run.
+  const char* const documents = g_get_user_special_dir(G_USER_DIRECTORY_DOCUMENTS);
+  settings->set(GTK_PRINT_SETTINGS_OUTPUT_DIR, documents == nullptr ? g_get_home_dir() : documents);
   if (request.scale) settings->set_scale(*request.scale);
   if (!request.document.empty()) settings->set(GTK_PRINT_SETTINGS_OUTPUT_BASENAME, request.document);
   return settings;

@@ -86,7 +86,7 @@ class Client:
     def print(self, document=SAMPLE, token=None, title="Print", **options):
         """Prints a file, or what comes from an open descriptor."""
         if token is not None:
-            options["token"] = GLib.Variant("u", token)
+            options["token"] = token if isinstance(token, GLib.Variant) else GLib.Variant("u", token)
         file = document if isinstance(document, int) else os.open(document, os.O_RDONLY)
         try:
             return self.call("Print", "sssha{sv}", (self.application, "", title, 0, options), files=[file])

@@ -2,7 +2,8 @@
 
 import os
 import pathlib
-import signal
+import random
+import select
 import subprocess
 import unittest
 
@@ -10,7 +11,8 @@ import patience
 from dialog_case import until
 from gi.repository import GLib
 from portal_client import CANCELLED, DONE, FAILED, Client, PortalCase, Shown, texts
-from terminal_case import CHANGED, DEFAULTS, SAMPLE, digest, of_panel
+from screen_reader import Program
+from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, digest, of_panel
 
 RANGES = "Specify one or more page ranges"
 A4 = {
@@ -21,6 +23,12 @@ A4 = {
     "MarginTop": GLib.Variant("d", 6.35),
     "Orientation": GLib.Variant("s", "portrait"),
 }
+SETTINGS = ("n-copies", "collate", "reverse", "page-set", "number-up", "number-up-layout", "print-pages", "page-ranges", "scale", "printer")
+SETTINGS += ("output-basename", "output-uri", "output-file-format", "cups-MVTopMargin", "")
+PAGE_SETUP = ("PPDName", "DisplayName", "Width", "Height", "MarginTop", "Orientation")
+OPTIONS = ("modal", "accept_label", "supported_output_file_formats", "has_current_page", "has_selected_pages", "token")
+PARENTS = ("", "x11:", "x11:zzzz", "x11:ffffffffffffffff", "x11:12345", "wayland:", "wayland:abc", "a" * 100000)
+IDLE = 10  # seconds
 # By which a program does nothing that the printer does.
 NEUTRAL = {"n-copies": "1", "collate": "false", "reverse": "false", "page-set": "all", "number-up": "1"}
 
@@ -177,6 +185,234 @@ class RequestsTest(PortalCase):
                 self.assertEqual(call.answer(), (FAILED, {}))
                 until(dialog.is_gone, "the dialog to go")
         self.assert_nothing_was_sent()
+
+    def test_a_refusal_of_the_server_is_told_and_the_document_printed_once_that_is_mended(self):
+        self.start()
+        call = self.client.prepare()
+        dialog = self.shown()
+        dialog.page("Tandem Trim")
+        dialog.check("Use Tandem Trim")
+        dialog.type("Top Margin", "12")
+        dialog.press("Print")
+        _, _, token = self.results_of(call)
+        self.cups.add_queue("Morva", PPD, accepting=False)
+        call = self.client.print(token=token)
+        dialog = Shown(self.process, "Print")
+        dialog.says("does not accept jobs")
+        self.assertFalse(call.is_answered())
+        self.cups.add_queue("Morva", PPD)
+        dialog.press("Close")
+        dialog.press("Print")
+        self.assertEqual(call.answer(), (DONE, {}))
+        record = self.job()
+        self.assertEqual((record.options[MARGINS["Top"]], record.sha256), ("12", digest(SAMPLE)))
+        until(dialog.is_gone, "the dialog to go")
+
+    def test_a_document_that_the_server_refuses_stays_in_the_users_hands_when_its_program_ends(self):
+        self.start()
+        _, _, token = self.chosen()
+        self.cups.add_queue("Morva", PPD, accepting=False)
+        self.client.print(token=token)
+        dialog = Shown(self.process, "Print")
+        dialog.says("does not accept jobs")
+        self.client.leave()
+        self.client = Client()
+        self.cups.add_queue("Morva", PPD)
+        dialog.press("Close")
+        dialog.press("Print")
+        until(dialog.is_gone, "the dialog to go")
+        self.assertEqual(self.job().sha256, digest(SAMPLE))
+
+    def test_a_document_that_is_laid_out_is_not_printed_with_other_pages(self):
+        self.start()
+        _, _, token = self.chosen()
+        self.cups.add_queue("Morva", PPD, accepting=False)
+        call = self.client.print(token=token)
+        dialog = Shown(self.process, "Print")
+        dialog.says("does not accept jobs")
+        self.cups.add_queue("Morva", PPD)
+        dialog.press("Close")
+        until(lambda: len(dialog.program.windows()) == 1, "the message to go")
+        dialog.check("Pages:")
+        dialog.type(RANGES, "1")
+        dialog.press("Print")
+        dialog.says("has laid the document out already")
+        dialog.press("Close")
+        until(lambda: len(dialog.program.windows()) == 1, "the message to go")
+        self.assert_nothing_was_sent()
+        dialog.check("All Pages")
+        dialog.press("Print")
+        self.assertEqual(call.answer(), (DONE, {}))
+
+    def test_a_file_gets_what_the_program_draws_for_it(self):
+        self.start()
+        folder = self.temporary_folder()
+        for title, ending in (("PDF", "pdf"), ("PostScript", "ps"), ("SVG", "svg")):
+            with self.subTest(title):
+                call = self.client.prepare(texts(output_basename="drawing"))
+                dialog = self.shown()
+                dialog.check("Pages:")
+                dialog.type(RANGES, "1")
+                dialog.select_printer("Print to File")
+                dialog.check(title)
+                dialog.press("Print")
+                settings, _, token = self.results_of(call)
+                self.assertEqual((settings["output-file-format"], settings["page-ranges"]), (ending, "0"))
+                content = {"pdf": b"%PDF-1.5\n", "ps": b"%!PS-Adobe-3.0\n", "svg": b'<?xml version="1.0"?>\n'}[ending]
+                document = folder / "drawn"
+                document.write_bytes(content)
+                self.assertEqual(self.client.print(document, token).answer(), (DONE, {}))
+                (saved,) = pathlib.Path(self.home()).rglob(f"*.{ending}")
+                self.assertEqual(saved.read_bytes(), content)
+                saved.unlink()
+        self.assert_nothing_was_sent()
+
+    def home(self):
+        return self.cups.environment()["HOME"]
+
+    def test_a_job_is_named_by_what_is_known_of_its_document_and_never_print(self):
+        self.start()
+        for settings, title, named in (
+            ({}, "A letter", "A letter"),
+            (texts(output_basename="letter.txt"), "Print", "letter.txt"),
+            ({}, "Print", "Document"),
+        ):
+            with self.subTest(title, settings=settings):
+                self.cups.forget()
+                self.run_command("lpoptions", "-d", "Morva")
+                call = self.client.prepare(settings, title=title)
+                self.shown(title).press("Print")
+                _, _, token = self.results_of(call)
+                self.client.print(token=token, title=title).answer()
+                self.assertEqual(self.job().title, named)
+
+    def test_the_button_has_the_programs_own_words(self):
+        self.start()
+        call = self.client.prepare(accept_label=GLib.Variant("s", "_Send"))
+        self.shown().press("Send")
+        self.assertEqual(call.answer()[0], DONE)
+
+    def test_two_dialogs_are_open_at_once_and_a_user_can_turn_to_either(self):
+        self.start()
+        first, second = self.client.prepare(title="First"), Client("org.example.Other").prepare(title="Second")
+        dialogs = [self.shown(title) for title in ("First", "Second")]
+        for dialog, call in zip(dialogs, (first, second)):
+            self.focus(dialog)
+            dialog.keys("Escape")
+            self.assertEqual(call.answer(), (CANCELLED, {}))
+
+    def focus(self, dialog):
+        """Gives the keyboard to a dialog, as a window manager does."""
+        subprocess.run(["xdotool", "search", "--name", f"^{dialog.title}$", "windowfocus", "--sync"], check=True)
+
+    def test_without_a_screen_each_request_fails_in_words_and_the_next_process_may_have_one(self):
+        self.start(DISPLAY=":none")
+        for ask in (self.client.prepare, self.client.print):
+            self.assertEqual(ask().answer(), (FAILED, {}))
+        self.assertIn("there is no screen to show the print dialog on", self.end_backend())
+        self.start()
+        self.chosen()
+
+    def test_it_uses_no_portal_itself(self):
+        self.start(GTK_USE_PORTAL="1", GDK_DEBUG="portals,gl-disable")
+        _, _, token = self.chosen()
+        self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
+
+    def test_a_handle_that_is_taken_is_refused(self):
+        self.start()
+        call = self.client.prepare()
+        dialog = self.shown()
+        self.assertEqual(self.client.prepare(handle=call.handle).answer(), (FAILED, {}))
+        dialog.press("Cancel")
+        self.assertEqual(call.answer(), (CANCELLED, {}))
+
+    def test_it_ends_when_nothing_is_to_be_done_and_not_before(self):
+        self.start()
+        _, _, token = self.chosen()
+        # As long as it would stay without a token.
+        with self.assertRaises(subprocess.TimeoutExpired):
+            self.process.wait(IDLE + 2)
+        self.client.print(token=token).answer()
+        self.assertEqual(self.process.wait(patience.PATIENCE), 0)
+
+    def test_a_frozen_server_holds_no_request_up(self):
+        self.start()
+        _, _, token = self.chosen()
+        self.cups.freeze()
+        self.addCleanup(self.cups.thaw)
+        sending = self.client.print(token=token)
+        reading = self.client.prepare(title="Another")
+        Shown(self.process, "Another")
+        for call in (reading, sending):
+            call.close()
+            self.assertEqual(call.answer(), (FAILED, {}))
+        self.cups.thaw()
+
+    def test_killed_at_any_moment_it_leaves_no_file_and_the_next_print_works(self):
+        reading, writing = os.pipe()
+        self.addCleanup(os.close, reading)
+        self.addCleanup(os.close, writing)
+        folder = self.temporary_folder()
+        for moment in ("dialog", "token", "copy"):
+            with self.subTest(moment):
+                self.start(TMPDIR=str(folder))
+                if moment == "dialog":
+                    call = self.client.prepare()
+                    self.shown()
+                else:
+                    _, _, token = self.chosen()
+                    call = self.client.print(reading, token) if moment == "copy" else None
+                if moment == "copy":
+                    os.write(writing, b"%PDF-1.4\n")
+                    until(lambda: self.has_read(reading), "the beginning of the document to be read")
+                self.process.kill()
+                self.process.communicate()
+                self.process = None
+                if call:
+                    self.assertIsInstance(call.answer(), GLib.Error)
+                self.assertEqual(list(folder.iterdir()), [])
+        self.start()
+        _, _, token = self.chosen()
+        self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
+
+    @staticmethod
+    def has_read(pipe):
+        return not select.select([pipe], [], [], 0)[0]
+
+    def test_whatever_a_request_holds_it_is_answered(self):
+        self.start()
+        chance = random.Random(20261122)
+        for _ in range(40):
+            settings, page_setup, options = (self.made_up(chance, keys) for keys in (SETTINGS, PAGE_SETUP, OPTIONS))
+            title, parent = chance.choice(["", "Print", "%s%n<b>", "a" * 100000]), chance.choice(PARENTS)
+            if chance.random() < 0.5:
+                call = self.client.prepare(settings, page_setup, title, parent, **options)
+            else:
+                call = self.client.print(title=title, **options)
+            until(self.windows, "a dialog")
+            call.close()
+            self.assertEqual(call.answer(), (FAILED, {}))
+            until(lambda: not self.windows(), "the dialog to go")
+        self.assert_nothing_was_sent()
+
+    def windows(self):
+        program = Program.of_process(self.process.pid)
+        return program and program.windows()
+
+    def made_up(self, chance, keys):
+        """A dictionary with some of the keys and any value."""
+        values = [
+            GLib.Variant("s", chance.choice(["", "1", "-1", "99999999999999999999", "nan", "true", "0-1", "%s%s%n", "a" * 70000, "\x1b[31m"])),
+            GLib.Variant("i", chance.randint(-(2**31), 2**31 - 1)),
+            GLib.Variant("u", chance.randint(0, 2**32 - 1)),
+            GLib.Variant("d", chance.choice([0.0, -1.0, 1e308, float("nan"), float("inf"), 210.0])),
+            GLib.Variant("b", chance.random() < 0.5),
+            GLib.Variant("as", ["pdf", "png"] * chance.randint(0, 3)),
+            GLib.Variant("v", GLib.Variant("s", "deep")),
+            GLib.Variant("a{sv}", {"n-copies": GLib.Variant("s", "3")}),
+            GLib.Variant("ay", bytes(1000)),
+        ]
+        return {key: chance.choice(values) for key in keys if chance.random() < 0.7}
 
 
 if __name__ == "__main__":
