@@ -1,10 +1,12 @@
 #include "host/cli/completion.hpp"
 
 #include <csignal>
+#include <functional>
 
 #include <unistd.h>
 
 #include "host/cli/arguments/value_readers.hpp"
+#include "host/cli/presets.hpp"
 #include "host/cups/connection/login.hpp"
 #include "host/cups/ppd.hpp"
 #include "host/cups/printer.hpp"
@@ -12,6 +14,7 @@
 #include "host/cups/queue_ppd.hpp"
 #include "host/failure.hpp"
 #include "host/panel/job_settings.hpp"
+#include "host/presets/preset_folders.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -26,28 +29,36 @@ void endInTime() {
   alarm(kSecondsAtKey);
 }
 
-std::vector<platform::PanelSetting> panelSettings(const CommandLine& line) {
-  const auto ignore = [](const std::string&) {};
-  const auto settingsWith = [&](const std::string& printer, ppd_file_t* ppd) {
-    const auto panel = settleSettings(line, printer, ppd, {}, {}, ignore).panel;
-    return panel ? panel->settings : std::vector<platform::PanelSetting>{};
-  };
-  if (line.ppd) return settingsWith("", openPpd(*line.ppd, *line.ppd).get());
+// What `words` gives for the name and the PPD of the command line's printer.
+Words wordsFor(const CommandLine& line,
+               const std::function<Words(const std::string& printer, ppd_file_t* ppd)>& words) {
+  if (line.ppd) return words("", openPpd(*line.ppd, *line.ppd).get());
   const Connection connection(line.server);
   const auto printer = findPrinter(connection, line.printer);
-  return settingsWith(printer.name, queuePpd(connection, printer).get());
+  return words(printer.name, queuePpd(connection, printer).get());
 }
 
+void ignore(const std::string& /*message*/) {}
+
 // A name with an equals sign and, once that is typed, one of its choices behind it.
-Words settingWords(const std::vector<platform::PanelSetting>& settings, const std::string& typed) {
+Words settingWords(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
+                   const std::string& typed) {
   Words words;
-  for (const auto& setting : settings) {
+  const auto panel = settleSettings(line, printer, ppd, {}, {}, ignore).panel;
+  if (!panel) return words;
+  for (const auto& setting : panel->settings) {
     const auto name = setting.name + '=';
     if (!typed.starts_with(name))
       words.push_back(name);
     else
       for (const auto& choice : setting.choices) words.push_back(name + choice.value);
   }
+  return words;
+}
+
+Words presetNames(const CommandLine& line, const std::string& printer, ppd_file_t* ppd) {
+  Words words;
+  for (const auto& kept : presetsOf(familyOf(line, printer, ppd), ignore)) words.push_back(kept.preset.name);
   return words;
 }
 
@@ -59,7 +70,15 @@ Words values(const Unfinished& unfinished, const std::string& typed) {
     for (const auto& [word, meaning] : kApplicationsTexts) words.emplace_back(word);
     return words;
   }
-  if (unfinished.option == "--set") return settingWords(panelSettings(unfinished.line), typed);
+  const auto& line = unfinished.line;
+  if (unfinished.option == "--set") {
+    return wordsFor(line,
+                    [&](const auto& printer, auto* ppd) { return settingWords(line, printer, ppd, typed); });
+  }
+  if (unfinished.option == "--preset" || unfinished.option == "--save-preset" ||
+      unfinished.option == "--delete-preset") {
+    return wordsFor(line, [&](const auto& printer, auto* ppd) { return presetNames(line, printer, ppd); });
+  }
   return {};
 }
 

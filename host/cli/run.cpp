@@ -5,6 +5,7 @@
 #include "host/applications/applications.hpp"
 #include "host/cli/dialog_loader.hpp"
 #include "host/cli/interruption.hpp"
+#include "host/cli/presets.hpp"
 #include "host/cli/printer_list.hpp"
 #include "host/cli/progress_line.hpp"
 #include "host/cli/results.hpp"
@@ -19,6 +20,7 @@
 #include "host/job/documents.hpp"
 #include "host/panel/job_settings.hpp"
 #include "host/plain_text.hpp"
+#include "host/presets/preset_folders.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -38,10 +40,16 @@ std::optional<Target> findTarget(const CommandLine& line, const Report& report) 
   return Target{std::move(connection), std::move(printer)};
 }
 
-// What the job starts with: the options that the user saved, then those of the command line.
-Options startingOptions(const CommandLine& line, const std::optional<Target>& target, ppd_file_t* ppd) {
+// What the job starts with: the options that the user saved, those of the preset, those of the command line.
+Options startingOptions(const CommandLine& line, const std::optional<Target>& target, ppd_file_t* ppd,
+                        const std::optional<Preset>& preset) {
   Options options;
   if (target) options = target->printer.saved;
+  if (preset) {
+    for (const auto& some : {preset->options, preset->panel}) {
+      for (const auto& option : some) setOption(options, option);
+    }
+  }
   for (const auto& option : asSpelled(ppd, line.options)) setOption(options, option);
   return options;
 }
@@ -92,7 +100,7 @@ void show(const CommandLine& line, std::ostream& out, const std::optional<std::s
     return;
   }
   if (job) showConfirmation(line, out, *job);
-  const bool onlyLooking = !job && !line.saveAsDefault;
+  const bool onlyLooking = !job && !line.saveAsDefault && !line.savePreset;
   if (line.summary || onlyLooking) showSummary(out, settings);
   if (!line.summary && onlyLooking) showOptions(out, settings.options);
 }
@@ -133,6 +141,10 @@ void runDialog(const CommandLine& line, std::ostream& out, const Report& report)
   showConfirmation(line, out, *job);
 }
 
+bool usesPresets(const CommandLine& line) {
+  return line.listPresets || line.preset || line.savePreset || line.deletePreset;
+}
+
 void switchApplications(const CommandLine& line, std::ostream& out, const Report& report) {
   switch (*line.applications) {
     case Applications::on:
@@ -162,9 +174,17 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   const auto target = findTarget(line, report);
   const auto ppd = line.ppd ? openPpd(*line.ppd, *line.ppd) : queuePpd(target->connection, target->printer);
   const auto printer = target ? target->printer.name : line.printer;
-  const auto settings = withoutLosses(line, settleSettings(line, printer.value_or("the printer"), ppd.get(),
-                                                           target ? target->printer.queueDefaults : Options{},
-                                                           startingOptions(line, target, ppd.get()), report));
+  const auto printersName = printer.value_or("the printer");
+  const auto family = usesPresets(line) ? familyOf(line, printersName, ppd.get()) : "";
+  if (line.listPresets) return listPresets(line, family, out, report);
+  if (line.deletePreset) {
+    deletePreset(family, *line.deletePreset, report);
+    return report("the preset " + *line.deletePreset + " is deleted");
+  }
+  const auto preset = line.preset ? std::optional(findPreset(family, *line.preset, report)) : std::nullopt;
+  const auto settings = withoutLosses(
+      line, settleSettings(line, printersName, ppd.get(), target ? target->printer.queueDefaults : Options{},
+                           startingOptions(line, target, ppd.get(), preset), report));
   const auto kept = line.saveAsDefault ? toKeep(settings) : Options{};
 
   std::optional<SentJob> job;
@@ -175,6 +195,10 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   if (target && target->connection.warning()) report(*target->connection.warning());
   if (job && job->failure) throw Failure(*job->failure);
   if (line.saveAsDefault) keep(*target, kept, report);
+  if (line.savePreset) {
+    savePreset(family, presetOf(line, preset, settings));
+    report("kept as the preset " + *line.savePreset);
+  }
 }
 
 }  // namespace tandemtrim::host

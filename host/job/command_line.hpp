@@ -48,6 +48,11 @@ struct CommandLine {
   bool lenient = false;
   /// Whether a job that is sent goes without a line on standard output.
   bool silent = false;
+  /// The name of the preset that the settings start from, and of the one that they are kept as.
+  std::optional<std::string> preset;
+  std::optional<std::string> savePreset;
+  std::optional<std::string> deletePreset;
+  bool listPresets = false;
   bool saveAsDefault = false;
   bool resetDefaults = false;
   /// Whether the server's printers are to be listed instead of any other work.

@@ -9,6 +9,7 @@
 #include "host/cli/arguments/value_readers.hpp"
 #include "host/failure.hpp"
 #include "host/plain_text.hpp"
+#include "host/presets/preset_folders.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -99,6 +100,12 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.add_flag("--summary", line.summary, "Show the panel's summary");
   app.add_flag("--json", line.json, "Show settings, limits and summary as JSON");
   app.add_flag("--force", line.force, "Send stored values that are outside the printer's limits");
+  app.add_option("--preset", line.preset, "Start from the settings that are kept under this name")
+      ->type_name("NAME");
+  app.add_option("--save-preset", line.savePreset, "Keep the settings under this name")->type_name("NAME");
+  app.add_option("--delete-preset", line.deletePreset, "Delete the settings that are kept under this name")
+      ->type_name("NAME");
+  app.add_flag("--list-presets", line.listPresets, "List the names under which settings are kept");
   app.add_flag("--save-as-default", line.saveAsDefault, "Keep the settings as your defaults for the printer");
   app.add_flag("--reset-defaults", line.resetDefaults, "Take your defaults for the printer away");
   app.add_option("--ppd", line.ppd, "Take the PPD from a file instead of the printer's queue")
@@ -136,6 +143,15 @@ void refuseWhatDoesNotFit(const CommandLine& line) {
   if (line.server) refuseWrongServer(*line.server);
   if (line.printer) refuseWrongPrinter(*line.printer);
   if (line.resetDefaults) refuseBeside(line, Use::reset, "--reset-defaults only takes the defaults away");
+  if (line.deletePreset && line.listPresets)
+    throw Failure("--delete-preset and --list-presets do not go together", kWrongCommandLine);
+  if (line.deletePreset && line.json)
+    throw Failure("--delete-preset only deletes a preset; leave --json out", kWrongCommandLine);
+  if (line.deletePreset) refuseBeside(line, Use::presets, "--delete-preset only deletes a preset");
+  if (line.listPresets) refuseBeside(line, Use::presets, "--list-presets only lists the presets");
+  for (const auto& name : {line.preset, line.savePreset, line.deletePreset}) {
+    if (name) refuseWrongPresetName(*name);
+  }
   if (line.list) refuseBeside(line, Use::list, "--list only lists the printers");
   if (line.allGtk && line.applications != Applications::on)
     throw Failure("--all-gtk goes with --applications on", kWrongCommandLine);

@@ -11,8 +11,9 @@ constexpr unsigned kDialog = static_cast<unsigned>(Use::dialog);
 constexpr unsigned kUnasked = static_cast<unsigned>(Use::dialogUnasked);
 constexpr unsigned kInput = static_cast<unsigned>(Use::input);
 constexpr unsigned kApplications = static_cast<unsigned>(Use::applications);
+constexpr unsigned kPresets = static_cast<unsigned>(Use::presets);
 constexpr unsigned kAnyJob = kDialog | kUnasked | kInput;
-constexpr unsigned kAll = kList | kReset | kAnyJob;
+constexpr unsigned kAll = kList | kReset | kPresets | kAnyJob;
 
 struct Row {
   const char* options;
@@ -30,8 +31,8 @@ constexpr std::array kRows{
     Row{"-E", isGiven<&CommandLine::encrypted>, kAll},
     Row{"-U", isGiven<&CommandLine::user>, kAll},
     Row{"--verbose", isGiven<&CommandLine::verbose>, kAll},
-    Row{"--plugin", isGiven<&CommandLine::plugin>, kList | kAnyJob},
-    Row{"-d", isGiven<&CommandLine::printer>, kReset | kAnyJob},
+    Row{"--plugin", isGiven<&CommandLine::plugin>, kList | kPresets | kAnyJob},
+    Row{"-d", isGiven<&CommandLine::printer>, kReset | kPresets | kAnyJob},
     Row{"-t", isGiven<&CommandLine::title>, kAnyJob},
     Row{"-n, -o, -q, -H, -P or -m", isGiven<&CommandLine::options>, kAnyJob},
     Row{"files", isGiven<&CommandLine::files>, kAnyJob},
@@ -41,10 +42,14 @@ constexpr std::array kRows{
     Row{"--lenient", isGiven<&CommandLine::lenient>, kInput},
     Row{"--force", isGiven<&CommandLine::force>, kInput},
     Row{"--without-panel", isGiven<&CommandLine::withoutPanel>, kInput},
-    Row{"--ppd", isGiven<&CommandLine::ppd>, kInput},
+    Row{"--ppd", isGiven<&CommandLine::ppd>, kPresets | kInput},
     Row{"--wait", isGiven<&CommandLine::wait>, kInput},
+    Row{"--preset", isGiven<&CommandLine::preset>, kInput},
+    Row{"--save-preset", isGiven<&CommandLine::savePreset>, 0},
+    Row{"--delete-preset", isGiven<&CommandLine::deletePreset>, kPresets},
+    Row{"--list-presets", isGiven<&CommandLine::listPresets>, kPresets},
     Row{"--summary", isGiven<&CommandLine::summary>, 0},
-    Row{"--json", isGiven<&CommandLine::json>, 0},
+    Row{"--json", isGiven<&CommandLine::json>, kPresets},
     Row{"--save-as-default", isGiven<&CommandLine::saveAsDefault>, 0},
     Row{"--list", isGiven<&CommandLine::list>, kList},
     Row{"--applications", isGiven<&CommandLine::applications>, kApplications},

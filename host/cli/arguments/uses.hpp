@@ -19,7 +19,9 @@ enum class Use : unsigned {
   /// Printing what comes on standard input where no file is named.
   input = 16,
   /// Switching for the applications of the session.
-  applications = 32
+  applications = 32,
+  /// Listing or deleting presets.
+  presets = 64
 };
 
 /// The options of the command line that have no part in this use, as "-d, --json"; empty without any.

@@ -90,6 +90,14 @@ class CompletionTest(TerminalCase):
         of_other = set(self.words("-d", "Fold", "--set", "", **around))
         self.assertTrue(of_other and not of_other & SETTINGS, of_other)
 
+    def test_presets_are_those_of_the_printers_family(self):
+        for name in ("Booklet", "Two words"):
+            self.assertEqual(self.trim("-d", "Morva", "--save-preset", name).returncode, 0)
+        for option in ("--preset", "--save-preset", "--delete-preset"):
+            self.assertEqual(self.words("-d", "Morva", option, ""), ["Booklet", "Two words"])
+        self.assertEqual(self.words("--ppd", str(PPD), "--preset", "T"), ["Two words"])
+        self.assertEqual(self.words("-d", "Fold", "--preset", ""), [])
+
     def test_options_are_those_of_the_help(self):
         helped = self.trim("--help").stdout
         options = self.words("-")

@@ -15,13 +15,23 @@ using Arguments = std::vector<std::string>;
 // The option with a value that it takes.
 Arguments given(const std::string& option) {
   const std::map<std::string, std::string> values{
-      {"-h", "far"},        {"-U", "amy"},
-      {"-d", "Morva"},      {"-t", "Title"},
-      {"-n", "2"},          {"-o", "x-note=1"},
-      {"-q", "7"},          {"-H", "hold"},
-      {"-P", "1"},          {"--set", "Top=1"},
-      {"--ppd", "a.ppd"},   {"-i", "12"},
-      {"--plugin", "/opt"}, {"--applications", "on"},
+      {"-h", "far"},
+      {"-U", "amy"},
+      {"-d", "Morva"},
+      {"-t", "Title"},
+      {"-n", "2"},
+      {"-o", "x-note=1"},
+      {"-q", "7"},
+      {"-H", "hold"},
+      {"-P", "1"},
+      {"--set", "Top=1"},
+      {"--ppd", "a.ppd"},
+      {"-i", "12"},
+      {"--preset", "A"},
+      {"--save-preset", "A"},
+      {"--delete-preset", "A"},
+      {"--plugin", "/opt"},
+      {"--applications", "on"},
   };
   const auto value = values.find(option);
   return value == values.end() ? Arguments{option} : Arguments{option, value->second};
@@ -60,12 +70,18 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         UseOfOptions{"--list", {"--list"}, {"-h", "-E", "-U", "--verbose", "--plugin", "-c"}},
         UseOfOptions{"--reset-defaults", {"--reset-defaults"}, {"-h", "-E", "-U", "--verbose", "-d", "-c"}},
+        UseOfOptions{"--list-presets",
+                     {"--list-presets"},
+                     {"-h", "-E", "-U", "--verbose", "-d", "-c", "--plugin", "--ppd", "--json"}},
+        UseOfOptions{"--delete-preset",
+                     {"--delete-preset", "A"},
+                     {"-h", "-E", "-U", "--verbose", "-d", "-c", "--plugin", "--ppd"}},
         UseOfOptions{"--applications", {"--applications", "on"}, {"--all-gtk", "-c"}},
         UseOfOptions{"--dialog",
                      {"--dialog", "a.pdf"},
                      {"-h", "-E", "-U", "-d", "-t", "-c", "-s", "-n", "-o", "-q", "-H", "-P", "-m",
                       "--plugin", "--verbose"}}),
-    [](const auto& use) { return use.param.name.substr(2, 4); });
+    [](const auto& use) { return use.param.name.substr(2, use.param.name.find_first_of("-0", 2) - 2) + std::to_string(use.index); });
 
 TEST(AUse, RefusesFilesThatItLeavesAlone) {
   for (const Arguments& use : {Arguments{"--list"}, {"--reset-defaults"}, {"--applications", "off"}}) {

@@ -1,0 +1,66 @@
+#include "host/cli/presets.hpp"
+
+#include <algorithm>
+
+#include <nlohmann/json.hpp>
+
+#include "host/failure.hpp"
+#include "host/panel/bundle_search.hpp"
+#include "host/plain_text.hpp"
+#include "host/presets/preset_folders.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json objectOf(const Options& options) {
+  auto json = Json::object();
+  for (const auto& [keyword, value] : options) json[keyword] = value;
+  return json;
+}
+
+}  // namespace
+
+std::string familyOf(const CommandLine& line, const std::string& printer, ppd_file_t* ppd) {
+  const auto bundle = bundleOfPrinter(line.plugin, ppd);
+  if (!bundle)
+    throw Failure("presets are kept for printers with a panel; " + printer + " has none, since " +
+                  reasonForNoPanel(ppd));
+  return bundle->stem();
+}
+
+void listPresets(const CommandLine& line, const std::string& family, std::ostream& out,
+                 const Report& report) {
+  const auto presets = presetsOf(family, report);
+  if (line.json) {
+    auto list = Json::array();
+    for (const auto& [preset, isOwn] : presets) {
+      list.push_back({{"name", preset.name},
+                      {"readOnly", !isOwn},
+                      {"panel", objectOf(preset.panel)},
+                      {"options", objectOf(preset.options)}});
+    }
+    out << list.dump(2, ' ', true, Json::error_handler_t::replace) << '\n';
+    return;
+  }
+  for (const auto& [preset, isOwn] : presets) out << preset.name << (isOwn ? "" : "  (read-only)") << '\n';
+}
+
+Preset presetOf(const CommandLine& line, const std::optional<Preset>& base, const JobSettings& settings) {
+  Preset preset{*line.savePreset, {}, base ? base->options : Options{}};
+  std::vector<std::string> keywords;
+  if (settings.panel) {
+    for (const auto& setting : settings.panel->settings) keywords.push_back(setting.keyword);
+  }
+  for (const auto& option : settings.options) {
+    const bool isPanels = std::ranges::count(keywords, option.keyword) != 0;
+    if (isPanels) setOption(preset.panel, option);
+  }
+  if (settings.panel) preset.panel = withoutKeywords(preset.panel, settings.panel->illegalDefaults);
+  for (const auto& option : withoutKeywords(withoutThoseOfOneJob(line.options), keywords))
+    setOption(preset.options, option);
+  return preset;
+}
+
+}  // namespace tandemtrim::host

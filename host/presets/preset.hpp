@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "host/job/options.hpp"
+
+namespace tandemtrim::host {
+
+/// Settings of a job under a name that the user gave them.
+struct Preset {
+  std::string name;
+  /// The panel's settings, by the PPD's keywords.
+  Options panel;
+  /// Other options of the job; what it does not name stays as it is.
+  Options options;
+
+  friend bool operator==(const Preset&, const Preset&) = default;
+};
+
+/// The preset's settings as readable JSON.
+std::string presetText(const Preset& preset);
+
+/// The preset of this name with the settings of that JSON. Failure, with the reason, when the text is none.
+Preset presetFrom(const std::string& name, const std::string& text);
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,196 @@
+#include "host/presets/preset_folders.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <optional>
+#include <string_view>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "host/home_folder.hpp"
+#include "host/plain_text.hpp"
+#include "host/whole_file.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kEnding = ".json";
+constexpr std::size_t kMostBytes = 1 << 20;
+// Of a file's name, with room for what is behind it while the file is replaced or set aside.
+constexpr std::size_t kLongestName = 200;
+
+// In bytes that every file system takes; a name that begins with a point would be hidden.
+std::string escapedName(const std::string& name) {
+  constexpr std::string_view kReserved = "%/\\:*?\"<>|";
+  std::string escaped;
+  for (const char byte : name) {
+    const bool isHidden = escaped.empty() && byte == '.';
+    if (!isHidden && kReserved.find(byte) == std::string_view::npos) {
+      escaped += byte;
+      continue;
+    }
+    std::array<char, 4> code{};
+    std::snprintf(code.data(), code.size(), "%%%02X", static_cast<unsigned char>(byte));
+    escaped += code.data();
+  }
+  return escaped;
+}
+
+// The name that gives this escaped one; none where no name does.
+std::optional<std::string> unescapedName(const std::string& escaped) {
+  std::string name;
+  for (std::size_t at = 0; at < escaped.size(); ++at) {
+    unsigned code = 0;
+    if (escaped[at] != '%') {
+      name += escaped[at];
+    } else if (std::sscanf(escaped.c_str() + at, "%%%2x", &code) == 1) {
+      name += static_cast<char>(code);
+      at += 2;
+    }
+  }
+  return escapedName(name) == escaped ? std::optional(name) : std::nullopt;
+}
+
+std::string variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+fs::path ownFolder(const std::string& family) {
+  // By the desktops' rules a relative path counts as none.
+  const fs::path configured = variable("XDG_CONFIG_HOME");
+  const auto base = configured.is_absolute() ? configured : homeFolder() / ".config";
+  return base / "tandem-trim/presets" / escapedName(family);
+}
+
+std::vector<fs::path> administratorsFolders(const std::string& family) {
+  std::vector<fs::path> folders;
+  auto paths = variable("XDG_CONFIG_DIRS");
+  if (paths.empty()) paths = "/etc/xdg";
+  for (std::size_t start = 0; start <= paths.size();) {
+    const auto end = std::min(paths.find(':', start), paths.size());
+    const fs::path folder = paths.substr(start, end - start);
+    if (folder.is_absolute()) folders.push_back(folder / "tandem-trim/presets" / escapedName(family));
+    start = end + 1;
+  }
+  return folders;
+}
+
+void reportDamage(const fs::path& file, bool isOwn, const std::string& reason, const Report& report) {
+  auto text = "the preset in " + file.string() + " cannot be understood (" + reason + ')';
+  auto aside = file;
+  aside += ".damaged";
+  std::error_code failed;
+  if (isOwn) fs::rename(file, aside, failed);
+  if (isOwn && !failed) text += "; the file is now " + aside.string();
+  report(text);
+}
+
+// By name. Those that are there already stay.
+void addFrom(const fs::path& folder, bool isOwn, const Report& report,
+             std::map<std::string, KeptPreset>& presets) {
+  std::error_code unreadable;
+  for (fs::directory_iterator entry(folder, unreadable), end; !unreadable && entry != end;
+       entry.increment(unreadable)) {
+    const auto& file = entry->path();
+    const auto name = unescapedName(file.stem());
+    if (file.extension() != kEnding || !name) continue;
+    try {
+      refuseWrongPresetName(*name);
+      if (const auto text = readWholeFile(file, kMostBytes))
+        presets.try_emplace(*name, KeptPreset{presetFrom(*name, *text), isOwn});
+    } catch (const Failure& failure) {
+      reportDamage(file, isOwn, failure.what(), report);
+    }
+  }
+}
+
+Failure unknownPreset(const std::string& name, const std::vector<KeptPreset>& presets) {
+  std::string known;
+  for (const auto& each : presets) known += (known.empty() ? "" : ", ") + shortText(each.preset.name);
+  return Failure("there is no preset " + shortText(name) + "; " +
+                 (known.empty() ? "none is kept for these printers" : "there are: " + known));
+}
+
+KeptPreset findKept(const std::string& family, const std::string& name, const Report& report) {
+  const auto presets = presetsOf(family, report);
+  const auto found = std::ranges::find(presets, name, [](const auto& kept) { return kept.preset.name; });
+  if (found == presets.end()) throw unknownPreset(name, presets);
+  return *found;
+}
+
+void requireOwn(const std::string& family, const std::string& name, const Report& report) {
+  if (!findKept(family, name, report).isOwn)
+    throw Failure("the preset " + shortText(name) +
+                  " is the administrator's; save one of your own under that name instead");
+}
+
+void makeFolder(const fs::path& folder) {
+  std::error_code failed;
+  fs::create_directories(folder, failed);
+  if (failed) throw Failure(folder.string() + " cannot be made: " + failed.message());
+}
+
+}  // namespace
+
+void refuseWrongPresetName(const std::string& name) {
+  if (name.empty()) throw Failure("a preset needs a name", kWrongCommandLine);
+  if (plainText(name) != name)
+    throw Failure("a preset cannot be named " + shortText(name) + "; leave control characters out",
+                  kWrongCommandLine);
+  if (escapedName(name).size() > kLongestName)
+    throw Failure("the name of a preset is too long: " + shortText(name), kWrongCommandLine);
+}
+
+fs::path presetFile(const std::string& family, const std::string& name) {
+  return ownFolder(family) / (escapedName(name) + std::string(kEnding));
+}
+
+std::vector<KeptPreset> presetsOf(const std::string& family, const Report& report) {
+  std::map<std::string, KeptPreset> byName;
+  addFrom(ownFolder(family), true, report, byName);
+  for (const auto& folder : administratorsFolders(family)) addFrom(folder, false, report, byName);
+  std::vector<KeptPreset> presets;
+  presets.reserve(byName.size());
+  for (auto& [name, preset] : byName) presets.push_back(std::move(preset));
+  return presets;
+}
+
+Preset findPreset(const std::string& family, const std::string& name, const Report& report) {
+  return findKept(family, name, report).preset;
+}
+
+void savePreset(const std::string& family, const Preset& preset) {
+  refuseWrongPresetName(preset.name);
+  const auto file = presetFile(family, preset.name);
+  makeFolder(file.parent_path());
+  replaceFile(file, presetText(preset));
+}
+
+void deletePreset(const std::string& family, const std::string& name, const Report& report) {
+  requireOwn(family, name, report);
+  const auto file = presetFile(family, name);
+  if (unlink(file.c_str()) != 0) throw unwritableFile(file);
+}
+
+void renamePreset(const std::string& family, const std::string& name, const std::string& newName,
+                  const Report& report) {
+  requireOwn(family, name, report);
+  refuseWrongPresetName(newName);
+  const auto from = presetFile(family, name);
+  const auto to = presetFile(family, newName);
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
+  if (errno != EEXIST) throw unwritableFile(to);
+  throw Failure("there is a preset " + shortText(newName) + " already; choose another name");
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "host/failure.hpp"
+#include "host/presets/preset.hpp"
+#include "host/report.hpp"
+
+namespace tandemtrim::host {
+
+/// The presets of a family of printers, which is named after its panel's bundle. Each is a JSON file that
+/// bears its name: the user's below $XDG_CONFIG_HOME/tandem-trim, the administrator's below each of
+/// $XDG_CONFIG_DIRS. Two programs that save at once lose nothing, since each file is replaced as a whole.
+
+struct KeptPreset {
+  Preset preset;
+  /// Whether it is the user's, who alone may change it; the administrator's are read-only.
+  bool isOwn = true;
+
+  friend bool operator==(const KeptPreset&, const KeptPreset&) = default;
+};
+
+/// The family's presets in the order of their names; the user's hides the administrator's of the same name. A
+/// damaged file is reported; the user's is renamed, too, with ".damaged" behind its name.
+std::vector<KeptPreset> presetsOf(const std::string& family, const Report& report);
+
+/// The preset of this name. Failure that names those that there are.
+Preset findPreset(const std::string& family, const std::string& name, const Report& report);
+
+/// Keeps the preset, in the place of the user's own of the same name. Failure when its name cannot be one and
+/// when the file cannot be written.
+void savePreset(const std::string& family, const Preset& preset);
+
+/// Removes the user's preset. Failure for a name that none has, and for the administrator's.
+void deletePreset(const std::string& family, const std::string& name, const Report& report);
+
+/// Gives the user's preset another name. Failure as for deletePreset(), and where the other name is taken.
+void renamePreset(const std::string& family, const std::string& name, const std::string& newName,
+                  const Report& report);
+
+/// Failure for a name that no preset can have: an empty one, one with control characters or what is not
+/// UTF-8, and one too long for the name of a file.
+void refuseWrongPresetName(const std::string& name);
+
+/// The user's file of the preset. No name leads out of the folder.
+std::filesystem::path presetFile(const std::string& family, const std::string& name);
+
+}  // namespace tandemtrim::host

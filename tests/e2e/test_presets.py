@@ -1,0 +1,146 @@
+"""Settings that a user keeps under names, from a terminal."""
+
+import json
+import unittest
+
+from terminal_case import ACTS_THAT_CHANGE, CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, SMALLER, TerminalCase, each, of_panel
+
+NAME = "Booklet, 5 mm"
+
+
+class PresetsTest(TerminalCase):
+    def setUp(self):
+        super().setUp()
+        for file in self.folder.glob("*"):
+            file.unlink()
+
+    @property
+    def folder(self):
+        return self.cups.folder / "home/.config/tandem-trim/presets/TandemTrim"
+
+    def does(self, *arguments, **variables):
+        """Runs the program for the printer Morva, which must succeed and send nothing; gives what it says."""
+        before = self.cups.jobs()
+        result = self.trim("-d", "Morva", *arguments, **variables)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(self.cups.jobs(), before)
+        return result
+
+    def save(self, *arguments, name=NAME):
+        return self.does("--save-preset", name, *each("--set", ACTS_THAT_CHANGE), *arguments)
+
+    def presets(self):
+        return json.loads(self.does("--list-presets", "--json").stdout)
+
+    def narrow(self):
+        """A printer of the family with a smaller largest margin at the top than the preset has."""
+        ppd = self.temporary_folder() / "narrow.ppd"
+        ppd.write_text(PPD.read_text().replace(*SMALLER))
+        self.cups.add_queue("Narrow", ppd)
+        return "Narrow"
+
+    def test_a_preset_brings_its_settings_back(self):
+        result = self.save()
+        self.assertEqual(result.stdout, "")
+        self.assertEqual(result.stderr, f"tandem-trim: kept as the preset {NAME}\n")
+        self.assertEqual(of_panel(self.options_of("--preset", NAME)), CHANGED)
+        self.assertEqual(of_panel(self.options_of()), DEFAULTS)
+
+    def test_what_the_command_line_says_counts_more_and_what_is_saved_for_the_printer_less(self):
+        self.save("-o", "x-note=preset")
+        self.does("--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=1 x-note=saved x-own=saved")
+        try:
+            options = self.options_of("--preset", NAME, "--set", "Top=3")
+            self.assertEqual(of_panel(options), CHANGED | {MARGINS["Top"]: "3"})
+            self.assertEqual((options["x-note"], options["x-own"]), ("preset", "saved"))
+            self.assertEqual(self.options_of("--preset", NAME, "-o", "x-note=now")["x-note"], "now")
+        finally:
+            self.does("--reset-defaults")
+
+    def test_it_sets_other_options_only_where_they_were_asked_for_and_never_those_of_one_job(self):
+        self.save()
+        self.assertEqual(self.presets(), [{"name": NAME, "readOnly": False, "panel": CHANGED, "options": {}}])
+        self.save("-o", "sides=two-sided-long-edge", "-n", "3", "-P", "1", "-H", "hold", "-o", "MVTopMargin=4", name="More")
+        more = next(preset for preset in self.presets() if preset["name"] == "More")
+        self.assertEqual(more["options"], {"sides": "two-sided-long-edge"})
+        self.does("--preset", "More", "--save-preset", "Changed", "--set", "Top=9")
+        changed = next(preset for preset in self.presets() if preset["name"] == "Changed")
+        self.assertEqual(changed["options"], more["options"])
+        self.assertEqual(changed["panel"], CHANGED | {MARGINS["Top"]: "9"})
+
+    def test_it_is_kept_beside_a_job_that_is_printed_and_not_beside_one_that_is_refused(self):
+        self.prints("-d", "Morva", "--save-preset", NAME, "--set", "Valid=On", SAMPLE)
+        self.assertEqual(self.presets()[0]["panel"], DEFAULTS | {"MVTandemTrim": "On"})
+        self.cups.forget()
+        self.refuses("-d", "Morva", "--save-preset", "Other", "--set", "Valid=On", "--set", "Top=abc", SAMPLE, status=2)
+        self.assertEqual([preset["name"] for preset in self.presets()], [NAME])
+
+    def test_values_that_a_printer_does_not_allow_are_refused_and_not_changed(self):
+        self.save()
+        printer = self.narrow()
+        self.refuses("-d", printer, "--preset", NAME, SAMPLE, words=["Top", "12", "8"])
+        _, (record,) = self.prints("-d", printer, "--preset", NAME, "--set", "Top=8", SAMPLE)
+        self.assertEqual(of_panel(record.options), CHANGED | {MARGINS["Top"]: "8"})
+        _, (record,) = self.prints("-d", printer, "--preset", NAME, "--force", SAMPLE)
+        self.assertEqual(of_panel(record.options), CHANGED)
+
+    def test_presets_are_listed_and_deleted(self):
+        self.assertEqual(self.does("--list-presets").stdout, "")
+        self.save(name="b")
+        self.save(name="a")
+        house = self.temporary_folder()
+        folder = house / "tandem-trim/presets/TandemTrim"
+        folder.mkdir(parents=True)
+        (folder / "House.json").write_text('{"panel": {"MVTandemTrim": "On"}}')
+        around = {"XDG_CONFIG_DIRS": str(house)}
+        self.assertEqual(self.does("--list-presets", **around).stdout, "House  (read-only)\na\nb\n")
+        self.assertEqual(self.does("--delete-preset", "a").stderr, "tandem-trim: the preset a is deleted\n")
+        self.assertEqual(self.does("--list-presets").stdout, "b\n")
+        self.refuses("-d", "Morva", "--delete-preset", "a", words=["there is no preset a", "b"])
+        self.refuses("-d", "Morva", "--delete-preset", "House", words=["is the administrator's"], **around)
+        self.assertEqual(of_panel(self.options_of("--preset", "House", **around)), DEFAULTS | {"MVTandemTrim": "On"})
+
+    def test_an_unknown_preset_is_told_with_those_that_there_are(self):
+        self.refuses("-d", "Morva", "--preset", "None", SAMPLE, words=["there is no preset None", "none is kept"])
+        self.save()
+        self.refuses("-d", "Morva", "--preset", "None", SAMPLE, words=["there is no preset None", NAME])
+
+    def test_a_damaged_preset_is_set_aside_and_told(self):
+        self.save()
+        file = self.folder / f"{NAME}.json"
+        file.write_text("{")
+        self.refuses("-d", "Morva", "--preset", NAME, SAMPLE, words=[str(file), ".damaged", f"there is no preset {NAME}"])
+        self.assertFalse(file.exists())
+        self.assertEqual(file.with_name(f"{NAME}.json.damaged").read_text(), "{")
+
+    def test_a_printer_without_a_panel_has_no_presets(self):
+        ppd = self.temporary_folder() / "plain.ppd"
+        ppd.write_text("".join(line for line in PPD.read_text().splitlines(keepends=True) if not line.startswith("*APDialogExtension")))
+        self.cups.add_queue("Plain", ppd)
+        for arguments in (["--list-presets"], ["--preset", NAME], ["--save-preset", NAME], ["--delete-preset", NAME]):
+            with self.subTest(arguments):
+                self.refuses("-d", "Plain", *arguments, words=["presets are kept for printers with a panel; Plain has none"])
+
+    def test_no_server_is_asked_where_the_ppd_is_a_file(self):
+        arguments = ["-h", "localhost:1", "--ppd", PPD]
+        result = self.trim(*arguments, "--save-preset", NAME, "--set", "Valid=On")
+        self.assertEqual((result.returncode, result.stdout), (0, ""), result.stderr)
+        self.assertEqual(self.trim(*arguments, "--list-presets").stdout, f"{NAME}\n")
+
+    def test_wrong_names_and_combinations_are_refused_with_the_status_of_a_wrong_command_line(self):
+        for arguments in (
+            ["--save-preset", ""], ["--preset", "a\nb"], ["--save-preset", "x" * 300], ["--delete-preset", "a", SAMPLE],
+            ["--list-presets", "--delete-preset", "a"], ["--list-presets", "--set", "Top=1"]):
+            with self.subTest(arguments):
+                self.refuses("-d", "Morva", *arguments, status=2)
+
+    def test_a_preset_that_cannot_be_written_is_a_failure_after_the_job(self):
+        home = self.temporary_folder()
+        (home / "config").write_text("no folder")
+        result = self.trim("-d", "Morva", "--save-preset", NAME, XDG_CONFIG_HOME=str(home / "config"))
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(str(home / "config"), result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,172 @@
+#include "host/presets/preset_folders.hpp"
+
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include <gmock/gmock.h>
+
+#include "tests/host/failure_matcher.hpp"
+#include "tests/support/temporary_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const Preset kBooklet{
+    "Booklet, 5 mm", {{"MVTandemTrim", "On"}, {"MVTopMargin", "5"}}, {{"sides", "two-sided-short-edge"}}};
+
+class Presets : public testing::Test {
+ protected:
+  Presets() {
+    setenv("XDG_CONFIG_HOME", own().c_str(), 1);
+    setenv("XDG_CONFIG_DIRS", ("/nonexistent:" + administrators().string()).c_str(), 1);
+  }
+  ~Presets() override {
+    unsetenv("XDG_CONFIG_HOME");
+    unsetenv("XDG_CONFIG_DIRS");
+  }
+
+  [[nodiscard]] std::filesystem::path own() const { return folder_.path() / "own"; }
+  [[nodiscard]] std::filesystem::path administrators() const { return folder_.path() / "etc"; }
+  std::string write(const std::filesystem::path& base, const std::string& file, const std::string& text) {
+    return folder_.write(base / "tandem-trim/presets/Family" / file, text);
+  }
+  std::vector<std::string> names() {
+    std::vector<std::string> names;
+    for (const auto& kept : presetsOf("Family", report)) names.push_back(kept.preset.name);
+    return names;
+  }
+
+  std::vector<std::string> said;
+  Report report = [this](const std::string& message) { said.push_back(message); };
+
+ private:
+  test::TemporaryFolder folder_;
+};
+
+TEST_F(Presets, AreKeptUntilTheyAreDeleted) {
+  EXPECT_THAT(names(), IsEmpty());
+  savePreset("Family", kBooklet);
+  EXPECT_EQ(findPreset("Family", kBooklet.name, report), kBooklet);
+  EXPECT_THAT(presetsOf("Another", report), IsEmpty());
+  auto changed = kBooklet;
+  changed.panel.front().value = "Off";
+  savePreset("Family", changed);
+  EXPECT_EQ(findPreset("Family", kBooklet.name, report), changed);
+  deletePreset("Family", kBooklet.name, report);
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(said, IsEmpty());
+}
+
+TEST_F(Presets, AreReadableFilesThatAUserMayWrite) {
+  savePreset("Family", kBooklet);
+  std::ostringstream text;
+  text << std::ifstream(own() / "tandem-trim/presets/Family/Booklet, 5 mm.json").rdbuf();
+  EXPECT_EQ(text.str(), R"({
+  "panel": {
+    "MVTandemTrim": "On",
+    "MVTopMargin": "5"
+  },
+  "options": {
+    "sides": "two-sided-short-edge"
+  }
+}
+)");
+  write(own(), "By hand.json", R"({"panel": {"MVTopMargin": "9"}})");
+  EXPECT_EQ(findPreset("Family", "By hand", report), (Preset{"By hand", {{"MVTopMargin", "9"}}, {}}));
+}
+
+TEST_F(Presets, OfTheAdministratorAreThereUntilTheUserHidesThem) {
+  write(administrators(), "House.json", R"({"panel": {"MVTopMargin": "1"}})");
+  write(administrators(), "Plain.json", "{}");
+  savePreset("Family", {"House", {{"MVTopMargin", "2"}}, {}});
+  EXPECT_THAT(presetsOf("Family", report),
+              ElementsAre(KeptPreset{{"House", {{"MVTopMargin", "2"}}, {}}, true},
+                          KeptPreset{{"Plain", {}, {}}, false}));
+  deletePreset("Family", "House", report);
+  EXPECT_EQ(findPreset("Family", "House", report).panel.front().value, "1");
+  EXPECT_THAT(failureOf([&] { deletePreset("Family", "House", report); }).what(),
+              HasSubstr("is the administrator's"));
+  EXPECT_THAT(failureOf([&] { renamePreset("Family", "Plain", "Mine", report); }).what(),
+              HasSubstr("is the administrator's"));
+  EXPECT_THAT(names(), ElementsAre("House", "Plain"));
+}
+
+TEST_F(Presets, AreRenamedButNotOverOthers) {
+  savePreset("Family", kBooklet);
+  savePreset("Family", {"Other", {}, {}});
+  EXPECT_THAT(failureOf([&] { renamePreset("Family", kBooklet.name, "Other", report); }).what(),
+              HasSubstr("there is a preset Other already"));
+  renamePreset("Family", kBooklet.name, "Brochure", report);
+  EXPECT_THAT(names(), ElementsAre("Brochure", "Other"));
+  EXPECT_EQ(findPreset("Family", "Brochure", report).panel, kBooklet.panel);
+}
+
+TEST_F(Presets, ThatAreUnknownAreToldWithThoseThatThereAre) {
+  EXPECT_THAT(failureOf([&] { findPreset("Family", "None", report); }).what(),
+              HasSubstr("there is no preset None; none is kept"));
+  savePreset("Family", kBooklet);
+  savePreset("Family", {"Other", {}, {}});
+  EXPECT_THAT(failureOf([&] { findPreset("Family", "None", report); }).what(),
+              HasSubstr("there are: Booklet, 5 mm, Other"));
+}
+
+TEST_F(Presets, ThatAreDamagedAreSetAsideAndTold) {
+  for (const std::string text :
+       {"", "{", "[]", R"({"panel": []})", R"({"panel": {"": "x"}})", R"({"options": {"a": 1}})"}) {
+    const auto file = write(own(), "Damaged.json", text);
+    EXPECT_THAT(names(), IsEmpty()) << text;
+    EXPECT_THAT(said, ElementsAre(testing::AllOf(HasSubstr(file), HasSubstr("cannot be understood"),
+                                                 HasSubstr(".damaged"))));
+    EXPECT_TRUE(std::filesystem::exists(file + ".damaged"));
+    EXPECT_FALSE(std::filesystem::exists(file));
+    said.clear();
+    std::filesystem::remove(file + ".damaged");
+  }
+  const auto file = write(administrators(), "Damaged.json", "{");
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(said, ElementsAre(HasSubstr(file)));
+  EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(Presets, MayHaveAnyNameAndNoneLeadsOutOfTheirFolder) {
+  for (const std::string name : {"../../evil", "..", ".", ".hidden", "a/b", "100 %", "%2F", "c:\\d",
+                                 "Größe «A»", "小册子", "a'b\"c$d", "x.json"}) {
+    savePreset("Family", {name, {}, {}});
+    EXPECT_EQ(presetFile("Family", name).parent_path(), own() / "tandem-trim/presets/Family") << name;
+    EXPECT_THAT(names(), ElementsAre(name));
+    deletePreset("Family", name, report);
+  }
+  savePreset("../..", kBooklet);
+  EXPECT_EQ(presetFile("../..", "x").parent_path().parent_path(), own() / "tandem-trim/presets");
+  for (const auto& name : {std::string(), std::string("a\nb"), std::string("a\0b", 3),
+                                 std::string("\xFF"), std::string(300, 'x')})
+    EXPECT_EQ(failureOf([&] { savePreset("Family", {name, {}, {}}); }).exitStatus(), kWrongCommandLine);
+}
+
+TEST_F(Presets, OfTwoProgramsThatSaveAtOnceAreAllKept) {
+  const auto saveMany = [](const std::string& prefix) {
+    for (int count = 0; count < 50; ++count) {
+      savePreset("Family", {prefix + std::to_string(count), {}, {}});
+      savePreset("Family", {"Shared", {{"MVTopMargin", prefix}}, {}});
+    }
+  };
+  std::thread other(saveMany, "a");
+  saveMany("b");
+  other.join();
+  EXPECT_EQ(names().size(), 101U);
+  EXPECT_THAT(said, IsEmpty());
+}
+
+TEST_F(Presets, ThatCannotBeWrittenAreAFailure) {
+  std::ofstream(own()) << "no folder";
+  EXPECT_THAT(failureOf([&] { savePreset("Family", kBooklet); }).what(), HasSubstr(own().string()));
+}
+
+}  // namespace
+}  // namespace tandemtrim::host
