@@ -44,6 +44,7 @@ const Arrows kAllowed{
     {"host", {"platform"}},
     {"host/applications", {"host"}},
     {"host/job", {"host", "platform"}},
+    {"host/presets", {"host", "host/job"}},
     {"host/cups/connection", {"host", "host/job"}},
     {"host/cups", {"host", "host/cups/connection", "host/job"}},
     {"host/panel",
@@ -61,10 +62,10 @@ const Arrows kAllowed{
       "host/dialog/gtk", "host/dialog/panel", "host/dialog/settings", "host/dialog/texts", "host/job",
       "host/panel"}},
     {"host/portal", {"host", "host/dialog", "host/job", "host/panel"}},
-    {"host/cli/arguments", {"host", "host/job"}},
+    {"host/cli/arguments", {"host", "host/job", "host/presets"}},
     {"host/cli",
      {"host", "host/applications", "host/cli/arguments", "host/cups", "host/cups/connection", "host/dialog",
-      "host/job", "host/panel"}},
+      "host/job", "host/panel", "host/presets"}},
 };
 
 std::string pathInProject(const fs::path& path) { return path.lexically_relative(SOURCES).generic_string(); }
