@@ -12,10 +12,18 @@ import xml.etree.ElementTree as ElementTree
 FILES_OWNER = "-2"
 CLASSES = {"customView": "NSView", "button": "NSButton", "textField": "NSTextField", "popUpButton": "NSPopUpButton", "stepper": "NSStepper"}
 RESIZING = {"widthSizable": "NSViewWidthSizable", "flexibleMaxX": "NSViewMaxXMargin", "flexibleMinY": "NSViewMinYMargin"}
+VIEW = {"id", "userLabel", "customClass", "verticalHuggingPriority", "horizontalHuggingPriority"}
+# What an attribute means where a cell leaves it out; the toolkit's new controls may begin with something else.
+LEFT_OUT = {
+    "textField": {"alignment": "natural", "borderStyle": "none", "editable": "NO", "selectable": "NO", "drawsBackground": "NO"},
+    "button": {"alignment": "natural", "borderStyle": "none"},
+}
+BORDER = {"textField": "setBezeled:", "button": "setBordered:"}
 # Attributes of a cell: each value's message to the control or, with "cell", to its cell; none says nothing beyond the toolkit's own.
 FLAGS = {"YES": "YES", "NO": "NO"}
 CELL = {
-    "alignment": ("setAlignment:", {"left": "NSTextAlignmentLeft", "right": "NSTextAlignmentRight", "center": "NSTextAlignmentCenter"}),
+    "alignment": ("setAlignment:", {"left": "NSTextAlignmentLeft", "right": "NSTextAlignmentRight", "center": "NSTextAlignmentCenter",
+                                     "natural": "NSTextAlignmentNatural"}),
     "lineBreakMode": ("cell setLineBreakMode:", {"clipping": "NSLineBreakByClipping", "truncatingTail": "NSLineBreakByTruncatingTail"}),
     "sendsActionOnEndEditing": ("cell setSendsActionOnEndEditing:", FLAGS),
     "scrollable": ("cell setScrollable:", FLAGS),
@@ -80,6 +88,8 @@ class Writer:
         return name
 
     def view(self, element):
+        for key in element.attrib.keys() - VIEW:
+            raise KeyError(key)
         name, frame = self.name_of(element), element.find("rect").attrib
         place = ", ".join(number(frame[key]) for key in ("x", "y", "width", "height"))
         made = element.get("customClass") or CLASSES[element.tag]
@@ -97,21 +107,17 @@ class Writer:
     def cell(self, name, control, cell):
         if control.tag == "button":
             self.send(name, "setButtonType:", BUTTON_TYPES[cell.get("type")])
-        for key, value in cell.attrib.items():
+        for key, value in (LEFT_OUT.get(control.tag, {}) | cell.attrib).items():
             if key == "title":
                 if control.tag != "popUpButton":
                     self.send(name, "setTitle:" if control.tag == "button" else "setStringValue:", text(value))
             elif key == "borderStyle":
-                if control.tag == "textField":
-                    self.send(name, "setBezeled:", {"bezel": "YES"}[value])
+                if control.tag in BORDER:
+                    self.send(name, BORDER[control.tag], {"none": "NO", "bezel": "YES", "border": "YES"}[value])
             elif key in ("increment", "maxValue"):
                 self.send(name, f"set{key[0].upper()}{key[1:]}:", number(value))
             elif key != "type" and (known := CELL[key]) is not None:
                 self.send(name, known[0], known[1][value])
-        if control.tag == "textField":
-            for key in ("borderStyle", "editable", "drawsBackground"):
-                if key not in cell.attrib:
-                    self.send(name, {"borderStyle": "setBezeled:", "editable": "setEditable:", "drawsBackground": "setDrawsBackground:"}[key], "NO")
         self.send(name, "setFont:", f"[NSFont systemFontOfSize:{number(cell.find('font').get('size'))}]")
         for color in cell.findall("color"):
             self.send(name, f"set{color.get('key')[0].upper()}{color.get('key')[1:]}:", f"[NSColor {color.get('name')}]")
@@ -157,7 +163,10 @@ class Writer:
 def main():
     file = pathlib.Path(sys.argv[1])
     writer = Writer(ElementTree.parse(file).getroot())
-    writer.write()
+    try:
+        writer.write()
+    except KeyError as unknown:
+        sys.exit(f"{file}: {unknown} has no code here; it belongs into {sys.argv[0]}")
     print(PROLOGUE.format(file=file.name, program=pathlib.Path(__file__).name, name=json.dumps(file.stem)) + "\n".join(writer.lines) + "\n" + EPILOGUE, end="")
 
 

@@ -95,9 +95,9 @@ def stubs(processor):
 PREFIXES = {"symbols": ("",), "objc-classes": ("_OBJC_CLASS_$_", "_OBJC_METACLASS_$_")}
 
 
-def errors_of(source, change):
+def errors_of(source, change, processor="arm64"):
     """What the compiler says of a source, by the build's command as `change` makes it."""
-    commands = json.loads((BUILD / "arm64/compile_commands.json").read_text())
+    commands = json.loads((BUILD / processor / "compile_commands.json").read_text())
     command = next(command for command in commands if command["file"].endswith(source))
     changed = change(command["command"])
     assert changed != command["command"], source

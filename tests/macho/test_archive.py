@@ -10,6 +10,7 @@ import tempfile
 import unittest
 
 import mach_o
+from mac import Mac
 
 # The folder of a Mac that commands work on is one beside the scripts.
 MAC_IS_HERE = 'asked="$*"; set -- "${@//\\/Library\\/Printers/$PWD/installed}"'
@@ -75,24 +76,12 @@ class TheArchive(Unpacked):
 
 class ItsScripts(Unpacked):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.here = shutil.copytree(self.unpacked, pathlib.Path(folder.name) / "unpacked")
-        self.commands = pathlib.Path(folder.name) / "bin"
-        self.commands.mkdir()
-        for name in TOOLS:
-            (self.commands / name).symlink_to(shutil.which(name))
-        for name, does in COMMANDS.items():
-            self.command(name, does)
+        self.mac = Mac(self, COMMANDS, TOOLS, MAC_IS_HERE)
+        self.here = shutil.copytree(self.unpacked, self.mac.folder / "unpacked")
         self.installed = self.here / "installed/Morva/PDEs/TandemTrim.bundle"
 
-    def command(self, name, does):
-        path = self.commands / name
-        path.write_text(f"#!/bin/bash\nset -e\n{MAC_IS_HERE}\n{does}\n")
-        path.chmod(0o755)
-
-    def install(self, **options):
-        return subprocess.run([self.here / "install.sh"], capture_output=True, text=True, timeout=60, env={"PATH": str(self.commands)}, **options)
+    def install(self, *, by=(), **options):
+        return self.mac.run(*by, self.here / "install.sh", **options)
 
     def test_install_the_bundle_signed_for_this_mac_and_check_it(self):
         done = self.install()
@@ -116,14 +105,14 @@ class ItsScripts(Unpacked):
 
     def test_leave_the_bundle_that_is_installed_until_another_is_ready(self):
         self.installed.mkdir(parents=True)
-        self.command("codesign", "exit 3")
+        self.mac.command("codesign", "exit 3")
         self.assertNotEqual(self.install().returncode, 0)
         self.assertTrue(self.installed.exists())
         self.assertNotIn("sudo", (self.here / "commands.log").read_text())
 
     def test_start_each_other_where_a_browser_has_marked_them(self):
         (self.here / "check.sh").chmod(0o644)
-        done = subprocess.run(["bash", self.here / "install.sh"], capture_output=True, text=True, timeout=60, env={"PATH": str(self.commands)})
+        done = self.install(by=("bash",))
         self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
 
     def test_can_be_run_again(self):
@@ -133,16 +122,16 @@ class ItsScripts(Unpacked):
         self.assertFalse((self.installed / "TandemTrim.bundle").exists())
 
     def test_say_how_they_are_used(self):
-        done = subprocess.run([self.here / "check.sh", "instaled", self.here], capture_output=True, text=True, timeout=60)
+        done = self.mac.run(self.here / "check.sh", "instaled", self.here)
         self.assertEqual(done.returncode, 2)
         self.assertIn("usage: ", done.stderr)
 
     def test_say_what_is_wrong_and_claim_nothing(self):
         for name, does, expected in [(name, *failure) for name, failures in FAILURES.items() for failure in failures]:
             with self.subTest(name, does=does):
-                self.command(name, does)
+                self.mac.command(name, does)
                 done = self.install()
-                self.command(name, COMMANDS[name])
+                self.mac.mend(name)
                 self.assertNotEqual(done.returncode, 0)
                 self.assertIn(expected, done.stdout)
                 self.assertNotIn("Installed", done.stdout)
@@ -156,7 +145,7 @@ class ItsScripts(Unpacked):
         self.assertFalse((self.here / "commands.log").exists())
 
     def test_are_refused_on_any_other_system(self):
-        self.command("uname", "echo Linux")
+        self.mac.command("uname", "echo Linux")
         done = self.install()
         self.assertEqual(done.returncode, 1)
         self.assertIn("needs a Mac", done.stderr)

@@ -3,6 +3,7 @@
 import functools
 import plistlib
 import re
+import tempfile
 import unittest
 
 import mach_o
@@ -172,6 +173,18 @@ class TheStandIns(unittest.TestCase):
                 ("appkit/controls.mm", "10.6", "setIdentifier:")]:
             with self.subTest(name):
                 self.assertRegex(mach_o.errors_of(source, lambda command: command.replace(now, minimum + version)), f"error: '{name}' is (only |un)available")
+
+    # They are compiled into the bundle. Some differ between processors, as the documentation says.
+    def test_have_the_numbers_of_apples_documentation(self):
+        numbers = {"NSViewWidthSizable": 2, "NSViewMaxXMargin": 4, "NSViewMinYMargin": 8, "NSLineBreakByClipping": 2, "NSLineBreakByTruncatingTail": 4,
+                   "NSTextAlignmentLeft": 0, "NSTextAlignmentCenter": 1, "NSTextAlignmentRight": 2, "NSTextAlignmentNatural": 4,
+                   "NSButtonTypeMomentaryPushIn": 7, "NSButtonTypeSwitch": 3, "NSBezelStyleRounded": 1, "NSBezelStyleRegularSquare": 2,
+                   "NSImageLeft": 2, "NSUTF8StringEncoding": 4, "sizeof(NSInteger)": 8, "sizeof(CGFloat)": 8, "sizeof(unichar)": 2, "sizeof(BOOL)": 1}
+        for processor, more in {"arm64": {}, "x86_64": {"NSTextAlignmentCenter": 2, "NSTextAlignmentRight": 1}}.items():
+            with self.subTest(processor), tempfile.NamedTemporaryFile("w", suffix=".mm") as source:
+                print("#import <Cocoa/Cocoa.h>", *(f"static_assert({name} == {number});" for name, number in (numbers | more).items()), sep="\n",
+                      file=source, flush=True)
+                self.assertEqual(mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], source.name), processor), "")
 
     def test_refuse_what_is_deprecated(self):
         allowed = "-Wno-deprecated-declarations"

@@ -1,12 +1,11 @@
 """The trial on a Mac, with stand-ins for a Mac's commands."""
 
 import pathlib
-import shutil
-import subprocess
 import tempfile
 import unittest
 
 import mach_o
+from mac import Mac
 
 # What each command says, and does, on a Mac where all goes well.
 COMMANDS = {
@@ -36,25 +35,11 @@ FAILURES = {
 
 class TheTrial(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.project = pathlib.Path(folder.name) / "project"
-        shutil.copytree(mach_o.SOURCES / "packaging/macos", self.project / "packaging/macos")
-        self.commands = pathlib.Path(folder.name) / "bin"
-        self.commands.mkdir()
-        for name in TOOLS:
-            (self.commands / name).symlink_to(shutil.which(name))
-        for name, does in COMMANDS.items():
-            self.command(name, does)
-
-    def command(self, name, does):
-        path = self.commands / name
-        path.write_text(f"#!/bin/bash\nset -e\n{does}\n")
-        path.chmod(0o755)
+        self.mac = Mac(self, COMMANDS, TOOLS)
+        self.project = self.mac.project()
 
     def run_trial(self, *arguments):
-        return subprocess.run([self.project / "packaging/macos/trial/trial.sh", *arguments], capture_output=True, text=True, timeout=60,
-                              env={"PATH": str(self.commands)})
+        return self.mac.run(self.project / "packaging/macos/trial/trial.sh", *arguments)
 
     def report(self):
         return (self.project / "build/macos/report.txt").read_text()
@@ -72,9 +57,9 @@ class TheTrial(unittest.TestCase):
     def test_stops_at_the_first_failure_and_reports_which(self):
         for name, expected in FAILURES.items():
             with self.subTest(name):
-                self.command(name, "echo no luck; exit 9")
+                self.mac.command(name, "echo no luck; exit 9")
                 done = self.run_trial()
-                self.command(name, COMMANDS[name])
+                self.mac.mend(name)
                 self.assertEqual(done.returncode, 1)
                 self.assertIn(expected, self.report())
                 self.assertNotIn("All is done", done.stdout)
@@ -82,7 +67,7 @@ class TheTrial(unittest.TestCase):
 
     def test_says_all_that_is_missing_at_once_and_what_to_do(self):
         for name in ("xcodebuild", "cmake", "ninja"):
-            (self.commands / name).unlink()
+            self.mac.remove(name)
         done = self.run_trial()
         self.assertEqual(done.returncode, 1)
         for remedy in ("from the App Store", "brew install cmake", "brew install ninja"):
@@ -92,26 +77,28 @@ class TheTrial(unittest.TestCase):
 
     # A Mac has these names without Xcode, too; what they then do is to say so.
     def test_says_what_to_do_where_the_names_of_xcodes_tools_are_all_that_there_is(self):
-        self.command("xcodebuild", "echo 'requires Xcode, but active developer directory is a command line tools instance' >&2; exit 1")
+        self.mac.command("xcodebuild", "echo 'requires Xcode, but active developer directory is a command line tools instance' >&2; exit 1")
         done = self.run_trial()
         self.assertEqual(done.returncode, 1)
         self.assertIn("requires Xcode, but", done.stdout)
         self.assertIn("from the App Store", done.stdout)
 
     def test_tries_the_dialog_even_where_the_self_test_fails(self):
-        self.command("self-test", "echo no luck; exit 3")
+        self.mac.command("self-test", "echo no luck; exit 3")
         done = self.run_trial()
         self.assertEqual(done.returncode, 1)
         self.assertIn("failed  it loads and passes the self-test (status 3)\n        no luck\n", self.report())
         self.assertIn("ok      the job holds the options of the panel", self.report())
         self.assertNotIn("All is done", done.stdout)
 
-    def test_installs_what_all_users_can_read(self):
+    def test_installs_what_all_users_can_read_and_makes_a_queue_of_this_mac_alone(self):
         self.run_trial()
+        self.assertIn("lpadmin -p TandemTrimTrial -E -v ipp://localhost:9/none -P build/macos/MorvaTandemKV2.ppd -o printer-is-shared=false\n",
+                      (self.project / "sudo.log").read_text())
         self.assertIn("chmod -R u=rwX,go=rX /Library/Printers/Morva/PDEs/TandemTrim.bundle\n", (self.project / "sudo.log").read_text())
 
     def test_takes_no_job_of_an_earlier_trial_for_this_ones(self):
-        self.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "true"))
+        self.mac.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "true"))
         self.assertEqual(self.run_trial().returncode, 1)
         self.assertIn("no new job waits in the queue", self.report())
 
@@ -122,12 +109,12 @@ class TheTrial(unittest.TestCase):
         self.assertFalse((self.project / "build").exists())
 
     def test_reports_a_dialog_that_was_cancelled_and_a_job_without_options(self):
-        self.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "exit 3"))
+        self.mac.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "exit 3"))
         self.run_trial()
         self.assertIn("failed  a job is sent from the print dialog (status 3)", self.report())
         self.assertNotIn("holds", self.report())
-        self.command("xcrun", COMMANDS["xcrun"])
-        self.command("ipptool", "echo job-id = 7")
+        self.mac.mend("xcrun")
+        self.mac.command("ipptool", "echo job-id = 7")
         self.run_trial()
         self.assertIn("job 7 holds none of the panel's options", self.report())
 
@@ -141,7 +128,7 @@ class TheTrial(unittest.TestCase):
         self.assertIn("lpadmin -x TandemTrimTrial\n", asked)
         self.assertIn("rm -rf /Library/Printers/Morva/PDEs/TandemTrim.bundle\n", asked)
         self.assertFalse((self.project / "build/macos").exists())
-        self.command("sudo", "exit 9")
+        self.mac.command("sudo", "exit 9")
         self.assertEqual(self.run_trial("clean").returncode, 1)
 
     def test_prints_by_an_application_that_compiles_for_macos(self):
@@ -156,13 +143,14 @@ class TheTrial(unittest.TestCase):
             (headers / name).touch()
         more = f"-Wno-deprecated-declarations -isystem {headers} -include {mach_o.SOURCES}/tests/macho/self_test.h"
         appkit = mach_o.SOURCES / "tests/adapters/appkit"
-        for source in (appkit / "self_test/main.mm", appkit / "self_test/hands.mm", appkit / "support/host.mm",
-                       mach_o.SOURCES / "tests/conformance/appkit_platform.mm"):
+        suite = mach_o.SOURCES / "tests/conformance"
+        for source in (appkit / "self_test/main.mm", appkit / "self_test/hands.mm", appkit / "support/host.mm", suite / "appkit_platform.mm",
+                       suite / "scene.cpp", *sorted(suite.glob("*_test.cpp"))):
             with self.subTest(source):
                 self.assertEqual(mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], f"{more} {source}")), "")
 
     def test_is_refused_on_any_other_system(self):
-        self.command("uname", "echo Linux")
+        self.mac.command("uname", "echo Linux")
         done = self.run_trial()
         self.assertEqual(done.returncode, 1)
         self.assertIn("needs a Mac", done.stderr)

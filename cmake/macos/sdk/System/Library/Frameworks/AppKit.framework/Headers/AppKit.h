@@ -75,11 +75,12 @@ typedef enum : NSInteger {
   NSTextAlignmentLeft = 0,
 #if defined(__x86_64__)
   NSTextAlignmentRight = 1,
-  NSTextAlignmentCenter = 2
+  NSTextAlignmentCenter = 2,
 #else
   NSTextAlignmentCenter = 1,
-  NSTextAlignmentRight = 2
+  NSTextAlignmentRight = 2,
 #endif
+  NSTextAlignmentNatural = 4
 } NSTextAlignment;
 @interface NSControl : NSView
 @property(assign) id target;
@@ -120,6 +121,7 @@ typedef enum : NSUInteger { NSImageLeft = 2 } NSCellImagePosition;
 @interface NSButton : NSControl
 - (void)setButtonType:(NSButtonType)type;
 - (void)setBezelStyle:(NSBezelStyle)style;
+- (void)setBordered:(BOOL)flag;
 - (void)setImagePosition:(NSCellImagePosition)position;
 - (void)setTitle:(NSString*)title;
 - (NSInteger)state;

@@ -1,0 +1,87 @@
+#include <vector>
+
+#import "tests/adapters/appkit/support/hosted_panel_test.h"
+
+namespace host {
+namespace {
+
+using Outlets = NSDictionary*;
+
+// What an object is called among the outlets; the owner and what belongs to nobody have names of their own.
+NSString* nameOf(id object, Outlets outlets, id owner) {
+  if (object == nil) return @"nobody";
+  if (object == owner) return @"the owner";
+  NSArray* const names = [outlets allKeysForObject:object];
+  return [names count] == 1 ? [names objectAtIndex:0] : @"another";
+}
+
+// What the nib says of the objects of a class, but for the texts and colours that the panel sets by itself.
+// GNUstep takes other things for left out than macOS: whether a label can be edited, and where a plain button
+// has an image.
+struct {
+  NSString* className;
+  std::vector<NSString*> keys;
+} const kSaid[]{
+    {@"NSView", {@"class", @"frame", @"autoresizingMask"}},
+    {@"NSControl", {@"alignment", @"font", @"isContinuous", @"cell.formatter.class"}},
+    {@"NSTextField",
+     {@"isBezeled", @"isBordered", @"drawsBackground", @"backgroundColor", @"cell.lineBreakMode",
+      @"cell.sendsActionOnEndEditing"}},
+    {@"MorvaTTTextBoxKV2", {@"isEditable", @"isSelectable", @"cell.isScrollable"}},
+    {@"NSStepper", {@"increment", @"valueWraps"}},
+    {@"NSButton", {@"bezelStyle", @"isBordered"}},
+    {@"MorvaTTCheckBoxKV2", {@"imagePosition", @"cell.highlightsBy", @"cell.showsStateBy"}},
+    {@"NSPopUpButton", {@"numberOfItems", @"pullsDown", @"cell.lineBreakMode"}},
+};
+
+// That of a view, and what it is connected with.
+std::string describe(NSView* view, Outlets outlets, id owner) {
+  NSMutableString* said = [NSMutableString string];
+  for (const auto& [className, keys] : kSaid) {
+    if (![view isKindOfClass:NSClassFromString(className)]) continue;
+    for (NSString* key : keys) [said appendFormat:@"%@: %@\n", key, [view valueForKeyPath:key]];
+  }
+  [said appendFormat:@"in %@, then %@\n", nameOf([view superview], outlets, owner),
+                     nameOf([view nextKeyView], outlets, owner)];
+  if ([view isKindOfClass:[NSControl class]]) {
+    NSControl* const control = (NSControl*)view;
+    [said appendFormat:@"sends %@ to %@", NSStringFromSelector([control action]),
+                       nameOf([control target], outlets, owner)];
+  }
+  return textOf(said);
+}
+
+class ViewInAHost : public HostedPanelTest {};
+
+// Whether the panel's view was made of the nib's file or by code.
+TEST_F(ViewInAHost, IsWhatTheNibDescribes) {
+  ASSERT_NO_FATAL_FAILURE(open());
+  [panel panelView];
+  id const controller = [panel viewController];
+  id const owner = [[[[controller class] alloc] performSelector:@selector(initWithCommonInfo:)
+                                                     withObject:[panel commonInfo]] autorelease];
+  ASSERT_TRUE([NSBundle loadNibFile:[NSString stringWithUTF8String:XIB]
+                  externalNameTable:@{@"NSOwner" : owner}
+                           withZone:nullptr]);
+  NSXMLDocument* const nib = [[[NSXMLDocument alloc]
+      initWithContentsOfURL:[NSURL fileURLWithPath:[NSString stringWithUTF8String:XIB]]
+                    options:0
+                      error:nullptr] autorelease];
+  NSMutableDictionary* const made = [NSMutableDictionary dictionary];
+  NSMutableDictionary* const described = [NSMutableDictionary dictionary];
+  for (NSXMLNode* property in [[nib rootElement] nodesForXPath:@"//*[@id='-2']/connections/outlet/@property"
+                                                         error:nullptr]) {
+    NSString* const name = [property stringValue];
+    [made setObject:[controller performSelector:NSSelectorFromString(name)] forKey:name];
+    [described setObject:[owner performSelector:NSSelectorFromString(name)] forKey:name];
+  }
+  EXPECT_EQ([described count], 23U);
+  for (NSString* name in described) {
+    EXPECT_EQ(describe([made objectForKey:name], made, controller),
+              describe([described objectForKey:name], described, owner))
+        << textOf(name);
+  }
+}
+
+}  // namespace
+}  // namespace host

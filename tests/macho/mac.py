@@ -1,0 +1,42 @@
+"""A Mac for the scripts of packaging/macos: stand-ins for its commands, of which each test makes some fail."""
+
+import pathlib
+import shutil
+import subprocess
+import tempfile
+
+import mach_o
+
+
+class Mac:
+    def __init__(self, case, commands, tools, prologue=""):
+        """Commands by what they say and do where all goes well, and the names of those that are this system's own."""
+        folder = tempfile.TemporaryDirectory()
+        case.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        self._bin, self._well, self._prologue = self.folder / "bin", commands, prologue
+        self._bin.mkdir()
+        for name in tools:
+            (self._bin / name).symlink_to(shutil.which(name))
+        for name in commands:
+            self.mend(name)
+
+    def command(self, name, does):
+        path = self._bin / name
+        path.write_text(f"#!/bin/bash\nset -e\n{self._prologue}\n{does}\n")
+        path.chmod(0o755)
+
+    def mend(self, name):
+        self.command(name, self._well[name])
+
+    def remove(self, name):
+        (self._bin / name).unlink()
+
+    def project(self):
+        """A copy of what the scripts are in."""
+        return shutil.copytree(mach_o.SOURCES / "packaging/macos", self.folder / "project/packaging/macos").parents[1]
+
+    def run(self, *command, **options):
+        """The command, with what it says; its environment holds the path and what is given."""
+        environment = {"PATH": str(self._bin)} | options.pop("env", {})
+        return subprocess.run(command, capture_output=True, text=True, timeout=60, env=environment, **options)

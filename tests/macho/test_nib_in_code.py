@@ -1,0 +1,65 @@
+"""The nib as code: what no Mac is needed for, and GNUstep does not see. The rest is compared with the nib itself on GNUstep."""
+
+import pathlib
+import re
+import subprocess
+import tempfile
+import unittest
+
+import mach_o
+
+XIB = mach_o.SOURCES / "resources/TandemTrim.xib"
+FORMS = {"an element": ("<subviews>", '<subviews><slider userLabel="slider"><rect key="frame" x="0" y="0" width="9" height="9"/></slider>'),
+         "an attribute of a view": ('userLabel="labelDirection"', 'userLabel="labelDirection" hidden="YES"'),
+         "an attribute of a cell": ('increment="1"', 'increment="1" minValue="2"'),
+         "a value of it": ('bezelStyle="rounded"', 'bezelStyle="bevel"'),
+         "a connection": ('target="-2"', 'target="gon-e0-000"')}
+
+
+def made_of(text):
+    with tempfile.TemporaryDirectory() as folder:
+        nib = pathlib.Path(folder, "TandemTrim.xib")
+        nib.write_text(text)
+        return subprocess.run([mach_o.SOURCES / "cmake/macos/nib_in_code.py", nib], capture_output=True, text=True)
+
+
+class TheNibInCode(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.made = made_of(XIB.read_text())
+        cls.lines = [line.strip() for line in cls.made.stdout.splitlines()]
+
+    def arguments(self, selector):
+        """What receives a message with what."""
+        return {found[1]: found[2] for line in self.lines if (found := re.fullmatch(rf"\[(\w+) {selector}:?(\w*)\];", line))}
+
+    def test_gives_every_control_without_a_title_the_name_of_its_label(self):
+        sides = ("Top", "Bottom", "Left", "Right")
+        self.assertEqual(self.arguments("setAccessibilityTitleUIElement"), {
+            "directionPopUp": "labelDirection", "positionPopUp": "labelPosition",
+            **{control + side: "labelMargin" + side for control in ("textBoxMargin", "stepperMargin") for side in sides}})
+
+    def test_has_labels_that_no_click_selects_and_no_key_edits(self):
+        labels = {name for name in re.findall(r"MorvaTTTextLabelKV2\* (\w+)", self.made.stdout)}
+        self.assertEqual(len(labels), 10)
+        for selector in ("setEditable", "setSelectable", "setBezeled", "setDrawsBackground"):
+            self.assertEqual({name for name, flag in self.arguments(selector).items() if flag == "NO"}, labels)
+
+    # The panel's view is made light there.
+    def test_wakes_every_object_once_all_are_connected(self):
+        woken = self.arguments("awakeFromNib")
+        self.assertEqual(woken.keys(), {"owner", *re.findall(r"^  \w+\* (\w+) = \[\[\[Morva", self.made.stdout, re.MULTILINE)})
+        self.assertIn("tandemTrimView", woken)
+        first = next(index for index, line in enumerate(self.lines) if "awakeFromNib" in line)
+        self.assertFalse([line for line in self.lines[first:] if line.startswith("[") and "awakeFromNib" not in line])
+
+    def test_is_refused_for_a_nib_that_says_what_has_no_code(self):
+        for what, (known, unknown) in FORMS.items():
+            with self.subTest(what):
+                done = made_of(XIB.read_text().replace(known, unknown, 1))
+                self.assertEqual(done.returncode, 1)
+                self.assertRegex(done.stderr, r"^\S+/TandemTrim[.]xib: '[\w-]+' has no code here; it belongs into \S+\n$")
+
+
+if __name__ == "__main__":
+    unittest.main()
