@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include <gio/gio.h>
@@ -10,31 +9,31 @@ namespace tandemtrim::host {
 /// How a request ends, as portals count it.
 enum class Response : unsigned { done = 0, cancelled = 1, failed = 2 };
 
-/// A call of a program that waits for its answer. Until then there is an object at the call's handle, by
-/// which the program takes it back.
+/// A call of a program that waits for its answer. Until then its handle is the object by which the program
+/// takes it back.
 class Request {
  public:
-  /// Takes over the call. `onClose` runs when the program takes it back.
-  Request(GDBusMethodInvocation* call, const std::string& handle, std::function<void()> onClose);
+  /// Takes over the call.
+  Request(GDBusMethodInvocation* call, std::string handle);
   Request(const Request&) = delete;
   Request& operator=(const Request&) = delete;
   /// Answers that it failed, unless it is answered.
-  ~Request();
+  ~Request() { answer(Response::failed); }
 
-  /// Whether there is an object at the handle; there is none where another request has it.
-  [[nodiscard]] bool isOpen() const { return object_ != 0; }
+  /// Whether it still waits, and has this handle.
+  [[nodiscard]] bool waitsAt(const std::string& handle) const {
+    return call_ != nullptr && handle == handle_;
+  }
+  /// Whether the program with this name on the bus has made it.
+  [[nodiscard]] bool isOf(const std::string& sender) const { return sender == sender_; }
   /// Answers the call with these results, of the type a{sv} (floating); null is none. Once only.
   void answer(Response response, GVariant* results = nullptr);
 
  private:
-  static void onCall(GDBusConnection* bus, const char* sender, const char* path, const char* interface,
-                     const char* method, GVariant* values, GDBusMethodInvocation* call, gpointer request);
-
   // Null once it is answered.
   GDBusMethodInvocation* call_;
-  GDBusConnection* const bus_;
-  std::function<void()> onClose_;
-  unsigned object_ = 0;
+  const std::string handle_;
+  const std::string sender_;
 };
 
 }  // namespace tandemtrim::host

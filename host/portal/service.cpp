@@ -14,6 +14,7 @@ namespace {
 
 constexpr const char* kName = "org.freedesktop.impl.portal.desktop.tandemtrim";
 constexpr const char* kPath = "/org/freedesktop/portal/desktop";
+constexpr const char* kRequestInterface = "org.freedesktop.impl.portal.Request";
 constexpr unsigned kVersion = 4;
 constexpr const char* kPrintInterface = R"(
 <node>
@@ -95,6 +96,7 @@ void Service::onBus(GDBusConnection* bus, const char* /*name*/, gpointer service
   static auto* const node = g_dbus_node_info_new_for_xml(kPrintInterface, nullptr);
   static const GDBusInterfaceVTable table{onCall, onProperty, nullptr, {}};
   g_dbus_connection_set_exit_on_close(bus, FALSE);
+  g_dbus_connection_add_filter(bus, onMessage, service, nullptr);
   g_dbus_connection_register_object(bus, kPath, node->interfaces[0], &table, service, nullptr, nullptr);
 }
 
@@ -121,9 +123,12 @@ void Service::onCall(GDBusConnection* /*bus*/, const char* /*sender*/, const cha
 
 // What fails in here must not leave the call without an answer.
 void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVariant* values) {
-  if (sessions_.size() >= kMostSessions) {
-    report_("there are too many print dialogs at a time; the request is refused");
-    return Request(call, textOf(values, 0), [] {}).answer(Response::failed);
+  const auto handle = textOf(values, 0);
+  const bool isTaken = sessionAt(handle) != nullptr;
+  if (isTaken || sessions_.size() >= kMostSessions) {
+    report_(isTaken ? "another request has the handle " + handle
+                    : "there are too many print dialogs at a time; the request is refused");
+    return Request(call, handle).answer(Response::failed);
   }
   try {
     method == "Print" ? print(call, values) : prepare(call, values);
@@ -135,11 +140,10 @@ void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVar
 void Service::prepare(GDBusMethodInvocation* call, GVariant* values) {
   const auto caller = callerIn(values);
   const int session = addSession(caller.application);
-  auto request = requestOf(call, values, session);
-  if (!request) return;
-  sessions_.at(session).session->prepare(
-      std::move(request),
-      prepareRequest(caller, childOf(values, 4).get(), childOf(values, 5).get(), childOf(values, 6).get()));
+  follow(call, session)
+      .prepare(std::make_unique<Request>(call, textOf(values, 0)),
+               prepareRequest(caller, childOf(values, 4).get(), childOf(values, 5).get(),
+                              childOf(values, 6).get()));
 }
 
 void Service::print(GDBusMethodInvocation* call, GVariant* values) {
@@ -148,10 +152,9 @@ void Service::print(GDBusMethodInvocation* call, GVariant* values) {
   auto document = descriptorOf(call, childOf(values, 4).get());
   const auto chosen = tokens_.take(tokenIn(options.get()), caller.application);
   const int session = chosen ? *chosen : addSession(caller.application);
-  auto request = requestOf(call, values, session);
-  if (!request) return;
-  sessions_.at(session).session->print(std::move(request), printRequest(caller, options.get()),
-                                       std::move(document));
+  follow(call, session)
+      .print(std::make_unique<Request>(call, textOf(values, 0)), printRequest(caller, options.get()),
+             std::move(document));
 }
 
 int Service::addSession(const std::string& application) {
@@ -166,15 +169,43 @@ int Service::addSession(const std::string& application) {
   return session;
 }
 
-std::unique_ptr<Request> Service::requestOf(GDBusMethodInvocation* call, GVariant* values, int session) {
+Session& Service::follow(GDBusMethodInvocation* call, int session) {
   auto& running = sessions_.at(session);
-  const auto leave = [&session = *running.session] { session.leave(); };
-  running.client = std::make_unique<Client>(call, leave);
-  auto request = std::make_unique<Request>(call, textOf(values, 0), leave);
-  if (request->isOpen()) return request;
-  report_("another request has the handle " + textOf(values, 0));
-  endSession(session);
+  running.client = std::make_unique<Client>(call, [&session = *running.session] { session.leave(); });
+  return *running.session;
+}
+
+Session* Service::sessionAt(const std::string& handle) {
+  for (auto& [number, running] : sessions_) {
+    const auto* const request = running.session->request();
+    if (request != nullptr && request->waitsAt(handle)) return running.session.get();
+  }
   return nullptr;
+}
+
+// By another thread. An object that is made when a call is dealt with would be too late for a program that
+// takes its call back at once.
+GDBusMessage* Service::onMessage(GDBusConnection* bus, GDBusMessage* message, gboolean isIncoming,
+                                 gpointer service) {
+  if (isIncoming == FALSE || g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_METHOD_CALL ||
+      g_strcmp0(g_dbus_message_get_interface(message), kRequestInterface) != 0 ||
+      g_strcmp0(g_dbus_message_get_member(message), "Close") != 0)
+    return message;
+  onMainLoop([service, bus, message] { static_cast<Service*>(service)->close(bus, message); });
+  return nullptr;
+}
+
+void Service::close(GDBusConnection* bus, GDBusMessage* message) {
+  auto* const session = sessionAt(g_dbus_message_get_path(message));
+  const bool isOwn = session != nullptr && session->request()->isOf(g_dbus_message_get_sender(message));
+  auto* const answer =
+      isOwn ? g_dbus_message_new_method_reply(message)
+            : g_dbus_message_new_method_error_literal(message, "org.freedesktop.DBus.Error.UnknownObject",
+                                                      "no request of yours waits here");
+  g_dbus_connection_send_message(bus, answer, G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr, nullptr);
+  g_object_unref(answer);
+  g_object_unref(message);
+  if (isOwn) session->leave();
 }
 
 // It may be its dialog that says so.

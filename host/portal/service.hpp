@@ -35,13 +35,19 @@ class Service {
   static GVariant* onProperty(GDBusConnection* bus, const char* sender, const char* path,
                               const char* interface, const char* property, GError** error, gpointer service);
 
+  static GDBusMessage* onMessage(GDBusConnection* bus, GDBusMessage* message, gboolean isIncoming,
+                                 gpointer service);
+
+  void close(GDBusConnection* bus, GDBusMessage* message);
+  // The session whose request has this handle, or null.
+  Session* sessionAt(const std::string& handle);
   void serve(GDBusMethodInvocation* call, const std::string& method, GVariant* values);
   void prepare(GDBusMethodInvocation* call, GVariant* values);
   void print(GDBusMethodInvocation* call, GVariant* values);
   // A new session for the program.
   int addSession(const std::string& application);
-  // The call's request, taken back when its caller does so or leaves; null where it is answered already.
-  std::unique_ptr<Request> requestOf(GDBusMethodInvocation* call, GVariant* values, int session);
+  // The session of this number, which ends when the call's caller leaves the bus.
+  Session& follow(GDBusMethodInvocation* call, int session);
   void endSession(int session);
   void endWhenIdle();
   // Starts the toolkit and finds the dialog, or why there is none.

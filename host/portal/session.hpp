@@ -32,6 +32,8 @@ class Session {
   void prepare(std::unique_ptr<Request> request, const DialogRequest& asked);
   /// Prints the document: as the user chose, or as the user chooses in a dialog for this document.
   void print(std::unique_ptr<Request> request, const DialogRequest& asked, FileDescriptor document);
+  /// The request that waits for an answer; null while none does.
+  [[nodiscard]] const Request* request() const { return request_.get(); }
   /// The program takes back its request, or has gone.
   void leave();
 

@@ -130,7 +130,10 @@ class PortalCase(DialogCase):
         """Starts the backend, as the bus does."""
         environment = self.environment(**of_this_test(SCREEN)) | variables
         quiet = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL}
-        self.process = subprocess.Popen([SERVICE], env=environment, stderr=subprocess.PIPE, text=True, **quiet)
+        # Not by a pipe, which would hold the backend up once it is full.
+        self.said = self.temporary_folder() / "said"
+        with open(self.said, "wb") as said:
+            self.process = subprocess.Popen([SERVICE], env=environment, stderr=said, **quiet)
         patience.until(self.has_name, "the backend's name on the bus")
 
     def has_name(self):
@@ -140,7 +143,8 @@ class PortalCase(DialogCase):
         """Ends the backend; the toolkit must have had nothing to complain of. Gives what it said."""
         process, self.process = self.process, None
         process.terminate()
-        said = process.communicate(timeout=patience.PATIENCE)[1]
+        process.wait(patience.PATIENCE)
+        said = self.said.read_text()
         patience.until(lambda: not self.has_name(), "the backend's name to go")
         self.assertEqual(complaints(said), [])
         return said

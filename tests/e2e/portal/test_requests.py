@@ -366,7 +366,7 @@ class RequestsTest(PortalCase):
                     os.write(writing, b"%PDF-1.4\n")
                     until(lambda: self.has_read(reading), "the beginning of the document to be read")
                 self.process.kill()
-                self.process.communicate()
+                self.process.wait()
                 self.process = None
                 if call:
                     self.assertIsInstance(call.answer(), GLib.Error)

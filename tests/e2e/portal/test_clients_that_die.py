@@ -1,0 +1,76 @@
+"""Many programs that ask for dialogs and die whenever it pleases them: nothing is printed by mistake, and nothing stays."""
+
+import os
+import pathlib
+import random
+import unittest
+
+import patience
+from gi.repository import GLib
+from portal_client import FAILED, Client, PortalCase
+
+REQUESTS = int(os.environ.get("TANDEM_TRIM_REQUESTS", "100"))
+CLIENTS = 20
+# By then the toolkit has loaded what it loads.
+WARM = REQUESTS // 2
+# In KiB for each request: the toolkit's own dialog keeps some, a whole dialog is ten times as much.
+MOST_GROWTH = 250
+# Threads that read a printer's details may be at their end.
+SPARE = 10
+
+
+class ClientsThatDieTest(PortalCase):
+    def resident(self):
+        """The service's memory in KiB."""
+        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
+        return int(status.split("VmRSS:")[1].split()[0])
+
+    def descriptors(self):
+        return len(os.listdir(f"/proc/{self.process.pid}/fd"))
+
+    def test_they_leave_no_job_no_descriptor_and_no_memory_behind(self):
+        self.start()
+        chance = random.Random(20261122)
+        clients = [Client(f"org.example.Program{number}") for number in range(CLIENTS)]
+        calls, before = [], None
+        for number in range(REQUESTS):
+            index = chance.randrange(CLIENTS)
+            ask = chance.choice([Client.prepare, Client.print])
+            calls.append((clients[index], ask(clients[index])))
+            for _ in range(chance.randrange(200)):
+                GLib.MainContext.default().iteration(False)
+            fate = chance.random()
+            if fate < 0.5:
+                clients[index].leave()
+                calls = [(client, call) for client, call in calls if client is not clients[index]]
+                clients[index] = Client(f"org.example.Program{index}")
+            elif fate < 0.9:
+                client, call = calls.pop(chance.randrange(len(calls)))
+                call.close()
+                self.assertEqual(call.answer(), (FAILED, {}))
+            if number == WARM:
+                self.settle(calls)
+                before = self.resident(), self.descriptors()
+        self.settle(calls)
+        memory, descriptors = before
+        self.assertLessEqual(self.descriptors(), descriptors + SPARE)
+        self.assertLess(self.resident() - memory, MOST_GROWTH * (REQUESTS - WARM))
+        self.assert_nothing_was_sent()
+
+    def settle(self, calls):
+        """Takes all that is open back, then waits until no dialog is left."""
+        while calls:
+            _, call = calls.pop()
+            call.close()
+            self.assertEqual(call.answer(), (FAILED, {}))
+        self.quiet_call()
+
+    def quiet_call(self):
+        """One call to its end: whatever came before it has been dealt with."""
+        call = self.client.prepare()
+        call.close()
+        self.assertEqual(call.answer(), (FAILED, {}))
+
+
+if __name__ == "__main__":
+    unittest.main()
