@@ -6,6 +6,7 @@ the only one, so that it takes it whatever the machine has installed.
 
 import contextlib
 import ctypes
+import json
 import os
 import pathlib
 import re
@@ -24,12 +25,6 @@ PORTAL = "/usr/libexec/xdg-desktop-portal"
 BACKEND = BUILD / "host/tandem-trim-portal"
 PORTAL_NAME = "org.freedesktop.portal.Desktop"
 BACKEND_NAME = "org.freedesktop.impl.portal.desktop.tandemtrim"
-# Editors by their toolkit: the command, and the variable that sends it to the portal.
-EDITORS = {
-    "GTK 4": (["gnome-text-editor", "--standalone"], {"GDK_DEBUG": "gl-disable,portals"}),
-    "GTK 3": (["mousepad", "--disable-server"], {"GTK_USE_PORTAL": "1"}),
-}
-
 
 def bus():
     session = dbus.SessionBus()
@@ -55,6 +50,24 @@ def parent_window(window):
     return parent.value
 
 
+def on_wayland():
+    return "WAYLAND_DISPLAY" in os.environ
+
+
+def wayland_windows():
+    """What Wayland's compositor knows of the window of each process."""
+    (socket,) = pathlib.Path(os.environ["WAYLAND_DISPLAY"]).parent.glob("sway-ipc.*")
+    tree = subprocess.run(["swaymsg", "--socket", socket, "-t", "get_tree"], capture_output=True, text=True, check=True).stdout
+
+    def windows(node):
+        if "pid" in node:
+            yield node["pid"], node
+        for inside in (*node["nodes"], *node["floating_nodes"]):
+            yield from windows(inside)
+
+    return dict(windows(json.loads(tree)))
+
+
 def windows_of(pid):
     """The windows that a process shows on the screen of X, by their numbers."""
     found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(pid)], capture_output=True, text=True, check=False)
@@ -62,29 +75,20 @@ def windows_of(pid):
 
 
 class Editor:
-    """A foreign program that shows a text, as its user has it in front. On the screen of X."""
+    """A foreign program that shows a text, as its user has it in front."""
 
     def __init__(self, command, environment, document):
         self.document = document
         self.process = subprocess.Popen([*command, document], env=environment, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
-        (self.window,) = until(lambda: windows_of(self.process.pid), "the editor's window")[:1]
-        until(lambda: document.name in self.title(), "the document in the editor")
         self.hands = hands.of_this_screen()
-
-    def title(self):
-        return subprocess.run(["xdotool", "getwindowname", str(self.window)], capture_output=True, text=True, check=True).stdout.strip()
-
-    def _goes_into_the_text(self):
-        words = subprocess.run(["xdotool", "getwindowgeometry", "--shell", str(self.window)], capture_output=True, text=True, check=True).stdout
-        place = {name: int(value) for name, value in re.findall(r"(\w+)=(-?\d+)", words)}
-        self.hands.click(place["X"] + place["WIDTH"] // 2, place["Y"] + place["HEIGHT"] * 3 // 4)
+        until(lambda: document.name in self.title(), "the document in the editor")
 
     def press_print(self):
-        self._goes_into_the_text()
+        self.go_into_the_text()
         self.hands.press("ctrl+p")
 
     def type(self, *keys):
-        self._goes_into_the_text()
+        self.go_into_the_text()
         self.hands.press(*keys)
 
     def save(self):
@@ -94,6 +98,45 @@ class Editor:
         if self.process.returncode is None:
             self.process.terminate()
             self.process.communicate()
+
+
+class EditorOfGtk4(Editor):
+    """One that is known by accessibility."""
+
+    def _windows(self):
+        program = Program.of_process(self.process.pid)
+        return program.windows() if program else []
+
+    def title(self):
+        return next((window.name for window in self._windows()), "")
+
+    def go_into_the_text(self):
+        program = Program.of_process(self.process.pid)
+        text = next(node for node in program.windows()[0].all() if node.role == "text")
+        left, top, width, height = program.place(text)
+        self.hands.click(left + width // 2, top + height * 3 // 4)
+
+
+class EditorOfGtk3(Editor):
+    """One that is known by its window on the screen of X."""
+
+    def _asks_of_window(self, *words):
+        (window,) = windows_of(self.process.pid)[:1] or [None]
+        return window and subprocess.run(["xdotool", *words, str(window)], capture_output=True, text=True, check=True).stdout
+
+    def title(self):
+        return self._asks_of_window("getwindowname") or ""
+
+    def go_into_the_text(self):
+        place = {name: int(value) for name, value in re.findall(r"(\w+)=(-?\d+)", self._asks_of_window("getwindowgeometry", "--shell"))}
+        self.hands.click(place["X"] + place["WIDTH"] // 2, place["Y"] + place["HEIGHT"] * 3 // 4)
+
+
+# By their toolkit: the command, the variable that sends it to the portal, and how it is handled.
+EDITORS = {
+    "GTK 4": (["gnome-text-editor", "--standalone"], {"GDK_DEBUG": "gl-disable,portals"}, EditorOfGtk4),
+    "GTK 3": (["mousepad", "--disable-server"], {"GTK_USE_PORTAL": "1"}, EditorOfGtk3),
+}
 
 
 class ShownDialog(PrintDialog):
@@ -110,6 +153,14 @@ class ShownDialog(PrintDialog):
         self.pid = process_of(BACKEND_NAME)
         self.program = self.pid and Program.of_process(self.pid)
         return self.program and self.look("push button", "Print")
+
+    def middle(self, node):
+        x, y = super().middle(node)
+        if not on_wayland():
+            return x, y
+        # It floats, somewhere.
+        place = wayland_windows()[self.pid]["rect"]
+        return place["x"] + x, place["y"] + y
 
     def is_there(self):
         try:
@@ -149,7 +200,7 @@ class PortalSession:
         services = pathlib.Path(os.environ["XDG_RUNTIME_DIR"], "dbus-1/services")
         services.mkdir(parents=True, exist_ok=True)
         script = self.folder / "backend"
-        script.write_text(f'#!/bin/sh\ncd "{self.folder}" && exec "{BACKEND}" 2>>"{self.log}"\n')
+        script.write_text(f'#!/bin/sh\nexec "{BACKEND}" 2>>"{self.log}"\n')
         script.chmod(0o755)
         (services / f"{BACKEND_NAME}.service").write_text(f"[D-BUS Service]\nName={BACKEND_NAME}\nExec={script}\n")
         bus().ReloadConfig()
@@ -165,11 +216,11 @@ class PortalSession:
 
     def editor(self, toolkit, text, name="text.txt"):
         """The editor of this toolkit, with a new file of this text."""
-        command, variables = EDITORS[toolkit]
+        command, variables, handled = EDITORS[toolkit]
         document = self.folder / name
         document.write_text(text)
         others = {name: value for name, value in self.environment.items() if name not in ("GDK_DEBUG", "GTK_USE_PORTAL")}
-        return Editor(command, others | variables, document)
+        return handled(command, others | variables, document)
 
 
 class PortalCase(DialogCase):
