@@ -19,7 +19,8 @@ constexpr std::array<const char*, 2> kModuleFolders{"", "../" TANDEM_TRIM_LIBDIR
 
 OwnModule loadModuleAt(const fs::path& path) {
   if (auto fault = openToStrangers(path)) return {nullptr, *std::move(fault)};
-  void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  // The modules themselves bind all symbols at once, the libraries of the system as they were built to.
+  void* const handle = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
   if (handle == nullptr) return {nullptr, dlerror()};
   const auto markOf = reinterpret_cast<MarkOfModule>(dlsym(handle, kMarkFunction));
   if (markOf != nullptr && std::string_view(markOf()) == kBuildMark) return {handle, {}};

@@ -62,6 +62,7 @@ const Arrows kAllowed{
       "host/dialog/gtk", "host/dialog/panel", "host/dialog/settings", "host/dialog/texts", "host/job",
       "host/panel"}},
     {"host/portal", {"host", "host/dialog", "host/job", "host/panel"}},
+    {"host/start", {"host/panel"}},
     {"host/cli/arguments", {"host", "host/job", "host/presets"}},
     {"host/cli",
      {"host", "host/applications", "host/cli/arguments", "host/cups", "host/cups/connection", "host/dialog",
