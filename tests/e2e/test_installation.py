@@ -26,11 +26,49 @@ class InstallationTest(TerminalCase):
     def test_a_program_in_a_folder_that_is_open_to_all_trusts_nothing_beside_it(self):
         prefix = self.installed("--component", "terminal")
         around = {"program": prefix / "bin/tandem-trim", "TANDEM_TRIM_PLUGIN_PATH": ""}
-        for folder in (prefix, prefix / "lib"):
+        (bundle,) = prefix.glob("lib/**/TandemTrim.bundle")
+        for folder, remedies in ((prefix, []), (prefix / "lib", []), (bundle, ["--without-panel"])):
             folder.chmod(0o777)
-            words = [f"everybody may write to {folder} ", "chmod o-w", "nothing was sent", "--without-panel"]
+            words = [f"everybody may write to {folder} ", "chmod o-w", "nothing was sent", *remedies]
             self.refuses("-d", "Morva", SAMPLE, words=words, **around)
             folder.chmod(0o755)
+
+    def test_a_program_whose_own_part_strangers_could_change_runs_none_of_it(self):
+        prefix, part = self.installed_with_its_part()
+        part.chmod(0o777)
+        self.refuses_itself(prefix, f"everybody may write to {part} ", "chmod o-w")
+
+    def test_a_program_whose_own_part_is_of_another_build_runs_none_of_it(self):
+        prefix, part = self.installed_with_its_part()
+        for other in self.of_other_builds(part):
+            part.write_bytes(other)
+            self.refuses_itself(prefix, f"{part} is of another build")
+
+    def test_a_program_without_its_own_part_says_what_to_install(self):
+        prefix, part = self.installed_with_its_part()
+        part.unlink()
+        self.refuses_itself(prefix, "tandem-trim-terminal is missing", "install the package tandem-trim again")
+
+    def installed_with_its_part(self):
+        prefix = self.installed("--component", "terminal")
+        (part,) = prefix.glob("lib/**/tandem-trim-terminal")
+        return prefix, part
+
+    def refuses_itself(self, prefix, *reasons):
+        words = ["the program cannot be used", "nothing was sent", *reasons]
+        self.refuses("-d", "Morva", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
+
+    def of_other_builds(self, module):
+        """What the module may be of another build: with another mark, and with none."""
+        content, marks = re.subn(rb"(?<![0-9a-f])[0-9a-f]{64}(?=\0)", lambda mark: mark[0][::-1], module.read_bytes())
+        self.assertEqual(marks, 1)
+        return content, (BUILD / "tests/host/tandemtrim_fake_plugin").read_bytes()
+
+    def test_through_a_link_the_program_finds_its_parts(self):
+        prefix = self.installed("--component", "terminal")
+        link = self.temporary_folder() / "print"
+        link.symlink_to(prefix / "bin/tandem-trim")
+        self.prints("-d", "Morva", SAMPLE, program=link)
 
     def test_what_the_programs_owner_may_write_is_trusted(self):
         prefix = self.installed("--component", "terminal")
@@ -56,12 +94,9 @@ class InstallationTest(TerminalCase):
 
     def test_a_dialog_of_another_build_is_refused(self):
         prefix = self.installed()
-        without = (BUILD / "tests/host/tandemtrim_fake_plugin").read_bytes()
         for module in self.parts_of_the_dialog(prefix):
             own = module.read_bytes()
-            content, marks = re.subn(rb"(?<![0-9a-f])[0-9a-f]{64}(?=\0)", lambda mark: mark[0][::-1], own)
-            self.assertEqual(marks, 1)
-            for other in (content, without):
+            for other in self.of_other_builds(module):
                 module.write_bytes(other)
                 self.refuses_the_dialog(prefix, f"{module} is of another build")
             module.write_bytes(own)
