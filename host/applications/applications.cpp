@@ -19,7 +19,6 @@ namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
 constexpr const char* kOwnService = "org.freedesktop.impl.portal.desktop.tandemtrim";
-constexpr const char* kPortalService = "org.freedesktop.portal.Desktop";
 constexpr const char* kPortalPrinting = "org.freedesktop.portal.Print";
 constexpr const char* kRestart = "systemctl --user restart xdg-desktop-portal, or log in again";
 constexpr const char* kSettingsEnd = "portals.conf";
@@ -41,7 +40,7 @@ fs::path gtkFile(const PortalPlaces& places) {
 fs::path linkedFile(const fs::path& path) {
   std::error_code failed;
   if (!fs::is_symlink(path, failed)) return path;
-  const auto target = fs::canonical(path, failed);
+  auto target = fs::canonical(path, failed);
   if (!failed) return target;
   throw Failure(path.string() + " is a link to " + fs::read_symlink(path, failed).string() +
                 ", which is not there; remove the link or make that file");
@@ -96,7 +95,7 @@ Lines carriedOver(const PortalPlaces& places) {
   Lines lines;
   const auto hidden = systemSettings(places);
   for (const auto& entry :
-       hidden ? entriesOf(*hidden).value_or(std::vector<Entry>{}) : std::vector<Entry>{}) {
+       hidden ? entriesOf(*hidden).value_or(std::vector<SettingsEntry>{}) : std::vector<SettingsEntry>{}) {
     if (entry.group == kPreferred) lines.push_back(entry.key + '=' + entry.value);
   }
   if (!lines.empty()) lines.insert(lines.begin(), "# From " + plainText(hidden->string()) + ':');

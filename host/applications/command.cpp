@@ -19,7 +19,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kMostBytes = 1 << 16;
+constexpr std::size_t kMostSaid = 1 << 16;
 
 // Its process, with a group of its own; -1 when it cannot be started, for the reason that errno has then.
 pid_t start(const std::vector<std::string>& words, int output) {
@@ -49,8 +49,8 @@ bool readFrom(const FileDescriptor& output, std::string& said) {
   std::array<char, 4096> piece{};
   const auto length = read(output.get(), piece.data(), piece.size());
   if (length <= 0) return false;
-  said.append(piece.data(), std::min(static_cast<std::size_t>(length), kMostBytes - said.size()));
-  return said.size() < kMostBytes;
+  said.append(piece.data(), std::min(static_cast<std::size_t>(length), kMostSaid - said.size()));
+  return said.size() < kMostSaid;
 }
 
 // Reads until the process ends; whether it does in time.

@@ -1,5 +1,7 @@
 #include "host/applications/key_file.hpp"
 
+#include <ranges>
+
 #include "host/failure.hpp"
 #include "host/plain_text.hpp"
 
@@ -20,8 +22,8 @@ Failure oddLine(const std::string& file, std::size_t number, std::string_view li
 
 }  // namespace
 
-std::vector<Entry> readEntries(std::string_view text, const std::string& file) {
-  std::vector<Entry> entries;
+std::vector<SettingsEntry> readEntries(std::string_view text, const std::string& file) {
+  std::vector<SettingsEntry> entries;
   std::string group;
   for (std::size_t number = 1; !text.empty(); ++number) {
     const auto end = text.find('\n');
@@ -40,10 +42,10 @@ std::vector<Entry> readEntries(std::string_view text, const std::string& file) {
   return entries;
 }
 
-std::optional<std::string> valueOf(const std::vector<Entry>& entries, std::string_view group,
+std::optional<std::string> valueOf(const std::vector<SettingsEntry>& entries, std::string_view group,
                                    std::string_view key) {
-  for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
-    if (entry->group == group && entry->key == key) return entry->value;
+  for (const auto& entry : entries | std::views::reverse) {
+    if (entry.group == group && entry.key == key) return entry.value;
   }
   return std::nullopt;
 }

@@ -8,20 +8,20 @@
 namespace tandemtrim::host {
 
 /// A line "key=value" of a desktop's settings file, and the "[group]" that it is in.
-struct Entry {
+struct SettingsEntry {
   std::string group;
   std::string key;
   std::string value;
 
-  friend bool operator==(const Entry&, const Entry&) = default;
+  friend bool operator==(const SettingsEntry&, const SettingsEntry&) = default;
 };
 
 /// The entries of the text in their order. Failure that names `file` and the first line that such a file may
 /// not have; desktops pass over the whole file then.
-std::vector<Entry> readEntries(std::string_view text, const std::string& file);
+std::vector<SettingsEntry> readEntries(std::string_view text, const std::string& file);
 
 /// The entry's value; of several the last one counts, as everywhere on the desktop.
-std::optional<std::string> valueOf(const std::vector<Entry>& entries, std::string_view group,
+std::optional<std::string> valueOf(const std::vector<SettingsEntry>& entries, std::string_view group,
                                    std::string_view key);
 
 /// The parts of a list, as "gnome;gtk;" or, with another separator, "GNOME:Classic". Empty ones are left out.

@@ -8,9 +8,9 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr std::string_view kBegin =
+constexpr std::string_view kBeginMark =
     "# Lines of tandem-trim, which \"tandem-trim --applications off\" takes away";
-constexpr std::string_view kEnd = "# End of the lines of tandem-trim";
+constexpr std::string_view kEndMark = "# End of the lines of tandem-trim";
 
 // Behind the mark, in the order of Before.
 constexpr std::array<std::string_view, 4> kBefore{"", ", with the line break before them", ", with this file",
@@ -38,7 +38,7 @@ std::string_view lineEndOf(std::string_view line) {
 
 Before beforeOf(std::string_view mark) {
   mark.remove_suffix(lineEndOf(mark).size());
-  mark.remove_prefix(kBegin.size());
+  mark.remove_prefix(kBeginMark.size());
   for (std::size_t index = kBefore.size(); --index > 0;) {
     if (mark == kBefore.at(index)) return static_cast<Before>(index);
   }
@@ -48,11 +48,11 @@ Before beforeOf(std::string_view mark) {
 }  // namespace
 
 MarkedText partMarkedLines(std::string_view text, const std::string& file) {
-  const auto begin = find(text, kBegin);
-  const auto end = find(text, kEnd, begin.end);
+  const auto begin = find(text, kBeginMark);
+  const auto end = find(text, kEndMark, begin.end);
   const auto isThere = [&](const Place& mark) { return mark.begin != text.size(); };
-  if (isThere(begin) != isThere(find(text, kEnd)) || isThere(begin) != isThere(end)) {
-    const auto missing = isThere(begin) ? kEnd : kBegin;
+  if (isThere(begin) != isThere(find(text, kEndMark)) || isThere(begin) != isThere(end)) {
+    const auto missing = isThere(begin) ? kEndMark : kBeginMark;
     throw Failure(file + ": the line \"" + std::string(missing) +
                   "\" is missing; put it back, or take the other mark and the lines away by hand");
   }
@@ -72,9 +72,9 @@ std::string withMarkedLines(const std::string& own, const std::vector<std::strin
     before = Before::openLine;
     text += lineEnd;
   }
-  text += std::string(kBegin) + std::string(kBefore.at(static_cast<std::size_t>(before))) + lineEnd;
+  text += std::string(kBeginMark) + std::string(kBefore.at(static_cast<std::size_t>(before))) + lineEnd;
   for (const auto& line : lines) text += line + lineEnd;
-  return text + std::string(kEnd) + lineEnd;
+  return text + std::string(kEndMark) + lineEnd;
 }
 
 }  // namespace tandemtrim::host

@@ -12,7 +12,7 @@ namespace tandemtrim::host {
 namespace {
 
 namespace fs = std::filesystem;
-using Entries = std::vector<Entry>;
+using Entries = std::vector<SettingsEntry>;
 
 constexpr const char* kFolder = "xdg-desktop-portal";
 constexpr const char* kBackendGroup = "portal";
@@ -71,6 +71,7 @@ std::vector<Backend> printBackends(const PortalPlaces& places, PortalVersion ver
     }
   }
   std::vector<Backend> backends;
+  backends.reserve(found.size());
   for (auto& [name, backend] : found) backends.push_back(std::move(backend));
   return backends;
 }
@@ -149,7 +150,7 @@ std::vector<fs::path> backendFolders(const PortalPlaces& places, PortalVersion v
   return folders;
 }
 
-std::optional<std::vector<Entry>> entriesOf(const fs::path& file) {
+std::optional<std::vector<SettingsEntry>> entriesOf(const fs::path& file) {
   try {
     if (const auto text = readWholeFile(file, kMostSettingsBytes)) return readEntries(*text, file.string());
   } catch (const Failure&) {

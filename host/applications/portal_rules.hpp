@@ -25,6 +25,7 @@ struct PortalVersion {
   int major = 0;
   int minor = 0;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): the check means the 0 of the comparison that this stands for.
   friend auto operator<=>(const PortalVersion&, const PortalVersion&) = default;
 };
 
@@ -72,7 +73,7 @@ std::vector<std::string> desktopsOf(const std::filesystem::path& backendFile);
 std::vector<std::filesystem::path> backendFolders(const PortalPlaces& places, PortalVersion version);
 
 /// The entries of a settings file in their order; none where it is missing or cannot be understood.
-std::optional<std::vector<Entry>> entriesOf(const std::filesystem::path& file);
+std::optional<std::vector<SettingsEntry>> entriesOf(const std::filesystem::path& file);
 
 /// Which backend the portal takes for printing.
 struct ChosenBackend {

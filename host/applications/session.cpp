@@ -20,11 +20,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kPortalService = "org.freedesktop.portal.Desktop";
 constexpr const char* kPath = "/org/freedesktop/portal/desktop";
-constexpr std::chrono::seconds kLongest{10};
+constexpr std::chrono::seconds kLongestAnswer{10};
 // Longer than the bus waits, which can say why.
-constexpr std::chrono::seconds kLongestCommand = kLongest + std::chrono::seconds(2);
+constexpr std::chrono::seconds kLongestCommand = kLongestAnswer + std::chrono::seconds(2);
 
 std::optional<std::string> ownVariable(const std::string& name) {
   const char* const value = std::getenv(name.c_str());
@@ -44,7 +43,7 @@ std::map<std::string, std::string> environmentOf(int process) {
 
 CommandResult askBus(const std::string& service, const std::string& path, const std::string& method,
                      const std::vector<std::string>& texts) {
-  const auto limit = std::to_string(std::chrono::milliseconds(kLongest).count());
+  const auto limit = std::to_string(std::chrono::milliseconds(kLongestAnswer).count());
   std::vector<std::string> words{
       "dbus-send", "--session", "--print-reply=literal", "--reply-timeout=" + limit, "--dest=" + service,
       path,        method};
@@ -111,7 +110,7 @@ Portal lookAtPortal() {
   if (!portal.busProblem) portal.process = processOf(kPortalService);
   const auto program = programOf(kPortalService, portal.places);
   portal.isInstalled = program || portal.process;
-  if (program) portal.version = versionIn(runCommand({*program, "--version"}, kLongest).said);
+  if (program) portal.version = versionIn(runCommand({*program, "--version"}, kLongestAnswer).said);
   if (!portal.process) return portal;
   const auto variables = environmentOf(*portal.process);
   if (variables.empty()) return portal;

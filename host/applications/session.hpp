@@ -8,6 +8,9 @@
 
 namespace tandemtrim::host {
 
+/// The portal's name on the session bus.
+inline constexpr const char* kPortalService = "org.freedesktop.portal.Desktop";
+
 /// The desktop portal, as it is installed and as it runs in the user's session.
 struct Portal {
   /// Why the session bus cannot be asked, and what to do about it; none when it can.

@@ -13,8 +13,8 @@ using testing::HasSubstr;
 
 TEST(ASettingsFile, HasItsEntriesInGroups) {
   const auto entries = readEntries("# a comment\n\n[one]\r\n a = b=c \n[two]\na=\n[one]\na=last", "file");
-  EXPECT_THAT(entries,
-              ElementsAre(Entry{"one", "a", "b=c"}, Entry{"two", "a", ""}, Entry{"one", "a", "last"}));
+  EXPECT_THAT(entries, ElementsAre(SettingsEntry{"one", "a", "b=c"}, SettingsEntry{"two", "a", ""},
+                                   SettingsEntry{"one", "a", "last"}));
   EXPECT_EQ(valueOf(entries, "one", "a"), "last");
   EXPECT_EQ(valueOf(entries, "two", "a"), "");
   EXPECT_EQ(valueOf(entries, "two", "b"), std::nullopt);
