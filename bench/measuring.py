@@ -1,6 +1,7 @@
 """Runs programs and counts: instructions by callgrind, allocations by a hook that is preloaded."""
 
 import dataclasses
+import json
 import os
 import pathlib
 import re
@@ -34,11 +35,17 @@ class Bench:
         if screen:
             # The home folder is the screen's.
             given = (f"{name}={value}" for name, value in around.items() if name not in ("HOME", "TMPDIR", "LANGUAGE"))
-            command = [ON_OWN_SCREEN, *given, *command]
+            command = [ON_OWN_SCREEN, *given, *map(str, command)]
         result = subprocess.run(command, env=around, capture_output=True, text=True, check=False)
         if result.returncode != 0:
             raise RuntimeError(f"{' '.join(map(str, command))} failed:\n{result.stdout}{result.stderr}")
         return result.stdout
+
+    def on_screen(self, mode, rounds, *commands):
+        """What felt/measure.py measures of these commands on one screen: of each round, of each command the figures."""
+        words = [word for command in commands for word in ("--", *command)]
+        answer = self.run([PROJECT / "bench/felt/measure.py", self.program("screen"), mode, str(rounds), *words], screen=True, LD_BIND_NOW="")
+        return json.loads(next(line for line in answer.splitlines() if line.startswith("[[")))
 
     def duration(self, *command):
         """The seconds that a program takes from its start to its end, its symbols bound as they are where people start it."""

@@ -10,7 +10,8 @@ if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE RelWithDebInfo)
 endif()
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual)
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+add_compile_options("$<$<NOT:$<COMPILE_LANGUAGE:C>>:-Wnon-virtual-dtor;-Woverloaded-virtual>")
 if(NOT APPLE)
   # Compilers that are not known here may warn of more.
   add_compile_options(-Werror)

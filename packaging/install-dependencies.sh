@@ -31,7 +31,7 @@ case "${1:-}" in
   package) packages="$build $server $package" ;;
   trial) packages="$build $server $package mmdebstrap" ;;
   test) packages="$build $server $screen $portal $package $tests" ;;
-  bench) packages="$build $server $screen libbenchmark-dev valgrind binutils" ;;
+  bench) packages="$build $server $screen libbenchmark-dev valgrind binutils libxdamage-dev libxtst-dev" ;;
   coverage) packages="$build $server $screen $portal $package $tests gcovr" ;;
   memcheck) packages="$build $server $screen $portal $package $tests valgrind" ;;
   mcdc) packages="$build $server $screen $portal $package $tests $clang llvm-19" ;;

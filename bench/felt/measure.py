@@ -1,0 +1,31 @@
+#!/usr/bin/python3
+"""Measures dialogs on a screen in turn, so that what else the machine does meets all, and prints each round's figures as JSON.
+
+measure.py SCREEN MODE ROUNDS COMMAND [-- COMMAND ...]: SCREEN is the program of screen.cpp, MODE one of its modes.
+"""
+
+import itertools
+import json
+import subprocess
+import sys
+
+
+def figures(screen, mode, command):
+    result = subprocess.run([screen, mode, *command], stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
+    if result.returncode != 0:
+        sys.exit(f"{' '.join(command)}: {result.stderr}")
+    # The dialog may say something, too.
+    return [int(line) for line in result.stdout.splitlines() if line.isdigit()]
+
+
+def main():
+    screen, mode, rounds, *words = sys.argv[1:]
+    groups = itertools.groupby(words, lambda word: word == "--")
+    commands = [list(group) for is_separator, group in groups if not is_separator]
+    table = [[figures(screen, mode, command) for command in commands] for _ in range(int(rounds) + 1)]
+    # The first round reads the files.
+    print(json.dumps(table[1:]))
+
+
+if __name__ == "__main__":
+    main()
