@@ -21,7 +21,7 @@ COMMANDS = {
     "plutil": 'if [ "$1" = -extract ]; then sed -n "/$2/{n;s/.*<string>\\(.*\\)<.*/\\1/p;}" "${@: -1}"; else test -s "${@: -1}"; fi',
     "file": 'echo "Mach-O universal binary with 2 architectures: [x86_64] [arm64]"',
     "shasum": 'sha256sum "${@: -2}"',
-    "find": "",
+    "find": 'echo "find $asked" >>commands.log',
     # Like the Mac's, it fails where there is nothing to take away.
     "xattr": 'echo "xattr $asked" >>commands.log; if [ "$1" = -dr ]; then echo "No such xattr: $2" >&2; exit 1; fi',
     "codesign": 'echo "codesign $asked" >>commands.log',
@@ -69,8 +69,10 @@ class TheArchive(Unpacked):
     def test_belongs_to_root_and_is_the_same_each_time(self):
         self.assertEqual({(member.uid, member.gid) for member in self.members}, {(0, 0)})
         self.assertEqual({member.mode & 0o446 for member in self.members}, {0o444})
+        committed = subprocess.run(["git", "log", "-1", "--format=%ct"], cwd=mach_o.SOURCES, capture_output=True, text=True, check=True).stdout
+        self.assertEqual({member.mtime for member in self.members}, {int(committed)})
         before = hashlib.sha256(self.path.read_bytes()).hexdigest()
-        subprocess.run([mach_o.SOURCES / "packaging/macos/archive/archive.sh"], capture_output=True, check=True)
+        subprocess.run([mach_o.SOURCES / "packaging/macos/archive/archive.sh"], capture_output=True, check=True, umask=0o077)
         self.assertEqual(hashlib.sha256(self.path.read_bytes()).hexdigest(), before)
 
 
@@ -93,7 +95,8 @@ class ItsScripts(Unpacked):
         asked = (self.here / "commands.log").read_text()
         ready = re.search(r"^xattr -dr com[.]apple[.]quarantine (\S+)$", asked, re.MULTILINE)[1]
         self.assertRegex(asked, rf"(?s)\ncodesign --force --sign - {ready}\n.*sudo cp -R {ready} \S+\nsudo chown -R root:wheel {place}\n")
-        self.assertRegex(asked, rf"codesign --verify --strict {place}\n")
+        self.assertRegex(asked, rf"\ncodesign --verify --strict {place}\n")
+        self.assertRegex(asked, rf"\nfind {place} ! -user root -o ! -group wheel -o ! -perm -444\n")
         self.assertFalse(pathlib.Path(ready).exists())
 
     def test_install_a_bundle_that_all_users_read_whatever_this_ones_files_are_like(self):
@@ -115,11 +118,12 @@ class ItsScripts(Unpacked):
         done = self.install(by=("bash",))
         self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
 
-    def test_can_be_run_again(self):
+    def test_put_the_bundle_in_the_place_of_another_version(self):
         self.install()
+        (self.installed / "of another version").touch()
         done = self.install()
         self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
-        self.assertFalse((self.installed / "TandemTrim.bundle").exists())
+        self.assertFalse((self.installed / "of another version").exists())
 
     def test_say_how_they_are_used(self):
         done = self.mac.run(self.here / "check.sh", "instaled", self.here)

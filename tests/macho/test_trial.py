@@ -81,6 +81,7 @@ class TheTrial(unittest.TestCase):
         done = self.run_trial()
         self.assertEqual(done.returncode, 1)
         self.assertIn("requires Xcode, but", done.stdout)
+        self.assertNotIn("the bundle is configured", done.stdout)
         self.assertIn("from the App Store", done.stdout)
 
     def test_tries_the_dialog_even_where_the_self_test_fails(self):
@@ -93,9 +94,11 @@ class TheTrial(unittest.TestCase):
 
     def test_installs_what_all_users_can_read_and_makes_a_queue_of_this_mac_alone(self):
         self.run_trial()
-        self.assertIn("lpadmin -p TandemTrimTrial -E -v ipp://localhost:9/none -P build/macos/MorvaTandemKV2.ppd -o printer-is-shared=false\n",
-                      (self.project / "sudo.log").read_text())
-        self.assertIn("chmod -R u=rwX,go=rX /Library/Printers/Morva/PDEs/TandemTrim.bundle\n", (self.project / "sudo.log").read_text())
+        place = "/Library/Printers/Morva/PDEs"
+        self.assertEqual((self.project / "sudo.log").read_text().splitlines(), [
+            f"mkdir -p {place}", f"rm -rf {place}/TandemTrim.bundle", f"cp -R build/macos/TandemTrim.bundle {place}/TandemTrim.bundle",
+            f"chmod -R u=rwX,go=rX {place}/TandemTrim.bundle", f"chown -R root:wheel {place}/TandemTrim.bundle",
+            "lpadmin -p TandemTrimTrial -E -v ipp://localhost:9/none -P build/macos/MorvaTandemKV2.ppd -o printer-is-shared=false"])
 
     def test_takes_no_job_of_an_earlier_trial_for_this_ones(self):
         self.mac.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "true"))
@@ -124,9 +127,9 @@ class TheTrial(unittest.TestCase):
         log.unlink()
         done = self.run_trial("clean")
         self.assertEqual((done.returncode, done.stderr), (0, ""))
-        asked = log.read_text()
-        self.assertIn("lpadmin -x TandemTrimTrial\n", asked)
-        self.assertIn("rm -rf /Library/Printers/Morva/PDEs/TandemTrim.bundle\n", asked)
+        self.assertEqual(log.read_text().splitlines(), [
+            "lpadmin -x TandemTrimTrial", "rm -rf /Library/Printers/Morva/PDEs/TandemTrim.bundle",
+            "rmdir /Library/Printers/Morva/PDEs /Library/Printers/Morva"])
         self.assertFalse((self.project / "build/macos").exists())
         self.mac.command("sudo", "exit 9")
         self.assertEqual(self.run_trial("clean").returncode, 1)

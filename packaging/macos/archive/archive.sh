@@ -13,5 +13,5 @@ cp -R "$build/TandemTrim.bundle" "$scratch/$name/"
 cp "$build/arm64/MorvaTandemKV2.ppd" LICENSE "$macos/archive/install.sh" "$macos/archive/check.sh" "$macos/uninstall.sh" "$scratch/$name/"
 (cd "$scratch/$name" && find . -type f ! -name SHA256SUMS -print0 | LC_ALL=C sort -z | xargs -0 sha256sum >SHA256SUMS)
 tar -C "$scratch" --sort=name --owner=root --group=root --numeric-owner --mode=u=rwX,go=rX --mtime="@$(git log -1 --format=%ct)" -cf - "$name" |
-  gzip -n >"$build/$name.tar.gz"
+  gzip >"$build/$name.tar.gz"
 echo "$build/$name.tar.gz"
