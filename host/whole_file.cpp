@@ -37,37 +37,37 @@ bool writeAll(const FileDescriptor& file, std::string_view text) {
 
 }  // namespace
 
-std::optional<std::string> readWholeFile(const fs::path& path, std::size_t most) {
+std::optional<std::string> readWholeFile(const fs::path& file, std::size_t most) {
   // A pipe would be waited for.
-  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!file.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
+  const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!opened.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
   struct stat status {};
-  if (!file.isOpen() || fstat(file.get(), &status) != 0) throw unreadable(path, std::strerror(errno));
-  if (!S_ISREG(status.st_mode)) throw unreadable(path, "it is no file with contents");
+  if (!opened.isOpen() || fstat(opened.get(), &status) != 0) throw unreadable(file, std::strerror(errno));
+  if (!S_ISREG(status.st_mode)) throw unreadable(file, "it is no file with contents");
   std::string text;
   std::array<char, 4096> piece{};
   for (;;) {
-    const auto length = read(file.get(), piece.data(), piece.size());
-    if (length < 0) throw unreadable(path, std::strerror(errno));
+    const auto length = read(opened.get(), piece.data(), piece.size());
+    if (length < 0) throw unreadable(file, std::strerror(errno));
     if (length == 0) return text;
     text.append(piece.data(), static_cast<std::size_t>(length));
-    if (text.size() > most) throw unreadable(path, "it has more than " + std::to_string(most) + " bytes");
+    if (text.size() > most) throw unreadable(file, "it has more than " + std::to_string(most) + " bytes");
   }
 }
 
-void replaceFile(const fs::path& path, const std::string& text) {
+void replaceFile(const fs::path& file, const std::string& text) {
   struct stat old {};
-  const bool isThere = stat(path.c_str(), &old) == 0;
-  auto name = path.string() + ".XXXXXX";
-  const FileDescriptor file(mkostemp(name.data(), O_CLOEXEC));
-  if (!file.isOpen()) throw unwritableFile(path);
+  const bool isThere = stat(file.c_str(), &old) == 0;
+  auto name = file.string() + ".XXXXXX";
+  const FileDescriptor opened(mkostemp(name.data(), O_CLOEXEC));
+  if (!opened.isOpen()) throw unwritableFile(file);
   const bool isWhole =
-      writeAll(file, text) &&
-      (!isThere || old.st_uid == geteuid() || fchown(file.get(), old.st_uid, old.st_gid) == 0) &&
-      fchmod(file.get(), isThere ? old.st_mode : kReadableFile) == 0 &&
-      std::rename(name.c_str(), path.c_str()) == 0;
+      writeAll(opened, text) &&
+      (!isThere || old.st_uid == geteuid() || fchown(opened.get(), old.st_uid, old.st_gid) == 0) &&
+      fchmod(opened.get(), isThere ? old.st_mode : kReadableFile) == 0 &&
+      std::rename(name.c_str(), file.c_str()) == 0;
   if (isWhole) return;
-  const auto failure = unwritableFile(path);
+  const auto failure = unwritableFile(file);
   unlink(name.c_str());
   throw Failure(failure);
 }

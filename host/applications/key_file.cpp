@@ -1,6 +1,6 @@
 #include "host/applications/key_file.hpp"
 
-#include <ranges>
+#include <algorithm>
 
 #include "host/failure.hpp"
 #include "host/plain_text.hpp"
@@ -44,10 +44,10 @@ std::vector<SettingsEntry> readEntries(std::string_view text, const std::string&
 
 std::optional<std::string> valueOf(const std::vector<SettingsEntry>& entries, std::string_view group,
                                    std::string_view key) {
-  for (const auto& entry : entries | std::views::reverse) {
-    if (entry.group == group && entry.key == key) return entry.value;
-  }
-  return std::nullopt;
+  const auto last = std::find_if(entries.rbegin(), entries.rend(), [&](const SettingsEntry& entry) {
+    return entry.group == group && entry.key == key;
+  });
+  return last == entries.rend() ? std::nullopt : std::optional(last->value);
 }
 
 std::vector<std::string> partsOf(std::string_view list, char separator) {

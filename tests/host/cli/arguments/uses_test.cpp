@@ -81,7 +81,9 @@ INSTANTIATE_TEST_SUITE_P(
                      {"--dialog", "a.pdf"},
                      {"-h", "-E", "-U", "-d", "-t", "-c", "-s", "-n", "-o", "-q", "-H", "-P", "-m",
                       "--plugin", "--verbose"}}),
-    [](const auto& use) { return use.param.name.substr(2, use.param.name.find_first_of("-0", 2) - 2) + std::to_string(use.index); });
+    [](const auto& use) {
+      return use.param.name.substr(2, use.param.name.find_first_of("-0", 2) - 2) + std::to_string(use.index);
+    });
 
 TEST(AUse, RefusesFilesThatItLeavesAlone) {
   for (const Arguments& use : {Arguments{"--list"}, {"--reset-defaults"}, {"--applications", "off"}}) {
