@@ -75,7 +75,7 @@ void work(std::vector<std::string> arguments) {
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) int tandemTrimRun(int argc, char* argv[]) noexcept {
+extern "C" __attribute__((visibility("default"))) int tandemTrimRun(int argc, char** argv) noexcept {
   openStandardDescriptors();
   outliveFileLimit();
   answerLogins(askAtTerminal);
