@@ -110,7 +110,7 @@ struct DocumentCopy::Work {
 DocumentCopy::DocumentCopy(FileDescriptor document, Done done)
     : work_(std::make_shared<Work>(
           Work{std::move(document), FileDescriptor(eventfd(0, EFD_CLOEXEC)), std::move(done)})) {
-  const auto deliver = [work = work_](FileDescriptor copy, std::optional<Failure> failure) {
+  const auto deliver = [work = work_](FileDescriptor copy, const std::optional<Failure>& failure) {
     onMainLoop([work, copy = std::make_shared<FileDescriptor>(std::move(copy)), failure] {
       if (!work->isEnded) work->done(std::move(*copy), failure);
     });

@@ -1,5 +1,6 @@
 """What programs ask of the print backend and what they hear, from the request to the printer's filter."""
 
+import ctypes
 import os
 import pathlib
 import random
@@ -11,6 +12,7 @@ import patience
 from dialog_case import until
 from gi.repository import GLib
 from portal_client import CANCELLED, DONE, FAILED, Client, PortalCase, Shown, texts
+from relay import WantsLogin
 from screen_reader import Program
 from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, digest, of_panel
 
@@ -31,6 +33,17 @@ PARENTS = ("", "x11:", "x11:zzzz", "x11:ffffffffffffffff", "x11:12345", "wayland
 IDLE = 10  # seconds
 # By which a program does nothing that the printer does.
 NEUTRAL = {"n-copies": "1", "collate": "false", "reverse": "false", "page-set": "all", "number-up": "1"}
+
+
+def parent_of(window):
+    """The window of which this one is a dialog, as the window manager learns it."""
+    library = ctypes.CDLL("libX11.so.6")
+    library.XOpenDisplay.restype = ctypes.c_void_p
+    screen = ctypes.c_void_p(library.XOpenDisplay(None))
+    parent = ctypes.c_ulong()
+    library.XGetTransientForHint(screen, ctypes.c_ulong(window), ctypes.byref(parent))
+    library.XCloseDisplay(screen)
+    return parent.value
 
 
 class RequestsTest(PortalCase):
@@ -313,10 +326,26 @@ class RequestsTest(PortalCase):
         self.start()
         self.chosen()
 
-    def test_it_uses_no_portal_itself(self):
-        self.start(GTK_USE_PORTAL="1", GDK_DEBUG="portals,gl-disable")
+    def test_a_server_that_wants_a_login_is_answered_by_the_user_though_the_dialog_is_hidden(self):
+        relay = WantsLogin(self.cups.address, "ann:Secret")
+        self.enterContext(relay)
+        self.start(CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT="5")
         _, _, token = self.chosen()
-        self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
+        call = self.client.print(token=token)
+        question = Shown(self.process, "Log In")
+        question.type("User name", "ann")
+        question.type("Password", "Secret")
+        question.press("Continue")
+        self.assertEqual(call.answer(), (DONE, {}))
+        self.assertEqual(self.job().sha256, digest(SAMPLE))
+
+    def test_it_is_a_dialog_of_the_programs_window(self):
+        self.start()
+        call = self.client.prepare(parent="x11:abcdef")
+        self.shown()
+        window = subprocess.check_output(["xdotool", "search", "--name", "^Print$"], text=True).split()[-1]
+        self.assertEqual(parent_of(int(window)), 0xABCDEF)
+        call.close()
 
     def test_a_handle_that_is_taken_is_refused(self):
         self.start()
