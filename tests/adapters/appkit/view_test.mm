@@ -60,9 +60,13 @@ TEST_F(ViewInAHost, IsWhatTheNibDescribes) {
   id const controller = [panel viewController];
   id const owner = [[[[controller class] alloc] performSelector:@selector(initWithCommonInfo:)
                                                      withObject:[panel commonInfo]] autorelease];
+  NSMutableArray* const loaded = [NSMutableArray array];
+  NSDictionary* const given = @{NSNibOwner : owner, NSNibTopLevelObjects : loaded};
   ASSERT_TRUE([NSBundle loadNibFile:[NSString stringWithUTF8String:XIB]
-                  externalNameTable:@{@"NSOwner" : owner}
+                  externalNameTable:given
                            withZone:nullptr]);
+  // They come retained once for the owner.
+  [loaded makeObjectsPerformSelector:@selector(release)];
   NSXMLDocument* const nib = [[[NSXMLDocument alloc]
       initWithContentsOfURL:[NSURL fileURLWithPath:[NSString stringWithUTF8String:XIB]]
                     options:0
