@@ -18,6 +18,7 @@ PLACE = "/org/freedesktop/portal/desktop"
 PRINT = "org.freedesktop.impl.portal.Print"
 REQUEST = "org.freedesktop.impl.portal.Request"
 DONE, CANCELLED, FAILED = 0, 1, 2
+NO_LIMIT = 2**31 - 1  # of the time that a call waits for its answer
 BUS = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
 _numbers = itertools.count(1)
 
@@ -76,7 +77,7 @@ class Client:
         for file in files:
             descriptors.append(file)
         whole = GLib.Variant(f"(o{kinds})", (call.handle, *values))
-        self.bus.call_with_unix_fd_list(NAME, PLACE, PRINT, method, whole, None, 0, -1, descriptors, None, call.take)
+        self.bus.call_with_unix_fd_list(NAME, PLACE, PRINT, method, whole, None, 0, NO_LIMIT, descriptors, None, call.take)
         return call
 
     def prepare(self, settings=None, page_setup=None, title="Print", parent="", handle=None, **options):
