@@ -20,9 +20,14 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSet
       events_(std::move(events)),
       selection_(window.dialog(), [this](const std::string& printer) { onChoice(printer); }),
       tabs_(window.dialog()),
+      presets_(
+          window.dialog(), report,
+          {[this] { return panel_.shownOptions(); },
+           [this](const Preset& preset) { panel_.show(preset.panel); }, [this] { panel_.updatePresets(); }}),
       panel_(window.dialog(), line.plugin, report,
              {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp,
-              [this] { return otherOptionsOrNone(); }}),
+              [this] { return otherOptionsOrNone(); }, presets_.events(),
+              [this] { return presets_.isChosen(); }}),
       reader_(line.server, ask) {
   window.dialog().property_selected_printer().signal_changed().connect(
       sigc::mem_fun(*this, &ChosenPrinter::onPrinterChanged));
@@ -127,7 +132,7 @@ void ChosenPrinter::startFromKept() {
   } else if (tabsOf_ != current_.name) {
     changeTabs(current_.name);
   }
-  panel_.startFrom(current_.name, {current_.saved, remembered_.panel, asked});
+  panel_.startFrom(current_.name, {current_.saved, remembered_.panel, ofPreset(), asked});
   if (isFirst) return selectFirst(asked);
   auto tabs = tabs_.leftAt(current_.name);
   if (!tabs.settings) {
@@ -135,6 +140,14 @@ void ChosenPrinter::startFromKept() {
     tabs_.show(tabs.settings);
   }
   showPageSetup(window_.dialog(), *tabs.setup);
+}
+
+Options ChosenPrinter::ofPreset() {
+  const auto family = panel_.family();
+  if (!family) return {};
+  presets_.open(*family, rememberedFile({line_.server, current_.destination}).stem());
+  const auto preset = presets_.begin();
+  return preset ? preset->panel : Options{};
 }
 
 void ChosenPrinter::becomeReady() {

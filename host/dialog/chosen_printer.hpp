@@ -8,6 +8,7 @@
 #include "host/dialog/gtk/own_tabs.hpp"
 #include "host/dialog/gtk/printer_selection.hpp"
 #include "host/dialog/panel/panel_tabs.hpp"
+#include "host/dialog/presets/printer_presets.hpp"
 #include "host/dialog/print_request.hpp"
 #include "host/dialog/printer_details.hpp"
 #include "host/job/command_line.hpp"
@@ -62,6 +63,8 @@ class ChosenPrinter : public sigc::trackable {
   void onPrinterChanged();
   void becomeReady();
   void startFromKept();
+  // The panel's settings in the preset that the user wants on the printer.
+  [[nodiscard]] Options ofPreset();
   void selectFirst(const Options& asked);
   void onSelected();
   void openPanel();
@@ -85,6 +88,7 @@ class ChosenPrinter : public sigc::trackable {
   Remembered remembered_;
   PrinterSelection selection_;
   OwnTabs tabs_;
+  PrinterPresets presets_;
   PanelTabs panel_;
   DetailsReader reader_;
 };

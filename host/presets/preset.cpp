@@ -12,6 +12,7 @@ using Json = nlohmann::ordered_json;
 constexpr int kIndentation = 2;
 constexpr const char* kPanel = "panel";
 constexpr const char* kOptions = "options";
+constexpr const char* kPreset = "preset";
 
 Json jsonOf(const Options& options) {
   auto json = Json::object();
@@ -44,6 +45,16 @@ Preset presetFrom(const std::string& name, const std::string& text) {
   if (json.is_discarded()) throw Failure("it is no JSON");
   if (!json.is_object()) throw Failure("it is no object");
   return {name, optionsIn(json, kPanel), optionsIn(json, kOptions)};
+}
+
+std::string textNamingPreset(const std::string& name) {
+  return Json{{kPreset, name}}.dump(kIndentation, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+std::optional<std::string> presetNamedIn(const std::string& text) {
+  const auto json = Json::parse(text, nullptr, false);
+  const bool isNamed = json.is_object() && json.contains(kPreset) && json.at(kPreset).is_string();
+  return isNamed ? std::optional(json.at(kPreset).get<std::string>()) : std::nullopt;
 }
 
 }  // namespace tandemtrim::host

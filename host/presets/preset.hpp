@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "host/job/options.hpp"
@@ -22,5 +23,9 @@ std::string presetText(const Preset& preset);
 
 /// The preset of this name with the settings of that JSON. Failure, with the reason, when the text is none.
 Preset presetFrom(const std::string& name, const std::string& text);
+
+/// JSON that names a preset, and the name in it; none where there is none.
+std::string textNamingPreset(const std::string& name);
+std::optional<std::string> presetNamedIn(const std::string& text);
 
 }  // namespace tandemtrim::host

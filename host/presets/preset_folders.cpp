@@ -134,10 +134,30 @@ void requireOwn(const std::string& family, const std::string& name, const Report
                   " is the administrator's; save one of your own under that name instead");
 }
 
+// Beside the presets, whose folder it is in.
+constexpr const char* kPrinters = "printers";
+
+fs::path printersFile(const std::string& family, const std::string& printersKey) {
+  return ownFolder(family) / kPrinters / (escapedName(printersKey) + std::string(kEnding));
+}
+
+// Every printer of the family that begins with the preset gets the other one, or none.
+void replaceForPrinters(const std::string& family, const std::string& name,
+                        const std::optional<std::string>& newName) {
+  std::error_code unreadable;
+  for (fs::directory_iterator entry(ownFolder(family) / kPrinters, unreadable), end;
+       !unreadable && entry != end; entry.increment(unreadable)) {
+    const auto printersKey = unescapedName(entry->path().stem());
+    if (printersKey && presetOfPrinter(family, *printersKey) == name)
+      setPresetOfPrinter(family, *printersKey, newName);
+  }
+}
+
 void makeFolder(const fs::path& folder) {
   std::error_code failed;
   fs::create_directories(folder, failed);
-  if (failed) throw Failure(folder.string() + " cannot be made: " + failed.message());
+  errno = failed.value();
+  if (failed) throw unwritableFile(folder);
 }
 
 }  // namespace
@@ -176,10 +196,30 @@ void savePreset(const std::string& family, const Preset& preset) {
   replaceFile(file, presetText(preset));
 }
 
+std::optional<std::string> presetOfPrinter(const std::string& family, const std::string& printersKey) {
+  try {
+    const auto text = readWholeFile(printersFile(family, printersKey), kMostBytes);
+    return text ? presetNamedIn(*text) : std::nullopt;
+  } catch (const Failure&) {
+    return std::nullopt;
+  }
+}
+
+void setPresetOfPrinter(const std::string& family, const std::string& printersKey,
+                        const std::optional<std::string>& name) {
+  const auto file = printersFile(family, printersKey);
+  if (name) {
+    makeFolder(file.parent_path());
+    return replaceFile(file, textNamingPreset(*name));
+  }
+  if (unlink(file.c_str()) != 0 && errno != ENOENT) throw unwritableFile(file);
+}
+
 void deletePreset(const std::string& family, const std::string& name, const Report& report) {
   requireOwn(family, name, report);
   const auto file = presetFile(family, name);
   if (unlink(file.c_str()) != 0) throw unwritableFile(file);
+  replaceForPrinters(family, name, std::nullopt);
 }
 
 void renamePreset(const std::string& family, const std::string& name, const std::string& newName,
@@ -188,7 +228,8 @@ void renamePreset(const std::string& family, const std::string& name, const std:
   refuseWrongPresetName(newName);
   const auto from = presetFile(family, name);
   const auto to = presetFile(family, newName);
-  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+    return replaceForPrinters(family, name, newName);
   if (errno != EEXIST) throw unwritableFile(to);
   throw Failure("there is a preset " + shortText(newName) + " already; choose another name");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,10 +34,20 @@ Preset findPreset(const std::string& family, const std::string& name, const Repo
 /// when the file cannot be written.
 void savePreset(const std::string& family, const Preset& preset);
 
-/// Removes the user's preset. Failure for a name that none has, and for the administrator's.
+/// The preset that the user wants the dialog to begin with on this printer; none where there is none. A
+/// printer's key is any text that is its own.
+std::optional<std::string> presetOfPrinter(const std::string& family, const std::string& printersKey);
+
+/// Sets that preset, or none. Failure when the file cannot be written.
+void setPresetOfPrinter(const std::string& family, const std::string& printersKey,
+                        const std::optional<std::string>& name);
+
+/// Removes the user's preset, for the printers that begin with it, too. Failure for a name that none has, and
+/// for the administrator's.
 void deletePreset(const std::string& family, const std::string& name, const Report& report);
 
-/// Gives the user's preset another name. Failure as for deletePreset(), and where the other name is taken.
+/// Gives the user's preset another name, for the printers that begin with it, too. Failure as for
+/// deletePreset(), and where the other name is taken.
 void renamePreset(const std::string& family, const std::string& name, const std::string& newName,
                   const Report& report);
 

@@ -1,5 +1,7 @@
 #include "host/dialog/panel/panel_page.hpp"
 
+#include <utility>
+
 #include <glibmm/main.h>
 #include <gtk/gtk.h>
 
@@ -19,10 +21,11 @@ void setSideMargins(Gtk::Box& row) {
 
 }  // namespace
 
-PanelPage::PanelPage()
+PanelPage::PanelPage(PresetRow::Events presets)
     : Gtk::Box(Gtk::Orientation::VERTICAL, kSpacing),
       useForAllJobs(localized(kUseForAllJobsText), true),
       help(localized(kHelpText), true),
+      presetEvents_(std::move(presets)),
       footer_(Gtk::Orientation::HORIZONTAL, kSpacing) {
   set_margin_bottom(kPageMargin);
   text_.set_margin(kPageMargin);
@@ -76,7 +79,14 @@ void PanelPage::showView(GtkWidget* view) {
   removeView();
   text_.set_visible(false);
   view_ = view;
-  gtk_box_insert_child_after(gobj(), view, GTK_WIDGET(text_.gobj()));
+  if (!presets_) {
+    presets_.emplace(presetEvents_);
+    setSideMargins(*presets_);
+    presets_->set_margin_top(kPageMargin);
+    insert_child_after(*presets_, text_);
+  }
+  presets_->set_visible();
+  gtk_box_insert_child_after(gobj(), view, GTK_WIDGET(presets_->gobj()));
   follow(view);
   footer_.set_visible();
 }
@@ -86,7 +96,12 @@ void PanelPage::removeView() {
   view_ = nullptr;
   reportsEdits_ = false;
   hideWarning();
+  if (presets_) presets_->set_visible(false);
   footer_.set_visible(false);
+}
+
+void PanelPage::showPresets(const PresetList& list) {
+  if (presets_) presets_->show(list);
 }
 
 void PanelPage::hideWarning() {

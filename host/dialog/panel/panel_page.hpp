@@ -8,17 +8,19 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/label.h>
 
+#include "host/dialog/panel/preset_row.hpp"
 #include "host/dialog/panel/warning_row.hpp"
 #include "host/panel/conflicts.hpp"
 #include "host/panel/panel_session.hpp"
 
 namespace tandemtrim::host {
 
-/// The dialog's page for the panel: the panel's view, or a line of text before there is one; below it a
-/// warning about values that the printer does not allow and about conflicts, and the host's own controls.
+/// The dialog's page for the panel: the panel's view, or a line of text before there is one; above it the
+/// presets, below it a warning about values that the printer does not allow and about conflicts, and the
+/// host's own controls.
 class PanelPage : public Gtk::Box {
  public:
-  PanelPage();
+  explicit PanelPage(PresetRow::Events presets);
   PanelPage(const PanelPage&) = delete;
   PanelPage& operator=(const PanelPage&) = delete;
   ~PanelPage() override;
@@ -29,6 +31,8 @@ class PanelPage : public Gtk::Box {
   void showView(GtkWidget* view);
   /// Removes the view, before its owner destroys it.
   void removeView();
+  /// Shows the presets above the view, if there is one.
+  void showPresets(const PresetList& list);
   /// Whether edits of the view are reported, which costs time.
   void reportEdits(bool reports) { reportsEdits_ = reports; }
   /// Runs after a reported edit of the view; once for several edits in a row.
@@ -47,7 +51,10 @@ class PanelPage : public Gtk::Box {
   void onEdited();
   void hideWarning();
 
+  const PresetRow::Events presetEvents_;
   Gtk::Label text_;
+  // Made along with the first view.
+  std::optional<PresetRow> presets_;
   // Few users ever see it, so it is made when it is needed.
   std::optional<WarningRow> warning_;
   Gtk::Box footer_;

@@ -1,6 +1,7 @@
 #include "host/dialog/panel/panel_tabs.hpp"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <utility>
 
@@ -25,7 +26,7 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
       plugin_(std::move(plugin)),
       report_(std::move(report)),
       events_(std::move(events)),
-      page_(*Gtk::make_managed<PanelPage>()),
+      page_(*Gtk::make_managed<PanelPage>(events_.presets)),
       title_(*Gtk::make_managed<Gtk::Label>(localized(kPageTitleText))),
       summary_(*Gtk::make_managed<SummaryTab>()) {
   dialog_.add_custom_tab(summary_, *Gtk::make_managed<Gtk::Label>(localized(kSummaryText)));
@@ -136,6 +137,7 @@ void PanelTabs::showPanel() {
   callPlugin(bundle_->path, "setPaperSize", [&] { view.setPaperSize(sheet.width, sheet.height); });
   session_->willShow();
   warn();
+  updatePresets();
 }
 
 void PanelTabs::onPageShown() {
@@ -168,6 +170,37 @@ void PanelTabs::showSummary() {
 void PanelTabs::onEdited() {
   if (session_) guarded([&] { session_->save(); });
   warn();
+  updatePresets();
+}
+
+void PanelTabs::show(const Options& options) {
+  if (session_) {
+    guarded([&] {
+      Options own;
+      for (const auto& option : options) {
+        if (spelledAsIn(keywords(), option.keyword)) own.push_back(option);
+      }
+      session_->save();
+      storeOptions(own, keywords(), settings_);
+      session_->restore();
+    });
+  }
+  warn();
+}
+
+Options PanelTabs::shownOptions() {
+  if (session_) guarded([&] { session_->save(); });
+  return options();
+}
+
+void PanelTabs::updatePresets() {
+  if (!session_) return;
+  page_.showPresets(events_.presets.list());
+  warn();
+}
+
+std::optional<std::string> PanelTabs::family() const {
+  return bundle_ ? std::optional(std::filesystem::path(bundle_->path).stem().string()) : std::nullopt;
 }
 
 void PanelTabs::warn() {
@@ -177,7 +210,7 @@ void PanelTabs::warn() {
     const auto illegal = session_->illegalChoices();
     page_.warnOf(illegal, findConflicts());
     page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty() || isConstrained() ||
-                      canConflictWithPaper(session_->settings(), paper()));
+                      events_.isPresetChosen() || canConflictWithPaper(session_->settings(), paper()));
   });
 }
 

@@ -31,6 +31,10 @@ class PanelTabs : public sigc::trackable {
     std::function<void(const std::string&)> onHelp;
     /// What the job asks for beside the panel's options.
     std::function<Options()> otherOptions;
+    /// What the row of presets does.
+    PresetRow::Events presets;
+    /// Whether a change of the settings shows in that row.
+    std::function<bool()> isPresetChosen;
   };
 
   /// `plugin` is what bundleOfPrinter() takes.
@@ -64,6 +68,14 @@ class PanelTabs : public sigc::trackable {
   /// Stores the options that the panel of this printer starts from, those that count more behind the others;
   /// for a printer that the user comes back to, what it was left with instead.
   void startFrom(const std::string& printer, const std::vector<Options>& options);
+  /// Shows these options, those of them that are the panel's; the others stay as they are.
+  void show(const Options& options);
+  /// The panel's options as it shows them.
+  [[nodiscard]] Options shownOptions();
+  /// Shows the row of presets as it is now.
+  void updatePresets();
+  /// The name of the bundle with the printer's panel, by which its presets are kept; none without a bundle.
+  [[nodiscard]] std::optional<std::string> family() const;
   /// The panel's options, as saved last.
   [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
   /// The keywords of defaults that go as they stand, though the printer does not allow them. Kept for other

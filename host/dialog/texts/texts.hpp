@@ -76,6 +76,23 @@ inline constexpr const char* kPaperText = "Paper size";
 inline constexpr const char* kRangeText = "[min] to [max]";
 inline constexpr const char* kListSeparatorText = ", ";
 
+/// The row of presets above the panel, its menu and its questions.
+inline constexpr const char* kPresetText = "Preset";
+inline constexpr const char* kNoPresetText = "None";
+inline constexpr const char* kChangedPresetText = "[name], changed";
+inline constexpr const char* kSavePresetText = "Save";
+inline constexpr const char* kBackToPresetText = "Back to Preset";
+inline constexpr const char* kSavePresetAsText = "Save As…";
+inline constexpr const char* kRenamePresetText = "Rename…";
+inline constexpr const char* kDeletePresetText = "Delete…";
+inline constexpr const char* kPresetOfPrinterText = "Begin with It on This Printer";
+inline constexpr const char* kPresetNameText = "_Name";
+inline constexpr const char* kPresetTakenText = "There is a preset [name] already. Replace it?";
+inline constexpr const char* kReplaceText = "_Replace";
+inline constexpr const char* kDeleteThisPresetText = "Delete the preset [name]?";
+inline constexpr const char* kDeleteText = "_Delete";
+inline constexpr const char* kPresetsUnchangedText = "The presets could not be changed.";
+
 /// What the user can do about each trouble.
 inline constexpr std::array kTroubleTexts{
     std::pair{Trouble::other, "The job could not be printed. Try again, or choose another printer."},
@@ -127,15 +144,61 @@ inline constexpr std::array kHelpTexts{
     "printer does not allow; \"Correct\" puts the nearest allowed values in their place."};
 
 /// All other texts.
-inline constexpr std::array kTexts{
-    kCancelText,     kContinueText,     kLoginTitleText,    kLoginText,         kLoginAgainText,
-    kUserText,       kPasswordText,     kCorrectText,       kPrintAsItIsText,   kNotAllowedText,
-    kCloseText,      kHelpText,         kUseForAllJobsText, kSummaryText,       kReadingText,
-    kPageTitleText,  kUnavailableText,  kNoPagesText,       kChoosePrinterText, kSendingText,
-    kRangeText,      kIllegalValueText, kSentOfText,        kSentText,          kListSeparatorText,
-    kWrongPagesText, kWrongTimeText,    kTryAgainText,      kConflictText,      kPaperText,
-    kSavingText,     kWholeFileText,    kNoFileText,        kNotSavedText,      kNotConvertedText,
-    kCancelJobText,  kOfJobText,        kProtectedText,     kLaidOutText,       kDocumentText};
+inline constexpr std::array kTexts{kCancelText,
+                                   kContinueText,
+                                   kLoginTitleText,
+                                   kLoginText,
+                                   kLoginAgainText,
+                                   kUserText,
+                                   kPasswordText,
+                                   kCorrectText,
+                                   kPrintAsItIsText,
+                                   kNotAllowedText,
+                                   kCloseText,
+                                   kHelpText,
+                                   kUseForAllJobsText,
+                                   kSummaryText,
+                                   kReadingText,
+                                   kPageTitleText,
+                                   kUnavailableText,
+                                   kNoPagesText,
+                                   kChoosePrinterText,
+                                   kSendingText,
+                                   kRangeText,
+                                   kIllegalValueText,
+                                   kSentOfText,
+                                   kSentText,
+                                   kListSeparatorText,
+                                   kWrongPagesText,
+                                   kWrongTimeText,
+                                   kTryAgainText,
+                                   kConflictText,
+                                   kPaperText,
+                                   kSavingText,
+                                   kWholeFileText,
+                                   kNoFileText,
+                                   kNotSavedText,
+                                   kNotConvertedText,
+                                   kCancelJobText,
+                                   kOfJobText,
+                                   kProtectedText,
+                                   kLaidOutText,
+                                   kDocumentText,
+                                   kPresetText,
+                                   kNoPresetText,
+                                   kChangedPresetText,
+                                   kSavePresetText,
+                                   kBackToPresetText,
+                                   kSavePresetAsText,
+                                   kRenamePresetText,
+                                   kDeletePresetText,
+                                   kPresetOfPrinterText,
+                                   kPresetNameText,
+                                   kPresetTakenText,
+                                   kReplaceText,
+                                   kDeleteThisPresetText,
+                                   kDeleteText,
+                                   kPresetsUnchangedText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

@@ -144,8 +144,8 @@ TEST_F(Presets, MayHaveAnyNameAndNoneLeadsOutOfTheirFolder) {
   }
   savePreset("../..", kBooklet);
   EXPECT_EQ(presetFile("../..", "x").parent_path().parent_path(), own() / "tandem-trim/presets");
-  for (const auto& name : {std::string(), std::string("a\nb"), std::string("a\0b", 3),
-                                 std::string("\xFF"), std::string(300, 'x')})
+  for (const auto& name : {std::string(), std::string("a\nb"), std::string("a\0b", 3), std::string("\xFF"),
+                           std::string(300, 'x')})
     EXPECT_EQ(failureOf([&] { savePreset("Family", {name, {}, {}}); }).exitStatus(), kWrongCommandLine);
 }
 
@@ -161,6 +161,25 @@ TEST_F(Presets, OfTwoProgramsThatSaveAtOnceAreAllKept) {
   other.join();
   EXPECT_EQ(names().size(), 101U);
   EXPECT_THAT(said, IsEmpty());
+}
+
+TEST_F(Presets, MayBeTheOneThatAPrinterBeginsWith) {
+  EXPECT_EQ(presetOfPrinter("Family", "Morva@host:1"), std::nullopt);
+  savePreset("Family", kBooklet);
+  savePreset("Family", {"Other", {}, {}});
+  setPresetOfPrinter("Family", "Morva@host:1", kBooklet.name);
+  setPresetOfPrinter("Family", "../x", "Other");
+  EXPECT_EQ(presetOfPrinter("Family", "Morva@host:1"), kBooklet.name);
+  EXPECT_EQ(presetOfPrinter("Family", "Morva"), std::nullopt);
+  renamePreset("Family", kBooklet.name, "Brochure", report);
+  EXPECT_EQ(presetOfPrinter("Family", "Morva@host:1"), "Brochure");
+  EXPECT_EQ(presetOfPrinter("Family", "../x"), "Other");
+  deletePreset("Family", "Brochure", report);
+  EXPECT_EQ(presetOfPrinter("Family", "Morva@host:1"), std::nullopt);
+  setPresetOfPrinter("Family", "../x", std::nullopt);
+  setPresetOfPrinter("Family", "../x", std::nullopt);
+  EXPECT_EQ(presetOfPrinter("Family", "../x"), std::nullopt);
+  EXPECT_THAT(names(), ElementsAre("Other"));
 }
 
 TEST_F(Presets, ThatCannotBeWrittenAreAFailure) {
