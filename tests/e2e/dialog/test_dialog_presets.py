@@ -56,10 +56,10 @@ class DialogPresetsTest(DialogCase):
 
     def name(self, dialog, name):
         """Answers the question for a name."""
-        until(lambda: dialog.shows("entry", "Name"), "the question")
-        dialog.type("Name", name)
+        until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
+        dialog.type("Name of the preset", name)
         dialog.answer("Continue")
-        until(lambda: not dialog.shows("entry", "Name"), "the question to go")
+        until(lambda: not dialog.shows("entry", "Name of the preset"), "the question to go")
 
     def answer(self, dialog, title):
         dialog.answer(title)
@@ -113,8 +113,8 @@ class DialogPresetsTest(DialogCase):
         self.keep(NAME, *ACTS)
         dialog = self.live()
         self.pick(dialog, "Save As…")
-        until(lambda: dialog.shows("entry", "Name"), "the question")
-        dialog.type("Name", " ")
+        until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
+        dialog.type("Name of the preset", " ")
         until(lambda: not dialog.find("push button", "Continue").has(SENSITIVE), "the button to be grey")
         self.name(dialog, NAME)
         self.answer(dialog, "Cancel")
