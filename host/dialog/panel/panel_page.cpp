@@ -22,7 +22,7 @@ void setSideMargins(Gtk::Box& row) {
 }  // namespace
 
 PanelPage::PanelPage(PresetRow::Events presets)
-    : Gtk::Box(Gtk::Orientation::VERTICAL, kSpacing),
+    : Gtk::Box(Gtk::Orientation::VERTICAL),
       useForAllJobs(localized(kUseForAllJobsText), true),
       help(localized(kHelpText), true),
       presetEvents_(std::move(presets)),
@@ -36,7 +36,6 @@ PanelPage::PanelPage(PresetRow::Events presets)
   speakTitle(help, localized(kHelpText));
   useForAllJobs.set_hexpand();
   footer_.append(useForAllJobs);
-  footer_.append(help);
   footer_.set_visible(false);
   setSideMargins(footer_);
   append(footer_);
@@ -83,6 +82,7 @@ void PanelPage::showView(GtkWidget* view) {
     presets_.emplace(presetEvents_);
     setSideMargins(*presets_);
     presets_->set_margin_top(kPageMargin);
+    presets_->append(help);
     insert_child_after(*presets_, text_);
   }
   presets_->set_visible();
@@ -113,6 +113,7 @@ void PanelPage::warnOf(const std::vector<IllegalValue>& values, const std::vecto
   if (!warning_) {
     warning_.emplace(*this);
     setSideMargins(*warning_);
+    warning_->set_margin_bottom(kSpacing);
     warning_->correct.signal_clicked().connect(signalCorrect.make_slot());
     insert_child_after(*warning_, *footer_.get_prev_sibling());
   }

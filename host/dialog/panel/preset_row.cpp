@@ -55,6 +55,10 @@ PresetRow::PresetRow(Events events)
   button_.set_create_popup_func([this] { makeMenu(); });
   append(label_);
   append(button_);
+  // So that what is added comes at the end of the row.
+  auto& gap = *Gtk::make_managed<Gtk::Box>();
+  gap.set_hexpand();
+  append(gap);
   insert_action_group(kGroup, actions_);
 }
 

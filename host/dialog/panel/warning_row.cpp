@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kIconSpacing = 12;
 // With so many lines the dialog still fits on a small screen.
-constexpr int kMostListHeight = 62;
+constexpr int kMostListHeight = 90;
 constexpr const char* kStyleClass = "tandem-trim-warning";
 
 GtkBox* makeAlert() {

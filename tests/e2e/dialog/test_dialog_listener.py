@@ -126,8 +126,8 @@ class DialogListenerTest(DialogCase):
             dialog.page(PAGES.get(language, "Tandem Trim"))
             dialog.check(switch)
             until(lambda: any(node.role == "alert" for node in dialog.nodes()), "the warning")  # noqa: B023
-            dialog.keys("shift+Tab")
-            until(lambda: any(node.has(FOCUSED) and ":" in node.name for node in dialog.nodes()), "the presets")  # noqa: B023
+            dialog.keys("shift+Tab", "shift+Tab")
+            until(lambda: any(node.has(FOCUSED) and ": " in node.name for node in dialog.nodes()), "the presets")  # noqa: B023
             visited = self.stops(dialog)
             # The toolkit's own frame of all pages is a stop, too.
             controls = [node for node in dialog.nodes() if node.path in visited and node.role != "panel"]
