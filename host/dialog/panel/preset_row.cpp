@@ -11,7 +11,7 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr int kGap = 12;
+constexpr int kGapInRow = 12;
 constexpr int kMostCharactersOfName = 40;
 constexpr const char* kGroup = "preset";
 constexpr const char* kChoose = "choose";
@@ -39,14 +39,14 @@ Glib::RefPtr<Gio::Menu> sectionOf(const std::vector<std::pair<const char*, const
 }  // namespace
 
 PresetRow::PresetRow(Events events)
-    : Gtk::Box(Gtk::Orientation::HORIZONTAL, kGap),
+    : Gtk::Box(Gtk::Orientation::HORIZONTAL, kGapInRow),
       events_(std::move(events)),
       label_(localized(kPresetText)),
       actions_(Gio::SimpleActionGroup::create()) {
   title_.set_ellipsize(Pango::EllipsizeMode::END);
   title_.set_max_width_chars(kMostCharactersOfName);
   title_.set_xalign(0);
-  auto& face = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kGap);
+  auto& face = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kGapInRow);
   title_.set_hexpand();
   face.append(title_);
   auto* const arrow = gtk_image_new_from_icon_name("pan-down-symbolic");
