@@ -28,6 +28,10 @@ SETTINGS = {
 }
 RUNS = 5  # of what a screen or a server makes vary
 PAIRS = 31
+FEW_PAIRS = 15  # of what takes seconds
+# Where things are on the dialog's screen, in pixels: tabs of pages, and two printers with no other between them.
+OWN_PAGE, PAGE_SETUP = ("259", "18"), ("140", "18")
+PRINTERS = ("150", "154", "122")
 MICROSECONDS = 1_000_000
 
 
@@ -41,7 +45,7 @@ class Row:
     peer: float | None
     goal: float
     reach: float | None = None
-    # Of the pairs' shares, where it was measured in pairs by the clock: a goal is missed where three quarters of them miss it.
+    # Of the pairs' shares or differences, where it was measured in pairs: a goal is missed where three quarters of them miss it.
     quartiles: tuple[float, float] | None = None
 
     @property
@@ -61,7 +65,7 @@ class Row:
         peer = "" if self.peer is None else f"{self.peer:,.0f}"
         share = "" if self.peer is None else f"{self.share:.1%}"
         if self.quartiles:
-            share += " ({:.1%} to {:.1%})".format(*self.quartiles)
+            share += (" ({:,.0f} to {:,.0f})" if self.peer is None else " ({:.1%} to {:.1%})").format(*self.quartiles)
         return [self.what, f"{self.figure:,.0f}", self.beside, peer, share, limit(self.goal), limit(self.reach), self.verdict]
 
     def record(self):
@@ -132,25 +136,37 @@ def row_of_pairs(what, beside, pairs, goal, reach=None):
     return Row(what, figure, beside, figure / share, goal, reach, (low, high))
 
 
+def row_of_differences(what, pairs, goal):
+    low, difference, high = statistics.quantiles(own - peer for own, peer in pairs)
+    return Row(what, difference, "", None, goal, None, (low, high))
+
+
 def felt_rows(bench):
-    """The whole dialog on a screen beside bare ones of GTK's, with one printer and with 300."""
+    """The whole dialog on a screen beside bare ones of GTK's."""
     own = bench.build / "host/tandem-trim", "--dialog", "-d", "Morva", SAMPLE / "sample.pdf"
     bare, bare_gtkmm = ((bench.program(name), "Morva") for name in ("bare", "bare_gtkmm"))
 
-    def row(what, screen, mode, rounds, figure, beside, peer, goal):
+    def pairs(figure, mode, rounds, peer, own=own):
         measured = screen.on_screen(mode, rounds, peer, own)
-        return row_of_pairs(what, beside, [(other[figure], first[figure]) for first, other in measured], goal)
+        return [(other[figure], first[figure]) for first, other in measured]
 
-    for count in (1, 300):
-        with PrivateCups() as cups:
-            for queue in ("Morva", *(f"Printer{number}" for number in range(1, count))):
-                cups.add_queue(queue, SAMPLE / "MorvaTandemKV2.ppd")
-            screen = Bench(bench.build, cups.environment())
-            if count == 1:
-                yield row("dialog's first frame: microseconds", screen, "frame", PAIRS, 0, "bare dialog", bare, 1.15)
-                yield row("dialog's private memory: KB", screen, "settle", RUNS, 1, "the same by gtkmm", bare_gtkmm, 1.05)
-            else:
-                yield row("dialog with 300 printers, all drawn: microseconds", screen, "settle", RUNS, 0, "bare dialog", bare, 1.0)
+    with PrivateCups() as cups:
+        screen = Bench(bench.build, cups.environment())
+        cups.add_queue("Morva", SAMPLE / "MorvaTandemKV2.ppd")
+        yield row_of_pairs("dialog's first frame: microseconds", "bare dialog", pairs(0, "frame", PAIRS, bare), 1.15)
+        yield row_of_pairs("dialog's private memory: KB", "the same by gtkmm", pairs(1, "settle", RUNS, bare_gtkmm), 1.05)
+        shown = pairs(0, "click", FEW_PAIRS, (*PAGE_SETUP, *bare), (*OWN_PAGE, *own))
+        yield row_of_differences("panel's page shown after the click, less the bare dialog's page setup: microseconds", shown, 16_000)
+        cups.add_queue("Other", SAMPLE / "MorvaTandemKV2.ppd")
+        x, other, _ = PRINTERS
+        chosen = pairs(1, "click", FEW_PAIRS, (x, other, *bare), (x, other, *own))
+        yield row_of_differences("all drawn after a change of printer, less the bare dialog's: microseconds", chosen, 10_000)
+        growth = pairs(0, "changes", 1, (*PRINTERS, *bare_gtkmm), (*PRINTERS, *own))
+        yield Row("memory that 100 changes of printer take: KB", growth[0][0], "the same by gtkmm", growth[0][1], 1.05)
+        for number in range(2, 300):
+            cups.add_queue(f"Printer{number}", SAMPLE / "MorvaTandemKV2.ppd")
+        many = pairs(0, "settle", FEW_PAIRS, bare)
+        yield row_of_pairs("dialog with 300 printers, all drawn: microseconds", "bare dialog", many, 1.0)
 
 
 def program_rows(bench, cups, files, queues):

@@ -1,6 +1,8 @@
-// The same as bare.c by gtkmm: bare_gtkmm PRINTER
+// The same as bare.c by gtkmm: bare_gtkmm PRINTER. It gives the dialog its settings again for each printer
+// that is chosen, as a program does that keeps settings for each.
 #include <glibmm/main.h>
 #include <gtkmm/init.h>
+#include <gtkmm/printer.h>
 #include <gtkmm/printsettings.h>
 #include <gtkmm/printunixdialog.h>
 
@@ -14,6 +16,16 @@ int main(int argc, char* argv[]) {
   const auto settings = Gtk::PrintSettings::create();
   settings->set_printer(argv[1]);
   dialog.set_settings(settings);
+  bool isChanging = false;
+  dialog.property_selected_printer().signal_changed().connect([&] {
+    const auto printer = dialog.get_selected_printer();
+    if (!printer || isChanging) return;
+    isChanging = true;
+    const auto next = dialog.get_settings();
+    next->set_printer(printer->get_name());
+    dialog.set_settings(next);
+    isChanging = false;
+  });
   const auto loop = Glib::MainLoop::create();
   dialog.signal_response().connect([&](int) { loop->quit(); });
   dialog.present();

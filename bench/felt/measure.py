@@ -6,6 +6,8 @@ measure.py SCREEN MODE ROUNDS COMMAND [-- COMMAND ...]: SCREEN is the program of
 
 import itertools
 import json
+import os
+import pathlib
 import subprocess
 import sys
 
@@ -18,7 +20,15 @@ def figures(screen, mode, command):
     return [int(line) for line in result.stdout.splitlines() if line.isdigit()]
 
 
+def still():
+    """Switches GTK's animations off, in which the drawing that is waited for would be lost."""
+    folder = pathlib.Path(os.environ.get("XDG_CONFIG_HOME") or pathlib.Path.home() / ".config", "gtk-4.0")
+    folder.mkdir(parents=True, exist_ok=True)
+    (folder / "settings.ini").write_text("[Settings]\ngtk-enable-animations=false\n")
+
+
 def main():
+    still()
     screen, mode, rounds, *words = sys.argv[1:]
     groups = itertools.groupby(words, lambda word: word == "--")
     commands = [list(group) for is_separator, group in groups if not is_separator]

@@ -2,8 +2,10 @@
 //   screen frame COMMAND...   from the command's start until its window is first drawn; then ends it
 //   screen settle COMMAND...  the same until the last drawing before a second of quiet, and then the
 //                             kilobytes of memory that the command has written
-//   screen click X Y          from a click there until a large part of the screen is drawn
-#include <algorithm>
+//   screen click X Y COMMAND...  from a click there, once all is drawn, until a large part is drawn again
+//   screen changes X Y1 Y2 COMMAND...  the kilobytes of memory that the command writes while a hundred clicks
+//                             go there, now at one height and now at the other
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -30,6 +32,9 @@ constexpr int kPatience = 20'000;  // milliseconds
 constexpr int kQuiet = 300;
 constexpr int kSettled = 1'000;
 constexpr int kSmallest = 200;  // pixels of a window that counts
+constexpr int kChanged = 120;
+constexpr int kFirstChanges = 20;  // after which the toolkit's caches are full
+constexpr int kChanges = 100;
 
 [[noreturn]] void fail(const char* why) {
   std::fprintf(stderr, "screen: %s\n", why);
@@ -104,60 +109,124 @@ void print(Clock::duration duration) {
               static_cast<long>(std::chrono::duration_cast<std::chrono::microseconds>(duration).count()));
 }
 
-// Kilobytes that are the process's own.
-long privateMemory(pid_t process) {
-  std::ifstream rollup("/proc/" + std::to_string(process) + "/smaps_rollup");
-  long kilobytes = 0;
-  for (std::string word; rollup >> word;) {
-    if (word == "Private_Dirty:") rollup >> kilobytes;
+// A command that is ended with this object.
+class Program {
+ public:
+  explicit Program(char* command[]) {
+    if (posix_spawnp(&process_, command[0], nullptr, nullptr, command, environ) != 0)
+      fail("the command cannot be started");
   }
-  return kilobytes;
-}
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  ~Program() {
+    kill(process_, SIGKILL);
+    waitpid(process_, nullptr, 0);
+  }
 
-void measureStart(char* command[], bool settles) {
-  Screen screen;
-  const auto start = Clock::now();
-  pid_t process = 0;
-  if (posix_spawnp(&process, command[0], nullptr, nullptr, command, environ) != 0)
-    fail("the command cannot be started");
-  XRectangle area;
-  Clock::time_point when;
+  // Kilobytes that are the process's own.
+  [[nodiscard]] long privateMemory() const {
+    std::ifstream rollup("/proc/" + std::to_string(process_) + "/smaps_rollup");
+    long kilobytes = 0;
+    for (std::string word; rollup >> word;) {
+      if (word == "Private_Dirty:") rollup >> kilobytes;
+    }
+    return kilobytes;
+  }
+
+ private:
+  pid_t process_ = 0;
+};
+
+void waitForLargeDrawing(Screen& screen, XRectangle& area, Clock::time_point& when) {
   do {
     if (!screen.next(area, when, kPatience)) fail("nothing was drawn");
-  } while (area.width < kSmallest || area.height < kSmallest || !screen.isDrawn(area));
-  if (settles) {
-    screen.lastDrawing(when, kSettled);
-    print(when - start);
-    std::printf("%ld\n", privateMemory(process));
-  } else {
-    print(when - start);
-  }
-  kill(process, SIGKILL);
-  waitpid(process, nullptr, 0);
+  } while (area.width < kSmallest || area.height < kSmallest);
 }
 
-void measureClick(int x, int y) {
+void waitForWindow(Screen& screen, Clock::time_point& when) {
+  XRectangle area;
+  do {
+    waitForLargeDrawing(screen, area, when);
+  } while (!screen.isDrawn(area));
+}
+
+void measureFrame(char* words[]) {
   Screen screen;
-  screen.moveTo(x, y);
   Clock::time_point when;
+  const auto start = Clock::now();
+  const Program program(words);
+  waitForWindow(screen, when);
+  print(when - start);
+}
+
+void measureSettle(char* words[]) {
+  Screen screen;
+  Clock::time_point when;
+  const auto start = Clock::now();
+  const Program program(words);
+  waitForWindow(screen, when);
+  screen.lastDrawing(when, kSettled);
+  print(when - start);
+  std::printf("%ld\n", program.privateMemory());
+}
+
+void measureClick(char* words[]) {
+  Screen screen;
+  Clock::time_point when;
+  const Program program(words + 2);
+  waitForWindow(screen, when);
+  screen.lastDrawing(when, kSettled);
+  screen.moveTo(std::atoi(words[0]), std::atoi(words[1]));
   screen.lastDrawing(when, kQuiet);
   const auto start = Clock::now();
   screen.click();
   XRectangle area;
-  do {
-    if (!screen.next(area, when, kPatience)) fail("nothing was drawn");
-  } while (area.width < kSmallest || area.height < kSmallest);
+  waitForLargeDrawing(screen, area, when);
+  print(when - start);
+  screen.lastDrawing(when, kQuiet);
   print(when - start);
 }
+
+void measureChanges(char* words[]) {
+  Screen screen;
+  Clock::time_point when;
+  const Program program(words + 3);
+  waitForWindow(screen, when);
+  screen.lastDrawing(when, kSettled);
+  const auto change = [&](int count) {
+    for (int i = 0; i < count; ++i) {
+      screen.moveTo(std::atoi(words[0]), std::atoi(words[1 + i % 2]));
+      screen.click();
+      XRectangle area;
+      waitForLargeDrawing(screen, area, when);
+      screen.lastDrawing(when, kChanged);
+    }
+  };
+  change(kFirstChanges);
+  const auto before = program.privateMemory();
+  change(kChanges);
+  std::printf("%ld\n", program.privateMemory() - before);
+}
+
+// A mode, the words that it takes before the command, and what it does with all of them.
+struct Mode {
+  std::string_view name;
+  int words;
+  void (*measure)(char* words[]);
+};
+constexpr std::array<Mode, 4> kModes{{{"frame", 0, measureFrame},
+                                      {"settle", 0, measureSettle},
+                                      {"click", 2, measureClick},
+                                      {"changes", 3, measureChanges}}};
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  const std::string_view what = argc > 1 ? argv[1] : "";
-  if ((what == "frame" || what == "settle") && argc > 2)
-    measureStart(argv + 2, what == "settle");
-  else if (what == "click" && argc == 4)
-    measureClick(std::atoi(argv[2]), std::atoi(argv[3]));
-  else
-    fail("frame COMMAND... | settle COMMAND... | click X Y");
+  for (const auto& [name, words, measure] : kModes) {
+    if (argc > 2 + words && name == argv[1]) {
+      measure(argv + 2);
+      return 0;
+    }
+  }
+  fail("frame COMMAND... | settle COMMAND... | click X Y COMMAND... | changes X Y1 Y2 COMMAND...");
 }
