@@ -21,6 +21,8 @@ namespace {
 
 constexpr std::chrono::seconds kTimeout{10};
 constexpr std::chrono::milliseconds kBetweenAttempts{100};
+// A server's system says only 40 ms later that it has taken a few bytes.
+constexpr int kLastBytes = 1024;
 constexpr std::chrono::milliseconds kBetweenLooks{10};
 // Of a request that libcups is to send again: encrypted, or with a password, of which it sends each twice.
 constexpr int kAttempts = 10;
@@ -113,12 +115,12 @@ MessageHandle Connection::answerToDocument(const std::string& resource) const {
   return MessageHandle(cupsGetResponse(get(), resource.c_str()));
 }
 
-// Waits until the server has taken all that was written, for as long as it goes on taking.
+// Waits until the server has taken what was written but for the last bytes, for as long as it goes on taking.
 void Connection::drain() const {
   int left = std::numeric_limits<int>::max();
   for (auto end = std::chrono::steady_clock::now(); !isSilent(); std::this_thread::sleep_for(kBetweenLooks)) {
     const int waiting = bytesOnTheWay(get());
-    if (waiting == 0) return;
+    if (waiting <= kLastBytes) return;
     const auto now = std::chrono::steady_clock::now();
     if (waiting < left) end = now + bounds_->longest;
     left = waiting;
