@@ -93,6 +93,10 @@ class Program:
             known, _ = self._known()
         return _nodes(tree, known)[0].inside
 
+    def made(self):
+        """The paths of all that it has made, whether it shows or not."""
+        return set(self._known()[0])
+
     def _known(self):
         """What the program was once asked about, by path, without its children; and how many of these each has."""
         known, counts = {}, {}

@@ -208,7 +208,8 @@ void PanelTabs::warn() {
   guarded([&] {
     session_->correctDefaults();
     const auto illegal = session_->illegalChoices();
-    page_.warnOf(illegal, findConflicts());
+    // Nothing of the page is made before it is shown, which comes back here.
+    if (page_.get_mapped()) page_.warnOf(illegal, findConflicts());
     page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty() || isConstrained() ||
                       events_.isPresetChosen() || canConflictWithPaper(session_->settings(), paper()));
   });

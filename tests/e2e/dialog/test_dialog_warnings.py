@@ -3,7 +3,7 @@
 import unittest
 
 import gi
-from dialog_case import DialogCase, until
+from dialog_case import DialogCase, meant, until
 from terminal_case import DEFAULTS, MARGINS, POSITION, VALID, of_panel
 
 gi.require_version("GdkPixbuf", "2.0")
@@ -53,6 +53,18 @@ class DialogWarningsTest(DialogCase):
             self.assertNotIn("\n", text)
             self.assertIn(text, row.name)
         self.assertTrue(any(node.role == "image" for node in row.all()))
+
+    def test_nothing_of_the_page_is_made_before_it_is_shown(self):
+        dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]))
+        dialog.wait_for_tab("Summary")
+        # Of a page that is not shown nobody sees anything, but all that is made has an object on the bus.
+        made = dialog.program.made()
+        dialog.page("Tandem Trim")
+        dialog.says(NOT_ALLOWED)
+        inside = {"Use Tandem Trim", "Top Margin:", "Correct", "Help"}
+        *_, (page, *rest) = ([*node.all()] for node in dialog.nodes() if inside <= {meant(each) for each in node.all()})
+        self.assertLess(len(rest), len(made))
+        self.assertEqual([(node.role, meant(node)) for node in rest if node.path in made], [], page)
 
     def is_whole(self, dialog, sentence, around):
         """Whether nothing of the sentence is beyond what is around it."""
