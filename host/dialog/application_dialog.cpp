@@ -55,13 +55,8 @@ class DialogOfProgram : public ApplicationDialog {
 
   void show() override { dialog_.show(); }
   [[nodiscard]] DialogChoice choice() override { return dialog_.choice(); }
-  void print(FileDescriptor document) override {
-    try {
-      dialog_.print(Document(std::move(document), name_));
-    } catch (const Failure& failure) {
-      fail(failure);
-    }
-  }
+  void print(FileDescriptor document) override { take(std::move(document), true); }
+  void offer(FileDescriptor document) override { take(std::move(document), false); }
   void fail(const Failure& failure) override {
     hasFailed_ = true;
     dialog_.fail(failure);
@@ -69,6 +64,13 @@ class DialogOfProgram : public ApplicationDialog {
   [[nodiscard]] bool leave() override { return !dialog_.isTold(); }
 
  private:
+  void take(FileDescriptor document, bool isToBePrinted) {
+    try {
+      dialog_.take(Document(std::move(document), name_), isToBePrinted);
+    } catch (const Failure& failure) {
+      fail(failure);
+    }
+  }
   void end() {
     const auto& printed = dialog_.printed();
     const auto* const job = std::get_if<SentJob>(&printed);

@@ -78,6 +78,8 @@ class ApplicationDialog {
   /// Prints this document as the user chose, or saves it to the chosen file. Nothing more is asked unless
   /// that fails.
   virtual void print(FileDescriptor document) = 0;
+  /// Shows the dialog again with all that was set, for the user to print this document, or not.
+  virtual void offer(FileDescriptor document) = 0;
   /// Tells the user why there is no document, then ends.
   virtual void fail(const Failure& failure) = 0;
   /// The program does not wait any longer. The dialog ends without an event, unless the user has told it to

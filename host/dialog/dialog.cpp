@@ -19,6 +19,8 @@ namespace {
 
 constexpr int kCorrect = 1;
 constexpr int kPrintAsItIs = 2;
+// How long a job is sent without a word.
+constexpr unsigned kQuietSeconds = 2;
 
 bool isToBeLaidOut(const DialogStart& start) { return start.documents.empty(); }
 
@@ -212,14 +214,14 @@ DialogChoice Dialog::choice() {
   return choice;
 }
 
-void Dialog::print(Document document) {
+void Dialog::take(Document document, bool isToBePrinted) {
   sender_.take(std::move(document));
   window_.enter(DialogState::ready);
-  if (printer_.selection().name() == laidOutFor_) {
-    print(true);
-  } else {
+  if (printer_.selection().name() != laidOutFor_) {
     printer_.follow();
     tell(localized(kChoosePrinterText));
+  } else if (isToBePrinted) {
+    print(true);
   }
   if (liveIn(window_.state()).content) window_.show();
 }
@@ -242,12 +244,23 @@ PrintRequest Dialog::makeRequest() {
   return request;
 }
 
+// The dialog is hidden where a program has just brought its document. What takes long can be seen and
+// cancelled.
+void Dialog::enterSending() {
+  isTold_ = true;
+  window_.enter(DialogState::sending);
+  Glib::signal_timeout().connect_seconds_once(sigc::mem_fun(*this, &Dialog::showIfSending), kQuietSeconds);
+}
+
+void Dialog::showIfSending() {
+  if (window_.state() == DialogState::sending && !window_.isShown()) window_.show();
+}
+
 void Dialog::send() {
   refuseOtherLayout();
   if (printer_.selection().isFile()) return save();
   const auto request = makeRequest();
-  isTold_ = true;
-  window_.enter(DialogState::sending);
+  enterSending();
   sender_.send(request, [this](const auto& outcome) { onSent(outcome); });
 }
 
@@ -256,8 +269,7 @@ void Dialog::save() {
   const auto settings = printer_.tabs().settings;
   refusePartInFile(*settings, laidOut_);
   const auto target = fileTargetOf(*settings, formats_);
-  isTold_ = true;
-  window_.enter(DialogState::sending);
+  enterSending();
   window_.showProgress(localized(kSavingText), std::nullopt);
   sender_.save(target, [this](const auto& outcome) { onSaved(outcome); });
 }

@@ -55,8 +55,8 @@ class Dialog : public sigc::trackable {
 
   /// What the user chose, for the program that lays the document out.
   [[nodiscard]] DialogChoice choice();
-  /// Prints the document that the program has laid out; see ApplicationDialog.
-  void print(Document document);
+  /// Prints the document that the program has laid out, or shows the dialog for it; see ApplicationDialog.
+  void take(Document document, bool isToBePrinted);
   /// Shows why there is no document, then ends.
   void fail(const Failure& failure);
   /// Whether the user has told the dialog to print a document.
@@ -80,6 +80,8 @@ class Dialog : public sigc::trackable {
   void refuseOtherLayout();
   void send();
   void save();
+  void enterSending();
+  void showIfSending();
   void onSaved(const Outcome<SavedFile>& outcome);
   void onSent(const Outcome<SendResult>& outcome);
   void end();

@@ -30,6 +30,7 @@ class DialogWindow : public sigc::trackable {
 
   [[nodiscard]] Gtk::PrintUnixDialog& dialog() { return dialog_; }
   void show() { dialog_.present(); }
+  [[nodiscard]] bool isShown() const { return dialog_.get_visible(); }
   void hide() { dialog_.set_visible(false); }
 
   [[nodiscard]] DialogState state() const { return state_; }

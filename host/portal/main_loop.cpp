@@ -27,9 +27,9 @@ void onMainLoop(std::function<void()> act) {
   g_idle_add_full(G_PRIORITY_DEFAULT, runOnce, new Act(std::move(act)), destroyAct);
 }
 
-Timer::Timer(unsigned seconds, std::function<void()> act)
-    : source_(g_timeout_add_seconds_full(G_PRIORITY_DEFAULT, seconds, runOnce, new Act(std::move(act)),
-                                         destroyAct)) {}
+Timer::Timer(std::chrono::seconds time, std::function<void()> act)
+    : source_(g_timeout_add_seconds_full(G_PRIORITY_DEFAULT, static_cast<unsigned>(time.count()), runOnce,
+                                         new Act(std::move(act)), destroyAct)) {}
 
 Timer::Timer(Timer&& other) noexcept : source_(std::exchange(other.source_, 0)) {}
 

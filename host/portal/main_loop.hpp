@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 namespace tandemtrim::host {
@@ -7,11 +8,11 @@ namespace tandemtrim::host {
 /// Runs `act` on the main loop, once what runs there now is done; from any thread.
 void onMainLoop(std::function<void()> act);
 
-/// Runs `act` on the main loop after some seconds, unless this object is destroyed before.
+/// Runs `act` on the main loop after this time, unless this object is destroyed before.
 class Timer {
  public:
   Timer() = default;
-  Timer(unsigned seconds, std::function<void()> act);
+  Timer(std::chrono::seconds time, std::function<void()> act);
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;
   Timer(Timer&& other) noexcept;

@@ -1,5 +1,6 @@
 #include "host/portal/service.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include <gio/gunixfdlist.h>
@@ -15,6 +16,7 @@ namespace {
 constexpr const char* kName = "org.freedesktop.impl.portal.desktop.tandemtrim";
 constexpr const char* kPath = "/org/freedesktop/portal/desktop";
 constexpr const char* kRequestInterface = "org.freedesktop.impl.portal.Request";
+constexpr const char* kNoBus = "there is no session bus; programs print without this dialog";
 constexpr unsigned kVersion = 4;
 constexpr const char* kPrintInterface = R"(
 <node>
@@ -44,7 +46,7 @@ constexpr const char* kPrintInterface = R"(
     <property name="version" type="u" access="read"/>
   </interface>
 </node>)";
-constexpr unsigned kIdleSeconds = 10;
+constexpr std::chrono::seconds kIdleTime{10};
 // Each is a dialog, open or hidden under its token.
 constexpr std::size_t kMostSessions = 40;
 
@@ -83,28 +85,42 @@ FileDescriptor descriptorOf(GDBusMethodInvocation* call, GVariant* handle) {
 }  // namespace
 
 int Service::run() {
-  const auto name = g_bus_own_name(G_BUS_TYPE_SESSION, kName, G_BUS_NAME_OWNER_FLAGS_NONE, onBus, nullptr,
-                                   onNameLost, this, nullptr);
+  auto* const bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
+  if (bus == nullptr) {
+    report_(kNoBus);
+    return 1;
+  }
+  serveOn(bus);
   endWhenIdle();
-  g_main_loop_run(loop_);
+  // Once the bus has taken the name back, the next call starts another service. Those that came before it are
+  // answered here.
+  do {
+    const auto name = g_bus_own_name_on_connection(bus, kName, G_BUS_NAME_OWNER_FLAGS_NONE, nullptr,
+                                                   onNameLost, this, nullptr);
+    g_main_loop_run(loop_);
+    g_bus_unown_name(name);
+    while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
+  } while (status_ == 0 && !sessions_.empty());
   sessions_.clear();
-  g_bus_unown_name(name);
+  g_dbus_connection_flush_sync(bus, nullptr, nullptr);
+  g_object_unref(bus);
   return status_;
 }
 
-void Service::onBus(GDBusConnection* bus, const char* /*name*/, gpointer service) {
+void Service::serveOn(GDBusConnection* bus) {
   static auto* const node = g_dbus_node_info_new_for_xml(kPrintInterface, nullptr);
   static const GDBusInterfaceVTable table{onCall, onProperty, nullptr, {}};
   g_dbus_connection_set_exit_on_close(bus, FALSE);
-  g_dbus_connection_add_filter(bus, onMessage, service, nullptr);
-  g_dbus_connection_register_object(bus, kPath, node->interfaces[0], &table, service, nullptr, nullptr);
+  g_dbus_connection_add_filter(bus, onMessage, this, nullptr);
+  g_dbus_connection_register_object(bus, kPath, node->interfaces[0], &table, this, nullptr, nullptr);
 }
 
 void Service::onNameLost(GDBusConnection* bus, const char* /*name*/, gpointer service) {
   auto& self = *static_cast<Service*>(service);
-  self.report_(bus == nullptr || g_dbus_connection_is_closed(bus) != FALSE
-                   ? "there is no session bus; programs print without this dialog"
-                   : "another program serves " + std::string(kName));
+  const bool hasBus = bus != nullptr && g_dbus_connection_is_closed(bus) == FALSE;
+  self.report_(hasBus ? "another program serves " + std::string(kName) : kNoBus);
+  // It has taken the place while this one was about to end; what is open here goes on.
+  if (hasBus && !self.sessions_.empty()) return;
   self.status_ = 1;
   g_main_loop_quit(self.loop_);
 }
@@ -125,39 +141,35 @@ void Service::onCall(GDBusConnection* /*bus*/, const char* /*sender*/, const cha
 void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVariant* values) {
   const auto handle = textOf(values, 0);
   const bool isTaken = sessionAt(handle) != nullptr;
-  if (isTaken || sessions_.size() >= kMostSessions) {
-    report_(isTaken ? "another request has the handle " + handle
-                    : "there are too many print dialogs at a time; the request is refused");
-    return Request(call, handle).answer(Response::failed);
-  }
+  auto request = std::make_unique<Request>(call, handle);
   try {
-    method == "Print" ? print(call, values) : prepare(call, values);
+    if (isTaken) throw Failure("another request has the handle " + handle);
+    method == "Print" ? print(call, std::move(request), values) : prepare(call, std::move(request), values);
   } catch (const std::exception& failure) {
     report_(failure.what());
+    if (auto* const session = isTaken ? nullptr : sessionAt(handle)) session->leave();
   }
 }
 
-void Service::prepare(GDBusMethodInvocation* call, GVariant* values) {
+void Service::prepare(GDBusMethodInvocation* call, std::unique_ptr<Request> request, GVariant* values) {
   const auto caller = callerIn(values);
   const int session = addSession(caller.application);
   follow(call, session)
-      .prepare(std::make_unique<Request>(call, textOf(values, 0)),
-               prepareRequest(caller, childOf(values, 4).get(), childOf(values, 5).get(),
-                              childOf(values, 6).get()));
+      .prepare(std::move(request), prepareRequest(caller, childOf(values, 4).get(), childOf(values, 5).get(),
+                                                  childOf(values, 6).get()));
 }
 
-void Service::print(GDBusMethodInvocation* call, GVariant* values) {
+void Service::print(GDBusMethodInvocation* call, std::unique_ptr<Request> request, GVariant* values) {
   const auto caller = callerIn(values);
   const auto options = childOf(values, 5);
   auto document = descriptorOf(call, childOf(values, 4).get());
   const auto chosen = tokens_.take(tokenIn(options.get()), caller.application);
   const int session = chosen ? *chosen : addSession(caller.application);
-  follow(call, session)
-      .print(std::make_unique<Request>(call, textOf(values, 0)), printRequest(caller, options.get()),
-             std::move(document));
+  follow(call, session).print(std::move(request), printRequest(caller, options.get()), std::move(document));
 }
 
 int Service::addSession(const std::string& application) {
+  makeRoom();
   idle_ = Timer();
   const int session = ++lastSession_;
   sessions_[session].session = std::make_unique<Session>(
@@ -165,7 +177,7 @@ int Service::addSession(const std::string& application) {
                               return open(request, std::move(document), std::move(events));
                             },
                             [this, application, session] { return tokens_.issue(application, session); },
-                            report_, [this, session] { endSession(session); }});
+                            lifeOfToken_, report_, [this, session] { endSession(session); }});
   return session;
 }
 
@@ -217,8 +229,19 @@ void Service::endSession(int session) {
   });
 }
 
+// A program that has ended without its document gives no sign of it.
+void Service::makeRoom() {
+  if (sessions_.size() < kMostSessions) return;
+  const auto oldest = std::ranges::find_if(
+      sessions_, [](const auto& entry) { return entry.second.session->waitsForDocument(); });
+  if (oldest == sessions_.end())
+    throw Failure("there are too many print dialogs at a time; the request is refused");
+  tokens_.forget(oldest->first);
+  sessions_.erase(oldest);
+}
+
 void Service::endWhenIdle() {
-  idle_ = Timer(kIdleSeconds, [this] { g_main_loop_quit(loop_); });
+  idle_ = Timer(kIdleTime, [this] { g_main_loop_quit(loop_); });
 }
 
 // The toolkit is started once only, also where it finds no screen.

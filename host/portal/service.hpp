@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -20,7 +21,9 @@ namespace tandemtrim::host {
 /// the programs that ask the portal for one.
 class Service {
  public:
-  explicit Service(Report report) : report_(std::move(report)) {}
+  /// What a user has chosen is printed without another question within the life of a token.
+  Service(Report report, std::chrono::seconds lifeOfToken)
+      : report_(std::move(report)), lifeOfToken_(lifeOfToken) {}
   Service(const Service&) = delete;
   Service& operator=(const Service&) = delete;
 
@@ -28,7 +31,6 @@ class Service {
   int run();
 
  private:
-  static void onBus(GDBusConnection* bus, const char* name, gpointer service);
   static void onNameLost(GDBusConnection* bus, const char* name, gpointer service);
   static void onCall(GDBusConnection* bus, const char* sender, const char* path, const char* interface,
                      const char* method, GVariant* values, GDBusMethodInvocation* call, gpointer service);
@@ -42,13 +44,16 @@ class Service {
   // The session whose request has this handle, or null.
   Session* sessionAt(const std::string& handle);
   void serve(GDBusMethodInvocation* call, const std::string& method, GVariant* values);
-  void prepare(GDBusMethodInvocation* call, GVariant* values);
-  void print(GDBusMethodInvocation* call, GVariant* values);
-  // A new session for the program.
+  void prepare(GDBusMethodInvocation* call, std::unique_ptr<Request> request, GVariant* values);
+  void print(GDBusMethodInvocation* call, std::unique_ptr<Request> request, GVariant* values);
+  // A new session for the program. Failure where there are too many.
   int addSession(const std::string& application);
   // The session of this number, which ends when the call's caller leaves the bus.
   Session& follow(GDBusMethodInvocation* call, int session);
   void endSession(int session);
+  // Ends the oldest session that waits for a document, where there are too many. Failure where none does.
+  void makeRoom();
+  void serveOn(GDBusConnection* bus);
   void endWhenIdle();
   // Starts the toolkit and finds the dialog, or why there is none.
   void load();
@@ -60,6 +65,7 @@ class Service {
   };
 
   const Report report_;
+  const std::chrono::seconds lifeOfToken_;
   GMainLoop* const loop_ = g_main_loop_new(nullptr, FALSE);
   std::map<int, Running> sessions_;
   int lastSession_ = 0;

@@ -7,7 +7,8 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr unsigned kLifeOfToken = 3600;  // seconds
+// For how long the settings of a program that brings no document are kept.
+constexpr std::chrono::seconds kLongestWait = std::chrono::days(1);
 
 }  // namespace
 
@@ -35,13 +36,15 @@ void Session::onChosen() {
   g_variant_builder_add(&results, "{sv}", "settings", dictionaryOf(choice.settings));
   g_variant_builder_add(&results, "{sv}", "page-setup", dictionaryOf(choice.pageSetup));
   g_variant_builder_add(&results, "{sv}", "token", g_variant_new_uint32(surroundings_.issueToken()));
-  timeOfToken_ = std::make_unique<Timer>(kLifeOfToken, [this] { end(Response::failed); });
+  chosenAt_ = std::chrono::steady_clock::now();
+  timeKept_ = std::make_unique<Timer>(kLongestWait, [this] { end(Response::failed); });
   request_->answer(Response::done, g_variant_builder_end(&results));
   request_.reset();
 }
 
 void Session::print(std::unique_ptr<Request> request, const DialogRequest& asked, FileDescriptor document) {
-  timeOfToken_.reset();
+  isChoiceOld_ = timeKept_ && std::chrono::steady_clock::now() - chosenAt_ > surroundings_.lifeOfToken;
+  timeKept_.reset();
   request_ = std::move(request);
   copy_ = std::make_unique<DocumentCopy>(
       std::move(document), [this, asked](FileDescriptor copy, const std::optional<Failure>& failure) {
@@ -53,7 +56,8 @@ void Session::onCopied(const DialogRequest& asked, FileDescriptor document,
                        const std::optional<Failure>& failure) {
   copy_.reset();
   if (failure) return fail(asked, *failure);
-  if (dialog_) return dialog_->print(std::move(document));
+  if (dialog_)
+    return isChoiceOld_ ? dialog_->offer(std::move(document)) : dialog_->print(std::move(document));
   if (const auto unusable = open(asked, std::move(document))) return fail(asked, *unusable);
   dialog_->show();
 }

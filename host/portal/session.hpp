@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -19,6 +20,8 @@ class Session {
     std::function<OpenedDialog(const DialogRequest&, FileDescriptor, ApplicationDialog::Events)> open;
     /// A token by which the program comes back to this session.
     std::function<std::uint32_t()> issueToken;
+    /// How long a token stands for the user's choice; a later document is asked about again.
+    std::chrono::seconds lifeOfToken;
     Report report;
     /// There is nothing more to do; the session may be destroyed once this returns.
     std::function<void()> onEnd;
@@ -34,6 +37,8 @@ class Session {
   void print(std::unique_ptr<Request> request, const DialogRequest& asked, FileDescriptor document);
   /// The request that waits for an answer; null while none does.
   [[nodiscard]] const Request* request() const { return request_.get(); }
+  /// Whether the user has chosen and there is no document yet.
+  [[nodiscard]] bool waitsForDocument() const { return timeKept_ != nullptr; }
   /// The program takes back its request, or has gone.
   void leave();
 
@@ -51,8 +56,10 @@ class Session {
   std::unique_ptr<DocumentCopy> copy_;
   // The one that waits for an answer; null while none does.
   std::unique_ptr<Request> request_;
-  // Runs as long as the program's token counts.
-  std::unique_ptr<Timer> timeOfToken_;
+  // Runs from the user's choice to the program's document.
+  std::unique_ptr<Timer> timeKept_;
+  std::chrono::steady_clock::time_point chosenAt_;
+  bool isChoiceOld_ = false;
 };
 
 }  // namespace tandemtrim::host

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/dialog/gtk/option_rows.hpp"
+#include "host/dialog/gtk/shown_settings.hpp"
 #include "host/dialog/settings/paper.hpp"
 
 namespace tandemtrim::host {
@@ -13,12 +14,12 @@ constexpr int kWidest = 760;
 
 }  // namespace
 
-TabSettings OwnTabs::settings() { return {dialog_.get_settings(), dialog_.get_page_setup()->copy()}; }
+TabSettings OwnTabs::settings() { return {shownSettings(dialog_), dialog_.get_page_setup()->copy()}; }
 
 void OwnTabs::refuseWrongPages() {
   auto* const entry = gtk_widget_get_template_child(GTK_WIDGET(dialog_.gobj()), GTK_TYPE_PRINT_UNIX_DIALOG,
                                                     "page_range_entry");
-  const auto settings = dialog_.get_settings();
+  const auto settings = shownSettings(dialog_);
   if (!GTK_IS_EDITABLE(entry) || settings->get_print_pages() != Gtk::PrintPages::RANGES) return;
   host::refuseWrongPages(gtk_editable_get_text(GTK_EDITABLE(entry)));
   refuseNoPages(*settings);

@@ -7,6 +7,7 @@
 #include <glibmm/main.h>
 
 #include "host/dialog/gtk/page_setup_menus.hpp"
+#include "host/dialog/gtk/shown_settings.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -55,7 +56,7 @@ std::optional<std::string> selectedInstead(Gtk::PrintUnixDialog& dialog, const s
 // GTK itself follows the property of the list, which changes after this signal.
 PrinterSelection::PrinterSelection(Gtk::PrintUnixDialog& dialog,
                                    std::function<void(const std::string&)> onChoice)
-    : dialog_(dialog), onChoice_(std::move(onChoice)), shown_(dialog.get_settings()) {
+    : dialog_(dialog), onChoice_(std::move(onChoice)), shown_(shownSettings(dialog)) {
   const auto chosen = [](PrinterSelection* selection) { selection->onListSelection(); };
   if (auto* const list = listWithin(GTK_WIDGET(dialog_.gobj())))
     g_signal_connect_swapped(list, "selection-changed", G_CALLBACK(+chosen), this);
@@ -88,13 +89,13 @@ bool PrinterSelection::isFile() const { return printer() != nullptr && !isPrinte
 
 // Shows the settings but for those that the user has changed since they were shown last.
 void PrinterSelection::show(const Glib::RefPtr<Gtk::PrintSettings>& settings) {
-  const auto now = dialog_.get_settings();
+  const auto now = shownSettings(dialog_);
   for (const char* key : kOfAnyPrinter) {
     const auto value = now->get(key);
     if (value.raw() != shown_->get(key).raw()) settings->set(key, value);
   }
   dialog_.set_settings(settings);
-  shown_ = dialog_.get_settings();
+  shown_ = shownSettings(dialog_);
 }
 
 // GTK forgets the printer of its settings unless that printer is the first in its list, so the settings are

@@ -127,14 +127,14 @@ class PortalCase(DialogCase):
         if self.process is not None:
             self.end_backend()
 
-    def start(self, **variables):
-        """Starts the backend, as the bus does."""
+    def start(self, *words, **variables):
+        """Starts the backend, as the bus does; with these words on its command line."""
         environment = self.environment(**of_this_test(SCREEN)) | variables
         quiet = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL}
         # Not by a pipe, which would hold the backend up once it is full.
         self.said = self.temporary_folder() / "said"
         with open(self.said, "wb") as said:
-            self.process = subprocess.Popen([SERVICE], env=environment, stderr=said, **quiet)
+            self.process = subprocess.Popen([SERVICE, *words], env=environment, stderr=said, **quiet)
         patience.until(self.has_name, "the backend's name on the bus")
 
     def has_name(self):

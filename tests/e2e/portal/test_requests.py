@@ -5,6 +5,7 @@ import os
 import pathlib
 import random
 import select
+import signal
 import subprocess
 import unittest
 
@@ -31,6 +32,8 @@ PAGE_SETUP = ("PPDName", "DisplayName", "Width", "Height", "MarginTop", "Orienta
 OPTIONS = ("modal", "accept_label", "supported_output_file_formats", "has_current_page", "has_selected_pages", "token")
 PARENTS = ("", "x11:", "x11:zzzz", "x11:ffffffffffffffff", "x11:12345", "wayland:", "wayland:abc", "a" * 100000)
 IDLE = 10  # seconds
+# Dialogs, open or hidden under a token.
+MOST_SESSIONS = 40
 # By which a program does nothing that the printer does.
 NEUTRAL = {"n-copies": "1", "collate": "false", "reverse": "false", "page-set": "all", "number-up": "1"}
 
@@ -149,6 +152,54 @@ class RequestsTest(PortalCase):
         self.shown().press("Cancel")
         self.assertEqual(again.answer(), (CANCELLED, {}))
         self.assertEqual(len(self.cups.records()), 1)
+
+    def test_a_document_that_comes_late_is_asked_about_in_the_same_dialog_with_all_that_was_set(self):
+        self.start("--ask-again-after", "0")
+        call = self.client.prepare()
+        dialog = self.shown()
+        self.set_up(dialog)
+        dialog.press("Print")
+        _, _, token = self.results_of(call)
+        until(dialog.is_gone, "the dialog to go")
+        call = self.client.print(token=token)
+        dialog = self.shown()
+        self.assert_nothing_was_sent()
+        self.assertFalse(call.is_answered())
+        dialog.press("Print")
+        self.assertEqual(call.answer(), (DONE, {}))
+        record = self.job()
+        self.assertEqual((record.copies, record.sha256, of_panel(record.options)), (3, digest(SAMPLE), CHANGED))
+
+    def test_a_document_that_comes_late_is_not_printed_where_the_user_wants_it_no_more(self):
+        self.start("--ask-again-after", "0")
+        for end in ("Cancel", "leave"):
+            with self.subTest(end):
+                client = Client()
+                _, _, token = self.results_of(self.asked(client))
+                call = client.print(token=token)
+                dialog = self.shown()
+                if end == "Cancel":
+                    dialog.press(end)
+                    self.assertEqual(call.answer(), (CANCELLED, {}))
+                else:
+                    client.leave()
+                until(dialog.is_gone, "the dialog to go")
+        self.assert_nothing_was_sent()
+
+    def asked(self, client):
+        call = client.prepare()
+        self.shown().press("Print")
+        return call
+
+    def test_programs_that_never_bring_their_documents_keep_no_dialog_from_others(self):
+        self.start()
+        tokens = [self.chosen()[2] for _ in range(MOST_SESSIONS)]
+        self.chosen()
+        # The oldest one had to go.
+        call = self.client.print(token=tokens[0])
+        self.shown().press("Cancel")
+        self.assertEqual(call.answer(), (CANCELLED, {}))
+        self.assertEqual(self.client.print(token=tokens[-1]).answer(), (DONE, {}))
 
     def test_a_token_of_nobody_opens_the_dialog(self):
         self.start()
@@ -363,6 +414,33 @@ class RequestsTest(PortalCase):
             self.process.wait(IDLE + 2)
         self.client.print(token=token).answer()
         self.assertEqual(self.process.wait(patience.PATIENCE), 0)
+
+    def test_a_request_that_arrives_while_it_ends_is_answered(self):
+        self.start()
+        self.process.send_signal(signal.SIGSTOP)
+        call = self.client.prepare()
+        # It wakes with both: its time is over, and there is a request.
+        with self.assertRaises(subprocess.TimeoutExpired):
+            self.process.wait(IDLE + 2)
+        self.process.send_signal(signal.SIGCONT)
+        self.shown().press("Print")
+        _, _, token = self.results_of(call)
+        self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
+        self.assertEqual(self.process.wait(patience.PATIENCE), 0)
+
+    def test_a_job_that_takes_long_can_be_seen_and_cancelled(self):
+        self.start(TANDEM_TRIM_TIMEOUT="5")
+        _, _, token = self.chosen()
+        self.cups.freeze()
+        self.addCleanup(self.cups.thaw)
+        call = self.client.print(token=token)
+        dialog = Shown(self.process, "Print")
+        until(lambda: dialog.look("progress bar", ""), "the progress")
+        dialog.press("Cancel the job")
+        until(dialog.is_gone, "the dialog to go")
+        self.cups.thaw()
+        self.assertEqual(call.answer(), (CANCELLED, {}))
+        self.assert_nothing_was_sent()
 
     def test_a_frozen_server_holds_no_request_up(self):
         self.start()

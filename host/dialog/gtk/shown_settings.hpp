@@ -1,0 +1,11 @@
+#pragma once
+
+#include <gtkmm/printsettings.h>
+#include <gtkmm/printunixdialog.h>
+
+namespace tandemtrim::host {
+
+/// The settings that GTK's tabs show now, as the caller's own.
+Glib::RefPtr<Gtk::PrintSettings> shownSettings(Gtk::PrintUnixDialog& dialog);
+
+}  // namespace tandemtrim::host
