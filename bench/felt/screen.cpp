@@ -23,8 +23,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -112,7 +110,7 @@ void print(Clock::duration duration) {
 // A command that is ended with this object.
 class Program {
  public:
-  explicit Program(char* command[]) {
+  explicit Program(char** command) {
     if (posix_spawnp(&process_, command[0], nullptr, nullptr, command, environ) != 0)
       fail("the command cannot be started");
   }
@@ -150,7 +148,7 @@ void waitForWindow(Screen& screen, Clock::time_point& when) {
   } while (!screen.isDrawn(area));
 }
 
-void measureFrame(char* words[]) {
+void measureFrame(char** words) {
   Screen screen;
   Clock::time_point when;
   const auto start = Clock::now();
@@ -159,7 +157,7 @@ void measureFrame(char* words[]) {
   print(when - start);
 }
 
-void measureSettle(char* words[]) {
+void measureSettle(char** words) {
   Screen screen;
   Clock::time_point when;
   const auto start = Clock::now();
@@ -170,7 +168,7 @@ void measureSettle(char* words[]) {
   std::printf("%ld\n", program.privateMemory());
 }
 
-void measureClick(char* words[]) {
+void measureClick(char** words) {
   Screen screen;
   Clock::time_point when;
   const Program program(words + 2);
@@ -187,7 +185,7 @@ void measureClick(char* words[]) {
   print(when - start);
 }
 
-void measureChanges(char* words[]) {
+void measureChanges(char** words) {
   Screen screen;
   Clock::time_point when;
   const Program program(words + 3);
@@ -212,7 +210,7 @@ void measureChanges(char* words[]) {
 struct Mode {
   std::string_view name;
   int words;
-  void (*measure)(char* words[]);
+  void (*measure)(char** words);
 };
 constexpr std::array<Mode, 4> kModes{{{"frame", 0, measureFrame},
                                       {"settle", 0, measureSettle},
