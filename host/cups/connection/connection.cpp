@@ -23,7 +23,7 @@ constexpr std::chrono::seconds kTimeout{10};
 constexpr std::chrono::milliseconds kBetweenAttempts{100};
 // A server's system says only 40 ms later that it has taken a few bytes.
 constexpr int kLastBytes = 1024;
-constexpr std::chrono::milliseconds kBetweenLooks{10};
+constexpr std::chrono::milliseconds kBetweenLooks{1};
 // Of a request that libcups is to send again: encrypted, or with a password, of which it sends each twice.
 constexpr int kAttempts = 10;
 constexpr int kNotYet = 0;  // libcups then makes a connection without connecting it.
