@@ -106,8 +106,14 @@ class PrivateCupsTest(unittest.TestCase):
             text=True,
         ) as user:
             host, port, folder = user.stdout.readline().split()
-            self.addCleanup(shutil.rmtree, folder)
             user.kill()
+
+        def removed():
+            shutil.rmtree(folder, ignore_errors=True)
+            return not pathlib.Path(folder).exists()
+
+        # The server may still write into it when nobody can reach it any more.
+        self.addCleanup(until, removed, "the end of what the server writes")
 
         def refused():
             with socket.socket() as client:
