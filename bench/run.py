@@ -105,7 +105,7 @@ def dialog_rows(bench, files, queues):
         runs = [bench.allocations(bench.program("dialog"), *arguments, screen=True) for _ in range(RUNS)]
         return {name: statistics.median(run[name][0] for run in runs) for name in runs[0]}
 
-    for size, goal in ((2, 1.08), (80, 1.05)):
+    for size, goal in ((2, 1.08), (80, 1.025)):
         plain = medians(queues[size])
         tab = medians(queues[size], files[size], bench.bundle)
         yield Row(
@@ -116,7 +116,7 @@ def dialog_rows(bench, files, queues):
             goal,
         )
         if size == 2:
-            yield Row("private memory that the panel adds to the dialog: KB", tab["panel"], "", None, 320)
+            yield Row("private memory that the panel adds to the dialog: KB", tab["panel"], "", None, 256)
 
 
 def pair_row(bench, cups, what, own, beside, peer, goal, reach=None):
@@ -177,11 +177,11 @@ def program_rows(bench, cups, files, queues):
     for size in (2, 80, 640):
         own = program, "--ppd", files[size], "--summary"
         peer = "lpoptions", "-p", queues[size], "-l"
-        yield pair_row(bench, cups, f"tandem-trim --ppd --summary, {size} KB (no server is asked)", own, "lpoptions -l", peer, 1.1, 0.2)
+        yield pair_row(bench, cups, f"tandem-trim --ppd --summary, {size} KB (no server is asked)", own, "lpoptions -l", peer, 0.8, 0.2)
     for size in (2, 80, 640):
         own = program, "-d", queues[size], *at_panel, document
         peer = "lp", "-d", queues[size], *by_hand, document
-        yield pair_row(bench, cups, f"job end to end, {size} KB", own, "lp", peer, 1.75)
+        yield pair_row(bench, cups, f"job end to end, {size} KB", own, "lp", peer, 1.2)
 
 
 def memory_rows(bench, files):

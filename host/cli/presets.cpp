@@ -1,6 +1,7 @@
 #include "host/cli/presets.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -10,18 +11,6 @@
 #include "host/presets/preset_folders.hpp"
 
 namespace tandemtrim::host {
-namespace {
-
-using Json = nlohmann::ordered_json;
-
-Json objectOf(const Options& options) {
-  auto json = Json::object();
-  for (const auto& [keyword, value] : options) json[keyword] = value;
-  return json;
-}
-
-}  // namespace
-
 std::string familyOf(const CommandLine& line, const std::string& printer, ppd_file_t* ppd) {
   const auto bundle = bundleOfPrinter(line.plugin, ppd);
   if (!bundle)
@@ -32,14 +21,14 @@ std::string familyOf(const CommandLine& line, const std::string& printer, ppd_fi
 
 void listPresets(const CommandLine& line, const std::string& family, std::ostream& out,
                  const Report& report) {
+  using Json = nlohmann::ordered_json;
   const auto presets = presetsOf(family, report);
   if (line.json) {
     auto list = Json::array();
     for (const auto& [preset, isOwn] : presets) {
-      list.push_back({{"name", preset.name},
-                      {"readOnly", !isOwn},
-                      {"panel", objectOf(preset.panel)},
-                      {"options", objectOf(preset.options)}});
+      Json entry{{"name", preset.name}, {"readOnly", !isOwn}};
+      entry.update(Json::parse(presetText(preset)));
+      list.push_back(std::move(entry));
     }
     out << list.dump(2, ' ', true, Json::error_handler_t::replace) << '\n';
     return;

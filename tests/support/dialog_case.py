@@ -9,7 +9,7 @@ import patience
 import surroundings
 from private_cups import PrivateCups
 from screen_reader import CHECKED, SELECTED, SENSITIVE, Gone, Program
-from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase, complaints
+from terminal_case import CHANGED, MARGINS, PPD, PROGRAM, SAMPLE, TerminalCase, complaints
 
 
 def until(look, what):
@@ -143,6 +143,15 @@ class PrintDialog:
     def type(self, name, text):
         """Replaces what an entry holds."""
         self.program.replace_text(self.find_live("entry", name), text)
+
+    def change_panel(self):
+        """Sets all of the sample printer's panel as CHANGED has it."""
+        self.page("Tandem Trim")
+        self.check("Use Tandem Trim")
+        self.choose("Image Direction", 1)
+        self.choose("Print Position", 0)
+        for side, keyword in MARGINS.items():
+            self.type(f"{side} Margin", CHANGED[keyword])
 
     def go_to(self, name):
         """Clicks into an entry on the side of its label: there may be buttons at its other end."""

@@ -48,11 +48,8 @@ PAGES = dict.fromkeys(LANGUAGES, "Tandem Trim") | {"ja": "タンデムトリム"
 
 class DialogTest(DialogCase):
     def test_what_is_set_at_the_panel_reaches_the_filter(self):
-        dialog = self.live_panel()
-        dialog.choose("Image Direction", 1)
-        dialog.choose("Print Position", 0)
-        for side, text in (("Top", "12"), ("Bottom", "30"), ("Left", "0"), ("Right", "7")):
-            dialog.type(f"{side} Margin", text)
+        dialog = self.panel()
+        dialog.change_panel()
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), CHANGED)
 

@@ -30,17 +30,9 @@ class Applications:
         dialog.goes()
         return self.next_record()
 
-    def set_panel(self, dialog):
-        dialog.page("Tandem Trim")
-        dialog.check("Use Tandem Trim")
-        dialog.choose("Image Direction", 1)
-        dialog.choose("Print Position", 0)
-        for side, text in (("Top", "12"), ("Bottom", "30"), ("Left", "0"), ("Right", "7")):
-            dialog.type(f"{side} Margin", text)
-
     def test_what_is_set_at_the_panel_reaches_the_filter_once(self):
         _, dialog = self.shown()
-        self.set_panel(dialog)
+        dialog.change_panel()
         record = self.prints(dialog)
         self.assertEqual(of_panel(record.options), CHANGED)
         self.assertEqual((record.copies, of_pages(record.options)), (1, {}))
@@ -103,7 +95,7 @@ class Applications:
 
     def test_a_refusal_is_told_and_the_document_can_be_printed_again(self):
         _, dialog = self.shown()
-        self.set_panel(dialog)
+        dialog.change_panel()
         self.run_command("lpadmin", "-p", "Morva", "-u", f"deny:{getpass.getuser()}")
         dialog.press("Print")
         dialog.says("allow")

@@ -58,12 +58,7 @@ class RequestsTest(PortalCase):
         dialog.page("Page Setup")
         dialog.choose_by_keys("Orientation", "Down")
         dialog.choose_by_keys("Pages per side", "Down")
-        dialog.page("Tandem Trim")
-        dialog.check("Use Tandem Trim")
-        dialog.choose("Image Direction", 1)
-        dialog.choose("Print Position", 0)
-        for side, text in (("Top", "12"), ("Bottom", "30"), ("Left", "0"), ("Right", "7")):
-            dialog.type(f"{side} Margin", text)
+        dialog.change_panel()
 
     def test_the_program_lays_out_and_the_job_carries_the_rest_exactly(self):
         self.start()

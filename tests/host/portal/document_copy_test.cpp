@@ -41,6 +41,19 @@ class CopiedDocument : public testing::Test {
     return result;
   }
 
+  // The same; the copy itself.
+  static FileDescriptor keptCopyOf(const std::string& path) {
+    bool isDone = false;
+    FileDescriptor kept(-1);
+    const DocumentCopy copy(FileDescriptor(open(path.c_str(), O_RDONLY)),
+                            [&](FileDescriptor file, const auto&) {
+                              kept = std::move(file);
+                              isDone = true;
+                            });
+    while (!isDone) g_main_context_iteration(nullptr, TRUE);
+    return kept;
+  }
+
   static std::string contentOf(int file) {
     std::string content(static_cast<std::size_t>(lseek(file, 0, SEEK_END)), '\0');
     EXPECT_EQ(pread(file, content.data(), content.size(), 0), static_cast<ssize_t>(content.size()));
@@ -69,16 +82,7 @@ TEST_F(CopiedDocument, IsAllThatComesThroughAPipe) {
 }
 
 TEST_F(CopiedDocument, StaysAsItIsWhenTheProgramChangesItsFile) {
-  const auto path = write("before");
-  std::string content;
-  bool isDone = false;
-  FileDescriptor kept(-1);
-  const DocumentCopy copy(FileDescriptor(open(path.c_str(), O_RDONLY)),
-                          [&](FileDescriptor file, const auto&) {
-                            kept = std::move(file);
-                            isDone = true;
-                          });
-  while (!isDone) g_main_context_iteration(nullptr, TRUE);
+  const auto kept = keptCopyOf(write("before"));
   write("afterwards");
   EXPECT_EQ(contentOf(kept.get()), "before");
 }
@@ -90,14 +94,7 @@ TEST_F(CopiedDocument, LeavesNoFileBehindEvenWhileItIsThere) {
   };
   const auto path = write("content");
   const auto files = count();
-  bool isDone = false;
-  FileDescriptor kept(-1);
-  const DocumentCopy copy(FileDescriptor(open(path.c_str(), O_RDONLY)),
-                          [&](FileDescriptor file, const auto&) {
-                            kept = std::move(file);
-                            isDone = true;
-                          });
-  while (!isDone) g_main_context_iteration(nullptr, TRUE);
+  const auto kept = keptCopyOf(path);
   EXPECT_TRUE(kept.isOpen());
   EXPECT_EQ(count(), files);
 }
