@@ -4,6 +4,7 @@
 set -euo pipefail
 
 build='g++ cmake ninja-build make pkg-config libcups2-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libgtkmm-4.0-dev'
+build+=' libpoppler-glib-dev libseccomp-dev'
 # The demonstration and the end-to-end tests start a print server of their own; the system's is not used.
 server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.

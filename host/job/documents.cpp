@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace tandemtrim::host {
@@ -98,6 +99,13 @@ bool Document::read(const std::function<bool(std::span<const char>)>& take) {
     if (!take(std::span(buffer_.data(), filled_))) return false;
   }
   return true;
+}
+
+// What the name stands for now may be another file.
+FileDescriptor Document::openAgain() const {
+  if (start_ != 0) return FileDescriptor(-1);
+  return FileDescriptor(
+      open(("/proc/self/fd/" + std::to_string(fileno(file_))).c_str(), O_RDONLY | O_CLOEXEC));
 }
 
 std::vector<Document> openDocuments(const std::vector<std::string>& files) {

@@ -41,6 +41,9 @@ class Document {
   /// taken. A piece is empty where a signal came while there was nothing to read. Failure when reading fails
   /// midway. Through a pipe once only.
   bool read(const std::function<bool(std::span<const char>)>& take);
+  /// The same file once more, opened for reading at its beginning; not open where that is not possible, as in
+  /// a pipe.
+  [[nodiscard]] FileDescriptor openAgain() const;
 
  private:
   struct Closed {

@@ -51,6 +51,8 @@ const Arrows kAllowed{
      {"adapters/linux", "adapters/memory", "host", "host/cups", "host/cups/connection", "host/job",
       "platform"}},
     {"host/dialog/texts", {"adapters/linux", "host", "host/panel"}},
+    {"host/preview", {}},
+    {"host/dialog/preview", {"host", "host/preview"}},
     {"host/dialog/settings", {"host", "host/cups/connection", "host/dialog/texts", "host/job"}},
     {"host/dialog/asking", {"host", "host/cups/connection", "host/dialog/texts", "host/presets"}},
     {"host/dialog/file", {"host", "host/dialog/texts", "host/job"}},

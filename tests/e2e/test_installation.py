@@ -118,9 +118,18 @@ class InstallationTest(TerminalCase):
 
     def parts_of_the_dialog(self, prefix):
         (folder,) = prefix.glob("lib/**/tandem-trim/dialog")
-        parts = [path for path in folder.iterdir() if path.is_file()]
-        self.assertEqual({part.name for part in parts}, {"tandem-trim-toolkit", "tandem-trim-dialog"})
-        return parts
+        files = {path.name: path for path in folder.iterdir() if path.is_file()}
+        self.assertEqual(set(files), {"tandem-trim-toolkit", "tandem-trim-dialog", "tandem-trim-page"})
+        return [files["tandem-trim-toolkit"], files["tandem-trim-dialog"]]
+
+    def test_what_renders_pages_is_loaded_by_the_program_for_them_alone_and_no_toolkit_with_it(self):
+        links = {}
+        for path in self.installed().rglob("*"):
+            if path.is_file() and path.read_bytes()[:4] == b"\x7fELF":
+                links[path.name] = subprocess.run(["ldd", path], check=True, capture_output=True, text=True).stdout
+        self.assertGreater(len(links), 4)
+        self.assertEqual({name for name, libraries in links.items() if "libpoppler" in libraries}, {"tandem-trim-page"})
+        self.assertNotRegex(links["tandem-trim-page"], "libgtk|libgdk|libwayland|libcups")
 
     def refuses_the_dialog(self, prefix, *reasons):
         words = ["the print dialog cannot be shown", *reasons, "nothing was sent", "--no-dialog"]

@@ -85,13 +85,16 @@ class PackagesTest(TerminalCase):
     def test_everything_is_roots_and_readable_by_all(self):
         for package in self.packages:
             for mode, owner, path in self.contents(package):
-                executable = mode.startswith("d") or "/bin/" in path or "/libexec/" in path
+                executable = mode.startswith("d") or re.search("/bin/|/libexec/|/dialog/tandem-trim-page$", path)
                 with self.subTest(path):
                     self.assertEqual((mode[1:], owner), ("rwxr-xr-x" if executable else "rw-r--r--", "root/root"))
 
     def test_the_terminal_needs_no_toolkit(self):
         self.assertEqual(self.depends(self.terminal), {"libc6", "libcups2", "libgcc-s1", "libstdc++6", "zlib1g"})
         self.assertEqual({name for name in self.depends(self.gtk) if "gtk" in name}, {"libgtk-4-1", "libgtkmm-4.0-0"})
+
+    def test_the_dialog_brings_what_renders_pages(self):
+        self.assertLessEqual({"libpoppler-glib8", "libseccomp2"}, self.depends(self.gtk))
 
     def test_the_dialog_needs_the_terminal_of_its_version(self):
         self.assertIn(f"tandem-trim (= {self.version})", output("dpkg-deb", "--field", self.gtk, "Depends"))

@@ -1,0 +1,84 @@
+#include "host/preview/limits.hpp"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <memory>
+#include <utility>
+
+#include <fcntl.h>
+#include <seccomp.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr std::array kLimits{
+#ifndef __SANITIZE_ADDRESS__  // which maps terabytes
+    std::pair{RLIMIT_AS, rlim_t{512} << 20},
+#endif
+    std::pair{RLIMIT_CPU, rlim_t{4}},  // seconds
+    std::pair{RLIMIT_FSIZE, rlim_t{0}},      std::pair{RLIMIT_NOFILE, rlim_t{32}},
+    std::pair{RLIMIT_CORE, rlim_t{0}},
+};
+
+// A list of what is allowed would be that of one version of the C library.
+constexpr std::array kDenied{
+    // The network and other processes.
+    SCMP_SYS(socket), SCMP_SYS(socketpair), SCMP_SYS(connect), SCMP_SYS(bind), SCMP_SYS(listen),
+    SCMP_SYS(accept), SCMP_SYS(accept4), SCMP_SYS(sendto), SCMP_SYS(sendmsg), SCMP_SYS(sendmmsg),
+    SCMP_SYS(execve), SCMP_SYS(execveat), SCMP_SYS(fork), SCMP_SYS(vfork), SCMP_SYS(clone), SCMP_SYS(clone3),
+    SCMP_SYS(kill), SCMP_SYS(tkill), SCMP_SYS(pidfd_open), SCMP_SYS(pidfd_getfd), SCMP_SYS(pidfd_send_signal),
+    SCMP_SYS(ptrace), SCMP_SYS(process_vm_readv), SCMP_SYS(process_vm_writev), SCMP_SYS(shmget),
+    SCMP_SYS(msgget), SCMP_SYS(semget), SCMP_SYS(mq_open),
+    // Changes of files; opening is looked at below.
+    SCMP_SYS(creat), SCMP_SYS(openat2), SCMP_SYS(open_by_handle_at), SCMP_SYS(truncate), SCMP_SYS(ftruncate),
+    SCMP_SYS(unlink), SCMP_SYS(unlinkat), SCMP_SYS(rename), SCMP_SYS(renameat), SCMP_SYS(renameat2),
+    SCMP_SYS(link), SCMP_SYS(linkat), SCMP_SYS(symlink), SCMP_SYS(symlinkat), SCMP_SYS(mkdir),
+    SCMP_SYS(mkdirat), SCMP_SYS(rmdir), SCMP_SYS(mknod), SCMP_SYS(mknodat), SCMP_SYS(chmod), SCMP_SYS(fchmod),
+    SCMP_SYS(fchmodat), SCMP_SYS(chown), SCMP_SYS(fchown), SCMP_SYS(lchown), SCMP_SYS(fchownat),
+    SCMP_SYS(utime), SCMP_SYS(utimes), SCMP_SYS(utimensat), SCMP_SYS(futimesat), SCMP_SYS(setxattr),
+    SCMP_SYS(lsetxattr), SCMP_SYS(fsetxattr), SCMP_SYS(removexattr), SCMP_SYS(lremovexattr),
+    SCMP_SYS(fremovexattr), SCMP_SYS(memfd_create), SCMP_SYS(ioctl),
+    // The system itself.
+    SCMP_SYS(mount), SCMP_SYS(umount2), SCMP_SYS(chroot), SCMP_SYS(pivot_root), SCMP_SYS(unshare),
+    SCMP_SYS(setns), SCMP_SYS(bpf), SCMP_SYS(perf_event_open), SCMP_SYS(userfaultfd), SCMP_SYS(keyctl),
+    SCMP_SYS(add_key), SCMP_SYS(request_key), SCMP_SYS(io_uring_setup), SCMP_SYS(prctl)};
+
+// Each opening of a file: the call, and its argument with the flags.
+constexpr std::array kOpening{std::pair{SCMP_SYS(open), 1U}, std::pair{SCMP_SYS(openat), 2U}};
+constexpr std::array kWriting{O_WRONLY, O_RDWR, O_CREAT};
+
+bool denyCalls() {
+  const std::unique_ptr<void, decltype(&seccomp_release)> filter(seccomp_init(SCMP_ACT_ALLOW),
+                                                                 seccomp_release);
+  constexpr auto kRefused = SCMP_ACT_ERRNO(EPERM);
+  if (!filter) return false;
+  for (const int call : kDenied) {
+    if (seccomp_rule_add(filter.get(), kRefused, call, 0) != 0) return false;
+  }
+  for (const auto& [call, place] : kOpening) {
+    for (const auto flag : kWriting) {
+      const auto bits = static_cast<scmp_datum_t>(flag);
+      const scmp_arg_cmp isSet{place, SCMP_CMP_MASKED_EQ, bits, bits};
+      if (seccomp_rule_add_array(filter.get(), kRefused, call, 1, &isSet) != 0) return false;
+    }
+  }
+  return seccomp_load(filter.get()) == 0;
+}
+
+}  // namespace
+
+bool limitProcess() {
+  if (prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) return false;
+  if (close_range(STDERR_FILENO + 1, ~0U, 0) != 0) return false;
+  for (const auto& [resource, most] : kLimits) {
+    const rlimit limit{most, most};
+    if (setrlimit(resource, &limit) != 0) return false;
+  }
+  return denyCalls();
+}
+
+}  // namespace tandemtrim::host

@@ -1,0 +1,164 @@
+#include "host/preview/rendering.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include <cairo.h>
+#include <poppler.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tandemtrim::host {
+namespace {
+
+constexpr double kMillimetresPerPoint = 25.4 / 72;
+// Of the picture in which the content is measured: 0.3 mm for each pixel of a usual page.
+constexpr double kMeasuredSide = 1024;
+// The darkest that a page without content is, of 255.
+constexpr std::uint32_t kPaper = 246;
+
+struct Unreferenced {
+  void operator()(gpointer object) const { g_object_unref(object); }
+};
+struct Destroyed {
+  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+  void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
+};
+using Surface = std::unique_ptr<cairo_surface_t, Destroyed>;
+using Context = std::unique_ptr<cairo_t, Destroyed>;
+
+struct Size {
+  double width;
+  double height;
+};
+
+// The number of pixels of a side; at least one is left of it.
+int pixels(double side) { return std::max(1, static_cast<int>(std::lround(side))); }
+
+// A white picture whose longer side has this many pixels.
+Surface sheetOf(const Size& size, double longestSide) {
+  const double scale = longestSide / std::max(size.width, size.height);
+  Surface sheet(cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels(size.width * scale),
+                                           pixels(size.height * scale)));
+  const Context cairo(cairo_create(sheet.get()));
+  cairo_set_source_rgb(cairo.get(), 1, 1, 1);
+  cairo_paint(cairo.get());
+  return sheet;
+}
+
+bool isUsable(const Surface& surface) { return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS; }
+
+Context drawingOn(const Surface& surface, const Size& size) {
+  Context cairo(cairo_create(surface.get()));
+  cairo_scale(cairo.get(), cairo_image_surface_get_width(surface.get()) / size.width,
+              cairo_image_surface_get_height(surface.get()) / size.height);
+  return cairo;
+}
+
+std::span<const std::uint32_t> rowOf(const Surface& surface, int y) {
+  const auto* const row = cairo_image_surface_get_data(surface.get()) +
+                          std::ptrdiff_t{y} * cairo_image_surface_get_stride(surface.get());
+  return {reinterpret_cast<const std::uint32_t*>(row),
+          static_cast<std::size_t>(cairo_image_surface_get_width(surface.get()))};
+}
+
+bool isInk(std::uint32_t pixel) {
+  return std::min({pixel & 0xFF, pixel >> 8 & 0xFF, pixel >> 16 & 0xFF}) < kPaper;
+}
+
+// How much of the page is empty at each of its edges.
+void measure(const Surface& surface, PageAnswer& answer) {
+  const int width = cairo_image_surface_get_width(surface.get());
+  const int height = cairo_image_surface_get_height(surface.get());
+  int left = width;
+  int right = width;
+  std::optional<int> top;
+  int bottom = 0;
+  for (int y = 0; y < height; ++y) {
+    const auto row = rowOf(surface, y);
+    const auto first = std::ranges::find_if(row, isInk);
+    if (first == row.end()) continue;
+    const auto last = std::find_if(row.rbegin(), row.rend(), isInk);
+    left = std::min(left, static_cast<int>(first - row.begin()));
+    right = std::min(right, static_cast<int>(last - row.rbegin()));
+    if (!top) top = y;
+    bottom = height - 1 - y;
+  }
+  if (!top) return;
+  answer.emptyTop = *top * answer.pageHeight / height;
+  answer.emptyBottom = bottom * answer.pageHeight / height;
+  answer.emptyLeft = left * answer.pageWidth / width;
+  answer.emptyRight = right * answer.pageWidth / width;
+}
+
+Surface reduced(Surface original, int longestSide) {
+  const Size size{static_cast<double>(cairo_image_surface_get_width(original.get())),
+                  static_cast<double>(cairo_image_surface_get_height(original.get()))};
+  if (std::max(size.width, size.height) <= longestSide) return original;
+  auto smaller = sheetOf(size, longestSide);
+  const auto cairo = drawingOn(smaller, size);
+  cairo_set_source_surface(cairo.get(), original.get(), 0, 0);
+  cairo_paint(cairo.get());
+  cairo_surface_flush(smaller.get());
+  return smaller;
+}
+
+void takePixels(const Surface& surface, Rendering& rendering) {
+  rendering.answer.width = static_cast<std::uint32_t>(cairo_image_surface_get_width(surface.get()));
+  rendering.answer.height = static_cast<std::uint32_t>(cairo_image_surface_get_height(surface.get()));
+  for (int y = 0; y < cairo_image_surface_get_height(surface.get()); ++y) {
+    const auto row = rowOf(surface, y);
+    rendering.pixels.insert(rendering.pixels.end(), row.begin(), row.end());
+  }
+}
+
+}  // namespace
+
+Rendering render(int document, int page, int longestSide) {
+  Rendering rendering;
+  struct stat status {};
+  if (fstat(document, &status) != 0 || !S_ISREG(status.st_mode)) {
+    close(document);
+    return rendering;
+  }
+  GError* error = nullptr;
+  const std::unique_ptr<PopplerDocument, Unreferenced> opened(
+      poppler_document_new_from_fd(document, nullptr, &error));
+  if (!opened) {
+    if (g_error_matches(error, POPPLER_ERROR, POPPLER_ERROR_ENCRYPTED) != FALSE)
+      rendering.status = PageStatus::locked;
+    g_error_free(error);
+    return rendering;
+  }
+  const int count = poppler_document_get_n_pages(opened.get());
+  rendering.status = PageStatus::noSuchPage;
+  if (page < 1 || page > count) return rendering;
+  rendering.status = PageStatus::broken;
+  const std::unique_ptr<PopplerPage, Unreferenced> read(poppler_document_get_page(opened.get(), page - 1));
+  Size size{};
+  if (read) poppler_page_get_size(read.get(), &size.width, &size.height);
+  if (!(size.width > 0 && size.height > 0 && std::isfinite(size.width) && std::isfinite(size.height)))
+    return rendering;
+
+  auto surface = sheetOf(size, kMeasuredSide);
+  const auto cairo = drawingOn(surface, size);
+  poppler_page_render_for_printing(read.get(), cairo.get());
+  cairo_surface_flush(surface.get());
+  if (!isUsable(surface)) return rendering;
+  auto& answer = rendering.answer;
+  answer.pages = static_cast<std::uint32_t>(count);
+  answer.pageWidth = size.width * kMillimetresPerPoint;
+  answer.pageHeight = size.height * kMillimetresPerPoint;
+  measure(surface, answer);
+  surface = reduced(std::move(surface), longestSide);
+  if (!isUsable(surface)) return rendering;
+  takePixels(surface, rendering);
+  rendering.status = PageStatus::rendered;
+  return rendering;
+}
+
+}  // namespace tandemtrim::host
