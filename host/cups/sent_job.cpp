@@ -48,16 +48,6 @@ std::string optionsText(const SentJob& job) {
   return text;
 }
 
-// How the job has ended without being printed; none when it has not.
-std::optional<std::string> badEnd(const HeldJob& held) {
-  if (held.state == IPP_JSTATE_CANCELED) return "cancelled";
-  if (held.state == IPP_JSTATE_ABORTED) return "aborted";
-  // CUPS keeps a job whose filter failed, until somebody restarts it.
-  const bool hasFailed =
-      held.state == IPP_JSTATE_STOPPED && held.reasons.find("job-completed-with-errors") != std::string::npos;
-  return hasFailed ? std::optional<std::string>("stopped") : std::nullopt;
-}
-
 // Whether nothing is left to cancel of the job, or nothing is missing.
 bool isToStay(const HeldJob& held) {
   return badEnd(held) || held.state == IPP_JSTATE_COMPLETED || held.incomplete.empty();
@@ -128,6 +118,15 @@ std::string progressOf(const SentJob& job) {
 
 }  // namespace
 
+std::optional<std::string> badEnd(const HeldJob& held) {
+  if (held.state == IPP_JSTATE_CANCELED) return "cancelled";
+  if (held.state == IPP_JSTATE_ABORTED) return "aborted";
+  // CUPS keeps a job whose filter failed, until somebody restarts it.
+  const bool hasFailed =
+      held.state == IPP_JSTATE_STOPPED && held.reasons.find("job-completed-with-errors") != std::string::npos;
+  return hasFailed ? std::optional<std::string>("stopped") : std::nullopt;
+}
+
 std::optional<Failure> objection(const SentJob& job, const std::string& server) {
   const auto& held = *job.held;
   if (const auto end = badEnd(held))
@@ -168,6 +167,7 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
   JobContent sent{optionsOfTheJob(options), documents.size(), 0};
   UnfinishedJob unfinished(connection, printer, title, options);
   SentJob job{unfinished.number(), printer.name, sent.options.size()};
+  job.title = title;
   std::optional<Failure> unanswered;
   try {
     unanswered = sendAll(unfinished, documents, progress, sent);

@@ -21,10 +21,15 @@ struct SentJob {
   /// Why the job is not confirmed; none when it is. Trouble::lostSettings and Trouble::unconfirmedSettings
   /// are of a job that the server has whole.
   std::optional<Failure> failure = {};
+  /// The name that the queue shows.
+  std::string title = {};
 };
 
 /// Whether the server has the job whole and prints it, even where not all of it is confirmed.
 bool isAtServer(const SentJob& job);
+
+/// How a job has ended without being printed ("cancelled", "aborted", "stopped"); none when it has not.
+std::optional<std::string> badEnd(const HeldJob& held);
 
 /// "job 17 on Morva: 7 of 7 options confirmed", or why they are not.
 std::string jobText(const SentJob& job);

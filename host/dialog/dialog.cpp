@@ -11,6 +11,9 @@
 #include "host/cups/option_values.hpp"
 #include "host/dialog/file/file_target.hpp"
 #include "host/dialog/gtk/parent_window.hpp"
+#include "host/dialog/notification/job_texts.hpp"
+#include "host/dialog/notification/start.hpp"
+#include "host/dialog/settings/notification_choice.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/interrupted.hpp"
 
@@ -79,16 +82,19 @@ Entries entriesOf(const Gtk::PageSetup& setup) {
 
 Dialog::Dialog(DialogStart start, const Report& report, Events events)
     : events_(std::move(events)),
+      report_(report),
+      server_(start.line.server),
       formats_(formatsOf(start)),
       window_(formats_, isToBeLaidOut(start)),
       questions_(window_.dialog()),
       login_(window_.dialog()),
       sender_(std::move(start.documents), report, login_.ask(),
               [this](const auto& text, auto share) { window_.showProgress(text, share); }),
-      printer_(
-          start.line, start.request == nullptr ? nullptr : suggestionsOf(*start.request), report,
-          login_.ask(), window_,
-          {[this] { print(false); }, [this](const std::string& help) { questions_.showMessage(help); }}) {
+      printer_(start.line, start.request == nullptr ? nullptr : suggestionsOf(*start.request), report,
+               login_.ask(), window_,
+               {[this] { print(false); }, [this](const std::string& help) { questions_.showMessage(help); }}),
+      notified_(!start.line.withoutNotification && wantsNotification()) {
+  printer_.panel().setNotifies(notified_);
   if (start.request != nullptr) followRequest(window_.dialog(), *start.request);
   window_.dialog().signal_response().connect(sigc::mem_fun(*this, &Dialog::onResponse));
 }
@@ -117,8 +123,17 @@ Printed Dialog::run() {
 
 void Dialog::end() {
   window_.hide();
+  notify();
   if (loop_) loop_->quit();
   events_.onEnd();
+}
+
+void Dialog::notify() {
+  const auto* const job = std::get_if<SentJob>(&printed_);
+  if (job == nullptr || !isAtServer(*job)) return;
+  auto& panel = printer_.panel();
+  if (panel.notifies()) startNotifier(orderFor(*job, server_, panel.words()), report_);
+  if (panel.notifies() != notified_) keepNotificationChoice(panel.notifies(), report_);
 }
 
 void Dialog::tell(const std::string& message, const std::function<void()>& then) {

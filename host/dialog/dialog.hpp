@@ -84,9 +84,13 @@ class Dialog : public sigc::trackable {
   void showIfSending();
   void onSaved(const Outcome<SavedFile>& outcome);
   void onSent(const Outcome<SendResult>& outcome);
+  // Has the desktop tell what became of the job, if the user wants that.
+  void notify();
   void end();
 
   const Events events_;
+  const Report report_;
+  const std::optional<std::string> server_;
   // Those that a file can have.
   const std::vector<FileFormat> formats_;
   DialogWindow window_;
@@ -94,6 +98,8 @@ class Dialog : public sigc::trackable {
   LoginWindow login_;
   Sender sender_;
   ChosenPrinter printer_;
+  // As the dialog began.
+  const bool notified_;
   // Of run().
   Glib::RefPtr<Glib::MainLoop> loop_;
   // How a program lays the document out, and for which printer.

@@ -67,6 +67,8 @@ struct CommandLine {
   bool wait = false;
   /// Whether the dialog is to be shown; none leaves it to whether there is a screen.
   std::optional<bool> dialog;
+  /// Whether the dialog leaves it to the user to look what became of the job.
+  bool withoutNotification = false;
 
   friend bool operator==(const CommandLine&, const CommandLine&) = default;
 };

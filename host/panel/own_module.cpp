@@ -16,6 +16,12 @@ namespace fs = std::filesystem;
 
 // Seen from the program's folder: where a build leaves modules, and where an installation has them.
 constexpr std::array<const char*, 2> kModuleFolders{"", "../" TANDEM_TRIM_LIBDIR "/tandem-trim"};
+constexpr std::array<const char*, 2> kProgramFolders{"", "../" TANDEM_TRIM_LIBEXECDIR};
+
+fs::path programsFolder() {
+  std::error_code unreadable;
+  return fs::read_symlink("/proc/self/exe", unreadable).parent_path();
+}
 
 OwnModule loadModuleAt(const fs::path& path) {
   if (auto fault = openToStrangers(path)) return {nullptr, *std::move(fault)};
@@ -32,7 +38,7 @@ OwnModule loadModuleAt(const fs::path& path) {
 
 OwnModule loadOwnModule(const std::string& name) {
   std::error_code unreadable;
-  const auto program = fs::read_symlink("/proc/self/exe", unreadable).parent_path();
+  const auto program = programsFolder();
   OwnModule module;
   for (const char* folder : kModuleFolders) {
     const auto path = program / folder / name;
@@ -41,6 +47,17 @@ OwnModule loadOwnModule(const std::string& name) {
     if (module.handle != nullptr) break;
   }
   return module;
+}
+
+OwnProgram findOwnProgram(const std::string& name) {
+  std::error_code unreadable;
+  for (const char* folder : kProgramFolders) {
+    const auto path = programsFolder() / folder / name;
+    if (!fs::exists(path, unreadable)) continue;
+    if (auto fault = openToStrangers(path)) return {"", *std::move(fault)};
+    return {path, ""};
+  }
+  return {};
 }
 
 void* exportedBy(const OwnModule& module, const char* function) { return dlsym(module.handle, function); }

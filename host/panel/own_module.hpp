@@ -17,6 +17,18 @@ struct OwnModule {
 /// another build, cannot be used. It may run in the background.
 OwnModule loadOwnModule(const std::string& name);
 
+/// A program of the project's own, which lies beside this one where both were built, and in the programs'
+/// folder of the installation.
+struct OwnProgram {
+  /// Empty where it is not installed or cannot be used.
+  std::string path;
+  /// Why it cannot be used; empty where it is not installed.
+  std::string fault;
+};
+
+/// Finds the program of this name ("tandem-trim-notifier"). One that strangers could change cannot be used.
+OwnProgram findOwnProgram(const std::string& name);
+
 /// The function that the loaded module exports by this name.
 void* exportedBy(const OwnModule& module, const char* function);
 

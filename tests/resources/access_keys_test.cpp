@@ -23,7 +23,8 @@ using platform::linux::StringsTable;
 // GTK's own buttons beside the panel's page; none of the tabs of its pages has an access key.
 constexpr std::array kButtonsOfGtk{"_Cancel", "_Print", "Pre_view"};
 // The host's own controls on that page.
-constexpr std::array kControlsOfHost{host::kHelpText, host::kUseForAllJobsText, host::kCorrectText};
+constexpr std::array kControlsOfHost{host::kHelpText, host::kUseForAllJobsText, host::kNotifyText,
+                                     host::kCorrectText};
 constexpr std::array kTabsOfGtk{"General", "Page Setup", "Job",     "Image Quality",
                                 "Color",   "Finishing",  "Advanced"};
 

@@ -122,6 +122,8 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.add_flag_callback(
          "--no-dialog", [&line] { line.dialog = false; }, "Print without the print dialog")
       ->excludes(dialog);
+  app.add_flag("--no-notification", line.withoutNotification,
+               "After the print dialog, no notification of the desktop on the job");
   app.allow_extras();
   return ordered;
 }

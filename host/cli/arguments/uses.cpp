@@ -38,6 +38,7 @@ constexpr std::array kRows{
     Row{"files", isGiven<&CommandLine::files>, kAnyJob},
     Row{"-s", isGiven<&CommandLine::silent>, kDialog | kInput},
     Row{"--dialog or --no-dialog", isGiven<&CommandLine::dialog>, kDialog | kInput},
+    Row{"--no-notification", isGiven<&CommandLine::withoutNotification>, kAnyJob},
     Row{"--set or --restore-defaults", isGiven<&CommandLine::inputs>, kInput},
     Row{"--lenient", isGiven<&CommandLine::lenient>, kInput},
     Row{"--force", isGiven<&CommandLine::force>, kInput},

@@ -24,6 +24,7 @@ void setSideMargins(Gtk::Box& row) {
 PanelPage::PanelPage(PresetRow::Events presets)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
       useForAllJobs(localized(kUseForAllJobsText), true),
+      notify(localized(kNotifyText), true),
       help(localized(kHelpText), true),
       presetEvents_(std::move(presets)),
       footer_(Gtk::Orientation::HORIZONTAL, kSpacing) {
@@ -33,9 +34,11 @@ PanelPage::PanelPage(PresetRow::Events presets)
   text_.set_xalign(0);
   append(text_);
   speakTitle(useForAllJobs, localized(kUseForAllJobsText));
+  speakTitle(notify, localized(kNotifyText));
   speakTitle(help, localized(kHelpText));
   useForAllJobs.set_hexpand();
   footer_.append(useForAllJobs);
+  footer_.append(notify);
   footer_.set_visible(false);
   setSideMargins(footer_);
   append(footer_);

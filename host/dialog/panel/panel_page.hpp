@@ -44,6 +44,8 @@ class PanelPage : public Gtk::Box {
 
   /// Whether the settings become the user's defaults.
   Gtk::CheckButton useForAllJobs;
+  /// Whether the desktop tells what became of the job.
+  Gtk::CheckButton notify;
   Gtk::Button help;
 
  private:

@@ -237,6 +237,16 @@ std::vector<Conflict> PanelTabs::conflicts() {
   return found;
 }
 
+PanelResult PanelTabs::words() {
+  if (!session_) return {};
+  try {
+    return {session_->summary(), session_->settings()};
+  } catch (const PluginFailure& failure) {
+    report_(failure.what());
+    return {};
+  }
+}
+
 void PanelTabs::correct() {
   if (session_) guarded([&] { session_->correct(); });
   warn();

@@ -83,6 +83,12 @@ class PanelTabs : public sigc::trackable {
   [[nodiscard]] std::vector<std::string> illegalDefaults();
   [[nodiscard]] bool useForAllJobs() const { return isOpen() && page_.useForAllJobs.get_active(); }
 
+  /// Whether the desktop is to tell what became of the job.
+  [[nodiscard]] bool notifies() const { return page_.notify.get_active(); }
+  void setNotifies(bool notifies) { page_.notify.set_active(notifies); }
+  /// What the panel says of its settings, as saved last; empty without a panel and from one that fails.
+  PanelResult words();
+
   /// Saves what the panel shows and gives the values that the user chose and the printer does not allow. None
   /// when the panel refuses to print or fails.
   std::optional<std::vector<IllegalValue>> prepareToPrint();

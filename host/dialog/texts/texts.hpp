@@ -33,6 +33,7 @@ inline constexpr const char* kUserText = "_User name";
 inline constexpr const char* kPasswordText = "_Password";
 inline constexpr const char* kHelpText = "_Help";
 inline constexpr const char* kUseForAllJobsText = "_Use for all my jobs";
+inline constexpr const char* kNotifyText = "_Notify after printing";
 inline constexpr const char* kSummaryText = "Summary";
 inline constexpr const char* kReadingText = "The printer's details are being read.";
 /// The title of the panel's page until the panel gives its own.
@@ -93,6 +94,13 @@ inline constexpr const char* kDeleteThisPresetText = "Delete the preset [name]?"
 inline constexpr const char* kDeleteText = "_Delete";
 inline constexpr const char* kPresetsUnchangedText = "The presets could not be changed.";
 
+/// The headings of what the desktop says of a job once the dialog has gone.
+inline constexpr const char* kJobConfirmedText = "Job [number] on [printer]: all settings confirmed";
+inline constexpr const char* kJobLostSettingsText = "Job [number] on [printer]: settings lost";
+inline constexpr const char* kJobUnconfirmedText = "Job [number] on [printer]: settings not confirmed";
+inline constexpr const char* kJobCancelledText = "Job [number] on [printer] was cancelled";
+inline constexpr const char* kJobFailedText = "Job [number] on [printer] failed";
+
 /// What the user can do about each trouble.
 inline constexpr std::array kTroubleTexts{
     std::pair{Trouble::other, "The job could not be printed. Try again, or choose another printer."},
@@ -140,6 +148,12 @@ inline constexpr std::array kTroubleTexts{
 /// The help about what the dialog's host adds to each panel.
 inline constexpr std::array kHelpTexts{
     "\"Use for all my jobs\" keeps the settings as your defaults for this printer.",
+    "\"Notify after printing\" has the desktop say what the print server holds of the job, and whether the "
+    "job "
+    "is cancelled or fails within a minute.",
+    "\"Preset\" keeps settings under a name, for all printers with this page. Its menu saves them, brings "
+    "them "
+    "back, and chooses those that the dialog begins with on this printer.",
     "The page \"Summary\" lists what will be sent. A line below the settings warns of values that this "
     "printer does not allow; \"Correct\" puts the nearest allowed values in their place."};
 
@@ -198,7 +212,13 @@ inline constexpr std::array kTexts{kCancelText,
                                    kReplaceText,
                                    kDeleteThisPresetText,
                                    kDeleteText,
-                                   kPresetsUnchangedText};
+                                   kPresetsUnchangedText,
+                                   kNotifyText,
+                                   kJobConfirmedText,
+                                   kJobLostSettingsText,
+                                   kJobUnconfirmedText,
+                                   kJobCancelledText,
+                                   kJobFailedText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

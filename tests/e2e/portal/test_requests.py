@@ -12,6 +12,7 @@ import unittest
 import patience
 from dialog_case import until
 from gi.repository import GLib
+from notifications import Desktop
 from portal_client import CANCELLED, DONE, FAILED, Client, PortalCase, Shown, texts
 from relay import WantsLogin
 from screen_reader import Program
@@ -50,6 +51,15 @@ def parent_of(window):
 
 
 class RequestsTest(PortalCase):
+    def test_the_desktop_says_what_became_of_a_programs_job(self):
+        self.start()
+        with Desktop(self.temporary_folder()) as desktop:
+            _, _, token = self.chosen(settings=texts(output_basename="Letter"))
+            self.client.print(token=token).answer()
+            (shown,) = desktop.wait_for(1)
+        self.assertEqual(shown["heading"], "Job 1 on Morva: all settings confirmed")
+        self.assertEqual(shown["body"].splitlines()[0], "Letter")
+
     def set_up(self, dialog):
         """Chooses something of every kind: pages, copies, scale, orientation, the panel's values."""
         dialog.spin("Copies", "3")

@@ -1,0 +1,55 @@
+#include <csignal>
+#include <iostream>
+#include <iterator>
+#include <string>
+
+#include <unistd.h>
+
+#include "host/cups/connection/login.hpp"
+#include "host/failure.hpp"
+#include "host/notifier/desktop.hpp"
+#include "host/notifier/order.hpp"
+#include "host/notifier/watched_job.hpp"
+#include "host/plain_text.hpp"
+
+namespace {
+
+using namespace tandemtrim::host;
+
+// What the session bus, the desktop and the print server may take beside the time of the watch.
+constexpr unsigned kSecondsForAnswers = 45;
+
+// Whatever does not answer.
+void endAfter(unsigned seconds) {
+  std::signal(SIGALRM, SIG_DFL);
+  sigset_t alone;
+  sigemptyset(&alone);
+  sigaddset(&alone, SIGALRM);
+  pthread_sigmask(SIG_UNBLOCK, &alone, nullptr);
+  alarm(seconds);
+}
+
+void carryOut(const NotifierOrder& order) {
+  DesktopNotification notification;
+  if (!notification.show(order.sent)) return;
+  if (const auto text = badEndOf(order)) notification.show(*text);
+}
+
+}  // namespace
+
+int main(int argc, char** /*argv*/) {
+  // The terminal of the program that starts it is not its own.
+  setsid();
+  endAfter(kSecondsForAnswers);
+  answerLogins([](const LoginQuestion&) { return std::nullopt; });
+  try {
+    if (argc != 1) throw Failure("the print dialog starts it, with an order on standard input");
+    const auto order = orderFrom({std::istreambuf_iterator<char>(std::cin), {}});
+    endAfter(kSecondsForAnswers + static_cast<unsigned>(order.watched.count()));
+    carryOut(order);
+    return kSucceeded;
+  } catch (const std::exception& failure) {
+    std::cerr << "tandem-trim-notifier: " << plainText(failure.what()) << '\n';
+    return kWrongCommandLine;
+  }
+}

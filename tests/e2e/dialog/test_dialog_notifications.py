@@ -1,0 +1,206 @@
+"""What the desktop says of a job once the dialog has gone."""
+
+import os
+import unittest
+
+import patience
+from dialog_case import DialogCase
+from notifications import MARKUP, Desktop, notifiers
+from terminal_case import BUILD, PPD, SAMPLE, each
+
+NOTIFIER = BUILD / "host/tandem-trim-notifier"
+SWITCH = "Notify after printing"
+ODD_TITLE = '<b>50 %s</b> & "more"'
+# Ends with the status in the file, once there is one.
+SLOW_FILTER = """#!/bin/sh
+until [ -e "$TANDEM_TRIM_RECORDS/go" ]; do sleep 0.05; done
+exit $(cat "$TANDEM_TRIM_RECORDS/go")
+"""
+
+
+class DialogNotificationsTest(DialogCase):
+    def setUp(self):
+        super().setUp()
+        home = self.temporary_folder()
+        self.around = {"XDG_STATE_HOME": str(home / "state"), "XDG_CONFIG_HOME": str(home / "config")}
+        self.choices = home / "config/tandem-trim/dialog.conf"
+
+    def desktop(self, *capabilities):
+        return self.enterContext(Desktop(self.temporary_folder(), *capabilities))
+
+    def add_slow_queue(self):
+        """A printer Slow, whose filter ends with the status that end_filter() gives it."""
+        program = self.cups.folder / "programs/filter/slow"
+        program.write_text(SLOW_FILTER)
+        program.chmod(0o755)
+        ppd = self.temporary_folder() / "slow.ppd"
+        ppd.write_text(PPD.read_text().replace("0 morvatandem", "0 slow"))
+        self.cups.add_queue("Slow", ppd)
+
+    def end_filter(self, status):
+        unfinished = self.cups.folder / "records/unfinished"
+        unfinished.write_text(str(status))
+        unfinished.rename(unfinished.with_name("go"))
+
+    def notifiers(self):
+        return notifiers(NOTIFIER, "{}:{}".format(*self.cups.address))
+
+    def wait_for_no_notifier(self):
+        patience.until(lambda: not self.notifiers(), "the notifier's end")
+
+    def ready(self, *arguments, **variables):
+        """A dialog that can print."""
+        dialog = self.dialog(*arguments, **self.around | variables)
+        dialog.wait_for_tab("Tandem Trim")
+        dialog.find_live("push button", "Print")
+        return dialog
+
+    def prints(self, *arguments, **variables):
+        dialog = self.ready(*arguments, **variables)
+        dialog.press("Print")
+        status, out, said = dialog.ends()
+        self.assertEqual(status, 0, said)
+        self.assertIn("options confirmed", out)
+        self.assertNotIn("notification", said)
+        return dialog
+
+    def test_the_desktop_says_in_the_panels_words_what_the_server_holds(self):
+        desktop = self.desktop()
+        dialog = self.panel("-t", "Report", **self.around)
+        dialog.change_panel()
+        dialog.press("Print")
+        self.printed(dialog)
+        (shown,) = desktop.wait_for(1)
+        self.assertEqual(shown["heading"], "Job 1 on Morva: all settings confirmed")
+        title, settings = shown["body"].splitlines()
+        self.assertEqual(title, "Report")
+        self.assertEqual(
+            settings.split(", "),
+            ["Image Direction: Short-Edge Feed", "Print Position: Left", "Top Margin: 12", "Bottom Margin: 30", "Left Margin: 0", "Right Margin: 7"],
+        )
+        self.assertEqual((shown["actions"], shown["replaced"]), ([], 0))
+        self.wait_for_no_notifier()
+        self.assertEqual(len(desktop.shown()), 1)
+
+    def test_it_names_what_was_lost(self):
+        desktop = self.desktop()
+        dialog = self.ready("-d", "Morva", "-o", "job-media-sheets-completed=7")
+        dialog.press("Print")
+        dialog.says("has lost these settings")
+        self.assertEqual(desktop.shown(), [])
+        dialog.press("Close")
+        dialog.ends()
+        (shown,) = desktop.wait_for(1)
+        self.assertEqual(shown["heading"], "Job 1 on Morva: settings lost")
+        self.assertIn("job-media-sheets-completed (7", shown["body"])
+
+    def test_a_job_that_is_cancelled_within_a_minute_is_told_in_its_place(self):
+        desktop = self.desktop()
+        self.add_slow_queue()
+        self.prints("-d", "Slow", "-t", "Report")
+        (first,) = desktop.wait_for(1)
+        self.assertNotEqual(self.notifiers(), [])
+        self.run_command("cancel", "Slow-1")
+        _, second = desktop.wait_for(2)
+        self.assertEqual((second["heading"], second["body"]), ("Job 1 on Slow was cancelled", "Report"))
+        self.assertEqual(second["replaced"], first["id"])
+        self.wait_for_no_notifier()
+
+    def test_a_job_whose_filter_fails_within_a_minute_is_told_in_its_place(self):
+        desktop = self.desktop()
+        self.add_slow_queue()
+        self.prints("-d", "Slow", "-t", "Report")
+        desktop.wait_for(1)
+        self.end_filter(1)
+        first, second = desktop.wait_for(2)
+        self.assertEqual((second["heading"], second["body"]), ("Job 1 on Slow failed", "Report"))
+        self.assertEqual(second["replaced"], first["id"])
+        self.wait_for_no_notifier()
+
+    def test_nothing_is_left_behind_where_the_session_shows_no_notifications(self):
+        self.add_slow_queue()
+        self.prints("-d", "Slow")
+        self.wait_for_no_notifier()
+
+    def test_desktops_that_do_not_answer_hold_nothing_up(self):
+        desktop = self.desktop()
+        desktop.freeze()
+        self.prints("-d", "Morva")
+        self.wait_for_no_notifier()
+
+    def test_signs_of_markup_are_shown_as_they_are(self):
+        for capabilities, shown_title in (((), ODD_TITLE), ((MARKUP,), "&lt;b&gt;50 %s&lt;/b&gt; &amp; &quot;more&quot;")):
+            with self.subTest(capabilities), Desktop(self.temporary_folder(), *capabilities) as desktop:
+                self.prints("-d", "Morva", "-t", ODD_TITLE)
+                (shown,) = desktop.wait_for(1)
+                self.assertEqual(shown["body"].splitlines()[0], shown_title)
+
+    def test_it_speaks_the_users_language(self):
+        desktop = self.desktop()
+        dialog = self.dialog("-d", "Morva", LANGUAGE="de", **self.around)
+        dialog.wait_for_tab("Tandem Trim")
+        dialog.press("Drucken")
+        dialog.ends()
+        (shown,) = desktop.wait_for(1)
+        self.assertEqual(shown["heading"], "Auftrag 1 auf Morva: alle Einstellungen bestätigt")
+
+    def test_nothing_is_said_with_no_notification(self):
+        desktop = self.desktop()
+        self.prints("-d", "Morva", "--no-notification")
+        self.assertEqual((desktop.shown(), self.notifiers()), ([], []))
+        self.assertFalse(self.choices.exists())
+        self.prints("-d", "Morva")
+        desktop.wait_for(1)
+
+    def test_the_switch_on_the_page_is_remembered_for_all_printers_once_a_job_was_sent(self):
+        desktop = self.desktop()
+        self.add_other()
+        dialog = self.panel(**self.around)
+        self.assertTrue(dialog.is_checked(SWITCH))
+        dialog.check(SWITCH)
+        dialog.press("Cancel")
+        dialog.ends()
+        dialog = self.panel(**self.around)
+        self.assertTrue(dialog.is_checked(SWITCH))
+        dialog.check(SWITCH)
+        dialog.press("Print")
+        self.printed(dialog)
+        self.prints("-d", "Other")
+        self.assertEqual((desktop.shown(), self.notifiers()), ([], []))
+        dialog = self.dialog("-d", "Other", **self.around)
+        dialog.page("Tandem Trim")
+        self.assertFalse(dialog.is_checked(SWITCH))
+        dialog.check(SWITCH)
+        dialog.press("Print")
+        self.printed(dialog, "Other")
+        desktop.wait_for(1)
+
+    def test_the_users_hand_counts_more_than_the_command_line(self):
+        desktop = self.desktop()
+        dialog = self.panel("--no-notification", **self.around)
+        self.assertFalse(dialog.is_checked(SWITCH))
+        dialog.check(SWITCH)
+        dialog.press("Print")
+        self.printed(dialog)
+        desktop.wait_for(1)
+
+    def test_a_damaged_choice_counts_as_none(self):
+        desktop = self.desktop()
+        self.choices.parent.mkdir(parents=True)
+        for damaged in ("[Dialog]\nNotify=perhaps\n", "no file of keys"):
+            self.choices.write_text(damaged)
+            self.assertTrue(self.panel(**self.around).is_checked(SWITCH))
+        self.choices.unlink()
+        os.mkfifo(self.choices)
+        self.prints("-d", "Morva")
+        desktop.wait_for(1)
+
+    def test_what_is_printed_without_a_dialog_is_told_by_the_terminal_alone(self):
+        desktop = self.desktop()
+        result = self.trim("-d", "Morva", *each("--set", ["Valid=On"]), SAMPLE, DBUS_SESSION_BUS_ADDRESS=os.environ["DBUS_SESSION_BUS_ADDRESS"])
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual((desktop.shown(), self.notifiers()), ([], []))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,55 @@
+"""The desktop's notifications on the test's session bus, by a program of ours that takes them and writes them down."""
+
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+
+import patience
+
+SERVICE = pathlib.Path(__file__).with_name("service.py")
+MARKUP = "body-markup"
+
+
+class Desktop:
+    """Shows notifications between `with` and its end."""
+
+    def __init__(self, folder, *capabilities):
+        self._file = folder / "notifications"
+        self._command = [sys.executable, SERVICE, self._file, *capabilities]
+        self._process = None
+
+    def __enter__(self):
+        self._process = subprocess.Popen(self._command, stdin=subprocess.DEVNULL)
+        patience.until(self._file.exists, "the desktop's notifications")
+        return self
+
+    def __exit__(self, *_):
+        self._process.kill()
+        self._process.wait()
+
+    def shown(self):
+        """All that was shown so far, the youngest last: id, replaced, heading, body, actions, hints."""
+        return [json.loads(line) for line in self._file.read_text().splitlines()]
+
+    def wait_for(self, count):
+        """What was shown, once there is so much of it."""
+        return patience.until(lambda: len(self.shown()) >= count and self.shown(), f"{count} notifications")
+
+    def freeze(self):
+        os.kill(self._process.pid, signal.SIGSTOP)
+
+
+def notifiers(program, server):
+    """The processes of this program whose print server is that one."""
+    found = []
+    for process in pathlib.Path("/proc").glob("[0-9]*"):
+        try:
+            is_it = os.readlink(process / "exe") == str(program)
+            if is_it and f"CUPS_SERVER={server}" in (process / "environ").read_bytes().decode(errors="replace").split("\0"):
+                found.append(int(process.name))
+        except OSError:
+            continue  # it has ended
+    return found
