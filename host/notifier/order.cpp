@@ -7,13 +7,15 @@
 namespace tandemtrim::host {
 namespace {
 
-using Json = nlohmann::json;
+using OrderJson = nlohmann::json;
 
 constexpr int kLongestWatch = 600;  // seconds
 
-Json jsonOf(const NotificationText& text) { return {{"heading", text.heading}, {"body", text.body}}; }
+OrderJson jsonOfText(const NotificationText& text) {
+  return {{"heading", text.heading}, {"body", text.body}};
+}
 
-NotificationText notificationIn(const Json& order, const char* key) {
+NotificationText notificationIn(const OrderJson& order, const char* key) {
   const auto& text = order.at(key);
   return {text.at("heading").get<std::string>(), text.at("body").get<std::string>()};
 }
@@ -21,16 +23,16 @@ NotificationText notificationIn(const Json& order, const char* key) {
 }  // namespace
 
 std::string orderText(const NotifierOrder& order) {
-  Json json{{"printer", order.printer},       {"job", order.job},
-            {"sent", jsonOf(order.sent)},     {"cancelled", jsonOf(order.cancelled)},
-            {"failed", jsonOf(order.failed)}, {"watched", order.watched.count()}};
+  OrderJson json{{"printer", order.printer},           {"job", order.job},
+                 {"sent", jsonOfText(order.sent)},     {"cancelled", jsonOfText(order.cancelled)},
+                 {"failed", jsonOfText(order.failed)}, {"watched", order.watched.count()}};
   if (order.server) json["server"] = *order.server;
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+  return json.dump(-1, ' ', false, OrderJson::error_handler_t::replace);
 }
 
 NotifierOrder orderFrom(const std::string& text) {
   try {
-    const auto json = Json::parse(text);
+    const auto json = OrderJson::parse(text);
     NotifierOrder order;
     if (json.contains("server")) order.server = json.at("server").get<std::string>();
     order.printer = json.at("printer").get<std::string>();
@@ -42,7 +44,7 @@ NotifierOrder orderFrom(const std::string& text) {
     if (watched < 0 || watched > kLongestWatch) throw Failure("no job is watched for so long");
     order.watched = std::chrono::seconds(watched);
     return order;
-  } catch (const Json::exception& wrong) {
+  } catch (const OrderJson::exception& wrong) {
     throw Failure(wrong.what());
   }
 }

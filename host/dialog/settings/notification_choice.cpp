@@ -21,7 +21,7 @@ std::filesystem::path choicesFile() {
 }
 
 // What is in the file; nothing where it cannot be understood.
-Glib::RefPtr<Glib::KeyFile> choices() {
+Glib::RefPtr<Glib::KeyFile> keptChoices() {
   const auto groups = Glib::KeyFile::create();
   try {
     if (const auto text = readWholeFile(choicesFile(), kLargestChoices))
@@ -38,14 +38,14 @@ Glib::RefPtr<Glib::KeyFile> choices() {
 
 bool wantsNotification() {
   try {
-    return choices()->get_boolean(kGroupOfDialog, kNotify);
+    return keptChoices()->get_boolean(kGroupOfDialog, kNotify);
   } catch (const Glib::Error&) {
     return true;
   }
 }
 
 void keepNotificationChoice(bool wants, const Report& report) {
-  const auto groups = choices();
+  const auto groups = keptChoices();
   groups->set_boolean(kGroupOfDialog, kNotify, wants);
   const auto file = choicesFile();
   std::error_code unmade;
