@@ -50,9 +50,12 @@ FileDescriptor fileWithoutName() {
   return file;
 }
 
-void refuseLackOfRoom(int file) {
+// So many bytes more are to be kept.
+void refuseLackOfRoom(int file, off_t size) {
   struct statvfs room {};
-  if (fstatvfs(file, &room) == 0 && std::uint64_t{room.f_bavail} * room.f_frsize < kRoomLeft)
+  if (fstatvfs(file, &room) != 0) return;
+  const auto available = std::uint64_t{room.f_bavail} * room.f_frsize;
+  if (available < kRoomLeft || available - kRoomLeft < static_cast<std::uint64_t>(size))
     throw notKept(ENOSPC);
 }
 
@@ -83,6 +86,8 @@ std::optional<FileDescriptor> copyOf(int source, int ending) {
   const bool isFile = S_ISREG(status.st_mode);
   if (!isFile && !S_ISFIFO(status.st_mode)) throw notRead("it is neither a file nor a pipe");
   auto copy = fileWithoutName();
+  // Before the disk is filled in vain. A file can still grow.
+  refuseLackOfRoom(copy.get(), isFile ? status.st_size : 0);
   std::vector<char> piece(kPieceOfCopy);
   for (off_t place = 0; isReadable(source, ending);) {
     const auto size =
@@ -90,7 +95,7 @@ std::optional<FileDescriptor> copyOf(int source, int ending) {
     if (size < 0 && (errno == EINTR || errno == EAGAIN)) continue;
     if (size < 0) throw notRead(std::strerror(errno));
     if (size == 0) return copy;
-    refuseLackOfRoom(copy.get());
+    refuseLackOfRoom(copy.get(), size);
     writeAll(copy.get(), piece.data(), static_cast<std::size_t>(size));
     place += size;
   }

@@ -8,6 +8,7 @@
 #include "host/dialog/module.hpp"
 #include "host/failure.hpp"
 #include "host/panel/own_module.hpp"
+#include "host/plain_text.hpp"
 #include "host/portal/arguments.hpp"
 
 namespace tandemtrim::host {
@@ -122,7 +123,13 @@ void Service::onNameLost(GDBusConnection* bus, const char* /*name*/, gpointer se
   // It has taken the place while this one was about to end; what is open here goes on.
   if (hasBus && !self.sessions_.empty()) return;
   self.status_ = 1;
-  g_main_loop_quit(self.loop_);
+  self.leaveAll();
+}
+
+// What users have told their dialogs to print is printed without the bus, too.
+void Service::leaveAll() {
+  for (auto& [number, running] : sessions_) running.session->leave();
+  if (sessions_.empty()) g_main_loop_quit(loop_);
 }
 
 GVariant* Service::onProperty(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
@@ -143,7 +150,7 @@ void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVar
   const bool isTaken = sessionAt(handle) != nullptr;
   auto request = std::make_unique<Request>(call, handle);
   try {
-    if (isTaken) throw Failure("another request has the handle " + handle);
+    if (isTaken) throw Failure("another request has the handle " + shortText(handle));
     method == "Print" ? print(call, std::move(request), values) : prepare(call, std::move(request), values);
   } catch (const std::exception& failure) {
     report_(failure.what());
@@ -225,7 +232,8 @@ void Service::endSession(int session) {
   tokens_.forget(session);
   onMainLoop([this, session] {
     sessions_.erase(session);
-    if (sessions_.empty()) endWhenIdle();
+    if (!sessions_.empty()) return;
+    status_ == 0 ? endWhenIdle() : g_main_loop_quit(loop_);
   });
 }
 

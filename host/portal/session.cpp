@@ -12,10 +12,19 @@ constexpr std::chrono::seconds kLongestWait = std::chrono::days(1);
 
 }  // namespace
 
+void Session::guarded(const std::function<void()>& act) {
+  try {
+    act();
+  } catch (const std::exception& failure) {
+    surroundings_.report(failure.what());
+    end(Response::failed);
+  }
+}
+
 std::optional<Failure> Session::open(const DialogRequest& asked, FileDescriptor document) {
-  auto opened =
-      surroundings_.open(asked, std::move(document),
-                         {[this] { onChosen(); }, [this](DialogEnd dialogEnd) { onDialogEnd(dialogEnd); }});
+  auto opened = surroundings_.open(asked, std::move(document),
+                                   {[this] { guarded([this] { answerChoice(); }); },
+                                    [this](DialogEnd dialogEnd) { onDialogEnd(dialogEnd); }});
   dialog_ = std::move(opened.dialog);
   return opened.failure;
 }
@@ -29,13 +38,14 @@ void Session::prepare(std::unique_ptr<Request> request, const DialogRequest& ask
   dialog_->show();
 }
 
-void Session::onChosen() {
+void Session::answerChoice() {
   const auto choice = dialog_->choice();
+  const auto token = surroundings_.issueToken();
   GVariantBuilder results;
   g_variant_builder_init(&results, G_VARIANT_TYPE_VARDICT);
   g_variant_builder_add(&results, "{sv}", "settings", dictionaryOf(choice.settings));
   g_variant_builder_add(&results, "{sv}", "page-setup", dictionaryOf(choice.pageSetup));
-  g_variant_builder_add(&results, "{sv}", "token", g_variant_new_uint32(surroundings_.issueToken()));
+  g_variant_builder_add(&results, "{sv}", "token", g_variant_new_uint32(token));
   chosenAt_ = std::chrono::steady_clock::now();
   timeKept_ = std::make_unique<Timer>(kLongestWait, [this] { end(Response::failed); });
   request_->answer(Response::done, g_variant_builder_end(&results));
@@ -48,7 +58,7 @@ void Session::print(std::unique_ptr<Request> request, const DialogRequest& asked
   request_ = std::move(request);
   copy_ = std::make_unique<DocumentCopy>(
       std::move(document), [this, asked](FileDescriptor copy, const std::optional<Failure>& failure) {
-        onCopied(asked, std::move(copy), failure);
+        guarded([&] { onCopied(asked, std::move(copy), failure); });
       });
 }
 

@@ -43,9 +43,12 @@ class Session {
   void leave();
 
  private:
+  // Runs it. What it raises is reported and ends the session: else the program would wait for ever.
+  void guarded(const std::function<void()>& act);
   // Makes the dialog; the failure where that is not possible.
   std::optional<Failure> open(const DialogRequest& asked, FileDescriptor document);
-  void onChosen();
+  // Gives the program what the user has chosen.
+  void answerChoice();
   void onDialogEnd(DialogEnd end);
   void onCopied(const DialogRequest& asked, FileDescriptor document, const std::optional<Failure>& failure);
   void fail(const DialogRequest& asked, const Failure& failure);

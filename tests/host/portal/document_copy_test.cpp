@@ -18,6 +18,23 @@ namespace {
 
 using testing::HasSubstr;
 
+// Files end at 300,000 bytes, as long as it is there.
+class FileLimit {
+ public:
+  FileLimit() {
+    std::signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit small{300'000, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  FileLimit(const FileLimit&) = delete;
+  FileLimit& operator=(const FileLimit&) = delete;
+  ~FileLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
+
+ private:
+  rlimit before_{};
+};
+
 class CopiedDocument : public testing::Test {
  protected:
   struct Result {
@@ -117,16 +134,22 @@ TEST_F(CopiedDocument, CannotBeADescriptorThatIsNotOpenOrNotToBeRead) {
 }
 
 TEST_F(CopiedDocument, IsRefusedWhereItDoesNotFit) {
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
   const int file = open(write(std::string(600'000, 'x')).c_str(), O_RDONLY);
-  const rlimit small{300'000, before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
+  const FileLimit limit;
   const auto result = copyOf(file);
-  setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_FALSE(result.isCopied);
   EXPECT_THAT(result.failure, HasSubstr("cannot be kept until it is printed"));
+}
+
+// With a limit at which writing would fail for another reason.
+TEST_F(CopiedDocument, IsRefusedBeforeItFillsTheDiskInVain) {
+  const auto path = write("");
+  const auto space = std::filesystem::space(g_get_tmp_dir());
+  ASSERT_EQ(truncate(path.c_str(), static_cast<off_t>(space.available)), 0);
+  const FileLimit limit;
+  const auto result = copyOf(open(path.c_str(), O_RDONLY));
+  EXPECT_FALSE(result.isCopied);
+  EXPECT_THAT(result.failure, HasSubstr("No space left on device"));
 }
 
 // Whether the writing end of the pipe has lost its reader.
