@@ -205,9 +205,27 @@ class PortalSession:
         (services / f"{BACKEND_NAME}.service").write_text(f"[D-BUS Service]\nName={BACKEND_NAME}\nExec={script}\n")
         bus().ReloadConfig()
 
+    def kill_portal(self):
+        """The portal is gone at once; the bus starts another one when a program asks for it."""
+        self._portal.kill()
+        self._portal.wait()
+        until(lambda: process_of(PORTAL_NAME) != self._portal.pid, "the portal's end")
+
+    @contextlib.contextmanager
+    def frozen_portal(self):
+        """The portal neither works nor answers, until the end of `with`."""
+        os.kill(process_of(PORTAL_NAME), signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            os.kill(process_of(PORTAL_NAME), signal.SIGCONT)
+
     def __exit__(self, *_):
         self._portal.terminate()
         self._portal.wait()
+        # The bus may have started another one.
+        if pid := process_of(PORTAL_NAME):
+            os.kill(pid, signal.SIGTERM)
         until(lambda: not bus().NameHasOwner(PORTAL_NAME), "the portal's end")
         if pid := process_of(BACKEND_NAME):
             with contextlib.suppress(ProcessLookupError):

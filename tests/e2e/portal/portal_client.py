@@ -1,5 +1,6 @@
 """A program that asks the print backend for a dialog, without a portal between: it can send what no portal sends."""
 
+import contextlib
 import itertools
 import os
 import subprocess
@@ -26,6 +27,16 @@ _numbers = itertools.count(1)
 def texts(**entries):
     """Settings as programs hand them over."""
     return {key.replace("_", "-"): GLib.Variant("s", value) for key, value in entries.items()}
+
+
+@contextlib.contextmanager
+def own_bus():
+    """The address of a session bus, and its process; it is gone at the end of `with`."""
+    with subprocess.Popen(("dbus-daemon", "--session", "--nofork", "--print-address"), stdout=subprocess.PIPE, text=True) as daemon:
+        try:
+            yield daemon.stdout.readline().strip(), daemon
+        finally:
+            daemon.kill()
 
 
 class Call:
@@ -58,11 +69,11 @@ class Call:
 
 
 class Client:
-    """A program on the bus."""
+    """A program on the session bus, or on the one at this address."""
 
-    def __init__(self, application=""):
+    def __init__(self, application="", address=None):
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-        self.bus = Gio.DBusConnection.new_for_address_sync(os.environ["DBUS_SESSION_BUS_ADDRESS"], flags, None, None)
+        self.bus = Gio.DBusConnection.new_for_address_sync(address or os.environ["DBUS_SESSION_BUS_ADDRESS"], flags, None, None)
         self.application = application
 
     def ask(self, place, path, interface, method, values=None):
@@ -129,12 +140,16 @@ class PortalCase(DialogCase):
 
     def start(self, *words, **variables):
         """Starts the backend, as the bus does; with these words on its command line."""
+        self.start_by(SERVICE, *words, **variables)
+
+    def start_by(self, *command, **variables):
+        """Starts it by this command, which becomes the backend."""
         environment = self.environment(**of_this_test(SCREEN)) | variables
         quiet = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL}
         # Not by a pipe, which would hold the backend up once it is full.
         self.said = self.temporary_folder() / "said"
         with open(self.said, "wb") as said:
-            self.process = subprocess.Popen([SERVICE, *words], env=environment, stderr=said, **quiet)
+            self.process = subprocess.Popen(command, env=environment, stderr=said, **quiet)
         patience.until(self.has_name, "the backend's name on the bus")
 
     def has_name(self):

@@ -129,6 +129,39 @@ class Applications:
         until(lambda: process_of(BACKEND_NAME) != dialog.pid, "the end of the backend")
         self.prints(self.dialog_of(editor))
 
+    def test_a_portal_that_dies_takes_the_dialog_with_it_and_the_editor_prints_by_the_next_one(self):
+        editor, dialog = self.shown()
+        self.session.kill_portal()
+        dialog.goes()
+        editor.type("x")
+        editor.save()
+        until(lambda: "x" in editor.document.read_text(), "what was typed, in the file")
+        self.assert_nothing_was_sent()
+        # The bus starts another one.
+        self.prints(self.dialog_of(editor))
+
+    def test_a_portal_that_dies_behind_the_document_keeps_nothing_from_being_printed(self):
+        editor, dialog = self.shown()
+        self.cups.freeze()
+        self.addCleanup(self.cups.thaw)
+        dialog.press("Print")
+        # It comes back to show what takes long.
+        until(lambda: dialog.look("progress bar", ""), "the progress")
+        self.session.kill_portal()
+        self.cups.thaw()
+        self.next_record()
+        dialog.goes()
+        self.prints(self.dialog_of(editor))
+
+    def test_a_portal_that_freezes_delays_the_print_and_loses_nothing(self):
+        _, dialog = self.shown()
+        dialog.change_panel()
+        with self.session.frozen_portal():
+            dialog.press("Print")
+            dialog.goes()
+            self.assert_nothing_was_sent()
+        self.assertEqual(of_panel(self.next_record().options), CHANGED)
+
 
 class GTK4Test(Applications, PortalCase):
     toolkit = "GTK 4"

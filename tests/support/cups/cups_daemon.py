@@ -139,24 +139,28 @@ class CupsDaemon:
     def _start(self):
         for _ in range(ATTEMPTS):
             self.address = (HOST, free_port())
-            (self.folder / "cupsd.conf").write_text(SERVER_SETTINGS.format(host=HOST, port=self.address[1]))
-            command = [self.folder / "cupsd", "-f", "-c", self.folder / "cupsd.conf"]
-            command += ["-s", self.folder / "cups-files.conf"]
-            # The server ends with its starter, however that ends.
-            with open(self.folder / "output", "ab") as output:
-                self._server = subprocess.Popen(
-                    ["env", "--ignore-signal=XFSZ", "setpriv", "--pdeathsig", "TERM", *command],
-                    stdin=subprocess.DEVNULL,
-                    stdout=output,
-                    stderr=output,
-                    start_new_session=True,
-                    env={"PATH": PATH, "LANG": "C.UTF-8"},
-                )
-            if until(lambda: self._server.poll() is not None or self._answers(), "the start of cupsd"):
-                if self._server.poll() is None:
-                    return
+            if self._runs():
+                return
         # Another program took each port in the meantime, or the settings are wrong.
         raise RuntimeError(f"cupsd does not start:\n{(self.folder / 'output').read_text()}{self.log()}")
+
+    def _runs(self):
+        """Starts the server at its address; false where it ends at once."""
+        (self.folder / "cupsd.conf").write_text(SERVER_SETTINGS.format(host=HOST, port=self.address[1]))
+        command = [self.folder / "cupsd", "-f", "-c", self.folder / "cupsd.conf"]
+        command += ["-s", self.folder / "cups-files.conf"]
+        # The server ends with its starter, however that ends.
+        with open(self.folder / "output", "ab") as output:
+            self._server = subprocess.Popen(
+                ["env", "--ignore-signal=XFSZ", "setpriv", "--pdeathsig", "TERM", *command],
+                stdin=subprocess.DEVNULL,
+                stdout=output,
+                stderr=output,
+                start_new_session=True,
+                env={"PATH": PATH, "LANG": "C.UTF-8"},
+            )
+        until(lambda: self._server.poll() is not None or self._answers(), "the start of cupsd")
+        return self._server.poll() is None
 
     def _answers(self):
         try:
@@ -192,6 +196,11 @@ class CupsDaemon:
         """The server is gone at once, and so is its port."""
         self._server.kill()
         self._server.wait()
+
+    def revive(self):
+        """Starts a server that was killed at its address again, with what it has written to its files by then."""
+        if not self._runs():
+            raise RuntimeError(f"cupsd does not start again:\n{self.log()}")
 
     def stop(self):
         """Ends the server and removes all its files."""

@@ -1,0 +1,157 @@
+"""Whoever dies or freezes in the middle of a print, at whatever moment: nothing hangs, nothing stays behind, and the next print works."""
+
+import contextlib
+import os
+import select
+import subprocess
+import unittest
+
+import patience
+from dialog_case import until
+from gi.repository import GLib
+from portal_client import CANCELLED, DONE, FAILED, Client, PortalCase, Shown, own_bus
+from relay import NEW_JOB, Holdup
+from screen_reader import bus_address
+from terminal_case import SAMPLE, digest
+
+# The requests to the print server, by what is only in them: before the user can choose and after that.
+TO_CHOOSE = {"list of printers": b"queued-job-count", "details": b"GET /printers/Morva.ppd"}
+TO_PRINT = {"new job": NEW_JOB, "document": b"%PDF-", "confirmation": b"job-k-octets"}
+# Those by which the server has the whole document.
+WHOLE = ("confirmation",)
+SECONDS = "3600"  # for which the service waits for the server: longer than a test
+
+
+def at_each(*moments):
+    """A test for each of these moments."""
+
+    def note(test):
+        test.moments = moments
+        return test
+
+    return note
+
+
+def spread(case):
+    """Makes the tests that at_each() has noted."""
+
+    def at(test, moment):
+        return lambda self: test(self, moment)
+
+    for name, test in list(vars(case).items()):
+        for moment in getattr(test, "moments", ()):
+            setattr(case, f"{name}_at_the_{moment.replace(' ', '_')}", at(test, moment))
+        if hasattr(test, "moments"):
+            delattr(case, name)
+    return case
+
+
+@spread
+class DeathsTest(PortalCase):
+    def setUp(self):
+        super().setUp()
+        self.temporary = self.temporary_folder()
+        self.addCleanup(lambda: self.assertEqual(list(self.temporary.iterdir()), []))
+
+    def start_over(self, relay, **variables):
+        """Starts the backend, with a folder for its temporary files, on a way to the server."""
+        self.start(CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=SECONDS, TMPDIR=str(self.temporary), **variables)
+
+    @contextlib.contextmanager
+    def held(self, moment, **variables):
+        """The backend with a print that goes on no further than this moment, and its call"""
+        words = (TO_CHOOSE | TO_PRINT)[moment]
+        with Holdup(self.cups.address, words) as relay:
+            self.start_over(relay, **variables)
+            if moment in TO_CHOOSE:
+                call = self.client.prepare()
+                self.assertTrue(relay.held.wait(patience.PATIENCE), moment)
+                Shown(self.process, "Print")
+            else:
+                _, _, token = self.chosen()
+                call = self.client.print(token=token)
+                self.assertTrue(relay.held.wait(patience.PATIENCE), moment)
+            yield relay, call
+
+    def assert_it_prints(self):
+        """One more print, without anything in its way."""
+        before = len(self.cups.records())
+        _, _, token = self.chosen()
+        self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
+        # A job that has got no document waits for it for long.
+        until(lambda: len(self.cups.records()) > before, "the record of the job")
+        records = self.cups.records()[before:]
+        self.assertEqual([record.sha256 for record in records], [digest(SAMPLE)])
+
+    @at_each(*TO_CHOOSE, *TO_PRINT)
+    def test_a_program_is_answered_at_once_however_silent_the_server_is(self, moment):
+        with self.held(moment) as (relay, call):
+            call.close()
+            self.assertEqual(call.answer(), (FAILED, {}))
+            relay.release()
+            if moment in TO_PRINT:
+                # The user has told the dialog to print it.
+                until(self.cups.records, "the job")
+                self.assertEqual(self.job().sha256, digest(SAMPLE))
+            self.assert_it_prints()
+
+    @at_each(*TO_CHOOSE)
+    def test_a_user_cancels_however_silent_the_server_is(self, moment):
+        with self.held(moment) as (relay, call):
+            dialog = Shown(self.process, "Print")
+            dialog.press("Cancel")
+            self.assertEqual(call.answer(), (CANCELLED, {}))
+            relay.release()
+            self.assert_it_prints()
+
+    @at_each(*TO_CHOOSE, *TO_PRINT)
+    def test_a_backend_that_is_killed_leaves_no_file_and_no_half_job(self, moment):
+        with self.held(moment) as (relay, call):
+            self.process.kill()
+            self.process.wait()
+            self.assertIsInstance(call.answer(), GLib.Error)
+            self.assertEqual(list(self.temporary.iterdir()), [])
+            relay.release()
+        if moment in WHOLE:
+            self.assertEqual(self.job().sha256, digest(SAMPLE))
+        self.assertEqual(len(self.cups.records()), 1 if moment in WHOLE else 0)
+        self.start()
+        self.assert_it_prints()
+
+    @at_each(*TO_CHOOSE, "token", "copy", *TO_PRINT)
+    def test_without_the_bus_it_ends_once_what_users_told_it_to_print_is_printed(self, moment):
+        address, bus = self.enterContext(own_bus())
+        self.client = Client(address=address)
+        places = {"DBUS_SESSION_BUS_ADDRESS": address, "AT_SPI_BUS_ADDRESS": bus_address()}
+        with contextlib.ExitStack() as ends:
+            relay = None
+            if moment in TO_CHOOSE | TO_PRINT:
+                relay, _ = ends.enter_context(self.held(moment, **places))
+            else:
+                self.start(TMPDIR=str(self.temporary), **places)
+                _, _, token = self.chosen()
+                if moment == "copy":
+                    self.print_half(token)
+            bus.kill()
+            if moment in TO_PRINT:
+                with self.assertRaises(subprocess.TimeoutExpired):
+                    self.process.wait(1)
+                relay.release()
+            self.assertEqual(self.process.wait(patience.PATIENCE), 1)
+        self.assertEqual(len(self.cups.records()), 1 if moment in TO_PRINT else 0)
+        self.client = Client()
+        self.start()
+        self.assert_it_prints()
+
+    def print_half(self, token):
+        """Prints from a pipe that does not end."""
+        reading, writing = os.pipe()
+        self.addCleanup(os.close, reading)
+        self.addCleanup(os.close, writing)
+        self.client.print(reading, token)
+        os.write(writing, b"%PDF-1.4\n")
+        until(lambda: not select.select([reading], [], [], 0)[0], "the beginning of the document to be read")
+
+
+if __name__ == "__main__":
+    unittest.main()

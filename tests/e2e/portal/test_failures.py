@@ -1,0 +1,115 @@
+"""What becomes of a document that is not printed: programs do not show it, so that the dialog does, with all that was set, and keeps the document."""
+
+import pathlib
+import unittest
+
+from dialog_case import until
+from portal_client import DONE, FAILED, PortalCase, Shown
+from private_cups import PrivateCups
+from relay import Altered
+from terminal_case import CHANGED, MARGINS, PPD, SAMPLE, digest, of_panel
+
+FILE = "Print to File"
+
+
+def refuse(cups):
+    cups.add_queue("Morva", PPD, accepting=False)
+
+
+def add(cups):
+    cups.add_queue("Morva", PPD)
+
+
+def remove(cups):
+    cups.remove("Morva")
+
+
+def revive(cups):
+    cups.revive()
+    add(cups)
+
+
+# What happens to the printer or its server while the program makes its pages; what the dialog says; what mends it.
+FAILURES = {
+    "a refusal": (refuse, "does not accept jobs", add),
+    "a printer that is gone": (remove, "does not have this printer", add),
+    "a server that is gone": (PrivateCups.kill, "no print server answers", revive),
+}
+
+
+class FailuresTest(PortalCase):
+    def failing(self, spoil, words):
+        """The dialog that tells of a failure in these words, with the panel set to CHANGED, and the call that waits."""
+        call = self.client.prepare()
+        dialog = self.shown()
+        dialog.change_panel()
+        dialog.press("Print")
+        _, _, token = self.results_of(call)
+        until(dialog.is_gone, "the dialog to go")
+        spoil(self.cups)
+        call = self.client.print(token=token)
+        dialog = Shown(self.process, "Print")
+        dialog.says(words)
+        self.assertFalse(call.is_answered())
+        dialog.press("Close")
+        until(lambda: len(dialog.program.windows()) == 1, "the message to go")
+        return dialog, call
+
+    def test_what_failed_can_be_printed_again_as_it_was_set(self):
+        for name, (spoil, words, mend) in FAILURES.items():
+            with self.subTest(name):
+                self.start()
+                dialog, call = self.failing(spoil, words)
+                mend(self.cups)
+                dialog.wait_for_tab("Tandem Trim")
+                for side, keyword in MARGINS.items():
+                    self.assertEqual(dialog.text(f"{side} Margin"), CHANGED[keyword])
+                dialog.press("Print")
+                self.assertEqual(call.answer(), (DONE, {}))
+                record = self.job()
+                self.assertEqual((of_panel(record.options), record.sha256), (CHANGED, digest(SAMPLE)))
+                self.end_backend()
+                self.forget()
+
+    def forget(self):
+        """Begins the next subtest as the first one began."""
+        self.cups.forget()
+        self.run_command("lpoptions", "-d", "Morva")
+
+    def test_what_failed_can_be_kept_as_a_file(self):
+        for name, (spoil, words, mend) in FAILURES.items():
+            with self.subTest(name):
+                self.start()
+                dialog, call = self.failing(spoil, words)
+                dialog.page("General")
+                dialog.select_printer(FILE)
+                until(lambda: not dialog.has_tab("Tandem Trim"), "the panel to go")
+                dialog.press("Print")
+                self.assertEqual(call.answer(), (DONE, {}))
+                (saved,) = pathlib.Path(self.cups.environment()["HOME"]).rglob("*.pdf")
+                self.assertEqual(digest(saved), digest(SAMPLE))
+                self.end_backend()
+                mend(self.cups)
+                self.assert_nothing_was_sent()
+                self.forget()
+
+    def test_an_option_that_the_server_lost_is_named_and_the_program_hears_of_a_failure(self):
+        name = b"\x0bMVTopMargin\x00"
+        with Altered(self.cups.address, name, name.replace(b"n\x00", b"m\x00")) as relay:
+            self.start(CUPS_SERVER=relay.address)
+            call = self.client.prepare()
+            dialog = self.shown()
+            dialog.change_panel()
+            dialog.press("Print")
+            _, _, token = self.results_of(call)
+            call = self.client.print(token=token)
+            dialog = Shown(self.process, "Print")
+            dialog.says("did not take all of its settings")
+            dialog.says("has lost these settings: MVTopMargin")
+            dialog.press("Close")
+            self.assertEqual(call.answer(), (FAILED, {}))
+            until(dialog.is_gone, "the dialog to go")
+
+
+if __name__ == "__main__":
+    unittest.main()
