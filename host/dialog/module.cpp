@@ -8,6 +8,7 @@
 #include <glibmm/main.h>
 #include <gtkmm/init.h>
 #include <gtkmm/messagedialog.h>
+#include <malloc.h>
 #include <unistd.h>
 
 #include "host/dialog/application_dialog.hpp"
@@ -32,6 +33,10 @@ void showFailure(const Failure& failure) {
 
 // Prepares this module's part of the toolkit.
 void start(const Report& report) {
+  // Else each thread that reads a printer's details has a heap of its own, which keeps what is freed later.
+  // While GTK started, the threads that read fonts and libraries needed theirs: on one heap they wait for
+  // each other.
+  mallopt(M_ARENA_MAX, 1);
   // Libraries must not be unloaded under work that still runs in the background.
   on_exit(
       [](int status, void* /*nothing*/) {

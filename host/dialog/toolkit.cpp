@@ -1,11 +1,8 @@
 #include <cstdlib>
 
 #include <gtk/gtkunixprint.h>
-#include <malloc.h>
 
 extern "C" __attribute__((visibility("default"))) bool tandemTrimStartToolkit(const char* server) noexcept {
-  // Else each thread that reads a printer's details has a heap of its own, which keeps what is freed later.
-  mallopt(M_ARENA_MAX, 1);
   // GTK asks libcups, which asks its environment.
   if (server != nullptr) setenv("CUPS_SERVER", server, 1);
   // Desktops find the program's icon by it.
