@@ -9,6 +9,22 @@
 #include "host/panel/job_settings.hpp"
 
 namespace tandemtrim::host {
+namespace {
+
+// The option as a setting, with the choices that the printer has for it.
+platform::PanelSetting settingOf(ppd_file_t& ppd, const Option& option) {
+  const auto* const known = ppdFindOption(&ppd, option.keyword.c_str());
+  platform::PanelSetting setting;
+  setting.keyword = option.keyword;
+  setting.title = known->text;
+  setting.kind = platform::PanelSetting::Kind::choice;
+  setting.value = option.value;
+  for (int i = 0; i < known->num_choices; ++i)
+    setting.choices.push_back({known->choices[i].choice, known->choices[i].text});
+  return setting;
+}
+
+}  // namespace
 
 ChosenPrinter::ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSettings> suggested,
                              const Report& report, const AskForLogin& ask, DialogWindow& window,
@@ -20,10 +36,11 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSet
       events_(std::move(events)),
       selection_(window.dialog(), [this](const std::string& printer) { onChoice(printer); }),
       tabs_(window.dialog()),
-      presets_(
-          window.dialog(), report,
-          {[this] { return panel_.shownOptions(); },
-           [this](const Preset& preset) { panel_.show(preset.panel); }, [this] { panel_.updatePresets(); }}),
+      presets_(window.dialog(), line.preset, report,
+               {[this] { return panel_.shownOptions(); }, [this] { return optionsOfPages(); },
+                [this](const Options& options) { panel_.show(options); },
+                [this](const Options& options) { return showOnPages(options); },
+                [this] { window_.giveUpPrint(); }, [this] { panel_.updatePresets(); }}),
       panel_(window.dialog(), line.plugin, report,
              {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp,
               [this] { return otherOptionsOrNone(); }, presets_.events(),
@@ -140,11 +157,18 @@ void ChosenPrinter::startFromKept() {
     tabs_.show(tabs.settings);
   }
   showPageSetup(window_.dialog(), *tabs.setup);
+  // GTK prefers what the user saved to the settings that were left.
+  const auto left = rowsShowing(tabs, presets_.options(asked));
+  if (!presets_.showPages(asked) && !left.empty())
+    static_cast<void>(tabs_.showOptions(left, current_.ppd.get()));
 }
 
 Options ChosenPrinter::ofPreset() {
   const auto family = panel_.family();
-  if (!family) return {};
+  if (!family) {
+    presets_.close();
+    return {};
+  }
   presets_.open(*family, rememberedFile({line_.server, current_.destination}).stem());
   const auto preset = presets_.begin();
   return preset ? preset->panel : Options{};
@@ -172,10 +196,12 @@ void ChosenPrinter::selectFirst(const Options& asked) {
 }
 
 void ChosenPrinter::onSelected() {
-  tabs_.rememberRows(asSpelled(current_.ppd.get(), line_.options));
+  const auto asked = asSpelled(current_.ppd.get(), line_.options);
+  tabs_.rememberRows(asked);
   tabs_.fitWidth();
   const auto selected = selection_.name();
   const bool isOther = !selected.empty() && selected != current_.name;
+  if (!isOther) presets_.showPages(asked);
   follow();
   if (!isOther) becomeReady();
 }
@@ -212,13 +238,32 @@ void ChosenPrinter::onPanelFailure(const Failure& failure) {
 }
 
 // Saved options and those of the command line count where neither the panel nor GTK's tabs show them.
-Options ChosenPrinter::otherOptions() {
+Options ChosenPrinter::optionsBesideTabs() {
   Options options;
-  for (const auto& some : {current_.saved, asSpelled(current_.ppd.get(), line_.options)}) {
+  const auto asked = asSpelled(current_.ppd.get(), line_.options);
+  for (const auto& some : {current_.saved, asked, presets_.options(asked)}) {
     for (const auto& option : some) setOption(options, option);
   }
+  return options;
+}
+
+Options ChosenPrinter::otherOptions() {
+  auto options = optionsBesideTabs();
   tabs_.addOptions(selection_.printer(), current_.ppd.get(), options);
   return withoutKeywords(std::move(options), panel_.keywords());
+}
+
+Options ChosenPrinter::optionsOfPages() {
+  auto options = optionsBesideTabs();
+  tabs_.addAllOptions(current_.ppd.get(), options);
+  return withoutThoseOfOneJob(withoutKeywords(std::move(options), panel_.keywords()));
+}
+
+std::vector<IllegalValue> ChosenPrinter::showOnPages(const Options& options) {
+  std::vector<IllegalValue> illegal;
+  for (const auto& option : tabs_.showOptions(options, current_.ppd.get()))
+    illegal.push_back({settingOf(*current_.ppd, option), {}});
+  return illegal;
 }
 
 // What is wrong in the tabs is told when the job is to be printed.

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/dialog/dialog_window.hpp"
 #include "host/dialog/gtk/own_tabs.hpp"
@@ -70,6 +71,12 @@ class ChosenPrinter : public sigc::trackable {
   void openPanel();
   void onPanelFailure(const Failure& failure);
   void hideRows();
+  // The options that are saved, asked for and chosen with a preset.
+  [[nodiscard]] Options optionsBesideTabs();
+  // All that the other pages show, but what is of the one document. Failure when it is incomplete.
+  [[nodiscard]] Options optionsOfPages();
+  // Gives those that the printer does not allow, which are not shown.
+  std::vector<IllegalValue> showOnPages(const Options& options);
   // What the job asks for beside the panel's options. Failure when the tabs' settings are incomplete.
   [[nodiscard]] Options otherOptions();
   [[nodiscard]] Options otherOptionsOrNone();

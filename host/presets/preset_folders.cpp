@@ -222,13 +222,14 @@ void deletePreset(const std::string& family, const std::string& name, const Repo
   replaceForPrinters(family, name, std::nullopt);
 }
 
-void renamePreset(const std::string& family, const std::string& name, const std::string& newName,
+void renamePreset(const std::string& family, const std::string& name, const std::string& newName, Taken taken,
                   const Report& report) {
   requireOwn(family, name, report);
   refuseWrongPresetName(newName);
   const auto from = presetFile(family, name);
   const auto to = presetFile(family, newName);
-  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+  const unsigned how = taken == Taken::refuses ? RENAME_NOREPLACE : 0;
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), how) == 0)
     return replaceForPrinters(family, name, newName);
   if (errno != EEXIST) throw unwritableFile(to);
   throw Failure("there is a preset " + shortText(newName) + " already; choose another name");

@@ -46,9 +46,12 @@ void setPresetOfPrinter(const std::string& family, const std::string& printersKe
 /// for the administrator's.
 void deletePreset(const std::string& family, const std::string& name, const Report& report);
 
+/// What happens to the user's own preset that has the other name already.
+enum class Taken { refuses, isReplaced };
+
 /// Gives the user's preset another name, for the printers that begin with it, too. Failure as for
-/// deletePreset(), and where the other name is taken.
-void renamePreset(const std::string& family, const std::string& name, const std::string& newName,
+/// deletePreset(), and where the other name is taken and refuses.
+void renamePreset(const std::string& family, const std::string& name, const std::string& newName, Taken taken,
                   const Report& report);
 
 /// Failure for a name that no preset can have: an empty one, one with control characters or what is not

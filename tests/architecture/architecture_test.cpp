@@ -62,7 +62,7 @@ const Arrows kAllowed{
     {"host/dialog/panel",
      {"adapters/linux", "host", "host/cups/connection", "host/dialog/texts", "host/panel"}},
     {"host/dialog/presets",
-     {"host", "host/dialog/asking", "host/dialog/panel", "host/dialog/texts", "host/presets"}},
+     {"host", "host/dialog/asking", "host/dialog/panel", "host/dialog/texts", "host/panel", "host/presets"}},
     {"host/dialog",
      {"host", "host/cups", "host/cups/connection", "host/dialog/asking", "host/dialog/file",
       "host/dialog/gtk", "host/dialog/notification", "host/dialog/panel", "host/dialog/presets",

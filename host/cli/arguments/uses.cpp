@@ -45,7 +45,7 @@ constexpr std::array kRows{
     Row{"--without-panel", isGiven<&CommandLine::withoutPanel>, kInput},
     Row{"--ppd", isGiven<&CommandLine::ppd>, kPresets | kInput},
     Row{"--wait", isGiven<&CommandLine::wait>, kInput},
-    Row{"--preset", isGiven<&CommandLine::preset>, kInput},
+    Row{"--preset", isGiven<&CommandLine::preset>, kDialog | kInput},
     Row{"--save-preset", isGiven<&CommandLine::savePreset>, 0},
     Row{"--delete-preset", isGiven<&CommandLine::deletePreset>, kPresets},
     Row{"--list-presets", isGiven<&CommandLine::listPresets>, kPresets},

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <glibmm/main.h>
+#include <gtkmm/checkbutton.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/label.h>
@@ -31,7 +32,7 @@ bool isName(const std::string& text) {
 
 }  // namespace
 
-void NameWindow::ask(const std::string& name, std::function<void(const std::string&)> then) {
+void NameWindow::ask(const Answer& begin, bool asksForPages, std::function<void(const Answer&)> then) {
   window_ = std::make_unique<Gtk::Dialog>(localized(kPresetText), parent_, true);
   auto& grid = *Gtk::make_managed<Gtk::Grid>();
   grid.set_margin(kGapOfRows);
@@ -44,9 +45,13 @@ void NameWindow::ask(const std::string& name, std::function<void(const std::stri
                                  label.gobj(), nullptr, -1);
   entry.set_activates_default();
   entry.set_hexpand();
-  entry.set_text(name);
+  entry.set_text(begin.name);
   grid.attach(label, 0, 0);
   grid.attach(entry, 1, 0);
+  auto& pages = *Gtk::make_managed<Gtk::CheckButton>(localized(kPresetWithPagesText), true);
+  pages.set_active(begin.withPages);
+  pages.set_visible(asksForPages);
+  grid.attach(pages, 0, 1, 2);
   window_->get_content_area()->append(grid);
   window_->add_button(localized(kCancelText), Gtk::ResponseType::CANCEL);
   window_->add_button(localized(kContinueText), Gtk::ResponseType::OK);
@@ -57,10 +62,10 @@ void NameWindow::ask(const std::string& name, std::function<void(const std::stri
   };
   entry.signal_changed().connect(judge);
   judge();
-  window_->signal_response().connect([this, &entry, then = std::move(then)](int response) {
+  window_->signal_response().connect([this, &entry, &pages, then = std::move(then)](int response) {
     window_->set_visible(false);
     if (response != Gtk::ResponseType::OK) return;
-    const auto given = withoutBlanksAround(entry.get_text());
+    const Answer given{withoutBlanksAround(entry.get_text()), pages.get_active()};
     // It may ask again, so it runs when the toolkit is done with this window.
     Glib::signal_idle().connect_once([alive = std::weak_ptr<void>(alive_), then, given] {
       if (!alive.expired()) then(given);

@@ -13,9 +13,16 @@ class NameWindow {
  public:
   explicit NameWindow(Gtk::Window& parent) : parent_(parent) {}
 
-  /// Asks, beginning with this name. `then` gets the name that the user gives, which a preset can have; it
+  struct Answer {
+    /// One that a preset can have.
+    std::string name;
+    /// Whether the preset is to have the settings of the dialog's other pages, too.
+    bool withPages = false;
+  };
+
+  /// Asks, beginning with this answer, for the name, and for the other pages where `asksForPages`. `then`
   /// does not run where the user cancels.
-  void ask(const std::string& name, std::function<void(const std::string&)> then);
+  void ask(const Answer& begin, bool asksForPages, std::function<void(const Answer&)> then);
 
  private:
   Gtk::Window& parent_;

@@ -101,6 +101,20 @@ void hideOptionRows(GtkWidget* dialog, ppd_file_t& ppd, const std::vector<std::s
   }
 }
 
+GtkWidget* optionRow(GtkWidget* dialog, ppd_file_t* ppd, const std::string& keyword) {
+  const auto* const option = ppd == nullptr ? nullptr : ppdFindOption(ppd, keyword.c_str());
+  if (option == nullptr) return nullptr;
+  // GTK has words of its own for some keywords.
+  const std::vector<std::string> texts{option->text, g_dgettext("gtk40", option->keyword)};
+  GtkWidget* found = nullptr;
+  forEachWithin(dialog, [&](GtkWidget* widget) {
+    if (!GTK_IS_LABEL(widget)) return;
+    auto* const row = rowTitledBy(GTK_LABEL(widget));
+    if (row != nullptr && isTitleOf(GTK_LABEL(widget), texts)) found = row;
+  });
+  return found;
+}
+
 void shortenMenuValues(GtkWidget* dialog) {
   forEachWithin(dialog, [](GtkWidget* widget) {
     if (!isMenuValue(widget)) return;

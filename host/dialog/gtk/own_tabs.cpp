@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "host/dialog/gtk/option_rows.hpp"
+#include "host/dialog/gtk/page_setup_menus.hpp"
+#include "host/dialog/gtk/row_values.hpp"
 #include "host/dialog/gtk/shown_settings.hpp"
 #include "host/dialog/settings/paper.hpp"
 
@@ -16,12 +18,16 @@ constexpr int kWidest = 760;
 
 TabSettings OwnTabs::settings() { return {shownSettings(dialog_), dialog_.get_page_setup()->copy()}; }
 
+GtkEditable* OwnTabs::pagesEntry() {
+  return GTK_EDITABLE(gtk_widget_get_template_child(GTK_WIDGET(dialog_.gobj()), GTK_TYPE_PRINT_UNIX_DIALOG,
+                                                    "page_range_entry"));
+}
+
 void OwnTabs::refuseWrongPages() {
-  auto* const entry = gtk_widget_get_template_child(GTK_WIDGET(dialog_.gobj()), GTK_TYPE_PRINT_UNIX_DIALOG,
-                                                    "page_range_entry");
+  auto* const entry = pagesEntry();
   const auto settings = shownSettings(dialog_);
-  if (!GTK_IS_EDITABLE(entry) || settings->get_print_pages() != Gtk::PrintPages::RANGES) return;
-  host::refuseWrongPages(gtk_editable_get_text(GTK_EDITABLE(entry)));
+  if (entry == nullptr || settings->get_print_pages() != Gtk::PrintPages::RANGES) return;
+  host::refuseWrongPages(gtk_editable_get_text(entry));
   refuseNoPages(*settings);
 }
 
@@ -32,6 +38,30 @@ void OwnTabs::addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options)
   if (const auto setup = Glib::wrap(gtk_printer_get_default_page_size(printer)); setup && !paper)
     paper = setup->get_paper_size();
   addTabOptions(settings(), ppd, paper ? paper->gobj() : nullptr, untouched_, options);
+}
+
+void OwnTabs::addAllOptions(ppd_file_t* ppd, Options& options) {
+  addTabOptions(settings(), ppd, nullptr, untouched_, options);
+}
+
+Options OwnTabs::showOptions(const Options& options, ppd_file_t* ppd) {
+  auto wanted = settings();
+  applyOptions(options, ppd, wanted);
+  // GTK would write anew what was typed for the pages, wrong or not.
+  auto* const pages = pagesEntry();
+  const std::string typed = gtk_editable_get_text(pages);
+  dialog_.set_settings(wanted.settings);
+  if (typed != gtk_editable_get_text(pages)) gtk_editable_set_text(pages, typed.c_str());
+  showPageSetup(dialog_, *wanted.setup);
+  Options others;
+  Options unshown;
+  for (const auto& option : options) {
+    const auto shows = showInRow(GTK_WIDGET(dialog_.gobj()), ppd, option);
+    if (shows == RowShows::anotherValue) others.push_back(option);
+    if (shows == RowShows::noRow) unshown.push_back(option);
+  }
+  for (const auto& row : rowsShowing(settings(), unshown)) setOption(untouched_, row);
+  return others;
 }
 
 TabSettings OwnTabs::leftAt(const std::string& printer) const {

@@ -24,6 +24,11 @@ class OwnTabs {
   void addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options);
   /// Failure for pages that are none.
   void refuseWrongPages();
+  /// Overwrites `options` with all that the tabs show, the paper among it.
+  void addAllOptions(ppd_file_t* ppd, Options& options);
+  /// Shows what a job with these options does, as if the user had chosen it. Gives those that the tabs show
+  /// with another value, since the printer has no such choice.
+  Options showOptions(const Options& options, ppd_file_t* ppd);
   /// Remembers the rows that show these options, before the user changes any.
   void rememberRows(const Options& options) { untouched_ = rowsShowing(settings(), options); }
   void forgetRows() { untouched_.clear(); }
@@ -41,6 +46,9 @@ class OwnTabs {
   void fitWidth();
 
  private:
+  // GTK's, for the pages to print.
+  GtkEditable* pagesEntry();
+
   Gtk::PrintUnixDialog& dialog_;
   Options untouched_;
   std::map<std::string, TabSettings> left_;

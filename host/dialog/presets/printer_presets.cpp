@@ -24,96 +24,184 @@ bool holds(const Options& options, const Options& asked) {
   });
 }
 
+// Whether the options have this one with another value.
+bool overrides(const Options& options, const Option& option) {
+  return std::ranges::any_of(options, [&](const Option& other) {
+    return isSameKeyword(other.keyword, option.keyword) && other.value != option.value;
+  });
+}
+
 }  // namespace
 
-PrinterPresets::PrinterPresets(Gtk::Window& parent, Report report, Settings settings)
-    : report_(std::move(report)), settings_(std::move(settings)), name_(parent), questions_(parent) {}
+PrinterPresets::PrinterPresets(Gtk::Window& parent, std::optional<std::string> wanted, Report report,
+                               Settings settings)
+    : report_(std::move(report)),
+      settings_(std::move(settings)),
+      name_(parent),
+      questions_(parent),
+      wanted_(std::move(wanted)) {}
 
 void PrinterPresets::open(const std::string& family, const std::string& printersKey) {
   family_ = family;
   printersKey_ = printersKey;
 }
 
+void PrinterPresets::close() {
+  open({}, {});
+  if (wanted_) static_cast<void>(begin());
+}
+
 std::optional<Preset> PrinterPresets::begin() {
   if (std::exchange(begun_[printersKey_], true)) return std::nullopt;
-  const auto name = presetOfPrinter(family_, printersKey_);
+  const auto wanted = std::exchange(wanted_, std::nullopt);
+  const auto name = wanted ? wanted : presetOfPrinter(family_, printersKey_);
   if (!name) return std::nullopt;
   try {
-    return chosen_[printersKey_] = findPreset(family_, *name, report_);
+    chosen_.insert_or_assign(printersKey_, Chosen{family_, findPreset(family_, *name, report_)});
+    return preset();
   } catch (const Failure& failure) {
-    chosen_.erase(printersKey_);
     report_(failure.what());
+    if (!wanted) return std::nullopt;
+    settings_.holdPrint();
+    questions_.showMessage(filled(localized(kNoSuchPresetText), {{"[name]", *name}}));
     return std::nullopt;
   }
 }
 
+Options PrinterPresets::options(const Options& asked) const {
+  const auto known = chosen_.find(printersKey_);
+  if (known == chosen_.end()) return {};
+  const auto& chosen = known->second;
+  auto options = withoutKeywords(withoutThoseOfOneJob(chosen.preset.options), chosen.refused);
+  if (!chosen.isByHand)
+    std::erase_if(options, [&](const Option& option) { return overrides(asked, option); });
+  return options;
+}
+
+bool PrinterPresets::showPages(const Options& asked) {
+  if (!isChosen() || preset().options.empty() || chosen().pages) return false;
+  showOptions(options(asked));
+  return true;
+}
+
+void PrinterPresets::showOptions(const Options& options) {
+  const auto illegal = settings_.showOnPages(options);
+  for (const auto& value : illegal) chosen().refused.push_back(value.setting.keyword);
+  chosen().pages = shownOnPages();
+  if (illegal.empty()) return;
+  settings_.holdPrint();
+  questions_.ask({localized(kNotAllowedText), problemTexts(illegal, {})},
+                 {{localized(kCloseText), Gtk::ResponseType::CLOSE}}, Gtk::ResponseType::CLOSE, [](int) {});
+}
+
 PresetRow::Events PrinterPresets::events() {
-  return {[this](const auto& name) { tryTo([&] { choose(name); }); },
-          [this] { tryTo([&] {
-                     save({chosen().name, settings_.ofPanel(), chosen().options});
-                   }); },
-          [this] { tryTo([&] { settings_.show(chosen()); }); },
-          [this] { name_.ask(isChosen() ? chosen().name : "", [this](const auto& name) { saveAs(name); }); },
-          [this] { name_.ask(chosen().name, [this](const auto& name) { tryTo([&] { rename(name); }); }); },
-          [this] { remove(); },
-          [this](bool isPrinters) {
-            tryTo([&] {
-              setPresetOfPrinter(family_, printersKey_,
-                                 isPrinters ? std::optional(chosen().name) : std::nullopt);
-            });
-          },
-          [this] { return list(); }};
+  return {
+      [this](const auto& name) { tryTo([&] { choose(name); }); },
+      [this] { tryTo([&] { save(preset().name, !preset().options.empty()); }); },
+      [this] { tryTo([&] { show(); }); },
+      [this] {
+        const auto begin =
+            isChosen() ? NameWindow::Answer{preset().name, !preset().options.empty()} : NameWindow::Answer{};
+        name_.ask(begin, true, [this](const auto& answer) { saveAs(answer); });
+      },
+      [this] { name_.ask({preset().name}, false, [this](const auto& answer) { rename(answer.name); }); },
+      [this] { remove(); },
+      [this](bool isPrinters) {
+        tryTo([&] {
+          setPresetOfPrinter(family_, printersKey_, isPrinters ? std::optional(preset().name) : std::nullopt);
+        });
+      },
+      [this] { return list(); }};
 }
 
 PresetList PrinterPresets::list() const {
   PresetList list;
-  for (const auto& [preset, isOwn] : presetsOf(family_, report_)) {
-    list.names.push_back(preset.name);
-    if (isChosen() && chosen().name == preset.name) list.isOwn = isOwn;
+  for (const auto& [kept, isOwn] : presetsOf(family_, report_)) {
+    list.names.push_back(kept.name);
+    if (isChosen() && preset().name == kept.name) list.isOwn = isOwn;
   }
   if (!isChosen()) return list;
-  list.chosen = chosen().name;
+  list.chosen = preset().name;
   list.isChanged = isChanged();
-  list.isPrinters = presetOfPrinter(family_, printersKey_) == chosen().name;
+  list.isPrinters = presetOfPrinter(family_, printersKey_) == preset().name;
   return list;
 }
 
-bool PrinterPresets::isChanged() const { return !holds(settings_.ofPanel(), chosen().panel); }
+// The pages are compared with what they showed of it: they spell some options in their own way.
+bool PrinterPresets::isChanged() const {
+  const auto& chosen = chosen_.at(printersKey_);
+  if (!holds(settings_.ofPanel(), chosen.preset.panel) || !chosen.refused.empty()) return true;
+  if (chosen.preset.options.empty()) return false;
+  const auto pages = shownOnPages();
+  return !pages || !chosen.pages || pages->size() != chosen.pages->size() || !holds(*pages, *chosen.pages);
+}
+
+std::optional<Options> PrinterPresets::shownOnPages() const {
+  try {
+    return settings_.ofPages();
+  } catch (const Failure&) {
+    return std::nullopt;
+  }
+}
 
 void PrinterPresets::choose(const std::string& name) {
-  const auto& preset = chosen_[printersKey_] = findPreset(family_, name, report_);
-  settings_.show(preset);
+  chosen_.insert_or_assign(printersKey_, Chosen{family_, findPreset(family_, name, report_), true});
+  show();
 }
 
-void PrinterPresets::save(const Preset& preset) {
-  savePreset(family_, preset);
-  chosen_[printersKey_] = preset;
+void PrinterPresets::show() {
+  settings_.showOnPanel(preset().panel);
+  chosen().isByHand = true;
+  chosen().refused.clear();
+  if (!preset().options.empty()) showOptions(options({}));
 }
 
-void PrinterPresets::saveAs(const std::string& name) {
-  const Preset preset{name, settings_.ofPanel(), isChosen() ? chosen().options : Options{}};
-  if (!isKept(presetsOf(family_, report_), name)) return tryTo([&] { save(preset); });
-  questions_.ask({filled(localized(kPresetTakenText), {{"[name]", name}})},
-                 {{localized(kCancelText), Gtk::ResponseType::CANCEL}, {localized(kReplaceText), kYes}},
-                 Gtk::ResponseType::CANCEL, [this, preset](int chosen) {
-                   if (chosen == kYes) tryTo([&] { save(preset); });
-                 });
+void PrinterPresets::save(const std::string& name, bool withPages) {
+  Chosen saved{family_, {name, settings_.ofPanel(), {}}, true};
+  if (withPages) saved.preset.options = settings_.ofPages();
+  savePreset(family_, saved.preset);
+  chosen_.insert_or_assign(printersKey_, saved);
+  chosen().pages = shownOnPages();
+}
+
+void PrinterPresets::saveAs(const NameWindow::Answer& answer) {
+  replaceIfTaken(answer.name, [this, answer](Taken) { save(answer.name, answer.withPages); });
 }
 
 void PrinterPresets::rename(const std::string& name) {
-  if (name == chosen().name) return;
-  renamePreset(family_, chosen().name, name, report_);
-  chosen_[printersKey_].name = name;
+  if (name == preset().name) return;
+  replaceIfTaken(name, [this, name](Taken taken) { renameTo(name, taken); });
+}
+
+// Asks before, where there is a preset of that name.
+void PrinterPresets::replaceIfTaken(const std::string& name, const std::function<void(Taken)>& act) {
+  if (!isKept(presetsOf(family_, report_), name)) return tryTo([&] { act(Taken::refuses); });
+  questions_.ask({filled(localized(kPresetTakenText), {{"[name]", name}})},
+                 {{localized(kCancelText), Gtk::ResponseType::CANCEL}, {localized(kReplaceText), kYes}},
+                 Gtk::ResponseType::CANCEL, [this, act](int answer) {
+                   if (answer == kYes) tryTo([&] { act(Taken::isReplaced); });
+                 });
+}
+
+// On each printer where it is chosen.
+void PrinterPresets::renameTo(const std::string& name, Taken taken) {
+  const auto before = preset().name;
+  renamePreset(family_, before, name, taken, report_);
+  for (auto& [printer, chosen] : chosen_) {
+    if (isChosenOf(chosen, before)) chosen.preset.name = name;
+  }
 }
 
 void PrinterPresets::remove() {
-  questions_.ask({filled(localized(kDeleteThisPresetText), {{"[name]", chosen().name}})},
+  questions_.ask({filled(localized(kDeleteThisPresetText), {{"[name]", preset().name}})},
                  {{localized(kCancelText), Gtk::ResponseType::CANCEL}, {localized(kDeleteText), kYes}},
                  Gtk::ResponseType::CANCEL, [this](int answer) {
                    if (answer != kYes) return;
                    tryTo([this] {
-                     deletePreset(family_, chosen().name, report_);
-                     chosen_.erase(printersKey_);
+                     const auto name = preset().name;
+                     deletePreset(family_, name, report_);
+                     std::erase_if(chosen_,
+                                   [&](const auto& entry) { return isChosenOf(entry.second, name); });
                    });
                  });
 }

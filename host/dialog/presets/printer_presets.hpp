@@ -4,47 +4,87 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/dialog/asking/name_window.hpp"
 #include "host/dialog/asking/questions.hpp"
 #include "host/dialog/panel/preset_row.hpp"
+#include "host/panel/panel_session.hpp"
 #include "host/presets/preset_folders.hpp"
 #include "host/report.hpp"
 
 namespace tandemtrim::host {
 
 /// The presets of the chosen printer's family: what the user chose of them, and what the row above the panel
-/// does with them. Of a preset the dialog shows the panel's settings; other options in it stay in it.
+/// does with them. A preset has the panel's settings and, if the user wants, those of the dialog's other
+/// pages.
 class PrinterPresets {
  public:
   struct Settings {
     /// The panel's settings as it shows them now.
     std::function<Options()> ofPanel;
-    /// Has the panel show the preset's settings for it; what the preset does not name stays.
-    std::function<void(const Preset&)> show;
+    /// Those of the other pages, but for what is of the one document. Failure where that cannot be said.
+    std::function<Options()> ofPages;
+    /// Has the panel show those of these that are its own; the others stay.
+    std::function<void(const Options&)> showOnPanel;
+    /// Has the other pages show these; gives those that the printer does not allow, which are not shown.
+    std::function<std::vector<IllegalValue>(const Options&)> showOnPages;
+    /// Gives up a press of Print that waits: the user is to see something before.
+    std::function<void()> holdPrint;
     /// Shows the row as it is now.
     std::function<void()> update;
   };
 
-  PrinterPresets(Gtk::Window& parent, Report report, Settings settings);
+  /// `wanted` is the preset that the first printer with presets begins with, whatever its own is.
+  PrinterPresets(Gtk::Window& parent, std::optional<std::string> wanted, Report report, Settings settings);
 
   /// Changes over to a printer of this family. `printersKey` is its own among all printers.
   void open(const std::string& family, const std::string& printersKey);
+  /// Changes over to a printer that has no presets.
+  void close();
   /// The preset that the user wants on this printer, unless the user has been there in this dialog.
   std::optional<Preset> begin();
+  /// Shows the other pages' settings of the preset that begin() gave, once they are there for this printer;
+  /// what is asked for otherwise stays. False where nothing is left to show.
+  bool showPages(const Options& asked);
+  /// What the chosen preset asks for on the other pages, shown or not. A preset that the printer begins with
+  /// leaves alone what is asked for otherwise.
+  [[nodiscard]] Options options(const Options& asked) const;
   [[nodiscard]] PresetRow::Events events();
   /// Whether a preset is chosen, so that a change of the settings shows.
   [[nodiscard]] bool isChosen() const { return chosen_.contains(printersKey_); }
   [[nodiscard]] PresetList list() const;
 
  private:
+  struct Chosen {
+    std::string family;
+    // As it was chosen or saved last.
+    Preset preset;
+    // Whether the user chose it here, or the printer begins with it.
+    bool isByHand = false;
+    // The keywords of its options that the printer does not allow.
+    std::vector<std::string> refused = {};
+    // What the other pages showed then; none before, and where it has no settings for them.
+    std::optional<Options> pages = {};
+  };
+
   void choose(const std::string& name);
-  void save(const Preset& preset);
-  void saveAs(const std::string& name);
+  void show();
+  void showOptions(const Options& options);
+  void save(const std::string& name, bool withPages);
+  void saveAs(const NameWindow::Answer& answer);
   void rename(const std::string& name);
+  // Whether it is the preset of this name; there may be others of that name for other families.
+  [[nodiscard]] bool isChosenOf(const Chosen& chosen, const std::string& name) const {
+    return chosen.family == family_ && chosen.preset.name == name;
+  }
+  void replaceIfTaken(const std::string& name, const std::function<void(Taken)>& act);
+  void renameTo(const std::string& name, Taken taken);
   void remove();
-  [[nodiscard]] const Preset& chosen() const { return chosen_.at(printersKey_); }
+  [[nodiscard]] Chosen& chosen() { return chosen_.at(printersKey_); }
+  [[nodiscard]] const Preset& preset() const { return chosen_.at(printersKey_).preset; }
   [[nodiscard]] bool isChanged() const;
+  [[nodiscard]] std::optional<Options> shownOnPages() const;
   // Runs it, shows why it fails, and updates the row.
   void tryTo(const std::function<void()>& act);
 
@@ -52,10 +92,12 @@ class PrinterPresets {
   const Settings settings_;
   NameWindow name_;
   Questions questions_;
+  // None once it is chosen.
+  std::optional<std::string> wanted_;
   std::string family_;
   std::string printersKey_;
-  // By printer, as it was chosen or saved last.
-  std::map<std::string, Preset> chosen_;
+  // By printer.
+  std::map<std::string, Chosen> chosen_;
   std::map<std::string, bool> begun_;
 };
 

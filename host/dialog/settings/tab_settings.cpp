@@ -236,6 +236,18 @@ TabSettings tabsOfNextPrinter(const TabSettings& now, const TabSettings& remembe
   return next;
 }
 
+bool isDuplexKeyword(const std::string& keyword) { return isAmong(keyword, kDuplexes); }
+
+std::vector<std::string> spellings(const Option& option) {
+  std::vector<std::string> values{option.value};
+  if (!isDuplexKeyword(option.keyword)) return values;
+  for (const auto& [sides, duplex] : kSides) {
+    if (option.value == sides) values.emplace_back(duplex);
+    if (option.value == duplex) values.emplace_back(sides);
+  }
+  return values;
+}
+
 Options rowsShowing(const TabSettings& tabs, const Options& options) {
   auto rows = rowOptions(*tabs.settings);
   std::erase_if(rows, [&](const Option& row) { return !isAskedFor(row, options); });
@@ -257,7 +269,7 @@ void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize*
                    const Options& untouched, Options& options) {
   removeShown(options, ppd);
   const auto rows = changedEntries(untouched, rowOptions(*tabs.settings));
-  const auto isDuplex = [](const Option& option) { return isAmong(option.keyword, kDuplexes); };
+  const auto isDuplex = [](const Option& option) { return isDuplexKeyword(option.keyword); };
   if (std::ranges::any_of(rows, isDuplex)) std::erase_if(options, isDuplex);
   for (const auto& row : rows) setOption(options, row);
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include <gtk/gtk.h>
 #include <gtkmm/pagesetup.h>
@@ -39,6 +40,12 @@ void applyOptions(const Options& options, ppd_file_t* ppd, TabSettings& tabs);
 /// that is remembered or, where nothing is remembered (null parts), what is saved for the printer.
 TabSettings tabsOfNextPrinter(const TabSettings& now, const TabSettings& remembered, const Options& saved,
                               const Options& asked, ppd_file_t* ppd);
+
+/// Whether options of this keyword choose two-sided printing.
+bool isDuplexKeyword(const std::string& keyword);
+
+/// The option's value in each of the ways in which printers spell it; its own first.
+std::vector<std::string> spellings(const Option& option);
 
 /// Those of GTK's rows for the printer's options that show one of these options, with the values that they
 /// show. GTK prefers what the user saved for a printer to what it is given.

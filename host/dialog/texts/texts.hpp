@@ -88,6 +88,8 @@ inline constexpr const char* kRenamePresetText = "Rename…";
 inline constexpr const char* kDeletePresetText = "Delete…";
 inline constexpr const char* kPresetOfPrinterText = "Begin with It on This Printer";
 inline constexpr const char* kPresetNameText = "_Name of the preset";
+inline constexpr const char* kPresetWithPagesText = "_With the settings of the other pages";
+inline constexpr const char* kNoSuchPresetText = "There is no preset [name] for this printer.";
 inline constexpr const char* kPresetTakenText = "There is a preset [name] already. Replace it?";
 inline constexpr const char* kReplaceText = "_Replace";
 inline constexpr const char* kDeleteThisPresetText = "Delete the preset [name]?";
@@ -218,7 +220,9 @@ inline constexpr std::array kTexts{kCancelText,
                                    kJobLostSettingsText,
                                    kJobUnconfirmedText,
                                    kJobCancelledText,
-                                   kJobFailedText};
+                                   kJobFailedText,
+                                   kPresetWithPagesText,
+                                   kNoSuchPresetText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

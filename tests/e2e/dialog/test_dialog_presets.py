@@ -6,14 +6,40 @@ import unittest
 
 from dialog_case import DialogCase, until
 from screen_reader import CHECKED, SENSITIVE
-from terminal_case import DEFAULTS, MARGINS, SMALLER, VALID, each, of_panel
+from terminal_case import DEFAULTS, MARGINS, PPD, SMALLER, VALID, each, of_panel
 
 NAME = "Booklet, 5 mm"
 BOOKLET = DEFAULTS | {VALID: "On", MARGINS["Top"]: "12"}
 ACTS = each("--set", ["Valid=On", "Top=12"])
+BEGIN = "Begin with It on This Printer"
+WITH_PAGES = "With the settings of the other pages"
+GLUE = """\
+*OpenGroup: ColorPage/Color
+*OpenUI *Glue/Glue: PickOne
+*OrderDependency: 15 AnySetup *Glue
+*DefaultGlue: None
+*Glue None/Off: ""
+*Glue Hot/Hot: ""
+*Glue Cold/Cold: ""
+*CloseUI: *Glue
+*CloseGroup: ColorPage
+*OpenUI *Duplex/Two-Sided: PickOne
+*OrderDependency: 15 AnySetup *Duplex
+*DefaultDuplex: None
+*Duplex None/Off: ""
+*Duplex DuplexNoTumble/Long Edge: ""
+*Duplex DuplexTumble/Short Edge: ""
+*CloseUI: *Duplex
+
+*OpenGroup: TandemTrim"""
+OF_PAGES = ["-o", "sides=two-sided-short-edge Glue=Hot number-up=2 media=A3 orientation-requested=4 OutputOrder=Reverse"]
+OF_PAGES += ["-o", "job-priority=80 x-note=preset", "-n", "3"]
+ASKED_FOR = {"Duplex": "DuplexTumble", "Glue": "Hot", "number-up": "2", "PageSize": "A3", "orientation-requested": "4"}
+ASKED_FOR |= {"OutputOrder": "Reverse", "x-note": "preset"}
 
 
-class DialogPresetsTest(DialogCase):
+
+class DialogPresetsCase(DialogCase):
     def setUp(self):
         super().setUp()
         home = self.temporary_folder()
@@ -65,6 +91,8 @@ class DialogPresetsTest(DialogCase):
         dialog.answer(title)
         until(lambda: len(dialog.program.windows()) == 1, "the question to go")
 
+
+class DialogPresetsTest(DialogPresetsCase):
     def test_a_preset_that_is_chosen_is_shown_and_printed(self):
         self.keep(NAME, *ACTS)
         self.keep("Other", "--set", "Valid=On")
@@ -125,6 +153,89 @@ class DialogPresetsTest(DialogCase):
         self.answer(dialog, "Replace")
         self.wait_for(dialog, NAME)
         self.assertEqual(self.kept(NAME)["panel"], DEFAULTS)
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_a_name_that_is_taken_is_asked_about_when_a_preset_is_renamed(self):
+        self.keep(NAME, *ACTS)
+        self.keep("Other", "--set", "Valid=On")
+        dialog = self.live()
+        self.pick(dialog, NAME)
+        self.wait_for(dialog, NAME)
+        self.pick(dialog, "Rename…")
+        self.assertFalse(dialog.shows("check box", WITH_PAGES))
+        self.name(dialog, "Other")
+        dialog.says("There is a preset Other already. Replace it?")
+        self.answer(dialog, "Cancel")
+        self.assertEqual(self.chosen(dialog), NAME)
+        self.assertEqual(self.kept("Other")["panel"][MARGINS["Top"]], "5")
+        self.pick(dialog, "Rename…")
+        self.name(dialog, "Other")
+        self.answer(dialog, "Replace")
+        self.wait_for(dialog, "Other")
+        self.assertEqual([file.name for file in self.folder.glob("*.json")], ["Other.json"])
+        self.assertEqual(self.kept("Other")["panel"], BOOKLET)
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_a_new_name_counts_on_each_printer_where_the_preset_is_chosen(self):
+        self.keep(NAME, *ACTS)
+        self.add_other()
+        dialog = self.live()
+        for printer in ("Morva", "Other"):
+            dialog.page("General")
+            dialog.select_printer(printer)
+            self.live_panel_of(dialog)
+            self.wait_for(dialog, "None")
+            self.pick(dialog, NAME)
+            self.wait_for(dialog, NAME)
+        self.pick(dialog, "Rename…")
+        self.name(dialog, "Brochure")
+        self.wait_for(dialog, "Brochure")
+        dialog.page("General")
+        dialog.select_printer("Morva")
+        self.live_panel_of(dialog)
+        self.wait_for(dialog, "Brochure")
+        self.pick(dialog, "Delete…")
+        self.answer(dialog, "Delete")
+        self.wait_for(dialog, "None")
+        dialog.page("General")
+        dialog.select_printer("Other")
+        self.live_panel_of(dialog)
+        self.wait_for(dialog, "None")
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_the_command_line_names_the_preset_to_begin_with(self):
+        self.keep(NAME, *ACTS)
+        dialog = self.live_panel_of(self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around))
+        self.wait_for(dialog, NAME)
+        self.assertEqual(dialog.text("Top Margin"), "12")
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
+
+    def test_an_unknown_preset_is_told_before_anything_is_printed(self):
+        dialog = self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around)
+        dialog.says(f"There is no preset {NAME} for this printer.")
+        self.answer(dialog, "Close")
+        self.live_panel_of(dialog)
+        self.assertEqual(self.chosen(dialog), "None")
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_a_printer_without_a_panel_has_no_preset_to_begin_with(self):
+        self.add_other(("*APDialogExtension", "*NoDialogExtension"))
+        dialog = self.dialog("-d", "Other", "--dialog", "--preset", NAME, **self.around)
+        dialog.says(f"There is no preset {NAME} for this printer.")
+        self.answer(dialog, "Close")
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_the_help_says_what_presets_are(self):
+        dialog = self.live()
+        dialog.press("Help")
+        dialog.says('"Preset" keeps settings under a name')
+        self.answer(dialog, "Close")
         dialog.press("Cancel")
         dialog.ends()
 
@@ -206,8 +317,19 @@ class DialogPresetsTest(DialogCase):
         dialog.find("menu item", NAME)
         dialog.keys("Return")
         self.wait_for(dialog, NAME)
+        until(lambda: not dialog.shows("menu item", NAME), "the menu to close")
+        dialog.keys("space")
+        begin = dialog.find_live("menu item", BEGIN)
+        self.assertFalse(begin.has(CHECKED))
+        live = [node.name for node in dialog.nodes() if node.role == "menu item" and node.has(SENSITIVE)]
+        dialog.keys(*["Down"] * live.index(BEGIN), "Return")
+        until(lambda: not dialog.shows("menu item", BEGIN), "the menu to close")
+        dialog.keys("space")
+        until(lambda: (item := dialog.look("menu item", BEGIN)) and item.has(CHECKED), "the mark that a reader tells")
+        dialog.keys("Escape")
         dialog.press("Cancel")
         dialog.ends()
+        self.assertEqual(self.chosen(self.live()), NAME)
 
     def test_a_folder_that_cannot_be_written_is_told(self):
         self.folder.parent.parent.parent.mkdir(exist_ok=True)
@@ -220,6 +342,148 @@ class DialogPresetsTest(DialogCase):
         self.assertEqual(self.chosen(dialog), "None")
         dialog.press("Cancel")
         dialog.ends()
+
+
+class DialogPresetsOfAllPagesTest(DialogPresetsCase):
+    """Presets with the settings of the dialog's other pages."""
+
+    def setUp(self):
+        super().setUp()
+        self.add_rows("Morva", GLUE)
+
+    def add_rows(self, printer, rows):
+        ppd = self.temporary_folder() / "more.ppd"
+        ppd.write_text(PPD.read_text().replace("*OpenGroup: TandemTrim", rows, 1))
+        self.cups.add_queue(printer, ppd)
+
+    def choose(self, dialog):
+        self.pick(dialog, NAME)
+        self.wait_for(dialog, NAME)
+
+    def row(self, dialog, page, name):
+        """What the row shows."""
+        dialog.page(page)
+        menu = until(lambda: dialog.look("combo box", name) or dialog.look_behind(name, "combo box"), f"menu {name!r}")
+        # The first one is for no choice at all.
+        return [node.name for node in menu.all() if node.role == "label"][-1]
+
+    def sent(self, dialog):
+        """Prints and gives what the job was asked to do beside what the panel asks."""
+        dialog.press("Print")
+        record = self.printed(dialog)
+        self.assertEqual(record.copies, 1)
+        return {keyword: value for keyword, value in record.options.items() if keyword in ASKED_FOR}
+
+    def test_it_is_shown_on_them_and_printed_whatever_is_saved_for_the_printer(self):
+        self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold", "-o", "x-note=saved")
+        self.keep(NAME, *ACTS, *OF_PAGES)
+        dialog = self.live()
+        self.assertEqual(self.row(dialog, "Color", "Glue"), "Cold")
+        dialog.page("Tandem Trim")
+        self.choose(dialog)
+        self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
+        shown = {name: self.row(dialog, "Page Setup", name) for name in ("Two-sided", "Pages per side", "Paper size", "Orientation")}
+        self.assertEqual(shown, {"Two-sided": "Short Edge (Flip)", "Pages per side": "2", "Paper size": "A3", "Orientation": "Landscape"})
+        self.assertEqual(self.row(dialog, "Job", "Priority"), "High")
+        dialog.page("General")
+        self.assertTrue(dialog.is_checked("Reverse"))
+        self.assertEqual(self.sent(dialog), ASKED_FOR)
+
+    def test_a_row_that_is_changed_afterwards_counts_and_is_told(self):
+        self.keep(NAME, *ACTS, *OF_PAGES)
+        dialog = self.live()
+        self.choose(dialog)
+        dialog.page("Color")
+        dialog.choose_by_keys("Glue", "End")
+        dialog.page("Tandem Trim")
+        self.wait_for(dialog, f"{NAME}, changed")
+        self.pick(dialog, "Back to Preset")
+        self.wait_for(dialog, NAME)
+        self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
+        dialog.choose_by_keys("Glue", "End")
+        dialog.page("Tandem Trim")
+        self.pick(dialog, "Save")
+        self.wait_for(dialog, NAME)
+        self.assertEqual(self.kept(NAME)["options"]["Glue"], "Cold")
+        self.assertEqual(self.sent(dialog), ASKED_FOR | {"Glue": "Cold"})
+
+    def test_the_user_says_whether_it_has_them(self):
+        dialog = self.live()
+        dialog.page("Color")
+        dialog.choose_by_keys("Glue", "End")
+        dialog.page("General")
+        dialog.spin("Copies", "3")
+        dialog.page("Tandem Trim")
+        for name in ("Panel", "All"):
+            self.pick(dialog, "Save As…")
+            until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
+            if name == "All":
+                dialog.click(dialog.find("check box", WITH_PAGES))
+                until(lambda: dialog.is_checked(WITH_PAGES), "the check")
+            self.name(dialog, name)
+            self.wait_for(dialog, name)
+        self.assertEqual(self.kept("Panel")["options"], {})
+        options = self.kept("All")["options"]
+        self.assertEqual((options["Glue"], options["Duplex"], options["PageSize"]), ("Cold", "None", "A4"))
+        for of_one_job in ("copies", "Collate", "page-ranges", *DEFAULTS):
+            self.assertNotIn(of_one_job, options)
+        self.pick(dialog, "Save As…")
+        until(lambda: dialog.is_checked(WITH_PAGES), "the question")
+        dialog.answer("Cancel")
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_a_choice_that_the_printer_has_not_is_told_and_not_sent(self):
+        self.keep(NAME, *ACTS, "-o", "Glue=Warm x-note=preset")
+        dialog = self.live()
+        self.pick(dialog, NAME)
+        dialog.says("Glue: this printer does not allow Warm (allowed: Off, Hot, Cold)")
+        self.answer(dialog, "Close")
+        self.wait_for(dialog, f"{NAME}, changed")
+        self.assertEqual(self.row(dialog, "Color", "Glue"), "Off")
+        sent = self.sent(dialog)
+        self.assertEqual((sent["Glue"], sent["x-note"]), ("None", "preset"))
+
+    def test_a_preset_of_the_panel_alone_leaves_them_and_takes_nothing_unseen_along(self):
+        self.keep(NAME, *ACTS, *OF_PAGES)
+        self.keep("Plain", "--set", "Valid=On")
+        dialog = self.live()
+        self.choose(dialog)
+        self.pick(dialog, "Plain")
+        self.wait_for(dialog, "Plain")
+        self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
+        sent = self.sent(dialog)
+        self.assertEqual(sent["Glue"], "Hot")
+        self.assertNotIn("x-note", sent)
+
+    def test_a_dialog_that_begins_with_it_leaves_what_the_command_line_asks_for(self):
+        self.keep(NAME, *ACTS, *OF_PAGES)
+        for asked in (["--preset", NAME, "--dialog"], []):
+            dialog = self.live_panel_of(self.dialog("-d", "Morva", *asked, "-o", "Glue=Cold x-note=asked MVTopMargin=4", **self.around))
+            if asked:
+                self.wait_for(dialog, f"{NAME}, changed")
+                self.pick(dialog, "Begin with It on This Printer")
+            self.assertEqual(self.chosen(dialog), f"{NAME}, changed")
+            self.assertEqual(dialog.text("Top Margin"), "4")
+            self.assertEqual(self.row(dialog, "Page Setup", "Two-sided"), "Short Edge (Flip)")
+            self.assertEqual(self.sent(dialog), ASKED_FOR | {"Glue": "Cold", "x-note": "asked"})
+
+    def test_it_comes_back_with_its_printer(self):
+        self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold")
+        self.add_rows("Other", GLUE)
+        self.keep(NAME, *ACTS, *OF_PAGES)
+        dialog = self.live()
+        self.choose(dialog)
+        dialog.page("General")
+        dialog.select_printer("Other")
+        dialog.page("Tandem Trim")
+        self.wait_for(dialog, "None")
+        dialog.page("General")
+        dialog.select_printer("Morva")
+        dialog.page("Tandem Trim")
+        self.wait_for(dialog, NAME)
+        self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
+        self.assertEqual(self.sent(dialog), ASKED_FOR)
 
 
 if __name__ == "__main__":

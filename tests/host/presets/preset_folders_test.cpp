@@ -92,7 +92,7 @@ TEST_F(Presets, OfTheAdministratorAreThereUntilTheUserHidesThem) {
   EXPECT_EQ(findPreset("Family", "House", report).panel.front().value, "1");
   EXPECT_THAT(failureOf([&] { deletePreset("Family", "House", report); }).what(),
               HasSubstr("is the administrator's"));
-  EXPECT_THAT(failureOf([&] { renamePreset("Family", "Plain", "Mine", report); }).what(),
+  EXPECT_THAT(failureOf([&] { renamePreset("Family", "Plain", "Mine", Taken::refuses, report); }).what(),
               HasSubstr("is the administrator's"));
   EXPECT_THAT(names(), ElementsAre("House", "Plain"));
 }
@@ -100,9 +100,10 @@ TEST_F(Presets, OfTheAdministratorAreThereUntilTheUserHidesThem) {
 TEST_F(Presets, AreRenamedButNotOverOthers) {
   savePreset("Family", kBooklet);
   savePreset("Family", {"Other", {}, {}});
-  EXPECT_THAT(failureOf([&] { renamePreset("Family", kBooklet.name, "Other", report); }).what(),
-              HasSubstr("there is a preset Other already"));
-  renamePreset("Family", kBooklet.name, "Brochure", report);
+  EXPECT_THAT(
+      failureOf([&] { renamePreset("Family", kBooklet.name, "Other", Taken::refuses, report); }).what(),
+      HasSubstr("there is a preset Other already"));
+  renamePreset("Family", kBooklet.name, "Brochure", Taken::refuses, report);
   EXPECT_THAT(names(), ElementsAre("Brochure", "Other"));
   EXPECT_EQ(findPreset("Family", "Brochure", report).panel, kBooklet.panel);
 }
@@ -171,7 +172,7 @@ TEST_F(Presets, MayBeTheOneThatAPrinterBeginsWith) {
   setPresetOfPrinter("Family", "../x", "Other");
   EXPECT_EQ(presetOfPrinter("Family", "Morva@host:1"), kBooklet.name);
   EXPECT_EQ(presetOfPrinter("Family", "Morva"), std::nullopt);
-  renamePreset("Family", kBooklet.name, "Brochure", report);
+  renamePreset("Family", kBooklet.name, "Brochure", Taken::refuses, report);
   EXPECT_EQ(presetOfPrinter("Family", "Morva@host:1"), "Brochure");
   EXPECT_EQ(presetOfPrinter("Family", "../x"), "Other");
   deletePreset("Family", "Brochure", report);

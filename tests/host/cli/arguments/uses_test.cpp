@@ -80,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
         UseOfOptions{"--dialog",
                      {"--dialog", "a.pdf"},
                      {"-h", "-E", "-U", "-d", "-t", "-c", "-s", "-n", "-o", "-q", "-H", "-P", "-m",
-                      "--plugin", "--verbose", "--no-notification"}}),
+                      "--plugin", "--verbose", "--no-notification", "--preset"}}),
     [](const auto& use) {
       return use.param.name.substr(2, use.param.name.find_first_of("-0", 2) - 2) + std::to_string(use.index);
     });
