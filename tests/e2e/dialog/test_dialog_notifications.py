@@ -126,6 +126,7 @@ class DialogNotificationsTest(DialogCase):
         desktop = self.desktop()
         desktop.freeze()
         self.prints("-d", "Morva")
+        self.assertNotEqual(self.notifiers(), [], "the program waited for the desktop")
         self.wait_for_no_notifier()
 
     def test_signs_of_markup_are_shown_as_they_are(self):
@@ -194,6 +195,26 @@ class DialogNotificationsTest(DialogCase):
         os.mkfifo(self.choices)
         self.prints("-d", "Morva")
         desktop.wait_for(1)
+
+    def test_an_installed_program_finds_what_shows_it(self):
+        desktop = self.desktop()
+        prefix = self.temporary_folder()
+        prefix.chmod(0o755)
+        self.run_command("cmake", "--install", BUILD, "--prefix", prefix)
+        self.prints("-d", "Morva", program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
+        desktop.wait_for(1)
+
+    def test_a_program_that_others_may_write_is_not_started(self):
+        desktop = self.desktop()
+        prefix = self.temporary_folder()
+        self.run_command("cmake", "--install", BUILD, "--prefix", prefix)
+        (prefix / "libexec/tandem-trim-notifier").chmod(0o777)
+        dialog = self.ready("-d", "Morva", program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
+        dialog.press("Print")
+        status, _, said = dialog.ends()
+        self.assertEqual(status, 0)
+        self.assertIn("no notification is shown", said)
+        self.assertEqual(desktop.shown(), [])
 
     def test_what_is_printed_without_a_dialog_is_told_by_the_terminal_alone(self):
         desktop = self.desktop()

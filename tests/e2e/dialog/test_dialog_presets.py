@@ -278,6 +278,39 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
         self.assertEqual(self.chosen(self.live()), "None")
 
+    def test_each_source_of_the_settings_counts_more_than_those_before_it(self):
+        def begins_with(top, *arguments):
+            dialog = self.live_panel_of(self.dialog("-d", "Morva", *arguments, **self.around))
+            until(lambda: dialog.text("Top Margin") == top, f"the margin {top}")
+            return dialog
+
+        def ends(dialog):
+            dialog.press("Cancel")
+            dialog.ends()
+
+        ends(begins_with("5"))
+        self.run_command("lpadmin", "-p", "Morva", "-o", "MVTopMargin=6")
+        ends(begins_with("6"))
+        self.run_command("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=7")
+        ends(begins_with("7"))
+        self.run_command("lpoptions", "-p", "Morva", "-o", "MVTopMargin=8")
+        dialog = begins_with("8")
+        dialog.check("Use Tandem Trim")
+        dialog.type("Top Margin", "9")
+        dialog.press("Print")
+        self.printed(dialog)
+        self.keep(NAME, *ACTS)
+        dialog = begins_with("9")
+        self.pick(dialog, NAME)
+        self.pick(dialog, BEGIN)
+        ends(dialog)
+        ends(begins_with("12"))
+        dialog = begins_with("4", "-o", "MVTopMargin=4")
+        self.pick(dialog, NAME)
+        self.wait_for(dialog, NAME)
+        self.assertEqual(dialog.text("Top Margin"), "12")
+        ends(dialog)
+
     def test_values_that_a_printer_does_not_allow_are_shown_and_not_changed(self):
         self.keep(NAME, *ACTS)
         self.add_other(SMALLER)

@@ -16,7 +16,7 @@ from notifications import Desktop
 from portal_client import CANCELLED, DONE, FAILED, Client, PortalCase, Shown, texts
 from relay import WantsLogin
 from screen_reader import Program
-from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, digest, of_panel
+from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, VALID, digest, of_panel
 
 RANGES = "Specify one or more page ranges"
 A4 = {
@@ -51,6 +51,23 @@ def parent_of(window):
 
 
 class RequestsTest(PortalCase):
+    def test_a_programs_dialog_has_the_same_presets(self):
+        home = self.temporary_folder()
+        around = {"XDG_CONFIG_HOME": str(home), "XDG_STATE_HOME": str(home)}
+        self.trim("-d", "Morva", "--save-preset", "Booklet", "--set", "Valid=On", "--set", "Top=12", **around)
+        self.start(**around)
+        call = self.client.prepare()
+        dialog = self.shown()
+        dialog.page("Tandem Trim")
+        dialog.click(dialog.find("push button", "Preset: None"))
+        dialog.find("menu item", "Booklet")
+        dialog.keys("Return")
+        dialog.find("push button", "Preset: Booklet")
+        dialog.press("Print")
+        _, _, token = self.results_of(call)
+        self.client.print(token=token).answer()
+        self.assertEqual(of_panel(self.job().options), DEFAULTS | {VALID: "On", MARGINS["Top"]: "12"})
+
     def test_the_desktop_says_what_became_of_a_programs_job(self):
         self.start()
         with Desktop(self.temporary_folder()) as desktop:

@@ -108,6 +108,16 @@ TEST_F(Presets, AreRenamedButNotOverOthers) {
   EXPECT_EQ(findPreset("Family", "Brochure", report).panel, kBooklet.panel);
 }
 
+TEST_F(Presets, TakeThePlaceOfOthersWhereTheUserWantsThat) {
+  savePreset("Family", kBooklet);
+  savePreset("Family", {"Other", {}, {}});
+  setPresetOfPrinter("Family", "Morva", kBooklet.name);
+  renamePreset("Family", kBooklet.name, "Other", Taken::isReplaced, report);
+  EXPECT_THAT(names(), ElementsAre("Other"));
+  EXPECT_EQ(findPreset("Family", "Other", report).panel, kBooklet.panel);
+  EXPECT_EQ(presetOfPrinter("Family", "Morva"), "Other");
+}
+
 TEST_F(Presets, ThatAreUnknownAreToldWithThoseThatThereAre) {
   EXPECT_THAT(failureOf([&] { findPreset("Family", "None", report); }).what(),
               HasSubstr("there is no preset None; none is kept"));
