@@ -53,7 +53,7 @@ void Session::answerChoice() {
 }
 
 void Session::print(std::unique_ptr<Request> request, const DialogRequest& asked, FileDescriptor document) {
-  isChoiceOld_ = timeKept_ && std::chrono::steady_clock::now() - chosenAt_ > surroundings_.lifeOfToken;
+  isChoiceOld_ = std::chrono::steady_clock::now() - chosenAt_ > surroundings_.lifeOfToken;
   timeKept_.reset();
   request_ = std::move(request);
   copy_ = std::make_unique<DocumentCopy>(

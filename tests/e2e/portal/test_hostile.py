@@ -17,8 +17,9 @@ MOST_SESSIONS = 40
 # What the service may need beyond what it has while one dialog is open; a text of a mebibyte is copied a few times on its way.
 MOST_GROWTH = 64 * MEBI
 HUGE = "x" * MEBI
-# Of the folder for temporary files: the service leaves 64 MiB of it to others.
+# Of the folder for temporary files, and what the service leaves of it to others.
 ROOM = 66 * MEBI
+ROOM_FOR_OTHERS = 64 * MEBI
 # Markup, a format, a control character, a mark that turns the direction of writing round, and a new line.
 NASTY = "<b>&%s%n</b>\x1b[31m\u202eFDP\n.exe"
 HARMLESS = "<b>&%s%n</b>\ufffd[31m\ufffdFDP\ufffd.exe"
@@ -198,7 +199,21 @@ class HostileTest(PortalCase):
                 self.assertEqual(call.answer(), (FAILED, {}))
                 until(dialog.is_gone, "the dialog to go")
         self.assertLess(self.resident() - before, MOST_GROWTH)
+        self.assertLess(self.written, ROOM - ROOM_FOR_OTHERS + MEBI)
         # What was copied of them is gone.
+        self.assert_it_still_prints()
+
+    def test_a_document_beyond_the_users_limit_is_refused_in_words(self):
+        self.start_by("prlimit", f"--fsize={64 * MEBI}", SERVICE)
+        document = self.temporary_folder() / "document"
+        document.touch()
+        os.truncate(document, 65 * MEBI)
+        _, _, token = self.chosen()
+        call = self.client.print(document, token)
+        dialog = Shown(self.process, "Print")
+        dialog.says("File too large")
+        dialog.press("Close")
+        self.assertEqual(call.answer(), (FAILED, {}))
         self.assert_it_still_prints()
 
     def start_in_small_folder(self):
@@ -208,13 +223,14 @@ class HostileTest(PortalCase):
         self.start_by("unshare", "--user", "--map-current-user", "--keep-caps", "--mount", "sh", "-c", small, SERVICE, TMPDIR=str(folder))
 
     def endless_pipe(self):
-        """The end of a pipe into which a thread writes for ever."""
+        """The end of a pipe into which a thread writes for ever; `written` is how much."""
         reading, writing = os.pipe()
+        self.written = 0
 
         def write():
             try:
                 while True:
-                    os.write(writing, b"x" * 65536)
+                    self.written += os.write(writing, b"x" * 65536)
             except BrokenPipeError:
                 os.close(writing)
 

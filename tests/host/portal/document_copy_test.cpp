@@ -3,6 +3,7 @@
 #include <csignal>
 #include <filesystem>
 #include <string>
+#include <thread>
 
 #include <fcntl.h>
 #include <glib.h>
@@ -104,6 +105,11 @@ TEST_F(CopiedDocument, StaysAsItIsWhenTheProgramChangesItsFile) {
   EXPECT_EQ(contentOf(kept.get()), "before");
 }
 
+TEST_F(CopiedDocument, IsForNoOtherProgramThatIsStarted) {
+  const auto kept = keptCopyOf(write("content"));
+  EXPECT_NE(fcntl(kept.get(), F_GETFD) & FD_CLOEXEC, 0);
+}
+
 TEST_F(CopiedDocument, LeavesNoFileBehindEvenWhileItIsThere) {
   const auto before = g_get_tmp_dir() + std::string("/");
   const auto count = [&] {
@@ -139,6 +145,17 @@ TEST_F(CopiedDocument, IsRefusedWhereItDoesNotFit) {
   const auto result = copyOf(file);
   EXPECT_FALSE(result.isCopied);
   EXPECT_THAT(result.failure, HasSubstr("cannot be kept until it is printed"));
+}
+
+TEST_F(CopiedDocument, IsForNobodyOnceTheObjectIsGone) {
+  bool isTold = false;
+  {
+    const DocumentCopy copy(FileDescriptor(open(write("content").c_str(), O_RDONLY)),
+                            [&](const auto&, const auto&) { isTold = true; });
+    while (g_main_context_pending(nullptr) == FALSE) std::this_thread::yield();
+  }
+  while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
+  EXPECT_FALSE(isTold);
 }
 
 // With a limit at which writing would fail for another reason.
