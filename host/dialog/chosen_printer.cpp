@@ -61,7 +61,7 @@ void ChosenPrinter::onFirstDetails(Outcome outcome) {
     line_.printer.reset();
     return start();
   }
-  report_(outcome.failure->what());
+  report_(outcome.failure->fact().english());
   panel_.hide();
   window_.giveUpPrint();
   window_.enter(DialogState::ready);
@@ -228,7 +228,7 @@ void ChosenPrinter::hideRows() {
 
 // The user is to see the notice before anything is printed.
 void ChosenPrinter::onPanelFailure(const Failure& failure) {
-  report_(failure.what());
+  report_(failure.fact().english());
   window_.showNotice(localized(kUnavailableText) + '\n' + failureText(failure), [this] {
     current_ = {};
     follow();

@@ -61,6 +61,7 @@ DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats, bool canS
       progress_(*Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, kNoticeSpacing)),
       progressText_(*Gtk::make_managed<Gtk::Label>()),
       progressBar_(*Gtk::make_managed<Gtk::ProgressBar>()) {
+  dialog_.set_transient_for(parent_);
   // Escape and the window's own button close it; its tabs are still in use then.
   dialog_.set_hide_on_close();
   dialog_.set_manual_capabilities(capabilitiesFor(fileFormats, canScale));

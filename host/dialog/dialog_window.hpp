@@ -10,6 +10,7 @@
 #include <gtkmm/label.h>
 #include <gtkmm/printunixdialog.h>
 #include <gtkmm/progressbar.h>
+#include <gtkmm/window.h>
 #include <gtkmm/windowgroup.h>
 
 #include "host/dialog/dialog_state.hpp"
@@ -53,6 +54,8 @@ class DialogWindow : public sigc::trackable {
   void setContentLive(bool isLive);
   void onPrintLive();
 
+  // Never shown. GTK complains of a dialog without a parent of its own program.
+  Gtk::Window parent_;
   Gtk::PrintUnixDialog dialog_;
   // Its questions block no other dialog.
   Glib::RefPtr<Gtk::WindowGroup> group_ = Gtk::WindowGroup::create();

@@ -83,7 +83,7 @@ void Sender::save(const FileTarget& target, std::function<void(const Outcome<Sav
 }
 
 void Sender::reportFailure(const std::optional<Failure>& failure) const {
-  if (failure && *cancelled_ == nullptr) report_(failure->what());
+  if (failure && *cancelled_ == nullptr) report_(failure->fact().english());
 }
 
 void Sender::finish(const PrintRequest& request, Outcome<SendResult>& outcome) const {

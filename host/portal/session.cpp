@@ -32,7 +32,7 @@ std::optional<Failure> Session::open(const DialogRequest& asked, FileDescriptor 
 void Session::prepare(std::unique_ptr<Request> request, const DialogRequest& asked) {
   request_ = std::move(request);
   if (const auto failure = open(asked, FileDescriptor(-1))) {
-    surroundings_.report(failure->what());
+    surroundings_.report(failure->fact().english());
     return end(Response::failed);
   }
   dialog_->show();
@@ -74,7 +74,7 @@ void Session::onCopied(const DialogRequest& asked, FileDescriptor document,
 
 // Programs do not show why a document is not printed.
 void Session::fail(const DialogRequest& asked, const Failure& failure) {
-  surroundings_.report(failure.what());
+  surroundings_.report(failure.fact().english());
   if (!dialog_ && open(asked, FileDescriptor(-1))) return end(Response::failed);
   if (request_) request_->answer(Response::failed);
   dialog_->fail(failure);

@@ -58,12 +58,18 @@ def option_text(keyword, value):
 
 
 # What GLib prints, but for the program's own messages.
-COMPLAINT = re.compile(r"^(?:\*\* )?\([^()]+:\d+\): (?!tandem-trim-)(?:[\w-]+-)?(?:WARNING|CRITICAL|ERROR) \*\*: .*", re.MULTILINE)
+COMPLAINT = re.compile(
+    r"^(?:(?:\*\* )?\([^()]+:\d+\): (?!tandem-trim-)(?:[\w-]+-)?(?:WARNING|CRITICAL|ERROR) \*\*|(?:\*\* |[\w-]+-)Message): .*", re.MULTILINE
+)
 # Those that are not this program's fault.
 FOREIGN = (
-    "failed to contact colord",  # GTK asks a service of the system bus, which tests do not have
+    "failed to contact colord",  # GTK asks services of the system bus, which tests do not have
+    "Couldn't connect to D-Bus system bus",
     "minimum height for width of 1048576",  # GTK measures a label of two scripts higher once it may wrap, however wide it is
 )
+
+# What helps only somebody at a terminal.
+OF_TERMINALS = re.compile("LPDEST|lpstat|lpadmin|cupsenable|cupsaccept| -[a-zA-Z]\\b")
 
 
 def complaints(said):

@@ -60,7 +60,7 @@ std::optional<Preset> PrinterPresets::begin() {
     chosen_.insert_or_assign(printersKey_, Chosen{family_, findPreset(family_, *name, report_)});
     return preset();
   } catch (const Failure& failure) {
-    report_(failure.what());
+    report_(failure.fact().english());
     if (!wanted) return std::nullopt;
     settings_.holdPrint();
     questions_.showMessage(filled(localized(kNoSuchPresetText), {{"[name]", *name}}));
@@ -210,8 +210,8 @@ void PrinterPresets::tryTo(const std::function<void()>& act) {
   try {
     act();
   } catch (const Failure& failure) {
-    report_(failure.what());
-    questions_.showMessage(localized(kPresetsUnchangedText) + '\n' + failure.what());
+    report_(failure.fact().english());
+    questions_.showMessage(localized(kPresetsUnchangedText) + '\n' + failure.fact().english());
   }
   settings_.update();
 }

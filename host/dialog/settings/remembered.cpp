@@ -108,7 +108,7 @@ std::optional<Failure> remember(const PrinterPlace& place, const Remembered& set
         Trouble::notRemembered,
         Fact("the settings of this job cannot be remembered: [words]"_fact, {{"[words]", failure->message}}));
     g_error_free(failure);
-    report(forgotten.what());
+    report(forgotten.fact().english());
     return forgotten;
   }
   return std::nullopt;

@@ -6,12 +6,11 @@ import unittest
 from dialog_case import DialogCase
 from private_cups import PrivateCups
 from relay import WantsLogin
-from terminal_case import PPD, PROJECT, SAMPLE
+from terminal_case import OF_TERMINALS, PPD, PROJECT, SAMPLE
 
 TABLES = PROJECT / "host/dialog/texts"
 GERMAN = {"LANG": "C.UTF-8", "LANGUAGE": "de"}
 SHORTEST = 8  # letters, of a piece that says something
-OF_TERMINALS = re.compile("LPDEST|lpstat|lpadmin|cupsenable|cupsaccept| -[a-zA-Z]\\b")
 
 
 def table(language):
