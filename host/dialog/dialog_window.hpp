@@ -54,7 +54,7 @@ class DialogWindow : public sigc::trackable {
   void setContentLive(bool isLive);
   void onPrintLive();
 
-  // Never shown. GTK complains of a dialog without a parent of its own program.
+  // Never shown. GTK complains of a dialog without a parent.
   Gtk::Window parent_;
   Gtk::PrintUnixDialog dialog_;
   // Its questions block no other dialog.

@@ -8,6 +8,7 @@
 #include <glibmm/main.h>
 #include <gtkmm/init.h>
 #include <gtkmm/messagedialog.h>
+#include <gtkmm/window.h>
 #include <malloc.h>
 #include <unistd.h>
 
@@ -22,7 +23,10 @@ namespace {
 
 // Started from a desktop, the program has no terminal that could show why there is no dialog.
 void showFailure(const Failure& failure) {
-  Gtk::MessageDialog window(failureText(failure), false, Gtk::MessageType::ERROR, Gtk::ButtonsType::NONE);
+  // Never shown. GTK complains of a dialog without a parent.
+  Gtk::Window parent;
+  Gtk::MessageDialog window(parent, failureText(failure), false, Gtk::MessageType::ERROR,
+                            Gtk::ButtonsType::NONE);
   window.set_hide_on_close();
   window.add_button(localized(kCloseText), Gtk::ResponseType::CLOSE);
   const auto loop = Glib::MainLoop::create();
