@@ -3,6 +3,7 @@
 import contextlib
 import itertools
 import os
+import signal
 import subprocess
 
 import hands
@@ -159,11 +160,12 @@ class PortalCase(DialogCase):
         """Ends the backend, which said nothing that is of no use in a journal. Gives what it said."""
         process, self.process = self.process, None
         process.terminate()
-        process.wait(patience.PATIENCE)
+        ended = process.wait(patience.PATIENCE)
         said = self.said.read_text()
         patience.until(lambda: not self.has_name(), "the backend's name to go")
         self.assertEqual(complaints(said), [])
         self.assertNotRegex(said, OF_TERMINALS)
+        self.assertIn(ended, (0, -signal.SIGTERM), said)
         return said
 
     def shown(self, title="Print"):
