@@ -20,7 +20,8 @@ using Lines = std::vector<std::string>;
 
 constexpr const char* kOwnService = "org.freedesktop.impl.portal.desktop.tandemtrim";
 constexpr const char* kPortalPrinting = "org.freedesktop.portal.Print";
-constexpr const char* kRestart = "systemctl --user restart xdg-desktop-portal, or log in again";
+constexpr const char* kRestart = "restart it by systemctl --user restart xdg-desktop-portal, or log in again";
+constexpr const char* kReadAtStart = "the desktop portal reads its settings only when it starts; ";
 constexpr const char* kSettingsEnd = "portals.conf";
 // GTK 3 goes by the first, GTK 4 up to 4.8 by the second.
 const Lines kGtkVariables{"GTK_USE_PORTAL=1", "GDK_DEBUG=portals${GDK_DEBUG:+:$GDK_DEBUG}"};
@@ -43,7 +44,7 @@ fs::path linkedFile(const fs::path& path) {
   auto target = fs::canonical(path, failed);
   if (!failed) return target;
   throw Failure(path.string() + " is a link to " + fs::read_symlink(path, failed).string() +
-                ", which is not there; remove the link or make that file");
+                ", which does not exist; remove the link or create that file");
 }
 
 struct MarkedFile {
@@ -75,19 +76,24 @@ bool writeMarkedLines(const MarkedFile& file, const Lines& lines) {
   std::error_code failed;
   fs::create_directories(file.path.parent_path(), failed);
   if (failed)
-    throw Failure(file.path.parent_path().string() + " cannot be made: " + failed.message() +
+    throw Failure(file.path.parent_path().string() + " cannot be created: " + failed.message() +
                   "; nothing was changed");
   replaceFile(file.path, text);
   return true;
 }
 
-void takeMarkedLinesAway(const MarkedFile& file) {
-  if (!isOwn(file) || !file.parts.own.empty()) return replaceFile(file.path, file.parts.own);
+// Whether the file is gone with its lines.
+bool removeMarkedLines(const MarkedFile& file) {
+  if (!isOwn(file) || !file.parts.own.empty()) {
+    replaceFile(file.path, file.parts.own);
+    return false;
+  }
   std::error_code failed;
   fs::remove(file.path, failed);
   if (failed) throw Failure(file.path.string() + " cannot be removed: " + failed.message());
   // Unless others have files there by now.
   if (file.parts.before == Before::noFolder) fs::remove(file.path.parent_path(), failed);
+  return true;
 }
 
 // What the desktop's own settings say, which a file of the user's hides as a whole.
@@ -116,8 +122,8 @@ std::string byDesktopText(const Portal& portal, const fs::path& backend) {
   std::string desktops = own.empty() ? kOwnBackend : own.front();
   for (const auto& desktop : portal.places.desktops) desktops += ':' + desktop;
   return "; portals before " + textOf(kFirstWithSettings) +
-         " have no portals.conf and choose a backend by the desktop: have XDG_CURRENT_DESKTOP=" + desktops +
-         " set before the session starts";
+         " have no portals.conf and choose a backend by the desktop: set XDG_CURRENT_DESKTOP=" + desktops +
+         " for the whole session, before it starts";
 }
 
 std::string folderText(const Portal& portal) {
@@ -140,10 +146,10 @@ Lines whatIsMissing(const Portal& portal) {
 }
 
 std::string notChosenText(const Portal& portal, const ChosenBackend& chosen) {
-  const auto fact = "the desktop portal takes " +
+  const auto fact = "the desktop portal uses " +
                     (chosen.name ? "the print backend " + *chosen.name + ", " : "no print backend: ") +
                     chosen.reason;
-  if (versionOf(portal) >= kFirstWithSettings) return fact + "; switch by tandem-trim --applications on";
+  if (versionOf(portal) >= kFirstWithSettings) return fact + "; run tandem-trim --applications on";
   const auto backend = backendFile(portal.places, versionOf(portal), kOwnBackend);
   return backend ? fact + byDesktopText(portal, *backend) : fact;
 }
@@ -159,8 +165,8 @@ bool isOutdated(const Portal& portal, const ChosenBackend& chosen) {
 Lines whatDoesNotAnswer() {
   Lines problems;
   if (const auto said = interfaceProblem(kPortalService, kPortalPrinting))
-    problems.push_back("the desktop portal does not say that applications can print by it (" +
-                       shortText(*said) + "); see journalctl --user -u xdg-desktop-portal");
+    problems.push_back("the desktop portal does not offer printing to applications (" + shortText(*said) +
+                       "); see journalctl --user -u xdg-desktop-portal");
   if (const auto said = interfaceProblem(kOwnService, kPrintPart))
     problems.push_back(
         "the print backend of tandem-trim does not answer (" + shortText(*said) +
@@ -178,8 +184,9 @@ void showPortal(const Portal& portal, const ChosenBackend& chosen, std::ostream&
 void showGtk(const PortalPlaces& places, std::ostream& out) {
   const auto file = gtkFile(places);
   std::error_code unreadable;
-  out << "all GTK programs: "
-      << (fs::exists(file, unreadable) ? "from the next login on, by " + plainText(file.string()) : "no")
+  out << "GTK applications that use the portal: "
+      << (fs::exists(file, unreadable) ? "all from the next login on, by " + plainText(file.string())
+                                       : "only those that do so by themselves")
       << '\n';
 }
 
@@ -200,7 +207,7 @@ void refuseOtherFolder(const PortalPlaces& places) {
   if (!places.only) return;
   throw Failure(
       "XDG_DESKTOP_PORTAL_DIR is set for the desktop portal, which then reads no settings but those in " +
-      places.only->string() + "; take the variable away, or write " + kPrintPart + '=' + kOwnBackend +
+      places.only->string() + "; unset the variable, or write " + kPrintPart + '=' + kOwnBackend +
       " to portals.conf there");
 }
 
@@ -210,7 +217,7 @@ void writeSettings(const Portal& portal, std::ostream& out) {
   const auto named = partsOf(valueOf(entries, kPreferred, kPrintPart).value_or(""));
   const bool isUsersOwn = !named.empty() && named.front() == kOwnBackend;
   const bool changes = !isUsersOwn && writeMarkedLines(file, settingsLines(file, portal.places));
-  out << (changes ? "written: " : "as it has to be: ") << plainText(file.path.string()) << '\n';
+  out << (changes ? "written: " : "unchanged: ") << plainText(file.path.string()) << '\n';
 }
 
 }  // namespace
@@ -228,15 +235,14 @@ void switchApplicationsOn(bool allGtk, std::ostream& out, const Report& report) 
   if (allGtk) {
     const auto file = readMarkedFile(gtkFile(portal.places));
     const bool changes = writeMarkedLines(file, kGtkVariables);
-    out << (changes ? "written: " : "as it has to be: ") << plainText(file.path.string()) << '\n';
+    out << (changes ? "written: " : "unchanged: ") << plainText(file.path.string()) << '\n';
     report(
-        "from the next login on GTK programs send other dialogs, too, through the desktop portal: those for "
-        "files, for example");
+        "from the next login on, GTK applications also show their other dialogs by the desktop portal, for "
+        "example those for files");
   }
   for (const auto& missing : whatIsMissing(portal)) report(missing);
   const auto chosen = chosenBackend(portal.places, versionOf(portal));
-  if (isOutdated(portal, chosen))
-    report(std::string("the desktop portal goes by its settings from its next start on: ") + kRestart);
+  if (isOutdated(portal, chosen)) report(std::string(kReadAtStart) + kRestart);
 }
 
 void switchApplicationsOff(std::ostream& out, const Report& report) {
@@ -245,13 +251,13 @@ void switchApplicationsOff(std::ostream& out, const Report& report) {
   for (const auto& path : ownFiles(portal.places)) {
     const auto file = readMarkedFile(path);
     if (!file.parts.isMarked) continue;
-    takeMarkedLinesAway(file);
+    const bool isGone = removeMarkedLines(file);
     changes = true;
-    out << "taken away: " << plainText(file.path.string()) << '\n';
+    out << (isGone ? "removed: " : "written: ") << plainText(file.path.string()) << '\n';
   }
-  if (!changes) return report("nothing of tandem-trim is in the settings of the desktop portal");
-  if (portal.process)
-    report(std::string("the desktop portal goes by its settings from its next start on: ") + kRestart);
+  if (!changes)
+    return report("the settings of the desktop portal have no lines of tandem-trim; nothing was changed");
+  if (portal.process) report(std::string(kReadAtStart) + kRestart);
 }
 
 void showApplications(std::ostream& out, const Report& report) {
@@ -271,7 +277,7 @@ void showApplications(std::ostream& out, const Report& report) {
   if (chosen.name != kOwnBackend)
     problems.push_back(notChosenText(portal, chosen));
   else if (isOutdated(portal, chosen))
-    problems.push_back(std::string("the desktop portal started before its settings changed: ") + kRestart);
+    problems.push_back(std::string("the desktop portal started before its settings changed; ") + kRestart);
   for (const auto& problem : problems) report(problem);
   if (!problems.empty()) throw Failure("applications do not print with this dialog yet");
   out << "applications print with this dialog\n";

@@ -9,7 +9,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::string_view kBeginMark =
-    "# Lines of tandem-trim, which \"tandem-trim --applications off\" takes away";
+    "# Lines of tandem-trim, which \"tandem-trim --applications off\" removes";
 constexpr std::string_view kEndMark = "# End of the lines of tandem-trim";
 
 // Behind the mark, in the order of Before.
@@ -54,7 +54,7 @@ MarkedText partMarkedLines(std::string_view text, const std::string& file) {
   if (isThere(begin) != isThere(find(text, kEndMark)) || isThere(begin) != isThere(end)) {
     const auto missing = isThere(begin) ? kEndMark : kBeginMark;
     throw Failure(file + ": the line \"" + std::string(missing) +
-                  "\" is missing; put it back, or take the other mark and the lines away by hand");
+                  "\" is missing; put it back, or remove the other mark and the lines between them by hand");
   }
   if (!isThere(begin)) return {std::string(text)};
   const auto mark = text.substr(begin.begin, begin.end - begin.begin);

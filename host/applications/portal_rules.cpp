@@ -81,7 +81,7 @@ ChosenBackend byDesktop(const PortalPlaces& places, const std::vector<Backend>& 
     for (const auto& backend : backends) {
       const bool isForIt = std::ranges::any_of(
           backend.useIn, [&](const auto& name) { return lowerCase(name) == lowerCase(desktop); });
-      if (isForIt) return {backend.name, "which says that it is for the desktop " + desktop, {}};
+      if (isForIt) return {backend.name, "which is made for the desktop " + desktop, {}};
     }
   }
   return {};
@@ -97,7 +97,7 @@ ChosenBackend bySettings(const fs::path& file, const std::vector<Backend>& backe
       if (name == "*" || name == backend.name) return {backend.name, "named by " + file.string(), file};
     }
   }
-  return {std::nullopt, file.string() + " names none that is there", file};
+  return {std::nullopt, file.string() + " names none that is installed", file};
 }
 
 }  // namespace
@@ -186,7 +186,8 @@ ChosenBackend chosenBackend(const PortalPlaces& places, PortalVersion version) {
   }
   if (auto chosen = byDesktop(places, backends); chosen.name) return chosen;
   for (const auto& backend : backends) {
-    if (!hasSettings || backend.name == kLastResort) return {backend.name, "since nothing names another", {}};
+    if (!hasSettings || backend.name == kLastResort)
+      return {backend.name, "because nothing names another", {}};
   }
   return {std::nullopt, "nothing names one", {}};
 }

@@ -124,7 +124,7 @@ void reset(const CommandLine& line, const Report& report) {
   const auto printer = findPrinter(connection, line.printer);
   const auto gone = resetDefaults(printer);
   report(gone.empty() ? "no defaults of yours are kept for " + printer.name
-                      : "your defaults for " + printer.name + " are taken away: " + countText(gone));
+                      : "your defaults for " + printer.name + " are removed: " + countText(gone));
 }
 
 void showSaved(const CommandLine& line, std::ostream& out, const SavedFile& saved) {

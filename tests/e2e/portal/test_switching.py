@@ -117,7 +117,7 @@ class SwitchingTest(TerminalCase):
 
     def test_the_portal_takes_the_backend_and_leaves_all_others_as_the_desktop_has_them(self):
         self.desktop_says(DESKTOPS_OWN)
-        self.assertIn(str(self.settings), self.does(*ON))
+        self.assertEqual(self.does(*ON), f"written: {self.settings}\n")
         with self.session():
             shown = self.does(*STATUS)
         self.assertEqual(json.loads(self.choices.read_text()), {"Print": "tandemtrim", "FileChooser": "gnome", "Settings": "gtk"})
@@ -130,9 +130,10 @@ class SwitchingTest(TerminalCase):
         self.desktop_says(DESKTOPS_OWN)
         self.does(*ON, "--all-gtk", notes=["those for files"])
         self.assertNotEqual(self.files(), before)
-        self.does(*OFF)
+        gtk = self.folder / "home/.config/environment.d/60-tandem-trim.conf"
+        self.assertEqual(self.does(*OFF), f"removed: {self.settings}\nremoved: {gtk}\n")
         self.assertEqual(self.files(), before)
-        self.does(*OFF, notes=["nothing of tandem-trim"])
+        self.does(*OFF, notes=["no lines of tandem-trim; nothing was changed"])
         self.assertEqual(self.files(), before)
 
     def test_what_the_user_wrote_stays_and_comes_back(self):
@@ -145,7 +146,7 @@ class SwitchingTest(TerminalCase):
                 with self.session():
                     self.does(*STATUS)
                 self.assertEqual(json.loads(self.choices.read_text())["FileChooser"], "kde" if "kde" in text else None)
-                self.does(*OFF)
+                self.assertEqual(self.does(*OFF), f"written: {self.settings}\n")
                 self.assertEqual(self.files(), before)
                 self.settings.unlink()
                 self.settings.parent.rmdir()
@@ -165,7 +166,7 @@ class SwitchingTest(TerminalCase):
         self.desktop_says(DESKTOPS_OWN)
         self.does(*ON)
         once = self.settings.read_bytes()
-        self.assertIn("as it has to be", self.does(*ON))
+        self.assertEqual(self.does(*ON), f"unchanged: {self.settings}\n")
         self.assertEqual(self.settings.read_bytes(), once)
         self.desktop_says(DESKTOPS_OWN.replace("gnome;", "kde;"))
         self.does(*ON)
@@ -174,7 +175,7 @@ class SwitchingTest(TerminalCase):
     def test_a_user_who_named_the_backend_has_nothing_changed(self):
         self.user_wrote(f"[preferred]\n{PRINT}=tandemtrim;gtk\n")
         before = self.files()
-        self.assertIn("as it has to be", self.does(*ON))
+        self.assertEqual(self.does(*ON), f"unchanged: {self.settings}\n")
         self.assertEqual(self.files(), before)
 
     def test_all_gtk_programs_are_sent_through_the_portal_only_where_that_is_asked_for(self):
@@ -182,6 +183,8 @@ class SwitchingTest(TerminalCase):
         self.does(*ON)
         self.assertFalse(file.exists())
         self.does(*ON, "--all-gtk", notes=["those for files"])
+        with self.session():
+            self.assertIn(f"GTK applications that use the portal: all from the next login on, by {file}\n", self.does(*STATUS))
         lines = [line for line in file.read_text().splitlines() if not line.startswith("#")]
         self.assertEqual(lines, ["GTK_USE_PORTAL=1", "GDK_DEBUG=portals${GDK_DEBUG:+:$GDK_DEBUG}"])
         self.does(*OFF)
@@ -199,7 +202,7 @@ class SwitchingTest(TerminalCase):
         self.assertTrue(self.settings.is_symlink())
         self.assertEqual(kept.read_text(), "[preferred]\ndefault=kde\n")
         kept.unlink()
-        self.fails(*ON, words=[f"{self.settings} is a link to {kept}, which is not there"])
+        self.fails(*ON, words=[f"{self.settings} is a link to {kept}, which does not exist"])
 
     def test_what_cannot_be_understood_is_refused_and_left_alone(self):
         end = "# End of the lines of tandem-trim\n"
@@ -230,9 +233,9 @@ class SwitchingTest(TerminalCase):
 
     def test_a_portal_that_runs_has_to_be_started_anew(self):
         with self.session():
-            self.fails(*STATUS, words=["the desktop portal takes", "switch by tandem-trim --applications on"])
+            self.fails(*STATUS, words=["the desktop portal uses", "run tandem-trim --applications on"])
             self.does(*ON, notes=["systemctl --user restart xdg-desktop-portal"])
-            self.fails(*STATUS, words=["started before its settings changed: systemctl --user restart"])
+            self.fails(*STATUS, words=["started before its settings changed; restart it by systemctl --user restart"])
             self.does(*OFF, notes=["systemctl --user restart xdg-desktop-portal"])
         self.does(*ON)
         with self.session():
@@ -241,7 +244,7 @@ class SwitchingTest(TerminalCase):
     def test_the_settings_are_where_the_portal_that_runs_reads_them(self):
         self.more = {"XDG_CONFIG_HOME": str(self.folder / "elsewhere")}
         with self.session():
-            self.fails(*STATUS, words=["switch by"])  # Starts the portal.
+            self.fails(*STATUS, words=["run tandem-trim"])  # Starts the portal.
             self.more = {}
             self.assertIn(str(self.folder / "elsewhere/xdg-desktop-portal/portals.conf"), self.does(*ON, notes=["restart"]))
             self.fails(*STATUS, words=["started before its settings changed"])
@@ -272,7 +275,7 @@ class SwitchingTest(TerminalCase):
         (self.folder / f"data/dbus-1/services/{BACKEND}.service").write_text(f"[D-BUS Service]\nName={BACKEND}\nExec=/bin/false\n")
         self.does(*ON)
         with self.session():
-            result = self.fails(*STATUS, words=["does not say that applications can print by it", "the print backend of tandem-trim does not answer"])
+            result = self.fails(*STATUS, words=["does not offer printing to applications", "the print backend of tandem-trim does not answer"])
         self.assertIn("journalctl --user -u tandem-trim-portal", result.stderr)
 
     def test_a_portal_that_looks_elsewhere_gets_a_link(self):
@@ -301,14 +304,14 @@ class SwitchingTest(TerminalCase):
         with self.real_portal("TandemTrim:GNOME"):
             shown = self.does(*STATUS)
             self.assertIn("desktop portal: 1.16, running", shown)
-            self.assertIn("print backend: tandemtrim, which says that it is for the desktop TandemTrim\n", shown)
+            self.assertIn("print backend: tandemtrim, which is made for the desktop TandemTrim\n", shown)
             self.does(*ON)
         self.assertFalse((self.folder / "home/.config").exists())
 
     def test_a_portal_without_settings_is_told_how_to_take_the_backend(self):
         remedy = "XDG_CURRENT_DESKTOP=TandemTrim:GNOME"
         with self.real_portal("GNOME"):
-            self.fails(*STATUS, words=["takes the print backend gtk", "before 1.17 have no portals.conf", remedy])
+            self.fails(*STATUS, words=["uses the print backend gtk", "before 1.17 have no portals.conf", remedy])
             self.fails(*ON, "--all-gtk", words=[remedy, "nothing was written"])
         self.assertFalse((self.folder / "home/.config").exists())
 
