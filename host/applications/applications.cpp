@@ -149,9 +149,10 @@ std::string notChosenText(const Portal& portal, const ChosenBackend& chosen) {
   const auto fact = "the desktop portal uses " +
                     (chosen.name ? "the print backend " + *chosen.name + ", " : "no print backend: ") +
                     chosen.reason;
-  if (versionOf(portal) >= kFirstWithSettings) return fact + "; run tandem-trim --applications on";
   const auto backend = backendFile(portal.places, versionOf(portal), kOwnBackend);
-  return backend ? fact + byDesktopText(portal, *backend) : fact;
+  if (!backend) return fact;
+  return versionOf(portal) >= kFirstWithSettings ? fact + "; run tandem-trim --applications on"
+                                                 : fact + byDesktopText(portal, *backend);
 }
 
 bool isOutdated(const Portal& portal, const ChosenBackend& chosen) {
@@ -175,8 +176,9 @@ Lines whatDoesNotAnswer() {
 }
 
 void showPortal(const Portal& portal, const ChosenBackend& chosen, std::ostream& out) {
-  out << "desktop portal: " << (portal.version ? textOf(*portal.version) : "of unknown version") << ", "
-      << (portal.process ? "running" : "not running") << '\n';
+  const auto version = portal.version ? textOf(*portal.version) : "of unknown version";
+  const auto* const state = portal.process ? ", running" : ", not running";
+  out << "desktop portal: " << (portal.isInstalled ? version + state : "not installed") << '\n';
   out << "print backend: " << plainText(chosen.name.value_or("none")) << ", " << plainText(chosen.reason)
       << '\n';
 }

@@ -261,7 +261,8 @@ class SwitchingTest(TerminalCase):
         (self.folder / f"data/dbus-1/services/{PORTAL}.service").unlink()
         self.does(*ON, notes=["install the package xdg-desktop-portal"])
         with self.session():
-            self.fails(*STATUS, words=["install the package xdg-desktop-portal"])
+            result = self.fails(*STATUS, words=["install the package xdg-desktop-portal"])
+        self.assertIn("desktop portal: not installed\n", result.stdout)
 
     def test_a_backend_that_is_not_installed_is_named(self):
         (self.folder / f"data/dbus-1/services/{BACKEND}.service").unlink()
@@ -269,7 +270,9 @@ class SwitchingTest(TerminalCase):
         missing = "finds no tandemtrim.portal in"
         self.does(*ON, notes=[missing])
         with self.session():
-            self.fails(*STATUS, words=[missing, "the print backend of tandem-trim does not answer", "install the package tandem-trim-gtk"])
+            result = self.fails(*STATUS, words=[missing, "the print backend of tandem-trim does not answer", "install the package tandem-trim-gtk"])
+        # It is on already.
+        self.assertNotIn("--applications on", result.stderr)
 
     def test_a_backend_that_ends_at_once_is_told(self):
         (self.folder / f"data/dbus-1/services/{BACKEND}.service").write_text(f"[D-BUS Service]\nName={BACKEND}\nExec=/bin/false\n")
