@@ -36,8 +36,6 @@ if(TANDEM_TRIM_SANITIZE STREQUAL "address")
 elseif(TANDEM_TRIM_SANITIZE STREQUAL "thread")
   add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
   add_link_options(-fsanitize=thread)
-  # GLib wakes another thread by a file. ThreadSanitizer learns of that only where GLib is loaded with the program.
-  link_libraries($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-Wl,--push-state,--no-as-needed,-lglib-2.0,--pop-state>)
 endif()
 if(TANDEM_TRIM_COVERAGE AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   add_compile_options(-fprofile-instr-generate -fcoverage-mapping -fcoverage-mcdc)

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include <glibmm/main.h>
-
 #include "host/dialog/texts/texts.hpp"
 #include "host/filled_text.hpp"
 #include "host/progress_text.hpp"
@@ -43,9 +41,8 @@ Progress Sender::makeProgress() const {
       throw Failure(Trouble::cancelled, Fact(reason, "cancelled"_fact, {}));
     // A document goes faster than the dialog can show of it.
     if (underWay->exchange(true)) return;
-    Glib::signal_idle().connect_once([show, alive, underWay,
-                                      text = progressText(shownName(job, name), sent, size, localized),
-                                      share = shareOf(sent, size)] {
+    inForeground([show, alive, underWay, text = progressText(shownName(job, name), sent, size, localized),
+                  share = shareOf(sent, size)] {
       *underWay = false;
       if (!alive.expired()) show(text, share);
     });

@@ -98,7 +98,7 @@ int Service::run() {
   do {
     const auto name = g_bus_own_name_on_connection(bus, kName, G_BUS_NAME_OWNER_FLAGS_NONE, nullptr,
                                                    onNameLost, this, nullptr);
-    g_main_loop_run(loop_);
+    g_main_loop_run(loop_.get());
     g_bus_unown_name(name);
     while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
   } while (status_ == 0 && !sessions_.empty());
@@ -129,7 +129,7 @@ void Service::onNameLost(GDBusConnection* bus, const char* /*name*/, gpointer se
 // What users have told their dialogs to print is printed without the bus, too.
 void Service::leaveAll() {
   for (auto& [number, running] : sessions_) running.session->leave();
-  if (sessions_.empty()) g_main_loop_quit(loop_);
+  if (sessions_.empty()) g_main_loop_quit(loop_.get());
 }
 
 GVariant* Service::onProperty(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
@@ -233,7 +233,7 @@ void Service::endSession(int session) {
   onMainLoop([this, session] {
     sessions_.erase(session);
     if (!sessions_.empty()) return;
-    status_ == 0 ? endWhenIdle() : g_main_loop_quit(loop_);
+    status_ == 0 ? endWhenIdle() : g_main_loop_quit(loop_.get());
   });
 }
 
@@ -249,7 +249,7 @@ void Service::makeRoom() {
 }
 
 void Service::endWhenIdle() {
-  idle_ = Timer(kIdleTime, [this] { g_main_loop_quit(loop_); });
+  idle_ = Timer(kIdleTime, [this] { g_main_loop_quit(loop_.get()); });
 }
 
 // The toolkit is started once only, also where it finds no screen.

@@ -68,7 +68,8 @@ class Service {
 
   const Report report_;
   const std::chrono::seconds lifeOfToken_;
-  GMainLoop* const loop_ = g_main_loop_new(nullptr, FALSE);
+  const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop_{g_main_loop_new(nullptr, FALSE),
+                                                                       g_main_loop_unref};
   std::map<int, Running> sessions_;
   int lastSession_ = 0;
   Tokens tokens_;

@@ -8,8 +8,6 @@
 #include <thread>
 #include <utility>
 
-#include <glibmm/main.h>
-
 #include "host/cups/connection/login.hpp"
 #include "host/failure.hpp"
 
@@ -27,6 +25,9 @@ inline std::atomic<int> underWay = 0;
 
 /// Gives no login.
 inline std::optional<Login> nobodyToAsk(const LoginQuestion& /*question*/) { return std::nullopt; }
+
+/// Runs `act` on the main loop once there is nothing to draw, from any thread.
+void inForeground(std::function<void()> act);
 
 /// The outcome of the work: its result, or the failure that it raised.
 template <class Result>
@@ -48,10 +49,9 @@ template <class Result>
 void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
                   std::function<void(Outcome<Result>)> done, AskForLogin ask = nobodyToAsk) {
   const auto deliver = [listener = std::move(listener), done = std::move(done)](Outcome<Result> outcome) {
-    Glib::signal_idle().connect_once(
-        [listener, done, outcome = std::make_shared<Outcome<Result>>(std::move(outcome))] {
-          if (!listener.expired()) done(std::move(*outcome));
-        });
+    inForeground([listener, done, outcome = std::make_shared<Outcome<Result>>(std::move(outcome))] {
+      if (!listener.expired()) done(std::move(*outcome));
+    });
   };
   ++underWay;
   try {

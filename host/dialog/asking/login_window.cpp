@@ -4,11 +4,11 @@
 #include <utility>
 
 #include <cups/cups.h>
-#include <glibmm/main.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/label.h>
 
+#include "host/dialog/asking/background.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/filled_text.hpp"
 
@@ -48,7 +48,7 @@ std::optional<Login> LoginWindow::waitForAnswer(LoginWindow* window, const std::
                                                 const LoginQuestion& question) {
   auto answer = std::make_shared<Answer>();
   auto login = answer->promise.get_future();
-  Glib::signal_idle().connect_once([window, alive, question, answer] {
+  inForeground([window, alive, question, answer] {
     if (alive.expired()) {
       answer->promise.set_value(std::nullopt);
     } else {
