@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Measures dialogs on a screen in turn, so that what else the machine does meets all, and prints each round's figures as JSON.
 
-measure.py SCREEN MODE ROUNDS COMMAND [-- COMMAND ...]: SCREEN is the program of screen.cpp, MODE one of its modes.
+measure.py SCREEN MODE ROUNDS COMMAND [-- COMMAND ...]: SCREEN is the program of screen.cpp, MODE one of its modes. Of a print backend the
+command is its name on the session bus, and then the command by which the bus starts it.
 """
 
 import itertools
@@ -10,6 +11,8 @@ import os
 import pathlib
 import subprocess
 import sys
+
+OF_BACKENDS = ("started", "asked", "idle", "dialogs")
 
 
 def figures(screen, mode, command):
@@ -22,9 +25,16 @@ def figures(screen, mode, command):
 
 def still():
     """Switches GTK's animations off, in which the drawing that is waited for would be lost."""
-    folder = pathlib.Path(os.environ.get("XDG_CONFIG_HOME") or pathlib.Path.home() / ".config", "gtk-4.0")
+    for toolkit in ("gtk-3.0", "gtk-4.0"):
+        folder = pathlib.Path(os.environ.get("XDG_CONFIG_HOME") or pathlib.Path.home() / ".config", toolkit)
+        folder.mkdir(parents=True, exist_ok=True)
+        (folder / "settings.ini").write_text("[Settings]\ngtk-enable-animations=false\n")
+
+
+def have_the_bus_start(name, *command):
+    folder = pathlib.Path(os.environ["XDG_RUNTIME_DIR"], "dbus-1/services")
     folder.mkdir(parents=True, exist_ok=True)
-    (folder / "settings.ini").write_text("[Settings]\ngtk-enable-animations=false\n")
+    (folder / f"{name}.service").write_text(f"[D-BUS Service]\nName={name}\nExec={' '.join(command)}\n")
 
 
 def main():
@@ -32,6 +42,10 @@ def main():
     screen, mode, rounds, *words = sys.argv[1:]
     groups = itertools.groupby(words, lambda word: word == "--")
     commands = [list(group) for is_separator, group in groups if not is_separator]
+    if mode in OF_BACKENDS:
+        for command in commands:
+            have_the_bus_start(*command)
+        subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig"], stdout=subprocess.DEVNULL, check=True)
     table = [[figures(screen, mode, command) for command in commands] for _ in range(int(rounds) + 1)]
     # The first round reads the files.
     print(json.dumps(table[1:]))

@@ -5,6 +5,11 @@
 //   screen click X Y COMMAND...  from a click there, once all is drawn, until a large part is drawn again
 //   screen changes X Y1 Y2 COMMAND...  the kilobytes of memory that the command writes while a hundred clicks
 //                             go there, now at one height and now at the other
+// and of the print backend of a desktop portal, which has this name on the session bus:
+//   screen started NAME...    from a request that starts it until its dialog is first drawn; then ends it
+//   screen asked NAME...      from a later request until its dialog is first drawn
+//   screen idle NAME...       the kilobytes of memory that it has written before its first request; then ends
+//   it screen dialogs NAME...    those that it writes while a hundred dialogs come and go; then ends it
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -18,6 +23,7 @@
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <X11/extensions/Xdamage.h>
+#include <gio/gio.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -33,6 +39,8 @@ constexpr int kSmallest = 200;  // pixels of a window that counts
 constexpr int kChanged = 120;
 constexpr int kFirstChanges = 20;  // after which the toolkit's caches are full
 constexpr int kChanges = 100;
+constexpr int kFirstDialogs = 20;
+constexpr int kDialogs = 100;
 
 [[noreturn]] void fail(const char* why) {
   std::fprintf(stderr, "screen: %s\n", why);
@@ -107,6 +115,16 @@ void print(Clock::duration duration) {
               static_cast<long>(std::chrono::duration_cast<std::chrono::microseconds>(duration).count()));
 }
 
+// Kilobytes that are the process's own.
+long privateMemoryOf(pid_t process) {
+  std::ifstream rollup("/proc/" + std::to_string(process) + "/smaps_rollup");
+  long kilobytes = 0;
+  for (std::string word; rollup >> word;) {
+    if (word == "Private_Dirty:") rollup >> kilobytes;
+  }
+  return kilobytes;
+}
+
 // A command that is ended with this object.
 class Program {
  public:
@@ -121,18 +139,74 @@ class Program {
     waitpid(process_, nullptr, 0);
   }
 
-  // Kilobytes that are the process's own.
-  [[nodiscard]] long privateMemory() const {
-    std::ifstream rollup("/proc/" + std::to_string(process_) + "/smaps_rollup");
-    long kilobytes = 0;
-    for (std::string word; rollup >> word;) {
-      if (word == "Private_Dirty:") rollup >> kilobytes;
-    }
-    return kilobytes;
-  }
+  [[nodiscard]] long privateMemory() const { return privateMemoryOf(process_); }
 
  private:
   pid_t process_ = 0;
+};
+
+// A print backend, which the bus starts when it is asked for something.
+class Backend {
+ public:
+  explicit Backend(const char* name)
+      : name_(name), bus_(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr)) {
+    if (bus_ == nullptr) fail("there is no session bus");
+  }
+
+  // Asks for a dialog.
+  void ask() {
+    request_ = std::string(kPlace) + "/request/bench/" + std::to_string(++requests_);
+    g_dbus_connection_call(
+        bus_, name_, kPlace, kPrint, "PreparePrint",
+        g_variant_new_parsed("(%o, '', '', 'Print', {'printer': <'Morva'>}, @a{sv} {}, @a{sv} {})",
+                             request_.c_str()),
+        nullptr, G_DBUS_CALL_FLAGS_NONE, G_MAXINT, nullptr, nullptr, nullptr);
+  }
+  // Takes the request back.
+  void close() { call(name_, request_.c_str(), "org.freedesktop.impl.portal.Request", "Close", nullptr); }
+  // Its process, which is started if need be.
+  pid_t process() {
+    call(name_, kPlace, "org.freedesktop.DBus.Peer", "Ping", nullptr);
+    auto* const answer = callBus("GetConnectionUnixProcessID");
+    guint32 process = 0;
+    g_variant_get(answer, "(u)", &process);
+    g_variant_unref(answer);
+    return static_cast<pid_t>(process);
+  }
+  // Ends its process.
+  void end() {
+    kill(process(), SIGKILL);
+    gboolean isThere = TRUE;
+    while (isThere != FALSE) {
+      auto* const answer = callBus("NameHasOwner");
+      g_variant_get(answer, "(b)", &isThere);
+      g_variant_unref(answer);
+    }
+  }
+
+ private:
+  static constexpr const char* kPlace = "/org/freedesktop/portal/desktop";
+  static constexpr const char* kPrint = "org.freedesktop.impl.portal.Print";
+
+  GVariant* answerOf(const char* name, const char* path, const char* interface, const char* method,
+                     GVariant* values) {
+    auto* const answer = g_dbus_connection_call_sync(bus_, name, path, interface, method, values, nullptr,
+                                                     G_DBUS_CALL_FLAGS_NONE, kPatience, nullptr, nullptr);
+    if (answer == nullptr) fail("the print backend does not answer");
+    return answer;
+  }
+  void call(const char* name, const char* path, const char* interface, const char* method, GVariant* values) {
+    g_variant_unref(answerOf(name, path, interface, method, values));
+  }
+  GVariant* callBus(const char* method) {
+    constexpr const char* kBus = "org.freedesktop.DBus";
+    return answerOf(kBus, "/org/freedesktop/DBus", kBus, method, g_variant_new("(s)", name_));
+  }
+
+  const char* name_;
+  GDBusConnection* bus_;
+  int requests_ = 0;
+  std::string request_;
 };
 
 void waitForLargeDrawing(Screen& screen, XRectangle& area, Clock::time_point& when) {
@@ -206,16 +280,83 @@ void measureChanges(char** words) {
   std::printf("%ld\n", program.privateMemory() - before);
 }
 
+void measureStarted(char** words) {
+  Screen screen;
+  Clock::time_point when;
+  Backend backend(words[0]);
+  const auto start = Clock::now();
+  backend.ask();
+  waitForWindow(screen, when);
+  print(when - start);
+  screen.lastDrawing(when, kSettled);
+  backend.end();
+  screen.lastDrawing(when, kQuiet);
+}
+
+void showDialog(Screen& screen, Backend& backend, Clock::time_point& when) {
+  backend.ask();
+  waitForWindow(screen, when);
+}
+
+void closeDialog(Screen& screen, Backend& backend) {
+  Clock::time_point when;
+  backend.close();
+  screen.lastDrawing(when, kChanged);
+}
+
+void measureAsked(char** words) {
+  Screen screen;
+  Clock::time_point when;
+  Backend backend(words[0]);
+  showDialog(screen, backend, when);
+  screen.lastDrawing(when, kSettled);
+  closeDialog(screen, backend);
+  const auto start = Clock::now();
+  showDialog(screen, backend, when);
+  print(when - start);
+  screen.lastDrawing(when, kSettled);
+  closeDialog(screen, backend);
+}
+
+void measureIdle(char** words) {
+  Backend backend(words[0]);
+  const auto process = backend.process();
+  poll(nullptr, 0, kSettled);
+  std::printf("%ld\n", privateMemoryOf(process));
+  backend.end();
+}
+
+void measureDialogs(char** words) {
+  Screen screen;
+  Clock::time_point when;
+  Backend backend(words[0]);
+  const auto show = [&](int count) {
+    for (int i = 0; i < count; ++i) {
+      showDialog(screen, backend, when);
+      screen.lastDrawing(when, kChanged);
+      closeDialog(screen, backend);
+    }
+    return privateMemoryOf(backend.process());
+  };
+  const auto before = show(kFirstDialogs);
+  std::printf("%ld\n", show(kDialogs) - before);
+  backend.end();
+}
+
 // A mode, the words that it takes before the command, and what it does with all of them.
 struct Mode {
   std::string_view name;
   int words;
   void (*measure)(char** words);
 };
-constexpr std::array<Mode, 4> kModes{{{"frame", 0, measureFrame},
+constexpr std::array<Mode, 8> kModes{{{"frame", 0, measureFrame},
                                       {"settle", 0, measureSettle},
                                       {"click", 2, measureClick},
-                                      {"changes", 3, measureChanges}}};
+                                      {"changes", 3, measureChanges},
+                                      {"started", 0, measureStarted},
+                                      {"asked", 0, measureAsked},
+                                      {"idle", 0, measureIdle},
+                                      {"dialogs", 0, measureDialogs}}};
 
 }  // namespace
 
@@ -226,5 +367,7 @@ int main(int argc, char* argv[]) {
       return 0;
     }
   }
-  fail("frame COMMAND... | settle COMMAND... | click X Y COMMAND... | changes X Y1 Y2 COMMAND...");
+  fail(
+      "frame COMMAND... | settle COMMAND... | click X Y COMMAND... | changes X Y1 Y2 COMMAND... | "
+      "started NAME... | asked NAME... | idle NAME... | dialogs NAME...");
 }
