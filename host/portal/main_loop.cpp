@@ -1,6 +1,8 @@
 #include "host/portal/main_loop.hpp"
 
+#include <deque>
 #include <exception>
+#include <mutex>
 #include <utility>
 
 #include <glib.h>
@@ -10,12 +12,32 @@ namespace {
 
 using Act = std::function<void()>;
 
-gboolean runOnce(gpointer act) {
+// What is handed over goes by a lock of its own, since ThreadSanitizer does not see those within GLib.
+std::mutex lock;
+std::deque<Act> handedOver;
+
+Act takeNext() {
+  const std::scoped_lock held(lock);
+  auto act = std::move(handedOver.front());
+  handedOver.pop_front();
+  return act;
+}
+
+void run(const Act& act) {
   try {
-    (*static_cast<Act*>(act))();
+    act();
   } catch (const std::exception& failure) {
     g_warning("%s", failure.what());
   }
+}
+
+gboolean runNext(gpointer /*nothing*/) {
+  run(takeNext());
+  return G_SOURCE_REMOVE;
+}
+
+gboolean runOnce(gpointer act) {
+  run(*static_cast<Act*>(act));
   return G_SOURCE_REMOVE;
 }
 
@@ -24,7 +46,11 @@ void destroyAct(gpointer act) { delete static_cast<Act*>(act); }
 }  // namespace
 
 void onMainLoop(std::function<void()> act) {
-  g_idle_add_full(G_PRIORITY_DEFAULT, runOnce, new Act(std::move(act)), destroyAct);
+  {
+    const std::scoped_lock held(lock);
+    handedOver.push_back(std::move(act));
+  }
+  g_idle_add_full(G_PRIORITY_DEFAULT, runNext, nullptr, nullptr);
 }
 
 Timer::Timer(std::chrono::seconds time, std::function<void()> act)

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <gio/gunixfdlist.h>
+#include <malloc.h>
 
 #include "host/dialog/module.hpp"
 #include "host/failure.hpp"
@@ -227,12 +228,13 @@ void Service::close(GDBusConnection* bus, GDBusMessage* message) {
   if (isOwn) session->leave();
 }
 
-// It may be its dialog that says so.
+// It may be its dialog that says so. What a dialog frees lies scattered among what the toolkit keeps.
 void Service::endSession(int session) {
   tokens_.forget(session);
   onMainLoop([this, session] {
     sessions_.erase(session);
     if (!sessions_.empty()) return;
+    malloc_trim(0);
     status_ == 0 ? endWhenIdle() : g_main_loop_quit(loop_.get());
   });
 }
