@@ -54,7 +54,7 @@ sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer; TE
 	$(call build,sanitize)
 	ctest --preset sanitize $(TESTS)
 
-soak: ## ten million random sequences of calls at the panel, ten thousand jobs through a print server, jobs cut at every byte; takes hours
+soak: ## ten million random sequences of calls at the panel, ten thousand jobs through a print server, jobs cut at every byte, a thousand requests of other programs; takes hours
 	$(install_dependencies) test
 	$(call build,test)
 	seq 2 | TANDEM_TRIM_SEQUENCES=5000000 xargs -P 2 -I '{}' build/release/tests/sequences/tandemtrim_sequences_test
@@ -62,6 +62,8 @@ soak: ## ten million random sequences of calls at the panel, ten thousand jobs t
 	  /usr/bin/python3 -m unittest test_volume
 	cd tests/e2e && seq 0 15 | xargs -P 16 -I '{}' ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release \
 	  TANDEM_TRIM_CUTS='{}/16' TANDEM_TRIM_LARGE_CUTS=13 /usr/bin/python3 -m unittest test_cut_jobs
+	cd tests/e2e/portal && ../../support/on_own_screen.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release TANDEM_TRIM_REQUESTS=1000 \
+	  /usr/bin/python3 -m unittest test_clients_that_die
 
 race: ## the dialog's work in the background under ThreadSanitizer
 	$(install_dependencies) test

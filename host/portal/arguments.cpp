@@ -25,7 +25,6 @@ constexpr double kLargestScale = 1000;
 // In millimetres.
 constexpr double kSmallestSide = 10;
 constexpr double kLargestSide = 5000;
-constexpr std::size_t kMostRanges = 100;
 
 using Value = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
 
@@ -100,7 +99,7 @@ constexpr std::array<std::pair<const char*, FileFormat>, 3> kFileFormats{
 // GTK counts pages from 0.
 std::optional<std::string> pagesOf(std::string_view ranges) {
   std::vector<PageRange> pages;
-  while (!ranges.empty() && pages.size() < kMostRanges) {
+  while (!ranges.empty()) {
     const auto range = ranges.substr(0, ranges.find(','));
     ranges.remove_prefix(std::min(range.size() + 1, ranges.size()));
     const auto dash = range.find('-');
@@ -110,7 +109,7 @@ std::optional<std::string> pagesOf(std::string_view ranges) {
     if (!first || !last || *last < *first) return std::nullopt;
     pages.push_back({*first + 1, *last + 1});
   }
-  return pages.empty() || !ranges.empty() ? std::nullopt : std::optional(pageRangesText(std::move(pages)));
+  return pages.empty() ? std::nullopt : std::optional(pageRangesText(std::move(pages)));
 }
 
 Options optionsOf(GVariant* settings) {

@@ -168,6 +168,11 @@ class PortalCase(DialogCase):
         self.assertIn(ended, (0, -signal.SIGTERM), said)
         return said
 
+    def windows(self):
+        """All windows that it shows."""
+        program = Program.of_process(self.process.pid)
+        return program.windows() if program else []
+
     def shown(self, title="Print"):
         """The dialog of this title, with its printer's details."""
         dialog = Shown(self.process, title)

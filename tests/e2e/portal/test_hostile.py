@@ -9,7 +9,6 @@ import unittest
 from dialog_case import until
 from gi.repository import GLib
 from portal_client import DONE, FAILED, NAME, PLACE, PRINT, REQUEST, SERVICE, Client, PortalCase, Shown, texts
-from screen_reader import Program
 from terminal_case import SAMPLE, digest
 
 MEBI = 1 << 20
@@ -33,10 +32,6 @@ class HostileTest(PortalCase):
         """The service's memory in bytes."""
         status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
         return int(status.split("VmRSS:")[1].split()[0]) * 1024
-
-    def windows(self):
-        program = Program.of_process(self.process.pid)
-        return program.windows() if program else []
 
     def take_back(self, call):
         """Waits for the call's dialog, then takes the call back."""

@@ -15,7 +15,6 @@ from gi.repository import GLib
 from notifications import Desktop
 from portal_client import CANCELLED, DONE, FAILED, Client, PortalCase, Shown, texts
 from relay import WantsLogin
-from screen_reader import Program
 from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, VALID, digest, of_panel
 
 RANGES = "Specify one or more page ranges"
@@ -531,10 +530,6 @@ class RequestsTest(PortalCase):
             self.assertEqual(call.answer(), (FAILED, {}))
             until(lambda: not self.windows(), "the dialog to go")
         self.assert_nothing_was_sent()
-
-    def windows(self):
-        program = Program.of_process(self.process.pid)
-        return program and program.windows()
 
     def made_up(self, chance, keys):
         """A dictionary with some of the keys and any value."""

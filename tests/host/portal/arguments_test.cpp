@@ -59,6 +59,16 @@ TEST(Suggestions, AreLeftOutWhereTheyAreWrong) {
     EXPECT_THAT(prepared(settings).options, IsEmpty()) << settings;
 }
 
+TEST(Suggestions, AreLeftOutWhereTheyAreLongerThan255Bytes) {
+  const auto settings = [](const std::string& rest) {
+    std::string pages = rest;
+    while (pages.size() < 255) pages += ",2";
+    return "{'print-pages': <'ranges'>, 'page-ranges': <'" + pages + "'>}";
+  };
+  EXPECT_THAT(prepared(settings("0")).options, ElementsAre(testing::Field(&Option::keyword, "page-ranges")));
+  EXPECT_THAT(prepared(settings("10")).options, IsEmpty());
+}
+
 TEST(Suggestions, AreNeverOptionsOfThePrinter) {
   const auto request = prepared(
       "{'cups-MVTopMargin': <'12'>, 'MVTopMargin': <'12'>, 'media-type': <'Glossy'>, 'output-uri': "
@@ -73,6 +83,7 @@ TEST(Suggestions, NameAPrinterAndADocumentButNoPath) {
   const auto path = prepared("{'printer': <'a/b'>, 'output-basename': <'../text.txt'>}");
   EXPECT_EQ(path.printer, std::nullopt);
   EXPECT_EQ(path.document, "");
+  EXPECT_EQ(prepared("{'printer': <''>}").printer, std::nullopt);
   const auto control = prepared("{'printer': <'a\\nb'>, 'output-basename': <'a\\u0007'>}");
   EXPECT_EQ(control.printer, std::nullopt);
   EXPECT_EQ(control.document, "");
@@ -106,6 +117,14 @@ TEST(PageSetup, OfNoSizeLeavesThePaperToThePrinter) {
               IsEmpty());
 }
 
+TEST(PageSetup, OfAnOddSizeWithinTheLimitsIsAPaperOfItsOwn) {
+  for (const char* setup : {"{'Width': <10.0>, 'Height': <10.0>}", "{'Width': <5000.0>, 'Height': <5000.0>}"})
+    EXPECT_THAT(prepared("{}", setup).options, ElementsAre(testing::Field(&Option::keyword, "media")))
+        << setup;
+  for (const char* setup : {"{'Width': <9.9>, 'Height': <20.0>}", "{'Width': <20.0>, 'Height': <5001.0>}"})
+    EXPECT_THAT(prepared("{}", setup).options, IsEmpty()) << setup;
+}
+
 TEST(OptionsOfARequest, SayWhatTheProgramCanDo) {
   const auto request =
       prepared("{}", "{}",
@@ -130,6 +149,11 @@ TEST(OptionsOfARequest, AreUsualWhereNothingIsSaidOrOfAnotherType) {
   }
 }
 
+TEST(Formats, HaveSvgOnlyAlongWithBothOthers) {
+  EXPECT_THAT(prepared("{}", "{}", "{'supported_output_file_formats': <['svg', 'pdf']>}").formats,
+              ElementsAre(FileFormat::pdf));
+}
+
 TEST(Formats, OfWhichNoneIsKnownAreNone) {
   EXPECT_THAT(prepared("{}", "{}", "{'supported_output_file_formats': <['png']>}").formats, IsEmpty());
 }
@@ -142,6 +166,14 @@ TEST(Caller, IsNamedInOneShortLine) {
   EXPECT_LT(request.title.size(), 220U);
   EXPECT_EQ(request.title.find('\n'), std::string::npos);
   EXPECT_EQ(request.title.find('\x1b'), std::string::npos);
+}
+
+TEST(Caller, IsNamedBy255BytesAtMost) {
+  const std::string longest(255, 'x');
+  EXPECT_EQ(prepared("{}", "{}", "{}", {longest, longest, ""}).application, longest);
+  EXPECT_EQ(prepared("{}", "{}", "{}", {longest, longest, ""}).parent, longest);
+  EXPECT_EQ(prepared("{}", "{}", "{}", {longest + "x", longest + "x", ""}).application, "");
+  EXPECT_EQ(prepared("{}", "{}", "{}", {longest + "x", longest + "x", ""}).parent, "");
 }
 
 TEST(TokenInOptions, IsANumberOfItsTypeOrNone) {
