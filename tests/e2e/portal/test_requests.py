@@ -222,6 +222,16 @@ class RequestsTest(PortalCase):
         self.assertEqual(call.answer(), (CANCELLED, {}))
         self.assertEqual(self.client.print(token=tokens[-1]).answer(), (DONE, {}))
 
+    def test_a_token_goes_with_its_program(self):
+        self.start()
+        client = Client()
+        _, _, token = self.results_of(self.asked(client))
+        client.leave()
+        call = self.client.print(token=token)
+        self.shown().press("Cancel")
+        self.assertEqual(call.answer(), (CANCELLED, {}))
+        self.assert_nothing_was_sent()
+
     def test_a_token_of_nobody_opens_the_dialog(self):
         self.start()
         for token in (0, 1):
