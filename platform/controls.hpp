@@ -1,9 +1,13 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tandemtrim::platform {
 
@@ -11,6 +15,18 @@ namespace tandemtrim::platform {
 class NibObject {
  public:
   virtual ~NibObject() = default;
+};
+
+/// A page of the document as it lies on the sheet: its picture, row by row in pixels 0x__RRGGBB, and the size
+/// in millimetres in which it is printed.
+struct PageImage {
+  int columns;
+  int rows;
+  std::vector<std::uint32_t> pixels;
+  double width;
+  double height;
+  /// How much of it is empty at its edges, in millimetres: top, bottom, left, right; none where all of it is.
+  std::optional<std::array<double, 4>> empty;
 };
 
 /// A panel's top-level view.
@@ -21,6 +37,9 @@ class View : public NibObject {
   /// Tells the size of the chosen paper in millimetres, whenever the host learns it. A view that draws no
   /// sheet ignores it.
   virtual void setPaperSize(double /*width*/, double /*height*/) {}
+  /// Shows this page in the middle of the sheet; null when there is none to show. A view that draws no sheet
+  /// ignores it.
+  virtual void showPage(std::shared_ptr<const PageImage> /*page*/) {}
 };
 
 /// What every control offers. Changes made here are the program's own: they run no action and post no

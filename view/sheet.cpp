@@ -1,6 +1,7 @@
 #include "view/sheet.hpp"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tandemtrim {
 namespace {
@@ -27,6 +28,12 @@ Rectangle printOn(const Rectangle& printable, Position position) {
   const double room = printable.width - width;
   const double before = position == Position::left ? 0 : position == Position::center ? room / 2 : room;
   return {printable.x + before, printable.y, width, printable.height};
+}
+
+Rectangle pageOn(const Rectangle& paper, const SheetPage& page, double scale) {
+  const double width = page.width * scale;
+  const double height = page.height * scale;
+  return {paper.x + (paper.width - width) / 2, paper.y + (paper.height - height) / 2, width, height};
 }
 
 // The top edge leads when it is the edge that goes first, else the left one does.
@@ -61,8 +68,26 @@ SheetLayout layOut(const Sheet& sheet, double width, double height) {
                      {paper.x, inside.y, left, inside.height},
                      {inside.x + inside.width, inside.y, right, inside.height}}};
   if (sheet.position) layout.print = printOn(inside, *sheet.position);
+  if (sheet.page) layout.page = pageOn(paper, *sheet.page, scale);
   if (sheet.feed) layout.feed = arrowFrom(paper, *sheet.feed);
   return layout;
+}
+
+std::array<long, 4> contentInMargins(const Sheet& sheet) {
+  std::array<long, 4> depths{};
+  if (!sheet.page || !sheet.page->empty) return depths;
+  const auto& [width, height, empty] = *sheet.page;
+  const double down = (sheet.height - height) / 2;
+  const double across = (sheet.width - width) / 2;
+  const auto& [top, bottom, left, right] = *empty;
+  // The content is between `before` and `extent - behind`, seen from the margin's edge.
+  const auto depth = [](double margin, double before, double behind, double extent) {
+    return std::max(0L, std::lround(std::min(margin, extent - behind) - before));
+  };
+  return {depth(sheet.top, down + top, down + bottom, sheet.height),
+          depth(sheet.bottom, down + bottom, down + top, sheet.height),
+          depth(sheet.left, across + left, across + right, sheet.width),
+          depth(sheet.right, across + right, across + left, sheet.width)};
 }
 
 }  // namespace tandemtrim

@@ -5,6 +5,14 @@
 
 namespace tandemtrim {
 
+/// A page in the middle of a sheet, in millimetres.
+struct SheetPage {
+  double width{};
+  double height{};
+  /// How much of it is empty at its top, bottom, left and right; none where all of it is.
+  std::optional<std::array<double, 4>> empty = std::nullopt;
+};
+
 enum class Feed { longEdge, shortEdge };
 enum class Position { left, center, right };
 
@@ -18,6 +26,7 @@ struct Sheet {
   double right = 0;
   std::optional<Feed> feed = std::nullopt;
   std::optional<Position> position = std::nullopt;
+  std::optional<SheetPage> page = std::nullopt;
 };
 
 struct Rectangle {
@@ -45,11 +54,17 @@ struct SheetLayout {
   std::array<Rectangle, 4> margins;
   Rectangle printable;
   std::optional<Rectangle> print;
+  /// It may reach beyond the paper.
+  std::optional<Rectangle> page;
   std::optional<Arrow> feed;
 };
 
 /// The picture that fits best into an area of this size, to scale. Margins that do not fit on the paper end
 /// at its far edge.
 SheetLayout layOut(const Sheet& sheet, double width, double height);
+
+/// How many whole millimetres the page's content reaches into the margins: top, bottom, left, right. Less
+/// than half of one is none.
+std::array<long, 4> contentInMargins(const Sheet& sheet);
 
 }  // namespace tandemtrim

@@ -17,6 +17,9 @@ inline constexpr std::string_view TTVCLabelNameMarginLeft = "LeftMargin";
 inline constexpr std::string_view TTVCLabelNameMarginRight = "RightMargin";
 inline constexpr std::string_view TTVCLabelNameRestoreDefault = "RestoreDefault";
 inline constexpr std::string_view TTVCLabelNameRangeFormat = "IntegerValueRangeFormat";
+/// The note about content of the page in the margins, and each margin in it.
+inline constexpr std::string_view kContentInMarginsKey = "ContentInMargins";
+inline constexpr std::string_view kContentInMarginKey = "ContentInMargin";
 /// Behind the localisation key of a text that a control bears: the key of the letter that takes the keyboard
 /// there.
 inline constexpr std::string_view kAccessKeySuffix = "AccessKey";

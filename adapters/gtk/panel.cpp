@@ -25,7 +25,7 @@ Panel::Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner)
   }
   connectSteppers();
   connectActions(owner);
-  connectPicture();
+  connectPicture(owner);
   if (view_ != nullptr) {
     view_->signal_map().connect(sigc::track_obj(
         [this, &owner, isDone = false]() mutable {
@@ -87,7 +87,7 @@ void Panel::connectActions(NibOwner& owner) const {
   if (auto* button = controlOf<Button>("defaultButton")) button->setAction(actionOf("setDefaultValue:"));
 }
 
-void Panel::connectPicture() {
+void Panel::connectPicture(const NibOwner& owner) {
   auto* const area = object("sheetPicture");
   bool complete = GTK_IS_DRAWING_AREA(area);
   const auto labelled = [&]<class Class>(Labelled<Class>& pair, std::string_view label,
@@ -100,7 +100,13 @@ void Panel::connectPicture() {
   labelled(shown.position, "labelPosition", "positionPopUp");
   for (std::size_t side = 0; side < kSides; ++side)
     labelled(shown.margins.at(side), kMarginOutlets.at(side).label, kMarginOutlets.at(side).textBox);
-  if (complete) picture_ = std::make_unique<SheetPicture>(*Glib::wrap(GTK_DRAWING_AREA(area)), shown);
+  auto* const note = object("pageNote");
+  if (!complete || !GTK_IS_LABEL(note)) return;
+  pageNote_ = std::make_unique<TextLabel>(*Glib::wrap(GTK_LABEL(note)));
+  shown.note = pageNote_.get();
+  picture_ =
+      std::make_unique<SheetPicture>(*Glib::wrap(GTK_DRAWING_AREA(area)), shown,
+                                     [&owner](std::string_view key) { return owner.localizedString(key); });
 }
 
 // The controller has set the titles when the view is first shown.
@@ -120,6 +126,10 @@ void Panel::showAccessKeys(const NibOwner& owner) const {
 
 void Panel::setPaperSize(double width, double height) {
   if (picture_) picture_->setPaperSize(width, height);
+}
+
+void Panel::showPage(std::shared_ptr<const PageImage> page) {
+  if (picture_) picture_->showPage(std::move(page));
 }
 
 void Panel::connectOutlets(NibOwner& owner) {

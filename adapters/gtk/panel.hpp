@@ -29,6 +29,8 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   [[nodiscard]] void* toolkitView() override;
   /// The size that the picture of the sheet is drawn to.
   void setPaperSize(double width, double height) override;
+  /// The page that the picture of the sheet shows.
+  void showPage(std::shared_ptr<const PageImage> page) override;
   /// Posts the user's edits that still wait to be posted.
   void flushEdits() const;
   /// The control of this outlet, or null.
@@ -40,7 +42,7 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   [[nodiscard]] std::vector<std::string> itemsOf(std::string_view menu) const;
   void connectSteppers() const;
   void connectActions(NibOwner& owner) const;
-  void connectPicture();
+  void connectPicture(const NibOwner& owner);
   void showAccessKeys(const NibOwner& owner) const;
   template <class Class>
   [[nodiscard]] Class* controlOf(std::string_view outlet) const {
@@ -50,6 +52,7 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   Glib::RefPtr<Gtk::Builder> description_;
   Gtk::Widget* view_;
   std::map<std::string, std::unique_ptr<NibObject>, std::less<>> controls_;
+  std::unique_ptr<TextLabel> pageNote_;
   std::unique_ptr<SheetPicture> picture_;
 };
 

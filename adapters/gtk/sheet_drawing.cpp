@@ -1,8 +1,10 @@
 #include "adapters/gtk/sheet_drawing.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
+#include <cairomm/surface.h>
 #include <gtkmm/stylecontext.h>
 
 namespace tandemtrim::platform::gtk {
@@ -50,6 +52,30 @@ void drawPrint(Cairo::Context& cairo, const Rectangle& area) {
     fill(cairo, {area.x, y, area.width * kLengths.at(line++ % kLengths.size()), kLine});
 }
 
+// Beside a real page: where the print lies across what is printable.
+void drawPosition(Cairo::Context& cairo, const Rectangle& print) {
+  constexpr double kThickness = 3;
+  fill(cairo, {print.x, print.y, print.width, std::min(kThickness, print.height)});
+}
+
+void drawPage(Cairo::Context& cairo, const Rectangle& paper, const Rectangle& area, const PageImage& page) {
+  if (area.width <= 0 || area.height <= 0) return;
+  // The surface only reads the pixels.
+  auto* const pixels = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(page.pixels.data()));
+  const auto image =
+      Cairo::ImageSurface::create(pixels, Cairo::Surface::Format::RGB24, page.columns, page.rows,
+                                  page.columns * static_cast<int>(sizeof(std::uint32_t)));
+  cairo.save();
+  cairo.rectangle(paper.x, paper.y, paper.width, paper.height);
+  cairo.clip();
+  cairo.translate(area.x, area.y);
+  cairo.scale(area.width / page.columns, area.height / page.rows);
+  cairo.set_source(image, 0, 0);
+  cairo.rectangle(0, 0, page.columns, page.rows);
+  cairo.fill();
+  cairo.restore();
+}
+
 void drawArrow(Cairo::Context& cairo, const Arrow& arrow) {
   constexpr double kLength = 7;
   constexpr double kHalfWidth = 5;
@@ -72,7 +98,8 @@ void drawArrow(Cairo::Context& cairo, const Arrow& arrow) {
 }  // namespace
 
 // Paper is white in the dark too.
-void drawSheet(Cairo::Context& cairo, const SheetLayout& layout, const Gtk::Widget& widget) {
+void drawSheet(Cairo::Context& cairo, const SheetLayout& layout, const PageImage* page,
+               const Gtk::Widget& widget) {
   const auto [ink, tint] = paletteOf(widget);
   const auto& paper = layout.paper;
   cairo.push_group();
@@ -80,12 +107,15 @@ void drawSheet(Cairo::Context& cairo, const SheetLayout& layout, const Gtk::Widg
   fill(cairo, {paper.x + 2, paper.y + 2, paper.width, paper.height});
   setColour(cairo, Gdk::RGBA("white"));
   fill(cairo, paper);
+  const bool showsPage = page != nullptr && layout.page;
+  if (showsPage) drawPage(cairo, paper, *layout.page, *page);
   setColour(cairo, tint, 0.35);
   for (const auto& margin : layout.margins) fill(cairo, margin);
   setColour(cairo, tint);
   outline(cairo, layout.printable);
+  if (layout.print && showsPage) drawPosition(cairo, *layout.print);
   setColour(cairo, Gdk::RGBA("black"), 0.4);
-  if (layout.print) drawPrint(cairo, *layout.print);
+  if (layout.print && !showsPage) drawPrint(cairo, *layout.print);
   outline(cairo, paper);
   setColour(cairo, ink);
   if (layout.feed) drawArrow(cairo, *layout.feed);

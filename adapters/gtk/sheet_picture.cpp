@@ -29,6 +29,14 @@ constexpr std::array<std::pair<std::string_view, Position>, 3> kPositions{
      {TTVCPopUpNamePositionCenter, Position::center},
      {TTVCPopUpNamePositionRight, Position::right}}};
 
+const std::string kBetweenParts = "; ";
+
+std::string filled(std::string text, std::string_view placeholder, const std::string& filling) {
+  if (const auto place = text.find(placeholder); place != std::string::npos)
+    text.replace(place, placeholder.size(), filling);
+  return text;
+}
+
 // The text as it is shown, also while it is being edited.
 double millimetres(const Labelled<TextBox>& margin) {
   return static_cast<double>(integerValue(margin.control->widget().get_text().raw()));
@@ -36,8 +44,12 @@ double millimetres(const Labelled<TextBox>& margin) {
 
 }  // namespace
 
-SheetPicture::SheetPicture(Gtk::DrawingArea& area, SheetControls controls)
-    : area_(area), controls_(controls), paperWidth_(Sheet{}.width), paperHeight_(Sheet{}.height) {
+SheetPicture::SheetPicture(Gtk::DrawingArea& area, SheetControls controls, Texts texts)
+    : area_(area),
+      controls_(controls),
+      texts_(std::move(texts)),
+      paperWidth_(Sheet{}.width),
+      paperHeight_(Sheet{}.height) {
   const auto refreshing = sigc::mem_fun(*this, &SheetPicture::refresh);
   const auto follow = [&](const TextLabel& label) {
     label.widget().property_label().signal_changed().connect(refreshing);
@@ -61,8 +73,21 @@ void SheetPicture::setPaperSize(double width, double height) {
   refresh();
 }
 
+void SheetPicture::showPage(std::shared_ptr<const PageImage> page) {
+  if (page == page_) return;
+  page_ = std::move(page);
+  refresh();
+}
+
 void SheetPicture::refresh() {
   area_.queue_draw();
+  const auto noted = note();
+  auto& label = controls_.note->widget();
+  label.set_text(noted);
+  label.set_tooltip_text(noted);
+  // A screen reader has read it already.
+  gtk_accessible_reset_property(GTK_ACCESSIBLE(label.gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION);
+  label.set_visible(!noted.empty());
   gtk_accessible_update_property(GTK_ACCESSIBLE(area_.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                  description().c_str(), -1);
 }
@@ -76,11 +101,12 @@ Sheet SheetPicture::sheet() const {
           .left = millimetres(margins[kLeft]),
           .right = millimetres(margins[kRight]),
           .feed = chosen(*controls_.direction.control, kFeeds),
-          .position = chosen(*controls_.position.control, kPositions)};
+          .position = chosen(*controls_.position.control, kPositions),
+          .page = page_ ? std::optional(SheetPage{page_->width, page_->height, page_->empty}) : std::nullopt};
 }
 
 void SheetPicture::draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) const {
-  drawSheet(*cairo, layOut(sheet(), width, height), area_);
+  drawSheet(*cairo, layOut(sheet(), width, height), page_.get(), area_);
 }
 
 // In the words of the panel, so that it is in the user's language.
@@ -88,13 +114,27 @@ std::string SheetPicture::description() const {
   const auto length = [](double value) { return std::to_string(std::lround(value)); };
   auto text = length(paperWidth_) + " × " + length(paperHeight_) + " mm";
   const auto add = [&](const TextLabel& label, const std::string& value) {
-    text += "; " + label.stringValue() + ' ' + value;
+    text += kBetweenParts + label.stringValue() + ' ' + value;
   };
   for (const auto* menu : {&controls_.direction, &controls_.position})
     add(*menu->label, menu->control->chosenTitle());
   for (const auto& margin : controls_.margins)
     add(*margin.label, margin.control->widget().get_text().raw() + " mm");
+  if (const auto noted = note(); !noted.empty()) text += kBetweenParts + noted;
   return text;
+}
+
+std::string SheetPicture::note() const {
+  std::string margins;
+  if (!area_.is_sensitive()) return margins;
+  const auto depths = contentInMargins(sheet());
+  for (std::size_t side = 0; side < kSides; ++side) {
+    if (depths.at(side) == 0) continue;
+    const auto margin = filled(texts_(kContentInMarginKey), "[margin]", texts_(marginsOf(kTitleKeys)[side]));
+    margins +=
+        (margins.empty() ? "" : kBetweenParts) + filled(margin, "[depth]", std::to_string(depths.at(side)));
+  }
+  return margins.empty() ? margins : filled(texts_(kContentInMarginsKey), "[margins]", margins);
 }
 
 }  // namespace tandemtrim::platform::gtk

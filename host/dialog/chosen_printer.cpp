@@ -43,7 +43,7 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSet
                 [this] { window_.giveUpPrint(); }, [this] { panel_.updatePresets(); }}),
       panel_(window.dialog(), line.plugin, report,
              {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp,
-              [this] { return otherOptionsOrNone(); }, presets_.events(),
+              [this] { return otherOptionsOrNone(); }, events_.openDocument, presets_.events(),
               [this] { return presets_.isChosen(); }}),
       reader_(line.server, ask) {
   window.dialog().property_selected_printer().signal_changed().connect(

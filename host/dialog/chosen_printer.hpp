@@ -26,6 +26,8 @@ class ChosenPrinter : public sigc::trackable {
     std::function<void()> onReadyToPrint;
     /// The user asks for help, which is this text.
     std::function<void(const std::string&)> onHelp;
+    /// The document, opened once more; not open where there is none with pages.
+    std::function<FileDescriptor()> openDocument;
   };
 
   /// `suggested` are settings that the tabs begin with, beside those of the command line.

@@ -92,7 +92,8 @@ Dialog::Dialog(DialogStart start, const Report& report, Events events)
               [this](const auto& text, auto share) { window_.showProgress(text, share); }),
       printer_(start.line, start.request == nullptr ? nullptr : suggestionsOf(*start.request), report,
                login_.ask(), window_,
-               {[this] { print(false); }, [this](const std::string& help) { questions_.showMessage(help); }}),
+               {[this] { print(false); }, [this](const std::string& help) { questions_.showMessage(help); },
+                [this] { return sender_.openPages(); }}),
       notified_(!start.line.withoutNotification && wantsNotification()) {
   printer_.panel().setNotifies(notified_);
   if (start.request != nullptr) followRequest(window_.dialog(), *start.request);
@@ -231,6 +232,7 @@ DialogChoice Dialog::choice() {
 
 void Dialog::take(Document document, bool isToBePrinted) {
   sender_.take(std::move(document));
+  printer_.panel().forgetPage();
   window_.enter(DialogState::ready);
   if (printer_.selection().name() != laidOutFor_) {
     printer_.follow();

@@ -34,6 +34,12 @@ void Sender::take(Document document) {
   documents_->push_back(std::move(document));
 }
 
+FileDescriptor Sender::openPages() const {
+  const bool hasPages =
+      documents_->size() == 1 && formatOf(documents_->front().beginning()) == FileFormat::pdf;
+  return hasPages ? documents_->front().openAgain() : FileDescriptor(-1);
+}
+
 Progress Sender::makeProgress() const {
   return [show = showProgress_, cancelled = cancelled_, underWay = std::make_shared<std::atomic<bool>>(false),
           alive = std::weak_ptr<void>(alive_)](auto job, const std::string& name, auto sent, auto size) {

@@ -28,6 +28,9 @@ class Sender {
   Sender(std::vector<Document> documents, Report report, AskForLogin ask, ShowProgress showProgress);
 
   [[nodiscard]] bool hasDocument() const { return !documents_->empty(); }
+  /// The document, the only one, opened once more to look at its pages; not open where it has none that can
+  /// be looked at.
+  [[nodiscard]] FileDescriptor openPages() const;
   /// Sends or saves this document from now on.
   void take(Document document);
   /// `done` gets the result or the failure. Failures are reported, too, unless the job was cancelled.

@@ -33,7 +33,7 @@ const Keys kLabels(kTitleKeys.begin() + 1, kTitleKeys.end());
 // What a host shows when the user asks for help.
 constexpr std::string_view kHelp = "PanelHelp";
 const Keys kOthers{kHelp, TTPanelNameKey, TTVCLabelNameValid, TTVCLabelNameRestoreDefault,
-                   TTVCLabelNameRangeFormat};
+                   TTVCLabelNameRangeFormat, kContentInMarginsKey, kContentInMarginKey};
 
 // The texts that controls of the panel bear.
 Keys ofControls() {
@@ -128,6 +128,12 @@ TEST_P(StringTable, NamesBothBoundsOfARangeOnce) {
   for (const auto token : {TTCIPlistSubKeyMinLabelForValueRange, TTCIPlistSubKeyMaxLabelForValueRange}) {
     EXPECT_EQ(countOf(format, textAt(settingInfo, TTCIPlistMainKeyWording, token)), 1U) << format;
   }
+}
+
+TEST_P(StringTable, NamesMarginAndDepthOfTheNoteAboutThePageOnce) {
+  EXPECT_EQ(countOf(text(kContentInMarginsKey), "[margins]"), 1U);
+  EXPECT_EQ(countOf(text(kContentInMarginKey), "[margin]"), 1U);
+  EXPECT_EQ(countOf(text(kContentInMarginKey), "[depth]"), 1U);
 }
 
 TEST_P(StringTable, TellsTheItemsOfAMenuAndTheStatesOfTheCheckBoxApart) {

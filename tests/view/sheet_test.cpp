@@ -1,5 +1,6 @@
 #include "view/sheet.hpp"
 
+#include <array>
 #include <numeric>
 #include <ostream>
 
@@ -81,6 +82,53 @@ TEST(SheetLayout, PutsThePrintWhereThePositionSays) {
               1e-9);
   EXPECT_NEAR(center.print->width / center.printable.width, 0.55, 1e-9);
   EXPECT_FALSE(layOut({}, kWidth, kHeight).print);
+}
+
+TEST(SheetLayout, PutsThePageInTheMiddleToTheScaleOfThePaper) {
+  for (const auto& [width, height] : {std::pair{210.0, 297.0}, {100.0, 150.0}, {300.0, 10.0}}) {
+    const auto layout = layOut({.page = SheetPage{.width = width, .height = height}}, kWidth, kHeight);
+    const auto& [paper, page] = std::pair{layout.paper, layout.page.value()};
+    EXPECT_NEAR(page.width / paper.width, width / 210, 1e-9);
+    EXPECT_NEAR(page.height / paper.height, height / 297, 1e-9);
+    EXPECT_NEAR(page.x + page.width / 2, paper.x + paper.width / 2, 1e-9);
+    EXPECT_NEAR(page.y + page.height / 2, paper.y + paper.height / 2, 1e-9);
+  }
+  EXPECT_FALSE(layOut({}, kWidth, kHeight).page);
+}
+
+// A page of 190 x 257 mm, 10 mm from the left and 20 mm from the top of the paper.
+Sheet withContent(std::array<double, 4> margins) {
+  const auto& [top, bottom, left, right] = margins;
+  return {.top = top,
+          .bottom = bottom,
+          .left = left,
+          .right = right,
+          .page = SheetPage{.width = 190, .height = 257, .empty = std::array{1.0, 2.0, 3.0, 4.0}}};
+}
+
+TEST(ContentInMargins, IsAsDeepAsItReachesIntoEachOfThem) {
+  using Depths = std::array<long, 4>;
+  EXPECT_EQ(contentInMargins(withContent({0, 0, 0, 0})), (Depths{0, 0, 0, 0}));
+  EXPECT_EQ(contentInMargins(withContent({21, 22, 13, 14})), (Depths{0, 0, 0, 0}));
+  EXPECT_EQ(contentInMargins(withContent({22, 24, 16, 18})), (Depths{1, 2, 3, 4}));
+}
+
+TEST(ContentInMargins, CountsFromHalfAMillimetreOn) {
+  EXPECT_EQ(contentInMargins(withContent({21.49, 0, 0, 0})).at(0), 0);
+  EXPECT_EQ(contentInMargins(withContent({21.5, 0, 0, 0})).at(0), 1);
+}
+
+TEST(ContentInMargins, IsNoDeeperThanThereIsContent) {
+  using Depths = std::array<long, 4>;
+  EXPECT_EQ(contentInMargins(withContent({999, 999, 999, 999})), (Depths{254, 254, 183, 183}));
+}
+
+TEST(ContentInMargins, IsNoneWithoutAPageOrContent) {
+  auto sheet = withContent({99, 99, 99, 99});
+  sheet.page->empty.reset();
+  EXPECT_EQ(contentInMargins(sheet), (std::array<long, 4>{}));
+  sheet.page.reset();
+  EXPECT_EQ(contentInMargins(sheet), (std::array<long, 4>{}));
 }
 
 TEST(SheetLayout, SendsTheChosenEdgeAhead) {

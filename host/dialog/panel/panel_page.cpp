@@ -21,12 +21,13 @@ void setSideMargins(Gtk::Box& row) {
 
 }  // namespace
 
-PanelPage::PanelPage(PresetRow::Events presets)
+PanelPage::PanelPage(PresetRow::Events presets, std::function<void(int)> turn)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
       useForAllJobs(localized(kUseForAllJobsText), true),
       notify(localized(kNotifyText), true),
       help(localized(kHelpText), true),
       presetEvents_(std::move(presets)),
+      turn_(std::move(turn)),
       footer_(Gtk::Orientation::HORIZONTAL, kSpacing) {
   set_margin_bottom(kPageMargin);
   text_.set_margin(kPageMargin);
@@ -105,6 +106,12 @@ void PanelPage::removeView() {
 
 void PanelPage::showPresets(const PresetList& list) {
   if (presets_) presets_->show(list);
+}
+
+void PanelPage::showPageNumber(int page, int pages) {
+  if (!pageRow_ && pages == 0) return;
+  if (!pageRow_) pageRow_.emplace(turn_).insert_before(*presets_, help);
+  pageRow_->show(page, pages);
 }
 
 void PanelPage::hideWarning() {

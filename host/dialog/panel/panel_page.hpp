@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -10,17 +11,19 @@
 
 #include "host/dialog/panel/preset_row.hpp"
 #include "host/dialog/panel/warning_row.hpp"
+#include "host/dialog/preview/page_row.hpp"
 #include "host/panel/conflicts.hpp"
 #include "host/panel/panel_session.hpp"
 
 namespace tandemtrim::host {
 
 /// The dialog's page for the panel: the panel's view, or a line of text before there is one; above it the
-/// presets, below it a warning about values that the printer does not allow and about conflicts, and the
-/// host's own controls.
+/// presets, below it the document's page, a warning about values that the printer does not allow and about
+/// conflicts, and the host's own controls.
 class PanelPage : public Gtk::Box {
  public:
-  explicit PanelPage(PresetRow::Events presets);
+  /// `turn` goes on by so many pages of the document, or back.
+  PanelPage(PresetRow::Events presets, std::function<void(int)> turn);
   PanelPage(const PanelPage&) = delete;
   PanelPage& operator=(const PanelPage&) = delete;
   ~PanelPage() override;
@@ -33,6 +36,8 @@ class PanelPage : public Gtk::Box {
   void removeView();
   /// Shows the presets above the view, if there is one.
   void showPresets(const PresetList& list);
+  /// Says above the view which page of the document it shows, of so many; 0 for none.
+  void showPageNumber(int page, int pages);
   /// Whether edits of the view are reported, which costs time.
   void reportEdits(bool reports) { reportsEdits_ = reports; }
   /// Runs after a reported edit of the view; once for several edits in a row.
@@ -57,6 +62,9 @@ class PanelPage : public Gtk::Box {
   Gtk::Label text_;
   // Made along with the first view.
   std::optional<PresetRow> presets_;
+  // Made for the first page.
+  const std::function<void(int)> turn_;
+  std::optional<PageRow> pageRow_;
   // Few users ever see it, so it is made when it is needed.
   std::optional<WarningRow> warning_;
   Gtk::Box footer_;

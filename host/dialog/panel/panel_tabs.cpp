@@ -18,6 +18,12 @@ GtkNotebook* notebookOf(Gtk::Widget& page) {
   return GTK_NOTEBOOK(gtk_widget_get_ancestor(page.gobj(), GTK_TYPE_NOTEBOOK));
 }
 
+SheetSize sheetIn(const Gtk::PageSetup& setup) {
+  constexpr auto kUnit = Gtk::Unit::MM;
+  return {setup.get_paper_width(kUnit), setup.get_paper_height(kUnit), setup.get_page_width(kUnit),
+          setup.get_page_height(kUnit)};
+}
+
 }  // namespace
 
 PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> plugin, Report report,
@@ -26,9 +32,10 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
       plugin_(std::move(plugin)),
       report_(std::move(report)),
       events_(std::move(events)),
-      page_(*Gtk::make_managed<PanelPage>(events_.presets)),
+      page_(*Gtk::make_managed<PanelPage>(events_.presets, [this](int pages) { preview_.turn(pages); })),
       title_(*Gtk::make_managed<Gtk::Label>(localized(kPageTitleText))),
-      summary_(*Gtk::make_managed<SummaryTab>()) {
+      summary_(*Gtk::make_managed<SummaryTab>()),
+      preview_(report_, {events_.openDocument, [this] { showPage(); }}) {
   dialog_.add_custom_tab(summary_, *Gtk::make_managed<Gtk::Label>(localized(kSummaryText)));
   summary_.set_visible(false);
   // GTK puts what comes later first.
@@ -138,7 +145,27 @@ void PanelTabs::showPanel() {
   session_->willShow();
   warn();
   updatePresets();
+  startPage();
 }
+
+// What lays pages out otherwise is chosen in other tabs.
+void PanelTabs::startPage() {
+  preview_.start();
+  showPage();
+}
+
+void PanelTabs::showPage() {
+  if (!session_ || !page_.get_mapped()) return;
+  guarded([&] {
+    const auto* page = preview_.page();
+    if (page != nullptr && !isPageOnItsSheet(events_.otherOptions())) page = nullptr;
+    const auto image = page == nullptr ? nullptr : placed(*page, sheetIn(*dialog_.get_page_setup()));
+    callPlugin(bundle_->path, "showPage", [&] { session_->view().showPage(image); });
+    page_.showPageNumber(preview_.number(), page == nullptr ? 0 : page->pages);
+  });
+}
+
+void PanelTabs::forgetPage() { preview_.forget(); }
 
 void PanelTabs::onPageShown() {
   if (session_) guarded([&] { showPanel(); });

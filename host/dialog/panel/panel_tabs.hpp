@@ -13,6 +13,8 @@
 #include "host/cups/connection/cups_handles.hpp"
 #include "host/dialog/panel/panel_page.hpp"
 #include "host/dialog/panel/summary_tab.hpp"
+#include "host/dialog/preview/page_preview.hpp"
+#include "host/dialog/preview/placement.hpp"
 #include "host/panel/panel_options.hpp"
 #include "host/panel/panel_session.hpp"
 #include "host/report.hpp"
@@ -31,6 +33,8 @@ class PanelTabs : public sigc::trackable {
     std::function<void(const std::string&)> onHelp;
     /// What the job asks for beside the panel's options.
     std::function<Options()> otherOptions;
+    /// The document, opened once more; not open where there is none with pages.
+    std::function<FileDescriptor()> openDocument;
     /// What the row of presets does.
     PresetRow::Events presets;
     /// Whether a change of the settings shows in that row.
@@ -96,6 +100,8 @@ class PanelTabs : public sigc::trackable {
   std::vector<Conflict> conflicts();
   /// Replaces illegal values by the nearest legal ones.
   void correct();
+  /// There is another document.
+  void forgetPage();
 
  private:
   void close();
@@ -104,6 +110,8 @@ class PanelTabs : public sigc::trackable {
   void onPageLeft();
   void onEdited();
   void showSummary();
+  void startPage();
+  void showPage();
   void warn();
   [[nodiscard]] bool isConstrained() const;
   // As it is chosen in another tab.
@@ -127,6 +135,7 @@ class PanelTabs : public sigc::trackable {
   // The PPD of the session's printer, or null.
   ppd_file_t* ppd_ = nullptr;
   bool hasFailed_ = false;
+  PagePreview preview_;
 };
 
 }  // namespace tandemtrim::host

@@ -103,6 +103,11 @@ inline constexpr const char* kJobUnconfirmedText = "Job [number] on [printer]: s
 inline constexpr const char* kJobCancelledText = "Job [number] on [printer] was cancelled";
 inline constexpr const char* kJobFailedText = "Job [number] on [printer] failed";
 
+/// The page of the document in the picture of the sheet.
+inline constexpr const char* kPageNumberText = "Page [page] of [pages]";
+inline constexpr const char* kPreviousPageText = "Previous page";
+inline constexpr const char* kNextPageText = "Next page";
+
 /// What the user can do about each trouble.
 inline constexpr std::array kTroubleTexts{
     std::pair{Trouble::other, "The job could not be printed. Try again, or choose another printer."},
@@ -222,7 +227,10 @@ inline constexpr std::array kTexts{kCancelText,
                                    kJobCancelledText,
                                    kJobFailedText,
                                    kPresetWithPagesText,
-                                   kNoSuchPresetText};
+                                   kNoSuchPresetText,
+                                   kPageNumberText,
+                                   kPreviousPageText,
+                                   kNextPageText};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

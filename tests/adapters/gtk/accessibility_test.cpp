@@ -108,6 +108,20 @@ TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
   EXPECT_NE(position, told.end());
 }
 
+TEST(ScreenReader, HearsOfThePageWhatIsNotedAboutIt) {
+  ShownPanel shown;
+  shown.view().showPage(std::make_shared<platform::PageImage>(
+      platform::PageImage{1, 1, {0}, 210, 297, std::array{2.0, 9.0, 9.0, 9.0}}));
+  const std::string note = "The page has content in: Top Margin (up to 3 mm)";
+  const auto told = toldOfThisProgram();
+  const auto label = std::ranges::find(told, note, &Told::name);
+  ASSERT_NE(label, told.end());
+  EXPECT_EQ(label->role, "label");
+  EXPECT_EQ(label->description, "");
+  const auto image = std::ranges::find(told, "image", &Told::role);
+  EXPECT_THAT(image->name, testing::EndsWith("; " + note));
+}
+
 // What the panel makes of the text is the description as long as the box has the focus.
 TEST(ScreenReader, HearsEachNumberThatThePanelPutsInPlaceOfTheUsers) {
   ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}});

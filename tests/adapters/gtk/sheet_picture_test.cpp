@@ -1,5 +1,8 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
+#include <memory>
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>
@@ -141,6 +144,86 @@ TEST_F(SheetPicture, IsNotMirrored) {
   const auto picture = pictureOf(arabic);
   const auto [before, behind] = tintedAcross(picture);
   EXPECT_GT(before, behind + 5);
+}
+
+// A page of one colour, in the size of the paper, with content up to its edges.
+std::shared_ptr<platform::PageImage> pageOf(std::uint32_t colour, double width = 210, double height = 297) {
+  return std::make_shared<platform::PageImage>(
+      platform::PageImage{10, 10, std::vector(100, colour), width, height, std::array<double, 4>{}});
+}
+
+bool isRed(Colour colour) { return colour.red > 200 && colour.green < 60 && colour.blue < 60; }
+
+constexpr std::uint32_t kRed = 0xFF0000;
+
+std::string noteOf(ShownPanel& shown) {
+  auto* const note = shown.widget("pageNote");
+  return gtk_widget_get_visible(note) != FALSE ? gtk_label_get_text(GTK_LABEL(note)) : "";
+}
+
+TEST_F(SheetPicture, ShowsThePageInItsSizeUnderTheMargins) {
+  ShownPanel shown({.stored = on({{"MVLeftMargin", "15"}, {"MVPrintPosition", "Left"}})});
+  const auto lines = pictureOf(shown);
+  shown.view().showPage(pageOf(kRed));
+  const auto whole = pictureOf(shown);
+  const auto redAcross = [](const Picture& picture) {
+    int count = 0;
+    for (int x = 0; x < picture.width(); ++x) count += isRed(picture.at(x, picture.height() * 3 / 5)) ? 1 : 0;
+    return count;
+  };
+  EXPECT_EQ(redAcross(lines), 0);
+  EXPECT_GT(redAcross(whole), 100);
+  // Below the tint of the margin it is still seen.
+  const auto middle = whole.height() * 3 / 5;
+  int first = 0;
+  while (!isRed(whole.at(first, middle))) ++first;
+  const auto inMargin = whole.at(first - 4, middle);
+  EXPECT_GT(inMargin.red, inMargin.green + 50);
+  EXPECT_GT(inMargin.blue, 40);
+  shown.view().showPage(pageOf(kRed, 105, 148));
+  EXPECT_NEAR(redAcross(pictureOf(shown)), (redAcross(whole) + 11) / 2, 4);
+  shown.view().showPage(nullptr);
+  EXPECT_EQ(pictureOf(shown), lines);
+}
+
+TEST_F(SheetPicture, ShowsThePositionOverThePage) {
+  ShownPanel shown({.stored = on({{"MVPrintPosition", "Left"}})});
+  shown.view().showPage(pageOf(0xFFFFFF));
+  const auto left = pictureOf(shown);
+  shown.user().focus(shown.widget("positionPopUp"));
+  for (const auto key : {XK_Down, XK_Down, XK_Return}) shown.user().press(key);
+  EXPECT_NE(pictureOf(shown), left);
+}
+
+TEST_F(SheetPicture, NotesHowFarContentIsInEachMarginWhileItIsTyped) {
+  for (const auto& [side, title] : {std::pair{"Top", "Top Margin"},
+                                    {"Bottom", "Bottom Margin"},
+                                    {"Left", "Left Margin"},
+                                    {"Right", "Right Margin"}}) {
+    ShownPanel shown({.stored = on({{"MV" + std::string(side) + "Margin", "3"}})});
+    EXPECT_EQ(noteOf(shown), "") << side;
+    shown.view().showPage(pageOf(kRed));
+    EXPECT_EQ(noteOf(shown), "The page has content in: " + std::string(title) + " (up to 3 mm)");
+    shown.user().focus(shown.widget("textBoxMargin" + std::string(side)));
+    shown.user().press(XK_a, XK_Control_L);
+    shown.user().type("7");
+    EXPECT_EQ(noteOf(shown), "The page has content in: " + std::string(title) + " (up to 7 mm)");
+    shown.user().press(XK_a, XK_Control_L);
+    shown.user().type("0");
+    EXPECT_EQ(noteOf(shown), "") << side;
+  }
+}
+
+TEST_F(SheetPicture, NotesNothingWhileTheFunctionIsOffOrWithoutAPage) {
+  ShownPanel shown({.stored = on({{"MVTopMargin", "3"}})});
+  shown.view().showPage(pageOf(kRed));
+  EXPECT_NE(noteOf(shown), "");
+  shown.user().click(shown.widget("tandemTrimValid"));
+  EXPECT_EQ(noteOf(shown), "");
+  shown.user().click(shown.widget("tandemTrimValid"));
+  EXPECT_NE(noteOf(shown), "");
+  shown.view().showPage(nullptr);
+  EXPECT_EQ(noteOf(shown), "");
 }
 
 }  // namespace

@@ -121,6 +121,20 @@ class RequestsTest(PortalCase):
         for keyword, value in {"page-ranges": "1-2", "orientation-requested": "4", "number-up": "2"}.items():
             self.assertEqual(record.options[keyword], value)
 
+    def test_without_a_token_the_dialog_shows_the_documents_pages_and_with_one_there_are_none_to_show(self):
+        self.start()
+        call = self.client.print()
+        dialog = self.shown()
+        dialog.page("Tandem Trim")
+        dialog.says("Page 1 of 3")
+        dialog.press("Cancel")
+        self.assertEqual(call.answer()[0], CANCELLED)
+        self.client.prepare(page_setup=A4)
+        dialog = self.shown()
+        dialog.page("Tandem Trim")
+        dialog.says("Top Margin:")
+        self.assertFalse(any("Page 1" in label for label in dialog.labels()))
+
     def test_what_the_program_suggests_is_set_and_nothing_else_of_it(self):
         self.start()
         settings = texts(n_copies="2", reverse="true", print_pages="ranges", page_ranges="1,3-4", scale="75", cups_MVTopMargin="12")

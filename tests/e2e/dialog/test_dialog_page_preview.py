@@ -1,0 +1,203 @@
+"""The page of the document in the picture of the sheet: what a user sees of it, turns, and is told about its content."""
+
+import subprocess
+import unittest
+
+import gi
+import pages
+from dialog_case import DialogCase, until
+from pages import A4, bar
+from screen_reader import SENSITIVE
+from terminal_case import BUILD, MARGINS, SAMPLE, VALID
+
+gi.require_version("GdkPixbuf", "2.0")
+from gi.repository import GdkPixbuf  # noqa: E402
+
+# 2 mm from each side, and 40 mm long.
+AT_SIDES = {
+    "Top": bar(85, 2, 40, 20),
+    "Bottom": bar(85, 275, 40, 20),
+    "Left": bar(2, 128, 20, 40),
+    "Right": bar(188, 128, 20, 40),
+}
+IN_THE_MIDDLE = bar(100, 140, 10, 10)
+NOTE = "The page has content in: "
+NOT_SHOWN = "the document's page is not shown: "
+
+
+def is_red(colour):
+    red, green, blue = colour
+    return red > green + 60 and red > blue
+
+
+class PagePreviewTest(DialogCase):
+    def document(self, content, name="document.pdf"):
+        path = self.temporary_folder() / name
+        path.write_bytes(content)
+        return path
+
+    def shown(self, content, *options, side=None, margin=5, language="en"):
+        """The panel, switched on, with a document of this content."""
+        margins = dict.fromkeys(MARGINS.values(), 0) | ({MARGINS[side]: margin} if side else {})
+        values = " ".join([f"{VALID}=On", *(f"{keyword}={value}" for keyword, value in margins.items())])
+        dialog = self.dialog("-d", "Morva", "-o", values, *options, documents=(self.document(content),), LANG="C.UTF-8", LANGUAGE=language)
+        dialog.page("Tandem Trim")
+        return dialog
+
+    def picture(self, dialog):
+        """The picture of the sheet, by which a screen reader hears what it shows."""
+        return next((node for node in dialog.nodes() if node.role == "image" and "mm; " in node.name), None)
+
+    def colours(self, dialog):
+        """The rows of pixels in the picture."""
+        path = self.temporary_folder() / "dialog.png"
+        dialog.save_picture(path)
+        left, top, width, height = dialog.program.place(self.picture(dialog))
+        pixels = GdkPixbuf.Pixbuf.new_from_file(str(path)).new_subpixbuf(left, top, width, height)
+        content, step, row = pixels.get_pixels(), pixels.get_n_channels(), pixels.get_rowstride()
+        return [[tuple(content[y * row + x * step : y * row + x * step + 3]) for x in range(width)] for y in range(height)]
+
+    def red(self, dialog):
+        """The middle of all that is red in the picture, each way from 0 to 1; none without any."""
+        rows = self.colours(dialog)
+        places = [(x, y) for y, row in enumerate(rows) for x, colour in enumerate(row) if is_red(colour)]
+        if not places:
+            return None
+        return tuple(sum(place[way] for place in places) / len(places) / size for way, size in enumerate((len(rows[0]), len(rows))))
+
+    def see_red(self, dialog):
+        return until(lambda: self.red(dialog), "the page in the picture")
+
+    def test_the_page_is_under_its_margins_and_what_they_take_is_noted(self):
+        expected = {"Top": (0.5, 0.2), "Bottom": (0.5, 0.8), "Left": (0.4, 0.55), "Right": (0.6, 0.55)}
+        for side, content in AT_SIDES.items():
+            with self.subTest(side):
+                dialog = self.shown(pages.pdf([content, IN_THE_MIDDLE]), side=side)
+                note = dialog.says(NOTE)
+                self.assertEqual(note, f"{NOTE}{side} Margin (up to 3 mm)")
+                self.assertTrue(self.picture(dialog).name.endswith(f"; {note}"))
+                across, down = self.see_red(dialog)
+                self.assertEqual((across < 0.45, across > 0.55, down < 0.4, down > 0.7), tuple(s == side for s in ("Left", "Right", "Top", "Bottom")),
+                                 f"{across}, {down}; about {expected[side]}")
+                dialog.close()
+
+    def test_the_note_follows_each_key(self):
+        dialog = self.shown(pages.pdf([AT_SIDES["Left"]]), side="Left", margin=2)
+        self.see_red(dialog)
+        self.assertFalse(any(NOTE in label for label in dialog.labels()))
+        dialog.go_to("Left Margin")
+        dialog.keys("ctrl+a", "9")
+        dialog.says(f"{NOTE}Left Margin (up to 7 mm)")
+        dialog.keys("BackSpace", "1")
+        until(lambda: not any(NOTE in label for label in dialog.labels()), "the end of the note")
+
+    def test_pages_are_turned_by_the_keyboard(self):
+        dialog = self.shown(pages.pdf([AT_SIDES["Top"]], [AT_SIDES["Bottom"]], [AT_SIDES["Left"]]), side="Bottom")
+        dialog.says("Page 1 of 3")
+        self.assertFalse(dialog.find("push button", "Previous page").has(SENSITIVE))
+        self.assertLess(self.see_red(dialog)[1], 0.4)
+        dialog.click(dialog.find("push button", "Next page"))
+        dialog.says("Page 2 of 3")
+        dialog.says(f"{NOTE}Bottom Margin (up to 3 mm)")
+        until(lambda: self.red(dialog)[1] > 0.7, "the second page")
+        dialog.keys("space")
+        dialog.says("Page 3 of 3")
+        # The keyboard is at the other button then.
+        dialog.keys("space")
+        dialog.says("Page 2 of 3")
+        self.assertTrue(dialog.find("push button", "Next page").has(SENSITIVE))
+
+    def test_the_buttons_have_names_in_each_language(self):
+        for language, previous, following, number in (("de", "Vorherige Seite", "Nächste Seite", "Seite 1 von 2"), ("ar", "الصفحة السابقة", "الصفحة التالية", "الصفحة 1 من 2")):
+            with self.subTest(language):
+                dialog = self.shown(pages.pdf([IN_THE_MIDDLE], []), language=language)
+                dialog.says(number)
+                places = [dialog.program.place(dialog.find("push button", name))[0] for name in (previous, following)]
+                self.assertEqual(places[0] < places[1], language != "ar")
+                dialog.close()
+
+    def test_a_page_of_the_other_orientation_is_turned_as_the_printer_turns_it(self):
+        # 2 mm below the upper edge of a page that is wider than high.
+        dialog = self.shown(pages.pdf([bar(128, 2, 40, 20)], size=A4[::-1]), side="Left")
+        dialog.says(f"{NOTE}Left Margin (up to 3 mm)")
+        self.assertLess(self.see_red(dialog)[0], 0.45)
+
+    def test_a_smaller_page_is_in_the_middle_of_its_paper(self):
+        dialog = self.shown(pages.pdf([bar(0, 0, 100, 150)], size=(100, 150)), side="Left", margin=15)
+        across, down = self.see_red(dialog)
+        self.assertAlmostEqual(across, 0.5, delta=0.03)
+        self.assertAlmostEqual(down, 0.54, delta=0.03)
+        self.assertFalse(any(NOTE in label for label in dialog.labels()))
+
+    def lines_only(self, dialog):
+        """Sees that the picture shows no page, but lines."""
+        self.assertIsNone(self.red(dialog))
+        self.assertFalse([label for label in dialog.labels() if "Page 1" in label or NOTE in label])
+
+    def test_more_pages_on_a_sheet_are_shown_as_lines(self):
+        content = pages.pdf([bar(0, 0, *A4)], [])
+        for options in (("-o", "number-up=2"), ("-o", "print-scaling=fill"), ("-o", "mirror=true")):
+            with self.subTest(options):
+                dialog = self.shown(content, *options, side="Left")
+                # The page is asked for before it is shown, so that another one is the sign that there was time for it.
+                self.lines_only(dialog)
+                dialog.close()
+
+    def test_the_choice_in_another_tab_counts_when_the_page_comes_up_again(self):
+        dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), side="Left")
+        self.see_red(dialog)
+        dialog.page("Page Setup")
+        dialog.choose_by_keys("Pages per side", "Down")
+        dialog.page("Tandem Trim")
+        until(lambda: not self.red(dialog), "lines for two pages on a sheet")
+        self.lines_only(dialog)
+
+    def test_a_document_without_pages_that_can_be_shown_costs_a_line_and_is_printed(self):
+        for content, reason in ((pages.locked(), "it needs a password"), (b"%PDF-1.5\nnothing", "it is no PDF document that can be read")):
+            with self.subTest(reason):
+                dialog = self.shown(content)
+                self.lines_only(dialog)
+                dialog.page("General")
+                dialog.press("Print")
+                record = self.printed(dialog)
+                self.assertEqual(record.size, len(content))
+                self.assertEqual([line for line in dialog.said.splitlines() if NOT_SHOWN in line], [f"tandem-trim: {NOT_SHOWN}{reason}"])
+
+    def test_documents_that_are_several_or_no_pdf_are_shown_as_lines_and_nothing_is_said(self):
+        red = pages.pdf([bar(0, 0, *A4)])
+        for documents in ((self.document(red), SAMPLE), (self.document(b"a text\n", "a.txt"),)):
+            with self.subTest(documents):
+                dialog = self.dialog("-d", "Morva", "-o", f"{VALID}=On", documents=documents)
+                dialog.page("Tandem Trim")
+                until(lambda: self.picture(dialog), "the picture")  # noqa: B023
+                self.lines_only(dialog)
+                dialog.process.terminate()
+                self.assertNotIn(NOT_SHOWN, dialog.ends()[2])
+
+    def test_a_page_that_takes_for_ever_holds_nothing_up(self):
+        dialog = self.shown(pages.drawing_itself())
+        dialog.type("Top Margin", "7")
+        dialog.press("Print")
+        self.assertEqual(self.printed(dialog).options[MARGINS["Top"]], "7")
+
+    def test_the_document_is_read_once_its_page_is_shown_and_not_before(self):
+        prefix = self.temporary_folder() / "usr"
+        subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix], check=True, capture_output=True)
+        (program,) = prefix.glob("lib/**/tandem-trim-page")
+        real = program.rename(program.with_suffix(".real"))
+        log = self.temporary_folder() / "log"
+        program.write_text(f'#!/bin/sh\necho "$@" >>{log}\nexec {real} "$@"\n')
+        program.chmod(0o755)
+        dialog = self.dialog("-d", "Morva", "-o", f"{VALID}=On", program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
+        dialog.wait_for_tab("Tandem Trim")
+        dialog.page("Summary")
+        self.assertFalse(log.exists())
+        dialog.page("Tandem Trim")
+        dialog.says("Page 1 of 3")
+        dialog.press("Next page")
+        dialog.says("Page 2 of 3")
+        self.assertEqual([line.split()[0] for line in log.read_text().splitlines()], ["1", "2"])
+
+
+if __name__ == "__main__":
+    unittest.main()
