@@ -173,6 +173,9 @@ def felt_rows(bench):
         yield row_of_pairs("dialog's private memory: KB", "the same by gtkmm", pairs(1, "settle", RUNS, bare_gtkmm), 1.05)
         shown = pairs(0, "click", FEW_PAIRS, (*PAGE_SETUP, *bare), (*OWN_PAGE, *own))
         yield row_of_differences("panel's page shown after the click, less the bare dialog's page setup: microseconds", shown, 16_000)
+        drawn = screen.on_screen("click", FEW_PAIRS, (*PAGE_SETUP, *bare), (*OWN_PAGE, *own))
+        after = [(last, first) for _, (first, last) in drawn]
+        yield row_of_differences("document's page drawn, less the panel's page shown: microseconds", after, 150_000)
         cups.add_queue("Other", SAMPLE / "MorvaTandemKV2.ppd")
         x, other, _ = PRINTERS
         chosen = pairs(1, "click", FEW_PAIRS, (x, other, *bare), (x, other, *own))

@@ -7,7 +7,7 @@ programs=build/fuzz/fuzz
 inputs=build/fuzz/inputs
 time=$1
 LSAN_OPTIONS=suppressions=$PWD/fuzz/leaks.supp:print_suppressions=0
-targets=(answers command_line portal_arguments ppd_limits setting_info stored_values strings_table typed_text)
+targets=(answers command_line page portal_arguments ppd_limits setting_info stored_values strings_table typed_text)
 [ $# -eq 1 ] || targets=("${@:2}")
 
 try() {

@@ -37,6 +37,21 @@ std::string filled(std::string text, std::string_view placeholder, const std::st
   return text;
 }
 
+// Keeps room for all lines that the label may have: a window that grows closes its open menus.
+void reserveLines(Gtk::Label& label) {
+  constexpr int kMoreThanTheyHold = 500;
+  label.set_text(Glib::ustring(kMoreThanTheyHold, 'm'));
+  label.set_visible();
+  int width = 0;
+  int height = 0;
+  int ignored = 0;
+  label.measure(Gtk::Orientation::HORIZONTAL, -1, width, ignored, ignored, ignored);
+  label.measure(Gtk::Orientation::VERTICAL, width, height, ignored, ignored, ignored);
+  label.set_visible(false);
+  label.set_text("");
+  label.get_parent()->set_size_request(-1, height);
+}
+
 // The text as it is shown, also while it is being edited.
 double millimetres(const Labelled<TextBox>& margin) {
   return static_cast<double>(integerValue(margin.control->widget().get_text().raw()));
@@ -62,6 +77,7 @@ SheetPicture::SheetPicture(Gtk::DrawingArea& area, SheetControls controls, Texts
     margin.control->widget().signal_changed().connect(refreshing);
     follow(*margin.label);
   }
+  reserveLines(controls_.note->widget());
   area_.signal_state_flags_changed().connect(sigc::hide(refreshing));
   area_.set_draw_func(sigc::mem_fun(*this, &SheetPicture::draw));
 }

@@ -139,7 +139,10 @@ class PagePreviewTest(DialogCase):
         for options in (("-o", "number-up=2"), ("-o", "print-scaling=fill"), ("-o", "mirror=true")):
             with self.subTest(options):
                 dialog = self.shown(content, *options, side="Left")
-                # The page is asked for before it is shown, so that another one is the sign that there was time for it.
+                self.lines_only(dialog)
+                # By then the page has been read.
+                dialog.page("Summary")
+                dialog.page("Tandem Trim")
                 self.lines_only(dialog)
                 dialog.close()
 
