@@ -257,7 +257,10 @@ void Service::endWhenIdle() {
 // The toolkit is started once only, also where it finds no screen.
 void Service::load() {
   try {
-    if (!exported<StartToolkit>(loadModule("tandem-trim-toolkit"), kStartFunction)(nullptr))
+    const auto toolkit = loadModule("tandem-trim-toolkit");
+    // GTK asks portals without any variable from the version on that has this function.
+    if (const auto disablePortals = exported<void (*)()>(toolkit, "gtk_disable_portals")) disablePortals();
+    if (!exported<StartToolkit>(toolkit, kStartFunction)(nullptr))
       throw Failure("there is no screen to show the print dialog on");
     openDialog_ = exported<OpenDialog>(loadModule("tandem-trim-dialog"), kOpenFunction);
   } catch (const Failure& failure) {

@@ -1,14 +1,19 @@
 """The print backend as a service, on a bus of its own and without a screen."""
 
 import contextlib
+import pathlib
+import shutil
 import subprocess
+import tempfile
 import unittest
 
 import patience
 from gi.repository import GLib
 from portal_client import BUS, FAILED, NAME, PLACE, PRINT, SERVICE, Client, own_bus
 from surroundings import SHARED, of_this_test
+from terminal_case import BUILD
 
+NEWER_TOOLKIT = BUILD / "tests/e2e/libtandemtrim_newer_toolkit.so"
 WRONG = (
     ["print"],
     ["--help"],
@@ -36,10 +41,10 @@ class ServiceTest(unittest.TestCase):
         return result.returncode, result.stderr
 
     @contextlib.contextmanager
-    def running(self, client, address, **variables):
+    def running(self, client, address, service=SERVICE, **variables):
         """The service, once it has its name."""
         environment = self.environment(DBUS_SESSION_BUS_ADDRESS=address, **variables)
-        with subprocess.Popen([SERVICE], env=environment, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True) as process:
+        with subprocess.Popen([service], env=environment, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True) as process:
             patience.until(lambda: client.ask(*BUS, "NameHasOwner", GLib.Variant("(s)", [NAME]))[0], "the name on the bus")
             yield process
             process.kill()
@@ -71,6 +76,17 @@ class ServiceTest(unittest.TestCase):
                     self.assertEqual(call.answer(), (FAILED, {}))
                 self.assertEqual(process.wait(patience.PATIENCE), 0)
                 self.assertIn("there is no screen to show the print dialog on", process.stderr.read())
+
+    def test_it_asks_no_portal_where_the_toolkit_would_without_a_variable(self):
+        with own_bus() as (address, _), tempfile.TemporaryDirectory() as folder:
+            service = pathlib.Path(shutil.copy(SERVICE, folder))
+            (service.parent / "dialog").mkdir()
+            shutil.copy(NEWER_TOOLKIT, service.parent / "dialog/tandem-trim-toolkit")
+            client = Client(address=address)
+            with self.running(client, address, service) as process:
+                self.assertEqual(client.prepare().answer(), (FAILED, {}))
+                process.terminate()
+                self.assertRegex(process.stderr.read(), r"\Aportals disabled\ntoolkit started\n")
 
 
 if __name__ == "__main__":
