@@ -1,6 +1,7 @@
 #include "host/applications/applications.hpp"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -186,9 +187,11 @@ void showPortal(const Portal& portal, const ChosenBackend& chosen, std::ostream&
 void showGtk(const PortalPlaces& places, std::ostream& out) {
   const auto file = gtkFile(places);
   std::error_code unreadable;
+  const bool isInSession = std::getenv("GTK_USE_PORTAL") != nullptr;
   out << "GTK applications that use the portal: "
-      << (fs::exists(file, unreadable) ? "all from the next login on, by " + plainText(file.string())
-                                       : "only those that do so by themselves")
+      << (!fs::exists(file, unreadable)
+              ? "only those that do so by themselves"
+              : (isInSession ? "all, by " : "all from the next login on, by ") + plainText(file.string()))
       << '\n';
 }
 
@@ -256,6 +259,8 @@ void switchApplicationsOff(std::ostream& out, const Report& report) {
     const bool isGone = removeMarkedLines(file);
     changes = true;
     out << (isGone ? "removed: " : "written: ") << plainText(file.path.string()) << '\n';
+    if (path == gtkFile(portal.places))
+      report("until the next login, GTK applications may still use the desktop portal");
   }
   if (!changes)
     return report("the settings of the desktop portal have no lines of tandem-trim; nothing was changed");
