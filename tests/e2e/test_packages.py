@@ -1,5 +1,6 @@
 """The Debian packages in build/release/package: what is in them, and what dpkg makes of them in an empty root."""
 
+import configparser
 import re
 import shutil
 import subprocess
@@ -7,6 +8,7 @@ import unittest
 
 from terminal_case import BUILD, PROGRAM, TerminalCase
 
+BACKEND = "/usr/libexec/tandem-trim-portal"
 FORMER = """\
 Package: tandem-trim
 Version: 0.1.0
@@ -81,6 +83,23 @@ class PackagesTest(TerminalCase):
         of_dialog = r"/dialog/|/libexec/|/xdg-desktop-portal/|/dbus-1/|/systemd/|/Linux/TandemTrim$|TandemTrim\.ui$|/applications/|/icons/|/metainfo/|tandem-trim-gtk"
         everything = set().union(*(self.files(package) for package in self.packages))
         self.assertEqual({path for path in everything if re.search(of_dialog, path)}, self.files(self.gtk))
+
+    def test_the_portal_the_bus_and_systemd_find_the_print_backend(self):
+        folder = self.temporary_folder()
+        output("dpkg-deb", "--extract", self.gtk, folder)
+
+        def entries(path, group):
+            file = configparser.ConfigParser(interpolation=None)
+            file.read_string((folder / "usr" / path).read_text())
+            return file[group]
+
+        portal = entries("share/xdg-desktop-portal/portals/tandemtrim.portal", "portal")
+        service = entries(f"share/dbus-1/services/{portal['DBusName']}.service", "D-BUS Service")
+        unit = entries(f"lib/systemd/user/{service['SystemdService']}", "Service")
+        self.assertEqual((portal["Interfaces"], portal["UseIn"]), ("org.freedesktop.impl.portal.Print;", "TandemTrim;"))
+        self.assertEqual((service["Name"], unit["Type"], unit["BusName"]), (portal["DBusName"], "dbus", portal["DBusName"]))
+        self.assertEqual((service["Exec"], unit["ExecStart"]), (BACKEND, BACKEND))
+        self.assertIn("." + BACKEND, self.files(self.gtk))
 
     def test_everything_is_roots_and_readable_by_all(self):
         for package in self.packages:

@@ -67,6 +67,29 @@ class RequestsTest(PortalCase):
         self.client.print(token=token).answer()
         self.assertEqual(of_panel(self.job().options), DEFAULTS | {VALID: "On", MARGINS["Top"]: "12"})
 
+    def test_settings_are_kept_for_the_next_program_and_for_all_jobs_where_the_user_wants_that(self):
+        home = self.temporary_folder()
+        self.start(XDG_STATE_HOME=str(home))
+        for title, kept in (("First", {}), ("Second", CHANGED)):
+            call = self.client.prepare(title=title)
+            dialog = self.shown(title)
+            if title == "First":
+                dialog.change_panel()
+            else:
+                dialog.page("Tandem Trim")
+                dialog.check("Use for all my jobs")
+            dialog.press("Print")
+            _, _, token = self.results_of(call)
+            self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
+            self.cups.wait_for_jobs()
+            self.assertEqual(of_panel(self.cups.records()[-1].options), CHANGED)
+            self.assertEqual(of_panel(self.saved_options()), kept)
+
+    def saved_options(self):
+        """The user's own options for all jobs on the printer."""
+        shown = subprocess.run(["lpoptions", "-p", "Morva"], env=self.environment(), capture_output=True, text=True, check=True).stdout
+        return dict(word.partition("=")[::2] for word in shown.split())
+
     def test_the_desktop_says_what_became_of_a_programs_job(self):
         self.start()
         with Desktop(self.temporary_folder()) as desktop:
