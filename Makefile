@@ -11,7 +11,7 @@ tests_of_core = conformance/conformance_memory_test model/tandemtrim_model_test 
   plugin/tandemtrim_memory_shortage_test plugin/tandemtrim_plugin_test sequences/tandemtrim_sequences_test \
   view/tandemtrim_margin_entry_test view/tandemtrim_view_test
 # Those of whole folders as one; see cmake/tidy.cmake.
-checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/tidy.cpp build/release/host/tidy.cpp build/release/host/portal/tidy.cpp build/release/host/notifier/tidy.cpp \
+checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/tidy.cpp build/release/host/tidy.cpp build/release/host/portal/tidy.cpp build/release/host/preview/tidy.cpp build/release/host/notifier/tidy.cpp \
   $(filter-out adapters/gtk/%,$(shell git ls-files 'adapters/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp'))
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses

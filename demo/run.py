@@ -39,8 +39,8 @@ def has_screen():
     return any(os.environ.get(name) for name in ("WAYLAND_DISPLAY", "DISPLAY"))
 
 
-def command(build):
-    return [build / "host/tandem-trim", "-d", PRINTER, "--plugin", build / "TandemTrim.bundle", SAMPLES / "sample.pdf"]
+def command(build, document=SAMPLES / "sample.pdf"):
+    return [build / "host/tandem-trim", "-d", PRINTER, "--plugin", build / "TandemTrim.bundle", document]
 
 
 def by_user(cups, build):
