@@ -31,7 +31,7 @@ struct Tab {
   }
 
   platform::linux::PrintSettings settings;
-  host::PanelPage* page = Gtk::make_managed<host::PanelPage>(host::PresetRow::Events{});
+  host::PanelPage* page = Gtk::make_managed<host::PanelPage>(host::PresetRow::Events{}, [](int) {});
   std::unique_ptr<host::PanelSession> panel;
 };
 
