@@ -66,6 +66,10 @@ class RefusalsTest(TerminalCase):
         self.refuses("-h", server, "-d", "Morva", SAMPLE, words=[server, "start CUPS", "-h"])
         self.refuses("-d", "Morva", SAMPLE, CUPS_SERVER=server, words=[server, "start CUPS", "-h"])
 
+    def test_a_server_behind_a_socket_is_named_by_its_path_alone(self):
+        path = str(self.temporary_folder() / "none.sock")
+        self.refuses("-d", "Morva", SAMPLE, words=[f"no print server answers at {path};"], CUPS_SERVER=path)
+
     def test_a_server_that_is_no_print_server_is_named(self):
         with socket.create_server(("127.0.0.1", 0)) as listener:
             server = f"127.0.0.1:{listener.getsockname()[1]}"
