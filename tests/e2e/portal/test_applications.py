@@ -87,7 +87,11 @@ class Applications:
         dialog.press("Cancel")
         dialog.goes()
         before = editor.document.read_text()
-        editor.type("x")
+        if on_wayland():
+            # The compositor gives the keyboard back.
+            editor.hands.press("x")
+        else:
+            editor.type("x")
         editor.save()
         until(lambda: len(editor.document.read_text()) == len(before) + 1, "what was typed, in the file")
         self.assert_nothing_was_sent()
@@ -128,6 +132,14 @@ class Applications:
         os.kill(dialog.pid, 9)
         until(lambda: process_of(BACKEND_NAME) != dialog.pid, "the end of the backend")
         self.prints(self.dialog_of(editor))
+
+    def test_an_editor_that_dies_takes_the_dialog_with_it(self):
+        editor, dialog = self.shown()
+        editor.process.kill()
+        dialog.goes()
+        self.assert_nothing_was_sent()
+        _, dialog = self.shown()
+        self.prints(dialog)
 
     def test_a_portal_that_dies_takes_the_dialog_with_it_and_the_editor_prints_by_the_next_one(self):
         editor, dialog = self.shown()
