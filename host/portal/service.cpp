@@ -94,8 +94,8 @@ int Service::run() {
   }
   serveOn(bus);
   endWhenIdle();
-  // Once the bus has taken the name back, the next call starts another service. Those that came before it are
-  // answered here.
+  // Once the name is given back, the next call starts another service. Calls that arrived before are answered
+  // here.
   do {
     const auto name = g_bus_own_name_on_connection(bus, kName, G_BUS_NAME_OWNER_FLAGS_NONE, nullptr,
                                                    onNameLost, this, nullptr);
@@ -121,7 +121,7 @@ void Service::onNameLost(GDBusConnection* bus, const char* /*name*/, gpointer se
   auto& self = *static_cast<Service*>(service);
   const bool hasBus = bus != nullptr && g_dbus_connection_is_closed(bus) == FALSE;
   self.report_(hasBus ? "another program serves " + std::string(kName) : kNoBus);
-  // It has taken the place while this one was about to end; what is open here goes on.
+  // The bus started it while this one was about to end. This one goes on until its dialogs are closed.
   if (hasBus && !self.sessions_.empty()) return;
   self.status_ = 1;
   self.leaveAll();
@@ -203,8 +203,8 @@ Session* Service::sessionAt(const std::string& handle) {
   return nullptr;
 }
 
-// By another thread. An object that is made when a call is dealt with would be too late for a program that
-// takes its call back at once.
+// Runs on the thread that reads the bus. Close is looked for here, as an object that the call's handler
+// registers would come too late for a program that takes its call back at once.
 GDBusMessage* Service::onMessage(GDBusConnection* bus, GDBusMessage* message, gboolean isIncoming,
                                  gpointer service) {
   if (isIncoming == FALSE || g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_METHOD_CALL ||
@@ -228,7 +228,8 @@ void Service::close(GDBusConnection* bus, GDBusMessage* message) {
   if (isOwn) session->leave();
 }
 
-// It may be its dialog that says so. What a dialog frees lies scattered among what the toolkit keeps.
+// The session's own dialog may call this, so the session is destroyed later. malloc_trim() gives back what a
+// dialog has freed, which lies between what the toolkit keeps.
 void Service::endSession(int session) {
   tokens_.forget(session);
   onMainLoop([this, session] {
@@ -239,7 +240,7 @@ void Service::endSession(int session) {
   });
 }
 
-// A program that has ended without its document gives no sign of it.
+// The portal does not tell that a program has ended without its document.
 void Service::makeRoom() {
   if (sessions_.size() < kMostSessions) return;
   const auto oldest = std::ranges::find_if(
@@ -258,7 +259,7 @@ void Service::endWhenIdle() {
 void Service::load() {
   try {
     const auto toolkit = loadModule("tandem-trim-toolkit");
-    // GTK asks portals without any variable from the version on that has this function.
+    // Versions of GTK that have this function ask portals by themselves, without a variable.
     if (const auto disablePortals = exported<void (*)()>(toolkit, "gtk_disable_portals")) disablePortals();
     if (!exported<StartToolkit>(toolkit, kStartFunction)(nullptr))
       throw Failure("there is no screen to show the print dialog on");
