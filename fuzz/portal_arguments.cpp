@@ -1,6 +1,6 @@
-// What another program hands over with a request for a dialog: three dictionaries in GLib's text form, with
-// "|||" between them. Whatever they hold, the options are those that the dialog's own tabs know, texts are
-// short lines, and numbers are within their limits.
+// What another program hands over with either request, for a dialog or with a document: three dictionaries in
+// GLib's text form, with "|||" between them, and texts behind them. Whatever they hold, the options are those
+// that the dialog's own tabs know, texts are short lines, and numbers are within their limits.
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -42,14 +42,7 @@ void requireLine(const std::string& text, const std::string& name) {
   require(text.size() <= kLongestLine && plainText(text) == text, name + " is a short line");
 }
 
-}  // namespace
-
-void examine(std::string_view input) {
-  const auto settings = dictionary(nextPart(input));
-  const auto pageSetup = dictionary(nextPart(input));
-  const auto options = dictionary(nextPart(input));
-  const std::string rest(input);
-  const auto request = prepareRequest({rest, rest, rest}, settings.get(), pageSetup.get(), options.get());
+void requireLimits(const DialogRequest& request) {
   for (const auto& [keyword, value] : request.options) {
     require(std::ranges::count(kKnown, keyword) != 0, "options are those of the dialog's tabs");
     requireLine(value, "an option's value");
@@ -62,6 +55,24 @@ void examine(std::string_view input) {
   require(request.document.find('/') == std::string::npos, "the document's name is no path");
   require(!request.scale || (*request.scale >= 1 && *request.scale <= 1000),
           "the scale is within its limits");
+}
+
+}  // namespace
+
+void examine(std::string_view input) {
+  const auto settings = dictionary(nextPart(input));
+  const auto pageSetup = dictionary(nextPart(input));
+  const auto options = dictionary(nextPart(input));
+  const std::string rest(input);
+  const Caller caller{rest, rest, rest};
+  const auto prepared = prepareRequest(caller, settings.get(), pageSetup.get(), options.get());
+  requireLimits(prepared);
+  const auto printed = printRequest(caller, options.get());
+  requireLimits(printed);
+  require(printed.options.empty() && !printed.printer && !printed.scale && printed.document.empty(),
+          "a document that is there has no suggestions");
+  require(printed.title == prepared.title && printed.acceptLabel == prepared.acceptLabel,
+          "both methods name the dialog alike");
   static_cast<void>(tokenIn(options.get()));
 }
 
