@@ -1,7 +1,8 @@
 #!/usr/bin/python3
-"""Takes the pictures of the print dialog in docs/, on the screen of `make pictures`: in several languages, dark, with a warning."""
+"""Takes the pictures of the print dialog in docs/, on the screen of `make pictures`: in several languages, dark, with a warning, with a preset."""
 
 import pathlib
+import subprocess
 import tempfile
 
 from report import PAGES, report
@@ -12,8 +13,19 @@ from dialog_case import PrintDialog
 from private_cups import PrivateCups
 
 SET = tuple(f"{keyword}={value}" for _, keyword, value in SETTINGS)
+PRESET = "Booklet, 5 mm"
 
-# Each picture's name, the options that the dialog opens with and the variables of its surroundings.
+
+def see_preset(dialog):
+    dialog.middle(dialog.find("push button", f"Preset: {PRESET}"))
+
+
+def change_margin(dialog):
+    dialog.type("Top Margin", "9")
+    dialog.middle(dialog.find("push button", f"Preset: {PRESET}, changed"))
+
+
+# Each picture's name, the options that the dialog opens with, the variables of its surroundings, and what is done before it is taken.
 PICTURES = (
     ("dialog", SET, {}),
     ("dialog-german", SET, {"LANGUAGE": "de"}),
@@ -21,17 +33,28 @@ PICTURES = (
     ("dialog-dark", SET, {"GTK_THEME": "Default:dark"}),
     ("dialog-page", (*SET, "MVTopMargin=10", "MVLeftMargin=5", "MVRightMargin=5"), {}),
     ("dialog-warning", (*SET, "MVPrintPosition=Diagonal", "MVLeftMargin=18"), {}),
+    ("dialog-preset", (), {}, see_preset),
+    ("dialog-preset-changed", (), {}, change_margin),
 )
 
 
-def take(cups, document, name, options, variables):
+def keep_preset(cups):
+    """Keeps the preset that pictures with one begin with."""
+    words = [*command(surroundings.BUILD)[:-1], "-o", " ".join(SET), "--save-preset", PRESET]
+    subprocess.run(words, env=cups.environment(), check=True, capture_output=True)
+
+
+def take(cups, document, name, options, variables, act=None):
     environment = cups.environment() | surroundings.of_this_test(surroundings.SCREEN) | variables
-    dialog = PrintDialog([*command(surroundings.BUILD, document), "-o", " ".join(options)], environment)
+    words = ["-o", " ".join(options)] if options else ["--dialog", "--preset", PRESET]
+    dialog = PrintDialog([*command(surroundings.BUILD, document), *words], environment)
     try:
         dialog.page("Tandem Trim")
         dialog.middle(dialog.find("image", "mm"))
         # The page is drawn before its number shows.
         dialog.find("label", f" {PAGES}")
+        if act:
+            act(dialog)
         dialog.save_picture(PROJECT / f"docs/{name}.png")
     finally:
         dialog.close()
@@ -42,6 +65,7 @@ def main():
         document = pathlib.Path(folder) / "report.pdf"
         document.write_bytes(report())
         cups.add_queue(PRINTER, SAMPLES / "MorvaTandemKV2.ppd")
+        keep_preset(cups)
         for picture in PICTURES:
             take(cups, document, *picture)
 

@@ -131,7 +131,7 @@ void Dialog::end() {
 
 void Dialog::notify() {
   const auto* const job = std::get_if<SentJob>(&printed_);
-  if (job == nullptr || !isAtServer(*job)) return;
+  if (job == nullptr) return;
   auto& panel = printer_.panel();
   if (panel.notifies()) startNotifier(orderFor(*job, server_, panel.words()), report_);
   if (panel.notifies() != notified_) keepNotificationChoice(panel.notifies(), report_);

@@ -44,7 +44,7 @@ Preset presetFrom(const std::string& name, const std::string& text) {
   const auto json = Json::parse(text, nullptr, false);
   if (json.is_discarded()) throw Failure("it is no JSON");
   if (!json.is_object()) throw Failure("it is no object");
-  return {name, optionsIn(json, kPanel), optionsIn(json, kOptions)};
+  return {name, optionsIn(json, kPanel), withoutThoseOfOneJob(optionsIn(json, kOptions))};
 }
 
 std::string textNamingPreset(const std::string& name) {

@@ -21,7 +21,8 @@ struct Preset {
 /// The preset's settings as readable JSON.
 std::string presetText(const Preset& preset);
 
-/// The preset of this name with the settings of that JSON. Failure, with the reason, when the text is none.
+/// The preset of this name with the settings of that JSON, but for what is chosen for one job. Failure, with
+/// the reason, when the text is none.
 Preset presetFrom(const std::string& name, const std::string& text);
 
 /// JSON that names a preset, and the name in it; none where there is none.

@@ -1,6 +1,7 @@
 """Settings that a user keeps under names, from a terminal."""
 
 import json
+import subprocess
 import unittest
 
 from terminal_case import ACTS_THAT_CHANGE, CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, SMALLER, TerminalCase, each, of_panel
@@ -82,6 +83,13 @@ class PresetsTest(TerminalCase):
         self.assertEqual(of_panel(record.options), CHANGED | {MARGINS["Top"]: "8"})
         _, (record,) = self.prints("-d", printer, "--preset", NAME, "--force", SAMPLE)
         self.assertEqual(of_panel(record.options), CHANGED)
+
+    def test_a_default_that_the_printer_does_not_allow_is_not_kept_in_it(self):
+        default = ["lpadmin", "-p", "Morva"]
+        subprocess.run([*default, "-o", "MVTopMargin-default=28"], env=self.environment(), check=True, capture_output=True)
+        self.addCleanup(subprocess.run, [*default, "-R", "MVTopMargin-default"], env=self.environment(), check=True, capture_output=True)
+        self.does("--save-preset", NAME)
+        self.assertEqual(set(DEFAULTS) - set(self.presets()[0]["panel"]), {MARGINS["Top"]})
 
     def test_presets_are_listed_and_deleted(self):
         self.assertEqual(self.does("--list-presets").stdout, "")

@@ -72,7 +72,7 @@ Options PrinterPresets::options(const Options& asked) const {
   const auto known = chosen_.find(printersKey_);
   if (known == chosen_.end()) return {};
   const auto& chosen = known->second;
-  auto options = withoutKeywords(withoutThoseOfOneJob(chosen.preset.options), chosen.refused);
+  auto options = withoutKeywords(chosen.preset.options, chosen.refused);
   if (!chosen.isByHand)
     std::erase_if(options, [&](const Option& option) { return overrides(asked, option); });
   return options;
@@ -184,11 +184,11 @@ void PrinterPresets::replaceIfTaken(const std::string& name, const std::function
 }
 
 // On each printer where it is chosen.
-void PrinterPresets::renameTo(const std::string& name, Taken taken) {
-  const auto before = preset().name;
-  renamePreset(family_, before, name, taken, report_);
+void PrinterPresets::renameTo(const std::string& newName, Taken taken) {
+  const auto name = preset().name;
+  renamePreset(family_, name, newName, taken, report_);
   for (auto& [printer, chosen] : chosen_) {
-    if (isChosenOf(chosen, before)) chosen.preset.name = name;
+    if (isChosenOf(chosen, name)) chosen.preset.name = newName;
   }
 }
 

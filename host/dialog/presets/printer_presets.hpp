@@ -79,7 +79,7 @@ class PrinterPresets {
     return chosen.family == family_ && chosen.preset.name == name;
   }
   void replaceIfTaken(const std::string& name, const std::function<void(Taken)>& act);
-  void renameTo(const std::string& name, Taken taken);
+  void renameTo(const std::string& newName, Taken taken);
   void remove();
   [[nodiscard]] Chosen& chosen() { return chosen_.at(printersKey_); }
   [[nodiscard]] const Preset& preset() const { return chosen_.at(printersKey_).preset; }

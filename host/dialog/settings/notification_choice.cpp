@@ -22,7 +22,7 @@ std::filesystem::path choicesFile() {
 
 // What is in the file; nothing where it cannot be understood.
 Glib::RefPtr<Glib::KeyFile> keptChoices() {
-  const auto groups = Glib::KeyFile::create();
+  auto groups = Glib::KeyFile::create();
   try {
     if (const auto text = readWholeFile(choicesFile(), kLargestChoices))
       groups->load_from_data(*text, Glib::KeyFile::Flags::KEEP_COMMENTS);

@@ -6,10 +6,12 @@ import unittest
 import patience
 from dialog_case import DialogCase
 from notifications import MARKUP, Desktop, notifiers
+from relay import NEW_JOB, Holdup
 from terminal_case import BUILD, PPD, SAMPLE, each
 
 NOTIFIER = BUILD / "host/tandem-trim-notifier"
 SWITCH = "Notify after printing"
+GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # how such a request begins
 ODD_TITLE = '<b>50 %s</b> & "more"'
 # Ends with the status in the file, once there is one.
 SLOW_FILTER = """#!/bin/sh
@@ -195,6 +197,44 @@ class DialogNotificationsTest(DialogCase):
         os.mkfifo(self.choices)
         self.prints("-d", "Morva")
         desktop.wait_for(1)
+
+    def test_what_watches_the_job_lives_apart_from_the_program(self):
+        desktop = self.desktop()
+        self.add_slow_queue()
+        self.prints("-d", "Slow")
+        desktop.wait_for(1)
+        (notifier,) = self.notifiers()
+        self.assertEqual((os.getsid(notifier), os.readlink(f"/proc/{notifier}/cwd")), (notifier, "/"))
+        self.end_filter(0)
+        self.wait_for_no_notifier()
+        self.assertEqual(len(desktop.shown()), 1)
+
+    def test_a_job_that_was_called_back_is_not_told(self):
+        desktop = self.desktop()
+        with Holdup(self.cups.address, NEW_JOB) as holdup:
+            dialog = self.ready("-d", "Morva", CUPS_SERVER=holdup.address)
+            dialog.press("Print")
+            patience.until(holdup.held.is_set, "the job")
+            dialog.press("Cancel")
+            patience.until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
+            holdup.release()
+            _, out, said = dialog.ends()
+        self.assertEqual(out, "")
+        self.assertIn("cancelled", said)
+        self.assertEqual((desktop.shown(), self.notifiers()), ([], []))
+
+    def test_a_job_that_was_called_back_too_late_is_told(self):
+        desktop = self.desktop()
+        with Holdup(self.cups.address, GET_JOB_ATTRIBUTES) as holdup:
+            dialog = self.ready("-d", "Morva", CUPS_SERVER=holdup.address)
+            dialog.press("Print")
+            patience.until(holdup.held.is_set, "the question about the job that was sent")
+            dialog.press("Cancel")
+            patience.until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
+            holdup.release()
+            self.printed(dialog)
+            (shown,) = desktop.wait_for(1)
+        self.assertEqual(shown["heading"], "Job 1 on Morva: all settings confirmed")
 
     def test_an_installed_program_finds_what_shows_it(self):
         desktop = self.desktop()

@@ -4,7 +4,8 @@ import json
 import os
 import unittest
 
-from dialog_case import DialogCase, until
+import ipp
+from dialog_case import RANGES, DialogCase, until
 from screen_reader import CHECKED, SENSITIVE
 from terminal_case import DEFAULTS, MARGINS, PPD, SMALLER, VALID, each, of_panel
 
@@ -131,9 +132,19 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.check("Use Tandem Trim")
         dialog.type("Top Margin", "12")
         self.pick(dialog, "Save As…")
-        self.name(dialog, "Plain")
+        self.name(dialog, "  Plain ")
         self.wait_for(dialog, "Plain")
         self.assertEqual(self.kept("Plain"), {"panel": BOOKLET, "options": {}})
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_a_default_that_the_printer_does_not_allow_is_not_saved(self):
+        self.run_command("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=28")
+        dialog = self.live()
+        self.pick(dialog, "Save As…")
+        self.name(dialog, "Plain")
+        self.wait_for(dialog, "Plain")
+        self.assertEqual(set(DEFAULTS) - set(self.kept("Plain")["panel"]), {MARGINS["Top"]})
         dialog.press("Cancel")
         dialog.ends()
 
@@ -214,12 +225,23 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
 
+    def test_names_of_any_signs_are_shown_as_they_are(self):
+        odd = '_a_b <i>&amp; 100 % "%s" /..'
+        self.keep(odd, *ACTS)
+        dialog = self.live()
+        self.pick(dialog, odd)
+        self.wait_for(dialog, odd)
+        self.assertEqual(dialog.text("Top Margin"), "12")
+        dialog.press("Cancel")
+        dialog.ends()
+
     def test_an_unknown_preset_is_told_before_anything_is_printed(self):
         dialog = self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around)
         dialog.says(f"There is no preset {NAME} for this printer.")
         self.answer(dialog, "Close")
         self.live_panel_of(dialog)
         self.assertEqual(self.chosen(dialog), "None")
+        self.assert_nothing_was_sent()
         dialog.press("Cancel")
         dialog.ends()
 
@@ -473,9 +495,49 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.says("Glue: this printer does not allow Warm (allowed: Off, Hot, Cold)")
         self.answer(dialog, "Close")
         self.wait_for(dialog, f"{NAME}, changed")
+        self.pick(dialog, "Back to Preset")
+        dialog.says("Glue: this printer does not allow Warm")
+        self.answer(dialog, "Close")
+        self.wait_for(dialog, f"{NAME}, changed")
         self.assertEqual(self.row(dialog, "Color", "Glue"), "Off")
         sent = self.sent(dialog)
         self.assertEqual((sent["Glue"], sent["x-note"]), ("None", "preset"))
+
+    def test_what_is_told_and_not_sent_leaves_what_the_command_line_asks_for(self):
+        self.keep(NAME, *ACTS, "-o", "Glue=Tepid")
+        dialog = self.live_panel_of(self.dialog("-d", "Morva", "-o", "Glue=Warm", **self.around))
+        self.pick(dialog, NAME)
+        dialog.says("Glue: this printer does not allow Tepid")
+        self.answer(dialog, "Close")
+        self.assertEqual(self.sent(dialog)["Glue"], "Warm")
+
+    def test_what_no_row_can_show_is_sent_until_the_row_is_changed(self):
+        self.keep(NAME, *ACTS, "-o", "job-priority=70")
+        for keys, sent in (((), 70), (("End",), 30)):
+            with self.subTest(sent):
+                dialog = self.live()
+                self.choose(dialog)
+                if keys:
+                    dialog.page("Job")
+                    dialog.choose_by_keys("Priority", *keys)
+                self.sent(dialog)
+                asked = [(ipp.URI, "printer-uri", "ipp://localhost/"), (ipp.KEYWORD, "which-jobs", "all")]
+                asked.append((ipp.KEYWORD, "requested-attributes", "job-priority"))
+                jobs = ipp.ask(self.cups.address, ipp.GET_JOBS, asked)
+                self.assertIn([sent], [job["job-priority"] for job in jobs if job])
+
+    def test_what_is_typed_for_the_pages_stays(self):
+        self.keep(NAME, *ACTS, *OF_PAGES)
+        dialog = self.live()
+        dialog.page("General")
+        dialog.check("Pages:")
+        dialog.type(RANGES, "2-x")
+        dialog.page("Tandem Trim")
+        self.pick(dialog, NAME)
+        dialog.page("General")
+        self.assertEqual(dialog.text(RANGES), "2-x")
+        dialog.press("Cancel")
+        dialog.ends()
 
     def test_a_preset_of_the_panel_alone_leaves_them_and_takes_nothing_unseen_along(self):
         self.keep(NAME, *ACTS, *OF_PAGES)

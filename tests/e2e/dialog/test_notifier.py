@@ -34,6 +34,22 @@ class WantsLoginForAll(Relay):
         self._pass_on_while(may_pass, client, server)
 
 
+class BreaksOnce(Relay):
+    """Ends the first connection at once and passes on all others."""
+
+    def __init__(self, server):
+        super().__init__(server, float("inf"), None)
+        self.broken = 0
+
+    def _requests_from(self, client, server):
+        if not self.broken:
+            self.broken += 1
+            self._end(client)
+            self._end(server)
+        else:
+            super()._requests_from(client, server)
+
+
 class NotifierTest(TerminalCase):
     def setUp(self):
         super().setUp()
@@ -105,6 +121,13 @@ class NotifierTest(TerminalCase):
         self.cups.cancel_all()
         server = "{}:{}".format(*self.cups.address)
         self.assertEqual(self.run_notifier(self.order(server=server), CUPS_SERVER="localhost:1"), (0, ""))
+        self.assertEqual(self.headings(), ["first", "cancelled"])
+
+    def test_it_asks_again_where_a_connection_breaks(self):
+        self.cups.cancel_all()
+        with BreaksOnce(self.cups.address) as server:
+            self.assertEqual(self.run_notifier(self.order(server=server.address)), (0, ""))
+            self.assertEqual(server.broken, 1)
         self.assertEqual(self.headings(), ["first", "cancelled"])
 
     def test_texts_of_any_signs_are_shown(self):

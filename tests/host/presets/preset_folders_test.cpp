@@ -108,6 +108,12 @@ TEST_F(Presets, AreRenamedButNotOverOthers) {
   EXPECT_EQ(findPreset("Family", "Brochure", report).panel, kBooklet.panel);
 }
 
+TEST_F(Presets, HaveNothingThatIsChosenForOneJobWhoeverWroteThem) {
+  write(own(), "Mine.json",
+        R"({"options": {"copies": "3", "sides": "one-sided", "job-hold-until": "indefinite"}})");
+  EXPECT_THAT(findPreset("Family", "Mine", report).options, ElementsAre(Option{"sides", "one-sided"}));
+}
+
 TEST_F(Presets, TakeThePlaceOfOthersWhereTheUserWantsThat) {
   savePreset("Family", kBooklet);
   savePreset("Family", {"Other", {}, {}});
@@ -150,6 +156,7 @@ TEST_F(Presets, MayHaveAnyNameAndNoneLeadsOutOfTheirFolder) {
                                  "Größe «A»", "小册子", "a'b\"c$d", "x.json"}) {
     savePreset("Family", {name, {}, {}});
     EXPECT_EQ(presetFile("Family", name).parent_path(), own() / "tandem-trim/presets/Family") << name;
+    EXPECT_FALSE(presetFile("Family", name).filename().string().starts_with('.')) << name;
     EXPECT_THAT(names(), ElementsAre(name));
     deletePreset("Family", name, report);
   }
