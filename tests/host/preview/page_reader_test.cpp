@@ -253,7 +253,11 @@ TEST_F(AProgramThatRenders, HasGivenUpWhatItDoesNotNeed) {
     std::ifstream stream("/proc/" + process + '/' + file);
     return std::string(std::istreambuf_iterator<char>(stream), {});
   };
-  while (said("status").find("Seccomp:\t2") == std::string::npos) std::this_thread::yield();
+  const auto isFiltered = [&] { return said("status").find("Seccomp:\t2") != std::string::npos; };
+  for (const auto end = std::chrono::steady_clock::now() + kSoon;
+       !isFiltered() && std::chrono::steady_clock::now() < end;)
+    std::this_thread::yield();
+  EXPECT_TRUE(isFiltered());
   EXPECT_THAT(said("status"), HasSubstr("NoNewPrivs:\t1"));
   for (const char* limit :
        {"cpu time +4 +4 ", "file size +0 +0 ", "core file size +0 +0 ", "open files +32 +32 "})
@@ -322,6 +326,10 @@ TEST(AnAnswer, IsNoneUnlessItsPictureIsWhole) {
   for (const std::size_t pixels : {0, 5, 7}) EXPECT_FALSE(pageOf(smallAnswer(), pixels)) << pixels;
   EXPECT_FALSE(pageIn({}, 3));
   EXPECT_FALSE(pageOf(smallAnswer(), 6, 2));
+  auto wide = smallAnswer();
+  std::swap(wide.width, wide.height);
+  EXPECT_TRUE(pageOf(wide));
+  EXPECT_FALSE(pageOf(wide, 6, 2));
 }
 
 TEST(AnAnswer, IsNoneWithANumberThatNoPageHas) {
