@@ -16,7 +16,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::array kLimits{
-#ifndef __SANITIZE_ADDRESS__  // which maps terabytes
+#ifndef TANDEM_TRIM_SANITIZED  // sanitizers map terabytes
     std::pair{RLIMIT_AS, rlim_t{512} << 20},
 #endif
     std::pair{RLIMIT_CPU, rlim_t{4}},  // seconds
