@@ -121,16 +121,10 @@ void Service::onNameLost(GDBusConnection* bus, const char* /*name*/, gpointer se
   auto& self = *static_cast<Service*>(service);
   const bool hasBus = bus != nullptr && g_dbus_connection_is_closed(bus) == FALSE;
   self.report_(hasBus ? "another program serves " + std::string(kName) : kNoBus);
-  // The bus started it while this one was about to end. This one goes on until its dialogs are closed.
-  if (hasBus && !self.sessions_.empty()) return;
   self.status_ = 1;
-  self.leaveAll();
-}
-
-// What users have told their dialogs to print is printed without the bus, too.
-void Service::leaveAll() {
-  for (auto& [number, running] : sessions_) running.session->leave();
-  if (sessions_.empty()) g_main_loop_quit(loop_.get());
+  // The bus may have started another one while this one was about to end. This one goes on until its dialogs
+  // are closed; without the bus, until what users told them to print is printed.
+  if (self.sessions_.empty()) g_main_loop_quit(self.loop_.get());
 }
 
 GVariant* Service::onProperty(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
@@ -148,14 +142,12 @@ void Service::onCall(GDBusConnection* /*bus*/, const char* /*sender*/, const cha
 // What fails in here must not leave the call without an answer.
 void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVariant* values) {
   const auto handle = textOf(values, 0);
-  const bool isTaken = sessionAt(handle) != nullptr;
   auto request = std::make_unique<Request>(call, handle);
   try {
-    if (isTaken) throw Failure("another request has the handle " + shortText(handle));
+    if (sessionAt(handle) != nullptr) throw Failure("another request has the handle " + shortText(handle));
     method == "Print" ? print(call, std::move(request), values) : prepare(call, std::move(request), values);
   } catch (const std::exception& failure) {
     report_(failure.what());
-    if (auto* const session = isTaken ? nullptr : sessionAt(handle)) session->leave();
   }
 }
 

@@ -54,8 +54,6 @@ class Service {
   // Ends the oldest session that waits for a document, where there are too many. Failure where none does.
   void makeRoom();
   void serveOn(GDBusConnection* bus);
-  // Ends once nothing is being printed any more.
-  void leaveAll();
   void endWhenIdle();
   // Starts the toolkit and finds the dialog, or why there is none.
   void load();

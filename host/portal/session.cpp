@@ -31,11 +31,13 @@ std::optional<Failure> Session::open(const DialogRequest& asked, FileDescriptor 
 
 void Session::prepare(std::unique_ptr<Request> request, const DialogRequest& asked) {
   request_ = std::move(request);
-  if (const auto failure = open(asked, FileDescriptor(-1))) {
-    surroundings_.report(failure->fact().english());
-    return end(Response::failed);
-  }
-  dialog_->show();
+  guarded([&] {
+    if (const auto failure = open(asked, FileDescriptor(-1))) {
+      surroundings_.report(failure->fact().english());
+      return end(Response::failed);
+    }
+    dialog_->show();
+  });
 }
 
 void Session::answerChoice() {

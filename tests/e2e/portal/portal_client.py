@@ -107,6 +107,13 @@ class Client:
             if file is not document:
                 os.close(file)
 
+    def owners_of_name(self):
+        """A list to which each later owner of the backend's name is added, and "" where it has none."""
+        owners = []
+        rule = (BUS[0], BUS[2], "NameOwnerChanged", BUS[1], NAME, 0)
+        self.bus.signal_subscribe(*rule, lambda *signal: owners.append(signal[5].unpack()[2]))
+        return owners
+
     def leave(self):
         """Is gone from the bus."""
         self.bus.close_sync(None)

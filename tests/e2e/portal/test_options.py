@@ -5,7 +5,7 @@ import unittest
 
 from dialog_case import until
 from gi.repository import Atspi, GLib
-from portal_client import DONE, Client, PortalCase, texts
+from portal_client import DONE, Client, PortalCase, Shown, texts
 from screen_reader import SENSITIVE
 from terminal_case import PPD
 
@@ -36,6 +36,20 @@ class OptionsTest(PortalCase):
                 _, _, token = self.chosen()
                 self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
                 self.assertEqual(self.job().title, named)
+
+    def test_a_job_is_not_named_by_what_all_programs_say_in_whatever_language(self):
+        self.start(LANG="C.UTF-8", LANGUAGE="de")
+        for title in ("Print", self.of_gtk("Print", "de")):
+            with self.subTest(title):
+                self.cups.forget()
+                self.run_command("lpoptions", "-d", "Morva")
+                call = self.client.prepare(title=title)
+                dialog = Shown(self.process, title)
+                dialog.wait_for_tab("Tandem Trim")
+                dialog.press(self.of_gtk("Print", "de"))
+                _, _, token = self.results_of(call)
+                self.assertEqual(self.client.print(token=token, title=title).answer(), (DONE, {}))
+                self.assertEqual(self.job().title, "Dokument")
 
     def test_a_program_has_a_current_page_or_a_selection_only_where_it_says_so(self):
         self.start()

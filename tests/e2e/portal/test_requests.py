@@ -13,7 +13,7 @@ import patience
 from dialog_case import until
 from gi.repository import GLib
 from notifications import Desktop
-from portal_client import CANCELLED, DONE, FAILED, Client, PortalCase, Shown, texts
+from portal_client import BUS, CANCELLED, DONE, FAILED, NAME, Client, PortalCase, Shown, texts
 from relay import WantsLogin
 from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, VALID, digest, of_panel
 
@@ -476,15 +476,18 @@ class RequestsTest(PortalCase):
 
     def test_it_ends_when_nothing_is_to_be_done_and_not_before(self):
         self.start()
+        owners = self.client.owners_of_name()
         _, _, token = self.chosen()
         # As long as it would stay without a token.
         with self.assertRaises(subprocess.TimeoutExpired):
             self.process.wait(IDLE + 2)
+        self.has_name()
+        self.assertEqual(owners, [])
         self.client.print(token=token).answer()
         self.assertEqual(self.process.wait(patience.PATIENCE), 0)
 
-    def test_a_request_that_arrives_while_it_ends_is_answered(self):
-        self.start()
+    def asked_while_it_ends(self):
+        """A call that is there when its time without a request is over."""
         # Its main thread, which counts the time, runs before the one that reads the bus.
         for thread in pathlib.Path(f"/proc/{self.process.pid}/task").iterdir():
             os.sched_setaffinity(int(thread.name), {min(os.sched_getaffinity(0))})
@@ -496,10 +499,24 @@ class RequestsTest(PortalCase):
         with self.assertRaises(subprocess.TimeoutExpired):
             self.process.wait(IDLE + 2)
         self.process.send_signal(signal.SIGCONT)
+        return call
+
+    def test_a_request_that_arrives_while_it_ends_is_answered(self):
+        self.start()
+        call = self.asked_while_it_ends()
         self.shown().press("Print")
         _, _, token = self.results_of(call)
         self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
         self.assertEqual(self.process.wait(patience.PATIENCE), 0)
+
+    def test_a_request_that_arrives_while_it_ends_is_answered_though_another_one_has_its_name_by_then(self):
+        self.start()
+        other = Client()
+        other.ask(*BUS, "RequestName", GLib.Variant("(su)", (NAME, 0)))
+        call = self.asked_while_it_ends()
+        self.shown().press("Print")
+        self.results_of(call)
+        other.leave()
 
     def test_a_job_that_takes_long_can_be_seen_and_cancelled(self):
         self.start(TANDEM_TRIM_TIMEOUT="5")

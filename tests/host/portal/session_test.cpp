@@ -151,6 +151,7 @@ struct Script {
   ApplicationDialog::Events events;
   // A failure of each, none for success.
   std::optional<Failure> ofOpen;
+  std::optional<std::runtime_error> ofShow;
   std::optional<std::runtime_error> ofChoice;
   std::optional<std::runtime_error> ofPrint;
   bool isTold = false;
@@ -160,7 +161,10 @@ class ScriptedDialog : public ApplicationDialog {
  public:
   explicit ScriptedDialog(Script& script) : script_(script) {}
   ~ScriptedDialog() override { script_.log.emplace_back("gone"); }
-  void show() override { script_.log.emplace_back("shown"); }
+  void show() override {
+    if (script_.ofShow) throw *script_.ofShow;
+    script_.log.emplace_back("shown");
+  }
   DialogChoice choice() override {
     if (script_.ofChoice) throw *script_.ofChoice;
     return {{{"n-copies", "1"}}, {}};
@@ -370,6 +374,20 @@ TEST_F(SessionOfAProgram, EndsWithTheProgramWhileTheDocumentIsBeingRead) {
   destroy();
   while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
   EXPECT_THAT(script.log, ElementsAre("opens Letter for nothing", "shown", "gone"));
+}
+
+TEST_F(SessionOfAProgram, AnswersThoughTheDialogCannotBeShown) {
+  script.ofShow = std::runtime_error("no window");
+  for (const auto& ask : {std::function([this] { prepare(); }), std::function([this] { print(); })}) {
+    begin();
+    ask();
+    waitForAnswer();
+    EXPECT_EQ(answer->response, 2U);
+    EXPECT_THAT(reports, ElementsAre("no window"));
+    answer.reset();
+    reports.clear();
+  }
+  EXPECT_EQ(ends, 2);
 }
 
 TEST_F(SessionOfAProgram, AnswersThoughTheChoiceCannotBeRead) {
