@@ -1,6 +1,5 @@
 """What programs ask of the print backend and what they hear, from the request to the printer's filter."""
 
-import ctypes
 import os
 import pathlib
 import random
@@ -13,6 +12,7 @@ import patience
 from dialog_case import until
 from gi.repository import GLib
 from notifications import Desktop
+from portal_case import parent_window
 from portal_client import BUS, CANCELLED, DONE, FAILED, NAME, Client, PortalCase, Shown, texts
 from relay import WantsLogin
 from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, VALID, digest, of_panel
@@ -36,17 +36,6 @@ IDLE = 10  # seconds
 MOST_SESSIONS = 40
 # By which a program does nothing that the printer does.
 NEUTRAL = {"n-copies": "1", "collate": "false", "reverse": "false", "page-set": "all", "number-up": "1"}
-
-
-def parent_of(window):
-    """The window of which this one is a dialog, as the window manager learns it."""
-    library = ctypes.CDLL("libX11.so.6")
-    library.XOpenDisplay.restype = ctypes.c_void_p
-    screen = ctypes.c_void_p(library.XOpenDisplay(None))
-    parent = ctypes.c_ulong()
-    library.XGetTransientForHint(screen, ctypes.c_ulong(window), ctypes.byref(parent))
-    library.XCloseDisplay(screen)
-    return parent.value
 
 
 class RequestsTest(PortalCase):
@@ -463,7 +452,7 @@ class RequestsTest(PortalCase):
         call = self.client.prepare(parent="x11:abcdef")
         self.shown()
         window = subprocess.check_output(["xdotool", "search", "--name", "^Print$"], text=True).split()[-1]
-        self.assertEqual(parent_of(int(window)), 0xABCDEF)
+        self.assertEqual(parent_window(int(window)), 0xABCDEF)
         call.close()
 
     def test_a_handle_that_is_taken_is_refused(self):
