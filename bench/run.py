@@ -34,6 +34,7 @@ FEW_PAIRS = 11  # of what takes seconds
 OWN_PAGE, PAGE_SETUP = ("259", "18"), ("140", "18")
 PRINTERS = ("150", "154", "122")
 MICROSECONDS = 1_000_000
+BACKEND = "org.freedesktop.impl.portal.desktop."  # names of print backends on the session bus begin so
 
 
 @dataclasses.dataclass
@@ -188,6 +189,26 @@ def felt_rows(bench):
         yield row_of_pairs("dialog with 300 printers, all drawn: microseconds", "bare dialog", many, 1.0)
 
 
+def backend_rows(bench):
+    """The dialog as applications get it, from the desktop portal's request on, beside Debian's own and a bare one of GTK 4."""
+    own = f"{BACKEND}tandemtrim", bench.build / "host/tandem-trim-portal"
+    debians = f"{BACKEND}gtk", "/usr/libexec/xdg-desktop-portal-gtk"
+    bare = f"{BACKEND}bare", bench.program("bare_backend"), f"{BACKEND}bare"
+
+    def pairs(mode, rounds, peer):
+        return [(ours[0], theirs[0]) for theirs, ours in screen.on_screen(mode, rounds, peer, own)]
+
+    with PrivateCups() as cups:
+        screen = Bench(bench.build, cups.environment())
+        cups.add_queue("Morva", SAMPLE / "MorvaTandemKV2.ppd")
+        beside = "xdg-desktop-portal-gtk"
+        yield row_of_pairs("dialog for an application, first of all: microseconds", beside, pairs("started", FEW_PAIRS, debians), 1.1)
+        yield row_of_pairs("dialog for an application, a later one: microseconds", beside, pairs("asked", FEW_PAIRS, debians), 1.1)
+        yield row_of_pairs("private memory before the first dialog: KB", beside, pairs("idle", RUNS, debians), 1.0)
+        ((ours, theirs),) = pairs("dialogs", 1, bare)
+        yield Row("memory that 100 dialogs for applications take: KB", ours, "a bare one of GTK 4", theirs, 1.05, known=1.7)
+
+
 def program_rows(bench, cups, files, queues):
     program = bench.build / "host/tandem-trim"
     by_hand = [word for keyword, value in SETTINGS.values() for word in ("-o", f"{keyword}={value}")]
@@ -246,6 +267,7 @@ def main():
             *keystroke_rows(bench, files),
             *dialog_rows(bench, files, queues),
             *felt_rows(bench),
+            *backend_rows(bench),
             *program_rows(bench, cups, files, queues),
             *memory_rows(bench, files),
         ]

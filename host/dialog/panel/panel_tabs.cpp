@@ -7,6 +7,7 @@
 
 #include <gtk/gtk.h>
 
+#include "host/dialog/panel/custom_tab.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/panel/bundle_search.hpp"
 
@@ -33,13 +34,9 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
       report_(std::move(report)),
       events_(std::move(events)),
       page_(*Gtk::make_managed<PanelPage>(events_.presets, [this](int pages) { preview_.turn(pages); })),
-      title_(*Gtk::make_managed<Gtk::Label>(localized(kPageTitleText))),
       summary_(*Gtk::make_managed<SummaryTab>()),
+      title_(addTabs()),
       preview_(report_, {events_.openDocument, [this] { showPage(); }}) {
-  dialog_.add_custom_tab(summary_, *Gtk::make_managed<Gtk::Label>(localized(kSummaryText)));
-  summary_.set_visible(false);
-  // GTK puts what comes later first.
-  dialog_.add_custom_tab(page_, title_);
   // Until a printer is chosen GTK shows all its tabs; in one row, they would make the dialog as wide as they
   // are.
   gtk_notebook_set_scrollable(notebookOf(page_), TRUE);
@@ -51,6 +48,13 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
     if (bundle_) events_.onHelp(title_.get_text() + '\n' + helpText(*bundle_));
   });
   summary_.signal_map().connect(sigc::mem_fun(*this, &PanelTabs::showSummary));
+}
+
+// GTK puts what comes later first. The title of the panel's page.
+Gtk::Label& PanelTabs::addTabs() {
+  addCustomTab(dialog_, summary_, localized(kSummaryText));
+  summary_.set_visible(false);
+  return addCustomTab(dialog_, page_, localized(kPageTitleText));
 }
 
 // GTK's notebook may count itself as focused though nothing is. It would then pass the focus to a page of a

@@ -104,6 +104,7 @@ class PanelTabs : public sigc::trackable {
   void forgetPage();
 
  private:
+  Gtk::Label& addTabs();
   void close();
   void showPanel();
   void onPageShown();
@@ -128,8 +129,8 @@ class PanelTabs : public sigc::trackable {
   // What the panels of printers were left with.
   std::map<std::string, platform::linux::PrintSettings> left_;
   PanelPage& page_;
-  Gtk::Label& title_;
   SummaryTab& summary_;
+  Gtk::Label& title_;
   std::optional<PluginBundle> bundle_;
   std::unique_ptr<PanelSession> session_;
   // The PPD of the session's printer, or null.

@@ -3,6 +3,7 @@
 The portal of Debian 12 has no settings files. One that has is stood in for: see stand_in.py. The print backend is the real one.
 """
 
+import configparser
 import contextlib
 import json
 import os
@@ -296,6 +297,23 @@ class SwitchingTest(TerminalCase):
         self.more = {"XDG_DESKTOP_PORTAL_DIR": str(self.folder)}
         self.fails(*ON, words=["XDG_DESKTOP_PORTAL_DIR", str(self.folder), f"{PRINT}=tandemtrim"])
         self.assertEqual(self.files(), {})
+
+    # What an installation brings.
+
+    def test_an_installation_is_all_that_the_portal_and_the_session_bus_need(self):
+        prefix = self.folder / "usr"
+        subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix, "--component", "gtk"], check=True, capture_output=True)
+        (self.folder / f"data/dbus-1/services/{BACKEND}.service").unlink()
+        (self.folder / "data/xdg-desktop-portal/portals/tandemtrim.portal").unlink()
+        self.more = {"XDG_DATA_DIRS": str(prefix / "share")}
+        self.does(*ON)
+        with self.session():
+            self.assertIn("applications print with this dialog\n", self.does(*STATUS))
+        service, unit = configparser.ConfigParser(), configparser.ConfigParser()
+        service.read(prefix / f"share/dbus-1/services/{BACKEND}.service")
+        unit.read(prefix / "lib/systemd/user" / service["D-BUS Service"]["SystemdService"])
+        said = unit["Service"]
+        self.assertEqual((said["Type"], said["BusName"], said["ExecStart"]), ("dbus", BACKEND, service["D-BUS Service"]["Exec"]))
 
     # The portal of Debian 12 itself.
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include <gtkmm/label.h>
+#include <gtkmm/printunixdialog.h>
+
+namespace tandemtrim::host {
+
+/// Adds the page before all custom tabs of the dialog; the label that bears its title.
+Gtk::Label& addCustomTab(Gtk::PrintUnixDialog& dialog, Gtk::Widget& page, const std::string& title);
+
+}  // namespace tandemtrim::host
