@@ -32,8 +32,13 @@ const Keys kStates{TTCITandemTrimOn, TTCITandemTrimOff};
 const Keys kLabels(kTitleKeys.begin() + 1, kTitleKeys.end());
 // What a host shows when the user asks for help.
 constexpr std::string_view kHelp = "PanelHelp";
-const Keys kOthers{kHelp, TTPanelNameKey, TTVCLabelNameValid, TTVCLabelNameRestoreDefault,
-                   TTVCLabelNameRangeFormat, kContentInMarginsKey, kContentInMarginKey};
+const Keys kOthers{kHelp,
+                   TTPanelNameKey,
+                   TTVCLabelNameValid,
+                   TTVCLabelNameRestoreDefault,
+                   TTVCLabelNameRangeFormat,
+                   kContentInMarginsKey,
+                   kContentInMarginKey};
 
 // The texts that controls of the panel bear.
 Keys ofControls() {
