@@ -20,6 +20,8 @@ DIALOGS = 30
 MOST_GROWTH = 160
 # The same for each request, once the toolkit has the memory of many dialogs at a time.
 MOST_LEFT = 40
+# A sanitizer's own memory hides that of the dialogs.
+IS_MEASURED = not os.environ.get("TANDEM_TRIM_SANITIZE")
 
 
 class ClientsThatDieTest(PortalCase):
@@ -31,6 +33,7 @@ class ClientsThatDieTest(PortalCase):
     def descriptors(self):
         return len(os.listdir(f"/proc/{self.process.pid}/fd"))
 
+    @unittest.skipUnless(IS_MEASURED, "with a sanitizer")
     def test_dialogs_one_after_the_other_leave_no_memory_behind(self):
         self.start()
         before = 0
@@ -70,7 +73,8 @@ class ClientsThatDieTest(PortalCase):
                 self.assertEqual(call.answer(), (FAILED, {}))
         self.settle(calls)
         self.assertLessEqual(self.descriptors(), descriptors + SPARE)
-        self.assertLess(self.own_memory() - memory, MOST_LEFT * REQUESTS)
+        if IS_MEASURED:
+            self.assertLess(self.own_memory() - memory, MOST_LEFT * REQUESTS)
         self.assert_nothing_was_sent()
 
     def settle(self, calls):
