@@ -68,7 +68,7 @@ soak: ## ten million random sequences of calls at the panel, ten thousand jobs t
 race: ## the dialog's work in the background under ThreadSanitizer
 	$(install_dependencies) test
 	$(call build_apart,race,-DCMAKE_BUILD_TYPE=Debug -DTANDEM_TRIM_SANITIZE=thread -DTANDEM_TRIM_APPKIT=OFF,tandemtrim_dialog_tests)
-	TSAN_OPTIONS=ignore_noninstrumented_modules=1:halt_on_error=1 ctest --test-dir build/race --output-on-failure --timeout 3600 -j 2 -R '^e2e: (dialog|print backend)'
+	TSAN_OPTIONS=ignore_noninstrumented_modules=1:halt_on_error=1 ctest --test-dir build/race --output-on-failure --timeout 3600 -j 2 -R '^e2e: (dialog|print backend|hostile programs|failing prints|notifier)'
 
 memcheck: ## the tests of the core under valgrind
 	$(install_dependencies) memcheck
