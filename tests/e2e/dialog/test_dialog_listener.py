@@ -16,7 +16,7 @@ MENU = "Print Position:"
 SWITCH = "Use Tandem Trim"
 NUMBER = "spin button"
 SAME_ROW = 16  # pixels between the middles of what stands side by side, at most
-CONTROLS = 15  # of the page while it warns, and of the dialog below it
+CONTROLS = 17  # of the page while it warns, and of the dialog below it
 
 
 def text(value):
@@ -96,6 +96,13 @@ class DialogListenerTest(DialogCase):
                 missing = [one for one in said if one[2] and not is_told(one, heard[what])]
                 self.assertEqual(missing, [], heard[what])
 
+    def go_back_to_presets(self, dialog):
+        """By the keyboard, to the control that names its preset behind a colon."""
+        while not any(node.has(FOCUSED) and ": " in node.name for node in dialog.nodes()):
+            now = [node.path for node in dialog.nodes() if node.has(FOCUSED)]
+            dialog.keys("shift+Tab")
+            until(lambda: [node.path for node in dialog.nodes() if node.has(FOCUSED)] not in ([], now), "the stop before")  # noqa: B023
+
     def stops(self, dialog):
         """The paths of the controls at which the keyboard stops, from the one that has it now, each once."""
         found = []
@@ -126,8 +133,7 @@ class DialogListenerTest(DialogCase):
             dialog.page(PAGES.get(language, "Tandem Trim"))
             dialog.check(switch)
             until(lambda: any(node.role == "alert" for node in dialog.nodes()), "the warning")  # noqa: B023
-            dialog.keys("shift+Tab", "shift+Tab")
-            until(lambda: any(node.has(FOCUSED) and ": " in node.name for node in dialog.nodes()), "the presets")  # noqa: B023
+            self.go_back_to_presets(dialog)
             visited = self.stops(dialog)
             # The toolkit's own frame of all pages is a stop, too.
             controls = [node for node in dialog.nodes() if node.path in visited and node.role != "panel"]
