@@ -43,7 +43,7 @@ fresh: ## make run and make test for this commit on a bare Debian 12, as root an
 	$(install_dependencies) fresh
 	tests/fresh_machine.sh root 'make run && make test' user 'make run && make test'
 
-bench: ## speed and memory, each figure beside its peer; fails where a goal is missed
+bench: ## speed and memory, each figure beside its peer; fails where a goal is missed by more than is known; takes ten minutes
 	$(install_dependencies) bench
 	cmake --preset release --log-level=WARNING -DTANDEM_TRIM_BENCH=ON
 	cmake --build --preset release
