@@ -39,7 +39,7 @@ class View : public NibObject {
   virtual void setPaperSize(double /*width*/, double /*height*/) {}
   /// Shows this page in the middle of the sheet; null when there is none to show. A view that draws no sheet
   /// ignores it.
-  virtual void showPage(std::shared_ptr<const PageImage> /*page*/) {}
+  virtual void showPage(const std::shared_ptr<const PageImage>& /*page*/) {}
 };
 
 /// What every control offers. Changes made here are the program's own: they run no action and post no

@@ -128,8 +128,8 @@ void Panel::setPaperSize(double width, double height) {
   if (picture_) picture_->setPaperSize(width, height);
 }
 
-void Panel::showPage(std::shared_ptr<const PageImage> page) {
-  if (picture_) picture_->showPage(std::move(page));
+void Panel::showPage(const std::shared_ptr<const PageImage>& page) {
+  if (picture_) picture_->showPage(page);
 }
 
 void Panel::connectOutlets(NibOwner& owner) {

@@ -30,7 +30,7 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   /// The size that the picture of the sheet is drawn to.
   void setPaperSize(double width, double height) override;
   /// The page that the picture of the sheet shows.
-  void showPage(std::shared_ptr<const PageImage> page) override;
+  void showPage(const std::shared_ptr<const PageImage>& page) override;
   /// Posts the user's edits that still wait to be posted.
   void flushEdits() const;
   /// The control of this outlet, or null.

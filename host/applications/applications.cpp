@@ -147,9 +147,9 @@ Lines whatIsMissing(const Portal& portal) {
 }
 
 std::string notChosenText(const Portal& portal, const ChosenBackend& chosen) {
-  const auto fact = "the desktop portal uses " +
-                    (chosen.name ? "the print backend " + *chosen.name + ", " : "no print backend: ") +
-                    chosen.reason;
+  auto fact = "the desktop portal uses " +
+              (chosen.name ? "the print backend " + *chosen.name + ", " : "no print backend: ") +
+              chosen.reason;
   const auto backend = backendFile(portal.places, versionOf(portal), kOwnBackend);
   if (!backend) return fact;
   return versionOf(portal) >= kFirstWithSettings ? fact + "; run tandem-trim --applications on"
