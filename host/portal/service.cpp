@@ -183,7 +183,8 @@ int Service::addSession(const std::string& application) {
 
 Session& Service::follow(GDBusMethodInvocation* call, int session) {
   auto& running = sessions_.at(session);
-  running.client = std::make_unique<Client>(call, [&session = *running.session] { session.leave(); });
+  const auto handle = textOf(g_dbus_method_invocation_get_parameters(call), 0);
+  running.client = std::make_unique<Client>(call, handle, [&session = *running.session] { session.leave(); });
   return *running.session;
 }
 

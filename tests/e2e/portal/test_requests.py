@@ -13,7 +13,7 @@ from dialog_case import until
 from gi.repository import GLib
 from notifications import Desktop
 from portal_case import parent_window
-from portal_client import BUS, CANCELLED, DONE, FAILED, NAME, Client, PortalCase, Shown, texts
+from portal_client import BUS, CANCELLED, DONE, FAILED, NAME, PLACE, Client, PortalCase, Shown, texts
 from relay import WantsLogin
 from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, VALID, digest, of_panel
 
@@ -233,8 +233,8 @@ class RequestsTest(PortalCase):
                 until(dialog.is_gone, "the dialog to go")
         self.assert_nothing_was_sent()
 
-    def asked(self, client):
-        call = client.prepare()
+    def asked(self, client, **more):
+        call = client.prepare(**more)
         self.shown().press("Print")
         return call
 
@@ -253,6 +253,17 @@ class RequestsTest(PortalCase):
         client = Client()
         _, _, token = self.results_of(self.asked(client))
         client.leave()
+        call = self.client.print(token=token)
+        self.shown().press("Cancel")
+        self.assertEqual(call.answer(), (CANCELLED, {}))
+        self.assert_nothing_was_sent()
+
+    def test_a_token_goes_with_the_program_for_which_a_portal_asks(self):
+        self.start()
+        program = Client()
+        handle = f"{PLACE}/request/{program.bus.get_unique_name()[1:].replace('.', '_')}/its_token"
+        _, _, token = self.results_of(self.asked(self.client, handle=handle))
+        program.leave()
         call = self.client.print(token=token)
         self.shown().press("Cancel")
         self.assertEqual(call.answer(), (CANCELLED, {}))
