@@ -50,6 +50,22 @@ def parent_window(window):
     return parent.value
 
 
+def window_type(window):
+    """What this window of X says that it is, for window managers."""
+    x = ctypes.CDLL("libX11.so.6")
+    x.XOpenDisplay.restype = ctypes.c_void_p
+    x.XInternAtom.restype = ctypes.c_ulong
+    x.XGetAtomName.restype = ctypes.c_char_p
+    display = ctypes.c_void_p(x.XOpenDisplay(None))
+    kind = ctypes.c_ulong(x.XInternAtom(display, b"_NET_WM_WINDOW_TYPE", 0))
+    any_type, ignored, value = ctypes.c_ulong(0), ctypes.c_ulong(0), ctypes.POINTER(ctypes.c_ulong)()
+    others = [ctypes.byref(ignored)] * 4
+    x.XGetWindowProperty(display, ctypes.c_ulong(window), kind, 0, 1, 0, any_type, *others, ctypes.byref(value))
+    name = x.XGetAtomName(display, ctypes.c_ulong(value[0])).decode()
+    x.XCloseDisplay(display)
+    return name
+
+
 def on_wayland():
     return "WAYLAND_DISPLAY" in os.environ
 

@@ -12,7 +12,7 @@ import patience
 from dialog_case import until
 from gi.repository import GLib
 from notifications import Desktop
-from portal_case import parent_window
+from portal_case import parent_window, window_type
 from portal_client import BUS, CANCELLED, DONE, FAILED, NAME, PLACE, Client, PortalCase, Shown, texts
 from relay import WantsLogin
 from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, VALID, digest, of_panel
@@ -464,6 +464,7 @@ class RequestsTest(PortalCase):
         self.shown()
         window = subprocess.check_output(["xdotool", "search", "--name", "^Print$"], text=True).split()[-1]
         self.assertEqual(parent_window(int(window)), 0xABCDEF)
+        self.assertEqual(window_type(int(window)), "_NET_WM_WINDOW_TYPE_DIALOG")
         call.close()
 
     def test_a_handle_that_is_taken_is_refused(self):
