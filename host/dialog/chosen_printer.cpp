@@ -267,11 +267,11 @@ std::vector<IllegalValue> ChosenPrinter::showOnPages(const Options& options) {
 }
 
 // What is wrong in the tabs is told when the job is to be printed.
-Options ChosenPrinter::otherOptionsOrNone() {
+std::optional<Options> ChosenPrinter::otherOptionsOrNone() {
   try {
     return selection_.isPrinter() ? otherOptions() : Options{};
   } catch (const Failure&) {
-    return {};
+    return std::nullopt;
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -81,7 +82,8 @@ class ChosenPrinter : public sigc::trackable {
   std::vector<IllegalValue> showOnPages(const Options& options);
   // What the job asks for beside the panel's options. Failure when the tabs' settings are incomplete.
   [[nodiscard]] Options otherOptions();
-  [[nodiscard]] Options otherOptionsOrNone();
+  // The same, but none in place of a failure.
+  [[nodiscard]] std::optional<Options> otherOptionsOrNone();
 
   CommandLine line_;
   const Glib::RefPtr<Gtk::PrintSettings> suggested_;

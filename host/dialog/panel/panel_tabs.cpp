@@ -162,7 +162,8 @@ void PanelTabs::showPage() {
   if (!session_ || !page_.get_mapped()) return;
   guarded([&] {
     const auto* page = preview_.page();
-    if (page != nullptr && !isPageOnItsSheet(events_.otherOptions())) page = nullptr;
+    const auto options = page == nullptr ? std::nullopt : events_.otherOptions();
+    if (!options || !isPageOnItsSheet(*options)) page = nullptr;
     const auto image = page == nullptr ? nullptr : placed(*page, sheetIn(*dialog_.get_page_setup()));
     callPlugin(bundle_->path, "showPage", [&] { session_->view().showPage(image); });
     page_.showPageNumber(preview_.number(), page == nullptr ? 0 : page->pages);
@@ -258,7 +259,8 @@ std::vector<Conflict> PanelTabs::findConflicts() const {
   const auto settings = session_->settings();
   auto conflicts = conflictsWithPaper(settings, paper());
   if (!isConstrained()) return conflicts;
-  std::ranges::move(conflictsOf(*ppd_, settings, events_.otherOptions()), std::back_inserter(conflicts));
+  std::ranges::move(conflictsOf(*ppd_, settings, events_.otherOptions().value_or(Options())),
+                    std::back_inserter(conflicts));
   return conflicts;
 }
 

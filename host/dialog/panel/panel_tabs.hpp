@@ -31,8 +31,9 @@ class PanelTabs : public sigc::trackable {
     std::function<void(const Failure&)> onFailure;
     /// The user asks for the panel's help, which is this text.
     std::function<void(const std::string&)> onHelp;
-    /// What the job asks for beside the panel's options.
-    std::function<Options()> otherOptions;
+    /// What the job asks for beside the panel's options; none while a tab has a choice that cannot be
+    /// printed.
+    std::function<std::optional<Options>()> otherOptions;
     /// The document, opened once more; not open where there is none with pages.
     std::function<FileDescriptor()> openDocument;
     /// What the row of presets does.

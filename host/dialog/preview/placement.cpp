@@ -10,8 +10,8 @@ namespace {
 // By so much a page may be larger than the sheet without being reduced: papers are given in whole points.
 constexpr double kSameSize = 1;
 
-// An option by which the print system lays pages out, and its value that changes nothing.
-constexpr std::array<std::pair<const char*, const char*>, 17> kLayingOut{{{"number-up", "1"},
+// An option by which the print system lays pages out or prints on them, and its value that changes nothing.
+constexpr std::array<std::pair<const char*, const char*>, 22> kLayingOut{{{"number-up", "1"},
                                                                           {"print-scaling", "auto"},
                                                                           {"scaling", "100"},
                                                                           {"natural-scaling", "100"},
@@ -27,7 +27,12 @@ constexpr std::array<std::pair<const char*, const char*>, 17> kLayingOut{{{"numb
                                                                           {"page-bottom", nullptr},
                                                                           {"page-border", "none"},
                                                                           {"booklet", "off"},
-                                                                          {"imposition-template", "none"}}};
+                                                                          {"imposition-template", "none"},
+                                                                          {"MirrorPrint", "False"},
+                                                                          {"ipp-attribute-fidelity", "false"},
+                                                                          {"page-label", nullptr},
+                                                                          {"pdfAutorotate", "true"},
+                                                                          {"pdftopdfAutoRotate", "true"}}};
 
 // The picture of a page that is turned to the left: its upper edge is on the left then.
 std::vector<std::uint32_t> turned(const RenderedPage& page) {

@@ -136,7 +136,7 @@ class PagePreviewTest(DialogCase):
 
     def test_more_pages_on_a_sheet_are_shown_as_lines(self):
         content = pages.pdf([bar(0, 0, *A4)], [])
-        for options in (("-o", "number-up=2"), ("-o", "print-scaling=fill"), ("-o", "mirror=true")):
+        for options in (("-o", "number-up=2"), ("-o", "print-scaling=fill"), ("-o", "mirror=true"), ("-o", "nopdfAutorotate"), ("-o", "page-label=Draft")):
             with self.subTest(options):
                 dialog = self.shown(content, *options, side="Left")
                 self.lines_only(dialog)
@@ -153,6 +153,14 @@ class PagePreviewTest(DialogCase):
         dialog.choose_by_keys("Pages per side", "Down")
         dialog.page("Tandem Trim")
         until(lambda: not self.red(dialog), "lines for two pages on a sheet")
+        self.lines_only(dialog)
+
+    def test_a_choice_of_pages_that_cannot_be_printed_brings_no_page_to_the_picture(self):
+        dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), "-o", "number-up=2", side="Left")
+        dialog.page("General")
+        dialog.check("Pages:")
+        dialog.type("Specify one or more page ranges", "x")
+        dialog.page("Tandem Trim")
         self.lines_only(dialog)
 
     def test_a_document_without_pages_that_can_be_shown_costs_a_line_and_is_printed(self):

@@ -76,7 +76,12 @@ TEST(APageOnItsSheet, IsAloneThereUnlessAnOptionLaysPagesOut) {
                                {"position", "top"},
                                {"page-left", "36"},
                                {"page-border", "single"},
-                               {"booklet", "on"}})
+                               {"booklet", "on"},
+                               {"MirrorPrint", "True"},
+                               {"ipp-attribute-fidelity", "true"},
+                               {"page-label", "Draft"},
+                               {"pdfAutorotate", "false"},
+                               {"pdftopdfAutoRotate", "false"}})
     EXPECT_FALSE(isPageOnItsSheet({{"media", "A4"}, option})) << option.keyword;
 }
 
