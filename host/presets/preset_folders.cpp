@@ -95,6 +95,16 @@ void reportDamage(const fs::path& file, bool isOwn, const std::string& reason, c
   report(text);
 }
 
+// None, reported, for a file that cannot be read now: it may be whole.
+std::optional<std::string> readOrReport(const fs::path& file, const Report& report) {
+  try {
+    return readWholeFile(file, kMostBytes);
+  } catch (const Failure& failure) {
+    report(failure.what());
+    return std::nullopt;
+  }
+}
+
 // By name. Those that are there already stay.
 void addFrom(const fs::path& folder, bool isOwn, const Report& report,
              std::map<std::string, KeptPreset>& presets) {
@@ -106,7 +116,7 @@ void addFrom(const fs::path& folder, bool isOwn, const Report& report,
     if (file.extension() != kEnding || !name) continue;
     try {
       refuseWrongPresetName(*name);
-      if (const auto text = readWholeFile(file, kMostBytes))
+      if (const auto text = readOrReport(file, report))
         presets.try_emplace(*name, KeptPreset{presetFrom(*name, *text), isOwn});
     } catch (const Failure& failure) {
       reportDamage(file, isOwn, failure.what(), report);
@@ -163,7 +173,8 @@ void makeFolder(const fs::path& folder) {
 }  // namespace
 
 void refuseWrongPresetName(const std::string& name) {
-  if (name.empty()) throw Failure("a preset needs a name", kWrongCommandLine);
+  if (name.find_first_not_of(' ') == std::string::npos)
+    throw Failure("a preset needs a name", kWrongCommandLine);
   if (plainText(name) != name)
     throw Failure("a preset cannot be named " + shortText(name) + "; leave control characters out",
                   kWrongCommandLine);

@@ -24,7 +24,8 @@ struct KeptPreset {
 };
 
 /// The family's presets in the order of their names; the user's hides the administrator's of the same name. A
-/// damaged file is reported; the user's is renamed, too, with ".damaged" behind its name.
+/// damaged file is reported; the user's is renamed, too, with ".damaged" behind its name. One that cannot be
+/// read is reported and stays.
 std::vector<KeptPreset> presetsOf(const std::string& family, const Report& report);
 
 /// The preset of this name. Failure that names those that there are.
@@ -54,8 +55,8 @@ enum class Taken { refuses, isReplaced };
 void renamePreset(const std::string& family, const std::string& name, const std::string& newName, Taken taken,
                   const Report& report);
 
-/// Failure for a name that no preset can have: an empty one, one with control characters or what is not
-/// UTF-8, and one too long for the name of a file.
+/// Failure for a name that no preset can have: an empty or blank one, one with control characters or what is
+/// not UTF-8, and one too long for the name of a file.
 void refuseWrongPresetName(const std::string& name);
 
 /// The user's file of the preset. No name leads out of the folder.

@@ -136,7 +136,7 @@ class PresetsTest(TerminalCase):
 
     def test_wrong_names_and_combinations_are_refused_with_the_status_of_a_wrong_command_line(self):
         for arguments in (
-            ["--save-preset", ""], ["--preset", "a\nb"], ["--save-preset", "x" * 300], ["--delete-preset", "a", SAMPLE],
+            ["--save-preset", ""], ["--save-preset", " "], ["--preset", "a\nb"], ["--save-preset", "x" * 300], ["--delete-preset", "a", SAMPLE],
             ["--list-presets", "--delete-preset", "a"], ["--list-presets", "--set", "Top=1"]):
             with self.subTest(arguments):
                 self.refuses("-d", "Morva", *arguments, status=2)

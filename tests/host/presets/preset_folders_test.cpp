@@ -151,6 +151,15 @@ TEST_F(Presets, ThatAreDamagedAreSetAsideAndTold) {
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
+// What cannot be read at the moment may be whole.
+TEST_F(Presets, ThatCannotBeReadStayWhereTheyAreAndAreTold) {
+  const auto file = presetFile("Family", "Unreadable");
+  std::filesystem::create_directories(file);
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(said, ElementsAre(HasSubstr(file.string() + " cannot be read")));
+  EXPECT_TRUE(std::filesystem::exists(file));
+}
+
 TEST_F(Presets, MayHaveAnyNameAndNoneLeadsOutOfTheirFolder) {
   for (const std::string name : {"../../evil", "..", ".", ".hidden", "a/b", "100 %", "%2F", "c:\\d",
                                  "Größe «A»", "小册子", "a'b\"c$d", "x.json"}) {
@@ -162,8 +171,8 @@ TEST_F(Presets, MayHaveAnyNameAndNoneLeadsOutOfTheirFolder) {
   }
   savePreset("../..", kBooklet);
   EXPECT_EQ(presetFile("../..", "x").parent_path().parent_path(), own() / "tandem-trim/presets");
-  for (const auto& name : {std::string(), std::string("a\nb"), std::string("a\0b", 3), std::string("\xFF"),
-                           std::string(300, 'x')})
+  for (const auto& name : {std::string(), std::string("  "), std::string("a\nb"), std::string("a\0b", 3),
+                           std::string("\xFF"), std::string(300, 'x')})
     EXPECT_EQ(failureOf([&] { savePreset("Family", {name, {}, {}}); }).exitStatus(), kWrongCommandLine);
 }
 
