@@ -30,9 +30,10 @@ constexpr std::array kDenied{
     SCMP_SYS(socket), SCMP_SYS(socketpair), SCMP_SYS(connect), SCMP_SYS(bind), SCMP_SYS(listen),
     SCMP_SYS(accept), SCMP_SYS(accept4), SCMP_SYS(sendto), SCMP_SYS(sendmsg), SCMP_SYS(sendmmsg),
     SCMP_SYS(execve), SCMP_SYS(execveat), SCMP_SYS(fork), SCMP_SYS(vfork), SCMP_SYS(clone), SCMP_SYS(clone3),
-    SCMP_SYS(kill), SCMP_SYS(tkill), SCMP_SYS(pidfd_open), SCMP_SYS(pidfd_getfd), SCMP_SYS(pidfd_send_signal),
-    SCMP_SYS(ptrace), SCMP_SYS(process_vm_readv), SCMP_SYS(process_vm_writev), SCMP_SYS(shmget),
-    SCMP_SYS(msgget), SCMP_SYS(semget), SCMP_SYS(mq_open),
+    SCMP_SYS(kill), SCMP_SYS(tkill), SCMP_SYS(rt_sigqueueinfo), SCMP_SYS(rt_tgsigqueueinfo),
+    SCMP_SYS(pidfd_open), SCMP_SYS(pidfd_getfd), SCMP_SYS(pidfd_send_signal), SCMP_SYS(ptrace),
+    SCMP_SYS(process_vm_readv), SCMP_SYS(process_vm_writev), SCMP_SYS(shmget), SCMP_SYS(msgget),
+    SCMP_SYS(semget), SCMP_SYS(mq_open),
     // Changes of files; opening is looked at below.
     SCMP_SYS(creat), SCMP_SYS(openat2), SCMP_SYS(open_by_handle_at), SCMP_SYS(truncate), SCMP_SYS(ftruncate),
     SCMP_SYS(unlink), SCMP_SYS(unlinkat), SCMP_SYS(rename), SCMP_SYS(renameat), SCMP_SYS(renameat2),
@@ -65,6 +66,13 @@ bool denyCalls() {
       const scmp_arg_cmp isSet{place, SCMP_CMP_MASKED_EQ, bits, bits};
       if (seccomp_rule_add_array(filter.get(), kRefused, call, 1, &isSet) != 0) return false;
     }
+  }
+  // Of these the C library makes calls of its own, whose first argument is this process.
+  const std::array ownAlone{std::pair{SCMP_SYS(tgkill), static_cast<scmp_datum_t>(getpid())},
+                            std::pair{SCMP_SYS(prlimit64), scmp_datum_t{0}}};
+  for (const auto& [call, own] : ownAlone) {
+    const scmp_arg_cmp isAnother{0, SCMP_CMP_NE, own, 0};
+    if (seccomp_rule_add_array(filter.get(), kRefused, call, 1, &isAnother) != 0) return false;
   }
   return seccomp_load(filter.get()) == 0;
 }
