@@ -489,6 +489,8 @@ class RequestsTest(PortalCase):
 
     def asked_while_it_ends(self):
         """A call that is there when its time without a request is over."""
+        # An ordinary user's threads cannot take back what is taken from them here.
+        self.expected = "Failed to set scheduler settings"
         # Its main thread, which counts the time, runs before the one that reads the bus.
         for thread in pathlib.Path(f"/proc/{self.process.pid}/task").iterdir():
             os.sched_setaffinity(int(thread.name), {min(os.sched_getaffinity(0))})
