@@ -16,6 +16,8 @@ package='dpkg-dev file lintian fakeroot fonts-dejavu-core'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fonts-cantarell fonts-noto-core'
 # A Wayland compositor that needs no screen, and keys for it.
 tests+=' sway wtype'
+# Tells the pages of what an editor printed.
+tests+=' poppler-utils'
 # An editor of GTK 3, which prints by the portal as that of GTK 4 does.
 tests+=' mousepad'
 # The shells that complete command lines.
@@ -32,7 +34,7 @@ case "${1:-}" in
   package) packages="$build $server $package" ;;
   trial) packages="$build $server $package mmdebstrap" ;;
   test) packages="$build $server $screen $portal $package $tests" ;;
-  bench) packages="$build $server $screen libbenchmark-dev valgrind binutils libxdamage-dev libxtst-dev" ;;
+  bench) packages="$build $server $screen libbenchmark-dev valgrind binutils libxdamage-dev libxtst-dev xdg-desktop-portal-gtk" ;;
   coverage) packages="$build $server $screen $portal $package $tests gcovr" ;;
   memcheck) packages="$build $server $screen $portal $package $tests valgrind" ;;
   mcdc) packages="$build $server $screen $portal $package $tests $clang llvm-19" ;;
