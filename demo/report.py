@@ -1,5 +1,7 @@
 """The document in the pictures of the dialog: a report of twelve pages, with a tab at the edge of the first one."""
 
+from pdf_file import of_objects
+
 POINTS = 72 / 25.4
 WIDTH, HEIGHT = 210, 297  # millimetres
 PAGES = 12
@@ -41,10 +43,4 @@ def report():
         objects.append(f"<</Type/Page/Parent 2 0 R/MediaBox{box}/Contents {len(objects)} 0 R/Resources<</Font<</F 3 0 R>>>>>>")
         kids.append(f"{len(objects)} 0 R")
     objects[1] = f"<</Type/Pages/Kids[{' '.join(kids)}]/Count {PAGES}>>"
-    file = "%PDF-1.4\n"
-    places = ["0000000000 65535 f \n"]
-    for number, content in enumerate(objects, 1):
-        places.append(f"{len(file):010} 00000 n \n")
-        file += f"{number} 0 obj\n{content}\nendobj\n"
-    end = f"xref\n0 {len(places)}\n{''.join(places)}trailer\n<</Size {len(places)}/Root 1 0 R>>\nstartxref\n{len(file)}\n%%EOF\n"
-    return (file + end).encode()
+    return of_objects(objects)

@@ -1,5 +1,7 @@
 """PDF documents that tests make: pages with bars of one colour, in millimetres from their upper left corner."""
 
+from pdf_file import of_objects
+
 POINTS = 72 / 25.4
 A4 = (210, 297)
 RED = "0.9 0.1 0.1"
@@ -24,17 +26,6 @@ def pdf(*pages, size=A4, trailer=""):
         kids.append(f"{len(objects)} 0 R")
     objects[1] = f"<</Type/Pages/Kids[{' '.join(kids)}]/Count {len(kids)}>>"
     return of_objects(objects, trailer)
-
-
-def of_objects(objects, trailer=""):
-    """A document of these objects, the first of which is its catalogue."""
-    text = "%PDF-1.5\n"
-    places = ["0000000000 65535 f \n"]
-    for number, content in enumerate(objects, 1):
-        places.append(f"{len(text):010} 00000 n \n")
-        text += f"{number} 0 obj\n{content}\nendobj\n"
-    table = f"xref\n0 {len(places)}\n{''.join(places)}trailer\n<</Size {len(places)}/Root 1 0 R{trailer}>>\n"
-    return f"{text}{table}startxref\n{len(text)}\n%%EOF\n".encode()
 
 
 def locked():

@@ -1,5 +1,6 @@
 """What the desktop says of a job once the dialog has gone."""
 
+import contextlib
 import os
 import unittest
 
@@ -209,15 +210,21 @@ class DialogNotificationsTest(DialogCase):
         self.wait_for_no_notifier()
         self.assertEqual(len(desktop.shown()), 1)
 
-    def test_a_job_that_was_called_back_is_not_told(self):
-        desktop = self.desktop()
-        with Holdup(self.cups.address, NEW_JOB) as holdup:
+    @contextlib.contextmanager
+    def called_back(self, request):
+        """A dialog whose job is cancelled while the server holds up the answer to this request."""
+        with Holdup(self.cups.address, request) as holdup:
             dialog = self.ready("-d", "Morva", CUPS_SERVER=holdup.address)
             dialog.press("Print")
-            patience.until(holdup.held.is_set, "the job")
+            patience.until(holdup.held.is_set, "the request")
             dialog.press("Cancel")
             patience.until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
             holdup.release()
+            yield dialog
+
+    def test_a_job_that_was_called_back_is_not_told(self):
+        desktop = self.desktop()
+        with self.called_back(NEW_JOB) as dialog:
             _, out, said = dialog.ends()
         self.assertEqual(out, "")
         self.assertIn("cancelled", said)
@@ -225,13 +232,7 @@ class DialogNotificationsTest(DialogCase):
 
     def test_a_job_that_was_called_back_too_late_is_told(self):
         desktop = self.desktop()
-        with Holdup(self.cups.address, GET_JOB_ATTRIBUTES) as holdup:
-            dialog = self.ready("-d", "Morva", CUPS_SERVER=holdup.address)
-            dialog.press("Print")
-            patience.until(holdup.held.is_set, "the question about the job that was sent")
-            dialog.press("Cancel")
-            patience.until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
-            holdup.release()
+        with self.called_back(GET_JOB_ATTRIBUTES) as dialog:
             self.printed(dialog)
             (shown,) = desktop.wait_for(1)
         self.assertEqual(shown["heading"], "Job 1 on Morva: all settings confirmed")

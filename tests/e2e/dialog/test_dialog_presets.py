@@ -189,31 +189,29 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
+    def go_to_printer(self, dialog, printer, preset):
+        """Chooses the printer, on which this preset is shown."""
+        dialog.page("General")
+        dialog.select_printer(printer)
+        self.live_panel_of(dialog)
+        self.wait_for(dialog, preset)
+
     def test_a_new_name_counts_on_each_printer_where_the_preset_is_chosen(self):
         self.keep(NAME, *ACTS)
         self.add_other()
         dialog = self.live()
         for printer in ("Morva", "Other"):
-            dialog.page("General")
-            dialog.select_printer(printer)
-            self.live_panel_of(dialog)
-            self.wait_for(dialog, "None")
+            self.go_to_printer(dialog, printer, "None")
             self.pick(dialog, NAME)
             self.wait_for(dialog, NAME)
         self.pick(dialog, "Rename…")
         self.name(dialog, "Brochure")
         self.wait_for(dialog, "Brochure")
-        dialog.page("General")
-        dialog.select_printer("Morva")
-        self.live_panel_of(dialog)
-        self.wait_for(dialog, "Brochure")
+        self.go_to_printer(dialog, "Morva", "Brochure")
         self.pick(dialog, "Delete…")
         self.answer(dialog, "Delete")
         self.wait_for(dialog, "None")
-        dialog.page("General")
-        dialog.select_printer("Other")
-        self.live_panel_of(dialog)
-        self.wait_for(dialog, "None")
+        self.go_to_printer(dialog, "Other", "None")
         dialog.press("Cancel")
         dialog.ends()
 

@@ -248,26 +248,26 @@ class RequestsTest(PortalCase):
         self.assertEqual(call.answer(), (CANCELLED, {}))
         self.assertEqual(self.client.print(token=tokens[-1]).answer(), (DONE, {}))
 
-    def test_a_token_goes_with_its_program(self):
-        self.start()
-        client = Client()
-        _, _, token = self.results_of(self.asked(client))
-        client.leave()
+    def goes_with(self, program, token):
+        """Once the program has left the bus, a document with the token brings another dialog."""
+        program.leave()
         call = self.client.print(token=token)
         self.shown().press("Cancel")
         self.assertEqual(call.answer(), (CANCELLED, {}))
         self.assert_nothing_was_sent()
+
+    def test_a_token_goes_with_its_program(self):
+        self.start()
+        program = Client()
+        _, _, token = self.results_of(self.asked(program))
+        self.goes_with(program, token)
 
     def test_a_token_goes_with_the_program_for_which_a_portal_asks(self):
         self.start()
         program = Client()
         handle = f"{PLACE}/request/{program.bus.get_unique_name()[1:].replace('.', '_')}/its_token"
         _, _, token = self.results_of(self.asked(self.client, handle=handle))
-        program.leave()
-        call = self.client.print(token=token)
-        self.shown().press("Cancel")
-        self.assertEqual(call.answer(), (CANCELLED, {}))
-        self.assert_nothing_was_sent()
+        self.goes_with(program, token)
 
     def test_a_token_of_nobody_opens_the_dialog(self):
         self.start()
