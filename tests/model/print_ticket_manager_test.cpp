@@ -1,5 +1,5 @@
 #include "tests/model/manager_test.hpp"
-#include "tests/support/recording_controls.hpp"
+#include "tests/support/recording/controls.hpp"
 
 namespace tandemtrim::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "model/print_ticket.hpp"
 #include "tests/support/core_test.hpp"
-#include "tests/support/recording_controls.hpp"
+#include "tests/support/recording/controls.hpp"
 
 namespace tandemtrim::test {
 

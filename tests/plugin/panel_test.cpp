@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "tests/support/recording_platform.hpp"
+#include "tests/support/recording/platform.hpp"
 
 namespace tandemtrim::test {
 namespace {

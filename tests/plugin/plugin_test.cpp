@@ -3,7 +3,7 @@
 #include <type_traits>
 
 #include "plugin/panel.hpp"
-#include "tests/support/recording_platform.hpp"
+#include "tests/support/recording/platform.hpp"
 
 namespace tandemtrim::test {
 namespace {

@@ -1,5 +1,5 @@
 #include "plugin/panel.hpp"
-#include "tests/support/recording_platform.hpp"
+#include "tests/support/recording/platform.hpp"
 
 namespace tandemtrim::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "tests/support/recording_platform.hpp"
+#include "tests/support/recording/platform.hpp"
 #include "view/view_controller.hpp"
 
 namespace tandemtrim::test {

@@ -1,4 +1,4 @@
-#include "tests/support/recording_platform.hpp"
+#include "tests/support/recording/platform.hpp"
 
 #include <algorithm>
 #include <iterator>

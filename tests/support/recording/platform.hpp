@@ -10,7 +10,7 @@
 #include "platform/nib.hpp"
 #include "platform/notifications.hpp"
 #include "tests/support/core_test.hpp"
-#include "tests/support/recording_controls.hpp"
+#include "tests/support/recording/controls.hpp"
 #include "view/view_names.hpp"
 
 namespace tandemtrim::test {
