@@ -2,6 +2,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <map>
 #include <regex>
@@ -144,6 +145,39 @@ TEST(Architecture, HasNoCircle) {
     rest.erase(lowest);
   }
   EXPECT_THAT(rest, testing::IsEmpty());
+}
+
+// The arrows without those that several others make up.
+Arrows drawable(const Arrows& all) {
+  const std::function<bool(const std::string&, const std::string&)> reaches = [&](const auto& from,
+                                                                                  const auto& to) {
+    return std::ranges::any_of(all.at(from),
+                               [&](const auto& next) { return next == to || reaches(next, to); });
+  };
+  Arrows drawn;
+  for (const auto& [folder, others] : all) {
+    for (const auto& other : others) {
+      if (std::ranges::none_of(others, [&](const auto& between) { return reaches(between, other); }))
+        drawn[folder].insert(other);
+    }
+  }
+  return drawn;
+}
+
+// The picture is a diagram in Mermaid's words: `folder --> other & other`.
+TEST(Architecture, IsDrawnAsItIs) {
+  Arrows drawn;
+  std::ifstream text(SOURCES "/docs/architecture.md");
+  for (std::string line; std::getline(text, line);) {
+    std::istringstream words(line);
+    std::string folder;
+    std::string word;
+    if (!(words >> folder >> word) || word != "-->") continue;
+    while (words >> word) {
+      if (word != "&") drawn[folder].insert(word);
+    }
+  }
+  EXPECT_EQ(drawn, drawable(arrows()));
 }
 
 // A reader takes in a folder at a glance. What is counted are sources and what builds them.
