@@ -137,11 +137,11 @@ class EditorOfGtk3(Editor):
     """One that is known by its window on the screen of X."""
 
     def _asks_of_window(self, *words):
-        (window,) = windows_of(self.process.pid)[:1] or [None]
-        return window and subprocess.run(["xdotool", *words, str(window)], capture_output=True, text=True, check=True).stdout
+        window, *_ = until(lambda: windows_of(self.process.pid), "the editor's window")
+        return subprocess.run(["xdotool", *words, str(window)], capture_output=True, text=True, check=True).stdout
 
     def title(self):
-        return self._asks_of_window("getwindowname") or ""
+        return self._asks_of_window("getwindowname")
 
     def go_into_the_text(self):
         place = {name: int(value) for name, value in re.findall(r"(\w+)=(-?\d+)", self._asks_of_window("getwindowgeometry", "--shell"))}

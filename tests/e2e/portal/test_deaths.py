@@ -19,6 +19,7 @@ TO_CHOOSE = {"list of printers": b"queued-job-count", "details": b"GET /printers
 TO_PRINT = {"new job": NEW_JOB, "document": b"%PDF-", "confirmation": b"job-k-octets"}
 # Those by which the server has the whole document.
 WHOLE = ("confirmation",)
+LARGE = 50_000_000  # bytes
 SECONDS = "3600"  # for which the service waits for the server: longer than a test
 
 
@@ -58,8 +59,8 @@ class DeathsTest(PortalCase):
         self.start(CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=SECONDS, TMPDIR=str(self.temporary), **variables)
 
     @contextlib.contextmanager
-    def held(self, moment, **variables):
-        """The backend with a print that goes on no further than this moment, and its call"""
+    def held(self, moment, document=SAMPLE, **variables):
+        """The backend with a print of this document that goes on no further than this moment, and its call"""
         words = (TO_CHOOSE | TO_PRINT)[moment]
         with Holdup(self.cups.address, words) as relay:
             self.start_over(relay, **variables)
@@ -69,9 +70,17 @@ class DeathsTest(PortalCase):
                 Shown(self.process, "Print")
             else:
                 _, _, token = self.chosen()
-                call = self.client.print(token=token)
+                call = self.client.print(document, token)
                 self.assertTrue(relay.held.wait(patience.PATIENCE), moment)
             yield relay, call
+
+    def large_document(self):
+        """One of which a connection's two ends cannot keep the whole."""
+        document = self.temporary_folder() / "large.pdf"
+        with open(document, "wb") as file:
+            file.write(b"%PDF-1.4\n")
+            file.truncate(LARGE)
+        return document
 
     def assert_it_prints(self):
         """One more print, without anything in its way."""
@@ -106,7 +115,9 @@ class DeathsTest(PortalCase):
 
     @at_each(*TO_CHOOSE, *TO_PRINT)
     def test_a_backend_that_is_killed_leaves_no_file_and_no_half_job(self, moment):
-        with self.held(moment) as (relay, call):
+        # The system takes a small document from a program as a whole, and sends it without the program.
+        document = self.large_document() if moment == "document" else SAMPLE
+        with self.held(moment, document) as (relay, call):
             self.process.kill()
             self.process.wait()
             self.assertIsInstance(call.answer(), GLib.Error)
@@ -138,6 +149,8 @@ class DeathsTest(PortalCase):
                     self.process.wait(1)
                 relay.release()
             self.assertEqual(self.process.wait(patience.PATIENCE), 1)
+        if moment in TO_PRINT:
+            self.assertEqual(self.job().sha256, digest(SAMPLE))
         self.assertEqual(len(self.cups.records()), 1 if moment in TO_PRINT else 0)
         self.client = Client()
         self.start()
