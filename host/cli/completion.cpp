@@ -58,7 +58,7 @@ Words settingWords(const CommandLine& line, const std::string& printer, ppd_file
 
 Words presetNames(const CommandLine& line, const std::string& printer, ppd_file_t* ppd) {
   Words words;
-  for (const auto& kept : presetsOf(familyOf(line, printer, ppd), ignore)) words.push_back(kept.preset.name);
+  for (const auto& kept : presetsOf(familyOf(line, printer, ppd)).presets) words.push_back(kept.preset.name);
   return words;
 }
 

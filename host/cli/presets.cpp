@@ -22,7 +22,7 @@ std::string familyOf(const CommandLine& line, const std::string& printer, ppd_fi
 void listPresets(const CommandLine& line, const std::string& family, std::ostream& out,
                  const Report& report) {
   using Json = nlohmann::ordered_json;
-  const auto presets = presetsOf(family, report);
+  const auto [presets, faults] = presetsOf(family);
   if (line.json) {
     auto list = Json::array();
     for (const auto& [preset, isOwn] : presets) {
@@ -31,9 +31,13 @@ void listPresets(const CommandLine& line, const std::string& family, std::ostrea
       list.push_back(std::move(entry));
     }
     out << list.dump(2, ' ', true, Json::error_handler_t::replace) << '\n';
-    return;
+  } else {
+    for (const auto& [preset, isOwn] : presets) out << preset.name << (isOwn ? "" : "  (read-only)") << '\n';
   }
-  for (const auto& [preset, isOwn] : presets) out << preset.name << (isOwn ? "" : "  (read-only)") << '\n';
+  for (const auto& fault : faults) {
+    if (const auto fact = setAside(fault)) report(fact->english());
+  }
+  if (!faults.empty()) throw Failure("not all presets are listed");
 }
 
 Preset presetOf(const CommandLine& line, const std::optional<Preset>& base, const JobSettings& settings) {

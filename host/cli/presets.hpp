@@ -16,7 +16,8 @@ namespace tandemtrim::host {
 /// for a printer without one. Failure for a printer without a panel.
 std::string familyOf(const CommandLine& line, const std::string& printer, ppd_file_t* ppd);
 
-/// Lists the names of the family's presets or, with --json, all that is in them.
+/// Lists the names of the family's presets or, with --json, all that is in them. Failure, behind the list and
+/// a line for each, when there are files that give no preset.
 void listPresets(const CommandLine& line, const std::string& family, std::ostream& out, const Report& report);
 
 /// The preset that the command line's settings are kept as: the panel's settings as the job has them, and the

@@ -85,41 +85,59 @@ std::vector<fs::path> administratorsFolders(const std::string& family) {
   return folders;
 }
 
-void reportDamage(const fs::path& file, bool isOwn, const std::string& reason, const Report& report) {
-  auto text = "the preset in " + file.string() + " cannot be understood (" + reason + ')';
-  auto aside = file;
-  aside += ".damaged";
-  std::error_code failed;
-  if (isOwn) fs::rename(file, aside, failed);
-  if (isOwn && !failed) text += "; the file is now " + aside.string();
-  report(text);
+Fact notUnderstood(const fs::path& file, const std::string& reason) {
+  return {"the preset in " + file.string() + " cannot be understood (" + reason + ')',
+          "the preset in [file] cannot be understood"_fact,
+          {{"[file]", file.string()}}};
 }
 
-// None, reported, for a file that cannot be read now: it may be whole.
-std::optional<std::string> readOrReport(const fs::path& file, const Report& report) {
+Preset presetIn(const std::string& name, const std::string& text) {
+  refuseWrongPresetName(name);
+  return presetFrom(name, text);
+}
+
+bool isPreset(const std::string& name, const fs::path& file) {
   try {
-    return readWholeFile(file, kMostBytes);
-  } catch (const Failure& failure) {
-    report(failure.what());
-    return std::nullopt;
+    static_cast<void>(presetIn(name, readWholeFile(file, kMostBytes).value_or("")));
+    return true;
+  } catch (const Failure&) {
+    return false;
   }
 }
 
-// By name. Those that are there already stay.
-void addFrom(const fs::path& folder, bool isOwn, const Report& report,
-             std::map<std::string, KeptPreset>& presets) {
+// Unless the new name is taken: EEXIST. A network's file system may know no such renaming.
+bool renameToFree(const fs::path& from, const fs::path& to) {
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+  return errno == EINVAL && link(from.c_str(), to.c_str()) == 0 && unlink(from.c_str()) == 0;
+}
+
+// The new name; none with the reason in errno.
+std::optional<fs::path> renameAside(const fs::path& file) {
+  for (int number = 1;; ++number) {
+    auto aside = file;
+    aside += ".damaged" + (number == 1 ? "" : '-' + std::to_string(number));
+    if (renameToFree(file, aside)) return aside;
+    if (errno != EEXIST) return std::nullopt;
+  }
+}
+
+// Files that are there by then are hidden.
+void addFrom(const fs::path& folder, bool isOwn, std::map<std::string, KeptPreset>& presets,
+             std::vector<PresetFault>& faults) {
   std::error_code unreadable;
   for (fs::directory_iterator entry(folder, unreadable), end; !unreadable && entry != end;
        entry.increment(unreadable)) {
     const auto& file = entry->path();
     const auto name = unescapedName(file.stem());
-    if (file.extension() != kEnding || !name) continue;
+    if (file.extension() != kEnding || !name || presets.contains(*name)) continue;
+    bool isRead = false;
     try {
-      refuseWrongPresetName(*name);
-      if (const auto text = readOrReport(file, report))
-        presets.try_emplace(*name, KeptPreset{presetFrom(*name, *text), isOwn});
+      const auto text = readWholeFile(file, kMostBytes);
+      isRead = true;
+      if (text) presets.emplace(*name, KeptPreset{presetIn(*name, *text), isOwn});
     } catch (const Failure& failure) {
-      reportDamage(file, isOwn, failure.what(), report);
+      faults.push_back(
+          {*name, file, isRead ? notUnderstood(file, failure.what()) : failure.fact(), isRead, isOwn});
     }
   }
 }
@@ -127,12 +145,16 @@ void addFrom(const fs::path& folder, bool isOwn, const Report& report,
 Failure unknownPreset(const std::string& name, const std::vector<KeptPreset>& presets) {
   std::string known;
   for (const auto& each : presets) known += (known.empty() ? "" : ", ") + shortText(each.preset.name);
-  return Failure("there is no preset " + shortText(name) + "; " +
-                 (known.empty() ? "none is kept for these printers" : "there are: " + known));
+  return {Trouble::other, Fact("there is no preset [name]"_fact, {{"[name]", shortText(name)}}),
+          "; " + (known.empty() ? "none is kept for these printers" : "there are: " + known)};
 }
 
 KeptPreset findKept(const std::string& family, const std::string& name, const Report& report) {
-  const auto presets = presetsOf(family, report);
+  const auto [presets, faults] = presetsOf(family);
+  for (const auto& fault : faults) {
+    if (!fault.isOwn && fault.name != name) continue;
+    if (const auto fact = setAside(fault)) report(fact->english());
+  }
   const auto found = std::ranges::find(presets, name, [](const auto& kept) { return kept.preset.name; });
   if (found == presets.end()) throw unknownPreset(name, presets);
   return *found;
@@ -140,8 +162,9 @@ KeptPreset findKept(const std::string& family, const std::string& name, const Re
 
 void requireOwn(const std::string& family, const std::string& name, const Report& report) {
   if (!findKept(family, name, report).isOwn)
-    throw Failure("the preset " + shortText(name) +
-                  " is the administrator's; save one of your own under that name instead");
+    throw Failure(Trouble::other,
+                  Fact("the preset [name] is the administrator's"_fact, {{"[name]", shortText(name)}}),
+                  "; save one of your own under that name instead");
 }
 
 // Beside the presets, whose folder it is in.
@@ -186,14 +209,29 @@ fs::path presetFile(const std::string& family, const std::string& name) {
   return ownFolder(family) / (escapedName(name) + std::string(kEnding));
 }
 
-std::vector<KeptPreset> presetsOf(const std::string& family, const Report& report) {
+KeptPresets presetsOf(const std::string& family) {
+  KeptPresets kept;
   std::map<std::string, KeptPreset> byName;
-  addFrom(ownFolder(family), true, report, byName);
-  for (const auto& folder : administratorsFolders(family)) addFrom(folder, false, report, byName);
-  std::vector<KeptPreset> presets;
-  presets.reserve(byName.size());
-  for (auto& [name, preset] : byName) presets.push_back(std::move(preset));
-  return presets;
+  addFrom(ownFolder(family), true, byName, kept.faults);
+  for (const auto& folder : administratorsFolders(family)) addFrom(folder, false, byName, kept.faults);
+  kept.presets.reserve(byName.size());
+  for (auto& [name, preset] : byName) kept.presets.push_back(std::move(preset));
+  return kept;
+}
+
+// Another program may have saved the preset between the look at the file and its new name. Then it goes back,
+// unless there is an even newer one.
+std::optional<Fact> setAside(const PresetFault& fault) {
+  if (!fault.isOwn || !fault.isDamaged) return fault.fact;
+  const auto aside = renameAside(fault.file);
+  if (!aside) return errno == ENOENT ? std::nullopt : std::optional(fault.fact);
+  if (isPreset(fault.name, *aside)) {
+    if (!renameToFree(*aside, fault.file) && errno == EEXIST) unlink(aside->c_str());
+    return std::nullopt;
+  }
+  return Fact(fault.fact.english() + "; the file is now " + aside->string(),
+              "the preset in [file] cannot be understood; the file is now [aside]"_fact,
+              {{"[file]", fault.file.string()}, {"[aside]", aside->string()}});
 }
 
 Preset findPreset(const std::string& family, const std::string& name, const Report& report) {
@@ -239,11 +277,13 @@ void renamePreset(const std::string& family, const std::string& name, const std:
   refuseWrongPresetName(newName);
   const auto from = presetFile(family, name);
   const auto to = presetFile(family, newName);
-  const unsigned how = taken == Taken::refuses ? RENAME_NOREPLACE : 0;
-  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), how) == 0)
-    return replaceForPrinters(family, name, newName);
+  const bool isRenamed =
+      taken == Taken::refuses ? renameToFree(from, to) : std::rename(from.c_str(), to.c_str()) == 0;
+  if (isRenamed) return replaceForPrinters(family, name, newName);
   if (errno != EEXIST) throw unwritableFile(to);
-  throw Failure("there is a preset " + shortText(newName) + " already; choose another name");
+  throw Failure(Trouble::other,
+                Fact("there is a preset [name] already"_fact, {{"[name]", shortText(newName)}}),
+                "; choose another name");
 }
 
 }  // namespace tandemtrim::host

@@ -23,12 +23,34 @@ struct KeptPreset {
   friend bool operator==(const KeptPreset&, const KeptPreset&) = default;
 };
 
-/// The family's presets in the order of their names; the user's hides the administrator's of the same name. A
-/// damaged file is reported; the user's is renamed, too, with ".damaged" behind its name. One that cannot be
-/// read is reported and stays.
-std::vector<KeptPreset> presetsOf(const std::string& family, const Report& report);
+/// A file that gives no preset.
+struct PresetFault {
+  /// The name that its preset would have.
+  std::string name;
+  std::filesystem::path file;
+  /// What is wrong with it.
+  Fact fact;
+  /// Whether what it holds is no preset; else it cannot be read at present and may be whole.
+  bool isDamaged;
+  bool isOwn;
+};
 
-/// The preset of this name. Failure that names those that there are.
+struct KeptPresets {
+  /// In the order of their names.
+  std::vector<KeptPreset> presets;
+  std::vector<PresetFault> faults;
+};
+
+/// The family's presets; the user's hides the administrator's of the same name.
+KeptPresets presetsOf(const std::string& family);
+
+/// What there is to tell of the fault. The user's damaged file is renamed before, with ".damaged" and, where
+/// that is taken, a number behind its name, so that it is told once and never lost. None where another
+/// program has replaced or renamed the file meanwhile.
+std::optional<Fact> setAside(const PresetFault& fault);
+
+/// The preset of this name; all faults of the user's files are reported and set aside, and the
+/// administrator's of this name are reported. Failure that names the presets that there are.
 Preset findPreset(const std::string& family, const std::string& name, const Report& report);
 
 /// Keeps the preset, in the place of the user's own of the same name. Failure when its name cannot be one and

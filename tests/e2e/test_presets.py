@@ -120,6 +120,28 @@ class PresetsTest(TerminalCase):
         self.assertFalse(file.exists())
         self.assertEqual(file.with_name(f"{NAME}.json.damaged").read_text(), "{")
 
+    def test_a_damaged_preset_is_told_beside_the_list_which_fails(self):
+        self.save()
+        (self.folder / "Mine.json").write_text("{")
+        house = self.temporary_folder()
+        file = house / "tandem-trim/presets/TandemTrim/House.json"
+        file.parent.mkdir(parents=True)
+        file.write_text("[]")
+        around = {"XDG_CONFIG_DIRS": str(house)}
+        result = self.trim("-d", "Morva", "--list-presets", **around)
+        self.assertEqual((result.returncode, result.stdout), (1, f"{NAME}\n"))
+        mine, house, failure = result.stderr.splitlines()
+        self.assertIn("Mine.json.damaged", mine)
+        self.assertEqual(house, f"tandem-trim: the preset in {file} cannot be understood (it is no object)")
+        self.assertEqual(failure, "tandem-trim: not all presets are listed")
+        # The user's file has been set aside, and the administrator's stays.
+        result = self.trim("-d", "Morva", "--list-presets", "--json", **around)
+        self.assertEqual((result.returncode, [each["name"] for each in json.loads(result.stdout)]), (1, [NAME]))
+        self.assertEqual(result.stderr.splitlines(), [house, failure])
+        # Who uses another preset hears nothing of it.
+        self.assertNotIn("House", self.does("--preset", NAME, **around).stderr)
+        self.refuses("-d", "Morva", "--preset", "House", SAMPLE, words=[str(file), "cannot be understood", "there is no preset House"], **around)
+
     def test_a_printer_without_a_panel_has_no_presets(self):
         ppd = self.temporary_folder() / "plain.ppd"
         ppd.write_text("".join(line for line in PPD.read_text().splitlines(keepends=True) if not line.startswith("*APDialogExtension")))

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <glibmm/main.h>
+
 #include "host/dialog/texts/texts.hpp"
 #include "host/filled_text.hpp"
 
@@ -39,6 +41,7 @@ PrinterPresets::PrinterPresets(Gtk::Window& parent, std::optional<std::string> w
       settings_(std::move(settings)),
       name_(parent),
       questions_(parent),
+      faults_(parent),
       wanted_(std::move(wanted)) {}
 
 void PrinterPresets::open(const std::string& family, const std::string& printersKey) {
@@ -114,9 +117,17 @@ PresetRow::Events PrinterPresets::events() {
       [this] { return list(); }};
 }
 
-PresetList PrinterPresets::list() const {
+// Nobody but the administrator can mend a file of the administrator's, whom the terminal program tells.
+PresetList PrinterPresets::list() {
+  const auto [presets, faults] = presetsOf(family_);
+  std::vector<Fact> facts;
+  for (const auto& fault : faults) {
+    if (!fault.isOwn || !toldFiles_.insert(fault.file).second) continue;
+    if (auto fact = setAside(fault)) facts.push_back(*std::move(fact));
+  }
+  if (!facts.empty()) tell(facts);
   PresetList list;
-  for (const auto& [kept, isOwn] : presetsOf(family_, report_)) {
+  for (const auto& [kept, isOwn] : presets) {
     list.names.push_back(kept.name);
     if (isChosen() && preset().name == kept.name) list.isOwn = isOwn;
   }
@@ -125,6 +136,19 @@ PresetList PrinterPresets::list() const {
   list.isChanged = isChanged();
   list.isPrinters = presetOfPrinter(family_, printersKey_) == preset().name;
   return list;
+}
+
+// Later: the row is shown along with the dialog.
+void PrinterPresets::tell(const std::vector<Fact>& facts) {
+  std::string message;
+  for (const auto& fact : facts) {
+    report_(fact.english());
+    message += (message.empty() ? "" : "\n") + fact.in(localized);
+  }
+  settings_.holdPrint();
+  Glib::signal_idle().connect_once([this, alive = std::weak_ptr<void>(alive_), message] {
+    if (!alive.expired()) faults_.showMessage(message);
+  });
 }
 
 // The pages are compared with what they showed of it: they spell some options in their own way.
@@ -175,7 +199,7 @@ void PrinterPresets::rename(const std::string& name) {
 
 // Asks before, where there is a preset of that name.
 void PrinterPresets::replaceIfTaken(const std::string& name, const std::function<void(Taken)>& act) {
-  if (!isKept(presetsOf(family_, report_), name)) return tryTo([&] { act(Taken::refuses); });
+  if (!isKept(presetsOf(family_).presets, name)) return tryTo([&] { act(Taken::refuses); });
   questions_.ask({filled(localized(kPresetTakenText), {{"[name]", name}})},
                  {{localized(kCancelText), Gtk::ResponseType::CANCEL}, {localized(kReplaceText), kYes}},
                  Gtk::ResponseType::CANCEL, [this, act](int answer) {
@@ -211,7 +235,7 @@ void PrinterPresets::tryTo(const std::function<void()>& act) {
     act();
   } catch (const Failure& failure) {
     report_(failure.fact().english());
-    questions_.showMessage(localized(kPresetsUnchangedText) + '\n' + failure.fact().english());
+    questions_.showMessage(localized(kPresetsUnchangedText) + '\n' + failure.fact().in(localized));
   }
   settings_.update();
 }

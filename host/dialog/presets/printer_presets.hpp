@@ -1,8 +1,11 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -53,7 +56,8 @@ class PrinterPresets {
   [[nodiscard]] PresetRow::Events events();
   /// Whether a preset is chosen, so that a change of the settings shows.
   [[nodiscard]] bool isChosen() const { return chosen_.contains(printersKey_); }
-  [[nodiscard]] PresetList list() const;
+  /// What there is to show now. Damaged files of the user's are set aside and told in a message.
+  [[nodiscard]] PresetList list();
 
  private:
   struct Chosen {
@@ -68,6 +72,7 @@ class PrinterPresets {
     std::optional<Options> pages = {};
   };
 
+  void tell(const std::vector<Fact>& facts);
   void choose(const std::string& name);
   void show();
   void showOptions(const Options& options);
@@ -92,6 +97,8 @@ class PrinterPresets {
   const Settings settings_;
   NameWindow name_;
   Questions questions_;
+  // Beside a question.
+  Questions faults_;
   // None once it is chosen.
   std::optional<std::string> wanted_;
   std::string family_;
@@ -99,6 +106,9 @@ class PrinterPresets {
   // By printer.
   std::map<std::string, Chosen> chosen_;
   std::map<std::string, bool> begun_;
+  std::set<std::filesystem::path> toldFiles_;
+  // Ends what waits to be told along with this object.
+  std::shared_ptr<void> alive_ = std::make_shared<int>(0);
 };
 
 }  // namespace tandemtrim::host

@@ -396,6 +396,38 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
+    def test_a_damaged_preset_is_told_once_and_one_of_the_administrators_is_not(self):
+        house = self.temporary_folder()
+        mine = self.folder / "Mine.json"
+        for file in (mine, house / "tandem-trim/presets/TandemTrim/House.json"):
+            file.parent.mkdir(parents=True)
+            file.write_text("{")
+        self.around["XDG_CONFIG_DIRS"] = f"{os.environ['XDG_CONFIG_DIRS']}:{house}"
+        dialog = self.panel(**self.around)
+        dialog.says(f"the preset in {mine} cannot be understood; the file is now {mine}.damaged")
+        self.answer(dialog, "Close")
+        self.live_panel_of(dialog)
+        dialog.check("Use Tandem Trim")
+        dialog.type("Top Margin", "9")
+        dialog.press("Cancel")
+        dialog.ends()
+        self.assertEqual(dialog.said.count("cannot be understood"), 1, dialog.said)
+        dialog = self.live()
+        self.pick(dialog, "Save As…")
+        self.name(dialog, "Plain")
+        self.wait_for(dialog, "Plain")
+        dialog.press("Cancel")
+        dialog.ends()
+        self.assertNotIn("cannot be understood", dialog.said)
+
+    def test_a_damaged_preset_is_told_in_the_users_language(self):
+        self.folder.mkdir(parents=True)
+        (self.folder / "Mine.json").write_text("{")
+        dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE="de", **self.around)
+        dialog.page("Tandem Trim")
+        dialog.says("Mine.json ist nicht zu verstehen.")
+        self.answer(dialog, "Schließen")
+
 
 class DialogPresetsOfAllPagesTest(DialogPresetsCase):
     """Presets with the settings of the dialog's other pages."""

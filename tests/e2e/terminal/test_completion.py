@@ -98,6 +98,14 @@ class CompletionTest(TerminalCase):
         self.assertEqual(self.words("--ppd", str(PPD), "--preset", "T"), ["Two words"])
         self.assertEqual(self.words("-d", "Fold", "--preset", ""), [])
 
+    def test_a_damaged_preset_is_left_to_who_can_tell_it(self):
+        folder = self.temporary_folder()
+        damaged = folder / "tandem-trim/presets/TandemTrim/Damaged.json"
+        damaged.parent.mkdir(parents=True)
+        damaged.write_text("{")
+        self.assertEqual(self.words("-d", "Morva", "--preset", "", XDG_CONFIG_HOME=str(folder)), [])
+        self.assertTrue(damaged.exists())
+
     def test_options_are_those_of_the_help(self):
         helped = self.trim("--help").stdout
         options = self.words("-")

@@ -4,10 +4,35 @@
 #include <sstream>
 #include <thread>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+// What another program does right before a file is renamed without replacing another.
+std::function<void()> beforeRenaming = [] {};
+bool isOnNetwork = false;
+
+}  // namespace
+}  // namespace tandemtrim::host
+
+// In the place of the C library's: a network's file system can rename, but not without replacing.
+extern "C" int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
+                         unsigned flags) noexcept {
+  using namespace tandemtrim::host;
+  if (flags == RENAME_NOREPLACE) beforeRenaming();
+  if (isOnNetwork && flags != 0) {
+    errno = EINVAL;
+    return -1;
+  }
+  return static_cast<int>(syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
+}
 
 namespace tandemtrim::host {
 namespace {
@@ -16,6 +41,19 @@ using test::failureOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+
+std::string contentsOf(const std::filesystem::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file).rdbuf();
+  return text.str();
+}
+
+std::vector<std::string> filesBeside(const std::filesystem::path& file) {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(file.parent_path()))
+    names.push_back(entry.path().filename());
+  return names;
+}
 
 const Preset kBooklet{
     "Booklet, 5 mm", {{"MVTandemTrim", "On"}, {"MVTopMargin", "5"}}, {{"sides", "two-sided-short-edge"}}};
@@ -29,6 +67,8 @@ class Presets : public testing::Test {
   ~Presets() override {
     unsetenv("XDG_CONFIG_HOME");
     unsetenv("XDG_CONFIG_DIRS");
+    beforeRenaming = [] {};
+    isOnNetwork = false;
   }
 
   [[nodiscard]] std::filesystem::path own() const { return folder_.path() / "own"; }
@@ -36,9 +76,14 @@ class Presets : public testing::Test {
   std::string write(const std::filesystem::path& base, const std::string& file, const std::string& text) {
     return folder_.write(base / "tandem-trim/presets/Family" / file, text);
   }
+  // What is wrong with files is told, which sets the damaged ones aside.
   std::vector<std::string> names() {
+    const auto [presets, faults] = presetsOf("Family");
+    for (const auto& fault : faults) {
+      if (const auto fact = setAside(fault)) said.push_back(fact->english());
+    }
     std::vector<std::string> names;
-    for (const auto& kept : presetsOf("Family", report)) names.push_back(kept.preset.name);
+    for (const auto& kept : presets) names.push_back(kept.preset.name);
     return names;
   }
 
@@ -53,7 +98,7 @@ TEST_F(Presets, AreKeptUntilTheyAreDeleted) {
   EXPECT_THAT(names(), IsEmpty());
   savePreset("Family", kBooklet);
   EXPECT_EQ(findPreset("Family", kBooklet.name, report), kBooklet);
-  EXPECT_THAT(presetsOf("Another", report), IsEmpty());
+  EXPECT_THAT(presetsOf("Another").presets, IsEmpty());
   auto changed = kBooklet;
   changed.panel.front().value = "Off";
   savePreset("Family", changed);
@@ -65,9 +110,7 @@ TEST_F(Presets, AreKeptUntilTheyAreDeleted) {
 
 TEST_F(Presets, AreReadableFilesThatAUserMayWrite) {
   savePreset("Family", kBooklet);
-  std::ostringstream text;
-  text << std::ifstream(own() / "tandem-trim/presets/Family/Booklet, 5 mm.json").rdbuf();
-  EXPECT_EQ(text.str(), R"({
+  EXPECT_EQ(contentsOf(own() / "tandem-trim/presets/Family/Booklet, 5 mm.json"), R"({
   "panel": {
     "MVTandemTrim": "On",
     "MVTopMargin": "5"
@@ -85,7 +128,7 @@ TEST_F(Presets, OfTheAdministratorAreThereUntilTheUserHidesThem) {
   write(administrators(), "House.json", R"({"panel": {"MVTopMargin": "1"}})");
   write(administrators(), "Plain.json", "{}");
   savePreset("Family", {"House", {{"MVTopMargin", "2"}}, {}});
-  EXPECT_THAT(presetsOf("Family", report),
+  EXPECT_THAT(presetsOf("Family").presets,
               ElementsAre(KeptPreset{{"House", {{"MVTopMargin", "2"}}, {}}, true},
                           KeptPreset{{"Plain", {}, {}}, false}));
   deletePreset("Family", "House", report);
@@ -149,6 +192,79 @@ TEST_F(Presets, ThatAreDamagedAreSetAsideAndTold) {
   EXPECT_THAT(names(), IsEmpty());
   EXPECT_THAT(said, ElementsAre(HasSubstr(file)));
   EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(Presets, ThatAreDamagedAreSetAsideBesideThoseThatWereBefore) {
+  for (const bool network : {false, true}) {
+    isOnNetwork = network;
+    const std::string name = network ? "There" : "Here";
+    const auto file = presetFile("Family", name).string();
+    const std::vector<std::string> texts{"{first", "{second", "{third"};
+    for (const auto& text : texts) {
+      write(own(), name + ".json", text);
+      EXPECT_THAT(names(), IsEmpty());
+    }
+    EXPECT_EQ(contentsOf(file + ".damaged"), texts[0]);
+    EXPECT_EQ(contentsOf(file + ".damaged-2"), texts[1]);
+    EXPECT_EQ(contentsOf(file + ".damaged-3"), texts[2]);
+    EXPECT_FALSE(std::filesystem::exists(file));
+    EXPECT_THAT(said, ElementsAre(HasSubstr("now " + file + ".damaged"), HasSubstr(".damaged-2"),
+                                  HasSubstr(".damaged-3")));
+    said.clear();
+  }
+}
+
+TEST_F(Presets, ThatAnotherProgramSavesBeforeADamagedFileIsSetAsideStay) {
+  const auto file = write(own(), "Booklet, 5 mm.json", "{");
+  const auto save = [](const std::string& margin) {
+    savePreset("Family", {kBooklet.name, {{"MVTopMargin", margin}}, {}});
+  };
+  // The second time is when it goes back.
+  for (const int newer : {1, 2}) {
+    write(own(), "Booklet, 5 mm.json", "{");
+    int time = 0;
+    beforeRenaming = [&] {
+      if (++time <= newer) save(std::to_string(time));
+    };
+    EXPECT_THAT(names(), IsEmpty());
+    EXPECT_EQ(findPreset("Family", kBooklet.name, report).panel.front().value, std::to_string(newer));
+    EXPECT_THAT(filesBeside(file), ElementsAre("Booklet, 5 mm.json"));
+    EXPECT_THAT(said, IsEmpty());
+  }
+}
+
+TEST_F(Presets, ThatAnotherProgramSetsAsideAtTheSameTimeAreToldOnce) {
+  const auto file = write(own(), "Damaged.json", "{");
+  bool isFirst = true;
+  beforeRenaming = [&] {
+    if (!std::exchange(isFirst, false)) return;
+    EXPECT_THAT(names(), IsEmpty());
+  };
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(said, ElementsAre(HasSubstr(file)));
+}
+
+TEST_F(Presets, OfTheAdministratorThatAreDamagedAreToldToWhoeverAsksForThemAndHiddenByTheUsers) {
+  const auto file = write(administrators(), "House.json", "{");
+  savePreset("Family", kBooklet);
+  EXPECT_EQ(findPreset("Family", kBooklet.name, report), kBooklet);
+  EXPECT_THAT(said, IsEmpty());
+  EXPECT_THAT(failureOf([&] { findPreset("Family", "House", report); }).what(),
+              HasSubstr("there is no preset House"));
+  EXPECT_THAT(said, ElementsAre(HasSubstr(file + " cannot be understood")));
+  savePreset("Family", {"House", {}, {}});
+  EXPECT_THAT(presetsOf("Family").faults, IsEmpty());
+}
+
+TEST_F(Presets, AreRenamedOnANetworksFileSystemToo) {
+  isOnNetwork = true;
+  savePreset("Family", kBooklet);
+  savePreset("Family", {"Other", {}, {}});
+  EXPECT_THAT(
+      failureOf([&] { renamePreset("Family", kBooklet.name, "Other", Taken::refuses, report); }).what(),
+      HasSubstr("there is a preset Other already"));
+  renamePreset("Family", kBooklet.name, "Brochure", Taken::refuses, report);
+  EXPECT_THAT(names(), ElementsAre("Brochure", "Other"));
 }
 
 // What cannot be read at the moment may be whole.
