@@ -11,6 +11,8 @@ constexpr double kArrowSpace = 22;
 constexpr double kArrowGap = 5;
 // Left of the paper and right of it alike, so that the paper stays in the middle; the shadow needs the rest.
 constexpr double kShadowSpace = 4;
+// A page that ends at a margin may end beyond it by this: papers are given in whole points.
+constexpr double kRounding = 0.1;
 // The part of the printable width that the print takes, so that its position is seen.
 constexpr double kPrintWidth = 0.55;
 
@@ -82,7 +84,7 @@ std::array<long, 4> contentInMargins(const Sheet& sheet) {
   const auto& [top, bottom, left, right] = *empty;
   // The content is between `before` and `extent - behind`, seen from the margin's edge.
   const auto depth = [](double margin, double before, double behind, double extent) {
-    return std::max(0L, std::lround(std::min(margin, extent - behind) - before));
+    return std::max(0L, std::lround(std::ceil(std::min(margin, extent - behind) - before - kRounding)));
   };
   return {depth(sheet.top, down + top, down + bottom, sheet.height),
           depth(sheet.bottom, down + bottom, down + top, sheet.height),

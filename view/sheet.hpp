@@ -63,8 +63,8 @@ struct SheetLayout {
 /// at its far edge.
 SheetLayout layOut(const Sheet& sheet, double width, double height);
 
-/// How many whole millimetres the page's content reaches into the margins: top, bottom, left, right. Less
-/// than half of one is none.
+/// By how many millimetres, rounded up, the page's content reaches into the margins: top, bottom, left,
+/// right. Less than a tenth of one is none.
 std::array<long, 4> contentInMargins(const Sheet& sheet);
 
 }  // namespace tandemtrim

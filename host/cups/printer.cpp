@@ -71,6 +71,7 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
   }
   printer.name = printer.destination->name;
   std::tie(printer.saved, printer.queueDefaults) = keptOptions(connection, *printer.destination, facts);
+  printer.serverDefaults = serverDefaults(facts);
   printer.accepting = booleanIn(facts, "printer-is-accepting-jobs").value_or(true);
   printer.stopped = enumIn(facts, "printer-state") == IPP_PSTATE_STOPPED;
   printer.stateMessage = textIn(facts, "printer-state-message").value_or("");

@@ -21,6 +21,8 @@ struct Printer {
   /// The texts that the administrator made the queue's defaults for options that CUPS does not know. The
   /// server supplies them to a job without these options.
   Options queueDefaults;
+  /// All that the server itself gives a job without these options, as it says of the printer.
+  Options serverDefaults;
   bool accepting = true;
   bool stopped = false;
   /// The server's words on the printer's state; often empty.

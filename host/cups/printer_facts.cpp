@@ -1,6 +1,7 @@
 #include "host/cups/printer_facts.hpp"
 
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "host/cups/connection/attributes.hpp"
@@ -133,6 +134,20 @@ std::pair<Options, Options> keptOptions(const Connection& connection, const cups
     if (!comesFromServer(answer, option)) saved.push_back(option);
   }
   return {saved, ofQueue};
+}
+
+Options serverDefaults(const MessageHandle& facts) {
+  constexpr std::string_view kEnding = "-default";
+  Options defaults;
+  for (auto* attribute = ippFirstAttribute(facts.get()); attribute != nullptr;
+       attribute = ippNextAttribute(facts.get())) {
+    const char* const name = ippGetName(attribute);
+    std::string_view keyword = name == nullptr ? "" : name;
+    if (!keyword.ends_with(kEnding) || ippGetValueTag(attribute) == IPP_TAG_NOVALUE) continue;
+    keyword.remove_suffix(kEnding.size());
+    setOption(defaults, {std::string(keyword), attributeText(attribute)});
+  }
+  return defaults;
 }
 
 }  // namespace tandemtrim::host

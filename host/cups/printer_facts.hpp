@@ -26,4 +26,7 @@ MessageHandle askFacts(const Connection& connection, const std::string& printer)
 std::pair<Options, Options> keptOptions(const Connection& connection, const cups_dest_t& destination,
                                         const MessageHandle& facts);
 
+/// What the facts name as the server's own value of each option for a job without it.
+Options serverDefaults(const MessageHandle& facts);
+
 }  // namespace tandemtrim::host

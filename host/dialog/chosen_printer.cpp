@@ -43,8 +43,8 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSet
                 [this] { window_.giveUpPrint(); }, [this] { panel_.updatePresets(); }}),
       panel_(window.dialog(), line.plugin, report,
              {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp,
-              [this] { return otherOptionsOrNone(); }, events_.openDocument, presets_.events(),
-              [this] { return presets_.isChosen(); }}),
+              [this] { return otherOptionsOrNone(); }, [this] { return optionsOfServer(); },
+              events_.openDocument, presets_.events(), [this] { return presets_.isChosen(); }}),
       reader_(line.server, ask) {
   window.dialog().property_selected_printer().signal_changed().connect(
       sigc::mem_fun(*this, &ChosenPrinter::onPrinterChanged));
@@ -117,7 +117,7 @@ void ChosenPrinter::follow() {
   tabs_.forgetRows();
   window_.hideNotice();
   window_.giveUpPrint();
-  current_ = {printer, {}, {}, {}, {}};
+  current_ = {printer, {}, {}, {}, {}, {}};
   window_.enter(DialogState::ready);
   // A file gets the document as it is.
   enablePageSetup(window_.dialog(), selection_.isPrinter());
@@ -273,6 +273,14 @@ std::optional<Options> ChosenPrinter::otherOptionsOrNone() {
   } catch (const Failure&) {
     return std::nullopt;
   }
+}
+
+std::optional<Options> ChosenPrinter::optionsOfServer() {
+  const auto asked = otherOptionsOrNone();
+  if (!asked) return std::nullopt;
+  auto options = current_.serverDefaults;
+  for (const auto& option : *asked) setOption(options, option);
+  return options;
 }
 
 PrintRequest ChosenPrinter::makeRequest() {

@@ -84,6 +84,8 @@ class ChosenPrinter : public sigc::trackable {
   [[nodiscard]] Options otherOptions();
   // The same, but none in place of a failure.
   [[nodiscard]] std::optional<Options> otherOptionsOrNone();
+  // The same with what the server adds to it.
+  [[nodiscard]] std::optional<Options> optionsOfServer();
 
   CommandLine line_;
   const Glib::RefPtr<Gtk::PrintSettings> suggested_;

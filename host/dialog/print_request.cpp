@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 #include <utility>
 
 #include "host/cups/connection/connection.hpp"
@@ -21,14 +20,13 @@ constexpr std::array<std::pair<const char*, const char*>, 6> kQueueDefaults{{{"c
                                                                              {"OutputOrder", "Normal"},
                                                                              {"page-set", "all"}}};
 
-// Whether this is the queue's default and nobody overrode it.
+// Whether the server gives the job this very option without being asked.
 bool isQueueDefault(const Option& option, const Printer& printer) {
   return std::ranges::any_of(kQueueDefaults, [&](const auto& standard) {
     if (!isSameKeyword(option.keyword, standard.first) || option.value != standard.second) return false;
-    const auto& queue = *printer.destination;
-    const char* const preset = cupsGetOption(standard.first, queue.num_options, queue.options);
-    return preset == nullptr || std::string_view(preset) == standard.second ||
-           std::string_view(preset) == "no-value";
+    return std::ranges::none_of(printer.serverDefaults, [&](const Option& preset) {
+      return isSameKeyword(preset.keyword, standard.first) && preset.value != standard.second;
+    });
   });
 }
 

@@ -19,9 +19,9 @@ std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& se
   auto saved = asSpelled(ppd.get(), std::move(printer.saved));
   const char* const instance = printer.destination->instance;
   auto destination = printer.name + (instance == nullptr ? "" : '/' + std::string(instance));
-  return std::make_shared<PrinterDetails>(PrinterDetails{std::move(printer.name), std::move(destination),
-                                                         std::move(ppd), std::move(saved),
-                                                         std::move(printer.queueDefaults)});
+  return std::make_shared<PrinterDetails>(
+      PrinterDetails{std::move(printer.name), std::move(destination), std::move(ppd), std::move(saved),
+                     std::move(printer.queueDefaults), std::move(printer.serverDefaults)});
 }
 
 }  // namespace

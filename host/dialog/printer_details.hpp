@@ -22,6 +22,8 @@ struct PrinterDetails {
   Options saved;
   /// The queue's defaults for options that CUPS does not know.
   Options queueDefaults;
+  /// All that the server gives a job without these options.
+  Options serverDefaults;
 };
 
 /// Reads details of printers in the background, one printer at a time.

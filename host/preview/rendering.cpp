@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <optional>
+#include <ranges>
 #include <span>
 
 #include <cairo.h>
@@ -16,10 +17,11 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr double kMillimetresPerPoint = 25.4 / 72;
-// Of the picture in which the content is measured: 0.3 mm for each pixel of a usual page.
-constexpr double kMeasuredSide = 1024;
-// The darkest that a page without content is, of 255.
-constexpr std::uint32_t kPaper = 246;
+// Of the picture in which the content is measured: 0.15 mm for each pixel of a usual page.
+constexpr double kMeasuredSide = 2048;
+constexpr std::uint32_t kWhite = 255;
+// The faintest content, of 255.
+constexpr std::uint32_t kFaintest = 10;
 
 struct Unreferenced {
   void operator()(gpointer object) const { g_object_unref(object); }
@@ -66,31 +68,63 @@ std::span<const std::uint32_t> rowOf(const Surface& surface, int y) {
           static_cast<std::size_t>(cairo_image_surface_get_width(surface.get()))};
 }
 
-bool isInk(std::uint32_t pixel) {
-  return std::min({pixel & 0xFF, pixel >> 8 & 0xFF, pixel >> 16 & 0xFF}) < kPaper;
+// From 0, the paper, to 255.
+std::uint32_t inkOf(std::uint32_t pixel) {
+  return kWhite - std::min({pixel & 0xFF, pixel >> 8 & 0xFF, pixel >> 16 & 0xFF});
+}
+
+bool isInk(std::uint32_t pixel) { return inkOf(pixel) >= kFaintest; }
+
+// How much of the first pixel with ink is empty in front of it: content that ends within a pixel colours as
+// much of it as it covers. Behind something thin there is no full colour to compare with; it counts as black.
+double emptyPart(std::uint32_t first, std::uint32_t next) {
+  const auto ink = inkOf(first);
+  const auto full = inkOf(next) >= ink ? inkOf(next) : kWhite;
+  return 1 - static_cast<double>(ink) / full;
+}
+
+// The pixels, and parts of one, that are empty in front of the ink of this line; none without ink.
+template <class Line>
+std::optional<double> emptyPixels(const Line& line) {
+  const auto first = std::ranges::find_if(line, isInk);
+  if (first == std::ranges::end(line)) return std::nullopt;
+  const auto next = std::ranges::next(first);
+  const auto behind = next == std::ranges::end(line) ? *first : *next;
+  return static_cast<double>(first - std::ranges::begin(line)) + emptyPart(*first, behind);
+}
+
+// Of a row with ink, seen from the row next to it that has more.
+double emptyPartOf(std::span<const std::uint32_t> row, std::span<const std::uint32_t> next) {
+  double least = 1;
+  for (std::size_t x = 0; x < row.size(); ++x) {
+    if (isInk(row[x])) least = std::min(least, emptyPart(row[x], next[x]));
+  }
+  return least;
 }
 
 // How much of the page is empty at each of its edges.
 void measure(const Surface& surface, PageAnswer& answer) {
   const int width = cairo_image_surface_get_width(surface.get());
   const int height = cairo_image_surface_get_height(surface.get());
-  int left = width;
-  int right = width;
+  double left = width;
+  double right = width;
   std::optional<int> top;
-  int bottom = 0;
+  int last = 0;
   for (int y = 0; y < height; ++y) {
     const auto row = rowOf(surface, y);
-    const auto first = std::ranges::find_if(row, isInk);
-    if (first == row.end()) continue;
-    const auto last = std::find_if(row.rbegin(), row.rend(), isInk);
-    left = std::min(left, static_cast<int>(first - row.begin()));
-    right = std::min(right, static_cast<int>(last - row.rbegin()));
+    const auto before = emptyPixels(row);
+    if (!before) continue;
+    left = std::min(left, *before);
+    right = std::min(right, *emptyPixels(std::views::reverse(row)));
     if (!top) top = y;
-    bottom = height - 1 - y;
+    last = y;
   }
   if (!top) return;
-  answer.emptyTop = *top * answer.pageHeight / height;
-  answer.emptyBottom = bottom * answer.pageHeight / height;
+  const auto inRow = [&](int y, int next) {
+    return emptyPartOf(rowOf(surface, y), rowOf(surface, std::clamp(next, 0, height - 1)));
+  };
+  answer.emptyTop = (*top + inRow(*top, *top + 1)) * answer.pageHeight / height;
+  answer.emptyBottom = (height - 1 - last + inRow(last, last - 1)) * answer.pageHeight / height;
   answer.emptyLeft = left * answer.pageWidth / width;
   answer.emptyRight = right * answer.pageWidth / width;
 }

@@ -113,9 +113,19 @@ TEST(ContentInMargins, IsAsDeepAsItReachesIntoEachOfThem) {
   EXPECT_EQ(contentInMargins(withContent({22, 24, 16, 18})), (Depths{1, 2, 3, 4}));
 }
 
-TEST(ContentInMargins, CountsFromHalfAMillimetreOn) {
-  EXPECT_EQ(contentInMargins(withContent({21.49, 0, 0, 0})).at(0), 0);
-  EXPECT_EQ(contentInMargins(withContent({21.5, 0, 0, 0})).at(0), 1);
+TEST(ContentInMargins, CountsEachMillimetreThatItBegins) {
+  for (const auto& [margin, depth] : {std::pair{21.0, 0}, {21.2, 1}, {22.0, 1}, {22.3, 2}, {24.0, 3}})
+    EXPECT_EQ(contentInMargins(withContent({margin, 0, 0, 0})).at(0), depth) << margin;
+}
+
+// A page of 595 x 842 points on a sheet of 210 x 297 mm begins 0.05 mm away from its edge.
+TEST(ContentInMargins, IsNoneOfAPageThatEndsAtThem) {
+  for (const double difference : {0.09, -0.09}) {
+    auto sheet = withContent({21, 22, 13, 14});
+    sheet.width += difference;
+    sheet.height += difference;
+    EXPECT_EQ(contentInMargins(sheet), (std::array<long, 4>{})) << difference;
+  }
 }
 
 TEST(ContentInMargins, IsNoDeeperThanThereIsContent) {

@@ -162,7 +162,7 @@ void PanelTabs::showPage() {
   if (!session_ || !page_.get_mapped()) return;
   guarded([&] {
     const auto* page = preview_.page();
-    const auto options = page == nullptr ? std::nullopt : events_.otherOptions();
+    const auto options = page == nullptr ? std::nullopt : events_.optionsOfServer();
     if (!options || !isPageOnItsSheet(*options)) page = nullptr;
     const auto image = page == nullptr ? nullptr : placed(*page, sheetIn(*dialog_.get_page_setup()));
     callPlugin(bundle_->path, "showPage", [&] { session_->view().showPage(image); });

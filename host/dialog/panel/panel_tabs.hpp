@@ -34,6 +34,8 @@ class PanelTabs : public sigc::trackable {
     /// What the job asks for beside the panel's options; none while a tab has a choice that cannot be
     /// printed.
     std::function<std::optional<Options>()> otherOptions;
+    /// The same with what the server adds to it.
+    std::function<std::optional<Options>()> optionsOfServer;
     /// The document, opened once more; not open where there is none with pages.
     std::function<FileDescriptor()> openDocument;
     /// What the row of presets does.

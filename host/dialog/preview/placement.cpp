@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
+
+#include <strings.h>
 
 namespace tandemtrim::host {
 namespace {
@@ -11,28 +14,38 @@ namespace {
 constexpr double kSameSize = 1;
 
 // An option by which the print system lays pages out or prints on them, and its value that changes nothing.
-constexpr std::array<std::pair<const char*, const char*>, 22> kLayingOut{{{"number-up", "1"},
-                                                                          {"print-scaling", "auto"},
-                                                                          {"scaling", "100"},
-                                                                          {"natural-scaling", "100"},
-                                                                          {"fit-to-page", "false"},
-                                                                          {"fitplot", "false"},
-                                                                          {"fill", "false"},
-                                                                          {"crop-to-fit", "false"},
-                                                                          {"mirror", "false"},
-                                                                          {"position", "center"},
-                                                                          {"page-left", nullptr},
-                                                                          {"page-right", nullptr},
-                                                                          {"page-top", nullptr},
-                                                                          {"page-bottom", nullptr},
-                                                                          {"page-border", "none"},
-                                                                          {"booklet", "off"},
-                                                                          {"imposition-template", "none"},
-                                                                          {"MirrorPrint", "False"},
-                                                                          {"ipp-attribute-fidelity", "false"},
-                                                                          {"page-label", nullptr},
-                                                                          {"pdfAutorotate", "true"},
-                                                                          {"pdftopdfAutoRotate", "true"}}};
+struct LayingOut {
+  const char* keyword;
+  // Null where there is no such value.
+  const char* neutral;
+};
+constexpr std::array<LayingOut, 27> kLayingOut{{{"number-up", "1"},
+                                                {"print-scaling", "auto"},
+                                                {"scaling", "100"},
+                                                {"natural-scaling", "100"},
+                                                {"fit-to-page", "false"},
+                                                {"fitplot", "false"},
+                                                {"fill", "false"},
+                                                {"crop-to-fit", "false"},
+                                                {"mirror", "false"},
+                                                {"landscape", "false"},
+                                                {"position", "center"},
+                                                {"page-left", nullptr},
+                                                {"page-right", nullptr},
+                                                {"page-top", nullptr},
+                                                {"page-bottom", nullptr},
+                                                {"media-left-margin", nullptr},
+                                                {"media-right-margin", nullptr},
+                                                {"media-top-margin", nullptr},
+                                                {"media-bottom-margin", nullptr},
+                                                {"page-border", "none"},
+                                                {"booklet", "off"},
+                                                {"imposition-template", "none"},
+                                                {"MirrorPrint", "false"},
+                                                {"ipp-attribute-fidelity", "false"},
+                                                {"page-label", nullptr},
+                                                {"pdfAutorotate", "true"},
+                                                {"pdftopdfAutoRotate", "true"}}};
 
 // The picture of a page that is turned to the left: its upper edge is on the left then.
 std::vector<std::uint32_t> turned(const RenderedPage& page) {
@@ -50,9 +63,9 @@ std::vector<std::uint32_t> turned(const RenderedPage& page) {
 
 bool isPageOnItsSheet(const Options& options) {
   return std::ranges::none_of(options, [](const Option& option) {
-    return std::ranges::any_of(kLayingOut, [&](const auto& row) {
-      return isSameKeyword(option.keyword, row.first) &&
-             (row.second == nullptr || option.value != row.second);
+    return std::ranges::any_of(kLayingOut, [&](const LayingOut& row) {
+      return isSameKeyword(option.keyword, row.keyword) &&
+             (row.neutral == nullptr || strcasecmp(option.value.c_str(), row.neutral) != 0);
     });
   });
 }

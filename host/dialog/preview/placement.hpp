@@ -17,7 +17,8 @@ struct SheetSize {
   double printableHeight;
 };
 
-/// Whether a job with these options puts each page on a sheet of its own, in its own size.
+/// Whether a job that is laid out by these options puts each page on a sheet of its own and nothing else
+/// there.
 bool isPageOnItsSheet(const Options& options);
 
 /// The page where the print system puts it: in the middle, turned to the left where it is of the other

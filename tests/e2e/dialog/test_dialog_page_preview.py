@@ -8,7 +8,7 @@ import pages
 from dialog_case import DialogCase, until
 from pages import A4, bar
 from screen_reader import SENSITIVE
-from terminal_case import BUILD, MARGINS, SAMPLE, VALID
+from terminal_case import BUILD, MARGINS, PPD, SAMPLE, VALID
 
 gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402
@@ -91,6 +91,13 @@ class PagePreviewTest(DialogCase):
         dialog.keys("BackSpace", "1")
         until(lambda: not any(NOTE in label for label in dialog.labels()), "the end of the note")
 
+    def test_a_page_that_ends_at_a_margin_is_not_in_it_and_one_that_is_less_than_a_millimetre_in_it_is(self):
+        dialog = self.shown(pages.pdf([bar(5, 5, 200, 287)]), side="Left")
+        self.see_red(dialog)
+        self.assertFalse(any(NOTE in label for label in dialog.labels()))
+        dialog.close()
+        self.shown(pages.pdf([bar(4.7, 5, 200, 287)]), side="Left").says(f"{NOTE}Left Margin (up to 1 mm)")
+
     def test_pages_are_turned_by_the_keyboard(self):
         dialog = self.shown(pages.pdf([AT_SIDES["Top"]], [AT_SIDES["Bottom"]], [AT_SIDES["Left"]]), side="Bottom")
         dialog.says("Page 1 of 3")
@@ -134,17 +141,53 @@ class PagePreviewTest(DialogCase):
         self.assertIsNone(self.red(dialog))
         self.assertFalse([label for label in dialog.labels() if "Page 1" in label or NOTE in label])
 
+    def lines_for_a_while(self, dialog):
+        """Sees that the picture shows no page before and after the page has been read."""
+        self.lines_only(dialog)
+        # By then the page has been read.
+        dialog.page("Summary")
+        dialog.page("Tandem Trim")
+        self.lines_only(dialog)
+
     def test_more_pages_on_a_sheet_are_shown_as_lines(self):
         content = pages.pdf([bar(0, 0, *A4)], [])
         for options in (("-o", "number-up=2"), ("-o", "print-scaling=fill"), ("-o", "mirror=true"), ("-o", "nopdfAutorotate"), ("-o", "page-label=Draft")):
             with self.subTest(options):
                 dialog = self.shown(content, *options, side="Left")
-                self.lines_only(dialog)
-                # By then the page has been read.
-                dialog.page("Summary")
-                dialog.page("Tandem Trim")
-                self.lines_only(dialog)
+                self.lines_for_a_while(dialog)
                 dialog.close()
+
+    def test_what_the_queue_itself_does_to_pages_is_shown_as_lines(self):
+        content = pages.pdf([bar(0, 0, *A4)], [])
+        for default in ("print-scaling-default=fill", "print-scaling-default=none", "number-up-default=2", "mirror-default=true", "fit-to-page-default=true"):
+            with self.subTest(default):
+                self.cups.add_queue("Morva", PPD)
+                self.run_command("lpadmin", "-p", "Morva", "-o", default)
+                dialog = self.shown(content, side="Left")
+                self.lines_for_a_while(dialog)
+                dialog.close()
+                self.cups.remove("Morva")
+
+    def test_what_the_ppd_does_to_pages_is_shown_as_lines(self):
+        choices = "".join(f'*MirrorPrint {choice}/{choice}: ""\n' for choice in ("True", "False"))
+        mirror = f"*OpenUI *MirrorPrint/Mirrored: PickOne\n*DefaultMirrorPrint: True\n{choices}*CloseUI: *MirrorPrint\n"
+        ppd = self.temporary_folder() / "mirror.ppd"
+        ppd.write_text(PPD.read_text().replace("*OpenUI *PageSize", f"{mirror}*OpenUI *PageSize"))
+        self.cups.add_queue("Morva", ppd)
+        content = pages.pdf([bar(0, 0, *A4)], [])
+        dialog = self.shown(content, side="Left")
+        self.lines_for_a_while(dialog)
+        dialog.close()
+        self.see_red(self.shown(content, "-o", "MirrorPrint=False", side="Left"))
+
+    def test_the_queues_default_does_not_count_where_the_job_has_its_own(self):
+        self.run_command("lpadmin", "-p", "Morva", "-o", "number-up-default=2")
+        self.run_command("lpoptions", "-p", "Morva", "-o", "number-up=1")
+        dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), side="Left")
+        self.see_red(dialog)
+        dialog.page("General")
+        dialog.press("Print")
+        self.assertEqual(self.printed(dialog).options["number-up"], "1")
 
     def test_the_choice_in_another_tab_counts_when_the_page_comes_up_again(self):
         dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), side="Left")

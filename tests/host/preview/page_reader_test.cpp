@@ -30,7 +30,7 @@ using testing::HasSubstr;
 using namespace std::chrono_literals;
 
 // A pixel of the picture in which the content is measured, on a usual page.
-constexpr double kPixel = 0.3;
+constexpr double kPixel = 0.15;
 constexpr auto kSoon = 8s;
 
 class RenderedPages : public testing::Test {
@@ -84,6 +84,19 @@ TEST_F(RenderedPages, SayHowMuchIsEmptyAtEachEdge) {
 
 TEST_F(RenderedPages, AreMeasuredDownToAHairline) {
   expectEmpty(read(pdfOf({PdfPage{.bars = {{3, 4, 200, 0.1}, {100, 4, 0.1, 280}}}})), {4, 13, 3, 7});
+}
+
+// Where content ends within a pixel, its colour tells how far.
+TEST_F(RenderedPages, AreMeasuredToAFiftiethOfAMillimetre) {
+  for (const char* colour : {"", "0.8 0.2 0.2 rg ", "0.7 g "}) {
+    for (const double from : {5.0, 4.9, 4.97, 12.34}) {
+      const auto page =
+          read(pdfOf({PdfPage{.bars = {{from, from, 210 - 2 * from, 297 - 2 * from}}, .content = colour}}));
+      ASSERT_TRUE(page.empty) << colour << from;
+      const auto& [top, bottom, left, right] = *page.empty;
+      for (const double edge : {top, bottom, left, right}) EXPECT_NEAR(edge, from, 0.02) << colour;
+    }
+  }
 }
 
 TEST_F(RenderedPages, MayBeEmpty) {

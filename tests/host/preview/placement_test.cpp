@@ -64,8 +64,11 @@ TEST(APageOnItsSheet, MayBeEmpty) {
 
 TEST(APageOnItsSheet, IsAloneThereUnlessAnOptionLaysPagesOut) {
   EXPECT_TRUE(isPageOnItsSheet({}));
-  EXPECT_TRUE(
-      isPageOnItsSheet({{"number-up", "1"}, {"print-scaling", "auto"}, {"media", "A4"}, {"copies", "2"}}));
+  EXPECT_TRUE(isPageOnItsSheet({{"number-up", "1"},
+                                {"print-scaling", "auto"},
+                                {"mirror", "False"},
+                                {"media", "A4"},
+                                {"copies", "2"}}));
   for (const Option& option : {Option{"number-up", "2"},
                                {"Number-Up", "16"},
                                {"print-scaling", "fill"},
@@ -73,6 +76,8 @@ TEST(APageOnItsSheet, IsAloneThereUnlessAnOptionLaysPagesOut) {
                                {"natural-scaling", "50"},
                                {"fit-to-page", "true"},
                                {"mirror", "true"},
+                               {"landscape", "true"},
+                               {"media-top-margin", "2000"},
                                {"position", "top"},
                                {"page-left", "36"},
                                {"page-border", "single"},
