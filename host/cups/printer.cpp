@@ -49,7 +49,7 @@ void refuseOddDefaults() {
   if (std::filesystem::is_other(file, unreadable)) {
     throw Failure(
         Trouble::other,
-        Fact("your defaults cannot be read, since [file] is no file"_fact, {{"[file]", file.string()}}),
+        Fact("your defaults cannot be read, since [file] is not a file"_fact, {{"[file]", file.string()}}),
         "; nothing was sent. Move it away");
   }
 }

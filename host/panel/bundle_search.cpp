@@ -60,8 +60,8 @@ std::optional<fs::path> findBundle(const std::optional<std::string>& plugin,
   if (plugin) {
     std::error_code unreadable;
     if (!fs::is_directory(*plugin, unreadable)) {
-      throw PluginFailure(
-          Fact("--plugin " + *plugin + " is no folder", "[file] is no folder"_fact, {{"[file]", *plugin}}));
+      throw PluginFailure(Fact("--plugin " + *plugin + " is not a folder", "[file] is not a folder"_fact,
+                               {{"[file]", *plugin}}));
     }
     if (isBundle(*plugin)) return *plugin;
   }

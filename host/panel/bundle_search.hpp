@@ -16,7 +16,7 @@ bool isBundle(const std::filesystem::path& path);
 /// The first bundle of one of these names, best first. `plugin` is what --plugin gives: a bundle, which is
 /// taken whatever its name, or the one folder to look in. Without it the folders of TANDEM_TRIM_PLUGIN_PATH
 /// and those beside the program are searched. None when no folder holds such a bundle; Failure when `plugin`
-/// is no folder.
+/// is not a folder.
 std::optional<std::filesystem::path> findBundle(const std::optional<std::string>& plugin,
                                                 const std::vector<std::string>& names);
 

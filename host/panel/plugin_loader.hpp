@@ -25,9 +25,8 @@ auto callPlugin(const std::string& bundle, const std::string& operation, Call&& 
     throw PluginFailure(Fact("the plug-in [bundle] failed in [operation]: [words]"_fact,
                              {{"[bundle]", bundle}, {"[operation]", operation}, {"[words]", raised.what()}}));
   } catch (...) {
-    throw PluginFailure(
-        Fact("the plug-in [bundle] failed in [operation] for a reason that it does not tell"_fact,
-             {{"[bundle]", bundle}, {"[operation]", operation}}));
+    throw PluginFailure(Fact("the plug-in [bundle] failed in [operation] without giving a reason"_fact,
+                             {{"[bundle]", bundle}, {"[operation]", operation}}));
   }
 }
 

@@ -203,8 +203,8 @@ class DefaultsTest(TerminalCase):
         for make in (os.mkfifo, lambda file: file.symlink_to("/dev/zero")):
             make(self.file_of_defaults)
             for arguments in ([SAMPLE], ["--save-as-default"], ["--reset-defaults"]):
-                self.refuses("-d", "Morva", *arguments, words=[f"{self.file_of_defaults} is no file", "nothing was sent"])
-            self.refuses("--list", words=[f"{self.file_of_defaults} is no file"])
+                self.refuses("-d", "Morva", *arguments, words=[f"{self.file_of_defaults} is not a file", "nothing was sent"])
+            self.refuses("--list", words=[f"{self.file_of_defaults} is not a file"])
             self.file_of_defaults.unlink()
 
     def test_the_letter_at_the_end_of_one_job_is_none_at_the_end_of_others(self):

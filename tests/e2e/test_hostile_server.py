@@ -163,7 +163,7 @@ class HostileServerTest(TerminalCase):
         with FakeServer(PPD.read_bytes(), {ipp.GET_JOB: lambda: [failed]}) as server:
             result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
         self.assertEqual((result.returncode, result.stdout), (1, "request id is Morva-1 (1 file(s))\n"))
-        self.assertIn(f"could not be confirmed: the print server at {server.address} has an error of its own", result.stderr)
+        self.assertIn(f"could not be confirmed: the print server at {server.address} has an internal error", result.stderr)
 
     def test_a_number_that_no_job_can_have_is_none(self):
         for number in (0, -1):

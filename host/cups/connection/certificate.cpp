@@ -71,7 +71,7 @@ std::optional<std::string> checkCertificate(http_t* http, const std::string& ser
   if (!kept) {
     if (std::error_code ignored; fs::exists(fileOf(host), ignored)) {
       throw Failure(Trouble::insecure,
-                    Fact("the certificate of the print server at [server] that was kept cannot be read"_fact,
+                    Fact("the stored certificate of the print server at [server] cannot be read"_fact,
                          {{"[server]", server}}),
                     "; mend or remove " + fileOf(host).string());
     }

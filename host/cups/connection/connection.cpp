@@ -49,7 +49,7 @@ Failure nobodyAnswers() {
 
 Failure notEncrypted() {
   return Failure(Trouble::insecure,
-                 Fact("the print server at [server] gives no encrypted connection, which is required"_fact,
+                 Fact("the print server at [server] offers no encrypted connection, which is required"_fact,
                       {{"[server]", serverName()}}),
                  "; ask its administrator, or name another server by -h");
 }

@@ -64,7 +64,7 @@ inline constexpr const char* kNoPagesText = "Type the numbers of the pages to pr
 inline constexpr const char* kWrongPagesText =
     "\"[text]\" names no pages. Type page numbers such as 1-3,5, or choose all pages.";
 inline constexpr const char* kWrongTimeText =
-    "\"[text]\" is no time of day. Type one such as 14:30, or choose to print now.";
+    "\"[text]\" is not a time of day. Type one such as 14:30, or choose to print now.";
 inline constexpr const char* kSendingText = "Sending…";
 /// The name of a document beside the progress once the server has its job.
 inline constexpr const char* kOfJobText = "[name] (job [number])";
@@ -118,7 +118,7 @@ inline constexpr std::array kTroubleTexts{
         Trouble::noServer,
         "The print server does not answer. Make sure that it is running and can be reached, then try again."},
     std::pair{Trouble::unauthorized,
-              "The print server asks for a password and was given none that it takes. Try again, or ask its "
+              "The print server asks for a password and got none that it accepts. Try again, or ask its "
               "administrator."},
     std::pair{Trouble::notAllowed,
               "The print server does not allow this. Ask its administrator, or choose another printer."},
@@ -155,9 +155,8 @@ inline constexpr std::array kTroubleTexts{
 /// The help about what the dialog's host adds to each panel.
 inline constexpr std::array kHelpTexts{
     "\"Use for all my jobs\" keeps the settings as your defaults for this printer.",
-    "\"Notify after printing\" has the desktop say what the print server holds of the job, and whether the "
-    "job "
-    "is cancelled or fails within a minute.",
+    "\"Notify after printing\" shows a notification with what the print server holds of the job, and says "
+    "whether the job is cancelled or fails within a minute.",
     "\"Preset\" keeps settings under a name, for all printers with this page. Its menu saves them, brings "
     "them "
     "back, and chooses those that the dialog begins with on this printer.",

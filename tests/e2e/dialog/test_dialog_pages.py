@@ -194,7 +194,7 @@ class DialogPagesTest(DialogCase):
             with self.subTest(typed):
                 dialog.click(dialog.find_live("text", "Specify the time of print"))
                 dialog.keys("ctrl+a", "BackSpace", *("colon" if letter == ":" else letter for letter in typed))
-                self.refused(dialog, f'"{typed}" is no time of day. Type one such as 14:30')
+                self.refused(dialog, f'"{typed}" is not a time of day. Type one such as 14:30')
         dialog.click(dialog.find("text", "Specify the time of print"))
         dialog.keys("ctrl+a", "2", "3", "colon", "5", "9")
         dialog.press("Print")

@@ -317,7 +317,7 @@ TEST(OptionsFromTabs, AreRefusedForATimeThatIsNone) {
     tabs.settings->set("cups-job-hold-until", time);
     const auto failure = failureOf([&] { optionsOf(tabs); });
     EXPECT_EQ(failure.trouble(), Trouble::userMessage);
-    EXPECT_THAT(failure.what(), testing::StartsWith('"' + std::string(time) + "\" is no time of day."));
+    EXPECT_THAT(failure.what(), testing::StartsWith('"' + std::string(time) + "\" is not a time of day."));
   }
   for (const char* time : {"00:00", "23:59", "14:30:59"}) {
     tabs.settings->set("cups-job-hold-until", time);
