@@ -236,7 +236,7 @@ class DialogTest(DialogCase):
         for language, (told, fact) in {
             "de": (
                 "Der Drucker ist angehalten. Wählen Sie einen anderen Drucker",
-                "Morva ist angehalten. Gemeldet wird: „out of blades“.",
+                "Morva ist angehalten. Meldung: »out of blades«.",
             ),
             "ja": ("プリンターは停止しています。", "Morva は停止しています。報告された内容:「out of blades」。"),
             "ar": ("الطابعة متوقفة.", "Morva متوقفة. نص الرسالة: «out of blades»."),

@@ -65,7 +65,7 @@ class DialogWordsTest(DialogCase):
 
     def test_a_printer_that_is_not_there(self):
         what = "The print server does not have this printer. Choose another printer."
-        self.assert_told(self.german("-d", "Nowhere"), what, "Es gibt keinen Drucker „Nowhere“.")
+        self.assert_told(self.german("-d", "Nowhere"), what, "Es gibt keinen Drucker »Nowhere«.")
 
     def test_no_default_printer(self):
         self.assert_told(self.german(), "There is no default printer. Choose a printer.", "Es gibt keinen Standarddrucker,")
@@ -73,12 +73,12 @@ class DialogWordsTest(DialogCase):
     def test_a_printer_that_is_stopped(self):
         self.run_command("cupsdisable", "-r", "out of blades", "Morva")
         what = "The printer is stopped. Choose another printer, or have it started and try again."
-        self.assert_told(self.prints(self.ready()), what, "Morva ist angehalten. Gemeldet wird: „out of blades“.")
+        self.assert_told(self.prints(self.ready()), what, "Morva ist angehalten. Meldung: »out of blades«.")
 
     def test_a_job_that_is_refused(self):
         dialog = self.ready("-o", "document-format=application/x-nothing")
         what = "The printer cannot print documents of this kind. Choose another printer, or save the document as a PDF file and print that."
-        self.assert_told(self.prints(dialog), what, "Morva hat sample.pdf nicht angenommen.", "kann Dokumente dieser Art nicht drucken. Gemeldet wird:", "application/x-nothing")
+        self.assert_told(self.prints(dialog), what, "Morva hat sample.pdf nicht angenommen.", "kann Dokumente dieser Art nicht drucken. Meldung:", "application/x-nothing")
 
     def test_a_document_that_is_missing(self):
         what = "The document cannot be read. Make sure that it still exists and that you may open it, then try again."
@@ -105,7 +105,7 @@ class DialogWordsTest(DialogCase):
             other.add_queue("Morva", PPD)
             dialog = self.german("-d", "Morva", CUPS_SERVER="{}:{}".format(*other.address), **encrypted)
             what = "The connection to the print server cannot be trusted. Ask its administrator."
-            self.assert_told(dialog, what, "zeigt ein anderes Zertifikat als bisher")
+            self.assert_told(dialog, what, "weist sich mit einem anderen Zertifikat aus als bisher")
 
     def test_settings_that_cannot_be_kept(self):
         home = self.temporary_folder() / "file"
