@@ -121,7 +121,7 @@ package-trial: package ## the packages in a bare system with Debian's archives: 
 	$(install_dependencies) trial
 	packaging/trial.sh build/release/package
 
-lint: ## formatting, clang-tidy, the man page and the scripts
+lint: ## formatting, clang-tidy, the man pages and the scripts
 	$(install_dependencies) lint
 	clang-format --dry-run -Werror $(sources)
 	cmake --preset test --log-level=WARNING
@@ -129,7 +129,7 @@ lint: ## formatting, clang-tidy, the man page and the scripts
 	clang-tidy --quiet -p build/release --header-filter=/adapters/appkit/ --checks=$(not_of_methods) build/release/adapters/appkit/tidy.mm
 	desktop-file-validate packaging/desktop/*.desktop
 	appstreamcli validate --no-net build/release/packaging/*.metainfo.xml
-	test -z "$$(LC_ALL=C.UTF-8 man --warnings --local-file docs/tandem-trim.1 2>&1 >/dev/null)"
+	mandoc -Tlint -Wwarning docs/tandem-trim.1 docs/tandem-trim-portal.8
 	pyflakes3 $$(git ls-files '*.py')
 	git ls-files '*.sh' '*.bash' .ci/run | xargs -n 1 bash -n
 

@@ -42,7 +42,7 @@ case "${1:-}" in
   fuzz) packages="$build $clang" ;;
   macho) packages="$macho" ;;
   fresh) packages='mmdebstrap git util-linux' ;;
-  lint) packages="$build $server $screen $portal $package $tests clang-format clang-tidy man-db pyflakes3 desktop-file-utils appstream" ;;
+  lint) packages="$build $server $screen $portal $package $tests clang-format clang-tidy mandoc pyflakes3 desktop-file-utils appstream" ;;
   *)
     echo "$0: no such group: ${1:-}" >&2
     exit 2

@@ -80,7 +80,7 @@ class PackagesTest(TerminalCase):
         self.assertEqual(sorted(packed), sorted(installed - never_packed | for_packages_alone))
 
     def test_the_dialogs_files_are_in_its_package_alone(self):
-        of_dialog = r"/dialog/|/libexec/|/xdg-desktop-portal/|/dbus-1/|/systemd/|/Linux/TandemTrim$|TandemTrim\.ui$|/applications/|/icons/|/metainfo/|tandem-trim-gtk"
+        of_dialog = r"/dialog/|/libexec/|/xdg-desktop-portal/|/dbus-1/|/systemd/|/Linux/TandemTrim$|TandemTrim\.ui$|/applications/|/icons/|/metainfo/|/man8/|tandem-trim-gtk"
         everything = set().union(*(self.files(package) for package in self.packages))
         self.assertEqual({path for path in everything if re.search(of_dialog, path)}, self.files(self.gtk))
 
@@ -100,6 +100,10 @@ class PackagesTest(TerminalCase):
         self.assertEqual((service["Name"], unit["Type"], unit["BusName"]), (portal["DBusName"], "dbus", portal["DBusName"]))
         self.assertEqual((service["Exec"], unit["ExecStart"]), (BACKEND, BACKEND))
         self.assertIn("." + BACKEND, self.files(self.gtk))
+
+    def test_each_program_that_people_or_desktops_start_has_its_manual_page(self):
+        self.assertIn("./usr/share/man/man1/tandem-trim.1.gz", self.files(self.terminal))
+        self.assertIn("./usr/share/man/man8/tandem-trim-portal.8.gz", self.files(self.gtk))
 
     def test_everything_is_roots_and_readable_by_all(self):
         for package in self.packages:
