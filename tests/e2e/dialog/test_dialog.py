@@ -15,14 +15,14 @@ WARNED = {
         "Tandem Trim verwenden: Dieser Drucker erlaubt Maybe nicht (erlaubt: Ein, Aus)",
     ),
     "ja": (
-        "左余白: このプリンターでは 18 は使えません (使える値: 0〜15)",
-        "印刷位置: このプリンターでは Diagonal は使えません (使える値: 左、中央、右)",
-        "タンデムトリムを使用: このプリンターでは Maybe は使えません (使える値: オン、オフ)",
+        "左余白：このプリンターでは 18 は使えません（使える値：0〜15）",
+        "印刷位置：このプリンターでは Diagonal は使えません（使える値：左、中央、右）",
+        "タンデムトリムを使用：このプリンターでは Maybe は使えません（使える値：オン、オフ）",
     ),
     "ar": (
         "الهامش الأيسر: لا تسمح هذه الطابعة بالقيمة 18 (المسموح: 0 إلى 15)",
         "موضع الطباعة: لا تسمح هذه الطابعة بالقيمة Diagonal (المسموح: يسار، وسط، يمين)",
-        "استخدام Tandem Trim: لا تسمح هذه الطابعة بالقيمة Maybe (المسموح: تشغيل، إيقاف)",
+        "استخدم Tandem Trim: لا تسمح هذه الطابعة بالقيمة Maybe (المسموح: تشغيل، إيقاف)",
     ),
 }
 # The switch, the menus, and the margins from the top one on.
@@ -30,7 +30,7 @@ SPOKEN = {
     "de": ("Tandem Trim verwenden", "Bildausrichtung", "Druckposition", "Oberer Rand", "Unterer Rand", "Linker Rand", "Rechter Rand"),
     "ja": ("タンデムトリムを使用", "画像の向き", "印刷位置", "上余白", "下余白", "左余白", "右余白"),
     "ar": (
-        "استخدام Tandem Trim",
+        "استخدم Tandem Trim",
         "اتجاه الصورة",
         "موضع الطباعة",
         "الهامش العلوي",
@@ -196,7 +196,7 @@ class DialogTest(DialogCase):
     def test_it_speaks_the_users_language(self):
         names = {
             "de": ("Oberer Rand", "Für alle meine Aufträge verwenden"),
-            "ar": ("الهامش العلوي", "استخدام لكل مهامي"),
+            "ar": ("الهامش العلوي", "استخدم لكل مهامي"),
             "ja": ("上余白", "すべてのジョブに使用"),
         }
         for language, (of_panel_s, of_dialog_s) in names.items():
@@ -238,7 +238,7 @@ class DialogTest(DialogCase):
                 "Der Drucker ist angehalten. Wählen Sie einen anderen Drucker",
                 "Morva ist angehalten. Meldung: »out of blades«.",
             ),
-            "ja": ("プリンターは停止しています。", "Morva は停止しています。報告された内容:「out of blades」。"),
+            "ja": ("プリンターは停止しています。", "Morva は停止しています。報告された内容：「out of blades」。"),
             "ar": ("الطابعة متوقفة.", "Morva متوقفة. نص الرسالة: «out of blades»."),
         }.items():
             with self.subTest(language):

@@ -20,7 +20,7 @@ MARGINS = {language: spoken[3:] for language, spoken in SPOKEN.items()} | {
     "it": ("Margine superiore", "Margine inferiore", "Margine sinistro", "Margine destro"),
     "nl": ("Bovenmarge", "Ondermarge", "Linkermarge", "Rechtermarge"),
 }
-SWITCH = {"en": "Use Tandem Trim", "it": "Usa Tandem Trim", "nl": "Gebruik Tandem Trim"} | {
+SWITCH = {"en": "Use Tandem Trim", "it": "Usa Tandem Trim", "nl": "Tandem Trim gebruiken"} | {
     language: spoken[0] for language, spoken in SPOKEN.items()
 }
 
