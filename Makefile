@@ -16,7 +16,7 @@ checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/
 # A macro that stands for a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run pictures test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants macho macho-package mac mac-clean
+.PHONY: run pictures test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants mutants-all macho macho-package mac mac-clean
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run
@@ -86,9 +86,13 @@ mcdc: ## whether each condition of a decision is shown to decide by itself, by c
 	$(call build_apart,mcdc,$(core_only) $(by_clang),tests/all)
 	tests/mcdc.sh
 
-mutants: ## whether the tests of the core notice each small change of it; takes ten minutes
+mutants: ## whether the tests notice MUTANTS (300) small changes of the sources, other ones each day; takes an hour
 	$(install_dependencies) mutants
-	/usr/bin/python3 tests/mutants/run.py $(tests_of_core)
+	/usr/bin/python3 tests/mutants/run.py --sample $(or $(MUTANTS),300)
+
+mutants-all: ## the same for every small change; takes a day
+	$(install_dependencies) mutants
+	/usr/bin/python3 tests/mutants/run.py
 
 fuzz: ## make up inputs for SECONDS (60) a target, and require that the properties hold
 	$(install_dependencies) fuzz

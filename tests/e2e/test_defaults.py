@@ -120,7 +120,7 @@ class DefaultsTest(TerminalCase):
         self.run_program("lpoptions", "-p", "Morva/draft", "-o", "MVTopMargin=2")
         self.keeps("-o", "MVTandemTrim=On MVTopMargin=9")
         result = self.keeps_nothing("-d", "Morva")
-        self.assertRegex(result.stderr, "your defaults for Morva are removed: 7 options")
+        self.assertRegex(result.stderr, "(?m)^tandem-trim: your defaults for Morva are removed: 7 options")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
         self.assertEqual(self.kept_for("Dest Morva/draft"), {"MVTopMargin": "2"})
         self.assertIn("no defaults of yours are kept for Morva", self.keeps_nothing("-d", "Morva").stderr)

@@ -1,9 +1,13 @@
 """Finds the places of the sources where a mutant fits, in the syntax tree that clang writes."""
 import concurrent.futures
 import functools
+import hashlib
 import json
 import os
+import pathlib
+import pickle
 import re
+import shlex
 import subprocess
 from dataclasses import dataclass, field
 
@@ -12,11 +16,12 @@ RELATIONS = {'<': 'less', '<=': 'lessOrEqual', '>': 'greater', '>=': 'greaterOrE
 OPERATORS = RELATIONS | {'+': 'plus', '-': 'minus', '*': 'times', '<<': 'leftShift', '>>': 'rightShift', '|': 'bitOr', '&': 'bitAnd',
                          '+=': 'add'}
 # What only hands its one child on.
-WRAPPERS = {'ImplicitCastExpr', 'ExprWithCleanups', 'ParenExpr', 'CXXBindTemporaryExpr', 'MaterializeTemporaryExpr', 'ConstantExpr',
+WRAPPERS = {'ImplicitCastExpr', 'ExprWithCleanups', 'ParenExpr', 'CXXBindTemporaryExpr', 'MaterializeTemporaryExpr',
             'CXXFunctionalCastExpr'}
 STATEMENTS = {'CallExpr', 'CXXMemberCallExpr', 'CXXOperatorCallExpr', 'CompoundAssignOperator', 'UnaryOperator'}
 # What the compiler alone works out, what it adds, and the texts of exceptions, which are nobody's contract.
-PASSED_OVER = {'StaticAssertDecl', 'TemplateArgument', 'EnumDecl', 'CXXDefaultArgExpr', 'CXXThrowExpr'}
+PASSED_OVER = {'StaticAssertDecl', 'TemplateArgument', 'EnumDecl', 'ConstantExpr', 'UserDefinedLiteral', 'CXXDefaultArgExpr',
+               'CXXThrowExpr'}
 # Their last argument is the text of an exception, too.
 RAISING = re.compile(r'(\w+::)*(requiredText|requiredDecimalText)\b')
 
@@ -36,7 +41,17 @@ class Place:
         return ('true', 'false') if self.kind in ('condition', 'declared') else ('',)
 
 
-def syntax_trees(root, source):
+def flags_of(commands):
+    """The folders of headers and the macros that each file is compiled with, by the build's commands."""
+    flags = {}
+    for each in commands:
+        words = iter(shlex.split(each['command'])[1:])
+        chosen = ([word, next(words)] if word == '-isystem' else [word] for word in words if word.startswith(('-I', '-D', '-isystem')))
+        flags.setdefault(each['file'], sum(chosen, []))
+    return flags
+
+
+def syntax_trees(root, source, flags):
     """The declarations of the project in a source and its headers; each location with its file."""
     file = None
 
@@ -46,7 +61,7 @@ def syntax_trees(root, source):
             file = node.setdefault('file', file)
         return node
 
-    command = [COMPILER, '-std=c++20', '-I.', '-fsyntax-only', '-w', '-Xclang', '-ast-dump=json',
+    command = [COMPILER, '-std=c++20', '-I.', *flags, '-fsyntax-only', '-w', '-Xclang', '-ast-dump=json',
                '-Xclang', '-ast-dump-filter=tandemtrim', source]
     text = subprocess.run(command, cwd=root, check=True, capture_output=True, text=True).stdout.strip()
     decoder = json.JSONDecoder(object_hook=locate)
@@ -82,20 +97,38 @@ class Finder:
 
     def walk(self, node):
         kind, inner = node.get('kind', ''), node.get('inner', [])
-        if kind in PASSED_OVER or (node.get('isImplicit') and kind != 'CXXRecordDecl'):
+        if kind in PASSED_OVER or node.get('explicitlyDefaulted') or (node.get('isImplicit') and kind != 'CXXRecordDecl'):
             return  # but a lambda's class is walked: there its body has types
+        if kind in ('FunctionTemplateDecl', 'ClassTemplateDecl'):  # without what the compiler makes of it for each type
+            declared = [child for child in inner if 'Template' not in child.get('kind', '')]
+            inner = declared[:1]
+        if kind == 'CXXRecordDecl':  # whose constants are the compiler's
+            inner = [child for child in inner if child.get('kind') != 'VarDecl']
         self.statement(node, kind, inner)
         self.expression(node, kind, inner)
         if kind == 'CXXForRangeStmt':  # without the loop that the compiler makes of it
             inner = [child for child in inner[:-1] if self.names_range(child)] + inner[-1:]
         if kind == 'CallExpr' and self.raises(node):
             inner = inner[:-1]
+        if kind == 'CXXRewrittenBinaryOperator':  # as written, without the comparison that the compiler makes of it
+            inner = self.operands_as_written(node)
+            self.operator(node, inner, of_class=True)
         for child in inner:
             self.walk(child)
 
     @staticmethod
     def names_range(node):
         return any(child.get('name', '').startswith('__range') for child in node.get('inner', []))
+
+    def operands_as_written(self, node):
+        """Those of the call inside that is written where the whole is."""
+        inside = [node]
+        while inside:
+            each = inside.pop(0)
+            if each.get('kind') in ('CXXOperatorCallExpr', 'BinaryOperator') and self.range(each) == self.range(node):
+                return each['inner'][-2:]
+            inside += each.get('inner', [])
+        return []
 
     def raises(self, node):
         found = self.range(node)
@@ -185,18 +218,28 @@ class Finder:
             self.add(node, OPERATORS[written], (left, right))
 
 
-def places_in(root, texts, source):
+def places_in(root, texts, flags, kept, source):
+    """The places of a source and its headers, which the folder `kept` keeps as long as neither changes, nor this file."""
+    headers = b''.join(text for file, text in texts.items() if file.endswith('.hpp'))
+    digest = hashlib.sha256(pathlib.Path(__file__).read_bytes() + headers + texts[source] + repr(flags.get(source)).encode()).hexdigest()
+    file = kept / source.replace('/', '_')
+    if file.exists():
+        known, places = pickle.loads(file.read_bytes())
+        if known == digest:
+            return places
     finder = Finder(texts)
-    for tree in syntax_trees(root, source):
+    for tree in syntax_trees(root, source, flags.get(source, [])):
         finder.walk(tree)
+    kept.mkdir(parents=True, exist_ok=True)
+    file.write_bytes(pickle.dumps((digest, finder.places)))
     return finder.places
 
 
-def places_of(root, texts):
+def places_of(root, texts, flags, kept):
     """All places in the files (name to bytes), in the order in which they begin, the outer ones first."""
     sources = [file for file in texts if file.endswith('.cpp')]
     with concurrent.futures.ProcessPoolExecutor() as pool:
-        found = set().union(*pool.map(functools.partial(places_in, root, texts), sources))
+        found = set().union(*pool.map(functools.partial(places_in, root, texts, flags, kept), sources))
     # Of two places of the same text the one that takes it as a whole comes first.
     whole = ('statement', 'condition')
     return sorted(found, key=lambda place: (place.file, place.begin, -place.end, place.kind not in whole, place.kind))

@@ -1,41 +1,56 @@
 #pragma once
-// Read before every source of a build with mutants. The places of the mutated sources call these functions,
-// which do as written unless the place's number is the one in TANDEM_TRIM_MUTANT. Where TANDEM_TRIM_REACHED
-// names a file, the numbers of the places that the program came to are added to it.
-#include <bitset>
+// Included first by every source of a build with mutants. The places of the mutated sources call these
+// functions, which do as written unless the place's number is the one in TANDEM_TRIM_MUTANT.
+// TANDEM_TRIM_MUTANT_REACHED names a file of zeros: the byte at the number of each place that a program comes
+// to becomes 1.
+#include <cstddef>
 #include <cstdlib>
-#include <fstream>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace mutants {
 
+// Each program and module has one of its own; what they reach goes to the same file.
 class Switch {
  public:
-  bool is(unsigned number) {
-    if (file_ != nullptr) reached_.set(number);
-    return number == active_;
-  }
-  ~Switch() {
-    if (file_ == nullptr) return;
-    std::ofstream out(file_, std::ios::app);
-    for (unsigned number = 0; number < reached_.size(); ++number) {
-      if (reached_.test(number)) out << number << '\n';
+  Switch() {
+    if (const char* number = std::getenv("TANDEM_TRIM_MUTANT"))
+      active_ = static_cast<unsigned>(std::atoi(number));
+    const char* const name = std::getenv("TANDEM_TRIM_MUTANT_REACHED");
+    const int file = name == nullptr ? -1 : open(name, O_RDWR | O_CLOEXEC);
+    if (file < 0) return;
+    struct stat status {};
+    fstat(file, &status);
+    size_ = static_cast<std::size_t>(status.st_size);
+    void* const mapped = mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    close(file);
+    if (mapped == MAP_FAILED) {
+      size_ = 0;
+    } else {
+      reached_ = static_cast<unsigned char*>(mapped);
     }
+  }
+  bool is(unsigned number) {
+    if (number < size_) reached_[number] = 1;
+    return number == active_;
   }
 
  private:
-  static unsigned active() {
-    const char* number = std::getenv("TANDEM_TRIM_MUTANT");
-    return number == nullptr ? 0 : static_cast<unsigned>(std::atoi(number));
-  }
-  const char* file_ = std::getenv("TANDEM_TRIM_REACHED");
-  unsigned active_ = active();
-  std::bitset<32768> reached_;
+  unsigned active_ = 0;
+  std::size_t size_ = 0;
+  unsigned char* reached_ = nullptr;
 };
 
 inline bool is(unsigned number) {
   static Switch theSwitch;
   return theSwitch.is(number);
 }
+
+// Opens the file while the program is loaded, before it gives up any right.
+inline const bool kIsReady = (is(0), true);
 
 template <class Condition>
 bool condition(unsigned number, Condition&& value) {

@@ -1,10 +1,12 @@
 """Writes sources anew, so that every place asks a switch whether it is to be mutated (switch.hpp)."""
+import pathlib
 import re
 from dataclasses import dataclass
 
 from places import Place
 
 BLOCK = 256
+SWITCH = pathlib.Path(__file__).resolve().with_name('switch.hpp')
 
 
 @dataclass
@@ -58,13 +60,18 @@ def around(one):
     return call, detail, ')'
 
 
-def evaluated_late(text):
-    """Nothing is worked out by the compiler: constexpr variables become constants, functions are inline. No byte moves."""
-    def variable(match):
+def evaluated_late(text, ones):
+    """Nothing is worked out by the compiler: constexpr variables become constants, functions are inline. No byte moves. The constants of
+    classes, which have no places, stay."""
+    def changed(match):
+        end = text.find(b';', match.end())
+        if match[1] is None:
+            return b'inline   '
+        if text[:match.start()].endswith(b'static ') and not any(match.end() <= one.place.begin < end for one in ones):
+            return match[0]
         return (b'const ' if not match[1] else b'').ljust(10) + match[1]
 
-    text = re.sub(rb'\bconstexpr ((?:const )?)(?=[^(){}=;]*[={])', variable, text)
-    return re.sub(rb'\bconstexpr\b', b'inline   ', text)
+    return re.sub(rb'\bconstexpr ((?:const )?)(?=[^(){}=;]*[={])|\bconst(?:expr|eval)\b', changed, text)
 
 
 def with_switches(text, ones):
@@ -77,7 +84,7 @@ def with_switches(text, ones):
         edits.append((place.end, (0, length, -one.number), 0, behind))
         if operator:
             edits.append((operator[0], (1, 0, 0), operator[1] - operator[0], ', '))
-    text, out, at = evaluated_late(text), [], 0
+    text, out, at = evaluated_late(text, ones), [f'#include "{SWITCH}"\n#line 1\n'.encode()], 0
     for offset, _, left_out, written in sorted(edits):
         out += [text[at:offset], written.encode()]
         at = offset + left_out

@@ -2,7 +2,7 @@
 """A test's surroundings, the same on every machine: surroundings.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]
 
 The command gets a home folder of its own, one font, GTK's own theme and the variables below; of the caller's environment it gets
-the sanitizers' options and the seed of random tests alone. TANDEM_TRIM_FONT="Cantarell 11" chooses another of the fonts below.
+the sanitizers' options, the mutant (tests/mutants) and the seed of random tests alone. TANDEM_TRIM_FONT="Cantarell 11" chooses another of the fonts below.
 """
 
 import contextlib
@@ -64,6 +64,7 @@ CONSTANTS = {
 SHARED = (*CONSTANTS, "FONTCONFIG_FILE", "XDG_CONFIG_DIRS")
 SCREEN = ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
 SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
+MUTANTS = ("TANDEM_TRIM_MUTANT",)
 SEED = "TANDEM_TRIM_SEED"
 
 BUILD = pathlib.Path(os.environ.get("TANDEM_TRIM_BUILD", pathlib.Path(__file__).parents[2] / "build/release")).resolve()
@@ -77,8 +78,8 @@ LANGUAGES = {
 
 
 def of_this_test(names):
-    """Of this process's variables those of these names, and the sanitizers' options."""
-    return {name: value for name, value in os.environ.items() if name in names or name.startswith(SANITIZERS)}
+    """Of this process's variables those of these names, the sanitizers' options and the mutant."""
+    return {name: value for name, value in os.environ.items() if name in names or name.startswith(SANITIZERS + MUTANTS)}
 
 
 def fonts(folder, font=FONT, more=""):

@@ -37,7 +37,7 @@ class SurroundingsTest(unittest.TestCase):
                 self.assertEqual(comparable(environment(HOSTILE, *launcher)), comparable(environment(*launcher)))
 
     def test_the_sanitizers_options_and_the_seed_reach_a_test(self):
-        kept = {"ASAN_OPTIONS": "a=1", "LSAN_OPTIONS": "b=2", "TANDEM_TRIM_SEED": "3"}
+        kept = {"ASAN_OPTIONS": "a=1", "LSAN_OPTIONS": "b=2", "TANDEM_TRIM_SEED": "3", "TANDEM_TRIM_MUTANT": "4"}
         self.assertLessEqual(kept.items(), environment(LAUNCHER, **kept).items())
 
     def test_what_a_test_is_given_wins(self):

@@ -98,7 +98,7 @@ struct Described {
   std::optional<int> kilobytes;
 };
 
-std::string incompletenessOf(const Described& described, const JobContent& sent) {
+HeldJob heldOf(const Described& described, const JobContent& sent) {
   const MessageHandle job(ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES));
   ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_ENUM, "job-state", described.state);
   ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_KEYWORD, "job-state-reasons", nullptr, described.reasons);
@@ -106,7 +106,11 @@ std::string incompletenessOf(const Described& described, const JobContent& sent)
     ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "number-of-documents", *described.documents);
   if (described.kilobytes)
     ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-k-octets", *described.kilobytes);
-  return heldJob(job, sent).incomplete;
+  return heldJob(job, sent);
+}
+
+std::string incompletenessOf(const Described& described, const JobContent& sent) {
+  return heldOf(described, sent).incomplete;
 }
 
 TEST(AJob, IsIncompleteWhereTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
@@ -116,6 +120,15 @@ TEST(AJob, IsIncompleteWhereTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent), "2 of 3 KB");
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent), "2 of 3 KB");
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_HELD, "job-incoming", 2, 3}, sent), "not yet the last document");
+}
+
+TEST(AJob, MayBeArrivingUntilTheServerHasCountedItsDocumentsOrSaysThatItIsComing) {
+  const JobContent sent{{}, 2, 2049};
+  EXPECT_TRUE(heldOf({IPP_JSTATE_PENDING, "none", 1, 3}, sent).isArriving);
+  EXPECT_TRUE(heldOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent).isArriving);
+  EXPECT_TRUE(heldOf({IPP_JSTATE_HELD, "job-incoming", 2, 2}, sent).isArriving);
+  EXPECT_FALSE(heldOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent).isArriving) << "it broke off";
+  EXPECT_FALSE(heldOf({IPP_JSTATE_PENDING, "none", 2, 3}, sent).isArriving) << "it is whole";
 }
 
 TEST(AJob, IsIncompleteWhereTheServerNeitherAnsweredNorCounts) {

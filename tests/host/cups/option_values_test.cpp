@@ -36,6 +36,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Translation{{"page-ranges", "1-4,7,9-"}, "1-4,7,9-"},
                     Translation{{"printer-resolution", "600dpi"}, "600dpi"},
                     Translation{{"printer-resolution", "600x300dpi"}, "600x300dpi"},
+                    Translation{{"printer-resolution", "1x1dpi"}, "1x1dpi"},
                     Translation{{"printer-resolution", "240dpc"}, "240dpc"},
                     Translation{{"printer-resolution", "240dpcm"}, "240dpcm"},
                     Translation{{"collate", "True"}, "True"}, Translation{{"landscape", "false"}, "false"},
@@ -62,7 +63,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Option{"job-priority", "5x"}, Option{"job-priority", ""}, Option{"landscape", "perhaps"},
                     Option{"page-ranges", "4-1"}, Option{"page-ranges", "one"}, Option{"page-ranges", "1-2,"},
                     Option{"page-ranges", "-"}, Option{"printer-resolution", "banana"},
-                    Option{"printer-resolution", "600"}, Option{"printer-resolution", "600xdpi"}));
+                    Option{"printer-resolution", "600"}, Option{"printer-resolution", "600xdpi"},
+                    Option{"printer-resolution", "0dpi"}, Option{"printer-resolution", "600x0dpi"}));
 
 TEST(AWrongNumber, IsRefusedWithThoseThatAreRight) {
   const auto mistake = [](const Option& option) {

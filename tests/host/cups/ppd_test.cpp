@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <unistd.h>
+#include <zlib.h>
 
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
@@ -67,6 +68,23 @@ TEST_F(APpd, ThatIsMalformedIsRefusedWithItsLine) {
 
 TEST_F(APpd, ThatIsNoPpdIsRefusedWithItsLine) {
   EXPECT_THAT(failureOf([&] { open("hello\n"); }).what(), HasSubstr("line 1"));
+}
+
+TEST_F(APpd, IsUnpackedUpToThirtyTwoMegabytes) {
+  const auto path = (folder.path() / "packed.ppd.gz").string();
+  for (const std::size_t size : {32U << 20, (32U << 20) + 1}) {
+    std::string text = kHeader + "*APDialogExtension: \"TandemTrim.bundle\"\n";
+    text.resize(size, '\n');
+    const gzFile packed = gzopen(path.c_str(), "wb1");
+    ASSERT_EQ(gzwrite(packed, text.data(), static_cast<unsigned>(text.size())),
+              static_cast<int>(text.size()));
+    gzclose(packed);
+    if (size == 32U << 20) {
+      EXPECT_THAT(dialogExtensions(*openPpd(path, "it")), ElementsAre("TandemTrim.bundle"));
+    } else {
+      EXPECT_THAT(failureOf([&] { openPpd(path, "it"); }).what(), HasSubstr("it is larger than 32 MB"));
+    }
+  }
 }
 
 TEST_F(APpd, ThatIsMissingOrAFolderIsRefused) {

@@ -1,5 +1,6 @@
 #include "host/cups/saved_defaults.hpp"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
@@ -12,11 +13,27 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "host/file_descriptor.hpp"
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
+
+namespace {
+
+// What this thread last flushed to the disk, or what its flushing fails with.
+thread_local struct stat flushed {};
+thread_local int failureOfFlushing = 0;
+
+}  // namespace
+
+// Takes the place of the system's.
+extern "C" int fsync(int file) {
+  errno = failureOfFlushing;
+  if (failureOfFlushing != 0 || fstat(file, &flushed) != 0) return -1;
+  return static_cast<int>(syscall(SYS_fsync, file));
+}
 
 namespace tandemtrim::host {
 namespace {
@@ -119,6 +136,33 @@ TEST_F(TheFileOfDefaults, StaysAsItIsWhereThereIsNoRoom) {
   EXPECT_EQ(textOf(file_), "before");
   for (const auto& entry : fs::directory_iterator(file_.parent_path()))
     EXPECT_THAT(entry.path().filename(), testing::AnyOf("lpoptions", "lpoptions.lock"));
+}
+
+TEST_F(TheFileOfDefaults, IsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
+  folder_.write(".cups/lpoptions", "before");
+  editFile(file_, withX);
+  struct stat status {};
+  ASSERT_EQ(stat(file_.c_str(), &status), 0);
+  EXPECT_EQ(flushed.st_ino, status.st_ino);
+  EXPECT_EQ(flushed.st_size, 7);
+}
+
+TEST_F(TheFileOfDefaults, StaysAsItIsWhereTheDiskTakesNoMore) {
+  folder_.write(".cups/lpoptions", "before");
+  failureOfFlushing = EIO;
+  const auto failure = failureOf([&] { editFile(file_, withX); });
+  failureOfFlushing = 0;
+  EXPECT_THAT(failure.what(), HasSubstr(file_.string() + " cannot be written: Input/output error"));
+  EXPECT_EQ(textOf(file_), "before");
+}
+
+TEST_F(TheFileOfDefaults, IsNamedWhereALinkLeadsToItself) {
+  fs::create_directory(file_.parent_path());
+  fs::create_symlink("lpoptions", file_);
+  const auto failure = failureOf([&] { editFile(file_, withX); });
+  EXPECT_THAT(failure.what(),
+              HasSubstr(file_.string() + " cannot be read: Too many levels of symbolic links"));
+  EXPECT_TRUE(fs::is_symlink(file_));
 }
 
 TEST_F(TheFileOfDefaults, StaysWhereALinkLeadsTo) {

@@ -1,9 +1,11 @@
 #include "host/job/documents.hpp"
 
+#include <csignal>
 #include <fstream>
 #include <thread>
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "tests/host/failure_matcher.hpp"
@@ -76,6 +78,24 @@ TEST(ADocument, ThatComesThroughAPipeIsKept) {
   EXPECT_EQ(document.name(), "pipe");
   EXPECT_EQ(contentOf(document), text);
   EXPECT_EQ(contentOf(document), text);
+}
+
+TEST(ADocument, ThatCannotBeKeptToItsLastByteIsRefused) {
+  const test::TemporaryFolder folder;
+  const auto file = (folder.path() / "pipe").string();
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  std::thread writer([&] { std::ofstream(file) << "four"; });
+  Document document(file);
+  struct rlimit limit {};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const struct rlimit small { 3, limit.rlim_max };
+  auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &small);
+  const auto failure = failureOf([&] { document.keep(); });
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, handler);
+  writer.join();
+  EXPECT_THAT(failure.what(), HasSubstr("pipe cannot be kept until it is printed: File too large"));
 }
 
 TEST(Documents, AreOpenedInTheirOrder) {

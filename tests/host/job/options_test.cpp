@@ -97,6 +97,17 @@ TEST(AValueThatCupsCarries, IsNotRefused) {
       refuseLossyValues({{"a", "x{y}"}, {"b", std::string(32767, 'x')}, {"c", "one\ntwo"}, {"d", ""}}));
 }
 
+TEST(ATitle, ThatCupsWouldLoseIsRefused) {
+  for (const std::string& title :
+       {std::string("one\ntwo"), std::string("delete\x7F"), std::string(256, 'x')}) {
+    const auto failure = failureOf([&] { refuseLossyTitle(title); });
+    EXPECT_THAT(failure.what(), testing::StartsWith("the title "));
+    EXPECT_THAT(failure.what(), HasSubstr("and CUPS would print \"Untitled\" instead; nothing was sent"));
+  }
+  for (const std::string& title : {std::string("~ \xC3\xA9"), std::string(255, 'x')})
+    EXPECT_NO_THROW(refuseLossyTitle(title)) << title;
+}
+
 TEST(AnOptionList, HoldsWhatTheOptionsHold) {
   const OptionList list({{"b", "2"}, {"a", "1"}});
   EXPECT_EQ(list.count(), 2);

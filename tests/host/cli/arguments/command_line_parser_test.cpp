@@ -1,5 +1,8 @@
 #include "host/cli/arguments/command_line_parser.hpp"
 
+#include <cctype>
+#include <sstream>
+
 #include <gmock/gmock.h>
 
 #include "tests/host/failure_matcher.hpp"
@@ -112,6 +115,20 @@ TEST(HelpAndVersion, AreShownInsteadOfWork) {
   }
   EXPECT_THAT(std::get<Information>(parseCommandLine({"--version"})).text,
               testing::StartsWith("tandem-trim "));
+}
+
+TEST(Help, SaysInASentenceWhatEachOptionDoes) {
+  std::istringstream help(std::get<Information>(parseCommandLine({"--help"})).text);
+  std::string line;
+  int sentences = 0;
+  // What an option does begins in this column, behind the option or in a line of its own.
+  constexpr std::size_t kColumn = 30;
+  while (std::getline(help, line)) {
+    if (!line.starts_with("  ") || line.size() <= kColumn || line[kColumn - 1] != ' ') continue;
+    EXPECT_TRUE(std::isupper(static_cast<unsigned char>(line[kColumn]))) << line;
+    ++sentences;
+  }
+  EXPECT_GE(sentences, 40);
 }
 
 class AWrongCommandLine : public testing::TestWithParam<std::vector<std::string>> {};

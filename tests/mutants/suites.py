@@ -1,0 +1,154 @@
+"""The tests of a build, from CTest's list: what each comes to, how long it takes, and running some of them."""
+import hashlib
+import json
+import os
+import pathlib
+import re
+import resource
+import subprocess
+import tempfile
+import time
+from dataclasses import dataclass
+
+from one_by_one import places_reached
+
+HERE = pathlib.Path(__file__).resolve().parent
+# What is no test of a mutated source, what takes minutes, and what repeats others on another screen or in another language.
+LEFT_OUT = re.compile(r'packages|volume|installation|Wayland|\((c|arabic)\)|_alone:|_module:|fuzz_|surroundings|architecture|resources|'
+                      r'macOS|appkit|second_family_test')
+# Only the first of the random sequences; the same ones for every mutant.
+SHORT = ('TANDEM_TRIM_SEED=1', 'TANDEM_TRIM_SEQUENCES=1000')
+# Processes and temporary files of their own, all of which end with the first process.
+APART = ('unshare', '--mount', '--pid', '--fork', '--kill-child', '--mount-proc', '--', 'sh', '-c',
+         'mount -t tmpfs -o mode=1777 tests /tmp && "$@"; exit $?', 'sh')
+SILENT = {'stdin': subprocess.DEVNULL, 'stdout': subprocess.DEVNULL, 'stderr': subprocess.DEVNULL}
+MEMORY = 4 << 30  # which a loop without an end soon fills
+
+
+@dataclass(frozen=True)
+class Program:
+    """A program of GoogleTest or modules of Python's unittest, as CTest runs them."""
+    name: str
+    command: tuple
+    folder: str
+
+    @property
+    def is_python(self):
+        return 'unittest' in self.command
+
+    def tests(self, names):
+        """The command that runs the tests of these names alone, up to the first that fails."""
+        if self.is_python:
+            return [*self.command[:self.command.index('unittest') + 1], '-f', *names]
+        chosen = ':'.join(f'{name}*' for name in names)
+        return [*self.command[:-1], f'--gtest_filter={chosen}', '--gtest_fail_fast', '--gtest_brief=1']
+
+    def digest(self):
+        """Of what the tests are made of."""
+        if self.is_python:
+            modules = (name.split('.')[0] for name in self.command[self.command.index('unittest') + 1:])
+            files = [pathlib.Path(self.folder, f'{name}.py') for name in modules]
+        else:
+            files = [pathlib.Path(self.command[-2])]
+        return hashlib.sha256(b''.join(file.read_bytes() for file in files)).hexdigest()
+
+
+@dataclass(frozen=True)
+class Suite:
+    """A test of Python's, or those of one name of GoogleTest's; how long it takes, and the places that it comes to."""
+    program: Program
+    name: str
+    seconds: float
+    reached: frozenset
+
+
+def programs_of(build, wanted):
+    """The programs and modules whose names in CTest hold the regular expression `wanted`; each once."""
+    shown = subprocess.run(['ctest', '--show-only=json-v1', '--test-dir', build], check=True, capture_output=True, text=True).stdout
+    programs = {}
+    for test in json.loads(shown)['tests']:
+        name, command = test['name'], test.get('command', [])
+        is_test = 'unittest' in command or '--gtest_shuffle' in command
+        if is_test and not LEFT_OUT.search(name) and wanted.search(name):
+            folder = next((each['value'] for each in test['properties'] if each['name'] == 'WORKING_DIRECTORY'), build)
+            tests = tuple(word for word in command if word.startswith(('test_', '/')) or '-m' == word)
+            programs.setdefault((folder, tests), Program(name, (command[0], *SHORT, *command[1:]), str(folder)))
+    return list(programs.values())
+
+
+def run(program, command, environment, usual):
+    """Whether a program's command succeeds within a few times the seconds that it usually takes: a loop without an end does not."""
+    def held():
+        seconds = 5 + int(5 * usual)
+        resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
+        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+        resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+
+    try:
+        return subprocess.run([*APART, *command], cwd=program.folder, env={**os.environ, **environment}, timeout=20 + 5 * usual,
+                              preexec_fn=held, **SILENT).returncode == 0
+    except subprocess.TimeoutExpired:
+        return False
+
+
+def tests_of(program, record):
+    """The name of each suite of a program, whether it passes, its seconds and the places that it comes to, by the file `record`."""
+    reached = {'TANDEM_TRIM_MUTANT_REACHED': str(record)}
+    if program.is_python:
+        passed, at = record.with_name('tests'), program.command.index('unittest')
+        passed.touch()
+        run(program, [*program.command[:at - 1], HERE / 'one_by_one.py', passed, *program.command[at + 1:]], reached, 600)
+        yield from map(json.loads, passed.read_text().splitlines())
+        return
+    listed = subprocess.run([program.command[-2], '--gtest_list_tests'], check=True, capture_output=True, text=True).stdout
+    for name in re.findall(r'^(\S+\.)(?:\s+#.*)?$', listed, re.MULTILINE):
+        begin = time.monotonic()
+        passes = run(program, program.tests([name]), reached, 60)
+        yield name, passes, time.monotonic() - begin, places_reached(record)
+
+
+def suites_of(program, places):
+    """The suites of a program that pass, when there are so many places."""
+    suites = []
+    with tempfile.TemporaryDirectory(dir='/dev/shm') as folder:
+        os.chmod(folder, 0o755)
+        record = pathlib.Path(folder, 'reached')
+        record.write_bytes(bytes(places))
+        record.chmod(0o666)
+        for name, passes, seconds, reached in tests_of(program, record):
+            if passes:
+                suites.append(Suite(program, name, seconds, frozenset(reached)))
+            else:
+                print(f'{program.name}, {name}: fails without a mutant and is left out', flush=True)
+    if not suites:
+        print(f'{program.name}: no test of it passes', flush=True)
+    return suites
+
+
+def known_suites(file, program, places, sources):
+    """The suites of a program, which a file keeps as long as neither the sources (their digest) nor the tests change."""
+    key = f'{sources} {program.digest()}'
+    if file.exists():
+        kept = json.loads(file.read_text())
+        if kept['key'] == key:
+            return [Suite(program, name, seconds, frozenset(reached)) for name, seconds, reached in kept['suites']]
+    suites = suites_of(program, places)
+    file.parent.mkdir(exist_ok=True)
+    file.write_text(json.dumps({'key': key, 'suites': [(each.name, each.seconds, sorted(each.reached)) for each in suites]}))
+    return suites
+
+
+def pieces(suites, preference, seconds=10):
+    """The suites in runs of about so many seconds, each of one program; first the program whose best suite has the least preference."""
+    by_program = {}
+    for suite in sorted(suites, key=preference):
+        by_program.setdefault(suite.program, []).append(suite)
+    found = []
+    for program, ordered in by_program.items():
+        piece = []
+        for suite in ordered:
+            piece.append(suite)
+            if sum(each.seconds for each in piece) >= seconds or suite is ordered[-1]:
+                found.append(piece)
+                piece = []
+    return sorted(found, key=lambda piece: preference(piece[0]))
