@@ -25,8 +25,8 @@ COPY, BUILD, KEPT = ROOT / 'build/mutants/source', ROOT / 'build/mutants/build',
 SOURCES = ('plugin', 'model', 'view', 'adapters/gtk', 'adapters/linux', 'adapters/memory', 'adapters/shared', 'host')
 # How many of a hundred mutants the tests have to notice, but for those in equivalent.txt; the longest name counts.
 GOALS = {'': 100, 'adapters/gtk': 95, 'host': 95, 'host/cli': 100, 'host/cups': 100, 'host/job': 100}
-TARGETS = ('tandemtrim_check', 'tandemtrim_dialog_tests', 'gtk_test', 'conformance_gtk_test', 'dialog_on_screen_test',
-           'tandemtrim_newer_toolkit')
+# What end-to-end tests need.
+PARTS = ('endless_lookup', 'tandemtrim_dialog_tests', 'tandemtrim_newer_toolkit')
 
 
 def project_files(*patterns):
@@ -59,14 +59,15 @@ def numbered_places(texts):
     return switches.numbered(places.places_of(ROOT, texts, flags, BUILD.parent / 'places'), texts)
 
 
-def build(texts, ones):
-    """Builds the project with switches in the files of `texts`."""
+def build(texts, ones, programs):
+    """Builds the project, as far as its tests need it, with switches in the files of `texts`."""
     by_file = {}
     for one in ones:
         by_file.setdefault(one.place.file, []).append(one)
     for file, text in texts.items():
         copy_file(file, switches.with_switches(text, by_file.get(file, [])))
-    result = subprocess.run(['ninja', '-C', BUILD, '-k', '0', *TARGETS], capture_output=True, text=True)
+    targets = [pathlib.Path(each.command[-2]).name for each in programs if not each.is_python]
+    result = subprocess.run(['ninja', '-C', BUILD, '-k', '0', *PARTS, *targets], capture_output=True, text=True)
     if result.returncode:
         sys.exit('\n'.join(line for line in result.stdout.splitlines() if 'error' in line))
 
@@ -152,10 +153,10 @@ def main():
     if arguments.sample and arguments.sample < len(chosen):
         chosen = random.Random(arguments.seed).sample(chosen, arguments.sample)
         print(f'a sample of {len(chosen)}, --seed {arguments.seed}', flush=True)
-    build(texts, ones)
+    programs = suites.programs_of(BUILD, re.compile(arguments.tests))
+    build(texts, ones, programs)
 
     begin = time.monotonic()
-    programs = suites.programs_of(BUILD, re.compile(arguments.tests))
     digest = hashlib.sha256(b''.join(texts.values())).hexdigest()
     with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as pool:
         known = sum(pool.map(lambda each: suites.known_suites(KEPT / re.sub(r'\W', '_', each.name), each, mutants[-1][1] + 1, digest),
