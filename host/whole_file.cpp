@@ -21,11 +21,6 @@ namespace fs = std::filesystem;
 // As CUPS makes the file that it keeps options in.
 constexpr mode_t kReadableFile = 0644;
 
-Failure unreadable(const fs::path& file, const std::string& words) {
-  return Failure(Trouble::other, Fact("[file] cannot be read: [words]"_fact,
-                                      {{"[file]", file.string()}, {"[words]", words}}));
-}
-
 bool writeAll(const FileDescriptor& file, std::string_view text) {
   while (!text.empty()) {
     const auto length = write(file.get(), text.data(), text.size());
@@ -42,16 +37,16 @@ std::optional<std::string> readWholeFile(const fs::path& file, std::size_t most)
   const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!opened.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
   struct stat status {};
-  if (!opened.isOpen() || fstat(opened.get(), &status) != 0) throw unreadable(file, std::strerror(errno));
-  if (!S_ISREG(status.st_mode)) throw unreadable(file, "it is no file with contents");
+  if (!opened.isOpen() || fstat(opened.get(), &status) != 0) throw unreadableFile(file, std::strerror(errno));
+  if (!S_ISREG(status.st_mode)) throw unreadableFile(file, "it is no file with contents");
   std::string text;
   std::array<char, 4096> piece{};
   for (;;) {
     const auto length = read(opened.get(), piece.data(), piece.size());
-    if (length < 0) throw unreadable(file, std::strerror(errno));
+    if (length < 0) throw unreadableFile(file, std::strerror(errno));
     if (length == 0) return text;
     text.append(piece.data(), static_cast<std::size_t>(length));
-    if (text.size() > most) throw unreadable(file, "it has more than " + std::to_string(most) + " bytes");
+    if (text.size() > most) throw unreadableFile(file, "it has more than " + std::to_string(most) + " bytes");
   }
 }
 
@@ -70,6 +65,11 @@ void replaceFile(const fs::path& file, const std::string& text) {
   const auto failure = unwritableFile(file);
   unlink(name.c_str());
   throw Failure(failure);
+}
+
+Failure unreadableFile(const fs::path& file, const std::string& words) {
+  return Failure(Trouble::other, Fact("[file] cannot be read: [words]"_fact,
+                                      {{"[file]", file.string()}, {"[words]", words}}));
 }
 
 Failure unwritableFile(const fs::path& file) {

@@ -18,6 +18,9 @@ std::optional<std::string> readWholeFile(const std::filesystem::path& file,
 /// mode and its owner. Failure when it cannot be written; then nothing has changed.
 void replaceFile(const std::filesystem::path& file, const std::string& text);
 
+/// That the file cannot be read, for the reason in these words.
+Failure unreadableFile(const std::filesystem::path& file, const std::string& words);
+
 /// That the file cannot be written, for the reason that errno holds.
 Failure unwritableFile(const std::filesystem::path& file);
 

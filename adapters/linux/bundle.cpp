@@ -1,6 +1,7 @@
 #include "adapters/linux/bundle.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -21,15 +22,24 @@ constexpr const char* kLocalizationEnding = ".lproj";
 constexpr const char* kTableEnding = ".strings";
 constexpr const char* kPropertyListEnding = ".plist";
 
-// The names in a folder that have this ending, without it and in order; none where the folder cannot be read.
-std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending) {
+// The names in a folder that have this ending, without it and in order. A folder that cannot be read to its
+// end is added to the faults, once; one that is not there has no names.
+std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending,
+                                 std::vector<std::string>& faults) {
   std::vector<std::string> stems;
   // Not by std::filesystem, whose iterators end the program when there is no memory.
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
-  for (const dirent* entry = nullptr; listing && (entry = readdir(listing.get())) != nullptr;) {
+  bool isWhole = listing != nullptr || errno == ENOENT;
+  while (listing) {
+    errno = 0;
+    const dirent* const entry = readdir(listing.get());
+    isWhole = entry != nullptr || errno == 0;
+    if (entry == nullptr) break;
     const fs::path name(entry->d_name);
     if (name.extension() == ending) stems.push_back(name.stem());
   }
+  const auto fault = folder.string() + ": cannot be read";
+  if (!isWhole && std::ranges::find(faults, fault) == faults.end()) faults.push_back(fault);
   std::sort(stems.begin(), stems.end());
   return stems;
 }
@@ -61,10 +71,11 @@ std::shared_ptr<Bundle> Bundle::open(const std::string& path, std::string& reaso
 
 Bundle::Bundle(fs::path path, const std::vector<std::string>& languages)
     : path_(std::move(path)), resources_(path_ / "Contents" / "Resources") {
-  std::string ignored;
-  const auto info = BundleInfo::read(path_, ignored);
+  std::string fault;
+  const auto info = BundleInfo::read(path_, fault);
+  if (!info) brokenTables_.push_back(fault);
   const auto region = info ? info->developmentRegion() : std::string();
-  const auto available = stemsIn(resources_, kLocalizationEnding);
+  const auto available = stemsIn(resources_, kLocalizationEnding, brokenTables_);
   localization_ = chooseLocalization(available, languages, region);
   for (const auto& localization : {localization_, localizationOf(region, available)}) {
     if (localization) loadTables(folderOf(*localization));
@@ -74,7 +85,7 @@ Bundle::Bundle(fs::path path, const std::vector<std::string>& languages)
 
 // Tables that are known already count. A broken one counts as one without texts.
 void Bundle::loadTables(const fs::path& folder) {
-  for (const auto& name : stemsIn(folder, kTableEnding)) {
+  for (const auto& name : stemsIn(folder, kTableEnding, brokenTables_)) {
     const auto [table, isNew] = tables_.try_emplace(name);
     if (!isNew) continue;
     const auto file = (folder / (name + kTableEnding)).string();
@@ -95,7 +106,7 @@ void Bundle::loadTables(const fs::path& folder) {
 std::vector<std::string> Bundle::brokenPropertyLists() const {
   std::vector<std::string> faults;
   for (const auto& folder : {resources_, localization_ ? folderOf(*localization_) : fs::path()}) {
-    for (const auto& name : stemsIn(folder, kPropertyListEnding)) {
+    for (const auto& name : stemsIn(folder, kPropertyListEnding, faults)) {
       std::string fault;
       if (!readPropertyList(folder / (name + kPropertyListEnding), fault)) faults.push_back(std::move(fault));
     }

@@ -29,7 +29,8 @@ class Bundle : public platform::Bundle {
 
   /// The chosen localization ("pt-BR"), or none when the bundle has none.
   [[nodiscard]] const std::optional<std::string>& localization() const noexcept { return localization_; }
-  /// String tables that are left out because they cannot be read: file, line and fault, one text each.
+  /// String tables that are left out because they cannot be read, and folders of such and an Info.plist that
+  /// cannot: file, line and fault, one text each.
   [[nodiscard]] const std::vector<std::string>& brokenTables() const noexcept { return brokenTables_; }
   /// The same of property lists among the resources, looked for at each call.
   [[nodiscard]] std::vector<std::string> brokenPropertyLists() const;

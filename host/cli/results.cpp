@@ -12,7 +12,7 @@ using Json = nlohmann::ordered_json;
 Json limitsJson(const PanelResult& panel) {
   auto limits = Json::object();
   for (const auto& setting : panel.settings) {
-    auto& entry = limits[setting.name];
+    auto& entry = limits[setting.name] = Json::object();
     entry["keyword"] = setting.keyword;
     if (setting.kind == platform::PanelSetting::Kind::number) {
       entry["min"] = setting.minimum;
@@ -58,7 +58,8 @@ void showOptions(std::ostream& out, const Options& options) {
 
 void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
               const std::optional<SentJob>& job) {
-  Json json;
+  // Not from null, which the library leaves broken when there is no memory for it.
+  auto json = Json::object();
   json["printer"] = printer ? Json(*printer) : Json(nullptr);
   json["settings"] = Json::object();
   for (const auto& [keyword, value] : settings.options) json["settings"][keyword] = value;

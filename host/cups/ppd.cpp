@@ -1,6 +1,7 @@
 #include "host/cups/ppd.hpp"
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <utility>
@@ -82,7 +83,16 @@ PpdHandle openPpd(const std::string& path, const std::string& name) {
 
 PpdHandle readPpd(FileDescriptor file, const std::string& name) {
   lseek(file.get(), 0, SEEK_SET);
-  return wellFormed(ppdOpenFd(unpacked(std::move(file), name).release()), name);
+  auto plain = unpacked(std::move(file), name);
+  // libcups takes a place that it cannot read for the end. Both descriptors have one position.
+  const FileDescriptor seen(dup(plain.get()));
+  errno = 0;
+  auto ppd = wellFormed(ppdOpenFd(plain.release()), name);
+  // Nor does it say that it had no memory for a value, and leaves that out.
+  if (errno == ENOMEM) throw unreadable(name, std::strerror(ENOMEM));
+  if (lseek(seen.get(), 0, SEEK_CUR) != lseek(seen.get(), 0, SEEK_END))
+    throw unreadable(name, "a part of it was not read");
+  return ppd;
 }
 
 Failure tooLargePpd(const std::string& what) {

@@ -70,6 +70,7 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
     facts = askFacts(connection, printer.destination->name);
   }
   printer.name = printer.destination->name;
+  refuseUnreadDefaults(printer);
   std::tie(printer.saved, printer.queueDefaults) = keptOptions(connection, *printer.destination, facts);
   printer.serverDefaults = serverDefaults(facts);
   printer.accepting = booleanIn(facts, "printer-is-accepting-jobs").value_or(true);

@@ -1,8 +1,10 @@
 #include "host/cups/queue_ppd.hpp"
 
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include <fcntl.h>
@@ -30,13 +32,24 @@ FileDescriptor emptyFile() {
 // mark at its end.
 bool isWhole(http_t* http) { return httpError(http) == 0 && httpGetState(http) == HTTP_STATE_WAITING; }
 
+// The bytes that the server announced of its answer; none where it did not, or packed them.
+std::optional<off_t> announcedBytes(http_t* http) {
+  const std::string_view digits = httpGetField(http, HTTP_FIELD_CONTENT_LENGTH);
+  if (*httpGetField(http, HTTP_FIELD_CONTENT_ENCODING) != '\0') return std::nullopt;
+  off_t bytes = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), bytes);
+  return error == std::errc() && end == digits.data() + digits.size() ? std::optional(bytes) : std::nullopt;
+}
+
+// libcups asks for another address where a name holds the mark that begins the query of one.
+bool isGivenAsFile(const Printer& printer) { return printer.name.find('?') == std::string::npos; }
+
 // Has the server write a printer's PPD into the file, and gives the status of its answer.
-http_status_t askForPpd(const Connection& connection, const std::string& printer, int file) {
+http_status_t askForPpd(const Connection& connection, const Printer& printer, int file) {
   const auto watched = connection.watch();
-  // libcups asks for another address where a name holds the mark that begins the query of one.
-  if (printer.find('?') == std::string::npos)
-    return cupsGetFd(connection.get(), (printerResource(printer) + ".ppd").c_str(), file);
-  auto request = printerRequest(IPP_OP_CUPS_GET_PPD, printer);
+  if (isGivenAsFile(printer))
+    return cupsGetFd(connection.get(), (printerResource(printer.name) + ".ppd").c_str(), file);
+  auto request = printerRequest(IPP_OP_CUPS_GET_PPD, printer.name);
   refuseIncomplete(request);
   const MessageHandle answer(cupsDoIORequest(connection.get(), request.release(), "/", -1, file));
   const auto status = ippGetStatusCode(answer.get());
@@ -48,7 +61,7 @@ http_status_t askForPpd(const Connection& connection, const std::string& printer
 std::optional<PpdHandle> fetch(const Connection& connection, const Printer& printer) {
   auto file = emptyFile();
   // Not by cupsGetPPD3: it asks for the queue's address and opens a connection to it, which no time-out ends.
-  const auto status = askForPpd(connection, printer.name, file.get());
+  const auto status = askForPpd(connection, printer, file.get());
   const auto size = lseek(file.get(), 0, SEEK_CUR);
   if (size == kLargestPpd)
     throw tooLargePpd("the PPD of " + printer.name + " that " + connection.server() + " gives");
@@ -59,6 +72,8 @@ std::optional<PpdHandle> fetch(const Connection& connection, const Printer& prin
   }
   if (status == HTTP_STATUS_ERROR || !isWhole(connection.get()) || ftruncate(file.get(), size) != 0)
     return std::nullopt;
+  // libcups goes on where it cannot write.
+  if (isGivenAsFile(printer) && announcedBytes(connection.get()).value_or(size) != size) return std::nullopt;
   return readPpd(std::move(file), "of " + printer.name + " at " + connection.server());
 }
 

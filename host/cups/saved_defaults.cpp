@@ -134,6 +134,18 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
   }
 }
 
+void refuseUnreadDefaults(const Printer& printer) {
+  const auto file = savedDefaultsFile();
+  // Those of another user, as whom this one may run: nobody expects them here.
+  if (access(file.c_str(), R_OK) != 0 && errno == EACCES) return;
+  const auto saved = optionsSavedIn(readWholeFile(file).value_or(""), nameOf(printer));
+  const auto& destination = *printer.destination;
+  const bool isRead = std::ranges::any_of(saved, [&](const Option& option) {
+    return cupsGetOption(option.keyword.c_str(), destination.num_options, destination.options) != nullptr;
+  });
+  if (!isRead && !saved.empty()) throw unreadableFile(file, "CUPS passes over it");
+}
+
 Options resetDefaults(const Printer& printer) {
   Options gone;
   try {

@@ -28,6 +28,10 @@ Options keepable(const Options& options);
 /// cannot be kept as it is.
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options);
 
+/// Failure when the user's defaults cannot be read, or libcups has not read those for the printer: it goes on
+/// without a file that it cannot read.
+void refuseUnreadDefaults(const Printer& printer);
+
 /// Takes away the user's defaults for the printer and gives them.
 Options resetDefaults(const Printer& printer);
 

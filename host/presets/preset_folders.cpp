@@ -140,6 +140,8 @@ void addFrom(const fs::path& folder, bool isOwn, std::map<std::string, KeptPrese
           {*name, file, isRead ? notUnderstood(file, failure.what()) : failure.fact(), isRead, isOwn});
     }
   }
+  if (unreadable && unreadable != std::errc::no_such_file_or_directory)
+    faults.push_back({"", folder, unreadableFile(folder, unreadable.message()).fact(), false, isOwn});
 }
 
 Failure unknownPreset(const std::string& name, const std::vector<KeptPreset>& presets) {

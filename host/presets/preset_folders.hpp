@@ -23,9 +23,9 @@ struct KeptPreset {
   friend bool operator==(const KeptPreset&, const KeptPreset&) = default;
 };
 
-/// A file that gives no preset.
+/// A file that gives no preset, or a folder that cannot be read to its end.
 struct PresetFault {
-  /// The name that its preset would have.
+  /// The name that its preset would have; empty for a folder.
   std::string name;
   std::filesystem::path file;
   /// What is wrong with it.

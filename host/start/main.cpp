@@ -1,20 +1,51 @@
+#include <cstring>
+#include <exception>
 #include <iostream>
 #include <string>
+#include <string_view>
+
+#include <unistd.h>
 
 #include "host/panel/own_module.hpp"
 #include "host/start/terminal.hpp"
+
+namespace {
+
+int refuse(std::string_view reason) {
+  std::cerr << "tandem-trim: the program cannot be used, and nothing was sent: " << reason << '\n';
+  return 1;
+}
+
+// What libraries raise where nobody can catch it, mostly for want of memory, is a message, too.
+[[noreturn]] void giveUp() noexcept {
+  const char* reason = "an error that has no name";
+  try {
+    if (std::current_exception()) throw;
+  } catch (const std::exception& error) {
+    reason = error.what();
+  } catch (...) {
+  }
+  for (const char* const words : {"tandem-trim: the program had to give up (", reason,
+                                  "); what it was printing may still be printed, as lpstat -o shows\n"})
+    static_cast<void>(write(STDERR_FILENO, words, std::strlen(words)));
+  _exit(1);
+}
+
+}  // namespace
 
 // What a program is linked with is searched for every symbol of every library that is loaded later, first of
 // all. The dialog loads a hundred, so the program is linked with nothing, and loads itself as a module.
 int main(int argc, char* argv[]) {
   using namespace tandemtrim::host;
-  const auto program = loadOwnModule(kTerminalModule);
-  if (program.handle == nullptr) {
-    const auto reason = program.fault.empty() ? "its part " + std::string(kTerminalModule) +
-                                                    " is missing; install the package tandem-trim again"
-                                              : program.fault;
-    std::cerr << "tandem-trim: the program cannot be used, and nothing was sent: " << reason << '\n';
-    return 1;
+  std::set_terminate(giveUp);
+  try {
+    const auto program = loadOwnModule(kTerminalModule);
+    if (program.handle != nullptr)
+      return reinterpret_cast<RunProgram>(exportedBy(program, kRunFunction))(argc, argv);
+    return refuse(program.fault.empty() ? "its part " + std::string(kTerminalModule) +
+                                              " is missing; install the package tandem-trim again"
+                                        : program.fault);
+  } catch (const std::exception& error) {
+    return refuse(error.what());
   }
-  return reinterpret_cast<RunProgram>(exportedBy(program, kRunFunction))(argc, argv);
 }

@@ -40,6 +40,7 @@ class CutJobsTest(TerminalCase):
         every = range(1, whole.counted)
         first, slash, step = cuts.partition("/")
         points = every[int(first) :: int(step)] if slash else sorted(random.Random(SEED).sample(every, int(cuts)))
+        print(f"{len(points)} cuts", flush=True)
         for after in points:
             with self.subTest(after=after, of=whole.counted, answers=answers, since=since, TANDEM_TRIM_SEED=SEED):
                 result, records = self.prints_over(Cut(self.cups.address, after, answers, since), document)

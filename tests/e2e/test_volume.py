@@ -10,16 +10,24 @@ import unittest
 from cups_daemon import FILTER
 from patience import until
 from records import parse_options
+from relay import OftenCut
 from terminal_case import BUILD, DEFAULTS, PPD, SAMPLE
 import private_cups
 
 SENDER = BUILD / "tests/e2e/tandemtrim_many_jobs"
 JOBS = int(os.environ.get("TANDEM_TRIM_JOBS", 1000))
+BROKEN_JOBS = int(os.environ.get("TANDEM_TRIM_BROKEN_JOBS", 100))
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
+ONE_IN = 20  # jobs whose connection breaks
+NUMBER = "x-number"  # the option by which the sender tells its jobs apart
+# The same line with the size of the document behind it.
+MEASURING_FILTER = """#!/bin/sh
+[ $# -ge 5 ] && printf '%s\\t%s\\t%s\\t%s\\n' "$1" "$PRINTER" "$5" "$(cat "${6:--}" | wc -c)" >>"$TANDEM_TRIM_RECORDS/lines"
+"""
 PRINTERS = [f"Morva{number}" for number in range(4)]
 
 
-class VolumeTest(unittest.TestCase):
+class VolumeCase(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.cups = private_cups.PrivateCups()
@@ -27,6 +35,14 @@ class VolumeTest(unittest.TestCase):
         shutil.copy(pathlib.Path(private_cups.__file__).with_name("line_filter.sh"), cls.cups.folder / "programs/filter" / FILTER)
         for printer in PRINTERS:
             cls.cups.add_queue(printer, PPD)
+
+    def sends(self, jobs, **more):
+        """Sends so many jobs; gives what was saved for each, as (number, printer, options)."""
+        environment = self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | more
+        sent = subprocess.run([SENDER, str(jobs), str(SEED), SAMPLE, *PRINTERS], env=environment, capture_output=True, check=False)
+        self.assertEqual((sent.returncode, sent.stderr.decode()), (0, ""))
+        lines = [line.split("\t") for line in sent.stdout.decode().splitlines()]
+        return [(job, printer, dict(option.split("=", 1) for option in options)) for job, printer, *options in lines]
 
     def seen(self):
         """What the filters have written so far, one text a job."""
@@ -39,17 +55,11 @@ class VolumeTest(unittest.TestCase):
             until(lambda: len(self.seen()) > printed, f"job {printed + 1} of {jobs}")
         self.cups.wait_for_jobs()
 
+
+class VolumeTest(VolumeCase):
     def test_every_job_reaches_its_filter_once_with_what_was_saved(self):
         with self.subTest(TANDEM_TRIM_SEED=SEED):
-            environment = self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)}
-            sent = subprocess.run(
-                [SENDER, str(JOBS), str(SEED), SAMPLE, *PRINTERS], env=environment, capture_output=True, check=False
-            )
-            self.assertEqual((sent.returncode, sent.stderr.decode()), (0, ""))
-            saved = {}
-            for line in sent.stdout.decode().splitlines():
-                job, printer, *options = line.split("\t")
-                saved[job] = (printer, dict(option.split("=", 1) for option in options))
+            saved = {job: (printer, options) for job, printer, options in self.sends(JOBS)}
             self.assertEqual(len(saved), JOBS)
 
             self.wait_for(JOBS)
@@ -60,6 +70,31 @@ class VolumeTest(unittest.TestCase):
                 kept = {keyword: options.get(keyword) for keyword in saved[job][1]}
                 self.assertEqual((printer, kept), saved[job], f"job {job}")
                 self.assertEqual(DEFAULTS.keys() - kept.keys(), set())
+        print(f"{JOBS} jobs")
+
+
+class BrokenWayTest(VolumeCase):
+    def test_jobs_whose_connection_breaks_are_confirmed_and_whole_or_neither(self):
+        (self.cups.folder / "programs/filter" / FILTER).write_text(MEASURING_FILTER)
+        with self.subTest(TANDEM_TRIM_SEED=SEED), OftenCut(self.cups.address, ONE_IN, SEED) as relay:
+            saved = self.sends(BROKEN_JOBS, CUPS_SERVER=relay.address, TANDEM_TRIM_BREAKS="1")
+            self.cups.wait_for_jobs()
+            received = {}
+            for job, printer, text, size in (line.split("\t") for line in self.seen()):
+                options = parse_options(text)
+                self.assertNotIn(options[NUMBER], received, "printed twice")
+                received[options[NUMBER]] = (job, printer, int(size), options)
+            self.assertEqual(len(saved), BROKEN_JOBS)
+            self.assertGreater(relay.cuts, 0)
+            for job, printer, options in saved:
+                if job == "failed":
+                    continue
+                self.assertIn(options[NUMBER], received, "lost")
+                *where, held = received[options[NUMBER]]
+                kept = {keyword: held.get(keyword) for keyword in options}
+                self.assertEqual((*where, kept), (job, printer, SAMPLE.stat().st_size, options))
+            failed = sum(job == "failed" for job, _, _ in saved)
+            print(f"{BROKEN_JOBS} broken jobs\nof these {relay.cuts} connections were cut, and {failed} jobs were not confirmed")
 
 
 if __name__ == "__main__":

@@ -12,4 +12,7 @@ namespace tandemtrim::platform::linux {
 /// that is no dictionary; `fault` then names the file and what is wrong with it.
 std::shared_ptr<const Dictionary> readPropertyList(const std::string& path, std::string& fault);
 
+/// The same of the bytes of such a file; `fault` begins with what follows the file's name.
+std::shared_ptr<const Dictionary> propertyListIn(const std::string& bytes, std::string& fault);
+
 }  // namespace tandemtrim::platform::linux

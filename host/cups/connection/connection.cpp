@@ -1,8 +1,10 @@
 #include "host/cups/connection/connection.hpp"
 
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <string_view>
 #include <thread>
@@ -132,8 +134,12 @@ DestinationHandle Connection::destination(const char* printer, const char* insta
   // libcups asks its own default server whatever this one does not answer, for a minute or more.
   cupsSetServer(kNoServer);
   const auto watched = watch();
+  errno = 0;
   DestinationHandle found(cupsGetNamedDest(get(), printer, instance));
+  const bool isWithoutMemory = errno == ENOMEM;
   cupsSetServer(server_ ? server_->c_str() : nullptr);
+  // Some of the options may be missing, which libcups does not say.
+  if (isWithoutMemory) throw Failure(std::strerror(ENOMEM));
   checkServer();
   return isSilent() ? nullptr : std::move(found);
 }

@@ -283,6 +283,20 @@ TEST_F(BundleTest, NamesATableThatIsTooLong) {
               ElementsAre(at("Resources/fr.lproj/Localizable.strings: longer than 1048576 bytes")));
 }
 
+TEST_F(BundleTest, NamesAFolderThatCannotBeRead) {
+  fs::remove_all(at("Resources"));
+  fs::create_symlink("Resources", at("Resources"));
+  const auto bundle = open({"fr"});
+  EXPECT_THAT(bundle->brokenTables(), ElementsAre(at("Resources: cannot be read")));
+  EXPECT_THAT(bundle->brokenPropertyLists(), ElementsAre(at("Resources: cannot be read")));
+}
+
+TEST_F(BundleTest, NamesAnInfoFileThatDoesNotTellTheDevelopmentRegion) {
+  folder_.write("Sample.bundle/Contents/Info.plist", "broken");
+  EXPECT_THAT(open({"fr"})->brokenTables(),
+              ElementsAre(at("Info.plist:1: not the form of an XML property list")));
+}
+
 TEST_F(BundleTest, NamesThePropertyListsThatCannotBeRead) {
   resource("Sound.plist", "<plist><dict/></plist>");
   EXPECT_THAT(open({"fr"})->brokenPropertyLists(), IsEmpty());

@@ -71,6 +71,7 @@ class ClientsThatDieTest(PortalCase):
                 _, call = calls.pop(chance.randrange(len(calls)))
                 call.close()
                 self.assertEqual(call.answer(), (FAILED, {}))
+        print(f"{REQUESTS} requests")
         self.settle(calls)
         self.assertLessEqual(self.descriptors(), descriptors + SPARE)
         if IS_MEASURED:

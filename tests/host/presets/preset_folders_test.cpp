@@ -276,6 +276,14 @@ TEST_F(Presets, ThatCannotBeReadStayWhereTheyAreAndAreTold) {
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
+TEST_F(Presets, InAFolderThatCannotBeReadAreTold) {
+  const auto folder = presetFile("Family", "Unreadable").parent_path();
+  std::filesystem::create_directories(folder.parent_path());
+  std::filesystem::create_symlink(folder, folder);
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(said, ElementsAre(HasSubstr(folder.string() + " cannot be read")));
+}
+
 TEST_F(Presets, MayHaveAnyNameAndNoneLeadsOutOfTheirFolder) {
   for (const std::string name : {"../../evil", "..", ".", ".hidden", "a/b", "100 %", "%2F", "c:\\d",
                                  "Größe «A»", "小册子", "a'b\"c$d", "x.json"}) {

@@ -2,6 +2,7 @@
 Or it holds one kind of request back for a while."""
 
 import base64
+import random
 import re
 import socket
 import threading
@@ -53,6 +54,8 @@ class Relay:
                 client, _ = self._listener.accept()
                 server = socket.create_connection(self._server)
                 self._open += [client, server]
+                for one in (client, server):
+                    one.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)  # as if there were no relay
                 for carry in (self._requests_from, self._answers_to):
                     carriers.append(threading.Thread(target=carry, args=(client, server)))
                     carriers[-1].start()
@@ -281,6 +284,42 @@ class Cut(AtByte):
     def _at_point(self):
         self.counted = self._after
         raise ConnectionResetError
+
+
+class OftenCut(Relay):
+    """Cuts the connection of one in so many jobs, at any byte of its requests or their answers. `cuts` is how many it cut."""
+
+    FARTHEST = 8000  # bytes behind the beginning of a small job
+
+    def __init__(self, server, one_in, seed):
+        super().__init__(server, float("inf"), None)
+        self._one_in, self._random = one_in, random.Random(seed)
+        self._left = {}  # by the end of a connection that bytes come from: how many pass before the cut
+        self.cuts = 0
+
+    def _requests_from(self, client, server):
+        self._carry(client, server, server)
+
+    def _answers_to(self, client, server):
+        self._carry(server, client, None)
+
+    def _carry(self, source, target, server):
+        try:
+            while piece := source.recv(PIECE):
+                if server and NEW_JOB in piece and self._random.randrange(self._one_in) == 0:
+                    self._left[self._random.choice([source, server])] = self._random.randrange(self.FARTHEST)
+                if source in self._left:
+                    self._left[source] -= len(piece)
+                    if self._left[source] < 0:
+                        target.sendall(piece[: self._left[source]])
+                        self.cuts += 1
+                        break
+                target.sendall(piece)
+        except OSError:
+            pass  # the connection is gone
+        self._left.pop(source, None)
+        self._end(source)
+        self._end(target)
 
 
 class AlwaysCut(AtByte):
