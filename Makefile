@@ -5,6 +5,9 @@ build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
 build_apart = cmake -G Ninja -S . -B build/$(1) $(2) --log-level=WARNING && cmake --build build/$(1) --target $(3)
 core_only = -DCMAKE_BUILD_TYPE=Debug -DTANDEM_TRIM_COVERAGE=ON -DTANDEM_TRIM_GTK=OFF -DTANDEM_TRIM_APPKIT=OFF
 by_clang = -DCMAKE_CXX_COMPILER=clang++-19
+without_tests = $(by_clang) -DTANDEM_TRIM_TESTS=OFF -DTANDEM_TRIM_GTK=OFF
+fuzz_programs = $(call build_apart,fuzz,$(without_tests) -DTANDEM_TRIM_FUZZ=ON,fuzz/all) && \
+  $(call build_apart,fuzz-quick,$(without_tests) -DTANDEM_TRIM_FUZZ=quick,fuzz/all)
 sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
 tests_of_core = conformance/conformance_memory_test model/tandemtrim_model_test model/tandemtrim_model_release_test \
   adapters/linux/tandemtrim_linux_test adapters/memory/tandemtrim_memory_test platform/tandemtrim_values_test \
@@ -54,16 +57,11 @@ sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer; TE
 	$(call build,sanitize)
 	ctest --preset sanitize $(TESTS)
 
-soak: ## ten million random sequences of calls at the panel, ten thousand jobs through a print server, jobs cut at every byte, a thousand requests of other programs; takes hours
+soak: ## the long tests for HOURS (1), adding up what they try; SOAK='jobs cuts' chooses of those that tests/soak.py lists
 	$(install_dependencies) test
 	$(call build,test)
-	seq 2 | TANDEM_TRIM_SEQUENCES=5000000 xargs -P 2 -I '{}' build/release/tests/sequences/tandemtrim_sequences_test
-	cd tests/e2e && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release TANDEM_TRIM_JOBS=10000 \
-	  /usr/bin/python3 -m unittest test_volume
-	cd tests/e2e && seq 0 15 | xargs -P 16 -I '{}' ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release \
-	  TANDEM_TRIM_CUTS='{}/16' TANDEM_TRIM_LARGE_CUTS=13 /usr/bin/python3 -m unittest test_cut_jobs
-	cd tests/e2e/portal && ../../support/on_own_screen.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release TANDEM_TRIM_REQUESTS=1000 \
-	  /usr/bin/python3 -m unittest test_clients_that_die
+	$(if $(or $(findstring inputs,$(SOAK)),$(if $(SOAK),,all)),$(install_dependencies) fuzz && $(fuzz_programs))
+	tests/soak.py $(or $(HOURS),1) $(SOAK)
 
 race: ## the dialog's work in the background under ThreadSanitizer
 	$(install_dependencies) test
@@ -96,7 +94,7 @@ mutants-all: ## the same for every small change; takes a day
 
 fuzz: ## make up inputs for SECONDS (60) a target, and require that the properties hold
 	$(install_dependencies) fuzz
-	$(call build_apart,fuzz,$(by_clang) -DTANDEM_TRIM_FUZZ=ON -DTANDEM_TRIM_TESTS=OFF -DTANDEM_TRIM_GTK=OFF,fuzz/all)
+	$(fuzz_programs)
 	fuzz/run.sh $(or $(SECONDS),60)
 
 macho: ## the bundle for macOS, for both processors, by stand-ins for Apple's SDK, in build/macho, and its tests; see docs/macos.md

@@ -3,9 +3,18 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "adapters/linux/files/property_list.hpp"
+#include "platform/log.hpp"
+#include "platform/property_list.hpp"
 #include "plugin/plugin.hpp"
 
-namespace tandemtrim::fuzz {
+namespace tandemtrim {
+namespace fuzz {
+
+std::string& settingInfoOfInput() {
+  static std::string bytes;
+  return bytes;
+}
 
 std::optional<std::string> Job::stored(std::string_view key) const {
   std::optional<std::string> value;
@@ -29,4 +38,17 @@ long long integerHeldBetween(const std::string& text, long long minimum, long lo
   return std::max(minimum, std::min(std::strtoll(text.c_str(), nullptr, 10), maximum));
 }
 
-}  // namespace tandemtrim::fuzz
+}  // namespace fuzz
+
+namespace platform {
+
+std::shared_ptr<const Dictionary> dictionaryWithContentsOfFile(const std::optional<std::string>& path) {
+  std::string ignored;
+  static const auto ofBundle = linux::readPropertyList(SETTING_INFO, ignored);
+  return path == fuzz::kOfBundle ? ofBundle : linux::propertyListIn(fuzz::settingInfoOfInput(), ignored);
+}
+
+void NSLog(std::string_view /*format*/, std::span<const std::string> /*list*/) {}
+
+}  // namespace platform
+}  // namespace tandemtrim

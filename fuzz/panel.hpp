@@ -23,11 +23,19 @@ inline constexpr int kSmallest = 0;
 inline constexpr int kLargest = 50;
 inline constexpr int kLimit = 10;
 
+/// The path of the bundle's setting information, which is read once and then shared, and that of a property
+/// list with the bytes of settingInfoOfInput().
+inline constexpr const char* kOfBundle = "bundle";
+inline constexpr const char* kOfInput = "input";
+
+/// What a property list at kOfInput holds.
+std::string& settingInfoOfInput();
+
 /// The bundle's resources from the source folder, or another property list. Each text is its key in
 /// parentheses.
 class Resources : public platform::Bundle {
  public:
-  explicit Resources(std::string settingInfo = SETTING_INFO) : settingInfo_(std::move(settingInfo)) {}
+  explicit Resources(std::string settingInfo = kOfBundle) : settingInfo_(std::move(settingInfo)) {}
   std::optional<std::string> pathForResource(std::string_view, std::string_view) const override {
     return settingInfo_;
   }

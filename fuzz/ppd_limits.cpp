@@ -19,13 +19,15 @@ constexpr std::string_view kBeginning =
 
 using Ppd = std::unique_ptr<ppd_file_t, decltype(&ppdClose)>;
 
-// libcups closes the descriptor.
+// One file in memory holds them all. libcups closes the descriptor that it gets.
 Ppd read(std::string_view lines) {
-  const int file = memfd_create("ppd", 0);
+  static const int file = memfd_create("ppd", 0);
   const auto text = std::string(kBeginning).append(lines);
-  require(write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size()), "the PPD is written");
+  const auto size = static_cast<off_t>(text.size());
+  require(pwrite(file, text.data(), text.size(), 0) == size && ftruncate(file, size) == 0,
+          "the PPD is written");
   lseek(file, 0, SEEK_SET);
-  return {ppdOpenFd(file), ppdClose};
+  return {ppdOpenFd(dup(file)), ppdClose};
 }
 
 long long expectedLimit(ppd_file_t* ppd, const std::string& side) {

@@ -3,9 +3,6 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include "fuzz/panel.hpp"
 #include "fuzz/target.hpp"
 #include "fuzz/utf.hpp"
@@ -17,22 +14,6 @@ namespace {
 
 using platform::Object;
 using platform::ObjectRef;
-
-// A file in memory that goes away with it.
-class File {
- public:
-  explicit File(std::string_view text) : descriptor_(memfd_create("plist", 0)) {
-    require(write(descriptor_, text.data(), text.size()) == static_cast<ssize_t>(text.size()),
-            "it is written");
-  }
-  ~File() { close(descriptor_); }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-  [[nodiscard]] std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
-
- private:
-  int descriptor_;
-};
 
 void examineObject(const Object& object, int level) {
   if (const auto* text = object.as<std::string>()) require(isUtf8(*text), "texts are UTF-8");
@@ -101,9 +82,9 @@ void examinePanel(const std::shared_ptr<Resources>& bundle) {
 }  // namespace
 
 void examine(std::string_view input) {
-  const File file(input);
-  const auto root = platform::dictionaryWithContentsOfFile(file.path());
-  const auto bundle = std::make_shared<Resources>(file.path());
+  settingInfoOfInput() = input;
+  const auto root = platform::dictionaryWithContentsOfFile(kOfInput);
+  const auto bundle = std::make_shared<Resources>(kOfInput);
   if (root) examineObject(Object(*root), 1);
   try {
     const auto info = MorvaTTCommonInfoKV2::initWithCallback(std::make_shared<Job>(), bundle);

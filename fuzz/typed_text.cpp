@@ -41,10 +41,19 @@ void examineRules(const std::string& text) {
 class User {
  public:
   User() : job_(std::make_shared<Job>()), panel_(openPanel(job_, std::make_shared<Resources>())) {
-    for (const auto& margin : kMargins) boxes_.emplace(margin.marginName, defaultOf(kFirstMargin));
-    job_->settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
     viewOf(*panel_);
     panel_->willShow();
+  }
+
+  // Each input finds the panel as a new job has it.
+  void begin() {
+    job_->settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
+    for (const auto& margin : kMargins) {
+      boxes_[std::string(margin.marginName)] = defaultOf(kFirstMargin);
+      job_->settings.PMPrintSettingsSetValue(margin.keyword, defaultOf(kFirstMargin), false);
+    }
+    panel_->restoreValuesAndReturnError(nullptr);
+    look();
   }
 
   void act(std::string_view line) {
@@ -98,7 +107,9 @@ class User {
 }  // namespace
 
 void examine(std::string_view input) {
-  User user;
+  // One panel for all inputs: making it takes longer than most of them.
+  static User user;
+  user.begin();
   for (auto rest = input; !rest.empty();) {
     const auto line = rest.substr(0, rest.find('\n'));
     user.act(line);

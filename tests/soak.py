@@ -1,0 +1,107 @@
+#!/usr/bin/python3
+"""Runs the long tests for hours, each time with other random values, and adds up what they tried: soak.py HOURS [RUN ...]
+
+A run that fails ends this with status 1, and leaves its output in build/soak. What was tried is added to build/soak/totals.json.
+"""
+
+import collections
+import concurrent.futures
+import dataclasses
+import itertools
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import threading
+import time
+
+PROJECT = pathlib.Path(__file__).resolve().parents[1]
+BUILD = PROJECT / "build/release"
+LOGS = PROJECT / "build/soak"
+TOTALS = LOGS / "totals.json"
+UNITTEST = ("/usr/bin/python3", "-m", "unittest")
+
+
+@dataclasses.dataclass(frozen=True)
+class Run:
+    """A few minutes of work: its command and the folder that it is started in, and how its output counts what was tried."""
+
+    command: tuple
+    folder: str = ""
+    variables: tuple = ()
+    counted: str = r"\b(\d+) {}$"
+    on_screen: bool = False
+
+
+# By what they try.
+RUNS = {
+    "sequences": Run((BUILD / "tests/sequences/tandemtrim_sequences_test",), "", ("SEQUENCES=1000000",), r"sequences of (\d+) calls"),
+    "jobs": Run((*UNITTEST, "test_volume.VolumeTest"), "tests/e2e", ("JOBS=5000",)),
+    "broken-jobs": Run((*UNITTEST, "test_volume.BrokenWayTest"), "tests/e2e", ("BROKEN_JOBS=2000",)),
+    "cuts": Run((*UNITTEST, "test_cut_jobs"), "tests/e2e", ("CUTS=200", "LARGE_CUTS=4")),
+    "requests": Run((*UNITTEST, "test_clients_that_die"), "tests/e2e/portal", ("REQUESTS=1000",), on_screen=True),
+    "failing-calls": Run((*UNITTEST, "test_one_failure"), "tests/e2e/shortage", ("FAILURES=2000",)),
+    "inputs": Run((PROJECT / "fuzz/run.sh", "120"), "", (), r"number_of_executed_units: (\d+)"),
+}
+
+
+def command_of(run):
+    wrapper = PROJECT / "tests/support" / ("on_own_screen.py" if run.on_screen else "surroundings.py")
+    return [wrapper, f"TANDEM_TRIM_BUILD={BUILD}", *(f"TANDEM_TRIM_{each}" for each in run.variables), *run.command]
+
+
+class Soak:
+    def __init__(self, hours):
+        self._end = time.monotonic() + 3600 * hours
+        self._lock = threading.Lock()
+        self._tried = collections.Counter()
+        self._failed = []
+
+    def work(self, names):
+        """Goes on with the runs in turn until the time is over."""
+        for name in names:
+            if time.monotonic() >= self._end:
+                return
+            self._do(name, RUNS[name])
+
+    def _do(self, name, run):
+        result = subprocess.run(command_of(run), cwd=PROJECT / run.folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+        output = result.stdout.decode(errors="replace")
+        with self._lock:
+            self._tried[name] += sum(map(int, re.findall(run.counted.format(name.replace('-', ' ')), output, re.MULTILINE)))
+            if result.returncode != 0:
+                log = LOGS / f"{name}-{time.time_ns()}.log"
+                log.write_text(output)
+                self._failed.append(log)
+                print(f"{name}: a run failed, see {log}", flush=True)
+
+    def report(self):
+        """Shows what was tried, adds it to the totals and gives the exit status."""
+        totals = collections.Counter(json.loads(TOTALS.read_text()) if TOTALS.exists() else {})
+        totals += self._tried
+        TOTALS.write_text(json.dumps(totals, indent=2) + "\n")
+        for name, count in sorted(totals.items()):
+            print(f"{name:>15}: {self._tried[name]:>14,}   in all {totals[name]:>16,}")
+        print(f"{len(self._failed)} runs failed")
+        return 1 if self._failed else 0
+
+
+def main():
+    hours, *names = sys.argv[1:] or ["1"]
+    if unknown := [name for name in names if name not in RUNS]:
+        sys.exit(f"there is no run {unknown[0]}; there are: {', '.join(RUNS)}")
+    LOGS.mkdir(parents=True, exist_ok=True)
+    soak = Soak(float(hours))
+    workers = os.cpu_count()
+    runs = list(names or RUNS)
+    with concurrent.futures.ThreadPoolExecutor(workers) as pool:
+        # Each begins with another one.
+        turns = [itertools.cycle(runs[first % len(runs) :] + runs[: first % len(runs)]) for first in range(workers)]
+        list(pool.map(soak.work, turns))
+    return soak.report()
+
+
+if __name__ == "__main__":
+    sys.exit(main())
