@@ -180,6 +180,15 @@ class DefaultsTest(TerminalCase):
         self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS | {MARGINS["Top"]: "9"})
 
+    def test_the_servers_own_default_is_not_kept_as_the_users(self):
+        self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=8")
+        self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-R", "MVTopMargin-default")
+        self.run_program("lpoptions", "-p", "Morva", "-o", "x-note=kept")
+        self.keeps("-o", "MVTandemTrim=On MVTopMargin=8 MVBottomMargin=3")
+        kept = self.kept_for("Dest Morva")
+        self.assertNotIn("MVTopMargin", kept)
+        self.assertEqual((kept["MVBottomMargin"], kept["x-note"]), ("3", "kept"))
+
     def test_the_administrators_default_in_the_ppd_goes_before_the_panels(self):
         self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin=8", "-o", "MVPrintPosition=Right")
         self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-o", "MVTopMargin=5", "-o", "MVPrintPosition=Center")

@@ -23,6 +23,7 @@ class EncryptionTest(TerminalCase):
         with WantsEncryption(self.cups.address) as relay:
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **around)
         self.assertRegex(result.stdout, CONFIRMED, result.stderr)
+        self.assertNotIn("certificate", result.stderr)
         self.cups.wait_for_jobs()
         return relay.turned_away
 

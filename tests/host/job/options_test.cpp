@@ -108,6 +108,13 @@ TEST(ATitle, ThatCupsWouldLoseIsRefused) {
     EXPECT_NO_THROW(refuseLossyTitle(title)) << title;
 }
 
+TEST(WhatIsChosenForOneJob, IsNoSettingOfLaterOnes) {
+  const Options lasting{{"media", "A4"}};
+  for (const char* keyword : {"copies", "Collate", "multiple-document-handling", "page-ranges", "page-set",
+                              "job-hold-until", "job-name"})
+    EXPECT_EQ(withoutThoseOfOneJob({{"media", "A4"}, {keyword, "1"}}), lasting) << keyword;
+}
+
 TEST(AnOptionList, HoldsWhatTheOptionsHold) {
   const OptionList list({{"b", "2"}, {"a", "1"}});
   EXPECT_EQ(list.count(), 2);

@@ -108,10 +108,33 @@ TEST(ACommandLine, MayTakeDefaultsAwayAtAServer) {
 
 TEST(HelpAndVersion, AreShownInsteadOfWork) {
   const auto help = std::get<Information>(parseCommandLine({"--help"})).text;
-  for (const char* option : {"-h", "-d", "-n", "-t", "-o", "--set", "--restore-defaults", "--summary",
-                             "--json", "--force", "--save-as-default", "--reset-defaults", "--ppd",
-                             "--plugin", "--without-panel", "--verbose", "--version"}) {
-    EXPECT_THAT(help, HasSubstr(option));
+  for (const char* option : {"-h SERVER ",
+                             "-U USER ",
+                             "-d PRINTER ",
+                             "-n COPIES ",
+                             "-t TITLE ",
+                             "-o \"KEYWORD=VALUE ...\" ",
+                             "-q PRIORITY ",
+                             "-H WHEN ",
+                             "-P PAGES ",
+                             "-i JOB ",
+                             "--applications on|off|status\n",
+                             "--set NAME=TEXT ",
+                             "--restore-defaults ",
+                             "--summary ",
+                             "--json ",
+                             "--force ",
+                             "--preset NAME ",
+                             "--save-preset NAME ",
+                             "--delete-preset NAME ",
+                             "--save-as-default ",
+                             "--reset-defaults ",
+                             "--ppd FILE ",
+                             "--plugin DIR ",
+                             "--without-panel ",
+                             "--verbose ",
+                             "--version "}) {
+    EXPECT_THAT(help, HasSubstr(std::string("\n  ") + option));
   }
   EXPECT_THAT(std::get<Information>(parseCommandLine({"--version"})).text,
               testing::StartsWith("tandem-trim "));
@@ -129,6 +152,25 @@ TEST(Help, SaysInASentenceWhatEachOptionDoes) {
     ++sentences;
   }
   EXPECT_GE(sentences, 40);
+}
+
+TEST(AnOptionThatGoesAlone, SaysSoBesideAnother) {
+  const auto wordsOf = [](const std::vector<std::string>& arguments) {
+    return std::string(failureOf([&] { parse(arguments); }).what());
+  };
+  using testing::StartsWith;
+  EXPECT_THAT(wordsOf({"--list", "--set", "Top=1"}), StartsWith("--list only lists the printers"));
+  EXPECT_THAT(wordsOf({"--list-presets", "--set", "Top=1"}),
+              StartsWith("--list-presets only lists the presets"));
+  EXPECT_THAT(wordsOf({"--delete-preset", "a", "--set", "Top=1"}),
+              StartsWith("--delete-preset only deletes a preset"));
+  EXPECT_THAT(wordsOf({"--delete-preset", "a", "--json"}),
+              StartsWith("--delete-preset only deletes a preset; leave --json out"));
+  EXPECT_THAT(wordsOf({"--delete-preset", "a", "--list-presets"}),
+              StartsWith("--delete-preset and --list-presets do not go together"));
+  EXPECT_THAT(wordsOf({"--reset-defaults", "--set", "Top=1"}),
+              StartsWith("--reset-defaults only takes the defaults away"));
+  EXPECT_THAT(wordsOf({"--all-gtk"}), StartsWith("--all-gtk goes with --applications on"));
 }
 
 class AWrongCommandLine : public testing::TestWithParam<std::vector<std::string>> {};
