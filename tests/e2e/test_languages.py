@@ -6,9 +6,9 @@ import subprocess
 import unittest
 
 import surroundings
-from terminal_case import ACTS_THAT_CHANGE, BUNDLE, CHANGED, LARGEST, MARGINS, TerminalCase, each, of_panel
+from terminal_case import ACTS_THAT_CHANGE, BUNDLE, CHANGED, LARGEST, MARGINS, PROJECT, TerminalCase, each, of_panel
 
-LANGUAGES = ("ar", "de", "en", "es", "fr", "it", "ja", "ko", "nl", "zh-Hans")
+LANGUAGES = sorted(path.stem for path in PROJECT.glob("resources/*.lproj"))
 NO_LANGUAGE = {"LANG": "C.UTF-8", "LANGUAGE": "", "LC_ALL": "", "LC_MESSAGES": ""}
 
 # What a user's variables ask for, and the table that answers.
@@ -67,6 +67,12 @@ class LanguagesTest(TerminalCase):
                 variables = NO_LANGUAGE | {"LANGUAGE": language.replace("-Hans", "_CN")}
                 options = self.options_of(*each("--set", ACTS_THAT_CHANGE), **variables)
                 self.assertEqual(of_panel(options), CHANGED)
+
+    def test_the_desktop_names_the_program_in_every_language(self):
+        entry = "packaging/desktop/com.morva.tandemtrim.desktop"
+        names = re.findall(r"^Name\[(.*)\]=", (PROJECT / entry).read_text(encoding="utf-8"), re.MULTILINE)
+        others = {language.replace("-Hans", "_CN") for language in LANGUAGES} - {"en"}
+        self.assertEqual(set(names), others, f"{entry} has a line Name[language]= for each")
 
     def test_the_comma_locale_that_the_tests_build_has_a_comma(self):
         variables = self.environment(**surroundings.LANGUAGES["comma"])

@@ -12,7 +12,7 @@ inline const std::string kContents = BUNDLE "/Contents";
 inline const std::string kSettingInfo = kContents + "/Resources/TandemTrimKV2-SettingInfo.plist";
 
 /// The languages that the panel speaks.
-inline constexpr std::array kLanguages{"en", "de", "fr", "es", "it", "nl", "ja", "zh-Hans", "ko", "ar"};
+inline constexpr std::array kLanguages{BUNDLE_LANGUAGES};
 
 /// The path of a language's string table.
 std::string tablePath(std::string_view language);

@@ -30,8 +30,7 @@ struct Circumstances {
 };
 
 /// The languages that the built bundle speaks.
-inline constexpr std::array<const char*, 10> kLanguages{"en", "de", "fr",      "es", "it",
-                                                        "nl", "ja", "zh-Hans", "ko", "ar"};
+inline constexpr std::array kLanguages{BUNDLE_LANGUAGES};
 
 /// The panel of the built bundle for the sample printer, on a page of a notebook, and a user in
 /// front of it.

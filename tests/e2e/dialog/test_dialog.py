@@ -4,7 +4,7 @@ import unittest
 
 import surroundings
 from dialog_case import DialogCase, until
-from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, PPD, SAMPLE, VALID, digest, of_panel
+from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, PPD, PROJECT, SAMPLE, VALID, digest, of_panel
 
 
 # What a user reads who has stored a left margin of 18, a position and a switch that the printer does not have.
@@ -42,7 +42,7 @@ SPOKEN = {
 # What the summary names, from top to bottom.
 SUMMARY = ["Image Direction", "Print Position", "Top Margin", "Bottom Margin", "Left Margin", "Right Margin"]
 FONTS = ("DejaVu Sans 11", "Cantarell 11", "Noto Sans 11")
-LANGUAGES = ("en", "de", "fr", "es", "it", "nl", "ja", "zh_CN", "ko", "ar")
+LANGUAGES = sorted(path.stem.replace("-Hans", "_CN") for path in PROJECT.glob("resources/*.lproj"))
 PAGES = dict.fromkeys(LANGUAGES, "Tandem Trim") | {"ja": "タンデムトリム", "ko": "탠덤 트림"}
 
 
