@@ -16,43 +16,53 @@ namespace {
 
 using platform::linux::StringsTable;
 
-// The texts that are marked as facts in a source: a raw literal or others, one behind the other, and the mark
-// behind them.
-std::set<std::string> factsIn(std::string source) {
-  static const std::regex raw(R"lit(R"\((.*)\)"_fact)lit");
-  static const std::regex marked(R"lit(((?:"(?:[^"\\\n]|\\.)*"\s*)+)_fact)lit");
+const std::string kLiterals = R"lit(((?:"(?:[^"\\\n]|\\.)*"\s*)+))lit";
+
+// The text of literals that stand one behind the other.
+std::string textOf(const std::string& literals) {
   static const std::regex literal(R"lit("((?:[^"\\\n]|\\.)*)")lit");
-  std::set<std::string> facts;
   const std::sregex_iterator end;
-  for (std::sregex_iterator fact(source.begin(), source.end(), raw); fact != end; ++fact)
-    facts.insert(fact->str(1));
-  source = std::regex_replace(source, raw, "");
-  for (std::sregex_iterator fact(source.begin(), source.end(), marked); fact != end; ++fact) {
-    const auto literals = fact->str(1);
-    std::string text;
-    for (std::sregex_iterator part(literals.begin(), literals.end(), literal); part != end; ++part)
-      text += std::regex_replace(part->str(1), std::regex(R"(\\(.))"), "$1");
-    // The operator itself marks an empty one.
-    if (!text.empty()) facts.insert(text);
+  std::string text;
+  for (std::sregex_iterator part(literals.begin(), literals.end(), literal); part != end; ++part) {
+    const auto lines = std::regex_replace(part->str(1), std::regex(R"(\\n)"), "\n");
+    text += std::regex_replace(lines, std::regex(R"(\\(.))"), "$1");
   }
-  return facts;
+  return text;
 }
 
-std::set<std::string> factsOfTheHost() {
-  std::set<std::string> facts;
+// The texts of a source: the constants k...Text, and what is marked as a fact, a raw literal or others.
+std::set<std::string> textsIn(std::string source) {
+  static const std::regex raw(R"lit(R"\((.*)\)"_fact)lit");
+  static const std::regex marked(kLiterals + "_fact");
+  static const std::regex constant(R"(constexpr const char\* k\w+Text =\s*)" + kLiterals);
+  std::set<std::string> texts;
+  const std::sregex_iterator end;
+  for (std::sregex_iterator fact(source.begin(), source.end(), raw); fact != end; ++fact)
+    texts.insert(fact->str(1));
+  source = std::regex_replace(source, raw, "");
+  for (const auto& form : {marked, constant}) {
+    for (std::sregex_iterator found(source.begin(), source.end(), form); found != end; ++found) {
+      // The operator itself marks an empty one.
+      if (const auto text = textOf(found->str(1)); !text.empty()) texts.insert(text);
+    }
+  }
+  return texts;
+}
+
+std::set<std::string> textsOfTheHost() {
+  std::set<std::string> texts;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(HOST)) {
     const auto kind = entry.path().extension();
-    if (kind == ".cpp" || kind == ".hpp") facts.merge(factsIn(contentsOf(entry.path())));
+    if (kind == ".cpp" || kind == ".hpp") texts.merge(textsIn(contentsOf(entry.path())));
   }
-  return facts;
+  return texts;
 }
 
 std::set<std::string> keysOfTheDialog() {
-  std::set<std::string> keys(host::kTexts.begin(), host::kTexts.end());
+  static const auto texts = textsOfTheHost();
+  auto keys = texts;
   keys.insert(host::kHelpTexts.begin(), host::kHelpTexts.end());
   for (const auto& entry : host::kTroubleTexts) keys.insert(entry.second);
-  static const auto facts = factsOfTheHost();
-  keys.insert(facts.begin(), facts.end());
   return keys;
 }
 
@@ -74,12 +84,12 @@ class DialogTexts : public testing::TestWithParam<const char*> {
 };
 
 TEST_P(DialogTexts, AreThereForEveryKeyAndForNoOther) {
-  std::set<std::string> keys;
+  auto missing = keysOfTheDialog();
   for (const auto& [key, text] : table) {
-    keys.insert(key);
+    EXPECT_EQ(missing.erase(key), 1U) << "no text of the dialog has the key " << key;
     EXPECT_NE(text, "") << key;
   }
-  EXPECT_EQ(keys, keysOfTheDialog());
+  EXPECT_THAT(missing, testing::IsEmpty()) << "in host/dialog/texts/" << GetParam() << ".lproj";
 }
 
 TEST_P(DialogTexts, HaveThePlaceholdersOfTheEnglishOnes) {
