@@ -12,7 +12,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "fuzz/target.hpp"
+#include "fuzz/support/target.hpp"
 #include "host/cups/queue_ppd.hpp"
 #include "host/cups/sent_job.hpp"
 

@@ -2,7 +2,7 @@
 // written as arguments once more, is understood the same.
 #include <algorithm>
 
-#include "fuzz/target.hpp"
+#include "fuzz/support/target.hpp"
 #include "host/cli/arguments/command_line_parser.hpp"
 #include "host/failure.hpp"
 

@@ -8,7 +8,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "fuzz/target.hpp"
+#include "fuzz/support/target.hpp"
 #include "host/dialog/preview/page_reader.hpp"
 #include "host/failure.hpp"
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "fuzz/target.hpp"
+#include "fuzz/support/target.hpp"
 #include "host/plain_text.hpp"
 #include "host/portal/arguments.hpp"
 

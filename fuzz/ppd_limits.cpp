@@ -4,9 +4,9 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "fuzz/panel.hpp"
-#include "fuzz/target.hpp"
-#include "fuzz/utf.hpp"
+#include "fuzz/support/panel.hpp"
+#include "fuzz/support/target.hpp"
+#include "fuzz/support/utf.hpp"
 
 namespace tandemtrim::fuzz {
 namespace {

@@ -10,7 +10,9 @@ quick=build/fuzz-quick/fuzz
 inputs=build/fuzz/inputs
 time=$1
 LSAN_OPTIONS=suppressions=$PWD/fuzz/leaks.supp:print_suppressions=0
-targets=(answers command_line page portal_arguments ppd_limits setting_info stored_values strings_table typed_text)
+shopt -s nullglob
+targets=("$programs"/fuzz_*[a-z])
+targets=("${targets[@]##*/fuzz_}")
 [ $# -eq 1 ] || targets=("${@:2}")
 
 # make_up PROGRAM TARGET SECONDS LOG [option ...]

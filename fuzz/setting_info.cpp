@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include "fuzz/panel.hpp"
-#include "fuzz/target.hpp"
-#include "fuzz/utf.hpp"
+#include "fuzz/support/panel.hpp"
+#include "fuzz/support/target.hpp"
+#include "fuzz/support/utf.hpp"
 #include "platform/property_list.hpp"
 #include "plugin/setting_info/common_info.hpp"
 

@@ -3,8 +3,8 @@
 // it is saved, margins stay until a user edits them.
 #include <vector>
 
-#include "fuzz/panel.hpp"
-#include "fuzz/target.hpp"
+#include "fuzz/support/panel.hpp"
+#include "fuzz/support/target.hpp"
 
 namespace tandemtrim::fuzz {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "fuzz/target.hpp"
-#include "fuzz/utf.hpp"
+#include "fuzz/support/target.hpp"
+#include "fuzz/support/utf.hpp"
 
 namespace tandemtrim::fuzz {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <map>
 
-#include "fuzz/panel.hpp"
-#include "fuzz/target.hpp"
+#include "fuzz/support/panel.hpp"
+#include "fuzz/support/target.hpp"
 #include "view/decimal_formatter.hpp"
 #include "view/margin_entry.hpp"
 

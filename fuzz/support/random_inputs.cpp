@@ -1,7 +1,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "fuzz/target.hpp"
+#include "fuzz/support/target.hpp"
 
 // What libFuzzer calls with each input that it makes up.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {

@@ -1,4 +1,4 @@
-#include "fuzz/utf.hpp"
+#include "fuzz/support/utf.hpp"
 
 #include <optional>
 

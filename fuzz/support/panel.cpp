@@ -1,4 +1,4 @@
-#include "fuzz/panel.hpp"
+#include "fuzz/support/panel.hpp"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "fuzz/target.hpp"
+#include "fuzz/support/target.hpp"
 
 void tandemtrim::fuzz::require(bool holds, const std::string& property) {
   if (holds) return;
