@@ -1,5 +1,6 @@
 """Command lines that cannot be meant: each ends with status 2, and nothing is sent. Those of the manual page work."""
 
+import functools
 import os
 import re
 import shutil
@@ -64,12 +65,24 @@ class CommandLineTest(TerminalCase):
                 # The mistake comes last, so that it cannot swallow the file's name.
                 self.refuses("-d", "Morva", SAMPLE, *arguments, status=2, words=words)
 
+    @functools.cache
+    def options(self):
+        return set(re.findall(r"^  (-[-\w]+)", self.trim("--help").stdout, re.MULTILINE))
+
+    def test_the_manual_page_explains_every_option(self):
+        page = (PROJECT / "docs/tandem-trim.1").read_text().replace("\\-", "-")
+        synopsis, _, rest = page.partition(".SH SYNOPSIS")[2].partition(".SH ")
+        explained = rest.partition(".SH EXAMPLES")[0]
+        for place, text in {"the synopsis": synopsis, "the sections before the examples": explained}.items():
+            missing = {option for option in self.options() if not re.search(rf"(?<![-\w]){option}(?![-\w])", text)}
+            self.assertEqual(missing - {"-i"}, set(), f"missing in {place} of docs/tandem-trim.1")
+
     def test_the_examples_of_the_manual_page_work(self):
         examples = (PROJECT / "docs/tandem-trim.1").read_text().partition(".SH EXAMPLES")[2].partition(".SH ")[0]
         lines = [line.replace("\\-", "-").replace("\\(dq", '"').replace("\\e", "\\") for line in examples.splitlines() if "tandem-trim" in line]
         self.assertGreater(len(lines), 12)
-        options = set(re.findall(r"^  (-[-\w]+)", self.trim("--help").stdout, re.MULTILINE))
-        self.assertEqual({option for option in options if not any(f" {option}" in line for line in lines)}, NOT_SHOWN)
+        shown = {option for option in self.options() if any(f" {option}" in line for line in lines)}
+        self.assertEqual(self.options() - shown, NOT_SHOWN, "each other option has an example in docs/tandem-trim.1")
         folder = self.temporary_folder()
         shutil.copy(PPD, folder)
         shutil.copy(SAMPLE, folder / "report.pdf")

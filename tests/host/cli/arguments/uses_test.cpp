@@ -43,6 +43,8 @@ struct UseOfOptions {
   Arguments arguments;
   // Those that may stand beside it.
   Arguments beside;
+
+  friend void PrintTo(const UseOfOptions& use, std::ostream* out) { *out << use.name; }
 };
 
 class AUse : public testing::TestWithParam<UseOfOptions> {};
@@ -52,6 +54,9 @@ TEST_P(AUse, RefusesEachOptionThatHasNoPartInItByName) {
   for (const auto& option : optionNames()) {
     const bool isElsewhere = option == "--help" || option == "--version" || option == "-i";
     if (isElsewhere || option == use.name) continue;
+    SCOPED_TRACE(
+        option + " beside " + use.name +
+        " (a new option has a row in uses.cpp, and stands below with each use that it has a part in)");
     auto arguments = given(option);
     arguments.insert(arguments.end(), use.arguments.begin(), use.arguments.end());
     const auto parse = [&] { parseCommandLine(arguments); };
