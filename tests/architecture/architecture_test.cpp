@@ -122,7 +122,8 @@ Arrows arrows() {
 
 TEST(Architecture, HasNoArrowButThoseAllowed) {
   for (const auto& [folder, reached] : arrows()) {
-    ASSERT_TRUE(kAllowed.contains(folder)) << folder << " is not in the list of folders";
+    ASSERT_TRUE(kAllowed.contains(folder))
+        << folder << " is not in the list of folders above: name it and what it may include";
     EXPECT_THAT(reached, testing::IsSubsetOf(kAllowed.at(folder))) << "in " << folder;
   }
 }
@@ -177,7 +178,11 @@ TEST(Architecture, IsDrawnAsItIs) {
       if (word != "&") drawn[folder].insert(word);
     }
   }
-  EXPECT_EQ(drawn, drawable(arrows()));
+  const auto known = drawable(arrows());
+  for (const auto& arrow : known) drawn.try_emplace(arrow.first);
+  for (const auto& [folder, reached] : drawn)
+    EXPECT_EQ(reached, known.contains(folder) ? known.at(folder) : Names())
+        << "from " << folder << " in docs/architecture.md";
 }
 
 // A reader takes in a folder at a glance. What is counted are sources and what builds them.
@@ -191,7 +196,8 @@ TEST(Architecture, HasNoFolderOfMoreThanTwentyFiles) {
       ++files[pathInProject(entry->path().parent_path())];
     }
   }
-  for (const auto& [folder, count] : files) EXPECT_LE(count, 20) << folder;
+  for (const auto& [folder, count] : files)
+    EXPECT_LE(count, 20) << folder << ": put some of them into a folder below";
 }
 
 TEST(Architecture, LetsOneFileOfTheCoreKnowALibraryOfTheSystem) {

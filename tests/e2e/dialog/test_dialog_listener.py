@@ -143,7 +143,7 @@ class DialogListenerTest(DialogCase):
                 self.assertEqual([names[path] for path in visited if path in names], seen)
             with self.subTest(language, by="a reader"):
                 self.assertEqual([names[node.path] for node in controls], seen)
-            self.assertEqual(len(seen), CONTROLS)
+            self.assertEqual(len(seen), CONTROLS, f"CONTROLS counts them: {seen}")
             with self.subTest(language, by="their names"):
                 # The last two are the toolkit's.
                 for name in [node.name for node in controls][:-2]:
