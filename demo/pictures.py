@@ -1,8 +1,12 @@
 #!/usr/bin/python3
-"""Takes the pictures of the print dialog in docs/, on the screen of `make pictures`: in several languages, dark, with a warning, with a preset."""
+"""Takes the pictures of the print dialog in docs/, on the screen of `make pictures`: in several languages, dark, with a warning, with a preset.
+
+pictures.py dialog-german takes that one alone.
+"""
 
 import pathlib
 import subprocess
+import sys
 import tempfile
 
 from report import PAGES, report
@@ -61,12 +65,16 @@ def take(cups, document, name, options, variables, act=None):
 
 
 def main():
+    names = sys.argv[1:]
+    chosen = [picture for picture in PICTURES if not names or picture[0] in names]
+    if len(chosen) < len(names):
+        sys.exit("the pictures are " + ", ".join(picture[0] for picture in PICTURES))
     with PrivateCups() as cups, tempfile.TemporaryDirectory() as folder:
         document = pathlib.Path(folder) / "report.pdf"
         document.write_bytes(report())
         cups.add_queue(PRINTER, SAMPLES / "MorvaTandemKV2.ppd")
         keep_preset(cups)
-        for picture in PICTURES:
+        for picture in chosen:
             take(cups, document, *picture)
 
 
