@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Takes the pictures of the print dialog in docs/, on the screen of `make pictures`: in several languages, dark, with a warning, with a preset.
+"""Takes the pictures of the print dialog in docs/, on the screen of `make pictures`.
 
 pictures.py dialog-german takes that one alone.
 """
