@@ -17,12 +17,15 @@ class NibObject {
   virtual ~NibObject() = default;
 };
 
-/// A page of the document as it lies on the sheet: its picture, row by row in pixels 0x__RRGGBB, and the size
-/// in millimetres in which it is printed.
+/// A page of the document as it lies on the sheet: its picture, row by row in pixels 0x__RRGGBB, and the
+/// place and size in millimetres where it is printed. It may reach beyond the sheet.
 struct PageImage {
   int columns;
   int rows;
   std::vector<std::uint32_t> pixels;
+  /// From the sheet's edges.
+  double left;
+  double top;
   double width;
   double height;
   /// How much of it is empty at its edges, in millimetres: top, bottom, left, right; none where all of it is.
@@ -37,7 +40,7 @@ class View : public NibObject {
   /// Tells the size of the chosen paper in millimetres, whenever the host learns it. A view that draws no
   /// sheet ignores it.
   virtual void setPaperSize(double /*width*/, double /*height*/) {}
-  /// Shows this page in the middle of the sheet; null when there is none to show. A view that draws no sheet
+  /// Shows this page on the sheet; null when there is none to show. A view that draws no sheet
   /// ignores it.
   virtual void showPage(const std::shared_ptr<const PageImage>& /*page*/) {}
 };

@@ -33,9 +33,7 @@ Rectangle printOn(const Rectangle& printable, Position position) {
 }
 
 Rectangle pageOn(const Rectangle& paper, const SheetPage& page, double scale) {
-  const double width = page.width * scale;
-  const double height = page.height * scale;
-  return {paper.x + (paper.width - width) / 2, paper.y + (paper.height - height) / 2, width, height};
+  return {paper.x + page.left * scale, paper.y + page.top * scale, page.width * scale, page.height * scale};
 }
 
 // The top edge leads when it is the edge that goes first, else the left one does.
@@ -78,18 +76,19 @@ SheetLayout layOut(const Sheet& sheet, double width, double height) {
 std::array<long, 4> contentInMargins(const Sheet& sheet) {
   std::array<long, 4> depths{};
   if (!sheet.page || !sheet.page->empty) return depths;
-  const auto& [width, height, empty] = *sheet.page;
-  const double down = (sheet.height - height) / 2;
-  const double across = (sheet.width - width) / 2;
-  const auto& [top, bottom, left, right] = *empty;
+  const auto& page = *sheet.page;
+  const auto& empty = *page.empty;
+  // From the sheet's edges to the content.
+  const double top = page.top + empty[0];
+  const double bottom = sheet.height - page.top - page.height + empty[1];
+  const double left = page.left + empty[2];
+  const double right = sheet.width - page.left - page.width + empty[3];
   // The content is between `before` and `extent - behind`, seen from the margin's edge.
   const auto depth = [](double margin, double before, double behind, double extent) {
     return std::max(0L, std::lround(std::ceil(std::min(margin, extent - behind) - before - kRounding)));
   };
-  return {depth(sheet.top, down + top, down + bottom, sheet.height),
-          depth(sheet.bottom, down + bottom, down + top, sheet.height),
-          depth(sheet.left, across + left, across + right, sheet.width),
-          depth(sheet.right, across + right, across + left, sheet.width)};
+  return {depth(sheet.top, top, bottom, sheet.height), depth(sheet.bottom, bottom, top, sheet.height),
+          depth(sheet.left, left, right, sheet.width), depth(sheet.right, right, left, sheet.width)};
 }
 
 }  // namespace tandemtrim

@@ -5,8 +5,10 @@
 
 namespace tandemtrim {
 
-/// A page in the middle of a sheet, in millimetres.
+/// A page on a sheet, in millimetres from the sheet's left and upper edge.
 struct SheetPage {
+  double left{};
+  double top{};
   double width{};
   double height{};
   /// How much of it is empty at its top, bottom, left and right; none where all of it is.

@@ -110,6 +110,9 @@ void SheetPicture::refresh() {
 
 Sheet SheetPicture::sheet() const {
   const auto& margins = controls_.margins;
+  const auto page =
+      page_ ? std::optional(SheetPage{page_->left, page_->top, page_->width, page_->height, page_->empty})
+            : std::nullopt;
   return {.width = paperWidth_,
           .height = paperHeight_,
           .top = millimetres(margins[kTop]),
@@ -118,7 +121,7 @@ Sheet SheetPicture::sheet() const {
           .right = millimetres(margins[kRight]),
           .feed = chosen(*controls_.direction.control, kFeeds),
           .position = chosen(*controls_.position.control, kPositions),
-          .page = page_ ? std::optional(SheetPage{page_->width, page_->height, page_->empty}) : std::nullopt};
+          .page = page};
 }
 
 void SheetPicture::draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) const {

@@ -22,8 +22,11 @@ struct PageAnswer {
   double emptyBottom = -1;
   double emptyLeft = -1;
   double emptyRight = -1;
+  /// The largest among the longer sides of all of the document's pages, and among the shorter ones.
+  double longest = 0;
+  double broadest = 0;
 };
-static_assert(sizeof(PageAnswer) == 64);
+static_assert(sizeof(PageAnswer) == 80);
 
 /// The exit status of that program.
 enum class PageStatus : int {

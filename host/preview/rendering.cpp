@@ -33,10 +33,28 @@ struct Destroyed {
 using Surface = std::unique_ptr<cairo_surface_t, Destroyed>;
 using Context = std::unique_ptr<cairo_t, Destroyed>;
 
+using Page = std::unique_ptr<PopplerPage, Unreferenced>;
+
 struct Size {
   double width;
   double height;
 };
+
+// In points.
+Size sizeOf(PopplerPage& page) {
+  Size size{};
+  poppler_page_get_size(&page, &size.width, &size.height);
+  return size;
+}
+
+// Null for one that cannot be read, or has no size.
+Page pageOf(PopplerDocument& document, int number) {
+  Page page(poppler_document_get_page(&document, number - 1));
+  if (!page) return nullptr;
+  const auto [width, height] = sizeOf(*page);
+  const bool hasSize = width > 0 && height > 0 && std::isfinite(width) && std::isfinite(height);
+  return hasSize ? std::move(page) : nullptr;
+}
 
 // The number of pixels of a side; at least one is left of it.
 int pixels(double side) { return std::max(1, static_cast<int>(std::lround(side))); }
@@ -129,6 +147,16 @@ void measure(const Surface& surface, PageAnswer& answer) {
   answer.emptyRight = right * answer.pageWidth / width;
 }
 
+void measurePages(PopplerDocument& document, PageAnswer& answer) {
+  for (int number = 1; number <= static_cast<int>(answer.pages); ++number) {
+    const auto page = pageOf(document, number);
+    if (!page) continue;
+    const auto [width, height] = sizeOf(*page);
+    answer.longest = std::max(answer.longest, std::max(width, height) * kMillimetresPerPoint);
+    answer.broadest = std::max(answer.broadest, std::min(width, height) * kMillimetresPerPoint);
+  }
+}
+
 Surface reduced(Surface original, int longestSide) {
   const Size size{static_cast<double>(cairo_image_surface_get_width(original.get())),
                   static_cast<double>(cairo_image_surface_get_height(original.get()))};
@@ -172,11 +200,9 @@ Rendering render(int document, int page, int longestSide) {
   rendering.status = PageStatus::noSuchPage;
   if (page < 1 || page > count) return rendering;
   rendering.status = PageStatus::broken;
-  const std::unique_ptr<PopplerPage, Unreferenced> read(poppler_document_get_page(opened.get(), page - 1));
-  Size size{};
-  if (read) poppler_page_get_size(read.get(), &size.width, &size.height);
-  if (!(size.width > 0 && size.height > 0 && std::isfinite(size.width) && std::isfinite(size.height)))
-    return rendering;
+  const auto read = pageOf(*opened, page);
+  if (!read) return rendering;
+  const auto size = sizeOf(*read);
 
   auto surface = sheetOf(size, kMeasuredSide);
   const auto cairo = drawingOn(surface, size);
@@ -188,6 +214,7 @@ Rendering render(int document, int page, int longestSide) {
   answer.pageWidth = size.width * kMillimetresPerPoint;
   answer.pageHeight = size.height * kMillimetresPerPoint;
   measure(surface, answer);
+  measurePages(*opened, answer);
   surface = reduced(std::move(surface), longestSide);
   if (!isUsable(surface)) return rendering;
   takePixels(surface, rendering);

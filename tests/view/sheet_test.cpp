@@ -84,14 +84,14 @@ TEST(SheetLayout, PutsThePrintWhereThePositionSays) {
   EXPECT_FALSE(layOut({}, kWidth, kHeight).print);
 }
 
-TEST(SheetLayout, PutsThePageInTheMiddleToTheScaleOfThePaper) {
-  for (const auto& [width, height] : {std::pair{210.0, 297.0}, {100.0, 150.0}, {300.0, 10.0}}) {
-    const auto layout = layOut({.page = SheetPage{.width = width, .height = height}}, kWidth, kHeight);
+TEST(SheetLayout, PutsThePageInItsPlaceToTheScaleOfThePaper) {
+  for (const auto& expected : {SheetPage{0, 0, 210, 297}, {55, 70, 100, 150}, {-45, 3, 300, 10}}) {
+    const auto layout = layOut({.page = expected}, kWidth, kHeight);
     const auto& [paper, page] = std::pair{layout.paper, layout.page.value()};
-    EXPECT_NEAR(page.width / paper.width, width / 210, 1e-9);
-    EXPECT_NEAR(page.height / paper.height, height / 297, 1e-9);
-    EXPECT_NEAR(page.x + page.width / 2, paper.x + paper.width / 2, 1e-9);
-    EXPECT_NEAR(page.y + page.height / 2, paper.y + paper.height / 2, 1e-9);
+    EXPECT_NEAR(page.width / paper.width, expected.width / 210, 1e-9);
+    EXPECT_NEAR(page.height / paper.height, expected.height / 297, 1e-9);
+    EXPECT_NEAR((page.x - paper.x) / paper.width, expected.left / 210, 1e-9);
+    EXPECT_NEAR((page.y - paper.y) / paper.height, expected.top / 297, 1e-9);
   }
   EXPECT_FALSE(layOut({}, kWidth, kHeight).page);
 }
@@ -103,7 +103,7 @@ Sheet withContent(std::array<double, 4> margins) {
           .bottom = bottom,
           .left = left,
           .right = right,
-          .page = SheetPage{.width = 190, .height = 257, .empty = std::array{1.0, 2.0, 3.0, 4.0}}};
+          .page = SheetPage{10, 20, 190, 257, std::array{1.0, 2.0, 3.0, 4.0}}};
 }
 
 TEST(ContentInMargins, IsAsDeepAsItReachesIntoEachOfThem) {
@@ -124,6 +124,8 @@ TEST(ContentInMargins, IsNoneOfAPageThatEndsAtThem) {
     auto sheet = withContent({21, 22, 13, 14});
     sheet.width += difference;
     sheet.height += difference;
+    sheet.page->left += difference / 2;
+    sheet.page->top += difference / 2;
     EXPECT_EQ(contentInMargins(sheet), (std::array<long, 4>{})) << difference;
   }
 }

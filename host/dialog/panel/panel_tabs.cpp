@@ -19,10 +19,15 @@ GtkNotebook* notebookOf(Gtk::Widget& page) {
   return GTK_NOTEBOOK(gtk_widget_get_ancestor(page.gobj(), GTK_TYPE_NOTEBOOK));
 }
 
-SheetSize sheetIn(const Gtk::PageSetup& setup) {
+PaperSheet sheetIn(const Gtk::PageSetup& setup, ppd_file_t* ppd) {
   constexpr auto kUnit = Gtk::Unit::MM;
-  return {setup.get_paper_width(kUnit), setup.get_paper_height(kUnit), setup.get_page_width(kUnit),
-          setup.get_page_height(kUnit)};
+  PaperSheet sheet{setup.get_paper_width(kUnit), setup.get_paper_height(kUnit),
+                   unprintableEdges(ppd, setup.get_paper_size().get_ppd_name()),
+                   ppd != nullptr && ppd->landscape < 0};
+  const bool isUpright = setup.get_orientation() == Gtk::PageOrientation::PORTRAIT ||
+                         setup.get_orientation() == Gtk::PageOrientation::REVERSE_PORTRAIT;
+  if (sheet.unprintable && !isUpright) sheet.unprintable = edgesAcross(*sheet.unprintable);
+  return sheet;
 }
 
 }  // namespace
@@ -164,7 +169,7 @@ void PanelTabs::showPage() {
     const auto* page = preview_.page();
     const auto options = page == nullptr ? std::nullopt : events_.optionsOfServer();
     if (!options || !isPageOnItsSheet(*options)) page = nullptr;
-    const auto image = page == nullptr ? nullptr : placed(*page, sheetIn(*dialog_.get_page_setup()));
+    const auto image = page == nullptr ? nullptr : placed(*page, sheetIn(*dialog_.get_page_setup(), ppd_));
     callPlugin(bundle_->path, "showPage", [&] { session_->view().showPage(image); });
     page_.showPageNumber(preview_.number(), page == nullptr ? 0 : page->pages);
   });

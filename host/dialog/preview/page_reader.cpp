@@ -133,13 +133,16 @@ std::optional<RenderedPage> pageIn(std::span<const std::byte> answer, int longes
   const auto most = static_cast<std::uint32_t>(longestSide);
   const bool isPage = head.mark == PageAnswer::kMark && head.pages > 0 && head.pages <= kMostPages &&
                       head.width > 0 && head.width <= most && head.height > 0 && head.height <= most &&
-                      isLength(head.pageWidth) && isLength(head.pageHeight) &&
+                      isLength(head.pageWidth) && isLength(head.pageHeight) && isLength(head.longest) &&
+                      isLength(head.broadest) &&
                       pixels.size() == std::size_t{head.width} * head.height * sizeof(std::uint32_t);
   if (!isPage) return std::nullopt;
   RenderedPage page{static_cast<int>(head.pages),
                     head.pageWidth,
                     head.pageHeight,
                     emptyEdges(head),
+                    head.longest,
+                    head.broadest,
                     static_cast<int>(head.width),
                     static_cast<int>(head.height),
                     {}};

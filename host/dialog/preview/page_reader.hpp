@@ -19,6 +19,8 @@ struct Edges {
   double bottom;
   double left;
   double right;
+
+  friend bool operator==(const Edges&, const Edges&) = default;
 };
 
 /// A page of a document as it is printed. Its size is in millimetres, that of its picture in pixels, each
@@ -30,6 +32,9 @@ struct RenderedPage {
   double height;
   /// How much is empty at each edge; none where all of the page is.
   std::optional<Edges> empty;
+  /// The largest among the longer sides of all of the document's pages, and among the shorter ones.
+  double longest;
+  double broadest;
   int columns;
   int rows;
   std::vector<std::uint32_t> pixels;

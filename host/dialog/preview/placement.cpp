@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -10,8 +12,9 @@
 namespace tandemtrim::host {
 namespace {
 
-// By so much a page may be larger than the sheet without being reduced: papers are given in whole points.
-constexpr double kSameSize = 1;
+constexpr double kPointInMillimetres = 25.4 / 72;
+// By so much a page may be larger than the sheet without being reduced.
+constexpr double kTolerated = 1.02;
 
 // An option by which the print system lays pages out or prints on them, and its value that changes nothing.
 struct LayingOut {
@@ -47,16 +50,43 @@ constexpr std::array<LayingOut, 27> kLayingOut{{{"number-up", "1"},
                                                 {"pdfAutorotate", "true"},
                                                 {"pdftopdfAutoRotate", "true"}}};
 
-// The picture of a page that is turned to the left: its upper edge is on the left then.
-std::vector<std::uint32_t> turned(const RenderedPage& page) {
+// The picture of a page that is turned to the left: its upper edge is on the left then. Or to the right.
+std::vector<std::uint32_t> turned(const RenderedPage& page, bool toTheRight) {
   std::vector<std::uint32_t> pixels;
   pixels.reserve(page.pixels.size());
-  for (int column = page.columns - 1; column >= 0; --column) {
-    for (int row = 0; row < page.rows; ++row)
+  for (int i = 0; i < page.columns; ++i) {
+    const int column = toTheRight ? i : page.columns - 1 - i;
+    for (int j = 0; j < page.rows; ++j) {
+      const int row = toTheRight ? page.rows - 1 - j : j;
       pixels.push_back(page.pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(page.columns) +
                                    static_cast<std::size_t>(column)]);
+    }
   }
   return pixels;
+}
+
+Edges turned(const Edges& edges, bool toTheRight) {
+  const auto& [top, bottom, left, right] = edges;
+  return toTheRight ? Edges{left, right, bottom, top} : Edges{right, left, top, bottom};
+}
+
+// As the print system compares them: in whole points of the page.
+bool isTooLong(double length, double sheet) {
+  constexpr double kInexact = 0.01;
+  return std::floor(length / kPointInMillimetres / kTolerated) > sheet / kPointInMillimetres + kInexact;
+}
+
+// One page that is too large has all of them fitted.
+bool isFitted(const RenderedPage& page, const PaperSheet& sheet) {
+  return isTooLong(page.longest, std::max(sheet.width, sheet.height)) ||
+         isTooLong(page.broadest, std::min(sheet.width, sheet.height));
+}
+
+void resize(platform::PageImage& image, double factor) {
+  image.width *= factor;
+  image.height *= factor;
+  if (!image.empty) return;
+  for (auto& edge : *image.empty) edge *= factor;
 }
 
 }  // namespace
@@ -70,25 +100,47 @@ bool isPageOnItsSheet(const Options& options) {
   });
 }
 
-std::shared_ptr<const platform::PageImage> placed(const RenderedPage& page, const SheetSize& sheet) {
+std::optional<Edges> unprintableEdges(ppd_file_t* ppd, const std::string& paper) {
+  if (ppd == nullptr) return std::nullopt;
+  const auto inMillimetres = [](double top, double bottom, double left, double right) {
+    return Edges{top * kPointInMillimetres, bottom * kPointInMillimetres, left * kPointInMillimetres,
+                 right * kPointInMillimetres};
+  };
+  for (const auto& size : std::span(ppd->sizes, static_cast<std::size_t>(ppd->num_sizes))) {
+    if (isSameKeyword(size.name, paper))
+      return inMillimetres(size.length - size.top, size.bottom, size.left, size.width - size.right);
+  }
+  if (ppd->variable_sizes == 0) return std::nullopt;
+  const auto& [left, bottom, right, top] = ppd->custom_margins;
+  return inMillimetres(top, bottom, left, right);
+}
+
+Edges edgesAcross(const Edges& upright) { return turned(upright, false); }
+
+std::shared_ptr<const platform::PageImage> placed(const RenderedPage& page, const PaperSheet& sheet) {
   const bool isTurned = (page.width > page.height) != (sheet.width > sheet.height);
-  platform::PageImage image{page.columns, page.rows,   isTurned ? turned(page) : page.pixels,
-                            page.width,   page.height, {}};
+  platform::PageImage image{page.columns, page.rows, {}, 0, 0, page.width, page.height, {}};
+  image.pixels = isTurned ? turned(page, sheet.turnsRight) : page.pixels;
   if (page.empty) {
-    const auto& [top, bottom, left, right] = *page.empty;
-    image.empty = isTurned ? std::array{right, left, top, bottom} : std::array{top, bottom, left, right};
+    const auto [top, bottom, left, right] = isTurned ? turned(*page.empty, sheet.turnsRight) : *page.empty;
+    image.empty = {top, bottom, left, right};
   }
   if (isTurned) {
     std::swap(image.columns, image.rows);
     std::swap(image.width, image.height);
   }
-  if (image.width > sheet.width + kSameSize || image.height > sheet.height + kSameSize) {
-    const double scale = std::min(sheet.printableWidth / image.width, sheet.printableHeight / image.height);
-    image.width *= scale;
-    image.height *= scale;
-    for (std::size_t edge = 0; image.empty && edge < image.empty->size(); ++edge)
-      image.empty->at(edge) *= scale;
+  Edges around{};
+  if (isFitted(page, sheet)) {
+    // Without any, the print system fills the sheet and crops what is beyond.
+    if (!sheet.unprintable || *sheet.unprintable == Edges{}) return nullptr;
+    around = *sheet.unprintable;
+    const double across = sheet.width - around.left - around.right;
+    const double down = sheet.height - around.top - around.bottom;
+    if (across <= 0 || down <= 0) return nullptr;
+    resize(image, std::min(across / image.width, down / image.height));
   }
+  image.left = (sheet.width + around.left - around.right - image.width) / 2;
+  image.top = (sheet.height + around.top - around.bottom - image.height) / 2;
   return std::make_shared<const platform::PageImage>(std::move(image));
 }
 

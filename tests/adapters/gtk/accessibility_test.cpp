@@ -111,7 +111,7 @@ TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
 TEST(ScreenReader, HearsOfThePageWhatIsNotedAboutIt) {
   ShownPanel shown;
   shown.view().showPage(std::make_shared<platform::PageImage>(
-      platform::PageImage{1, 1, {0}, 210, 297, std::array{2.0, 9.0, 9.0, 9.0}}));
+      platform::PageImage{1, 1, {0}, 0, 0, 210, 297, std::array{2.0, 9.0, 9.0, 9.0}}));
   const std::string note = "The page has content in: Top Margin (up to 3 mm)";
   const auto told = toldOfThisProgram();
   const auto label = std::ranges::find(told, note, &Told::name);

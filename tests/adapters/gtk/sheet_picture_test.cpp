@@ -146,10 +146,11 @@ TEST_F(SheetPicture, IsNotMirrored) {
   EXPECT_GT(before, behind + 5);
 }
 
-// A page of one colour, in the size of the paper, with content up to its edges.
+// A page of one colour in the middle of the paper, with content up to its edges.
 std::shared_ptr<platform::PageImage> pageOf(std::uint32_t colour, double width = 210, double height = 297) {
-  return std::make_shared<platform::PageImage>(
-      platform::PageImage{10, 10, std::vector(100, colour), width, height, std::array<double, 4>{}});
+  return std::make_shared<platform::PageImage>(platform::PageImage{10, 10, std::vector(100, colour),
+                                                                   (210 - width) / 2, (297 - height) / 2,
+                                                                   width, height, std::array<double, 4>{}});
 }
 
 bool isRed(Colour colour) { return colour.red > 200 && colour.green < 60 && colour.blue < 60; }

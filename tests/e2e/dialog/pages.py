@@ -11,12 +11,11 @@ def bar(left, top, width, height):
     return (left, top, width, height)
 
 
-def pdf(*pages, size=A4, trailer=""):
-    """A document of these pages, each a list of bars."""
-    width, height = size
+def pdf(*pages, size=A4, sizes=(), trailer=""):
+    """A document of these pages, each a list of bars; `sizes` are those of the first ones, where they differ."""
     objects = ["<</Type/Catalog/Pages 2 0 R>>", None]
     kids = []
-    for bars in pages:
+    for bars, (width, height) in zip(pages, [*sizes, *[size] * (len(pages) - len(sizes))], strict=True):
         content = f"{RED} rg " + " ".join(
             f"{left * POINTS} {(height - top - high) * POINTS} {wide * POINTS} {high * POINTS} re f" for left, top, wide, high in bars
         )

@@ -30,6 +30,13 @@ def is_red(colour):
     return red > green + 60 and red > blue
 
 
+def colours_in(pixels):
+    """The rows of pixels, each its red, green and blue."""
+    content, step, row = pixels.get_pixels(), pixels.get_n_channels(), pixels.get_rowstride()
+    places = [range(y * row, y * row + pixels.get_width() * step, step) for y in range(pixels.get_height())]
+    return [[tuple(content[place : place + 3]) for place in line] for line in places]
+
+
 class PagePreviewTest(DialogCase):
     def document(self, content, name="document.pdf"):
         path = self.temporary_folder() / name
@@ -53,9 +60,7 @@ class PagePreviewTest(DialogCase):
         path = self.temporary_folder() / "dialog.png"
         dialog.save_picture(path)
         left, top, width, height = dialog.program.place(self.picture(dialog))
-        pixels = GdkPixbuf.Pixbuf.new_from_file(str(path)).new_subpixbuf(left, top, width, height)
-        content, step, row = pixels.get_pixels(), pixels.get_n_channels(), pixels.get_rowstride()
-        return [[tuple(content[y * row + x * step : y * row + x * step + 3]) for x in range(width)] for y in range(height)]
+        return colours_in(GdkPixbuf.Pixbuf.new_from_file(str(path)).new_subpixbuf(left, top, width, height))
 
     def red(self, dialog):
         """The middle of all that is red in the picture, each way from 0 to 1; none without any."""
@@ -128,6 +133,34 @@ class PagePreviewTest(DialogCase):
         dialog = self.shown(pages.pdf([bar(128, 2, 40, 20)], size=A4[::-1]), side="Left")
         dialog.says(f"{NOTE}Left Margin (up to 3 mm)")
         self.assertLess(self.see_red(dialog)[0], 0.45)
+
+    def left_of_print(self, record):
+        """How many millimetres are empty at the left of the sheet that the print system made of the document's first page."""
+        picture = self.temporary_folder() / "printed"
+        command = ["pdftoppm", "-png", "-singlefile", "-r", str(10 * 25.4), record.document, picture]
+        subprocess.run(command, check=True)
+        rows = colours_in(GdkPixbuf.Pixbuf.new_from_file(f"{picture}.png"))
+        return min(x for row in rows for x, colour in enumerate(row) if is_red(colour)) / 10
+
+    def test_pages_are_fitted_where_the_print_system_fits_them(self):
+        # 10 mm are unprintable at the left, 20 at the right; the printer gets what the print system has laid out.
+        ppd = self.temporary_folder() / "fitting.ppd"
+        left, bottom, right, top = (length * 72 / 25.4 for length in (10, 5, 190, 282))
+        ppd.write_text(
+            PPD.read_text()
+            .replace('*ImageableArea A4/A4: "12 12 583 830"', f'*ImageableArea A4/A4: "{left} {bottom} {right} {top}"')
+            .replace('*cupsFilter: "application/pdf 0 morvatandem"\n', "")
+        )
+        self.cups.add_queue("Morva", ppd)
+        large, small = (297, 420), (100, 150)
+        for sizes in ((large,), (small, large)):
+            with self.subTest(sizes):
+                dialog = self.shown(pages.pdf(*([bar(0, 0, *size)] for size in sizes), sizes=sizes), side="Left", margin=15)
+                dialog.says(f"{NOTE}Left Margin (up to 5 mm)")
+                self.assertLess(self.see_red(dialog)[0], 0.49)
+                dialog.page("General")
+                dialog.press("Print")
+                self.assertAlmostEqual(self.left_of_print(self.printed(dialog)), 10, delta=0.3)
 
     def test_a_smaller_page_is_in_the_middle_of_its_paper(self):
         dialog = self.shown(pages.pdf([bar(0, 0, 100, 150)], size=(100, 150)), side="Left", margin=15)

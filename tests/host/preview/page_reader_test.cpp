@@ -141,6 +141,14 @@ TEST_F(RenderedPages, AreThoseThatAreAskedFor) {
   EXPECT_THAT(refusalOf(document, 3), HasSubstr("no such page"));
 }
 
+TEST_F(RenderedPages, SayHowLargeThePagesOfTheDocumentAre) {
+  const auto page =
+      read(pdfOf({PdfPage{}, PdfPage{.width = 300, .height = 100}, PdfPage{.width = 250, .height = 260}}));
+  EXPECT_NEAR(page.longest, 300, 0.01);
+  EXPECT_NEAR(page.broadest, 250, 0.01);
+  EXPECT_NEAR(page.width, 210, 0.01);
+}
+
 TEST_F(RenderedPages, ComeFromADocumentOfTenThousandPages) {
   const auto document = pdfOf(std::vector(10'000, PdfPage{.bars = {{10, 10, 5, 5}}}));
   EXPECT_EQ(read(document).pages, 10'000);
@@ -314,7 +322,8 @@ PageAnswer smallAnswer() {
   answer.width = 2;
   answer.height = 3;
   answer.pageWidth = 20;
-  answer.pageHeight = 30;
+  answer.pageHeight = answer.longest = 30;
+  answer.broadest = 20;
   answer.emptyTop = answer.emptyBottom = answer.emptyLeft = answer.emptyRight = 1;
   return answer;
 }
@@ -357,7 +366,9 @@ TEST(AnAnswer, IsNoneWithANumberThatNoPageHas) {
                                     [](auto& answer) { answer.pageWidth = 0; },
                                     [](auto& answer) { answer.pageWidth = kNaN; },
                                     [](auto& answer) { answer.pageHeight = HUGE_VAL; },
-                                    [](auto& answer) { answer.pageHeight = -1; }};
+                                    [](auto& answer) { answer.pageHeight = -1; },
+                                    [](auto& answer) { answer.longest = 0; },
+                                    [](auto& answer) { answer.broadest = kNaN; }};
   for (std::size_t i = 0; i < changes.size(); ++i) {
     auto answer = smallAnswer();
     changes[i](answer);

@@ -4,32 +4,47 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/temporary_folder.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
-constexpr SheetSize kA4{210, 297, 202, 289};
-constexpr SheetSize kLandscape{297, 210, 289, 202};
+constexpr PaperSheet kA4{210, 297, Edges{5, 15, 6, 14}, false};
+constexpr PaperSheet kLandscape{297, 210, Edges{5, 15, 6, 14}, false};
 
-// Of three by two pixels, from 1 to 6.
+// Of three by two pixels, from 1 to 6, and the only one of its document.
 RenderedPage pageOf(double width, double height) {
-  return {1, width, height, Edges{10, 20, 30, 40}, 3, 2, {1, 2, 3, 4, 5, 6}};
+  return {1,
+          width,
+          height,
+          Edges{10, 20, 30, 40},
+          std::max(width, height),
+          std::min(width, height),
+          3,
+          2,
+          {1, 2, 3, 4, 5, 6}};
 }
 
-void expectEmptyEdges(const platform::PageImage& image, const std::array<double, 4>& expected) {
+using EmptyEdges = std::array<double, 4>;
+
+void expectPlace(const platform::PageImage& image, double left, double top, double width, double height,
+                 const EmptyEdges& empty) {
+  EXPECT_NEAR(image.left, left, 1e-9);
+  EXPECT_NEAR(image.top, top, 1e-9);
+  EXPECT_NEAR(image.width, width, 1e-9);
+  EXPECT_NEAR(image.height, height, 1e-9);
   ASSERT_TRUE(image.empty);
-  for (std::size_t edge = 0; edge < expected.size(); ++edge)
-    EXPECT_NEAR(image.empty->at(edge), expected.at(edge), 1e-9) << edge;
+  for (std::size_t edge = 0; edge < empty.size(); ++edge)
+    EXPECT_NEAR(image.empty->at(edge), empty.at(edge), 1e-9) << edge;
 }
 
-TEST(APageOnItsSheet, HasItsOwnSizeWhereThereIsRoom) {
-  for (const auto& [width, height] : {std::pair{210.0, 297.0}, {210.7, 297.9}, {100.0, 150.0}}) {
+TEST(APageOnItsSheet, IsInTheMiddleInItsOwnSizeWhereThereIsRoom) {
+  for (const auto& [width, height] : {std::pair{210.0, 297.0}, {213.0, 302.0}, {100.0, 150.0}}) {
     const auto image = placed(pageOf(width, height), kA4);
-    EXPECT_EQ(image->width, width);
-    EXPECT_EQ(image->height, height);
+    expectPlace(*image, (210 - width) / 2, (297 - height) / 2, width, height, {10, 20, 30, 40});
     EXPECT_EQ(image->columns, 3);
     EXPECT_EQ(image->rows, 2);
     EXPECT_THAT(image->pixels, testing::ElementsAre(1, 2, 3, 4, 5, 6));
-    expectEmptyEdges(*image, {10, 20, 30, 40});
   }
 }
 
@@ -37,23 +52,52 @@ TEST(APageOnItsSheet, IsTurnedToTheLeftWhereItIsOfTheOtherOrientation) {
   for (const auto& [page, sheet] :
        {std::pair{pageOf(297, 210), kA4}, {pageOf(150, 100), kA4}, {pageOf(210, 297), kLandscape}}) {
     const auto image = placed(page, sheet);
-    EXPECT_EQ(image->width, page.height);
-    EXPECT_EQ(image->height, page.width);
+    // Its right edge is at the top, its upper one on the left.
+    expectPlace(*image, (sheet.width - page.height) / 2, (sheet.height - page.width) / 2, page.height,
+                page.width, {40, 30, 10, 20});
     EXPECT_EQ(image->columns, 2);
     EXPECT_EQ(image->rows, 3);
     EXPECT_THAT(image->pixels, testing::ElementsAre(3, 6, 2, 5, 1, 4));
-    // Its right edge is at the top, its upper one on the left.
-    expectEmptyEdges(*image, {40, 30, 10, 20});
   }
 }
 
-TEST(APageOnItsSheet, IsReducedToWhatIsPrintableWhereTheSheetIsTooSmall) {
-  const auto image = placed(pageOf(404, 100'000), kA4);
-  EXPECT_NEAR(image->height, 289, 1e-9);
-  const auto wide = placed(pageOf(404, 500), kA4);
-  EXPECT_NEAR(wide->width, 202, 1e-9);
-  EXPECT_NEAR(wide->height, 250, 1e-9);
-  expectEmptyEdges(*wide, {5, 10, 15, 20});
+TEST(APageOnItsSheet, IsTurnedToTheRightWhereThePrinterTurnsThatWay) {
+  auto sheet = kA4;
+  sheet.turnsRight = true;
+  const auto image = placed(pageOf(297, 210), sheet);
+  EXPECT_THAT(image->pixels, testing::ElementsAre(4, 1, 5, 2, 6, 3));
+  expectPlace(*image, 0, 0, 210, 297, {30, 40, 20, 10});
+  EXPECT_THAT(placed(pageOf(210, 297), sheet)->pixels, testing::ElementsAre(1, 2, 3, 4, 5, 6));
+}
+
+// What can be printed on is 190 x 277 mm, 6 mm from the left and 5 mm from the top.
+TEST(APageOnItsSheet, IsFittedToWhatIsPrintableWhereTheSheetIsTooSmall) {
+  expectPlace(*placed(pageOf(380, 400), kA4), 6, 5 + (277 - 200) / 2.0, 190, 200, {5, 10, 15, 20});
+  expectPlace(*placed(pageOf(400, 554), kA4), 6, 5 + (277 - 554 * 0.475) / 2, 190, 554 * 0.475,
+              {4.75, 9.5, 14.25, 19});
+  const auto tall = placed(pageOf(100, 2770), kA4);
+  expectPlace(*tall, 6 + (190 - 10) / 2.0, 5, 10, 277, {1, 2, 3, 4});
+}
+
+TEST(APageOnItsSheet, IsFittedAlongWithALargerOneOfItsDocument) {
+  for (const auto& [longest, broadest] : {std::pair{420.0, 210.0}, {297.0, 250.0}, {304.0, 210.0}}) {
+    auto page = pageOf(100, 150);
+    page.longest = longest;
+    page.broadest = broadest;
+    const double factor = 277 / 150.0;
+    expectPlace(*placed(page, kA4), 6 + (190 - 100 * factor) / 2, 5, 100 * factor, 277,
+                {10 * factor, 20 * factor, 30 * factor, 40 * factor});
+  }
+  EXPECT_EQ(placed(pageOf(297, 150), kA4)->width, 150);
+}
+
+TEST(APageOnItsSheet, IsNotShownWhereItIsCroppedOrItsPlaceIsUnknown) {
+  for (const auto& edges :
+       {std::optional<Edges>(), {Edges{}}, {Edges{200, 100, 5, 5}}, {Edges{5, 5, 110, 100}}}) {
+    const PaperSheet sheet{210, 297, edges, false};
+    EXPECT_FALSE(placed(pageOf(297, 420), sheet));
+    EXPECT_TRUE(placed(pageOf(210, 297), sheet));
+  }
 }
 
 TEST(APageOnItsSheet, MayBeEmpty) {
@@ -61,6 +105,46 @@ TEST(APageOnItsSheet, MayBeEmpty) {
   page.empty.reset();
   EXPECT_FALSE(placed(page, kA4)->empty);
 }
+
+// A printer with two papers, and with others in any size where it says so.
+PpdHandle ppdWithPapers(const std::string& more) {
+  const test::TemporaryFolder folder;
+  PpdHandle ppd(
+      ppdOpenFile(folder
+                      .write("papers.ppd",
+                             "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n*ModelName: \"Papers\"\n"
+                             "*OpenUI *PageSize: PickOne\n*DefaultPageSize: A4\n*PageSize A4: \"\"\n"
+                             "*PageSize Edge: \"\"\n*CloseUI: *PageSize\n"
+                             "*ImageableArea A4: \"18 36 559 788\"\n*PaperDimension A4: \"595 842\"\n"
+                             "*ImageableArea Edge: \"0 0 300 400\"\n*PaperDimension Edge: \"300 400\"\n" +
+                                 more)
+                      .c_str()));
+  EXPECT_TRUE(ppd);
+  return ppd;
+}
+
+TEST(UnprintableEdges, AreThoseOfThePpd) {
+  const auto expectEdges = [](const std::optional<Edges>& edges, const EmptyEdges& points) {
+    ASSERT_TRUE(edges);
+    const auto& [top, bottom, left, right] = *edges;
+    EXPECT_THAT(
+        (EmptyEdges{top, bottom, left, right}),
+        testing::Pointwise(testing::DoubleNear(1e-6), {points[0] * 25.4 / 72, points[1] * 25.4 / 72,
+                                                       points[2] * 25.4 / 72, points[3] * 25.4 / 72}));
+  };
+  const auto ppd = ppdWithPapers("");
+  expectEdges(unprintableEdges(ppd.get(), "A4"), {54, 36, 18, 36});
+  EXPECT_EQ(unprintableEdges(ppd.get(), "Edge"), Edges{});
+  EXPECT_FALSE(unprintableEdges(ppd.get(), "Custom.200x300"));
+  EXPECT_FALSE(unprintableEdges(nullptr, "A4"));
+  const auto anySize = ppdWithPapers(
+      "*CustomPageSize True: \"pop\"\n*HWMargins: 10 20 30 40\n*ParamCustomPageSize Width: 1 points 36 999\n"
+      "*ParamCustomPageSize Height: 2 points 36 999\n");
+  expectEdges(unprintableEdges(anySize.get(), "Custom.200x300"), {40, 20, 10, 30});
+}
+
+// As the print system takes them: the upper edge of the paper is on the left of what is read across.
+TEST(UnprintableEdges, AreTurnedWithTheSheet) { EXPECT_EQ(edgesAcross({1, 2, 3, 4}), (Edges{4, 3, 1, 2})); }
 
 TEST(APageOnItsSheet, IsAloneThereUnlessAnOptionLaysPagesOut) {
   EXPECT_TRUE(isPageOnItsSheet({}));
