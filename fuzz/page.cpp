@@ -50,8 +50,8 @@ void examine(std::string_view input) {
   if (const auto page = pageIn(std::as_bytes(std::span(input)), kLongestSide)) requirePage(*page);
   const auto begin = std::chrono::steady_clock::now();
   try {
-    requirePage(
-        readPage(documentOf(input), {.program = PAGE_PROGRAM, .longestSide = kLongestSide, .limit = kLimit}));
+    const PageRequest request{.program = PAGE_PROGRAM, .longestSide = kLongestSide, .limit = kLimit};
+    if (const auto page = readPage(documentOf(input), request)) requirePage(*page);
   } catch (const Failure& failure) {
     const std::string_view reason = failure.what();
     require(reason.starts_with("the document's page is not shown: it"),

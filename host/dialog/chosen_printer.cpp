@@ -36,11 +36,15 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSet
       events_(std::move(events)),
       selection_(window.dialog(), [this](const std::string& printer) { onChoice(printer); }),
       tabs_(window.dialog()),
-      presets_(window.dialog(), line.preset, report,
-               {[this] { return withoutKeywords(panel_.shownOptions(), panel_.illegalDefaults()); },
-                [this] { return optionsOfPages(); }, [this](const Options& options) { panel_.show(options); },
-                [this](const Options& options) { return showOnPages(options); },
-                [this] { window_.giveUpPrint(); }, [this] { panel_.updatePresets(); }}),
+      presets_(
+          window.dialog(), line.preset, report,
+          {[this] { return withoutKeywords(panel_.shownOptions(), panel_.illegalDefaults()); },
+           [this] { return optionsOfPages(); }, [this](const Options& options) { panel_.show(options); },
+           [this](const Options& options) { return showOnPages(options); }, [this] { window_.giveUpPrint(); },
+           [this] {
+             panel_.updatePresets();
+             panel_.updateSheet();
+           }}),
       panel_(window.dialog(), line.plugin, report,
              {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp,
               [this] { return otherOptionsOrNone(); }, [this] { return optionsOfServer(); },

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <csignal>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -38,7 +39,7 @@ bool writeAll(std::span<const std::byte> bytes) {
 
 PageStatus answer(std::span<char* const> words) {
   if (words.size() != 3) return PageStatus::notStarted;
-  const auto page = numberIn(words[1], 1 << 30);
+  const auto page = numberIn(words[1], std::numeric_limits<int>::max());
   const auto longestSide = numberIn(words[2], kMostPixels);
   // Poppler reads all of what it knows as standard input at once.
   const int document = dup(STDIN_FILENO);

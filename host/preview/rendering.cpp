@@ -197,6 +197,7 @@ Rendering render(int document, int page, int longestSide) {
     return rendering;
   }
   const int count = poppler_document_get_n_pages(opened.get());
+  if (count < 1) return rendering;
   rendering.status = PageStatus::noSuchPage;
   if (page < 1 || page > count) return rendering;
   rendering.status = PageStatus::broken;

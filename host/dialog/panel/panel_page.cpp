@@ -108,10 +108,10 @@ void PanelPage::showPresets(const PresetList& list) {
   if (presets_) presets_->show(list);
 }
 
-void PanelPage::showPageNumber(int page, int pages) {
-  if (!pageRow_ && pages == 0) return;
+void PanelPage::showPagePlace(const PagePlace& place) {
+  if (!pageRow_ && place.pages == 0) return;
   if (!pageRow_) pageRow_.emplace(turn_).insert_before(*presets_, help);
-  pageRow_->show(page, pages);
+  pageRow_->show(place);
 }
 
 void PanelPage::hideWarning() {

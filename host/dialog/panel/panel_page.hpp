@@ -22,7 +22,7 @@ namespace tandemtrim::host {
 /// conflicts, and the host's own controls.
 class PanelPage : public Gtk::Box {
  public:
-  /// `turn` goes on by so many pages of the document, or back.
+  /// `turn` goes on by a page of the document, or back where it gets a negative number.
   PanelPage(PresetRow::Events presets, std::function<void(int)> turn);
   PanelPage(const PanelPage&) = delete;
   PanelPage& operator=(const PanelPage&) = delete;
@@ -36,8 +36,8 @@ class PanelPage : public Gtk::Box {
   void removeView();
   /// Shows the presets above the view, if there is one.
   void showPresets(const PresetList& list);
-  /// Says above the view which page of the document it shows, of so many; 0 for none.
-  void showPageNumber(int page, int pages);
+  /// Says above the view which page of the document it shows.
+  void showPagePlace(const PagePlace& place);
   /// Whether edits of the view are reported, which costs time.
   void reportEdits(bool reports) { reportsEdits_ = reports; }
   /// Runs after a reported edit of the view; once for several edits in a row.

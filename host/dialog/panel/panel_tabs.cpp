@@ -38,7 +38,7 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
       plugin_(std::move(plugin)),
       report_(std::move(report)),
       events_(std::move(events)),
-      page_(*Gtk::make_managed<PanelPage>(events_.presets, [this](int pages) { preview_.turn(pages); })),
+      page_(*Gtk::make_managed<PanelPage>(events_.presets, [this](int step) { preview_.turn(step); })),
       summary_(*Gtk::make_managed<SummaryTab>()),
       title_(addTabs()),
       preview_(report_, {events_.openDocument, [this] { showPage(); }}) {
@@ -149,29 +149,36 @@ void PanelTabs::showPanel() {
   auto& view = session_->view();
   if (view.toolkitView() == nullptr) throw incomplete(bundle_->path, "its view could not be loaded");
   page_.showView(GTK_WIDGET(view.toolkitView()));
-  const auto sheet = paper();
-  callPlugin(bundle_->path, "setPaperSize", [&] { view.setPaperSize(sheet.width, sheet.height); });
+  showPaper();
   session_->willShow();
   warn();
   updatePresets();
-  startPage();
-}
-
-// What lays pages out otherwise is chosen in other tabs.
-void PanelTabs::startPage() {
-  preview_.start();
   showPage();
 }
 
+void PanelTabs::showPaper() {
+  const auto sheet = paper();
+  callPlugin(bundle_->path, "setPaperSize",
+             [&] { session_->view().setPaperSize(sheet.width, sheet.height); });
+}
+
+void PanelTabs::updateSheet() {
+  if (!session_ || !page_.get_mapped()) return;
+  guarded([&] { showPaper(); });
+  showPage();
+}
+
+// What prints some of the pages, or lays them out otherwise, is chosen in other tabs.
 void PanelTabs::showPage() {
   if (!session_ || !page_.get_mapped()) return;
   guarded([&] {
-    const auto* page = preview_.page();
-    const auto options = page == nullptr ? std::nullopt : events_.optionsOfServer();
-    if (!options || !isPageOnItsSheet(*options)) page = nullptr;
+    const auto options = events_.optionsOfServer();
+    const bool isShown = options && isPageOnItsSheet(*options);
+    if (isShown) preview_.show(printedPages(*options));
+    const auto* const page = isShown ? preview_.page() : nullptr;
     const auto image = page == nullptr ? nullptr : placed(*page, sheetIn(*dialog_.get_page_setup(), ppd_));
     callPlugin(bundle_->path, "showPage", [&] { session_->view().showPage(image); });
-    page_.showPageNumber(preview_.number(), page == nullptr ? 0 : page->pages);
+    page_.showPagePlace(image == nullptr ? PagePlace{} : preview_.place());
   });
 }
 

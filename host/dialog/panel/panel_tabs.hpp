@@ -103,6 +103,8 @@ class PanelTabs : public sigc::trackable {
   std::vector<Conflict> conflicts();
   /// Replaces illegal values by the nearest legal ones.
   void correct();
+  /// Shows the paper and the document's page as they are chosen now.
+  void updateSheet();
   /// There is another document.
   void forgetPage();
 
@@ -114,7 +116,7 @@ class PanelTabs : public sigc::trackable {
   void onPageLeft();
   void onEdited();
   void showSummary();
-  void startPage();
+  void showPaper();
   void showPage();
   void warn();
   [[nodiscard]] bool isConstrained() const;

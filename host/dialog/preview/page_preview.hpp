@@ -6,13 +6,25 @@
 
 #include "host/dialog/asking/background.hpp"
 #include "host/dialog/preview/page_reader.hpp"
+#include "host/dialog/preview/printed_pages.hpp"
 #include "host/file_descriptor.hpp"
 #include "host/report.hpp"
 
 namespace tandemtrim::host {
 
-/// The page of the document that the user looks at, the first one to begin with. It is read in the
-/// background, once it is to be shown. A document that gives no page is reported once.
+/// Which page of its document a preview shows.
+struct PagePlace {
+  /// From 1 on.
+  int number = 0;
+  /// Of the document; 0 where no page is shown.
+  int pages = 0;
+  /// Whether others are printed before it and behind it.
+  bool hasPrevious = false;
+  bool hasNext = false;
+};
+
+/// The page of the document that the user looks at, the first one that is printed to begin with. It is read
+/// in the background, once it is to be shown. A document that gives no page is reported once.
 class PagePreview {
  public:
   struct Events {
@@ -24,26 +36,37 @@ class PagePreview {
 
   PagePreview(Report report, Events events);
 
-  /// Reads the page unless it is there.
-  void start();
-  /// Goes on by so many pages, or back, within the document; the page stays until the next one is there.
-  void turn(int pages);
+  /// Shows one of the pages that are printed, and the same one for as long as it is among them. Reads it
+  /// unless it is there.
+  void show(const PrintedPages& printed);
+  /// Goes on to the next page that is printed, or back where `step` is negative; the page stays until that
+  /// one is there.
+  void turn(int step);
   /// There is another document.
   void forget();
-  /// Null as long as there is none.
-  [[nodiscard]] const RenderedPage* page() const { return page_ ? &*page_ : nullptr; }
-  /// From 1 on.
-  [[nodiscard]] int number() const { return shown_; }
+  /// Null as long as there is none, and where no page of the document is printed.
+  [[nodiscard]] const RenderedPage* page() const { return isPrinted(shown_) ? &*page_ : nullptr; }
+  /// That of the page, which is not null.
+  [[nodiscard]] PagePlace place() const;
 
  private:
+  // None is for a document that ends before the page.
+  using Answer = std::optional<RenderedPage>;
+
+  [[nodiscard]] bool isPrinted(int page) const;
+  void settle();
   void read();
-  void onRead(Outcome<RenderedPage> outcome, int number);
+  void onRead(Outcome<Answer> outcome, int number);
 
   const Report report_;
   const Events events_;
+  PrintedPages printed_;
+  // The first page behind the document's end, as far as that is known.
+  int end_ = PageRange::kEnd;
   std::optional<RenderedPage> page_;
-  int shown_ = 1;
-  int wanted_ = 1;
+  // Pages; 0 is none.
+  int shown_ = 0;
+  int wanted_ = 0;
   bool isReading_ = false;
   bool hasFailed_ = false;
   // What is read for another document, or for a dialog that has gone, is dropped.

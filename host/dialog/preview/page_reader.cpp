@@ -25,11 +25,10 @@ using Clock = std::chrono::steady_clock;
 // How soon a page that nobody wants any more is noticed.
 constexpr std::chrono::milliseconds kBetweenQuestions{50};
 constexpr std::uint32_t kMostPages = std::numeric_limits<int>::max();
-constexpr std::array<std::pair<PageStatus, const char*>, 4> kReasons{
+constexpr std::array<std::pair<PageStatus, const char*>, 3> kReasons{
     {{PageStatus::notStarted, "the program that renders pages could not begin"},
      {PageStatus::broken, "it is no PDF document that can be read"},
-     {PageStatus::locked, "it needs a password"},
-     {PageStatus::noSuchPage, "it has no such page"}}};
+     {PageStatus::locked, "it needs a password"}}};
 
 Failure noPage(const std::string& reason) { return Failure("the document's page is not shown: " + reason); }
 
@@ -151,16 +150,17 @@ std::optional<RenderedPage> pageIn(std::span<const std::byte> answer, int longes
   return page;
 }
 
-RenderedPage readPage(FileDescriptor document, const PageRequest& request) {
+std::optional<RenderedPage> readPage(FileDescriptor document, const PageRequest& request) {
   if (!document.isOpen()) throw noPage("it cannot be read a second time");
   const auto side = static_cast<std::size_t>(request.longestSide);
   Renderer renderer(document, request);
   const auto answer = renderer.read(sizeof(PageAnswer) + side * side * sizeof(std::uint32_t), request);
   const auto status = renderer.end();
+  if (answer.empty() && status == static_cast<int>(PageStatus::noSuchPage)) return std::nullopt;
   if (answer.empty()) throw noPage(reasonOf(status));
   auto page = pageIn(answer, request.longestSide);
   if (!page) throw noPage("its rendering gave no page");
-  return *std::move(page);
+  return page;
 }
 
 }  // namespace tandemtrim::host

@@ -56,8 +56,9 @@ struct PageRequest {
 /// What a program that renders a page answered; none where that is no page with such a picture.
 std::optional<RenderedPage> pageIn(std::span<const std::byte> answer, int longestSide);
 
-/// The page of the document in this file, which a process of its own reads. It takes as long as the limit at
-/// most. Failure, with the reason, when there is no such page.
-RenderedPage readPage(FileDescriptor document, const PageRequest& request);
+/// The page of the document in this file, which a process of its own reads; none where the document ends
+/// before it. It takes as long as the limit at most. Failure, with the reason, when there is no such
+/// document.
+std::optional<RenderedPage> readPage(FileDescriptor document, const PageRequest& request);
 
 }  // namespace tandemtrim::host

@@ -52,13 +52,13 @@ PageRow::PageRow(const std::function<void(int)>& turn)
 }
 
 // A button that ends at the last page would take the keyboard along with it.
-void PageRow::show(int page, int pages) {
-  set_visible(pages > 1);
-  number_.set_text(filled(localized(kPageNumberText),
-                          {{"[page]", std::to_string(page)}, {"[pages]", std::to_string(pages)}}));
+void PageRow::show(const PagePlace& place) {
+  set_visible(place.pages > 1);
+  number_.set_text(filled(localized(kPageNumberText), {{"[page]", std::to_string(place.number)},
+                                                       {"[pages]", std::to_string(place.pages)}}));
   const bool isAtButton = back_.has_focus() || on_.has_focus();
-  back_.set_sensitive(page > 1);
-  on_.set_sensitive(page < pages);
+  back_.set_sensitive(place.hasPrevious);
+  on_.set_sensitive(place.hasNext);
   if (isAtButton && !back_.get_sensitive()) on_.grab_focus();
   if (isAtButton && !on_.get_sensitive()) back_.grab_focus();
 }

@@ -5,7 +5,7 @@ import unittest
 
 import gi
 import pages
-from dialog_case import DialogCase, until
+from dialog_case import RANGES, DialogCase, until
 from pages import A4, bar
 from screen_reader import SENSITIVE
 from terminal_case import BUILD, MARGINS, PPD, SAMPLE, VALID
@@ -118,6 +118,53 @@ class PagePreviewTest(DialogCase):
         dialog.keys("space")
         dialog.says("Page 2 of 3")
         self.assertTrue(dialog.find("push button", "Next page").has(SENSITIVE))
+
+    def choose_pages(self, dialog, ranges):
+        dialog.page("General")
+        dialog.check("Pages:")
+        dialog.type(RANGES, ranges)
+        dialog.page("Tandem Trim")
+
+    def is_live(self, dialog):
+        """Whether the buttons back and on can be used."""
+        return [dialog.is_live("push button", name) for name in ("Previous page", "Next page")]
+
+    def test_only_pages_that_are_printed_are_shown_and_turned_to(self):
+        content = pages.pdf(*[[AT_SIDES[side]] for side in ("Top", "Left", "Bottom", "Right", "Top")])
+        for options, shown in (("page-ranges=3", [3]), ("page-ranges=2-3,5", [2, 3, 5]), ("page-set=even", [2, 4]), ("page-ranges=2-5 page-set=odd", [3, 5])):
+            with self.subTest(options):
+                dialog = self.shown(content, "-o", options, side="Bottom")
+                for page in shown:
+                    dialog.says(f"Page {page} of 5")
+                    self.assertEqual(self.is_live(dialog), [page != shown[0], page != shown[-1]])
+                    self.assertEqual([NOTE in label for label in dialog.labels()].count(True), page == 3)
+                    if page != shown[-1]:
+                        dialog.press("Next page")
+                for page in reversed(shown[:-1]):
+                    dialog.press("Previous page")
+                    dialog.says(f"Page {page} of 5")
+                dialog.close()
+
+    def test_the_picture_follows_the_choice_of_pages(self):
+        dialog = self.shown(pages.pdf([AT_SIDES["Top"]], [AT_SIDES["Bottom"]], [AT_SIDES["Left"]]), side="Bottom")
+        dialog.says("Page 1 of 3")
+        self.choose_pages(dialog, "2-3")
+        dialog.says("Page 2 of 3")
+        dialog.says(f"{NOTE}Bottom Margin (up to 3 mm)")
+        self.choose_pages(dialog, "4-")
+        until(lambda: not self.red(dialog), "lines for pages that the document has not")
+        self.assertFalse([label for label in dialog.labels() if " of 3" in label or NOTE in label])
+        self.choose_pages(dialog, "3")
+        dialog.says("Page 3 of 3")
+        self.see_red(dialog)
+
+    def test_pages_beyond_the_document_are_shown_as_lines_and_nothing_is_said(self):
+        dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), "-o", "page-ranges=7")
+        self.lines_for_a_while(dialog)
+        self.choose_pages(dialog, "1")
+        self.see_red(dialog)
+        dialog.process.terminate()
+        self.assertNotIn(NOT_SHOWN, dialog.ends()[2])
 
     def test_the_buttons_have_names_in_each_language(self):
         for language, previous, following, number in (("de", "Vorherige Seite", "Nächste Seite", "Seite 1 von 2"), ("ar", "الصفحة السابقة", "الصفحة التالية", "الصفحة 1 من 2")):
