@@ -6,6 +6,7 @@ import unittest
 
 import ipp
 from dialog_case import RANGES, DialogCase, until
+from relay import Holdup
 from screen_reader import CHECKED, SENSITIVE
 from terminal_case import DEFAULTS, MARGINS, PPD, SMALLER, VALID, each, of_panel
 
@@ -555,6 +556,36 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
                 asked.append((ipp.KEYWORD, "requested-attributes", "job-priority"))
                 jobs = ipp.ask(self.cups.address, ipp.GET_JOBS, asked)
                 self.assertIn([sent], [job["job-priority"] for job in jobs if job])
+
+    def test_cover_sheets_show_in_their_rows(self):
+        for sheets, before, after in (("standard,secret", "Standard", "Secret"), ("confidential", "Confidential", "None")):
+            with self.subTest(sheets):
+                self.keep(NAME, *ACTS, "-o", f"job-sheets={sheets}")
+                dialog = self.live()
+                self.choose(dialog)
+                self.assertEqual([self.row(dialog, "Job", name) for name in ("Before", "After")], [before, after])
+                dialog.close()
+                (self.folder / f"{NAME}.json").unlink()
+
+    def test_the_picture_of_the_sheet_follows_at_once(self):
+        self.keep(NAME, *ACTS, "-o", "number-up=2")
+        dialog = self.live()
+        dialog.says("Page 1 of 3")
+        self.choose(dialog)
+        until(lambda: not any("Page 1 of 3" in label for label in dialog.labels()), "lines for two pages on a sheet")
+
+    def test_print_waits_no_longer_where_the_preset_that_the_dialog_begins_with_does_not_exist(self):
+        with Holdup(self.cups.address, b"printer-mandatory-job-attributes") as holdup:
+            dialog = self.dialog("-d", "Morva", "--preset", "Nobody", "--dialog", CUPS_SERVER=holdup.address, **self.around)
+            dialog.select_printer("Morva")
+            dialog.press("Print")
+            until(lambda: not dialog.is_live("push button", "Print"), "Print to wait for the details")
+            holdup.release()
+            dialog.answer("Close")
+            until(lambda: dialog.is_live("push button", "Print"), "Print")
+            dialog.press("Cancel")
+            dialog.ends()
+        self.assert_nothing_was_sent()
 
     def test_what_is_typed_for_the_pages_stays(self):
         self.keep(NAME, *ACTS, *OF_PAGES)
