@@ -1,6 +1,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <new>
 
 #include <cups/cups.h>
 #include <fcntl.h>
@@ -85,6 +86,9 @@ extern "C" __attribute__((visibility("default"))) int tandemTrimRun(int argc, ch
   } catch (const Failure& failure) {
     printMessage(failure.what());
     return failure.exitStatus();
+  } catch (const std::bad_alloc&) {
+    printMessage("there is not enough memory for that; close other programs and try again");
+    return kFailed;
   } catch (const std::exception& error) {
     printMessage(error.what());
     return kFailed;

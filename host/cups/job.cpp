@@ -108,10 +108,13 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
   }
   if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
     throw refused(connection, kRefused, name);
-  if (const auto number = integerIn(answer, "job-id"); number > 0) return *number;
+  const auto number = integerIn(answer, "job-id");
+  if (number > 0) return *number;
   const Fact useless(connection.server() + " gave it no number", kUselessAnswer,
                      {{"[server]", serverName()}});
-  throw because(Failure(Trouble::noServer, useless, "; see whether it is a print server"), kRefused, name);
+  const Failure numberless(Trouble::noServer, useless, "; see whether it is a print server");
+  // Where the number is lost there is a job.
+  throw number ? because(numberless, kRefused, name) : unanswered(connection, printer, mark, numberless);
 }
 
 std::optional<std::string> valueOf(const Options& options, const std::string& keyword) {

@@ -135,7 +135,7 @@ class OneFailureTest(TerminalCase):
             file.unlink()
         said = NUMBER.sub(r"\1N", result.stdout.decode())
         for _, options in printed:
-            for name in [name for name in options if name.startswith("job-") or "time-at" in name]:
+            for name in [name for name in options if name.startswith(("job-", "document-name")) or "time-at" in name]:
                 del options[name]
         return Outcome(result.returncode, said, result.stderr.decode(), self.files(), printed, left)
 
