@@ -131,7 +131,8 @@ class PagePreviewTest(DialogCase):
 
     def test_only_pages_that_are_printed_are_shown_and_turned_to(self):
         content = pages.pdf(*[[AT_SIDES[side]] for side in ("Top", "Left", "Bottom", "Right", "Top")])
-        for options, shown in (("page-ranges=3", [3]), ("page-ranges=2-3,5", [2, 3, 5]), ("page-set=even", [2, 4]), ("page-ranges=2-5 page-set=odd", [3, 5])):
+        choices = {"page-ranges=3": [3], "page-ranges=2-3,5": [2, 3, 5], "page-set=even": [2, 4], "page-ranges=2-5 page-set=odd": [3, 5]}
+        for options, shown in choices.items():
             with self.subTest(options):
                 dialog = self.shown(content, "-o", options, side="Bottom")
                 for page in shown:
@@ -239,10 +240,10 @@ class PagePreviewTest(DialogCase):
 
     def test_what_the_queue_itself_does_to_pages_is_shown_as_lines(self):
         content = pages.pdf([bar(0, 0, *A4)], [])
-        for default in ("print-scaling-default=fill", "print-scaling-default=none", "number-up-default=2", "mirror-default=true", "fit-to-page-default=true"):
+        for default in ("print-scaling=fill", "print-scaling=none", "number-up=2", "mirror=true", "fit-to-page=true"):
             with self.subTest(default):
                 self.cups.add_queue("Morva", PPD)
-                self.run_command("lpadmin", "-p", "Morva", "-o", default)
+                self.run_command("lpadmin", "-p", "Morva", "-o", default.replace("=", "-default="))
                 dialog = self.shown(content, side="Left")
                 self.lines_for_a_while(dialog)
                 dialog.close()
