@@ -58,13 +58,14 @@ TEST_P(AnOptionWithAWrongValue, IsRefused) {
 INSTANTIATE_TEST_SUITE_P(
     Options, AnOptionWithAWrongValue,
     testing::Values(Option{"orientation-requested", "sideways"}, Option{"orientation-requested", "0"},
-                    Option{"finishings", "staple,glue-all"}, Option{"copies", "0"}, Option{"copies", "2,3"},
-                    Option{"job-priority", "200"}, Option{"job-priority", "abc"},
-                    Option{"job-priority", "5x"}, Option{"job-priority", ""}, Option{"landscape", "perhaps"},
-                    Option{"page-ranges", "4-1"}, Option{"page-ranges", "one"}, Option{"page-ranges", "1-2,"},
-                    Option{"page-ranges", "-"}, Option{"printer-resolution", "banana"},
-                    Option{"printer-resolution", "600"}, Option{"printer-resolution", "600xdpi"},
-                    Option{"printer-resolution", "0dpi"}, Option{"printer-resolution", "600x0dpi"}));
+                    Option{"finishings", "staple,glue-all"}, Option{"finishings", "staple,"},
+                    Option{"copies", "0"}, Option{"copies", "2,3"}, Option{"job-priority", "200"},
+                    Option{"job-priority", "abc"}, Option{"job-priority", "5x"}, Option{"job-priority", ""},
+                    Option{"landscape", "perhaps"}, Option{"page-ranges", "4-1"},
+                    Option{"page-ranges", "one"}, Option{"page-ranges", "1-2,"}, Option{"page-ranges", "-"},
+                    Option{"printer-resolution", "banana"}, Option{"printer-resolution", "600"},
+                    Option{"printer-resolution", "600xdpi"}, Option{"printer-resolution", "0dpi"},
+                    Option{"printer-resolution", "600x0dpi"}));
 
 TEST(AWrongNumber, IsRefusedWithThoseThatAreRight) {
   const auto mistake = [](const Option& option) {
