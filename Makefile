@@ -84,11 +84,11 @@ mcdc: ## whether each condition of a decision is shown to decide by itself, by c
 	$(call build_apart,mcdc,$(core_only) $(by_clang),tests/all)
 	tests/mcdc.sh
 
-mutants: ## whether the tests notice MUTANTS (300) small changes of the sources, other ones each day; takes an hour
+mutants: ## whether the tests notice MUTANTS (300) small changes of the sources, other ones each day; takes hours
 	$(install_dependencies) mutants
 	/usr/bin/python3 tests/mutants/run.py --sample $(or $(MUTANTS),300)
 
-mutants-all: ## the same for every small change; takes a day
+mutants-all: ## the same for every small change; takes days
 	$(install_dependencies) mutants
 	/usr/bin/python3 tests/mutants/run.py
 

@@ -126,13 +126,15 @@ def suites_of(program, places):
 
 
 def known_suites(file, program, places, sources):
-    """The suites of a program, which a file keeps as long as neither the sources (their digest) nor the tests change."""
+    """The suites of a program, which a file keeps, if there are any, as long as neither the sources (their digest) nor the tests change."""
     key = f'{sources} {program.digest()}'
     if file.exists():
         kept = json.loads(file.read_text())
         if kept['key'] == key:
             return [Suite(program, name, seconds, frozenset(reached)) for name, seconds, reached in kept['suites']]
     suites = suites_of(program, places)
+    if not suites:
+        return suites
     file.parent.mkdir(exist_ok=True)
     file.write_text(json.dumps({'key': key, 'suites': [(each.name, each.seconds, sorted(each.reached)) for each in suites]}))
     return suites

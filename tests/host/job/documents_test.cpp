@@ -80,21 +80,43 @@ TEST(ADocument, ThatComesThroughAPipeIsKept) {
   EXPECT_EQ(contentOf(document), text);
 }
 
+// While it lives, no file can be written that has more than three bytes.
+class NoRoom {
+ public:
+  NoRoom() {
+    getrlimit(RLIMIT_FSIZE, &limit_);
+    const struct rlimit small { 3, limit_.rlim_max };
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  NoRoom(const NoRoom&) = delete;
+  NoRoom& operator=(const NoRoom&) = delete;
+  ~NoRoom() {
+    setrlimit(RLIMIT_FSIZE, &limit_);
+    std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  void (*handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
+  struct rlimit limit_ {};
+};
+
+TEST(ADocument, ThatIsAFileNeedsNoRoomToBeKept) {
+  const test::TemporaryFolder folder;
+  Document document(folder.write("report.pdf", "four"));
+  const NoRoom noRoom;
+  document.keep();
+  EXPECT_EQ(contentOf(document), "four");
+}
+
 TEST(ADocument, ThatCannotBeKeptToItsLastByteIsRefused) {
   const test::TemporaryFolder folder;
   const auto file = (folder.path() / "pipe").string();
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   std::thread writer([&] { std::ofstream(file) << "four"; });
   Document document(file);
-  struct rlimit limit {};
-  getrlimit(RLIMIT_FSIZE, &limit);
-  const struct rlimit small { 3, limit.rlim_max };
-  auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &small);
-  const auto failure = failureOf([&] { document.keep(); });
-  setrlimit(RLIMIT_FSIZE, &limit);
-  std::signal(SIGXFSZ, handler);
   writer.join();
+  const NoRoom noRoom;
+  const auto failure = failureOf([&] { document.keep(); });
   EXPECT_THAT(failure.what(), HasSubstr("pipe cannot be kept until it is printed: File too large"));
 }
 
