@@ -30,6 +30,8 @@ struct PageImage {
   double height;
   /// How much of it is empty at its edges, in millimetres: top, bottom, left, right; none where all of it is.
   std::optional<std::array<double, 4>> empty;
+  /// What the page is called in the user's language ("Page 2 of 5"), for those who do not see it.
+  std::string name = {};
 };
 
 /// A panel's top-level view.
@@ -43,6 +45,8 @@ class View : public NibObject {
   /// Shows this page on the sheet; null when there is none to show. A view that draws no sheet
   /// ignores it.
   virtual void showPage(const std::shared_ptr<const PageImage>& /*page*/) {}
+  /// What the view notes about that page now, in the user's language; empty for nothing.
+  [[nodiscard]] virtual std::string pageNote() const { return {}; }
 };
 
 /// What every control offers. Changes made here are the program's own: they run no action and post no

@@ -132,6 +132,8 @@ void Panel::showPage(const std::shared_ptr<const PageImage>& page) {
   if (picture_) picture_->showPage(page);
 }
 
+std::string Panel::pageNote() const { return picture_ ? picture_->note() : std::string(); }
+
 void Panel::connectOutlets(NibOwner& owner) {
   for (const auto& [outlet, control] : controls_) owner.setOutlet(outlet, control.get());
   if (view_ != nullptr) owner.setOutlet(kView, this);

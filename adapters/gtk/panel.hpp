@@ -31,6 +31,8 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   void setPaperSize(double width, double height) override;
   /// The page that the picture of the sheet shows.
   void showPage(const std::shared_ptr<const PageImage>& page) override;
+  /// What the picture notes about that page.
+  [[nodiscard]] std::string pageNote() const override;
   /// Posts the user's edits that still wait to be posted.
   void flushEdits() const;
   /// The control of this outlet, or null.

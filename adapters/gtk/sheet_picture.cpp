@@ -105,7 +105,7 @@ void SheetPicture::refresh() {
   gtk_accessible_reset_property(GTK_ACCESSIBLE(label.gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION);
   label.set_visible(!noted.empty());
   gtk_accessible_update_property(GTK_ACCESSIBLE(area_.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                 description().c_str(), -1);
+                                 description(noted).c_str(), -1);
 }
 
 Sheet SheetPicture::sheet() const {
@@ -129,7 +129,7 @@ void SheetPicture::draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, i
 }
 
 // In the words of the panel, so that it is in the user's language.
-std::string SheetPicture::description() const {
+std::string SheetPicture::description(const std::string& noted) const {
   const auto length = [](double value) { return std::to_string(std::lround(value)); };
   auto text = length(paperWidth_) + " × " + length(paperHeight_) + " mm";
   const auto add = [&](const TextLabel& label, const std::string& value) {
@@ -139,7 +139,9 @@ std::string SheetPicture::description() const {
     add(*menu->label, menu->control->chosenTitle());
   for (const auto& margin : controls_.margins)
     add(*margin.label, margin.control->widget().get_text().raw() + " mm");
-  if (const auto noted = note(); !noted.empty()) text += kBetweenParts + noted;
+  for (const auto& part : {page_ ? page_->name : std::string(), noted}) {
+    if (!part.empty()) text += kBetweenParts + part;
+  }
   return text;
 }
 

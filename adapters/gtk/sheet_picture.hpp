@@ -51,14 +51,14 @@ class SheetPicture : public sigc::trackable {
   void setPaperSize(double width, double height);
   /// Shows this page in place of the lines that stand for print; null shows the lines.
   void showPage(std::shared_ptr<const PageImage> page);
+  /// What of the page the margins take; empty when that is nothing.
+  [[nodiscard]] std::string note() const;
 
  private:
   void refresh();
   void draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) const;
   [[nodiscard]] Sheet sheet() const;
-  [[nodiscard]] std::string description() const;
-  // What of the page the margins take; empty when that is nothing.
-  [[nodiscard]] std::string note() const;
+  [[nodiscard]] std::string description(const std::string& noted) const;
 
   Gtk::DrawingArea& area_;
   SheetControls controls_;

@@ -21,13 +21,15 @@ void setSideMargins(Gtk::Box& row) {
 
 }  // namespace
 
-PanelPage::PanelPage(PresetRow::Events presets, std::function<void(int)> turn)
+PanelPage::PanelPage(PresetRow::Events presets, std::function<void(int)> turn,
+                     std::function<std::string()> note)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
       useForAllJobs(localized(kUseForAllJobsText), true),
       notify(localized(kNotifyText), true),
       help(localized(kHelpText), true),
       presetEvents_(std::move(presets)),
       turn_(std::move(turn)),
+      note_(std::move(note)),
       footer_(Gtk::Orientation::HORIZONTAL, kSpacing) {
   set_margin_bottom(kPageMargin);
   text_.set_margin(kPageMargin);
@@ -64,9 +66,10 @@ void PanelPage::follow(GtkWidget* widget) {
 }
 
 void PanelPage::onEdited() {
-  if (edited_.connected() || !reportsEdits_) return;
+  if (edited_.connected() || !(reportsEdits_ || pageRow_)) return;
   edited_ = Glib::signal_idle().connect([this] {
-    signalEdited();
+    if (pageRow_) pageRow_->describe(note_());
+    if (reportsEdits_) signalEdited();
     return false;
   });
 }
@@ -112,6 +115,7 @@ void PanelPage::showPagePlace(const PagePlace& place) {
   if (!pageRow_ && place.pages == 0) return;
   if (!pageRow_) pageRow_.emplace(turn_).insert_before(*presets_, help);
   pageRow_->show(place);
+  pageRow_->describe(note_());
 }
 
 void PanelPage::hideWarning() {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include <gtkmm/box.h>
@@ -22,8 +23,9 @@ namespace tandemtrim::host {
 /// conflicts, and the host's own controls.
 class PanelPage : public Gtk::Box {
  public:
-  /// `turn` goes on by a page of the document, or back where it gets a negative number.
-  PanelPage(PresetRow::Events presets, std::function<void(int)> turn);
+  /// `turn` goes on by a page of the document, or back where it gets a negative number; `note` is what the
+  /// view notes about a page.
+  PanelPage(PresetRow::Events presets, std::function<void(int)> turn, std::function<std::string()> note);
   PanelPage(const PanelPage&) = delete;
   PanelPage& operator=(const PanelPage&) = delete;
   ~PanelPage() override;
@@ -64,6 +66,7 @@ class PanelPage : public Gtk::Box {
   std::optional<PresetRow> presets_;
   // Made for the first page.
   const std::function<void(int)> turn_;
+  const std::function<std::string()> note_;
   std::optional<PageRow> pageRow_;
   // Few users ever see it, so it is made when it is needed.
   std::optional<WarningRow> warning_;

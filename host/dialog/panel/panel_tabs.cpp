@@ -38,7 +38,8 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
       plugin_(std::move(plugin)),
       report_(std::move(report)),
       events_(std::move(events)),
-      page_(*Gtk::make_managed<PanelPage>(events_.presets, [this](int step) { preview_.turn(step); })),
+      page_(*Gtk::make_managed<PanelPage>(
+          events_.presets, [this](int step) { preview_.turn(step); }, [this] { return pageNote(); })),
       summary_(*Gtk::make_managed<SummaryTab>()),
       title_(addTabs()),
       preview_(report_, {events_.openDocument, [this] { showPage(); }}) {
@@ -177,9 +178,18 @@ void PanelTabs::showPage() {
     if (isShown) preview_.show(printedPages(*options));
     const auto* const page = isShown ? preview_.page() : nullptr;
     const auto image = page == nullptr ? nullptr : placed(*page, sheetIn(*dialog_.get_page_setup(), ppd_));
+    if (image != nullptr) image->name = pageNumberText(preview_.place());
     callPlugin(bundle_->path, "showPage", [&] { session_->view().showPage(image); });
     page_.showPagePlace(image == nullptr ? PagePlace{} : preview_.place());
   });
+}
+
+std::string PanelTabs::pageNote() {
+  std::string note;
+  if (session_) {
+    guarded([&] { callPlugin(bundle_->path, "pageNote", [&] { note = session_->view().pageNote(); }); });
+  }
+  return note;
 }
 
 void PanelTabs::forgetPage() { preview_.forget(); }

@@ -118,6 +118,7 @@ class PanelTabs : public sigc::trackable {
   void showSummary();
   void showPaper();
   void showPage();
+  std::string pageNote();
   void warn();
   [[nodiscard]] bool isConstrained() const;
   // As it is chosen in another tab.

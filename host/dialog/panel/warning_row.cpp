@@ -6,6 +6,7 @@
 #include <gtkmm/window.h>
 
 #include "host/dialog/panel/spoken_title.hpp"
+#include "host/dialog/preview/page_row.hpp"
 #include "host/dialog/texts/texts.hpp"
 
 namespace tandemtrim::host {
@@ -104,7 +105,7 @@ void WarningRow::describeFocused() {
   auto* const focused = gtk_root_get_focus(root->gobj());
   if (focused == nullptr || gtk_widget_is_ancestor(focused, page_.gobj()) == FALSE) return;
   // An item of an open menu goes away with the menu.
-  if (gtk_widget_get_ancestor(focused, GTK_TYPE_POPOVER) != nullptr) return;
+  if (gtk_widget_get_ancestor(focused, GTK_TYPE_POPOVER) != nullptr || isTurnButton(focused)) return;
   g_set_weak_pointer(&described_, knownToReader(focused));
   const auto own = ownDescription(described_);
   describe(described_, own.empty() ? text_ : own + "\n" + text_);

@@ -14,13 +14,15 @@ namespace {
 
 constexpr int kGapInPageRow = 6;
 constexpr const char* kTurnClass = "tandem-trim-turn";
+constexpr const char* kEndClass = "tandem-trim-end";
 
 // Two small buttons that belong to the number between them.
 void addTurnStyle() {
   static const bool isAdded = [] {
     const auto provider = Gtk::CssProvider::create();
     provider->load_from_data(std::string("button.") + kTurnClass +
-                             " { min-height: 16px; min-width: 16px; padding: 3px 6px; }");
+                             " { min-height: 16px; min-width: 16px; padding: 3px 6px; } button." + kEndClass +
+                             " { opacity: 0.5; }");
     Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
     return true;
@@ -36,7 +38,24 @@ void setUp(Gtk::Button& button, const char* icon, const char* name) {
                                  localized(name).c_str(), -1);
 }
 
+// It looks and sounds like a button that is greyed. The toolkit would take the keyboard from one that is.
+void setAtEnd(Gtk::Button& button, bool isAtEnd) {
+  if (isAtEnd) {
+    button.add_css_class(kEndClass);
+  } else {
+    button.remove_css_class(kEndClass);
+  }
+  gtk_accessible_update_state(GTK_ACCESSIBLE(button.gobj()), GTK_ACCESSIBLE_STATE_DISABLED, isAtEnd, -1);
+}
+
 }  // namespace
+
+std::string pageNumberText(const PagePlace& place) {
+  return filled(localized(kPageNumberText),
+                {{"[page]", std::to_string(place.number)}, {"[pages]", std::to_string(place.pages)}});
+}
+
+bool isTurnButton(GtkWidget* widget) { return gtk_widget_has_css_class(widget, kTurnClass) != FALSE; }
 
 PageRow::PageRow(const std::function<void(int)>& turn)
     : Gtk::Box(Gtk::Orientation::HORIZONTAL, kGapInPageRow) {
@@ -51,16 +70,19 @@ PageRow::PageRow(const std::function<void(int)>& turn)
   set_valign(Gtk::Align::CENTER);
 }
 
-// A button that ends at the last page would take the keyboard along with it.
 void PageRow::show(const PagePlace& place) {
   set_visible(place.pages > 1);
-  number_.set_text(filled(localized(kPageNumberText), {{"[page]", std::to_string(place.number)},
-                                                       {"[pages]", std::to_string(place.pages)}}));
-  const bool isAtButton = back_.has_focus() || on_.has_focus();
-  back_.set_sensitive(place.hasPrevious);
-  on_.set_sensitive(place.hasNext);
-  if (isAtButton && !back_.get_sensitive()) on_.grab_focus();
-  if (isAtButton && !on_.get_sensitive()) back_.grab_focus();
+  number_.set_text(pageNumberText(place));
+  setAtEnd(back_, !place.hasPrevious);
+  setAtEnd(on_, !place.hasNext);
+}
+
+// A screen reader speaks a description that changes where the keyboard is.
+void PageRow::describe(const std::string& note) {
+  const auto text = number_.get_text().raw() + (note.empty() ? "" : "; ") + note;
+  for (auto* const button : {&back_, &on_})
+    gtk_accessible_update_property(GTK_ACCESSIBLE(button->gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
+                                   text.c_str(), -1);
 }
 
 }  // namespace tandemtrim::host

@@ -117,7 +117,7 @@ std::optional<Edges> unprintableEdges(ppd_file_t* ppd, const std::string& paper)
 
 Edges edgesAcross(const Edges& upright) { return turned(upright, false); }
 
-std::shared_ptr<const platform::PageImage> placed(const RenderedPage& page, const PaperSheet& sheet) {
+std::shared_ptr<platform::PageImage> placed(const RenderedPage& page, const PaperSheet& sheet) {
   const bool isTurned = (page.width > page.height) != (sheet.width > sheet.height);
   platform::PageImage image{page.columns, page.rows, {}, 0, 0, page.width, page.height, {}};
   image.pixels = isTurned ? turned(page, sheet.turnsRight) : page.pixels;
@@ -141,7 +141,7 @@ std::shared_ptr<const platform::PageImage> placed(const RenderedPage& page, cons
   }
   image.left = (sheet.width + around.left - around.right - image.width) / 2;
   image.top = (sheet.height + around.top - around.bottom - image.height) / 2;
-  return std::make_shared<const platform::PageImage>(std::move(image));
+  return std::make_shared<platform::PageImage>(std::move(image));
 }
 
 }  // namespace tandemtrim::host

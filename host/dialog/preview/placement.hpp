@@ -35,6 +35,6 @@ bool isPageOnItsSheet(const Options& options);
 /// The page where the print system puts it, turned where it is of the other orientation: in its own size and
 /// in the middle, or fitted to the printable part of the sheet where the sheet is too small for a page of
 /// the document. Null where it would be cropped or nobody knows that part.
-std::shared_ptr<const platform::PageImage> placed(const RenderedPage& page, const PaperSheet& sheet);
+std::shared_ptr<platform::PageImage> placed(const RenderedPage& page, const PaperSheet& sheet);
 
 }  // namespace tandemtrim::host

@@ -111,7 +111,7 @@ TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
 TEST(ScreenReader, HearsOfThePageWhatIsNotedAboutIt) {
   ShownPanel shown;
   shown.view().showPage(std::make_shared<platform::PageImage>(
-      platform::PageImage{1, 1, {0}, 0, 0, 210, 297, std::array{2.0, 9.0, 9.0, 9.0}}));
+      platform::PageImage{1, 1, {0}, 0, 0, 210, 297, std::array{2.0, 9.0, 9.0, 9.0}, "Page 2 of 5"}));
   const std::string note = "The page has content in: Top Margin (up to 3 mm)";
   const auto told = toldOfThisProgram();
   const auto label = std::ranges::find(told, note, &Told::name);
@@ -119,7 +119,8 @@ TEST(ScreenReader, HearsOfThePageWhatIsNotedAboutIt) {
   EXPECT_EQ(label->role, "label");
   EXPECT_EQ(label->description, "");
   const auto image = std::ranges::find(told, "image", &Told::role);
-  EXPECT_THAT(image->name, testing::EndsWith("; " + note));
+  EXPECT_THAT(image->name, testing::EndsWith("; Page 2 of 5; " + note));
+  EXPECT_EQ(shown.view().pageNote(), note);
 }
 
 // What the panel makes of the text is the description as long as the box has the focus.

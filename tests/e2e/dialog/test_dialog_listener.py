@@ -16,7 +16,7 @@ MENU = "Print Position:"
 SWITCH = "Use Tandem Trim"
 NUMBER = "spin button"
 SAME_ROW = 16  # pixels between the middles of what stands side by side, at most
-CONTROLS = 17  # of the page while it warns, and of the dialog below it
+CONTROLS = 18  # of the page while it warns, and of the dialog below it
 
 
 def text(value):

@@ -6,8 +6,9 @@ import unittest
 import gi
 import pages
 from dialog_case import RANGES, DialogCase, until
+from listener import Listener, is_told, words
 from pages import A4, bar
-from screen_reader import SENSITIVE
+from screen_reader import FOCUSED, SENSITIVE
 from terminal_case import BUILD, MARGINS, PPD, SAMPLE, VALID
 
 gi.require_version("GdkPixbuf", "2.0")
@@ -114,8 +115,7 @@ class PagePreviewTest(DialogCase):
         until(lambda: self.red(dialog)[1] > 0.7, "the second page")
         dialog.keys("space")
         dialog.says("Page 3 of 3")
-        # The keyboard is at the other button then.
-        dialog.keys("space")
+        dialog.keys("shift+Tab", "space")
         dialog.says("Page 2 of 3")
         self.assertTrue(dialog.find("push button", "Next page").has(SENSITIVE))
 
@@ -166,6 +166,57 @@ class PagePreviewTest(DialogCase):
         self.see_red(dialog)
         dialog.process.terminate()
         self.assertNotIn(NOT_SHOWN, dialog.ends()[2])
+
+    def test_the_keyboard_stays_at_its_button_at_the_first_and_the_last_page(self):
+        dialog = self.shown(pages.pdf([], [IN_THE_MIDDLE]))
+        dialog.says("Page 1 of 2")
+        dialog.click(dialog.find("push button", "Next page"))
+        for name, number, turn, back in (("Next page", 2, "space", "shift+Tab"), ("Previous page", 1, "Return", "Tab")):
+            with self.subTest(name):
+                dialog.says(f"Page {number} of 2")
+                until(lambda: self.is_at_end(dialog, name), "the end")  # noqa: B023
+                self.assertEqual(self.focused(dialog), name)
+                # There is no other page beyond, and no other thing happens.
+                dialog.keys(turn, turn)
+                dialog.keys(back)
+                until(lambda: self.focused(dialog) not in (None, name), "the other button")  # noqa: B023
+                dialog.says(f"Page {number} of 2")
+                dialog.keys("space")
+        self.assertEqual(self.focused(dialog), "Next page")
+
+    def is_at_end(self, dialog, name):
+        """Whether a user sees and hears that the button leads nowhere."""
+        return not dialog.find("push button", name).has(SENSITIVE)
+
+    def focused(self, dialog):
+        """The name of the button at which the keyboard is."""
+        return next((node.name for node in dialog.nodes() if node.has(FOCUSED) and node.role == "push button"), None)
+
+    def hears(self, dialog, act, *expected):
+        """Does it until all of this is said."""
+        listener = Listener(dialog.program)
+        said = set()
+        act()
+        until(lambda: said.update(listener.hears()) or all(is_told(one, said) for one in expected), f"{expected} among {said}")
+        return said
+
+    def test_a_reader_speaks_of_the_page_and_the_note_where_a_page_is_turned(self):
+        dialog = self.shown(pages.pdf([], [AT_SIDES["Bottom"]], []), side="Bottom")
+        note = f"{NOTE}Bottom Margin (up to 3 mm)"
+        dialog.says("Page 1 of 3")
+        self.assertTrue(self.picture(dialog).name.endswith("; Page 1 of 3"), self.picture(dialog).name)
+        dialog.click(dialog.find("push button", "Next page"))
+        dialog.says(note)
+        self.assertTrue(self.picture(dialog).name.endswith(f"; Page 2 of 3; {note}"), self.picture(dialog).name)
+        for name in ("Previous page", "Next page"):
+            self.assertEqual(dialog.find("push button", name).description, f"Page 2 of 3; {note}")
+        turn = lambda: dialog.keys("space")  # noqa: E731
+        self.hears(dialog, turn, ("description", "push button", words("Next page", "Page 3 of 3")))
+        dialog.keys("shift+Tab")
+        until(lambda: self.focused(dialog) == "Previous page", "the other button")
+        self.hears(dialog, turn, ("description", "push button", words("Previous page", f"Page 2 of 3; {note}")))
+        dialog.type("Bottom Margin", "4")
+        until(lambda: dialog.find("push button", "Next page").description.endswith("(up to 2 mm)"), "the new depth")
 
     def test_the_buttons_have_names_in_each_language(self):
         for language, previous, following, number in (("de", "Vorherige Seite", "Nächste Seite", "Seite 1 von 2"), ("ar", "الصفحة السابقة", "الصفحة التالية", "الصفحة 1 من 2")):
