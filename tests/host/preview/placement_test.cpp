@@ -148,11 +148,18 @@ TEST(UnprintableEdges, AreTurnedWithTheSheet) { EXPECT_EQ(edgesAcross({1, 2, 3, 
 
 TEST(APageOnItsSheet, IsAloneThereUnlessAnOptionLaysPagesOut) {
   EXPECT_TRUE(isPageOnItsSheet({}));
-  EXPECT_TRUE(isPageOnItsSheet({{"number-up", "1"},
-                                {"print-scaling", "auto"},
-                                {"mirror", "False"},
-                                {"media", "A4"},
-                                {"copies", "2"}}));
+  for (const Option& option : {Option{"number-up", "1"},
+                               {"print-scaling", "auto"},
+                               {"scaling", "100"},
+                               {"natural-scaling", "100"},
+                               {"fit-to-page", "false"},
+                               {"mirror", "False"},
+                               {"landscape", "false"},
+                               {"position", "center"},
+                               {"page-border", "none"},
+                               {"booklet", "off"},
+                               {"copies", "2"}})
+    EXPECT_TRUE(isPageOnItsSheet({{"media", "A4"}, option})) << option.keyword;
   for (const Option& option : {Option{"number-up", "2"},
                                {"Number-Up", "16"},
                                {"print-scaling", "fill"},
