@@ -131,7 +131,7 @@ lint: ## formatting, clang-tidy, the man pages and the scripts
 	clang-tidy --quiet -p build/release --header-filter=/adapters/appkit/ --checks=$(not_of_methods) build/release/adapters/appkit/tidy.mm
 	desktop-file-validate packaging/desktop/*.desktop
 	appstreamcli validate --no-net build/release/packaging/*.metainfo.xml
-	mandoc -Tlint -Wwarning docs/tandem-trim.1 docs/tandem-trim-portal.8
+	mandoc -Tlint docs/tandem-trim.1 docs/tandem-trim-portal.8
 	pyflakes3 $$(git ls-files '*.py')
 	git ls-files '*.sh' '*.bash' .ci/run | xargs -n 1 bash -n
 
