@@ -31,7 +31,8 @@ struct Tab {
   }
 
   platform::linux::PrintSettings settings;
-  host::PanelPage* page = Gtk::make_managed<host::PanelPage>(host::PresetRow::Events{}, [](int) {});
+  host::PanelPage* page = Gtk::make_managed<host::PanelPage>(
+      host::PresetRow::Events{}, [](int) {}, [] { return std::string(); });
   std::unique_ptr<host::PanelSession> panel;
 };
 

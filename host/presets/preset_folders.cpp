@@ -140,7 +140,9 @@ void addFrom(const fs::path& folder, bool isOwn, std::map<std::string, KeptPrese
           {*name, file, isRead ? notUnderstood(file, failure.what()) : failure.fact(), isRead, isOwn});
     }
   }
-  if (unreadable && unreadable != std::errc::no_such_file_or_directory)
+  const bool isMissing =
+      unreadable == std::errc::no_such_file_or_directory || unreadable == std::errc::not_a_directory;
+  if (unreadable && !isMissing)
     faults.push_back({"", folder, unreadableFile(folder, unreadable.message()).fact(), false, isOwn});
 }
 
