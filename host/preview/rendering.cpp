@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <optional>
-#include <ranges>
 #include <span>
 
 #include <cairo.h>
@@ -102,13 +102,13 @@ double emptyPart(std::uint32_t first, std::uint32_t next) {
 }
 
 // The pixels, and parts of one, that are empty in front of the ink of this line; none without ink.
-template <class Line>
-std::optional<double> emptyPixels(const Line& line) {
-  const auto first = std::ranges::find_if(line, isInk);
-  if (first == std::ranges::end(line)) return std::nullopt;
-  const auto next = std::ranges::next(first);
-  const auto behind = next == std::ranges::end(line) ? *first : *next;
-  return static_cast<double>(first - std::ranges::begin(line)) + emptyPart(*first, behind);
+template <class Iterator>
+std::optional<double> emptyPixels(Iterator begin, Iterator end) {
+  const auto first = std::find_if(begin, end, isInk);
+  if (first == end) return std::nullopt;
+  const auto next = std::next(first);
+  const auto behind = next == end ? *first : *next;
+  return static_cast<double>(first - begin) + emptyPart(*first, behind);
 }
 
 // Of a row with ink, seen from the row next to it that has more.
@@ -130,10 +130,10 @@ void measure(const Surface& surface, PageAnswer& answer) {
   int last = 0;
   for (int y = 0; y < height; ++y) {
     const auto row = rowOf(surface, y);
-    const auto before = emptyPixels(row);
+    const auto before = emptyPixels(row.begin(), row.end());
     if (!before) continue;
     left = std::min(left, *before);
-    right = std::min(right, *emptyPixels(std::views::reverse(row)));
+    right = std::min(right, *emptyPixels(row.rbegin(), row.rend()));
     if (!top) top = y;
     last = y;
   }
