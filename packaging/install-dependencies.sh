@@ -14,8 +14,8 @@ portal='xdg-desktop-portal gnome-text-editor'
 # To make the packages and to test them: Debian's own view of them, an empty root to install them in.
 package='dpkg-dev file lintian fakeroot fonts-dejavu-core'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fonts-cantarell fonts-noto-core'
-# A Wayland compositor that needs no screen, and keys for it.
-tests+=' sway wtype'
+# A Wayland compositor that needs no screen, keys for it and pictures of it.
+tests+=' sway wtype grim'
 # Tells the pages of what an editor printed.
 tests+=' poppler-utils'
 # An editor of GTK 3, which prints by the portal as that of GTK 4 does.

@@ -1,6 +1,7 @@
 """What the tests of the print dialog have in common: the dialog on a screen, and a user who sees it by accessibility."""
 
 import gettext
+import os
 import re
 import subprocess
 
@@ -127,8 +128,11 @@ class PrintDialog:
     def save_picture(self, path):
         """Saves what the dialog looks like as a PNG file."""
         path.parent.mkdir(parents=True, exist_ok=True)
-        place = ",".join(map(str, self.program.place(self.window)))
-        subprocess.run(["scrot", "--autoselect", place, "--overwrite", path], check=True)
+        left, top, width, height = self.program.place(self.window)
+        of_x = ("scrot", "--overwrite", "--autoselect", f"{left},{top},{width},{height}")
+        of_wayland = ("grim", "-g", f"{left},{top} {width}x{height}")
+        command = of_wayland if "WAYLAND_DISPLAY" in os.environ else of_x
+        subprocess.run([*command, path], check=True, timeout=patience.PATIENCE)
 
     def click(self, node):
         self.hands.click(*self.middle(node))
