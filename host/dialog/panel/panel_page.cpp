@@ -68,8 +68,8 @@ void PanelPage::follow(GtkWidget* widget) {
 void PanelPage::onEdited() {
   if (edited_.connected() || !(reportsEdits_ || pageRow_)) return;
   edited_ = Glib::signal_idle().connect([this] {
-    if (pageRow_) pageRow_->describe(note_());
     if (reportsEdits_) signalEdited();
+    speak();
     return false;
   });
 }
@@ -115,23 +115,35 @@ void PanelPage::showPagePlace(const PagePlace& place) {
   if (!pageRow_ && place.pages == 0) return;
   if (!pageRow_) pageRow_.emplace(turn_).insert_before(*presets_, help);
   pageRow_->show(place);
-  pageRow_->describe(note_());
+  speak();
 }
 
 void PanelPage::hideWarning() {
   if (warning_) warning_->show({}, false);
+  speak();
+}
+
+void PanelPage::speak() {
+  const auto note = pageRow_ && view_ != nullptr ? note_() : "";
+  if (pageRow_) pageRow_->describe(note);
+  const auto warning = warning_ ? warning_->text() : "";
+  const auto text = warning + (warning.empty() || note.empty() ? "" : "\n") + note;
+  if (!spoken_ && text.empty()) return;
+  if (!spoken_) spoken_.emplace(*this);
+  spoken_->set(text);
 }
 
 void PanelPage::warnOf(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts) {
   if (values.empty() && conflicts.empty()) return hideWarning();
   if (!warning_) {
-    warning_.emplace(*this);
+    warning_.emplace();
     setSideMargins(*warning_);
     warning_->set_margin_bottom(kSpacing);
     warning_->correct.signal_clicked().connect(signalCorrect.make_slot());
     insert_child_after(*warning_, *footer_.get_prev_sibling());
   }
   warning_->show(problemTexts(values, conflicts), !values.empty());
+  speak();
 }
 
 }  // namespace tandemtrim::host

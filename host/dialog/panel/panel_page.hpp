@@ -11,6 +11,7 @@
 #include <gtkmm/label.h>
 
 #include "host/dialog/panel/preset_row.hpp"
+#include "host/dialog/panel/spoken_text.hpp"
 #include "host/dialog/panel/warning_row.hpp"
 #include "host/dialog/preview/page_row.hpp"
 #include "host/panel/conflicts.hpp"
@@ -59,6 +60,7 @@ class PanelPage : public Gtk::Box {
   void follow(GtkWidget* widget);
   void onEdited();
   void hideWarning();
+  void speak();
 
   const PresetRow::Events presetEvents_;
   Gtk::Label text_;
@@ -70,6 +72,8 @@ class PanelPage : public Gtk::Box {
   std::optional<PageRow> pageRow_;
   // Few users ever see it, so it is made when it is needed.
   std::optional<WarningRow> warning_;
+  // The warning and the note.
+  std::optional<SpokenText> spoken_;
   Gtk::Box footer_;
   GtkWidget* view_ = nullptr;
   bool reportsEdits_ = false;

@@ -113,6 +113,7 @@ class PagePreviewTest(DialogCase):
         dialog.says("Page 2 of 3")
         dialog.says(f"{NOTE}Bottom Margin (up to 3 mm)")
         until(lambda: self.red(dialog)[1] > 0.7, "the second page")
+        self.assertIn("; Page 2 of 3; ", self.picture(dialog).name)
         dialog.keys("space")
         dialog.says("Page 3 of 3")
         dialog.keys("shift+Tab", "space")
@@ -217,6 +218,28 @@ class PagePreviewTest(DialogCase):
         self.hears(dialog, turn, ("description", "push button", words("Previous page", f"Page 2 of 3; {note}")))
         dialog.type("Bottom Margin", "4")
         until(lambda: dialog.find("push button", "Next page").description.endswith("(up to 2 mm)"), "the new depth")
+
+    def test_a_reader_speaks_of_the_note_at_the_margin_that_brings_it_on(self):
+        dialog = self.shown(pages.pdf([AT_SIDES["Left"]]), side="Left", margin=2)
+        self.see_red(dialog)
+        dialog.go_to("Left Margin")
+        for digit, depth in (("9", 7), ("5", 3)):
+            note = f"{NOTE}Left Margin (up to {depth} mm)"
+            self.hears(dialog, lambda: dialog.keys("ctrl+a", digit), ("description", "spin button", words("Left Margin:", note)))  # noqa: B023
+        dialog.go_to("Top Margin")
+        self.hears(dialog, lambda: dialog.keys("ctrl+a", "3"), ("text", "spin button", words("Top Margin:", "3")))
+        dialog.says(note)
+        self.assertNotIn(NOTE, dialog.find("entry", "Top Margin").description)
+        dialog.go_to("Left Margin")
+        dialog.keys("ctrl+a", "1")
+        until(lambda: NOTE not in dialog.find("entry", "Left Margin").description, "the end of the note")
+
+    def test_a_reader_speaks_of_the_note_behind_the_warning(self):
+        dialog = self.shown(pages.pdf([AT_SIDES["Left"]]), side="Left", margin=18)
+        self.see_red(dialog)
+        dialog.go_to("Left Margin")
+        told = until(lambda: dialog.find("entry", "Left Margin").description, "a description").splitlines()
+        self.assertEqual(["does not allow" in told[0], told[1:]], [True, [f"{NOTE}Left Margin (up to 16 mm)"]])
 
     def test_the_buttons_have_names_in_each_language(self):
         for language, previous, following, number in (("de", "Vorherige Seite", "Nächste Seite", "Seite 1 von 2"), ("ar", "الصفحة السابقة", "الصفحة التالية", "الصفحة 1 من 2")):

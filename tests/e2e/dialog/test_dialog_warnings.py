@@ -3,6 +3,7 @@
 import unittest
 
 import gi
+import pages
 from dialog_case import DialogCase, meant, until
 from terminal_case import DEFAULTS, MARGINS, POSITION, VALID, of_panel
 
@@ -163,7 +164,10 @@ class DialogWarningsTest(DialogCase):
         until(lambda: "cannot be combined with Paper size" in self.described(dialog, "Right Margin"), "the warning at the control")
 
     def test_the_warning_leaves_the_choice_of_a_menu_told(self):
-        dialog = self.wrong_panel(THREE_WRONG[0])
+        # Of a page without content nothing else is told.
+        document = self.temporary_folder() / "empty.pdf"
+        document.write_bytes(pages.pdf([]))
+        dialog = self.wrong_panel(THREE_WRONG[0], documents=(document,))
         dialog.click(dialog.find("combo box", "Print Position"))
         dialog.keys("Escape")
 
