@@ -6,12 +6,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+#include <thread>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "host/file_descriptor.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -20,6 +20,8 @@ namespace fs = std::filesystem;
 
 // As CUPS makes the file that it keeps options in.
 constexpr mode_t kReadableFile = 0644;
+constexpr mode_t kLockFile = 0600;
+constexpr std::chrono::milliseconds kLockInterval{5};
 
 bool writeAll(const FileDescriptor& file, std::string_view text) {
   while (!text.empty()) {
@@ -65,6 +67,21 @@ void replaceFile(const fs::path& file, const std::string& text) {
   const auto failure = unwritableFile(file);
   unlink(name.c_str());
   throw Failure(failure);
+}
+
+FileDescriptor lockFile(const fs::path& file, std::chrono::milliseconds longest) {
+  const auto name = file.string() + ".lock";
+  FileDescriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kLockFile));
+  if (!lock.isOpen()) throw unwritableFile(file);
+  const auto end = std::chrono::steady_clock::now() + longest;
+  while (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK) throw unwritableFile(file);
+    if (std::chrono::steady_clock::now() >= end)
+      throw Failure(Trouble::other, Fact(name + " is locked by another program; see which by fuser " + name,
+                                         "[file] is locked by another program"_fact, {{"[file]", name}}));
+    std::this_thread::sleep_for(kLockInterval);
+  }
+  return lock;
 }
 
 Failure unreadableFile(const fs::path& file, const std::string& words) {

@@ -3,15 +3,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <optional>
-#include <thread>
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "host/failure.hpp"
-#include "host/file_descriptor.hpp"
 #include "host/home_folder.hpp"
 #include "host/job/lpoptions.hpp"
 #include "host/whole_file.hpp"
@@ -21,25 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::milliseconds kLockInterval{5};
 constexpr mode_t kOwnFolder = 0700;
-constexpr mode_t kOwnFile = 0600;
-
-// Keeps others from changing the file. By a file of its own, since the other one is replaced.
-FileDescriptor lockOf(const fs::path& path, std::chrono::milliseconds longest) {
-  const auto name = path.string() + ".lock";
-  FileDescriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnFile));
-  if (!lock.isOpen()) throw unwritableFile(path);
-  const auto end = std::chrono::steady_clock::now() + longest;
-  while (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno != EWOULDBLOCK) throw unwritableFile(path);
-    if (std::chrono::steady_clock::now() >= end)
-      throw Failure(Trouble::other, Fact(name + " is locked by another program; see which by fuser " + name,
-                                         "[file] is locked by another program"_fact, {{"[file]", name}}));
-    std::this_thread::sleep_for(kLockInterval);
-  }
-  return lock;
-}
 
 // The file of saved options has one line a printer, in which # begins a comment and a keyword without a value
 // is a switch.
@@ -106,7 +84,7 @@ void editFile(const fs::path& file, const std::function<std::string(const std::s
   auto path = fs::weakly_canonical(file, unresolved);
   if (unresolved) path = file;
   mkdir(path.parent_path().c_str(), kOwnFolder);
-  const auto lock = lockOf(path, longest);
+  const auto lock = lockFile(path, longest);
 
   const auto before = readWholeFile(path).value_or("");
   const auto after = edit(before);

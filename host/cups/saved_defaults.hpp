@@ -8,6 +8,7 @@
 #include "host/cups/connection/connection.hpp"
 #include "host/cups/printer.hpp"
 #include "host/job/options.hpp"
+#include "host/whole_file.hpp"
 
 namespace tandemtrim::host {
 
@@ -18,7 +19,7 @@ std::filesystem::path savedDefaultsFile();
 /// this changes the file meanwhile, and readers see the old text or the new one. The file keeps its mode and
 /// its owner. Failure when it cannot be read or written, or others keep it locked for the longest time.
 void editFile(const std::filesystem::path& file, const std::function<std::string(const std::string&)>& edit,
-              std::chrono::milliseconds longest = std::chrono::seconds(10));
+              std::chrono::milliseconds longest = kLongestLock);
 
 /// Those of a job's options that saveAsDefault() keeps: all but those of one job. Failure when CUPS cannot
 /// keep one as it is.

@@ -197,6 +197,21 @@ void makeFolder(const fs::path& folder) {
   if (failed) throw unwritableFile(folder);
 }
 
+FileDescriptor lockFolder(const std::string& family) {
+  const auto folder = ownFolder(family);
+  makeFolder(folder);
+  return lockFile(folder);
+}
+
+// Compares what is read of both: a user may have written the text by hand.
+bool isTextOf(const std::optional<Preset>& preset, const std::string& text) {
+  try {
+    return preset && presetFrom("", text) == presetFrom("", presetText(*preset));
+  } catch (const Failure&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 void refuseWrongPresetName(const std::string& name) {
@@ -245,8 +260,18 @@ Preset findPreset(const std::string& family, const std::string& name, const Repo
 void savePreset(const std::string& family, const Preset& preset) {
   refuseWrongPresetName(preset.name);
   const auto file = presetFile(family, preset.name);
-  makeFolder(file.parent_path());
+  const auto lock = lockFolder(family);
   replaceFile(file, presetText(preset));
+}
+
+bool savePresetOver(const std::string& family, const std::optional<Preset>& known, const Preset& preset) {
+  refuseWrongPresetName(preset.name);
+  const auto file = presetFile(family, preset.name);
+  const auto lock = lockFolder(family);
+  const auto text = readWholeFile(file, kMostBytes);
+  if (text && !isTextOf(known, *text)) return false;
+  replaceFile(file, presetText(preset));
+  return true;
 }
 
 std::optional<std::string> presetOfPrinter(const std::string& family, const std::string& printersKey) {
@@ -281,6 +306,7 @@ void renamePreset(const std::string& family, const std::string& name, const std:
   refuseWrongPresetName(newName);
   const auto from = presetFile(family, name);
   const auto to = presetFile(family, newName);
+  const auto lock = lockFolder(family);
   const bool isRenamed =
       taken == Taken::refuses ? renameToFree(from, to) : std::rename(from.c_str(), to.c_str()) == 0;
   if (isRenamed) return replaceForPrinters(family, name, newName);

@@ -13,7 +13,7 @@ namespace tandemtrim::host {
 
 /// The presets of a family of printers, which is named after its panel's bundle. Each is a JSON file that
 /// bears its name: the user's below $XDG_CONFIG_HOME/tandem-trim, the administrator's below each of
-/// $XDG_CONFIG_DIRS. Two programs that save at once lose nothing, since each file is replaced as a whole.
+/// $XDG_CONFIG_DIRS. Each file is replaced as a whole, by one program at a time.
 
 struct KeptPreset {
   Preset preset;
@@ -56,6 +56,11 @@ Preset findPreset(const std::string& family, const std::string& name, const Repo
 /// Keeps the preset, in the place of the user's own of the same name. Failure when its name cannot be one and
 /// when the file cannot be written.
 void savePreset(const std::string& family, const Preset& preset);
+
+/// The same only where the user's own of that name is still `known`, or where there is none. False where
+/// another program has saved one meanwhile, which stays.
+[[nodiscard]] bool savePresetOver(const std::string& family, const std::optional<Preset>& known,
+                                  const Preset& preset);
 
 /// The preset that the user wants the dialog to begin with on this printer; none where there is none. A
 /// printer's key is any text that is its own.

@@ -100,7 +100,7 @@ void PrinterPresets::showOptions(const Options& options) {
 PresetRow::Events PrinterPresets::events() {
   return {
       [this](const auto& name) { tryTo([&] { choose(name); }); },
-      [this] { tryTo([&] { save(preset().name, !preset().options.empty()); }); },
+      [this] { saveChanges(); },
       [this] { tryTo([&] { show(); }); },
       [this] {
         const auto begin =
@@ -180,30 +180,55 @@ void PrinterPresets::show() {
   if (!preset().options.empty()) showOptions(options({}));
 }
 
-void PrinterPresets::save(const std::string& name, bool withPages) {
+bool PrinterPresets::save(const std::string& name, bool withPages, Taken taken,
+                          const std::optional<Preset>& known) {
   Chosen saved{family_, {name, settings_.ofPanel(), {}}, true};
   if (withPages) saved.preset.options = settings_.ofPages();
-  savePreset(family_, saved.preset);
+  if (taken == Taken::isReplaced)
+    savePreset(family_, saved.preset);
+  else if (!savePresetOver(family_, known, saved.preset))
+    return false;
   chosen_.insert_or_assign(printersKey_, saved);
   chosen().pages = shownOnPages();
+  return true;
+}
+
+void PrinterPresets::saveChanges() {
+  const auto act = [this](Taken taken) {
+    const auto known = preset();
+    return save(known.name, !known.options.empty(), taken, known);
+  };
+  bool isSaved = true;
+  tryTo([&] { isSaved = act(Taken::refuses); });
+  if (!isSaved) askToReplace(kPresetChangedMeanwhileText, preset().name, act);
 }
 
 void PrinterPresets::saveAs(const NameWindow::Answer& answer) {
-  replaceIfTaken(answer.name, [this, answer](Taken) { save(answer.name, answer.withPages); });
+  replaceIfTaken(answer.name, [this, answer](Taken taken) {
+    return save(answer.name, answer.withPages, taken, std::nullopt);
+  });
 }
 
 void PrinterPresets::rename(const std::string& name) {
   if (name == preset().name) return;
-  replaceIfTaken(name, [this, name](Taken taken) { renameTo(name, taken); });
+  replaceIfTaken(name, [this, name](Taken taken) {
+    renameTo(name, taken);
+    return true;
+  });
 }
 
 // Asks before, where there is a preset of that name.
-void PrinterPresets::replaceIfTaken(const std::string& name, const std::function<void(Taken)>& act) {
-  if (!isKept(presetsOf(family_).presets, name)) return tryTo([&] { act(Taken::refuses); });
-  questions_.ask({filled(localized(kPresetTakenText), {{"[name]", name}})},
+void PrinterPresets::replaceIfTaken(const std::string& name, const Replacement& act) {
+  bool isTaken = isKept(presetsOf(family_).presets, name);
+  if (!isTaken) tryTo([&] { isTaken = !act(Taken::refuses); });
+  if (isTaken) askToReplace(kPresetTakenText, name, act);
+}
+
+void PrinterPresets::askToReplace(const char* question, const std::string& name, const Replacement& act) {
+  questions_.ask({filled(localized(question), {{"[name]", name}})},
                  {{localized(kCancelText), Gtk::ResponseType::CANCEL}, {localized(kReplaceText), kYes}},
                  Gtk::ResponseType::CANCEL, [this, act](int answer) {
-                   if (answer == kYes) tryTo([&] { act(Taken::isReplaced); });
+                   if (answer == kYes) tryTo([&] { static_cast<void>(act(Taken::isReplaced)); });
                  });
 }
 

@@ -76,14 +76,19 @@ class PrinterPresets {
   void choose(const std::string& name);
   void show();
   void showOptions(const Options& options);
-  void save(const std::string& name, bool withPages);
+  // Replaces the preset of that name or, where that refuses, `known` at most. False where it does not.
+  bool save(const std::string& name, bool withPages, Taken taken, const std::optional<Preset>& known);
+  void saveChanges();
   void saveAs(const NameWindow::Answer& answer);
   void rename(const std::string& name);
   // Whether it is the preset of this name; there may be others of that name for other families.
   [[nodiscard]] bool isChosenOf(const Chosen& chosen, const std::string& name) const {
     return chosen.family == family_ && chosen.preset.name == name;
   }
-  void replaceIfTaken(const std::string& name, const std::function<void(Taken)>& act);
+  // Gives false where it refuses.
+  using Replacement = std::function<bool(Taken)>;
+  void replaceIfTaken(const std::string& name, const Replacement& act);
+  void askToReplace(const char* question, const std::string& name, const Replacement& act);
   void renameTo(const std::string& newName, Taken taken);
   void remove();
   [[nodiscard]] Chosen& chosen() { return chosen_.at(printersKey_); }

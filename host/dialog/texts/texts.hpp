@@ -90,6 +90,8 @@ inline constexpr const char* kPresetOfPrinterText = "Begin with It on This Print
 inline constexpr const char* kPresetNameText = "_Name of the preset";
 inline constexpr const char* kPresetWithPagesText = "_With the settings of the other pages";
 inline constexpr const char* kNoSuchPresetText = "There is no preset [name] for this printer.";
+inline constexpr const char* kPresetChangedMeanwhileText =
+    "The preset [name] has been changed meanwhile. Replace it?";
 inline constexpr const char* kPresetTakenText = "There is a preset [name] already. Replace it?";
 inline constexpr const char* kReplaceText = "_Replace";
 inline constexpr const char* kDeleteThisPresetText = "Delete the preset [name]?";

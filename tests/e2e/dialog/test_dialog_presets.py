@@ -1,7 +1,9 @@
 """Presets in the dialog: the row above the panel, its menu and its questions."""
 
+import fcntl
 import json
 import os
+import pathlib
 import unittest
 
 import ipp
@@ -187,6 +189,49 @@ class DialogPresetsTest(DialogPresetsCase):
         self.wait_for(dialog, "Other")
         self.assertEqual([file.name for file in self.folder.glob("*.json")], ["Other.json"])
         self.assertEqual(self.kept("Other")["panel"], BOOKLET)
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_a_name_that_another_program_takes_at_the_same_time_is_asked_about(self):
+        dialog = self.live()
+        self.folder.mkdir(parents=True)
+        with open(f"{self.folder}.lock", "w") as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)
+            self.pick(dialog, "Save As…")
+            until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
+            dialog.type("Name of the preset", NAME)
+            until(lambda: dialog.find("push button", "Continue").has(SENSITIVE), "the button to be live")
+            dialog.keys("Return")  # The dialog, which waits for the lock, answers no reader.
+            opened = pathlib.Path(f"/proc/{dialog.process.pid}/fd")
+            files = lambda: map(os.path.realpath, opened.iterdir())
+            until(lambda: os.path.realpath(lock.name) in files(), "the dialog to wait for the lock")
+            (self.folder / f"{NAME}.json").write_text(json.dumps({"panel": BOOKLET}))
+        dialog.says(f"There is a preset {NAME} already. Replace it?")
+        self.answer(dialog, "Cancel")
+        self.assertEqual(self.chosen(dialog), "None")
+        self.assertEqual(self.kept(NAME), {"panel": BOOKLET})
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_a_preset_that_another_program_has_changed_is_asked_about_before_it_is_replaced(self):
+        self.keep(NAME, *ACTS)
+        dialog = self.live()
+        self.pick(dialog, NAME)
+        self.wait_for(dialog, NAME)
+        dialog.type("Top Margin", "9")
+        self.wait_for(dialog, f"{NAME}, changed")
+        self.keep(NAME, "--set", "Valid=On", "--set", "Top=3")
+        for answer, top, title in (("Cancel", "3", f"{NAME}, changed"), ("Replace", "9", NAME)):
+            self.pick(dialog, "Save")
+            dialog.says(f"The preset {NAME} has been changed meanwhile. Replace it?")
+            self.answer(dialog, answer)
+            self.wait_for(dialog, title)
+            self.assertEqual(self.kept(NAME)["panel"], BOOKLET | {MARGINS["Top"]: top})
+        dialog.type("Top Margin", "8")
+        self.wait_for(dialog, f"{NAME}, changed")
+        self.pick(dialog, "Save")
+        self.wait_for(dialog, NAME)
+        self.assertEqual(self.kept(NAME)["panel"][MARGINS["Top"]], "8")
         dialog.press("Cancel")
         dialog.ends()
 

@@ -314,6 +314,43 @@ TEST_F(Presets, OfTwoProgramsThatSaveAtOnceAreAllKept) {
   EXPECT_THAT(said, IsEmpty());
 }
 
+Preset countOf(int count) { return {"Count", {{"MVTopMargin", std::to_string(count)}}, {}}; }
+
+TEST_F(Presets, ThatAnotherProgramHasSavedMeanwhileAreNotReplacedUnseen) {
+  EXPECT_TRUE(savePresetOver("Family", std::nullopt, countOf(1)));
+  EXPECT_FALSE(savePresetOver("Family", std::nullopt, countOf(2)));
+  EXPECT_FALSE(savePresetOver("Family", countOf(2), countOf(3)));
+  EXPECT_EQ(findPreset("Family", "Count", report), countOf(1));
+  EXPECT_TRUE(savePresetOver("Family", countOf(1), countOf(4)));
+  EXPECT_EQ(findPreset("Family", "Count", report), countOf(4));
+  deletePreset("Family", "Count", report);
+  EXPECT_TRUE(savePresetOver("Family", countOf(4), countOf(5)));
+  EXPECT_EQ(findPreset("Family", "Count", report), countOf(5));
+}
+
+TEST_F(Presets, AreComparedByWhatTheyHold) {
+  const auto file = write(own(), "Count.json", R"({"panel":{"MVTopMargin":"1"},"options":{"copies":"3"}})");
+  EXPECT_TRUE(savePresetOver("Family", countOf(1), countOf(2)));
+  write(own(), "Count.json", "{");
+  EXPECT_FALSE(savePresetOver("Family", countOf(2), countOf(3)));
+  EXPECT_EQ(contentsOf(file), "{");
+}
+
+TEST_F(Presets, OfTwoProgramsThatChangeOneAtOnceHaveWhatBothDid) {
+  constexpr int kTimes = 50;
+  savePreset("Family", countOf(0));
+  const auto countUp = [] {
+    for (int time = 0; time < kTimes;) {
+      const auto known = presetsOf("Family").presets.front().preset;
+      if (savePresetOver("Family", known, countOf(std::stoi(known.panel.front().value) + 1))) ++time;
+    }
+  };
+  std::thread other(countUp);
+  countUp();
+  other.join();
+  EXPECT_EQ(findPreset("Family", "Count", report), countOf(2 * kTimes));
+}
+
 TEST_F(Presets, MayBeTheOneThatAPrinterBeginsWith) {
   EXPECT_EQ(presetOfPrinter("Family", "Morva@host:1"), std::nullopt);
   savePreset("Family", kBooklet);
