@@ -26,7 +26,7 @@ try() {
   local target=$1 log=build/fuzz/$1.log left=$time kept
   mkdir -p "$inputs/$target"
   if [ "$time" = keep ]; then
-    kept=$(mktemp -d "build/fuzz/kept-$target.XXXXXX")
+    kept=$(mktemp -d -p build/fuzz)
     "$programs/fuzz_$target" -use_counters=0 -merge=1 "$kept" "fuzz/corpus/$target" "$inputs/$target" >"$log" 2>&1 \
       || { tail -n 40 "$log"; return 1; }
     rm -r "fuzz/corpus/$target"

@@ -60,6 +60,14 @@ class DialogPresetsCase(DialogCase):
     def live(self):
         return self.live_panel_of(self.dialog("-d", "Morva", **self.around))
 
+    def live_with_preset(self):
+        """The dialog with a kept preset that is chosen."""
+        self.keep(NAME, *ACTS)
+        dialog = self.live()
+        self.pick(dialog, NAME)
+        self.wait_for(dialog, NAME)
+        return dialog
+
     def live_panel_of(self, dialog):
         dialog.page("Tandem Trim")
         dialog.find("check box", "Use Tandem Trim")
@@ -113,10 +121,7 @@ class DialogPresetsTest(DialogPresetsCase):
         self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
 
     def test_a_change_is_shown_and_can_be_saved_or_taken_back(self):
-        self.keep(NAME, *ACTS)
-        dialog = self.live()
-        self.pick(dialog, NAME)
-        self.wait_for(dialog, NAME)
+        dialog = self.live_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
         self.pick(dialog, "Back to Preset")
@@ -171,11 +176,8 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_a_name_that_is_taken_is_asked_about_when_a_preset_is_renamed(self):
-        self.keep(NAME, *ACTS)
         self.keep("Other", "--set", "Valid=On")
-        dialog = self.live()
-        self.pick(dialog, NAME)
-        self.wait_for(dialog, NAME)
+        dialog = self.live_with_preset()
         self.pick(dialog, "Rename…")
         self.assertFalse(dialog.shows("check box", WITH_PAGES))
         self.name(dialog, "Other")
@@ -214,10 +216,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_a_preset_that_another_program_has_changed_is_asked_about_before_it_is_replaced(self):
-        self.keep(NAME, *ACTS)
-        dialog = self.live()
-        self.pick(dialog, NAME)
-        self.wait_for(dialog, NAME)
+        dialog = self.live_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
         self.keep(NAME, "--set", "Valid=On", "--set", "Top=3")
@@ -306,10 +305,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_a_preset_is_renamed_and_deleted(self):
-        self.keep(NAME, *ACTS)
-        dialog = self.live()
-        self.pick(dialog, NAME)
-        self.wait_for(dialog, NAME)
+        dialog = self.live_with_preset()
         self.pick(dialog, "Rename…")
         self.name(dialog, "Brochure")
         self.wait_for(dialog, "Brochure")
@@ -326,10 +322,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_a_printer_can_begin_with_a_preset(self):
-        self.keep(NAME, *ACTS)
-        dialog = self.live()
-        self.pick(dialog, NAME)
-        self.wait_for(dialog, NAME)
+        dialog = self.live_with_preset()
         self.pick(dialog, "Begin with It on This Printer")
         dialog.press("Cancel")
         dialog.ends()

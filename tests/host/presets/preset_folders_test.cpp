@@ -140,15 +140,19 @@ TEST_F(Presets, OfTheAdministratorAreThereUntilTheUserHidesThem) {
   EXPECT_THAT(names(), ElementsAre("House", "Plain"));
 }
 
-TEST_F(Presets, AreRenamedButNotOverOthers) {
-  savePreset("Family", kBooklet);
-  savePreset("Family", {"Other", {}, {}});
-  EXPECT_THAT(
-      failureOf([&] { renamePreset("Family", kBooklet.name, "Other", Taken::refuses, report); }).what(),
-      HasSubstr("there is a preset Other already"));
-  renamePreset("Family", kBooklet.name, "Brochure", Taken::refuses, report);
-  EXPECT_THAT(names(), ElementsAre("Brochure", "Other"));
-  EXPECT_EQ(findPreset("Family", "Brochure", report).panel, kBooklet.panel);
+TEST_F(Presets, AreRenamedButNotOverOthersOnANetworksFileSystemToo) {
+  for (const bool network : {false, true}) {
+    isOnNetwork = network;
+    savePreset("Family", kBooklet);
+    savePreset("Family", {"Other", {}, {}});
+    EXPECT_THAT(
+        failureOf([&] { renamePreset("Family", kBooklet.name, "Other", Taken::refuses, report); }).what(),
+        HasSubstr("there is a preset Other already"));
+    renamePreset("Family", kBooklet.name, "Brochure", Taken::refuses, report);
+    EXPECT_THAT(names(), ElementsAre("Brochure", "Other"));
+    EXPECT_EQ(findPreset("Family", "Brochure", report).panel, kBooklet.panel);
+    deletePreset("Family", "Brochure", report);
+  }
 }
 
 TEST_F(Presets, HaveNothingThatIsChosenForOneJobWhoeverWroteThem) {
@@ -254,17 +258,6 @@ TEST_F(Presets, OfTheAdministratorThatAreDamagedAreToldToWhoeverAsksForThemAndHi
   EXPECT_THAT(said, ElementsAre(HasSubstr(file + " cannot be understood")));
   savePreset("Family", {"House", {}, {}});
   EXPECT_THAT(presetsOf("Family").faults, IsEmpty());
-}
-
-TEST_F(Presets, AreRenamedOnANetworksFileSystemToo) {
-  isOnNetwork = true;
-  savePreset("Family", kBooklet);
-  savePreset("Family", {"Other", {}, {}});
-  EXPECT_THAT(
-      failureOf([&] { renamePreset("Family", kBooklet.name, "Other", Taken::refuses, report); }).what(),
-      HasSubstr("there is a preset Other already"));
-  renamePreset("Family", kBooklet.name, "Brochure", Taken::refuses, report);
-  EXPECT_THAT(names(), ElementsAre("Brochure", "Other"));
 }
 
 // What cannot be read at the moment may be whole.
