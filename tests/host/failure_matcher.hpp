@@ -8,7 +8,7 @@
 
 namespace tandemtrim::test {
 
-/// What running `call` failed with; a test failure when it did not fail.
+/// Returns the failure that `call` raises. The test fails if it raises none.
 template <class Call>
 host::Failure failureOf(Call call) {
   try {

@@ -11,7 +11,7 @@ TEST(APlainText, IsTheTextItselfInAnyLanguage) {
     EXPECT_EQ(plainText(text), text);
 }
 
-TEST(APlainText, HasNoControlCharacterLineEndOrMarkThatTurnsTheWriting) {
+TEST(APlainText, HasNoControlCharacterLineEndOrDirectionMark) {
   for (const std::string mark : {"\x1B", "\n", "\t", "\x7F", "\u0080", "\u009B", "\u2028", "\u2029", "\u202A",
                                  "\u202E", "\u2066", "\u2069"})
     EXPECT_EQ(plainText("a" + mark + "b"), "a\uFFFDb");

@@ -5,7 +5,7 @@
 namespace tandemtrim::host {
 namespace {
 
-TEST(ProgressText, TellsTheShareOrTheAmount) {
+TEST(ProgressText, ShowsTheShareOrTheAmount) {
   EXPECT_EQ(progressText("a.pdf", 75'000'000, 150'000'000), "a.pdf: 50 % of 150 MB sent");
   EXPECT_EQ(progressText("(stdin)", 75'000'000, std::nullopt), "(stdin): 75 MB sent");
   EXPECT_EQ(progressText("a.pdf", 5, 0), "a.pdf: 0 MB sent");

@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(ACommand, SaysWhatItSaidAndHowItEnded) {
+TEST(ACommand, ReturnsItsOutputAndWhetherItSucceeded) {
   const auto done = runCommand({"sh", "-c", "echo out; echo err >&2"}, 60s);
   EXPECT_TRUE(done.succeeded && done.inTime && done.isInstalled);
   EXPECT_EQ(done.said, "out\nerr\n");
@@ -22,18 +22,18 @@ TEST(ACommand, SaysWhatItSaidAndHowItEnded) {
   EXPECT_EQ(failed.said, "");
 }
 
-TEST(ACommand, IsMissedByName) {
+TEST(ACommand, IsReportedAsNotInstalledWhereNoProgramHasItsName) {
   const auto missing = runCommand({"tandem-trim-no-such-program"}, 60s);
   EXPECT_FALSE(missing.succeeded || missing.isInstalled);
   EXPECT_TRUE(runCommand({"/"}, 60s).isInstalled);
 }
 
-TEST(ACommand, IsEndedWithAllThatItStartedWhenItTakesLonger) {
+TEST(ACommand, IsKilledWithItsChildrenWhenItTakesTooLong) {
   const auto start = std::chrono::steady_clock::now();
   const auto slow = runCommand({"sh", "-c", "sleep 600 & echo $!; sleep 600"}, 300ms);
   EXPECT_FALSE(slow.succeeded || slow.inTime);
   EXPECT_LT(std::chrono::steady_clock::now() - start, 60s);
-  // Its arguments are gone with it, whoever has still to learn of its end.
+  // A process that has ended has no arguments, even before its parent has waited for it.
   const auto started = "/proc/" + std::to_string(std::stoi(slow.said)) + "/cmdline";
   const auto isRunning = [&] {
     std::string arguments;
@@ -43,13 +43,13 @@ TEST(ACommand, IsEndedWithAllThatItStartedWhenItTakesLonger) {
   EXPECT_FALSE(isRunning());
 }
 
-TEST(ACommand, MayLeaveAProgramBehindThatHoldsItsOutput) {
+TEST(ACommand, IsDoneThoughAChildKeepsItsOutputOpen) {
   const auto start = std::chrono::steady_clock::now();
   EXPECT_TRUE(runCommand({"sh", "-c", "sleep 5 & echo done"}, 60s).succeeded);
   EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
 }
 
-TEST(ACommand, IsReadNoFurtherThanAnybodyNeeds) {
+TEST(ACommand, HasItsOutputCutAt64Kilobytes) {
   EXPECT_TRUE(runCommand({"sh", "-c", "yes &"}, 60s).succeeded);
   const auto endless = runCommand({"yes"}, 500ms);
   EXPECT_FALSE(endless.inTime);

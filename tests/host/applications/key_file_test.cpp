@@ -20,7 +20,7 @@ TEST(ASettingsFile, HasItsEntriesInGroups) {
   EXPECT_EQ(valueOf(entries, "two", "b"), std::nullopt);
 }
 
-TEST(ASettingsFile, IsRefusedByTheFirstLineThatIsNone) {
+TEST(ASettingsFile, IsRefusedWithItsFirstMalformedLine) {
   for (const char* odd : {"a=b", "[one]\nword", "[one]\n=b", "[]\na=b", "[one"}) {
     const std::string text = std::string("#\n") + odd + "\n";
     EXPECT_THAT(failureOf([&] { readEntries(text, "/a/file"); }).what(),

@@ -15,7 +15,7 @@ using testing::HasSubstr;
 
 const std::vector<std::string> kLines{"[preferred]", "a=new"};
 
-TEST(MarkedLines, GoWithoutATraceWhateverTheFileHeld) {
+TEST(MarkedLines, AreRemovedWithoutATraceFromAnyFile) {
   std::mt19937 random(20);
   const std::vector<std::string> pieces{"a", "\n", "\r", "\r\n", "#", "[b]\n", "k=v", " ", "\xC3"};
   std::uniform_int_distribution<std::size_t> piece(0, pieces.size() - 1);
@@ -32,30 +32,30 @@ TEST(MarkedLines, GoWithoutATraceWhateverTheFileHeld) {
   }
 }
 
-TEST(MarkedLines, CountBeforeAllOthers) {
+TEST(MarkedLines, TakePrecedenceOverTheFilesOwnLines) {
   const auto text = withMarkedLines("[preferred]\na=old\n[other]\na=1", kLines, Before::file);
   const auto entries = readEntries(text, "file");
   EXPECT_EQ(valueOf(entries, "preferred", "a"), "new");
   EXPECT_EQ(valueOf(entries, "other", "a"), "1");
 }
 
-TEST(MarkedLines, RememberThatThereWasNoFileOrFolder) {
+TEST(MarkedLines, RecordWhetherTheFileAndItsFolderExistedBefore) {
   for (const auto before : {Before::file, Before::noFile, Before::noFolder})
     EXPECT_EQ(partMarkedLines(withMarkedLines("", kLines, before), "file").before, before);
 }
 
-TEST(MarkedLines, EndAsTheOthersDo) {
+TEST(MarkedLines, HaveTheLineEndsOfTheFile) {
   const auto text = withMarkedLines("[a]\r\nb=c", kLines, Before::file);
   for (auto at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
     EXPECT_EQ(text[at - 1], '\r');
 }
 
-TEST(MarkedLines, LeaveWhatWasWrittenBehindThem) {
+TEST(MarkedLines, LeaveLinesThatWereAddedBehindThem) {
   auto text = withMarkedLines("a=b", kLines, Before::file) + "c=d\n";
   EXPECT_EQ(partMarkedLines(text, "file").own, "a=b\nc=d\n");
 }
 
-TEST(MarkedLines, AreLeftAloneWithoutOneOfTheirMarks) {
+TEST(MarkedLines, AreRefusedWhereAMarkIsMissing) {
   const auto text = withMarkedLines("a=b\n", kLines, Before::file);
   const auto second = text.find('\n', text.find("# Lines")) + 1;
   const auto last = text.rfind("# End");

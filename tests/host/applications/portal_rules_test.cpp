@@ -15,7 +15,7 @@ using testing::HasSubstr;
 constexpr PortalVersion kOld{1, 16};
 constexpr PortalVersion kNew{1, 18};
 
-TEST(ThePortalsVersion, IsInWhatItsProgramSays) {
+TEST(ThePortalsVersion, IsReadFromItsProgramsOutput) {
   EXPECT_EQ(versionIn("xdg-desktop-portal 1.16.0\n"), kOld);
   EXPECT_GE(*versionIn("xdg-desktop-portal 1.17.0"), kFirstWithSettings);
   EXPECT_LT(*versionIn("1.9"), kFirstWithSettings);
@@ -23,7 +23,7 @@ TEST(ThePortalsVersion, IsInWhatItsProgramSays) {
   EXPECT_EQ(versionIn("99999999999999.1"), std::nullopt);
 }
 
-// Folders of a user's and of the system's, which variables name.
+// A portal whose folders of the user and of the system are named by variables.
 class ThePortal : public testing::Test {
  protected:
   ThePortal() {
@@ -51,7 +51,7 @@ class ThePortal : public testing::Test {
     });
   }
 
-  // With the settings in the folder of the backends, where a trial of the portal looks for both.
+  // With XDG_DESKTOP_PORTAL_DIR, the portal looks for settings and backends in one folder.
   [[nodiscard]] ChosenBackend chosen(PortalVersion version) {
     variables_["XDG_DESKTOP_PORTAL_DIR"] = (folder_.path() / "portals").string();
     return chosenBackend(places(), version);
@@ -61,8 +61,8 @@ class ThePortal : public testing::Test {
   std::map<std::string, std::string> variables_;
 };
 
-TEST_F(ThePortal, ReadsTheFirstSettingsThatThereAre) {
-  // From the last one to the first one.
+TEST_F(ThePortal, ReadsTheSettingsOfTheHighestPrecedence) {
+  // In rising precedence.
   const std::vector<std::pair<std::string, std::string>> order{
       {"XDG_DATA_DIRS", "portals.conf"},         {"XDG_DATA_DIRS", "gnome-portals.conf"},
       {"XDG_DATA_DIRS", "special-portals.conf"}, {"XDG_DATA_HOME", "portals.conf"},
@@ -109,7 +109,7 @@ TEST_F(ThePortal, TakesTheBackendThatItsSettingsName) {
   }
 }
 
-TEST_F(ThePortal, TakesTheBackendOfTheDesktopWithoutSettings) {
+TEST_F(ThePortal, TakesTheDesktopsBackendWhereThereAreNoSettings) {
   for (const auto version : {kOld, kNew}) {
     EXPECT_EQ(chosen(version).name, "gtk");
     variables_["XDG_CURRENT_DESKTOP"] = "tandemtrimtest:GNOME";
@@ -119,13 +119,13 @@ TEST_F(ThePortal, TakesTheBackendOfTheDesktopWithoutSettings) {
   }
 }
 
-TEST_F(ThePortal, ReadsNoSettingsBeforeItHadThem) {
+TEST_F(ThePortal, ReadsSettingsOnlyInVersionsThatHaveThem) {
   folder_.write("portals/portals.conf", "[preferred]\ndefault=tandemtrim\n");
   EXPECT_EQ(chosen(kOld).name, "gtk");
   EXPECT_EQ(chosen(kFirstWithSettings).name, "tandemtrim");
 }
 
-TEST_F(ThePortal, TakesAnyBackendForPrintingWhereNoneIsOfTheDesktop) {
+TEST_F(ThePortal, FallsBackToGtksBackendAndInOldVersionsToAnyOther) {
   variables_["XDG_CURRENT_DESKTOP"] = "";
   backend("another", "", "org.freedesktop.impl.portal.FileChooser");
   EXPECT_EQ(chosen(kOld).name, "gtk");
@@ -135,7 +135,7 @@ TEST_F(ThePortal, TakesAnyBackendForPrintingWhereNoneIsOfTheDesktop) {
   EXPECT_EQ(chosen(kNew).name, std::nullopt);
 }
 
-TEST_F(ThePortal, FindsBackendsOfTheUserOnlyWhenItIsNew) {
+TEST_F(ThePortal, FindsTheUsersBackendsOnlyInNewVersions) {
   folder_.write("XDG_DATA_HOME/xdg-desktop-portal/portals/own.portal", "[portal]\nUseIn=one;two\n");
   EXPECT_EQ(backendFile(places(), kNew, "own"), std::nullopt);
   const auto file = backendFile(places(), kFirstWithManyFolders, "own");

@@ -33,21 +33,21 @@ TEST_F(TheDialog, IsNotShownWithoutFiles) {
   EXPECT_FALSE(wantsDialog(line));
 }
 
-TEST_F(TheDialog, IsNotShownForWhatComesOnStandardInput) {
+TEST_F(TheDialog, IsNotShownForStandardInput) {
   for (const auto& files : {std::vector<std::string>{"-"}, {"document.pdf", "-"}}) {
     line.files = files;
     EXPECT_FALSE(wantsDialog(line));
   }
 }
 
-TEST_F(TheDialog, StartsFromTheSettingsOfTheJob) {
+TEST_F(TheDialog, IsShownWhereTheCommandLineNamesSettingsOfTheJob) {
   line.options = {{"copies", "2"}, {"job-priority", "7"}};
   line.title = "Title";
   line.printer = "Morva";
   EXPECT_TRUE(wantsDialog(line));
 }
 
-TEST_F(TheDialog, IsNotShownWhereTheCommandLineActsAtThePanelItself) {
+TEST_F(TheDialog, IsNotShownWhereTheCommandLineSetsThePanel) {
   line.inputs = {{"Top", "12"}};
   EXPECT_FALSE(wantsDialog(line));
 }
@@ -62,7 +62,7 @@ TEST_F(TheDialog, IsNotShownWhereTheCommandLineAsksForOutput) {
   }
 }
 
-TEST_F(TheDialog, IsWhatTheCommandLineSaysInAnyCase) {
+TEST_F(TheDialog, ObeysItsSwitchAboveAllElse) {
   line.dialog = false;
   EXPECT_FALSE(wantsDialog(line));
   line.dialog = true;

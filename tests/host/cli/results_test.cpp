@@ -29,13 +29,13 @@ nlohmann::json jsonOf(const JobSettings& settings, const std::optional<std::stri
   return nlohmann::json::parse(out.str());
 }
 
-TEST(TheJson, HoldsLimitsAsWideAsTheyCanBe) {
+TEST(TheJson, HasLimitsUpToTheLargestNumber) {
   auto settings = sample();
   settings.panel->settings[1].maximum = std::numeric_limits<std::int64_t>::max();
   EXPECT_EQ(jsonOf(settings)["limits"]["Top"]["max"], std::numeric_limits<std::int64_t>::max());
 }
 
-TEST(TheJson, EscapesWhatATerminalObeys) {
+TEST(TheJson, EscapesCharactersThatControlATerminal) {
   auto settings = sample();
   const std::string value = "\x1B[31m\n\x7F\u0080\u009B\u2028\u202E\u2066 Größe 日本";
   settings.options = {{"note", value}};
@@ -49,13 +49,13 @@ TEST(TheJson, EscapesWhatATerminalObeys) {
   EXPECT_EQ(nlohmann::json::parse(out.str())["settings"]["note"], value);
 }
 
-TEST(ASummary, ShowsATitleAndAValueALine) {
+TEST(ASummary, ShowsATitleAndItsValueOnEachLine) {
   std::ostringstream out;
   showSummary(out, sample());
   EXPECT_EQ(out.str(), "Top margin: 5\nLeft margin: 3\n");
 }
 
-TEST(ASummary, ShowsATerminalNoControlCharacters) {
+TEST(ASummary, HasNoControlCharacters) {
   auto settings = sample();
   settings.panel->summary = {{"Top\x1B", "5\x1B"}};
   std::ostringstream out;
@@ -75,7 +75,7 @@ TEST(ShownOptions, CanBePastedBehindLp) {
   EXPECT_EQ(out.str(), "-o media=A4\n-o MVTopMargin=5\n-o 'note=\"two words\"'\n");
 }
 
-TEST(TheJson, HoldsPrinterSettingsLimitsAndSummary) {
+TEST(TheJson, HasPrinterSettingsLimitsAndSummary) {
   const auto json = jsonOf(sample());
   EXPECT_EQ(json["printer"], "Morva");
   EXPECT_EQ(json["settings"]["MVTopMargin"], "5");
@@ -97,7 +97,7 @@ TEST(TheJson, OfAPrinterWithoutThePanelHasNoLimitsAndNoSummary) {
   EXPECT_EQ(json["summary"], nlohmann::json::array());
 }
 
-TEST(TheJson, TellsOfTheJob) {
+TEST(TheJson, DescribesTheJob) {
   SentJob job{17, "Morva", 7, HeldJob{}, Failure("note is lost")};
   job.held->lost = {{"note", "a", "b"}};
   EXPECT_EQ(jsonOf(sample(), "Morva", job)["job"],

@@ -40,7 +40,7 @@ MessageHandle outOfBand(ipp_tag_t type) {
   return with([&](auto* message, auto* name) { ippAddOutOfBand(message, IPP_TAG_PRINTER, type, name); });
 }
 
-// Everything that the readers find in a message, in the order text, integer, enumeration, boolean, texts.
+// A letter for each reader that finds a value: text, integer, enumeration, boolean, list of texts.
 std::string found(const MessageHandle& message) {
   std::string kinds;
   if (textIn(message, kName)) kinds += 't';
@@ -59,12 +59,12 @@ TEST(AnAttribute, IsReadInItsOwnType) {
   EXPECT_EQ(booleanIn(boolean(true), kName), true);
 }
 
-TEST(AnAttribute, IsAnyKindOfText) {
+TEST(AnAttribute, OfAnyKindOfTextIsReadAsText) {
   for (const auto type : {IPP_TAG_TEXT, IPP_TAG_NAME, IPP_TAG_KEYWORD, IPP_TAG_URI, IPP_TAG_MIMETYPE})
     EXPECT_EQ(found(text(type, "x")), "tl") << ippTagString(type);
 }
 
-TEST(AnAttribute, IsNoneInAnotherType) {
+TEST(AnAttribute, IsNotFoundInAnotherType) {
   EXPECT_EQ(found(number(IPP_TAG_INTEGER, 7)), "i");
   EXPECT_EQ(found(number(IPP_TAG_ENUM, 7)), "e");
   EXPECT_EQ(found(boolean(true)), "b");
@@ -78,14 +78,14 @@ TEST(AnAttribute, IsNoneInAnotherType) {
             "");
 }
 
-TEST(AnAttribute, IsNoneWithoutAValueOrWithoutAnAttribute) {
+TEST(AnAttribute, IsNotFoundWithoutAValueOrWhereItIsMissing) {
   for (const auto type : {IPP_TAG_NOVALUE, IPP_TAG_UNKNOWN, IPP_TAG_DEFAULT})
     EXPECT_EQ(found(outOfBand(type)), "") << ippTagString(type);
   EXPECT_EQ(found(MessageHandle(ippNew())), "");
   EXPECT_EQ(found(nullptr), "");
 }
 
-TEST(ARequest, IsRefusedWhereAWordOfItIsMissing) {
+TEST(ARequest, IsRefusedWhereAValueOfItIsMissing) {
   EXPECT_NO_THROW(refuseIncomplete(text(IPP_TAG_NAME, "it")));
   EXPECT_NO_THROW(refuseIncomplete(number(IPP_TAG_INTEGER, 1)));
   EXPECT_THROW(refuseIncomplete(text(IPP_TAG_NAME, nullptr)), std::bad_alloc);
@@ -106,7 +106,7 @@ TEST(Texts, AreThoseOfAllAttributesOfTheName) {
   EXPECT_THAT(textsIn(message, "printer"), IsEmpty());
 }
 
-TEST(AnAttributesText, IsThatOfItsOnlyValue) {
+TEST(AnAttributesText, IsReadOnlyWhereItHasOneValue) {
   const std::array values{"one", "two"};
   const auto two = with([&](auto* message, auto* name) {
     ippAddStrings(message, IPP_TAG_JOB, IPP_TAG_KEYWORD, name, 2, nullptr, values.data());

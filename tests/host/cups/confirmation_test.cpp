@@ -10,7 +10,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A job as a server holds it that was asked for these options.
+// A job that a server holds after a request for these options.
 MessageHandle jobWith(const Options& options) {
   MessageHandle job(ippNewRequest(IPP_OP_CREATE_JOB));
   const OptionList list(options);
@@ -67,11 +67,11 @@ INSTANTIATE_TEST_SUITE_P(Options, AnOptionThatChanged,
                                          Change{{"page-ranges", "1-4"}, {"page-ranges", "1-5"}},
                                          Change{{"landscape", "true"}, {"landscape", "false"}}));
 
-TEST(LostOptions, AreNamedInTheirOrder) {
+TEST(LostOptions, AreNamedInTheOrderInWhichTheyWereSent) {
   EXPECT_THAT(lostOf(jobWith({{"b", "2"}}), {{"c", "3"}, {"b", "2"}, {"a", "1"}}), ElementsAre("c", "a"));
 }
 
-TEST(TheDocumentsFormat, IsConfirmedByWhatTheServerWasTold) {
+TEST(TheDocumentsFormat, IsConfirmedByTheFormatThatTheServerWasGiven) {
   MessageHandle job(ippNewRequest(IPP_OP_CREATE_JOB));
   ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_MIMETYPE, "document-format-supplied", nullptr,
                "application/pdf");
@@ -83,14 +83,14 @@ TEST(TheDocumentsFormat, IsConfirmedByWhatTheServerWasTold) {
   EXPECT_THAT(lostOf(job, {{"raw", "true"}, {"document-format", "application/pdf"}}), IsEmpty());
 }
 
-TEST(AJobThatIsToWait, MayHaveBeenStartedSince) {
+TEST(AJobOnHold, MayHaveBeenReleasedSinceItWasSent) {
   const auto job = jobWith({{"job-hold-until", "no-hold"}});
   for (const char* due : {"weekend", "23:15", "no-hold"})
     EXPECT_THAT(lostOf(job, {{"job-hold-until", due}}), IsEmpty()) << due;
   EXPECT_THAT(lostOf(job, {{"job-hold-until", "indefinite"}}), ElementsAre("job-hold-until"));
 }
 
-// A job as a server describes it; a number that is none is left out.
+// A job as a server describes it; empty numbers are left out.
 struct Described {
   ipp_jstate_t state;
   const char* reasons;

@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Option{"printer-resolution", "600xdpi"}, Option{"printer-resolution", "0dpi"},
                     Option{"printer-resolution", "600x0dpi"}));
 
-TEST(AWrongNumber, IsRefusedWithThoseThatAreRight) {
+TEST(AWrongNumber, IsRefusedWithTheAllowedRange) {
   const auto mistake = [](const Option& option) {
     return std::string(failureOf([&] { encodable({option}); }).what());
   };

@@ -35,7 +35,7 @@ TEST_F(APpd, NamesItsDialogExtensionsWithoutTheirFolders) {
   EXPECT_THAT(dialogExtensions(*ppd), ElementsAre("TandemTrim.bundle", "Other.bundle"));
 }
 
-TEST_F(APpd, IsReadFromItsBeginningByAnOpenFile) {
+TEST_F(APpd, IsReadFromTheBeginningOfAnOpenFile) {
   const auto path = folder.write("test.ppd", kHeader + "*APDialogExtension: \"TandemTrim.bundle\"\n");
   const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   lseek(file, 0, SEEK_END);
@@ -43,7 +43,7 @@ TEST_F(APpd, IsReadFromItsBeginningByAnOpenFile) {
   EXPECT_EQ(fcntl(file, F_GETFD), -1) << "it is still open";
 }
 
-TEST_F(APpd, NamesNoFolderOutsideThoseOfPlugInsAsADialogExtension) {
+TEST_F(APpd, IgnoresDialogExtensionsThatLeadOutOfThePluginFolders) {
   const auto ppd = open(kHeader +
                         "*APDialogExtension: \"..\"\n*APDialogExtension: \"/Library/..\"\n"
                         "*APDialogExtension: \"./\"\n*APDialogExtension: \"../\"\n");

@@ -22,13 +22,13 @@
 
 namespace {
 
-// What this thread last flushed to the disk, or what its flushing fails with.
+// The file that this thread last flushed to the disk; the error that flushing fails with.
 thread_local struct stat flushed {};
 thread_local int failureOfFlushing = 0;
 
 }  // namespace
 
-// Takes the place of the system's.
+// Replaces the system's.
 extern "C" int fsync(int file) {
   errno = failureOfFlushing;
   if (failureOfFlushing != 0 || fstat(file, &flushed) != 0) return -1;
@@ -71,7 +71,7 @@ class TheFileOfDefaults : public testing::Test {
   fs::path file_ = folder_.path() / ".cups/lpoptions";
 };
 
-TEST_F(TheFileOfDefaults, LosesNothingToOthersThatChangeItAtOnce) {
+TEST_F(TheFileOfDefaults, LosesNoneOfSeveralEditsMadeAtOnce) {
   constexpr int kRounds = 200;
   constexpr std::size_t kWriters = 3;
   std::vector<std::thread> writers;
@@ -84,7 +84,7 @@ TEST_F(TheFileOfDefaults, LosesNothingToOthersThatChangeItAtOnce) {
   EXPECT_EQ(textOf(file_), std::string(kRounds * kWriters, 'x'));
 }
 
-TEST_F(TheFileOfDefaults, IsNotWaitedForWithoutEnd) {
+TEST_F(TheFileOfDefaults, IsNotChangedWhileAnotherProgramKeepsItLocked) {
   folder_.write(".cups/lpoptions", "before");
   const auto lock = folder_.write(".cups/lpoptions.lock", "");
   const FileDescriptor held(open(lock.c_str(), O_RDWR | O_CLOEXEC));
@@ -94,7 +94,7 @@ TEST_F(TheFileOfDefaults, IsNotWaitedForWithoutEnd) {
   EXPECT_EQ(textOf(file_), "before");
 }
 
-TEST_F(TheFileOfDefaults, IsMadeInAFolderOfTheUsersOwn) {
+TEST_F(TheFileOfDefaults, IsMadeInAFolderThatOnlyTheUserCanOpen) {
   editFile(file_, withX);
   EXPECT_EQ(modeOf(file_), 0644U);
   EXPECT_EQ(modeOf(file_.parent_path()), 0700U);
@@ -117,7 +117,7 @@ TEST_F(TheFileOfDefaults, KeepsItsOwner) {
   EXPECT_EQ(status.st_uid, owner);
 }
 
-TEST_F(TheFileOfDefaults, IsNotMadeForNothing) {
+TEST_F(TheFileOfDefaults, IsNotMadeWhereNothingChanges) {
   editFile(file_, [](const std::string& text) { return text; });
   EXPECT_FALSE(fs::exists(file_));
 }
@@ -147,7 +147,7 @@ TEST_F(TheFileOfDefaults, IsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
   EXPECT_EQ(flushed.st_size, 7);
 }
 
-TEST_F(TheFileOfDefaults, StaysAsItIsWhereTheDiskTakesNoMore) {
+TEST_F(TheFileOfDefaults, StaysAsItIsWhereFlushingFails) {
   folder_.write(".cups/lpoptions", "before");
   failureOfFlushing = EIO;
   const auto failure = failureOf([&] { editFile(file_, withX); });
@@ -165,7 +165,7 @@ TEST_F(TheFileOfDefaults, IsNamedWhereALinkLeadsToItself) {
   EXPECT_TRUE(fs::is_symlink(file_));
 }
 
-TEST_F(TheFileOfDefaults, StaysWhereALinkLeadsTo) {
+TEST_F(TheFileOfDefaults, IsEditedWhereALinkLeads) {
   const auto target = folder_.write("kept/elsewhere", "a");
   fs::create_directory(file_.parent_path());
   fs::create_symlink(target, file_);
@@ -189,7 +189,7 @@ TEST_F(TheFileOfDefaults, IsNamedWhenItCannotBeChanged) {
   EXPECT_THAT(failureOf([&] { editFile(file_, withX); }).what(), HasSubstr("lpoptions cannot be "));
 }
 
-TEST_F(TheFileOfDefaults, LeavesNothingOfAnEditThatFails) {
+TEST_F(TheFileOfDefaults, StaysAsItIsWhereAnEditFails) {
   folder_.write(".cups/lpoptions", "before");
   failureOf([&] { editFile(file_, [](const std::string&) -> std::string { throw Failure("no"); }); });
   EXPECT_EQ(textOf(file_), "before");

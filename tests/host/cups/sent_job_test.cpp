@@ -7,7 +7,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// A job with seven options that the server holds like this.
+// A job with seven options that the server holds in this state.
 SentJob jobHeld(ipp_jstate_t state, const std::string& reasons, const std::string& incomplete,
                 const std::vector<LostOption>& lost) {
   SentJob job{17, "Morva", 7, HeldJob{state, reasons, "", 0, incomplete, lost}, {}};
@@ -15,7 +15,7 @@ SentJob jobHeld(ipp_jstate_t state, const std::string& reasons, const std::strin
   return job;
 }
 
-TEST(AJobsText, TellsHowManyOptionsTheServerHolds) {
+TEST(AJobsText, SaysHowManyOptionsAreConfirmed) {
   EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {})), "job 17 on Morva: 7 of 7 options confirmed");
   EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {{"a", "1", "2"}, {"b", "3", std::nullopt}})),
             "job 17 on Morva: 5 of 7 options confirmed; lost: a (sent \"1\", the server holds \"2\"), b");
@@ -29,7 +29,7 @@ TEST(AJobsText, IsShortWhateverIsLost) {
                               value.substr(0, 200) + "...\")"));
 }
 
-TEST(AJobsText, TellsWhyItIsHeld) {
+TEST(AJobsText, SaysWhyItIsHeld) {
   EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_HELD, "job-hold-until-specified", "", {})),
             "job 17 on Morva: 7 of 7 options confirmed; it is held (job-hold-until-specified)");
   EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_STOPPED, "printer-stopped", "", {})),

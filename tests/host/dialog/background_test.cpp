@@ -11,10 +11,10 @@ namespace {
 
 using testing::HasSubstr;
 
-// No address space has room for it.
+// Larger than any address space.
 constexpr std::size_t kHugeStack = std::size_t{1} << 60U;
 
-// The default size of a new thread's stack, until the end of the scope.
+// Sets the default stack size of new threads until the end of the scope.
 class StackSize {
  public:
   explicit StackSize(std::size_t size) {
@@ -33,7 +33,7 @@ class StackSize {
 
 class WorkInTheBackground : public testing::Test {
  protected:
-  // A thread that has delivered its outcome is still ending.
+  // A thread may still be ending after it has delivered its outcome.
   void SetUp() override {
     while (underWay > 0) std::this_thread::yield();
   }
@@ -49,21 +49,21 @@ class WorkInTheBackground : public testing::Test {
   std::shared_ptr<void> listener_ = std::make_shared<int>(0);
 };
 
-TEST_F(WorkInTheBackground, GivesItsResultOnTheMainLoop) {
+TEST_F(WorkInTheBackground, DeliversItsResultOnTheMainLoop) {
   const auto here = std::this_thread::get_id();
   const auto outcome = outcomeOfWork([here] { return std::this_thread::get_id() == here ? 1 : 2; });
   EXPECT_EQ(outcome.result, 2);
   EXPECT_FALSE(outcome.failure);
 }
 
-TEST_F(WorkInTheBackground, GivesItsFailureAsItIs) {
+TEST_F(WorkInTheBackground, DeliversItsFailureUnchanged) {
   const auto outcome = outcomeOfWork([]() -> int { throw Failure(Trouble::stopped, "it is stopped"); });
   EXPECT_FALSE(outcome.result);
   ASSERT_TRUE(outcome.failure);
   EXPECT_EQ(outcome.failure->trouble(), Trouble::stopped);
 }
 
-TEST_F(WorkInTheBackground, GivesWhatElseItRaisesAsAFailure) {
+TEST_F(WorkInTheBackground, DeliversAnyOtherExceptionAsAFailure) {
   const auto outcome = outcomeOfWork([]() -> int { throw std::runtime_error("no such thing"); });
   ASSERT_TRUE(outcome.failure);
   EXPECT_THAT(outcome.failure->what(), HasSubstr("no such thing"));
@@ -77,14 +77,14 @@ TEST_F(WorkInTheBackground, FailsWhereTheSystemHasNoThreadForIt) {
   EXPECT_EQ(underWay, 0);
 }
 
-TEST_F(WorkInTheBackground, TellsNobodyOnceItsListenerIsGone) {
-  bool isTold = false;
+TEST_F(WorkInTheBackground, DeliversNothingOnceItsListenerIsGone) {
+  bool isCalled = false;
   inBackground<int>(
-      std::exchange(listener_, nullptr), [] { return 1; }, [&](const auto&) { isTold = true; });
+      std::exchange(listener_, nullptr), [] { return 1; }, [&](const auto&) { isCalled = true; });
   listener_ = std::make_shared<int>(0);
   while (underWay > 0) std::this_thread::yield();
   while (Glib::MainContext::get_default()->iteration(false)) continue;
-  EXPECT_FALSE(isTold);
+  EXPECT_FALSE(isCalled);
 }
 
 }  // namespace

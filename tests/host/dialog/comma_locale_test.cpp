@@ -7,7 +7,7 @@ namespace {
 
 using PaperInACommaLocale = test::CommaLocaleTest;
 
-TEST_F(PaperInACommaLocale, OfACustomSizeIsSentWithPoints) {
+TEST_F(PaperInACommaLocale, OfACustomSizeIsSentWithDecimalPoints) {
   const Gtk::PaperSize paper("blade", "Blade", 100.5, 200.25, Gtk::Unit::MM);
   EXPECT_EQ(paperOption(paper), (Option{"PageSize", "Custom.284.88x567.64"}));
 }

@@ -69,7 +69,9 @@ class OptionsOfTheJob : public testing::Test {
       {"orientation-requested", "4"}, {"number-up", "2"}};
 };
 
-TEST_F(OptionsOfTheJob, AreAllThereForADocumentAsItIs) { EXPECT_EQ(leftBy(LaidOut::nothing), options); }
+TEST_F(OptionsOfTheJob, AreUnchangedForADocumentThatIsNotLaidOut) {
+  EXPECT_EQ(leftBy(LaidOut::nothing), options);
+}
 
 TEST_F(OptionsOfTheJob, LackWhatTheProgramHasDone) {
   EXPECT_THAT(leftBy(LaidOut::pages), ElementsAre(Option{"MVTopMargin", "12"}, Option{"copies", "3"},

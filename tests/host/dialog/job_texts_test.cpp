@@ -46,7 +46,7 @@ TEST(JobTexts, NameTheDocumentAloneWhereThePrinterHasNoPanel) {
   EXPECT_EQ(orderFor(sampleJob(), {}, {}).sent.body, "Report");
 }
 
-TEST(JobTexts, NameWhatWasLostByTheTitlesOfThePanel) {
+TEST(JobTexts, NameLostSettingsByThePanelsTitles) {
   const auto order = orderFor(
       jobThatLost(
           {{"MVPrintPosition", "Left", "Center"}, {"MVLeftMargin", "3", {}}, {"sides", "two", "one"}}),
@@ -64,7 +64,7 @@ TEST(JobTexts, SayWhyNothingIsConfirmed) {
             (NotificationText{"Job 7 on Morva: settings not confirmed", "Report\nthe server is silent"}));
 }
 
-TEST(JobTexts, HoldNoControlCharacters) {
+TEST(JobTexts, HaveNoControlCharacters) {
   auto job = sampleJob();
   job.title = "a\nb";
   job.printer = "M\x1b[1m";

@@ -54,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(Paper, PaperNamesOfAnyPrinter,
                                          Size{"na_letter_8.5x11in", 215.9, 279.4},
                                          Size{"custom_blade_100x200mm", 100, 200}));
 
-TEST(Paper, OfAnUnknownNameIsNone) {
+TEST(Paper, OfAnUnknownNameIsNotFound) {
   const SamplePpd ppd(kPapers);
   for (const char* name : {"", "Upper", "Glossy"}) {
     EXPECT_FALSE(paperNamed(name, nullptr)) << name;

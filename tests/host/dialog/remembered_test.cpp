@@ -65,18 +65,18 @@ TEST_F(RememberedSettings, AreNotSeenByAnotherPrinterOrServer) {
   EXPECT_THAT(messages, IsEmpty());
 }
 
-TEST_F(RememberedSettings, KnowTheirServerWithAndWithoutTheUsualPort) {
+TEST_F(RememberedSettings, AreFoundByTheirServerWithAndWithoutTheDefaultPort) {
   remember(place, reversedOnA3(), report);
   EXPECT_THAT(recall({"server", "Morva"}, report).panel, ElementsAre(Option{"Margin", "12"}));
 }
 
-TEST_F(RememberedSettings, KnowThisComputersServerByAnyOfItsNames) {
+TEST_F(RememberedSettings, AreFoundByAnyNameOfThisComputersServer) {
   const auto file = rememberedFile({"localhost", "Morva"});
   EXPECT_EQ(rememberedFile({"localhost:631", "Morva"}), file);
   EXPECT_EQ(rememberedFile({"/run/cups/cups.sock", "Morva"}), file);
 }
 
-TEST_F(RememberedSettings, KnowTheServerThatLibcupsChooses) {
+TEST_F(RememberedSettings, AreThoseOfTheServerThatLibcupsChooses) {
   cupsSetServer("chosen:1631");
   EXPECT_EQ(rememberedFile({std::nullopt, "Morva"}), rememberedFile({"chosen:1631", "Morva"}));
   cupsSetServer(nullptr);
@@ -103,7 +103,7 @@ TEST_F(RememberedSettings, ReplaceEarlierOnes) {
   EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"Position", "Left"}));
 }
 
-TEST_F(RememberedSettings, LeaveOutWhatIsOfOneJob) {
+TEST_F(RememberedSettings, LeaveOutWhatIsMeantForOneJob) {
   auto settings = reversedOnA3();
   auto& job = *settings.tabs.settings;
   job.set_print_pages(Gtk::PrintPages::RANGES);
@@ -126,7 +126,7 @@ TEST_F(RememberedSettings, LeaveOutWhatIsOfOneJob) {
   EXPECT_EQ(job.get_print_pages(), Gtk::PrintPages::RANGES) << "the job's own settings changed";
 }
 
-TEST_F(RememberedSettings, OfEarlierVersionsLoseWhatWasOfOneJob) {
+TEST_F(RememberedSettings, OfEarlierVersionsLoseWhatWasMeantForOneJob) {
   write(rememberedFile(place), "[Print Settings]\nn-copies=3\npage-set=odd\nreverse=true\n");
   const auto recalled = recall(place, report).tabs.settings;
   EXPECT_FALSE(recalled->has_key("n-copies"));
@@ -152,12 +152,12 @@ TEST_F(RememberedSettings, CanBeReadByTheirUserAlone) {
   EXPECT_EQ(fs::status(file.parent_path()).permissions(), fs::perms::owner_all);
 }
 
-TEST_F(RememberedSettings, AreNoneBeforeTheFirstJob) {
+TEST_F(RememberedSettings, AreEmptyBeforeTheFirstJob) {
   expectNothing(recall(place, report));
   EXPECT_THAT(messages, IsEmpty());
 }
 
-TEST_F(RememberedSettings, ThatAreDamagedAreReportedSetAsideAndCostNothing) {
+TEST_F(RememberedSettings, ThatAreDamagedAreReportedAndSetAside) {
   const auto file = rememberedFile(place);
   write(file, "[Print Settings\nn-copies");
   expectNothing(recall(place, report));
@@ -180,7 +180,7 @@ TEST_F(RememberedSettings, ThatCannotBeWrittenAreReported) {
   fs::remove(folder);
 }
 
-TEST_F(RememberedSettings, AreNotWaitedForInAPipe) {
+TEST_F(RememberedSettings, AreNotReadFromAPipe) {
   const auto file = rememberedFile(place);
   fs::create_directories(file.parent_path());
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
@@ -190,7 +190,7 @@ TEST_F(RememberedSettings, AreNotWaitedForInAPipe) {
   EXPECT_TRUE(recall(place, report).tabs.settings);
 }
 
-TEST_F(RememberedSettings, AreInAFolderOfTheUsersOwnWhoseModeThenStays) {
+TEST_F(RememberedSettings, AreInAFolderThatOnlyTheUserCanOpenWhoseModeThenStays) {
   const auto folder = rememberedFile(place).parent_path();
   remember(place, reversedOnA3(), report);
   EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);

@@ -7,7 +7,7 @@
 
 namespace tandemtrim::test {
 
-/// A4, A3 and a size of the printer's own, 100 by 200 mm; the printer takes A3 unless a job says otherwise.
+/// A4, A3 and a size that only this printer has, 100 by 200 mm; the default is A3.
 inline constexpr const char* kPapers =
     "*OpenUI *PageSize/Media Size: PickOne\n*DefaultPageSize: A3\n"
     "*PageSize A4/A4: \"\"\n*PageSize A3/A3: \"\"\n*PageSize Blade/Blade: \"\"\n*CloseUI: *PageSize\n"

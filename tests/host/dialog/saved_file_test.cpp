@@ -22,7 +22,7 @@ TEST(FileFormats, AreKnownByTheirBeginning) {
   for (const char* other : {"", "%", "%PDF", " %PDF-1.", "plain"}) EXPECT_EQ(formatOf(other), std::nullopt);
 }
 
-TEST(FileFormats, OfADocumentItselfAreAlwaysThere) {
+TEST(FileFormats, AlwaysIncludeTheDocumentsOwn) {
   for (const auto format : {FileFormat::pdf, FileFormat::postScript})
     EXPECT_THAT(formatsFor(format), testing::Contains(format));
 }
@@ -50,7 +50,7 @@ class SavedDocument : public testing::Test {
   std::string there_;
 };
 
-TEST_F(SavedDocument, ThatIsCalledBackLeavesWhatWasThereAndNothingElse) {
+TEST_F(SavedDocument, ThatIsCancelledLeavesTheOldFileAndNothingElse) {
   int pieces = 0;
   EXPECT_THROW(save(FileFormat::pdf,
                     [&] {
@@ -61,7 +61,7 @@ TEST_F(SavedDocument, ThatIsCalledBackLeavesWhatWasThereAndNothingElse) {
   expectNothingChanged();
 }
 
-TEST_F(SavedDocument, ThatNoFilterUnderstandsLeavesWhatWasThere) {
+TEST_F(SavedDocument, ThatNoFilterUnderstandsLeavesTheOldFile) {
   EXPECT_THROW(save(FileFormat::postScript, [] {}), Failure);
   expectNothingChanged();
 }

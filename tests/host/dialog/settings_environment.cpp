@@ -1,4 +1,4 @@
-// The surroundings of tests that need GTK's print settings but no screen.
+// Prepares tests that need GTK's print settings but no screen.
 
 #include <cstdlib>
 
@@ -13,7 +13,7 @@ namespace {
 class SettingsEnvironment : public testing::Environment {
  public:
   void SetUp() override {
-    // GLib reads the folder of remembered settings once in a process.
+    // GLib reads the folder of remembered settings once per process.
     setenv("XDG_STATE_HOME", state_.path().c_str(), 1);
     // Prepares the C++ classes of GTK; gtk_init() would look for a screen.
     Gtk::init_gtkmm_internals();

@@ -7,8 +7,8 @@
 namespace tandemtrim::host {
 namespace {
 
-// The dialog reads them with every change.
-TEST(ShownSettingsTest, NothingKeepsThemOnceTheyAreUsed) {
+// The dialog reads the settings at every change, so a leak would grow.
+TEST(ShownSettingsTest, AreFreedAfterUse) {
   gtk_init();
   Gtk::init_gtkmm_internals();
   Gtk::PrintUnixDialog dialog("Print");

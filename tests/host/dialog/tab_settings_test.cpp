@@ -27,7 +27,7 @@ TabSettings newTabs() {
   return tabs;
 }
 
-// What GTK's tabs show when a job starts from these options.
+// The value that GTK's tabs show under a key when a job starts from these options.
 struct Shown {
   Options options;
   std::string key;
@@ -36,7 +36,7 @@ struct Shown {
 
 class OptionsInTabs : public testing::TestWithParam<Shown> {};
 
-TEST_P(OptionsInTabs, ShowWhatTheJobDoes) {
+TEST_P(OptionsInTabs, AreShownAsTheJobPrintsThem) {
   auto tabs = newTabs();
   applyOptions(GetParam().options, nullptr, tabs);
   EXPECT_EQ(tabs.settings->get(GetParam().key).raw(), GetParam().value);
@@ -82,7 +82,7 @@ struct Orientation {
 
 class OrientationInTabs : public testing::TestWithParam<Orientation> {};
 
-TEST_P(OrientationInTabs, IsTheLastOneThatTheOptionsAskFor) {
+TEST_P(OrientationInTabs, IsTheLastOneThatTheOptionsName) {
   auto tabs = newTabs();
   applyOptions(GetParam().options, nullptr, tabs);
   EXPECT_EQ(tabs.setup->get_orientation(), GetParam().shown);
@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Orientation{{{"landscape", "true"}, {"orientation-requested", "3"}},
                                 Gtk::PageOrientation::PORTRAIT}));
 
-TEST(PaperInTabs, IsTheOneThatTheOptionsAskForElseThePrintersOwn) {
+TEST(PaperInTabs, IsTheOneThatTheOptionsNameElseThePrintersDefault) {
   const SamplePpd ppd(kPapers);
   TabSettings tabs{Gtk::PrintSettings::create(), {}};
   applyOptions({{"copies", "2"}}, ppd.get(), tabs);
@@ -115,13 +115,13 @@ TEST(PaperInTabs, IsTheOneThatTheOptionsAskForElseThePrintersOwn) {
   EXPECT_EQ(tabs.setup->get_orientation(), Gtk::PageOrientation::LANDSCAPE);
 }
 
-// What a job is asked for when the user leaves GTK's tabs like this.
+// The options that a job gets when the user leaves GTK's tabs like this.
 struct Left {
   std::function<void(const TabSettings&)> choose;
   Options expected;
 };
 
-// Every job is asked for these unless the tabs show something else.
+// Adds the options that every job gets unless the tabs show something else.
 Options withUsual(Options options) {
   for (const Option& usual : {Option{"copies", "1"}, Option{"OutputOrder", "Normal"},
                               Option{"page-set", "all"}, Option{"orientation-requested", "3"}}) {
@@ -138,7 +138,7 @@ Options optionsOf(const TabSettings& tabs, Options options = {}, const Options& 
 
 class OptionsFromTabs : public testing::TestWithParam<Left> {};
 
-TEST_P(OptionsFromTabs, AskTheJobForWhatTheTabsShow) {
+TEST_P(OptionsFromTabs, AreThoseThatTheTabsShow) {
   const auto tabs = newTabs();
   GetParam().choose(tabs);
   EXPECT_THAT(optionsOf(tabs), UnorderedElementsAreArray(withUsual(GetParam().expected)));
@@ -211,18 +211,18 @@ TEST(OptionsFromTabs, KeepTheTrayOfMediaBesideThePaper) {
               UnorderedElementsAreArray(withUsual({{"media", "iso_a5_148x210mm,Upper"}})));
 }
 
-TEST(OptionsFromTabs, NameThePaperToAPrinterWithoutAPaperOfItsOwn) {
+TEST(OptionsFromTabs, NameThePaperWhereThePrinterHasNoDefault) {
   Options options;
   addTabOptions(newTabs(), nullptr, nullptr, {}, options);
   EXPECT_THAT(options, UnorderedElementsAreArray(withUsual({{"PageSize", "A4"}})));
 }
 
-TEST(OptionsFromTabs, LeaveThePrintersOwnPaperToThePrinter) {
+TEST(OptionsFromTabs, DoNotNameThePrintersDefaultPaper) {
   const auto tabs = newTabs();
   EXPECT_THAT(optionsOf(tabs, {{"media", "A3"}}), UnorderedElementsAreArray(withUsual({})));
 }
 
-// GTK prefers what a user saved for a printer to what its dialog is told to show.
+// GTK's rows show what the user saved for a printer, whatever options a job starts from.
 TEST(OptionsFromTabs, KeepTheOptionOfARowThatNobodyTouched) {
   const auto tabs = newTabs();
   tabs.settings->set("cups-Glue", "Hot");
@@ -235,13 +235,13 @@ TEST(OptionsFromTabs, KeepTheOptionOfARowThatNobodyTouched) {
               UnorderedElementsAreArray(withUsual({{"glue", "Cold"}, {"number-up", "1"}})));
 }
 
-TEST(RowsThatShowAnOption, AreNoneForOptionsThatGtkDoesNotShow) {
+TEST(RowsThatShowAnOption, DoNotExistForOptionsThatGtkDoesNotShow) {
   const auto tabs = newTabs();
   tabs.settings->set("cups-Glue", "Hot");
   EXPECT_THAT(rowsShowing(tabs, {{"x-note", "kept"}}), IsEmpty());
 }
 
-TEST(OptionsFromTabs, AreRefusedWhenPagesAreToBeChosenAndNoneIs) {
+TEST(OptionsFromTabs, AreRefusedWhereRangesAreChosenAndNoneIsTyped) {
   const auto tabs = newTabs();
   tabs.settings->set_print_pages(Gtk::PrintPages::RANGES);
   const auto failure = failureOf([&] { optionsOf(tabs); });
@@ -271,7 +271,7 @@ TEST(SettingsOfTheNextPrinter, AreThoseThatAreKeptForIt) {
               testing::UnorderedElementsAre(Pair("reverse", "false"), Pair("cups-number-up", "2")));
 }
 
-TEST(SettingsOfTheNextPrinter, LeaveTheDocumentAsItIs) {
+TEST(SettingsOfTheNextPrinter, KeepTheDocumentsCopiesAndPages) {
   const auto now = settingsWith({{"n-copies", "3"}, {"print-pages", "ranges"}, {"page-ranges", "0-1"}});
   const auto kept = settingsWith({{"n-copies", "7"}, {"page-set", "odd"}, {"reverse", "true"}});
   EXPECT_THAT(entriesOf(*settingsOfNextPrinter(now, kept, {})),
@@ -279,7 +279,7 @@ TEST(SettingsOfTheNextPrinter, LeaveTheDocumentAsItIs) {
                                             Pair("page-ranges", "0-1"), Pair("reverse", "true")));
 }
 
-TEST(SettingsOfTheNextPrinter, LeaveWhatTheCommandLineAsksForAsItIsShown) {
+TEST(SettingsOfTheNextPrinter, KeepTheCommandLinesOptionsAsTheyAreShown) {
   const Options asked{{"OutputOrder", "Reverse"}, {"number-up", "4"}, {"Glue", "Cold"}};
   const auto now = settingsWith({{"reverse", "false"}, {"cups-number-up", "2"}});
   const auto kept = settingsWith({{"reverse", "true"}, {"cups-number-up", "6"}, {"cups-Glue", "Hot"}});
@@ -301,7 +301,7 @@ TEST(TabsOfTheNextPrinter, TakeTheRememberedPageSetupOrElseWhatIsSaved) {
   EXPECT_EQ(tabsOfNextPrinter(now, {}, {}, {}, nullptr).setup, now.setup);
 }
 
-TEST(TabsOfTheNextPrinter, LeaveWhatTheCommandLineAsksForAsItIsShown) {
+TEST(TabsOfTheNextPrinter, KeepTheCommandLinesOptionsAsTheyAreShown) {
   const auto now = newTabs();
   const Options saved{{"OutputOrder", "Reverse"}, {"PageSize", "A3"}};
   const auto next = tabsOfNextPrinter(now, {}, saved, {{"OutputOrder", "Reverse"}, {"media", "A5"}}, nullptr);
@@ -309,7 +309,7 @@ TEST(TabsOfTheNextPrinter, LeaveWhatTheCommandLineAsksForAsItIsShown) {
   EXPECT_EQ(next.setup, now.setup);
 }
 
-TEST(OptionsFromTabs, AreRefusedForATimeThatIsNone) {
+TEST(OptionsFromTabs, AreRefusedForATimeThatDoesNotExist) {
   const auto tabs = newTabs();
   tabs.settings->set("print-at", "at");
   for (const char* time : {"25:99", "abc", "indefinite", "", "24:00", "1:2", "12:60"}) {

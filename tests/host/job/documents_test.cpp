@@ -53,7 +53,7 @@ TEST(ADocument, ThatIsMissingUnreadableOrEmptyIsRefusedByName) {
   }
 }
 
-TEST(ADocument, IsReadAgainAsItWasOpened) {
+TEST(ADocument, IsReadAgainThoughItsFileIsRemoved) {
   const test::TemporaryFolder folder;
   const std::string text(200'001, 'x');
   const auto file = folder.write("report.pdf", text);
@@ -64,7 +64,7 @@ TEST(ADocument, IsReadAgainAsItWasOpened) {
   EXPECT_EQ(contentOf(document), text);
 }
 
-TEST(ADocument, ThatComesThroughAPipeIsKept) {
+TEST(ADocument, ThatComesThroughAPipeIsKeptToBeReadAgain) {
   const test::TemporaryFolder folder;
   const auto file = (folder.path() / "pipe").string();
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
@@ -80,7 +80,7 @@ TEST(ADocument, ThatComesThroughAPipeIsKept) {
   EXPECT_EQ(contentOf(document), text);
 }
 
-// While it lives, no file can be written that has more than three bytes.
+// Limits files that are written to three bytes while it exists.
 class NoRoom {
  public:
   NoRoom() {
@@ -108,7 +108,7 @@ TEST(ADocument, ThatIsAFileNeedsNoRoomToBeKept) {
   EXPECT_EQ(contentOf(document), "four");
 }
 
-TEST(ADocument, ThatCannotBeKeptToItsLastByteIsRefused) {
+TEST(ADocument, ThatCannotBeKeptWholeIsRefused) {
   const test::TemporaryFolder folder;
   const auto file = (folder.path() / "pipe").string();
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);

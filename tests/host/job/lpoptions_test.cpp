@@ -10,7 +10,7 @@ const DestinationName kDraft{"Morva", "draft"};
 constexpr const char* kOthers =
     "# a comment\nDest Elsewhere/Copy  x=1 \r\nPolicy what?\nDest Morva/draughts a=b\n\n";
 
-TEST(SavedOptions, AreALineOfTheirOwnBehindAllOthers) {
+TEST(SavedOptions, AreAppendedAsASeparateLine) {
   EXPECT_EQ(withSavedOptions("", kMorva, {{"a", "b"}, {"note", "two words"}}),
             "Dest Morva a=b note=\"two words\"\n");
   EXPECT_EQ(withSavedOptions(kOthers, kDraft, {{"a", "b"}}), kOthers + std::string("Dest Morva/draft a=b\n"));
@@ -24,7 +24,7 @@ TEST(SavedOptions, ReplaceThoseOfTheSameKeywordInTheirLine) {
             kOthers + std::string("default morva/DRAFT a=2 keep=\"it's\" on=true new=3\r\n") + kOthers);
 }
 
-TEST(SavedOptions, AreInEachOfSeveralLines) {
+TEST(SavedOptions, AreReadFromAndSavedInEachLineOfTheirPrinter) {
   const std::string before = "Dest Morva a=1 b=1\nDest Morva a=2\n";
   EXPECT_EQ(optionsSavedIn(before, kMorva), (Options{{"a", "2"}, {"b", "1"}}));
   EXPECT_EQ(withSavedOptions(before, kMorva, {{"b", "3"}}), "Dest Morva a=1 b=3\nDest Morva a=2 b=3\n");
@@ -32,18 +32,18 @@ TEST(SavedOptions, AreInEachOfSeveralLines) {
             "Default Morva b=3\n#\nDest Morva b=3\n");
 }
 
-TEST(SavedOptions, KeepAMarkThatBeginsNoComment) {
+TEST(SavedOptions, KeepAHashSignThatBeginsNoComment) {
   const auto text = withSavedOptions("Dest Morva note=a\\#b\n", kMorva, {{"x", "1"}});
   EXPECT_EQ(text, "Dest Morva note=\"a\\#b\" x=1\n");
   EXPECT_EQ(optionsSavedIn(*text, kMorva), (Options{{"note", "a#b"}, {"x", "1"}}));
 }
 
-TEST(SavedOptions, ArePutIntoNoLineThatCupsWouldCut) {
+TEST(SavedOptions, AreRefusedWhereCupsWouldCutTheLine) {
   EXPECT_TRUE(withSavedOptions("", kMorva, {{"a", std::string(8000, 'x')}}));
   EXPECT_FALSE(withSavedOptions("", kMorva, {{"a", std::string(8192, 'x')}}));
 }
 
-TEST(SavedOptions, GoWithoutATraceInOtherLines) {
+TEST(SavedOptions, AreRemovedWithoutChangingOtherLines) {
   const std::string before = kOthers + std::string("Dest Morva a=1\nDest Morva/draft b=2\nDest MORVA c=3");
   EXPECT_EQ(withoutSavedOptions(before, kMorva), kOthers + std::string("Dest Morva/draft b=2\n"));
   EXPECT_EQ(withoutSavedOptions("Default Morva/draft a=1\nDest Morva b=2\n", kDraft),

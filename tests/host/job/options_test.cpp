@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(Options, AnOptionsText,
                          testing::Values("5", "", "two words", "it's", "say \"hi\"", "back\\slash", "a,b",
                                          "{brace}", "=", "line\nbreak", "true", "\xC3\xA4", "$HOME `x`"));
 
-TEST(AnOptionText, IsQuotedOnlyWhereItHasToBe) {
+TEST(AnOptionText, IsQuotedOnlyWhereNecessary) {
   EXPECT_EQ(optionText({"MVTopMargin", "5"}), "MVTopMargin=5");
   EXPECT_EQ(optionText({"a", "b c"}), "a=\"b c\"");
 }
@@ -78,7 +78,7 @@ TEST(AShellWord, IsOneWordForAShell) {
   EXPECT_EQ(shellWord("Größe ok"), "'Größe ok'");
 }
 
-TEST(AShellWord, HoldsNothingThatATerminalObeys) {
+TEST(AShellWord, EscapesCharactersThatControlATerminal) {
   EXPECT_EQ(shellWord("it's \\ \x1B[31m\n1\x7F\u009B\u202E\xE9."),
             "$'it\\'s \\\\ \\033[31m\\0121\\177\\302\\233\\342\\200\\256\\351.'");
 }
@@ -108,14 +108,14 @@ TEST(ATitle, ThatCupsWouldLoseIsRefused) {
     EXPECT_NO_THROW(refuseLossyTitle(title)) << title;
 }
 
-TEST(WhatIsChosenForOneJob, IsNoSettingOfLaterOnes) {
+TEST(OptionsOfOneJob, AreNotKeptForLaterOnes) {
   const Options lasting{{"media", "A4"}};
   for (const char* keyword : {"copies", "Collate", "multiple-document-handling", "page-ranges", "page-set",
                               "job-hold-until", "job-name"})
     EXPECT_EQ(withoutThoseOfOneJob({{"media", "A4"}, {keyword, "1"}}), lasting) << keyword;
 }
 
-TEST(AnOptionList, HoldsWhatTheOptionsHold) {
+TEST(AnOptionList, HasTheSameOptions) {
   const OptionList list({{"b", "2"}, {"a", "1"}});
   EXPECT_EQ(list.count(), 2);
   EXPECT_STREQ(cupsGetOption("a", list.count(), list.get()), "1");

@@ -12,7 +12,7 @@ struct Written {
 
 class PageRangesFromText : public testing::TestWithParam<Written> {};
 
-TEST_P(PageRangesFromText, ComeBackSortedMergedAndWithoutNonsense) {
+TEST_P(PageRangesFromText, AreSortedMergedAndStrippedOfMalformedParts) {
   EXPECT_EQ(pageRangesText(parsePageRanges(GetParam().text).ranges), GetParam().normal);
 }
 
@@ -34,7 +34,7 @@ TEST(PageRanges, WithAnOpenEndReachTheLastPageOfAnyDocument) {
   EXPECT_EQ(ranges[1].last, PageRange::kEnd);
 }
 
-TEST(PageRanges, NameTheFirstPartThatIsNone) {
+TEST(PageRanges, NameTheFirstMalformedPart) {
   const std::vector<std::pair<std::string, std::string>> wrong{{"", ""},
                                                                {" ", ""},
                                                                {"abc", "abc"},
@@ -52,7 +52,7 @@ TEST(PageRanges, NameTheFirstPartThatIsNone) {
   for (const auto& [text, part] : wrong) EXPECT_EQ(parsePageRanges(text).mistake, part) << text;
 }
 
-TEST(PageRanges, MayStandInTheDialogWithItsSeparatorsBetweenThem) {
+TEST(PageRanges, MayHaveOtherSeparatorsInTheDialog) {
   for (const char* text : {"1", "1-3,5,8-", "-2", "1 - 2; 4", " 7 ", "2:3", "5-5"})
     EXPECT_EQ(parsePageRanges(text, ",;:").mistake, std::nullopt) << text;
   EXPECT_EQ(parsePageRanges("1;2").mistake, "1;2");

@@ -18,13 +18,13 @@ TEST(NotifierOrder, IsReadAsItWasWritten) {
   EXPECT_EQ(orderFrom(orderText(order)), order);
 }
 
-TEST(NotifierOrder, IsWrittenForTextsThatAreNoUtf8) {
+TEST(NotifierOrder, IsWrittenThoughATextIsNotUtf8) {
   auto order = sampleOrder();
   order.sent.body = "\xFF";
   EXPECT_EQ(orderFrom(orderText(order)).sent.body, "\uFFFD");
 }
 
-TEST(NotifierOrder, IsNoneWithoutAnyOfItsParts) {
+TEST(NotifierOrder, IsRefusedWhereAPartIsMissing) {
   const auto whole = orderText(sampleOrder());
   for (const std::string part : {"printer", "job", "sent", "cancelled", "failed", "watched", "heading"}) {
     auto text = whole;

@@ -12,7 +12,7 @@ namespace {
 
 using test::failureOf;
 
-TEST(ABundle, IsTakenWhateverItsNameWhenTheUserNamesIt) {
+TEST(ABundle, IsTakenUnderAnyNameWhenTheUserNamesIt) {
   const test::TemporaryFolder folder;
   const auto bundle = writeBundle(folder, "Mine.bundle");
   EXPECT_EQ(findBundle(bundle, {"TandemTrim.bundle"}), bundle);

@@ -45,7 +45,7 @@ std::vector<Conflict> conflictsWith(const std::string& constraints, const std::v
   return conflictsOf(*ppd.get(), panel, others);
 }
 
-TEST(Conflicts, AreOfWhatIsChosen) {
+TEST(Conflicts, AreFoundBetweenChosenOptions) {
   const std::string constraints =
       "*UIConstraints: *Trim On *Duplex Long\n*UIConstraints: *Duplex Long *Trim On\n";
   const Conflict expected{"Use trim", "Yes", "Two Sides", "Long edge"};
@@ -57,7 +57,7 @@ TEST(Conflicts, AreOfWhatIsChosen) {
   EXPECT_THAT(conflictsWith(constraints, panelWith("Maybe", "Left"), {{"Duplex", "Long"}}), IsEmpty());
 }
 
-TEST(Conflicts, AreOfAnyChoiceButOffWhereNoneIsNamed) {
+TEST(Conflicts, AreFoundForAnyChoiceButOffWhereAConstraintNamesNone) {
   const std::string constraints = "*UIConstraints: *Duplex *Place Right\n";
   const Conflict expected{"Where", "At the right", "Two Sides", "Long edge"};
   EXPECT_THAT(conflictsWith(constraints, panelWith("Off", "Right"), {{"Duplex", "Long"}}),
@@ -65,7 +65,7 @@ TEST(Conflicts, AreOfAnyChoiceButOffWhereNoneIsNamed) {
   EXPECT_THAT(conflictsWith(constraints, panelWith("Off", "Right"), {{"Duplex", "None"}}), IsEmpty());
 }
 
-TEST(Conflicts, AreNamedOnceWithinThePanelToo) {
+TEST(Conflicts, WithinThePanelAreNamedOnce) {
   const std::string constraints =
       "*UIConstraints: *Trim On *Place Right\n*UIConstraints: *Place Right *Trim On\n";
   const Conflict expected{"Use trim", "Yes", "Where", "At the right"};
@@ -97,7 +97,7 @@ std::vector<PanelSetting> panelThatTrims(const char* trim, const std::array<cons
 
 const Paper kSmall{21, 30, "Paper", "Small"};
 
-TEST(ConflictsWithPaper, NameTheEdgesThatLeaveNothingOfIt) {
+TEST(ConflictsWithPaper, NameTheMarginsThatLeaveNoPaper) {
   const std::vector<PaperCase> cases{{{"0", "0", "0", "0"}, {}},
                                      {{"15", "14", "10", "10"}, {}},
                                      {{"15", "15", "0", "0"}, {"Top", "Bottom"}},
@@ -131,7 +131,7 @@ TEST(ConflictsWithPaper, ArePossibleWhereTheLargestMarginsOrThePresentOnesReachA
   EXPECT_FALSE(canConflictWithPaper(panelWith("On", "Left"), {1, 1, "", ""}));
 }
 
-TEST(Constraints, AreThoseOfTheKeywords) {
+TEST(Constraints, AreFoundByKeyword) {
   const test::SamplePpd ppd(kOptions + "*UIConstraints: *Trim On *Duplex Long\n");
   EXPECT_TRUE(hasConstraints(*ppd.get(), {"trim"}));
   EXPECT_TRUE(hasConstraints(*ppd.get(), {"Place", "Duplex"}));

@@ -13,7 +13,7 @@ struct FakeBundle {
   bool module = true;
 };
 
-/// Writes a bundle of this name and gives its path.
+/// Writes a bundle of this name and returns its path.
 inline std::string writeBundle(const TemporaryFolder& folder, const std::string& name,
                                const FakeBundle& bundle = {}) {
   std::filesystem::remove_all(folder.path() / name);

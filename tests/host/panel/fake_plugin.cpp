@@ -68,7 +68,7 @@ class FakeView : public memory::PanelView {
                     .selected = {}};
   }
 
-  // In a program that has the toolkit, the view is a label of it.
+  // In a program that has loaded GTK, the view is a GTK label.
   [[nodiscard]] void* toolkitView() override {
     auto* const toolkit = dlopen("libgtk-4.so.1", RTLD_LAZY | RTLD_NOLOAD);
     if (toolkit == nullptr) return nullptr;

@@ -33,7 +33,7 @@ class JobSettingsOf : public testing::Test {
   std::vector<std::string> messages;
 };
 
-TEST_F(JobSettingsOf, APrinterWithThePanelHoldForeignAndPanelOptions) {
+TEST_F(JobSettingsOf, APrinterWithThePanelContainForeignAndPanelOptions) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   line.inputs = {{"Top", "9"}};
   const auto file = ppd("/Library/Printers/Morva/Fake.bundle");
@@ -66,7 +66,7 @@ TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
   EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("fakeON=On")));
 }
 
-TEST_F(JobSettingsOf, APrinterAreAsTheyAreGivenWhereNoPanelIsInstalled) {
+TEST_F(JobSettingsOf, APrinterAreUnchangedWhereNoPanelIsInstalled) {
   line.files = {"document.pdf"};
   line.plugin = folder.path().string();
   for (const auto& opened : {ppd(""), PpdHandle()}) {
@@ -91,12 +91,12 @@ TEST_F(JobSettingsOf, APrinterWithoutThePanelNeedNoPlugin) {
   EXPECT_THAT(messages, IsEmpty());
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutThePanelAreReportedToWhoeverOnlyLooks) {
+TEST_F(JobSettingsOf, APrinterWithoutThePanelAreReportedWhereNothingIsPrinted) {
   settle(ppd("").get(), {});
   EXPECT_THAT(messages, ElementsAre(HasSubstr("Morva has no panel")));
 }
 
-TEST_F(JobSettingsOf, APrinterWithThePanelTakeItsKeywordsInAnySpelling) {
+TEST_F(JobSettingsOf, APrinterWithThePanelTakeItsKeywordsInAnyLetterCase) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   const auto settings = settle(
       nullptr, {{"faketop", "3"}, {"FAKEposition", "Left"}, {"FakePosition", "Right"}, {"mEdia", "A4"}});
@@ -120,7 +120,7 @@ TEST_F(JobSettingsOf, APrinterWhosePluginIsMissingAreRefused) {
               AllOf(HasSubstr("Fake.bundle"), HasSubstr("--without-panel"), HasSubstr("nothing was sent")));
 }
 
-TEST_F(JobSettingsOf, APrinterWhosePluginBreaksMidwayAreAsTheyStartedWithoutThePanel) {
+TEST_F(JobSettingsOf, APrinterWhosePluginBreaksMidwayAreUnchangedWhereThePanelIsOptional) {
   line.plugin = writeBundle(folder, "Fake.bundle", {"FakePrincipal", "summaryInfo raises"});
   line.withoutPanel = true;
   const Options starting{{"media", "A4"}};
@@ -130,7 +130,7 @@ TEST_F(JobSettingsOf, APrinterWhosePluginBreaksMidwayAreAsTheyStartedWithoutTheP
   EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("not available"), HasSubstr("broken on purpose"))));
 }
 
-TEST_F(JobSettingsOf, APrinterWhosePanelWorksUseItEvenIfTheyCouldDoWithout) {
+TEST_F(JobSettingsOf, APrinterWhosePanelWorksUseItEvenWhereItIsOptional) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   line.withoutPanel = true;
   EXPECT_TRUE(settle(ppd("Fake.bundle").get(), {}).panel);
@@ -150,7 +150,7 @@ TEST_F(JobSettingsOf, APrinterAreRefusedForAWrongInputEvenWithoutPanel) {
   EXPECT_EQ(failureOf([&] { settle(ppd("Fake.bundle").get(), {}); }).exitStatus(), kWrongCommandLine);
 }
 
-// A PPD whose default for the option is this one of two.
+// The lines of a PPD for an option with two choices, of which `marked` is the default.
 std::string ppdOption(const std::string& keyword, const std::string& marked, const std::string& other) {
   const auto star = "*" + keyword;
   return "*OpenUI " + star + "/" + keyword + ": PickOne\n*Default" + keyword + ": " + marked + "\n" + star +

@@ -87,7 +87,7 @@ TEST_F(APanelSession, LetsThePanelMakeANumberOfAnyTextWhenItIsLenient) {
   EXPECT_THAT(messages, ElementsAre(HasSubstr("\"12.7\" was typed")));
 }
 
-TEST_F(APanelSession, GivesTheSettingsAsTheyAreSaved) {
+TEST_F(APanelSession, ReturnsTheSettingsAsTheyAreSaved) {
   const auto result = play({{"Top", "12"}});
   ASSERT_EQ(result.settings.size(), 3U);
   EXPECT_EQ(result.settings[0].keyword, "FakeOn");
@@ -97,7 +97,7 @@ TEST_F(APanelSession, GivesTheSettingsAsTheyAreSaved) {
   EXPECT_EQ(result.settings[2].value, "12");
 }
 
-TEST_F(APanelSession, GivesTheSummaryInDisplayOrder) {
+TEST_F(APanelSession, ReturnsTheSummaryInDisplayOrder) {
   const auto rows = play({{"Top", "8"}}).summary;
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_EQ(rows[0].title, "Upper");
@@ -105,7 +105,7 @@ TEST_F(APanelSession, GivesTheSummaryInDisplayOrder) {
   EXPECT_EQ(rows[1].title, "Place");
 }
 
-TEST_F(APanelSession, GivesEveryRowOfASummaryWithoutAnOrder) {
+TEST_F(APanelSession, ReturnsEveryRowOfASummaryWithoutAnOrder) {
   EXPECT_EQ(play({{"Valid", "Off"}}).summary.size(), 2U);
 }
 
@@ -116,7 +116,7 @@ struct WrongInput {
 
 class AWrongInput : public APanelSession, public testing::WithParamInterface<WrongInput> {};
 
-TEST_P(AWrongInput, IsAWrongCommandLineThatNamesWhatThereIs) {
+TEST_P(AWrongInput, IsRefusedWithWhatIsAllowed) {
   const auto failure = failureOf([&] { play({GetParam().input}); });
   EXPECT_EQ(failure.exitStatus(), kWrongCommandLine);
   EXPECT_THAT(failure.what(), HasSubstr(GetParam().named));
@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class AGreyedControl : public APanelSession, public testing::WithParamInterface<Input> {};
 
-TEST_P(AGreyedControl, RefusesAndTellsHowToTurnThePanelOn) {
+TEST_P(AGreyedControl, RefusesInputAndSaysHowToTurnThePanelOn) {
   store("FakeOn", "Off");
   const auto failure = failureOf([&] { play({GetParam()}); });
   EXPECT_EQ(failure.exitStatus(), kFailed);
@@ -172,7 +172,7 @@ TEST_P(AnIllegalStoredValue, IsRefusedWithValueLimitAndRemedy) {
                                     HasSubstr("--force"), HasSubstr("nothing was sent")));
 }
 
-TEST_P(AnIllegalStoredValue, GoesThroughAsItStandsWhenForced) {
+TEST_P(AnIllegalStoredValue, IsSentUnchangedWhenForced) {
   store(GetParam().keyword, GetParam().value);
   play({}, true);
   EXPECT_EQ(stored(GetParam().keyword), GetParam().value);
@@ -186,7 +186,7 @@ INSTANTIATE_TEST_SUITE_P(Values, AnIllegalStoredValue,
                                                  "-o FakePosition=Left"},
                                          Illegal{"FakeOn", "on", "On, Off", "-o FakeOn=On"}));
 
-TEST_F(APanelSession, RefusesAStoredValueWhateverItHoldsAndShowsItsBeginningOnOneLine) {
+TEST_F(APanelSession, RefusesAnyIllegalStoredValueAndShowsItsBeginningOnOneLine) {
   const std::pair<std::string, std::string> values[] = {
       {"gtk-ignore-value", "FakeTop=gtk-ignore-value is"},
       {"$(reboot) `id`", "FakeTop=$(reboot) `id` is"},
@@ -231,7 +231,7 @@ TEST_F(APanelSession, RefusesANewValueThatThePanelLetThrough) {
   EXPECT_THAT(failureOf([&] { play({{"Top", "21"}}); }).what(), HasSubstr("FakeTop=21"));
 }
 
-TEST_F(APanelSession, NamesASettingThatThePanelSavedAsAbsent) {
+TEST_F(APanelSession, NamesASettingThatThePanelSavedWithoutAValue) {
   play({{"Top", "7"}}, false, "saveValuesAndReturnError absent");
   EXPECT_EQ(stored("FakeTop"), std::nullopt);
   EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop")));
@@ -280,7 +280,7 @@ TEST_F(APanelSession, CorrectsTheValuesThatAreNotAllowedAndKeepsTheOthers) {
   EXPECT_EQ(stored("FakePosition"), "Left");
 }
 
-TEST_F(APanelSession, PutsThePrintersDefaultsInFrontOfThePanelsOwn) {
+TEST_F(APanelSession, PrefersThePrintersDefaultsToThePanelsOwn) {
   defaults = {{"FakeTop", "9"}, {"FakePosition", "Right"}};
   store("FakePosition", "Left");
   play({});
@@ -302,7 +302,7 @@ TEST_P(AnIllegalDefault, IsCorrectedWithANoteWhileThePanelIsOn) {
   EXPECT_EQ(result.summary.front().value, stored("FakeTop"));
 }
 
-TEST_P(AnIllegalDefault, GoesAsItStandsWhileThePanelIsOff) {
+TEST_P(AnIllegalDefault, IsKeptUnchangedWhileThePanelIsOff) {
   defaults = {{GetParam().keyword, GetParam().value}};
   store("FakeOn", "Off");
   const auto result = play({});
@@ -311,7 +311,7 @@ TEST_P(AnIllegalDefault, GoesAsItStandsWhileThePanelIsOff) {
   EXPECT_THAT(result.illegalDefaults, ElementsAre(GetParam().keyword));
 }
 
-TEST_P(AnIllegalDefault, GoesAsItStandsWhenForced) {
+TEST_P(AnIllegalDefault, IsKeptUnchangedWhenForced) {
   defaults = {{GetParam().keyword, GetParam().value}};
   const auto result = play({}, true);
   EXPECT_EQ(stored(GetParam().keyword), GetParam().value);
@@ -325,7 +325,7 @@ TEST_P(AnIllegalDefault, IsRefusedWhereTheUserChoseIt) {
   EXPECT_THAT(failureOf([&] { play({}); }).what(), HasSubstr(GetParam().allowed));
 }
 
-TEST_P(AnIllegalDefault, LeavesThePrintSettingsWithThePanel) {
+TEST_P(AnIllegalDefault, IsRemovedFromThePrintSettingsWithThePanel) {
   defaults = {{GetParam().keyword, GetParam().value}};
   store("Foreign", "1");
   const test::TemporaryFolder folder;
@@ -345,7 +345,7 @@ INSTANTIATE_TEST_SUITE_P(Values, AnIllegalDefault,
                          testing::Values(Illegal{"FakeTop", "25", "0 to 20", "20"},
                                          Illegal{"FakeTop", "five", "0 to 20", "0"}));
 
-TEST_F(APanelSession, PutsItsOwnDefaultInThePlaceOfAWordThatItDoesNotKnow) {
+TEST_F(APanelSession, ReplacesAnUnknownDefaultByItsOwn) {
   defaults = {{"FakePosition", "Middle"}, {"FakeOn", "True"}, {"FakeTop", "7"}};
   play({});
   EXPECT_EQ(stored("FakePosition"), "Left");
@@ -354,14 +354,14 @@ TEST_F(APanelSession, PutsItsOwnDefaultInThePlaceOfAWordThatItDoesNotKnow) {
   EXPECT_THAT(messages, IsEmpty());
 }
 
-TEST_F(APanelSession, CorrectsADefaultThatTheUserBroughtBack) {
+TEST_F(APanelSession, CorrectsAnIllegalDefaultThatTheUserRestored) {
   store("FakeTop", "5");
   play({{"Top", "31"}, {"RestoreDefault", std::nullopt}}, false, "click beyond");
   EXPECT_EQ(stored("FakeTop"), "20");
   EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop: the default 25")));
 }
 
-TEST_F(APanelSession, RefusesAnIllegalValueThatTheUserSetBehindTheDefaults) {
+TEST_F(APanelSession, RefusesAnIllegalValueThatTheUserSetAfterRestoringDefaults) {
   const auto failure = failureOf([&] { play({{"RestoreDefault", std::nullopt}, {"Top", "21"}}); });
   EXPECT_THAT(failure.what(), HasSubstr("FakeTop=21"));
 }

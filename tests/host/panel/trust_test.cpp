@@ -32,7 +32,7 @@ class APlace : public testing::Test {
   const fs::path file_ = place_ / "file";
 };
 
-TEST_F(APlace, IsClosedToStrangersAsItIsMade) {
+TEST_F(APlace, IsClosedToStrangersByDefault) {
   EXPECT_EQ(openToStrangers(file_), std::nullopt);
   EXPECT_EQ(openToStrangers(place_), std::nullopt);
 }
@@ -47,17 +47,17 @@ TEST_F(APlace, IsOpenWhereEverybodyMayWriteToItOrAboveIt) {
   }
 }
 
-TEST_F(APlace, IsClosedBelowAFolderWhereOnlyAnOwnerRemoves) {
+TEST_F(APlace, IsClosedBelowAStickyFolder) {
   open("above", 01777);
   EXPECT_EQ(openToStrangers(place_), std::nullopt);
   EXPECT_THAT(openToStrangers(above_), Optional(HasSubstr("everybody")));
 }
 
-TEST_F(APlace, MayBeWrittenByTheOwnGroupAlone) {
+TEST_F(APlace, MayBeWritableByTheUsersOwnGroupOnly) {
   open("above/place", 0775);
   ASSERT_EQ(chown(place_.c_str(), geteuid(), getegid()), 0);
   EXPECT_EQ(openToStrangers(file_), std::nullopt);
-  // Debian's, of the group mail.
+  // On Debian, the group mail may write to it.
   EXPECT_THAT(openToStrangers("/var/mail"),
               Optional(AllOf(HasSubstr("a group that is not your own"), HasSubstr("chmod g-w /var/mail"))));
 }
@@ -67,7 +67,7 @@ TEST_F(APlace, IsOpenToAnOwnerWhoIsNotTrusted) {
               Optional(AllOf(testing::StartsWith("/ belongs to root"), HasSubstr("copy it"))));
 }
 
-TEST_F(APlace, IsJudgedByWhereALinkOnItLeads) {
+TEST_F(APlace, IsJudgedByWhereALinkInItsPathLeads) {
   open("above", 0777);
   fs::create_directory_symlink(above_, folder_.path() / "link");
   EXPECT_THAT(openToStrangers(folder_.path() / "link/place/file"), Optional(HasSubstr(above_.string())));
@@ -82,7 +82,7 @@ TEST_F(APlace, IsJudgedByTheFolderAboveThatALinkNames) {
   EXPECT_THAT(openToStrangers(folder_.path() / "closed/link"), Optional(HasSubstr(above_.string())));
 }
 
-TEST_F(APlace, OfLinksInACircleIsNotFollowedForEver) {
+TEST_F(APlace, WhoseLinksFormACircleIsNotFollowedForEver) {
   fs::create_symlink("b", folder_.path() / "a");
   fs::create_symlink("a", folder_.path() / "b");
   EXPECT_EQ(openToStrangers(folder_.path() / "a"), std::nullopt);

@@ -43,7 +43,7 @@ TEST(Suggestions, CountPagesFromZero) {
               ElementsAre(Option{"page-ranges", "1-2,5"}));
 }
 
-TEST(Suggestions, OfPagesCountOnlyWhereRangesAreAskedFor) {
+TEST(Suggestions, OfPageRangesCountOnlyWhereRangesAreChosen) {
   EXPECT_THAT(prepared("{'page-ranges': <'0-1'>}").options, IsEmpty());
 }
 
@@ -117,7 +117,7 @@ TEST(PageSetup, OfNoSizeLeavesThePaperToThePrinter) {
               IsEmpty());
 }
 
-TEST(PageSetup, OfAnOddSizeWithinTheLimitsIsAPaperOfItsOwn) {
+TEST(PageSetup, OfAnOddSizeWithinTheLimitsIsACustomPaper) {
   for (const char* setup : {"{'Width': <10.0>, 'Height': <10.0>}", "{'Width': <5000.0>, 'Height': <5000.0>}"})
     EXPECT_THAT(prepared("{}", setup).options, ElementsAre(testing::Field(&Option::keyword, "media")))
         << setup;
@@ -137,7 +137,7 @@ TEST(OptionsOfARequest, SayWhatTheProgramCanDo) {
   EXPECT_THAT(request.formats, ElementsAre(FileFormat::pdf, FileFormat::postScript));
 }
 
-TEST(OptionsOfARequest, AreUsualWhereNothingIsSaidOrOfAnotherType) {
+TEST(OptionsOfARequest, HaveDefaultsWhereTheyAreMissingOrOfAnotherType) {
   for (const char* options : {"{}",
                               "{'modal': <'no'>, 'accept_label': <7>, 'has_current_page': <1>, "
                               "'supported_output_file_formats': <'pdf'>}"}) {
@@ -154,7 +154,7 @@ TEST(Formats, HaveSvgOnlyAlongWithBothOthers) {
               ElementsAre(FileFormat::pdf));
 }
 
-TEST(Formats, OfWhichNoneIsKnownAreNone) {
+TEST(Formats, ThatAreAllUnknownLeaveNoFormat) {
   EXPECT_THAT(prepared("{}", "{}", "{'supported_output_file_formats': <['png']>}").formats, IsEmpty());
 }
 
@@ -176,7 +176,7 @@ TEST(Caller, IsNamedBy255BytesAtMost) {
   EXPECT_EQ(prepared("{}", "{}", "{}", {longest + "x", longest + "x", ""}).parent, "");
 }
 
-TEST(TokenInOptions, IsANumberOfItsTypeOrNone) {
+TEST(TokenInOptions, IsReadFromAnUnsigned32BitNumberOnly) {
   EXPECT_EQ(tokenIn(read("{'token': <uint32 7>}").get()), 7U);
   for (const char* none : {"{}", "{'token': <7>}", "{'token': <'7'>}", "{'token': <uint64 7>}"})
     EXPECT_EQ(tokenIn(read(none).get()), 0U) << none;

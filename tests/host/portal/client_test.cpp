@@ -12,7 +12,7 @@ TEST(AHandleOfAPortal, NamesTheProgram) {
   EXPECT_EQ(programOf(kRequests + "12_3"), ":12.3");
 }
 
-TEST(AnyOtherHandle, NamesNone) {
+TEST(AnyOtherHandle, NamesNoProgram) {
   for (const std::string place : {"/", "/request/", "/org/freedesktop/portal/desktop/session/"})
     EXPECT_EQ(programOf(place + "1_23/token"), "") << place;
   for (const std::string name : {"", "1", "1/23", "_", "1_", "_23", "1_2_3", "a_23", "1_b", "test/1"})

@@ -19,7 +19,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// Files end at 300,000 bytes, as long as it is there.
+// Limits files that are written to 300,000 bytes while it exists.
 class FileLimit {
  public:
   FileLimit() {
@@ -44,7 +44,7 @@ class CopiedDocument : public testing::Test {
     bool isCopied = false;
   };
 
-  // Runs the main loop until the copy is there, or the reason for none.
+  // Runs the main loop until the copy is made or has failed.
   static Result copyOf(int document) {
     Result result;
     bool isDone = false;
@@ -59,7 +59,7 @@ class CopiedDocument : public testing::Test {
     return result;
   }
 
-  // The same; the copy itself.
+  // The same, but returns the copy itself.
   static FileDescriptor keptCopyOf(const std::string& path) {
     bool isDone = false;
     FileDescriptor kept(-1);
@@ -83,7 +83,7 @@ class CopiedDocument : public testing::Test {
   test::TemporaryFolder folder;
 };
 
-TEST_F(CopiedDocument, IsTheWholeFileWhereverItWasReadTo) {
+TEST_F(CopiedDocument, IsTheWholeFileEvenIfItsBeginningWasRead) {
   const std::string content(600'000, 'x');
   const int file = open(write(content).c_str(), O_RDONLY);
   lseek(file, 100, SEEK_SET);
@@ -105,12 +105,12 @@ TEST_F(CopiedDocument, StaysAsItIsWhenTheProgramChangesItsFile) {
   EXPECT_EQ(contentOf(kept.get()), "before");
 }
 
-TEST_F(CopiedDocument, IsForNoOtherProgramThatIsStarted) {
+TEST_F(CopiedDocument, IsNotInheritedByOtherPrograms) {
   const auto kept = keptCopyOf(write("content"));
   EXPECT_NE(fcntl(kept.get(), F_GETFD) & FD_CLOEXEC, 0);
 }
 
-TEST_F(CopiedDocument, LeavesNoFileBehindEvenWhileItIsThere) {
+TEST_F(CopiedDocument, IsNeverVisibleInTheTemporaryFolder) {
   const auto before = g_get_tmp_dir() + std::string("/");
   const auto count = [&] {
     return std::distance(std::filesystem::directory_iterator(before), std::filesystem::directory_iterator());
@@ -134,7 +134,7 @@ TEST_F(CopiedDocument, CannotBeAnythingButAFileOrAPipe) {
   }
 }
 
-TEST_F(CopiedDocument, CannotBeADescriptorThatIsNotOpenOrNotToBeRead) {
+TEST_F(CopiedDocument, CannotBeADescriptorThatIsNotOpenOrNotReadable) {
   EXPECT_THAT(copyOf(-1).failure, HasSubstr("cannot be read"));
   EXPECT_THAT(copyOf(open(write("content").c_str(), O_WRONLY)).failure, HasSubstr("cannot be read"));
 }
@@ -147,19 +147,19 @@ TEST_F(CopiedDocument, IsRefusedWhereItDoesNotFit) {
   EXPECT_THAT(result.failure, HasSubstr("cannot be kept until it is printed"));
 }
 
-TEST_F(CopiedDocument, IsForNobodyOnceTheObjectIsGone) {
-  bool isTold = false;
+TEST_F(CopiedDocument, IsNotDeliveredOnceTheObjectIsGone) {
+  bool isCalled = false;
   {
     const DocumentCopy copy(FileDescriptor(open(write("content").c_str(), O_RDONLY)),
-                            [&](const auto&, const auto&) { isTold = true; });
+                            [&](const auto&, const auto&) { isCalled = true; });
     while (g_main_context_pending(nullptr) == FALSE) std::this_thread::yield();
   }
   while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
-  EXPECT_FALSE(isTold);
+  EXPECT_FALSE(isCalled);
 }
 
-// With a limit at which writing would fail for another reason.
-TEST_F(CopiedDocument, IsRefusedBeforeItFillsTheDiskInVain) {
+// If the copy were begun, the limit would make it fail for another reason.
+TEST_F(CopiedDocument, IsRefusedBeforeItFillsTheDisk) {
   const auto path = write("");
   const auto space = std::filesystem::space(g_get_tmp_dir());
   ASSERT_EQ(truncate(path.c_str(), static_cast<off_t>(space.available)), 0);
@@ -172,17 +172,17 @@ TEST_F(CopiedDocument, IsRefusedBeforeItFillsTheDiskInVain) {
 // Whether the writing end of the pipe has lost its reader.
 bool isDeserted(int pipe) { return ::write(pipe, "x", 1) < 0 && errno == EPIPE; }
 
-TEST_F(CopiedDocument, OfAPipeWithoutAnEndIsGivenUpWithTheObject) {
+TEST_F(CopiedDocument, OfAnEndlessPipeIsGivenUpWithTheObject) {
   std::signal(SIGPIPE, SIG_IGN);
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
-  bool isTold = false;
+  bool isCalled = false;
   {
-    const DocumentCopy copy(FileDescriptor{ends[0]}, [&](const auto&, const auto&) { isTold = true; });
+    const DocumentCopy copy(FileDescriptor{ends[0]}, [&](const auto&, const auto&) { isCalled = true; });
     ASSERT_EQ(::write(ends[1], "endless", 7), 7);
   }
   while (!isDeserted(ends[1])) g_main_context_iteration(nullptr, FALSE);
-  EXPECT_FALSE(isTold);
+  EXPECT_FALSE(isCalled);
   close(ends[1]);
 }
 

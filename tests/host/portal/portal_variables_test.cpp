@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 namespace {
 
-TEST(PortalVariables, AreTakenOutAndOthersStay) {
+TEST(PortalVariables, AreRemovedAndOthersStay) {
   setenv("GTK_USE_PORTAL", "1", 1);
   for (const auto& [flags, left] : {std::pair{"portals", ""},
                                     {"Portals,gl-disable", "gl-disable"},

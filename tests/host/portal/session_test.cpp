@@ -40,15 +40,15 @@ void turnMainLoop(const std::function<bool()>& isDone) {
   }
 }
 
-// What a program hears.
+// The answer that a program receives.
 struct Answer {
   unsigned response = 99;
-  // None where there was no token.
+  // Empty without a token.
   std::optional<std::uint32_t> token;
   std::string copies;
 };
 
-// A program and a service with a connection between them.
+// A connection between a program and a service.
 class Connection {
  public:
   Connection() {
@@ -84,7 +84,7 @@ class Connection {
     for (auto* const end : ends_) g_object_unref(end);
   }
 
-  // A call of the program, as the service sees it; the program's side of it goes into `answer`.
+  // Makes a call of the program and returns it as the service receives it. The reply goes into `answer`.
   std::unique_ptr<Request> call(std::optional<Answer>& answer) {
     auto* const message = g_dbus_message_new_method_call(nullptr, kPlace, kInterface, "Ask");
     g_dbus_message_set_sender(message, ":1.5");
@@ -104,7 +104,7 @@ class Connection {
     static_cast<Connection*>(self)->call_ = call;
   }
 
-  // No reply where the connection was closed before.
+  // There is no reply if the connection was closed first.
   static void onAnswer(GObject* bus, GAsyncResult* result, gpointer self) {
     auto& connection = *static_cast<Connection*>(self);
     --connection.pending_;
@@ -130,7 +130,7 @@ class Connection {
     return answer;
   }
 
-  // The service's and the program's.
+  // The service's end and the program's.
   std::array<GDBusConnection*, 2> ends_{};
   GDBusMethodInvocation* call_ = nullptr;
   // Where the program's answer goes, and how many it waits for.
@@ -145,16 +145,16 @@ std::string contentOf(const FileDescriptor& file) {
   return content;
 }
 
-// What the dialogs were told, in words; and what they are to do.
+// The log of calls to the dialogs, and how the dialogs behave.
 struct Script {
   std::vector<std::string> log;
   ApplicationDialog::Events events;
-  // A failure of each, none for success.
+  // The failure of each call; empty for success.
   std::optional<Failure> ofOpen;
   std::optional<std::runtime_error> ofShow;
   std::optional<std::runtime_error> ofChoice;
   std::optional<std::runtime_error> ofPrint;
-  bool isTold = false;
+  bool isPrintPressed = false;
 };
 
 class ScriptedDialog : public ApplicationDialog {
@@ -177,7 +177,7 @@ class ScriptedDialog : public ApplicationDialog {
   void fail(const Failure& failure) override {
     script_.log.push_back(std::string("fails: ") + failure.what());
   }
-  bool leave() override { return !script_.isTold; }
+  bool leave() override { return !script_.isPrintPressed; }
 
  private:
   Script& script_;
@@ -185,7 +185,7 @@ class ScriptedDialog : public ApplicationDialog {
 
 class SessionOfAProgram : public testing::Test {
  protected:
-  // A session whose choices are old after this time.
+  // Begins a session whose choices expire after this time.
   void begin(std::chrono::seconds life = kLong) {
     session_ = std::make_unique<Session>(Session::Surroundings{
         [this](const auto& request, FileDescriptor document, auto events) {
@@ -200,7 +200,7 @@ class SessionOfAProgram : public testing::Test {
 
   void prepare() { session_->prepare(connection_.call(answer), asked()); }
 
-  // The user chooses, and the program hears of it.
+  // The user chooses, and the program receives the answer.
   void choose() {
     prepare();
     script.events.onChosen();
@@ -272,7 +272,7 @@ TEST_F(SessionOfAProgram, AnswersHowTheDialogEnds) {
   EXPECT_EQ(ends, 3);
 }
 
-TEST_F(SessionOfAProgram, PrintsADocumentThatComesInTimeWithoutAQuestion) {
+TEST_F(SessionOfAProgram, PrintsADocumentThatComesInTimeWithoutAsking) {
   begin();
   choose();
   print();
@@ -316,8 +316,8 @@ TEST_F(SessionOfAProgram, FailsWhereThereIsNoDialog) {
   EXPECT_EQ(ends, 2);
 }
 
-// The program hears of it at once; the user may take time to read it.
-TEST_F(SessionOfAProgram, TellsTheUserWhyThereIsNoDocumentInTheDialogThatIsThereOrInANewOne) {
+// The program is answered at once, while the user may still read the message.
+TEST_F(SessionOfAProgram, ShowsWhyTheDocumentIsMissingInTheOpenDialogOrInANewOne) {
   begin();
   choose();
   printFile(open("/", O_RDONLY));
@@ -337,7 +337,7 @@ TEST_F(SessionOfAProgram, TellsTheUserWhyThereIsNoDocumentInTheDialogThatIsThere
   EXPECT_EQ(ends, 1);
 }
 
-TEST_F(SessionOfAProgram, EndsWithTheProgramUnlessTheUserHasToldItToPrint) {
+TEST_F(SessionOfAProgram, EndsWithTheProgramUnlessTheUserHasPressedPrint) {
   begin();
   prepare();
   session().leave();
@@ -347,7 +347,7 @@ TEST_F(SessionOfAProgram, EndsWithTheProgramUnlessTheUserHasToldItToPrint) {
   begin();
   answer.reset();
   script.log.clear();
-  script.isTold = true;
+  script.isPrintPressed = true;
   print();
   waitForLog(2);
   session().leave();
@@ -358,13 +358,13 @@ TEST_F(SessionOfAProgram, EndsWithTheProgramUnlessTheUserHasToldItToPrint) {
   EXPECT_EQ(ends, 2);
 }
 
-// This document, which nobody has told the dialog to print, is not there yet.
+// The document is not complete, so the dialog has not been asked to print it.
 TEST_F(SessionOfAProgram, EndsWithTheProgramWhileTheDocumentIsBeingRead) {
   int pipe[2];
   ASSERT_EQ(pipe2(pipe, O_CLOEXEC), 0);
   begin();
   choose();
-  script.isTold = true;
+  script.isPrintPressed = true;
   printFile(pipe[0]);
   session().leave();
   waitForAnswer();
@@ -401,7 +401,7 @@ TEST_F(SessionOfAProgram, AnswersThoughTheChoiceCannotBeRead) {
   EXPECT_EQ(ends, 1);
 }
 
-TEST_F(SessionOfAProgram, AnswersThoughTheDialogFailsInAWayThatNobodyExpects) {
+TEST_F(SessionOfAProgram, AnswersThoughTheDialogFailsUnexpectedly) {
   script.ofPrint = std::runtime_error("out of order");
   begin();
   choose();

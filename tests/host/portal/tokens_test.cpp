@@ -15,7 +15,7 @@ TEST(Tokens, LeadTheirProgramToItsSessionOnce) {
   EXPECT_EQ(tokens.take(token, "org.example.Editor"), std::nullopt);
 }
 
-TEST(Tokens, AreWorthNothingToAnotherProgramAndStayWithTheirOwn) {
+TEST(Tokens, AreInvalidForAnotherProgramAndStayValidForTheirOwn) {
   Tokens tokens;
   const auto token = tokens.issue("org.example.Editor", 7);
   EXPECT_EQ(tokens.take(token, "org.example.Other"), std::nullopt);
@@ -35,7 +35,7 @@ TEST(Tokens, AreNeverZeroNorTwiceTheSame) {
   EXPECT_EQ(tokens.take(0, ""), std::nullopt);
 }
 
-TEST(Tokens, OfASessionThatHasEndedAreWorthNothing) {
+TEST(Tokens, OfASessionThatHasEndedAreInvalid) {
   Tokens tokens;
   const auto ended = tokens.issue("", 1);
   const auto other = tokens.issue("", 2);

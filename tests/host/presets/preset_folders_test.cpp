@@ -15,14 +15,14 @@
 namespace tandemtrim::host {
 namespace {
 
-// What another program does right before a file is renamed without replacing another.
+// What another program does right before a file is renamed without replacing another one.
 std::function<void()> beforeRenaming = [] {};
 bool isOnNetwork = false;
 
 }  // namespace
 }  // namespace tandemtrim::host
 
-// In the place of the C library's: a network's file system can rename, but not without replacing.
+// Replaces the C library's. A network file system cannot rename without replacing.
 extern "C" int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
                          unsigned flags) noexcept {
   using namespace tandemtrim::host;
@@ -76,7 +76,7 @@ class Presets : public testing::Test {
   std::string write(const std::filesystem::path& base, const std::string& file, const std::string& text) {
     return folder_.write(base / "tandem-trim/presets/Family" / file, text);
   }
-  // What is wrong with files is told, which sets the damaged ones aside.
+  // Sets damaged files aside, recording what is wrong with them.
   std::vector<std::string> names() {
     const auto [presets, faults] = presetsOf("Family");
     for (const auto& fault : faults) {
@@ -140,7 +140,7 @@ TEST_F(Presets, OfTheAdministratorAreThereUntilTheUserHidesThem) {
   EXPECT_THAT(names(), ElementsAre("House", "Plain"));
 }
 
-TEST_F(Presets, AreRenamedButNotOverOthersOnANetworksFileSystemToo) {
+TEST_F(Presets, AreRenamedWithoutReplacingOthersEvenOnANetworkFileSystem) {
   for (const bool network : {false, true}) {
     isOnNetwork = network;
     savePreset("Family", kBooklet);
@@ -155,13 +155,13 @@ TEST_F(Presets, AreRenamedButNotOverOthersOnANetworksFileSystemToo) {
   }
 }
 
-TEST_F(Presets, HaveNothingThatIsChosenForOneJobWhoeverWroteThem) {
+TEST_F(Presets, NeverContainOptionsOfOneJob) {
   write(own(), "Mine.json",
         R"({"options": {"copies": "3", "sides": "one-sided", "job-hold-until": "indefinite"}})");
   EXPECT_THAT(findPreset("Family", "Mine", report).options, ElementsAre(Option{"sides", "one-sided"}));
 }
 
-TEST_F(Presets, TakeThePlaceOfOthersWhereTheUserWantsThat) {
+TEST_F(Presets, ReplaceOthersWhereTheUserAgrees) {
   savePreset("Family", kBooklet);
   savePreset("Family", {"Other", {}, {}});
   setPresetOfPrinter("Family", "Morva", kBooklet.name);
@@ -171,7 +171,7 @@ TEST_F(Presets, TakeThePlaceOfOthersWhereTheUserWantsThat) {
   EXPECT_EQ(presetOfPrinter("Family", "Morva"), "Other");
 }
 
-TEST_F(Presets, ThatAreUnknownAreToldWithThoseThatThereAre) {
+TEST_F(Presets, ThatAreUnknownAreReportedWithTheKnownOnes) {
   EXPECT_THAT(failureOf([&] { findPreset("Family", "None", report); }).what(),
               HasSubstr("there is no preset None; none is kept"));
   savePreset("Family", kBooklet);
@@ -180,7 +180,7 @@ TEST_F(Presets, ThatAreUnknownAreToldWithThoseThatThereAre) {
               HasSubstr("there are: Booklet, 5 mm, Other"));
 }
 
-TEST_F(Presets, ThatAreDamagedAreSetAsideAndTold) {
+TEST_F(Presets, ThatAreDamagedAreSetAsideAndReported) {
   for (const std::string text :
        {"", "{", "[]", R"({"panel": []})", R"({"panel": {"": "x"}})", R"({"options": {"a": 1}})"}) {
     const auto file = write(own(), "Damaged.json", text);
@@ -198,7 +198,7 @@ TEST_F(Presets, ThatAreDamagedAreSetAsideAndTold) {
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
-TEST_F(Presets, ThatAreDamagedAreSetAsideBesideThoseThatWereBefore) {
+TEST_F(Presets, ThatAreDamagedAreSetAsideBesideEarlierOnes) {
   for (const bool network : {false, true}) {
     isOnNetwork = network;
     const std::string name = network ? "There" : "Here";
@@ -218,12 +218,12 @@ TEST_F(Presets, ThatAreDamagedAreSetAsideBesideThoseThatWereBefore) {
   }
 }
 
-TEST_F(Presets, ThatAnotherProgramSavesBeforeADamagedFileIsSetAsideStay) {
+TEST_F(Presets, ThatAnotherProgramSavesWhileADamagedFileIsSetAsideStay) {
   const auto file = write(own(), "Booklet, 5 mm.json", "{");
   const auto save = [](const std::string& margin) {
     savePreset("Family", {kBooklet.name, {{"MVTopMargin", margin}}, {}});
   };
-  // The second time is when it goes back.
+  // The second rename puts the file back.
   for (const int newer : {1, 2}) {
     write(own(), "Booklet, 5 mm.json", "{");
     int time = 0;
@@ -237,7 +237,7 @@ TEST_F(Presets, ThatAnotherProgramSavesBeforeADamagedFileIsSetAsideStay) {
   }
 }
 
-TEST_F(Presets, ThatAnotherProgramSetsAsideAtTheSameTimeAreToldOnce) {
+TEST_F(Presets, ThatAnotherProgramSetsAsideAtTheSameTimeAreReportedOnce) {
   const auto file = write(own(), "Damaged.json", "{");
   bool isFirst = true;
   beforeRenaming = [&] {
@@ -248,7 +248,7 @@ TEST_F(Presets, ThatAnotherProgramSetsAsideAtTheSameTimeAreToldOnce) {
   EXPECT_THAT(said, ElementsAre(HasSubstr(file)));
 }
 
-TEST_F(Presets, OfTheAdministratorThatAreDamagedAreToldToWhoeverAsksForThemAndHiddenByTheUsers) {
+TEST_F(Presets, OfTheAdministratorThatAreDamagedAreReportedWhereTheyAreUsedUnlessTheUsersHideThem) {
   const auto file = write(administrators(), "House.json", "{");
   savePreset("Family", kBooklet);
   EXPECT_EQ(findPreset("Family", kBooklet.name, report), kBooklet);
@@ -260,8 +260,8 @@ TEST_F(Presets, OfTheAdministratorThatAreDamagedAreToldToWhoeverAsksForThemAndHi
   EXPECT_THAT(presetsOf("Family").faults, IsEmpty());
 }
 
-// What cannot be read at the moment may be whole.
-TEST_F(Presets, ThatCannotBeReadStayWhereTheyAreAndAreTold) {
+// A file that cannot be read now may be intact.
+TEST_F(Presets, ThatCannotBeReadStayWhereTheyAreAndAreReported) {
   const auto file = presetFile("Family", "Unreadable");
   std::filesystem::create_directories(file);
   EXPECT_THAT(names(), IsEmpty());
@@ -269,7 +269,7 @@ TEST_F(Presets, ThatCannotBeReadStayWhereTheyAreAndAreTold) {
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
-TEST_F(Presets, InAFolderThatCannotBeReadAreTold) {
+TEST_F(Presets, InAFolderThatCannotBeReadAreReported) {
   const auto folder = presetFile("Family", "Unreadable").parent_path();
   std::filesystem::create_directories(folder.parent_path());
   std::filesystem::create_symlink(folder, folder);
@@ -277,7 +277,7 @@ TEST_F(Presets, InAFolderThatCannotBeReadAreTold) {
   EXPECT_THAT(said, ElementsAre(HasSubstr(folder.string() + " cannot be read")));
 }
 
-TEST_F(Presets, MayHaveAnyNameAndNoneLeadsOutOfTheirFolder) {
+TEST_F(Presets, MayHaveAnyNameAndNeverLeaveTheirFolder) {
   for (const std::string name : {"../../evil", "..", ".", ".hidden", "a/b", "100 %", "%2F", "c:\\d",
                                  "Größe «A»", "小册子", "a'b\"c$d", "x.json"}) {
     savePreset("Family", {name, {}, {}});
@@ -309,7 +309,7 @@ TEST_F(Presets, OfTwoProgramsThatSaveAtOnceAreAllKept) {
 
 Preset countOf(int count) { return {"Count", {{"MVTopMargin", std::to_string(count)}}, {}}; }
 
-TEST_F(Presets, ThatAnotherProgramHasSavedMeanwhileAreNotReplacedUnseen) {
+TEST_F(Presets, ThatAnotherProgramHasChangedAreNotReplaced) {
   EXPECT_TRUE(savePresetOver("Family", std::nullopt, countOf(1)));
   EXPECT_FALSE(savePresetOver("Family", std::nullopt, countOf(2)));
   EXPECT_FALSE(savePresetOver("Family", countOf(2), countOf(3)));
@@ -321,7 +321,7 @@ TEST_F(Presets, ThatAnotherProgramHasSavedMeanwhileAreNotReplacedUnseen) {
   EXPECT_EQ(findPreset("Family", "Count", report), countOf(5));
 }
 
-TEST_F(Presets, AreComparedByWhatTheyHold) {
+TEST_F(Presets, AreComparedByTheirContent) {
   const auto file = write(own(), "Count.json", R"({"panel":{"MVTopMargin":"1"},"options":{"copies":"3"}})");
   EXPECT_TRUE(savePresetOver("Family", countOf(1), countOf(2)));
   write(own(), "Count.json", "{");
@@ -329,7 +329,7 @@ TEST_F(Presets, AreComparedByWhatTheyHold) {
   EXPECT_EQ(contentsOf(file), "{");
 }
 
-TEST_F(Presets, OfTwoProgramsThatChangeOneAtOnceHaveWhatBothDid) {
+TEST_F(Presets, ThatTwoProgramsChangeAtOnceLoseNoChange) {
   constexpr int kTimes = 50;
   savePreset("Family", countOf(0));
   const auto countUp = [] {
@@ -344,7 +344,7 @@ TEST_F(Presets, OfTwoProgramsThatChangeOneAtOnceHaveWhatBothDid) {
   EXPECT_EQ(findPreset("Family", "Count", report), countOf(2 * kTimes));
 }
 
-TEST_F(Presets, MayBeTheOneThatAPrinterBeginsWith) {
+TEST_F(Presets, MayBeTheOneThatAPrinterStartsWith) {
   EXPECT_EQ(presetOfPrinter("Family", "Morva@host:1"), std::nullopt);
   savePreset("Family", kBooklet);
   savePreset("Family", {"Other", {}, {}});
@@ -363,7 +363,7 @@ TEST_F(Presets, MayBeTheOneThatAPrinterBeginsWith) {
   EXPECT_THAT(names(), ElementsAre("Other"));
 }
 
-TEST_F(Presets, ThatCannotBeWrittenAreAFailure) {
+TEST_F(Presets, ThatCannotBeWrittenAreReportedWithTheirFolder) {
   std::ofstream(own()) << "no folder";
   EXPECT_THAT(failureOf([&] { savePreset("Family", kBooklet); }).what(), HasSubstr(own().string()));
 }

@@ -15,7 +15,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// Of the process that is limited, whose parent is the test.
+// Something that the limited process tries; its parent is the test.
 struct Attempt {
   const char* what;
   long (*make)();
@@ -46,7 +46,7 @@ constexpr std::array kAttempts{
             }},
 };
 
-TEST(ALimitedProcess, CannotReachWhatIsNotItsOwn) {
+TEST(ALimitedProcess, CannotConnectForkWriteSignalOrReadLimits) {
   for (const auto& attempt : kAttempts) {
     const auto process = fork();
     if (process == 0) _exit(limitProcess() ? (attempt.make() < 0 ? errno : 0) : 255);

@@ -16,7 +16,7 @@
 #include "tests/host/preview/pdf.hpp"
 #include "tests/support/temporary_folder.hpp"
 
-/// A page of a real document, rendered by the program that the dialog starts, and what a hostile one costs.
+/// Pages of real and of hostile documents, rendered by the program that the dialog starts.
 namespace tandemtrim::host {
 namespace {
 
@@ -29,7 +29,7 @@ using test::pdfStream;
 using testing::HasSubstr;
 using namespace std::chrono_literals;
 
-// A pixel of the picture in which the content is measured, on a usual page.
+// Millimetres per pixel of the picture in which content is measured, for an A4 page.
 constexpr double kPixel = 0.15;
 constexpr auto kSoon = 8s;
 
@@ -86,7 +86,7 @@ TEST_F(RenderedPages, AreMeasuredDownToAHairline) {
   expectEmpty(read(pdfOf({PdfPage{.bars = {{3, 4, 200, 0.1}, {100, 4, 0.1, 280}}}})), {4, 13, 3, 7});
 }
 
-// Where content ends within a pixel, its colour tells how far.
+// Where content ends within a pixel, the pixel's colour shows how far.
 TEST_F(RenderedPages, AreMeasuredToAFiftiethOfAMillimetre) {
   for (const char* colour : {"", "0.8 0.2 0.2 rg ", "0.7 g "}) {
     for (const double from : {5.0, 4.9, 4.97, 12.34}) {
@@ -144,7 +144,7 @@ TEST_F(RenderedPages, AreThoseThatAreAskedFor) {
   }
 }
 
-TEST_F(RenderedPages, SayHowLargeThePagesOfTheDocumentAre) {
+TEST_F(RenderedPages, SayTheLargestSizeAmongTheDocumentsPages) {
   const auto page =
       read(pdfOf({PdfPage{}, PdfPage{.width = 300, .height = 100}, PdfPage{.width = 250, .height = 260}}));
   EXPECT_NEAR(page.longest, 300, 0.01);
@@ -181,7 +181,7 @@ TEST_F(RenderedPages, NeedADocumentWithoutAPassword) {
               HasSubstr("needs a password"));
 }
 
-TEST_F(RenderedPages, ComeFromARegularFileAlone) {
+TEST_F(RenderedPages, ComeOnlyFromARegularFile) {
   for (const char* place : {"/dev/zero", "/"}) {
     PageRequest request{.program = PAGE_PROGRAM};
     const auto failure =
@@ -192,14 +192,14 @@ TEST_F(RenderedPages, ComeFromARegularFileAlone) {
   EXPECT_THAT(failure.what(), HasSubstr("cannot be read a second time"));
 }
 
-// Its page keeps a reader busy for as long as it may.
+// A page that keeps a reader busy until its time is up.
 std::string slowDocument() {
   std::string strokes;
   for (int i = 0; i < 400'000; ++i) strokes += "0 0 m 595 842 9 9 300 " + std::to_string(i) + " c S ";
   return pdfOf({PdfPage{.content = "[0.001] 0 d " + strokes}});
 }
 
-// What a document may hold to keep a reader busy: each costs a line with a reason, and not for long.
+// Documents made to keep a reader busy. Each must end soon, at worst with a reason.
 std::vector<std::pair<std::string, std::string>> hostileDocuments() {
   const std::string page =
       "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 4 0 R/Resources<</XObject<</X 5 0 R>>>>>>";
@@ -238,7 +238,7 @@ std::vector<std::pair<std::string, std::string>> hostileDocuments() {
   };
 }
 
-TEST_F(RenderedPages, OfHostileDocumentsCostNoMoreThanTheirTime) {
+TEST_F(RenderedPages, OfHostileDocumentsEndWithinTheirTime) {
   for (const auto& [what, document] : hostileDocuments()) {
     const auto begin = std::chrono::steady_clock::now();
     try {
@@ -250,7 +250,7 @@ TEST_F(RenderedPages, OfHostileDocumentsCostNoMoreThanTheirTime) {
   }
 }
 
-// A program of this text stands for one that a document has taken over.
+// Runs a script instead of the renderer, as if a document had taken it over.
 class AProgramThatRenders : public RenderedPages {
  protected:
   PageRequest requestOf(const std::string& script) {
@@ -263,8 +263,8 @@ class AProgramThatRenders : public RenderedPages {
   }
 };
 
-// What the system says of the process that renders a slow document.
-TEST_F(AProgramThatRenders, HasGivenUpWhatItDoesNotNeed) {
+// Reads the system's files about the process while it renders a slow document.
+TEST_F(AProgramThatRenders, RunsWithoutRightsThatItDoesNotNeed) {
   auto request =
       requestOf("echo $$ >" + (folder_.path() / "process").string() + "; exec " PAGE_PROGRAM " \"$@\"");
   std::atomic<bool> isWanted = true;
@@ -308,7 +308,7 @@ TEST_F(AProgramThatRenders, IsEndedOnceNobodyWantsThePage) {
   EXPECT_THAT(refusalOf(request), HasSubstr("nobody waits"));
 }
 
-TEST_F(AProgramThatRenders, IsReadNoFurtherThanAPageCanBe) {
+TEST_F(AProgramThatRenders, IsReadOnlyUpToTheSizeOfAPage) {
   EXPECT_THAT(refusalOf(requestOf("exec cat /dev/zero")), HasSubstr("gave no page"));
 }
 
@@ -347,7 +347,7 @@ TEST(AnAnswer, IsAPageWithItsPicture) {
   EXPECT_TRUE(page->empty);
 }
 
-TEST(AnAnswer, IsNoneUnlessItsPictureIsWhole) {
+TEST(AnAnswer, IsRefusedUnlessItsPictureIsWhole) {
   for (const std::size_t pixels : {0, 5, 7}) EXPECT_FALSE(pageOf(smallAnswer(), pixels)) << pixels;
   EXPECT_FALSE(pageIn({}, 3));
   EXPECT_FALSE(pageOf(smallAnswer(), 6, 2));
@@ -357,7 +357,7 @@ TEST(AnAnswer, IsNoneUnlessItsPictureIsWhole) {
   EXPECT_FALSE(pageOf(wide, 6, 2));
 }
 
-TEST(AnAnswer, IsNoneWithANumberThatNoPageHas) {
+TEST(AnAnswer, IsRefusedWithANumberThatNoPageHas) {
   using Change = void (*)(PageAnswer&);
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
   const std::vector<Change> changes{[](auto& answer) { answer.mark = 0; },
@@ -379,7 +379,7 @@ TEST(AnAnswer, IsNoneWithANumberThatNoPageHas) {
   }
 }
 
-TEST(AnAnswer, SaysNothingOfContentThatIsNotOnThePage) {
+TEST(AnAnswer, HasNoEmptyEdgesWhereOneIsImpossible) {
   for (const double beyond : {-1.0, 30.0, HUGE_VAL, std::numeric_limits<double>::quiet_NaN()}) {
     for (double PageAnswer::*const edge :
          {&PageAnswer::emptyTop, &PageAnswer::emptyBottom, &PageAnswer::emptyLeft, &PageAnswer::emptyRight}) {

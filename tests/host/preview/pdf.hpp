@@ -5,7 +5,7 @@
 
 namespace tandemtrim::test {
 
-/// A rectangle on a page, in millimetres from the page's upper left corner as it is written.
+/// A rectangle in millimetres from the page's upper left corner, before any rotation.
 struct Bar {
   double left;
   double top;
@@ -25,7 +25,8 @@ struct PdfPage {
 
 inline std::string points(double millimetres) { return std::to_string(millimetres / 25.4 * 72); }
 
-/// A PDF file of these objects, the first of which is the catalogue. `trailer` are more entries of it.
+/// A PDF file of these objects, the first of which is the catalogue. `trailer` has more entries of the
+/// trailer.
 inline std::string pdfOfObjects(const std::vector<std::string>& objects, const std::string& trailer = {}) {
   std::string file = "%PDF-1.5\n";
   std::string places = "0000000000 65535 f \n";
@@ -40,7 +41,7 @@ inline std::string pdfOfObjects(const std::vector<std::string>& objects, const s
          ">>\nstartxref\n" + table + "\n%%EOF\n";
 }
 
-/// A stream, of which `entries` say more.
+/// A stream with these additional entries.
 inline std::string pdfStream(const std::string& content, const std::string& entries = {}) {
   return "<</Length " + std::to_string(content.size()) + entries + ">>stream\n" + content + "\nendstream";
 }

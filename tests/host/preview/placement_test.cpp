@@ -12,7 +12,7 @@ namespace {
 constexpr PaperSheet kA4{210, 297, Edges{5, 15, 6, 14}, false};
 constexpr PaperSheet kLandscape{297, 210, Edges{5, 15, 6, 14}, false};
 
-// Of three by two pixels, from 1 to 6, and the only one of its document.
+// The only page of its document, in three by two pixels with the values 1 to 6.
 RenderedPage pageOf(double width, double height) {
   return {1,
           width,
@@ -106,7 +106,7 @@ TEST(APageOnItsSheet, MayBeEmpty) {
   EXPECT_FALSE(placed(page, kA4)->empty);
 }
 
-// A printer with two papers, and with others in any size where it says so.
+// A printer with two papers; `more` may allow custom sizes.
 PpdHandle ppdWithPapers(const std::string& more) {
   const test::TemporaryFolder folder;
   PpdHandle ppd(
@@ -143,10 +143,10 @@ TEST(UnprintableEdges, AreThoseOfThePpd) {
   expectEdges(unprintableEdges(anySize.get(), "Custom.200x300"), {40, 20, 10, 30});
 }
 
-// As the print system takes them: the upper edge of the paper is on the left of what is read across.
+// As in the print system, the upper edge of a turned sheet is on the left.
 TEST(UnprintableEdges, AreTurnedWithTheSheet) { EXPECT_EQ(edgesAcross({1, 2, 3, 4}), (Edges{4, 3, 1, 2})); }
 
-TEST(APageOnItsSheet, IsAloneThereUnlessAnOptionLaysPagesOut) {
+TEST(APageOnItsSheet, IsAloneUnlessAnOptionLaysPagesOut) {
   EXPECT_TRUE(isPageOnItsSheet({}));
   for (const Option& option : {Option{"number-up", "1"},
                                {"print-scaling", "auto"},

@@ -5,13 +5,13 @@
 namespace tandemtrim::host {
 namespace {
 
-// Of a document of nine pages, those that come one after the other.
+// The pages of a nine-page document that are printed, in order.
 std::vector<int> pagesOf(const Options& options) {
   constexpr int kEnd = 10;
   const auto printed = printedPages(options);
   std::vector<int> pages;
   for (auto page = printed.from(1, kEnd); page; page = printed.from(*page + 1, kEnd)) pages.push_back(*page);
-  // The same ones backwards.
+  // The search backwards finds the same pages.
   std::vector<int> backwards;
   for (auto page = printed.upTo(kEnd - 1); page; page = printed.upTo(*page - 1))
     backwards.insert(backwards.begin(), *page);
@@ -32,7 +32,7 @@ TEST(PrintedPages, AreThoseThatTheJobAsksFor) {
   EXPECT_THAT(pagesOf({{"page-ranges", "nothing"}}), IsEmpty());
 }
 
-TEST(PrintedPages, MayBeTheLastOnesThatHaveANumber) {
+TEST(PrintedPages, MayReachTheLargestPageNumber) {
   const auto printed = printedPages({{"page-ranges", "2147483647-"}, {"page-set", "even"}});
   EXPECT_FALSE(printed.from(1, PageRange::kEnd));
   EXPECT_FALSE(printed.upTo(PageRange::kEnd));

@@ -18,7 +18,7 @@ CommandLine parse(const std::vector<std::string>& arguments) {
   return std::get<CommandLine>(parseCommandLine(arguments));
 }
 
-TEST(ACommandLine, IsReadAsThatOfLp) {
+TEST(ACommandLine, IsReadAsLpReadsIt) {
   const auto line = parse({"-h", "print.example:8631", "-dMorva/draft", "-n", "3", "-t", "Annual report",
                            "-o", "landscape", "-o", "media=A4 MVTopMargin=5", "a.pdf", "-", "b.pdf"});
   EXPECT_EQ(line.server, "print.example:8631");
@@ -35,7 +35,7 @@ TEST(ACommandLine, LetsLaterOptionsReplaceEarlierOnes) {
   EXPECT_EQ(parse({"-d", "One", "-d", "Two"}).printer, "Two");
 }
 
-TEST(ACommandLine, KeepsTheActsAtThePanelInTheirOrder) {
+TEST(ACommandLine, KeepsTheInputsToThePanelInTheirOrder) {
   const auto line = parse(
       {"--set", "Top=12", "--restore-defaults", "--set", "Valid=Off", "--restore-defaults", "--set=Left="});
   EXPECT_EQ(line.inputs, (std::vector<Input>{{"Top", "12"},
@@ -51,12 +51,12 @@ TEST(ACommandLine, TakesAFileAfterAnOptionAndAfterTwoDashes) {
   EXPECT_THAT(parse({"--", "-n", "--", "--bogus"}).files, ElementsAre("-n", "--", "--bogus"));
 }
 
-TEST(ACommandLine, TakesAFileByWhateverName) {
+TEST(ACommandLine, TakesAFileOfAnyName) {
   EXPECT_THAT(parse({"[a.pdf,b.pdf]", "{}", "%%", "\"a\"", "a=b", "", "-"}).files,
               ElementsAre("[a.pdf,b.pdf]", "{}", "%%", "\"a\"", "a=b", "", "-"));
 }
 
-TEST(ACommandLine, PrintsStandardInputWhereNoFileIsNamedAndAJobMayBeMeant) {
+TEST(ACommandLine, PrintsStandardInputWhereItNamesNeitherAFileNorAnotherUse) {
   const auto filesOf = [](const std::vector<std::string>& arguments) {
     return std::get<CommandLine>(parseCommandLine(arguments, true)).files;
   };
@@ -67,7 +67,7 @@ TEST(ACommandLine, PrintsStandardInputWhereNoFileIsNamedAndAJobMayBeMeant) {
     EXPECT_TRUE(filesOf({other}).empty()) << other;
 }
 
-TEST(ACommandLine, TakesTheOptionsOfLpThatStandForOptionsOfTheJob) {
+TEST(ACommandLine, TurnsTheSwitchesOfLpIntoOptionsOfTheJob) {
   EXPECT_EQ(
       parse({"-q", "77", "-P", "16-, 3-5,1", "-H", "hold"}).options,
       (Options{{"job-priority", "77"}, {"page-ranges", "1,3-5,16-"}, {"job-hold-until", "indefinite"}}));
@@ -82,12 +82,12 @@ TEST(ACommandLine, TakesTheOptionsOfLpThatStandForOptionsOfTheJob) {
   EXPECT_THAT(letter[0].value, testing::StartsWith("mailto:amy@"));
 }
 
-TEST(ACommandLine, TakesABracketedValueAsItStands) {
+TEST(ACommandLine, KeepsABracketedValueUnchanged) {
   EXPECT_EQ(parse({"-o", "[a,b]"}).options, (Options{{"[a,b]", "true"}}));
   EXPECT_EQ(parse({"--set", "Top=[1,2]"}).inputs, (std::vector<Input>{{"Top", "[1,2]"}}));
 }
 
-TEST(ACommandLine, HasASwitchForEveryWayOfWorking) {
+TEST(ACommandLine, HasASwitchForEachMode) {
   const auto plain = parse({});
   EXPECT_FALSE(plain.summary || plain.json || plain.force || plain.saveAsDefault || plain.withoutPanel ||
                plain.verbose);
@@ -102,7 +102,7 @@ TEST(ACommandLine, HasASwitchForEveryWayOfWorking) {
   EXPECT_EQ(line.plugin, "/opt/TandemTrim.bundle");
 }
 
-TEST(ACommandLine, MayTakeDefaultsAwayAtAServer) {
+TEST(ACommandLine, MayResetDefaultsAtAServer) {
   EXPECT_TRUE(parse({"--reset-defaults", "-h", "far", "-d", "Morva/draft", "--verbose"}).resetDefaults);
 }
 
@@ -144,7 +144,7 @@ TEST(Help, SaysInASentenceWhatEachOptionDoes) {
   std::istringstream help(std::get<Information>(parseCommandLine({"--help"})).text);
   std::string line;
   int sentences = 0;
-  // What an option does begins in this column, behind the option or in a line of its own.
+  // The column where an option's description begins, behind the option or on the next line.
   constexpr std::size_t kColumn = 30;
   while (std::getline(help, line)) {
     if (!line.starts_with("  ") || line.size() <= kColumn || line[kColumn - 1] != ' ') continue;
@@ -154,7 +154,7 @@ TEST(Help, SaysInASentenceWhatEachOptionDoes) {
   EXPECT_GE(sentences, 40);
 }
 
-TEST(AnOptionThatGoesAlone, SaysSoBesideAnother) {
+TEST(AnOptionThatGoesAlone, IsRefusedBesideAnotherWithTheReason) {
   const auto wordsOf = [](const std::vector<std::string>& arguments) {
     return std::string(failureOf([&] { parse(arguments); }).what());
   };
@@ -210,7 +210,7 @@ TEST(AServer, IsNamedAsLibcupsReadsIt) {
     EXPECT_EQ(parse({"-h", server}).server, server);
 }
 
-TEST(AMistake, IsToldInAFewWordsHoweverLongItsTextIs) {
+TEST(AMistake, IsReportedBrieflyHoweverLongItsTextIs) {
   const std::string text(100'000, 'x');
   for (const char* option : {"-n", "-q", "-H", "-P", "--set", "-h", "-i"}) {
     const auto failure = failureOf([&] {

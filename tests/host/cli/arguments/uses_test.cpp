@@ -12,7 +12,7 @@ using test::failureOf;
 using testing::HasSubstr;
 using Arguments = std::vector<std::string>;
 
-// The option with a value that it takes.
+// The option, with a value if it takes one.
 Arguments given(const std::string& option) {
   const std::map<std::string, std::string> values{
       {"-h", "far"},
@@ -39,9 +39,9 @@ Arguments given(const std::string& option) {
 
 struct UseOfOptions {
   std::string name;
-  // What asks for the use.
+  // Ask for the use.
   Arguments arguments;
-  // Those that may stand beside it.
+  // The options that are allowed beside it.
   Arguments beside;
 
   friend void PrintTo(const UseOfOptions& use, std::ostream* out) { *out << use.name; }
@@ -49,14 +49,13 @@ struct UseOfOptions {
 
 class AUse : public testing::TestWithParam<UseOfOptions> {};
 
-TEST_P(AUse, RefusesEachOptionThatHasNoPartInItByName) {
+TEST_P(AUse, RefusesEachUnrelatedOptionByName) {
   const auto& use = GetParam();
   for (const auto& option : optionNames()) {
     const bool isElsewhere = option == "--help" || option == "--version" || option == "-i";
     if (isElsewhere || option == use.name) continue;
-    SCOPED_TRACE(
-        option + " beside " + use.name +
-        " (a new option has a row in uses.cpp, and stands below with each use that it has a part in)");
+    SCOPED_TRACE(option + " beside " + use.name +
+                 " (give a new option a row in uses.cpp and list it below with each use that accepts it)");
     auto arguments = given(option);
     arguments.insert(arguments.end(), use.arguments.begin(), use.arguments.end());
     const auto parse = [&] { parseCommandLine(arguments); };
@@ -90,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
       return use.param.name.substr(2, use.param.name.find_first_of("-0", 2) - 2) + std::to_string(use.index);
     });
 
-TEST(AUse, RefusesFilesThatItLeavesAlone) {
+TEST(AUse, RefusesFilesThatItWouldIgnore) {
   for (const Arguments& use : {Arguments{"--list"}, {"--reset-defaults"}, {"--applications", "off"}}) {
     auto arguments = use;
     arguments.emplace_back("a.pdf");
