@@ -10,19 +10,19 @@
 namespace tandemtrim::host {
 namespace {
 
-// The job's attribute that shows what became of an option.
+// The job's attribute that shows the value of an option.
 std::string attributeOf(const std::string& keyword) {
   const bool isFormat = keyword == "document-format" || keyword == "raw";
   return isFormat ? "document-format-supplied" : keyword;
 }
 
-// What libcups makes of an option when it creates a job; null when it leaves the option out.
+// The option as libcups encodes it for a new job; null when libcups leaves it out.
 ipp_attribute_t* encode(const MessageHandle& request, const Option& option) {
   encodeOptions(request, {option});
   return findAttribute(request, option.keyword);
 }
 
-// The server starts a job that waited for a time once that has come.
+// Whether the server has since started a job that waited for a time of day.
 bool isStarted(const std::string& held, const Option& option) {
   return option.keyword == "job-hold-until" && option.value != "indefinite" && held == "no-hold";
 }
@@ -68,10 +68,10 @@ std::string outOf(std::uint64_t held, std::uint64_t sent, const std::string& uni
 
 bool isIncoming(const HeldJob& held) { return held.reasons.find("job-incoming") != std::string::npos; }
 
-// Servers add pages of their own to a job, so that they may hold more than was sent.
+// A server may add pages to a job, so only less than was sent counts as incomplete.
 std::string incompleteness(const MessageHandle& job, const HeldJob& held, const JobContent& sent) {
   const auto documents = numberIn(job, "number-of-documents");
-  // Once they are printed a server may throw them away.
+  // A server may delete the documents once they are printed.
   const bool isDone = held.state == IPP_JSTATE_COMPLETED && documents == 0U;
   if (documents && *documents < sent.documents && !isDone)
     return outOf(*documents, sent.documents, "documents");
@@ -82,7 +82,8 @@ std::string incompleteness(const MessageHandle& job, const HeldJob& held, const 
   return isIncoming(held) ? "not yet the last document" : "";
 }
 
-// CUPS counts a document once it has it, and takes one for whole that breaks off between two chunks of HTTP.
+// CUPS counts a document only once it has it. It accepts one that breaks off between two HTTP chunks as
+// whole.
 bool isArriving(const MessageHandle& job, const HeldJob& held, const JobContent& sent) {
   const auto documents = numberIn(job, "number-of-documents");
   return !documents || *documents < sent.documents || isIncoming(held);

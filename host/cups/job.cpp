@@ -11,18 +11,18 @@
 namespace tandemtrim::host {
 namespace {
 
-// What the reason led to, which the text says with the reason behind it.
+// A failure with this text, which quotes the reason, and with the reason's trouble and remedy.
 Failure because(const Failure& reason, FactText text, std::vector<FactArgument> arguments) {
   arguments.emplace_back("[reason]", reason.fact());
   return Failure(reason.trouble(), Fact(text, std::move(arguments)), reason.remedy());
 }
 
-// What the server did not do with the document, in the words of its last answer.
+// The same with the server's last answer as the reason.
 Failure refused(const Connection& connection, FactText text, std::vector<FactArgument> arguments) {
   return because(connection.lastFailure(), text, std::move(arguments));
 }
 
-// The attribute that tells a job of this program from others of the user. CUPS gives no URI to filters.
+// The attribute that identifies the job of one request among the user's jobs. CUPS passes no URI to filters.
 constexpr const char* kMark = "tandem-trim-request";
 
 std::string newMark() {
@@ -36,7 +36,7 @@ void cancelJob(const Connection& connection, const Printer& printer, int number)
   if (status >= IPP_STATUS_ERROR_BAD_REQUEST || connection.isSilent()) throw connection.lastFailure();
 }
 
-// The numbers of the jobs with this mark in an answer, whose jobs are separated by attributes without a name.
+// The numbers of the jobs with this mark. Attributes without a name separate the jobs in an answer.
 std::vector<int> numbersOfMarked(const MessageHandle& answer, const std::string& mark) {
   std::vector<int> numbers;
   int number = 0;
@@ -60,7 +60,7 @@ std::vector<int> numbersOfMarked(const MessageHandle& answer, const std::string&
   return numbers;
 }
 
-// Cancels what the server has made of a request whose answer is lost.
+// Cancels any job that the server has made for a request whose answer is lost.
 void cancelMarked(const Connection& connection, const Printer& printer, const std::string& mark) {
   auto request = printerRequest(IPP_OP_GET_JOBS, printer.name);
   ippAddBoolean(request.get(), IPP_TAG_OPERATION, "my-jobs", 1);
@@ -70,7 +70,7 @@ void cancelMarked(const Connection& connection, const Printer& printer, const st
   for (const int number : numbersOfMarked(answer, mark)) cancelJob(connection, printer, number);
 }
 
-// The failure of a request for a job that the server leaves without an answer.
+// The failure of an unanswered request for a job, after cancelling any job that the server has made for it.
 Failure unanswered(const Connection& connection, const Printer& printer, const std::string& mark,
                    const Failure& reason) {
   auto failure =
@@ -86,8 +86,8 @@ Failure unanswered(const Connection& connection, const Printer& printer, const s
   }
 }
 
-// The number of a new job without a document. libcups's own function for that has the server list all that
-// the printer supports first, which takes longer than the job.
+// Makes a job without a document and returns its number. libcups's function for this first has the server
+// list all that the printer supports, which takes longer than the job.
 int createJob(const Connection& connection, const Printer& printer, const std::string& title,
               const Options& options) {
   constexpr auto kRefused = "[printer] refuses the job; nothing was printed: [reason]"_fact;
@@ -113,7 +113,7 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
   const Fact useless(connection.server() + " gave it no number", kUselessAnswer,
                      {{"[server]", serverName()}});
   const Failure numberless(Trouble::noServer, useless, "; see whether it is a print server");
-  // Where the number is lost there is a job.
+  // Without any number in the answer, there may be a job to cancel.
   throw number ? because(numberless, kRefused, name) : unanswered(connection, printer, mark, numberless);
 }
 
@@ -140,7 +140,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
   auto* const http = connection_.get();
   const auto& name = document.name();
   http_status_t status = HTTP_STATUS_ERROR;
-  // A server may begin to answer in the middle of the document, and not end.
+  // A server may begin to answer in the middle of the document and never stop.
   const auto write = [&](const auto& part) {
     const auto watched = connection_.watch(Patience::whileBytesLeave);
     status = part();
@@ -168,7 +168,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
                         {"[sent]", std::to_string(sent)},
                         {"[size]", std::to_string(*document.size())}}));
   }
-  // Not cupsFinishDocument(): where the connection breaks it gives the status of an earlier answer.
+  // Not cupsFinishDocument(): when the connection breaks, it returns the status of an earlier answer.
   const auto answer = connection_.answerToDocument(printerResource(printer_.name));
   if (!answer && !connection_.isTurnedDown())
     return {sent, refused(connection_, "[printer] did not confirm [document]: [reason]"_fact, names)};

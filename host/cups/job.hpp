@@ -13,19 +13,19 @@
 
 namespace tandemtrim::host {
 
-/// Tells how much of a document is on its way: the number of its job, none before there is one; its name, the
-/// bytes sent and, when it is known, its size. What it raises ends the sending.
+/// Reports how much of a document is sent: the number of its job (none before there is one), its name, the
+/// bytes sent and, if known, its size. An exception from it ends the sending.
 using Progress = std::function<void(std::optional<int> job, const std::string& name, std::uint64_t sent,
                                     std::optional<std::uint64_t> size)>;
 
 /// A document that was sent.
 struct SentDocument {
   std::uint64_t bytes = 0;
-  /// Why the server did not say that it has the document, though all of it was sent; none when it did.
+  /// Why the server did not confirm the document, though all of it was sent; none when it did.
   std::optional<Failure> unanswered;
 };
 
-/// A job at the server. It is cancelled unless it is kept.
+/// A job at the server. The destructor cancels it unless keep() was called.
 class UnfinishedJob {
  public:
   /// Makes a job without a document. Failure when the server refuses it.
@@ -37,12 +37,12 @@ class UnfinishedJob {
 
   [[nodiscard]] int number() const noexcept { return number_; }
 
-  /// Failure when the document cannot be read or sent to its end, or the server refuses it.
+  /// Failure when the document cannot be read or sent completely, or the server refuses it.
   SentDocument send(Document& document, const std::string& format, bool last, const Progress& progress) const;
 
   /// Leaves the job to the server.
   void keep() noexcept { isKept_ = true; }
-  /// Whether the server says that it has cancelled the job.
+  /// Cancels the job unless it is kept or cancelled already; returns whether the server confirms that.
   bool cancel();
 
  private:
@@ -52,8 +52,8 @@ class UnfinishedJob {
   bool isKept_ = false;
 };
 
-/// The format that the documents are announced in: what the options raw and document-format say, the former
-/// before the latter as in lp, else for the server to find out.
+/// The format to send the documents as. The option raw overrides document-format, as in lp; without either,
+/// the server detects the format.
 std::string documentFormat(const Options& options);
 
 }  // namespace tandemtrim::host

@@ -25,7 +25,7 @@ struct IntegerRange {
 };
 
 constexpr int kAny = std::numeric_limits<int>::max();
-// Those of the registry; other numbers may be any.
+// The bounds in IPP's registry; other options take any number.
 constexpr std::array<IntegerRange, 3> kBounds{
     {{"copies", 1, kAny}, {"job-priority", 1, 100}, {"number-up", 1, kAny}}};
 
@@ -58,7 +58,7 @@ bool isSwitch(const std::string& value) {
                              [&](const char* word) { return strcasecmp(word, value.c_str()) == 0; });
 }
 
-// "2", "2-4", "2-" or "-4". libcups reads no blanks.
+// "2", "2-4", "2-" or "-4". libcups accepts no blanks.
 bool isRange(std::string_view value) {
   return value.find(' ') == std::string_view::npos && parsePageRange(value);
 }
@@ -80,7 +80,7 @@ std::optional<std::string> enumeration(const std::string& keyword, const std::st
   return number > 0 ? std::optional(std::to_string(number)) : std::nullopt;
 }
 
-// One value of this type as libcups takes it; none when it takes it for another.
+// One value of this type in libcups's form; none when libcups would misread it.
 std::optional<std::string> encodableValue(ipp_tag_t type, const std::string& keyword,
                                           const std::string& value) {
   const auto valueIf = [&](bool isRight) { return isRight ? std::optional(value) : std::nullopt; };
@@ -100,7 +100,7 @@ std::optional<std::string> encodableValue(ipp_tag_t type, const std::string& key
   }
 }
 
-// What a value of this type is to be, for a message.
+// The expected kind of value, for a message.
 std::string expected(ipp_tag_t type, const std::string& keyword) {
   switch (type) {
     case IPP_TAG_ENUM:
@@ -120,7 +120,7 @@ std::string expected(ipp_tag_t type, const std::string& keyword) {
   return smallest + (bounds->largest == kAny ? " on" : " to " + std::to_string(bounds->largest));
 }
 
-// The values with commas between them; those of one value may hold some.
+// The values in libcups's form with commas between them. A text may contain commas and stays as it is.
 std::string encodableValues(const Option& option, ipp_attribute_t* attribute) {
   const auto type = ippGetValueTag(attribute);
   const bool isTyped = type == IPP_TAG_ENUM || type == IPP_TAG_INTEGER || type == IPP_TAG_BOOLEAN ||

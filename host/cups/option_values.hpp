@@ -4,9 +4,8 @@
 
 namespace tandemtrim::host {
 
-/// The options with each value in the form that libcups encodes: keywords of enumerations become the numbers
-/// that IPP's registries give them, "landscape" 4. Failure, which names the option, for a value that libcups
-/// would take for another.
+/// The options with each value in a form that libcups encodes correctly: keywords of enumerations become
+/// IPP's numbers, "landscape" 4. Failure, which names the option, for a value that libcups would misread.
 Options encodable(Options options);
 
 }  // namespace tandemtrim::host

@@ -16,7 +16,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The file as libcups reads it, or null.
+// The PPD that libcups opened; Failure, with libcups's error, when it opened none.
 PpdHandle wellFormed(ppd_file_t* opened, const std::string& name) {
   PpdHandle ppd(opened);
   if (ppd) return ppd;
@@ -34,7 +34,7 @@ Failure unreadable(const std::string& name, const std::string& reason) {
                                         {{"[words]", reason}}));
 }
 
-// zlib says "<fd:5>: unexpected end of file".
+// zlib's message is "<fd:5>: unexpected end of file".
 std::string withoutFile(const std::string& reason) {
   const auto end = reason.find(">: ");
   return end == std::string::npos ? reason : reason.substr(end + 3);
@@ -42,8 +42,8 @@ std::string withoutFile(const std::string& reason) {
 
 using PackedFile = std::unique_ptr<gzFile_s, EndedBy<gzclose_r>>;
 
-// A copy of the file without gzip's packing. libcups unpacks, too, but takes a file that breaks off for a
-// whole one and unpacks without end.
+// An unpacked copy of the file. libcups unpacks, too, but accepts a truncated file and unpacks without a
+// limit.
 FileDescriptor unpacked(FileDescriptor packed, const std::string& name) {
   FileDescriptor copy(memfd_create("ppd", MFD_CLOEXEC));
   const PackedFile source(gzdopen(packed.get(), "rb"));
@@ -84,11 +84,11 @@ PpdHandle openPpd(const std::string& path, const std::string& name) {
 PpdHandle readPpd(FileDescriptor file, const std::string& name) {
   lseek(file.get(), 0, SEEK_SET);
   auto plain = unpacked(std::move(file), name);
-  // libcups takes a place that it cannot read for the end. Both descriptors have one position.
+  // libcups takes a read error for the end of the file. Both descriptors share a position, which shows that.
   const FileDescriptor seen(dup(plain.get()));
   errno = 0;
   auto ppd = wellFormed(ppdOpenFd(plain.release()), name);
-  // Nor does it say that it had no memory for a value, and leaves that out.
+  // libcups silently leaves out a value for which it has no memory.
   if (errno == ENOMEM) throw unreadable(name, std::strerror(ENOMEM));
   if (lseek(seen.get(), 0, SEEK_CUR) != lseek(seen.get(), 0, SEEK_END))
     throw unreadable(name, "a part of it was not read");

@@ -16,7 +16,7 @@ struct Name {
   std::optional<std::string> instance;
 };
 
-// As lp does: behind the last slash.
+// Splits at the last slash, as lp does.
 Name splitName(const std::string& text) {
   const auto slash = text.rfind('/');
   if (slash == std::string::npos) return {text, std::nullopt};
@@ -59,8 +59,7 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
   Printer printer;
   MessageHandle facts;
   if (name) {
-    // Asked for first, because libcups searches the whole network for a printer that the server does not
-    // have.
+    // Asked first, because libcups searches the whole network for a printer that the server does not have.
     const auto [printerName, instance] = splitName(*name);
     facts = askFacts(connection, printerName);
     printer.destination = connection.destination(printerName.c_str(), instance ? instance->c_str() : nullptr);

@@ -10,34 +10,33 @@
 
 namespace tandemtrim::host {
 
-/// A queue of the print server, with what its user keeps for it.
+/// A queue of the print server, with the options that the user saved for it.
 struct Printer {
   std::string name;
-  /// libcups's own record of it, with the user's instance of it.
+  /// libcups's record of the queue, or of the user's instance of it.
   DestinationHandle destination;
-  /// The options that the user (or the administrator, for all users) saved; not what the server itself says
-  /// of the printer.
+  /// The options that the user (or the administrator, for all users) saved, without the server's own.
   Options saved;
-  /// The texts that the administrator made the queue's defaults for options that CUPS does not know. The
-  /// server supplies them to a job without these options.
+  /// The queue's defaults, set by the administrator, for options that CUPS does not know. The server adds
+  /// them to a job without these options.
   Options queueDefaults;
-  /// All that the server itself gives a job without these options, as it says of the printer.
+  /// Every default that the server reports for the printer and uses for a job without the option.
   Options serverDefaults;
   bool accepting = true;
   bool stopped = false;
-  /// The server's words on the printer's state; often empty.
+  /// The server's message about the printer's state; often empty.
   std::string stateMessage;
 };
 
-/// Failure when the user's defaults are a pipe, which libcups would wait for, or a device, which it would
-/// read without end.
+/// Failure when the file of the user's defaults is a pipe, on which libcups would block, or a device, which
+/// it would read endlessly.
 void refuseOddDefaults();
 
-/// The named printer ("name" or "name/instance"), or the default one as lp finds it. Failure, with the names
-/// of those that exist, when there is none.
+/// Finds the named printer ("name" or "name/instance"), or the default printer as lp does. Failure, which
+/// lists the existing printers, when there is none.
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name);
 
-/// Failure when the queue takes no jobs; a message when the job will wait in it.
+/// Failure when the queue accepts no jobs. Reports a stopped printer, where the job will wait.
 void checkState(const Printer& printer, const Report& report);
 
 /// "Morva is stopped (Paused)".

@@ -11,8 +11,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// By their names alone: the lists of all that a printer supports take the server and libcups longer than a
-// job.
+// Asks for the named attributes only: the lists of all that a printer supports take longer than a job.
 MessageHandle askAttributes(const Connection& connection, const std::string& printer,
                             const std::vector<std::string>& names) {
   const auto nowhere = [&] {
@@ -20,7 +19,7 @@ MessageHandle askAttributes(const Connection& connection, const std::string& pri
                    Fact(R"(there is no printer "[printer]")"_fact, {{"[printer]", shortText(printer)}}),
                    "; " + existingPrinters(connection));
   };
-  // No printer has this mark of an address in its name; a request would be about the part before it.
+  // No printer's name contains '#', which begins an address's fragment; the request would drop the rest.
   if (printer.find('#') != std::string::npos) throw nowhere();
   auto request = printerRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, printer);
   requestAttributes(request, names);
@@ -31,7 +30,7 @@ MessageHandle askAttributes(const Connection& connection, const std::string& pri
   return answer;
 }
 
-// The attributes that one request asks for: the printer's state, and those that libcups turns into options.
+// The printer's state, and the attributes that libcups turns into options.
 std::vector<std::string> factsToAsk() {
   return {"printer-is-accepting-jobs",
           "printer-state",
@@ -62,8 +61,8 @@ std::vector<std::string> factsToAsk() {
           "printer-uri-supported"};
 }
 
-// The text that the administrator made the queue's default for an option of the printer's own, or null. CUPS
-// knows no "-supported" of such an option.
+// The queue's default for an option that CUPS does not know, or null. CUPS has no "-supported" attribute for
+// such an option.
 ipp_attribute_t* ownDefault(const MessageHandle& answer, const std::string& keyword) {
   auto* const value = findAttribute(answer, keyword + "-default");
   const bool isOwn = value != nullptr && ippGetValueTag(value) == IPP_TAG_NAME &&
@@ -71,8 +70,7 @@ ipp_attribute_t* ownDefault(const MessageHandle& answer, const std::string& keyw
   return isOwn ? value : nullptr;
 }
 
-// Whether libcups added this option because the server says so of the printer: a fact about it, or the value
-// that the server itself supplies for a job without the option.
+// Whether libcups took this option from the server: a fact about the printer, or the server's own default.
 bool comesFromServer(const MessageHandle& answer, const Option& option) {
   if (findAttribute(answer, option.keyword) != nullptr) return true;
   auto* const value = findAttribute(answer, option.keyword + "-default");
@@ -91,7 +89,7 @@ std::vector<std::string> printerNames(const Connection& connection) {
                "printer-name");
   const auto answer = connection.ask(std::move(request), "/");
   const auto status = ippGetStatusCode(answer.get());
-  // A server without printers answers that it found none.
+  // A server without printers answers "not found".
   if (status >= IPP_STATUS_ERROR_BAD_REQUEST && status != IPP_STATUS_ERROR_NOT_FOUND)
     throw connection.lastFailure();
   return textsIn(answer, "printer-name");
@@ -124,7 +122,8 @@ std::pair<Options, Options> keptOptions(const Connection& connection, const cups
     for (const char* ending : {"", "-default", "-supported"}) names.push_back(option.keyword + ending);
   }
   if (candidates.empty()) return {};
-  // Saved by a user, the queue's default, or turned into an option by a newer libcups.
+  // A candidate was saved by a user, is the queue's default, or is a fact that a newer libcups makes an
+  // option.
   const auto answer = askAttributes(connection, destination.name, names);
   Options saved;
   Options ofQueue;

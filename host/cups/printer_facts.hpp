@@ -10,23 +10,23 @@
 
 namespace tandemtrim::host {
 
-/// The names of the server's printers. Failure when it does not give them.
+/// The names of the server's printers. Failure when the server does not list them.
 std::vector<std::string> printerNames(const Connection& connection);
 
-/// What to do when a printer is not found, with the names of those that the server knows.
+/// The remedy for a printer that is not found, with the names of the server's printers.
 std::string existingPrinters(const Connection& connection);
 
-/// The attributes of a printer that tell its state, and those that libcups makes options of its destination
-/// from. Failure, with the names of those that exist, when there is no such printer.
+/// Asks for a printer's state and the attributes that libcups turns into options of its destination. Failure,
+/// which lists the existing printers, when there is no such printer.
 MessageHandle askFacts(const Connection& connection, const std::string& printer);
 
-/// Those of the destination's options that the user (or the administrator, for all users) saved, and the
-/// texts that the administrator made the queue's defaults for options that CUPS does not know; not what else
-/// the server says of the printer. The server is asked once more about what its facts leave open.
+/// Returns the destination's options that the user (or the administrator, for all users) saved, and the
+/// queue's defaults for options that CUPS does not know. Asks the server once more where its facts do not
+/// show which an option is.
 std::pair<Options, Options> keptOptions(const Connection& connection, const cups_dest_t& destination,
                                         const MessageHandle& facts);
 
-/// What the facts name as the server's own value of each option for a job without it.
+/// The server's default for each option, as its facts report it.
 Options serverDefaults(const MessageHandle& facts);
 
 }  // namespace tandemtrim::host

@@ -18,7 +18,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// A file in memory that cannot grow beyond the largest PPD, whatever libcups writes to it.
+// A file in memory that cannot grow beyond the largest PPD.
 FileDescriptor emptyFile() {
   FileDescriptor file(memfd_create("ppd", MFD_CLOEXEC | MFD_ALLOW_SEALING));
   if (!file.isOpen() || ftruncate(file.get(), kLargestPpd) != 0 ||
@@ -28,11 +28,10 @@ FileDescriptor emptyFile() {
   return file;
 }
 
-// Whether the last answer has come to the end that its length or its last chunk gives it. A PPD itself has no
-// mark at its end.
+// Whether the last answer arrived up to its length or last chunk. A PPD itself has no mark at its end.
 bool isWhole(http_t* http) { return httpError(http) == 0 && httpGetState(http) == HTTP_STATE_WAITING; }
 
-// The bytes that the server announced of its answer; none where it did not, or packed them.
+// The announced length of the server's answer; none when it announced none, or compressed the answer.
 std::optional<off_t> announcedBytes(http_t* http) {
   const std::string_view digits = httpGetField(http, HTTP_FIELD_CONTENT_LENGTH);
   if (*httpGetField(http, HTTP_FIELD_CONTENT_ENCODING) != '\0') return std::nullopt;
@@ -41,10 +40,10 @@ std::optional<off_t> announcedBytes(http_t* http) {
   return error == std::errc() && end == digits.data() + digits.size() ? std::optional(bytes) : std::nullopt;
 }
 
-// libcups asks for another address where a name holds the mark that begins the query of one.
+// Whether the PPD has an address. A '?' in the printer's name would begin the address's query.
 bool isGivenAsFile(const Printer& printer) { return printer.name.find('?') == std::string::npos; }
 
-// Has the server write a printer's PPD into the file, and gives the status of its answer.
+// Fetches a printer's PPD into the file and returns the status of the answer.
 http_status_t askForPpd(const Connection& connection, const Printer& printer, int file) {
   const auto watched = connection.watch();
   if (isGivenAsFile(printer))
@@ -57,10 +56,10 @@ http_status_t askForPpd(const Connection& connection, const Printer& printer, in
   return status == IPP_STATUS_ERROR_NOT_FOUND ? HTTP_STATUS_NOT_FOUND : HTTP_STATUS_ERROR;
 }
 
-// The PPD as the server gives it in one go, null where it has none; nothing when the server breaks off.
+// Fetches the PPD in one attempt: null when the printer has none, nullopt when the server breaks off.
 std::optional<PpdHandle> fetch(const Connection& connection, const Printer& printer) {
   auto file = emptyFile();
-  // Not by cupsGetPPD3: it asks for the queue's address and opens a connection to it, which no time-out ends.
+  // Not by cupsGetPPD3, which asks for the queue's address and connects to it without a time-out.
   const auto status = askForPpd(connection, printer, file.get());
   const auto size = lseek(file.get(), 0, SEEK_CUR);
   if (size == kLargestPpd)
@@ -72,7 +71,7 @@ std::optional<PpdHandle> fetch(const Connection& connection, const Printer& prin
   }
   if (status == HTTP_STATUS_ERROR || !isWhole(connection.get()) || ftruncate(file.get(), size) != 0)
     return std::nullopt;
-  // libcups goes on where it cannot write.
+  // libcups ignores a failed write.
   if (isGivenAsFile(printer) && announcedBytes(connection.get()).value_or(size) != size) return std::nullopt;
   return readPpd(std::move(file), "of " + printer.name + " at " + connection.server());
 }
@@ -83,7 +82,7 @@ PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
   try {
     if (auto ppd = fetch(connection, printer)) return std::move(*ppd);
   } catch (const DamagedPpd&) {
-    // Fetched again like one that breaks off.
+    // Fetched again, like a PPD that breaks off.
   }
   connection.reconnect();
   if (auto ppd = fetch(connection, printer)) return std::move(*ppd);

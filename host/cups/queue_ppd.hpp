@@ -6,8 +6,8 @@
 
 namespace tandemtrim::host {
 
-/// The PPD of the printer's queue, or null when it has none. Failure when the server does not give all of it,
-/// though it is asked twice, or it is malformed or too large.
+/// The PPD of the printer's queue, or null when it has none. Failure when the server breaks off twice, or the
+/// PPD is malformed or too large.
 PpdHandle queuePpd(const Connection& connection, const Printer& printer);
 
 }  // namespace tandemtrim::host

@@ -19,8 +19,8 @@ namespace fs = std::filesystem;
 
 constexpr mode_t kOwnFolder = 0700;
 
-// The file of saved options has one line a printer, in which # begins a comment and a keyword without a value
-// is a switch.
+// The file has one line for each printer; in it, # begins a comment, and a keyword without a value is a
+// switch.
 bool fitsIntoLine(const std::string& value) {
   const auto breaksLine = [](char character) {
     return static_cast<unsigned char>(character) < ' ' || character == '#';
@@ -48,7 +48,7 @@ DestinationName nameOf(const Printer& printer) {
   return {printer.name, instance == nullptr ? std::nullopt : std::optional<std::string>(instance)};
 }
 
-// Whether the server itself says so of the printer, so that the option needs no entry.
+// Whether the server itself supplies this value, so that the option needs no entry.
 bool isServers(const Option& option, const Printer& printer) {
   const auto& destination = *printer.destination;
   const char* const value =
@@ -114,7 +114,7 @@ void saveAsDefault(const Connection& connection, const Printer& printer, const O
 
 void refuseUnreadDefaults(const Printer& printer) {
   const auto file = savedDefaultsFile();
-  // Those of another user, as whom this one may run: nobody expects them here.
+  // The home folder may be another user's, as under sudo; nobody expects that user's defaults.
   if (access(file.c_str(), R_OK) != 0 && errno == EACCES) return;
   const auto saved = optionsSavedIn(readWholeFile(file).value_or(""), nameOf(printer));
   const auto& destination = *printer.destination;

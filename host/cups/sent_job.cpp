@@ -23,7 +23,7 @@ Fact factOf(const SentJob& job, std::string english, FactText text, std::vector<
   return {std::move(english), text, std::move(others)};
 }
 
-// The options that are lost, in the signs of every language.
+// The lost options, in symbols that need no translation.
 std::string lostText(const HeldJob& held) {
   std::string text;
   for (const auto& [keyword, sent, now] : held.lost) {
@@ -48,12 +48,12 @@ std::string optionsText(const SentJob& job) {
   return text;
 }
 
-// Whether nothing is left to cancel of the job, or nothing is missing.
+// Whether the job is not to be cancelled: it has ended, or nothing of it is missing.
 bool isToStay(const HeldJob& held) {
   return badEnd(held) || held.state == IPP_JSTATE_COMPLETED || held.incomplete.empty();
 }
 
-// Sends the documents up to one that the server leaves without an answer; why, or none.
+// Sends the documents, up to one that the server does not confirm; returns the reason, or none.
 std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& documents,
                                const Progress& progress, JobContent& sent) {
   const auto format = documentFormat(sent.options);
@@ -65,7 +65,7 @@ std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& 
   return std::nullopt;
 }
 
-// What the server holds of the job.
+// Asks the server about the job. Failure when it has no usable answer.
 HeldJob askForHeld(const Connection& connection, const Printer& printer, int number, const JobContent& sent) {
   std::optional<HeldJob> held;
   connection.persist([&] { held = askForJob(connection, printer, number, sent); });
@@ -77,7 +77,7 @@ HeldJob askForHeld(const Connection& connection, const Printer& printer, int num
   return *std::move(held);
 }
 
-// The same; the rest of a document without an answer may still be on its way there.
+// The same, but waits a while for the rest of an unconfirmed document, which may still arrive.
 HeldJob askForWhole(const Connection& connection, const Printer& printer, int number,
                     const JobContent& sent) {
   const auto end = std::chrono::steady_clock::now() + kForTheRest;
@@ -87,7 +87,7 @@ HeldJob askForWhole(const Connection& connection, const Printer& printer, int nu
   }
 }
 
-// The failure of a job that nobody is to wait for: cancels it and says whether that is done.
+// Cancels the job, and returns its failure with whether that succeeded.
 Failure calledBack(const Failure& failure, UnfinishedJob& unfinished, const SentJob& job) {
   if (unfinished.cancel()) {
     return Failure(

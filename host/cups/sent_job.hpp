@@ -16,34 +16,35 @@ struct SentJob {
   int number = 0;
   std::string printer;
   std::size_t options = 0;
-  /// What the server says of it; none when it could not be asked or says nothing, which is a failure.
+  /// What the server reports about the job; none when it could not be asked, which sets `failure`.
   std::optional<HeldJob> held = {};
-  /// Why the job is not confirmed; none when it is. Trouble::lostSettings and Trouble::unconfirmedSettings
-  /// are of a job that the server has whole.
+  /// Why the job is not confirmed; none when it is. With Trouble::lostSettings and
+  /// Trouble::unconfirmedSettings the server has the whole job.
   std::optional<Failure> failure = {};
-  /// The name that the queue shows.
+  /// The job's name in the queue.
   std::string title = {};
 };
 
-/// Whether the server has the job whole and prints it, even where not all of it is confirmed.
+/// Whether the server has the whole job and prints it, even if not all its options are confirmed.
 bool isAtServer(const SentJob& job);
 
-/// How a job has ended without being printed ("cancelled", "aborted", "stopped"); none when it has not.
+/// How a job ended without being printed ("cancelled", "aborted", "stopped"); none otherwise.
 std::optional<std::string> badEnd(const HeldJob& held);
 
 /// "job 17 on Morva: 7 of 7 options confirmed", or why they are not.
 std::string jobText(const SentJob& job);
 
-/// Why a job is not confirmed that this server holds so; none when it is confirmed.
+/// Why the job is not confirmed, judging by `job.held`, which must be set; none when it is confirmed.
+/// Messages call the server `server`.
 std::optional<Failure> objection(const SentJob& job, const std::string& server);
 
-/// Sends the documents as one job with these options, then asks the server what it holds of it, and cancels
-/// what is incomplete. Failure when the server makes no job; what fails later is the job's failure.
+/// Sends the documents as one job with these options, asks the server what has arrived, and cancels the job
+/// when it is incomplete. Failure when the server makes no job; later errors are in the job's `failure`.
 SentJob sendAndConfirm(const Connection& connection, const Printer& printer, const std::string& title,
                        const Options& options, std::vector<Document>& documents, const Progress& progress);
 
-/// Waits until a confirmed job has ended or its filter has failed, and updates it. Each change of its state
-/// is reported.
+/// Waits until a confirmed job has ended or its filter has failed. Updates the job and reports each change of
+/// its state.
 void waitForEnd(const Connection& connection, const Printer& printer, SentJob& job, const Report& report);
 
 }  // namespace tandemtrim::host

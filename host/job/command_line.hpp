@@ -8,29 +8,29 @@
 
 namespace tandemtrim::host {
 
-/// One input of the user at the panel.
+/// One input of the user in the panel.
 struct Input {
   /// The name of the setting, or of the button.
   std::string name;
-  /// What is typed, chosen or switched to; none presses a button.
+  /// The text to type or the choice to make; none presses a button.
   std::optional<std::string> text;
 
   friend bool operator==(const Input&, const Input&) = default;
 };
 
-/// The name of the panel's button that brings the defaults back.
+/// The name of the panel's button that restores the defaults.
 inline constexpr const char* kRestoreDefault = "RestoreDefault";
 
-/// What is to be done about the applications that print by the desktop portal.
+/// What to do with the applications that print by the desktop portal.
 enum class Applications { on, off, status };
 
 struct CommandLine {
   std::optional<std::string> server;
-  /// Whom the server is to take for the job's owner; none is whoever runs the program.
+  /// The job's owner; none is the user who runs the program.
   std::optional<std::string> user;
-  /// Whether nothing may go to the server unencrypted.
+  /// Whether the connection must be encrypted.
   bool encrypted = false;
-  /// A printer's name, with "/instance" behind it where the user keeps several.
+  /// A printer's name, which "/instance" may follow.
   std::optional<std::string> printer;
   std::optional<std::string> title;
   /// Every -o, -n, -q, -P, -H and -m, in their order.
@@ -44,30 +44,30 @@ struct CommandLine {
   bool summary = false;
   bool json = false;
   bool force = false;
-  /// Whether the panel makes a number of whatever is typed into a box.
+  /// Whether the panel makes a number of any text that is typed into a box.
   bool lenient = false;
-  /// Whether a job that is sent goes without a line on standard output.
+  /// Whether to write no line about a sent job on standard output.
   bool silent = false;
-  /// The name of the preset that the settings start from, and of the one that they are kept as.
+  /// The name of the preset that the settings start from, and of the one to store them as.
   std::optional<std::string> preset;
   std::optional<std::string> savePreset;
   std::optional<std::string> deletePreset;
   bool listPresets = false;
   bool saveAsDefault = false;
   bool resetDefaults = false;
-  /// Whether the server's printers are to be listed instead of any other work.
+  /// Whether to list the server's printers, and nothing else.
   bool list = false;
-  /// What is to be done about the session's applications, instead of any other work.
+  /// What to do with the session's applications, and nothing else.
   std::optional<Applications> applications;
-  /// Whether every GTK program of the session is to go through the portal.
+  /// Whether every GTK program of the session is to use the portal.
   bool allGtk = false;
   bool withoutPanel = false;
   bool verbose = false;
   /// Whether to wait until the job has ended.
   bool wait = false;
-  /// Whether the dialog is to be shown; none leaves it to whether there is a screen.
+  /// Whether to show the dialog; none shows it where there is a screen.
   std::optional<bool> dialog;
-  /// Whether the dialog leaves it to the user to look what became of the job.
+  /// Whether the dialog shows no notification about the job.
   bool withoutNotification = false;
 
   friend bool operator==(const CommandLine&, const CommandLine&) = default;

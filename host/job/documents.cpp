@@ -101,7 +101,7 @@ bool Document::read(const std::function<bool(std::span<const char>)>& take) {
   return true;
 }
 
-// What the name stands for now may be another file.
+// Not by name, since that may be another file now.
 FileDescriptor Document::openAgain() const {
   if (start_ != 0) return FileDescriptor(-1);
   return FileDescriptor(

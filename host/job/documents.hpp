@@ -16,8 +16,7 @@
 
 namespace tandemtrim::host {
 
-/// One open document to print. What it opens is what it sends, however often, even if the file is replaced
-/// meanwhile.
+/// One open document to print. It always sends the file that it opened, even if another replaces that file.
 class Document {
  public:
   /// Opens the file, or standard input for "-", and reads its beginning. Failure when it cannot be read or is
@@ -28,21 +27,21 @@ class Document {
 
   /// The file's name without folders; "(stdin)" for standard input.
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
-  /// In bytes; none when it is not known before the end.
+  /// In bytes; none when it is not known before the end, as in a pipe.
   [[nodiscard]] std::optional<std::uint64_t> size() const noexcept { return size_; }
 
   /// The first few bytes.
   [[nodiscard]] const std::string& beginning() const noexcept { return beginning_; }
 
-  /// Copies what comes through a pipe to a file without a name, so that it can be read more than once.
-  /// Failure when there is no room for it.
+  /// Copies a pipe's content to an unnamed temporary file, so that it can be read more than once. Failure
+  /// when there is no room for it.
   void keep();
-  /// Hands the whole document over, piece by piece, as long as `take` gives true; whether all of it was
-  /// taken. A piece is empty where a signal came while there was nothing to read. Failure when reading fails
-  /// midway. Through a pipe once only.
+  /// Passes the document to `take`, piece by piece, until that returns false; returns whether all of it was
+  /// taken. A piece is empty when a signal came while there was nothing to read. Failure when reading fails.
+  /// A pipe can be read only once.
   bool read(const std::function<bool(std::span<const char>)>& take);
-  /// The same file once more, opened for reading at its beginning; not open where that is not possible, as in
-  /// a pipe.
+  /// Opens the same file again, for reading from its beginning; the result is not open when that is
+  /// impossible, as for a pipe.
   [[nodiscard]] FileDescriptor openAgain() const;
 
  private:

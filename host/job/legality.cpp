@@ -34,7 +34,7 @@ std::string suggestedValue(const PanelSetting& setting, const std::string& value
     if (strcasecmp(choice.value.c_str(), value.c_str()) == 0) return choice.value;
   }
   if (setting.choices.empty()) return "";
-  // A check box shows a value that it does not know as off.
+  // A check box shows an unknown value as off.
   return setting.kind == PanelSetting::Kind::onOff ? setting.choices.back().value
                                                    : setting.choices.front().value;
 }

@@ -10,10 +10,10 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\v\f\r\n";
 constexpr std::string_view kLineEnds = "\r\n";
-// libcups cuts longer ones.
+// libcups truncates longer lines.
 constexpr std::size_t kLongestLine = 8191;
 
-// A line that tells of a destination: "Dest Morva/draft keyword=value ...", or Default instead of Dest.
+// A destination's line: "Dest Morva/draft keyword=value ...", or Default instead of Dest.
 struct Entry {
   std::string directive;
   std::string printer;
@@ -25,7 +25,7 @@ bool isSameWord(const std::string& one, const std::string& other) {
   return strcasecmp(one.c_str(), other.c_str()) == 0;
 }
 
-// With their ends.
+// With their line ends.
 std::vector<std::string_view> linesOf(std::string_view text) {
   std::vector<std::string_view> lines;
   while (!text.empty()) {
@@ -37,7 +37,7 @@ std::vector<std::string_view> linesOf(std::string_view text) {
   return lines;
 }
 
-// The first # begins a comment, unless a backslash stands before it.
+// The first # begins a comment, unless it follows a backslash.
 std::string withoutComment(std::string_view line) {
   std::string text(line);
   const auto mark = text.find('#');

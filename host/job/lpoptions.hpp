@@ -8,24 +8,23 @@
 
 namespace tandemtrim::host {
 
-/// A printer, or a user's instance of it, as CUPS's file lpoptions names it. Letter case does not count.
+/// A printer, or a user's instance of it, as CUPS's file lpoptions names it. Letter case is ignored.
 struct DestinationName {
   std::string printer;
   std::optional<std::string> instance;
 };
 
-/// The text of the file with these options set for the destination, in the place of earlier ones of the same
-/// keywords; in each of its lines where there are several, of which libcups reads the first or all. All other
-/// lines stay as they are, byte for byte. None when CUPS would not read the options back whole, since their
-/// line is too long.
+/// The text of the file with these options set for the destination, replacing earlier ones of the same
+/// keywords. They are set in each of the destination's lines, since libcups reads the first or all. All other
+/// lines stay the same, byte for byte. None when a line becomes too long for CUPS to read back whole.
 std::optional<std::string> withSavedOptions(std::string_view text, const DestinationName& destination,
                                             const Options& options);
 
-/// The text of the file without any option of the destination. All other lines stay as they are; a default
-/// destination stays the default one.
+/// The text of the file without any option of the destination. All other lines stay the same; a default
+/// destination stays the default.
 std::string withoutSavedOptions(std::string_view text, const DestinationName& destination);
 
-/// The options that the text of the file holds for the destination.
+/// The destination's options in the text of the file.
 Options optionsSavedIn(std::string_view text, const DestinationName& destination);
 
 }  // namespace tandemtrim::host

@@ -11,8 +11,7 @@ constexpr std::string_view kSpace = "\f\n\r\t\v ";
 
 bool isSpace(char character) { return kSpace.find(character) != std::string_view::npos; }
 
-// Walks the text of an -o by libcups's rules, which read on silently where a user made a mistake, and says
-// what the mistake is.
+// Parses the text of an -o by libcups's rules and returns the first mistake, which libcups would ignore.
 class SyntaxCheck {
  public:
   explicit SyntaxCheck(std::string_view text) : rest_(text) {}
@@ -43,7 +42,7 @@ class SyntaxCheck {
     rest_.remove_prefix(std::min(rest_.find_first_not_of(characters), rest_.size()));
   }
 
-  // One character, or two where a backslash takes the next one along.
+  // One character, or a backslash and the character that it escapes.
   void skipCharacter() { rest_.remove_prefix(rest_[0] == '\\' && rest_.size() > 1 ? 2 : 1); }
 
   std::optional<std::string> mistakeInValue() {

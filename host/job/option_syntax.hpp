@@ -6,8 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// What is wrong with the text of an -o, or none. libcups itself reads on silently where a user made a
-/// mistake.
+/// The mistake in the text of an -o, or none. libcups itself silently ignores mistakes.
 std::optional<std::string> optionSyntaxMistake(std::string_view text);
 
 }  // namespace tandemtrim::host

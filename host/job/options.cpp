@@ -17,10 +17,10 @@ namespace {
 
 // The longest value that the printing protocol carries.
 constexpr std::size_t kLongestValue = 32767;
-// The longest name that it gives a job.
+// The longest title of a job that it carries.
 constexpr std::size_t kLongestTitle = 255;
 
-// What is chosen for one job: its title, which of its pages are printed, how often and when.
+// The options that concern a single job: its title, which of its pages are printed, how often and when.
 constexpr std::array<const char*, 7> kOfOneJob{"copies",      "Collate",  "multiple-document-handling",
                                                "page-ranges", "page-set", "job-hold-until",
                                                "job-name"};
@@ -42,7 +42,7 @@ bool isPlain(std::string_view text) {
   return !text.empty() && text.find_first_not_of(plain) == std::string_view::npos;
 }
 
-// The text in a shell's quotes that have escapes: what a terminal cannot show comes as octal numbers.
+// The text in the shell's quotes with escapes; bytes that a terminal cannot show become octal numbers.
 std::string ansiWord(const std::string& text) {
   std::string escaped;
   for (const char character : text) {
@@ -164,7 +164,7 @@ void refuseLossyTitle(const std::string& title) {
 OptionList::OptionList(const Options& options) {
   for (const auto& [keyword, value] : options) {
     count_ = cupsAddOption(keyword.c_str(), value.c_str(), count_, &options_);
-    // Where there is no memory, libcups forgets the list or keeps an option without its words.
+    // Out of memory, libcups drops the list, or keeps an option without its name or value.
     const bool isWhole =
         count_ > 0 && std::ranges::all_of(std::span(options_, static_cast<std::size_t>(count_)),
                                           [](const cups_option_t& option) {

@@ -11,7 +11,7 @@ std::string_view withoutBlanks(std::string_view text) {
   return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-// The page of this number; `missing` for an empty text; none for anything else.
+// The page number in the text; `missing` for an empty text; none for anything else.
 std::optional<int> parsePage(std::string_view text, int missing) {
   text = withoutBlanks(text);
   if (text.empty()) return missing;
@@ -53,7 +53,7 @@ std::string pageRangesText(std::vector<PageRange> ranges) {
   std::ranges::sort(ranges, {}, &PageRange::first);
   std::vector<PageRange> merged;
   for (const auto& range : ranges) {
-    // The page behind the last one is counted from below, since there is none behind the end.
+    // Not last + 1, which would overflow for kEnd.
     if (merged.empty() || merged.back().last < range.first - 1) {
       merged.push_back(range);
     } else {

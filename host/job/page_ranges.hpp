@@ -16,14 +16,14 @@ struct PageRange {
   static constexpr int kEnd = std::numeric_limits<int>::max();
 };
 
-/// A list of pages as it was read.
+/// The result of reading a list of pages.
 struct PageList {
   std::vector<PageRange> ranges;
-  /// The first part of the list that is no range, if there is one; it is not among the ranges.
+  /// The first part of the list that is not a range, if any.
   std::optional<std::string> mistake;
 };
 
-/// The pages of "3", "3-5", "3-" or "-5", with blanks around each number; none for any other text, for page 0
+/// Reads "3", "3-5", "3-" or "-5", ignoring blanks around each number; none for any other text, for page 0
 /// and for a range that ends before it begins.
 std::optional<PageRange> parsePageRange(std::string_view text);
 

@@ -6,7 +6,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// Whether values of this type are texts, names, keywords, addresses or types of documents.
+// Whether libcups stores values of this type as strings.
 bool isText(ipp_tag_t type) {
   switch (type) {
     case IPP_TAG_TEXT:
@@ -31,7 +31,7 @@ std::optional<std::string> textAt(ipp_attribute_t* attribute, int index) {
   return text == nullptr ? std::nullopt : std::optional<std::string>(text);
 }
 
-// The attribute of this type that has a value, or null.
+// The attribute if it has this type and a value, or null.
 ipp_attribute_t* findValue(const MessageHandle& message, const std::string& name, ipp_tag_t type) {
   auto* const attribute = findAttribute(message, name);
   return ippGetValueTag(attribute) == type && ippGetCount(attribute) > 0 ? attribute : nullptr;

@@ -4,7 +4,8 @@
 
 namespace tandemtrim::host {
 
-/// Leaves signals to the other threads. They end a reading of a document, which is the main thread's.
+/// Leaves signals to the other threads. A signal must reach the main thread, whose reading of a document it
+/// ends.
 inline void blockSignals() {
   sigset_t all;
   sigfillset(&all);

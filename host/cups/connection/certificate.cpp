@@ -21,7 +21,7 @@ using Certificate = std::unique_ptr<cups_array_t, EndedBy<httpFreeCredentials>>;
 // Where libcups looks for the certificates that an ordinary user trusts.
 fs::path certificatesFolder() { return homeFolder().string() + "/.cups/ssl"; }
 
-// As libcups calls it.
+// The file that libcups uses for the host.
 fs::path fileOf(std::string host) {
   std::ranges::transform(host, host.begin(), [](unsigned char character) {
     const bool isPlain = std::isalnum(character) != 0 || character == '-' || character == '.';
@@ -49,7 +49,7 @@ bool keep(const Certificate& certificate, const std::string& host) {
   return httpSaveCredentials(certificatesFolder().c_str(), certificate.get(), host.c_str()) == 0;
 }
 
-// The server's own, which comes before those that vouch for it.
+// The server's own certificate, which comes first in the chain.
 std::string_view bytesOf(const Certificate& certificate) {
   const auto* const first = static_cast<const http_credential_t*>(cupsArrayFirst(certificate.get()));
   if (first == nullptr) return {};

@@ -7,9 +7,9 @@
 
 namespace tandemtrim::host {
 
-/// `server` is its place. Failure when the server of an encrypted connection shows a certificate that is not
-/// to be trusted: another than before or, at the first time, one that client.conf excludes. Keeps the first
-/// one as the user's, and gives a warning when that fails.
+/// Checks the certificate of an encrypted connection's server. Failure when it differs from the stored one
+/// or, the first time, is not trusted according to client.conf. Stores the first one for the user; returns a
+/// warning when that fails. Messages call the server `server`.
 std::optional<std::string> checkCertificate(http_t* http, const std::string& server);
 
 }  // namespace tandemtrim::host

@@ -23,12 +23,12 @@ namespace {
 
 constexpr std::chrono::seconds kTimeout{10};
 constexpr std::chrono::milliseconds kBetweenAttempts{100};
-// A server's system says only 40 ms later that it has taken a few bytes.
+// A server's system acknowledges the last few bytes only after up to 40 ms.
 constexpr int kLastBytes = 1024;
 constexpr std::chrono::milliseconds kBetweenLooks{1};
-// Of a request that libcups is to send again: encrypted, or with a password, of which it sends each twice.
+// For a request that is sent again, encrypted or with a password. libcups sends each password twice.
 constexpr int kAttempts = 10;
-constexpr int kNotYet = 0;  // libcups then makes a connection without connecting it.
+constexpr int kNotYet = 0;  // With this time-out libcups makes an object without connecting it.
 constexpr const char* kNoServer = "/dev/null";
 
 std::chrono::seconds timeoutFromEnvironment() {
@@ -79,13 +79,13 @@ Connection::Connection(const std::optional<std::string>& server)
   }
 }
 
-// Not by cupsDoRequest(): it sends a request that is redirected again and again.
+// Not by cupsDoRequest(), which repeats a redirected request without end.
 MessageHandle Connection::ask(MessageHandle request, const std::string& resource) const {
   refuseIncomplete(request);
   const auto watched = watch();
   bool isToBeEncrypted = cupsEncryption() >= HTTP_ENCRYPTION_REQUIRED;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    // libcups would make another without a look at whom it reaches.
+    // libcups would reconnect without checking the server.
     if (isToBeClosed()) reconnect();
     auto status = cupsSendRequest(get(), request.get(), resource.c_str(), ippLength(request.get()));
     if (status == HTTP_STATUS_CONTINUE || status == HTTP_STATUS_OK) {
@@ -104,7 +104,7 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
                     "; name the print server itself by -h");
     }
     isToBeEncrypted |= status == HTTP_STATUS_UPGRADE_REQUIRED;
-    // libcups has proved who the user is, or has encrypted the connection.
+    // After these two, libcups has authenticated the user or encrypted the connection.
     if (status != HTTP_STATUS_UNAUTHORIZED && status != HTTP_STATUS_UPGRADE_REQUIRED) break;
   }
   if (isToBeEncrypted && httpIsEncrypted(get()) == 0 && !isSilent()) throw notEncrypted();
@@ -117,7 +117,8 @@ MessageHandle Connection::answerToDocument(const std::string& resource) const {
   return MessageHandle(cupsGetResponse(get(), resource.c_str()));
 }
 
-// Waits until the server has taken what was written but for the last bytes, for as long as it goes on taking.
+// Waits until the server has taken all but the last bytes. Gives up when it takes nothing for the longest
+// time.
 void Connection::drain() const {
   int left = std::numeric_limits<int>::max();
   for (auto end = std::chrono::steady_clock::now(); !isSilent(); std::this_thread::sleep_for(kBetweenLooks)) {
@@ -131,14 +132,14 @@ void Connection::drain() const {
 }
 
 DestinationHandle Connection::destination(const char* printer, const char* instance) const {
-  // libcups asks its own default server whatever this one does not answer, for a minute or more.
+  // When this server does not answer, libcups would ask its default server, for a minute or more.
   cupsSetServer(kNoServer);
   const auto watched = watch();
   errno = 0;
   DestinationHandle found(cupsGetNamedDest(get(), printer, instance));
   const bool isWithoutMemory = errno == ENOMEM;
   cupsSetServer(server_ ? server_->c_str() : nullptr);
-  // Some of the options may be missing, which libcups does not say.
+  // libcups does not report that options are missing.
   if (isWithoutMemory) throw Failure(std::strerror(ENOMEM));
   checkServer();
   return isSilent() ? nullptr : std::move(found);
@@ -160,7 +161,7 @@ void Connection::persist(const std::function<void()>& work) const {
   }
 }
 
-// Watched, because the start of TLS has no deadline of its own.
+// Watched, because libcups has no deadline for the start of TLS.
 bool Connection::connect() const {
   const auto watched = watch();
   const auto milliseconds = static_cast<int>(std::chrono::milliseconds(bounds_->longest).count());
@@ -215,7 +216,7 @@ Failure Connection::lastFailure() const {
         "; see whether it is still running, or name another server by -h");
   }
   const auto status = httpGetStatus(get());
-  // libcups takes an errno, which may be 0, for its word on a connection that ends in front of an answer.
+  // For a connection that ends before an answer, libcups reports an errno, which may be 0.
   const bool isBroken = status < HTTP_STATUS_OK || cupsLastError() < IPP_STATUS_ERROR_BAD_REQUEST;
   return isBroken ? brokenConnection() : refusal(get(), serverName());
 }

@@ -11,65 +11,64 @@
 
 namespace tandemtrim::host {
 
-/// Where the thread's server is, for messages: a socket's path, or host and port.
+/// The place of this thread's server, for messages: a socket's path, or host and port.
 std::string serverName();
 
-/// What a server says that answers otherwise than a print server does.
+/// For an answer that no print server would give.
 inline constexpr auto kUselessAnswer = "the print server at [server] gave an answer that cannot be used"_fact;
 
-/// A connection to a print server on which no request waits for ever.
+/// A connection to a print server on which no request waits forever.
 class Connection {
  public:
-  /// Connects to the server that `server` names ("host" or "host:port"), else to the one that libcups would
-  /// choose. Failure when none answers within the time that the environment variable TANDEM_TRIM_TIMEOUT
-  /// gives in seconds, 10 without it.
+  /// Connects to `server` ("host" or "host:port"), or to libcups's default server. Failure when it does not
+  /// answer within the seconds that the environment variable TANDEM_TRIM_TIMEOUT sets, 10 without it.
   explicit Connection(const std::optional<std::string>& server);
 
   [[nodiscard]] http_t* get() const noexcept { return http_.get(); }
 
-  /// Sends a request and gives the answer; Failure when there is none, or it leads elsewhere. The answer may
-  /// tell of an error of the server's.
+  /// Sends a request and returns the answer, which may report an error. Failure when there is no answer, or a
+  /// redirection.
   [[nodiscard]] MessageHandle ask(MessageHandle request, const std::string& resource) const;
 
-  /// The answer to a document whose last byte is written; null when there is none. A slow way to the server
-  /// takes the time that it takes.
+  /// Returns the answer to a document whose last byte is written; null when there is none. The time-out
+  /// begins only once the server has taken nearly all bytes, or takes no more.
   [[nodiscard]] MessageHandle answerToDocument(const std::string& resource) const;
 
-  /// The server's record of a printer (null: of the default one), with what the user saved for it or for an
-  /// instance of it; null when the server does not give one. libcups asks nobody else.
+  /// Returns the server's record of a printer (null: the default one), with the options that the user saved
+  /// for it or its instance; null when there is none. libcups asks no other server.
   [[nodiscard]] DestinationHandle destination(const char* printer, const char* instance) const;
 
-  /// Ends the calls of libcups that ask the server while it lives, when they take longer than one answer may,
-  /// or their answer is too large. isSilent() tells of it.
+  /// While the result exists, libcups's requests are cut off when they take longer than one answer may, or
+  /// their answer is too large; isSilent() then returns true.
   [[nodiscard]] Watch watch(Patience patience = Patience::none) const {
     return Watch(get(), *bounds_, patience);
   }
 
-  /// Whether the server has left a request without an answer, or one without an end. libcups does not report
-  /// that of every call.
+  /// Whether a request was given up: its answer did not come in time, or was too large. libcups does not
+  /// report that for every call.
   [[nodiscard]] bool isSilent() const noexcept { return bounds_->givenUp != GivenUp::no; }
 
-  /// Leaves the connection as it is and makes another to the same server. Failure when it takes none.
+  /// Replaces the connection by a new one to the same server. Failure when the server accepts none.
   void reconnect() const;
 
-  /// Does the work, which asks the server; where that raises a Failure, again over a new connection, for as
-  /// long as one answer may take. Then the last Failure is raised.
+  /// Runs `work`, which asks the server. After a Failure, runs it again over a new connection, for as long as
+  /// one answer may take; then throws the last Failure. Throws at once where repeating is useless.
   void persist(const std::function<void()>& work) const;
 
-  /// Failure when the connection is encrypted and its server is not the one that it was before. libcups makes
-  /// new connections without a look at that, so what came over them is believed only afterwards.
+  /// Failure when the connection is encrypted and its server is another than before. libcups reconnects
+  /// without checking this, so no answer is to be believed before this call.
   void checkServer() const;
 
-  /// What the user is to know about the server, though the work goes on; none when there is nothing.
+  /// A warning about the server for the user; none when there is none to give.
   [[nodiscard]] const std::optional<std::string>& warning() const noexcept { return warning_; }
 
   /// "the print server at localhost:631".
   [[nodiscard]] std::string server() const;
 
-  /// Whether the server has turned the last request down before it looked into it. Asking again is in vain.
+  /// Whether the server rejected the last request by its HTTP status. Asking again is useless.
   [[nodiscard]] bool isTurnedDown() const noexcept;
 
-  /// Why the last call of libcups failed: the server stays silent, or what its refusal means.
+  /// Why the last call of libcups failed: no answer, a broken connection, or the server's refusal.
   [[nodiscard]] Failure lastFailure() const;
 
  private:
@@ -81,7 +80,7 @@ class Connection {
   HttpHandle http_;
   std::optional<std::string> server_;
   mutable std::optional<std::string> warning_;
-  // At an address that stays when the connection is moved.
+  // On the heap, so that its address stays the same when the connection is moved.
   std::unique_ptr<Bounds> bounds_;
 };
 

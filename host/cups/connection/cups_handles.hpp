@@ -7,7 +7,7 @@
 
 namespace tandemtrim::host {
 
-/// Hands a pointer to the libcups function that ends it.
+/// A deleter that calls this function.
 template <auto function>
 struct EndedBy {
   template <class Handle>

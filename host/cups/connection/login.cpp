@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kTries = 3;
 
-// Of one thread, as what libcups keeps.
+// One for each thread, like libcups's own state.
 struct Logins {
   AskForLogin ask;
   int asked = 0;

@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// By what a user proves who they are to a print server.
+/// A user's name and password for a print server.
 struct Login {
   std::string user;
   std::string password;
@@ -14,21 +14,21 @@ struct Login {
 
 /// A server's question for a login.
 struct LoginQuestion {
-  /// In libcups's words, with the user and the server.
+  /// libcups's prompt, which names the user and the server.
   std::string prompt;
   std::string server;
-  /// Whether the server did not take the last login.
+  /// Whether the server rejected the last login.
   bool isRepeated = false;
 };
 
-/// Asks the user for a login; none when nobody is there to ask, or the user gives none.
+/// Asks the user for a login; none when there is no user to ask, or the user declines.
 using AskForLogin = std::function<std::optional<Login>(const LoginQuestion&)>;
 
-/// From now on libcups gets the logins that servers want on this thread from `ask`, three in all. No
-/// request's deadline runs meanwhile. Nothing is kept beyond the connection.
+/// From now on libcups calls `ask` when a server requires a login on this thread, at most three times.
+/// Deadlines pause while it asks. No login is written to disk.
 void answerLogins(AskForLogin ask);
 
-/// Whether the last question on this thread was answered.
+/// Whether the user answered the last question on this thread.
 bool isLoginGiven() noexcept;
 
 }  // namespace tandemtrim::host

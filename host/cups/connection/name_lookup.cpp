@@ -9,8 +9,8 @@
 
 namespace tandemtrim::host {
 
-// On a thread of its own, because the system lets nobody end a look-up. One that takes too long goes on
-// alone.
+// On a separate thread, because the system's look-up cannot be interrupted. One that takes too long is
+// abandoned.
 AddressesHandle addressesOf(const std::string& host, int port, std::chrono::seconds longest) {
   std::packaged_task<AddressesHandle()> lookUp([host, service = std::to_string(port)] {
     return AddressesHandle(httpAddrGetList(host.c_str(), AF_UNSPEC, service.c_str()));

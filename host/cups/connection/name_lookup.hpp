@@ -7,7 +7,7 @@
 
 namespace tandemtrim::host {
 
-/// The addresses of a server, or the one of a socket's path; null when its name is not known within the time.
+/// The addresses of a server, or of a socket's path; null when the name is not resolved within the time.
 AddressesHandle addressesOf(const std::string& host, int port, std::chrono::seconds longest);
 
 }  // namespace tandemtrim::host

@@ -23,7 +23,7 @@ constexpr const char* kSeeLog = "; its error log has the reason";
 constexpr const char* kSeeWhatItIs = "; see whether it is a print server, or name another by -h";
 constexpr const char* kTryLater = "; try again later, or choose another printer by -d";
 
-// What each status says, whether it comes by IPP or was made of one of HTTP by libcups.
+// The meaning of each IPP status. An HTTP status is first converted by kHttpMeanings.
 constexpr std::array kMeanings{
     Meaning{IPP_STATUS_ERROR_BAD_REQUEST, Trouble::other,
             "the print server at [server] does not understand the request"_fact,
@@ -114,7 +114,7 @@ constexpr std::array kMeanings{
             "; print them in several jobs"},
 };
 
-// What a status of HTTP says in those of IPP, which has more of them.
+// An HTTP status and the IPP status with the same meaning.
 struct HttpMeaning {
   http_status_t http;
   ipp_status_t ipp;
@@ -143,7 +143,7 @@ ipp_status_t statusOf(http_t* http) {
   return meaning == kHttpMeanings.end() ? IPP_STATUS_ERROR_OPERATION_NOT_SUPPORTED : meaning->ipp;
 }
 
-// The server's own words on its status, or the protocol's where neither it nor we have any; may be empty.
+// The HTTP status, the server's own message, or the protocol's keyword for an unknown status; may be empty.
 std::string wordsOf(http_t* http, ipp_status_t status, bool isKnown) {
   if (isByHttp(http)) return "HTTP status " + std::to_string(static_cast<int>(httpGetStatus(http)));
   const std::string keyword = ippErrorString(status);

@@ -8,11 +8,11 @@
 
 namespace tandemtrim::host {
 
-/// Why the server did not do what the last request over this connection asked, in words of our own, with what
-/// the user can do about it. `server` is its place. The server's own words are added where it has some.
+/// Why the server refused the last request over this connection, with the server's own message, if any, and a
+/// remedy. Messages call the server `server`.
 Failure refusal(http_t* http, const std::string& server);
 
-/// What a server says that refuses a request, with its own words.
+/// For a refusal that has no text of its own here, with the server's words.
 inline constexpr auto kRefusal = "the print server at [server] refuses the request ([words])"_fact;
 
 }  // namespace tandemtrim::host

@@ -13,10 +13,10 @@ namespace {
 constexpr std::chrono::milliseconds kWatchInterval{20};
 constexpr long kForAnswers = 128L * 1024;
 
-// How many questions wait for an answer.
+// How many questions the user has not answered yet.
 std::atomic<int> questions = 0;
 
-// The most that this process has taken so far, in kilobytes.
+// The peak memory of this process, in kilobytes.
 long memoryTaken() {
   struct rusage usage {};
   getrusage(RUSAGE_SELF, &usage);
@@ -26,7 +26,7 @@ long memoryTaken() {
 }  // namespace
 
 int bytesOnTheWay(http_t* http) {
-  int waiting = 0;  // which stays where the connection is gone
+  int waiting = 0;  // stays so when the connection is gone
   ioctl(httpGetFd(http), SIOCOUTQ, &waiting);
   return waiting;
 }
@@ -42,9 +42,9 @@ void Bounds::renew() {
   givenUp = GivenUp::no;
 }
 
-// A thread, because libcups hands over to nobody while bytes keep coming or while it sends a request again
-// and again. It cuts until the request has ended, since libcups may connect anew in between. Memory is
-// measured, because no count of bytes grows in every case: an answer may come compressed.
+// A thread, because libcups calls nothing back while bytes keep coming or while it repeats a request. It cuts
+// again until the request has ended, since libcups may reconnect in between. It measures memory, since an
+// answer may be compressed and a count of its bytes would not grow with it.
 Watch::Watch(http_t* http, Bounds& bounds, Patience patience)
     : thread_([this, http, &bounds, patience](const std::stop_token& stop) {
         cutWhatGoesBeyond(http, bounds, patience, stop);

@@ -11,29 +11,29 @@
 
 namespace tandemtrim::host {
 
-/// Why an answer is not waited for any longer.
+/// Why a request was given up.
 enum class GivenUp { no, tooSlow, tooLarge };
 
-/// What the requests over a connection may take.
+/// The limits of time and memory for the requests over a connection.
 class Bounds {
  public:
-  /// Each may take so long; all together, a fixed share of memory beyond what the program takes now.
+  /// Each request may take `ofEach`; all together, a fixed amount of memory beyond the program's peak so far.
   explicit Bounds(std::chrono::seconds ofEach);
 
-  /// Forgets what has happened, for a new connection.
+  /// Starts anew, for a new connection.
   void renew();
 
   const std::chrono::seconds longest;
   /// In kilobytes, of the whole program.
   long mostMemory = 0;
-  /// Set when one took more.
+  /// Set when a request exceeds a limit.
   std::atomic<GivenUp> givenUp = GivenUp::no;
 };
 
-/// How many bytes wait for the server to take them.
+/// How many of the written bytes the server has not taken yet.
 int bytesOnTheWay(http_t* http);
 
-/// While it lives, the user is asked for something, and no request becomes late.
+/// While one exists, the user is being asked, and no request is late.
 class WaitForUser {
  public:
   WaitForUser();
@@ -42,10 +42,10 @@ class WaitForUser {
   ~WaitForUser();
 };
 
-/// What a request may take its time for: nothing, or bytes that the server goes on taking.
+/// When a request may take longer: never, or while the server keeps taking bytes.
 enum class Patience { none, whileBytesLeave };
 
-/// While it lives, a request is under way, and is cut off when it goes beyond its bounds.
+/// While it exists, requests over the connection are cut off when they exceed their bounds.
 class Watch {
  public:
   Watch(http_t* http, Bounds& bounds, Patience patience);
@@ -53,7 +53,7 @@ class Watch {
  private:
   void cutWhatGoesBeyond(http_t* http, Bounds& bounds, Patience patience, const std::stop_token& stop);
 
-  // Made by the thread that asks, because one that finds no memory of its own ends the program.
+  // Made on the caller's thread, because a lack of memory on the new thread would end the program.
   std::mutex mutex_;
   std::condition_variable_any ended_;
   std::jthread thread_;
