@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# What the tests cover of the core and of Linux, from build/coverage; fails for a line or a branch that they do not come to.
+# Measures in build/coverage what the tests cover of the core and of adapters/linux. Fails for any line or branch that they miss.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=build/coverage
 
-# Notes of objects that are no longer built, or no longer as they were, would stop gcovr.
+# Stale coverage notes of objects that are no longer built make gcovr fail.
 (cd $build && ninja -t inputs all | sed -n 's/\.o$/.gcno/p' | sort -u) >$build/notes.txt
 (cd $build && find . -name '*.gcno' -printf '%P\n' | sort | comm -23 - notes.txt | xargs -r rm)
 find $build -name '*.gcda' -delete

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Runs commands on a Debian 12 that has nothing but git, make and sudo: what a new user has.
+# Runs commands on a Debian 12 with only git, make and sudo, as a new user has it.
 # usage: tests/fresh_machine.sh USER COMMAND [USER COMMAND ...]
 #   USER     root, or any other name: an ordinary user of that name with sudo
 #   COMMAND  one argument for the shell, run in the user's clone of this commit
-# Each pair has a system of its own, made by mmdebstrap from this machine's package sources, and namespaces of its own; the packages
-# are downloaded once for all. Nothing of it stays. The exit status is that of the first command that fails, and no other follows.
+# Each pair gets a new system, made by mmdebstrap from this machine's package sources, in its own namespaces; all systems share the
+# downloaded packages. Everything is removed afterwards. Stops at the first command that fails, with its exit status.
 set -euo pipefail
 [ $# -ge 2 ] && [ $(($# % 2)) = 0 ] || { sed -n '2,7s/^# //p' "$0" >&2; exit 2; }
 [ "$(id -u)" = 0 ] || exec sudo ${CI:+"CI=$CI"} "$0" "$@"
@@ -12,7 +12,7 @@ repository=$(cd "$(dirname "$0")/.." && pwd)
 
 child= base=$(mktemp -d -p /var/tmp tandem-trim-fresh.XXXXXX)
 finish() {
-  # The first process of the namespaces takes all others with it, and its parent ends once they are gone.
+  # Killing the first process of the namespaces kills all others, and its parent ends once they are gone.
   if [ -n "$child" ]; then
     kill -KILL $(cat "/proc/$child/task/$child/children") || kill -KILL "$child"
     wait "$child"
@@ -23,7 +23,7 @@ trap finish EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
-# attempt COMMAND ...: runs it in namespaces of its own; a signal to this script ends it at once, with all its processes.
+# attempt COMMAND ...: runs a command in its own namespaces. A signal to this script ends it at once, with all its processes.
 attempt() {
   setpriv --pdeathsig KILL env --default-signal=INT,QUIT \
     unshare --mount --mount-proc --pid --ipc --uts --fork --kill-child "$@" </dev/null &
@@ -44,7 +44,7 @@ cp -aL /etc/resolv.conf /etc/hosts "$bare/etc"
 for keys in /etc/apt/keyrings /etc/apt/auth.conf.d /usr/share/keyrings; do
   [ ! -d $keys ] || cp -aL $keys/. "$bare$keys"
 done
-# The developer's folder may belong to somebody else; a clone that shares no files with it can be given to any user.
+# The developer's folder may belong to another user. A clone without hard links to it can be given to any user.
 printf '[safe]\n\tdirectory = *\n' >"$base/gitconfig"
 GIT_CONFIG_GLOBAL=$base/gitconfig git -c advice.detachedHead=false clone --quiet --no-hardlinks "$repository" "$base/clone"
 mkdir "$base/archives"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs the test programs of build/mcdc and says, for each source of the core and of Linux, how many branches are taken and how many
-# conditions are shown to decide by themselves (MC/DC); --show adds every decision that is not fully shown.
+# Runs the test programs of build/mcdc and reports, for each source of the core and of adapters/linux, its branch coverage and its
+# modified condition/decision coverage (MC/DC). --show adds every decision that is not fully covered.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=build/mcdc

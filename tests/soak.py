@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Runs the long tests for hours, each time with other random values, and adds up what they tried: soak.py HOURS [RUN ...]
+"""Runs the long tests for hours, each time with other random values, and counts what they try: soak.py HOURS [RUN ...]
 
-A run that fails ends this with status 1, and leaves its output in build/soak. What was tried is added to build/soak/totals.json.
+The exit status is 1 if a run failed; its output is in build/soak. The counts are added to build/soak/totals.json.
 """
 
 import collections
@@ -26,7 +26,7 @@ UNITTEST = ("/usr/bin/python3", "-m", "unittest")
 
 @dataclasses.dataclass(frozen=True)
 class Run:
-    """A few minutes of work: its command and the folder that it is started in, and how its output counts what was tried."""
+    """A few minutes of work: a command, its folder and variables, and the pattern of the count in its output."""
 
     command: tuple
     folder: str = ""
@@ -35,7 +35,7 @@ class Run:
     on_screen: bool = False
 
 
-# By what they try.
+# The runs, by what they try.
 RUNS = {
     "sequences": Run((BUILD / "tests/sequences/tandemtrim_sequences_test",), "", ("SEQUENCES=1000000",), r"sequences of (\d+) calls"),
     "jobs": Run((*UNITTEST, "test_volume.VolumeTest"), "tests/e2e", ("JOBS=5000",)),
@@ -60,7 +60,7 @@ class Soak:
         self._failed = []
 
     def work(self, names):
-        """Goes on with the runs in turn until the time is over."""
+        """Does the named runs in turn until the time is over."""
         for name in names:
             if time.monotonic() >= self._end:
                 return
@@ -78,7 +78,7 @@ class Soak:
                 print(f"{name}: a run failed, see {log}", flush=True)
 
     def report(self):
-        """Shows what was tried, adds it to the totals and gives the exit status."""
+        """Prints the counts, adds them to the totals and returns the exit status."""
         totals = collections.Counter(json.loads(TOTALS.read_text()) if TOTALS.exists() else {})
         totals += self._tried
         TOTALS.write_text(json.dumps(totals, indent=2) + "\n")
@@ -97,7 +97,7 @@ def main():
     workers = os.cpu_count()
     runs = list(names or RUNS)
     with concurrent.futures.ThreadPoolExecutor(workers) as pool:
-        # Each begins with another one.
+        # Each worker begins with another run.
         turns = [itertools.cycle(runs[first % len(runs) :] + runs[: first % len(runs)]) for first in range(workers)]
         list(pool.map(soak.work, turns))
     return soak.report()

@@ -1,4 +1,4 @@
-"""A Mac for the scripts of packaging/macos: stand-ins for its commands, of which each test makes some fail."""
+"""A fake Mac for the scripts of packaging/macos: stand-ins for its commands, which tests can make fail."""
 
 import pathlib
 import shutil
@@ -10,7 +10,8 @@ import mach_o
 
 class Mac:
     def __init__(self, case, commands, tools, prologue=""):
-        """Commands by what they say and do where all goes well, and the names of those that are this system's own."""
+        """`commands` maps the Mac's commands to scripts for when all goes well; `tools` are commands of this system; `prologue` begins
+        each script."""
         folder = tempfile.TemporaryDirectory()
         case.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
@@ -33,10 +34,10 @@ class Mac:
         (self._bin / name).unlink()
 
     def project(self):
-        """A copy of what the scripts are in."""
+        """Copies the scripts into a project folder and returns it."""
         return shutil.copytree(mach_o.SOURCES / "packaging/macos", self.folder / "project/packaging/macos").parents[1]
 
     def run(self, *command, **options):
-        """The command, with what it says; its environment holds the path and what is given."""
+        """Runs a command, whose environment is the Mac's PATH and `env`, and returns its result."""
         environment = {"PATH": str(self._bin)} | options.pop("env", {})
         return subprocess.run(command, capture_output=True, text=True, timeout=60, env=environment, **options)

@@ -1,4 +1,4 @@
-"""The built bundle as LLVM's tools read it, and the stubs that it was linked with."""
+"""Reads the built bundle by LLVM's tools, and the stubs that it was linked with."""
 
 import dataclasses
 import json
@@ -37,7 +37,7 @@ class Metadata:
 
 
 def metadata(processor):
-    """What the Objective-C runtime finds in the bundle."""
+    """The bundle's Objective-C classes, protocols and sections."""
     classes, protocols, sections = {}, set(), set()
     section, current, is_meta, expects_protocol = None, None, False, False
     for line in output_of("llvm-objdump", "--macho", f"--arch={processor}", "--objc-meta-data").splitlines():
@@ -73,7 +73,7 @@ def imports(processor):
 
 
 def libraries(processor):
-    """The install names of the libraries that the bundle names."""
+    """The install names of the libraries that the bundle links."""
     return re.findall(r"^\t(\S+) \(", output_of("llvm-otool", "-arch", processor, "-L"), re.MULTILINE)
 
 
@@ -96,7 +96,7 @@ PREFIXES = {"symbols": ("",), "objc-classes": ("_OBJC_CLASS_$_", "_OBJC_METACLAS
 
 
 def errors_of(source, change, processor="arm64"):
-    """What the compiler says of a source, by the build's command as `change` makes it."""
+    """The compiler's errors for a source, with the build's command as `change` alters it."""
     commands = json.loads((BUILD / processor / "compile_commands.json").read_text())
     command = next(command for command in commands if command["file"].endswith(source))
     changed = change(command["command"])

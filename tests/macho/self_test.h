@@ -1,4 +1,4 @@
-// What the self-test uses of macOS beside what the bundle does, as its public documentation describes it.
+// Declarations of macOS that only the self-test uses, as its public documentation describes them.
 #pragma once
 
 #import <ApplicationServices/ApplicationServices.h>

@@ -1,4 +1,4 @@
-"""The archive for Macs without Xcode: what is in it, and its scripts with stand-ins for a Mac's commands."""
+"""The archive for Macs without Xcode: its contents, and its scripts with stand-ins for a Mac's commands."""
 
 import hashlib
 import pathlib
@@ -12,9 +12,9 @@ import unittest
 import mach_o
 from mac import Mac
 
-# The folder of a Mac that commands work on is one beside the scripts.
+# Replaces the Mac's folder in a command's arguments by one beside the scripts.
 MAC_IS_HERE = 'asked="$*"; set -- "${@//\\/Library\\/Printers/$PWD/installed}"'
-# What each command says, and does, on a Mac where all goes well.
+# The Mac's commands as shell scripts, for when all goes well.
 COMMANDS = {
     "uname": 'if [ "${1:-}" = -m ]; then echo arm64; else echo Darwin; fi',
     "sw_vers": "echo 14.5",
@@ -22,14 +22,14 @@ COMMANDS = {
     "file": 'echo "Mach-O universal binary with 2 architectures: [x86_64] [arm64]"',
     "shasum": 'sha256sum "${@: -2}"',
     "find": 'echo "find $asked" >>commands.log',
-    # Like the Mac's, it fails where there is nothing to take away.
+    # Like the Mac's, it fails when there is nothing to remove.
     "xattr": 'echo "xattr $asked" >>commands.log; if [ "$1" = -dr ]; then echo "No such xattr: $2" >&2; exit 1; fi',
     "codesign": 'echo "codesign $asked" >>commands.log',
     "sudo": 'echo "sudo $asked" >>commands.log; "$@"',
     "chown": "",
 }
 TOOLS = ("bash", "chmod", "cp", "dirname", "head", "mkdir", "mktemp", "rm", "sed", "sha256sum", "sort", "test")
-# What the scripts say where one of them fails.
+# Other scripts for the commands, with which the check fails, and its message.
 FAILURES = {
     "sw_vers": [("echo 12.1", "failed  this macOS is new enough"), ("echo 9.9", "failed  this macOS is new enough"), ("exit 1", "failed  this macOS is new enough")],
     "plutil": [("exit 1", "failed  the bundle's description can be read"), ("exit 1", "failed  this macOS is new enough"),
@@ -37,7 +37,7 @@ FAILURES = {
     "file": [('echo "Mach-O 64-bit bundle ppc64"', "failed  the code is for this Mac's processor"), ("exit 1", "failed  the code is for this Mac's processor")],
     "shasum": [("exit 1", "failed  every file is as it was packed")],
     "codesign": [('if [ "$1" = --verify ]; then exit 3; fi', "failed  the bundle is signed")],
-    # More than a pipe holds: who stops reading must not take its end for a no.
+    # More than a pipe's buffer: a reader that stops early must not take the writer's SIGPIPE for "not marked".
     "xattr": [('if [ "$1" = -r ]; then for n in {1..9999}; do echo "TandemTrim.bundle: com.apple.quarantine"; done; fi',
                "failed  the bundle is not marked as from the network"),
               ("exit 1", "failed  the bundle is not marked as from the network")],
@@ -99,33 +99,33 @@ class ItsScripts(Unpacked):
         self.assertRegex(asked, rf"\nfind {place} ! -user root -o ! -group wheel -o ! -perm -444\n")
         self.assertFalse(pathlib.Path(ready).exists())
 
-    def test_install_a_bundle_that_all_users_read_whatever_this_ones_files_are_like(self):
+    def test_install_a_bundle_that_all_users_can_read_even_from_unpacked_files_that_only_their_owner_can(self):
         for path in self.here.rglob("*"):
             path.chmod(path.stat().st_mode & 0o700)
         self.assertEqual(self.install(umask=0o077).returncode, 0)
         for path in (self.here / "installed").rglob("*"):
             self.assertEqual(path.stat().st_mode & 0o444, 0o444, path)
 
-    def test_leave_the_bundle_that_is_installed_until_another_is_ready(self):
+    def test_keep_the_installed_bundle_until_another_is_ready(self):
         self.installed.mkdir(parents=True)
         self.mac.command("codesign", "exit 3")
         self.assertNotEqual(self.install().returncode, 0)
         self.assertTrue(self.installed.exists())
         self.assertNotIn("sudo", (self.here / "commands.log").read_text())
 
-    def test_start_each_other_where_a_browser_has_marked_them(self):
+    def test_run_each_other_even_when_the_browser_left_them_without_the_right_to_be_executed(self):
         (self.here / "check.sh").chmod(0o644)
         done = self.install(by=("bash",))
         self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
 
-    def test_put_the_bundle_in_the_place_of_another_version(self):
+    def test_replace_another_version_of_the_bundle(self):
         self.install()
         (self.installed / "of another version").touch()
         done = self.install()
         self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
         self.assertFalse((self.installed / "of another version").exists())
 
-    def test_say_how_they_are_used(self):
+    def test_show_their_usage_for_a_wrong_argument(self):
         done = self.mac.run(self.here / "check.sh", "instaled", self.here)
         self.assertEqual(done.returncode, 2)
         self.assertIn("usage: ", done.stderr)
@@ -140,7 +140,7 @@ class ItsScripts(Unpacked):
                 self.assertIn(expected, done.stdout)
                 self.assertNotIn("Installed", done.stdout)
 
-    def test_install_nothing_of_an_archive_that_is_damaged(self):
+    def test_install_nothing_of_a_damaged_archive(self):
         with (self.here / "TandemTrim.bundle/Contents/Resources/en.lproj/Localizable.strings").open("ab") as table:
             table.write(b"x")
         done = self.install()

@@ -23,10 +23,10 @@ def accessors(names):
     return {selector for name in names for selector in (name, setter(name))}
 
 
-# What the compiler adds for instance variables of C++.
+# Selectors that the compiler adds for C++ instance variables.
 CXX = {".cxx_construct", ".cxx_destruct"}
 COMPONENT = {"changeState:", "component"} | CXX
-# Each class: what it derives from, its protocol, its selectors. Those that no host or nib uses are of the shell's own.
+# Each class: superclass, protocols, selectors. The Objective-C shell itself uses those that no host or nib calls.
 CLASSES = {
     "MorvaTTPdePluginKV2": ("NSObject", set(), {"initWithBundle:", "PDEPanelsForType:withHostInfo:", "bundle", "dealloc"}),
     "MorvaTTPdePanelKV2": ("NSObject", set(), {
@@ -74,7 +74,7 @@ class TheExecutable(unittest.TestCase):
         self.assertEqual(sorted(mach_o.output_of("llvm-lipo", "-archs").split()), sorted(mach_o.PROCESSORS))
 
     @for_each_processor
-    def test_is_a_bundle_that_says_which_library_each_symbol_comes_from(self, processor):
+    def test_is_a_bundle_with_a_two_level_namespace(self, processor):
         header = mach_o.output_of("llvm-otool", "-arch", processor, "-hv")
         self.assertRegex(header, r"\bBUNDLE\b.*\bTWOLEVEL\b")
 
@@ -100,21 +100,21 @@ class TheExecutable(unittest.TestCase):
         self.assertNotIn("__objc_catlist", mach_o.metadata(processor).sections)
         self.assertNotIn("__objc_catlist", mach_o.output_of("llvm-otool", "-arch", processor, "-l"))
 
-    # The system finds the principal class by its name.
     @for_each_processor
     def test_exports_nothing(self, processor):
+        # The system finds the principal class by its name.
         self.assertEqual(mach_o.output_of("llvm-nm", f"--arch={processor}", "--extern-only", "--defined-only").strip(), "")
 
     @for_each_processor
-    def test_takes_from_the_system_what_the_stubs_hold_and_all_of_it(self, processor):
+    def test_takes_from_the_system_exactly_the_symbols_in_the_stubs(self, processor):
         taken, offered = mach_o.imports(processor), mach_o.stubs(processor)
         self.assertEqual(taken - offered, set())
-        # A class is offered with its class of classes, which only a subclass takes.
+        # The stubs offer a class with its metaclass, which only a subclass needs.
         unused = {(library, name.replace("_METACLASS_", "_CLASS_")) for library, name in offered - taken}
         self.assertEqual(unused - taken, set())
 
     @for_each_processor
-    def test_names_no_file_but_libraries(self, processor):
+    def test_contains_no_path_but_those_of_its_libraries(self, processor):
         slice_ = mach_o.BUILD / processor / "TandemTrim.bundle/Contents/MacOS/TandemTrim"
         paths = {path.decode() for path in re.findall(rb"/[\w.+-]+(?:/[\w.+-]+)+", slice_.read_bytes())}
         self.assertEqual(paths - set(mach_o.libraries(processor)), set())
@@ -127,14 +127,14 @@ class TheExecutable(unittest.TestCase):
 
 
 class TheBundle(unittest.TestCase):
-    def test_lies_as_the_system_looks_for_it(self):
+    def test_has_the_files_that_the_system_looks_for_and_no_others(self):
         languages = [path.stem for path in mach_o.SOURCES.glob("resources/*.lproj")]
         files = {str(path.relative_to(mach_o.CONTENTS)) for path in mach_o.CONTENTS.rglob("*") if path.is_file()}
         self.assertEqual(files, {
             "Info.plist", "MacOS/TandemTrim", "Resources/TandemTrimKV2-SettingInfo.plist",
             *(f"Resources/{language}.lproj/Localizable.strings" for language in languages)})
 
-    def test_says_all_that_a_host_asks_of_a_plug_in(self):
+    def test_describes_itself_as_hosts_expect_of_a_plug_in(self):
         info = plistlib.loads((mach_o.CONTENTS / "Info.plist").read_bytes())
         languages, version = info.pop("CFBundleLocalizations"), info.pop("CFBundleVersion")
         self.assertEqual({f"{language}.lproj" for language in languages}, {path.name for path in mach_o.CONTENTS.glob("Resources/*.lproj")})
@@ -161,7 +161,7 @@ class TheBundle(unittest.TestCase):
 
 
 class TheStandIns(unittest.TestCase):
-    """What a real SDK would refuse is refused here, too."""
+    """The stand-ins for the SDK's headers refuse what the real SDK refuses."""
 
     def test_refuse_what_is_newer_than_the_oldest_system(self):
         minimum = "-mmacosx-version-min="
@@ -174,8 +174,8 @@ class TheStandIns(unittest.TestCase):
             with self.subTest(name):
                 self.assertRegex(mach_o.errors_of(source, lambda command: command.replace(now, minimum + version)), f"error: '{name}' is (only |un)available")
 
-    # They are compiled into the bundle. Some differ between processors, as the documentation says.
     def test_have_the_numbers_of_apples_documentation(self):
+        # The bundle contains these numbers. Some differ between processors, as the documentation says.
         numbers = {"NSViewWidthSizable": 2, "NSViewMaxXMargin": 4, "NSViewMinYMargin": 8, "NSLineBreakByClipping": 2, "NSLineBreakByTruncatingTail": 4,
                    "NSTextAlignmentLeft": 0, "NSTextAlignmentCenter": 1, "NSTextAlignmentRight": 2, "NSTextAlignmentNatural": 4,
                    "NSButtonTypeMomentaryPushIn": 7, "NSButtonTypeSwitch": 3, "NSBezelStyleRounded": 1, "NSBezelStyleRegularSquare": 2,

@@ -1,4 +1,4 @@
-"""The nib as a Mac's compiler and loader take it: the form of an .xib as far as Xcode writes it, and the bundle's own classes."""
+"""The nib as a Mac's compiler and loader need it: the subset of the .xib format that Xcode writes here, and the bundle's own classes."""
 
 import re
 import unittest
@@ -42,15 +42,15 @@ SCHEMA = {
     "action": ({"selector", "target", "id"}, set()),
     "accessibilityConnection": ({"property", "destination", "id"}, set()),
 }
-# What the compiler cannot do without.
+# The attributes that the compiler requires.
 REQUIRED = {
     "document": {"type", "version", "targetRuntime"}, "customObject": {"id"}, "customView": {"id"}, "rect": {"key", "x", "y", "width", "height"},
     "outlet": {"property", "destination", "id"}, "action": {"selector", "target", "id"},
     "accessibilityConnection": {"property", "destination", "id"}, "menuItem": {"id"}, "font": {"key", "metaFont"}}
-# The toolkit's class that each element makes where it names none of its own.
+# The toolkit's class of each element without a custom class.
 TOOLKIT_CLASSES = {"customView": "NSView", "customObject": "NSObject", "button": "NSButton",
                    "textField": "NSTextField", "popUpButton": "NSPopUpButton", "stepper": "NSStepper"}
-# Outlets of the toolkit's that the nib uses.
+# The toolkit's outlets that the nib uses.
 TOOLKIT_OUTLETS = {"nextKeyView", "formatter"}
 FILES_OWNER, FIRST_RESPONDER, APPLICATION = "-2", "-1", "-3"
 
@@ -67,7 +67,7 @@ class TheNib(unittest.TestCase):
     def selectors_of(self, element):
         return self.classes[element.get("customClass")].selectors
 
-    def test_has_no_element_or_attribute_but_those_that_the_compiler_knows(self):
+    def test_has_only_elements_and_attributes_that_the_compiler_knows(self):
         for element in self.document.iter():
             attributes, children = SCHEMA[element.tag]
             self.assertLessEqual(set(element.keys()), attributes, element.tag)
@@ -80,7 +80,7 @@ class TheNib(unittest.TestCase):
         for name in set(ids) - {FILES_OWNER, FIRST_RESPONDER, APPLICATION}:
             self.assertRegex(name, "^[0-9A-Za-z]{3}-[0-9A-Za-z]{2}-[0-9A-Za-z]{3}$")
 
-    def test_has_classes_that_the_bundle_defines_on_the_toolkits_own(self):
+    def test_has_custom_classes_that_the_bundle_derives_from_the_toolkits_classes(self):
         for element in self.document.iter():
             name = element.get("customClass")
             if name and element.get("id") not in (FIRST_RESPONDER, APPLICATION):

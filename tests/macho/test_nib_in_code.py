@@ -1,4 +1,4 @@
-"""The nib as code: what no Mac is needed for, and GNUstep does not see. The rest is compared with the nib itself on GNUstep."""
+"""The nib as generated code: what needs no Mac and GNUstep does not show. Tests on GNUstep compare the rest with the nib itself."""
 
 import pathlib
 import re
@@ -30,7 +30,7 @@ class TheNibInCode(unittest.TestCase):
         cls.lines = [line.strip() for line in cls.made.stdout.splitlines()]
 
     def arguments(self, selector):
-        """What receives a message with what."""
+        """Receiver to argument, for all messages with this selector."""
         return {found[1]: found[2] for line in self.lines if (found := re.fullmatch(rf"\[(\w+) {selector}:?(\w*)\];", line))}
 
     def test_gives_every_control_without_a_title_the_name_of_its_label(self):
@@ -45,15 +45,15 @@ class TheNibInCode(unittest.TestCase):
         for selector in ("setEditable", "setSelectable", "setBezeled", "setDrawsBackground"):
             self.assertEqual({name for name, flag in self.arguments(selector).items() if flag == "NO"}, labels)
 
-    # The panel's view is made light there.
     def test_wakes_every_object_once_all_are_connected(self):
+        # In awakeFromNib the panel's view gets its light appearance.
         woken = self.arguments("awakeFromNib")
         self.assertEqual(woken.keys(), {"owner", *re.findall(r"^  \w+\* (\w+) = \[\[\[Morva", self.made.stdout, re.MULTILINE)})
         self.assertIn("tandemTrimView", woken)
         first = next(index for index, line in enumerate(self.lines) if "awakeFromNib" in line)
         self.assertFalse([line for line in self.lines[first:] if line.startswith("[") and "awakeFromNib" not in line])
 
-    def test_is_refused_for_a_nib_that_says_what_has_no_code(self):
+    def test_is_not_generated_from_a_nib_with_unknown_contents(self):
         for what, (known, unknown) in FORMS.items():
             with self.subTest(what):
                 done = made_of(XIB.read_text().replace(known, unknown, 1))

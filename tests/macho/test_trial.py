@@ -7,7 +7,7 @@ import unittest
 import mach_o
 from mac import Mac
 
-# What each command says, and does, on a Mac where all goes well.
+# The Mac's commands as shell scripts, for when all goes well.
 COMMANDS = {
     "uname": 'if [ "${1:-}" = -m ]; then echo arm64; else echo Darwin; fi',
     "sw_vers": 'if [ "$1" = -productVersion ]; then echo 14.5; else echo 23F79; fi',
@@ -17,15 +17,15 @@ COMMANDS = {
     "self-test": 'echo "$2 is loaded"',
     "xcodebuild": "echo Xcode 15.4", "ninja": "", "codesign": "", "lipo": "",
     "sudo": 'echo "$*" >>sudo.log',
-    # The job of an earlier trial, and from the second time on that it is asked the one that is sent.
+    # Lists the job of an earlier trial; the new job appears only at the second call after it is sent.
     "lpstat": 'if [ "$1" = -W ]; then echo "TandemTrimTrial-6  user  1024  today"; [ ! -e arrived ] || echo "TandemTrimTrial-7  user  1024  today"; fi; [ ! -e sent ] || mv sent arrived',
     "sleep": "",
     "ipptool": 'test "${2##*/}" = 7; echo "        MVTopMargin (nameWithoutLanguage) = 12"',
     "log": 'echo "supportedPPDOptionKeys:=NSArray(...)"',
 }
-# What every Mac has besides.
+# Other commands that every Mac has.
 TOOLS = ("bash", "chmod", "dirname", "env", "grep", "ln", "mkdir", "mv", "rm", "sed", "sh", "tail", "tee")
-# What the report says where one command of them fails.
+# The report's line when this command fails.
 FAILURES = {
     "xcodebuild": "failed  Xcode is there", "xcrun": "failed  ibtool is there", "cmake": "failed  cmake is there", "codesign": "failed  it is signed for this Mac",
     "lipo": "failed  it has both processors", "sudo": "failed  it is installed",
@@ -65,7 +65,7 @@ class TheTrial(unittest.TestCase):
                 self.assertNotIn("All is done", done.stdout)
                 self.assertIn("make mac-clean", done.stdout)
 
-    def test_says_all_that_is_missing_at_once_and_what_to_do(self):
+    def test_lists_all_missing_tools_at_once_and_how_to_get_them(self):
         for name in ("xcodebuild", "cmake", "ninja"):
             self.mac.remove(name)
         done = self.run_trial()
@@ -75,8 +75,8 @@ class TheTrial(unittest.TestCase):
             self.assertIn(remedy, done.stdout)
         self.assertFalse((self.project / "sudo.log").exists())
 
-    # A Mac has these names without Xcode, too; what they then do is to say so.
-    def test_says_what_to_do_where_the_names_of_xcodes_tools_are_all_that_there_is(self):
+    def test_says_how_to_get_xcode_when_only_its_placeholder_commands_exist(self):
+        # A Mac without Xcode has these commands, too; they only report that Xcode is missing.
         self.mac.command("xcodebuild", "echo 'requires Xcode, but active developer directory is a command line tools instance' >&2; exit 1")
         done = self.run_trial()
         self.assertEqual(done.returncode, 1)
@@ -84,7 +84,7 @@ class TheTrial(unittest.TestCase):
         self.assertNotIn("the bundle is configured", done.stdout)
         self.assertIn("from the App Store", done.stdout)
 
-    def test_tries_the_dialog_even_where_the_self_test_fails(self):
+    def test_tries_the_dialog_even_if_the_self_test_fails(self):
         self.mac.command("self-test", "echo no luck; exit 3")
         done = self.run_trial()
         self.assertEqual(done.returncode, 1)
@@ -92,7 +92,7 @@ class TheTrial(unittest.TestCase):
         self.assertIn("ok      the job holds the options of the panel", self.report())
         self.assertNotIn("All is done", done.stdout)
 
-    def test_installs_what_all_users_can_read_and_makes_a_queue_of_this_mac_alone(self):
+    def test_installs_a_bundle_that_all_users_can_read_and_adds_a_queue_that_is_not_shared(self):
         self.run_trial()
         place = "/Library/Printers/Morva/PDEs"
         self.assertEqual((self.project / "sudo.log").read_text().splitlines(), [
@@ -100,12 +100,12 @@ class TheTrial(unittest.TestCase):
             f"chmod -R u=rwX,go=rX {place}/TandemTrim.bundle", f"chown -R root:wheel {place}/TandemTrim.bundle",
             "lpadmin -p TandemTrimTrial -E -v ipp://localhost:9/none -P build/macos/MorvaTandemKV2.ppd -o printer-is-shared=false"])
 
-    def test_takes_no_job_of_an_earlier_trial_for_this_ones(self):
+    def test_does_not_mistake_the_job_of_an_earlier_trial_for_its_own(self):
         self.mac.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "true"))
         self.assertEqual(self.run_trial().returncode, 1)
         self.assertIn("no new job waits in the queue", self.report())
 
-    def test_says_how_it_is_used_and_does_nothing(self):
+    def test_shows_its_usage_for_a_wrong_argument_and_does_nothing(self):
         done = self.run_trial("clear")
         self.assertEqual(done.returncode, 2)
         self.assertIn("usage: ", done.stderr)
@@ -121,7 +121,7 @@ class TheTrial(unittest.TestCase):
         self.run_trial()
         self.assertIn("job 7 holds none of the panel's options", self.report())
 
-    def test_takes_all_of_it_away_again(self):
+    def test_clean_removes_everything_that_the_trial_made(self):
         self.run_trial()
         log = self.project / "sudo.log"
         log.unlink()
@@ -134,15 +134,15 @@ class TheTrial(unittest.TestCase):
         self.mac.command("sudo", "exit 9")
         self.assertEqual(self.run_trial("clean").returncode, 1)
 
-    def test_prints_by_an_application_that_compiles_for_macos(self):
+    def test_prints_with_an_application_that_compiles_for_macos(self):
         page = mach_o.SOURCES / "packaging/macos/trial/print_page.mm"
         self.assertEqual(mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], str(page))), "")
 
-    def test_tries_the_installed_bundle_by_a_program_that_compiles_for_macos(self):
+    def test_tests_the_installed_bundle_with_a_program_that_compiles_for_macos(self):
         headers = pathlib.Path(tempfile.mkdtemp(dir=self.project))
         for name in ("gtest", "gmock"):
             (headers / name).symlink_to(f"/usr/include/{name}")
-        for name in ("AvailabilityMacros.h", "TargetConditionals.h"):  # GoogleTest asks for them
+        for name in ("AvailabilityMacros.h", "TargetConditionals.h"):  # GoogleTest includes them
             (headers / name).touch()
         more = f"-Wno-deprecated-declarations -isystem {headers} -include {mach_o.SOURCES}/tests/macho/self_test.h"
         appkit = mach_o.SOURCES / "tests/adapters/appkit"

@@ -1,5 +1,5 @@
-"""Runs the tests of Python modules in this folder and writes, for each, its name, whether it passes, its seconds and the places that its
-programs came to: one_by_one.py FILE MODULE ..., with the record of places in TANDEM_TRIM_MUTANT_REACHED."""
+"""Runs the tests of Python modules in the current folder and appends to FILE, for each test, its name, whether it passes, its seconds
+and the places that its programs reach: one_by_one.py FILE MODULE ... TANDEM_TRIM_MUTANT_REACHED names the record of places."""
 import json
 import os
 import pathlib
@@ -9,7 +9,7 @@ import unittest
 
 
 def places_reached(record):
-    """The numbers of the places that a record has, which is empty afterwards."""
+    """Returns the numbers of the places in a record, and clears it."""
     with open(record, 'r+b') as file:
         reached = file.read()
         file.seek(0)
@@ -18,7 +18,7 @@ def places_reached(record):
 
 
 class Record(unittest.TextTestResult):
-    """What a class sets up counts for the first of its tests."""
+    """Writes the line of each test. The places that a class's set-up reaches count for its first test."""
 
     def startTest(self, test):
         super().startTest(test)

@@ -1,4 +1,4 @@
-"""Finds the places of the sources where a mutant fits, in the syntax tree that clang writes."""
+"""Finds the places in the sources that can be mutated, by clang's syntax tree."""
 import concurrent.futures
 import functools
 import hashlib
@@ -15,21 +15,21 @@ COMPILER = 'clang++-19'
 RELATIONS = {'<': 'less', '<=': 'lessOrEqual', '>': 'greater', '>=': 'greaterOrEqual'}
 OPERATORS = RELATIONS | {'+': 'plus', '-': 'minus', '*': 'times', '<<': 'leftShift', '>>': 'rightShift', '|': 'bitOr', '&': 'bitAnd',
                          '+=': 'add'}
-# What only hands its one child on.
+# Nodes that only wrap one child.
 WRAPPERS = {'ImplicitCastExpr', 'ExprWithCleanups', 'ParenExpr', 'CXXBindTemporaryExpr', 'MaterializeTemporaryExpr',
             'CXXFunctionalCastExpr'}
 STATEMENTS = {'CallExpr', 'CXXMemberCallExpr', 'CXXOperatorCallExpr', 'CompoundAssignOperator', 'UnaryOperator'}
-# What the compiler alone works out, what it adds, and the texts of exceptions, which are nobody's contract.
+# Nodes that the compiler evaluates or adds, and the texts of exceptions, which are no contract.
 PASSED_OVER = {'StaticAssertDecl', 'TemplateArgument', 'EnumDecl', 'ConstantExpr', 'UserDefinedLiteral', 'CXXDefaultArgExpr',
                'CXXThrowExpr'}
-# Their last argument is the text of an exception, too.
+# Functions whose last argument is the text of an exception.
 RAISING = re.compile(r'(\w+::)*(requiredText|requiredDecimalText)\b')
 
 
 @dataclass(frozen=True)
 class Place:
-    """The bytes from begin to end of a file. `kind` is the function of switch.hpp that is called there, or how else they change;
-    `detail` an operator's begin and end, or the name of a condition's variable."""
+    """The bytes from `begin` to `end` of a file. `kind` is the function of switch.hpp to call there, or another kind of change.
+    `detail` is an operator's begin and end, the name of a condition's variable, or a step's operator."""
     file: str
     begin: int
     end: int
@@ -42,7 +42,7 @@ class Place:
 
 
 def flags_of(commands):
-    """The folders of headers and the macros that each file is compiled with, by the build's commands."""
+    """The include folders and macros of each file, from the build's commands."""
     flags = {}
     for each in commands:
         words = iter(shlex.split(each['command'])[1:])
@@ -52,7 +52,7 @@ def flags_of(commands):
 
 
 def syntax_trees(root, source, flags):
-    """The declarations of the project in a source and its headers; each location with its file."""
+    """The project's declarations in a source and its headers. Clang writes a location's file only when it changes; here each has it."""
     file = None
 
     def locate(node):
@@ -77,14 +77,14 @@ def type_of(node):
 
 
 class Finder:
-    """Walks a tree and gathers the places in the files that are to be mutated."""
+    """Walks a syntax tree and collects the places in the files of `texts`."""
 
     def __init__(self, texts):
         self.texts = texts
         self.places = set()
 
     def range(self, node):
-        """File, begin and end of a node, or None where it is not in a file that is to be mutated."""
+        """File, begin and end of a node; None if it is not in a file of `texts`."""
         begin, end = node.get('range', {}).get('begin', {}), node.get('range', {}).get('end', {})
         if 'offset' not in begin or 'offset' not in end:
             return None
@@ -98,19 +98,19 @@ class Finder:
     def walk(self, node):
         kind, inner = node.get('kind', ''), node.get('inner', [])
         if kind in PASSED_OVER or node.get('explicitlyDefaulted') or (node.get('isImplicit') and kind != 'CXXRecordDecl'):
-            return  # but a lambda's class is walked: there its body has types
-        if kind in ('FunctionTemplateDecl', 'ClassTemplateDecl'):  # without what the compiler makes of it for each type
+            return  # a lambda's implicit class is walked, as the body there has types
+        if kind in ('FunctionTemplateDecl', 'ClassTemplateDecl'):  # without its instantiations
             declared = [child for child in inner if 'Template' not in child.get('kind', '')]
             inner = declared[:1]
-        if kind == 'CXXRecordDecl':  # whose constants are the compiler's
+        if kind == 'CXXRecordDecl':  # without static constants, which the compiler evaluates
             inner = [child for child in inner if child.get('kind') != 'VarDecl']
         self.statement(node, kind, inner)
         self.expression(node, kind, inner)
-        if kind == 'CXXForRangeStmt':  # without the loop that the compiler makes of it
+        if kind == 'CXXForRangeStmt':  # without the loop that the compiler generates
             inner = [child for child in inner[:-1] if self.names_range(child)] + inner[-1:]
         if kind == 'CallExpr' and self.raises(node):
             inner = inner[:-1]
-        if kind == 'CXXRewrittenBinaryOperator':  # as written, without the comparison that the compiler makes of it
+        if kind == 'CXXRewrittenBinaryOperator':  # as written, without the comparison that the compiler generates
             inner = self.operands_as_written(node)
             self.operator(node, inner, of_class=True)
         for child in inner:
@@ -121,7 +121,7 @@ class Finder:
         return any(child.get('name', '').startswith('__range') for child in node.get('inner', []))
 
     def operands_as_written(self, node):
-        """Those of the call inside that is written where the whole is."""
+        """The operands of the inner call that covers the same text as the node."""
         inside = [node]
         while inside:
             each = inside.pop(0)
@@ -139,7 +139,7 @@ class Finder:
             first = int(node.get('hasInit', False))
             if node.get('hasVar'):
                 variable = inner[first]['inner'][0]
-                if kind == 'IfStmt':  # no `while` can hold a declaration and a condition
+                if kind == 'IfStmt':  # a `while` cannot have both a declaration and a condition
                     self.add(variable, 'declared', (variable['name'],))
                 first += 1
             else:
@@ -156,7 +156,7 @@ class Finder:
                 self.removable(child)
 
     def removable(self, node, of_branch=False):
-        """A statement that can be left out. No `if` can stand for a jump where an else follows."""
+        """Adds a statement that can be left out, but no jump before an `else`: an `if` in its place would take the `else`."""
         if node.get('kind') in ('BreakStmt', 'ContinueStmt') and not of_branch:
             self.add(node, 'jump')
             return
@@ -167,7 +167,7 @@ class Finder:
             self.add(outermost, 'statement')
 
     def condition(self, node):
-        """The leaves of a condition, each of which is taken for true and for false."""
+        """Adds the operands of a condition, each of which mutants make true and false."""
         kind, inner, opcode = node.get('kind', ''), node.get('inner', []), node.get('opcode')
         if kind in WRAPPERS and len(inner) == 1:
             self.condition(inner[0])
@@ -219,7 +219,7 @@ class Finder:
 
 
 def places_in(root, texts, flags, kept, source):
-    """The places of a source and its headers, which the folder `kept` keeps as long as neither changes, nor this file."""
+    """The places of a source and its headers. The folder `kept` caches them until the source, a header or this file changes."""
     headers = b''.join(text for file, text in texts.items() if file.endswith('.hpp'))
     digest = hashlib.sha256(pathlib.Path(__file__).read_bytes() + headers + texts[source] + repr(flags.get(source)).encode()).hexdigest()
     file = kept / source.replace('/', '_')
@@ -236,10 +236,10 @@ def places_in(root, texts, flags, kept, source):
 
 
 def places_of(root, texts, flags, kept):
-    """All places in the files (name to bytes), in the order in which they begin, the outer ones first."""
+    """All places in the files (name to bytes), ordered by where they begin, outer ones first."""
     sources = [file for file in texts if file.endswith('.cpp')]
     with concurrent.futures.ProcessPoolExecutor() as pool:
         found = set().union(*pool.map(functools.partial(places_in, root, texts, flags, kept), sources))
-    # Of two places of the same text the one that takes it as a whole comes first.
+    # Of two places with the same text, the kinds that wrap the whole text come first.
     whole = ('statement', 'condition')
     return sorted(found, key=lambda place: (place.file, place.begin, -place.end, place.kind not in whole, place.kind))

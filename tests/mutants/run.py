@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Whether the tests notice each mutant of the sources: all are compiled once, each behind a switch (switch.hpp), and each is run by the
-tests that come to its place. Fails where a folder misses its goal, and for one that equivalent.txt lists and that does not survive."""
+"""Checks that the tests notice each mutant of the sources. All mutants are compiled once, each behind a switch (switch.hpp), and each is
+tried by the tests that reach its place. Fails when a folder misses its goal, or when a mutant in equivalent.txt does not survive."""
 import argparse
 import concurrent.futures
 import datetime
@@ -23,9 +23,9 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 HERE = pathlib.Path(__file__).resolve().parent
 COPY, BUILD, KEPT = ROOT / 'build/mutants/source', ROOT / 'build/mutants/build', ROOT / 'build/mutants/suites'
 SOURCES = ('plugin', 'model', 'view', 'adapters/gtk', 'adapters/linux', 'adapters/memory', 'adapters/shared', 'host')
-# How many of a hundred mutants the tests have to notice, but for those in equivalent.txt; the longest name counts.
+# The percentage of mutants that the tests must notice, not counting those in equivalent.txt. The longest matching folder counts.
 GOALS = {'': 100, 'adapters/gtk': 95, 'host': 95, 'host/cli': 100, 'host/cups': 100, 'host/job': 100}
-# What end-to-end tests need.
+# Targets that end-to-end tests need besides the test programs.
 PARTS = ('endless_lookup', 'tandemtrim_dialog_tests', 'tandemtrim_newer_toolkit')
 
 
@@ -36,7 +36,7 @@ def project_files(*patterns):
 
 
 def copy_file(file, content):
-    """Writes a file of the copy; what did not change stays as it is."""
+    """Writes a file of the copy. An unchanged file keeps its time stamp."""
     copy = COPY / file
     if not copy.exists() or copy.read_bytes() != content:
         copy.parent.mkdir(parents=True, exist_ok=True)
@@ -45,7 +45,7 @@ def copy_file(file, content):
 
 
 def configure(texts):
-    """Copies the project but for the files of `texts` that are there, and sets up its build."""
+    """Copies the project, except the files of `texts` that the copy already has, and configures its build."""
     for file in project_files():
         if file not in texts or not (COPY / file).exists():
             copy_file(file, (ROOT / file).read_bytes())
@@ -60,7 +60,7 @@ def numbered_places(texts):
 
 
 def build(texts, ones, programs):
-    """Builds the project, as far as its tests need it, with switches in the files of `texts`."""
+    """Builds what the tests need, with switches in the files of `texts`."""
     by_file = {}
     for one in ones:
         by_file.setdefault(one.place.file, []).append(one)
@@ -73,8 +73,8 @@ def build(texts, ones, programs):
 
 
 def outcome(known, kills, file, place, mutant, is_listed):
-    """'killed', 'survived', or 'not reached' by any test; what kills most of the file's mutants in a second is tried first. One that is
-    listed is tried by the quick tests alone."""
+    """'killed', 'survived', or 'not reached' by any test. The suites that kill most of the file's mutants per second run first. Only the
+    quick C++ tests try a listed mutant."""
     reaching = [suite for suite in known if place in suite.reached and not (is_listed and suite.program.is_python)]
     for piece in suites.pieces(reaching, lambda suite: suite.seconds / (1 + kills[file, suite.name])):
         program, seconds = piece[0].program, sum(suite.seconds for suite in piece)
@@ -86,7 +86,7 @@ def outcome(known, kills, file, place, mutant, is_listed):
 
 
 def outcomes(known, chosen, listed, jobs):
-    """The outcome of each mutant, by its name; prints how far it is, and the mutants that survive without being listed."""
+    """The outcome of each mutant, by its name. Prints the progress, and the unlisted mutants that survive."""
     begin, kills, results = time.monotonic(), Counter(), {}
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
         waiting = {pool.submit(outcome, known, kills, one.place.file, one.number, mutant, name in listed): (one.line, name)
@@ -102,7 +102,7 @@ def outcomes(known, chosen, listed, jobs):
 
 
 def equivalent():
-    """The mutants that no caller can notice."""
+    """The names in equivalent.txt: mutants that no caller can notice."""
     lines = (HERE / 'equivalent.txt').read_text().splitlines()
     return {line for line in lines if line and not line.startswith('#')}
 
@@ -112,12 +112,12 @@ def goal_of(folder):
 
 
 def folder_of(name):
-    """The folder that a mutant is counted with: the first two of its path, or the one that holds it."""
+    """The folder that a mutant counts for: at most the first two folders of its path."""
     return '/'.join(name.split(' | ')[0].split('/')[:-1][:2])
 
 
 def report(results, listed, all_are_tried):
-    """Prints a table by folder and what is wrong; whether nothing is."""
+    """Prints a table by folder and what is wrong. Returns whether all is well."""
     kinds = {name: found if found == 'killed' else 'listed' if name in listed else found for name, found in results.items()}
     columns = ('killed', 'listed', 'survived', 'not reached')
     counts = Counter((folder_of(name), kind) for name, kind in kinds.items())
@@ -136,11 +136,11 @@ def report(results, listed, all_are_tried):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument('--only', default='', help='only mutants whose names hold this regular expression')
-    parser.add_argument('--sample', type=int, help='only so many of them')
-    parser.add_argument('--seed', type=int, default=datetime.date.today().toordinal(), help='chooses them; the day, unless given')
-    parser.add_argument('--tests', default='', help='only tests whose names in CTest hold this regular expression')
-    parser.add_argument('--jobs', type=int, default=os.cpu_count(), help='so many runs at a time')
+    parser.add_argument('--only', default='', help='only mutants whose names match this regular expression')
+    parser.add_argument('--sample', type=int, help='only a random sample of this size')
+    parser.add_argument('--seed', type=int, default=datetime.date.today().toordinal(), help='chooses the sample; default: the date')
+    parser.add_argument('--tests', default='', help='only tests whose names in CTest match this regular expression')
+    parser.add_argument('--jobs', type=int, default=os.cpu_count(), help='the number of parallel runs')
     arguments = parser.parse_args()
 
     texts = {file: (ROOT / file).read_bytes() for file in project_files(*(f'{folder}/*.[ch]pp' for folder in SOURCES))}

@@ -1,4 +1,4 @@
-"""The tests of a build, from CTest's list: what each comes to, how long it takes, and running some of them."""
+"""The tests of a build, from CTest's list: which places each reaches, how long it takes, and how to run some of them."""
 import hashlib
 import json
 import os
@@ -13,16 +13,16 @@ from dataclasses import dataclass
 from one_by_one import places_reached
 
 HERE = pathlib.Path(__file__).resolve().parent
-# What is no test of a mutated source, what takes minutes, and what repeats others on another screen or in another language.
+# Tests of other things than mutated sources, tests that take minutes, and repetitions on another screen or in another language.
 LEFT_OUT = re.compile(r'packages|volume|installation|Wayland|\((c|arabic)\)|_alone:|_module:|fuzz_|surroundings|architecture|resources|'
                       r'macOS|appkit|second_family_test')
-# Only the first of the random sequences; the same ones for every mutant.
+# Fewer random sequences, and the same ones for every mutant.
 SHORT = ('TANDEM_TRIM_SEED=1', 'TANDEM_TRIM_SEQUENCES=1000')
-# Processes and temporary files of their own, all of which end with the first process.
+# Runs a command with its own processes and temporary files, all of which end with the first process.
 APART = ('unshare', '--mount', '--pid', '--fork', '--kill-child', '--mount-proc', '--', 'sh', '-c',
          'mount -t tmpfs -o mode=1777 tests /tmp && "$@"; exit $?', 'sh')
 SILENT = {'stdin': subprocess.DEVNULL, 'stdout': subprocess.DEVNULL, 'stderr': subprocess.DEVNULL}
-MEMORY = 4 << 30  # which a loop without an end soon fills
+MEMORY = 4 << 30  # bytes; stops an endless loop that allocates
 
 
 @dataclass(frozen=True)
@@ -37,14 +37,14 @@ class Program:
         return 'unittest' in self.command
 
     def tests(self, names):
-        """The command that runs the tests of these names alone, up to the first that fails."""
+        """The command that runs only the tests of these names and stops at the first failure."""
         if self.is_python:
             return [*self.command[:self.command.index('unittest') + 1], '-f', *names]
         chosen = ':'.join(f'{name}*' for name in names)
         return [*self.command[:-1], f'--gtest_filter={chosen}', '--gtest_fail_fast', '--gtest_brief=1']
 
     def digest(self):
-        """Of what the tests are made of."""
+        """The digest of the test modules or the test program."""
         if self.is_python:
             modules = (name.split('.')[0] for name in self.command[self.command.index('unittest') + 1:])
             files = [pathlib.Path(self.folder, f'{name}.py') for name in modules]
@@ -55,7 +55,7 @@ class Program:
 
 @dataclass(frozen=True)
 class Suite:
-    """A test of Python's, or those of one name of GoogleTest's; how long it takes, and the places that it comes to."""
+    """A Python test or a GoogleTest suite, with the seconds that it takes and the places that it reaches."""
     program: Program
     name: str
     seconds: float
@@ -63,7 +63,7 @@ class Suite:
 
 
 def programs_of(build, wanted):
-    """The programs and modules whose names in CTest hold the regular expression `wanted`; each once."""
+    """The programs and modules whose names in CTest match the regular expression `wanted`, each once."""
     shown = subprocess.run(['ctest', '--show-only=json-v1', '--test-dir', build], check=True, capture_output=True, text=True).stdout
     programs = {}
     for test in json.loads(shown)['tests']:
@@ -77,8 +77,8 @@ def programs_of(build, wanted):
 
 
 def run(program, command, environment, usual):
-    """Whether a program's command succeeds within a few times the seconds that it usually takes: a loop without an end does not."""
-    def held():
+    """Whether a command succeeds within a multiple of its usual seconds. Endless loops run into that limit."""
+    def limit_resources():
         seconds = 5 + int(5 * usual)
         resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
@@ -86,13 +86,13 @@ def run(program, command, environment, usual):
 
     try:
         return subprocess.run([*APART, *command], cwd=program.folder, env={**os.environ, **environment}, timeout=20 + 5 * usual,
-                              preexec_fn=held, **SILENT).returncode == 0
+                              preexec_fn=limit_resources, **SILENT).returncode == 0
     except subprocess.TimeoutExpired:
         return False
 
 
 def tests_of(program, record):
-    """The name of each suite of a program, whether it passes, its seconds and the places that it comes to, by the file `record`."""
+    """Yields, for each suite of a program, its name, whether it passes, its seconds and the places that it reaches (from `record`)."""
     reached = {'TANDEM_TRIM_MUTANT_REACHED': str(record)}
     if program.is_python:
         passed, at = record.with_name('tests'), program.command.index('unittest')
@@ -108,7 +108,7 @@ def tests_of(program, record):
 
 
 def suites_of(program, places):
-    """The suites of a program that pass, when there are so many places."""
+    """The suites of a program that pass. `places` is the number of all places."""
     suites = []
     with tempfile.TemporaryDirectory(dir='/dev/shm') as folder:
         os.chmod(folder, 0o755)
@@ -126,7 +126,7 @@ def suites_of(program, places):
 
 
 def known_suites(file, program, places, sources):
-    """The suites of a program, which a file keeps, if there are any, as long as neither the sources (their digest) nor the tests change."""
+    """The suites of a program. A file caches them until the sources (their digest) or the tests change; an empty list is not cached."""
     key = f'{sources} {program.digest()}'
     if file.exists():
         kept = json.loads(file.read_text())
@@ -141,7 +141,7 @@ def known_suites(file, program, places, sources):
 
 
 def pieces(suites, preference, seconds=10):
-    """The suites in runs of about so many seconds, each of one program; first the program whose best suite has the least preference."""
+    """Groups suites of the same program into runs of about `seconds`, those whose first suite has the least `preference` first."""
     by_program = {}
     for suite in sorted(suites, key=preference):
         by_program.setdefault(suite.program, []).append(suite)

@@ -1,8 +1,8 @@
 #pragma once
-// Included first by every source of a build with mutants. The places of the mutated sources call these
-// functions, which do as written unless the place's number is the one in TANDEM_TRIM_MUTANT.
-// TANDEM_TRIM_MUTANT_REACHED names a file of zeros: the byte at the number of each place that a program comes
-// to becomes 1.
+// Included first by every source of a build with mutants. Each place of the mutated sources calls a function
+// of these, which behaves as the source says unless TANDEM_TRIM_MUTANT is the place's number.
+// TANDEM_TRIM_MUTANT_REACHED names a file of zeros: the byte at the number of each place that a program
+// reaches becomes 1.
 #include <cstddef>
 #include <cstdlib>
 
@@ -13,7 +13,7 @@
 
 namespace mutants {
 
-// Each program and module has one of its own; what they reach goes to the same file.
+// Each program and module has its own switch; all write to the same file.
 class Switch {
  public:
   Switch() {
@@ -49,7 +49,7 @@ inline bool is(unsigned number) {
   return theSwitch.is(number);
 }
 
-// Opens the file while the program is loaded, before it gives up any right.
+// Opens the file while the program is loaded, before it drops any privilege.
 inline const bool kIsReady = (is(0), true);
 
 template <class Condition>

@@ -1,4 +1,4 @@
-"""Writes sources anew, so that every place asks a switch whether it is to be mutated (switch.hpp)."""
+"""Rewrites sources so that every place asks a switch whether it is mutated (switch.hpp)."""
 import pathlib
 import re
 from dataclasses import dataclass
@@ -11,7 +11,7 @@ SWITCH = pathlib.Path(__file__).resolve().with_name('switch.hpp')
 
 @dataclass
 class Numbered:
-    """A place with its number (that of its first mutant), its line, and how many of the same text are in the file up to it."""
+    """A place with the number of its first mutant, its line, its text, and its ordinal among the file's places with the same text."""
     place: Place
     number: int
     line: int
@@ -19,14 +19,14 @@ class Numbered:
     ordinal: int
 
     def mutants(self):
-        """Number and name of each mutant. Wherever the lines go, the name stays: file, kind, text, which of its like."""
+        """Number and name of each mutant. The name (file, kind, text, ordinal) does not change when lines move."""
         for offset, mutant in enumerate(self.place.mutants):
             kind = f'{self.place.kind} {mutant}'.strip()
             yield self.number + offset, f'{self.place.file} | {kind} | {" ".join(self.original.split())} | {self.ordinal}'
 
 
 def numbered(places, texts):
-    """The places with numbers from 1; each file begins a block, so that a change in one does not compile the others anew."""
+    """The places with numbers. Each file begins a block of numbers, so that a change in one file does not recompile the others."""
     result, seen, following, file = [], {}, 1, None
     for place in places:
         if place.file != file:
@@ -41,7 +41,7 @@ def numbered(places, texts):
 
 
 def around(one):
-    """What stands before, instead of the operator within, and behind a place."""
+    """What to write before a place, which operator to replace by a comma (begin and end, or None), and what to write behind the place."""
     kind, detail = one.place.kind, one.place.detail
     asks, call = f'mutants::is({one.number})', f'mutants::{kind}({one.number}, '
     if kind == 'statement':
@@ -61,8 +61,8 @@ def around(one):
 
 
 def evaluated_late(text, ones):
-    """Nothing is worked out by the compiler: constexpr variables become constants, functions are inline. No byte moves. The constants of
-    classes, which have no places, stay."""
+    """The text with run-time evaluation: constexpr variables become const, constexpr functions inline. Offsets do not change. Constants of
+    classes stay as they are unless they contain a place."""
     def changed(match):
         end = text.find(b';', match.end())
         if match[1] is None:
@@ -76,7 +76,7 @@ def evaluated_late(text, ones):
 
 def with_switches(text, ones):
     """The text of a file with the switches of its places."""
-    edits = []  # (offset, order at the offset, bytes to leave out, what to write)
+    edits = []  # (offset, order at the offset, number of bytes to remove, text to insert)
     for one in ones:
         place, length = one.place, one.place.end - one.place.begin
         before, operator, behind = around(one)

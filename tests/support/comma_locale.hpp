@@ -7,7 +7,7 @@
 
 namespace tandemtrim::test {
 
-/// Runs each test in a locale that writes numbers with a comma, built for the tests (LOCALES).
+/// Runs each test in a locale with a decimal comma; the build puts it into LOCALES.
 class CommaLocaleTest : public testing::Test {
  protected:
   static void SetUpTestSuite() { setenv("LOCPATH", LOCALES, 1); }

@@ -13,7 +13,7 @@ namespace tandemtrim::test {
 
 inline platform::ObjectRef number(std::int64_t value) { return platform::makeObject(value); }
 
-/// A test over the bundle, the printer and the job of a scene, which it may alter before it opens them.
+/// A test with the bundle, printer and job of a scene. It may alter the scene before it opens the job.
 class CoreTest : public testing::Test {
  protected:
   void openJob() {
@@ -25,7 +25,7 @@ class CoreTest : public testing::Test {
     openJob();
     return MorvaTTCommonInfoKV2::initWithCallback(callback, bundle);
   }
-  /// Common info of a derived class, in the same state.
+  /// Makes common info of a derived class; null when `initialize` fails.
   template <class Class>
   [[nodiscard]] std::shared_ptr<Class> makeCommonInfoOf() {
     openJob();
@@ -40,7 +40,7 @@ class CoreTest : public testing::Test {
   std::shared_ptr<FakeCallback> callback;
 };
 
-/// Common info that lets so many tickets be made before it stops being ready.
+/// Common info that is ready `readyTimes` times, so that a test can choose which ticket fails.
 class ReadyForSome : public MorvaTTCommonInfoKV2 {
  public:
   using MorvaTTCommonInfoKV2::initialize;

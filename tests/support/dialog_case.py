@@ -1,4 +1,4 @@
-"""What the tests of the print dialog have in common: the dialog on a screen, and a user who sees it by accessibility."""
+"""Shared by the tests of the print dialog: the dialog on a screen, and a user who reads it through accessibility."""
 
 import gettext
 import os
@@ -14,7 +14,7 @@ from terminal_case import CHANGED, MARGINS, PPD, PROGRAM, SAMPLE, TerminalCase, 
 
 
 def until(look, what):
-    """What `look` gives as soon as it is true; what it looks at may go meanwhile."""
+    """Calls `look` until its result is true, and returns it. A node that is gone counts as false."""
 
     def found():
         try:
@@ -26,28 +26,28 @@ def until(look, what):
 
 
 def meant(node):
-    """Its name as it is meant: the toolkit gives the name of a button with a mnemonic as "_Print Print"."""
+    """The title that a user reads: the toolkit names a button with a mnemonic "_Print Print"."""
     name = node.name.replace("_", "")
     half = name[: len(name) // 2]
     return half if name == f"{half} {half}" else name
 
 
 def of_pages(options):
-    """Those of the options that the dialog's own pages are for."""
+    """The options that belong to the dialog's own pages."""
     return {keyword: value for keyword, value in options.items() if keyword in PAGES}
 
 
 INSIDE = 12  # pixels
-# The name of the entry for page ranges, and the options that the dialog's own pages are for.
-RANGES = "Specify one or more page ranges"
+RANGES = "Specify one or more page ranges"  # the name of the entry for page ranges
+# The options of the dialog's own pages.
 PAGES = ("PageSize", "media", "orientation-requested", "landscape", "OutputOrder", "Collate", "number-up", "page-set")
 PAGES += ("number-up-layout", "page-ranges", "copies", "Duplex", "sides")
-# What "entry" stands for: where a user types.
+# The roles that "entry" means: wherever a user types.
 ENTRIES = {"text", "spin button"}
 
 
 class PrintDialog:
-    """A running dialog as a user uses it: everything is found by its role and its name."""
+    """A running dialog as a user operates it: controls are found by role and name."""
 
     def __init__(self, command, environment, content=b""):
         pipes = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.PIPE)
@@ -66,11 +66,11 @@ class PrintDialog:
         return Program.of_process(self.process.pid)
 
     def nodes(self):
-        """All that shows now, from top to bottom."""
+        """All visible nodes, from top to bottom."""
         return [node for window in self.program.windows() for node in window.all()]
 
     def look(self, role, name):
-        """The thing of this role and this name, else the first one whose name or description holds this text, or none."""
+        """The node of this role with this name, else the first whose name or description contains it, else None."""
         roles = ENTRIES if role == "entry" else {role}
         nodes = [node for node in self.nodes() if node.role in roles]
         named = (node for node in nodes if meant(node) == name)
@@ -81,7 +81,7 @@ class PrintDialog:
         return until(lambda: self.look(role, name), f"{role} {name!r}")
 
     def find_live(self, role, name):
-        """The thing of this role and this name, once it can be used."""
+        """Waits until the node of this role and name is sensitive."""
 
         def live():
             node = self.look(role, name)
@@ -90,31 +90,29 @@ class PrintDialog:
         return until(live, f"{role} {name!r} that can be used")
 
     def click_tab(self, title):
-        """Clicks the tab of this page."""
-
         self.click(until(lambda: next((node for node in self.tabs() if node.name == title), None), f"the page {title!r}"))
 
     def wait_for_tab(self, title):
-        """Waits until there is a page of this title, in front or not: the panel's is there once its printer is known."""
+        """Waits until there is a page of this title, in front or not. The panel's page appears once its printer is known."""
         until(lambda: self.has_tab(title), f"the page {title!r}")
 
     def has_tab(self, title):
         return any(node.name == title for node in self.tabs())
 
     def tabs(self):
-        """All that shows in the tabs of pages."""
+        """All visible nodes in the tabs of pages."""
         return [node for tab in self.nodes() if tab.role == "page tab" for node in tab.all()]
 
     def page(self, title):
-        """Goes to the page of this title. Tabs move while the dialog comes up, so a click can miss."""
+        """Goes to the page of this title. Tabs move while the dialog appears, so a click can miss and is repeated."""
         until(lambda: self.is_in_front(title) or self.click_tab(title), f"the page {title!r} in front")
 
     def look_at_page(self, title):
-        """Goes to the page of this title, which may go when it is looked at."""
+        """Goes to the page of this title, which may disappear as soon as it is in front."""
         until(lambda: not self.has_tab(title) or self.is_in_front(title) or self.click_tab(title), f"a look at the page {title!r}")
 
     def middle(self, node):
-        """The middle of it on the screen."""
+        """The node's middle on the screen."""
 
         def place():
             left, top, width, height = self.program.place(node)
@@ -126,7 +124,7 @@ class PrintDialog:
         return self.program.place(self.window)[2]
 
     def save_picture(self, path):
-        """Saves what the dialog looks like as a PNG file."""
+        """Saves a picture of the dialog as a PNG file."""
         path.parent.mkdir(parents=True, exist_ok=True)
         left, top, width, height = self.program.place(self.window)
         of_x = ("scrot", "--overwrite", "--autoselect", f"{left},{top},{width},{height}")
@@ -145,11 +143,11 @@ class PrintDialog:
         self.click(self.find("check box", name))
 
     def type(self, name, text):
-        """Replaces what an entry holds."""
+        """Replaces the text of an entry."""
         self.program.replace_text(self.find_live("entry", name), text)
 
     def change_panel(self):
-        """Sets all of the sample printer's panel as CHANGED has it."""
+        """Sets the sample printer's panel to the values in CHANGED."""
         self.page("Tandem Trim")
         self.check("Use Tandem Trim")
         self.choose("Image Direction", 1)
@@ -158,7 +156,7 @@ class PrintDialog:
             self.type(f"{side} Margin", CHANGED[keyword])
 
     def go_to(self, name):
-        """Clicks into an entry on the side of its label: there may be buttons at its other end."""
+        """Clicks into an entry near its label, as the other end may have buttons."""
         entry = self.find_live("entry", name)
         x, y = self.middle(entry)
         left, _, width, _ = self.program.place(entry)
@@ -170,14 +168,13 @@ class PrintDialog:
         return self.program.text(self.find("entry", name))
 
     def keys(self, *names):
-        """Presses keys, by the names that X gives them."""
+        """Presses keys, named as in X."""
         self.hands.press(*names)
 
     def is_live(self, role, name):
         return self.find(role, name).has(SENSITIVE)
 
     def is_in_front(self, title):
-        """Whether the page of this title is in front."""
         tabs = [node for node in self.nodes() if node.role == "page tab" and node.has(SELECTED)]
         return any(title in map(meant, tab.all()) for tab in tabs)
 
@@ -185,7 +182,7 @@ class PrintDialog:
         until(lambda: self.is_in_front(title), f"the page {title!r} in front")
 
     def answer(self, title):
-        """Presses the button of this title in the question that is asked, which is the youngest window."""
+        """Presses the button of this title in the newest window, which asks a question."""
 
         def button():
             windows = self.program.windows()
@@ -200,23 +197,23 @@ class PrintDialog:
         return self.find("check box", name).has(CHECKED)
 
     def labels(self):
-        """All texts that stand on what shows now."""
+        """The texts of all visible labels."""
         return [node.name for node in self.nodes() if node.role == "label"]
 
     def says(self, words):
-        """Waits until a text on the screen holds these words."""
+        """Waits until a label contains these words, and returns its text."""
         return until(lambda: next((label for label in self.labels() if words in label), None), f"the words {words!r}")
 
     def choose(self, name, index):
         self.choose_by_keys(name, "Home", *["Down"] * index)
 
     def choose_by_keys(self, name, *keys):
-        """Opens the menu of this name and goes through it by these keys."""
+        """Opens the menu of this name, moves in it by these keys and takes the choice."""
         self.click(until(lambda: self.look("combo box", name) or self.look_behind(name, "combo box"), f"menu {name!r}"))
         self.keys(*keys, "Return")
 
     def look_behind(self, label, role):
-        """The thing of this role right behind a label: the toolkit gives no names to what it makes for a PPD."""
+        """The first node of this role behind a label: the toolkit does not name the controls that it makes for a PPD."""
         nodes = self.nodes()
         for place, node in enumerate(nodes):
             if node.role == "label" and node.name == f"{label}:":
@@ -224,7 +221,7 @@ class PrintDialog:
         return None
 
     def spin(self, name, text):
-        """Replaces what the box of a number holds, by the keyboard."""
+        """Replaces the number in a spin button, by the keyboard."""
         left, top, _, height = self.program.place(self.find_live("spin button", name))
         self.hands.click(left + INSIDE, top + height // 2)
         self.keys("ctrl+a", *text, "Tab")
@@ -233,12 +230,12 @@ class PrintDialog:
         self.click(self.find("label", name))
 
     def ends(self):
-        """Waits for the program's end and gives its exit status and what it said."""
+        """Waits for the program's end and returns its exit status, output and error output."""
         out, self.said = self.process.communicate(timeout=patience.PATIENCE)
         return self.process.returncode, out, self.said
 
     def close(self):
-        """Ends the program if it is still there; what it said must hold no complaint of the toolkit."""
+        """Ends the program if it still runs. Fails if its error output contains complaints of the toolkit."""
         if self.said is None:
             self.process.terminate()
             self.ends()
@@ -248,7 +245,7 @@ class PrintDialog:
 
 
 class DialogCase(TerminalCase):
-    """Each test has a server of its own: some stop it."""
+    """Each test has its own print server, as some tests stop it."""
 
     @classmethod
     def setUpClass(cls):
@@ -269,11 +266,11 @@ class DialogCase(TerminalCase):
         return shown
 
     def of_gtk(self, text, language):
-        """A text of the toolkit's in this language."""
+        """The toolkit's translation of a text."""
         return gettext.translation("gtk40", "/usr/share/locale", [language], fallback=True).gettext(text)
 
     def memories(self, state):
-        """The file in which the next dialog for Morva finds what the last one was set to."""
+        """The file that keeps a dialog's settings for the next one for Morva."""
         host, port = self.cups.address
         return state / f"tandem-trim/Morva@{host}:{port}.conf"
 
@@ -298,7 +295,7 @@ class DialogCase(TerminalCase):
         return dialog
 
     def add_other(self, *changes):
-        """Adds the printer Other, whose PPD differs from the sample by these (old, new) texts."""
+        """Adds the printer Other, whose PPD is the sample's with these (old, new) texts replaced."""
         text = PPD.read_text()
         for old, new in changes:
             self.assertIn(old, text)
@@ -308,13 +305,13 @@ class DialogCase(TerminalCase):
         self.cups.add_queue("Other", ppd)
 
     def see_limit(self, dialog, largest):
-        """Waits until the panel shows this largest value for the top margin, and goes back to the printers."""
+        """Waits until the panel shows this limit of the top margin, and goes back to the printers."""
         dialog.page("Tandem Trim")
         dialog.says(f"(0 to {largest})")
         dialog.page("General")
 
     def freeze_at_other(self, dialog, see_other):
-        """Freezes the server when Other is chosen, which the dialog has seen before: `see_other` waits for that."""
+        """Shows Other, waits with `see_other` until the dialog knows it, goes back to Morva, freezes the server and chooses Other again."""
         dialog.select_printer("Other")
         see_other()
         dialog.select_printer("Morva")

@@ -15,10 +15,10 @@ namespace tandemtrim::test {
 
 using conformance::Scene;
 
-/// What happened, in order, one text each.
+/// Events in order, one text each.
 using Log = std::vector<std::string>;
 
-/// A bundle of a scene's resources and texts that writes down what it is asked.
+/// A bundle with a scene's resources and texts that logs each request.
 class FakeBundle : public platform::Bundle {
  public:
   explicit FakeBundle(const Scene& scene);
@@ -31,14 +31,14 @@ class FakeBundle : public platform::Bundle {
   [[nodiscard]] std::string localizedStringForKey(std::string_view key, std::string_view value,
                                                   std::optional<std::string_view> table) const override;
 
-  /// The file of the setting info; none for a bundle that lacks it.
+  /// The setting-info file; nullopt for a bundle without one.
   std::optional<std::string> settingInfoPath;
   std::map<std::string, std::string, std::less<>> strings;
   mutable Log log;
   std::function<void()> onRelease;
 };
 
-/// Print settings that write down every read and write, and fail on request.
+/// Print settings that log each read and write, and fail on request.
 class FakePrintSettings : public platform::PrintSettings {
  public:
   platform::OSStatus PMPrintSettingsGetValue(std::string_view key,
@@ -53,7 +53,7 @@ class FakePrintSettings : public platform::PrintSettings {
   mutable Log log;
 };
 
-/// The host's part of a scene: its job, and its printer's PPD as libcups opens it.
+/// The host of a scene: the job's print settings, and the printer's PPD as libcups opens it.
 class FakeCallback : public platform::HostCallback {
  public:
   explicit FakeCallback(const Scene& scene);
@@ -65,7 +65,7 @@ class FakeCallback : public platform::HostCallback {
   [[nodiscard]] ppd_file_s* ppdFile() override { return ppd.get(); }
 
   FakePrintSettings settings;
-  /// What the host gives as the job's print settings.
+  /// Returned by `printSettings`; may be null.
   platform::PrintSettings* current = &settings;
   std::shared_ptr<ppd_file_s> ppd;
   std::function<void()> onRelease;

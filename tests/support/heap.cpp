@@ -6,7 +6,7 @@
 namespace tandemtrim::test {
 namespace {
 
-// Whether this allocation is to fail.
+// Whether this allocation must fail.
 bool fails(Heap& heap) noexcept {
   if (heap.left < 0) return heap.isExhausted;
   const bool isLast = heap.left-- == 0;

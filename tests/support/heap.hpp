@@ -1,19 +1,19 @@
 #pragma once
 
-/// The global heap of a test program that links this, to watch and to run out of.
+/// Watches the global heap of a test program that links this, and makes allocations fail.
 namespace tandemtrim::test {
 
 struct Heap {
   long allocations = 0;
-  /// How many of them are not released yet.
+  /// Allocations that are not released yet.
   long live = 0;
-  /// Every allocation raises std::bad_alloc.
+  /// Whether every allocation throws std::bad_alloc.
   bool isExhausted = false;
-  /// So many allocations succeed before one raises; negative: all of them.
+  /// How many allocations succeed before one throws; negative for no limit.
   long left = -1;
-  /// Whether the heap stays exhausted then.
+  /// Whether all allocations after that one throw, too.
   bool forGood = false;
-  /// Called with each address that is released, if set.
+  /// Called with each released address, if set.
   void (*onRelease)(const void* address) = nullptr;
 };
 

@@ -1,5 +1,5 @@
-// What libraries allocate while they are loaded is theirs: leaks are looked for in what comes after, and
-// whoever leaks is still there in the end to be named.
+// Excludes what libraries allocate while they load from the search for leaks, and keeps all libraries loaded
+// so that the report can name their functions.
 
 #include <dlfcn.h>
 #include <sanitizer/lsan_interface.h>
@@ -17,7 +17,7 @@ using Open = void* (*)(const char*, int);
 
 }  // namespace
 
-// In the place of the system's, which they shadow.
+// These shadow the C library's functions.
 extern "C" {
 
 [[gnu::visibility("default")]] void* dlopen(const char* file, int mode) noexcept {

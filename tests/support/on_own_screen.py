@@ -1,7 +1,7 @@
 #!/usr/bin/python3 -Es
-"""Runs a command on a screen and a session bus of its own, in a test's surroundings: on_own_screen.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]
+"""Runs a command in a test's surroundings on its own screen and session bus: on_own_screen.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]
 
-The screen is X's; TANDEM_TRIM_SCREEN=wayland makes it a small one of Wayland's.
+The screen is an X server's; with TANDEM_TRIM_SCREEN=wayland, a small one of a Wayland compositor.
 """
 
 import ctypes
@@ -16,7 +16,7 @@ import surroundings
 
 PR_SET_CHILD_SUBREAPER = 36
 XVFB = ("Xvfb", "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset")
-# Without a device or an X server; a window is as large as the screen. It says its name once it is ready.
+# No input device, no X server, and windows as large as the screen. Sway prints its display's name once it is ready.
 SWAY_SETTINGS = """\
 xwayland disable
 output HEADLESS-1 resolution 1024x600
@@ -26,12 +26,12 @@ exec echo $WAYLAND_DISPLAY
 SWAY_VARIABLES = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1"}
 # Sway does not run as root.
 ORDINARY_USER = ("setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups")
-# While one keyboard is there, programs listen to keyboards: else they hear another one too late for its first keys.
+# Keeps a virtual keyboard plugged in: with none, programs begin to listen too late for the first keys that a test presses.
 KEYBOARD = ("wtype", "-s", "3600000")
 
 
 def end_children():
-    """Ends all children, those included that the toolkits' daemons became by leaving their parents."""
+    """Ends all children, and the toolkits' daemons, which this process has adopted as their subreaper."""
     children = pathlib.Path(f"/proc/self/task/{os.getpid()}/children")
     while pids := [int(pid) for pid in children.read_text().split()]:
         for pid in pids:
@@ -41,7 +41,7 @@ def end_children():
 
 
 def start_x(environment):
-    """The name of a free display, which the server takes and tells once it is ready."""
+    """Starts Xvfb, which takes a free display and reports its number once it is ready."""
     reading, writing = os.pipe()
     quiet = {"stdin": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
     subprocess.Popen([*XVFB, "-displayfd", str(writing)], pass_fds=[writing], env=environment, **quiet)
@@ -71,7 +71,7 @@ def start_wayland(environment):
     return screen
 
 
-# Each gives the variables by which programs find it.
+# How to start each screen. A function returns the variables by which programs find its screen.
 SCREENS = {"x": start_x, "wayland": start_wayland}
 
 

@@ -1,13 +1,13 @@
-"""How long tests wait for what should happen. Nothing takes that long on the slowest machine, so that it is the same everywhere."""
+"""How long tests wait for an event: so long that even the slowest machine is in time, so one limit serves everywhere."""
 
 import time
 
-PATIENCE = 120  # seconds until what is waited for counts as missing
+PATIENCE = 120  # seconds until a test gives up
 INTERVAL = 0.02  # seconds between two looks
 
 
 def until(look, what):
-    """What `look` gives as soon as that is true; TimeoutError that names `what` when it never is."""
+    """Calls `look` until its result is true, and returns it. Raises a TimeoutError that names `what` if it never is."""
     end = time.monotonic() + PATIENCE
     while not (found := look()):
         if time.monotonic() > end:

@@ -1,7 +1,7 @@
-"""A running program as a screen reader knows it: its windows and what shows in them, by the accessibility bus.
+"""A running program as a screen reader sees it: its windows and their visible contents, through the accessibility bus.
 
-A look at everything costs one question to the program, and a few more after a change: GTK tells all that it was once asked about in one
-answer, which is compared with the children that are known of each node.
+Reading everything takes one call, and a few more after a change: GTK returns all nodes that were ever asked for in one answer, which is
+compared with the known children of each node.
 """
 
 import dataclasses
@@ -21,17 +21,17 @@ CHECKED, FOCUSED, SELECTED, SENSITIVE, VISIBLE = (
 )
 IN_WINDOW = 1
 ROOT = "/org/a11y/atspi/accessible/root"
-Gone = dbus.DBusException  # raised where what is asked does not exist any more
+Gone = dbus.DBusException  # raised when a node does not exist any more
 
 
 def _ask(bus, place, path, interface, method, kinds="", *values):
-    """The answer's value, or its values where it has more than one."""
+    """Returns the answer's value, or a sequence if it has several."""
     return bus.call_blocking(place, path, interface, method, kinds, values, timeout=PATIENCE)
 
 
 @functools.cache
 def bus_address():
-    """The address of the accessibility bus, which the session bus has."""
+    """The address of the accessibility bus, as the session bus knows it."""
     return _ask(dbus.SessionBus(), "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
 
 
@@ -47,7 +47,7 @@ def _role_name(role):
 
 @dataclasses.dataclass
 class Node:
-    """One thing that shows, as it was when it was looked at."""
+    """A visible object as it was when it was read."""
 
     path: str
     role: str
@@ -60,7 +60,7 @@ class Node:
         return bool(self.states >> state & 1)
 
     def all(self):
-        """It and all within it, from top to bottom."""
+        """The node and all its descendants, from top to bottom."""
         yield self
         for node in self.inside:
             yield from node.all()
@@ -75,18 +75,18 @@ class Program:
 
     @classmethod
     def of_process(cls, pid):
-        """The program of this process, or none as long as it has not come up."""
+        """The program of this process; None until it is on the bus."""
         for place, _ in _ask(_bus(), "org.a11y.atspi.Registry", ROOT, "org.a11y.atspi.Accessible", "GetChildren"):
             if _ask(_bus(), "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetConnectionUnixProcessID", "s", place) == pid:
                 return cls(place)
         return None
 
     def ask(self, path, interface, method, kinds="", *values):
-        """Calls a method of an object of the program and gives its answer."""
+        """Calls a method of one of the program's objects and returns the answer."""
         return _ask(_bus(), self.place_on_bus, path, f"org.a11y.atspi.{interface}", method, kinds, *values)
 
     def windows(self):
-        """Its windows, the youngest one last, with all that shows in them now."""
+        """Its windows with their visible nodes, the newest window last."""
         known, counts = self._known()
         tree = self._tree(ROOT, known, counts)
         if any(path not in known for path in _paths(tree)):
@@ -94,11 +94,11 @@ class Program:
         return _nodes(tree, known)[0].inside
 
     def made(self):
-        """The paths of all that it has made, whether it shows or not."""
+        """The paths of all its objects, visible or not."""
         return set(self._known()[0])
 
     def _known(self):
-        """What the program was once asked about, by path, without its children; and how many of these each has."""
+        """All nodes that were ever asked for, by path and without their children; and each node's number of children."""
         known, counts = {}, {}
         items = self.ask("/org/a11y/atspi/cache", "Cache", "GetItems")
         for (_, path), _, _, _, count, _, name, role, description, (states, _) in items:
@@ -107,7 +107,7 @@ class Program:
         return known, counts
 
     def _tree(self, path, known, counts):
-        """The path and the trees of what shows within it."""
+        """The path, and the trees of its visible children."""
         children = self._children.get(path, ())
         as_known = len(children) == counts.get(path) and all(child in known and known[child].has(VISIBLE) for child in children)
         if not as_known or path == ROOT:  # GTK does not count windows
@@ -120,7 +120,7 @@ class Program:
         except Gone:
             return []
 
-    # What a user does with a node, and what it shows that is no part of its name.
+    # A user's actions on a node, and properties beyond its name.
 
     def press(self, node):
         self.ask(node.path, "Action", "DoAction", "i", 0)
@@ -132,12 +132,12 @@ class Program:
         return self.ask(node.path, "Text", "GetText", "ii", 0, 2**31 - 1)
 
     def value(self, node):
-        """The number that it shows."""
+        """The number that the node shows."""
         path, properties = node.path, "org.freedesktop.DBus.Properties"
         return _ask(_bus(), self.place_on_bus, path, properties, "Get", "ss", "org.a11y.atspi.Value", "CurrentValue")
 
     def place(self, node):
-        """Its left edge, top edge, width and height in its window."""
+        """The node's left edge, top edge, width and height in its window."""
         return self.ask(node.path, "Component", "GetExtents", "u", IN_WINDOW)
 
 
@@ -149,7 +149,7 @@ def _paths(tree):
 
 
 def _nodes(tree, known):
-    """The tree's node, or none where it is gone."""
+    """A list of the tree's node, empty when the node is gone."""
     path, inside = tree
     if path not in known:
         return []

@@ -1,8 +1,9 @@
 #!/usr/bin/python3 -Es
 """A test's surroundings, the same on every machine: surroundings.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]
 
-The command gets a home folder of its own, one font, GTK's own theme and the variables below; of the caller's environment it gets
-the sanitizers' options, the mutant (tests/mutants) and the seed of random tests alone. TANDEM_TRIM_FONT="Cantarell 11" chooses another of the fonts below.
+The command gets a fresh home folder, one font, GTK's default theme and the variables below. Of the caller's environment it gets only
+the sanitizers' options, the mutant (tests/mutants) and the seed of random tests. TANDEM_TRIM_FONT="Cantarell 11" chooses another font
+of those below.
 """
 
 import contextlib
@@ -17,7 +18,7 @@ import tempfile
 PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
 FONT = "DejaVu Sans 10"
 _DEJAVU = ("truetype/dejavu/DejaVuSans.ttf", "truetype/dejavu/DejaVuSans-Bold.ttf")
-# The files of each family. DejaVu Sans has the letters that the others lack.
+# The files of each family. DejaVu Sans has the letters that the other families lack.
 FONTS = {
     "DejaVu Sans": _DEJAVU,
     "Cantarell": ("opentype/cantarell/Cantarell-Regular.otf", "opentype/cantarell/Cantarell-Bold.otf", *_DEJAVU),
@@ -47,7 +48,7 @@ gtk-application-prefer-dark-theme=false
 gtk-enable-animations=true
 gtk-print-backends=cups,file
 """
-# The same drawing on every machine, and no module or service that only some of them have.
+# Programs draw the same on every machine and use no module or service that only some machines have.
 CONSTANTS = {
     "PATH": PATH,
     "LANG": "C.UTF-8",
@@ -60,7 +61,7 @@ CONSTANTS = {
     "GIO_MODULE_DIR": "/nonexistent",
     "DBUS_SYSTEM_BUS_ADDRESS": "unix:path=/nonexistent",
 }
-# Of a test's variables, those that every program has which the test starts, and those that show it the test's screen.
+# The variables that a test passes on to every program, and those by which a program finds the test's screen.
 SHARED = (*CONSTANTS, "FONTCONFIG_FILE", "XDG_CONFIG_DIRS")
 SCREEN = ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
 SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
@@ -72,19 +73,19 @@ BUILD = pathlib.Path(os.environ.get("TANDEM_TRIM_BUILD", pathlib.Path(__file__).
 LANGUAGES = {
     "english": {},
     "c": {"LANG": "C"},
-    "comma": {"LC_ALL": "de_DE.UTF-8", "LOCPATH": str(BUILD / "tests/locales")},  # before the decimals; the build makes it
+    "comma": {"LC_ALL": "de_DE.UTF-8", "LOCPATH": str(BUILD / "tests/locales")},  # a decimal comma, in a locale that the build makes
     "arabic": {"LANGUAGE": "ar"},
 }
 
 
 def of_this_test(names):
-    """Of this process's variables those of these names, the sanitizers' options and the mutant."""
+    """This process's variables of these names, with the sanitizers' options and the mutant."""
     return {name: value for name, value in os.environ.items() if name in names or name.startswith(SANITIZERS + MUTANTS)}
 
 
 def fonts(folder, font=FONT, more=""):
-    """Writes settings into a new folder by which programs have this font ("family points") alone, and these lines among the toolkit's
-    own; gives the variables for them."""
+    """Writes settings into a new folder that give programs only this font ("family points"), with `more` lines of GTK's settings.
+    Returns the variables by which programs find them."""
     family, points = re.fullmatch(r"(.+) (\d+)", font).groups()
     (folder / "fonts").mkdir(parents=True)
     for file in FONTS[family]:
@@ -100,12 +101,12 @@ def fonts(folder, font=FONT, more=""):
 
 @contextlib.contextmanager
 def own(given):
-    """The whole environment of a test for which CTest gives these variables, with a home folder that is gone afterwards."""
+    """The whole environment of a test, with the variables given on the command line and a home folder that is removed afterwards."""
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
-    # Ignored by what a shell starts in the background, and by all that is started from there.
+    # A shell makes its background jobs ignore SIGINT, and their children inherit that.
     signal.signal(signal.SIGINT, signal.default_int_handler)
     os.umask(0o022)
-    # Not where the caller has its temporary files: print servers give up root's rights, and a socket's path must be short.
+    # Not in the caller's TMPDIR: print servers that drop root's rights must reach it, and a socket's path must be short.
     with tempfile.TemporaryDirectory(prefix="tandem-trim-test-", dir="/tmp") as folder:
         os.chmod(folder, 0o755)
         home, run, temporary = (pathlib.Path(folder, name) for name in ("home", "run", "tmp"))
@@ -130,7 +131,7 @@ def read_arguments():
 
 
 def run(command, environment):
-    """Runs the command and gives its exit status, as a shell gives it."""
+    """Runs the command and returns its exit status as a shell does."""
     status = subprocess.run(command, env=environment, check=False).returncode
     if status >= 0:
         return status

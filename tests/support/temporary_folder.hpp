@@ -8,7 +8,7 @@
 
 namespace tandemtrim::test {
 
-/// A folder that is gone with everything in it when the test is over.
+/// A folder that is removed, with its contents, when the object is destroyed.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
@@ -26,7 +26,7 @@ class TemporaryFolder {
 
   [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 
-  /// Writes a file, with the folders above it, and gives its full path.
+  /// Writes a file, makes the folders above it, and returns its full path.
   std::string write(const std::filesystem::path& name, const std::string& text) const {
     const auto full = path_ / name;
     std::filesystem::create_directories(full.parent_path());

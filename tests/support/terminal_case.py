@@ -1,4 +1,4 @@
-"""What the tests of the terminal program have in common: a server, the sample printer and ways to run the program."""
+"""Shared by the tests of the terminal program: a print server, the sample printer and ways to run the program."""
 
 import hashlib
 import os
@@ -19,9 +19,9 @@ BUILD = surroundings.BUILD
 PROGRAM = BUILD / "host/tandem-trim"
 BUNDLE = BUILD / "TandemTrim.bundle"
 PPD = PROJECT / "resources/sample/MorvaTandemKV2.ppd"
-# What the program says of a job that the server has, before anything else.
+# The first line that the program prints about a job that the server has.
 REQUEST = r"request id is \w+-\d+ \(\d+ file\(s\)\)\n"
-# A change of the PPD: a smaller largest margin at the top.
+# A change of the PPD, as (old, new): a smaller limit of the top margin.
 SMALLER = ('*MVMaxTandemTrimMarginTop: "20"', '*MVMaxTandemTrimMarginTop: "8"')
 SAMPLE = PROJECT / "resources/sample/sample.pdf"
 # Another family of printers.
@@ -33,7 +33,7 @@ MARGINS = {side: f"MV{side}Margin" for side in ("Top", "Bottom", "Left", "Right"
 LARGEST = {"Top": 20, "Bottom": 30, "Left": 15, "Right": 25}  # of the sample printer
 DEFAULTS = {VALID: "Off", DIRECTION: "LongEdgeFeed", POSITION: "Center"} | dict.fromkeys(MARGINS.values(), "5")
 
-# Every kind of value, each asked for in another way than the default.
+# A value other than the default for every option.
 CHANGED = {
     VALID: "On",
     DIRECTION: "ShortEdgeFeed",
@@ -47,7 +47,7 @@ ACTS_THAT_CHANGE = ["Valid=On", "Direction=ShortEdgeFeed", "Position=Left", "Top
 
 
 def each(option, values):
-    """The same command-line option before each of the values."""
+    """The values as arguments, each behind the same command-line option."""
     return [word for value in values for word in (option, value)]
 
 
@@ -57,23 +57,23 @@ def option_text(keyword, value):
     return f'{keyword}="{value}"'
 
 
-# What GLib prints, but for the program's own messages.
+# GLib's messages, except the program's own.
 COMPLAINT = re.compile(
     r"^(?:(?:\*\* )?\([^()]+:\d+\): (?!tandem-trim-)(?:[\w-]+-)?(?:WARNING|CRITICAL|ERROR) \*\*|(?:\*\* |[\w-]+-)Message): .*", re.MULTILINE
 )
-# Those that are not this program's fault.
+# Messages that are not this program's fault.
 FOREIGN = (
     "failed to contact colord",  # GTK asks services of the system bus, which tests do not have
     "Couldn't connect to D-Bus system bus",
     "minimum height for width of 1048576",  # GTK measures a label of two scripts higher once it may wrap, however wide it is
 )
 
-# What helps only somebody at a terminal.
+# Words that help only a user at a terminal.
 OF_TERMINALS = re.compile("LPDEST|lpstat|lpadmin|cupsenable|cupsaccept| -[a-zA-Z]\\b")
 
 
 def complaints(said):
-    """The lines by which GLib, the toolkit and what is built on them complain of the program that said this."""
+    """The lines of a program's error output in which GLib, the toolkit and libraries above them complain."""
     return [line for line in COMPLAINT.findall(said) if not any(words in line for words in FOREIGN)]
 
 
@@ -82,7 +82,7 @@ def digest(document):
 
 
 def of_panel(options):
-    """Those of the options that are the panel's."""
+    """The options of the panel."""
     return {keyword: value for keyword, value in options.items() if keyword in DEFAULTS}
 
 
@@ -106,7 +106,7 @@ class TerminalCase(unittest.TestCase):
         return folder
 
     def documents_of_many_kinds(self):
-        """A printer Any that takes documents of these kinds as they are, and one document of each."""
+        """Adds the printer Any, which takes documents of these kinds unconverted, and returns one document of each."""
         folder = self.temporary_folder()
         contents = {
             "application/pdf": SAMPLE.read_bytes(),
@@ -129,7 +129,7 @@ class TerminalCase(unittest.TestCase):
         return self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | around | more
 
     def trim(self, *arguments, program=PROGRAM, stdin=None, **variables):
-        """Runs the program to its end, without standard input unless some is given; texts come back as str."""
+        """Runs the program to its end, without standard input unless `stdin` is set, and returns its result as str."""
         result = subprocess.run(
             [program, *arguments],
             **({"stdin": subprocess.DEVNULL} if stdin is None else {"input": stdin}),
@@ -144,7 +144,7 @@ class TerminalCase(unittest.TestCase):
         return result
 
     def prints(self, *arguments, stdin=None, **variables):
-        """Runs the program, which must succeed, and gives its result and the records of the job."""
+        """Runs the program, which must succeed, and returns its result and the job's records."""
         result = self.trim(*arguments, stdin=stdin, **variables)
         self.assertEqual(result.returncode, 0, result.stderr)
         confirmation = re.search(r"^job (\d+) on ", result.stdout, re.MULTILINE)
@@ -153,18 +153,18 @@ class TerminalCase(unittest.TestCase):
         return result, [record for record in self.cups.records() if record.job == int(confirmation[1])]
 
     def options_of(self, *arguments, **variables):
-        """Prints the sample document on Morva and gives the options as the filter received them."""
+        """Prints the sample document on Morva and returns the options that the filter received."""
         _, (record,) = self.prints("-d", "Morva", *arguments, SAMPLE, **variables)
         return record.options
 
     def assert_prints_with_the_panel(self, prefix):
-        """The program that is installed below the prefix prints with the panel that is installed with it."""
+        """Asserts that the program installed below the prefix prints with the panel installed beside it."""
         acts = each("--set", ACTS_THAT_CHANGE)
         options = self.options_of(*acts, program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
         self.assertEqual(of_panel(options), CHANGED)
 
     def refuses(self, *arguments, status=1, words=(), stdin=None, **variables):
-        """Runs the program, which must end with this status, say these words and send nothing. Gives its result."""
+        """Runs the program, which must exit with this status, print these words and send nothing. Returns its result."""
         before = self.cups.jobs()
         result = self.trim(*arguments, stdin=stdin, **variables)
         self.assertEqual(result.returncode, status, result.stdout + result.stderr)

@@ -1,4 +1,4 @@
-"""The surroundings that all tests run in, as a program of a test finds them."""
+"""The surroundings that all tests run in, as a test's program finds them."""
 
 import json
 import os
@@ -16,19 +16,19 @@ HOSTILE = LAUNCHER.parents[1] / "hostile_environment.sh"
 
 
 def output(*command, **variables):
-    """What the command prints, which runs in an environment with these variables."""
+    """The output of the command, run with these variables."""
     return subprocess.run(command, env={"PATH": surroundings.PATH} | variables, capture_output=True, text=True, check=True).stdout
 
 
 def environment(*command, **variables):
-    """The environment that a program finds which the command starts."""
+    """The environment of a program that the command starts."""
     return json.loads(output(*command, "/usr/bin/python3", "-c", "import json, os; print(json.dumps(dict(os.environ)))", **variables))
 
 
 class SurroundingsTest(unittest.TestCase):
     def test_nothing_of_the_callers_environment_reaches_a_test(self):
         def comparable(found):
-            """Without the numbers that each run takes for its own."""
+            """Leaves out what differs from run to run."""
             of_run = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SESSION_BUS_PID")
             return {name: value.replace(found["TMPDIR"].removesuffix("/tmp"), "") for name, value in found.items() if name not in of_run}
 
@@ -40,11 +40,11 @@ class SurroundingsTest(unittest.TestCase):
         kept = {"ASAN_OPTIONS": "a=1", "LSAN_OPTIONS": "b=2", "TANDEM_TRIM_SEED": "3", "TANDEM_TRIM_MUTANT": "4"}
         self.assertLessEqual(kept.items(), environment(LAUNCHER, **kept).items())
 
-    def test_what_a_test_is_given_wins(self):
+    def test_variables_on_the_command_line_override_all_others(self):
         found = environment(LAUNCHER, "LANG=de_DE.UTF-8", "TANDEM_TRIM_JOBS=5", LANG="C", TANDEM_TRIM_JOBS="6")
         self.assertEqual((found["LANG"], found["TANDEM_TRIM_JOBS"]), ("de_DE.UTF-8", "5"))
 
-    def test_the_fonts_are_those_that_are_asked_for(self):
+    def test_only_the_requested_fonts_exist(self):
         def families(*given):
             return set(output(LAUNCHER, *given, "fc-list", ":", "family").split("\n")) - {""}
 
@@ -58,7 +58,7 @@ class SurroundingsTest(unittest.TestCase):
             self.assertEqual(families(given), {family, "DejaVu Sans"})
             self.assertEqual(default(given), f"{family}:style=Bold")
 
-    def test_the_home_folder_is_gone_afterwards_however_the_test_ends(self):
+    def test_the_home_folder_is_removed_however_the_test_ends(self):
         def starts(launcher, script):
             test = subprocess.Popen([*launcher, "sh", "-c", script], stdout=subprocess.PIPE, text=True, stderr=subprocess.DEVNULL)
             self.addCleanup(test.stdout.close)
@@ -77,7 +77,7 @@ class SurroundingsTest(unittest.TestCase):
                 self.assertEqual(test.wait(), 128 + signal.SIGTERM)
                 self.assertFalse(home.parent.exists())
 
-    def test_every_test_runs_in_them(self):
+    def test_every_test_runs_in_these_surroundings(self):
         listed = json.loads(output("ctest", "--show-only=json-v1", "--test-dir", os.environ["TANDEM_TRIM_BUILD"]))["tests"]
         outside = [test["name"] for test in listed if test["command"][0] not in (str(LAUNCHER), str(SCREEN))]
         self.assertTrue(listed)

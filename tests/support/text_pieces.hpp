@@ -5,7 +5,7 @@
 
 namespace tandemtrim::test {
 
-/// What random texts for a margin box are put together from: digits, what is near them, and what is not.
+/// The pieces of random texts for a margin box: digits, characters like digits, and others.
 inline const std::vector<std::string> kTextPieces{"0",
                                                   "1",
                                                   "9",

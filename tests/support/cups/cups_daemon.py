@@ -1,4 +1,4 @@
-"""A CUPS daemon of one's own for a short time, in a temporary folder and on a free port."""
+"""A temporary CUPS daemon in a temporary folder and on a free port."""
 
 import getpass
 import grp
@@ -21,12 +21,12 @@ from patience import PATIENCE, until
 SYSTEM_DAEMON = pathlib.Path("/usr/sbin/cupsd")
 SYSTEM_PROGRAMS = pathlib.Path("/usr/lib/cups")
 PATH = surroundings.PATH
-FILTER = "morvatandem"  # as the sample printer's PPD names it
-OTHER_FILTER = "lundfoldline"  # as that of the second family does
+FILTER = "morvatandem"  # in the sample printer's PPD
+OTHER_FILTER = "lundfoldline"  # in the second family's PPD
 BACKEND = "recorder"
 HOST = "127.0.0.1"
 ATTEMPTS = 5
-NOTE = "/is-that-all-"  # what only the tests ask for
+NOTE = "/is-that-all-"  # the beginning of a path that only requests() asks for
 
 SERVER_SETTINGS = """\
 Listen {host}:{port}
@@ -76,7 +76,7 @@ SetEnv TANDEM_TRIM_RECORDS {folder}/records
 
 
 def free_port():
-    """A port that nobody listens on, below those that the system gives to clients: none of these takes it in the meantime."""
+    """A port without a listener, outside the range from which the system assigns ports to clients."""
     while True:
         port = random.SystemRandom().randrange(20000, 32000)
         with socket.socket() as probe:
@@ -88,7 +88,7 @@ def free_port():
 
 
 class CupsDaemon:
-    """Runs between `with` and its end; root or an ordinary user may start it."""
+    """Runs for the duration of a `with` statement, or until stop(). Root or an ordinary user may start it."""
 
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="private-cups-"))
@@ -123,10 +123,10 @@ class CupsDaemon:
             recorder = self.folder / "programs" / name
             shutil.copyfile(pathlib.Path(__file__).with_name("recording_filter.py"), recorder)
             recorder.chmod(0o755)
-        # Root's server runs filters as another user, and the starter may have kept all files to itself.
+        # Root's server runs filters as another user, who needs access whatever the umask is.
         for folder in (".", "programs", "programs/filter", "programs/backend"):
             (self.folder / folder).chmod(0o755)
-        # A system profile goes by the daemon's path.
+        # A copy, as a security profile of the system applies to the daemon's own path.
         shutil.copy(SYSTEM_DAEMON, self.folder / "cupsd")
         root = os.geteuid() == 0
         settings = FILE_SETTINGS.format(
@@ -141,15 +141,15 @@ class CupsDaemon:
             self.address = (HOST, free_port())
             if self._runs():
                 return
-        # Another program took each port in the meantime, or the settings are wrong.
+        # Other programs were faster to take each port, or the settings are wrong.
         raise RuntimeError(f"cupsd does not start:\n{(self.folder / 'output').read_text()}{self.log()}")
 
     def _runs(self):
-        """Starts the server at its address; false where it ends at once."""
+        """Starts the server at its address; false if it ends at once."""
         (self.folder / "cupsd.conf").write_text(SERVER_SETTINGS.format(host=HOST, port=self.address[1]))
         command = [self.folder / "cupsd", "-f", "-c", self.folder / "cupsd.conf"]
         command += ["-s", self.folder / "cups-files.conf"]
-        # The server ends with its starter, however that ends.
+        # The server ends with this process, however that ends.
         with open(self.folder / "output", "ab") as output:
             self._server = subprocess.Popen(
                 ["env", "--ignore-signal=XFSZ", "setpriv", "--pdeathsig", "TERM", *command],
@@ -172,12 +172,12 @@ class CupsDaemon:
         return self._served_here()
 
     def _served_here(self):
-        """Whether it was this server that answered: one that lost its port to another has served nobody."""
+        """Whether this server answered: one that lost the port to another has logged no request."""
         requests = self.folder / "access_log"
         return requests.exists() and requests.stat().st_size > 0
 
     def freeze(self):
-        """From now on the server neither works nor answers, but its port stays open."""
+        """Stops the server without closing its port, so that it does not answer."""
         self._server.send_signal(signal.SIGSTOP)
         self._frozen = True
 
@@ -186,19 +186,19 @@ class CupsDaemon:
         self._frozen = False
 
     def fill_disk(self):
-        """From now on the server can write no file beyond a megabyte, as if its disk were full."""
+        """Limits the files that the server writes to a megabyte, as if its disk were full."""
         resource.prlimit(self._server.pid, resource.RLIMIT_FSIZE, (1 << 20, resource.RLIM_INFINITY))
 
     def empty_disk(self):
         resource.prlimit(self._server.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
 
     def kill(self):
-        """The server is gone at once, and so is its port."""
+        """Ends the server at once and closes its port."""
         self._server.kill()
         self._server.wait()
 
     def revive(self):
-        """Starts a server that was killed at its address again, with what it has written to its files by then."""
+        """Starts a killed server again at its address, with the files that it left."""
         if not self._runs():
             raise RuntimeError(f"cupsd does not start again:\n{self.log()}")
 
@@ -216,15 +216,15 @@ class CupsDaemon:
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def requests(self):
-        """What the server was asked so far, one line for each request."""
-        # The server notes a request once its answer is gone, so the note of one more stands behind all others.
+        """The server's log of all requests so far, a line each."""
+        # The server logs a request after answering it. When the log has a last request of ours, it has all earlier ones.
         last = f"{NOTE}{uuid.uuid4()}"
         connection = http.client.HTTPConnection(*self.address, timeout=PATIENCE)
         connection.request("GET", last)
         connection.getresponse()
         connection.close()
         log = self.folder / "access_log"
-        until(lambda: last in log.read_text(errors="replace"), "the server's note of a request")
+        until(lambda: last in log.read_text(errors="replace"), "the last request in the server's log")
         return [line for line in log.read_text(errors="replace").splitlines() if NOTE not in line]
 
     def log(self):

@@ -1,4 +1,4 @@
-// Loaded before the C library: no look-up of a server's name comes to an end.
+// Preloaded before the C library: no look-up of a server's name ever ends.
 
 #include <netdb.h>
 #include <unistd.h>

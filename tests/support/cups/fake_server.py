@@ -1,4 +1,4 @@
-"""A print server that answers as a test says, and otherwise as a print server would that holds whatever it is sent."""
+"""A print server that answers as a test says, and otherwise like one that keeps all jobs as they were sent."""
 
 import base64
 import http.server
@@ -21,7 +21,7 @@ JOB = ((ipp.INTEGER, "job-id", 1), (ipp.ENUM, "job-state", ipp.COMPLETED), (ipp.
 
 
 def answer(content, *fields):
-    """A whole answer of HTTP."""
+    """A complete HTTP response."""
     return head(f"Content-Length: {len(content)}", *fields) + content
 
 
@@ -34,7 +34,7 @@ def chunk(content):
 
 
 def described(tag, attributes, changes=()):
-    """An answer of IPP with a group of these attributes, where `changes` has none of the same name."""
+    """An IPP response with a group of these attributes; `changes` replace those of the same name."""
     changed = {name for _, name, *_ in changes}
     kept = [attribute for attribute in attributes if attribute[1] not in changed]
     return answer(ipp.beginning(0) + ipp.group(tag, [*kept, *changes]) + bytes([ipp.END]))
@@ -44,7 +44,7 @@ UNAUTHORIZED = b'HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm="CUP
 
 
 class Serving:
-    """Serves between `with` and its end."""
+    """Serves for the duration of a `with` statement."""
 
     def __init__(self, server):
         self._server, self.ended = server, threading.Event()
@@ -63,7 +63,7 @@ class Serving:
 
 
 class TlsWithoutEnd(Serving):
-    """The start of TLS comes to no end: the server says nothing, or a byte now and then."""
+    """A server whose TLS handshake never ends: it sends nothing, or a byte now and then."""
 
     def __init__(self, is_silent):
         tls = self
@@ -71,7 +71,7 @@ class TlsWithoutEnd(Serving):
         class Handler(socketserver.BaseRequestHandler):
             def handle(self):
                 if not is_silent:
-                    self.request.sendall(b"\x16\x03\x03\x40\x00")  # the head of 16 KB of it
+                    self.request.sendall(b"\x16\x03\x03\x40\x00")  # the head of a handshake record of 16 KB
                 try:
                     while not tls.ended.wait(0.1):
                         self.request.sendall(b"" if is_silent else b"\x02")
@@ -82,13 +82,12 @@ class TlsWithoutEnd(Serving):
 
 
 class FakeServer(Serving):
-    """Serves on a port of its own. `odd` has, for an operation of IPP or for PPD, a function that gives the pieces of
-    bytes to send instead of the usual answer; behind them the connection is closed. `logins` has the "user:password" that operations want."""
+    """Serves on a free port. `odd` maps an IPP operation, or PPD, to a function that returns the pieces of bytes to send instead of the
+    usual answer; then the connection is closed. `logins` maps operations to the "user:password" that they need."""
 
     def __init__(self, ppd=b"", odd=None, logins=None):
         self._ppd, self._odd, self._logins = ppd, odd or {}, logins or {}
-        # The logins that were tried, each once.
-        self.tried = []
+        self.tried = []  # the logins that clients sent, each once
         self._job, self._documents = b"", 0
         self.asked, self._open = [], []
         fake = self
@@ -120,7 +119,7 @@ class FakeServer(Serving):
             try:
                 client.shutdown(socket.SHUT_RDWR)
             except OSError:
-                pass  # it has gone
+                pass  # the client has gone
         super().__exit__()
 
     @staticmethod

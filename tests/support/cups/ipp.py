@@ -1,4 +1,4 @@
-"""The few requests of the Internet Printing Protocol that the tests send to their server themselves."""
+"""The few requests of the Internet Printing Protocol that tests send directly."""
 
 import http.client
 import struct
@@ -30,12 +30,12 @@ def _attribute(tag, name, *values):
         else:
             value = value.encode()
         encoded += struct.pack(">BH", tag, len(name)) + name.encode() + struct.pack(">H", len(value)) + value
-        name = ""  # one more value of the same attribute
+        name = ""  # another value of the same attribute
     return encoded
 
 
 def beginning(code, attributes=()):
-    """A message with this operation or status, up to the end of its first group."""
+    """The beginning of a message with this operation or status, up to the end of its first group."""
     message = struct.pack(">HHIB", 0x0200, code, 1, OPERATION_GROUP)
     message += _attribute(CHARSET, "attributes-charset", "utf-8")
     message += _attribute(LANGUAGE, "attributes-natural-language", "en")
@@ -47,7 +47,7 @@ def group(tag, attributes):
 
 
 def _start_of(message, tag):
-    """Where the group of this tag begins in a message, or its end."""
+    """The index at which the group of this tag begins; the message's end if there is none."""
     at = 8
     while message[at] not in (tag, END):
         at += 1
@@ -58,7 +58,7 @@ def _start_of(message, tag):
 
 
 def attributes_of(message, tag):
-    """The encoded attributes of the first group of this tag and of all behind it."""
+    """The encoded attributes of the first group of this tag and of all later groups."""
     return message[_start_of(message, tag) + 1 :] if message[_start_of(message, tag)] == tag else bytes([END])
 
 
@@ -68,7 +68,7 @@ def _encode(operation, attributes, printer_attributes):
 
 
 def _decode(message):
-    """The groups behind the first one, each a dictionary from name to list of values."""
+    """The groups after the first one, each a dictionary from name to list of values."""
     groups, name, at = [], "", 8
     while message[at] != END:
         tag, at = message[at], at + 1
@@ -92,7 +92,7 @@ def _decode(message):
 
 
 def ask(address, operation, attributes=(), printer_attributes=(), path="/", data=b""):
-    """Sends a request to (host, port) and gives the groups of the answer. IppError when it is refused."""
+    """Sends a request to (host, port) and returns the groups of the answer. Raises IppError when it is refused."""
     connection = http.client.HTTPConnection(*address, timeout=PATIENCE)
     try:
         body = _encode(operation, attributes, printer_attributes) + data

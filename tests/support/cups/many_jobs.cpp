@@ -1,7 +1,7 @@
-// Sends many jobs with random settings, each settled at the panel and sent as the program itself does it,
-// over one connection, and writes down what was saved for each: "job <tab> printer <tab> keyword=value <tab>
-// ...". Where connections break (TANDEM_TRIM_BREAKS), a job that is not confirmed has the word "failed" in
-// its number's place, and the next one another connection.
+// Sends many jobs with random settings over one connection, each settled by the panel and sent as the program
+// does it. Prints a line for each job: "job <tab> printer <tab> keyword=value <tab> ...". With
+// TANDEM_TRIM_BREAKS, a job that is not confirmed has "failed" for its number, and the next job gets a new
+// connection; otherwise such a job ends the program.
 
 #include <array>
 #include <cstdlib>
@@ -24,7 +24,7 @@ struct Setting {
   const char* name;
   const char* keyword;
   std::vector<std::string> choices;
-  // Of a margin; one above is typed, too, and corrected by the panel.
+  // A margin's limit. Larger values are entered, too, and the panel clamps them.
   int largest;
 };
 
@@ -44,7 +44,7 @@ std::string anyValue(Random& random, const Setting& setting, int beyond) {
   return std::to_string(below(random, static_cast<std::size_t>(setting.largest + 1 + beyond)));
 }
 
-// What a user asks for: some settings as options of the command line, some at the panel.
+// A random command line: some settings as options, some as entries in the panel.
 CommandLine anyWishes(Random& random, std::uint64_t number) {
   CommandLine line;
   line.options.push_back({"x-number", std::to_string(number)});

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""A CUPS server of one's own for a short time: a free port, temporary folders, printers that record what they get.
+"""A temporary CUPS server: a free port, temporary folders, and printers that record their jobs.
 
-As a command it runs one program against such a server and then shows what the printer "Morva" received:
+As a command it runs one program against such a server and then prints what the server's printers received:
 
     ./private_cups.py MorvaTandemKV2.ppd -- lp -d Morva -o PageSize=A4 sample.pdf
 """
@@ -16,7 +16,7 @@ import subprocess
 import sys
 import urllib.parse
 
-# As a command it is started without the tests' path.
+# A command lacks the tests' module path.
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1]))
 
 import ipp  # noqa: E402
@@ -30,7 +30,7 @@ RECORDER = f"{BACKEND}:/paper"
 
 
 class PrivateCups(CupsDaemon):
-    """A private server with its printers and jobs, as a test handles them."""
+    """The operations on a private server's printers and jobs."""
 
     # Its printers.
 
@@ -38,7 +38,7 @@ class PrivateCups(CupsDaemon):
         return (ipp.URI, "printer-uri", f"ipp://localhost/printers/{urllib.parse.quote(name)}")
 
     def add_queue(self, name, ppd=None, accepting=True, enabled=True, device=None):
-        """Adds or changes a printer. Without a PPD its backend records the jobs, else the PPD's filter does."""
+        """Adds or changes a printer. With a PPD, the PPD's filter records the jobs; without one, the backend does."""
         settings = (
             (ipp.URI, "device-uri", device or (NOWHERE if ppd else RECORDER)),
             (ipp.BOOLEAN, "printer-is-accepting-jobs", accepting),
@@ -57,7 +57,7 @@ class PrivateCups(CupsDaemon):
     # Its clients and jobs.
 
     def environment(self):
-        """The variables of a program that is to print here, with nothing of the user's own settings."""
+        """The variables of a program that prints here, without any of the user's settings."""
         home = str(self.folder / "home")
         return surroundings.of_this_test(surroundings.SHARED) | {
             "PATH": PATH,
@@ -65,11 +65,11 @@ class PrivateCups(CupsDaemon):
             "LANG": "C.UTF-8",
             "TMPDIR": home,
             "CUPS_SERVER": f"{self.address[0]}:{self.address[1]}",
-            "CUPS_SERVERROOT": home,  # where root's saved options are
+            "CUPS_SERVERROOT": home,  # the folder of root's saved options
         }
 
     def jobs(self, which="all"):
-        """The numbers of the jobs that the server knows ("all", "completed", "not-completed")."""
+        """The numbers of the server's jobs ("all", "completed" or "not-completed")."""
         attributes = [
             (ipp.URI, "printer-uri", "ipp://localhost/"),
             (ipp.NAME, "requesting-user-name", getpass.getuser()),
@@ -86,7 +86,7 @@ class PrivateCups(CupsDaemon):
             raise TimeoutError(f"{error}; the server's log:\n{self.log()[-4000:]}") from None
 
     def cancel_all(self):
-        """Takes back all jobs that are not printed yet."""
+        """Cancels all jobs that are not printed yet."""
         for job in self.jobs("not-completed"):
             attributes = [
                 (ipp.URI, "job-uri", f"ipp://localhost/jobs/{job}"),
@@ -95,13 +95,13 @@ class PrivateCups(CupsDaemon):
             try:
                 ipp.ask(self.address, ipp.CANCEL_JOB, attributes, path="/jobs/")
             except ipp.IppError:
-                pass  # it has ended by itself
+                pass  # the job has ended
 
     def records(self):
         return read_records(self.folder / "records")
 
     def forget(self):
-        """Clears the records and what clients saved. Jobs that are still printed end first: their filters are writing records."""
+        """Cancels all jobs, waits for their filters, which may be writing records, and clears the records and the clients' home folder."""
         self.cancel_all()
         self.wait_for_jobs()
         for name in ("records", "home"):

@@ -1,5 +1,5 @@
 #!/usr/bin/python3 -IS
-"""A filter and backend of CUPS that notes what it was given and passes the document on unchanged."""
+"""A filter and backend of CUPS that records its arguments and passes the document on unchanged."""
 
 import hashlib
 import json
@@ -43,6 +43,6 @@ def main():
     os.rename(unfinished, os.path.join(folder, name + ".json"))
 
 
-# CUPS calls a backend without arguments to learn which printers it finds.
+# Without arguments, CUPS asks a backend for the printers that it finds.
 if len(sys.argv) > 1:
     main()

@@ -1,4 +1,4 @@
-"""What the recording filter noted about the jobs that reached it."""
+"""Reads what the recording filter wrote about its jobs."""
 
 import dataclasses
 import json
@@ -7,21 +7,21 @@ import pathlib
 
 @dataclasses.dataclass(frozen=True)
 class Record:
-    """One document as the printer's filter received it."""
+    """A document as the printer's filter received it."""
 
     job: int
     queue: str
     user: str
     title: str
     copies: int
-    options: dict  # keyword to value in their order, switches as "true" and "false"
+    options: dict  # keyword to value, in the filter's order; switches are "true" or "false"
     sha256: str
     size: int
-    document: str  # the file with what was received; empty for a document of more than a megabyte
+    document: str  # the path of a copy; the copy is empty for a document of more than a megabyte
 
 
 def parse_options(text):
-    """Reads the options that CUPS hands to a filter: blanks part them, a backslash takes the next character along."""
+    """Parses the options that CUPS passes to a filter: blanks separate them, a backslash escapes the next character."""
     words, word, characters = [], "", iter(text.strip(" "))
     for character in characters:
         if character == " ":
@@ -44,11 +44,11 @@ def parse_options(text):
 
 
 def read_records(folder):
-    """All records in the folder, by job and then in the order of the job's documents."""
+    """All records in the folder, by job and then in the order in which the documents arrived."""
     records = []
     for path in sorted(pathlib.Path(folder).glob("*.json")):
         fields = json.loads(path.read_text(encoding="ascii"))
-        # Arguments that are no UTF-8 come as lone surrogates, as the system's own arguments do.
+        # Bytes that are not UTF-8 are lone surrogates, as in sys.argv.
         fields["options"] = parse_options(fields["options"])
         records.append(Record(**fields))
     return records

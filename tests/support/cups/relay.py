@@ -1,5 +1,5 @@
-"""Stands between a client and its print server, lets a number of the client's requests through, and then plays a server in trouble.
-Or it holds one kind of request back for a while."""
+"""Relays between a client and its print server that pass some traffic on and then fail in one way: they fall silent, cut the connection,
+refuse, delay or change what passes."""
 
 import base64
 import random
@@ -19,7 +19,8 @@ END_OF_REQUEST_LINE = b" HTTP/1.1\r\n"
 
 
 class Relay:
-    """From the request numbered `last` on the server is silent, or its connection and port are gone; or it refuses that one. Between `with` and its end."""
+    """Passes on the requests before number `last`. From that one on it is silent (SILENT) or closes the connection and its port (GONE); or
+    it refuses that one alone (BUSY). Runs for the duration of a `with` statement."""
 
     def __init__(self, server, last, trouble):
         self._server, self._last, self._trouble = server, last, trouble
@@ -44,7 +45,7 @@ class Relay:
         try:
             one.shutdown(socket.SHUT_RDWR)
         except OSError:
-            pass  # it has ended by itself
+            pass  # the connection is closed
         one.close()
 
     def _accept(self):
@@ -55,12 +56,12 @@ class Relay:
                 server = socket.create_connection(self._server)
                 self._open += [client, server]
                 for one in (client, server):
-                    one.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)  # as if there were no relay
+                    one.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)  # adds no delay
                 for carry in (self._requests_from, self._answers_to):
                     carriers.append(threading.Thread(target=carry, args=(client, server)))
                     carriers[-1].start()
         except OSError:
-            pass  # nobody listens any more
+            pass  # the listener is closed
         for carrier in carriers:
             carrier.join()
 
@@ -81,7 +82,7 @@ class Relay:
         self._end(server)
 
     def _pass_on_while(self, may_pass, client, server):
-        """Passes on the client's pieces up to one that may not pass, and ends the connection."""
+        """Passes on the client's pieces until one may not pass, then closes the connection."""
         try:
             while (piece := client.recv(PIECE)) and may_pass(piece):
                 server.sendall(piece)
@@ -102,7 +103,7 @@ class Relay:
 
 
 class Overhearing(Relay):
-    """Lets all through and keeps the client's bytes."""
+    """Passes everything on and records the client's bytes."""
 
     def __init__(self, server):
         super().__init__(server, float("inf"), None)
@@ -113,7 +114,7 @@ class Overhearing(Relay):
 
 
 class Altered(Relay):
-    """Replaces bytes of the server's answers by others, as many."""
+    """Replaces bytes in the server's answers by as many others."""
 
     def __init__(self, server, old, new):
         super().__init__(server, float("inf"), None)
@@ -128,7 +129,7 @@ class Altered(Relay):
 
 
 class WantsEncryption(Relay):
-    """Answers each connection that begins with another request than one for encryption with 426, and passes the others on."""
+    """Answers requests with 426 until the connection's client asks for encryption, then passes everything on."""
 
     def __init__(self, server):
         super().__init__(server, float("inf"), None)
@@ -151,7 +152,7 @@ class WantsEncryption(Relay):
 
 
 class Usurped(Relay):
-    """Cuts the first connection off at one piece of what the client sends; from then on another server answers."""
+    """Cuts the connection at the client's piece number `last`. Later connections reach another server."""
 
     def __init__(self, server, other, last):
         super().__init__(server, last, None)
@@ -171,7 +172,7 @@ class Usurped(Relay):
 
 
 class WantsLogin(Relay):
-    """Lets no job be made but by who sends this "user:password"; `tried` has those that were sent."""
+    """Refuses to make a job without this "user:password". `tried` lists the logins that were sent."""
 
     def __init__(self, server, login):
         super().__init__(server, float("inf"), None)
@@ -194,9 +195,9 @@ class WantsLogin(Relay):
 
 
 class Slow(Relay):
-    """Passes on so many bytes of the client's requests a second, and lets the system keep hardly more of them in front of it."""
+    """Passes on `speed` bytes of the client's requests a second. A small receive buffer keeps the system from taking many more."""
 
-    SHARE = 20  # of a second
+    SHARE = 20  # pieces a second
 
     def __init__(self, server, speed):
         super().__init__(server, float("inf"), None)
@@ -218,7 +219,7 @@ class Slow(Relay):
 
 
 class Holdup(Relay):
-    """Lets all through, but requests with these words only after release(); `held` is set when one has come."""
+    """Passes everything on, but requests with these words only after release(). `held` is set when one arrives."""
 
     def __init__(self, server, words):
         super().__init__(server, float("inf"), None)
@@ -237,8 +238,8 @@ class Holdup(Relay):
 
 
 class AtByte(Relay):
-    """Does something once so many bytes have passed since these words in a request, on its connection: bytes of the client's requests, or of the
-    server's answers. `counted` is how many there were."""
+    """Calls _at_point() once `after` bytes have passed since the words `since` in a request, on that request's connection. Counts the bytes
+    of the client's requests or, with `answers`, of the server's answers. `counted` is their number."""
 
     def __init__(self, server, after=float("inf"), answers=False, since=NEW_JOB):
         super().__init__(server, float("inf"), None)
@@ -268,7 +269,7 @@ class AtByte(Relay):
         self._end(target)
 
     def _counts(self, piece, target):
-        """Passes on what is in front of the point that is waited for; gives the rest."""
+        """Counts a piece. When it contains the point, passes on the bytes before the point, calls _at_point() and returns the rest."""
         left = self._after - self.counted
         self.counted += len(piece)
         if not 0 < left <= len(piece):
@@ -279,7 +280,7 @@ class AtByte(Relay):
 
 
 class Cut(AtByte):
-    """Cuts the connection there. Others are whole."""
+    """Cuts the connection at the point, and no others."""
 
     def _at_point(self):
         self.counted = self._after
@@ -287,14 +288,14 @@ class Cut(AtByte):
 
 
 class OftenCut(Relay):
-    """Cuts the connection of one in so many jobs, at any byte of its requests or their answers. `cuts` is how many it cut."""
+    """Cuts the connection of one in `one_in` jobs, at a random byte of its requests or their answers. `cuts` counts the cuts."""
 
-    FARTHEST = 8000  # bytes behind the beginning of a small job
+    FARTHEST = 8000  # bytes after the beginning of a small job
 
     def __init__(self, server, one_in, seed):
         super().__init__(server, float("inf"), None)
         self._one_in, self._random = one_in, random.Random(seed)
-        self._left = {}  # by the end of a connection that bytes come from: how many pass before the cut
+        self._left = {}  # socket that bytes come from -> how many pass before the cut
         self.cuts = 0
 
     def _requests_from(self, client, server):
@@ -323,7 +324,7 @@ class OftenCut(Relay):
 
 
 class AlwaysCut(AtByte):
-    """Cuts the connection there, and each later one at the same point."""
+    """Cuts the connection at the point, and each later one at its same point."""
 
     def _at_point(self):
         self._client_of_job, self.counted = None, 0
@@ -331,7 +332,7 @@ class AlwaysCut(AtByte):
 
 
 class Pause(AtByte):
-    """Stops there until release()."""
+    """Passes nothing on at the point until release(). `held` is set at the point."""
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
@@ -348,7 +349,7 @@ class Pause(AtByte):
 
 
 class Babbling(AtByte):
-    """Begins there to answer, byte by byte, without an end. Others are whole."""
+    """Begins an endless answer at the point, byte by byte. Other connections are untouched."""
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
@@ -374,7 +375,7 @@ class Babbling(AtByte):
 
 
 class Away(Cut):
-    """Cuts the connection there and takes no others for so many seconds."""
+    """Cuts the connection at the point and accepts no others for `seconds`."""
 
     def __init__(self, server, after, seconds):
         super().__init__(server, after)

@@ -1,4 +1,4 @@
-"""A user's hands at the keyboard and the pointer of a test's screen. Keys have the names that X gives them ("ctrl+a", "Return")."""
+"""A user's hands: presses keys and clicks on a test's screen. Keys are named as in X ("ctrl+a", "Return")."""
 
 import functools
 import os
@@ -19,7 +19,7 @@ class XHands:
         _run("xdotool", "key", *keys)
 
     def press_quickly(self, *keys):
-        """With nothing between the keys."""
+        """Presses the keys without a delay between them."""
         _run("xdotool", "key", "--delay", "0", *keys)
 
 
@@ -30,11 +30,11 @@ class WaylandHands:
     def press(self, *keys):
         words = []
         for key in keys:
-            *held, last = key.split("+")
-            for modifier in held:
+            *modifiers, last = key.split("+")
+            for modifier in modifiers:
                 words += ["-M", modifier]
             words += ["-k", last]
-            for modifier in held:
+            for modifier in modifiers:
                 words += ["-m", modifier]
         _run("wtype", *words)
 

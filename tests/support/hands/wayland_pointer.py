@@ -1,12 +1,12 @@
-"""A pointer on a Wayland screen, by the compositor's protocol for virtual ones: no program of Debian 12 has that for a command line."""
+"""A pointer on a Wayland screen, by the compositor's protocol for virtual pointers: Debian 12 has no command-line program for it."""
 
 import os
 import socket
 import struct
 
-DISPLAY, REGISTRY, ANSWER, MANAGER, POINTER = 1, 2, 3, 4, 5  # the objects, by the numbers that this client gives them
-GET_REGISTRY, BIND, SYNC, CREATE_POINTER, MOVE_TO, BUTTON, FRAME = 1, 0, 0, 0, 1, 2, 4  # what is asked of them
-GLOBAL, DONE = 0, 0  # what they tell
+DISPLAY, REGISTRY, ANSWER, MANAGER, POINTER = 1, 2, 3, 4, 5  # the objects' numbers, chosen by this client
+GET_REGISTRY, BIND, SYNC, CREATE_POINTER, MOVE_TO, BUTTON, FRAME = 1, 0, 0, 0, 1, 2, 4  # requests
+GLOBAL, DONE = 0, 0  # events
 INTERFACE = "zwlr_virtual_pointer_manager_v1"
 LEFT_BUTTON = 0x110
 SIZE = (1024, 600)
@@ -18,12 +18,12 @@ def _text(text):
 
 
 class Pointer:
-    """It is there from when it is made, so that programs that start later listen to it."""
+    """A virtual pointer. Make it before a program starts, so that the program listens to it."""
 
     def __init__(self):
         self._socket = socket.socket(socket.AF_UNIX)
         self._socket.connect(os.environ["WAYLAND_DISPLAY"])
-        self._told = self._socket.makefile("rb")
+        self._events = self._socket.makefile("rb")
         self._ask(DISPLAY, GET_REGISTRY, struct.pack("I", REGISTRY))
         names = {}
         for sender, what, content in self._until_done():
@@ -46,11 +46,11 @@ class Pointer:
         self._socket.sendall(struct.pack("II", target, (8 + len(content)) << 16 | what) + content)
 
     def _until_done(self):
-        """All that is told until everything that was asked for is done, as (sender, what, content)."""
+        """The events until all requests so far are done, as (sender, what, content)."""
         self._ask(DISPLAY, SYNC, struct.pack("I", ANSWER))
         while True:
-            sender, size_and_what = struct.unpack("II", self._told.read(8))
-            what, content = size_and_what & 0xFFFF, self._told.read((size_and_what >> 16) - 8)
+            sender, size_and_what = struct.unpack("II", self._events.read(8))
+            what, content = size_and_what & 0xFFFF, self._events.read((size_and_what >> 16) - 8)
             if (sender, what) == (ANSWER, DONE):
                 return
             if (sender, what) == (DISPLAY, 0):

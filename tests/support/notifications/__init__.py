@@ -1,4 +1,4 @@
-"""The desktop's notifications on the test's session bus, by a program of ours that takes them and writes them down."""
+"""The desktop's notification service on the test's session bus, played by service.py, which records all notifications."""
 
 import json
 import os
@@ -14,7 +14,7 @@ MARKUP = "body-markup"
 
 
 class Desktop:
-    """Shows notifications between `with` and its end."""
+    """Takes notifications for the duration of a `with` statement."""
 
     def __init__(self, folder, *capabilities):
         self._file = folder / "notifications"
@@ -31,11 +31,11 @@ class Desktop:
         self._process.wait()
 
     def shown(self):
-        """All that was shown so far, the youngest last: id, replaced, heading, body, actions, hints."""
+        """All notifications so far, the newest last, each a dictionary with the names in service.py."""
         return [json.loads(line) for line in self._file.read_text().splitlines()]
 
     def wait_for(self, count):
-        """What was shown, once there is so much of it."""
+        """Waits for so many notifications and returns them all."""
         return patience.until(lambda: len(self.shown()) >= count and self.shown(), f"{count} notifications")
 
     def freeze(self):
@@ -43,7 +43,7 @@ class Desktop:
 
 
 def notifiers(program, server):
-    """The processes of this program whose print server is that one."""
+    """The processes of this program that use this print server."""
     found = []
     for process in pathlib.Path("/proc").glob("[0-9]*"):
         try:

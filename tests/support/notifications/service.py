@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Takes the session's notifications and writes each into a file, a line of JSON: service.py FILE [CAPABILITY ...]"""
+"""Takes the session's notifications and writes each to a file as a line of JSON: service.py FILE [CAPABILITY ...]"""
 
 import json
 import pathlib

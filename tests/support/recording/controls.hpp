@@ -10,10 +10,10 @@
 #include "tests/support/fakes.hpp"
 #include "view/controls.hpp"
 
-/// Controls that write down what the program does to them, as "name what=value".
+/// Controls that log each change as "name what=value".
 namespace tandemtrim::test {
 
-/// The lines of one object in a log.
+/// Writes one object's lines into a log.
 class Notes {
  public:
   Notes(std::string name, Log& log) : name_(std::move(name)), log_(log) {}

@@ -11,7 +11,7 @@ namespace {
 
 RecordingPlatformTest* running = nullptr;
 
-// Writes down when the owner of the nib lets go of it.
+// Logs when the nib's owner releases it.
 class RecordedNib : public platform::LoadedNib {
  public:
   explicit RecordedNib(Log& log) : log_(log) {}

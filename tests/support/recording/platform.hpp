@@ -24,7 +24,7 @@ struct RecordingMargin {
   RecordingStepper stepper;
 };
 
-/// The objects of the nib "TandemTrim", each under its outlet's name.
+/// The objects of the nib "TandemTrim", named as their outlets.
 struct RecordingNib {
   explicit RecordingNib(Log& log);
 
@@ -38,7 +38,7 @@ struct RecordingNib {
   [[nodiscard]] std::vector<std::pair<std::string_view, platform::NibObject*>> outlets();
 };
 
-/// A notification centre that writes down subscriptions and refuses them on request.
+/// A notification centre that records subscriptions and refuses them on request.
 class RecordingCenter : public platform::NotificationCenter {
  public:
   struct Subscription {
@@ -55,7 +55,7 @@ class RecordingCenter : public platform::NotificationCenter {
   void removeObserver(const void* observer, std::string_view name, platform::NibObject* object) override;
 
   std::vector<Subscription> subscriptions;
-  /// How many subscriptions go well before one is refused by std::bad_alloc; none for all.
+  /// How many subscriptions succeed before one throws std::bad_alloc; nullopt for no limit.
   std::optional<std::size_t> capacity;
   std::function<void()> onRemove;
 
@@ -63,7 +63,7 @@ class RecordingCenter : public platform::NotificationCenter {
   Log& log_;
 };
 
-/// A test on a platform of recordings: whatever the core asks of its platform during the test comes here.
+/// A test on the recording platform: `nib`, `center` and `log` serve the core's calls of the platform.
 class RecordingPlatformTest : public CoreTest {
  public:
   ~RecordingPlatformTest() override;
