@@ -8,7 +8,7 @@
 namespace tandemtrim {
 namespace {
 
-// The control as the class whose operations a ticket needs. A control of another class does not know them.
+// The control as the class whose operations a ticket needs. Another class raises std::invalid_argument.
 template <class Class>
 Class& as(platform::Control& control) {
   auto* object = dynamic_cast<Class*>(&control);
@@ -30,7 +30,7 @@ bool MorvaTTPrintTicketKV2::initialize(std::optional<std::string> defaultValue,
   return this->commonInfo()->isReady();
 }
 
-// The common info goes before the list of controls.
+// Releases the common info before the list of controls.
 MorvaTTPrintTicketKV2::~MorvaTTPrintTicketKV2() { commonInfo_.reset(); }
 
 void MorvaTTPrintTicketKV2::registerTargetInstances(const Controls& controls) {

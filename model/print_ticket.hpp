@@ -14,15 +14,15 @@
 namespace tandemtrim {
 
 /// Ties one setting to its entry in the job's print settings, its default and the controls that show it (the
-/// target instances). This class handles plain text. Every call that a ticket makes to its own operations is
-/// virtual, so that a derived class's override is the one that runs, the seeding at construction included.
+/// target instances). This class handles plain text. A ticket calls its own operations virtually, so that the
+/// overrides of a derived class run, also when it stores the default at construction.
 class MorvaTTPrintTicketKV2 {
  public:
   using Controls = std::vector<platform::Control*>;
 
-  /// A ticket that has stored its default under its key if the print settings held nothing there. None when
-  /// an argument is none (nothing is read or written then), or when the common info is not ready (the default
-  /// stays stored).
+  /// Makes a ticket, and stores its default under its key if the print settings have no value there. Null
+  /// when an argument is missing (nothing is read or written then), or when the common info is not ready (the
+  /// default stays stored).
   [[nodiscard]] static std::unique_ptr<MorvaTTPrintTicketKV2> initWithDefaultValue(
       std::optional<std::string> defaultValue, std::optional<std::string> ticketKey,
       std::shared_ptr<MorvaTTCommonInfoKV2> commonInfo) {
@@ -33,24 +33,24 @@ class MorvaTTPrintTicketKV2 {
   MorvaTTPrintTicketKV2& operator=(const MorvaTTPrintTicketKV2&) = delete;
   virtual ~MorvaTTPrintTicketKV2();
 
-  /// Replaces the target instances. They belong to the view; the order counts, since a save reads the first
-  /// only.
+  /// Replaces the target instances, which belong to the view. A save reads only the first one.
   void registerTargetInstances(const Controls& controls);
 
-  /// Shows the default in every control; the print settings stay as they are.
+  /// Shows the default in every control. Stores nothing.
   virtual void setToDefault();
-  /// Stores what the first control shows; without controls nothing. A write that fails is ignored.
+  /// Stores the value of the first control; does nothing without controls. A failed write is ignored.
   virtual void saveTicket();
-  /// Shows the stored value in every control, the default when none can be read, and returns it unaltered.
+  /// Shows the stored value, or the default if none can be read, in every control, and returns it unaltered.
   /// Stores nothing.
   virtual std::string restoreTicketFailSafe();
 
   /// The stored value, else the default. Shows and stores nothing.
   [[nodiscard]] std::string currentValue() const;
 
-  /// Internal: the stored value, or none when there is none or it can't be read.
+  /// Internal: the stored value, or nullopt when there is none or it cannot be read.
   [[nodiscard]] virtual std::optional<std::string> TTPTPrintSettings(std::string_view key) const;
-  /// Internal: stores the value, or removes the key for none; whether the print settings accepted it.
+  /// Internal: stores the value, or removes the key for nullopt. Returns whether the print settings accepted
+  /// it.
   virtual bool TTPTSetPrintSettings(std::string_view key, const std::optional<std::string>& value);
 
   [[nodiscard]] virtual const std::string& key() const { return key_; }
@@ -63,7 +63,8 @@ class MorvaTTPrintTicketKV2 {
  protected:
   MorvaTTPrintTicketKV2() = default;
 
-  /// What initWithDefaultValue of each class does: builds first and seeds after, when overrides are in force.
+  /// Implements each class's initWithDefaultValue. Stores the default only after construction, when overrides
+  /// run.
   template <std::derived_from<MorvaTTPrintTicketKV2> Class>
   [[nodiscard]] static std::unique_ptr<Class> make(std::optional<std::string> defaultValue,
                                                    std::optional<std::string> ticketKey,
@@ -100,12 +101,12 @@ class MorvaTTPrintTicketValidKV2 : public MorvaTTPrintTicketKV2 {
 
   void saveTicket() override;
   std::string restoreTicketFailSafe() override;
-  /// Captions every check box.
+  /// Sets the title of every check box.
   void setTitle(std::string_view title);
 };
 
-/// A setting chosen from a menu: stored as the represented object of the selected item, found again by the
-/// localised title of what is stored. With no item selected a save removes what was stored.
+/// A setting chosen from a menu. A save stores the represented object of the selected item, or removes the
+/// stored value if no item is selected; a restore selects the item whose title is the localised stored value.
 class MorvaTTPrintTicketPopUpKV2 : public MorvaTTPrintTicketKV2 {
  public:
   [[nodiscard]] static std::unique_ptr<MorvaTTPrintTicketPopUpKV2> initWithDefaultValue(
@@ -133,8 +134,7 @@ class MorvaTTPrintTicketMarginKV2 : public MorvaTTPrintTicketKV2 {
                                              std::move(commonInfo));
   }
 
-  /// Shows the number's decimal text in every control. Raises std::invalid_argument for an object that has
-  /// none.
+  /// Shows the number's decimal text in every control. Raises std::invalid_argument if it is not a number.
   void setMarginValue(const platform::Object& value);
 };
 

@@ -14,7 +14,7 @@ namespace {
 template <class Ticket>
 using Slot = std::unique_ptr<Ticket>*;
 
-// The parameters of one ticket. The slot that receives it decides its class.
+// The parameters of one ticket. The slot's type determines the ticket's class.
 struct ConstructionEntry {
   std::variant<Slot<MorvaTTPrintTicketValidKV2>, Slot<MorvaTTPrintTicketPopUpKV2>,
                Slot<MorvaTTPrintTicketMarginKV2>>
@@ -57,8 +57,8 @@ std::unique_ptr<MorvaTTPrintTicketManagerKV2> MorvaTTPrintTicketManagerKV2::init
   return made;
 }
 
-// The entries are gathered as a whole before the first ticket is made: one that is missing raises with
-// nothing stored.
+// All entries are gathered before the first ticket is made, so that a missing one raises before anything is
+// stored.
 bool MorvaTTPrintTicketManagerKV2::initialize(const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo) {
   const auto& info = *commonInfo;
   std::vector<ConstructionEntry> entries{
@@ -71,7 +71,7 @@ bool MorvaTTPrintTicketManagerKV2::initialize(const std::shared_ptr<MorvaTTCommo
   return std::ranges::all_of(entries, [&](const auto& entry) { return makeTicket(entry, commonInfo); });
 }
 
-// In field order; the default order is the reverse.
+// Destroys the tickets in field order; the default order is the reverse.
 MorvaTTPrintTicketManagerKV2::~MorvaTTPrintTicketManagerKV2() {
   ticketValid_.reset();
   ticketDirection_.reset();

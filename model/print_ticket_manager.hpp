@@ -13,12 +13,12 @@
 
 namespace tandemtrim {
 
-/// Owns the tickets and is the view's only way to them: all at once, in the order of the settings, or one by
-/// its ticket name, compared exactly. A name that no ticket has does nothing.
+/// Owns the tickets. The view uses them only through it: all at once, in the order of the settings, or one by
+/// its exact ticket name. An unknown name is ignored.
 class MorvaTTPrintTicketManagerKV2 final {
  public:
-  /// The manager with all tickets, or none when the common info is none or a ticket cannot be made
-  /// (what the tickets before it stored stays stored). A default or key that the common info lacks, or that
+  /// Makes the manager and all tickets. Null when the common info is null or a ticket cannot be made (the
+  /// defaults of the tickets before it stay stored). A default or key that the common info lacks, or that
   /// is of the wrong kind, raises std::invalid_argument before anything is stored.
   [[nodiscard]] static std::unique_ptr<MorvaTTPrintTicketManagerKV2> initWithCommonInfo(
       const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo);
@@ -28,16 +28,16 @@ class MorvaTTPrintTicketManagerKV2 final {
   ~MorvaTTPrintTicketManagerKV2();
 
   void registerTargetInstances(const MorvaTTPrintTicketKV2::Controls& controls, std::string_view ticketName);
-  /// Captions the check box.
+  /// Sets the title of the check box.
   void setTitleToValid(std::string_view title);
 
   void restoreAllTicketFailSafe();
-  /// The named setting's current value, also shown in its controls; none for an unknown name.
+  /// Shows the named setting's current value in its controls and returns it; nullopt for an unknown name.
   std::optional<std::string> restoreTicketFailSafe(std::string_view ticketName);
   void saveAllTicket();
   /// Shows the defaults of all settings but the on/off setting, which stays as it is.
   void setAllToDefaultExceptValid();
-  /// Shows the number in the named margin's controls; only margins have one.
+  /// Shows the number in the named margin's controls; any other name is ignored.
   void setMarginValue(const platform::Object& value, std::string_view ticketName);
 
   /// The named setting's ticket, or null for an unknown name.

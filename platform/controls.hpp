@@ -28,9 +28,10 @@ struct PageImage {
   double top;
   double width;
   double height;
-  /// How much of it is empty at its edges, in millimetres: top, bottom, left, right; none where all of it is.
+  /// The width of the empty strip at each edge, in millimetres: top, bottom, left, right; nullopt when the
+  /// whole page is empty.
   std::optional<std::array<double, 4>> empty;
-  /// What the page is called in the user's language ("Page 2 of 5"), for those who do not see it.
+  /// The page's name in the user's language ("Page 2 of 5"), for screen readers.
   std::string name = {};
 };
 
@@ -39,18 +40,16 @@ class View : public NibObject {
  public:
   /// The toolkit's own view, for a host of the same toolkit; null where there is no toolkit.
   [[nodiscard]] virtual void* toolkitView() { return nullptr; }
-  /// Tells the size of the chosen paper in millimetres, whenever the host learns it. A view that draws no
-  /// sheet ignores it.
+  /// Sets the size of the chosen paper in millimetres; the host calls it whenever it learns the size. A view
+  /// that draws no sheet ignores it.
   virtual void setPaperSize(double /*width*/, double /*height*/) {}
-  /// Shows this page on the sheet; null when there is none to show. A view that draws no sheet
-  /// ignores it.
+  /// Shows this page on the sheet, or no page for null. A view that draws no sheet ignores it.
   virtual void showPage(const std::shared_ptr<const PageImage>& /*page*/) {}
-  /// What the view notes about that page now, in the user's language; empty for nothing.
+  /// The view's current note about that page, in the user's language; may be empty.
   [[nodiscard]] virtual std::string pageNote() const { return {}; }
 };
 
-/// What every control offers. Changes made here are the program's own: they run no action and post no
-/// notification.
+/// The operations of every control. Changes made through them run no action and post no notification.
 class Control : public NibObject {
  public:
   virtual void setEnabled(bool enabled) = 0;
@@ -66,7 +65,7 @@ class TextLabel : public Control {
   virtual void setTextColor(Color color) = 0;
 };
 
-/// A control that carries the name by which its program knows it; empty until it is set.
+/// A control with a name by which the program identifies it; empty until it is set.
 class IdentifiedControl : public Control {
  public:
   virtual void setIdentifier(std::string_view identifier) = 0;
@@ -101,19 +100,19 @@ class MenuItem {
  public:
   virtual ~MenuItem() = default;
   virtual void setTitle(std::string_view title) = 0;
-  /// The value that the program attached to the item, or none.
+  /// The value that the program attached to the item, or nullopt.
   [[nodiscard]] virtual std::optional<std::string> representedObject() const = 0;
   virtual void setRepresentedObject(std::string_view value) = 0;
 };
 
-/// A menu of which one item at most is selected. Items belong to it.
+/// A menu. It owns its items, of which at most one is selected.
 class PopUpButton : public Control {
  public:
   [[nodiscard]] virtual std::size_t numberOfItems() const = 0;
   [[nodiscard]] virtual MenuItem& itemAtIndex(std::size_t index) = 0;
   /// The selected item, or null when none is selected.
   [[nodiscard]] virtual MenuItem* selectedItem() = 0;
-  /// Selects the first item of that title; a title that no item has leaves none selected.
+  /// Selects the first item with this title; if there is no such item, no item is selected.
   virtual void selectItemWithTitle(std::string_view title) = 0;
 };
 

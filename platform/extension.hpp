@@ -12,7 +12,7 @@
 #include "platform/object.hpp"
 #include "platform/print_settings.hpp"
 
-/// libcups's open PPD file. The tag is declared here so that this header needs none of libcups's.
+/// libcups's open PPD file, declared here so that this header needs no header of libcups.
 struct ppd_file_s;
 
 namespace tandemtrim::platform {
@@ -22,7 +22,7 @@ inline constexpr std::string_view kPrintDialogExtensionType = "BDB091F4-E57F-11D
 /// The summary's key whose value is the order of its entries.
 inline constexpr std::string_view kSummaryDisplayOrderKey = "Summary Display Order";
 
-/// What a host answers to the panels that it asks for.
+/// What a host provides to the panels that it requests.
 class HostCallback {
  public:
   virtual ~HostCallback() = default;
@@ -38,7 +38,7 @@ struct SettingChoice {
   std::string title;
 };
 
-/// One setting of a panel, for hosts that check, list or change settings without looking at a view.
+/// One setting of a panel, for hosts that check, list or change settings without a view.
 struct PanelSetting {
   enum class Kind { onOff, choice, number };
   /// An edge of the sheet.
@@ -51,44 +51,44 @@ struct PanelSetting {
   /// The setting's title in the user's language.
   std::string title;
   Kind kind{};
-  /// The values of a choice, in the order of the menu; of an on/off setting, on first and then off. Empty for
-  /// a number.
+  /// The values of a choice, in the order of the menu; for an on/off setting, on and then off. Empty for a
+  /// number.
   std::vector<SettingChoice> choices;
   /// The inclusive bounds of a number, and its unit.
   std::int64_t minimum = 0;
   std::int64_t maximum = 0;
   std::string unit;
-  /// The value that the job has: the stored one, else the default.
+  /// The job's value: the stored one, else the default.
   std::string value;
   /// The edge from which a number of millimetres is trimmed.
   Edge trimmedEdge = Edge::none;
 };
 
-/// One panel of the print dialog. Any operation may raise an exception of the standard library; the host goes
-/// on without the panel then.
+/// One panel of the print dialog. Any operation may raise an exception of the standard library; the host then
+/// continues without the panel.
 class PrintPanel {
  public:
   virtual ~PrintPanel() = default;
   /// The panel's title in the user's language.
   [[nodiscard]] virtual std::string panelName() = 0;
-  /// The kind of panel as its plug-in names it, or none.
+  /// The kind of panel as its plug-in names it, or null.
   [[nodiscard]] virtual ObjectRef panelKind() = 0;
   /// The view, the same one at each call, or null when it could not be loaded. It belongs to the panel.
   [[nodiscard]] virtual View* panelView() = 0;
-  /// Titles to value texts, and under kSummaryDisplayOrderKey the titles' order when there is one. What is
-  /// not saved yet is not in it, and is replaced by what is stored.
+  /// The stored values' texts by title, and under kSummaryDisplayOrderKey the titles' order if there is one.
+  /// Replaces unsaved changes in the controls by the stored values.
   [[nodiscard]] virtual Dictionary summaryInfo() = 0;
   virtual void willShow() = 0;
   [[nodiscard]] virtual bool shouldHide() = 0;
   [[nodiscard]] virtual bool shouldShowHelp() = 0;
   /// The PPD option keywords that the panel sets, the same list at each call. It belongs to the panel.
   [[nodiscard]] virtual const std::vector<std::string>& supportedPPDOptionKeys() = 0;
-  /// The settings behind these keywords, in the same order, as the job has them now. No control changes.
+  /// The settings of these keywords, in the same order, with the job's current values. Changes no control.
   [[nodiscard]] virtual std::vector<PanelSetting> settings() const = 0;
   [[nodiscard]] virtual bool shouldPrint() = 0;
-  /// Writes what the controls show into the print settings.
+  /// Stores the controls' values in the print settings.
   virtual bool saveValuesAndReturnError(std::string* error) = 0;
-  /// Shows what the print settings hold.
+  /// Shows the stored values in the controls.
   virtual bool restoreValuesAndReturnError(std::string* error) = 0;
 };
 
@@ -98,10 +98,10 @@ using PanelList = std::vector<std::unique_ptr<PrintPanel>>;
 class Plugin {
  public:
   virtual ~Plugin() = default;
-  /// Gives the plug-in its bundle; false when there is none.
+  /// Sets the plug-in's bundle. Returns false if it is null.
   virtual bool initWithBundle(std::shared_ptr<Bundle> bundle) = 0;
-  /// A new list of new panels for this extension type, or none. The list holds the only reference to each
-  /// panel.
+  /// Makes the panels for this extension type; null if there are none. The list has the only reference to
+  /// each panel.
   [[nodiscard]] virtual std::unique_ptr<PanelList> PDEPanelsForType(
       std::optional<std::string_view> type, std::shared_ptr<HostCallback> hostInfo) = 0;
 };

@@ -11,7 +11,7 @@ std::int64_t integerValue(std::string_view text) noexcept {
   if (start == std::string_view::npos) return 0;
   text.remove_prefix(start);
   const bool negative = text.front() == '-';
-  // std::from_chars reads a minus sign but no plus sign; a sign after the plus is no number.
+  // std::from_chars reads a minus sign but no plus sign; "+-" does not begin a number.
   if (text.front() == '+') {
     text.remove_prefix(1);
     if (!text.empty() && text.front() == '-') return 0;

@@ -7,7 +7,7 @@
 
 namespace tandemtrim::platform {
 
-/// Posted by a text box after each edit by the user, and by nothing else.
+/// Posted by a text box after each edit by the user; changes by the program do not post it.
 inline constexpr std::string_view NSControlTextDidChangeNotification = "NSControlTextDidChangeNotification";
 
 struct Notification {
@@ -15,14 +15,15 @@ struct Notification {
   NibObject* object;
 };
 
-/// Delivers notifications to those who subscribed, synchronously on the thread that posts.
+/// Delivers notifications to their subscribers, synchronously on the posting thread.
 class NotificationCenter {
  public:
   using Selector = std::function<void(const Notification&)>;
 
   virtual ~NotificationCenter() = default;
 
-  /// Has `selector` called for each notification of this name that `object` posts. One subscription a call.
+  /// Subscribes `selector` to the notifications of this name that `object` posts. Every call adds a
+  /// subscription.
   virtual void addObserver(const void* observer, Selector selector, std::string_view name,
                            NibObject* object) = 0;
   /// Ends every subscription of the observer.

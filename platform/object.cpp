@@ -42,7 +42,7 @@ std::int64_t Object::integerValue() const {
 }
 
 std::string Object::stringValue() const {
-  // Sixteen significant digits are what a double holds for certain: 0.1 stays "0.1", 5.0 is "5".
+  // With sixteen significant digits 0.1 stays "0.1", and 5.0 is "5".
   constexpr int kDigits = 16;
   if (const auto* integer = as<std::int64_t>()) return decimalText(*integer);
   if (const auto* real = as<double>()) return decimalText(*real, std::chars_format::general, kDigits);

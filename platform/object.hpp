@@ -13,10 +13,10 @@ namespace tandemtrim::platform {
 
 class Object;
 
-/// A counted reference to an object; null is none.
+/// A counted reference to an object, or null.
 using ObjectRef = std::shared_ptr<const Object>;
 using Array = std::vector<ObjectRef>;
-/// Keys are unique; none is never stored as a value.
+/// Its values are never null.
 using Dictionary = std::map<std::string, ObjectRef, std::less<>>;
 struct Data {
   std::vector<std::byte> bytes;
@@ -25,9 +25,9 @@ struct Date {
   double secondsSince2001;
 };
 
-/// One value of a property list, immutable, with the kind that it was written in. Objects are told apart by
-/// address: an operation that hands back "the very object" hands back the same address. A platform may derive
-/// from it to carry an object of its own along.
+/// One value of a property list, immutable, of the kind in which it was written. An object's identity is its
+/// address: an operation that returns "the very object" returns the same address. A platform may derive from
+/// this class to attach its own object.
 class Object {
  public:
   using Value = std::variant<std::string, std::int64_t, double, bool, Array, Dictionary, Data, Date>;
@@ -45,7 +45,7 @@ class Object {
     return std::get_if<Kind>(&value_);
   }
 
-  /// A number cut toward zero (held within 64 bits; not-a-number is 0; true is 1), or a string's leading
+  /// A number truncated toward zero (clamped to 64 bits; not-a-number is 0; true is 1), or a string's leading
   /// integer. Any other kind raises std::invalid_argument.
   [[nodiscard]] std::int64_t integerValue() const;
 
@@ -57,15 +57,14 @@ class Object {
   Value value_;
 };
 
-/// A counted object of the given value.
 inline ObjectRef makeObject(Object::Value value) { return std::make_shared<const Object>(std::move(value)); }
 
-/// The integer value of an object that may be none, which counts as 0.
+/// The object's integer value; 0 for null.
 inline std::int64_t integerValue(const ObjectRef& object) { return object ? object->integerValue() : 0; }
 
-/// The value itself when its integer value stands between those of two inclusive bounds, else the bound that
-/// it passes. The minimum is looked at first, so that it holds where the bounds cross. A bound that is none
-/// counts as 0 and is handed back as none. `Reference` is ObjectRef or a pointer to const Object.
+/// Clamps: returns `value` itself if its integer value is between those of the two inclusive bounds, else the
+/// bound that it violates. The minimum is checked first, so it wins where the bounds cross. A null bound
+/// counts as 0 and is returned as null. `Reference` is ObjectRef or a pointer to const Object.
 template <class Reference>
 Reference heldBetween(const Reference& value, const Reference& minimum, const Reference& maximum) {
   const auto number = [](const Reference& object) { return object ? object->integerValue() : 0; };
@@ -75,14 +74,14 @@ Reference heldBetween(const Reference& value, const Reference& minimum, const Re
   return value;
 }
 
-/// The text of an object that must be a string; none and any other kind raise std::invalid_argument that
+/// The text of an object that must be a string. Null and any other kind raise std::invalid_argument, which
 /// names `what`.
 const std::string& requiredText(const ObjectRef& object, std::string_view what);
 
-/// The decimal text of an object that must be a number; none and any other kind raise std::invalid_argument.
+/// The decimal text of an object that must be a number. Null and any other kind raise std::invalid_argument.
 std::string requiredDecimalText(const ObjectRef& object, std::string_view what);
 
-/// The object under `key`, or none.
+/// The object under `key`, or null.
 inline ObjectRef find(const Dictionary& dictionary, std::string_view key) {
   const auto entry = dictionary.find(key);
   return entry == dictionary.end() ? nullptr : entry->second;

@@ -16,12 +16,12 @@ class PrintSettings {
  public:
   virtual ~PrintSettings() = default;
 
-  /// Gives the value stored under `key` in `value`, none when there is none; `value` is only meaningful on
+  /// Sets `value` to the value stored under `key`, nullopt if there is none; `value` is only meaningful on
   /// success.
   virtual OSStatus PMPrintSettingsGetValue(std::string_view key, std::optional<std::string>& value) const = 0;
 
-  /// Stores `value` under `key`, or removes the key when `value` is none. A `locked` value refuses later
-  /// changes.
+  /// Stores `value` under `key`, or removes the key if `value` is nullopt. A value stored as `locked` cannot
+  /// be changed later.
   virtual OSStatus PMPrintSettingsSetValue(std::string_view key, const std::optional<std::string>& value,
                                            bool locked) = 0;
 };

@@ -8,9 +8,8 @@
 
 namespace tandemtrim::platform {
 
-/// The property list in the file at `path` when its root is a dictionary. None for a path that is none, a
-/// file that is missing or unreadable, and anything that is no property list with such a root. Each platform
-/// defines it.
+/// Reads the property list in the file at `path`; its root must be a dictionary. Null for nullopt, a missing
+/// or unreadable file, and anything that is not such a property list. Each platform defines it.
 std::shared_ptr<const Dictionary> dictionaryWithContentsOfFile(const std::optional<std::string>& path);
 
 }  // namespace tandemtrim::platform

@@ -6,8 +6,8 @@
 namespace tandemtrim::platform {
 namespace {
 
-// The byte sequences of UTF-8 by their first byte, with the range that the second byte must be in; all later
-// bytes are in 80 to BF.
+// The sequences of UTF-8 by the range of their first byte, with the range of their second byte; all later
+// bytes are 80 to BF.
 struct Form {
   std::uint8_t firstLow, firstHigh, secondLow, secondHigh;
   std::size_t length;
@@ -23,7 +23,7 @@ constexpr bool within(char character, std::uint8_t low, std::uint8_t high) {
   return byte >= low && byte <= high;
 }
 
-// Length of the sequence that the text, which is not empty, begins with; 0 when it is none.
+// Length of the sequence at the beginning of a text that is not empty; 0 if it is not UTF-8.
 std::size_t sequenceLength(std::string_view text) {
   for (const auto& form : kForms) {
     if (!within(text[0], form.firstLow, form.firstHigh)) continue;

@@ -16,7 +16,7 @@ std::unique_ptr<MorvaTTPdePanelKV2> MorvaTTPdePanelKV2::initWithCallback(
   return made;
 }
 
-// The controller refers to the common info, so it goes first; the default order is the reverse.
+// The controller refers to the common info, so it is destroyed first; the default order is the reverse.
 MorvaTTPdePanelKV2::~MorvaTTPdePanelKV2() {
   viewController_.reset();
   commonInfo_.reset();

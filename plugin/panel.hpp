@@ -14,13 +14,12 @@ namespace tandemtrim {
 /// The key of the panel's name in the string tables, and the name of its nib.
 inline constexpr std::string_view TTPanelNameKey = "TandemTrim";
 
-/// The "Tandem Trim" panel: it builds the rest of the system when it is made and forwards the host's requests
-/// to it.
+/// The "Tandem Trim" panel: makes the setting information and the view controller, and forwards the host's
+/// requests to them.
 class MorvaTTPdePanelKV2 : public platform::PrintPanel {
  public:
-  /// The panel with its setting information and view controller, the job's missing settings stored as their
-  /// defaults. None when an argument is none or either cannot be made; what their construction raises goes on
-  /// to the caller.
+  /// Makes the panel, and stores the defaults of the settings that the job lacks. Null when an argument is
+  /// null or one of its parts cannot be made; exceptions of their construction reach the caller.
   [[nodiscard]] static std::unique_ptr<MorvaTTPdePanelKV2> initWithCallback(
       std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
   MorvaTTPdePanelKV2(const MorvaTTPdePanelKV2&) = delete;
@@ -38,9 +37,9 @@ class MorvaTTPdePanelKV2 : public platform::PrintPanel {
   [[nodiscard]] const std::vector<std::string>& supportedPPDOptionKeys() override;
   [[nodiscard]] std::vector<platform::PanelSetting> settings() const override;
   [[nodiscard]] bool shouldPrint() override { return true; }
-  /// What the view controller's save returns; `error` is never written.
+  /// Returns the result of the view controller's save; never writes `error`.
   bool saveValuesAndReturnError(std::string* error) override;
-  /// Always true; `error` is never written.
+  /// Always true; never writes `error`.
   bool restoreValuesAndReturnError(std::string* error) override;
 
   [[nodiscard]] MorvaTTViewControllerKV2* viewController() const { return viewController_.get(); }

@@ -16,7 +16,7 @@ using platform::PanelSetting;
 
 constexpr std::array kOnOff{TTCITandemTrimOn, TTCITandemTrimOff};
 
-// Kind and choices of a setting that is no margin.
+// Kind and choices of a setting that is not a margin.
 struct Choice {
   PanelSetting::Kind kind;
   std::span<const std::string_view> names;

@@ -13,8 +13,8 @@ class MorvaTTPdePluginKV2 : public platform::Plugin {
  public:
   bool initWithBundle(std::shared_ptr<platform::Bundle> bundle) override;
 
-  /// A list of one panel for platform::kPrintDialogExtensionType; none for any other type, without a
-  /// callback, or when the panel cannot be made. What the panel's construction raises goes on to the caller.
+  /// A list of one panel for platform::kPrintDialogExtensionType; null for any other type, without a
+  /// callback, or when the panel cannot be made. Exceptions of the panel's construction reach the caller.
   [[nodiscard]] std::unique_ptr<platform::PanelList> PDEPanelsForType(
       std::optional<std::string_view> type, std::shared_ptr<platform::HostCallback> hostInfo) override;
 

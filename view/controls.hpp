@@ -7,11 +7,11 @@
 
 namespace tandemtrim {
 
-/// What the panel's controls have in common: they go along when the function is switched on or off.
+/// The common interface of the panel's controls: they change when the function is switched on or off.
 class ViewComponent {
  public:
   virtual ~ViewComponent() = default;
-  /// `flag` is a boolean: true when the function is on and the control is live.
+  /// `flag` is a boolean: true when the function is on, so that the control is enabled.
   virtual void changeState(const platform::Object& flag) = 0;
 };
 
@@ -37,14 +37,13 @@ class MorvaTTStepperKV2 : public platform::Stepper, public ViewComponent {
   void changeState(const platform::Object& flag) override;
 };
 
-/// A label is never disabled: its text turns black when the flag is exactly true, else light grey.
+/// A label is never disabled: its text turns black when the flag's integer value is 1, else light grey.
 class MorvaTTTextLabelKV2 : public platform::TextLabel, public ViewComponent {
  public:
   void changeState(const platform::Object& flag) override;
 };
 
-/// A margin's text box, which holds its own range in whole millimetres. Both bounds are inclusive; none
-/// counts as 0.
+/// A margin's text box with its range in whole millimetres. Both bounds are inclusive; null counts as 0.
 class MorvaTTTextBoxKV2 : public platform::TextBox, public ViewComponent {
  public:
   void changeState(const platform::Object& flag) override;
@@ -55,8 +54,8 @@ class MorvaTTTextBoxKV2 : public platform::TextBox, public ViewComponent {
   virtual void setMax(platform::ObjectRef max) { max_ = std::move(max); }
   void setValueRange(platform::ObjectRef min, platform::ObjectRef max);
 
-  /// The very object given when it is in the range, else the very bound that it passes; the minimum is looked
-  /// at first. Null when that bound is none.
+  /// The very object given if it is in the range, else the very bound that it violates; the minimum is
+  /// checked first. Null if that bound is null.
   [[nodiscard]] const platform::Object* verifyValue(const platform::Object& value) const;
 
  private:

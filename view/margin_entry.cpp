@@ -13,7 +13,7 @@ constexpr bool isDigit(char unit) { return unit >= '0' && unit <= '9'; }
 }  // namespace
 
 std::string digitString(std::string text) {
-  // A character outside ASCII is a run of bytes of which none is an ASCII digit.
+  // No byte of a character outside ASCII is an ASCII digit.
   std::erase_if(text, [](char unit) { return !isDigit(unit); });
   return text;
 }

@@ -46,7 +46,7 @@ std::vector<std::string_view> MorvaTTViewControllerKV2::outletNames() const {
   return names;
 }
 
-// An object of another class than the outlet's leaves the outlet as it is.
+// An object of another class leaves the outlet unchanged.
 void MorvaTTViewControllerKV2::setOutlet(std::string_view name, platform::NibObject* object) {
   visitOutlets(*this, [&]<class Control>(std::string_view outlet, Control*& field) {
     if (outlet != name) return;

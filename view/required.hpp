@@ -4,8 +4,7 @@
 
 namespace tandemtrim {
 
-/// The control that an outlet refers to. An empty outlet raises std::invalid_argument: no list or table takes
-/// a missing control.
+/// Returns the outlet's control; raises std::invalid_argument if the nib connected none.
 template <class Control>
 Control* required(Control* outlet) {
   if (outlet == nullptr) throw std::invalid_argument("the nib of the panel lacks a control");

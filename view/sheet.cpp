@@ -6,14 +6,14 @@
 namespace tandemtrim {
 namespace {
 
-// What an arrow needs beside the paper.
+// Space for an arrow: above the paper, and on both sides of it so that the paper is centred.
 constexpr double kArrowSpace = 22;
 constexpr double kArrowGap = 5;
-// Left of the paper and right of it alike, so that the paper stays in the middle; the shadow needs the rest.
+// Space for the shadow below the paper.
 constexpr double kShadowSpace = 4;
-// A page that ends at a margin may end beyond it by this: papers are given in whole points.
+// A page that ends at a margin may reach into it by this much, since paper sizes are in whole points.
 constexpr double kRounding = 0.1;
-// The part of the printable width that the print takes, so that its position is seen.
+// The share of the printable width that the print takes; the rest shows its position.
 constexpr double kPrintWidth = 0.55;
 
 Rectangle paperIn(const Sheet& sheet, double width, double height) {
@@ -36,7 +36,7 @@ Rectangle pageOn(const Rectangle& paper, const SheetPage& page, double scale) {
   return {paper.x + page.left * scale, paper.y + page.top * scale, page.width * scale, page.height * scale};
 }
 
-// The top edge leads when it is the edge that goes first, else the left one does.
+// The arrow starts at the top edge if that is the leading edge, else at the left one.
 Arrow arrowFrom(const Rectangle& paper, Feed feed) {
   const bool topIsLong = paper.width >= paper.height;
   if (topIsLong == (feed == Feed::longEdge)) {
@@ -78,12 +78,12 @@ std::array<long, 4> contentInMargins(const Sheet& sheet) {
   if (!sheet.page || !sheet.page->empty) return depths;
   const auto& page = *sheet.page;
   const auto& empty = *page.empty;
-  // From the sheet's edges to the content.
+  // Distances from the sheet's edges to the content.
   const double top = page.top + empty[0];
   const double bottom = sheet.height - page.top - page.height + empty[1];
   const double left = page.left + empty[2];
   const double right = sheet.width - page.left - page.width + empty[3];
-  // The content is between `before` and `extent - behind`, seen from the margin's edge.
+  // The content lies between `before` and `extent - behind`, measured from the margin's edge.
   const auto depth = [](double margin, double before, double behind, double extent) {
     return std::max(0L, std::lround(std::ceil(std::min(margin, extent - behind) - before - kRounding)));
   };

@@ -11,14 +11,14 @@ struct SheetPage {
   double top{};
   double width{};
   double height{};
-  /// How much of it is empty at its top, bottom, left and right; none where all of it is.
+  /// The width of the empty strip at its top, bottom, left and right; nullopt when all of it is empty.
   std::optional<std::array<double, 4>> empty = std::nullopt;
 };
 
 enum class Feed { longEdge, shortEdge };
 enum class Position { left, center, right };
 
-/// The panel's settings for a sheet of paper. Lengths are millimetres; none is a setting without a choice.
+/// The panel's settings for a sheet of paper. Lengths are in millimetres; nullopt means nothing is chosen.
 struct Sheet {
   double width = 210;
   double height = 297;
@@ -43,16 +43,16 @@ struct Point {
   double y{};
 };
 
-/// From the edge that leads into the printer, the way that the sheet takes.
+/// The direction in which the sheet is fed, starting at its leading edge.
 struct Arrow {
   Point tail;
   Point head;
 };
 
-/// Where the parts of a sheet's picture lie.
+/// The places of the parts of a sheet's picture.
 struct SheetLayout {
   Rectangle paper;
-  /// Top, bottom, left, right; they cover the paper but for its printable part, and never each other.
+  /// Top, bottom, left, right; together they cover the paper except its printable part, without overlap.
   std::array<Rectangle, 4> margins;
   Rectangle printable;
   std::optional<Rectangle> print;
@@ -61,12 +61,12 @@ struct SheetLayout {
   std::optional<Arrow> feed;
 };
 
-/// The picture that fits best into an area of this size, to scale. Margins that do not fit on the paper end
-/// at its far edge.
+/// Lays the picture out to scale, as large as fits into an area of this size. Margins that do not fit on the
+/// paper end at its far edge.
 SheetLayout layOut(const Sheet& sheet, double width, double height);
 
-/// By how many millimetres, rounded up, the page's content reaches into the margins: top, bottom, left,
-/// right. Less than a tenth of one is none.
+/// How far the page's content reaches into each margin, in millimetres, rounded up: top, bottom, left, right.
+/// A tenth of a millimetre is tolerated.
 std::array<long, 4> contentInMargins(const Sheet& sheet);
 
 }  // namespace tandemtrim

@@ -7,7 +7,7 @@ namespace tandemtrim {
 
 platform::Dictionary MorvaTTViewControllerKV2::summaryInfoWithDispOrderKey(std::string_view dispOrderKey) {
   platform::Dictionary summary;
-  // Values are in the words of the menus; margins are shown as they are stored.
+  // Choices are localised as in the menus; margins are shown as stored.
   const auto add = [&](std::size_t setting, std::string value) {
     if (setting < kFirstMargin) value = commonInfo_->localizedString(value);
     summary.insert_or_assign(commonInfo_->localizedString(kTitleKeys.at(setting)),

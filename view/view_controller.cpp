@@ -18,7 +18,8 @@ std::unique_ptr<MorvaTTViewControllerKV2> MorvaTTViewControllerKV2::initWithComm
   return made;
 }
 
-// The tickets, a member, go next, and then the loaded nib with the controls that they refer to, the base's.
+// Afterwards the tickets are destroyed, then, by the base class, the loaded nib with the controls to which
+// they refer.
 MorvaTTViewControllerKV2::~MorvaTTViewControllerKV2() {
   if (viewIsInited_) platform::defaultCenter().removeObserver(this);
 }

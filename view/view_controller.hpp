@@ -36,13 +36,13 @@ struct MarginControls {
   void setStepperMargin##Name(MorvaTTStepperKV2* control) { margins_[side].stepper = control; }
 
 /// Controls the panel's view: loads the nib once, fills in its texts, registers the controls with the
-/// tickets, keeps the margin boxes within their ranges, greys what depends on the check box and builds the
-/// summary. It owns the ticket manager; the panel owns the common info, the loaded nib the view and its
-/// controls.
+/// tickets, keeps the margin boxes within their ranges, greys the controls that depend on the check box and
+/// builds the summary. It owns the ticket manager; the panel owns the common info, and the loaded nib owns
+/// the view and its controls.
 class MorvaTTViewControllerKV2 : public platform::NibOwner {
  public:
-  /// None when the common info is none or the ticket manager cannot be made; what the manager raises goes on
-  /// to the caller. The common info must outlive the controller.
+  /// Null when the common info is null or the ticket manager cannot be made; the manager's exceptions reach
+  /// the caller. The common info must outlive the controller.
   [[nodiscard]] static std::unique_ptr<MorvaTTViewControllerKV2> initWithCommonInfo(
       const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo);
   ~MorvaTTViewControllerKV2() override;
@@ -52,16 +52,16 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
   /// std::out_of_range, and the view is then left partly set up.
   platform::View* panelViewWithNibName(std::string_view nibName);
 
-  /// Greys or enables the dependent controls; nothing before the view is set up.
+  /// Greys or enables the dependent controls; does nothing before the view is set up.
   void updateView();
-  /// Shows what the print settings hold; nothing before the view is set up. Always true.
+  /// Shows the stored values; does nothing before the view is set up. Always true.
   bool restoreNonPPDSettingsFromPrintSettings();
-  /// Stores what the controls show; nothing before the view is set up. Always true.
+  /// Stores the controls' values; does nothing before the view is set up. Always true.
   bool saveNonPPDSettingsToPrintSettings();
 
-  /// The panel's part of the dialog's summary: the on/off row alone, or a row for each other setting and,
-  /// under the given key, the order of their titles. Reads the print settings and puts what it reads into the
-  /// controls.
+  /// The panel's part of the dialog's summary: only the on/off row when the function is off, else a row for
+  /// each other setting and, under the given key, the order of their titles. Also shows the values that it
+  /// reads in the controls.
   [[nodiscard]] platform::Dictionary summaryInfoWithDispOrderKey(std::string_view dispOrderKey);
 
   /// Action of the check box; the sender does not matter.
@@ -69,7 +69,7 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
   /// Action of the restore-default button; the sender does not matter.
   void setDefaultValue(platform::NibObject* sender);
   /// Corrects an edited text box, the notification's object, and shows the accepted number in its margin's
-  /// controls. An object that is none or no text box does nothing.
+  /// controls. An object that is null or not a text box is ignored.
   void controlTextDidChange(const platform::Notification& notification);
 
   // NibOwner

@@ -17,16 +17,15 @@ inline constexpr std::string_view TTVCLabelNameMarginLeft = "LeftMargin";
 inline constexpr std::string_view TTVCLabelNameMarginRight = "RightMargin";
 inline constexpr std::string_view TTVCLabelNameRestoreDefault = "RestoreDefault";
 inline constexpr std::string_view TTVCLabelNameRangeFormat = "IntegerValueRangeFormat";
-/// The note about content of the page in the margins, and each margin in it.
+/// The note about page content in the margins, and the part of it for one margin.
 inline constexpr std::string_view kContentInMarginsKey = "ContentInMargins";
 inline constexpr std::string_view kContentInMarginKey = "ContentInMargin";
-/// Behind the localisation key of a text that a control bears: the key of the letter that takes the keyboard
-/// there.
+/// Appended to the localisation key of a control's title: the key of the letter that is its access key.
 inline constexpr std::string_view kAccessKeySuffix = "AccessKey";
 /// Appended to each label's text.
 inline constexpr std::string_view TTVCLabelNameDelimiter = ":";
 
-/// Names of the menu items: their represented objects, and the localisation keys of their titles.
+/// Names of the menu items: their represented objects and the localisation keys of their titles.
 inline constexpr std::string_view TTVCPopUpNamePositionLeft = "Left";
 inline constexpr std::string_view TTVCPopUpNamePositionCenter = "Center";
 inline constexpr std::string_view TTVCPopUpNamePositionRight = "Right";

@@ -11,7 +11,7 @@
 namespace tandemtrim {
 namespace {
 
-// No text contains an empty token.
+// An empty token is not found in any text.
 std::string replaceAll(std::string text, std::string_view token, std::string_view replacement) {
   if (token.empty()) return text;
   for (auto at = text.find(token); at != std::string::npos; at = text.find(token, at + replacement.size())) {
@@ -58,7 +58,7 @@ void MorvaTTViewControllerKV2::TTVCInitializeLabel() {
     margins_.at(side).limitLabel->setStringValue("mm   " + rangeText(kMargins[side].marginName));
 }
 
-// The minimum goes in first: its text may bring a token of the maximum along.
+// Inserts the minimum first; if its text contains the maximum's token, that is replaced too.
 std::string MorvaTTViewControllerKV2::rangeText(std::string_view marginName) const {
   const auto minLabel = commonInfo_->minLabelForIntegerValueRange();
   const auto maxLabel = commonInfo_->maxLabelForIntegerValueRange();
@@ -114,8 +114,8 @@ void MorvaTTViewControllerKV2::TTVCInitializeMargin() {
         this, [this](const platform::Notification& notification) { controlTextDidChange(notification); },
         platform::NSControlTextDidChangeNotification, entry.text);
   };
-  // A set-up that breaks off half-way takes its own subscriptions back: only a view that is set up is
-  // unsubscribed when the controller goes. Those of an earlier set-up go on.
+  // If the set-up fails half-way, it removes its own subscriptions, since the destructor unsubscribes only a
+  // view that is set up. Subscriptions of an earlier set-up remain.
   std::size_t done = 0;
   try {
     for (; done < entries.size(); ++done) setUp(entries.at(done));

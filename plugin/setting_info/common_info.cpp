@@ -15,7 +15,7 @@ using platform::ObjectRef;
 
 namespace {
 
-// The property list's word for a side; empty for a name that is no margin name, and no sub key is empty.
+// The property list's sub key for a side; empty if the name is not a margin name.
 std::string_view marginSubKey(std::string_view marginName) {
   for (const auto& margin : kMargins) {
     if (margin.marginName == marginName) return margin.subKey;
@@ -23,7 +23,7 @@ std::string_view marginSubKey(std::string_view marginName) {
   return {};
 }
 
-// The object two levels down in a dictionary of dictionaries, or none.
+// The object two levels down in a dictionary of dictionaries, or null.
 ObjectRef findAtPath(const Dictionary& root, std::string_view mainKey, std::string_view subKey) {
   const ObjectRef main = platform::find(root, mainKey);
   const auto* dictionary = main ? main->as<Dictionary>() : nullptr;
@@ -52,7 +52,7 @@ bool MorvaTTCommonInfoKV2::initialize(std::shared_ptr<MorvaTTPdeCallbackKV2> cal
   return true;
 }
 
-// In field order; the default order is the reverse.
+// Destroys the fields in their order; the default order is the reverse.
 MorvaTTCommonInfoKV2::~MorvaTTCommonInfoKV2() {
   settingInfoDictionary_.reset();
   marginInfoDictionary_.reset();

@@ -12,14 +12,14 @@
 
 namespace tandemtrim {
 
-/// The setting information: what the bundle's property list and the printer's PPD say, read once when it is
-/// made, and the way to the job's print settings and to the user's language. Everything that it gives from
-/// the property list is the stored object itself, of whatever kind, or none where the list lacks it. It
-/// writes nothing.
+/// The setting information: the contents of the bundle's property list and of the printer's PPD, read once at
+/// construction, and access to the job's print settings and the user's language. Each value of the property
+/// list is returned as the stored object itself, of any kind, or as null if the list lacks it. It stores
+/// nothing in the print settings.
 class MorvaTTCommonInfoKV2 {
  public:
-  /// Reads the property list and the PPD maxima. None when the callback, the bundle or a readable
-  /// property list is missing; std::invalid_argument when a side's limit comes out as none.
+  /// Reads the property list and the PPD maxima. Null when the callback, the bundle or a readable
+  /// property list is missing; std::invalid_argument when a side has no limit.
   [[nodiscard]] static std::shared_ptr<MorvaTTCommonInfoKV2> initWithCallback(
       std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
 
@@ -34,15 +34,15 @@ class MorvaTTCommonInfoKV2 {
   [[nodiscard]] platform::ObjectRef defaultValid() const;
   [[nodiscard]] platform::ObjectRef defaultImageDirection() const;
   [[nodiscard]] platform::ObjectRef defaultPosition() const;
-  /// Defaults and bounds of the margins: numbers of millimetres. `marginName` is one of the four margin
-  /// names; any other name gives none.
+  /// Defaults and bounds of the margins: numbers of millimetres. Null if `marginName` is not one of the four
+  /// margin names.
   [[nodiscard]] platform::ObjectRef defaultMarginValue(std::string_view marginName) const;
   [[nodiscard]] platform::ObjectRef defaultMarginMin() const;
   [[nodiscard]] platform::ObjectRef defaultMarginMax() const;
   [[nodiscard]] platform::ObjectRef defaultMarginLimit() const;
   /// The largest margin that a side accepts on this printer, in millimetres: the PPD's maximum, or the
-  /// property list's limit where the PPD has none, held between the list's minimum and maximum. None for any
-  /// other name.
+  /// property list's limit if the PPD has none, clamped to the list's minimum and maximum. Null if
+  /// `marginName` is not one of the four margin names.
   [[nodiscard]] platform::ObjectRef marginLimit(std::string_view marginName) const;
 
   [[nodiscard]] platform::ObjectRef panelKindID() const;
@@ -53,14 +53,14 @@ class MorvaTTCommonInfoKV2 {
   [[nodiscard]] platform::ObjectRef ticketKeyPosition() const;
   [[nodiscard]] platform::ObjectRef ticketKeyMargin(std::string_view marginName) const;
 
-  /// The tokens that stand for the two bounds in the localised range text.
+  /// The tokens in the localised range text that are replaced by the two bounds.
   [[nodiscard]] platform::ObjectRef minLabelForIntegerValueRange() const;
   [[nodiscard]] platform::ObjectRef maxLabelForIntegerValueRange() const;
 
-  /// The job's print settings as the host gives them now; they belong to the host.
+  /// The job's print settings, requested from the host at each call; they belong to the host.
   [[nodiscard]] platform::PrintSettings* currentPrintSettings() const;
 
-  /// Whether tickets may be made with it: always, here.
+  /// Whether tickets may be made with it; always true in this class.
   [[nodiscard]] virtual bool isReady() const { return true; }
 
   [[nodiscard]] const std::shared_ptr<const platform::Dictionary>& settingInfoDictionary() const;
@@ -68,20 +68,20 @@ class MorvaTTCommonInfoKV2 {
   [[nodiscard]] const std::shared_ptr<platform::Bundle>& bundle() const { return bundle_; }
   [[nodiscard]] const std::shared_ptr<MorvaTTPdeCallbackKV2>& callback() const { return callback_; }
 
-  /// Internal: the value of the first PPD attribute of this keyword. None when there is no PPD file, no such
-  /// attribute, or a value that is not UTF-8.
+  /// Internal: the value of the first PPD attribute of this keyword. Nullopt when there is no PPD file, no
+  /// such attribute, or a value that is not UTF-8.
   [[nodiscard]] std::optional<std::string> TTCIPpdFindAttribute(std::string_view keyword) const;
   /// Internal: whether the margin info dictionary has this name.
   [[nodiscard]] bool TTCIIsValidMarginName(std::string_view marginName) const;
   /// Internal: fills the margin info dictionary.
   void TTCIRegisterMarginInfo();
-  /// Internal: the candidate itself when it stands between the property list's minimum and maximum, else the
-  /// bound that it passes; the minimum for none. None when that bound is missing.
+  /// Internal: the candidate itself if it is between the property list's minimum and maximum, else the bound
+  /// that it violates; the minimum for null. Null if that bound is missing.
   [[nodiscard]] platform::ObjectRef TTCIVerifyMarginLimit(const platform::ObjectRef& candidate) const;
 
  protected:
   MorvaTTCommonInfoKV2() = default;
-  /// The steps of initWithCallback; false for none.
+  /// The steps of initWithCallback, which returns null if this returns false.
   bool initialize(std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
 
  private:

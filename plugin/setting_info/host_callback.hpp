@@ -4,7 +4,7 @@
 
 namespace tandemtrim {
 
-/// The declared type of the host callback that a panel request brings along.
+/// The declared type of the host callback in a panel request.
 using MorvaTTPdeCallbackKV2 = platform::HostCallback;
 
 }  // namespace tandemtrim

@@ -4,7 +4,8 @@
 
 namespace tandemtrim {
 
-/// Margin names: a side in the margin info dictionary, and the identifier of its box and stepper.
+/// Margin names: the sides' keys in the margin info dictionary, and the identifiers of their boxes and
+/// steppers.
 inline constexpr std::string_view TTCINameMarginTop = "Top";
 inline constexpr std::string_view TTCINameMarginBottom = "Bottom";
 inline constexpr std::string_view TTCINameMarginLeft = "Left";
@@ -23,7 +24,7 @@ inline constexpr std::string_view TTCIPpdKeyMarginRight = "MVMaxTandemTrimMargin
 /// The key inside each entry of the margin info dictionary.
 inline constexpr std::string_view TTCILimitKey = "Limit";
 
-/// The resource that holds the setting-info property list.
+/// The resource with the setting-info property list.
 inline constexpr std::string_view TTCISettingInfoName = "TandemTrimKV2-SettingInfo";
 inline constexpr std::string_view TTCIPlistResourceType = "plist";
 

@@ -9,19 +9,19 @@
 
 namespace tandemtrim {
 
-/// A setting by its words: those of the PPD, of the property list and, for a margin, of the margin info.
+/// A setting's names in the PPD, in the property list and, for a margin, in the margin info.
 struct Setting {
   /// The PPD option keyword that the panel declares.
   std::string_view keyword;
-  /// Its default and its print-settings key in the property list.
+  /// The sub key of its default and of its print-settings key in the property list.
   std::string_view subKey;
   /// Margins only: the margin name, and the PPD keyword of the maximum.
   std::string_view marginName;
   std::string_view ppdKey;
 };
 
-/// The settings, in the order in which everything walks them: the margins come last. Each layer adds columns
-/// of its own in the same order: `kTicketNames`, `kTitleKeys`, `kMarginOutlets`.
+/// All settings, in the order that everything else follows: the margins come last. Each layer adds its own
+/// columns in the same order: `kTicketNames`, `kTitleKeys`, `kMarginOutlets`.
 inline constexpr auto kSettings = std::to_array<Setting>({
     {"MVTandemTrim", TTCIPlistSubKeyValid, {}, {}},
     {"MVImageDirectionPriority", TTCIPlistSubKeyImageDirection, {}, {}},
@@ -35,7 +35,7 @@ inline constexpr auto kSettings = std::to_array<Setting>({
 /// The sides of the sheet, which index the margins.
 enum Side : std::size_t { kTop, kBottom, kLeft, kRight, kSides };
 
-/// The place of the first margin among the settings, and the margins' part of any list of all settings.
+/// The index of the first margin among the settings, and the margins' part of a list of all settings.
 inline constexpr std::size_t kFirstMargin = kSettings.size() - kSides;
 template <class List>
 constexpr auto marginsOf(const List& ofSettings) {
