@@ -7,12 +7,12 @@
 
 @class MorvaTTMarginInfoKV2;
 
-/// The declared type of the host's callback object. The object itself is the host's, of a class of its own.
+/// The declared type of the host's callback object; the object itself is of a class of the host.
 @interface MorvaTTPdeCallbackKV2 : NSObject
 @end
 
-/// The setting information for a host and for the panel's other objects: the core's answers as Foundation's
-/// objects. What comes from the property list is the very object that was read, nil where the list lacks it.
+/// The setting information for a host and for the panel's other objects: the core's values as Foundation's
+/// objects. A value of the property list is the very object that was read, nil if the list lacks it.
 @interface MorvaTTCommonInfoKV2 : NSObject {
   std::shared_ptr<tandemtrim::MorvaTTCommonInfoKV2> core_;
   NSDictionary* settingInfoDictionary_;
@@ -20,7 +20,7 @@
 }
 /// Nil when an argument or a readable property list is missing.
 - (id)initWithCallback:(id)callback bundle:(NSBundle*)bundle;
-/// Nil for none.
+/// Nil for null.
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTCommonInfoKV2>)core;
 - (std::shared_ptr<tandemtrim::MorvaTTCommonInfoKV2>)core;
 
@@ -44,7 +44,7 @@
 - (BOOL)isReady;
 
 - (NSDictionary*)settingInfoDictionary;
-/// The stored limits, not a copy: marginLimit: answers what a caller changes here.
+/// The stored limits, not a copy: marginLimit: returns what a caller changes here.
 - (NSMutableDictionary*)marginInfoDictionary;
 - (NSBundle*)bundle;
 - (id)callback;

@@ -8,7 +8,7 @@
 
 namespace appkit = tandemtrim::platform::appkit;
 
-// An accessor of the core's that gives an object.
+// An accessor of the core that returns an object.
 #define OBJECT_ACCESSOR(name)                                                          \
   -(id)name {                                                                          \
     return appkit::guarded([&] { return appkit::foundationObjectOf(core_->name()); }); \

@@ -5,14 +5,14 @@
 #import "adapters/appkit/controls.hpp"
 #import "adapters/appkit/foundation/toolkit.h"
 
-/// All controls of the panel: they follow when the function is switched on or off.
+/// The common interface of the panel's controls: they change when the function is switched on or off.
 @protocol ViewComponent
 @required
-/// `flag` is a boolean number: true when the function is on and the control is live. Nil is false.
+/// `flag` is a boolean number: true when the function is on, so that the control is enabled. Nil is false.
 - (void)changeState:(id)flag;
 @end
 
-/// A control of the panel as the core knows it.
+/// A control of the panel that has a counterpart in the core.
 @protocol MorvaTTComponentKV2 <ViewComponent>
 - (tandemtrim::platform::NibObject*)component;
 @end
@@ -44,22 +44,21 @@
 }
 @end
 
-/// A margin's text box, which holds its own range in whole millimetres. Both bounds are inclusive; none
-/// counts as 0.
+/// A margin's text box with its range in whole millimetres. Both bounds are inclusive; nil counts as 0.
 @interface MorvaTTTextBoxKV2 : NSTextField <MorvaTTComponentKV2> {
   std::unique_ptr<tandemtrim::platform::appkit::TextBox> component_;
 }
 @property(copy, nonatomic) NSNumber* min;
 @property(copy, nonatomic) NSNumber* max;
 - (void)setValueRange:(NSNumber*)min max:(NSNumber*)max;
-/// The very object given when it is in the range, else the very bound that it passes; the minimum is looked
-/// at first. Nil is 0.
+/// The very object given if it is in the range, else the very bound that it violates; the minimum is checked
+/// first. Nil counts as 0.
 - (NSNumber*)verifyValue:(NSNumber*)value;
-/// The action of the box's stepper. Writes plain digits, which is how a margin is stored; the toolkit's own
+/// The action of the box's stepper. Writes ASCII digits, as margins are stored; the toolkit's own action
 /// writes those of the user's region.
 - (IBAction)takeIntValueFrom:(id)sender;
 @end
 
-/// The panel's view: light whatever the appearance of the dialog, for labels that are black or light grey.
+/// The panel's view. It is light even in a dark dialog, since its labels are black or light grey.
 @interface MorvaTTPanelViewKV2 : NSView
 @end

@@ -8,19 +8,19 @@ namespace platform = tandemtrim::platform;
 
 namespace {
 
-// The component of a control, made when it is first asked for.
+// The component of a control, made at the first call.
 template <class Component, class Control>
 Component* componentOf(std::unique_ptr<Component>& component, Control* control) {
   if (!component) component = std::make_unique<Component>(control);
   return component.get();
 }
 
-// A number for the core. Nil counts as 0, which is what it answers when it is asked for its value.
+// A number for the core. Nil becomes 0, the value that a message to nil returns.
 platform::ObjectRef numberOf(id object) { return appkit::objectOf(object == nil ? @0 : object); }
 
 }  // namespace
 
-// What all classes of the nib answer in the same way.
+// The operations that are the same in all classes of the nib.
 #define COMPONENT_OPERATIONS                                                               \
   -(platform::NibObject*)component {                                                       \
     return appkit::guarded([&] { return componentOf(component_, self); });                 \
@@ -37,7 +37,7 @@ COMPONENT_OPERATIONS
 COMPONENT_OPERATIONS
 
 #if defined(GNUSTEP)
-// GNUstep's cell releases its menu before it tells the selected item that it is selected no more.
+// GNUstep's cell releases its menu before it deselects the selected item.
 - (void)dealloc {
   [self selectItem:nil];
   [super dealloc];

@@ -4,15 +4,15 @@
 
 @class MorvaTTViewControllerKV2;
 
-/// The core asks its platform for a nib and for notifications in its own terms, and the toolkit has to be
-/// given its own controller, which the core's points to.
+/// The core loads nibs and observes notifications by its own controller; the toolkit needs the Objective-C
+/// controller, to which the core's points.
 namespace tandemtrim::platform::appkit {
 
-/// The controller beside the core's that owns nibs, or nil.
+/// The Objective-C controller of a nib's owner, or nil.
 inline ::MorvaTTViewControllerKV2* controllerOf(const NibOwner& owner) {
   return static_cast<::MorvaTTViewControllerKV2*>(owner.platformObject());
 }
-/// The same of one that observes under this address. Nothing else observes here.
+/// The same for an observer; only the core's controllers observe on this platform.
 inline ::MorvaTTViewControllerKV2* controllerOf(const void* observer) {
   return controllerOf(*static_cast<const tandemtrim::MorvaTTViewControllerKV2*>(observer));
 }

@@ -6,17 +6,17 @@
 #include "platform/nib.hpp"
 #include "view/controls.hpp"
 
-/// The toolkit's controls as the core knows them. Each stands for one control, which owns it and outlives it.
+/// The core's counterparts of the toolkit's controls. Each is owned by its control, which outlives it.
 namespace tandemtrim::platform::appkit {
 
-/// The control of the toolkit behind an object of the nib.
+/// An object of the nib that wraps an object of the toolkit.
 class ToolkitObject {
  public:
   virtual ~ToolkitObject() = default;
   [[nodiscard]] virtual id toolkitObject() const = 0;
 };
 
-/// The toolkit's object behind one of the core's, or nil.
+/// The toolkit's object in one of the core's, or nil.
 template <class Object>
 id toolkitObjectOf(const Object* object) {
   const auto* toolkit = dynamic_cast<const ToolkitObject*>(object);
@@ -49,8 +49,8 @@ class TextLabel : public ControlOf<MorvaTTTextLabelKV2, NSTextField> {
 class TextBox : public ControlOf<MorvaTTTextBoxKV2, NSTextField> {
  public:
   using ControlOf::ControlOf;
-  /// Leaves the insertion point of a box that is being edited where it was, at the end if the text is
-  /// another.
+  /// In a box that is being edited, leaves the insertion point where it was, or at the end if the text
+  /// changes.
   void setStringValue(std::string_view text) override;
   void setIdentifier(std::string_view identifier) override;
   [[nodiscard]] std::string identifier() const override;
@@ -100,7 +100,7 @@ class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, NSPopUpButton> {
   void selectItemWithTitle(std::string_view title) override;
 
  private:
-  // The items that were asked for, by index.
+  // The items requested so far, by index.
   std::map<NSInteger, MenuItem> items_;
 };
 

@@ -9,7 +9,7 @@ NSArray* objectsOfNib(NSString* name, ::MorvaTTViewControllerKV2* owner) {
   NSArray* objects = nil;
   if (![nib instantiateWithOwner:owner topLevelObjects:&objects]) return nil;
 #if defined(GNUSTEP)
-  // They come retained once for the owner, as no Mac since 10.8 does it.
+  // GNUstep returns them retained once for the owner; macOS has not done so since 10.8.
   [objects makeObjectsPerformSelector:@selector(release)];
 #endif
   return objects;

@@ -7,8 +7,8 @@
 namespace tandemtrim::platform {
 namespace {
 
-// The toolkit's default centre. It calls the observer's own handler, controlTextDidChange:, which leads to
-// where the selector leads.
+// The toolkit's default centre. It calls the observer's controlTextDidChange:, which has the same effect as
+// the selector.
 class ToolkitCenter : public NotificationCenter {
  public:
   void addObserver(const void* observer, Selector /*selector*/, std::string_view /*name*/,
@@ -22,8 +22,8 @@ class ToolkitCenter : public NotificationCenter {
   void removeObserver(const void* observer) override {
     [[NSNotificationCenter defaultCenter] removeObserver:appkit::controllerOf(observer)];
   }
-  // The toolkit ends all of the observer's subscriptions to the object. A box has one: every nib that is
-  // loaded brings its own boxes.
+  // The toolkit ends all of the observer's subscriptions to the object. There is one for each box, since
+  // every loaded nib has its own boxes.
   void removeObserver(const void* observer, std::string_view /*name*/, NibObject* object) override {
     NSString* posted = ::NSControlTextDidChangeNotification;
     [[NSNotificationCenter defaultCenter] removeObserver:appkit::controllerOf(observer)

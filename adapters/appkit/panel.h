@@ -3,17 +3,17 @@
 #import "adapters/appkit/view_controller.h"
 #include "plugin/panel.hpp"
 
-/// The panel for macOS's print dialog, which finds these operations by their names: forwards to the core's.
-/// Errors that the core raises leave as the toolkit's exceptions.
+/// The panel for macOS's print dialog, which finds these operations by their names. Forwards them to the
+/// core's panel, whose exceptions it turns into the toolkit's.
 @interface MorvaTTPdePanelKV2 : NSObject {
   std::shared_ptr<tandemtrim::MorvaTTPdePanelKV2> core_;
   MorvaTTViewControllerKV2* viewController_;
   MorvaTTCommonInfoKV2* commonInfo_;
   NSMutableArray* supportedOptions_;
 }
-/// Nil when an argument or anything that the panel is made of is missing.
+/// Nil when an argument is nil or a part of the panel cannot be made.
 - (id)initWithCallback:(id)callback bundle:(NSBundle*)bundle;
-/// Nil for none.
+/// Nil for null.
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTPdePanelKV2>)core;
 
 - (NSString*)panelName;

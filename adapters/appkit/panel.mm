@@ -26,14 +26,16 @@ namespace appkit = tandemtrim::platform::appkit;
   core_ = std::move(core);
   appkit::guardedInit(self, [&] {
     commonInfo_ = [[MorvaTTCommonInfoKV2 alloc] initWithCore:core_->commonInfo()];
-    // The core's controller goes with the core's panel, which lives as long as anybody refers to either.
+    // The pointer to the core's controller shares the ownership of the core's panel, which owns the
+    // controller.
     viewController_ = [[MorvaTTViewControllerKV2 alloc] initWithCore:{core_, core_->viewController()}
                                                           commonInfo:commonInfo_];
   });
   return self;
 }
 
-// The core goes with the last that refers to it, the controller, while that can still unsubscribe.
+// Releases its reference to the core first, so that the controller has the last one and can still
+// unsubscribe.
 - (void)dealloc {
   core_.reset();
   [viewController_ release];

@@ -12,7 +12,7 @@ namespace platform = tandemtrim::platform;
 
 namespace {
 
-// The list that the core gives, in the toolkit's objects; nil for none.
+// The core's list as the toolkit's objects; nil for null.
 NSArray* listOf(std::unique_ptr<platform::PanelList> panels) {
   if (!panels) return nil;
   NSMutableArray* list = [NSMutableArray arrayWithCapacity:panels->size()];

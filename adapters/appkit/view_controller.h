@@ -13,8 +13,8 @@
   @property(assign, nonatomic) IBOutlet MorvaTTTextBoxKV2* textBoxMargin##Side;      \
   @property(assign, nonatomic) IBOutlet MorvaTTStepperKV2* stepperMargin##Side;
 
-/// The File's Owner of the nib: it connects the controls with the core's view controller, which does the
-/// work. It keeps what its outlets were connected to until it goes.
+/// The File's Owner of the nib: connects the controls to the core's view controller, which does the work.
+/// Retains everything that its outlets are ever connected to.
 @interface MorvaTTViewControllerKV2 : NSObject {
   std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2> core_;
   std::unique_ptr<tandemtrim::platform::appkit::View> view_;
@@ -24,7 +24,7 @@
 /// Nil when the common info is nil or the tickets cannot be made. The common info must outlive the
 /// controller.
 - (id)initWithCommonInfo:(MorvaTTCommonInfoKV2*)commonInfo;
-/// Nil for none.
+/// Nil for null.
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2>)core
         commonInfo:(MorvaTTCommonInfoKV2*)commonInfo;
 
@@ -36,7 +36,7 @@
 
 - (IBAction)changeTandemTrimValid:(id)sender;
 - (IBAction)setDefaultValue:(id)sender;
-/// Corrects the text box that posts; whatever else posts is left alone.
+/// Corrects the text box that posts; ignores any other object.
 - (void)controlTextDidChange:(NSNotification*)notification;
 
 @property(readonly, nonatomic) MorvaTTCommonInfoKV2* commonInfo;

@@ -15,8 +15,8 @@ platform::NibObject* componentOf(id object) {
 
 }  // namespace
 
-// An outlet by its name, the class of its control and the name of its setter. Nil empties it; an object of
-// another class leaves it as it was.
+// An outlet by its name, the class of its control and the name of its setter. Nil clears it; an object of
+// another class leaves it unchanged.
 #define OUTLET(Class, name, setter)                                             \
   -(Class*)name {                                                               \
     return appkit::toolkitObjectOf(core_->name());                              \
@@ -64,13 +64,13 @@ platform::NibObject* componentOf(id object) {
   return self;
 }
 
-// A view may outlive its controller in the host's window: its controls then act on nobody.
+// A view may outlive its controller in the host's window; its controls then have no target.
 - (void)dealloc {
   if (core_) {
     [[self tandemTrimValid] setTarget:nil];
     [[self defaultButton] setTarget:nil];
   }
-  // This is the last that refers to the core, which unsubscribes it.
+  // Releases the last reference to the core, whose destructor unsubscribes this object.
   core_.reset();
   [connected_ release];
   [super dealloc];
@@ -128,7 +128,7 @@ platform::NibObject* componentOf(id object) {
   core_->setViewIsInited(inited);
 }
 
-// Keeps what an outlet is connected to alive from now on.
+// Retains an outlet's object until this object is deallocated.
 - (void)keep:(id)object {
   if (object != nil) [connected_ addObject:object];
 }

@@ -7,7 +7,7 @@ PrintPanel& HostedPanel::upToDate() {
   return *panel_;
 }
 
-// The view is this platform's own.
+// On this platform the view is always a Panel.
 View* HostedPanel::panelView() {
   view_ = static_cast<Panel*>(upToDate().panelView());
   return view_;

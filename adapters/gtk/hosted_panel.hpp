@@ -10,8 +10,8 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// A panel as its host calls it. The toolkit's edits are posted with a delay; every call of the host posts
-/// those that wait first, so that it never meets a text that is typed and not corrected.
+/// A panel as its host calls it. Edits are posted with a delay; every call of the host first posts the
+/// pending ones, so that the host never sees a typed text that is not corrected yet.
 class HostedPanel : public PrintPanel {
  public:
   explicit HostedPanel(std::unique_ptr<PrintPanel> panel) : panel_(std::move(panel)) {}
@@ -26,7 +26,7 @@ class HostedPanel : public PrintPanel {
   [[nodiscard]] const std::vector<std::string>& supportedPPDOptionKeys() override {
     return upToDate().supportedPPDOptionKeys();
   }
-  /// No edit that waits changes what is stored.
+  /// Pending edits change nothing that is stored, so they stay pending.
   [[nodiscard]] std::vector<PanelSetting> settings() const override { return panel_->settings(); }
   [[nodiscard]] bool shouldPrint() override { return upToDate().shouldPrint(); }
   bool saveValuesAndReturnError(std::string* error) override {
@@ -36,7 +36,7 @@ class HostedPanel : public PrintPanel {
     return upToDate().restoreValuesAndReturnError(error);
   }
 
-  /// The panel, once the edits that wait are posted.
+  /// Posts the pending edits and returns the panel.
   [[nodiscard]] PrintPanel& upToDate();
 
  private:

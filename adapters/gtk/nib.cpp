@@ -12,7 +12,7 @@
 namespace tandemtrim::platform {
 namespace {
 
-// The nib in the resources of the bundle whose module this code is part of.
+// The nib's path in the bundle to whose module this code belongs.
 std::string nibPath(std::string_view name) {
   Dl_info module{};
   if (dladdr(reinterpret_cast<const void*>(&nibPath), &module) == 0) return {};
@@ -20,7 +20,7 @@ std::string nibPath(std::string_view name) {
   return contents / "Resources" / std::string(name).append(".ui");
 }
 
-// The toolkit's own classes: those of its C++ interface have more to set up, and nothing here overrides them.
+// By the toolkit's C interface: the C++ classes have more to set up, and nothing here overrides them.
 Glib::RefPtr<Gtk::Builder> described(const std::string& path) {
   auto* const builder = gtk_builder_new();
   auto description = Glib::wrap(builder);
@@ -32,7 +32,7 @@ Glib::RefPtr<Gtk::Builder> described(const std::string& path) {
 }  // namespace
 
 bool loadNibNamed(std::string_view name, NibOwner& owner) try {
-  // Without a screen there is no widget to make.
+  // Widgets need a screen.
   if (gdk_display_get_default() == nullptr) return false;
   Gtk::init_gtkmm_internals();
   auto panel = std::make_unique<gtk::Panel>(described(nibPath(name)), owner);

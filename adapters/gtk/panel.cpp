@@ -39,7 +39,7 @@ GObject* Panel::object(std::string_view name) const {
   return gtk_builder_get_object(description_->gobj(), std::string(name).c_str());
 }
 
-// A widget's class tells which of the controls it is.
+// The class of the widget determines the class of the control.
 std::unique_ptr<NibObject> Panel::wrap(std::string_view outlet) const {
   auto* const found = object(outlet);
   if (GTK_IS_LABEL(found)) return std::make_unique<TextLabel>(*Glib::wrap(GTK_LABEL(found)));
@@ -52,7 +52,7 @@ std::unique_ptr<NibObject> Panel::wrap(std::string_view outlet) const {
   return nullptr;
 }
 
-// The titles are a list of the nib, named after the menu.
+// The titles are in a list of the nib, named after the menu.
 std::vector<std::string> Panel::itemsOf(std::string_view menu) const {
   auto* const list = object(std::string(menu).append("Items"));
   std::vector<std::string> titles;
@@ -109,7 +109,7 @@ void Panel::connectPicture(const NibOwner& owner) {
                                      [&owner](std::string_view key) { return owner.localizedString(key); });
 }
 
-// The controller has set the titles when the view is first shown.
+// Called when the view is first shown: the controller has set the titles by then.
 void Panel::showAccessKeys(const NibOwner& owner) const {
   const auto show = [&](std::string_view outlet, std::string_view title) {
     const Glib::ustring letter = owner.localizedString(std::string(title).append(kAccessKeySuffix));

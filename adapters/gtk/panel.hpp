@@ -14,26 +14,26 @@
 namespace tandemtrim::platform::gtk {
 
 /// A loaded nib: its widgets, the controls around them and the panel's view. The widgets live as long as it,
-/// and longer in a window that holds the view; they do nothing then.
+/// and longer in a window that contains the view; they then do nothing.
 class Panel : public LoadedNib, public View, public sigc::trackable {
  public:
-  /// Wraps those of the description's objects that bear the name of an outlet.
+  /// Wraps the description's objects that have the name of an outlet.
   Panel(Glib::RefPtr<Gtk::Builder> description, NibOwner& owner);
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
 
-  /// Connects the outlets for which the description has an object of a class that is known here.
+  /// Connects the outlets for which the description has an object of a known class.
   void connectOutlets(NibOwner& owner);
 
   /// The view's GtkWidget, or null when the description has none.
   [[nodiscard]] void* toolkitView() override;
-  /// The size that the picture of the sheet is drawn to.
+  /// Sets the paper size of the picture of the sheet.
   void setPaperSize(double width, double height) override;
-  /// The page that the picture of the sheet shows.
+  /// Shows the page in the picture of the sheet.
   void showPage(const std::shared_ptr<const PageImage>& page) override;
-  /// What the picture notes about that page.
+  /// The picture's note about that page.
   [[nodiscard]] std::string pageNote() const override;
-  /// Posts the user's edits that still wait to be posted.
+  /// Posts the user's pending edits.
   void flushEdits() const;
   /// The control of this outlet, or null.
   [[nodiscard]] NibObject* control(std::string_view outlet) const;

@@ -15,7 +15,7 @@ struct Palette {
   Gdk::RGBA tint;
 };
 
-// Where nothing can be set, nothing has a colour.
+// A disabled widget has grey in place of the accent colour.
 Palette paletteOf(const Gtk::Widget& widget) {
   const auto style = const_cast<Gtk::Widget&>(widget).get_style_context();
   Palette palette{style->get_color(), Gdk::RGBA("gray")};
@@ -42,7 +42,7 @@ void outline(Cairo::Context& cairo, const Rectangle& area) {
   cairo.stroke();
 }
 
-// Text, of which only the shape of its paragraphs is seen.
+// Bars in the shape of paragraphs of text.
 void drawPrint(Cairo::Context& cairo, const Rectangle& area) {
   constexpr double kLine = 2;
   constexpr double kStep = 7;
@@ -52,7 +52,7 @@ void drawPrint(Cairo::Context& cairo, const Rectangle& area) {
     fill(cairo, {area.x, y, area.width * kLengths.at(line++ % kLengths.size()), kLine});
 }
 
-// Beside a real page: where the print lies across what is printable.
+// For a real page: a bar that shows the print's position across the printable part.
 void drawPosition(Cairo::Context& cairo, const Rectangle& print) {
   constexpr double kThickness = 3;
   fill(cairo, {print.x, print.y, print.width, std::min(kThickness, print.height)});
@@ -97,7 +97,7 @@ void drawArrow(Cairo::Context& cairo, const Arrow& arrow) {
 
 }  // namespace
 
-// Paper is white in the dark too.
+// Paper is white in a dark theme, too.
 void drawSheet(Cairo::Context& cairo, const SheetLayout& layout, const PageImage* page,
                const Gtk::Widget& widget) {
   const auto [ink, tint] = paletteOf(widget);

@@ -8,8 +8,8 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// Paints the sheet in the colours that the widget's theme and state give it, with the page where the layout
-/// has one (null has none).
+/// Paints the sheet in the colours of the widget's theme and state, with the page if the layout has one and
+/// `page` is not null.
 void drawSheet(Cairo::Context& cairo, const SheetLayout& layout, const PageImage* page,
                const Gtk::Widget& widget);
 

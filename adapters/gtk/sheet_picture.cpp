@@ -10,7 +10,7 @@
 namespace tandemtrim::platform::gtk {
 namespace {
 
-// The part of the sheet that stands behind the chosen item's name.
+// The part of the sheet that belongs to the chosen item's name.
 template <class Part, std::size_t count>
 std::optional<Part> chosen(PopUpButton& menu,
                            const std::array<std::pair<std::string_view, Part>, count>& parts) {
@@ -37,7 +37,7 @@ std::string filled(std::string text, std::string_view placeholder, const std::st
   return text;
 }
 
-// Keeps room for all lines that the label may have: a window that grows closes its open menus.
+// Reserves space for all lines that the label may have, since a window that grows closes its open menus.
 void reserveLines(Gtk::Label& label) {
   constexpr int kMoreThanTheyHold = 500;
   label.set_text(Glib::ustring(kMoreThanTheyHold, 'm'));
@@ -52,7 +52,7 @@ void reserveLines(Gtk::Label& label) {
   label.get_parent()->set_size_request(-1, height);
 }
 
-// The text as it is shown, also while it is being edited.
+// The number in the text as it is shown, also while it is being edited.
 double millimetres(const Labelled<TextBox>& margin) {
   return static_cast<double>(integerValue(margin.control->widget().get_text().raw()));
 }
@@ -101,7 +101,7 @@ void SheetPicture::refresh() {
   auto& label = controls_.note->widget();
   label.set_text(noted);
   label.set_tooltip_text(noted);
-  // A screen reader has read it already.
+  // Removes the description, which the tooltip has set; a screen reader would read the note twice.
   gtk_accessible_reset_property(GTK_ACCESSIBLE(label.gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION);
   label.set_visible(!noted.empty());
   gtk_accessible_update_property(GTK_ACCESSIBLE(area_.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
@@ -128,7 +128,7 @@ void SheetPicture::draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, i
   drawSheet(*cairo, layOut(sheet(), width, height), page_.get(), area_);
 }
 
-// In the words of the panel, so that it is in the user's language.
+// In the panel's texts, so that it is in the user's language.
 std::string SheetPicture::description(const std::string& noted) const {
   const auto length = [](double value) { return std::to_string(std::lround(value)); };
   auto text = length(paperWidth_) + " × " + length(paperHeight_) + " mm";

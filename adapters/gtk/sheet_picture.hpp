@@ -24,9 +24,9 @@ struct Labelled {
   Control* control;
 };
 
-/// The controls that a sheet's picture shows; none of them is null.
+/// The controls that a sheet's picture shows; they are never null.
 struct SheetControls {
-  /// What is noted about the page that the picture shows.
+  /// Shows the note about the page in the picture.
   TextLabel* note;
   Labelled<PopUpButton> direction;
   Labelled<PopUpButton> position;
@@ -34,9 +34,9 @@ struct SheetControls {
   std::array<Labelled<TextBox>, kSides> margins;
 };
 
-/// Draws the sheet as the controls describe it, whoever sets them, and tells the same to those who do not see
-/// it. With a page of the document it notes, too, what of its content is in the margins. Left is left in
-/// every language. It greys when its widget is not sensitive.
+/// Draws the sheet as the controls describe it, whether the user or the program sets them, and describes it
+/// to screen readers. With a page of the document it also notes the page's content in the margins. It is not
+/// mirrored in any language. It turns grey when its widget is disabled.
 class SheetPicture : public sigc::trackable {
  public:
   /// The text of a key in the user's language.
@@ -47,11 +47,11 @@ class SheetPicture : public sigc::trackable {
   SheetPicture(const SheetPicture&) = delete;
   SheetPicture& operator=(const SheetPicture&) = delete;
 
-  /// Millimetres; a size that no paper has is ignored.
+  /// In millimetres; an impossible size is ignored.
   void setPaperSize(double width, double height);
-  /// Shows this page in place of the lines that stand for print; null shows the lines.
+  /// Shows this page in place of the lines that represent text; null shows the lines.
   void showPage(std::shared_ptr<const PageImage> page);
-  /// What of the page the margins take; empty when that is nothing.
+  /// The note about the page's content in the margins; empty if there is none.
   [[nodiscard]] std::string note() const;
 
  private:

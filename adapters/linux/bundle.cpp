@@ -22,12 +22,12 @@ constexpr const char* kLocalizationEnding = ".lproj";
 constexpr const char* kTableEnding = ".strings";
 constexpr const char* kPropertyListEnding = ".plist";
 
-// The names in a folder that have this ending, without it and in order. A folder that cannot be read to its
-// end is added to the faults, once; one that is not there has no names.
+// The names in a folder that have this ending, without it and sorted. A folder that cannot be read completely
+// is added to the faults, once; a missing folder has no names.
 std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending,
                                  std::vector<std::string>& faults) {
   std::vector<std::string> stems;
-  // Not by std::filesystem, whose iterators end the program when there is no memory.
+  // Not by std::filesystem, whose iterators end the program when memory is exhausted.
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
   bool isWhole = listing != nullptr || errno == ENOENT;
   while (listing) {
@@ -44,7 +44,7 @@ std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending
   return stems;
 }
 
-// Absolute, and without a slash at its end, so that its last part is the bundle's name.
+// The absolute path without a trailing slash, so that its last part is the bundle's name.
 fs::path folderAt(const std::string& path) {
   std::error_code ignored;
   auto folder = fs::absolute(path, ignored).lexically_normal();
@@ -83,7 +83,7 @@ Bundle::Bundle(fs::path path, const std::vector<std::string>& languages)
   loadTables(resources_);
 }
 
-// Tables that are known already count. A broken one counts as one without texts.
+// Skips tables that are loaded already. A broken table counts as one without texts.
 void Bundle::loadTables(const fs::path& folder) {
   for (const auto& name : stemsIn(folder, kTableEnding, brokenTables_)) {
     const auto [table, isNew] = tables_.try_emplace(name);

@@ -16,31 +16,31 @@ namespace tandemtrim::platform::linux {
 
 /// A bundle in a folder: Contents/Info.plist, the resources in Contents/Resources, the modules in
 /// Contents/Linux. Its localization and string tables are chosen when it is opened; it never changes
-/// afterwards. Of Info.plist (BundleInfo) it asks the development region alone.
+/// afterwards. Of Info.plist (BundleInfo) it uses only the development region.
 class Bundle : public platform::Bundle {
  public:
-  /// The bundle in the folder at `path`, in the user's languages. Null when there is none, and `reason` names
-  /// the file and what is wrong with it.
+  /// Opens the bundle in the folder at `path`, in the user's languages. Null if there is none; `reason` then
+  /// says which file is missing.
   static std::shared_ptr<Bundle> open(const std::string& path, std::string& reason,
                                       const std::vector<std::string>& languages = userLanguages());
 
   /// The bundle's folder, absolute.
   [[nodiscard]] std::string path() const { return path_.string(); }
 
-  /// The chosen localization ("pt-BR"), or none when the bundle has none.
+  /// The chosen localization ("pt-BR"), or nullopt if the bundle has none.
   [[nodiscard]] const std::optional<std::string>& localization() const noexcept { return localization_; }
-  /// String tables that are left out because they cannot be read, and folders of such and an Info.plist that
-  /// cannot: file, line and fault, one text each.
+  /// The string tables, the folders of tables and the Info.plist that cannot be read and are left out: file,
+  /// line and fault, one text each.
   [[nodiscard]] const std::vector<std::string>& brokenTables() const noexcept { return brokenTables_; }
-  /// The same of property lists among the resources, looked for at each call.
+  /// The same for the property lists among the resources, which are read at each call.
   [[nodiscard]] std::vector<std::string> brokenPropertyLists() const;
 
-  /// Looks into the resources first and into the chosen localization next. A name or type that is a path of
-  /// several parts gives none.
+  /// Searches the resources, then the chosen localization. Nullopt if the name or type is a path of several
+  /// parts.
   [[nodiscard]] std::optional<std::string> pathForResource(std::string_view name,
                                                            std::string_view type) const override;
   /// Each table comes from the first place that has it: the chosen localization, the development region's, or
-  /// the resources outside any localization. No other place is asked for a key that this table lacks. The
+  /// the resources outside any localization. No other place is searched for a key that this table lacks. The
   /// default table is "Localizable".
   [[nodiscard]] std::string localizedStringForKey(std::string_view key, std::string_view value,
                                                   std::optional<std::string_view> table) const override;

@@ -11,18 +11,18 @@
 
 namespace tandemtrim::platform::linux {
 
-/// The contents of a bundle's Contents/Info.plist. A missing text, or a value of another type, is none.
+/// The contents of a bundle's Contents/Info.plist. A value of another type counts as missing.
 class BundleInfo {
  public:
-  /// None when the file cannot be read, and `reason` names it and what is wrong with it.
+  /// Nullopt when the file cannot be read; `reason` then names it and what is wrong with it.
   static std::optional<BundleInfo> read(const std::filesystem::path& bundle, std::string& reason);
 
   [[nodiscard]] const Dictionary& dictionary() const noexcept { return *dictionary_; }
   /// The name under which the bundle's modules export their principal class.
   [[nodiscard]] std::optional<std::string> principalClass() const { return text("NSPrincipalClass"); }
-  /// The language that the bundle's makers speak; English when none is given.
+  /// The language of the bundle's developers; English by default.
   [[nodiscard]] std::string developmentRegion() const;
-  /// The modules' name without suffix; the bundle's own name when none is given that is a file name.
+  /// The modules' name without suffix; by default, or if it is not a file name, the bundle's own name.
   [[nodiscard]] std::string executableName() const;
   /// The option keywords that the bundle's panels set ("PrintOptionKeywords"); empty when it lists none.
   [[nodiscard]] std::vector<std::string> optionKeywords() const;

@@ -10,7 +10,7 @@ namespace {
 
 using NamePair = std::pair<std::string_view, std::string_view>;
 
-// Locale names tell a script by a modifier, or for Chinese by the region.
+// A locale's name shows the script by a modifier or, for Chinese, by the region.
 constexpr std::array kScriptOfModifier{NamePair{"latin", "Latn"}, NamePair{"cyrillic", "Cyrl"},
                                        NamePair{"devanagari", "Deva"}};
 constexpr std::array kScriptOfChineseRegion{NamePair{"", "Hans"},   NamePair{"CN", "Hans"},
@@ -24,7 +24,7 @@ std::string_view lookUp(const Table& table, std::string_view name) {
   return found == table.end() ? std::string_view() : found->second;
 }
 
-// The part of the text behind the first of these characters; empty when there is none.
+// The part of the text after the first of these characters; empty if it has none.
 std::string_view behind(std::string_view text, std::string_view marks) {
   const auto offset = text.find_first_of(marks);
   return offset == std::string_view::npos ? std::string_view() : text.substr(offset + 1);
@@ -81,7 +81,7 @@ std::vector<std::string> userLanguages(const Environment& environment) {
   std::vector<std::string> languages;
   while (!list.empty()) {
     const auto name = list.substr(0, list.find(':'));
-    // Whoever lists C prefers the program's own texts to every language behind it.
+    // C in the list prefers the program's own texts to all languages after it.
     if (isUntranslated(name)) break;
     if (auto tag = languageTag(name)) languages.push_back(std::move(*tag));
     list = behind(list, ":");

@@ -16,19 +16,20 @@ const char* processEnvironment(const char* name);
 
 /// The user's languages as tags ("pt-BR", "zh-Hans"), the preferred one first, from the variables that
 /// gettext reads: LANGUAGE, a list that counts unless the locale is C or POSIX, else the locale's own
-/// language from LC_ALL, LC_MESSAGES or LANG. Encodings are left out. None for the C locale: the program's
-/// texts as they were written.
+/// language from LC_ALL, LC_MESSAGES or LANG. Encodings are left out. Empty for the C locale, which means the
+/// program's untranslated texts.
 std::vector<std::string> userLanguages(const Environment& environment = processEnvironment);
 
-/// The tag of a locale's name ("sr_RS@latin": "sr-Latn-RS"), or none when the name stands for no language.
+/// The tag of a locale's name ("sr_RS@latin": "sr-Latn-RS"), or nullopt if the name is not that of a
+/// language.
 std::optional<std::string> languageTag(std::string_view localeName);
 
-/// The localization of a language: itself or with its last parts left out ("fr-CA" takes "fr"); none when
-/// neither is available.
+/// The localization for a language: itself or without its last parts ("fr" for "fr-CA"); nullopt if none of
+/// them is available.
 std::optional<std::string> localizationOf(std::string language, const std::vector<std::string>& available);
 
 /// The localization that fits the user best: that of the first language that has one, else the development
-/// region's, else the first one. None when nothing is available.
+/// region's, else the first one. Nullopt if none is available.
 std::optional<std::string> chooseLocalization(const std::vector<std::string>& available,
                                               const std::vector<std::string>& languages,
                                               const std::string& developmentRegion);

@@ -16,8 +16,8 @@ inline constexpr OSStatus kInvalidParameter = -50;
 inline constexpr OSStatus kValueLocked = -30878;
 
 /// The print settings of one job, in the order in which their keys were first stored. Keys compare exactly,
-/// letter case included. A key that is not there is no error: getting it gives none, removing it succeeds. A
-/// copy is independent of its original.
+/// letter case included. A missing key is not an error: getting it sets nullopt, removing it succeeds. A copy
+/// is independent of its original.
 class PrintSettings : public platform::PrintSettings {
  public:
   struct Entry {

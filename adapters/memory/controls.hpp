@@ -11,16 +11,16 @@
 #include "platform/controls.hpp"
 #include "view/controls.hpp"
 
-/// Controls that live in memory. They behave as a desktop toolkit's do: what the program sets runs no action
-/// and posts no notification, what a user does runs both, at once, and a disabled control ignores the
+/// Controls that exist only in memory. They behave as a desktop toolkit's do: a change by the program runs no
+/// action and posts no notification, a change by the user does so at once, and a disabled control ignores the
 /// user.
 namespace tandemtrim::platform::memory {
 
-/// What a user sees of a control; where it is, its panel knows.
+/// What a user sees of a control, except its place, which the panel knows.
 class VisibleControl {
  public:
   virtual ~VisibleControl() = default;
-  /// Fills in what this class of control has; the rest stays as it is.
+  /// Fills in the members that this class of control has; leaves the rest unchanged.
   virtual void describe(ControlState& state) const = 0;
 };
 
@@ -65,7 +65,7 @@ class IdentifiedControlOf : public ControlOf<Class> {
 class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2> {
  public:
   void describe(ControlState& state) const override;
-  /// One edit by the user, after which the box holds `text`; false when the box is disabled.
+  /// One edit by the user, which replaces the text by `text`; false when the box is disabled.
   bool userEdits(std::string_view text);
 };
 
@@ -83,8 +83,8 @@ class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2> {
   /// The text box that takes the stepper's value when the user clicks.
   void setTextBox(TextBox* textBox) { textBox_ = textBox; }
 
-  /// So many clicks on the upper half (`clicks` > 0) or the lower half; each moves the value by 1, within the
-  /// bounds. False when the stepper is disabled.
+  /// Clicks the upper half (`clicks` > 0) or the lower half that many times; each click moves the value by 1,
+  /// within the bounds. False when the stepper is disabled.
   bool userClicks(int clicks);
 
  private:
@@ -118,7 +118,7 @@ class CheckBox : public ControlOf<MorvaTTCheckBoxKV2> {
   [[nodiscard]] int state() const override { return state_; }
   void setState(int state) override { state_ = state; }
   void setAction(Action action) { action_ = std::move(action); }
-  /// Toggles the box and runs its action; from mixed, a state that only the program sets, it goes on.
+  /// Toggles the box and runs its action; a mixed box, which only the program makes, turns on.
   bool userClicks();
 
  private:
@@ -141,7 +141,7 @@ class MenuItem : public platform::MenuItem {
 
 class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2> {
  public:
-  /// A menu of so many items, of which the first is selected.
+  /// A menu with this number of items, of which the first is selected.
   explicit PopUpButton(std::size_t items) : items_(items) {}
 
   void describe(ControlState& state) const override;

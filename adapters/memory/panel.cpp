@@ -82,7 +82,7 @@ bool Panel::backspace(std::string_view textBox) {
   auto& box = named<TextBox>(textBox);
   auto text = box.stringValue();
   if (text.empty()) return box.isEnabled();
-  // A character goes as a whole: the bytes that continue it, then the one that begins it.
+  // Removes a whole character: its continuation bytes, then its first byte.
   const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; };
   while (text.size() > 1 && continues(text.back())) text.pop_back();
   text.pop_back();

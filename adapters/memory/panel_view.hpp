@@ -13,7 +13,7 @@ enum class ControlKind { label, textBox, stepper, checkBox, popUp, button };
 
 struct MenuChoice {
   std::string title;
-  /// The value behind the title, the same in every language; none when the program attached none.
+  /// The value of the title, the same in every language; nullopt if the program attached none.
   std::optional<std::string> value;
 };
 
@@ -21,8 +21,7 @@ struct MenuChoice {
 struct ControlState {
   /// The control's place in the view ("textBoxMarginTop").
   std::string_view outlet;
-  /// The name of the setting that it stands for ("Top"); empty for labels and for steppers, which belong to a
-  /// text box.
+  /// The name of its setting ("Top"); empty for labels and for steppers, which belong to a text box.
   std::string_view name;
   ControlKind kind{};
   bool enabled = true;
@@ -35,15 +34,15 @@ struct ControlState {
   /// Menus only.
   std::vector<MenuChoice> choices;
   std::optional<std::size_t> selected;
-  /// Steppers, and text boxes by the stepper beside them.
+  /// Steppers and text boxes only.
   double min = 0;
   double max = 0;
 };
 
-/// The view of a panel without a screen. Whoever holds it looks at the controls and acts on them as a user
-/// does; hosts and tests reach it by a dynamic_cast from View. Each act names a control by its outlet or its
-/// name, and gives false, changing nothing, when the control is disabled. A name that no fitting control has
-/// raises std::out_of_range.
+/// The view of a panel without a screen. Hosts and tests get it by a dynamic_cast from View, look at the
+/// controls and act on them as a user does. Each act names a control by its outlet or its name, and returns
+/// false, changing nothing, when the control is disabled. A name without a suitable control raises
+/// std::out_of_range.
 class PanelView : public View {
  public:
   /// All controls, in the order from top to bottom.
@@ -54,12 +53,11 @@ class PanelView : public View {
   virtual bool type(std::string_view textBox, std::string_view text) = 0;
   /// Inserts `text` at the end of a text box's text, as one edit (one key press each, for single characters).
   virtual bool append(std::string_view textBox, std::string_view text) = 0;
-  /// Takes the last character of a text box's text away, as one edit. An empty box stays as it is, without an
-  /// edit.
+  /// Deletes the last character of a text box's text, as one edit. An empty box is not edited.
   virtual bool backspace(std::string_view textBox) = 0;
   /// Clicks a check box or a button.
   virtual bool click(std::string_view button) = 0;
-  /// Clicks a stepper's upper half (`steps` > 0) or lower half so many times.
+  /// Clicks a stepper's upper half (`steps` > 0) or lower half that many times.
   virtual bool step(std::string_view stepper, int steps) = 0;
   /// Chooses the item at `index` of a menu.
   virtual bool choose(std::string_view popUp, std::size_t index) = 0;

@@ -10,7 +10,7 @@ bool isPlain(std::string_view item) {
   return !item.empty() && item.find_first_not_of(kPlain) == std::string_view::npos;
 }
 
-// An item stays on the line and can be told from its neighbours: quotes and control characters are escaped.
+// Escapes quotes and control characters, so that the item stays on one line and distinct from its neighbours.
 std::string quoted(std::string_view item) {
   std::string text = "\"";
   for (const char character : item) {

@@ -31,13 +31,14 @@ class NotificationCenter : public platform::NotificationCenter {
   };
   void dropEnded();
 
-  // New subscriptions move none that is being called, and ended ones stay until no selector runs.
+  // A list, since adding to it does not move a subscription that is being called. Ended ones stay until no
+  // selector runs.
   std::list<Subscription> subscriptions_;
   int delivering_ = 0;
   bool someEnded_ = false;
 };
 
-/// The one that defaultCenter() gives on this platform.
+/// The one that defaultCenter() returns on this platform.
 NotificationCenter& notificationCenter();
 
 }  // namespace tandemtrim::platform::memory

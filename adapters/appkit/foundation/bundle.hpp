@@ -7,7 +7,7 @@
 
 namespace tandemtrim::platform::appkit {
 
-/// The toolkit's bundle for the core, retained by it; none for nil.
+/// The core's bundle for the toolkit's, which it retains; null for nil.
 std::shared_ptr<platform::Bundle> bundleOf(NSBundle* bundle);
 /// The bundle that bundleOf() was given.
 NSBundle* toolkitBundleOf(const std::shared_ptr<platform::Bundle>& bundle);

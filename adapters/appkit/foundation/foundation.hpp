@@ -6,19 +6,18 @@
 #import "adapters/appkit/foundation/toolkit.h"
 #include "platform/object.hpp"
 
-/// Foundation's values and the core's.
+/// Conversions between Foundation's values and the core's.
 namespace tandemtrim::platform::appkit {
 
-/// The text in UTF-8; none is the empty text. Half a surrogate pair is encoded alone, in three bytes that are
-/// not UTF-8.
+/// The text in UTF-8; empty for nil. An unpaired surrogate becomes three bytes that are not UTF-8.
 std::string textOf(NSString* string);
 /// The inverse of textOf(). A byte that textOf() never writes becomes U+FFFD.
 NSString* stringOf(std::string_view text);
 
-/// A property list's object for the core. It carries the given object along, and none is none.
+/// The core's object for one of a property list, which it retains; null for nil.
 ObjectRef objectOf(id foundationObject);
 
-/// The object that objectOf() was given, or a new one of the same value; nil for none.
+/// The object that objectOf() was given, or a new one of the same value; nil for null.
 id foundationObjectOf(const Object* object);
 inline id foundationObjectOf(const ObjectRef& object) { return foundationObjectOf(object.get()); }
 

@@ -50,7 +50,7 @@ Object::Value valueOf(NSData* data) {
   return copy;
 }
 
-// Whatever is no value of a property list is read by its description.
+// An object that property lists do not have becomes its description.
 Object::Value valueOfAny(id object) {
   if ([object isKindOfClass:[NSString class]]) return textOf(object);
   if ([object isKindOfClass:[NSNumber class]]) return valueOf(static_cast<NSNumber*>(object));
@@ -63,14 +63,14 @@ Object::Value valueOfAny(id object) {
 
 constexpr unichar kReplacement = 0xFFFD;
 
-// The toolkit takes a byte order mark for a part of the text only where it is not at the beginning.
+// The toolkit drops a byte order mark at the beginning of a text, but keeps one after another character.
 NSString* stringOfUtf8(std::string_view text) {
   if (text.starts_with("\uFEFF")) return [stringOfUtf8("-" + std::string(text)) substringFromIndex:1];
   return [[[NSString alloc] initWithBytes:text.data() length:text.size()
                                  encoding:NSUTF8StringEncoding] autorelease];
 }
 
-// Half a surrogate pair in the three bytes that the text begins with, or 0.
+// The unpaired surrogate in the text's first three bytes, or 0.
 unichar halfAtStart(std::string_view text) {
   const auto bits = [&](std::size_t index) { return static_cast<unsigned>(text[index] & 0x3F); };
   const bool isHalf =

@@ -5,7 +5,7 @@
 
 namespace tandemtrim::platform::appkit {
 
-// In C++ and not in Objective-C++: a C++ handler there misses C++ exceptions on GNUstep.
+// In C++, not in Objective-C++, whose handlers miss C++ exceptions on GNUstep.
 Outcome hold(void (*work)(void* context), void* context) {
   try {
     work(context);

@@ -4,7 +4,7 @@
 
 namespace tandemtrim::platform::appkit {
 
-/// What a piece of work raised, by the kind of exception that the toolkit has for it.
+/// What was raised, by the kinds of exception that the toolkit has.
 enum class Raised { nothing, invalidArgument, range, noMemory, other };
 
 struct Outcome {
@@ -12,7 +12,7 @@ struct Outcome {
   std::string reason;
 };
 
-/// Does the work and holds back every exception of the standard library. An exception of the toolkit passes
+/// Runs `work` and catches every exception of the standard library. An exception of the toolkit passes
 /// through, as it does through all of the core.
 Outcome hold(void (*work)(void* context), void* context);
 

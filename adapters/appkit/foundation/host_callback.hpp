@@ -7,11 +7,11 @@
 
 namespace tandemtrim::platform::appkit {
 
-/// The host's callback object for the core, retained by it; none for nil.
+/// The core's callback for the host's object, which it retains; null for nil.
 std::shared_ptr<HostCallback> hostCallbackOf(id host);
 /// The object that hostCallbackOf() was given.
 id hostOf(const std::shared_ptr<HostCallback>& callback);
-/// The printing system's handle of such a callback's print settings; null for none.
+/// The printing system's handle of such a callback's print settings; null for null.
 PMPrintSettings handleOf(const PrintSettings* settings);
 
 }  // namespace tandemtrim::platform::appkit

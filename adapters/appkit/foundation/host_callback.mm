@@ -6,7 +6,7 @@
 namespace tandemtrim::platform::appkit {
 namespace {
 
-// A value that is no text counts as its description; nothing else is ever stored under the panel's keys.
+// A value that is not a text becomes its description; the panel stores only texts under its keys.
 std::optional<std::string> textOfValue(id value) {
   if (value == nil) return std::nullopt;
   return textOf([value isKindOfClass:[NSString class]] ? value : [value description]);
@@ -34,7 +34,7 @@ class Callback : public HostCallback {
  public:
   explicit Callback(id host) : host_(host) {}
 
-  // The handle is the one that the host gives now.
+  // Requests the handle from the host at each call.
   PrintSettings* printSettings() override {
     settings_.handle = [(id<PDEPlugInCallbackProtocol>)host() printSettings];
     return settings_.handle == nullptr ? nullptr : &settings_;

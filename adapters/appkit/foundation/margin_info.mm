@@ -8,17 +8,18 @@ namespace platform = tandemtrim::platform;
 
 namespace {
 
-// Core and Foundation share the entry: a caller that changed its own afterwards would change one side alone.
+// Without the copy, a caller that changes its object later would change what Foundation sees, but not the
+// core.
 platform::ObjectRef copyOf(id entry) { return appkit::objectOf([[entry copy] autorelease]); }
 
 }  // namespace
 
 @implementation MorvaTTMarginInfoKV2
 
-// A class cluster's initialisers make an object of another class, so none of them runs.
+// Calls no initialiser of the base class, a class cluster's, which would return an object of another class.
 - (id)initWithCore:(std::shared_ptr<platform::Dictionary>)core {
   core_ = std::move(core);
-  // The limits from the PPD get their number objects here, so that each call returns the same ones.
+  // Makes the number objects of the PPD's limits here, so that each call returns the same ones.
   appkit::guardedInit(self, [&] {
     for (auto& [name, entry] : *core_) entry = copyOf(appkit::foundationObjectOf(entry));
   });

@@ -9,11 +9,11 @@
 
 namespace tandemtrim::platform::appkit {
 
-/// Raises the toolkit's exception for what was raised: NSInvalidArgumentException, NSRangeException,
-/// NSMallocException, NSGenericException; nothing for nothing.
+/// Raises the toolkit's exception for what was raised, if anything: NSInvalidArgumentException,
+/// NSRangeException, NSMallocException or NSGenericException.
 void raise(const Outcome& outcome);
 
-/// Does the work and gives its result. An exception of the core leaves as one of the toolkit; no C++
+/// Runs `work` and returns its result. An exception of the core is raised as one of the toolkit; no C++
 /// exception leaves.
 template <class Work>
 auto guarded(Work work) {
@@ -32,7 +32,7 @@ auto guarded(Work work) {
   }
 }
 
-/// The same within an initialiser: whatever is raised releases `self`, which nobody else has yet.
+/// The same within an initialiser: an exception also releases `self`, to which nobody else refers yet.
 template <class Work>
 auto guardedInit(id self, Work work) {
   @try {

@@ -6,7 +6,7 @@
 
 namespace tandemtrim::platform::appkit {
 
-/// A counted reference to an object of the toolkit, which may be none.
+/// A counted reference to an object of the toolkit, or nil.
 template <class Class>
 class Retained {
  public:

@@ -1,5 +1,5 @@
-// The toolkit and the printing system's declarations, on macOS from its own headers, elsewhere from GNUstep's
-// and from what GNUstep lacks.
+// The declarations of the toolkit and the printing system: on macOS from its own headers, elsewhere from
+// GNUstep's and, for what GNUstep lacks, compatibility.h.
 #pragma once
 
 #if defined(GNUSTEP)

@@ -1,4 +1,4 @@
-// What macOS's headers declare and GNUstep's do not, in macOS's words.
+// Declarations of macOS's headers that GNUstep lacks.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ using OSStatus = std::int32_t;
 using CFTypeRef = const void*;
 using CFStringRef = const struct __CFString*;  // NOLINT(bugprone-reserved-identifier)
 
-/// The settings of one print job. On GNUstep an NSMutableDictionary stands behind the handle.
+/// The settings of one print job. On GNUstep the handle points to an NSMutableDictionary.
 using PMPrintSettings = struct OpaquePMPrintSettings*;
 
 enum : OSStatus {
@@ -29,13 +29,13 @@ OSStatus PMPrintSettingsSetValue(PMPrintSettings printSettings, CFStringRef key,
 
 struct ppd_file_s;
 
-/// The host, as far as a panel asks it anything.
+/// The part of the host that a panel uses.
 @protocol PDEPlugInCallbackProtocol
 - (PMPrintSettings)printSettings;
 - (struct ppd_file_s*)ppdFile;
 @end
 
-/// As macOS knew it before 13 and still takes it from a class that does not declare the protocol.
+/// As in macOS before 13; later versions still accept it from a class that does not declare the protocol.
 @protocol PDEPlugIn
 - (BOOL)initWithBundle:(NSBundle*)bundle;
 - (NSArray*)PDEPanelsForType:(NSString*)type withHostInfo:(id)host;
@@ -55,7 +55,7 @@ struct ppd_file_s;
 - (BOOL)restoreValuesAndReturnError:(NSError**)error;
 @end
 
-/// As macOS's NSUserInterfaceItemIdentification has it.
+/// As in macOS's NSUserInterfaceItemIdentification.
 @interface NSControl (Identifier)
 - (NSString*)identifier;
 - (void)setIdentifier:(NSString*)identifier;

@@ -1,7 +1,7 @@
 #import "adapters/appkit/gnustep/compatibility.h"
 
-// The cell's represented object is otherwise unused by text fields and steppers, and lives as long as they
-// do.
+// The identifier is the cell's represented object, which text fields and steppers do not use otherwise, and
+// which lives as long as they do.
 @implementation NSControl (Identifier)
 
 - (NSString*)identifier {

@@ -29,7 +29,7 @@ void TextLabel::setStringValue(std::string_view text) {
   widget().set_text(directed(widget(), std::string(text)));
 }
 
-// A screen reader speaks the title without the letter that may follow it.
+// A screen reader speaks the title without the letter in parentheses.
 void TextLabel::setAccessKey(char32_t letter) {
   const auto title = stringValue();
   widget().set_text_with_mnemonic(directed(widget(), marked(title, letter)));
@@ -57,7 +57,7 @@ int CheckBox::state() const {
   return widget().get_active() ? kOn : kOff;
 }
 
-// A mixed box is not active underneath, so that the user's click turns it on.
+// A mixed box is also not active, so that the user's click turns it on.
 void CheckBox::setState(int state) {
   toggled_.block();
   widget().set_inconsistent(state == kMixed);

@@ -14,8 +14,8 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// A label. Its access key takes the keyboard to the control that it is the label of. It is read in the
-/// direction of the panel, whatever its first letter.
+/// A label. Its access key moves the focus to the control that it labels. Its text has the direction of the
+/// panel, regardless of its first letter.
 class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public AccessKeyed {
  public:
   using ControlOf::ControlOf;
@@ -48,7 +48,7 @@ class TitledControlOf : public ControlOf<Class, Widget>, public AccessKeyed {
   }
 
  private:
-  // The toolkit would have a screen reader speak the mark of the mnemonic, and the text twice.
+  // Otherwise a screen reader would speak the underscore of the mnemonic, and the text twice.
   void speakTitle() {
     auto* const accessible = GTK_ACCESSIBLE(this->widget().gobj());
     gtk_accessible_reset_relation(accessible, GTK_ACCESSIBLE_RELATION_LABELLED_BY);

@@ -4,8 +4,8 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// Runs a call that the main loop asked for. There is no caller to hand an exception to, and one that left
-/// the handler would end the host's program: it ends here, in silence.
+/// Runs a callback of the main loop and ignores its exceptions: no caller could handle them, and one that
+/// left the callback would end the host's program.
 template <class Call>
 void guarded(Call&& call) noexcept {
   try {

@@ -8,12 +8,12 @@
 namespace tandemtrim::platform::gtk {
 namespace {
 
-// The part of a menu that takes the keyboard, and of which a screen reader therefore speaks.
+// The part of a menu that takes the focus and that a screen reader therefore announces.
 GtkAccessible* buttonOf(GtkMenuButton* menu) {
   return GTK_ACCESSIBLE(gtk_widget_get_first_child(GTK_WIDGET(menu)));
 }
 
-// The menu's label is a part's as well.
+// Makes the menu's label the part's label, too.
 void nameAsMenu(GtkAccessible* part, GtkMenuButton* menu) {
   GList* const labels = gtk_widget_list_mnemonic_labels(GTK_WIDGET(menu));
   if (labels != nullptr)
@@ -32,12 +32,12 @@ PopUpButton::PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>
     : ControlOf(button) {
   for (const auto& title : titles) items_.emplace_back(*this, title);
   auto* const menu = button.gobj();
-  // The toolkit has the content in the button's middle.
+  // The toolkit centres the content.
   if (auto* const label = gtk_menu_button_get_child(menu))
     gtk_widget_set_halign(gtk_widget_get_parent(label), GTK_ALIGN_FILL);
   if (!items_.empty()) choose(0);
   nameAsMenu(buttonOf(menu), menu);
-  // The toolkit has the menu's name describe the button, too.
+  // The toolkit makes the menu's name the button's description, too.
   gtk_accessible_reset_relation(buttonOf(menu), GTK_ACCESSIBLE_RELATION_DESCRIBED_BY);
   gtk_menu_button_set_create_popup_func(menu, &PopUpButton::onOpen, this, nullptr);
   keys_ = gtk_event_controller_key_new();
@@ -45,7 +45,7 @@ PopUpButton::PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>
   gtk_widget_add_controller(GTK_WIDGET(menu), keys_);
 }
 
-// The list and the keys know this; the button may outlive it.
+// The list and the key controller refer to this object, and the button may outlive it.
 PopUpButton::~PopUpButton() {
   auto* const menu = widget().gobj();
   gtk_widget_remove_controller(GTK_WIDGET(menu), keys_);
@@ -70,7 +70,8 @@ void PopUpButton::choose(std::optional<std::size_t> index) {
   if (changed_) changed_();
 }
 
-// The button's name does not say what is chosen. Its label is as wide as any choice needs.
+// The choice is the button's description, as its name does not contain it. The label is wide enough for every
+// choice.
 void PopUpButton::showTitles() {
   const auto title = chosenTitle();
   gtk_accessible_update_property(buttonOf(widget().gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
@@ -83,8 +84,8 @@ void PopUpButton::showTitles() {
   gtk_label_set_text(GTK_LABEL(label), title.c_str());
 }
 
-// Of the button, and of its open list. The arrow keys open a list, in addition to the keys that press any
-// button.
+// Handles the keys of the button and of its open list. The arrow keys open the list, in addition to the keys
+// that press any button.
 gboolean PopUpButton::onKey(GtkEventControllerKey* keys, guint key, guint /*code*/, GdkModifierType modifiers,
                             PopUpButton* self) {
   constexpr std::array<guint, 4> kArrows{GDK_KEY_Down, GDK_KEY_KP_Down, GDK_KEY_Up, GDK_KEY_KP_Up};
@@ -122,7 +123,7 @@ bool PopUpButton::goTo(GtkEventController* keys, guint key, GdkModifierType modi
   return true;
 }
 
-// As in the toolkit's own menus: a check mark behind the title of the chosen item.
+// As in the toolkit's own menus: a check mark after the title of the chosen item.
 GtkWidget* PopUpButton::makeRow(std::size_t index) const {
   const auto& title = items_.at(index).title();
   auto* const label = gtk_label_new(title.c_str());
@@ -142,7 +143,7 @@ GtkWidget* PopUpButton::makeRow(std::size_t index) const {
 
 void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
   auto* const self = static_cast<PopUpButton*>(popUpButton);
-  // By its name the theme gives it the rows of the toolkit's own menus.
+  // The CSS name makes the rows look like those of the toolkit's own menus.
   auto* const list = GTK_WIDGET(g_object_new(GTK_TYPE_LIST_BOX, "css-name", "listview", nullptr));
   gtk_widget_add_css_class(list, "view");
   for (std::size_t index = 0; index < self->items_.size(); ++index)
@@ -151,7 +152,7 @@ void PopUpButton::onOpen(GtkMenuButton* menu, gpointer popUpButton) {
   gtk_list_box_select_row(GTK_LIST_BOX(list), gtk_list_box_get_row_at_index(GTK_LIST_BOX(list), chosen));
   g_signal_connect(list, "row-activated", G_CALLBACK(&PopUpButton::onRow), self);
   nameAsMenu(GTK_ACCESSIBLE(list), menu);
-  // The toolkit's list takes Return alone.
+  // In the toolkit's list only Return chooses a row.
   auto* const space = gtk_shortcut_controller_new();
   gtk_shortcut_controller_add_shortcut(GTK_SHORTCUT_CONTROLLER(space),
                                        gtk_shortcut_new(gtk_shortcut_trigger_parse_string("space|KP_Space"),

@@ -33,12 +33,12 @@ class MenuItem : public platform::MenuItem {
   std::optional<std::string> value_;
 };
 
-/// A button that shows the chosen item and opens the list of all, which is built when it opens. Letters that
-/// are typed choose the item that begins so, or go to it in the open list. The first item is chosen at the
-/// beginning.
+/// A button that shows the chosen item and opens the list of all items, which is built when it opens. Typing
+/// letters chooses the item that begins with them, or moves to it in the open list. Initially the first item
+/// is chosen.
 class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
  public:
-  /// The choice is shown by a label, the button's child.
+  /// The button's child, a label, shows the choice.
   PopUpButton(Gtk::MenuButton& button, const std::vector<std::string>& titles);
   ~PopUpButton() override;
   PopUpButton(const PopUpButton&) = delete;
@@ -50,9 +50,9 @@ class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
   /// Nothing is chosen when no item has the title.
   void selectItemWithTitle(std::string_view title) override;
 
-  /// The title of the chosen item, else empty.
+  /// The title of the chosen item; empty if there is none.
   [[nodiscard]] std::string chosenTitle() const;
-  /// Runs after another item is chosen, whoever chose it.
+  /// Sets what runs after another item is chosen, by the user or by the program.
   void setChanged(std::function<void()> changed) { changed_ = std::move(changed); }
 
  private:

@@ -13,7 +13,7 @@ namespace {
 constexpr double kStep = 1;
 constexpr double kPage = 10;
 
-// The text stays as it is until a step changes it.
+// Keeps the toolkit from writing the text; only a step changes it.
 gboolean onOutput(GtkSpinButton* /*spinButton*/, gpointer /*data*/) { return TRUE; }
 
 gboolean onWheel(GtkEventController* wheel, double /*dx*/, double dy, gpointer /*data*/) {
@@ -32,7 +32,7 @@ Stepper::Stepper(Glib::RefPtr<Gtk::Adjustment> range) : range_(std::move(range))
   show();
 }
 
-// The widget may outlive it, and the text box may be gone before it.
+// The widget may outlive the stepper; the text box may be destroyed before it.
 Stepper::~Stepper() {
   if (spinButton_ == nullptr) return;
   g_signal_handlers_disconnect_by_data(spinButton_->gobj(), this);
@@ -71,8 +71,8 @@ void Stepper::setTextBox(TextBox* textBox) {
   show();
 }
 
-// The toolkit keeps a value in its range. Around one beyond the bounds the range reaches further, so that a
-// step in either direction is possible.
+// The toolkit clamps a value to its range. For a value beyond the bounds the range is wider, so that a step
+// in either direction is possible.
 void Stepper::show() {
   const auto lower = std::min(min_, value_ < min_ ? value_ - kStep : min_);
   const auto upper = std::max({min_, max_, value_ > max_ ? value_ + kStep : max_});
@@ -84,7 +84,7 @@ void Stepper::show() {
                                  GTK_ACCESSIBLE_PROPERTY_VALUE_MAX, max_, -1);
 }
 
-// A number that was typed reaches this stepper before the toolkit makes a step from there.
+// By onInput(), a typed number reaches this stepper before the toolkit makes a step from it.
 void Stepper::onStep() {
   if (showing_) return;
   guarded([this] {
@@ -94,7 +94,7 @@ void Stepper::onStep() {
   });
 }
 
-// The toolkit asks for the number that the text means, before each step and when the focus goes.
+// The toolkit calls this before each step, and when the focus leaves, for the number in the text.
 int Stepper::onInput(GtkSpinButton* /*spinButton*/, double* value, Stepper* self) {
   guarded([&] { self->textBox_->flush(); });
   *value = self->range_->get_value();
@@ -105,7 +105,7 @@ void Stepper::onKey(GtkSpinButton* spinButton, GtkScrollType /*step*/, Stepper* 
   if (self->textBox_->isComposing()) g_signal_stop_emission_by_name(spinButton, "change-value");
 }
 
-// The toolkit's own wheel acts without the focus, so that a page that is scrolled would change numbers.
+// The toolkit's own wheel works without the focus, so that scrolling the page would change numbers.
 void Stepper::takeWheelOver() {
   auto* const spinButton = GTK_WIDGET(spinButton_->gobj());
   auto* const controllers = gtk_widget_observe_controllers(spinButton);

@@ -11,11 +11,11 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// The number of a spin button, which the user moves by 1, by 10 and to its limits: by the two buttons, by
-/// keys, by the wheel while the text has the focus, or by a screen reader.
+/// The number of a spin button. The user changes it by 1, by 10 or to its limits: with the two buttons, with
+/// keys, with the wheel while the text has the focus, or with a screen reader.
 class Stepper : public MorvaTTStepperKV2, public sigc::trackable {
  public:
-  /// Of the range of the spin button.
+  /// `range` is the spin button's.
   explicit Stepper(Glib::RefPtr<Gtk::Adjustment> range);
   Stepper(const Stepper&) = delete;
   Stepper& operator=(const Stepper&) = delete;
@@ -32,9 +32,9 @@ class Stepper : public MorvaTTStepperKV2, public sigc::trackable {
   /// The value is the text's integer value; the program may set one outside the bounds.
   void setStringValue(std::string_view text) override;
 
-  /// The text of the spin button, which shows the value.
+  /// Sets the text of the spin button, which shows the value.
   void setTextBox(TextBox* textBox);
-  /// After setTextBox().
+  /// Must be called after setTextBox().
   [[nodiscard]] Gtk::SpinButton& widget() const { return *spinButton_; }
 
  private:

@@ -17,7 +17,7 @@ bool hasFocus(Gtk::Widget& widget) {
 
 }  // namespace
 
-// What the spin button has no property for belongs to the text inside.
+// Properties that the spin button lacks are set in the text inside it.
 TextBox::TextBox(Gtk::SpinButton& box)
     : IdentifiedControlOf(box),
       edits_(std::make_unique<UserEdits>(box, [this] { onEdited(); })),
@@ -42,7 +42,7 @@ TextBox::~TextBox() {
     gtk_widget_remove_controller(GTK_WIDGET(widget().gobj()), controller);
 }
 
-// The toolkit takes the keyboard from a box that is greyed without telling the box, which warns of it.
+// Takes the focus first: the toolkit takes it from a disabled box without notice, and then logs a warning.
 void TextBox::setEnabled(bool enabled) {
   if (!enabled && hasFocus(widget()))
     gtk_root_set_focus(gtk_widget_get_root(GTK_WIDGET(widget().gobj())), nullptr);
@@ -67,7 +67,7 @@ void TextBox::onEdited() {
   memory::notificationCenter().post(NSControlTextDidChangeNotification, this);
 }
 
-// Only what the user could have typed: a text that was stored otherwise does not come back.
+// Keeps only what the user could have typed; undo does not restore an illegal text that was stored.
 void TextBox::keepForUndo() {
   const auto text = stringValue();
   const Object number(integerValue(text));
@@ -90,7 +90,7 @@ gboolean TextBox::onUndo(GtkWidget* /*box*/, GVariant* /*arguments*/, gpointer t
   return TRUE;
 }
 
-// A screen reader speaks a description that changes, and hears of no other change at once.
+// A screen reader speaks a changed description; it does not learn of other changes at once.
 void TextBox::describe(const Glib::ustring& text) {
   auto* const accessible = GTK_ACCESSIBLE(widget().gobj());
   gtk_accessible_reset_relation(accessible, GTK_ACCESSIBLE_RELATION_DESCRIBED_BY);
@@ -108,7 +108,7 @@ void TextBox::describeByLimits() {
   gtk_accessible_update_relation(accessible, GTK_ACCESSIBLE_RELATION_DESCRIBED_BY, limitLabel_, nullptr, -1);
 }
 
-// Later, since a screen reader would take it for a change of what it is leaving.
+// Delayed, since a screen reader would speak a change of the box that it is leaving.
 void TextBox::onLeave(GtkEventControllerFocus* /*focus*/, TextBox* self) {
   Glib::signal_idle().connect_once(sigc::mem_fun(*self, &TextBox::describeByLimits));
 }

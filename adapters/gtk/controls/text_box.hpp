@@ -12,9 +12,9 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// The text of a spin button. It remembers the program's text byte for byte until the user edits it, even
-/// where the toolkit cannot show it: it holds UTF-8 without null characters, and 65,534 bytes of it. What the
-/// program makes of it while it has the focus becomes its description, which a screen reader speaks.
+/// The text of a spin button. It remembers the program's text byte for byte until the user edits it, even if
+/// the toolkit cannot show it, which is limited to 65,534 bytes of UTF-8 without null characters. A text that
+/// the program sets while the box has the focus becomes its description, which a screen reader speaks.
 class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2, Gtk::SpinButton> {
  public:
   explicit TextBox(Gtk::SpinButton& box);
@@ -23,15 +23,15 @@ class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2, Gtk::SpinButton> {
   ~TextBox() override;
 
   void setEnabled(bool enabled) override;
-  /// An edit that still waits is posted first.
+  /// Posts a pending edit first.
   void setStringValue(std::string_view text) override;
-  /// Posts the user's edit that still waits to be posted, if there is one.
+  /// Posts the user's pending edit, if there is one.
   void flush() { edits_->flush(); }
-  /// Whether an input method composes a text in it.
+  /// Whether an input method is composing a text in it.
   [[nodiscard]] bool isComposing() const { return edits_->isComposing(); }
-  /// The label of its limits, which describes it until the program makes a change.
+  /// Sets the label of its limits, which is its description until the program changes the text.
   void setLimitLabel(GtkWidget* label);
-  /// Shows the number to which a step led.
+  /// Shows the number after a step, and keeps the one before for undo.
   void step(std::string_view text);
 
  private:

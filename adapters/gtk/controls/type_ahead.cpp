@@ -29,7 +29,7 @@ std::optional<std::size_t> TypeAhead::type(char32_t letter, std::uint32_t time,
     beginning += static_cast<gunichar>(typed);
   beginning = beginning.casefold();
 
-  // A longer beginning may still mean the same item.
+  // A longer beginning may still match the current item.
   const auto first = current ? *current + (isRepeated ? 1 : 0) : 0;
   for (std::size_t step = 0; step < titles.size(); ++step) {
     const auto index = (first + step) % titles.size();

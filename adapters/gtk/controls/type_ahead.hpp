@@ -11,9 +11,9 @@ namespace tandemtrim::platform::gtk {
 /// Finds an item of a menu by the beginning of its title, which the user types.
 class TypeAhead {
  public:
-  /// The item that is meant after one more letter, or none. A letter that is typed again and again goes
-  /// through the items that begin with it; `current` is the one to begin behind. After a pause, in
-  /// milliseconds of `time`, a new beginning is typed.
+  /// The index of the item that matches after one more letter, or nullopt. Repeating a letter goes through
+  /// the items that begin with it, starting after `current`. A letter more than a second after the last one
+  /// begins anew; `time` is in milliseconds.
   std::optional<std::size_t> type(char32_t letter, std::uint32_t time, const std::vector<std::string>& titles,
                                   std::optional<std::size_t> current);
 

@@ -10,7 +10,7 @@
 namespace tandemtrim::platform::gtk {
 namespace {
 
-// The toolkit ends what is being composed where a text can no longer be edited, and on no other request.
+// The toolkit ends a composition when the text becomes read-only, and has no other way to do so.
 void endComposition(GtkEditable* text) {
   gtk_editable_set_editable(text, FALSE);
   gtk_editable_set_editable(text, TRUE);
@@ -18,7 +18,8 @@ void endComposition(GtkEditable* text) {
 
 }  // namespace
 
-// The text inside the spin button is what input methods compose into; it outlives its handlers here.
+// Input methods compose into the text inside the spin button. The reference keeps it alive until its handler
+// is disconnected.
 UserEdits::UserEdits(Gtk::SpinButton& entry, std::function<void()> report)
     : entry_(entry),
       report_(std::move(report)),
@@ -69,7 +70,7 @@ void UserEdits::flush() {
 }
 
 bool UserEdits::setText(const Glib::ustring& text) {
-  // By their bytes: the toolkit's own comparison takes digits of other scripts for those of ASCII.
+  // Compares bytes, since the toolkit's own comparison takes digits of other scripts for those of ASCII.
   if (entry_.get_text().raw() == text.raw()) return false;
   const auto length = static_cast<int>(entry_.get_text().length());
   const int fromEnd = length - entry_.get_position();
@@ -78,7 +79,7 @@ bool UserEdits::setText(const Glib::ustring& text) {
   const bool allSelected = entry_.get_selection_bounds(start, end) && end - start == length;
 
   ++programmatic_;
-  // Of the ways to replace a text only this one tells a screen reader, and announces one change.
+  // Of the ways to replace a text only this one notifies a screen reader, and of one change.
   g_object_set(text_, "text", text.c_str(), nullptr);
   --programmatic_;
   if (allSelected) {

@@ -8,23 +8,22 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// Tells what a user does to a spin button's text from what the program does, and reports each edit of the
-/// user once, with its final text. The toolkit announces intermediate texts too: a digit typed
-/// over a selection comes as a deletion and an insertion. The report therefore waits until the toolkit is
-/// done, before the next event, and while an input method composes a text.
+/// Distinguishes the user's edits of a spin button's text from the program's, and reports each edit of the
+/// user once, with its final text. The toolkit also signals intermediate texts: a digit typed over a
+/// selection is a deletion and an insertion. The report is therefore delayed until the toolkit is done,
+/// before the next event, and until an input method has composed its text.
 class UserEdits : public sigc::trackable {
  public:
   UserEdits(Gtk::SpinButton& entry, std::function<void()> report);
   UserEdits(const UserEdits&) = delete;
   UserEdits& operator=(const UserEdits&) = delete;
-  /// An edit that is not reported yet never will be.
+  /// Drops an edit that is not reported yet.
   ~UserEdits();
 
-  /// Reports an edit that still waits, now. A text that is being composed is ended for it. An edit whose
-  /// report raises waits on.
+  /// Reports a pending edit now, after ending a composition. If the report raises, the edit stays pending.
   void flush();
-  /// Replaces the text as the program's own doing. The insertion point keeps its distance to the end, and
-  /// what was selected as a whole stays so. False when it was the text already.
+  /// Replaces the text, without reporting an edit. The insertion point keeps its distance to the end; a text
+  /// that is wholly selected stays so. False if this was the text already.
   bool setText(const Glib::ustring& text);
   [[nodiscard]] bool isComposing() const { return composing_; }
 

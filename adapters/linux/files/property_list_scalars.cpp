@@ -55,8 +55,7 @@ ObjectRef readReal(std::string_view text) {
   return makeObject(value);
 }
 
-// The numbers in the places of the pattern's digits, field by field; none when the text does not have its
-// form.
+// The numbers at the places of the pattern's digits, field by field; nullopt if the text does not match it.
 std::optional<std::array<unsigned, 6>> dateFields(std::string_view text) {
   constexpr std::string_view kPattern = "0000-11-22T33:44:55Z";
   if (text.size() != kPattern.size()) return std::nullopt;
@@ -87,7 +86,7 @@ ObjectRef readDate(std::string_view text) {
   return makeObject(Date{static_cast<double>((time - kReference).count())});
 }
 
-// The bits of the digits, eight to a byte; those that fill none are padding.
+// The bits of the digits, eight to a byte; bits that do not fill a byte are padding.
 ObjectRef readData(std::string_view text) {
   constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   Data data;

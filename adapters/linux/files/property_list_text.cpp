@@ -27,17 +27,17 @@ struct Child {
 };
 using Children = std::vector<Child>;
 
-// An element that is open, with what it holds so far.
+// An open element with its contents so far.
 struct Element {
   std::string_view name;
   std::string text;
   Children children;
 };
 
-// No text holds NUL, not even by a reference.
+// A text must not contain NUL, not even as a reference.
 bool isText(std::string_view text) { return isUtf8(text) && text.find('\0') == std::string_view::npos; }
 
-// The character that a reference such as "amp", "#228" or "#xE4" names; NUL for none.
+// The character that a reference such as "amp", "#228" or "#xE4" names; NUL for an invalid reference.
 char32_t referenced(std::string_view name) {
   struct Named {
     std::string_view name;
@@ -54,12 +54,12 @@ char32_t referenced(std::string_view name) {
   if (base == 16) name.remove_prefix(1);
   constexpr std::uint32_t kLastCharacter = 0x10FFFF;
   std::uint32_t point = 0;
-  // The point stays 0 where there is no number, or one that is too large for the type.
+  // The point stays 0 if there is no number, or one that is too large for the type.
   const auto* end = std::from_chars(name.data(), name.data() + name.size(), point, base).ptr;
   return end == name.data() + name.size() && point <= kLastCharacter ? point : 0;
 }
 
-// Appends the text with its references replaced; NUL for one without an end.
+// Appends the text with its references replaced; an unterminated one appends NUL.
 void appendReplaced(std::string& out, std::string_view text) {
   for (auto mark = text.find('&'); mark != std::string_view::npos; mark = text.find('&')) {
     out += text.substr(0, mark);
@@ -113,7 +113,7 @@ class Parser {
  public:
   explicit Parser(std::string_view text) : rest_(text) {}
 
-  // Goes through the text up to its end or the first fault; false for a fault.
+  // Parses up to the end of the text or the first fault; false for a fault.
   bool parse() {
     while (!rest_.empty()) {
       if (!text() || !markup()) return false;
@@ -121,12 +121,12 @@ class Parser {
     return true;
   }
 
-  // The object of the outermost element, as soon as that is closed.
+  // The first value in the outermost element, as soon as that is closed.
   ObjectRef root;
   [[nodiscard]] std::string_view rest() const { return rest_; }
 
  private:
-  // Cuts off everything before `end` and `end` itself; none when the rest does not hold it.
+  // Removes everything through `end` and returns the part before it; nullopt if the rest does not contain it.
   std::optional<std::string_view> cutThrough(std::string_view end) {
     const auto offset = rest_.find(end);
     if (offset == std::string_view::npos) return std::nullopt;
@@ -135,7 +135,7 @@ class Parser {
     return before;
   }
 
-  // Only blanks may stand outside the outermost element.
+  // Only blanks are allowed outside the outermost element.
   bool text() {
     const auto text = rest_.substr(0, rest_.find('<'));
     rest_.remove_prefix(text.size());
@@ -207,7 +207,7 @@ class Parser {
 
   std::string_view rest_;
   std::vector<Element> open_;
-  // How many elements are open below the deepest level.
+  // The number of open elements below the deepest level.
   std::size_t skipped_ = 0;
   bool isStarted_ = false;
 };

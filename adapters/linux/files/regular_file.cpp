@@ -9,7 +9,7 @@
 namespace tandemtrim::platform::linux {
 namespace {
 
-// What blocks whoever opens it, such as a pipe, is opened without waiting and then told from a file.
+// Opens without blocking, as opening a pipe would block; isRegular() then rejects the pipe.
 struct OpenFile {
   explicit OpenFile(const char* path) : descriptor(open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
   OpenFile(const OpenFile&) = delete;
@@ -39,7 +39,7 @@ std::optional<std::string> contentsOfRegularFile(const std::string& path, std::s
   if (!file.isRegular()) return refuse("cannot be read");
   std::array<char, 4096> piece;
   std::string bytes;
-  // The bytes that come tell a file that is too long, whatever size the file system gives for it.
+  // Counts the bytes that are read, since the size that the file system reports may be wrong.
   while (bytes.size() <= limit) {
     const auto length = read(file.descriptor, piece.data(), piece.size());
     if (length < 0) return refuse("cannot be read");

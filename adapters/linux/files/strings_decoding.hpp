@@ -18,10 +18,10 @@ struct DecodedText {
   bool whole;
 };
 
-/// Decodes UTF-16 behind a byte order mark of either order; none without such a mark.
+/// Decodes UTF-16 after a byte order mark of either order; nullopt without such a mark.
 std::optional<DecodedText> decodeUtf16(std::string_view bytes);
 
-/// Decodes UTF-16 behind a byte order mark of either order, and UTF-8 with or without one.
+/// Decodes UTF-16 after a byte order mark of either order, and UTF-8 with or without one.
 DecodedText decodeText(std::string_view bytes);
 
 }  // namespace tandemtrim::platform::linux

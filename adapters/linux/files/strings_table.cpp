@@ -21,7 +21,7 @@ constexpr bool isWordCharacter(char character) {
          (character >= '0' && character <= '9') || kMarks.find(character) != std::string_view::npos;
 }
 
-// The characters that a letter behind a backslash stands for; any other character stands for itself.
+// The characters that a letter after a backslash means; any other character means itself.
 constexpr std::array kEscapes{std::pair{'a', '\a'}, std::pair{'b', '\b'}, std::pair{'f', '\f'},
                               std::pair{'n', '\n'}, std::pair{'r', '\r'}, std::pair{'t', '\t'},
                               std::pair{'v', '\v'}};
@@ -37,7 +37,7 @@ class Parser {
     return true;
   }
 
-  // Where the parser stands, or stopped at a fault.
+  // The parser's place, after a fault the place where it stopped.
   [[nodiscard]] std::size_t offset() const { return offset_; }
 
  private:
@@ -49,7 +49,7 @@ class Parser {
     return true;
   }
 
-  // Stops at a comment without an end, with which no entry begins or goes on.
+  // Stops at an unterminated comment, which then is a fault, as no entry begins or continues with one.
   void skipBlanks() {
     for (;;) {
       while (offset_ < text_.size() && isBlank(text_[offset_])) ++offset_;
@@ -91,7 +91,7 @@ class Parser {
     return !out.empty();
   }
 
-  // A string without an end is a fault where it begins.
+  // An unterminated string is a fault at its beginning.
   bool quoted(char mark, std::string& out) {
     const auto begin = offset_;
     for (;;) {
@@ -110,7 +110,7 @@ class Parser {
     return false;
   }
 
-  // At the end of the text there is nothing to escape, and the string lacks its end.
+  // At the end of the text there is nothing to escape; quoted() then finds the string unterminated.
   bool escape(std::string& out) {
     if (take("U") || take("u")) return unicode(out);
     char32_t octal = 0;
@@ -134,7 +134,7 @@ class Parser {
     return appendPoint(out, unit);
   }
 
-  // The number in the next digits, as many as there are up to `limit`; false when there is none.
+  // Reads a number of at most `limit` digits; false if there is none.
   bool number(int base, std::size_t limit, char32_t& value) {
     const auto digits = rest().substr(0, limit);
     std::uint32_t read = 0;
@@ -145,7 +145,7 @@ class Parser {
     return true;
   }
 
-  // A text that is shown can hold neither NUL nor half of a pair.
+  // A text must contain neither NUL nor an unpaired surrogate.
   static bool appendPoint(std::string& out, char32_t point) {
     if (point == 0 || isLowSurrogate(point)) return false;
     appendUtf8(out, point);
