@@ -2,10 +2,10 @@
 
 namespace tandemtrim::host {
 
-/// Differs between builds whose parts do not fit together: of another version, or of other headers.
+/// Differs between builds whose parts do not fit together, as versions or headers differ.
 extern const char* const kBuildMark;
 
-/// What every module of the program's own exports with C linkage: the kBuildMark that it was built with.
+/// Each of the program's modules exports this function with C linkage. It returns the module's kBuildMark.
 using MarkOfModule = const char* (*)() noexcept;
 inline constexpr const char* kMarkFunction = "tandemTrimBuildMark";
 

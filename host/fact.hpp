@@ -12,25 +12,25 @@ struct FactText {
   std::string_view words;
 };
 
-/// Marks such words where they are written; the tests look for a translation of each.
+/// Marks such words in the source; the tests look for a translation of each.
 consteval FactText operator""_fact(const char* words, std::size_t length) {
   return {std::string_view(words, length)};
 }
 
 struct FactArgument;
 
-/// What is so, in whatever language: a terminal shows it in English, a dialog in the user's language.
+/// A statement for the user: a terminal shows it in English, a dialog in the user's language.
 class Fact {
  public:
   /// A fact whose English words are the text with its arguments.
   Fact(FactText text, std::vector<FactArgument> arguments);
   /// A fact that English says in more detail than other languages.
   Fact(std::string english, FactText text, std::vector<FactArgument> arguments);
-  /// Words that come from elsewhere, which every language quotes.
+  /// Words from elsewhere, which every language quotes unchanged.
   explicit Fact(std::string words);
 
   [[nodiscard]] const std::string& english() const noexcept { return english_; }
-  /// The words in the language of `translate`, which is given an English text and gives the other one.
+  /// The words in another language; `translate` returns the translation of an English text.
   [[nodiscard]] std::string in(const std::function<std::string(std::string_view)>& translate) const;
 
  private:
@@ -39,17 +39,17 @@ class Fact {
   std::vector<FactArgument> arguments_;
 };
 
-/// The fact with somebody else's words on it behind, unless there are none.
+/// The fact with somebody else's words in brackets after it, unless they are empty.
 Fact withWords(Fact fact, const std::string& words);
 
-/// What stands in the place of a placeholder: words that are the same in every language, or another fact.
+/// The replacement of a placeholder: words that are the same in every language, or another fact.
 struct FactArgument {
   FactArgument(std::string_view name, std::string words) : placeholder(name), same(std::move(words)) {}
   FactArgument(std::string_view name, Fact another) : placeholder(name), fact{std::move(another)} {}
 
   std::string_view placeholder;
   std::string same;
-  /// One, or none.
+  /// At most one.
   std::vector<Fact> fact;
 };
 

@@ -17,9 +17,9 @@ inline constexpr int kWrongCommandLine = 2;
 /// What a failure is about, which decides what a user can do.
 enum class Trouble {
   other,
-  /// The fact says all, in words of the dialog.
+  /// The fact is one of the dialog's own messages and needs no addition.
   userMessage,
-  /// The user called the job back.
+  /// The user cancelled the job.
   cancelled,
   plugin,
   noServer,
@@ -33,22 +33,22 @@ enum class Trouble {
   details,
   format,
   document,
-  /// Of a job that may have been sent.
+  /// A job may have been sent.
   unconfirmedJob,
-  /// Of a job that was sent.
+  /// The job was sent.
   unconfirmedSettings,
   lostSettings,
   notKeptForAllJobs,
   notRemembered
 };
 
-/// What makes the program fail: the message names the thing and what to do about it.
+/// An error: the message names the thing, the fact and what to do about it.
 class Failure : public std::runtime_error {
  public:
   explicit Failure(const std::string& message, int exitStatus = kFailed)
       : Failure(Trouble::other, message, "", exitStatus) {}
 
-  /// The message is the fact with the remedy behind it, which is for a user at a terminal.
+  /// The message is the fact, followed by the remedy, which is for a user at a terminal.
   Failure(Trouble trouble, Fact fact, const std::string& remedy = "", int exitStatus = kFailed)
       : std::runtime_error(fact.english() + remedy),
         exitStatus_(exitStatus),
@@ -66,18 +66,17 @@ class Failure : public std::runtime_error {
  private:
   int exitStatus_ = kFailed;
   Trouble trouble_ = Trouble::other;
-  // A fact of its own could fail to be copied while the failure is raised.
+  // Shared, because copying a fact could throw while the failure is thrown.
   std::shared_ptr<const Fact> fact_;
 };
 
-/// A plug-in that is missing or does not do its part. A print job can do without the panel when the user
-/// agrees.
+/// A plug-in that is missing or fails. The job can be printed without the panel when the user agrees.
 class PluginFailure : public Failure {
  public:
   explicit PluginFailure(Fact fact) : Failure(Trouble::plugin, std::move(fact)) {}
 };
 
-/// No dialog can be shown at all. Unless the user insists on it, the job goes on without one.
+/// No dialog can be shown. Unless the user requires it, the job is printed without one.
 class NoDialog : public Failure {
  public:
   NoDialog(const std::string& fact, const std::string& remedy) : Failure(Trouble::other, fact, remedy) {}

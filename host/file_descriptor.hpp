@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// An open file, closed with this object; none where opening failed.
+/// An open file, which the destructor closes; empty where opening failed.
 class FileDescriptor {
  public:
   explicit FileDescriptor(int file) noexcept : file_(file) {}

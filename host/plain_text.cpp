@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t kLongest = 200;
 
-// Length of the character that the text begins with; a byte that begins none counts as one.
+// The length of the text's first character, in bytes; a byte that is not UTF-8 counts as a character.
 std::size_t lengthOfCharacter(std::string_view text) {
   for (std::size_t length = 1; length <= 4 && length <= text.size(); ++length) {
     if (platform::isUtf8(text.substr(0, length))) return length;
@@ -25,7 +25,7 @@ bool isShowable(std::string_view character) {
   return !turns;
 }
 
-// The beginning of a text in so many bytes or a few more.
+// The beginning of a text, up to the first character boundary at or after this many bytes.
 std::string beginning(std::string_view text, std::size_t longest,
                       const std::function<std::string(std::string_view)>& inPlace) {
   std::string plain;

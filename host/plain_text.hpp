@@ -6,15 +6,14 @@
 
 namespace tandemtrim::host {
 
-/// A text from elsewhere as a terminal may show it, on one line: in the place of each control character, line
-/// separator and mark that turns the direction of writing round, and of each byte that is not UTF-8, stands
-/// U+FFFD.
+/// A text from elsewhere, on one line and safe for a terminal: U+FFFD replaces each control character, line
+/// separator, mark that changes the direction of writing, and byte that is not UTF-8.
 std::string plainText(std::string_view text);
 
-/// The same, and of a text longer than 200 bytes its beginning and three dots.
+/// The same, but a text longer than 200 bytes is cut, with three dots at the end.
 std::string shortText(std::string_view text);
 
-/// The text with what `inPlace` gives in the place of each of those characters and bytes.
+/// The text with each of those characters and bytes replaced by the result of `inPlace`.
 std::string withoutControls(std::string_view text,
                             const std::function<std::string(std::string_view)>& inPlace);
 

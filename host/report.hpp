@@ -5,7 +5,7 @@
 
 namespace tandemtrim::host {
 
-/// Shows a message to whoever runs the program, which goes on.
+/// Shows a message to the user; the work continues.
 using Report = std::function<void(const std::string&)>;
 
 }  // namespace tandemtrim::host

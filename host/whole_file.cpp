@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// As CUPS makes the file that it keeps options in.
+// The mode that CUPS gives its file of saved options.
 constexpr mode_t kReadableFile = 0644;
 constexpr mode_t kLockFile = 0600;
 constexpr std::chrono::milliseconds kLockInterval{5};
@@ -35,7 +35,7 @@ bool writeAll(const FileDescriptor& file, std::string_view text) {
 }  // namespace
 
 std::optional<std::string> readWholeFile(const fs::path& file, std::size_t most) {
-  // A pipe would be waited for.
+  // O_NONBLOCK, because opening a pipe would block.
   const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!opened.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
   struct stat status {};

@@ -23,13 +23,13 @@ using Words = std::vector<std::string>;
 
 constexpr unsigned kSecondsAtKey = 2;
 
-// Whatever asks the server, and in however many steps.
+// However many requests it takes.
 void endInTime() {
   std::signal(SIGALRM, [](int) { _exit(kSucceeded); });
   alarm(kSecondsAtKey);
 }
 
-// What `words` gives for the name and the PPD of the command line's printer.
+// The result of `words` for the name and the PPD of the command line's printer.
 Words wordsFor(const CommandLine& line,
                const std::function<Words(const std::string& printer, ppd_file_t* ppd)>& words) {
   if (line.ppd) return words("", openPpd(*line.ppd, *line.ppd).get());
@@ -40,7 +40,7 @@ Words wordsFor(const CommandLine& line,
 
 void ignore(const std::string& /*message*/) {}
 
-// A name with an equals sign and, once that is typed, one of its choices behind it.
+// The settings' names with an equals sign and, once that is typed, with each of their choices.
 Words settingWords(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
                    const std::string& typed) {
   Words words;
@@ -62,7 +62,7 @@ Words presetNames(const CommandLine& line, const std::string& printer, ppd_file_
   return words;
 }
 
-// What the value may be that begins so.
+// The possible values of the unfinished option.
 Words values(const Unfinished& unfinished, const std::string& typed) {
   if (unfinished.option == "-d") return printerNames(Connection(unfinished.line.server));
   if (unfinished.option == "--applications") {

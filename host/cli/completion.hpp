@@ -7,10 +7,10 @@
 
 namespace tandemtrim::host {
 
-/// The words that may stand for the last one of an unfinished command line: options, printers, settings of
-/// the printer's panel and their choices. None where a file or a text of the user's own stands, and where the
-/// server or the panel cannot be asked. Nobody is asked for a password. The program ends in two seconds, so
-/// that a user at a key is not held up.
+/// The words that may complete the last one of an unfinished command line: options, printers, presets,
+/// settings of the printer's panel and their choices. Empty for a file or a free text, and when the server or
+/// the panel cannot be asked. The user is not asked for a password. The program ends within two seconds,
+/// since the user waits at the keyboard.
 std::vector<std::string> completions(const Unfinished& unfinished);
 
 }  // namespace tandemtrim::host

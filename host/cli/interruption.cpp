@@ -14,7 +14,7 @@ constexpr std::array<int, 2> kSignals{SIGINT, SIGTERM};
 
 volatile std::sig_atomic_t received = 0;
 
-// Without SA_RESTART, so that a read from a pipe that gives nothing ends.
+// Without SA_RESTART, so that a read that waits for a pipe ends.
 void handle(int signal, void (*handler)(int)) {
   struct sigaction action {};
   action.sa_handler = handler;
@@ -25,7 +25,7 @@ extern "C" void onSignal(int signal) {
   if (signal == SIGALRM) return;
   received = signal;
   for (const int next : kSignals) handle(next, SIG_DFL);
-  // Ends a read that began between the last look and the signal.
+  // Ends a read that began between the last check() and the signal.
   alarm(1);
 }
 

@@ -4,8 +4,8 @@
 
 namespace tandemtrim::host {
 
-/// While it lives, the first SIGINT or SIGTERM does not end the program, so that a job can be called back;
-/// the second does, at once. One at a time.
+/// While it exists, the first SIGINT or SIGTERM does not end the program, so that the job can be cancelled;
+/// the second does, at once. Only one may exist at a time.
 class Interruption {
  public:
   Interruption();
@@ -13,9 +13,9 @@ class Interruption {
   Interruption& operator=(const Interruption&) = delete;
   ~Interruption();
 
-  /// Failure when there was a signal.
+  /// Throws a Failure when a signal has come.
   static void check();
-  /// The failure of a job; where there was a signal, with the signal as its cause.
+  /// The failure of a job; when a signal has come, with the signal as its cause.
   static Failure causeOf(const Failure& failure);
 };
 

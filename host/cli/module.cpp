@@ -23,8 +23,8 @@ using namespace tandemtrim::host;
 
 void printMessage(const std::string& message) { std::cerr << "tandem-trim: " << plainText(message) << '\n'; }
 
-// A standard descriptor that is closed would become that of the next file or connection, which would get what
-// the program says.
+// The next file or connection would get the number of a closed standard descriptor, and then the program's
+// output.
 void openStandardDescriptors() {
   int file = 0;
   do file = open("/dev/null", O_RDWR);
@@ -32,7 +32,7 @@ void openStandardDescriptors() {
   if (file >= 0) close(file);
 }
 
-// A file that is too large for the user's limit is a message then, not the program's end.
+// A file beyond the user's size limit then causes an error, which is reported, instead of ending the program.
 void outliveFileLimit() { std::signal(SIGXFSZ, SIG_IGN); }
 
 std::optional<Login> askAtTerminal(const LoginQuestion& question) {
@@ -41,14 +41,14 @@ std::optional<Login> askAtTerminal(const LoginQuestion& question) {
   return Login{cupsUser(), *std::move(password)};
 }
 
-// Whether a document may come on standard input: it is a file, a pipe or a connection, no terminal and no
+// Whether a document may come on standard input: it is a file, a pipe or a connection, not a terminal or
 // /dev/null.
 bool hasInput() {
   struct stat input {};
   return fstat(STDIN_FILENO, &input) == 0 && !S_ISCHR(input.st_mode);
 }
 
-// By libcups's own variables, which count in every thread and for GTK's dialog, too.
+// Sets libcups's own variables, which apply to every thread and to GTK's dialog, too.
 void chooseIdentity(const CommandLine& line) {
   if (line.user) setenv("CUPS_USER", line.user->c_str(), 1);
   if (line.encrypted) setenv("CUPS_ENCRYPTION", "Required", 1);

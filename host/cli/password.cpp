@@ -13,14 +13,14 @@
 namespace tandemtrim::host {
 namespace {
 
-// Those that end or stop the program.
+// The signals that end or stop the program.
 constexpr std::array kKeptSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGTTIN, SIGTTOU};
 
 volatile std::sig_atomic_t keptSignal = 0;
 
 extern "C" void onSignalAtQuestion(int signal) { keptSignal = signal; }
 
-// Keeps signals until it ends, when the first of them takes the effect that it had before.
+// Defers signals until its destruction, when the last of them takes its usual effect.
 class Signals {
  public:
   Signals() {
@@ -43,7 +43,7 @@ class Signals {
   std::array<struct sigaction, kKeptSignals.size()> before_{};
 };
 
-// While it lives, the terminal does not show what is typed.
+// While it exists, the terminal does not show what is typed.
 class NoEcho {
  public:
   explicit NoEcho(int terminal) : terminal_(terminal) {
@@ -65,7 +65,7 @@ void writeText(int terminal, const std::string& text) {
   if (write(terminal, text.data(), text.size()) < 0) keptSignal = SIGHUP;
 }
 
-// What is typed up to the end of the line, or a signal.
+// Reads up to the end of the line, or a signal.
 std::string readLine(int terminal) {
   std::string line;
   for (char typed = 0; keptSignal == 0 && read(terminal, &typed, 1) == 1 && typed != '\n';) line += typed;
@@ -84,7 +84,7 @@ std::optional<std::string> passwordFromTerminal(const std::string& prompt) {
     writeText(terminal.get(), prompt);
     password = readLine(terminal.get());
     writeText(terminal.get(), "\n");
-    // A program that was stopped asks again when it goes on.
+    // A program that was stopped asks again when it continues.
   } while (keptSignal == SIGTSTP || keptSignal == SIGTTIN || keptSignal == SIGTTOU);
   if (keptSignal != 0 || password.empty()) return std::nullopt;
   return password;

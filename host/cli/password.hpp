@@ -5,8 +5,8 @@
 
 namespace tandemtrim::host {
 
-/// Asks for a password at the terminal that the program was started from, and shows nothing of it. None where
-/// there is no terminal, and when the user types nothing. A signal takes effect with the terminal as it was.
+/// Asks for a password at the terminal that the program was started from, without showing it. None when there
+/// is no terminal, and when the user types nothing. The terminal is restored before a signal takes effect.
 std::optional<std::string> passwordFromTerminal(const std::string& prompt);
 
 }  // namespace tandemtrim::host

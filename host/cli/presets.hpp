@@ -12,16 +12,16 @@
 
 namespace tandemtrim::host {
 
-/// The name of the family that this printer's presets are kept for: that of its panel's bundle. `ppd` is null
-/// for a printer without one. Failure for a printer without a panel.
+/// The name of the printer's family, whose presets it uses: that of its panel's bundle. `ppd` is null for a
+/// printer without one. Failure for a printer without a panel.
 std::string familyOf(const CommandLine& line, const std::string& printer, ppd_file_t* ppd);
 
-/// Lists the names of the family's presets or, with --json, all that is in them. Failure, behind the list and
-/// a line for each, when there are files that give no preset.
+/// Lists the names of the family's presets or, with --json, their whole contents. After the list, reports
+/// each file without a usable preset; Failure when there are any.
 void listPresets(const CommandLine& line, const std::string& family, std::ostream& out, const Report& report);
 
-/// The preset that the command line's settings are kept as: the panel's settings as the job has them, and the
-/// other options that the command line names or `base` has, but those of one job.
+/// The preset that --save-preset stores: the panel's settings as the job has them, and the other options of
+/// the command line and of `base`, except those that concern a single job.
 Preset presetOf(const CommandLine& line, const std::optional<Preset>& base, const JobSettings& settings);
 
 }  // namespace tandemtrim::host

@@ -7,8 +7,8 @@
 
 namespace tandemtrim::host {
 
-/// Shows the server's printers, a line each: the name, whether it has a panel, and "default" behind the
-/// user's default printer. Failure when the server cannot be asked.
+/// Lists the server's printers, a line each: the name, whether it has a panel, and "default" after the user's
+/// default printer. Failure when the server cannot be asked.
 void listPrinters(const CommandLine& line, std::ostream& out, const Report& report);
 
 }  // namespace tandemtrim::host

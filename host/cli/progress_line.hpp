@@ -7,14 +7,14 @@
 
 namespace tandemtrim::host {
 
-/// One line on the terminal behind standard error that shows how far a long upload is. Short uploads, and
-/// those without a terminal, show nothing.
+/// A line on standard error that shows the progress of a long upload. Short uploads, and those without a
+/// terminal, show nothing.
 class ProgressLine {
  public:
   ProgressLine();
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
-  /// Takes the line away.
+  /// Clears the line.
   ~ProgressLine();
 
   void show(const std::string& name, std::uint64_t sent, std::optional<std::uint64_t> size);

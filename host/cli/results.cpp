@@ -58,7 +58,7 @@ void showOptions(std::ostream& out, const Options& options) {
 
 void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
               const std::optional<SentJob>& job) {
-  // Not from null, which the library leaves broken when there is no memory for it.
+  // Not from null, which the library leaves broken when it runs out of memory.
   auto json = Json::object();
   json["printer"] = printer ? Json(*printer) : Json(nullptr);
   json["settings"] = Json::object();
@@ -66,7 +66,7 @@ void showJson(std::ostream& out, const std::optional<std::string>& printer, cons
   json["limits"] = settings.panel ? limitsJson(*settings.panel) : Json::object();
   json["summary"] = settings.panel ? summaryJson(*settings.panel) : Json::array();
   if (job) json["job"] = jobJson(*job);
-  // In ASCII, because JSON lets some control characters stand.
+  // In ASCII, because JSON allows some control characters unescaped.
   out << json.dump(2, ' ', true, Json::error_handler_t::replace) << '\n';
 }
 

@@ -9,14 +9,14 @@
 
 namespace tandemtrim::host {
 
-/// "Title: value" lines in display order; nothing for a printer without the panel.
+/// "Title: value" lines in display order; nothing for a printer without a panel.
 void showSummary(std::ostream& out, const JobSettings& settings);
 
 /// The options as arguments for lp, one a line, quoted for a shell.
 void showOptions(std::ostream& out, const Options& options);
 
-/// printer, settings, limits and summary as a JSON object, and the job when there is one. Text that is not
-/// UTF-8 comes with replacement characters, and every character beyond ASCII is escaped.
+/// printer, settings, limits and summary as a JSON object, and the job when there is one. Replacement
+/// characters take the place of invalid UTF-8, and every character beyond ASCII is escaped.
 void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
               const std::optional<SentJob>& job);
 

@@ -25,7 +25,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The print server's side of the work; absent when the PPD comes from a file and nothing goes to the server.
+// The print server and its printer; absent when the PPD comes from a file and nothing goes to the server.
 struct Target {
   Connection connection;
   Printer printer;
@@ -40,7 +40,8 @@ std::optional<Target> findTarget(const CommandLine& line, const Report& report) 
   return Target{std::move(connection), std::move(printer)};
 }
 
-// What the job starts with: the options that the user saved, those of the preset, those of the command line.
+// The options that the job starts with: the user's saved ones, overridden by the preset's, then by the
+// command line's.
 Options startingOptions(const CommandLine& line, const std::optional<Target>& target, ppd_file_t* ppd,
                         const std::optional<Preset>& preset) {
   Options options;
@@ -54,8 +55,8 @@ Options startingOptions(const CommandLine& line, const std::optional<Target>& ta
   return options;
 }
 
-// The settings as they are sent. Before anything goes to the server, so that what is wrong about the job
-// costs no paper.
+// The settings as they are sent; Failure for a value that would be lost. Called before anything goes to the
+// server, so that a mistake costs no paper.
 JobSettings withoutLosses(const CommandLine& line, JobSettings settings) {
   refuseLossyValues(settings.options);
   settings.options = encodable(std::move(settings.options));
@@ -81,7 +82,7 @@ SentJob print(const CommandLine& line, const Target& target, std::vector<Documen
   }
 }
 
-// lp's own words on a job that the server has, for scripts that look for its number.
+// lp's own message about a job that the server has, for scripts that look for its number.
 void showRequest(const CommandLine& line, std::ostream& out, const SentJob& job) {
   if (line.silent || line.json || !isAtServer(job)) return;
   const auto files = std::ranges::count_if(line.files, [](const auto& file) { return file != "-"; });

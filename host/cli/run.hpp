@@ -7,9 +7,9 @@
 
 namespace tandemtrim::host {
 
-/// Does what the command line asks for: settles the job's settings at the printer's panel, then shows them,
-/// keeps them or prints the files with them. Results go to `out`. Failure as the parts raise it; until the
-/// job is sent, it means that nothing was sent.
+/// Carries out the command line: completes the job's settings by the printer's panel, then shows them, stores
+/// them or prints the files with them. Results go to `out`. A Failure before the job is sent means that
+/// nothing was sent.
 void run(const CommandLine& line, std::ostream& out, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -4,7 +4,7 @@
 
 namespace tandemtrim::host {
 
-/// Answers a plug-in's questions about one job. Settings and PPD outlive the panels.
+/// Gives a plug-in one job's settings and PPD, which must outlive its panels.
 class Callback : public platform::HostCallback {
  public:
   /// `ppd` is null for a printer without one.

@@ -17,7 +17,7 @@ std::span<const ppd_const_t> constraintsOf(const ppd_file_t& ppd) {
   return {ppd.consts, static_cast<std::size_t>(std::max(ppd.num_consts, 0))};
 }
 
-// A constraint without a choice is one of each choice but these.
+// A constraint without a choice applies to every choice but these.
 bool isOff(const std::string& choice) {
   return isSameKeyword(choice, "None") || isSameKeyword(choice, "Off") || isSameKeyword(choice, "False");
 }
@@ -56,7 +56,7 @@ std::int64_t lengthOf(const PanelSetting& margin) {
   return std::max<std::int64_t>(platform::integerValue(margin.value), 0);
 }
 
-// The margins that trim all of a length: one alone if it can, else both.
+// The margins that trim all of a length: each that does so alone, else both together, or none.
 std::vector<const PanelSetting*> trimmingAll(const std::vector<PanelSetting>& settings,
                                              PanelSetting::Edge edge, PanelSetting::Edge opposite,
                                              double length) {
@@ -88,7 +88,7 @@ std::vector<Conflict> conflictsOf(ppd_file_t& ppd, const std::vector<PanelSettin
                                   const Options& others) {
   ppdMarkDefaults(&ppd);
   const auto mark = [&](const std::string& keyword, const std::string& value) {
-    // A custom value would change the PPD.
+    // Marking a custom value would change the PPD.
     auto* const option = ppdFindOption(&ppd, keyword.c_str());
     if (option != nullptr && ppdFindChoice(option, value.c_str()) != nullptr && !value.starts_with("Custom"))
       ppdMarkOption(&ppd, keyword.c_str(), value.c_str());
@@ -97,7 +97,7 @@ std::vector<Conflict> conflictsOf(ppd_file_t& ppd, const std::vector<PanelSettin
   for (const auto& setting : settings) mark(setting.keyword, setting.value);
 
   std::vector<Conflict> conflicts;
-  // Each is usually there in both directions.
+  // A PPD usually lists each conflict in both directions.
   const auto add = [&](const char* one, const char* other) {
     const auto* const setting = settingOf(settings, one);
     if (setting == nullptr) return false;

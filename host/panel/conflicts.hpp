@@ -19,12 +19,13 @@ struct Conflict {
   friend bool operator==(const Conflict&, const Conflict&) = default;
 };
 
-/// The conflicts of a panel's settings with each other and with the other options of the job. It changes
-/// which choices of the PPD are marked.
+/// The conflicts of a panel's settings with each other and with the other options of the job. Changes which
+/// choices of the PPD are marked.
 std::vector<Conflict> conflictsOf(ppd_file_t& ppd, const std::vector<platform::PanelSetting>& settings,
                                   const Options& others);
 
-/// The sheet that the user chose, in millimetres, with the title and the name that the user sees.
+/// The paper that the user chose, in millimetres, with the option's title and the paper's name as the user
+/// sees them.
 struct Paper {
   double width;
   double height;
@@ -32,8 +33,7 @@ struct Paper {
   std::string name;
 };
 
-/// The conflicts of the edges that are trimmed until nothing is left of the paper, while the panel's function
-/// is on.
+/// The conflicts of margins that leave nothing of the paper; empty while the panel's function is off.
 std::vector<Conflict> conflictsWithPaper(const std::vector<platform::PanelSetting>& settings,
                                          const Paper& paper);
 

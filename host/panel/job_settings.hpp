@@ -11,27 +11,27 @@
 
 namespace tandemtrim::host {
 
-/// A job's settings as they are to be sent.
+/// A job's settings as they will be sent.
 struct JobSettings {
   Options options;
-  /// None when no panel took part.
+  /// None without a panel.
   std::optional<PanelResult> panel;
 };
 
-/// Why a printer with this PPD, or with none (null), has no panel.
+/// Why a printer with this PPD, or without one (null), has no panel.
 std::string reasonForNoPanel(const ppd_file_t* ppd);
 
 /// A warning about a printer whose queue has no PPD.
 std::string withoutPpdText(const std::string& printer);
 
-/// A message about an option of a panel that a printer without the panel does not get.
+/// A message about a panel's option that is not sent, since the printer has no panel.
 std::string leftOutText(const std::string& printer, const Option& option);
 
-/// Has the printer's panel, if there is one, complete the options that the job starts with. `printer` is what
-/// messages call the printer and `ppd` its PPD, null when its queue has none. A printer without the panel
-/// never gets the panel's options. `ofQueue` are the queue's defaults, which count for the panel's keywords
-/// that no option is given for. Failure when the panel cannot be opened and the command line does not
-/// agree to go on without it, and when what the command line asks of the panel cannot be done.
+/// Completes the options that the job starts with by those of the printer's panel. A printer without a panel
+/// gets no panel's options. Messages call the printer `printer`; `ppd` is null when its queue has none.
+/// `ofQueue` are the queue's defaults, used for the panel's keywords that the options lack. Failure when the
+/// panel cannot be opened, unless the command line has --without-panel, and when its inputs cannot be
+/// entered.
 JobSettings settleSettings(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
                            const Options& ofQueue, const Options& starting, const Report& report);
 

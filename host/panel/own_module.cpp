@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Seen from the program's folder: where a build leaves modules, and where an installation has them.
+// Relative to the program's folder: where a build puts modules, and where an installation has them.
 constexpr std::array<const char*, 2> kModuleFolders{"", "../" TANDEM_TRIM_LIBDIR "/tandem-trim"};
 constexpr std::array<const char*, 2> kProgramFolders{"", "../" TANDEM_TRIM_LIBEXECDIR};
 
@@ -25,7 +25,7 @@ fs::path programsFolder() {
 
 OwnModule loadModuleAt(const fs::path& path) {
   if (auto fault = openToStrangers(path)) return {nullptr, *std::move(fault)};
-  // The modules themselves bind all symbols at once, the libraries of the system as they were built to.
+  // Lazy for the system's libraries; our modules are linked to bind all symbols at once.
   void* const handle = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
   if (handle == nullptr) return {nullptr, dlerror()};
   const auto markOf = reinterpret_cast<MarkOfModule>(dlsym(handle, kMarkFunction));

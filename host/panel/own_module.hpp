@@ -4,21 +4,21 @@
 
 namespace tandemtrim::host {
 
-/// A module of the program's own, which stays loaded until the program ends.
+/// One of the program's modules, which stays loaded until the program ends.
 struct OwnModule {
-  /// As dlopen() gives it; null where the module is not installed or cannot be used.
+  /// From dlopen(); null where the module is not installed or cannot be used.
   void* handle = nullptr;
   /// Why it cannot be used; empty where it is not installed.
   std::string fault;
 };
 
-/// Loads the module of this name ("dialog/tandem-trim-dialog"), which lies beside the program where it was
-/// built and in the libraries' folder where it is installed. One that strangers could change, or that is of
-/// another build, cannot be used. It may run in the background.
+/// Loads the module of this name ("dialog/tandem-trim-dialog"), from beside the program in a build, or from
+/// the libraries' folder of the installation. A module that others could change, or that is of another build,
+/// cannot be used. May be called in the background.
 OwnModule loadOwnModule(const std::string& name);
 
-/// A program of the project's own, which lies beside this one where both were built, and in the programs'
-/// folder of the installation.
+/// One of the project's other programs: beside this one in a build, or in the programs' folder of the
+/// installation.
 struct OwnProgram {
   /// Empty where it is not installed or cannot be used.
   std::string path;
@@ -26,7 +26,7 @@ struct OwnProgram {
   std::string fault;
 };
 
-/// Finds the program of this name ("tandem-trim-notifier"). One that strangers could change cannot be used.
+/// Finds the program of this name ("tandem-trim-notifier"). One that others could change cannot be used.
 OwnProgram findOwnProgram(const std::string& name);
 
 /// The function that the loaded module exports by this name.

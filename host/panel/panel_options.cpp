@@ -24,7 +24,7 @@ Options printersDefaults(const std::vector<std::string>& keywords, ppd_file_t* p
   Options defaults;
   for (const auto& keyword : keywords) {
     auto* const option = ppd == nullptr ? nullptr : ppdFindOption(ppd, keyword.c_str());
-    // libcups marks no default that is none of the choices.
+    // libcups ignores a default that is not one of the choices.
     if (option != nullptr && ppdFindChoice(option, option->defchoice) != nullptr)
       defaults.push_back({keyword, option->defchoice});
   }

@@ -9,15 +9,16 @@
 
 namespace tandemtrim::host {
 
-/// Stores the options in a job's settings. Options of a panel with these keywords get the panel's spelling.
+/// Stores the options in a job's settings. Options of a panel, which has these keywords, get the panel's
+/// spelling.
 void storeOptions(const Options& options, const std::vector<std::string>& keywords,
                   platform::PrintSettings& settings);
 
-/// The options that a job's settings hold for these keywords.
+/// The options of these keywords in a job's settings.
 Options storedOptions(const platform::PrintSettings& settings, const std::vector<std::string>& keywords);
 
-/// The printer's defaults for options of these keywords: those that its PPD marks (null has none) and, over
-/// them, those of its queue. Other defaults are for the server to supply.
+/// The printer's defaults for options of these keywords: the PPD's (null has none), overridden by the
+/// queue's. The server itself supplies all other defaults.
 Options printersDefaults(const std::vector<std::string>& keywords, ppd_file_t* ppd, const Options& ofQueue);
 
 }  // namespace tandemtrim::host

@@ -34,7 +34,7 @@ bool contains(const Options& options, const std::string& keyword) {
   return std::ranges::find(options, keyword, &Option::keyword) != options.end();
 }
 
-// Adds the defaults that the settings lack, and gives what they hold of these keywords before.
+// Adds the defaults that the settings lack, and returns the options of these keywords that they had before.
 Options addDefaults(const std::vector<std::string>& keywords, const Options& defaults,
                     platform::PrintSettings& settings) {
   auto before = storedOptions(settings, keywords);
@@ -97,7 +97,8 @@ std::unique_ptr<platform::PanelList> PanelSession::openWith(ppd_file_s* ppd) {
   return openPanels(plugin_, std::make_shared<Callback>(settings_, ppd));
 }
 
-// A panel's words for its choices need not be the printer's. Its own default counts then.
+// Removes defaults that the panel does not know, as its choices may have other names than the printer's, so
+// that the panel's own default applies. Returns whether there were any.
 bool PanelSession::removeUnknownDefaults() {
   bool removes = false;
   for (const auto& setting : settings()) {
@@ -130,7 +131,7 @@ platform::View& PanelSession::view() {
   if (view_ == nullptr) {
     auto* const loaded = call("panelView", [](auto& panel) { return panel.panelView(); });
     if (loaded == nullptr) throw incomplete(plugin_.bundle, "its view could not be loaded");
-    // A view that is just loaded shows nothing of what the settings hold.
+    // A newly loaded view does not show the settings yet.
     restore();
     view_ = loaded;
   }
@@ -239,7 +240,7 @@ void PanelSession::removeDefaults() {
   }
 }
 
-// Building a summary puts the stored values back into the controls.
+// Building a summary restores the stored values in the controls.
 std::vector<SummaryRow> PanelSession::summary() {
   auto rows = orderedSummary(call("summaryInfo", [](auto& panel) { return panel.summaryInfo(); }));
   if (view_ != nullptr) readUnedited();

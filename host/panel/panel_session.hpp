@@ -25,19 +25,19 @@ struct IllegalValue {
   std::string suggested;
 };
 
-/// The rows of a panel's summary in display order; in that of their titles when it gives none.
+/// The rows of a panel's summary in display order; sorted by title when the summary has no order.
 std::vector<SummaryRow> orderedSummary(const platform::Dictionary& summary);
 
 /// The settings whose value is not allowed.
 std::vector<IllegalValue> illegalValues(const std::vector<platform::PanelSetting>& settings);
 
-/// A plug-in's panel for one printer and one job, as a host uses it. Every operation raises PluginFailure
-/// when the panel does not do its part.
+/// A plug-in's panel for one printer and one job, as a host uses it. Every operation throws PluginFailure
+/// when the panel fails.
 class PanelSession {
  public:
-  /// Opens the panel of the bundle's module with this ending. The settings that the job lacks get the
-  /// printer's defaults, and those that the printer lacks the panel's own. `settings` and `ppd` outlive the
-  /// session; `ppd` is null for a printer without one.
+  /// Opens the panel of the bundle's module with this ending. Settings that the job lacks get the printer's
+  /// defaults or, without one, the panel's own. `settings` and `ppd` must outlive the session; `ppd` is null
+  /// for a printer without one.
   PanelSession(const PluginBundle& bundle, const char* moduleEnding, platform::PrintSettings& settings,
                ppd_file_s* ppd, const Options& printersDefaults = {});
 
@@ -48,30 +48,30 @@ class PanelSession {
   [[nodiscard]] bool shouldShowHelp() const;
   [[nodiscard]] bool shouldPrint() const;
 
-  /// The panel's view, which the first call loads; it shows what the print settings hold.
+  /// The panel's view, which the first call loads and fills from the print settings.
   platform::View& view();
   void willShow();
-  /// Shows what the print settings hold.
+  /// Shows the values of the print settings.
   void restore();
-  /// Writes what the controls show into the print settings. A setting that nobody edited keeps its stored
-  /// value, even where its control cannot show that; those named in `edited` count as edited anyway.
+  /// Writes the controls' values into the print settings. A setting that the user has not edited keeps its
+  /// stored value, even if its control cannot show that; those named in `edited` always count as edited.
   void save(const std::set<std::string>& edited = {});
-  /// Saves, then replaces the values that the user chose and the printer does not allow by the nearest legal
-  /// ones and shows them.
+  /// Saves, then replaces the user's values that the printer does not allow by the nearest legal ones and
+  /// shows them.
   void correct();
 
-  /// Counts the values that these settings have as defaults.
+  /// From now on treats the present values of these settings as defaults.
   void countAsDefaults(const std::set<std::string>& names);
-  /// The values that the printer does not allow: those that the user chose, and those that nobody did.
+  /// The values that the printer does not allow: those that the user chose, and defaults.
   [[nodiscard]] std::vector<IllegalValue> illegalChoices() const;
   [[nodiscard]] std::vector<IllegalValue> illegalDefaults() const;
-  /// While the panel's function is on, replaces the illegal values that nobody chose by the nearest legal
-  /// ones and shows them; gives what it replaced. What the user edited has to be saved before.
+  /// While the panel's function is on, replaces the illegal defaults by the nearest legal values and shows
+  /// them; returns what it replaced. The user's edits must be saved before.
   std::vector<IllegalValue> correctDefaults();
-  /// Removes what nobody chose from the print settings.
+  /// Removes the defaults from the print settings.
   void removeDefaults();
 
-  /// What is saved, in display order.
+  /// The summary of the saved values, in display order.
   [[nodiscard]] std::vector<SummaryRow> summary();
 
  private:
@@ -91,13 +91,13 @@ class PanelSession {
 
   platform::PrintSettings& settings_;
   LoadedPlugin plugin_;
-  // The values that nobody chose. While the panel is made, those that the job has before.
+  // The values that the user did not choose. Within the constructor, at first those that the job already had.
   Options defaults_;
   std::unique_ptr<platform::PanelList> panels_;
   std::string title_;
   std::vector<std::string> keywords_;
   platform::View* view_ = nullptr;
-  // The values that were stored when the controls last took them over, and what a save made of them then.
+  // The stored values that the controls last read, and what a save without edits makes of them.
   StoredValues stored_;
   StoredValues unedited_;
 };
@@ -107,18 +107,18 @@ struct PanelResult {
   /// In display order.
   std::vector<SummaryRow> summary;
   std::vector<platform::PanelSetting> settings;
-  /// The keywords of defaults that go as they stand, though the printer does not allow them. Kept for other
-  /// jobs, they would count as chosen.
+  /// The keywords of defaults that are sent although the printer does not allow them. Stored for other jobs,
+  /// they would count as chosen.
   std::vector<std::string> illegalDefaults = {};
 };
 
-/// Opens the panel without a screen, acts on it as the command line says, has it save into `settings` and
-/// takes its summary. `ppd` may be null; --force lets values through that the printer does not allow. While
-/// the panel's function is on, each default that the printer does not allow is corrected and reported.
+/// Opens the panel without a screen, enters the command line's inputs, has the panel save into `settings` and
+/// returns the outcome. `ppd` may be null. While the panel's function is on, each default that the printer
+/// does not allow is corrected and reported. --force lets all values pass.
 ///
 /// Failure when --set names no setting or no value that the setting takes (status of a wrong command line),
 /// when a control is greyed, and when a value that the user chose is not allowed. PluginFailure when the
-/// panel does not do its part. On failure `settings` may be partly changed.
+/// panel fails. On failure `settings` may be partly changed.
 PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& settings, ppd_file_s* ppd,
                       const Options& printersDefaults, const CommandLine& line, const Report& report);
 

@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// What anybody could have put there runs in the user's name.
+// Refuses what others could have changed, since it would run with the user's rights.
 void refuseStrangers(const std::string& bundle, const std::string& path) {
   if (const auto fault = openToStrangers(path))
     throw unusable(bundle, Fact(*fault, "others could have changed it"_fact, {}));
@@ -23,7 +23,7 @@ platform::MakePlugin findMaker(const std::string& bundle, const std::string& mod
   return reinterpret_cast<platform::MakePlugin>(symbol);
 }
 
-// A panel does not say why there is none. It asks for its setting information first.
+// The likely reason why a plug-in, which does not say it, has no panel: property lists that cannot be read.
 std::string suspectedReason(const platform::linux::Bundle& resources) {
   std::string reason;
   for (const auto& fault : resources.brokenPropertyLists())

@@ -13,8 +13,8 @@
 
 namespace tandemtrim::host {
 
-/// Runs one call of the plug-in in the bundle `bundle`. Whatever it throws becomes a PluginFailure that names
-/// the operation, so that a plug-in never takes its host down; the host's own Failure passes.
+/// Runs one call of the plug-in in `bundle`. Any exception but the host's own Failure becomes a PluginFailure
+/// that names the operation, so that a plug-in cannot end its host.
 template <class Call>
 auto callPlugin(const std::string& bundle, const std::string& operation, Call&& call) {
   try {
@@ -30,20 +30,20 @@ auto callPlugin(const std::string& bundle, const std::string& operation, Call&& 
   }
 }
 
-/// The failure of a plug-in that does not do its part.
+/// The failure of a plug-in that cannot be used.
 PluginFailure unusable(const std::string& bundle, const Fact& reason);
-/// The same where the reason is that it lacks a part, as English says in detail.
+/// The same for a plug-in that lacks a part; only the English message has the reason.
 PluginFailure incomplete(const std::string& bundle, const std::string& reason);
 
-/// The bundle of a plug-in: its resources, and by its Info.plist its modules.
+/// The bundle of a plug-in: its resources, and its Info.plist, which names its modules.
 struct PluginBundle {
   std::string path;
   std::shared_ptr<platform::linux::Bundle> resources;
   platform::linux::BundleInfo info;
 };
 
-/// The bundle at `path`. PluginFailure, with the reason, when there is none; a message for each string table
-/// that it cannot use.
+/// Opens the bundle at `path`, and reports each string table that it cannot use. PluginFailure, with the
+/// reason, when there is no usable bundle.
 PluginBundle openBundle(const std::string& path, const Report& report);
 
 /// A plug-in that was made and has accepted its bundle.
@@ -54,12 +54,12 @@ struct LoadedPlugin {
   std::unique_ptr<platform::Plugin> plugin;
 };
 
-/// The endings of the names of a bundle's modules, by the kind of view that their panels have.
+/// The endings of the names of a bundle's modules, one for each kind of view.
 inline constexpr const char* kMemoryModule = "-memory";
 inline constexpr const char* kGtkModule = "";
 
 /// Loads the bundle's module of this ending and makes its plug-in. The module stays loaded until the program
-/// ends, since what it made may live as long. PluginFailure, with the reason, when any step fails.
+/// ends, since its objects may exist as long. PluginFailure, with the reason, when any step fails.
 LoadedPlugin loadPlugin(const PluginBundle& bundle, const char* moduleEnding);
 
 /// The plug-in's panels for the print dialog, at least one. PluginFailure when there is none.

@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What the system itself follows at most.
+// The most links that the system itself follows.
 constexpr int kMostLinks = 40;
 
 struct Node {
@@ -21,7 +21,7 @@ struct Node {
   struct stat status;
 };
 
-// Every folder, file and link from the root to the path, along the links, up to the first that is missing.
+// Every folder, file and link from the root to the path, following links, up to the first that is missing.
 std::vector<Node> nodesOf(const fs::path& path) {
   std::error_code failed;
   const auto absolute = fs::absolute(path, failed);

@@ -9,13 +9,13 @@
 
 namespace tandemtrim::host {
 
-/// Those who may own what the program loads: root, the user, and whoever could replace the program itself.
+/// Those who may own what the program loads: root, the user, and the owners of the program and its folders.
 std::set<uid_t> trustedOwners();
 
-/// Why strangers could change what is at the path, and what to do about it; none when they cannot. The path's
-/// every folder and every link on it counts: it belongs to one of the owners, and nobody else may write there
-/// but the own group of an owner. Folders above the path may be open to all when only an entry's owner can
-/// remove it there (the sticky bit).
+/// Why others than the owners could change what is at the path, and what to do about it; none when they
+/// cannot. Every folder and link on the path must belong to an owner, and only the owner and an owner's own
+/// group may write to it. Folders above the path may be open to all if they have the sticky bit, by which
+/// only an entry's owner can remove it.
 std::optional<std::string> openToStrangers(const std::filesystem::path& path,
                                            const std::set<uid_t>& owners = trustedOwners());
 

@@ -37,8 +37,8 @@ Failure notTaken(const PanelSetting& setting, const std::string& text) {
       kWrongCommandLine);
 }
 
-// The panel keeps the digits of whatever is typed, so that 12.7 becomes 127 and then the largest margin. A
-// user at a screen sees that; a script does not.
+// The panel keeps only the digits that are typed, so 12.7 becomes 127 and then the largest margin. A user at
+// a screen sees that; a script does not.
 void refuseUnlessDigits(const PanelSetting& box, const std::string& text) {
   const bool isDigits = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
   if (isDigits || isLegal(box, text)) return;
@@ -48,7 +48,7 @@ void refuseUnlessDigits(const PanelSetting& box, const std::string& text) {
                 kWrongCommandLine);
 }
 
-// Each of these acts on the setting's control; false when the control is greyed.
+// Each of these operates the setting's control; returns false when the control is greyed.
 
 bool type(PanelView& view, const PanelSetting& box, const std::string& text, const Report& report) {
   if (!view.type(box.name, text)) return false;
@@ -70,7 +70,7 @@ bool choose(PanelView& view, const PanelSetting& menu, const std::string& text) 
 bool switchTo(PanelView& view, const PanelSetting& box, const std::string& text) {
   if (!isLegal(box, text)) throw notTaken(box, text);
   const int wanted = text == box.choices.front().value ? platform::CheckBox::kOn : platform::CheckBox::kOff;
-  // A click from the mixed state gives on, so that off may take a second one.
+  // A click in the mixed state switches on, so switching off may take a second one.
   for (int clicks = 0; clicks < 2 && view.control(box.name).state != wanted; ++clicks) {
     if (!view.click(box.name)) return false;
   }
@@ -111,7 +111,7 @@ Edits enterInputs(PanelView& view, const Settings& settings, const CommandLine& 
       continue;
     }
     if (!press(view, name)) throw greyed(settings, "--restore-defaults");
-    // The defaults come back for all settings but the switch.
+    // The button restores the defaults of all settings but the switch.
     for (const auto& setting : settings) {
       if (setting.kind == PanelSetting::Kind::onOff) continue;
       edits.all.insert(setting.name);

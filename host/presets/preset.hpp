@@ -7,12 +7,12 @@
 
 namespace tandemtrim::host {
 
-/// Settings of a job under a name that the user gave them.
+/// A job's settings under a name that the user chose.
 struct Preset {
   std::string name;
   /// The panel's settings, by the PPD's keywords.
   Options panel;
-  /// Other options of the job; what it does not name stays as it is.
+  /// Other options of the job; options that are not named stay as they are.
   Options options;
 
   friend bool operator==(const Preset&, const Preset&) = default;
@@ -21,11 +21,11 @@ struct Preset {
 /// The preset's settings as readable JSON.
 std::string presetText(const Preset& preset);
 
-/// The preset of this name with the settings of that JSON, but for what is chosen for one job. Failure, with
-/// the reason, when the text is none.
+/// The preset of this name with the settings from that JSON, except those that concern a single job. Failure,
+/// with the reason, when the text is not a preset.
 Preset presetFrom(const std::string& name, const std::string& text);
 
-/// JSON that names a preset, and the name in it; none where there is none.
+/// JSON that names a preset, and the name in such JSON; none when the text names no preset.
 std::string textNamingPreset(const std::string& name);
 std::optional<std::string> presetNamedIn(const std::string& text);
 

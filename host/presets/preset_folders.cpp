@@ -25,10 +25,11 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kEnding = ".json";
 constexpr std::size_t kMostBytes = 1 << 20;
-// Of a file's name, with room for what is behind it while the file is replaced or set aside.
+// In bytes; leaves room for what is appended while the file is replaced or set aside.
 constexpr std::size_t kLongestName = 200;
 
-// In bytes that every file system takes; a name that begins with a point would be hidden.
+// The name in bytes that every file system accepts. A dot at the beginning, which would hide the file, is
+// escaped.
 std::string escapedName(const std::string& name) {
   constexpr std::string_view kReserved = "%/\\:*?\"<>|";
   std::string escaped;
@@ -45,7 +46,7 @@ std::string escapedName(const std::string& name) {
   return escaped;
 }
 
-// The name that gives this escaped one; none where no name does.
+// The name with this escaped form; none when no name has it.
 std::optional<std::string> unescapedName(const std::string& escaped) {
   std::string name;
   for (std::size_t at = 0; at < escaped.size(); ++at) {
@@ -66,7 +67,7 @@ std::string variable(const char* name) {
 }
 
 fs::path ownFolder(const std::string& family) {
-  // By the desktops' rules a relative path counts as none.
+  // By the XDG rules a relative path is ignored.
   const fs::path configured = variable("XDG_CONFIG_HOME");
   const auto base = configured.is_absolute() ? configured : homeFolder() / ".config";
   return base / "tandem-trim/presets" / escapedName(family);
@@ -105,13 +106,14 @@ bool isPreset(const std::string& name, const fs::path& file) {
   }
 }
 
-// Unless the new name is taken: EEXIST. A network's file system may know no such renaming.
+// Renames unless the new name exists: EEXIST. A link does so on network file systems without
+// RENAME_NOREPLACE.
 bool renameToFree(const fs::path& from, const fs::path& to) {
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
   return errno == EINVAL && link(from.c_str(), to.c_str()) == 0 && unlink(from.c_str()) == 0;
 }
 
-// The new name; none with the reason in errno.
+// Returns the new name; on failure none, with the reason in errno.
 std::optional<fs::path> renameAside(const fs::path& file) {
   for (int number = 1;; ++number) {
     auto aside = file;
@@ -121,7 +123,7 @@ std::optional<fs::path> renameAside(const fs::path& file) {
   }
 }
 
-// Files that are there by then are hidden.
+// Skips names that `presets` has already, which hide those of this folder.
 void addFrom(const fs::path& folder, bool isOwn, std::map<std::string, KeptPreset>& presets,
              std::vector<PresetFault>& faults) {
   std::error_code unreadable;
@@ -171,14 +173,14 @@ void requireOwn(const std::string& family, const std::string& name, const Report
                   "; save one of your own under that name instead");
 }
 
-// Beside the presets, whose folder it is in.
+// A folder within that of the presets.
 constexpr const char* kPrinters = "printers";
 
 fs::path printersFile(const std::string& family, const std::string& printersKey) {
   return ownFolder(family) / kPrinters / (escapedName(printersKey) + std::string(kEnding));
 }
 
-// Every printer of the family that begins with the preset gets the other one, or none.
+// Every printer of the family that starts with the preset gets the new one, or none.
 void replaceForPrinters(const std::string& family, const std::string& name,
                         const std::optional<std::string>& newName) {
   std::error_code unreadable;
@@ -203,7 +205,7 @@ FileDescriptor lockFolder(const std::string& family) {
   return lockFile(folder);
 }
 
-// Compares what is read of both: a user may have written the text by hand.
+// Compares the presets that are read, since a user may have written the text by hand.
 bool isTextOf(const std::optional<Preset>& preset, const std::string& text) {
   try {
     return preset && presetFrom("", text) == presetFrom("", presetText(*preset));
@@ -238,8 +240,8 @@ KeptPresets presetsOf(const std::string& family) {
   return kept;
 }
 
-// Another program may have saved the preset between the look at the file and its new name. Then it goes back,
-// unless there is an even newer one.
+// Another program may have saved a good preset before the renaming. Then that file gets its name back, unless
+// there is an even newer one.
 std::optional<Fact> setAside(const PresetFault& fault) {
   if (!fault.isOwn || !fault.isDamaged) return fault.fact;
   const auto aside = renameAside(fault.file);

@@ -16,7 +16,7 @@ int refuse(std::string_view reason) {
   return 1;
 }
 
-// What libraries raise where nobody can catch it, mostly for want of memory, is a message, too.
+// Reports an exception that libraries throw where nothing can catch it, mostly for lack of memory.
 [[noreturn]] void giveUp() noexcept {
   const char* reason = "an error that has no name";
   try {
@@ -33,8 +33,8 @@ int refuse(std::string_view reason) {
 
 }  // namespace
 
-// What a program is linked with is searched for every symbol of every library that is loaded later, first of
-// all. The dialog loads a hundred, so the program is linked with nothing, and loads itself as a module.
+// The loader searches a program's own libraries first for every symbol of every library loaded later. The
+// dialog loads a hundred, so this program is linked with nothing and loads the real one as a module.
 int main(int argc, char* argv[]) {
   using namespace tandemtrim::host;
   std::set_terminate(giveUp);

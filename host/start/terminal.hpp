@@ -2,8 +2,8 @@
 
 namespace tandemtrim::host {
 
-/// The module that holds the program, and its function with C linkage that does what the command line asks
-/// for and gives the exit status.
+/// The module with the terminal program, and its function with C linkage, which carries out the command line
+/// and returns the exit status.
 inline constexpr const char* kTerminalModule = "terminal/tandem-trim-terminal";
 using RunProgram = int (*)(int argc, char** argv) noexcept;
 inline constexpr const char* kRunFunction = "tandemTrimRun";

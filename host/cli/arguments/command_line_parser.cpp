@@ -14,23 +14,22 @@
 namespace tandemtrim::host {
 namespace {
 
-// Ends what is typed of an unfinished word, and is in no option's name.
+// Marks the end of the unfinished word; no option's name contains it.
 constexpr std::string_view kEnd = "\x7F";
 
-// An option that may come several times, or whose place among the others counts. What it does is done when
-// all are read.
+// An option that may come several times, or whose place among the others counts. It acts when all are read.
 struct Ordered {
   const CLI::Option* option;
   std::function<void(const std::string& text)> act;
   std::size_t done = 0;
 };
 
-// Reads files as they stand. CLI11 would take one named [a,b] for a list of two, and has no way to say no.
+// Leaves the names of files unchanged. CLI11 would always take one named [a,b] for a list of two.
 class Parser : public CLI::App {
  public:
   using App::App;
 
-  // What is no option. Failure for an option that is unknown.
+  // The arguments that are not options. Throws CLI::ExtrasError for an unknown option.
   [[nodiscard]] std::vector<std::string> files() const {
     std::vector<std::string> files;
     for (const auto& [kind, argument] : missing_) {
@@ -41,7 +40,8 @@ class Parser : public CLI::App {
     return files;
   }
 
-  // Whether the unfinished word is none of the options, nor a value of one, but has the form of an option.
+  // Whether the unfinished word has the form of an option, but is neither a known option nor an option's
+  // value.
   [[nodiscard]] bool endsInOption() const {
     if (missing_.empty()) return false;
     const auto& [kind, argument] = missing_.back();
@@ -128,7 +128,7 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   return ordered;
 }
 
-// Does what the arguments say in the order that they were given in.
+// Has the options act in the order of the arguments.
 void actInOrder(const CLI::App& app, std::vector<Ordered> ordered) {
   for (const CLI::Option* option : app.parse_order()) {
     const auto known = std::ranges::find(ordered, option, &Ordered::option);
@@ -215,13 +215,13 @@ Unfinished parseUnfinished(std::vector<std::string> words) {
   unfinished.lastWord = words.back();
   Parser app;
   declare(app, unfinished.line);
-  // So that the last word is found again, and is a value even where none of it is typed.
+  // Marks the last word, which is a value even when it is empty.
   words.back() += kEnd;
   std::reverse(words.begin(), words.end());
   try {
     app.parse(std::move(words));
   } catch (const CLI::ParseError&) {
-    // What was read before it counts.
+    // What was read before the error counts.
   }
   const auto& typed = unfinished.lastWord;
   unfinished.isName = app.endsInOption();
@@ -229,7 +229,7 @@ Unfinished parseUnfinished(std::vector<std::string> words) {
   if (option != nullptr && !option->results().empty() && option->results().back().ends_with(kEnd)) {
     unfinished.option = option->get_name();
     unfinished.valueAt = typed.size() - (option->results().back().size() - kEnd.size());
-    // A name may end there as well.
+    // The word may also be the beginning of a longer name.
     unfinished.isName = unfinished.valueAt == typed.size() && typed == unfinished.option;
   }
   return unfinished;

@@ -8,23 +8,23 @@
 
 namespace tandemtrim::host {
 
-/// What --help and --version ask to be shown instead of any work.
+/// The text that --help or --version shows.
 struct Information {
   std::string text;
 };
 
-/// Reads the arguments behind the program's name. `hasInput` says whether standard input holds a document,
-/// which is printed when no file is named and a job may be meant. Failure with the status of a wrong command
+/// Reads the arguments after the program's name. `hasInput` says whether standard input has a document, which
+/// is printed when no file is named and the options fit a job. Failure with the status of a wrong command
 /// line.
 std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments,
                                                         bool hasInput = false);
 
-/// An unfinished command line, as far as it says what its last word may become.
+/// What an unfinished command line says about the possible completions of its last word.
 struct Unfinished {
   /// Its server, user, printer, PPD and plug-in.
   CommandLine line;
   std::string lastWord;
-  /// The option whose value the last word is or ends with, with its dashes; empty where it is none.
+  /// The option, with its dashes, whose value the last word is or ends with; empty when there is none.
   std::string option;
   /// Where that value begins in the last word.
   std::size_t valueAt = 0;
@@ -32,8 +32,8 @@ struct Unfinished {
   bool isName = false;
 };
 
-/// Reads the words behind the program's name, the last of which is unfinished. What is wrong with the others
-/// is passed over.
+/// Reads the words after the program's name, the last of which is unfinished. Mistakes in the others are
+/// ignored.
 Unfinished parseUnfinished(std::vector<std::string> words);
 
 /// The names of all options, with their dashes.

@@ -6,11 +6,11 @@
 
 namespace tandemtrim::host {
 
-/// What a command line may be for, of which not every option is a part.
+/// The purposes of a command line, not all of which fit every option.
 enum class Use : unsigned {
   /// Listing the printers.
   list = 1,
-  /// Taking a printer's defaults away.
+  /// Removing the user's defaults for a printer.
   reset = 2,
   /// The print dialog, because the command line asks for it.
   dialog = 4,
@@ -18,13 +18,13 @@ enum class Use : unsigned {
   dialogUnasked = 8,
   /// Printing what comes on standard input where no file is named.
   input = 16,
-  /// Switching for the applications of the session.
+  /// Switching the portal for the session's applications.
   applications = 32,
   /// Listing or deleting presets.
   presets = 64
 };
 
-/// The options of the command line that have no part in this use, as "-d, --json"; empty without any.
+/// The options of the command line that do not fit this use, as "-d, --json"; empty when all fit.
 std::string optionsBeside(const CommandLine& line, Use use);
 
 }  // namespace tandemtrim::host

@@ -29,7 +29,7 @@ Failure wrong(const std::string& option, const std::string& text, const std::str
   return Failure(option + " \"" + shortText(text) + "\": " + mistake + "; " + remedy, kWrongCommandLine);
 }
 
-// The number of a text that is nothing else, if it is one from 1 to `largest`.
+// The text's number, if the text is a number from 1 to `largest`.
 std::optional<std::string> countUpTo(int largest, std::string_view text) {
   int number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -103,7 +103,7 @@ Input inputFrom(const std::string& text) {
   return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
-// The address of IPv6 has colons of its own, with brackets around it or without a port.
+// An IPv6 address contains colons; it has brackets around it, or no port.
 void refuseWrongServer(const std::string& server) {
   if (server.starts_with('/')) return;
   const std::string_view address = std::string_view(server).substr(0, server.find('/'));
@@ -127,7 +127,7 @@ void refuseWrongPrinter(const std::string& printer) {
 Option letterTo(const std::optional<std::string>& user) {
   std::array<char, HTTP_MAX_HOST> host{};
   httpGetHostname(nullptr, host.data(), static_cast<int>(host.size()));
-  // cupsUser() keeps its answer, so that it is not asked where the command line names the user.
+  // cupsUser() caches its answer, so it is not called when the command line names the user.
   return {"notify-recipient-uri", "mailto:" + (user ? *user : cupsUser()) + "@" + host.data()};
 }
 

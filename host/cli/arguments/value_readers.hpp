@@ -9,41 +9,41 @@
 
 namespace tandemtrim::host {
 
-/// One of lp's options that stand for options of the job.
+/// One of lp's options that set options of the job.
 struct JobOption {
   const char* name;
   const char* type;
   const char* help;
-  /// What a text has to be; null where `read` says itself what is wrong.
+  /// What a text must be, for a message; null where `read` reports mistakes itself.
   const char* form;
-  /// None for a text that is something else.
+  /// None for a text of another form.
   std::optional<Options> (*read)(const std::string& text);
 };
 
 /// In the order of lp's manual page.
 extern const std::array<JobOption, 5> kJobOptions;
 
-// Each of these raises a Failure with the status of a wrong command line for a text that it cannot take.
+// Each of these throws a Failure with the status of a wrong command line for a text that it does not accept.
 
-/// The options of the job that this text of the option stands for.
+/// The options of the job that the option sets with this text.
 Options optionsFrom(const JobOption& option, const std::string& text);
 
-/// Each with the text of --applications that means it.
+/// The texts of --applications and their meanings.
 extern const std::array<std::pair<const char*, Applications>, 3> kApplicationsTexts;
 
-/// The text of --applications.
+/// Reads the text of --applications.
 Applications applicationsFrom(const std::string& text);
 
-/// "name=text" as an act at the panel.
+/// Reads the text of --set, "name=text".
 Input inputFrom(const std::string& text);
 
-/// Looks at the text of -h: "host", "host:port", or a socket's path.
+/// Checks the text of -h: "host", "host:port", or a socket's path.
 void refuseWrongServer(const std::string& server);
 
-/// Looks at the text of -d: "printer" or "printer/instance".
+/// Checks the text of -d: "printer" or "printer/instance".
 void refuseWrongPrinter(const std::string& printer);
 
-/// As lp asks the server for a letter to whoever prints; none is whoever runs the program.
+/// The option by which lp has the server write a letter to the user; none is the user who runs the program.
 Option letterTo(const std::optional<std::string>& user);
 
 }  // namespace tandemtrim::host
