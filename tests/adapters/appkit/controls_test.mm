@@ -9,8 +9,8 @@ struct ControlClass {
   NSUInteger count;
 };
 
-// The width that a control's text needs. The toolkit draws a question mark for what its font lacks, as it
-// does for the characters of East Asia, which are as wide as the font is high.
+// The width that a control's text needs. The toolkit's font lacks East Asian characters, which are as wide as
+// the font is high, and draws question marks instead.
 CGFloat neededWidth(id control, NSString* text) {
   NSFont* const font = [control font];
   CGFloat width = [[control cell] cellSize].width;
@@ -32,7 +32,7 @@ class ControlsInAHost : public HostedPanelTest {
   NSArray* const kSides = @[ @"Top", @"Bottom", @"Left", @"Right" ];
 };
 
-TEST_F(ControlsInAHost, AreOfTheirClassesOnTheToolkitsOwn) {
+TEST_F(ControlsInAHost, AreOfClassesThatDeriveFromTheToolkits) {
   for (const auto& controlClass : kClasses) {
     EXPECT_EQ([views(controlClass.name) count], controlClass.count) << textOf(controlClass.name);
     EXPECT_EQ([NSClassFromString(controlClass.name) superclass], controlClass.base)
@@ -40,7 +40,7 @@ TEST_F(ControlsInAHost, AreOfTheirClassesOnTheToolkitsOwn) {
   }
 }
 
-TEST_F(ControlsInAHost, GoAlongWithAFlag) {
+TEST_F(ControlsInAHost, AreEnabledAndGreyedByAFlag) {
   for (const auto& controlClass : kClasses) {
     id control = view(controlClass.name);
     EXPECT_TRUE([control conformsToProtocol:NSProtocolFromString(@"ViewComponent")]);
@@ -127,7 +127,7 @@ TEST_F(ControlsInAHost, HaveRoomForTheirTexts) {
 
 using ControlsInTheNib = HostedPanelTest;
 
-// A window may rearrange what the nib says, so the view is in none.
+// A window may change the order that the nib sets, so the view is in no window.
 TEST_F(ControlsInTheNib, FollowOneAnotherInReadingOrder) {
   ASSERT_NO_FATAL_FAILURE(open());
   NSMutableArray* reached = [NSMutableArray array];

@@ -10,7 +10,7 @@ class MarginEntryInAHost : public HostedPanelTest {
   [[nodiscard]] std::string text(NSString* side) { return textOf([box(side) stringValue]); }
 };
 
-// How often the handler of text changes runs, counted around the one of the class.
+// Counts the calls of the class's handler of text changes.
 int handled = 0;
 IMP original = nullptr;
 
@@ -19,7 +19,7 @@ void countAndHandle(id self, SEL selector, NSNotification* notification) {
   reinterpret_cast<void (*)(id, SEL, NSNotification*)>(original)(self, selector, notification);
 }
 
-// A method of one of the bundle's classes, replaced for as long as this lives.
+// Replaces a method of one of the bundle's classes while it exists.
 class Replacing {
  public:
   Replacing(NSString* className, SEL method, IMP by, const char* types)
@@ -54,8 +54,8 @@ void refuseOnTheLeft(id self, SEL /*selector*/, double /*value*/) {
     [NSException raise:NSGenericException format:@"refused"];
 }
 
-// A text cell on a Mac whose region writes numbers in Arabic digits. GNUstep's runtime replaces the method of
-// all cells.
+// Shows numbers as a text cell does on a Mac whose region writes Arabic digits. GNUstep's runtime replaces
+// the method of all cells.
 void showNumbersInArabicDigits(id self, SEL selector, id value) {
   NSMutableString* digits = [NSMutableString string];
   if ([self isKindOfClass:[NSTextFieldCell class]] && [value isKindOfClass:[NSNumber class]]) {
@@ -66,7 +66,7 @@ void showNumbersInArabicDigits(id self, SEL selector, id value) {
   reinterpret_cast<void (*)(id, SEL, id)>(original)(self, selector, value);
 }
 
-TEST_F(MarginEntryInAHost, StepsInPlainDigitsWhateverThoseOfTheRegion) {
+TEST_F(MarginEntryInAHost, StepsInPlainDigitsInAnyRegion) {
   const Replacing region(@"NSTextFieldCell", @selector(setObjectValue:),
                          reinterpret_cast<IMP>(showNumbersInArabicDigits), "v@:@");
   original = region.before();
@@ -82,7 +82,7 @@ TEST_F(MarginEntryInAHost, StepsInPlainDigitsWhateverThoseOfTheRegion) {
     EXPECT_EQ(textOf(stored([NSString stringWithFormat:@"MV%@Margin", side])), "12");
 }
 
-TEST_F(MarginEntryInAHost, KeepsWhatIsRestoredInOtherDigitsUntilItIsEdited) {
+TEST_F(MarginEntryInAHost, KeepsARestoredTextInOtherDigitsUntilItIsEdited) {
   store(@"MVTopMargin", @"١٢");
   ASSERT_NO_FATAL_FAILURE(showOn());
   EXPECT_EQ(text(@"Top"), "١٢");
@@ -90,7 +90,7 @@ TEST_F(MarginEntryInAHost, KeepsWhatIsRestoredInOtherDigitsUntilItIsEdited) {
   EXPECT_EQ(textOf(stored(@"MVTopMargin")), "١٢");
 }
 
-TEST_F(MarginEntryInAHost, WritesTheNumberOfWhateverABoxTakesItFromInPlainDigits) {
+TEST_F(MarginEntryInAHost, WritesANumberThatIsTakenFromAnotherControlInPlainDigits) {
   NSTextField* const taking = [[[NSClassFromString(@"MorvaTTTextBoxKV2") alloc] init] autorelease];
   NSTextField* const given = [[[NSTextField alloc] init] autorelease];
   for (const auto& [number, expected] : {std::pair{@"0", "0"}, std::pair{@"20", "20"},
@@ -101,7 +101,7 @@ TEST_F(MarginEntryInAHost, WritesTheNumberOfWhateverABoxTakesItFromInPlainDigits
   }
 }
 
-TEST_F(MarginEntryInAHost, CorrectsEachEditAndTakesTheStepperAlong) {
+TEST_F(MarginEntryInAHost, CorrectsEachEditAndUpdatesTheStepper) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
     const int limit = static_cast<int>([stepper(side) maxValue]);
@@ -130,7 +130,7 @@ TEST_F(MarginEntryInAHost, RunsTheHandlerOnceForEachEditAndForNoOtherChange) {
   EXPECT_EQ(handled, 4);
 }
 
-TEST_F(MarginEntryInAHost, SubscribesOnceHoweverOftenTheViewIsRequestedAndNoLongerThanThePanelLives) {
+TEST_F(MarginEntryInAHost, SubscribesOnceForAllRequestsForTheViewUntilThePanelEnds) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   const Counting counting;
   NSTextField* const kept = [[box(@"Top") retain] autorelease];
@@ -143,7 +143,7 @@ TEST_F(MarginEntryInAHost, SubscribesOnceHoweverOftenTheViewIsRequestedAndNoLong
   EXPECT_EQ(handled, 1);
 }
 
-TEST_F(MarginEntryInAHost, IsSubscribedToByNoSetUpThatBreaksOff) {
+TEST_F(MarginEntryInAHost, LeavesNoSubscriptionWhereSetUpFails) {
   ASSERT_NO_FATAL_FAILURE(open());
   {
     const Replacing method(@"MorvaTTStepperKV2", @selector(setMaxValue:),
@@ -173,7 +173,7 @@ TEST_F(MarginEntryInAHost, KeepsTheInsertionPointWhereTheTextStaysAsTyped) {
   EXPECT_EQ([editor selectedRange].location, 2U);
 }
 
-TEST_F(MarginEntryInAHost, GoesOnFromWhatTheStepperShows) {
+TEST_F(MarginEntryInAHost, ContinuesFromTheSteppersValue) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   user::replaceText(box(@"Top"), @"7");
   user::step(stepper(@"Top"), 2);
@@ -184,7 +184,7 @@ TEST_F(MarginEntryInAHost, GoesOnFromWhatTheStepperShows) {
   EXPECT_EQ([stepper(@"Top") intValue], 3);
 }
 
-TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNoMarginWithoutTellingATicket) {
+TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNoMarginWithoutChangingOne) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   NSTextField* other = [[[NSClassFromString(@"MorvaTTTextBoxKV2") alloc] init] autorelease];
   [other setValue:@3 forKey:@"min"];
@@ -198,7 +198,7 @@ TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNoMarginWithoutTellingATicket) 
   EXPECT_EQ(text(@"Top"), "5");
 }
 
-TEST_F(MarginEntryInAHost, LeavesWhateverIsNoTextBoxAlone) {
+TEST_F(MarginEntryInAHost, IgnoresNotificationsFromAnythingButTextBoxes) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   NSTextField* const label = view(@"MorvaTTTextLabelKV2");
   NSString* const shown = [[[label stringValue] copy] autorelease];

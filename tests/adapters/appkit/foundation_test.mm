@@ -14,7 +14,7 @@ TEST(Text, CrossesUnchanged) {
   EXPECT_EQ(textOf(nil), "");
 }
 
-// As a text is left when half of a character is deleted.
+// The text that remains when half of a character is deleted.
 TEST(Text, CrossesUnchangedWithHalfASurrogatePair) {
   NSMutableString* torn = [NSMutableString stringWithString:@"3\U0001F6001\U0001F600"];
   for (NSUInteger half = 0; half < [torn length]; ++half) {
@@ -26,7 +26,7 @@ TEST(Text, CrossesUnchangedWithHalfASurrogatePair) {
   EXPECT_EQ(textOf(torn), "3\xED\xA0\xBD\U0001F600");
 }
 
-TEST(Text, HasAReplacementForEachByteThatStandsForNothing) {
+TEST(Text, HasAReplacementForEachInvalidByte) {
   for (const auto& [bytes, text] : {std::pair<std::string, std::string>{"1\xFF\xC3", "1\uFFFD\uFFFD"},
                                     {"\xED\xA0", "\uFFFD\uFFFD"},
                                     {"\xED\xA0(", "\uFFFD\uFFFD("},
@@ -35,7 +35,7 @@ TEST(Text, HasAReplacementForEachByteThatStandsForNothing) {
   }
 }
 
-TEST(FoundationObject, ComesBackAsTheVeryObject) {
+TEST(FoundationObject, ComesBackAsTheSameObject) {
   for (id object : @[ @"text", @12, @2.5, @(true), @[ @1 ], @{@"key" : @2}, [NSData data], [NSDate date] ]) {
     EXPECT_EQ(foundationObjectOf(objectOf(object)), object);
   }

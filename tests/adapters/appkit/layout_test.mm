@@ -21,7 +21,7 @@ class LayoutInAHost : public HostedPanelTest {
   static CGFloat left(NSRect frame) { return NSMinX(frame); }
   static CGFloat right(NSRect frame) { return NSMaxX(frame); }
   void expectNoTwoToOverlap() {
-    // A stepper's and a menu's frame hold space that nothing is drawn in.
+    // The frames of steppers and menus include space that they do not draw in.
     NSArray* const all = [[panel panelView] subviews];
     for (NSUInteger one = 0; one < [all count]; ++one) {
       for (NSUInteger other = one + 1; other < [all count]; ++other) {
@@ -68,8 +68,8 @@ TEST_F(LayoutInAHost, PutsEachLabelBesideItsControlAndItsLimitBehindIt) {
   }
 }
 
-// What macOS draws of a control is smaller than its frame, by these insets.
-TEST_F(LayoutInAHost, LeavesTwentyPointsAround) {
+// macOS draws controls smaller than their frames, by these insets.
+TEST_F(LayoutInAHost, LeavesTwentyPointsAtEachEdge) {
   const NSRect bounds = [[panel panelView] bounds];
   const CGFloat labelInset = 2;
   const CGFloat menuInset = 3;
@@ -82,8 +82,8 @@ TEST_F(LayoutInAHost, LeavesTwentyPointsAround) {
 
 TEST_F(LayoutInAHost, LetsNoTwoControlsOverlap) { expectNoTwoToOverlap(); }
 
-// A dialog gives the panel its own width.
-TEST_F(LayoutInAHost, FillsWhateverWidthItIsGiven) {
+// A dialog resizes the panel to its own width.
+TEST_F(LayoutInAHost, FillsAnyWidth) {
   NSView* const whole = [panel panelView];
   const CGFloat designed = NSWidth([whole frame]);
   std::vector<CGFloat> gaps;

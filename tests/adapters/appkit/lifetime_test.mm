@@ -5,7 +5,7 @@
 
 #import "tests/adapters/appkit/support/damaged_resources.h"
 
-// GNUstep's counts of objects, which its headers declare for debug builds alone.
+// GNUstep's counts of objects, which its headers declare for debug builds only.
 extern "C" {
 BOOL GSDebugAllocationActive(BOOL active);
 int GSDebugAllocationCount(Class counted);
@@ -14,7 +14,7 @@ int GSDebugAllocationCount(Class counted);
 namespace host {
 namespace {
 
-// The classes that the bundle defines, the toolkit's aside.
+// The classes that the bundle defines.
 std::vector<Class> classesOfTheBundle() {
   std::vector<Class> all(static_cast<std::size_t>(objc_getClassList(nullptr, 0)));
   objc_getClassList(all.data(), static_cast<int>(all.size()));
@@ -55,8 +55,8 @@ class LifetimeInAHost : public DamagedResources {
   const Counts before = living();
 };
 
-// Notes the names of these classes, which have a -dealloc of their own, in the order in which their instances
-// go, each with the number of text boxes that are still alive.
+// Records the names of these classes, each with its own -dealloc, in the order in which their instances are
+// deallocated, and how many text boxes are alive at that time.
 class Departures {
  public:
   using Noted = std::vector<std::pair<std::string, int>>;
@@ -87,7 +87,7 @@ class Departures {
   static inline std::map<Class, IMP> originals;
 };
 
-TEST_F(LifetimeInAHost, IsThatOfClassesWhoseNamesCannotClash) {
+TEST_F(LifetimeInAHost, BelongsToClassesWhoseNamesCannotClash) {
   const auto classes = classesOfTheBundle();
   EXPECT_EQ(classes.size(), 14U);
   for (Class one : classes) {
@@ -187,7 +187,7 @@ TEST_F(LifetimeInAHost, EndsForAPanelWhoseListIsReleasedBeforeItsWindow) {
   EXPECT_EQ(living(), before);
 }
 
-TEST_F(LifetimeInAHost, OfWhatAHostRetainsGoesOnWithoutThePanel) {
+TEST_F(LifetimeInAHost, OfObjectsThatAHostRetainsOutlastsThePanel) {
   id controller = nil;
   id info = nil;
   NSMutableDictionary* margins = nil;
@@ -224,7 +224,7 @@ TEST_F(LifetimeInAHost, EndsForARequestThatFails) {
   EXPECT_EQ(living(), before);
 }
 
-TEST_F(LifetimeInAHost, EndsForWhateverAnExceptionKeepsFromBeingMade) {
+TEST_F(LifetimeInAHost, EndsForObjectsWhoseInitialiserRaises) {
   id info = [[NSClassFromString(@"MorvaTTCommonInfoKV2") alloc]
       performSelector:@selector(initWithCallback:bundle:)
            withObject:host

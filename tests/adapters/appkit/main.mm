@@ -9,7 +9,7 @@
 
 namespace {
 
-// Everything that a test leaves to be released goes with the test.
+// Releases what a test leaves in the autorelease pool.
 class PoolForEachTest : public testing::EmptyTestEventListener {
   void OnTestIterationStart(const testing::UnitTest& tests, int) override {
     std::cout << "TANDEM_TRIM_SEED=" << tests.random_seed() << " repeats this order of tests" << std::endl;
@@ -20,9 +20,8 @@ class PoolForEachTest : public testing::EmptyTestEventListener {
   NSAutoreleasePool* pool_ = nil;
 };
 
-// GNUstep hands every selected text to its pasteboard server, from within the edit, and leaves the edit half
-// done where that server does not answer in time, as on a machine that stands still for a while. No test
-// looks there.
+// GNUstep sends every selected text to its pasteboard server from within the edit. If that server does not
+// answer in time, as on a busy machine, the edit is left half done. No test reads that pasteboard.
 void keepSelectionsFromThePasteboardServer() {
   const auto doNothing = [](id, SEL) {};
   class_replaceMethod([NSTextView class], @selector(copySelection), reinterpret_cast<IMP>(+doNothing), "v@:");
@@ -35,7 +34,7 @@ int main(int argc, char** argv) {
   constexpr int kSeeds = 100000;  // GoogleTest takes no larger ones
   if (const char* seed = std::getenv("TANDEM_TRIM_SEED"))
     GTEST_FLAG_SET(random_seed, static_cast<int>(std::stoul(seed) % kSeeds));
-  // The toolkit says why an exception of its own was raised, and GoogleTest could not.
+  // The toolkit reports the reason of its own exceptions; GoogleTest cannot.
   GTEST_FLAG_SET(catch_exceptions, false);
   @autoreleasepool {
     keepSelectionsFromThePasteboardServer();

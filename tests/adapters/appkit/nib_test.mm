@@ -15,8 +15,8 @@ struct Damage {
 
 void PrintTo(const Damage& damage, std::ostream* out) { *out << damage.name; }
 
-// The toolkit finds the nib where the code is, and loads the code once: each damage needs a process of its
-// own, in which the plug-in comes from a damaged copy of the bundle.
+// The toolkit finds the nib where the code is, and loads the code once. So each damage needs a separate
+// process, with a damaged copy of the bundle.
 class DamagedNib : public testing::WithParamInterface<Damage>, public testing::Test {
  protected:
   static void damage(const Damage& damage) {
@@ -37,7 +37,7 @@ class DamagedNib : public testing::WithParamInterface<Damage>, public testing::T
   }
 };
 
-TEST_P(DamagedNib, LeavesTheHostAPanelWithoutAViewAndTheJobAsItWas) {
+TEST_P(DamagedNib, LeavesAPanelWithoutAViewAndTheJobUnchanged) {
   ASSERT_NO_FATAL_FAILURE(damage(GetParam()));
   TestHost* const host = [[[TestHost alloc] initWithPPD:nil] autorelease];
   id<HostedPlugin> plugin = newPlugin();

@@ -16,7 +16,7 @@ class ObjectsInAHost : public HostedPanelTest {
   }
 };
 
-TEST_F(ObjectsInAHost, AnswerFromTheSettingInfoWithTheVeryObjectsThatWereRead) {
+TEST_F(ObjectsInAHost, ReturnTheSameObjectsThatWereReadFromTheSettingInfo) {
   NSDictionary* read = ask(@"settingInfoDictionary");
   EXPECT_EQ(ask(@"settingInfoDictionary"), read);
   EXPECT_FALSE([read isKindOfClass:[NSMutableDictionary class]]);
@@ -71,11 +71,11 @@ class MarginInfoInAHost : public ObjectsInAHost {
   NSMutableDictionary* margins = nil;
 };
 
-TEST_F(MarginInfoInAHost, IsWhatTheLimitsAreReadFrom) {
-  NSNumber* const seven = [NSNumber numberWithInt:17];
-  [margins setObject:[NSDictionary dictionaryWithObject:seven forKey:@"Limit"] forKey:@"Top"];
-  EXPECT_EQ(ask(@"marginLimit:", @"Top"), seven);
-  EXPECT_EQ([[ask(@"marginInfoDictionary") objectForKey:@"Top"] objectForKey:@"Limit"], seven);
+TEST_F(MarginInfoInAHost, IsTheSourceOfTheLimits) {
+  NSNumber* const seventeen = [NSNumber numberWithInt:17];
+  [margins setObject:[NSDictionary dictionaryWithObject:seventeen forKey:@"Limit"] forKey:@"Top"];
+  EXPECT_EQ(ask(@"marginLimit:", @"Top"), seventeen);
+  EXPECT_EQ([[ask(@"marginInfoDictionary") objectForKey:@"Top"] objectForKey:@"Limit"], seventeen);
   [margins setObject:@{@"Limit" : @3} forKey:@"Inner"];
   EXPECT_EQ([ask(@"marginLimit:", @"Inner") intValue], 3);
   [margins setObject:@{} forKey:@"Left"];
@@ -86,16 +86,16 @@ TEST_F(MarginInfoInAHost, IsWhatTheLimitsAreReadFrom) {
   EXPECT_EQ(ask(@"marginLimit:", @"Top"), nil);
 }
 
-TEST_F(MarginInfoInAHost, HoldsFromThenOnForAViewThatIsSetUpLater) {
-  NSNumber* const seven = [NSNumber numberWithInt:17];
-  [margins setObject:[NSDictionary dictionaryWithObject:seven forKey:@"Limit"] forKey:@"Top"];
+TEST_F(MarginInfoInAHost, AppliesToAViewThatIsSetUpLater) {
+  NSNumber* const seventeen = [NSNumber numberWithInt:17];
+  [margins setObject:[NSDictionary dictionaryWithObject:seventeen forKey:@"Limit"] forKey:@"Top"];
   [panel panelView];
-  EXPECT_EQ([box(@"Top") valueForKey:@"max"], seven);
+  EXPECT_EQ([box(@"Top") valueForKey:@"max"], seventeen);
   EXPECT_EQ([stepper(@"Top") maxValue], 17);
   EXPECT_EQ([stepper(@"Bottom") maxValue], 30);
 }
 
-TEST_F(MarginInfoInAHost, CannotDifferFromTheLimitsByAnEntryThatIsChangedLater) {
+TEST_F(MarginInfoInAHost, IgnoresLaterChangesOfAnEntryThatWasSet) {
   NSMutableDictionary* const entry = [NSMutableDictionary dictionaryWithObject:@3 forKey:@"Limit"];
   [margins setObject:entry forKey:@"Top"];
   [entry setObject:@4 forKey:@"Limit"];
@@ -133,7 +133,7 @@ TEST_F(MarginInfoInAHost, IsADictionaryLikeAnyOther) {
   EXPECT_TRUE([margins isEqual:expected]);
 }
 
-TEST_F(ObjectsInAHost, GiveBackTheBundleTheHostAndItsPrintSettings) {
+TEST_F(ObjectsInAHost, ReturnTheBundleTheHostAndItsPrintSettings) {
   EXPECT_EQ(ask(@"bundle"), pluginBundle());
   EXPECT_EQ(ask(@"callback"), host);
   EXPECT_EQ(reinterpret_cast<PMPrintSettings>(ask(@"currentPrintSettings")), [host printSettings]);
@@ -141,7 +141,7 @@ TEST_F(ObjectsInAHost, GiveBackTheBundleTheHostAndItsPrintSettings) {
   EXPECT_EQ(textOf(ask(@"localizedString:", @"no such key")), "no such key");
 }
 
-TEST_F(ObjectsInAHost, HoldTheBoundsOfABoxByTheVeryNumbers) {
+TEST_F(ObjectsInAHost, UseTheSameNumberObjectsAsBoundsOfABox) {
   for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
     EXPECT_EQ([box(side) valueForKey:@"min"], ask(@"defaultMarginMin")) << textOf(side);
     EXPECT_EQ([box(side) valueForKey:@"max"], ask(@"marginLimit:", side)) << textOf(side);

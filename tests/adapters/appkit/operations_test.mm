@@ -13,13 +13,13 @@ TEST_F(PanelInAHost, IsNamedInTheUsersLanguage) {
   EXPECT_EQ(textOf([panel panelName]), textOf(localized(@"TandemTrim")));
 }
 
-TEST_F(PanelInAHost, TellsItsKindByTheObjectThatTheSettingInfoHolds) {
+TEST_F(PanelInAHost, ReturnsTheSameObjectAsItsKindEachTime) {
   ASSERT_NO_FATAL_FAILURE(open());
   EXPECT_EQ(textOf([panel panelKind]), "com.morva.printing.pde.tandemtrim.panel");
   EXPECT_EQ([panel panelKind], [panel panelKind]);
 }
 
-TEST_F(PanelInAHost, GivesTheSameSevenKeywordsEachTimeAndLogsThem) {
+TEST_F(PanelInAHost, ReturnsTheSameSevenKeywordsEachTimeAndLogsThem) {
   ASSERT_NO_FATAL_FAILURE(open());
   testing::internal::CaptureStderr();
   NSArray* keys = [panel supportedPPDOptionKeys];
@@ -44,7 +44,7 @@ TEST_F(PanelInAHost, NeverTouchesTheError) {
   EXPECT_EQ(error, untouched);
 }
 
-TEST_F(PanelInAHost, GivesTheSameControllerAndSettingInformation) {
+TEST_F(PanelInAHost, ReturnsTheSameControllerAndSettingInformation) {
   ASSERT_NO_FATAL_FAILURE(open());
   EXPECT_EQ(textOf(NSStringFromClass([[panel viewController] class])), "MorvaTTViewControllerKV2");
   EXPECT_EQ(textOf(NSStringFromClass([[panel commonInfo] class])), "MorvaTTCommonInfoKV2");
@@ -62,7 +62,7 @@ TEST_F(PanelInAHost, LeavesTheJobAloneUntilItsViewIsRequested) {
   EXPECT_TRUE([[host settings] isEqual:before]);
 }
 
-// Any order of calls is served. A failure names the seed; TANDEM_TRIM_SEED repeats it.
+// A failure names the seed; TANDEM_TRIM_SEED repeats it.
 TEST_F(PanelInAHost, ServesItsOperationsInEveryOrder) {
   const char* given = std::getenv("TANDEM_TRIM_SEED");
   const auto seed = given == nullptr ? std::random_device{}() : static_cast<unsigned>(std::stoul(given));

@@ -32,17 +32,17 @@ class OutletsInAHost : public HostedPanelTest {
   [[nodiscard]] id outlet(NSString* name) {
     return [[panel viewController] performSelector:NSSelectorFromString(name)];
   }
-  // Whether the outlet is what it was when it is given an object, which the caller owns, and nobody keeps
-  // that.
-  [[nodiscard]] bool isLeftAsItWasBy(id object, NSString* name, id controller) {
+  // Sets the outlet to the object, which it then releases. Returns whether the outlet is unchanged and nobody
+  // has retained the object.
+  [[nodiscard]] bool isUnchangedBy(id object, NSString* name, id controller) {
     id const before = outlet(name);
     const NSUInteger owners = [object retainCount];
     @autoreleasepool {
       [controller performSelector:NSSelectorFromString(setterOf(name)) withObject:object];
     }
-    const bool isLeft = outlet(name) == before && [object retainCount] == owners;
+    const bool isUnchanged = outlet(name) == before && [object retainCount] == owners;
     [object release];
-    return isLeft;
+    return isUnchanged;
   }
 };
 
@@ -53,7 +53,7 @@ TEST_F(OutletsInAHost, AreEmptyUntilTheViewIsRequested) {
   EXPECT_FALSE([[[panel viewController] valueForKey:@"viewIsInited"] boolValue]);
 }
 
-TEST_F(OutletsInAHost, AreEachConnectedToAControlOfItsOwn) {
+TEST_F(OutletsInAHost, AreConnectedToOneControlEach) {
   ASSERT_NO_FATAL_FAILURE(open());
   NSView* const view = [panel panelView];
   EXPECT_EQ(outlet(@"tandemTrimView"), view);
@@ -84,7 +84,7 @@ TEST_F(OutletsInAHost, HaveSettersThatKeepTheControl) {
   }
 }
 
-TEST_F(OutletsInAHost, StayAsTheyAreForAnObjectOfAnotherClass) {
+TEST_F(OutletsInAHost, RefuseAnObjectOfAnotherClass) {
   for (const bool isConnected : {false, true}) {
     ASSERT_NO_FATAL_FAILURE(open());
     if (isConnected) [panel panelView];
@@ -93,15 +93,15 @@ TEST_F(OutletsInAHost, StayAsTheyAreForAnObjectOfAnotherClass) {
       const bool isLabel = [className isEqual:@"MorvaTTTextLabelKV2"];
       for (Class const other : {NSClassFromString(isLabel ? @"MorvaTTStepperKV2" : @"MorvaTTTextLabelKV2"),
                                 [NSTextField class], [NSObject class]}) {
-        EXPECT_TRUE(isLeftAsItWasBy([[other alloc] init], name, controller)) << textOf(name);
+        EXPECT_TRUE(isUnchangedBy([[other alloc] init], name, controller)) << textOf(name);
       }
     }
-    EXPECT_TRUE(isLeftAsItWasBy([[NSObject alloc] init], @"tandemTrimView", controller));
+    EXPECT_TRUE(isUnchangedBy([[NSObject alloc] init], @"tandemTrimView", controller));
     close();
   }
 }
 
-TEST_F(OutletsInAHost, BearTheTextsOfTheirSides) {
+TEST_F(OutletsInAHost, HaveTheTextsOfTheirSides) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
     NSString* label = [localized([side stringByAppendingString:@"Margin"]) stringByAppendingString:@":"];

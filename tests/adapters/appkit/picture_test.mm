@@ -7,7 +7,7 @@ namespace {
 
 class PictureOfAPanel : public HostedPanelTest {
  protected:
-  // What the window shows inside its border.
+  // A picture of the window inside its border.
   [[nodiscard]] NSBitmapImageRep* take() {
     handleEvents();
     NSView* const content = [window contentView];
@@ -17,7 +17,7 @@ class PictureOfAPanel : public HostedPanelTest {
     [content unlockFocus];
     return picture;
   }
-  // How many colours there are inside a view: one where nothing is drawn.
+  // The number of colours inside a view; 1 if nothing is drawn.
   [[nodiscard]] static std::size_t colors(NSBitmapImageRep* picture, NSView* view) {
     const NSRect frame = [view frame];
     std::set<NSUInteger> found;
@@ -34,7 +34,7 @@ class PictureOfAPanel : public HostedPanelTest {
   }
 };
 
-// Black and light grey, which the labels are in, are to be read wherever the panel is shown.
+// The labels are black or light grey, which must be readable wherever the panel is shown.
 TEST_F(PictureOfAPanel, HasALightGroundInADarkWindow) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   [window setBackgroundColor:[NSColor blackColor]];

@@ -14,21 +14,21 @@ class PrintSettingsOverADictionary : public testing::Test {
   CFTypeRef value = untouched;
 };
 
-TEST_F(PrintSettingsOverADictionary, GiveTheVeryValueThatWasSet) {
+TEST_F(PrintSettingsOverADictionary, ReturnTheSameObjectThatWasSet) {
   NSString* const stored = [NSString stringWithFormat:@"%d", 12];
   EXPECT_EQ(PMPrintSettingsSetValue(settings, key, (CFTypeRef)stored, NO), kPMNoError);
   EXPECT_EQ(PMPrintSettingsGetValue(settings, key, &value), kPMNoError);
   EXPECT_EQ((id)value, stored);
 }
 
-TEST_F(PrintSettingsOverADictionary, LoseAKeyThatIsSetToNothing) {
+TEST_F(PrintSettingsOverADictionary, LoseAKeyThatIsSetToNull) {
   [entries setObject:@"12" forKey:@"MVTopMargin"];
   EXPECT_EQ(PMPrintSettingsSetValue(settings, key, nullptr, NO), kPMNoError);
   EXPECT_EQ(PMPrintSettingsGetValue(settings, key, &value), kPMKeyOrValueNotFound);
   EXPECT_EQ(value, nullptr);
 }
 
-TEST_F(PrintSettingsOverADictionary, RefuseWhatTheyCannotDo) {
+TEST_F(PrintSettingsOverADictionary, RefuseNullArgumentsAndLocks) {
   EXPECT_EQ(PMPrintSettingsGetValue(nullptr, key, &value), kPMInvalidPrintSettings);
   EXPECT_EQ(PMPrintSettingsGetValue(settings, nullptr, &value), kPMInvalidParameter);
   EXPECT_EQ(PMPrintSettingsGetValue(settings, key, nullptr), kPMInvalidParameter);

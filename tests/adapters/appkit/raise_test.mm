@@ -16,7 +16,7 @@ struct Kind {
   std::string reason;
 };
 
-// Counts how often it goes.
+// Counts its destructions.
 struct Counted {
   explicit Counted(int& count) : count_(count) {}
   Counted(const Counted&) = delete;
@@ -39,7 +39,7 @@ std::pair<NSString*, std::string> caught(void (*raise)(), int& released) {
   return {};
 }
 
-TEST(GuardedWork, RaisesTheToolkitsExceptionForEachOfTheCores) {
+TEST(GuardedWork, TurnsEachExceptionOfTheCoreIntoTheToolkits) {
   for (const Kind& kind : {Kind{raising::invalidArgument, NSInvalidArgumentException, "a %@ 100 %n"},
                            Kind{raising::outOfRange, NSRangeException, "a range"},
                            Kind{raising::badAlloc, NSMallocException, ""},
@@ -60,7 +60,7 @@ TEST(GuardedWork, LetsTheToolkitsOwnExceptionsThrough) {
   EXPECT_EQ(released, 1);
 }
 
-TEST(GuardedWork, GivesItsResult) {
+TEST(GuardedWork, ReturnsItsResult) {
   EXPECT_EQ(guarded([] { return std::string("result"); }), "result");
 }
 

@@ -19,13 +19,13 @@ TEST_F(PanelRequestInAHost, NeedsABundle) {
   [static_cast<id>(other) release];
 }
 
-TEST_F(PanelRequestInAHost, GivesOnePanelThatTheListAloneHolds) {
+TEST_F(PanelRequestInAHost, ReturnsOnePanelThatOnlyTheListRetains) {
   ASSERT_NO_FATAL_FAILURE(open());
   EXPECT_EQ(textOf(NSStringFromClass([static_cast<id>(panel) class])), "MorvaTTPdePanelKV2");
   EXPECT_EQ([static_cast<id>(panel) retainCount], 1U);
 }
 
-TEST_F(PanelRequestInAHost, GivesNoneForAnotherType) {
+TEST_F(PanelRequestInAHost, ReturnsNilForAnotherType) {
   for (NSString* type in @[
          @"", @"bdb091f4-e57f-11d3-b5cc-0050e4603277", @"6E6ED964-B738-11D3-952F-0050E4603277",
          @" BDB091F4-E57F-11D3-B5CC-0050E4603277"
@@ -36,11 +36,11 @@ TEST_F(PanelRequestInAHost, GivesNoneForAnotherType) {
   EXPECT_EQ([[host settings] count], 0U);
 }
 
-TEST_F(PanelRequestInAHost, GivesNoneWithoutAHost) {
+TEST_F(PanelRequestInAHost, ReturnsNilWithoutAHost) {
   EXPECT_EQ([plugin PDEPanelsForType:kPrintDialogType withHostInfo:nil], nil);
 }
 
-TEST_F(PanelRequestInAHost, GivesANewPanelEachTime) {
+TEST_F(PanelRequestInAHost, ReturnsANewPanelEachTime) {
   NSArray* one = [plugin PDEPanelsForType:kPrintDialogType withHostInfo:host];
   NSArray* other = [plugin PDEPanelsForType:kPrintDialogType withHostInfo:host];
   EXPECT_NE(one, other);

@@ -7,7 +7,7 @@ namespace {
 
 NSData* dataOf(const char* bytes) { return [NSData dataWithBytes:bytes length:strlen(bytes)]; }
 
-TEST_F(DamagedResources, AreGoodAtFirstAndNotThoseOfAnotherBundle) {
+TEST_F(DamagedResources, AreIntactAtFirstInASeparateBundle) {
   EXPECT_EQ([panels() count], 1U);
   EXPECT_NE([plugin bundle], pluginBundle());
   NSBundle* const first = [plugin bundle];
@@ -49,8 +49,8 @@ TEST_F(DamagedResources, WithAMarginDefaultThatIsNoNumberRaiseTheToolkitsInvalid
   EXPECT_EQ(exceptionOf([&] { (void)panels(); }), "NSInvalidArgumentException");
 }
 
-// A bound that is missing counts as 0, and as nothing where it is the limit itself. Without a PPD file the
-// limit is the property list's.
+// A missing bound counts as 0, but cannot be the limit itself. Without a PPD file the limit is the property
+// list's.
 TEST_F(DamagedResources, WithoutABoundRaiseOnlyWhereTheBoundIsTheLimit) {
   struct Bounds {
     NSNumber* min;
@@ -85,8 +85,8 @@ TEST_F(DamagedResources, WithoutABoundRaiseOnlyWhereTheBoundIsTheLimit) {
   }
 }
 
-// The toolkit has but one object of each small number, so the numbers here are none of those.
-TEST_F(DamagedResources, WithOtherBoundsGiveTheVeryNumbersEachTime) {
+// The toolkit shares one object for each small number, so these are large.
+TEST_F(DamagedResources, WithOtherBoundsReturnTheSameNumberObjectsEachTime) {
   change(@"DefaultValue", @"MarginMin", @1017);
   change(@"DefaultValue", @"MarginMax", @1019);
   change(@"DefaultValue", @"MarginLimit", @1018);
@@ -108,7 +108,7 @@ TEST_F(DamagedResources, WithOtherBoundsGiveTheVeryNumbersEachTime) {
   }
 }
 
-TEST_F(DamagedResources, WithoutAWordingKeepTheViewFromComingUpAndNothingElse) {
+TEST_F(DamagedResources, WithoutAWordingPreventOnlyTheView) {
   change(@"Wording", @"MinLabelForValueRange", nil);
   id<HostedPanel> unshown = [panels() objectAtIndex:0];
   EXPECT_EQ(exceptionOf([&] { [unshown panelView]; }), "NSInvalidArgumentException");
@@ -117,7 +117,7 @@ TEST_F(DamagedResources, WithoutAWordingKeepTheViewFromComingUpAndNothingElse) {
   EXPECT_EQ([[unshown summaryInfo] count], 1U);
 }
 
-TEST_F(DamagedResources, WithoutStringTablesSpeakInKeys) {
+TEST_F(DamagedResources, WithoutStringTablesShowKeys) {
   for (NSString* name in [[NSFileManager defaultManager] contentsOfDirectoryAtPath:resource(@"")
                                                                              error:nullptr]) {
     if ([[name pathExtension] isEqual:@"lproj"]) remove(name);
@@ -128,7 +128,7 @@ TEST_F(DamagedResources, WithoutStringTablesSpeakInKeys) {
   EXPECT_NE([silent panelView], nil);
 }
 
-TEST_F(DamagedResources, WithBrokenStringTablesSpeakInKeys) {
+TEST_F(DamagedResources, WithBrokenStringTablesShowKeys) {
   for (NSString* name in [[NSFileManager defaultManager] contentsOfDirectoryAtPath:resource(@"")
                                                                              error:nullptr]) {
     if ([[name pathExtension] isEqual:@"lproj"])
@@ -138,7 +138,7 @@ TEST_F(DamagedResources, WithBrokenStringTablesSpeakInKeys) {
   EXPECT_EQ(textOf([[panels() objectAtIndex:0] panelName]), "TandemTrim");
 }
 
-TEST_F(DamagedResources, InAPrintersPpdAreMadeUpForByTheSettingInfo) {
+TEST_F(DamagedResources, WithoutAPpdTakeTheLimitFromTheSettingInfo) {
   TestHost* const bare = [[[TestHost alloc] initWithPPD:nil] autorelease];
   id<HostedPanel> limited = [[plugin PDEPanelsForType:kPrintDialogType withHostInfo:bare] objectAtIndex:0];
   id info = [limited commonInfo];

@@ -5,8 +5,8 @@ namespace {
 
 class JobInAHost : public HostedPanelTest {
  protected:
-  // The toolkit makes no string at once of halves of surrogate pairs, and takes a byte order mark at the
-  // beginning for none of the text.
+  // Appends each unit, as the toolkit makes no string from half a surrogate pair, and leaves out a byte order
+  // mark at the beginning.
   [[nodiscard]] static NSString* stringOf(const std::u16string& units) {
     NSMutableString* string = [NSMutableString string];
     for (const unichar unit : units) [string appendFormat:@"%C", unit];
@@ -18,7 +18,7 @@ class JobInAHost : public HostedPanelTest {
       units[index] = [string characterAtIndex:index];
     return units;
   }
-  // What a user sets up, by the controls that a user sees.
+  // Sets values through the controls, as a user does.
   void setUpAsAUser() {
     ASSERT_TRUE(user::click(titled(@"MorvaTTCheckBoxKV2", localized(@"EnableTandemTrim"))));
     for (NSString* choice in @[ localized(@"ShortEdgeFeed"), localized(@"Right") ]) {
@@ -40,7 +40,7 @@ class JobInAHost : public HostedPanelTest {
   };
 };
 
-TEST_F(JobInAHost, HoldsWhatAUserSetUpOnceItIsSaved) {
+TEST_F(JobInAHost, HasTheUsersValuesOnceTheyAreSaved) {
   ASSERT_NO_FATAL_FAILURE(show());
   NSDictionary* before = [[[host settings] copy] autorelease];
   ASSERT_NO_FATAL_FAILURE(setUpAsAUser());
@@ -101,8 +101,8 @@ TEST_F(JobInAHost, KeepsItsSwitchWhenTheDefaultsAreRestored) {
   EXPECT_TRUE([[host settings] isEqual:expected]) << textOf([[host settings] description]);
 }
 
-// The number's own text is what a box of the toolkit shows of it.
-TEST_F(JobInAHost, MayHoldNumbersWhereThePanelStoresTexts) {
+// A box of the toolkit shows the number's own text.
+TEST_F(JobInAHost, MayContainNumbersWhereThePanelStoresTexts) {
   for (NSNumber* number in @[ @12, @-7, @2.5, @0.1, @1e20, @(true), [NSNumber numberWithFloat:12.3F] ]) {
     [[host settings] setObject:number forKey:@"MVTopMargin"];
     ASSERT_NO_FATAL_FAILURE(show());
@@ -141,7 +141,7 @@ TEST_F(JobInAHost, KeepsAMarginTextThatNobodyEditsUnitForUnit) {
   }
 }
 
-TEST_F(JobInAHost, LosesAChoiceThatNoItemStandsFor) {
+TEST_F(JobInAHost, LosesAChoiceThatNoItemHas) {
   store(@"MVTandemTrim", @"On");
   store(@"MVPrintPosition", @"Nowhere");
   ASSERT_NO_FATAL_FAILURE(show());

@@ -7,7 +7,7 @@ namespace {
 
 using Outlets = NSDictionary*;
 
-// What an object is called among the outlets; the owner and what belongs to nobody have names of their own.
+// The name of an object among the outlets, or a word for nil, the owner and any other object.
 NSString* nameOf(id object, Outlets outlets, id owner) {
   if (object == nil) return @"nobody";
   if (object == owner) return @"the owner";
@@ -15,13 +15,13 @@ NSString* nameOf(id object, Outlets outlets, id owner) {
   return [names count] == 1 ? [names objectAtIndex:0] : @"another";
 }
 
-// What the nib says of the objects of a class, but for the texts and colours that the panel sets by itself.
-// GNUstep takes other things for left out than macOS: whether a label can be edited, and where a plain button
-// has an image.
+// The properties that the nib sets for objects of a class, except the texts and colours that the panel sets.
+// Two are left out as GNUstep's defaults are not macOS's: whether a label can be edited, and where a plain
+// button has an image.
 struct {
   NSString* className;
   std::vector<NSString*> keys;
-} const kSaid[]{
+} const kProperties[]{
     {@"NSView", {@"class", @"frame", @"autoresizingMask"}},
     {@"NSControl", {@"alignment", @"font", @"isContinuous", @"cell.formatter.class"}},
     {@"NSTextField",
@@ -34,26 +34,26 @@ struct {
     {@"NSPopUpButton", {@"numberOfItems", @"pullsDown", @"cell.lineBreakMode"}},
 };
 
-// That of a view, and what it is connected with.
+// The properties of a view and its connections.
 std::string describe(NSView* view, Outlets outlets, id owner) {
-  NSMutableString* said = [NSMutableString string];
-  for (const auto& [className, keys] : kSaid) {
+  NSMutableString* description = [NSMutableString string];
+  for (const auto& [className, keys] : kProperties) {
     if (![view isKindOfClass:NSClassFromString(className)]) continue;
-    for (NSString* key : keys) [said appendFormat:@"%@: %@\n", key, [view valueForKeyPath:key]];
+    for (NSString* key : keys) [description appendFormat:@"%@: %@\n", key, [view valueForKeyPath:key]];
   }
-  [said appendFormat:@"in %@, then %@\n", nameOf([view superview], outlets, owner),
-                     nameOf([view nextKeyView], outlets, owner)];
+  [description appendFormat:@"in %@, then %@\n", nameOf([view superview], outlets, owner),
+                            nameOf([view nextKeyView], outlets, owner)];
   if ([view isKindOfClass:[NSControl class]]) {
     NSControl* const control = (NSControl*)view;
-    [said appendFormat:@"sends %@ to %@", NSStringFromSelector([control action]),
-                       nameOf([control target], outlets, owner)];
+    [description appendFormat:@"sends %@ to %@", NSStringFromSelector([control action]),
+                              nameOf([control target], outlets, owner)];
   }
-  return textOf(said);
+  return textOf(description);
 }
 
 class ViewInAHost : public HostedPanelTest {};
 
-// Whether the panel's view was made of the nib's file or by code.
+// This holds for a view that is made from the nib's file and for one that is made by code.
 TEST_F(ViewInAHost, IsWhatTheNibDescribes) {
   ASSERT_NO_FATAL_FAILURE(open());
   [panel panelView];

@@ -4,7 +4,7 @@
 namespace host {
 namespace {
 
-// What macOS reads of the nib and GNUstep does not.
+// The parts of the nib that macOS reads and GNUstep does not.
 class Xib : public testing::Test {
  protected:
   [[nodiscard]] NSArray* nodes(NSString* path) const {
@@ -17,7 +17,7 @@ class Xib : public testing::Test {
     NSString* value = [[element attributeForName:name] stringValue];
     return value == nil ? "" : [value UTF8String];
   }
-  // The name in the nib of what an object's accessibility title is taken from, or empty.
+  // The nib's name of the object that provides another one's accessibility title, or empty.
   [[nodiscard]] std::string titleOf(NSString* object) const {
     NSArray* connections = nodes([NSString
         stringWithFormat:@"//*[@userLabel='%@']/connections/accessibilityConnection[@property='title']",
@@ -44,7 +44,7 @@ TEST_F(Xib, NamesEveryControlWithoutATitleByItsLabel) {
   }
 }
 
-TEST_F(Xib, GivesEveryObjectAnIdentityOfItsOwnAndEveryConnectionAnEnd) {
+TEST_F(Xib, GivesEveryObjectAUniqueIdAndEveryConnectionAnEnd) {
   NSMutableSet* identities = [NSMutableSet set];
   NSArray* const identified = nodes(@"//*[@id]");
   for (NSXMLElement* element in identified)
@@ -58,7 +58,7 @@ TEST_F(Xib, GivesEveryObjectAnIdentityOfItsOwnAndEveryConnectionAnEnd) {
   }
 }
 
-TEST_F(Xib, PutsTheFormatterOnTheFourSteppersAlone) {
+TEST_F(Xib, PutsTheFormatterOnTheFourSteppersOnly) {
   NSArray* const formatters =
       nodes(@"/document/objects/customObject[@customClass='MorvaTTDecimalFormatterKV2']");
   ASSERT_EQ([formatters count], 1U);

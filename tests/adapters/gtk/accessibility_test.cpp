@@ -12,15 +12,15 @@
 namespace tandemtrim::test {
 namespace {
 
-/// What a screen reader is told of one control.
-struct Told {
+/// A control as a screen reader reads it.
+struct Accessible {
   std::string role;
   std::string name;
   std::string description;
 };
 
-// The reader is a program of its own, which this one answers while it runs.
-std::vector<Told> toldOfThisProgram() {
+// The reader is a separate program, which this one answers while it runs.
+std::vector<Accessible> accessiblesOfThisProgram() {
   const auto process = std::to_string(getpid());
   GError* error = nullptr;
   auto* const reader = g_subprocess_new(G_SUBPROCESS_FLAGS_STDOUT_PIPE, &error, "/usr/bin/python3",
@@ -46,33 +46,33 @@ std::vector<Told> toldOfThisProgram() {
   waitUntil("the screen reader", [&] { return done; });
   g_object_unref(reader);
 
-  std::vector<Told> told;
+  std::vector<Accessible> accessibles;
   std::istringstream lines(output);
   for (std::string line; std::getline(lines, line);) {
     std::istringstream fields(line);
-    Told& control = told.emplace_back();
+    Accessible& control = accessibles.emplace_back();
     std::getline(fields, control.role, '\t');
     std::getline(fields, control.name, '\t');
     std::getline(fields, control.description, '\t');
   }
-  return told;
+  return accessibles;
 }
 
-bool isControl(const Told& told) {
+bool isControl(const Accessible& one) {
   static const std::set<std::string> kRoles{"check box", "combo box", "push button", "spin button", "image"};
-  return kRoles.contains(told.role);
+  return kRoles.contains(one.role);
 }
 
-std::vector<Told> controlsTold() {
-  auto told = toldOfThisProgram();
-  std::erase_if(told, [](const Told& one) { return !isControl(one); });
-  return told;
+std::vector<Accessible> accessibleControls() {
+  auto accessibles = accessiblesOfThisProgram();
+  std::erase_if(accessibles, [](const Accessible& one) { return !isControl(one); });
+  return accessibles;
 }
 
-TEST(ScreenReader, SpeaksOfEachControlInTheOrderOfTheKeyboard) {
+TEST(ScreenReader, ReadsEachControlInTheOrderOfTheKeyboard) {
   ShownPanel shown;
   std::vector<std::string> spoken;
-  for (const auto& [role, name, description] : controlsTold())
+  for (const auto& [role, name, description] : accessibleControls())
     spoken.push_back(role + " | " + name + " | " + description);
   EXPECT_THAT(spoken,
               testing::ElementsAre(
@@ -90,7 +90,7 @@ TEST(ScreenReader, SpeaksOfEachControlInTheOrderOfTheKeyboard) {
                   "push button | Restore Defaults | "));
 }
 
-TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
+TEST(ScreenReader, ReadsWhatThePictureOfTheSheetShows) {
   ShownPanel shown;
   shown.view().setPaperSize(215.9, 279.4);
   shown.user().focus(shown.widget("positionPopUp"));
@@ -98,38 +98,38 @@ TEST(ScreenReader, HearsOfTheSheetWhatThePictureShows) {
   shown.user().focus(shown.widget("textBoxMarginLeft"));
   shown.user().press(XK_a, XK_Control_L);
   shown.user().type("8");
-  const auto told = controlsTold();
-  const auto image = std::ranges::find(told, "image", &Told::role);
-  ASSERT_NE(image, told.end());
+  const auto accessibles = accessibleControls();
+  const auto image = std::ranges::find(accessibles, "image", &Accessible::role);
+  ASSERT_NE(image, accessibles.end());
   EXPECT_THAT(image->name, testing::StartsWith("216 \u00D7 279 mm; "));
   EXPECT_THAT(image->name, testing::HasSubstr("Print Position: Right; "));
   EXPECT_THAT(image->name, testing::HasSubstr("Left Margin: 8 mm; "));
-  const auto position = std::ranges::find(told, "Right", &Told::description);
-  EXPECT_NE(position, told.end());
+  const auto position = std::ranges::find(accessibles, "Right", &Accessible::description);
+  EXPECT_NE(position, accessibles.end());
 }
 
-TEST(ScreenReader, HearsOfThePageWhatIsNotedAboutIt) {
+TEST(ScreenReader, ReadsTheNoteAboutThePage) {
   ShownPanel shown;
   shown.view().showPage(std::make_shared<platform::PageImage>(
       platform::PageImage{1, 1, {0}, 0, 0, 210, 297, std::array{2.0, 9.0, 9.0, 9.0}, "Page 2 of 5"}));
   const std::string note = "The page has content in: Top Margin (up to 3 mm)";
-  const auto told = toldOfThisProgram();
-  const auto label = std::ranges::find(told, note, &Told::name);
-  ASSERT_NE(label, told.end());
+  const auto accessibles = accessiblesOfThisProgram();
+  const auto label = std::ranges::find(accessibles, note, &Accessible::name);
+  ASSERT_NE(label, accessibles.end());
   EXPECT_EQ(label->role, "label");
   EXPECT_EQ(label->description, "");
-  const auto image = std::ranges::find(told, "image", &Told::role);
+  const auto image = std::ranges::find(accessibles, "image", &Accessible::role);
   EXPECT_THAT(image->name, testing::EndsWith("; Page 2 of 5; " + note));
   EXPECT_EQ(shown.view().pageNote(), note);
 }
 
-// What the panel makes of the text is the description as long as the box has the focus.
-TEST(ScreenReader, HearsEachNumberThatThePanelPutsInPlaceOfTheUsers) {
+// While the box has the focus, its description is the number that the panel has set.
+TEST(ScreenReader, ReadsEachNumberThatThePanelSets) {
   ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}});
   auto& user = shown.user();
   const auto description = [] {
-    const auto told = controlsTold();
-    return std::ranges::find(told, "Top Margin:", &Told::name)->description;
+    const auto accessibles = accessibleControls();
+    return std::ranges::find(accessibles, "Top Margin:", &Accessible::name)->description;
   };
   user.focus(shown.widget("textBoxMarginTop"));
   EXPECT_EQ(description(), "mm   (0 to 20)");
@@ -144,23 +144,23 @@ TEST(ScreenReader, HearsEachNumberThatThePanelPutsInPlaceOfTheUsers) {
   waitUntil("the limits", [&] { return description() == "mm   (0 to 20)"; });
 }
 
-TEST(ScreenReader, HearsTheItemsOfAMenuThatIsOpen) {
+TEST(ScreenReader, ReadsTheItemsOfAnOpenMenu) {
   ShownPanel shown;
   gtk_menu_button_popup(GTK_MENU_BUTTON(shown.widget("positionPopUp")));
   std::vector<std::string> spoken;
-  for (const auto& [role, name, description] : toldOfThisProgram()) {
+  for (const auto& [role, name, description] : accessiblesOfThisProgram()) {
     if (role.starts_with("list")) spoken.push_back(role + " | " + name);
   }
   EXPECT_THAT(spoken, testing::ElementsAre("list | Print Position:", "list item | Left", "list item | Center",
                                            "list item | Right"));
 }
 
-TEST(ScreenReader, HearsANameForEachControlInEveryLanguage) {
+TEST(ScreenReader, ReadsANameForEachControlInEveryLanguage) {
   for (const std::string language : kLanguages) {
     ShownPanel shown({.language = language});
-    const auto told = controlsTold();
-    EXPECT_EQ(told.size(), 11U) << language;
-    for (const auto& [role, name, description] : told) {
+    const auto accessibles = accessibleControls();
+    EXPECT_EQ(accessibles.size(), 11U) << language;
+    for (const auto& [role, name, description] : accessibles) {
       EXPECT_THAT(name, testing::Not(testing::IsEmpty())) << role << " in " << language;
       EXPECT_THAT(name, testing::Not(testing::HasSubstr("_"))) << role << " in " << language;
       EXPECT_THAT(name, testing::Not(testing::HasSubstr("Gtk"))) << role << " in " << language;

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Prints what a screen reader is told of every control of a program: role, name and description, a line each, by tabs."""
+"""Prints role, name and description of each accessible object of a program, one object a line, separated by tabs."""
 
 import sys
 
@@ -18,7 +18,7 @@ def show(node):
 
 
 def described(node):
-    """The own description, or the texts of what it is said to be described by."""
+    """The node's own description and the names of the nodes that describe it."""
     texts = [node.get_description() or ""]
     for relation in node.get_relation_set():
         if relation.get_relation_type() == Atspi.RelationType.DESCRIBED_BY:

@@ -17,7 +17,7 @@ const auto kLabels = [] {
   return labels;
 }();
 
-// The background is the colour of most pixels, the text what stands out most from it.
+// The background is the most frequent colour, the text the one with most contrast to it.
 double contrastOfText(const Picture& picture) {
   const auto pixels = picture.pixels();
   std::map<std::array<std::uint8_t, 3>, int> counts;
@@ -43,9 +43,9 @@ class LabelColours : public testing::TestWithParam<bool> {
   }
 };
 
-TEST_P(LabelColours, AreReadEasilyWhileTheFunctionIsOn) { expectContrast("On", 4.5, 22); }
+TEST_P(LabelColours, AreEasyToReadWhileTheFunctionIsOn) { expectContrast("On", 4.5, 22); }
 
-TEST_P(LabelColours, AreDimmedButReadWhileItIsOff) { expectContrast("Off", 3, 9); }
+TEST_P(LabelColours, AreDimmedButReadableWhileItIsOff) { expectContrast("Off", 3, 9); }
 
 INSTANTIATE_TEST_SUITE_P(LightAndDark, LabelColours, testing::Bool(),
                          [](const auto& dark) { return std::string(dark.param ? "Dark" : "Light"); });

@@ -16,7 +16,7 @@ const std::vector<std::string> kFromTopToBottom{
     "tandemTrimValid",     "directionPopUp",    "positionPopUp",      "textBoxMarginTop",
     "textBoxMarginBottom", "textBoxMarginLeft", "textBoxMarginRight", "defaultButton"};
 
-// The name in the nib of the control that has the keyboard.
+// The nib's name of the control that has the focus.
 std::string focused(ShownPanel& shown) {
   for (auto* widget = gtk_root_get_focus(GTK_ROOT(shown.window())); widget != nullptr;
        widget = gtk_widget_get_parent(widget)) {
@@ -41,7 +41,7 @@ TEST_P(KeyboardInALanguage, GoesFromTopToBottomAndBack) {
   EXPECT_EQ(focused(shown), "textBoxMarginRight");
 }
 
-TEST_P(KeyboardInALanguage, MarksALetterOfEachControlsTitleOrBehindIt) {
+TEST_P(KeyboardInALanguage, MarksAnotherAccessLetterForEachControl) {
   ShownPanel shown({.language = GetParam()});
   std::set<guint> letters;
   for (auto* const label : widgetsOf(shown.root(), GTK_TYPE_LABEL)) {
@@ -53,7 +53,7 @@ TEST_P(KeyboardInALanguage, MarksALetterOfEachControlsTitleOrBehindIt) {
 
 INSTANTIATE_TEST_SUITE_P(Languages, KeyboardInALanguage, testing::ValuesIn(kLanguages));
 
-TEST(Mnemonic, MovesTheKeyboardToTheBoxOfItsLabelAlwaysByTheSameLetter) {
+TEST(Mnemonic, MovesTheFocusToTheBoxOfItsLabelInThePrintDialogToo) {
   struct Keys {
     const char* language;
     const char* ofMargins;
@@ -95,7 +95,7 @@ void awaitList(ShownPanel& shown, bool open) {
   waitUntil(open ? "the list" : "the end of the list", [&] { return isOpen(shown) == open; });
 }
 
-// The item of the open list that has the keyboard.
+// The item of the open list that has the focus.
 std::string itemAtKeyboard(ShownPanel& shown) {
   auto* const row = gtk_root_get_focus(GTK_ROOT(shown.window()));
   const auto labels = widgetsOf(row, GTK_TYPE_LABEL);
@@ -127,7 +127,7 @@ TEST(MenuByKeys, OpensAtItsChoice) {
   }
 }
 
-TEST(MenuByKeys, ChoosesTheItemThatIsGoneTo) {
+TEST(MenuByKeys, ChoosesTheItemThatTheKeysMoveTo) {
   for (const auto& [go, choose, expected] :
        {std::tuple{XK_Down, XK_Return, "Right"}, std::tuple{XK_Up, XK_space, "Left"},
         std::tuple{XK_Home, XK_Return, "Left"}, std::tuple{XK_End, XK_space, "Right"}}) {
@@ -191,7 +191,7 @@ TEST(MenuByKeys, ChoosesTheItemThatIsTyped) {
   EXPECT_EQ(focused(shown), "positionPopUp");
 }
 
-TEST(MenuByKeys, GoesInTheOpenListToTheItemThatIsTyped) {
+TEST(MenuByKeys, MovesInTheOpenListToTheItemThatIsTyped) {
   ShownPanel shown;
   auto& user = shown.user();
   user.focus(shown.widget("positionPopUp"));
@@ -205,7 +205,7 @@ TEST(MenuByKeys, GoesInTheOpenListToTheItemThatIsTyped) {
   EXPECT_EQ(choice(shown), "Left");
 }
 
-// The height of a row, where its title begins, and how far behind the title its check mark does.
+// The height of a row, the place of its title, and how far behind the title its check mark is.
 std::vector<float> look(GtkWidget* row) {
   graphene_rect_t whole{};
   graphene_rect_t title{};
@@ -242,7 +242,7 @@ TEST(Menu, LooksLikeTheToolkitsOwn) {
   waitUntil("the end of the toolkit's list", [&] { return !gtk_widget_get_mapped(popover); });
 }
 
-TEST(Menu, HasACheckMarkAtItsChoiceAlone) {
+TEST(Menu, HasACheckMarkAtItsChoiceOnly) {
   ShownPanel shown;
   auto* const menu = shown.widget("positionPopUp");
   for (const auto& chosen : {std::vector<double>{0, 1, 0}, std::vector<double>{0, 0, 1}}) {

@@ -12,7 +12,7 @@
 namespace tandemtrim::test {
 namespace {
 
-// Where a widget begins and ends for a user who reads in its direction.
+// The edges of a widget in its reading direction.
 struct Edges {
   float leading, trailing, top, bottom;
 };
@@ -34,7 +34,7 @@ float trailingEdge(ShownPanel& shown, const std::string& name) {
   return edgesIn(shown.window(), shown.widget(name)).trailing;
 }
 
-// What forms have in common that look alike.
+// Measures that are equal in forms that look alike.
 struct Form {
   std::array<float, 4> toTheEdgesOfThePage{};
   std::size_t labelsBeginAt = 0;
@@ -42,7 +42,7 @@ struct Form {
   float betweenRows = 0;
 };
 
-// The titles and the controls behind them, in the first two columns of a grid on a page of a notebook.
+// Measures a grid on a page of a notebook, with titles in the first column and controls in the second.
 Form formOf(GtkWidget* grid) {
   auto* page = grid;
   while (GTK_IS_STACK(gtk_widget_get_parent(page)) == FALSE) page = gtk_widget_get_parent(page);
@@ -119,7 +119,7 @@ TEST_P(LayoutInALanguage, HasTheMarginsAndGapsOfThePrintDialogsOwnPages) {
   EXPECT_EQ(own.betweenRows, gtks.betweenRows);
 }
 
-// The panel's words begin at the right in Arabic, while those of the unit are Latin.
+// In Arabic the panel reads from the right, while the unit is in Latin letters.
 TEST(LayoutInArabic, ReadsTheLimitsBesideABoxFromTheRight) {
   ShownPanel shown({.language = "ar"});
   shown.user().awaitFrame();
@@ -137,7 +137,7 @@ TEST(LayoutInArabic, ReadsTheLimitsBesideABoxFromTheRight) {
   }
 }
 
-// The control's own label, which may be the part of a menu's button.
+// The labels include those inside a menu's button.
 TEST_P(LayoutInALanguage, ClipsNoTextAtAnySize) {
   for (const double scale : {1.0, 1.5, 2.0}) {
     ShownPanel shown({.language = GetParam(),

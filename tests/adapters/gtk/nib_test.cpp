@@ -13,7 +13,7 @@ namespace {
 
 using platform::gtk::Panel;
 
-// An owner that writes down what a nib connects to it.
+// An owner that records what a nib connects to it.
 class Owner : public platform::NibOwner {
  public:
   [[nodiscard]] std::vector<std::string_view> outletNames() const override {
@@ -29,7 +29,7 @@ class Owner : public platform::NibOwner {
   std::vector<std::pair<std::string, platform::NibObject*>> actions;
 };
 
-// A view that holds the objects, and others beside it.
+// A nib whose view contains `objects`, with `others` outside the view.
 std::string nib(const std::string& objects, const std::string& others = "") {
   return "<interface>" + others + R"(<object class="GtkBox" id="tandemTrimView">)" + objects +
          "</object></interface>";
@@ -59,7 +59,7 @@ class GtkNib : public testing::Test {
   }
 };
 
-TEST_F(GtkNib, ConnectsWhatItHas) {
+TEST_F(GtkNib, ConnectsOnlyTheOutletsThatItHas) {
   load(nib(object("GtkLabel", "labelMarginTop")));
   EXPECT_THAT(owner.outlets, testing::SizeIs(2));
   EXPECT_TRUE(isConnected<MorvaTTTextLabelKV2>("labelMarginTop"));
@@ -118,7 +118,7 @@ TEST_F(GtkNib, KeepsTheItemsOfItsMenusInOrder) {
   EXPECT_THROW((void)menu.itemAtIndex(2), std::out_of_range);
 }
 
-TEST_F(GtkNib, ThatIsMissingIsReportedToTheCallerAlone) {
+TEST_F(GtkNib, ThatIsMissingIsReportedToTheCaller) {
   EXPECT_FALSE(platform::loadNibNamed("Other", owner));
   EXPECT_TRUE(owner.outlets.empty());
 }
@@ -128,13 +128,13 @@ TEST_F(GtkNib, OfAnotherFormatIsRefused) {
   EXPECT_THROW(load("no nib"), Glib::Error);
 }
 
-TEST_F(GtkNib, StandsInTheBundleByItsName) {
+TEST_F(GtkNib, IsFoundInTheBundleByItsName) {
   EXPECT_TRUE(platform::loadNibNamed("TandemTrim", owner));
   EXPECT_EQ(owner.outlets.size(), owner.outletNames().size());
 }
 
 // An exception that left a handler of the main loop would end the host's program.
-TEST_F(GtkNib, GoesOnInSilenceAfterAnActionThatRaises) {
+TEST_F(GtkNib, KeepsWorkingAfterAnActionThatRaises) {
   struct Raising : Owner {
     void performAction(std::string_view name, platform::NibObject* sender) override {
       Owner::performAction(name, sender);

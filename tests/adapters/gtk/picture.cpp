@@ -68,7 +68,7 @@ Picture::Picture(GtkWidget* widget) {
   gdk_texture_download(texture.get(), bytes_.data(), stride_);
 }
 
-// Cairo's order on the machines of today: blue, green, red, opacity.
+// Cairo's order on little-endian machines: blue, green, red, opacity.
 Colour Picture::at(int x, int y) const {
   const auto first = static_cast<std::size_t>(y) * stride_ + static_cast<std::size_t>(x) * kBytesOfPixel;
   return {.red = bytes_.at(first + 2), .green = bytes_.at(first + 1), .blue = bytes_.at(first)};

@@ -24,7 +24,7 @@ struct Colour {
 /// for accessible content on the web compute it.
 double contrast(Colour one, Colour other);
 
-/// What a widget in a shown window looks like now, with what its window paints behind it.
+/// A picture of a widget in a shown window, with what its window paints behind it.
 class Picture {
  public:
   explicit Picture(GtkWidget* widget);

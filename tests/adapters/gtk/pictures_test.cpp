@@ -26,7 +26,7 @@ const Shot kShots[] = {
 
 class PanelPicture : public testing::TestWithParam<Shot> {};
 
-TEST_P(PanelPicture, IsTaken) {
+TEST_P(PanelPicture, IsSaved) {
   ShownPanel shown(GetParam().circumstances);
   shown.user().awaitFrame();
   const Picture picture(GTK_WIDGET(gtk_widget_get_root(shown.root())));

@@ -31,7 +31,7 @@ class SheetPicture : public testing::Test {
     shown.user().awaitFrame();
     return Picture(shown.widget("sheetPicture"));
   }
-  // The tinted pixels of the row or column in the middle of the area, before and behind its middle.
+  // The number of tinted pixels to the left and to the right of the middle, in a row below it.
   static std::pair<long, long> tintedAcross(const Picture& picture) {
     const auto tinted = [&](int from, int to) {
       long count = 0;
@@ -114,7 +114,7 @@ TEST_F(SheetPicture, ShowsValuesThatThePaperCannotHold) {
   EXPECT_GT(tintedDown(pictureOf(shown)), 100);
 }
 
-TEST_F(SheetPicture, LosesItsColourWithTheRest) {
+TEST_F(SheetPicture, IsGreyWhileTheFunctionIsOff) {
   for (const bool dark : {false, true}) {
     const auto mostColourful = [&](const char* valid) {
       ShownPanel shown({.dark = dark, .stored = on({{"MVTandemTrim", valid}, {"MVTopMargin", "20"}})});
@@ -174,7 +174,7 @@ TEST_F(SheetPicture, ShowsThePageInItsSizeUnderTheMargins) {
   };
   EXPECT_EQ(redAcross(lines), 0);
   EXPECT_GT(redAcross(whole), 100);
-  // Below the tint of the margin it is still seen.
+  // It is still visible below the tint of the margin.
   const auto middle = whole.height() * 3 / 5;
   int first = 0;
   while (!isRed(whole.at(first, middle))) ++first;

@@ -21,15 +21,15 @@ namespace tandemtrim::test {
 struct Circumstances {
   std::string language = "en";
   bool dark = false;
-  /// How much larger texts are than usual.
+  /// The factor by which texts are larger than usual.
   double textScale = 1;
   /// Shown in GTK's own print dialog, else in a plain window.
   bool inPrintDialog = false;
-  /// What the job's print settings hold.
+  /// The job's print settings.
   std::map<std::string, std::string> stored = {{"MVTandemTrim", "On"}};
 };
 
-/// The languages that the built bundle speaks.
+/// The languages of the built bundle.
 inline constexpr std::array kLanguages{BUNDLE_LANGUAGES};
 
 /// The panel of the built bundle for the sample printer, on a page of a notebook, and a user in
@@ -39,7 +39,7 @@ class ShownPanel {
   explicit ShownPanel(const Circumstances& circumstances = {});
   ShownPanel(const ShownPanel&) = delete;
   ShownPanel& operator=(const ShownPanel&) = delete;
-  /// The window goes first, then the panel.
+  /// Destroys the window, then the panel.
   ~ShownPanel();
 
   [[nodiscard]] platform::PrintPanel& panel() { return *panel_; }
@@ -53,7 +53,7 @@ class ShownPanel {
   [[nodiscard]] std::string text(const std::string& name);
   [[nodiscard]] std::optional<std::string> stored(const std::string& key) const;
 
-  /// Lets the panel go and leaves the window as it is.
+  /// Destroys the panel and keeps the window.
   void dropPanel() { panel_.reset(); }
 
  private:

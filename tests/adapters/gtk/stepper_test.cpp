@@ -7,7 +7,7 @@
 namespace tandemtrim::test {
 namespace {
 
-// The sample printer allows up to 20 mm above.
+// The sample printer allows up to 20 mm at the top.
 class StepperBesideABox : public testing::Test {
  protected:
   ShownPanel shown{{.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}}};
@@ -16,7 +16,7 @@ class StepperBesideABox : public testing::Test {
   GtkWidget* plus = gtk_widget_get_last_child(box);
   GtkWidget* minus = gtk_widget_get_prev_sibling(plus);
 
-  // In microseconds: time enough for a stepper that is held to go on by mistake.
+  // In microseconds: time for a stepper to repeat by mistake.
   static constexpr gint64 kSeveralRepeats = 250'000;
 
   [[nodiscard]] int value() { return std::stoi(shown.text("textBoxMarginTop")); }
@@ -31,7 +31,7 @@ TEST_F(StepperBesideABox, MovesItsValueByOneAtEachClick) {
   EXPECT_EQ(value(), 13);
 }
 
-TEST_F(StepperBesideABox, RepeatsWhileItIsHeldAndAddsNothingWhenItIsLetGo) {
+TEST_F(StepperBesideABox, RepeatsWhileItIsPressedAndStopsAtItsRelease) {
   user.hold(minus, [&] { return value() <= 8; });
   const int atRelease = value();
   EXPECT_GT(atRelease, 5);
@@ -39,7 +39,7 @@ TEST_F(StepperBesideABox, RepeatsWhileItIsHeldAndAddsNothingWhenItIsLetGo) {
   EXPECT_EQ(value(), atRelease + 1);
 }
 
-TEST_F(StepperBesideABox, StopsAtItsLimitHoweverLongItIsHeld) {
+TEST_F(StepperBesideABox, StopsAtItsLimitHoweverLongItIsPressed) {
   gint64 arrived = 0;
   user.hold(plus, [&] {
     if (value() == 20 && arrived == 0) arrived = g_get_monotonic_time();
@@ -71,7 +71,7 @@ TEST_F(StepperBesideABox, FollowsTheUpAndDownKeysInTheBox) {
   EXPECT_TRUE(gtk_widget_has_focus(GTK_WIDGET(gtk_editable_get_delegate(GTK_EDITABLE(box)))));
 }
 
-TEST_F(StepperBesideABox, MovesByTenAndToTheLimitsByTheKeysOfPages) {
+TEST_F(StepperBesideABox, MovesByTenAndToTheLimitsByPageUpAndPageDown) {
   user.focus(box);
   const std::pair<unsigned, int> presses[] = {{XK_Page_Down, 2}, {XK_Page_Up, 12}, {XK_Page_Up, 20}};
   for (const auto& [key, expected] : presses) {
@@ -84,8 +84,8 @@ TEST_F(StepperBesideABox, MovesByTenAndToTheLimitsByTheKeysOfPages) {
   EXPECT_EQ(value(), 20);
 }
 
-// There is another tab on either side.
-TEST_F(StepperBesideABox, KeepsTheKeysOfPagesFromTheTabs) {
+// The panel's tab has another one on either side.
+TEST_F(StepperBesideABox, LeavesTheTabAsItIsByPageUpAndPageDown) {
   ShownPanel dialog({.inPrintDialog = true, .stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "20"}}});
   dialog.user().focus(dialog.widget("textBoxMarginTop"));
   for (const auto key : {XK_Page_Up, XK_Page_Down, XK_Page_Down}) {
@@ -105,13 +105,13 @@ TEST_F(StepperBesideABox, GreysTheButtonThatLeadsBeyondALimit) {
   }
 }
 
-TEST_F(StepperBesideABox, TakesTheFocusToTheTextAtAClick) {
+TEST_F(StepperBesideABox, MovesTheFocusToTheTextAtAClick) {
   leaveTheBox();
   user.click(plus);
   EXPECT_TRUE(gtk_widget_has_focus(GTK_WIDGET(gtk_editable_get_delegate(GTK_EDITABLE(box)))));
 }
 
-TEST_F(StepperBesideABox, GoesOnFromWhatIsTyped) {
+TEST_F(StepperBesideABox, ContinuesFromTheTypedText) {
   user.focus(box);
   user.press(XK_a, XK_Control_L);
   user.type("7");
@@ -122,8 +122,8 @@ TEST_F(StepperBesideABox, GoesOnFromWhatIsTyped) {
   EXPECT_EQ(value(), 4);
 }
 
-// Control, Shift and u begin a character, which replaces what is selected; an empty box counts as 0.
-TEST_F(StepperBesideABox, GoesOnFromWhatIsLeftOfATextThatTheInputMethodStillComposes) {
+// Ctrl+Shift+U begins a character, which replaces the selection; an empty box counts as 0.
+TEST_F(StepperBesideABox, ContinuesFromTheRestOfTheTextWhileTheInputMethodComposes) {
   user.focus(box);
   user.press(XK_a, XK_Control_L);
   user.press(XK_U, XK_Control_L);
@@ -144,7 +144,7 @@ TEST_F(StepperBesideABox, FollowsTheWheelOnlyWhileTheBoxHasTheFocus) {
   EXPECT_EQ(value(), 11);
 }
 
-TEST_F(StepperBesideABox, KeepsItsStepsOutOfTheNotificationsOfEdits) {
+TEST_F(StepperBesideABox, PostsNoNotificationOfAnEdit) {
   int notifications = 0;
   auto* const object = dynamic_cast<platform::gtk::Panel&>(shown.view()).control("textBoxMarginTop");
   platform::defaultCenter().addObserver(

@@ -18,7 +18,7 @@ struct Typed {
 
 class TypeAheadOf : public testing::TestWithParam<Typed> {};
 
-TEST_P(TypeAheadOf, FindsTheItemThatBeginsSo) {
+TEST_P(TypeAheadOf, FindsTheItemThatBeginsWithTheTypedLetters) {
   TypeAhead typeAhead;
   auto current = GetParam().from;
   std::optional<std::size_t> meant;

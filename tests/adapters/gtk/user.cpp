@@ -12,18 +12,18 @@
 namespace tandemtrim::test {
 namespace {
 
-// A key that means nothing to any widget: when the window has seen it, it has seen what was sent before.
+// A key that no widget handles. Once the window has received it, it has received all earlier input.
 constexpr unsigned kAnswerKey = XK_Pause;
 constexpr unsigned kLookAgain = 10;
 constexpr int kLooks = 2000;
 
-// What is ready now: idles that an event left behind, answers of the clipboard.
+// Runs what is ready now: idles that an event has added, answers of the clipboard.
 void runWhatIsReady() {
   for (int round = 0; round < 50 && g_main_context_pending(nullptr) != FALSE; ++round)
     g_main_context_iteration(nullptr, FALSE);
 }
 
-// Of every surface: an open list has one of its own.
+// Watches every surface, as an open list has a separate one.
 gboolean noteAnswer(GSignalInvocationHint* /*hint*/, guint /*count*/, const GValue* values,
                     gpointer answered) {
   auto* const event = static_cast<GdkEvent*>(g_value_peek_pointer(values + 1));
@@ -36,7 +36,7 @@ guint eventSignal() { return g_signal_lookup("event", GDK_TYPE_SURFACE); }
 
 }  // namespace
 
-// Not all that is waited for comes as an event, so the loop looks again every few milliseconds.
+// Not every wait ends with an event, so the loop checks again every few milliseconds.
 void waitUntil(const char* what, const std::function<bool()>& isDone) {
   int looks = 0;
   const auto timer = g_timeout_add(
@@ -71,7 +71,7 @@ User::~User() {
   XCloseDisplay(x_->display);
 }
 
-// There is no window manager to do it.
+// There is no window manager that would do this.
 void User::turnTo() {
   waitUntil("the keyboard", [&] {
     if (gtk_window_is_active(window_) != FALSE) return true;
@@ -128,7 +128,7 @@ void User::paste(const std::string& text) {
   press(XK_v, XK_Control_L);
 }
 
-// Widgets take their places in a frame.
+// Widgets get their places when a frame is painted.
 void User::awaitFrame() {
   auto* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(window_));
   bool painted = false;
@@ -143,7 +143,7 @@ void User::awaitFrame() {
 void User::pointAt(GtkWidget* widget, double across) {
   turnTo();
   awaitFrame();
-  // An open list has a surface of its own.
+  // An open list has a separate surface.
   auto* const native = gtk_widget_get_native(widget);
   graphene_rect_t bounds{};
   if (!gtk_widget_compute_bounds(widget, GTK_WIDGET(native), &bounds))
@@ -185,7 +185,7 @@ void User::turnWheel(GtkWidget* widget, bool up) {
   settle();
 }
 
-// While something is dragged the keyboard is the drag's, so that no key is answered.
+// The drag takes the keyboard, so that no key is answered meanwhile.
 void User::drag(GtkWidget* from, GtkWidget* to) {
   constexpr double kInTheText = 0.66;
   constexpr int kSteps = 20;

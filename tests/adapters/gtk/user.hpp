@@ -11,8 +11,8 @@ namespace tandemtrim::test {
 /// Runs the main loop until `isDone`; raises std::runtime_error that names `what` when it takes too long.
 void waitUntil(const char* what, const std::function<bool()>& isDone);
 
-/// A user in front of a window: real key presses and clicks, by way of the X server. Each act returns when
-/// the window has dealt with it.
+/// A user in front of a window: real key presses and clicks through the X server. Each act returns when the
+/// window has handled it.
 class User {
  public:
   /// Presents the window and gives it the keyboard; it is destroyed with this.
@@ -23,15 +23,15 @@ class User {
 
   /// Puts the keyboard's focus on the widget.
   void focus(GtkWidget* widget);
-  /// Presses the key of this keysym once, while the key of another is held down (0: none).
+  /// Presses the key of this keysym once, while the key of `held` is down (0: no key).
   void press(unsigned keysym, unsigned held = 0);
-  /// Types the text key by key. Characters that are not of ASCII have no key and are left out.
+  /// Types the text key by key. Characters outside ASCII have no key and are left out.
   void type(const std::string& text);
   /// Pastes the text from the clipboard.
   void paste(const std::string& text);
   /// Clicks in the middle of the widget.
   void click(GtkWidget* widget);
-  /// Holds the mouse button down on the widget until `isDone`, then lets it go.
+  /// Holds the mouse button down on the widget until `isDone`, then releases it.
   void hold(GtkWidget* widget, const std::function<bool()>& isDone);
   /// Turns the wheel by one notch over the widget: up, or down.
   void turnWheel(GtkWidget* widget, bool up);

@@ -12,7 +12,7 @@ namespace {
 constexpr const char* kTop = "textBoxMarginTop";
 constexpr const char* kBottom = "textBoxMarginBottom";
 
-// The sample printer allows up to 20 mm above.
+// The sample printer allows up to 20 mm at the top.
 class UserEdits : public testing::Test {
  protected:
   ShownPanel shown{{.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}}};
@@ -35,8 +35,8 @@ class UserEdits : public testing::Test {
   [[nodiscard]] int caret() { return gtk_editable_get_position(GTK_EDITABLE(box)); }
 };
 
-// What a user puts in stands in the box at once; what the program writes in answer follows.
-TEST_F(UserEdits, AreAnsweredByOneWriteAtMostAndByNoneWhereTheTextStands) {
+// The box shows the user's input at once; the program's correction follows.
+TEST_F(UserEdits, AreCorrectedByOneWriteAtMostAndByNoneWhereTheyAreLegal) {
   const std::pair<const char*, int> texts[] = {{"12", 0}, {"1a2", 1}, {"99", 1}, {"007", 1}};
   for (const auto& [typed, expected] : texts) {
     gtk_editable_delete_text(GTK_EDITABLE(box), 0, -1);
@@ -145,7 +145,7 @@ TEST_F(UserEdits, MayDropATextIntoTheBox) {
   EXPECT_EQ(notifications, 1);
 }
 
-// Control, Shift and u begin a character that is given by its number.
+// Ctrl+Shift+U begins a character that is entered by its number.
 TEST_F(UserEdits, AreReportedWhenTheInputMethodHasComposedThem) {
   selectAll(user);
   user.press(XK_U, XK_Control_L);
@@ -156,7 +156,7 @@ TEST_F(UserEdits, AreReportedWhenTheInputMethodHasComposedThem) {
   EXPECT_EQ(notifications, 1);
 }
 
-TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotKeepTheHostWaiting) {
+TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotDelayTheHost) {
   selectAll(user);
   user.press(XK_U, XK_Control_L);
   user.type("3");
@@ -165,7 +165,7 @@ TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotKeepTheHostWaiting) {
   EXPECT_EQ(text(), "0");
 }
 
-TEST_F(UserEdits, AreUndoneOneByOneAndSoAreSteps) {
+TEST_F(UserEdits, AreUndoneOneByOneLikeSteps) {
   user.press(XK_End);
   user.type("3");
   selectAll(user);
@@ -188,8 +188,8 @@ TEST_F(UserEdits, AreNeverUndoneIntoAnIllegalText) {
   EXPECT_EQ(foreign.text(kTop), "1");
 }
 
-// Corrected, 12.5 would be read as 125.
-TEST_F(UserEdits, ThatWaitDoNotCorrectWhatTheProgramShowsNext) {
+// If 12.5 were corrected, it would become 125.
+TEST_F(UserEdits, ThatArePendingDoNotCorrectWhatTheProgramShowsNext) {
   gtk_editable_set_text(GTK_EDITABLE(box), "9");
   dynamic_cast<MorvaTTTextBoxKV2&>(*dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop))
       .setStringValue("12.5");
@@ -199,7 +199,7 @@ TEST_F(UserEdits, ThatWaitDoNotCorrectWhatTheProgramShowsNext) {
   EXPECT_EQ(notifications, 1);
 }
 
-TEST_F(UserEdits, AreNotWhatTheProgramShows) {
+TEST_F(UserEdits, AreNotReportedForWhatTheProgramShows) {
   shown.panel().willShow();
   shown.panel().restoreValuesAndReturnError(nullptr);
   user.click(shown.widget("defaultButton"));
@@ -207,8 +207,8 @@ TEST_F(UserEdits, AreNotWhatTheProgramShows) {
   EXPECT_EQ(notifications, 0);
 }
 
-// A margin takes digits alone.
-TEST_F(UserEdits, AreOfferedNoPicturesInTheMenuOfTheBox) {
+// A margin has only digits.
+TEST_F(UserEdits, AreOfferedNoEmojiInTheMenuOfTheBox) {
   user.press(XK_F10, XK_Shift_L);
   std::vector<std::string> offered;
   for (auto* const label : widgetsOf(box, GTK_TYPE_LABEL)) {
@@ -261,7 +261,7 @@ struct HostCall {
 class TypedAtOnce : public UserEdits, public testing::WithParamInterface<HostCall> {};
 
 // Nothing runs between the typing and the host's call.
-TEST_P(TypedAtOnce, IsCorrectedBeforeTheHostsCallIsAnswered) {
+TEST_P(TypedAtOnce, IsCorrectedBeforeTheHostsCallReturns) {
   gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
   GetParam().call(shown.panel());
   EXPECT_EQ(notifications, 1);
@@ -277,8 +277,8 @@ const HostCall kHostCalls[] = {
 
 INSTANTIATE_TEST_SUITE_P(Calls, TypedAtOnce, testing::ValuesIn(kHostCalls));
 
-// A box without a range fails to be corrected.
-TEST_F(UserEdits, WhoseReportRaisesWaitForTheHostsCallsAndAreNeverSavedAsTyped) {
+// The correction of a box without a range raises.
+TEST_F(UserEdits, WhoseCorrectionRaisesAreTriedAgainAndNeverSavedAsTyped) {
   auto& control =
       dynamic_cast<MorvaTTTextBoxKV2&>(*dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop));
   const auto min = control.min();
@@ -295,7 +295,7 @@ TEST_F(UserEdits, WhoseReportRaisesWaitForTheHostsCallsAndAreNeverSavedAsTyped) 
   EXPECT_EQ(shown.stored("MVTopMargin"), "18");
 }
 
-TEST_F(UserEdits, ThatWaitAreDroppedWithThePanel) {
+TEST_F(UserEdits, ThatArePendingAreDroppedWithThePanel) {
   gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
   shown.dropPanel();
   user.focus(box);

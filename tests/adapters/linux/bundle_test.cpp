@@ -70,14 +70,14 @@ class BundleTest : public testing::Test {
   TemporaryFolder folder_;
 };
 
-TEST_F(BundleTest, TellsWhatItsInfoPropertyListSays) {
+TEST_F(BundleTest, ReadsItsInfoPropertyList) {
   EXPECT_EQ(readInfo().principalClass(), "Principal");
   EXPECT_EQ(readInfo().executableName(), "Module");
   EXPECT_EQ(readInfo().modulePath("-memory"), at("Linux/Module-memory"));
   EXPECT_TRUE(readInfo().dictionary().contains("CFBundleDevelopmentRegion"));
 }
 
-TEST_F(BundleTest, HasItsOwnNameForItsModulesWhenNoFileNameIsGiven) {
+TEST_F(BundleTest, NamesItsModulesAfterItselfWithoutAValidExecutableName) {
   for (const char* name :
        {"", "<key>CFBundleExecutable</key><string>../../evil</string>",
         "<key>CFBundleExecutable</key><string>..</string>", "<key>CFBundleExecutable</key><string/>",
@@ -128,7 +128,7 @@ TEST_F(BundleTest, CannotBeOpenedWithoutAnInfoPropertyList) {
   EXPECT_EQ(refusal(path()), "there is no file " + at("Info.plist"));
 }
 
-TEST_F(BundleTest, NamesAnInfoPropertyListThatCannotBeReadAndTakesTheFirstLanguageByName) {
+TEST_F(BundleTest, NamesABrokenInfoPropertyListAndUsesTheAlphabeticallyFirstLanguage) {
   table("ar", "");
   folder_.write("Sample.bundle/Contents/Info.plist", "<plist><array/></plist>");
   std::string reason;
@@ -151,7 +151,7 @@ TEST_F(BundleTest, FindsResourcesFirstOutsideAndThenInsideTheChosenLocalization)
   EXPECT_EQ(bundle->pathForResource("bare", "txt"), std::nullopt);
 }
 
-TEST_F(BundleTest, GivesNoResourceOutsideItsFolder) {
+TEST_F(BundleTest, FindsNoResourceOutsideItsFolder) {
   resource("inner/file.txt");
   resource(".txt");
   folder_.write("Sample.bundle/Contents/outside.txt", "");
@@ -169,7 +169,7 @@ TEST_F(BundleTest, GivesNoResourceOutsideItsFolder) {
     EXPECT_EQ(bundle->pathForResource(name, type), std::nullopt) << name << type;
 }
 
-TEST_F(BundleTest, FollowsALinkToAFileAndGivesNothingForOneThatLeadsNowhere) {
+TEST_F(BundleTest, FollowsALinkToAFileAndIgnoresOneThatLeadsNowhere) {
   const auto elsewhere = folder_.write("elsewhere/Localizable.strings", "Top = Linked;");
   fs::create_directories(at("Resources/de.lproj"));
   fs::create_directories(at("Resources/ja.lproj"));
@@ -184,7 +184,7 @@ TEST_F(BundleTest, FollowsALinkToAFileAndGivesNothingForOneThatLeadsNowhere) {
   EXPECT_EQ(bundle->pathForResource("loop", "txt"), std::nullopt);
 }
 
-TEST_F(BundleTest, NamesATableThatIsNoFileAndTellsItsTextsByTheirKeys) {
+TEST_F(BundleTest, NamesATableThatIsNoFileAndShowsItsKeys) {
   const auto pipe = at("Resources/fr.lproj/Localizable.strings");
   fs::remove(pipe);
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -209,13 +209,13 @@ TEST_F(BundleTest, ShowsTheDevelopmentRegionsTextsToAnyOtherUser) {
   EXPECT_EQ(open({"ja"})->localization(), "en");
 }
 
-TEST_F(BundleTest, ShowsTheTextsOfTheFirstLanguageByNameToAnyUserWhenTheDevelopmentRegionHasNone) {
+TEST_F(BundleTest, ShowsTheAlphabeticallyFirstLanguageWhenTheDevelopmentRegionHasNoTexts) {
   info("<key>CFBundleDevelopmentRegion</key><string>ko</string>");
   for (const char* language : {"ja", "nl", "it", "de", "ar", "es", ""}) table(language, "");
   EXPECT_EQ(open({"tr"})->localization(), "ar");
 }
 
-TEST_F(BundleTest, TakesNothingButLocalizationsAndStringTablesForTheirs) {
+TEST_F(BundleTest, IgnoresFilesThatAreNoLocalizationOrStringTable) {
   resource("ja");
   resource("ja.txt");
   resource("ja.nib/Localizable.strings", "Top = Nib;");
@@ -233,7 +233,7 @@ TEST_F(BundleTest, ReadsTablesOfUpToAMegabyte) {
   EXPECT_EQ(text(open({"fr"}), "Top"), "Top");
 }
 
-TEST_F(BundleTest, ShowsAKeyThatTheChosenTableLacksItself) {
+TEST_F(BundleTest, ShowsTheKeyWhereTheChosenTableLacksIt) {
   const auto bundle = open({"fr"});
   EXPECT_EQ(text(bundle, "Left"), "Left");
   EXPECT_EQ(text(bundle, "top"), "top");
@@ -268,7 +268,7 @@ TEST_F(BundleTest, ShowsTheTextsOutsideAnyLocalizationWhereNoLocalizationHasThem
   EXPECT_EQ(text(open({"fr"}), "Top"), "Bare");
 }
 
-TEST_F(BundleTest, AsksNoOtherPlaceForATableThatIsBroken) {
+TEST_F(BundleTest, DoesNotReplaceABrokenTableByAnother) {
   resource("Localizable.strings", "Top = Bare;");
   table("fr", "broken");
   const auto bundle = open({"fr"});
@@ -291,7 +291,7 @@ TEST_F(BundleTest, NamesAFolderThatCannotBeRead) {
   EXPECT_THAT(bundle->brokenPropertyLists(), ElementsAre(at("Resources: cannot be read")));
 }
 
-TEST_F(BundleTest, NamesAnInfoFileThatDoesNotTellTheDevelopmentRegion) {
+TEST_F(BundleTest, NamesABrokenInfoPropertyListAmongTheBrokenTables) {
   folder_.write("Sample.bundle/Contents/Info.plist", "broken");
   EXPECT_THAT(open({"fr"})->brokenTables(),
               ElementsAre(at("Info.plist:1: not the form of an XML property list")));
@@ -312,7 +312,7 @@ TEST_F(BundleTest, NamesThePropertyListsThatCannotBeRead) {
   EXPECT_THAT(open({"fr"})->brokenPropertyLists(), IsEmpty());
 }
 
-TEST_F(BundleTest, KeepsAnEmptyTextAndNeverInterpretsOne) {
+TEST_F(BundleTest, KeepsAnEmptyTextAndNeverTakesATextForAFormat) {
   const auto bundle = open();
   EXPECT_EQ(bundle->localizedStringForKey("Off", "value", std::nullopt), "");
   EXPECT_EQ(text(bundle, "100"), "100% %s %n");
@@ -346,7 +346,7 @@ TEST_F(BundleTest, WorksWithoutAnyLocalization) {
   EXPECT_EQ(bundle->pathForResource("any", "txt"), std::nullopt);
 }
 
-TEST_F(BundleTest, AsksTheEnvironmentForTheLanguagesWhenNoneAreGiven) {
+TEST_F(BundleTest, TakesTheLanguagesFromTheEnvironmentByDefault) {
   std::string reason;
   const auto bundle = Bundle::open(path(), reason);
   ASSERT_TRUE(bundle) << reason;

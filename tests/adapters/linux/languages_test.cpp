@@ -49,7 +49,7 @@ TEST(UserLanguages, ReadsTheListUnderTheCLocaleWithAnEncoding) {
   EXPECT_THAT(languagesWith({{"LANG", "C.UTF-8"}}), IsEmpty());
 }
 
-TEST(UserLanguages, EndsTheListWhereItAsksForTheUntranslatedTexts) {
+TEST(UserLanguages, EndsTheListAtTheCLocale) {
   EXPECT_THAT(languagesWith({{"LANGUAGE", "fr:C:de"}, {"LANG", "de_DE"}}), ElementsAre("fr"));
   EXPECT_THAT(languagesWith({{"LANGUAGE", "POSIX:de"}, {"LANG", "de_DE"}}), IsEmpty());
 }
@@ -91,14 +91,14 @@ TEST(LanguageTag, MapsEncodingsRegionsAndScripts) {
   for (const auto& [name, tag] : taggings) EXPECT_EQ(languageTag(name), tag) << name;
 }
 
-TEST(LanguageTag, IsNoneForANameWithoutALanguage) {
+TEST(LanguageTag, DoesNotExistForANameWithoutALanguage) {
   for (const char* name : {"", "C", "POSIX", "C.UTF-8", ".UTF-8", "@euro", "../en", "/etc/locale", "de DE",
                            "de~DE", "d\xC3\xA9"}) {
     EXPECT_EQ(languageTag(name), std::nullopt) << name;
   }
 }
 
-TEST(LanguageTag, HoldsLettersDigitsAndLinesOnly) {
+TEST(LanguageTag, IsReadFromLettersDigitsAndDashesOnly) {
   std::string taken;
   std::string ending;
   for (int byte = 0; byte < 256; ++byte) {
@@ -139,7 +139,7 @@ TEST(ChooseLocalization, TakesTheFirstLanguageThatIsAvailableInAnyForm) {
   }
 }
 
-TEST(ChooseLocalization, FallsBackToTheDevelopmentRegionThenToAnyThenToNone) {
+TEST(ChooseLocalization, FallsBackToTheDevelopmentRegionThenToAnyLanguage) {
   EXPECT_EQ(chooseLocalization({"ar", "en"}, {}, "en"), "en");
   EXPECT_EQ(chooseLocalization({"ar", "en"}, {"ja"}, "en-US"), "en");
   EXPECT_EQ(chooseLocalization({"ar", "de"}, {"ja"}, "en"), "ar");

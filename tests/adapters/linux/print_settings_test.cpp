@@ -27,17 +27,15 @@ class PrintSettingsTest : public testing::Test {
   PrintSettings settings_;
 };
 
-TEST_F(PrintSettingsTest, GivesWhatWasStored) {
+TEST_F(PrintSettingsTest, ReturnsWhatWasStored) {
   EXPECT_EQ(got(settings_, "second"), "1");
   EXPECT_EQ(settings_.PMPrintSettingsSetValue("empty", "", false), kNoError);
   EXPECT_EQ(got(settings_, "empty"), "");
 }
 
-TEST_F(PrintSettingsTest, GivesNoneForAKeyThatIsNotThere) {
-  EXPECT_EQ(got(settings_, "fourth"), std::nullopt);
-}
+TEST_F(PrintSettingsTest, ReturnsNulloptForAMissingKey) { EXPECT_EQ(got(settings_, "fourth"), std::nullopt); }
 
-TEST_F(PrintSettingsTest, TellsKeysApartByLetterCase) {
+TEST_F(PrintSettingsTest, DistinguishesKeysByLetterCase) {
   EXPECT_EQ(got(settings_, "First"), std::nullopt);
   settings_.PMPrintSettingsSetValue("First", "2", false);
   EXPECT_THAT(listed(settings_), ElementsAre("first=1", "second=1", "third=1", "First=2"));
@@ -48,7 +46,7 @@ TEST_F(PrintSettingsTest, KeepsThePlaceOfAValueThatIsReplaced) {
   EXPECT_THAT(listed(settings_), ElementsAre("first=1", "second=2", "third=1"));
 }
 
-TEST_F(PrintSettingsTest, RemovesAKeyThatIsSetToNone) {
+TEST_F(PrintSettingsTest, RemovesAKeyThatIsSetToNullopt) {
   EXPECT_EQ(settings_.PMPrintSettingsSetValue("second", std::nullopt, false), kNoError);
   EXPECT_THAT(listed(settings_), ElementsAre("first=1", "third=1"));
   settings_.PMPrintSettingsSetValue("second", "2", false);

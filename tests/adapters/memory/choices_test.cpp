@@ -65,7 +65,7 @@ class Menu : public testing::Test {
   PopUpButton menu{3};
 };
 
-TEST_F(Menu, BeginsWithItsFirstItemSelectedAndNoValuesBehindItsTitles) {
+TEST_F(Menu, StartsWithItsFirstItemSelectedAndWithoutValues) {
   EXPECT_EQ(menu.numberOfItems(), 3U);
   EXPECT_EQ(menu.selectedItem(), &menu.itemAtIndex(0));
   EXPECT_EQ(menu.itemAtIndex(0).representedObject(), std::nullopt);

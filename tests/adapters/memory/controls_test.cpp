@@ -9,7 +9,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// Writes down the texts that a box holds whenever it tells of an edit.
+// Records the text of a box at each notification of an edit.
 class EditsOf {
  public:
   explicit EditsOf(TextBox& box) {
@@ -36,7 +36,7 @@ TEST(Label, ShowsItsTextInItsColor) {
   EXPECT_EQ(label.textColor(), Color::lightGrayColor);
 }
 
-TEST(TextBox, TellsOfAnEditByTheUserAtOnce) {
+TEST(TextBox, ReportsAnEditByTheUserAtOnce) {
   TextBox box;
   const EditsOf edits(box);
   EXPECT_TRUE(box.userEdits("1"));
@@ -44,7 +44,7 @@ TEST(TextBox, TellsOfAnEditByTheUserAtOnce) {
   EXPECT_THAT(edits.texts, ElementsAre("1", "1"));
 }
 
-TEST(TextBox, KeepsQuietAboutWhatTheProgramPutsIn) {
+TEST(TextBox, ReportsNoChangeByTheProgram) {
   TextBox box;
   const EditsOf edits(box);
   box.setStringValue("5");
@@ -118,8 +118,8 @@ TEST_F(StepperTest, LeavesTheBoxAloneWhenTheProgramSetsItsValue) {
   EXPECT_EQ(box.stringValue(), "4");
 }
 
-// What the user clicks into the box is no edit of the box: nobody corrects it.
-TEST_F(StepperTest, TellsOfNoEditOfItsBox) {
+// A click that changes the box is no edit of the box, and is not corrected.
+TEST_F(StepperTest, ReportsNoEditOfItsBox) {
   const EditsOf edits(box);
   stepper.userClicks(1);
   EXPECT_EQ(box.stringValue(), "2");

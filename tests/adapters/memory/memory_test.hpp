@@ -10,7 +10,7 @@
 
 namespace tandemtrim::test {
 
-/// A test of a view controller whose nib is that of the memory platform, as its description says.
+/// A test of a view controller with the memory platform's nib, which `description` may change.
 class MemoryTest : public CoreTest {
  protected:
   ~MemoryTest() override { description = {}; }

@@ -66,7 +66,7 @@ TEST_F(Module, MakesAnotherPlugInEachTime) {
   EXPECT_NE(first, second);
 }
 
-TEST_F(Module, MakesNoPlugInWithoutMemoryAndTakesTheOldOneAway) {
+TEST_F(Module, MakesNoPlugInWithoutMemoryAndRemovesTheOldOne) {
   const auto make = makePlugin();
   std::unique_ptr<platform::Plugin> plugin;
   make(plugin);

@@ -11,7 +11,7 @@ using testing::NotNull;
 
 class MemoryNib : public MemoryTest {};
 
-// An owner that writes down what a nib connects to it.
+// An owner that records what a nib connects to it.
 class Owner : public platform::NibOwner {
  public:
   [[nodiscard]] std::vector<std::string_view> outletNames() const override { return {}; }
@@ -27,7 +27,7 @@ class Owner : public platform::NibOwner {
   std::vector<std::pair<std::string, platform::NibObject*>> actions;
 };
 
-TEST_F(MemoryNib, IsTheOneThatIsNamedTandemTrim) {
+TEST_F(MemoryNib, IsNamedTandemTrim) {
   Owner owner;
   for (const char* name : {"", "tandemtrim", "TandemTrim.nib", "Other"}) {
     EXPECT_FALSE(platform::loadNibNamed(name, owner)) << name;

@@ -123,7 +123,7 @@ TEST_F(MemoryView, AppendsAtTheEndOfABoxsText) {
   EXPECT_EQ(text("Top"), "12");
 }
 
-// A box that nobody corrects, so that it shows what became of its text.
+// A box that nobody corrects, so that it shows its text as edited.
 class FreeBox : public testing::Test {
  protected:
   struct Owner : platform::NibOwner {
@@ -150,7 +150,7 @@ TEST_F(FreeBox, LosesItsLastCharacterAsAWhole) {
   }
 }
 
-TEST_F(FreeBox, StaysAsItIsWithoutAnEditWhenItIsEmpty) {
+TEST_F(FreeBox, ReportsNoEditByBackspaceWhenItIsEmpty) {
   EXPECT_TRUE(panel.type("Top", ""));
   int edits = 0;
   auto& center = platform::memory::notificationCenter();
@@ -164,7 +164,7 @@ TEST_F(FreeBox, StaysAsItIsWithoutAnEditWhenItIsEmpty) {
   center.removeObserver(&edits);
 }
 
-TEST_F(MemoryView, StepsShowInTheBoxUncorrected) {
+TEST_F(MemoryView, ShowsStepsInTheBoxUncorrected) {
   view->type("Top", "49");
   EXPECT_TRUE(view->step("stepperMarginTop", 3));
   EXPECT_EQ(text("Top"), "50");
@@ -191,7 +191,7 @@ TEST_F(MemoryView, RefusesEveryActOnAGreyedControl) {
   EXPECT_EQ(text("Position"), "Midships");
 }
 
-TEST_F(MemoryView, GoesOnFromMixed) {
+TEST_F(MemoryView, SwitchesOnFromMixed) {
   view->setMixed("Valid");
   EXPECT_EQ(view->control("Valid").state, platform::CheckBox::kMixed);
   controller->updateView();
@@ -201,7 +201,7 @@ TEST_F(MemoryView, GoesOnFromMixed) {
   EXPECT_TRUE(view->control("Top").enabled);
 }
 
-TEST_F(MemoryView, HasNoToolkitsView) { EXPECT_EQ(view->toolkitView(), nullptr); }
+TEST_F(MemoryView, HasNoViewOfAToolkit) { EXPECT_EQ(view->toolkitView(), nullptr); }
 
 TEST_F(MemoryView, ShowsAMenuWithoutASelectionAsEmpty) {
   settings().values["MVPrintPosition"] = "Nowhere";

@@ -24,7 +24,7 @@ TEST(Log, ShowsTheListOnOneLine) {
   EXPECT_EQ(logged("%@", {}), "log-test: ()\n");
 }
 
-TEST(Log, QuotesItemsThatCouldBeMistaken) {
+TEST(Log, QuotesAmbiguousItems) {
   EXPECT_EQ(logged("%@", {"", "a b", "a,b", "a\"b", "a\\b", "\xC3\xA4"}),
             "log-test: (\"\", \"a b\", \"a,b\", \"a\\\"b\", \"a\\\\b\", \"\xC3\xA4\")\n");
 }
@@ -45,7 +45,7 @@ TEST(Log, WritesControlCharactersByTheirNumber) {
   EXPECT_EQ(logged("%@", {"a\nb\x1B\x7F"}), "log-test: (\"a\\012b\\033\\177\")\n");
 }
 
-TEST(Log, ReplacesEachPlaceOfTheList) { EXPECT_EQ(logged("%@-%@", {"a"}), "log-test: (a)-(a)\n"); }
+TEST(Log, ReplacesEachPlaceholderByTheList) { EXPECT_EQ(logged("%@-%@", {"a"}), "log-test: (a)-(a)\n"); }
 
 TEST(Log, InterpretsNoOtherPercentSign) {
   EXPECT_EQ(logged("100% %s %n %m %d%%", {"a"}), "log-test: 100% %s %n %m %d%%\n");

@@ -13,12 +13,12 @@ using testing::IsEmpty;
 
 class NotificationCenterTest : public testing::Test {
  protected:
-  // Subscribes an observer whose calls are written down under its name.
+  // Subscribes an observer whose calls are recorded under its name.
   void subscribe(const void* observer, const std::string& name, NibObject* object,
                  const std::string& notification = "edit") {
-    center.addObserver(observer, writeDown(name), names.emplace_back(notification), object);
+    center.addObserver(observer, record(name), names.emplace_back(notification), object);
   }
-  NotificationCenter::Selector writeDown(const std::string& name) {
+  NotificationCenter::Selector record(const std::string& name) {
     return [this, name](const Notification& notification) {
       calls.push_back(name + " " + std::string(notification.name));
     };
@@ -158,7 +158,7 @@ TEST_F(NotificationCenterTest, LetsASelectorPost) {
   EXPECT_EQ(center.subscriptionCount(), 1U);
 }
 
-TEST_F(NotificationCenterTest, PassesOnWhatASelectorRaisesAndStaysUsable) {
+TEST_F(NotificationCenterTest, PassesOnTheExceptionOfASelectorAndStaysUsable) {
   center.addObserver(
       &first,
       [&](const Notification&) {

@@ -3,7 +3,7 @@
 
 #import "tests/adapters/appkit/support/user.h"
 
-// A user's acts as a program that assists the user does them: no screen, keyboard or mouse is needed.
+// A user's acts, done as an assistive program does them: without screen, keyboard or mouse.
 namespace user {
 namespace {
 

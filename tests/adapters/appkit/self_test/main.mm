@@ -1,6 +1,6 @@
-// Loads a bundle as a print dialog does, over the system's own print settings but without the dialog, and
-// lets the conformance suite observe it: so a fault of the bundle and a system that refuses to load it are
-// told apart.
+// Loads a bundle as a print dialog does, with the system's own print settings but without the dialog, and
+// runs the conformance suite on it. It shows whether the system refuses to load the bundle or the bundle is
+// at fault.
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -19,7 +19,7 @@ NSString* refusal(NSBundle* bundle) {
   if (bundle == nil) return @"there is no bundle";
   NSError* error = nil;
 #if defined(GNUSTEP)
-  // It has the other operation, which loads nothing.
+  // GNUstep's loadAndReturnError: loads nothing.
   const BOOL isLoaded = [bundle load];
 #else
   const BOOL isLoaded = [bundle loadAndReturnError:&error];
@@ -28,7 +28,7 @@ NSString* refusal(NSBundle* bundle) {
   return [bundle principalClass] == nil ? @"its principal class is not found" : nil;
 }
 
-// What a case leaves to be released goes with it.
+// Releases what a case leaves in the autorelease pool.
 class PoolForEachCase : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo& /*info*/) override { pool_ = [[NSAutoreleasePool alloc] init]; }
   void OnTestEnd(const testing::TestInfo& /*info*/) override { [pool_ drain]; }
@@ -41,7 +41,7 @@ class PoolForEachCase : public testing::EmptyTestEventListener {
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
   @autoreleasepool {
-    // Applications take any other word of their command line for a document to open.
+    // An application takes any other argument for a document to open.
     NSString* path = [[NSUserDefaults standardUserDefaults] stringForKey:@"bundle"];
     if (path == nil) {
       std::cerr << "usage: " << argv[0] << " -bundle PATH\n";

@@ -31,7 +31,7 @@ class TheSelfTest(unittest.TestCase):
         self.assertIn(f"[  PASSED  ] {cases} tests.", done.stdout)
         self.assertGreater(cases, 100)
 
-    def test_tells_a_bundle_that_is_not_loaded_from_one_that_fails(self):
+    def test_distinguishes_a_bundle_that_is_not_loaded_from_one_that_fails(self):
         damaged = self.copy_of_bundle()
         (damaged / "Contents/MacOS/TandemTrim").write_text("no code")
         for bundle in (damaged, damaged.with_name("nowhere.bundle")):

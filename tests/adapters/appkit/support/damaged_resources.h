@@ -20,7 +20,7 @@ class DamagedResources : public HostedPanelTest {
   void useNoPpd();
   /// The damaged bundle as it is now.
   [[nodiscard]] NSBundle* bundle();
-  /// What a plug-in with that bundle gives.
+  /// The panels of a plug-in with that bundle.
   [[nodiscard]] NSArray* panels();
 
  private:

@@ -1,19 +1,19 @@
-// The print dialog's part, as macOS's own plays it: this knows the plug-in by its documentation alone and
-// includes nothing of the project.
+// A host like macOS's print dialog. It knows the plug-in only by its documentation and includes nothing of
+// the project.
 #pragma once
 
 #include <cups/ppd.h>
 
 #import "tests/adapters/appkit/support/print_session.h"
 
-/// What the principal class of a plug-in answers.
+/// The operations of a plug-in's principal class.
 @protocol HostedPlugin
 - (BOOL)initWithBundle:(NSBundle*)bundle;
 - (NSArray*)PDEPanelsForType:(NSString*)type withHostInfo:(id)host;
 - (NSBundle*)bundle;
 @end
 
-/// What a panel answers.
+/// The operations of a panel.
 @protocol HostedPanel
 - (NSString*)panelName;
 - (NSString*)panelKind;
@@ -42,12 +42,12 @@
 /// The job's print settings, which are a dictionary here.
 - (NSMutableDictionary*)settings;
 #endif
-// What a plug-in asks.
+// Called by the plug-in.
 - (PMPrintSettings)printSettings;
 - (ppd_file_t*)ppdFile;
 @end
 
-/// A host that has no print settings to give.
+/// A host without print settings.
 @interface TestHostWithoutSettings : TestHost
 @end
 
@@ -55,11 +55,11 @@ namespace host {
 
 extern NSString* const kPrintDialogType;
 
-/// Starts the application, once, in the look that its pictures are to have.
+/// Starts the application once, with the appearance that its pictures need.
 void startApplication();
 
-/// A bundle in macOS's form. GNUstep reads it through a new folder of links in `scratch`, and each opening
-/// gives a bundle of its own there.
+/// A bundle in macOS's form. GNUstep reads it through a new folder of links in `scratch`, where each call
+/// returns a separate bundle.
 NSBundle* openBundle(NSString* path, NSString* scratch);
 
 /// The code of the plug-in under test, loaded by its path; TANDEM_TRIM_BUNDLE names it.
@@ -69,7 +69,7 @@ id<HostedPlugin> newPlugin();
 
 /// A window that shows a view alone, in front and with the keyboard. The caller closes it.
 NSWindow* showInWindow(NSView* view);
-/// Lets the application handle what has arrived.
+/// Lets the application handle the events that have arrived.
 void handleEvents();
 
 }  // namespace host

@@ -53,14 +53,14 @@ NSString* const kPrintDialogType = @"BDB091F4-E57F-11D3-B5CC-0050E4603277";
 
 namespace {
 
-// The toolkit shows an exception that nobody catches in a panel, and waits for somebody to close it.
+// By default, the toolkit shows an uncaught exception in a panel and waits until a user closes it.
 void endWithReason(NSException* exception) {
   std::cerr << [[exception name] UTF8String] << ": " << [[exception reason] UTF8String] << std::endl;
   std::abort();
 }
 
 #if defined(GNUSTEP)
-// The toolkit starts this server, which the application needs, and raises where it does not answer within ten
+// The toolkit starts this server, which the application needs, and raises if it does not answer within ten
 // seconds. A busy machine takes longer.
 void awaitNotificationServer() {
   constexpr int kTries = 12;
@@ -97,8 +97,7 @@ void startApplication() {
 }
 
 #if defined(GNUSTEP)
-// The toolkit gives back the bundle that it knows for a path, or for an identifier, so each has both of its
-// own.
+// The toolkit keeps one bundle for each path and identifier, so each opened bundle gets new ones.
 NSBundle* openBundle(NSString* path, NSString* scratch) {
   NSFileManager* files = [NSFileManager defaultManager];
   NSString* identity = [[NSProcessInfo processInfo] globallyUniqueString];
@@ -157,7 +156,7 @@ void handleEvents() {
                                                dequeue:YES]) {
     [NSApp sendEvent:event];
   }
-  // The insertion points' timers, which are otherwise never cleared away.
+  // Clears the insertion points' timers, which nothing else removes.
   for (NSString* mode in @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode ])
     [[NSRunLoop currentRunLoop] limitDateForMode:mode];
 }

@@ -1,4 +1,4 @@
-// A plug-in in its host, for tests that know it by its documentation alone.
+// A plug-in in its host, for tests that know it only by its documentation.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ namespace host {
 
 inline std::string textOf(NSString* string) { return string == nil ? "nil" : [string UTF8String]; }
 
-/// The language that this run speaks, as its table's folder names it.
+/// The language of this run, as its table's folder names it.
 NSString* language();
 /// The text of a key in that language's table.
 NSString* localized(NSString* key);
@@ -29,7 +29,7 @@ std::string exceptionOf(Work work) {
   return {};
 }
 
-/// One job on the sample printer, a plug-in with its bundle, and a panel when it is asked for.
+/// One job on the sample printer, a plug-in with its bundle, and a panel on request.
 class HostedPanelTest : public testing::Test {
  protected:
   HostedPanelTest();
@@ -43,7 +43,7 @@ class HostedPanelTest : public testing::Test {
   void show();
   /// The same, with the function switched on.
   void showOn();
-  /// Lets go of the panel and closes its window.
+  /// Releases the panel and closes its window.
   void close();
 
   [[nodiscard]] NSString* stored(NSString* key) { return [[host settings] objectForKey:key]; }
@@ -56,7 +56,7 @@ class HostedPanelTest : public testing::Test {
   /// The text box or stepper of a side.
   [[nodiscard]] NSTextField* box(NSString* side) { return identified(@"MorvaTTTextBoxKV2", side); }
   [[nodiscard]] NSStepper* stepper(NSString* side) { return identified(@"MorvaTTStepperKV2", side); }
-  /// The one view of a class that bears this title or, for a menu, offers it.
+  /// The one view of a class that has this title or, for a menu, offers it.
   [[nodiscard]] id titled(NSString* className, NSString* title);
   /// The pop-up that has an item of this value.
   [[nodiscard]] NSPopUpButton* menu(NSString* value);

@@ -7,7 +7,8 @@
 #if defined(GNUSTEP)
 #include <cstdint>
 
-// GNUstep lacks these; print_session.mm has the first five of them, and the project's stand-in the others.
+// GNUstep lacks these. print_session.mm defines the first five functions, tandemtrim_print_settings the
+// others.
 using Boolean = unsigned char;
 using OSStatus = std::int32_t;
 using CFTypeRef = const void*;

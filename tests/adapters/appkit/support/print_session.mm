@@ -1,6 +1,6 @@
 #import "tests/adapters/appkit/support/print_session.h"
 
-// What macOS has and GNUstep has not: a session is any object, its settings are a dictionary that is empty.
+// Operations that GNUstep lacks: a session is any object, its settings are an empty dictionary.
 extern "C" {
 
 OSStatus PMCreateSession(PMPrintSession* session) {

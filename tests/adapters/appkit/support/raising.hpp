@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the core raises, from code that the core's compiler made.
+/// Raises the core's exceptions from code that is compiled as the core is.
 namespace tandemtrim::raising {
 
 void badAlloc();

@@ -14,8 +14,8 @@ bool hasKeyboard() {
   return typing != nullptr && std::string(typing) == "keys";
 }
 
-// The next event of this type, not handled yet; those before it are. Input that never arrives runs into the
-// test's timeout.
+// Returns the next event of this type without handling it, and handles those before it. If it never arrives,
+// the test's timeout ends the wait.
 NSEvent* awaited(NSEventType type) {
   for (;;) {
     NSEvent* event = [NSApp nextEventMatchingMask:NSAnyEventMask
@@ -50,7 +50,7 @@ NSText* editorOf(NSTextField* box) {
 
 void insert(NSText* editor, NSString* text) { [static_cast<NSTextView*>(editor) insertText:text]; }
 
-// The pixel of the screen in the middle of a view's width and at a share of its height from below.
+// The screen's pixel in the middle of a view's width, at this share of its height from below.
 NSPoint pixelOf(NSView* view, CGFloat share) {
   const NSRect bounds = [view bounds];
   const CGFloat height = NSHeight(bounds) * share;
@@ -128,7 +128,7 @@ bool step(NSStepper* stepper, int steps) {
 
 bool choose(NSPopUpButton* menu, NSInteger index) {
   if (![menu isEnabled]) return false;
-  // The menu opens with the chosen item over the button; all its items are as high as that.
+  // The menu opens with the chosen item over the button; all items are as high as the button.
   drag(menu, 0.5, 0.5 - static_cast<CGFloat>(index - [menu indexOfSelectedItem]));
   return true;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Real input: what a keyboard and a mouse at the X server send, by its XTEST extension.
+/// Real input of a keyboard and a mouse, sent by the X server's XTEST extension.
 namespace x_server {
 
 /// Whether a keyboard has a key for the character.

@@ -37,7 +37,7 @@ std::string list(const std::string& root) {
 
 std::string entry(const std::string& value) { return list("<dict><key>k</key>" + value + "</dict>"); }
 
-// The object of a list with this one value; null when the list is none.
+// The object of a list with this one value; null if the list cannot be read.
 ObjectRef valueOf(const std::string& value) {
   const auto dictionary = read(entry(value));
   return dictionary ? find(*dictionary, "k") : nullptr;
@@ -82,7 +82,7 @@ TEST(PropertyList, ReadsEmptyElements) {
   EXPECT_TRUE(read(list("<dict><key></key><string>v</string></dict>"))->contains(""));
 }
 
-TEST(PropertyList, HoldsIntegersWithin64BitsWhateverTheirSign) {
+TEST(PropertyList, ClampsIntegersTo64Bits) {
   const std::pair<std::string, std::int64_t> integers[] = {
       {"0", 0},
       {"-5", -5},
@@ -137,7 +137,7 @@ TEST(PropertyList, ReadsDatesOfEveryCentury) {
   }
 }
 
-// A list with this one value beside an ordinary one reads as if it were not there.
+// Expects a list with this value and an ordinary one to be read without this value.
 void expectAbsent(const std::string& value) {
   const auto dictionary =
       read(list("<dict><key>bad</key>" + value + "<key>good</key><string>v</string></dict>"));
@@ -183,7 +183,7 @@ TEST(PropertyList, LacksANumberDateOrDataThatCannotBeRead) {
   }
 }
 
-TEST(PropertyList, LacksATextThatHoldsWhatIsNoCharacter) {
+TEST(PropertyList, LacksATextWithAnInvalidCharacter) {
   for (const std::string text :
        {"&unknown;", "&;",         "&",           "&amp",        "a&lt",          "&#0;",        "&#xD800;",
         "&#xDFFF;",  "&#x110000;", "&#x4000041;", "&#x4010041;", "&#4294967361;", "&#-5;",       "&#x;",
@@ -194,7 +194,7 @@ TEST(PropertyList, LacksATextThatHoldsWhatIsNoCharacter) {
   expectAbsent("<string><![CDATA[\xE4]]></string>");
 }
 
-TEST(PropertyList, LacksAnElementThatIsNoneOfItsOwn) {
+TEST(PropertyList, LacksAnUnknownElement) {
   for (const char* value :
        {"<unknown/>", "<unknown>5</unknown>", "<unknown><dict/></unknown>", "<ustring>a</ustring>",
         "<String>a</String>", "<plist><dict/></plist>", "<string><string>a</string></string>",
@@ -203,7 +203,7 @@ TEST(PropertyList, LacksAnElementThatIsNoneOfItsOwn) {
   }
 }
 
-TEST(PropertyList, LacksAnArrayThatWouldLackAnItem) {
+TEST(PropertyList, LacksAnArrayWithAnItemThatCannotBeRead) {
   for (const char* value : {"<array><string>&#xD800;</string></array>",
                             "<array><string>a</string><unknown/></array>", "<array>text<string/></array>",
                             "<array><key>k</key></array>", "<array><array><unknown/></array></array>"}) {
@@ -254,7 +254,7 @@ TEST(PropertyList, ReadsDataOfEveryLength) {
   }
 }
 
-// The bytes, in their order, that may stand in a list's text where `around` puts them.
+// The bytes that a list may contain where `around` puts them, in ascending order.
 std::string bytesAllowed(const std::function<std::string(const std::string&)>& around) {
   const TemporaryFolder folder;
   std::string allowed;
@@ -268,7 +268,7 @@ std::string bytesAllowed(const std::function<std::string(const std::string&)>& a
   return allowed;
 }
 
-TEST(PropertyList, HasBlanksAndNothingElseAroundNumbersAndElements) {
+TEST(PropertyList, AllowsOnlyBlanksAroundNumbersAndElements) {
   EXPECT_EQ(bytesAllowed([](auto& text) { return entry("<integer>" + text + "5</integer>"); }),
             "\t\n\r +-0123456789");
   EXPECT_EQ(bytesAllowed([](auto& text) { return entry("<true>" + text + "</true>"); }), "\t\n\r ");
@@ -288,7 +288,7 @@ TEST(PropertyList, ReadsEntitiesAndCharacterData) {
   EXPECT_TRUE(read(list("<dict><key>a&amp;b</key><string/></dict>"))->contains("a&b"));
 }
 
-TEST(PropertyList, LeavesCommentsAndInstructionsOut) {
+TEST(PropertyList, IgnoresCommentsAndInstructions) {
   EXPECT_EQ(valueAs<std::string>("<!-- <array> --><string>a<!-- b -->c</string><?array <array>?>"), "ac");
   EXPECT_EQ(valueAs<std::string>("<string>a<?b?>c<!DOCTYPE d>e</string>"), "ace");
   EXPECT_EQ(valueAs<Data>("<data>AP<!-- -->8=</data>").value().bytes.size(), 2U);
@@ -297,7 +297,7 @@ TEST(PropertyList, LeavesCommentsAndInstructionsOut) {
   EXPECT_TRUE(read("<!-- a --> <plist><dict/></plist> <!-- b -->\n"));
 }
 
-TEST(PropertyList, TakesBlanksForTextInTextsAlone) {
+TEST(PropertyList, KeepsBlanksOnlyInTexts) {
   const auto dictionary =
       read(list("\r\n\t<dict >\r\n\t<key> k </key>\t<string>\t</string>\r\n</dict\t>\r\n"));
   ASSERT_THAT(dictionary, testing::NotNull());
@@ -306,7 +306,7 @@ TEST(PropertyList, TakesBlanksForTextInTextsAlone) {
   EXPECT_EQ(*find(*dictionary, " k ")->as<std::string>(), "\t");
 }
 
-TEST(PropertyList, CountsTheLastOfEqualKeys) {
+TEST(PropertyList, UsesTheLastOfEqualKeys) {
   const auto dictionary =
       read(list("<dict><key>k</key><string>1</string><key>k</key><integer>2</integer></dict>"));
   ASSERT_TRUE(dictionary);
@@ -325,14 +325,14 @@ TEST(PropertyList, ReadsLargeDictionaries) {
   EXPECT_EQ(find(*dictionary, "999")->integerValue(), -999);
 }
 
-TEST(PropertyList, IsNoneUnlessTheRootIsADictionary) {
+TEST(PropertyList, IsRefusedUnlessTheRootIsADictionary) {
   for (const char* root :
        {"<array/>", "<string>a</string>", "<integer>1</integer>", "<true/>", "<data/>", ""}) {
     EXPECT_THAT(read(list(root)), IsNull()) << root;
   }
 }
 
-TEST(PropertyList, IsNoneForWhatIsNoXmlPropertyList) {
+TEST(PropertyList, IsRefusedWhereItIsMalformed) {
   const std::string files[] = {
       "",
       " \n",
@@ -387,13 +387,13 @@ TEST(PropertyList, IsNoneForWhatIsNoXmlPropertyList) {
   for (const auto& bytes : files) EXPECT_THAT(read(bytes), IsNull()) << bytes;
 }
 
-TEST(PropertyList, TakesWhatFollowsTheRootInTheListForNothing) {
+TEST(PropertyList, IgnoresWhatFollowsTheRoot) {
   const auto dictionary = read(list("<dict><key>k</key><string>v</string></dict><dict/><string>x</string>"));
   ASSERT_TRUE(dictionary);
   EXPECT_EQ(dictionary->size(), 1U);
 }
 
-// A value in so many elements of the kind, each with `before` in front of what it holds.
+// A value nested in `levels` elements, each with `before` in front of its content.
 std::string nested(std::size_t levels, const std::string& element, const std::string& before,
                    const std::string& value = "<string>v</string>") {
   std::string text;
@@ -424,7 +424,7 @@ TEST(PropertyList, IsReadEightLevelsDeepAndLacksWhatNestsDeeper) {
   for (const std::size_t levels : {7U, 8U, 9U, 20000U}) expectAbsent(nested(levels, "array", ""));
 }
 
-TEST(PropertyList, IsNoneForNestingThatNeverEnds) {
+TEST(PropertyList, IsRefusedForEndlessNesting) {
   std::string open = "<plist>";
   while (open.size() < 1000000) open += "<array>";
   EXPECT_THAT(read(open), IsNull());
@@ -505,7 +505,7 @@ TEST(PropertyList, SaysWhatIsWrongWithItsFile) {
   EXPECT_EQ(fault, (folder.path() / "missing").string() + ": cannot be read");
 }
 
-TEST(PropertyList, IsNoneWithoutAFileOfTheRegularKind) {
+TEST(PropertyList, IsReadOnlyFromARegularFile) {
   const TemporaryFolder folder;
   const auto pipe = (folder.path() / "pipe.plist").string();
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -522,7 +522,7 @@ TEST(PropertyList, SurvivesEveryTruncationAndEveryChangedByte) {
       "<string>a&amp;<![CDATA[b]]></string><true/><dict><key>k</key><false/></dict></array>");
   ASSERT_TRUE(read(whole));
   const TemporaryFolder folder;
-  // Each text gets a file of its own: writing anew over a file waits for the disk.
+  // Each text gets a new file, as overwriting a file waits for the disk.
   auto readNext = [&folder, files = 0](const std::string& bytes) mutable {
     return dictionaryWithContentsOfFile(folder.write(std::to_string(++files), bytes));
   };
@@ -544,7 +544,7 @@ TEST(PropertyList, LeavesNoMemoryBehind) {
     EXPECT_TRUE(read(entry("<array><string>a</string><true/><data>AP8=</data><dict/></array>")));
     EXPECT_THAT(valueOf("<string>&#xD800;</string>"), IsNull());
   };
-  // Blocks are a little larger at one time than at another; what is left behind adds up.
+  // The sizes of blocks vary a little, while leaks add up.
   constexpr std::size_t kRounds = 1000;
   readSome();
   const auto before = mallinfo2().uordblks;
@@ -554,7 +554,7 @@ TEST(PropertyList, LeavesNoMemoryBehind) {
 
 using PropertyListInACommaLocale = test::CommaLocaleTest;
 
-TEST_F(PropertyListInACommaLocale, ReadsRealNumbersWithAPointAllTheSame) {
+TEST_F(PropertyListInACommaLocale, StillReadsRealNumbersWithAPoint) {
   const auto real = valueOf("<real>2.5</real>");
   ASSERT_TRUE(real);
   EXPECT_EQ(*real->as<double>(), 2.5);

@@ -14,21 +14,21 @@ namespace {
 using test::TemporaryFolder;
 using testing::Optional;
 
-TEST(RegularFile, GivesTheBytesAsTheyStand) {
+TEST(RegularFile, IsReadByteForByte) {
   const TemporaryFolder folder;
   const std::string bytes("a\0\r\n\xFF", 5);
   EXPECT_THAT(contentsOfRegularFile(folder.write("file", bytes), 100), Optional(bytes));
   EXPECT_THAT(contentsOfRegularFile(folder.write("empty", ""), 100), Optional(std::string()));
 }
 
-TEST(RegularFile, HoldsAtMostTheLimit) {
+TEST(RegularFile, IsReadUpToTheLimit) {
   const TemporaryFolder folder;
   const auto path = folder.write("file", "12345");
   EXPECT_THAT(contentsOfRegularFile(path, 5), Optional(std::string("12345")));
   EXPECT_EQ(contentsOfRegularFile(path, 4), std::nullopt);
 }
 
-TEST(RegularFile, SaysWhyItIsNone) {
+TEST(RegularFile, SaysWhyItIsRefused) {
   const TemporaryFolder folder;
   const auto path = folder.write("file", "12345");
   std::string fault;
@@ -57,7 +57,7 @@ TEST(RegularFile, IsClosedWhenItIsRead) {
   EXPECT_EQ(openFiles(), before);
 }
 
-TEST(RegularFile, IsNoneForWhatIsMissingOrAnotherKindOfFile) {
+TEST(RegularFile, IsRefusedWhereItIsMissingOrOfAnotherKind) {
   const TemporaryFolder folder;
   const auto pipe = (folder.path() / "pipe").string();
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -67,7 +67,7 @@ TEST(RegularFile, IsNoneForWhatIsMissingOrAnotherKindOfFile) {
   }
 }
 
-TEST(RegularFile, IsNoneWhenReadingFails) {
+TEST(RegularFile, IsRefusedWhenReadingFails) {
   // A regular file by its kind, whose first page no process can read.
   EXPECT_EQ(contentsOfRegularFile("/proc/self/mem", 100), std::nullopt);
 }

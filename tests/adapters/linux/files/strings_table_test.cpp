@@ -11,7 +11,7 @@ using testing::ElementsAre;
 using testing::Optional;
 using testing::Pair;
 
-// The value of the only entry; none for a table with a fault.
+// The value of the only entry; nullopt for a table with a fault.
 std::optional<std::string> valueIn(const std::string& literal) {
   const auto table = parseStringsTable("key = " + literal + ";");
   return table ? std::optional(table->at("key")) : std::nullopt;
@@ -23,7 +23,7 @@ std::size_t faultyLine(std::string_view text) {
   return line;
 }
 
-// The same text in UTF-16; each pair of characters is one unit, the high byte first.
+// The text in UTF-16 behind a byte order mark.
 std::string utf16(const std::u16string& text, bool littleEndian) {
   std::string bytes = littleEndian ? "\xFF\xFE" : "\xFE\xFF";
   for (const char16_t unit : text) {
@@ -56,7 +56,7 @@ TEST(StringsTable, ReadsWordsWithoutQuotes) {
               Optional(ElementsAre(Pair("single", "a \"quoted\" word"))));
 }
 
-// The bytes, in their order, with which in front of this text a table has the one key.
+// The bytes that, put in front of this text, make a table with only this key, in ascending order.
 std::string bytesBefore(const std::string& text, const std::function<std::string(char)>& key) {
   std::string bytes;
   for (int number = 0; number < 256; ++number) {
@@ -73,16 +73,16 @@ TEST(StringsTable, HasWordsOfLettersDigitsAndAFewMarksBetweenBlanks) {
   EXPECT_EQ(bytesBefore("a = 1;", [](char) { return "a"; }), "\t\n\v\f\r ");
 }
 
-TEST(StringsTable, TakesAKeyAloneForItsOwnValue) {
+TEST(StringsTable, UsesAKeyWithoutAValueAsItsOwnValue) {
   EXPECT_THAT(parseStringsTable("\"On\"; Off;"), Optional(ElementsAre(Pair("Off", "Off"), Pair("On", "On"))));
 }
 
-TEST(StringsTable, CountsTheLastOfEqualKeys) {
+TEST(StringsTable, UsesTheLastOfEqualKeys) {
   EXPECT_THAT(parseStringsTable("a = 1; b = 2; a = 3;"),
               Optional(ElementsAre(Pair("a", "3"), Pair("b", "2"))));
 }
 
-TEST(StringsTable, KeepsTextsAsTheyStand) {
+TEST(StringsTable, KeepsTextsUnchanged) {
   EXPECT_EQ(valueIn("\"\""), "");
   EXPECT_EQ(valueIn("\"two\nlines // no comment /* either */ 100% %s = ;\""),
             "two\nlines // no comment /* either */ 100% %s = ;");
@@ -110,7 +110,7 @@ TEST(StringsTable, ReadsEscapes) {
   for (const auto& [literal, value] : escapes) EXPECT_EQ(valueIn(literal), value) << literal;
 }
 
-TEST(StringsTable, RefusesEscapesThatStandForNoCharacter) {
+TEST(StringsTable, RefusesEscapesOfNoCharacter) {
   for (const char* literal : {R"("\U")", R"("\U)", R"("\0)", R"("\UD83DDE00")", R"("\Uxyz")", R"("\U0000")",
                               R"("\0")", R"("\UD83D")", R"("\UD83Dx")", R"("\UD83D\n")", R"("\UD83D\U")",
                               R"("\UD83D\U0041")", R"("\UD83D\UDBFF")", R"("\UD83D\UE000")", R"("\UDE00")",
@@ -139,7 +139,7 @@ TEST(StringsTable, IsReadWithTheFirstAndTheLastCharactersOnEachSideOfSurrogates)
   }
 }
 
-TEST(StringsTable, TellsTheLineOfAnEncodingFault) {
+TEST(StringsTable, ReportsTheLineOfAnEncodingFault) {
   EXPECT_EQ(faultyLine("a = b;\n\"\xE4\" = c;"), 2U);
   EXPECT_EQ(faultyLine("a = b;\n// \xE4"), 2U);
   std::u16string halves[] = {u"a=b;\n\n\xD83D", u"a=\"\n\nx\";", u"a=b;\n\n//x"};
@@ -150,7 +150,7 @@ TEST(StringsTable, TellsTheLineOfAnEncodingFault) {
   EXPECT_EQ(faultyLine(utf16(u"a=b;\n", false) + "x"), 2U);
 }
 
-TEST(StringsTable, TellsTheLineOfAFault) {
+TEST(StringsTable, ReportsTheLineOfAFault) {
   const std::pair<const char*, std::size_t> faults[] = {
       {"a = b", 1},
       {"a = b;\nc = d\ne = f;", 3},
@@ -175,7 +175,7 @@ TEST(StringsTable, TellsTheLineOfAFault) {
   for (const auto& [text, line] : faults) EXPECT_EQ(faultyLine(text), line) << text;
 }
 
-TEST(StringsTable, NeedsNoPlaceForTheLine) { EXPECT_EQ(parseStringsTable("a"), std::nullopt); }
+TEST(StringsTable, MayBeReadWithoutAskingForTheLine) { EXPECT_EQ(parseStringsTable("a"), std::nullopt); }
 
 }  // namespace
 }  // namespace tandemtrim::platform::linux
