@@ -1,4 +1,4 @@
-"""Command lines that cannot be meant: each ends with status 2, and nothing is sent. Those of the manual page work."""
+"""Wrong command lines end with status 2 and send nothing. The manual page's examples work."""
 
 import functools
 import os
@@ -10,10 +10,10 @@ import unittest
 from patience import PATIENCE
 from terminal_case import PPD, PROGRAM, PROJECT, SAMPLE, TerminalCase
 
-# The manual page's examples of these need another machine, a screen, another program or a desktop's session.
+# Examples with these words need another machine, a screen, another program or a desktop session.
 ELSEWHERE = ("desk:631", "--dialog", "| jq", "--applications")
 
-# What does nothing, is refused, or has no use of its own.
+# Options without an example: they do nothing, are refused, or make no sense alone.
 NOT_SHOWN = {"-c", "-i", "--help", "--version", "--verbose", "--plugin"}
 
 WRONG = {
@@ -25,7 +25,7 @@ WRONG = {
         ["--set", "Valid=On", "--set", "Position=Middle"],
         ["Position=Middle", "Left, Center, Right"],
     ),
-    "a state that no check box has": (["--set", "Valid=Maybe"], ["Valid=Maybe", "On, Off"]),
+    "a check box neither on nor off": (["--set", "Valid=Maybe"], ["Valid=Maybe", "On, Off"]),
     "an unknown option": (["--bogus"], ["--bogus", "--help"]),
     "an unknown short option": (["-z"], ["-z", "--help"]),
     "an -o without an option": (["-o", ""], ["-o"]),
@@ -39,30 +39,30 @@ WRONG = {
     "too high a priority": (["-q", "101"], ['-q "101"', "from 1 to 100"]),
     "a priority that is no number": (["-q", "7x"], ['-q "7x"', "from 1 to 100"]),
     "pages that are no numbers": (["-P", "banana"], ['-P "banana": "banana" is no page', "1,3-5,16"]),
-    "a list of pages with a hole": (["-P", "1,,3"], ['-P "1,,3": a page is missing', "1,3-5,16"]),
+    "a list of pages with an empty place": (["-P", "1,,3"], ['-P "1,,3": a page is missing', "1,3-5,16"]),
     "pages from the last to the first": (["-P", "1,5-3"], ['-P "1,5-3": "5-3" is no page or range', "counted from 1"]),
     "a page before the first": (["-P", "0"], ['-P "0": "0" is no page or range', "counted from 1"]),
-    "a time that no clock shows": (["-H", "24:00"], ['-H "24:00"', "hold or immediate"]),
+    "a time after 23:59": (["-H", "24:00"], ['-H "24:00"', "hold or immediate"]),
     "a word that is no time": (["-H", "banana"], ['-H "banana"', "hold or immediate"]),
     "no server": (["-h", ""], ['-h "": no server is named', "host:port"]),
     "a port that is no number": (["-h", "localhost:x"], ['-h "localhost:x": the port is no number', "host:port"]),
     "no printer": (["-d", ""], ['-d "": no printer is named', "tandem-trim --list"]),
-    "an instance of no printer": (["-d", "/x"], ['-d "/x": no printer is named', "printer/instance"]),
+    "an instance without a printer": (["-d", "/x"], ['-d "/x": no printer is named', "printer/instance"]),
     "a job to resume": (["-H", "resume"], ["-H resume", "lp -i JOB -H resume"]),
     "a job to restart": (["-H", "restart"], ["-H restart", "lp -i JOB -H restart"]),
     "a job to change": (["-i", "Morva-12"], ["-i Morva-12", "lp -i Morva-12", "nothing was sent"]),
     "-o without its text": (["-o"], ["-o"]),
-    "a word that switches nothing": (["--applications", "yes"], ['--applications "yes"', "on, off or status"]),
-    "all GTK programs while nothing is switched on": (["--applications", "off", "--all-gtk"], ["--all-gtk goes with --applications on"]),
+    "a word other than on, off and status": (["--applications", "yes"], ['--applications "yes"', "on, off or status"]),
+    "all GTK programs while switching off": (["--applications", "off", "--all-gtk"], ["--all-gtk goes with --applications on"]),
     "switching for applications beside a job": (["--applications", "on", "-d", "Morva"], ["leave -d, files out"]),
 }
 
 
 class CommandLineTest(TerminalCase):
-    def test_a_wrong_command_line_is_answered_with_what_is_wrong_about_it(self):
+    def test_a_wrong_command_line_is_refused_with_the_reason(self):
         for what, (arguments, words) in WRONG.items():
             with self.subTest(what):
-                # The mistake comes last, so that it cannot swallow the file's name.
+                # The mistake comes last, so that it cannot take the file's name as its value.
                 self.refuses("-d", "Morva", SAMPLE, *arguments, status=2, words=words)
 
     @functools.cache

@@ -1,4 +1,4 @@
-"""The program says "confirmed" of a job that the server holds whole, and of no other."""
+"""The program reports a job as confirmed only when the server has all of it."""
 
 import json
 import os
@@ -16,9 +16,9 @@ from terminal_case import PPD, PROGRAM, REQUEST, SAMPLE, TerminalCase, digest
 
 TIMEOUT = 2  # seconds that the program waits for an answer
 NO_NUMBER = "Morva did not answer the request for a job; nothing was printed: the print server at "
-CANCELLED = "processing-to-stop-point"  # CUPS's reason of a job that was cancelled while it waited, or aborted
-QUESTION = b"job-k-octets"  # in the request for what the server holds
-REQUESTS = 6  # of a job, the question last
+CANCELLED = "processing-to-stop-point"  # CUPS's reason for a job that was cancelled while it waited, or aborted
+QUESTION = b"job-k-octets"  # in the request that asks what the server has of the job
+REQUESTS = 6  # the number of a job's requests, that one last
 SLOW_FILTER = """#!/bin/sh
 echo "INFO: cutting" >&2
 until [ -e "$TANDEM_TRIM_RECORDS/go" ]; do sleep 0.05; done
@@ -37,7 +37,7 @@ class ConfirmationTest(TerminalCase):
 
     @classmethod
     def add_slow_queue(cls):
-        """A printer Slow, whose filter ends with the status that tells() gives it, and Unreliable, whose backend does."""
+        """Adds the printers Slow, whose filter waits for end_filter(), and Unreliable, whose backend does."""
         for kind in ("filter", "backend"):
             program = cls.cups.folder / f"programs/{kind}/slow"
             program.write_text(SLOW_FILTER)
@@ -49,20 +49,21 @@ class ConfirmationTest(TerminalCase):
         abort = ["lpadmin", "-p", "Unreliable", "-o", "printer-error-policy=abort-job"]
         subprocess.run(abort, env=cls.cups.environment(), capture_output=True, check=True)
 
-    def tells(self, status):
+    def end_filter(self, status):
+        """Makes the waiting filter or backend exit with this status."""
         unfinished = self.cups.folder / "records/unfinished"
         unfinished.write_text(str(status))
         unfinished.rename(unfinished.with_name("go"))
 
     def prints_over(self, relay, files, *arguments):
-        """Prints the files over the relay; gives the program's result and the records of what reached the filter."""
+        """Prints the files over the relay; returns the program's result and the filter's records."""
         with relay:
             result = self.trim("-d", "Morva", *arguments, *files, CUPS_SERVER=relay.address)
         self.cups.wait_for_jobs()
         return result, self.cups.records()
 
     def started(self, *arguments, program=(PROGRAM,), stdin=subprocess.DEVNULL, **variables):
-        """The program, which is ended with the test."""
+        """Starts the program, which is killed at the end of the test."""
         program = subprocess.Popen(
             [*program, *arguments], stdin=stdin, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=self.environment(**variables)
         )
@@ -71,12 +72,12 @@ class ConfirmationTest(TerminalCase):
         return program
 
     def end_of(self, program):
-        """Waits for the program; gives status, output and messages."""
+        """Waits for the program; returns its status, output and messages."""
         out, said = program.communicate(timeout=PATIENCE)
         return program.returncode, out.decode(), said.decode()
 
     def cuts(self, count, files, look, answers=False):
-        """Cuts the connection at so many points of a job; `look` is given each result and the records."""
+        """Cuts the connection at `count` points of a job and calls `look` with each result and its records."""
         whole = Cut(self.cups.address, answers=answers)
         self.assertEqual(self.prints_over(whole, files)[0].returncode, 0)
         for number in range(1, count + 1):
@@ -87,7 +88,7 @@ class ConfirmationTest(TerminalCase):
 
     # Cut connections.
 
-    def test_a_connection_that_breaks_inside_a_document_confirms_nothing_and_leaves_no_job_behind(self):
+    def test_a_job_whose_connection_breaks_inside_a_document_is_cancelled_and_not_confirmed(self):
         def look(result, _):
             self.assertEqual((result.returncode, result.stdout), (1, ""))
             self.assertRegex(result.stderr, r"the print server at 127.0.0.1:\d+ .*; job \d+ on Morva was cancelled")
@@ -95,7 +96,7 @@ class ConfirmationTest(TerminalCase):
         for files in ([self.document], [self.document, SAMPLE]):
             self.cuts(6, files, look)
 
-    def test_a_connection_that_breaks_behind_a_document_confirms_what_the_server_says_it_holds(self):
+    def test_a_job_whose_connection_breaks_after_the_document_is_confirmed_if_the_server_has_all_of_it(self):
         confirmed = []
 
         def look(result, records):
@@ -110,7 +111,7 @@ class ConfirmationTest(TerminalCase):
         self.cuts(6, [SAMPLE], look, answers=True)
         self.assertIn(True, confirmed)
 
-    def test_a_server_that_is_away_for_a_moment_is_asked_again(self):
+    def test_a_server_that_is_unreachable_for_a_moment_is_asked_again(self):
         behind = Cut(self.cups.address)
         self.prints_over(behind, [SAMPLE])
         for after, status in ((behind.counted - 10, 0), (behind.counted // 2, 1)):
@@ -119,7 +120,7 @@ class ConfirmationTest(TerminalCase):
                 result, records = self.prints_over(Away(self.cups.address, after, 0.5), [SAMPLE])
                 self.assertEqual((result.returncode, len(records)), (status, 1 - status), result.stderr)
 
-    def test_a_server_that_is_still_at_the_document_is_asked_again(self):
+    def test_a_server_that_is_still_receiving_the_document_is_asked_again(self):
         whole = Cut(self.cups.address)
         self.prints_over(whole, [SAMPLE])
 
@@ -127,7 +128,7 @@ class ConfirmationTest(TerminalCase):
             return sum("Get-Job-Attributes" in line for line in self.cups.requests())
 
         before = questions()
-        in_the_document = whole.counted - 1500  # behind it comes the question, which is shorter
+        in_the_document = whole.counted - 1500  # the question follows, and is shorter
         with Pause(self.cups.address, in_the_document) as relay:
             program = self.started("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
             until(lambda: questions() > before, "the question")
@@ -136,13 +137,13 @@ class ConfirmationTest(TerminalCase):
         self.assertEqual(status, 0, said)
         self.assertRegex(out, r"7 of 7 options confirmed\n$")
 
-    def test_of_a_job_whose_number_is_lost_that_one_alone_is_cancelled(self):
+    def test_a_job_whose_number_is_lost_is_cancelled_and_no_other_job_is(self):
         self.assertEqual(self.trim("-d", "Resting", SAMPLE).returncode, 0)
-        # Another program's, which the server lists last.
+        # Another program's job, which the server lists last.
         subprocess.run(["lp", "-d", "Resting", "-q", "1", SAMPLE], env=self.environment(), capture_output=True, check=True)
         others, before = self.cups.jobs("not-completed"), self.cups.jobs()
-        behind_continue = 40  # bytes of the answers
-        with Cut(self.cups.address, behind_continue, answers=True) as relay:
+        after_continue = 40  # bytes of the answers
+        with Cut(self.cups.address, after_continue, answers=True) as relay:
             result = self.trim("-d", "Resting", SAMPLE, CUPS_SERVER=relay.address)
         self.assertEqual(result.returncode, 1)
         self.assertIn(NO_NUMBER.replace("Morva", "Resting"), result.stderr)
@@ -151,7 +152,7 @@ class ConfirmationTest(TerminalCase):
 
     # Documents that cannot be sent to their end.
 
-    def test_a_document_that_shrinks_while_it_is_sent_is_not_printed(self):
+    def test_a_document_that_shrinks_while_being_sent_is_not_printed(self):
         document = self.temporary_folder() / "shrinking.pdf"
         document.write_bytes(SAMPLE.read_bytes() + bytes(50_000_000))
         with Pause(self.cups.address, 100_000) as relay:
@@ -196,8 +197,8 @@ class ConfirmationTest(TerminalCase):
 
     # Jobs that others or the server change.
 
-    def cancelled_meanwhile(self, *arguments):
-        """Prints a job that is cancelled before the program asks what the server holds; gives the program's end."""
+    def cancelled_before_confirmation(self, *arguments):
+        """Prints a job that is cancelled before the program asks what the server has of it; returns the program's end."""
         with Holdup(self.cups.address, QUESTION) as relay:
             program = self.started("-d", "Resting", *arguments, SAMPLE, CUPS_SERVER=relay.address)
             self.assertTrue(relay.held.wait(PATIENCE))
@@ -205,8 +206,8 @@ class ConfirmationTest(TerminalCase):
             relay.release()
             return self.end_of(program)
 
-    def test_a_job_that_is_cancelled_meanwhile_is_not_confirmed(self):
-        status, out, said = self.cancelled_meanwhile()
+    def test_a_job_that_is_cancelled_before_its_confirmation_is_not_confirmed(self):
+        status, out, said = self.cancelled_before_confirmation()
         self.assertEqual((status, out), (1, ""))
         self.assertRegex(said, rf"job \d+ on Resting was cancelled at the print server at \S+ \({CANCELLED}\)\n$")
 
@@ -216,7 +217,7 @@ class ConfirmationTest(TerminalCase):
         self.assertRegex(result.stdout, r"8 of 8 options confirmed; it is held \(job-hold-until-specified\)\n$")
 
     def followed(self, printer, end):
-        """Follows a job on a printer with a slow program, lets `end` end it; gives the program's end."""
+        """Prints with --wait on a slow printer and calls `end` once the job is processing; returns the program's end."""
         program = self.started("-d", printer, "--wait", SAMPLE)
         said = b""
         while b"cutting" not in said:
@@ -227,12 +228,12 @@ class ConfirmationTest(TerminalCase):
         status, out, rest = self.end_of(program)
         return status, out, said.decode() + rest
 
-    def test_a_job_that_is_followed_ends_with_the_status_of_its_end(self):
+    def test_waiting_for_a_job_ends_with_a_status_that_says_how_the_job_ended(self):
         ends = {
-            "completed": ("Slow", lambda: self.tells(0), 0, f"^{REQUEST}" + "{}: 7 of 7 options confirmed\n$", r"{}: completed \("),
+            "completed": ("Slow", lambda: self.end_filter(0), 0, f"^{REQUEST}" + "{}: 7 of 7 options confirmed\n$", r"{}: completed \("),
             "cancelled": ("Slow", self.cups.cancel_all, 1, f"^{REQUEST}$", rf"{{}} was cancelled at .* \((job-canceled-by-user|{CANCELLED})\)\n$"),
-            "stopped": ("Slow", lambda: self.tells(1), 1, f"^{REQUEST}$", r"{} was stopped at .* \(job-completed-with-errors\)\n$"),
-            "aborted": ("Unreliable", lambda: self.tells(1), 1, f"^{REQUEST}$", rf"{{}} was aborted at .* \({CANCELLED}\)\n$"),
+            "stopped": ("Slow", lambda: self.end_filter(1), 1, f"^{REQUEST}$", r"{} was stopped at .* \(job-completed-with-errors\)\n$"),
+            "aborted": ("Unreliable", lambda: self.end_filter(1), 1, f"^{REQUEST}$", rf"{{}} was aborted at .* \({CANCELLED}\)\n$"),
         }
         for end, (printer, act, expected, shown, words) in ends.items():
             with self.subTest(end):
@@ -244,7 +245,7 @@ class ConfirmationTest(TerminalCase):
                 self.assertRegex(said, rf"{job}: processing \(job-printing\): cutting\n")
                 self.assertRegex(said, words.format(job))
 
-    def test_each_change_of_a_job_that_is_followed_is_reported_once(self):
+    def test_each_change_of_a_job_that_the_program_waits_for_is_reported_once(self):
         def described(state, reasons, message, sheets):
             changes = [(ipp.ENUM, "job-state", state), (ipp.KEYWORD, "job-state-reasons", reasons)]
             changes += [(ipp.TEXT, "job-printer-state-message", message), (ipp.INTEGER, "job-media-sheets-completed", sheets)]
@@ -259,11 +260,11 @@ class ConfirmationTest(TerminalCase):
         self.assertEqual(result.stderr, "".join(f"tandem-trim: job 1 on Morva: {change}\n" for change in changes))
         self.assertEqual((result.returncode, result.stdout), (0, "request id is Morva-1 (1 file(s))\njob 1 on Morva: 0 of 0 options confirmed\n"))
 
-    def test_following_needs_a_file(self):
+    def test_waiting_for_a_job_needs_a_file(self):
         self.refuses("-d", "Morva", "--wait", status=2, words=["--wait", "file"])
 
-    def test_json_names_a_job_that_is_not_confirmed(self):
-        status, out, said = self.cancelled_meanwhile("--json")
+    def test_json_describes_a_job_that_is_not_confirmed(self):
+        status, out, said = self.cancelled_before_confirmation("--json")
         job = json.loads(out)["job"]
         self.assertEqual((status, job["state"], job["reasons"]), (1, "canceled", CANCELLED))
         self.assertIn(job["id"], self.cups.jobs())
@@ -277,14 +278,14 @@ class ConfirmationTest(TerminalCase):
     # Signals.
 
     def sends_a_part(self, **around):
-        """The program, which has made a job and waits for the rest of its document."""
+        """Starts the program and waits until it has made a job; the rest of its document is missing."""
         program = self.started("-d", "Morva", "-", stdin=subprocess.PIPE, **around)
         program.stdin.write(SAMPLE.read_bytes() + bytes(65536))
         program.stdin.flush()
         until(lambda: self.cups.jobs("not-completed"), "the start of the job")
         return program
 
-    def test_a_signal_calls_the_job_back(self):
+    def test_a_signal_cancels_the_job(self):
         for number, word in ((signal.SIGINT, "interrupted"), (signal.SIGTERM, "terminated")):
             with self.subTest(number):
                 program = self.sends_a_part()
@@ -295,12 +296,12 @@ class ConfirmationTest(TerminalCase):
                 self.cups.wait_for_jobs()
                 self.assertEqual(self.cups.records(), [])
 
-    def test_a_signal_while_the_server_stands_still_calls_the_job_back(self):
+    def test_a_signal_while_the_server_does_not_answer_cancels_the_job(self):
         document = self.temporary_folder() / "large.pdf"
         document.write_bytes(SAMPLE.read_bytes() + bytes(50_000_000))
         points = {
             "in the document": ((100_000,), r"job \d+ on Morva was cancelled\n"),
-            "in front of the job's number": ((1, True), f"{NO_NUMBER}.* did not answer within {TIMEOUT} s;"),
+            "before the job's number": ((1, True), f"{NO_NUMBER}.* did not answer within {TIMEOUT} s;"),
         }
         for name, (point, words) in points.items():
             with self.subTest(name), Pause(self.cups.address, *point) as relay:
@@ -313,14 +314,14 @@ class ConfirmationTest(TerminalCase):
                 self.cups.wait_for_jobs()
                 self.assertEqual(self.cups.records(), [])
 
-    def test_a_signal_that_is_ignored_from_the_start_stays_so(self):
+    def test_a_signal_that_is_ignored_from_the_start_stays_ignored(self):
         program = self.sends_a_part(program=("env", "--ignore-signal=INT", PROGRAM))
         program.send_signal(signal.SIGINT)
         status, out, said = self.end_of(program)
         self.assertEqual((status, said), (0, ""))
         self.assertRegex(out, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$")
 
-    def test_a_signal_while_a_job_is_followed_leaves_the_job_alone(self):
+    def test_a_signal_while_the_program_waits_for_the_job_does_not_cancel_it(self):
         program = self.started("-d", "Slow", "--wait", SAMPLE)
         while b"cutting" not in program.stderr.readline():
             self.assertIsNone(program.poll())
@@ -328,7 +329,7 @@ class ConfirmationTest(TerminalCase):
         self.assertEqual(program.wait(PATIENCE), -signal.SIGINT)
         jobs = self.cups.jobs("not-completed")
         self.assertEqual(len(jobs), 1)
-        self.tells(0)
+        self.end_filter(0)
         self.cups.wait_for_jobs()
         self.assertLessEqual(set(jobs), set(self.cups.jobs("completed")))
 

@@ -1,4 +1,4 @@
-"""A connection that is cut at any byte: no job is called confirmed that its filter has not got whole, none stays behind, and none keeps the program."""
+"""A connection that is cut at any byte: a job is confirmed only if its filter got all of it, none is left behind, and the program ends."""
 
 import hashlib
 import os
@@ -9,7 +9,7 @@ from relay import NEW_JOB, Cut
 from terminal_case import DEFAULTS, REQUEST, SAMPLE, TerminalCase, digest, of_panel
 
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
-# At how many bytes, chosen at random, or "3/16": at every sixteenth from the third on.
+# The number of cuts at random bytes; or "3/16": at every sixteenth byte from the third on.
 CUTS = os.environ.get("TANDEM_TRIM_CUTS", "6")
 LARGE_CUTS = os.environ.get("TANDEM_TRIM_LARGE_CUTS", "1")
 SMALL, LARGE = 100_000, 20_000_000  # bytes of a document
@@ -23,7 +23,7 @@ class CutJobsTest(TerminalCase):
         return document
 
     def prints_over(self, relay, document):
-        """Prints the document over the relay; gives the program's result and the records of what reached the filter."""
+        """Prints the document over the relay; returns the program's result and the filter's records."""
         self.cups.forget()
         with relay:
             result = self.trim("-d", "Morva", document, CUPS_SERVER=relay.address)
@@ -32,7 +32,8 @@ class CutJobsTest(TerminalCase):
         return result, self.cups.records()
 
     def cuts(self, cuts, document, answers, since):
-        """Cuts the connection at so many bytes of the requests, or of the answers, since a request with these words."""
+        """Cuts the connection at the bytes that `cuts` chooses, counted since a request with the words `since`: bytes of the requests or,
+        with `answers`, of the answers."""
         whole = Cut(self.cups.address, answers=answers, since=since)
         result, (expected,) = self.prints_over(whole, document)
         self.assertEqual((result.returncode, expected.sha256), (0, digest(document)))
@@ -50,19 +51,19 @@ class CutJobsTest(TerminalCase):
                     self.assertEqual((result.returncode, received), (0, [(expected.sha256, DEFAULTS)]))
                 else:
                     self.assertRegex(result.stderr, "^tandem-trim: .*the print server at 127.0.0.1:")
-                    # CUPS takes a document for whole that breaks off between two chunks of HTTP, and prints its beginning.
+                    # CUPS takes a document that ends between two chunks of HTTP for complete, and prints its beginning.
                     for record in records:
                         self.assertIn("is incomplete: ", result.stderr)
                         self.assertEqual(record.sha256, hashlib.sha256(content[: record.size]).hexdigest())
                         self.assertLess(record.size, len(content))
 
-    def test_a_request_that_is_cut(self):
+    def test_a_job_with_a_cut_request_is_whole_or_not_confirmed(self):
         self.cuts(CUTS, self.document(SMALL), answers=False, since=ANY_REQUEST)
 
-    def test_an_answer_that_is_cut(self):
+    def test_a_job_with_a_cut_answer_is_whole_or_not_confirmed(self):
         self.cuts(CUTS, self.document(SMALL), answers=True, since=NEW_JOB)
 
-    def test_a_large_document_that_is_cut(self):
+    def test_a_job_with_a_cut_large_document_is_whole_or_not_confirmed(self):
         self.cuts(LARGE_CUTS, self.document(LARGE), answers=False, since=NEW_JOB)
 
 

@@ -1,4 +1,4 @@
-"""Settings that a user keeps for the next jobs."""
+"""Settings that a user saves as defaults for the next jobs."""
 
 import concurrent.futures
 import os
@@ -20,7 +20,7 @@ from terminal_case import (
     option_text,
 )
 
-QUESTION = 6  # of a job's requests the one for what the server holds
+QUESTION = 6  # the number of the job's request that asks what the server has of it
 NOTE = 'two "words" – ü'
 
 
@@ -51,11 +51,11 @@ class DefaultsTest(TerminalCase):
         return self.file_of_defaults.read_text() if self.file_of_defaults.exists() else ""
 
     def kept_for(self, destination):
-        """The options of the line that begins with this."""
+        """The options in the line that begins with this."""
         (line,) = [line for line in self.kept().splitlines() if line.startswith(destination + " ")]
         return dict(word.partition("=")[::2] for word in line.split()[2:])
 
-    def test_kept_settings_are_those_of_every_program(self):
+    def test_saved_settings_apply_to_every_program(self):
         self.keeps("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
         self.run_program("lp", "-d", "Morva", SAMPLE)
         self.cups.wait_for_jobs()
@@ -65,7 +65,7 @@ class DefaultsTest(TerminalCase):
         listed = self.run_program("lpoptions", "-p", "Morva").split()
         self.assertIn("MVTopMargin=12", listed)
 
-    def test_the_program_itself_starts_from_them(self):
+    def test_the_panel_starts_from_the_saved_settings(self):
         self.keeps("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
         options = self.options_of()
         self.assertEqual(of_panel(options), CHANGED)
@@ -73,31 +73,31 @@ class DefaultsTest(TerminalCase):
         options = self.options_of("--set", "Top=3", "-o", "MVLeftMargin=4")
         self.assertEqual(of_panel(options), CHANGED | {MARGINS["Top"]: "3", MARGINS["Left"]: "4"})
 
-    def test_what_lpoptions_keeps_is_what_the_panel_shows(self):
+    def test_the_panel_starts_from_what_lpoptions_saved(self):
         self.run_program("lpoptions", "-p", "Morva", "-o", "MVTandemTrim=On", "-o", "MVRightMargin=19")
         expected = DEFAULTS | {"MVTandemTrim": "On", MARGINS["Right"]: "19"}
         self.assertEqual(of_panel(self.options_of()), expected)
 
-    def test_kept_settings_may_be_replaced(self):
+    def test_saved_settings_can_be_replaced(self):
         self.keeps(*each("--set", ACTS_THAT_CHANGE))
         self.keeps("--restore-defaults", "--set", "Valid=Off")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
-    def test_they_may_be_kept_while_printing(self):
+    def test_settings_can_be_saved_while_printing(self):
         self.prints("-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9", SAMPLE)
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
-    def test_they_may_be_kept_with_the_ppd_from_a_file(self):
+    def test_settings_can_be_saved_with_the_ppd_from_a_file(self):
         self.keeps("--ppd", PPD, "-o", "MVTopMargin=9")
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
-    def test_a_default_that_the_printer_does_not_allow_is_not_kept(self):
+    def test_a_default_that_the_printer_does_not_allow_is_not_saved(self):
         ppd = self.temporary_folder() / "small.ppd"
         ppd.write_text(PPD.read_text().replace('MaxTandemTrimMarginTop: "20"', 'MaxTandemTrimMarginTop: "3"'))
         self.keeps("--ppd", ppd)
         self.assertEqual(self.kept_for("Dest Morva").keys(), DEFAULTS.keys() - {MARGINS["Top"]})
 
-    def test_a_job_that_fails_keeps_nothing(self):
+    def test_a_job_that_fails_saves_nothing(self):
         keep = ["-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9"]
         self.assertEqual(self.trim(*keep, "-o", "document-format=application/x-nothing", SAMPLE).returncode, 1)
         self.assertEqual(self.kept(), "")
@@ -108,7 +108,7 @@ class DefaultsTest(TerminalCase):
         self.assertIn("could not be confirmed", result.stderr)
         self.assertEqual(self.kept(), "")
 
-    def test_what_is_chosen_for_one_job_is_never_kept(self):
+    def test_options_of_a_single_job_are_never_saved(self):
         of_one_job = "copies=2 page-ranges=1 page-set=odd Collate=True job-hold-until=no-hold job-name=One"
         self.keeps("-n", "3", "-t", "Mine", "-o", of_one_job, "-o", "x-note=kept")
         self.assertEqual(sorted(self.kept_for("Dest Morva")), sorted([*DEFAULTS, "x-note"]))
@@ -116,7 +116,7 @@ class DefaultsTest(TerminalCase):
         self.keeps("-n", "3")
         self.assertEqual(self.kept_for("Dest Morva")["copies"], "2")
 
-    def test_they_may_be_taken_away(self):
+    def test_saved_settings_can_be_removed(self):
         self.run_program("lpoptions", "-p", "Morva/draft", "-o", "MVTopMargin=2")
         self.keeps("-o", "MVTandemTrim=On MVTopMargin=9")
         result = self.keeps_nothing("-d", "Morva")
@@ -127,16 +127,16 @@ class DefaultsTest(TerminalCase):
         self.keeps_nothing("-d", "Morva/draft")
         self.assertEqual(self.kept(), "")
 
-    def test_the_default_printer_stays_so_when_its_options_are_taken_away(self):
+    def test_the_default_printer_stays_the_default_when_its_saved_settings_are_removed(self):
         self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
         self.run_program("lpoptions", "-d", "Morva")
         self.keeps_nothing()
         self.assertEqual(self.kept(), "Default Morva\n")
 
-    def test_they_are_not_taken_away_from_a_printer_that_does_not_exist(self):
+    def test_removing_the_saved_settings_of_a_printer_that_does_not_exist_is_refused(self):
         self.refuses("-d", "Nobody", "--reset-defaults", words=["Nobody", "Morva"])
 
-    def test_what_others_keep_stays_byte_for_byte(self):
+    def test_other_lines_of_the_file_stay_byte_for_byte(self):
         others = "# mine\nDest  Elsewhere x=1   y\nDefault Morva/draft a='b c'\nPolicy unknown\n\nDest Morva/Draught z=1"
         self.file_of_defaults.parent.mkdir()
         self.file_of_defaults.write_text(others)
@@ -147,7 +147,7 @@ class DefaultsTest(TerminalCase):
         self.keeps_nothing("-d", "Morva")
         self.assertEqual(self.kept(), others + "\n")
 
-    def test_programs_that_keep_settings_at_once_lose_nothing(self):
+    def test_programs_that_save_settings_at_the_same_time_lose_nothing(self):
         instances = [f"Morva/{name}" for name in ("one", "two", "three")]
         with concurrent.futures.ThreadPoolExecutor(len(instances)) as programs:
             for number in range(10):
@@ -156,31 +156,31 @@ class DefaultsTest(TerminalCase):
                 for name in instances:
                     self.assertEqual(self.kept_for(f"Dest {name}").get("x-note"), f"n{number}", self.kept())
 
-    def test_what_cannot_be_kept_is_said_before_anything_is_printed(self):
+    def test_a_setting_that_cannot_be_saved_is_refused_before_anything_is_printed(self):
         arguments = ["-d", "Morva", "--save-as-default", "-o", 'x-note="a#b"', SAMPLE]
         self.refuses(*arguments, words=["x-note", "default"])
 
-    def test_other_letter_case_is_the_same_keyword(self):
+    def test_saved_keywords_count_in_any_letter_case(self):
         self.run_program("lpoptions", "-p", "Morva", "-o", "mvtopmargin=7")
         options = self.options_of()
         self.assertEqual(of_panel(options), DEFAULTS | {MARGINS["Top"]: "7"})
         self.assertNotIn("mvtopmargin", options)
 
-    def test_an_instance_of_a_printer_keeps_settings_of_its_own(self):
+    def test_an_instance_of_a_printer_has_its_own_saved_settings(self):
         arguments = ["-d", "Morva/draft", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=2"]
         self.assertEqual(self.trim(*arguments).returncode, 0)
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
         _, (record,) = self.prints("-d", "Morva/draft", SAMPLE)
         self.assertEqual(record.options[MARGINS["Top"]], "2")
 
-    def test_the_administrators_default_for_a_setting_goes_before_the_panels(self):
+    def test_the_administrators_default_overrides_the_panels_and_the_users_overrides_both(self):
         self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=8")
         self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-R", "MVTopMargin-default")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS | {MARGINS["Top"]: "8"})
         self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS | {MARGINS["Top"]: "9"})
 
-    def test_the_servers_own_default_is_not_kept_as_the_users(self):
+    def test_a_value_equal_to_the_queues_default_is_not_saved(self):
         self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=8")
         self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-R", "MVTopMargin-default")
         self.run_program("lpoptions", "-p", "Morva", "-o", "x-note=kept")
@@ -189,7 +189,7 @@ class DefaultsTest(TerminalCase):
         self.assertNotIn("MVTopMargin", kept)
         self.assertEqual((kept["MVBottomMargin"], kept["x-note"]), ("3", "kept"))
 
-    def test_the_administrators_default_in_the_ppd_goes_before_the_panels(self):
+    def test_the_administrators_default_in_the_ppd_overrides_only_the_panels(self):
         self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin=8", "-o", "MVPrintPosition=Right")
         self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-o", "MVTopMargin=5", "-o", "MVPrintPosition=Center")
         expected = DEFAULTS | {MARGINS["Top"]: "8", POSITION: "Right"}
@@ -203,11 +203,11 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(of_panel(self.options_of()), expected | {MARGINS["Top"]: "9"})
         self.assertEqual(of_panel(self.options_of("-o", "MVTopMargin=4")), expected | {MARGINS["Top"]: "4"})
 
-    def test_facts_about_the_printer_do_not_become_settings(self):
+    def test_facts_about_the_printer_are_not_saved_as_settings(self):
         self.keeps()
         self.assertEqual(sorted(self.kept_for("Dest Morva")), sorted(DEFAULTS))
 
-    def test_a_pipe_or_a_device_in_the_place_of_their_file_is_not_waited_for(self):
+    def test_a_pipe_or_a_device_in_place_of_the_file_is_refused_without_waiting(self):
         self.file_of_defaults.parent.mkdir()
         for make in (os.mkfifo, lambda file: file.symlink_to("/dev/zero")):
             make(self.file_of_defaults)
@@ -216,17 +216,17 @@ class DefaultsTest(TerminalCase):
             self.refuses("--list", words=[f"{self.file_of_defaults} is not a file"])
             self.file_of_defaults.unlink()
 
-    def test_the_letter_at_the_end_of_one_job_is_none_at_the_end_of_others(self):
+    def test_a_mail_at_the_end_of_one_job_is_not_saved_for_others(self):
         self.keeps("-m", "-o", "MVTopMargin=9")
         self.assertNotIn("notify", self.file_of_defaults.read_text())
 
-    def test_they_are_kept_where_a_printer_has_several_lines(self):
+    def test_settings_are_saved_even_if_the_file_has_several_lines_for_the_printer(self):
         self.file_of_defaults.parent.mkdir()
         self.file_of_defaults.write_text("Default Morva MVTopMargin=3\nDest Morva MVTopMargin=4\n")
         self.keeps("-o", "MVTopMargin=9")
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
-    def test_without_a_home_the_program_says_that_it_cannot_keep_them(self):
+    def test_without_a_home_folder_the_program_says_that_it_cannot_save_settings(self):
         home = self.temporary_folder() / "file"
         home.write_text("no folder")
         result = self.trim("-d", "Morva", "--save-as-default", HOME=str(home), CUPS_SERVERROOT=str(home))

@@ -1,4 +1,4 @@
-"""A print server that wants an encrypted connection gets one, and a certificate that changed is told."""
+"""A print server that wants an encrypted connection gets one, and a changed certificate is reported."""
 
 import itertools
 import unittest
@@ -15,11 +15,11 @@ REQUIRED = {"CUPS_ENCRYPTION": "Required"}
 
 class EncryptionTest(TerminalCase):
     def kept(self, host="127.0.0.1"):
-        """The file in which the server's certificate is kept."""
+        """The file of the server's saved certificate."""
         return self.cups.folder / f"home/.cups/ssl/{host}.crt"
 
     def prints_encrypted(self, **around):
-        """Prints at a server that nothing reaches but encryption; gives how many requests it turned away."""
+        """Prints on a server that accepts only encrypted connections; returns how many requests it turned away."""
         with WantsEncryption(self.cups.address) as relay:
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **around)
         self.assertRegex(result.stdout, CONFIRMED, result.stderr)
@@ -30,10 +30,10 @@ class EncryptionTest(TerminalCase):
     def test_encryption_that_the_user_requires_is_used_from_the_start(self):
         self.assertEqual(self.prints_encrypted(**REQUIRED), 0)
 
-    def test_encryption_that_the_server_requires_is_followed(self):
+    def test_encryption_that_the_server_requires_is_used_from_then_on(self):
         self.assertGreater(self.prints_encrypted(), 0)
 
-    def test_the_first_certificate_is_kept_for_the_user_alone(self):
+    def test_the_first_certificate_is_saved_where_only_the_user_can_read_it(self):
         self.prints_encrypted(**REQUIRED)
         self.assertEqual(self.kept().parent.stat().st_mode & 0o777, 0o700)
         first = self.kept().read_bytes()
@@ -41,7 +41,7 @@ class EncryptionTest(TerminalCase):
         self.prints_encrypted(**REQUIRED)
         self.assertEqual(self.kept().read_bytes(), first)
 
-    def test_a_certificate_that_changed_is_told_before_anything_is_sent(self):
+    def test_a_changed_certificate_is_reported_before_anything_is_sent(self):
         self.prints_encrypted(**REQUIRED)
         with PrivateCups() as other:
             other.add_queue("Morva", PPD)
@@ -53,7 +53,7 @@ class EncryptionTest(TerminalCase):
             words = f"the print server at {address} shows another certificate than before, so it may be another server; .*remove {self.kept()} "
             self.assertRegex(result.stderr, words)
             with WantsEncryption(other.address) as relay:
-                # At once, however long a server may take.
+                # This is reported at once, whatever the time limit for answers.
                 result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(10 * PATIENCE))
             self.assertEqual((result.returncode, result.stdout), (1, ""))
             self.assertIn("another certificate", result.stderr)
@@ -62,9 +62,9 @@ class EncryptionTest(TerminalCase):
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
             self.assertRegex(result.stdout, CONFIRMED, result.stderr)
 
-    def test_another_server_that_takes_a_connection_over_gets_no_job_and_is_told(self):
+    def test_another_server_that_takes_a_connection_over_gets_no_job_and_is_reported(self):
         self.prints_encrypted(**REQUIRED)
-        told = 0
+        reports = 0
         with PrivateCups() as other:
             other.add_queue("Morva", PPD)
             for piece in itertools.count(1):
@@ -72,13 +72,13 @@ class EncryptionTest(TerminalCase):
                     result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **REQUIRED)
                     self.assertEqual(other.jobs(), [], result.stderr)
                     self.assertEqual("confirmed" in result.stdout, result.returncode == 0, result.stderr)
-                    told += "shows another certificate than before" in result.stderr
+                    reports += "shows another certificate than before" in result.stderr
                 if not relay.is_cut:
                     break
         self.assertEqual(result.returncode, 0, result.stderr)
-        self.assertGreater(told, 0)
+        self.assertGreater(reports, 0)
 
-    def test_a_certificate_that_cannot_be_kept_is_told_and_the_job_goes_on(self):
+    def test_a_certificate_that_cannot_be_saved_is_reported_and_the_job_is_printed(self):
         blocked = self.kept().parent
         blocked.parent.mkdir(parents=True)
         blocked.write_text("no folder")
@@ -86,8 +86,8 @@ class EncryptionTest(TerminalCase):
         self.assertRegex(result.stdout, CONFIRMED, result.stderr)
         self.assertIn(f"the certificate of the print server at {self.cups.address[0]}:{self.cups.address[1]} cannot be kept as {self.kept()}", result.stderr)
 
-    # Valid for this name, and until later than the first one.
-    def test_another_certificate_for_the_servers_name_is_told_as_well(self):
+    def test_another_certificate_that_is_valid_for_the_same_host_is_reported_too(self):
+        # The second server's certificate expires later than the first one's.
         first = "localhost:{}".format(self.cups.address[1])
         self.assertRegex(self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=first, **REQUIRED).stdout, CONFIRMED)
         with PrivateCups() as other:
@@ -98,13 +98,13 @@ class EncryptionTest(TerminalCase):
         self.assertIn("another certificate than before", result.stderr)
         self.assertRegex(self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=first, **REQUIRED).stdout, CONFIRMED)
 
-    def test_a_kept_certificate_that_cannot_be_read_is_told(self):
+    def test_a_saved_certificate_that_cannot_be_read_is_reported(self):
         self.kept().parent.mkdir(parents=True)
         self.kept().write_text("junk")
         result = self.refuses("-d", "Morva", SAMPLE, **REQUIRED)
         self.assertRegex(result.stderr, f"certificate of .* cannot be read; mend or remove {self.kept()}")
 
-    def test_a_certificate_that_the_users_settings_exclude_is_told(self):
+    def test_a_certificate_that_the_users_settings_do_not_accept_is_reported(self):
         settings = self.cups.folder / "home/client.conf"
         for text, words in (("TrustOnFirstUse No\n", "Trust on first use"), ("ValidateCerts Yes\n", "not valid for name")):
             settings.write_text(text)
@@ -112,7 +112,7 @@ class EncryptionTest(TerminalCase):
                 result = self.refuses("-d", "Morva", SAMPLE, **REQUIRED)
                 self.assertRegex(result.stderr, f"shows a certificate that is not trusted .*{words}.*; .*{self.kept()}.* client.conf")
 
-    def test_a_server_that_cannot_encrypt_is_told(self):
+    def test_a_server_that_cannot_encrypt_is_reported(self):
         with FakeServer(PPD.read_bytes()) as server:
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT="5", **REQUIRED)
         self.assertEqual(result.returncode, 1)

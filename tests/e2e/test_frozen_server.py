@@ -1,4 +1,4 @@
-"""A print server that no longer answers does not hold the program for ever."""
+"""The program does not wait forever for a print server that stops answering."""
 
 import subprocess
 import threading
@@ -8,14 +8,14 @@ from patience import PATIENCE, until
 from relay import BUSY, GONE, SILENT, Relay
 from terminal_case import PROGRAM, REQUEST, SAMPLE, TerminalCase
 
-TIMEOUT = 1  # seconds that the program is told to wait for an answer
-# Those of a job on a queue of which nobody saved anything, in their order.
+TIMEOUT = 1  # seconds that the program waits for an answer
+# The requests of a job on a queue without saved options, in order.
 REQUESTS = ["the printer's state", "the saved options", "the PPD", "a new job", "the document", "the job's options"]
 
 
 class FrozenServerTest(TerminalCase):
     def thaw(self):
-        """Lets the server work again and forgets what it was left with."""
+        """Lets the server work again and cancels its jobs."""
         self.cups.thaw()
         self.cups.cancel_all()
         self.cups.wait_for_jobs()
@@ -32,8 +32,8 @@ class FrozenServerTest(TerminalCase):
                 self.assertRegex(result.stderr, rf"127\.0\.0\.1:{self.cups.address[1]} did not answer within 1 s;")
                 self.assertEqual(self.cups.records(), [])
 
-    def freezes_on_the_way(self, rest):
-        """Freezes the server when a job has begun, hands over the rest of its document; gives what the program says."""
+    def freezes_during_a_job(self, rest):
+        """Freezes the server once a job has begun, then passes the rest of its document; returns the program's messages."""
         with subprocess.Popen(
             [PROGRAM, "-d", "Morva", "-"],
             stdin=subprocess.PIPE,
@@ -41,7 +41,7 @@ class FrozenServerTest(TerminalCase):
             stderr=subprocess.PIPE,
             env=self.environment(TANDEM_TRIM_TIMEOUT=str(TIMEOUT)),
         ) as program:
-            # What the program reads at once; then it waits for more.
+            # As much as the program reads at once; then it waits for more.
             program.stdin.write(SAMPLE.read_bytes() + bytes(65536))
             program.stdin.flush()
             until(lambda: self.cups.jobs("not-completed"), "the start of the job")
@@ -56,17 +56,17 @@ class FrozenServerTest(TerminalCase):
         self.assertEqual(program.returncode, 1, said)
         return said
 
-    def test_a_server_that_freezes_while_a_document_is_on_its_way_prints_nothing(self):
-        said = self.freezes_on_the_way(50_000_000)  # more than the system takes off the program's hands
+    def test_a_document_that_is_half_sent_when_the_server_freezes_is_not_printed(self):
+        said = self.freezes_during_a_job(50_000_000)  # more than the system's buffers
         self.assertRegex(said, r"Morva did not take .* did not answer within 1 s; job \d+ on Morva could not be cancelled")
         self.assertEqual(self.cups.records(), [])
 
-    def test_a_server_that_freezes_behind_a_document_leaves_it_open_what_becomes_of_the_job(self):
-        said = self.freezes_on_the_way(100_000)
+    def test_the_program_warns_that_a_job_may_still_be_printed_when_the_server_freezes_after_its_document(self):
+        said = self.freezes_during_a_job(100_000)
         self.assertRegex(said, r"Morva did not confirm .* did not answer within 1 s; job \d+ on Morva .* may still be printed \(see lpstat -o Morva\)")
 
     def in_trouble_at(self, what, trouble, shown="^$"):
-        """Prints over a server that fails at this request; the program's error and the server's place in it."""
+        """Prints on a server that fails at this request; returns the program's messages and the server's address."""
         with Relay(self.cups.address, REQUESTS.index(what) + 1, trouble) as relay:
             result = self.trim(
                 "-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT)
@@ -75,7 +75,7 @@ class FrozenServerTest(TerminalCase):
         self.assertRegex(result.stdout, shown)
         return result.stderr, relay.address
 
-    def test_a_server_that_fails_before_it_has_the_job_is_named_and_nothing_is_sent(self):
+    def test_a_server_that_fails_before_it_has_the_job_is_named_and_no_job_is_sent(self):
         for what in REQUESTS[: REQUESTS.index("the document")]:
             for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "broke the connection")):
                 with self.subTest(what, trouble=trouble):
@@ -84,7 +84,7 @@ class FrozenServerTest(TerminalCase):
                     self.assertRegex(said, f"the print server at {server} {words}")
                     self.assertEqual(self.cups.jobs(), before)
 
-    def test_a_server_that_fails_behind_the_job_leaves_its_options_unconfirmed(self):
+    def test_a_job_whose_server_fails_after_getting_it_is_not_confirmed(self):
         for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "broke the connection and takes no new one")):
             with self.subTest(trouble):
                 said, server = self.in_trouble_at("the job's options", trouble, f"^{REQUEST}$")
@@ -95,19 +95,19 @@ class FrozenServerTest(TerminalCase):
                 self.cups.forget()
 
     def keeps_settings_until(self, request, trouble):
-        """Keeps settings over a server that fails at the request of this number; the program's result and the server's place in it."""
+        """Saves settings on a server that fails at the request of this number; returns the program's result and the server's address."""
         with Relay(self.cups.address, request, trouble) as relay:
             around = {"CUPS_SERVER": relay.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
             return self.trim("-d", "Morva", "--save-as-default", **around), relay.address
 
-    def test_a_server_that_fails_where_settings_are_kept_is_named_and_nothing_else_that_is_kept_is_lost(self):
+    def test_a_server_that_fails_while_settings_are_saved_is_named_and_other_saved_settings_stay(self):
         def lpoptions(*arguments):
             return subprocess.run(["lpoptions", *arguments], env=self.environment(), capture_output=True, check=True, text=True).stdout
 
         lpoptions("-p", "Morva/Other", "-o", "x-note=mine")
         for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "broke the connection"), (BUSY, "is out of service at present")):
             failures = 0
-            # Up to where the settings are kept without the server's failing on the way.
+            # At the last request the server fails too late, and the settings are saved.
             for request in range(REQUESTS.index("the PPD") + 2, REQUESTS.index("the PPD") + 9):
                 with self.subTest(trouble, request=request):
                     result, server = self.keeps_settings_until(request, trouble)
@@ -119,7 +119,7 @@ class FrozenServerTest(TerminalCase):
             self.assertGreater(failures, 0)
             self.assertEqual(result.returncode, 0, "the last request is not among those that failed")
 
-    def test_the_printer_is_asked_about_once_more_where_somebody_saved_options_for_it(self):
+    def test_saved_options_cost_at_most_one_more_request(self):
         save = ["lpoptions", "-p", "Morva", "-o", "x-note=mine"]
         subprocess.run(save, env=self.environment(), capture_output=True, check=True)
         with Relay(self.cups.address, len(REQUESTS) + 2, SILENT) as relay:

@@ -1,4 +1,4 @@
-"""Nothing that comes from the network is believed: what is cut off, of another type, endless or slow."""
+"""The program trusts nothing from the network: answers that are cut off, of a wrong type, endless or slow."""
 
 import gzip
 import itertools
@@ -16,17 +16,17 @@ from relay import AlwaysCut, Altered, Babbling, Cut, Slow
 from terminal_case import BUILD, PPD, PROGRAM, REQUEST, SAMPLE, TerminalCase, digest
 
 TIMEOUT = 1  # seconds that the program waits for an answer
-MEMORY = 2 << 30  # that a program may take; one without limits would take more
+MEMORY = 2 << 30  # bytes that the program may allocate; without its own limits it would need more
 PPD_REQUEST = b".ppd HTTP"
 ENDLESS_LOOKUP = BUILD / "tests/e2e/libendless_lookup.so"
-# Of the requests of a job, those without whose answers it is not confirmed. Of a document without one the server is asked what it holds.
+# The requests of a job without whose answers it is not confirmed. Sending a document is not one: the server can be asked what it has.
 REQUESTS = (ipp.GET_PRINTER, ipp.CREATE_JOB, ipp.GET_JOB)
 # Values that fit none of the attributes that the program reads.
 ODD_VALUES = {"no value": (ipp.NO_VALUE, ""), "a number": (ipp.INTEGER, 7), "a switch": (ipp.BOOLEAN, 1), "a text": (ipp.TEXT, "odd")}
 
 
 def unpacked_without_end():
-    """The pieces of an answer about a job."""
+    """The pieces of a compressed answer about a job, endless in both forms."""
     packer = zlib.compressobj(9, wbits=31)
     attribute = ipp.group(ipp.JOB_GROUP, [(ipp.TEXT, "x", "y" * 1000)])[1:] * 20_000
     packed = packer.compress(ipp.beginning(0) + bytes([ipp.JOB_GROUP])) + packer.flush(zlib.Z_FULL_FLUSH)
@@ -37,14 +37,14 @@ def unpacked_without_end():
 
 class HostileServerTest(TerminalCase):
     def trim_at(self, server, *arguments, timeout=TIMEOUT, **more):
-        """Runs the program, whose memory is bounded, against the server at this address."""
+        """Runs the program, with bounded memory, against the server at this address."""
         around = {"CUPS_SERVER": server, "TANDEM_TRIM_TIMEOUT": str(timeout), **more}
-        # What sanitizers reserve counts as well.
+        # The limit would also count the memory that sanitizers reserve.
         is_sanitized = any(name.startswith(surroundings.SANITIZERS) for name in os.environ)
         bounded = [] if is_sanitized else [f"--as={MEMORY}"]
         return self.trim(*bounded, PROGRAM, *arguments, program="prlimit", **around)
 
-    # PPDs that are not whole.
+    # Incomplete PPDs.
 
     def test_a_ppd_that_breaks_off_once_is_fetched_again(self):
         whole = Cut(self.cups.address, answers=True, since=PPD_REQUEST)
@@ -66,7 +66,7 @@ class HostileServerTest(TerminalCase):
                 self.assertIn(f"the print server at {relay.address} breaks off in the middle of the PPD of Morva", result.stderr)
         self.assertEqual(self.cups.jobs(), before)
 
-    def test_a_ppd_in_chunks_is_whole_with_the_last_chunk_alone(self):
+    def test_a_ppd_in_chunks_is_refused_without_its_last_chunk(self):
         ppd = PPD.read_bytes()
         pieces = [fake_server.head("Transfer-Encoding: chunked"), fake_server.chunk(ppd[:2000]), fake_server.chunk(ppd[2000:]), b"0\r\n\r\n"]
         sent = b"".join(pieces)
@@ -81,7 +81,7 @@ class HostileServerTest(TerminalCase):
                     self.assertIn(f"{server.address} breaks off in the middle of the PPD of Morva", result.stderr)
                     self.assertEqual(server.asked.count(fake_server.PPD), 2)
 
-    def test_a_packed_ppd_is_whole_where_gzip_says_so(self):
+    def test_a_compressed_ppd_is_refused_if_gzip_finds_it_damaged(self):
         packed = gzip.compress(PPD.read_bytes())
         damaged = packed[:-8] + bytes(4) + packed[-4:]
         file = self.temporary_folder() / "packed.ppd.gz"
@@ -97,7 +97,7 @@ class HostileServerTest(TerminalCase):
                         self.assertRegex(result.stderr, rf"the PPD file .*{place} is damaged: [a-z ]+; mend it or name another by --ppd")
                 self.assertEqual(server.asked.count(fake_server.PPD), 1 if is_whole else 2)
 
-    def test_a_packed_ppd_that_is_damaged_once_is_fetched_again(self):
+    def test_a_compressed_ppd_that_is_damaged_once_is_fetched_again(self):
         packed = gzip.compress(PPD.read_bytes())
         answers = iter([fake_server.answer(packed[:-1]), fake_server.answer(packed)])
         with FakeServer(odd={fake_server.PPD: lambda: [next(answers)]}) as server:
@@ -118,7 +118,7 @@ class HostileServerTest(TerminalCase):
             result = self.trim_at(relay.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)
         self.assertRegex(result.stdout, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$", result.stderr)
 
-    def test_no_value_of_any_attribute_crashes_the_program(self):
+    def test_an_odd_value_of_any_attribute_does_not_crash_the_program(self):
         described = {ipp.GET_PRINTER: (ipp.PRINTER_GROUP, fake_server.PRINTER), ipp.CREATE_JOB: (ipp.JOB_GROUP, fake_server.JOB)}
         described[ipp.GET_JOB] = described[ipp.CREATE_JOB]
         more = {ipp.GET_JOB: ["number-of-documents", "job-k-octets", "document-format-supplied", "job-printer-state-message", "MVTopMargin", "copies"]}
@@ -165,7 +165,7 @@ class HostileServerTest(TerminalCase):
         self.assertEqual((result.returncode, result.stdout), (1, "request id is Morva-1 (1 file(s))\n"))
         self.assertIn(f"could not be confirmed: the print server at {server.address} has an internal error", result.stderr)
 
-    def test_a_number_that_no_job_can_have_is_none(self):
+    def test_a_job_with_an_impossible_number_counts_as_refused(self):
         for number in (0, -1):
             job = fake_server.described(ipp.JOB_GROUP, JOB, [(ipp.INTEGER, "job-id", number)])
             with self.subTest(number), FakeServer(PPD.read_bytes(), {ipp.CREATE_JOB: lambda job=job: [job]}) as server:
@@ -187,7 +187,7 @@ class HostileServerTest(TerminalCase):
         self.assertEqual(self.cups.records(), [])
 
     def ends_at(self, what, pieces, words, *arguments, timeout=TIMEOUT):
-        """Where the server answers this request so, the program ends in time and with a message that names it."""
+        """Asserts that the program ends in time and with these words when the server answers a request by these pieces."""
         with FakeServer(PPD.read_bytes(), {what: pieces}) as server:
             result = self.trim_at(server.address, "-d", "Morva", *(arguments or [SAMPLE]), timeout=timeout)
             self.assertEqual(result.returncode, 1, result.stderr)
@@ -210,15 +210,15 @@ class HostileServerTest(TerminalCase):
                 self.assertEqual(result.returncode, 1)
                 self.assertRegex(result.stderr, rf"the print server at {server.address} (did not answer within 1 s|broke the connection)")
 
-    def test_a_beginning_of_encryption_without_an_end_is_not_waited_for(self):
+    def test_an_endless_start_of_encryption_is_not_waited_for(self):
         for encryption, is_silent in itertools.product(("Always", "Required"), (True, False)):
             with self.subTest(encryption=encryption, is_silent=is_silent), TlsWithoutEnd(is_silent) as server:
                 result = self.trim_at(server.address, "-d", "Morva", SAMPLE, CUPS_ENCRYPTION=encryption)
                 self.assertEqual(result.returncode, 1)
                 self.assertIn(f"the print server at {server.address} did not answer within 1 s", result.stderr)
 
-    def test_a_name_that_nobody_resolves_is_not_waited_for(self):
-        # AddressSanitizer wants to be loaded first, and need not be.
+    def test_an_endless_look_up_of_the_servers_name_is_not_waited_for(self):
+        # AddressSanitizer insists on being loaded first; that check is not needed.
         sanitizer = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
         around = {"CUPS_SERVER": "a-server", "TANDEM_TRIM_TIMEOUT": "1", "ASAN_OPTIONS": sanitizer}
         result = self.trim("-d", "Morva", SAMPLE, LD_PRELOAD=ENDLESS_LOOKUP, **around)
@@ -232,14 +232,14 @@ class HostileServerTest(TerminalCase):
             with self.subTest(what):
                 self.ends_at(what, lambda: itertools.chain([start], itertools.repeat(attribute)), "{} (gave an answer that is too large|did not answer within 1 s)")
 
-    def test_an_answer_that_is_too_large_is_not_asked_for_again(self):
-        # As long as the server may take, the request would be repeated.
+    def test_a_request_with_too_large_an_answer_is_not_repeated(self):
+        # The time limit would leave time to repeat it.
         self.ends_at(ipp.GET_JOB, unpacked_without_end, "{} gave an answer that is too large", timeout=10 * PATIENCE)
 
-    def test_a_packed_answer_that_unpacks_without_end_is_refused(self):
+    def test_an_endless_compressed_answer_is_refused(self):
         self.ends_at(ipp.GET_JOB, unpacked_without_end, "{} (gave an answer that is too large|did not answer within 1 s)")
 
-    def test_endless_fields_are_refused(self):
+    def test_endless_http_header_fields_are_not_waited_for(self):
         for what in (ipp.GET_PRINTER, ipp.GET_JOB, fake_server.PPD):
             with self.subTest(what):
                 fields = itertools.chain([b"HTTP/1.1 200 OK\r\n"], itertools.repeat(b"X-More: and more\r\n" * 1000))
@@ -260,7 +260,7 @@ class HostileServerTest(TerminalCase):
         bomb = fake_server.answer(packed + more * 4096)
         self.ends_at(fake_server.PPD, lambda: [bomb], "the PPD file of Morva at {} is larger than 32 MB")
 
-    def test_a_server_that_sends_requests_elsewhere_is_named(self):
+    def test_a_server_that_redirects_requests_is_named(self):
         for what in REQUESTS:
             with self.subTest(what):
                 elsewhere = b"HTTP/1.1 301 Moved Permanently\r\nLocation: /\r\nContent-Length: 0\r\n\r\n"
@@ -270,7 +270,7 @@ class HostileServerTest(TerminalCase):
                     self.assertIn(f"the print server at {server.address}", result.stderr)
                     self.assertLess(server.asked.count(what), 20)
 
-    def test_a_document_whose_answer_is_none_is_confirmed_by_what_the_server_holds(self):
+    def test_a_document_without_a_valid_answer_is_confirmed_if_the_server_has_it(self):
         elsewhere = b"HTTP/1.1 301 Moved Permanently\r\nLocation: /\r\nContent-Length: 0\r\n\r\n"
         endless = itertools.chain([fake_server.head("Content-Length: 2000000000")], itertools.repeat(bytes(1000)))
         for pieces in ([elsewhere], endless, [fake_server.head()]):
@@ -278,8 +278,8 @@ class HostileServerTest(TerminalCase):
                 result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
             self.assertEqual((result.returncode, result.stdout), (0, "request id is Morva-1 (1 file(s))\njob 1 on Morva: 7 of 7 options confirmed\n"), result.stderr)
 
-    # CUPS does so with one that breaks off between two chunks of HTTP.
-    def test_a_document_that_the_server_takes_for_whole_and_is_not_is_called_back_at_once(self):
+    def test_an_incomplete_document_that_the_server_takes_for_complete_is_cancelled_at_once(self):
+        # CUPS takes a document that ends between two HTTP chunks for complete.
         for state, is_cancelled in ((ipp.PROCESSING, True), (ipp.COMPLETED, False)):
             held = [(ipp.ENUM, "job-state", state), (ipp.INTEGER, "number-of-documents", 1), (ipp.INTEGER, "job-k-octets", 1)]
             answers = {
@@ -294,9 +294,9 @@ class HostileServerTest(TerminalCase):
             self.assertEqual(server.asked.count(ipp.GET_JOB), 1)
             self.assertEqual(ipp.CANCEL_JOB in server.asked, is_cancelled)
 
-    # What takes long.
+    # Slow connections.
 
-    def test_a_document_takes_the_time_that_the_way_to_the_server_takes(self):
+    def test_a_document_may_take_as_long_as_the_connection_needs(self):
         document = self.temporary_folder() / "long.pdf"
         document.write_bytes(SAMPLE.read_bytes() + os.urandom(800_000))
         with Slow(self.cups.address, 250_000) as relay:

@@ -1,4 +1,4 @@
-"""What is installed works from where it is; without the print dialog, too."""
+"""The installed program works from any place, and without the print dialog, too."""
 
 import os
 import pathlib
@@ -8,7 +8,7 @@ import unittest
 
 from terminal_case import BUILD, SAMPLE, TerminalCase
 
-SOMEBODY = 54321  # a user who is neither root nor whoever runs the tests
+SOMEBODY = 54321  # a user other than root and the one who runs the tests
 
 
 class InstallationTest(TerminalCase):
@@ -20,10 +20,10 @@ class InstallationTest(TerminalCase):
     def test_the_installed_program_finds_its_plugin(self):
         self.assert_prints_with_the_panel(self.installed())
 
-    def test_the_terminal_part_needs_no_other(self):
+    def test_the_terminal_component_works_alone(self):
         self.assert_prints_with_the_panel(self.installed("--component", "terminal"))
 
-    def test_a_program_in_a_folder_that_is_open_to_all_trusts_nothing_beside_it(self):
+    def test_a_program_in_a_folder_that_everybody_may_write_to_loads_no_bundle_beside_it(self):
         prefix = self.installed("--component", "terminal")
         around = {"program": prefix / "bin/tandem-trim", "TANDEM_TRIM_PLUGIN_PATH": ""}
         (bundle,) = prefix.glob("lib/**/TandemTrim.bundle")
@@ -33,18 +33,18 @@ class InstallationTest(TerminalCase):
             self.refuses("-d", "Morva", SAMPLE, words=words, **around)
             folder.chmod(0o755)
 
-    def test_a_program_whose_own_part_strangers_could_change_runs_none_of_it(self):
+    def test_a_program_whose_module_others_could_change_refuses_to_run(self):
         prefix, part = self.installed_with_its_part()
         part.chmod(0o777)
         self.refuses_itself(prefix, f"everybody may write to {part} ", "chmod o-w")
 
-    def test_a_program_whose_own_part_is_of_another_build_runs_none_of_it(self):
+    def test_a_program_whose_module_is_of_another_build_refuses_to_run(self):
         prefix, part = self.installed_with_its_part()
         for other in self.of_other_builds(part):
             part.write_bytes(other)
             self.refuses_itself(prefix, f"{part} is of another build")
 
-    def test_a_program_without_its_own_part_says_what_to_install(self):
+    def test_a_program_without_its_module_says_what_to_install(self):
         prefix, part = self.installed_with_its_part()
         part.unlink()
         self.refuses_itself(prefix, "tandem-trim-terminal is missing", "install the package tandem-trim again")
@@ -59,25 +59,25 @@ class InstallationTest(TerminalCase):
         self.refuses("-d", "Morva", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
 
     def of_other_builds(self, module):
-        """What the module may be of another build: with another mark, and with none."""
+        """Contents of modules of other builds: one with another build mark, one without."""
         content, marks = re.subn(rb"(?<![0-9a-f])[0-9a-f]{64}(?=\0)", lambda mark: mark[0][::-1], module.read_bytes())
         self.assertEqual(marks, 1)
         return content, (BUILD / "tests/host/tandemtrim_fake_plugin").read_bytes()
 
-    def test_through_a_link_the_program_finds_its_parts(self):
+    def test_a_program_started_through_a_link_finds_its_parts(self):
         prefix = self.installed("--component", "terminal")
         link = self.temporary_folder() / "print"
         link.symlink_to(prefix / "bin/tandem-trim")
         self.prints("-d", "Morva", SAMPLE, program=link)
 
-    def test_what_the_programs_owner_may_write_is_trusted(self):
+    def test_files_that_only_the_programs_owner_may_write_are_trusted(self):
         prefix = self.installed("--component", "terminal")
         owner = SOMEBODY if os.geteuid() == 0 else os.geteuid()
         for path in (prefix, *prefix.rglob("*")):
             os.chown(path, owner, -1)
         self.assert_prints_with_the_panel(prefix)
 
-    def test_only_a_build_folders_program_trusts_the_folder_above_its_own(self):
+    def test_only_a_program_in_a_build_folder_takes_the_bundle_from_the_folder_above(self):
         prefix = self.installed("--component", "terminal")
         (bundle,) = prefix.glob("lib/**/TandemTrim.bundle")
         bundle.rename(prefix / bundle.name)
@@ -101,14 +101,14 @@ class InstallationTest(TerminalCase):
                 self.refuses_the_dialog(prefix, f"{module} is of another build")
             module.write_bytes(own)
 
-    def test_a_dialog_that_strangers_could_change_is_refused(self):
+    def test_a_dialog_that_others_could_change_is_refused(self):
         prefix = self.installed()
         for module in self.parts_of_the_dialog(prefix):
             module.chmod(0o777)
             self.refuses_the_dialog(prefix, f"everybody may write to {module} ", "chmod o-w")
             module.chmod(0o755)
 
-    def test_a_dialog_that_lacks_a_part_is_not_installed(self):
+    def test_a_dialog_that_lacks_a_module_counts_as_not_installed(self):
         prefix = self.installed()
         for module in self.parts_of_the_dialog(prefix):
             hidden = module.rename(module.with_suffix(".hidden"))
@@ -122,7 +122,7 @@ class InstallationTest(TerminalCase):
         self.assertEqual(set(files), {"tandem-trim-toolkit", "tandem-trim-dialog", "tandem-trim-page"})
         return [files["tandem-trim-toolkit"], files["tandem-trim-dialog"]]
 
-    def test_what_renders_pages_is_loaded_by_the_program_for_them_alone_and_no_toolkit_with_it(self):
+    def test_only_the_program_that_renders_pages_loads_poppler_and_it_loads_no_toolkit(self):
         links = {}
         for path in self.installed().rglob("*"):
             if path.is_file() and path.read_bytes()[:4] == b"\x7fELF":
@@ -135,7 +135,7 @@ class InstallationTest(TerminalCase):
         words = ["the print dialog cannot be shown", *reasons, "nothing was sent", "--no-dialog"]
         self.refuses("-d", "Morva", "--dialog", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
 
-    def test_without_the_dialog_a_screen_makes_no_difference_but_for_a_note(self):
+    def test_without_the_dialog_a_job_is_printed_on_a_screen_too_with_a_note(self):
         program = self.installed("--component", "terminal") / "bin/tandem-trim"
         result, (record,) = self.prints("-d", "Morva", SAMPLE, program=program, DISPLAY=":none")
         self.assertEqual(record.size, pathlib.Path(SAMPLE).stat().st_size)

@@ -1,4 +1,4 @@
-"""The panel speaks the user's language, and what it stores is the same in every one."""
+"""The panel's texts are in the user's language; what it stores is the same in every language."""
 
 import json
 import re
@@ -11,7 +11,7 @@ from terminal_case import ACTS_THAT_CHANGE, BUNDLE, CHANGED, LARGEST, MARGINS, P
 LANGUAGES = sorted(path.stem for path in PROJECT.glob("resources/*.lproj"))
 NO_LANGUAGE = {"LANG": "C.UTF-8", "LANGUAGE": "", "LC_ALL": "", "LC_MESSAGES": ""}
 
-# What a user's variables ask for, and the table that answers.
+# A user's variables, and the language of the string table that they select.
 CHOICES = (
     ({"LANGUAGE": "de"}, "de"),
     ({"LANGUAGE": "de_AT"}, "de"),
@@ -36,7 +36,7 @@ def table(language):
 
 
 def summary(language):
-    """The rows that the changed settings have in the panel's summary."""
+    """The rows of the panel's summary for the settings in CHANGED."""
     texts = table(language)
     rows = [
         (texts["ImageDirection"], texts["ShortEdgeFeed"]),
@@ -74,7 +74,7 @@ class LanguagesTest(TerminalCase):
         others = {language.replace("-Hans", "_CN") for language in LANGUAGES} - {"en"}
         self.assertEqual(set(names), others, f"{entry} has a line Name[language]= for each")
 
-    def test_the_comma_locale_that_the_tests_build_has_a_comma(self):
+    def test_the_comma_locale_of_the_tests_has_a_decimal_comma(self):
         variables = self.environment(**surroundings.LANGUAGES["comma"])
         shown = subprocess.run(["/usr/bin/printf", "%.1f", "2,5"], env=variables, capture_output=True, check=True)
         self.assertEqual(shown.stdout, b"2,5")

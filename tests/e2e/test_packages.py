@@ -1,4 +1,4 @@
-"""The Debian packages in build/release/package: what is in them, and what dpkg makes of them in an empty root."""
+"""The Debian packages in build/release/package: their contents, and their installation by dpkg in an empty root."""
 
 import configparser
 import re
@@ -23,7 +23,7 @@ def output(*command):
 
 
 class Root:
-    """An empty root, for dpkg alone: what the packages depend on is not there."""
+    """An empty root for dpkg, without the packages' dependencies."""
 
     def __init__(self, folder):
         self.folder = folder / "root"
@@ -33,7 +33,7 @@ class Root:
 
     def dpkg(self, *arguments):
         forced = ["--force-depends", "--force-not-root", f"--log={self.folder.parent}/log"]
-        # As apt calls it.
+        # Like apt, with --auto-deconfigure.
         command = ["fakeroot", "dpkg", f"--root={self.folder}", *forced, "--auto-deconfigure", *arguments]
         done = subprocess.run(command, env={"PATH": "/usr/sbin:/usr/bin:/sbin:/bin"}, capture_output=True, text=True, check=False)
         if done.returncode != 0:
@@ -70,7 +70,7 @@ class PackagesTest(TerminalCase):
         )
         self.assertEqual((found.returncode, found.stdout), (0, ""), found.stderr)
 
-    def test_each_installed_file_is_in_one_package(self):
+    def test_each_installed_file_is_in_exactly_one_package(self):
         prefix = self.temporary_folder()
         output("cmake", "--install", BUILD, "--prefix", prefix)
         installed = {f"./usr/{path.relative_to(prefix)}" for path in prefix.rglob("*") if not path.is_dir()}
@@ -79,7 +79,7 @@ class PackagesTest(TerminalCase):
         never_packed = {"./usr/share/zsh/site-functions/_tandem-trim"}
         self.assertEqual(sorted(packed), sorted(installed - never_packed | for_packages_alone))
 
-    def test_the_dialogs_files_are_in_its_package_alone(self):
+    def test_the_dialogs_files_are_only_in_its_package(self):
         of_dialog = r"/dialog/|/libexec/|/xdg-desktop-portal/|/dbus-1/|/systemd/|/Linux/TandemTrim$|TandemTrim\.ui$|/applications/|/icons/|/metainfo/|/man8/|tandem-trim-gtk"
         everything = set().union(*(self.files(package) for package in self.packages))
         self.assertEqual({path for path in everything if re.search(of_dialog, path)}, self.files(self.gtk))
@@ -101,28 +101,28 @@ class PackagesTest(TerminalCase):
         self.assertEqual((service["Exec"], unit["ExecStart"]), (BACKEND, BACKEND))
         self.assertIn("." + BACKEND, self.files(self.gtk))
 
-    def test_each_program_that_people_or_desktops_start_has_its_manual_page(self):
+    def test_each_program_has_its_manual_page_in_its_package(self):
         self.assertIn("./usr/share/man/man1/tandem-trim.1.gz", self.files(self.terminal))
         self.assertIn("./usr/share/man/man8/tandem-trim-portal.8.gz", self.files(self.gtk))
 
-    def test_everything_is_roots_and_readable_by_all(self):
+    def test_everything_belongs_to_root_and_is_readable_by_all(self):
         for package in self.packages:
             for mode, owner, path in self.contents(package):
                 executable = mode.startswith("d") or re.search("/bin/|/libexec/|/dialog/tandem-trim-page$", path)
                 with self.subTest(path):
                     self.assertEqual((mode[1:], owner), ("rwxr-xr-x" if executable else "rw-r--r--", "root/root"))
 
-    def test_the_terminal_needs_no_toolkit(self):
+    def test_the_terminal_package_depends_on_no_toolkit(self):
         self.assertEqual(self.depends(self.terminal), {"libc6", "libcups2", "libgcc-s1", "libstdc++6", "zlib1g"})
         self.assertEqual({name for name in self.depends(self.gtk) if "gtk" in name}, {"libgtk-4-1", "libgtkmm-4.0-0"})
 
-    def test_the_dialog_brings_what_renders_pages(self):
+    def test_the_dialogs_package_depends_on_the_libraries_that_render_pages(self):
         self.assertLessEqual({"libpoppler-glib8", "libseccomp2"}, self.depends(self.gtk))
 
-    def test_the_dialog_needs_the_terminal_of_its_version(self):
+    def test_the_dialogs_package_depends_on_the_terminal_package_of_its_version(self):
         self.assertIn(f"tandem-trim (= {self.version})", output("dpkg-deb", "--field", self.gtk, "Depends"))
 
-    def test_they_install_work_and_go(self):
+    def test_the_packages_can_be_installed_used_and_removed(self):
         root = Root(self.temporary_folder())
         root.dpkg("--install", *self.packages)
         self.assert_prints_with_the_panel(root.folder / "usr")
@@ -132,7 +132,7 @@ class PackagesTest(TerminalCase):
         self.assertEqual(root.files(), [])
 
     def former(self):
-        """One package with the files of both, as there was."""
+        """The former single package, with the files of both."""
         folder = self.temporary_folder()
         for package in self.packages:
             output("dpkg-deb", "--extract", package, folder / "tree")
@@ -142,7 +142,7 @@ class PackagesTest(TerminalCase):
         shutil.rmtree(folder / "tree")
         return folder / "former.deb"
 
-    def test_they_replace_the_one_package_that_there_was(self):
+    def test_the_packages_replace_the_former_single_package(self):
         former = self.former()
         for order in (self.packages, self.packages[::-1]):
             with self.subTest([package.name for package in order]):
@@ -154,7 +154,7 @@ class PackagesTest(TerminalCase):
                 root.dpkg("--purge", "tandem-trim", "tandem-trim-gtk")
                 self.assertEqual(root.files(), [])
 
-    def test_the_terminal_alone_replaces_it_too(self):
+    def test_the_terminal_package_alone_replaces_the_former_single_package(self):
         root = Root(self.temporary_folder())
         root.dpkg("--install", self.former())
         root.dpkg("--install", self.terminal)

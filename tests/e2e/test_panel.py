@@ -1,4 +1,4 @@
-"""What a user does at the panel by --set and --restore-defaults."""
+"""What a user sets in the panel by --set and --restore-defaults."""
 
 import json
 import unittest
@@ -43,16 +43,16 @@ class PanelTest(TerminalCase):
                     options = self.options_of("-o", f"{VALID}={stored}", "--set", f"Valid={wanted}")
                     self.assertEqual(options[VALID], wanted)
 
-    def test_a_corrected_value_is_reported_with_what_was_typed_what_stands_and_the_range(self):
+    def test_a_corrected_value_is_reported_with_what_was_typed_the_new_value_and_the_range(self):
         for side, largest in LARGEST.items():
             corrected = {f"{largest + 1}": (largest, []), "9" * 20: (largest, []), "007": (7, [])}
             made = {"12.5": largest, "12,5": largest, "1a2": 12, "-5": 5, " 3": 3, "abc": 0, "": 0}
-            corrected |= {typed: (stands, ["--lenient"]) for typed, stands in made.items()}
-            for typed, (stands, how) in corrected.items():
+            corrected |= {typed: (value, ["--lenient"]) for typed, value in made.items()}
+            for typed, (value, how) in corrected.items():
                 with self.subTest(side=side, typed=typed):
                     result = self.trim("-d", "Morva", "--json", *how, "--set", "Valid=On", "--set", f"{side}={typed}")
-                    self.assertEqual(json.loads(result.stdout)["settings"][MARGINS[side]], str(stands))
-                    self.assertRegex(result.stderr, rf'{side}: "{typed}" was typed.* {stands} .*0 to {largest}\b')
+                    self.assertEqual(json.loads(result.stdout)["settings"][MARGINS[side]], str(value))
+                    self.assertRegex(result.stderr, rf'{side}: "{typed}" was typed.* {value} .*0 to {largest}\b')
 
     def test_a_margin_of_anything_but_digits_is_refused(self):
         for side, largest in LARGEST.items():
@@ -61,7 +61,7 @@ class PanelTest(TerminalCase):
                     words = [f'--set {side}={typed}: "{typed}"', f"from 0 to {largest}", "--lenient", "nothing was sent"]
                     self.refuses("-d", "Morva", "--set", "Valid=On", "--set", f"{side}={typed}", SAMPLE, status=2, words=words)
 
-    def test_a_value_that_stands_as_typed_is_not_reported(self):
+    def test_a_value_that_is_taken_as_typed_is_not_reported(self):
         result, _ = self.prints("-d", "Morva", *each("--set", ACTS_THAT_CHANGE), SAMPLE)
         self.assertEqual(result.stderr, "")
 
@@ -71,7 +71,7 @@ class PanelTest(TerminalCase):
         acts = ["--set", "Valid=On", "--set", "Top=12", "--set", "Valid=Off"]
         self.assertEqual(of_panel(self.options_of(*acts)), DEFAULTS | {MARGINS["Top"]: "12"})
 
-    def test_the_defaults_come_back_for_all_but_the_check_box(self):
+    def test_restoring_defaults_restores_all_settings_but_the_check_box(self):
         changed = each("--set", ACTS_THAT_CHANGE)
         options = self.options_of(*changed, "--restore-defaults")
         self.assertEqual(of_panel(options), DEFAULTS | {VALID: "On"})
@@ -80,7 +80,7 @@ class PanelTest(TerminalCase):
         options = self.options_of("--set", "Valid=On", "--restore-defaults", *changed)
         self.assertEqual(of_panel(options), CHANGED)
 
-    def test_a_greyed_control_refuses_and_nothing_is_sent(self):
+    def test_setting_a_greyed_control_is_refused_and_nothing_is_sent(self):
         for act in (["--set", "Top=12"], ["--set", "Direction=ShortEdgeFeed"], ["--set", "Position=Left"]):
             for arguments in (act, [*act, "--set", "Valid=On"], ["--set", "Valid=Off", *act]):
                 with self.subTest(arguments):

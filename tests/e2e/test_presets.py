@@ -1,4 +1,4 @@
-"""Settings that a user keeps under names, from a terminal."""
+"""Presets, saved and used at a terminal."""
 
 import json
 import subprocess
@@ -20,7 +20,7 @@ class PresetsTest(TerminalCase):
         return self.cups.folder / "home/.config/tandem-trim/presets/TandemTrim"
 
     def does(self, *arguments, **variables):
-        """Runs the program for the printer Morva, which must succeed and send nothing; gives what it says."""
+        """Runs the program for the printer Morva, which must succeed and send nothing; returns its result."""
         before = self.cups.jobs()
         result = self.trim("-d", "Morva", *arguments, **variables)
         self.assertEqual(result.returncode, 0, result.stderr)
@@ -34,20 +34,20 @@ class PresetsTest(TerminalCase):
         return json.loads(self.does("--list-presets", "--json").stdout)
 
     def narrow(self):
-        """A printer of the family with a smaller largest margin at the top than the preset has."""
+        """Adds a printer of the family whose limit of the top margin is below the preset's value."""
         ppd = self.temporary_folder() / "narrow.ppd"
         ppd.write_text(PPD.read_text().replace(*SMALLER))
         self.cups.add_queue("Narrow", ppd)
         return "Narrow"
 
-    def test_a_preset_brings_its_settings_back(self):
+    def test_a_preset_restores_its_settings(self):
         result = self.save()
         self.assertEqual(result.stdout, "")
         self.assertEqual(result.stderr, f"tandem-trim: kept as the preset {NAME}\n")
         self.assertEqual(of_panel(self.options_of("--preset", NAME)), CHANGED)
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
-    def test_what_the_command_line_says_counts_more_and_what_is_saved_for_the_printer_less(self):
+    def test_the_command_line_overrides_a_preset_and_a_preset_overrides_saved_settings(self):
         self.save("-o", "x-note=preset")
         self.does("--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=1 x-note=saved x-own=saved")
         try:
@@ -58,7 +58,7 @@ class PresetsTest(TerminalCase):
         finally:
             self.does("--reset-defaults")
 
-    def test_it_sets_other_options_only_where_they_were_asked_for_and_never_those_of_one_job(self):
+    def test_a_preset_has_the_other_options_that_the_user_gave_but_none_of_a_single_job(self):
         self.save()
         self.assertEqual(self.presets(), [{"name": NAME, "readOnly": False, "panel": CHANGED, "options": {}}])
         self.save("-o", "sides=two-sided-long-edge", "-n", "3", "-P", "1", "-H", "hold", "-o", "MVTopMargin=4", name="More")
@@ -69,13 +69,13 @@ class PresetsTest(TerminalCase):
         self.assertEqual(changed["options"], more["options"])
         self.assertEqual(changed["panel"], CHANGED | {MARGINS["Top"]: "9"})
 
-    def test_it_is_kept_beside_a_job_that_is_printed_and_not_beside_one_that_is_refused(self):
+    def test_a_preset_is_saved_while_a_job_is_printed_but_not_if_the_job_is_refused(self):
         self.refuses("-d", "Morva", "--save-preset", NAME, "--set", "Valid=On", "--set", "Top=abc", SAMPLE, status=2)
         self.assertEqual(self.presets(), [])
         self.prints("-d", "Morva", "--save-preset", NAME, "--set", "Valid=On", SAMPLE)
         self.assertEqual(self.presets()[0]["panel"], DEFAULTS | {"MVTandemTrim": "On"})
 
-    def test_values_that_a_printer_does_not_allow_are_refused_and_not_changed(self):
+    def test_a_presets_values_that_a_printer_does_not_allow_are_refused_and_not_changed(self):
         self.save()
         printer = self.narrow()
         self.refuses("-d", printer, "--preset", NAME, SAMPLE, words=["Top", "12", "8"])
@@ -84,7 +84,7 @@ class PresetsTest(TerminalCase):
         _, (record,) = self.prints("-d", printer, "--preset", NAME, "--force", SAMPLE)
         self.assertEqual(of_panel(record.options), CHANGED)
 
-    def test_a_default_that_the_printer_does_not_allow_is_not_kept_in_it(self):
+    def test_a_default_that_the_printer_does_not_allow_is_not_saved_in_a_preset(self):
         default = ["lpadmin", "-p", "Morva"]
         subprocess.run([*default, "-o", "MVTopMargin-default=28"], env=self.environment(), check=True, capture_output=True)
         self.addCleanup(subprocess.run, [*default, "-R", "MVTopMargin-default"], env=self.environment(), check=True, capture_output=True)
@@ -107,12 +107,12 @@ class PresetsTest(TerminalCase):
         self.refuses("-d", "Morva", "--delete-preset", "House", words=["is the administrator's"], **around)
         self.assertEqual(of_panel(self.options_of("--preset", "House", **around)), DEFAULTS | {"MVTandemTrim": "On"})
 
-    def test_an_unknown_preset_is_told_with_those_that_there_are(self):
+    def test_an_unknown_preset_is_refused_with_a_list_of_the_known_ones(self):
         self.refuses("-d", "Morva", "--preset", "None", SAMPLE, words=["there is no preset None", "none is kept"])
         self.save()
         self.refuses("-d", "Morva", "--preset", "None", SAMPLE, words=["there is no preset None", NAME])
 
-    def test_a_damaged_preset_is_set_aside_and_told(self):
+    def test_a_damaged_preset_is_renamed_and_reported(self):
         self.save()
         file = self.folder / f"{NAME}.json"
         file.write_text("{")
@@ -120,7 +120,7 @@ class PresetsTest(TerminalCase):
         self.assertFalse(file.exists())
         self.assertEqual(file.with_name(f"{NAME}.json.damaged").read_text(), "{")
 
-    def test_a_damaged_preset_is_told_beside_the_list_which_fails(self):
+    def test_listing_presets_reports_damaged_ones_and_fails(self):
         self.save()
         (self.folder / "Mine.json").write_text("{")
         house = self.temporary_folder()
@@ -134,11 +134,11 @@ class PresetsTest(TerminalCase):
         self.assertIn("Mine.json.damaged", mine)
         self.assertEqual(house, f"tandem-trim: the preset in {file} cannot be understood (it is no object)")
         self.assertEqual(failure, "tandem-trim: not all presets are listed")
-        # The user's file has been set aside, and the administrator's stays.
+        # The user's file has been renamed; the administrator's stays.
         result = self.trim("-d", "Morva", "--list-presets", "--json", **around)
         self.assertEqual((result.returncode, [each["name"] for each in json.loads(result.stdout)]), (1, [NAME]))
         self.assertEqual(result.stderr.splitlines(), [house, failure])
-        # Who uses another preset hears nothing of it.
+        # Using another preset does not report it.
         self.assertNotIn("House", self.does("--preset", NAME, **around).stderr)
         self.refuses("-d", "Morva", "--preset", "House", SAMPLE, words=[str(file), "cannot be understood", "there is no preset House"], **around)
 
@@ -150,20 +150,20 @@ class PresetsTest(TerminalCase):
             with self.subTest(arguments):
                 self.refuses("-d", "Plain", *arguments, words=["presets are kept for printers with a panel; Plain has none"])
 
-    def test_no_server_is_asked_where_the_ppd_is_a_file(self):
+    def test_with_the_ppd_from_a_file_no_server_is_needed(self):
         arguments = ["-h", "localhost:1", "--ppd", PPD]
         result = self.trim(*arguments, "--save-preset", NAME, "--set", "Valid=On")
         self.assertEqual((result.returncode, result.stdout), (0, ""), result.stderr)
         self.assertEqual(self.trim(*arguments, "--list-presets").stdout, f"{NAME}\n")
 
-    def test_wrong_names_and_combinations_are_refused_with_the_status_of_a_wrong_command_line(self):
+    def test_wrong_names_and_combinations_count_as_a_wrong_command_line(self):
         for arguments in (
             ["--save-preset", ""], ["--save-preset", " "], ["--preset", "a\nb"], ["--save-preset", "x" * 300], ["--delete-preset", "a", SAMPLE],
             ["--list-presets", "--delete-preset", "a"], ["--list-presets", "--set", "Top=1"]):
             with self.subTest(arguments):
                 self.refuses("-d", "Morva", *arguments, status=2)
 
-    def test_a_preset_that_cannot_be_written_is_a_failure_after_the_job(self):
+    def test_a_preset_that_cannot_be_written_is_an_error(self):
         home = self.temporary_folder()
         (home / "config").write_text("no folder")
         result = self.trim("-d", "Morva", "--save-preset", NAME, XDG_CONFIG_HOME=str(home / "config"))

@@ -1,4 +1,4 @@
-"""Printers of other kinds than the sample, and values that a printer does not allow."""
+"""Printers other than the sample, and values that a printer does not allow."""
 
 import subprocess
 import unittest
@@ -18,7 +18,7 @@ from terminal_case import (
     of_panel,
 )
 
-OWN_LIMIT = 10  # of the panel, where no PPD names one
+OWN_LIMIT = 10  # the panel's limit of a margin for which no PPD has one
 
 
 def ppd_without(folder, attribute):
@@ -45,7 +45,7 @@ class PrintersTest(TerminalCase):
         for keyword in CHANGED:
             self.assertIn(keyword, result.stderr)
 
-    def test_not_even_when_they_were_kept_for_it(self):
+    def test_a_printer_without_the_panel_does_not_get_the_panels_options_from_lpoptions_either(self):
         self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
         keep = ["lpoptions", "-p", "Plain", "-o", "MVTopMargin=7", "-o", "x-note=yes"]
         subprocess.run(keep, env=self.environment(), capture_output=True, check=True)
@@ -59,7 +59,7 @@ class PrintersTest(TerminalCase):
             self.refuses("-d", "Plain", *act, SAMPLE, words=["Plain", "no panel"])
 
     def add_narrow_queue(self):
-        """A printer Narrow, whose limits are below the panel's defaults and those of its own PPD."""
+        """Adds the printer Narrow, some of whose limits are below the panel's defaults and its own PPD's defaults."""
         text = PPD.read_text()
         for side, limit in (("Top", 3), ("Bottom", 5), ("Left", 3)):
             before = f'*MVMaxTandemTrimMargin{side}: "{LARGEST[side]}"'
@@ -73,7 +73,7 @@ class PrintersTest(TerminalCase):
         result, (record,) = self.prints("-d", "Narrow", *arguments, SAMPLE)
         return of_panel(record.options), result.stderr
 
-    def test_defaults_beyond_the_limits_go_as_they_stand_while_the_panel_is_off_or_by_force(self):
+    def test_defaults_beyond_the_limits_are_sent_unchanged_while_the_panel_is_off_or_by_force(self):
         self.add_narrow_queue()
         self.assertEqual(self.sent_to_narrow(), (DEFAULTS, ""))
         self.assertEqual(self.sent_to_narrow("--force", "--set", "Valid=On"), (DEFAULTS | {VALID: "On"}, ""))
@@ -98,13 +98,13 @@ class PrintersTest(TerminalCase):
         subprocess.run(keep, env=self.environment(), capture_output=True, check=True)
         self.refuses("-d", "Narrow", SAMPLE, words=["MVTopMargin=5", "0 to 3"])
 
-    def test_defaults_beyond_the_limits_are_not_kept_as_if_somebody_had_chosen_them(self):
+    def test_defaults_beyond_the_limits_are_not_saved_as_the_users_choice(self):
         self.add_narrow_queue()
         self.assertEqual(self.sent_to_narrow("--save-as-default")[0], DEFAULTS)
         self.assertEqual(self.sent_to_narrow()[0], DEFAULTS)
         self.assertEqual(self.sent_to_narrow("--set", "Valid=On")[0][MARGINS["Top"]], "3")
 
-    def test_a_queue_without_a_ppd_gets_the_options_with_a_note(self):
+    def test_a_queue_without_a_ppd_gets_the_panels_options_with_a_note(self):
         self.add_queue("Raw")
         acts = ["--set", "Valid=On", "--set", f"Top={OWN_LIMIT}", "--set", f"Left={OWN_LIMIT + 1}"]
         result, (record,) = self.prints("-d", "Raw", *acts, SAMPLE)
@@ -113,7 +113,7 @@ class PrintersTest(TerminalCase):
         self.assertRegex(result.stderr, "Raw has no PPD.*filters may not know")
         self.assertRegex(result.stderr, rf'Left: "{OWN_LIMIT + 1}" was typed.*0 to {OWN_LIMIT}\b')
 
-    def test_a_class_of_printers_has_the_ppd_of_its_printer(self):
+    def test_a_class_of_printers_has_the_limits_of_its_printer(self):
         def run_command(*command):
             subprocess.run(command, env=self.environment(), capture_output=True, check=True)
 
@@ -124,24 +124,24 @@ class PrintersTest(TerminalCase):
         _, (record,) = self.prints("-d", "Class", "--set", "Valid=On", "--set", f"Bottom={LARGEST['Bottom'] + 1}", SAMPLE)
         self.assertEqual(record.options[MARGINS["Bottom"]], str(LARGEST["Bottom"]))
 
-    def test_a_queue_without_a_ppd_knows_the_keywords_in_any_letter_case(self):
+    def test_a_queue_without_a_ppd_takes_keywords_in_any_letter_case(self):
         self.add_queue("Raw")
         result, (record,) = self.prints("-d", "Raw", "-o", "mvtopmargin=3", SAMPLE)
         self.assertEqual(of_panel(record.options), DEFAULTS | {MARGINS["Top"]: "3"})
 
-    def test_a_printer_without_the_panel_gets_none_of_the_installed_panels_options(self):
+    def test_a_printer_without_the_panel_gets_none_of_its_options_in_any_letter_case(self):
         self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
         _, (record,) = self.prints("-d", "Plain", "-o", "mvTopMargin=7 x-note=a", SAMPLE)
         self.assertFalse(of_panel(record.options) or "mvTopMargin" in record.options)
         self.assertEqual(record.options["x-note"], "a")
 
-    def test_options_travel_as_they_are_given_where_no_panel_is_installed(self):
+    def test_options_are_sent_as_given_if_no_panel_is_installed(self):
         self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
         _, (record,) = self.prints("-d", "Plain", "--plugin", self.temporary_folder(), "-o", "MVTopMargin=7 x-note=a", SAMPLE)
         self.assertEqual(of_panel(record.options), {MARGINS["Top"]: "7"})
         self.assertEqual(record.options["x-note"], "a")
 
-    def test_a_ppd_without_limits_leaves_the_panels_own(self):
+    def test_a_printer_whose_ppd_has_no_limits_has_the_panels_limits(self):
         self.add_queue("Limitless", ppd_without(self.temporary_folder(), "MVMax"))
         for side, keyword in MARGINS.items():
             with self.subTest(side=side):
@@ -149,7 +149,7 @@ class PrintersTest(TerminalCase):
                 _, (record,) = self.prints("-d", "Limitless", *acts, SAMPLE)
                 self.assertEqual(record.options[keyword], str(OWN_LIMIT))
 
-    def test_a_stored_value_that_the_printer_does_not_allow_is_refused_with_limit_and_remedy(self):
+    def test_an_option_that_the_printer_does_not_allow_is_refused_with_the_allowed_values_and_a_remedy(self):
         refused = [
             (MARGINS[side], value, f"0 to {largest}", remedy)
             for side, largest in LARGEST.items()
@@ -164,14 +164,14 @@ class PrintersTest(TerminalCase):
                 options = f"MVTandemTrim=On {keyword}={value}"
                 self.refuses("-d", "Morva", "-o", options, SAMPLE, words=words)
 
-    def test_force_sends_a_stored_value_as_it_stands(self):
+    def test_force_sends_an_option_that_the_printer_does_not_allow(self):
         stored = {MARGINS["Top"]: "21", MARGINS["Left"]: "many", POSITION: "Middle", VALID: "Maybe"}
         for keyword, value in stored.items():
             with self.subTest(keyword=keyword, value=value):
                 options = self.options_of("--force", "-o", f"MVTandemTrim=On {keyword}={value}")
                 self.assertEqual(of_panel(options), DEFAULTS | {VALID: "On", keyword: value})
 
-    def test_the_remedies_named_work(self):
+    def test_the_suggested_remedies_work(self):
         for remedy in (["-o", "MVTopMargin=20"], ["--set", "Top=20"]):
             with self.subTest(remedy):
                 options = self.options_of("-o", "MVTandemTrim=On MVTopMargin=21", *remedy)

@@ -39,13 +39,13 @@ FOREIGN = {
 
 
 class PrintingTest(TerminalCase):
-    def test_a_job_without_wishes_carries_the_seven_defaults(self):
+    def test_a_job_without_options_has_the_panels_seven_defaults(self):
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
-    def test_what_is_set_at_the_panel_arrives(self):
+    def test_settings_of_the_panel_reach_the_filter(self):
         self.assertEqual(of_panel(self.options_of(*each("--set", ACTS_THAT_CHANGE))), CHANGED)
 
-    def test_the_panels_own_options_may_be_given_as_lp_takes_them(self):
+    def test_the_panels_options_can_be_given_as_for_lp(self):
         options = [f"{keyword}={value}" for keyword, value in CHANGED.items()]
         for arguments in (each("-o", options), ["-o", " ".join(options)]):
             with self.subTest(arguments):
@@ -74,21 +74,21 @@ class PrintingTest(TerminalCase):
         result, (record,) = self.prints("-d", "Morva", "-o", "landscape PageSize=A5", SAMPLE)
         self.assertIn(f"\njob {record.job} on Morva: 9 of 9 options confirmed\n", result.stdout)
 
-    def test_a_connection_is_encrypted_where_the_user_wants_that(self):
+    def test_a_connection_is_encrypted_if_the_user_requires_it(self):
         _, (record,) = self.prints("-d", "Morva", SAMPLE, CUPS_ENCRYPTION="Required")
         self.assertEqual(of_panel(record.options), DEFAULTS)
         # The server makes its key for the first such connection.
         self.assertTrue(list((self.cups.folder / "keys").glob("*.key")))
 
     def test_an_option_that_the_server_drops_is_named(self):
-        # CUPS keeps count of the printed sheets itself and takes nobody's word for it.
+        # CUPS counts the printed sheets itself and ignores this option.
         result = self.trim("-d", "Morva", "-o", "job-media-sheets-completed=5 landscape", SAMPLE)
         self.assertEqual(result.returncode, 1)
         self.assertRegex(result.stdout, rf"^{REQUEST}$")
         lost = r'job \d+ on Morva: 8 of 9 options confirmed; lost: job-media-sheets-completed \(sent "5", the server holds "0"\)\n'
         self.assertRegex(result.stderr, lost)
 
-    def test_keywords_of_enumerations_reach_the_filter_as_their_numbers(self):
+    def test_names_of_enumeration_values_reach_the_filter_as_numbers(self):
         given = {"orientation-requested": "landscape", "print-quality": "high", "finishings": "staple"}
         options = self.options_of(*each("-o", [option_text(*option) for option in given.items()]))
         expected = {"orientation-requested": "4", "print-quality": "5", "finishings": "4"}
@@ -98,7 +98,7 @@ class PrintingTest(TerminalCase):
         longest = "z" * 32767
         self.assertEqual(self.options_of("-o", f"x-longest={longest}").get("x-longest"), longest)
 
-    def test_copies_and_title_are_the_jobs(self):
+    def test_the_job_has_the_given_copies_and_title(self):
         _, (record,) = self.prints("-d", "Morva", "-n", "3", "-t", "Drei Größen", SAMPLE)
         self.assertEqual((record.copies, record.title), (3, "Drei Größen"))
         _, (record,) = self.prints("-d", "Morva", SAMPLE)
@@ -114,13 +114,13 @@ class PrintingTest(TerminalCase):
                 self.assertEqual(record.sha256, digest(file))
                 self.assertEqual(record.title, file.name)
 
-    def test_documents_of_every_kind_that_the_printer_takes_arrive_as_they_are(self):
+    def test_documents_of_every_kind_that_the_printer_takes_arrive_unchanged(self):
         for document in self.documents_of_many_kinds():
             with self.subTest(document.name):
                 _, (record,) = self.prints("-d", "Any", document)
                 self.assertEqual(record.sha256, digest(document))
 
-    def test_standard_input_is_printed_in_the_place_of_a_hyphen_and_without_any_file(self):
+    def test_standard_input_is_printed_for_a_hyphen_and_without_a_file(self):
         for arguments in (["-"], [], ["--set", "Valid=On"]):
             with self.subTest(arguments):
                 _, (record,) = self.prints("-d", "Morva", *arguments, stdin=SAMPLE.read_bytes())
@@ -136,7 +136,7 @@ class PrintingTest(TerminalCase):
         for record in records:
             self.assertEqual(record.options[MARGINS["Top"]], "12")
 
-    def test_the_printer_may_come_from_the_environment_and_the_server_from_the_command_line(self):
+    def test_the_environment_may_name_the_printer_and_the_command_line_the_server(self):
         server = f"{self.cups.address[0]}:{self.cups.address[1]}"
         _, (record,) = self.prints("-h", server, SAMPLE, LPDEST="Morva", CUPS_SERVER="127.0.0.1:1")
         self.assertEqual(record.queue, "Morva")
@@ -181,12 +181,12 @@ class PrintingTest(TerminalCase):
             with self.subTest(title[:12]):
                 self.refuses("-d", "Morva", "-t", title, SAMPLE, words=["title", "-t"])
 
-    def test_options_that_are_not_the_jobs_are_not_missed_there(self):
+    def test_options_that_the_server_does_not_store_with_the_job_are_not_counted(self):
         result, (record,) = self.prints("-d", "Morva", "-o", "notify-events=job-completed job-name=Report", SAMPLE)
         self.assertIn("7 of 7 options confirmed", result.stdout)
         self.assertEqual(of_panel(record.options), DEFAULTS)
 
-    def test_standard_input_is_printed_from_where_it_stands(self):
+    def test_standard_input_is_printed_from_its_current_position(self):
         document = self.temporary_folder() / "document.pdf"
         document.write_bytes(b"read already\n" + SAMPLE.read_bytes())
         with open(document, "rb", buffering=0) as stdin:
@@ -196,7 +196,7 @@ class PrintingTest(TerminalCase):
         self.cups.wait_for_jobs()
         self.assertEqual([record.sha256 for record in self.cups.records()], [digest(SAMPLE)])
 
-    def test_progress_is_for_terminals_only(self):
+    def test_progress_is_shown_only_on_a_terminal(self):
         with subprocess.Popen(
             [PROGRAM, "-d", "Morva", "-"],
             stdin=subprocess.PIPE,

@@ -1,4 +1,4 @@
-"""The server that the other tests stand on, tried with CUPS's own programs alone."""
+"""The server that the other tests rely on, tested with CUPS's own programs only."""
 
 import json
 import os
@@ -32,7 +32,7 @@ class PrivateCupsTest(unittest.TestCase):
             ["lp", *arguments], env=self.cups.environment(), capture_output=True, text=True, timeout=PATIENCE, check=False
         )
 
-    def test_what_lp_sends_is_recorded_by_the_filter_of_a_printer_with_a_ppd_and_by_the_backend_of_one_without(self):
+    def test_jobs_are_recorded_with_and_without_a_ppd(self):
         for queue in ("Morva", "Raw"):
             with self.subTest(queue=queue):
                 self.cups.forget()
@@ -53,7 +53,7 @@ class PrivateCupsTest(unittest.TestCase):
         expected = {"b": "1", "collate": "false", "a": "two words\\", "landscape": "true", "c": '"x=y"', "d": ""}
         self.assertEqual(list(options.items()), list(expected.items()))
 
-    def test_a_printer_may_reject_jobs_keep_them_or_go(self):
+    def test_a_printer_can_reject_jobs_be_stopped_and_be_removed(self):
         self.cups.add_queue("Shut", PPD, accepting=False)
         self.assertNotEqual(self.lp("-d", "Shut", str(SAMPLE)).returncode, 0)
         self.cups.add_queue("Stopped", PPD, enabled=False)
@@ -65,7 +65,7 @@ class PrivateCupsTest(unittest.TestCase):
             self.assertNotEqual(self.lp("-d", queue, str(SAMPLE)).returncode, 0)
         self.assertEqual(self.cups.jobs("not-completed"), [])
 
-    def test_a_frozen_server_keeps_its_port_open_and_answers_again_once_thawed(self):
+    def test_a_frozen_server_keeps_its_port_open_and_answers_once_thawed(self):
         self.cups.freeze()
         with socket.create_connection(self.cups.address, timeout=PATIENCE) as client:
             client.sendall(b"GET / HTTP/1.0\r\n\r\n")
@@ -76,7 +76,7 @@ class PrivateCupsTest(unittest.TestCase):
             client.settimeout(PATIENCE)
             self.assertEqual(client.recv(4), b"HTTP")
 
-    def test_saved_options_stay_with_the_clients_of_this_server(self):
+    def test_lp_uses_options_that_lpoptions_saved(self):
         command = ["lpoptions", "-p", "Morva", "-o", "MVLeftMargin=3"]
         subprocess.run(command, env=self.cups.environment(), capture_output=True, check=True)
         self.assertEqual(self.lp("-d", "Morva", str(SAMPLE)).returncode, 0)
@@ -84,14 +84,14 @@ class PrivateCupsTest(unittest.TestCase):
         (record,) = self.cups.records()
         self.assertEqual(record.options["MVLeftMargin"], "3")
 
-    def test_the_server_and_its_files_are_gone_afterwards(self):
+    def test_the_server_and_its_files_are_removed_afterwards(self):
         with private_cups.PrivateCups() as cups:
             address, folder = cups.address, cups.folder
         self.assertFalse(folder.exists())
         with self.assertRaises(ConnectionRefusedError):
             socket.create_connection(address)
 
-    def test_the_server_ends_with_a_program_that_is_killed(self):
+    def test_the_server_ends_when_its_program_is_killed(self):
         program = """if True:
             import private_cups, sys
             cups = private_cups.PrivateCups()
@@ -112,7 +112,7 @@ class PrivateCupsTest(unittest.TestCase):
             shutil.rmtree(folder, ignore_errors=True)
             return not pathlib.Path(folder).exists()
 
-        # The server may still write into it when nobody can reach it any more.
+        # The server may write files even after its port is closed.
         self.addCleanup(until, removed, "the end of what the server writes")
 
         def refused():

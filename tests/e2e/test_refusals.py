@@ -1,4 +1,4 @@
-"""Jobs that cannot be sent: each ends with status 1, a message that says what to do, and nothing on its way."""
+"""Jobs that cannot be sent: each ends with status 1 and a message that says what to do, and nothing is sent."""
 
 import shutil
 import socket
@@ -26,7 +26,7 @@ def replace(old, new):
     return lambda path: path.write_text(path.read_text().replace(old, new))
 
 
-# Ways in which a bundle does not work: the file and what befalls it.
+# Ways to break a bundle: the file and the change.
 BROKEN_BUNDLES = {
     "no information": (INFORMATION, remove),
     "no class named": (INFORMATION, replace("NSPrincipalClass", "NSOther")),
@@ -52,13 +52,13 @@ class RefusalsTest(TerminalCase):
         break_it(bundle / file)
         return bundle
 
-    def test_a_printer_that_does_not_exist_is_answered_with_those_that_do(self):
+    def test_a_printer_that_does_not_exist_is_refused_with_a_list_of_those_that_do(self):
         self.cups.add_queue("Second")
         self.addCleanup(self.cups.remove, "Second")
         self.refuses("-d", "Nowhere", SAMPLE, words=['"Nowhere"', "Morva", "Second", "-d"])
         self.refuses("-d", "Nowhere", words=['"Nowhere"', "Morva", "Second"])
 
-    def test_without_a_default_printer_one_has_to_be_named(self):
+    def test_without_a_default_printer_one_must_be_named(self):
         self.refuses(SAMPLE, words=["no default printer", "Morva", "-d"])
 
     def test_a_server_that_does_not_run_is_named(self):
@@ -75,7 +75,7 @@ class RefusalsTest(TerminalCase):
             server = f"127.0.0.1:{listener.getsockname()[1]}"
             self.refuses("-h", server, "-d", "Morva", SAMPLE, words=[server], TANDEM_TRIM_TIMEOUT="1")
 
-    def test_a_queue_that_takes_no_jobs_is_named_with_the_command_that_opens_it(self):
+    def test_a_queue_that_accepts_no_jobs_is_named_with_the_command_that_opens_it(self):
         self.cups.add_queue("Shut", PPD, accepting=False)
         self.addCleanup(self.cups.remove, "Shut")
         self.refuses("-d", "Shut", SAMPLE, words=["Shut", "cupsaccept Shut"])
@@ -125,7 +125,7 @@ class RefusalsTest(TerminalCase):
             words = [str(plugin), "--plugin", "--without-panel"]
             self.refuses("--plugin", plugin, "-d", "Morva", SAMPLE, words=words)
 
-    def test_a_plugin_that_strangers_could_change_is_refused(self):
+    def test_a_plugin_that_others_could_change_is_refused(self):
         folder = self.temporary_folder()
         bundle = shutil.copytree(BUNDLE, folder / BUNDLE.name)
         for open_path in (folder, bundle, (bundle / MODULE).parent, bundle / MODULE):
@@ -159,7 +159,7 @@ class RefusalsTest(TerminalCase):
                 bundle = self.broken_bundle(SETTINGS, change)
                 self.assertEqual(of_panel(self.options_of("--plugin", bundle, "--set", "Valid=On")), expected)
 
-    def test_without_the_panel_the_job_goes_as_given_when_the_user_agrees(self):
+    def test_without_panel_prints_the_job_as_given(self):
         for what, (file, break_it) in BROKEN_BUNDLES.items():
             with self.subTest(what):
                 arguments = ["--plugin", self.broken_bundle(file, break_it), "-d", "Morva", "--without-panel"]
@@ -168,13 +168,13 @@ class RefusalsTest(TerminalCase):
                 self.assertEqual(record.options["x-note"], "yes")
                 self.assertIn("warning", result.stderr)
 
-    def test_without_the_panel_nothing_can_be_set(self):
+    def test_without_panel_refuses_settings_of_the_panel(self):
         bundle = self.broken_bundle(SETTINGS, remove)
         arguments = ["--plugin", bundle, "-d", "Morva", "--without-panel", SAMPLE]
         for act in (["--set", "Valid=On"], ["--restore-defaults"]):
             self.refuses(*arguments, *act, words=["--set", str(bundle)])
 
-    def test_values_that_cups_loses_on_the_way_are_named(self):
+    def test_values_that_cups_would_lose_are_refused(self):
         for what, argument in {
             "brace": 'x-note="{Trim}"',
             "carriage return": 'x-note="one\rtwo"',
@@ -183,16 +183,16 @@ class RefusalsTest(TerminalCase):
             with self.subTest(what):
                 self.refuses("-d", "Morva", "-o", argument, SAMPLE, words=["x-note", what, "-o x-note="])
 
-    def test_values_that_cups_takes_for_others_are_named(self):
+    def test_values_that_cups_would_misread_are_refused(self):
         for option in ("job-priority=200", "job-priority=abc", "printer-resolution=banana", "orientation-requested=sideways", "landscape=perhaps"):
             with self.subTest(option):
                 keyword, value = option.split("=")
                 self.refuses("-d", "Morva", "-o", option, SAMPLE, words=[f'{keyword} is "{value}"', f"-o {keyword}="])
 
-    def test_a_setting_of_the_panels_own_is_checked_for_them_too(self):
+    def test_values_of_the_panels_settings_that_cups_would_lose_are_refused_too(self):
         self.refuses("-d", "Morva", "--force", "-o", 'MVTopMargin="{5}"', SAMPLE, words=["MVTopMargin", "brace"])
 
-    def test_a_full_disk_behind_standard_output_is_an_error(self):
+    def test_a_full_disk_at_standard_output_is_an_error(self):
         with open("/dev/full", "wb") as full:
             result = subprocess.run(
                 [PROGRAM, "-d", "Morva"], stdout=full, stderr=subprocess.PIPE, env=self.environment(), check=False
@@ -200,10 +200,10 @@ class RefusalsTest(TerminalCase):
         self.assertEqual(result.returncode, 1)
         self.assertIn(b"standard output", result.stderr)
 
-    def test_a_limit_of_the_size_of_files_is_an_error(self):
+    def test_reaching_the_limit_of_file_sizes_is_an_error(self):
         self.refuses("--fsize=1000", PROGRAM, "-d", "Morva", SAMPLE, program="prlimit", words=["File too large"])
 
-    def test_a_file_without_a_name_is_named_as_one(self):
+    def test_an_empty_file_name_is_reported_as_such(self):
         self.refuses("-d", "Morva", "", words=["tandem-trim: the name of a file is empty; nothing was sent. Name a file"])
 
 

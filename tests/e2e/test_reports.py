@@ -1,4 +1,4 @@
-"""What the program shows instead of printing, or beside it."""
+"""What the program shows instead of printing, or in addition."""
 
 import json
 import re
@@ -42,7 +42,7 @@ def lines(pairs):
 
 class ReportsTest(TerminalCase):
     def shows(self, *arguments, **variables):
-        """Runs the program, which must succeed and send nothing, and gives what it shows."""
+        """Runs the program, which must succeed and send nothing, and returns its output."""
         before = self.cups.jobs()
         result = self.trim(*arguments, **ENGLISH, **variables)
         self.assertEqual(result.returncode, 0, result.stderr)
@@ -71,7 +71,7 @@ class ReportsTest(TerminalCase):
         self.assertEqual(of_panel(printed), CHANGED)
         self.assertEqual((printed["x-note"], printed["landscape"]), ("it's \"two\" words", "true"))
 
-    def test_json_holds_settings_limits_and_summary(self):
+    def test_json_has_settings_limits_and_summary(self):
         shown = json.loads(self.shows("-d", "Morva", "--json", "-o", "x-note=ü", *each("--set", ACTS_THAT_CHANGE)))
         self.assertEqual(shown["printer"], "Morva")
         self.assertEqual(of_panel(shown["settings"]), CHANGED)
@@ -99,14 +99,14 @@ class ReportsTest(TerminalCase):
         self.assertEqual(shown["limits"]["Bottom"]["max"], LARGEST["Bottom"])
         self.assertIn("Use Tandem Trim: Off\n", self.shows("--ppd", PPD, **NO_SERVER))
 
-    def test_a_ppd_from_a_file_takes_the_place_of_the_queues(self):
+    def test_a_ppd_from_a_file_replaces_the_queues(self):
         ppd = self.temporary_folder() / "other.ppd"
         text = PPD.read_text(encoding="latin-1")
         ppd.write_text(text.replace('MaxTandemTrimMarginTop: "20"', 'MaxTandemTrimMarginTop: "3"'), encoding="latin-1")
         options = self.options_of("--ppd", ppd, "--set", "Valid=On", "--set", "Top=12")
         self.assertEqual(options[MARGINS["Top"]], "3")
 
-    def test_another_bundle_may_be_named_or_the_folder_that_holds_it(self):
+    def test_a_bundle_can_be_named_by_itself_or_by_its_folder(self):
         for plugin in (BUNDLE, BUNDLE.parent):
             with self.subTest(plugin=plugin):
                 options = self.options_of("--plugin", plugin, TANDEM_TRIM_PLUGIN_PATH="")

@@ -1,4 +1,4 @@
-"""A printer of another family, with a panel of its own, beside the sample printer on one server."""
+"""A printer of another family, with another panel, beside the sample printer on one server."""
 
 import json
 import unittest
@@ -27,7 +27,7 @@ class SecondFamilyTest(TerminalCase):
         _, (record,) = self.prints("-d", printer, *arguments, SAMPLE)
         return record.options
 
-    def test_its_settings_reach_its_filter(self):
+    def test_the_second_familys_settings_reach_its_filter(self):
         self.assertEqual(of_family(self.options_on("Lund")), USUAL)
         self.assertEqual(of_family(self.options_on("Lund", *each("--set", ACTS_THAT_CHANGE))), CHANGED)
         options = [f"{keyword}={value}" for keyword, value in CHANGED.items()]
@@ -41,12 +41,12 @@ class SecondFamilyTest(TerminalCase):
     def test_keywords_are_taken_in_any_case(self):
         self.assertEqual(of_family(self.options_on("Lund", "-o", "lnfold=Half")), USUAL | {"LNFold": "Half"})
 
-    def test_what_is_typed_is_held_between_the_bounds_that_its_ppd_gives(self):
+    def test_a_typed_number_is_clamped_to_the_bounds_in_the_ppd(self):
         result, (record,) = self.prints("-d", "Lund", "--set", "SheetsPerSet=99", SAMPLE)
         self.assertEqual(record.options["LNSheetsPerSet"], "25")
         self.assertIn('SheetsPerSet: "99" was typed, the panel made it 25 (allowed: 1 to 25)', result.stderr)
 
-    def test_values_that_it_does_not_allow_are_refused(self):
+    def test_values_that_the_printer_does_not_allow_are_refused(self):
         for option, allowed in {
             "LNSheetsPerSet=26": "1 to 25",
             "LNSheetsPerSet=0": "1 to 25",
@@ -62,7 +62,7 @@ class SecondFamilyTest(TerminalCase):
         self.refuses("-d", "Morva", "--set", "Fold=Half", SAMPLE, status=2, words=["the panel has no such setting"])
         self.refuses("-d", "Lund", "--restore-defaults", SAMPLE, status=2, words=["the panel has no such button"])
 
-    def test_a_printer_without_a_panel_gets_the_settings_of_neither(self):
+    def test_a_printer_without_a_panel_gets_neither_familys_settings(self):
         plain = self.temporary_folder() / "plain.ppd"
         lines = FOLDLINE_PPD.read_text().splitlines(keepends=True)
         plain.write_text("".join(line for line in lines if not line.startswith("*APDialogExtension")))
@@ -71,7 +71,7 @@ class SecondFamilyTest(TerminalCase):
         options = self.options_on("Plain", "-o", "LNFold=Half", "-o", "MVTopMargin=7", "-o", "x-note=yes")
         self.assertEqual((of_family(options), of_panel(options), options["x-note"]), ({}, {}, "yes"))
 
-    def test_a_queue_without_a_ppd_gets_the_panel_that_is_named(self):
+    def test_a_queue_without_a_ppd_gets_the_panel_that_the_user_names(self):
         self.cups.add_queue("Bare")
         self.addCleanup(self.cups.remove, "Bare")
         result = self.trim("-d", "Bare", "--summary")
@@ -79,14 +79,14 @@ class SecondFamilyTest(TerminalCase):
         result = self.trim("-d", "Bare", "--plugin", FOLDLINE, "--summary")
         self.assertIn("Sheets per set: 1 sheets", result.stdout)
 
-    def test_its_limits_and_summary_are_reported(self):
+    def test_json_has_the_second_familys_limits_and_summary(self):
         report = json.loads(self.trim("-d", "Lund", "--json").stdout)
         self.assertEqual(report["settings"], USUAL)
         self.assertEqual(report["limits"]["SheetsPerSet"], {"keyword": "LNSheetsPerSet", "min": 1, "max": 25})
         self.assertEqual(report["limits"]["Punch"], {"keyword": "LNPunch", "choices": ["None", "TwoHoles", "FourHoles"]})
         self.assertEqual([row["title"] for row in report["summary"]], ["Fold", "Sheets per set", "Cover sheet", "Punch", "Drying time"])
 
-    def test_its_texts_are_those_of_its_bundle(self):
+    def test_the_texts_come_from_the_second_familys_bundle(self):
         summary = self.trim("-d", "Lund", "--summary", LANGUAGE="de").stdout
         self.assertEqual(
             summary.splitlines(),

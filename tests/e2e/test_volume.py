@@ -1,4 +1,4 @@
-"""Many jobs with random settings: each one's options as its filter saw them are those that were saved, and none is lost."""
+"""Many jobs with random settings: no job is lost, and each filter gets the options that were saved."""
 
 import os
 import pathlib
@@ -18,9 +18,9 @@ SENDER = BUILD / "tests/e2e/tandemtrim_many_jobs"
 JOBS = int(os.environ.get("TANDEM_TRIM_JOBS", 1000))
 BROKEN_JOBS = int(os.environ.get("TANDEM_TRIM_BROKEN_JOBS", 100))
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
-ONE_IN = 20  # jobs whose connection breaks
-NUMBER = "x-number"  # the option by which the sender tells its jobs apart
-# The same line with the size of the document behind it.
+ONE_IN = 20  # one job in so many has a broken connection
+NUMBER = "x-number"  # the option that identifies the sender's jobs
+# Like line_filter.sh, with the document's size at the end of the line.
 MEASURING_FILTER = """#!/bin/sh
 [ $# -ge 5 ] && printf '%s\\t%s\\t%s\\t%s\\n' "$1" "$PRINTER" "$5" "$(cat "${6:--}" | wc -c)" >>"$TANDEM_TRIM_RECORDS/lines"
 """
@@ -37,7 +37,7 @@ class VolumeCase(unittest.TestCase):
             cls.cups.add_queue(printer, PPD)
 
     def sends(self, jobs, **more):
-        """Sends so many jobs; gives what was saved for each, as (number, printer, options)."""
+        """Sends so many jobs; returns what was saved for each, as (number, printer, options)."""
         environment = self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | more
         sent = subprocess.run([SENDER, str(jobs), str(SEED), SAMPLE, *PRINTERS], env=environment, capture_output=True, check=False)
         self.assertEqual((sent.returncode, sent.stderr.decode()), (0, ""))
@@ -45,19 +45,19 @@ class VolumeCase(unittest.TestCase):
         return [(job, printer, dict(option.split("=", 1) for option in options)) for job, printer, *options in lines]
 
     def seen(self):
-        """What the filters have written so far, one text a job."""
+        """The lines that the filters have written so far, one for each job."""
         path = self.cups.folder / "records/lines"
         return path.read_text().splitlines() if path.exists() else []
 
     def wait_for(self, jobs):
-        """Waits until so many jobs are printed, as long as there is any progress."""
+        """Waits until so many jobs are printed. Fails only without progress."""
         while (printed := len(self.seen())) < jobs:
             until(lambda: len(self.seen()) > printed, f"job {printed + 1} of {jobs}")
         self.cups.wait_for_jobs()
 
 
 class VolumeTest(VolumeCase):
-    def test_every_job_reaches_its_filter_once_with_what_was_saved(self):
+    def test_every_job_reaches_its_filter_once_with_the_saved_options(self):
         with self.subTest(TANDEM_TRIM_SEED=SEED):
             saved = {job: (printer, options) for job, printer, options in self.sends(JOBS)}
             self.assertEqual(len(saved), JOBS)
@@ -74,7 +74,7 @@ class VolumeTest(VolumeCase):
 
 
 class BrokenWayTest(VolumeCase):
-    def test_jobs_whose_connection_breaks_are_confirmed_and_whole_or_neither(self):
+    def test_a_confirmed_job_is_printed_once_and_complete_even_if_connections_break(self):
         (self.cups.folder / "programs/filter" / FILTER).write_text(MEASURING_FILTER)
         with self.subTest(TANDEM_TRIM_SEED=SEED), OftenCut(self.cups.address, ONE_IN, SEED) as relay:
             saved = self.sends(BROKEN_JOBS, CUPS_SERVER=relay.address, TANDEM_TRIM_BREAKS="1")
@@ -90,8 +90,8 @@ class BrokenWayTest(VolumeCase):
                 if job == "failed":
                     continue
                 self.assertIn(options[NUMBER], received, "lost")
-                *where, held = received[options[NUMBER]]
-                kept = {keyword: held.get(keyword) for keyword in options}
+                *where, all_options = received[options[NUMBER]]
+                kept = {keyword: all_options.get(keyword) for keyword in options}
                 self.assertEqual((*where, kept), (job, printer, SAMPLE.stat().st_size, options))
             failed = sum(job == "failed" for job, _, _ in saved)
             print(f"{BROKEN_JOBS} broken jobs\nof these {relay.cuts} connections were cut, and {failed} jobs were not confirmed")

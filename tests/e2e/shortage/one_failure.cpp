@@ -1,9 +1,8 @@
-// Loaded before the C library: lets one call of the program fail, and counts those of each kind.
-// TANDEM_TRIM_FAILING="KIND NUMBER ERRNO": the NUMBERth call of a kind, by kCalls or "malloc", fails with
-// ERRNO; TANDEM_TRIM_CALLS=FILE: there the counts are written when the program ends, "KIND COUNT" a line. A
-// program that crashes says which functions were at work; with TANDEM_TRIM_WHERE so does one at the call that
-// fails. The system's calls are caught in the kernel, since libraries make many of them without a function
-// that could be replaced.
+// Preloaded before the C library: makes one call of the program fail, and counts the calls of each kind.
+// TANDEM_TRIM_FAILING="KIND NUMBER ERRNO": call number NUMBER of a kind (in kCalls, or "malloc") fails with
+// ERRNO. TANDEM_TRIM_CALLS=FILE: the counts are written there when the program ends, a line "KIND COUNT"
+// each. A crash prints a backtrace; with TANDEM_TRIM_WHERE, so does the failing call. System calls are caught
+// by the kernel, since libraries make many of them without a replaceable function.
 
 #include <array>
 #include <atomic>
@@ -52,9 +51,9 @@ constexpr std::array kCalls{
 };
 constexpr std::array kNeverBlocked{SIGSYS, SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT};
 constexpr std::string_view kAllocation = "malloc";
-constexpr int kWidth = 64;  // bytes of the C library's function syscall(), from where calls pass
+constexpr int kWidth = 64;  // size in bytes of the C library's syscall(), whose calls are not caught
 
-// The place of a call's registers: its arguments, and its result.
+// The registers of a system call's arguments and of its result.
 constexpr std::array<int, 6> kArguments{REG_RDI, REG_RSI, REG_RDX, REG_R10, REG_R8, REG_R9};
 constexpr int kResult = REG_RAX;
 
@@ -79,7 +78,7 @@ void writeFunctions() {
   backtrace_symbols_fd(frames.data(), backtrace(frames.data(), frames.size()), STDERR_FILENO);
 }
 
-// Whether this call of the kind is the one that fails.
+// Counts a call; whether it is the one that must fail.
 bool fails(std::string_view kind, std::atomic<unsigned long>& count) {
   if (++count != failing.number || kind != failing.kind.data()) return false;
   if (getenv("TANDEM_TRIM_WHERE") != nullptr) writeFunctions();
@@ -115,7 +114,7 @@ void handle(int signal, void (*onSignal)(int, siginfo_t*, void*)) {
   sigaction(signal, &action, nullptr);
 }
 
-// Calls of the kinds raise SIGSYS, but for those by syscall(), which is how this library makes them.
+// Makes system calls of these kinds raise SIGSYS, except those by syscall(), which this library uses itself.
 void catchCalls() {
   const auto passing = reinterpret_cast<std::uintptr_t>(&syscall);
   constexpr auto kInstruction = offsetof(seccomp_data, instruction_pointer);
@@ -142,7 +141,7 @@ void catchCalls() {
 
 [[gnu::constructor]] void begin() {
   std::array<void*, 1> frame{};
-  backtrace(frame.data(), frame.size());  // loads what it needs
+  backtrace(frame.data(), frame.size());  // loads its library now
   const char* const text = getenv("TANDEM_TRIM_FAILING");
   if (text != nullptr) sscanf(text, "%15s %lu %d", failing.kind.data(), &failing.number, &failing.error);
   for (const int signal : kNeverBlocked)
@@ -181,8 +180,7 @@ EXPORTED void* realloc(void* old, std::size_t size) {
   return allocationFails() ? nullptr : __libc_realloc(old, size);
 }
 
-// The signal by which the kernel reports a call must never be blocked, nor those of a crash, which end the
-// program then without a word.
+// Keeps SIGSYS and the signals of a crash unblocked: while blocked, they end the program without a handler.
 EXPORTED int pthread_sigmask(int how, const sigset_t* signals, sigset_t* before) {
   sigset_t others;
   if (signals != nullptr) {

@@ -1,6 +1,5 @@
-"""The terminal program while one call of the system, or one allocation, fails: it does what was asked for, or says what is wrong and ends
-with another status than 0. It never crashes, loses a setting, leaves a file that is half written, or calls a job confirmed that the server
-does not hold whole."""
+"""The terminal program while one system call or one allocation fails: it does its task, or reports what is wrong and ends with a status
+other than 0. It never crashes, loses a setting, leaves a half-written file, or reports an incomplete job as confirmed."""
 
 import dataclasses
 import errno
@@ -16,15 +15,15 @@ from patience import INTERVAL
 from terminal_case import ACTS_THAT_CHANGE, BUILD, MARGINS, PPD, PROGRAM, SAMPLE, TerminalCase, each
 
 LIBRARY = BUILD / "tests/e2e/libone_failure.so"
-# How many failures, chosen at random; "all", or those of some kinds or uses: "malloc", "print". Without it a few, the same ones each time.
+# A number of random failures; "all"; or some kinds or uses ("malloc,print"). The default is a fixed selection.
 FAILURES = os.environ.get("TANDEM_TRIM_FAILURES", "150")
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32) if "TANDEM_TRIM_FAILURES" in os.environ else 1))
 PATIENCE = 60  # seconds until a program counts as hanging
 PATIENCE_WITH_JOBS = 8  # seconds until a job counts as left behind
-# What is said of a job that is not, or may not be, printed whole.
+# Messages about a job that is not, or may not be, printed completely.
 PARTLY = re.compile("is incomplete: |lost: |could not be cancelled|was cancelled")
-NO_PANEL = "no panel: "  # what the list of printers says of one, with the reason
-UNKNOWN = re.compile("may (still be printed|wait there)")  # what is said of a job that may be left behind
+NO_PANEL = "no panel: "  # in the list of printers, before the reason
+UNKNOWN = re.compile("may (still be printed|wait there)")  # the messages about a job that may be left behind
 LIES = re.compile("nothing was (printed|sent)")
 OF_LANGUAGE = re.compile(r"/(libone_failure|libc|libm|libstdc\+\+|libgcc_s|ld-linux[-\w]*)\.so")
 NUMBER = re.compile(r"(Morva-|job )\d+")
@@ -47,13 +46,13 @@ ERRORS = {
     "malloc": (errno.ENOMEM,),
 }
 
-# Its beginning is a PPD by itself, without the limits.
+# The PPD is made long in front of this line: a PPD cut off there would be valid, but without limits.
 LIMITS = "*MVMaxTandemTrimMarginTop:"
 FILLING = "*% A line of a long file.\n" * 4000
 SAVED = f"Dest Morva {MARGINS['Left']}=9\nDest Other media=a5\n"
 WISHES = each("--set", ["Valid=On", "Top=18"])
 PRESET = ("-d", "Morva", "--preset", "Kept")
-# What a user does, by its name: the arguments.
+# Name of a use -> the program's arguments.
 USES = {
     "print": ("-d", "Morva", *each("--set", ACTS_THAT_CHANGE[:-2]), SAMPLE),
     "print by a preset": (*PRESET, SAMPLE),
@@ -71,8 +70,8 @@ USES = {
 
 @dataclasses.dataclass
 class Outcome:
-    """What a run of the program says, and what it leaves behind: files with their contents, jobs as their
-    filter got them, jobs that wait at the server."""
+    """A run's status, output and error output, the files with their contents, the jobs as the filter got them, and the jobs that still
+    wait at the server."""
 
     status: int
     said: str
@@ -109,7 +108,7 @@ class OneFailureTest(TerminalCase):
         }
 
     def restore(self):
-        """Makes the files what they were before the first run."""
+        """Restores the files as they were before the first run."""
         for name, text in self.files().items():
             if self.kept.get(name) != text:
                 (self.home / name).unlink()
@@ -117,7 +116,7 @@ class OneFailureTest(TerminalCase):
             (self.home / name).write_text(text)
 
     def run_with(self, use, failing="", **more):
-        """Does it while this call fails."""
+        """Runs the program for this use while the given call fails."""
         self.restore()
         variables = {"LD_PRELOAD": str(LIBRARY), "TANDEM_TRIM_TIMEOUT": "2", "TANDEM_TRIM_CALLS": str(self.counts)}
         variables |= {"TANDEM_TRIM_FAILING": failing} | more
@@ -140,7 +139,7 @@ class OneFailureTest(TerminalCase):
         return Outcome(result.returncode, said, result.stderr.decode(), self.files(), printed, left)
 
     def jobs_that_wait(self):
-        """The jobs that are not printed though the server has had the time for it; they are cancelled."""
+        """Returns the jobs that the server does not print in time, and cancels them."""
         end = time.monotonic() + PATIENCE_WITH_JOBS
         while (left := self.cups.jobs("not-completed")) and time.monotonic() < end:
             time.sleep(INTERVAL)
@@ -155,7 +154,7 @@ class OneFailureTest(TerminalCase):
         return counts
 
     def failures(self, expected):
-        """All failures of all uses as (use, kind, number, error)."""
+        """All failures of all uses, as (use, kind, number, error). Stores the outcome without a failure in `expected`."""
         for use in USES:
             expected[use] = self.run_with(use)
             self.assertEqual(expected[use].status, 0, expected[use].complained)
@@ -167,7 +166,7 @@ class OneFailureTest(TerminalCase):
 
     @staticmethod
     def crashed_elsewhere(complained):
-        """Whether a library of the system crashed. Those of the language are at work for whoever called them, unless they say it is them."""
+        """Whether a system library crashed. For a crash in a language's library, its caller counts, unless glibc reports its own error."""
         if "Fatal glibc error" in complained:
             return True
         modules = re.findall(r"^(/\S+)\(", complained, re.MULTILINE)
@@ -175,30 +174,30 @@ class OneFailureTest(TerminalCase):
         return bool(at_work) and not at_work[0].startswith(str(BUILD))
 
     def judge(self, outcome, expected):
-        """Why the outcome is none that a user may get; none if it is."""
+        """Why the outcome is not acceptable; None if it is."""
         if "CRASH" in outcome.complained or outcome.status < 0:
             return None if self.crashed_elsewhere(outcome.complained) else "it crashed"
         if outcome.left and not UNKNOWN.search(outcome.complained):
             return "a job is left behind"
         if outcome.status == 0:
             if outcome.printed != expected.printed:
-                return "what is called printed is not"
+                return "it reports another job as printed than the filter got"
             if outcome.files != expected.files:
-                return "what is called kept is not"
+                return "it reports success, but the files are wrong"
             if outcome.said != expected.said and not outcome.complained and NO_PANEL not in outcome.said:
-                return "it says something else, and ends with 0"
+                return "its output differs without an error, and it ends with 0"
             return None
         if not outcome.complained:
             return "it does not say why it fails"
         if outcome.files not in (self.kept, expected.files):
             return "the files are neither the old ones nor the new"
         if outcome.printed and LIES.search(outcome.complained):
-            return "it printed what it calls not printed"
+            return "it reports a printed job as not printed"
         if outcome.printed and outcome.printed != expected.printed and not PARTLY.search(outcome.complained):
             return "it printed something else"
         return None
 
-    def test_one_failure_is_survived_or_told(self):
+    def test_one_failure_is_survived_or_reported(self):
         expected = {}
         failures = list(self.failures(expected))
         if FAILURES.isdigit():

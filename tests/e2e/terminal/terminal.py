@@ -1,4 +1,4 @@
-"""A terminal, and a user before it: what a program shows there, and keys that are typed."""
+"""A terminal and its user: what a program shows there, and which keys are typed."""
 
 import os
 import signal
@@ -11,7 +11,7 @@ INTERRUPT, STOP = b"\x03", b"\x1a"
 
 
 class Terminal:
-    """Runs a command at a terminal of its own, as its foreground job, between `with` and its end."""
+    """Runs a command as the foreground job of its own terminal, for the duration of a `with` statement."""
 
     def __init__(self, command, environment):
         self._user, seen_by_program = os.openpty()
@@ -31,12 +31,12 @@ class Terminal:
         os.close(self._user)
 
     def shown(self):
-        """All that stands on the screen."""
+        """All that the terminal has shown so far."""
         try:
             while piece := os.read(self._user, 4096):
                 self._shown += piece
         except OSError:
-            pass  # there is no more for now, or the program has ended
+            pass  # there is no more output yet, or the program has ended
         return self._shown.decode(errors="replace").replace("\r\n", "\n")
 
     def wait_for(self, words, times=1):
@@ -50,6 +50,6 @@ class Terminal:
         return bool(termios.tcgetattr(self._user)[3] & termios.ECHO)
 
     def end(self):
-        """Waits for the program's end and gives its exit status."""
+        """Waits for the program's end and returns its exit status."""
         patience.until(lambda: (self.shown(), self._program.poll())[1] is not None, "the program's end")
         return self._program.returncode

@@ -1,4 +1,4 @@
-"""What lp does, beside lp itself on one server: the same command line leaves the same job."""
+"""The program compared with lp on the same server: the same command line makes the same job."""
 
 import datetime
 import itertools
@@ -17,13 +17,13 @@ from terminal_case import DEFAULTS, LARGEST, PPD, PROGRAM, PROJECT, REQUEST, SAM
 LP = "/usr/bin/lp"
 GET_SUBSCRIPTIONS = 0x0019
 COMPARISON = PROJECT / "docs/lp.md"
-# What stands for these in lp --help.
+# Values for the placeholders in lp --help.
 VALUES = {
     "destination": "Plain", "server[:port]": "{server}", "HH:MM": "{later}", "id": "12", "num-copies": "2", "option[=value]": "landscape",
     "media=size": "media=A5", "number-up=N": "number-up=2", "orientation-requested=N": "orientation-requested=4",
     "print-quality=N": "print-quality=5", "page-list": "1-2", "priority": "7", "title": "Title", "username": "amy",
 }  # fmt: skip
-# The variables that change what lp does, those of its manual page among them, with a value and what else shows its effect.
+# The environment variables that affect lp, more than its manual page lists: a value, and arguments and variables that show its effect.
 VARIABLES = {
     "LPDEST": ("Plain", [], {}),
     "PRINTER": ("Plain", [], {}),
@@ -35,13 +35,13 @@ VARIABLES = {
     "HOME": ("/nonexistent", ["-d", "Plain"], {}),
     "CUPS_SERVERROOT": ("/nonexistent", ["-d", "Plain"], {}),
 }
-# Of a job's attributes those that tell one job from another whatever was asked for, and how the client names the printer.
+# Attributes that differ between any two jobs, or by how the client names the printer.
 OF_ONE_JOB = re.compile(r"job-(id|uri|uuid|more-info|printer-up-time)|(date-)?time-at-.*|number-of-intervening-jobs|(job-)?printer-uri|tandem-trim-request")
 
-# Far from now, so that no job is released meanwhile.
+# Far from now, so that no job is released during a test.
 LATER = (datetime.datetime.now(datetime.timezone.utc) + datetime.timedelta(hours=12)).strftime("%H:%M")
 
-# Each with its arguments as lp takes them, to draw from.
+# Options with their values, from which the random test chooses.
 DRAWN = [
     ["-n", "3"], ["-n2"], ["-o", "copies=4"],
     ["-t", "Two words"], ["-t", "-x"], ["-t", "Größe [1,2]"], ["-t", ""],
@@ -55,9 +55,9 @@ DRAWN = [
     ["-c"], ["-s"], ["-cs"], ["-m"], ["-E"], ["-U", "amy"], ["-Ubob"],
     ["-o", "MVTandemTrim=On MVTopMargin=7"], ["-o", "MVPrintPosition=Left"],
 ]  # fmt: skip
-# Both programs send nothing and fail. The last of several values counts.
+# With these, both programs send nothing and fail. They come last, since the last of several values counts.
 WRONG = [["-n", "0"], ["-q", "0"], ["-q", "101"], ["-P", "banana"], ["-P", "5-3"]]
-# Where a job goes: arguments and variables. "draft" is an instance of each printer with options of its own.
+# Where a job goes: arguments and variables. "draft" is an instance of each printer, with its own saved options.
 PLACES = [
     (["-d", "Plain"], {}),
     (["-dPlain/draft"], {}),
@@ -76,9 +76,9 @@ PLACES = [
     ([], {}),
 ]
 COMBINATIONS = 56
-# By find and xargs, whose rules of quoting leave these names alone.
+# Names that find and xargs pass on unchanged.
 NAMES = ["a.pdf", "[b,c].pdf", "größe=%%{}.pdf"]
-# xargs makes one status of all, so that each is written down.
+# Writes down each exit status, as xargs returns only one.
 PIPELINE = """find . -name '*.pdf' | sort | xargs -n1 sh -c '"$@"; echo $? >>"$0"' "$0" "$@" """
 
 
@@ -89,7 +89,7 @@ class AsLpTest(TerminalCase):
         plain = cls.cups.folder / "plain.ppd"
         lines = PPD.read_text().splitlines(keepends=True)
         plain.write_text("".join(line for line in lines if not line.startswith("*APDialogExtension")))
-        # Their jobs stay as they came.
+        # Stopped printers, whose jobs stay as they arrive.
         cls.cups.add_queue("Plain", plain, enabled=False)
         cls.cups.add_queue("Morva", PPD, enabled=False)
         cls.cups.add_queue("Closed", plain, accepting=False)
@@ -109,19 +109,19 @@ class AsLpTest(TerminalCase):
         )
 
     def job(self, number):
-        """What the server holds of a job, as far as it could be the same of another, over its defaults, which lp spells out in each job."""
+        """The server's attributes of a job that can be the same in another, over the printer's defaults, which lp adds to each job."""
         attributes = [(ipp.URI, "job-uri", f"ipp://localhost/jobs/{number}"), (ipp.NAME, "requesting-user-name", "root")]
         (job,) = ipp.ask(self.cups.address, ipp.GET_JOB, attributes, path="/jobs/")
         return self.defaults | {name: values for name, values in job.items() if not OF_ONE_JOB.fullmatch(name)}
 
     def jobs_of(self, act):
-        """What the act gives, and the jobs that it leaves."""
+        """Returns the result of `act` and the jobs that it makes."""
         before = self.cups.jobs()
         result = act()
         return result, [self.job(number) for number in self.cups.jobs() if number not in before]
 
     def assert_same(self, ours, lps):
-        """The jobs of both programs are the same, but for the panel's options, which a printer has all of or none."""
+        """Asserts that both programs' jobs are the same, except that the program sends either all of the panel's options or none."""
         self.assertEqual(len(ours), len(lps))
         for our, lp in zip(ours, lps):
             if our["job-name"] == ["(stdin)"]:
@@ -133,7 +133,7 @@ class AsLpTest(TerminalCase):
             self.assertEqual(our, lp)
 
     def beside(self, *arguments, stdin=None, **variables):
-        """Runs both programs with these arguments and gives their results; the jobs have to be the same."""
+        """Runs both programs with these arguments, asserts that their jobs are the same, and returns both results."""
 
         def run(program):
             with open(stdin or os.devnull, "rb") as file:
@@ -147,20 +147,20 @@ class AsLpTest(TerminalCase):
     # Options.
 
     def rows(self):
-        """What docs/lp.md says of each option and variable, which has one row."""
+        """What docs/lp.md says about each option and variable. Asserts that none has two rows."""
         rows = re.findall(r"^\| (`.*?`) \| (.+) \|$", COMPARISON.read_text(), re.MULTILINE)
         cells = [(cell, here) for cells, here in rows for cell in re.findall(r"`([^`]+)`", cells)]
         self.assertEqual(len(dict(cells)), len(cells), "something has two rows")
         return dict(cells)
 
-    def test_every_option_of_lp_has_a_row_and_is_taken_or_refused_as_it_says(self):
+    def test_every_option_of_lp_is_documented_and_accepted_or_refused_as_documented(self):
         values = {"{server}": "{}:{}".format(*self.cups.address), "{later}": LATER}
         text = self.program(LP, "--help").stdout
-        told = [re.split(r" {2,}", line)[0] for line in text.splitlines() if line.startswith("-")]
-        self.assertGreater(len(told), 20, text)
+        options = [re.split(r" {2,}", line)[0] for line in text.splitlines() if line.startswith("-")]
+        self.assertGreater(len(options), 20, text)
         rows, help_text = self.rows(), self.program(PROGRAM, "--help").stdout
-        self.assertEqual({row for row in rows if row.startswith("-")} - {"-", "--"}, set(told))
-        for option in told:
+        self.assertEqual({row for row in rows if row.startswith("-")} - {"-", "--"}, set(options))
+        for option in options:
             name, *form = option.split(" ", 1)
             arguments = [name, *(values.get(VALUES.get(word, word), VALUES.get(word, word)) for word in form)]
             with self.subTest(arguments):
@@ -171,13 +171,13 @@ class AsLpTest(TerminalCase):
                     self.assertEqual((our.returncode, lp.returncode), (0, 0), our.stderr)
                 else:
                     self.refuses("-d", "Plain", *arguments, SAMPLE, status=2)
-            # Values between backquotes, in the part of the row that says so.
+            # The values in backquotes, in the part of the row that says "are refused".
             refused = [part.split(" refused")[0] for part in rows[option].split(";") if "are refused" in part]
             for value in re.findall(r"`([^`]+)`", " ".join(refused)):
                 with self.subTest([name, value]):
                     self.refuses("-d", "Plain", name, value.replace('""', ""), SAMPLE, status=2)
 
-    def test_every_variable_of_lp_has_a_row_and_counts_as_it_says(self):
+    def test_every_variable_of_lp_is_documented_and_has_the_same_effect(self):
         rows = self.rows()
         self.assertEqual({row for row in rows if re.fullmatch("[A-Z_]+", row)}, set(VARIABLES))
         self.trim("-E", "--list")  # The server makes its key.
@@ -188,13 +188,13 @@ class AsLpTest(TerminalCase):
                 self.assertEqual(our.returncode, lp.returncode, our.stderr + lp.stderr)
                 self.assertEqual(our.returncode, 1 if value.endswith("1") else 0)
 
-    def test_every_option_of_lp_leaves_the_same_job(self):
+    def test_every_option_of_lp_makes_the_same_job(self):
         for options in DRAWN + WRONG:
             with self.subTest(options):
                 our, lp = self.beside("-d", "Plain", *options, SAMPLE)
                 self.assertEqual((our.returncode == 0, lp.returncode == 0), (options in DRAWN,) * 2, our.stderr + lp.stderr)
 
-    def test_options_stand_before_files_and_behind_them_until_two_dashes(self):
+    def test_options_may_come_before_and_after_files_until_two_dashes(self):
         folder = self.temporary_folder()
         for name in ("-n", "--", "[a.pdf,b.pdf]", "a.pdf", "b.pdf", "{}", "%%", '"a"', "a b"):
             (folder / name).write_bytes(SAMPLE.read_bytes())
@@ -211,35 +211,35 @@ class AsLpTest(TerminalCase):
                 our, lp = self.beside("-d", "Plain", *arguments)
                 self.assertEqual((our.returncode, lp.returncode), (0, 0), our.stderr)
 
-    def test_a_connection_is_encrypted_on_demand(self):
+    def test_a_connection_is_encrypted_with_the_option_for_it(self):
         for program, option in itertools.product((LP, PROGRAM), ([], ["-E"])):
             with self.subTest(program=program, option=option), Overhearing(self.cups.address) as relay:
                 result = self.program(program, *option, "-d", "Plain", SAMPLE, CUPS_SERVER=relay.address)
                 self.assertEqual(result.returncode, 0, result.stderr)
                 self.assertEqual(b"%PDF" in relay.heard, not option)
 
-    def test_the_server_is_asked_for_the_same_letter(self):
-        letters = []
+    def test_the_server_is_asked_for_the_same_mail(self):
+        mails = []
         for program in (LP, PROGRAM):
             before = self.cups.jobs()
             self.program(program, "-d", "Plain", "-U", "amy", "-m", SAMPLE)
             (job,) = set(self.cups.jobs()) - set(before)
             asked = ipp.ask(self.cups.address, GET_SUBSCRIPTIONS, [(ipp.URI, "printer-uri", "ipp://localhost/")])
-            (letter,) = [letter for letter in asked if letter["notify-job-id"] == [job]]
-            letters.append({name: letter[name] for name in ("notify-events", "notify-subscriber-user-name", "notify-recipient-uri")})
-        self.assertEqual(*letters)
-        self.assertTrue(letters[0]["notify-recipient-uri"][0].startswith("mailto:amy@"))
+            (mail,) = [mail for mail in asked if mail["notify-job-id"] == [job]]
+            mails.append({name: mail[name] for name in ("notify-events", "notify-subscriber-user-name", "notify-recipient-uri")})
+        self.assertEqual(*mails)
+        self.assertTrue(mails[0]["notify-recipient-uri"][0].startswith("mailto:amy@"))
 
     # The printers.
 
-    def test_an_instance_stands_behind_the_last_slash(self):
+    def test_an_instance_is_what_follows_the_last_slash(self):
         for name in ("Plain/draft/x", "Plain//draft"):
             with self.subTest(name):
                 our, lp = self.beside("-d", name, SAMPLE)
                 self.assertEqual((our.returncode, lp.returncode), (1, 1))
                 self.assertIn(f'there is no printer "{name.rpartition("/")[0]}"; choose one by -d: Closed, Morva, Plain', our.stderr)
 
-    def test_a_name_is_asked_for_as_a_whole(self):
+    def test_a_printers_name_with_a_question_mark_or_hash_sign_is_taken_as_a_whole(self):
         for name, ppd in (("Morva?x", None), ("Plain?x", PPD)):
             self.cups.add_queue(name, ppd, enabled=False)
             self.addCleanup(self.cups.remove, name)
@@ -266,8 +266,8 @@ class AsLpTest(TerminalCase):
                 self.assertEqual(self.trim("--list", **variables).stdout.splitlines(), [printers[0], printers[1] + "  default", printers[2]])
         subprocess.run(["lpoptions", "-d", "Plain"], env=self.environment(), check=True, stdout=subprocess.DEVNULL)
         self.assertEqual(self.trim("--list").stdout.splitlines(), [*printers[:2], printers[2] + "  default"])
-        told = {name.partition("/")[0] for name in self.program("lpstat", "-e").stdout.split()}
-        self.assertEqual(told, {line.split()[0] for line in printers})
+        names = {name.partition("/")[0] for name in self.program("lpstat", "-e").stdout.split()}
+        self.assertEqual(names, {line.split()[0] for line in printers})
 
     def test_the_list_says_why_a_panel_is_missing(self):
         empty = self.temporary_folder()
@@ -275,13 +275,13 @@ class AsLpTest(TerminalCase):
         self.assertEqual(listed.returncode, 0, listed.stderr)
         self.assertRegex(listed.stdout, rf"(?m)^Morva   no panel: the plug-in \S+\.bundle is not in {empty}$")
 
-    def test_the_list_is_refused_beside_a_job_and_by_a_server_that_is_gone(self):
+    def test_the_list_is_refused_with_a_file_and_without_a_server(self):
         self.refuses("--list", SAMPLE, status=2, words=["--list", "leave files out"])
         self.refuses("--list", "-h", "127.0.0.1:1", words=["no print server answers at 127.0.0.1:1"])
 
-    # What stands on standard output.
+    # Standard output.
 
-    def test_a_job_that_is_sent_is_named_as_lp_names_it(self):
+    def test_a_sent_job_is_reported_as_by_lp(self):
         for arguments, stdin in (([SAMPLE], None), ([SAMPLE, SAMPLE], None), (["-"], SAMPLE), ([], SAMPLE)):
             with self.subTest(arguments):
                 our, lp = self.beside("-d", "Plain", *arguments, stdin=stdin)
@@ -291,19 +291,19 @@ class AsLpTest(TerminalCase):
                 number = re.match(r"request id is Plain-(\d+) ", said)[1]
                 self.assertEqual(number, str(self.cups.jobs()[-1]))
 
-    def test_a_silent_job_says_nothing_on_standard_output(self):
+    def test_a_silent_job_writes_nothing_to_standard_output(self):
         our, lp = self.beside("-d", "Plain", "-s", SAMPLE)
         self.assertEqual((our.stdout, lp.stdout), ("", ""))
         self.assertIn("Plain is stopped", our.stderr)
         result = self.trim("-d", "Plain", "-s", "--summary", "--json", SAMPLE)
         self.assertTrue(result.stdout.startswith("{"))
 
-    def test_json_stands_alone(self):
+    def test_json_is_the_only_output(self):
         self.assertNotRegex(self.trim("-d", "Plain", "--json", SAMPLE).stdout, REQUEST)
 
     # Standard input.
 
-    def test_standard_input_is_printed_where_no_file_is_named(self):
+    def test_standard_input_is_printed_if_no_file_is_named(self):
         pipe = ["sh", "-c", 'cat "$0" | "$@"', SAMPLE]
         for arguments in ([], ["-"], ["-n", "2"]):
             with self.subTest(arguments):
@@ -328,7 +328,7 @@ class AsLpTest(TerminalCase):
         self.refuses("-d", "Plain", stdin=b"", words=["standard input is empty", "nothing was sent"])
         self.refuses("-d", "Plain", "-", stdin=b"", words=["standard input is empty"])
 
-    def test_what_asks_for_no_job_leaves_standard_input_alone(self):
+    def test_options_that_print_nothing_leave_standard_input_unread(self):
         reader, writer = os.pipe()
         os.write(writer, SAMPLE.read_bytes())
         os.close(writer)
@@ -339,7 +339,7 @@ class AsLpTest(TerminalCase):
         with os.fdopen(reader, "rb") as pipe:
             self.assertEqual(pipe.read(), SAMPLE.read_bytes())
 
-    def test_no_standard_input_is_none(self):
+    def test_without_files_and_standard_input_the_options_are_shown(self):
         terminal, seen_by_program = os.openpty()
         self.addCleanup(os.close, terminal)
         self.addCleanup(os.close, seen_by_program)
@@ -354,9 +354,9 @@ class AsLpTest(TerminalCase):
                 self.assertEqual((result.returncode, jobs), (0, []), result.stderr)
                 self.assertIn("-o MVTandemTrim=Off\n", result.stdout)
 
-    # Any of it.
+    # Random combinations.
 
-    def test_what_is_drawn_by_a_seed_leaves_the_same_jobs_and_exit_status(self):
+    def test_random_command_lines_make_the_same_jobs_and_exit_statuses(self):
         seed = int(os.environ.get("TANDEM_TRIM_SEED", 0)) or random.SystemRandom().randrange(1, 1 << 32)
         draw = random.Random(seed)
         folder = self.temporary_folder()
@@ -374,15 +374,15 @@ class AsLpTest(TerminalCase):
             with self.subTest(words, seed=seed, **variables):
 
                 def statuses(program):
-                    told = self.temporary_folder() / "statuses"
-                    command = ["sh", "-c", PIPELINE, told, program, *words, "--"]
+                    statuses_file = self.temporary_folder() / "statuses"
+                    command = ["sh", "-c", PIPELINE, statuses_file, program, *words, "--"]
                     subprocess.run(command, cwd=folder, capture_output=True, env=self.environment(**variables), timeout=PATIENCE, check=True)
-                    return told.read_text().split()
+                    return statuses_file.read_text().split()
 
                 lp, lps = self.jobs_of(lambda: statuses(LP))
                 our, ours = self.jobs_of(lambda: statuses(PROGRAM))
                 self.assertEqual(len(lp), len(NAMES))
-                # What is wrong about the command line has a status of its own.
+                # The program reports a wrong command line by a special status.
                 is_wrong = any(option in WRONG for option in options)
                 self.assertEqual(our, ["2"] * len(NAMES) if is_wrong else lp)
                 self.assertTrue(not is_wrong or "0" not in lp, lp)

@@ -1,4 +1,4 @@
-"""Bash, zsh and fish complete the program's options, printers, settings and their choices, from where they are installed."""
+"""Bash, zsh and fish complete the program's options, printers, settings and choices, with the installed scripts."""
 
 import itertools
 import os
@@ -13,9 +13,9 @@ from relay import Overhearing, Slow
 from terminal import Terminal
 from terminal_case import BUILD, FOLDLINE_PPD, PPD, PROGRAM, SAMPLE, TerminalCase
 
-ODD = "Odd;touch${IFS}made"  # names a printer, and bash would run a part of it
+ODD = "Odd;touch${IFS}made"  # a printer's name with a command that bash could run
 SETTINGS = {"Valid=", "Direction=", "Position=", "Top=", "Bottom=", "Left=", "Right="}
-# What is typed before Tab, and what stands on the command line behind it.
+# What is typed before Tab, and the command line afterwards.
 COMPLETED = {
     "-d Mor": "-d Morva ",
     "--set Val": "--set Valid=",
@@ -30,14 +30,14 @@ COMPLETED = {
     "-d Morva -- --sum": "-d Morva -- --sum",  # the beginning of a file's name
     "-d Fold --set Fold=Z": "-d Fold --set Fold=Z",  # another family, without a folding by this name
 }
-# No two begin with the same two letters.
+# All differ in their first two letters.
 ODD_NAMES = [
     "My Printer", "It's", 'Say"so"', "Cash$HOME", "Back\\slash", "Größe", "Tick`id`", "Semi;touch made", "Paren(x)", "Glob*", "Eq=a:b", "Quest~?", "Hash#1",
 ]  # fmt: skip
-# What is typed of them besides their first two letters, with and without an opened quote.
+# What is typed of a name (by its index): some examples, and the first two letters of all with and without an opening quote.
 TYPED = [('"My Pri', 0), ("'My Pri", 0), ("My\\ Pri", 0), ("'Cash$HO", 3), ('"Cash\\$HO', 3), ("Back\\\\sl", 4), ("Grö", 5), ("Eq=a", 10)]
 TYPED += [(quote + name[:2], number) for number, name in enumerate(ODD_NAMES) for quote in ("", '"', "'")]
-# In the place of the program, gives its words and shows the arguments that the shell makes of the command line.
+# Takes the program's place: passes on its completions, and prints the arguments that the shell makes of the command line.
 STAND_IN = f"""#!/bin/sh
 [ "$1" = --complete ] && exec {PROGRAM} "$@"
 printf '<%s>' "$@"; echo '<end>'
@@ -45,7 +45,7 @@ printf '<%s>' "$@"; echo '<end>'
 
 
 def named(names):
-    """A server's answer that it has printers of these names."""
+    """A server's answer with printers of these names."""
     printers = [ipp.group(ipp.PRINTER_GROUP, [(ipp.NAME, "printer-name", name)]) for name in names]
     return fake_server.answer(ipp.beginning(0) + b"".join(printers) + bytes([ipp.END]))
 
@@ -77,11 +77,11 @@ class CompletionTest(TerminalCase):
 
     # The program's own answers.
 
-    def test_printers_are_those_of_the_server(self):
+    def test_the_servers_printers_are_offered(self):
         self.assertEqual(self.words("-d", ""), ["Fold", "Morva", ODD])
         self.assertEqual(self.words("--summary", "-d", "M"), ["Morva"])
 
-    def test_settings_are_those_of_the_printers_panel(self):
+    def test_the_settings_of_the_printers_panel_are_offered(self):
         self.assertEqual(set(self.words("-d", "Morva", "--set", "")), SETTINGS)
         self.assertEqual(self.words("-d", "Morva", "--set", "Direction="), ["Direction=LongEdgeFeed", "Direction=ShortEdgeFeed"])
         self.assertEqual(self.words("-d", "Morva", "--set", "Top="), [])
@@ -90,7 +90,7 @@ class CompletionTest(TerminalCase):
         of_other = set(self.words("-d", "Fold", "--set", "", **around))
         self.assertTrue(of_other and not of_other & SETTINGS, of_other)
 
-    def test_presets_are_those_of_the_printers_family(self):
+    def test_the_presets_of_the_printers_family_are_offered(self):
         for name in ("Booklet", "Two words"):
             self.assertEqual(self.trim("-d", "Morva", "--save-preset", name).returncode, 0)
         for option in ("--preset", "--save-preset", "--delete-preset"):
@@ -98,7 +98,7 @@ class CompletionTest(TerminalCase):
         self.assertEqual(self.words("--ppd", str(PPD), "--preset", "T"), ["Two words"])
         self.assertEqual(self.words("-d", "Fold", "--preset", ""), [])
 
-    def test_a_damaged_preset_is_left_to_who_can_tell_it(self):
+    def test_completion_does_not_rename_a_damaged_preset(self):
         folder = self.temporary_folder()
         damaged = folder / "tandem-trim/presets/TandemTrim/Damaged.json"
         damaged.parent.mkdir(parents=True)
@@ -106,26 +106,26 @@ class CompletionTest(TerminalCase):
         self.assertEqual(self.words("-d", "Morva", "--preset", "", XDG_CONFIG_HOME=str(folder)), [])
         self.assertTrue(damaged.exists())
 
-    def test_options_are_those_of_the_help(self):
+    def test_only_options_in_the_help_are_offered(self):
         helped = self.trim("--help").stdout
         options = self.words("-")
         self.assertIn("--restore-defaults", options)
         for option in options:
             self.assertIn(option, helped)
 
-    def test_what_cannot_be_asked_has_no_words(self):
+    def test_nothing_is_offered_for_an_unknown_printer_ppd_or_server_or_a_free_text(self):
         for words in ([""], ["-d", "Nowhere", "--set", ""], ["--ppd", "nowhere.ppd", "--set", ""], ["-n", ""], []):
             with self.subTest(words):
                 self.assertEqual(self.words(*words), [])
         self.assertEqual(self.words("-d", "", CUPS_SERVER="127.0.0.1:1"), [])
 
-    def test_a_value_may_stand_behind_its_option_in_one_word(self):
+    def test_a_value_in_one_word_with_its_option_is_completed(self):
         self.assertEqual(self.words("-dMor"), ["-dMorva"])
         self.assertEqual(self.words("-csdMor"), ["-csdMorva"])
         self.assertEqual(self.words("-dMorva", "--set=Position="), [f"--set=Position={choice}" for choice in ("Left", "Center", "Right")])
         self.assertEqual(set(self.words(f"--ppd={PPD}", "--set=")), {f"--set={name}" for name in SETTINGS})
 
-    def test_behind_two_dashes_there_are_only_files(self):
+    def test_after_two_dashes_nothing_but_files_is_offered(self):
         for words in (["--", "--su"], ["--", "-d", "Mor"], ["-d", "Morva", "--", "-"]):
             with self.subTest(words):
                 self.assertEqual(self.words(*words), [])
@@ -141,7 +141,7 @@ class CompletionTest(TerminalCase):
                 self.assertEqual(set(self.words(*options, "-U", "amy", "-d", "Morva", "--set", "", CUPS_SERVER=relay.address)), SETTINGS)
                 self.assertEqual((b"printer-uri" in relay.heard, b"amy" in relay.heard), (is_plain, is_plain))
 
-    def test_a_server_holds_nobody_up_at_the_key(self):
+    def test_a_frozen_or_slow_server_does_not_block_the_tab_key(self):
         around = {"TANDEM_TRIM_TIMEOUT": "60"}
         for words in (["-d", ""], ["-d", "Morva", "--set", ""]):
             with self.subTest(words):
@@ -158,7 +158,7 @@ class CompletionTest(TerminalCase):
     # The shells.
 
     def completes(self, shell, start, more=()):
-        """In this shell, which is set up so that the key ^O shows the command line, Tab completes each of them."""
+        """Asserts that Tab completes each text in this shell. `start` sets the shell up to show the command line at ^O."""
         (self.work.parent / "start").write_text(f"{start}\ncd {shlex.quote(str(self.work))}\nPS1='ready''> '\n")
         for typed, expected in (*COMPLETED.items(), *more):
             with self.subTest(typed), Terminal(shell, self.around()) as terminal:
@@ -169,7 +169,7 @@ class CompletionTest(TerminalCase):
                 self.assertIn(f"<tandem-trim {expected}<end>", terminal.shown())
 
     def completes_odd_names(self, shell, start):
-        """In this shell Tab completes each name to what the shell then hands over as that name."""
+        """Asserts that Tab in this shell completes each name to a word that the shell passes to the program as that name."""
         program = self.work.parent / "stand-in/tandem-trim"
         program.parent.mkdir()
         program.write_text(STAND_IN)
@@ -185,8 +185,8 @@ class CompletionTest(TerminalCase):
                     with self.subTest(option + typed):
                         terminal.type(f"tandem-trim {option}{typed}\t\n".encode())
                         terminal.wait_for("<end>", times)
-                        handed_over = option.replace(" ", "><") + ODD_NAMES[number]
-                        self.assertTrue(terminal.shown().rpartition("<end>")[0].endswith(f"<{handed_over}>"), terminal.shown()[-300:])
+                        arguments = option.replace(" ", "><") + ODD_NAMES[number]
+                        self.assertTrue(terminal.shown().rpartition("<end>")[0].endswith(f"<{arguments}>"), terminal.shown()[-300:])
         self.assertFalse((self.work / "made").exists())
 
     bash = """. /usr/share/bash-completion/bash_completion

@@ -1,4 +1,4 @@
-"""What a server refuses is told with the server's name, what it did and what to do about it, whatever status it answers with."""
+"""For every status, a message about a server's refusal names the server, what it did and what to do about it."""
 
 import itertools
 import unittest
@@ -9,7 +9,7 @@ from fake_server import FakeServer
 from terminal_case import PPD, SAMPLE, TerminalCase
 
 TIMEOUT = 1
-# The statuses of IPP with words of the fact and of what to do about it.
+# The statuses of IPP, with words of the fact and of the remedy.
 STATUSES = {
     0x0400: ("does not understand the request", "options"),
     0x0401: ("does not allow that", "administrator"),
@@ -67,12 +67,12 @@ HTTP_STATUSES = {
     504: ("out of service", "try again later"),
     505: ("cannot do that", "whether it is a print server"),
 }
-# What libcups and the C library say where they have nothing to say, and what nobody can act on.
+# Empty words of libcups and the C library, which help no user.
 IDLE_WORDS = r"failed: |Success|successful-ok|Unauthorized(?!: the print server)|Internal Server Error|Unknown|\(null\)|No such file|: \n|\(\)"
 
 
 def by_ipp(status, *attributes):
-    """An answer of this status; attributes are those of its operation."""
+    """An answer of this status with these operation attributes."""
     return fake_server.answer(ipp.beginning(status, attributes) + bytes([ipp.END]))
 
 
@@ -82,7 +82,7 @@ def by_http(status):
 
 class MessagesTest(TerminalCase):
     def refused(self, operation, content):
-        """What the program says when the server answers this operation so; the print server is "<server>" in it."""
+        """The program's message when the server answers this operation so, with "<server>" for the print server."""
         with FakeServer(PPD.read_bytes(), {operation: lambda: [content]}) as server:
             around = {"CUPS_SERVER": server.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
             result = self.trim("-d", "Morva", SAMPLE, **around)
@@ -91,7 +91,7 @@ class MessagesTest(TerminalCase):
         return result.stderr.replace(f"the print server at {server.address}", "<server>")
 
     def check(self, said, words):
-        """The message is of one line: the thing, what happened to it, and behind a semicolon what to do."""
+        """Asserts that the message is one line: the thing, what happened, and after a semicolon what to do."""
         fact, remedy = words
         self.assertRegex(said, r"^tandem-trim: [^\n]+; [^\n]+\n$")
         self.assertIn(fact, said)
@@ -111,7 +111,7 @@ class MessagesTest(TerminalCase):
                 self.check(said, words)
                 self.assertRegex(said, "^tandem-trim: Morva refuses the job; nothing was printed: (Unauthorized: )?<server> ")
 
-    def test_each_status_of_a_document_says_what_it_means_and_what_became_of_the_job(self):
+    def test_each_status_of_a_document_says_what_it_means_and_that_the_job_was_cancelled(self):
         for status, words in itertools.islice(STATUSES.items(), 0, None, 4):
             with self.subTest(f"{status:#06x}"):
                 said = self.refused(ipp.SEND_DOCUMENT, by_ipp(status))
@@ -130,11 +130,11 @@ class MessagesTest(TerminalCase):
                     self.check(said, words)
                     self.assertIn(f"(HTTP status {status})", said)
 
-    def test_the_servers_own_words_are_told(self):
+    def test_the_servers_own_words_are_shown(self):
         said = self.refused(ipp.CREATE_JOB, by_ipp(0x0403, (ipp.TEXT, "status-message", "Only on Mondays.")))
         self.check(said, ("does not allow that (Only on Mondays.)", "administrator"))
 
-    def test_a_job_that_is_turned_down_is_not_asked_for_again(self):
+    def test_a_job_that_the_server_refuses_is_not_requested_again(self):
         for status in (401, 403, 404, 413):
             with self.subTest(status):
                 odd = {ipp.CREATE_JOB: lambda status=status: [by_http(status)]}
@@ -147,7 +147,7 @@ class MessagesTest(TerminalCase):
         said = self.refused(ipp.CREATE_JOB, by_ipp(0))
         self.check(said, ("nothing was printed: <server> gave it no number", "print server"))
 
-    def test_a_connection_that_breaks_is_told_without_the_word_success(self):
+    def test_a_connection_that_breaks_is_reported_without_the_word_success(self):
         for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB):
             with self.subTest(operation):
                 said = self.refused(operation, b"")

@@ -1,4 +1,4 @@
-"""A print server that wants a password gets one from the user at the terminal, and from nobody where there is none."""
+"""A print server that wants a password gets it from the user at the terminal; without a terminal it gets none."""
 
 import getpass
 import subprocess
@@ -14,7 +14,7 @@ from terminal_case import PPD, PROGRAM, SAMPLE, TerminalCase
 
 TIMEOUT = 1
 QUESTION = "Password for "
-# Each of these may be the first that wants a password.
+# The operations that may be the first to want a password.
 OPERATIONS = (ipp.GET_PRINTER, fake_server.PPD, ipp.CREATE_JOB, ipp.GET_JOB)
 SENT = "job 1 on Morva: 7 of 7 options confirmed\n"
 
@@ -31,7 +31,7 @@ class PasswordsTest(TerminalCase):
     def terminal(self, server, *words):
         return Terminal(words or [PROGRAM, "-d", "Morva", SAMPLE], self.around(server))
 
-    def test_the_password_is_asked_for_once_and_prints(self):
+    def test_the_job_is_printed_after_one_question_for_the_password(self):
         for operation in OPERATIONS:
             with self.subTest(operation), self.server(operation) as server, self.terminal(server) as terminal:
                 terminal.wait_for(f"{QUESTION}{self.user} on 127.0.0.1? ")
@@ -43,7 +43,7 @@ class PasswordsTest(TerminalCase):
                 self.assertNotIn("Secret", terminal.shown())
                 self.assertIn(SENT, terminal.shown())
 
-    def test_the_third_try_counts(self):
+    def test_the_third_password_may_be_the_right_one(self):
         with self.server(ipp.CREATE_JOB) as server, self.terminal(server) as terminal:
             for times, password in enumerate((b"One\n", b"Two\n", b"Secret\n"), 1):
                 terminal.wait_for(QUESTION, times)
@@ -51,7 +51,7 @@ class PasswordsTest(TerminalCase):
             self.assertEqual(terminal.end(), 0, terminal.shown())
             self.assertEqual(server.tried, [f"{self.user}:{word}" for word in ("One", "Two", "Secret")])
 
-    def test_three_wrong_passwords_are_enough(self):
+    def test_after_three_wrong_passwords_the_program_fails(self):
         for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB):
             with self.subTest(operation), self.server(operation) as server, self.terminal(server) as terminal:
                 for times in (1, 2, 3):
@@ -63,21 +63,21 @@ class PasswordsTest(TerminalCase):
                 self.assertIn(f"Unauthorized: the print server at {server.address} does not take that password for {self.user}; try again with another", terminal.shown())
                 self.assertNotIn("at a terminal", terminal.shown())
 
-    def test_a_user_may_take_longer_than_the_server(self):
+    def test_the_user_may_take_longer_than_a_server_may(self):
         with self.server(ipp.CREATE_JOB) as server, self.terminal(server) as terminal:
             terminal.wait_for(QUESTION)
             time.sleep(2.5 * TIMEOUT)
             terminal.type(b"Secret\n")
             self.assertEqual(terminal.end(), 0, terminal.shown())
 
-    def test_a_document_that_a_password_is_wanted_for_too_late_is_not_confirmed(self):
+    def test_a_job_whose_server_wants_the_password_only_with_the_document_is_cancelled(self):
         with self.server(ipp.SEND_DOCUMENT) as server, self.terminal(server) as terminal:
             terminal.wait_for(QUESTION)
             terminal.type(b"Secret\n")
             self.assertEqual(terminal.end(), 1)
             self.assertRegex(terminal.shown(), "Morva did not take sample.pdf: Unauthorized: .*; job 1 on Morva was cancelled")
 
-    def test_no_password_is_an_answer(self):
+    def test_an_empty_password_ends_the_program(self):
         with self.server(ipp.CREATE_JOB) as server, self.terminal(server) as terminal:
             terminal.wait_for(QUESTION)
             terminal.type(b"\n")
@@ -85,7 +85,7 @@ class PasswordsTest(TerminalCase):
             self.assertEqual((terminal.shown().count(QUESTION), server.tried), (1, []))
             self.assertIn("Morva refuses the job; nothing was printed: Unauthorized: ", terminal.shown())
 
-    def test_an_interrupted_question_leaves_the_terminal_as_it_was(self):
+    def test_an_interrupted_question_restores_the_terminal(self):
         for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB, ipp.SEND_DOCUMENT):
             command = ["sh", "-c", 'trap : INT; "$@"; echo status $?', "sh", PROGRAM, "-d", "Morva", SAMPLE]
             with self.subTest(operation), self.server(operation) as server, self.terminal(server, *command) as terminal:
@@ -96,7 +96,7 @@ class PasswordsTest(TerminalCase):
                 self.assertIn("status 130", terminal.shown())
                 self.assertTrue(terminal.echoes())
 
-    def test_a_stopped_question_is_asked_again(self):
+    def test_a_question_is_asked_again_after_the_program_was_stopped(self):
         command = ["bash", "--norc", "-ic", 'set -m; "$@"; stty | grep -o -- "-echo "; fg; echo status $?', "bash", PROGRAM, "-d", "Morva", SAMPLE]
         with self.server(ipp.GET_PRINTER) as server, self.terminal(server, *command) as terminal:
             terminal.wait_for(QUESTION)
@@ -107,7 +107,7 @@ class PasswordsTest(TerminalCase):
             self.assertNotIn("-echo", terminal.shown())
             self.assertIn("status 0", terminal.shown())
 
-    def test_without_a_terminal_nobody_is_asked_and_nothing_hangs(self):
+    def test_without_a_terminal_the_program_fails_at_once_without_a_question(self):
         for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB):
             with self.subTest(operation), self.server(operation) as server:
                 command = ["setsid", "--wait", PROGRAM, "-d", "Morva", SAMPLE]
