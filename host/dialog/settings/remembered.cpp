@@ -18,6 +18,8 @@ namespace fs = std::filesystem;
 constexpr const char* kSettingsGroup = "Print Settings";
 constexpr const char* kSetupGroup = "Page Setup";
 constexpr const char* kPanelGroup = "Panel";
+// The name of that group in files of version 0.1.0.
+constexpr const char* kFormerPanelGroup = "Tandem Trim";
 constexpr std::string_view kDefaultPort = ":631";
 constexpr int kOwnFolder = 0700;
 constexpr int kOwnFile = 0600;
@@ -79,9 +81,11 @@ Remembered recall(const PrinterPlace& place, const Report& report) {
       removeThoseOfOneJob(*settings.tabs.settings);
     }
     if (groups->has_group(kSetupGroup)) settings.tabs.setup = Gtk::PageSetup::create_from_key_file(groups);
-    if (groups->has_group(kPanelGroup)) {
-      for (const auto& keyword : groups->get_keys(kPanelGroup))
-        settings.panel.push_back({keyword, groups->get_string(kPanelGroup, keyword)});
+    for (const auto* group : {kPanelGroup, kFormerPanelGroup}) {
+      if (!groups->has_group(group)) continue;
+      for (const auto& keyword : groups->get_keys(group))
+        settings.panel.push_back({keyword, groups->get_string(group, keyword)});
+      break;
     }
     return settings;
   } catch (const Glib::Error& damaged) {

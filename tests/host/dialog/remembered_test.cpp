@@ -134,6 +134,13 @@ TEST_F(RememberedSettings, OfEarlierVersionsLoseWhatWasMeantForOneJob) {
   EXPECT_TRUE(recalled->get_reverse());
 }
 
+TEST_F(RememberedSettings, OfTheFirstVersionIncludeThePanels) {
+  write(rememberedFile(place), "[Print Settings]\nreverse=true\n[Tandem Trim]\nMVTopMargin=12\n");
+  EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"MVTopMargin", "12"}));
+  remember(place, reversedOnA3(), report);
+  EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"Margin", "12"}));
+}
+
 TEST_F(RememberedSettings, KeepValuesOfAnyText) {
   auto settings = reversedOnA3();
   settings.panel = {{"Semicolon", "a;b"},
