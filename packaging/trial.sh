@@ -57,6 +57,23 @@ prints() {
     tandem-trim -d Morva --set Valid=On --set Top=12 /usr/share/doc/tandem-trim/examples/sample.pdf | tee log
   for option in '"MVTandemTrim": "On"' '"MVTopMargin": "12"'; do grep -qF "$option" log || fails "the filter did not receive $option"; done
 }
+# Runs the program for a user whose home folder outlives the packages.
+as_user() {
+  tests/support/cups/private_cups.py resources/sample/MorvaTandemKV2.ppd -- \
+    env HOME="$PWD/user" CUPS_SERVERROOT="$PWD/user/cups" tandem-trim -d Morva "$@"
+}
+knows_presets() { tandem-trim --help | grep -q save-preset; }
+saves_settings() {
+  mkdir -p user/cups
+  as_user --set Valid=On --set Top=12 --save-as-default
+  ! knows_presets || as_user --set Valid=On --set Left=3 --save-preset Narrow
+  find user -type f -exec sha256sum {} + > user.sums
+}
+settings_are_kept() {
+  sha256sum --quiet --check user.sums || fails "settings have changed"
+  as_user --summary | grep -x 'Top Margin: 12' || fails "the default is lost"
+  [ ! -e user/.config/tandem-trim/presets ] || as_user --preset Narrow --summary | grep -x 'Left Margin: 3' || fails "the preset is lost"
+}
 # Without a screen the dialog says so, once its module and all of its libraries are loaded.
 has_dialog() {
   tandem-trim --dialog -- resources/sample/sample.pdf 2> log && fails "a dialog without a screen"
@@ -89,7 +106,9 @@ nothing_is_left
 
 step "They replace the former package"
 apt install ./former.deb
+saves_settings
 apt install "$terminal" "$gtk"
+settings_are_kept
 dpkg-query -W 'tandem-trim*'
 dpkg --verify tandem-trim tandem-trim-gtk || fails "files are missing after the upgrade"
 has_dialog || fails "no dialog"
