@@ -24,21 +24,21 @@ constexpr const char* kPortalPrinting = "org.freedesktop.portal.Print";
 constexpr const char* kRestart = "restart it by systemctl --user restart xdg-desktop-portal, or log in again";
 constexpr const char* kReadAtStart = "the desktop portal reads its settings only when it starts; ";
 constexpr const char* kSettingsEnd = "portals.conf";
-// GTK 3 goes by the first, GTK 4 up to 4.8 by the second.
+// GTK 3 reads the first, GTK 4 up to 4.8 the second.
 const Lines kGtkVariables{"GTK_USE_PORTAL=1", "GDK_DEBUG=portals${GDK_DEBUG:+:$GDK_DEBUG}"};
 
 std::string textOf(PortalVersion version) {
   return std::to_string(version.major) + '.' + std::to_string(version.minor);
 }
 
-// A version that nobody knows is taken for a new one.
+// An unknown version is taken for a new one.
 PortalVersion versionOf(const Portal& portal) { return portal.version.value_or(kFirstWithManyFolders); }
 
 fs::path gtkFile(const PortalPlaces& places) {
   return places.configHome / "environment.d/60-tandem-trim.conf";
 }
 
-// The file itself where the path is a link, so that the link stays.
+// The target of a link, so that the link itself is not replaced.
 fs::path linkedFile(const fs::path& path) {
   std::error_code failed;
   if (!fs::is_symlink(path, failed)) return path;
@@ -70,7 +70,7 @@ bool isOwn(const MarkedFile& file) {
   return file.parts.before == Before::noFile || file.parts.before == Before::noFolder;
 }
 
-// Whether the file changes.
+// Adds the marked lines to the file; returns whether the file changes.
 bool writeMarkedLines(const MarkedFile& file, const Lines& lines) {
   const auto text = withMarkedLines(file.parts.own, lines, file.parts.before);
   if (text == file.text) return false;
@@ -83,7 +83,7 @@ bool writeMarkedLines(const MarkedFile& file, const Lines& lines) {
   return true;
 }
 
-// Whether the file is gone with its lines.
+// Removes the marked lines; returns whether the file is removed with them.
 bool removeMarkedLines(const MarkedFile& file) {
   if (!isOwn(file) || !file.parts.own.empty()) {
     replaceFile(file.path, file.parts.own);
@@ -92,12 +92,12 @@ bool removeMarkedLines(const MarkedFile& file) {
   std::error_code failed;
   fs::remove(file.path, failed);
   if (failed) throw Failure(file.path.string() + " cannot be removed: " + failed.message());
-  // Unless others have files there by now.
+  // Fails, as it should, when the folder has other files by now.
   if (file.parts.before == Before::noFolder) fs::remove(file.path.parent_path(), failed);
   return true;
 }
 
-// What the desktop's own settings say, which a file of the user's hides as a whole.
+// The entries of the desktop's own settings, all of which a user's file hides.
 Lines carriedOver(const PortalPlaces& places) {
   Lines lines;
   const auto hidden = systemSettings(places);
@@ -111,13 +111,13 @@ Lines carriedOver(const PortalPlaces& places) {
 
 Lines settingsLines(const MarkedFile& file, const PortalPlaces& places) {
   auto lines = isOwn(file) ? carriedOver(places) : Lines{};
-  // A group that comes again goes on, and of several entries the last one counts.
+  // A repeated group continues, and the last of several entries counts.
   lines.insert(lines.begin(), '[' + std::string(kPreferred) + ']');
   lines.push_back(std::string(kPrintPart) + '=' + kOwnBackend);
   return lines;
 }
 
-// What a portal without settings files goes by, for a backend that it finds.
+// What to do for a portal that has no settings files, but finds the backend.
 std::string byDesktopText(const Portal& portal, const fs::path& backend) {
   const auto own = desktopsOf(backend);
   std::string desktops = own.empty() ? kOwnBackend : own.front();
@@ -137,7 +137,7 @@ std::string folderText(const Portal& portal) {
                     : "; install the package tandem-trim-gtk");
 }
 
-// What the portal lacks, whatever its settings say.
+// What the portal lacks, regardless of its settings.
 Lines whatIsMissing(const Portal& portal) {
   Lines missing;
   if (!portal.isInstalled)
@@ -163,7 +163,7 @@ bool isOutdated(const Portal& portal, const ChosenBackend& chosen) {
          (backend && isNewerThan(*backend, *portal.process));
 }
 
-// What the session's own services say of printing; starts those that do not run.
+// Why the session's services do not offer printing. Asking starts those that do not run.
 Lines whatDoesNotAnswer() {
   Lines problems;
   if (const auto said = interfaceProblem(kPortalService, kPortalPrinting))
@@ -207,7 +207,7 @@ std::vector<fs::path> ownFiles(const PortalPlaces& places) {
   return files;
 }
 
-// Settings in the folder of a trial are nobody's to write but those who try.
+// A folder for trials of the portal is not changed.
 void refuseOtherFolder(const PortalPlaces& places) {
   if (!places.only) return;
   throw Failure(
@@ -273,7 +273,7 @@ void showApplications(std::ostream& out, const Report& report) {
   if (portal.busProblem) {
     problems.push_back(*portal.busProblem);
   } else if (portal.isInstalled) {
-    // Which starts the portal, as an application does.
+    // This starts the portal, as an application does.
     problems = whatDoesNotAnswer();
     portal = lookAtPortal();
   }

@@ -21,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kMostSaid = 1 << 16;
 
-// Its process, with a group of its own; -1 when it cannot be started, for the reason that errno has then.
+// Starts the process in a separate process group; returns -1, with the reason in errno, when that fails.
 pid_t start(const std::vector<std::string>& words, int output) {
   std::vector<char*> arguments;
   arguments.reserve(words.size() + 1);
@@ -44,7 +44,7 @@ pid_t start(const std::vector<std::string>& words, int output) {
   return error == 0 ? process : -1;
 }
 
-// Adds what is there to read; whether more may come, and is wanted.
+// Appends what can be read; returns whether more may come, and is wanted.
 bool readFrom(const FileDescriptor& output, std::string& said) {
   std::array<char, 4096> piece{};
   const auto length = read(output.get(), piece.data(), piece.size());
@@ -53,7 +53,7 @@ bool readFrom(const FileDescriptor& output, std::string& said) {
   return said.size() < kMostSaid;
 }
 
-// Reads until the process ends; whether it does in time.
+// Reads until the process ends; returns whether it does so in time.
 bool follow(const FileDescriptor& output, const FileDescriptor& process, Clock::time_point end,
             std::string& said) {
   std::array<pollfd, 2> watched{pollfd{output.get(), POLLIN, 0}, pollfd{process.get(), POLLIN, 0}};

@@ -6,18 +6,18 @@
 
 namespace tandemtrim::host {
 
-/// What became of a command.
+/// The outcome of a command.
 struct CommandResult {
-  /// Whether it ended by itself with exit status 0.
+  /// Whether it ended in time with exit status 0.
   bool succeeded = false;
   bool isInstalled = true;
   bool inTime = true;
-  /// What it said on standard output and standard error, at most 64 KB of it.
+  /// Its standard output and standard error, at most 64 KB.
   std::string said;
 };
 
-/// Runs a program, by its path or as a shell finds it, without standard input. When it takes longer it is
-/// ended, with the programs that it started.
+/// Runs a program, by its path or as a shell finds it, without standard input. After the longest time it is
+/// killed, with the programs that it started.
 CommandResult runCommand(const std::vector<std::string>& words, std::chrono::milliseconds longest);
 
 }  // namespace tandemtrim::host

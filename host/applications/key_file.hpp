@@ -16,11 +16,11 @@ struct SettingsEntry {
   friend bool operator==(const SettingsEntry&, const SettingsEntry&) = default;
 };
 
-/// The entries of the text in their order. Failure that names `file` and the first line that such a file may
-/// not have; desktops pass over the whole file then.
+/// The entries of the text in their order. Failure, which names `file` and the first wrong line; desktops
+/// ignore the whole file then.
 std::vector<SettingsEntry> readEntries(std::string_view text, const std::string& file);
 
-/// The entry's value; of several the last one counts, as everywhere on the desktop.
+/// The entry's value; the last of several counts, as everywhere on the desktop.
 std::optional<std::string> valueOf(const std::vector<SettingsEntry>& entries, std::string_view group,
                                    std::string_view key);
 

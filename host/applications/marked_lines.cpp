@@ -12,11 +12,11 @@ constexpr std::string_view kBeginMark =
     "# Lines of tandem-trim, which \"tandem-trim --applications off\" removes";
 constexpr std::string_view kEndMark = "# End of the lines of tandem-trim";
 
-// Behind the mark, in the order of Before.
+// The text after the mark, in the order of Before.
 constexpr std::array<std::string_view, 4> kBefore{"", ", with the line break before them", ", with this file",
                                                   ", with this file and its folder"};
 
-// Where a line that begins so begins, and where the line behind it does.
+// Where a line begins, and where the next one does.
 struct Place {
   std::size_t begin;
   std::size_t end;

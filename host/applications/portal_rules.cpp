@@ -16,12 +16,12 @@ using Entries = std::vector<SettingsEntry>;
 
 constexpr const char* kFolder = "xdg-desktop-portal";
 constexpr const char* kBackendGroup = "portal";
-// What portals with settings take where neither these nor a backend's own words name one.
+// The backend that portals with settings use where neither these nor the backends' own files decide.
 constexpr const char* kLastResort = "gtk";
 
 struct Backend {
   std::string name;
-  /// The desktops that it says it is for.
+  /// The desktops that its file names.
   std::vector<std::string> useIn;
 };
 
@@ -47,7 +47,7 @@ bool isFile(const fs::path& path) {
   return fs::is_regular_file(path, unreadable);
 }
 
-// The settings file of one folder that counts: the desktop's own one, else the one for all desktops.
+// The settings file that counts in one folder: the desktop's own one, else the one for all desktops.
 std::optional<fs::path> settingsIn(const fs::path& folder, const PortalPlaces& places) {
   for (const auto& desktop : places.desktops) {
     if (auto file = folder / (lowerCase(desktop) + "-portals.conf"); isFile(file)) return file;
@@ -56,7 +56,7 @@ std::optional<fs::path> settingsIn(const fs::path& folder, const PortalPlaces& p
   return std::nullopt;
 }
 
-// Those for printing, by their names.
+// The backends for printing, sorted by name.
 std::vector<Backend> printBackends(const PortalPlaces& places, PortalVersion version) {
   std::map<std::string, Backend> found;
   for (const auto& folder : backendFolders(places, version)) {
@@ -154,7 +154,7 @@ std::optional<std::vector<SettingsEntry>> entriesOf(const fs::path& file) {
   try {
     if (const auto text = readWholeFile(file, kMostSettingsBytes)) return readEntries(*text, file.string());
   } catch (const Failure&) {
-    // Nobody else understands it, either.
+    // The portal does not understand it, either.
   }
   return std::nullopt;
 }

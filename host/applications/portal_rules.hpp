@@ -16,7 +16,7 @@ namespace tandemtrim::host {
 inline constexpr const char* kOwnBackend = "tandemtrim";
 /// The part of the desktop portal by which applications print, as its backends name it.
 inline constexpr const char* kPrintPart = "org.freedesktop.impl.portal.Print";
-/// More than a settings file has.
+/// More than any settings file has.
 inline constexpr std::size_t kMostSettingsBytes = 1 << 16;
 /// The group of the portal's settings that names the backend for each part.
 inline constexpr const char* kPreferred = "preferred";
@@ -25,7 +25,7 @@ struct PortalVersion {
   int major = 0;
   int minor = 0;
 
-  // NOLINTNEXTLINE(modernize-use-nullptr): the check means the 0 of the comparison that this stands for.
+  // NOLINTNEXTLINE(modernize-use-nullptr): the check flags the 0 in the generated comparison.
   friend auto operator<=>(const PortalVersion&, const PortalVersion&) = default;
 };
 
@@ -34,13 +34,13 @@ inline constexpr PortalVersion kFirstWithSettings{1, 17};
 /// Older portals look for backends in one folder.
 inline constexpr PortalVersion kFirstWithManyFolders{1, 20};
 
-/// The version in what a program says with --version; none without one.
+/// The version in the output of a program's --version; none without one.
 std::optional<PortalVersion> versionIn(const std::string& words);
 
-/// A variable's value; none where it is not set.
+/// Returns an environment variable's value; none where it is not set.
 using Variables = std::function<std::optional<std::string>(const std::string& name)>;
 
-/// Where the portal looks, as variables of its environment have it.
+/// Where the portal looks, according to its environment variables.
 struct PortalPlaces {
   /// The names of the user's desktop, the most specific one first.
   std::vector<std::string> desktops;
@@ -48,7 +48,7 @@ struct PortalPlaces {
   std::optional<std::filesystem::path> only;
   std::filesystem::path configHome;
   std::filesystem::path dataHome;
-  /// Those of the system, in their order.
+  /// The system's folders, in their order.
   std::vector<std::filesystem::path> configFolders;
   std::vector<std::filesystem::path> dataFolders;
 };
@@ -62,11 +62,11 @@ std::filesystem::path userSettings(const PortalPlaces& places);
 /// The first settings file that is not the user's: the one that counts while the user has none.
 std::optional<std::filesystem::path> systemSettings(const PortalPlaces& places);
 
-/// The file that tells the portal of a backend; none where this version finds none by that name.
+/// The file that describes a backend to the portal; none where this version finds no backend of that name.
 std::optional<std::filesystem::path> backendFile(const PortalPlaces& places, PortalVersion version,
                                                  const std::string& name);
 
-/// The desktops that a backend's file says it is for.
+/// The desktops that a backend's file names.
 std::vector<std::string> desktopsOf(const std::filesystem::path& backendFile);
 
 /// The folders where this version of the portal looks for backends.
@@ -75,18 +75,18 @@ std::vector<std::filesystem::path> backendFolders(const PortalPlaces& places, Po
 /// The entries of a settings file in their order; none where it is missing or cannot be understood.
 std::optional<std::vector<SettingsEntry>> entriesOf(const std::filesystem::path& file);
 
-/// Which backend the portal takes for printing.
+/// The backend that the portal uses for printing.
 struct ChosenBackend {
-  /// None when there is none.
+  /// None without a backend.
   std::optional<std::string> name;
-  /// Why: what a sentence can say behind the name.
+  /// The reason, as a clause that can follow the name.
   std::string reason;
   /// The settings file that decides, if one does.
   std::optional<std::filesystem::path> settings;
 };
 
-/// What a portal of this version takes when it starts now. Settings and backends that cannot be understood
-/// are passed over, as the portal does.
+/// The backend that a portal of this version uses if it starts now. Ignores settings and backends that cannot
+/// be understood, as the portal does.
 ChosenBackend chosenBackend(const PortalPlaces& places, PortalVersion version);
 
 }  // namespace tandemtrim::host

@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kPath = "/org/freedesktop/portal/desktop";
 constexpr std::chrono::seconds kLongestAnswer{10};
-// Longer than the bus waits, which can say why.
+// Longer than the bus waits, so that it can report the reason.
 constexpr std::chrono::seconds kLongestCommand = kLongestAnswer + std::chrono::seconds(2);
 
 std::optional<std::string> ownVariable(const std::string& name) {
@@ -51,7 +51,7 @@ CommandResult askBus(const std::string& service, const std::string& path, const 
   return runCommand(words, kLongestCommand);
 }
 
-// Why it gave none, on one line.
+// Why there is no answer, on one line.
 std::string whyNoAnswer(const CommandResult& answer) {
   if (!answer.inTime) return "no answer within 12 seconds";
   return answer.said.substr(0, answer.said.find('\n'));
@@ -86,7 +86,7 @@ std::optional<std::string> programOf(const std::string& service, const PortalPla
 std::optional<std::string> sessionBusProblem() {
   const auto address = ownVariable("DBUS_SESSION_BUS_ADDRESS");
   std::error_code unreadable;
-  // Elsewhere the bus's own programs would start another one, which no application knows.
+  // Without a bus, dbus-send would start another one, which no application uses.
   const bool hasAddress = address && !address->empty();
   if (!hasAddress &&
       !fs::exists(ownVariable("XDG_RUNTIME_DIR").value_or("/nonexistent") + "/bus", unreadable))
@@ -132,7 +132,7 @@ bool isNewerThan(const fs::path& file, int process) {
   std::ifstream line("/proc/" + std::to_string(process) + "/stat");
   std::string text;
   if (stat(file.c_str(), &status) != 0 || !std::getline(line, text)) return false;
-  // The program's name, in parentheses, may hold blanks. The start is the 20th number behind it, in ticks
+  // The program's name, in parentheses, may contain blanks. The start is the 20th field after it, in ticks
   // since the system started.
   std::istringstream fields(text.substr(text.rfind(')') + 1));
   std::string field;

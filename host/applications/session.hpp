@@ -16,19 +16,19 @@ struct Portal {
   /// Why the session bus cannot be asked, and what to do about it; none when it can.
   std::optional<std::string> busProblem;
   bool isInstalled = false;
-  /// Of the program that the session bus starts; none where it does not say.
+  /// Of the program that the session bus starts; none where it does not report one.
   std::optional<PortalVersion> version;
   /// None while it does not run.
   std::optional<int> process;
-  /// By its own environment while it runs, else by this program's.
+  /// From the portal's environment while it runs, else from this program's.
   PortalPlaces places;
 };
 
 /// Looks at the portal without starting it.
 Portal lookAtPortal();
 
-/// Why the service of this name on the session bus does not say which version of this interface it has, in
-/// its own words or in those of the bus; none when it says so. The bus starts a service that does not run.
+/// Why the service of this name on the session bus does not report its version of this interface, in its
+/// words or the bus's; none when it does. The bus starts a service that does not run.
 std::optional<std::string> interfaceProblem(const std::string& service, const std::string& interface);
 
 /// Whether the file was written after the process started.

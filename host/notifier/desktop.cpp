@@ -14,7 +14,7 @@ constexpr int kUsualTime = -1;
 
 using Answer = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
 
-// Null where there is none. The bus starts the program that shows notifications where it can.
+// Null without an answer. The bus starts the program that shows notifications, if it can.
 Answer ask(GDBusConnection* bus, const char* method, GVariant* values, const char* type) {
   return {g_dbus_connection_call_sync(bus, kName, kPath, kName, method, values, G_VARIANT_TYPE(type),
                                       G_DBUS_CALL_FLAGS_NONE, kLongestCall, nullptr, nullptr),

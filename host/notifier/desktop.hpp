@@ -9,17 +9,17 @@
 
 namespace tandemtrim::host {
 
-/// One notification on the user's desktop. A call takes no longer than some seconds.
+/// One notification on the user's desktop. Each call takes a few seconds at most.
 class DesktopNotification {
  public:
-  /// Finds the session's notifications.
+  /// Connects to the session's notification service.
   DesktopNotification();
   DesktopNotification(const DesktopNotification&) = delete;
   DesktopNotification& operator=(const DesktopNotification&) = delete;
   ~DesktopNotification() = default;
 
-  /// Shows the text, in the place of what was shown before. False where the session has no notifications, or
-  /// they do not answer.
+  /// Shows the text, replacing the one that was shown before. False when the session has no notification
+  /// service, or that does not answer.
   bool show(const NotificationText& text);
 
  private:
@@ -29,7 +29,7 @@ class DesktopNotification {
 
   std::unique_ptr<GDBusConnection, Unref> bus_;
   bool hasMarkup_ = false;
-  // By which the desktop knows what is shown; 0 is nothing.
+  // The desktop's number for the notification; 0 before the first.
   std::uint32_t shown_ = 0;
 };
 

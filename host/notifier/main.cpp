@@ -16,10 +16,10 @@ namespace {
 
 using namespace tandemtrim::host;
 
-// What the session bus, the desktop and the print server may take beside the time of the watch.
+// The time for answers of the session bus, the desktop and the print server, beyond that of the watch.
 constexpr unsigned kSecondsForAnswers = 45;
 
-// Whatever does not answer.
+// Ends the program even if something does not answer.
 void endAfter(unsigned seconds) {
   std::signal(SIGALRM, SIG_DFL);
   sigset_t alone;
@@ -38,7 +38,7 @@ void carryOut(const NotifierOrder& order) {
 }  // namespace
 
 int main(int argc, char** /*argv*/) {
-  // The terminal of the program that starts it is not its own.
+  // Leaves the terminal of the program that started this one.
   setsid();
   endAfter(kSecondsForAnswers);
   answerLogins([](const LoginQuestion&) { return std::nullopt; });

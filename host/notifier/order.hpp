@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// What a notification says, as plain text.
+/// The texts of a notification, without markup.
 struct NotificationText {
   std::string heading;
   std::string body;
@@ -14,17 +14,18 @@ struct NotificationText {
   friend bool operator==(const NotificationText&, const NotificationText&) = default;
 };
 
-/// What the notifier is to say of a job, in the user's language.
+/// The notifications about a job, in the user's language.
 struct NotifierOrder {
-  /// None is the server that libcups would choose.
+  /// None means libcups's default server.
   std::optional<std::string> server;
   std::string printer;
   int job = 0;
-  /// What is said at once, and what takes its place when the job ends without being printed.
+  /// The notification that is shown at once, and those that replace it when the job ends without being
+  /// printed.
   NotificationText sent;
   NotificationText cancelled;
   NotificationText failed;
-  /// For how long the job is watched.
+  /// How long the job is watched.
   std::chrono::seconds watched{60};
 
   friend bool operator==(const NotifierOrder&, const NotifierOrder&) = default;
@@ -33,7 +34,7 @@ struct NotifierOrder {
 /// The order as JSON, which the notifier gets on its standard input.
 std::string orderText(const NotifierOrder& order);
 
-/// The order in this text. Failure when it is none.
+/// The order in this text. Failure when the text is not an order.
 NotifierOrder orderFrom(const std::string& text);
 
 }  // namespace tandemtrim::host

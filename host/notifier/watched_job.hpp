@@ -6,8 +6,8 @@
 
 namespace tandemtrim::host {
 
-/// Watches the job for its time: what is to be said when it ends without being printed; none when it does
-/// not, and when nobody can say.
+/// Watches the job for `order.watched`. Returns the notification to show when the job ends without being
+/// printed; none when it does not, and when the server cannot be asked.
 std::optional<NotificationText> badEndOf(const NotifierOrder& order);
 
 }  // namespace tandemtrim::host

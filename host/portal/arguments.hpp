@@ -7,11 +7,11 @@
 
 #include "host/dialog/application_dialog.hpp"
 
-/// What programs hand over with a request, as plain values. Of the dictionaries only known keys count, with
-/// values of their type and within their limits; all else is left out, whatever it is.
+/// The arguments of programs' requests as plain values. In the dictionaries only known keys count, with
+/// values of their type and within their limits; all else is ignored.
 namespace tandemtrim::host {
 
-/// Who asks for a dialog, and how it is called.
+/// The program that requests a dialog, and the dialog's title.
 struct Caller {
   std::string application;
   std::string parent;
@@ -22,13 +22,13 @@ struct Caller {
 DialogRequest prepareRequest(const Caller& caller, GVariant* settings, GVariant* pageSetup,
                              GVariant* options);
 
-/// The request for a dialog with these options for a document that is there.
+/// The request for a dialog with these options for an existing document.
 DialogRequest printRequest(const Caller& caller, GVariant* options);
 
 /// The token among the options; 0 for none.
 std::uint32_t tokenIn(GVariant* options);
 
-/// The dictionary a{sv} of these entries; floating.
+/// The dictionary a{sv} of these entries, as a floating reference.
 GVariant* dictionaryOf(const Entries& entries);
 
 }  // namespace tandemtrim::host

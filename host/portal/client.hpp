@@ -8,8 +8,7 @@
 
 namespace tandemtrim::host {
 
-/// Who made a call and, where that is a portal, the program for which it asks; as long as both are on the
-/// bus.
+/// Watches the caller of a request and, if that is a portal, the program for which it calls.
 class Client {
  public:
   /// `onGone` runs when one of them leaves the bus, and may run for each.
@@ -23,8 +22,8 @@ class Client {
   std::vector<unsigned> watches_;
 };
 
-/// The name on the bus of the program for which a portal asks, by the handle that it gives the request; empty
-/// for a handle that names none.
+/// The bus name of the program for which a portal calls, from the handle of its request; empty for a handle
+/// that names none.
 std::string programOf(const std::string& handle);
 
 }  // namespace tandemtrim::host

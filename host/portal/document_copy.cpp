@@ -24,7 +24,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::size_t kPieceOfCopy = 262'144;
-// Other programs need room, too.
+// Stays free for other programs.
 constexpr std::uint64_t kRoomLeft = 64U << 20U;
 
 Failure notKept(int error) {
@@ -42,7 +42,7 @@ FileDescriptor fileWithoutName() {
   const std::string folder = g_get_tmp_dir();
   FileDescriptor file(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kOwn));
   if (file.isOpen()) return file;
-  // Not every file system has files without a name.
+  // Not every file system supports files without a name.
   auto path = folder + "/tandem-trim-XXXXXX";
   file = FileDescriptor(mkostemp(path.data(), O_CLOEXEC));
   if (!file.isOpen()) throw notKept(errno);
@@ -50,7 +50,7 @@ FileDescriptor fileWithoutName() {
   return file;
 }
 
-// So many bytes more are to be kept.
+// Failure when there is no room for so many more bytes.
 void refuseLackOfRoom(int file, off_t size) {
   struct statvfs room {};
   if (fstatvfs(file, &room) != 0) return;
@@ -70,7 +70,7 @@ void writeAll(int file, const char* data, std::size_t size) {
   }
 }
 
-// Waits until there is something to read; false once the copying is to end.
+// Waits until there is something to read; false once the copying must end.
 bool isReadable(int source, int ending) {
   std::array<pollfd, 2> files{{{source, POLLIN, 0}, {ending, POLLIN, 0}}};
   while (poll(files.data(), files.size(), -1) < 0) {
@@ -79,14 +79,14 @@ bool isReadable(int source, int ending) {
   return files[1].revents == 0;
 }
 
-// None once the copying is to end.
+// None once the copying must end.
 std::optional<FileDescriptor> copyOf(int source, int ending) {
   struct stat status {};
   if (fstat(source, &status) != 0) throw notRead(std::strerror(errno));
   const bool isFile = S_ISREG(status.st_mode);
   if (!isFile && !S_ISFIFO(status.st_mode)) throw notRead("it is neither a file nor a pipe");
   auto copy = fileWithoutName();
-  // Before the disk is filled in vain. A file can still grow.
+  // Checked before the disk is filled in vain, and again below, since a file can grow.
   refuseLackOfRoom(copy.get(), isFile ? status.st_size : 0);
   std::vector<char> piece(kPieceOfCopy);
   for (off_t place = 0; isReadable(source, ending);) {
@@ -106,7 +106,7 @@ std::optional<FileDescriptor> copyOf(int source, int ending) {
 
 struct DocumentCopy::Work {
   FileDescriptor document;
-  // Readable once the copying is to end.
+  // Readable once the copying must end.
   FileDescriptor ending{eventfd(0, EFD_CLOEXEC)};
   Done done;
   bool isEnded = false;

@@ -9,11 +9,11 @@
 
 namespace tandemtrim::host {
 
-/// Copies a document that a program hands over to a private file without a name, so that the program can
-/// neither change it any more nor hold up the main loop, and nothing is left behind.
+/// Copies a program's document to a private file without a name, so that the program can neither change it
+/// later nor block the main loop, and nothing is left behind.
 class DocumentCopy {
  public:
-  /// The copy, or an unopened descriptor and why there is none.
+  /// Gets the copy, or an unopened descriptor and the failure.
   using Done = std::function<void(FileDescriptor, std::optional<Failure>)>;
 
   /// Copies a regular file as a whole, or a pipe to its end, in the background, then runs `done` on the main
@@ -22,7 +22,7 @@ class DocumentCopy {
   DocumentCopy(FileDescriptor document, Done done);
   DocumentCopy(const DocumentCopy&) = delete;
   DocumentCopy& operator=(const DocumentCopy&) = delete;
-  /// Ends the copying, if it is under way; `done` does not run then.
+  /// Ends the copying, if it is under way; `done` is not called then.
   ~DocumentCopy();
 
  private:

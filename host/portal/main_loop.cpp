@@ -12,7 +12,7 @@ namespace {
 
 using Act = std::function<void()>;
 
-// What is handed over goes by a lock of its own, since ThreadSanitizer does not see those within GLib.
+// A separate lock, since ThreadSanitizer does not see those within GLib.
 std::mutex lock;
 std::deque<Act> handedOver;
 
@@ -64,7 +64,7 @@ Timer& Timer::operator=(Timer&& other) noexcept {
   return *this;
 }
 
-// A source that has run is gone.
+// A source that has run no longer exists.
 Timer::~Timer() {
   if (auto* const source = source_ == 0 ? nullptr : g_main_context_find_source_by_id(nullptr, source_))
     g_source_destroy(source);

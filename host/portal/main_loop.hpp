@@ -5,7 +5,7 @@
 
 namespace tandemtrim::host {
 
-/// Runs `act` on the main loop, once what runs there now is done; from any thread.
+/// Runs `act` on the main loop, after what runs there now. May be called from any thread.
 void onMainLoop(std::function<void()> act);
 
 /// Runs `act` on the main loop after this time, unless this object is destroyed before.

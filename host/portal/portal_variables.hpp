@@ -2,8 +2,8 @@
 
 namespace tandemtrim::host {
 
-/// Takes out of the environment what makes the toolkit ask the desktop's portal for dialogs: this service is
-/// whom the portal asks, and would wait for itself. To be called before any thread starts.
+/// Removes from the environment what makes the toolkit ask the desktop's portal for dialogs: the portal would
+/// ask this service, which would wait for itself. Must be called before any thread starts.
 void removePortalVariables();
 
 }  // namespace tandemtrim::host

@@ -6,27 +6,28 @@
 
 namespace tandemtrim::host {
 
-/// How a request ends, as portals count it.
+/// How a request ends, with the numbers that portals use.
 enum class Response : unsigned { done = 0, cancelled = 1, failed = 2 };
 
-/// A call of a program that waits for its answer. Until then its handle is the object by which the program
-/// takes it back.
+/// A program's call that waits for its answer. Until then the program can cancel it, by the object of its
+/// handle.
 class Request {
  public:
   /// Takes over the call.
   Request(GDBusMethodInvocation* call, std::string handle);
   Request(const Request&) = delete;
   Request& operator=(const Request&) = delete;
-  /// Answers that it failed, unless it is answered.
+  /// Answers that the call failed, unless it is answered already.
   ~Request() { answer(Response::failed); }
 
-  /// Whether it still waits, and has this handle.
+  /// Whether it is unanswered and has this handle.
   [[nodiscard]] bool waitsAt(const std::string& handle) const {
     return call_ != nullptr && handle == handle_;
   }
-  /// Whether the program with this name on the bus has made it.
+  /// Whether the program with this name on the bus made the call.
   [[nodiscard]] bool isOf(const std::string& sender) const { return sender == sender_; }
-  /// Answers the call with these results, of the type a{sv} (floating); null is none. Once only.
+  /// Answers the call with these results, a floating a{sv}; null means no results. Only the first answer
+  /// counts.
   void answer(Response response, GVariant* results = nullptr);
 
  private:

@@ -49,7 +49,7 @@ constexpr const char* kPrintInterface = R"(
   </interface>
 </node>)";
 constexpr std::chrono::seconds kIdleTime{10};
-// Each is a dialog, open or hidden under its token.
+// Each session has a dialog: open, or hidden until its token is used.
 constexpr std::size_t kMostSessions = 40;
 
 using Variant = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
@@ -76,7 +76,7 @@ Function exported(const OwnModule& module, const char* name) {
   return reinterpret_cast<Function>(exportedBy(module, name));
 }
 
-// The descriptor that a message's value names; unopened where the message has none there.
+// The descriptor that a message's handle refers to; not open when the message has none.
 FileDescriptor descriptorOf(GDBusMethodInvocation* call, GVariant* handle) {
   auto* const list = g_dbus_message_get_unix_fd_list(g_dbus_method_invocation_get_message(call));
   const int index = g_variant_get_handle(handle);
@@ -94,7 +94,7 @@ int Service::run() {
   }
   serveOn(bus);
   endWhenIdle();
-  // Once the name is given back, the next call starts another service. Calls that arrived before are answered
+  // Once the name is released, the next call starts another service. Calls that arrived before are answered
   // here.
   do {
     const auto name = g_bus_own_name_on_connection(bus, kName, G_BUS_NAME_OWNER_FLAGS_NONE, nullptr,
@@ -122,8 +122,8 @@ void Service::onNameLost(GDBusConnection* bus, const char* /*name*/, gpointer se
   const bool hasBus = bus != nullptr && g_dbus_connection_is_closed(bus) == FALSE;
   self.report_(hasBus ? "another program serves " + std::string(kName) : kNoBus);
   self.status_ = 1;
-  // The bus may have started another one while this one was about to end. This one goes on until its dialogs
-  // are closed; without the bus, until what users told them to print is printed.
+  // The bus may have started another service while this one was about to end. This one runs until its dialogs
+  // are closed; without the bus, until the jobs that users have started are printed.
   if (self.sessions_.empty()) g_main_loop_quit(self.loop_.get());
 }
 
@@ -139,7 +139,7 @@ void Service::onCall(GDBusConnection* /*bus*/, const char* /*sender*/, const cha
   static_cast<Service*>(service)->serve(call, method, values);
 }
 
-// What fails in here must not leave the call without an answer.
+// Even after an error the call gets an answer, from the request's destructor.
 void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVariant* values) {
   const auto handle = textOf(values, 0);
   auto request = std::make_unique<Request>(call, handle);
@@ -196,8 +196,8 @@ Session* Service::sessionAt(const std::string& handle) {
   return nullptr;
 }
 
-// Runs on the thread that reads the bus. Close is looked for here, as an object that the call's handler
-// registers would come too late for a program that takes its call back at once.
+// Runs on the thread that reads the bus. Close is handled here, as an object that the call's handler
+// registers would come too late for a program that cancels its call at once.
 GDBusMessage* Service::onMessage(GDBusConnection* bus, GDBusMessage* message, gboolean isIncoming,
                                  gpointer service) {
   if (isIncoming == FALSE || g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_METHOD_CALL ||
@@ -221,8 +221,8 @@ void Service::close(GDBusConnection* bus, GDBusMessage* message) {
   if (isOwn) session->leave();
 }
 
-// The session's own dialog may call this, so the session is destroyed later. malloc_trim() gives back what a
-// dialog has freed, which lies between what the toolkit keeps.
+// The session's own dialog may call this, so the session is destroyed later. malloc_trim() returns to the
+// system what a dialog has freed, which lies between what the toolkit keeps.
 void Service::endSession(int session) {
   tokens_.forget(session);
   onMainLoop([this, session] {
@@ -233,7 +233,7 @@ void Service::endSession(int session) {
   });
 }
 
-// The portal does not tell that a program has ended without its document.
+// The portal does not report that a program has ended without sending its document.
 void Service::makeRoom() {
   if (sessions_.size() < kMostSessions) return;
   const auto oldest = std::ranges::find_if(
@@ -248,11 +248,11 @@ void Service::endWhenIdle() {
   idle_ = Timer(kIdleTime, [this] { g_main_loop_quit(loop_.get()); });
 }
 
-// The toolkit is started once only, also where it finds no screen.
+// The toolkit is started only once, even if it finds no screen.
 void Service::load() {
   try {
     const auto toolkit = loadModule("tandem-trim-toolkit");
-    // Versions of GTK that have this function ask portals by themselves, without a variable.
+    // Versions of GTK that have this function use portals even without a variable.
     if (const auto disablePortals = exported<void (*)()>(toolkit, "gtk_disable_portals")) disablePortals();
     if (!exported<StartToolkit>(toolkit, kStartFunction)(nullptr))
       throw Failure("there is no screen to show the print dialog on");

@@ -17,17 +17,17 @@
 
 namespace tandemtrim::host {
 
-/// The print backend of the desktop's portal: it has a name on the session bus and shows the print dialog to
-/// the programs that ask the portal for one.
+/// The print backend of the desktop's portal: it has a name on the session bus and shows the print dialog for
+/// programs that ask the portal for one.
 class Service {
  public:
-  /// What a user has chosen is printed without another question within the life of a token.
+  /// Within the life of a token, a document is printed as the user chose without asking again.
   Service(Report report, std::chrono::seconds lifeOfToken)
       : report_(std::move(report)), lifeOfToken_(lifeOfToken) {}
   Service(const Service&) = delete;
   Service& operator=(const Service&) = delete;
 
-  /// Serves until there has been nothing to do for some seconds, or the bus is gone. The exit status.
+  /// Serves until there has been nothing to do for some seconds, or the bus is gone. Returns the exit status.
   int run();
 
  private:
@@ -55,7 +55,7 @@ class Service {
   void makeRoom();
   void serveOn(GDBusConnection* bus);
   void endWhenIdle();
-  // Starts the toolkit and finds the dialog, or why there is none.
+  // Starts the toolkit and loads the dialog, or finds out why there is none.
   void load();
   OpenedDialog open(const DialogRequest& request, FileDescriptor document, ApplicationDialog::Events events);
 

@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// For how long the settings of a program that brings no document are kept.
+// How long the user's choice is kept for a program that sends no document.
 constexpr std::chrono::seconds kLongestWait = std::chrono::days(1);
 
 }  // namespace
@@ -74,7 +74,7 @@ void Session::onCopied(const DialogRequest& asked, FileDescriptor document,
   dialog_->show();
 }
 
-// Programs do not show why a document is not printed.
+// The dialog shows the failure, since programs do not show why a document is not printed.
 void Session::fail(const DialogRequest& asked, const Failure& failure) {
   surroundings_.report(failure.fact().english());
   if (!dialog_ && open(asked, FileDescriptor(-1))) return end(Response::failed);
@@ -93,7 +93,7 @@ void Session::onDialogEnd(DialogEnd dialogEnd) {
   }
 }
 
-// What the user has told the dialog to print is printed without the program, too.
+// A job that the user has started is printed even without the program.
 void Session::leave() {
   if (request_) request_->answer(Response::failed);
   if (dialog_ && !copy_ && !dialog_->leave()) return;

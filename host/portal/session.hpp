@@ -13,17 +13,17 @@
 
 namespace tandemtrim::host {
 
-/// One print of a program, from its first request until the dialog's end.
+/// One print operation of a program, from its first request until the dialog's end.
 class Session {
  public:
   struct Surroundings {
     std::function<OpenedDialog(const DialogRequest&, FileDescriptor, ApplicationDialog::Events)> open;
-    /// A token by which the program comes back to this session.
+    /// Issues a token by which the program returns to this session.
     std::function<std::uint32_t()> issueToken;
-    /// How long a token stands for the user's choice; a later document is asked about again.
+    /// How long the user's choice is valid; for a later document the dialog asks again.
     std::chrono::seconds lifeOfToken;
     Report report;
-    /// There is nothing more to do; the session may be destroyed once this returns.
+    /// Called when nothing is left to do; the session may be destroyed once this returns.
     std::function<void()> onEnd;
   };
 
@@ -39,15 +39,15 @@ class Session {
   [[nodiscard]] const Request* request() const { return request_.get(); }
   /// Whether the user has chosen and there is no document yet.
   [[nodiscard]] bool waitsForDocument() const { return timeKept_ != nullptr; }
-  /// The program takes back its request, or has gone.
+  /// Called when the program cancels its request or ends.
   void leave();
 
  private:
-  // Runs it. What it raises is reported and ends the session: else the program would wait for ever.
+  // Runs `act`. Its exception is reported and ends the session: else the program would wait forever.
   void guarded(const std::function<void()>& act);
-  // Makes the dialog; the failure where that is not possible.
+  // Makes the dialog; returns the failure when that is impossible.
   std::optional<Failure> open(const DialogRequest& asked, FileDescriptor document);
-  // Gives the program what the user has chosen.
+  // Sends the user's choice to the program.
   void answerChoice();
   void onDialogEnd(DialogEnd end);
   void onCopied(const DialogRequest& asked, FileDescriptor document, const std::optional<Failure>& failure);
@@ -57,7 +57,7 @@ class Session {
   const Surroundings surroundings_;
   std::unique_ptr<ApplicationDialog> dialog_;
   std::unique_ptr<DocumentCopy> copy_;
-  // The one that waits for an answer; null while none does.
+  // The request that waits for an answer; null while there is none.
   std::unique_ptr<Request> request_;
   // Runs from the user's choice to the program's document.
   std::unique_ptr<Timer> timeKept_;

@@ -8,20 +8,20 @@
 
 namespace tandemtrim::host {
 
-/// 32 random bits of the system.
+/// 32 random bits from the system.
 std::uint32_t randomBits();
 
-/// The tokens by which programs name what the user has chosen for them. Each is of one program, counts once
-/// and cannot be guessed.
+/// The tokens by which programs refer to the user's choice. Each belongs to one program, is valid once and
+/// cannot be guessed.
 class Tokens {
  public:
   explicit Tokens(std::function<std::uint32_t()> random = randomBits) : random_(std::move(random)) {}
 
-  /// A new token, not 0, by which this program, and no other one, names the session.
+  /// A new token, not 0, by which this program, and no other one, refers to the session.
   std::uint32_t issue(const std::string& application, int session);
-  /// The session of the program's token, which is used up then; none for any other token.
+  /// The session of the program's token, which becomes invalid; none for any other token.
   std::optional<int> take(std::uint32_t token, const std::string& application);
-  /// The session's token is worth nothing any more.
+  /// Makes the session's token invalid.
   void forget(int session);
 
  private:

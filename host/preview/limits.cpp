@@ -24,7 +24,7 @@ constexpr std::array kLimits{
     std::pair{RLIMIT_CORE, rlim_t{0}},
 };
 
-// A list of what is allowed would be that of one version of the C library.
+// Lists what is denied: a list of what is allowed would fit only one version of the C library.
 constexpr std::array kDenied{
     // The network and other processes.
     SCMP_SYS(socket), SCMP_SYS(socketpair), SCMP_SYS(connect), SCMP_SYS(bind), SCMP_SYS(listen),
@@ -34,7 +34,7 @@ constexpr std::array kDenied{
     SCMP_SYS(pidfd_open), SCMP_SYS(pidfd_getfd), SCMP_SYS(pidfd_send_signal), SCMP_SYS(ptrace),
     SCMP_SYS(process_vm_readv), SCMP_SYS(process_vm_writev), SCMP_SYS(shmget), SCMP_SYS(msgget),
     SCMP_SYS(semget), SCMP_SYS(mq_open),
-    // Changes of files; opening is looked at below.
+    // Changes of files; opening is limited below.
     SCMP_SYS(creat), SCMP_SYS(openat2), SCMP_SYS(open_by_handle_at), SCMP_SYS(truncate), SCMP_SYS(ftruncate),
     SCMP_SYS(unlink), SCMP_SYS(unlinkat), SCMP_SYS(rename), SCMP_SYS(renameat), SCMP_SYS(renameat2),
     SCMP_SYS(link), SCMP_SYS(linkat), SCMP_SYS(symlink), SCMP_SYS(symlinkat), SCMP_SYS(mkdir),
@@ -48,7 +48,7 @@ constexpr std::array kDenied{
     SCMP_SYS(setns), SCMP_SYS(bpf), SCMP_SYS(perf_event_open), SCMP_SYS(userfaultfd), SCMP_SYS(keyctl),
     SCMP_SYS(add_key), SCMP_SYS(request_key), SCMP_SYS(io_uring_setup), SCMP_SYS(prctl)};
 
-// Each opening of a file: the call, and its argument with the flags.
+// The calls that open a file, and the index of their argument with the flags.
 constexpr std::array kOpening{std::pair{SCMP_SYS(open), 1U}, std::pair{SCMP_SYS(openat), 2U}};
 constexpr std::array kWriting{O_WRONLY, O_RDWR, O_CREAT};
 
@@ -67,7 +67,7 @@ bool denyCalls() {
       if (seccomp_rule_add_array(filter.get(), kRefused, call, 1, &isSet) != 0) return false;
     }
   }
-  // Of these the C library makes calls of its own, whose first argument is this process.
+  // The C library itself makes these calls, with this process as the first argument.
   const std::array ownAlone{std::pair{SCMP_SYS(tgkill), static_cast<scmp_datum_t>(getpid())},
                             std::pair{SCMP_SYS(prlimit64), scmp_datum_t{0}}};
   for (const auto& [call, own] : ownAlone) {

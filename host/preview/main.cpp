@@ -1,6 +1,6 @@
 // tandem-trim-page PAGE PIXELS: renders a page of the PDF document on standard input, a regular file, and
-// answers on standard output; see page_answer.hpp. Whatever the document makes of it, it can do no more than
-// answer.
+// answers on standard output; see page_answer.hpp. Even a document that takes control of it can do no more
+// than answer.
 #include <charconv>
 #include <csignal>
 #include <cstring>
@@ -41,7 +41,7 @@ PageStatus answer(std::span<char* const> words) {
   if (words.size() != 3) return PageStatus::notStarted;
   const auto page = numberIn(words[1], std::numeric_limits<int>::max());
   const auto longestSide = numberIn(words[2], kMostPixels);
-  // Poppler reads all of what it knows as standard input at once.
+  // A copy, because Poppler reads all of standard input at once.
   const int document = dup(STDIN_FILENO);
   if (!page || !longestSide) return PageStatus::notStarted;
   const auto rendering = render(document, *page, *longestSide);
@@ -54,7 +54,7 @@ PageStatus answer(std::span<char* const> words) {
 }  // namespace
 
 int main(int count, char* words[]) {
-  // Nothing is left to tidy up: the system takes all at once.
+  // Without destructors: the system frees everything at once.
   _exit(static_cast<int>(limitProcess() ? answer({words, static_cast<std::size_t>(count)})
                                         : PageStatus::notStarted));
 }

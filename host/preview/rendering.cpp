@@ -17,10 +17,11 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr double kMillimetresPerPoint = 25.4 / 72;
-// Of the picture in which the content is measured: 0.15 mm for each pixel of a usual page.
+// The longer side, in pixels, of the picture in which the content is measured: 0.15 mm a pixel for a usual
+// page.
 constexpr double kMeasuredSide = 2048;
 constexpr std::uint32_t kWhite = 255;
-// The faintest content, of 255.
+// The faintest ink that counts as content, of 255.
 constexpr std::uint32_t kFaintest = 10;
 
 struct Unreferenced {
@@ -47,7 +48,7 @@ Size sizeOf(PopplerPage& page) {
   return size;
 }
 
-// Null for one that cannot be read, or has no size.
+// Null for a page that cannot be read, or has no size.
 Page pageOf(PopplerDocument& document, int number) {
   Page page(poppler_document_get_page(&document, number - 1));
   if (!page) return nullptr;
@@ -56,7 +57,7 @@ Page pageOf(PopplerDocument& document, int number) {
   return hasSize ? std::move(page) : nullptr;
 }
 
-// The number of pixels of a side; at least one is left of it.
+// A side in whole pixels, at least one.
 int pixels(double side) { return std::max(1, static_cast<int>(std::lround(side))); }
 
 // A white picture whose longer side has this many pixels.
@@ -93,15 +94,15 @@ std::uint32_t inkOf(std::uint32_t pixel) {
 
 bool isInk(std::uint32_t pixel) { return inkOf(pixel) >= kFaintest; }
 
-// How much of the first pixel with ink is empty in front of it: content that ends within a pixel colours as
-// much of it as it covers. Behind something thin there is no full colour to compare with; it counts as black.
+// How much of the first pixel with ink is empty: content colours a pixel in proportion to the part that it
+// covers. After something thin there is no fully covered pixel to compare with; it counts as black.
 double emptyPart(std::uint32_t first, std::uint32_t next) {
   const auto ink = inkOf(first);
   const auto full = inkOf(next) >= ink ? inkOf(next) : kWhite;
   return 1 - static_cast<double>(ink) / full;
 }
 
-// The pixels, and parts of one, that are empty in front of the ink of this line; none without ink.
+// How many pixels, with a fraction, are empty before the ink of this line; none without ink.
 template <class Iterator>
 std::optional<double> emptyPixels(Iterator begin, Iterator end) {
   const auto first = std::find_if(begin, end, isInk);
@@ -111,7 +112,7 @@ std::optional<double> emptyPixels(Iterator begin, Iterator end) {
   return static_cast<double>(first - begin) + emptyPart(*first, behind);
 }
 
-// Of a row with ink, seen from the row next to it that has more.
+// The same for a whole row, compared with the next row towards the content.
 double emptyPartOf(std::span<const std::uint32_t> row, std::span<const std::uint32_t> next) {
   double least = 1;
   for (std::size_t x = 0; x < row.size(); ++x) {

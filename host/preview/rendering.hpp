@@ -13,8 +13,8 @@ struct Rendering {
   std::vector<std::uint32_t> pixels{};
 };
 
-/// The page of the PDF document in this regular file, which it closes, as it is printed; pages count from 1.
-/// The longer side of the picture has at most `longestSide` pixels.
+/// Renders a page, counted from 1, of the PDF document in this regular file as it is printed; closes the
+/// file. The longer side of the picture has at most `longestSide` pixels.
 Rendering render(int document, int page, int longestSide);
 
 }  // namespace tandemtrim::host
