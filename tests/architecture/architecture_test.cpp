@@ -23,7 +23,7 @@ using Names = std::set<std::string>;
 using Arrows = std::map<std::string, Names>;
 namespace fs = std::filesystem;
 
-// Every folder with sources, and all that it may include of the others.
+// Every folder with sources, and the other folders that it may include.
 const Arrows kAllowed{
     {"platform", {}},
     {"plugin/setting_info", {"platform"}},
@@ -106,7 +106,7 @@ Names headersIn(const fs::path& source, const std::regex& form) {
   return headers;
 }
 
-// What each folder includes of the others.
+// The other folders that each folder includes.
 Arrows arrows() {
   Arrows found;
   for (const auto& source : sources()) {
@@ -120,7 +120,7 @@ Arrows arrows() {
   return found;
 }
 
-TEST(Architecture, HasNoArrowButThoseAllowed) {
+TEST(Architecture, HasOnlyAllowedArrows) {
   for (const auto& [folder, reached] : arrows()) {
     ASSERT_TRUE(kAllowed.contains(folder))
         << folder << " is not in the list of folders above: name it and what it may include";
@@ -128,7 +128,7 @@ TEST(Architecture, HasNoArrowButThoseAllowed) {
   }
 }
 
-TEST(Architecture, AllowsNoArrowThatNobodyNeeds) {
+TEST(Architecture, AllowsNoArrowThatIsNotNeeded) {
   const auto needed = arrows();
   for (const auto& [folder, allowed] : kAllowed) {
     ASSERT_TRUE(needed.contains(folder)) << folder;
@@ -148,7 +148,7 @@ TEST(Architecture, HasNoCircle) {
   EXPECT_THAT(rest, testing::IsEmpty());
 }
 
-// The arrows without those that several others make up.
+// The arrows without those that follow from others.
 Arrows drawable(const Arrows& all) {
   const std::function<bool(const std::string&, const std::string&)> reaches = [&](const auto& from,
                                                                                   const auto& to) {
@@ -165,8 +165,8 @@ Arrows drawable(const Arrows& all) {
   return drawn;
 }
 
-// The picture is a diagram in Mermaid's words: `folder --> other & other`.
-TEST(Architecture, IsDrawnAsItIs) {
+// The diagram is in Mermaid's syntax: `folder --> other & other`.
+TEST(Architecture, MatchesTheDiagramInTheDocumentation) {
   Arrows drawn;
   std::ifstream text(SOURCES "/docs/architecture.md");
   for (std::string line; std::getline(text, line);) {
@@ -185,7 +185,7 @@ TEST(Architecture, IsDrawnAsItIs) {
         << "from " << folder << " in docs/architecture.md";
 }
 
-// A reader takes in a folder at a glance. What is counted are sources and what builds them.
+// A reader takes in a folder at a glance. Inputs of fuzzing and built files are not counted.
 TEST(Architecture, HasNoFolderOfMoreThanTwentyFiles) {
   constexpr std::array<const char*, 5> kNotCounted{"corpus", "dictionaries", "__pycache__", "build", ".git"};
   std::map<std::string, int> files;
@@ -200,7 +200,7 @@ TEST(Architecture, HasNoFolderOfMoreThanTwentyFiles) {
     EXPECT_LE(count, 20) << folder << ": put some of them into a folder below";
 }
 
-TEST(Architecture, LetsOneFileOfTheCoreKnowALibraryOfTheSystem) {
+TEST(Architecture, LetsOnlyOneFileOfTheCoreIncludeALibraryOfTheSystem) {
   std::map<std::string, Names> found;
   for (const auto& source : sources()) {
     const auto path = pathInProject(source);
@@ -211,7 +211,7 @@ TEST(Architecture, LetsOneFileOfTheCoreKnowALibraryOfTheSystem) {
                                                         testing::ElementsAre("cups/ppd.h"))));
 }
 
-TEST(Architecture, LetsTheHostKnowNoMoreOfTheAdaptersThanTheirValues) {
+TEST(Architecture, LetsTheHostIncludeOnlyTheValuesOfTheAdapters) {
   Names known;
   for (const auto& source : sources()) {
     if (!pathInProject(source).starts_with("host/")) continue;
@@ -225,7 +225,7 @@ TEST(Architecture, LetsTheHostKnowNoMoreOfTheAdaptersThanTheirValues) {
 }
 
 // A family's names come from its bundle.
-TEST(Architecture, HasTheHostNameNoFamilysKeywordsSettingsOrBundle) {
+TEST(Architecture, KeepsTheNamesOfEveryFamilyOutOfTheHost) {
   const std::regex kOfAFamily{
       R"re("[^"]*\b(MV\w+|LN\w+|Valid|Direction|Position|Top|Bottom|Left|Right|TandemTrim|Foldline)\b[^"]*")re"};
   for (const auto& source : sources()) {

@@ -23,7 +23,7 @@ std::vector<std::string> textsOf(NSArray* strings) {
   return texts;
 }
 
-// A panel of the bundle, its view in a window of its own from the first request on.
+// A panel of the bundle. The first request for its view shows it in a separate window.
 class WindowPanel : public Panel {
  public:
   explicit WindowPanel(NSArray* panels) : panels_([panels retain]) {}
@@ -190,7 +190,7 @@ class BundleDialog : public Dialog {
     if (PMPrintSettingsSetValue([host_ printSettings], (CFStringRef)stringOf(key), string, 0) != kPMNoError)
       throw std::runtime_error("the print settings do not take " + key);
   }
-  // Without those that the print system gives every job.
+  // Without the keys that the print system sets for every job.
   std::vector<std::string> storedKeys() override {
     std::vector<std::string> keys;
     for (auto& key : allKeys()) {

@@ -44,23 +44,23 @@ inline const std::vector<std::string> kKeys = [] {
   return keys;
 }();
 
-/// A dialog over a scene that the test may alter before it opens.
+/// A dialog on a scene that the test may change before it opens the dialog.
 class Conformance : public testing::Test {
  protected:
   Scene scene;
   std::unique_ptr<Dialog> dialog;
   std::unique_ptr<Panel> panel;
 
-  // The panel goes before the dialog whose job it writes to.
+  // The panel is destroyed before the dialog, whose job it writes to.
   ~Conformance() override { panel.reset(); }
 
-  /// A dialog with the panel, its view not requested yet.
+  /// Opens a dialog with the panel; its view is not requested yet.
   void open() {
     dialog = openDialog(scene);
     panel = dialog->panelForType(kType, true);
     ASSERT_NE(panel, nullptr);
   }
-  /// A dialog that shows the panel, as a host does it.
+  /// Opens a dialog and shows the panel, as a host does.
   void show() {
     ASSERT_NO_FATAL_FAILURE(open());
     ASSERT_TRUE(panel->panelView());

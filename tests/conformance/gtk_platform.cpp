@@ -14,7 +14,7 @@ namespace {
 
 namespace gtk = platform::gtk;
 
-// What is seen of a control, whatever its class.
+// Reads what a user sees of a control of any class.
 struct Seen {
   Look look;
 
@@ -61,7 +61,7 @@ struct Seen {
 class GtkPanel : public LinuxPanel {
  public:
   using LinuxPanel::LinuxPanel;
-  // The window goes before the panel whose view it holds.
+  // The window is destroyed before the panel, whose view it contains.
   ~GtkPanel() override { user_.reset(); }
 
   bool panelView() override {
@@ -157,7 +157,7 @@ class GtkPanel : public LinuxPanel {
   GtkWidget* widget(const std::string& outlet) {
     return static_cast<Gtk::Widget&>(dynamic_cast<Class&>(*view().control(outlet)).widget()).gobj();
   }
-  // Opens the list of a menu that has the focus; the titles that it shows and the values behind them.
+  // Opens the list of a menu that has the focus. Returns its titles and the values behind them.
   std::vector<Choice> openList(const std::string& outlet) {
     user_->press(XK_space);
     auto& menu = dynamic_cast<gtk::PopUpButton&>(*view().control(outlet));

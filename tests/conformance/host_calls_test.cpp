@@ -14,8 +14,8 @@ struct HostCall {
 
 class EachHostCall : public Conformance, public testing::WithParamInterface<HostCall> {};
 
-// The host calls before the toolkit has come to anything else.
-TEST_P(EachHostCall, MeetsWhatWasTypedAtOnceCorrected) {
+// The host calls before the toolkit handles any other event.
+TEST_P(EachHostCall, FindsATextThatWasJustTypedCorrected) {
   for (const auto& side : kSides) {
     ASSERT_NO_FATAL_FAILURE(showOn());
     ASSERT_TRUE(panel->replaceTextAtOnce(side.textBox, "1a0"));
@@ -47,8 +47,8 @@ std::string callName(const testing::TestParamInfo<HostCall>& call) { return call
 
 INSTANTIATE_TEST_SUITE_P(Calls, EachHostCall, testing::ValuesIn(kHostCalls), callName);
 
-// It shows no margin that is stored.
-TEST_F(Conformance, SummaryOfTheFunctionSwitchedOffMeetsWhatWasTypedAtOnceCorrected) {
+// This summary restores no margin.
+TEST_F(Conformance, SummaryWhileTheFunctionIsOffFindsATextThatWasJustTypedCorrected) {
   ASSERT_NO_FATAL_FAILURE(show());
   panel->click("tandemTrimValid");
   ASSERT_TRUE(panel->replaceTextAtOnce("textBoxMarginTop", "1a0"));

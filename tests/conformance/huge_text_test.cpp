@@ -7,7 +7,7 @@ constexpr std::size_t kMegabyte = 1 << 20;
 
 class HugeText : public Conformance {};
 
-TEST_F(HugeText, ThatIsPastedIsCorrectedAsAShortOneIs) {
+TEST_F(HugeText, ThatIsPastedIsCorrectedLikeAShortOne) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   const std::pair<std::string, const char*> pastes[] = {{std::string(kMegabyte, '9'), "50"},
                                                         {std::string(kMegabyte, '0'), "0"},
@@ -20,7 +20,7 @@ TEST_F(HugeText, ThatIsPastedIsCorrectedAsAShortOneIs) {
   }
 }
 
-TEST_F(HugeText, ThatIsStoredIsSummarisedAndSavedAsItStandsAndShownUpToWhatABoxShows) {
+TEST_F(HugeText, ThatIsStoredIsSummarisedAndSavedUnchangedAndShownAsFarAsABoxCan) {
   const std::string huge(kMegabyte, '8');
   const auto shown = huge.substr(0, longestText());
   scene.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", huge}, {"MVImageDirectionPriority", huge}};

@@ -19,7 +19,7 @@ class MarginLimit : public ForEachSide {
   [[nodiscard]] std::string rangeUpTo(const std::string& limit) const { return "mm   from 2 up to " + limit; }
 };
 
-TEST_P(MarginLimit, ComesFromThePpdHeldBetweenTheCommonBounds) {
+TEST_P(MarginLimit, ComesFromThePpdClampedToTheCommonBounds) {
   const PpdValue values[] = {
       {"25", "25"},  {" 25mm", "25"}, {"0", "2"},     {"abc", "2"},
       {"", "2"},     {"-5", "2"},     {"61", "60"},   {"60", "60"},
@@ -54,7 +54,7 @@ TEST_P(MarginLimit, FallsBackToTheSettingInfoWithoutAnyPpd) {
   EXPECT_EQ(panel->look(side.stepper).max, 30);
 }
 
-TEST_P(MarginLimit, OfTheSettingInfoIsHeldBetweenTheBoundsToo) {
+TEST_P(MarginLimit, OfTheSettingInfoIsClampedToTheBoundsToo) {
   scene.ppdAttributes.reset();
   scene.settingInfo["DefaultValue.MarginLimit"] = "<integer>500</integer>";
   ASSERT_NO_FATAL_FAILURE(show());
@@ -68,7 +68,7 @@ TEST_P(MarginLimit, IsTheMinimumWhenNeitherNamesOne) {
   EXPECT_EQ(text(side.limitLabel), rangeUpTo("2"));
 }
 
-TEST_P(MarginLimit, LooksAtTheMinimumFirstWhereTheBoundsCross) {
+TEST_P(MarginLimit, ChecksTheMinimumFirstWhereTheBoundsCross) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<integer>20</integer>";
   scene.settingInfo["DefaultValue.MarginMax"] = "<integer>10</integer>";
   for (const auto& [value, limit] : {std::pair{"19", "20"}, std::pair{"20", "10"}, std::pair{"21", "10"}}) {
@@ -79,9 +79,9 @@ TEST_P(MarginLimit, LooksAtTheMinimumFirstWhereTheBoundsCross) {
   }
 }
 
-// A bound that the setting info lacks is 0 to whatever is compared with it. There is no panel only where a
-// side's limit would be the missing bound itself.
-TEST_P(MarginLimit, TakesAMissingBoundForZeroAndFailsOnlyWhereItWouldBeThatBound) {
+// A bound that the setting info lacks compares as 0. There is no panel only where the missing bound itself
+// would be a side's limit.
+TEST_P(MarginLimit, CountsAMissingBoundAsZeroAndFailsOnlyWhereThatWouldBeTheLimit) {
   struct Case {
     const char* missing;
     const char* value;
@@ -105,7 +105,7 @@ TEST_P(MarginLimit, TakesAMissingBoundForZeroAndFailsOnlyWhereItWouldBeThatBound
   }
 }
 
-TEST_P(MarginLimit, ShowsANumberAsItIsWrittenAndComparesItCutTowardZero) {
+TEST_P(MarginLimit, ShowsANumberAsItIsWrittenAndComparesItTruncated) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
   scene.settingInfo["DefaultValue.MarginMax"] = "<real>5.0</real>";
   scene.ppdAttributes->insert_or_assign(attribute(), "9");
@@ -129,7 +129,7 @@ TEST_P(MarginLimit, ReadsTrueAsOne) {
 // The file lists the sides from bottom to top.
 using PpdFile = Conformance;
 
-TEST_F(PpdFile, WhoseQuoteIsNotClosedLosesTheLinesUpToTheNextOneAndFallsBackForThem) {
+TEST_F(PpdFile, WithAnUnclosedQuoteLosesTheLinesBehindItAndFallsBackForThem) {
   scene.ppdAttributes->clear();
   scene.ppdAttributes->emplace("MVMaxTandemTrimMarginBottom",
                                "40\n*MVMaxTandemTrimMarginLeft: \"20\"\n*MVMaxTandemTrimMarginRight: "
@@ -140,7 +140,7 @@ TEST_F(PpdFile, WhoseQuoteIsNotClosedLosesTheLinesUpToTheNextOneAndFallsBackForT
     EXPECT_EQ(text(label), "mm   from 0 up to 30") << label;
 }
 
-TEST_F(PpdFile, ThatIsReplacedUnderAnOpenDialogCountsForTheNextOne) {
+TEST_F(PpdFile, ThatIsReplacedWhileADialogIsOpenCountsForTheNextDialog) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   scene.ppdAttributes->insert_or_assign("MVMaxTandemTrimMarginTop", "15");
   ASSERT_TRUE(scene.writePpd());
@@ -151,7 +151,7 @@ TEST_F(PpdFile, ThatIsReplacedUnderAnOpenDialogCountsForTheNextOne) {
   const auto nextPanel = next->panelForType(kType, true);
   ASSERT_TRUE(nextPanel->panelView());
   EXPECT_EQ(nextPanel->look("labelMarginLimitTop").text, "mm   from 0 up to 15");
-  // The panel that was there already, and another one of the same dialog, stay with the file that it opened.
+  // The open panel and another one of the same dialog keep the limits of the file that was opened.
   panel->replaceText("textBoxMarginTop", "48");
   EXPECT_EQ(text("textBoxMarginTop"), "48");
   panel = dialog->panelForType(kType, true);

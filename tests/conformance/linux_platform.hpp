@@ -15,7 +15,7 @@
 #include "tests/conformance/platform.hpp"
 #include "view/view_names.hpp"
 
-/// The host's half of the platforms that run on Linux; what is left to each is the user's half.
+/// The host's half of the platforms that run on Linux; each of them adds the user's half.
 namespace tandemtrim::conformance {
 
 struct PpdClose {
@@ -89,7 +89,7 @@ class LinuxPanel : public Panel {
 
  protected:
   [[nodiscard]] platform::PrintPanel& panel() const { return *panel_; }
-  /// The core's panel, where the host's is another.
+  /// The core's panel, which the host's panel may wrap.
   [[nodiscard]] virtual platform::PrintPanel& corePanel() { return *panel_; }
 
  private:

@@ -13,7 +13,7 @@ class MarginEntry : public ForEachSide {
   [[nodiscard]] std::string limit() const { return std::to_string(side.limit); }
 };
 
-TEST_P(MarginEntry, KeepsTheDigitsOfWhatIsTypedAndHoldsTheNumberInItsRange) {
+TEST_P(MarginEntry, KeepsTheTypedDigitsAndClampsTheNumber) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   enter("", "0");
   enter("7", "7");
@@ -34,7 +34,7 @@ TEST_P(MarginEntry, KeepsTheDigitsOfWhatIsTypedAndHoldsTheNumberInItsRange) {
   enter("00000000000000000000000000000004", "4");
 }
 
-TEST_P(MarginEntry, RemovesDigitsOfOtherScriptsAndWhateverElseIsNoAsciiDigit) {
+TEST_P(MarginEntry, RemovesDigitsOfOtherScriptsAndAllOtherCharacters) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   enter("\xEF\xBC\x94", "0");  // full-width 4
   enter(
@@ -52,8 +52,8 @@ TEST_P(MarginEntry, RemovesDigitsOfOtherScriptsAndWhateverElseIsNoAsciiDigit) {
       "6");  // no-break space, then 6
 }
 
-// Sorted as texts, each digit counts as equal to the number that is left in its place.
-TEST_P(MarginEntry, RemovesDigitsThatAreSortedAsTheirCorrection) {
+// A comparison of texts by the locale finds each digit equal to the number that replaces it.
+TEST_P(MarginEntry, RemovesDigitsThatCompareEqualToTheirCorrection) {
   for (const auto& [minimum, digits] :
        {std::pair{"0", std::vector{"\uFF10", "\U0001D7CE", "\u2070", "\u2080", "\u24EA"}},
         std::pair{"5", std::vector{"\uFF15", "\U0001D7D3", "\u2075", "\u2085", "\u2464"}}}) {
@@ -68,7 +68,7 @@ TEST_P(MarginEntry, RemovesDigitsThatAreSortedAsTheirCorrection) {
   }
 }
 
-// Corrected once more, 2.5 would be read as 25.
+// A second correction would read 2.5 as 25.
 TEST_P(MarginEntry, IsCorrectedOnceHoweverOftenTheViewIsRequested) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
   ASSERT_NO_FATAL_FAILURE(showOn());
@@ -129,7 +129,7 @@ TEST_P(MarginEntry, IsSavedWithoutLeavingTheBox) {
   EXPECT_EQ(dialog->stored(side.key), "8");
 }
 
-TEST_P(MarginEntry, GivesNumbersBackAsTheyAreWhenAStringIsTheLimit) {
+TEST_P(MarginEntry, ClampsToTheMaximumWhereTheLimitIsALargerString) {
   scene.ppdAttributes.reset();
   scene.settingInfo["DefaultValue.MarginLimit"] = "<string>12</string>";
   scene.settingInfo["DefaultValue.MarginMax"] = "<integer>11</integer>";
@@ -137,7 +137,7 @@ TEST_P(MarginEntry, GivesNumbersBackAsTheyAreWhenAStringIsTheLimit) {
   enter("99", "11");
 }
 
-TEST_P(MarginEntry, AcceptsTheVeryNumberInItsRangeAndTheVeryBoundOutside) {
+TEST_P(MarginEntry, AcceptsTheSameNumberObjectInItsRangeAndTheBoundsObjectOutside) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
   ASSERT_NO_FATAL_FAILURE(showOn());
   EXPECT_EQ(panel->verifyValue(side.textBox, 1), Accepted::minimum);

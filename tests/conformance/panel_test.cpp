@@ -7,12 +7,12 @@ using testing::ElementsAreArray;
 
 class PanelRequest : public Conformance {};
 
-TEST_F(PanelRequest, GivesOnePanelForThePrintDialogsType) {
+TEST_F(PanelRequest, ReturnsOnePanelForThePrintDialogsType) {
   dialog = openDialog(scene);
   EXPECT_EQ(dialog->panelCount(), 1U);
 }
 
-TEST_F(PanelRequest, GivesNoneForAnyOtherType) {
+TEST_F(PanelRequest, ReturnsNullForAnyOtherType) {
   dialog = openDialog(scene);
   for (const std::string type :
        {"bdb091f4-e57f-11d3-b5cc-0050e4603277", "", "TandemTrim", "BDB091F4-E57F-11D3-B5CC-0050E4603277 "}) {
@@ -22,19 +22,19 @@ TEST_F(PanelRequest, GivesNoneForAnyOtherType) {
   EXPECT_THAT(dialog->storedKeys(), testing::IsEmpty());
 }
 
-TEST_F(PanelRequest, GivesNoneWithoutAHostCallback) {
+TEST_F(PanelRequest, ReturnsNullWithoutAHostCallback) {
   dialog = openDialog(scene);
   EXPECT_EQ(dialog->panelForType(kType, false), nullptr);
 }
 
-TEST_F(PanelRequest, GivesNoneWhenTheBundleLacksItsSettingInfo) {
+TEST_F(PanelRequest, ReturnsNullWhenTheBundleLacksItsSettingInfo) {
   scene.settingInfo.clear();
   dialog = openDialog(scene);
   EXPECT_EQ(dialog->panelForType(kType, true), nullptr);
   EXPECT_THAT(dialog->storedKeys(), testing::IsEmpty());
 }
 
-TEST_F(PanelRequest, GivesADistinctPanelEachTime) {
+TEST_F(PanelRequest, ReturnsADistinctPanelEachTime) {
   ASSERT_NO_FATAL_FAILURE(show());
   const auto other = dialog->panelForType(kType, true);
   ASSERT_NE(other, nullptr);
@@ -50,7 +50,7 @@ TEST_F(PanelRequest, GivesADistinctPanelEachTime) {
   EXPECT_EQ(other->look("positionPopUp").chosen, "Center");
 }
 
-TEST_F(PanelRequest, GivesAPanelThatGoesOnWhenAnotherIsGone) {
+TEST_F(PanelRequest, ReturnsAPanelThatWorksWhenAnotherIsGone) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   auto other = dialog->panelForType(kType, true);
   ASSERT_NE(other, nullptr);
@@ -76,12 +76,12 @@ TEST_F(PanelOfADialog, IsNamedTandemTrimWhenTheTableLacksItsName) {
   EXPECT_EQ(panel->panelName(), "TandemTrim");
 }
 
-TEST_F(PanelOfADialog, TellsItsKind) {
+TEST_F(PanelOfADialog, HasTheKindOfTheSettingInfo) {
   ASSERT_NO_FATAL_FAILURE(open());
   EXPECT_EQ(panel->panelKind(), kPanelKind);
 }
 
-TEST_F(PanelOfADialog, HasNoKindWhenTheSettingInfoNestsItTheOtherWayRound) {
+TEST_F(PanelOfADialog, HasNoKindWhenTheSettingInfoNestsItsKeysTheOtherWayRound) {
   scene.settingInfo.erase("ID.PanelKind");
   scene.settingInfo["PanelKind.ID"] = "<string>conformance.panel</string>";
   ASSERT_NO_FATAL_FAILURE(open());
@@ -94,13 +94,13 @@ TEST_F(PanelOfADialog, SupportsTheSevenKeywordsInOrder) {
   EXPECT_THAT(panel->supportedPPDOptionKeys(), ElementsAreArray(kKeys));
 }
 
-TEST_F(PanelOfADialog, GivesTheSameListOfKeywordsAtEachCall) {
+TEST_F(PanelOfADialog, ReturnsTheSameListOfKeywordsAtEachCall) {
   ASSERT_NO_FATAL_FAILURE(open());
   const auto* list = panel->keywordsIdentity();
   EXPECT_EQ(panel->keywordsIdentity(), list);
 }
 
-TEST_F(PanelOfADialog, LetsItselfBeHiddenHelpedAndPrintedInEveryState) {
+TEST_F(PanelOfADialog, AllowsHidingHelpAndPrintingInEveryState) {
   ASSERT_NO_FATAL_FAILURE(open());
   const auto agrees = [&] { return panel->shouldHide() && panel->shouldShowHelp() && panel->shouldPrint(); };
   EXPECT_TRUE(agrees());
@@ -143,7 +143,7 @@ TEST_F(PanelOfADialog, SavesRestoresAndGreysNothingWhileItsViewIsNotSetUp) {
   EXPECT_FALSE(enabled("textBoxMarginTop"));
 }
 
-TEST_F(PanelOfADialog, GivesTheSameViewAgainWithoutSettingItUpAnew) {
+TEST_F(PanelOfADialog, ReturnsTheSameViewAgainWithoutSettingItUpAnew) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   const auto* view = panel->viewIdentity();
   panel->replaceText("textBoxMarginTop", "33");

@@ -8,8 +8,8 @@
 
 #include "tests/conformance/scene.hpp"
 
-/// What a platform hands to the conformance suite: a print dialog that loads the plug-in, and a user in
-/// front of it.
+/// What each platform implements for the conformance suite: a print dialog that loads the plug-in, and a user
+/// in front of it.
 namespace tandemtrim::conformance {
 
 /// One item of a menu: its title, and the value behind it.
@@ -19,7 +19,7 @@ struct Choice {
   bool operator==(const Choice&) const = default;
 };
 
-/// What can be seen of one control; fields that its class does not have stay as they are.
+/// What a user sees of one control; fields that its class lacks keep their defaults.
 struct Look {
   std::string text;
   bool enabled = true;
@@ -36,7 +36,7 @@ struct Look {
 
 struct Summary {
   std::map<std::string, std::string> rows;
-  /// The titles in display order, or none.
+  /// The titles in display order, or nullopt.
   std::optional<std::vector<std::string>> order;
   bool operator==(const Summary&) const = default;
 };
@@ -44,32 +44,31 @@ struct Summary {
 /// Which object a margin box accepts for a number object that it is given.
 enum class Accepted { itself, minimum, maximum, another };
 
-/// One panel: the host's calls, and the user's hands and eyes on its view. Controls are named by their
-/// outlets.
+/// One panel: the host's calls, and what a user does and sees. Controls are named by their outlets.
 class Panel {
  public:
   virtual ~Panel() = default;
 
   virtual std::string panelName() = 0;
   virtual std::optional<std::string> panelKind() = 0;
-  /// Requests the view; whether there is one. Raises what the panel raises.
+  /// Requests the view and returns whether there is one. Passes on the panel's exceptions.
   virtual bool panelView() = 0;
   /// An identity of the view: equal for the same view.
   virtual const void* viewIdentity() = 0;
   virtual Summary summaryInfo() = 0;
-  /// Asks for the summary and removes all that is in it, as its owner may.
+  /// Requests the summary and empties it, as its owner may.
   virtual void emptySummary() = 0;
   virtual void willShow() = 0;
   virtual bool shouldHide() = 0;
   virtual bool shouldShowHelp() = 0;
   virtual bool shouldPrint() = 0;
   virtual std::vector<std::string> supportedPPDOptionKeys() = 0;
-  /// Requests the list; an identity of it: equal for the same list.
+  /// Requests the list and returns an identity of it: equal for the same list.
   virtual const void* keywordsIdentity() = 0;
   virtual bool save() = 0;
   virtual bool restore() = 0;
 
-  /// What other parts ask of the panel's view controller and its margin boxes.
+  /// Operations of the panel's view controller and its margin boxes.
   virtual void updateView() = 0;
   virtual void setViewIsInited(bool inited) = 0;
   virtual Accepted verifyValue(const std::string& textBox, int value) = 0;
@@ -77,11 +76,11 @@ class Panel {
   virtual const void* minimumIdentity(const std::string& textBox) = 0;
 
   virtual Look look(const std::string& outlet) = 0;
-  /// What a menu that is not greyed lists when it is opened.
+  /// The items of a menu that is not greyed, as it lists them when it is opened.
   virtual std::vector<Choice> choices(const std::string& menu) = 0;
-  /// The user's acts. Each gives false when the control is greyed and ignores the user.
+  /// The user's acts. Each returns false when the control is greyed and ignores the user.
   virtual bool replaceText(const std::string& outlet, const std::string& text) = 0;
-  /// The same, by a program that assists the user: the toolkit handles no other event before it returns.
+  /// The same by an assistive program: the toolkit handles no other event before this returns.
   virtual bool replaceTextAtOnce(const std::string& outlet, const std::string& text) = 0;
   /// Types at the end of the text, key by key.
   virtual bool type(const std::string& outlet, const std::string& keys) = 0;
@@ -98,22 +97,22 @@ class Dialog {
  public:
   virtual ~Dialog() = default;
 
-  /// A panel for an extension type (none for none), with or without a host callback; null when the plug-in
-  /// gives none.
+  /// A panel for an extension type (nullopt for a null type), with or without a host callback; null when the
+  /// plug-in returns none.
   virtual std::unique_ptr<Panel> panelForType(std::optional<std::string> type, bool withCallback) = 0;
-  /// How many panels the list for the print dialog's type holds.
+  /// The number of panels in the list for the print dialog's type.
   virtual std::size_t panelCount() = 0;
 
   virtual std::optional<std::string> stored(const std::string& key) = 0;
   virtual void store(const std::string& key, const std::optional<std::string>& value) = 0;
-  /// All keys that the job holds.
+  /// All keys of the job's print settings.
   virtual std::vector<std::string> storedKeys() = 0;
 };
 
 /// Defined by each platform's test program.
 std::unique_ptr<Dialog> openDialog(const Scene& scene);
 
-/// Defined there too: the bytes of text that a box of the toolkit shows at most.
+/// Defined there too: the largest number of bytes that a box of the toolkit shows.
 std::size_t longestText();
 
 }  // namespace tandemtrim::conformance

@@ -8,8 +8,8 @@
 
 namespace tandemtrim::conformance {
 
-/// A bundle, a printer and a job on disk, as a test wants them: ordinary at first, for the test to alter.
-/// What is written goes away with it.
+/// A bundle, a printer and a job on disk, with ordinary content that a test may change. The destructor
+/// removes what was written.
 class Scene {
  public:
   Scene();
@@ -22,14 +22,14 @@ class Scene {
   std::map<std::string, std::string> settingInfo;
   /// The default string table.
   std::map<std::string, std::string> strings;
-  /// Attributes of the printer's PPD; none for a printer without one.
+  /// Attributes of the printer's PPD; nullopt for a printer without one.
   std::optional<std::map<std::string, std::string>> ppdAttributes;
-  /// What the job's print settings hold before the panel is made.
+  /// The job's print settings before the panel is made.
   std::map<std::string, std::string> stored;
 
-  /// Writes the bundle and gives its folder.
+  /// Writes the bundle and returns its folder.
   [[nodiscard]] std::string writeBundle() const;
-  /// Writes the PPD and gives its path, or none.
+  /// Writes the PPD and returns its path, or nullopt without one.
   [[nodiscard]] std::optional<std::string> writePpd() const;
 
  private:

@@ -15,7 +15,7 @@ TEST_F(StoredSettings, OfAFreshJobAreTheDefaultsAsSoonAsThePanelIsMade) {
   EXPECT_EQ(dialog->storedKeys().size(), kKeys.size());
 }
 
-TEST_F(StoredSettings, ThatAreThereAlreadyStayWhateverTheyHold) {
+TEST_F(StoredSettings, ThatExistAlreadyStayWhateverTheirValues) {
   scene.stored = {{"MVTandemTrim", "perhaps"},
                   {"MVPrintPosition", "Nowhere"},
                   {"MVTopMargin", "999"},
@@ -85,7 +85,7 @@ TEST_F(StoredSettings, ThatAreNotExactlyOnAreShownAsOffAndSavedAsOff) {
   }
 }
 
-TEST_F(StoredSettings, OfAMenuThatNoItemHasLeaveNoneChosenAndGoWithTheNextSave) {
+TEST_F(StoredSettings, OfAMenuThatNoItemHasLeaveNothingChosenAndAreRemovedByTheNextSave) {
   scene.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "Nowhere"}};
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_EQ(panel->look("positionPopUp").chosen, std::nullopt);
@@ -94,7 +94,7 @@ TEST_F(StoredSettings, OfAMenuThatNoItemHasLeaveNoneChosenAndGoWithTheNextSave) 
   EXPECT_EQ(dialog->stored("MVPrintPosition"), std::nullopt);
 }
 
-TEST_F(StoredSettings, HoldNamesInEveryLanguageNeverTitles) {
+TEST_F(StoredSettings, AreNamesAndNeverLocalizedTitles) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   panel->choose("positionPopUp", "Right");
   panel->choose("directionPopUp", "ShortEdgeFeed");
@@ -112,7 +112,7 @@ TEST_F(StoredSettings, OfAMixedCheckBoxAreOff) {
 
 class MarginSetting : public ForEachSide {};
 
-TEST_P(MarginSetting, OutsideItsRangeIsShownAndSavedAsItStandsUntilItIsEdited) {
+TEST_P(MarginSetting, OutsideItsRangeIsShownAndSavedUnchangedUntilItIsEdited) {
   scene.stored = {{"MVTandemTrim", "On"}, {side.key, "777"}};
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_EQ(text(side.textBox), "777");
@@ -122,7 +122,7 @@ TEST_P(MarginSetting, OutsideItsRangeIsShownAndSavedAsItStandsUntilItIsEdited) {
   EXPECT_EQ(text(side.textBox), std::to_string(side.limit));
 }
 
-TEST_P(MarginSetting, OfAnyWordsIsShownSavedAndSummarisedAsItStandsAndReadAsANumberWhenItIsEdited) {
+TEST_P(MarginSetting, OfAnyWordsIsShownSavedAndSummarisedUnchangedUntilItIsEdited) {
   for (const std::string words :
        {"gtk-ignore-value", "$(reboot)", "`id`;|&<>*?'\"\\", "%n%s", "two words", "12 mm", "auto"}) {
     scene.stored = {{"MVTandemTrim", "On"}, {side.key, words}};
@@ -137,7 +137,7 @@ TEST_P(MarginSetting, OfAnyWordsIsShownSavedAndSummarisedAsItStandsAndReadAsANum
   }
 }
 
-TEST_P(MarginSetting, WhoseDefaultIsAboveThePrintersMaximumIsSeededShownAndSavedAsItStands) {
+TEST_P(MarginSetting, WhoseDefaultIsAboveThePrintersMaximumIsStoredShownAndSavedUnchanged) {
   scene.settingInfo["DefaultValue.Margin" + side.name] = "<integer>55</integer>";
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_EQ(dialog->stored(side.key), "55");
@@ -154,7 +154,7 @@ TEST_P(MarginSetting, ThatIsStoredEmptyIsShownEmptyAndNotReplacedByItsDefault) {
   EXPECT_EQ(dialog->stored(side.key), "");
 }
 
-TEST_P(MarginSetting, ThatIsNoNumberOfThePanelsOwnSpellingIsShownAndSavedAsItStands) {
+TEST_P(MarginSetting, ThatThePanelWouldSpellOtherwiseIsShownAndSavedUnchanged) {
   for (const std::string value : {"007", " 5 ", "\t5", "5\n", "+5", "-5", "1e1", "0x10", "5.0", "1,5",
                                   "\uFF15", "\u0665", "\u00A05", "e\u0301", "\u00E9", "5\uFEFF", "\u202E5"}) {
     scene.stored = {{"MVTandemTrim", "On"}, {side.key, value}};
@@ -206,7 +206,7 @@ TEST_F(RestoreDefaults, ResetsSixSettingsInTheControlsOnly) {
   EXPECT_EQ(storedSettings(), (Settings{"On", "LongEdgeFeed", "Center", "5", "6", "7", "8"}));
 }
 
-TEST_F(RestoreDefaults, IsOutOfReachWhileTheFunctionIsOff) {
+TEST_F(RestoreDefaults, IsGreyedWhileTheFunctionIsOff) {
   scene.stored = {{"MVTandemTrim", "Off"}, {"MVTopMargin", "11"}};
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_FALSE(panel->click("defaultButton"));

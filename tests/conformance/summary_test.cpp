@@ -27,14 +27,14 @@ TEST_F(PanelSummary, IsSixRowsInOrderWhileTheFunctionIsOn) {
                                            order}));
 }
 
-TEST_F(PanelSummary, IsTheSameWhenItIsAskedForTwice) {
+TEST_F(PanelSummary, IsTheSameWhenItIsRequestedTwice) {
   scene.stored["MVTandemTrim"] = "On";
   ASSERT_NO_FATAL_FAILURE(show());
   const auto first = panel->summaryInfo();
   EXPECT_EQ(panel->summaryInfo(), first);
 }
 
-TEST_F(PanelSummary, IsItsOwnersToAlter) {
+TEST_F(PanelSummary, MayBeChangedByItsOwner) {
   scene.stored["MVTandemTrim"] = "On";
   ASSERT_NO_FATAL_FAILURE(open());
   const auto before = panel->summaryInfo();
@@ -58,20 +58,20 @@ TEST_F(PanelSummary, HasTheWordsOfTheChosenItems) {
   }
 }
 
-TEST_F(PanelSummary, ShowsStoredValuesThatTheTableLacksAsTheyStand) {
+TEST_F(PanelSummary, ShowsStoredValuesThatTheTableLacksUnchanged) {
   scene.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "Nowhere"}, {"MVTopMargin", "lots"}};
   ASSERT_NO_FATAL_FAILURE(open());
   EXPECT_EQ(panel->summaryInfo().rows.at("Where"), "Nowhere");
   EXPECT_EQ(panel->summaryInfo().rows.at("Above"), "lots");
 }
 
-TEST_F(PanelSummary, TakesAnythingButExactlyOnForOff) {
+TEST_F(PanelSummary, CountsAnythingButExactlyOnAsOff) {
   scene.stored["MVTandemTrim"] = "on";
   ASSERT_NO_FATAL_FAILURE(open());
   EXPECT_EQ(panel->summaryInfo(), (Summary{{{"Trim It", "on"}}, std::nullopt}));
 }
 
-TEST_F(PanelSummary, ReplacesWhatIsTypedButNotSavedByWhatIsStored) {
+TEST_F(PanelSummary, ReplacesUnsavedInputByTheStoredValues) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   panel->replaceText("textBoxMarginTop", "33");
   panel->choose("positionPopUp", "Right");
@@ -81,7 +81,7 @@ TEST_F(PanelSummary, ReplacesWhatIsTypedButNotSavedByWhatIsStored) {
   EXPECT_EQ(panel->look("positionPopUp").chosen, "Center");
 }
 
-TEST_F(PanelSummary, PutsTheCheckBoxBackWithoutGreyingAnew) {
+TEST_F(PanelSummary, RestoresTheCheckBoxWithoutGreyingAnew) {
   ASSERT_NO_FATAL_FAILURE(show());
   panel->click("tandemTrimValid");
   panel->replaceText("textBoxMarginTop", "33");

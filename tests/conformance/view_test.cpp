@@ -24,7 +24,7 @@ class PanelView : public Conformance {
   }
 };
 
-TEST_F(PanelView, SpeaksTheUsersLanguage) {
+TEST_F(PanelView, HasItsTextsInTheUsersLanguage) {
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_EQ(text("tandemTrimValid"), "Trim It");
   EXPECT_EQ(text("labelDirection"), "Which Way:");
@@ -33,7 +33,7 @@ TEST_F(PanelView, SpeaksTheUsersLanguage) {
   EXPECT_EQ(text("defaultButton"), "As It Was");
 }
 
-TEST_F(PanelView, ShowsAKeyThatTheTableLacksAsItself) {
+TEST_F(PanelView, ShowsTheKeyWhereTheTableLacksIt) {
   scene.strings.erase("TopMargin");
   scene.strings.erase("RestoreDefault");
   scene.strings.erase("IntegerValueRangeFormat");
@@ -51,7 +51,7 @@ TEST_F(PanelView, NeverTakesATextForAFormat) {
   EXPECT_EQ(text("labelMarginLimitTop"), "mm   %d %@ 0%");
 }
 
-TEST_F(PanelView, ShowsTextsWithControlAndDirectionCharactersAsTheyStand) {
+TEST_F(PanelView, ShowsTextsWithControlAndDirectionCharactersUnchanged) {
   const std::string odd = "\u202Eodd\u2069\x1B[2J\u200F";
   scene.strings["TopMargin"] = odd;
   scene.strings["Left"] = odd;
@@ -73,14 +73,14 @@ TEST_F(PanelView, ShowsUnitAndRangeBesideEachBox) {
   }
 }
 
-TEST_F(PanelView, PutsTheMinimumIntoTheRangeBeforeTheMaximum) {
+TEST_F(PanelView, ReplacesTheMinimumsTokenBeforeTheMaximums) {
   scene.settingInfo["Wording.MaxLabelForValueRange"] = "<string>0</string>";
   scene.strings["IntegerValueRangeFormat"] = "[min]-[min]";
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_EQ(text("labelMarginLimitTop"), "mm   50-50");
 }
 
-TEST_F(PanelView, ReplacesEveryTokenOfTheRangeAndNothingForAnEmptyOne) {
+TEST_F(PanelView, ReplacesEveryTokenOfTheRangeAndNothingForAnEmptyToken) {
   scene.settingInfo["Wording.MinLabelForValueRange"] = "<string></string>";
   scene.strings["IntegerValueRangeFormat"] = "[max], [min], [max]";
   ASSERT_NO_FATAL_FAILURE(show());
@@ -113,7 +113,7 @@ TEST_F(PanelView, FollowsTheCheckBoxAtOnce) {
   expectLive(false);
 }
 
-TEST_F(PanelView, GoesOnFromMixedAtAClick) {
+TEST_F(PanelView, SwitchesOnFromMixedAtAClick) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   panel->setMixed("tandemTrimValid");
   panel->click("tandemTrimValid");
@@ -166,7 +166,7 @@ TEST_F(PanelView, FollowsTheStoredStateAtEachShowAndRestore) {
   }
 }
 
-TEST_F(PanelView, MayBeGreyedWhileOneOfItsBoxesHasTheKeyboard) {
+TEST_F(PanelView, MayBeGreyedWhileOneOfItsBoxesHasTheFocus) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   dialog->store("MVTandemTrim", "Off");
   for (const auto& side : kSides) {
@@ -178,7 +178,7 @@ TEST_F(PanelView, MayBeGreyedWhileOneOfItsBoxesHasTheKeyboard) {
   }
 }
 
-TEST_F(PanelView, DoesNotComeUpWhenTheMinimumIsAString) {
+TEST_F(PanelView, IsNotSetUpWhenTheMinimumIsAString) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<string>0</string>";
   ASSERT_NO_FATAL_FAILURE(open());
   EXPECT_ANY_THROW(panel->panelView());
@@ -189,7 +189,7 @@ TEST_F(PanelView, DoesNotComeUpWhenTheMinimumIsAString) {
   EXPECT_EQ(storedSettings(), before);
 }
 
-TEST_F(PanelView, DoesNotComeUpWithoutAMinimumOrAWordingToken) {
+TEST_F(PanelView, IsNotSetUpWithoutAMinimumOrAWordingToken) {
   for (const std::string missing :
        {"DefaultValue.MarginMin", "Wording.MinLabelForValueRange", "Wording.MaxLabelForValueRange"}) {
     const auto value = scene.settingInfo.extract(missing);
@@ -222,7 +222,7 @@ TEST_P(MarginStepper, StopsAtTheMinimum) {
   EXPECT_EQ(text(side.stepper), "0");
 }
 
-TEST_P(MarginStepper, StepsAreSavedFromTheBox) {
+TEST_P(MarginStepper, IsSavedFromTheBox) {
   scene.stored[side.key] = "3";
   ASSERT_NO_FATAL_FAILURE(showOn());
   panel->step(side.stepper, 2);

@@ -6,7 +6,7 @@ namespace {
 using testing::ElementsAre;
 using testing::NotNull;
 
-// A ticket whose class overrides everything that a ticket asks of itself.
+// A ticket whose class overrides every operation that a ticket calls on itself.
 template <class Base>
 class Overriding : public Base {
  public:
@@ -63,7 +63,7 @@ using TicketClasses = testing::Types<MorvaTTPrintTicketKV2, MorvaTTPrintTicketVa
                                      MorvaTTPrintTicketPopUpKV2, MorvaTTPrintTicketMarginKV2>;
 TYPED_TEST_SUITE(DynamicDispatch, TicketClasses);
 
-TYPED_TEST(DynamicDispatch, ReachesTheOverridesAlreadyWhenATicketSeeds) {
+TYPED_TEST(DynamicDispatch, ReachesTheOverridesWhenATicketStoresItsDefault) {
   const auto ticket = this->makeTicket();
   ASSERT_THAT(ticket, NotNull());
   EXPECT_THAT(ticket->log, ElementsAre("read OtherKey", "write OtherKey=other default"));

@@ -30,7 +30,7 @@ inline std::array<MorvaTTPrintTicketKV2*, 7> ticketsOf(const MorvaTTPrintTicketM
           manager.ticketMarginRight()};
 }
 
-/// What a job's log holds after the first `count` tickets seeded it.
+/// The job's log after the first `count` tickets have stored their defaults.
 inline Log seedingOf(std::size_t count) {
   Log log;
   for (std::size_t index = 0; index < count; ++index) {

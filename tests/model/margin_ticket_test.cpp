@@ -35,14 +35,14 @@ TEST_F(MarginTicket, ShowsANumberInItsOwnDecimalText) {
   }
 }
 
-TEST_F(MarginTicket, ShowsNothingOfAnObjectWithoutDecimalText) {
+TEST_F(MarginTicket, RefusesAnObjectWithoutDecimalText) {
   const auto ticket = makeTicket();
   ticket->registerTargetInstances({&box});
   EXPECT_THROW(ticket->setMarginValue(platform::Object("7")), std::invalid_argument);
   EXPECT_THAT(log, IsEmpty());
 }
 
-TEST_F(MarginTicket, HasNothingToShowANumberInWithoutControls) {
+TEST_F(MarginTicket, IgnoresANumberWithoutControls) {
   const auto ticket = makeTicket();
   ticket->setMarginValue(*number(7));
   EXPECT_EQ(ticket->restoreTicketFailSafe(), "fallback");

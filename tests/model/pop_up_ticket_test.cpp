@@ -25,7 +25,7 @@ TEST_F(PopUpTicket, SelectsTheLocalizedTitleOfWhatIsStoredInEveryMenu) {
   EXPECT_THAT(settings().log, ElementsAre("get MVKey"));
 }
 
-TEST_F(PopUpTicket, AsksForAValueThatNoItemHasAndReturnsItUnaltered) {
+TEST_F(PopUpTicket, TriesToSelectAValueThatNoItemHasAndReturnsItUnchanged) {
   const auto ticket = makeTicket();
   ticket->registerTargetInstances({&first});
   settings().values["MVKey"] = "nowhere";
@@ -62,14 +62,14 @@ TEST_F(PopUpTicket, SavesTheValueBehindTheFirstMenusSelectedItem) {
   EXPECT_THAT(settings().log, ElementsAre("set MVKey=name"));
 }
 
-TEST_F(PopUpTicket, PassesTheAbsentValueOnWhenNothingIsSelected) {
+TEST_F(PopUpTicket, RemovesItsValueWhenNothingIsSelected) {
   const auto ticket = makeTicket();
   ticket->registerTargetInstances({&first});
   ticket->saveTicket();
   EXPECT_THAT(settings().log, ElementsAre("remove MVKey"));
 }
 
-TEST_F(PopUpTicket, PassesTheAbsentValueOnWhenTheSelectedItemCarriesNone) {
+TEST_F(PopUpTicket, RemovesItsValueWhenTheSelectedItemHasNone) {
   const auto ticket = makeTicket();
   ticket->registerTargetInstances({&first});
   first.selected = 0;
@@ -77,7 +77,7 @@ TEST_F(PopUpTicket, PassesTheAbsentValueOnWhenTheSelectedItemCarriesNone) {
   EXPECT_THAT(settings().log, ElementsAre("remove MVKey"));
 }
 
-TEST_F(PopUpTicket, SavesNothingWithoutAMenuAndStillTellsItsValue) {
+TEST_F(PopUpTicket, SavesNothingWithoutAMenuAndStillReturnsItsValue) {
   const auto ticket = makeTicket();
   settings().values["MVKey"] = "stored";
   ticket->saveTicket();

@@ -12,11 +12,11 @@ using testing::NotNull;
 
 class ManagerConstruction : public CoreTest {};
 
-TEST_F(ManagerConstruction, GivesNoneWithoutCommonInfo) {
+TEST_F(ManagerConstruction, ReturnsNullWithoutCommonInfo) {
   EXPECT_THAT(MorvaTTPrintTicketManagerKV2::initWithCommonInfo(nullptr), IsNull());
 }
 
-TEST_F(ManagerConstruction, SeedsAFreshJobInTheOrderOfTheTickets) {
+TEST_F(ManagerConstruction, StoresDefaultsInAFreshJobInTheOrderOfTheTickets) {
   const auto manager = MorvaTTPrintTicketManagerKV2::initWithCommonInfo(makeCommonInfo());
   ASSERT_THAT(manager, NotNull());
   EXPECT_EQ(settings().log, seedingOf(7));
@@ -36,7 +36,7 @@ TEST_F(ManagerConstruction, GivesEachTicketItsDefaultAndKeyAndItsOwnReferenceToT
   EXPECT_EQ(info.use_count(), 1);
 }
 
-TEST_F(ManagerConstruction, TakesWhateverKeysTheSettingInfoSays) {
+TEST_F(ManagerConstruction, TakesItsKeysFromTheSettingInfo) {
   for (const auto& setting : kSettings) {
     scene.settingInfo["TicketKey." + setting.subKey] = "<string>Key of " + setting.subKey + "</string>";
   }
@@ -58,7 +58,7 @@ TEST_F(ManagerConstruction, MakesTheDecimalTextOfEachMarginDefault) {
   EXPECT_EQ(manager->ticketMarginRight()->defaultValue(), "-7");
 }
 
-// All fourteen answers are gathered before the first ticket is made.
+// All fourteen values are read before the first ticket is made.
 class ManagerWithFaultySettingInfo : public ManagerConstruction,
                                      public testing::WithParamInterface<std::size_t> {
  protected:
@@ -93,9 +93,8 @@ TEST_P(ManagerWithFaultySettingInfo, RaisesForAKeyThatIsNoText) {
   expectRaisesWithNothingStored();
 }
 
-// Tickets before the one that cannot be made have stored their defaults, and so has that one; the later ones
-// are never made.
-TEST_P(ManagerWithFaultySettingInfo, GivesNoneWhenATicketCannotBeMadeAndStopsThere) {
+// All tickets up to the one that cannot be made store their defaults; the later ones are never made.
+TEST_P(ManagerWithFaultySettingInfo, ReturnsNullWhenATicketCannotBeMadeAndStopsThere) {
   const auto info = makeCommonInfoOf<ReadyForSome>();
   info->readyTimes = static_cast<int>(GetParam());
   EXPECT_THAT(MorvaTTPrintTicketManagerKV2::initWithCommonInfo(info), IsNull());
@@ -106,7 +105,7 @@ TEST_P(ManagerWithFaultySettingInfo, GivesNoneWhenATicketCannotBeMadeAndStopsThe
 INSTANTIATE_TEST_SUITE_P(Settings, ManagerWithFaultySettingInfo, testing::Range<std::size_t>(0, 7),
                          [](const auto& test) { return kSettings.at(test.param).ticketName; });
 
-TEST_F(ManagerConstruction, SeedsOnlyTheOnOffSettingWithCommonInfoThatIsNotReady) {
+TEST_F(ManagerConstruction, StoresOnlyTheOnOffSettingWithCommonInfoThatIsNotReady) {
   const auto info = makeCommonInfoOf<ReadyForSome>();
   EXPECT_THAT(MorvaTTPrintTicketManagerKV2::initWithCommonInfo(info), IsNull());
   EXPECT_THAT(settings().values, ElementsAre(testing::Pair("MVTandemTrim", "Off")));

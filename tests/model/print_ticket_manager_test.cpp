@@ -53,7 +53,7 @@ TEST_F(Manager, RestoresAllTicketsInOrder) {
                                "left text=7", "left stepper text=7", "right text=8", "right stepper text=8"));
 }
 
-TEST_F(Manager, SavesAllTicketsInOrderWhateverBecomesOfOne) {
+TEST_F(Manager, SavesAllTicketsInOrderEvenWhereWritesFail) {
   registerAll();
   settings().writeStatus = -1;
   manager->saveAllTicket();
@@ -91,7 +91,7 @@ TEST_F(Manager, ReadsOneSettingByItsTicketNameAndShowsIt) {
   EXPECT_THAT(log, ElementsAre("valid state=1"));
 }
 
-TEST_F(Manager, KnowsTicketNamesOnly) {
+TEST_F(Manager, IgnoresNamesThatNoTicketHas) {
   registerAll();
   for (const char* name : {"MarginTop", "top", "ImageDirection", "", "Top "}) {
     EXPECT_EQ(manager->restoreTicketFailSafe(name), std::nullopt) << name;
@@ -120,7 +120,7 @@ TEST_F(Manager, ShowsAMarginInTheControlsOfItsSideOnly) {
   EXPECT_THAT(settings().log, IsEmpty());
 }
 
-TEST_F(Manager, ShowsNoMarginInASettingThatIsNone) {
+TEST_F(Manager, ShowsNoMarginInASettingThatIsNotAMargin) {
   registerAll();
   for (const char* name : {"Valid", "Direction", "Position"}) manager->setMarginValue(*number(9), name);
   EXPECT_THAT(log, IsEmpty());

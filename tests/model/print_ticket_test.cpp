@@ -33,7 +33,7 @@ TEST_F(PrintTicket, StoresItsDefaultUnlockedAtOnceWhenItsKeyIsAbsent) {
   EXPECT_THAT(ticket->targetInstances(), IsEmpty());
 }
 
-TEST_F(PrintTicket, LeavesAnExistingValueAloneWhateverItHolds) {
+TEST_F(PrintTicket, KeepsAnyExistingValue) {
   for (const char* value : {"stored", "", "no choice of this setting"}) {
     scene.stored["MVKey"] = value;
     const auto info = makeCommonInfo();
@@ -42,7 +42,7 @@ TEST_F(PrintTicket, LeavesAnExistingValueAloneWhateverItHolds) {
   }
 }
 
-TEST_F(PrintTicket, TakesAReadThatFailsForNothingStored) {
+TEST_F(PrintTicket, CountsAFailedReadAsNothingStored) {
   scene.stored["MVKey"] = "stored";
   const auto info = makeCommonInfo();
   settings().readStatus = -1;
@@ -60,7 +60,7 @@ TEST_F(PrintTicket, IsMadeEvenWhenItsDefaultCannotBeStored) {
   EXPECT_EQ(ticket->restoreTicketFailSafe(), "fallback");
 }
 
-// Writes down how much had happened when it was asked whether it is ready.
+// Records the last use of the print settings before each call of isReady().
 class AskedWhenReady : public MorvaTTCommonInfoKV2 {
  public:
   using MorvaTTCommonInfoKV2::initialize;
@@ -72,7 +72,7 @@ class AskedWhenReady : public MorvaTTCommonInfoKV2 {
   mutable Log asked;
 };
 
-TEST_F(PrintTicket, SeedsBeforeItAsksWhetherTheCommonInfoIsReadyAndIsNotMadeWhenItIsNot) {
+TEST_F(PrintTicket, StoresItsDefaultEvenWhereItIsNotMadeForCommonInfoThatIsNotReady) {
   const auto info = makeCommonInfoOf<AskedWhenReady>();
   EXPECT_THAT(MorvaTTPrintTicketKV2::initWithDefaultValue("fallback", "MVKey", info), IsNull());
   EXPECT_THAT(info->asked, ElementsAre("set MVKey=fallback"));
@@ -87,7 +87,7 @@ TEST_F(PrintTicket, KeepsTheCommonInfoAliveAsLongAsItLives) {
   EXPECT_EQ(commonInfo.use_count(), 1);
 }
 
-TEST_F(PrintTicket, TellsWhetherThePrintSettingsAcceptedAValue) {
+TEST_F(PrintTicket, ReturnsWhetherThePrintSettingsAcceptedAValue) {
   const auto ticket = makeTicket();
   EXPECT_TRUE(ticket->TTPTSetPrintSettings("Other", "value"));
   EXPECT_EQ(ticket->TTPTPrintSettings("Other"), "value");
@@ -97,7 +97,7 @@ TEST_F(PrintTicket, TellsWhetherThePrintSettingsAcceptedAValue) {
   EXPECT_FALSE(ticket->TTPTSetPrintSettings("Other", "value"));
 }
 
-TEST_F(PrintTicket, AsksTheHostForThePrintSettingsAnewEachTime) {
+TEST_F(PrintTicket, RequestsThePrintSettingsFromTheHostEachTime) {
   const auto ticket = makeTicket();
   FakePrintSettings other;
   other.values["MVKey"] = "elsewhere";
@@ -109,7 +109,7 @@ TEST_F(PrintTicket, AsksTheHostForThePrintSettingsAnewEachTime) {
   EXPECT_THAT(settings().log, IsEmpty());
 }
 
-TEST_F(PrintTicket, WritesNothingWithoutControlsAndStillTellsItsValue) {
+TEST_F(PrintTicket, WritesNothingWithoutControlsAndStillReturnsItsValue) {
   const auto ticket = makeTicket();
   settings().values["MVKey"] = "stored";
   ticket->saveTicket();

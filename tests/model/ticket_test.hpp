@@ -6,7 +6,7 @@
 
 namespace tandemtrim::test {
 
-/// A test of a ticket with the key "MVKey" and the default "fallback", on a job that it may fill before.
+/// A test of a ticket with the key "MVKey" and the default "fallback", on a job that it may fill first.
 template <class Ticket>
 class TicketTest : public CoreTest {
  protected:
@@ -19,7 +19,7 @@ class TicketTest : public CoreTest {
   }
 
   std::shared_ptr<MorvaTTCommonInfoKV2> commonInfo;
-  /// What the controls of the test were told.
+  /// The calls to the controls of the test.
   Log log;
 };
 

@@ -29,7 +29,7 @@ TEST_F(ValidTicket, SavesOnForTheOnStateOfTheFirstCheckBoxAndOffForEveryOther) {
   EXPECT_EQ(settings().values["MVKey"], "On");
 }
 
-TEST_F(ValidTicket, ShowsExactlyOnAsOnAndReturnsWhatIsStoredUnaltered) {
+TEST_F(ValidTicket, ShowsOnlyExactlyOnAsOnAndReturnsTheStoredValueUnchanged) {
   const auto ticket = makeTicket();
   ticket->registerTargetInstances({&first, &second});
   settings().values["MVKey"] = "On";
@@ -60,7 +60,7 @@ TEST_F(ValidTicket, CaptionsEveryCheckBoxInOrder) {
   EXPECT_THAT(log, ElementsAre("first title=Trim It", "second title=Trim It"));
 }
 
-TEST_F(ValidTicket, SavesNothingWithoutACheckBoxAndStillTellsItsValue) {
+TEST_F(ValidTicket, SavesNothingWithoutACheckBoxAndStillReturnsItsValue) {
   const auto ticket = makeTicket();
   settings().values["MVKey"] = "On";
   ticket->saveTicket();

@@ -47,7 +47,7 @@ TEST(IntegerText, IsZeroForATextWithoutANumber) {
                0}});
 }
 
-TEST(IntegerText, IsHeldAtTheNearestIntegerOf64Bits) {
+TEST(IntegerText, IsClampedTo64Bits) {
   const std::string nines(20, '9');
   expectEach({{nines, kLargest},
               {"+" + nines, kLargest},

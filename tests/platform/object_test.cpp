@@ -28,7 +28,7 @@ TEST(Object, KeepsTheKindThatItWasMadeWith) {
   EXPECT_EQ(makeObject(true)->as<std::int64_t>(), nullptr);
 }
 
-TEST(Object, GivesANumbersIntegerValueCutTowardZero) {
+TEST(Object, ReturnsANumbersIntegerValueTruncated) {
   const std::pair<Object::Value, std::int64_t> numbers[] = {{integer(-12), -12},
                                                             {2.5, 2},
                                                             {-2.5, -2},
@@ -41,7 +41,7 @@ TEST(Object, GivesANumbersIntegerValueCutTowardZero) {
   for (const auto& [value, expected] : numbers) EXPECT_EQ(makeObject(value)->integerValue(), expected);
 }
 
-TEST(Object, HoldsANumbersIntegerValueWithin64Bits) {
+TEST(Object, ClampsANumbersIntegerValueTo64Bits) {
   const std::pair<double, std::int64_t> numbers[] = {
       {1e300, kLargest},   {9223372036854775808.0, kLargest}, {kInfinity, kLargest},
       {-1e300, kSmallest}, {-kInfinity, kSmallest},           {-9223372036854775808.0, kSmallest},
@@ -51,7 +51,7 @@ TEST(Object, HoldsANumbersIntegerValueWithin64Bits) {
   }
 }
 
-TEST(Object, GivesTheLeadingIntegerOfAString) {
+TEST(Object, ReturnsTheLeadingIntegerOfAString) {
   EXPECT_EQ(makeObject(" 12mm")->integerValue(), 12);
   EXPECT_EQ(makeObject("abc")->integerValue(), 0);
 }
@@ -62,7 +62,7 @@ TEST(Object, HasNoIntegerValueUnlessItIsANumberOrAString) {
   }
 }
 
-TEST(Object, GivesANumbersDecimalText) {
+TEST(Object, ReturnsANumbersDecimalText) {
   const std::pair<Object::Value, std::string> numbers[] = {
       {integer(12), "12"}, {integer(kSmallest), "-9223372036854775808"},
       {2.5, "2.5"},        {5.0, "5"},
@@ -78,12 +78,12 @@ TEST(Object, HasNoDecimalTextUnlessItIsANumber) {
   }
 }
 
-TEST(Object, CountsAsZeroWhenThereIsNone) {
+TEST(Object, CountsAsZeroWhereItIsNull) {
   EXPECT_EQ(integerValue(ObjectRef()), 0);
   EXPECT_EQ(integerValue(makeObject(7.5)), 7);
 }
 
-TEST(HeldBetween, GivesTheVeryValueWithinTheBounds) {
+TEST(HeldBetween, ReturnsTheSameObjectWithinTheBounds) {
   const auto minimum = makeObject(integer(0));
   const auto maximum = makeObject("10");
   for (const Object::Value& value :
@@ -93,34 +93,34 @@ TEST(HeldBetween, GivesTheVeryValueWithinTheBounds) {
   }
 }
 
-TEST(HeldBetween, GivesTheVeryBoundThatTheValuePasses) {
+TEST(HeldBetween, ReturnsTheBoundsObjectForAValueBeyondIt) {
   const auto minimum = makeObject(2.5);
   const auto maximum = makeObject("10");
   EXPECT_EQ(heldBetween(makeObject(integer(1)), minimum, maximum), minimum);
   EXPECT_EQ(heldBetween(makeObject(integer(11)), minimum, maximum), maximum);
 }
 
-TEST(HeldBetween, LooksAtTheMinimumFirstWhereTheBoundsCross) {
+TEST(HeldBetween, ChecksTheMinimumFirstWhereTheBoundsCross) {
   const auto minimum = makeObject(integer(10));
   const auto maximum = makeObject(integer(5));
   EXPECT_EQ(heldBetween(makeObject(integer(7)), minimum, maximum), minimum);
   EXPECT_EQ(heldBetween(makeObject(integer(12)), minimum, maximum), maximum);
 }
 
-TEST(HeldBetween, CountsAMissingBoundAsZeroAndHandsItBack) {
+TEST(HeldBetween, CountsAMissingBoundAsZeroAndReturnsNullForIt) {
   const auto one = makeObject(integer(1));
   EXPECT_EQ(heldBetween(makeObject(integer(-1)), ObjectRef(), one), nullptr);
   EXPECT_EQ(heldBetween(one, ObjectRef(), ObjectRef()), nullptr);
 }
 
-TEST(Find, GivesTheObjectUnderAKeyOrNone) {
+TEST(Find, ReturnsTheObjectUnderAKeyOrNull) {
   const auto object = makeObject("value");
   const Dictionary dictionary{{"key", object}};
   EXPECT_EQ(find(dictionary, "key"), object);
   EXPECT_EQ(find(dictionary, "Key"), nullptr);
 }
 
-TEST(RequiredText, GivesAStringsTextAndRefusesAnythingElseByName) {
+TEST(RequiredText, ReturnsAStringsTextAndRefusesAnythingElseByName) {
   const auto text = makeObject("text");
   EXPECT_EQ(requiredText(text, "the label"), "text");
   for (const auto& object : {ObjectRef(), makeObject(5.0)}) {
@@ -129,7 +129,7 @@ TEST(RequiredText, GivesAStringsTextAndRefusesAnythingElseByName) {
   }
 }
 
-TEST(RequiredDecimalText, GivesANumbersTextAndRefusesAnythingElse) {
+TEST(RequiredDecimalText, ReturnsANumbersTextAndRefusesAnythingElse) {
   EXPECT_EQ(requiredDecimalText(makeObject(2.5), "the limit"), "2.5");
   EXPECT_THROW((void)requiredDecimalText(makeObject("2.5"), "the limit"), std::invalid_argument);
   EXPECT_THAT([] { (void)requiredDecimalText(nullptr, "the limit"); },

@@ -15,7 +15,7 @@ namespace {
 using platform::memory::PanelView;
 using Values = std::map<std::string, std::string>;
 
-// A job as a host keeps it, and the panel that it asks for.
+// A host's job and its panel.
 class Session {
  public:
   Session(const std::shared_ptr<platform::Bundle>& bundle, std::shared_ptr<ppd_file_s> ppd,
@@ -87,7 +87,7 @@ class MemoryShortage : public CoreTest, public testing::WithParamInterface<Case>
     std::string reason;
     bundleOnDisk = platform::linux::Bundle::open(scene.writeBundle(), reason, {});
     ppd = FakeCallback(scene).ppd;
-    // What is made once for the program's life is made before anything is counted.
+    // Makes what lives as long as the program before anything is counted.
     auto opened = session();
     opened.create();
     for (const auto& step : kSteps) step.run(opened);
@@ -96,7 +96,7 @@ class MemoryShortage : public CoreTest, public testing::WithParamInterface<Case>
 
   [[nodiscard]] Session session() const { return {bundleOnDisk, ppd, GetParam().stored}; }
 
-  // Runs with so many allocations left; whether they were enough.
+  // Runs with this many allocations left and returns whether they were enough.
   bool isEnough(long allocations, const std::function<void()>& run) const {
     heap().left = allocations;
     heap().forGood = GetParam().forGood;
@@ -171,7 +171,7 @@ TEST_P(MemoryShortage, AtAnyAllocationOfAStepLeavesLegalSettingsAndLeaksNothing)
         const auto before = opened.values();
         enough = isEnough(allocations, [&] { kSteps.at(step).run(opened); });
         expectAsBeforeOrLegal(before, opened.values());
-        // With memory again, the dialog goes on: nothing that it does next is illegal.
+        // With memory again, the dialog works on and stores only legal values.
         opened.panel().willShow();
         opened.panel().saveValuesAndReturnError(nullptr);
         expectAsBeforeOrLegal(before, opened.values());

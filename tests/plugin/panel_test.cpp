@@ -31,7 +31,7 @@ class Panel : public RecordingPlatformTest {
     log.clear();
     settings().log.clear();
   }
-  // What a panel does when it shows itself: restores everything, then greys.
+  // Expects the calls of a panel that is shown: everything is restored, then greyed.
   void expectRestoredAndGreyed() {
     ASSERT_EQ(log.size(), 32U);
     EXPECT_EQ(log.front(), "tandemTrimValid state=0");
@@ -58,7 +58,7 @@ TEST_F(Panel, IsNotMadeWithoutItsSettingInfo) {
   EXPECT_THAT(settings().log, IsEmpty());
 }
 
-TEST_F(Panel, PassesOnWhatItsConstructionRaises) {
+TEST_F(Panel, PassesOnTheExceptionsOfItsConstruction) {
   scene.settingInfo["DefaultValue.MarginTop"] = "<string>5</string>";
   openJob();
   EXPECT_THROW((void)MorvaTTPdePanelKV2::initWithCallback(callback, bundle), std::invalid_argument);
@@ -84,7 +84,7 @@ TEST_F(Panel, IsNamedByTheTextUnderItsName) {
   EXPECT_EQ(panel->panelName(), "TandemTrim");
 }
 
-TEST_F(Panel, HandsOutItsKindAsTheVeryObjectOfThePropertyList) {
+TEST_F(Panel, ReturnsItsKindAsTheObjectOfThePropertyList) {
   ASSERT_NO_FATAL_FAILURE(makePanel());
   EXPECT_THAT(panel->panelKind(), NotNull());
   EXPECT_EQ(panel->panelKind(), panel->commonInfo()->panelKindID());
@@ -142,7 +142,7 @@ TEST_F(Panel, PutsTheOrderOfItsSummaryWhereThePrintDialogLooksForIt) {
   EXPECT_EQ(summary.size(), 7U);
 }
 
-TEST_F(Panel, GivesTheSameListOfKeywordsAtEachCallAndLogsItEachTime) {
+TEST_F(Panel, ReturnsTheSameListOfKeywordsAtEachCallAndLogsItEachTime) {
   ASSERT_NO_FATAL_FAILURE(makePanel());
   const auto& first = panel->supportedPPDOptionKeys();
   EXPECT_THAT(log, ElementsAre(kLogLine));
@@ -169,7 +169,7 @@ TEST_F(Panel, ListsItsSettingsInTheOrderOfItsKeywords) {
   EXPECT_EQ(values.at(4), this->settings().values.at("MVBottomMargin"));
 }
 
-TEST_F(Panel, SaysOfEachSettingWhatItAllows) {
+TEST_F(Panel, ListsTheAllowedValuesOfEachSetting) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<integer>2</integer>";
   ASSERT_NO_FATAL_FAILURE(makePanel());
   bundle->strings["ShortEdgeFeed"] = "Kurze Seite";

@@ -27,7 +27,7 @@ TEST_F(Plugin, KeepsTheBundleThatItIsGiven) {
   EXPECT_THAT(bundle->log, IsEmpty());
 }
 
-TEST_F(Plugin, RefusesToBeWithoutABundleAndKeepsWhatItHas) {
+TEST_F(Plugin, RefusesANullBundleAndKeepsTheOneThatItHas) {
   EXPECT_FALSE(plugin.initWithBundle(nullptr));
   EXPECT_THAT(plugin.bundle(), IsNull());
   plugin.initWithBundle(bundle);
@@ -35,7 +35,7 @@ TEST_F(Plugin, RefusesToBeWithoutABundleAndKeepsWhatItHas) {
   EXPECT_EQ(plugin.bundle(), bundle);
 }
 
-TEST_F(Plugin, LetsItsBundleGo) {
+TEST_F(Plugin, ReleasesItsBundle) {
   {
     MorvaTTPdePluginKV2 other;
     other.initWithBundle(bundle);
@@ -62,7 +62,7 @@ TEST_F(Plugin, MakesNoListWhenThePanelCannotBeMade) {
   EXPECT_EQ(callback.use_count(), 1);
 }
 
-TEST_F(Plugin, LeavesTheOnlyReferenceToEachNewPanelInItsList) {
+TEST_F(Plugin, ReturnsPanelsThatOnlyTheirListRefersTo) {
   plugin.initWithBundle(bundle);
   auto first = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
   auto second = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
@@ -77,7 +77,7 @@ TEST_F(Plugin, LeavesTheOnlyReferenceToEachNewPanelInItsList) {
   EXPECT_EQ(callback.use_count(), 1);
 }
 
-TEST_F(Plugin, MakesPanelsOfWhichNoneReachesAnother) {
+TEST_F(Plugin, MakesPanelsThatShareNothing) {
   plugin.initWithBundle(bundle);
   const auto first = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
   const auto second = plugin.PDEPanelsForType(kPrintDialogExtensionType, callback);
@@ -106,7 +106,7 @@ constexpr bool areDeletedAsAWhole = ((std::has_virtual_destructor_v<Classes> ||
                                       std::is_final_v<Classes>)&&...);
 
 // A pointer to a class that can be derived from may own an object of the derived class.
-TEST(ThePartsOfAPanel, AreDeletedAsWhatTheyAre) {
+TEST(ThePartsOfAPanel, HaveVirtualDestructorsOrAreFinal) {
   EXPECT_TRUE((areDeletedAsAWhole<MorvaTTPdePluginKV2, MorvaTTPdePanelKV2, MorvaTTCommonInfoKV2>));
   EXPECT_TRUE((areDeletedAsAWhole<MorvaTTViewControllerKV2, MorvaTTPrintTicketManagerKV2>));
   EXPECT_TRUE((areDeletedAsAWhole<MorvaTTPrintTicketKV2, MorvaTTPrintTicketValidKV2,

@@ -14,7 +14,7 @@ class ReleaseOrder : public RecordingPlatformTest {
   }
 };
 
-// Says when it goes, among the objects of the margin info dictionary.
+// Reports its destruction as an object in the margin info dictionary.
 class Probe : public platform::Object {
  public:
   explicit Probe(std::function<void()> onRelease) : Object("probe"), onRelease_(std::move(onRelease)) {}
@@ -41,7 +41,7 @@ TEST_F(ReleaseOrder, OfTheCommonInfoIsSettingInfoMarginInfoBundleCallback) {
                                "callback released"));
 }
 
-// The view controller goes as a whole, its tickets and its nib included, before the common info does.
+// The whole view controller, with its tickets and its nib, is destroyed before the common info.
 TEST_F(ReleaseOrder, OfThePanelIsViewControllerThenCommonInfo) {
   openJob();
   auto panel = MorvaTTPdePanelKV2::initWithCallback(callback, bundle);
@@ -55,8 +55,8 @@ TEST_F(ReleaseOrder, OfThePanelIsViewControllerThenCommonInfo) {
   EXPECT_THAT(log, ElementsAre("unsubscribe", "nib released", "bundle released", "callback released"));
 }
 
-// The panel and seven tickets refer to the common info: while the subscriptions end all tickets are there,
-// when the nib goes none is left.
+// The test and seven tickets refer to the common info: all tickets exist while the subscriptions end, and
+// none when the nib is released.
 TEST_F(ReleaseOrder, OfTheViewControllerIsSubscriptionsTicketsNib) {
   auto info = makeCommonInfo();
   auto controller = MorvaTTViewControllerKV2::initWithCommonInfo(info);
@@ -78,7 +78,7 @@ TEST_F(ReleaseOrder, OfTheViewControllerIsSubscriptionsTicketsNib) {
   EXPECT_EQ(whenNibWent, 1);
 }
 
-TEST_F(ReleaseOrder, LeavesTheCommonInfoToWhoeverElseRefersToIt) {
+TEST_F(ReleaseOrder, KeepsTheCommonInfoWhileAnotherRefersToIt) {
   openJob();
   auto panel = MorvaTTPdePanelKV2::initWithCallback(callback, bundle);
   const auto info = panel->commonInfo();

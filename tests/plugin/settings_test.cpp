@@ -14,13 +14,13 @@ namespace {
 using testing::ElementsAre;
 using Words = std::vector<std::string_view>;
 
-// A setting in the words of every layer: PPD keyword, sub key, ticket name, key of the title.
+// The names of a setting in every layer: PPD keyword, sub key, ticket name, key of the title.
 Words wordsOf(std::size_t setting) {
   const auto& row = kSettings.at(setting);
   return {row.keyword, row.subKey, kTicketNames.at(setting), kTitleKeys.at(setting)};
 }
 
-TEST(Settings, BearTheNamesOfEachLayerInTheSameOrder) {
+TEST(Settings, HaveTheNamesOfEachLayerInTheSameOrder) {
   ASSERT_EQ(kSettings.size(), 7U);
   EXPECT_THAT(wordsOf(0), ElementsAre("MVTandemTrim", "Valid", "Valid", "EnableTandemTrim"));
   EXPECT_THAT(wordsOf(1),

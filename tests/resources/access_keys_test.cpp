@@ -32,13 +32,13 @@ StringsTable tableAt(const std::string& path) {
   return platform::linux::parseStringsTable(contentsOf(path)).value_or(StringsTable());
 }
 
-// Those of Latin are the only small letters here.
+// The text in lower case; only ASCII letters change.
 std::string small(std::string text) {
   std::ranges::transform(text, text.begin(), [](unsigned char byte) { return std::tolower(byte); });
   return text;
 }
 
-// The letter behind the underscore, small; empty when there is none.
+// The letter behind the underscore in lower case; empty without an underscore.
 std::string letterOf(const std::string& marked) {
   const auto mark = marked.find('_');
   if (mark == std::string::npos) return "";
@@ -48,7 +48,7 @@ std::string letterOf(const std::string& marked) {
   return small(marked.substr(mark + 1, end - mark - 1));
 }
 
-// What GTK shows for a text in a language; the English text itself where its translations are not installed.
+// GTK's translation of a text; the English text where GTK's translations are not installed.
 std::string textOfGtk(const std::string& language, const char* text) {
   const auto name = language == "zh-Hans" ? std::string("zh_CN") : language;
   setenv("LANGUAGE", name.c_str(), 1);
@@ -64,7 +64,7 @@ class AccessKeys : public testing::TestWithParam<const char*> {
   StringsTable ofPanel = tableAt(tablePath(GetParam()));
   StringsTable ofHost = tableAt(std::string(DIALOG_TEXTS) + '/' + GetParam() + ".lproj/Localizable.strings");
 
-  // What bears each letter on the panel's page.
+  // The titles on the panel's page that have each letter.
   std::map<std::string, std::vector<std::string>> bearers() const {
     std::map<std::string, std::vector<std::string>> found;
     const auto add = [&](const std::string& title, const std::string& letter) {
@@ -84,14 +84,14 @@ class AccessKeys : public testing::TestWithParam<const char*> {
   }
 };
 
-TEST_P(AccessKeys, AreOneLetterForEachControlAndNoneIsThereTwice) {
+TEST_P(AccessKeys, AreOneLetterForEachControlWithoutDuplicates) {
   for (const auto& [letter, titles] : bearers()) {
     EXPECT_NE(letter, "") << testing::PrintToString(titles);
     EXPECT_EQ(titles.size(), 1U) << letter << ": " << testing::PrintToString(titles);
   }
 }
 
-TEST_P(AccessKeys, LeaveTheLettersOfGtksButtonsAloneWhetherTheseAreTranslatedOrNot) {
+TEST_P(AccessKeys, DifferFromThoseOfGtksButtonsTranslatedOrNot) {
   const auto own = bearers();
   for (const auto* button : kButtonsOfGtk) {
     for (const auto& shown : {std::string(button), textOfGtk(language, button)})

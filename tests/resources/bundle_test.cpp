@@ -23,7 +23,7 @@ std::shared_ptr<platform::linux::Bundle> bundleIn(const std::vector<std::string>
   return bundle;
 }
 
-TEST(BuiltBundle, SpeaksEachOfItsLanguages) {
+TEST(BuiltBundle, HasTextsInEachOfItsLanguages) {
   for (const std::string language : kLanguages) {
     const auto bundle = bundleIn({language});
     ASSERT_TRUE(bundle);
@@ -34,19 +34,19 @@ TEST(BuiltBundle, SpeaksEachOfItsLanguages) {
   }
 }
 
-TEST(BuiltBundle, SpeaksEnglishToThoseWhoseLanguageItDoesNotKnow) {
+TEST(BuiltBundle, UsesEnglishForUnknownLanguages) {
   const auto bundle = bundleIn({"fi"});
   ASSERT_TRUE(bundle);
   EXPECT_EQ(bundle->localizedStringForKey(TTVCLabelNameRestoreDefault, "", std::nullopt), "Restore Defaults");
 }
 
-TEST(BuiltBundle, HoldsTheSettingInformation) {
+TEST(BuiltBundle, ContainsTheSettingInformation) {
   const auto bundle = bundleIn({});
   ASSERT_TRUE(bundle);
   EXPECT_EQ(bundle->pathForResource(TTCISettingInfoName, TTCIPlistResourceType), kSettingInfo);
 }
 
-TEST(BuiltBundle, HoldsTheModuleForHostsWithoutAScreen) {
+TEST(BuiltBundle, ContainsTheModuleForHostsWithoutAScreen) {
   std::string reason;
   const auto info = platform::linux::BundleInfo::read(BUNDLE, reason);
   ASSERT_TRUE(info) << reason;

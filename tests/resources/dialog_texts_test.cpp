@@ -18,7 +18,7 @@ using platform::linux::StringsTable;
 
 const std::string kLiterals = R"lit(((?:"(?:[^"\\\n]|\\.)*"\s*)+))lit";
 
-// The text of literals that stand one behind the other.
+// The text of adjacent string literals.
 std::string textOf(const std::string& literals) {
   static const std::regex literal(R"lit("((?:[^"\\\n]|\\.)*)")lit");
   const std::sregex_iterator end;
@@ -30,7 +30,7 @@ std::string textOf(const std::string& literals) {
   return text;
 }
 
-// The texts of a source: the constants k...Text, and what is marked as a fact, a raw literal or others.
+// The texts of a source: the constants k...Text and the literals that are marked as facts, raw or not.
 std::set<std::string> textsIn(std::string source) {
   static const std::regex raw(R"lit(R"\((.*)\)"_fact)lit");
   static const std::regex marked(kLiterals + "_fact");
@@ -42,7 +42,7 @@ std::set<std::string> textsIn(std::string source) {
   source = std::regex_replace(source, raw, "");
   for (const auto& form : {marked, constant}) {
     for (std::sregex_iterator found(source.begin(), source.end(), form); found != end; ++found) {
-      // The operator itself marks an empty one.
+      // The operator's own definition has an empty literal.
       if (const auto text = textOf(found->str(1)); !text.empty()) texts.insert(text);
     }
   }
@@ -66,7 +66,7 @@ std::set<std::string> keysOfTheDialog() {
   return keys;
 }
 
-// "[name]" and the like, in the order of their names; as often as they are there.
+// All occurrences of "[name]" and the like, sorted by name.
 std::vector<std::string> placeholdersOf(const std::string& text) {
   std::vector<std::string> placeholders;
   for (auto begin = text.find('['); begin != std::string::npos; begin = text.find('[', begin + 1))
@@ -83,7 +83,7 @@ class DialogTexts : public testing::TestWithParam<const char*> {
           .value_or(StringsTable());
 };
 
-TEST_P(DialogTexts, AreThereForEveryKeyAndForNoOther) {
+TEST_P(DialogTexts, ExistForEveryKeyAndForNoOther) {
   auto missing = keysOfTheDialog();
   for (const auto& [key, text] : table) {
     EXPECT_EQ(missing.erase(key), 1U) << "no text of the dialog has the key " << key;
@@ -109,7 +109,7 @@ TEST_P(DialogTexts, AdviseNoOptionsOfTheCommandLine) {
 }
 
 // A dialog has no environment and no command line.
-TEST_P(DialogTexts, NameNothingOfATerminal) {
+TEST_P(DialogTexts, NameNoVariablesOrCommandsOfATerminal) {
   for (const auto& [key, text] : table)
     EXPECT_THAT(text, testing::Not(testing::ContainsRegex("LPDEST|lpstat|lpadmin|cupsenable|cupsaccept")))
         << key;

@@ -42,12 +42,12 @@ TEST_F(InfoPropertyList, TellsMacOSWhereTheBundleRuns) {
   EXPECT_TRUE(*sandboxed->as<bool>());
 }
 
-TEST_F(InfoPropertyList, BearsTheVersionOfTheBuild) {
+TEST_F(InfoPropertyList, HasTheVersionOfTheBuild) {
   EXPECT_EQ(text("CFBundleShortVersionString"), VERSION);
   EXPECT_EQ(text("CFBundleVersion"), VERSION);
 }
 
-TEST_F(InfoPropertyList, ListsTheLanguagesOfTheBundleAndAmongThemTheOneToFallBackOn) {
+TEST_F(InfoPropertyList, ListsTheLanguagesOfTheBundleIncludingTheFallback) {
   std::set<std::string> folders;
   for (const auto& entry : fs::directory_iterator(kContents + "/Resources")) {
     if (entry.path().extension() == ".lproj") folders.insert(entry.path().stem());

@@ -11,9 +11,9 @@ namespace {
 
 struct Marks {
   const char* language;
-  // The marks that no text of the language has: those of typewriters and of other languages. A comma and a
-  // colon of digits are those of page numbers and times; a parenthesis before an underscore is that of an
-  // access key.
+  // Marks that no text of the language has: those of typewriters and of other languages. Allowed are commas
+  // and colons before digits, as in page numbers and times, and a parenthesis before an underscore, as in
+  // access keys.
   const char* wrong;
 };
 

@@ -104,7 +104,7 @@ TEST_F(SamplePrinter, KnowsEachMarginThatThePanelLetsThroughAndNoOther) {
 TEST_F(SamplePrinter, HasItsOwnMaximumForEachSideWithinThePanelsRange) {
   const auto minimum = integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginMin);
   const auto greatest = integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginMax);
-  // Unlike the limit of printers that name none as well, so that it shows which of them counts.
+  // The limit of printers without one differs, too, so that a user sees which limit counts.
   std::set<std::int64_t> limits{
       integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginLimit)};
   for (const auto& margin : kMargins) {
@@ -114,7 +114,7 @@ TEST_F(SamplePrinter, HasItsOwnMaximumForEachSideWithinThePanelsRange) {
   }
 }
 
-TEST_F(SamplePrinter, BeginsWithTheSettingsThatThePanelBeginsWith) {
+TEST_F(SamplePrinter, HasTheDefaultsOfThePanel) {
   for (const auto subKey : {TTCIPlistSubKeyValid, TTCIPlistSubKeyImageDirection, TTCIPlistSubKeyPosition}) {
     const auto* found = option(keyword(subKey));
     ASSERT_TRUE(found != nullptr);

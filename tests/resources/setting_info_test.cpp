@@ -43,16 +43,16 @@ class SettingInfo : public testing::Test {
   platform::Dictionary settingInfo = propertyListAt(kSettingInfo);
 };
 
-TEST_F(SettingInfo, HoldsAStringWhereATextIsRead) {
+TEST_F(SettingInfo, HasAStringWhereATextIsRead) {
   for (const auto& [mainKey, subKey] : kTexts) EXPECT_NE(textAt(settingInfo, mainKey, subKey), "") << subKey;
 }
 
-TEST_F(SettingInfo, HoldsAnIntegerWhereMillimetresAreRead) {
+TEST_F(SettingInfo, HasAnIntegerWhereMillimetresAreRead) {
   for (const auto& margin : kMargins) integerAt(settingInfo, kDefaults, margin.subKey);
   for (const auto bound : kBounds) integerAt(settingInfo, kDefaults, bound);
 }
 
-TEST_F(SettingInfo, HoldsNothingThatIsNotRead) {
+TEST_F(SettingInfo, HasNoEntryThatIsNotRead) {
   std::set<std::string> expected;
   for (const auto& [mainKey, subKey] : kTexts) expected.insert(path(mainKey, subKey));
   for (const auto& margin : kMargins) expected.insert(path(kDefaults, margin.subKey));
@@ -76,18 +76,18 @@ TEST_F(SettingInfo, StoresTheSettingsUnderThePrintersKeywords) {
   EXPECT_EQ(textAt(settingInfo, "TicketKey", "MarginRight"), "MVRightMargin");
 }
 
-TEST_F(SettingInfo, BeginsWithTandemTrimOff) {
+TEST_F(SettingInfo, HasTandemTrimOffByDefault) {
   EXPECT_EQ(textAt(settingInfo, kDefaults, TTCIPlistSubKeyValid), TTCITandemTrimOff);
 }
 
-TEST_F(SettingInfo, BeginsWithItemsOfTheMenus) {
+TEST_F(SettingInfo, HasDefaultsThatAreItemsOfTheMenus) {
   EXPECT_THAT(textAt(settingInfo, kDefaults, TTCIPlistSubKeyImageDirection),
               AnyOf(TTVCPopUpNameDirectionLEF, TTVCPopUpNameDirectionSEF));
   EXPECT_THAT(textAt(settingInfo, kDefaults, TTCIPlistSubKeyPosition),
               AnyOf(TTVCPopUpNamePositionLeft, TTVCPopUpNamePositionCenter, TTVCPopUpNamePositionRight));
 }
 
-TEST_F(SettingInfo, BeginsWithMarginsThatEveryPrinterAllows) {
+TEST_F(SettingInfo, HasDefaultMarginsThatEveryPrinterAllows) {
   const auto minimum = integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginMin);
   const auto limit = integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginLimit);
   for (const auto& margin : kMargins) {
@@ -105,7 +105,7 @@ TEST_F(SettingInfo, KeepsTheLimitOfPrintersWithoutOneBelowTheGreatestMargin) {
             integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginMax));
 }
 
-TEST_F(SettingInfo, HasTokensThatNeitherHoldEachOtherNorLookLikeAFormatOrANumber) {
+TEST_F(SettingInfo, HasTokensThatNeitherContainEachOtherNorLookLikeAFormatOrANumber) {
   const auto minimum = textAt(settingInfo, "Wording", "MinLabelForValueRange");
   const auto maximum = textAt(settingInfo, "Wording", "MaxLabelForValueRange");
   EXPECT_THAT(minimum, Not(HasSubstr(maximum)));

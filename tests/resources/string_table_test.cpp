@@ -28,7 +28,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 const Keys kPositions(kPositionNames.begin(), kPositionNames.end());
 const Keys kDirections(kDirectionNames.begin(), kDirectionNames.end());
 const Keys kStates{TTCITandemTrimOn, TTCITandemTrimOff};
-// The texts that the program ends with a colon, and that name the rows of the summary.
+// The texts to which the program adds a colon, and which name the rows of the summary.
 const Keys kLabels(kTitleKeys.begin() + 1, kTitleKeys.end());
 // What a host shows when the user asks for help.
 constexpr std::string_view kHelp = "PanelHelp";
@@ -40,7 +40,7 @@ const Keys kOthers{kHelp,
                    kContentInMarginsKey,
                    kContentInMarginKey};
 
-// The texts that controls of the panel bear.
+// The texts on the panel's controls.
 Keys ofControls() {
   Keys keys(kTitleKeys.begin(), kTitleKeys.end());
   keys.push_back(TTVCLabelNameRestoreDefault);
@@ -103,7 +103,7 @@ TEST_P(StringTable, HasATextForEachKeyThatTheProgramLooksUpAndNoOther) {
   EXPECT_EQ(keys, keysOfTheProgram());
 }
 
-TEST_P(StringTable, IsUtf8WithAByteOrderMarkAndGivesNoKeyTwice) {
+TEST_P(StringTable, IsUtf8WithAByteOrderMarkAndHasNoKeyTwice) {
   const auto bytes = contentsOf(tablePath(GetParam()));
   EXPECT_THAT(bytes, StartsWith(kByteOrderMark));
   std::istringstream lines(bytes.substr(kByteOrderMark.size()));
@@ -141,12 +141,12 @@ TEST_P(StringTable, NamesMarginAndDepthOfTheNoteAboutThePageOnce) {
   EXPECT_EQ(countOf(text(kContentInMarginKey), "[depth]"), 1U);
 }
 
-TEST_P(StringTable, TellsTheItemsOfAMenuAndTheStatesOfTheCheckBoxApart) {
+TEST_P(StringTable, HasDifferentTextsForTheItemsOfAMenuAndForTheStatesOfTheCheckBox) {
   for (const auto& group : {kPositions, kDirections, kStates})
     EXPECT_EQ(texts(group).size(), group.size()) << group.front();
 }
 
-TEST_P(StringTable, TellsTheRowsOfTheSummaryApart) {
+TEST_P(StringTable, HasDifferentTitlesForTheRowsOfTheSummary) {
   auto rows = kLabels;
   rows.push_back(TTVCLabelNameValid);
   EXPECT_EQ(texts(rows).size(), rows.size());
@@ -170,7 +170,7 @@ std::string nameOf(const testing::TestParamInfo<const char*>& language) {
 
 INSTANTIATE_TEST_SUITE_P(Of, StringTable, testing::ValuesIn(kLanguages), nameOf);
 
-TEST(StringTables, KeepNothingInEnglishButTheFunctionsName) {
+TEST(StringTables, TranslateEverythingButTheFunctionsName) {
   const auto english = tableOf("en");
   for (const std::string_view language : kLanguages) {
     if (language == "en") continue;

@@ -11,7 +11,7 @@
 /// extensions.
 namespace foldline {
 
-/// A setting as the family has it; texts come from the bundle by these keys.
+/// A setting of the family. `name`, `values` and `unit` are also the keys of its texts in the bundle.
 struct Setting {
   const char* keyword;
   const char* name;
@@ -19,7 +19,7 @@ struct Setting {
   std::vector<std::string> values;
   std::int64_t minimum;
   std::int64_t maximum;
-  /// The attribute of the PPD with the largest value; empty where the panel's own one counts.
+  /// The PPD's attribute with the largest value; empty where `maximum` always counts.
   const char* limit;
   const char* unit;
   const char* usual;
@@ -57,7 +57,7 @@ inline const std::array<Setting, 5> kSettings{{
     {"LNDryingTime", "DryingTime", tandemtrim::platform::PanelSetting::Kind::number, {}, 0, 60, "", "s", "0"},
 }};
 
-/// What shows the settings.
+/// The controls that show the settings.
 class Controls {
  public:
   virtual ~Controls() = default;

@@ -18,7 +18,7 @@ std::optional<Difference> findDifference(const Sequence& sequence, Alteration al
 
 namespace {
 
-// Leaves out each run of so many calls without which a difference stays.
+// Leaves out each run of `calls` calls without which a difference remains.
 void leaveOut(Difference& difference, std::size_t calls, Alteration alteration) {
   for (std::size_t start = 0; start + calls <= difference.sequence.size();) {
     auto fewer = difference.sequence;

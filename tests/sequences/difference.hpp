@@ -10,11 +10,11 @@ struct Difference {
   std::string text;
 };
 
-/// What the model of a call is; another one for the tests of the comparison itself.
+/// Changes a call before the model plays it, to test the comparison itself.
 using Alteration = Operation (*)(Operation operation);
 
-/// The calls of a sequence up to the first after which panel and model differ; none when they never do.
-/// `alteration` is done to every call before the model sees it.
+/// The calls of a sequence up to the first after which panel and model differ; nullopt if they never do.
+/// `alteration`, if any, changes every call before the model plays it.
 std::optional<Difference> findDifference(const Sequence& sequence, Alteration alteration = nullptr);
 
 /// The same difference, or another one, in the fewest calls that are found by leaving calls out.

@@ -37,13 +37,13 @@ void select(MenuLook& menu, const std::string& title) {
 
 }  // namespace
 
-// White space, one sign, digits up to the first other character; held within 64 bits.
+// White space, one sign, digits up to the first other character; clamped to 64 bits.
 long long Model::wholeOf(const std::string& text) {
   std::size_t at = 0;
   while (at < text.size() && std::string(" \t\n\v\f\r").find(text[at]) != std::string::npos) ++at;
   const bool negative = at < text.size() && text[at] == '-';
   if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
-  // Counted down: there is one negative number more than there are positive ones.
+  // Computed as a negative number, as there is one more of them than of positive ones.
   constexpr auto kLeast = std::numeric_limits<long long>::min();
   long long value = 0;
   for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
@@ -54,7 +54,7 @@ long long Model::wholeOf(const std::string& text) {
   return value == kLeast ? std::numeric_limits<long long>::max() : -value;
 }
 
-// A stepper holds a number and shows up to 16 digits of it.
+// A stepper shows up to 16 digits of its number.
 std::string Model::shownByStepper(double value) {
   std::array<char, 40> text{};
   std::snprintf(text.data(), text.size(), "%.16g", value);
@@ -66,9 +66,9 @@ std::string Model::word(const Panel& panel, const std::string& key) {
   return entry == panel.bundle->strings.end() ? key : entry->second;
 }
 
-// The lower bound is looked at first; a bound that is none counts as 0.
-std::optional<Model::Number> Model::held(const std::optional<Number>& value, const Text& least,
-                                         const Text& largest) {
+// Checks the lower bound first; a missing bound counts as 0.
+std::optional<Model::Number> Model::clamped(const std::optional<Number>& value, const Text& least,
+                                            const Text& largest) {
   const auto bound = [](const Text& text) {
     return text ? std::optional(Number{wholeOf(*text), *text}) : std::nullopt;
   };
@@ -159,7 +159,7 @@ std::string Model::makePanel(const Operation& operation) {
     } else if (bundle.limit) {
       candidate = Number{wholeOf(*bundle.limit), *bundle.limit};
     }
-    const auto limit = held(candidate, bundle.min, bundle.max);
+    const auto limit = clamped(candidate, bundle.min, bundle.max);
     if (!limit) return "raised";
     made.limits.at(side) = *limit;
   }

@@ -6,15 +6,15 @@
 
 namespace tandemtrim::sequences {
 
-/// The panel's behaviour told a second time, in a few values and with nothing of the panel's own code.
+/// A second description of the panel's behaviour, in a few values and without the panel's own code.
 class Model {
  public:
-  /// Plays one call and tells what is to be seen of it.
+  /// Plays one call; sight() then shows its result.
   void play(const Operation& operation);
   [[nodiscard]] const Sight& sight() const { return sight_; }
 
  private:
-  // A margin as a property list has it, or as a PPD does.
+  // A margin in a property list or a PPD.
   struct Number {
     long long whole = 0;
     std::string text;
@@ -22,15 +22,15 @@ class Model {
   struct Panel {
     const Configuration* bundle;
     std::array<Number, kSides> limits;
-    // Between the request for the view and its end lies a set-up that may raise.
+    // False until the view is set up, and if its set-up has raised.
     bool isSetUp = false;
   };
 
   [[nodiscard]] static long long wholeOf(const std::string& text);
   [[nodiscard]] static std::string shownByStepper(double value);
   [[nodiscard]] static std::string word(const Panel& panel, const std::string& key);
-  [[nodiscard]] static std::optional<Number> held(const std::optional<Number>& value, const Text& least,
-                                                  const Text& largest);
+  [[nodiscard]] static std::optional<Number> clamped(const std::optional<Number>& value, const Text& least,
+                                                     const Text& largest);
 
   [[nodiscard]] std::string run(const Operation& operation);
   [[nodiscard]] std::string makePanel(const Operation& operation);
@@ -52,7 +52,7 @@ class Model {
   Sight sight_;
   std::array<std::optional<Panel>, kPanels> panels_;
   std::array<std::set<std::string>, kJobs> locked_;
-  // The job that the host gives; kJobs for none.
+  // The job that the host returns; kJobs for no job.
   std::size_t job_ = 0;
 };
 

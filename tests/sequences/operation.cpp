@@ -141,7 +141,7 @@ std::string quoted(const std::string& text) {
 Sequence anySequence(Random& random) {
   constexpr std::size_t kLongest = 24;
   Sequence sequence;
-  // Foreign values are there before the panel in some.
+  // Some sequences store foreign values before the panel is made.
   for (auto count = below(random, 4); count > 1; --count) {
     sequence.push_back({Call::store, 0, below(random, kSettings), 0, storedText(random)});
   }

@@ -13,7 +13,7 @@ namespace tandemtrim::sequences {
 enum class Call {
   makePanel,  // number: printer, which: configuration
   dropPanel,
-  refuse,  // a request that gives no panel
+  refuse,  // requests that return no panel
   panelView,
   willShow,
   restore,
@@ -46,7 +46,7 @@ struct Operation {
 using Sequence = std::vector<Operation>;
 using Random = std::mt19937_64;
 
-/// A sequence of calls. Every call may stand anywhere; those that lead somewhere stand there more often.
+/// A sequence of calls. Any call may be at any place; those that have an effect there are more frequent.
 Sequence anySequence(Random& random);
 
 /// The call in words.

@@ -5,14 +5,14 @@
 namespace tandemtrim::sequences {
 namespace {
 
-// The number in an environment variable, or another one without it.
+// The number in an environment variable, or `otherwise` without it.
 std::uint64_t fromEnvironment(const char* name, std::uint64_t otherwise) {
   const char* given = std::getenv(name);
   return given == nullptr ? otherwise : std::stoull(given);
 }
 
-// Each sequence has a seed of its own, the first one's and those after it, so that one is repeated alone by
-// TANDEM_TRIM_SEED=... TANDEM_TRIM_SEQUENCES=1.
+// Each sequence has its own seed, counted up from the first one, so that TANDEM_TRIM_SEED=...
+// TANDEM_TRIM_SEQUENCES=1 repeats a single sequence.
 TEST(Sequences, PanelAndModelAreTheSameAfterEachCallOfAnySequence) {
   const auto seed = fromEnvironment("TANDEM_TRIM_SEED", std::random_device{}());
   const auto count = fromEnvironment("TANDEM_TRIM_SEQUENCES", TANDEM_TRIM_SEQUENCES);
@@ -28,7 +28,7 @@ TEST(Sequences, PanelAndModelAreTheSameAfterEachCallOfAnySequence) {
   std::cout << count << " sequences of " << calls << " calls from seed " << seed << '\n';
 }
 
-// A model that is told of another button than the one that was clicked.
+// Has the model click another button than the panel.
 Operation misled(Operation operation) {
   if (operation.call == Call::clickDefault) operation.call = Call::clickCheck;
   return operation;

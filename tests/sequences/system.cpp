@@ -64,7 +64,7 @@ std::shared_ptr<const platform::Dictionary> settingInfo(const Configuration& bun
   }));
 }
 
-// Everything that is made from text, made once.
+// Bundles, plug-ins and PPD files are made once for all sequences.
 class MemoryBundle : public platform::Bundle {
  public:
   explicit MemoryBundle(std::size_t number) : configuration_(configurations().at(number)), number_(number) {}
@@ -214,7 +214,7 @@ bool act(const Operation& operation, memory::Panel& user) {
 
 }  // namespace
 
-// The host of one panel; the job that it gives may be another one later.
+// The host of one panel; its job may change later.
 struct System::Host : platform::HostCallback {
   explicit Host(std::shared_ptr<Host> master, std::size_t printer)
       : master_(std::move(master)), ppd_(ppd(printer)) {}

@@ -8,12 +8,12 @@
 
 namespace tandemtrim::sequences {
 
-/// The panel itself, asked as a host asks it.
+/// The panel itself, called as a host calls it.
 class System {
  public:
   System();
 
-  /// Plays one call and gives what is to be seen of it.
+  /// Plays one call; sight() then shows its result.
   void play(const Operation& operation);
   [[nodiscard]] const Sight& sight() const { return sight_; }
 
@@ -21,7 +21,7 @@ class System {
   struct Host;
   struct Opened {
     std::unique_ptr<platform::PanelList> panels;
-    // Null until a host has asked for it.
+    // Null until a host requests it.
     platform::View* view = nullptr;
   };
 

@@ -27,7 +27,7 @@ std::vector<Configuration> makeConfigurations() {
   Configuration ordinary;
   ordinary.strings = ordinaryStrings();
   std::vector<Configuration> made(13, ordinary);
-  // A minimum above 0, and bounds of which one is no whole number.
+  // A minimum above 0, and bounds that are no whole numbers.
   made[1].min = "5";
   made[2].min = "2.5";
   made[2].max = "40.75";
@@ -40,7 +40,7 @@ std::vector<Configuration> makeConfigurations() {
   made[4].defaults[4] = "-7";
   // Nothing to fall back on where the PPD has no limit.
   made[5].limit = std::nullopt;
-  // Without words; with the same words for different things.
+  // Without texts; with the same texts for different keys.
   made[6].strings.clear();
   made[7].strings["Left"] = made[7].strings["Center"];
   made[7].strings["ShortEdgeFeed"] = made[7].strings["LongEdgeFeed"];
@@ -50,11 +50,11 @@ std::vector<Configuration> makeConfigurations() {
   made[8].keys = {"a", "b", "c", "d", "e", "f", ""};
   made[8].defaults = {"On", "ShortEdgeFeed", "Nowhere", "0", "100", "-1", "12"};
   made[8].kind = std::nullopt;
-  // Tokens: the minimum's brings the maximum's along; none at all to replace.
+  // Tokens: the minimum's is a part of the maximum's usual one; an empty one.
   made[9].minToken = "[max";
   made[9].maxToken = "]";
   made[10].minToken = "";
-  // What lets no panel be made, and no view be set up.
+  // No panel can be made; no view can be set up.
   made[11].defaults[5] = std::nullopt;
   made[12].min = std::nullopt;
   return made;

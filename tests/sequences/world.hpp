@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-/// What a sequence of calls happens in, and what can be seen of it. Both sides, the panel and its model, are
-/// given the one and show the other.
+/// The bundles, printers and jobs of a sequence of calls, and what can be seen after a call. The panel and
+/// its model have both in common.
 namespace tandemtrim::sequences {
 
 inline constexpr std::size_t kSettings = 7;
@@ -19,7 +19,7 @@ inline constexpr std::size_t kJobs = 2;
 
 using Text = std::optional<std::string>;
 
-/// A bundle: what its property list and its string table say. Numbers stand as they are written there.
+/// A bundle: the content of its property list and its string table. Numbers are texts as written there.
 struct Configuration {
   std::array<Text, kSettings> defaults{"Off", "LongEdgeFeed", "Center", "5", "6", "7", "8"};
   std::array<Text, kSettings> keys{"MVTandemTrim", "MVImageDirectionPriority", "MVPrintPosition",
@@ -34,8 +34,8 @@ struct Configuration {
   std::map<std::string, std::string> strings;
 };
 
-/// A printer: the largest margin of each side as its PPD has it, in the order top, bottom, left, right; none
-/// for an attribute that it lacks.
+/// A printer: the largest margin of each side as its PPD has it, in the order top, bottom, left, right;
+/// nullopt for an attribute that it lacks.
 using Printer = std::array<Text, kSides>;
 
 /// The bundles and printers among which sequences choose.
@@ -78,9 +78,9 @@ using Job = std::vector<std::pair<std::string, std::string>>;
 
 /// All that can be seen after a call.
 struct Sight {
-  /// What the call gave: a text for each kind of result, "raised" for an exception.
+  /// The result of the call as a text; "raised" for an exception.
   std::string result;
-  /// By panel; none without a panel or before its view was asked for.
+  /// By panel; nullopt without a panel or before its view is requested.
   std::array<std::optional<Look>, kPanels> looks;
   std::array<Job, kJobs> jobs;
   bool operator==(const Sight&) const = default;

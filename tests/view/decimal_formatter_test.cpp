@@ -32,7 +32,7 @@ TEST(DecimalFormatter, WritesTheIntegerValueInPlainDigits) {
   }
 }
 
-TEST(DecimalFormatter, WritesZeroForNone) {
+TEST(DecimalFormatter, WritesZeroForNull) {
   EXPECT_EQ(MorvaTTDecimalFormatterKV2().stringForObjectValue(nullptr), "0");
 }
 

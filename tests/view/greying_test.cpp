@@ -7,7 +7,7 @@ namespace {
 
 using testing::IsEmpty;
 
-// What the 21 dependent controls are told, in order.
+// The calls to the 21 dependent controls, in order.
 Log greying(bool live) {
   const std::string enabled = live ? " enabled=true" : " enabled=false";
   const std::string color = live ? " color=black" : " color=gray";
@@ -30,7 +30,7 @@ Log greying(bool live) {
 
 class Greying : public ViewTest {};
 
-TEST_F(Greying, TellsTheDependentControlsInOrderAndNeverTheCheckBox) {
+TEST_F(Greying, ChangesTheDependentControlsInOrderAndNeverTheCheckBox) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   const std::pair<int, bool> states[] = {{1, true}, {0, false}, {-1, false}, {2, false}};
   for (const auto& [state, live] : states) {
@@ -50,7 +50,7 @@ TEST_F(Greying, FollowsTheCheckBoxAtItsActionWithoutStoringIt) {
   EXPECT_THAT(settings().log, IsEmpty());
 }
 
-TEST_F(Greying, WaitsForTheViewInAnUpdate) {
+TEST_F(Greying, IsLeftOutOfAnUpdateBeforeTheViewIsSetUp) {
   connectOutlets();
   controller->updateView();
   EXPECT_THAT(log, IsEmpty());
@@ -71,7 +71,7 @@ TEST_F(Greying, ComesWithAnUpdateAndNotWithARestore) {
   EXPECT_EQ(log, greying(true));
 }
 
-TEST_F(Greying, RaisesBeforeItTellsAnyControlWhereOneIsMissing) {
+TEST_F(Greying, RaisesBeforeItChangesAnyControlWhereOneIsMissing) {
   connectOutlets();
   controller->setLabelMarginLimitRight(nullptr);
   EXPECT_THROW(controller->TTVCGreyView(), std::invalid_argument);

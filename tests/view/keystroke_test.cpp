@@ -8,7 +8,7 @@ namespace {
 
 class Keystroke : public CoreTest {
  protected:
-  // Limits of 15 digits, so that what is typed is not cut short.
+  // Limits of 15 digits, so that typed numbers are not clamped.
   void SetUp() override {
     scene.settingInfo["DefaultValue.MarginMax"] = "<integer>999999999999999</integer>";
     for (auto& [keyword, value] : *scene.ppdAttributes) value = "999999999999999";
@@ -34,7 +34,7 @@ TEST_F(Keystroke, AllocatesNothingForUpToFifteenDigits) {
   }
 }
 
-TEST_F(Keystroke, AllocatesNothingWhereTheNumberIsHeldAtABound) {
+TEST_F(Keystroke, AllocatesNothingWhereTheNumberIsClamped) {
   const auto& box = controller->textBoxMarginTop();
   box->setValueRange(number(5), platform::makeObject(50.5));
   for (const char* text : {"1", "99", "999999999999999"}) {
@@ -45,7 +45,7 @@ TEST_F(Keystroke, AllocatesNothingWhereTheNumberIsHeldAtABound) {
   EXPECT_EQ(view->control("Top").text, "50.5");
 }
 
-TEST_F(Keystroke, IsCountedByThisTest) {
+TEST_F(Keystroke, AllocatesForFortyDigitsSoTheCounterWorks) {
   const auto before = heap().allocations;
   view->type("Top", std::string(40, '9'));
   EXPECT_GT(heap().allocations, before);

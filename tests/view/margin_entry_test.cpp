@@ -21,7 +21,7 @@ TEST(DigitString, RemovesDigitsOfOtherScriptsAndHalvesOfCharacters) {
   for (const auto& [text, digits] : texts) EXPECT_EQ(digitString(text), digits) << text;
 }
 
-TEST(DigitString, PassesANulByteOver) { EXPECT_EQ(digitString({'1', '\0', '2'}), "12"); }
+TEST(DigitString, SkipsANulByte) { EXPECT_EQ(digitString({'1', '\0', '2'}), "12"); }
 
 TEST(DigitTest, AcceptsDigitsToTheEndAndTheEmptyText) {
   for (const char* text : {"", "0", "9", "12", "0123456789"}) EXPECT_TRUE(isDigitChar(text)) << text;
@@ -33,7 +33,7 @@ TEST(DigitTest, RejectsATextWithAnythingElse) {
   }
 }
 
-TEST(DigitTest, TakesTenOfAllBytesForDigits) {
+TEST(DigitTest, AcceptsTenOfAllBytes) {
   std::string digits;
   for (int byte = 0; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));

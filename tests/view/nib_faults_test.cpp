@@ -10,7 +10,7 @@ using testing::IsNull;
 
 class NibFaults : public ViewTest {
  protected:
-  // A set-up that broke off leaves a view that shows nothing, stores nothing and hears nothing.
+  // Expects a failed set-up to leave a view that shows nothing, stores nothing and observes nothing.
   void expectSilentView() {
     EXPECT_FALSE(controller->viewIsInited());
     EXPECT_THAT(center.subscriptions, IsEmpty());
@@ -55,7 +55,7 @@ TEST_F(NibFaults, AbortTheSetUpWithoutTheNib) {
   EXPECT_EQ(std::ranges::count(log, "load TandemTrim"), 2);
 }
 
-TEST_F(NibFaults, GiveNoViewButASetUpWhenOnlyTheViewIsMissing) {
+TEST_F(NibFaults, ReturnNoViewButCompleteTheSetUpWhenOnlyTheViewIsMissing) {
   makeController();
   missingOutlets.insert("tandemTrimView");
   EXPECT_THAT(controller->panelViewWithNibName("TandemTrim"), IsNull());
@@ -66,7 +66,7 @@ TEST_F(NibFaults, GiveNoViewButASetUpWhenOnlyTheViewIsMissing) {
   EXPECT_EQ(nib.margins[kTop].textBox.text, "5");
 }
 
-// What was loaded before stays: its boxes are still subscribed to and its controls may still be connected.
+// Earlier nibs stay: their boxes are still subscribed to and their controls may still be connected.
 TEST_F(NibFaults, LoadAgainWhileTheViewIsMissingAndKeepEveryLoadedNib) {
   makeController();
   missingOutlets.insert("tandemTrimView");
@@ -115,7 +115,7 @@ TEST_F(NibFaults, LeaveNoSubscriptionBehindWhenOneIsRefused) {
   }
 }
 
-TEST_F(NibFaults, LeaveTheSubscriptionsOfAnEarlierSetUpWhenALaterOneBreaksOff) {
+TEST_F(NibFaults, LeaveTheSubscriptionsOfAnEarlierSetUpWhenALaterOneFails) {
   for (const std::size_t capacity : {4U, 5U, 7U}) {
     makeController();
     missingOutlets.insert("tandemTrimView");
@@ -150,8 +150,8 @@ struct Entry {
   const char* value;
 };
 
-// The panel itself can be made with these; its labels cannot.
-TEST_F(NibFaults, BeginAtTheLabelsWhereTheRangeCannotBeWritten) {
+// With these entries the panel itself can be made, but not its labels.
+TEST_F(NibFaults, AbortTheSetUpAtTheLabelsWhereTheRangeCannotBeWritten) {
   const Entry entries[] = {{"DefaultValue.MarginMin", "<string>0</string>"},
                            {"DefaultValue.MarginMin", nullptr},
                            {"Wording.MinLabelForValueRange", nullptr},

@@ -8,7 +8,7 @@ using testing::IsNull;
 
 using Controller = MorvaTTViewControllerKV2;
 
-// How a controller gives an outlet, and how it takes one.
+// The getter and the setter of an outlet.
 struct Accessors {
   platform::NibObject* (*get)(const Controller&);
   void (*set)(Controller&, platform::NibObject*);
@@ -92,7 +92,7 @@ TEST_F(Outlets, ReferToWhatTheirSetterIsGiven) {
   expectOutletsEmptyExcept("");
 }
 
-TEST_F(Outlets, StayAsTheyAreForAnUnknownNameNoneOrAnObjectOfAnotherClass) {
+TEST_F(Outlets, StayUnchangedForAnUnknownNameNullOrAnObjectOfAnotherClass) {
   controller->setOutlet("viewIsInited", &nib.labelPosition);
   controller->setOutlet("", &nib.labelPosition);
   expectOutletsEmptyExcept("");
@@ -105,7 +105,7 @@ TEST_F(Outlets, StayAsTheyAreForAnUnknownNameNoneOrAnObjectOfAnotherClass) {
   expectOutletsEmptyExcept("");
 }
 
-TEST_F(Outlets, KeepTheirObjectWhenNoneIsConnectedLater) {
+TEST_F(Outlets, KeepTheirObjectWhenNullIsConnectedLater) {
   controller->setOutlet("labelPosition", &nib.labelPosition);
   controller->setOutlet("labelPosition", nullptr);
   EXPECT_EQ(controller->labelPosition(), &nib.labelPosition);
@@ -122,7 +122,7 @@ class Actions : public ViewTest {
   }
 };
 
-TEST_F(Actions, OfTheCheckBoxGreyWhateverSentThemEvenBeforeTheViewIsSetUp) {
+TEST_F(Actions, OfTheCheckBoxGreyForAnySenderEvenBeforeTheViewIsSetUp) {
   ASSERT_FALSE(controller->viewIsInited());
   controller->performAction("changeTandemTrimValid:", &nib.defaultButton);
   controller->performAction("changeTandemTrimValid:", nullptr);

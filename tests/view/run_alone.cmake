@@ -1,4 +1,4 @@
-# Runs PROGRAM and looks at the shared libraries that it needs: the C and C++ run time, and a sanitizer's when built with one.
+# Runs PROGRAM. Fails if it needs shared libraries other than the C and C++ run time and a sanitizer's.
 execute_process(COMMAND ${PROGRAM} COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ldd ${PROGRAM} OUTPUT_VARIABLE libraries COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "[^\n]+" libraries "${libraries}")

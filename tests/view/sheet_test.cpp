@@ -113,13 +113,13 @@ TEST(ContentInMargins, IsAsDeepAsItReachesIntoEachOfThem) {
   EXPECT_EQ(contentInMargins(withContent({22, 24, 16, 18})), (Depths{1, 2, 3, 4}));
 }
 
-TEST(ContentInMargins, CountsEachMillimetreThatItBegins) {
+TEST(ContentInMargins, IsRoundedUpToWholeMillimetres) {
   for (const auto& [margin, depth] : {std::pair{21.0, 0}, {21.2, 1}, {22.0, 1}, {22.3, 2}, {24.0, 3}})
     EXPECT_EQ(contentInMargins(withContent({margin, 0, 0, 0})).at(0), depth) << margin;
 }
 
 // A page of 595 x 842 points on a sheet of 210 x 297 mm begins 0.05 mm away from its edge.
-TEST(ContentInMargins, IsNoneOfAPageThatEndsAtThem) {
+TEST(ContentInMargins, IsZeroForAPageThatEndsAtThem) {
   for (const double difference : {0.09, -0.09}) {
     auto sheet = withContent({21, 22, 13, 14});
     sheet.width += difference;
@@ -135,7 +135,7 @@ TEST(ContentInMargins, IsNoDeeperThanThereIsContent) {
   EXPECT_EQ(contentInMargins(withContent({999, 999, 999, 999})), (Depths{254, 254, 183, 183}));
 }
 
-TEST(ContentInMargins, IsNoneWithoutAPageOrContent) {
+TEST(ContentInMargins, IsZeroWithoutAPageOrContent) {
   auto sheet = withContent({99, 99, 99, 99});
   sheet.page->empty.reset();
   EXPECT_EQ(contentInMargins(sheet), (std::array<long, 4>{}));
@@ -143,7 +143,7 @@ TEST(ContentInMargins, IsNoneWithoutAPageOrContent) {
   EXPECT_EQ(contentInMargins(sheet), (std::array<long, 4>{}));
 }
 
-TEST(SheetLayout, SendsTheChosenEdgeAhead) {
+TEST(SheetLayout, PointsTheArrowAheadOfTheChosenEdge) {
   const auto goesUp = [](double width, double height, Feed feed) {
     const auto layout = layOut({.width = width, .height = height, .feed = feed}, kWidth, kHeight);
     const auto& [tail, head] = *layout.feed;

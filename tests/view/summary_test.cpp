@@ -30,7 +30,7 @@ TEST_F(SummaryInfo, RestoresAndListsTheOnOffSettingOnlyWhileItIsOff) {
   EXPECT_THAT(settings().log, ElementsAre("get MVTandemTrim"));
 }
 
-TEST_F(SummaryInfo, TakesAnythingButExactlyOnForOffAndShowsItLocalized) {
+TEST_F(SummaryInfo, CountsAnythingButExactlyOnAsOffAndShowsItLocalized) {
   makeController();
   bundle->strings["on"] = "almost";
   settings().values["MVTandemTrim"] = "on";
@@ -66,7 +66,7 @@ TEST_F(SummaryInfo, ShowsMarginsAsTheyAreStoredNeverTheirLocalizedText) {
   EXPECT_EQ(texts.at("Before"), "");
 }
 
-TEST_F(SummaryInfo, ReadsDefaultsWhereTheJobHoldsNothing) {
+TEST_F(SummaryInfo, ReadsDefaultsWhereTheJobHasNoSettings) {
   makeController();
   settings().values = {{"MVTandemTrim", "On"}};
   EXPECT_EQ(summary().at("Above"), "5");
@@ -81,7 +81,7 @@ TEST_F(SummaryInfo, LetsALaterRowReplaceOneOfTheSameTitle) {
   EXPECT_EQ(summary().at(kOrder), "Which Way,Where,Edge,Below,Before,Edge,");
 }
 
-TEST_F(SummaryInfo, PutsStoredValuesBackIntoTheControlsWithoutGreyingThemAnew) {
+TEST_F(SummaryInfo, RestoresStoredValuesInTheControlsWithoutGreyingThemAnew) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   nib.margins[kTop].textBox.text = "typed";
   nib.tandemTrimValid.current = 1;
@@ -96,7 +96,7 @@ TEST_F(SummaryInfo, PutsStoredValuesBackIntoTheControlsWithoutGreyingThemAnew) {
   EXPECT_EQ(nib.margins[kTop].stepper.text, "5");
 }
 
-TEST_F(SummaryInfo, IsTheHostsOwnAndFollowsTheSettings) {
+TEST_F(SummaryInfo, MayBeChangedByTheHostAndFollowsTheSettings) {
   scene.stored["MVTandemTrim"] = "On";
   makeController();
   auto first = controller->summaryInfoWithDispOrderKey(kOrder);

@@ -10,7 +10,7 @@ using testing::IsEmpty;
 
 class TextChange : public ViewTest {
  protected:
-  // A user's edit: the box holds the text, and whoever subscribed to it is told.
+  // A user's edit: sets the box's text and notifies its subscribers.
   void edit(RecordingTextBox& box, const std::string& text) {
     box.text = text;
     forget();
@@ -30,7 +30,7 @@ TEST_F(TextChange, CorrectsTheBoxAndThenShowsTheNumberInItsMarginsControls) {
                                "stepperMarginRight text=10"));
 }
 
-TEST_F(TextChange, WritesACleanTextBackToo) {
+TEST_F(TextChange, WritesALegalTextBackToo) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   edit(nib.margins[kLeft].textBox, "20");
   EXPECT_THAT(log, ElementsAre("textBoxMarginLeft text=20", "textBoxMarginLeft text=20",
@@ -64,8 +64,8 @@ TEST_F(TextChange, LeavesANumberInTheRange) {
   }
 }
 
-// The bound goes on as it is, not as a new number.
-TEST_F(TextChange, PassesTheVeryBoundOn) {
+// The bound's object itself is passed on, not a new number.
+TEST_F(TextChange, PassesOnTheBoundsObject) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
   ASSERT_NO_FATAL_FAILURE(loadView());
   edit(nib.margins[kTop].textBox, "1");
@@ -86,7 +86,7 @@ TEST_F(TextChange, OnlyCorrectsABoxThatIsNoMarginBox) {
   }
 }
 
-TEST_F(TextChange, DoesNothingForAnObjectThatIsNoTextBoxOrNone) {
+TEST_F(TextChange, DoesNothingForNullOrAnObjectThatIsNoTextBox) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   forget();
   const std::initializer_list<platform::NibObject*> objects{nullptr, &nib.tandemTrimView,
@@ -105,7 +105,7 @@ TEST_F(TextChange, FindsTheTicketByTheIdentifierOfTheBox) {
       log, ElementsAre("textBoxMarginTop text=9", "textBoxMarginRight text=9", "stepperMarginRight text=9"));
 }
 
-TEST_F(TextChange, ReadsTheRangeThatTheBoxHoldsItself) {
+TEST_F(TextChange, UsesTheBoxsOwnRange) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   nib.margins[kTop].textBox.setValueRange(number(30), number(33));
   edit(nib.margins[kTop].textBox, "99");
@@ -121,7 +121,7 @@ TEST_F(TextChange, RaisesForABoxWithoutTheBoundThatItNeeds) {
   EXPECT_EQ(box.text, "7");
 }
 
-TEST_F(TextChange, IsNotCausedByWhatTheProgramPutsIntoABox) {
+TEST_F(TextChange, IsNotCausedByTheProgramsOwnChanges) {
   scene.stored["MVTopMargin"] = "777";
   ASSERT_NO_FATAL_FAILURE(loadView());
   controller->restoreNonPPDSettingsFromPrintSettings();

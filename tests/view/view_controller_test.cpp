@@ -60,7 +60,7 @@ TEST_F(ViewController, ReportsSuccessWhereThePrintSettingsFail) {
   EXPECT_TRUE(controller->saveNonPPDSettingsToPrintSettings());
 }
 
-TEST_F(ViewController, EndsItsFourSubscriptionsAndNoOtherWhenItGoes) {
+TEST_F(ViewController, EndsItsFourSubscriptionsAndNoOtherWhenItIsDestroyed) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   int other = 0;
   center.addObserver(

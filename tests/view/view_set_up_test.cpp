@@ -14,7 +14,7 @@ using testing::UnorderedElementsAre;
 
 class ViewSetUp : public ViewTest {
  protected:
-  // So many lines of the log from `first` on.
+  // `count` lines of the log from `first` on.
   [[nodiscard]] std::span<const std::string> lines(std::size_t first, std::size_t count) const {
     return std::span(log).subspan(first, count);
   }
@@ -64,7 +64,7 @@ TEST_F(ViewSetUp, NeitherRestoresNorGreysNorStores) {
   EXPECT_THAT(settings().log, IsEmpty());
 }
 
-TEST_F(ViewSetUp, CallsTheViewSetUpOnlyAtItsVeryEnd) {
+TEST_F(ViewSetUp, MarksTheViewAsSetUpOnlyAtItsEnd) {
   connectOutlets();
   controller->TTVCInitializeLabel();
   controller->TTVCInitializePopUp();
@@ -94,7 +94,7 @@ TEST_F(ViewSetUp, RegistersTheControlsOfEachTicketTheTextBoxBeforeItsStepper) {
               ElementsAre(&nib.margins[kRight].textBox, &nib.margins[kRight].stepper));
 }
 
-TEST_F(ViewSetUp, GivesEachBoxTheVeryMinimumAndLimitAsItsRange) {
+TEST_F(ViewSetUp, UsesTheObjectsOfTheMinimumAndTheLimitAsEachBoxsRange) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   const std::pair<const RecordingTextBox*, const char*> boxes[] = {{&nib.margins[kTop].textBox, "Top"},
                                                                    {&nib.margins[kBottom].textBox, "Bottom"},
@@ -149,7 +149,7 @@ struct RangeText {
   const char* text;
 };
 
-TEST_F(ViewSetUp, PutsTheMinimumIntoTheRangeTextAndThenTheMaximumIntoTheResult) {
+TEST_F(ViewSetUp, ReplacesTheMinimumsTokenInTheRangeTextBeforeTheMaximums) {
   const RangeText texts[] = {
       {"[min]-[max]", "[min]", "[max]", "mm   0-50"},
       {"[max] [min] [max] [min]", "[min]", "[max]", "mm   50 0 50 0"},

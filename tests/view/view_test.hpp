@@ -7,7 +7,7 @@
 
 namespace tandemtrim::test {
 
-/// A test of a view controller on recordings.
+/// A test of a view controller on controls that record their calls.
 class ViewTest : public RecordingPlatformTest {
  protected:
   void makeController() {
@@ -25,7 +25,7 @@ class ViewTest : public RecordingPlatformTest {
     makeController();
     for (const auto& [outlet, object] : nib.outlets()) controller->setOutlet(outlet, object);
   }
-  /// Forgets what was written down up to now.
+  /// Clears all logs.
   void forget() {
     log.clear();
     settings().log.clear();

@@ -67,7 +67,7 @@ TEST_F(CommonInfo, WritesNothingIntoThePrintSettings) {
   EXPECT_THAT(settings().log, IsEmpty());
 }
 
-TEST_F(CommonInfo, AsksForTextsOfTheDefaultTableWithNoOtherTextToFallBackOn) {
+TEST_F(CommonInfo, RequestsTextsOfTheDefaultTableWithoutAFallback) {
   const auto info = makeCommonInfo();
   bundle->log.clear();
   EXPECT_EQ(info->localizedString("TopMargin"), "Above");
@@ -75,7 +75,7 @@ TEST_F(CommonInfo, AsksForTextsOfTheDefaultTableWithNoOtherTextToFallBackOn) {
   EXPECT_THAT(bundle->log, ElementsAre(R"(text of "TopMargin" or "")", R"(text of "Missing" or "")"));
 }
 
-TEST_F(CommonInfo, HandsOutThePrintSettingsThatTheHostGivesNow) {
+TEST_F(CommonInfo, ReturnsTheHostsCurrentPrintSettings) {
   const auto info = makeCommonInfo();
   EXPECT_EQ(info->currentPrintSettings(), &settings());
   FakePrintSettings other;
@@ -118,7 +118,7 @@ const Question kQuestions[] = {
      [](const Info& info) { return info.maxLabelForIntegerValueRange(); }},
 };
 
-TEST_F(CommonInfo, AnswersEachQuestionWithTheVeryObjectOfThePropertyList) {
+TEST_F(CommonInfo, AnswersEachQuestionWithTheObjectOfThePropertyList) {
   const auto info = makeCommonInfo();
   for (const auto& [mainKey, subKey, ask] : kQuestions) {
     const auto main = platform::find(*info->settingInfoDictionary(), mainKey);
@@ -128,7 +128,7 @@ TEST_F(CommonInfo, AnswersEachQuestionWithTheVeryObjectOfThePropertyList) {
   }
 }
 
-TEST_F(CommonInfo, HandsOutObjectsOfAnyKindUnconverted) {
+TEST_F(CommonInfo, ReturnsObjectsOfAnyKindUnconverted) {
   for (const auto& [mainKey, subKey, ask] : kQuestions) {
     if (std::string_view(subKey).starts_with("MarginM")) continue;
     scene.settingInfo[std::string(mainKey) + '.' + subKey] = "<array/>";
@@ -141,7 +141,7 @@ TEST_F(CommonInfo, HandsOutObjectsOfAnyKindUnconverted) {
   EXPECT_EQ(*info->defaultMarginLimit()->as<std::string>(), "30");
 }
 
-TEST_F(CommonInfo, IsReadyAndAnswersNoneWhereThePropertyListLacksEveryEntry) {
+TEST_F(CommonInfo, IsReadyAndReturnsNullWhereThePropertyListLacksEveryEntry) {
   for (auto& [keyword, value] : *scene.ppdAttributes) value = "0";
   const char* lists[] = {
       "<plist><dict/></plist>",

@@ -28,7 +28,7 @@ class MarginLimits : public CoreTest {
   }
 };
 
-TEST_F(MarginLimits, StandAloneUnderLimitInTheEntryOfEachSide) {
+TEST_F(MarginLimits, AreTheOnlyObjectsInTheEntriesOfTheSides) {
   const auto info = makeCommonInfo();
   const std::pair<const char*, std::int64_t> limits[] = {
       {"Top", 50}, {"Bottom", 40}, {"Left", 20}, {"Right", 10}};
@@ -41,7 +41,7 @@ TEST_F(MarginLimits, StandAloneUnderLimitInTheEntryOfEachSide) {
   }
 }
 
-TEST_F(MarginLimits, AreAnsweredFromTheStoredDictionaryItself) {
+TEST_F(MarginLimits, AreReadFromTheStoredDictionaryItself) {
   const auto info = makeCommonInfo();
   const auto limit = number(3);
   info->marginInfoDictionary()["Inner"] = makeObject(Dictionary{{"Limit", limit}});
@@ -59,7 +59,7 @@ TEST_F(MarginLimits, ReplaceEarlierEntriesWhenTheyAreRegisteredAnew) {
   EXPECT_EQ(info->marginLimit("Top")->integerValue(), 50);
 }
 
-TEST_F(MarginLimits, AreTheVeryBoundsThatAPpdValuePasses) {
+TEST_F(MarginLimits, AreTheBoundsObjectsForPpdValuesBeyondThem) {
   const std::string nines(20, '9');
   for (const std::string& value : {std::string("61"), nines, '+' + nines}) {
     const auto info = makeCommonInfoWithTop(value);
@@ -71,15 +71,15 @@ TEST_F(MarginLimits, AreTheVeryBoundsThatAPpdValuePasses) {
   }
 }
 
-TEST_F(MarginLimits, AreTheVeryLimitOfThePropertyListWhereThePpdHasNone) {
+TEST_F(MarginLimits, AreThePropertyListsObjectWhereThePpdHasNone) {
   scene.ppdAttributes.reset();
   const auto info = makeCommonInfo();
   for (const char* name : {"Top", "Bottom", "Left", "Right"})
     EXPECT_EQ(info->marginLimit(name), info->defaultMarginLimit());
 }
 
-// libcups reads no such attribute, but the file is the host's.
-TEST_F(MarginLimits, TakeAPpdAttributeWithoutAValueForMissing) {
+// libcups reads no such attribute, but the host may hand over one.
+TEST_F(MarginLimits, CountAPpdAttributeWithoutAValueAsMissing) {
   openJob();
   auto& value = ppdFindAttr(callback->ppd.get(), kTopMaximum, nullptr)->value;
   auto* const read = std::exchange(value, nullptr);
@@ -88,14 +88,14 @@ TEST_F(MarginLimits, TakeAPpdAttributeWithoutAValueForMissing) {
   EXPECT_EQ(info->marginLimit("Top"), info->defaultMarginLimit());
 }
 
-TEST_F(MarginLimits, AreTheVeryMinimumWhereNeitherNamesOne) {
+TEST_F(MarginLimits, AreTheMinimumsObjectWhereNeitherNamesOne) {
   scene.ppdAttributes->erase(kTopMaximum);
   scene.settingInfo.erase("DefaultValue.MarginLimit");
   const auto info = makeCommonInfo();
   EXPECT_EQ(info->marginLimit("Top"), info->defaultMarginMin());
 }
 
-TEST_F(MarginLimits, CanBeAStringOfThePropertyListWithItsIdentity) {
+TEST_F(MarginLimits, CanBeAStringObjectOfThePropertyList) {
   scene.settingInfo["DefaultValue.MarginMax"] = "<string>45 mm</string>";
   const auto info = makeCommonInfo();
   EXPECT_EQ(info->marginLimit("Top"), info->defaultMarginMax());
@@ -111,7 +111,7 @@ TEST_F(MarginLimits, AreReadOnceWhenTheCommonInfoIsMade) {
   EXPECT_EQ(info->marginLimit("Top"), limit);
 }
 
-TEST_F(MarginLimits, RaiseWhenTheyComeOutAsNone) {
+TEST_F(MarginLimits, RaiseWhereTheyWouldBeAMissingBound) {
   struct Lack {
     std::vector<const char*> missing;
     const char* ppdValue;
@@ -133,7 +133,7 @@ TEST_F(MarginLimits, RaiseWhenTheyComeOutAsNone) {
   }
 }
 
-TEST_F(MarginLimits, OfANumberInBoundsAreThatVeryObject) {
+TEST_F(MarginLimits, OfANumberWithinTheBoundsAreThatObject) {
   const auto info = makeCommonInfo();
   const ObjectRef candidates[] = {number(0),        number(1),          number(60),
                                   makeObject(60.9), makeObject("12mm"), makeObject(true)};
@@ -141,7 +141,7 @@ TEST_F(MarginLimits, OfANumberInBoundsAreThatVeryObject) {
   EXPECT_EQ(info->TTCIVerifyMarginLimit(nullptr), info->defaultMarginMin());
 }
 
-TEST_F(MarginLimits, LookAtTheMinimumFirstWhereTheBoundsCross) {
+TEST_F(MarginLimits, CheckTheMinimumFirstWhereTheBoundsCross) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<integer>20</integer>";
   scene.settingInfo["DefaultValue.MarginMax"] = "<integer>10</integer>";
   const auto info = makeCommonInfo();
@@ -153,7 +153,7 @@ TEST_F(MarginLimits, LookAtTheMinimumFirstWhereTheBoundsCross) {
   }
 }
 
-TEST_F(MarginLimits, CountAMissingBoundAsZeroAndHandItBackAsNone) {
+TEST_F(MarginLimits, CountAMissingBoundAsZeroAndReturnNullForIt) {
   scene.settingInfo.erase("DefaultValue.MarginMin");
   scene.settingInfo.erase("DefaultValue.MarginMax");
   for (auto& [keyword, value] : *scene.ppdAttributes) value = "0";
@@ -170,7 +170,7 @@ TEST_F(MarginLimits, ComeFromTheFirstPpdAttributeOfTheirKeyword) {
   EXPECT_THAT(info->TTCIPpdFindAttribute(kTopMaximum), Optional(std::string("25")));
 }
 
-TEST_F(MarginLimits, ComeFromThePpdAttributesTextAsItStands) {
+TEST_F(MarginLimits, ComeFromTheUnchangedTextOfThePpdAttribute) {
   for (const std::string value : {"25", " 25mm", "", "abc", "\xC3\xA4"}) {
     EXPECT_EQ(makeCommonInfoWithTop(value)->TTCIPpdFindAttribute(kTopMaximum), value);
   }
@@ -180,7 +180,7 @@ TEST_F(MarginLimits, ComeFromThePpdAttributesTextAsItStands) {
   EXPECT_EQ(makeCommonInfo()->TTCIPpdFindAttribute(kTopMaximum), std::nullopt);
 }
 
-TEST_F(MarginLimits, TakeAnEmptyPpdValueForZeroAndOneThatIsNotUtf8ForMissing) {
+TEST_F(MarginLimits, CountAnEmptyPpdValueAsZeroAndOneThatIsNotUtf8AsMissing) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<integer>2</integer>";
   const auto empty = makeCommonInfoWithTop("");
   EXPECT_EQ(empty->marginLimit("Top"), empty->defaultMarginMin());
