@@ -25,7 +25,7 @@ def until(look, what):
     return patience.until(found, what)
 
 
-def meant(node):
+def title_of(node):
     """The title that a user reads: the toolkit names a button with a mnemonic "_Print Print"."""
     name = node.name.replace("_", "")
     half = name[: len(name) // 2]
@@ -73,8 +73,8 @@ class PrintDialog:
         """The node of this role with this name, else the first whose name or description contains it, else None."""
         roles = ENTRIES if role == "entry" else {role}
         nodes = [node for node in self.nodes() if node.role in roles]
-        named = (node for node in nodes if meant(node) == name)
-        holding = (node for node in nodes if name in meant(node) or name in node.description)
+        named = (node for node in nodes if title_of(node) == name)
+        holding = (node for node in nodes if name in title_of(node) or name in node.description)
         return next(named, None) or next(holding, None)
 
     def find(self, role, name):
@@ -176,7 +176,7 @@ class PrintDialog:
 
     def is_in_front(self, title):
         tabs = [node for node in self.nodes() if node.role == "page tab" and node.has(SELECTED)]
-        return any(title in map(meant, tab.all()) for tab in tabs)
+        return any(title in map(title_of, tab.all()) for tab in tabs)
 
     def wait_for_page(self, title):
         until(lambda: self.is_in_front(title), f"the page {title!r} in front")
@@ -186,7 +186,7 @@ class PrintDialog:
 
         def button():
             windows = self.program.windows()
-            return len(windows) > 1 and next((node for node in windows[-1].all() if meant(node) == title), None)
+            return len(windows) > 1 and next((node for node in windows[-1].all() if title_of(node) == title), None)
 
         self.program.press(until(button, f"a question with the answer {title!r}"))
 

@@ -1,4 +1,4 @@
-"""What a user hears of a running program: what it sends to screen readers, put into words."""
+"""What a user hears from a running program: the events that it sends to screen readers, as words."""
 
 import dbus
 import dbus.bus
@@ -6,18 +6,18 @@ import dbus.mainloop.glib
 import screen_reader
 from gi.repository import GLib
 
-# States of which a screen reader speaks where they begin, and one of which it also speaks where it ends.
+# States that a screen reader announces when they begin; for "checked" also when it ends.
 STATES = ("focused", "selected", "expanded", "checked")
 PROPERTIES = {"accessible-name": "name", "accessible-description": "description"}
 
 
 def words(*spoken):
-    """What is said of a thing. A name that the toolkit makes up of a class says nothing."""
+    """The words that are spoken. Names that the toolkit derives from a class are left out."""
     return frozenset(word for word in spoken if word and not word.startswith("Gtk"))
 
 
 class Listener:
-    """Listens to a program from now on. It knows the texts of numbers by their changes alone, as a screen reader does."""
+    """Listens to a program from now on. Like a screen reader, it follows the texts of numbers by their change events only."""
 
     def __init__(self, program):
         self._program = program
@@ -39,8 +39,8 @@ class Listener:
                 self.texts[node.path] = self._program.text(node)
 
     def hears(self):
-        """What is said of what the program has sent since the last time: sets of words, of which the first two are the event and the role."""
-        # Behind the answer nothing is left of what was sent before it.
+        """What has been spoken since the last call: a set of (event, role, words)."""
+        # Events that were sent before the answer to this call arrive before it.
         self._bus.call_blocking(self._program.place_on_bus, screen_reader.ROOT, "org.a11y.atspi.Accessible", "GetRole", "", ())
         while GLib.MainContext.default().iteration(False):
             pass
@@ -57,16 +57,16 @@ class Listener:
             known = self.texts[path]
             self.texts[path] = known[:begin] + str(value) + known[begin:] if kind == "insert" else known[:begin] + known[begin + len(value) :]
             return "text", node.role, words(node.name, self.texts[path])
-        # A label that changes beside the focus is not spoken.
+        # A changed label outside the focus is not spoken.
         if member == "PropertyChange" and kind in PROPERTIES and node.role != "label":
             return PROPERTIES[kind], node.role, words(node.name, str(value))
         if member == "StateChanged" and kind in STATES and (begin or kind == "checked"):
-            told = words(node.name, node.description, self.texts.get(path))
-            return ("focused" if kind == "focused" else kind if begin else f"not {kind}"), node.role, told
+            spoken = words(node.name, node.description, self.texts.get(path))
+            return ("focused" if kind == "focused" else kind if begin else f"not {kind}"), node.role, spoken
         return None
 
 
-def is_told(said, heard):
-    """Whether something that was heard says at least this."""
-    event, role, told = said
-    return any(other[:2] == (event, role) and told <= other[2] for other in heard)
+def is_heard(said, heard):
+    """Whether `heard` has this event and role with at least these words."""
+    event, role, spoken = said
+    return any(other[:2] == (event, role) and spoken <= other[2] for other in heard)

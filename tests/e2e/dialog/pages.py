@@ -1,4 +1,4 @@
-"""PDF documents that tests make: pages with bars of one colour, in millimetres from their upper left corner."""
+"""Makes PDF documents: pages with bars of one colour, in millimetres from the upper left corner."""
 
 from pdf_file import of_objects
 
@@ -12,7 +12,7 @@ def bar(left, top, width, height):
 
 
 def pdf(*pages, size=A4, sizes=(), trailer=""):
-    """A document of these pages, each a list of bars; `sizes` are those of the first ones, where they differ."""
+    """A document of these pages, each a list of bars. `sizes` are the sizes of the first pages, `size` is that of the others."""
     objects = ["<</Type/Catalog/Pages 2 0 R>>", None]
     kids = []
     for bars, (width, height) in zip(pages, [*sizes, *[size] * (len(pages) - len(sizes))], strict=True):
@@ -40,7 +40,7 @@ def locked():
 
 
 def drawing_itself():
-    """A document whose page takes longer than anybody waits."""
+    """A document whose page takes far too long to render."""
     content = "0 0 m 595 842 9 9 300 5 c S " * 400_000
     page = "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 4 0 R>>"
     stream = f"<</Length {len(content)}>>stream\n[0.001] 0 d {content}\nendstream"

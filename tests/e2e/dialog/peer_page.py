@@ -1,12 +1,12 @@
 #!/usr/bin/python3
-"""The controls of the panel's page as the toolkit makes them, each with its label: what a listener hears of the panel is compared with them."""
+"""The controls of the panel's page as plain toolkit widgets with labels. A test compares what a listener hears from both."""
 
 import gi
 
 gi.require_version("Gtk", "4.0")
 from gi.repository import GLib, Gtk  # noqa: E402
 
-# As the panel is when the test begins.
+# The panel's state when the test begins.
 MENUS = {"Image Direction:": (("Long-Edge Feed", "Short-Edge Feed"), 0), "Print Position:": (("Left", "Center", "Right"), 1)}
 LIMITS = {"Top Margin:": 20, "Bottom Margin:": 30, "Left Margin:": 15, "Right Margin:": 25}
 DEFAULT, STEP, PAGE = 5, 1, 10

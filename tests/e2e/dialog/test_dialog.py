@@ -7,7 +7,7 @@ from dialog_case import DialogCase, until
 from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, PPD, PROJECT, SAMPLE, VALID, digest, of_panel
 
 
-# What a user reads who has stored a left margin of 18, a position and a switch that the printer does not have.
+# The warnings of a stored left margin of 18, a position and a switch that the printer does not allow.
 WARNED = {
     "de": (
         "Linker Rand: Dieser Drucker erlaubt 18 nicht (erlaubt: 0 bis 15)",
@@ -25,7 +25,7 @@ WARNED = {
         "استخدم Tandem Trim: لا تسمح هذه الطابعة بالقيمة Maybe (المسموح: تشغيل، إيقاف)",
     ),
 }
-# The switch, the menus, and the margins from the top one on.
+# The names of the switch, the menus and the margins, in the order of the page.
 SPOKEN = {
     "de": ("Tandem Trim verwenden", "Bildausrichtung", "Druckposition", "Oberer Rand", "Unterer Rand", "Linker Rand", "Rechter Rand"),
     "ja": ("タンデムトリムを使用", "画像の向き", "印刷位置", "上余白", "下余白", "左余白", "右余白"),
@@ -39,7 +39,7 @@ SPOKEN = {
         "الهامش الأيمن",
     ),
 }
-# What the summary names, from top to bottom.
+# The titles in the summary, from top to bottom.
 SUMMARY = ["Image Direction", "Print Position", "Top Margin", "Bottom Margin", "Left Margin", "Right Margin"]
 FONTS = ("DejaVu Sans 11", "Cantarell 11", "Noto Sans 11")
 LANGUAGES = sorted(path.stem.replace("-Hans", "_CN") for path in PROJECT.glob("resources/*.lproj"))
@@ -53,13 +53,13 @@ class DialogTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), CHANGED)
 
-    def test_a_job_of_which_the_panel_was_never_looked_at_carries_the_defaults(self):
+    def test_a_job_has_the_panels_defaults_even_if_the_panel_was_never_shown(self):
         dialog = self.dialog("-d", "Morva")
         dialog.wait_for_tab("Tandem Trim")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
 
-    def test_print_may_be_pressed_before_the_printers_details_are_read(self):
+    def test_print_can_be_pressed_before_the_printers_details_are_read(self):
         dialog = self.dialog("-d", "Morva")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
@@ -102,7 +102,7 @@ class DialogTest(DialogCase):
         for side in MARGINS:
             until(lambda: dialog.is_live("spin button", f"{side} Margin"), f"{side} to be live")
 
-    def test_the_defaults_come_back(self):
+    def test_the_button_restores_the_defaults(self):
         dialog = self.live_panel("-o", "MVTopMargin=9")
         self.assertEqual(dialog.text("Top Margin"), "9")
         dialog.press("Restore Defaults")
@@ -122,7 +122,7 @@ class DialogTest(DialogCase):
         options = of_panel(self.printed(dialog).options)
         self.assertEqual((options[POSITION], options[MARGINS["Top"]]), ("Right", "14"))
 
-    def test_escape_closes_it_and_changes_nothing(self):
+    def test_escape_closes_the_dialog_and_sends_nothing(self):
         dialog = self.live_panel()
         dialog.type("Top Margin", "14")
         dialog.keys("Escape")
@@ -130,7 +130,7 @@ class DialogTest(DialogCase):
         self.assertEqual((status, out), (0, ""), said)
         self.assert_nothing_was_sent()
 
-    def test_escape_in_a_box_closes_it_without_a_complaint_of_the_toolkit(self):
+    def test_escape_in_a_box_closes_the_dialog_without_a_complaint_of_the_toolkit(self):
         for side in MARGINS:
             with self.subTest(side):
                 dialog = self.live_panel()
@@ -140,7 +140,7 @@ class DialogTest(DialogCase):
                 self.assertEqual((status, out), (0, ""), said)
                 dialog.close()
 
-    def test_the_summary_shows_an_edit_and_keeps_it(self):
+    def test_the_summary_shows_an_edit(self):
         dialog = self.live_panel()
         dialog.type("Bottom Margin", "22")
         dialog.page("Summary")
@@ -151,7 +151,7 @@ class DialogTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Bottom"]], "22")
 
-    def test_the_next_dialog_starts_from_the_last_job(self):
+    def test_the_next_dialog_starts_with_the_last_jobs_settings(self):
         dialog = self.live_panel()
         dialog.type("Right Margin", "21")
         dialog.press("Print")
@@ -162,7 +162,7 @@ class DialogTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Right"]], "21")
 
-    def test_damaged_memories_are_set_aside_and_reported(self):
+    def test_a_damaged_file_of_the_last_jobs_settings_is_renamed_and_reported(self):
         state = self.temporary_folder()
         memories = self.memories(state)
         memories.parent.mkdir()
@@ -174,7 +174,7 @@ class DialogTest(DialogCase):
         self.assertIn(memories.name, said)
         self.assertTrue(memories.with_name(memories.name + ".damaged").exists())
 
-    def test_settings_may_be_kept_for_all_jobs(self):
+    def test_settings_can_be_saved_for_all_jobs(self):
         dialog = self.live_panel()
         dialog.type("Top Margin", "18")
         dialog.check("Use for all my jobs")
@@ -183,7 +183,7 @@ class DialogTest(DialogCase):
         options = self.options_of()
         self.assertEqual(options[MARGINS["Top"]], "18")
 
-    def test_gtks_own_settings_arrive_too(self):
+    def test_settings_of_gtks_pages_reach_the_filter_too(self):
         dialog = self.dialog("-d", "Morva", "-o", "x-note=kept", "-n", "3")
         dialog.check("Pages:")
         dialog.type("Specify one or more page ranges", "2")
@@ -193,7 +193,7 @@ class DialogTest(DialogCase):
         self.assertEqual(record.options["x-note"], "kept")
         self.assertEqual(record.copies, 3)
 
-    def test_it_speaks_the_users_language(self):
+    def test_the_dialog_is_in_the_users_language(self):
         names = {
             "de": ("Oberer Rand", "Für alle meine Aufträge verwenden"),
             "ar": ("الهامش العلوي", "استخدم لكل مهامي"),
@@ -206,7 +206,7 @@ class DialogTest(DialogCase):
                 dialog.find("spin button", of_panel_s)
                 dialog.find("check box", of_dialog_s)
 
-    def test_it_warns_in_the_users_language_of_what_the_printer_does_not_allow(self):
+    def test_warnings_of_what_the_printer_does_not_allow_are_in_the_users_language(self):
         wrong = ("-o", f"{MARGINS['Left']}=18", "-o", f"{POSITION}=Diagonal", "-o", f"{VALID}=Maybe")
         for language, warnings in WARNED.items():
             with self.subTest(language):
@@ -216,7 +216,7 @@ class DialogTest(DialogCase):
                     dialog.says(warning)
                 dialog.close()
 
-    def test_what_is_set_in_any_language_reaches_the_filter_alike(self):
+    def test_settings_reach_the_filter_unchanged_in_any_language(self):
         for language, (switch, direction, position, *margins) in SPOKEN.items():
             with self.subTest(language):
                 state = str(self.temporary_folder())
@@ -231,9 +231,9 @@ class DialogTest(DialogCase):
                 dialog.keys("Return")
                 self.assertEqual(of_panel(self.printed(dialog).options), CHANGED)
 
-    def test_a_refusal_is_told_in_the_users_language_with_the_reason_behind_it(self):
+    def test_a_refusal_is_shown_with_its_reason_in_the_users_language(self):
         self.run_command("cupsdisable", "-r", "out of blades", "Morva")
-        for language, (told, fact) in {
+        for language, (message, fact) in {
             "de": (
                 "Der Drucker ist angehalten. Wählen Sie einen anderen Drucker",
                 "Morva ist angehalten. Meldung: »out of blades«.",
@@ -247,7 +247,7 @@ class DialogTest(DialogCase):
                 dialog.click(dialog.find("check box", SPOKEN[language][0]))
                 dialog.go_to(SPOKEN[language][3])
                 dialog.keys("Return")
-                dialog.says(told)
+                dialog.says(message)
                 dialog.says(fact)
                 dialog.close()
 
@@ -259,7 +259,7 @@ class DialogTest(DialogCase):
         dialog.press("اطبع")
         self.assertEqual(dialog.says("Morva متوقفة")[:6], f"{right_to_left_mark}Morva")
 
-    def test_it_is_no_wider_than_a_small_screen_in_any_language(self):
+    def test_the_dialog_is_no_wider_than_a_small_screen_in_any_language(self):
         for font in FONTS:
             fonts = surroundings.fonts(self.temporary_folder() / "fonts", font)
             for language in LANGUAGES:
@@ -270,7 +270,7 @@ class DialogTest(DialogCase):
                     self.assertLessEqual(dialog.width(), 760)
                     dialog.close()
 
-    def test_the_panel_makes_it_no_wider_than_gtks_own_pages_where_texts_are_large(self):
+    def test_the_panel_is_no_wider_than_gtks_pages_even_with_large_fonts(self):
         for font in ("DejaVu Sans 15", "Cantarell 17"):
             fonts = surroundings.fonts(self.temporary_folder() / "fonts", font)
             for language in ("de", "es", "zh_CN"):
@@ -286,7 +286,7 @@ class DialogTest(DialogCase):
                     self.assertEqual(dialog.width(), width)
                     dialog.close()
 
-    def test_help_is_there_in_the_users_language(self):
+    def test_help_is_shown_in_the_users_language(self):
         languages = {
             "en": ("Help", "whole millimetres"),
             "de": ("Hilfe", "ganze Millimeter"),
@@ -315,26 +315,26 @@ class DialogTest(DialogCase):
         with self.assertRaisesRegex(AssertionError, "Locale not supported"):
             dialog.close()
 
-    def test_several_pages_go_on_one_side(self):
+    def test_the_number_of_pages_per_side_reaches_the_filter(self):
         dialog = self.dialog("-d", "Morva", "-o", "number-up=2")
         dialog.wait_for_tab("Tandem Trim")
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).options["number-up"], "2")
 
-    def test_without_a_screen_that_works_it_prints_as_from_a_terminal(self):
+    def test_without_a_working_screen_the_program_prints_without_the_dialog(self):
         self.refuses("-d", "Morva", "--dialog", SAMPLE, DISPLAY=":none", words=["there is no screen", "--no-dialog"])
         result, (record,) = self.prints("-d", "Morva", SAMPLE, DISPLAY=":none")
         self.assertIn("there is no screen", result.stderr)
         self.assertEqual(of_panel(record.options), DEFAULTS)
 
-    def test_each_setting_of_the_panel_exists_once(self):
+    def test_each_setting_of_the_panel_is_shown_only_once(self):
         dialog = self.panel()
         dialog.find("spin button", "Top Margin")
         titles = [label for label in dialog.labels() if label.startswith("Top Margin")]
         self.assertEqual(titles, ["Top Margin:"])
         self.assertNotIn("Advanced", dialog.labels())
 
-    def test_each_setting_of_the_panel_exists_once_whatever_the_ppd_calls_it(self):
+    def test_each_setting_of_the_panel_is_shown_only_once_even_if_the_ppd_translates_it(self):
         ppd = self.temporary_folder() / "translated.ppd"
         ppd.write_text(f'{PPD.read_text()}*cupsLanguages: "de"\n*de.Translation MVTopMargin/Rand oben: ""\n')
         self.cups.add_queue("Morva", ppd)
@@ -352,7 +352,7 @@ class DialogTest(DialogCase):
         dialog.page("Tandem Trim")
         dialog.find("image", "297 × 420 mm")
 
-    def test_the_picture_lies_as_the_paper_does(self):
+    def test_the_picture_has_the_orientation_of_the_paper(self):
         dialog = self.live_panel("-o", "landscape")
         dialog.find("image", "297 × 210 mm")
         dialog.page("Page Setup")
@@ -360,12 +360,12 @@ class DialogTest(DialogCase):
         dialog.page("Tandem Trim")
         dialog.find("image", "210 × 297 mm")
 
-    def test_what_comes_through_a_pipe_is_printed_whole(self):
+    def test_a_document_from_a_pipe_is_printed_completely(self):
         dialog = self.dialog("-d", "Morva", "--dialog", documents=["-"], content=SAMPLE.read_bytes())
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).sha256, digest(SAMPLE))
 
-    def test_documents_of_every_kind_that_the_printer_takes_arrive_as_they_are(self):
+    def test_documents_of_every_kind_that_the_printer_takes_arrive_unchanged(self):
         documents = self.documents_of_many_kinds()
         dialog = self.dialog("-d", "Any", documents=documents)
         dialog.press("Print")
@@ -374,7 +374,7 @@ class DialogTest(DialogCase):
         self.cups.wait_for_jobs()
         self.assertEqual([record.sha256 for record in self.cups.records()], [digest(document) for document in documents])
 
-    def test_a_document_that_cannot_be_read_is_told_where_nobody_sees_a_terminal(self):
+    def test_a_document_that_cannot_be_read_is_reported_in_the_dialog(self):
         missing = self.temporary_folder() / "missing.pdf"
         dialog = self.dialog("-d", "Morva", documents=[missing])
         dialog.says("The document cannot be read. Make sure that it still exists")

@@ -1,4 +1,4 @@
-"""Print to File: what the dialog saves, and what it leaves as it was."""
+"""Print to File: what the dialog saves, and which files it leaves unchanged."""
 
 import os
 import stat
@@ -9,12 +9,12 @@ from dialog_case import DialogCase, until
 from screen_reader import SENSITIVE
 from terminal_case import PROGRAM, SAMPLE
 
-FILE = "Print to File"  # stands among GTK's printers
+FILE = "Print to File"  # in GTK's list of printers
 PDF = b"%PDF-1.4\n"
 LARGE = 80_000_000  # bytes
-LIMIT = 70_000_000  # more than the largest PPD
+LIMIT = 70_000_000  # bytes of a file; more than the largest PPD
 EARLIER = "what was there"
-# Of a document that no password opens: the toolkit's own answer to one that is wrong.
+# A document that no password opens.
 PROTECTED = b"""%%PDF-1.4
 1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj
 2 0 obj<</Type/Pages/Kids[]/Count 0>>endobj
@@ -30,7 +30,7 @@ class DialogFilesTest(DialogCase):
         self.folder = self.temporary_folder()
 
     def saving(self, document=SAMPLE, *others, limits=(), options=()):
-        """A dialog that prints to a file in a folder of its own, once its printer is known."""
+        """A dialog with Print to File selected; it saves into `self.folder`."""
         dialog = self.dialog(f"--chdir={self.folder}", *limits, PROGRAM, "-d", "Morva", *options, documents=(document, *others), program="env")
         dialog.wait_for_tab("Tandem Trim")
         dialog.select_printer(FILE)
@@ -47,7 +47,7 @@ class DialogFilesTest(DialogCase):
         dialog.click(dialog.find("check box", title))
 
     def saved(self, dialog, name):
-        """Prints; what the file of this name holds, which is alone in its folder."""
+        """Prints and returns the contents of the file of this name, which must be the only one in its folder."""
         dialog.press("Print")
         return self.end_of(dialog, name)
 
@@ -61,7 +61,7 @@ class DialogFilesTest(DialogCase):
         return content
 
     def assert_refused(self, dialog, words, left):
-        """A message with these words, behind which the dialog goes on; these files are left, and no other."""
+        """Asserts that a message has these words, that the dialog can be used afterwards, and that exactly the files `left` exist."""
         dialog.says(words)
         dialog.press("Close")
         until(lambda: len(dialog.program.windows()) == 1, "the message to go")
@@ -71,7 +71,7 @@ class DialogFilesTest(DialogCase):
     def postscript(self):
         return subprocess.run(["pdftops", SAMPLE, "-"], check=True, capture_output=True).stdout
 
-    def test_a_document_is_saved_as_it_is_in_its_own_format(self):
+    def test_a_document_is_saved_unchanged_in_its_own_format(self):
         self.assertEqual(self.saved(self.saving(), "output.pdf"), SAMPLE.read_bytes())
         (self.folder / "output.pdf").unlink()
         postscript = self.postscript()
@@ -79,7 +79,7 @@ class DialogFilesTest(DialogCase):
         self.as_format(dialog, "PostScript")
         self.assertEqual(self.saved(dialog, "output.ps"), postscript)
 
-    def test_a_document_of_another_format_is_turned_into_the_chosen_one(self):
+    def test_a_document_of_another_format_is_converted_to_the_chosen_one(self):
         for name, content, title, beginning in (
             ("document.pdf", SAMPLE.read_bytes(), "PostScript", b"%!PS-Adobe"),
             ("document.ps", self.postscript(), "PDF", b"%PDF-"),
@@ -91,7 +91,7 @@ class DialogFilesTest(DialogCase):
                 self.assertTrue(self.saved(dialog, f"output.{ending}").startswith(beginning))
                 (self.folder / f"output.{ending}").unlink()
 
-    def test_a_document_of_any_other_kind_can_be_saved_as_pdf_alone(self):
+    def test_a_document_of_any_other_kind_can_be_saved_only_as_pdf(self):
         dialog = self.saving(self.document("document.txt", b"A line.\n"))
         self.assertFalse(dialog.shows("check box", "PostScript"))
         self.assertTrue(self.saved(dialog, "output.pdf").startswith(b"%PDF-"))
@@ -101,13 +101,13 @@ class DialogFilesTest(DialogCase):
         dialog.press("Print")
         self.assert_refused(dialog, "could not be turned into PDF", [])
 
-    def test_several_documents_are_not_offered_to_be_printed_to_a_file(self):
+    def test_print_to_file_is_not_offered_for_several_documents(self):
         dialog = self.dialog("-d", "Morva", documents=(SAMPLE, SAMPLE))
         dialog.wait_for_tab("Tandem Trim")
         dialog.find("label", "Morva")
         self.assertFalse(dialog.shows("label", FILE))
 
-    def test_a_file_is_replaced_once_the_user_agrees_and_keeps_its_permissions(self):
+    def test_a_file_is_replaced_only_if_the_user_agrees_and_keeps_its_permissions(self):
         there = self.folder / "output.pdf"
         there.write_text(EARLIER)
         there.chmod(0o640)
@@ -121,7 +121,7 @@ class DialogFilesTest(DialogCase):
         self.assertEqual(self.end_of(dialog, "output.pdf"), SAMPLE.read_bytes())
         self.assertEqual(stat.S_IMODE(there.stat().st_mode), 0o640)
 
-    def test_a_link_stays_and_what_it_leads_to_is_replaced(self):
+    def test_a_link_stays_and_its_target_is_replaced(self):
         target = self.temporary_folder() / "target.pdf"
         target.write_text(EARLIER)
         (self.folder / "output.pdf").symlink_to(target)
@@ -143,7 +143,7 @@ class DialogFilesTest(DialogCase):
                 self.assert_refused(dialog, "is a folder or a device", ["output.pdf"])
                 subprocess.run(["rm", "-r", there], check=True)
 
-    def test_a_file_stays_as_it_is_where_there_is_no_room_for_the_new_one(self):
+    def test_a_file_stays_unchanged_if_there_is_no_room_for_the_new_one(self):
         there = self.folder / "output.pdf"
         there.write_text(EARLIER)
         document = self.document("large.pdf", PDF, LARGE)
@@ -161,11 +161,11 @@ class DialogFilesTest(DialogCase):
         self.folder.with_suffix(".gone").rename(self.folder)
         self.assert_refused(dialog, "could not be saved", [])
 
-    def test_a_folder_in_which_the_user_may_not_write_is_named_and_stays_as_it_is(self):
+    def test_a_folder_without_write_permission_is_named_and_its_file_stays_unchanged(self):
         there = self.folder / "output.pdf"
         there.write_text(EARLIER)
         self.folder.chmod(0o555)
-        # So that it holds for root, too.
+        # Root would have the permission.
         dialog = self.saving(limits=("setpriv", "--bounding-set=-dac_override") if os.geteuid() == 0 else ())
         dialog.press("Print")
         dialog.answer("Replace")
@@ -174,7 +174,7 @@ class DialogFilesTest(DialogCase):
         self.assertEqual(there.read_text(), EARLIER)
         self.folder.chmod(0o755)
 
-    def test_a_document_with_a_password_is_saved_as_it_is_and_cannot_be_turned_into_another_format(self):
+    def test_a_document_with_a_password_is_saved_unchanged_and_cannot_be_converted(self):
         protected = self.document("protected.pdf", PROTECTED)
         dialog = self.saving(protected)
         self.as_format(dialog, "PostScript")
@@ -183,7 +183,7 @@ class DialogFilesTest(DialogCase):
         self.as_format(dialog, "PDF")
         self.assertEqual(self.saved(dialog, "output.pdf"), PROTECTED)
 
-    def test_paper_and_orientation_are_grey_for_a_file_and_live_for_a_printer(self):
+    def test_paper_and_orientation_can_be_set_for_a_printer_but_not_for_a_file(self):
         dialog = self.saving()
         for printer, live in ((FILE, False), ("Morva", True)):
             dialog.select_printer(printer)
@@ -194,12 +194,12 @@ class DialogFilesTest(DialogCase):
                 until(lambda: dialog.look_behind(row, "combo box").has(SENSITIVE) == live, f"{row} live: {live}")  # noqa: B023
             dialog.page("General")
 
-    def test_less_than_the_whole_document_is_refused(self):
+    def test_another_layout_than_the_documents_own_is_refused(self):
         dialog = self.saving(options=("-o", "number-up=4"))
         dialog.press("Print")
         self.assert_refused(dialog, "A file gets the whole document", [])
 
-    def test_a_document_through_a_pipe_is_saved_as_well(self):
+    def test_a_document_from_a_pipe_is_saved_too(self):
         content = SAMPLE.read_bytes()
         dialog = self.dialog(f"--chdir={self.folder}", PROGRAM, "--dialog", "-d", "Morva", documents=("-",), content=content, program="env")
         dialog.wait_for_tab("Tandem Trim")

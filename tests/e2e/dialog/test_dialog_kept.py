@@ -1,4 +1,4 @@
-"""What is kept for each printer, and what comes back when the user chooses one in the dialog's list."""
+"""The settings kept for each printer, which the dialog restores when the user chooses the printer in the list."""
 
 import unittest
 
@@ -23,13 +23,13 @@ class DialogKeptTest(DialogCase):
         return dialog.text("Top Margin")
 
     def prints_on(self, printer, *arguments):
-        """Prints from the dialog and gives the options as the printer got them."""
+        """Prints from the dialog and returns the options that the printer got."""
         dialog = self.dialog("-d", printer, *arguments, **self.state)
         dialog.wait_for_tab("Tandem Trim")
         dialog.press("Print")
         return self.printed(dialog, printer.partition("/")[0]).options
 
-    def test_what_is_saved_for_a_printer_counts_when_it_is_chosen(self):
+    def test_choosing_a_printer_restores_its_saved_settings(self):
         self.add_other(SMALLER)
         self.run_command("lpoptions", "-p", "Other", "-o", f"{VALID}=On", "-o", f"{MARGINS['Top']}=7", "-o", "OutputOrder=Reverse", "-o", "PageSize=A3")
         dialog = self.dialog("-d", "Morva", **self.state)
@@ -41,7 +41,7 @@ class DialogKeptTest(DialogCase):
         self.assertEqual(of_panel(options), DEFAULTS | {VALID: "On", MARGINS["Top"]: "7"})
         self.assertEqual((options.get("OutputOrder"), options.get("PageSize")), ("Reverse", "A3"))
 
-    def test_the_last_job_of_a_printer_counts_when_it_is_chosen_and_each_keeps_its_own(self):
+    def test_choosing_a_printer_restores_the_settings_of_its_own_last_job(self):
         self.add_other(SMALLER)
         self.prints_on("Other", *MEMORIES_OF_OTHER)
         self.prints_on("Morva", "-o", f"{MARGINS['Top']}=12")
@@ -58,7 +58,7 @@ class DialogKeptTest(DialogCase):
         self.assertEqual(of_panel(options), DEFAULTS | {MARGINS["Top"]: "12"})
         self.assertEqual([options.get(keyword) for keyword in ("number-up", "OutputOrder", "PageSize")], [None] * 3)
 
-    def test_what_is_kept_for_all_jobs_counts_when_the_printer_is_chosen(self):
+    def test_choosing_a_printer_restores_settings_that_the_dialog_saved_for_all_jobs(self):
         self.add_other(SMALLER)
         dialog = self.dialog("-d", "Other", XDG_STATE_HOME=str(self.temporary_folder()))
         dialog.page("Tandem Trim")
@@ -72,7 +72,7 @@ class DialogKeptTest(DialogCase):
         self.choose(dialog, "Other", 8)
         self.assertEqual(self.top(dialog), "2")
 
-    def test_what_is_set_by_hand_on_a_printer_stays_when_the_user_comes_back_to_it(self):
+    def test_choosing_a_printer_again_restores_what_the_user_set_for_it(self):
         self.add_other(SMALLER)
         dialog = self.live_panel(**self.state)
         dialog.type("Top Margin", "14")
@@ -96,7 +96,7 @@ class DialogKeptTest(DialogCase):
         options = self.printed(dialog).options
         self.assertEqual([options.get(keyword) for keyword in (MARGINS["Top"], "number-up", "PageSize")], ["14", "2", "A3"])
 
-    def test_copies_and_pages_belong_to_the_document_whatever_printer_is_chosen(self):
+    def test_copies_and_pages_do_not_depend_on_the_chosen_printer(self):
         self.add_other(SMALLER)
         self.prints_on("Other", "-n", "2", "-o", "page-set=odd")
         dialog = self.dialog("-d", "Morva", **self.state)
@@ -107,7 +107,7 @@ class DialogKeptTest(DialogCase):
         record = self.printed(dialog, "Other")
         self.assertEqual((record.copies, record.options.get("page-set")), (3, None))
 
-    def test_what_the_command_line_asks_for_counts_on_every_printer(self):
+    def test_options_of_the_command_line_apply_to_every_printer(self):
         self.add_other(SMALLER)
         self.prints_on("Other", *MEMORIES_OF_OTHER)
         asked = ("-o", f"{MARGINS['Top']}=5", "-o", "number-up=2", "-o", "OutputOrder=Normal", "-o", "PageSize=A5")
@@ -118,7 +118,7 @@ class DialogKeptTest(DialogCase):
         options = self.printed(dialog, "Other").options
         self.assertEqual([options.get(keyword) for keyword in (MARGINS["Top"], "number-up", "OutputOrder", "PageSize")], ["5", "2", None, "A5"])
 
-    def test_the_next_job_has_none_of_what_described_the_last_document(self):
+    def test_the_next_job_does_not_start_with_the_last_ones_copies_and_pages(self):
         last = self.prints_on("Morva", "-n", "3", "-o", "page-set=odd collate=false number-up=2")
         self.assertEqual(last.get("page-set"), "odd")
         dialog = self.dialog("-d", "Morva", **self.state)
@@ -129,7 +129,7 @@ class DialogKeptTest(DialogCase):
         kept = [record.options.get(keyword) for keyword in ("page-set", "Collate", "number-up")]
         self.assertEqual((record.copies, kept), (1, [None, None, "2"]))
 
-    def test_an_instances_last_job_is_its_own(self):
+    def test_an_instance_of_a_printer_has_its_own_last_job(self):
         self.run_command("lpoptions", "-p", "Morva/draft", "-o", f"{VALID}=On", "-o", f"{MARGINS['Top']}=7")
         self.prints_on("Morva", "-o", f"{MARGINS['Top']}=9")
         dialog = self.dialog("-d", "Morva/draft", **self.state)
@@ -140,7 +140,7 @@ class DialogKeptTest(DialogCase):
         self.assertEqual(self.prints_on("Morva")[MARGINS["Top"]], "9")
         self.assertEqual(self.prints_on("Morva/draft")[MARGINS["Top"]], "11")
 
-    def test_an_instance_is_itself_again_when_the_user_comes_back_to_its_printer(self):
+    def test_choosing_an_instances_printer_again_restores_the_instances_settings(self):
         self.add_other(SMALLER)
         self.run_command("lpoptions", "-p", "Morva/draft", "-o", f"{VALID}=On", "-o", f"{MARGINS['Top']}=7", "-o", "x-note=draft")
         dialog = self.dialog("-d", "Morva/draft", **self.state)
@@ -151,7 +151,7 @@ class DialogKeptTest(DialogCase):
         options = self.printed(dialog).options
         self.assertEqual((options[MARGINS["Top"]], options.get("x-note")), ("7", "draft"))
 
-    def test_an_instance_that_is_the_default_printer_keeps_its_own(self):
+    def test_an_instance_that_is_the_default_printer_has_its_own_settings(self):
         self.run_command("lpoptions", "-p", "Morva/draft", "-o", f"{VALID}=On", "-o", f"{MARGINS['Top']}=7")
         self.run_command("lpoptions", "-d", "Morva/draft")
         dialog = self.dialog(**self.state)

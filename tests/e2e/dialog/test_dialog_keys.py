@@ -1,12 +1,12 @@
-"""The letters that take the keyboard to the panel's controls."""
+"""The letters that move the focus to the panel's controls."""
 
 import unittest
 
-from dialog_case import DialogCase, meant, until
+from dialog_case import DialogCase, title_of, until
 from screen_reader import FOCUSED
 from test_dialog import PAGES, SPOKEN
 
-# Each margin's key, from the top one on, by the names that X gives to keys.
+# The keys of the margins (top, bottom, left, right), named as in X.
 KEYS = {
     "en": ("t", "b", "l", "r"),
     "de": ("o", "u", "l", "r"),
@@ -27,27 +27,27 @@ SWITCH = {"en": "Use Tandem Trim", "it": "Usa Tandem Trim", "nl": "Tandem Trim g
 
 class DialogKeysTest(DialogCase):
     def leads_to(self, dialog, key, margin):
-        """Whether the keyboard is in the margin after its key. On a slow machine a letter of another layout may be lost before it counts."""
+        """Whether the margin has the focus after its key. On a slow machine, the first key of another keyboard layout may get lost."""
         dialog.keys(f"alt+{key}")
         return dialog.find("entry", margin).has(FOCUSED)
 
-    def test_a_margins_key_is_the_same_whatever_page_the_user_came_from(self):
+    def test_a_margins_key_works_whichever_page_was_shown_before(self):
         for language, keys in KEYS.items():
             dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
             dialog.page(PAGES[language])
             dialog.check(SWITCH[language])
-            others = [title for title in map(meant, dialog.tabs()) if title and title != PAGES[language]]
+            others = [title for title in map(title_of, dialog.tabs()) if title and title != PAGES[language]]
             for came_from, text in ((others[0], "3"), (others[1], "4")):
                 dialog.page(came_from)
                 dialog.page(PAGES[language])
                 for key, margin in zip(keys, MARGINS[language], strict=True):
                     with self.subTest(language, came_from=came_from, margin=margin):
-                        until(lambda: self.leads_to(dialog, key, margin), f"the keyboard in {margin}")  # noqa: B023
+                        until(lambda: self.leads_to(dialog, key, margin), f"the focus in {margin}")  # noqa: B023
                         dialog.keys("ctrl+a", text)
                         until(lambda: dialog.text(margin) == text, f"{text} in {margin}")  # noqa: B023
             dialog.close()
 
-    def test_the_switchs_key_turns_it_and_cancels_key_cancels(self):
+    def test_the_switch_and_cancel_have_keys_too(self):
         for language, (key, cancel) in {"de": ("t", "a"), "it": ("t", "n"), "nl": ("t", "a")}.items():
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)

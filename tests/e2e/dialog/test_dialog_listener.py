@@ -1,11 +1,11 @@
-"""What a user hears of the panel's page: no less than of the toolkit's own controls, and in the order in which it is seen."""
+"""What a user hears from the panel's page: as much as from the toolkit's own controls, in the order on the screen."""
 
 import dataclasses
 import pathlib
 import unittest
 
-from dialog_case import INSIDE, DialogCase, meant, until
-from listener import Listener, is_told, words
+from dialog_case import INSIDE, DialogCase, title_of, until
+from listener import Listener, is_heard, words
 from screen_reader import FOCUSED
 from terminal_case import MARGINS, VALID
 from test_dialog import PAGES, SPOKEN
@@ -15,8 +15,8 @@ TOP = "Top Margin:"
 MENU = "Print Position:"
 SWITCH = "Use Tandem Trim"
 NUMBER = "spin button"
-SAME_ROW = 16  # pixels between the middles of what stands side by side, at most
-CONTROLS = 18  # of the page while it warns, and of the dialog below it
+SAME_ROW = 16  # the largest vertical distance, in pixels, between the middles of controls in a row
+CONTROLS = 18  # the number of controls on the page while it shows a warning, and below it in the dialog
 
 
 def text(value):
@@ -29,7 +29,8 @@ def described(value):
 
 @dataclasses.dataclass
 class Act:
-    """What a user does, by keys or otherwise; what ends it, of either page; and what is heard of the panel alone."""
+    """What a user does: `do` is keys or a function. `ends` is the last thing heard from either page, `more` is heard only from the panel;
+    `of_panel` marks what the toolkit's controls cannot do."""
 
     what: str
     do: object
@@ -39,7 +40,7 @@ class Act:
 
 
 def plus(dialog):
-    """Clicks the button that is the last thing in the box."""
+    """Clicks the button at the right end of the box."""
     left, top, width, height = dialog.program.place(dialog.find(NUMBER, TOP))
     dialog.hands.click(left + width - INSIDE, top + height // 2)
 
@@ -57,7 +58,7 @@ ACTS = (
     Act("opens a menu", ("shift+Tab", "space"), ("focused", "list item", words()), (("focused", "list item", words("Center")),)),
     Act("goes to the last item", ("End",), ("selected", "list item", words()), (("focused", "list item", words("Right")),)),
     Act("chooses it", ("Return",), ("focused", "push button", words()), (("description", "push button", words(MENU, "Right")),)),
-    Act("types what a title begins with", ("l",), ("description", "push button", words(MENU, "Left")), of_panel=True),
+    Act("types the first letter of a title", ("l",), ("description", "push button", words(MENU, "Left")), of_panel=True),
     Act("turns the switch off", ("shift+Tab", "shift+Tab", "space"), ("not checked", "check box", words(SWITCH))),
     Act("turns it on", ("space",), ("checked", "check box", words(SWITCH))),
     Act("restores the defaults", lambda dialog: dialog.press("Restore Defaults"), text("5")),
@@ -66,7 +67,7 @@ ACTS = (
 
 class DialogListenerTest(DialogCase):
     def heard_of(self, dialog, is_panel):
-        """What is heard of each act."""
+        """What is heard from each act."""
         dialog.find_live(NUMBER, TOP)
         dialog.go_to(TOP)
         dialog.keys("shift+Tab")
@@ -80,31 +81,31 @@ class DialogListenerTest(DialogCase):
             listener.hears()
             act.do(dialog) if callable(act.do) else dialog.keys(*act.do)
             said = heard[act.what] = set()
-            until(lambda: said.update(listener.hears()) or all(is_told(one, said) for one in needed), f"{needed} of {act.what!r}")  # noqa: B023
+            until(lambda: said.update(listener.hears()) or all(is_heard(one, said) for one in needed), f"{needed} of {act.what!r}")  # noqa: B023
             if is_panel:
                 top = dialog.find(NUMBER, TOP)
                 self.assertEqual(listener.texts[top.path], dialog.program.text(top), act.what)
         return heard
 
-    def test_no_less_is_heard_of_the_panel_than_of_the_toolkits_own_controls(self):
+    def test_a_user_hears_as_much_from_the_panel_as_from_the_toolkits_own_controls(self):
         peer = self.dialog(str(PEER), documents=(), program="/usr/bin/python3")
         least = self.heard_of(peer, False)
         peer.process.terminate()
         heard = self.heard_of(self.panel("-o", f"{VALID}=On {MARGINS['Top']}=12"), True)
         for what, said in least.items():
             with self.subTest(what):
-                missing = [one for one in said if one[2] and not is_told(one, heard[what])]
+                missing = [one for one in said if one[2] and not is_heard(one, heard[what])]
                 self.assertEqual(missing, [], heard[what])
 
     def go_back_to_presets(self, dialog):
-        """By the keyboard, to the control that names its preset behind a colon."""
+        """Moves the focus back to the presets' control, whose name ends with a colon and the preset."""
         while not any(node.has(FOCUSED) and ": " in node.name for node in dialog.nodes()):
             now = [node.path for node in dialog.nodes() if node.has(FOCUSED)]
             dialog.keys("shift+Tab")
             until(lambda: [node.path for node in dialog.nodes() if node.has(FOCUSED)] not in ([], now), "the stop before")  # noqa: B023
 
     def stops(self, dialog):
-        """The paths of the controls at which the keyboard stops, from the one that has it now, each once."""
+        """The paths of the controls that Tab visits, from the one with the focus on, each once."""
         found = []
         while (now := until(lambda: [node.path for node in dialog.nodes() if node.has(FOCUSED)], "the focus")[0]) not in found:
             found.append(now)
@@ -113,7 +114,7 @@ class DialogListenerTest(DialogCase):
         return found
 
     def as_seen(self, dialog, nodes, is_from_right):
-        """The paths of these nodes from top to bottom and, side by side, in the direction of reading."""
+        """The paths of these nodes from top to bottom and, within a row, in reading direction."""
         places = {node.path: dialog.program.place(node) for node in nodes}
 
         def middle(path):
@@ -127,7 +128,7 @@ class DialogListenerTest(DialogCase):
             rows[-1].append(path)
         return [path for row in rows for path in sorted(row, key=lambda path: places[path][0], reverse=is_from_right)]
 
-    def test_the_keyboard_and_a_reader_go_through_the_page_as_it_is_seen(self):
+    def test_the_keyboard_and_a_screen_reader_follow_the_order_on_the_screen(self):
         for language, switch in {"en": SWITCH, "de": SPOKEN["de"][0], "ar": SPOKEN["ar"][0]}.items():
             dialog = self.dialog("-d", "Morva", "-o", f"{MARGINS['Left']}=18", LANG="C.UTF-8", LANGUAGE=language)
             dialog.page(PAGES.get(language, "Tandem Trim"))
@@ -135,15 +136,15 @@ class DialogListenerTest(DialogCase):
             until(lambda: any(node.role == "alert" for node in dialog.nodes()), "the warning")  # noqa: B023
             self.go_back_to_presets(dialog)
             visited = self.stops(dialog)
-            # The toolkit's own frame of all pages is a stop, too.
+            # Tab also stops at the toolkit's frame of all pages.
             controls = [node for node in dialog.nodes() if node.path in visited and node.role != "panel"]
-            names = {node.path: meant(node) or node.role for node in controls}
+            names = {node.path: title_of(node) or node.role for node in controls}
             seen = [names[path] for path in self.as_seen(dialog, controls, language == "ar")]
             with self.subTest(language, by="the keyboard"):
                 self.assertEqual([names[path] for path in visited if path in names], seen)
             with self.subTest(language, by="a reader"):
                 self.assertEqual([names[node.path] for node in controls], seen)
-            self.assertEqual(len(seen), CONTROLS, f"CONTROLS counts them: {seen}")
+            self.assertEqual(len(seen), CONTROLS, f"CONTROLS is their number: {seen}")
             with self.subTest(language, by="their names"):
                 # The last two are the toolkit's.
                 for name in [node.name for node in controls][:-2]:

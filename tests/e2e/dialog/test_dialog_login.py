@@ -1,4 +1,4 @@
-"""A print server that wants a login gets it from a question in the dialog, which keeps nothing of it."""
+"""A print server that wants a login: the dialog asks for it."""
 
 import signal
 import unittest
@@ -22,16 +22,16 @@ class DialogLoginTest(DialogCase):
         self.asked.says(QUESTION)
 
     def enter(self, user, password):
-        """Types into the question and goes on."""
+        """Answers the question."""
         self.asked.type("User name", user)
         self.asked.type("Password", password)
         self.asked.answer("Continue")
 
-    def test_the_job_is_sent_with_the_login_that_is_given(self):
+    def test_the_job_is_sent_with_the_users_login(self):
         self.enter("ann", "Secret")
         self.assertEqual(of_panel(self.printed(self.asked).options), DEFAULTS)
 
-    def test_a_wrong_login_is_asked_for_again_up_to_three_times(self):
+    def test_the_dialog_asks_up_to_three_times_for_the_right_login(self):
         self.enter("ann", "One")
         self.asked.says(AGAIN)
         self.enter("ann", "Two")
@@ -44,7 +44,7 @@ class DialogLoginTest(DialogCase):
         self.asked.press("Close")
         until(lambda: self.asked.is_live("push button", "Print"), "Print to be ready again")
 
-    def test_without_a_login_the_job_is_not_sent_and_the_dialog_stays(self):
+    def test_without_a_login_the_job_is_not_sent_and_the_dialog_stays_open(self):
         self.asked.answer("Cancel")
         self.asked.says("nothing was printed: Unauthorized")
         self.asked.press("Close")

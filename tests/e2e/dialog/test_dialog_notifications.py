@@ -1,4 +1,4 @@
-"""What the desktop says of a job once the dialog has gone."""
+"""The desktop's notifications about a job after the dialog."""
 
 import contextlib
 import os
@@ -12,9 +12,9 @@ from terminal_case import BUILD, PPD, SAMPLE, each
 
 NOTIFIER = BUILD / "host/tandem-trim-notifier"
 SWITCH = "Notify after printing"
-GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # how such a request begins
+GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # the first bytes of such a request
 ODD_TITLE = '<b>50 %s</b> & "more"'
-# Ends with the status in the file, once there is one.
+# Waits for a file with an exit status, and exits with it.
 SLOW_FILTER = """#!/bin/sh
 until [ -e "$TANDEM_TRIM_RECORDS/go" ]; do sleep 0.05; done
 exit $(cat "$TANDEM_TRIM_RECORDS/go")
@@ -32,7 +32,7 @@ class DialogNotificationsTest(DialogCase):
         return self.enterContext(Desktop(self.temporary_folder(), *capabilities))
 
     def add_slow_queue(self):
-        """A printer Slow, whose filter ends with the status that end_filter() gives it."""
+        """Adds the printer Slow, whose filter waits for end_filter()."""
         program = self.cups.folder / "programs/filter/slow"
         program.write_text(SLOW_FILTER)
         program.chmod(0o755)
@@ -67,7 +67,7 @@ class DialogNotificationsTest(DialogCase):
         self.assertNotIn("notification", said)
         return dialog
 
-    def test_the_desktop_says_in_the_panels_words_what_the_server_holds(self):
+    def test_a_notification_lists_the_confirmed_settings_in_the_panels_words(self):
         desktop = self.desktop()
         dialog = self.panel("-t", "Report", **self.around)
         dialog.change_panel()
@@ -85,7 +85,7 @@ class DialogNotificationsTest(DialogCase):
         self.wait_for_no_notifier()
         self.assertEqual(len(desktop.shown()), 1)
 
-    def test_it_names_what_was_lost(self):
+    def test_a_notification_names_lost_settings(self):
         desktop = self.desktop()
         dialog = self.ready("-d", "Morva", "-o", "job-media-sheets-completed=7")
         dialog.press("Print")
@@ -97,7 +97,7 @@ class DialogNotificationsTest(DialogCase):
         self.assertEqual(shown["heading"], "Job 1 on Morva: settings lost")
         self.assertIn("job-media-sheets-completed (7", shown["body"])
 
-    def test_a_job_that_is_cancelled_within_a_minute_is_told_in_its_place(self):
+    def test_a_job_that_is_cancelled_within_a_minute_replaces_its_notification(self):
         desktop = self.desktop()
         self.add_slow_queue()
         self.prints("-d", "Slow", "-t", "Report")
@@ -109,7 +109,7 @@ class DialogNotificationsTest(DialogCase):
         self.assertEqual(second["replaced"], first["id"])
         self.wait_for_no_notifier()
 
-    def test_a_job_whose_filter_fails_within_a_minute_is_told_in_its_place(self):
+    def test_a_job_whose_filter_fails_within_a_minute_replaces_its_notification(self):
         desktop = self.desktop()
         self.add_slow_queue()
         self.prints("-d", "Slow", "-t", "Report")
@@ -120,26 +120,26 @@ class DialogNotificationsTest(DialogCase):
         self.assertEqual(second["replaced"], first["id"])
         self.wait_for_no_notifier()
 
-    def test_nothing_is_left_behind_where_the_session_shows_no_notifications(self):
+    def test_no_process_is_left_behind_in_a_session_without_notifications(self):
         self.add_slow_queue()
         self.prints("-d", "Slow")
         self.wait_for_no_notifier()
 
-    def test_desktops_that_do_not_answer_hold_nothing_up(self):
+    def test_the_program_does_not_wait_for_a_desktop_that_does_not_answer(self):
         desktop = self.desktop()
         desktop.freeze()
         self.prints("-d", "Morva")
         self.assertNotEqual(self.notifiers(), [], "the program waited for the desktop")
         self.wait_for_no_notifier()
 
-    def test_signs_of_markup_are_shown_as_they_are(self):
+    def test_markup_characters_in_a_title_are_shown_literally(self):
         for capabilities, shown_title in (((), ODD_TITLE), ((MARKUP,), "&lt;b&gt;50 %s&lt;/b&gt; &amp; &quot;more&quot;")):
             with self.subTest(capabilities), Desktop(self.temporary_folder(), *capabilities) as desktop:
                 self.prints("-d", "Morva", "-t", ODD_TITLE)
                 (shown,) = desktop.wait_for(1)
                 self.assertEqual(shown["body"].splitlines()[0], shown_title)
 
-    def test_it_speaks_the_users_language(self):
+    def test_notifications_are_in_the_users_language(self):
         desktop = self.desktop()
         dialog = self.dialog("-d", "Morva", LANGUAGE="de", **self.around)
         dialog.wait_for_tab("Tandem Trim")
@@ -148,7 +148,7 @@ class DialogNotificationsTest(DialogCase):
         (shown,) = desktop.wait_for(1)
         self.assertEqual(shown["heading"], "Auftrag 1 auf Morva: alle Einstellungen bestätigt")
 
-    def test_nothing_is_said_with_no_notification(self):
+    def test_the_option_no_notification_shows_none_for_this_job_alone(self):
         desktop = self.desktop()
         self.prints("-d", "Morva", "--no-notification")
         self.assertEqual((desktop.shown(), self.notifiers()), ([], []))
@@ -156,7 +156,7 @@ class DialogNotificationsTest(DialogCase):
         self.prints("-d", "Morva")
         desktop.wait_for(1)
 
-    def test_the_switch_on_the_page_is_remembered_for_all_printers_once_a_job_was_sent(self):
+    def test_the_switch_is_remembered_for_all_printers_once_a_job_is_sent(self):
         desktop = self.desktop()
         self.add_other()
         dialog = self.panel(**self.around)
@@ -179,7 +179,7 @@ class DialogNotificationsTest(DialogCase):
         self.printed(dialog, "Other")
         desktop.wait_for(1)
 
-    def test_the_users_hand_counts_more_than_the_command_line(self):
+    def test_the_switch_overrides_the_command_line(self):
         desktop = self.desktop()
         dialog = self.panel("--no-notification", **self.around)
         self.assertFalse(dialog.is_checked(SWITCH))
@@ -188,7 +188,7 @@ class DialogNotificationsTest(DialogCase):
         self.printed(dialog)
         desktop.wait_for(1)
 
-    def test_a_damaged_choice_counts_as_none(self):
+    def test_with_a_damaged_file_of_the_choice_notifications_are_shown(self):
         desktop = self.desktop()
         self.choices.parent.mkdir(parents=True)
         for damaged in ("[Dialog]\nNotify=perhaps\n", "no file of keys"):
@@ -199,7 +199,7 @@ class DialogNotificationsTest(DialogCase):
         self.prints("-d", "Morva")
         desktop.wait_for(1)
 
-    def test_what_watches_the_job_lives_apart_from_the_program(self):
+    def test_the_process_that_watches_the_job_has_its_own_session(self):
         desktop = self.desktop()
         self.add_slow_queue()
         self.prints("-d", "Slow")
@@ -211,8 +211,8 @@ class DialogNotificationsTest(DialogCase):
         self.assertEqual(len(desktop.shown()), 1)
 
     @contextlib.contextmanager
-    def called_back(self, request):
-        """A dialog whose job is cancelled while the server holds up the answer to this request."""
+    def cancelled_during(self, request):
+        """A dialog whose job the user cancels while the server delays the answer to this request."""
         with Holdup(self.cups.address, request) as holdup:
             dialog = self.ready("-d", "Morva", CUPS_SERVER=holdup.address)
             dialog.press("Print")
@@ -222,22 +222,22 @@ class DialogNotificationsTest(DialogCase):
             holdup.release()
             yield dialog
 
-    def test_a_job_that_was_called_back_is_not_told(self):
+    def test_a_job_that_the_user_cancels_in_the_dialog_is_not_notified(self):
         desktop = self.desktop()
-        with self.called_back(NEW_JOB) as dialog:
+        with self.cancelled_during(NEW_JOB) as dialog:
             _, out, said = dialog.ends()
         self.assertEqual(out, "")
         self.assertIn("cancelled", said)
         self.assertEqual((desktop.shown(), self.notifiers()), ([], []))
 
-    def test_a_job_that_was_called_back_too_late_is_told(self):
+    def test_a_job_that_the_user_cancels_too_late_is_notified(self):
         desktop = self.desktop()
-        with self.called_back(GET_JOB_ATTRIBUTES) as dialog:
+        with self.cancelled_during(GET_JOB_ATTRIBUTES) as dialog:
             self.printed(dialog)
             (shown,) = desktop.wait_for(1)
         self.assertEqual(shown["heading"], "Job 1 on Morva: all settings confirmed")
 
-    def test_an_installed_program_finds_what_shows_it(self):
+    def test_an_installed_program_shows_notifications(self):
         desktop = self.desktop()
         prefix = self.temporary_folder()
         prefix.chmod(0o755)
@@ -245,7 +245,7 @@ class DialogNotificationsTest(DialogCase):
         self.prints("-d", "Morva", program=prefix / "bin/tandem-trim", TANDEM_TRIM_PLUGIN_PATH="")
         desktop.wait_for(1)
 
-    def test_a_program_that_others_may_write_is_not_started(self):
+    def test_a_notifier_that_others_could_change_is_not_started(self):
         desktop = self.desktop()
         prefix = self.temporary_folder()
         self.run_command("cmake", "--install", BUILD, "--prefix", prefix)
@@ -257,7 +257,7 @@ class DialogNotificationsTest(DialogCase):
         self.assertIn("no notification is shown", said)
         self.assertEqual(desktop.shown(), [])
 
-    def test_what_is_printed_without_a_dialog_is_told_by_the_terminal_alone(self):
+    def test_a_job_printed_without_the_dialog_shows_no_notification(self):
         desktop = self.desktop()
         result = self.trim("-d", "Morva", *each("--set", ["Valid=On"]), SAMPLE, DBUS_SESSION_BUS_ADDRESS=os.environ["DBUS_SESSION_BUS_ADDRESS"])
         self.assertEqual(result.returncode, 0, result.stderr)

@@ -1,4 +1,4 @@
-"""The page of the document in the picture of the sheet: what a user sees of it, turns, and is told about its content."""
+"""The document's page in the picture of the sheet: what a user sees and hears of it, and how pages are turned."""
 
 import subprocess
 import unittest
@@ -6,7 +6,7 @@ import unittest
 import gi
 import pages
 from dialog_case import RANGES, DialogCase, until
-from listener import Listener, is_told, words
+from listener import Listener, is_heard, words
 from pages import A4, bar
 from screen_reader import FOCUSED, SENSITIVE
 from terminal_case import BUILD, MARGINS, PPD, SAMPLE, VALID
@@ -14,7 +14,7 @@ from terminal_case import BUILD, MARGINS, PPD, SAMPLE, VALID
 gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402
 
-# 2 mm from each side, and 40 mm long.
+# A bar 2 mm from each side, 40 mm long.
 AT_SIDES = {
     "Top": bar(85, 2, 40, 20),
     "Bottom": bar(85, 275, 40, 20),
@@ -32,7 +32,7 @@ def is_red(colour):
 
 
 def colours_in(pixels):
-    """The rows of pixels, each its red, green and blue."""
+    """The rows of pixels, each pixel as (red, green, blue)."""
     content, step, row = pixels.get_pixels(), pixels.get_n_channels(), pixels.get_rowstride()
     places = [range(y * row, y * row + pixels.get_width() * step, step) for y in range(pixels.get_height())]
     return [[tuple(content[place : place + 3]) for place in line] for line in places]
@@ -45,7 +45,7 @@ class PagePreviewTest(DialogCase):
         return path
 
     def shown(self, content, *options, side=None, margin=5, language="en"):
-        """The panel, switched on, with a document of this content."""
+        """Shows the panel, switched on, with a document of this content and this margin on one side."""
         margins = dict.fromkeys(MARGINS.values(), 0) | ({MARGINS[side]: margin} if side else {})
         values = " ".join([f"{VALID}=On", *(f"{keyword}={value}" for keyword, value in margins.items())])
         dialog = self.dialog("-d", "Morva", "-o", values, *options, documents=(self.document(content),), LANG="C.UTF-8", LANGUAGE=language)
@@ -53,7 +53,7 @@ class PagePreviewTest(DialogCase):
         return dialog
 
     def picture(self, dialog):
-        """The picture of the sheet, by which a screen reader hears what it shows."""
+        """The node of the picture of the sheet; its name describes the picture to a screen reader."""
         return next((node for node in dialog.nodes() if node.role == "image" and "mm; " in node.name), None)
 
     def colours(self, dialog):
@@ -64,7 +64,7 @@ class PagePreviewTest(DialogCase):
         return colours_in(GdkPixbuf.Pixbuf.new_from_file(str(path)).new_subpixbuf(left, top, width, height))
 
     def red(self, dialog):
-        """The middle of all that is red in the picture, each way from 0 to 1; none without any."""
+        """The centre of all red pixels in the picture, as (across, down) from 0 to 1; None without red."""
         rows = self.colours(dialog)
         places = [(x, y) for y, row in enumerate(rows) for x, colour in enumerate(row) if is_red(colour)]
         if not places:
@@ -74,7 +74,7 @@ class PagePreviewTest(DialogCase):
     def see_red(self, dialog):
         return until(lambda: self.red(dialog), "the page in the picture")
 
-    def test_the_page_is_under_its_margins_and_what_they_take_is_noted(self):
+    def test_the_picture_shows_the_page_with_its_margins_and_a_note_names_content_in_them(self):
         expected = {"Top": (0.5, 0.2), "Bottom": (0.5, 0.8), "Left": (0.4, 0.55), "Right": (0.6, 0.55)}
         for side, content in AT_SIDES.items():
             with self.subTest(side):
@@ -87,7 +87,7 @@ class PagePreviewTest(DialogCase):
                                  f"{across}, {down}; about {expected[side]}")
                 dialog.close()
 
-    def test_the_note_follows_each_key(self):
+    def test_the_note_changes_with_each_typed_digit(self):
         dialog = self.shown(pages.pdf([AT_SIDES["Left"]]), side="Left", margin=2)
         self.see_red(dialog)
         self.assertFalse(any(NOTE in label for label in dialog.labels()))
@@ -97,7 +97,7 @@ class PagePreviewTest(DialogCase):
         dialog.keys("BackSpace", "1")
         until(lambda: not any(NOTE in label for label in dialog.labels()), "the end of the note")
 
-    def test_a_page_that_ends_at_a_margin_is_not_in_it_and_one_that_is_less_than_a_millimetre_in_it_is(self):
+    def test_content_is_noted_if_it_is_less_than_a_millimetre_in_a_margin_but_not_if_it_ends_there(self):
         dialog = self.shown(pages.pdf([bar(5, 5, 200, 287)]), side="Left")
         self.see_red(dialog)
         self.assertFalse(any(NOTE in label for label in dialog.labels()))
@@ -127,10 +127,10 @@ class PagePreviewTest(DialogCase):
         dialog.page("Tandem Trim")
 
     def is_live(self, dialog):
-        """Whether the buttons back and on can be used."""
+        """Whether the buttons of the previous and the next page can be used."""
         return [dialog.is_live("push button", name) for name in ("Previous page", "Next page")]
 
-    def test_only_pages_that_are_printed_are_shown_and_turned_to(self):
+    def test_only_pages_that_are_printed_are_shown(self):
         content = pages.pdf(*[[AT_SIDES[side]] for side in ("Top", "Left", "Bottom", "Right", "Top")])
         choices = {"page-ranges=3": [3], "page-ranges=2-3,5": [2, 3, 5], "page-set=even": [2, 4], "page-ranges=2-5 page-set=odd": [3, 5]}
         for options, shown in choices.items():
@@ -154,13 +154,13 @@ class PagePreviewTest(DialogCase):
         dialog.says("Page 2 of 3")
         dialog.says(f"{NOTE}Bottom Margin (up to 3 mm)")
         self.choose_pages(dialog, "4-")
-        until(lambda: not self.red(dialog), "lines for pages that the document has not")
+        until(lambda: not self.red(dialog), "lines for pages that the document does not have")
         self.assertFalse([label for label in dialog.labels() if " of 3" in label or NOTE in label])
         self.choose_pages(dialog, "3")
         dialog.says("Page 3 of 3")
         self.see_red(dialog)
 
-    def test_pages_beyond_the_document_are_shown_as_lines_and_nothing_is_said(self):
+    def test_pages_beyond_the_document_are_shown_as_lines_without_a_message(self):
         dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), "-o", "page-ranges=7")
         self.lines_for_a_while(dialog)
         self.choose_pages(dialog, "1")
@@ -168,7 +168,7 @@ class PagePreviewTest(DialogCase):
         dialog.process.terminate()
         self.assertNotIn(NOT_SHOWN, dialog.ends()[2])
 
-    def test_the_keyboard_stays_at_its_button_at_the_first_and_the_last_page(self):
+    def test_the_focus_stays_at_its_button_at_the_first_and_the_last_page(self):
         dialog = self.shown(pages.pdf([], [IN_THE_MIDDLE]))
         dialog.says("Page 1 of 2")
         dialog.click(dialog.find("push button", "Next page"))
@@ -177,7 +177,7 @@ class PagePreviewTest(DialogCase):
                 dialog.says(f"Page {number} of 2")
                 until(lambda: self.is_at_end(dialog, name), "the end")  # noqa: B023
                 self.assertEqual(self.focused(dialog), name)
-                # There is no other page beyond, and no other thing happens.
+                # At the end, the keys have no effect.
                 dialog.keys(turn, turn)
                 dialog.keys(back)
                 until(lambda: self.focused(dialog) not in (None, name), "the other button")  # noqa: B023
@@ -186,22 +186,22 @@ class PagePreviewTest(DialogCase):
         self.assertEqual(self.focused(dialog), "Next page")
 
     def is_at_end(self, dialog, name):
-        """Whether a user sees and hears that the button leads nowhere."""
+        """Whether the button is greyed, for the eye and the ear."""
         return not dialog.find("push button", name).has(SENSITIVE)
 
     def focused(self, dialog):
-        """The name of the button at which the keyboard is."""
+        """The name of the button with the focus; None if another control has it."""
         return next((node.name for node in dialog.nodes() if node.has(FOCUSED) and node.role == "push button"), None)
 
     def hears(self, dialog, act, *expected):
-        """Does it until all of this is said."""
+        """Calls `act`, waits until all of this is heard, and returns everything that was heard."""
         listener = Listener(dialog.program)
         said = set()
         act()
-        until(lambda: said.update(listener.hears()) or all(is_told(one, said) for one in expected), f"{expected} among {said}")
+        until(lambda: said.update(listener.hears()) or all(is_heard(one, said) for one in expected), f"{expected} among {said}")
         return said
 
-    def test_a_reader_speaks_of_the_page_and_the_note_where_a_page_is_turned(self):
+    def test_a_screen_reader_reads_page_and_note_when_a_page_is_turned(self):
         dialog = self.shown(pages.pdf([], [AT_SIDES["Bottom"]], []), side="Bottom")
         note = f"{NOTE}Bottom Margin (up to 3 mm)"
         dialog.says("Page 1 of 3")
@@ -219,7 +219,7 @@ class PagePreviewTest(DialogCase):
         dialog.type("Bottom Margin", "4")
         until(lambda: dialog.find("push button", "Next page").description.endswith("(up to 2 mm)"), "the new depth")
 
-    def test_a_reader_speaks_of_the_note_at_the_margin_that_brings_it_on(self):
+    def test_a_screen_reader_reads_the_note_at_the_margin_that_causes_it(self):
         dialog = self.shown(pages.pdf([AT_SIDES["Left"]]), side="Left", margin=2)
         self.see_red(dialog)
         dialog.go_to("Left Margin")
@@ -234,12 +234,12 @@ class PagePreviewTest(DialogCase):
         dialog.keys("ctrl+a", "1")
         until(lambda: NOTE not in dialog.find("entry", "Left Margin").description, "the end of the note")
 
-    def test_a_reader_speaks_of_the_note_behind_the_warning(self):
+    def test_a_screen_reader_reads_the_note_after_the_warning(self):
         dialog = self.shown(pages.pdf([AT_SIDES["Left"]]), side="Left", margin=18)
         self.see_red(dialog)
         dialog.go_to("Left Margin")
-        told = until(lambda: dialog.find("entry", "Left Margin").description, "a description").splitlines()
-        self.assertEqual(["does not allow" in told[0], told[1:]], [True, [f"{NOTE}Left Margin (up to 16 mm)"]])
+        lines = until(lambda: dialog.find("entry", "Left Margin").description, "a description").splitlines()
+        self.assertEqual(["does not allow" in lines[0], lines[1:]], [True, [f"{NOTE}Left Margin (up to 16 mm)"]])
 
     def test_the_buttons_have_names_in_each_language(self):
         for language, previous, following, number in (("de", "Vorherige Seite", "Nächste Seite", "Seite 1 von 2"), ("ar", "الصفحة السابقة", "الصفحة التالية", "الصفحة 1 من 2")):
@@ -251,21 +251,21 @@ class PagePreviewTest(DialogCase):
                 dialog.close()
 
     def test_a_page_of_the_other_orientation_is_turned_as_the_printer_turns_it(self):
-        # 2 mm below the upper edge of a page that is wider than high.
+        # A bar 2 mm below the upper edge of a page that is wider than high.
         dialog = self.shown(pages.pdf([bar(128, 2, 40, 20)], size=A4[::-1]), side="Left")
         dialog.says(f"{NOTE}Left Margin (up to 3 mm)")
         self.assertLess(self.see_red(dialog)[0], 0.45)
 
     def left_of_print(self, record):
-        """How many millimetres are empty at the left of the sheet that the print system made of the document's first page."""
+        """The empty millimetres at the left edge of the sheet onto which the print system put the document's first page."""
         picture = self.temporary_folder() / "printed"
         command = ["pdftoppm", "-png", "-singlefile", "-r", str(10 * 25.4), record.document, picture]
         subprocess.run(command, check=True)
         rows = colours_in(GdkPixbuf.Pixbuf.new_from_file(f"{picture}.png"))
         return min(x for row in rows for x, colour in enumerate(row) if is_red(colour)) / 10
 
-    def test_pages_are_fitted_where_the_print_system_fits_them(self):
-        # 10 mm are unprintable at the left, 20 at the right; the printer gets what the print system has laid out.
+    def test_pages_are_fitted_as_the_print_system_fits_them(self):
+        # 10 mm are unprintable at the left, 20 at the right. The printer gets the print system's layout.
         ppd = self.temporary_folder() / "fitting.ppd"
         left, bottom, right, top = (length * 72 / 25.4 for length in (10, 5, 190, 282))
         ppd.write_text(
@@ -292,19 +292,19 @@ class PagePreviewTest(DialogCase):
         self.assertFalse(any(NOTE in label for label in dialog.labels()))
 
     def lines_only(self, dialog):
-        """Sees that the picture shows no page, but lines."""
+        """Asserts that the picture shows lines instead of a page."""
         self.assertIsNone(self.red(dialog))
         self.assertFalse([label for label in dialog.labels() if "Page 1" in label or NOTE in label])
 
     def lines_for_a_while(self, dialog):
-        """Sees that the picture shows no page before and after the page has been read."""
+        """Asserts that the picture shows lines, before and after the page has been read."""
         self.lines_only(dialog)
         # By then the page has been read.
         dialog.page("Summary")
         dialog.page("Tandem Trim")
         self.lines_only(dialog)
 
-    def test_more_pages_on_a_sheet_are_shown_as_lines(self):
+    def test_layouts_that_the_picture_cannot_show_are_shown_as_lines(self):
         content = pages.pdf([bar(0, 0, *A4)], [])
         for options in (("-o", "number-up=2"), ("-o", "print-scaling=fill"), ("-o", "mirror=true"), ("-o", "nopdfAutorotate"), ("-o", "page-label=Draft")):
             with self.subTest(options):
@@ -312,7 +312,7 @@ class PagePreviewTest(DialogCase):
                 self.lines_for_a_while(dialog)
                 dialog.close()
 
-    def test_what_the_queue_itself_does_to_pages_is_shown_as_lines(self):
+    def test_layouts_by_the_queues_defaults_are_shown_as_lines(self):
         content = pages.pdf([bar(0, 0, *A4)], [])
         for default in ("print-scaling=fill", "print-scaling=none", "number-up=2", "mirror=true", "fit-to-page=true"):
             with self.subTest(default):
@@ -323,7 +323,7 @@ class PagePreviewTest(DialogCase):
                 dialog.close()
                 self.cups.remove("Morva")
 
-    def test_what_the_ppd_does_to_pages_is_shown_as_lines(self):
+    def test_a_layout_by_the_ppds_defaults_is_shown_as_lines(self):
         choices = "".join(f'*MirrorPrint {choice}/{choice}: ""\n' for choice in ("True", "False"))
         mirror = f"*OpenUI *MirrorPrint/Mirrored: PickOne\n*DefaultMirrorPrint: True\n{choices}*CloseUI: *MirrorPrint\n"
         ppd = self.temporary_folder() / "mirror.ppd"
@@ -335,7 +335,7 @@ class PagePreviewTest(DialogCase):
         dialog.close()
         self.see_red(self.shown(content, "-o", "MirrorPrint=False", side="Left"))
 
-    def test_the_queues_default_does_not_count_where_the_job_has_its_own(self):
+    def test_a_queues_default_layout_does_not_count_if_the_job_has_its_own(self):
         self.run_command("lpadmin", "-p", "Morva", "-o", "number-up-default=2")
         self.run_command("lpoptions", "-p", "Morva", "-o", "number-up=1")
         dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), side="Left")
@@ -344,7 +344,7 @@ class PagePreviewTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).options["number-up"], "1")
 
-    def test_the_choice_in_another_tab_counts_when_the_page_comes_up_again(self):
+    def test_the_picture_shows_lines_once_several_pages_per_side_are_chosen(self):
         dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), side="Left")
         self.see_red(dialog)
         dialog.page("Page Setup")
@@ -353,7 +353,7 @@ class PagePreviewTest(DialogCase):
         until(lambda: not self.red(dialog), "lines for two pages on a sheet")
         self.lines_only(dialog)
 
-    def test_a_choice_of_pages_that_cannot_be_printed_brings_no_page_to_the_picture(self):
+    def test_with_an_invalid_choice_of_pages_the_picture_still_shows_lines(self):
         dialog = self.shown(pages.pdf([bar(0, 0, *A4)], []), "-o", "number-up=2", side="Left")
         dialog.page("General")
         dialog.check("Pages:")
@@ -361,7 +361,7 @@ class PagePreviewTest(DialogCase):
         dialog.page("Tandem Trim")
         self.lines_only(dialog)
 
-    def test_a_document_without_pages_that_can_be_shown_costs_a_line_and_is_printed(self):
+    def test_a_document_whose_pages_cannot_be_shown_is_printed_with_a_message(self):
         for content, reason in ((pages.locked(), "it needs a password"), (b"%PDF-1.5\nnothing", "it is no PDF document that can be read")):
             with self.subTest(reason):
                 dialog = self.shown(content)
@@ -372,7 +372,7 @@ class PagePreviewTest(DialogCase):
                 self.assertEqual(record.size, len(content))
                 self.assertEqual([line for line in dialog.said.splitlines() if NOT_SHOWN in line], [f"tandem-trim: {NOT_SHOWN}{reason}"])
 
-    def test_documents_that_are_several_or_no_pdf_are_shown_as_lines_and_nothing_is_said(self):
+    def test_several_documents_or_one_other_than_pdf_are_shown_as_lines_without_a_message(self):
         red = pages.pdf([bar(0, 0, *A4)])
         for documents in ((self.document(red), SAMPLE), (self.document(b"a text\n", "a.txt"),)):
             with self.subTest(documents):
@@ -383,13 +383,13 @@ class PagePreviewTest(DialogCase):
                 dialog.process.terminate()
                 self.assertNotIn(NOT_SHOWN, dialog.ends()[2])
 
-    def test_a_page_that_takes_for_ever_holds_nothing_up(self):
+    def test_a_page_that_takes_forever_to_render_does_not_delay_printing(self):
         dialog = self.shown(pages.drawing_itself())
         dialog.type("Top Margin", "7")
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).options[MARGINS["Top"]], "7")
 
-    def test_the_document_is_read_once_its_page_is_shown_and_not_before(self):
+    def test_each_page_of_the_document_is_read_only_when_it_is_shown(self):
         prefix = self.temporary_folder() / "usr"
         subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix], check=True, capture_output=True)
         (program,) = prefix.glob("lib/**/tandem-trim-page")

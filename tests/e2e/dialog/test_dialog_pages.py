@@ -1,4 +1,4 @@
-"""What a user sets on the print dialog's own pages, from the page to the printer's filter and to the next dialog."""
+"""Settings of the print dialog's own pages: they reach the printer's filter and the next dialog."""
 
 import stat
 import unittest
@@ -32,7 +32,7 @@ GLUE = """\
 
 class DialogPagesTest(DialogCase):
     def shown(self, *arguments, **variables):
-        """The dialog once the printer's details are in it."""
+        """Shows the dialog and waits until it knows the printer's details."""
         dialog = self.dialog("-d", "Morva", *arguments, **variables)
         dialog.wait_for_tab("Tandem Trim")
         until(lambda: dialog.is_live("spin button", "Copies"), "the printer")
@@ -45,17 +45,17 @@ class DialogPagesTest(DialogCase):
         dialog.page("General")
 
     def sent(self, dialog):
-        """Prints and gives what the job was asked to do beside what the panel asks."""
+        """Prints and returns the job's options other than the panel's."""
         dialog.press("Print")
         return of_pages(self.printed(dialog).options)
 
     def add_option(self, option):
-        """Adds an option of its own to the PPD of Morva."""
+        """Adds this option to Morva's PPD."""
         ppd = self.temporary_folder() / "more.ppd"
         ppd.write_text(PPD.read_text().replace("*OpenGroup: TandemTrim", option, 1))
         self.cups.add_queue("Morva", ppd)
 
-    def test_a_job_of_which_nothing_is_changed_asks_for_nothing(self):
+    def test_a_job_without_changes_has_no_options_of_the_pages(self):
         self.assertEqual(self.sent(self.shown()), {})
 
     def test_each_row_of_the_page_setup_reaches_the_filter(self):
@@ -91,7 +91,7 @@ class DialogPagesTest(DialogCase):
         dialog.check("Collate")
         self.assertEqual(self.sent(dialog), {"Collate": "false"})
 
-    def test_page_ranges_are_sent_in_their_order_and_once(self):
+    def test_page_ranges_are_sent_in_ascending_order_and_each_page_once(self):
         for typed, sent in (("2", "2"), ("2,1", "1-2"), ("1-3,2", "1-3"), ("7,1-2", "1-2,7"), ("5-,2", "2,5-2147483647")):
             with self.subTest(typed):
                 dialog = self.shown()
@@ -99,7 +99,7 @@ class DialogPagesTest(DialogCase):
                 dialog.type(RANGES, typed)
                 self.assertEqual(self.sent(dialog), {"page-ranges": sent})
 
-    def test_pages_have_to_be_named_to_be_chosen(self):
+    def test_print_is_refused_if_pages_are_chosen_but_not_named(self):
         dialog = self.shown()
         dialog.check("Pages:")
         dialog.press("Print")
@@ -110,14 +110,14 @@ class DialogPagesTest(DialogCase):
         self.assertEqual(self.sent(dialog), {"page-ranges": "1"})
 
     def refused(self, dialog, words):
-        """Presses Print, which is answered by these words, once and in a message that goes away."""
+        """Presses Print, and asserts that a message with these words appears, can be closed, and nothing is sent."""
         dialog.press("Print")
         dialog.says(words)
         dialog.press("Close")
         until(lambda: len(dialog.program.windows()) == 1, "the message to go")
         self.assert_nothing_was_sent()
 
-    def test_pages_that_are_none_are_refused_in_words(self):
+    def test_invalid_page_ranges_are_refused_with_an_explanation(self):
         dialog = self.shown()
         dialog.check("Pages:")
         for typed in ("abc", "1,,2", "3-1", "2x", "0"):
@@ -127,7 +127,7 @@ class DialogPagesTest(DialogCase):
         dialog.type(RANGES, "1 - 2; 4")
         self.assertEqual(self.sent(dialog), {"page-ranges": "1-2,4"})
 
-    def test_the_summary_is_one_stop_of_the_keyboard_and_each_row_is_read_as_a_whole(self):
+    def test_the_summary_takes_the_focus_once_and_a_screen_reader_reads_whole_rows(self):
         dialog = self.live_panel("-o", f"{MARGINS['Top']}=12")
         dialog.page("Summary")
 
@@ -151,7 +151,7 @@ class DialogPagesTest(DialogCase):
             until(lambda: [node.path for node in dialog.nodes() if node.has(FOCUSED)] != [focused.path], "the next stop")  # noqa: B023
         self.assertEqual((focused.role, focused.description.splitlines()), ("list", expected))
         dialog.keys("Tab")
-        until(lambda: dialog.find("push button", "Cancel").has(FOCUSED), "the stop behind the summary")
+        until(lambda: dialog.find("push button", "Cancel").has(FOCUSED), "the stop after the summary")
 
     def test_the_summary_can_be_copied_by_keys_and_by_its_menu(self):
         dialog = self.live_panel("-o", f"{MARGINS['Top']}=12")
@@ -186,7 +186,7 @@ class DialogPagesTest(DialogCase):
         self.assertEqual((len(set(lefts[::2])), len(set(lefts[1::2]))), (1, 1))
         self.assertGreater(lefts[1], lefts[0])
 
-    def test_a_time_that_is_none_is_refused_in_words(self):
+    def test_an_invalid_time_is_refused_with_an_explanation(self):
         dialog = self.shown()
         dialog.page("Job")
         dialog.click(dialog.find("check box", "At:"))
@@ -201,7 +201,7 @@ class DialogPagesTest(DialogCase):
         self.assertEqual(dialog.ends()[0], 0)
         self.assertEqual(self.cups.jobs("not-completed"), [1])
 
-    def test_the_pages_start_from_the_command_line(self):
+    def test_the_pages_start_with_the_command_lines_options(self):
         self.add_option(DUPLEX)
         starts = {
             "PageSize=A3": {"PageSize": "A3"},
@@ -222,7 +222,7 @@ class DialogPagesTest(DialogCase):
                 dialog = self.shown("-o", option, XDG_STATE_HOME=str(self.temporary_folder()))
                 self.assertEqual(self.sent(dialog), {"Duplex": "None"} | expected)
 
-    def test_what_is_changed_in_the_dialog_wins_over_the_command_line(self):
+    def test_changes_in_the_dialog_override_the_command_line(self):
         options = "COPIES=3 page-ranges=2 page-set=even landscape PageSize=A3 number-up=2 sides=two-sided-long-edge"
         self.add_option(DUPLEX)
         dialog = self.shown("-o", options)
@@ -235,16 +235,16 @@ class DialogPagesTest(DialogCase):
         self.assertEqual(record.copies, 1)
         self.assertEqual(of_pages(record.options), {"Duplex": "None"})
 
-    def test_a_printer_that_cannot_show_an_option_gets_it_from_the_command_line(self):
+    def test_an_option_of_the_command_line_is_sent_even_if_no_page_shows_it(self):
         self.assertEqual(self.sent(self.shown("-o", "sides=two-sided-long-edge")), {"sides": "two-sided-long-edge"})
 
-    def test_other_defaults_of_the_queue_are_overruled_by_what_the_dialog_shows(self):
+    def test_choices_in_the_dialog_override_the_queues_defaults(self):
         self.run_command("lpadmin", "-p", "Morva", "-o", "number-up-default=2")
         dialog = self.shown()
         self.set_up(dialog, **{"Pages per side": ("Home",)})
         self.assertEqual(self.sent(dialog), {"number-up": "1"})
 
-    def test_the_next_dialog_starts_from_the_last_page_setup_but_for_its_pages(self):
+    def test_the_next_dialog_starts_with_the_last_page_setup_but_all_pages(self):
         state = self.temporary_folder()
         dialog = self.shown(XDG_STATE_HOME=str(state))
         dialog.check("Pages:")
@@ -259,7 +259,7 @@ class DialogPagesTest(DialogCase):
         dialog = self.shown(XDG_STATE_HOME=str(state))
         self.assertEqual(self.sent(dialog), {"PageSize": "A3", "orientation-requested": "4"})
 
-    def test_the_last_job_counts_more_than_what_is_saved(self):
+    def test_the_last_jobs_settings_override_saved_ones(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "OutputOrder=Reverse", "-o", "MVTopMargin=7")
         state = {"XDG_STATE_HOME": str(self.temporary_folder())}
         dialog = self.live_panel(**state)
@@ -273,7 +273,7 @@ class DialogPagesTest(DialogCase):
         dialog.page("General")
         self.assertFalse(dialog.is_checked("Reverse"))
 
-    def test_a_row_of_another_printer_counts_as_it_is_shown(self):
+    def test_a_choice_for_another_printer_overrides_the_command_line(self):
         self.add_other(SMALLER)
         self.run_command("lpoptions", "-p", "Morva", "-o", "number-up=2")
         dialog = self.shown("-o", "number-up=4")
@@ -283,7 +283,7 @@ class DialogPagesTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(self.printed(dialog, "Other").options["number-up"], "2")
 
-    def test_the_command_line_counts_whatever_is_saved_and_in_whatever_letter_case(self):
+    def test_the_command_line_overrides_saved_options_in_any_letter_case(self):
         self.add_option(GLUE)
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Hot", "-o", "number-up=2")
         dialog = self.shown("-o", "glue=Cold number-up=4")
@@ -291,7 +291,7 @@ class DialogPagesTest(DialogCase):
         options = self.printed(dialog).options
         self.assertEqual((options.get("Glue"), options.get("number-up")), ("Cold", "4"))
 
-    def test_a_dialog_without_a_printer_to_begin_with_starts_from_the_first_that_is_chosen(self):
+    def test_without_a_default_printer_the_command_lines_options_apply_to_the_first_chosen_one(self):
         self.cups.add_queue("Other", PPD)
         dialog = self.dialog("-n", "3", "-o", "MVTandemTrim=On MVTopMargin=12 x-note=kept")
         dialog.says("There is no default printer")
@@ -303,7 +303,7 @@ class DialogPagesTest(DialogCase):
         self.assertEqual(of_panel(record.options)[MARGINS["Top"]], "12")
         self.assertEqual((record.copies, record.options["x-note"]), (3, "kept"))
 
-    def test_a_job_on_hold_holds_no_later_one(self):
+    def test_after_a_job_on_hold_the_next_one_is_not_on_hold(self):
         state = {"XDG_STATE_HOME": str(self.temporary_folder())}
         dialog = self.shown(**state)
         dialog.page("Job")
@@ -326,7 +326,7 @@ class DialogPagesTest(DialogCase):
         dialog.ends()
         self.assert_nothing_was_sent()
 
-    def test_an_instances_defaults_are_its_own(self):
+    def test_an_instance_of_a_printer_has_its_own_saved_settings(self):
         self.run_command("lpoptions", "-p", "Morva/draft", "-o", "MVTandemTrim=On", "-o", "MVTopMargin=7")
         dialog = self.dialog("-d", "Morva/draft")
         dialog.page("Tandem Trim")
@@ -344,7 +344,7 @@ class DialogPagesTest(DialogCase):
         lines = [line for path in kept if path.exists() for line in path.read_text().splitlines() if "Morva" in line]
         return dict(word.partition("=")[::2] for line in lines for word in line.split()[2:])
 
-    def test_all_but_what_is_of_one_job_is_kept_for_all_jobs(self):
+    def test_settings_for_all_jobs_do_not_include_those_of_a_single_job(self):
         dialog = self.shown("-o", "x-note=kept", "-n", "2")
         dialog.check("Pages:")
         dialog.type(RANGES, "1")
@@ -373,7 +373,7 @@ class DialogPagesTest(DialogCase):
         dialog.ends()
         self.assertEqual(self.kept_for_all_jobs(), {})
 
-    def test_a_job_whose_settings_cannot_be_kept_is_printed_all_the_same(self):
+    def test_a_job_whose_settings_cannot_be_saved_is_printed_with_a_message(self):
         home = self.temporary_folder() / "file"
         home.write_text("no folder")
         dialog = self.live_panel(CUPS_SERVERROOT=str(home), HOME=str(home), XDG_STATE_HOME=str(self.temporary_folder()))

@@ -1,4 +1,4 @@
-"""The print dialog with plug-ins that do not do their part: it prints without them."""
+"""The print dialog with plug-ins that fail: it prints without them."""
 
 import pathlib
 import re
@@ -14,7 +14,7 @@ SETTING_INFO = "Resources/TandemTrimKV2-SettingInfo.plist"
 
 class DialogPluginsTest(DialogCase):
     def bundle(self, without=(), texts=()):
-        """A folder with the panel's bundle, without some of its files or with others in their place."""
+        """A folder with a copy of the panel's bundle, without some files or with other texts in them."""
         folder = self.temporary_folder()
         bundle = folder / BUNDLE.name
         shutil.copytree(BUNDLE, bundle)
@@ -30,7 +30,7 @@ class DialogPluginsTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), {})
 
-    def test_the_installed_desktop_file_shows_the_panel_that_is_installed_with_it(self):
+    def test_the_installed_desktop_file_shows_the_installed_panel(self):
         prefix = self.temporary_folder() / "usr"
         self.run_command("cmake", "--install", BUILD, "--prefix", prefix)
         (entry,) = prefix.glob("share/applications/*.desktop")
@@ -46,7 +46,7 @@ class DialogPluginsTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)["MVTandemTrim"], "On")
 
-    def test_broken_bundles_leave_a_dialog_that_prints(self):
+    def test_with_a_broken_bundle_the_dialog_prints_without_the_panel(self):
         broken = {
             "no module": {"without": ["Linux/TandemTrim"]},
             "no module but a text": {"texts": {"Linux/TandemTrim": "text"}},
@@ -57,7 +57,7 @@ class DialogPluginsTest(DialogCase):
             with self.subTest(what):
                 self.prints_without_the_panel(self.dialog("-d", "Morva", "--plugin", str(self.bundle(**change))))
 
-    def test_a_broken_user_interface_leaves_a_dialog_that_prints(self):
+    def test_with_a_broken_user_interface_the_dialog_prints_without_the_panel(self):
         broken = {
             "none": {"without": ["Resources/TandemTrim.ui"]},
             "a damaged one": {"texts": {"Resources/TandemTrim.ui": "<interface><object"}},
@@ -69,7 +69,7 @@ class DialogPluginsTest(DialogCase):
                 dialog.look_at_page("Tandem Trim")
                 self.prints_without_the_panel(dialog)
 
-    def test_a_bundle_without_a_description_leaves_a_dialog_that_prints(self):
+    def test_with_a_bundle_without_information_the_dialog_prints_without_the_panel(self):
         dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(without=["Info.plist"])))
         dialog.says("own settings are not available")
         dialog.press("Print")
@@ -80,7 +80,7 @@ class DialogPluginsTest(DialogCase):
         dialog.says(f"{SETTING_INFO}: a property list in binary form")
 
     def misbehaving_bundle(self, call, misdeed):
-        """The bundle of a plug-in that works but for one call."""
+        """A bundle whose plug-in works, except that one call misbehaves."""
         bundle = self.bundle() / BUNDLE.name
         contents = bundle / "Contents"
         for module in (contents / "Linux").iterdir():
@@ -101,7 +101,7 @@ class DialogPluginsTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)["MVTandemTrim"], "On")
 
-    def test_a_job_without_the_panel_leaves_what_is_remembered_of_it(self):
+    def test_a_job_without_the_panel_does_not_change_the_panels_remembered_settings(self):
         state = {"XDG_STATE_HOME": str(self.temporary_folder())}
         dialog = self.live_panel(**state)
         dialog.type("Top Margin", "17")
@@ -110,12 +110,12 @@ class DialogPluginsTest(DialogCase):
         dialog = self.dialog("-d", "Morva", "--plugin", str(self.temporary_folder()), **state)
         dialog.says("own settings are not available")
         dialog.press("Print")
-        # No bundle says which options are a panel's, so that those of the PPD travel as the dialog's pages show them.
+        # Without a bundle, no option is known as a panel's, so the PPD's options are sent as the dialog's pages show them.
         self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
         dialog = self.panel(**state)
         self.assertEqual(dialog.text("Top Margin"), "17")
 
-    def test_a_plugin_may_break_at_any_call(self):
+    def test_the_dialog_survives_a_plugin_that_fails_in_any_call_at_its_start(self):
         at_once = {
             "initWithBundle": ("false", "raises"),
             "PDEPanelsForType": ("none", "null-panel", "raises-int"),
@@ -128,7 +128,7 @@ class DialogPluginsTest(DialogCase):
                 with self.subTest(call, misdeed=misdeed):
                     self.prints_without_the_panel(self.misbehaving(call, misdeed))
 
-    def test_a_plugin_may_break_when_it_is_looked_at_or_printed(self):
+    def test_the_dialog_survives_a_plugin_that_fails_when_it_is_shown_or_printed(self):
         later = {
             ("willShow", "raises"): lambda dialog: dialog.look_at_page("Fake"),
             ("panelView", "none"): lambda dialog: dialog.look_at_page("Fake"),
@@ -147,7 +147,7 @@ class DialogPluginsTest(DialogCase):
                 act(dialog)
                 self.prints_without_the_panel(dialog)
 
-    def test_a_plugin_may_break_when_it_comes_up(self):
+    def test_the_dialog_survives_a_plugin_that_fails_when_its_printer_is_chosen(self):
         self.add_other(("TandemTrim.bundle", "Broken.bundle"))
         folder = self.bundle()
         self.misbehaving_bundle("willShow", "raises").rename(folder / "Broken.bundle")
@@ -160,7 +160,7 @@ class DialogPluginsTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), {})
 
-    def test_the_notice_goes_when_a_printer_is_chosen_whose_panel_works(self):
+    def test_the_notice_disappears_when_a_printer_with_a_working_panel_is_chosen(self):
         self.add_other(("TandemTrim.bundle", "Missing.bundle"))
         dialog = self.dialog("-d", "Other")
         dialog.says("own settings are not available")
@@ -169,14 +169,14 @@ class DialogPluginsTest(DialogCase):
         dialog.says("(0 to 20)")
         self.assertFalse(any("own settings are not available" in label for label in dialog.labels()))
 
-    def test_a_panel_may_keep_the_user_on_its_page(self):
+    def test_a_panel_can_keep_its_page_in_front(self):
         dialog = self.misbehaving("shouldHide", "false")
         dialog.page("Fake")
         dialog.wait_for_page("Fake")
         dialog.click_tab("General")
         dialog.wait_for_page("Fake")
 
-    def test_a_panel_may_hold_printing_back(self):
+    def test_a_panel_can_prevent_printing(self):
         dialog = self.misbehaving("shouldPrint", "false")
         dialog.find("label", "Fake")
         dialog.press("Print")

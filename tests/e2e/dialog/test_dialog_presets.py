@@ -61,7 +61,7 @@ class DialogPresetsCase(DialogCase):
         return self.live_panel_of(self.dialog("-d", "Morva", **self.around))
 
     def live_with_preset(self):
-        """The dialog with a kept preset that is chosen."""
+        """Shows the dialog and chooses a saved preset."""
         self.keep(NAME, *ACTS)
         dialog = self.live()
         self.pick(dialog, NAME)
@@ -74,7 +74,7 @@ class DialogPresetsCase(DialogCase):
         return dialog
 
     def chosen(self, dialog):
-        """What the row says."""
+        """The row's text without "Preset: "."""
         (title,) = {node.name.removeprefix("Preset: ") for node in dialog.nodes() if node.name.startswith("Preset: ")}
         return title
 
@@ -86,7 +86,7 @@ class DialogPresetsCase(DialogCase):
         dialog.find("menu item", "Save As…")
 
     def pick(self, dialog, item):
-        """Goes to the item of the menu by the keyboard, which passes over what is grey."""
+        """Chooses an item of the menu by the keyboard, which skips grey items."""
         self.open_menu(dialog)
         live = [node.name for node in dialog.nodes() if node.role == "menu item" and node.has(SENSITIVE)]
         dialog.keys(*["Down"] * live.index(item), "Return")
@@ -105,7 +105,7 @@ class DialogPresetsCase(DialogCase):
 
 
 class DialogPresetsTest(DialogPresetsCase):
-    def test_a_preset_that_is_chosen_is_shown_and_printed(self):
+    def test_a_chosen_preset_is_shown_and_printed(self):
         self.keep(NAME, *ACTS)
         self.keep("Other", "--set", "Valid=On")
         dialog = self.live()
@@ -120,7 +120,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
 
-    def test_a_change_is_shown_and_can_be_saved_or_taken_back(self):
+    def test_a_change_is_shown_and_can_be_saved_or_undone(self):
         dialog = self.live_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
@@ -156,7 +156,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_name_that_is_taken_is_asked_about_and_one_that_is_none_cannot_be_given(self):
+    def test_the_dialog_asks_before_replacing_a_preset_and_takes_no_blank_name(self):
         self.keep(NAME, *ACTS)
         dialog = self.live()
         self.pick(dialog, "Save As…")
@@ -175,7 +175,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_name_that_is_taken_is_asked_about_when_a_preset_is_renamed(self):
+    def test_the_dialog_asks_before_a_renamed_preset_replaces_another(self):
         self.keep("Other", "--set", "Valid=On")
         dialog = self.live_with_preset()
         self.pick(dialog, "Rename…")
@@ -194,7 +194,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_name_that_another_program_takes_at_the_same_time_is_asked_about(self):
+    def test_the_dialog_asks_before_replacing_a_preset_that_another_program_saved_at_the_same_time(self):
         dialog = self.live()
         self.folder.mkdir(parents=True)
         with open(f"{self.folder}.lock", "w") as lock:
@@ -203,7 +203,7 @@ class DialogPresetsTest(DialogPresetsCase):
             until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
             dialog.type("Name of the preset", NAME)
             until(lambda: dialog.find("push button", "Continue").has(SENSITIVE), "the button to be live")
-            dialog.keys("Return")  # The dialog, which waits for the lock, answers no reader.
+            dialog.keys("Return")  # while the dialog waits for the lock, it does not answer on the accessibility bus
             opened = pathlib.Path(f"/proc/{dialog.process.pid}/fd")
             files = lambda: map(os.path.realpath, opened.iterdir())
             until(lambda: os.path.realpath(lock.name) in files(), "the dialog to wait for the lock")
@@ -215,7 +215,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_preset_that_another_program_has_changed_is_asked_about_before_it_is_replaced(self):
+    def test_the_dialog_asks_before_saving_a_preset_that_another_program_has_changed(self):
         dialog = self.live_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
@@ -235,13 +235,13 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def go_to_printer(self, dialog, printer, preset):
-        """Chooses the printer, on which this preset is shown."""
+        """Chooses the printer and waits until this preset is shown."""
         dialog.page("General")
         dialog.select_printer(printer)
         self.live_panel_of(dialog)
         self.wait_for(dialog, preset)
 
-    def test_a_new_name_counts_on_each_printer_where_the_preset_is_chosen(self):
+    def test_renaming_and_deleting_affect_each_printer_where_the_preset_is_chosen(self):
         self.keep(NAME, *ACTS)
         self.add_other()
         dialog = self.live()
@@ -260,7 +260,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_the_command_line_names_the_preset_to_begin_with(self):
+    def test_the_dialog_begins_with_the_preset_on_the_command_line(self):
         self.keep(NAME, *ACTS)
         dialog = self.live_panel_of(self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around))
         self.wait_for(dialog, NAME)
@@ -268,7 +268,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
 
-    def test_names_of_any_signs_are_shown_as_they_are(self):
+    def test_names_with_any_characters_are_shown_literally(self):
         odd = '_a_b <i>&amp; 100 % "%s" /..'
         self.keep(odd, *ACTS)
         dialog = self.live()
@@ -278,7 +278,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_an_unknown_preset_is_told_before_anything_is_printed(self):
+    def test_an_unknown_preset_on_the_command_line_is_reported_before_anything_is_printed(self):
         dialog = self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around)
         dialog.says(f"There is no preset {NAME} for this printer.")
         self.answer(dialog, "Close")
@@ -288,7 +288,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_printer_without_a_panel_has_no_preset_to_begin_with(self):
+    def test_a_preset_on_the_command_line_is_reported_for_a_printer_without_a_panel(self):
         self.add_other(("*APDialogExtension", "*NoDialogExtension"))
         dialog = self.dialog("-d", "Other", "--dialog", "--preset", NAME, **self.around)
         dialog.says(f"There is no preset {NAME} for this printer.")
@@ -296,7 +296,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_the_help_says_what_presets_are(self):
+    def test_the_help_explains_presets(self):
         dialog = self.live()
         dialog.press("Help")
         dialog.says('"Preset" keeps settings under a name')
@@ -321,7 +321,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_printer_can_begin_with_a_preset(self):
+    def test_the_dialog_can_begin_with_a_preset_on_a_printer(self):
         dialog = self.live_with_preset()
         self.pick(dialog, "Begin with It on This Printer")
         dialog.press("Cancel")
@@ -337,7 +337,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
         self.assertEqual(self.chosen(self.live()), "None")
 
-    def test_each_source_of_the_settings_counts_more_than_those_before_it(self):
+    def test_settings_from_a_later_source_override_those_from_an_earlier_one(self):
         def begins_with(top, *arguments):
             dialog = self.live_panel_of(self.dialog("-d", "Morva", *arguments, **self.around))
             until(lambda: dialog.text("Top Margin") == top, f"the margin {top}")
@@ -370,7 +370,7 @@ class DialogPresetsTest(DialogPresetsCase):
         self.assertEqual(dialog.text("Top Margin"), "12")
         ends(dialog)
 
-    def test_values_that_a_printer_does_not_allow_are_shown_and_not_changed(self):
+    def test_a_presets_values_that_a_printer_does_not_allow_are_shown_and_not_changed(self):
         self.keep(NAME, *ACTS)
         self.add_other(SMALLER)
         dialog = self.live_panel_of(self.dialog("-d", "Other", **self.around))
@@ -402,7 +402,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_presets_are_used_by_the_keyboard(self):
+    def test_presets_can_be_chosen_by_the_keyboard(self):
         self.keep(NAME, *ACTS)
         dialog = self.live()
         dialog.keys("Tab", "space")  # from the tab of the page
@@ -417,13 +417,13 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.keys(*["Down"] * live.index(BEGIN), "Return")
         until(lambda: not dialog.shows("menu item", BEGIN), "the menu to close")
         dialog.keys("space")
-        until(lambda: (item := dialog.look("menu item", BEGIN)) and item.has(CHECKED), "the mark that a reader tells")
+        until(lambda: (item := dialog.look("menu item", BEGIN)) and item.has(CHECKED), "the mark that a screen reader reads")
         dialog.keys("Escape")
         dialog.press("Cancel")
         dialog.ends()
         self.assertEqual(self.chosen(self.live()), NAME)
 
-    def test_a_folder_that_cannot_be_written_is_told(self):
+    def test_a_folder_that_cannot_be_written_is_reported(self):
         self.folder.parent.parent.parent.mkdir(exist_ok=True)
         (self.folder.parent.parent).write_text("no folder")
         dialog = self.live()
@@ -435,7 +435,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_damaged_preset_is_told_once_and_one_of_the_administrators_is_not(self):
+    def test_the_users_damaged_preset_is_reported_once_and_the_administrators_is_not(self):
         house = self.temporary_folder()
         mine = self.folder / "Mine.json"
         for file in (mine, house / "tandem-trim/presets/TandemTrim/House.json"):
@@ -459,7 +459,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
         self.assertNotIn("cannot be understood", dialog.said)
 
-    def test_a_damaged_preset_is_told_in_the_users_language(self):
+    def test_a_damaged_preset_is_reported_in_the_users_language(self):
         self.folder.mkdir(parents=True)
         (self.folder / "Mine.json").write_text("{")
         dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE="de", **self.around)
@@ -485,20 +485,20 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.wait_for(dialog, NAME)
 
     def row(self, dialog, page, name):
-        """What the row shows."""
+        """The choice that a row of the page shows."""
         dialog.page(page)
         menu = until(lambda: dialog.look("combo box", name) or dialog.look_behind(name, "combo box"), f"menu {name!r}")
-        # The first one is for no choice at all.
+        # The first label is empty.
         return [node.name for node in menu.all() if node.role == "label"][-1]
 
     def sent(self, dialog):
-        """Prints and gives what the job was asked to do beside what the panel asks."""
+        """Prints one copy and returns the job's options that are in ASKED_FOR."""
         dialog.press("Print")
         record = self.printed(dialog)
         self.assertEqual(record.copies, 1)
         return {keyword: value for keyword, value in record.options.items() if keyword in ASKED_FOR}
 
-    def test_it_is_shown_on_them_and_printed_whatever_is_saved_for_the_printer(self):
+    def test_a_preset_is_shown_on_all_pages_and_overrides_saved_options(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold", "-o", "x-note=saved")
         self.keep(NAME, *ACTS, *OF_PAGES)
         dialog = self.live()
@@ -513,7 +513,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertTrue(dialog.is_checked("Reverse"))
         self.assertEqual(self.sent(dialog), ASKED_FOR)
 
-    def test_a_row_that_is_changed_afterwards_counts_and_is_told(self):
+    def test_a_row_changed_after_choosing_a_preset_counts_and_marks_the_preset_as_changed(self):
         self.keep(NAME, *ACTS, *OF_PAGES)
         dialog = self.live()
         self.choose(dialog)
@@ -531,7 +531,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertEqual(self.kept(NAME)["options"]["Glue"], "Cold")
         self.assertEqual(self.sent(dialog), ASKED_FOR | {"Glue": "Cold"})
 
-    def test_the_user_says_whether_it_has_them(self):
+    def test_the_user_decides_whether_a_preset_includes_the_other_pages(self):
         dialog = self.live()
         dialog.page("Color")
         dialog.choose_by_keys("Glue", "End")
@@ -557,7 +557,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_choice_that_the_printer_has_not_is_told_and_not_sent(self):
+    def test_a_presets_choice_that_the_printer_does_not_have_is_reported_and_not_sent(self):
         self.keep(NAME, *ACTS, "-o", "Glue=Warm x-note=preset")
         dialog = self.live()
         self.pick(dialog, NAME)
@@ -572,7 +572,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         sent = self.sent(dialog)
         self.assertEqual((sent["Glue"], sent["x-note"]), ("None", "preset"))
 
-    def test_what_is_told_and_not_sent_leaves_what_the_command_line_asks_for(self):
+    def test_a_presets_choice_that_is_not_sent_does_not_override_the_command_line(self):
         self.keep(NAME, *ACTS, "-o", "Glue=Tepid")
         dialog = self.live_panel_of(self.dialog("-d", "Morva", "-o", "Glue=Warm", **self.around))
         self.pick(dialog, NAME)
@@ -580,7 +580,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.answer(dialog, "Close")
         self.assertEqual(self.sent(dialog)["Glue"], "Warm")
 
-    def test_what_no_row_can_show_is_sent_until_the_row_is_changed(self):
+    def test_a_presets_value_that_its_row_cannot_show_is_sent_until_the_row_is_changed(self):
         self.keep(NAME, *ACTS, "-o", "job-priority=70")
         for keys, sent in (((), 70), (("End",), 30)):
             with self.subTest(sent):
@@ -595,7 +595,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
                 jobs = ipp.ask(self.cups.address, ipp.GET_JOBS, asked)
                 self.assertIn([sent], [job["job-priority"] for job in jobs if job])
 
-    def test_cover_sheets_show_in_their_rows(self):
+    def test_cover_sheets_of_a_preset_are_shown_in_their_rows(self):
         for sheets, before, after in (("standard,secret", "Standard", "Secret"), ("confidential", "Confidential", "None")):
             with self.subTest(sheets):
                 self.keep(NAME, *ACTS, "-o", f"job-sheets={sheets}")
@@ -605,14 +605,14 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
                 dialog.close()
                 (self.folder / f"{NAME}.json").unlink()
 
-    def test_the_picture_of_the_sheet_follows_at_once(self):
+    def test_choosing_a_preset_updates_the_picture_of_the_sheet_at_once(self):
         self.keep(NAME, *ACTS, "-o", "number-up=2")
         dialog = self.live()
         dialog.says("Page 1 of 3")
         self.choose(dialog)
         until(lambda: not any("Page 1 of 3" in label for label in dialog.labels()), "lines for two pages on a sheet")
 
-    def test_print_waits_no_longer_where_the_preset_that_the_dialog_begins_with_does_not_exist(self):
+    def test_print_that_waits_for_details_is_cancelled_if_the_preset_to_begin_with_does_not_exist(self):
         with Holdup(self.cups.address, b"printer-mandatory-job-attributes") as holdup:
             dialog = self.dialog("-d", "Morva", "--preset", "Nobody", "--dialog", CUPS_SERVER=holdup.address, **self.around)
             dialog.select_printer("Morva")
@@ -625,7 +625,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
             dialog.ends()
         self.assert_nothing_was_sent()
 
-    def test_what_is_typed_for_the_pages_stays(self):
+    def test_typed_page_ranges_stay_when_a_preset_is_chosen(self):
         self.keep(NAME, *ACTS, *OF_PAGES)
         dialog = self.live()
         dialog.page("General")
@@ -638,7 +638,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_preset_of_the_panel_alone_leaves_them_and_takes_nothing_unseen_along(self):
+    def test_a_preset_of_the_panel_alone_keeps_the_rows_but_no_hidden_options_of_the_one_before(self):
         self.keep(NAME, *ACTS, *OF_PAGES)
         self.keep("Plain", "--set", "Valid=On")
         dialog = self.live()
@@ -650,7 +650,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertEqual(sent["Glue"], "Hot")
         self.assertNotIn("x-note", sent)
 
-    def test_a_dialog_that_begins_with_it_leaves_what_the_command_line_asks_for(self):
+    def test_the_command_line_overrides_the_preset_that_the_dialog_begins_with(self):
         self.keep(NAME, *ACTS, *OF_PAGES)
         for asked in (["--preset", NAME, "--dialog"], []):
             dialog = self.live_panel_of(self.dialog("-d", "Morva", *asked, "-o", "Glue=Cold x-note=asked MVTopMargin=4", **self.around))
@@ -662,7 +662,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
             self.assertEqual(self.row(dialog, "Page Setup", "Two-sided"), "Short Edge (Flip)")
             self.assertEqual(self.sent(dialog), ASKED_FOR | {"Glue": "Cold", "x-note": "asked"})
 
-    def test_it_comes_back_with_its_printer(self):
+    def test_choosing_a_printer_again_restores_its_preset(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold")
         self.add_rows("Other", GLUE)
         self.keep(NAME, *ACTS, *OF_PAGES)

@@ -1,4 +1,4 @@
-"""The print dialog before printers that differ, refuse or are gone."""
+"""The print dialog with printers that differ, refuse or are gone."""
 
 import re
 import signal
@@ -8,15 +8,15 @@ from dialog_case import DialogCase, until
 from relay import Holdup
 from terminal_case import DEFAULTS, MARGINS, POSITION, PPD, SMALLER, VALID, of_panel
 
-FILE = "Print to File"  # stands among GTK's printers
+FILE = "Print to File"  # in GTK's list of printers
 TINY = (SMALLER[0], SMALLER[1].replace("8", "3"))  # below the default
-GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # how such a request begins: version and operation
-LARGE = 400_000_000  # bytes that take a while to send
+GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # the first bytes of such a request: version and operation
+LARGE = 400_000_000  # bytes; takes a while to send
 
 
 class DialogPrintersTest(DialogCase):
     def refused_at_print(self, dialog, words):
-        """Presses Print, which is answered by a message with these words and leaves everything as it was."""
+        """Presses Print, and asserts that a message with these words appears and the settings stay."""
         dialog.type("Top Margin", "11")
         dialog.press("Print")
         dialog.says(words)
@@ -25,7 +25,7 @@ class DialogPrintersTest(DialogCase):
         until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
 
     def in_the_middle_of_a_document(self, *arguments, seconds):
-        """A dialog that is sending a large document to a server that has fallen silent."""
+        """A dialog that is sending a large document to a server that no longer answers."""
         large = self.temporary_folder() / "large.txt"
         with large.open("wb") as document:
             document.truncate(LARGE)
@@ -41,10 +41,10 @@ class DialogPrintersTest(DialogCase):
         dialog = self.in_the_middle_of_a_document(seconds=600)
 
         def percent():
-            # Until there is a job, the text has no number of one.
+            # The text has the job's number once there is a job.
             return int(re.search(r"large\.txt(?: \(job 1\))?: (\d+) % of 400 MB", dialog.says("MB sent"))[1])
 
-        # As much as shows on the bar.
+        # Enough to be visible on the bar.
         while (before := percent()) < 5:
             self.cups.thaw()
             until(lambda: percent() > before, "more of the document")  # noqa: B023
@@ -70,7 +70,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "15")
 
-    def test_the_warning_goes_when_the_user_mends_the_value(self):
+    def test_the_warning_disappears_when_the_user_corrects_the_value(self):
         for wrong, mend in {
             f"{MARGINS['Left']}=18": lambda dialog: dialog.type("Left Margin", "10"),
             f"{POSITION}=Diagonal": lambda dialog: dialog.choose("Print Position", 1),
@@ -83,7 +83,7 @@ class DialogPrintersTest(DialogCase):
                 dialog.press("Cancel")
                 dialog.ends()
 
-    def test_a_value_that_the_printer_does_not_allow_is_asked_about_at_print(self):
+    def test_print_asks_about_a_value_that_the_printer_does_not_allow_and_can_send_it(self):
         dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
         dialog.press("Print")
         dialog.press("Print As It Is")
@@ -96,7 +96,7 @@ class DialogPrintersTest(DialogCase):
         dialog.keys("Return")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "15")
 
-    def test_choices_that_the_printer_does_not_have_are_kept_until_they_are_corrected(self):
+    def test_choices_that_the_printer_does_not_have_stay_until_they_are_corrected(self):
         wrong = {VALID: "Maybe", POSITION: "Diagonal"}
         for answer, expected in (("Print As It Is", wrong), ("Correct", {VALID: "Off", POSITION: "Left"})):
             with self.subTest(answer):
@@ -110,7 +110,7 @@ class DialogPrintersTest(DialogCase):
                 self.assertEqual({keyword: options.get(keyword) for keyword in wrong}, expected)
 
     def constrained(self):
-        """The dialog for a printer that does not trim what is glued hot."""
+        """The dialog for a printer whose PPD forbids trimming together with hot glue."""
         glue = "".join(f"*Glue {choice}/{choice}: \"\"\n" for choice in ("None", "Hot"))
         option = f"*OpenUI *Glue/Glue: PickOne\n*OrderDependency: 15 AnySetup *Glue\n*DefaultGlue: None\n{glue}*CloseUI: *Glue\n"
         constraints = f"*UIConstraints: *{VALID} On *Glue Hot\n*UIConstraints: *Glue Hot *{VALID} On\n"
@@ -123,7 +123,7 @@ class DialogPrintersTest(DialogCase):
 
     CONFLICT = "Use Tandem Trim (On) cannot be combined with Glue (Hot)"
 
-    def test_a_conflict_is_shown_as_soon_as_it_is_there_and_no_longer(self):
+    def test_a_conflict_is_shown_exactly_while_it_exists(self):
         dialog = self.constrained()
         self.assertFalse(dialog.shows("push button", "Correct"))
         dialog.check("Use Tandem Trim")
@@ -131,7 +131,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), DEFAULTS)
 
-    def test_a_conflict_is_asked_about_once_at_print_and_refuses_nothing(self):
+    def test_print_asks_about_a_conflict_and_can_send_it(self):
         dialog = self.constrained()
         dialog.press("Print")
         dialog.answer("Cancel")
@@ -143,11 +143,11 @@ class DialogPrintersTest(DialogCase):
         self.assertEqual((options[VALID], options["Glue"]), ("On", "Hot"))
 
     def warned_of(self, dialog):
-        """The sides that the warning names, because nothing is left of the paper."""
+        """The sides whose margins leave nothing of the paper, by the warning."""
         labels = "\n".join(dialog.labels())
         return {side for side in MARGINS if re.search(rf"{side} Margin \(\d+ mm\) cannot be combined with Paper size", labels)}
 
-    def test_margins_that_leave_nothing_of_the_paper_are_warned_of_by_their_sides(self):
+    def test_a_warning_names_the_sides_whose_margins_leave_nothing_of_the_paper(self):
         dialog = self.live_panel("-o", "media=custom_tiny_21x50mm", "-o", f"{MARGINS['Left']}=5 {MARGINS['Right']}=5")
         self.assertEqual(self.warned_of(dialog), set())
         for side, text, warned in (("Left", "15", set()), ("Right", "6", {"Left", "Right"}), ("Left", "5", set()),
@@ -164,11 +164,11 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Right"]], "21")
 
-    def test_a_sheet_that_is_turned_has_its_edges_where_they_are_seen(self):
+    def test_on_a_landscape_sheet_margins_count_at_the_edges_that_the_user_sees(self):
         dialog = self.live_panel("-o", "media=custom_tiny_21x50mm", "-o", f"landscape {MARGINS['Top']}=11 {MARGINS['Bottom']}=10")
         until(lambda: self.warned_of(dialog) == {"Top", "Bottom"}, "the warning")
 
-    def test_the_user_may_go_back_from_the_question(self):
+    def test_the_user_can_cancel_the_question(self):
         dialog = self.panel("-o", f"{MARGINS['Left']}=18")
         dialog.press("Print")
         dialog.answer("Cancel")
@@ -187,7 +187,7 @@ class DialogPrintersTest(DialogCase):
         options = of_panel(self.printed(dialog, "Other").options)
         self.assertEqual(options, DEFAULTS | {VALID: "On", MARGINS["Top"]: "3"})
 
-    def test_a_default_beyond_the_limit_goes_as_it_stands_while_the_panel_is_off_and_is_not_kept(self):
+    def test_a_default_beyond_the_limit_is_sent_unchanged_while_the_panel_is_off_and_is_not_saved(self):
         self.add_other(TINY)
         state = {"XDG_STATE_HOME": str(self.temporary_folder())}
         dialog = self.dialog("-d", "Other", **state)
@@ -200,7 +200,7 @@ class DialogPrintersTest(DialogCase):
         dialog.check("Use Tandem Trim")
         until(lambda: dialog.text("Top Margin") == "3", "the nearest legal value")
 
-    def test_each_printer_brings_its_own_defaults_but_edits_go_along(self):
+    def test_each_printer_has_its_own_defaults_and_edits(self):
         self.add_other(("*DefaultMVTopMargin: 5", "*DefaultMVTopMargin: 8"), ("*DefaultMVLeftMargin: 5", "*DefaultMVLeftMargin: 7"))
         self.run_command("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=6", "-o", "MVPrintPosition=Right")
         dialog = self.live_panel()
@@ -225,7 +225,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         until(lambda: not dialog.is_live("push button", "Print"), "Print to wait for the details")
 
-    def test_the_dialog_stays_alive_while_a_silent_server_is_asked(self):
+    def test_the_dialog_stays_usable_while_it_waits_for_a_server(self):
         dialog = self.dialog_frozen_at_other()
         dialog.page("Tandem Trim")
         dialog.says("details are being read")
@@ -254,14 +254,14 @@ class DialogPrintersTest(DialogCase):
             self.assertEqual(record.options["page-ranges"], "2")
             self.assertEqual(record.copies, 3)
 
-    def test_a_server_that_is_silent_from_the_start_is_told_once_and_tried_again(self):
+    def test_a_server_that_does_not_answer_from_the_start_is_reported_once_and_can_be_tried_again(self):
         self.cups.freeze()
         self.addCleanup(self.cups.thaw)
         dialog = self.dialog("-d", "Morva", "-o", "MVTopMargin=7", TANDEM_TRIM_TIMEOUT="1")
         for _ in range(2):
             dialog.says("The print server does not answer")
-            told = [label for label in dialog.labels() if "127.0.0.1" in label]
-            self.assertEqual(len(told), 1, told)
+            reports = [label for label in dialog.labels() if "127.0.0.1" in label]
+            self.assertEqual(len(reports), 1, reports)
             self.assertEqual([tab.name for tab in dialog.tabs() if tab.name == "Printer Settings"], [])
             dialog.press("Try Again")
             until(lambda: not dialog.shows("push button", "Try Again"), "the notice to go")
@@ -273,7 +273,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "7")
 
-    def test_a_server_that_falls_silent_at_another_printer_is_tried_again(self):
+    def test_a_server_that_stops_answering_when_another_printer_is_chosen_can_be_tried_again(self):
         self.add_other(SMALLER)
         dialog = self.dialog("-d", "Morva", TANDEM_TRIM_TIMEOUT="1")
         self.freeze_at_other(dialog, lambda: self.see_limit(dialog, 8))
@@ -283,13 +283,13 @@ class DialogPrintersTest(DialogCase):
         self.see_limit(dialog, 8)
         self.assertFalse(dialog.shows("push button", "Try Again"))
 
-    def test_print_while_details_are_read_prints_when_they_are(self):
+    def test_print_pressed_while_details_are_read_prints_once_they_are(self):
         dialog = self.dialog_frozen_at_other()
         self.press_print_while_reading(dialog)
         self.cups.thaw()
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), DEFAULTS)
 
-    def test_print_is_forgotten_when_another_printer_is_chosen(self):
+    def test_print_that_waits_for_details_is_cancelled_when_another_printer_is_chosen(self):
         dialog = self.dialog_frozen_at_other()
         self.press_print_while_reading(dialog)
         dialog.select_printer("Morva")
@@ -298,7 +298,7 @@ class DialogPrintersTest(DialogCase):
         self.see_limit(dialog, 20)
         self.assert_nothing_was_sent()
 
-    def test_a_forgotten_print_stays_grey_for_a_printer_that_takes_no_jobs(self):
+    def test_print_stays_grey_after_a_cancelled_wait_if_the_chosen_printer_accepts_no_jobs(self):
         self.run_command("cupsreject", "Morva")
         dialog = self.dialog_frozen_at_other()
         self.press_print_while_reading(dialog)
@@ -307,7 +307,7 @@ class DialogPrintersTest(DialogCase):
         dialog.says("details are being read")
         self.assertFalse(dialog.is_live("push button", "Print"))
 
-    def test_the_panel_keeps_its_settings_while_a_file_is_selected(self):
+    def test_selecting_print_to_file_between_two_printers_hides_the_panel_without_a_message(self):
         self.add_other(SMALLER)
         dialog = self.live_panel()
         dialog.type("Top Margin", "7")
@@ -320,7 +320,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), DEFAULTS)
 
-    def test_details_that_arrive_once_another_printer_is_chosen_are_dropped(self):
+    def test_details_that_arrive_after_another_printer_is_chosen_are_ignored(self):
         dialog = self.dialog_frozen_at_other()
         dialog.select_printer(FILE)
         until(lambda: not dialog.has_tab("Tandem Trim"), "the page to go")
@@ -335,7 +335,7 @@ class DialogPrintersTest(DialogCase):
         dialog.page("Page Setup")
         self.assertFalse(dialog.has_tab("Tandem Trim"))
 
-    def test_print_waits_for_the_user_when_the_panel_turns_out_to_be_missing(self):
+    def test_print_that_waits_for_details_is_cancelled_if_the_panel_turns_out_to_be_missing(self):
         dialog = self.dialog_frozen_at_other()
         self.cups.ppd_of("Other").write_text("damaged")
         self.press_print_while_reading(dialog)
@@ -344,7 +344,7 @@ class DialogPrintersTest(DialogCase):
         until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
         self.assert_nothing_was_sent()
 
-    def test_a_stopped_queue_is_told_and_print_stays_ready(self):
+    def test_a_stopped_queue_is_reported_and_print_stays_ready(self):
         self.addCleanup(self.run_command, "cupsenable", "Morva")
         self.run_command("cupsdisable", "Morva")
         dialog = self.live_panel()
@@ -357,7 +357,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
 
-    def test_a_rejecting_queue_cannot_be_printed_to_until_it_accepts_again(self):
+    def test_print_is_grey_for_a_rejecting_queue_until_it_accepts_again(self):
         self.addCleanup(self.run_command, "cupsaccept", "Morva")
         self.run_command("cupsreject", "Morva")
         dialog = self.live_panel()
@@ -368,7 +368,7 @@ class DialogPrintersTest(DialogCase):
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
 
     def corrects_at(self, printer, nearest):
-        """Goes to the printer, for which a margin is saved that it does not allow, and has it corrected."""
+        """Chooses a printer with a saved margin that it does not allow, corrects it by the button and prints."""
         self.run_command("lpoptions", "-p", printer, "-o", f"{VALID}=On", "-o", f"{MARGINS['Top']}=14")
         dialog = self.live_panel()
         dialog.page("General")
@@ -382,7 +382,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, printer).options)[MARGINS["Top"]], nearest)
 
-    def test_a_ppd_that_is_replaced_meanwhile_counts_for_the_next_dialog(self):
+    def test_a_ppd_that_is_replaced_under_an_open_dialog_counts_for_the_next_dialog(self):
         dialog = self.live_panel()
         smaller = self.temporary_folder() / "smaller.ppd"
         smaller.write_text(PPD.read_text().replace(*SMALLER))
@@ -396,7 +396,7 @@ class DialogPrintersTest(DialogCase):
         self.add_other(SMALLER)
         self.corrects_at("Other", "8")
 
-    def test_a_printer_without_a_ppd_has_the_limits_of_the_panel_itself(self):
+    def test_a_printer_without_a_ppd_has_the_panels_own_limits(self):
         self.cups.add_queue("Raw")
         self.corrects_at("Raw", "10")
 
@@ -410,7 +410,7 @@ class DialogPrintersTest(DialogCase):
         self.assertEqual(of_panel(self.printed(dialog, "Other").options), {})
         self.assertIn("Other has no panel, since its PPD names none", dialog.said)
 
-    def test_a_server_that_falls_silent_is_told_and_print_stays_ready(self):
+    def test_a_server_that_stops_answering_is_reported_and_print_stays_ready(self):
         dialog = self.live_panel(TANDEM_TRIM_TIMEOUT="1")
         dialog.type("Top Margin", "11")
         self.cups.freeze()
@@ -422,13 +422,13 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], "11")
 
-    def test_a_server_that_is_killed_is_told_and_print_stays_ready(self):
+    def test_a_server_that_is_killed_is_reported_and_print_stays_ready(self):
         dialog = self.live_panel()
         dialog.find("spin button", "Top Margin")
         self.cups.kill()
         self.refused_at_print(dialog, "The print server does not answer.")
 
-    def test_a_printer_that_is_gone_is_told_and_print_stays_ready(self):
+    def test_a_printer_that_was_removed_is_reported_and_print_stays_ready(self):
         self.cups.add_queue("Other", PPD)
         dialog = self.live_panel()
         dialog.find("spin button", "Top Margin")
@@ -436,12 +436,12 @@ class DialogPrintersTest(DialogCase):
         self.refused_at_print(dialog, "The print server does not have this printer.")
         self.assert_nothing_was_sent()
 
-    def test_a_format_that_is_not_supported_is_told_and_print_stays_ready(self):
+    def test_a_format_that_is_not_supported_is_reported_and_print_stays_ready(self):
         dialog = self.live_panel("-o", "document-format=application/x-nothing")
         self.refused_at_print(dialog, "cannot print documents of this kind")
         self.assertEqual(self.cups.records(), [])
 
-    def test_the_keyboard_goes_on_where_it_was_when_the_job_is_refused(self):
+    def test_the_focus_returns_to_its_control_after_a_refused_job(self):
         dialog = self.live_panel("-o", "document-format=application/x-nothing")
         dialog.go_to("Top Margin")
         dialog.keys("ctrl+a", "1", "1", "Return")
@@ -451,7 +451,7 @@ class DialogPrintersTest(DialogCase):
         dialog.keys("ctrl+a", "1", "2")
         until(lambda: dialog.text("Top Margin") == "12", "the new text")
 
-    def test_a_job_on_its_way_can_be_cancelled(self):
+    def test_a_job_that_is_being_sent_can_be_cancelled(self):
         self.cups.add_queue("Other", PPD)
         for what, cancel in {
             "Cancel": lambda dialog: dialog.press("Cancel"),
@@ -471,7 +471,7 @@ class DialogPrintersTest(DialogCase):
                 self.assertEqual(self.cups.jobs("not-completed"), [])
                 self.assertEqual(self.cups.records(), [])
 
-    def test_a_signal_closes_it_and_cancels_a_job_on_its_way(self):
+    def test_a_signal_closes_the_dialog_and_cancels_a_job_that_is_being_sent(self):
         dialog = self.in_the_middle_of_a_document(seconds=60)
         dialog.process.send_signal(signal.SIGINT)
         until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
@@ -509,13 +509,13 @@ class DialogPrintersTest(DialogCase):
             holdup.release()
             self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS)
 
-    def test_a_server_that_falls_silent_in_the_middle_of_a_document_is_told_and_print_stays_ready(self):
+    def test_a_server_that_stops_answering_in_the_middle_of_a_document_is_reported_and_print_stays_ready(self):
         dialog = self.in_the_middle_of_a_document(seconds=2)
         dialog.says("did not answer")
         dialog.press("Close")
         until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
 
-    def test_a_server_that_is_killed_in_the_middle_of_a_document_is_told_and_print_stays_ready(self):
+    def test_a_server_that_is_killed_in_the_middle_of_a_document_is_reported_and_print_stays_ready(self):
         dialog = self.in_the_middle_of_a_document("-o", "MVTandemTrim=On MVTopMargin=17", seconds=60)
         dialog.says("MB sent")
         self.cups.kill()

@@ -1,4 +1,4 @@
-"""The dialog at a printer of another family, with a panel of its own, beside the sample printer on one server."""
+"""The dialog for a printer of another family, with another panel, beside the sample printer on one server."""
 
 import unittest
 
@@ -20,7 +20,7 @@ class SecondFamilyDialogTest(DialogCase):
     def environment(self, **more):
         return super().environment(TANDEM_TRIM_PLUGIN_PATH=f"{BUILD}:{FOLDLINE.parent}") | more
 
-    def test_its_settings_reach_its_filter(self):
+    def test_the_second_familys_settings_reach_its_filter(self):
         dialog = self.dialog("-d", "Lund")
         dialog.page("Foldline")
         dialog.check("Cover sheet")
@@ -30,19 +30,19 @@ class SecondFamilyDialogTest(DialogCase):
         self.assertEqual(of_family(options), USUAL | {"LNCover": "No", "LNSheetsPerSet": "12"})
         self.assertEqual(of_panel(options), {})
 
-    def test_each_of_its_settings_exists_once(self):
+    def test_each_setting_of_the_second_family_is_shown_only_once(self):
         dialog = self.dialog("-d", "Lund")
         dialog.page("Foldline")
         dialog.find("check box", "Cover sheet")
         for role, name in (("check box", "Cover sheet"), ("combo box", "Fold")):
             self.assertEqual([node.role for node in dialog.nodes() if node.role == role and node.name == name], [role])
 
-    def test_a_page_that_nobody_opens_costs_its_printer_no_setting(self):
+    def test_a_job_has_the_panels_settings_even_if_its_page_was_never_shown(self):
         dialog = self.dialog("-d", "Lund", "-o", "LNFold=Half")
         dialog.press("Print")
         self.assertEqual(of_family(self.printed(dialog, "Lund").options), USUAL | {"LNFold": "Half"})
 
-    def test_the_page_is_that_of_the_chosen_printers_family(self):
+    def test_the_chosen_printers_family_decides_which_page_is_shown(self):
         dialog = self.dialog("-d", "Lund")
         dialog.page("Foldline")
         dialog.find("check box", "Cover sheet")
@@ -55,14 +55,14 @@ class SecondFamilyDialogTest(DialogCase):
         self.assertEqual(of_family(options), {})
         self.assertEqual(of_panel(options), DEFAULTS | {VALID: "On"})
 
-    def test_values_that_it_does_not_allow_are_asked_about(self):
+    def test_print_asks_about_values_that_the_printer_does_not_allow(self):
         dialog = self.dialog("-d", "Lund", "-o", "LNDryingTime=61")
         dialog.press("Print")
         dialog.says("Drying time")
         dialog.answer("Correct")
         self.assertEqual(self.printed(dialog, "Lund").options["LNDryingTime"], "60")
 
-    def test_its_texts_and_its_help_are_those_of_its_bundle(self):
+    def test_texts_and_help_come_from_the_second_familys_bundle(self):
         dialog = self.dialog("-d", "Lund", LANGUAGE="de")
         dialog.page("Falzlinie")
         dialog.find("check box", "Deckblatt")

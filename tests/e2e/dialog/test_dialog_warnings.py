@@ -1,18 +1,18 @@
-"""What the print dialog warns of and asks about: what a user sees of it, and what a screen reader is told."""
+"""The print dialog's warnings and questions: what a user sees and hears of them."""
 
 import unittest
 
 import gi
 import pages
-from dialog_case import DialogCase, meant, until
+from dialog_case import DialogCase, title_of, until
 from terminal_case import DEFAULTS, MARGINS, POSITION, VALID, of_panel
 
 gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402
 
 NOT_ALLOWED = "does not allow"
-READABLE = 4.5  # the contrast of a text that is read well
-COLOURED = 40  # the difference of the parts of a colour, at least
+READABLE = 4.5  # the smallest contrast of a readable text
+COLOURED = 40  # the smallest difference between the parts of a colour other than grey
 THREE_WRONG = (f"{MARGINS['Left']}=18", f"{POSITION}=Diagonal", f"{MARGINS['Top']}=99")
 SMALL_SCREEN = (1024, 600)
 
@@ -55,25 +55,25 @@ class DialogWarningsTest(DialogCase):
             self.assertIn(text, row.name)
         self.assertTrue(any(node.role == "image" for node in row.all()))
 
-    def test_nothing_of_the_page_is_made_before_it_is_shown(self):
+    def test_the_page_is_not_made_before_it_is_shown(self):
         dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]))
         dialog.wait_for_tab("Summary")
-        # Of a page that is not shown nobody sees anything, but all that is made has an object on the bus.
+        # Every object that the program makes is on the bus, visible or not.
         made = dialog.program.made()
         dialog.page("Tandem Trim")
         dialog.says(NOT_ALLOWED)
         inside = {"Use Tandem Trim", "Top Margin:", "Correct", "Help"}
-        *_, (page, *rest) = ([*node.all()] for node in dialog.nodes() if inside <= {meant(each) for each in node.all()})
+        *_, (page, *rest) = ([*node.all()] for node in dialog.nodes() if inside <= {title_of(each) for each in node.all()})
         self.assertLess(len(rest), len(made))
-        self.assertEqual([(node.role, meant(node)) for node in rest if node.path in made], [])
+        self.assertEqual([(node.role, title_of(node)) for node in rest if node.path in made], [])
 
     def is_whole(self, dialog, sentence, around):
-        """Whether nothing of the sentence is beyond what is around it."""
+        """Whether the whole sentence is within the node `around`."""
         _, top, _, height = dialog.program.place(sentence)
         _, top_around, _, height_around = dialog.program.place(around)
         return height > 0 and top >= top_around and top + height <= top_around + height_around
 
-    def test_three_sentences_are_read_whole_in_the_row_and_in_the_question(self):
+    def test_three_sentences_are_wholly_visible_in_the_row_and_in_the_question(self):
         for language in ("en", "de", "ar"):
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]), LANG="C.UTF-8", LANGUAGE=language)
@@ -99,7 +99,7 @@ class DialogWarningsTest(DialogCase):
             dialog.close()
         self.assertEqual(*sizes.values())
 
-    def test_the_page_its_warning_and_the_summary_begin_where_gtks_own_pages_do(self):
+    def test_the_page_its_warning_and_the_summary_are_indented_like_gtks_own_pages(self):
         for language, summary, direction in (("en", "Summary", "Image Direction"), ("ar", "الملخص", "اتجاه الصورة")):
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]), LANG="C.UTF-8", LANGUAGE=language)
@@ -138,7 +138,7 @@ class DialogWarningsTest(DialogCase):
                 dialog.close()
 
     def colours(self, path, left, top, width, height):
-        """How many pixels of a part of the picture have which colour."""
+        """The number of pixels of each colour in a part of the picture."""
         picture = GdkPixbuf.Pixbuf.new_from_file(str(path)).new_subpixbuf(left, top, width, height)
         pixels, step, row = picture.get_pixels(), picture.get_n_channels(), picture.get_rowstride()
         counts = {}
@@ -149,7 +149,7 @@ class DialogWarningsTest(DialogCase):
                 counts[colour] = counts.get(colour, 0) + 1
         return counts
 
-    def test_the_warning_describes_the_control_with_the_focus_as_long_as_it_holds(self):
+    def test_the_focused_control_has_the_warning_as_its_description_until_the_value_is_allowed(self):
         dialog = self.wrong_panel(THREE_WRONG[0])
         dialog.go_to("Left Margin")
         until(lambda: NOT_ALLOWED in self.described(dialog, "Left Margin"), "the warning at the control")
@@ -157,14 +157,14 @@ class DialogWarningsTest(DialogCase):
         dialog.keys("ctrl+a", "9")
         until(lambda: NOT_ALLOWED not in self.described(dialog, "Left Margin"), "the end of the warning")
 
-    def test_a_warning_that_comes_up_describes_the_control_in_use(self):
+    def test_a_new_warning_becomes_the_description_of_the_focused_control(self):
         dialog = self.live_panel("-o", "media=custom_tiny_21x50mm", "-o", f"{MARGINS['Right']}=5")
         dialog.go_to("Right Margin")
         dialog.keys("ctrl+a", "2", "1")
         until(lambda: "cannot be combined with Paper size" in self.described(dialog, "Right Margin"), "the warning at the control")
 
-    def test_the_warning_leaves_the_choice_of_a_menu_told(self):
-        # Of a page without content nothing else is told.
+    def test_a_screen_reader_reads_a_menus_choice_before_the_warning(self):
+        # An empty page causes no note, which would be in the description, too.
         document = self.temporary_folder() / "empty.pdf"
         document.write_bytes(pages.pdf([]))
         dialog = self.wrong_panel(THREE_WRONG[0], documents=(document,))
@@ -172,8 +172,8 @@ class DialogWarningsTest(DialogCase):
         dialog.keys("Escape")
 
         def described():
-            told = [node.description for node in dialog.nodes() if node.role == "push button"]
-            return next((text for text in told if NOT_ALLOWED in text), None)
+            descriptions = [node.description for node in dialog.nodes() if node.role == "push button"]
+            return next((text for text in descriptions if NOT_ALLOWED in text), None)
 
         self.assertRegex(until(described, "the warning at a control"), r"^Center\n")
         dialog.type("Left Margin", "9")
@@ -181,7 +181,7 @@ class DialogWarningsTest(DialogCase):
         self.assertIn("Center", [node.description for node in dialog.nodes() if node.role == "push button"])
 
     def drawn(self, dialog, node):
-        """How a text is drawn, by the toolkit's names for it."""
+        """The attributes of a text, by the toolkit's names."""
         return dialog.program.ask(node.path, "Text", "GetDefaultAttributes")
 
     def question(self, dialog):
@@ -189,7 +189,7 @@ class DialogWarningsTest(DialogCase):
         until(lambda: len(dialog.program.windows()) == 2, "the question")
         return dialog.program.windows()[-1]
 
-    def test_the_question_has_a_name_and_a_description_and_cancels_first(self):
+    def test_the_question_has_a_name_and_a_description_and_its_first_button_cancels(self):
         dialog = self.wrong_panel(*THREE_WRONG)
         dialog.press("Print")
         window = self.question(dialog)
@@ -201,7 +201,7 @@ class DialogWarningsTest(DialogCase):
         buttons = [node.name for node in window.all() if node.role == "push button"]
         self.assertEqual([name.replace("_", "").split()[0] for name in buttons], ["Cancel", "Print", "Correct"])
 
-    def test_the_question_is_answered_by_the_keyboard(self):
+    def test_the_question_can_be_answered_by_the_keyboard(self):
         dialog = self.wrong_panel(*THREE_WRONG)
         dialog.go_to("Bottom Margin")
         dialog.keys("ctrl+a", "7", "Return")
@@ -217,11 +217,11 @@ class DialogWarningsTest(DialogCase):
         self.assertEqual(of_panel(self.printed(dialog).options), DEFAULTS | corrected)
 
     def fits(self, dialog, window):
-        """Sees that the window is no larger than a small screen."""
+        """Asserts that the window is no larger than a small screen."""
         for size, most in zip(dialog.program.place(window)[2:], SMALL_SCREEN, strict=True):
             self.assertLessEqual(size, most)
 
-    def test_it_is_no_larger_than_a_small_screen_with_three_warnings(self):
+    def test_the_dialog_is_no_larger_than_a_small_screen_with_three_warnings(self):
         for language in ("de", "ar"):
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]), LANG="C.UTF-8", LANGUAGE=language)

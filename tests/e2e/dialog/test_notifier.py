@@ -1,4 +1,4 @@
-"""The program that tells by the desktop what became of a job, with orders that no dialog gives and servers in trouble."""
+"""The program that shows a job's outcome by the desktop's notifications, with orders that no dialog gives and servers in trouble."""
 
 import json
 import os
@@ -14,12 +14,12 @@ from terminal_case import BUILD, SAMPLE, TerminalCase
 
 NOTIFIER = BUILD / "host/tandem-trim-notifier"
 FIRST = {"heading": "first", "body": "body"}
-LONG = 600  # seconds; no test is that patient
+LONG = 600  # seconds; longer than any test waits
 USAGE = "the print dialog starts it"
 
 
 class WantsLoginForAll(Relay):
-    """Refuses every request for the lack of a password."""
+    """Refuses every request for want of a password, and counts them."""
 
     def __init__(self, server):
         super().__init__(server, float("inf"), None)
@@ -35,7 +35,7 @@ class WantsLoginForAll(Relay):
 
 
 class BreaksOnce(Relay):
-    """Ends the first connection at once and passes on all others."""
+    """Closes the first connection at once and passes all others on."""
 
     def __init__(self, server):
         super().__init__(server, float("inf"), None)
@@ -57,7 +57,7 @@ class NotifierTest(TerminalCase):
         self.job = self.sent_job()
 
     def sent_job(self):
-        """The number of a new job, which waits."""
+        """Sends a job on hold and returns its number."""
         result = self.trim("-d", "Morva", "-H", "hold", SAMPLE)
         return int(result.stdout.split()[3].removeprefix("Morva-"))
 
@@ -66,7 +66,7 @@ class NotifierTest(TerminalCase):
         return {"printer": "Morva", "job": self.job, "watched": LONG} | texts | entries
 
     def run_notifier(self, order, *words, **variables):
-        """Its exit status and what it said on standard error."""
+        """Runs the notifier with this order; returns its exit status and error output."""
         around = {name: os.environ[name] for name in ("DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")}
         text = order if isinstance(order, str) else json.dumps(order)
         result = subprocess.run(
@@ -78,24 +78,24 @@ class NotifierTest(TerminalCase):
     def headings(self):
         return [shown["heading"] for shown in self.desktop.shown()]
 
-    def test_it_ends_with_its_time_though_the_job_waits_on(self):
+    def test_the_notifier_ends_after_its_time_even_if_the_job_still_waits(self):
         self.assertEqual(self.run_notifier(self.order(watched=1)), (0, ""))
         self.assertEqual(self.headings(), ["first"])
 
-    def test_it_ends_with_the_job(self):
-        self.run_and_release()
+    def test_the_notifier_ends_when_the_job_ends(self):
+        self.release_job()
         self.cups.wait_for_jobs()
         self.assertEqual(self.run_notifier(self.order()), (0, ""))
         self.assertEqual(self.headings(), ["first"])
 
-    def run_and_release(self):
+    def release_job(self):
         subprocess.run(["lp", "-i", f"Morva-{self.job}", "-H", "resume"], env=self.cups.environment(), check=True, capture_output=True)
 
-    def test_it_ends_where_the_server_does_not_know_the_job(self):
+    def test_the_notifier_ends_if_the_server_does_not_know_the_job(self):
         self.assertEqual(self.run_notifier(self.order(job=self.job + 1000)), (0, ""))
         self.assertEqual(self.headings(), ["first"])
 
-    def test_a_frozen_server_holds_it_up_no_longer_than_its_answer_may_take(self):
+    def test_the_notifier_waits_for_a_frozen_server_no_longer_than_the_timeout(self):
         self.cups.freeze()
         self.addCleanup(self.cups.thaw)
         start = time.monotonic()
@@ -103,7 +103,7 @@ class NotifierTest(TerminalCase):
         self.assertLess(time.monotonic() - start, 30)
         self.assertEqual(self.headings(), ["first"])
 
-    def test_it_ends_by_itself_where_a_frozen_server_may_take_for_ever(self):
+    def test_the_notifier_ends_after_its_time_even_if_the_timeout_is_longer(self):
         self.cups.freeze()
         self.addCleanup(self.cups.thaw)
         start = time.monotonic()
@@ -111,31 +111,31 @@ class NotifierTest(TerminalCase):
         self.assertLess(status, 0)
         self.assertLess(time.monotonic() - start, PATIENCE)
 
-    def test_it_asks_nobody_for_a_password(self):
+    def test_the_notifier_does_not_ask_for_a_password(self):
         with WantsLoginForAll(self.cups.address) as server:
             self.assertEqual(self.run_notifier(self.order(server=server.address)), (0, ""))
             self.assertEqual(server.asked, 1)
         self.assertEqual(self.headings(), ["first"])
 
-    def test_it_asks_the_server_that_it_is_told(self):
+    def test_the_notifier_asks_the_server_in_its_order(self):
         self.cups.cancel_all()
         server = "{}:{}".format(*self.cups.address)
         self.assertEqual(self.run_notifier(self.order(server=server), CUPS_SERVER="localhost:1"), (0, ""))
         self.assertEqual(self.headings(), ["first", "cancelled"])
 
-    def test_it_asks_again_where_a_connection_breaks(self):
+    def test_the_notifier_asks_again_when_a_connection_breaks(self):
         self.cups.cancel_all()
         with BreaksOnce(self.cups.address) as server:
             self.assertEqual(self.run_notifier(self.order(server=server.address)), (0, ""))
             self.assertEqual(server.broken, 1)
         self.assertEqual(self.headings(), ["first", "cancelled"])
 
-    def test_texts_of_any_signs_are_shown(self):
+    def test_texts_with_any_characters_are_shown(self):
         odd = {"heading": "%s\u0000 \ud83d\udda8 \u202e", "body": "\ufffe\n\n"}
         self.assertEqual(self.run_notifier(self.order(sent=odd, watched=0)), (0, ""))
         self.assertEqual(len(self.headings()), 1)
 
-    def test_an_order_that_is_none_is_refused(self):
+    def test_an_invalid_order_is_refused(self):
         wrong = ["", "{", "[]", "null", self.order(job="1"), self.order(watched=-1), self.order(watched=10**9), self.order(sent="text")]
         for order in wrong:
             with self.subTest(order):
