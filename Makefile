@@ -1,7 +1,7 @@
-# The front of the build; each target installs what it needs and is missing (packaging/install-dependencies.sh).
+# The front end of the build. Each target installs the packages that it needs (packaging/install-dependencies.sh).
 install_dependencies = ./packaging/install-dependencies.sh
 build = cmake --preset $(1) --log-level=WARNING && cmake --build --preset $(1)
-# A build of its own in build/<name>: name, settings, targets.
+# A separate build in build/<name>: name, settings, targets.
 build_apart = cmake -G Ninja -S . -B build/$(1) $(2) --log-level=WARNING && cmake --build build/$(1) --target $(3)
 core_only = -DCMAKE_BUILD_TYPE=Debug -DTANDEM_TRIM_COVERAGE=ON -DTANDEM_TRIM_GTK=OFF -DTANDEM_TRIM_APPKIT=OFF
 by_clang = -DCMAKE_CXX_COMPILER=clang++-19
@@ -13,10 +13,10 @@ tests_of_core = conformance/conformance_memory_test model/tandemtrim_model_test 
   adapters/linux/tandemtrim_linux_test adapters/memory/tandemtrim_memory_test platform/tandemtrim_values_test \
   plugin/tandemtrim_memory_shortage_test plugin/tandemtrim_plugin_test sequences/tandemtrim_sequences_test \
   view/tandemtrim_margin_entry_test view/tandemtrim_view_test
-# Those of whole folders as one; see cmake/tidy.cmake.
+# A tidy.cpp includes all sources of a folder; see cmake/tidy.cmake.
 checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/tidy.cpp build/release/host/tidy.cpp build/release/host/portal/tidy.cpp build/release/host/preview/tidy.cpp build/release/host/notifier/tidy.cpp \
   $(filter-out adapters/gtk/%,$(shell git ls-files 'adapters/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp'))
-# A macro that stands for a method cannot be in parentheses.
+# A macro's argument that is the name of a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
 .PHONY: run pictures test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants mutants-all macho macho-package mac mac-clean
@@ -46,45 +46,45 @@ fresh: ## make run and make test for this commit on a bare Debian 12, as root an
 	$(install_dependencies) fresh
 	tests/fresh_machine.sh root 'make run && make test' user 'make run && make test'
 
-bench: ## speed and memory, each figure beside its peer; fails where a goal is missed by more than is known; takes ten minutes
+bench: ## measure speed and memory, each beside a peer; fails if a goal is missed by more than is known; takes ten minutes
 	$(install_dependencies) bench
 	cmake --preset release --log-level=WARNING -DTANDEM_TRIM_BENCH=ON
 	cmake --build --preset release
 	/usr/bin/python3 bench/run.py --build build/release
 
-sanitize: ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer; TESTS='-R ...' or '-E ...' chooses
+sanitize: ## run the tests under AddressSanitizer and UndefinedBehaviorSanitizer; TESTS='-R ...' or '-E ...' selects some
 	$(install_dependencies) test
 	$(call build,sanitize)
 	ctest --preset sanitize $(TESTS)
 
-soak: ## the long tests for HOURS (1), adding up what they try; SOAK='jobs cuts' chooses of those that tests/soak.py lists
+soak: ## run the long tests for HOURS (1) and add up what they try; SOAK='jobs cuts' selects some of those in tests/soak.py
 	$(install_dependencies) test
 	$(call build,test)
 	$(if $(or $(findstring inputs,$(SOAK)),$(if $(SOAK),,all)),$(install_dependencies) fuzz && $(fuzz_programs))
 	tests/soak.py $(or $(HOURS),1) $(SOAK)
 
-race: ## the dialog's work in the background under ThreadSanitizer
+race: ## run the dialog's background work under ThreadSanitizer
 	$(install_dependencies) test
 	$(call build_apart,race,-DCMAKE_BUILD_TYPE=Debug -DTANDEM_TRIM_SANITIZE=thread -DTANDEM_TRIM_APPKIT=OFF,tandemtrim_dialog_tests)
 	TSAN_OPTIONS=ignore_noninstrumented_modules=1:halt_on_error=1 ctest --test-dir build/race --output-on-failure --timeout 3600 -j 2 -R '^e2e: (dialog|print backend|hostile programs|failing prints|notifier)'
 
-memcheck: ## the tests of the core under valgrind
+memcheck: ## run the tests of the core under valgrind
 	$(install_dependencies) memcheck
 	$(call build,test)
 	printf '%s\n' $(tests_of_core) | TANDEM_TRIM_SEQUENCES=1000 xargs -P 2 -I '{}' valgrind --quiet --error-exitcode=1 \
 	  --soname-synonyms=somalloc=nouserintercepts --leak-check=full --errors-for-leak-kinds=definite,indirect,possible build/release/tests/'{}' --gtest_brief=1
 
-coverage: ## what the tests cover of the core and of Linux; fails below 100 % of lines and of branches
+coverage: ## measure what the tests cover of the core and of adapters/linux; fails below 100 % of lines or branches
 	$(install_dependencies) coverage
 	$(call build_apart,coverage,$(core_only),all)
 	tests/coverage.sh
 
-mcdc: ## whether each condition of a decision is shown to decide by itself, by clang
+mcdc: ## check that the tests show the effect of each single condition of the core's decisions, with clang
 	$(install_dependencies) mcdc
 	$(call build_apart,mcdc,$(core_only) $(by_clang),tests/all)
 	tests/mcdc.sh
 
-mutants: ## whether the tests notice MUTANTS (300) small changes of the sources, other ones each day; takes hours
+mutants: ## check that the tests notice MUTANTS (300) small changes of the sources, different ones each day; takes hours
 	$(install_dependencies) mutants
 	/usr/bin/python3 tests/mutants/run.py --sample $(or $(MUTANTS),300)
 
@@ -92,17 +92,17 @@ mutants-all: ## the same for every small change; takes days
 	$(install_dependencies) mutants
 	/usr/bin/python3 tests/mutants/run.py
 
-fuzz: ## make up inputs for SECONDS (60) a target, and require that the properties hold
+fuzz: ## make up inputs for each target for SECONDS (60), and check the properties
 	$(install_dependencies) fuzz
 	$(fuzz_programs)
 	fuzz/run.sh $(or $(SECONDS),60)
 
-macho: ## the bundle for macOS, for both processors, by stand-ins for Apple's SDK, in build/macho, and its tests; see docs/macos.md
+macho: ## build and test the bundle for macOS, for both processors, with stand-ins for Apple's SDK, in build/macho; see docs/macos.md
 	$(install_dependencies) macho
 	cmake/macos/build.sh
 	cd tests/macho && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/macho /usr/bin/python3 -m unittest
 
-macho-package: ## the same bundle in an archive for Macs without Xcode, with scripts that install and check it
+macho-package: ## pack the same bundle for Macs without Xcode, with scripts that install and check it
 	$(install_dependencies) macho
 	cmake/macos/build.sh
 	packaging/macos/archive/archive.sh
@@ -110,20 +110,20 @@ macho-package: ## the same bundle in an archive for Macs without Xcode, with scr
 mac: ## on a Mac: build, install and try the bundle with a queue and an application of its own, and report; see docs/macos.md
 	packaging/macos/trial/trial.sh
 
-mac-clean: ## on a Mac: take away what make mac made and installed
+mac-clean: ## on a Mac: remove what make mac made and installed
 	packaging/macos/trial/trial.sh clean
 
-package: ## the Debian packages, in build/release/package, and their tests
+package: ## build the Debian packages, in build/release/package, and run their tests
 	$(install_dependencies) package
 	$(call build,release)
 	cd build/release && rm -f package/*.deb && umask 022 && cpack
 	cd tests/e2e && ../support/surroundings.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release /usr/bin/python3 -m unittest test_packages
 
-package-trial: package ## the packages in a bare system with Debian's archives: install, print, upgrade, remove; takes minutes
+package-trial: package ## try the packages in a bare system with Debian's archives: install, print, upgrade, remove; takes minutes
 	$(install_dependencies) trial
 	packaging/trial.sh build/release/package
 
-lint: ## formatting, clang-tidy, the man pages and the scripts
+lint: ## check the formatting, clang-tidy, the man pages and the scripts
 	$(install_dependencies) lint
 	clang-format --dry-run -Werror $(sources)
 	cmake --preset test --log-level=WARNING

@@ -1,4 +1,4 @@
-# What every target is compiled with.
+# The settings for compiling every target.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -13,17 +13,17 @@ endif()
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 add_compile_options("$<$<NOT:$<COMPILE_LANGUAGE:C>>:-Wnon-virtual-dtor;-Woverloaded-virtual>")
 if(NOT APPLE)
-  # Compilers that are not known here may warn of more.
+  # Apple's compilers may have further warnings.
   add_compile_options(-Werror)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # g++ 12 takes the alternatives that a moved-from std::variant does not hold for uninitialised ones.
+  # g++ 12 takes the inactive alternatives of a moved-from std::variant for uninitialised values.
   add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-maybe-uninitialized>)
 endif()
 include_directories(${PROJECT_SOURCE_DIR})
 
 if(NOT APPLE)
-  # What is installed binds its symbols when it is loaded, so that nothing can overwrite them afterwards.
+  # For installed binaries: binds all symbols at loading, so that nothing can overwrite them afterwards.
   set(hardened -Wl,-z,now)
 endif()
 
@@ -45,7 +45,7 @@ elseif(TANDEM_TRIM_COVERAGE)
   add_link_options(--coverage)
 endif()
 if(TANDEM_TRIM_FUZZ STREQUAL "quick")
-  # Many inputs: what they reach is counted, no comparison is looked into, and no memory is watched.
+  # For many inputs: counts the code that they reach, but does not trace comparisons or check memory.
   add_compile_options(-fsanitize=fuzzer-no-link,undefined -fno-sanitize-coverage=trace-cmp -fno-sanitize-recover=all)
   add_link_options(-fsanitize=undefined)
 elseif(TANDEM_TRIM_FUZZ)

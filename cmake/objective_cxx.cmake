@@ -1,11 +1,11 @@
-# Objective-C++ for adapters/appkit: Apple's own compiler and frameworks, elsewhere clang and GNUstep. Gives tandemtrim_toolkit.
+# Objective-C++ for adapters/appkit: Apple's own compiler and frameworks, elsewhere clang and GNUstep. Defines tandemtrim_toolkit.
 add_library(tandemtrim_toolkit INTERFACE)
 set(CMAKE_OBJCXX_STANDARD 20)
 set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
 set(CMAKE_OBJCXX_EXTENSIONS OFF)
 set(CMAKE_OBJCXX_VISIBILITY_PRESET hidden)
 
-# For the folders whose sources are Objective-C++: it is their headers that are precompiled there.
+# Call it in folders whose sources are Objective-C++, to precompile headers for that language.
 macro(tandemtrim_precompile_objective_cxx)
   if(NOT APPLE)
     set(CMAKE_PCH_EXTENSION ${objcxx_pch_extension})
@@ -27,7 +27,7 @@ endif()
 # clang for Objective-C++ alone: g++'s crashes at a typed @catch and constructs no C++ instance variables.
 find_program(TANDEM_TRIM_OBJCXX clang++ REQUIRED)
 set(CMAKE_OBJCXX_COMPILER ${TANDEM_TRIM_OBJCXX})
-# CMake takes the language that is enabled last for the one whose headers are precompiled.
+# CMake precompiles headers for the language that is enabled last.
 set(cxx_pch_extension ${CMAKE_PCH_EXTENSION})
 set(cxx_pch_prologue ${CMAKE_PCH_PROLOGUE})
 enable_language(OBJCXX)

@@ -1,5 +1,5 @@
-# tandemtrim_tidy(target [source ...]): all sources of the target, and these, as one that is never built: clang-tidy reads the headers of
-# toolkits and libraries once instead of for each file. It is called tidy.cpp and lies in the target's folder of the build.
+# tandemtrim_tidy(target [source ...]): writes tidy.cpp, which includes all sources of the target and these, into the target's folder of
+# the build. It is never built: with it clang-tidy reads the headers of toolkits and libraries once, not for each file.
 function(tandemtrim_tidy target)
   get_target_property(sources ${target} SOURCES)
   list(APPEND sources ${ARGN})

@@ -29,7 +29,7 @@ def change_margin(dialog):
     dialog.middle(dialog.find("push button", f"Preset: {PRESET}, changed"))
 
 
-# Each picture's name, the options that the dialog opens with, the variables of its surroundings, and what is done before it is taken.
+# Each picture's name, the options that the dialog opens with, environment variables, and a function to call before it is taken.
 PICTURES = (
     ("dialog", SET, {}),
     ("dialog-german", SET, {"LANGUAGE": "de"}),
@@ -43,7 +43,7 @@ PICTURES = (
 
 
 def keep_preset(cups):
-    """Keeps the preset that pictures with one begin with."""
+    """Saves the preset with which some pictures begin."""
     words = [*command(surroundings.BUILD)[:-1], "-o", " ".join(SET), "--save-preset", PRESET]
     subprocess.run(words, env=cups.environment(), check=True, capture_output=True)
 
@@ -55,7 +55,7 @@ def take(cups, document, name, options, variables, act=None):
     try:
         dialog.page("Tandem Trim")
         dialog.middle(dialog.find("image", "mm"))
-        # The page is drawn before its number shows.
+        # Waits for the page's number, which appears after the page is drawn.
         dialog.find("label", f" {PAGES}")
         if act:
             act(dialog)

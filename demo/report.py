@@ -33,7 +33,7 @@ def page(number):
 
 
 def report():
-    """The document, as a PDF file has it."""
+    """The document as the bytes of a PDF file."""
     objects = ["<</Type/Catalog/Pages 2 0 R>>", None, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"]
     kids = []
     for number in range(1, PAGES + 1):

@@ -1,10 +1,9 @@
 #!/usr/bin/python3
 """Prints the sample document on a sample printer by the print dialog and shows what reached the printer's filter.
 
-With a screen, the dialog is yours. Without one it comes up on a virtual screen, where it is driven through accessibility as a user
-would drive it, and a picture of the panel is saved. Then an editor that knows nothing of this program prints there with the same dialog, by
-the desktop portal. The print server is CUPS itself, started for this alone; it and its files are gone
-at the end.
+With a screen, you use the dialog. Without one it opens on a virtual screen, where this program uses it through accessibility as a user
+would, and saves a picture of the panel. Then an unmodified editor prints there with the same dialog, through the desktop portal. The
+print server is a private CUPS; it and its files are removed at the end.
 """
 
 import argparse
@@ -19,7 +18,7 @@ SAMPLES = PROJECT / "resources/sample"
 PRINTER = "Morva"
 ON_OWN_SCREEN = PROJECT / "tests/support/on_own_screen.py"
 
-# The panel's control, the option that it stands for and what the demonstration sets.
+# The panel's control, its option, and the value that the demonstration sets.
 SETTINGS = (
     ("Valid", "MVTandemTrim", "On"),
     ("Direction", "MVImageDirectionPriority", "ShortEdgeFeed"),
@@ -44,14 +43,14 @@ def command(build, document=SAMPLES / "sample.pdf"):
 
 
 def by_user(cups, build):
-    """Leaves the dialog to whoever sits at the screen, and gives whether a job was sent."""
+    """Leaves the dialog to the user, and returns whether a job was sent."""
     print("Set what you like on the page Tandem Trim, then print.", flush=True)
     own = {name: value for name, value in os.environ.items() if name != "XDG_STATE_HOME"}
     return subprocess.run(command(build), env=own | cups.environment(), check=False).returncode == 0
 
 
 def set_panel(dialog):
-    """Sets the panel as SETTINGS has it."""
+    """Sets the panel to SETTINGS."""
     dialog.page("Tandem Trim")
     dialog.check("Use Tandem Trim")
     dialog.choose("Image Direction", 1)
@@ -61,7 +60,7 @@ def set_panel(dialog):
 
 
 def driven(cups, build, picture):
-    """Drives the dialog as a user would, and gives whether a job was sent."""
+    """Drives the dialog as a user would, and returns whether a job was sent."""
     from dialog_case import PrintDialog
 
     dialog = PrintDialog(command(build), cups.environment() | surroundings.of_this_test(surroundings.SCREEN))
@@ -78,14 +77,14 @@ def driven(cups, build, picture):
 
 
 def from_editor(cups):
-    """Prints from an editor that is not this project's, by its own keys."""
+    """Prints from another project's editor, with its own keys."""
     from dialog_case import until
     from portal_case import EDITORS, PortalSession, ShownDialog
 
     toolkit = "GTK 4"
     print(f"\n{EDITORS[toolkit][0][0]} prints, by Control-P and the desktop portal.", flush=True)
     with tempfile.TemporaryDirectory() as folder:
-        # Else the dialog would begin with the settings of the job before.
+        # Otherwise the dialog would begin with the previous job's settings.
         environment = cups.environment() | surroundings.of_this_test(surroundings.SCREEN) | {"XDG_STATE_HOME": folder}
         with PortalSession(pathlib.Path(folder), environment) as session:
             editor = session.editor(toolkit, "A text that an editor prints.\n")
@@ -102,7 +101,7 @@ def from_editor(cups):
 
 
 def show(received, expected):
-    """Shows the panel's options as they were received, beside what was set where that is known; gives whether all agrees."""
+    """Shows the received options of the panel, beside the values that were set if `expected`; returns whether they agree."""
     print("\nThe printer's filter received:\n")
     row = "  {:<9}  {:<25}  {:<14}  {}".format
     print(row("Setting", "Option", "Received", "").rstrip())

@@ -1,32 +1,32 @@
 #!/usr/bin/env bash
-# Installs what is missing of the Debian packages that a group of tasks needs, one of those below: install-dependencies.sh GROUP
-# Root installs directly, anybody else by sudo; with nothing missing it asks for neither and touches no network.
+# Installs the missing Debian packages of a group, one of those below: install-dependencies.sh GROUP
+# Root installs directly, any other user by sudo. If nothing is missing, it uses neither sudo nor the network.
 set -euo pipefail
 
 build='g++ cmake ninja-build make pkg-config libcups2-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libgtkmm-4.0-dev'
 build+=' libpoppler-glib-dev libseccomp-dev'
-# The demonstration and the end-to-end tests start a print server of their own; the system's is not used.
+# The demonstration and the end-to-end tests start their own print server; the system's is not used.
 server='cups cups-client cups-filters python3 util-linux'
 # Without a screen the dialog is shown on a virtual one and driven through accessibility.
 screen='xvfb dbus xdotool scrot at-spi2-core python3-dbus python3-gi gir1.2-atspi-2.0 gir1.2-gtk-4.0 adwaita-icon-theme fonts-dejavu-core'
-# The desktop portal, and an editor that prints by it.
+# The desktop portal, and an editor that prints through it.
 portal='xdg-desktop-portal gnome-text-editor'
-# To make the packages and to test them: Debian's own view of them, an empty root to install them in.
+# To make and test the packages: Debian's checks of packages, and tools to install them in an empty root.
 package='dpkg-dev file lintian fakeroot fonts-dejavu-core'
 tests='libgtest-dev libgmock-dev libxtst-dev locales binutils fonts-cantarell fonts-noto-core'
-# A Wayland compositor that needs no screen, keys for it and pictures of it.
+# A Wayland compositor that needs no screen, and tools for its keys and pictures.
 tests+=' sway wtype grim'
-# Tells the pages of what an editor printed.
+# Reads the pages that an editor printed.
 tests+=' poppler-utils'
-# An editor of GTK 3, which prints by the portal as that of GTK 4 does.
+# A GTK 3 editor, which prints through the portal as the GTK 4 one does.
 tests+=' mousepad'
 # The shells that complete command lines.
 tests+=' bash-completion zsh fish'
 # The bundle for macOS, built on GNUstep where there is no Mac.
 tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
-# What g++ has not: libFuzzer, the coverage of conditions, the syntax tree.
+# What g++ lacks: libFuzzer, the coverage of conditions, the syntax tree.
 clang='clang-19 libclang-rt-19-dev'
-# The bundle for macOS in its own form: a linker for it, the system's C++ library and headers of a C library that is not this system's.
+# The bundle for macOS in the Mach-O format: a linker, macOS's C++ library, and headers of a C library other than this system's.
 macho='clang-19 lld-19 llvm-19 libc++-19-dev musl-dev libgmock-dev cmake ninja-build make python3 fonts-dejavu-core'
 
 case "${1:-}" in

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Tries the Debian packages as people get them, by apt in a bare Debian 12 with its archives: installs, prints, upgrades, removes.
+# Tries the Debian packages as users get them, by apt in a bare Debian 12 with its archives: installs, prints, upgrades, removes.
 # usage: trial.sh FOLDER [FORMER]
 #   FOLDER  has the packages
-#   FORMER  a package that they replace; without it one that holds the files of both
-# The bare system is a folder of mmdebstrap's in namespaces of its own; nothing is left of it. Exit status: 0 when all went well.
+#   FORMER  a package that they replace; by default one with the files of both
+# The bare system is a temporary folder of mmdebstrap in its own namespaces. Exit status: 0 when all went well.
 set -euo pipefail
 if [ "${1:-}" != --inside ]; then
   [ $# = 1 ] || [ $# = 2 ] || { sed -n '3,6p' "$0"; exit 2; }
@@ -26,13 +26,13 @@ if [ "${1:-}" != --inside ]; then
   cp -r "$project/resources/sample" "$work/resources"
   cp "$0" "$work/packaging"
   chmod 755 "$work"
-  # The trial is the last step of making a system that nobody keeps.
+  # Runs the trial as the last step of making a system, which is then discarded.
   mmdebstrap --quiet --variant=apt --skip=cleanup/apt --customize-hook="copy-in '$work' /srv" \
     --customize-hook='chroot "$1" bash /srv/'"$(basename "$work")"'/packaging/trial.sh --inside >&2' bookworm /dev/null
   exit
 fi
 
-# From here on inside.
+# From here on, runs inside the bare system.
 cd "$(dirname "$0")/.."
 export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8
 terminal=$(echo ./tandem-trim_*.deb)
@@ -74,7 +74,7 @@ settings_are_kept() {
   as_user --summary | grep -x 'Top Margin: 12' || fails "the default is lost"
   [ ! -e user/.config/tandem-trim/presets ] || as_user --preset Narrow --summary | grep -x 'Left Margin: 3' || fails "the preset is lost"
 }
-# Without a screen the dialog says so, once its module and all of its libraries are loaded.
+# Without a screen the dialog reports that, after its module and all libraries are loaded.
 has_dialog() {
   tandem-trim --dialog -- resources/sample/sample.pdf 2> log && fails "a dialog without a screen"
   cat log

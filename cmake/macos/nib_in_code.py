@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Objective-C++ that makes what a nib describes: nib_in_code.py FILE.xib >FILE.mm
+"""Writes Objective-C++ that makes the objects of a nib: nib_in_code.py FILE.xib >FILE.mm
 
-For bundles that are built where no compiler for nibs is; see nib_objects.hpp. An element or attribute that it does not know is an error.
+For bundles that are built without a compiler for nibs; see nib_objects.hpp. An unknown element or attribute is an error.
 """
 
 import json
@@ -13,13 +13,13 @@ FILES_OWNER = "-2"
 CLASSES = {"customView": "NSView", "button": "NSButton", "textField": "NSTextField", "popUpButton": "NSPopUpButton", "stepper": "NSStepper"}
 RESIZING = {"widthSizable": "NSViewWidthSizable", "flexibleMaxX": "NSViewMaxXMargin", "flexibleMinY": "NSViewMinYMargin"}
 VIEW = {"id", "userLabel", "customClass", "verticalHuggingPriority", "horizontalHuggingPriority"}
-# What an attribute means where a cell leaves it out; the toolkit's new controls may begin with something else.
+# The values of attributes that a cell leaves out; a new control of the toolkit may have other ones.
 LEFT_OUT = {
     "textField": {"alignment": "natural", "borderStyle": "none", "editable": "NO", "selectable": "NO", "drawsBackground": "NO"},
     "button": {"alignment": "natural", "borderStyle": "none"},
 }
 BORDER = {"textField": "setBezeled:", "button": "setBordered:"}
-# Attributes of a cell: each value's message to the control or, with "cell", to its cell; none says nothing beyond the toolkit's own.
+# Attributes of a cell: the message to the control or, with "cell", to its cell, and the values; None leaves the toolkit's default.
 FLAGS = {"YES": "YES", "NO": "NO"}
 CELL = {
     "alignment": ("setAlignment:", {"left": "NSTextAlignmentLeft", "right": "NSTextAlignmentRight", "center": "NSTextAlignmentCenter",
@@ -39,7 +39,7 @@ CELL = {
 BUTTON_TYPES = {"check": "NSButtonTypeSwitch", "push": "NSButtonTypeMomentaryPushIn"}
 
 PROLOGUE = """\
-// Made of {file} by {program}; a change of either is the way to change this.
+// Generated from {file} by {program}: change one of these instead.
 #import "adapters/appkit/control_classes.h"
 #import "adapters/appkit/decimal_formatter.h"
 #include "adapters/appkit/nib_objects.hpp"
@@ -83,7 +83,7 @@ class Writer:
         self.say(f"[{receiver} {selector}{argument}]")
 
     def name_of(self, element):
-        """A variable for the object, after what its maker calls it."""
+        """A variable for the object, named by its userLabel."""
         name = self.names[element.get("id")] = element.get("userLabel")
         return name
 
@@ -125,7 +125,7 @@ class Writer:
             self.send(name, "addItemWithTitle:", text(item.get("title")))
 
     def connect(self, element, source):
-        """The connections of the element, whose object `source` is."""
+        """Writes the connections of the element whose object is `source`."""
         for connection in element.findall("connections/*"):
             other = self.names[connection.get("destination") or connection.get("target")]
             if connection.tag == "action":

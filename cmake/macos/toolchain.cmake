@@ -1,6 +1,6 @@
 # Builds the bundle for macOS on Debian, for the processor TANDEM_TRIM_PROCESSOR (arm64 or x86_64), with clang, lld and the stand-ins in
-# sdk/: declarations and library stubs of our own, which hold what the sources use and no more. It proves that they compile and link
-# for macOS; the bundle for users is built on a Mac. Archives hold objects of one processor only, hence a build for each.
+# sdk/: our own declarations and library stubs, with only what the sources use. It proves that the sources compile and link for
+# macOS; the bundle for users is built on a Mac. An archive has objects of one processor only, hence a build for each.
 set(CMAKE_SYSTEM_NAME Darwin)
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TANDEM_TRIM_PROCESSOR)
 set(CMAKE_SYSTEM_PROCESSOR ${TANDEM_TRIM_PROCESSOR})
@@ -17,7 +17,7 @@ set(CMAKE_RANLIB ${llvm}/bin/llvm-ranlib)
 set(CMAKE_INSTALL_NAME_TOOL ${llvm}/bin/llvm-install-name-tool)
 foreach(language CXX OBJCXX)
   set(CMAKE_${language}_COMPILER_TARGET ${TANDEM_TRIM_PROCESSOR}-apple-macos)
-  # The C library's headers are musl's; libc++'s own come first and say since which macOS the system's has each of its functions.
+  # The C library's headers are musl's. libc++'s own come first; they say which macOS is the first to have a function.
   string(JOIN " " CMAKE_${language}_FLAGS_INIT -Werror -Wunguarded-availability -nostdinc++ -isystem ${CMAKE_OSX_SYSROOT}/usr/include/c++
     -isystem ${llvm}/include/c++/v1 -idirafter /usr/include/x86_64-linux-musl -D_GNU_SOURCE
     "-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")

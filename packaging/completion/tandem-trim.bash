@@ -1,7 +1,7 @@
-# Completion of tandem-trim for bash. The program itself gives the words.
+# Completion of tandem-trim for bash. The program itself prints the words.
 _tandem_trim() {
-  # Splits what stands before the cursor as bash does, but expands nothing. Of the last word bash replaces what stands
-  # behind an opened quote, else behind the last of its word breaks.
+  # Splits the line before the cursor as bash does, but expands nothing. Bash replaces the part of the last word after an
+  # open quote, else the part after the last word break.
   local line=${COMP_LINE:0:COMP_POINT} words=() word='' begun='' quote='' unquoted='' unbroken='' char i
   for ((i = 0; i < ${#line}; ++i)); do
     char=${line:i:1}
@@ -25,7 +25,7 @@ _tandem_trim() {
   mapfile -t COMPREPLY < <("$1" --complete "${words[@]:1}" 2>/dev/null)
   [[ ${COMPREPLY[0]} == *= ]] && compopt -o nospace
 
-  # A server may name a printer as it likes, but no part of a name is a command.
+  # Quotes the replies: a server may give a printer any name, but no part of a name may become a command.
   local stem=$unbroken reply special
   [[ $quote ]] && stem=$unquoted
   for i in "${!COMPREPLY[@]}"; do

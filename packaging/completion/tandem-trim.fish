@@ -1,4 +1,4 @@
-# Completion of tandem-trim for fish. The program itself gives the words.
+# Completion of tandem-trim for fish. The program itself prints the words.
 function __tandem_trim_words
     set -l words (commandline -opc)
     set -l typed "$(commandline -ct)"

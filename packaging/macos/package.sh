@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # On a Mac: builds the bundle, signs it and makes the installer package build/macos/TandemTrim-VERSION.pkg.
 #
-# What the environment says:
+# Environment variables:
 #   SIGN_AS       the identity that signs the bundle ("Developer ID Application: ..."); without it the signature is an
-#                 ad-hoc one, which is good for this Mac alone
+#                 ad-hoc one, which is valid only on this Mac
 #   INSTALLER_AS  the identity that signs the package ("Developer ID Installer: ..."); without it the package is not signed
 #   NOTARY        the keychain profile that notarytool stored; without it nothing is sent to be notarised
 set -euo pipefail
@@ -15,7 +15,7 @@ cmake --preset macos
 cmake --build --preset macos
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-# The folders' modes are those that the installer gives; mktemp's own would shut everybody out.
+# The installer copies the folders' modes; mktemp's own would shut everybody out.
 umask 022
 root=$scratch/root
 mkdir "$root"
@@ -29,7 +29,7 @@ signing=(--force --options runtime --sign "${SIGN_AS:--}")
 codesign "${signing[@]}" "$bundle"
 codesign --verify --strict --verbose=2 "$bundle"
 
-# A bundle that may be relocated is installed over whichever copy the installer finds, such as the one in the build folder.
+# A relocatable bundle would be installed over any copy that the installer finds, such as the one in the build folder.
 components=$scratch/components.plist
 pkgbuild --analyze --root "$root" "$components"
 plutil -replace 0.BundleIsRelocatable -bool NO "$components"

@@ -30,7 +30,7 @@ def line(x, y, to_x, to_y):
 
 
 def scales():
-    """A scale inward from the middle of each edge: a tick each millimetre, the longest with their number."""
+    """A scale inward from the middle of each edge: a tick each millimetre, the longest ones with a number."""
     operators = ["0.2 w"]
     edges = (  # where the edge's scale begins, the direction inward
         (WIDTH_MM / 2, HEIGHT_MM, 0, -1),

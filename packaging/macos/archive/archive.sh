@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Packs build/macho/TandemTrim.bundle for Macs without Xcode: build/macho/TandemTrim-VERSION-macos.tar.gz, with scripts that install, check
-# and remove it. The same commit gives the same archive.
+# and remove it. The same commit produces the same archive.
 set -euo pipefail
 cd "$(dirname "$0")/../../.."
 macos=packaging/macos build=build/macho

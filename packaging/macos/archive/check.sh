@@ -1,6 +1,6 @@
 #!/bin/bash
-# Says what is right and what is wrong with a bundle on this Mac: check.sh files BUNDLE, as it was unpacked, or check.sh installed BUNDLE.
-# The status is 1 if anything is wrong.
+# Reports what is right and wrong with a bundle on this Mac: check.sh files BUNDLE (as unpacked), or check.sh installed BUNDLE.
+# The exit status is 1 if anything is wrong.
 set -uo pipefail
 case "${1:-} $#" in
   'files 2' | 'installed 2') ;;
@@ -13,7 +13,7 @@ check() {
   shift
   if "$@" >/dev/null 2>&1; then echo "ok      $name"; else echo "failed  $name"; failed=1; fi
 }
-# Each asks a command and looks at its answer afterwards: a command that fails, or that nobody reads to the end, must not count as a no.
+# Each reads a command's whole output before it checks it: a command that fails or is cut off must not look like one that found nothing.
 is_new_enough() {
   local needed now
   needed=$(plutil -extract LSMinimumSystemVersion raw "$bundle/Contents/Info.plist") && now=$(sw_vers -productVersion) && [ -n "$needed" ] &&

@@ -4,18 +4,18 @@ set -euo pipefail
 cd "$(dirname "$0")"
 [ "$(uname)" = Darwin ] || { echo "$0: this needs a Mac" >&2; exit 1; }
 folder=/Library/Printers/Morva/PDEs
-# All users read what is installed, whatever this user's own files are like.
+# All users must be able to read the installed files, regardless of this user's umask.
 umask 022
 
-# By its name: a Mac does not start a script that a browser has marked as from the network.
+# By bash: a Mac does not start a script that a browser has marked as downloaded.
 bash check.sh files TandemTrim.bundle
-# Only a bundle that is ready takes the place of one that is installed.
+# An installed bundle is replaced only when the new one is ready.
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 ready=$scratch/TandemTrim.bundle
 cp -R TandemTrim.bundle "$ready"
 chmod -R u=rwX,go=rX "$ready"
-# What came from the network is marked, and not loaded without Apple's signature. It is no error that nothing is marked.
+# Downloaded files are marked, and not loaded without Apple's signature. It is not an error if none is marked.
 xattr -dr com.apple.quarantine "$ready" 2>/dev/null || true
 codesign --force --sign - "$ready"
 sudo mkdir -p "$folder"

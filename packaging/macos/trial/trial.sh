@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# On a Mac: builds the bundle, signs it for this Mac alone, installs it, makes the queue TandemTrimTrial, opens a small application that
-# prints to it, and writes down what happened: build/macos/report.txt. `trial.sh clean` takes all of it away again.
+# On a Mac: builds the bundle, signs it for this Mac only, installs it, makes the queue TandemTrimTrial, opens a small application that
+# prints to it, and writes a report: build/macos/report.txt. `trial.sh clean` removes all of it again.
 set -uo pipefail
 cd "$(dirname "$0")/../../.."
 [ "$(uname)" = Darwin ] || { echo "$0: this needs a Mac with Xcode" >&2; exit 1; }
@@ -8,7 +8,7 @@ cd "$(dirname "$0")/../../.."
 build=build/macos report=build/macos/report.txt
 bundle=/Library/Printers/Morva/PDEs/TandemTrim.bundle queue=TandemTrimTrial
 failed=0
-# All users read what is installed, whatever this user's own files are like.
+# All users must be able to read the installed files, regardless of this user's umask.
 umask 022
 
 case "${1:-}" in
@@ -24,7 +24,7 @@ case "${1:-}" in
 esac
 
 note() { printf '%s\n' "$*" | tee -a "$report"; }
-# check NAME COMMAND ...: notes whether the command succeeds. What it says goes into the report, and to the terminal where it fails.
+# check NAME COMMAND ...: notes whether the command succeeds. Its output goes into the report, and to the terminal if it fails.
 check() {
   local name=$1 said status=0
   shift
@@ -44,7 +44,7 @@ stop() {
   note "See $report; \`make mac-clean\` takes away what was installed."
   exit 1
 }
-# needs TOOL REMEDY COMMAND ...: whether the command finds the tool, and what to do where it does not.
+# needs TOOL REMEDY COMMAND ...: notes whether the command finds the tool, and the remedy if it does not.
 needs() {
   local remedy=$2
   check "$1 is there" "${@:3}" || note "        $remedy"
@@ -56,7 +56,7 @@ install_bundle() {
 }
 # The number of the last job that waits in the queue.
 last_job() { lpstat -W not-completed -o "$queue" | sed -n "s/^$queue-\([0-9]*\) .*/\1/p" | tail -n 1; }
-# job_options BEFORE: the panel's options of a job that has come after that one, for which it waits half a minute.
+# job_options BEFORE: the panel's options of a job newer than BEFORE; waits for it for half a minute.
 job_options() {
   local job='' seconds
   for seconds in {1..30}; do
@@ -74,7 +74,7 @@ console_lines() {
 mkdir -p "$build"
 : >"$report"
 note "macOS $(sw_vers -productVersion) ($(sw_vers -buildVersion)), $(uname -m), $(git describe --always 2>/dev/null)"
-# A Mac has the names of Xcode's tools even without it, so each is asked to do something.
+# A Mac has the names of Xcode's tools even without Xcode, so each tool is run.
 needs Xcode 'install it from the App Store, then: sudo xcode-select -s /Applications/Xcode.app; sudo xcodebuild -license accept' xcodebuild -version
 needs ibtool 'it comes with Xcode' xcrun --find ibtool
 needs cmake 'brew install cmake' cmake --version
@@ -86,7 +86,7 @@ check 'it is signed for this Mac' codesign --force --sign - "$build/TandemTrim.b
 check 'its signature is good' codesign --verify --strict "$build/TandemTrim.bundle" || stop
 check 'it has both processors' lipo "$build/TandemTrim.bundle/Contents/MacOS/TandemTrim" -verify_arch arm64 x86_64 || stop
 check 'it is installed' install_bundle || stop
-# By itself, without the print dialog: status 3 is a system that does not load it, 1 a bundle that fails. The dialog is tried all the same.
+# Without the print dialog: status 3 means that the system does not load the bundle, 1 that the bundle fails. The dialog is tried anyway.
 check 'it loads and passes the self-test' env GTEST_BRIEF=1 "$build/tandem-trim-self-test" -bundle "$bundle"
 check 'the queue is made' sudo lpadmin -p "$queue" -E -v ipp://localhost:9/none -P "$build/MorvaTandemKV2.ppd" -o printer-is-shared=false || stop
 check 'the application is built' xcrun clang++ -std=c++20 -framework Cocoa packaging/macos/trial/print_page.mm -o "$build/print_page" || stop

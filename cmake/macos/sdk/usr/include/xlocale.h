@@ -1,4 +1,4 @@
-// What libc++ uses of macOS's header and musl has not.
+// The part of macOS's header that libc++ uses and musl lacks.
 #pragma once
 
 #include <locale.h>

@@ -1,4 +1,4 @@
-// What CMake looks for. macOS 13 brings CUPS 2.3.
+// The version, which CMake reads. macOS 13 has CUPS 2.3.
 #pragma once
 
 #define CUPS_VERSION_MAJOR 2

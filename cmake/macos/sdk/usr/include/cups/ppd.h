@@ -1,4 +1,4 @@
-// What the sources use of CUPS, as its public documentation describes it.
+// The part of CUPS that the sources use, as its public documentation describes it.
 #pragma once
 
 typedef struct ppd_file_s ppd_file_t;

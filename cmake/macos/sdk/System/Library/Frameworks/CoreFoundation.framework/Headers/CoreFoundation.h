@@ -1,9 +1,9 @@
-// What the sources use of macOS's framework, as its public documentation describes it.
+// The part of macOS's framework that the sources use, as its public documentation describes it.
 #pragma once
 
 #include <stdint.h>
 
-// Since when the system has what a declaration names.
+// The first macOS that has the declared function or class.
 #define SINCE(version) __attribute__((availability(macos, introduced = version)))
 
 typedef unsigned char Boolean;

@@ -1,4 +1,4 @@
-// What the sources use of macOS's framework, as its public documentation describes it.
+// The part of macOS's framework that the sources use, as its public documentation describes it.
 #pragma once
 
 #import <CoreFoundation/CoreFoundation.h>
