@@ -1,4 +1,4 @@
-// Preloaded into a program, counts every block that it and its libraries ask for.
+// Preloaded into a program, counts every block of memory that it and its libraries allocate.
 #include <atomic>
 #include <cstddef>
 

@@ -1,5 +1,5 @@
-// Shows GTK's print dialog until it is drawn with a printer's options, and with the panel as a page of it
-// where a bundle and the printer's PPD are named: dialog PRINTER [BUNDLE PPD]
+// Shows GTK's print dialog until it is drawn with a printer's options, and with the panel as one of its pages
+// if the printer's PPD and a bundle are given: dialog PRINTER [PPD BUNDLE]
 #include <fstream>
 #include <memory>
 #include <string>
@@ -36,7 +36,7 @@ struct Tab {
   std::unique_ptr<host::PanelSession> panel;
 };
 
-// Kilobytes that are this process's own: what it wrote. What it read of files is shared by all that use them.
+// The kilobytes of memory that this process has written. What it only reads of files is shared.
 long privateMemory() {
   std::ifstream rollup("/proc/self/smaps_rollup");
   long kilobytes = 0;
@@ -51,7 +51,7 @@ long privateMemory() {
 int main(int argc, char* argv[]) {
   if (argc < 2 || argc > 4) return 2;
   if (gtk_init_check() == FALSE) return 1;
-  // The host's dialog is gtkmm's with the tab and without.
+  // With the tab and without: the host's dialog uses gtkmm in both cases.
   Gtk::init_gtkmm_internals();
   auto* const dialog = bench::makeDialog();
   host::PpdHandle ppd;

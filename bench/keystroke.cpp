@@ -11,7 +11,7 @@ namespace {
 
 using namespace tandemtrim;
 
-// A control of memory that counts how often its text is written.
+// A control in memory that counts how often its text is set.
 template <class Control>
 struct Counting : Control {
   void setStringValue(std::string_view text) override {
@@ -32,7 +32,7 @@ int main(int argc, char* argv[]) {
   const auto controller = MorvaTTViewControllerKV2::initWithCommonInfo(info);
   if (!controller || controller->panelViewWithNibName("TandemTrim") == nullptr) return 1;
 
-  // The last box is the one that is searched longest.
+  // The last box takes the longest search.
   auto& box = dynamic_cast<platform::memory::TextBox&>(*controller->textBoxMarginRight());
   for (const char* text : {"", "5", "12", "007", "-1a2 mm", "999999999999999"}) {
     box.setStringValue(text);

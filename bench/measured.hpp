@@ -4,14 +4,14 @@
 
 #include <valgrind/callgrind.h>
 
-/// How many allocations the process has asked for; there only where the hook is preloaded.
+/// The number of allocations of the process so far; defined only if the hook is preloaded.
 extern "C" [[gnu::weak]] long benchAllocations();
 
 namespace tandemtrim::bench {
 
 inline long allocations() { return &benchAllocations == nullptr ? 0 : benchAllocations(); }
 
-/// Counts what is done while it lives: under callgrind the instructions, dumped under its name; elsewhere the
+/// Counts during its lifetime: under callgrind the instructions, dumped under its name; otherwise the
 /// allocations, printed with its name.
 class Measured {
  public:

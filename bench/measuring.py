@@ -1,4 +1,4 @@
-"""Runs programs and counts: instructions by callgrind, allocations by a hook that is preloaded."""
+"""Runs programs and counts: instructions by callgrind, allocations by a preloaded hook."""
 
 import dataclasses
 import json
@@ -16,7 +16,7 @@ PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
 
 @dataclasses.dataclass
 class Bench:
-    """A build, and what all programs run in."""
+    """A build, and the environment of all programs."""
 
     build: pathlib.Path
     variables: dict = dataclasses.field(default_factory=dict)
@@ -30,10 +30,10 @@ class Bench:
 
     def run(self, command, screen=False, **variables):
         """The standard output of a command that must succeed."""
-        # Nothing of the user's own but a language, which the bundle has; every symbol is bound before the program starts.
+        # Nothing of the user's environment, and a language that the bundle has; every symbol is bound before the program starts.
         around = {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LANGUAGE": "en", "LD_BIND_NOW": "1"} | self.variables | variables
         if screen:
-            # The home folder is the screen's.
+            # on_own_screen.py sets the home folder.
             given = (f"{name}={value}" for name, value in around.items() if name not in ("HOME", "TMPDIR", "LANGUAGE"))
             command = [ON_OWN_SCREEN, *given, *map(str, command)]
         result = subprocess.run(command, env=around, capture_output=True, text=True, check=False)
@@ -42,13 +42,13 @@ class Bench:
         return result.stdout
 
     def on_screen(self, mode, rounds, *commands):
-        """What felt/measure.py measures of these commands on one screen: of each round, of each command the figures."""
+        """The figures of felt/measure.py for these commands on one screen: a list for each round, in it one for each command."""
         words = [word for command in commands for word in ("--", *command)]
         answer = self.run([PROJECT / "bench/felt/measure.py", self.program("screen"), mode, str(rounds), *words], screen=True, LD_BIND_NOW="")
         return json.loads(next(line for line in answer.splitlines() if line.startswith("[[")))
 
     def duration(self, *command):
-        """The seconds that a program takes from its start to its end, its symbols bound as they are where people start it."""
+        """The seconds that a program takes from its start to its end, with its symbols bound as when a user starts it."""
         start = time.perf_counter()
         self.run(command, LD_BIND_NOW="")
         return time.perf_counter() - start

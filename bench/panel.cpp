@@ -1,4 +1,4 @@
-// Makes a panel beside what libcups does for the same PPD: panel BUNDLE PPD
+// Measures how a panel is made, beside libcups's work for the same PPD: panel BUNDLE PPD
 #include <memory>
 
 #include "bench/measured.hpp"

@@ -1,4 +1,4 @@
-"""PPD files of the sizes that real printers' have, for printers that know Tandem Trim: ppds.py FOLDER writes them all."""
+"""PPD files of the sizes of real ones, for printers that know Tandem Trim: ppds.py FOLDER writes them all."""
 
 import itertools
 import pathlib
@@ -7,8 +7,8 @@ import sys
 
 SAMPLE = pathlib.Path(__file__).resolve().parents[1] / "resources/sample/MorvaTandemKV2.ppd"
 
-# What a PPD of so many kilobytes holds beside what the sample does, about as many of each as those of printers on the
-# market do; the rest of the size is translations.
+# The contents of a PPD, by its size in kilobytes, beyond those of the sample: about as many of each as in PPDs of printers
+# on the market. Translations fill the rest of the size.
 PROFILES = {
     30: {"options": 6, "choices": 6, "sizes": 14, "constraints": 100},
     80: {"options": 16, "choices": 7, "sizes": 18, "constraints": 800},
@@ -21,7 +21,7 @@ LANGUAGES = ("de", "fr", "es", "it", "nl", "ja", "zh_CN", "zh_TW", "ko", "pt", "
 
 
 def smallest(sample):
-    """The sample with the fewest choices that its options and limits need, and without what only helps a reader."""
+    """The sample with the fewest choices that its options and limits need, and without comments and optional lines."""
     without = r"\*%|\*OrderDependency|\*(?:PageSize|PageRegion|ImageableArea|PaperDimension) (?!A4)"
     without += r"|\*MV\w+Margin (?!(?:0|5|20)/)|\*Font (?!Courier:)|\*(?:1284DeviceID|Throughput|TTRasterizer|Landscape)"
     return "".join(line for line in sample.splitlines(True) if line.strip() and not re.match(without, line))
@@ -53,7 +53,7 @@ def groups(profile):
 
 
 def sizes(keyword, profile):
-    """More lines of one of the four keywords that name every paper size."""
+    """Additional lines of one of the four keywords that list all paper sizes."""
     value = {
         "PageSize": "<</PageSize[{0} {1}]/ImagingBBox null>>setpagedevice",
         "PageRegion": "<</PageSize[{0} {1}]/ImagingBBox null>>setpagedevice",
@@ -79,7 +79,7 @@ def constraints(profile):
 
 
 def translations(profile):
-    """The choices in one language after the other."""
+    """Lines with the choices in one language after the other."""
     for language in LANGUAGES:
         for name in option_names(profile):
             yield f'*{language}.Translation {name}/{name}, {language}: ""'
@@ -102,7 +102,7 @@ def enlarged(sample, kilobytes):
 
 
 def write_all(folder):
-    """Writes the files into the folder; their paths by the size in kilobytes, the smallest first."""
+    """Writes the files into the folder and returns their paths by the size in kilobytes, the smallest first."""
     sample = SAMPLE.read_text(encoding="ascii")
     texts = {SMALLEST: smallest(sample)} | {kilobytes: enlarged(sample, kilobytes) for kilobytes in PROFILES}
     folder.mkdir(parents=True, exist_ok=True)

@@ -9,7 +9,7 @@ inline GtkPrintUnixDialog* makeDialog() {
   return GTK_PRINT_UNIX_DIALOG(gtk_print_unix_dialog_new("Print", nullptr));
 }
 
-// GTK drops the printer of its settings unless it is listed first, so it is asked for again until it is
+// GTK forgets the printer of its settings unless it is listed first, so this sets it again until it is
 // selected.
 inline bool isSelected(GtkPrintUnixDialog* dialog, GtkPrintSettings* settings) {
   auto* const selected = gtk_print_unix_dialog_get_selected_printer(dialog);
@@ -19,7 +19,7 @@ inline bool isSelected(GtkPrintUnixDialog* dialog, GtkPrintSettings* settings) {
   return found;
 }
 
-/// Lets the dialog do what it has to until everything is drawn.
+/// Runs the main loop until the dialog is completely drawn.
 inline void draw(GtkPrintUnixDialog* dialog) {
   bool drawn = false;
   auto* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(dialog));
@@ -30,7 +30,7 @@ inline void draw(GtkPrintUnixDialog* dialog) {
   g_signal_handler_disconnect(clock, handler);
 }
 
-/// Shows it until the printer is selected and everything is drawn that this brings up.
+/// Shows the dialog and returns when the printer is selected and everything is drawn.
 inline void show(GtkPrintUnixDialog* dialog, const char* printer) {
   auto* const settings = gtk_print_settings_new();
   gtk_print_settings_set_printer(settings, printer);

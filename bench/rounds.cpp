@@ -1,4 +1,4 @@
-// Whether 10,000 rounds of summary, restore and save leave anything on the heap: rounds BUNDLE PPD
+// Measures whether 10,000 rounds of summary, restore and save leave anything on the heap: rounds BUNDLE PPD
 #include <cstdio>
 
 #include <malloc.h>

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Measures speed and memory beside a peer or floor of the same run, and fails where a goal is missed: make bench."""
+"""Measures speed and memory beside a peer or floor of the same run, and fails if a goal is missed: make bench."""
 
 import argparse
 import dataclasses
@@ -27,19 +27,19 @@ SETTINGS = {
     "Left": ("MVLeftMargin", "0"),
     "Right": ("MVRightMargin", "7"),
 }
-RUNS = 5  # of what a screen or a server makes vary
+RUNS = 5  # for figures that vary with a screen or a server
 PAIRS = 31
-FEW_PAIRS = 11  # of what takes seconds
-# Where things are on the dialog's screen, in pixels: tabs of pages, and two printers with no other between them.
+FEW_PAIRS = 11  # for figures that take seconds
+# Places on the dialog's screen, in pixels: tabs of pages, and two printers with no other between them.
 OWN_PAGE, PAGE_SETUP = ("259", "18"), ("140", "18")
 PRINTERS = ("150", "154", "122")
 MICROSECONDS = 1_000_000
-BACKEND = "org.freedesktop.impl.portal.desktop."  # names of print backends on the session bus begin so
+BACKEND = "org.freedesktop.impl.portal.desktop."  # the prefix of print backends' names on the session bus
 
 
 @dataclasses.dataclass
 class Row:
-    """A figure beside its peer. Goal, reach and known are shares of the peer, or limits of the figure where there is none."""
+    """A figure beside its peer. Goal, reach and known are shares of the peer, or limits of the figure if there is no peer."""
 
     what: str
     figure: float
@@ -47,9 +47,9 @@ class Row:
     peer: float | None
     goal: float
     reach: float | None = None
-    # Of the pairs' shares or differences, where it was measured in pairs: a goal is missed where three quarters of them miss it.
+    # Those of the pairs' shares or differences, if measured in pairs: a goal is missed if three quarters of the pairs miss it.
     quartiles: tuple[float, float] | None = None
-    # What is reached of a goal that is known to be missed; docs/performance.md says why. The run fails beyond it, too.
+    # The limit instead of a goal that is known to be missed; docs/performance.md says why. The run fails only beyond it.
     known: float | None = None
 
     @property
@@ -137,7 +137,7 @@ def dialog_rows(bench, files, queues):
 
 
 def pair_row(bench, cups, what, own, beside, peer, goal, reach=None, known=None):
-    """Two programs in turn, so that what else the machine does meets both; the share is the median of the pairs' shares."""
+    """Runs two programs in turn, so that other load of the machine affects both; the share is the median of the pairs' shares."""
 
     def duration(command):
         cups.wait_for_jobs()
@@ -159,7 +159,7 @@ def row_of_differences(what, pairs, goal):
 
 
 def felt_rows(bench):
-    """The whole dialog on a screen beside bare ones of GTK's."""
+    """The whole dialog on a screen, beside GTK's bare ones."""
     own = bench.build / "host/tandem-trim", "--dialog", "-d", "Morva", SAMPLE / "sample.pdf"
     bare, bare_gtkmm = ((bench.program(name), "Morva") for name in ("bare", "bare_gtkmm"))
 
@@ -190,7 +190,7 @@ def felt_rows(bench):
 
 
 def backend_rows(bench):
-    """The dialog as applications get it, from the desktop portal's request on, beside Debian's own and a bare one of GTK 4."""
+    """The dialog for applications, from the desktop portal's request on, beside Debian's own and a bare one of GTK 4."""
     own = f"{BACKEND}tandemtrim", bench.build / "host/tandem-trim-portal"
     debians = f"{BACKEND}gtk", "/usr/libexec/xdg-desktop-portal-gtk"
     bare = f"{BACKEND}bare", bench.program("bare_backend"), f"{BACKEND}bare"
@@ -254,7 +254,7 @@ def main():
     parser.add_argument("--results", type=pathlib.Path, default=PROJECT / "build/bench/results.json")
     arguments = parser.parse_args()
     build = arguments.build.resolve()
-    # What was just built and is not on the disk yet would count as memory that the program has written.
+    # Files just built and not on the disk yet would count as memory that the program has written.
     os.sync()
     files = ppds.write_all(arguments.results.parent / "ppds")
     with PrivateCups() as cups:

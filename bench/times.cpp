@@ -1,5 +1,5 @@
-// Times of the same steps, for information: times --benchmark_... with TANDEM_TRIM_BUNDLE and TANDEM_TRIM_PPD
-// set
+// Measures the times of the panel's steps, for information: times --benchmark_..., with TANDEM_TRIM_BUNDLE
+// and TANDEM_TRIM_PPD set
 #include <cstdlib>
 
 #include <benchmark/benchmark.h>

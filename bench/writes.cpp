@@ -1,4 +1,4 @@
-// What GTK is told to write for one keystroke of a user at a margin box: writes BUNDLE PPD
+// Counts what the program writes in GTK's widgets for one keystroke in a margin box: writes BUNDLE PPD
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -19,7 +19,7 @@ int writes = 0;
 
 void onWrite() { ++writes; }
 
-// Counts every text and state of the widgets that changes.
+// Counts every change of a text or state of the widgets.
 void countWrites(GtkWidget* widget) {
   for (const char* change : {"notify::text", "notify::label", "notify::sensitive", "notify::active"}) {
     if (g_object_class_find_property(G_OBJECT_GET_CLASS(widget), std::strchr(change, ':') + 2) != nullptr)
@@ -40,7 +40,7 @@ GtkWidget* firstEntry(GtkWidget* widget) {
   return nullptr;
 }
 
-// A text that comes as one insertion into an empty box; how often the program wrote in answer.
+// Inserts the text into an empty box, as one edit; returns how often the program then wrote.
 int writesAfter(GtkWidget* entry, const char* text) {
   gtk_editable_delete_text(GTK_EDITABLE(entry), 0, -1);
   int position = 0;

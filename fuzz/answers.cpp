@@ -1,6 +1,6 @@
-// The answers of a print server, one behind the other, to all that the program asks while it prints: each
-// begins with the number of its status, and the next one behind "|||". Whatever they hold, the program goes
-// on or raises its failure, and confirms no option that the server does not name.
+// The input is a print server's answers to the requests that the program makes while it prints, with "|||"
+// between them; each begins with the number of its status. With any answers the program continues or raises a
+// Failure, and confirms no option that the server does not name.
 #include <array>
 #include <cstdlib>
 #include <deque>
@@ -25,7 +25,7 @@ constexpr std::string_view kBetweenAnswers = "|||";
 constexpr std::array<unsigned, 5> kStatuses{IPP_STATUS_OK, IPP_STATUS_OK_IGNORED_OR_SUBSTITUTED,
                                             IPP_STATUS_ERROR_NOT_FOUND, IPP_STATUS_ERROR_BUSY, 0xFFFF};
 
-// Reads up to these words and past them; false when the client has gone.
+// Reads through these words; false when the client has disconnected.
 bool readPast(int client, std::string_view words, std::string& text) {
   for (char character = 0; !text.ends_with(words); text += character)
     if (recv(client, &character, 1, 0) != 1) return false;
@@ -37,7 +37,7 @@ bool skip(int client, std::size_t count) {
   return count == 0 || recv(client, rest.data(), count, MSG_WAITALL) == static_cast<ssize_t>(count);
 }
 
-// Reads one request; the line that it begins with, or none when the client has gone.
+// Reads one request and returns its header; empty when the client has disconnected.
 std::string request(int client) {
   std::string fields;
   if (!readPast(client, "\r\n\r\n", fields)) return {};
@@ -57,7 +57,7 @@ std::string request(int client) {
   return fields;
 }
 
-// A server that gives the answers in their order, then no more.
+// A server that sends the answers in their order, and then closes its connections.
 class Server {
  public:
   Server() {

@@ -1,5 +1,5 @@
-// The program's arguments, each ended by a byte 0. Either the mistake is told, or what was understood,
-// written as arguments once more, is understood the same.
+// The input is the program's arguments, each ended by a byte 0. Either a mistake is reported, or the command
+// line that was read, written as arguments again, is read as the same.
 #include <algorithm>
 
 #include "fuzz/support/target.hpp"

@@ -1,6 +1,6 @@
-// A document of which a page is to be shown, and what a program that renders pages may answer. Whatever they
-// hold, there is a page with a whole picture no larger than was asked for, or a reason why there is none,
-// within the time that a page may take.
+// The input is read both as a document whose page is shown and as the answer of a program that renders pages.
+// The result is a page with a whole picture no larger than requested, or a reason why there is none, within
+// the time limit for a page.
 #include <chrono>
 #include <cmath>
 #include <span>
@@ -19,7 +19,7 @@ using namespace host;
 
 constexpr int kLongestSide = 64;
 constexpr std::chrono::seconds kLimit{5};
-// What the machine may be late by.
+// The delay that a busy machine may cause.
 constexpr std::chrono::seconds kLate{4};
 
 void requirePage(const RenderedPage& page) {

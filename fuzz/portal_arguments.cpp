@@ -1,6 +1,6 @@
-// What another program hands over with either request, for a dialog or with a document: three dictionaries in
-// GLib's text form, with "|||" between them, and texts behind them. Whatever they hold, the options are those
-// that the dialog's own tabs know, texts are short lines, and numbers are within their limits.
+// The input is the arguments of another program's requests, for a dialog and to print a document: three
+// dictionaries in GLib's text form and a text, with "|||" between them. With any arguments, the options are
+// those that the dialog's own tabs know, texts are short lines, and numbers are within their limits.
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -23,14 +23,14 @@ constexpr std::array<std::string_view, 9> kKnown{"copies",      "Collate",   "Ou
 
 using Dictionary = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
 
-// An empty one for a text that is none.
+// The dictionary of a text, empty if the text is malformed.
 Dictionary dictionary(const std::string& text) {
   auto* value = g_variant_parse(G_VARIANT_TYPE_VARDICT, text.c_str(), nullptr, nullptr, nullptr);
   if (value == nullptr) value = g_variant_ref_sink(g_variant_new("a{sv}", nullptr));
   return {value, g_variant_unref};
 }
 
-// Takes the part up to the next mark off the input.
+// Removes the part before the next mark from the input and returns it.
 std::string nextPart(std::string_view& input) {
   const auto end = std::min(input.find(kBetweenDictionaries), input.size());
   std::string part(input.substr(0, end));

@@ -1,5 +1,5 @@
-// Lines of a printer's PPD, behind those that every PPD begins with. Whatever libcups makes of them, each
-// side's limit is what the printer says as far as the property list allows it.
+// The input is lines of a printer's PPD, after those with which every PPD begins. However libcups reads them,
+// each side's limit is the printer's, clamped to the property list's bounds.
 #include <cups/ppd.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -19,7 +19,7 @@ constexpr std::string_view kBeginning =
 
 using Ppd = std::unique_ptr<ppd_file_t, decltype(&ppdClose)>;
 
-// One file in memory holds them all. libcups closes the descriptor that it gets.
+// All inputs use one file in memory. libcups closes the descriptor that it gets.
 Ppd read(std::string_view lines) {
   static const int file = memfd_create("ppd", 0);
   const auto text = std::string(kBeginning).append(lines);

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Makes up inputs for each target, so many seconds long: run.sh SECONDS [target ...]. Where a property breaks it fails, and names the
-# input's file. Most of the time goes to programs that watch no memory and make up ten times as many; the sanitized ones then take
-# whatever those found new, and go on from there. It is in build/fuzz/inputs; run.sh keep makes the kept inputs the fewest that reach
-# what these and the new ones reach.
+# Makes up inputs for each target for SECONDS: run.sh SECONDS [target ...]. Fails if a property does not hold, and names the input's file.
+# Most of the time goes to programs that do not check memory and try ten times as many inputs; the sanitized ones then continue from the
+# new inputs that those found, in build/fuzz/inputs. `run.sh keep` replaces the kept inputs by the fewest kept and new ones that reach as
+# much.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 programs=build/fuzz/fuzz

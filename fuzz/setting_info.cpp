@@ -1,4 +1,5 @@
-// The file of the setting-info property list. Either it is refused, or all that is made of it holds together.
+// The input is the file of the setting-info property list. Either it is refused, or everything made from it
+// is consistent.
 #include <cmath>
 #include <cstdint>
 #include <stdexcept>
@@ -50,7 +51,7 @@ void examineCommonInfo(const MorvaTTCommonInfoKV2& info) {
   require(!info.marginLimit("Middle") && !info.defaultMarginValue("Middle"), "no other sides");
 }
 
-// The bounds may be real numbers: the box shows them in full, the stepper cut.
+// The bounds may be real numbers: the box shows them in full, the stepper truncated.
 void examineMargin(platform::memory::PanelView& view, const std::string& side) {
   view.type(side, "7");
   const auto box = view.control(side);
@@ -63,7 +64,7 @@ void examineMargin(platform::memory::PanelView& view, const std::string& side) {
           "the stepper shows the box's integer");
 }
 
-// The panel of this property list, at work. What the list lacks is raised.
+// Uses the panel of this property list. Raises std::invalid_argument for a value that the list lacks.
 void examinePanel(const std::shared_ptr<Resources>& bundle) {
   const auto job = std::make_shared<Job>();
   const auto panel = openPanel(job, bundle);

@@ -1,6 +1,6 @@
-// What a job's print settings hold under the panel's keys, in the panel's order, each value behind a
-// byte 1 and none behind any other. The panel changes only what it must: what it cannot show is replaced when
-// it is saved, margins stay until a user edits them.
+// The input is a job's print settings under the panel's keys, in the panel's order, with a byte 0 between
+// them; a value follows a byte 1, and any other field is a key without a value. The panel changes only what
+// it must: a save replaces what it cannot show, and margins stay until a user edits them.
 #include <vector>
 
 #include "fuzz/support/panel.hpp"

@@ -1,5 +1,5 @@
-// The text of a string table. What is read can be written and read again, in each encoding; a fault has a
-// line.
+// The input is the text of a string table. A table that is read can be written and read again, in each
+// encoding; a fault has a line.
 #include "adapters/linux/files/strings_table.hpp"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-// A user's acts at the margins, one a line: t(ype), a(ppend), b(ackspace), + or - (the stepper), then the
-// first letter of the side, then a text. Whatever is typed, a box holds a number of its range, and nothing
-// else changes.
+// The input is a user's acts at the margins, one per line: t(ype), a(ppend), b(ackspace), + or - (the
+// stepper), then the first letter of the side, then a text. Whatever is typed, a box contains a number in its
+// range, and nothing else changes.
 #include <algorithm>
 #include <map>
 
@@ -12,7 +12,7 @@
 namespace tandemtrim::fuzz {
 namespace {
 
-// The rules of margin entry once more, in words of their own.
+// A second implementation of the rules of margin entry.
 std::string corrected(const std::string& text) {
   std::string digits;
   for (const char character : text) {
@@ -45,7 +45,7 @@ class User {
     panel_->willShow();
   }
 
-  // Each input finds the panel as a new job has it.
+  // Sets the panel as a new job has it.
   void begin() {
     job_->settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
     for (const auto& margin : kMargins) {

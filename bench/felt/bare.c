@@ -1,4 +1,4 @@
-// A bare print dialog of GTK's, as small as one can be: bare PRINTER
+// The smallest program that shows GTK's print dialog: bare PRINTER
 #include <gtk/gtkunixprint.h>
 
 int main(int argc, char* argv[]) {

@@ -1,5 +1,5 @@
-// A print backend of the desktop portal around a bare print dialog of GTK's, as small as one can be:
-// bare_backend NAME. It shows one dialog at a time and prints nothing.
+// The smallest print backend of the desktop portal that shows GTK's print dialog: bare_backend NAME. It shows
+// one dialog at a time and prints nothing.
 #include <gtk/gtkunixprint.h>
 
 namespace {

@@ -1,5 +1,5 @@
-// The same as bare.c by gtkmm: bare_gtkmm PRINTER. It gives the dialog its settings again for each printer
-// that is chosen, as a program does that keeps settings for each.
+// The same as bare.c with gtkmm: bare_gtkmm PRINTER. It sets the dialog's settings again whenever a printer
+// is chosen, as a program does that keeps settings for each printer.
 #include <glibmm/main.h>
 #include <gtkmm/init.h>
 #include <gtkmm/printer.h>

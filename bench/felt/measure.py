@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Measures dialogs on a screen in turn, so that what else the machine does meets all, and prints each round's figures as JSON.
+"""Measures dialogs on a screen in turn, so that other load of the machine affects all, and prints each round's figures as JSON.
 
-measure.py SCREEN MODE ROUNDS COMMAND [-- COMMAND ...]: SCREEN is the program of screen.cpp, MODE one of its modes. Of a print backend the
-command is its name on the session bus, and then the command by which the bus starts it.
+measure.py SCREEN MODE ROUNDS COMMAND [-- COMMAND ...]: SCREEN is the program of screen.cpp, MODE one of its modes. For a print backend
+COMMAND is its name on the session bus, followed by the command with which the bus starts it.
 """
 
 import itertools
@@ -19,12 +19,12 @@ def figures(screen, mode, command):
     result = subprocess.run([screen, mode, *command], stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
     if result.returncode != 0:
         sys.exit(f"{' '.join(command)}: {result.stderr}")
-    # The dialog may say something, too.
+    # The dialog may print other lines.
     return [int(line) for line in result.stdout.splitlines() if line.isdigit()]
 
 
 def still():
-    """Switches GTK's animations off, in which the drawing that is waited for would be lost."""
+    """Switches GTK's animations off, as they would hide the drawing that is waited for."""
     for toolkit in ("gtk-3.0", "gtk-4.0"):
         folder = pathlib.Path(os.environ.get("XDG_CONFIG_HOME") or pathlib.Path.home() / ".config", toolkit)
         folder.mkdir(parents=True, exist_ok=True)
@@ -47,7 +47,7 @@ def main():
             have_the_bus_start(*command)
         subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig"], stdout=subprocess.DEVNULL, check=True)
     table = [[figures(screen, mode, command) for command in commands] for _ in range(int(rounds) + 1)]
-    # The first round reads the files.
+    # Without the first round, which reads the files from the disk.
     print(json.dumps(table[1:]))
 
 

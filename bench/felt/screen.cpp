@@ -1,15 +1,23 @@
 // Watches an X screen from outside, as a user does, and prints microseconds:
-//   screen frame COMMAND...   from the command's start until its window is first drawn; then ends it
-//   screen settle COMMAND...  the same until the last drawing before a second of quiet, and then the
-//                             kilobytes of memory that the command has written
-//   screen click X Y COMMAND...  from a click there, once all is drawn, until a large part is drawn again
-//   screen changes X Y1 Y2 COMMAND...  the kilobytes of memory that the command writes while a hundred clicks
-//                             go there, now at one height and now at the other
-// and of the print backend of a desktop portal, which has this name on the session bus:
-//   screen started NAME...    from a request that starts it until its dialog is first drawn; then ends it
-//   screen asked NAME...      from a later request until its dialog is first drawn
-//   screen idle NAME...       the kilobytes of memory that it has written before its first request; then ends
-//   it screen dialogs NAME...    those that it writes while a hundred dialogs come and go; then ends it
+//   screen frame COMMAND...
+//     from the command's start until its window is first drawn; then ends it
+//   screen settle COMMAND...
+//     the same until the last drawing before a second of quiet, and then the kilobytes of memory that the
+//     command has written
+//   screen click X Y COMMAND...
+//     from a click there, once all is drawn, until a large part is drawn again, and then until the last
+//     drawing before a moment of quiet
+//   screen changes X Y1 Y2 COMMAND...
+//     the kilobytes of memory that the command writes during a hundred clicks at X, alternately at Y1 and Y2
+// For a desktop portal's print backend with this name on the session bus:
+//   screen started NAME...
+//     from a request that starts it until its dialog is first drawn; then ends it
+//   screen asked NAME...
+//     from a later request until its dialog is first drawn
+//   screen idle NAME...
+//     the kilobytes of memory that it has written before the first request; then ends it
+//   screen dialogs NAME...
+//     the kilobytes of memory that it writes while a hundred dialogs come and go; then ends it
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -58,7 +66,7 @@ class Screen {
     XSync(display_, False);
   }
 
-  // What is drawn next, and when it was heard of; none after so many milliseconds without.
+  // Waits for the next drawing and sets its area and time; false after `patience` milliseconds without one.
   bool next(XRectangle& area, Clock::time_point& when, int patience) {
     while (true) {
       while (XPending(display_) > 0) {
@@ -74,14 +82,15 @@ class Screen {
     }
   }
 
-  // Waits for so many milliseconds without a drawing.
+  // Waits until nothing is drawn for `quiet` milliseconds; `when` is then the time of the last drawing, if
+  // any.
   void lastDrawing(Clock::time_point& when, int quiet) {
     XRectangle area;
     while (next(area, when, quiet)) {
     }
   }
 
-  // Whether more than a background is there.
+  // Whether the area shows more than a background.
   bool isDrawn(const XRectangle& area) {
     auto* const image = XGetImage(display_, DefaultRootWindow(display_), area.x, area.y, area.width,
                                   area.height, AllPlanes, ZPixmap);
@@ -115,7 +124,7 @@ void print(Clock::duration duration) {
               static_cast<long>(std::chrono::duration_cast<std::chrono::microseconds>(duration).count()));
 }
 
-// Kilobytes that are the process's own.
+// The kilobytes of memory that the process has written.
 long privateMemoryOf(pid_t process) {
   std::ifstream rollup("/proc/" + std::to_string(process) + "/smaps_rollup");
   long kilobytes = 0;
@@ -125,7 +134,7 @@ long privateMemoryOf(pid_t process) {
   return kilobytes;
 }
 
-// A command that is ended with this object.
+// A running command; the destructor kills it.
 class Program {
  public:
   explicit Program(char** command) {
@@ -145,7 +154,7 @@ class Program {
   pid_t process_ = 0;
 };
 
-// A print backend, which the bus starts when it is asked for something.
+// A print backend, which the bus starts when it is called.
 class Backend {
  public:
   explicit Backend(const char* name)
@@ -153,7 +162,7 @@ class Backend {
     if (bus_ == nullptr) fail("there is no session bus");
   }
 
-  // Asks for a dialog.
+  // Requests a dialog.
   void ask() {
     request_ = std::string(kPlace) + "/request/bench/" + std::to_string(++requests_);
     g_dbus_connection_call(
@@ -162,9 +171,9 @@ class Backend {
                              request_.c_str()),
         nullptr, G_DBUS_CALL_FLAGS_NONE, G_MAXINT, nullptr, nullptr, nullptr);
   }
-  // Takes the request back.
+  // Cancels the request.
   void close() { call(name_, request_.c_str(), "org.freedesktop.impl.portal.Request", "Close", nullptr); }
-  // Its process, which is started if need be.
+  // Its process; starts it if it does not run.
   pid_t process() {
     call(name_, kPlace, "org.freedesktop.DBus.Peer", "Ping", nullptr);
     auto* const answer = callBus("GetConnectionUnixProcessID");
@@ -343,7 +352,7 @@ void measureDialogs(char** words) {
   backend.end();
 }
 
-// A mode, the words that it takes before the command, and what it does with all of them.
+// A mode, its number of arguments before the command, and its function.
 struct Mode {
   std::string_view name;
   int words;

@@ -6,7 +6,7 @@
 
 #include "fuzz/support/target.hpp"
 
-// Takes every file of the folder to the target, for compilers without libFuzzer.
+// Runs the target with every file of the folder, for compilers without libFuzzer.
 int main(int count, char** arguments) {
   std::size_t inputs = 0;
   const std::filesystem::path folder(count > 1 ? arguments[1] : "");

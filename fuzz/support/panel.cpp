@@ -33,7 +33,7 @@ platform::memory::PanelView& viewOf(platform::PrintPanel& panel) {
   return dynamic_cast<platform::memory::PanelView&>(*panel.panelView());
 }
 
-// strtoll() skips the same white space in the C locale, and stops at the bounds of 64 bits.
+// strtoll() skips the same white space in the C locale, and clamps to 64 bits.
 long long integerHeldBetween(const std::string& text, long long minimum, long long maximum) {
   return std::max(minimum, std::min(std::strtoll(text.c_str(), nullptr, 10), maximum));
 }

@@ -13,7 +13,7 @@
 
 namespace tandemtrim::fuzz {
 
-/// A setting's default by the bundle's property list.
+/// A setting's default in the bundle's property list.
 constexpr const char* defaultOf(std::size_t setting) {
   constexpr std::array<const char*, kFirstMargin> kBeforeMargins{"Off", "LongEdgeFeed", "Center"};
   return setting < kFirstMargin ? kBeforeMargins.at(setting) : "5";
@@ -28,7 +28,7 @@ inline constexpr int kLimit = 10;
 inline constexpr const char* kOfBundle = "bundle";
 inline constexpr const char* kOfInput = "input";
 
-/// What a property list at kOfInput holds.
+/// The bytes of the property list at kOfInput.
 std::string& settingInfoOfInput();
 
 /// The bundle's resources from the source folder, or another property list. Each text is its key in
@@ -48,7 +48,7 @@ class Resources : public platform::Bundle {
   std::string settingInfo_;
 };
 
-/// A host with one job, at a printer with this PPD or none.
+/// A host with one job, for a printer with this PPD, or without one for null.
 class Job : public platform::HostCallback {
  public:
   explicit Job(ppd_file_s* ppd = nullptr) : ppd_(ppd) {}
@@ -62,13 +62,14 @@ class Job : public platform::HostCallback {
   ppd_file_s* ppd_;
 };
 
-/// The print dialog's panel, as its plug-in gives it.
+/// The print dialog's panel, as its plug-in makes it.
 std::unique_ptr<platform::PrintPanel> openPanel(std::shared_ptr<Job> job, std::shared_ptr<Resources> bundle);
 
 /// A user's view of the panel.
 platform::memory::PanelView& viewOf(platform::PrintPanel& panel);
 
-/// The integer that a text begins with, held between two bounds: a second reading, by the C library.
+/// The integer at the beginning of a text, clamped to two bounds: a second implementation, with the C
+/// library.
 long long integerHeldBetween(const std::string& text, long long minimum, long long maximum);
 
 }  // namespace tandemtrim::fuzz

@@ -5,10 +5,10 @@
 
 namespace tandemtrim::fuzz {
 
-/// What each target defines: takes one input to its subject and requires that the properties hold.
+/// Each target defines it: tries one input and requires that the properties hold.
 void examine(std::string_view input);
 
-/// Ends the program when a property does not hold, naming it.
+/// Aborts the program if the property does not hold, and names it.
 void require(bool holds, const std::string& property);
 
 }  // namespace tandemtrim::fuzz
