@@ -8,7 +8,7 @@ namespace {
 struct HostCall {
   const char* name;
   std::function<void(Panel&)> make;
-  /// Whether the call shows what is stored.
+  /// Whether the call shows the stored values again.
   bool restores = false;
 };
 

@@ -126,7 +126,7 @@ TEST_P(MarginLimit, ReadsTrueAsOne) {
   EXPECT_EQ(text(side.limitLabel), "mm   from 1 up to 1");
 }
 
-// The file lists the sides from bottom to top.
+// The file lists the bottom, left, right and top side in this order.
 using PpdFile = Conformance;
 
 TEST_F(PpdFile, WithAnUnclosedQuoteLosesTheLinesBehindItAndFallsBackForThem) {

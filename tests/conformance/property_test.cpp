@@ -77,7 +77,7 @@ TEST_F(Properties, SaveThenRestoreShowsTheSame) {
   }
 }
 
-TEST_F(Properties, AnySequenceOfCallsLeavesLegalSettingsOrWhatWasThereBeforeOrARemovedChoice) {
+TEST_F(Properties, AnySequenceOfCallsLeavesLegalOrForeignSettingsAndRemovesChoicesOnly) {
   const std::vector<std::string> kPositions{"Left", "Center", "Right"};
   const std::vector<std::string> kDirections{"LongEdgeFeed", "ShortEdgeFeed"};
   const auto legal = [&](const std::string& key, const std::string& value) {

@@ -4,7 +4,7 @@
 
 namespace tandemtrim::sequences {
 
-/// A sequence after whose last call the panel and its model differ, and in what.
+/// A sequence of calls, and how the panel and its model differ after the last one.
 struct Difference {
   Sequence sequence;
   std::string text;

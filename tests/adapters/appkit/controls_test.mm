@@ -57,7 +57,7 @@ TEST_F(ControlsInAHost, AreEnabledAndGreyedByAFlag) {
   }
 }
 
-TEST_F(ControlsInAHost, SpeakTheUsersLanguage) {
+TEST_F(ControlsInAHost, HaveTextsInTheUsersLanguage) {
   EXPECT_EQ(textOf([checkBox() title]), textOf(localized(@"EnableTandemTrim")));
   EXPECT_EQ(textOf([defaultButton() title]), textOf(localized(@"RestoreDefault")));
   NSMutableSet* labels = [NSMutableSet set];

@@ -5,7 +5,7 @@
 namespace host {
 namespace {
 
-// A damage to the nib's text, and the exception that the request for the view then raises.
+// Damage to the nib's text, and the exception that the request for the view then raises.
 struct Damage {
   const char* name;
   const char* text;

@@ -5,7 +5,7 @@ namespace {
 
 class PanelRequestInAHost : public HostedPanelTest {};
 
-TEST_F(PanelRequestInAHost, ReachesThePluginByTheBundlesPrincipalClassAlone) {
+TEST_F(PanelRequestInAHost, ReachesThePluginOnlyByTheBundlesPrincipalClass) {
   EXPECT_EQ(textOf(NSStringFromClass([pluginBundle() principalClass])), "MorvaTTPdePluginKV2");
   EXPECT_EQ([[pluginBundle() principalClass] superclass], [NSObject class]);
   EXPECT_EQ([plugin bundle], pluginBundle());

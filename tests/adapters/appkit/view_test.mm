@@ -65,7 +65,7 @@ TEST_F(ViewInAHost, IsWhatTheNibDescribes) {
   ASSERT_TRUE([NSBundle loadNibFile:[NSString stringWithUTF8String:XIB]
                   externalNameTable:given
                            withZone:nullptr]);
-  // They come retained once for the owner.
+  // The toolkit has retained them once for the owner.
   [loaded makeObjectsPerformSelector:@selector(release)];
   NSXMLDocument* const nib = [[[NSXMLDocument alloc]
       initWithContentsOfURL:[NSURL fileURLWithPath:[NSString stringWithUTF8String:XIB]]

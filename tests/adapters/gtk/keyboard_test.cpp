@@ -80,7 +80,7 @@ TEST(Mnemonic, OpensTheMenuOfItsLabel) {
     EXPECT_EQ(gtk_label_get_mnemonic_widget(GTK_LABEL(shown.widget(label))), shown.widget(menu));
 }
 
-// What a menu shows as its choice.
+// The choice that a menu shows.
 std::string choice(ShownPanel& shown) {
   return gtk_label_get_text(GTK_LABEL(widgetsOf(shown.widget("positionPopUp"), GTK_TYPE_LABEL).front()));
 }
@@ -115,13 +115,13 @@ TEST(MenuByKeys, ClosesWhenItsPanelGoes) {
 }
 
 TEST(MenuByKeys, OpensAtItsChoice) {
-  for (const auto& [key, held] :
+  for (const auto& [key, modifier] :
        {std::pair{XK_space, 0}, std::pair{XK_Return, 0}, std::pair{XK_Down, 0}, std::pair{XK_Up, 0},
         std::pair{XK_KP_Down, 0}, std::pair{XK_Down, XK_Alt_L}}) {
     ShownPanel shown;
     EXPECT_FALSE(isOpen(shown));
     shown.user().focus(shown.widget("positionPopUp"));
-    shown.user().press(key, held);
+    shown.user().press(key, modifier);
     awaitList(shown, true);
     EXPECT_EQ(itemAtKeyboard(shown), "Center");
   }

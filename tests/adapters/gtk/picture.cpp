@@ -29,7 +29,7 @@ double luminance(Colour colour) {
   return 0.2126 * linear(colour.red) + 0.7152 * linear(colour.green) + 0.0722 * linear(colour.blue);
 }
 
-// What the whole window paints, cut to the bounds.
+// The part of the painted window within the bounds.
 Ref<GdkTexture> painted(GtkWidget* window, const graphene_rect_t& bounds) {
   const Ref<GdkPaintable> paintable(gtk_widget_paintable_new(window));
   auto* const snapshot = gtk_snapshot_new();

@@ -20,7 +20,7 @@ struct Colour {
   [[nodiscard]] int saturation() const;
 };
 
-/// How well one colour is read on the other, from 1 (not at all) to 21 (black on white), as the guidelines
+/// How readable one colour is on the other, from 1 (not at all) to 21 (black on white), as the guidelines
 /// for accessible content on the web compute it.
 double contrast(Colour one, Colour other);
 
@@ -36,7 +36,7 @@ class Picture {
   [[nodiscard]] std::vector<Colour> pixels() const;
   bool operator==(const Picture& other) const { return bytes_ == other.bytes_; }
 
-  /// Writes it as a PNG file, whose folder is made if it is missing.
+  /// Writes it as a PNG file, and makes the file's folder if it is missing.
   void save(const std::string& path) const;
 
  private:

@@ -91,17 +91,17 @@ void User::focus(GtkWidget* widget) {
   runWhatIsReady();
 }
 
-void User::send(unsigned keysym, unsigned held) {
+void User::send(unsigned keysym, unsigned modifier) {
   auto* const display = x_->display;
   const auto code = XKeysymToKeycode(display, keysym);
-  std::vector<KeyCode> heldCodes;
-  if (held != 0) heldCodes.push_back(XKeysymToKeycode(display, held));
+  std::vector<KeyCode> modifierCodes;
+  if (modifier != 0) modifierCodes.push_back(XKeysymToKeycode(display, modifier));
   if (XkbKeycodeToKeysym(display, code, 0, 0) != keysym)
-    heldCodes.push_back(XKeysymToKeycode(display, XK_Shift_L));
-  for (const auto heldCode : heldCodes) XTestFakeKeyEvent(display, heldCode, True, 0);
+    modifierCodes.push_back(XKeysymToKeycode(display, XK_Shift_L));
+  for (const auto modifierCode : modifierCodes) XTestFakeKeyEvent(display, modifierCode, True, 0);
   XTestFakeKeyEvent(display, code, True, 0);
   XTestFakeKeyEvent(display, code, False, 0);
-  for (const auto heldCode : heldCodes) XTestFakeKeyEvent(display, heldCode, False, 0);
+  for (const auto modifierCode : modifierCodes) XTestFakeKeyEvent(display, modifierCode, False, 0);
 }
 
 void User::settle() {
@@ -112,8 +112,8 @@ void User::settle() {
   runWhatIsReady();
 }
 
-void User::press(unsigned keysym, unsigned held) {
-  send(keysym, held);
+void User::press(unsigned keysym, unsigned modifier) {
+  send(keysym, modifier);
   settle();
 }
 
@@ -185,7 +185,7 @@ void User::turnWheel(GtkWidget* widget, bool up) {
   settle();
 }
 
-// The drag takes the keyboard, so that no key is answered meanwhile.
+// The window answers no key during a drag, which takes the keyboard.
 void User::drag(GtkWidget* from, GtkWidget* to) {
   constexpr double kInTheText = 0.66;
   constexpr int kSteps = 20;

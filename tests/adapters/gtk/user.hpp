@@ -23,8 +23,8 @@ class User {
 
   /// Puts the keyboard's focus on the widget.
   void focus(GtkWidget* widget);
-  /// Presses the key of this keysym once, while the key of `held` is down (0: no key).
-  void press(unsigned keysym, unsigned held = 0);
+  /// Presses the key of this keysym once, while the key of `modifier` is down (0: no key).
+  void press(unsigned keysym, unsigned modifier = 0);
   /// Types the text key by key. Characters outside ASCII have no key and are left out.
   void type(const std::string& text);
   /// Pastes the text from the clipboard.
@@ -42,7 +42,7 @@ class User {
 
  private:
   struct X;
-  void send(unsigned keysym, unsigned held);
+  void send(unsigned keysym, unsigned modifier);
   void pointAt(GtkWidget* widget, double across = 0.5);
   void turnTo();
   void settle();

@@ -8,7 +8,7 @@
 namespace tandemtrim::platform {
 namespace {
 
-// What a line of the system log looks like to a user who follows it on standard error.
+// A line of the system log as a user reads it on standard error.
 std::string logged(std::string_view format, const std::vector<std::string>& list) {
   openlog("log-test", LOG_PERROR, LOG_USER);
   testing::internal::CaptureStderr();

@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 const std::string kName = "it";
 
-// A message with one attribute, which this adds.
+// A message with one attribute, which `add` adds.
 MessageHandle with(const std::function<void(ipp_t*, const char*)>& add) {
   MessageHandle message(ippNew());
   add(message.get(), kName.c_str());
@@ -106,7 +106,7 @@ TEST(Texts, AreThoseOfAllAttributesOfTheName) {
   EXPECT_THAT(textsIn(message, "printer"), IsEmpty());
 }
 
-TEST(AnAttributesText, IsReadOnlyWhereItHasOneValue) {
+TEST(AnAttributesText, IsReadIfItHasExactlyOneValue) {
   const std::array values{"one", "two"};
   const auto two = with([&](auto* message, auto* name) {
     ippAddStrings(message, IPP_TAG_JOB, IPP_TAG_KEYWORD, name, 2, nullptr, values.data());

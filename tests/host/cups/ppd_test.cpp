@@ -52,7 +52,7 @@ TEST_F(APpd, IgnoresDialogExtensionsThatLeadOutOfThePluginFolders) {
 
 TEST_F(APpd, WithoutDialogExtensionNamesNone) { EXPECT_THAT(dialogExtensions(*open(kHeader)), IsEmpty()); }
 
-TEST_F(APpd, GivesOptionsItsOwnSpellingOfTheirKeywords) {
+TEST_F(APpd, CorrectsTheLetterCaseOfKeywords) {
   const auto ppd =
       open(kHeader + "*OpenUI *MVTopMargin/Top: PickOne\n*MVTopMargin 5/5: \"\"\n*CloseUI: *MVTopMargin\n");
   const Options options{{"mvTOPmargin", "7"}, {"media", "A4"}};

@@ -87,8 +87,8 @@ TEST_F(TheFileOfDefaults, LosesNoneOfSeveralEditsMadeAtOnce) {
 TEST_F(TheFileOfDefaults, IsNotChangedWhileAnotherProgramKeepsItLocked) {
   folder_.write(".cups/lpoptions", "before");
   const auto lock = folder_.write(".cups/lpoptions.lock", "");
-  const FileDescriptor held(open(lock.c_str(), O_RDWR | O_CLOEXEC));
-  ASSERT_EQ(flock(held.get(), LOCK_EX), 0);
+  const FileDescriptor lockHolder(open(lock.c_str(), O_RDWR | O_CLOEXEC));
+  ASSERT_EQ(flock(lockHolder.get(), LOCK_EX), 0);
   const auto failure = failureOf([&] { editFile(file_, withX, std::chrono::milliseconds(20)); });
   EXPECT_THAT(failure.what(), HasSubstr("lpoptions.lock is locked by another program"));
   EXPECT_EQ(textOf(file_), "before");

@@ -21,7 +21,7 @@ TEST(AJobsText, SaysHowManyOptionsAreConfirmed) {
             "job 17 on Morva: 5 of 7 options confirmed; lost: a (sent \"1\", the server holds \"2\"), b");
 }
 
-TEST(AJobsText, IsShortWhateverIsLost) {
+TEST(AJobsText, IsShortHoweverLongTheLostValues) {
   const std::string value(300, 'x');
   const auto text = jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {{"a", value, value}}));
   EXPECT_THAT(text, testing::Not(HasSubstr(value)));

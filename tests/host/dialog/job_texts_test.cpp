@@ -42,7 +42,7 @@ TEST(JobTexts, SayThatAllIsConfirmedWithThePanelsSummary) {
   EXPECT_EQ(order.watched, std::chrono::minutes(1));
 }
 
-TEST(JobTexts, NameTheDocumentAloneWhereThePrinterHasNoPanel) {
+TEST(JobTexts, NameOnlyTheDocumentWhereThePrinterHasNoPanel) {
   EXPECT_EQ(orderFor(sampleJob(), {}, {}).sent.body, "Report");
 }
 

@@ -82,7 +82,7 @@ TEST_F(RememberedSettings, AreThoseOfTheServerThatLibcupsChooses) {
   cupsSetServer(nullptr);
 }
 
-TEST_F(RememberedSettings, StayInTheirFolderWhateverThePrinterIsCalled) {
+TEST_F(RememberedSettings, StayInTheirFolderForAnyNameOfThePrinter) {
   for (const char* name : {"../Morva", "a/b", "Möwe", "%2F", "a@b"}) {
     const PrinterPlace odd{"localhost", name};
     remember(odd, reversedOnA3(), report);
@@ -152,7 +152,7 @@ TEST_F(RememberedSettings, KeepValuesOfAnyText) {
   EXPECT_EQ(recall(place, report).panel, settings.panel);
 }
 
-TEST_F(RememberedSettings, CanBeReadByTheirUserAlone) {
+TEST_F(RememberedSettings, CanBeReadByTheirUserOnly) {
   remember(place, reversedOnA3(), report);
   const auto file = rememberedFile(place);
   EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);

@@ -47,7 +47,7 @@ INSTANTIATE_TEST_SUITE_P(Options, AMalformedOptionText,
                          testing::Values("", " ", "=5", "a=1 =2", "a='b", "a=\"b c", "a={b=1", "a=,'b", "no",
                                          "{}", "a='it\\'"));
 
-TEST(SettingAnOption, ReplacesAnEarlierOneWhateverItsLetterCase) {
+TEST(SettingAnOption, ReplacesAnEarlierOneInAnyLetterCase) {
   Options options{{"media", "A4"}, {"copies", "2"}};
   setOption(options, {"Media", "A5"});
   setOption(options, {"sides", "one-sided"});

@@ -219,7 +219,7 @@ TEST_F(APanelSession, JudgesRestoredSettingsByTheirDefaults) {
   EXPECT_EQ(stored("FakeTop"), "5");
 }
 
-TEST_F(APanelSession, ForcesOnlyWhatTheUserLeftAlone) {
+TEST_F(APanelSession, ForcesOnlyValuesThatTheUserDidNotSet) {
   store("FakeTop", "25");
   store("FakePosition", "Middle");
   play({{"Top", "7"}}, true);
@@ -237,7 +237,7 @@ TEST_F(APanelSession, NamesASettingThatThePanelSavedWithoutAValue) {
   EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop")));
 }
 
-TEST_F(APanelSession, KeepsWhatNobodyEditedThoughThePanelSavesNoValue) {
+TEST_F(APanelSession, KeepsAnUneditedValueThoughThePanelSavesNone) {
   play({{"Position", "Right"}}, false, "saveValuesAndReturnError absent");
   EXPECT_EQ(stored("FakeTop"), "5");
   EXPECT_EQ(stored("FakePosition"), "Right");

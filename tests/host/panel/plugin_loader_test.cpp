@@ -15,7 +15,7 @@ using testing::HasSubstr;
 
 const Report quiet = [](const std::string&) {};
 
-// Loads the bundle's plug-in and plays its panel through.
+// Loads the bundle's plug-in and runs its panel with two inputs.
 void play(const std::string& bundle) {
   platform::linux::PrintSettings settings;
   CommandLine line;

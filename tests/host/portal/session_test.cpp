@@ -133,7 +133,7 @@ class Connection {
   // The service's end and the program's.
   std::array<GDBusConnection*, 2> ends_{};
   GDBusMethodInvocation* call_ = nullptr;
-  // Where the program's answer goes, and how many it waits for.
+  // Where the program's next answer goes, and how many answers are pending.
   std::optional<Answer>* into_ = nullptr;
   int pending_ = 0;
 };

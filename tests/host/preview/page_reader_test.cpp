@@ -308,7 +308,7 @@ TEST_F(AProgramThatRenders, IsEndedOnceNobodyWantsThePage) {
   EXPECT_THAT(refusalOf(request), HasSubstr("nobody waits"));
 }
 
-TEST_F(AProgramThatRenders, IsReadOnlyUpToTheSizeOfAPage) {
+TEST_F(AProgramThatRenders, HasItsOutputReadUpToTheSizeOfAPage) {
   EXPECT_THAT(refusalOf(requestOf("exec cat /dev/zero")), HasSubstr("gave no page"));
 }
 
@@ -318,7 +318,7 @@ TEST_F(AProgramThatRenders, MayBeMissingOrCrash) {
   EXPECT_THAT(refusalOf({.program = "/nowhere"}), HasSubstr("/nowhere cannot be run"));
 }
 
-// The head of a picture of 2 x 3 pixels.
+// The header of an answer with a picture of 2 x 3 pixels.
 PageAnswer smallAnswer() {
   PageAnswer answer;
   answer.pages = 7;

@@ -70,8 +70,8 @@ TEST(APageOnItsSheet, IsTurnedToTheRightWhereThePrinterTurnsThatWay) {
   EXPECT_THAT(placed(pageOf(210, 297), sheet)->pixels, testing::ElementsAre(1, 2, 3, 4, 5, 6));
 }
 
-// What can be printed on is 190 x 277 mm, 6 mm from the left and 5 mm from the top.
-TEST(APageOnItsSheet, IsFittedToWhatIsPrintableWhereTheSheetIsTooSmall) {
+// The printable area is 190 x 277 mm, 6 mm from the left and 5 mm from the top.
+TEST(APageOnItsSheet, IsFittedToThePrintableAreaWhereTheSheetIsTooSmall) {
   expectPlace(*placed(pageOf(380, 400), kA4), 6, 5 + (277 - 200) / 2.0, 190, 200, {5, 10, 15, 20});
   expectPlace(*placed(pageOf(400, 554), kA4), 6, 5 + (277 - 554 * 0.475) / 2, 190, 554 * 0.475,
               {4.75, 9.5, 14.25, 19});

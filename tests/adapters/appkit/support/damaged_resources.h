@@ -14,9 +14,9 @@ class DamagedResources : public HostedPanelTest {
   [[nodiscard]] NSString* resource(NSString* name);
   void write(NSString* name, NSData* content);
   void remove(NSString* name);
-  /// The setting info with one entry changed, or left out for nil.
+  /// Changes one entry of the setting info; nil removes it.
   void change(NSString* mainKey, NSString* key, id value);
-  /// From now on the printer has no PPD file.
+  /// Makes a new host whose printer has no PPD file.
   void useNoPpd();
   /// The damaged bundle as it is now.
   [[nodiscard]] NSBundle* bundle();

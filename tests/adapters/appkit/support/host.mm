@@ -97,7 +97,7 @@ void startApplication() {
 }
 
 #if defined(GNUSTEP)
-// The toolkit keeps one bundle for each path and identifier, so each opened bundle gets new ones.
+// The toolkit keeps one bundle for each path and identifier, so each call makes a new path and identifier.
 NSBundle* openBundle(NSString* path, NSString* scratch) {
   NSFileManager* files = [NSFileManager defaultManager];
   NSString* identity = [[NSProcessInfo processInfo] globallyUniqueString];

@@ -505,7 +505,7 @@ TEST(PropertyList, SaysWhatIsWrongWithItsFile) {
   EXPECT_EQ(fault, (folder.path() / "missing").string() + ": cannot be read");
 }
 
-TEST(PropertyList, IsReadOnlyFromARegularFile) {
+TEST(PropertyList, IsReadFromRegularFilesOnly) {
   const TemporaryFolder folder;
   const auto pipe = (folder.path() / "pipe.plist").string();
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);

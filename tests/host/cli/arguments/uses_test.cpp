@@ -39,7 +39,7 @@ Arguments given(const std::string& option) {
 
 struct UseOfOptions {
   std::string name;
-  // Ask for the use.
+  // The arguments that choose the use.
   Arguments arguments;
   // The options that are allowed beside it.
   Arguments beside;
