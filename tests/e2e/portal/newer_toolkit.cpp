@@ -1,5 +1,5 @@
-// Stands in for the module that starts GTK, and for a GTK that asks portals unless it is told not to. It says
-// what it is asked to do, and that it finds no screen.
+// Replaces the module that starts GTK, and a GTK that uses portals unless gtk_disable_portals() is called.
+// Prints each call, and reports that there is no screen.
 #include <cstdio>
 
 extern "C" __attribute__((visibility("default"))) void gtk_disable_portals() noexcept {

@@ -1,7 +1,7 @@
-"""What the tests of printing from other programs have in common: Debian's desktop portal with this print backend, and editors that print by it.
+"""Shared by the tests of printing from other programs: Debian's desktop portal with this print backend, and editors that print through it.
 
-The portal and the backend run on the test's own session bus and screen. The portal has a folder of backends of its own, in which ours is
-the only one, so that it takes it whatever the machine has installed.
+The portal and the backend run on the test's own session bus and screen. The portal's folder of backends contains only this one, so that
+it is used whatever is installed on the machine.
 """
 
 import contextlib
@@ -32,7 +32,7 @@ def bus():
 
 
 def process_of(name):
-    """The process that has this name on the session bus, or none."""
+    """The process that owns this name on the session bus; None if no process does."""
     try:
         return int(bus().GetConnectionUnixProcessID(name))
     except dbus.DBusException:
@@ -40,7 +40,7 @@ def process_of(name):
 
 
 def parent_window(window):
-    """The window of X for which this one says that it is a dialog, or 0."""
+    """The X window that this one is transient for; 0 if it has none."""
     x = ctypes.CDLL("libX11.so.6")
     x.XOpenDisplay.restype = ctypes.c_void_p
     display = ctypes.c_void_p(x.XOpenDisplay(None))
@@ -51,7 +51,7 @@ def parent_window(window):
 
 
 def window_type(window):
-    """What this window of X says that it is, for window managers."""
+    """The type that this X window declares to window managers."""
     x = ctypes.CDLL("libX11.so.6")
     x.XOpenDisplay.restype = ctypes.c_void_p
     x.XInternAtom.restype = ctypes.c_ulong
@@ -71,7 +71,7 @@ def on_wayland():
 
 
 def wayland_windows():
-    """What Wayland's compositor knows of the window of each process."""
+    """The compositor's description of each process's window, by process."""
     (socket,) = pathlib.Path(os.environ["WAYLAND_DISPLAY"]).parent.glob("sway-ipc.*")
     tree = subprocess.run(["swaymsg", "--socket", socket, "-t", "get_tree"], capture_output=True, text=True, check=True).stdout
 
@@ -85,13 +85,13 @@ def wayland_windows():
 
 
 def windows_of(pid):
-    """The windows that a process shows on the screen of X, by their numbers."""
+    """The numbers of a process's visible X windows."""
     found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(pid)], capture_output=True, text=True, check=False)
     return [int(number) for number in found.stdout.split()]
 
 
 class Editor:
-    """A foreign program that shows a text, as its user has it in front."""
+    """Another project's editor that shows a text, and its user."""
 
     def __init__(self, command, environment, document):
         self.document = document
@@ -117,7 +117,7 @@ class Editor:
 
 
 class EditorOfGtk4(Editor):
-    """One that is known by accessibility."""
+    """An editor that is operated through accessibility."""
 
     def _windows(self):
         program = Program.of_process(self.process.pid)
@@ -134,7 +134,7 @@ class EditorOfGtk4(Editor):
 
 
 class EditorOfGtk3(Editor):
-    """One that is known by its window on the screen of X."""
+    """An editor that is operated through its X window."""
 
     def _asks_of_window(self, *words):
         window, *_ = until(lambda: windows_of(self.process.pid), "the editor's window")
@@ -148,7 +148,7 @@ class EditorOfGtk3(Editor):
         self.hands.click(place["X"] + place["WIDTH"] // 2, place["Y"] + place["HEIGHT"] * 3 // 4)
 
 
-# By their toolkit: the command, the variable that sends it to the portal, and how it is handled.
+# By toolkit: the command, the variable that makes it use the portal, and the class that operates it.
 EDITORS = {
     "GTK 4": (["gnome-text-editor", "--standalone"], {"GDK_DEBUG": "gl-disable,portals"}, EditorOfGtk4),
     "GTK 3": (["mousepad", "--disable-server"], {"GTK_USE_PORTAL": "1"}, EditorOfGtk3),
@@ -165,7 +165,7 @@ class ShownDialog(PrintDialog):
         self.window = self.program.windows()[-1]
 
     def _comes(self):
-        # The backend may end while it has nothing to do, and another one is started then.
+        # An idle backend ends, and the bus starts another one for the next request.
         self.pid = process_of(BACKEND_NAME)
         self.program = self.pid and Program.of_process(self.pid)
         return self.program and self.look("push button", "Print")
@@ -174,7 +174,7 @@ class ShownDialog(PrintDialog):
         x, y = super().middle(node)
         if not on_wayland():
             return x, y
-        # It floats, somewhere.
+        # A dialog's window floats; add its place on the screen.
         place = wayland_windows()[self.pid]["rect"]
         return place["x"] + x, place["y"] + y
 
@@ -185,15 +185,15 @@ class ShownDialog(PrintDialog):
             return False
 
     def goes(self):
-        """Waits until it shows no more."""
+        """Waits until the dialog is no longer shown."""
         until(lambda: not self.is_there(), "the end of the dialog")
 
 
 class PortalSession:
-    """The portal and the backend on the session bus, with files of theirs in a new folder; between `with` and its end."""
+    """Runs the portal and the backend on the session bus for the duration of a `with` statement, with their files in this folder."""
 
     def __init__(self, folder, environment):
-        """`environment` is that of a program on this screen that prints at a server."""
+        """`environment` is that of a program on this screen that prints on the test's server."""
         self.folder = folder
         self.log = folder / "backend.log"
         self.environment = environment
@@ -222,14 +222,14 @@ class PortalSession:
         bus().ReloadConfig()
 
     def kill_portal(self):
-        """The portal is gone at once; the bus starts another one when a program asks for it."""
+        """Kills the portal. The bus starts another one when a program needs it."""
         self._portal.kill()
         self._portal.wait()
         until(lambda: process_of(PORTAL_NAME) != self._portal.pid, "the portal's end")
 
     @contextlib.contextmanager
     def frozen_portal(self):
-        """The portal neither works nor answers, until the end of `with`."""
+        """Stops the portal for the duration of a `with` statement."""
         os.kill(process_of(PORTAL_NAME), signal.SIGSTOP)
         try:
             yield
@@ -249,16 +249,16 @@ class PortalSession:
         until(lambda: not bus().NameHasOwner(BACKEND_NAME), "the backend's end")
 
     def editor(self, toolkit, text, name="text.txt"):
-        """The editor of this toolkit, with a new file of this text."""
-        command, variables, handled = EDITORS[toolkit]
+        """Starts this toolkit's editor with a new file of this text."""
+        command, variables, operate = EDITORS[toolkit]
         document = self.folder / name
         document.write_text(text)
         others = {name: value for name, value in self.environment.items() if name not in ("GDK_DEBUG", "GTK_USE_PORTAL")}
-        return handled(command, others | variables, document)
+        return operate(command, others | variables, document)
 
 
 class PortalCase(DialogCase):
-    """Each test has a portal, a backend and a print server of its own."""
+    """Each test has its own portal, backend and print server."""
 
     @classmethod
     def setUpClass(cls):
@@ -270,7 +270,7 @@ class PortalCase(DialogCase):
         super().setUp()
         self.folder = self.temporary_folder()
         self.session = PortalSession(self.folder, self.environment(**surroundings.of_this_test(surroundings.SCREEN)))
-        # What the backend said must hold no complaint of the toolkit.
+        # Fails if the backend's log contains complaints of the toolkit.
         self.addCleanup(lambda: self.assertEqual(complaints(self.session.log.read_text()), []))
         self.enterContext(self.session)
         self.printed_before = 0
@@ -281,7 +281,7 @@ class PortalCase(DialogCase):
         return editor
 
     def dialog_of(self, editor, printer="Morva"):
-        """Presses the editor's keys for printing and gives the dialog that comes, with the printer chosen in it."""
+        """Presses the editor's keys for printing and returns the dialog, with this printer chosen and its details read."""
         editor.press_print()
         dialog = ShownDialog()
         dialog.select_printer(printer)
@@ -290,7 +290,7 @@ class PortalCase(DialogCase):
         return dialog
 
     def next_record(self):
-        """The record of the only job since the last one that was asked for."""
+        """Waits for a job and returns its record; there must be exactly one new record since the last call."""
         until(lambda: len(self.cups.records()) > self.printed_before, f"a job; the backend said: {self.session.log.read_text()}")
         self.cups.wait_for_jobs()
         records = self.cups.records()[self.printed_before :]

@@ -1,4 +1,4 @@
-"""A program that asks the print backend for a dialog, without a portal between: it can send what no portal sends."""
+"""A program that calls the print backend directly, without a portal, so that it can send what no portal sends."""
 
 import contextlib
 import itertools
@@ -20,19 +20,19 @@ PLACE = "/org/freedesktop/portal/desktop"
 PRINT = "org.freedesktop.impl.portal.Print"
 REQUEST = "org.freedesktop.impl.portal.Request"
 DONE, CANCELLED, FAILED = 0, 1, 2
-NO_LIMIT = 2**31 - 1  # of the time that a call waits for its answer
+NO_LIMIT = 2**31 - 1  # the timeout of a call that waits without limit for its answer
 BUS = ("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus")
 _numbers = itertools.count(1)
 
 
 def texts(**entries):
-    """Settings as programs hand them over."""
+    """Settings as programs pass them."""
     return {key.replace("_", "-"): GLib.Variant("s", value) for key, value in entries.items()}
 
 
 @contextlib.contextmanager
 def own_bus():
-    """The address of a session bus, and its process; it is gone at the end of `with`."""
+    """Runs a session bus for the duration of a `with` statement; yields its address and its process."""
     with subprocess.Popen(("dbus-daemon", "--session", "--nofork", "--print-address"), stdout=subprocess.PIPE, text=True) as daemon:
         try:
             yield daemon.stdout.readline().strip(), daemon
@@ -41,7 +41,7 @@ def own_bus():
 
 
 class Call:
-    """A call of the backend, which is answered some time."""
+    """A pending call of the backend."""
 
     def __init__(self, client, handle):
         self.client = client
@@ -60,17 +60,17 @@ class Call:
         return self.result is not None
 
     def answer(self):
-        """The response and the results; what the bus says where there is none."""
+        """Waits for the answer: the response and the results, or the bus's error."""
         patience.until(self.is_answered, "an answer of the backend")
         return self.result
 
     def close(self):
-        """Takes the call back, which the backend answers at once."""
+        """Withdraws the request. The backend then answers the call at once."""
         self.client.ask(NAME, self.handle, REQUEST, "Close")
 
 
 class Client:
-    """A program on the session bus, or on the one at this address."""
+    """A program on the session bus, or on the bus at this address."""
 
     def __init__(self, application="", address=None):
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
@@ -78,12 +78,12 @@ class Client:
         self.application = application
 
     def ask(self, place, path, interface, method, values=None):
-        """What a method gives at once."""
+        """Calls a method and waits for its result."""
         answer = self.bus.call_sync(place, path, interface, method, values, None, 0, patience.PATIENCE * 1000, None)
         return answer.unpack()
 
     def call(self, method, kinds, values, handle=None, files=()):
-        """Calls a method of the backend, with these open files handed over."""
+        """Calls a method of the backend and passes these open files to it."""
         call = Call(self, handle or f"{PLACE}/request/test/{next(_numbers)}")
         descriptors = Gio.UnixFDList.new()
         for file in files:
@@ -97,7 +97,7 @@ class Client:
         return self.call("PreparePrint", "sssa{sv}a{sv}a{sv}", values, handle)
 
     def print(self, document=SAMPLE, token=None, title="Print", **options):
-        """Prints a file, or what comes from an open descriptor."""
+        """Prints a file, by its path or an open descriptor."""
         if token is not None:
             options["token"] = token if isinstance(token, GLib.Variant) else GLib.Variant("u", token)
         file = document if isinstance(document, int) else os.open(document, os.O_RDONLY)
@@ -108,19 +108,19 @@ class Client:
                 os.close(file)
 
     def owners_of_name(self):
-        """A list to which each later owner of the backend's name is added, and "" where it has none."""
+        """A list to which each later owner of the backend's name is added; "" means no owner."""
         owners = []
         rule = (BUS[0], BUS[2], "NameOwnerChanged", BUS[1], NAME, 0)
         self.bus.signal_subscribe(*rule, lambda *signal: owners.append(signal[5].unpack()[2]))
         return owners
 
     def leave(self):
-        """Is gone from the bus."""
+        """Leaves the bus."""
         self.bus.close_sync(None)
 
 
 class Shown(PrintDialog):
-    """A dialog of the backend, with a user before it."""
+    """A dialog of the backend, and its user."""
 
     def __init__(self, process, title):
         self.process = process
@@ -134,9 +134,9 @@ class Shown(PrintDialog):
 
 
 class PortalCase(DialogCase):
-    """Each test has a backend and a server of its own."""
+    """Each test has its own backend and print server."""
 
-    # Words of a complaint that the test itself brings about.
+    # A part of the toolkit's complaint that the test itself causes.
     expected = "none is expected"
 
     def setUp(self):
@@ -150,14 +150,14 @@ class PortalCase(DialogCase):
             self.end_backend()
 
     def start(self, *words, **variables):
-        """Starts the backend, as the bus does; with these words on its command line."""
+        """Starts the backend as the bus does, with these arguments."""
         self.start_by(SERVICE, *words, **variables)
 
     def start_by(self, *command, **variables):
-        """Starts it by this command, which becomes the backend."""
+        """Starts the backend by this command."""
         environment = self.environment(**of_this_test(SCREEN)) | variables
         quiet = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL}
-        # Not by a pipe, which would hold the backend up once it is full.
+        # Not a pipe, which would block the backend once it is full.
         self.said = self.temporary_folder() / "said"
         with open(self.said, "wb") as said:
             self.process = subprocess.Popen(command, env=environment, stderr=said, **quiet)
@@ -167,7 +167,7 @@ class PortalCase(DialogCase):
         return self.client.ask(*BUS, "NameHasOwner", GLib.Variant("(s)", [NAME]))[0]
 
     def end_backend(self):
-        """Ends the backend, which said nothing that is of no use in a journal. Gives what it said."""
+        """Ends the backend and returns its messages. Fails if they have complaints of the toolkit or words for terminals."""
         process, self.process = self.process, None
         process.terminate()
         ended = process.wait(patience.PATIENCE)
@@ -179,19 +179,19 @@ class PortalCase(DialogCase):
         return said
 
     def windows(self):
-        """All windows that it shows."""
+        """The backend's visible windows."""
         program = Program.of_process(self.process.pid)
         return program.windows() if program else []
 
     def shown(self, title="Print"):
-        """The dialog of this title, with its printer's details."""
+        """Waits for the dialog of this title and its printer's details."""
         dialog = Shown(self.process, title)
         dialog.wait_for_tab("Tandem Trim")
         until(lambda: dialog.is_live("spin button", "Copies"), "the printer")
         return dialog
 
     def chosen(self, **arguments):
-        """What a program gets whose user presses Print at once: settings, page setup, token."""
+        """Requests a dialog, presses Print in it, and returns the program's results: settings, page setup, token."""
         call = self.client.prepare(**arguments)
         self.shown().press("Print")
         return self.results_of(call)

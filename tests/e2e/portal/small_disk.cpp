@@ -1,5 +1,5 @@
-// Loaded before the C library: a file's disk has room for 66 MB in all, less what the file holds. A real disk
-// of that size takes rights that not every user has.
+// Preloaded before the C library: every file seems to be alone on a disk of 66 MB. Mounting a real disk of
+// that size needs privileges.
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
-"""Stands in for a desktop portal that has settings files (portals.conf), which that of Debian 12 has not.
+"""Replaces a desktop portal with settings files (portals.conf), which Debian 12's portal does not support.
 
-It goes by their documentation: when the bus starts it, it takes the first file of those that there may be, and the backend that this names
-for each part. It notes its choices in the file that STAND_IN_CHOICES names, and can print when the backend for printing answers.
+It follows their documentation: when the bus starts it, it reads the first settings file that exists, and uses the backend that this names
+for each interface. It writes its choices to the file that STAND_IN_CHOICES names, and offers printing if the backend for it answers.
 """
 
 import json
@@ -36,7 +36,7 @@ def settings_files():
 
 
 def chosen():
-    """The backend for each part."""
+    """The backend for each interface."""
     file = next((file for file in settings_files() if file.exists()), None)
     settings = GLib.KeyFile()
     if file:

@@ -1,4 +1,4 @@
-"""Other programs print with this dialog: an editor of GTK 4 and one of GTK 3, by Debian's desktop portal, from Control-P to the filter."""
+"""Other programs print with this dialog: a GTK 4 and a GTK 3 editor, through Debian's desktop portal, from Control-P to the filter."""
 
 import getpass
 import os
@@ -11,7 +11,7 @@ from terminal_case import CHANGED, of_panel
 
 FILE = "Print to File"
 A4 = (595, 842)
-# More than three pages in each of the editors.
+# More than three pages in both editors.
 LONG = "".join(f"Line {number}\n" for number in range(1, 301))
 
 
@@ -21,7 +21,7 @@ class Applications:
     toolkit = None
 
     def shown(self, text="One line.\n"):
-        """An editor with this text, and the dialog over it."""
+        """Starts an editor with this text and shows the dialog."""
         editor = self.editor(self.toolkit, text)
         return editor, self.dialog_of(editor)
 
@@ -42,14 +42,14 @@ class Applications:
     def test_the_dialog_is_a_child_of_the_editors_window(self):
         editor, dialog = self.shown()
         if on_wayland():
-            # The compositor puts a window beside others unless it is the child of one.
+            # The compositor tiles a window unless it is another window's child.
             kinds = {pid: window["type"] for pid, window in wayland_windows().items()}
             self.assertEqual(kinds, {editor.process.pid: "con", dialog.pid: "floating_con"})
             return
         (shown,) = windows_of(dialog.pid)
         self.assertEqual([parent_window(shown)], windows_of(editor.process.pid))
 
-    def test_the_program_makes_the_pages_and_the_job_the_copies(self):
+    def test_the_program_chooses_the_pages_and_the_printer_makes_the_copies(self):
         _, dialog = self.shown(LONG)
         dialog.spin("Copies", "3")
         dialog.check("Reverse")
@@ -62,7 +62,7 @@ class Applications:
         self.assertEqual(of_pages(record.options), {"Collate": "true", "OutputOrder": "Reverse", "number-up": "2"})
         self.assertEqual(len(self.pages(record.document)), 2)
 
-    def test_a_landscape_page_comes_so_from_the_program(self):
+    def test_the_program_makes_landscape_pages_itself(self):
         _, dialog = self.shown()
         dialog.page("Page Setup")
         dialog.choose_by_keys("Orientation", "Down")
@@ -88,7 +88,7 @@ class Applications:
         dialog.goes()
         before = editor.document.read_text()
         if on_wayland():
-            # The compositor gives the keyboard back.
+            # The compositor returns the focus to the editor.
             editor.hands.press("x")
         else:
             editor.type("x")
@@ -97,7 +97,7 @@ class Applications:
         self.assert_nothing_was_sent()
         self.prints(self.dialog_of(editor))
 
-    def test_a_refusal_is_told_and_the_document_can_be_printed_again(self):
+    def test_a_refusal_is_shown_and_the_document_can_be_printed_again(self):
         _, dialog = self.shown()
         dialog.change_panel()
         self.run_command("lpadmin", "-p", "Morva", "-u", f"deny:{getpass.getuser()}")
@@ -110,7 +110,7 @@ class Applications:
         record = self.prints(dialog)
         self.assertEqual(of_panel(record.options), CHANGED)
 
-    def test_it_prints_to_a_file_in_each_format_that_the_program_makes(self):
+    def test_an_editor_prints_to_a_file_in_each_format_that_it_makes(self):
         editor = self.editor(self.toolkit, "One line.\n")
         for title, name, beginning in (("PDF", "output.pdf", b"%PDF-"), ("PostScript", "output.ps", b"%!PS-Adobe"), ("SVG", "output.svg", b"<?xml")):
             with self.subTest(title):
@@ -121,19 +121,19 @@ class Applications:
                 dialog.find("push button", name)
                 dialog.press("Print")
                 dialog.goes()
-                # Where the user's documents are, who has no folder for them.
+                # The home folder, as this user has no documents folder.
                 saved = pathlib.Path(self.environment()["HOME"], name)
                 until(saved.exists, f"{name}, which is there once it is complete")
                 self.assertTrue(saved.read_bytes().startswith(beginning))
         self.assert_nothing_was_sent()
 
-    def test_the_editor_outlives_the_backend_and_prints_by_the_next_one(self):
+    def test_the_editor_survives_the_backend_and_prints_with_the_next_one(self):
         editor, dialog = self.shown()
         os.kill(dialog.pid, 9)
         until(lambda: process_of(BACKEND_NAME) != dialog.pid, "the end of the backend")
         self.prints(self.dialog_of(editor))
 
-    def test_an_editor_that_dies_takes_the_dialog_with_it(self):
+    def test_the_dialog_closes_when_its_editor_dies(self):
         editor, dialog = self.shown()
         editor.process.kill()
         dialog.goes()
@@ -141,7 +141,7 @@ class Applications:
         _, dialog = self.shown()
         self.prints(dialog)
 
-    def test_a_portal_that_dies_takes_the_dialog_with_it_and_the_editor_prints_by_the_next_one(self):
+    def test_the_dialog_closes_when_the_portal_dies_and_the_editor_prints_with_the_next_one(self):
         editor, dialog = self.shown()
         self.session.kill_portal()
         dialog.goes()
@@ -149,15 +149,15 @@ class Applications:
         editor.save()
         until(lambda: "x" in editor.document.read_text(), "what was typed, in the file")
         self.assert_nothing_was_sent()
-        # The bus starts another one.
+        # The bus starts another portal.
         self.prints(self.dialog_of(editor))
 
-    def test_a_portal_that_dies_behind_the_document_keeps_nothing_from_being_printed(self):
+    def test_a_job_is_printed_even_if_the_portal_dies_after_passing_the_document(self):
         editor, dialog = self.shown()
         self.cups.freeze()
         self.addCleanup(self.cups.thaw)
         dialog.press("Print")
-        # It comes back to show what takes long.
+        # The dialog reappears to show the progress.
         until(lambda: dialog.look("progress bar", ""), "the progress")
         self.session.kill_portal()
         self.cups.thaw()
@@ -165,7 +165,7 @@ class Applications:
         dialog.goes()
         self.prints(self.dialog_of(editor))
 
-    def test_a_portal_that_freezes_delays_the_print_and_loses_nothing(self):
+    def test_a_frozen_portal_delays_a_job_but_does_not_lose_it(self):
         _, dialog = self.shown()
         dialog.change_panel()
         with self.session.frozen_portal():

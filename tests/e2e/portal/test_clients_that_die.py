@@ -1,4 +1,4 @@
-"""Many programs that ask for dialogs and die whenever it pleases them: nothing is printed by mistake, and nothing stays."""
+"""Many programs that request dialogs and die at random moments: nothing is printed by mistake, and nothing is left behind."""
 
 import os
 import pathlib
@@ -11,22 +11,22 @@ from portal_client import FAILED, Client, PortalCase
 
 REQUESTS = int(os.environ.get("TANDEM_TRIM_REQUESTS", "100"))
 CLIENTS = 20
-# Threads that read a printer's details may be at their end.
+# Descriptors of threads that are just ending after reading a printer's details.
 SPARE = 10
-# By then the toolkit has loaded what it loads.
+# Dialogs after which the toolkit loads nothing more.
 WARM = 10
 DIALOGS = 30
-# In KiB for each dialog: a bare dialog of the toolkit leaves 70 behind, and a whole one is more than ten times as much.
+# KiB for each dialog: the toolkit leaves 70 behind for an empty dialog, and a leaked dialog is more than ten times as large.
 MOST_GROWTH = 160
-# The same for each request, once the toolkit has the memory of many dialogs at a time.
+# KiB for each request, once the toolkit has allocated memory for many dialogs at a time.
 MOST_LEFT = 40
-# A sanitizer's own memory hides that of the dialogs.
+# A sanitizer's memory would hide the dialogs'.
 IS_MEASURED = not os.environ.get("TANDEM_TRIM_SANITIZE")
 
 
 class ClientsThatDieTest(PortalCase):
     def own_memory(self):
-        """What the service has written to memory, in KiB."""
+        """The service's private dirty memory, in KiB."""
         memory = pathlib.Path(f"/proc/{self.process.pid}/smaps_rollup").read_text()
         return int(memory.split("Private_Dirty:")[1].split()[0])
 
@@ -47,12 +47,12 @@ class ClientsThatDieTest(PortalCase):
             until(dialog.is_gone, "the dialog to go")
         self.assertLess(self.own_memory() - before, MOST_GROWTH * (DIALOGS - WARM))
 
-    def test_they_leave_no_job_no_descriptor_and_little_memory_behind(self):
+    def test_programs_that_die_leave_no_job_no_descriptor_and_little_memory_behind(self):
         self.start()
         chance = random.Random(20261122)
         clients = [Client(f"org.example.Program{number}") for number in range(CLIENTS)]
         calls = [(client, client.prepare()) for client in clients]
-        # For so many dialogs at a time the toolkit keeps memory, and for more of them no more.
+        # The toolkit keeps memory for so many dialogs at a time; later ones reuse it.
         until(lambda: len(self.windows()) == CLIENTS, "a dialog of each program")
         self.settle(calls)
         descriptors, memory = self.descriptors(), self.own_memory()
@@ -79,7 +79,7 @@ class ClientsThatDieTest(PortalCase):
         self.assert_nothing_was_sent()
 
     def settle(self, calls):
-        """Takes all that is open back, then waits until no dialog is left."""
+        """Withdraws all open requests and waits until they are dealt with."""
         while calls:
             _, call = calls.pop()
             call.close()
@@ -87,7 +87,7 @@ class ClientsThatDieTest(PortalCase):
         self.quiet_call()
 
     def quiet_call(self):
-        """One call to its end: whatever came before it has been dealt with."""
+        """Makes a call and withdraws it: once it is answered, all earlier calls have been dealt with."""
         call = self.client.prepare()
         call.close()
         self.assertEqual(call.answer(), (FAILED, {}))

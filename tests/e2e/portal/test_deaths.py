@@ -1,4 +1,4 @@
-"""Whoever dies or freezes in the middle of a print, at whatever moment: nothing hangs, nothing stays behind, and the next print works."""
+"""A program, backend, bus or server that dies or freezes at any moment: nothing hangs or is left behind, and the next print works."""
 
 import contextlib
 import os
@@ -14,17 +14,17 @@ from relay import NEW_JOB, Holdup
 from screen_reader import bus_address
 from terminal_case import SAMPLE, digest
 
-# The requests to the print server, by what is only in them: before the user can choose and after that.
+# The requests to the print server, each with bytes that only it contains: those before the user can choose, and those after Print.
 TO_CHOOSE = {"list of printers": b"queued-job-count", "details": b"GET /printers/Morva.ppd"}
 TO_PRINT = {"new job": NEW_JOB, "document": b"%PDF-", "confirmation": b"job-k-octets"}
-# Those by which the server has the whole document.
+# The requests at which the server already has the whole document.
 WHOLE = ("confirmation",)
 LARGE = 50_000_000  # bytes
-SECONDS = "3600"  # for which the service waits for the server: longer than a test
+SECONDS = "3600"  # the service's timeout for the server: longer than a test
 
 
 def at_each(*moments):
-    """A test for each of these moments."""
+    """Marks a test that runs at each of these moments."""
 
     def note(test):
         test.moments = moments
@@ -34,7 +34,7 @@ def at_each(*moments):
 
 
 def spread(case):
-    """Makes the tests that at_each() has noted."""
+    """Replaces the tests marked by at_each() by one for each moment."""
 
     def at(test, moment):
         return lambda self: test(self, moment)
@@ -55,12 +55,12 @@ class DeathsTest(PortalCase):
         self.addCleanup(lambda: self.assertEqual(list(self.temporary.iterdir()), []))
 
     def start_over(self, relay, **variables):
-        """Starts the backend, with a folder for its temporary files, on a way to the server."""
+        """Starts the backend with the test's folder for temporary files; it reaches the server through the relay."""
         self.start(CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=SECONDS, TMPDIR=str(self.temporary), **variables)
 
     @contextlib.contextmanager
     def held(self, moment, document=SAMPLE, **variables):
-        """The backend with a print of this document that goes on no further than this moment, and its call"""
+        """Prints this document and holds the request of this moment back; yields the relay and the program's call."""
         words = (TO_CHOOSE | TO_PRINT)[moment]
         with Holdup(self.cups.address, words) as relay:
             self.start_over(relay, **variables)
@@ -75,7 +75,7 @@ class DeathsTest(PortalCase):
             yield relay, call
 
     def large_document(self):
-        """One of which a connection's two ends cannot keep the whole."""
+        """A document that is larger than a connection's buffers."""
         document = self.temporary_folder() / "large.pdf"
         with open(document, "wb") as file:
             file.write(b"%PDF-1.4\n")
@@ -83,29 +83,29 @@ class DeathsTest(PortalCase):
         return document
 
     def assert_it_prints(self):
-        """One more print, without anything in its way."""
+        """Asserts that another document is printed."""
         before = len(self.cups.records())
         _, _, token = self.chosen()
         self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
-        # A job that has got no document waits for it for long.
+        # A job without its document waits long for it.
         until(lambda: len(self.cups.records()) > before, "the record of the job")
         records = self.cups.records()[before:]
         self.assertEqual([record.sha256 for record in records], [digest(SAMPLE)])
 
     @at_each(*TO_CHOOSE, *TO_PRINT)
-    def test_a_program_is_answered_at_once_however_silent_the_server_is(self, moment):
+    def test_a_withdrawn_request_is_answered_at_once_though_the_server_does_not_answer(self, moment):
         with self.held(moment) as (relay, call):
             call.close()
             self.assertEqual(call.answer(), (FAILED, {}))
             relay.release()
             if moment in TO_PRINT:
-                # The user has told the dialog to print it.
+                # The user has pressed Print, so the document is printed.
                 until(self.cups.records, "the job")
                 self.assertEqual(self.job().sha256, digest(SAMPLE))
             self.assert_it_prints()
 
     @at_each(*TO_CHOOSE)
-    def test_a_user_cancels_however_silent_the_server_is(self, moment):
+    def test_a_user_can_cancel_though_the_server_does_not_answer(self, moment):
         with self.held(moment) as (relay, call):
             dialog = Shown(self.process, "Print")
             dialog.press("Cancel")
@@ -115,7 +115,7 @@ class DeathsTest(PortalCase):
 
     @at_each(*TO_CHOOSE, *TO_PRINT)
     def test_a_backend_that_is_killed_leaves_no_file_and_no_half_job(self, moment):
-        # The system takes a small document from a program as a whole, and sends it without the program.
+        # The system buffers a small document completely, and sends it even after the program's end.
         document = self.large_document() if moment == "document" else SAMPLE
         with self.held(moment, document) as (relay, call):
             self.process.kill()
@@ -130,7 +130,7 @@ class DeathsTest(PortalCase):
         self.assert_it_prints()
 
     @at_each(*TO_CHOOSE, "token", "copy", *TO_PRINT)
-    def test_without_the_bus_it_ends_once_what_users_told_it_to_print_is_printed(self, moment):
+    def test_without_the_bus_the_backend_prints_what_users_have_sent_and_ends(self, moment):
         address, bus = self.enterContext(own_bus())
         self.client = Client(address=address)
         places = {"DBUS_SESSION_BUS_ADDRESS": address, "AT_SPI_BUS_ADDRESS": bus_address()}
@@ -157,7 +157,7 @@ class DeathsTest(PortalCase):
         self.assert_it_prints()
 
     def print_half(self, token):
-        """Prints from a pipe that does not end."""
+        """Prints from a pipe, and waits until the backend has read its beginning; the end is missing."""
         reading, writing = os.pipe()
         self.addCleanup(os.close, reading)
         self.addCleanup(os.close, writing)

@@ -1,4 +1,4 @@
-"""What becomes of a document that is not printed: programs do not show it, so that the dialog does, with all that was set, and keeps the document."""
+"""A document that could not be printed: the dialog keeps it, reappears with its settings and shows the failure, as programs do not."""
 
 import pathlib
 import unittest
@@ -29,7 +29,7 @@ def revive(cups):
     add(cups)
 
 
-# What happens to the printer or its server while the program makes its pages; what the dialog says; what mends it.
+# What happens to the printer or its server while the program makes its pages; the dialog's message; how to undo it.
 FAILURES = {
     "a refusal": (refuse, "does not accept jobs", add),
     "a printer that is gone": (remove, "does not have this printer", add),
@@ -39,7 +39,7 @@ FAILURES = {
 
 class FailuresTest(PortalCase):
     def failing(self, spoil, words):
-        """The dialog that tells of a failure in these words, with the panel set to CHANGED, and the call that waits."""
+        """Sets the panel to CHANGED, prints with a failure, and closes its message. Returns the dialog and the pending call."""
         call = self.client.prepare()
         dialog = self.shown()
         dialog.change_panel()
@@ -55,7 +55,7 @@ class FailuresTest(PortalCase):
         until(lambda: len(dialog.program.windows()) == 1, "the message to go")
         return dialog, call
 
-    def test_what_failed_can_be_printed_again_as_it_was_set(self):
+    def test_a_document_that_failed_can_be_printed_again_with_its_settings(self):
         for name, (spoil, words, mend) in FAILURES.items():
             with self.subTest(name):
                 self.start()
@@ -72,11 +72,11 @@ class FailuresTest(PortalCase):
                 self.forget()
 
     def forget(self):
-        """Begins the next subtest as the first one began."""
+        """Resets the server for the next subtest."""
         self.cups.forget()
         self.run_command("lpoptions", "-d", "Morva")
 
-    def test_what_failed_can_be_kept_as_a_file(self):
+    def test_a_document_that_failed_can_be_saved_as_a_file(self):
         for name, (spoil, words, mend) in FAILURES.items():
             with self.subTest(name):
                 self.start()
@@ -93,7 +93,7 @@ class FailuresTest(PortalCase):
                 self.assert_nothing_was_sent()
                 self.forget()
 
-    def test_an_option_that_the_server_lost_is_named_and_the_program_hears_of_a_failure(self):
+    def test_an_option_that_the_server_loses_is_named_and_the_program_gets_a_failure(self):
         name = b"\x0bMVTopMargin\x00"
         with Altered(self.cups.address, name, name.replace(b"n\x00", b"m\x00")) as relay:
             self.start(CUPS_SERVER=relay.address)

@@ -1,4 +1,4 @@
-"""Programs that mean harm: whatever they send is answered, takes little of the service's memory, and becomes neither markup nor a path."""
+"""Hostile programs: whatever they send is answered, takes little of the service's memory, and becomes neither markup nor a path."""
 
 import os
 import pathlib
@@ -13,16 +13,16 @@ from terminal_case import BUILD, SAMPLE, digest
 
 MEBI = 1 << 20
 MOST_SESSIONS = 40
-# What the service may need beyond what it has while one dialog is open; a text of a mebibyte is copied a few times on its way.
+# The service's allowed growth beyond its memory with one open dialog; a text of a mebibyte is copied a few times.
 MOST_GROWTH = 64 * MEBI
 if os.environ.get("TANDEM_TRIM_SANITIZE"):
-    MOST_GROWTH = float("inf")  # a sanitizer keeps memory of its own
+    MOST_GROWTH = float("inf")  # a sanitizer's own memory would count
 HUGE = "x" * MEBI
-# Of the folder for temporary files, and what the service leaves of it to others.
+# Makes the disk of temporary files seem small.
 SMALL_DISK = BUILD / "tests/e2e/libsmall_disk.so"
 ROOM = 66 * MEBI  # on that disk
-ROOM_FOR_OTHERS = 64 * MEBI
-# Markup, a format, a control character, a mark that turns the direction of writing round, and a new line.
+ROOM_FOR_OTHERS = 64 * MEBI  # what the service leaves free there
+# Markup, a format, a control character, a mark that reverses the writing direction, and a new line.
 NASTY = "<b>&%s%n</b>\x1b[31m\u202eFDP\n.exe"
 HARMLESS = "<b>&%s%n</b>\ufffd[31m\ufffdFDP\ufffd.exe"
 SETTINGS = ("n-copies", "collate", "reverse", "page-set", "number-up", "number-up-layout", "page-ranges", "scale", "printer")
@@ -37,7 +37,7 @@ class HostileTest(PortalCase):
         return int(status.split("VmRSS:")[1].split()[0]) * 1024
 
     def take_back(self, call):
-        """Waits for the call's dialog, then takes the call back."""
+        """Waits for the call's dialog, then withdraws the call."""
         until(self.windows, "a dialog")
         call.close()
         self.assertEqual(call.answer(), (FAILED, {}))
@@ -76,11 +76,11 @@ class HostileTest(PortalCase):
         self.assertEqual(self.client.prepare(handle=call.handle).answer(), (FAILED, {}))
         self.take_back(call)
         self.assertLess(self.resident() - before, MOST_GROWTH)
-        # A journal is for people.
+        # The journal must stay readable.
         self.assertLess(len(self.said.read_bytes()), len(HUGE) // 10)
         self.assert_it_still_prints()
 
-    def test_a_text_is_shown_as_it_is_and_never_markup_a_format_or_a_direction(self):
+    def test_markup_formats_and_direction_marks_in_texts_have_no_effect(self):
         self.start()
         call = self.client.prepare(texts(output_basename=NASTY), title=NASTY, accept_label=GLib.Variant("s", "<b>%s</b>"))
         dialog = self.shown(HARMLESS)
@@ -89,7 +89,7 @@ class HostileTest(PortalCase):
         self.assertEqual(self.client.print(token=token, title=NASTY).answer(), (DONE, {}))
         self.assertEqual(self.job().title, HARMLESS)
 
-    def test_a_documents_name_never_leads_out_of_the_users_folder(self):
+    def test_a_documents_name_cannot_choose_another_folder(self):
         self.start()
         for name in ("..", "../../escaped", "%2e%2e%2fescaped", "~", "$HOME", "a\nb", "-rf"):
             with self.subTest(name):
@@ -127,11 +127,11 @@ class HostileTest(PortalCase):
 
     @staticmethod
     def answered(calls, number):
-        """The calls that are answered, once there are so many."""
+        """The answered calls, or false as long as there are fewer than `number`."""
         found = [call for call in calls if call.is_answered()]
         return len(found) >= number and found
 
-    def test_only_who_asked_takes_a_request_back_and_only_once(self):
+    def test_only_the_program_that_made_a_request_can_withdraw_it_and_only_once(self):
         self.start()
         call = self.client.prepare()
         dialog = self.shown()
@@ -147,7 +147,7 @@ class HostileTest(PortalCase):
             call.close()
         self.assertEqual(call.answer(), (FAILED, {}))
 
-    def test_a_call_of_another_form_is_an_error_at_once(self):
+    def test_a_call_with_wrong_arguments_is_an_error_at_once(self):
         self.start()
         other = GLib.Variant("(s)", ["x"])
         for path, interface, method, values in (
@@ -164,9 +164,9 @@ class HostileTest(PortalCase):
                 self.client.ask(NAME, path, interface, method, values)
         self.assert_it_still_prints()
 
-    def test_what_cannot_be_read_or_does_not_fit_is_refused_in_words(self):
+    def test_a_document_that_cannot_be_read_or_is_too_large_is_refused_with_a_message(self):
         sanitizer = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
-        # A backend that does not look at the room must not fill the real disk.
+        # A backend that ignores the free space must not fill the real disk.
         bounded = "prlimit", f"--fsize={2 * ROOM}", SERVICE
         self.start_by(*bounded, LD_PRELOAD=str(SMALL_DISK), ASAN_OPTIONS=sanitizer)
         folder = self.temporary_folder()
@@ -201,10 +201,10 @@ class HostileTest(PortalCase):
                 until(dialog.is_gone, "the dialog to go")
         self.assertLess(self.resident() - before, MOST_GROWTH)
         self.assertLess(self.written, ROOM - ROOM_FOR_OTHERS + MEBI)
-        # What was copied of them is gone.
+        # Their copies have been removed.
         self.assert_it_still_prints()
 
-    def test_a_document_beyond_the_users_limit_is_refused_in_words(self):
+    def test_a_document_beyond_the_users_limit_of_file_sizes_is_refused_with_a_message(self):
         self.start_by("prlimit", f"--fsize={64 * MEBI}", SERVICE)
         document = self.temporary_folder() / "document"
         document.touch()
@@ -218,7 +218,7 @@ class HostileTest(PortalCase):
         self.assert_it_still_prints()
 
     def endless_pipe(self):
-        """The end of a pipe into which a thread writes for ever; `written` is how much."""
+        """The reading end of a pipe into which a thread writes forever; `written` counts the bytes."""
         reading, writing = os.pipe()
         self.written = 0
 
@@ -234,7 +234,7 @@ class HostileTest(PortalCase):
         self.addCleanup(writer.join)
         return reading
 
-    def test_a_call_without_its_descriptor_is_refused_in_words(self):
+    def test_a_call_without_its_descriptor_is_refused_with_a_message(self):
         self.start()
         for index in (0, 1, -1, 2**31 - 1):
             with self.subTest(index):

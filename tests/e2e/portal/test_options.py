@@ -1,4 +1,4 @@
-"""What programs say of themselves and of their documents, as it shows in the dialog."""
+"""What programs report about themselves and their documents, and its effect in the dialog."""
 
 import pathlib
 import unittest
@@ -15,7 +15,7 @@ YES, NO = GLib.Variant("b", True), GLib.Variant("b", False)
 
 
 class OptionsTest(PortalCase):
-    def test_the_dialog_begins_with_the_programs_printer_if_there_is_one_of_this_name(self):
+    def test_the_dialog_begins_with_the_programs_printer_if_that_exists(self):
         self.cups.add_queue("Other", PPD)
         self.start()
         for suggested, begins in (("Other", "Other"), ("Nowhere", "Morva"), ("%s", "Morva")):
@@ -23,7 +23,7 @@ class OptionsTest(PortalCase):
                 settings, _, _ = self.chosen(settings=texts(printer=suggested))
                 self.assertEqual(settings["printer"], begins)
 
-    def test_a_job_without_another_name_has_that_of_its_program(self):
+    def test_a_job_without_a_title_gets_its_programs_name(self):
         places = self.temporary_folder()
         (places / "applications").mkdir()
         (places / "applications/org.example.Letters.desktop").write_text(DESKTOP_FILE)
@@ -37,7 +37,7 @@ class OptionsTest(PortalCase):
                 self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
                 self.assertEqual(self.job().title, named)
 
-    def test_a_job_is_not_named_by_what_all_programs_say_in_whatever_language(self):
+    def test_a_job_is_not_named_print_in_any_language(self):
         self.start(LANG="C.UTF-8", LANGUAGE="de")
         for title in ("Print", self.of_gtk("Print", "de")):
             with self.subTest(title):
@@ -51,7 +51,7 @@ class OptionsTest(PortalCase):
                 self.assertEqual(self.client.print(token=token, title=title).answer(), (DONE, {}))
                 self.assertEqual(self.job().title, "Dokument")
 
-    def test_a_program_has_a_current_page_or_a_selection_only_where_it_says_so(self):
+    def test_current_page_and_selection_are_offered_only_if_the_program_has_them(self):
         self.start()
         call = self.client.prepare()
         dialog = self.shown()
@@ -68,7 +68,7 @@ class OptionsTest(PortalCase):
                 settings, _, _ = self.results_of(call)
                 self.assertEqual(settings["print-pages"], value)
 
-    def test_a_dialog_is_modal_unless_the_program_wants_it_otherwise(self):
+    def test_a_dialog_is_modal_unless_the_program_declines_that(self):
         self.start()
         for options, modal in (({}, True), ({"modal": YES}, True), ({"modal": NO}, False), ({"modal": GLib.Variant("s", "no")}, True)):
             with self.subTest(options):
@@ -79,7 +79,7 @@ class OptionsTest(PortalCase):
                 call.answer()
                 until(dialog.is_gone, "the dialog to go")
 
-    def test_a_file_has_a_format_that_the_program_makes(self):
+    def test_print_to_file_offers_only_formats_that_the_program_makes(self):
         self.start()
         for formats, shown in ((["pdf", "ps", "svg"], ["PDF", "PostScript", "SVG"]), (["png", "ps", "pdf"], ["PDF", "PostScript"])):
             with self.subTest(formats):

@@ -1,4 +1,4 @@
-"""What programs ask of the print backend and what they hear, from the request to the printer's filter."""
+"""Programs' requests to the print backend and its answers, up to the printer's filter."""
 
 import os
 import pathlib
@@ -34,7 +34,7 @@ PARENTS = ("", "x11:", "x11:zzzz", "x11:ffffffffffffffff", "x11:12345", "wayland
 IDLE = 10  # seconds
 # Dialogs, open or hidden under a token.
 MOST_SESSIONS = 40
-# By which a program does nothing that the printer does.
+# Settings that keep a program from doing what the printer does.
 NEUTRAL = {"n-copies": "1", "collate": "false", "reverse": "false", "page-set": "all", "number-up": "1"}
 
 
@@ -56,7 +56,7 @@ class RequestsTest(PortalCase):
         self.client.print(token=token).answer()
         self.assertEqual(of_panel(self.job().options), DEFAULTS | {VALID: "On", MARGINS["Top"]: "12"})
 
-    def test_settings_are_kept_for_the_next_program_and_for_all_jobs_where_the_user_wants_that(self):
+    def test_settings_are_kept_for_the_next_program_and_for_all_jobs_if_the_user_wants_that(self):
         home = self.temporary_folder()
         self.start(XDG_STATE_HOME=str(home))
         for title, kept in (("First", {}), ("Second", CHANGED)):
@@ -75,11 +75,11 @@ class RequestsTest(PortalCase):
             self.assertEqual(of_panel(self.saved_options()), kept)
 
     def saved_options(self):
-        """The user's own options for all jobs on the printer."""
+        """The user's saved options for the printer."""
         shown = subprocess.run(["lpoptions", "-p", "Morva"], env=self.environment(), capture_output=True, text=True, check=True).stdout
         return dict(word.partition("=")[::2] for word in shown.split())
 
-    def test_the_desktop_says_what_became_of_a_programs_job(self):
+    def test_a_notification_reports_the_outcome_of_a_programs_job(self):
         self.start()
         with Desktop(self.temporary_folder()) as desktop:
             _, _, token = self.chosen(settings=texts(output_basename="Letter"))
@@ -89,7 +89,7 @@ class RequestsTest(PortalCase):
         self.assertEqual(shown["body"].splitlines()[0], "Letter")
 
     def set_up(self, dialog):
-        """Chooses something of every kind: pages, copies, scale, orientation, the panel's values."""
+        """Chooses copies, pages, orientation, pages per side and the panel's values."""
         dialog.spin("Copies", "3")
         dialog.check("Pages:")
         dialog.type(RANGES, "1-2")
@@ -98,7 +98,7 @@ class RequestsTest(PortalCase):
         dialog.choose_by_keys("Pages per side", "Down")
         dialog.change_panel()
 
-    def test_the_program_lays_out_and_the_job_carries_the_rest_exactly(self):
+    def test_the_program_gets_the_layout_and_the_job_gets_all_other_options(self):
         self.start()
         call = self.client.prepare(page_setup=A4)
         dialog = self.shown()
@@ -119,7 +119,7 @@ class RequestsTest(PortalCase):
         for keyword in ("page-ranges", "orientation-requested", "copies"):
             self.assertNotIn(keyword, others)
 
-    def test_without_a_token_the_dialog_comes_first_and_the_job_carries_the_layout_too(self):
+    def test_without_a_token_the_dialog_is_shown_first_and_the_job_gets_the_layout_too(self):
         self.start()
         call = self.client.print()
         dialog = self.shown()
@@ -133,7 +133,7 @@ class RequestsTest(PortalCase):
         for keyword, value in {"page-ranges": "1-2", "orientation-requested": "4", "number-up": "2"}.items():
             self.assertEqual(record.options[keyword], value)
 
-    def test_without_a_token_the_dialog_shows_the_documents_pages_and_with_one_there_are_none_to_show(self):
+    def test_the_dialog_shows_the_documents_pages_only_if_it_has_the_document(self):
         self.start()
         call = self.client.print()
         dialog = self.shown()
@@ -147,7 +147,7 @@ class RequestsTest(PortalCase):
         dialog.says("Top Margin:")
         self.assertFalse(any("Page 1" in label for label in dialog.labels()))
 
-    def test_what_the_program_suggests_is_set_and_nothing_else_of_it(self):
+    def test_the_dialog_takes_the_programs_settings_but_none_of_the_panels(self):
         self.start()
         settings = texts(n_copies="2", reverse="true", print_pages="ranges", page_ranges="1,3-4", scale="75", cups_MVTopMargin="12")
         call = self.client.prepare(settings | {"collate": GLib.Variant("i", 1)}, A4 | {"Orientation": GLib.Variant("s", "landscape")})
@@ -161,7 +161,7 @@ class RequestsTest(PortalCase):
         self.assertEqual((record.copies, record.options["OutputOrder"]), (2, "Reverse"))
         self.assertEqual(of_panel(record.options), DEFAULTS)
 
-    def test_cancel_is_told_and_nothing_is_sent(self):
+    def test_cancel_is_reported_to_the_program_and_nothing_is_sent(self):
         self.start()
         for ask in (self.client.prepare, self.client.print):
             call = ask()
@@ -171,7 +171,7 @@ class RequestsTest(PortalCase):
             until(dialog.is_gone, "the dialog to go")
         self.assert_nothing_was_sent()
 
-    def test_a_program_that_takes_its_request_back_or_dies_leaves_no_dialog(self):
+    def test_the_dialog_closes_when_its_program_withdraws_the_request_or_dies(self):
         self.start()
         for ask in (Client.prepare, Client.print):
             for end in ("close", "leave"):
@@ -187,7 +187,7 @@ class RequestsTest(PortalCase):
                     until(dialog.is_gone, "the dialog to go")
         self.assert_nothing_was_sent()
 
-    def test_a_token_counts_once_and_for_its_program_alone(self):
+    def test_a_token_is_valid_once_and_only_for_its_program(self):
         self.start()
         _, _, token = self.chosen()
         strange = Client("org.example.Other").print(token=token)
@@ -200,7 +200,7 @@ class RequestsTest(PortalCase):
         self.assertEqual(again.answer(), (CANCELLED, {}))
         self.assertEqual(len(self.cups.records()), 1)
 
-    def test_a_document_that_comes_late_is_asked_about_in_the_same_dialog_with_all_that_was_set(self):
+    def test_for_a_late_document_the_dialog_reappears_with_its_settings(self):
         self.start("--ask-again-after", "0")
         call = self.client.prepare()
         dialog = self.shown()
@@ -217,7 +217,7 @@ class RequestsTest(PortalCase):
         record = self.job()
         self.assertEqual((record.copies, record.sha256, of_panel(record.options)), (3, digest(SAMPLE), CHANGED))
 
-    def test_a_document_that_comes_late_is_not_printed_where_the_user_wants_it_no_more(self):
+    def test_a_late_document_is_not_printed_if_the_user_cancels_or_its_program_leaves(self):
         self.start("--ask-again-after", "0")
         for end in ("Cancel", "leave"):
             with self.subTest(end):
@@ -238,45 +238,45 @@ class RequestsTest(PortalCase):
         self.shown().press("Print")
         return call
 
-    def test_programs_that_never_bring_their_documents_keep_no_dialog_from_others(self):
+    def test_programs_that_never_send_their_documents_do_not_block_other_programs_dialogs(self):
         self.start()
         tokens = [self.chosen()[2] for _ in range(MOST_SESSIONS)]
         self.chosen()
-        # The oldest one had to go.
+        # The oldest session had to end.
         call = self.client.print(token=tokens[0])
         self.shown().press("Cancel")
         self.assertEqual(call.answer(), (CANCELLED, {}))
         self.assertEqual(self.client.print(token=tokens[-1]).answer(), (DONE, {}))
 
-    def goes_with(self, program, token):
-        """Once the program has left the bus, a document with the token brings another dialog."""
+    def ends_with(self, program, token):
+        """Asserts that, once the program has left the bus, a document with the token needs another dialog."""
         program.leave()
         call = self.client.print(token=token)
         self.shown().press("Cancel")
         self.assertEqual(call.answer(), (CANCELLED, {}))
         self.assert_nothing_was_sent()
 
-    def test_a_token_goes_with_its_program(self):
+    def test_a_token_is_invalid_once_its_program_has_left_the_bus(self):
         self.start()
         program = Client()
         _, _, token = self.results_of(self.asked(program))
-        self.goes_with(program, token)
+        self.ends_with(program, token)
 
-    def test_a_token_goes_with_the_program_for_which_a_portal_asks(self):
+    def test_a_token_is_invalid_once_the_program_behind_the_portal_has_left_the_bus(self):
         self.start()
         program = Client()
         handle = f"{PLACE}/request/{program.bus.get_unique_name()[1:].replace('.', '_')}/its_token"
         _, _, token = self.results_of(self.asked(self.client, handle=handle))
-        self.goes_with(program, token)
+        self.ends_with(program, token)
 
-    def test_a_token_of_nobody_opens_the_dialog(self):
+    def test_an_unknown_token_opens_the_dialog(self):
         self.start()
         for token in (0, 1):
             call = self.client.print(token=token)
             self.shown().press("Cancel")
             self.assertEqual(call.answer(), (CANCELLED, {}))
 
-    def test_a_document_comes_through_a_pipe_too(self):
+    def test_a_document_can_be_passed_as_a_pipe(self):
         self.start()
         _, _, token = self.chosen()
         reading, writing = os.pipe()
@@ -287,7 +287,7 @@ class RequestsTest(PortalCase):
         self.assertEqual(call.answer(), (DONE, {}))
         self.assertEqual(self.job().sha256, digest(SAMPLE))
 
-    def test_a_pipe_without_an_end_holds_nothing_up_and_can_be_taken_back(self):
+    def test_an_endless_pipe_blocks_no_other_request_and_can_be_withdrawn(self):
         self.start()
         _, _, token = self.chosen()
         reading, writing = os.pipe()
@@ -303,7 +303,7 @@ class RequestsTest(PortalCase):
         self.assertEqual(call.answer(), (FAILED, {}))
         self.assert_nothing_was_sent()
 
-    def test_what_is_no_document_is_refused_in_words(self):
+    def test_a_folder_a_device_and_an_empty_file_are_refused_with_a_message(self):
         self.start()
         empty = self.temporary_folder() / "empty"
         empty.touch()
@@ -318,7 +318,7 @@ class RequestsTest(PortalCase):
                 until(dialog.is_gone, "the dialog to go")
         self.assert_nothing_was_sent()
 
-    def test_a_refusal_of_the_server_is_told_and_the_document_printed_once_that_is_mended(self):
+    def test_a_servers_refusal_is_shown_and_the_document_can_be_printed_once_the_cause_is_gone(self):
         self.start()
         call = self.client.prepare()
         dialog = self.shown()
@@ -340,7 +340,7 @@ class RequestsTest(PortalCase):
         self.assertEqual((record.options[MARGINS["Top"]], record.sha256), ("12", digest(SAMPLE)))
         until(dialog.is_gone, "the dialog to go")
 
-    def test_a_document_that_the_server_refuses_stays_in_the_users_hands_when_its_program_ends(self):
+    def test_a_refused_document_can_still_be_printed_after_its_program_has_ended(self):
         self.start()
         _, _, token = self.chosen()
         self.cups.add_queue("Morva", PPD, accepting=False)
@@ -355,7 +355,7 @@ class RequestsTest(PortalCase):
         until(dialog.is_gone, "the dialog to go")
         self.assertEqual(self.job().sha256, digest(SAMPLE))
 
-    def test_a_document_that_is_laid_out_is_not_printed_with_other_pages(self):
+    def test_choosing_other_pages_is_refused_once_the_program_has_made_the_document(self):
         self.start()
         _, _, token = self.chosen()
         self.cups.add_queue("Morva", PPD, accepting=False)
@@ -376,7 +376,7 @@ class RequestsTest(PortalCase):
         dialog.press("Print")
         self.assertEqual(call.answer(), (DONE, {}))
 
-    def test_a_file_gets_what_the_program_draws_for_it(self):
+    def test_print_to_file_saves_what_the_program_sends_in_the_chosen_format(self):
         self.start()
         folder = self.temporary_folder()
         for title, ending in (("PDF", "pdf"), ("PostScript", "ps"), ("SVG", "svg")):
@@ -402,7 +402,7 @@ class RequestsTest(PortalCase):
     def home(self):
         return self.cups.environment()["HOME"]
 
-    def test_a_job_is_named_by_what_is_known_of_its_document_and_never_print(self):
+    def test_a_jobs_title_is_the_dialogs_title_or_the_documents_name_but_never_print(self):
         self.start()
         for settings, title, named in (
             ({}, "A letter", "A letter"),
@@ -418,13 +418,13 @@ class RequestsTest(PortalCase):
                 self.client.print(token=token, title=title).answer()
                 self.assertEqual(self.job().title, named)
 
-    def test_the_button_has_the_programs_own_words(self):
+    def test_the_print_button_has_the_programs_label(self):
         self.start()
         call = self.client.prepare(accept_label=GLib.Variant("s", "_Send"))
         self.shown().press("Send")
         self.assertEqual(call.answer()[0], DONE)
 
-    def test_two_dialogs_are_open_at_once_and_a_user_can_turn_to_either(self):
+    def test_two_dialogs_can_be_open_and_used_at_the_same_time(self):
         self.start()
         first, second = self.client.prepare(title="First"), Client("org.example.Other").prepare(title="Second")
         dialogs = [self.shown(title) for title in ("First", "Second")]
@@ -434,10 +434,10 @@ class RequestsTest(PortalCase):
             self.assertEqual(call.answer(), (CANCELLED, {}))
 
     def focus(self, dialog):
-        """Gives the keyboard to a dialog, as a window manager does."""
+        """Gives a dialog the focus, as a window manager does."""
         subprocess.run(["xdotool", "search", "--name", f"^{dialog.title}$", "windowfocus", "--sync"], check=True)
 
-    def test_without_a_screen_each_request_fails_in_words_and_the_next_process_may_have_one(self):
+    def test_without_a_screen_each_request_fails_with_a_message_and_a_backend_started_later_works(self):
         self.start(DISPLAY=":none")
         for ask in (self.client.prepare, self.client.print):
             self.assertEqual(ask().answer(), (FAILED, {}))
@@ -445,7 +445,7 @@ class RequestsTest(PortalCase):
         self.start()
         self.chosen()
 
-    def test_a_server_that_wants_a_login_is_answered_by_the_user_though_the_dialog_is_hidden(self):
+    def test_a_server_that_wants_a_login_gets_it_from_the_user_though_the_dialog_is_hidden(self):
         relay = WantsLogin(self.cups.address, "ann:Secret")
         self.enterContext(relay)
         self.start(CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT="5")
@@ -458,7 +458,7 @@ class RequestsTest(PortalCase):
         self.assertEqual(call.answer(), (DONE, {}))
         self.assertEqual(self.job().sha256, digest(SAMPLE))
 
-    def test_it_is_a_dialog_of_the_programs_window(self):
+    def test_the_dialog_belongs_to_the_programs_window(self):
         self.start()
         call = self.client.prepare(parent="x11:abcdef")
         self.shown()
@@ -467,7 +467,7 @@ class RequestsTest(PortalCase):
         self.assertEqual(window_type(int(window)), "_NET_WM_WINDOW_TYPE_DIALOG")
         call.close()
 
-    def test_a_handle_that_is_taken_is_refused(self):
+    def test_a_handle_that_is_in_use_is_refused(self):
         self.start()
         call = self.client.prepare()
         dialog = self.shown()
@@ -475,11 +475,11 @@ class RequestsTest(PortalCase):
         dialog.press("Cancel")
         self.assertEqual(call.answer(), (CANCELLED, {}))
 
-    def test_it_ends_when_nothing_is_to_be_done_and_not_before(self):
+    def test_the_backend_ends_when_idle_but_not_while_a_token_is_valid(self):
         self.start()
         owners = self.client.owners_of_name()
         _, _, token = self.chosen()
-        # As long as it would stay without a token.
+        # Longer than it would stay without a token.
         with self.assertRaises(subprocess.TimeoutExpired):
             self.process.wait(IDLE + 2)
         self.has_name()
@@ -488,23 +488,23 @@ class RequestsTest(PortalCase):
         self.assertEqual(self.process.wait(patience.PATIENCE), 0)
 
     def asked_while_it_ends(self):
-        """A call that is there when its time without a request is over."""
-        # An ordinary user's threads cannot take back what is taken from them here.
+        """Makes a call that arrives exactly when the backend's idle time is over."""
+        # Without privileges, its threads cannot restore the scheduling that is changed here, and GLib complains.
         self.expected = "Failed to set scheduler settings"
-        # Its main thread, which counts the time, runs before the one that reads the bus.
+        # All threads share one processor, and the main thread, which counts the idle time, runs before the one that reads the bus.
         for thread in pathlib.Path(f"/proc/{self.process.pid}/task").iterdir():
             os.sched_setaffinity(int(thread.name), {min(os.sched_getaffinity(0))})
             if int(thread.name) != self.process.pid:
                 os.sched_setscheduler(int(thread.name), os.SCHED_IDLE, os.sched_param(0))
         self.process.send_signal(signal.SIGSTOP)
         call = self.client.prepare()
-        # It wakes with both: its time is over, and there is a request.
+        # When it wakes, its idle time is over and a request is there.
         with self.assertRaises(subprocess.TimeoutExpired):
             self.process.wait(IDLE + 2)
         self.process.send_signal(signal.SIGCONT)
         return call
 
-    def test_a_request_that_arrives_while_it_ends_is_answered(self):
+    def test_a_request_that_arrives_while_the_backend_ends_is_answered(self):
         self.start()
         call = self.asked_while_it_ends()
         self.shown().press("Print")
@@ -512,7 +512,7 @@ class RequestsTest(PortalCase):
         self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
         self.assertEqual(self.process.wait(patience.PATIENCE), 0)
 
-    def test_a_request_that_arrives_while_it_ends_is_answered_though_another_one_has_its_name_by_then(self):
+    def test_a_request_that_arrives_while_the_backend_ends_is_answered_even_if_another_process_has_its_name(self):
         self.start()
         other = Client()
         other.ask(*BUS, "RequestName", GLib.Variant("(su)", (NAME, 0)))
@@ -521,7 +521,7 @@ class RequestsTest(PortalCase):
         self.results_of(call)
         other.leave()
 
-    def test_a_job_that_takes_long_can_be_seen_and_cancelled(self):
+    def test_a_job_that_takes_long_shows_its_progress_and_can_be_cancelled(self):
         self.start(TANDEM_TRIM_TIMEOUT="5")
         _, _, token = self.chosen()
         self.cups.freeze()
@@ -535,7 +535,7 @@ class RequestsTest(PortalCase):
         self.assertEqual(call.answer(), (CANCELLED, {}))
         self.assert_nothing_was_sent()
 
-    def test_a_frozen_server_holds_no_request_up(self):
+    def test_a_frozen_server_blocks_no_request(self):
         self.start(TANDEM_TRIM_TIMEOUT="3600")
         _, _, token = self.chosen()
         self.cups.freeze()
@@ -547,11 +547,11 @@ class RequestsTest(PortalCase):
             call.close()
             self.assertEqual(call.answer(), (FAILED, {}))
         self.cups.thaw()
-        # The user has told the dialog to print it.
+        # The user has pressed Print, so the document is printed.
         until(self.cups.records, "the job")
         self.assertEqual(self.job().sha256, digest(SAMPLE))
 
-    def test_killed_at_any_moment_it_leaves_no_file_and_the_next_print_works(self):
+    def test_a_backend_that_is_killed_leaves_no_file_and_the_next_print_works(self):
         reading, writing = os.pipe()
         self.addCleanup(os.close, reading)
         self.addCleanup(os.close, writing)
@@ -582,7 +582,7 @@ class RequestsTest(PortalCase):
     def has_read(pipe):
         return not select.select([pipe], [], [], 0)[0]
 
-    def test_whatever_a_request_holds_it_is_answered(self):
+    def test_requests_with_random_contents_are_all_answered(self):
         self.start()
         chance = random.Random(20261122)
         for _ in range(40):
@@ -599,7 +599,7 @@ class RequestsTest(PortalCase):
         self.assert_nothing_was_sent()
 
     def made_up(self, chance, keys):
-        """A dictionary with some of the keys and any value."""
+        """A dictionary with some of the keys and random values."""
         values = [
             GLib.Variant("s", chance.choice(["", "1", "-1", "99999999999999999999", "nan", "true", "0-1", "%s%s%n", "a" * 70000, "\x1b[31m"])),
             GLib.Variant("i", chance.randint(-(2**31), 2**31 - 1)),

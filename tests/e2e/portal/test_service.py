@@ -1,4 +1,4 @@
-"""The print backend as a service, on a bus of its own and without a screen."""
+"""The print backend as a service, on its own bus and without a screen."""
 
 import contextlib
 import pathlib
@@ -33,7 +33,7 @@ class ServiceTest(unittest.TestCase):
         return of_this_test(SHARED) | {"PATH": "/usr/bin:/bin", "LANG": "C.UTF-8"} | variables
 
     def run_service(self, *words, **variables):
-        """Its exit status and what it said, where it is to end at once."""
+        """Runs the service, which must end at once; returns its exit status and messages."""
         result = subprocess.run(
             [SERVICE, *words], env=self.environment(**variables), stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=patience.PATIENCE, check=False
         )
@@ -42,32 +42,32 @@ class ServiceTest(unittest.TestCase):
 
     @contextlib.contextmanager
     def running(self, client, address, service=SERVICE, **variables):
-        """The service, once it has its name."""
+        """Runs the service for the duration of a `with` statement; yields its process once it has its name."""
         environment = self.environment(DBUS_SESSION_BUS_ADDRESS=address, **variables)
         with subprocess.Popen([service], env=environment, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True) as process:
             patience.until(lambda: client.ask(*BUS, "NameHasOwner", GLib.Variant("(s)", [NAME]))[0], "the name on the bus")
             yield process
             process.kill()
 
-    def test_a_wrong_command_line_is_told_in_one_line(self):
+    def test_a_wrong_command_line_is_reported_in_one_line(self):
         for words in WRONG:
             with self.subTest(words):
                 status, said = self.run_service(*words, DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
                 self.assertEqual(status, 2)
                 self.assertRegex(said, r"\Atandem-trim-portal: usage: tandem-trim-portal \[--ask-again-after SECONDS\]; [^\n]*\n\Z")
 
-    def test_without_a_bus_it_ends_in_words(self):
+    def test_without_a_bus_the_service_ends_with_a_message(self):
         status, said = self.run_service(DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
         self.assertEqual((status, said), (1, "tandem-trim-portal: there is no session bus; programs print without this dialog\n"))
 
-    def test_where_another_one_serves_it_ends_in_words(self):
+    def test_a_second_service_ends_with_a_message(self):
         with own_bus() as (address, _):
             client = Client(address=address)
             with self.running(client, address):
                 status, said = self.run_service(DBUS_SESSION_BUS_ADDRESS=address)
                 self.assertEqual((status, said), (1, f"tandem-trim-portal: another program serves {NAME}\n"))
 
-    def test_without_a_screen_each_request_is_answered_and_it_ends_when_idle(self):
+    def test_without_a_screen_each_request_is_answered_and_the_service_ends_when_idle(self):
         with own_bus() as (address, _):
             client = Client(address=address)
             with self.running(client, address) as process:
@@ -77,7 +77,7 @@ class ServiceTest(unittest.TestCase):
                 self.assertEqual(process.wait(patience.PATIENCE), 0)
                 self.assertIn("there is no screen to show the print dialog on", process.stderr.read())
 
-    def test_it_asks_no_portal_where_the_toolkit_would_without_a_variable(self):
+    def test_the_service_disables_portals_in_a_toolkit_that_uses_them_by_default(self):
         with own_bus() as (address, _), tempfile.TemporaryDirectory() as folder:
             service = pathlib.Path(shutil.copy(SERVICE, folder))
             (service.parent / "dialog").mkdir()

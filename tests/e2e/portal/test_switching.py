@@ -1,6 +1,6 @@
-"""tandem-trim --applications: the desktop portal's settings, as it is switched on and off and looked at.
+"""tandem-trim --applications: switches the desktop portal's settings on and off, and shows their status.
 
-The portal of Debian 12 has no settings files. One that has is stood in for: see stand_in.py. The print backend is the real one.
+Debian 12's portal has no settings files, so stand_in.py replaces it. The print backend is the real one.
 """
 
 import configparser
@@ -78,7 +78,7 @@ class SwitchingTest(TerminalCase):
 
     @contextlib.contextmanager
     def session(self):
-        """A session bus, which starts the services above; they end with it."""
+        """Runs a session bus for the duration of a `with` statement. It starts the installed services, which end with it."""
         self.bus = {}
         daemon = subprocess.Popen(
             ["dbus-daemon", "--session", "--nofork", "--print-address"],
@@ -92,10 +92,10 @@ class SwitchingTest(TerminalCase):
             os.killpg(daemon.pid, signal.SIGTERM)
             daemon.communicate()
 
-    # What is asked.
+    # Runs of the program.
 
     def does(self, *arguments, notes=()):
-        """Runs the program, which must succeed and say just these on standard error; gives what it shows."""
+        """Runs the program, which must succeed with exactly these lines on standard error; returns its output."""
         result = self.trim(*arguments)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         said = result.stderr.splitlines()
@@ -117,7 +117,7 @@ class SwitchingTest(TerminalCase):
 
     # Switching on and off.
 
-    def test_the_portal_takes_the_backend_and_leaves_all_others_as_the_desktop_has_them(self):
+    def test_on_makes_the_portal_use_the_backend_and_keeps_the_desktops_choice_of_all_others(self):
         self.desktop_says(DESKTOPS_OWN)
         self.assertEqual(self.does(*ON), f"written: {self.settings}\n")
         with self.session():
@@ -126,7 +126,7 @@ class SwitchingTest(TerminalCase):
         for words in ("desktop portal: 1.22, running\n", f"print backend: tandemtrim, named by {self.settings}\n", "applications print with this dialog\n"):
             self.assertIn(words, shown)
 
-    def test_off_leaves_nothing_behind(self):
+    def test_off_removes_all_that_on_wrote(self):
         (self.folder / "home/.config").mkdir()
         before = self.files()
         self.desktop_says(DESKTOPS_OWN)
@@ -138,7 +138,7 @@ class SwitchingTest(TerminalCase):
         self.does(*OFF, notes=["no lines of tandem-trim; nothing was changed"])
         self.assertEqual(self.files(), before)
 
-    def test_what_the_user_wrote_stays_and_comes_back(self):
+    def test_the_users_lines_stay_with_on_and_are_unchanged_after_off(self):
         for text in ("# mine\r\n[preferred]\r\ndefault=kde\r\n", f"[preferred]\n{PRINT}=gtk\ndefault=kde", "", "\n\n[other]\na=b\n"):
             with self.subTest(text):
                 self.user_wrote(text)
@@ -153,7 +153,7 @@ class SwitchingTest(TerminalCase):
                 self.settings.unlink()
                 self.settings.parent.rmdir()
 
-    def test_the_users_file_for_the_desktop_is_the_one_that_counts(self):
+    def test_on_changes_the_users_file_for_the_desktop_if_there_is_one(self):
         self.user_wrote("")
         own = self.settings.with_name("gnome-portals.conf")
         own.write_text("[preferred]\ndefault=gtk\n")
@@ -164,7 +164,7 @@ class SwitchingTest(TerminalCase):
         self.does(*OFF)
         self.assertEqual(own.read_text(), "[preferred]\ndefault=gtk\n")
 
-    def test_on_twice_is_on_once_with_what_the_desktop_says_now(self):
+    def test_a_second_on_changes_only_what_the_desktop_has_changed(self):
         self.desktop_says(DESKTOPS_OWN)
         self.does(*ON)
         once = self.settings.read_bytes()
@@ -174,13 +174,13 @@ class SwitchingTest(TerminalCase):
         self.does(*ON)
         self.assertEqual(self.settings.read_bytes(), once.replace(b"gnome;", b"kde;").replace(b"gkde", b"gnome"))
 
-    def test_a_user_who_named_the_backend_has_nothing_changed(self):
+    def test_on_changes_nothing_if_the_user_has_named_the_backend(self):
         self.user_wrote(f"[preferred]\n{PRINT}=tandemtrim;gtk\n")
         before = self.files()
         self.assertEqual(self.does(*ON), f"unchanged: {self.settings}\n")
         self.assertEqual(self.files(), before)
 
-    def test_all_gtk_programs_are_sent_through_the_portal_only_where_that_is_asked_for(self):
+    def test_all_gtk_programs_use_the_portal_only_with_the_option_for_it(self):
         file = self.folder / "home/.config/environment.d/60-tandem-trim.conf"
         self.does(*ON)
         self.assertFalse(file.exists())
@@ -209,7 +209,7 @@ class SwitchingTest(TerminalCase):
         kept.unlink()
         self.fails(*ON, words=[f"{self.settings} is a link to {kept}, which does not exist"])
 
-    def test_what_cannot_be_understood_is_refused_and_left_alone(self):
+    def test_a_settings_file_that_cannot_be_understood_is_reported_and_not_changed(self):
         end = "# End of the lines of tandem-trim\n"
         for text, word in (("default=gnome\n", "line 1"), ("[preferred]\nwhat\n", "line 2"), ("#" * 70000, "more than 65536 bytes"), (end, "is missing")):
             with self.subTest(word):
@@ -227,16 +227,16 @@ class SwitchingTest(TerminalCase):
         (self.folder / "home/.config").unlink()
         self.user_wrote("[preferred]\ndefault=kde\n")
         before = self.files()
-        # The limit of a file's size stands for a disk without room.
+        # A limit of file sizes acts like a full disk.
         command = ["prlimit", "--fsize=30", "--", PROGRAM, *ON]
         result = subprocess.run(command, env=self.environment(), capture_output=True, text=True, check=False)
         self.assertEqual(result.returncode, 1)
         self.assertIn(f"{self.settings} cannot be written", result.stderr)
         self.assertEqual(self.files(), before)
 
-    # What is missing, and how to mend it.
+    # Missing parts and their remedies.
 
-    def test_a_portal_that_runs_has_to_be_started_anew(self):
+    def test_a_running_portal_must_be_restarted(self):
         with self.session():
             self.fails(*STATUS, words=["the desktop portal uses", "run tandem-trim --applications on"])
             self.does(*ON, notes=["systemctl --user restart xdg-desktop-portal"])
@@ -246,7 +246,7 @@ class SwitchingTest(TerminalCase):
         with self.session():
             self.does(*STATUS)
 
-    def test_the_settings_are_where_the_portal_that_runs_reads_them(self):
+    def test_settings_are_written_where_the_running_portal_reads_them(self):
         self.more = {"XDG_CONFIG_HOME": str(self.folder / "elsewhere")}
         with self.session():
             self.fails(*STATUS, words=["run tandem-trim"])  # Starts the portal.
@@ -256,7 +256,7 @@ class SwitchingTest(TerminalCase):
             self.does(*OFF, notes=["restart"])
         self.assertEqual(list((self.folder / "elsewhere").rglob("*")), [])
 
-    def test_without_a_session_there_is_no_bus_to_ask(self):
+    def test_a_missing_session_bus_is_reported(self):
         self.does(*ON)
         self.fails(*STATUS, words=["there is no session bus"])
         self.more = {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
@@ -276,31 +276,31 @@ class SwitchingTest(TerminalCase):
         self.does(*ON, notes=[missing])
         with self.session():
             result = self.fails(*STATUS, words=[missing, "the print backend of tandem-trim does not answer", "install the package tandem-trim-gtk"])
-        # It is on already.
+        # It is already on.
         self.assertNotIn("--applications on", result.stderr)
 
-    def test_a_backend_that_ends_at_once_is_told(self):
+    def test_a_backend_that_ends_at_once_is_reported(self):
         (self.folder / f"data/dbus-1/services/{BACKEND}.service").write_text(f"[D-BUS Service]\nName={BACKEND}\nExec=/bin/false\n")
         self.does(*ON)
         with self.session():
             result = self.fails(*STATUS, words=["does not offer printing to applications", "the print backend of tandem-trim does not answer"])
         self.assertIn("journalctl --user -u tandem-trim-portal", result.stderr)
 
-    def test_a_portal_that_looks_elsewhere_gets_a_link(self):
+    def test_for_a_portal_that_reads_another_folder_on_suggests_a_link(self):
         self.version = "1.18.4"
         result = self.trim(*ON)
         own = self.folder / "data/xdg-desktop-portal/portals/tandemtrim.portal"
         if not pathlib.Path("/usr/share/xdg-desktop-portal/portals/tandemtrim.portal").exists():
             self.assertIn(f"ln -s {own} /usr/share/xdg-desktop-portal/portals", result.stderr)
 
-    def test_a_portal_of_a_trial_reads_other_settings(self):
+    def test_on_writes_nothing_for_a_portal_with_a_folder_of_backends_for_trials(self):
         self.more = {"XDG_DESKTOP_PORTAL_DIR": str(self.folder)}
         self.fails(*ON, words=["XDG_DESKTOP_PORTAL_DIR", str(self.folder), f"{PRINT}=tandemtrim"])
         self.assertEqual(self.files(), {})
 
-    # What an installation brings.
+    # The installed files.
 
-    def test_an_installation_is_all_that_the_portal_and_the_session_bus_need(self):
+    def test_the_portal_and_the_session_bus_find_the_backend_by_the_installed_files(self):
         prefix = self.folder / "usr"
         subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix, "--component", "gtk"], check=True, capture_output=True)
         (self.folder / f"data/dbus-1/services/{BACKEND}.service").unlink()
@@ -312,10 +312,10 @@ class SwitchingTest(TerminalCase):
         service, unit = configparser.ConfigParser(), configparser.ConfigParser()
         service.read(prefix / f"share/dbus-1/services/{BACKEND}.service")
         unit.read(prefix / "lib/systemd/user" / service["D-BUS Service"]["SystemdService"])
-        said = unit["Service"]
-        self.assertEqual((said["Type"], said["BusName"], said["ExecStart"]), ("dbus", BACKEND, service["D-BUS Service"]["Exec"]))
+        entries = unit["Service"]
+        self.assertEqual((entries["Type"], entries["BusName"], entries["ExecStart"]), ("dbus", BACKEND, service["D-BUS Service"]["Exec"]))
 
-    # The portal of Debian 12 itself.
+    # Debian 12's own portal.
 
     def real_portal(self, desktop):
         self.desktop = desktop
@@ -325,7 +325,7 @@ class SwitchingTest(TerminalCase):
         (portals / "gtk.portal").write_text(f"[portal]\nDBusName=org.morva.Nothing\nInterfaces={PRINT};\nUseIn=gnome;\n")
         return self.session()
 
-    def test_a_portal_without_settings_goes_by_the_desktop(self):
+    def test_a_portal_without_settings_files_chooses_the_backend_by_the_desktops_name(self):
         with self.real_portal("TandemTrim:GNOME"):
             shown = self.does(*STATUS)
             self.assertIn("desktop portal: 1.16, running", shown)
@@ -333,7 +333,7 @@ class SwitchingTest(TerminalCase):
             self.does(*ON)
         self.assertFalse((self.folder / "home/.config").exists())
 
-    def test_a_portal_without_settings_is_told_how_to_take_the_backend(self):
+    def test_for_a_portal_without_settings_files_the_program_says_how_to_choose_the_backend(self):
         remedy = "XDG_CURRENT_DESKTOP=TandemTrim:GNOME"
         with self.real_portal("GNOME"):
             self.fails(*STATUS, words=["uses the print backend gtk", "before 1.17 have no portals.conf", remedy])
