@@ -76,7 +76,7 @@ void examine(std::string_view input) {
   try {
     parsed = parseCommandLine(argumentsFrom(input));
   } catch (const Failure& mistake) {
-    require(mistake.exitStatus() == kWrongCommandLine && *mistake.what() != '\0', "a mistake is told");
+    require(mistake.exitStatus() == kWrongCommandLine && *mistake.what() != '\0', "a mistake is reported");
     return;
   }
   if (const auto* information = std::get_if<Information>(&parsed)) {

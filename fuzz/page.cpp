@@ -25,7 +25,7 @@ constexpr std::chrono::seconds kLate{4};
 void requirePage(const RenderedPage& page) {
   require(page.pages > 0, "a document has pages");
   require(page.columns > 0 && page.columns <= kLongestSide && page.rows > 0 && page.rows <= kLongestSide,
-          "a picture is no larger than was asked for");
+          "a picture is no larger than requested");
   require(page.pixels.size() == static_cast<std::size_t>(page.columns) * static_cast<std::size_t>(page.rows),
           "a picture is whole");
   require(std::isfinite(page.width) && page.width > 0 && std::isfinite(page.height) && page.height > 0,

@@ -70,7 +70,7 @@ void examine(std::string_view input) {
   const auto printed = printRequest(caller, options.get());
   requireLimits(printed);
   require(printed.options.empty() && !printed.printer && !printed.scale && printed.document.empty(),
-          "a document that is there has no suggestions");
+          "a request with a document suggests no options");
   require(printed.title == prepared.title && printed.acceptLabel == prepared.acceptLabel,
           "both methods name the dialog alike");
   static_cast<void>(tokenIn(options.get()));

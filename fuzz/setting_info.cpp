@@ -23,13 +23,13 @@ void examineObject(const Object& object, int level) {
   require(level <= 8, "nesting is limited");
   if (array != nullptr) {
     for (const auto& item : *array) {
-      require(item != nullptr, "arrays hold objects");
+      require(item != nullptr, "an array has no null item");
       examineObject(*item, level + 1);
     }
   }
   if (dictionary != nullptr) {
     for (const auto& [key, item] : *dictionary) {
-      require(isUtf8(key) && item != nullptr, "dictionaries hold objects under UTF-8");
+      require(isUtf8(key) && item != nullptr, "a dictionary has UTF-8 keys and no null value");
       examineObject(*item, level + 1);
     }
   }
@@ -58,7 +58,7 @@ void examineMargin(platform::memory::PanelView& view, const std::string& side) {
   const double shown = std::stod(box.text);
   const double expected = 7 < box.min ? box.min : 7 > box.max ? box.max : 7;
   require(!std::isfinite(shown) || std::abs(std::trunc(shown) - expected) <= std::abs(expected) * 1e-15,
-          "what is typed is held in the list's range");
+          "what is typed is clamped to the list's range");
   const auto whole = integerHeldBetween(box.text, INT64_MIN, INT64_MAX);
   require(std::stod(view.control("stepperMargin" + side).text) == static_cast<double>(whole),
           "the stepper shows the box's integer");
@@ -89,7 +89,7 @@ void examine(std::string_view input) {
   if (root) examineObject(Object(*root), 1);
   try {
     const auto info = MorvaTTCommonInfoKV2::initWithCallback(std::make_shared<Job>(), bundle);
-    require((info != nullptr) == (root != nullptr), "a property list that is read gives common info");
+    require((info != nullptr) == (root != nullptr), "a property list that is read makes common info");
     if (!info) return;
     examineCommonInfo(*info);
     examinePanel(bundle);

@@ -47,12 +47,12 @@ void examine(std::string_view input) {
   const auto text = written(*table);
   require(parseStringsTable(text) == table, "a table that is written is read again");
   for (const auto& encoding : {"UTF-16LE", "UTF-16BE"}) {
-    require(parseStringsTable(utf16(text, encoding)) == table, std::string("it is in ") + encoding);
+    require(parseStringsTable(utf16(text, encoding)) == table, std::string("it is read in ") + encoding);
   }
 
   auto longer = *table;
   longer["one more"] = "entry";
-  require(parseStringsTable(text + "'one more'=entry;") == longer, "an entry more is an entry more");
+  require(parseStringsTable(text + "'one more'=entry;") == longer, "an appended entry is read, too");
 }
 
 }  // namespace tandemtrim::fuzz

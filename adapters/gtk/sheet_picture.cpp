@@ -39,8 +39,8 @@ std::string filled(std::string text, std::string_view placeholder, const std::st
 
 // Reserves space for all lines that the label may have, since a window that grows closes its open menus.
 void reserveLines(Gtk::Label& label) {
-  constexpr int kMoreThanTheyHold = 500;
-  label.set_text(Glib::ustring(kMoreThanTheyHold, 'm'));
+  constexpr int kMoreThanFits = 500;
+  label.set_text(Glib::ustring(kMoreThanFits, 'm'));
   label.set_visible();
   int width = 0;
   int height = 0;

@@ -25,7 +25,7 @@ std::string_view lookUp(const Table& table, std::string_view name) {
 }
 
 // The part of the text after the first of these characters; empty if it has none.
-std::string_view behind(std::string_view text, std::string_view marks) {
+std::string_view partAfter(std::string_view text, std::string_view marks) {
   const auto offset = text.find_first_of(marks);
   return offset == std::string_view::npos ? std::string_view() : text.substr(offset + 1);
 }
@@ -60,11 +60,11 @@ std::optional<std::string> languageTag(std::string_view localeName) {
     return std::nullopt;
 
   std::string tag(name.substr(0, name.find_first_of("_-")));
-  const auto region = behind(name, "_-");
+  const auto region = partAfter(name, "_-");
   if (const auto script = tag == "zh" ? lookUp(kScriptOfChineseRegion, region) : ""; !script.empty()) {
     return tag.append("-").append(script);
   }
-  if (const auto script = lookUp(kScriptOfModifier, behind(localeName, "@")); !script.empty()) {
+  if (const auto script = lookUp(kScriptOfModifier, partAfter(localeName, "@")); !script.empty()) {
     tag.append("-").append(script);
   }
   if (!region.empty()) tag.append("-").append(region);
@@ -84,7 +84,7 @@ std::vector<std::string> userLanguages(const Environment& environment) {
     // C in the list prefers the program's own texts to all languages after it.
     if (isUntranslated(name)) break;
     if (auto tag = languageTag(name)) languages.push_back(std::move(*tag));
-    list = behind(list, ":");
+    list = partAfter(list, ":");
   }
   return languages;
 }

@@ -61,7 +61,7 @@ class Screen {
     int error = 0;
     if (display_ == nullptr) fail("there is no X screen");
     if (XDamageQueryExtension(display_, &firstEvent_, &error) == 0)
-      fail("the screen does not tell what is drawn");
+      fail("the screen does not report what is drawn");
     XDamageCreate(display_, DefaultRootWindow(display_), XDamageReportRawRectangles);
     XSync(display_, False);
   }

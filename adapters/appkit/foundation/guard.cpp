@@ -6,7 +6,7 @@
 namespace tandemtrim::platform::appkit {
 
 // In C++, not in Objective-C++, whose handlers miss C++ exceptions on GNUstep.
-Outcome hold(void (*work)(void* context), void* context) {
+Outcome runCatching(void (*work)(void* context), void* context) {
   try {
     work(context);
     return {};

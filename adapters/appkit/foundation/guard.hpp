@@ -14,6 +14,6 @@ struct Outcome {
 
 /// Runs `work` and catches every exception of the standard library. An exception of the toolkit passes
 /// through, as it does through all of the core.
-Outcome hold(void (*work)(void* context), void* context);
+Outcome runCatching(void (*work)(void* context), void* context);
 
 }  // namespace tandemtrim::platform::appkit

@@ -19,8 +19,8 @@ template <class Work>
 auto guarded(Work work) {
   using Result = std::invoke_result_t<Work>;
   const auto run = [](auto& call) {
-    return hold([](void* context) { (*static_cast<std::remove_reference_t<decltype(call)>*>(context))(); },
-                &call);
+    return runCatching(
+        [](void* context) { (*static_cast<std::remove_reference_t<decltype(call)>*>(context))(); }, &call);
   };
   if constexpr (std::is_void_v<Result>) {
     raise(run(work));
