@@ -15,7 +15,7 @@ struct HostCall {
 class EachHostCall : public Conformance, public testing::WithParamInterface<HostCall> {};
 
 // The host calls before the toolkit handles any other event.
-TEST_P(EachHostCall, FindsATextThatWasJustTypedCorrected) {
+TEST_P(EachHostCall, SeesTheCorrectionOfATextThatWasJustTyped) {
   for (const auto& side : kSides) {
     ASSERT_NO_FATAL_FAILURE(showOn());
     ASSERT_TRUE(panel->replaceTextAtOnce(side.textBox, "1a0"));
@@ -48,7 +48,7 @@ std::string callName(const testing::TestParamInfo<HostCall>& call) { return call
 INSTANTIATE_TEST_SUITE_P(Calls, EachHostCall, testing::ValuesIn(kHostCalls), callName);
 
 // This summary restores no margin.
-TEST_F(Conformance, SummaryWhileTheFunctionIsOffFindsATextThatWasJustTypedCorrected) {
+TEST_F(Conformance, SummaryWhileTheFunctionIsOffSeesTheCorrectionOfATextThatWasJustTyped) {
   ASSERT_NO_FATAL_FAILURE(show());
   panel->click("tandemTrimValid");
   ASSERT_TRUE(panel->replaceTextAtOnce("textBoxMarginTop", "1a0"));

@@ -5,7 +5,7 @@
 namespace tandemtrim::platform::appkit {
 namespace {
 
-TEST(Text, CrossesUnchanged) {
+TEST(Text, IsUnchangedByConversion) {
   using std::string_literals::operator""s;
   for (const std::string& text : {""s, "plain"s, "\u00E9\u20AC\U0001F600"s, "a\0b"s, "%@%n"s, "\uFEFF12"s,
                                   "\uFEFF\uFEFF"s, "1\uFEFF2"s, "\uFFFE12"s}) {
@@ -15,7 +15,7 @@ TEST(Text, CrossesUnchanged) {
 }
 
 // The text that remains when half of a character is deleted.
-TEST(Text, CrossesUnchangedWithHalfASurrogatePair) {
+TEST(Text, IsUnchangedByConversionWithHalfASurrogatePair) {
   NSMutableString* torn = [NSMutableString stringWithString:@"3\U0001F6001\U0001F600"];
   for (NSUInteger half = 0; half < [torn length]; ++half) {
     NSMutableString* other = [NSMutableString stringWithString:torn];

@@ -41,7 +41,7 @@ TEST_P(KeyboardInALanguage, GoesFromTopToBottomAndBack) {
   EXPECT_EQ(focused(shown), "textBoxMarginRight");
 }
 
-TEST_P(KeyboardInALanguage, MarksAnotherAccessLetterForEachControl) {
+TEST_P(KeyboardInALanguage, MarksADifferentAccessLetterForEachControl) {
   ShownPanel shown({.language = GetParam()});
   std::set<guint> letters;
   for (auto* const label : widgetsOf(shown.root(), GTK_TYPE_LABEL)) {

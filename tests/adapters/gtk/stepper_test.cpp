@@ -85,7 +85,7 @@ TEST_F(StepperBesideABox, MovesByTenAndToTheLimitsByPageUpAndPageDown) {
 }
 
 // The panel's tab has another one on either side.
-TEST_F(StepperBesideABox, LeavesTheTabAsItIsByPageUpAndPageDown) {
+TEST_F(StepperBesideABox, DoesNotChangeTheTabByCtrlPageUpAndCtrlPageDown) {
   ShownPanel dialog({.inPrintDialog = true, .stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "20"}}});
   dialog.user().focus(dialog.widget("textBoxMarginTop"));
   for (const auto key : {XK_Page_Up, XK_Page_Down, XK_Page_Down}) {

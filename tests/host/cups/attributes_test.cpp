@@ -92,7 +92,7 @@ TEST(ARequest, IsRefusedWhereAValueOfItIsMissing) {
   EXPECT_THROW(refuseIncomplete(nullptr), std::bad_alloc);
 }
 
-TEST(Texts, AreThoseOfAllAttributesOfTheName) {
+TEST(Texts, AreReadFromAllAttributesOfTheName) {
   const MessageHandle message(ippNew());
   const auto add = [&](ipp_tag_t type, const char* value) {
     ippAddString(message.get(), IPP_TAG_PRINTER, type, "printer-name", nullptr, value);

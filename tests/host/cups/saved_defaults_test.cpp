@@ -156,7 +156,7 @@ TEST_F(TheFileOfDefaults, StaysAsItIsWhereFlushingFails) {
   EXPECT_EQ(textOf(file_), "before");
 }
 
-TEST_F(TheFileOfDefaults, IsNamedWhereALinkLeadsToItself) {
+TEST_F(TheFileOfDefaults, IsReportedWhereItIsALinkToItself) {
   fs::create_directory(file_.parent_path());
   fs::create_symlink("lpoptions", file_);
   const auto failure = failureOf([&] { editFile(file_, withX); });
@@ -184,7 +184,7 @@ TEST_F(TheFileOfDefaults, IsReplacedAsAWhole) {
   EXPECT_EQ(textOf(file_), "after");
 }
 
-TEST_F(TheFileOfDefaults, IsNamedWhenItCannotBeChanged) {
+TEST_F(TheFileOfDefaults, IsReportedWhenItCannotBeChanged) {
   folder_.write(".cups", "no folder");
   EXPECT_THAT(failureOf([&] { editFile(file_, withX); }).what(), HasSubstr("lpoptions cannot be "));
 }

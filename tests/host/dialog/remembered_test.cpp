@@ -197,7 +197,7 @@ TEST_F(RememberedSettings, AreNotReadFromAPipe) {
   EXPECT_TRUE(recall(place, report).tabs.settings);
 }
 
-TEST_F(RememberedSettings, AreInAFolderThatOnlyTheUserCanOpenWhoseModeThenStays) {
+TEST_F(RememberedSettings, MakeAFolderThatOnlyTheUserCanOpenAndKeepTheModeOfAnExistingOne) {
   const auto folder = rememberedFile(place).parent_path();
   remember(place, reversedOnA3(), report);
   EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);

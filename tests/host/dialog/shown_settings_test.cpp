@@ -8,7 +8,7 @@ namespace tandemtrim::host {
 namespace {
 
 // The dialog reads the settings at every change, so a leak would grow.
-TEST(ShownSettingsTest, AreFreedAfterUse) {
+TEST(ShownSettings, AreFreedAfterUse) {
   gtk_init();
   Gtk::init_gtkmm_internals();
   Gtk::PrintUnixDialog dialog("Print");

@@ -81,7 +81,7 @@ TEST_F(APanelSession, ReportsWhatThePanelCorrected) {
                                           HasSubstr("0 to 20"))));
 }
 
-TEST_F(APanelSession, LetsThePanelMakeANumberOfAnyTextWhenItIsLenient) {
+TEST_F(APanelSession, LetsThePanelReadAnyTextAsANumberWhenItIsLenient) {
   lenient = true;
   play({{"Top", "12.7"}});
   EXPECT_THAT(messages, ElementsAre(HasSubstr("\"12.7\" was typed")));

@@ -182,7 +182,7 @@ TEST(TokenInOptions, IsReadFromAnUnsigned32BitNumberOnly) {
     EXPECT_EQ(tokenIn(read(none).get()), 0U) << none;
 }
 
-TEST(Results, HaveTextsAndLengthsOfTheirTypes) {
+TEST(Results, HaveTextsAsStringsAndLengthsAsDoubles) {
   const Dictionary results(
       g_variant_ref_sink(dictionaryOf({{"n-copies", std::string("1")}, {"Width", 210.0}})), g_variant_unref);
   EXPECT_EQ(std::string(Dictionary(g_variant_lookup_value(results.get(), "n-copies", G_VARIANT_TYPE_STRING),

@@ -130,7 +130,7 @@ TEST_F(RenderedPages, AreRotatedAsTheDocumentSays) {
   }
 }
 
-TEST_F(RenderedPages, AreThoseThatAreAskedFor) {
+TEST_F(RenderedPages, AreTheRequestedOnes) {
   const auto document =
       pdfOf({PdfPage{.bars = {{10, 10, 5, 5}}}, PdfPage{.width = 100, .bars = {{20, 20, 5, 5}}}});
   EXPECT_NEAR(read(document, 1).width, 210, 0.01);

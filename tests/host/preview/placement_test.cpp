@@ -79,7 +79,7 @@ TEST(APageOnItsSheet, IsFittedToThePrintableAreaWhereTheSheetIsTooSmall) {
   expectPlace(*tall, 6 + (190 - 10) / 2.0, 5, 10, 277, {1, 2, 3, 4});
 }
 
-TEST(APageOnItsSheet, IsFittedAlongWithALargerOneOfItsDocument) {
+TEST(APageOnItsSheet, IsFittedWhereAnotherPageOfItsDocumentIsTooLarge) {
   for (const auto& [longest, broadest] : {std::pair{420.0, 210.0}, {297.0, 250.0}, {304.0, 210.0}}) {
     auto page = pageOf(100, 150);
     page.longest = longest;

@@ -13,7 +13,7 @@ struct Marked {
 
 class ATitle : public testing::TestWithParam<Marked> {};
 
-TEST_P(ATitle, HasItsLetterMarkedWhereItIsReadFirst) {
+TEST_P(ATitle, HasItsAccessLetterMarkedAtTheStartOfAWordIfPossible) {
   const auto& [title, letter, shown] = GetParam();
   EXPECT_EQ(marked(title, letter), shown);
 }
@@ -23,7 +23,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Marked{"To top", U't', "_To top"}, Marked{"Top Margin", U't', "_Top Margin"},
                     Marked{"Top Margin", U'M', "Top _Margin"}, Marked{"atop the top", U't', "atop _the top"},
                     Marked{"4to 1t to", U't', "4to 1t _to"}, Marked{"Über", U'ü', "_Über"}));
-INSTANTIATE_TEST_SUITE_P(ThatHoldsItInsideWords, ATitle,
+INSTANTIATE_TEST_SUITE_P(ThatHasItInsideWords, ATitle,
                          testing::Values(Marked{"Stop", U't', "S_top"}, Marked{"At it", U't', "A_t it"}));
 INSTANTIATE_TEST_SUITE_P(ThatLacksIt, ATitle,
                          testing::Values(Marked{"Top", U'x', "Top(_X)"}, Marked{"Top:", U'x', "Top(_X):"},

@@ -106,7 +106,7 @@ TEST(ACommandLine, MayResetDefaultsAtAServer) {
   EXPECT_TRUE(parse({"--reset-defaults", "-h", "far", "-d", "Morva/draft", "--verbose"}).resetDefaults);
 }
 
-TEST(HelpAndVersion, AreShownInsteadOfWork) {
+TEST(HelpAndVersion, AreShownAndNothingElseIsDone) {
   const auto help = std::get<Information>(parseCommandLine({"--help"})).text;
   for (const char* option : {"-h SERVER ",
                              "-U USER ",
@@ -204,7 +204,7 @@ TEST(Pages, MayBeAsManyAsAUserLikes) {
   EXPECT_THAT(parse({"-P", pages}).options, testing::ElementsAre(Option{"page-ranges", pages}));
 }
 
-TEST(AServer, IsNamedAsLibcupsReadsIt) {
+TEST(AServer, MayBeNamedInEveryFormThatLibcupsReads) {
   for (const char* server : {"far", "far:631", "far:631/version=1.1", "[::1]", "[::1]:8631", "fe80::a", "::1",
                              "/run/cups/cups.sock"})
     EXPECT_EQ(parse({"-h", server}).server, server);
