@@ -13,7 +13,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// What programs call every document of theirs, each in its own language.
+// Whether the title is the one that GTK programs use for all documents, in English or the user's language.
 bool saysNothing(const std::string& title) {
   return title.empty() || title == "Print" || title == g_dgettext("gtk40", "Print") ||
          title == g_dgettext("gtk30", "Print");
@@ -26,7 +26,7 @@ std::string nameOfProgram(const std::string& application) {
   return info ? info->get_display_name() : application;
 }
 
-// What the print server's queue shows.
+// The job's name in the print server's queue.
 std::string jobName(const DialogRequest& request) {
   std::string name = request.title;
   if (saysNothing(name)) name = request.document;
@@ -80,7 +80,7 @@ class DialogOfProgram : public ApplicationDialog {
 
   const std::string name_;
   const Events events_;
-  // There was no document.
+  // Whether the program has failed to make a document, or that cannot be read.
   bool hasFailed_ = false;
   Dialog dialog_;
 };

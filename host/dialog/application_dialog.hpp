@@ -17,26 +17,26 @@
 /// What the dialog's module exports for the service that shows the dialog to other programs.
 namespace tandemtrim::host {
 
-/// Settings or a page setup in the form in which GTK hands them to other programs: lengths in millimetres.
+/// Settings or a page setup in GTK's form for other programs: lengths in millimetres.
 using Entries = std::map<std::string, std::variant<std::string, double>>;
 
-/// What another program wants of the dialog. Nothing in it becomes an option of the printer but by the
-/// dialog's tabs, which show it.
+/// Another program's request for a dialog. Its values become options of the job only by the dialog's tabs,
+/// which show them.
 struct DialogRequest {
   /// The name of the program's desktop file; empty where it is unknown.
   std::string application;
   std::string title;
   /// The program's window: "x11:" with its number in hexadecimal digits, or "wayland:" with its exported
-  /// handle. Any other text is none.
+  /// handle. Any other text means no window.
   std::string parent;
   bool isModal = true;
   /// The title of the button Print; empty is GTK's own.
   std::string acceptLabel;
-  /// The formats that the program makes for a file.
+  /// The formats in which the program can make a file.
   std::vector<FileFormat> formats;
   bool hasCurrentPage = false;
   bool hasSelection = false;
-  /// The printer to begin with, if there is one of this name.
+  /// The printer to start with, if there is one of this name.
   std::optional<std::string> printer;
   /// Copies, pages, order, paper and orientation, as a job's options.
   Options options;
@@ -55,9 +55,9 @@ struct DialogChoice {
 /// How a dialog has ended.
 enum class DialogEnd { printed, cancelled, failed };
 
-/// A print dialog for another program. Once the user has chosen how to print, the dialog is hidden with all
-/// that is set in it, until the program has laid its document out. A document that cannot be printed brings
-/// it back: the user can correct the settings and print again, or save the document.
+/// A print dialog for another program. Once the user has chosen how to print, the dialog is hidden and keeps
+/// its settings, until the program has laid its document out. If the document cannot be printed, the dialog
+/// is shown again: the user can correct the settings and print again, or save the document.
 class ApplicationDialog {
  public:
   struct Events {
@@ -73,17 +73,17 @@ class ApplicationDialog {
   virtual ~ApplicationDialog() = default;
 
   virtual void show() = 0;
-  /// Once the user has chosen.
+  /// What the user chose; to be called only after that.
   [[nodiscard]] virtual DialogChoice choice() = 0;
-  /// Prints this document as the user chose, or saves it to the chosen file. Nothing more is asked unless
-  /// that fails.
+  /// Prints this document as the user chose, or saves it to the chosen file. Asks nothing more unless that
+  /// fails.
   virtual void print(FileDescriptor document) = 0;
-  /// Shows the dialog again with all that was set, for the user to print this document, or not.
+  /// Shows the dialog again with all its settings, for the user to print this document or to cancel.
   virtual void offer(FileDescriptor document) = 0;
-  /// Tells the user why there is no document, then ends.
+  /// Shows the user why there is no document, then ends.
   virtual void fail(const Failure& failure) = 0;
-  /// The program does not wait any longer. The dialog ends without an event, unless the user has told it to
-  /// print a document: then false, and it goes on by itself until its end.
+  /// Called when the program no longer waits. True when the dialog may be destroyed, which causes no event;
+  /// false when the user has started to print a document: then the dialog continues until `onEnd`.
   [[nodiscard]] virtual bool leave() = 0;
 };
 
@@ -99,8 +99,8 @@ struct OpenedDialog {
   std::optional<Failure> failure;
 };
 
-/// openDialog() with C linkage, in the dialog's module. To be called under the same condition as ShowDialog,
-/// from the thread of the main loop.
+/// openDialog() with C linkage, in the dialog's module. To be called once GTK is started, as ShowDialog, on
+/// the thread of the main loop.
 using OpenDialog = void (*)(const DialogRequest& request, FileDescriptor document, const Report& report,
                             ApplicationDialog::Events events, OpenedDialog& opened) noexcept;
 inline constexpr const char* kOpenFunction = "tandemTrimOpenDialog";

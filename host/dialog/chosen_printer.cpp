@@ -80,7 +80,7 @@ std::string ChosenPrinter::destinationOf(const std::string& printer) const {
   return first_.starts_with(printer + '/') ? first_ : printer;
 }
 
-// GTK makes the rows of the printer from the settings that it has then.
+// GTK fills the printer's rows from the settings that it has at this moment.
 void ChosenPrinter::onChoice(const std::string& printer) {
   if (liveIn(window_.state()).followsPrinter) changeTabs(printer);
 }
@@ -123,7 +123,7 @@ void ChosenPrinter::follow() {
   window_.giveUpPrint();
   current_ = {printer, {}, {}, {}, {}, {}};
   window_.enter(DialogState::ready);
-  // A file gets the document as it is.
+  // A file gets the document unchanged.
   enablePageSetup(window_.dialog(), selection_.isPrinter());
   if (!selection_.isPrinter()) return panel_.hide();
   window_.enter(DialogState::reading);
@@ -143,7 +143,8 @@ void ChosenPrinter::onDetails(Outcome outcome) {
   if (liveIn(window_.state()).followsPrinter) becomeReady();
 }
 
-// What is saved and remembered for the printer, and what the command line asks for.
+// Starts from the settings that are saved and remembered for the printer, and from the command line's
+// options.
 void ChosenPrinter::startFromKept() {
   const auto asked = asSpelled(current_.ppd.get(), line_.options);
   const bool isFirst = first_.empty();
@@ -161,7 +162,7 @@ void ChosenPrinter::startFromKept() {
     tabs_.show(tabs.settings);
   }
   showPageSetup(window_.dialog(), *tabs.setup);
-  // GTK prefers what the user saved to the settings that were left.
+  // GTK prefers the user's saved options to the settings that the tabs had before.
   const auto left = rowsShowing(tabs, presets_.options(asked));
   if (!presets_.showPages(asked) && !left.empty())
     static_cast<void>(tabs_.showOptions(left, current_.ppd.get()));
@@ -184,7 +185,7 @@ void ChosenPrinter::becomeReady() {
   if (printWaits) events_.onReadyToPrint();
 }
 
-// The first printer that is known is the one that the command line and the last job are about.
+// The command line's options and the last job's settings apply to the first printer that is known.
 void ChosenPrinter::selectFirst(const Options& asked) {
   auto* const ppd = current_.ppd.get();
   auto tabs = remembered_.tabs;
@@ -225,12 +226,12 @@ void ChosenPrinter::openPanel() {
   hideRows();
 }
 
-// GTK's rows for what the panel shows; without a panel these options are not sent at all.
+// Hides GTK's rows for the panel's options; without a panel these options are not sent at all.
 void ChosenPrinter::hideRows() {
   if (current_.ppd) tabs_.hideRows(*current_.ppd, panel_.keywords());
 }
 
-// The user is to see the notice before anything is printed.
+// A press of Print is given up, so that the user sees the notice before anything is printed.
 void ChosenPrinter::onPanelFailure(const Failure& failure) {
   report_(failure.fact().english());
   window_.showNotice(localized(kUnavailableText) + '\n' + failureText(failure), [this] {
@@ -270,7 +271,7 @@ std::vector<IllegalValue> ChosenPrinter::showOnPages(const Options& options) {
   return illegal;
 }
 
-// What is wrong in the tabs is told when the job is to be printed.
+// A mistake in the tabs is reported when the job is printed.
 std::optional<Options> ChosenPrinter::otherOptionsOrNone() {
   try {
     return selection_.isPrinter() ? otherOptions() : Options{};

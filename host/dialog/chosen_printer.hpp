@@ -25,23 +25,24 @@ class ChosenPrinter : public sigc::trackable {
   struct Events {
     /// The printer is ready, and Print was pressed before it was.
     std::function<void()> onReadyToPrint;
-    /// The user asks for help, which is this text.
+    /// The user wants help, which is this text.
     std::function<void(const std::string&)> onHelp;
-    /// The document, opened once more; not open where there is none with pages.
+    /// Opens the document again; the result is not open where there is no document with pages.
     std::function<FileDescriptor()> openDocument;
   };
 
-  /// `suggested` are settings that the tabs begin with, beside those of the command line.
+  /// `suggested` are settings that the tabs start with, in addition to those of the command line; may be
+  /// null.
   ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSettings> suggested, const Report& report,
                 const AskForLogin& ask, DialogWindow& window, Events events);
   ChosenPrinter(const ChosenPrinter&) = delete;
   ChosenPrinter& operator=(const ChosenPrinter&) = delete;
   ~ChosenPrinter() = default;
 
-  /// Starts with the printer that the command line names, or with the user's default one, also where the
-  /// printer is only suggested and does not exist.
+  /// Starts with the printer that the command line names, else with the user's default one. With `suggested`,
+  /// a printer that does not exist also means the default one.
   void start();
-  /// Changes over to the printer that is selected now.
+  /// Changes to the printer that is selected now.
   void follow();
   [[nodiscard]] const PrinterSelection& selection() const { return selection_; }
   /// The printer's panel, which may be closed.
@@ -50,12 +51,12 @@ class ChosenPrinter : public sigc::trackable {
   [[nodiscard]] PrintRequest makeRequest();
   /// What the tabs show.
   [[nodiscard]] TabSettings tabs() { return tabs_.settings(); }
-  /// Failure for pages that are none.
+  /// Failure for page ranges that cannot be understood.
   void refuseWrongPages() { tabs_.refuseWrongPages(); }
 
  private:
-  // What jobs for the printer are addressed to: the instance that the dialog started with, where it is one of
-  // this printer.
+  // The destination of jobs for the printer: the instance that the dialog started with, if it is one of this
+  // printer, else the printer itself.
   [[nodiscard]] std::string destinationOf(const std::string& printer) const;
   using Outcome = host::Outcome<std::shared_ptr<PrinterDetails>>;
 
@@ -74,17 +75,17 @@ class ChosenPrinter : public sigc::trackable {
   void openPanel();
   void onPanelFailure(const Failure& failure);
   void hideRows();
-  // The options that are saved, asked for and chosen with a preset.
+  // The options that are saved, those of the command line, and those of the chosen preset.
   [[nodiscard]] Options optionsBesideTabs();
-  // All that the other pages show, but what is of the one document. Failure when it is incomplete.
+  // All options of the other pages, except those that concern a single job. Failure when they are incomplete.
   [[nodiscard]] Options optionsOfPages();
-  // Gives those that the printer does not allow, which are not shown.
+  // Shows the options on the pages; returns those that the printer does not allow, which are not shown.
   std::vector<IllegalValue> showOnPages(const Options& options);
-  // What the job asks for beside the panel's options. Failure when the tabs' settings are incomplete.
+  // The job's options except the panel's. Failure when the tabs' settings are incomplete.
   [[nodiscard]] Options otherOptions();
-  // The same, but none in place of a failure.
+  // The same, but none instead of a Failure.
   [[nodiscard]] std::optional<Options> otherOptionsOrNone();
-  // The same with what the server adds to it.
+  // The same with the server's defaults added.
   [[nodiscard]] std::optional<Options> optionsOfServer();
 
   CommandLine line_;
@@ -92,7 +93,7 @@ class ChosenPrinter : public sigc::trackable {
   const Report report_;
   DialogWindow& window_;
   const Events events_;
-  // Without a PPD and saved options while they are read.
+  // Without a PPD and saved options while they are being read.
   PrinterDetails current_;
   // The destination that the dialog started with, which may be an instance; empty until one is known.
   std::string first_;

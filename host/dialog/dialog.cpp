@@ -22,12 +22,12 @@ namespace {
 
 constexpr int kCorrect = 1;
 constexpr int kPrintAsItIs = 2;
-// How long a job is sent without a word.
+// How long a job is sent before a hidden dialog is shown.
 constexpr unsigned kQuietSeconds = 2;
 
 bool isToBeLaidOut(const DialogStart& start) { return start.documents.empty(); }
 
-// A file holds one document.
+// A file can contain only one document.
 std::vector<FileFormat> formatsOf(const DialogStart& start) {
   if (isToBeLaidOut(start)) return start.request->formats;
   if (start.documents.size() > 1) return {};
@@ -36,7 +36,7 @@ std::vector<FileFormat> formatsOf(const DialogStart& start) {
 
 Glib::RefPtr<Gtk::PrintSettings> suggestionsOf(const DialogRequest& request) {
   auto settings = Gtk::PrintSettings::create();
-  // Else files go to the folder in which the service happens to run.
+  // Otherwise files go to the service's working folder.
   const char* const documents = g_get_user_special_dir(G_USER_DIRECTORY_DOCUMENTS);
   settings->set(GTK_PRINT_SETTINGS_OUTPUT_DIR, documents == nullptr ? g_get_home_dir() : documents);
   if (request.scale) settings->set_scale(*request.scale);
@@ -100,7 +100,7 @@ Dialog::Dialog(DialogStart start, const Report& report, Events events)
   window_.dialog().signal_response().connect(sigc::mem_fun(*this, &Dialog::onResponse));
 }
 
-// Else GTK's notebook passes the focus to a page of a destroyed window.
+// Otherwise GTK's notebook passes the focus to a page of a destroyed window.
 Dialog::~Dialog() { window_.dialog().unset_focus(); }
 
 void Dialog::show() {
@@ -163,7 +163,7 @@ void Dialog::interrupt(int signal) {
   onResponse(Gtk::ResponseType::CANCEL);
 }
 
-// A job that is being sent is cancelled, which may take as long as its server.
+// A job that is being sent is cancelled, which may take as long as the server's answer.
 void Dialog::onResponse(int response) {
   if (response == Gtk::ResponseType::OK) return print(false);
   if (liveIn(window_.state()).content) return end();
@@ -189,7 +189,7 @@ void Dialog::print(bool withProblems) {
   tryTo(go);
 }
 
-// A conflict is asked about once, and has nothing that could be corrected for the user.
+// A conflict is asked about once; the dialog cannot correct it for the user.
 void Dialog::askAboutProblems(const std::vector<IllegalValue>& values,
                               const std::vector<Conflict>& conflicts) {
   std::vector<Questions::Answer> answers{{localized(kCancelText), Gtk::ResponseType::CANCEL},
@@ -204,7 +204,7 @@ void Dialog::askAboutProblems(const std::vector<IllegalValue>& values,
                  });
 }
 
-// What is wrong in the tabs is told before the program lays the document out.
+// Reports mistakes in the tabs before the program lays the document out.
 void Dialog::choose() {
   const auto& selection = printer_.selection();
   if (selection.isPrinter()) {
@@ -261,8 +261,8 @@ PrintRequest Dialog::makeRequest() {
   return request;
 }
 
-// The dialog is hidden where a program has just brought its document. What takes long can be seen and
-// cancelled.
+// The dialog is hidden when a program has just sent its document. If sending takes long, the dialog is shown,
+// so that the user can cancel.
 void Dialog::enterSending() {
   isTold_ = true;
   window_.enter(DialogState::sending);
@@ -281,7 +281,7 @@ void Dialog::send() {
   sender_.send(request, [this](const auto& outcome) { onSent(outcome); });
 }
 
-// The panel's settings are the printer's, which a file has none of.
+// The panel's settings belong to a printer and do not apply to a file.
 void Dialog::save() {
   const auto settings = printer_.tabs().settings;
   refusePartInFile(*settings, laidOut_);
@@ -309,14 +309,14 @@ void Dialog::onSent(const Outcome<SendResult>& outcome) {
   if (outcome.result) printed_ = outcome.result->job;
   if (isCancelled) {
     failure_ = outcome.failure;
-    // The login was given up along with the job, which then does not exist.
+    // The login was cancelled along with the job, which then does not exist.
     if (failure_ && failure_->trouble() == Trouble::unauthorized)
       failure_ = Failure(Trouble::cancelled, failure_->fact());
     return end();
   }
   if (outcome.failure) {
     tell(failureText(*outcome.failure));
-    // GTK may have selected another printer meanwhile.
+    // GTK may have selected another printer in the meantime.
     return printer_.follow();
   }
   const auto& problems = outcome.result->problems;

@@ -25,9 +25,9 @@ namespace tandemtrim::host {
 /// What a dialog starts from.
 struct DialogStart {
   CommandLine line;
-  /// None as long as another program waits to hear how to lay its document out.
+  /// Empty while another program waits for the user's choice to lay its document out.
   std::vector<Document> documents;
-  /// Of another program; null for this one.
+  /// Another program's request; null for this program.
   const DialogRequest* request = nullptr;
 };
 
@@ -38,7 +38,7 @@ class Dialog : public sigc::trackable {
   struct Events {
     /// The user has chosen how to print; the dialog is hidden and waits for the document.
     std::function<void()> onChosen = [] {};
-    /// The user has printed or cancelled; the dialog is hidden. It is not to be destroyed in here.
+    /// The user has printed or cancelled; the dialog is hidden. It must not be destroyed in here.
     std::function<void()> onEnd = [] {};
   };
 
@@ -47,7 +47,7 @@ class Dialog : public sigc::trackable {
   Dialog& operator=(const Dialog&) = delete;
   ~Dialog();
 
-  /// Shows the dialog, which goes on by the main loop.
+  /// Shows the dialog, which then runs on the main loop.
   void show();
   /// Shows the dialog until the user prints or cancels. Failure when a cancelled job may still be printed,
   /// and when a signal ends the dialog.
@@ -59,7 +59,7 @@ class Dialog : public sigc::trackable {
   void take(Document document, bool isToBePrinted);
   /// Shows why there is no document, then ends.
   void fail(const Failure& failure);
-  /// Whether the user has told the dialog to print a document.
+  /// Whether the user has started to print a document.
   [[nodiscard]] bool isTold() const { return isTold_; }
   [[nodiscard]] const Printed& printed() const { return printed_; }
 
@@ -70,9 +70,9 @@ class Dialog : public sigc::trackable {
   void onResponse(int response);
   void print(bool withProblems);
   void askAboutProblems(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
-  // Runs it and shows the failure that it raises.
+  // Runs `act` and shows its Failure.
   void tryTo(const std::function<void()>& act);
-  // Shows the dialog with a message before it.
+  // Shows the dialog with a message in front of it.
   void tell(
       const std::string& message, const std::function<void()>& then = [] {});
   void choose();
@@ -84,23 +84,23 @@ class Dialog : public sigc::trackable {
   void showIfSending();
   void onSaved(const Outcome<SavedFile>& outcome);
   void onSent(const Outcome<SendResult>& outcome);
-  // Has the desktop tell what became of the job, if the user wants that.
+  // Starts the desktop's notification about the job, if the user wants one, and keeps that choice.
   void notify();
   void end();
 
   const Events events_;
   const Report report_;
   const std::optional<std::string> server_;
-  // Those that a file can have.
+  // The formats in which a file can be saved.
   const std::vector<FileFormat> formats_;
   DialogWindow window_;
   Questions questions_;
   LoginWindow login_;
   Sender sender_;
   ChosenPrinter printer_;
-  // As the dialog began.
+  // The choice of notification when the dialog started.
   const bool notified_;
-  // Of run().
+  // The loop of run(); null otherwise.
   Glib::RefPtr<Glib::MainLoop> loop_;
   // How a program lays the document out, and for which printer.
   LaidOut laidOut_ = LaidOut::nothing;
@@ -108,9 +108,9 @@ class Dialog : public sigc::trackable {
   std::string laidOutFor_;
   bool isTold_ = false;
   Printed printed_;
-  // Of a job that was cancelled.
+  // The failure of a job that was cancelled.
   std::optional<Failure> failure_;
-  // The one that ends the dialog; 0 while there is none.
+  // The signal that ends the dialog; 0 while there is none.
   int signal_ = 0;
 };
 

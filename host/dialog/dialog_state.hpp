@@ -23,7 +23,7 @@ enum class DialogState {
   cancelling
 };
 
-/// What the dialog does in a state.
+/// What is possible in a state.
 struct Live {
   /// Whether Print can be pressed, unless GTK forbids it for the printer.
   bool print;

@@ -25,7 +25,7 @@ Glib::ustring knownBackends() {
   return backends;
 }
 
-// GTK finds printers, and the file to print to, by backends that it loads with each dialog.
+// GTK finds printers, and offers printing to a file, by backends that it loads with each dialog.
 void setBackends(bool withFiles) {
   static const auto known = knownBackends();
   std::string backends;
@@ -40,7 +40,7 @@ Glib::ustring titleOnceBackendsAreSet(const std::vector<FileFormat>& fileFormats
   return g_dgettext("gtk40", "Print");
 }
 
-// GTK offers only the formats that the program says it can make, and SVG, too, where it says nothing.
+// GTK offers only the formats that the program declares, and all with SVG when it declares none.
 Gtk::PrintCapabilities capabilitiesFor(const std::vector<FileFormat>& fileFormats, bool canScale) {
   auto capabilities = Gtk::PrintCapabilities::PAGE_SET;
   if (canScale) capabilities |= Gtk::PrintCapabilities::SCALE;
@@ -62,7 +62,7 @@ DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats, bool canS
       progressText_(*Gtk::make_managed<Gtk::Label>()),
       progressBar_(*Gtk::make_managed<Gtk::ProgressBar>()) {
   dialog_.set_transient_for(parent_);
-  // Escape and the window's own button close it; its tabs are still in use then.
+  // Escape and the window's close button only hide it, since its tabs are still in use then.
   dialog_.set_hide_on_close();
   dialog_.set_manual_capabilities(capabilitiesFor(fileFormats, canScale));
   group_->add_window(dialog_);
@@ -87,7 +87,7 @@ DialogWindow::DialogWindow(const std::vector<FileFormat>& fileFormats, bool canS
 
 DialogWindow::~DialogWindow() { g_clear_weak_pointer(&focused_); }
 
-// GTK's own button has the letter of Cancel.
+// The button has an icon, since GTK's own button Cancel has the access key of that title.
 void DialogWindow::makeProgress() {
   auto& column = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, kProgressSpacing);
   column.set_hexpand();
@@ -146,14 +146,14 @@ void DialogWindow::giveUpPrint() {
   if (printer != nullptr && gtk_printer_is_accepting_jobs(printer) == FALSE) setPrintLive(false);
 }
 
-// GTK makes Print live with every news of its printer, in any state of the dialog. In a header bar a button
-// that was grey is no longer the default one.
+// GTK enables Print at every change of its printer, in any state of the dialog. In a header bar a button that
+// was disabled is no longer the default one.
 void DialogWindow::onPrintLive() {
   dialog_.set_default_response(Gtk::ResponseType::OK);
   if (!liveIn(state_).print) setPrintLive(false);
 }
 
-// GTK leaves the focus, and a blinking cursor, in an entry that is greyed. Without a focus no key acts, so
+// GTK leaves the focus, and a blinking cursor, in a disabled entry. Without a focus no key has an effect, so
 // that a second Enter does not cancel the job.
 void DialogWindow::setContentLive(bool isLive) {
   if (!isLive) {

@@ -18,12 +18,11 @@
 
 namespace tandemtrim::host {
 
-/// The window of GTK's print dialog in its state, with two rows below its tabs: a notice, and how much of a
-/// job is sent, with a button that cancels it.
+/// The window of GTK's print dialog and its state, with two rows below the tabs: a notice, and a job's
+/// progress with a button that cancels the job.
 class DialogWindow : public sigc::trackable {
  public:
-  /// Offers to print to a file in these formats, or not at all; and to scale the document, where somebody
-  /// can.
+  /// Offers to print to a file in these formats, if any, and to scale the document if `canScale`.
   DialogWindow(const std::vector<FileFormat>& fileFormats, bool canScale);
   DialogWindow(const DialogWindow&) = delete;
   DialogWindow& operator=(const DialogWindow&) = delete;
@@ -35,16 +34,16 @@ class DialogWindow : public sigc::trackable {
   void hide() { dialog_.set_visible(false); }
 
   [[nodiscard]] DialogState state() const { return state_; }
-  /// Enters the state and makes live what is live in it.
+  /// Enters the state and enables what is possible in it.
   void enter(DialogState state);
-  /// Enters the state, where a press of Print goes on waiting.
+  /// Enters the state; a press of Print that waits continues to wait.
   void proceed(DialogState state);
   /// Gives up a press of Print that waits.
   void giveUpPrint();
   /// Shows the text beside a button that runs `tryAgain`.
   void showNotice(const std::string& text, std::function<void()> tryAgain);
   void hideNotice() { notice_.set_visible(false); }
-  /// Shows the text with this share of the bar filled; none where it is not known.
+  /// Shows the text with this share of the bar filled; none when it is not known.
   void showProgress(const std::string& text, std::optional<double> share);
 
  private:
@@ -54,7 +53,7 @@ class DialogWindow : public sigc::trackable {
   void setContentLive(bool isLive);
   void onPrintLive();
 
-  // Never shown. GTK complains of a dialog without a parent.
+  // Never shown. GTK complains about a dialog without a parent.
   Gtk::Window parent_;
   Gtk::PrintUnixDialog dialog_;
   // Its questions block no other dialog.
@@ -66,7 +65,7 @@ class DialogWindow : public sigc::trackable {
   Gtk::Label& progressText_;
   Gtk::ProgressBar& progressBar_;
   DialogState state_ = DialogState::starting;
-  // Where the focus was when the content was made dead.
+  // Where the focus was when the content was disabled.
   GtkWidget* focused_ = nullptr;
 };
 

@@ -23,7 +23,7 @@ namespace {
 
 // Started from a desktop, the program has no terminal that could show why there is no dialog.
 void showFailure(const Failure& failure) {
-  // Never shown. GTK complains of a dialog without a parent.
+  // Never shown. GTK complains about a dialog without a parent.
   Gtk::Window parent;
   Gtk::MessageDialog window(parent, failureText(failure), false, Gtk::MessageType::ERROR,
                             Gtk::ButtonsType::NONE);
@@ -37,9 +37,9 @@ void showFailure(const Failure& failure) {
 
 // Prepares this module's part of the toolkit.
 void start(const Report& report) {
-  // Else each thread that reads a printer's details has a heap of its own, which keeps what is freed later.
-  // While GTK started, the threads that read fonts and libraries needed theirs: on one heap they wait for
-  // each other.
+  // Otherwise each thread that reads a printer's details has a separate heap, which keeps freed memory. Not
+  // set earlier, because the threads that read fonts and libraries while GTK starts would wait for each other
+  // on one heap.
   mallopt(M_ARENA_MAX, 1);
   // Libraries must not be unloaded under work that still runs in the background.
   on_exit(
@@ -49,7 +49,7 @@ void start(const Report& report) {
       },
       nullptr);
   Gtk::init_gtkmm_internals();
-  // A failure in a callback of the toolkit is reported, and the dialog goes on.
+  // A failure in a callback of the toolkit is reported, and the dialog continues.
   Glib::add_exception_handler([report] {
     try {
       throw;
@@ -64,7 +64,7 @@ void startOnce(const Report& report) {
   static_cast<void>(isStarted);
 }
 
-// The failure that this raises.
+// Runs `act` and returns its failure, or none.
 std::optional<Failure> failureOf(const std::function<void()>& act) {
   try {
     act();

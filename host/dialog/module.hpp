@@ -9,7 +9,7 @@
 
 namespace tandemtrim::host {
 
-/// What the user did in a dialog: nothing, or sent this job, or saved this file.
+/// The outcome of a dialog: nothing, a sent job or a saved file.
 using Printed = std::variant<std::monostate, SentJob, SavedFile>;
 
 /// The result of a dialog, or why it failed.
@@ -21,8 +21,8 @@ struct DialogResult {
 /// What the dialog's modules export with C linkage; they may only be called in a program of the same build.
 ///
 /// The first module is linked with GTK alone. kStartFunction starts GTK, for the printers of this server
-/// (null is the user's own); false without a screen. Afterwards kPrepareFunction reads what GTK's first
-/// widget needs, which takes as long as the second module takes to be loaded.
+/// (null is the user's default); false without a screen. Then kPrepareFunction reads what GTK's first widget
+/// needs, while the second module is being loaded.
 using StartToolkit = bool (*)(const char* server) noexcept;
 inline constexpr const char* kStartFunction = "tandemTrimStartToolkit";
 using PrepareToolkit = void (*)() noexcept;

@@ -20,7 +20,7 @@ constexpr std::array<std::pair<const char*, const char*>, 6> kQueueDefaults{{{"c
                                                                              {"OutputOrder", "Normal"},
                                                                              {"page-set", "all"}}};
 
-// Whether the server gives the job this very option without being asked.
+// Whether the server uses this value for a job without the option.
 bool isQueueDefault(const Option& option, const Printer& printer) {
   return std::ranges::any_of(kQueueDefaults, [&](const auto& standard) {
     if (!isSameKeyword(option.keyword, standard.first) || option.value != standard.second) return false;
@@ -41,7 +41,7 @@ std::optional<Failure> useForAllJobs(const Options& options, const Connection& c
   }
 }
 
-// Whether the failure is that of a job which the server has whole.
+// Whether the server has the whole job in spite of this failure.
 bool isSent(const Failure& failure) {
   return failure.trouble() == Trouble::unconfirmedSettings || failure.trouble() == Trouble::lostSettings;
 }

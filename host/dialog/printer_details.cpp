@@ -14,7 +14,7 @@ std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& se
   const Connection connection(server);
   auto printer = findPrinter(connection, name);
   auto ppd = queuePpd(connection, printer);
-  // GTK's rows have the titles that the PPD gives in the user's language.
+  // GTK's rows have the PPD's titles in the user's language, too.
   if (ppd) ppdLocalize(ppd.get());
   auto saved = asSpelled(ppd.get(), std::move(printer.saved));
   const char* const instance = printer.destination->instance;

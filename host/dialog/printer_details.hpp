@@ -14,7 +14,7 @@ namespace tandemtrim::host {
 /// What the dialog knows of a printer.
 struct PrinterDetails {
   std::string name;
-  /// The name, with "/instance" behind it where the user keeps several.
+  /// The name, which "/instance" may follow.
   std::string destination;
   /// Null for a printer without one. Its texts are in the user's language.
   PpdHandle ppd;
@@ -22,7 +22,7 @@ struct PrinterDetails {
   Options saved;
   /// The queue's defaults for options that CUPS does not know.
   Options queueDefaults;
-  /// All that the server gives a job without these options.
+  /// Every default that the server uses for a job without the option.
   Options serverDefaults;
 };
 
@@ -31,12 +31,12 @@ class DetailsReader {
  public:
   using Done = std::function<void(Outcome<std::shared_ptr<PrinterDetails>>)>;
 
-  /// No server is the one that libcups would choose; one that wants a login gets it from `ask`.
+  /// No server means libcups's default one. `ask` answers a server that requires a login.
   DetailsReader(std::optional<std::string> server, AskForLogin ask)
       : server_(std::move(server)), ask_(std::move(ask)) {}
 
-  /// Reads the details of the printer ("name" or "name/instance"), or of the default one, and calls `done`. A
-  /// reading that is under way is dropped.
+  /// Drops a reading that is under way. Reads the details of the printer ("name" or "name/instance"), or of
+  /// the default one, and calls `done`.
   void read(const std::optional<std::string>& printer, Done done);
   /// Drops the reading that is under way.
   void drop() { reading_.reset(); }
@@ -44,7 +44,7 @@ class DetailsReader {
  private:
   std::optional<std::string> server_;
   AskForLogin ask_;
-  // Another one for each reading.
+  // A new object for each reading.
   std::shared_ptr<void> reading_;
 };
 

@@ -45,7 +45,7 @@ Progress Sender::makeProgress() const {
           alive = std::weak_ptr<void>(alive_)](auto job, const std::string& name, auto sent, auto size) {
     if (const char* const reason = *cancelled)
       throw Failure(Trouble::cancelled, Fact(reason, "cancelled"_fact, {}));
-    // A document goes faster than the dialog can show of it.
+    // Documents are sent faster than the dialog can show it.
     if (underWay->exchange(true)) return;
     inForeground([show, alive, underWay, text = progressText(shownName(job, name), sent, size, localized),
                   share = shareOf(sent, size)] {

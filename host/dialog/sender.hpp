@@ -16,29 +16,29 @@
 namespace tandemtrim::host {
 
 /// Sends documents in the background, one job at a time, and remembers the settings of a job that was sent;
-/// or saves one to a file.
+/// or saves a document to a file.
 class Sender {
  public:
   using Done = std::function<void(const Outcome<SendResult>&)>;
 
-  /// A line on how much of a document is sent, and its share of the whole; none where that is not known.
+  /// Shows a line on how much of a document is sent, and the share that is sent; none when it is not known.
   using ShowProgress = std::function<void(const std::string&, std::optional<double>)>;
 
-  /// Without documents until there is one. A server that wants a login gets it from `ask`.
+  /// `documents` may be empty until take() is called. `ask` answers a server that requires a login.
   Sender(std::vector<Document> documents, Report report, AskForLogin ask, ShowProgress showProgress);
 
   [[nodiscard]] bool hasDocument() const { return !documents_->empty(); }
-  /// The document, the only one, opened once more to look at its pages; not open where it has none that can
-  /// be looked at.
+  /// Opens the only document again to show its pages; the result is not open when there are several
+  /// documents, or it is not a PDF file.
   [[nodiscard]] FileDescriptor openPages() const;
   /// Sends or saves this document from now on.
   void take(Document document);
   /// `done` gets the result or the failure. Failures are reported, too, unless the job was cancelled.
   void send(const PrintRequest& request, Done done);
-  /// The same for saving the document, the only one.
+  /// The same for saving the only document.
   void save(const FileTarget& target, std::function<void(const Outcome<SavedFile>&)> done);
-  /// Cancels the job that is being sent, for this reason; `done` is called when the server has answered, even
-  /// so.
+  /// Cancels the job that is being sent, for this reason; `done` is still called when the server has
+  /// answered.
   void cancel(const char* reason) { *cancelled_ = reason; }
 
  private:

@@ -9,7 +9,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// What is handed over goes by a lock of its own, since ThreadSanitizer does not see those within GLib.
+// A separate lock, since ThreadSanitizer does not see those within GLib.
 std::mutex foregroundLock;
 std::deque<std::function<void()>> foregroundActs;
 

@@ -23,13 +23,13 @@ struct Outcome {
 /// How many threads are at work.
 inline std::atomic<int> underWay = 0;
 
-/// Gives no login.
+/// Answers without a login.
 inline std::optional<Login> nobodyToAsk(const LoginQuestion& /*question*/) { return std::nullopt; }
 
-/// Runs `act` on the main loop once there is nothing to draw, from any thread.
+/// Runs `act` on the main loop once there is nothing to draw. May be called from any thread.
 void inForeground(std::function<void()> act);
 
-/// The outcome of the work: its result, or the failure that it raised.
+/// Runs the work; returns its result or its failure.
 template <class Result>
 Outcome<Result> outcomeOf(const std::function<Result()>& work) {
   try {
@@ -41,10 +41,10 @@ Outcome<Result> outcomeOf(const std::function<Result()>& work) {
   }
 }
 
-/// Runs `work` on a thread of its own, then `done` with the outcome on the main loop, so that a silent print
-/// server never blocks the dialog; a server's question for a login goes to `ask`. `done` does not run once
-/// `listener` is gone. A thread that cannot be started is a failure, too. Nothing waits for the work when the
-/// program ends.
+/// Runs `work` on a separate thread, then `done` with the outcome on the main loop, so that a silent print
+/// server never blocks the dialog. `ask` answers a server that requires a login. `done` is not called once
+/// `listener` is gone. A thread that cannot be started is a failure, too. The program does not wait for the
+/// work when it ends.
 template <class Result>
 void inBackground(std::weak_ptr<void> listener, std::function<Result()> work,
                   std::function<void(Outcome<Result>)> done, AskForLogin ask = nobodyToAsk) {

@@ -43,7 +43,7 @@ AskForLogin LoginWindow::ask() {
   };
 }
 
-// On a thread, so that `window` may be gone.
+// Runs on another thread, where `window` may be gone already.
 std::optional<Login> LoginWindow::waitForAnswer(LoginWindow* window, const std::weak_ptr<void>& alive,
                                                 const LoginQuestion& question) {
   auto answer = std::make_shared<Answer>();

@@ -8,8 +8,8 @@
 
 namespace tandemtrim::host {
 
-/// Asks the user for a user name and a password before a window, while a thread waits for them. Neither is
-/// kept.
+/// Asks the user for a user name and a password in front of a window, while a thread waits for them. Neither
+/// is stored.
 class LoginWindow {
  public:
   explicit LoginWindow(Gtk::Window& parent) : parent_(parent) {}
@@ -17,9 +17,10 @@ class LoginWindow {
   LoginWindow& operator=(const LoginWindow&) = delete;
   ~LoginWindow() { giveUp(); }
 
-  /// Asks from a thread, which waits for the answer; nobody answers once this object is gone.
+  /// Returns a function by which a thread asks and waits for the answer; it returns none once this object is
+  /// gone.
   [[nodiscard]] AskForLogin ask();
-  /// Gives up the question that is asked, if there is one, as Cancel does.
+  /// Cancels the question that is being asked, if any.
   void giveUp();
 
  private:
@@ -32,9 +33,9 @@ class LoginWindow {
 
   Gtk::Window& parent_;
   std::unique_ptr<Gtk::Dialog> window_;
-  // Of the thread that waits; null while none does.
+  // For the thread that waits; null while none does.
   std::shared_ptr<Answer> answer_;
-  // Ends questions that wait for the main loop along with this object.
+  // Questions that still wait for the main loop end together with this object.
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);
 };
 

@@ -66,7 +66,7 @@ void NameWindow::ask(const Answer& begin, bool asksForPages, std::function<void(
     window_->set_visible(false);
     if (response != Gtk::ResponseType::OK) return;
     const Answer given{withoutBlanksAround(entry.get_text()), pages.get_active()};
-    // It may ask again, so it runs when the toolkit is done with this window.
+    // `then` may ask again, so it runs when the toolkit is done with this window.
     Glib::signal_idle().connect_once([alive = std::weak_ptr<void>(alive_), then, given] {
       if (!alive.expired()) then(given);
     });

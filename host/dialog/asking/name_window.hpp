@@ -8,26 +8,26 @@
 
 namespace tandemtrim::host {
 
-/// A window before another one that asks for the name of a preset.
+/// A window in front of another one that asks for the name of a preset.
 class NameWindow {
  public:
   explicit NameWindow(Gtk::Window& parent) : parent_(parent) {}
 
   struct Answer {
-    /// One that a preset can have.
+    /// A name that a preset can have.
     std::string name;
-    /// Whether the preset is to have the settings of the dialog's other pages, too.
+    /// Whether the preset also gets the settings of the dialog's other pages.
     bool withPages = false;
   };
 
-  /// Asks, beginning with this answer, for the name, and for the other pages where `asksForPages`. `then`
-  /// does not run where the user cancels.
+  /// Asks for the name and, if `asksForPages`, for `withPages`; `begin` is shown at first. `then` is not
+  /// called when the user cancels.
   void ask(const Answer& begin, bool asksForPages, std::function<void(const Answer&)> then);
 
  private:
   Gtk::Window& parent_;
   std::unique_ptr<Gtk::Dialog> window_;
-  // Ends what waits for an answer along with this object.
+  // A question that waits for its answer ends together with this object.
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);
 };
 

@@ -12,11 +12,11 @@
 namespace tandemtrim::host {
 namespace {
 
-// Whatever a message says, its window fits on a small screen.
+// Limits by which the window of any message fits on a small screen.
 constexpr int kMostHeight = 260;
 constexpr int kMostCharacters = 60;
 constexpr int kMostHeadingLines = 5;
-// In bytes; all of a longer one is repeated below.
+// In bytes; a longer heading is repeated in full below.
 constexpr std::size_t kLongestHeading = 200;
 
 Questions::Message messageOf(const Glib::ustring& text) {
@@ -37,7 +37,7 @@ void boundHeading(Gtk::MessageDialog& question) {
   heading->set_ellipsize(Pango::EllipsizeMode::END);
 }
 
-// The toolkit gives its window no name.
+// The toolkit gives its window no name for screen readers.
 void nameForReader(Gtk::MessageDialog& question, const Questions::Message& message) {
   std::string description;
   for (const auto& sentence : message.sentences) description += (description.empty() ? "" : "\n") + sentence;

@@ -10,12 +10,12 @@
 
 namespace tandemtrim::host {
 
-/// Messages and questions before a window, one at a time; until one is answered, the window is blocked.
+/// Messages and questions in front of a window, one at a time; the window is blocked until one is answered.
 class Questions {
  public:
-  /// A button's title and what it answers.
+  /// A button's title and its answer.
   using Answer = std::pair<Glib::ustring, int>;
-  /// What is said at first, and the sentences below it.
+  /// The heading, and the sentences below it.
   struct Message {
     std::string heading;
     std::vector<std::string> sentences = {};
@@ -26,14 +26,14 @@ class Questions {
   /// The first line of the message is its heading. `then` runs when the message is closed.
   void showMessage(
       const Glib::ustring& message, std::function<void()> then = [] {});
-  /// `then` runs with the chosen answer; Enter gives the usual one.
+  /// `then` is called with the chosen answer; Enter chooses `usual`.
   void ask(const Message& message, const std::vector<Answer>& answers, int usual,
            std::function<void(int)> then);
 
  private:
   Gtk::Window& parent_;
   std::unique_ptr<Gtk::MessageDialog> question_;
-  // Ends what waits for an answer along with this object.
+  // A question that waits for its answer ends together with this object.
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);
 };
 

@@ -25,7 +25,7 @@ constexpr std::chrono::milliseconds kBetweenLooks{20};
 template <class Type>
 using Reference = std::unique_ptr<Type, decltype(&g_object_unref)>;
 
-// Whether the program ends well, its standard output in the file.
+// Runs the program with its standard output in the file; returns whether it succeeds.
 bool runInto(const std::string& file, const std::vector<std::string>& command,
              const std::function<void()>& check) {
   const Reference<GSubprocessLauncher> launcher(g_subprocess_launcher_new(G_SUBPROCESS_FLAGS_STDERR_SILENCE),
@@ -42,7 +42,7 @@ bool runInto(const std::string& file, const std::vector<std::string>& command,
     try {
       check();
     } catch (...) {
-      // By this signal a filter ends those that it has started.
+      // On this signal a filter also ends the programs that it has started.
       g_subprocess_send_signal(program.get(), SIGTERM);
       throw;
     }
@@ -58,7 +58,7 @@ std::string beginningOf(const std::string& file) {
   return {beginning.data(), static_cast<std::size_t>(stream.gcount())};
 }
 
-// Whether a PDF file says that it is encrypted, which it does in the clear.
+// Whether a PDF file is encrypted, which it says in plain text.
 bool isProtected(const std::string& file) {
   constexpr std::string_view kEncrypted = "/Encrypt";
   const std::unique_ptr<GMappedFile, decltype(&g_mapped_file_unref)> mapped(

@@ -8,11 +8,11 @@
 
 namespace tandemtrim::host {
 
-/// A document in another format, made by a filter of the print system. Its files are removed with it.
+/// A document in another format, made by a filter of the print system. The destructor removes its files.
 class Conversion {
  public:
-  /// Failure, with a text for the user, when the filter does not turn out a file of this format. `check` runs
-  /// again and again meanwhile, and ends the filter by what it raises.
+  /// Failure, with a text for the user, when the filter does not make a file of this format. `check` is
+  /// called repeatedly while the filter runs; an exception from it ends the filter.
   Conversion(Document& document, FileFormat format, const std::function<void()>& check);
   Conversion(const Conversion&) = delete;
   Conversion& operator=(const Conversion&) = delete;

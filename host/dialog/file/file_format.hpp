@@ -10,19 +10,20 @@ namespace tandemtrim::host {
 /// A format of the files that the dialog saves.
 enum class FileFormat { pdf, postScript, svg };
 
-/// GTK's name of the format, which is also the ending of its files.
+/// GTK's name of the format, which is also the extension of its files.
 const char* nameOf(FileFormat format);
 /// The name that users know.
 const char* titleOf(FileFormat format);
 
-/// The format of a document that begins so; none for one that is in none of these formats.
+/// The format of a document with this beginning; none for any other format.
 std::optional<FileFormat> formatOf(std::string_view beginning);
 
-/// The program that turns documents of this format (none is any other) into `to`, and its arguments; "%f" is
-/// the document's file. It writes to standard output. Empty where the print system brings none along.
+/// The program that converts documents of the format `from` (none is any other) into `to`, and its arguments;
+/// "%f" is the document's file. It writes to standard output. Empty when the print system has no such
+/// program.
 std::vector<std::string> converter(std::optional<FileFormat> from, FileFormat to);
 
-/// The formats in which documents of this format can be saved on this system. SVG is none of them: only
+/// The formats in which documents of this format can be saved on this system. SVG is not among them: only
 /// programs that draw their documents make it.
 std::vector<FileFormat> formatsFor(std::optional<FileFormat> document);
 

@@ -8,7 +8,7 @@
 
 namespace tandemtrim::host {
 
-/// The file that GTK's tabs name, where these formats were offered.
+/// The file and format that GTK's tabs name, when these formats were offered.
 FileTarget fileTargetOf(const Gtk::PrintSettings& settings, const std::vector<FileFormat>& offered);
 
 }  // namespace tandemtrim::host

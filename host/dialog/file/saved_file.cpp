@@ -19,7 +19,7 @@ Failure notSaved(const std::string& name, const std::string& reason) {
                  Fact(FactText{kNotSavedText}, {{"[file]", name}, {"[reason]", reason}}));
 }
 
-// A link stays and what it leads to is replaced.
+// A link stays; its target is replaced.
 Glib::RefPtr<Gio::File> fileAt(const std::string& uri) {
   auto file = Gio::File::create_for_uri(uri);
   std::error_code unresolved;
@@ -27,7 +27,7 @@ Glib::RefPtr<Gio::File> fileAt(const std::string& uri) {
   return unresolved || path.empty() ? file : Gio::File::create_for_path(path);
 }
 
-// What is written beside a file and replaces it in the end. Left without an end, it is removed.
+// A new file that is written beside the old one and replaces it in finish(). Without that it is removed.
 class Replacement {
  public:
   Replacement(const Glib::RefPtr<Gio::File>& file, bool isPrivate)
@@ -49,7 +49,7 @@ class Replacement {
     stream_->write_all(piece.data(), piece.size(), written);
     bytes_ += written;
   }
-  /// How many bytes the file has then.
+  /// Returns how many bytes the file has.
   std::uint64_t finish() {
     stream_->close();
     return bytes_;
@@ -81,7 +81,7 @@ std::uint64_t replace(const Glib::RefPtr<Gio::File>& file, Document& document,
 SavedFile saveToFile(Document& document, const FileTarget& target, const std::function<void()>& check) {
   const auto file = fileAt(target.uri);
   std::string name = file->get_parse_name();
-  // A pipe would be waited for.
+  // Writing to a pipe would block.
   if (const auto type = file->query_file_type();
       type != Gio::FileType::UNKNOWN && type != Gio::FileType::REGULAR)
     throw Failure(Trouble::userMessage, Fact(FactText{kNoFileText}, {{"[file]", name}}));

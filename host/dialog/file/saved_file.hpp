@@ -9,7 +9,7 @@
 
 namespace tandemtrim::host {
 
-/// Where a document is to be saved, and as what.
+/// Where to save a document, and in which format.
 struct FileTarget {
   std::string uri;
   FileFormat format;
@@ -22,10 +22,10 @@ struct SavedFile {
   std::uint64_t bytes = 0;
 };
 
-/// Saves the document: as it is where it is in the target's format, else as the print system's filters turn
-/// it out. A file that is there is replaced as a whole once the new one is complete, and keeps its
-/// permissions. Failure, with a text for the user, when the document cannot be saved; what was there is as it
-/// was then. `check` runs again and again, and ends the work by what it raises.
+/// Saves the document: unchanged if it is in the target's format, else converted by the print system's
+/// filters. An existing file is replaced as a whole once the new one is complete, and keeps its permissions.
+/// Failure, with a text for the user, when the document cannot be saved; until the new file is complete, an
+/// existing one is unchanged. `check` is called repeatedly; an exception from it ends the work.
 SavedFile saveToFile(Document& document, const FileTarget& target, const std::function<void()>& check);
 
 }  // namespace tandemtrim::host

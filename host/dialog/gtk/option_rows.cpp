@@ -20,7 +20,7 @@ bool isOptionRow(GtkWidget* widget) {
   return widget != nullptr && std::string_view(G_OBJECT_TYPE_NAME(widget)) == "GtkPrinterOptionWidget";
 }
 
-// By its type's name, since some of GTK's types have nothing else that is public.
+// By the type's name, since nothing else of some of GTK's types is public.
 bool isWithin(GtkWidget* widget, const char* type) {
   const auto known = g_type_from_name(type);
   return known != 0 && gtk_widget_get_ancestor(widget, known) != nullptr;
@@ -48,7 +48,7 @@ void hideIfEmpty(GtkWidget* widget) {
   if (widget != nullptr && !showsMoreThanTitles(widget)) gtk_widget_set_visible(widget, FALSE);
 }
 
-// The notebook's page that a row is on. GTK makes a page visible anew for each printer that needs it.
+// The notebook's page that a row is on. GTK makes a page visible again for each printer that needs it.
 GtkWidget* pageOf(GtkWidget* row) {
   auto* page = row;
   while (page != nullptr && !GTK_IS_STACK(gtk_widget_get_parent(page))) page = gtk_widget_get_parent(page);
@@ -63,7 +63,7 @@ void shortenIfLong(GtkLabel* value) {
   gtk_widget_set_tooltip_text(GTK_WIDGET(value), isLong ? text : nullptr);
 }
 
-// The row that a label titles, or none. The title is beside a menu, or within a check box.
+// The row that a label titles, or null. The title is beside a menu, or within a check box.
 GtkWidget* rowTitledBy(GtkLabel* label) {
   auto* const beside = gtk_label_get_mnemonic_widget(label);
   if (isOptionRow(beside)) return beside;
@@ -104,7 +104,7 @@ void hideOptionRows(GtkWidget* dialog, ppd_file_t& ppd, const std::vector<std::s
 GtkWidget* optionRow(GtkWidget* dialog, ppd_file_t* ppd, const std::string& keyword) {
   const auto* const option = ppd == nullptr ? nullptr : ppdFindOption(ppd, keyword.c_str());
   if (option == nullptr) return nullptr;
-  // GTK has words of its own for some keywords.
+  // GTK has its own titles for some keywords.
   const std::vector<std::string> texts{option->text, g_dgettext("gtk40", option->keyword)};
   GtkWidget* found = nullptr;
   forEachWithin(dialog, [&](GtkWidget* widget) {

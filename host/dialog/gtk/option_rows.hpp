@@ -10,13 +10,14 @@
 namespace tandemtrim::host {
 
 /// Hides the rows that GTK made in its dialog for these option keywords of the PPD, and the pages that are
-/// left without a row, so that each setting that a panel shows exists once.
+/// left without a row, so that each setting of a panel is shown once.
 void hideOptionRows(GtkWidget* dialog, ppd_file_t& ppd, const std::vector<std::string>& keywords);
 
-/// The row that GTK made in its dialog for this option keyword of the PPD, or null. A null `ppd` has none.
+/// The row that GTK made in its dialog for this option keyword of the PPD, or null. Always null for a null
+/// `ppd`.
 GtkWidget* optionRow(GtkWidget* dialog, ppd_file_t* ppd, const std::string& keyword);
 
-/// Makes each menu of the dialog end a long value in "…" where there is too little room.
+/// Has each menu of the dialog shorten a long value by "…" when there is too little room.
 void shortenMenuValues(GtkWidget* dialog);
 
 }  // namespace tandemtrim::host

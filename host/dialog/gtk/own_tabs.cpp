@@ -11,7 +11,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The width of a small screen, less what surrounds the window.
+// The width of a small screen, without what surrounds the window.
 constexpr int kWidest = 760;
 
 }  // namespace
@@ -31,7 +31,7 @@ void OwnTabs::refuseWrongPages() {
   refuseNoPages(*settings);
 }
 
-// GTK's own PPD takes the paper that was shown when the printer was chosen for its default.
+// The default paper is not GTK's, which takes the paper shown when the printer was chosen for the default.
 void OwnTabs::addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options) {
   refuseWrongPages();
   auto paper = defaultPaper(ppd);
@@ -47,7 +47,7 @@ void OwnTabs::addAllOptions(ppd_file_t* ppd, Options& options) {
 Options OwnTabs::showOptions(const Options& options, ppd_file_t* ppd) {
   auto wanted = settings();
   applyOptions(options, ppd, wanted);
-  // GTK would write anew what was typed for the pages, wrong or not.
+  // GTK would rewrite what was typed for the pages, even if it is wrong.
   auto* const pages = pagesEntry();
   const std::string typed = gtk_editable_get_text(pages);
   dialog_.set_settings(wanted.settings);

@@ -19,34 +19,36 @@ class OwnTabs {
   explicit OwnTabs(Gtk::PrintUnixDialog& dialog) : dialog_(dialog) {}
 
   [[nodiscard]] TabSettings settings();
-  /// Overwrites `options` with the choices of the tabs for this printer; rows that still show what they
-  /// showed when they were remembered are skipped. Failure for pages and times that are none.
+  /// Overwrites `options` with the choices of the tabs for this printer; rows that are unchanged since
+  /// rememberRows() are skipped. Failure for pages and times that cannot be understood.
   void addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options);
-  /// Failure for pages that are none.
+  /// Failure for page ranges that cannot be understood.
   void refuseWrongPages();
-  /// Overwrites `options` with all that the tabs show, the paper among it.
+  /// Overwrites `options` with all that the tabs show, including the paper.
   void addAllOptions(ppd_file_t* ppd, Options& options);
-  /// Shows what a job with these options does, as if the user had chosen it. Gives those that the tabs show
-  /// with another value, since the printer has no such choice.
+  /// Shows these options, as if the user had chosen them. Returns those that the tabs show with another
+  /// value, since the printer has no such choice.
   Options showOptions(const Options& options, ppd_file_t* ppd);
   /// Remembers the rows that show these options, before the user changes any.
   void rememberRows(const Options& options) { untouched_ = rowsShowing(settings(), options); }
   void forgetRows() { untouched_.clear(); }
 
-  /// Notes what the tabs show for the printer that the user leaves.
+  /// Stores what the tabs show for the printer that the user leaves.
   void leave(const std::string& printer) { left_[printer] = settings(); }
-  /// What they showed when the user left this printer; null parts for one where the user was not yet.
+  /// What the tabs showed when the user left this printer; null parts for a printer that the user has not
+  /// left yet.
   [[nodiscard]] TabSettings leftAt(const std::string& printer) const;
-  /// Shows these settings; rows of the printer that is shown stay as they are, those of the next one follow.
+  /// Shows these settings; rows of the present printer stay as they are, those of the next one follow.
   void show(const Glib::RefPtr<Gtk::PrintSettings>& settings) { dialog_.set_settings(settings); }
 
   /// Hides the rows for these keywords of the PPD.
   void hideRows(ppd_file_t& ppd, const std::vector<std::string>& keywords);
-  /// Makes the dialog as wide as its rows like, up to a limit. GTK makes new rows for each printer.
+  /// Makes the dialog as wide as its rows need, up to a limit. To be called for each printer, as GTK makes
+  /// new rows.
   void fitWidth();
 
  private:
-  // GTK's, for the pages to print.
+  // GTK's entry for the pages to print.
   GtkEditable* pagesEntry();
 
   Gtk::PrintUnixDialog& dialog_;

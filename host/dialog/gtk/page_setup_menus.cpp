@@ -37,7 +37,7 @@ bool isOfPapers(GtkDropDown* menu) {
   return GTK_IS_PAGE_SETUP(first.get());
 }
 
-// The menu of papers and, behind it, that of orientations.
+// The menu of papers and, after it, that of orientations.
 std::vector<GtkDropDown*> menusOf(Gtk::PrintUnixDialog& dialog) {
   std::vector<GtkDropDown*> menus;
   collectMenus(GTK_WIDGET(dialog.gobj()), menus);

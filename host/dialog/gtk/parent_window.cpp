@@ -19,7 +19,7 @@ std::optional<unsigned> numberOf(std::string_view digits) {
   return read.ec == std::errc() && read.ptr == end && number != 0 ? std::optional(number) : std::nullopt;
 }
 
-// The toolkit knows windows of other programs no longer.
+// GTK 4 no longer has functions for windows of other programs.
 void setParentByX(GdkSurface* surface, Window parent) {
   auto* const screen = gdk_surface_get_display(surface);
   auto* const server = gdk_x11_display_get_xdisplay(screen);

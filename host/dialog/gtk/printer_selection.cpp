@@ -41,7 +41,7 @@ std::string nameInList(Gtk::PrintUnixDialog& dialog) {
   return printer == nullptr ? "" : gtk_printer_get_name(printer);
 }
 
-// The printer that the user selected instead of this one. By itself GTK selects none but the default one.
+// The printer that the user selected instead of this one. GTK itself selects only the default one.
 std::optional<std::string> selectedInstead(Gtk::PrintUnixDialog& dialog, const std::string& printer,
                                            bool wasPrinterSelected) {
   auto name = nameInList(dialog);
@@ -87,7 +87,7 @@ bool PrinterSelection::isPrinter() const {
 
 bool PrinterSelection::isFile() const { return printer() != nullptr && !isPrinter(); }
 
-// Shows the settings but for those that the user has changed since they were shown last.
+// Shows the settings except those that the user has changed since they were shown last.
 void PrinterSelection::show(const Glib::RefPtr<Gtk::PrintSettings>& settings) {
   const auto now = shownSettings(dialog_);
   for (const char* key : kOfAnyPrinter) {
@@ -99,11 +99,11 @@ void PrinterSelection::show(const Glib::RefPtr<Gtk::PrintSettings>& settings) {
 }
 
 // GTK forgets the printer of its settings unless that printer is the first in its list, so the settings are
-// given again until the printer is selected.
+// set again until the printer is selected.
 void PrinterSelection::select(const std::string& printer, const TabSettings& tabs,
                               const std::function<void()>& done) {
   auto ask = [this, printer, tabs, wasListed = false]() mutable {
-    // GTK still reads the printer's details. Settings given now would disturb a user who types.
+    // GTK still reads the printer's details. Setting the settings now would disturb a user who types.
     if (nameInList(dialog_) == printer && name() != printer) {
       wasListed = true;
       return false;
@@ -111,7 +111,7 @@ void PrinterSelection::select(const std::string& printer, const TabSettings& tab
     const auto instead = selectedInstead(dialog_, printer, wasListed);
     const bool isSelected = name() == printer;
     tabs.settings->set_printer(instead.value_or(printer));
-    // Copies and paper count for a selected printer only.
+    // Copies and paper have an effect only for a selected printer.
     show(tabs.settings);
     wasListed = nameInList(dialog_) == printer;
     return instead || isSelected;

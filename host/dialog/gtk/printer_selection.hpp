@@ -28,9 +28,9 @@ class PrinterSelection {
   /// Whether a file to print to is selected.
   [[nodiscard]] bool isFile() const;
 
-  /// Selects the printer, shows these settings in the tabs, then calls `done`. A printer that the user
-  /// selects meanwhile stays selected, and so do the pages that the user chooses; if the printer does not
-  /// appear within seconds, `done` is called without it.
+  /// Selects the printer, shows these settings in the tabs, then calls `done`. A printer and pages that the
+  /// user selects in the meantime stay selected. If the printer does not appear within seconds, `done` is
+  /// called without it.
   void select(const std::string& printer, const TabSettings& tabs, const std::function<void()>& done);
 
  private:

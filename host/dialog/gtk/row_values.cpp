@@ -14,7 +14,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// GTK's own rows, by the names of its template; all others bear the text of the PPD.
+// GTK's own rows, by their names in its template; all others have the text of the PPD as their title.
 struct NamedRow {
   const char* keyword;
   const char* row;
@@ -29,7 +29,7 @@ constexpr std::array<NamedRow, 9> kNamedRows{{{"job-priority", "job_prio"},
                                               {"media-source", "paper_source"},
                                               {"OutputBin", "output_tray"},
                                               {"job-billing", "billing_info"}}};
-// What a row shows, and what it takes, are properties of objects whose types are GTK's own.
+// The properties that hold a row's option, and the option's value. Their types are not public.
 constexpr const char* kSource = "source";
 constexpr const char* kValue = "value";
 
@@ -44,7 +44,7 @@ bool hasProperty(gpointer object, const char* name, GType type) {
          g_type_is_a(property->value_type, type) != FALSE;
 }
 
-// Null for a row that shows nothing, and where another version of GTK has no such property.
+// Null for a row without an option, and when another version of GTK has no such property.
 Source sourceOf(GtkWidget* row) {
   GObject* source = nullptr;
   if (row != nullptr && hasProperty(row, kSource, G_TYPE_OBJECT))
@@ -53,7 +53,7 @@ Source sourceOf(GtkWidget* row) {
   return found && hasProperty(found.get(), kValue, G_TYPE_STRING) ? std::move(found) : nullptr;
 }
 
-// GTK takes no value that is none of the choices.
+// Sets the value; returns whether GTK accepts it, as one of the choices.
 bool takes(GObject* source, const std::string& value) {
   g_object_set(source, kValue, value.c_str(), nullptr);
   gchar* shown = nullptr;
@@ -74,7 +74,7 @@ GtkWidget* rowFor(GtkWidget* dialog, ppd_file_t* ppd, const Option& option) {
   return optionRow(dialog, ppd, option.keyword);
 }
 
-// "before,after", or one before.
+// Shows "before,after", or only the sheet before.
 RowShows showCovers(GtkWidget* dialog, const std::string& sheets) {
   const auto comma = std::min(sheets.find(','), sheets.size());
   const auto after = comma == sheets.size() ? "none" : sheets.substr(comma + 1);

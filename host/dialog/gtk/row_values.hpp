@@ -7,7 +7,7 @@
 
 namespace tandemtrim::host {
 
-/// What became of an option that GTK's row for it was to show.
+/// The result of showing an option in GTK's row for it.
 enum class RowShows {
   theValue,
   /// The printer has no such choice; the row is unchanged.
@@ -16,7 +16,7 @@ enum class RowShows {
   noRow
 };
 
-/// Has the row that GTK made in its dialog for this option show its value. `ppd` is null for a printer
+/// Shows the option's value in the row that GTK made for it in its dialog. `ppd` is null for a printer
 /// without one.
 RowShows showInRow(GtkWidget* dialog, ppd_file_t* ppd, const Option& option);
 

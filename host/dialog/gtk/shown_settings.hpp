@@ -5,7 +5,7 @@
 
 namespace tandemtrim::host {
 
-/// The settings that GTK's tabs show now, as the caller's own.
+/// The settings that GTK's tabs show now. The caller owns them.
 Glib::RefPtr<Gtk::PrintSettings> shownSettings(Gtk::PrintUnixDialog& dialog);
 
 }  // namespace tandemtrim::host

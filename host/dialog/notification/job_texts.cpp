@@ -24,7 +24,7 @@ std::string heldSettings(const PanelResult& panel) {
   return list;
 }
 
-// The title of the value, where the setting has one for it.
+// The title of the value, or the value itself when the setting has no title for it.
 std::string shownValue(const platform::PanelSetting& setting, const std::string& value) {
   const auto choice = std::ranges::find(setting.choices, value, &platform::SettingChoice::value);
   return choice == setting.choices.end() ? value : choice->title;

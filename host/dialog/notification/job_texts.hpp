@@ -9,8 +9,8 @@
 
 namespace tandemtrim::host {
 
-/// What the user is told of a job that this server has: what it holds of the job, in the words of the panel
-/// that the job's settings come from.
+/// The notifications about a job that this server has: the settings that it confirmed or lost, with the
+/// titles of the panel that they come from.
 NotifierOrder orderFor(const SentJob& job, const std::optional<std::string>& server,
                        const PanelResult& panel);
 

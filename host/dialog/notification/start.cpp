@@ -17,7 +17,8 @@ namespace {
 
 constexpr const char* kNotifier = "tandem-trim-notifier";
 
-// Memory that is read as a file: unlike a pipe it needs nobody at its other end. Others could read arguments.
+// A file in memory: unlike a pipe it needs no process at its other end, and unlike arguments others cannot
+// read it.
 FileDescriptor fileOf(std::string_view text) {
   FileDescriptor file(memfd_create(kNotifier, MFD_CLOEXEC));
   while (file.isOpen() && !text.empty()) {
@@ -35,7 +36,7 @@ struct Unref {
 
 }  // namespace
 
-// What it would say to the terminal would keep a caller waiting that reads to the end.
+// Without this program's outputs: a caller that reads them to the end would wait for the notifier.
 void startNotifier(const NotifierOrder& order, const Report& report) {
   const auto program = findOwnProgram(kNotifier);
   if (!program.fault.empty()) return report("no notification is shown: " + program.fault);

@@ -5,8 +5,8 @@
 
 namespace tandemtrim::host {
 
-/// Starts the program that carries the order out. It lives apart: this one need not wait for it, and may end.
-/// A program that cannot be started is reported; without one nothing happens.
+/// Starts the notifier with this order. This program need not wait for it, and may end. Reports a notifier
+/// that cannot be started; does nothing when none is installed.
 void startNotifier(const NotifierOrder& order, const Report& report);
 
 }  // namespace tandemtrim::host

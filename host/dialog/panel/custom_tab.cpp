@@ -7,9 +7,9 @@
 namespace tandemtrim::host {
 namespace {
 
-// GTK's notebook never gives a label back, so that one whose dialog has gone serves the next dialog.
+// GTK's notebook never releases a label, so a label whose dialog has gone is used for the next dialog.
 Gtk::Label& labelWithoutDialog() {
-  // Never destroyed: by the end of the program GTK is no longer there to do so.
+  // Never destroyed, since GTK is gone when the program ends.
   static auto& labels = *new std::vector<std::unique_ptr<Gtk::Label>>();
   const auto isFree = [](const auto& label) { return label->get_parent() == nullptr; };
   auto label = std::ranges::find_if(labels, isFree);

@@ -7,7 +7,7 @@
 
 namespace tandemtrim::host {
 
-/// Adds the page before all custom tabs of the dialog; the label that bears its title.
+/// Adds the page before all custom tabs of the dialog; returns the label with its title.
 Gtk::Label& addCustomTab(Gtk::PrintUnixDialog& dialog, Gtk::Widget& page, const std::string& title);
 
 }  // namespace tandemtrim::host

@@ -20,12 +20,12 @@
 namespace tandemtrim::host {
 
 /// The dialog's page for the panel: the panel's view, or a line of text before there is one; above it the
-/// presets, below it the document's page, a warning about values that the printer does not allow and about
+/// presets and the document's page, below it a warning about values that the printer does not allow and about
 /// conflicts, and the host's own controls.
 class PanelPage : public Gtk::Box {
  public:
-  /// `turn` goes on by a page of the document, or back where it gets a negative number; `note` is what the
-  /// view notes about a page.
+  /// `turn` turns to the document's next page, or back for a negative number; `note` returns the view's note
+  /// about a page.
   PanelPage(PresetRow::Events presets, std::function<void(int)> turn, std::function<std::string()> note);
   PanelPage(const PanelPage&) = delete;
   PanelPage& operator=(const PanelPage&) = delete;
@@ -39,20 +39,20 @@ class PanelPage : public Gtk::Box {
   void removeView();
   /// Shows the presets above the view, if there is one.
   void showPresets(const PresetList& list);
-  /// Says above the view which page of the document it shows.
+  /// Shows above the view which page of the document it shows.
   void showPagePlace(const PagePlace& place);
-  /// Whether edits of the view are reported, which costs time.
+  /// Sets whether edits of the view are reported, which costs time.
   void reportEdits(bool reports) { reportsEdits_ = reports; }
-  /// Runs after a reported edit of the view; once for several edits in a row.
+  /// Emitted after a reported edit of the view; once for several edits in a row.
   sigc::signal<void()> signalEdited;
   /// Names the values and the conflicts, or shows no warning when there are none.
   void warnOf(const std::vector<IllegalValue>& values, const std::vector<Conflict>& conflicts);
-  /// Runs when the user asks for the nearest legal values.
+  /// Emitted when the user wants the nearest legal values.
   sigc::signal<void()> signalCorrect;
 
   /// Whether the settings become the user's defaults.
   Gtk::CheckButton useForAllJobs;
-  /// Whether the desktop tells what became of the job.
+  /// Whether the desktop shows a notification about the job.
   Gtk::CheckButton notify;
   Gtk::Button help;
 
@@ -64,15 +64,15 @@ class PanelPage : public Gtk::Box {
 
   const PresetRow::Events presetEvents_;
   Gtk::Label text_;
-  // Made along with the first view.
+  // Made with the first view.
   std::optional<PresetRow> presets_;
-  // Made for the first page.
   const std::function<void(int)> turn_;
   const std::function<std::string()> note_;
+  // Made for the first page.
   std::optional<PageRow> pageRow_;
   // Few users ever see it, so it is made when it is needed.
   std::optional<WarningRow> warning_;
-  // The warning and the note.
+  // Speaks the warning and the note.
   std::optional<SpokenText> spoken_;
   Gtk::Box footer_;
   GtkWidget* view_ = nullptr;

@@ -14,7 +14,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// GTK's own, which holds all tabs of the dialog.
+// GTK's notebook with all tabs of the dialog.
 GtkNotebook* notebookOf(Gtk::Widget& page) {
   return GTK_NOTEBOOK(gtk_widget_get_ancestor(page.gobj(), GTK_TYPE_NOTEBOOK));
 }
@@ -43,8 +43,7 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
       summary_(*Gtk::make_managed<SummaryTab>()),
       title_(addTabs()),
       preview_(report_, {events_.openDocument, [this] { showPage(); }}) {
-  // Until a printer is chosen GTK shows all its tabs; in one row, they would make the dialog as wide as they
-  // are.
+  // Until a printer is chosen GTK shows all its tabs; unless they scroll, they make the dialog wider.
   gtk_notebook_set_scrollable(notebookOf(page_), TRUE);
   page_.signal_map().connect(sigc::mem_fun(*this, &PanelTabs::onPageShown));
   page_.signal_unmap().connect(sigc::mem_fun(*this, &PanelTabs::onPageLeft));
@@ -56,15 +55,15 @@ PanelTabs::PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> pl
   summary_.signal_map().connect(sigc::mem_fun(*this, &PanelTabs::showSummary));
 }
 
-// GTK puts what comes later first. The title of the panel's page.
+// GTK puts later tabs before earlier ones. Returns the title of the panel's page.
 Gtk::Label& PanelTabs::addTabs() {
   addCustomTab(dialog_, summary_, localized(kSummaryText));
   summary_.set_visible(false);
   return addCustomTab(dialog_, page_, localized(kPageTitleText));
 }
 
-// GTK's notebook may count itself as focused though nothing is. It would then pass the focus to a page of a
-// destroyed window.
+// GTK's notebook may keep a focused child though nothing is focused. It would then pass the focus to a page
+// of a destroyed window.
 PanelTabs::~PanelTabs() {
   close();
   gtk_widget_set_focus_child(GTK_WIDGET(notebookOf(page_)), nullptr);
@@ -87,7 +86,7 @@ void PanelTabs::fail(const Failure& failure) {
   events_.onFailure(failure);
 }
 
-// Another printer has defaults of its own.
+// Another printer has other defaults.
 void PanelTabs::close() {
   if (session_) session_->removeDefaults();
   page_.removeView();
@@ -144,8 +143,8 @@ std::vector<std::string> PanelTabs::keywords() const {
   return bundle_ ? bundle_->info.optionKeywords() : keywordsOfPanels(plugin_);
 }
 
-// The view is loaded when its page is first shown. Its paper is chosen in another tab, so it learns the size
-// each time.
+// The view is loaded when its page is first shown. Its paper is chosen in another tab, so the view gets the
+// size each time.
 void PanelTabs::showPanel() {
   auto& view = session_->view();
   if (view.toolkitView() == nullptr) throw incomplete(bundle_->path, "its view could not be loaded");
@@ -169,7 +168,7 @@ void PanelTabs::updateSheet() {
   showPage();
 }
 
-// What prints some of the pages, or lays them out otherwise, is chosen in other tabs.
+// Other tabs choose which pages are printed and how they are laid out.
 void PanelTabs::showPage() {
   if (!session_ || !page_.get_mapped()) return;
   guarded([&] {
@@ -198,7 +197,7 @@ void PanelTabs::onPageShown() {
   if (session_) guarded([&] { showPanel(); });
 }
 
-// Edits are saved, because the page shows the stored values when it comes up again.
+// Edits are saved, because the page shows the stored values when it is shown again.
 void PanelTabs::onPageLeft() {
   if (!session_ || !dialog_.get_visible()) return;
   guarded([&] {
@@ -210,7 +209,7 @@ void PanelTabs::onPageLeft() {
   });
 }
 
-// Building a summary puts the stored values back into the controls, so their edits are saved first.
+// Building a summary restores the stored values in the controls, so their edits are saved first.
 void PanelTabs::showSummary() {
   summary_.showRows({});
   if (!session_) return;
@@ -220,7 +219,8 @@ void PanelTabs::showSummary() {
   });
 }
 
-// The edit may have fixed the value that the warning names, or switched on what a default is illegal for.
+// The edit may have fixed the value that the warning names, or have switched on the function for which a
+// default is illegal.
 void PanelTabs::onEdited() {
   if (session_) guarded([&] { session_->save(); });
   warn();
@@ -262,7 +262,7 @@ void PanelTabs::warn() {
   guarded([&] {
     session_->correctDefaults();
     const auto illegal = session_->illegalChoices();
-    // Nothing of the page is made before it is shown, which comes back here.
+    // Nothing of the page is made before it is shown, which calls this again.
     if (page_.get_mapped()) page_.warnOf(illegal, findConflicts());
     page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty() || isConstrained() ||
                       events_.isPresetChosen() || canConflictWithPaper(session_->settings(), paper()));

@@ -21,26 +21,25 @@
 
 namespace tandemtrim::host {
 
-/// The dialog's two tabs for the printer's panel: its page and its summary. The panel works on settings of
-/// its own for each printer: margins that suit one need not suit another. A panel that fails is closed,
-/// its page is hidden, and the dialog goes on.
+/// The dialog's two tabs for the printer's panel: its page and its summary. The panel has separate settings
+/// for each printer: margins that suit one need not suit another. A panel that fails is closed, its page is
+/// hidden, and the dialog continues.
 class PanelTabs : public sigc::trackable {
  public:
   struct Events {
     /// The panel has failed; it is closed.
     std::function<void(const Failure&)> onFailure;
-    /// The user asks for the panel's help, which is this text.
+    /// The user wants the panel's help, which is this text.
     std::function<void(const std::string&)> onHelp;
-    /// What the job asks for beside the panel's options; none while a tab has a choice that cannot be
-    /// printed.
+    /// The job's options except the panel's; none while a tab has a choice that cannot be printed.
     std::function<std::optional<Options>()> otherOptions;
-    /// The same with what the server adds to it.
+    /// The same with the server's defaults added.
     std::function<std::optional<Options>()> optionsOfServer;
-    /// The document, opened once more; not open where there is none with pages.
+    /// Opens the document again; the result is not open where there is no document with pages.
     std::function<FileDescriptor()> openDocument;
     /// What the row of presets does.
     PresetRow::Events presets;
-    /// Whether a change of the settings shows in that row.
+    /// Whether that row shows changes of the settings.
     std::function<bool()> isPresetChosen;
   };
 
@@ -50,7 +49,7 @@ class PanelTabs : public sigc::trackable {
   PanelTabs& operator=(const PanelTabs&) = delete;
   ~PanelTabs();
 
-  /// Shows a line of text in place of a panel.
+  /// Shows a line of text instead of a panel.
   void showText(const std::string& text);
   void hide() { page_.set_visible(false); }
 
@@ -58,8 +57,8 @@ class PanelTabs : public sigc::trackable {
   bool findBundle(ppd_file_t* ppd);
   /// Whether the printer has a panel, open or not.
   [[nodiscard]] bool hasBundle() const { return bundle_.has_value(); }
-  /// Opens the panel of the bundle, where what nobody chose has the defaults of the PPD (null has none), of
-  /// the printer's queue and of the panel. False when it fails.
+  /// Opens the panel of the bundle. Settings that nobody chose get the default of the printer's queue, the
+  /// PPD (null has none) or the panel. False when it fails.
   bool open(ppd_file_t* ppd, const Options& queueDefaults);
   /// Saves what the panel shows and closes it, before another printer is shown.
   void leavePrinter(const std::string& printer);
@@ -72,12 +71,12 @@ class PanelTabs : public sigc::trackable {
   /// The option keywords that no other tab shows or sends: those of the printer's panel or, without one, of
   /// all panels that are installed.
   [[nodiscard]] std::vector<std::string> keywords() const;
-  /// Stores the options that the panel of this printer starts from, those that count more behind the others;
-  /// for a printer that the user comes back to, what it was left with instead.
+  /// Stores the options that the panel of this printer starts from; later ones override earlier ones. For a
+  /// printer that the user returns to, the panel starts from the settings that were left there instead.
   void startFrom(const std::string& printer, const std::vector<Options>& options);
-  /// Shows these options, those of them that are the panel's; the others stay as they are.
+  /// Shows those of the options that are the panel's; its other settings stay as they are.
   void show(const Options& options);
-  /// The panel's options as it shows them.
+  /// Saves what the panel shows and returns its options.
   [[nodiscard]] Options shownOptions();
   /// Shows the row of presets as it is now.
   void updatePresets();
@@ -85,27 +84,27 @@ class PanelTabs : public sigc::trackable {
   [[nodiscard]] std::optional<std::string> family() const;
   /// The panel's options, as saved last.
   [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
-  /// The keywords of defaults that go as they stand, though the printer does not allow them. Kept for other
-  /// jobs, they would count as chosen.
+  /// The keywords of defaults that are sent although the printer does not allow them. Stored for other jobs,
+  /// they would count as chosen.
   [[nodiscard]] std::vector<std::string> illegalDefaults();
   [[nodiscard]] bool useForAllJobs() const { return isOpen() && page_.useForAllJobs.get_active(); }
 
-  /// Whether the desktop is to tell what became of the job.
+  /// Whether the user wants a notification about the job.
   [[nodiscard]] bool notifies() const { return page_.notify.get_active(); }
   void setNotifies(bool notifies) { page_.notify.set_active(notifies); }
-  /// What the panel says of its settings, as saved last; empty without a panel and from one that fails.
+  /// The panel's summary and settings, as saved last; empty without a panel and when it fails.
   PanelResult words();
 
-  /// Saves what the panel shows and gives the values that the user chose and the printer does not allow. None
-  /// when the panel refuses to print or fails.
+  /// Saves what the panel shows and returns the values that the user chose and the printer does not allow.
+  /// None when the panel refuses to print or fails.
   std::optional<std::vector<IllegalValue>> prepareToPrint();
-  /// What the PPD does not allow together with the panel's settings, as saved last.
+  /// The conflicts of the panel's settings, as saved last, with the paper and by the PPD.
   std::vector<Conflict> conflicts();
   /// Replaces illegal values by the nearest legal ones.
   void correct();
   /// Shows the paper and the document's page as they are chosen now.
   void updateSheet();
-  /// There is another document.
+  /// Called when there is another document.
   void forgetPage();
 
  private:
@@ -132,7 +131,7 @@ class PanelTabs : public sigc::trackable {
   const Report report_;
   const Events events_;
   platform::linux::PrintSettings settings_;
-  // What the panels of printers were left with.
+  // The settings of the panels of printers that the user has left.
   std::map<std::string, platform::linux::PrintSettings> left_;
   PanelPage& page_;
   SummaryTab& summary_;

@@ -55,7 +55,7 @@ PresetRow::PresetRow(Events events)
   button_.set_create_popup_func([this] { makeMenu(); });
   append(label_);
   append(button_);
-  // So that what is added comes at the end of the row.
+  // Moves what is added later to the end of the row.
   auto& gap = *Gtk::make_managed<Gtk::Box>();
   gap.set_hexpand();
   append(gap);

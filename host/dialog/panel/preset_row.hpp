@@ -15,18 +15,18 @@ namespace tandemtrim::host {
 /// What the row of presets shows.
 struct PresetList {
   std::vector<std::string> names;
-  /// None while the user has chosen none.
+  /// None while no preset is chosen.
   std::optional<std::string> chosen;
   /// Whether the settings differ from those of the chosen preset.
   bool isChanged = false;
   /// Whether the chosen preset is the user's, who may change it.
   bool isOwn = false;
-  /// Whether the dialog begins with the chosen preset on this printer.
+  /// Whether the dialog starts with the chosen preset on this printer.
   bool isPrinters = false;
 };
 
-/// The row above a panel with its presets: a button that names the chosen one and opens a menu of them all,
-/// with what can be done with them.
+/// The row above a panel with its presets: a button that names the chosen one and opens a menu of them all
+/// and of the actions on them.
 class PresetRow : public Gtk::Box {
  public:
   struct Events {
@@ -37,7 +37,7 @@ class PresetRow : public Gtk::Box {
     std::function<void()> onRename;
     std::function<void()> onDelete;
     std::function<void(bool)> onPrinters;
-    /// What there is to show, when the menu opens.
+    /// Returns what to show when the menu opens.
     std::function<PresetList()> list;
   };
 

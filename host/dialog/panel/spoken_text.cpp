@@ -7,13 +7,13 @@
 namespace tandemtrim::host {
 namespace {
 
-// The part of a control that a screen reader knows as the focused one: a number's text is a part of its box.
+// The control that a screen reader takes for the focused one: the text of a number is a part of its box.
 GtkWidget* knownToReader(GtkWidget* focused) {
   auto* const parent = gtk_widget_get_parent(focused);
   return GTK_IS_TEXT(focused) && GTK_IS_EDITABLE(parent) ? parent : focused;
 }
 
-// What describes a control without the text: a menu's choice.
+// A control's description without the text: a menu's choice.
 std::string ownDescription(GtkWidget* control) {
   auto* const parent = gtk_widget_get_parent(control);
   if (!GTK_IS_MENU_BUTTON(parent)) return "";
@@ -52,7 +52,7 @@ void SpokenText::describeFocused() {
   if (text_.empty() || described_ != nullptr || root == nullptr) return;
   auto* const focused = gtk_root_get_focus(root->gobj());
   if (focused == nullptr || gtk_widget_is_ancestor(focused, page_.gobj()) == FALSE) return;
-  // An item of an open menu goes away with the menu.
+  // An item of an open menu disappears with the menu.
   if (gtk_widget_get_ancestor(focused, GTK_TYPE_POPOVER) != nullptr || isTurnButton(focused)) return;
   g_set_weak_pointer(&described_, knownToReader(focused));
   const auto own = ownDescription(described_);

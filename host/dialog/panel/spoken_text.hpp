@@ -6,11 +6,11 @@
 
 namespace tandemtrim::host {
 
-/// A text of a page that a screen reader speaks where the keyboard is, as it speaks nothing that appears
-/// elsewhere: it describes the control of the page that has the focus when the text changes, or the next one.
+/// A text of a page that a screen reader speaks. It speaks only what concerns the focused control, so the
+/// text describes the control of the page that has the focus when the text changes, or the next one.
 class SpokenText : public sigc::trackable {
  public:
-  /// For a page that is in its window.
+  /// The page must be in its window already.
   explicit SpokenText(Gtk::Widget& page);
   SpokenText(const SpokenText&) = delete;
   SpokenText& operator=(const SpokenText&) = delete;
@@ -25,7 +25,7 @@ class SpokenText : public sigc::trackable {
 
   Gtk::Widget& page_;
   std::string text_;
-  // What the text describes; null when nothing.
+  // The control that the text describes, or null.
   GtkWidget* described_ = nullptr;
 };
 

@@ -2,7 +2,7 @@
 
 namespace tandemtrim::host {
 
-// The toolkit would name the button by its label as well.
+// Without the relation, by which the toolkit would also name the button by its label.
 void speakTitle(Gtk::Widget& button, std::string title) {
   if (const auto letter = title.find("(_"); letter != std::string::npos) title.erase(letter);
   std::erase(title, '_');

@@ -26,7 +26,7 @@ GtkBox* makeBox(GtkAccessibleRole role) {
   return GTK_BOX(g_object_new(GTK_TYPE_BOX, "accessible-role", role, nullptr));
 }
 
-// By this name the theme leaves it the ground of the dialog's other pages.
+// With this CSS name the theme gives the list the background of the dialog's other pages.
 GtkListBox* makeList() {
   return GTK_LIST_BOX(g_object_new(GTK_TYPE_LIST_BOX, "css-name", "grid", "accessible-role",
                                    GTK_ACCESSIBLE_ROLE_GROUP, "selection-mode", GTK_SELECTION_NONE, nullptr));
@@ -55,12 +55,12 @@ SummaryTab::SummaryTab()
   makeCopyable();
 }
 
-// As the toolkit lets its texts be copied.
+// Makes the rows copyable as the toolkit's own texts are.
 void SummaryTab::makeCopyable() {
   const auto actions = Gio::SimpleActionGroup::create();
   actions->add_action("copy", [this] { get_clipboard()->set_text(text_); });
   insert_action_group("summary", actions);
-  // A list's rows are all that it lets go itself.
+  // The list itself releases only its rows.
   signal_unmap().connect([this] { g_clear_pointer(&menu_, gtk_widget_unparent); });
 
   const auto keys = Gtk::ShortcutController::create();

@@ -9,9 +9,9 @@
 
 namespace tandemtrim::host {
 
-/// The dialog's tab that lists the panel's settings, a title and a value in each row. The keyboard stops once
-/// at all of them, where a screen reader speaks each as "title: value", and copies them so, by Control-C or
-/// by a menu.
+/// The dialog's tab that lists the panel's settings, a title and a value in each row. All rows together are
+/// one stop of the keyboard, where a screen reader speaks each as "title: value", and where Control-C or a
+/// menu copies them in this form.
 class SummaryTab : public Gtk::ListBox {
  public:
   SummaryTab();
@@ -25,7 +25,7 @@ class SummaryTab : public Gtk::ListBox {
   // The only row of this list, since the toolkit's boxes take no focus.
   GtkListBoxRow* const stop_;
   GtkBox* const rows_;
-  // Null until it is asked for.
+  // Null until it is first shown.
   GtkWidget* menu_ = nullptr;
   // All rows, a line each.
   std::string text_;

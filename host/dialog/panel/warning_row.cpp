@@ -11,7 +11,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr int kIconSpacing = 12;
-// With so many lines the dialog still fits on a small screen.
+// With this height the dialog still fits on a small screen.
 constexpr int kMostListHeight = 90;
 constexpr const char* kStyleClass = "tandem-trim-warning";
 
@@ -19,7 +19,7 @@ GtkBox* makeAlert() {
   return GTK_BOX(g_object_new(GTK_TYPE_BOX, "accessible-role", GTK_ACCESSIBLE_ROLE_ALERT, nullptr));
 }
 
-// The theme's warning colour is hard to read as a text, on light ground above all.
+// The theme's warning colour is hard to read as a text, above all on a light background.
 void addStyle() {
   static const bool isAdded = [] {
     const auto provider = Gtk::CssProvider::create();
@@ -46,7 +46,7 @@ WarningRow::WarningRow()
   sentences_.add_css_class(kStyleClass);
   sentences_.set_hexpand();
   append(sentences_);
-  // Of two things side by side the keyboard goes first to the one with the higher middle.
+  // Of two widgets side by side the keyboard reaches the one with the higher middle first.
   correct.set_valign(Gtk::Align::END);
   speakTitle(correct, localized(kCorrectText));
   append(correct);

@@ -17,7 +17,7 @@ bool isKept(const std::vector<KeptPreset>& presets, const std::string& name) {
   return std::ranges::any_of(presets, [&](const auto& kept) { return kept.preset.name == name; });
 }
 
-// Whether the options have what these others ask for.
+// Whether the options include all of `asked`, with the same values.
 bool holds(const Options& options, const Options& asked) {
   return std::ranges::all_of(asked, [&](const Option& option) {
     return std::ranges::any_of(options, [&](const Option& other) {
@@ -117,7 +117,8 @@ PresetRow::Events PrinterPresets::events() {
       [this] { return list(); }};
 }
 
-// Nobody but the administrator can mend a file of the administrator's, whom the terminal program tells.
+// The administrator's files are left out: only the administrator can mend them, and the terminal program
+// reports them.
 PresetList PrinterPresets::list() {
   const auto [presets, faults] = presetsOf(family_);
   std::vector<Fact> facts;
@@ -138,7 +139,7 @@ PresetList PrinterPresets::list() {
   return list;
 }
 
-// Later: the row is shown along with the dialog.
+// Shows the message later, because the row is shown together with the dialog.
 void PrinterPresets::tell(const std::vector<Fact>& facts) {
   std::string message;
   for (const auto& fact : facts) {
@@ -151,7 +152,7 @@ void PrinterPresets::tell(const std::vector<Fact>& facts) {
   });
 }
 
-// The pages are compared with what they showed of it: they spell some options in their own way.
+// The pages are compared with what they showed of the preset, because they spell some options differently.
 bool PrinterPresets::isChanged() const {
   const auto& chosen = chosen_.at(printersKey_);
   if (!holds(settings_.ofPanel(), chosen.preset.panel) || !chosen.refused.empty()) return true;
@@ -217,7 +218,7 @@ void PrinterPresets::rename(const std::string& name) {
   });
 }
 
-// Asks before, where there is a preset of that name.
+// Asks first when there is a preset of that name.
 void PrinterPresets::replaceIfTaken(const std::string& name, const Replacement& act) {
   bool isTaken = isKept(presetsOf(family_).presets, name);
   if (!isTaken) tryTo([&] { isTaken = !act(Taken::refuses); });
@@ -232,7 +233,7 @@ void PrinterPresets::askToReplace(const char* question, const std::string& name,
                  });
 }
 
-// On each printer where it is chosen.
+// Also renames it on each printer where it is chosen.
 void PrinterPresets::renameTo(const std::string& newName, Taken taken) {
   const auto name = preset().name;
   renamePreset(family_, name, newName, taken, report_);

@@ -18,45 +18,46 @@
 
 namespace tandemtrim::host {
 
-/// The presets of the chosen printer's family: what the user chose of them, and what the row above the panel
-/// does with them. A preset has the panel's settings and, if the user wants, those of the dialog's other
-/// pages.
+/// The presets of the chosen printer's family: the chosen one, and the actions of the row above the panel. A
+/// preset has the panel's settings and, if the user wants, those of the dialog's other pages.
 class PrinterPresets {
  public:
   struct Settings {
     /// The panel's settings as it shows them now.
     std::function<Options()> ofPanel;
-    /// Those of the other pages, but for what is of the one document. Failure where that cannot be said.
+    /// Those of the other pages, except those that concern a single job. Failure when they are incomplete.
     std::function<Options()> ofPages;
-    /// Has the panel show those of these that are its own; the others stay.
+    /// Shows those of the options that are the panel's; its other settings stay.
     std::function<void(const Options&)> showOnPanel;
-    /// Has the other pages show these; gives those that the printer does not allow, which are not shown.
+    /// Shows the options on the other pages; returns those that the printer does not allow, which are not
+    /// shown.
     std::function<std::vector<IllegalValue>(const Options&)> showOnPages;
-    /// Gives up a press of Print that waits: the user is to see something before.
+    /// Gives up a press of Print that waits, so that the user sees something first.
     std::function<void()> holdPrint;
     /// Shows the row as it is now.
     std::function<void()> update;
   };
 
-  /// `wanted` is the preset that the first printer with presets begins with, whatever its own is.
+  /// `wanted` is the preset that the first printer with presets starts with, instead of its own.
   PrinterPresets(Gtk::Window& parent, std::optional<std::string> wanted, Report report, Settings settings);
 
-  /// Changes over to a printer of this family. `printersKey` is its own among all printers.
+  /// Changes to a printer of this family. `printersKey` identifies it among all printers.
   void open(const std::string& family, const std::string& printersKey);
-  /// Changes over to a printer that has no presets.
+  /// Changes to a printer that has no presets.
   void close();
-  /// The preset that the user wants on this printer, unless the user has been there in this dialog.
+  /// Chooses and returns the preset that the user wants on this printer, if any; none when the dialog has
+  /// shown the printer before.
   std::optional<Preset> begin();
-  /// Shows the other pages' settings of the preset that begin() gave, once they are there for this printer;
-  /// what is asked for otherwise stays. False where nothing is left to show.
+  /// Shows the other pages' settings of the preset that begin() returned, once the pages show this printer;
+  /// the options in `asked` stay. False when nothing is left to show.
   bool showPages(const Options& asked);
-  /// What the chosen preset asks for on the other pages, shown or not. A preset that the printer begins with
-  /// leaves alone what is asked for otherwise.
+  /// The chosen preset's options for the other pages, shown or not. A preset that the printer starts with
+  /// does not override the options in `asked`.
   [[nodiscard]] Options options(const Options& asked) const;
   [[nodiscard]] PresetRow::Events events();
-  /// Whether a preset is chosen, so that a change of the settings shows.
+  /// Whether a preset is chosen, so that the row shows changes of the settings.
   [[nodiscard]] bool isChosen() const { return chosen_.contains(printersKey_); }
-  /// What there is to show now. Damaged files of the user's are set aside and told in a message.
+  /// What the row shows now. Sets damaged files of the user aside and shows a message about them.
   [[nodiscard]] PresetList list();
 
  private:
@@ -64,11 +65,11 @@ class PrinterPresets {
     std::string family;
     // As it was chosen or saved last.
     Preset preset;
-    // Whether the user chose it here, or the printer begins with it.
+    // Whether the user chose it in this dialog; else the printer starts with it.
     bool isByHand = false;
     // The keywords of its options that the printer does not allow.
     std::vector<std::string> refused = {};
-    // What the other pages showed then; none before, and where it has no settings for them.
+    // What the other pages showed then; none before, and for a preset without settings for them.
     std::optional<Options> pages = {};
   };
 
@@ -76,7 +77,8 @@ class PrinterPresets {
   void choose(const std::string& name);
   void show();
   void showOptions(const Options& options);
-  // Replaces the preset of that name or, where that refuses, `known` at most. False where it does not.
+  // Saves a preset. Where `taken` refuses, replaces only a preset of that name that equals `known`; false if
+  // there is another.
   bool save(const std::string& name, bool withPages, Taken taken, const std::optional<Preset>& known);
   void saveChanges();
   void saveAs(const NameWindow::Answer& answer);
@@ -85,7 +87,7 @@ class PrinterPresets {
   [[nodiscard]] bool isChosenOf(const Chosen& chosen, const std::string& name) const {
     return chosen.family == family_ && chosen.preset.name == name;
   }
-  // Gives false where it refuses.
+  // Returns false when it refuses.
   using Replacement = std::function<bool(Taken)>;
   void replaceIfTaken(const std::string& name, const Replacement& act);
   void askToReplace(const char* question, const std::string& name, const Replacement& act);
@@ -95,24 +97,24 @@ class PrinterPresets {
   [[nodiscard]] const Preset& preset() const { return chosen_.at(printersKey_).preset; }
   [[nodiscard]] bool isChanged() const;
   [[nodiscard]] std::optional<Options> shownOnPages() const;
-  // Runs it, shows why it fails, and updates the row.
+  // Runs `act`, shows its Failure, and updates the row.
   void tryTo(const std::function<void()>& act);
 
   const Report report_;
   const Settings settings_;
   NameWindow name_;
   Questions questions_;
-  // Beside a question.
+  // For messages beside a question.
   Questions faults_;
   // None once it is chosen.
   std::optional<std::string> wanted_;
   std::string family_;
   std::string printersKey_;
-  // By printer.
+  // Both by the printer's key.
   std::map<std::string, Chosen> chosen_;
   std::map<std::string, bool> begun_;
   std::set<std::filesystem::path> toldFiles_;
-  // Ends what waits to be told along with this object.
+  // Messages that wait end together with this object.
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);
 };
 

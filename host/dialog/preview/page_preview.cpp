@@ -12,7 +12,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// Beside the module that this code is part of.
+// The program beside the module that this code is part of.
 std::string pageProgram() {
   Dl_info module{};
   if (dladdr(reinterpret_cast<const void*>(&pageProgram), &module) == 0) return {};
@@ -60,7 +60,7 @@ void PagePreview::forget() {
   isReading_ = hasFailed_ = false;
 }
 
-// Wants a page that is printed, and reads it.
+// Makes sure that the wanted page is one that is printed, and reads it.
 void PagePreview::settle() {
   if (!isPrinted(wanted_)) wanted_ = isPrinted(shown_) ? shown_ : printed_.from(1, end_).value_or(0);
   if (wanted_ != 0 && wanted_ != shown_ && !isReading_ && !hasFailed_) read();

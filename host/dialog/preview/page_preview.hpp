@@ -14,43 +14,43 @@ namespace tandemtrim::host {
 
 /// Which page of its document a preview shows.
 struct PagePlace {
-  /// From 1 on.
+  /// Counted from 1.
   int number = 0;
-  /// Of the document; 0 where no page is shown.
+  /// How many pages the document has; 0 when no page is shown.
   int pages = 0;
-  /// Whether others are printed before it and behind it.
+  /// Whether other pages are printed before and after it.
   bool hasPrevious = false;
   bool hasNext = false;
 };
 
-/// The page of the document that the user looks at, the first one that is printed to begin with. It is read
-/// in the background, once it is to be shown. A document that gives no page is reported once.
+/// The page of the document that the user looks at; initially the first one that is printed. It is read in
+/// the background when it is to be shown. A document without a page that can be read is reported once.
 class PagePreview {
  public:
   struct Events {
-    /// The document, opened once more; not open where there is none with pages.
+    /// Opens the document again; the result is not open where there is no document with pages.
     std::function<FileDescriptor()> openDocument;
-    /// There is another page.
+    /// Called when another page has been read.
     std::function<void()> onPage;
   };
 
   PagePreview(Report report, Events events);
 
-  /// Shows one of the pages that are printed, and the same one for as long as it is among them. Reads it
-  /// unless it is there.
+  /// Shows one of the pages that are printed: the present one if it is among them. Reads the page if
+  /// necessary.
   void show(const PrintedPages& printed);
-  /// Goes on to the next page that is printed, or back where `step` is negative; the page stays until that
-  /// one is there.
+  /// Turns to the next page that is printed, or back if `step` is negative; the present page stays until the
+  /// other one is read.
   void turn(int step);
-  /// There is another document.
+  /// Called when there is another document.
   void forget();
-  /// Null as long as there is none, and where no page of the document is printed.
+  /// Null until a page is read, and when that page is not printed.
   [[nodiscard]] const RenderedPage* page() const { return isPrinted(shown_) ? &*page_ : nullptr; }
-  /// That of the page, which is not null.
+  /// The place of the page; only to be called when page() is not null.
   [[nodiscard]] PagePlace place() const;
 
  private:
-  // None is for a document that ends before the page.
+  // None when the document ends before the page.
   using Answer = std::optional<RenderedPage>;
 
   [[nodiscard]] bool isPrinted(int page) const;
@@ -61,15 +61,15 @@ class PagePreview {
   const Report report_;
   const Events events_;
   PrintedPages printed_;
-  // The first page behind the document's end, as far as that is known.
+  // The number after the last page, as far as it is known.
   int end_ = PageRange::kEnd;
   std::optional<RenderedPage> page_;
-  // Pages; 0 is none.
+  // Page numbers; 0 means none.
   int shown_ = 0;
   int wanted_ = 0;
   bool isReading_ = false;
   bool hasFailed_ = false;
-  // What is read for another document, or for a dialog that has gone, is dropped.
+  // A page that is read for an earlier document, or for a dialog that has gone, is dropped.
   std::shared_ptr<void> reader_ = std::make_shared<int>(0);
 };
 

@@ -22,7 +22,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// How soon a page that nobody wants any more is noticed.
+// How often `isWanted` is called.
 constexpr std::chrono::milliseconds kBetweenQuestions{50};
 constexpr std::uint32_t kMostPages = std::numeric_limits<int>::max();
 constexpr std::array<std::pair<PageStatus, const char*>, 3> kReasons{
@@ -34,7 +34,7 @@ Failure noPage(const std::string& reason) { return Failure("the document's page 
 
 bool isLength(double length) { return std::isfinite(length) && length > 0; }
 
-// Edges of which none is beyond the page.
+// The empty edges; none when they are larger than the page.
 std::optional<Edges> emptyEdges(const PageAnswer& answer) {
   const Edges edges{answer.emptyTop, answer.emptyBottom, answer.emptyLeft, answer.emptyRight};
   const bool isOnPage = edges.top >= 0 && edges.bottom >= 0 && edges.left >= 0 && edges.right >= 0 &&
@@ -43,7 +43,7 @@ std::optional<Edges> emptyEdges(const PageAnswer& answer) {
   return isOnPage ? std::optional(edges) : std::nullopt;
 }
 
-// The program at work. It is gone along with this object.
+// The running program. The destructor ends it.
 class Renderer {
  public:
   Renderer(const FileDescriptor& document, const PageRequest& request) {
@@ -75,7 +75,7 @@ class Renderer {
   Renderer& operator=(const Renderer&) = delete;
   ~Renderer() { end(); }
 
-  // Its answer, which is none of ours where it has more bytes than these.
+  // Reads its answer, at most one byte more than `most`, by which the answer is known to be wrong.
   std::vector<std::byte> read(std::size_t most, const PageRequest& request) {
     const auto deadline = Clock::now() + request.limit;
     std::vector<std::byte> answer(most + 1);
@@ -95,10 +95,10 @@ class Renderer {
     return answer;
   }
 
-  // Its exit status, or the signal that ended it as a negative number.
+  // Ends it; returns its exit status, or the signal that ended it as a negative number.
   int end() {
     if (const auto process = std::exchange(process_, -1); process > 0) {
-      // One that has ended already keeps its status.
+      // A program that has ended already keeps its status.
       kill(process, SIGKILL);
       int status = 0;
       while (waitpid(process, &status, 0) < 0 && errno == EINTR) {

@@ -26,13 +26,13 @@ struct Edges {
 /// A page of a document as it is printed. Its size is in millimetres, that of its picture in pixels, each
 /// 0x__RRGGBB, row by row.
 struct RenderedPage {
-  /// Of the document.
+  /// How many pages the document has.
   int pages;
   double width;
   double height;
-  /// How much is empty at each edge; none where all of the page is.
+  /// How much is empty at each edge; none when the whole page is empty.
   std::optional<Edges> empty;
-  /// The largest among the longer sides of all of the document's pages, and among the shorter ones.
+  /// The largest of the longer sides of all pages, and the largest of the shorter ones.
   double longest;
   double broadest;
   int columns;
@@ -40,25 +40,25 @@ struct RenderedPage {
   std::vector<std::uint32_t> pixels;
 };
 
-/// How a page is asked for.
+/// A request for a page.
 struct PageRequest {
   /// The program that renders it.
   std::string program;
-  /// From 1 on.
+  /// Counted from 1.
   int page = 1;
   /// Of the picture, in pixels.
   int longestSide = 480;
   std::chrono::milliseconds limit{5000};
-  /// Asked while the program is at work, which ends as soon as nobody wants the page.
+  /// Called repeatedly while the program runs; false ends it.
   std::function<bool()> isWanted = [] { return true; };
 };
 
-/// What a program that renders a page answered; none where that is no page with such a picture.
+/// The page in the answer of a program that renders one; none when the answer is wrong, or the picture is
+/// larger.
 std::optional<RenderedPage> pageIn(std::span<const std::byte> answer, int longestSide);
 
-/// The page of the document in this file, which a process of its own reads; none where the document ends
-/// before it. It takes as long as the limit at most. Failure, with the reason, when there is no such
-/// document.
+/// Has a separate process read the page of the document in this file; none when the document ends before the
+/// page. Takes `request.limit` at most. Failure, with the reason, when the page cannot be rendered.
 std::optional<RenderedPage> readPage(FileDescriptor document, const PageRequest& request);
 
 }  // namespace tandemtrim::host

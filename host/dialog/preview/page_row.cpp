@@ -16,7 +16,7 @@ constexpr int kGapInPageRow = 6;
 constexpr const char* kTurnClass = "tandem-trim-turn";
 constexpr const char* kEndClass = "tandem-trim-end";
 
-// Two small buttons that belong to the number between them.
+// Makes the two buttons small, as they belong to the number between them.
 void addTurnStyle() {
   static const bool isAdded = [] {
     const auto provider = Gtk::CssProvider::create();
@@ -38,7 +38,8 @@ void setUp(Gtk::Button& button, const char* icon, const char* name) {
                                  localized(name).c_str(), -1);
 }
 
-// It looks and sounds like a button that is greyed. The toolkit would take the keyboard from one that is.
+// The button looks and is spoken like a disabled one, but keeps the focus, which the toolkit would take away
+// from a disabled one.
 void setAtEnd(Gtk::Button& button, bool isAtEnd) {
   if (isAtEnd) {
     button.add_css_class(kEndClass);
@@ -77,7 +78,7 @@ void PageRow::show(const PagePlace& place) {
   setAtEnd(on_, !place.hasNext);
 }
 
-// A screen reader speaks a description that changes where the keyboard is.
+// A screen reader speaks a description that changes at the focused control.
 void PageRow::describe(const std::string& note) {
   const auto text = number_.get_text().raw() + (note.empty() ? "" : "; ") + note;
   for (auto* const button : {&back_, &on_})

@@ -14,21 +14,21 @@ namespace tandemtrim::host {
 /// "Page 2 of 5" in the user's language.
 std::string pageNumberText(const PagePlace& place);
 
-/// Whether this is a button of a page row, which speaks of the page.
+/// Whether this is a button of a page row, whose description is the page already.
 bool isTurnButton(GtkWidget* widget);
 
-/// Which page of the document the picture of the sheet shows, between two buttons that turn to the next ones
-/// that are printed and keep the keyboard at the first and last one. It shows for a document of several pages
-/// only.
+/// The number of the document's page in the picture of the sheet, between two buttons that turn to the
+/// previous and the next page that is printed. They keep the focus at the first and last one. Visible only
+/// for a document of several pages.
 class PageRow : public Gtk::Box {
  public:
-  /// `turn` goes on by a page, or back where it gets a negative number.
+  /// `turn` turns to the next page, or back for a negative number.
   explicit PageRow(const std::function<void(int)>& turn);
   PageRow(const PageRow&) = delete;
   PageRow& operator=(const PageRow&) = delete;
 
   void show(const PagePlace& place);
-  /// Has a screen reader speak of the page at the buttons, with what is noted about it, if anything.
+  /// Describes the buttons for a screen reader by the page's number and its note, if any.
   void describe(const std::string& note);
 
  private:

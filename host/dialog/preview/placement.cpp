@@ -13,7 +13,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr double kPointInMillimetres = 25.4 / 72;
-// By so much a page may be larger than the sheet without being reduced.
+// The factor by which a page may be larger than the sheet without being reduced.
 constexpr double kTolerated = 1.02;
 
 // An option by which the print system lays pages out or prints on them, and its value that changes nothing.
@@ -50,7 +50,7 @@ constexpr std::array<LayingOut, 27> kLayingOut{{{"number-up", "1"},
                                                 {"pdfAutorotate", "true"},
                                                 {"pdftopdfAutoRotate", "true"}}};
 
-// The picture of a page that is turned to the left: its upper edge is on the left then. Or to the right.
+// The picture of a page that is turned to the left, so that its upper edge is on the left, or to the right.
 std::vector<std::uint32_t> turned(const RenderedPage& page, bool toTheRight) {
   std::vector<std::uint32_t> pixels;
   pixels.reserve(page.pixels.size());
@@ -76,7 +76,7 @@ bool isTooLong(double length, double sheet) {
   return std::floor(length / kPointInMillimetres / kTolerated) > sheet / kPointInMillimetres + kInexact;
 }
 
-// One page that is too large has all of them fitted.
+// When one page is too large, all pages are fitted.
 bool isFitted(const RenderedPage& page, const PaperSheet& sheet) {
   return isTooLong(page.longest, std::max(sheet.width, sheet.height)) ||
          isTooLong(page.broadest, std::min(sheet.width, sheet.height));
@@ -131,7 +131,7 @@ std::shared_ptr<platform::PageImage> placed(const RenderedPage& page, const Pape
   }
   Edges around{};
   if (isFitted(page, sheet)) {
-    // Without any, the print system fills the sheet and crops what is beyond.
+    // Without unprintable edges, the print system fills the sheet and crops what is beyond.
     if (!sheet.unprintable || *sheet.unprintable == Edges{}) return nullptr;
     around = *sheet.unprintable;
     const double across = sheet.width - around.left - around.right;

@@ -11,30 +11,29 @@
 
 namespace tandemtrim::host {
 
-/// A sheet of paper as the user chose it, turned as it is chosen, in millimetres.
+/// A sheet of paper in the size and orientation that the user chose, in millimetres.
 struct PaperSheet {
   double width;
   double height;
-  /// How much at its edges the printer cannot print on; none where nobody says so.
+  /// The edges on which the printer cannot print; none when they are not known.
   std::optional<Edges> unprintable;
-  /// The way that the print system turns a page of the other orientation.
+  /// Whether the print system turns a page of the other orientation to the right.
   bool turnsRight;
 };
 
-/// How much at the edges of the paper of this name, upright, a printer with this PPD (null has none) cannot
-/// print on.
+/// The edges of the upright paper of this name on which a printer with this PPD (null has none) cannot print;
+/// none when they are not known.
 std::optional<Edges> unprintableEdges(ppd_file_t* ppd, const std::string& paper);
 
-/// The same edges of a sheet that is turned to be read across.
+/// The same edges for a sheet in landscape orientation.
 Edges edgesAcross(const Edges& upright);
 
-/// Whether a job that is laid out by these options puts each page on a sheet of its own and nothing else
-/// there.
+/// Whether a job with these options prints each page on a separate sheet, and nothing else there.
 bool isPageOnItsSheet(const Options& options);
 
-/// The page where the print system puts it, turned where it is of the other orientation: in its own size and
-/// in the middle, or fitted to the printable part of the sheet where the sheet is too small for a page of
-/// the document. Null where it would be cropped or nobody knows that part.
+/// The page where the print system puts it, turned if it is of the other orientation: in its own size and in
+/// the middle, or fitted to the printable part of the sheet if the sheet is too small for a page of the
+/// document. Null when it would be cropped, or the printable part is not known.
 std::shared_ptr<platform::PageImage> placed(const RenderedPage& page, const PaperSheet& sheet);
 
 }  // namespace tandemtrim::host

@@ -15,9 +15,9 @@ struct PrintedPages {
   std::vector<PageRange> ranges{PageRange{}};
   Set set = Set::all;
 
-  /// The first of them from this page on and before page `end`; none where there is none.
+  /// The first of them at or after `page` and before `end`, or none.
   [[nodiscard]] std::optional<int> from(int page, int end) const;
-  /// The last of them up to this page.
+  /// The last of them at or before `page`, or none.
   [[nodiscard]] std::optional<int> upTo(int page) const;
 };
 

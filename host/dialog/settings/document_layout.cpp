@@ -11,12 +11,12 @@
 namespace tandemtrim::host {
 namespace {
 
-// A choice in the tabs: GTK's key, and the value by which nothing is done.
+// A choice in the tabs: GTK's key, and the value that changes nothing.
 struct TabChoice {
   const char* key;
-  // Null where that is to have none.
+  // Null where the key must be absent.
   const char* neutral;
-  // From where on the program does it.
+  // From which extent on the program applies it.
   LaidOut by;
 };
 constexpr std::array<TabChoice, 10> kTabChoices{
@@ -31,7 +31,7 @@ constexpr std::array<TabChoice, 10> kTabChoices{
      {GTK_PRINT_SETTINGS_NUMBER_UP_LAYOUT, nullptr, LaidOut::everything},
      {GTK_PRINT_SETTINGS_ORIENTATION, nullptr, LaidOut::pages}}};
 
-// A job's option, and the value by which the printer does nothing; null where that is to leave it out.
+// A job's option, and the value that changes nothing; null where the option must be absent.
 struct LayoutOption {
   const char* keyword;
   const char* neutral;

@@ -8,23 +8,24 @@
 
 namespace tandemtrim::host {
 
-/// What a document shows already of the choices in the tabs, since the program that made it has applied them.
+/// Which choices of the tabs a document has already, since the program that made it has applied them.
 enum class LaidOut {
   nothing,
   /// Pages, scale, paper and orientation: all that shapes a document for a printer.
   pages,
-  /// Copies, their order and pages per side, too, as in a file, which no printer makes copies of.
+  /// Also copies, their order and pages per side, as in a file, which no printer copies.
   everything
 };
 
-/// The settings by which a program lays its document out so far, by GTK's keys. What the job does is set to
-/// its neutral value, so that nothing happens twice.
+/// The settings, by GTK's keys, by which a program lays its document out to this extent. Settings that the
+/// job applies get the value that changes nothing, so that nothing happens twice.
 std::map<std::string, std::string> settingsToLayOut(const TabSettings& tabs, LaidOut laidOut);
 
-/// Failure, with a text for the user, when the tabs ask for less of the document than a file of it holds.
+/// Failure, with a text for the user, when the tabs choose a part of the document or several pages per side,
+/// which a file cannot have.
 void refusePartInFile(const Gtk::PrintSettings& settings, LaidOut laidOut);
 
-/// Removes from a job's options what its document shows already.
+/// Removes from a job's options what its document has already.
 void removeLaidOut(Options& options, LaidOut laidOut);
 
 }  // namespace tandemtrim::host

@@ -20,7 +20,7 @@ std::filesystem::path choicesFile() {
   return std::filesystem::path(Glib::get_user_config_dir()) / "tandem-trim/dialog.conf";
 }
 
-// What is in the file; nothing where it cannot be understood.
+// The contents of the file; empty when it cannot be understood.
 Glib::RefPtr<Glib::KeyFile> keptChoices() {
   auto groups = Glib::KeyFile::create();
   try {

@@ -4,11 +4,11 @@
 
 namespace tandemtrim::host {
 
-/// Whether the user wants a notification after printing, as chosen last; true where nothing was chosen yet.
-/// It is kept in a file below $XDG_CONFIG_HOME/tandem-trim, for all printers.
+/// Whether the user wants a notification after printing, as chosen last; true when nothing was chosen yet.
+/// The choice is stored in a file below $XDG_CONFIG_HOME/tandem-trim, for all printers.
 bool wantsNotification();
 
-/// Keeps the choice. What cannot be kept is reported.
+/// Stores the choice. A failure is reported.
 void keepNotificationChoice(bool wants, const Report& report);
 
 }  // namespace tandemtrim::host

@@ -67,7 +67,7 @@ std::optional<Gtk::PaperSize> defaultPaper(ppd_file_t* ppd) {
 }
 
 Option paperOption(const Gtk::PaperSize& paper) {
-  // Papers come with this mark from a printer without a PPD.
+  // Papers of a printer without a PPD have this mark.
   if (gtk_paper_size_is_ipp(Gtk::PaperSize(paper).gobj()) != FALSE) return {"media", paper.get_name()};
   if (const auto name = paper.get_ppd_name(); !name.empty()) return {"PageSize", name};
   return {"PageSize", std::string(kCustom) + points(paper.get_width(Gtk::Unit::POINTS)) + 'x' +

@@ -14,13 +14,13 @@ namespace tandemtrim::host {
 /// null for a printer without one.
 std::optional<Gtk::PaperSize> paperNamed(const std::string& name, ppd_file_t* ppd);
 
-/// The paper that the options ask for by PageSize or as a part of media, else none.
+/// The paper that the options choose by PageSize or as a part of media, else none.
 std::optional<Gtk::PaperSize> paperAskedFor(const Options& options, ppd_file_t* ppd);
 
-/// The paper that a printer with this PPD takes unless a job names one, else none.
+/// The default paper of a printer with this PPD, else none.
 std::optional<Gtk::PaperSize> defaultPaper(ppd_file_t* ppd);
 
-/// The option that asks a printer for the paper.
+/// The option by which a job chooses the paper.
 Option paperOption(const Gtk::PaperSize& paper);
 
 /// The value of a media option without the names of papers: its trays and types.

@@ -51,7 +51,7 @@ std::string nameOf(const std::optional<std::string>& server) {
   return name.starts_with('/') || name == "localhost" ? "" : name;
 }
 
-// As a part of a file's name.
+// The name as a part of a file's name.
 std::string escaped(const std::string& name) { return Glib::uri_escape_string(name, ":[]"); }
 
 }  // namespace
@@ -66,7 +66,7 @@ Remembered recall(const PrinterPlace& place, const Report& report) {
   const auto file = rememberedFile(place);
   std::error_code unreadable;
   if (!fs::exists(file, unreadable)) return {};
-  // A pipe would be waited for.
+  // Opening a pipe would block.
   if (!fs::is_regular_file(file, unreadable)) {
     setAside(file, "it is no file with contents", report);
     return {};

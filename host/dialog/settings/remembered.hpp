@@ -11,8 +11,8 @@
 
 namespace tandemtrim::host {
 
-/// A printer of a server, or the user's instance of it ("name/instance"); no server is the one that libcups
-/// would choose.
+/// A printer of a server, or the user's instance of it ("name/instance"); no server means libcups's default
+/// one.
 struct PrinterPlace {
   std::optional<std::string> server;
   std::string printer;
@@ -25,17 +25,17 @@ struct Remembered {
   Options panel;
 };
 
-/// What is remembered for the printer. A damaged file is reported and renamed, with ".damaged" behind its
-/// name; nothing is remembered then.
+/// What is remembered for the printer. A damaged file is reported and renamed, with ".damaged" appended;
+/// nothing is remembered then.
 Remembered recall(const PrinterPlace& place, const Report& report);
 
-/// Remembers these settings for the printer, in place of earlier ones, except what is of one document: its
-/// copies, its pages, and when it is printed. The file is replaced as a whole, and only the user can read it.
-/// A failure is reported and returned.
+/// Stores these settings for the printer, replacing earlier ones, except those that concern a single
+/// document: its copies, its pages, and when it is printed. The file is replaced as a whole, and only the
+/// user can read it. A failure is reported and returned.
 std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Report& report);
 
-/// The file of the printer's settings, in the folder of this program below $XDG_STATE_HOME. Names of printers
-/// are those of this computer's own server, or have their server's behind them.
+/// The file of the printer's settings, in the folder of this program below $XDG_STATE_HOME. It has the
+/// printer's name, followed by the server's unless that is this computer's own.
 std::filesystem::path rememberedFile(const PrinterPlace& place);
 
 }  // namespace tandemtrim::host

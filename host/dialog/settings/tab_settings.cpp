@@ -99,7 +99,7 @@ void applyPageRanges(const std::string& text, Gtk::PrintSettings& settings) {
   gtk_print_settings_set_page_ranges(settings.gobj(), ranges.data(), static_cast<int>(ranges.size()));
 }
 
-// Each printer's row goes by one of the two names.
+// A printer's row has one of the two names.
 void applySides(const std::string& value, Gtk::PrintSettings& settings) {
   for (const auto& [sides, duplex] : kSides) {
     if (value != sides && value != duplex) continue;
@@ -185,7 +185,7 @@ bool isAskedFor(const Option& option, const Options& asked) {
       asked, [&](const Option& other) { return isSameKeyword(other.keyword, option.keyword); });
 }
 
-// GTK turns a time of day into universal time and passes on what is none.
+// GTK converts a time of day to universal time, and passes on any other text.
 void refuseWrongTime(const Gtk::PrintSettings& settings) {
   if (settings.get("print-at") != "at" || isTimeOfDay(settings.get("cups-job-hold-until").raw())) return;
   throw Failure(Trouble::userMessage,
@@ -216,7 +216,7 @@ Glib::RefPtr<Gtk::PrintSettings> settingsOfNextPrinter(const Glib::RefPtr<Gtk::P
   wanted.settings->setting_foreach([&](const Glib::ustring& key, const Glib::ustring& value) {
     next->set(key, now->has_key(key) ? now->get(key) : value);
   });
-  // A key that is not there is unset.
+  // A missing key is unset.
   for (const auto* key : kKeysOfTheDocument)
     gtk_print_settings_set(next->gobj(), key, gtk_print_settings_get(now->gobj(), key));
   return next;
@@ -255,7 +255,7 @@ Options rowsShowing(const TabSettings& tabs, const Options& options) {
 }
 
 void refuseWrongPages(const std::string& text) {
-  // GTK takes what it does not understand for page 1.
+  // GTK takes a text that it does not understand for page 1.
   if (text.empty() || !parsePageRanges(text, ",;:").mistake) return;
   throw Failure(Trouble::userMessage, Fact(FactText{kWrongPagesText}, {{"[text]", shortText(text)}}));
 }

@@ -20,46 +20,46 @@ struct TabSettings {
   Glib::RefPtr<Gtk::PageSetup> setup;
 };
 
-/// GTK's keys for what is of a document, whatever printer it goes to.
+/// GTK's keys for settings that concern the document, not the printer.
 inline constexpr std::array<const char*, 6> kKeysOfTheDocument{
     GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES, GTK_PRINT_SETTINGS_PAGE_SET,
     GTK_PRINT_SETTINGS_N_COPIES,    GTK_PRINT_SETTINGS_COLLATE,     GTK_PRINT_SETTINGS_SCALE};
 
-/// The settings that the tabs show once the user changes from a printer where they show `now` to one for
-/// which `kept`, or nothing (null), is remembered. What is of the document, and what the command line asks
-/// for, stays as it is shown.
+/// The settings that the tabs show when the user changes from a printer where they show `now` to one for
+/// which `kept`, or nothing (null), is remembered. Settings that concern the document, and those that the
+/// command line sets (`asked`), stay as they are shown.
 Glib::RefPtr<Gtk::PrintSettings> settingsOfNextPrinter(const Glib::RefPtr<Gtk::PrintSettings>& now,
                                                        const Glib::RefPtr<Gtk::PrintSettings>& kept,
                                                        const Options& asked);
 
-/// Changes the tabs' settings so that they show what a job with these options does. `ppd` is null for a
-/// printer without one.
+/// Changes the tabs' settings so that they show these options. `ppd` is null for a printer without one.
 void applyOptions(const Options& options, ppd_file_t* ppd, TabSettings& tabs);
 
-/// The same for the details of the next printer, once they are read: tabs that show `now` take the page setup
-/// that is remembered or, where nothing is remembered (null parts), what is saved for the printer.
+/// The same once the details of the next printer are read: tabs that show `now` get the page setup that is
+/// remembered or, when nothing is remembered (null parts), the options that are saved for the printer.
 TabSettings tabsOfNextPrinter(const TabSettings& now, const TabSettings& remembered, const Options& saved,
                               const Options& asked, ppd_file_t* ppd);
 
 /// Whether options of this keyword choose two-sided printing.
 bool isDuplexKeyword(const std::string& keyword);
 
-/// The option's value in each of the ways in which printers spell it; its own first.
+/// The option's value in each spelling that printers use; its own first.
 std::vector<std::string> spellings(const Option& option);
 
 /// Those of GTK's rows for the printer's options that show one of these options, with the values that they
-/// show. GTK prefers what the user saved for a printer to what it is given.
+/// show. These may differ, since GTK prefers what the user saved for a printer.
 Options rowsShowing(const TabSettings& tabs, const Options& options);
 
-/// Failure when the entry for pages holds this text and it names none; without a text, addTabOptions() fails.
+/// Failure when this text of the entry for pages cannot be understood. An empty text passes; refuseNoPages()
+/// refuses it.
 void refuseWrongPages(const std::string& text);
 
-/// Failure when pages are to be chosen and none is.
+/// Failure when the user prints only certain pages and names none.
 void refuseNoPages(const Gtk::PrintSettings& settings);
 
-/// Overwrites `options` with the choices of the tabs; rows equal to `untouched` are skipped. Failure when
-/// pages are to be chosen and none is, and for a time to print at that is none. `ppd` is null for a printer
-/// without one; `printersPaper` is the paper that the printer takes unless a job names one, or null.
+/// Overwrites `options` with the choices of the tabs; rows equal to `untouched` are skipped. Failure as
+/// refuseNoPages(), and for a time to print at that cannot be understood. `ppd` is null for a printer without
+/// one; `printersPaper` is the printer's default paper, or null.
 void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize* printersPaper,
                    const Options& untouched, Options& options);
 

@@ -41,7 +41,7 @@ void SentenceList::show(const std::vector<std::string>& sentences, int mostChara
   }
 }
 
-// The toolkit's own measures lines as if they were never broken.
+// The base class measures lines as if they were never wrapped.
 Gtk::SizeRequestMode SentenceList::get_request_mode_vfunc() const {
   return Gtk::SizeRequestMode::HEIGHT_FOR_WIDTH;
 }
@@ -49,7 +49,7 @@ Gtk::SizeRequestMode SentenceList::get_request_mode_vfunc() const {
 void SentenceList::measure_vfunc(Gtk::Orientation orientation, int forSize, int& least, int& liked,
                                  int& leastBaseline, int& likedBaseline) const {
   const bool isWidth = orientation == Gtk::Orientation::HORIZONTAL;
-  // For a height, the toolkit measures broken lines otherwise.
+  // For a given height, the toolkit measures wrapped lines differently.
   box_.measure(orientation, isWidth ? -1 : forSize, least, liked, leastBaseline, likedBaseline);
   leastBaseline = likedBaseline = -1;
   if (!isWidth) least = liked = std::min(liked, mostHeight_);

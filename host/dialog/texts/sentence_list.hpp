@@ -8,17 +8,17 @@
 
 namespace tandemtrim::host {
 
-/// The text as a widget shows it that is read from the right: a line may begin with a printer's name, by
-/// whose letters the toolkit would take it for one that is read from the left.
+/// The text with marks of direction for a widget that is read from the right. A line may begin with a
+/// printer's name, by whose letters the toolkit would take the line for one that is read from the left.
 std::string directed(const Gtk::Widget& widget, const std::string& text);
 
-/// Sentences one below the other. It is as high as they are at its width, and scrolls where that would be
-/// higher than `mostHeight` pixels. It asks for no width unless its natural width is propagated.
+/// Sentences one below the other. The list is as high as they are at its width, and scrolls when that is more
+/// than `mostHeight` pixels. It requests no width unless its natural width is propagated.
 class SentenceList : public Gtk::ScrolledWindow {
  public:
   explicit SentenceList(int mostHeight);
 
-  /// Lines are at most as long as this many characters, else as its width.
+  /// Lines have at most this many characters; with -1, as many as fit the width.
   void show(const std::vector<std::string>& sentences, int mostCharacters = -1);
 
  protected:

@@ -15,14 +15,14 @@ namespace {
 
 using platform::PanelSetting;
 
-// Beside the module that this code is part of.
+// The bundle beside the module that this code is part of.
 std::string bundlePath() {
   Dl_info module{};
   if (dladdr(reinterpret_cast<const void*>(&bundlePath), &module) == 0) return {};
   return std::filesystem::absolute(module.dli_fname).parent_path() / "Dialog.bundle";
 }
 
-// The texts that `text` makes of the parts, with the separator between them.
+// The results of `text` for the parts, with the separator between them.
 template <class Parts, class Text>
 std::string joined(const Parts& parts, std::string_view separator, Text text) {
   std::string whole;

@@ -36,7 +36,7 @@ inline constexpr const char* kUseForAllJobsText = "_Use for all my jobs";
 inline constexpr const char* kNotifyText = "_Notify after printing";
 inline constexpr const char* kSummaryText = "Summary";
 inline constexpr const char* kReadingText = "The printer's details are being read.";
-/// The title of the panel's page until the panel gives its own.
+/// The title of the panel's page until the panel's own is known.
 inline constexpr const char* kPageTitleText = "Printer Settings";
 inline constexpr const char* kUnavailableText = "The printer's own settings are not available.";
 inline constexpr const char* kChoosePrinterText = "Choose a printer.";
@@ -54,7 +54,7 @@ inline constexpr const char* kNotConvertedText =
 inline constexpr const char* kProtectedText =
     "The document is protected by a password and cannot be turned into [format]. Save it without the "
     "password, or save this file as PDF.";
-/// Of a document that another program has made as the dialog said.
+/// For a document that another program has laid out as the user chose.
 inline constexpr const char* kLaidOutText =
     "The program has laid the document out already. Choose the pages, scale and orientation as they were, or "
     "print from the program again.";
@@ -98,7 +98,7 @@ inline constexpr const char* kDeleteThisPresetText = "Delete the preset [name]?"
 inline constexpr const char* kDeleteText = "_Delete";
 inline constexpr const char* kPresetsUnchangedText = "The presets could not be changed.";
 
-/// The headings of what the desktop says of a job once the dialog has gone.
+/// The headings of the desktop's notifications about a job.
 inline constexpr const char* kJobConfirmedText = "Job [number] on [printer]: all settings confirmed";
 inline constexpr const char* kJobLostSettingsText = "Job [number] on [printer]: settings lost";
 inline constexpr const char* kJobUnconfirmedText = "Job [number] on [printer]: settings not confirmed";
@@ -168,12 +168,12 @@ inline constexpr std::array kHelpTexts{
 /// The text in the user's language.
 std::string localized(std::string_view text);
 
-/// A sentence for each value: what it is, what the printer allows, as the panel names both. A sentence for
-/// each conflict.
+/// A sentence for each value, with the values that the printer allows, as the panel shows them; then a
+/// sentence for each conflict.
 std::vector<std::string> problemTexts(const std::vector<IllegalValue>& values,
                                       const std::vector<Conflict>& conflicts);
 
-/// What is wrong and what to do about it, and on a line of its own the fact itself.
+/// What is wrong and what to do about it and, on a separate line, the fact itself.
 std::string failureText(const Failure& failure);
 
 /// The same for several, one below the other.
