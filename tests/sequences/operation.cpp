@@ -166,7 +166,7 @@ std::string describe(const Operation& operation) {
     case Call::dropPanel:
       return panel + "dropped";
     case Call::refuse:
-      return "panels asked for in vain";
+      return "requests that return no panel";
     case Call::panelView:
       return panel + "panelView";
     case Call::willShow:
@@ -202,7 +202,7 @@ std::string describe(const Operation& operation) {
     case Call::lock:
       return "job " + number + ": lock " + quoted(operation.text) + " for " + kKeys.at(operation.which);
     case Call::changeJob:
-      return "the host gives job " + number;
+      return "the host's job becomes job " + number;
   }
   return {};
 }

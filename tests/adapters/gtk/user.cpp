@@ -48,7 +48,7 @@ void waitUntil(const char* what, const std::function<bool()>& isDone) {
       &looks);
   while (!isDone() && looks < kLooks) g_main_context_iteration(nullptr, TRUE);
   g_source_remove(timer);
-  if (looks >= kLooks) throw std::runtime_error(std::string("waited in vain for ") + what);
+  if (looks >= kLooks) throw std::runtime_error(std::string("timed out waiting for ") + what);
 }
 
 struct User::X {

@@ -35,7 +35,7 @@ void turnMainLoop(const std::function<bool()>& isDone) {
   bool isLate = false;
   const Timer patience(std::chrono::seconds(60), [&] { isLate = true; });
   while (!isDone()) {
-    if (isLate) throw std::runtime_error("waited in vain");
+    if (isLate) throw std::runtime_error("timed out");
     g_main_context_iteration(nullptr, TRUE);
   }
 }

@@ -80,15 +80,15 @@ class Presets : public testing::Test {
   std::vector<std::string> names() {
     const auto [presets, faults] = presetsOf("Family");
     for (const auto& fault : faults) {
-      if (const auto fact = setAside(fault)) said.push_back(fact->english());
+      if (const auto fact = setAside(fault)) reported.push_back(fact->english());
     }
     std::vector<std::string> names;
     for (const auto& kept : presets) names.push_back(kept.preset.name);
     return names;
   }
 
-  std::vector<std::string> said;
-  Report report = [this](const std::string& message) { said.push_back(message); };
+  std::vector<std::string> reported;
+  Report report = [this](const std::string& message) { reported.push_back(message); };
 
  private:
   test::TemporaryFolder folder_;
@@ -105,7 +105,7 @@ TEST_F(Presets, AreKeptUntilTheyAreDeleted) {
   EXPECT_EQ(findPreset("Family", kBooklet.name, report), changed);
   deletePreset("Family", kBooklet.name, report);
   EXPECT_THAT(names(), IsEmpty());
-  EXPECT_THAT(said, IsEmpty());
+  EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_F(Presets, AreReadableFilesThatAUserMayWrite) {
@@ -185,16 +185,16 @@ TEST_F(Presets, ThatAreDamagedAreSetAsideAndReported) {
        {"", "{", "[]", R"({"panel": []})", R"({"panel": {"": "x"}})", R"({"options": {"a": 1}})"}) {
     const auto file = write(own(), "Damaged.json", text);
     EXPECT_THAT(names(), IsEmpty()) << text;
-    EXPECT_THAT(said, ElementsAre(testing::AllOf(HasSubstr(file), HasSubstr("cannot be understood"),
-                                                 HasSubstr(".damaged"))));
+    EXPECT_THAT(reported, ElementsAre(testing::AllOf(HasSubstr(file), HasSubstr("cannot be understood"),
+                                                     HasSubstr(".damaged"))));
     EXPECT_TRUE(std::filesystem::exists(file + ".damaged"));
     EXPECT_FALSE(std::filesystem::exists(file));
-    said.clear();
+    reported.clear();
     std::filesystem::remove(file + ".damaged");
   }
   const auto file = write(administrators(), "Damaged.json", "{");
   EXPECT_THAT(names(), IsEmpty());
-  EXPECT_THAT(said, ElementsAre(HasSubstr(file)));
+  EXPECT_THAT(reported, ElementsAre(HasSubstr(file)));
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
@@ -212,9 +212,9 @@ TEST_F(Presets, ThatAreDamagedAreSetAsideBesideEarlierOnes) {
     EXPECT_EQ(contentsOf(file + ".damaged-2"), texts[1]);
     EXPECT_EQ(contentsOf(file + ".damaged-3"), texts[2]);
     EXPECT_FALSE(std::filesystem::exists(file));
-    EXPECT_THAT(said, ElementsAre(HasSubstr("now " + file + ".damaged"), HasSubstr(".damaged-2"),
-                                  HasSubstr(".damaged-3")));
-    said.clear();
+    EXPECT_THAT(reported, ElementsAre(HasSubstr("now " + file + ".damaged"), HasSubstr(".damaged-2"),
+                                      HasSubstr(".damaged-3")));
+    reported.clear();
   }
 }
 
@@ -233,7 +233,7 @@ TEST_F(Presets, ThatAnotherProgramSavesWhileADamagedFileIsSetAsideStay) {
     EXPECT_THAT(names(), IsEmpty());
     EXPECT_EQ(findPreset("Family", kBooklet.name, report).panel.front().value, std::to_string(newer));
     EXPECT_THAT(filesBeside(file), ElementsAre("Booklet, 5 mm.json"));
-    EXPECT_THAT(said, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
   }
 }
 
@@ -245,17 +245,17 @@ TEST_F(Presets, ThatAnotherProgramSetsAsideAtTheSameTimeAreReportedOnce) {
     EXPECT_THAT(names(), IsEmpty());
   };
   EXPECT_THAT(names(), IsEmpty());
-  EXPECT_THAT(said, ElementsAre(HasSubstr(file)));
+  EXPECT_THAT(reported, ElementsAre(HasSubstr(file)));
 }
 
 TEST_F(Presets, OfTheAdministratorThatAreDamagedAreReportedWhereTheyAreUsedUnlessTheUsersHideThem) {
   const auto file = write(administrators(), "House.json", "{");
   savePreset("Family", kBooklet);
   EXPECT_EQ(findPreset("Family", kBooklet.name, report), kBooklet);
-  EXPECT_THAT(said, IsEmpty());
+  EXPECT_THAT(reported, IsEmpty());
   EXPECT_THAT(failureOf([&] { findPreset("Family", "House", report); }).what(),
               HasSubstr("there is no preset House"));
-  EXPECT_THAT(said, ElementsAre(HasSubstr(file + " cannot be understood")));
+  EXPECT_THAT(reported, ElementsAre(HasSubstr(file + " cannot be understood")));
   savePreset("Family", {"House", {}, {}});
   EXPECT_THAT(presetsOf("Family").faults, IsEmpty());
 }
@@ -265,7 +265,7 @@ TEST_F(Presets, ThatCannotBeReadStayWhereTheyAreAndAreReported) {
   const auto file = presetFile("Family", "Unreadable");
   std::filesystem::create_directories(file);
   EXPECT_THAT(names(), IsEmpty());
-  EXPECT_THAT(said, ElementsAre(HasSubstr(file.string() + " cannot be read")));
+  EXPECT_THAT(reported, ElementsAre(HasSubstr(file.string() + " cannot be read")));
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
@@ -274,7 +274,7 @@ TEST_F(Presets, InAFolderThatCannotBeReadAreReported) {
   std::filesystem::create_directories(folder.parent_path());
   std::filesystem::create_symlink(folder, folder);
   EXPECT_THAT(names(), IsEmpty());
-  EXPECT_THAT(said, ElementsAre(HasSubstr(folder.string() + " cannot be read")));
+  EXPECT_THAT(reported, ElementsAre(HasSubstr(folder.string() + " cannot be read")));
 }
 
 TEST_F(Presets, MayHaveAnyNameAndNeverLeaveTheirFolder) {
@@ -304,7 +304,7 @@ TEST_F(Presets, OfTwoProgramsThatSaveAtOnceAreAllKept) {
   saveMany("b");
   other.join();
   EXPECT_EQ(names().size(), 101U);
-  EXPECT_THAT(said, IsEmpty());
+  EXPECT_THAT(reported, IsEmpty());
 }
 
 Preset countOf(int count) { return {"Count", {{"MVTopMargin", std::to_string(count)}}, {}}; }

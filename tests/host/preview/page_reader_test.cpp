@@ -271,23 +271,23 @@ TEST_F(AProgramThatRenders, RunsWithoutRightsThatItDoesNotNeed) {
   request.limit = 20s;
   request.isWanted = [&] { return isWanted.load(); };
   std::thread reading([&] { EXPECT_THAT(refusalOf(request, slowDocument()), HasSubstr("nobody waits")); });
-  const auto said = [&](const char* file) {
+  const auto processFile = [&](const char* file) {
     std::string process;
     std::getline(std::ifstream(folder_.path() / "process"), process);
     std::ifstream stream("/proc/" + process + '/' + file);
     return std::string(std::istreambuf_iterator<char>(stream), {});
   };
-  const auto isFiltered = [&] { return said("status").find("Seccomp:\t2") != std::string::npos; };
+  const auto isFiltered = [&] { return processFile("status").find("Seccomp:\t2") != std::string::npos; };
   for (const auto end = std::chrono::steady_clock::now() + kSoon;
        !isFiltered() && std::chrono::steady_clock::now() < end;)
     std::this_thread::yield();
   EXPECT_TRUE(isFiltered());
-  EXPECT_THAT(said("status"), HasSubstr("NoNewPrivs:\t1"));
+  EXPECT_THAT(processFile("status"), HasSubstr("NoNewPrivs:\t1"));
   for (const char* limit :
        {"cpu time +4 +4 ", "file size +0 +0 ", "core file size +0 +0 ", "open files +32 +32 "})
-    EXPECT_THAT(said("limits"), testing::ContainsRegex(limit));
+    EXPECT_THAT(processFile("limits"), testing::ContainsRegex(limit));
 #ifndef TANDEM_TRIM_SANITIZED
-  EXPECT_THAT(said("limits"), testing::ContainsRegex("address space +536870912 +536870912 "));
+  EXPECT_THAT(processFile("limits"), testing::ContainsRegex("address space +536870912 +536870912 "));
 #endif
   isWanted = false;
   reading.join();
