@@ -157,7 +157,7 @@ class ConfirmationTest(TerminalCase):
         document.write_bytes(SAMPLE.read_bytes() + bytes(50_000_000))
         with Pause(self.cups.address, 100_000) as relay:
             program = self.started("-d", "Morva", document, CUPS_SERVER=relay.address)
-            self.assertTrue(relay.held.wait(PATIENCE))
+            self.assertTrue(relay.reached.wait(PATIENCE))
             os.truncate(document, 200_000)
             relay.release()
             status, out, said = self.end_of(program)
@@ -201,7 +201,7 @@ class ConfirmationTest(TerminalCase):
         """Prints a job that is cancelled before the program asks what the server has of it; returns the program's end."""
         with Holdup(self.cups.address, QUESTION) as relay:
             program = self.started("-d", "Resting", *arguments, SAMPLE, CUPS_SERVER=relay.address)
-            self.assertTrue(relay.held.wait(PATIENCE))
+            self.assertTrue(relay.reached.wait(PATIENCE))
             self.cups.cancel_all()
             relay.release()
             return self.end_of(program)
@@ -306,7 +306,7 @@ class ConfirmationTest(TerminalCase):
         for name, (point, words) in points.items():
             with self.subTest(name), Pause(self.cups.address, *point) as relay:
                 program = self.started("-d", "Morva", document, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
-                self.assertTrue(relay.held.wait(PATIENCE))
+                self.assertTrue(relay.reached.wait(PATIENCE))
                 program.send_signal(signal.SIGINT)
                 status, out, said = self.end_of(program)
                 self.assertEqual((status, out), (128 + signal.SIGINT, ""), said)

@@ -281,10 +281,10 @@ class HostileServerTest(TerminalCase):
     def test_an_incomplete_document_that_the_server_takes_for_complete_is_cancelled_at_once(self):
         # CUPS takes a document that ends between two HTTP chunks for complete.
         for state, is_cancelled in ((ipp.PROCESSING, True), (ipp.COMPLETED, False)):
-            held = [(ipp.ENUM, "job-state", state), (ipp.INTEGER, "number-of-documents", 1), (ipp.INTEGER, "job-k-octets", 1)]
+            attributes = [(ipp.ENUM, "job-state", state), (ipp.INTEGER, "number-of-documents", 1), (ipp.INTEGER, "job-k-octets", 1)]
             answers = {
                 ipp.SEND_DOCUMENT: lambda: [fake_server.head()],
-                ipp.GET_JOB: lambda held=held: [fake_server.described(ipp.JOB_GROUP, fake_server.JOB, held)],
+                ipp.GET_JOB: lambda attributes=attributes: [fake_server.described(ipp.JOB_GROUP, fake_server.JOB, attributes)],
             }
             with self.subTest(state), FakeServer(PPD.read_bytes(), answers) as server:
                 result = self.trim_at(server.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)

@@ -216,7 +216,7 @@ class DialogNotificationsTest(DialogCase):
         with Holdup(self.cups.address, request) as holdup:
             dialog = self.ready("-d", "Morva", CUPS_SERVER=holdup.address)
             dialog.press("Print")
-            patience.until(holdup.held.is_set, "the request")
+            patience.until(holdup.reached.is_set, "the request")
             dialog.press("Cancel")
             patience.until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
             holdup.release()

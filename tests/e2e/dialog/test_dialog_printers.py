@@ -503,7 +503,7 @@ class DialogPrintersTest(DialogCase):
             dialog = self.dialog("-d", "Morva", CUPS_SERVER=holdup.address)
             dialog.wait_for_tab("Tandem Trim")
             dialog.press("Print")
-            until(holdup.held.is_set, "the question about the job that was sent")
+            until(holdup.reached.is_set, "the question about the job that was sent")
             dialog.press("Cancel")
             until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
             holdup.release()

@@ -59,19 +59,19 @@ class DeathsTest(PortalCase):
         self.start(CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=SECONDS, TMPDIR=str(self.temporary), **variables)
 
     @contextlib.contextmanager
-    def held(self, moment, document=SAMPLE, **variables):
+    def stopped_at(self, moment, document=SAMPLE, **variables):
         """Prints this document and holds the request of this moment back; yields the relay and the program's call."""
         words = (TO_CHOOSE | TO_PRINT)[moment]
         with Holdup(self.cups.address, words) as relay:
             self.start_over(relay, **variables)
             if moment in TO_CHOOSE:
                 call = self.client.prepare()
-                self.assertTrue(relay.held.wait(patience.PATIENCE), moment)
+                self.assertTrue(relay.reached.wait(patience.PATIENCE), moment)
                 Shown(self.process, "Print")
             else:
                 _, _, token = self.chosen()
                 call = self.client.print(document, token)
-                self.assertTrue(relay.held.wait(patience.PATIENCE), moment)
+                self.assertTrue(relay.reached.wait(patience.PATIENCE), moment)
             yield relay, call
 
     def large_document(self):
@@ -94,7 +94,7 @@ class DeathsTest(PortalCase):
 
     @at_each(*TO_CHOOSE, *TO_PRINT)
     def test_a_withdrawn_request_is_answered_at_once_though_the_server_does_not_answer(self, moment):
-        with self.held(moment) as (relay, call):
+        with self.stopped_at(moment) as (relay, call):
             call.close()
             self.assertEqual(call.answer(), (FAILED, {}))
             relay.release()
@@ -106,7 +106,7 @@ class DeathsTest(PortalCase):
 
     @at_each(*TO_CHOOSE)
     def test_a_user_can_cancel_though_the_server_does_not_answer(self, moment):
-        with self.held(moment) as (relay, call):
+        with self.stopped_at(moment) as (relay, call):
             dialog = Shown(self.process, "Print")
             dialog.press("Cancel")
             self.assertEqual(call.answer(), (CANCELLED, {}))
@@ -117,7 +117,7 @@ class DeathsTest(PortalCase):
     def test_a_backend_that_is_killed_leaves_no_file_and_no_half_job(self, moment):
         # The system buffers a small document completely, and sends it even after the program's end.
         document = self.large_document() if moment == "document" else SAMPLE
-        with self.held(moment, document) as (relay, call):
+        with self.stopped_at(moment, document) as (relay, call):
             self.process.kill()
             self.process.wait()
             self.assertIsInstance(call.answer(), GLib.Error)
@@ -137,7 +137,7 @@ class DeathsTest(PortalCase):
         with contextlib.ExitStack() as ends:
             relay = None
             if moment in TO_CHOOSE | TO_PRINT:
-                relay, _ = ends.enter_context(self.held(moment, **places))
+                relay, _ = ends.enter_context(self.stopped_at(moment, **places))
             else:
                 self.start(TMPDIR=str(self.temporary), **places)
                 _, _, token = self.chosen()

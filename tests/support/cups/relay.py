@@ -219,12 +219,12 @@ class Slow(Relay):
 
 
 class Holdup(Relay):
-    """Passes everything on, but requests with these words only after release(). `held` is set when one arrives."""
+    """Passes everything on, but requests with these words only after release(). `reached` is set when one arrives."""
 
     def __init__(self, server, words):
         super().__init__(server, float("inf"), None)
         self._words = words
-        self.held, self._released = threading.Event(), threading.Event()
+        self.reached, self._released = threading.Event(), threading.Event()
         self.release = self._released.set
 
     def __exit__(self, *_):
@@ -233,7 +233,7 @@ class Holdup(Relay):
 
     def _on_request(self, piece):
         if self._words in piece:
-            self.held.set()
+            self.reached.set()
             self._released.wait()
 
 
@@ -332,11 +332,11 @@ class AlwaysCut(AtByte):
 
 
 class Pause(AtByte):
-    """Passes nothing on at the point until release(). `held` is set at the point."""
+    """Passes nothing on at the point until release(). `reached` is set at the point."""
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
-        self.held, self._released = threading.Event(), threading.Event()
+        self.reached, self._released = threading.Event(), threading.Event()
         self.release = self._released.set
 
     def __exit__(self, *_):
@@ -344,7 +344,7 @@ class Pause(AtByte):
         super().__exit__()
 
     def _at_point(self):
-        self.held.set()
+        self.reached.set()
         self._released.wait()
 
 
