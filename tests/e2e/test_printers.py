@@ -90,7 +90,7 @@ class PrintersTest(TerminalCase):
         self.assertEqual(options, expected)
         self.assertEqual(said.count("the job gets 3"), 2)
 
-    def test_what_the_user_chose_beyond_the_limits_is_refused_even_where_it_is_the_default(self):
+    def test_a_value_beyond_the_limits_that_the_user_chose_is_refused_even_if_it_is_the_default(self):
         self.add_narrow_queue()
         for switch in ("On", "Off"):
             self.refuses("-d", "Narrow", "-o", f"{VALID}={switch} MVTopMargin=5", SAMPLE, words=["MVTopMargin=5", "0 to 3"])

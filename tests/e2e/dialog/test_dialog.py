@@ -47,7 +47,7 @@ PAGES = dict.fromkeys(LANGUAGES, "Tandem Trim") | {"ja": "タンデムトリム"
 
 
 class DialogTest(DialogCase):
-    def test_what_is_set_at_the_panel_reaches_the_filter(self):
+    def test_settings_of_the_panel_reach_the_filter(self):
         dialog = self.panel()
         dialog.change_panel()
         dialog.press("Print")

@@ -148,7 +148,7 @@ class DialogNotificationsTest(DialogCase):
         (shown,) = desktop.wait_for(1)
         self.assertEqual(shown["heading"], "Auftrag 1 auf Morva: alle Einstellungen bestätigt")
 
-    def test_the_option_no_notification_shows_none_for_this_job_alone(self):
+    def test_the_option_no_notification_applies_to_one_job_only(self):
         desktop = self.desktop()
         self.prints("-d", "Morva", "--no-notification")
         self.assertEqual((desktop.shown(), self.notifiers()), ([], []))
@@ -188,7 +188,7 @@ class DialogNotificationsTest(DialogCase):
         self.printed(dialog)
         desktop.wait_for(1)
 
-    def test_with_a_damaged_file_of_the_choice_notifications_are_shown(self):
+    def test_notifications_are_shown_if_the_remembered_choice_is_damaged(self):
         desktop = self.desktop()
         self.choices.parent.mkdir(parents=True)
         for damaged in ("[Dialog]\nNotify=perhaps\n", "no file of keys"):
@@ -222,7 +222,7 @@ class DialogNotificationsTest(DialogCase):
             holdup.release()
             yield dialog
 
-    def test_a_job_that_the_user_cancels_in_the_dialog_is_not_notified(self):
+    def test_no_notification_is_shown_for_a_job_that_the_user_cancels_in_the_dialog(self):
         desktop = self.desktop()
         with self.cancelled_during(NEW_JOB) as dialog:
             _, out, said = dialog.ends()
@@ -230,7 +230,7 @@ class DialogNotificationsTest(DialogCase):
         self.assertIn("cancelled", said)
         self.assertEqual((desktop.shown(), self.notifiers()), ([], []))
 
-    def test_a_job_that_the_user_cancels_too_late_is_notified(self):
+    def test_a_notification_is_shown_for_a_job_that_the_user_cancels_too_late(self):
         desktop = self.desktop()
         with self.cancelled_during(GET_JOB_ATTRIBUTES) as dialog:
             self.printed(dialog)

@@ -30,7 +30,7 @@ class Applications:
         dialog.goes()
         return self.next_record()
 
-    def test_what_is_set_at_the_panel_reaches_the_filter_once(self):
+    def test_settings_of_the_panel_reach_the_filter_once(self):
         _, dialog = self.shown()
         dialog.change_panel()
         record = self.prints(dialog)

@@ -63,7 +63,7 @@ class PasswordsTest(TerminalCase):
                 self.assertIn(f"Unauthorized: the print server at {server.address} does not take that password for {self.user}; try again with another", terminal.shown())
                 self.assertNotIn("at a terminal", terminal.shown())
 
-    def test_the_user_may_take_longer_than_a_server_may(self):
+    def test_the_time_limit_for_servers_does_not_apply_to_the_user(self):
         with self.server(ipp.CREATE_JOB) as server, self.terminal(server) as terminal:
             terminal.wait_for(QUESTION)
             time.sleep(2.5 * TIMEOUT)
