@@ -1,8 +1,6 @@
 #include "host/cups/connection/certificate.hpp"
 
-#include <algorithm>
 #include <array>
-#include <cctype>
 #include <filesystem>
 #include <memory>
 #include <string_view>
@@ -21,14 +19,7 @@ using Certificate = std::unique_ptr<cups_array_t, EndedBy<httpFreeCredentials>>;
 // Where libcups looks for the certificates that an ordinary user trusts.
 fs::path certificatesFolder() { return homeFolder().string() + "/.cups/ssl"; }
 
-// The file that libcups uses for the host.
-fs::path fileOf(std::string host) {
-  std::ranges::transform(host, host.begin(), [](unsigned char character) {
-    const bool isPlain = std::isalnum(character) != 0 || character == '-' || character == '.';
-    return isPlain ? static_cast<char>(std::tolower(character)) : '_';
-  });
-  return certificatesFolder() / (host + ".crt");
-}
+fs::path fileOf(const std::string& host) { return certificateFile(certificatesFolder(), host); }
 
 Certificate shownBy(http_t* http) {
   cups_array_t* shown = nullptr;
@@ -62,6 +53,13 @@ std::string lastWords() {
 }
 
 }  // namespace
+
+fs::path certificateFile(const fs::path& folder, std::string host) {
+  constexpr std::string_view kKept = "-.0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz";
+  std::size_t at = 0;
+  while ((at = host.find_first_not_of(kKept, at)) != std::string::npos) host[at] = '_';
+  return folder / (host + ".crt");
+}
 
 std::optional<std::string> checkCertificate(http_t* http, const std::string& server) {
   std::array<char, HTTP_MAX_HOST> name{};
