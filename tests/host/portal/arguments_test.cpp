@@ -38,6 +38,28 @@ TEST(Suggestions, BecomeTheOptionsOfAJob) {
                                    Option{"number-up", "4"}, Option{"number-up-layout", "rltb"}));
 }
 
+TEST(Suggestions, OfEveryArrangementOfPagesBecomeTheOptionThatDoesTheSame) {
+  const std::vector<Option> arrangements{
+      {"number-up", "2"},           {"number-up", "4"},           {"number-up", "6"},
+      {"number-up", "9"},           {"number-up", "16"},          {"number-up-layout", "lrtb"},
+      {"number-up-layout", "lrbt"}, {"number-up-layout", "rltb"}, {"number-up-layout", "rlbt"},
+      {"number-up-layout", "tblr"}, {"number-up-layout", "tbrl"}, {"number-up-layout", "btlr"},
+      {"number-up-layout", "btrl"}, {"page-set", "even"},         {"page-set", "odd"},
+      {"page-set", "all"}};
+  for (const auto& arrangement : arrangements) {
+    const auto& [keyword, value] = arrangement;
+    EXPECT_THAT(prepared("{'" + keyword + "': <'" + value + "'>}").options, ElementsAre(arrangement));
+  }
+  EXPECT_THAT(prepared("{'collate': <'false'>, 'reverse': <'false'>}").options,
+              ElementsAre(Option{"Collate", "False"}, Option{"OutputOrder", "Normal"}));
+}
+
+TEST(Suggestions, OfOneCopyUpTo9999AreTaken) {
+  for (const char* copies : {"1", "9999"})
+    EXPECT_THAT(prepared(std::string("{'n-copies': <'") + copies + "'>}").options,
+                ElementsAre(Option{"copies", copies}));
+}
+
 TEST(Suggestions, CountPagesFromZero) {
   EXPECT_THAT(prepared("{'print-pages': <'ranges'>, 'page-ranges': <'0-1,4'>}").options,
               ElementsAre(Option{"page-ranges", "1-2,5"}));
@@ -92,13 +114,24 @@ TEST(Suggestions, NameAPrinterAndADocumentButNoPath) {
 TEST(Suggestions, ScaleWithinLimits) {
   EXPECT_EQ(prepared("{'scale': <'75'>}").scale, 75);
   EXPECT_EQ(prepared("{'scale': <'70.5'>}").scale, 70.5);
-  for (const char* wrong : {"'0'", "'1001'", "'nan'", "'inf'", "'-5'", "75.0", "'7,5'", "''"})
+  EXPECT_EQ(prepared("{'scale': <'1'>}").scale, 1);
+  EXPECT_EQ(prepared("{'scale': <'1000'>}").scale, 1000);
+  for (const char* wrong :
+       {"'0'", "'0.9'", "'1000.5'", "'1001'", "'nan'", "'inf'", "'-5'", "75.0", "'7,5'", "''"})
     EXPECT_EQ(prepared(std::string("{'scale': <") + wrong + ">}").scale, std::nullopt) << wrong;
 }
 
 TEST(PageSetup, BecomesPaperAndOrientation) {
   EXPECT_THAT(prepared("{}", "{'Width': <210.0>, 'Height': <297.0>, 'Orientation': <'landscape'>}").options,
               ElementsAre(Option{"media", "iso_a4_210x297mm"}, Option{"orientation-requested", "4"}));
+}
+
+TEST(PageSetup, MayTurnThePageEachWay) {
+  const std::vector<std::pair<std::string, std::string>> ways{
+      {"portrait", "3"}, {"landscape", "4"}, {"reverse_landscape", "5"}, {"reverse_portrait", "6"}};
+  for (const auto& [way, value] : ways)
+    EXPECT_THAT(prepared("{}", "{'Orientation': <'" + way + "'>}").options,
+                ElementsAre(Option{"orientation-requested", value}));
 }
 
 TEST(PageSetup, OfNoSizeLeavesThePaperToThePrinter) {

@@ -2,12 +2,14 @@
 
 #include <csignal>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <thread>
 
 #include <fcntl.h>
 #include <glib.h>
 #include <gmock/gmock.h>
+#include <pthread.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -34,6 +36,29 @@ class FileLimit {
 
  private:
   rlimit before_{};
+};
+
+// No thread can be started, as long as it is there: each wants a stack larger than any address space.
+class NoThreads {
+ public:
+  NoThreads() {
+    constexpr std::size_t kEndless = std::size_t{1} << 48U;
+    pthread_getattr_default_np(&before_);
+    pthread_attr_t endless;
+    pthread_attr_init(&endless);
+    pthread_attr_setstacksize(&endless, kEndless);
+    pthread_setattr_default_np(&endless);
+    pthread_attr_destroy(&endless);
+  }
+  NoThreads(const NoThreads&) = delete;
+  NoThreads& operator=(const NoThreads&) = delete;
+  ~NoThreads() {
+    pthread_setattr_default_np(&before_);
+    pthread_attr_destroy(&before_);
+  }
+
+ private:
+  pthread_attr_t before_{};
 };
 
 class CopiedDocument : public testing::Test {
@@ -145,6 +170,19 @@ TEST_F(CopiedDocument, IsRefusedWhereItDoesNotFit) {
   const auto result = copyOf(file);
   EXPECT_FALSE(result.isCopied);
   EXPECT_THAT(result.failure, HasSubstr("cannot be kept until it is printed"));
+}
+
+TEST_F(CopiedDocument, IsRefusedWhereTheSystemIsOutOfThreads) {
+  const int file = open(write("content").c_str(), O_RDONLY);
+  std::optional<NoThreads> shortage{std::in_place};
+  std::string told;
+  const DocumentCopy copy(FileDescriptor(file), [&](const FileDescriptor& kept, const auto& failure) {
+    EXPECT_FALSE(kept.isOpen());
+    told = failure ? failure->what() : "no failure";
+  });
+  shortage.reset();
+  while (told.empty()) g_main_context_iteration(nullptr, TRUE);
+  EXPECT_THAT(told, HasSubstr("the document cannot be read: "));
 }
 
 TEST_F(CopiedDocument, IsNotDeliveredOnceTheObjectIsGone) {
