@@ -50,32 +50,23 @@ def named(names):
     return fake_server.answer(ipp.beginning(0) + b"".join(printers) + bytes([ipp.END]))
 
 
-class CompletionTest(TerminalCase):
+class PrintersTest(TerminalCase):
+    """Behind a print server with a printer of another family and one with an odd name."""
+
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
         cls.cups.add_queue("Fold", FOLDLINE_PPD)
         cls.cups.add_queue(ODD, PPD)
 
-    def setUp(self):
-        super().setUp()
-        folder = self.temporary_folder()
-        self.prefix = folder / "usr"
-        subprocess.run(["cmake", "--install", BUILD, "--prefix", self.prefix], check=True, capture_output=True)
-        self.work = folder / "work"
-        self.work.mkdir()
-        (self.work / "sample.pdf").symlink_to(SAMPLE)
 
-    def around(self):
-        plain = {"TERM": "dumb", "PATH": f"{self.prefix}/bin:{os.defpath}", "XDG_DATA_DIRS": f"{self.prefix}/share:/usr/share"}
-        return self.environment(CUPS_SERVER="{}:{}".format(*self.cups.address), LPDEST="Morva", **plain)
+class AnswersTest(PrintersTest):
+    """The program's own answers."""
 
     def words(self, *words, **variables):
         result = self.trim("--complete", *words, **variables)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         return result.stdout.splitlines()
-
-    # The program's own answers.
 
     def test_the_servers_printers_are_offered(self):
         self.assertEqual(self.words("-d", ""), ["Fold", "Morva", ODD])
@@ -155,7 +146,22 @@ class CompletionTest(TerminalCase):
                     took = self.seconds(lambda words=words: self.assertEqual(self.words(*words, CUPS_SERVER=relay.address, **around), []))
                 self.assertLess(took, 3)
 
-    # The shells.
+
+class ShellsTest(PrintersTest):
+    """What shells make of the answers, with the files as they are installed."""
+
+    def setUp(self):
+        super().setUp()
+        folder = self.temporary_folder()
+        self.prefix = folder / "usr"
+        subprocess.run(["cmake", "--install", BUILD, "--prefix", self.prefix], check=True, capture_output=True)
+        self.work = folder / "work"
+        self.work.mkdir()
+        (self.work / "sample.pdf").symlink_to(SAMPLE)
+
+    def around(self):
+        plain = {"TERM": "dumb", "PATH": f"{self.prefix}/bin:{os.defpath}", "XDG_DATA_DIRS": f"{self.prefix}/share:/usr/share"}
+        return self.environment(CUPS_SERVER="{}:{}".format(*self.cups.address), LPDEST="Morva", **plain)
 
     def completes(self, shell, start, more=()):
         """Asserts that Tab completes each text in this shell. `start` sets the shell up to show the command line at ^O."""
