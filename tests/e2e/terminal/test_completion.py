@@ -51,7 +51,7 @@ def named(names):
 
 
 class PrintersTest(TerminalCase):
-    """Behind a print server with a printer of another family and one with an odd name."""
+    """Completion at a print server with a printer of another family and one with an odd name."""
 
     @classmethod
     def setUpClass(cls):
@@ -122,7 +122,7 @@ class AnswersTest(PrintersTest):
                 self.assertEqual(self.words(*words), [])
         self.assertEqual(self.words("-t", "--", "--su"), ["--summary"])
 
-    def test_the_server_is_asked_as_for_a_job(self):
+    def test_completion_takes_server_encryption_and_user_from_the_command_line_as_a_job_does(self):
         server = "{}:{}".format(*self.cups.address)
         for words in (["-h", server], [f"-h{server}"]):
             self.assertEqual(self.words(*words, "-d", "M", CUPS_SERVER="127.0.0.1:1"), ["Morva"])
@@ -148,7 +148,7 @@ class AnswersTest(PrintersTest):
 
 
 class ShellsTest(PrintersTest):
-    """What shells make of the answers, with the files as they are installed."""
+    """Completion in shells, with the installed files."""
 
     def setUp(self):
         super().setUp()
