@@ -66,7 +66,7 @@ soak: ## run the long tests for HOURS (1) and add up what they try; SOAK='jobs c
 race: ## run the dialog's background work under ThreadSanitizer
 	$(install_dependencies) test
 	$(call build_apart,race,-DCMAKE_BUILD_TYPE=Debug -DTANDEM_TRIM_SANITIZE=thread -DTANDEM_TRIM_APPKIT=OFF,tandemtrim_dialog_tests)
-	TSAN_OPTIONS=ignore_noninstrumented_modules=1:halt_on_error=1 ctest --test-dir build/race --output-on-failure --timeout 3600 -j 2 -R '^e2e: (dialog|print backend|hostile programs|failing prints|notifier)'
+	TSAN_OPTIONS=ignore_noninstrumented_modules=1:halt_on_error=1 ctest --test-dir build/race --output-on-failure --timeout 3600 -j 2 -R '^e2e: (dialog|print backend|hostile programs|failing prints|many prints|notifier)'
 
 memcheck: ## run the tests of the core under valgrind
 	$(install_dependencies) memcheck

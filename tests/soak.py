@@ -35,11 +35,25 @@ class Run:
     on_screen: bool = False
 
 
+def many_jobs(name, case, folder, count, on_screen=False):
+    """Two runs of the tests in volume_case.py: with whole connections, and with some that break."""
+
+    def run(test, counted):
+        return Run((*UNITTEST, f"{case}.test_{test}"), folder, (f"JOBS={count}",), counted, on_screen)
+
+    return {
+        name: run("every_job_reaches_its_filter_once_with_the_saved_options", r"^(\d+) jobs$"),
+        f"broken-{name}": run("a_confirmed_job_is_printed_once_and_complete_even_if_connections_break", r"^(\d+) broken jobs$"),
+    }
+
+
 # The runs, by what they try.
 RUNS = {
     "sequences": Run((BUILD / "tests/sequences/tandemtrim_sequences_test",), "", ("SEQUENCES=1000000",), r"sequences of (\d+) calls"),
-    "jobs": Run((*UNITTEST, "test_volume.VolumeTest"), "tests/e2e", ("JOBS=5000",)),
-    "broken-jobs": Run((*UNITTEST, "test_volume.BrokenWayTest"), "tests/e2e", ("BROKEN_JOBS=2000",)),
+    **many_jobs("jobs", "test_volume.OneConnectionTest", "tests/e2e", 5000),
+    **many_jobs("program-jobs", "test_volume.TerminalProgramTest", "tests/e2e", 5000),
+    **many_jobs("dialog-jobs", "test_volume.DialogsTest", "tests/e2e", 5000),
+    **many_jobs("portal-jobs", "test_many_prints.ManyPrintsTest", "tests/e2e/portal", 500, on_screen=True),
     "cuts": Run((*UNITTEST, "test_cut_jobs"), "tests/e2e", ("CUTS=200", "LARGE_CUTS=4")),
     "requests": Run((*UNITTEST, "test_clients_that_die"), "tests/e2e/portal", ("REQUESTS=1000",), on_screen=True),
     "failing-calls": Run((*UNITTEST, "test_one_failure"), "tests/e2e/shortage", ("FAILURES=2000",)),

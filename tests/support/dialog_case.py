@@ -252,7 +252,7 @@ class DialogCase(TerminalCase):
         pass
 
     def setUp(self):
-        self.cups = PrivateCups()
+        self.cups = PrivateCups(self.server_settings)
         self.addCleanup(self.cups.stop)
         self.cups.add_queue("Morva", PPD)
 

@@ -88,12 +88,13 @@ def of_panel(options):
 
 class TerminalCase(unittest.TestCase):
     maxDiff = None
+    server_settings = ""  # lines for the server beside those of every test
 
     @classmethod
     def setUpClass(cls):
         if not PROGRAM.exists():
             raise FileNotFoundError(f"{PROGRAM}: build it first, or name the build folder by TANDEM_TRIM_BUILD")
-        cls.cups = PrivateCups()
+        cls.cups = PrivateCups(cls.server_settings)
         cls.addClassCleanup(cls.cups.stop)
         cls.cups.add_queue("Morva", PPD)
 

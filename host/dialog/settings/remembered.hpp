@@ -20,7 +20,7 @@ struct PrinterPlace {
 
 /// The settings of the user's last successful job on a printer: those of GTK's tabs and those of the panel.
 struct Remembered {
-  /// Null parts are not remembered.
+  /// Null where nothing is remembered; never null in what is to be remembered.
   TabSettings tabs;
   Options panel;
 };

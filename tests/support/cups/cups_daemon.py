@@ -88,9 +88,11 @@ def free_port():
 
 
 class CupsDaemon:
-    """Runs for the duration of a `with` statement, or until stop(). Root or an ordinary user may start it."""
+    """Runs for the duration of a `with` statement, or until stop(). Root or an ordinary user may start it. `more_settings` are lines
+    for its cupsd.conf."""
 
-    def __init__(self):
+    def __init__(self, more_settings=""):
+        self._more_settings = more_settings
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="private-cups-"))
         self.address = None
         self._server = None
@@ -146,7 +148,7 @@ class CupsDaemon:
 
     def _runs(self):
         """Starts the server at its address; false if it ends at once."""
-        (self.folder / "cupsd.conf").write_text(SERVER_SETTINGS.format(host=HOST, port=self.address[1]))
+        (self.folder / "cupsd.conf").write_text(SERVER_SETTINGS.format(host=HOST, port=self.address[1]) + self._more_settings)
         command = [self.folder / "cupsd", "-f", "-c", self.folder / "cupsd.conf"]
         command += ["-s", self.folder / "cups-files.conf"]
         # The server ends with this process, however that ends.

@@ -1,11 +1,10 @@
-// Sends many jobs with random settings over one connection, each settled by the panel and sent as the program
-// does it. Prints a line for each job: "job <tab> printer <tab> keyword=value <tab> ...". With
-// TANDEM_TRIM_BREAKS, a job that is not confirmed has "failed" for its number, and the next job gets a new
-// connection; otherwise such a job ends the program.
+// Plans and sends many jobs with random settings. `plan SEED COUNT PRINTER...` lets the panel settle each job
+// and writes it as a line of JSON: title (its number), printer, arguments of the terminal program, options to
+// be sent. `send DOCUMENT` reads such lines and sends the jobs as the program does it, over one connection;
+// after a job that is not confirmed, the next one gets a new connection.
 
 #include <array>
-#include <cstdlib>
-#include <iostream>
+#include <map>
 #include <memory>
 #include <random>
 #include <span>
@@ -14,10 +13,12 @@
 #include "host/cups/sent_job.hpp"
 #include "host/failure.hpp"
 #include "host/panel/job_settings.hpp"
+#include "tests/support/cups/planned_job.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
+using Json = nlohmann::ordered_json;
 using Random = std::mt19937_64;
 
 struct Setting {
@@ -45,9 +46,8 @@ std::string anyValue(Random& random, const Setting& setting, int beyond) {
 }
 
 // A random command line: some settings as options, some as entries in the panel.
-CommandLine anyWishes(Random& random, std::uint64_t number) {
+CommandLine anyWishes(Random& random) {
   CommandLine line;
-  line.options.push_back({"x-number", std::to_string(number)});
   for (const auto& setting : kSettings) {
     if (below(random, 2) == 0) line.options.push_back({setting.keyword, anyValue(random, setting, 0)});
   }
@@ -60,46 +60,58 @@ CommandLine anyWishes(Random& random, std::uint64_t number) {
   return line;
 }
 
-struct Queue {
-  Printer printer;
-  PpdHandle ppd;
-};
+// The same as words of the command line.
+std::vector<std::string> wordsOf(const CommandLine& line) {
+  std::vector<std::string> words;
+  for (const auto& option : line.options) words.insert(words.end(), {"-o", optionText(option)});
+  for (const auto& [name, text] : line.inputs) {
+    if (text) {
+      words.insert(words.end(), {"--set", name + '=' + *text});
+    } else {
+      words.emplace_back("--restore-defaults");
+    }
+  }
+  return words;
+}
 
-int sendOne(const Connection& connection, const Queue& queue, const Options& options,
+void plan(std::uint64_t seed, std::uint64_t count, std::span<char* const> printers) {
+  const Connection connection(std::nullopt);
+  std::vector<PpdHandle> ppds;
+  for (const char* name : printers) ppds.push_back(queuePpd(connection, findPrinter(connection, name)));
+  for (std::uint64_t number = 0; number < count; ++number) {
+    Random random(seed + number);
+    const auto queue = number % printers.size();
+    const auto line = anyWishes(random);
+    const auto settled =
+        settleSettings(line, printers[queue], ppds[queue].get(), {}, line.options, [](const auto&) {});
+    Json json{{"title", std::to_string(number)}, {"printer", printers[queue]}, {"arguments", wordsOf(line)}};
+    for (const auto& [keyword, value] : settled.options) json["options"][keyword] = value;
+    std::cout << json << '\n';
+  }
+}
+
+int sendOne(const Connection& connection, const Printer& printer, const PlannedJob& planned,
             const std::string& file) {
   auto documents = openDocuments({file});
-  const auto job = sendAndConfirm(connection, queue.printer, documents.front().name(), options, documents,
+  const auto job = sendAndConfirm(connection, printer, planned.title, planned.options, documents,
                                   [](auto, const auto&, auto, auto) {});
   if (job.failure || !job.held) throw Failure(jobText(job));
   return job.number;
 }
 
-void sendAll(std::uint64_t count, std::uint64_t seed, const std::string& file,
-             std::span<char* const> printers) {
-  const bool breaks = std::getenv("TANDEM_TRIM_BREAKS") != nullptr;
+void sendAll(const std::string& file) {
   auto connection = std::make_unique<Connection>(std::nullopt);
-  std::vector<Queue> queues;
-  for (const char* name : printers) {
-    auto printer = findPrinter(*connection, name);
-    auto ppd = queuePpd(*connection, printer);
-    queues.push_back({std::move(printer), std::move(ppd)});
-  }
-  for (std::uint64_t number = 0; number < count; ++number) {
-    Random random(seed + number);
-    const auto& queue = queues[number % queues.size()];
-    const auto line = anyWishes(random, number);
-    const auto settled =
-        settleSettings(line, queue.printer.name, queue.ppd.get(), {}, line.options, [](const auto&) {});
-    std::string job = "failed";
+  std::map<std::string, Printer> printers;
+  for (PlannedJob planned; readJob(planned);) {
+    if (!printers.contains(planned.printer))
+      printers.emplace(planned.printer, findPrinter(*connection, planned.printer));
     try {
-      job = std::to_string(sendOne(*connection, queue, settled.options, file));
-    } catch (const Failure&) {
-      if (!breaks) throw;
+      writeAnswer(planned, sendOne(*connection, printers.at(planned.printer), planned, file));
+    } catch (const Failure& failure) {
+      std::cerr << planned.title << ": " << failure.what() << std::endl;
+      writeAnswer(planned, std::nullopt);
       connection = std::make_unique<Connection>(std::nullopt);
     }
-    std::cout << job << '\t' << queue.printer.name;
-    for (const auto& [keyword, value] : settled.options) std::cout << '\t' << keyword << '=' << value;
-    std::cout << '\n';
   }
 }
 
@@ -107,10 +119,15 @@ void sendAll(std::uint64_t count, std::uint64_t seed, const std::string& file,
 }  // namespace tandemtrim::host
 
 int main(int argc, char** argv) try {
-  if (argc < 5) throw std::invalid_argument("usage: many_jobs COUNT SEED DOCUMENT PRINTER...");
   const std::span arguments(argv, static_cast<std::size_t>(argc));
-  tandemtrim::host::sendAll(std::stoull(arguments[1]), std::stoull(arguments[2]), arguments[3],
-                            arguments.subspan(4));
+  const std::string act = argc > 1 ? arguments[1] : "";
+  if (act == "plan" && argc > 4) {
+    tandemtrim::host::plan(std::stoull(arguments[2]), std::stoull(arguments[3]), arguments.subspan(4));
+  } else if (act == "send" && argc == 3) {
+    tandemtrim::host::sendAll(arguments[2]);
+  } else {
+    throw std::invalid_argument("usage: many_jobs plan SEED COUNT PRINTER... | send DOCUMENT");
+  }
 } catch (const std::exception& failure) {
   std::cerr << failure.what() << '\n';
   return 1;

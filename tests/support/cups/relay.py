@@ -18,6 +18,16 @@ NEW_JOB = b"job-name"  # in the request that makes a job
 END_OF_REQUEST_LINE = b" HTTP/1.1\r\n"
 
 
+def number_of(request):
+    """The name of the job that the request creates, if it is a number, or None."""
+    if (start := request.find(NEW_JOB)) < 0:
+        return None
+    start += len(NEW_JOB)
+    length = int.from_bytes(request[start : start + 2], "big")
+    name = request[start + 2 : start + 2 + length]
+    return int(name) if name.isdigit() else None
+
+
 class Relay:
     """Passes on the requests before number `last`. From that one on it is silent (SILENT) or closes the connection and its port (GONE); or
     it refuses that one alone (BUSY). Runs for the duration of a `with` statement."""
@@ -288,14 +298,16 @@ class Cut(AtByte):
 
 
 class OftenCut(Relay):
-    """Cuts the connection of one in `one_in` jobs, at a random byte of its requests or their answers. `cuts` counts the cuts."""
+    """Cuts the connection of one in `one_in` jobs, at a random byte of its requests or, every other time, of their answers. The names of
+    the jobs are numbers; these and the seed alone decide which connections are cut, and where. `cuts` counts the cuts."""
 
     FARTHEST = 8000  # bytes after the beginning of a small job
 
     def __init__(self, server, one_in, seed):
         super().__init__(server, float("inf"), None)
-        self._one_in, self._random = one_in, random.Random(seed)
+        self._one_in, self._seed = one_in, seed
         self._left = {}  # socket that bytes come from -> how many pass before the cut
+        self._seen = set()  # a job that is sent once more is not cut
         self.cuts = 0
 
     def _requests_from(self, client, server):
@@ -304,11 +316,20 @@ class OftenCut(Relay):
     def _answers_to(self, client, server):
         self._carry(server, client, None)
 
+    def _choose(self, piece, client, server):
+        """Chooses where the connection is cut if the piece begins a job."""
+        if (number := number_of(piece)) is None or number in self._seen:
+            return
+        self._seen.add(number)
+        if number % self._one_in == self._seed % self._one_in:
+            is_answers = number // self._one_in % 2
+            self._left[server if is_answers else client] = random.Random(self._seed + number).randrange(self.FARTHEST)
+
     def _carry(self, source, target, server):
         try:
             while piece := source.recv(PIECE):
-                if server and NEW_JOB in piece and self._random.randrange(self._one_in) == 0:
-                    self._left[self._random.choice([source, server])] = self._random.randrange(self.FARTHEST)
+                if server:
+                    self._choose(piece, source, server)
                 if source in self._left:
                     self._left[source] -= len(piece)
                     if self._left[source] < 0:

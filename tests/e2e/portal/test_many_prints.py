@@ -1,0 +1,74 @@
+"""Many documents that programs print by the print backend: a dialog for each, in which the user presses Print, then the document."""
+
+import dataclasses
+import itertools
+import unittest
+
+import patience
+from dialog_case import meant
+from portal_client import DONE, PortalCase, Shown, texts
+from screen_reader import SENSITIVE, Gone, Program
+from volume_case import PRINTERS, SEVERAL, ManyJobs
+
+PAGES_PER_SIDE = ("2", "4", "6", "9", "16")
+
+
+class ManyPrintsTest(ManyJobs, PortalCase):
+    jobs = 8
+    broken_jobs = 8
+    one_in = 4
+
+    def planned(self, count):
+        """Jobs that have the panel's settings of the first one for their printer, which the user saved, and pages per side of their own."""
+        jobs = super().planned(count)
+        saved = {job.printer: job.options for job in reversed(jobs)}
+        number_up = itertools.cycle(PAGES_PER_SIDE)
+        return [dataclasses.replace(job, options=saved[job.printer] | {"number-up": next(number_up)}) for job in jobs]
+
+    def sends(self, jobs, environment):
+        for job in jobs[: len(PRINTERS)]:
+            words = [word for keyword, value in job.options.items() for word in ("-o", f"{keyword}={value}")]
+            self.run_command("lpoptions", "-p", job.printer, *words)
+        self.start(CUPS_SERVER=environment["CUPS_SERVER"])
+        confirmed = {}
+        for first in range(0, len(jobs), SEVERAL):
+            some = jobs[first : first + SEVERAL]
+            tokens = {job.title: self.token(job) for job in some}
+            calls = {title: self.client.print(token=token, title=title) for title, token in tokens.items()}
+            patience.until(lambda: self.are_answered(calls), f"answers to {calls.keys()}")
+            confirmed |= {title: None for title, call in calls.items() if call.answer()[0] == DONE}
+        said = self.end_backend()
+        return confirmed, {job.title: said for job in jobs if job.title not in confirmed}
+
+    def token(self, job):
+        """What the program gets once the user has pressed Print."""
+        call = self.client.prepare(title=job.title, settings=texts(printer=job.printer, number_up=job.options["number-up"]))
+        dialog = Shown(self.process, job.title)
+        dialog.wait_for_tab("Tandem Trim")
+        dialog.press("Print")
+        return self.results_of(call)[2]
+
+    def are_answered(self, calls):
+        """Whether all are; closes a message, and then the dialog of a job that was refused."""
+        if all(call.is_answered() for call in calls.values()):
+            return True
+        try:
+            self.close_what_is_told(calls)
+        except Gone:
+            pass  # it has closed by itself
+        return False
+
+    def close_what_is_told(self, titles):
+        program = Program.of_process(self.process.pid)
+        windows = program.windows()
+        messages = [window for window in windows if window.name not in titles]
+        for window in messages or windows:
+            buttons = {meant(node): node for node in window.all() if node.role == "push button" and node.has(SENSITIVE)}
+            if window in messages:
+                program.press(buttons["Close"])
+            elif "Print" in buttons:
+                program.press(buttons["Cancel"])
+
+
+if __name__ == "__main__":
+    unittest.main()

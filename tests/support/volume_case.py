@@ -1,0 +1,151 @@
+"""Many jobs with random settings, sent some way: none is lost, printed twice, or called confirmed that its printer's filter did not
+get whole, with the options that were saved."""
+
+import dataclasses
+import json
+import os
+import pathlib
+import random
+import shutil
+import subprocess
+import sys
+
+import private_cups
+import surroundings
+from cups_daemon import FILTER
+from patience import until
+from records import parse_options
+from relay import OftenCut
+from terminal_case import DEFAULTS, PPD, PROJECT, SAMPLE
+
+PLANNER = surroundings.BUILD / "tests/e2e/tandemtrim_many_jobs"
+JOBS = os.environ.get("TANDEM_TRIM_JOBS")
+SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
+PRINTERS = [f"Morva{number}" for number in range(4)]
+SEVERAL = 4  # programs or dialogs that print at a time
+MOST_FILES, MOST_OF_A_JOB = 1 << 22, 10_000  # bytes of the server's files, and more of them for each job
+MOST_LOG = 100_000  # characters of the server's log that a failure shows
+
+
+@dataclasses.dataclass(frozen=True)
+class Job:
+    """A job, as many_jobs.cpp plans it."""
+
+    title: str
+    printer: str
+    arguments: tuple  # of the terminal program
+    options: dict  # what is saved for it
+
+
+@dataclasses.dataclass(frozen=True)
+class Received:
+    """A job as its printer's filter got it."""
+
+    number: int
+    printer: str
+    title: str
+    size: int
+    options: dict
+
+
+class ManyJobs:
+    """For a TerminalCase, which says by sends() how jobs are sent."""
+
+    server_settings = "PreserveJobFiles No\n"  # of jobs that are printed
+
+    # How many, also over a relay that cuts the connection of one in so many jobs.
+    jobs = 1000
+    broken_jobs = 100
+    one_in = 20
+
+    def setUp(self):
+        super().setUp()
+        shutil.copy(pathlib.Path(private_cups.__file__).with_name("line_filter.sh"), self.cups.folder / "programs/filter" / FILTER)
+        for printer in PRINTERS:
+            self.cups.add_queue(printer, PPD)
+
+    def sends(self, jobs, environment):
+        """Sends them by programs with this environment. Gives a number for the title of each job that is called confirmed, or none where
+        its number is not said; and what was said of the others."""
+        raise NotImplementedError
+
+    def planned(self, count):
+        command = [PLANNER, "plan", str(SEED), str(count), *PRINTERS]
+        lines = subprocess.run(command, env=self.environment(), capture_output=True, check=True).stdout.splitlines()
+        jobs = [Job(**json.loads(line)) for line in lines]
+        for job in jobs:
+            self.assertEqual(DEFAULTS.keys() - job.options.keys(), set())
+        return jobs
+
+    def received(self):
+        """What the filters have got so far."""
+        path = self.cups.folder / "records/lines"
+        for line in path.read_text().splitlines() if path.exists() else []:
+            number, printer, title, size, options = line.split("\t")
+            yield Received(int(number), printer, title, int(size), parse_options(options))
+
+    def left(self):
+        """The jobs that stay at the server: those that are not printed though nothing goes on any more."""
+        while left := self.cups.jobs("not-completed"):
+            try:
+                until(lambda: self.cups.jobs("not-completed") != left, "the end of a job")
+            except TimeoutError:
+                break
+        return left
+
+    def repeating(self, count):
+        """Words for a failure: the command that repeats the run."""
+        test = pathlib.Path(sys.modules[type(self).__module__].__file__)
+        wrapper = "on_own_screen.py" if "DISPLAY" in os.environ else "surroundings.py"
+        return (
+            f"To repeat it: cd {test.parent.relative_to(PROJECT)} && TANDEM_TRIM_SEED={SEED} {PROJECT}/tests/support/{wrapper} "
+            f"TANDEM_TRIM_BUILD={surroundings.BUILD} TANDEM_TRIM_JOBS={count} /usr/bin/python3 -m unittest {self.id()}"
+        )
+
+    def faults(self, jobs, confirmed):
+        """What is wrong with what the filters have got, one text for each fault."""
+        planned = {job.title: job for job in jobs}
+        received = {}
+        for each in self.received():
+            if each.title in received:
+                yield f"printed twice: {each} and {received[each.title]}"
+            elif each.title not in planned:
+                yield f"sent by nobody: {each}"
+            received[each.title] = each
+        for title, number in confirmed.items():
+            job, got = planned[title], received.get(title)
+            if got is None:
+                yield f"confirmed as job {number} and lost: {job}"
+                continue
+            kept = {keyword: got.options.get(keyword) for keyword in job.options}
+            same_number = got.number if number is None else number
+            if (same_number, job.printer, SAMPLE.stat().st_size, job.options) != (got.number, got.printer, got.size, kept):
+                yield f"confirmed as job {number} and printed otherwise: {job}, {got}"
+
+    def judge(self, jobs, confirmed, said, may_fail):
+        """Fails with all faults, and with what is needed to look for their causes."""
+        faults = [f"left at the server: job {number}" for number in self.left()]
+        faults += self.faults(jobs, confirmed)
+        for job in jobs:
+            if job.title not in confirmed and not (may_fail and said.get(job.title)):
+                faults.append(f"neither confirmed nor refused in words: {job}; said: {said.get(job.title)}")
+        size = sum(file.stat().st_size for file in self.cups.folder.rglob("*") if file.is_file() and "records" not in file.parts)
+        if size > MOST_FILES + MOST_OF_A_JOB * len(jobs):
+            faults.append(f"the server's files have {size} bytes")
+        if faults:
+            others = [f"Said of {title}: {words}" for title, words in said.items()]
+            self.fail("\n".join([f"{len(faults)} faults", *faults, self.repeating(len(jobs)), *others, self.cups.log()[-MOST_LOG:]]))
+
+    def test_every_job_reaches_its_filter_once_with_the_saved_options(self):
+        jobs = self.planned(int(JOBS or self.jobs))
+        self.judge(jobs, *self.sends(jobs, self.environment()), may_fail=False)
+        print(f"{len(jobs)} jobs")
+
+    def test_a_confirmed_job_is_printed_once_and_complete_even_if_connections_break(self):
+        jobs = self.planned(int(JOBS or self.broken_jobs))
+        with OftenCut(self.cups.address, self.one_in, SEED) as relay:
+            confirmed, said = self.sends(jobs, self.environment(CUPS_SERVER=relay.address))
+            self.judge(jobs, confirmed, said, may_fail=True)
+        self.assertGreater(relay.cuts, 0)
+        print(f"{len(jobs)} broken jobs")
+        print(f"of these {relay.cuts} connections were cut, and {len(jobs) - len(confirmed)} jobs were not confirmed")
