@@ -1,4 +1,4 @@
-"""Many jobs with random settings, by each way that the program sends them without a screen."""
+"""Many jobs with random settings, for each way to send them without a screen."""
 
 import concurrent.futures
 import json
@@ -13,7 +13,7 @@ DIALOGS = BUILD / "tests/e2e/tandemtrim_dialog_jobs"
 
 
 class OneProcess(ManyJobs):
-    """A process that is handed planned jobs and answers each with its number."""
+    """One process reads the planned jobs and writes a line with each job's number."""
 
     def sends(self, jobs, environment):
         plan = "".join(json.dumps({"title": job.title, "printer": job.printer, "options": job.options}) + "\n" for job in jobs)
@@ -53,7 +53,7 @@ class TerminalProgramTest(ManyJobs, TerminalCase):
         return confirmed, {title: result.stderr for title, result in results.items() if result.returncode == 1}
 
     def number(self, result):
-        """The job's number, of which the program says that all is confirmed."""
+        """Returns the number of a job whose options are all confirmed."""
         said = re.match(REQUEST + r"job (\d+) on \w+: (\d+) of \2 options confirmed\n", result.stdout)
         self.assertIsNotNone(said, result)
         return int(said[1])

@@ -88,7 +88,7 @@ def of_panel(options):
 
 class TerminalCase(unittest.TestCase):
     maxDiff = None
-    server_settings = ""  # lines for the server beside those of every test
+    server_settings = ""  # more lines for cupsd.conf
 
     @classmethod
     def setUpClass(cls):

@@ -1,5 +1,5 @@
-"""Many jobs with random settings, sent some way: none is lost, printed twice, or called confirmed that its printer's filter did not
-get whole, with the options that were saved."""
+"""Tests of many jobs with random settings, for every way to send them: no job is lost or printed twice, and the filter gets each
+confirmed job complete and with the saved options."""
 
 import dataclasses
 import json
@@ -22,24 +22,24 @@ PLANNER = surroundings.BUILD / "tests/e2e/tandemtrim_many_jobs"
 JOBS = os.environ.get("TANDEM_TRIM_JOBS")
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
 PRINTERS = [f"Morva{number}" for number in range(4)]
-SEVERAL = 4  # programs or dialogs that print at a time
+SEVERAL = 4  # programs or dialogs that print at the same time
 MOST_FILES, MOST_OF_A_JOB = 1 << 22, 10_000  # bytes of the server's files, and more of them for each job
 MOST_LOG = 100_000  # characters of the server's log that a failure shows
 
 
 @dataclasses.dataclass(frozen=True)
 class Job:
-    """A job, as many_jobs.cpp plans it."""
+    """A job that many_jobs.cpp has planned."""
 
     title: str
     printer: str
     arguments: tuple  # of the terminal program
-    options: dict  # what is saved for it
+    options: dict
 
 
 @dataclasses.dataclass(frozen=True)
 class Received:
-    """A job as its printer's filter got it."""
+    """A job as the filter got it."""
 
     number: int
     printer: str
@@ -49,11 +49,12 @@ class Received:
 
 
 class ManyJobs:
-    """For a TerminalCase, which says by sends() how jobs are sent."""
+    """For a TerminalCase that implements sends()."""
 
-    server_settings = "PreserveJobFiles No\n"  # of jobs that are printed
+    # Else the server keeps the documents of printed jobs for a day.
+    server_settings = "PreserveJobFiles No\n"
 
-    # How many, also over a relay that cuts the connection of one in so many jobs.
+    # How many jobs are sent, also over a relay that breaks the connection of one in `one_in`.
     jobs = 1000
     broken_jobs = 100
     one_in = 20
@@ -65,8 +66,8 @@ class ManyJobs:
             self.cups.add_queue(printer, PPD)
 
     def sends(self, jobs, environment):
-        """Sends them by programs with this environment. Gives a number for the title of each job that is called confirmed, or none where
-        its number is not said; and what was said of the others."""
+        """Sends the jobs by programs with this environment. Returns the confirmed jobs as title -> number (None if the program does not
+        say it), and what was said of the others as title -> text."""
         raise NotImplementedError
 
     def planned(self, count):
@@ -78,14 +79,14 @@ class ManyJobs:
         return jobs
 
     def received(self):
-        """What the filters have got so far."""
+        """Yields the jobs that filters have got so far."""
         path = self.cups.folder / "records/lines"
         for line in path.read_text().splitlines() if path.exists() else []:
             number, printer, title, size, options = line.split("\t")
             yield Received(int(number), printer, title, int(size), parse_options(options))
 
     def left(self):
-        """The jobs that stay at the server: those that are not printed though nothing goes on any more."""
+        """Returns the jobs that stay at the server unprinted."""
         while left := self.cups.jobs("not-completed"):
             try:
                 until(lambda: self.cups.jobs("not-completed") != left, "the end of a job")
@@ -94,7 +95,7 @@ class ManyJobs:
         return left
 
     def repeating(self, count):
-        """Words for a failure: the command that repeats the run."""
+        """Returns the command that repeats the run."""
         test = pathlib.Path(sys.modules[type(self).__module__].__file__)
         wrapper = "on_own_screen.py" if "DISPLAY" in os.environ else "surroundings.py"
         return (
@@ -103,7 +104,7 @@ class ManyJobs:
         )
 
     def faults(self, jobs, confirmed):
-        """What is wrong with what the filters have got, one text for each fault."""
+        """Yields a text for each difference between what is confirmed and what the filters have got."""
         planned = {job.title: job for job in jobs}
         received = {}
         for each in self.received():
@@ -123,7 +124,7 @@ class ManyJobs:
                 yield f"confirmed as job {number} and printed otherwise: {job}, {got}"
 
     def judge(self, jobs, confirmed, said, may_fail):
-        """Fails with all faults, and with what is needed to look for their causes."""
+        """Waits for the jobs, then fails with all faults, the command that repeats the run, and the server's log."""
         faults = [f"left at the server: job {number}" for number in self.left()]
         faults += self.faults(jobs, confirmed)
         for job in jobs:

@@ -1,4 +1,4 @@
-"""Many documents that programs print by the print backend: a dialog for each, in which the user presses Print, then the document."""
+"""Many documents printed through the print backend: for each one a dialog, in which the user presses Print, then the document."""
 
 import dataclasses
 import itertools
@@ -19,7 +19,7 @@ class ManyPrintsTest(ManyJobs, PortalCase):
     one_in = 4
 
     def planned(self, count):
-        """Jobs that have the panel's settings of the first one for their printer, which the user saved, and pages per side of their own."""
+        """All jobs of a printer have the panel's options of its first job, which the user has saved; pages per side differ."""
         jobs = super().planned(count)
         saved = {job.printer: job.options for job in reversed(jobs)}
         number_up = itertools.cycle(PAGES_PER_SIDE)
@@ -41,7 +41,7 @@ class ManyPrintsTest(ManyJobs, PortalCase):
         return confirmed, {job.title: said for job in jobs if job.title not in confirmed}
 
     def token(self, job):
-        """What the program gets once the user has pressed Print."""
+        """Opens the job's dialog, presses Print and returns the token."""
         call = self.client.prepare(title=job.title, settings=texts(printer=job.printer, number_up=job.options["number-up"]))
         dialog = Shown(self.process, job.title)
         dialog.wait_for_tab("Tandem Trim")
@@ -49,13 +49,13 @@ class ManyPrintsTest(ManyJobs, PortalCase):
         return self.results_of(call)[2]
 
     def are_answered(self, calls):
-        """Whether all are; closes a message, and then the dialog of a job that was refused."""
+        """Whether all calls are answered. Closes messages, and the dialogs of refused jobs."""
         if all(call.is_answered() for call in calls.values()):
             return True
         try:
             self.close_what_is_told(calls)
         except Gone:
-            pass  # it has closed by itself
+            pass  # it has closed meanwhile
         return False
 
     def close_what_is_told(self, titles):

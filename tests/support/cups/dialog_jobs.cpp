@@ -1,5 +1,5 @@
-// Sends planned jobs (planned_job.hpp) as the dialog does once its user has pressed Print, without a screen:
-// each by a sender of its own, which works in the background, DIALOGS at a time: dialog_jobs DOCUMENT DIALOGS
+// Sends planned jobs (planned_job.hpp) as the dialog does after Print, without a screen: each with a Sender
+// of its own, which works in the background, DIALOGS at the same time: dialog_jobs DOCUMENT DIALOGS
 
 #include <memory>
 #include <span>
@@ -13,14 +13,14 @@
 namespace tandemtrim::host {
 namespace {
 
-// What the dialogs share.
+// Shared by the dialogs.
 struct Screen {
   std::string file;
   Glib::RefPtr<Glib::MainLoop> loop;
   int open;
 };
 
-// The job's number where its dialog closes without a word.
+// The job's number if its dialog would close without a message.
 std::optional<int> confirmed(const Outcome<SendResult>& outcome) {
   if (!outcome.result || !outcome.result->problems.empty()) return std::nullopt;
   return outcome.result->job.number;

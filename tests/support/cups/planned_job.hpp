@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -12,14 +11,14 @@
 
 namespace tandemtrim::host {
 
-/// A job as the tests of many jobs hand it to a program that sends it: one line of JSON.
+/// A job that a test of many jobs has sent: one line of JSON on standard input.
 struct PlannedJob {
   std::string title;
   std::string printer;
   Options options;
 };
 
-/// Calls `act` with the next job of standard input; false where there is none.
+/// Reads the next job from standard input; false at its end.
 inline bool readJob(PlannedJob& job) {
   std::string line;
   if (!std::getline(std::cin, line)) return false;
@@ -29,7 +28,7 @@ inline bool readJob(PlannedJob& job) {
   return true;
 }
 
-/// Writes down what became of the job: its number where it is called confirmed, else none.
+/// Writes a line of JSON with the job's number if it is confirmed, or null.
 inline void writeAnswer(const PlannedJob& job, std::optional<int> number) {
   const auto confirmed = number ? nlohmann::json(*number) : nlohmann::json(nullptr);
   std::cout << nlohmann::json{{"title", job.title}, {"job", confirmed}} << std::endl;
