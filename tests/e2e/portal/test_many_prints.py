@@ -5,7 +5,7 @@ import itertools
 import unittest
 
 import patience
-from dialog_case import meant
+from dialog_case import title_of
 from portal_client import DONE, PortalCase, Shown, texts
 from screen_reader import SENSITIVE, Gone, Program
 from volume_case import PRINTERS, SEVERAL, ManyJobs
@@ -63,7 +63,7 @@ class ManyPrintsTest(ManyJobs, PortalCase):
         windows = program.windows()
         messages = [window for window in windows if window.name not in titles]
         for window in messages or windows:
-            buttons = {meant(node): node for node in window.all() if node.role == "push button" and node.has(SENSITIVE)}
+            buttons = {title_of(node): node for node in window.all() if node.role == "push button" and node.has(SENSITIVE)}
             if window in messages:
                 program.press(buttons["Close"])
             elif "Print" in buttons:
