@@ -5,7 +5,7 @@
 namespace tandemtrim::host {
 namespace {
 
-constexpr int kOfShells = 128;
+constexpr int kShellSignalBase = 128;
 
 }  // namespace
 
@@ -19,7 +19,7 @@ const char* wordOf(int signal) { return signal == SIGINT ? "interrupted" : "term
 
 Failure interruptedBy(int signal, const std::optional<Failure>& failure) {
   const std::string word = wordOf(signal);
-  const int status = kOfShells + signal;
+  const int status = kShellSignalBase + signal;
   if (!failure) return Failure(Trouble::cancelled, word, "", status);
   const auto& fact = failure->fact();
   if (fact.english().starts_with(word)) return Failure(failure->trouble(), fact, failure->remedy(), status);

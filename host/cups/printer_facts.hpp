@@ -21,8 +21,8 @@ std::string existingPrinters(const Connection& connection);
 MessageHandle askFacts(const Connection& connection, const std::string& printer);
 
 /// Returns the destination's options that the user (or the administrator, for all users) saved, and the
-/// queue's defaults for options that CUPS does not know. Asks the server once more where its facts do not
-/// show which an option is.
+/// queue's defaults for options that CUPS does not know. Asks the server once more when its facts do not show
+/// where an option comes from.
 std::pair<Options, Options> keptOptions(const Connection& connection, const cups_dest_t& destination,
                                         const MessageHandle& facts);
 

@@ -9,7 +9,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::chrono::milliseconds kBetweenQuestions{250};
-constexpr std::chrono::seconds kForTheRest{2};
+constexpr std::chrono::seconds kWaitForRest{2};
 
 std::string nameOf(const SentJob& job) { return "job " + std::to_string(job.number) + " on " + job.printer; }
 
@@ -80,7 +80,7 @@ HeldJob askForHeld(const Connection& connection, const Printer& printer, int num
 // The same, but waits a while for the rest of an unconfirmed document, which may still arrive.
 HeldJob askForWhole(const Connection& connection, const Printer& printer, int number,
                     const JobContent& sent) {
-  const auto end = std::chrono::steady_clock::now() + kForTheRest;
+  const auto end = std::chrono::steady_clock::now() + kWaitForRest;
   for (;; std::this_thread::sleep_for(kBetweenQuestions)) {
     auto held = askForHeld(connection, printer, number, sent);
     if (sent.isAnswered || !held.isArriving || std::chrono::steady_clock::now() >= end) return held;
@@ -88,7 +88,7 @@ HeldJob askForWhole(const Connection& connection, const Printer& printer, int nu
 }
 
 // Cancels the job, and returns its failure with whether that succeeded.
-Failure calledBack(const Failure& failure, UnfinishedJob& unfinished, const SentJob& job) {
+Failure failureAfterCancelling(const Failure& failure, UnfinishedJob& unfinished, const SentJob& job) {
   if (unfinished.cancel()) {
     return Failure(
         failure.trouble(),
@@ -172,7 +172,7 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
   try {
     unanswered = sendAll(unfinished, documents, progress, sent);
   } catch (const Failure& failure) {
-    job.failure = calledBack(failure, unfinished, job);
+    job.failure = failureAfterCancelling(failure, unfinished, job);
     return job;
   }
   sent.isAnswered = !unanswered;
@@ -196,7 +196,7 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
   if (job.held ? isToStay(*job.held) : !unanswered) {
     unfinished.keep();
   } else {
-    job.failure = calledBack(*job.failure, unfinished, job);
+    job.failure = failureAfterCancelling(*job.failure, unfinished, job);
   }
   return job;
 }

@@ -61,7 +61,7 @@ class DialogOfProgram : public ApplicationDialog {
     hasFailed_ = true;
     dialog_.fail(failure);
   }
-  [[nodiscard]] bool leave() override { return !dialog_.isTold(); }
+  [[nodiscard]] bool leave() override { return !dialog_.hasStartedPrinting(); }
 
  private:
   void take(FileDescriptor document, bool isToBePrinted) {

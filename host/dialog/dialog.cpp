@@ -133,11 +133,11 @@ void Dialog::notify() {
   const auto* const job = std::get_if<SentJob>(&printed_);
   if (job == nullptr) return;
   auto& panel = printer_.panel();
-  if (panel.notifies()) startNotifier(orderFor(*job, server_, panel.words()), report_);
+  if (panel.notifies()) startNotifier(orderFor(*job, server_, panel.result()), report_);
   if (panel.notifies() != notified_) keepNotificationChoice(panel.notifies(), report_);
 }
 
-void Dialog::tell(const std::string& message, const std::function<void()>& then) {
+void Dialog::showMessage(const std::string& message, const std::function<void()>& then) {
   window_.show();
   questions_.showMessage(message, then);
 }
@@ -146,7 +146,7 @@ void Dialog::tryTo(const std::function<void()>& act) {
   try {
     act();
   } catch (const Failure& failure) {
-    tell(failureText(failure));
+    showMessage(failureText(failure));
   }
 }
 
@@ -176,7 +176,7 @@ void Dialog::onResponse(int response) {
 void Dialog::print(bool withProblems) {
   if (!liveIn(window_.state()).content) return;
   const auto& selection = printer_.selection();
-  if (!selection.isPrinter() && !selection.isFile()) return tell(localized(kChoosePrinterText));
+  if (!selection.isPrinter() && !selection.isFile()) return showMessage(localized(kChoosePrinterText));
   window_.enter(withPrint(window_.state()));
   if (liveIn(window_.state()).printWaits) return;
   const auto go = [this] { sender_.hasDocument() ? send() : choose(); };
@@ -236,7 +236,7 @@ void Dialog::take(Document document, bool isToBePrinted) {
   window_.enter(DialogState::ready);
   if (printer_.selection().name() != laidOutFor_) {
     printer_.follow();
-    tell(localized(kChoosePrinterText));
+    showMessage(localized(kChoosePrinterText));
   } else if (isToBePrinted) {
     print(true);
   }
@@ -244,7 +244,7 @@ void Dialog::take(Document document, bool isToBePrinted) {
 }
 
 void Dialog::fail(const Failure& failure) {
-  tell(failureText(failure), [this] { end(); });
+  showMessage(failureText(failure), [this] { end(); });
 }
 
 void Dialog::refuseOtherLayout() {
@@ -264,7 +264,7 @@ PrintRequest Dialog::makeRequest() {
 // The dialog is hidden when a program has just sent its document. If sending takes long, the dialog is shown,
 // so that the user can cancel.
 void Dialog::enterSending() {
-  isTold_ = true;
+  hasStartedPrinting_ = true;
   window_.enter(DialogState::sending);
   Glib::signal_timeout().connect_seconds_once(sigc::mem_fun(*this, &Dialog::showIfSending), kQuietSeconds);
 }
@@ -299,7 +299,7 @@ void Dialog::onSaved(const Outcome<SavedFile>& outcome) {
     failure_ = outcome.failure;
     return end();
   }
-  tell(failureText(*outcome.failure));
+  showMessage(failureText(*outcome.failure));
   printer_.follow();
 }
 
@@ -315,13 +315,13 @@ void Dialog::onSent(const Outcome<SendResult>& outcome) {
     return end();
   }
   if (outcome.failure) {
-    tell(failureText(*outcome.failure));
+    showMessage(failureText(*outcome.failure));
     // GTK may have selected another printer in the meantime.
     return printer_.follow();
   }
   const auto& problems = outcome.result->problems;
   if (problems.empty()) return end();
-  tell(failuresText(problems), [this] { end(); });
+  showMessage(failuresText(problems), [this] { end(); });
 }
 
 }  // namespace tandemtrim::host

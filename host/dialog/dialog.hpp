@@ -60,7 +60,7 @@ class Dialog : public sigc::trackable {
   /// Shows why there is no document, then ends.
   void fail(const Failure& failure);
   /// Whether the user has started to print a document.
-  [[nodiscard]] bool isTold() const { return isTold_; }
+  [[nodiscard]] bool hasStartedPrinting() const { return hasStartedPrinting_; }
   [[nodiscard]] const Printed& printed() const { return printed_; }
 
  private:
@@ -73,7 +73,7 @@ class Dialog : public sigc::trackable {
   // Runs `act` and shows its Failure.
   void tryTo(const std::function<void()>& act);
   // Shows the dialog with a message in front of it.
-  void tell(
+  void showMessage(
       const std::string& message, const std::function<void()>& then = [] {});
   void choose();
   [[nodiscard]] PrintRequest makeRequest();
@@ -106,7 +106,7 @@ class Dialog : public sigc::trackable {
   LaidOut laidOut_ = LaidOut::nothing;
   std::map<std::string, std::string> layout_;
   std::string laidOutFor_;
-  bool isTold_ = false;
+  bool hasStartedPrinting_ = false;
   Printed printed_;
   // The failure of a job that was cancelled.
   std::optional<Failure> failure_;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::chrono::seconds kBetweenLooks{1};
 
-bool mayPass(const Failure& failure) { return failure.trouble() == Trouble::noServer; }
+bool isTemporary(const Failure& failure) { return failure.trouble() == Trouble::noServer; }
 
 }  // namespace
 
@@ -28,7 +28,7 @@ std::optional<NotificationText> badEndOf(const NotifierOrder& order) {
       if (held->state == IPP_JSTATE_CANCELED) return order.cancelled;
       if (badEnd(*held)) return order.failed;
     } catch (const Failure& failure) {
-      if (!mayPass(failure)) return std::nullopt;
+      if (!isTemporary(failure)) return std::nullopt;
       connection.reset();
     }
   }

@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 namespace {
 
-void tellGone(GDBusConnection* /*bus*/, const char* /*name*/, gpointer onGone) {
+void onNameVanished(GDBusConnection* /*bus*/, const char* /*name*/, gpointer onGone) {
   (*static_cast<std::function<void()>*>(onGone))();
 }
 
@@ -24,7 +24,7 @@ Client::Client(GDBusMethodInvocation* call, const std::string& handle, std::func
     if (name.empty()) continue;
     watches_.push_back(g_bus_watch_name_on_connection(g_dbus_method_invocation_get_connection(call),
                                                       name.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
-                                                      tellGone, &onGone_, nullptr));
+                                                      onNameVanished, &onGone_, nullptr));
   }
 }
 

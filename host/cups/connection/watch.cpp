@@ -11,7 +11,7 @@ namespace tandemtrim::host {
 namespace {
 
 constexpr std::chrono::milliseconds kWatchInterval{20};
-constexpr long kForAnswers = 128L * 1024;
+constexpr long kMemoryForAnswers = 128L * 1024;
 
 // How many questions the user has not answered yet.
 std::atomic<int> questions = 0;
@@ -38,7 +38,7 @@ WaitForUser::~WaitForUser() { --questions; }
 Bounds::Bounds(std::chrono::seconds ofEach) : longest(ofEach) { renew(); }
 
 void Bounds::renew() {
-  mostMemory = memoryTaken() + kForAnswers;
+  mostMemory = memoryTaken() + kMemoryForAnswers;
   givenUp = GivenUp::no;
 }
 

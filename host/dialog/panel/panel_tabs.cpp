@@ -292,7 +292,7 @@ std::vector<Conflict> PanelTabs::conflicts() {
   return found;
 }
 
-PanelResult PanelTabs::words() {
+PanelResult PanelTabs::result() {
   if (!session_) return {};
   try {
     return {session_->summary(), session_->settings()};

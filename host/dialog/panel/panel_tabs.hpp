@@ -93,7 +93,7 @@ class PanelTabs : public sigc::trackable {
   [[nodiscard]] bool notifies() const { return page_.notify.get_active(); }
   void setNotifies(bool notifies) { page_.notify.set_active(notifies); }
   /// The panel's summary and settings, as saved last; empty without a panel and when it fails.
-  PanelResult words();
+  PanelResult result();
 
   /// Saves what the panel shows and returns the values that the user chose and the printer does not allow.
   /// None when the panel refuses to print or fails.

@@ -38,7 +38,7 @@ GtkListBoxRow* makeStop() {
 }
 
 template <class Widget>
-void tell(Widget* widget, GtkAccessibleProperty property, const std::string& text) {
+void setForReader(Widget* widget, GtkAccessibleProperty property, const std::string& text) {
   gtk_accessible_update_property(GTK_ACCESSIBLE(widget), property, text.c_str(), -1);
 }
 
@@ -51,7 +51,7 @@ SummaryTab::SummaryTab()
   gtk_box_set_spacing(rows_, kRowSpacing);
   gtk_list_box_row_set_child(stop_, GTK_WIDGET(rows_));
   gtk_list_box_append(gobj(), GTK_WIDGET(stop_));
-  tell(stop_, GTK_ACCESSIBLE_PROPERTY_LABEL, localized(kSummaryText));
+  setForReader(stop_, GTK_ACCESSIBLE_PROPERTY_LABEL, localized(kSummaryText));
   makeCopyable();
 }
 
@@ -102,7 +102,7 @@ void SummaryTab::showRows(const std::vector<SummaryRow>& rows) {
     auto* const row = makeBox(GTK_ACCESSIBLE_ROLE_LIST_ITEM);
     gtk_box_set_spacing(row, kColumnSpacing);
     const auto text = title + ": " + value;
-    tell(row, GTK_ACCESSIBLE_PROPERTY_LABEL, text);
+    setForReader(row, GTK_ACCESSIBLE_PROPERTY_LABEL, text);
     text_ += (text_.empty() ? "" : "\n") + text;
     for (const auto& shown : {title, value}) {
       auto* const label = Gtk::make_managed<Gtk::Label>(shown);
@@ -112,7 +112,7 @@ void SummaryTab::showRows(const std::vector<SummaryRow>& rows) {
     titles->add_widget(*Glib::wrap(gtk_widget_get_first_child(GTK_WIDGET(row))));
     gtk_box_append(rows_, GTK_WIDGET(row));
   }
-  tell(stop_, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, text_);
+  setForReader(stop_, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, text_);
 }
 
 }  // namespace tandemtrim::host

@@ -65,7 +65,7 @@ std::optional<Preset> PrinterPresets::begin() {
   } catch (const Failure& failure) {
     report_(failure.fact().english());
     if (!wanted) return std::nullopt;
-    settings_.holdPrint();
+    settings_.giveUpPrint();
     questions_.showMessage(filled(localized(kNoSuchPresetText), {{"[name]", *name}}));
     return std::nullopt;
   }
@@ -92,7 +92,7 @@ void PrinterPresets::showOptions(const Options& options) {
   for (const auto& value : illegal) chosen().refused.push_back(value.setting.keyword);
   chosen().pages = shownOnPages();
   if (illegal.empty()) return;
-  settings_.holdPrint();
+  settings_.giveUpPrint();
   questions_.ask({localized(kNotAllowedText), problemTexts(illegal, {})},
                  {{localized(kCloseText), Gtk::ResponseType::CLOSE}}, Gtk::ResponseType::CLOSE, [](int) {});
 }
@@ -123,10 +123,10 @@ PresetList PrinterPresets::list() {
   const auto [presets, faults] = presetsOf(family_);
   std::vector<Fact> facts;
   for (const auto& fault : faults) {
-    if (!fault.isOwn || !toldFiles_.insert(fault.file).second) continue;
+    if (!fault.isOwn || !reportedFiles_.insert(fault.file).second) continue;
     if (auto fact = setAside(fault)) facts.push_back(*std::move(fact));
   }
-  if (!facts.empty()) tell(facts);
+  if (!facts.empty()) showFaults(facts);
   PresetList list;
   for (const auto& [kept, isOwn] : presets) {
     list.names.push_back(kept.name);
@@ -140,13 +140,13 @@ PresetList PrinterPresets::list() {
 }
 
 // Shows the message later, because the row is shown together with the dialog.
-void PrinterPresets::tell(const std::vector<Fact>& facts) {
+void PrinterPresets::showFaults(const std::vector<Fact>& facts) {
   std::string message;
   for (const auto& fact : facts) {
     report_(fact.english());
     message += (message.empty() ? "" : "\n") + fact.in(localized);
   }
-  settings_.holdPrint();
+  settings_.giveUpPrint();
   Glib::signal_idle().connect_once([this, alive = std::weak_ptr<void>(alive_), message] {
     if (!alive.expired()) faults_.showMessage(message);
   });

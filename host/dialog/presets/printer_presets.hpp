@@ -33,7 +33,7 @@ class PrinterPresets {
     /// shown.
     std::function<std::vector<IllegalValue>(const Options&)> showOnPages;
     /// Gives up a press of Print that waits, so that the user sees something first.
-    std::function<void()> holdPrint;
+    std::function<void()> giveUpPrint;
     /// Shows the row as it is now.
     std::function<void()> update;
   };
@@ -73,7 +73,7 @@ class PrinterPresets {
     std::optional<Options> pages = {};
   };
 
-  void tell(const std::vector<Fact>& facts);
+  void showFaults(const std::vector<Fact>& facts);
   void choose(const std::string& name);
   void show();
   void showOptions(const Options& options);
@@ -113,7 +113,7 @@ class PrinterPresets {
   // Both by the printer's key.
   std::map<std::string, Chosen> chosen_;
   std::map<std::string, bool> begun_;
-  std::set<std::filesystem::path> toldFiles_;
+  std::set<std::filesystem::path> reportedFiles_;
   // Messages that wait end together with this object.
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);
 };
