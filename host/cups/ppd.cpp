@@ -84,7 +84,8 @@ PpdHandle openPpd(const std::string& path, const std::string& name) {
 PpdHandle readPpd(FileDescriptor file, const std::string& name) {
   lseek(file.get(), 0, SEEK_SET);
   auto plain = unpacked(std::move(file), name);
-  // libcups takes a read error for the end of the file. Both descriptors share a position, which shows that.
+  // libcups takes a read error for the end of the file. Both descriptors share a position, which then is
+  // before the end.
   const FileDescriptor seen(dup(plain.get()));
   errno = 0;
   auto ppd = wellFormed(ppdOpenFd(plain.release()), name);

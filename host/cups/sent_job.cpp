@@ -48,7 +48,7 @@ std::string optionsText(const SentJob& job) {
   return text;
 }
 
-// Whether the job is not to be cancelled: it has ended, or nothing of it is missing.
+// Whether to leave the job at the server: it has ended, or nothing of it is missing.
 bool isToStay(const HeldJob& held) {
   return badEnd(held) || held.state == IPP_JSTATE_COMPLETED || held.incomplete.empty();
 }

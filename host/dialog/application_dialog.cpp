@@ -80,7 +80,7 @@ class DialogOfProgram : public ApplicationDialog {
 
   const std::string name_;
   const Events events_;
-  // Whether the program has failed to make a document, or that cannot be read.
+  // Whether there is no document, or it cannot be read.
   bool hasFailed_ = false;
   Dialog dialog_;
 };

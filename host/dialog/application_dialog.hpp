@@ -73,7 +73,7 @@ class ApplicationDialog {
   virtual ~ApplicationDialog() = default;
 
   virtual void show() = 0;
-  /// What the user chose; to be called only after that.
+  /// What the user chose; only to be called after `onChosen`.
   [[nodiscard]] virtual DialogChoice choice() = 0;
   /// Prints this document as the user chose, or saves it to the chosen file. Asks nothing more unless that
   /// fails.

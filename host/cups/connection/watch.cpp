@@ -26,7 +26,7 @@ long memoryTaken() {
 }  // namespace
 
 int bytesOnTheWay(http_t* http) {
-  int waiting = 0;  // stays so when the connection is gone
+  int waiting = 0;  // stays 0 when the connection is gone
   ioctl(httpGetFd(http), SIOCOUTQ, &waiting);
   return waiting;
 }

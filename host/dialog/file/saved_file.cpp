@@ -49,7 +49,7 @@ class Replacement {
     stream_->write_all(piece.data(), piece.size(), written);
     bytes_ += written;
   }
-  /// Returns how many bytes the file has.
+  /// Completes the file; returns its size in bytes.
   std::uint64_t finish() {
     stream_->close();
     return bytes_;

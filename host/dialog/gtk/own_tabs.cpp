@@ -31,7 +31,8 @@ void OwnTabs::refuseWrongPages() {
   refuseNoPages(*settings);
 }
 
-// The default paper is not GTK's, which takes the paper shown when the printer was chosen for the default.
+// The default is read from this PPD, since GTK changes that of its own to the paper that was shown when the
+// user chose the printer.
 void OwnTabs::addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options) {
   refuseWrongPages();
   auto paper = defaultPaper(ppd);

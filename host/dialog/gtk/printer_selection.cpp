@@ -103,7 +103,7 @@ void PrinterSelection::show(const Glib::RefPtr<Gtk::PrintSettings>& settings) {
 void PrinterSelection::select(const std::string& printer, const TabSettings& tabs,
                               const std::function<void()>& done) {
   auto ask = [this, printer, tabs, wasListed = false]() mutable {
-    // GTK still reads the printer's details. Setting the settings now would disturb a user who types.
+    // GTK still reads the printer's details. Showing settings now would disturb a user who types.
     if (nameInList(dialog_) == printer && name() != printer) {
       wasListed = true;
       return false;

@@ -53,8 +53,8 @@ struct PageRequest {
   std::function<bool()> isWanted = [] { return true; };
 };
 
-/// The page in the answer of a program that renders one; none when the answer is wrong, or the picture is
-/// larger.
+/// The page in the answer of a program that renders one; none when the answer is wrong, or its picture is
+/// larger than `longestSide`.
 std::optional<RenderedPage> pageIn(std::span<const std::byte> answer, int longestSide);
 
 /// Has a separate process read the page of the document in this file; none when the document ends before the
