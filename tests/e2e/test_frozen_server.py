@@ -84,6 +84,13 @@ class FrozenServerTest(TerminalCase):
                     self.assertRegex(said, f"the print server at {server} {words}")
                     self.assertEqual(self.cups.jobs(), before)
 
+    def test_the_server_that_h_names_is_the_one_that_is_named_wherever_it_fails(self):
+        for what in REQUESTS[: REQUESTS.index("the document")]:
+            with self.subTest(what), Relay(self.cups.address, REQUESTS.index(what) + 1, GONE) as relay:
+                result = self.trim("-h", relay.address, "-d", "Morva", SAMPLE, CUPS_SERVER="127.0.0.1:1", TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
+                self.assertEqual((result.returncode, result.stdout), (1, ""))
+                self.assertRegex(result.stderr, f"the print server at {relay.address} broke the connection")
+
     def test_a_job_whose_server_fails_after_getting_it_is_not_confirmed(self):
         for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "broke the connection and takes no new one")):
             with self.subTest(trouble):

@@ -12,6 +12,17 @@ namespace {
 
 using test::failureOf;
 
+// Folders in which bundles are searched for, as long as it is there.
+class SearchedFolders {
+ public:
+  explicit SearchedFolders(const std::string& folders) {
+    setenv("TANDEM_TRIM_PLUGIN_PATH", folders.c_str(), 1);
+  }
+  SearchedFolders(const SearchedFolders&) = delete;
+  SearchedFolders& operator=(const SearchedFolders&) = delete;
+  ~SearchedFolders() { unsetenv("TANDEM_TRIM_PLUGIN_PATH"); }
+};
+
 TEST(ABundle, IsTakenUnderAnyNameWhenTheUserNamesIt) {
   const test::TemporaryFolder folder;
   const auto bundle = writeBundle(folder, "Mine.bundle");
@@ -35,6 +46,38 @@ TEST(ABundle, IsSearchedForInTheFoldersOfTheEnvironmentInTheirOrder) {
   EXPECT_EQ(findBundle(std::nullopt, {"EnvironmentTest.bundle"}), earlier);
   unsetenv("TANDEM_TRIM_PLUGIN_PATH");
   EXPECT_EQ(findBundle(std::nullopt, {"EnvironmentTest.bundle"}), std::nullopt);
+}
+
+// The PPD names the best one first.
+TEST(ABundle, NamedFirstIsTakenEvenFromALaterFolder) {
+  const test::TemporaryFolder first;
+  const test::TemporaryFolder second;
+  writeBundle(first, "Other.bundle");
+  const auto best = writeBundle(second, "Best.bundle");
+  const SearchedFolders folders{first.path().string() + ":" + second.path().string()};
+  EXPECT_EQ(findBundle(std::nullopt, {"Best.bundle", "Other.bundle"}), best);
+}
+
+TEST(InstalledBundles, AreEachNamedOnceFromTheFirstFolderThatHasIt) {
+  const test::TemporaryFolder first;
+  const test::TemporaryFolder second;
+  const auto twice = writeBundle(first, "Twice.bundle");
+  writeBundle(second, "Twice.bundle");
+  const auto once = writeBundle(second, "Once.bundle");
+  writeBundle(second, "Another.folder");
+  second.write("Empty.bundle/Contents/Resources/file", "x");
+  const SearchedFolders folders{first.path().string() + ":" + second.path().string()};
+  const auto bundles = installedBundles(std::nullopt);
+  EXPECT_THAT(bundles, testing::IsSupersetOf({std::filesystem::path(once), std::filesystem::path(twice)}));
+  for (const auto* const absent : {"Another.folder", "Empty.bundle", "Twice.bundle"})
+    EXPECT_THAT(bundles, testing::Not(testing::Contains(second.path() / absent)));
+}
+
+TEST(InstalledBundles, AreOnlyTheOneThatTheUserNames) {
+  const test::TemporaryFolder folder;
+  const auto named = writeBundle(folder, "Named.bundle");
+  writeBundle(folder, "Other.bundle");
+  EXPECT_THAT(installedBundles(named), testing::ElementsAre(named));
 }
 
 TEST(ABundle, IsNotSearchedForInTheWorkingFolder) {

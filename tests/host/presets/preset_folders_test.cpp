@@ -140,6 +140,17 @@ TEST_F(Presets, OfTheAdministratorAreThereUntilTheUserHidesThem) {
   EXPECT_THAT(names(), ElementsAre("House", "Plain"));
 }
 
+TEST_F(Presets, OfTheAdministratorComeFromTheFirstFolderThatHasThem) {
+  const auto later = administrators() / "later";
+  setenv("XDG_CONFIG_DIRS", (administrators().string() + ":" + later.string()).c_str(), 1);
+  write(administrators(), "House.json", R"({"panel": {"MVTopMargin": "1"}})");
+  write(later, "House.json", R"({"panel": {"MVTopMargin": "2"}})");
+  write(later, "Plain.json", "{}");
+  EXPECT_THAT(presetsOf("Family").presets,
+              ElementsAre(KeptPreset{{"House", {{"MVTopMargin", "1"}}, {}}, false},
+                          KeptPreset{{"Plain", {}, {}}, false}));
+}
+
 TEST_F(Presets, AreRenamedWithoutReplacingOthersEvenOnANetworkFileSystem) {
   for (const bool network : {false, true}) {
     isOnNetwork = network;
