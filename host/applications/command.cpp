@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -60,13 +61,11 @@ bool follow(const FileDescriptor& output, const FileDescriptor& process, Clock::
   for (;;) {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
     if (left.count() <= 0) return false;
-    if (poll(watched.data(), watched.size(), static_cast<int>(left.count())) < 0 && errno != EINTR)
-      return false;
-    const bool hasEnded = watched[1].revents != 0;
-    if (watched[0].revents != 0 && !readFrom(output, said)) watched[0].fd = -1;
-    if (!hasEnded) continue;
-    while (watched[0].fd >= 0 && readFrom(output, said)) continue;
-    return true;
+    // A signal may interrupt it.
+    if (poll(watched.data(), watched.size(), static_cast<int>(left.count())) < 0) continue;
+    const auto [saysMore, hasEnded] = std::pair{watched[0].revents != 0, watched[1].revents != 0};
+    if (saysMore && !readFrom(output, said)) watched[0].fd = -1;
+    if (hasEnded && !saysMore) return true;
   }
 }
 

@@ -31,10 +31,7 @@ Place find(std::string_view text, std::string_view beginning, std::size_t from =
   return {text.size(), text.size()};
 }
 
-std::string_view lineEndOf(std::string_view line) {
-  if (line.ends_with("\r\n")) return "\r\n";
-  return line.ends_with('\n') ? "\n" : "";
-}
+std::string_view lineEndOf(std::string_view line) { return line.ends_with("\r\n") ? "\r\n" : "\n"; }
 
 Before beforeOf(std::string_view mark) {
   mark.remove_suffix(lineEndOf(mark).size());

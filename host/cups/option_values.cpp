@@ -87,8 +87,6 @@ std::optional<std::string> encodableValue(ipp_tag_t type, const std::string& key
   switch (type) {
     case IPP_TAG_ENUM:
       return enumeration(keyword, value);
-    case IPP_TAG_INTEGER:
-      return valueIf(isNumber(keyword, value));
     case IPP_TAG_BOOLEAN:
       return valueIf(isSwitch(value));
     case IPP_TAG_RANGE:
@@ -96,7 +94,7 @@ std::optional<std::string> encodableValue(ipp_tag_t type, const std::string& key
     case IPP_TAG_RESOLUTION:
       return valueIf(isResolution(value));
     default:
-      return value;
+      return valueIf(isNumber(keyword, value));
   }
 }
 

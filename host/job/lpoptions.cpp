@@ -93,7 +93,7 @@ std::optional<std::string> withSavedOptions(std::string_view text, const Destina
     for (const auto& option : options) setOption(entry.options, option);
     const auto line = lineOf(entry);
     isFound = true;
-    fits = fits && line.size() <= kLongestLine;
+    if (line.size() > kLongestLine) fits = false;
     changed += line;
     changed += end.empty() ? "\n" : end;
   };

@@ -17,12 +17,9 @@ namespace fs = std::filesystem;
 
 // Where an installation has bundles and, in a build folder, where the build leaves them.
 std::vector<fs::path> foldersBesideProgram() {
-  std::error_code unreadable;
-  const auto program = fs::read_symlink("/proc/self/exe", unreadable);
-  if (unreadable) return {};
-  const auto above = program.parent_path() / "..";
+  const auto above = fs::read_symlink("/proc/self/exe").parent_path() / "..";
   std::vector<fs::path> folders{above / TANDEM_TRIM_LIBDIR / "tandem-trim"};
-  if (fs::exists(above / "CMakeCache.txt", unreadable)) folders.push_back(above);
+  if (std::error_code unreadable; fs::exists(above / "CMakeCache.txt", unreadable)) folders.push_back(above);
   return folders;
 }
 

@@ -46,7 +46,7 @@ Conflict conflictWith(ppd_file_t& ppd, const PanelSetting& setting, const char* 
     conflict.otherOption = second->title;
     conflict.otherChoice = titleOfValue(*second);
   } else {
-    if (const auto* const option = ppdFindOption(&ppd, other)) conflict.otherOption = option->text;
+    conflict.otherOption = ppdFindOption(&ppd, other)->text;
     conflict.otherChoice = ppdFindMarkedChoice(&ppd, other)->text;
   }
   return conflict;

@@ -79,16 +79,10 @@ bool switchTo(PanelView& view, const PanelSetting& box, const std::string& text)
 
 bool set(PanelView& view, const PanelSetting& setting, const std::string& text, bool lenient,
          const Report& report) {
-  switch (setting.kind) {
-    case PanelSetting::Kind::number:
-      if (!lenient) refuseUnlessDigits(setting, text);
-      return type(view, setting, text, report);
-    case PanelSetting::Kind::choice:
-      return choose(view, setting, text);
-    case PanelSetting::Kind::onOff:
-      return switchTo(view, setting, text);
-  }
-  return false;
+  if (setting.kind == PanelSetting::Kind::choice) return choose(view, setting, text);
+  if (setting.kind == PanelSetting::Kind::onOff) return switchTo(view, setting, text);
+  if (!lenient) refuseUnlessDigits(setting, text);
+  return type(view, setting, text, report);
 }
 
 bool press(PanelView& view, const std::string& button) {

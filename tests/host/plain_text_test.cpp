@@ -6,8 +6,8 @@ namespace tandemtrim::host {
 namespace {
 
 TEST(APlainText, IsTheTextItselfInAnyLanguage) {
-  for (const std::string text :
-       {"", "12", "Größe 日本 قص 🖨", "%s%n $(reboot) \\ \"'", "\u00A0\u200F\u2027\u2030"})
+  for (const std::string text : {"", "12", "Größe 日本 قص 🖨", "%s%n $(reboot) \\ \"'",
+                                 "\u00A0\u200F\u2027\u2030\u2044\u2070"})
     EXPECT_EQ(plainText(text), text);
 }
 

@@ -31,10 +31,10 @@ std::optional<std::string> textAt(ipp_attribute_t* attribute, int index) {
   return text == nullptr ? std::nullopt : std::optional<std::string>(text);
 }
 
-// The attribute if it has this type and a value, or null.
+// The attribute of this type, or null.
 ipp_attribute_t* findValue(const MessageHandle& message, const std::string& name, ipp_tag_t type) {
   auto* const attribute = findAttribute(message, name);
-  return ippGetValueTag(attribute) == type && ippGetCount(attribute) > 0 ? attribute : nullptr;
+  return ippGetValueTag(attribute) == type ? attribute : nullptr;
 }
 
 }  // namespace
@@ -87,8 +87,7 @@ void refuseIncomplete(const MessageHandle& request) {
   if (!request) throw std::bad_alloc();
   for (auto* attribute = ippFirstAttribute(request.get()); attribute != nullptr;
        attribute = ippNextAttribute(request.get())) {
-    const bool isSeparator = ippGetGroupTag(attribute) == IPP_TAG_ZERO;
-    if (ippGetName(attribute) == nullptr && !isSeparator) throw std::bad_alloc();
+    if (ippGetName(attribute) == nullptr) throw std::bad_alloc();
     if (!isText(ippGetValueTag(attribute))) continue;
     for (int index = 0; index < ippGetCount(attribute); ++index)
       if (ippGetString(attribute, index, nullptr) == nullptr) throw std::bad_alloc();

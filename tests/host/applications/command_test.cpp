@@ -1,11 +1,14 @@
 #include "host/applications/command.hpp"
 
 #include <chrono>
+#include <csignal>
 #include <fstream>
 #include <string>
 #include <thread>
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/time.h>
 
 namespace tandemtrim::host {
 namespace {
@@ -20,6 +23,43 @@ TEST(ACommand, ReturnsItsOutputAndWhetherItSucceeded) {
   EXPECT_FALSE(failed.succeeded);
   EXPECT_TRUE(failed.inTime);
   EXPECT_EQ(failed.said, "");
+}
+
+TEST(ACommand, ThatASignalEndsHasFailed) {
+  const auto ended = runCommand({"sh", "-c", "kill -KILL $$"}, 60s);
+  EXPECT_FALSE(ended.succeeded);
+  EXPECT_TRUE(ended.inTime && ended.isInstalled);
+}
+
+TEST(ACommand, IsReadToItsEndHoweverMuchItSaysAtLast) {
+  const auto done = runCommand({"sh", "-c", "head -c 60000 /dev/zero | tr '\\0' x"}, 60s);
+  EXPECT_EQ(done.said, std::string(60000, 'x'));
+}
+
+TEST(ACommand, IsFollowedThroughASignal) {
+  struct sigaction before {};
+  struct sigaction nothing {};
+  nothing.sa_handler = [](int) {};
+  sigaction(SIGALRM, &nothing, &before);
+  const itimerval soon{{0, 20'000}, {0, 20'000}};
+  setitimer(ITIMER_REAL, &soon, nullptr);
+  const auto done = runCommand({"sh", "-c", "sleep 0.2; echo done"}, 60s);
+  const itimerval never{};
+  setitimer(ITIMER_REAL, &never, nullptr);
+  sigaction(SIGALRM, &before, nullptr);
+  EXPECT_TRUE(done.succeeded);
+  EXPECT_EQ(done.said, "done\n");
+}
+
+TEST(ACommand, ThatCannotBeStartedIsNotMissing) {
+  rlimit files{};
+  getrlimit(RLIMIT_NOFILE, &files);
+  const rlimit none{0, files.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &none);
+  const auto failed = runCommand({"true"}, 60s);
+  setrlimit(RLIMIT_NOFILE, &files);
+  EXPECT_FALSE(failed.succeeded);
+  EXPECT_TRUE(failed.isInstalled);
 }
 
 TEST(ACommand, IsReportedAsNotInstalledWhereNoProgramHasItsName) {

@@ -119,6 +119,17 @@ TEST_F(ThePortal, TakesTheDesktopsBackendWhereThereAreNoSettings) {
   }
 }
 
+TEST_F(ThePortal, ReadsTheSettingsOfADesktopByItsNameInSmallLetters) {
+  variables_["XDG_CURRENT_DESKTOP"] = "X-Desk2";
+  const auto ofDesktop = settings("XDG_CONFIG_HOME", "x-desk2-portals.conf", "");
+  EXPECT_EQ(userSettings(places()), ofDesktop);
+}
+
+TEST_F(ThePortal, TakesAnEmptyVariableForNone) {
+  variables_["XDG_DATA_DIRS"] = "";
+  EXPECT_THAT(places().dataFolders, ElementsAre("/usr/local/share", "/usr/share"));
+}
+
 TEST_F(ThePortal, ReadsSettingsOnlyInVersionsThatHaveThem) {
   folder_.write("portals/portals.conf", "[preferred]\ndefault=tandemtrim\n");
   EXPECT_EQ(chosen(kOld).name, "gtk");

@@ -60,8 +60,14 @@ TEST(AnAttribute, IsReadInItsOwnType) {
 }
 
 TEST(AnAttribute, OfAnyKindOfTextIsReadAsText) {
-  for (const auto type : {IPP_TAG_TEXT, IPP_TAG_NAME, IPP_TAG_KEYWORD, IPP_TAG_URI, IPP_TAG_MIMETYPE})
+  for (const auto type : {IPP_TAG_TEXT, IPP_TAG_NAME, IPP_TAG_KEYWORD, IPP_TAG_URI, IPP_TAG_URISCHEME,
+                          IPP_TAG_CHARSET, IPP_TAG_LANGUAGE, IPP_TAG_MIMETYPE})
     EXPECT_EQ(found(text(type, "x")), "tl") << ippTagString(type);
+  for (const auto type : {IPP_TAG_TEXTLANG, IPP_TAG_NAMELANG}) {
+    const auto inALanguage = with(
+        [&](auto* message, auto* name) { ippAddString(message, IPP_TAG_PRINTER, type, name, "en", "x"); });
+    EXPECT_EQ(found(inALanguage), "tl") << ippTagString(type);
+  }
 }
 
 TEST(AnAttribute, IsNotFoundInAnotherType) {
@@ -81,6 +87,7 @@ TEST(AnAttribute, IsNotFoundInAnotherType) {
 TEST(AnAttribute, IsNotFoundWithoutAValueOrWhereItIsMissing) {
   for (const auto type : {IPP_TAG_NOVALUE, IPP_TAG_UNKNOWN, IPP_TAG_DEFAULT})
     EXPECT_EQ(found(outOfBand(type)), "") << ippTagString(type);
+  EXPECT_EQ(found(text(IPP_TAG_TEXT, nullptr)), "");
   EXPECT_EQ(found(MessageHandle(ippNew())), "");
   EXPECT_EQ(found(nullptr), "");
 }
@@ -89,6 +96,8 @@ TEST(ARequest, IsRefusedWhereAValueOfItIsMissing) {
   EXPECT_NO_THROW(refuseIncomplete(text(IPP_TAG_NAME, "it")));
   EXPECT_NO_THROW(refuseIncomplete(number(IPP_TAG_INTEGER, 1)));
   EXPECT_THROW(refuseIncomplete(text(IPP_TAG_NAME, nullptr)), std::bad_alloc);
+  EXPECT_THROW(refuseIncomplete(with([](auto* message, auto* /*name*/) { ippAddSeparator(message); })),
+               std::bad_alloc);
   EXPECT_THROW(refuseIncomplete(nullptr), std::bad_alloc);
 }
 

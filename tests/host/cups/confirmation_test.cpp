@@ -1,5 +1,6 @@
 #include "host/cups/confirmation.hpp"
 
+#include <array>
 #include <optional>
 
 #include <gmock/gmock.h>
@@ -88,6 +89,8 @@ TEST(AJobOnHold, MayHaveBeenReleasedSinceItWasSent) {
   for (const char* due : {"weekend", "23:15", "no-hold"})
     EXPECT_THAT(lostOf(job, {{"job-hold-until", due}}), IsEmpty()) << due;
   EXPECT_THAT(lostOf(job, {{"job-hold-until", "indefinite"}}), ElementsAre("job-hold-until"));
+  EXPECT_THAT(lostOf(jobWith({{"job-hold-until", "night"}}), {{"job-hold-until", "weekend"}}),
+              ElementsAre("job-hold-until"));
 }
 
 // A job as a server describes it; empty numbers are left out.
@@ -137,6 +140,23 @@ TEST(AJob, IsIncompleteWhereTheServerNeitherAnsweredNorCounts) {
             "an unknown part");
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 1, std::nullopt}, sent), "");
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent), "");
+}
+
+TEST(AJob, HasEveryReasonForItsStateInTheServersOrder) {
+  const MessageHandle job(ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES));
+  const std::array reasons{"none", "job-printing", "cups-waiting-for-paper"};
+  ippAddStrings(job.get(), IPP_TAG_JOB, IPP_TAG_KEYWORD, "job-state-reasons", 3, nullptr, reasons.data());
+  EXPECT_EQ(heldJob(job, {}).reasons, "job-printing,cups-waiting-for-paper");
+}
+
+TEST(AJob, IsNotDescribedByStatesAndNumbersThatAreNone) {
+  const HeldJob unknown;
+  for (const int state : {0, 2, 10, 1000})
+    EXPECT_EQ(heldOf({static_cast<ipp_jstate_t>(state), "none", {}, {}}, {}).state, unknown.state) << state;
+  const MessageHandle job(ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES));
+  ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-media-sheets-completed", -3);
+  EXPECT_EQ(heldJob(job, {}).sheets, 0U);
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", -1, -1}, {{}, 1, 2048}), "");
 }
 
 TEST(AJob, IsCompleteWhereTheServerHasWhatWasSentOrMoreOrDoesNotCount) {

@@ -62,10 +62,12 @@ INSTANTIATE_TEST_SUITE_P(
                     Option{"copies", "0"}, Option{"copies", "2,3"}, Option{"job-priority", "200"},
                     Option{"job-priority", "abc"}, Option{"job-priority", "5x"}, Option{"job-priority", ""},
                     Option{"landscape", "perhaps"}, Option{"page-ranges", "4-1"},
-                    Option{"page-ranges", "one"}, Option{"page-ranges", "1-2,"}, Option{"page-ranges", "-"},
+                    Option{"page-ranges", "one"}, Option{"page-ranges", "2- 4"},
+                    Option{"page-ranges", "1-2,"}, Option{"page-ranges", "-"},
                     Option{"printer-resolution", "banana"}, Option{"printer-resolution", "600"},
                     Option{"printer-resolution", "600xdpi"}, Option{"printer-resolution", "0dpi"},
-                    Option{"printer-resolution", "600x0dpi"}));
+                    Option{"printer-resolution", "600x0dpi"}, Option{"printer-resolution", "0x600dpi"},
+                    Option{"printer-resolution", "600dps"}, Option{"finishings", "glue-all,staple"}));
 
 TEST(AWrongNumber, IsRefusedWithTheAllowedRange) {
   const auto mistake = [](const Option& option) {

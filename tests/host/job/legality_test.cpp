@@ -73,6 +73,21 @@ TEST(ASuggestedValue, IsTheNearestOne) {
   EXPECT_EQ(suggestedValue(checkBox(), "maybe"), "Off");
 }
 
+TEST(ASuggestedValue, IsNoneWhereThePanelOffersNone) {
+  auto empty = menu();
+  empty.choices.clear();
+  EXPECT_EQ(suggestedValue(empty, "Left"), "");
+}
+
+TEST(APanel, IsSwitchedOnUnlessItHasASwitchThatIsOff) {
+  auto onOff = checkBox();
+  EXPECT_TRUE(isSwitchedOn({box(0, 30)}));
+  onOff.value = "On";
+  EXPECT_TRUE(isSwitchedOn({box(0, 30), onOff}));
+  onOff.value = "Off";
+  EXPECT_FALSE(isSwitchedOn({box(0, 30), onOff}));
+}
+
 TEST(ASuggestedValue, StaysAtTheLowBoundWhereTheBoundsCross) {
   EXPECT_EQ(suggestedValue(box(10, 5), "7"), "10");
 }

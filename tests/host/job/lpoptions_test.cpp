@@ -41,6 +41,8 @@ TEST(SavedOptions, KeepAHashSignThatBeginsNoComment) {
 TEST(SavedOptions, AreRefusedWhereCupsWouldCutTheLine) {
   EXPECT_TRUE(withSavedOptions("", kMorva, {{"a", std::string(8000, 'x')}}));
   EXPECT_FALSE(withSavedOptions("", kMorva, {{"a", std::string(8192, 'x')}}));
+  const auto full = "Dest Morva b=" + std::string(8000, 'x') + "\n";
+  EXPECT_FALSE(withSavedOptions(full + "Dest Morva c=1\n", kMorva, {{"a", std::string(500, 'x')}}));
 }
 
 TEST(SavedOptions, AreRemovedWithoutChangingOtherLines) {

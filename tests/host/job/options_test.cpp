@@ -32,6 +32,7 @@ INSTANTIATE_TEST_SUITE_P(Options, AnOptionText,
                                          Reading{"a=b\\ c", {{"a", "b c"}}},
                                          Reading{"page-ranges=1-4,7", {{"page-ranges", "1-4,7"}}},
                                          Reading{"a={b=1 c=2}", {{"a", "{b=1 c=2}"}}},
+                                         Reading{"a={b={c=1} d=2}", {{"a", "{b={c=1} d=2}"}}},
                                          Reading{"{a=1 b=2}", {{"a", "1"}, {"b", "2"}}},
                                          Reading{"a=1 A=2", {{"a", "2"}}}));
 
@@ -44,8 +45,8 @@ TEST_P(AMalformedOptionText, IsAWrongCommandLine) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Options, AMalformedOptionText,
-                         testing::Values("", " ", "=5", "a=1 =2", "a='b", "a=\"b c", "a={b=1", "a=,'b", "no",
-                                         "{}", "a='it\\'"));
+                         testing::Values("", " ", "=5", "a=1 =2", "a='b", "a=\"b c", "a={b=1", "a={b={c=1}",
+                                         "a=,'b", "no", "{}", "{a=1 =2", "a='it\\'", "a='it\\"));
 
 TEST(SettingAnOption, ReplacesAnEarlierOneInAnyLetterCase) {
   Options options{{"media", "A4"}, {"copies", "2"}};

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/host/dialog/sample_ppd.hpp"
 #include "tests/host/failure_matcher.hpp"
 #include "tests/host/panel/fake_bundle.hpp"
 
@@ -95,6 +96,23 @@ TEST(AFolderWithoutInfoPlist, IsNoBundle) {
   const test::TemporaryFolder folder;
   folder.write("Empty.bundle/Contents/Resources/file", "x");
   EXPECT_FALSE(isBundle(folder.path() / "Empty.bundle"));
+}
+
+TEST(ThePluginsOfAPrinter, AreAllNamedWhereNoneIsThere) {
+  const test::SamplePpd ppd(
+      "*APDialogExtension: \"/a/First.bundle\"\n*APDialogExtension: \"/a/Second.bundle\"\n");
+  EXPECT_THAT(failureOf([&] { bundleOfPrinter(std::nullopt, ppd.get()); }).what(),
+              testing::HasSubstr("the plug-in First.bundle or Second.bundle is not installed"));
+}
+
+TEST(ThePanelsKeywords, AreThoseOfTheBundlesThatCanBeRead) {
+  const test::TemporaryFolder folder;
+  writeBundle(folder, "Fake.bundle");
+  folder.write("Damaged.bundle/Contents/Info.plist", "no property list");
+  writeBundle(folder, "Other.folder");
+  folder.write("Empty.bundle/file", "");
+  EXPECT_THAT(keywordsOfPanels(folder.path().string()),
+              testing::ElementsAre("FakeOn", "FakePosition", "FakeTop"));
 }
 
 TEST(APluginThatIsNoFolder, IsReported) {

@@ -65,6 +65,38 @@ TEST(Conflicts, AreFoundForAnyChoiceButOffWhereAConstraintNamesNone) {
   EXPECT_THAT(conflictsWith(constraints, panelWith("Off", "Right"), {{"Duplex", "None"}}), IsEmpty());
 }
 
+TEST(Conflicts, AreOfAnyChoiceButOffAndFalseToo) {
+  const std::string constraints = "*UIConstraints: *Place Right *Trim\n*UIConstraints: *Place Right *Fold\n";
+  const std::string fold =
+      "*OpenUI *Fold/Fold: Boolean\n*DefaultFold: False\n*Fold True/On: \"\"\n*Fold False/Off: \"\"\n"
+      "*CloseUI: *Fold\n";
+  EXPECT_THAT(conflictsWith(fold + constraints, panelWith("Off", "Right"), {}), IsEmpty());
+  EXPECT_THAT(conflictsWith(fold + constraints, panelWith("Off", "Right"), {{"Fold", "True"}}),
+              ElementsAre(Conflict{"Where", "At the right", "Fold", "On"}));
+}
+
+TEST(Conflicts, AreNoneOfOptionsAndChoicesThatThePrinterDoesNotHave) {
+  const std::string constraints = "*UIConstraints: *Trim On *Absent\n*UIConstraints: *Trim On *Absent Yes\n";
+  EXPECT_THAT(conflictsWith(constraints, panelWith("On", "Left"), {{"Absent", "Yes"}}), IsEmpty());
+}
+
+TEST(Conflicts, AreJudgedByTheDefaultWhereACustomValueIsChosen) {
+  const std::string constraints =
+      "*CustomDuplex True: \"pop\"\n*ParamCustomDuplex Gap/Gap: 1 int 0 10\n"
+      "*UIConstraints: *Trim On *Duplex\n";
+  EXPECT_THAT(conflictsWith(constraints, panelWith("On", "Left"), {{"Duplex", "Custom.5"}}), IsEmpty());
+}
+
+TEST(Conflicts, NameAValueWithoutATitleAsItStands) {
+  PanelSetting margin;
+  margin.keyword = "Place";
+  margin.title = "Margin";
+  margin.kind = PanelSetting::Kind::number;
+  margin.value = "Right";
+  EXPECT_THAT(conflictsWith("*UIConstraints: *Place Right *Duplex Long\n", {margin}, {{"Duplex", "Long"}}),
+              ElementsAre(Conflict{"Margin", "Right", "Two Sides", "Long edge"}));
+}
+
 TEST(Conflicts, WithinThePanelAreNamedOnce) {
   const std::string constraints =
       "*UIConstraints: *Trim On *Place Right\n*UIConstraints: *Place Right *Trim On\n";

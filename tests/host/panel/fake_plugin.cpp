@@ -94,7 +94,7 @@ class FakeView : public memory::PanelView {
   bool backspace(std::string_view) override { return false; }
   bool click(std::string_view name) override {
     auto& button = find(name);
-    if (!button.enabled) return false;
+    if (!button.enabled || behaviour_.is("click", "greyed")) return false;
     if (button.kind == ControlKind::checkBox) {
       setOn(button.state != CheckBox::kOn);
     } else {
@@ -180,6 +180,8 @@ class FakePanel : public PrintPanel {
   std::vector<PanelSetting> settings() const override {
     behaviour_.run("settings");
     using enum PanelSetting::Kind;
+    if (behaviour_.is("settings", "margin-alone"))
+      return {{"FakeTop", "Top", "Upper", number, {}, -20, 20, "mm", value("FakeTop", "5")}};
     return {
         {"FakeOn", "Valid", "Fake", onOff, {{"On", "Ein"}, {"Off", "Aus"}}, 0, 0, "", value("FakeOn", "On")},
         {"FakePosition",
@@ -209,7 +211,11 @@ class FakePanel : public PrintPanel {
     *error = "the disk of the fake is full";
     return false;
   }
-  bool restoreValuesAndReturnError(std::string*) override { return true; }
+  bool restoreValuesAndReturnError(std::string* error) override {
+    if (!behaviour_.is("restoreValuesAndReturnError", "false")) return true;
+    *error = "the fake has forgotten them";
+    return false;
+  }
 
  private:
   std::string value(std::string_view keyword, const char* otherwise) const {

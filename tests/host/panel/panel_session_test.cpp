@@ -148,6 +148,55 @@ INSTANTIATE_TEST_SUITE_P(Inputs, AGreyedControl,
                          testing::Values(Input{"Top", "1"}, Input{"Position", "Right"},
                                          Input{"RestoreDefault", std::nullopt}));
 
+TEST_F(APanelSession, NamesAControlThatIsGreyedWithoutASwitch) {
+  store("FakeOn", "Off");
+  const auto failure = failureOf([&] { play({{"Top", "1"}}, false, "settings margin-alone"); });
+  EXPECT_THAT(failure.what(), AllOf(HasSubstr("this control is greyed now"), HasSubstr("nothing was sent")));
+}
+
+TEST_F(APanelSession, NamesASwitchThatIsGreyedItself) {
+  store("FakeOn", "Off");
+  EXPECT_THAT(failureOf([&] {
+                play({{"Valid", "On"}}, false, "click greyed");
+              }).what(),
+              AllOf(HasSubstr("greyed"), HasSubstr("nothing was sent")));
+  EXPECT_EQ(stored("FakeOn"), "Off");
+}
+
+TEST_F(APanelSession, TakesANegativeNumberWhereThePanelAllowsIt) {
+  play({{"Top", "-5"}}, false, "settings margin-alone");
+  EXPECT_EQ(stored("FakeTop"), "-5");
+}
+
+TEST_F(APanelSession, TellsWhyThePanelCannotShowTheSettings) {
+  EXPECT_THAT(failureOf([&] { play({}, false, "restoreValuesAndReturnError false"); }).what(),
+              HasSubstr("could not show the settings: the fake has forgotten them"));
+}
+
+TEST_F(APanelSession, SavesWithoutAViewToo) {
+  const test::TemporaryFolder folder;
+  PanelSession session(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule, settings,
+                       nullptr);
+  EXPECT_EQ(session.title(), "Fake");
+  session.save();
+  EXPECT_EQ(stored("FakeTop"), "5");
+}
+
+TEST(ASummary, HasTheRowsWhoseTitleAndValueAreTexts) {
+  const auto text = [](const std::string& words) {
+    return std::make_shared<const platform::Object>(platform::Object::Value(words));
+  };
+  const auto number = std::make_shared<const platform::Object>(platform::Object::Value(5.0));
+  const platform::Array order{text("B"), number, nullptr, text("A"), text("missing"), text("number")};
+  platform::Dictionary summary{{"A", text("1")}, {"B", text("2")}, {"number", number}, {"none", nullptr}};
+  EXPECT_EQ(orderedSummary(summary).size(), 2U);
+  summary.emplace(platform::kSummaryDisplayOrderKey,
+                  std::make_shared<const platform::Object>(platform::Object::Value(order)));
+  const auto rows = orderedSummary(summary);
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0].title + rows[0].value + rows[1].title + rows[1].value, "B2A1");
+}
+
 TEST_F(APanelSession, TakesInputAfterTheSwitchWasTurnedOn) {
   store("FakeOn", "Off");
   play({{"Valid", "On"}, {"Top", "3"}});

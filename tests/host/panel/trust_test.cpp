@@ -67,6 +67,33 @@ TEST_F(APlace, IsOpenToAnOwnerWhoIsNotTrusted) {
               Optional(AllOf(testing::StartsWith("/ belongs to root"), HasSubstr("copy it"))));
 }
 
+// As in a container whose files have owners that it does not know.
+TEST_F(APlace, MayHaveAnOwnerWithoutAName) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root gives files away";
+  ASSERT_EQ(chown(file_.c_str(), kStranger, kStranger), 0);
+  EXPECT_THAT(openToStrangers(file_), Optional(HasSubstr("belongs to user " + std::to_string(kStranger))));
+  ASSERT_EQ(chmod(file_.c_str(), 0664), 0);
+  EXPECT_THAT(openToStrangers(file_, {0, kStranger}), Optional(HasSubstr("a group that is not your own")));
+}
+
+TEST_F(APlace, MayBeWrittenByTheOwnGroupOfAUserWithoutAName) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root becomes another user";
+  ASSERT_EQ(chown(file_.c_str(), kStranger, kStranger), 0);
+  ASSERT_EQ(chmod(file_.c_str(), 0664), 0);
+  ASSERT_EQ(chmod(folder_.path().c_str(), 0755), 0);
+  const auto group = getegid();
+  const auto judged = [&](gid_t own) {
+    EXPECT_EQ(setegid(own), 0);
+    EXPECT_EQ(seteuid(kStranger), 0);
+    auto found = openToStrangers(file_, {0, kStranger});
+    EXPECT_EQ(seteuid(0), 0);
+    EXPECT_EQ(setegid(group), 0);
+    return found;
+  };
+  EXPECT_EQ(judged(kStranger), std::nullopt);
+  EXPECT_THAT(judged(group), Optional(HasSubstr("a group that is not your own")));
+}
+
 TEST_F(APlace, IsJudgedByWhereALinkInItsPathLeads) {
   open("above", 0777);
   fs::create_directory_symlink(above_, folder_.path() / "link");

@@ -18,6 +18,8 @@ namespace {
 // What another program does right before a file is renamed without replacing another one.
 std::function<void()> beforeRenaming = [] {};
 bool isOnNetwork = false;
+// With which error a file cannot be renamed so; 0 where it can.
+int renamingFails = 0;
 
 }  // namespace
 }  // namespace tandemtrim::host
@@ -27,8 +29,8 @@ extern "C" int renameat2(int fromFolder, const char* from, int toFolder, const c
                          unsigned flags) noexcept {
   using namespace tandemtrim::host;
   if (flags == RENAME_NOREPLACE) beforeRenaming();
-  if (isOnNetwork && flags != 0) {
-    errno = EINVAL;
+  if (const int error = isOnNetwork ? EINVAL : renamingFails; error != 0 && flags != 0) {
+    errno = error;
     return -1;
   }
   return static_cast<int>(syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
@@ -69,6 +71,7 @@ class Presets : public testing::Test {
     unsetenv("XDG_CONFIG_DIRS");
     beforeRenaming = [] {};
     isOnNetwork = false;
+    renamingFails = 0;
   }
 
   [[nodiscard]] std::filesystem::path own() const { return folder_.path() / "own"; }
@@ -280,6 +283,59 @@ TEST_F(Presets, ThatCannotBeReadStayWhereTheyAreAndAreReported) {
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
+TEST_F(Presets, ThatCannotBeSetAsideAreReportedWhereTheyAre) {
+  const auto file = write(own(), "Damaged.json", "{");
+  renamingFails = EIO;
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(reported, ElementsAre(testing::AllOf(HasSubstr(file + " cannot be understood"),
+                                                   testing::Not(HasSubstr("the file is now")))));
+  EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(Presets, ThatAnotherProgramSetsAsideBeforeTheyAreAskedForAreNotReportedAgain) {
+  const auto file = write(own(), "Damaged.json", "{");
+  savePreset("Family", kBooklet);
+  beforeRenaming = [&] { std::filesystem::remove(file); };
+  EXPECT_EQ(findPreset("Family", kBooklet.name, report), kBooklet);
+  EXPECT_THAT(reported, IsEmpty());
+}
+
+TEST_F(Presets, ThatGoWhileTheyAreRenamedAreAFailure) {
+  savePreset("Family", kBooklet);
+  beforeRenaming = [&] { std::filesystem::remove(presetFile("Family", kBooklet.name)); };
+  EXPECT_THAT(
+      failureOf([&] { renamePreset("Family", kBooklet.name, "Other", Taken::refuses, report); }).what(),
+      HasSubstr(presetFile("Family", "Other").string() + " cannot be written"));
+}
+
+TEST_F(Presets, AreTheFilesWhoseNamesTheyWouldGiveThemAlone) {
+  for (const char* file : {"%zz.json", "a%2.json", "a%61.json", "%.json"}) write(own(), file, "{}");
+  write(own(), "a%25.json", "{}");
+  EXPECT_THAT(names(), ElementsAre("a%"));
+  EXPECT_THAT(reported, IsEmpty());
+}
+
+TEST_F(Presets, OfTheAdministratorAreInNoFolderThatDependsOnWhereAProgramStarts) {
+  const auto before = std::filesystem::current_path();
+  write("etc", "House.json", "{}");
+  std::filesystem::current_path(own().parent_path());
+  for (const char* name : {"XDG_CONFIG_DIRS", "XDG_CONFIG_HOME"}) {
+    setenv(name, "etc", 1);
+    EXPECT_THAT(names(), testing::Not(testing::Contains("House"))) << name;
+  }
+  std::filesystem::current_path(before);
+  setenv("XDG_CONFIG_DIRS", administrators().c_str(), 1);
+  EXPECT_THAT(names(), testing::Contains("House"));
+}
+
+TEST_F(Presets, MayHaveAFileInThePlaceOfTheirFolder) {
+  const auto folder = presetFile("Family", "x").parent_path();
+  std::filesystem::create_directories(folder.parent_path());
+  std::ofstream(folder) << "no folder";
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(reported, IsEmpty());
+}
+
 TEST_F(Presets, InAFolderThatCannotBeReadAreReported) {
   const auto folder = presetFile("Family", "Unreadable").parent_path();
   std::filesystem::create_directories(folder.parent_path());
@@ -372,6 +428,21 @@ TEST_F(Presets, MayBeTheOneThatAPrinterStartsWith) {
   setPresetOfPrinter("Family", "../x", std::nullopt);
   EXPECT_EQ(presetOfPrinter("Family", "../x"), std::nullopt);
   EXPECT_THAT(names(), ElementsAre("Other"));
+}
+
+TEST_F(Presets, AreNotBegunWithWhereThePrintersFileNamesNone) {
+  setPresetOfPrinter("Family", "Morva", kBooklet.name);
+  const auto file = presetFile("Family", "x").parent_path() / "printers/Morva.json";
+  ASSERT_EQ(presetOfPrinter("Family", "Morva"), kBooklet.name);
+  for (const char* text : {"", "[]", "{}", R"({"preset": 5})", R"({"other": "x"})"}) {
+    std::ofstream(file) << text;
+    EXPECT_EQ(presetOfPrinter("Family", "Morva"), std::nullopt) << text;
+  }
+  std::filesystem::remove(file);
+  std::filesystem::create_directory(file);
+  EXPECT_EQ(presetOfPrinter("Family", "Morva"), std::nullopt);
+  EXPECT_THAT(failureOf([&] { setPresetOfPrinter("Family", "Morva", std::nullopt); }).what(),
+              HasSubstr(file.string() + " cannot be written"));
 }
 
 TEST_F(Presets, ThatCannotBeWrittenAreReportedWithTheirFolder) {

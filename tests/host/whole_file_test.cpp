@@ -1,0 +1,39 @@
+#include "host/whole_file.hpp"
+
+#include <gmock/gmock.h>
+
+#include "tests/host/failure_matcher.hpp"
+#include "tests/support/temporary_folder.hpp"
+
+namespace tandemtrim::host {
+namespace {
+
+using test::failureOf;
+using testing::HasSubstr;
+
+TEST(AFile, IsReadUpToTheLengthThatItMayHave) {
+  const test::TemporaryFolder folder;
+  const auto file = folder.write("file", std::string(5000, 'x'));
+  EXPECT_EQ(readWholeFile(file, 5000), std::string(5000, 'x'));
+  EXPECT_THAT(failureOf([&] { readWholeFile(file, 4999); }).what(), HasSubstr("more than 4999 bytes"));
+  EXPECT_EQ(readWholeFile(folder.path() / "missing", 1), std::nullopt);
+}
+
+// The first page of a process is never there.
+TEST(AFile, WhoseDiskFailsIsNamed) {
+  EXPECT_THAT(failureOf([] { readWholeFile("/proc/self/mem", 1 << 20); }).what(),
+              HasSubstr("/proc/self/mem cannot be read"));
+}
+
+TEST(AFile, ThatCannotBeReplacedIsNamedAndNothingIsLeftBehind) {
+  const test::TemporaryFolder folder;
+  const auto there = folder.path() / "there";
+  std::filesystem::create_directory(there);
+  for (const auto& file : {there, folder.path() / "missing/file"})
+    EXPECT_THAT(failureOf([&] { replaceFile(file, "text"); }).what(),
+                HasSubstr(file.string() + " cannot be written"));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+}
+
+}  // namespace
+}  // namespace tandemtrim::host
