@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Runs the long tests for hours, each time with other random values, and counts what they try: soak.py HOURS [RUN ...]
 
-The exit status is 1 if a run failed; its output is in build/soak. The counts are added to build/soak/totals.json.
+The exit status is 1 if a run failed; build/soak has its whole output, behind the command. After each run its count is added to
+build/soak/totals.json.
 """
 
 import collections
@@ -12,6 +13,7 @@ import json
 import os
 import pathlib
 import re
+import shlex
 import subprocess
 import sys
 import threading
@@ -66,6 +68,10 @@ def command_of(run):
     return [wrapper, f"TANDEM_TRIM_BUILD={BUILD}", *(f"TANDEM_TRIM_{each}" for each in run.variables), *run.command]
 
 
+def read_totals():
+    return collections.Counter(json.loads(TOTALS.read_text()) if TOTALS.exists() else {})
+
+
 class Soak:
     def __init__(self, hours):
         self._end = time.monotonic() + 3600 * hours
@@ -84,20 +90,23 @@ class Soak:
         result = subprocess.run(command_of(run), cwd=PROJECT / run.folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
         output = result.stdout.decode(errors="replace")
         with self._lock:
-            self._tried[name] += sum(map(int, re.findall(run.counted.format(name.replace('-', ' ')), output, re.MULTILINE)))
+            self._count(name, sum(map(int, re.findall(run.counted.format(name.replace('-', ' ')), output, re.MULTILINE))))
             if result.returncode != 0:
                 log = LOGS / f"{name}-{time.time_ns()}.log"
-                log.write_text(output)
+                log.write_text(f"cd {PROJECT / run.folder} && {shlex.join(map(str, command_of(run)))}\n{output}")
                 self._failed.append(log)
                 print(f"{name}: a run failed, see {log}", flush=True)
 
-    def report(self):
-        """Prints the counts, adds them to the totals and returns the exit status."""
-        totals = collections.Counter(json.loads(TOTALS.read_text()) if TOTALS.exists() else {})
-        totals += self._tried
+    def _count(self, name, count):
+        self._tried[name] += count
+        totals = read_totals()
+        totals[name] += count
         TOTALS.write_text(json.dumps(totals, indent=2) + "\n")
-        for name, count in sorted(totals.items()):
-            print(f"{name:>15}: {self._tried[name]:>14,}   in all {totals[name]:>16,}")
+
+    def report(self):
+        """Prints the counts and returns the exit status."""
+        for name, count in sorted(read_totals().items()):
+            print(f"{name:>20}: {self._tried[name]:>14,}   in all {count:>16,}")
         print(f"{len(self._failed)} runs failed")
         return 1 if self._failed else 0
 

@@ -75,13 +75,25 @@ def start_wayland(environment):
 SCREENS = {"x": start_x, "wayland": start_wayland}
 
 
+def start_bus(environment):
+    """Starts a session bus."""
+    command = ("dbus-daemon", "--session", "--nofork", "--print-address")
+    with surroundings.services_log(environment) as log:
+        bus = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=log, text=True)
+    address = bus.stdout.readline().strip()
+    if not address:
+        sys.exit("dbus-daemon did not start")
+    return {"DBUS_SESSION_BUS_ADDRESS": address}
+
+
 def main():
     ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
     given, command = surroundings.read_arguments()
     start = SCREENS[given.get("TANDEM_TRIM_SCREEN", "x")]
     with surroundings.own(given) as environment:
         try:
-            return surroundings.run(["dbus-run-session", "--", *command], environment | start(environment))
+            environment |= start(environment)
+            return surroundings.run(command, environment | start_bus(environment))
         finally:
             end_children()
 

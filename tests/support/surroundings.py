@@ -67,6 +67,7 @@ SCREEN = ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME
 SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
 MUTANTS = ("TANDEM_TRIM_MUTANT",)
 SEED = "TANDEM_TRIM_SEED"
+SERVICES_LOG = "TANDEM_TRIM_SERVICES_LOG"  # the file for the words of other projects' services
 
 BUILD = pathlib.Path(os.environ.get("TANDEM_TRIM_BUILD", pathlib.Path(__file__).parents[2] / "build/release")).resolve()
 # The variables of the languages and locales that the program is tried in.
@@ -117,6 +118,7 @@ def own(given):
         folders = {"HOME": home, "CUPS_SERVERROOT": home, "XDG_RUNTIME_DIR": run, "TMPDIR": temporary, "TEMP": temporary}
         support = pathlib.Path(__file__).resolve().parent
         python = {"PYTHONPATH": f"{support}:{support / 'cups'}", "PYTHONDONTWRITEBYTECODE": "1"}
+        folders |= {SERVICES_LOG: pathlib.Path(folder, "services.log")}
         environment = of_this_test((SEED,)) | CONSTANTS | {name: str(path) for name, path in folders.items()} | python | given
         yield environment | fonts(pathlib.Path(folder, "settings"), given.get("TANDEM_TRIM_FONT", FONT))
 
@@ -130,9 +132,17 @@ def read_arguments():
     return dict(word.split("=", 1) for word in words[:count]), words[count:]
 
 
+def services_log(environment=os.environ):
+    """Opens the file for the words of a session bus, and of what it starts; run() prints it for a command that fails."""
+    return open(environment[SERVICES_LOG], "ab")
+
+
 def run(command, environment):
     """Runs the command and returns its exit status as a shell does."""
     status = subprocess.run(command, env=environment, check=False).returncode
+    log = pathlib.Path(environment[SERVICES_LOG])
+    if status != 0 and log.exists():
+        print(f"The services said:\n{log.read_text(errors='replace')}", file=sys.stderr)
     if status >= 0:
         return status
     print(f"{command[0]} was ended by {signal.Signals(-status).name}", file=sys.stderr)

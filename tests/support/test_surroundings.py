@@ -1,5 +1,6 @@
 """The surroundings that all tests run in, as a test's program finds them."""
 
+import itertools
 import json
 import os
 import pathlib
@@ -76,6 +77,17 @@ class SurroundingsTest(unittest.TestCase):
                 test.terminate()
                 self.assertEqual(test.wait(), 128 + signal.SIGTERM)
                 self.assertFalse(home.parent.exists())
+
+    def test_what_services_say_is_printed_only_if_the_command_fails(self):
+        speak = 'echo Hello >>"$TANDEM_TRIM_SERVICES_LOG"'
+        on_bus = "dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress >/dev/null"
+        for launcher, script in ((LAUNCHERS[0], speak), *itertools.product(LAUNCHERS[1:], (speak, on_bus))):
+            with self.subTest(launcher=launcher, script=script):
+                for status, said in ((0, self.assertNotRegex), (3, self.assertRegex)):
+                    command = [*launcher, "sh", "-c", f"{script}; exit {status}"]
+                    result = subprocess.run(command, capture_output=True, text=True, check=False)
+                    self.assertEqual(result.returncode, status, result.stderr)
+                    said(result.stderr, "Hello|dbus-daemon")
 
     def test_every_test_runs_in_these_surroundings(self):
         listed = json.loads(output("ctest", "--show-only=json-v1", "--test-dir", os.environ["TANDEM_TRIM_BUILD"]))["tests"]

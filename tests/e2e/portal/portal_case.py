@@ -207,8 +207,9 @@ class PortalSession:
         of_portal = self.environment | {"XDG_DESKTOP_PORTAL_DIR": str(portals)}
         bus().UpdateActivationEnvironment(of_portal)
         self._let_the_bus_start_the_backend()
-        quiet = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.DEVNULL)
-        self._portal = subprocess.Popen([PORTAL], env=of_portal, **quiet)
+        quiet = dict.fromkeys(("stdin", "stdout"), subprocess.DEVNULL)
+        with surroundings.services_log() as log:
+            self._portal = subprocess.Popen([PORTAL], env=of_portal, stderr=log, **quiet)
         until(lambda: bus().NameHasOwner(PORTAL_NAME), "the portal")
         return self
 

@@ -11,7 +11,7 @@ import patience
 from dialog_case import DialogCase, PrintDialog, until
 from gi.repository import Gio, GLib
 from screen_reader import Program
-from surroundings import SCREEN, of_this_test
+from surroundings import SCREEN, of_this_test, services_log
 from terminal_case import BUILD, OF_TERMINALS, SAMPLE, complaints
 
 SERVICE = BUILD / "host/tandem-trim-portal"
@@ -33,7 +33,8 @@ def texts(**entries):
 @contextlib.contextmanager
 def own_bus():
     """Runs a session bus for the duration of a `with` statement; yields its address and its process."""
-    with subprocess.Popen(("dbus-daemon", "--session", "--nofork", "--print-address"), stdout=subprocess.PIPE, text=True) as daemon:
+    command = ("dbus-daemon", "--session", "--nofork", "--print-address")
+    with services_log() as log, subprocess.Popen(command, stdout=subprocess.PIPE, stderr=log, text=True) as daemon:
         try:
             yield daemon.stdout.readline().strip(), daemon
         finally:

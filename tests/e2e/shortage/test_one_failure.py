@@ -1,6 +1,7 @@
 """The terminal program while one system call or one allocation fails: it does its task, or reports what is wrong and ends with a status
 other than 0. It never crashes, loses a setting, leaves a half-written file, or reports an incomplete job as confirmed."""
 
+import collections
 import dataclasses
 import errno
 import itertools
@@ -15,7 +16,8 @@ from patience import INTERVAL
 from terminal_case import ACTS_THAT_CHANGE, BUILD, MARGINS, PPD, PROGRAM, SAMPLE, TerminalCase, each
 
 LIBRARY = BUILD / "tests/e2e/libone_failure.so"
-# A number of random failures; "all"; or some kinds or uses ("malloc,print"). The default is a fixed selection.
+# A number of random failures; "all"; some kinds or uses ("malloc,print"); or one failure ("print/read 17 EIO"). The default is a fixed
+# selection.
 FAILURES = os.environ.get("TANDEM_TRIM_FAILURES", "150")
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32) if "TANDEM_TRIM_FAILURES" in os.environ else 1))
 PATIENCE = 60  # seconds until a program counts as hanging
@@ -26,6 +28,7 @@ NO_PANEL = "no panel: "  # in the list of printers, before the reason
 UNKNOWN = re.compile("may (still be printed|wait there)")  # the messages about a job that may be left behind
 LIES = re.compile("nothing was (printed|sent)")
 OF_LANGUAGE = re.compile(r"/(libone_failure|libc|libm|libstdc\+\+|libgcc_s|ld-linux[-\w]*)\.so")
+MOST_LOG = 20_000  # characters of the server's log in a failure's message
 NUMBER = re.compile(r"(Morva-|job )\d+")
 
 ERRORS = {
@@ -66,6 +69,38 @@ USES = {
     "delete a preset": ("-d", "Morva", "--delete-preset", "Kept"),
     "list presets": ("-d", "Morva", "--list-presets"),
 }
+
+
+@dataclasses.dataclass(frozen=True)
+class Failing:
+    """The call of its kind, by number, that fails with this error during a use."""
+
+    use: str
+    kind: str
+    number: int
+    error: int
+
+    @classmethod
+    def read(cls, text):
+        use, call = text.split("/")
+        kind, number, error = call.split()
+        return cls(use, kind, int(number), getattr(errno, error))
+
+    def __str__(self):
+        return f"{self.use}/{self.kind} {self.number} {errno.errorcode[self.error]}"
+
+    def call(self):
+        """The call as the library reads it."""
+        return f"{self.kind} {self.number} {self.error}"
+
+
+def spread(failures, count):
+    """Selects so many at random, in turn from each pair of a use and a kind, so that a small number has all kinds of calls."""
+    by_kind = collections.defaultdict(list)
+    for failing in random.Random(SEED).sample(failures, len(failures)):
+        by_kind[failing.use, failing.kind].append(failing)
+    in_turn = itertools.chain(*itertools.zip_longest(*by_kind.values()))
+    return list(itertools.islice(filter(None, in_turn), count))
 
 
 @dataclasses.dataclass
@@ -153,16 +188,33 @@ class OneFailureTest(TerminalCase):
             counts[kind] = counts.get(kind, 0) + int(count)
         return counts
 
+    def expected(self, use):
+        """The outcome without a failure."""
+        outcome = self.run_with(use)
+        self.assertEqual(outcome.status, 0, outcome.complained)
+        return outcome
+
     def failures(self, expected):
-        """All failures of all uses, as (use, kind, number, error). Stores the outcome without a failure in `expected`."""
+        """All failures of all uses. Stores the outcome without a failure in `expected`."""
         for use in USES:
-            expected[use] = self.run_with(use)
-            self.assertEqual(expected[use].status, 0, expected[use].complained)
+            expected[use] = self.expected(use)
             counts = self.counted()
             self.run_with(use, "malloc 0 0")
             counts["malloc"] = self.counted()["malloc"]
             for kind, count in counts.items():
-                yield from itertools.product([use], [kind], range(1, count + 1), ERRORS[kind])
+                yield from itertools.starmap(Failing, itertools.product([use], [kind], range(1, count + 1), ERRORS[kind]))
+
+    def selected(self, expected):
+        """The failures that TANDEM_TRIM_FAILURES asks for."""
+        if "/" in FAILURES:
+            failing = Failing.read(FAILURES)
+            expected[failing.use] = self.expected(failing.use)
+            return [failing]
+        failures = list(self.failures(expected))
+        if FAILURES.isdigit():
+            return spread(failures, int(FAILURES))
+        words = FAILURES.split(",")
+        return [failing for failing in failures if FAILURES == "all" or failing.use in words or failing.kind in words]
 
     @staticmethod
     def crashed_elsewhere(complained):
@@ -199,19 +251,15 @@ class OneFailureTest(TerminalCase):
 
     def test_one_failure_is_survived_or_reported(self):
         expected = {}
-        failures = list(self.failures(expected))
-        if FAILURES.isdigit():
-            failures = random.Random(SEED).sample(failures, int(FAILURES))
-        elif FAILURES != "all":
-            failures = [failure for failure in failures if any(word in failure[:2] for word in FAILURES.split(","))]
-        for use, kind, number, error in failures:
-            with self.subTest(use=use, failing=f"{kind} {number} {errno.errorcode[error]}", TANDEM_TRIM_SEED=SEED):
-                outcome = self.run_with(use, f"{kind} {number} {error}")
-                fault = self.judge(outcome, expected[use])
-                if fault:
-                    where = self.run_with(use, f"{kind} {number} {error}", TANDEM_TRIM_WHERE="1").complained
-                    said = outcome.said[-400:] + outcome.complained[-4000:]
-                    self.fail(f"{fault}: status {outcome.status}, {said}\nThe failing call: {where[:4000]}")
+        failures = self.selected(expected)
+        for failing in failures:
+            # With this the test tries that failure alone.
+            with self.subTest(TANDEM_TRIM_FAILURES=str(failing)):
+                outcome = self.run_with(failing.use, failing.call())
+                if fault := self.judge(outcome, expected[failing.use]):
+                    again = self.run_with(failing.use, failing.call(), TANDEM_TRIM_WHERE="1")
+                    usual, log = expected[failing.use], self.cups.log()[-MOST_LOG:]
+                    self.fail(f"{fault}: {outcome}\nwithout a failure: {usual}\nonce more, with the failing call: {again}\n{log}")
         print(f"{len(failures)} failing calls")
 
 
