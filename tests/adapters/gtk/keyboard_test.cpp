@@ -191,6 +191,19 @@ TEST(MenuByKeys, ChoosesTheItemThatIsTyped) {
   EXPECT_EQ(focused(shown), "positionPopUp");
 }
 
+TEST(MenuByKeys, LeavesKeysWithModifiersToTheWindow) {
+  ShownPanel shown;
+  auto& user = shown.user();
+  for (const auto modifier : {XK_Control_L, XK_Alt_L, XK_Super_L}) {
+    user.focus(shown.widget("positionPopUp"));
+    user.press(XK_r, static_cast<unsigned>(modifier));
+    EXPECT_EQ(choice(shown), "Center") << modifier;
+  }
+  user.focus(shown.widget("positionPopUp"));
+  user.press(XK_Down, XK_Control_L);
+  EXPECT_FALSE(isOpen(shown));
+}
+
 TEST(MenuByKeys, MovesInTheOpenListToTheItemThatIsTyped) {
   ShownPanel shown;
   auto& user = shown.user();

@@ -132,6 +132,20 @@ TEST_F(StepperBesideABox, ContinuesFromTheRestOfTheTextWhileTheInputMethodCompos
   EXPECT_EQ(value(), 1);
 }
 
+TEST_F(StepperBesideABox, StaysAsItIsByKeysThatTheInputMethodMayNeed) {
+  user.focus(box);
+  user.press(XK_a, XK_Control_L);
+  user.press(XK_U, XK_Control_L);
+  user.type("3");
+  const auto composing = shown.text("textBoxMarginTop");
+  for (const auto step : {GTK_SCROLL_STEP_UP, GTK_SCROLL_PAGE_DOWN, GTK_SCROLL_END}) {
+    g_signal_emit_by_name(box, "change-value", step);
+    EXPECT_EQ(shown.text("textBoxMarginTop"), composing);
+  }
+  user.type("9 ");
+  EXPECT_EQ(value(), 9);
+}
+
 TEST_F(StepperBesideABox, FollowsTheWheelOnlyWhileTheBoxHasTheFocus) {
   leaveTheBox();
   user.turnWheel(box, true);

@@ -43,6 +43,8 @@ INSTANTIATE_TEST_SUITE_P(All, TypeAheadOf,
                                          Typed{U"x", 0, {}},          //
                                          Typed{U"lc", 0, {}},         //
                                          Typed{U"lc", 0, 2, kApart},  //
+                                         Typed{U"lc", 0, {}, 1000},   //
+                                         Typed{U"lc", 0, 2, 1001},    //
                                          Typed{U"LEF", 3, 0}));
 
 TEST(TypeAhead, FindsNothingWhereThereAreNoItems) {

@@ -103,6 +103,11 @@ class DialogPresetsCase(DialogCase):
         dialog.answer(title)
         until(lambda: len(dialog.program.windows()) == 1, "the question to go")
 
+    def enter(self, dialog):
+        """Answers the question by Enter."""
+        dialog.keys("Return")
+        until(lambda: len(dialog.program.windows()) == 1, "the question to go")
+
 
 class DialogPresetsTest(DialogPresetsCase):
     def test_a_chosen_preset_is_shown_and_printed(self):
@@ -172,6 +177,22 @@ class DialogPresetsTest(DialogPresetsCase):
         self.answer(dialog, "Replace")
         self.wait_for(dialog, NAME)
         self.assertEqual(self.kept(NAME)["panel"], DEFAULTS)
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_enter_at_a_question_about_a_preset_changes_nothing(self):
+        dialog = self.live_with_preset()
+        dialog.type("Top Margin", "9")
+        self.wait_for(dialog, f"{NAME}, changed")
+        self.pick(dialog, "Delete…")
+        dialog.says(f"Delete the preset {NAME}?")
+        self.enter(dialog)
+        self.pick(dialog, "Save As…")
+        self.name(dialog, NAME)
+        dialog.says(f"There is a preset {NAME} already. Replace it?")
+        self.enter(dialog)
+        self.assertEqual(self.kept(NAME)["panel"], BOOKLET)
+        self.assertEqual(self.chosen(dialog), f"{NAME}, changed")
         dialog.press("Cancel")
         dialog.ends()
 
