@@ -38,7 +38,7 @@ class Properties : public Conformance {
 
 constexpr int kRounds = 300;
 
-TEST_F(Properties, AfterAnEditABoxHoldsACanonicalDecimalInItsRangeAndTheOtherSidesAreUntouched) {
+TEST_F(Properties, AfterAnEditABoxHasACanonicalDecimalInItsRangeAndTheOtherSidesAreUntouched) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   for (int round = 0; round < kRounds; ++round) {
     const auto& side = anyOf(kSides);

@@ -1,4 +1,4 @@
-"""A connection that is cut at any byte: a job is confirmed only if its filter got all of it, none is left behind, and the program ends."""
+"""A connection that is cut at any byte: a job is confirmed only if its filter got all of it, no job is left behind, and the program ends."""
 
 import hashlib
 import os

@@ -84,7 +84,7 @@ class FrozenServerTest(TerminalCase):
                     self.assertRegex(said, f"the print server at {server} {words}")
                     self.assertEqual(self.cups.jobs(), before)
 
-    def test_the_server_that_h_names_is_the_one_that_is_named_wherever_it_fails(self):
+    def test_each_failure_names_the_server_given_by_h(self):
         for what in REQUESTS[: REQUESTS.index("the document")]:
             with self.subTest(what), Relay(self.cups.address, REQUESTS.index(what) + 1, GONE) as relay:
                 result = self.trim("-h", relay.address, "-d", "Morva", SAMPLE, CUPS_SERVER="127.0.0.1:1", TANDEM_TRIM_TIMEOUT=str(TIMEOUT))

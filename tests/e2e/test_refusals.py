@@ -32,7 +32,7 @@ BROKEN_BUNDLES = {
     "no class named": (INFORMATION, replace("NSPrincipalClass", "NSOther")),
     "a class that the module lacks": (INFORMATION, replace("MorvaTTPdePluginKV2", "MorvaTTPdePluginKV3")),
     "no module": (MODULE, remove),
-    "a module that is none": (MODULE, write("#!/bin/sh\n")),
+    "a module that is a shell script": (MODULE, write("#!/bin/sh\n")),
     "no settings": (SETTINGS, remove),
     "settings that are no property list": (SETTINGS, write("MarginMin = 0")),
     "settings cut off": (SETTINGS, lambda path: path.write_bytes(path.read_bytes()[:900])),

@@ -44,7 +44,7 @@ class TheTrial(unittest.TestCase):
     def report(self):
         return (self.project / "build/macos/report.txt").read_text()
 
-    def test_reports_every_check_and_the_options_that_the_job_holds(self):
+    def test_reports_every_check_and_the_options_of_the_job(self):
         done = self.run_trial()
         self.assertEqual((done.returncode, done.stderr), (0, ""))
         report = self.report()

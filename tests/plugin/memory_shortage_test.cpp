@@ -87,7 +87,7 @@ class MemoryShortage : public CoreTest, public testing::WithParamInterface<Case>
     std::string reason;
     bundleOnDisk = platform::linux::Bundle::open(scene.writeBundle(), reason, {});
     ppd = FakeCallback(scene).ppd;
-    // Makes what lives as long as the program before anything is counted.
+    // Creates the objects that live as long as the program before allocations are counted.
     auto opened = session();
     opened.create();
     for (const auto& step : kSteps) step.run(opened);
@@ -171,7 +171,7 @@ TEST_P(MemoryShortage, AtAnyAllocationOfAStepLeavesLegalSettingsAndLeaksNothing)
         const auto before = opened.values();
         enough = isEnough(allocations, [&] { kSteps.at(step).run(opened); });
         expectAsBeforeOrLegal(before, opened.values());
-        // With memory again, the dialog works on and stores only legal values.
+        // Once there is memory again, the dialog still works and stores only legal values.
         opened.panel().willShow();
         opened.panel().saveValuesAndReturnError(nullptr);
         expectAsBeforeOrLegal(before, opened.values());

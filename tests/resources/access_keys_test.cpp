@@ -64,8 +64,8 @@ class AccessKeys : public testing::TestWithParam<const char*> {
   StringsTable ofPanel = tableAt(tablePath(GetParam()));
   StringsTable ofHost = tableAt(std::string(DIALOG_TEXTS) + '/' + GetParam() + ".lproj/Localizable.strings");
 
-  // The titles on the panel's page that have each letter.
-  std::map<std::string, std::vector<std::string>> bearers() const {
+  // The titles on the panel's page, by their letters.
+  std::map<std::string, std::vector<std::string>> titlesByLetter() const {
     std::map<std::string, std::vector<std::string>> found;
     const auto add = [&](const std::string& title, const std::string& letter) {
       found[letter].push_back(title);
@@ -85,14 +85,14 @@ class AccessKeys : public testing::TestWithParam<const char*> {
 };
 
 TEST_P(AccessKeys, AreOneLetterForEachControlWithoutDuplicates) {
-  for (const auto& [letter, titles] : bearers()) {
+  for (const auto& [letter, titles] : titlesByLetter()) {
     EXPECT_NE(letter, "") << testing::PrintToString(titles);
     EXPECT_EQ(titles.size(), 1U) << letter << ": " << testing::PrintToString(titles);
   }
 }
 
 TEST_P(AccessKeys, DifferFromThoseOfGtksButtonsTranslatedOrNot) {
-  const auto own = bearers();
+  const auto own = titlesByLetter();
   for (const auto* button : kButtonsOfGtk) {
     for (const auto& shown : {std::string(button), textOfGtk(language, button)})
       EXPECT_EQ(own.count(letterOf(shown)), 0U) << shown << " and " << own.at(letterOf(shown)).front();

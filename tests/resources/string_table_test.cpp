@@ -71,7 +71,7 @@ std::size_t countOf(std::string_view text, std::string_view token) {
 }
 
 // C0, DEL and, in UTF-8, C1.
-bool holdsControlCharacter(std::string_view text) {
+bool hasControlCharacter(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto byte = static_cast<unsigned char>(text[i]);
     const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0U;
@@ -123,7 +123,7 @@ TEST_P(StringTable, HasNoTextThatIsEmptyOrBeginsOrEndsWithABlank) {
 TEST_P(StringTable, HasNoControlCharacterInAText) {
   for (auto [key, value] : table) {
     if (key == kHelp) std::erase(value, '\n');
-    EXPECT_FALSE(holdsControlCharacter(value)) << key;
+    EXPECT_FALSE(hasControlCharacter(value)) << key;
   }
 }
 

@@ -17,7 +17,7 @@ using Alteration = Operation (*)(Operation operation);
 /// `alteration`, if any, changes every call before the model plays it.
 std::optional<Difference> findDifference(const Sequence& sequence, Alteration alteration = nullptr);
 
-/// The same difference, or another one, in the fewest calls that are found by leaving calls out.
+/// Leaves out calls for as long as some difference remains, which need not be the same one.
 Difference shorten(Difference difference, Alteration alteration = nullptr);
 
 /// The calls, one a line, and what differs after the last one.

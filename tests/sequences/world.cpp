@@ -27,7 +27,7 @@ std::vector<Configuration> makeConfigurations() {
   Configuration ordinary;
   ordinary.strings = ordinaryStrings();
   std::vector<Configuration> made(13, ordinary);
-  // A minimum above 0, and bounds that are no whole numbers.
+  // A minimum above 0, and bounds that are not whole numbers.
   made[1].min = "5";
   made[2].min = "2.5";
   made[2].max = "40.75";

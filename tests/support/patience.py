@@ -11,6 +11,6 @@ def until(look, what):
     end = time.monotonic() + PATIENCE
     while not (found := look()):
         if time.monotonic() > end:
-            raise TimeoutError(f"waited in vain for {what}")
+            raise TimeoutError(f"timed out waiting for {what}")
         time.sleep(INTERVAL)
     return found

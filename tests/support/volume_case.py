@@ -51,7 +51,7 @@ class Received:
 class ManyJobs:
     """For a TerminalCase that implements sends()."""
 
-    # Else the server keeps the documents of printed jobs for a day.
+    # By default, the server keeps the documents of printed jobs for a day.
     server_settings = "PreserveJobFiles No\n"
 
     # How many jobs are sent, also over a relay that breaks the connection of one in `one_in`.

@@ -57,18 +57,18 @@ class LifetimeInAHost : public DamagedResources {
 
 // Records the names of these classes, each with its own -dealloc, in the order in which their instances are
 // deallocated, and how many text boxes are alive at that time.
-class Departures {
+class Deallocations {
  public:
   using Noted = std::vector<std::pair<std::string, int>>;
 
-  explicit Departures(std::initializer_list<const char*> names) {
+  explicit Deallocations(std::initializer_list<const char*> names) {
     for (const char* name : names)
       originals[objc_getClass(name)] =
-          class_replaceMethod(objc_getClass(name), kDealloc, reinterpret_cast<IMP>(noteAndGo), "v@:");
+          class_replaceMethod(objc_getClass(name), kDealloc, reinterpret_cast<IMP>(noteAndDeallocate), "v@:");
   }
-  Departures(const Departures&) = delete;
-  Departures& operator=(const Departures&) = delete;
-  ~Departures() {
+  Deallocations(const Deallocations&) = delete;
+  Deallocations& operator=(const Deallocations&) = delete;
+  ~Deallocations() {
     for (const auto& [watched, original] : originals) class_replaceMethod(watched, kDealloc, original, "v@:");
     originals.clear();
     noted.clear();
@@ -77,7 +77,7 @@ class Departures {
   static inline Noted noted;
 
  private:
-  static void noteAndGo(id self, SEL selector) {
+  static void noteAndDeallocate(id self, SEL selector) {
     Class const gone = object_getClass(self);
     noted.emplace_back(class_getName(gone), GSDebugAllocationCount(NSClassFromString(@"MorvaTTTextBoxKV2")));
     originals.at(gone)(self, selector);
@@ -120,16 +120,16 @@ TEST_F(LifetimeInAHost, IsCountedForEveryObjectOfAPanel) {
 TEST_F(LifetimeInAHost, EndsForTheControllerItsNibAndThenTheSettingInformation) {
   const NSUInteger hosts = [host retainCount];
   const NSUInteger bundles = [pluginBundle() retainCount];
-  const Departures departures{"MorvaTTPdePanelKV2", "MorvaTTCommonInfoKV2", "MorvaTTViewControllerKV2"};
+  const Deallocations recorded{"MorvaTTPdePanelKV2", "MorvaTTCommonInfoKV2", "MorvaTTViewControllerKV2"};
   @autoreleasepool {
     ASSERT_NO_FATAL_FAILURE(open());
     [panel panelView];
     [panel willShow];
   }
-  EXPECT_EQ(Departures::noted, Departures::Noted());
+  EXPECT_EQ(Deallocations::noted, Deallocations::Noted());
   close();
-  EXPECT_EQ(Departures::noted,
-            (Departures::Noted{
+  EXPECT_EQ(Deallocations::noted,
+            (Deallocations::Noted{
                 {"MorvaTTPdePanelKV2", 4}, {"MorvaTTViewControllerKV2", 4}, {"MorvaTTCommonInfoKV2", 0}}));
   EXPECT_EQ([host retainCount], hosts);
   EXPECT_EQ([pluginBundle() retainCount], bundles);

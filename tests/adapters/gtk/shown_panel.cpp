@@ -11,7 +11,7 @@
 namespace tandemtrim::test {
 namespace {
 
-void setTheStage(const Circumstances& circumstances) {
+void setUpToolkit(const Circumstances& circumstances) {
   gtk_init();
   constexpr double kUsualDpi = 96 * 1024;
   g_object_set(gtk_settings_get_default(), "gtk-application-prefer-dark-theme", circumstances.dark,
@@ -54,7 +54,7 @@ class ShownPanel::Job : public platform::HostCallback {
 };
 
 ShownPanel::ShownPanel(const Circumstances& circumstances) : job_(std::make_shared<Job>()) {
-  setTheStage(circumstances);
+  setUpToolkit(circumstances);
   for (const auto& [key, value] : circumstances.stored)
     job_->settings.PMPrintSettingsSetValue(key, value, false);
 

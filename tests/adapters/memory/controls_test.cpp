@@ -118,7 +118,7 @@ TEST_F(StepperTest, LeavesTheBoxAloneWhenTheProgramSetsItsValue) {
   EXPECT_EQ(box.stringValue(), "4");
 }
 
-// A click that changes the box is no edit of the box, and is not corrected.
+// A click on the stepper is not an edit of the box, so the box is not corrected.
 TEST_F(StepperTest, ReportsNoEditOfItsBox) {
   const EditsOf edits(box);
   stepper.userClicks(1);

@@ -194,7 +194,7 @@ class DialogFilesTest(DialogCase):
                 until(lambda: dialog.look_behind(row, "combo box").has(SENSITIVE) == live, f"{row} live: {live}")  # noqa: B023
             dialog.page("General")
 
-    def test_another_layout_than_the_documents_own_is_refused(self):
+    def test_a_layout_other_than_the_documents_own_is_refused(self):
         dialog = self.saving(options=("-o", "number-up=4"))
         dialog.press("Print")
         self.assert_refused(dialog, "A file gets the whole document", [])

@@ -49,7 +49,7 @@ ACTS = (
     Act("goes to a number", ("Tab",), ("focused", NUMBER, words(TOP, "12")), (("focused", NUMBER, words(TOP, "12")),)),
     Act("types a digit", ("ctrl+a", "7"), text("7")),
     Act("undoes it", ("ctrl+z",), text(""), (text("12"), described("12 mm"))),
-    Act("types beyond the limit and goes on", ("ctrl+a", "9", "9", "Tab"), ("focused", NUMBER, words("Bottom Margin:", "5")), (text("20"), described("20 mm"))),
+    Act("types beyond the limit and leaves the box", ("ctrl+a", "9", "9", "Tab"), ("focused", NUMBER, words("Bottom Margin:", "5")), (text("20"), described("20 mm"))),
     Act("goes back", ("shift+Tab",), ("focused", NUMBER, words(TOP, "20"))),
     Act("steps down", ("Down",), text("19"), (described("19 mm"),)),
     Act("steps down by a page", ("Page_Down",), text("9"), (described("9 mm"),)),
@@ -105,7 +105,7 @@ class DialogListenerTest(DialogCase):
             until(lambda: [node.path for node in dialog.nodes() if node.has(FOCUSED)] not in ([], now), "the stop before")  # noqa: B023
 
     def stops(self, dialog):
-        """The paths of the controls that Tab visits, from the one with the focus on, each once."""
+        """The paths of the controls that Tab visits, each once, beginning with the one that has the focus."""
         found = []
         while (now := until(lambda: [node.path for node in dialog.nodes() if node.has(FOCUSED)], "the focus")[0]) not in found:
             found.append(now)

@@ -186,7 +186,7 @@ class PagePreviewTest(DialogCase):
         self.assertEqual(self.focused(dialog), "Next page")
 
     def is_at_end(self, dialog, name):
-        """Whether the button is greyed, for the eye and the ear."""
+        """Whether the button is greyed."""
         return not dialog.find("push button", name).has(SENSITIVE)
 
     def focused(self, dialog):

@@ -50,7 +50,7 @@ class DialogPrintersTest(DialogCase):
             until(lambda: percent() > before, "more of the document")  # noqa: B023
             self.cups.freeze()
         bar = dialog.find("progress bar", "large.txt (job 1)")
-        until(lambda: percent() < 100 and abs(dialog.program.value(bar) * 100 - percent()) <= 1, "the bar as long as it says")
+        until(lambda: percent() < 100 and abs(dialog.program.value(bar) * 100 - percent()) <= 1, "a bar as long as the percentage")
         cancel = dialog.find_live("push button", "Cancel the job")
         self.assertEqual(cancel.name, "Cancel the job")
         left, _, width, _ = dialog.program.place(bar)

@@ -130,11 +130,11 @@ class DialogWarningsTest(DialogCase):
                 ground = max(colours, key=colours.get)
                 text = max(colours, key=lambda colour: contrast(colour, ground))
                 self.assertGreaterEqual(contrast(text, ground), READABLE)
-                self.assertNotEqual(max(text) - min(text), 0, "a colour of its own")
+                self.assertNotEqual(max(text) - min(text), 0, "the text has no colour")
                 self.assertEqual(brightness(ground) < brightness(text), dark)
                 icon = next(node for node in self.row(dialog).all() if node.role == "image")
                 drawn = self.colours(path, *dialog.program.place(icon))
-                self.assertGreater(max(max(colour) - min(colour) for colour in drawn), COLOURED, "an icon in a colour of its own")
+                self.assertGreater(max(max(colour) - min(colour) for colour in drawn), COLOURED, "the icon is grey")
                 dialog.close()
 
     def colours(self, path, left, top, width, height):

@@ -1,4 +1,4 @@
-"""The program that shows a job's outcome by the desktop's notifications, with orders that no dialog gives and servers in trouble."""
+"""The program that shows a job's outcome by the desktop's notifications, with invalid orders and servers that fail, too."""
 
 import json
 import os

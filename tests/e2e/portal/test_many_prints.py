@@ -53,18 +53,19 @@ class ManyPrintsTest(ManyJobs, PortalCase):
         if all(call.is_answered() for call in calls.values()):
             return True
         try:
-            self.close_what_is_told(calls)
+            self.close_messages(calls)
         except Gone:
-            pass  # it has closed meanwhile
+            pass  # a window has closed by now
         return False
 
-    def close_what_is_told(self, titles):
+    def close_messages(self, titles):
+        """Closes the messages or, if there are none, cancels the dialogs (of these titles) whose jobs were refused."""
         program = Program.of_process(self.process.pid)
         windows = program.windows()
         messages = [window for window in windows if window.name not in titles]
         for window in messages or windows:
             buttons = {title_of(node): node for node in window.all() if node.role == "push button" and node.has(SENSITIVE)}
-            # Without Print the job is being sent.
+            # A dialog without Print is sending its job.
             if window in messages and "Close" in buttons:
                 program.press(buttons["Close"])
             elif window not in messages and "Print" in buttons:

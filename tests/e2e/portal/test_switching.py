@@ -21,7 +21,7 @@ PRINT = "org.freedesktop.impl.portal.Print"
 BACKEND = "org.freedesktop.impl.portal.desktop.tandemtrim"
 PORTAL = "org.freedesktop.portal.Desktop"
 DESKTOPS_OWN = "# of the desktop\n[preferred]\ndefault=gnome;gtk;\norg.freedesktop.impl.portal.Settings=gtk\n"
-GTK_GOES_ON = "until the next login, GTK applications may still use the desktop portal"
+UNTIL_NEXT_LOGIN = "until the next login, GTK applications may still use the desktop portal"
 ON, OFF, STATUS = (["--applications", word] for word in ("on", "off", "status"))
 
 
@@ -133,7 +133,7 @@ class SwitchingTest(TerminalCase):
         self.does(*ON, "--all-gtk", notes=["those for files"])
         self.assertNotEqual(self.files(), before)
         gtk = self.folder / "home/.config/environment.d/60-tandem-trim.conf"
-        self.assertEqual(self.does(*OFF, notes=[GTK_GOES_ON]), f"removed: {self.settings}\nremoved: {gtk}\n")
+        self.assertEqual(self.does(*OFF, notes=[UNTIL_NEXT_LOGIN]), f"removed: {self.settings}\nremoved: {gtk}\n")
         self.assertEqual(self.files(), before)
         self.does(*OFF, notes=["no lines of tandem-trim; nothing was changed"])
         self.assertEqual(self.files(), before)
@@ -192,7 +192,7 @@ class SwitchingTest(TerminalCase):
             self.more = {}
         lines = [line for line in file.read_text().splitlines() if not line.startswith("#")]
         self.assertEqual(lines, ["GTK_USE_PORTAL=1", "GDK_DEBUG=portals${GDK_DEBUG:+:$GDK_DEBUG}"])
-        self.does(*OFF, notes=[GTK_GOES_ON])
+        self.does(*OFF, notes=[UNTIL_NEXT_LOGIN])
         self.assertFalse(file.parent.exists())
 
     def test_a_link_stays_a_link(self):

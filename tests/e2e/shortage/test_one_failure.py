@@ -233,7 +233,7 @@ class OneFailureTest(TerminalCase):
             return "a job is left behind"
         if outcome.status == 0:
             if outcome.printed != expected.printed:
-                return "it reports another job as printed than the filter got"
+                return "the filter did not get the job that it reports as printed"
             if outcome.files != expected.files:
                 return "it reports success, but the files are wrong"
             if outcome.said != expected.said and not outcome.complained and NO_PANEL not in outcome.said:

@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A job that a server holds after a request for these options.
+// The job that a server makes from a request with these options.
 MessageHandle jobWith(const Options& options) {
   MessageHandle job(ippNewRequest(IPP_OP_CREATE_JOB));
   const OptionList list(options);

@@ -7,7 +7,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// A job with seven options that the server holds in this state.
+// A job with seven options, in this state at the server.
 SentJob jobHeld(ipp_jstate_t state, const std::string& reasons, const std::string& incomplete,
                 const std::vector<LostOption>& lost) {
   SentJob job{17, "Morva", 7, HeldJob{state, reasons, "", 0, incomplete, lost}, {}};

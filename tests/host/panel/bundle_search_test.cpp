@@ -13,7 +13,7 @@ namespace {
 
 using test::failureOf;
 
-// Folders in which bundles are searched for, as long as it is there.
+// Has bundles searched for in these folders while it exists.
 class SearchedFolders {
  public:
   explicit SearchedFolders(const std::string& folders) {

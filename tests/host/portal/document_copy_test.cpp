@@ -38,7 +38,7 @@ class FileLimit {
   rlimit before_{};
 };
 
-// No thread can be started, as long as it is there: each wants a stack larger than any address space.
+// While it exists, no thread can start: each needs a stack larger than any address space.
 class NoThreads {
  public:
   NoThreads() {
@@ -175,14 +175,14 @@ TEST_F(CopiedDocument, IsRefusedWhereItDoesNotFit) {
 TEST_F(CopiedDocument, IsRefusedWhereTheSystemIsOutOfThreads) {
   const int file = open(write("content").c_str(), O_RDONLY);
   std::optional<NoThreads> shortage{std::in_place};
-  std::string told;
+  std::string reason;
   const DocumentCopy copy(FileDescriptor(file), [&](const FileDescriptor& kept, const auto& failure) {
     EXPECT_FALSE(kept.isOpen());
-    told = failure ? failure->what() : "no failure";
+    reason = failure ? failure->what() : "no failure";
   });
   shortage.reset();
-  while (told.empty()) g_main_context_iteration(nullptr, TRUE);
-  EXPECT_THAT(told, HasSubstr("the document cannot be read: "));
+  while (reason.empty()) g_main_context_iteration(nullptr, TRUE);
+  EXPECT_THAT(reason, HasSubstr("the document cannot be read: "));
 }
 
 TEST_F(CopiedDocument, IsNotDeliveredOnceTheObjectIsGone) {
@@ -196,7 +196,7 @@ TEST_F(CopiedDocument, IsNotDeliveredOnceTheObjectIsGone) {
   EXPECT_FALSE(isCalled);
 }
 
-// If the copy were begun, the limit would make it fail for another reason.
+// If copying began, it would reach the limit and fail for another reason.
 TEST_F(CopiedDocument, IsRefusedBeforeItFillsTheDisk) {
   const auto path = write("");
   const auto space = std::filesystem::space(g_get_tmp_dir());
@@ -207,8 +207,7 @@ TEST_F(CopiedDocument, IsRefusedBeforeItFillsTheDisk) {
   EXPECT_THAT(result.failure, HasSubstr("No space left on device"));
 }
 
-// Whether the writing end of the pipe has lost its reader.
-bool isDeserted(int pipe) { return ::write(pipe, "x", 1) < 0 && errno == EPIPE; }
+bool hasNoReader(int pipe) { return ::write(pipe, "x", 1) < 0 && errno == EPIPE; }
 
 TEST_F(CopiedDocument, OfAnEndlessPipeIsGivenUpWithTheObject) {
   std::signal(SIGPIPE, SIG_IGN);
@@ -219,7 +218,7 @@ TEST_F(CopiedDocument, OfAnEndlessPipeIsGivenUpWithTheObject) {
     const DocumentCopy copy(FileDescriptor{ends[0]}, [&](const auto&, const auto&) { isCalled = true; });
     ASSERT_EQ(::write(ends[1], "endless", 7), 7);
   }
-  while (!isDeserted(ends[1])) g_main_context_iteration(nullptr, FALSE);
+  while (!hasNoReader(ends[1])) g_main_context_iteration(nullptr, FALSE);
   EXPECT_FALSE(isCalled);
   close(ends[1]);
 }

@@ -1,5 +1,5 @@
-// Sends planned jobs (planned_job.hpp) as the dialog does after Print, without a screen: each with a Sender
-// of its own, which works in the background, DIALOGS at the same time: dialog_jobs DOCUMENT DIALOGS
+// Sends planned jobs (planned_job.hpp) as the dialog does after Print, without a screen: each by its own
+// Sender in the background, DIALOGS of them at the same time. Usage: dialog_jobs DOCUMENT DIALOGS
 
 #include <memory>
 #include <span>
