@@ -2,7 +2,7 @@
 
 namespace tandemtrim::host {
 
-/// Differs between builds whose parts do not fit together, as versions or headers differ.
+/// Differs between builds of different versions or with different headers, whose parts do not fit together.
 extern const char* const kBuildMark;
 
 /// Each of the program's modules exports this function with C linkage. It returns the module's kBuildMark.

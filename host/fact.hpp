@@ -7,7 +7,7 @@
 
 namespace tandemtrim::host {
 
-/// The English words of a fact, with placeholders as "[name]": the key of its translations.
+/// The English words of a fact, with placeholders such as "[name]": the key of its translations.
 struct FactText {
   std::string_view words;
 };
@@ -24,7 +24,7 @@ class Fact {
  public:
   /// A fact whose English words are the text with its arguments.
   Fact(FactText text, std::vector<FactArgument> arguments);
-  /// A fact that English says in more detail than other languages.
+  /// A fact whose English words are more detailed than its translations.
   Fact(std::string english, FactText text, std::vector<FactArgument> arguments);
   /// Words from elsewhere, which every language quotes unchanged.
   explicit Fact(std::string words);

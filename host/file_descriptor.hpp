@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// An open file, which the destructor closes; empty where opening failed.
+/// A file's descriptor, which the destructor closes; not open where opening failed.
 class FileDescriptor {
  public:
   explicit FileDescriptor(int file) noexcept : file_(file) {}

@@ -8,7 +8,7 @@
 
 namespace tandemtrim::host {
 
-/// A text's placeholder, as "[name]", and its replacement.
+/// A text's placeholder, such as "[name]", and its replacement.
 using Filling = std::pair<std::string_view, std::string_view>;
 
 /// The text with its placeholders replaced. Placeholders within a replacement stay as they are.

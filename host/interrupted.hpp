@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// Whether the program was started with this signal ignored, as nohup and background jobs of a shell are.
+/// Whether the program ignores this signal, as it does when nohup or a shell's background job started it.
 bool isIgnored(int signal);
 
 /// "interrupted" or "terminated".

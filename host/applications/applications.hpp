@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// Has the applications of the user's session print with this program's dialog, by the desktop portal.
+/// Makes the applications of the user's session print with this program's dialog, through the desktop portal.
 /// Results go to `out`, problems to `report`.
 
 /// Adds lines to the user's settings of the portal, so that it uses this program's print backend from its

@@ -45,7 +45,7 @@ pid_t start(const std::vector<std::string>& words, int output) {
   return error == 0 ? process : -1;
 }
 
-// Appends what can be read; returns whether more may come, and is wanted.
+// Appends what can be read now; returns whether to read on.
 bool readFrom(const FileDescriptor& output, std::string& said) {
   std::array<char, 4096> piece{};
   const auto length = read(output.get(), piece.data(), piece.size());

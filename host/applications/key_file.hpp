@@ -24,7 +24,7 @@ std::vector<SettingsEntry> readEntries(std::string_view text, const std::string&
 std::optional<std::string> valueOf(const std::vector<SettingsEntry>& entries, std::string_view group,
                                    std::string_view key);
 
-/// The parts of a list, as "gnome;gtk;" or, with another separator, "GNOME:Classic". Empty ones are left out.
+/// The parts of a list like "gnome;gtk;" or, with another separator, "GNOME:Classic", without empty ones.
 std::vector<std::string> partsOf(std::string_view list, char separator = ';');
 
 }  // namespace tandemtrim::host

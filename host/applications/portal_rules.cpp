@@ -16,7 +16,7 @@ using Entries = std::vector<SettingsEntry>;
 
 constexpr const char* kFolder = "xdg-desktop-portal";
 constexpr const char* kBackendGroup = "portal";
-// The backend that portals with settings use where neither these nor the backends' own files decide.
+// The backend that portals with settings use where neither the settings nor the backends' files name one.
 constexpr const char* kLastResort = "gtk";
 
 struct Backend {

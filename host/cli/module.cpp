@@ -23,8 +23,8 @@ using namespace tandemtrim::host;
 
 void printMessage(const std::string& message) { std::cerr << "tandem-trim: " << plainText(message) << '\n'; }
 
-// The next file or connection would get the number of a closed standard descriptor, and then the program's
-// output.
+// Otherwise the next file or connection would get the number of a closed standard descriptor, and then the
+// program's output.
 void openStandardDescriptors() {
   int file = 0;
   do file = open("/dev/null", O_RDWR);
@@ -32,7 +32,7 @@ void openStandardDescriptors() {
   if (file >= 0) close(file);
 }
 
-// A file beyond the user's size limit then causes an error, which is reported, instead of ending the program.
+// Writing beyond the user's limit on file sizes then fails, which is reported, and does not end the program.
 void outliveFileLimit() { std::signal(SIGXFSZ, SIG_IGN); }
 
 std::optional<Login> askAtTerminal(const LoginQuestion& question) {

@@ -58,7 +58,7 @@ void showOptions(std::ostream& out, const Options& options) {
 
 void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
               const std::optional<SentJob>& job) {
-  // Not from null, which the library leaves broken when it runs out of memory.
+  // Not made from a null value, which the library leaves broken when it runs out of memory.
   auto json = Json::object();
   json["printer"] = printer ? Json(*printer) : Json(nullptr);
   json["settings"] = Json::object();

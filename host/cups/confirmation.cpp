@@ -82,8 +82,8 @@ std::string incompleteness(const MessageHandle& job, const HeldJob& held, const 
   return isIncoming(held) ? "not yet the last document" : "";
 }
 
-// CUPS counts a document only once it has it. It accepts one that breaks off between two HTTP chunks as
-// whole.
+// CUPS counts a document only once all of it has arrived. One that breaks off between two HTTP chunks counts
+// as whole.
 bool isArriving(const MessageHandle& job, const HeldJob& held, const JobContent& sent) {
   const auto documents = numberIn(job, "number-of-documents");
   return !documents || *documents < sent.documents || isIncoming(held);

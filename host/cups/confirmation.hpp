@@ -33,13 +33,13 @@ struct LostOption {
 /// What the server reports about a job.
 struct HeldJob {
   ipp_jstate_t state = IPP_JSTATE_PENDING;
-  /// The protocol's keywords with commas between them, as "job-canceled-by-user"; often empty.
+  /// The protocol's keywords, such as "job-canceled-by-user", with commas between them; often empty.
   std::string reasons;
   /// The printer's message while it works on the job; often empty.
   std::string message;
   /// How many sheets are printed; 0 also when the server does not count.
   std::uint64_t sheets = 0;
-  /// How much of the documents the server has, as "0 of 1 documents"; empty when it has them all.
+  /// How much of the documents the server has, such as "0 of 1 documents"; empty when it has them all.
   std::string incomplete;
   std::vector<LostOption> lost;
   /// Whether the missing part may still arrive. A document that the server has accepted never grows.

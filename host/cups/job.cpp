@@ -22,7 +22,8 @@ Failure refused(const Connection& connection, FactText text, std::vector<FactArg
   return because(connection.lastFailure(), text, std::move(arguments));
 }
 
-// The attribute that identifies the job of one request among the user's jobs. CUPS passes no URI to filters.
+// The attribute that identifies the job of one request among the user's jobs. It is a URI, since CUPS passes
+// no URI to filters.
 constexpr const char* kMark = "tandem-trim-request";
 
 std::string newMark() {

@@ -87,7 +87,7 @@ HeldJob askForWhole(const Connection& connection, const Printer& printer, int nu
   }
 }
 
-// Cancels the job, and returns its failure with whether that succeeded.
+// Cancels the job; returns its failure, which also says whether that succeeded.
 Failure failureAfterCancelling(const Failure& failure, UnfinishedJob& unfinished, const SentJob& job) {
   if (unfinished.cancel()) {
     return Failure(

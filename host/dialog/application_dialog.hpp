@@ -20,8 +20,8 @@ namespace tandemtrim::host {
 /// Settings or a page setup in GTK's form for other programs: lengths in millimetres.
 using Entries = std::map<std::string, std::variant<std::string, double>>;
 
-/// Another program's request for a dialog. Its values become options of the job only by the dialog's tabs,
-/// which show them.
+/// Another program's request for a dialog. Its values reach the job only through the dialog's tabs, which
+/// show them.
 struct DialogRequest {
   /// The name of the program's desktop file; empty where it is unknown.
   std::string application;
@@ -99,7 +99,7 @@ struct OpenedDialog {
   std::optional<Failure> failure;
 };
 
-/// openDialog() with C linkage, in the dialog's module. To be called once GTK is started, as ShowDialog, on
+/// openDialog() with C linkage, in the dialog's module. Like ShowDialog, to be called once GTK is started, on
 /// the thread of the main loop.
 using OpenDialog = void (*)(const DialogRequest& request, FileDescriptor document, const Report& report,
                             ApplicationDialog::Events events, OpenedDialog& opened) noexcept;

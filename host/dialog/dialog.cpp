@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kCorrect = 1;
 constexpr int kPrintAsItIs = 2;
-// How long a job is sent before a hidden dialog is shown.
+// How long a hidden dialog stays hidden while it sends a job.
 constexpr unsigned kQuietSeconds = 2;
 
 bool isToBeLaidOut(const DialogStart& start) { return start.documents.empty(); }

@@ -26,7 +26,7 @@ enum class Applications { on, off, status };
 
 struct CommandLine {
   std::optional<std::string> server;
-  /// The job's owner; none is the user who runs the program.
+  /// The job's owner; none means the user who runs the program.
   std::optional<std::string> user;
   /// Whether the connection must be encrypted.
   bool encrypted = false;
@@ -44,7 +44,7 @@ struct CommandLine {
   bool summary = false;
   bool json = false;
   bool force = false;
-  /// Whether the panel makes a number of any text that is typed into a box.
+  /// Whether --set may type any text into a box, which the panel turns into a number.
   bool lenient = false;
   /// Whether to write no line about a sent job on standard output.
   bool silent = false;

@@ -11,7 +11,7 @@
 
 namespace tandemtrim::host {
 
-/// For an option that would not arrive unchanged.
+/// The fact about an option that would not arrive unchanged.
 inline constexpr auto kUnsendable = "the value of [option] cannot be sent: [value]"_fact;
 
 /// One job option: a keyword and its value, exactly as the printer's filters must get them.

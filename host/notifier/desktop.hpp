@@ -9,7 +9,7 @@
 
 namespace tandemtrim::host {
 
-/// One notification on the user's desktop. Each call takes a few seconds at most.
+/// One notification on the user's desktop. Each call waits 10 seconds at most for the desktop's answer.
 class DesktopNotification {
  public:
   /// Connects to the session's notification service.

@@ -16,7 +16,7 @@ namespace {
 
 using namespace tandemtrim::host;
 
-// The time for answers of the session bus, the desktop and the print server, beyond that of the watch.
+// How long, apart from the watch, the session bus, the desktop and the print server may take to answer.
 constexpr unsigned kSecondsForAnswers = 45;
 
 // Ends the program even if something does not answer.

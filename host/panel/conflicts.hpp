@@ -9,7 +9,7 @@
 
 namespace tandemtrim::host {
 
-/// Two options whose choices the PPD does not allow together, by the titles that the user sees.
+/// Two options whose choices cannot be combined, by the titles that the user sees.
 struct Conflict {
   std::string setting;
   std::string value;

@@ -97,8 +97,8 @@ std::unique_ptr<platform::PanelList> PanelSession::openWith(ppd_file_s* ppd) {
   return openPanels(plugin_, std::make_shared<Callback>(settings_, ppd));
 }
 
-// Removes defaults that the panel does not know, as its choices may have other names than the printer's, so
-// that the panel's own default applies. Returns whether there were any.
+// Removes defaults that the panel does not know, so that its own apply: its choices may have other names than
+// the printer's. Returns whether there were any.
 bool PanelSession::removeUnknownDefaults() {
   bool removes = false;
   for (const auto& setting : settings()) {

@@ -107,8 +107,8 @@ struct PanelResult {
   /// In display order.
   std::vector<SummaryRow> summary;
   std::vector<platform::PanelSetting> settings;
-  /// The keywords of defaults that are sent although the printer does not allow them. Stored for other jobs,
-  /// they would count as chosen.
+  /// The keywords of defaults that are sent although the printer does not allow them. They are not stored for
+  /// other jobs, where they would count as the user's choices.
   std::vector<std::string> illegalDefaults = {};
 };
 

@@ -23,7 +23,7 @@ platform::MakePlugin findMaker(const std::string& bundle, const std::string& mod
   return reinterpret_cast<platform::MakePlugin>(symbol);
 }
 
-// The likely reason why a plug-in, which does not say it, has no panel: property lists that cannot be read.
+// The likely reason why a plug-in has no panel, which it does not report: property lists that cannot be read.
 std::string suspectedReason(const platform::linux::Bundle& resources) {
   std::string reason;
   for (const auto& fault : resources.brokenPropertyLists())

@@ -19,7 +19,7 @@ struct Edits {
 };
 
 /// Enters the command line's inputs into the panel's view, in their order, and reports each text that the
-/// panel corrected. Failure for an unknown name or value and, without --lenient, for a number of anything but
+/// panel corrected. Failure for an unknown name or value and, without --lenient, for a number that is not all
 /// digits (status of a wrong command line), and for a control that is greyed.
 Edits enterInputs(platform::memory::PanelView& view, const std::vector<platform::PanelSetting>& settings,
                   const CommandLine& line, const Report& report);

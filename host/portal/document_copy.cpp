@@ -86,7 +86,7 @@ std::optional<FileDescriptor> copyOf(int source, int ending) {
   const bool isFile = S_ISREG(status.st_mode);
   if (!isFile && !S_ISFIFO(status.st_mode)) throw notRead("it is neither a file nor a pipe");
   auto copy = fileWithoutName();
-  // Checked before the disk is filled in vain, and again below, since a file can grow.
+  // Checked first, so that the disk is not filled in vain, and again for each piece, since a file can grow.
   refuseLackOfRoom(copy.get(), isFile ? status.st_size : 0);
   std::vector<char> piece(kPieceOfCopy);
   for (off_t place = 0; isReadable(source, ending);) {

@@ -39,7 +39,7 @@ int main(int argc, char** argv) {
     return kWrongUsage;
   }
   removePortalVariables();
-  // A document beyond the user's size limit then causes an error instead of ending the service.
+  // Writing beyond the user's limit on file sizes then fails instead of ending the service.
   std::signal(SIGXFSZ, SIG_IGN);
   const auto report = [](const std::string& message) {
     std::cerr << "tandem-trim-portal: " << plainText(message) << std::endl;

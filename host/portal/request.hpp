@@ -9,8 +9,8 @@ namespace tandemtrim::host {
 /// How a request ends, with the numbers that portals use.
 enum class Response : unsigned { done = 0, cancelled = 1, failed = 2 };
 
-/// A program's call that waits for its answer. Until then the program can cancel it, by the object of its
-/// handle.
+/// A program's call that waits for its answer. The program can cancel an unanswered call through the object
+/// at its handle.
 class Request {
  public:
   /// Takes over the call.

@@ -222,7 +222,7 @@ void Service::close(GDBusConnection* bus, GDBusMessage* message) {
 }
 
 // The session's own dialog may call this, so the session is destroyed later. malloc_trim() returns to the
-// system what a dialog has freed, which lies between what the toolkit keeps.
+// system the memory that a dialog has freed, which is scattered among what the toolkit keeps.
 void Service::endSession(int session) {
   tokens_.forget(session);
   onMainLoop([this, session] {

@@ -48,10 +48,10 @@ class Service {
   void print(GDBusMethodInvocation* call, std::unique_ptr<Request> request, GVariant* values);
   // A new session for the program. Failure where there are too many.
   int addSession(const std::string& application);
-  // The session of this number, which ends when the call's caller leaves the bus.
+  // Returns the session of this number, whose leave() runs when the call's caller leaves the bus.
   Session& follow(GDBusMethodInvocation* call, int session);
   void endSession(int session);
-  // Ends the oldest session that waits for a document, where there are too many. Failure where none does.
+  // If there are too many sessions, ends the oldest that waits for a document. Failure when none does.
   void makeRoom();
   void serveOn(GDBusConnection* bus);
   void endWhenIdle();

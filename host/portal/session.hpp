@@ -35,7 +35,7 @@ class Session {
   void prepare(std::unique_ptr<Request> request, const DialogRequest& asked);
   /// Prints the document: as the user chose, or as the user chooses in a dialog for this document.
   void print(std::unique_ptr<Request> request, const DialogRequest& asked, FileDescriptor document);
-  /// The request that waits for an answer; null while none does.
+  /// The program's request, answered or not; null when there is none.
   [[nodiscard]] const Request* request() const { return request_.get(); }
   /// Whether the user has chosen and there is no document yet.
   [[nodiscard]] bool waitsForDocument() const { return timeKept_ != nullptr; }
@@ -57,7 +57,7 @@ class Session {
   const Surroundings surroundings_;
   std::unique_ptr<ApplicationDialog> dialog_;
   std::unique_ptr<DocumentCopy> copy_;
-  // The request that waits for an answer; null while there is none.
+  // Null before the first one, and between the user's choice and the document.
   std::unique_ptr<Request> request_;
   // Runs from the user's choice to the program's document.
   std::unique_ptr<Timer> timeKept_;

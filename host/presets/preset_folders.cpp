@@ -106,7 +106,7 @@ bool isPreset(const std::string& name, const fs::path& file) {
   }
 }
 
-// Renames unless the new name exists: EEXIST. A link does so on network file systems without
+// Renames unless the new name exists (EEXIST). A hard link does the same on network file systems without
 // RENAME_NOREPLACE.
 bool renameToFree(const fs::path& from, const fs::path& to) {
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
@@ -173,14 +173,15 @@ void requireOwn(const std::string& family, const std::string& name, const Report
                   "; save one of your own under that name instead");
 }
 
-// A folder within that of the presets.
+// The subfolder with a file for each printer, which names the preset that the dialog starts with there.
 constexpr const char* kPrinters = "printers";
 
 fs::path printersFile(const std::string& family, const std::string& printersKey) {
   return ownFolder(family) / kPrinters / (escapedName(printersKey) + std::string(kEnding));
 }
 
-// Every printer of the family that starts with the preset gets the new one, or none.
+// Where the dialog starts with this preset on a printer, it starts with the new one from now on, or with
+// none.
 void replaceForPrinters(const std::string& family, const std::string& name,
                         const std::optional<std::string>& newName) {
   std::error_code unreadable;

@@ -70,15 +70,15 @@ std::optional<std::string> presetOfPrinter(const std::string& family, const std:
 void setPresetOfPrinter(const std::string& family, const std::string& printersKey,
                         const std::optional<std::string>& name);
 
-/// Deletes the user's preset. The printers that start with it then start without one. Failure when no preset
-/// has this name, and for the administrator's.
+/// Deletes the user's preset. On printers where the dialog starts with it, it then starts without one.
+/// Failure when no preset has this name, and for the administrator's.
 void deletePreset(const std::string& family, const std::string& name, const Report& report);
 
 /// What happens when the user has a preset of the new name already.
 enum class Taken { refuses, isReplaced };
 
-/// Renames the user's preset, also for the printers that start with it. Failure as for deletePreset(), and
-/// when the new name exists and `taken` refuses that.
+/// Renames the user's preset, also where the dialog starts with it on a printer. Failure as for
+/// deletePreset(), and when the new name exists and `taken` refuses that.
 void renamePreset(const std::string& family, const std::string& name, const std::string& newName, Taken taken,
                   const Report& report);
 

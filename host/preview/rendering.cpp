@@ -95,14 +95,14 @@ std::uint32_t inkOf(std::uint32_t pixel) {
 bool isInk(std::uint32_t pixel) { return inkOf(pixel) >= kFaintest; }
 
 // How much of the first pixel with ink is empty: content colours a pixel in proportion to the part that it
-// covers. After something thin there is no fully covered pixel to compare with; it counts as black.
+// covers. Thin content has no fully covered pixel to compare the first with, so it is taken as black.
 double emptyPart(std::uint32_t first, std::uint32_t next) {
   const auto ink = inkOf(first);
   const auto full = inkOf(next) >= ink ? inkOf(next) : kWhite;
   return 1 - static_cast<double>(ink) / full;
 }
 
-// How many pixels, with a fraction, are empty before the ink of this line; none without ink.
+// How many pixels, with a fraction, precede the first ink of this line; nullopt for a line without ink.
 template <class Iterator>
 std::optional<double> emptyPixels(Iterator begin, Iterator end) {
   const auto first = std::find_if(begin, end, isInk);
@@ -112,7 +112,7 @@ std::optional<double> emptyPixels(Iterator begin, Iterator end) {
   return static_cast<double>(first - begin) + emptyPart(*first, behind);
 }
 
-// The same for a whole row, compared with the next row towards the content.
+// How much of the page's first or last row with ink is empty, compared with the next row towards the content.
 double emptyPartOf(std::span<const std::uint32_t> row, std::span<const std::uint32_t> next) {
   double least = 1;
   for (std::size_t x = 0; x < row.size(); ++x) {

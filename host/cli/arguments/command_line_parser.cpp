@@ -17,7 +17,8 @@ namespace {
 // Marks the end of the unfinished word; no option's name contains it.
 constexpr std::string_view kEnd = "\x7F";
 
-// An option that may come several times, or whose place among the others counts. It acts when all are read.
+// An option that may be repeated, or whose position counts. Once all arguments are read, `act` runs for each
+// of its texts.
 struct Ordered {
   const CLI::Option* option;
   std::function<void(const std::string& text)> act;
@@ -128,7 +129,7 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   return ordered;
 }
 
-// Has the options act in the order of the arguments.
+// Runs the options' `act` in the order of the arguments.
 void actInOrder(const CLI::App& app, std::vector<Ordered> ordered) {
   for (const CLI::Option* option : app.parse_order()) {
     const auto known = std::ranges::find(ordered, option, &Ordered::option);

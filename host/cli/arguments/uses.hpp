@@ -24,7 +24,7 @@ enum class Use : unsigned {
   presets = 64
 };
 
-/// The options of the command line that do not fit this use, as "-d, --json"; empty when all fit.
+/// The options of the command line that do not fit this use, like "-d, --json"; empty when all fit.
 std::string optionsBeside(const CommandLine& line, Use use);
 
 }  // namespace tandemtrim::host

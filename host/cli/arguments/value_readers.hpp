@@ -43,7 +43,7 @@ void refuseWrongServer(const std::string& server);
 /// Checks the text of -d: "printer" or "printer/instance".
 void refuseWrongPrinter(const std::string& printer);
 
-/// The option by which lp has the server write a letter to the user; none is the user who runs the program.
+/// The option by which lp makes the server send mail to the user; none means the user who runs the program.
 Option letterTo(const std::optional<std::string>& user);
 
 }  // namespace tandemtrim::host

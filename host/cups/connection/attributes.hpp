@@ -21,7 +21,7 @@ std::optional<int> integerIn(const MessageHandle& message, const std::string& na
 std::optional<int> enumIn(const MessageHandle& message, const std::string& name);
 std::optional<bool> booleanIn(const MessageHandle& message, const std::string& name);
 
-/// The texts of all attributes of this name, as the names of several printers.
+/// The texts of all attributes of this name, such as the names of several printers.
 std::vector<std::string> textsIn(const MessageHandle& message, const std::string& name);
 
 /// The value of an attribute that has exactly one, if that is a text.

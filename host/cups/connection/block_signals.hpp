@@ -4,8 +4,8 @@
 
 namespace tandemtrim::host {
 
-/// Leaves signals to the other threads. A signal must reach the main thread, whose reading of a document it
-/// ends.
+/// Blocks all signals on this thread, so that they reach the main thread, where they end the reading of a
+/// document.
 inline void blockSignals() {
   sigset_t all;
   sigfillset(&all);

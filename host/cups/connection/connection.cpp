@@ -117,8 +117,8 @@ MessageHandle Connection::answerToDocument(const std::string& resource) const {
   return MessageHandle(cupsGetResponse(get(), resource.c_str()));
 }
 
-// Waits until the server has taken all but the last bytes. Gives up when it takes nothing for the longest
-// time.
+// Waits until the server has taken all but the last bytes. Gives up when it takes nothing for as long as an
+// answer may take.
 void Connection::drain() const {
   int left = std::numeric_limits<int>::max();
   for (auto end = std::chrono::steady_clock::now(); !isSilent(); std::this_thread::sleep_for(kBetweenLooks)) {

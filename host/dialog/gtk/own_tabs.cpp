@@ -31,8 +31,8 @@ void OwnTabs::refuseWrongPages() {
   refuseNoPages(*settings);
 }
 
-// The default is read from this PPD, since GTK changes that of its own to the paper that was shown when the
-// user chose the printer.
+// The default is read from this PPD, since GTK sets the default of its own copy to the paper that was shown
+// when the user chose the printer.
 void OwnTabs::addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options) {
   refuseWrongPages();
   auto paper = defaultPaper(ppd);

@@ -38,7 +38,8 @@ class OwnTabs {
   /// What the tabs showed when the user left this printer; null parts for a printer that the user has not
   /// left yet.
   [[nodiscard]] TabSettings leftAt(const std::string& printer) const;
-  /// Shows these settings; rows of the present printer stay as they are, those of the next one follow.
+  /// Shows these settings, except in the rows of the present printer; the rows of the next one will show
+  /// them.
   void show(const Glib::RefPtr<Gtk::PrintSettings>& settings) { dialog_.set_settings(settings); }
 
   /// Hides the rows for these keywords of the PPD.

@@ -84,8 +84,8 @@ class PanelTabs : public sigc::trackable {
   [[nodiscard]] std::optional<std::string> family() const;
   /// The panel's options, as saved last.
   [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
-  /// The keywords of defaults that are sent although the printer does not allow them. Stored for other jobs,
-  /// they would count as chosen.
+  /// The keywords of defaults that are sent although the printer does not allow them. They are not stored for
+  /// other jobs, where they would count as the user's choices.
   [[nodiscard]] std::vector<std::string> illegalDefaults();
   [[nodiscard]] bool useForAllJobs() const { return isOpen() && page_.useForAllJobs.get_active(); }
 

@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The control that a screen reader takes for the focused one: the text of a number is a part of its box.
+// The control that a screen reader takes for the focused one: for the text within a number's box, the box.
 GtkWidget* knownToReader(GtkWidget* focused) {
   auto* const parent = gtk_widget_get_parent(focused);
   return GTK_IS_TEXT(focused) && GTK_IS_EDITABLE(parent) ? parent : focused;

@@ -2,7 +2,7 @@
 
 namespace tandemtrim::host {
 
-// Without the relation, by which the toolkit would also name the button by its label.
+// Removes the relation by which the toolkit would name the button by its label, too.
 void speakTitle(Gtk::Widget& button, std::string title) {
   if (const auto letter = title.find("(_"); letter != std::string::npos) title.erase(letter);
   std::erase(title, '_');

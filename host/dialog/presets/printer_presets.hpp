@@ -38,7 +38,8 @@ class PrinterPresets {
     std::function<void()> update;
   };
 
-  /// `wanted` is the preset that the first printer with presets starts with, instead of its own.
+  /// `wanted` is the preset to start with on the first printer that has presets, instead of that printer's
+  /// own.
   PrinterPresets(Gtk::Window& parent, std::optional<std::string> wanted, Report report, Settings settings);
 
   /// Changes to a printer of this family. `printersKey` identifies it among all printers.
@@ -51,7 +52,7 @@ class PrinterPresets {
   /// Shows the other pages' settings of the preset that begin() returned, once the pages show this printer;
   /// the options in `asked` stay. False when nothing is left to show.
   bool showPages(const Options& asked);
-  /// The chosen preset's options for the other pages, shown or not. A preset that the printer starts with
+  /// The chosen preset's options for the other pages, shown or not. A preset that the dialog started with
   /// does not override the options in `asked`.
   [[nodiscard]] Options options(const Options& asked) const;
   [[nodiscard]] PresetRow::Events events();
@@ -65,11 +66,11 @@ class PrinterPresets {
     std::string family;
     // As it was chosen or saved last.
     Preset preset;
-    // Whether the user chose it in this dialog; else the printer starts with it.
+    // Whether the user chose it in this dialog, which otherwise started with it.
     bool isByHand = false;
     // The keywords of its options that the printer does not allow.
     std::vector<std::string> refused = {};
-    // What the other pages showed then; none before, and for a preset without settings for them.
+    // What the other pages first showed of it; none until then, and for a preset without settings for them.
     std::optional<Options> pages = {};
   };
 

@@ -75,7 +75,7 @@ class Renderer {
   Renderer& operator=(const Renderer&) = delete;
   ~Renderer() { end(); }
 
-  // Reads its answer, at most one byte more than `most`, by which the answer is known to be wrong.
+  // Reads its answer. Stops one byte after `most`, since such an answer is wrong.
   std::vector<std::byte> read(std::size_t most, const PageRequest& request) {
     const auto deadline = Clock::now() + request.limit;
     std::vector<std::byte> answer(most + 1);

@@ -16,7 +16,7 @@ constexpr int kGapInPageRow = 6;
 constexpr const char* kTurnClass = "tandem-trim-turn";
 constexpr const char* kEndClass = "tandem-trim-end";
 
-// Makes the two buttons small, as they belong to the number between them.
+// Makes the two buttons small, since they belong to the number between them.
 void addTurnStyle() {
   static const bool isAdded = [] {
     const auto provider = Gtk::CssProvider::create();
@@ -78,7 +78,7 @@ void PageRow::show(const PagePlace& place) {
   setAtEnd(on_, !place.hasNext);
 }
 
-// A screen reader speaks a description that changes at the focused control.
+// A screen reader speaks the focused control's description when it changes.
 void PageRow::describe(const std::string& note) {
   const auto text = number_.get_text().raw() + (note.empty() ? "" : "; ") + note;
   for (auto* const button : {&back_, &on_})

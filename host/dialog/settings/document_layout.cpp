@@ -16,7 +16,7 @@ struct TabChoice {
   const char* key;
   // Null where the key must be absent.
   const char* neutral;
-  // From which extent on the program applies it.
+  // The smallest extent at which the program applies it.
   LaidOut by;
 };
 constexpr std::array<TabChoice, 10> kTabChoices{

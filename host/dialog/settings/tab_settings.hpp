@@ -35,8 +35,9 @@ Glib::RefPtr<Gtk::PrintSettings> settingsOfNextPrinter(const Glib::RefPtr<Gtk::P
 /// Changes the tabs' settings so that they show these options. `ppd` is null for a printer without one.
 void applyOptions(const Options& options, ppd_file_t* ppd, TabSettings& tabs);
 
-/// The same once the details of the next printer are read: tabs that show `now` get the page setup that is
-/// remembered or, when nothing is remembered (null parts), the options that are saved for the printer.
+/// What the tabs show once the details of the next printer are read: `now` with the page setup that is
+/// remembered or, when nothing is remembered (null parts), with the options that are saved for the printer.
+/// The options in `asked` stay as they are shown.
 TabSettings tabsOfNextPrinter(const TabSettings& now, const TabSettings& remembered, const Options& saved,
                               const Options& asked, ppd_file_t* ppd);
 
@@ -57,7 +58,7 @@ void refuseWrongPages(const std::string& text);
 /// Failure when the user prints only certain pages and names none.
 void refuseNoPages(const Gtk::PrintSettings& settings);
 
-/// Overwrites `options` with the choices of the tabs; rows equal to `untouched` are skipped. Failure as
+/// Overwrites `options` with the choices of the tabs; rows equal to `untouched` are skipped. Failure as for
 /// refuseNoPages(), and for a time to print at that cannot be understood. `ppd` is null for a printer without
 /// one; `printersPaper` is the printer's default paper, or null.
 void addTabOptions(const TabSettings& tabs, ppd_file_t* ppd, const GtkPaperSize* printersPaper,
