@@ -49,6 +49,21 @@ TEST_F(JobInAHost, HasTheUsersValuesOnceTheyAreSaved) {
   EXPECT_TRUE([[host settings] isEqual:kExpected]) << textOf([[host settings] description]);
 }
 
+TEST_F(JobInAHost, IsTheOneOfTheSettingsThatTheHostHasByThen) {
+  ASSERT_NO_FATAL_FAILURE(show());
+  NSDictionary* const former = [host replaceSettings];
+  store(@"MVTandemTrim", @"On");
+  store(@"MVTopMargin", @"12");
+  EXPECT_TRUE([panel restoreValuesAndReturnError:nullptr]);
+  EXPECT_EQ(textOf([box(@"Top") stringValue]), "12");
+  ASSERT_TRUE(user::replaceText(box(@"Top"), @"9"));
+  NSDictionary* const shown = [host replaceSettings];
+  EXPECT_TRUE(save());
+  EXPECT_EQ(textOf(stored(@"MVTopMargin")), "9");
+  EXPECT_EQ(textOf([shown objectForKey:@"MVTopMargin"]), "12");
+  EXPECT_EQ(textOf([former objectForKey:@"MVTopMargin"]), "5");
+}
+
 TEST_F(JobInAHost, IsShownAgainByANewPanel) {
   ASSERT_NO_FATAL_FAILURE(show());
   ASSERT_NO_FATAL_FAILURE(setUpAsAUser());

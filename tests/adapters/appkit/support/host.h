@@ -41,6 +41,8 @@
 #if defined(GNUSTEP)
 /// The job's print settings, which are a dictionary here.
 - (NSMutableDictionary*)settings;
+/// Gives the job new print settings with the same values; returns the former ones, which it no longer uses.
+- (NSDictionary*)replaceSettings;
 #endif
 // Called by the plug-in.
 - (PMPrintSettings)printSettings;

@@ -27,6 +27,12 @@
 - (NSMutableDictionary*)settings {
   return reinterpret_cast<NSMutableDictionary*>(settings_);
 }
+
+- (NSDictionary*)replaceSettings {
+  NSMutableDictionary* const former = [self settings];
+  settings_ = reinterpret_cast<PMPrintSettings>([former mutableCopy]);
+  return [former autorelease];
+}
 #endif
 
 - (PMPrintSettings)printSettings {
