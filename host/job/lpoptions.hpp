@@ -15,9 +15,9 @@ struct DestinationName {
 };
 
 /// The text of the file with these options set for the destination, replacing earlier ones of the same
-/// keywords. They are set in each of the destination's lines, since libcups reads sometimes the first, sometimes
-/// all. All other lines stay the same, byte for byte. None when a line becomes too long for CUPS to read back
-/// whole.
+/// keywords. They are set in each of the destination's lines, since libcups reads sometimes the first,
+/// sometimes all. All other lines stay the same, byte for byte. None when a line becomes too long for CUPS to
+/// read back whole.
 std::optional<std::string> withSavedOptions(std::string_view text, const DestinationName& destination,
                                             const Options& options);
 
