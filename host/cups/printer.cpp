@@ -1,40 +1,65 @@
 #include "host/cups/printer.hpp"
 
+#include <cstdlib>
 #include <filesystem>
-#include <tuple>
+#include <ranges>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "host/cups/connection/attributes.hpp"
 #include "host/cups/printer_facts.hpp"
 #include "host/cups/saved_defaults.hpp"
 #include "host/failure.hpp"
+#include "host/job/lpoptions.hpp"
+#include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
 
-struct Name {
-  std::string printer;
-  std::optional<std::string> instance;
-};
+using namespace std::string_view_literals;
 
-// Splits at the last slash, as lp does.
-Name splitName(const std::string& text) {
-  const auto slash = text.rfind('/');
+// A slash separates the instance.
+DestinationName splitAt(std::string::size_type slash, const std::string& text) {
   if (slash == std::string::npos) return {text, std::nullopt};
   return {text.substr(0, slash), text.substr(slash + 1)};
 }
 
-DestinationHandle defaultDestination(const Connection& connection) {
-  auto destination = connection.destination(nullptr, nullptr);
-  if (!destination) {
-    if (connection.isSilent() || cupsLastError() != IPP_STATUS_ERROR_NOT_FOUND)
-      throw connection.lastFailure();
-    throw Failure(
-        Trouble::noDefaultPrinter,
-        Fact("there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist",
-             "there is no default printer, or it does not exist"_fact, {}),
-        "; " + existingPrinters(connection));
+// The default printer as libcups finds it: that of the environment, of the user or of the administrator. None
+// where the server is to tell.
+std::optional<DestinationName> usualDestination(std::span<const std::string> defaults) {
+  const char* name = std::getenv("LPDEST");
+  if (name == nullptr) {
+    name = std::getenv("PRINTER");
+    // Which is in many environments, and no printer in particular.
+    if (name != nullptr && name == "lp"sv) name = nullptr;
   }
-  return destination;
+  if (name != nullptr) return splitAt(std::string_view(name).find('/'), name);
+  for (const auto& file : defaults | std::views::reverse)
+    if (auto destination = defaultDestination(file)) return destination;
+  return std::nullopt;
+}
+
+Failure notFound(const Connection& connection, const std::optional<std::string>& name) {
+  const auto remedy = "; " + existingPrinters(connection);
+  if (name)
+    return Failure(Trouble::noPrinter,
+                   Fact(R"(there is no printer "[printer]")"_fact,
+                        {{"[printer]", shortText(splitAt(name->rfind('/'), *name).printer)}}),
+                   remedy);
+  return Failure(
+      Trouble::noDefaultPrinter,
+      Fact("there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist",
+           "there is no default printer, or it does not exist"_fact, {}),
+      remedy);
+}
+
+Failure namelessPrinter(const Connection& connection) {
+  return Failure(
+      Trouble::noServer,
+      Fact(connection.server() + " gave the printer no name", kUselessAnswer, {{"[server]", serverName()}}),
+      "; see whether it is a print server");
 }
 
 Fact withState(FactText text, const Printer& printer) {
@@ -56,21 +81,27 @@ void refuseOddDefaults() {
 
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name) {
   refuseOddDefaults();
+  const auto defaults = savedDefaults();
+  const auto destination = name ? splitAt(name->rfind('/'), *name) : usualDestination(defaults);
+  // libcups reads one line for a printer that it knows the name of.
+  const auto lines = destination ? Lines::first : Lines::all;
+  auto saved = savedOptions(defaults, destination, lines);
+  const auto facts =
+      askFacts(connection, destination ? std::optional(destination->printer) : std::nullopt, saved);
+  if (!facts) throw notFound(connection, name);
   Printer printer;
-  MessageHandle facts;
-  if (name) {
-    // Asked first, because libcups searches the whole network for a printer that the server does not have.
-    const auto [printerName, instance] = splitName(*name);
-    facts = askFacts(connection, printerName);
-    printer.destination = connection.destination(printerName.c_str(), instance ? instance->c_str() : nullptr);
-    if (!printer.destination) throw connection.lastFailure();
+  if (auto known = textIn(facts, "printer-name")) {
+    printer.name = *std::move(known);
   } else {
-    printer.destination = defaultDestination(connection);
-    facts = askFacts(connection, printer.destination->name);
+    throw namelessPrinter(connection);
   }
-  printer.name = printer.destination->name;
-  refuseUnreadDefaults(printer);
-  std::tie(printer.saved, printer.queueDefaults) = keptOptions(connection, *printer.destination, facts);
+  if (destination) {
+    printer.instance = destination->instance;
+  } else {
+    saved = savedOptions(defaults, DestinationName{printer.name, std::nullopt}, lines);
+  }
+  printer.saved = withoutServers(std::move(saved), facts);
+  printer.queueDefaults = serverDefaults(facts, IPP_TAG_NAME);
   printer.serverDefaults = serverDefaults(facts);
   printer.accepting = booleanIn(facts, "printer-is-accepting-jobs").value_or(true);
   printer.stopped = enumIn(facts, "printer-state") == IPP_PSTATE_STOPPED;

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "host/cups/connection/connection.hpp"
-#include "host/cups/connection/cups_handles.hpp"
 #include "host/job/options.hpp"
 #include "host/report.hpp"
 
@@ -13,12 +12,12 @@ namespace tandemtrim::host {
 /// A queue of the print server, with the options that the user saved for it.
 struct Printer {
   std::string name;
-  /// libcups's record of the queue, or of the user's instance of it.
-  DestinationHandle destination;
+  /// The user's instance of the queue, as "draft" in "Morva/draft".
+  std::optional<std::string> instance = {};
   /// The options that the user (or the administrator, for all users) saved, without the server's own.
   Options saved;
-  /// The queue's defaults, set by the administrator, for options that CUPS does not know. The server adds
-  /// them to a job without these options.
+  /// Those of the server's defaults that are plain texts, as the ones that the administrator sets for options
+  /// that CUPS does not know.
   Options queueDefaults;
   /// Every default that the server reports for the printer and uses for a job without the option.
   Options serverDefaults;

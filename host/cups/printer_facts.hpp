@@ -1,7 +1,7 @@
 #pragma once
 
+#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "host/cups/connection/connection.hpp"
@@ -16,17 +16,15 @@ std::vector<std::string> printerNames(const Connection& connection);
 /// The remedy for a printer that is not found, with the names of the server's printers.
 std::string existingPrinters(const Connection& connection);
 
-/// Asks for a printer's state and the attributes that libcups turns into options of its destination. Failure,
-/// which lists the existing printers, when there is no such printer.
-MessageHandle askFacts(const Connection& connection, const std::string& printer);
+/// Asks for the name and the state of a printer, without a name of the server's default one, and for all that
+/// the server says of the saved options. Null when there is no such printer.
+MessageHandle askFacts(const Connection& connection, const std::optional<std::string>& printer,
+                       const Options& saved);
 
-/// Returns the destination's options that the user (or the administrator, for all users) saved, and the
-/// queue's defaults for options that CUPS does not know. Asks the server once more when its facts do not show
-/// where an option comes from.
-std::pair<Options, Options> keptOptions(const Connection& connection, const cups_dest_t& destination,
-                                        const MessageHandle& facts);
+/// The saved options but those that say what the server itself says, each spelled as the server spells it.
+Options withoutServers(Options saved, const MessageHandle& facts);
 
-/// The server's default for each option, as its facts report it.
-Options serverDefaults(const MessageHandle& facts);
+/// The server's default for each option, as its facts report it; of this type only, where one is given.
+Options serverDefaults(const MessageHandle& facts, const std::optional<ipp_tag_t>& type = std::nullopt);
 
 }  // namespace tandemtrim::host

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <optional>
+#include <span>
+#include <string_view>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/failure.hpp"
 #include "host/home_folder.hpp"
 #include "host/job/lpoptions.hpp"
@@ -18,6 +22,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr mode_t kOwnFolder = 0700;
+constexpr const char* kServerRoot = "/etc/cups";
+constexpr std::string_view kPacked = "\x1F\x8B";  // which libcups unpacks
 
 // The file has one line for each printer; in it, # begins a comment, and a keyword without a value is a
 // switch.
@@ -43,16 +49,48 @@ Failure cannotChange(const Printer& printer, const Failure& reason) {
                       {{"[printer]", printer.name}, {"[reason]", reason.fact()}}));
 }
 
-DestinationName nameOf(const Printer& printer) {
-  const char* const instance = printer.destination->instance;
-  return {printer.name, instance == nullptr ? std::nullopt : std::optional<std::string>(instance)};
+DestinationName nameOf(const Printer& printer) { return {printer.name, printer.instance}; }
+
+// As libcups finds it: a program that runs as another user than its caller goes by no variable.
+fs::path systemDefaultsFile() {
+  const bool isOwn = (geteuid() == getuid() || getuid() == 0) && getegid() == getgid();
+  const char* const folder = isOwn ? std::getenv("CUPS_SERVERROOT") : nullptr;
+  return std::string(folder == nullptr ? kServerRoot : folder) + "/lpoptions";
+}
+
+// Whether the file is in the home of another user, as when that one runs the program by sudo. Nobody expects
+// it to be read.
+bool isOfAnotherUser(const fs::path& file) {
+  struct stat home {};
+  return file == savedDefaultsFile() && access(file.c_str(), R_OK) != 0 && errno == EACCES &&
+         stat(homeFolder().c_str(), &home) == 0 && home.st_uid != geteuid();
+}
+
+std::optional<std::string> defaultsIn(const fs::path& file) {
+  if (isOfAnotherUser(file)) return std::nullopt;
+  try {
+    auto text = readWholeFile(file);
+    if (text && text->starts_with(kPacked)) throw unreadableFile(file, "it is packed by gzip");
+    return text;
+  } catch (const Failure& failure) {
+    throw Failure(failure.trouble(), failure.fact(), "; nothing was sent. Make it readable, or move it away");
+  }
+}
+
+DestinationHandle knownDestination(const Connection& connection, const Printer& printer) {
+  auto known =
+      connection.destination(printer.name.c_str(), printer.instance ? printer.instance->c_str() : nullptr);
+  if (!known) throw connection.lastFailure();
+  return known;
+}
+
+const char* valueOf(const Option& option, const cups_dest_t& destination) {
+  return cupsGetOption(option.keyword.c_str(), destination.num_options, destination.options);
 }
 
 // Whether the server itself supplies this value, so that the option needs no entry.
-bool isServers(const Option& option, const Printer& printer) {
-  const auto& destination = *printer.destination;
-  const char* const value =
-      cupsGetOption(option.keyword.c_str(), destination.num_options, destination.options);
+bool isServers(const Option& option, const Printer& printer, const cups_dest_t& destination) {
+  const char* const value = valueOf(option, destination);
   return value != nullptr && option.value == value &&
          std::ranges::none_of(printer.saved, [&](const Option& saved) {
            return isSameKeyword(saved.keyword, option.keyword);
@@ -78,6 +116,13 @@ void writeEntries(const Printer& printer, const Options& entries) {
 
 fs::path savedDefaultsFile() { return homeFolder().string() + "/.cups/lpoptions"; }
 
+std::vector<std::string> savedDefaults() {
+  std::vector<std::string> texts;
+  for (const auto& file : {systemDefaultsFile(), savedDefaultsFile()})
+    if (auto text = defaultsIn(file)) texts.push_back(*std::move(text));
+  return texts;
+}
+
 void editFile(const fs::path& file, const std::function<std::string(const std::string&)>& edit,
               std::chrono::milliseconds longest) {
   std::error_code unresolved;
@@ -101,34 +146,22 @@ Options keepable(const Options& options) {
 
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options) {
   auto entries = options;
-  std::erase_if(entries, [&](const Option& option) { return isServers(option, printer); });
+  const auto before = knownDestination(connection, printer);
+  std::erase_if(entries, [&](const Option& option) { return isServers(option, printer, *before); });
   if (!entries.empty()) writeEntries(printer, entries);
 
-  const auto kept = connection.destination(printer.name.c_str(), printer.destination->instance);
-  if (!kept) throw connection.lastFailure();
-  for (const auto& [keyword, value] : options) {
-    const char* const found = cupsGetOption(keyword.c_str(), kept->num_options, kept->options);
-    if (found == nullptr || value != found) throw cannotKeep(keyword);
+  const auto after = knownDestination(connection, printer);
+  for (const auto& option : options) {
+    const char* const found = valueOf(option, *after);
+    if (found == nullptr || option.value != found) throw cannotKeep(option.keyword);
   }
-}
-
-void refuseUnreadDefaults(const Printer& printer) {
-  const auto file = savedDefaultsFile();
-  // The home folder may be another user's, as under sudo; nobody expects that user's defaults.
-  if (access(file.c_str(), R_OK) != 0 && errno == EACCES) return;
-  const auto saved = optionsSavedIn(readWholeFile(file).value_or(""), nameOf(printer));
-  const auto& destination = *printer.destination;
-  const bool isRead = std::ranges::any_of(saved, [&](const Option& option) {
-    return cupsGetOption(option.keyword.c_str(), destination.num_options, destination.options) != nullptr;
-  });
-  if (!isRead && !saved.empty()) throw unreadableFile(file, "CUPS passes over it");
 }
 
 Options resetDefaults(const Printer& printer) {
   Options gone;
   try {
     editFile(savedDefaultsFile(), [&](const std::string& text) {
-      gone = optionsSavedIn(text, nameOf(printer));
+      gone = savedOptions(std::span(&text, 1), nameOf(printer), Lines::all);
       return withoutSavedOptions(text, nameOf(printer));
     });
   } catch (const Failure& failure) {

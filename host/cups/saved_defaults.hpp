@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "host/cups/connection/connection.hpp"
 #include "host/cups/printer.hpp"
@@ -14,6 +15,10 @@ namespace tandemtrim::host {
 
 /// The file where CUPS keeps the user's options for each printer.
 std::filesystem::path savedDefaultsFile();
+
+/// The texts of the files where CUPS keeps options for each printer: the administrator's for all users, then
+/// the user's, as far as they exist. Failure when one cannot be read. libcups passes over such a file.
+std::vector<std::string> savedDefaults();
 
 /// Replaces the text of the file, which need not exist, by the result of `edit`. A lock keeps other callers
 /// out, and readers see either the old text or the new one. The file keeps its mode and owner. Failure when
@@ -28,10 +33,6 @@ Options keepable(const Options& options);
 /// Stores the options as the user's defaults for the printer, where all programs find them. Failure when one
 /// cannot be stored unchanged.
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options);
-
-/// Failure when the user's defaults cannot be read, or libcups has not read those for the printer: it ignores
-/// a file that it cannot read.
-void refuseUnreadDefaults(const Printer& printer);
 
 /// Removes the user's defaults for the printer and returns them.
 Options resetDefaults(const Printer& printer);

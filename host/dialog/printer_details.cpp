@@ -17,8 +17,7 @@ std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& se
   // GTK's rows have the PPD's titles in the user's language, too.
   if (ppd) ppdLocalize(ppd.get());
   auto saved = asSpelled(ppd.get(), std::move(printer.saved));
-  const char* const instance = printer.destination->instance;
-  auto destination = printer.name + (instance == nullptr ? "" : '/' + std::string(instance));
+  auto destination = printer.name + (printer.instance ? '/' + *printer.instance : "");
   return std::make_shared<PrinterDetails>(
       PrinterDetails{std::move(printer.name), std::move(destination), std::move(ppd), std::move(saved),
                      std::move(printer.queueDefaults), std::move(printer.serverDefaults)});

@@ -16,9 +16,8 @@ constexpr std::size_t kLongestLine = 8191;
 // A destination's line: "Dest Morva/draft keyword=value ...", or Default instead of Dest.
 struct Entry {
   std::string directive;
-  std::string printer;
-  std::optional<std::string> instance;
-  Options options;
+  DestinationName destination;
+  std::string options;
 };
 
 bool isSameWord(const std::string& one, const std::string& other) {
@@ -37,13 +36,16 @@ std::vector<std::string_view> linesOf(std::string_view text) {
   return lines;
 }
 
-// The first # begins a comment, unless it follows a backslash.
-std::string withoutComment(std::string_view line) {
-  std::string text(line);
+// What libcups reads of a line: up to a zero byte, and without blanks at its end. The first # begins a
+// comment, unless it follows a backslash.
+std::string readPart(std::string_view line) {
+  std::string text(line.substr(0, line.find('\0')));
   const auto mark = text.find('#');
-  if (mark == std::string::npos) return text;
-  if (mark > 0 && text[mark - 1] == '\\') return text.erase(mark - 1, 1);
-  return text.erase(mark);
+  if (mark != std::string::npos) {
+    const bool isQuoted = mark > 0 && text[mark - 1] == '\\';
+    isQuoted ? text.erase(mark - 1, 1) : text.erase(mark);
+  }
+  return text.erase(text.find_last_not_of(kBlanks) + 1);
 }
 
 std::string takeWord(std::string_view& text) {
@@ -54,59 +56,98 @@ std::string takeWord(std::string_view& text) {
 }
 
 std::optional<Entry> entryOf(std::string_view line) {
-  const auto text = withoutComment(line);
+  const auto text = readPart(line);
   std::string_view rest = text;
   Entry entry;
   entry.directive = takeWord(rest);
   if (!isSameWord(entry.directive, "Dest") && !isSameWord(entry.directive, "Default")) return std::nullopt;
-  entry.printer = takeWord(rest);
-  if (const auto slash = entry.printer.find('/'); slash != std::string::npos) {
-    entry.instance = entry.printer.substr(slash + 1);
-    entry.printer.erase(slash);
+  auto& [printer, instance] = entry.destination;
+  printer = takeWord(rest);
+  if (printer.empty()) return std::nullopt;
+  if (const auto slash = printer.find('/'); slash != std::string::npos) {
+    instance = printer.substr(slash + 1);
+    printer.erase(slash);
   }
-  entry.options = readOptions(std::string(rest));
+  // Behind one blank: a brace matters at the beginning alone.
+  entry.options = rest.substr(std::min<std::size_t>(rest.size(), 1));
   return entry;
 }
 
-bool isOf(const Entry& entry, const DestinationName& destination) {
-  return isSameWord(entry.printer, destination.printer) &&
-         entry.instance.has_value() == destination.instance.has_value() &&
-         isSameWord(entry.instance.value_or(""), destination.instance.value_or(""));
+bool isLineOfDefault(const Entry& entry) { return isSameWord(entry.directive, "Default"); }
+
+// As libcups reads the text: what is left of a line that is too long is another line.
+std::vector<Entry> entriesIn(std::string_view text) {
+  std::vector<Entry> entries;
+  for (auto line : linesOf(text)) {
+    line = line.substr(0, line.find_first_of(kLineEnds));
+    for (; !line.empty(); line.remove_prefix(std::min(line.size(), kLongestLine)))
+      if (auto entry = entryOf(line.substr(0, kLongestLine))) entries.push_back(*std::move(entry));
+  }
+  return entries;
 }
 
-std::string lineOf(const Entry& entry) {
-  auto line = entry.directive + ' ' + entry.printer;
-  if (entry.instance) line += '/' + *entry.instance;
-  for (const auto& option : entry.options) line += ' ' + optionText(option);
+bool isOf(const Entry& entry, const DestinationName& destination) {
+  const auto& [printer, instance] = entry.destination;
+  return isSameWord(printer, destination.printer) &&
+         instance.has_value() == destination.instance.has_value() &&
+         isSameWord(instance.value_or(""), destination.instance.value_or(""));
+}
+
+std::string lineOf(const Entry& entry, const Options& options) {
+  const auto& [printer, instance] = entry.destination;
+  auto line = entry.directive + ' ' + printer;
+  if (instance) line += '/' + *instance;
+  for (const auto& option : options) line += ' ' + optionText(option);
   if (const auto mark = line.find('#'); mark != std::string::npos) line.insert(mark, 1, '\\');
   return line;
 }
 
 }  // namespace
 
+Options savedOptions(std::span<const std::string> texts, const std::optional<DestinationName>& destination,
+                     Lines lines) {
+  std::vector<std::string> options;
+  for (const auto& text : texts) {
+    for (auto& entry : entriesIn(text)) {
+      if (destination ? !isOf(entry, *destination) : entry.destination.instance.has_value()) continue;
+      options.push_back(std::move(entry.options));
+      if (lines == Lines::first) break;
+    }
+  }
+  return readOptions(options);
+}
+
+std::optional<DestinationName> defaultDestination(std::string_view text) {
+  const auto entries = entriesIn(text);
+  const auto found = std::ranges::find_if(entries, isLineOfDefault);
+  if (found == entries.end() || found->destination.printer.empty()) return std::nullopt;
+  return found->destination;
+}
+
 std::optional<std::string> withSavedOptions(std::string_view text, const DestinationName& destination,
                                             const Options& options) {
   std::string changed;
   bool isFound = false;
   bool fits = true;
-  const auto add = [&](Entry entry, std::string_view end) {
-    for (const auto& option : options) setOption(entry.options, option);
-    const auto line = lineOf(entry);
+  const auto add = [&](const Entry& entry, std::string_view end) {
+    auto all = readOptions(entry.options);
+    for (const auto& option : options) setOption(all, option);
+    const auto line = lineOf(entry, all);
     isFound = true;
     if (line.size() > kLongestLine) fits = false;
     changed += line;
     changed += end.empty() ? "\n" : end;
   };
   for (const auto line : linesOf(text)) {
-    if (auto entry = entryOf(line); entry && isOf(*entry, destination)) {
-      add(*std::move(entry), line.substr(line.find_last_not_of(kLineEnds) + 1));
+    if (const auto entry = entryOf(line); entry && isOf(*entry, destination)) {
+      add(*entry, line.substr(line.find_last_not_of(kLineEnds) + 1));
     } else {
       changed += line;
     }
   }
   if (!isFound) {
     if (!changed.empty() && kLineEnds.find(changed.back()) == std::string_view::npos) changed += '\n';
-    add({"Dest", destination.printer, destination.instance, {}}, "");
+    add({"Dest", destination, ""}, "");
   }
   return fits ? std::optional(changed) : std::nullopt;
 }
@@ -114,25 +155,14 @@ std::optional<std::string> withSavedOptions(std::string_view text, const Destina
 std::string withoutSavedOptions(std::string_view text, const DestinationName& destination) {
   std::string rest;
   for (const auto line : linesOf(text)) {
-    auto entry = entryOf(line);
+    const auto entry = entryOf(line);
     if (!entry || !isOf(*entry, destination)) {
       rest += line;
-    } else if (isSameWord(entry->directive, "Default")) {
-      entry->options.clear();
-      rest += lineOf(*entry) + '\n';
+    } else if (isLineOfDefault(*entry)) {
+      rest += lineOf(*entry, {}) + '\n';
     }
   }
   return rest;
-}
-
-Options optionsSavedIn(std::string_view text, const DestinationName& destination) {
-  Options options;
-  for (const auto line : linesOf(text)) {
-    const auto entry = entryOf(line);
-    if (!entry || !isOf(*entry, destination)) continue;
-    for (const auto& option : entry->options) setOption(options, option);
-  }
-  return options;
 }
 
 }  // namespace tandemtrim::host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,17 @@ struct DestinationName {
   std::optional<std::string> instance;
 };
 
+/// Which of a destination's lines in one file count.
+enum class Lines { first, all };
+
+/// The options that libcups reads for the destination from the texts of its files; a later text goes before
+/// an earlier one. Without a destination, those of all printers, but of none of their instances.
+Options savedOptions(std::span<const std::string> texts, const std::optional<DestinationName>& destination,
+                     Lines lines);
+
+/// The destination that the text of the file makes the default; none where it names none.
+std::optional<DestinationName> defaultDestination(std::string_view text);
+
 /// The text of the file with these options set for the destination, replacing earlier ones of the same
 /// keywords. They are set in each of the destination's lines, since libcups reads sometimes the first,
 /// sometimes all. All other lines stay the same, byte for byte. None when a line becomes too long for CUPS to
@@ -24,8 +36,5 @@ std::optional<std::string> withSavedOptions(std::string_view text, const Destina
 /// The text of the file without any option of the destination. All other lines stay the same; a default
 /// destination stays the default.
 std::string withoutSavedOptions(std::string_view text, const DestinationName& destination);
-
-/// The destination's options in the text of the file.
-Options optionsSavedIn(std::string_view text, const DestinationName& destination);
 
 }  // namespace tandemtrim::host

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <new>
 #include <span>
 #include <string_view>
@@ -66,12 +67,19 @@ std::string ansiWord(const std::string& text) {
 
 }  // namespace
 
-Options readOptions(const std::string& text) {
+Options readOptions(const std::string& text) { return readOptions(std::span(&text, 1)); }
+
+Options readOptions(std::span<const std::string> texts) {
   cups_option_t* parsed = nullptr;
-  const int count = cupsParseOptions(text.c_str(), 0, &parsed);
+  int count = 0;
+  errno = 0;
+  for (const auto& text : texts) count = cupsParseOptions(text.c_str(), count, &parsed);
+  // Some of the options may then be missing, which libcups does not say.
+  const bool isWithoutMemory = errno == ENOMEM;
   Options options;
-  for (int i = 0; i < count; ++i) options.push_back({parsed[i].name, parsed[i].value});
+  for (int i = 0; i < count && !isWithoutMemory; ++i) options.push_back({parsed[i].name, parsed[i].value});
   cupsFreeOptions(count, parsed);
+  if (isWithoutMemory) throw std::bad_alloc();
   return options;
 }
 

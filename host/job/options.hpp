@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,10 @@ using Options = std::vector<Option>;
 
 /// Reads options in the form of -o as libcups does, which ignores mistakes.
 Options readOptions(const std::string& text);
+
+/// The same of several texts. A later option replaces an earlier one of its keyword, which keeps its
+/// spelling.
+Options readOptions(std::span<const std::string> texts);
 
 /// Reads the text of one -o as lp does: "keyword=value keyword='two words' landscape nocollate". Failure with
 /// the status of a wrong command line for a text without an option, an empty keyword and an unclosed quote or

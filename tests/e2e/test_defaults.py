@@ -1,6 +1,7 @@
 """Settings that a user saves as defaults for the next jobs."""
 
 import concurrent.futures
+import gzip
 import os
 import subprocess
 import unittest
@@ -13,6 +14,7 @@ from terminal_case import (
     MARGINS,
     POSITION,
     PPD,
+    PROGRAM,
     SAMPLE,
     TerminalCase,
     each,
@@ -20,7 +22,7 @@ from terminal_case import (
     option_text,
 )
 
-QUESTION = 6  # the number of the job's request that asks what the server has of it
+QUESTION = 5  # the number of the job's request that asks what the server has of it
 NOTE = 'two "words" – ü'
 
 
@@ -215,6 +217,37 @@ class DefaultsTest(TerminalCase):
                 self.refuses("-d", "Morva", *arguments, words=[f"{self.file_of_defaults} is not a file", "nothing was sent"])
             self.refuses("--list", words=[f"{self.file_of_defaults} is not a file"])
             self.file_of_defaults.unlink()
+
+    def test_a_file_of_theirs_that_cannot_be_read_is_named_and_not_passed_over(self):
+        self.file_of_defaults.parent.mkdir()
+        of_all_users = self.cups.folder / "home/lpoptions"
+        packed = gzip.compress(b"Dest Morva MVTopMargin=9\n")
+        for file in (self.file_of_defaults, of_all_users):
+            for make, words in ((file.mkdir, "it is no file with contents"), (lambda file=file: file.write_bytes(packed), "it is packed by gzip")):
+                with self.subTest(file=file.relative_to(self.cups.folder), words=words):
+                    make()
+                    for arguments in ([SAMPLE], ["--summary"]):
+                        self.refuses("-d", "Morva", *arguments, words=[f"{file} cannot be read: {words}; nothing was sent"])
+                    if file.is_dir():
+                        file.rmdir()
+            file.unlink()
+        self.assertEqual(of_panel(self.options_of()), DEFAULTS)
+
+    @unittest.skipUnless(os.geteuid() == 0, "another user takes root")
+    def test_those_of_another_user_are_passed_over_and_ones_own_without_permission_are_not(self):
+        self.file_of_defaults.parent.mkdir()
+        self.file_of_defaults.write_text("Dest Morva MVTopMargin=9\n")
+        self.file_of_defaults.chmod(0o600)
+        home = self.file_of_defaults.parents[1]
+        nobody = ["--reuid=65534", "--regid=65534", "--clear-groups", PROGRAM, "-d", "Morva", "--summary", "--set", "Valid=On"]
+        result = self.trim(*nobody, program="setpriv")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("Top Margin: 5\n", result.stdout)
+        self.addCleanup(os.chown, home, 0, 0)
+        os.chown(home, 65534, 65534)
+        result = self.trim(*nobody, program="setpriv")
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn(f"{self.file_of_defaults} cannot be read: Permission denied; nothing was sent", result.stderr)
 
     def test_a_mail_at_the_end_of_one_job_is_not_saved_for_others(self):
         self.keeps("-m", "-o", "MVTopMargin=9")

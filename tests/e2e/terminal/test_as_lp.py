@@ -76,6 +76,31 @@ PLACES = [
     ([], {}),
 ]
 COMBINATIONS = 56
+# The user's file of saved options, and the system's.
+SAVED = {
+    "nothing": ("", ""),
+    "both files": ("Dest Plain x-a=user x-b=user\n", "Dest Plain x-b=system x-c=system\nDest Plain/draft x-d=1\n"),
+    "instances": ("Dest Plain/draft x-a=draft\nDest Plain x-a=plain\nDest Plain/draughts x-b=1\n", ""),
+    "comments": ("# mine\nDest Plain x-a=1 # why\n  #\nDest Plain/draft x-a=\\#1 x-b=2#3\n", "#Dest Plain x-c=1\n"),
+    "odd quoting": ("Dest Plain x-a='two words' x-b=\"it\\'s\" x-c=a\\ b x-d=',' x-f=end\\ \n", "Dest Plain {x-g=1 x-h=2}\n"),
+    "a brace behind two blanks": ("Dest Plain  {x-a=1 x-b=2}\n", ""),
+    "an open quote": ("Dest Plain x-a='one x-b=2\nDest Plain/draft x-a=\"\n", ""),
+    "an empty keyword": ("Dest Plain x-a=1 =2 x-b=3\n", ""),
+    "lines as on DOS": ("Dest Plain x-a=1\r\nDest Plain/draft x-a=2\r\n", "Dest Plain x-b=1\rDest Plain/draft x-b=2\r"),
+    "a long line": ("Dest Plain x-a=1 " + "x" * 8160 + " x-b=2 x-c=3 x-d=4\n", "Dest Plain x-e=" + "y" * 8170 + " Dest Plain x-f=1\n"),
+    "a printer twice": ("Dest Plain x-a=1\nDest Plain x-a=2 x-b=2\n", "Dest plain x-c=1\nDest PLAIN x-c=2\n"),
+    "no last newline": ("Dest Plain x-a=1\nDest Plain/draft x-a=2", "Dest Plain x-b=1"),
+    "keywords without a value": ("Dest Plain x-a nox-b no x-c= x-d\n", ""),
+    "other letter case": ("DEST plain X-A=1 Copies=2\ndest PLAIN/DRAFT x-a=3 SIDES=two-sided-long-edge\n", "Dest Plain x-a=0\n"),
+    "what the server says": ("Dest Plain printer-info=mine job-sheets=none,none x-a=1 printer-state=5\n", ""),
+    "print quality twice": ("Dest Plain cupsPrintQuality=High\n", "Dest Plain print-quality=3\n"),
+    "blanks": ("  Dest\tPlain \t x-a=1\v x-b=2  \n\n \nDest\nDest \nOther Plain x-c=1\n", ""),
+    "a default": ("Default Plain x-a=1\n", "Default Morva x-b=1\nDest Plain x-c=1\n"),
+    "an instance as the default": ("Dest Plain/draft x-a=1\nDefault Plain/draft x-a=2\nDefault Plain x-a=3\n", ""),
+    "a default of the system": ("Dest Plain x-a=1\n", "Default Plain x-b=1\n"),
+    "a default that is gone": ("Default Nowhere x-a=1\n", "Default Plain x-b=1\n"),
+    "a zero byte": ("Dest Plain x-a=1\0 x-b=2\nDest Plain/draft x-a=2\n", ""),
+}
 # Names that find and xargs pass on unchanged.
 NAMES = ["a.pdf", "[b,c].pdf", "größe=%%{}.pdf"]
 # Writes down each exit status, as xargs returns only one.
@@ -229,6 +254,46 @@ class AsLpTest(TerminalCase):
             mails.append({name: mail[name] for name in ("notify-events", "notify-subscriber-user-name", "notify-recipient-uri")})
         self.assertEqual(*mails)
         self.assertTrue(mails[0]["notify-recipient-uri"][0].startswith("mailto:amy@"))
+
+    # What is saved.
+
+    def save(self, user, system):
+        for file, text in ((".cups/lpoptions", user), ("lpoptions", system)):
+            path = self.cups.folder / "home" / file
+            path.parent.mkdir(exist_ok=True)
+            path.write_bytes(text.encode())
+
+    def test_what_is_saved_leaves_the_same_job(self):
+        for what, files in SAVED.items():
+            self.save(*files)
+            for place in (["-d", "Plain"], ["-d", "plain/draft"], []):
+                with self.subTest(what, place=place):
+                    our, lp = self.beside(*place, SAMPLE)
+                    self.assertEqual(our.returncode, lp.returncode, our.stderr + lp.stderr)
+
+    def test_what_is_saved_for_the_servers_default_printer_leaves_the_same_job(self):
+        self.cups.add_queue("Usual", PPD, enabled=False)
+        self.addCleanup(self.cups.remove, "Usual")
+        for option in (["-d", "Usual"], ["-p", "Usual", "-o", "x-own-default=text", "-o", "copies-default=3"]):
+            subprocess.run(["lpadmin", *option], env=self.environment(), check=True)
+        for files in (("", ""), *SAVED.values()):
+            self.save(*(text.replace("Plain", "Usual").replace("Default", "Dest") for text in files))
+            our, lp = self.beside(SAMPLE)
+            self.assertEqual((our.returncode, lp.returncode), (0, 0), our.stderr + lp.stderr)
+
+    def test_a_job_takes_no_more_requests_than_lps_and_is_made_before_its_document_is_sent(self):
+        def requests(program):
+            before = len(self.cups.requests())
+            self.assertEqual(self.program(program, *place, SAMPLE).returncode, 0)
+            return self.cups.requests()[before:]
+
+        for files in (("", ""), ("Default Morva x-a=1\nDest Morva/draft x-a=1 sides=one-sided", "Dest Morva x-b=1 x-c=1")):
+            self.save(*files)
+            for place in (["-d", "Morva"], ["-d", "Morva/draft"], *([[]] if files[0] else [])):
+                with self.subTest(files, place=place):
+                    ours, lps = requests(PROGRAM), requests(LP)
+                    self.assertLessEqual(len(ours), len(lps), ours)
+                    self.assertEqual([line.split()[-2] for line in ours if "Job" in line or "Document" in line], ["Create-Job", "Send-Document", "Get-Job-Attributes"])
 
     # The printers.
 

@@ -10,6 +10,10 @@ const DestinationName kDraft{"Morva", "draft"};
 constexpr const char* kOthers =
     "# a comment\nDest Elsewhere/Copy  x=1 \r\nPolicy what?\nDest Morva/draughts a=b\n\n";
 
+Options allIn(const std::string& text, const std::optional<DestinationName>& destination) {
+  return savedOptions(std::span(&text, 1), destination, Lines::all);
+}
+
 TEST(SavedOptions, AreAppendedAsASeparateLine) {
   EXPECT_EQ(withSavedOptions("", kMorva, {{"a", "b"}, {"note", "two words"}}),
             "Dest Morva a=b note=\"two words\"\n");
@@ -26,7 +30,7 @@ TEST(SavedOptions, ReplaceThoseOfTheSameKeywordInTheirLine) {
 
 TEST(SavedOptions, AreReadFromAndSavedInEachLineOfTheirPrinter) {
   const std::string before = "Dest Morva a=1 b=1\nDest Morva a=2\n";
-  EXPECT_EQ(optionsSavedIn(before, kMorva), (Options{{"a", "2"}, {"b", "1"}}));
+  EXPECT_EQ(allIn(before, kMorva), (Options{{"a", "2"}, {"b", "1"}}));
   EXPECT_EQ(withSavedOptions(before, kMorva, {{"b", "3"}}), "Dest Morva a=1 b=3\nDest Morva a=2 b=3\n");
   EXPECT_EQ(withSavedOptions("Default Morva\n#\nDest Morva b=1", kMorva, {{"b", "3"}}),
             "Default Morva b=3\n#\nDest Morva b=3\n");
@@ -35,7 +39,7 @@ TEST(SavedOptions, AreReadFromAndSavedInEachLineOfTheirPrinter) {
 TEST(SavedOptions, KeepAHashSignThatBeginsNoComment) {
   const auto text = withSavedOptions("Dest Morva note=a\\#b\n", kMorva, {{"x", "1"}});
   EXPECT_EQ(text, "Dest Morva note=\"a\\#b\" x=1\n");
-  EXPECT_EQ(optionsSavedIn(*text, kMorva), (Options{{"note", "a#b"}, {"x", "1"}}));
+  EXPECT_EQ(allIn(*text, kMorva), (Options{{"note", "a#b"}, {"x", "1"}}));
 }
 
 TEST(SavedOptions, AreRefusedWhereCupsWouldCutTheLine) {
@@ -50,6 +54,27 @@ TEST(SavedOptions, AreRemovedWithoutChangingOtherLines) {
   EXPECT_EQ(withoutSavedOptions(before, kMorva), kOthers + std::string("Dest Morva/draft b=2\n"));
   EXPECT_EQ(withoutSavedOptions("Default Morva/draft a=1\nDest Morva b=2\n", kDraft),
             "Default Morva/draft\nDest Morva b=2\n");
+}
+
+TEST(SavedOptions, OfALaterFileReplaceThoseOfAnEarlierOneAndKeepTheirSpelling) {
+  const std::vector<std::string> texts{"Dest Morva a=1 b=1\nDest Morva c=1\n", "Dest morva A=2 d=2"};
+  EXPECT_EQ(savedOptions(texts, kMorva, Lines::first), (Options{{"a", "2"}, {"b", "1"}, {"d", "2"}}));
+  EXPECT_EQ(savedOptions(texts, kMorva, Lines::all),
+            (Options{{"a", "2"}, {"b", "1"}, {"c", "1"}, {"d", "2"}}));
+  EXPECT_EQ(savedOptions(texts, kDraft, Lines::all), Options{});
+}
+
+TEST(SavedOptions, OfNoPrinterInParticularAreThoseOfAllButOfNoInstance) {
+  EXPECT_EQ(allIn("Dest One a=1\nDefault Two b=2\nDest One/draft c=3", std::nullopt),
+            (Options{{"a", "1"}, {"b", "2"}}));
+}
+
+TEST(TheDefaultDestination, IsTheFirstThatTheFileNames) {
+  const auto found = defaultDestination("Dest Other\nDefault\n default Morva/draft a=1\nDefault Other\n");
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->printer, "Morva");
+  EXPECT_EQ(found->instance, "draft");
+  EXPECT_FALSE(defaultDestination("Dest Morva a=1\n# Default Morva"));
 }
 
 }  // namespace

@@ -2,10 +2,12 @@
 refuse, delay or change what passes."""
 
 import base64
+import queue
 import random
 import re
 import socket
 import threading
+import time
 
 from cups_daemon import HOST
 from fake_server import UNAUTHORIZED
@@ -121,6 +123,55 @@ class Overhearing(Relay):
 
     def _on_request(self, piece):
         self.heard += piece
+
+
+class Distant(Relay):
+    """Passes everything on so many seconds later. `asked` has the first line of each of the client's requests, `bytes` the number of bytes both
+    ways, and `round_trips` how often the client went on after an answer, or began."""
+
+    def __init__(self, server, seconds=0):
+        super().__init__(server, float("inf"), None)
+        self._seconds = seconds
+        self.asked, self.bytes, self.round_trips = [], 0, 0
+        self._answered = set()  # the connections on which the server spoke last
+
+    def _requests_from(self, client, server):
+        def note(piece):
+            self.asked += re.findall(rb"^[A-Z]+ \S+(?= HTTP/1\.1\r$)", piece, re.MULTILINE)
+            self.round_trips += client in self._answered
+            self._answered.discard(client)
+
+        self._answered.add(client)
+        self._carry_later(client, server, note)
+
+    def _answers_to(self, client, server):
+        self._carry_later(server, client, lambda _: self._answered.add(client))
+
+    def _carry_later(self, source, target, note):
+        under_way = queue.SimpleQueue()
+        deliverer = threading.Thread(target=self._deliver, args=(under_way, target))
+        deliverer.start()
+        try:
+            while piece := source.recv(PIECE):
+                self.bytes += len(piece)
+                note(piece)
+                under_way.put((time.monotonic() + self._seconds, piece))
+        except OSError:
+            pass  # the connection is gone
+        under_way.put((0, b""))
+        deliverer.join()
+
+    def _deliver(self, under_way, target):
+        try:
+            while True:
+                arrival, piece = under_way.get()
+                if not piece:
+                    break
+                time.sleep(max(0, arrival - time.monotonic()))
+                target.sendall(piece)
+        except OSError:
+            pass  # the connection is gone
+        self._end(target)
 
 
 class Altered(Relay):

@@ -1,0 +1,99 @@
+// The system's file of saved options and, behind "|||", the user's. For a printer, an instance of it and the
+// default printer they hold what libcups's own reading finds there.
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <span>
+
+#include "fuzz/support/print_server.hpp"
+#include "fuzz/support/target.hpp"
+#include "host/cups/printer.hpp"
+
+namespace tandemtrim::fuzz {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace host;
+using namespace std::string_view_literals;
+
+constexpr std::string_view kBetweenFiles = "|||";
+// What the server says of its only printer, behind the number of the status: its name, and the attributes
+// that begin every answer.
+constexpr std::string_view kPrinter =
+    "\0\1"
+    "\x47\0\x12"
+    "attributes-charset\0\5utf-8"
+    "\x48\0\x1B"
+    "attributes-natural-language\0\2en"
+    "\4\x42\0\x0C"
+    "printer-name\0\5Morva"
+    "\3"sv;
+constexpr std::array kSaid{"attributes-charset", "attributes-natural-language", "printer-name"};
+constexpr std::size_t kQuestions = 20;
+
+// The folder of both files, whose place libcups reads once.
+const fs::path& folder() {
+  static const fs::path only = [] {
+    std::string name = fs::temp_directory_path() / "saved-options-XXXXXX";
+    require(mkdtemp(name.data()) != nullptr, "a folder is made");
+    setenv("HOME", name.c_str(), 1);
+    setenv("CUPS_SERVERROOT", name.c_str(), 1);
+    for (const char* variable : {"LPDEST", "PRINTER"}) unsetenv(variable);
+    fs::create_directory(name + "/.cups");
+    std::atexit([] { fs::remove_all(folder()); });
+    return fs::path(name);
+  }();
+  return only;
+}
+
+void write(const fs::path& file, std::string_view text) { std::ofstream(file, std::ios::binary) << text; }
+
+// Whether libcups may read another name of the default printer, one that no printer has: it ends a word at
+// fewer blanks there, keeps 255 bytes of it and the instance behind an empty one, and lets it hold #.
+bool mayNameNoPrinter(std::string_view input) {
+  return input.size() > 255 || input.find_first_of("\v\f\0"sv) != std::string_view::npos ||
+         input.find(" /") != std::string_view::npos || input.find("\t/") != std::string_view::npos ||
+         input.find("\\#") != std::string_view::npos;
+}
+
+std::optional<Options> ours(const Connection& connection, const std::optional<std::string>& name) {
+  try {
+    return findPrinter(connection, name).saved;
+  } catch (const Failure&) {
+    return std::nullopt;
+  }
+}
+
+Options libcupss(const cups_dest_t& destination) {
+  Options options;
+  for (const auto& [keyword, value] :
+       std::span(destination.options, static_cast<std::size_t>(destination.num_options)))
+    if (std::ranges::none_of(kSaid, [&](const char* said) { return isSameKeyword(keyword, said); }))
+      options.push_back({keyword, value});
+  return options;
+}
+
+}  // namespace
+
+void examine(std::string_view input) {
+  setenv("TANDEM_TRIM_TIMEOUT", "1", 1);
+  const auto end = input.find(kBetweenFiles);
+  write(folder() / "lpoptions", input.substr(0, end));
+  write(folder() / ".cups/lpoptions",
+        end == std::string_view::npos ? "" : input.substr(end + kBetweenFiles.size()));
+  const Connection connection(serveAnswers(std::deque<std::string>(kQuestions, std::string(kPrinter))));
+  const auto compare = [&](const std::optional<std::string>& name, const char* printer,
+                           const char* instance) {
+    const auto found = ours(connection, name);
+    const auto expected = connection.destination(printer, instance);
+    require(found.has_value() == (expected != nullptr), "both find the printer");
+    require(!found || *found == libcupss(*expected), "both read the same options");
+  };
+  compare("Morva", "Morva", nullptr);
+  compare("Morva/draft", "Morva", "draft");
+  if (!mayNameNoPrinter(input)) compare(std::nullopt, nullptr, nullptr);
+}
+
+}  // namespace tandemtrim::fuzz
