@@ -34,14 +34,14 @@ BROKEN_BUNDLES = {
     "no module": (MODULE, remove),
     "a module that is a shell script": (MODULE, write("#!/bin/sh\n")),
     "no settings": (SETTINGS, remove),
-    "settings that are no property list": (SETTINGS, write("MarginMin = 0")),
+    "settings that are not a property list": (SETTINGS, write("MarginMin = 0")),
     "settings cut off": (SETTINGS, lambda path: path.write_bytes(path.read_bytes()[:900])),
     "settings that are a list": (SETTINGS, write(PLIST.format("<array/>"))),
     "settings that are empty": (SETTINGS, write(PLIST.format("<dict/>"))),
     "settings without keywords": (SETTINGS, replace("TicketKey", "OtherKey")),
     "settings without defaults": (SETTINGS, replace("DefaultValue", "OtherValue")),
     "settings without a margin's default": (SETTINGS, replace("MarginTop", "MarginOther")),
-    "a default that is no number": (SETTINGS, replace("<integer>5</integer>", "<string>5</string>")),
+    "a default that is not a number": (SETTINGS, replace("<integer>5</integer>", "<string>5</string>")),
 }
 
 
@@ -70,7 +70,7 @@ class RefusalsTest(TerminalCase):
         path = str(self.temporary_folder() / "none.sock")
         self.refuses("-d", "Morva", SAMPLE, words=[f"no print server answers at {path};"], CUPS_SERVER=path)
 
-    def test_a_server_that_is_no_print_server_is_named(self):
+    def test_a_server_that_is_not_a_print_server_is_named(self):
         with socket.create_server(("127.0.0.1", 0)) as listener:
             server = f"127.0.0.1:{listener.getsockname()[1]}"
             self.refuses("-h", server, "-d", "Morva", SAMPLE, words=[server], TANDEM_TRIM_TIMEOUT="1")

@@ -86,7 +86,7 @@ TEST_F(PopUpTicket, SavesNothingWithoutAMenuAndStillReturnsItsValue) {
   EXPECT_EQ(ticket->restoreTicketFailSafe(), "stored");
 }
 
-TEST_F(PopUpTicket, RefusesAControlThatIsNoMenu) {
+TEST_F(PopUpTicket, RefusesAControlThatIsNotAMenu) {
   const auto ticket = makeTicket();
   RecordingTextBox box("box", log);
   ticket->registerTargetInstances({&box});

@@ -88,7 +88,7 @@ TEST_P(ManagerWithFaultySettingInfo, RaisesForADefaultOfTheWrongKind) {
   expectRaisesWithNothingStored();
 }
 
-TEST_P(ManagerWithFaultySettingInfo, RaisesForAKeyThatIsNoText) {
+TEST_P(ManagerWithFaultySettingInfo, RaisesForAKeyThatIsNotAText) {
   scene.settingInfo["TicketKey." + setting.subKey] = "<integer>5</integer>";
   expectRaisesWithNothingStored();
 }

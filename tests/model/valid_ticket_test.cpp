@@ -75,7 +75,7 @@ TEST_F(ValidTicket, ResetsAsPlainText) {
   EXPECT_THAT(log, ElementsAre("first text=fallback"));
 }
 
-TEST_F(ValidTicket, RefusesAControlThatIsNoCheckBox) {
+TEST_F(ValidTicket, RefusesAControlThatIsNotACheckBox) {
   const auto ticket = makeTicket();
   RecordingTextBox box("box", log);
   ticket->registerTargetInstances({&box});

@@ -16,7 +16,7 @@ constexpr auto kInfinity = std::numeric_limits<double>::infinity();
 
 Object::Value integer(std::int64_t value) { return value; }
 
-std::vector<Object::Value> valuesThatAreNoNumber() { return {Array{}, Dictionary{}, Data{}, Date{5}}; }
+std::vector<Object::Value> valuesThatAreNotNumbers() { return {Array{}, Dictionary{}, Data{}, Date{5}}; }
 
 TEST(Object, KeepsTheKindThatItWasMadeWith) {
   EXPECT_EQ(*makeObject(integer(5))->as<std::int64_t>(), 5);
@@ -57,7 +57,7 @@ TEST(Object, ReturnsTheLeadingIntegerOfAString) {
 }
 
 TEST(Object, HasNoIntegerValueUnlessItIsANumberOrAString) {
-  for (const auto& value : valuesThatAreNoNumber()) {
+  for (const auto& value : valuesThatAreNotNumbers()) {
     EXPECT_THROW((void)makeObject(value)->integerValue(), std::invalid_argument);
   }
 }
@@ -73,7 +73,7 @@ TEST(Object, ReturnsANumbersDecimalText) {
 
 TEST(Object, HasNoDecimalTextUnlessItIsANumber) {
   EXPECT_THROW((void)makeObject("12")->stringValue(), std::invalid_argument);
-  for (const auto& value : valuesThatAreNoNumber()) {
+  for (const auto& value : valuesThatAreNotNumbers()) {
     EXPECT_THROW((void)makeObject(value)->stringValue(), std::invalid_argument);
   }
 }

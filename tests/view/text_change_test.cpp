@@ -73,7 +73,7 @@ TEST_F(TextChange, PassesOnTheBoundsObject) {
                                "stepperMarginTop text=2.5"));
 }
 
-TEST_F(TextChange, OnlyCorrectsABoxThatIsNoMarginBox) {
+TEST_F(TextChange, OnlyCorrectsABoxThatIsNotAMarginBox) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   for (const char* identifier : {"", "top", "Valid", "MarginTop"}) {
     RecordingTextBox box("other", log);
@@ -86,7 +86,7 @@ TEST_F(TextChange, OnlyCorrectsABoxThatIsNoMarginBox) {
   }
 }
 
-TEST_F(TextChange, DoesNothingForNullOrAnObjectThatIsNoTextBox) {
+TEST_F(TextChange, DoesNothingForNullOrAnObjectThatIsNotATextBox) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   forget();
   const std::initializer_list<platform::NibObject*> objects{nullptr, &nib.tandemTrimView,

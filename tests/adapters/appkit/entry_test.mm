@@ -184,7 +184,7 @@ TEST_F(MarginEntryInAHost, ContinuesFromTheSteppersValue) {
   EXPECT_EQ([stepper(@"Top") intValue], 3);
 }
 
-TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNoMarginWithoutChangingOne) {
+TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNotAMarginWithoutChangingOne) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   NSTextField* other = [[[NSClassFromString(@"MorvaTTTextBoxKV2") alloc] init] autorelease];
   [other setValue:@3 forKey:@"min"];

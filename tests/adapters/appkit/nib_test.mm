@@ -59,7 +59,7 @@ TEST_P(DamagedNib, LeavesAPanelWithoutAViewAndTheJobUnchanged) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, DamagedNib,
-                         testing::Values(Damage{"IsNoXml", "<?xml", "no xml", "NSInvalidArgumentException"},
+                         testing::Values(Damage{"IsNotXml", "<?xml", "no xml", "NSInvalidArgumentException"},
                                          Damage{"LacksAnOutlet", "<outlet property=\"labelMarginLimitRight\"",
                                                 "<outlet property=\"other\"", "NSInvalidArgumentException"},
                                          Damage{"HasAForeignControl", "customClass=\"MorvaTTStepperKV2\"", "",

@@ -15,13 +15,13 @@ TEST_F(DamagedResources, AreIntactAtFirstInASeparateBundle) {
   EXPECT_NE([plugin bundle], first);
 }
 
-TEST_F(DamagedResources, WithoutASettingInfoGiveNoPanel) {
+TEST_F(DamagedResources, WithoutASettingInfoMakeNoPanel) {
   remove(kSettingInfo);
   EXPECT_EQ(panels(), nil);
   EXPECT_EQ([[host settings] count], 0U);
 }
 
-TEST_F(DamagedResources, WithASettingInfoThatIsNoDictionaryGiveNoPanel) {
+TEST_F(DamagedResources, WithASettingInfoThatIsNotADictionaryMakeNoPanel) {
   for (const char* content :
        {"", "<plist", "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>ID</key>",
         "\xFF\xFE\x00garbage",
@@ -44,7 +44,7 @@ TEST_F(DamagedResources, WithoutADefaultOrAKeyRaiseTheToolkitsInvalidArgument) {
   EXPECT_EQ([[host settings] count], 0U);
 }
 
-TEST_F(DamagedResources, WithAMarginDefaultThatIsNoNumberRaiseTheToolkitsInvalidArgument) {
+TEST_F(DamagedResources, WithAMarginDefaultThatIsNotANumberRaiseTheToolkitsInvalidArgument) {
   change(@"DefaultValue", @"MarginTop", @[ @5 ]);
   EXPECT_EQ(exceptionOf([&] { (void)panels(); }), "NSInvalidArgumentException");
 }

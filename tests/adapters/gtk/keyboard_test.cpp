@@ -274,7 +274,7 @@ TEST(Menu, HasACheckMarkAtItsChoiceOnly) {
   }
 }
 
-TEST(Menu, OpensWithNothingChosenWhereTheStoredValueIsNoItem) {
+TEST(Menu, OpensWithNothingChosenWhereTheStoredValueIsNotAnItem) {
   ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVPrintPosition", "elsewhere"}}});
   EXPECT_EQ(choice(shown), "");
   shown.user().focus(shown.widget("positionPopUp"));

@@ -184,7 +184,7 @@ TEST_F(BundleTest, FollowsALinkToAFileAndIgnoresOneThatLeadsNowhere) {
   EXPECT_EQ(bundle->pathForResource("loop", "txt"), std::nullopt);
 }
 
-TEST_F(BundleTest, NamesATableThatIsNoFileAndShowsItsKeys) {
+TEST_F(BundleTest, NamesATableThatIsNotAFileAndShowsItsKeys) {
   const auto pipe = at("Resources/fr.lproj/Localizable.strings");
   fs::remove(pipe);
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -215,7 +215,7 @@ TEST_F(BundleTest, ShowsTheAlphabeticallyFirstLanguageWhenTheDevelopmentRegionHa
   EXPECT_EQ(open({"tr"})->localization(), "ar");
 }
 
-TEST_F(BundleTest, IgnoresFilesThatAreNoLocalizationOrStringTable) {
+TEST_F(BundleTest, IgnoresFilesThatAreNeitherLocalizationsNorStringTables) {
   resource("ja");
   resource("ja.txt");
   resource("ja.nib/Localizable.strings", "Top = Nib;");

@@ -66,7 +66,7 @@ TEST_F(APpd, ThatIsMalformedIsRefusedWithItsLine) {
   EXPECT_THAT(failure.what(), AllOf(HasSubstr("test.ppd"), HasSubstr("line 4")));
 }
 
-TEST_F(APpd, ThatIsNoPpdIsRefusedWithItsLine) {
+TEST_F(APpd, ThatIsNotAPpdIsRefusedWithItsLine) {
   EXPECT_THAT(failureOf([&] { open("hello\n"); }).what(), HasSubstr("line 1"));
 }
 

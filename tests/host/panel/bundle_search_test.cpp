@@ -92,7 +92,7 @@ TEST(ABundle, IsNotSearchedForInTheWorkingFolder) {
   std::filesystem::current_path(before);
 }
 
-TEST(AFolderWithoutInfoPlist, IsNoBundle) {
+TEST(AFolderWithoutInfoPlist, IsNotABundle) {
   const test::TemporaryFolder folder;
   folder.write("Empty.bundle/Contents/Resources/file", "x");
   EXPECT_FALSE(isBundle(folder.path() / "Empty.bundle"));
@@ -115,7 +115,7 @@ TEST(ThePanelsKeywords, AreThoseOfTheBundlesThatCanBeRead) {
               testing::ElementsAre("FakeOn", "FakePosition", "FakeTop"));
 }
 
-TEST(APluginThatIsNoFolder, IsReported) {
+TEST(APluginThatIsNotAFolder, IsReported) {
   const auto failure = failureOf([] { findBundle("/nowhere", {"TandemTrim.bundle"}); });
   EXPECT_THAT(failure.what(), testing::HasSubstr("/nowhere"));
 }

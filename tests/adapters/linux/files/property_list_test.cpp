@@ -220,7 +220,7 @@ TEST(PropertyList, LacksADictionaryWhoseKeysAndValuesDoNotAlternate) {
   }
 }
 
-TEST(PropertyList, LacksAKeyThatIsNoText) {
+TEST(PropertyList, LacksAKeyThatIsNotAText) {
   for (const char* key : {"&#xD800;", "\xE4", "&unknown;", "<string/>"}) {
     const auto dictionary = read(
         list("<dict><key>" + std::string(key) + "</key><string/><key>good</key><string>v</string></dict>"));
