@@ -269,8 +269,8 @@ class DialogCase(TerminalCase):
         """The toolkit's translation of a text."""
         return gettext.translation("gtk40", "/usr/share/locale", [language], fallback=True).gettext(text)
 
-    def memories(self, state):
-        """The file that keeps a dialog's settings for the next one for Morva."""
+    def remembered_file(self, state):
+        """The file with the settings that the next dialog for Morva starts with."""
         host, port = self.cups.address
         return state / f"tandem-trim/Morva@{host}:{port}.conf"
 

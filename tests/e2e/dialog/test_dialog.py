@@ -164,15 +164,15 @@ class DialogTest(DialogCase):
 
     def test_a_damaged_file_of_the_last_jobs_settings_is_renamed_and_reported(self):
         state = self.temporary_folder()
-        memories = self.memories(state)
-        memories.parent.mkdir()
-        memories.write_bytes(b"[Tandem Trim\nMVTopMargin")
+        remembered = self.remembered_file(state)
+        remembered.parent.mkdir()
+        remembered.write_bytes(b"[Tandem Trim\nMVTopMargin")
         dialog = self.panel(XDG_STATE_HOME=str(state))
         self.assertEqual(dialog.text("Top Margin"), "5")
         dialog.press("Cancel")
         _, _, said = dialog.ends()
-        self.assertIn(memories.name, said)
-        self.assertTrue(memories.with_name(memories.name + ".damaged").exists())
+        self.assertIn(remembered.name, said)
+        self.assertTrue(remembered.with_name(remembered.name + ".damaged").exists())
 
     def test_settings_can_be_saved_for_all_jobs(self):
         dialog = self.live_panel()

@@ -5,7 +5,7 @@ import unittest
 from dialog_case import DialogCase, until
 from terminal_case import DEFAULTS, MARGINS, SMALLER, VALID, of_panel
 
-MEMORIES_OF_OTHER = ("-o", f"{VALID}=On", "-o", f"{MARGINS['Top']}=3", "-o", "number-up=4", "-o", "OutputOrder=Reverse", "-o", "PageSize=A3")
+OPTIONS_OF_OTHER = ("-o", f"{VALID}=On", "-o", f"{MARGINS['Top']}=3", "-o", "number-up=4", "-o", "OutputOrder=Reverse", "-o", "PageSize=A3")
 
 
 class DialogKeptTest(DialogCase):
@@ -43,7 +43,7 @@ class DialogKeptTest(DialogCase):
 
     def test_choosing_a_printer_restores_the_settings_of_its_own_last_job(self):
         self.add_other(SMALLER)
-        self.prints_on("Other", *MEMORIES_OF_OTHER)
+        self.prints_on("Other", *OPTIONS_OF_OTHER)
         self.prints_on("Morva", "-o", f"{MARGINS['Top']}=12")
         dialog = self.dialog("-d", "Morva", **self.state)
         self.see_limit(dialog, 20)
@@ -109,7 +109,7 @@ class DialogKeptTest(DialogCase):
 
     def test_options_of_the_command_line_apply_to_every_printer(self):
         self.add_other(SMALLER)
-        self.prints_on("Other", *MEMORIES_OF_OTHER)
+        self.prints_on("Other", *OPTIONS_OF_OTHER)
         asked = ("-o", f"{MARGINS['Top']}=5", "-o", "number-up=2", "-o", "OutputOrder=Normal", "-o", "PageSize=A5")
         dialog = self.dialog("-d", "Morva", *asked, **self.state)
         self.see_limit(dialog, 20)

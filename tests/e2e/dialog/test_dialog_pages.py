@@ -253,9 +253,9 @@ class DialogPagesTest(DialogCase):
         self.assertEqual(
             self.sent(dialog), {"page-ranges": "2", "PageSize": "A3", "orientation-requested": "4"}
         )
-        memories = self.memories(state)
-        self.assertEqual(stat.S_IMODE(memories.stat().st_mode), 0o600)
-        self.assertEqual(stat.S_IMODE(memories.parent.stat().st_mode), 0o700)
+        remembered = self.remembered_file(state)
+        self.assertEqual(stat.S_IMODE(remembered.stat().st_mode), 0o600)
+        self.assertEqual(stat.S_IMODE(remembered.parent.stat().st_mode), 0o700)
         dialog = self.shown(XDG_STATE_HOME=str(state))
         self.assertEqual(self.sent(dialog), {"PageSize": "A3", "orientation-requested": "4"})
 

@@ -38,7 +38,7 @@ FAILURES = {
 
 
 class FailuresTest(PortalCase):
-    def failing(self, spoil, words):
+    def failing(self, cause, words):
         """Sets the panel to CHANGED, prints with a failure, and closes its message. Returns the dialog and the pending call."""
         call = self.client.prepare()
         dialog = self.shown()
@@ -46,7 +46,7 @@ class FailuresTest(PortalCase):
         dialog.press("Print")
         _, _, token = self.results_of(call)
         until(dialog.is_gone, "the dialog to go")
-        spoil(self.cups)
+        cause(self.cups)
         call = self.client.print(token=token)
         dialog = Shown(self.process, "Print")
         dialog.says(words)
@@ -56,11 +56,11 @@ class FailuresTest(PortalCase):
         return dialog, call
 
     def test_a_document_that_failed_can_be_printed_again_with_its_settings(self):
-        for name, (spoil, words, mend) in FAILURES.items():
+        for name, (cause, words, undo) in FAILURES.items():
             with self.subTest(name):
                 self.start()
-                dialog, call = self.failing(spoil, words)
-                mend(self.cups)
+                dialog, call = self.failing(cause, words)
+                undo(self.cups)
                 dialog.wait_for_tab("Tandem Trim")
                 for side, keyword in MARGINS.items():
                     self.assertEqual(dialog.text(f"{side} Margin"), CHANGED[keyword])
@@ -77,10 +77,10 @@ class FailuresTest(PortalCase):
         self.run_command("lpoptions", "-d", "Morva")
 
     def test_a_document_that_failed_can_be_saved_as_a_file(self):
-        for name, (spoil, words, mend) in FAILURES.items():
+        for name, (cause, words, undo) in FAILURES.items():
             with self.subTest(name):
                 self.start()
-                dialog, call = self.failing(spoil, words)
+                dialog, call = self.failing(cause, words)
                 dialog.page("General")
                 dialog.select_printer(FILE)
                 until(lambda: not dialog.has_tab("Tandem Trim"), "the panel to go")
@@ -89,7 +89,7 @@ class FailuresTest(PortalCase):
                 (saved,) = pathlib.Path(self.cups.environment()["HOME"]).rglob("*.pdf")
                 self.assertEqual(digest(saved), digest(SAMPLE))
                 self.end_backend()
-                mend(self.cups)
+                undo(self.cups)
                 self.assert_nothing_was_sent()
                 self.forget()
 

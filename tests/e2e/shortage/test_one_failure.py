@@ -26,7 +26,7 @@ PATIENCE_WITH_JOBS = 8  # seconds until a job counts as left behind
 PARTLY = re.compile("is incomplete: |lost: |could not be cancelled|was cancelled")
 NO_PANEL = "no panel: "  # in the list of printers, before the reason
 UNKNOWN = re.compile("may (still be printed|wait there)")  # the messages about a job that may be left behind
-LIES = re.compile("nothing was (printed|sent)")
+NOT_PRINTED = re.compile("nothing was (printed|sent)")
 OF_LANGUAGE = re.compile(r"/(libone_failure|libc|libm|libstdc\+\+|libgcc_s|ld-linux[-\w]*)\.so")
 MOST_LOG = 20_000  # characters of the server's log in a failure's message
 NUMBER = re.compile(r"(Morva-|job )\d+")
@@ -53,19 +53,19 @@ ERRORS = {
 LIMITS = "*MVMaxTandemTrimMarginTop:"
 FILLING = "*% A line of a long file.\n" * 4000
 SAVED = f"Dest Morva {MARGINS['Left']}=9\nDest Other media=a5\n"
-WISHES = each("--set", ["Valid=On", "Top=18"])
+PANEL_SETTINGS = each("--set", ["Valid=On", "Top=18"])
 PRESET = ("-d", "Morva", "--preset", "Kept")
 # Name of a use -> the program's arguments.
 USES = {
     "print": ("-d", "Morva", *each("--set", ACTS_THAT_CHANGE[:-2]), SAMPLE),
     "print by a preset": (*PRESET, SAMPLE),
-    "save as default": ("-d", "Morva", *WISHES, "--save-as-default"),
+    "save as default": ("-d", "Morva", *PANEL_SETTINGS, "--save-as-default"),
     "reset defaults": ("-d", "Morva", "--reset-defaults"),
     "summary": ("-d", "Morva", "--summary"),
     "json": (*PRESET, "--json"),
     "list": ("--list",),
-    "save a preset": ("-d", "Morva", *WISHES, "--save-preset", "New"),
-    "save another under its name": ("-d", "Morva", *WISHES, "--save-preset", "Kept"),
+    "save a preset": ("-d", "Morva", *PANEL_SETTINGS, "--save-preset", "New"),
+    "save another under its name": ("-d", "Morva", *PANEL_SETTINGS, "--save-preset", "Kept"),
     "delete a preset": ("-d", "Morva", "--delete-preset", "Kept"),
     "list presets": ("-d", "Morva", "--list-presets"),
 }
@@ -243,7 +243,7 @@ class OneFailureTest(TerminalCase):
             return "it does not say why it fails"
         if outcome.files not in (self.kept, expected.files):
             return "the files are neither the old ones nor the new"
-        if outcome.printed and LIES.search(outcome.complained):
+        if outcome.printed and NOT_PRINTED.search(outcome.complained):
             return "it reports a printed job as not printed"
         if outcome.printed and outcome.printed != expected.printed and not PARTLY.search(outcome.complained):
             return "it printed something else"

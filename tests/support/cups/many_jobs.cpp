@@ -46,7 +46,7 @@ std::string anyValue(Random& random, const Setting& setting, int beyond) {
 }
 
 // A random command line: some settings as options, some as entries in the panel.
-CommandLine anyWishes(Random& random) {
+CommandLine anyCommandLine(Random& random) {
   CommandLine line;
   for (const auto& setting : kSettings) {
     if (below(random, 2) == 0) line.options.push_back({setting.keyword, anyValue(random, setting, 0)});
@@ -81,7 +81,7 @@ void plan(std::uint64_t seed, std::uint64_t count, std::span<char* const> printe
   for (std::uint64_t number = 0; number < count; ++number) {
     Random random(seed + number);
     const auto queue = number % printers.size();
-    const auto line = anyWishes(random);
+    const auto line = anyCommandLine(random);
     const auto settled =
         settleSettings(line, printers[queue], ppds[queue].get(), {}, line.options, [](const auto&) {});
     Json json{{"title", std::to_string(number)}, {"printer", printers[queue]}, {"arguments", wordsOf(line)}};
