@@ -210,6 +210,26 @@ class HostileServerTest(TerminalCase):
                 self.assertEqual(result.returncode, 1)
                 self.assertRegex(result.stderr, rf"the print server at {server.address} (did not answer within 1 s|broke the connection)")
 
+    def test_a_server_that_falls_silent_in_the_middle_of_an_answer_is_named(self):
+        answers = {
+            fake_server.PPD: fake_server.answer(PPD.read_bytes()),
+            ipp.GET_PRINTER: fake_server.described(ipp.PRINTER_GROUP, fake_server.PRINTER),
+            ipp.CREATE_JOB: fake_server.described(ipp.JOB_GROUP, JOB),
+            ipp.GET_JOB: fake_server.described(ipp.JOB_GROUP, JOB),
+        }
+        for what, content in answers.items():
+            with self.subTest(what):
+
+                def half(content=content):
+                    yield content[: len(content) // 2]
+                    server.ended.wait()
+
+                with FakeServer(PPD.read_bytes(), {what: half}) as server:
+                    result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
+                self.assertEqual(result.returncode, 1)
+                self.assertRegex(result.stdout, f"^{REQUEST}$" if what == ipp.GET_JOB else "^$")
+                self.assertIn(f"the print server at {server.address} did not answer within 1 s", result.stderr)
+
     def test_an_endless_start_of_encryption_is_not_waited_for(self):
         for encryption, is_silent in itertools.product(("Always", "Required"), (True, False)):
             with self.subTest(encryption=encryption, is_silent=is_silent), TlsWithoutEnd(is_silent) as server:
