@@ -47,7 +47,8 @@ class Row:
     peer: float | None
     goal: float
     reach: float | None = None
-    # Those of the pairs' shares or differences, if measured in pairs: a goal is missed if three quarters of the pairs miss it.
+    # The lower and the upper one of the pairs' shares or differences, if measured in pairs. A goal is missed if three quarters of the pairs
+    # miss it.
     quartiles: tuple[float, float] | None = None
     # The limit instead of a goal that is known to be missed; docs/performance.md says why. The run fails only beyond it.
     known: float | None = None

@@ -45,7 +45,7 @@ class User {
     panel_->willShow();
   }
 
-  // Sets the panel as a new job has it.
+  // Sets the panel for a new job.
   void begin() {
     job_->settings.PMPrintSettingsSetValue("MVTandemTrim", "On", false);
     for (const auto& margin : kMargins) {

@@ -21,7 +21,7 @@ inline constexpr std::array kTicketNames{
     TTPTMNameValid,        TTPTMNameDirection,  TTPTMNamePosition,    TTPTMNameMarginTop,
     TTPTMNameMarginBottom, TTPTMNameMarginLeft, TTPTMNameMarginRight,
 };
-static_assert(kTicketNames.size() == kSettings.size(), "a setting has its ticket name here");
+static_assert(kTicketNames.size() == kSettings.size(), "each setting needs its ticket name");
 
 /// Names of the fields of a ticket construction entry. No code here reads them.
 inline constexpr std::string_view TTPTMKeyInstancePointer = "InstancePointer";

@@ -31,7 +31,7 @@ constexpr auto kChoices = std::to_array<Choice>({
 // In the order of the sides.
 constexpr std::array kEdges{PanelSetting::Edge::top, PanelSetting::Edge::bottom, PanelSetting::Edge::left,
                             PanelSetting::Edge::right};
-static_assert(kEdges.size() == kSides, "a margin has its edge here");
+static_assert(kEdges.size() == kSides, "each margin needs its edge");
 
 }  // namespace
 

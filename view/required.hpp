@@ -4,7 +4,7 @@
 
 namespace tandemtrim {
 
-/// Returns the outlet's control; raises std::invalid_argument if the nib connected none.
+/// Returns the outlet's control; raises std::invalid_argument if the nib did not connect it.
 template <class Control>
 Control* required(Control* outlet) {
   if (outlet == nullptr) throw std::invalid_argument("the nib of the panel lacks a control");

@@ -37,7 +37,7 @@ inline constexpr std::array kTitleKeys{
     TTVCLabelNameValid,        TTVCLabelNameImageDirection, TTVCLabelNamePosition,    TTVCLabelNameMarginTop,
     TTVCLabelNameMarginBottom, TTVCLabelNameMarginLeft,     TTVCLabelNameMarginRight,
 };
-static_assert(kTitleKeys.size() == kSettings.size(), "a setting has the key of its title here");
+static_assert(kTitleKeys.size() == kSettings.size(), "each setting needs the key of its title");
 
 /// The items of each menu, in their order.
 inline constexpr std::array kDirectionNames{TTVCPopUpNameDirectionLEF, TTVCPopUpNameDirectionSEF};
@@ -57,7 +57,7 @@ inline constexpr auto kMarginOutlets = std::to_array<MarginOutlets>({
     {"labelMarginLeft", "labelMarginLimitLeft", "textBoxMarginLeft", "stepperMarginLeft"},
     {"labelMarginRight", "labelMarginLimitRight", "textBoxMarginRight", "stepperMarginRight"},
 });
-static_assert(kMarginOutlets.size() == kSides, "a Side has its outlets here, and every margin is a Side");
+static_assert(kMarginOutlets.size() == kSides, "each side needs its outlets");
 
 /// Names of the fields of a menu's and of a margin's set-up entry. No code here reads them.
 inline constexpr std::string_view TTVCKeyInstance = "instance";

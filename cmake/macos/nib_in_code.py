@@ -166,7 +166,7 @@ def main():
     try:
         writer.write()
     except KeyError as unknown:
-        sys.exit(f"{file}: {unknown} has no code here; it belongs into {sys.argv[0]}")
+        sys.exit(f"{file}: {unknown} has no code; add it to {sys.argv[0]}")
     print(PROLOGUE.format(file=file.name, program=pathlib.Path(__file__).name, name=json.dumps(file.stem)) + "\n".join(writer.lines) + "\n" + EPILOGUE, end="")
 
 

@@ -15,7 +15,7 @@ cmake --preset macos
 cmake --build --preset macos
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-# The installer copies the folders' modes; mktemp's own would shut everybody out.
+# The installer copies the folders' modes; mktemp's folder is open to its owner only.
 umask 022
 root=$scratch/root
 mkdir "$root"

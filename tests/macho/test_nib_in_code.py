@@ -58,7 +58,7 @@ class TheNibInCode(unittest.TestCase):
             with self.subTest(what):
                 done = made_of(XIB.read_text().replace(known, unknown, 1))
                 self.assertEqual(done.returncode, 1)
-                self.assertRegex(done.stderr, r"^\S+/TandemTrim[.]xib: '[\w-]+' has no code here; it belongs into \S+\n$")
+                self.assertRegex(done.stderr, r"^\S+/TandemTrim[.]xib: '[\w-]+' has no code; add it to \S+\n$")
 
 
 if __name__ == "__main__":

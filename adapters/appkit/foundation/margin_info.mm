@@ -43,7 +43,7 @@ platform::ObjectRef copyOf(id entry) { return appkit::objectOf([[entry copy] aut
 - (void)setObject:(id)entry forKey:(id)name {
   if (entry == nil || ![name isKindOfClass:[NSString class]])
     [NSException raise:NSInvalidArgumentException
-                format:@"margin information is set by name, and to something"];
+                format:@"margin information needs a string as its key, and an entry"];
   appkit::guarded([&] { core_->insert_or_assign(appkit::textOf(name), copyOf(entry)); });
 }
 

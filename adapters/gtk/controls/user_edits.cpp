@@ -79,7 +79,7 @@ bool UserEdits::setText(const Glib::ustring& text) {
   const bool allSelected = entry_.get_selection_bounds(start, end) && end - start == length;
 
   ++programmatic_;
-  // Of the ways to replace a text only this one notifies a screen reader, and of one change.
+  // Only this way to replace a text notifies screen readers, and of a single change.
   g_object_set(text_, "text", text.c_str(), nullptr);
   --programmatic_;
   if (allSelected) {

@@ -6,12 +6,12 @@ static NSString* const kToLookAt =
     @"Tandem Trim: what to look at in the print dialog\n\n"
      "1. Choose the printer TandemTrimTrial. The pane Tandem Trim is among the others.\n"
      "2. Every text can be read, in light and in dark mode, and nothing is cut off.\n"
-     "3. Switched off, all is grey but the check box; switched on, all is live.\n"
+     "3. Switched off, everything but the check box is grey; switched on, nothing is grey.\n"
      "4. Type 1a2 into Top: 12 stays. Type 99: the largest margin stays. Delete all: 0 stays.\n"
      "5. Click each stepper: its box follows.\n"
      "6. Tab goes from top to bottom; VoiceOver names every control.\n"
      "7. The summary lists what is set.\n"
-     "8. Set Top to 12 and print. The report then says whether the job holds it.\n";
+     "8. Set Top to 12 and print. The report then says whether the job has it.\n";
 
 @interface TrialPage : NSView
 @end

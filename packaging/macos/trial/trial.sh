@@ -41,7 +41,7 @@ check() {
   return $status
 }
 stop() {
-  note "See $report; \`make mac-clean\` takes away what was installed."
+  note "See $report; \`make mac-clean\` removes what was installed."
   exit 1
 }
 # needs TOOL REMEDY COMMAND ...: notes whether the command finds the tool, and the remedy if it does not.
@@ -95,4 +95,4 @@ note "The dialog opens, maybe behind this window: the page to be printed says wh
 check 'a job is sent from the print dialog' "$build/print_page" && check 'the job holds the options of the panel' job_options "$before"
 check 'the console is read' console_lines
 [ $failed = 0 ] || stop
-note "All is done: $report. Please send it, with what you saw of the page's points."
+note "All is done. Please send $report, with what you saw at each point of the page."
