@@ -1,5 +1,5 @@
-// The system's file of saved options and, behind "|||", the user's. For a printer, an instance of it and the
-// default printer they hold what libcups's own reading finds there.
+// The input is the system's file of saved options and, after "|||", the user's. The program reads from them
+// the same options as libcups, for a printer, for an instance of it and for the default printer.
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -19,8 +19,8 @@ using namespace host;
 using namespace std::string_view_literals;
 
 constexpr std::string_view kBetweenFiles = "|||";
-// What the server says of its only printer, behind the number of the status: its name, and the attributes
-// that begin every answer.
+// The server's answer about its only printer, after the number of the status: the attributes that begin every
+// answer, and the printer's name.
 constexpr std::string_view kPrinter =
     "\0\1"
     "\x47\0\x12"
@@ -50,8 +50,8 @@ const fs::path& folder() {
 
 void write(const fs::path& file, std::string_view text) { std::ofstream(file, std::ios::binary) << text; }
 
-// Whether libcups may read another name of the default printer, one that no printer has: it ends a word at
-// fewer blanks there, keeps 255 bytes of it and the instance behind an empty one, and lets it hold #.
+// Whether libcups may read another name for the default printer, one that no printer has: in that name it
+// knows fewer kinds of blanks, keeps only 255 bytes, accepts an instance after an empty name, and allows #.
 bool mayNameNoPrinter(std::string_view input) {
   return input.size() > 255 || input.find_first_of("\v\f\0"sv) != std::string_view::npos ||
          input.find(" /") != std::string_view::npos || input.find("\t/") != std::string_view::npos ||

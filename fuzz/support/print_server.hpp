@@ -5,8 +5,9 @@
 
 namespace tandemtrim::fuzz {
 
-/// Has the one print server of this process, at the place that it gives, answer the next requests so, in
-/// their order. Each answer begins with the number of its status, among a few; no answer follows the last.
+/// Makes the print server of this process give these answers to the next requests, in their order, and
+/// returns its address. An answer's first byte selects one of a few statuses. After the last answer the
+/// server closes its connections.
 std::string serveAnswers(std::deque<std::string> answers);
 
 }  // namespace tandemtrim::fuzz
