@@ -14,12 +14,13 @@ tests_of_core = conformance/conformance_memory_test model/tandemtrim_model_test 
   plugin/tandemtrim_memory_shortage_test plugin/tandemtrim_plugin_test sequences/tandemtrim_sequences_test \
   view/tandemtrim_margin_entry_test view/tandemtrim_view_test
 # A tidy.cpp includes all sources of a folder; see cmake/tidy.cmake.
-checked_by_tidy = build/release/host/dialog/tidy.cpp build/release/adapters/gtk/tidy.cpp build/release/host/tidy.cpp build/release/host/portal/tidy.cpp build/release/host/preview/tidy.cpp build/release/host/notifier/tidy.cpp \
+checked_by_tidy = $(patsubst %,build/release/%/tidy.cpp,adapters/gtk host host/dialog host/notifier host/portal host/preview) \
   $(filter-out adapters/gtk/%,$(shell git ls-files 'adapters/*.cpp' 'model/*.cpp' 'platform/*.cpp' 'plugin/*.cpp' 'view/*.cpp'))
 # A macro's argument that is the name of a method cannot be in parentheses.
 not_of_methods = -bugprone-macro-parentheses
 
-.PHONY: run pictures test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants mutants-all macho macho-package mac mac-clean
+.PHONY: run pictures test check fresh package package-trial sanitize soak race memcheck coverage lint format install mcdc fuzz bench mutants \
+  mutants-all macho macho-package mac mac-clean
 
 run: ## print a sample document on a private print server and show what the printer's filter received
 	$(install_dependencies) run

@@ -45,7 +45,9 @@ def main():
     if mode in OF_BACKENDS:
         for command in commands:
             have_the_bus_start(*command)
-        subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig"], stdout=subprocess.DEVNULL, check=True)
+        bus = "org.freedesktop.DBus"
+        reload = ["dbus-send", "--session", "--print-reply", f"--dest={bus}", "/org/freedesktop/DBus", f"{bus}.ReloadConfig"]
+        subprocess.run(reload, stdout=subprocess.DEVNULL, check=True)
     table = [[figures(screen, mode, command) for command in commands] for _ in range(int(rounds) + 1)]
     # Without the first round, which reads the files from the disk.
     print(json.dumps(table[1:]))
