@@ -33,14 +33,12 @@ class OneConnectionTest(OneProcess, TerminalCase):
 class DialogsTest(OneProcess, TerminalCase):
     jobs = 200
     broken_jobs = 40
-    one_in = 4
     command = (DIALOGS, SAMPLE, str(SEVERAL))
 
 
 class TerminalProgramTest(ManyJobs, TerminalCase):
     jobs = 60
     broken_jobs = 20
-    one_in = 4
 
     def sends(self, jobs, environment):
         def prints(job):

@@ -16,7 +16,6 @@ PAGES_PER_SIDE = ("2", "4", "6", "9", "16")
 class ManyPrintsTest(ManyJobs, PortalCase):
     jobs = 8
     broken_jobs = 8
-    one_in = 4
 
     def planned(self, count):
         """All jobs of a printer have the panel's options of its first job, which the user has saved; pages per side differ."""
