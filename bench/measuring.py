@@ -11,7 +11,17 @@ import time
 
 PROJECT = pathlib.Path(__file__).resolve().parents[1]
 ON_OWN_SCREEN = PROJECT / "tests/support/on_own_screen.py"
+MICROSECONDS = 1_000_000
 PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
+
+
+@dataclasses.dataclass
+class Usage:
+    """What a program has taken: seconds by the clock and of the processor, and kilobytes of memory at most."""
+
+    seconds: float
+    processor: float
+    peak: int
 
 
 @dataclasses.dataclass
@@ -28,10 +38,17 @@ class Bench:
     def program(self, name):
         return self.build / "bench" / name
 
+    @property
+    def program_itself(self):
+        return self.build / "host/tandem-trim"
+
+    def around(self):
+        """Nothing of the user's own but a language, which the bundle has; every symbol is bound before the program starts."""
+        return {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LANGUAGE": "en", "LD_BIND_NOW": "1"} | self.variables
+
     def run(self, command, screen=False, **variables):
         """The standard output of a command that must succeed."""
-        # Nothing of the user's environment, and a language that the bundle has; every symbol is bound before the program starts.
-        around = {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LANGUAGE": "en", "LD_BIND_NOW": "1"} | self.variables | variables
+        around = self.around() | variables
         if screen:
             # on_own_screen.py sets the home folder.
             given = (f"{name}={value}" for name, value in around.items() if name not in ("HOME", "TMPDIR", "LANGUAGE"))
@@ -47,11 +64,19 @@ class Bench:
         answer = self.run([PROJECT / "bench/felt/measure.py", self.program("screen"), mode, str(rounds), *words], screen=True, LD_BIND_NOW="")
         return json.loads(next(line for line in answer.splitlines() if line.startswith("[[")))
 
-    def duration(self, *command):
-        """The seconds that a program takes from its start to its end, with its symbols bound as when a user starts it."""
-        start = time.perf_counter()
-        self.run(command, LD_BIND_NOW="")
-        return time.perf_counter() - start
+    def usage(self, *command):
+        """What a program takes from its start to its end, its symbols bound as they are where people start it."""
+        with tempfile.TemporaryFile() as said:
+            start = time.perf_counter()
+            around = self.around() | {"LD_BIND_NOW": ""}
+            process = subprocess.Popen(list(map(str, command)), env=around, stdin=subprocess.DEVNULL, stdout=said, stderr=said)
+            _, status, used = os.wait4(process.pid, 0)
+            seconds = time.perf_counter() - start
+            process.returncode = os.waitstatus_to_exitcode(status)
+            if process.returncode != 0:
+                said.seek(0)
+                raise RuntimeError(f"{' '.join(map(str, command))} failed:\n{said.read().decode()}")
+        return Usage(seconds, used.ru_utime + used.ru_stime, used.ru_maxrss)
 
     def callgrind(self, command, options, **how):
         """The instructions of each part of the run that was dumped, as (reason of the dump, count)."""

@@ -2,7 +2,6 @@
 """Measures speed and memory beside a peer or floor of the same run, and fails if a goal is missed: make bench."""
 
 import argparse
-import dataclasses
 import json
 import os
 import pathlib
@@ -15,78 +14,16 @@ from measuring import PROJECT, Bench
 
 sys.path[:0] = [str(PROJECT / "tests/support/cups"), str(PROJECT / "tests/support")]
 
+from jobs import FEW_PAIRS, PAIRS, far_rows, job_rows, large_rows, many_rows, summary_rows
 from private_cups import PrivateCups
+from row import Row, row_of_differences, row_of_pairs
 
 SAMPLE = PROJECT / "resources/sample"
-SETTINGS = {
-    "Valid": ("MVTandemTrim", "On"),
-    "Direction": ("MVImageDirectionPriority", "ShortEdgeFeed"),
-    "Position": ("MVPrintPosition", "Left"),
-    "Top": ("MVTopMargin", "12"),
-    "Bottom": ("MVBottomMargin", "20"),
-    "Left": ("MVLeftMargin", "0"),
-    "Right": ("MVRightMargin", "7"),
-}
 RUNS = 5  # for figures that vary with a screen or a server
-PAIRS = 31
-FEW_PAIRS = 11  # for figures that take seconds
 # Places on the dialog's screen, in pixels: tabs of pages, and two printers with no other between them.
 OWN_PAGE, PAGE_SETUP = ("259", "18"), ("140", "18")
 PRINTERS = ("150", "154", "122")
-MICROSECONDS = 1_000_000
 BACKEND = "org.freedesktop.impl.portal.desktop."  # the prefix of print backends' names on the session bus
-
-
-@dataclasses.dataclass
-class Row:
-    """A figure beside its peer. Goal, reach and known are shares of the peer, or limits of the figure if there is no peer."""
-
-    what: str
-    figure: float
-    beside: str
-    peer: float | None
-    goal: float
-    reach: float | None = None
-    # The lower and the upper one of the pairs' shares or differences, if measured in pairs. A goal is missed if three quarters of the pairs
-    # miss it.
-    quartiles: tuple[float, float] | None = None
-    # The limit instead of a goal that is known to be missed; docs/performance.md says why. The run fails only beyond it.
-    known: float | None = None
-
-    @property
-    def share(self):
-        return self.figure if self.peer is None else self.figure / self.peer
-
-    @property
-    def judged(self):
-        return self.quartiles[0] if self.quartiles else self.share
-
-    @property
-    def is_missed(self):
-        return self.judged > self.goal
-
-    @property
-    def fails(self):
-        return self.judged > max(self.goal, self.known or self.goal)
-
-    @property
-    def verdict(self):
-        if self.is_missed:
-            return "MISSED" if self.fails else "missed, as known"
-        return "reached" if self.reach is not None and self.share <= self.reach else "met"
-
-    def cells(self):
-        def limit(value):
-            return "" if value is None else f"{value:,}" if self.peer is None else f"{value:.1%}"
-
-        peer = "" if self.peer is None else f"{self.peer:,.0f}"
-        share = "" if self.peer is None else f"{self.share:.1%}"
-        if self.quartiles:
-            share += (" ({:,.0f} to {:,.0f})" if self.peer is None else " ({:.1%} to {:.1%})").format(*self.quartiles)
-        return [self.what, f"{self.figure:,.0f}", self.beside, peer, share, limit(self.goal), limit(self.reach), self.verdict]
-
-    def record(self):
-        return dataclasses.asdict(self) | {"share": self.share, "verdict": self.verdict}
 
 
 def panel_rows(bench, files):
@@ -135,28 +72,6 @@ def dialog_rows(bench, files, queues):
         )
         if size == 2:
             yield Row("private memory that the panel adds to the dialog: KB", tab["panel"], "", None, 256)
-
-
-def pair_row(bench, cups, what, own, beside, peer, goal, reach=None, known=None):
-    """Runs two programs in turn, so that other load of the machine affects both; the share is the median of the pairs' shares."""
-
-    def duration(command):
-        cups.wait_for_jobs()
-        return bench.duration(*command)
-
-    pairs = [(duration(own) * MICROSECONDS, duration(peer) * MICROSECONDS) for _ in range(PAIRS)]
-    return row_of_pairs(f"{what}: microseconds", beside, pairs, goal, reach, known)
-
-
-def row_of_pairs(what, beside, pairs, goal, reach=None, known=None):
-    figure = statistics.median(own for own, _ in pairs)
-    low, share, high = statistics.quantiles(own / peer for own, peer in pairs)
-    return Row(what, figure, beside, figure / share, goal, reach, (low, high), known)
-
-
-def row_of_differences(what, pairs, goal):
-    low, difference, high = statistics.quantiles(own - peer for own, peer in pairs)
-    return Row(what, difference, "", None, goal, None, (low, high))
 
 
 def felt_rows(bench):
@@ -210,22 +125,6 @@ def backend_rows(bench):
         yield Row("memory that 100 dialogs for applications take: KB", ours, "a bare one of GTK 4", theirs, 1.05, known=1.7)
 
 
-def program_rows(bench, cups, files, queues):
-    program = bench.build / "host/tandem-trim"
-    by_hand = [word for keyword, value in SETTINGS.values() for word in ("-o", f"{keyword}={value}")]
-    at_panel = [word for name, (_, value) in SETTINGS.items() for word in ("--set", f"{name}={value}")]
-    document = SAMPLE / "sample.pdf"
-    for size, known in ((2, 1.15), (80, 1.05), (640, 0.95)):
-        own = program, "--ppd", files[size], "--summary"
-        peer = "lpoptions", "-p", queues[size], "-l"
-        what = f"tandem-trim --ppd --summary, {size} KB (no server is asked)"
-        yield pair_row(bench, cups, what, own, "lpoptions -l", peer, 0.8, 0.2, known)
-    for size, known in ((2, 1.6), (80, 1.6), (640, 2.0)):
-        own = program, "-d", queues[size], *at_panel, document
-        peer = "lp", "-d", queues[size], *by_hand, document
-        yield pair_row(bench, cups, f"job end to end, {size} KB", own, "lp", peer, 1.2, None, known)
-
-
 def memory_rows(bench, files):
     before, after = (counts[0] for counts in bench.numbers(bench.program("rounds"), bench.bundle, files[80]).values())
     yield Row("heap after 10,000 rounds of summary, restore, save: bytes", after, "after 100 rounds", before, 1.0)
@@ -269,7 +168,11 @@ def main():
             *dialog_rows(bench, files, queues),
             *felt_rows(bench),
             *backend_rows(bench),
-            *program_rows(bench, cups, files, queues),
+            *summary_rows(bench, files),
+            *job_rows(bench, cups, queues),
+            *far_rows(bench),
+            *many_rows(bench),
+            *large_rows(bench),
             *memory_rows(bench, files),
         ]
         informational = times(bench, files)
