@@ -1,7 +1,6 @@
 // Opens a PPD by libcups and prints four of its attributes: four_attributes FILE
-#include <stdio.h>
-
 #include <cups/ppd.h>
+#include <stdio.h>
 
 int main(int argc, char* argv[]) {
   static const char* const kNames[] = {"MVMaxTandemTrimMarginTop", "MVMaxTandemTrimMarginBottom",
