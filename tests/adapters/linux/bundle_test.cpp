@@ -1,10 +1,29 @@
 #include "adapters/linux/bundle.hpp"
 
+#include <cerrno>
+
+#include <dirent.h>
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
 #include "adapters/linux/bundle_info.hpp"
 #include "tests/support/temporary_folder.hpp"
+
+namespace {
+
+// Whether the disk fails in the middle of any folder.
+bool diskFails = false;
+
+}  // namespace
+
+// Replaces the C library's.
+extern "C" dirent* readdir(DIR* folder) {
+  static const auto original = reinterpret_cast<dirent* (*)(DIR*)>(dlsym(RTLD_NEXT, "readdir"));
+  if (!diskFails) return original(folder);
+  errno = EIO;
+  return nullptr;
+}
 
 namespace tandemtrim::platform::linux {
 namespace {
@@ -289,6 +308,13 @@ TEST_F(BundleTest, NamesAFolderThatCannotBeRead) {
   const auto bundle = open({"fr"});
   EXPECT_THAT(bundle->brokenTables(), ElementsAre(at("Resources: cannot be read")));
   EXPECT_THAT(bundle->brokenPropertyLists(), ElementsAre(at("Resources: cannot be read")));
+}
+
+TEST_F(BundleTest, NamesAFolderWhoseDiskFails) {
+  diskFails = true;
+  const auto bundle = open({"fr"});
+  diskFails = false;
+  EXPECT_THAT(bundle->brokenTables(), testing::Contains(at("Resources: cannot be read")));
 }
 
 TEST_F(BundleTest, NamesABrokenInfoPropertyListAmongTheBrokenTables) {

@@ -4,9 +4,11 @@
 #include <fstream>
 #include <thread>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
@@ -62,6 +64,33 @@ TEST(ADocument, IsReadAgainThoughItsFileIsRemoved) {
   std::filesystem::remove(file);
   EXPECT_EQ(contentOf(document), text);
   EXPECT_EQ(contentOf(document), text);
+}
+
+TEST(ADocument, IsOpenedAgainForAnotherReader) {
+  const test::TemporaryFolder folder;
+  const auto file = folder.write("report.pdf", "%PDF-1.7 text");
+  const Document document(FileDescriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC)), "Report");
+  EXPECT_EQ(document.name(), "Report");
+  EXPECT_EQ(document.beginning(), "%PDF-1.7");
+  std::filesystem::remove(file);
+  const auto again = document.openAgain();
+  std::string text(20, '\0');
+  EXPECT_EQ(read(again.get(), text.data(), text.size()), 13);
+}
+
+// As the rest of a file is that a shell has read the first line of.
+TEST(ADocument, ThatBeginsWithinItsFileIsNotOpenedAgain) {
+  const test::TemporaryFolder folder;
+  const auto file = folder.write("report", "first line\nrest");
+  const FileDescriptor before(dup(STDIN_FILENO));
+  const FileDescriptor rest(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  dup2(rest.get(), STDIN_FILENO);
+  fseeko(stdin, 11, SEEK_SET);
+  Document document("-");
+  EXPECT_FALSE(document.openAgain().isOpen());
+  EXPECT_EQ(contentOf(document), "rest");
+  dup2(before.get(), STDIN_FILENO);
+  std::clearerr(stdin);
 }
 
 TEST(ADocument, ThatComesThroughAPipeIsKeptToBeReadAgain) {

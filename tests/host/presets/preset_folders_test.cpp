@@ -328,6 +328,15 @@ TEST_F(Presets, OfTheAdministratorAreInNoFolderThatDependsOnWhereAProgramStarts)
   EXPECT_THAT(names(), testing::Contains("House"));
 }
 
+TEST_F(Presets, AreFoundWithoutVariablesForTheFolders) {
+  const std::string home = std::getenv("HOME");
+  setenv("HOME", own().parent_path().c_str(), 1);
+  for (const char* name : {"XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"}) unsetenv(name);
+  write(".config", "Booklet.json", "{}");
+  EXPECT_THAT(names(), testing::Contains("Booklet"));
+  setenv("HOME", home.c_str(), 1);
+}
+
 TEST_F(Presets, MayHaveAFileInThePlaceOfTheirFolder) {
   const auto folder = presetFile("Family", "x").parent_path();
   std::filesystem::create_directories(folder.parent_path());
