@@ -68,10 +68,9 @@ std::optional<Options> ours(const Connection& connection, const std::optional<st
 
 Options libcupss(const cups_dest_t& destination) {
   Options options;
-  for (const auto& [keyword, value] :
-       std::span(destination.options, static_cast<std::size_t>(destination.num_options)))
-    if (std::ranges::none_of(kSaid, [&](const char* said) { return isSameKeyword(keyword, said); }))
-      options.push_back({keyword, value});
+  for (const auto& found : std::span(destination.options, static_cast<std::size_t>(destination.num_options)))
+    if (std::ranges::none_of(kSaid, [&](const char* said) { return isSameKeyword(found.name, said); }))
+      options.push_back({found.name, found.value});
   return options;
 }
 

@@ -69,7 +69,7 @@ class Server {
     }).detach();
   }
 
-  std::string place() const {
+  [[nodiscard]] std::string place() const {
     sockaddr_in found{};
     socklen_t size = sizeof found;
     getsockname(listener_, reinterpret_cast<sockaddr*>(&found), &size);
