@@ -44,9 +44,9 @@ void print(const std::string& server) {
   auto job = sendAndConfirm(connection, printer, "Fuzzed", {{"MVTopMargin", "5"}, {"copies", "2"}}, documents,
                             [](auto&&...) {});
   require(!jobText(job).empty(), "every job has a text");
-  if (!job.held || job.failure) return;
-  require(job.held->lost.empty(), "a job that lacks an option is not confirmed");
-  if (job.held->state >= IPP_JSTATE_CANCELED) waitForEnd(connection, printer, job, [](const auto&) {});
+  if (!job.reported || job.failure) return;
+  require(job.reported->lost.empty(), "a job that lacks an option is not confirmed");
+  if (job.reported->state >= IPP_JSTATE_CANCELED) waitForEnd(connection, printer, job, [](const auto&) {});
 }
 
 }  // namespace

@@ -138,7 +138,7 @@ std::string folderText(const Portal& portal) {
 }
 
 // What the portal lacks, regardless of its settings.
-Lines whatIsMissing(const Portal& portal) {
+Lines missingParts(const Portal& portal) {
   Lines missing;
   if (!portal.isInstalled)
     missing.emplace_back("the desktop portal is not installed; install the package xdg-desktop-portal");
@@ -164,7 +164,7 @@ bool isOutdated(const Portal& portal, const ChosenBackend& chosen) {
 }
 
 // Why the session's services do not offer printing. Asking starts those that do not run.
-Lines whatDoesNotAnswer() {
+Lines serviceProblems() {
   Lines problems;
   if (const auto said = interfaceProblem(kPortalService, kPortalPrinting))
     problems.push_back("the desktop portal does not offer printing to applications (" + shortText(*said) +
@@ -234,7 +234,7 @@ void switchApplicationsOn(bool allGtk, std::ostream& out, const Report& report) 
     writeSettings(portal, out);
   } else if (const auto chosen = chosenBackend(portal.places, versionOf(portal));
              chosen.name != kOwnBackend) {
-    for (const auto& missing : whatIsMissing(portal)) report(missing);
+    for (const auto& missing : missingParts(portal)) report(missing);
     throw Failure(notChosenText(portal, chosen) + "; nothing was written");
   }
   if (allGtk) {
@@ -245,7 +245,7 @@ void switchApplicationsOn(bool allGtk, std::ostream& out, const Report& report) 
         "from the next login on, GTK applications also show their other dialogs by the desktop portal, for "
         "example those for files");
   }
-  for (const auto& missing : whatIsMissing(portal)) report(missing);
+  for (const auto& missing : missingParts(portal)) report(missing);
   const auto chosen = chosenBackend(portal.places, versionOf(portal));
   if (isOutdated(portal, chosen)) report(std::string(kReadAtStart) + kRestart);
 }
@@ -274,13 +274,13 @@ void showApplications(std::ostream& out, const Report& report) {
     problems.push_back(*portal.busProblem);
   } else if (portal.isInstalled) {
     // This starts the portal, as an application does.
-    problems = whatDoesNotAnswer();
+    problems = serviceProblems();
     portal = lookAtPortal();
   }
   const auto chosen = chosenBackend(portal.places, versionOf(portal));
   showPortal(portal, chosen, out);
   showGtk(portal.places, out);
-  for (auto& missing : whatIsMissing(portal)) problems.push_back(std::move(missing));
+  for (auto& missing : missingParts(portal)) problems.push_back(std::move(missing));
   if (chosen.name != kOwnBackend)
     problems.push_back(notChosenText(portal, chosen));
   else if (isOutdated(portal, chosen))

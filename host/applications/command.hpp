@@ -16,7 +16,7 @@ struct CommandResult {
   std::string said;
 };
 
-/// Runs a program, by its path or as a shell finds it, without standard input. After the longest time it is
+/// Runs a program, by its path or as a shell finds it, without standard input. After `longest` it is
 /// killed, with the programs that it started.
 CommandResult runCommand(const std::vector<std::string>& words, std::chrono::milliseconds longest);
 

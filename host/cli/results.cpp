@@ -33,13 +33,13 @@ Json summaryJson(const PanelResult& panel) {
 
 Json jobJson(const SentJob& job) {
   Json json{{"id", job.number}, {"options", job.options}};
-  json["confirmed"] = job.held ? Json(job.options - job.held->lost.size()) : Json(nullptr);
-  json["lost"] = job.held ? Json::array() : Json(nullptr);
-  if (job.held) {
-    for (const auto& option : job.held->lost) json["lost"].push_back(option.keyword);
+  json["confirmed"] = job.reported ? Json(job.options - job.reported->lost.size()) : Json(nullptr);
+  json["lost"] = job.reported ? Json::array() : Json(nullptr);
+  if (job.reported) {
+    for (const auto& option : job.reported->lost) json["lost"].push_back(option.keyword);
   }
-  json["state"] = job.held ? Json(ippEnumString("job-state", job.held->state)) : Json(nullptr);
-  json["reasons"] = job.held ? Json(job.held->reasons) : Json(nullptr);
+  json["state"] = job.reported ? Json(ippEnumString("job-state", job.reported->state)) : Json(nullptr);
+  json["reasons"] = job.reported ? Json(job.reported->reasons) : Json(nullptr);
   json["problem"] = job.failure ? Json(job.failure->what()) : Json(nullptr);
   return json;
 }

@@ -23,28 +23,28 @@ ipp_attribute_t* encode(const MessageHandle& request, const Option& option) {
 }
 
 // Whether the server has since started a job that waited for a time of day.
-bool isStarted(const std::string& held, const Option& option) {
-  return option.keyword == "job-hold-until" && option.value != "indefinite" && held == "no-hold";
+bool isStarted(const std::string& atServer, const Option& option) {
+  return option.keyword == "job-hold-until" && option.value != "indefinite" && atServer == "no-hold";
 }
 
 // A text must equal the value that was sent. Numbers and ranges have several spellings, so they are compared
 // as libcups spells them. The options raw and document-format share an attribute.
-bool isAsSent(ipp_attribute_t* held, const Option& option, const Options& sent) {
-  if (attributeOf(option.keyword) != option.keyword) return attributeText(held) == documentFormat(sent);
-  if (const auto text = onlyText(held)) return *text == option.value || isStarted(*text, option);
+bool isAsSent(ipp_attribute_t* atServer, const Option& option, const Options& sent) {
+  if (attributeOf(option.keyword) != option.keyword) return attributeText(atServer) == documentFormat(sent);
+  if (const auto text = onlyText(atServer)) return *text == option.value || isStarted(*text, option);
   const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
   auto* const asked = encode(request, option);
-  return asked != nullptr && attributeText(asked) == attributeText(held);
+  return asked != nullptr && attributeText(asked) == attributeText(atServer);
 }
 
 std::vector<LostOption> lostOptions(const MessageHandle& job, const Options& sent) {
   std::vector<LostOption> lost;
   for (const auto& option : sent) {
-    auto* const held = findAttribute(job, attributeOf(option.keyword));
-    if (held == nullptr) {
+    auto* const atServer = findAttribute(job, attributeOf(option.keyword));
+    if (atServer == nullptr) {
       lost.push_back({option.keyword, option.value, std::nullopt});
-    } else if (!isAsSent(held, option, sent)) {
-      lost.push_back({option.keyword, option.value, attributeText(held)});
+    } else if (!isAsSent(atServer, option, sent)) {
+      lost.push_back({option.keyword, option.value, attributeText(atServer)});
     }
   }
   return lost;
@@ -62,31 +62,33 @@ std::optional<std::uint64_t> numberIn(const MessageHandle& job, const char* name
   return static_cast<std::uint64_t>(*number);
 }
 
-std::string outOf(std::uint64_t held, std::uint64_t sent, const std::string& unit) {
-  return std::to_string(held) + " of " + std::to_string(sent) + " " + unit;
+std::string outOf(std::uint64_t arrived, std::uint64_t sent, const std::string& unit) {
+  return std::to_string(arrived) + " of " + std::to_string(sent) + " " + unit;
 }
 
-bool isIncoming(const HeldJob& held) { return held.reasons.find("job-incoming") != std::string::npos; }
+bool isIncoming(const ReportedJob& reported) {
+  return reported.reasons.find("job-incoming") != std::string::npos;
+}
 
 // A server may add pages to a job, so only less than was sent counts as incomplete.
-std::string incompleteness(const MessageHandle& job, const HeldJob& held, const JobContent& sent) {
+std::string incompleteness(const MessageHandle& job, const ReportedJob& reported, const JobContent& sent) {
   const auto documents = numberIn(job, "number-of-documents");
   // A server may delete the documents once they are printed.
-  const bool isDone = held.state == IPP_JSTATE_COMPLETED && documents == 0U;
+  const bool isDone = reported.state == IPP_JSTATE_COMPLETED && documents == 0U;
   if (documents && *documents < sent.documents && !isDone)
     return outOf(*documents, sent.documents, "documents");
   const auto kilobytes = (sent.bytes + 1023) / 1024;
   const auto size = numberIn(job, "job-k-octets");
   if (size && *size < kilobytes) return outOf(*size, kilobytes, "KB");
   if (!documents && !size && !sent.isAnswered) return "an unknown part";
-  return isIncoming(held) ? "not yet the last document" : "";
+  return isIncoming(reported) ? "not yet the last document" : "";
 }
 
 // CUPS counts a document only once all of it has arrived. One that breaks off between two HTTP chunks counts
 // as whole.
-bool isArriving(const MessageHandle& job, const HeldJob& held, const JobContent& sent) {
+bool isArriving(const MessageHandle& job, const ReportedJob& reported, const JobContent& sent) {
   const auto documents = numberIn(job, "number-of-documents");
-  return !documents || *documents < sent.documents || isIncoming(held);
+  return !documents || *documents < sent.documents || isIncoming(reported);
 }
 
 }  // namespace
@@ -99,22 +101,22 @@ Options optionsOfTheJob(const Options& options) {
   return kept;
 }
 
-HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent) {
-  HeldJob held;
-  held.state = stateIn(jobAttributes).value_or(held.state);
+ReportedJob reportedJob(const MessageHandle& jobAttributes, const JobContent& sent) {
+  ReportedJob reported;
+  reported.state = stateIn(jobAttributes).value_or(reported.state);
   for (const auto& reason : textsIn(jobAttributes, "job-state-reasons")) {
-    if (reason != "none") held.reasons += (held.reasons.empty() ? "" : ",") + reason;
+    if (reason != "none") reported.reasons += (reported.reasons.empty() ? "" : ",") + reason;
   }
-  held.message = textIn(jobAttributes, "job-printer-state-message").value_or("");
-  held.sheets = numberIn(jobAttributes, "job-media-sheets-completed").value_or(0);
-  held.incomplete = incompleteness(jobAttributes, held, sent);
-  held.isArriving = !held.incomplete.empty() && isArriving(jobAttributes, held, sent);
-  held.lost = lostOptions(jobAttributes, sent.options);
-  return held;
+  reported.message = textIn(jobAttributes, "job-printer-state-message").value_or("");
+  reported.sheets = numberIn(jobAttributes, "job-media-sheets-completed").value_or(0);
+  reported.incomplete = incompleteness(jobAttributes, reported, sent);
+  reported.isArriving = !reported.incomplete.empty() && isArriving(jobAttributes, reported, sent);
+  reported.lost = lostOptions(jobAttributes, sent.options);
+  return reported;
 }
 
-std::optional<HeldJob> askForJob(const Connection& connection, const Printer& printer, int job,
-                                 const JobContent& sent) {
+std::optional<ReportedJob> askForJob(const Connection& connection, const Printer& printer, int job,
+                                     const JobContent& sent) {
   auto request = printerRequest(IPP_OP_GET_JOB_ATTRIBUTES, printer.name);
   ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
   std::vector<std::string> names{"job-id",
@@ -131,7 +133,7 @@ std::optional<HeldJob> askForJob(const Connection& connection, const Printer& pr
   if (status == IPP_STATUS_ERROR_NOT_FOUND) return std::nullopt;
   if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
   const bool isOfTheJob = integerIn(answer, "job-id") == job && stateIn(answer);
-  return isOfTheJob ? std::optional(heldJob(answer, sent)) : std::nullopt;
+  return isOfTheJob ? std::optional(reportedJob(answer, sent)) : std::nullopt;
 }
 
 }  // namespace tandemtrim::host

@@ -27,11 +27,11 @@ struct LostOption {
   std::string keyword;
   std::string sent;
   /// The value at the server; none when the job lacks the option.
-  std::optional<std::string> held;
+  std::optional<std::string> atServer;
 };
 
 /// What the server reports about a job.
-struct HeldJob {
+struct ReportedJob {
   ipp_jstate_t state = IPP_JSTATE_PENDING;
   /// The protocol's keywords, such as "job-canceled-by-user", with commas between them; often empty.
   std::string reasons;
@@ -52,10 +52,10 @@ Options optionsOfTheJob(const Options& options);
 
 /// Asks the server about a job; none when it does not know the job or its answer is about something else.
 /// Failure when there is no answer, or it is an error.
-std::optional<HeldJob> askForJob(const Connection& connection, const Printer& printer, int job,
-                                 const JobContent& sent);
+std::optional<ReportedJob> askForJob(const Connection& connection, const Printer& printer, int job,
+                                     const JobContent& sent);
 
 /// Reads the same from the job's attributes in the server's answer.
-HeldJob heldJob(const MessageHandle& jobAttributes, const JobContent& sent);
+ReportedJob reportedJob(const MessageHandle& jobAttributes, const JobContent& sent);
 
 }  // namespace tandemtrim::host

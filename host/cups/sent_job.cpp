@@ -13,8 +13,8 @@ constexpr std::chrono::seconds kWaitForRest{2};
 
 std::string nameOf(const SentJob& job) { return "job " + std::to_string(job.number) + " on " + job.printer; }
 
-std::string withReasons(const std::string& text, const HeldJob& held) {
-  return text + (held.reasons.empty() ? "" : " (" + held.reasons + ")");
+std::string withReasons(const std::string& text, const ReportedJob& reported) {
+  return text + (reported.reasons.empty() ? "" : " (" + reported.reasons + ")");
 }
 
 Fact factOf(const SentJob& job, std::string english, FactText text, std::vector<FactArgument> others = {}) {
@@ -24,9 +24,9 @@ Fact factOf(const SentJob& job, std::string english, FactText text, std::vector<
 }
 
 // The lost options, in symbols that need no translation.
-std::string lostText(const HeldJob& held) {
+std::string lostText(const ReportedJob& reported) {
   std::string text;
-  for (const auto& [keyword, sent, now] : held.lost) {
+  for (const auto& [keyword, sent, now] : reported.lost) {
     text.append(text.empty() ? "" : ", ").append(keyword).append(" (").append(shortText(sent));
     text.append(now ? " → " + shortText(*now) : "").append(")");
   }
@@ -34,23 +34,23 @@ std::string lostText(const HeldJob& held) {
 }
 
 std::string lossOf(const LostOption& lost) {
-  if (!lost.held) return lost.keyword;
+  if (!lost.atServer) return lost.keyword;
   return lost.keyword + " (sent \"" + shortText(lost.sent) + "\", the server holds \"" +
-         shortText(*lost.held) + "\")";
+         shortText(*lost.atServer) + "\")";
 }
 
 std::string optionsText(const SentJob& job) {
-  const auto& held = *job.held;
-  std::string text = nameOf(job) + ": " + std::to_string(job.options - held.lost.size()) + " of " +
+  const auto& reported = *job.reported;
+  std::string text = nameOf(job) + ": " + std::to_string(job.options - reported.lost.size()) + " of " +
                      std::to_string(job.options) + " options confirmed";
-  for (const auto& option : held.lost)
-    text += (&option == &held.lost.front() ? "; lost: " : ", ") + lossOf(option);
+  for (const auto& option : reported.lost)
+    text += (&option == &reported.lost.front() ? "; lost: " : ", ") + lossOf(option);
   return text;
 }
 
 // Whether to leave the job at the server: it has ended, or nothing of it is missing.
-bool isToStay(const HeldJob& held) {
-  return badEnd(held) || held.state == IPP_JSTATE_COMPLETED || held.incomplete.empty();
+bool isToStay(const ReportedJob& reported) {
+  return badEnd(reported) || reported.state == IPP_JSTATE_COMPLETED || reported.incomplete.empty();
 }
 
 // Sends the documents, up to one that the server does not confirm; returns the reason, or none.
@@ -66,24 +66,25 @@ std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& 
 }
 
 // Asks the server about the job. Failure when it has no usable answer.
-HeldJob askForHeld(const Connection& connection, const Printer& printer, int number, const JobContent& sent) {
-  std::optional<HeldJob> held;
-  connection.persist([&] { held = askForJob(connection, printer, number, sent); });
-  if (!held)
+ReportedJob askForReport(const Connection& connection, const Printer& printer, int number,
+                         const JobContent& sent) {
+  std::optional<ReportedJob> reported;
+  connection.persist([&] { reported = askForJob(connection, printer, number, sent); });
+  if (!reported)
     throw Failure(
         Trouble::noServer,
         Fact(connection.server() + " says nothing of it", kUselessAnswer, {{"[server]", serverName()}}),
         "; see lpstat -W all -o " + printer.name);
-  return *std::move(held);
+  return *std::move(reported);
 }
 
 // The same, but waits a while for the rest of an unconfirmed document, which may still arrive.
-HeldJob askForWhole(const Connection& connection, const Printer& printer, int number,
-                    const JobContent& sent) {
+ReportedJob askForWhole(const Connection& connection, const Printer& printer, int number,
+                        const JobContent& sent) {
   const auto end = std::chrono::steady_clock::now() + kWaitForRest;
   for (;; std::this_thread::sleep_for(kBetweenQuestions)) {
-    auto held = askForHeld(connection, printer, number, sent);
-    if (sent.isAnswered || !held.isArriving || std::chrono::steady_clock::now() >= end) return held;
+    auto reported = askForReport(connection, printer, number, sent);
+    if (sent.isAnswered || !reported.isArriving || std::chrono::steady_clock::now() >= end) return reported;
   }
 }
 
@@ -108,46 +109,47 @@ Failure failureAfterCancelling(const Failure& failure, UnfinishedJob& unfinished
 
 // "job 17 on Morva: processing (job-printing): cutting; 3 sheets printed".
 std::string progressOf(const SentJob& job) {
-  const auto& held = *job.held;
-  auto text = withReasons(nameOf(job) + ": " + ippEnumString("job-state", held.state), held);
-  if (!held.message.empty()) text += ": " + held.message;
-  if (held.sheets > 0)
-    text += "; " + std::to_string(held.sheets) + (held.sheets == 1 ? " sheet printed" : " sheets printed");
+  const auto& reported = *job.reported;
+  auto text = withReasons(nameOf(job) + ": " + ippEnumString("job-state", reported.state), reported);
+  if (!reported.message.empty()) text += ": " + reported.message;
+  if (reported.sheets > 0)
+    text += "; " + std::to_string(reported.sheets) +
+            (reported.sheets == 1 ? " sheet printed" : " sheets printed");
   return text;
 }
 
 }  // namespace
 
-std::optional<std::string> badEnd(const HeldJob& held) {
-  if (held.state == IPP_JSTATE_CANCELED) return "cancelled";
-  if (held.state == IPP_JSTATE_ABORTED) return "aborted";
+std::optional<std::string> badEnd(const ReportedJob& reported) {
+  if (reported.state == IPP_JSTATE_CANCELED) return "cancelled";
+  if (reported.state == IPP_JSTATE_ABORTED) return "aborted";
   // CUPS keeps a job whose filter failed, until somebody restarts it.
-  const bool hasFailed =
-      held.state == IPP_JSTATE_STOPPED && held.reasons.find("job-completed-with-errors") != std::string::npos;
+  const bool hasFailed = reported.state == IPP_JSTATE_STOPPED &&
+                         reported.reasons.find("job-completed-with-errors") != std::string::npos;
   return hasFailed ? std::optional<std::string>("stopped") : std::nullopt;
 }
 
 std::optional<Failure> objection(const SentJob& job, const std::string& server) {
-  const auto& held = *job.held;
-  if (const auto end = badEnd(held))
+  const auto& reported = *job.reported;
+  if (const auto end = badEnd(reported))
     return Failure(Trouble::other,
                    withWords(factOf(job, nameOf(job) + " was " + *end + " at " + server,
-                                    held.state == IPP_JSTATE_CANCELED
+                                    reported.state == IPP_JSTATE_CANCELED
                                         ? "job [number] on [printer] was cancelled at the print server"_fact
                                         : "job [number] on [printer] failed at the print server"_fact),
-                             held.reasons));
-  if (!held.incomplete.empty()) {
+                             reported.reasons));
+  if (!reported.incomplete.empty()) {
     return Failure(
         Trouble::other,
-        factOf(job, nameOf(job) + " is incomplete: " + server + " holds " + held.incomplete + " of it",
+        factOf(job, nameOf(job) + " is incomplete: " + server + " holds " + reported.incomplete + " of it",
                "job [number] on [printer] is incomplete at the print server"_fact),
         "; print it again");
   }
-  if (!held.lost.empty())
+  if (!reported.lost.empty())
     return Failure(
         Trouble::lostSettings,
         factOf(job, optionsText(job), "job [number] on [printer] has lost these settings: [options]"_fact,
-               {{"[options]", lostText(held)}}));
+               {{"[options]", lostText(reported)}}));
   return std::nullopt;
 }
 
@@ -158,8 +160,8 @@ bool isAtServer(const SentJob& job) {
 
 std::string jobText(const SentJob& job) {
   if (job.failure) return job.failure->what();
-  const bool waits = job.held->state == IPP_JSTATE_HELD || job.held->state == IPP_JSTATE_STOPPED;
-  return optionsText(job) + (waits ? withReasons("; it is held", *job.held) : "");
+  const bool waits = job.reported->state == IPP_JSTATE_HELD || job.reported->state == IPP_JSTATE_STOPPED;
+  return optionsText(job) + (waits ? withReasons("; it is held", *job.reported) : "");
 }
 
 SentJob sendAndConfirm(const Connection& connection, const Printer& printer, const std::string& title,
@@ -177,7 +179,7 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
   }
   sent.isAnswered = !unanswered;
   try {
-    job.held = askForWhole(connection, printer, job.number, sent);
+    job.reported = askForWhole(connection, printer, job.number, sent);
     job.failure = objection(job, connection.server());
   } catch (const Failure& silence) {
     job.failure =
@@ -193,7 +195,7 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
                       {{"[reason]", silence.fact()}}),
                   silence.remedy());
   }
-  if (job.held ? isToStay(*job.held) : !unanswered) {
+  if (job.reported ? isToStay(*job.reported) : !unanswered) {
     unfinished.keep();
   } else {
     job.failure = failureAfterCancelling(*job.failure, unfinished, job);
@@ -204,9 +206,9 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
 void waitForEnd(const Connection& connection, const Printer& printer, SentJob& job, const Report& report) {
   for (std::string shown;; std::this_thread::sleep_for(kBetweenQuestions)) {
     if (const auto text = progressOf(job); text != shown) report(shown = text);
-    if (job.held->state >= IPP_JSTATE_CANCELED || badEnd(*job.held)) break;
+    if (job.reported->state >= IPP_JSTATE_CANCELED || badEnd(*job.reported)) break;
     try {
-      job.held = askForHeld(connection, printer, job.number, {});
+      job.reported = askForReport(connection, printer, job.number, {});
     } catch (const Failure& failure) {
       job.failure = Failure(Trouble::unconfirmedSettings,
                             "the end of " + nameOf(job) + " is not known: " + failure.fact().english(),

@@ -17,7 +17,7 @@ struct SentJob {
   std::string printer;
   std::size_t options = 0;
   /// What the server reports about the job; none when it could not be asked, which sets `failure`.
-  std::optional<HeldJob> held = {};
+  std::optional<ReportedJob> reported = {};
   /// Why the job is not confirmed; none when it is. With Trouble::lostSettings and
   /// Trouble::unconfirmedSettings the server has the whole job.
   std::optional<Failure> failure = {};
@@ -29,12 +29,12 @@ struct SentJob {
 bool isAtServer(const SentJob& job);
 
 /// How a job ended without being printed ("cancelled", "aborted", "stopped"); none otherwise.
-std::optional<std::string> badEnd(const HeldJob& held);
+std::optional<std::string> badEnd(const ReportedJob& reported);
 
 /// "job 17 on Morva: 7 of 7 options confirmed", or why they are not.
 std::string jobText(const SentJob& job);
 
-/// Why the job is not confirmed, judging by `job.held`, which must be set; none when it is confirmed.
+/// Why the job is not confirmed, judging by `job.reported`, which must be set; none when it is confirmed.
 /// Messages call the server `server`.
 std::optional<Failure> objection(const SentJob& job, const std::string& server);
 

@@ -23,10 +23,10 @@ std::optional<NotificationText> badEndOf(const NotifierOrder& order) {
   for (; std::chrono::steady_clock::now() < end; std::this_thread::sleep_for(kBetweenLooks)) {
     try {
       if (!connection) connection.emplace(order.server);
-      const auto held = askForJob(*connection, printer, order.job, {});
-      if (!held || held->state == IPP_JSTATE_COMPLETED) return std::nullopt;
-      if (held->state == IPP_JSTATE_CANCELED) return order.cancelled;
-      if (badEnd(*held)) return order.failed;
+      const auto reported = askForJob(*connection, printer, order.job, {});
+      if (!reported || reported->state == IPP_JSTATE_COMPLETED) return std::nullopt;
+      if (reported->state == IPP_JSTATE_CANCELED) return order.cancelled;
+      if (badEnd(*reported)) return order.failed;
     } catch (const Failure& failure) {
       if (!isTemporary(failure)) return std::nullopt;
       connection.reset();

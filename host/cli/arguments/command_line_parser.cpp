@@ -142,7 +142,7 @@ void refuseBeside(const CommandLine& line, Use use, const std::string& fact) {
     throw Failure(fact + "; leave " + options + " out", kWrongCommandLine);
 }
 
-void refuseWhatDoesNotFit(const CommandLine& line) {
+void refuseMismatches(const CommandLine& line) {
   if (line.server) refuseWrongServer(*line.server);
   if (line.printer) refuseWrongPrinter(*line.printer);
   if (line.resetDefaults) refuseBeside(line, Use::reset, "--reset-defaults only takes the defaults away");
@@ -206,7 +206,7 @@ std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string>
   }
   actInOrder(app, ordered);
   if (line.files.empty() && hasInput && optionsBeside(line, Use::input).empty()) line.files = {"-"};
-  refuseWhatDoesNotFit(line);
+  refuseMismatches(line);
   return line;
 }
 

@@ -47,10 +47,10 @@ void Bounds::renew() {
 // answer may be compressed and a count of its bytes would not grow with it.
 Watch::Watch(http_t* http, Bounds& bounds, Patience patience)
     : thread_([this, http, &bounds, patience](const std::stop_token& stop) {
-        cutWhatGoesBeyond(http, bounds, patience, stop);
+        enforceBounds(http, bounds, patience, stop);
       }) {}
 
-void Watch::cutWhatGoesBeyond(http_t* http, Bounds& bounds, Patience patience, const std::stop_token& stop) {
+void Watch::enforceBounds(http_t* http, Bounds& bounds, Patience patience, const std::stop_token& stop) {
   blockSignals();
   int left = 0;
   auto deadline = std::chrono::steady_clock::now() + bounds.longest;

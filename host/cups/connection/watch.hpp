@@ -51,7 +51,7 @@ class Watch {
   Watch(http_t* http, Bounds& bounds, Patience patience);
 
  private:
-  void cutWhatGoesBeyond(http_t* http, Bounds& bounds, Patience patience, const std::stop_token& stop);
+  void enforceBounds(http_t* http, Bounds& bounds, Patience patience, const std::stop_token& stop);
 
   // Made on the caller's thread, because a lack of memory on the new thread would end the program.
   std::mutex mutex_;

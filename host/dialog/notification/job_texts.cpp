@@ -18,7 +18,7 @@ void addItem(std::string& list, const std::string& item) {
   list.append(list.empty() ? "" : localized(kListSeparatorText)).append(shortText(item));
 }
 
-std::string heldSettings(const PanelResult& panel) {
+std::string confirmedSettings(const PanelResult& panel) {
   std::string list;
   for (const auto& [title, value] : panel.summary) addItem(list, title + ": " + value);
   return list;
@@ -37,18 +37,18 @@ std::string lostSetting(const LostOption& lost, const PanelResult& panel) {
   other.title = lost.keyword;
   const auto& known = setting == panel.settings.end() ? other : *setting;
   return known.title + " (" + shownValue(known, lost.sent) +
-         (lost.held ? " → " + shownValue(known, *lost.held) : "") + ')';
+         (lost.atServer ? " → " + shownValue(known, *lost.atServer) : "") + ')';
 }
 
 std::string lostSettings(const SentJob& job, const PanelResult& panel) {
   std::string list;
-  for (const auto& lost : job.held->lost) addItem(list, lostSetting(lost, panel));
+  for (const auto& lost : job.reported->lost) addItem(list, lostSetting(lost, panel));
   return list;
 }
 
 NotificationText sentText(const SentJob& job, const PanelResult& panel) {
-  if (!job.failure) return {headingOf(job, kJobConfirmedText), heldSettings(panel)};
-  if (job.held && !job.held->lost.empty())
+  if (!job.failure) return {headingOf(job, kJobConfirmedText), confirmedSettings(panel)};
+  if (job.reported && !job.reported->lost.empty())
     return {headingOf(job, kJobLostSettingsText), lostSettings(job, panel)};
   return {headingOf(job, kJobUnconfirmedText), plainText(job.failure->fact().in(localized))};
 }

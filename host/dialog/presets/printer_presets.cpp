@@ -18,7 +18,7 @@ bool isKept(const std::vector<KeptPreset>& presets, const std::string& name) {
 }
 
 // Whether the options include all of `asked`, with the same values.
-bool holds(const Options& options, const Options& asked) {
+bool includesAll(const Options& options, const Options& asked) {
   return std::ranges::all_of(asked, [&](const Option& option) {
     return std::ranges::any_of(options, [&](const Option& other) {
       return isSameKeyword(other.keyword, option.keyword) && other.value == option.value;
@@ -155,10 +155,11 @@ void PrinterPresets::showFaults(const std::vector<Fact>& facts) {
 // The pages are compared with what they showed of the preset, because they spell some options differently.
 bool PrinterPresets::isChanged() const {
   const auto& chosen = chosen_.at(printersKey_);
-  if (!holds(settings_.ofPanel(), chosen.preset.panel) || !chosen.refused.empty()) return true;
+  if (!includesAll(settings_.ofPanel(), chosen.preset.panel) || !chosen.refused.empty()) return true;
   if (chosen.preset.options.empty()) return false;
   const auto pages = shownOnPages();
-  return !pages || !chosen.pages || pages->size() != chosen.pages->size() || !holds(*pages, *chosen.pages);
+  return !pages || !chosen.pages || pages->size() != chosen.pages->size() ||
+         !includesAll(*pages, *chosen.pages);
 }
 
 std::optional<Options> PrinterPresets::shownOnPages() const {

@@ -98,8 +98,8 @@ TEST(TheJson, OfAPrinterWithoutThePanelHasNoLimitsAndNoSummary) {
 }
 
 TEST(TheJson, DescribesTheJob) {
-  SentJob job{17, "Morva", 7, HeldJob{}, Failure("note is lost")};
-  job.held->lost = {{"note", "a", "b"}};
+  SentJob job{17, "Morva", 7, ReportedJob{}, Failure("note is lost")};
+  job.reported->lost = {{"note", "a", "b"}};
   EXPECT_EQ(jsonOf(sample(), "Morva", job)["job"],
             nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":6,"lost":["note"],"state":"pending",
                                       "reasons":"","problem":"note is lost"})"));

@@ -21,7 +21,7 @@ MessageHandle jobWith(const Options& options) {
 
 std::vector<std::string> lostOf(const MessageHandle& job, const Options& sent) {
   std::vector<std::string> keywords;
-  for (const auto& option : heldJob(job, {sent, 0, 0}).lost) keywords.push_back(option.keyword);
+  for (const auto& option : reportedJob(job, {sent, 0, 0}).lost) keywords.push_back(option.keyword);
   return keywords;
 }
 
@@ -49,14 +49,14 @@ INSTANTIATE_TEST_SUITE_P(Options, AnOptionThatArrived,
 
 struct Change {
   Option asked;
-  Option held;
+  Option atServer;
 };
 
 class AnOptionThatChanged : public testing::TestWithParam<Change> {};
 
 TEST_P(AnOptionThatChanged, IsLost) {
-  const auto& [asked, held] = GetParam();
-  EXPECT_THAT(lostOf(jobWith({held}), {asked}), ElementsAre(asked.keyword));
+  const auto& [asked, atServer] = GetParam();
+  EXPECT_THAT(lostOf(jobWith({atServer}), {asked}), ElementsAre(asked.keyword));
 }
 
 INSTANTIATE_TEST_SUITE_P(Options, AnOptionThatChanged,
@@ -101,7 +101,7 @@ struct Described {
   std::optional<int> kilobytes;
 };
 
-HeldJob heldOf(const Described& described, const JobContent& sent) {
+ReportedJob reportOf(const Described& described, const JobContent& sent) {
   const MessageHandle job(ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES));
   ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_ENUM, "job-state", described.state);
   ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_KEYWORD, "job-state-reasons", nullptr, described.reasons);
@@ -109,11 +109,11 @@ HeldJob heldOf(const Described& described, const JobContent& sent) {
     ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "number-of-documents", *described.documents);
   if (described.kilobytes)
     ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-k-octets", *described.kilobytes);
-  return heldJob(job, sent);
+  return reportedJob(job, sent);
 }
 
 std::string incompletenessOf(const Described& described, const JobContent& sent) {
-  return heldOf(described, sent).incomplete;
+  return reportOf(described, sent).incomplete;
 }
 
 TEST(AJob, IsIncompleteWhereTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
@@ -127,11 +127,11 @@ TEST(AJob, IsIncompleteWhereTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
 
 TEST(AJob, MayBeArrivingUntilTheServerHasCountedItsDocumentsOrSaysThatItIsComing) {
   const JobContent sent{{}, 2, 2049};
-  EXPECT_TRUE(heldOf({IPP_JSTATE_PENDING, "none", 1, 3}, sent).isArriving);
-  EXPECT_TRUE(heldOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent).isArriving);
-  EXPECT_TRUE(heldOf({IPP_JSTATE_HELD, "job-incoming", 2, 2}, sent).isArriving);
-  EXPECT_FALSE(heldOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent).isArriving) << "it broke off";
-  EXPECT_FALSE(heldOf({IPP_JSTATE_PENDING, "none", 2, 3}, sent).isArriving) << "it is whole";
+  EXPECT_TRUE(reportOf({IPP_JSTATE_PENDING, "none", 1, 3}, sent).isArriving);
+  EXPECT_TRUE(reportOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent).isArriving);
+  EXPECT_TRUE(reportOf({IPP_JSTATE_HELD, "job-incoming", 2, 2}, sent).isArriving);
+  EXPECT_FALSE(reportOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent).isArriving) << "it broke off";
+  EXPECT_FALSE(reportOf({IPP_JSTATE_PENDING, "none", 2, 3}, sent).isArriving) << "it is whole";
 }
 
 TEST(AJob, IsIncompleteWhereTheServerNeitherAnsweredNorCounts) {
@@ -146,16 +146,16 @@ TEST(AJob, HasEveryReasonForItsStateInTheServersOrder) {
   const MessageHandle job(ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES));
   const std::array reasons{"none", "job-printing", "cups-waiting-for-paper"};
   ippAddStrings(job.get(), IPP_TAG_JOB, IPP_TAG_KEYWORD, "job-state-reasons", 3, nullptr, reasons.data());
-  EXPECT_EQ(heldJob(job, {}).reasons, "job-printing,cups-waiting-for-paper");
+  EXPECT_EQ(reportedJob(job, {}).reasons, "job-printing,cups-waiting-for-paper");
 }
 
 TEST(AJob, IsNotDescribedByStatesAndNumbersThatAreNone) {
-  const HeldJob unknown;
+  const ReportedJob unknown;
   for (const int state : {0, 2, 10, 1000})
-    EXPECT_EQ(heldOf({static_cast<ipp_jstate_t>(state), "none", {}, {}}, {}).state, unknown.state) << state;
+    EXPECT_EQ(reportOf({static_cast<ipp_jstate_t>(state), "none", {}, {}}, {}).state, unknown.state) << state;
   const MessageHandle job(ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES));
   ippAddInteger(job.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-media-sheets-completed", -3);
-  EXPECT_EQ(heldJob(job, {}).sheets, 0U);
+  EXPECT_EQ(reportedJob(job, {}).sheets, 0U);
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", -1, -1}, {{}, 1, 2048}), "");
 }
 

@@ -10,7 +10,7 @@ using testing::HasSubstr;
 // A job with seven options, in this state at the server.
 SentJob jobHeld(ipp_jstate_t state, const std::string& reasons, const std::string& incomplete,
                 const std::vector<LostOption>& lost) {
-  SentJob job{17, "Morva", 7, HeldJob{state, reasons, "", 0, incomplete, lost}, {}};
+  SentJob job{17, "Morva", 7, ReportedJob{state, reasons, "", 0, incomplete, lost}, {}};
   job.failure = objection(job, "the print server at desk:631");
   return job;
 }

@@ -20,14 +20,14 @@ PanelResult samplePanel() {
 
 SentJob sampleJob() {
   SentJob job{7, "Morva", 5};
-  job.held.emplace();
+  job.reported.emplace();
   job.title = "Report";
   return job;
 }
 
 SentJob jobThatLost(std::vector<LostOption> lost) {
   auto job = sampleJob();
-  job.held->lost = std::move(lost);
+  job.reported->lost = std::move(lost);
   job.failure = Failure(Trouble::lostSettings, "lost");
   return job;
 }
@@ -58,7 +58,7 @@ TEST(JobTexts, NameLostSettingsByThePanelsTitles) {
 
 TEST(JobTexts, SayWhyNothingIsConfirmed) {
   auto job = sampleJob();
-  job.held.reset();
+  job.reported.reset();
   job.failure = Failure(Trouble::unconfirmedSettings, "the server is silent");
   EXPECT_EQ(orderFor(job, {}, samplePanel()).sent,
             (NotificationText{"Job 7 on Morva: settings not confirmed", "Report\nthe server is silent"}));

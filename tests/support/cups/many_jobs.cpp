@@ -95,7 +95,7 @@ int sendOne(const Connection& connection, const Printer& printer, const PlannedJ
   auto documents = openDocuments({file});
   const auto job = sendAndConfirm(connection, printer, planned.title, planned.options, documents,
                                   [](auto, const auto&, auto, auto) {});
-  if (job.failure || !job.held) throw Failure(jobText(job));
+  if (job.failure || !job.reported) throw Failure(jobText(job));
   return job.number;
 }
 
