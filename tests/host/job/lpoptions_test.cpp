@@ -49,6 +49,26 @@ TEST(SavedOptions, AreRefusedWhereCupsWouldCutTheLine) {
   EXPECT_FALSE(withSavedOptions(full + "Dest Morva c=1\n", kMorva, {{"a", std::string(500, 'x')}}));
 }
 
+TEST(SavedOptions, MayFillALineUpToItsLastByte) {
+  const std::string begin = "Dest Morva a=";
+  const std::string longest(8191 - begin.size(), 'x');
+  EXPECT_EQ(withSavedOptions("", kMorva, {{"a", longest}}), begin + longest + "\n");
+  EXPECT_FALSE(withSavedOptions("", kMorva, {{"a", longest + "x"}}));
+  EXPECT_EQ(allIn(begin + longest + "y\n", kMorva), (Options{{"a", longest}}));
+}
+
+TEST(SavedOptions, AreReadFromTheRestOfALongLineAsFromAnotherLine) {
+  const std::string first = "Dest Other a=" + std::string(8178, 'x');
+  EXPECT_EQ(allIn(first + "Dest Morva b=2", kMorva), (Options{{"b", "2"}}));
+  EXPECT_EQ(allIn(first + "x" + "Dest Morva b=2", kMorva), Options{});
+}
+
+TEST(SavedOptions, AreReadUpToAZeroByteAndWithAnyBlanksBetweenTheWords) {
+  using std::string_literals::operator""s;
+  EXPECT_EQ(allIn("Dest Morva\0 a=1\nDest Morva b=2\0 c=3"s, kMorva), (Options{{"b", "2"}}));
+  EXPECT_EQ(allIn("\tDest\v\fMorva\ta=1 \t\v\f", kMorva), (Options{{"a", "1"}}));
+}
+
 TEST(SavedOptions, AreRemovedWithoutChangingOtherLines) {
   const std::string before = kOthers + std::string("Dest Morva a=1\nDest Morva/draft b=2\nDest MORVA c=3");
   EXPECT_EQ(withoutSavedOptions(before, kMorva), kOthers + std::string("Dest Morva/draft b=2\n"));
@@ -75,6 +95,7 @@ TEST(TheDefaultDestination, IsTheFirstThatTheFileNames) {
   EXPECT_EQ(found->printer, "Morva");
   EXPECT_EQ(found->instance, "draft");
   EXPECT_FALSE(defaultDestination("Dest Morva a=1\n# Default Morva"));
+  EXPECT_FALSE(defaultDestination("Default /draft"));
 }
 
 }  // namespace
