@@ -40,9 +40,10 @@ find_path(GNUSTEP_HEADERS AppKit/AppKit.h PATH_SUFFIXES GNUstep REQUIRED)
 find_library(GNUSTEP_GUI gnustep-gui REQUIRED)
 find_library(GNUSTEP_BASE gnustep-base REQUIRED)
 # The runtime comes with gcc; the rest of gcc's folder of headers must not hide clang's own.
-execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=include
+find_program(TANDEM_TRIM_GCC g++ REQUIRED)
+execute_process(COMMAND ${TANDEM_TRIM_GCC} -print-file-name=include
   OUTPUT_VARIABLE gcc_headers OUTPUT_STRIP_TRAILING_WHITESPACE)
-execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libobjc.so
+execute_process(COMMAND ${TANDEM_TRIM_GCC} -print-file-name=libobjc.so
   OUTPUT_VARIABLE objc_runtime OUTPUT_STRIP_TRAILING_WHITESPACE)
 if(NOT EXISTS ${gcc_headers}/objc/runtime.h OR NOT EXISTS ${objc_runtime})
   message(FATAL_ERROR "gcc's runtime for Objective-C is missing (libobjc-12-dev on Debian 12)")

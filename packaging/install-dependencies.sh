@@ -24,7 +24,7 @@ tests+=' mousepad'
 tests+=' bash-completion zsh fish'
 # The bundle for macOS, built on GNUstep where there is no Mac.
 tests+=' clang libgnustep-gui-dev gnustep-back0.29-cairo'
-# What g++ lacks: libFuzzer, the coverage of conditions, the syntax tree.
+# What g++ lacks: libFuzzer, the coverage of programs that are killed and of conditions, the syntax tree.
 clang='clang-19 libclang-rt-19-dev'
 # The bundle for macOS in the Mach-O format: a linker, macOS's C++ library, and headers of a C library other than this system's.
 macho='clang-19 lld-19 llvm-19 libc++-19-dev musl-dev libgmock-dev cmake ninja-build make python3 fonts-dejavu-core'
@@ -35,7 +35,7 @@ case "${1:-}" in
   trial) packages="$build $server $package mmdebstrap" ;;
   test) packages="$build $server $screen $portal $package $tests" ;;
   bench) packages="$build $server $screen libbenchmark-dev valgrind binutils libxdamage-dev libxtst-dev xdg-desktop-portal-gtk" ;;
-  coverage) packages="$build $server $screen $portal $package $tests gcovr" ;;
+  coverage) packages="$build $server $screen $portal $package $tests $clang llvm-19" ;;
   memcheck) packages="$build $server $screen $portal $package $tests valgrind" ;;
   mcdc) packages="$build $server $screen $portal $package $tests $clang llvm-19" ;;
   mutants) packages="$build $server $screen $portal $package $tests $clang" ;;
