@@ -84,7 +84,7 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
   const auto defaults = savedDefaults();
   const auto destination = name ? splitAt(name->rfind('/'), *name) : usualDestination(defaults);
   // libcups reads one line for a printer that it knows the name of.
-  const auto lines = destination ? Lines::first : Lines::all;
+  const auto lines = destination ? SavedLines::first : SavedLines::all;
   auto saved = savedOptions(defaults, destination, lines);
   const auto facts =
       askFacts(connection, destination ? std::optional(destination->printer) : std::nullopt, saved);

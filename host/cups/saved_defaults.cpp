@@ -161,7 +161,7 @@ Options resetDefaults(const Printer& printer) {
   Options gone;
   try {
     editFile(savedDefaultsFile(), [&](const std::string& text) {
-      gone = savedOptions(std::span(&text, 1), nameOf(printer), Lines::all);
+      gone = savedOptions(std::span(&text, 1), nameOf(printer), SavedLines::all);
       return withoutSavedOptions(text, nameOf(printer));
     });
   } catch (const Failure& failure) {

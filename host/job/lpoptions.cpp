@@ -105,13 +105,13 @@ std::string lineOf(const Entry& entry, const Options& options) {
 }  // namespace
 
 Options savedOptions(std::span<const std::string> texts, const std::optional<DestinationName>& destination,
-                     Lines lines) {
+                     SavedLines lines) {
   std::vector<std::string> options;
   for (const auto& text : texts) {
     for (auto& entry : entriesIn(text)) {
       if (destination ? !isOf(entry, *destination) : entry.destination.instance.has_value()) continue;
       options.push_back(std::move(entry.options));
-      if (lines == Lines::first) break;
+      if (lines == SavedLines::first) break;
     }
   }
   return readOptions(options);

@@ -16,12 +16,12 @@ struct DestinationName {
 };
 
 /// Which of a destination's lines in one file count.
-enum class Lines { first, all };
+enum class SavedLines { first, all };
 
 /// The options that libcups reads for the destination from the texts of its files; a later text goes before
 /// an earlier one. Without a destination, those of all printers, but of none of their instances.
 Options savedOptions(std::span<const std::string> texts, const std::optional<DestinationName>& destination,
-                     Lines lines);
+                     SavedLines lines);
 
 /// The destination that the text of the file makes the default; none where it names none.
 std::optional<DestinationName> defaultDestination(std::string_view text);

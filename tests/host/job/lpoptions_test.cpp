@@ -11,7 +11,7 @@ constexpr const char* kOthers =
     "# a comment\nDest Elsewhere/Copy  x=1 \r\nPolicy what?\nDest Morva/draughts a=b\n\n";
 
 Options allIn(const std::string& text, const std::optional<DestinationName>& destination) {
-  return savedOptions(std::span(&text, 1), destination, Lines::all);
+  return savedOptions(std::span(&text, 1), destination, SavedLines::all);
 }
 
 TEST(SavedOptions, AreAppendedAsASeparateLine) {
@@ -78,10 +78,10 @@ TEST(SavedOptions, AreRemovedWithoutChangingOtherLines) {
 
 TEST(SavedOptions, OfALaterFileReplaceThoseOfAnEarlierOneAndKeepTheirSpelling) {
   const std::vector<std::string> texts{"Dest Morva a=1 b=1\nDest Morva c=1\n", "Dest morva A=2 d=2"};
-  EXPECT_EQ(savedOptions(texts, kMorva, Lines::first), (Options{{"a", "2"}, {"b", "1"}, {"d", "2"}}));
-  EXPECT_EQ(savedOptions(texts, kMorva, Lines::all),
+  EXPECT_EQ(savedOptions(texts, kMorva, SavedLines::first), (Options{{"a", "2"}, {"b", "1"}, {"d", "2"}}));
+  EXPECT_EQ(savedOptions(texts, kMorva, SavedLines::all),
             (Options{{"a", "2"}, {"b", "1"}, {"c", "1"}, {"d", "2"}}));
-  EXPECT_EQ(savedOptions(texts, kDraft, Lines::all), Options{});
+  EXPECT_EQ(savedOptions(texts, kDraft, SavedLines::all), Options{});
 }
 
 TEST(SavedOptions, OfNoPrinterInParticularAreThoseOfAllButOfNoInstance) {
