@@ -78,7 +78,7 @@ TEST(ADocument, IsOpenedAgainForAnotherReader) {
   EXPECT_EQ(read(again.get(), text.data(), text.size()), 13);
 }
 
-// As the rest of a file is that a shell has read the first line of.
+// For example, the rest of a file whose first line a shell has read.
 TEST(ADocument, ThatBeginsWithinItsFileIsNotOpenedAgain) {
   const test::TemporaryFolder folder;
   const auto file = folder.write("report", "first line\nrest");

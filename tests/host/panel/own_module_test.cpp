@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// A file beside this program, gone with the test.
+// A file beside this program, removed after the test.
 class AFileBesideTheProgram : public testing::Test {
  protected:
   AFileBesideTheProgram() { fs::copy_file(FAKE_MODULE, path, fs::copy_options::overwrite_existing); }
