@@ -46,7 +46,7 @@ BOUNDS = {
     'host/panel': Bound(99, 99),
     'host/applications': Bound(99, 92),
     'host/notifier': Bound(100, 93),
-    'host/preview': Bound(99, 72),
+    'host/preview': Bound(100, 80),
     'host/start': Bound(96, 87),
     'host/portal': Bound(96, 90),
     'host/dialog': Bound(95, 91, goal=95),
