@@ -20,19 +20,19 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// A slash separates the instance.
+// Splits the text at this slash, which separates the instance; npos for a text without one.
 DestinationName splitAt(std::string::size_type slash, const std::string& text) {
   if (slash == std::string::npos) return {text, std::nullopt};
   return {text.substr(0, slash), text.substr(slash + 1)};
 }
 
-// The default printer as libcups finds it: that of the environment, of the user or of the administrator. None
-// where the server is to tell.
+// The default printer as libcups finds it: from the environment, the user's or the administrator's file. None
+// means the server's.
 std::optional<DestinationName> usualDestination(std::span<const std::string> defaults) {
   const char* name = std::getenv("LPDEST");
   if (name == nullptr) {
     name = std::getenv("PRINTER");
-    // Which is in many environments, and no printer in particular.
+    // Many environments have this value, which means no particular printer.
     if (name != nullptr && name == "lp"sv) name = nullptr;
   }
   if (name != nullptr) return splitAt(std::string_view(name).find('/'), name);
@@ -83,7 +83,7 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
   refuseOddDefaults();
   const auto defaults = savedDefaults();
   const auto destination = name ? splitAt(name->rfind('/'), *name) : usualDestination(defaults);
-  // libcups reads one line for a printer that it knows the name of.
+  // For a printer whose name is known beforehand, libcups reads only its first line in each file.
   const auto lines = destination ? SavedLines::first : SavedLines::all;
   auto saved = savedOptions(defaults, destination, lines);
   const auto facts =

@@ -12,12 +12,12 @@ namespace tandemtrim::host {
 /// A queue of the print server, with the options that the user saved for it.
 struct Printer {
   std::string name;
-  /// The user's instance of the queue, as "draft" in "Morva/draft".
+  /// The user's instance of the queue, such as "draft" in "Morva/draft".
   std::optional<std::string> instance = {};
   /// The options that the user (or the administrator, for all users) saved, without the server's own.
   Options saved;
-  /// Those of the server's defaults that are plain texts, as the ones that the administrator sets for options
-  /// that CUPS does not know.
+  /// Those of the server's defaults that are plain texts, such as the administrator's for options that CUPS
+  /// does not know.
   Options queueDefaults;
   /// Every default that the server reports for the printer and uses for a job without the option.
   Options serverDefaults;

@@ -17,13 +17,13 @@ MessageHandle defaultPrinterRequest() {
   return request;
 }
 
-// By their names only: the lists of all that a printer supports take longer than a job. With them, what the
-// server itself says of each of the saved options.
+// The attributes to ask for, which include the server's values of the saved options. Not all of the
+// printer's: the lists of what it supports take longer than a job.
 std::vector<std::string> namesToAsk(const Options& saved) {
   std::vector<std::string> names{"printer-name", "printer-is-accepting-jobs", "printer-state",
                                  "printer-state-message", "printer-defaults"};
   for (const auto& option : saved) {
-    // A longer one would make the server turn the whole request down.
+    // The server would reject the whole request for a longer name.
     if (option.keyword.size() + kDefault.size() > IPP_MAX_NAME - 1) continue;
     names.push_back(option.keyword);
     names.push_back(option.keyword + std::string(kDefault));
@@ -106,9 +106,9 @@ Options serverDefaults(const MessageHandle& facts, const std::optional<ipp_tag_t
   Options defaults;
   for (auto* attribute = ippFirstAttribute(facts.get()); attribute != nullptr;
        attribute = ippNextAttribute(facts.get())) {
-    const auto held = ippGetValueTag(attribute);
+    const auto tag = ippGetValueTag(attribute);
     auto keyword = keywordOf(attribute);
-    if (!keyword.empty() && held != IPP_TAG_NOVALUE && held == type.value_or(held))
+    if (!keyword.empty() && tag != IPP_TAG_NOVALUE && tag == type.value_or(tag))
       setOption(defaults, {std::move(keyword), attributeText(attribute)});
   }
   return defaults;

@@ -51,15 +51,14 @@ Failure cannotChange(const Printer& printer, const Failure& reason) {
 
 DestinationName nameOf(const Printer& printer) { return {printer.name, printer.instance}; }
 
-// As libcups finds it: a program that runs as another user than its caller goes by no variable.
+// As libcups finds it, which ignores the variable in a program that runs as another user than its caller.
 fs::path systemDefaultsFile() {
   const bool isOwn = (geteuid() == getuid() || getuid() == 0) && getegid() == getgid();
   const char* const folder = isOwn ? std::getenv("CUPS_SERVERROOT") : nullptr;
   return std::string(folder == nullptr ? kServerRoot : folder) + "/lpoptions";
 }
 
-// Whether the file is in the home of another user, as when that one runs the program by sudo. Nobody expects
-// it to be read.
+// Whether the file is in another user's home folder, as under sudo. It is not expected to be read.
 bool isOfAnotherUser(const fs::path& file) {
   struct stat home {};
   return file == savedDefaultsFile() && access(file.c_str(), R_OK) != 0 && errno == EACCES &&

@@ -68,14 +68,14 @@ std::optional<Entry> entryOf(std::string_view line) {
     instance = printer.substr(slash + 1);
     printer.erase(slash);
   }
-  // Behind one blank: a brace matters at the beginning alone.
+  // Without the first blank, as in libcups: a brace matters only at the very beginning.
   entry.options = rest.substr(std::min<std::size_t>(rest.size(), 1));
   return entry;
 }
 
 bool isLineOfDefault(const Entry& entry) { return isSameWord(entry.directive, "Default"); }
 
-// As libcups reads the text: what is left of a line that is too long is another line.
+// As libcups reads the text: the rest of a line that is too long is another line.
 std::vector<Entry> entriesIn(std::string_view text) {
   std::vector<Entry> entries;
   for (auto line : linesOf(text)) {

@@ -18,8 +18,8 @@ struct DestinationName {
 /// Which of a destination's lines in one file count.
 enum class SavedLines { first, all };
 
-/// The options that libcups reads for the destination from the texts of its files; a later text goes before
-/// an earlier one. Without a destination, those of all printers, but of none of their instances.
+/// The options that libcups reads for the destination from the texts of its files; a later text overrides an
+/// earlier one. Without a destination, those of all printers, but not of their instances.
 Options savedOptions(std::span<const std::string> texts, const std::optional<DestinationName>& destination,
                      SavedLines lines);
 

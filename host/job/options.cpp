@@ -74,7 +74,7 @@ Options readOptions(std::span<const std::string> texts) {
   int count = 0;
   errno = 0;
   for (const auto& text : texts) count = cupsParseOptions(text.c_str(), count, &parsed);
-  // Some of the options may then be missing, which libcups does not say.
+  // Some of the options may then be missing, which libcups does not report.
   const bool isWithoutMemory = errno == ENOMEM;
   Options options;
   for (int i = 0; i < count && !isWithoutMemory; ++i) options.push_back({parsed[i].name, parsed[i].value});
