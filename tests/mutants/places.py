@@ -9,6 +9,7 @@ import pickle
 import re
 import shlex
 import subprocess
+import sys
 from dataclasses import dataclass, field
 
 COMPILER = 'clang++-19'
@@ -230,6 +231,8 @@ def places_in(root, texts, flags, kept, source):
     finder = Finder(texts)
     for tree in syntax_trees(root, source, flags.get(source, [])):
         finder.walk(tree)
+    if any((root / each).read_bytes() != text for each, text in texts.items() if each == source or each.endswith('.hpp')):
+        sys.exit(f'{source} or a header changed while it was read; run it again')
     kept.mkdir(parents=True, exist_ok=True)
     file.write_bytes(pickle.dumps((digest, finder.places)))
     return finder.places
