@@ -31,20 +31,20 @@ void countWrites(GtkWidget* widget) {
     countWrites(child);
 }
 
-GtkWidget* firstEntry(GtkWidget* widget) {
-  if (GTK_IS_ENTRY(widget)) return widget;
+GtkWidget* firstBox(GtkWidget* widget) {
+  if (GTK_IS_EDITABLE(widget)) return widget;
   for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
        child = gtk_widget_get_next_sibling(child)) {
-    if (auto* const entry = firstEntry(child)) return entry;
+    if (auto* const box = firstBox(child)) return box;
   }
   return nullptr;
 }
 
 // Inserts the text into an empty box, as one edit; returns how often the program then wrote.
-int writesAfter(GtkWidget* entry, const char* text) {
-  gtk_editable_delete_text(GTK_EDITABLE(entry), 0, -1);
+int writesAfter(GtkWidget* box, const char* text) {
+  gtk_editable_delete_text(GTK_EDITABLE(box), 0, -1);
   int position = 0;
-  gtk_editable_insert_text(GTK_EDITABLE(entry), text, -1, &position);
+  gtk_editable_insert_text(GTK_EDITABLE(box), text, -1, &position);
   writes = 0;
   while (g_main_context_pending(nullptr) != FALSE) g_main_context_iteration(nullptr, FALSE);
   return writes;
@@ -66,7 +66,8 @@ int main(int argc, char* argv[]) {
   panels->front()->willShow();
   auto* const widget = GTK_WIDGET(view->toolkitView());
   countWrites(widget);
-  auto* const entry = firstEntry(widget);
-  std::printf("unchanged\t%d\n", writesAfter(entry, "12"));
-  std::printf("corrected\t%d\n", writesAfter(entry, "1a2"));
+  auto* const box = firstBox(widget);
+  if (box == nullptr) return 1;
+  std::printf("unchanged\t%d\n", writesAfter(box, "12"));
+  std::printf("corrected\t%d\n", writesAfter(box, "1a2"));
 }

@@ -52,7 +52,7 @@ std::string Object::stringValue() const {
 
 const std::string& requiredText(const ObjectRef& object, std::string_view what) {
   const auto* text = object ? object->as<std::string>() : nullptr;
-  if (text == nullptr) throw std::invalid_argument(std::string(what) + " is missing or no text");
+  if (text == nullptr) throw std::invalid_argument(std::string(what) + " is missing or not a text");
   return *text;
 }
 

@@ -96,7 +96,7 @@ void Bundle::loadTables(const fs::path& folder) {
     if (texts) {
       table->second = *std::move(texts);
     } else if (bytes) {
-      brokenTables_.push_back(file + ":" + std::to_string(line) + ": not the form of a string table");
+      brokenTables_.push_back(file + ":" + std::to_string(line) + ": not a valid string table");
     } else {
       brokenTables_.push_back(file + ": " + fault);
     }

@@ -124,7 +124,7 @@ void reset(const CommandLine& line, const Report& report) {
   const Connection connection(line.server);
   const auto printer = findPrinter(connection, line.printer);
   const auto gone = resetDefaults(printer);
-  report(gone.empty() ? "no defaults of yours are kept for " + printer.name
+  report(gone.empty() ? "you have no saved defaults for " + printer.name
                       : "your defaults for " + printer.name + " are removed: " + countText(gone));
 }
 
@@ -168,7 +168,7 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
       return runDialog(line, out, report);
     } catch (const NoDialog& failure) {
       if (line.dialog) throw;
-      report(failure.fact().english() + "; going on without it");
+      report(failure.fact().english() + "; printing without it");
     }
   }
   auto documents = openDocuments(line.files);
@@ -198,7 +198,7 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   if (line.saveAsDefault) keep(*target, kept, report);
   if (line.savePreset) {
     savePreset(family, presetOf(line, preset, settings));
-    report("kept as the preset " + *line.savePreset);
+    report("saved as the preset " + *line.savePreset);
   }
 }
 

@@ -159,7 +159,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
       return status == HTTP_STATUS_CONTINUE;
     });
   }
-  constexpr auto kNotTaken = "[printer] did not take [document]: [reason]"_fact;
+  constexpr auto kNotTaken = "[printer] did not accept [document]: [reason]"_fact;
   const std::vector<FactArgument> names{{"[printer]", printer_.name}, {"[document]", name}};
   if (status != HTTP_STATUS_CONTINUE) throw refused(connection_, kNotTaken, names);
   if (document.size() > sent) {

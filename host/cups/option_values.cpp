@@ -136,7 +136,7 @@ std::string encodableValues(const Option& option, ipp_attribute_t* attribute) {
   }
   if (isRight && count == ippGetCount(attribute)) return all;
   throw Failure(Trouble::other,
-                Fact(option.keyword + " is \"" + shortText(option.value) + "\", but has to be " +
+                Fact(option.keyword + " is \"" + shortText(option.value) + "\", but must be " +
                          expected(type, option.keyword),
                      kUnsendable, {{"[option]", option.keyword}, {"[value]", shortText(option.value)}}),
                 "; nothing was sent. Give another value by -o " + option.keyword + "=...");

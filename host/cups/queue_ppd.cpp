@@ -87,7 +87,7 @@ PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
   connection.reconnect();
   if (auto ppd = fetch(connection, printer)) return std::move(*ppd);
   throw Failure(Trouble::details,
-                Fact("the print server at [server] breaks off in the middle of the PPD of [printer]"_fact,
+                Fact("the print server at [server] sent only part of the PPD of [printer]"_fact,
                      {{"[server]", serverName()}, {"[printer]", printer.name}}),
                 "; see whether it is still running, or name a PPD file by --ppd");
 }

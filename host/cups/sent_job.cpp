@@ -73,7 +73,7 @@ ReportedJob askForReport(const Connection& connection, const Printer& printer, i
   if (!reported)
     throw Failure(
         Trouble::noServer,
-        Fact(connection.server() + " says nothing of it", kUselessAnswer, {{"[server]", serverName()}}),
+        Fact(connection.server() + " does not report the job", kUselessAnswer, {{"[server]", serverName()}}),
         "; see lpstat -W all -o " + printer.name);
   return *std::move(reported);
 }

@@ -70,7 +70,7 @@ std::optional<std::string> fault(const Node& node, bool isLast, const std::set<u
   const bool isGuarded = !isLast && S_ISDIR(mode) && (mode & S_ISVTX) != 0;
   if (S_ISLNK(mode) || isGuarded) return std::nullopt;
   if ((mode & S_IWOTH) != 0)
-    return "everybody may write to " + path.string() + " (end that by chmod o-w " + path.string() + ')';
+    return "everybody can write to " + path.string() + " (end that by chmod o-w " + path.string() + ')';
   if ((mode & S_IWGRP) != 0 && !isOwnGroup(status.st_gid, owners)) {
     return "a group that is not your own may write to " + path.string() + " (end that by chmod g-w " +
            path.string() + ')';

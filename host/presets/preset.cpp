@@ -24,7 +24,7 @@ Options optionsIn(const Json& preset, const char* key) {
   Options options;
   if (!preset.contains(key)) return options;
   const auto& json = preset.at(key);
-  if (!json.is_object()) throw Failure(std::string("\"") + key + "\" is no object");
+  if (!json.is_object()) throw Failure(std::string("\"") + key + "\" is not a JSON object");
   for (const auto& [keyword, value] : json.items()) {
     if (keyword.empty() || !value.is_string())
       throw Failure(std::string("\"") + key + "\" has an entry that is no text: \"" + keyword + '"');
@@ -43,7 +43,7 @@ std::string presetText(const Preset& preset) {
 Preset presetFrom(const std::string& name, const std::string& text) {
   const auto json = Json::parse(text, nullptr, false);
   if (json.is_discarded()) throw Failure("it is no JSON");
-  if (!json.is_object()) throw Failure("it is no object");
+  if (!json.is_object()) throw Failure("it is not a JSON object");
   return {name, optionsIn(json, kPanel), withoutThoseOfOneJob(optionsIn(json, kOptions))};
 }
 

@@ -152,7 +152,7 @@ Failure unknownPreset(const std::string& name, const std::vector<KeptPreset>& pr
   std::string known;
   for (const auto& each : presets) known += (known.empty() ? "" : ", ") + shortText(each.preset.name);
   return {Trouble::other, Fact("there is no preset [name]"_fact, {{"[name]", shortText(name)}}),
-          "; " + (known.empty() ? "none is kept for these printers" : "there are: " + known)};
+          "; " + (known.empty() ? "there are no presets for these printers" : "there are: " + known)};
 }
 
 KeptPreset findKept(const std::string& family, const std::string& name, const Report& report) {

@@ -125,7 +125,7 @@ class DefaultsTest(TerminalCase):
         self.assertRegex(result.stderr, "(?m)^tandem-trim: your defaults for Morva are removed: 7 options")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
         self.assertEqual(self.kept_for("Dest Morva/draft"), {"MVTopMargin": "2"})
-        self.assertIn("no defaults of yours are kept for Morva", self.keeps_nothing("-d", "Morva").stderr)
+        self.assertIn("you have no saved defaults for Morva", self.keeps_nothing("-d", "Morva").stderr)
         self.keeps_nothing("-d", "Morva/draft")
         self.assertEqual(self.kept(), "")
 

@@ -50,7 +50,7 @@ class EncryptionTest(TerminalCase):
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
             self.assertEqual(other.requests(), before)
             self.assertEqual((result.returncode, result.stdout), (1, ""))
-            words = f"the print server at {address} shows another certificate than before, so it may be another server; .*remove {self.kept()} "
+            words = f"the print server at {address} presents a different certificate than before, so it may be another server; .*remove {self.kept()} "
             self.assertRegex(result.stderr, words)
             with WantsEncryption(other.address) as relay:
                 # This is reported at once, whatever the time limit for answers.
@@ -72,7 +72,7 @@ class EncryptionTest(TerminalCase):
                     result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, **REQUIRED)
                     self.assertEqual(other.jobs(), [], result.stderr)
                     self.assertEqual("confirmed" in result.stdout, result.returncode == 0, result.stderr)
-                    reports += "shows another certificate than before" in result.stderr
+                    reports += "presents a different certificate than before" in result.stderr
                 if not relay.is_cut:
                     break
         self.assertEqual(result.returncode, 0, result.stderr)
@@ -95,14 +95,14 @@ class EncryptionTest(TerminalCase):
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=f"localhost:{other.address[1]}", **REQUIRED)
             self.assertEqual(other.jobs(), [])
         self.assertEqual(result.returncode, 1)
-        self.assertIn("another certificate than before", result.stderr)
+        self.assertIn("a different certificate than before", result.stderr)
         self.assertRegex(self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=first, **REQUIRED).stdout, CONFIRMED)
 
     def test_a_saved_certificate_that_cannot_be_read_is_reported(self):
         self.kept().parent.mkdir(parents=True)
         self.kept().write_text("junk")
         result = self.refuses("-d", "Morva", SAMPLE, **REQUIRED)
-        self.assertRegex(result.stderr, f"certificate of .* cannot be read; mend or remove {self.kept()}")
+        self.assertRegex(result.stderr, f"certificate of .* cannot be read; repair or remove {self.kept()}")
 
     def test_a_certificate_that_the_users_settings_do_not_accept_is_reported(self):
         settings = self.cups.folder / "home/client.conf"

@@ -58,7 +58,7 @@ class FrozenServerTest(TerminalCase):
 
     def test_a_document_that_is_half_sent_when_the_server_freezes_is_not_printed(self):
         said = self.freezes_during_a_job(50_000_000)  # more than the system's buffers
-        self.assertRegex(said, r"Morva did not take .* did not answer within 1 s; job \d+ on Morva could not be cancelled")
+        self.assertRegex(said, r"Morva did not accept .* did not answer within 1 s; job \d+ on Morva could not be cancelled")
         self.assertEqual(self.cups.records(), [])
 
     def test_the_program_warns_that_a_job_may_still_be_printed_when_the_server_freezes_after_its_document(self):

@@ -63,7 +63,7 @@ class HostileServerTest(TerminalCase):
             with self.subTest(after), AlwaysCut(self.cups.address, after, True, PPD_REQUEST) as relay:
                 result = self.trim_at(relay.address, "-d", "Morva", SAMPLE)
                 self.assertEqual((result.returncode, result.stdout), (1, ""))
-                self.assertIn(f"the print server at {relay.address} breaks off in the middle of the PPD of Morva", result.stderr)
+                self.assertIn(f"the print server at {relay.address} sent only part of the PPD of Morva", result.stderr)
         self.assertEqual(self.cups.jobs(), before)
 
     def test_a_ppd_in_chunks_is_refused_without_its_last_chunk(self):
@@ -78,7 +78,7 @@ class HostileServerTest(TerminalCase):
                     self.assertEqual((result.returncode, '"max": 20' in result.stdout), (0, True), result.stderr)
                 else:
                     self.assertEqual((result.returncode, result.stdout), (1, ""))
-                    self.assertIn(f"{server.address} breaks off in the middle of the PPD of Morva", result.stderr)
+                    self.assertIn(f"{server.address} sent only part of the PPD of Morva", result.stderr)
                     self.assertEqual(server.asked.count(fake_server.PPD), 2)
 
     def test_a_compressed_ppd_is_refused_if_gzip_finds_it_damaged(self):
@@ -94,7 +94,7 @@ class HostileServerTest(TerminalCase):
                         self.assertEqual((result.returncode, '"max": 20' in result.stdout), (0, True), result.stderr)
                     else:
                         self.assertEqual((result.returncode, result.stdout), (1, ""))
-                        self.assertRegex(result.stderr, rf"the PPD file .*{place} is damaged: [a-z ]+; mend it or name another by --ppd")
+                        self.assertRegex(result.stderr, rf"the PPD file .*{place} is damaged: [a-z ]+; correct it or name another by --ppd")
                 self.assertEqual(server.asked.count(fake_server.PPD), 1 if is_whole else 2)
 
     def test_a_compressed_ppd_that_is_damaged_once_is_fetched_again(self):
@@ -147,13 +147,13 @@ class HostileServerTest(TerminalCase):
                 result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
                 self.assertEqual(result.returncode, 1)
                 self.assertRegex(result.stdout, f"^{REQUEST}$")
-                self.assertIn(f"could not be confirmed: the print server at {server.address} says nothing of it", result.stderr)
+                self.assertIn(f"could not be confirmed: the print server at {server.address} does not report the job", result.stderr)
 
     def test_a_job_that_the_server_no_longer_knows_is_not_confirmed(self):
         unknown = fake_server.answer(ipp.beginning(ipp.NOT_FOUND) + bytes([ipp.END]))
         with FakeServer(PPD.read_bytes(), {ipp.GET_JOB: lambda: [unknown]}) as server:
             result = self.trim_at(server.address, "-d", "Morva", "--wait", "--save-as-default", SAMPLE)
-            words = f"job 1 on Morva was sent, but its options could not be confirmed: the print server at {server.address} says nothing of it; see lpstat -W all -o Morva\n"
+            words = f"job 1 on Morva was sent, but its options could not be confirmed: the print server at {server.address} does not report the job; see lpstat -W all -o Morva\n"
             self.assertEqual((result.returncode, result.stdout), (1, "request id is Morva-1 (1 file(s))\n"))
             self.assertEqual(result.stderr, f"tandem-trim: {words}")
             self.assertNotIn(ipp.CANCEL_JOB, server.asked)

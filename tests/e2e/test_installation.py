@@ -29,14 +29,14 @@ class InstallationTest(TerminalCase):
         (bundle,) = prefix.glob("lib/**/TandemTrim.bundle")
         for folder, remedies in ((prefix, []), (prefix / "lib", []), (bundle, ["--without-panel"])):
             folder.chmod(0o777)
-            words = [f"everybody may write to {folder} ", "chmod o-w", "nothing was sent", *remedies]
+            words = [f"everybody can write to {folder} ", "chmod o-w", "nothing was sent", *remedies]
             self.refuses("-d", "Morva", SAMPLE, words=words, **around)
             folder.chmod(0o755)
 
     def test_a_program_whose_module_others_could_change_refuses_to_run(self):
         prefix, part = self.installed_with_its_part()
         part.chmod(0o777)
-        self.refuses_itself(prefix, f"everybody may write to {part} ", "chmod o-w")
+        self.refuses_itself(prefix, f"everybody can write to {part} ", "chmod o-w")
 
     def test_a_program_whose_module_is_of_another_build_refuses_to_run(self):
         prefix, part = self.installed_with_its_part()
@@ -105,7 +105,7 @@ class InstallationTest(TerminalCase):
         prefix = self.installed()
         for module in self.parts_of_the_dialog(prefix):
             module.chmod(0o777)
-            self.refuses_the_dialog(prefix, f"everybody may write to {module} ", "chmod o-w")
+            self.refuses_the_dialog(prefix, f"everybody can write to {module} ", "chmod o-w")
             module.chmod(0o755)
 
     def test_a_dialog_that_lacks_a_module_counts_as_not_installed(self):
@@ -140,7 +140,7 @@ class InstallationTest(TerminalCase):
         result, (record,) = self.prints("-d", "Morva", SAMPLE, program=program, DISPLAY=":none")
         self.assertEqual(record.size, pathlib.Path(SAMPLE).stat().st_size)
         (note,) = result.stderr.splitlines()
-        for words in ("the print dialog is not installed", "tandem-trim-gtk", "going on without it"):
+        for words in ("the print dialog is not installed", "tandem-trim-gtk", "printing without it"):
             self.assertIn(words, note)
 
 

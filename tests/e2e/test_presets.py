@@ -43,7 +43,7 @@ class PresetsTest(TerminalCase):
     def test_a_preset_restores_its_settings(self):
         result = self.save()
         self.assertEqual(result.stdout, "")
-        self.assertEqual(result.stderr, f"tandem-trim: kept as the preset {NAME}\n")
+        self.assertEqual(result.stderr, f"tandem-trim: saved as the preset {NAME}\n")
         self.assertEqual(of_panel(self.options_of("--preset", NAME)), CHANGED)
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
@@ -108,7 +108,7 @@ class PresetsTest(TerminalCase):
         self.assertEqual(of_panel(self.options_of("--preset", "House", **around)), DEFAULTS | {"MVTandemTrim": "On"})
 
     def test_an_unknown_preset_is_refused_with_a_list_of_the_known_ones(self):
-        self.refuses("-d", "Morva", "--preset", "None", SAMPLE, words=["there is no preset None", "none is kept"])
+        self.refuses("-d", "Morva", "--preset", "None", SAMPLE, words=["there is no preset None", "there are no presets for these printers"])
         self.save()
         self.refuses("-d", "Morva", "--preset", "None", SAMPLE, words=["there is no preset None", NAME])
 
@@ -132,7 +132,7 @@ class PresetsTest(TerminalCase):
         self.assertEqual((result.returncode, result.stdout), (1, f"{NAME}\n"))
         mine, house, failure = result.stderr.splitlines()
         self.assertIn("Mine.json.damaged", mine)
-        self.assertEqual(house, f"tandem-trim: the preset in {file} cannot be understood (it is no object)")
+        self.assertEqual(house, f"tandem-trim: the preset in {file} cannot be understood (it is not a JSON object)")
         self.assertEqual(failure, "tandem-trim: not all presets are listed")
         # The user's file has been renamed; the administrator's stays.
         result = self.trim("-d", "Morva", "--list-presets", "--json", **around)

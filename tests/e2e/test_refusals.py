@@ -131,7 +131,7 @@ class RefusalsTest(TerminalCase):
         for open_path in (folder, bundle, (bundle / MODULE).parent, bundle / MODULE):
             before = open_path.stat().st_mode
             open_path.chmod(0o777)
-            words = [str(bundle), f"everybody may write to {open_path} ", "chmod o-w", "--plugin", "--without-panel"]
+            words = [str(bundle), f"everybody can write to {open_path} ", "chmod o-w", "--plugin", "--without-panel"]
             self.refuses("--plugin", bundle, "-d", "Morva", SAMPLE, words=words)
             open_path.chmod(before)
         folder.chmod(0o1777)

@@ -21,9 +21,9 @@ std::shared_ptr<const Dictionary> propertyListIn(const std::string& bytes, std::
   const auto root = parsePropertyList(decoded ? decoded->text : bytes, line);
   const auto* dictionary = root ? root->as<Dictionary>() : nullptr;
   if (!root) {
-    fault = ":" + std::to_string(line) + ": not the form of an XML property list";
+    fault = ":" + std::to_string(line) + ": not a valid XML property list";
   } else if (dictionary == nullptr) {
-    fault = ": its root is no dictionary";
+    fault = ": its root is not a dictionary";
   }
   return {root, dictionary};
 }

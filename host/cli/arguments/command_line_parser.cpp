@@ -145,7 +145,7 @@ void refuseBeside(const CommandLine& line, Use use, const std::string& fact) {
 void refuseMismatches(const CommandLine& line) {
   if (line.server) refuseWrongServer(*line.server);
   if (line.printer) refuseWrongPrinter(*line.printer);
-  if (line.resetDefaults) refuseBeside(line, Use::reset, "--reset-defaults only takes the defaults away");
+  if (line.resetDefaults) refuseBeside(line, Use::reset, "--reset-defaults only removes the saved defaults");
   if (line.deletePreset && line.listPresets)
     throw Failure("--delete-preset and --list-presets do not go together", kWrongCommandLine);
   if (line.deletePreset && line.json)

@@ -51,9 +51,10 @@ MaybeOptions pagesFrom(const std::string& text) {
   auto pages = parsePageRanges(text);
   if (!pages.mistake) return {{{"page-ranges", pageRangesText(std::move(pages.ranges))}}};
   const auto& part = *pages.mistake;
-  throw wrong("-P", text,
-              part.empty() ? "a page is missing" : '"' + shortText(part) + "\" is no page or range of pages",
-              "write pages as 1,3-5,16-, counted from 1");
+  throw wrong(
+      "-P", text,
+      part.empty() ? "a page is missing" : '"' + shortText(part) + "\" is not a page or a range of pages",
+      "write pages as 1,3-5,16-, counted from 1");
 }
 
 MaybeOptions holdFrom(const std::string& text) {
@@ -114,7 +115,7 @@ void refuseWrongServer(const std::string& server) {
   const bool hasPort =
       colon != std::string_view::npos && (host.ends_with(']') || host.find(':') == std::string_view::npos);
   if (hasPort && !countUpTo(kHighestPort, address.substr(colon + 1)))
-    throw wrong("-h", server, "the port is no number from 1 to " + std::to_string(kHighestPort), remedy);
+    throw wrong("-h", server, "the port is not a number from 1 to " + std::to_string(kHighestPort), remedy);
 }
 
 void refuseWrongPrinter(const std::string& printer) {

@@ -71,7 +71,7 @@ std::optional<std::string> checkCertificate(http_t* http, const std::string& ser
       throw Failure(Trouble::insecure,
                     Fact("the stored certificate of the print server at [server] cannot be read"_fact,
                          {{"[server]", server}}),
-                    "; mend or remove " + fileOf(host).string());
+                    "; repair or remove " + fileOf(host).string());
     }
     if (httpCredentialsGetTrust(shown.get(), host.c_str()) != HTTP_TRUST_OK) {
       throw Failure(
@@ -87,7 +87,7 @@ std::optional<std::string> checkCertificate(http_t* http, const std::string& ser
     throw Failure(
         Trouble::insecure,
         Fact(
-            "the print server at [server] shows another certificate than before, so it may be another server"_fact,
+            "the print server at [server] presents a different certificate than before, so it may be another server"_fact,
             {{"[server]", server}}),
         "; where its administrator says that the certificate was replaced, remove " + fileOf(host).string() +
             " and print again");

@@ -83,7 +83,7 @@ class Renderer {
     while (filled < answer.size()) {
       const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
       if (left.count() <= 0) throw noPage("its rendering takes too long");
-      if (!request.isWanted()) throw noPage("nobody waits for it");
+      if (!request.isWanted()) throw noPage("it is no longer needed");
       pollfd readable{answer_.get(), POLLIN, 0};
       if (poll(&readable, 1, static_cast<int>(std::min(left, kBetweenQuestions).count())) <= 0) continue;
       const auto got = ::read(answer_.get(), &answer[filled], answer.size() - filled);
@@ -119,7 +119,7 @@ std::string reasonOf(int status) {
     if (status == static_cast<int>(known)) return reason;
   }
   return status < 0 ? std::string("its rendering was ended: ") + strsignal(-status)
-                    : "its rendering gave no page";
+                    : "the renderer returned no page";
 }
 
 }  // namespace
@@ -151,7 +151,7 @@ std::optional<RenderedPage> pageIn(std::span<const std::byte> answer, int longes
 }
 
 std::optional<RenderedPage> readPage(FileDescriptor document, const PageRequest& request) {
-  if (!document.isOpen()) throw noPage("it cannot be read a second time");
+  if (!document.isOpen()) throw noPage("it can be read only once");
   const auto side = static_cast<std::size_t>(request.longestSide);
   Renderer renderer(document, request);
   const auto answer = renderer.read(sizeof(PageAnswer) + side * side * sizeof(std::uint32_t), request);
@@ -159,7 +159,7 @@ std::optional<RenderedPage> readPage(FileDescriptor document, const PageRequest&
   if (answer.empty() && status == static_cast<int>(PageStatus::noSuchPage)) return std::nullopt;
   if (answer.empty()) throw noPage(reasonOf(status));
   auto page = pageIn(answer, request.longestSide);
-  if (!page) throw noPage("its rendering gave no page");
+  if (!page) throw noPage("the renderer returned no page");
   return page;
 }
 

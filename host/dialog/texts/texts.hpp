@@ -17,7 +17,7 @@
 namespace tandemtrim::host {
 
 inline constexpr const char* kCorrectText = "C_orrect";
-inline constexpr const char* kPrintAsItIsText = "_Print As It Is";
+inline constexpr const char* kPrintAsItIsText = "_Print Anyway";
 inline constexpr const char* kNotAllowedText = "The printer does not allow these settings";
 inline constexpr const char* kCloseText = "_Close";
 inline constexpr const char* kTryAgainText = "_Try Again";
@@ -28,7 +28,7 @@ inline constexpr const char* kContinueText = "C_ontinue";
 inline constexpr const char* kLoginTitleText = "Log In";
 inline constexpr const char* kLoginText = "[server] asks for a user name and a password. They are not kept.";
 inline constexpr const char* kLoginAgainText =
-    "[server] did not take this user name and password. Type them again.";
+    "[server] did not accept this user name and password. Type them again.";
 inline constexpr const char* kUserText = "_User name";
 inline constexpr const char* kPasswordText = "_Password";
 inline constexpr const char* kHelpText = "_Help";
@@ -49,20 +49,20 @@ inline constexpr const char* kNotSavedText =
     "The document could not be saved as [file]. What was there is unchanged. Choose another place, or make "
     "room there.\n[reason]";
 inline constexpr const char* kNotConvertedText =
-    "The document could not be turned into [format]. Choose a printer, or save the document as a PDF file "
+    "The document could not be converted to [format]. Choose a printer, or save the document as a PDF file "
     "and print that.";
 inline constexpr const char* kProtectedText =
     "The document is protected by a password and cannot be turned into [format]. Save it without the "
     "password, or save this file as PDF.";
 /// For a document that another program has laid out as the user chose.
 inline constexpr const char* kLaidOutText =
-    "The program has laid the document out already. Choose the pages, scale and orientation as they were, or "
+    "The program has already laid out the document. Choose the pages, scale and orientation as they were, or "
     "print from the program again.";
 /// The name of a document that has none.
 inline constexpr const char* kDocumentText = "Document";
 inline constexpr const char* kNoPagesText = "Type the numbers of the pages to print, or choose all pages.";
 inline constexpr const char* kWrongPagesText =
-    "\"[text]\" names no pages. Type page numbers such as 1-3,5, or choose all pages.";
+    "\"[text]\" is not a valid page range. Type page numbers such as 1-3,5, or choose all pages.";
 inline constexpr const char* kWrongTimeText =
     "\"[text]\" is not a time of day. Type one such as 14:30, or choose to print now.";
 inline constexpr const char* kSendingText = "Sending…";
@@ -82,16 +82,16 @@ inline constexpr const char* kPresetText = "Preset";
 inline constexpr const char* kNoPresetText = "None";
 inline constexpr const char* kChangedPresetText = "[name], changed";
 inline constexpr const char* kSavePresetText = "Save";
-inline constexpr const char* kBackToPresetText = "Back to Preset";
+inline constexpr const char* kBackToPresetText = "Revert to Preset";
 inline constexpr const char* kSavePresetAsText = "Save As…";
 inline constexpr const char* kRenamePresetText = "Rename…";
 inline constexpr const char* kDeletePresetText = "Delete…";
-inline constexpr const char* kPresetOfPrinterText = "Begin with It on This Printer";
+inline constexpr const char* kPresetOfPrinterText = "Use by Default on This Printer";
 inline constexpr const char* kPresetNameText = "_Name of the preset";
 inline constexpr const char* kPresetWithPagesText = "_With the settings of the other pages";
 inline constexpr const char* kNoSuchPresetText = "There is no preset [name] for this printer.";
 inline constexpr const char* kPresetChangedMeanwhileText =
-    "The preset [name] has been changed meanwhile. Replace it?";
+    "The preset [name] was changed by another program. Replace it?";
 inline constexpr const char* kPresetTakenText = "There is a preset [name] already. Replace it?";
 inline constexpr const char* kReplaceText = "_Replace";
 inline constexpr const char* kDeleteThisPresetText = "Delete the preset [name]?";
@@ -145,8 +145,9 @@ inline constexpr std::array kTroubleTexts{
               "printer's queue before you print again."},
     std::pair{Trouble::unconfirmedSettings,
               "The job was sent, but the print server did not confirm its settings. Check the printout."},
-    std::pair{Trouble::lostSettings,
-              "The job was sent, but the print server did not take all of its settings. Check the printout."},
+    std::pair{
+        Trouble::lostSettings,
+        "The job was sent, but the print server did not accept all of its settings. Check the printout."},
     std::pair{Trouble::notKeptForAllJobs,
               "The job was sent, but its settings could not be kept for all your jobs. Choose them again for "
               "the next job."},

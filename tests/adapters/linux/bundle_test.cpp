@@ -152,7 +152,7 @@ TEST_F(BundleTest, NamesABrokenInfoPropertyListAndUsesTheAlphabeticallyFirstLang
   folder_.write("Sample.bundle/Contents/Info.plist", "<plist><array/></plist>");
   std::string reason;
   EXPECT_FALSE(BundleInfo::read(path(), reason));
-  EXPECT_EQ(reason, at("Info.plist") + ": its root is no dictionary");
+  EXPECT_EQ(reason, at("Info.plist") + ": its root is not a dictionary");
   EXPECT_EQ(open({"ja"})->localization(), "ar");
 }
 
@@ -238,7 +238,7 @@ TEST_F(BundleTest, IgnoresFilesThatAreNeitherLocalizationsNorStringTables) {
   resource("ja");
   resource("ja.txt");
   resource("ja.nib/Localizable.strings", "Top = Nib;");
-  resource("en.lproj/notes.txt", "not the form of a string table");
+  resource("en.lproj/notes.txt", "not a valid string table");
   const auto bundle = open({"ja"});
   EXPECT_EQ(bundle->localization(), "en");
   EXPECT_THAT(bundle->brokenTables(), IsEmpty());
@@ -293,7 +293,7 @@ TEST_F(BundleTest, DoesNotReplaceABrokenTableByAnother) {
   const auto bundle = open({"fr"});
   EXPECT_EQ(text(bundle, "Top"), "Top");
   EXPECT_THAT(bundle->brokenTables(),
-              ElementsAre(at("Resources/fr.lproj/Localizable.strings:1: not the form of a string table")));
+              ElementsAre(at("Resources/fr.lproj/Localizable.strings:1: not a valid string table")));
 }
 
 TEST_F(BundleTest, NamesATableThatIsTooLong) {
@@ -319,8 +319,7 @@ TEST_F(BundleTest, NamesAFolderWhoseDiskFails) {
 
 TEST_F(BundleTest, NamesABrokenInfoPropertyListAmongTheBrokenTables) {
   folder_.write("Sample.bundle/Contents/Info.plist", "broken");
-  EXPECT_THAT(open({"fr"})->brokenTables(),
-              ElementsAre(at("Info.plist:1: not the form of an XML property list")));
+  EXPECT_THAT(open({"fr"})->brokenTables(), ElementsAre(at("Info.plist:1: not a valid XML property list")));
 }
 
 TEST_F(BundleTest, NamesThePropertyListsThatCannotBeRead) {
@@ -332,8 +331,8 @@ TEST_F(BundleTest, NamesThePropertyListsThatCannotBeRead) {
   resource("en.lproj/Other.plist", "");
   EXPECT_THAT(open({"fr"})->brokenPropertyLists(),
               ElementsAre(at("Resources/Binary.plist: a property list in binary form; only XML is read"),
-                          at("Resources/Broken.plist:2: not the form of an XML property list"),
-                          at("Resources/fr.lproj/Array.plist: its root is no dictionary")));
+                          at("Resources/Broken.plist:2: not a valid XML property list"),
+                          at("Resources/fr.lproj/Array.plist: its root is not a dictionary")));
   fs::remove_all(at("Resources"));
   EXPECT_THAT(open({"fr"})->brokenPropertyLists(), IsEmpty());
 }
@@ -360,7 +359,7 @@ TEST_F(BundleTest, ShowsKeysWhereATableIsBrokenAndNamesTheTable) {
   EXPECT_EQ(text(bundle, "Top"), "Top");
   EXPECT_THAT(bundle->brokenTables(),
               ElementsAre(at("Resources/fr.lproj/Folder.strings: cannot be read"),
-                          at("Resources/fr.lproj/Localizable.strings:2: not the form of a string table")));
+                          at("Resources/fr.lproj/Localizable.strings:2: not a valid string table")));
   EXPECT_THAT(open({"en"})->brokenTables(), IsEmpty());
 }
 

@@ -303,7 +303,7 @@ class DialogTest(DialogCase):
     def test_an_option_that_the_server_drops_is_named(self):
         dialog = self.panel("-o", "job-media-sheets-completed=5")
         dialog.press("Print")
-        dialog.says("did not take all of its settings")
+        dialog.says("did not accept all of its settings")
         dialog.says("has lost these settings: job-media-sheets-completed")
         dialog.press("Close")
         status, out, said = dialog.ends()

@@ -99,7 +99,7 @@ class DialogFilesTest(DialogCase):
     def test_a_document_that_no_filter_understands_is_not_saved(self):
         dialog = self.saving(self.document("document", bytes(range(256)) * 20))
         dialog.press("Print")
-        self.assert_refused(dialog, "could not be turned into PDF", [])
+        self.assert_refused(dialog, "could not be converted to PDF", [])
 
     def test_print_to_file_is_not_offered_for_several_documents(self):
         dialog = self.dialog("-d", "Morva", documents=(SAMPLE, SAMPLE))

@@ -8,7 +8,7 @@ from relay import WantsLogin
 from terminal_case import DEFAULTS, of_panel
 
 QUESTION = "asks for a user name and a password"
-AGAIN = "did not take this user name and password"
+AGAIN = "did not accept this user name and password"
 
 
 class DialogLoginTest(DialogCase):

@@ -123,7 +123,7 @@ class DialogPagesTest(DialogCase):
         for typed in ("abc", "1,,2", "3-1", "2x", "0"):
             with self.subTest(typed):
                 dialog.type(RANGES, typed)
-                self.refused(dialog, f'"{typed}" names no pages. Type page numbers such as 1-3,5')
+                self.refused(dialog, f'"{typed}" is not a valid page range. Type page numbers such as 1-3,5')
         dialog.type(RANGES, "1 - 2; 4")
         self.assertEqual(self.sent(dialog), {"page-ranges": "1-2,4"})
 

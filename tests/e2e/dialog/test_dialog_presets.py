@@ -15,7 +15,7 @@ from terminal_case import DEFAULTS, MARGINS, PPD, SMALLER, VALID, each, of_panel
 NAME = "Booklet, 5 mm"
 BOOKLET = DEFAULTS | {VALID: "On", MARGINS["Top"]: "12"}
 ACTS = each("--set", ["Valid=On", "Top=12"])
-BEGIN = "Begin with It on This Printer"
+BEGIN = "Use by Default on This Printer"
 WITH_PAGES = "With the settings of the other pages"
 GLUE = """\
 *OpenGroup: ColorPage/Color
@@ -129,7 +129,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog = self.live_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
-        self.pick(dialog, "Back to Preset")
+        self.pick(dialog, "Revert to Preset")
         self.wait_for(dialog, NAME)
         self.assertEqual(dialog.text("Top Margin"), "12")
         dialog.type("Top Margin", "9")
@@ -243,7 +243,7 @@ class DialogPresetsTest(DialogPresetsCase):
         self.keep(NAME, "--set", "Valid=On", "--set", "Top=3")
         for answer, top, title in (("Cancel", "3", f"{NAME}, changed"), ("Replace", "9", NAME)):
             self.pick(dialog, "Save")
-            dialog.says(f"The preset {NAME} has been changed meanwhile. Replace it?")
+            dialog.says(f"The preset {NAME} was changed by another program. Replace it?")
             self.answer(dialog, answer)
             self.wait_for(dialog, title)
             self.assertEqual(self.kept(NAME)["panel"], BOOKLET | {MARGINS["Top"]: top})
@@ -344,7 +344,7 @@ class DialogPresetsTest(DialogPresetsCase):
 
     def test_the_dialog_can_begin_with_a_preset_on_a_printer(self):
         dialog = self.live_with_preset()
-        self.pick(dialog, "Begin with It on This Printer")
+        self.pick(dialog, "Use by Default on This Printer")
         dialog.press("Cancel")
         dialog.ends()
         dialog = self.live()
@@ -353,7 +353,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
         dialog = self.live()
-        self.pick(dialog, "Begin with It on This Printer")
+        self.pick(dialog, "Use by Default on This Printer")
         dialog.press("Cancel")
         dialog.ends()
         self.assertEqual(self.chosen(self.live()), "None")
@@ -417,8 +417,8 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, "House, changed")
         self.open_menu(dialog)
-        live = {item: dialog.find("menu item", item).has(SENSITIVE) for item in ("Save", "Back to Preset", "Save As…", "Rename…", "Delete…")}
-        self.assertEqual(live, {"Save": False, "Back to Preset": True, "Save As…": True, "Rename…": False, "Delete…": False})
+        live = {item: dialog.find("menu item", item).has(SENSITIVE) for item in ("Save", "Revert to Preset", "Save As…", "Rename…", "Delete…")}
+        self.assertEqual(live, {"Save": False, "Revert to Preset": True, "Save As…": True, "Rename…": False, "Delete…": False})
         dialog.keys("Escape")
         dialog.press("Cancel")
         dialog.ends()
@@ -542,7 +542,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.choose_by_keys("Glue", "End")
         dialog.page("Tandem Trim")
         self.wait_for(dialog, f"{NAME}, changed")
-        self.pick(dialog, "Back to Preset")
+        self.pick(dialog, "Revert to Preset")
         self.wait_for(dialog, NAME)
         self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
         dialog.choose_by_keys("Glue", "End")
@@ -585,7 +585,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.says("Glue: this printer does not allow Warm (allowed: Off, Hot, Cold)")
         self.answer(dialog, "Close")
         self.wait_for(dialog, f"{NAME}, changed")
-        self.pick(dialog, "Back to Preset")
+        self.pick(dialog, "Revert to Preset")
         dialog.says("Glue: this printer does not allow Warm")
         self.answer(dialog, "Close")
         self.wait_for(dialog, f"{NAME}, changed")
@@ -677,7 +677,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
             dialog = self.live_panel_of(self.dialog("-d", "Morva", *asked, "-o", "Glue=Cold x-note=asked MVTopMargin=4", **self.around))
             if asked:
                 self.wait_for(dialog, f"{NAME}, changed")
-                self.pick(dialog, "Begin with It on This Printer")
+                self.pick(dialog, "Use by Default on This Printer")
             self.assertEqual(self.chosen(dialog), f"{NAME}, changed")
             self.assertEqual(dialog.text("Top Margin"), "4")
             self.assertEqual(self.row(dialog, "Page Setup", "Two-sided"), "Short Edge (Flip)")

@@ -86,7 +86,7 @@ class DialogPrintersTest(DialogCase):
     def test_print_asks_about_a_value_that_the_printer_does_not_allow_and_can_send_it(self):
         dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
         dialog.press("Print")
-        dialog.press("Print As It Is")
+        dialog.press("Print Anyway")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Left"]], "18")
 
     def test_enter_at_the_question_corrects_the_value(self):
@@ -98,7 +98,7 @@ class DialogPrintersTest(DialogCase):
 
     def test_choices_that_the_printer_does_not_have_stay_until_they_are_corrected(self):
         wrong = {VALID: "Maybe", POSITION: "Diagonal"}
-        for answer, expected in (("Print As It Is", wrong), ("Correct", {VALID: "Off", POSITION: "Left"})):
+        for answer, expected in (("Print Anyway", wrong), ("Correct", {VALID: "Off", POSITION: "Left"})):
             with self.subTest(answer):
                 dialog = self.panel(*(f"-o{keyword}={value}" for keyword, value in wrong.items()))
                 dialog.page("Summary")
@@ -140,7 +140,7 @@ class DialogPrintersTest(DialogCase):
             until(lambda: len(dialog.program.windows()) == 1, "the question to go")
             self.assert_nothing_was_sent()
         dialog.press("Print")
-        dialog.answer("Print As It Is")
+        dialog.answer("Print Anyway")
         options = self.printed(dialog, "Other").options
         self.assertEqual((options[VALID], options["Glue"]), ("On", "Hot"))
 

@@ -125,7 +125,7 @@ class DialogWordsTest(DialogCase):
 
     def test_an_option_that_the_server_loses_is_reported(self):
         dialog = self.ready("-o", "job-media-sheets-completed=17")
-        what = "The job was sent, but the print server did not take all of its settings. Check the printout."
+        what = "The job was sent, but the print server did not accept all of its settings. Check the printout."
         self.assert_shown(self.prints(dialog), what, "job-media-sheets-completed")
 
     def test_a_title_that_would_be_lost_is_reported(self):

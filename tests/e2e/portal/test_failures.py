@@ -104,7 +104,7 @@ class FailuresTest(PortalCase):
             _, _, token = self.results_of(call)
             call = self.client.print(token=token)
             dialog = Shown(self.process, "Print")
-            dialog.says("did not take all of its settings")
+            dialog.says("did not accept all of its settings")
             dialog.says("has lost these settings: MVTopMargin")
             dialog.press("Close")
             self.assertEqual(call.answer(), (FAILED, {}))

@@ -368,7 +368,7 @@ class RequestsTest(PortalCase):
         dialog.check("Pages:")
         dialog.type(RANGES, "1")
         dialog.press("Print")
-        dialog.says("has laid the document out already")
+        dialog.says("has already laid out the document")
         dialog.press("Close")
         until(lambda: len(dialog.program.windows()) == 1, "the message to go")
         self.assert_nothing_was_sent()

@@ -116,7 +116,7 @@ class MessagesTest(TerminalCase):
             with self.subTest(f"{status:#06x}"):
                 said = self.refused(ipp.SEND_DOCUMENT, by_ipp(status))
                 self.check(said, words)
-                self.assertRegex(said, "^tandem-trim: Morva did not take .*<server> .*; job 1 on Morva was cancelled")
+                self.assertRegex(said, "^tandem-trim: Morva did not accept .*<server> .*; job 1 on Morva was cancelled")
 
     def test_each_status_of_http_says_what_it_means(self):
         for operation, begins in ((ipp.GET_PRINTER, "<server> "), (ipp.CREATE_JOB, "Morva "), (fake_server.PPD, "<server> ")):

@@ -75,7 +75,7 @@ class PasswordsTest(TerminalCase):
             terminal.wait_for(QUESTION)
             terminal.type(b"Secret\n")
             self.assertEqual(terminal.end(), 1)
-            self.assertRegex(terminal.shown(), "Morva did not take sample.pdf: Unauthorized: .*; job 1 on Morva was cancelled")
+            self.assertRegex(terminal.shown(), "Morva did not accept sample.pdf: Unauthorized: .*; job 1 on Morva was cancelled")
 
     def test_an_empty_password_ends_the_program(self):
         with self.server(ipp.CREATE_JOB) as server, self.terminal(server) as terminal:

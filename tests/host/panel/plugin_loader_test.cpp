@@ -99,7 +99,7 @@ TEST(APluginWithoutAPanel, IsReportedWithThePropertyListsThatCannotBeRead) {
   EXPECT_THAT(pluginFailureOf(path).what(),
               testing::EndsWith("no panel for the print dialog; " + binary +
                                 ": a property list in binary form; only XML is read; " + broken +
-                                ":2: not the form of an XML property list"));
+                                ":2: not a valid XML property list"));
 }
 
 TEST(AMissingBundle, IsReported) {

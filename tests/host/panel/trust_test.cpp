@@ -41,7 +41,7 @@ TEST_F(APlace, IsOpenWhereEverybodyMayWriteToItOrAboveIt) {
   for (const fs::path name : {"above", "above/place", "above/place/file"}) {
     open(name, 0777);
     const auto path = (folder_.path() / name).string();
-    EXPECT_THAT(openToStrangers(file_), Optional(AllOf(HasSubstr("everybody may write to " + path + " "),
+    EXPECT_THAT(openToStrangers(file_), Optional(AllOf(HasSubstr("everybody can write to " + path + " "),
                                                        HasSubstr("chmod o-w " + path))));
     open(name, 0755);
   }
@@ -126,7 +126,7 @@ TEST(ABundleThatIsOpenToStrangers, IsRefusedBeforeItsModuleRuns) {
     ASSERT_EQ(chmod(path.c_str(), 0777), 0);
     const auto failure = failureOf(load);
     EXPECT_EQ(failure.trouble(), Trouble::plugin);
-    EXPECT_THAT(failure.what(), AllOf(HasSubstr(bundle), HasSubstr("everybody may write to " + path)));
+    EXPECT_THAT(failure.what(), AllOf(HasSubstr(bundle), HasSubstr("everybody can write to " + path)));
     ASSERT_EQ(chmod(path.c_str(), 0755), 0);
   }
 }

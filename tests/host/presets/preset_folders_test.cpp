@@ -187,7 +187,7 @@ TEST_F(Presets, ReplaceOthersWhereTheUserAgrees) {
 
 TEST_F(Presets, ThatAreUnknownAreReportedWithTheKnownOnes) {
   EXPECT_THAT(failureOf([&] { findPreset("Family", "None", report); }).what(),
-              HasSubstr("there is no preset None; none is kept"));
+              HasSubstr("there is no preset None; there are no presets for these printers"));
   savePreset("Family", kBooklet);
   savePreset("Family", {"Other", {}, {}});
   EXPECT_THAT(failureOf([&] { findPreset("Family", "None", report); }).what(),

@@ -189,7 +189,7 @@ TEST_F(RenderedPages, ComeOnlyFromARegularFile) {
     EXPECT_THAT(failure.what(), HasSubstr("no PDF document")) << place;
   }
   const auto failure = failureOf([] { static_cast<void>(readPage(FileDescriptor(-1), {})); });
-  EXPECT_THAT(failure.what(), HasSubstr("cannot be read a second time"));
+  EXPECT_THAT(failure.what(), HasSubstr("can be read only once"));
 }
 
 // A page that keeps a reader busy until its time is up.

@@ -486,11 +486,11 @@ TEST(PropertyList, SaysWhatIsWrongWithItsFile) {
       "bplist00\xD0\x08\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x01\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x09", 42);
   const Faulty files[] = {
       {binary, ": a property list in binary form; only XML is read"},
-      {"", ":1: not the form of an XML property list"},
-      {"<plist>\n<dict>\n</array>\n</plist>", ":3: not the form of an XML property list"},
-      {"<plist>\n<dict>\n", ":3: not the form of an XML property list"},
-      {"<plist>\n\n<dict>text</dict></plist>", ":3: not the form of an XML property list"},
-      {list("<array/>"), ": its root is no dictionary"},
+      {"", ":1: not a valid XML property list"},
+      {"<plist>\n<dict>\n</array>\n</plist>", ":3: not a valid XML property list"},
+      {"<plist>\n<dict>\n", ":3: not a valid XML property list"},
+      {"<plist>\n\n<dict>text</dict></plist>", ":3: not a valid XML property list"},
+      {list("<array/>"), ": its root is not a dictionary"},
       {std::string(4194305, ' '), ": longer than 4194304 bytes"},
   };
   const TemporaryFolder folder;

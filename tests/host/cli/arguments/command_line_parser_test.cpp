@@ -169,7 +169,7 @@ TEST(AnOptionThatGoesAlone, IsRefusedBesideAnotherWithTheReason) {
   EXPECT_THAT(wordsOf({"--delete-preset", "a", "--list-presets"}),
               StartsWith("--delete-preset and --list-presets do not go together"));
   EXPECT_THAT(wordsOf({"--reset-defaults", "--set", "Top=1"}),
-              StartsWith("--reset-defaults only takes the defaults away"));
+              StartsWith("--reset-defaults only removes the saved defaults"));
   EXPECT_THAT(wordsOf({"--all-gtk"}), StartsWith("--all-gtk goes with --applications on"));
 }
 
@@ -227,7 +227,7 @@ TEST(AListOfPages, IsRefusedWithThePartAtFault) {
     return std::string(failureOf([&] { parse({"-P", pages}); }).what());
   };
   EXPECT_THAT(mistakeIn("1,3-1"),
-              testing::StartsWith("-P \"1,3-1\": \"3-1\" is no page or range of pages; "));
+              testing::StartsWith("-P \"1,3-1\": \"3-1\" is not a page or a range of pages; "));
   EXPECT_THAT(mistakeIn("1,,2"), testing::StartsWith("-P \"1,,2\": a page is missing; "));
 }
 
