@@ -40,7 +40,7 @@ std::optional<std::string> readWholeFile(const fs::path& file, std::size_t most)
   if (!opened.isOpen() && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
   struct stat status {};
   if (!opened.isOpen() || fstat(opened.get(), &status) != 0) throw unreadableFile(file, std::strerror(errno));
-  if (!S_ISREG(status.st_mode)) throw unreadableFile(file, "it is no file with contents");
+  if (!S_ISREG(status.st_mode)) throw unreadableFile(file, "it is not a regular file");
   std::string text;
   std::array<char, 4096> piece{};
   for (;;) {

@@ -55,7 +55,7 @@ Printed showDialog(const CommandLine& line, const Report& report) {
   if (hasScreen) prepare();
   const auto dialog = loading.get();
   if (!hasScreen)
-    throw NoDialog("there is no screen to show the print dialog on", "; go on without one by --no-dialog");
+    throw NoDialog("there is no screen to show the print dialog on", "; print without it by --no-dialog");
   DialogResult result;
   functionOf<ShowDialog>(dialog, kDialogFunction)(line, report, result);
   if (result.failure) throw Failure(*result.failure);

@@ -62,9 +62,9 @@ JobSettings settleSettings(const CommandLine& line, const std::string& printer, 
     return settleAtPanel(line, ppd, bundle->string(), ofQueue, starting, report);
   } catch (const PluginFailure& failure) {
     if (!line.withoutPanel) {
-      throw Failure(
-          std::string(failure.what()) +
-          "; nothing was sent. Install it again, name another by --plugin, or go on by --without-panel");
+      throw Failure(std::string(failure.what()) +
+                    "; nothing was sent. Install it again, name another by --plugin, or print without it by "
+                    "--without-panel");
     }
     if (!line.inputs.empty()) {
       throw Failure(std::string(failure.what()) +

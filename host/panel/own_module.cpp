@@ -31,7 +31,7 @@ OwnModule loadModuleAt(const fs::path& path) {
   const auto markOf = reinterpret_cast<MarkOfModule>(dlsym(handle, kMarkFunction));
   if (markOf != nullptr && std::string_view(markOf()) == kBuildMark) return {handle, {}};
   return {nullptr, path.lexically_normal().string() +
-                       " is of another build than this program, and has to be installed with it"};
+                       " is from another build than this program; install both together"};
 }
 
 }  // namespace

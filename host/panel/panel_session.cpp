@@ -27,7 +27,7 @@ void refuse(const IllegalValue& illegal, bool isGreyed) {
   if (!isGreyed) remedy += " or --set " + setting.name + "=" + suggested;
   throw Failure(setting.keyword + "=" + shortText(setting.value) +
                 " is not allowed here (allowed: " + allowedValues(setting) +
-                "); nothing was sent. Change it by " + remedy + ", or send it as it stands by --force");
+                "); nothing was sent. Change it by " + remedy + ", or send it unchanged by --force");
 }
 
 bool contains(const Options& options, const std::string& keyword) {
@@ -271,7 +271,7 @@ PanelResult playPanel(const PluginBundle& bundle, platform::PrintSettings& setti
   for (const auto& keyword : session.keywords()) {
     std::optional<std::string> value;
     settings.PMPrintSettingsGetValue(keyword, value);
-    if (!value) report("the panel saved no value for " + keyword + "; the job goes without it");
+    if (!value) report("the panel saved no value for " + keyword + "; the job is sent without it");
   }
   result.summary = session.summary();
   return result;

@@ -13,7 +13,7 @@ std::uint32_t randomBits() {
   ssize_t got = 0;
   do got = getrandom(&bits, sizeof bits, 0);
   while (got < 0 && errno == EINTR);
-  if (got != sizeof bits) throw Failure("the system gives no random numbers");
+  if (got != sizeof bits) throw Failure("the system provides no random numbers");
   return bits;
 }
 

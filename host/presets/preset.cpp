@@ -27,7 +27,7 @@ Options optionsIn(const Json& preset, const char* key) {
   if (!json.is_object()) throw Failure(std::string("\"") + key + "\" is not a JSON object");
   for (const auto& [keyword, value] : json.items()) {
     if (keyword.empty() || !value.is_string())
-      throw Failure(std::string("\"") + key + "\" has an entry that is no text: \"" + keyword + '"');
+      throw Failure(std::string("\"") + key + "\" has an entry that is not a text: \"" + keyword + '"');
     setOption(options, {keyword, value.get<std::string>()});
   }
   return options;
@@ -42,7 +42,7 @@ std::string presetText(const Preset& preset) {
 
 Preset presetFrom(const std::string& name, const std::string& text) {
   const auto json = Json::parse(text, nullptr, false);
-  if (json.is_discarded()) throw Failure("it is no JSON");
+  if (json.is_discarded()) throw Failure("it is not JSON");
   if (!json.is_object()) throw Failure("it is not a JSON object");
   return {name, optionsIn(json, kPanel), withoutThoseOfOneJob(optionsIn(json, kOptions))};
 }

@@ -223,7 +223,7 @@ class DefaultsTest(TerminalCase):
         of_all_users = self.cups.folder / "home/lpoptions"
         packed = gzip.compress(b"Dest Morva MVTopMargin=9\n")
         for file in (self.file_of_defaults, of_all_users):
-            for make, words in ((file.mkdir, "it is no file with contents"), (lambda file=file: file.write_bytes(packed), "it is packed by gzip")):
+            for make, words in ((file.mkdir, "it is not a regular file"), (lambda file=file: file.write_bytes(packed), "it is packed by gzip")):
                 with self.subTest(file=file.relative_to(self.cups.folder), words=words):
                     make()
                     for arguments in ([SAMPLE], ["--summary"]):

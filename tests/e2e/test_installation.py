@@ -42,7 +42,7 @@ class InstallationTest(TerminalCase):
         prefix, part = self.installed_with_its_part()
         for other in self.of_other_builds(part):
             part.write_bytes(other)
-            self.refuses_itself(prefix, f"{part} is of another build")
+            self.refuses_itself(prefix, f"{part} is from another build")
 
     def test_a_program_without_its_module_says_what_to_install(self):
         prefix, part = self.installed_with_its_part()
@@ -98,7 +98,7 @@ class InstallationTest(TerminalCase):
             own = module.read_bytes()
             for other in self.of_other_builds(module):
                 module.write_bytes(other)
-                self.refuses_the_dialog(prefix, f"{module} is of another build")
+                self.refuses_the_dialog(prefix, f"{module} is from another build")
             module.write_bytes(own)
 
     def test_a_dialog_that_others_could_change_is_refused(self):

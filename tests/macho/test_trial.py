@@ -119,7 +119,7 @@ class TheTrial(unittest.TestCase):
         self.mac.mend("xcrun")
         self.mac.command("ipptool", "echo job-id = 7")
         self.run_trial()
-        self.assertIn("job 7 holds none of the panel's options", self.report())
+        self.assertIn("job 7 has none of the panel's options", self.report())
 
     def test_clean_removes_everything_that_the_trial_made(self):
         self.run_trial()

@@ -89,11 +89,11 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.set_help_flag("--help", "Show this help and exit");
   app.set_version_flag("--version", "tandem-trim " TANDEM_TRIM_VERSION, "Show the version and exit");
   app.add_option("-h", line.server, "The print server, as host or host:port")->type_name("SERVER");
-  app.add_flag("-E", line.encrypted, "Send nothing to the server unencrypted");
-  app.add_option("-U", line.user, "Whom the server is to take for the job's owner")->type_name("USER");
+  app.add_flag("-E", line.encrypted, "Require an encrypted connection");
+  app.add_option("-U", line.user, "The user name that the server sees as the job's owner")->type_name("USER");
   app.add_option("-d", line.printer, "The printer, instead of the default one")->type_name("PRINTER");
   app.add_option("-t", line.title, "The job's title, instead of the file's name")->type_name("TITLE");
-  app.add_flag("-c")->description("Taken for lp's sake: documents always go to the server as copies");
+  app.add_flag("-c")->description("Accepted as by lp: documents always go to the server as copies");
   app.add_flag("-s", line.silent, "Say nothing on standard output of a job that is sent");
   auto ordered = declareOrdered(app, line);
   app.add_flag("--lenient", line.lenient, "Let the panel make a number of any text that --set types");
@@ -108,7 +108,7 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
       ->type_name("NAME");
   app.add_flag("--list-presets", line.listPresets, "List the names under which settings are kept");
   app.add_flag("--save-as-default", line.saveAsDefault, "Keep the settings as your defaults for the printer");
-  app.add_flag("--reset-defaults", line.resetDefaults, "Take your defaults for the printer away");
+  app.add_flag("--reset-defaults", line.resetDefaults, "Remove your defaults for the printer");
   app.add_option("--ppd", line.ppd, "Take the PPD from a file instead of the printer's queue")
       ->type_name("FILE");
   app.add_option("--plugin", line.plugin, "The plug-in's bundle, or a folder that holds it")
@@ -119,7 +119,7 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.add_flag("--verbose", line.verbose, "Show the log on standard error, too");
   auto* dialog = app.add_flag_callback(
       "--dialog", [&line] { line.dialog = true; },
-      "Show the print dialog; by itself it comes for files, where there is a screen");
+      "Show the print dialog; the default for files, where there is a screen");
   app.add_flag_callback(
          "--no-dialog", [&line] { line.dialog = false; }, "Print without the print dialog")
       ->excludes(dialog);
@@ -157,7 +157,7 @@ void refuseMismatches(const CommandLine& line) {
   }
   if (line.list) refuseBeside(line, Use::list, "--list only lists the printers");
   if (line.allGtk && line.applications != Applications::on)
-    throw Failure("--all-gtk goes with --applications on", kWrongCommandLine);
+    throw Failure("--all-gtk needs --applications on", kWrongCommandLine);
   if (line.applications)
     refuseBeside(line, Use::applications, "--applications only switches for the applications");
   if (line.dialog == true) refuseBeside(line, Use::dialog, "--dialog leaves the panel to the user");
@@ -168,9 +168,10 @@ void refuseMismatches(const CommandLine& line) {
 
 std::string helpOf(CLI::App& app) {
   std::vector<std::string> files;
-  app.add_option("FILE", files,
-                 "The files to print; - is standard input, and so is none where it is no terminal, with a "
-                 "screen or without")
+  app.add_option(
+         "FILE", files,
+         "The files to print; - is standard input, which is also read when no file is named and it is "
+         "not a terminal")
       ->type_name("");
   return app.help();
 }

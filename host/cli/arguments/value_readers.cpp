@@ -94,7 +94,7 @@ Applications applicationsFrom(const std::string& text) {
   for (const auto& [word, meaning] : kApplicationsTexts) {
     if (text == word) return meaning;
   }
-  throw wrong("--applications", text, "this is none of its words", "write on, off or status");
+  throw wrong("--applications", text, "this is not one of its values", "write on, off or status");
 }
 
 Input inputFrom(const std::string& text) {

@@ -102,7 +102,7 @@ constexpr std::array kMeanings{
             "; ask the server's administrator why"},
     Meaning{IPP_STATUS_ERROR_MULTIPLE_JOBS_NOT_SUPPORTED, Trouble::other,
             "the print server at [server] takes no job of several documents"_fact,
-            "; print each file by itself"},
+            "; print each file separately"},
     Meaning{IPP_STATUS_ERROR_PRINTER_IS_DEACTIVATED, Trouble::rejecting,
             "the print server at [server] has deactivated the printer"_fact,
             "; have it activated again, or choose another by -d"},

@@ -49,16 +49,37 @@ class Replacement {
     stream_->write_all(piece.data(), piece.size(), written);
     bytes_ += written;
   }
-  /// Completes the file; returns its size in bytes.
+  /// Replaces the old file; returns the new one's size in bytes. Nothing fails afterwards.
   std::uint64_t finish() {
+    if (const auto size = writtenSize(); size != bytes_)
+      throw Gio::Error(Gio::Error::FAILED, std::to_string(size) + " ≠ " + std::to_string(bytes_));
     stream_->close();
     return bytes_;
   }
 
  private:
+  // The size that the file system reports; some remote ones report none.
+  std::uint64_t writtenSize() {
+    try {
+      return static_cast<std::uint64_t>(stream_->query_info("standard::size")->get_size());
+    } catch (const Gio::Error& failure) {
+      if (failure.code() == Gio::Error::NOT_SUPPORTED) return bytes_;
+      throw;
+    }
+  }
+
   Glib::RefPtr<Gio::FileOutputStream> stream_;
   std::uint64_t bytes_ = 0;
 };
+
+// Without its former mode the file stays private.
+void restoreMode(const Glib::RefPtr<Gio::File>& file, std::uint32_t mode) {
+  try {
+    file->set_attribute_uint32("unix::mode", mode, Gio::FileQueryInfoFlags::NONE);
+  } catch (const Glib::Error&) {
+    return;
+  }
+}
 
 std::uint64_t replace(const Glib::RefPtr<Gio::File>& file, Document& document,
                       const std::function<void()>& check) {
@@ -72,7 +93,7 @@ std::uint64_t replace(const Glib::RefPtr<Gio::File>& file, Document& document,
     return true;
   });
   const auto bytes = replacement.finish();
-  if (exists) file->set_attribute_uint32("unix::mode", mode, Gio::FileQueryInfoFlags::NONE);
+  if (exists) restoreMode(file, mode);
   return bytes;
 }
 
@@ -94,8 +115,6 @@ SavedFile saveToFile(Document& document, const FileTarget& target, const std::fu
       Document converted(conversion.file());
       bytes = replace(file, converted, check);
     }
-    const auto size = static_cast<std::uint64_t>(file->query_info("standard::size")->get_size());
-    if (size != bytes) throw notSaved(name, std::to_string(size) + " ≠ " + std::to_string(bytes));
     return {std::move(name), bytes};
   } catch (const Glib::Error& failure) {
     throw notSaved(name, failure.what());

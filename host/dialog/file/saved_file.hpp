@@ -23,9 +23,9 @@ struct SavedFile {
 };
 
 /// Saves the document: unchanged if it is in the target's format, else converted by the print system's
-/// filters. An existing file is replaced as a whole once the new one is complete, and keeps its permissions.
-/// Failure, with a text for the user, when the document cannot be saved; until the new file is complete, an
-/// existing one is unchanged. `check` is called repeatedly; an exception from it ends the work.
+/// filters. An existing file is replaced as a whole once the new one is complete, and keeps its permissions
+/// where the file system allows. Failure, with a text for the user, when the document cannot be saved; an
+/// existing file is then unchanged. `check` is called repeatedly; an exception from it ends the work.
 SavedFile saveToFile(Document& document, const FileTarget& target, const std::function<void()>& check);
 
 }  // namespace tandemtrim::host

@@ -68,7 +68,7 @@ Remembered recall(const PrinterPlace& place, const Report& report) {
   if (!fs::exists(file, unreadable)) return {};
   // Opening a pipe would block.
   if (!fs::is_regular_file(file, unreadable)) {
-    setAside(file, "it is no file with contents", report);
+    setAside(file, "it is not a regular file", report);
     return {};
   }
   try {

@@ -26,7 +26,8 @@ inline constexpr const char* kCancelText = "_Cancel";
 inline constexpr const char* kCancelJobText = "Cancel the job";
 inline constexpr const char* kContinueText = "C_ontinue";
 inline constexpr const char* kLoginTitleText = "Log In";
-inline constexpr const char* kLoginText = "[server] asks for a user name and a password. They are not kept.";
+inline constexpr const char* kLoginText =
+    "[server] requires a user name and a password. They are not stored.";
 inline constexpr const char* kLoginAgainText =
     "[server] did not accept this user name and password. Type them again.";
 inline constexpr const char* kUserText = "_User name";
@@ -42,17 +43,18 @@ inline constexpr const char* kUnavailableText = "The printer's own settings are 
 inline constexpr const char* kChoosePrinterText = "Choose a printer.";
 inline constexpr const char* kSavingText = "Saving…";
 inline constexpr const char* kWholeFileText =
-    "A file gets the whole document as it is. Choose all pages and one page per side, or choose a printer.";
+    "A file always contains the whole document unchanged. Choose all pages and one page per side, or choose "
+    "a printer.";
 inline constexpr const char* kNoFileText =
     "[file] is a folder or a device, which is not replaced. Choose another name.";
 inline constexpr const char* kNotSavedText =
-    "The document could not be saved as [file]. What was there is unchanged. Choose another place, or make "
+    "The document could not be saved as [file]. An existing file is unchanged. Choose another place, or make "
     "room there.\n[reason]";
 inline constexpr const char* kNotConvertedText =
     "The document could not be converted to [format]. Choose a printer, or save the document as a PDF file "
     "and print that.";
 inline constexpr const char* kProtectedText =
-    "The document is protected by a password and cannot be turned into [format]. Save it without the "
+    "The document is protected by a password and cannot be converted to [format]. Save it without the "
     "password, or save this file as PDF.";
 /// For a document that another program has laid out as the user chose.
 inline constexpr const char* kLaidOutText =
@@ -120,7 +122,7 @@ inline constexpr std::array kTroubleTexts{
         Trouble::noServer,
         "The print server does not answer. Make sure that it is running and can be reached, then try again."},
     std::pair{Trouble::unauthorized,
-              "The print server asks for a password and got none that it accepts. Try again, or ask its "
+              "The print server requires a password and accepted none. Try again, or ask its "
               "administrator."},
     std::pair{Trouble::notAllowed,
               "The print server does not allow this. Ask its administrator, or choose another printer."},
@@ -164,7 +166,7 @@ inline constexpr std::array kHelpTexts{
     "them "
     "back, and chooses those that the dialog begins with on this printer.",
     "The page \"Summary\" lists what will be sent. A line below the settings warns of values that this "
-    "printer does not allow; \"Correct\" puts the nearest allowed values in their place."};
+    "printer does not allow; \"Correct\" replaces them with the nearest allowed values."};
 
 /// The text in the user's language.
 std::string localized(std::string_view text);

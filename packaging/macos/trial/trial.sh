@@ -65,7 +65,7 @@ job_options() {
     sleep 1
   done
   [ -n "$job" ] && [ "$job" != "$1" ] || { echo "no new job waits in the queue"; return 1; }
-  ipptool -tv "ipp://localhost/jobs/$job" get-job-attributes.test | grep -E '^ +MV' || { echo "job $job holds none of the panel's options"; return 1; }
+  ipptool -tv "ipp://localhost/jobs/$job" get-job-attributes.test | grep -E '^ +MV' || { echo "job $job has none of the panel's options"; return 1; }
 }
 console_lines() {
   log show --last 15m --style compact --predicate 'eventMessage CONTAINS "TandemTrim" OR eventMessage CONTAINS "supportedPPDOptionKeys"' | tail -n 50

@@ -179,7 +179,7 @@ class DialogFilesTest(DialogCase):
         dialog = self.saving(protected)
         self.as_format(dialog, "PostScript")
         dialog.press("Print")
-        self.assert_refused(dialog, "protected by a password and cannot be turned into PostScript", [])
+        self.assert_refused(dialog, "protected by a password and cannot be converted to PostScript", [])
         self.as_format(dialog, "PDF")
         self.assertEqual(self.saved(dialog, "output.pdf"), PROTECTED)
 
@@ -197,7 +197,7 @@ class DialogFilesTest(DialogCase):
     def test_a_layout_other_than_the_documents_own_is_refused(self):
         dialog = self.saving(options=("-o", "number-up=4"))
         dialog.press("Print")
-        self.assert_refused(dialog, "A file gets the whole document", [])
+        self.assert_refused(dialog, "A file always contains the whole document", [])
 
     def test_a_document_from_a_pipe_is_saved_too(self):
         content = SAMPLE.read_bytes()

@@ -7,7 +7,7 @@ from dialog_case import DialogCase, until
 from relay import WantsLogin
 from terminal_case import DEFAULTS, of_panel
 
-QUESTION = "asks for a user name and a password"
+QUESTION = "requires a user name and a password"
 AGAIN = "did not accept this user name and password"
 
 

@@ -95,7 +95,7 @@ class DialogWordsTest(DialogCase):
         with WantsLogin(self.cups.address, "ann:Secret") as relay:
             dialog = self.prints(self.ready(CUPS_SERVER=relay.address))
             dialog.answer("Abbrechen")
-            what = "The print server asks for a password and got none that it accepts. Try again, or ask its administrator."
+            what = "The print server requires a password and accepted none. Try again, or ask its administrator."
             self.assert_shown(dialog, what, "verlangt das Passwort von")
 
     def test_a_changed_certificate_is_reported(self):

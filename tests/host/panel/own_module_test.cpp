@@ -31,10 +31,10 @@ TEST_F(AFileBesideTheProgram, IsFoundByItsName) {
 TEST_F(AFileBesideTheProgram, IsNeitherRunNorLoadedWhereOthersMayChangeIt) {
   ASSERT_EQ(chmod(path.c_str(), 0777), 0);
   EXPECT_THAT(findOwnProgram(name).path, IsEmpty());
-  EXPECT_THAT(findOwnProgram(name).fault, HasSubstr("everybody may write to " + path.string()));
+  EXPECT_THAT(findOwnProgram(name).fault, HasSubstr("everybody can write to " + path.string()));
   const auto module = loadOwnModule(name);
   EXPECT_EQ(module.handle, nullptr);
-  EXPECT_THAT(module.fault, HasSubstr("everybody may write to " + path.string()));
+  EXPECT_THAT(module.fault, HasSubstr("everybody can write to " + path.string()));
 }
 
 TEST_F(AFileBesideTheProgram, IsNotLoadedWithoutTheMarkOfTheBuild) {

@@ -170,7 +170,7 @@ TEST(AnOptionThatGoesAlone, IsRefusedBesideAnotherWithTheReason) {
               StartsWith("--delete-preset and --list-presets do not go together"));
   EXPECT_THAT(wordsOf({"--reset-defaults", "--set", "Top=1"}),
               StartsWith("--reset-defaults only removes the saved defaults"));
-  EXPECT_THAT(wordsOf({"--all-gtk"}), StartsWith("--all-gtk goes with --applications on"));
+  EXPECT_THAT(wordsOf({"--all-gtk"}), StartsWith("--all-gtk needs --applications on"));
 }
 
 class AWrongCommandLine : public testing::TestWithParam<std::vector<std::string>> {};
