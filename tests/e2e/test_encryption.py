@@ -56,7 +56,7 @@ class EncryptionTest(TerminalCase):
                 # This is reported at once, whatever the time limit for answers.
                 result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(10 * PATIENCE))
             self.assertEqual((result.returncode, result.stdout), (1, ""))
-            self.assertIn("another certificate", result.stderr)
+            self.assertIn("a different certificate", result.stderr)
             self.assertEqual(other.jobs(), [])
             self.kept().unlink()
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)

@@ -138,7 +138,7 @@ class RefusalsTest(TerminalCase):
         self.assertEqual(of_panel(self.options_of("--plugin", bundle))["MVTopMargin"], "5")
 
     def test_settings_that_cannot_be_read_are_named_with_the_reason(self):
-        reasons = {b"bplist00": ": a property list in binary form", b"<plist>\n<dict>": ":2: not the form"}
+        reasons = {b"bplist00": ": a property list in binary form", b"<plist>\n<dict>": ":2: not a valid XML property list"}
         for content, reason in reasons.items():
             with self.subTest(reason):
                 bundle = self.broken_bundle(SETTINGS, lambda path, content=content: path.write_bytes(content))

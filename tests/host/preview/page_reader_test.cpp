@@ -270,7 +270,7 @@ TEST_F(AProgramThatRenders, RunsWithoutRightsThatItDoesNotNeed) {
   std::atomic<bool> isWanted = true;
   request.limit = 20s;
   request.isWanted = [&] { return isWanted.load(); };
-  std::thread reading([&] { EXPECT_THAT(refusalOf(request, slowDocument()), HasSubstr("nobody waits")); });
+  std::thread reading([&] { EXPECT_THAT(refusalOf(request, slowDocument()), HasSubstr("no longer needed")); });
   const auto processFile = [&](const char* file) {
     std::string process;
     std::getline(std::ifstream(folder_.path() / "process"), process);
@@ -305,16 +305,16 @@ TEST_F(AProgramThatRenders, IsEndedOnceNobodyWantsThePage) {
   auto request = requestOf("exec sleep 60");
   request.limit = 60s;
   request.isWanted = [] { return false; };
-  EXPECT_THAT(refusalOf(request), HasSubstr("nobody waits"));
+  EXPECT_THAT(refusalOf(request), HasSubstr("no longer needed"));
 }
 
 TEST_F(AProgramThatRenders, HasItsOutputReadUpToTheSizeOfAPage) {
-  EXPECT_THAT(refusalOf(requestOf("exec cat /dev/zero")), HasSubstr("gave no page"));
+  EXPECT_THAT(refusalOf(requestOf("exec cat /dev/zero")), HasSubstr("returned no page"));
 }
 
 TEST_F(AProgramThatRenders, MayBeMissingOrCrash) {
   EXPECT_THAT(refusalOf(requestOf("kill -SEGV $$")), HasSubstr("Segmentation fault"));
-  EXPECT_THAT(refusalOf(requestOf("exit 77")), HasSubstr("gave no page"));
+  EXPECT_THAT(refusalOf(requestOf("exit 77")), HasSubstr("returned no page"));
   EXPECT_THAT(refusalOf({.program = "/nowhere"}), HasSubstr("/nowhere cannot be run"));
 }
 
