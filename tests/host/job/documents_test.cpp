@@ -149,6 +149,21 @@ TEST(ADocument, ThatCannotBeKeptWholeIsRefused) {
   EXPECT_THAT(failure.what(), HasSubstr("pipe cannot be kept until it is printed: File too large"));
 }
 
+// A part of it may be at the server already.
+TEST(ADocument, ThatCannotBeReadAgainIsNotSaidToBeUnsent) {
+  const test::TemporaryFolder folder;
+  const auto file = (folder.path() / "pipe").string();
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  std::thread writer([&] { std::ofstream(file) << "four"; });
+  Document document(file);
+  writer.join();
+  EXPECT_EQ(contentOf(document), "four");
+  const std::string said = failureOf([&] { contentOf(document); }).what();
+  EXPECT_EQ(said, file + " cannot be read: Illegal seek");
+  const std::string missing = failureOf([] { const Document none("/nowhere.pdf"); }).what();
+  EXPECT_THAT(missing, HasSubstr("; nothing was sent."));
+}
+
 TEST(Documents, AreOpenedInTheirOrder) {
   const test::TemporaryFolder folder;
   const auto documents = openDocuments({folder.write("a.pdf", "a"), folder.write("b.pdf", "b")});
