@@ -157,6 +157,8 @@ def main():
         chosen = random.Random(arguments.seed).sample(chosen, arguments.sample)
         print(f'a sample of {len(chosen)}, --seed {arguments.seed}', flush=True)
     programs = suites.programs_of(BUILD, re.compile(arguments.tests))
+    if not programs:
+        sys.exit(f'no test in CTest matches {arguments.tests}')
     build(texts, ones, programs)
 
     begin = time.monotonic()
