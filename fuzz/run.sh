@@ -37,10 +37,10 @@ try() {
   if [ -x "$quick/fuzz_$target" ]; then
     left=$((time / 4 + 1))
     make_up "$quick" "$target" $((time - left)) "$log.quick" -use_counters=0
-    echo "$target, quick: $(grep -o 'number_of_executed_units: .*' "$log.quick")"
+    echo "$target, quick: $(grep -ao 'number_of_executed_units: .*' "$log.quick")"
   fi
   make_up "$programs" "$target" "$left" "$log"
-  echo "$target: $(grep -o 'number_of_executed_units: .*' "$log"), $(grep -o 'cov: [0-9]* ft: [0-9]*' "$log" | tail -n 1)"
+  echo "$target: $(grep -ao 'number_of_executed_units: .*' "$log"), $(grep -ao 'cov: [0-9]* ft: [0-9]*' "$log" | tail -n 1)"
 }
 
 export -f make_up try
