@@ -63,7 +63,7 @@ std::vector<Ordered> declareOrdered(CLI::App& app, CommandLine& line) {
       for (auto& each : optionsFrom(option, text)) setOption(line.options, std::move(each));
     });
   }
-  ordered.push_back({app.add_flag("-m")->description("Send a letter when the job has ended"),
+  ordered.push_back({app.add_flag("-m")->description("Send mail when the job has ended"),
                      [&](const std::string&) { setOption(line.options, letterTo(line.user)); }});
   add("-i", "JOB", "Change a job: done by lp alone", [](const std::string& job) {
     throw Failure(
