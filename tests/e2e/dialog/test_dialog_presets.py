@@ -634,7 +634,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         until(lambda: not any("Page 1 of 3" in label for label in dialog.labels()), "lines for two pages on a sheet")
 
     def test_print_that_waits_for_details_is_cancelled_if_the_preset_to_begin_with_does_not_exist(self):
-        with Holdup(self.cups.address, b"printer-mandatory-job-attributes") as holdup:
+        with Holdup(self.cups.address, b"printer-defaults") as holdup:
             dialog = self.dialog("-d", "Morva", "--preset", "Nobody", "--dialog", CUPS_SERVER=holdup.address, **self.around)
             dialog.select_printer("Morva")
             dialog.press("Print")

@@ -44,7 +44,7 @@ STATUSES = {
     0x0506: ("accepts no jobs", "cupsaccept"),
     0x0507: ("too busy", "try again"),
     0x0508: ("has cancelled the job", "administrator"),
-    0x0509: ("several documents", "by itself"),
+    0x0509: ("several documents", "each file separately"),
     0x050A: ("deactivated the printer", "-d"),
     0x050B: ("accepts no more jobs", "lpstat -o"),
     0x050C: ("so many documents", "several jobs"),

@@ -40,7 +40,7 @@ TEST_F(AFileBesideTheProgram, IsNeitherRunNorLoadedWhereOthersMayChangeIt) {
 TEST_F(AFileBesideTheProgram, IsNotLoadedWithoutTheMarkOfTheBuild) {
   const auto module = loadOwnModule(name);
   EXPECT_EQ(module.handle, nullptr);
-  EXPECT_THAT(module.fault, HasSubstr("is of another build"));
+  EXPECT_THAT(module.fault, HasSubstr("is from another build"));
 }
 
 }  // namespace
