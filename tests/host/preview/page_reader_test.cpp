@@ -270,7 +270,8 @@ TEST_F(AProgramThatRenders, RunsWithoutRightsThatItDoesNotNeed) {
   std::atomic<bool> isWanted = true;
   request.limit = 20s;
   request.isWanted = [&] { return isWanted.load(); };
-  std::thread reading([&] { EXPECT_THAT(refusalOf(request, slowDocument()), HasSubstr("no longer needed")); });
+  std::thread reading(
+      [&] { EXPECT_THAT(refusalOf(request, slowDocument()), HasSubstr("no longer needed")); });
   const auto processFile = [&](const char* file) {
     std::string process;
     std::getline(std::ifstream(folder_.path() / "process"), process);
