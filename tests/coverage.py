@@ -63,7 +63,7 @@ def sources():
 
 
 def objects():
-    """The programs and modules that count."""
+    """The programs and modules that count what they run."""
     for file in sorted(BUILD.rglob('*')):
         if file.is_file() and (file.stat().st_mode & 0o111) and file.suffix in ('', '.so') and '.dir' not in str(file):
             if b'__llvm_covmap' in file.read_bytes():

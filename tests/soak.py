@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Runs the long tests for hours, each time with other random values, and counts what they try: soak.py HOURS [RUN ...]
 
-The exit status is 1 if a run failed; build/soak has its whole output, behind the command. After each run its count is added to
+The exit status is 1 if a run failed; build/soak then has its command and whole output. After each run its count is added to
 build/soak/totals.json.
 """
 

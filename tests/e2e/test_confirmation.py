@@ -18,7 +18,7 @@ TIMEOUT = 2  # seconds that the program waits for an answer
 NO_NUMBER = "Morva did not answer the request for a job; nothing was printed: the print server at "
 CANCELLED = "processing-to-stop-point"  # CUPS's reason for a job that was cancelled while it waited, or aborted
 QUESTION = b"job-k-octets"  # in the request that asks what the server has of the job
-REQUESTS = 5  # the number of a job's requests, that one last
+REQUESTS = 5  # of a job; the last one contains QUESTION
 SLOW_FILTER = """#!/bin/sh
 echo "INFO: cutting" >&2
 until [ -e "$TANDEM_TRIM_RECORDS/go" ]; do sleep 0.05; done

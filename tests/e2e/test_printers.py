@@ -18,7 +18,7 @@ from terminal_case import (
     of_panel,
 )
 
-OWN_LIMIT = 10  # the panel's limit of a margin for which no PPD has one
+OWN_LIMIT = 10  # the panel's limit of a margin, used where no PPD has one
 
 
 def ppd_without(folder, attribute):

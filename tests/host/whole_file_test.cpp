@@ -19,7 +19,7 @@ TEST(AFile, IsReadUpToTheLengthThatItMayHave) {
   EXPECT_EQ(readWholeFile(folder.path() / "missing", 1), std::nullopt);
 }
 
-// The first page of a process is never there.
+// No process has memory at address 0.
 TEST(AFile, WhoseDiskFailsIsNamed) {
   EXPECT_THAT(failureOf([] { readWholeFile("/proc/self/mem", 1 << 20); }).what(),
               HasSubstr("/proc/self/mem cannot be read"));

@@ -29,7 +29,7 @@ COMMANDS = {
     "chown": "",
 }
 TOOLS = ("bash", "chmod", "cp", "dirname", "head", "mkdir", "mktemp", "rm", "sed", "sha256sum", "sort", "test")
-# Other scripts for the commands, with which the check fails, and its message.
+# Other scripts for each command that make the check fail, and the check's message.
 FAILURES = {
     "sw_vers": [("echo 12.1", "failed  this macOS is new enough"), ("echo 9.9", "failed  this macOS is new enough"), ("exit 1", "failed  this macOS is new enough")],
     "plutil": [("exit 1", "failed  the bundle's description can be read"), ("exit 1", "failed  this macOS is new enough"),

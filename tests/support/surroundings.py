@@ -67,7 +67,7 @@ SCREEN = ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME
 SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
 MUTANTS = ("TANDEM_TRIM_MUTANT",)
 SEED = "TANDEM_TRIM_SEED"
-SERVICES_LOG = "TANDEM_TRIM_SERVICES_LOG"  # the file for the words of other projects' services
+SERVICES_LOG = "TANDEM_TRIM_SERVICES_LOG"  # the file for the output of other projects' services
 
 BUILD = pathlib.Path(os.environ.get("TANDEM_TRIM_BUILD", pathlib.Path(__file__).parents[2] / "build/release")).resolve()
 # The variables of the languages and locales that the program is tried in.
@@ -133,7 +133,7 @@ def read_arguments():
 
 
 def services_log(environment=os.environ):
-    """Opens the file for the words of a session bus, and of what it starts; run() prints it for a command that fails."""
+    """Opens the file for the output of a session bus and of the services that it starts; run() prints it if the command fails."""
     return open(environment[SERVICES_LOG], "ab")
 
 

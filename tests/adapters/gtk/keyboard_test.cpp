@@ -85,7 +85,7 @@ std::string choice(ShownPanel& shown) {
   return gtk_label_get_text(GTK_LABEL(widgetsOf(shown.widget("positionPopUp"), GTK_TYPE_LABEL).front()));
 }
 
-// Whether its list shows.
+// Whether its list is open.
 bool isOpen(ShownPanel& shown) {
   auto* const popover = gtk_menu_button_get_popover(GTK_MENU_BUTTON(shown.widget("positionPopUp")));
   return popover != nullptr && gtk_widget_get_mapped(GTK_WIDGET(popover)) != FALSE;

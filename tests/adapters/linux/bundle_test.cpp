@@ -12,7 +12,7 @@
 
 namespace {
 
-// Whether the disk fails in the middle of any folder.
+// Whether reading the entries of any folder fails.
 bool diskFails = false;
 
 }  // namespace

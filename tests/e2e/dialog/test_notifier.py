@@ -19,7 +19,7 @@ USAGE = "the print dialog starts it"
 
 
 class WantsLoginForAll(Relay):
-    """Refuses every request for want of a password, and counts them."""
+    """Answers every request with 401, as if a password were missing, and counts them."""
 
     def __init__(self, server):
         super().__init__(server, float("inf"), None)

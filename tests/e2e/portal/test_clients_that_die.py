@@ -52,7 +52,7 @@ class ClientsThatDieTest(PortalCase):
         chance = random.Random(20261122)
         clients = [Client(f"org.example.Program{number}") for number in range(CLIENTS)]
         calls = [(client, client.prepare()) for client in clients]
-        # The toolkit keeps memory for so many dialogs at a time; later ones reuse it.
+        # The toolkit keeps the memory of this many open dialogs; later ones reuse it.
         until(lambda: len(self.windows()) == CLIENTS, "a dialog of each program")
         self.settle(calls)
         descriptors, memory = self.descriptors(), self.own_memory()

@@ -60,7 +60,7 @@ class DeathsTest(PortalCase):
 
     @contextlib.contextmanager
     def stopped_at(self, moment, document=SAMPLE, **variables):
-        """Prints this document and holds the request of this moment back; yields the relay and the program's call."""
+        """Prints this document and blocks the request of this moment; yields the relay and the program's call."""
         words = (TO_CHOOSE | TO_PRINT)[moment]
         with Holdup(self.cups.address, words) as relay:
             self.start_over(relay, **variables)

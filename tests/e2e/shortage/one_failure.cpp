@@ -78,7 +78,7 @@ void writeFunctions() {
   backtrace_symbols_fd(frames.data(), backtrace(frames.data(), frames.size()), STDERR_FILENO);
 }
 
-// Counts a call; whether it is the one that must fail.
+// Counts a call. Returns whether it is the one that must fail.
 bool fails(std::string_view kind, std::atomic<unsigned long>& count) {
   if (++count != failing.number || kind != failing.kind.data()) return false;
   if (getenv("TANDEM_TRIM_WHERE") != nullptr) writeFunctions();

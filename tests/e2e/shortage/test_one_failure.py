@@ -73,7 +73,7 @@ USES = {
 
 @dataclasses.dataclass(frozen=True)
 class Failing:
-    """The call of its kind, by number, that fails with this error during a use."""
+    """A failure to try: during `use`, call number `number` of this kind fails with this error."""
 
     use: str
     kind: str
@@ -95,7 +95,7 @@ class Failing:
 
 
 def spread(failures, count):
-    """Selects so many at random, in turn from each pair of a use and a kind, so that a small number has all kinds of calls."""
+    """Selects `count` failures at random, in turn from each pair of a use and a kind, so that even few of them have all kinds of calls."""
     by_kind = collections.defaultdict(list)
     for failing in random.Random(SEED).sample(failures, len(failures)):
         by_kind[failing.use, failing.kind].append(failing)
@@ -205,7 +205,7 @@ class OneFailureTest(TerminalCase):
                 yield from itertools.starmap(Failing, itertools.product([use], [kind], range(1, count + 1), ERRORS[kind]))
 
     def selected(self, expected):
-        """The failures that TANDEM_TRIM_FAILURES asks for."""
+        """The failures that TANDEM_TRIM_FAILURES selects."""
         if "/" in FAILURES:
             failing = Failing.read(FAILURES)
             expected[failing.use] = self.expected(failing.use)
@@ -218,7 +218,7 @@ class OneFailureTest(TerminalCase):
 
     @staticmethod
     def crashed_elsewhere(complained):
-        """Whether a system library crashed. For a crash in a language's library, its caller counts, unless glibc reports its own error."""
+        """Whether a system library crashed. For a crash in a C or C++ library, its caller counts, unless glibc reports its own error."""
         if "Fatal glibc error" in complained:
             return True
         modules = re.findall(r"^(/\S+)\(", complained, re.MULTILINE)
@@ -253,7 +253,7 @@ class OneFailureTest(TerminalCase):
         expected = {}
         failures = self.selected(expected)
         for failing in failures:
-            # With this the test tries that failure alone.
+            # With this variable, the test tries only that failure.
             with self.subTest(TANDEM_TRIM_FAILURES=str(failing)):
                 outcome = self.run_with(failing.use, failing.call())
                 if fault := self.judge(outcome, expected[failing.use]):

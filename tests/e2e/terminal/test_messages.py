@@ -82,7 +82,7 @@ def by_http(status):
 
 class MessagesTest(TerminalCase):
     def refused(self, operation, content):
-        """The program's message when the server answers this operation so, with "<server>" for the print server."""
+        """The program's message when the server answers this operation with `content`; "<server>" replaces the print server's name."""
         with FakeServer(PPD.read_bytes(), {operation: lambda: [content]}) as server:
             around = {"CUPS_SERVER": server.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
             result = self.trim("-d", "Morva", SAMPLE, **around)

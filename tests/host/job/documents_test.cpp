@@ -109,7 +109,7 @@ TEST(ADocument, ThatComesThroughAPipeIsKeptToBeReadAgain) {
   EXPECT_EQ(contentOf(document), text);
 }
 
-// Limits files that are written to three bytes while it exists.
+// While it exists, no file can grow beyond three bytes.
 class NoRoom {
  public:
   NoRoom() {

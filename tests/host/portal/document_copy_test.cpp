@@ -21,7 +21,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// Limits files that are written to 300,000 bytes while it exists.
+// While it exists, no file can grow beyond 300,000 bytes.
 class FileLimit {
  public:
   FileLimit() {

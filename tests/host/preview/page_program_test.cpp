@@ -12,7 +12,7 @@ namespace {
 
 class ThePageProgram : public testing::Test {
  protected:
-  // Runs it by a shell, which redirects as `words` say.
+  // Runs the program in a shell with these arguments and redirections.
   static PageStatus run(const std::string& words) {
     const int status = std::system((std::string(PAGE_PROGRAM " ") + words).c_str());
     EXPECT_TRUE(WIFEXITED(status)) << words;

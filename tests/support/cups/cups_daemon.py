@@ -219,7 +219,7 @@ class CupsDaemon:
 
     def requests(self):
         """The server's log of all requests so far, a line each."""
-        # The server logs a request after answering it. When the log has a last request of ours, it has all earlier ones.
+        # The server logs a request after answering it. Once the log has this last one, it has all earlier ones.
         last = f"{NOTE}{uuid.uuid4()}"
         connection = http.client.HTTPConnection(*self.address, timeout=PATIENCE)
         connection.request("GET", last)

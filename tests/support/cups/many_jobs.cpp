@@ -1,6 +1,6 @@
 // Plans and sends many jobs with random settings. `plan SEED COUNT PRINTER...` lets the panel settle each job
 // and writes it as a line of JSON: title (its number), printer, arguments of the terminal program, options to
-// be sent. `send DOCUMENT` reads such lines and sends the jobs as the program does it, over one connection;
+// be sent. `send DOCUMENT` reads such lines and sends the jobs as the program does, over one connection;
 // after a job that is not confirmed, the next one gets a new connection.
 
 #include <array>

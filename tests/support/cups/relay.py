@@ -21,7 +21,7 @@ END_OF_REQUEST_LINE = b" HTTP/1.1\r\n"
 
 
 def number_of(request):
-    """The name of the job that the request creates, if it is a number, or None."""
+    """The name of the job that the request makes, as a number; None if it is not one."""
     if (start := request.find(NEW_JOB)) < 0:
         return None
     start += len(NEW_JOB)
@@ -126,8 +126,8 @@ class Overhearing(Relay):
 
 
 class Distant(Relay):
-    """Passes everything on so many seconds later. `asked` has the first line of each of the client's requests, `bytes` the number of bytes both
-    ways, and `round_trips` how often the client went on after an answer, or began."""
+    """Delays everything by `seconds`. `asked` lists the first lines of the client's requests. `bytes` counts the bytes in both directions,
+    and `round_trips` how often the client sends: first, and after each answer."""
 
     def __init__(self, server, seconds=0):
         super().__init__(server, float("inf"), None)
@@ -358,7 +358,7 @@ class OftenCut(Relay):
         super().__init__(server, float("inf"), None)
         self._one_in, self._seed = one_in, seed
         self._left = {}  # socket that bytes come from -> how many pass before the cut
-        self._seen = set()  # a job that is sent once more is not cut
+        self._seen = set()  # the jobs so far; one that is sent again is not cut
         self.cuts = 0
 
     def _requests_from(self, client, server):
@@ -396,7 +396,7 @@ class OftenCut(Relay):
 
 
 class AlwaysCut(AtByte):
-    """Cuts the connection at the point, and each later one at its same point."""
+    """Cuts the connection at the point, and each later connection at the same point in it."""
 
     def _at_point(self):
         self._client_of_job, self.counted = None, 0

@@ -35,7 +35,7 @@ class Desktop:
         return [json.loads(line) for line in self._file.read_text().splitlines()]
 
     def wait_for(self, count):
-        """Waits for so many notifications and returns them all."""
+        """Waits for `count` notifications and returns them all."""
         return patience.until(lambda: len(self.shown()) >= count and self.shown(), f"{count} notifications")
 
     def freeze(self):
