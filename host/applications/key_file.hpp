@@ -16,8 +16,8 @@ struct SettingsEntry {
   friend bool operator==(const SettingsEntry&, const SettingsEntry&) = default;
 };
 
-/// The entries of the text in their order. Failure, which names `file` and the first wrong line; desktops
-/// ignore the whole file then.
+/// The entries of the text in their order. Failure, which names `file` and the line, for the first wrong
+/// line; desktops then ignore the whole file.
 std::vector<SettingsEntry> readEntries(std::string_view text, const std::string& file);
 
 /// The entry's value; the last of several counts, as everywhere on the desktop.

@@ -34,7 +34,7 @@ inline constexpr PortalVersion kFirstWithSettings{1, 17};
 /// Older portals look for backends in one folder.
 inline constexpr PortalVersion kFirstWithManyFolders{1, 20};
 
-/// The version in the output of a program's --version; none without one.
+/// The version in the output of a program's --version; none when it has no version.
 std::optional<PortalVersion> versionIn(const std::string& words);
 
 /// Returns an environment variable's value; none where it is not set.
@@ -77,7 +77,7 @@ std::optional<std::vector<SettingsEntry>> entriesOf(const std::filesystem::path&
 
 /// The backend that the portal uses for printing.
 struct ChosenBackend {
-  /// None without a backend.
+  /// None when the portal uses no backend.
   std::optional<std::string> name;
   /// The reason, as a clause that can follow the name.
   std::string reason;

@@ -16,8 +16,8 @@ struct Printer {
   std::optional<std::string> instance = {};
   /// The options that the user (or the administrator, for all users) saved, without the server's own.
   Options saved;
-  /// Those of the server's defaults that are plain texts, such as the administrator's for options that CUPS
-  /// does not know.
+  /// The server's defaults that are plain texts, such as those that the administrator set for options that
+  /// CUPS does not know.
   Options queueDefaults;
   /// Every default that the server reports for the printer and uses for a job without the option.
   Options serverDefaults;

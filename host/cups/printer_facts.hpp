@@ -16,7 +16,7 @@ std::vector<std::string> printerNames(const Connection& connection);
 /// The remedy for a printer that is not found, with the names of the server's printers.
 std::string existingPrinters(const Connection& connection);
 
-/// Asks for the name and state of this printer, or of the server's default one (none), and for the server's
+/// Asks for the name and state of this printer (none means the server's default one), and for the server's
 /// values of the saved options. Null when there is no such printer.
 MessageHandle askFacts(const Connection& connection, const std::optional<std::string>& printer,
                        const Options& saved);

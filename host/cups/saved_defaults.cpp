@@ -58,7 +58,8 @@ fs::path systemDefaultsFile() {
   return std::string(folder == nullptr ? kServerRoot : folder) + "/lpoptions";
 }
 
-// Whether the file is in another user's home folder, as under sudo. It is not expected to be read.
+// Whether the file is unreadable because it is in another user's home folder, as under sudo. That is no
+// error.
 bool isOfAnotherUser(const fs::path& file) {
   struct stat home {};
   return file == savedDefaultsFile() && access(file.c_str(), R_OK) != 0 && errno == EACCES &&

@@ -17,7 +17,8 @@ namespace tandemtrim::host {
 std::filesystem::path savedDefaultsFile();
 
 /// The texts of the files where CUPS keeps options for each printer: the administrator's for all users, then
-/// the user's, as far as they exist. Failure when one cannot be read, which libcups would ignore.
+/// the user's, as far as they exist. Failure when one cannot be read, which libcups would ignore. The file of
+/// another user, as under sudo, is left out instead.
 std::vector<std::string> savedDefaults();
 
 /// Replaces the text of the file, which need not exist, by the result of `edit`. A lock keeps other callers
@@ -34,7 +35,7 @@ Options keepable(const Options& options);
 /// cannot be stored unchanged.
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options);
 
-/// Removes the user's defaults for the printer and returns them.
+/// Removes the user's defaults for the printer and returns them. Failure when the file cannot be changed.
 Options resetDefaults(const Printer& printer);
 
 }  // namespace tandemtrim::host

@@ -19,7 +19,7 @@ class DesktopNotification {
   ~DesktopNotification() = default;
 
   /// Shows the text, replacing the one that was shown before. False when the session has no notification
-  /// service, or that does not answer.
+  /// service, or the service does not answer.
   bool show(const NotificationText& text);
 
  private:

@@ -9,8 +9,7 @@
 
 namespace tandemtrim::host {
 
-/// Stores the options in a job's settings. Options of a panel, which has these keywords, get the panel's
-/// spelling.
+/// Stores the options in a job's settings. `keywords` are a panel's; its options get their spelling.
 void storeOptions(const Options& options, const std::vector<std::string>& keywords,
                   platform::PrintSettings& settings);
 

@@ -34,7 +34,8 @@ int refuse(std::string_view reason) {
 }  // namespace
 
 // The loader searches a program's own libraries first for every symbol of every library loaded later. The
-// dialog loads a hundred, so this program is linked with nothing and loads the real one as a module.
+// dialog loads a hundred, so this program is linked with the standard libraries only and loads the real one
+// as a module.
 int main(int argc, char* argv[]) {
   using namespace tandemtrim::host;
   std::set_terminate(giveUp);

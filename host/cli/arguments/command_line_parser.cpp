@@ -223,7 +223,7 @@ Unfinished parseUnfinished(std::vector<std::string> words) {
   try {
     app.parse(std::move(words));
   } catch (const CLI::ParseError&) {
-    // What was read before the error counts.
+    // The words before the error are used.
   }
   const auto& typed = unfinished.lastWord;
   unfinished.isName = app.endsInOption();

@@ -25,7 +25,7 @@ extern const std::array<JobOption, 5> kJobOptions;
 
 // Each of these throws a Failure with the status of a wrong command line for a text that it does not accept.
 
-/// The options of the job that the option sets with this text.
+/// The job's options that this option of the command line sets when it has this text.
 Options optionsFrom(const JobOption& option, const std::string& text);
 
 /// The texts of --applications and their meanings.

@@ -40,7 +40,7 @@ void requestAttributes(const MessageHandle& request, const std::vector<std::stri
 /// The groups of attributes in a request for a job, in the protocol's order.
 inline constexpr std::array kJobGroups{IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION};
 
-/// Adds the options to a request for a job: those of these groups, as libcups encodes them.
+/// Adds those of the options that belong to these groups to a request for a job, as libcups encodes them.
 void encodeOptions(const MessageHandle& request, const Options& options,
                    std::span<const ipp_tag_t> groups = kJobGroups);
 

@@ -35,7 +35,7 @@ class Connection {
   [[nodiscard]] MessageHandle answerToDocument(const std::string& resource) const;
 
   /// Returns the server's record of a printer (null: the default one), with the options that the user saved
-  /// for it or its instance; null when there is none. libcups asks no other server.
+  /// for it or its instance; null when there is none, or no answer. libcups asks no other server.
   [[nodiscard]] DestinationHandle destination(const char* printer, const char* instance) const;
 
   /// While the result exists, libcups's requests are cut off when they take longer than one answer may, or
@@ -55,11 +55,11 @@ class Connection {
   /// one answer may take; then throws the last Failure. Throws at once where repeating is useless.
   void persist(const std::function<void()>& work) const;
 
-  /// Failure when the connection is encrypted and its server is another than before. libcups reconnects
-  /// without checking this, so no answer is to be believed before this call.
+  /// Failure as for checkCertificate() when the connection is encrypted. libcups reconnects without this
+  /// check, so no answer may be believed before this call.
   void checkServer() const;
 
-  /// A warning about the server for the user; none when there is none to give.
+  /// A warning about the server for the user, if there is one.
   [[nodiscard]] const std::optional<std::string>& warning() const noexcept { return warning_; }
 
   /// "the print server at localhost:631".

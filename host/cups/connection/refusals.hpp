@@ -12,7 +12,7 @@ namespace tandemtrim::host {
 /// remedy. Messages call the server `server`.
 Failure refusal(http_t* http, const std::string& server);
 
-/// For a refusal that has no text of its own here, with the server's words.
+/// The fact about any refusal without a more specific text, with the server's words.
 inline constexpr auto kRefusal = "the print server at [server] refuses the request ([words])"_fact;
 
 }  // namespace tandemtrim::host

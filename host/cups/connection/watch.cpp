@@ -43,8 +43,8 @@ void Bounds::renew() {
 }
 
 // A thread, because libcups calls nothing back while bytes keep coming or while it repeats a request. It cuts
-// again until the request has ended, since libcups may reconnect in between. It measures memory, since an
-// answer may be compressed and a count of its bytes would not grow with it.
+// the connection repeatedly until the request has ended, since libcups may reconnect in between. It measures
+// memory instead of counting bytes, since an answer may be compressed.
 Watch::Watch(http_t* http, Bounds& bounds, Patience patience)
     : thread_([this, http, &bounds, patience](const std::stop_token& stop) {
         enforceBounds(http, bounds, patience, stop);

@@ -49,7 +49,7 @@ class Replacement {
     stream_->write_all(piece.data(), piece.size(), written);
     bytes_ += written;
   }
-  /// Replaces the old file; returns the new one's size in bytes. Nothing fails afterwards.
+  /// Replaces the old file, as the last step that can fail; returns the new one's size in bytes.
   std::uint64_t finish() {
     if (const auto size = writtenSize(); size != bytes_)
       throw Gio::Error(Gio::Error::FAILED, std::to_string(size) + " ≠ " + std::to_string(bytes_));

@@ -29,8 +29,8 @@ class PrinterSelection {
   [[nodiscard]] bool isFile() const;
 
   /// Selects the printer, shows these settings in the tabs, then calls `done`. A printer and pages that the
-  /// user selects in the meantime stay selected. If the printer does not appear within seconds, `done` is
-  /// called without it.
+  /// user selects in the meantime stay selected. If the printer does not appear within about 20 seconds,
+  /// `done` is called without it.
   void select(const std::string& printer, const TabSettings& tabs, const std::function<void()>& done);
 
  private:

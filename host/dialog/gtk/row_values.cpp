@@ -29,7 +29,7 @@ constexpr std::array<NamedRow, 9> kNamedRows{{{"job-priority", "job_prio"},
                                               {"media-source", "paper_source"},
                                               {"OutputBin", "output_tray"},
                                               {"job-billing", "billing_info"}}};
-// The properties that hold a row's option, and the option's value. Their types are not public.
+// The properties with a row's option, and with the option's value. Their types are not public.
 constexpr const char* kSource = "source";
 constexpr const char* kValue = "value";
 

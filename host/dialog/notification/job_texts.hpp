@@ -9,8 +9,8 @@
 
 namespace tandemtrim::host {
 
-/// The notifications about a job that this server has: the settings that it confirmed or lost, with the
-/// titles of the panel that they come from.
+/// The notifications about a job that this server has: which settings the server confirmed or lost, by the
+/// panel's titles, and that the job was cancelled or failed.
 NotifierOrder orderFor(const SentJob& job, const std::optional<std::string>& server,
                        const PanelResult& panel);
 

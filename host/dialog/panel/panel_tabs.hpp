@@ -66,7 +66,7 @@ class PanelTabs : public sigc::trackable {
   void fail(const Failure& failure);
 
   [[nodiscard]] bool isOpen() const { return session_ != nullptr; }
-  /// Whether the printer's panel is missing though it has one, or may have one.
+  /// Whether the panel is missing because it failed, or because the printer's details could not be read.
   [[nodiscard]] bool hasFailed() const { return hasFailed_; }
   /// The option keywords that no other tab shows or sends: those of the printer's panel or, without one, of
   /// all panels that are installed.

@@ -10,8 +10,8 @@
 namespace tandemtrim::host {
 
 /// The dialog's tab that lists the panel's settings, a title and a value in each row. All rows together are
-/// one stop of the keyboard, where a screen reader speaks each as "title: value", and where Control-C or a
-/// menu copies them in this form.
+/// a single stop for the Tab key, where a screen reader speaks each as "title: value", and where Control-C or
+/// a menu copies them in this form.
 class SummaryTab : public Gtk::ListBox {
  public:
   SummaryTab();

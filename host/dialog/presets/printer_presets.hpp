@@ -38,8 +38,8 @@ class PrinterPresets {
     std::function<void()> update;
   };
 
-  /// `wanted` is the preset to start with on the first printer that has presets, instead of that printer's
-  /// own.
+  /// `wanted` is the preset to start with on the first printer, instead of that printer's own. A printer
+  /// without this preset causes a message.
   PrinterPresets(Gtk::Window& parent, std::optional<std::string> wanted, Report report, Settings settings);
 
   /// Changes to a printer of this family. `printersKey` identifies it among all printers.
@@ -107,7 +107,7 @@ class PrinterPresets {
   Questions questions_;
   // For messages beside a question.
   Questions faults_;
-  // None once it is chosen.
+  // None after the first begin().
   std::optional<std::string> wanted_;
   std::string family_;
   std::string printersKey_;

@@ -23,8 +23,8 @@ struct Edges {
   friend bool operator==(const Edges&, const Edges&) = default;
 };
 
-/// A page of a document as it is printed. Its size is in millimetres, that of its picture in pixels, each
-/// 0x__RRGGBB, row by row.
+/// A page of a document as it is printed: its size in millimetres, and its picture, row by row, with pixels
+/// of the form 0x__RRGGBB.
 struct RenderedPage {
   /// How many pages the document has.
   int pages;

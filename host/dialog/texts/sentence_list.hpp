@@ -8,8 +8,8 @@
 
 namespace tandemtrim::host {
 
-/// The text with marks of direction for a widget that is read from the right. A line may begin with a
-/// printer's name, by whose letters the toolkit would take the line for one that is read from the left.
+/// The text with marks of direction for a widget that is read from the right. Without them, the toolkit would
+/// lay out a line from the left when it begins with a printer's name in Latin letters.
 std::string directed(const Gtk::Widget& widget, const std::string& text);
 
 /// Sentences one below the other. The list is as high as they are at its width, and scrolls when that is more
