@@ -17,8 +17,8 @@ namespace tandemtrim::host {
 std::filesystem::path savedDefaultsFile();
 
 /// The texts of the files where CUPS keeps options for each printer: the administrator's for all users, then
-/// the user's, as far as they exist. Failure when one cannot be read, which libcups would ignore. The file of
-/// another user, as under sudo, is left out instead.
+/// the user's, as far as they exist. Failure when one cannot be read, which libcups would ignore. An
+/// unreadable one in another user's home folder, as under sudo, is left out instead.
 std::vector<std::string> savedDefaults();
 
 /// Replaces the text of the file, which need not exist, by the result of `edit`. A lock keeps other callers
