@@ -1,4 +1,4 @@
-"""The program as it is started from a terminal: the summary, a job, and what makes a job long."""
+"""The rows of the program at a terminal: the summary, a job, a far server, many printers, and a large document."""
 
 import contextlib
 import shutil
@@ -22,9 +22,9 @@ SETTINGS = {
     "Right": ("MVRightMargin", "7"),
 }
 PAIRS = 31
-FEW_PAIRS = 11  # of what takes a good part of a second
+FEW_PAIRS = 11  # of programs that take a good part of a second
 LARGE_PAIRS = 3
-WAY = 0.02  # seconds from the client to a server far away, and back
+WAY = 0.02  # seconds to a server far away; an answer takes as long
 SAVED = "x-note=1"
 LARGE = 1 << 30
 MANY = (300, 3000)
@@ -38,7 +38,7 @@ def commands(bench, queue, document=DOCUMENT):
 
 
 def usages(bench, own, peer, count, before=lambda: None):
-    """Both in turn, so that what else the machine does meets both."""
+    """Runs both in turn, so that other load of the machine affects both, and returns their usages in pairs."""
 
     def usage(command):
         before()
@@ -73,7 +73,7 @@ def job_rows(bench, cups, queues):
 
 
 def asked(bench, cups, command):
-    """The relay behind which a command has run, with what it counted."""
+    """Runs the command over a relay, and returns the relay, which has counted the requests, round trips and bytes."""
     with Distant(cups.address, WAY) as relay:
         bench.run(command, LD_BIND_NOW="", CUPS_SERVER=relay.address)
     return relay
@@ -102,7 +102,7 @@ def of_both(counts, number):
 
 
 def many_rows(bench):
-    """A printer by its name, where the server has many, beside one that has no other."""
+    """The summary for one printer on a server with many, beside a server that has no other."""
     with PrivateCups() as alone, PrivateCups() as crowded:
         for cups in (alone, crowded):
             cups.add_queue("Morva", PPD)
@@ -125,7 +125,7 @@ def many_rows(bench):
 
 
 def large_rows(bench):
-    """A document of a gigabyte. Its jobs are cancelled as soon as the server has them."""
+    """A document of a gigabyte. Each job is cancelled before the next one is sent."""
     with PrivateCups() as cups:
         bench = Bench(bench.build, cups.environment())
         cups.add_queue("Morva", PPD, enabled=False)

@@ -43,7 +43,7 @@ class Bench:
         return self.build / "host/tandem-trim"
 
     def around(self):
-        """Nothing of the user's own but a language, which the bundle has; every symbol is bound before the program starts."""
+        """The environment variables: none of the user's, a language that the bundle has; every symbol is bound when the program starts."""
         return {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LANGUAGE": "en", "LD_BIND_NOW": "1"} | self.variables
 
     def run(self, command, screen=False, **variables):
@@ -65,7 +65,7 @@ class Bench:
         return json.loads(next(line for line in answer.splitlines() if line.startswith("[[")))
 
     def usage(self, *command):
-        """What a program takes from its start to its end, its symbols bound as they are where people start it."""
+        """What a program takes from its start to its end. Symbols are bound when they are first used, as in normal use."""
         with tempfile.TemporaryFile() as said:
             start = time.perf_counter()
             around = self.around() | {"LD_BIND_NOW": ""}

@@ -14,8 +14,8 @@ class Row:
     peer: float | None
     goal: float
     reach: float | None = None
-    # The lower and the upper one of the pairs' shares or differences, if measured in pairs. A goal is missed if three quarters of the pairs
-    # miss it.
+    # The lower and the upper quartile of the pairs' shares or differences, if measured in pairs. A goal is missed only if three quarters of
+    # the pairs miss it.
     quartiles: tuple[float, float] | None = None
     # The limit instead of a goal that is known to be missed; docs/performance.md says why. The run fails only beyond it.
     known: float | None = None
@@ -68,6 +68,6 @@ def row_of_differences(what, pairs, goal):
 
 
 def row_of_minima(what, beside, pairs, goal, reach=None, known=None):
-    """Of what other programs can only add to, as processor time: the least of each side."""
+    """For figures that other programs can only increase, such as processor time: compares the least of each side."""
     own, peer = (min(side) for side in zip(*pairs))
     return Row(what, own, beside, peer, goal, reach, None, known)

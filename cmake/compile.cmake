@@ -44,8 +44,8 @@ endif()
 if(TANDEM_TRIM_COVERAGE STREQUAL "conditions")
   add_compile_options(-fcoverage-mcdc)
 elseif(TANDEM_TRIM_COVERAGE)
-  # Each program and module maps a file of its own when it starts and counts there, together with other processes. So programs that are
-  # killed, that end without cleaning up, or that give up the right to write files are counted, too, whatever their environment.
+  # Each program and module maps a separate file when it starts and counts in it; all its processes share the file. So programs that are
+  # killed, that end without cleaning up, or that give up the right to write files are counted, too, in any environment.
   set(coverage_file ${PROJECT_BINARY_DIR}/counters/%m%c.profraw)
   add_compile_options(-fprofile-instr-generate=${coverage_file} -fprofile-update=atomic "SHELL:-mllvm -runtime-counter-relocation")
   add_link_options(-fprofile-instr-generate=${coverage_file})

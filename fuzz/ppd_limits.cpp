@@ -1,4 +1,4 @@
-// The input is lines of a printer's PPD, after those with which every PPD begins. However libcups reads them,
+// The input is lines of a printer's PPD, after the lines that begin every PPD. However libcups reads them,
 // each side's limit is the printer's, clamped to the property list's bounds.
 #include <cups/ppd.h>
 #include <sys/mman.h>

@@ -19,7 +19,7 @@ using namespace host;
 using namespace std::string_view_literals;
 
 constexpr std::string_view kBetweenFiles = "|||";
-// The server's answer about its only printer, after the number of the status: the attributes that begin every
+// The number of a status, then the server's answer about its only printer: the attributes that begin every
 // answer, and the printer's name.
 constexpr std::string_view kPrinter =
     "\0\1"
@@ -50,8 +50,9 @@ const fs::path& folder() {
 
 void write(const fs::path& file, std::string_view text) { std::ofstream(file, std::ios::binary) << text; }
 
-// Whether libcups may read another name for the default printer, one that no printer has: in that name it
-// knows fewer kinds of blanks, keeps only 255 bytes, accepts an instance after an empty name, and allows #.
+// Whether libcups may read a name for the default printer that no printer has. When it reads that name, it
+// knows fewer kinds of blanks than the program, keeps only 255 bytes, accepts an instance after an empty
+// name, and allows #.
 bool mayNameNoPrinter(std::string_view input) {
   return input.size() > 255 || input.find_first_of("\v\f\0"sv) != std::string_view::npos ||
          input.find(" /") != std::string_view::npos || input.find("\t/") != std::string_view::npos ||

@@ -74,7 +74,7 @@ settings_are_kept() {
   as_user --summary | grep -x 'Top Margin: 12' || fails "the default is lost"
   [ ! -e user/.config/tandem-trim/presets ] || as_user --preset Narrow --summary | grep -x 'Left Margin: 3' || fails "the preset is lost"
 }
-# Without a screen the dialog reports that, after its module and all libraries are loaded.
+# Without a screen, the dialog reports that there is none, after its module and all libraries are loaded.
 has_dialog() {
   tandem-trim --dialog -- resources/sample/sample.pdf 2> log && fails "a dialog without a screen"
   cat log

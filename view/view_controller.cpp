@@ -18,8 +18,8 @@ std::unique_ptr<MorvaTTViewControllerKV2> MorvaTTViewControllerKV2::initWithComm
   return made;
 }
 
-// Afterwards the tickets are destroyed, then, by the base class, the loaded nib with the controls to which
-// they refer.
+// The tickets are destroyed after this, then, by the base class, the loaded nib with the controls that the
+// tickets refer to.
 MorvaTTViewControllerKV2::~MorvaTTViewControllerKV2() {
   if (viewIsInited_) platform::defaultCenter().removeObserver(this);
 }

@@ -11,9 +11,9 @@
 #include "platform/controls.hpp"
 #include "view/controls.hpp"
 
-/// Controls that exist only in memory. They behave as a desktop toolkit's do: a change by the program runs no
-/// action and posts no notification, a change by the user does so at once, and a disabled control ignores the
-/// user.
+/// Controls that exist only in memory. They behave as a desktop toolkit's do: a change by the user runs the
+/// action or posts the notification at once, a change by the program does neither, and a disabled control
+/// ignores the user.
 namespace tandemtrim::platform::memory {
 
 /// What a user sees of a control, except its place, which the panel knows.

@@ -14,7 +14,7 @@ namespace tandemtrim::platform::appkit {
 void raise(const Outcome& outcome);
 
 /// Runs `work` and returns its result. An exception of the core is raised as one of the toolkit; no C++
-/// exception leaves.
+/// exception reaches the caller.
 template <class Work>
 auto guarded(Work work) {
   using Result = std::invoke_result_t<Work>;

@@ -12,9 +12,10 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// The text of a spin button. It remembers the program's text byte for byte until the user edits it, even if
-/// the toolkit cannot show it, which is limited to 65,534 bytes of UTF-8 without null characters. A text that
-/// the program sets while the box has the focus becomes its description, which a screen reader speaks.
+/// The text of a spin button. It remembers the program's text byte for byte until the user edits it, even a
+/// text that the toolkit cannot show: one that is longer than 65,534 bytes, is not UTF-8 or contains null
+/// characters. A text that the program sets while the box has the focus becomes its description, which a
+/// screen reader speaks.
 class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2, Gtk::SpinButton> {
  public:
   explicit TextBox(Gtk::SpinButton& box);
