@@ -37,7 +37,7 @@ def of_pages(options):
     return {keyword: value for keyword, value in options.items() if keyword in PAGES}
 
 
-INSIDE = 12  # pixels
+INSIDE = 12  # pixels from the end of an entry to a click in it
 RANGES = "Specify one or more page ranges"  # the name of the entry for page ranges
 # The options of the dialog's own pages.
 PAGES = ("PageSize", "media", "orientation-requested", "landscape", "OutputOrder", "Collate", "number-up", "page-set")

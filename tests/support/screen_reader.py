@@ -1,7 +1,7 @@
 """A running program as a screen reader sees it: its windows and their visible contents, through the accessibility bus.
 
-Reading everything takes one call, and a few more after a change: GTK returns all nodes that were ever asked for in one answer, which is
-compared with the known children of each node.
+Reading everything takes one call, and a few more after a change: in one answer, GTK returns all nodes that were ever requested.
+They are compared with the known children of each node.
 """
 
 import dataclasses
@@ -98,7 +98,7 @@ class Program:
         return set(self._known()[0])
 
     def _known(self):
-        """All nodes that were ever asked for, by path and without their children; and each node's number of children."""
+        """All nodes that were ever requested, by path and without their children; and each node's number of children."""
         known, counts = {}, {}
         items = self.ask("/org/a11y/atspi/cache", "Cache", "GetItems")
         for (_, path), _, _, _, count, _, name, role, description, (states, _) in items:

@@ -22,7 +22,7 @@ PLANNER = surroundings.BUILD / "tests/e2e/tandemtrim_many_jobs"
 JOBS = os.environ.get("TANDEM_TRIM_JOBS")
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
 PRINTERS = [f"Morva{number}" for number in range(4)]
-MANY = 100  # with fewer jobs, connections break more often
+MANY = 100  # with fewer jobs, a larger share of connections is cut
 SEVERAL = 4  # programs or dialogs that print at the same time
 MOST_FILES, MOST_OF_A_JOB = 1 << 22, 10_000  # bytes of the server's files, and more of them for each job
 MOST_LOG = 100_000  # characters of the server's log that a failure shows
@@ -55,7 +55,7 @@ class ManyJobs:
     # By default, the server keeps the documents of printed jobs for a day.
     server_settings = "PreserveJobFiles No\n"
 
-    # How many jobs are sent, also over a relay that breaks some connections.
+    # How many jobs are sent directly, and over a relay that breaks some connections.
     jobs = 1000
     broken_jobs = 100
 

@@ -67,7 +67,7 @@ ACTS = (
 
 class DialogListenerTest(DialogCase):
     def heard_of(self, dialog, is_panel):
-        """What is heard from each act."""
+        """Does each act, and returns what is heard from it."""
         dialog.find_live(NUMBER, TOP)
         dialog.go_to(TOP)
         dialog.keys("shift+Tab")

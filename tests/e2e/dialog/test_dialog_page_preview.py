@@ -127,7 +127,7 @@ class PagePreviewTest(DialogCase):
         dialog.page("Tandem Trim")
 
     def is_live(self, dialog):
-        """Whether the buttons of the previous and the next page can be used."""
+        """Whether the button of the previous page and that of the next page can be used, as a list."""
         return [dialog.is_live("push button", name) for name in ("Previous page", "Next page")]
 
     def test_only_pages_that_are_printed_are_shown(self):

@@ -95,7 +95,7 @@ class SwitchingTest(TerminalCase):
     # Runs of the program.
 
     def does(self, *arguments, notes=()):
-        """Runs the program, which must succeed with exactly these lines on standard error; returns its output."""
+        """Runs the program, which must succeed and write one line with each of these notes to standard error; returns its output."""
         result = self.trim(*arguments)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         said = result.stderr.splitlines()

@@ -47,7 +47,7 @@ class SilentServer {
   in_port_t port_ = 0;
 };
 
-// libcups leaves a text out that it has no memory for.
+// libcups leaves out a text if memory for it runs out.
 TEST(ARequest, ThatIsIncompleteForLackOfMemoryIsNotSent) {
   const SilentServer server;
   const Connection connection(server.address());

@@ -22,7 +22,7 @@
 
 namespace {
 
-// The file that this thread last flushed to the disk; the error that flushing fails with.
+// The file that this thread last flushed to the disk; the error with which flushing fails, or 0.
 thread_local struct stat flushed {};
 thread_local int failureOfFlushing = 0;
 

@@ -18,7 +18,7 @@ namespace {
 // What another program does right before a file is renamed without replacing another one.
 std::function<void()> beforeRenaming = [] {};
 bool isOnNetwork = false;
-// The error of such a renaming; 0 if it succeeds.
+// The error of a renaming without replacing; 0 if it succeeds.
 int renamingFails = 0;
 
 }  // namespace

@@ -188,7 +188,7 @@ class CupsDaemon:
         self._frozen = False
 
     def fill_disk(self):
-        """Limits the files that the server writes to a megabyte, as if its disk were full."""
+        """Keeps the server from writing files larger than a megabyte, as if its disk were full."""
         resource.prlimit(self._server.pid, resource.RLIMIT_FSIZE, (1 << 20, resource.RLIM_INFINITY))
 
     def empty_disk(self):

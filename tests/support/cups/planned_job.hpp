@@ -11,7 +11,7 @@
 
 namespace tandemtrim::host {
 
-/// A job that a test of many jobs has sent: one line of JSON on standard input.
+/// A job that a test of many jobs plans: one line of JSON on standard input.
 struct PlannedJob {
   std::string title;
   std::string printer;

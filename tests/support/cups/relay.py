@@ -233,7 +233,7 @@ class Usurped(Relay):
 
 
 class WantsLogin(Relay):
-    """Refuses to make a job without this "user:password". `tried` lists the logins that were sent."""
+    """Refuses to make a job without this "user:password". `tried` lists the wrong logins, each once."""
 
     def __init__(self, server, login):
         super().__init__(server, float("inf"), None)
@@ -404,7 +404,7 @@ class AlwaysCut(AtByte):
 
 
 class Pause(AtByte):
-    """Passes nothing on at the point until release(). `reached` is set at the point."""
+    """Passes on nothing beyond the point until release(). `reached` is set at the point."""
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
