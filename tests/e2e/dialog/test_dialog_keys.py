@@ -27,7 +27,7 @@ SWITCH = {"en": "Use Tandem Trim", "it": "Usa Tandem Trim", "nl": "Tandem Trim g
 
 class DialogKeysTest(DialogCase):
     def leads_to(self, dialog, key, margin):
-        """Presses the key; returns whether its margin has the focus. On a slow machine, the first key of another keyboard layout may get lost."""
+        """Presses the key; returns whether its margin has the focus. A slow machine may lose the first key of another keyboard layout."""
         dialog.keys(f"alt+{key}")
         return dialog.find("entry", margin).has(FOCUSED)
 

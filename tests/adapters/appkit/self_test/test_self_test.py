@@ -24,7 +24,7 @@ class TheSelfTest(unittest.TestCase):
         return shutil.copytree(BUNDLE, pathlib.Path(folder.name, BUNDLE.name))
 
     def test_loads_a_good_bundle_and_passes_every_case_of_the_suite(self):
-        done = run(BUNDLE, "-HugeText*")  # slow; conformance_appkit_test runs these cases, too
+        done = run(BUNDLE, "-HugeText*")  # these are slow, and conformance_appkit_test runs them
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
         self.assertIn(f"{BUNDLE} is loaded\n", done.stdout)
         cases = int(re.search(r"(\d+) tests from \d+ test suites ran", done.stdout)[1])
