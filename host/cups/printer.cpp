@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <ranges>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -36,9 +35,11 @@ std::optional<DestinationName> usualDestination(std::span<const std::string> def
     if (name != nullptr && name == "lp"sv) name = nullptr;
   }
   if (name != nullptr) return splitAt(std::string_view(name).find('/'), name);
-  for (const auto& file : defaults | std::views::reverse)
-    if (auto destination = defaultDestination(file)) return destination;
-  return std::nullopt;
+  std::optional<DestinationName> usual;
+  // The user's file comes last and counts before the administrator's.
+  for (const auto& file : defaults)
+    if (auto destination = defaultDestination(file)) usual = std::move(destination);
+  return usual;
 }
 
 Failure notFound(const Connection& connection, const std::optional<std::string>& name) {
