@@ -239,13 +239,17 @@ class DefaultsTest(TerminalCase):
         self.file_of_defaults.write_text("Dest Morva MVTopMargin=9\n")
         self.file_of_defaults.chmod(0o600)
         home = self.file_of_defaults.parents[1]
-        nobody = ["--reuid=65534", "--regid=65534", "--clear-groups", PROGRAM, "-d", "Morva", "--summary", "--set", "Valid=On"]
-        result = self.trim(*nobody, program="setpriv")
+        home.chmod(0o777)
+        self.addCleanup(os.chown, home, 0, 0)
+        # Root that reads only what its files' modes allow.
+        without_rights = ["--bounding-set=-dac_override,-dac_read_search", PROGRAM, "-d", "Morva", "--summary", "--set", "Valid=On"]
+        for path in (home, self.file_of_defaults):
+            os.chown(path, 65534, 65534)
+        result = self.trim(*without_rights, program="setpriv")
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertNotIn("9", result.stdout)
-        self.addCleanup(os.chown, home, 0, 0)
-        os.chown(home, 65534, 65534)
-        result = self.trim(*nobody, program="setpriv")
+        os.chown(home, 0, 0)
+        result = self.trim(*without_rights, program="setpriv")
         self.assertEqual((result.returncode, result.stdout), (1, ""))
         self.assertIn(f"{self.file_of_defaults} cannot be read: Permission denied; nothing was sent", result.stderr)
 

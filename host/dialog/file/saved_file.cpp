@@ -4,7 +4,9 @@
 #include <utility>
 
 #include <giomm/cancellable.h>
+#include <giomm/error.h>
 #include <giomm/file.h>
+#include <giomm/fileinfo.h>
 #include <giomm/fileoutputstream.h>
 
 #include "host/dialog/file/conversion.hpp"
@@ -58,14 +60,17 @@ class Replacement {
   }
 
  private:
-  // The size that the file system reports; some remote ones report none.
+  // The size that the file system reports; some remote ones report none. Not by giomm's query_info(), which
+  // leaks the attribute's name.
   std::uint64_t writtenSize() {
-    try {
-      return static_cast<std::uint64_t>(stream_->query_info("standard::size")->get_size());
-    } catch (const Gio::Error& failure) {
-      if (failure.code() == Gio::Error::NOT_SUPPORTED) return bytes_;
-      throw;
-    }
+    GError* failure = nullptr;
+    auto* const info =
+        g_file_output_stream_query_info(stream_->gobj(), G_FILE_ATTRIBUTE_STANDARD_SIZE, nullptr, &failure);
+    if (info != nullptr) return static_cast<std::uint64_t>(Glib::wrap(info)->get_size());
+    if (!g_error_matches(failure, G_IO_ERROR, G_IO_ERROR_NOT_SUPPORTED))
+      Glib::Error::throw_exception(failure);
+    g_error_free(failure);
+    return bytes_;
   }
 
   Glib::RefPtr<Gio::FileOutputStream> stream_;
