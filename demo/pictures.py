@@ -5,6 +5,7 @@ pictures.py dialog-german takes that one alone.
 """
 
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -48,12 +49,17 @@ def keep_preset(cups):
     subprocess.run(words, env=cups.environment(), check=True, capture_output=True)
 
 
+def title_of_the_panel(language):
+    table = PROJECT / f"resources/{language}.lproj/Localizable.strings"
+    return re.search('"TandemTrim" = "(.*)";', table.read_text("utf-8-sig"))[1]
+
+
 def take(cups, document, name, options, variables, act=None):
     environment = cups.environment() | surroundings.of_this_test(surroundings.SCREEN) | variables
     words = ["-o", " ".join(options)] if options else ["--dialog", "--preset", PRESET]
     dialog = PrintDialog([*command(surroundings.BUILD, document), *words], environment)
     try:
-        dialog.page("Tandem Trim")
+        dialog.page(title_of_the_panel(variables.get("LANGUAGE", "en")))
         dialog.middle(dialog.find("image", "mm"))
         # Waits for the page's number, which appears after the page is drawn.
         dialog.find("label", f" {PAGES}")
