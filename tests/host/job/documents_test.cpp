@@ -129,6 +129,13 @@ class NoRoom {
   struct rlimit limit_ {};
 };
 
+// A document of the text "four", from a new pipe.
+Document documentFromPipe(const std::string& file) {
+  EXPECT_EQ(mkfifo(file.c_str(), 0600), 0);
+  const std::jthread writer([&] { std::ofstream(file) << "four"; });
+  return Document(file);
+}
+
 TEST(ADocument, ThatIsAFileNeedsNoRoomToBeKept) {
   const test::TemporaryFolder folder;
   Document document(folder.write("report.pdf", "four"));
@@ -140,10 +147,7 @@ TEST(ADocument, ThatIsAFileNeedsNoRoomToBeKept) {
 TEST(ADocument, ThatCannotBeKeptWholeIsRefused) {
   const test::TemporaryFolder folder;
   const auto file = (folder.path() / "pipe").string();
-  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-  std::thread writer([&] { std::ofstream(file) << "four"; });
-  Document document(file);
-  writer.join();
+  Document document = documentFromPipe(file);
   const NoRoom noRoom;
   const auto failure = failureOf([&] { document.keep(); });
   EXPECT_THAT(failure.what(), HasSubstr("pipe cannot be kept until it is printed: File too large"));
@@ -153,10 +157,7 @@ TEST(ADocument, ThatCannotBeKeptWholeIsRefused) {
 TEST(ADocument, ThatCannotBeReadAgainIsNotSaidToBeUnsent) {
   const test::TemporaryFolder folder;
   const auto file = (folder.path() / "pipe").string();
-  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-  std::thread writer([&] { std::ofstream(file) << "four"; });
-  Document document(file);
-  writer.join();
+  Document document = documentFromPipe(file);
   EXPECT_EQ(contentOf(document), "four");
   const std::string said = failureOf([&] { contentOf(document); }).what();
   EXPECT_EQ(said, file + " cannot be read: Illegal seek");
