@@ -28,7 +28,7 @@ run: ## print a sample document on a private print server and show what the prin
 	$(call build,release)
 	/usr/bin/python3 demo/run.py --build build/release
 
-pictures: ## renew the pictures of the dialog in docs/
+pictures: ## retake the pictures of the dialog in docs/
 	$(install_dependencies) run
 	$(call build,release)
 	tests/support/on_own_screen.py TANDEM_TRIM_BUILD=$(CURDIR)/build/release /usr/bin/python3 demo/pictures.py
@@ -83,7 +83,7 @@ coverage: ## measure the lines and branches that the tests cover, by folder; fai
 	ctest --test-dir build/coverage --output-on-failure --timeout 1800 -j 3 -E 'packages|volume|many prints|\((c|arabic)\)'
 	tests/coverage.py
 
-mcdc: ## check that the tests show the effect of each single condition of the core's decisions, with clang
+mcdc: ## report the modified condition/decision coverage (MC/DC) of the core and adapters/linux
 	$(install_dependencies) mcdc
 	$(call build_apart,mcdc,$(core_only),tests/all)
 	tests/mcdc.sh
@@ -96,7 +96,7 @@ mutants-all: ## the same for every small change; takes days
 	$(install_dependencies) mutants
 	/usr/bin/python3 tests/mutants/run.py
 
-fuzz: ## make up inputs for each target for SECONDS (60), and check the properties
+fuzz: ## try random inputs with each target for SECONDS (60), and check its properties
 	$(install_dependencies) fuzz
 	$(fuzz_programs)
 	fuzz/run.sh $(or $(SECONDS),60)
@@ -111,7 +111,7 @@ macho-package: ## pack the same bundle for Macs without Xcode, with scripts that
 	cmake/macos/build.sh
 	packaging/macos/archive/archive.sh
 
-mac: ## on a Mac: build, install and try the bundle with a queue and an application of its own, and report; see docs/macos.md
+mac: ## on a Mac: build and install the bundle, try it with a queue and a small application, and report; see docs/macos.md
 	packaging/macos/trial/trial.sh
 
 mac-clean: ## on a Mac: remove what make mac made and installed
@@ -143,7 +143,7 @@ format: ## apply the formatting
 	$(install_dependencies) lint
 	clang-format -i $(sources)
 
-install: ## install below PREFIX (default /usr/local), inside DESTDIR if given
+install: ## install under PREFIX (default /usr/local), inside DESTDIR if given
 	$(install_dependencies) run
 	cmake --preset release --log-level=WARNING -DCMAKE_INSTALL_PREFIX=$(or $(PREFIX),/usr/local)
 	cmake --build --preset release
