@@ -38,7 +38,7 @@ test: ## build and run all tests
 	$(call build,test)
 	ctest --preset test
 
-check: ## build and run the tests that need no screen and are done within a minute
+check: ## build and run the quick tests that need no screen
 	$(install_dependencies) test
 	cmake --preset test --log-level=WARNING
 	cmake --build --preset check
@@ -114,7 +114,7 @@ macho-package: ## pack the same bundle for Macs without Xcode, with scripts that
 mac: ## on a Mac: build and install the bundle, try it with a queue and a small application, and report; see docs/macos.md
 	packaging/macos/trial/trial.sh
 
-mac-clean: ## on a Mac: remove what make mac made and installed
+mac-clean: ## on a Mac: remove everything that make mac made and installed
 	packaging/macos/trial/trial.sh clean
 
 package: ## build the Debian packages, in build/release/package, and run their tests

@@ -36,7 +36,7 @@ struct Tab {
   std::unique_ptr<host::PanelSession> panel;
 };
 
-// The kilobytes of memory that this process has written. What it only reads of files is shared.
+// The kilobytes of memory that this process has written. Memory that it only reads from files is shared.
 long privateMemory() {
   std::ifstream rollup("/proc/self/smaps_rollup");
   long kilobytes = 0;
@@ -51,7 +51,7 @@ long privateMemory() {
 int main(int argc, char* argv[]) {
   if (argc < 2 || argc > 4) return 2;
   if (gtk_init_check() == FALSE) return 1;
-  // With the tab and without: the host's dialog uses gtkmm in both cases.
+  // Called even without the tab, since the host's dialog always uses gtkmm.
   Gtk::init_gtkmm_internals();
   auto* const dialog = bench::makeDialog();
   host::PpdHandle ppd;

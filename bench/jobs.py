@@ -148,6 +148,6 @@ def large_document(folder):
     document = folder / "large.pdf"
     shutil.copyfile(DOCUMENT, document)
     with open(document, "ab") as file:
-        file.truncate(LARGE)  # which takes no room
+        file.truncate(LARGE)  # a sparse file, which takes no space on the disk
     yield document
     document.unlink()

@@ -17,7 +17,7 @@ PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
 
 @dataclasses.dataclass
 class Usage:
-    """What a program has taken: seconds by the clock and of the processor, and kilobytes of memory at most."""
+    """The resources that a program has used: seconds by the clock and of the processor, and its peak of memory in kilobytes."""
 
     seconds: float
     processor: float
@@ -43,7 +43,7 @@ class Bench:
         return self.build / "host/tandem-trim"
 
     def around(self):
-        """The environment variables: none of the user's, a language that the bundle has; every symbol is bound when the program starts."""
+        """The variables of a fixed environment: a language that the bundle has, and every symbol bound when the program starts."""
         return {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LANGUAGE": "en", "LD_BIND_NOW": "1"} | self.variables
 
     def run(self, command, screen=False, **variables):
@@ -65,7 +65,7 @@ class Bench:
         return json.loads(next(line for line in answer.splitlines() if line.startswith("[[")))
 
     def usage(self, *command):
-        """What a program takes from its start to its end. Symbols are bound when they are first used, as in normal use."""
+        """The resources that a program uses from its start to its end. Symbols are bound when they are first used, as in normal use."""
         with tempfile.TemporaryFile() as said:
             start = time.perf_counter()
             around = self.around() | {"LD_BIND_NOW": ""}

@@ -1,4 +1,4 @@
-// Measures how a panel is made, beside libcups's work for the same PPD: panel BUNDLE PPD
+// Measures the making of a panel, beside libcups's work for the same PPD: panel BUNDLE PPD
 #include <memory>
 
 #include "bench/measured.hpp"

@@ -9,8 +9,8 @@ inline GtkPrintUnixDialog* makeDialog() {
   return GTK_PRINT_UNIX_DIALOG(gtk_print_unix_dialog_new("Print", nullptr));
 }
 
-// GTK forgets the printer of its settings unless it is listed first, so this sets it again until it is
-// selected.
+// Returns whether the settings' printer is selected. If not, applies the settings again, since GTK forgets
+// their printer unless it is the first in its list.
 inline bool isSelected(GtkPrintUnixDialog* dialog, GtkPrintSettings* settings) {
   auto* const selected = gtk_print_unix_dialog_get_selected_printer(dialog);
   const bool found = selected != nullptr && g_str_equal(gtk_printer_get_name(selected),

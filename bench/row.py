@@ -17,7 +17,7 @@ class Row:
     # The lower and the upper quartile of the pairs' shares or differences, if measured in pairs. A goal is missed only if three quarters of
     # the pairs miss it.
     quartiles: tuple[float, float] | None = None
-    # The limit instead of a goal that is known to be missed; docs/performance.md says why. The run fails only beyond it.
+    # The limit that replaces a goal that is known to be missed; docs/performance.md says why. The run fails only beyond this limit.
     known: float | None = None
 
     @property

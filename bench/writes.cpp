@@ -1,4 +1,4 @@
-// Counts what the program writes in GTK's widgets for one keystroke in a margin box: writes BUNDLE PPD
+// Counts how often the program changes GTK's widgets for one keystroke in a margin box: writes BUNDLE PPD
 #include <cstdio>
 #include <cstring>
 #include <memory>

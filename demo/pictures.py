@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Takes the pictures of the print dialog in docs/, on the screen of `make pictures`.
 
-pictures.py dialog-german takes that one alone.
+pictures.py dialog-german takes only that picture.
 """
 
 import pathlib
@@ -44,7 +44,7 @@ PICTURES = (
 
 
 def keep_preset(cups):
-    """Saves the preset with which some pictures begin."""
+    """Saves the preset that some pictures start from."""
     words = [*command(surroundings.BUILD)[:-1], "-o", " ".join(SET), "--save-preset", PRESET]
     subprocess.run(words, env=cups.environment(), check=True, capture_output=True)
 

@@ -77,7 +77,7 @@ def driven(cups, build, picture):
 
 
 def from_editor(cups):
-    """Prints from another project's editor, with its own keys."""
+    """Prints from another project's editor, by the editor's keyboard shortcut."""
     from dialog_case import until
     from portal_case import EDITORS, PortalSession, ShownDialog
 

@@ -1,5 +1,5 @@
 // The input is the program's arguments, each ended by a byte 0. Either a mistake is reported, or the command
-// line that was read, written as arguments again, is read as the same.
+// line can be written as arguments again and read with the same result.
 #include <algorithm>
 
 #include "fuzz/support/target.hpp"

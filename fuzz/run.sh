@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Makes up inputs for each target for SECONDS: run.sh SECONDS [target ...]. Fails if a property does not hold, and names the input's file.
-# Most of the time goes to programs that do not check memory and try several times as many inputs; the sanitized ones then continue from
-# the new inputs that those found, in build/fuzz/inputs. `run.sh keep` replaces the kept inputs by the fewest kept and new ones that reach
-# the same code.
+# Tries random inputs with each target for SECONDS: run.sh SECONDS [target ...]. Fails if a property does not hold, and names the input's
+# file. Most of the time goes to programs that do not check memory and try several times as many inputs; the sanitized programs then
+# continue from the new inputs that were found, in build/fuzz/inputs. `run.sh keep` replaces the kept inputs by the fewest kept and new ones
+# that reach the same code.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 programs=build/fuzz/fuzz

@@ -33,7 +33,7 @@ constexpr std::string_view kPrinter =
 constexpr std::array kSaid{"attributes-charset", "attributes-natural-language", "printer-name"};
 constexpr std::size_t kQuestions = 20;
 
-// The folder of both files, whose place libcups reads once.
+// The folder of both files; libcups reads its path only once.
 const fs::path& folder() {
   static const fs::path only = [] {
     std::string name = fs::temp_directory_path() / "saved-options-XXXXXX";
@@ -50,9 +50,9 @@ const fs::path& folder() {
 
 void write(const fs::path& file, std::string_view text) { std::ofstream(file, std::ios::binary) << text; }
 
-// Whether libcups may read a name for the default printer that no printer has. When it reads that name, it
-// knows fewer kinds of blanks than the program, keeps only 255 bytes, accepts an instance after an empty
-// name, and allows #.
+// Whether libcups may read a name that no printer has as that of the default printer: unlike the program, it
+// knows fewer kinds of blanks there, keeps only 255 bytes, accepts an instance after an empty name, and
+// allows #.
 bool mayNameNoPrinter(std::string_view input) {
   return input.size() > 255 || input.find_first_of("\v\f\0"sv) != std::string_view::npos ||
          input.find(" /") != std::string_view::npos || input.find("\t/") != std::string_view::npos ||

@@ -1,6 +1,6 @@
 // The input is a job's print settings under the panel's keys, in the panel's order, with a byte 0 between
-// them; a value follows a byte 1, and any other field is a key without a value. The panel changes only what
-// it must: a save replaces what it cannot show, and margins stay until a user edits them.
+// them; a value follows a byte 1, and any other field is a key without a value. A save changes only values
+// that the panel cannot show, and margins stay until a user edits them.
 #include <vector>
 
 #include "fuzz/support/panel.hpp"

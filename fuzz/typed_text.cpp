@@ -1,6 +1,6 @@
-// The input is a user's acts at the margins, one per line: t(ype), a(ppend), b(ackspace), + or - (the
-// stepper), then the first letter of the side, then a text. Whatever is typed, a box contains a number in its
-// range, and nothing else changes.
+// The input is a user's actions at the margins, one per line: t(ype), a(ppend), b(ackspace), + or - (the
+// stepper), then the first letter of the side, then a text. After each action the box contains a number in
+// its range, and no other box has changed.
 #include <algorithm>
 #include <map>
 

@@ -8,7 +8,8 @@
 namespace tandemtrim {
 namespace {
 
-// The control as the class whose operations a ticket needs. Another class raises std::invalid_argument.
+// Casts the control to the class that the ticket needs. A control of another class raises
+// std::invalid_argument.
 template <class Class>
 Class& as(platform::Control& control) {
   auto* object = dynamic_cast<Class*>(&control);

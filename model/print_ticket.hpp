@@ -15,7 +15,7 @@ namespace tandemtrim {
 
 /// Ties one setting to its entry in the job's print settings, its default and the controls that show it (the
 /// target instances). This class handles plain text. A ticket calls its own operations virtually, so that the
-/// overrides of a derived class run, also when it stores the default at construction.
+/// overrides of a derived class run, even when initWithDefaultValue stores the default.
 class MorvaTTPrintTicketKV2 {
  public:
   using Controls = std::vector<platform::Control*>;
@@ -40,8 +40,8 @@ class MorvaTTPrintTicketKV2 {
   virtual void setToDefault();
   /// Stores the value of the first control; does nothing without controls. A failed write is ignored.
   virtual void saveTicket();
-  /// Shows the stored value, or the default if none can be read, in every control, and returns it unaltered.
-  /// Stores nothing.
+  /// Shows the stored value, or the default if no value can be read, in every control, and returns it
+  /// unaltered. Stores nothing.
   virtual std::string restoreTicketFailSafe();
 
   /// The stored value, else the default. Shows and stores nothing.

@@ -57,8 +57,8 @@ std::unique_ptr<MorvaTTPrintTicketManagerKV2> MorvaTTPrintTicketManagerKV2::init
   return made;
 }
 
-// All entries are gathered before the first ticket is made, so that a missing one raises before anything is
-// stored.
+// All entries are gathered before the first ticket is made, so that a missing default or key raises before
+// anything is stored.
 bool MorvaTTPrintTicketManagerKV2::initialize(const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo) {
   const auto& info = *commonInfo;
   std::vector<ConstructionEntry> entries{

@@ -17,13 +17,13 @@ class NibObject {
   virtual ~NibObject() = default;
 };
 
-/// A page of the document as it lies on the sheet: its picture, row by row in pixels 0x__RRGGBB, and the
-/// place and size in millimetres where it is printed. It may reach beyond the sheet.
+/// A page of the document as it lies on the sheet: its pixels row by row, each 0xRRGGBB with an unused upper
+/// byte, and the place and size in millimetres where it is printed. It may reach beyond the sheet.
 struct PageImage {
   int columns;
   int rows;
   std::vector<std::uint32_t> pixels;
-  /// From the sheet's edges.
+  /// Distances from the sheet's left and top edge.
   double left;
   double top;
   double width;

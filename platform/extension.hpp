@@ -26,7 +26,8 @@ inline constexpr std::string_view kSummaryDisplayOrderKey = "Summary Display Ord
 class HostCallback {
  public:
   virtual ~HostCallback() = default;
-  /// The job's print settings; they outlive every panel that was made with this callback.
+  /// The job's print settings, or null when there are none; they outlive every panel that was made with this
+  /// callback.
   [[nodiscard]] virtual PrintSettings* printSettings() = 0;
   /// The open PPD file of the chosen printer, or null when it has none.
   [[nodiscard]] virtual ppd_file_s* ppdFile() = 0;
@@ -46,7 +47,7 @@ struct PanelSetting {
 
   /// The PPD option keyword under which the setting is stored.
   std::string keyword;
-  /// The setting's name in every language, which is also the name of its control.
+  /// The setting's name, the same in every language; its control has the same name.
   std::string name;
   /// The setting's title in the user's language.
   std::string title;
@@ -75,8 +76,8 @@ class PrintPanel {
   [[nodiscard]] virtual ObjectRef panelKind() = 0;
   /// The view, the same one at each call, or null when it could not be loaded. It belongs to the panel.
   [[nodiscard]] virtual View* panelView() = 0;
-  /// The stored values' texts by title, and under kSummaryDisplayOrderKey the titles' order if there is one.
-  /// Replaces unsaved changes in the controls by the stored values.
+  /// The text of each stored value under its setting's title, and under kSummaryDisplayOrderKey the order of
+  /// the titles, which may be missing. Replaces unsaved changes in the controls by the stored values.
   [[nodiscard]] virtual Dictionary summaryInfo() = 0;
   virtual void willShow() = 0;
   [[nodiscard]] virtual bool shouldHide() = 0;
@@ -100,8 +101,7 @@ class Plugin {
   virtual ~Plugin() = default;
   /// Sets the plug-in's bundle. Returns false if it is null.
   virtual bool initWithBundle(std::shared_ptr<Bundle> bundle) = 0;
-  /// Makes the panels for this extension type; null if there are none. The list has the only reference to
-  /// each panel.
+  /// Makes the panels for this extension type; null if there are none. The caller owns the panels.
   [[nodiscard]] virtual std::unique_ptr<PanelList> PDEPanelsForType(
       std::optional<std::string_view> type, std::shared_ptr<HostCallback> hostInfo) = 0;
 };

@@ -23,7 +23,7 @@ class NibOwner {
   NibOwner& operator=(const NibOwner&) = delete;
   virtual ~NibOwner() = default;
 
-  /// The outlets that the owner has, by name.
+  /// The names of the owner's outlets.
   [[nodiscard]] virtual std::vector<std::string_view> outletNames() const = 0;
   /// Connects an outlet. Ignored if the owner has no such outlet, or the object is null or of another class.
   virtual void setOutlet(std::string_view name, NibObject* object) = 0;
@@ -32,8 +32,8 @@ class NibOwner {
   /// The owner's text for this key in the user's language, or the key itself when there is none.
   [[nodiscard]] virtual std::string localizedString(std::string_view key) const { return std::string(key); }
 
-  /// Keeps a loaded nib alive as long as its owner. Earlier nibs are kept too, as their controls may still be
-  /// in use. The loader must call this before it connects the first outlet.
+  /// Keeps a loaded nib alive as long as this owner. Earlier nibs are kept too, as their controls may still
+  /// be in use. The loader must call this before it connects the first outlet.
   void keepLoadedNib(std::unique_ptr<LoadedNib> nib) { nibs_.push_back(std::move(nib)); }
 
   /// The platform's object to which its nibs connect instead of the owner; null if the platform has none.

@@ -19,7 +19,7 @@ inline constexpr std::string_view TTPanelNameKey = "TandemTrim";
 class MorvaTTPdePanelKV2 : public platform::PrintPanel {
  public:
   /// Makes the panel, and stores the defaults of the settings that the job lacks. Null when an argument is
-  /// null or one of its parts cannot be made; exceptions of their construction reach the caller.
+  /// null or a part of the panel cannot be made; exceptions raised while its parts are made reach the caller.
   [[nodiscard]] static std::unique_ptr<MorvaTTPdePanelKV2> initWithCallback(
       std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
   MorvaTTPdePanelKV2(const MorvaTTPdePanelKV2&) = delete;

@@ -11,7 +11,8 @@ constexpr double kArrowSpace = 22;
 constexpr double kArrowGap = 5;
 // Space for the shadow below the paper.
 constexpr double kShadowSpace = 4;
-// A page that ends at a margin may reach into it by this much, since paper sizes are in whole points.
+// In millimetres: content that ends at a margin may seem to reach into it by this much, since paper sizes are
+// rounded to whole points.
 constexpr double kRounding = 0.1;
 // The share of the printable width that the print takes; the rest shows its position.
 constexpr double kPrintWidth = 0.55;

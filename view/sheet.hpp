@@ -18,7 +18,8 @@ struct SheetPage {
 enum class Feed { longEdge, shortEdge };
 enum class Position { left, center, right };
 
-/// The panel's settings for a sheet of paper. Lengths are in millimetres; nullopt means nothing is chosen.
+/// The panel's settings for a sheet of paper. Lengths are in millimetres; nullopt means that nothing is
+/// chosen, or no page is shown.
 struct Sheet {
   double width = 210;
   double height = 297;
@@ -49,7 +50,7 @@ struct Arrow {
   Point head;
 };
 
-/// The places of the parts of a sheet's picture.
+/// Where each part of a sheet's picture is drawn.
 struct SheetLayout {
   Rectangle paper;
   /// Top, bottom, left, right; together they cover the paper except its printable part, without overlap.

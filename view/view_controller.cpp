@@ -18,8 +18,8 @@ std::unique_ptr<MorvaTTViewControllerKV2> MorvaTTViewControllerKV2::initWithComm
   return made;
 }
 
-// The tickets are destroyed after this, then, by the base class, the loaded nib with the controls that the
-// tickets refer to.
+// After this the tickets are destroyed. The base class then destroys the loaded nib with the controls that
+// the tickets refer to.
 MorvaTTViewControllerKV2::~MorvaTTViewControllerKV2() {
   if (viewIsInited_) platform::defaultCenter().removeObserver(this);
 }

@@ -35,10 +35,10 @@ struct MarginControls {
   [[nodiscard]] MorvaTTStepperKV2* stepperMargin##Name() const { return margins_[side].stepper; }         \
   void setStepperMargin##Name(MorvaTTStepperKV2* control) { margins_[side].stepper = control; }
 
-/// Controls the panel's view: loads the nib once, fills in its texts, registers the controls with the
-/// tickets, keeps the margin boxes within their ranges, greys the controls that depend on the check box and
-/// builds the summary. It owns the ticket manager; the panel owns the common info, and the loaded nib owns
-/// the view and its controls.
+/// Controls the panel's view: loads the nib, fills in its texts, registers the controls with the tickets,
+/// keeps the margin boxes within their ranges, greys the controls that depend on the check box and builds the
+/// summary. It owns the ticket manager; the panel owns the common info, and the loaded nib owns the view and
+/// its controls.
 class MorvaTTViewControllerKV2 : public platform::NibOwner {
  public:
   /// Null when the common info is null or the ticket manager cannot be made; the manager's exceptions reach
@@ -47,9 +47,9 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
       const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo);
   ~MorvaTTViewControllerKV2() override;
 
-  /// The panel's view, or null when the nib has none. The first call loads the nib and sets the view up; a
-  /// nib that lacks a control raises std::invalid_argument, one with more menu items than names
-  /// std::out_of_range, and the view is then left partly set up.
+  /// The panel's view, or null when the nib has none. Loads the nib and sets the view up if there is no view
+  /// yet. A nib that lacks a control raises std::invalid_argument, one with more menu items than names
+  /// std::out_of_range; the view is then left partly set up.
   platform::View* panelViewWithNibName(std::string_view nibName);
 
   /// Greys or enables the dependent controls; does nothing before the view is set up.

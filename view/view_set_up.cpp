@@ -11,7 +11,7 @@
 namespace tandemtrim {
 namespace {
 
-// An empty token is not found in any text.
+// An empty token replaces nothing.
 std::string replaceAll(std::string text, std::string_view token, std::string_view replacement) {
   if (token.empty()) return text;
   for (auto at = text.find(token); at != std::string::npos; at = text.find(token, at + replacement.size())) {

@@ -20,7 +20,7 @@
 }
 /// Nil when an argument or a readable property list is missing.
 - (id)initWithCallback:(id)callback bundle:(NSBundle*)bundle;
-/// Nil for null.
+/// Nil if `core` is null.
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTCommonInfoKV2>)core;
 - (std::shared_ptr<tandemtrim::MorvaTTCommonInfoKV2>)core;
 
@@ -44,7 +44,7 @@
 - (BOOL)isReady;
 
 - (NSDictionary*)settingInfoDictionary;
-/// The stored limits, not a copy: marginLimit: returns what a caller changes here.
+/// The stored limits, not a copy. The operation marginLimit: returns a value that the caller changes here.
 - (NSMutableDictionary*)marginInfoDictionary;
 - (NSBundle*)bundle;
 - (id)callback;

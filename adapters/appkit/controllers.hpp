@@ -4,8 +4,8 @@
 
 @class MorvaTTViewControllerKV2;
 
-/// The core loads nibs and observes notifications by its own controller; the toolkit needs the Objective-C
-/// controller, to which the core's points.
+/// The core loads nibs and observes notifications for its own controller; the toolkit needs the Objective-C
+/// controller, to which the core's controller has a pointer.
 namespace tandemtrim::platform::appkit {
 
 /// The Objective-C controller of a nib's owner, or nil.

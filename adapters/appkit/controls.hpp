@@ -49,8 +49,8 @@ class TextLabel : public ControlOf<MorvaTTTextLabelKV2, NSTextField> {
 class TextBox : public ControlOf<MorvaTTTextBoxKV2, NSTextField> {
  public:
   using ControlOf::ControlOf;
-  /// In a box that is being edited, leaves the insertion point where it was, or at the end if the text
-  /// changes.
+  /// In a box that is being edited, keeps the selection if the text stays the same, else moves the insertion
+  /// point to the end.
   void setStringValue(std::string_view text) override;
   void setIdentifier(std::string_view identifier) override;
   [[nodiscard]] std::string identifier() const override;

@@ -13,7 +13,7 @@
 }
 /// Nil when an argument is nil or a part of the panel cannot be made.
 - (id)initWithCallback:(id)callback bundle:(NSBundle*)bundle;
-/// Nil for null.
+/// Nil if `core` is null.
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTPdePanelKV2>)core;
 
 - (NSString*)panelName;

@@ -24,7 +24,7 @@
 /// Nil when the common info is nil or the tickets cannot be made. The common info must outlive the
 /// controller.
 - (id)initWithCommonInfo:(MorvaTTCommonInfoKV2*)commonInfo;
-/// Nil for null.
+/// Nil if `core` is null.
 - (id)initWithCore:(std::shared_ptr<tandemtrim::MorvaTTViewControllerKV2>)core
         commonInfo:(MorvaTTCommonInfoKV2*)commonInfo;
 

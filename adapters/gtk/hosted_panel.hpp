@@ -10,7 +10,7 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// A panel as its host calls it. Edits are posted with a delay; every call of the host first posts the
+/// Wraps a panel for its host. Edits are posted with a delay; every operation but settings() first posts the
 /// pending ones, so that the host never sees a typed text that is not corrected yet.
 class HostedPanel : public PrintPanel {
  public:

@@ -20,7 +20,7 @@ std::string nibPath(std::string_view name) {
   return contents / "Resources" / std::string(name).append(".ui");
 }
 
-// By the toolkit's C interface: the C++ classes have more to set up, and nothing here overrides them.
+// Uses the toolkit's C interface: the C++ classes need more set-up, and nothing here overrides them.
 Glib::RefPtr<Gtk::Builder> described(const std::string& path) {
   auto* const builder = gtk_builder_new();
   auto description = Glib::wrap(builder);

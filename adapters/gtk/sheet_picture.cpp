@@ -128,7 +128,7 @@ void SheetPicture::draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, i
   drawSheet(*cairo, layOut(sheet(), width, height), page_.get(), area_);
 }
 
-// In the panel's texts, so that it is in the user's language.
+// Built from the panel's texts, so that it is in the user's language.
 std::string SheetPicture::description(const std::string& noted) const {
   const auto length = [](double value) { return std::to_string(std::lround(value)); };
   auto text = length(paperWidth_) + " × " + length(paperHeight_) + " mm";

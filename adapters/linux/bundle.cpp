@@ -27,7 +27,7 @@ constexpr const char* kPropertyListEnding = ".plist";
 std::vector<std::string> stemsIn(const fs::path& folder, std::string_view ending,
                                  std::vector<std::string>& faults) {
   std::vector<std::string> stems;
-  // Not by std::filesystem, whose iterators end the program when memory is exhausted.
+  // Does not use std::filesystem, whose iterators end the program when memory is exhausted.
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
   bool isWhole = listing != nullptr || errno == ENOENT;
   while (listing) {

@@ -16,11 +16,11 @@ namespace tandemtrim::platform::linux {
 
 /// A bundle in a folder: Contents/Info.plist, the resources in Contents/Resources, the modules in
 /// Contents/Linux. Its localization and string tables are chosen when it is opened; it never changes
-/// afterwards. Of Info.plist (BundleInfo) it uses only the development region.
+/// afterwards. It uses only the development region in Info.plist (BundleInfo).
 class Bundle : public platform::Bundle {
  public:
-  /// Opens the bundle in the folder at `path`, in the user's languages. Null if there is none; `reason` then
-  /// says which file is missing.
+  /// Opens the bundle in the folder at `path`, in the user's languages. Null if there is no bundle; `reason`
+  /// then says which file is missing.
   static std::shared_ptr<Bundle> open(const std::string& path, std::string& reason,
                                       const std::vector<std::string>& languages = userLanguages());
 
@@ -29,8 +29,8 @@ class Bundle : public platform::Bundle {
 
   /// The chosen localization ("pt-BR"), or nullopt if the bundle has none.
   [[nodiscard]] const std::optional<std::string>& localization() const noexcept { return localization_; }
-  /// The string tables, the folders of tables and the Info.plist that cannot be read and are left out: file,
-  /// line and fault, one text each.
+  /// One text for each string table, folder of tables or Info.plist that cannot be read and is left out: its
+  /// path, line and fault.
   [[nodiscard]] const std::vector<std::string>& brokenTables() const noexcept { return brokenTables_; }
   /// The same for the property lists among the resources, which are read at each call.
   [[nodiscard]] std::vector<std::string> brokenPropertyLists() const;

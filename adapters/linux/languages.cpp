@@ -81,7 +81,7 @@ std::vector<std::string> userLanguages(const Environment& environment) {
   std::vector<std::string> languages;
   while (!list.empty()) {
     const auto name = list.substr(0, list.find(':'));
-    // C in the list prefers the program's own texts to all languages after it.
+    // C in the list means the program's own texts, which come before all later languages.
     if (isUntranslated(name)) break;
     if (auto tag = languageTag(name)) languages.push_back(std::move(*tag));
     list = partAfter(list, ":");

@@ -15,9 +15,9 @@ using Environment = std::function<const char*(const char* name)>;
 const char* processEnvironment(const char* name);
 
 /// The user's languages as tags ("pt-BR", "zh-Hans"), the preferred one first, from the variables that
-/// gettext reads: LANGUAGE, a list that counts unless the locale is C or POSIX, else the locale's own
-/// language from LC_ALL, LC_MESSAGES or LANG. Encodings are left out. Empty for the C locale, which means the
-/// program's untranslated texts.
+/// gettext reads: the list in LANGUAGE, or, if that is empty, the locale in LC_ALL, LC_MESSAGES or LANG.
+/// Encodings are left out. Empty when the locale is C or POSIX, even if LANGUAGE is set: the program's
+/// texts are then not translated.
 std::vector<std::string> userLanguages(const Environment& environment = processEnvironment);
 
 /// The tag of a locale's name ("sr_RS@latin": "sr-Latn-RS"), or nullopt if the name is not that of a

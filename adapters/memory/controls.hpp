@@ -16,7 +16,7 @@
 /// ignores the user.
 namespace tandemtrim::platform::memory {
 
-/// What a user sees of a control, except its place, which the panel knows.
+/// A control as the user sees it, except for its place, which the panel knows.
 class VisibleControl {
  public:
   virtual ~VisibleControl() = default;
@@ -94,7 +94,7 @@ class Stepper : public IdentifiedControlOf<MorvaTTStepperKV2> {
   TextBox* textBox_ = nullptr;
 };
 
-/// What a push button and a check box do when the user clicks them.
+/// The action of a push button or a check box, which runs when the user clicks it.
 using Action = std::function<void(NibObject* sender)>;
 
 class Button : public ControlOf<MorvaTTButtonKV2> {

@@ -10,7 +10,7 @@
 namespace tandemtrim::platform::memory {
 
 /// The contents of the nib "TandemTrim" on this platform: every outlet, three positions and two directions.
-/// Tests alter it to get a nib that lacks an outlet or has other menus.
+/// Tests change it to get a nib that lacks an outlet or has other menus.
 struct NibDescription {
   std::set<std::string_view> missingOutlets;
   std::size_t positionItems = 3;
@@ -19,7 +19,7 @@ struct NibDescription {
   std::function<void()> onRelease;
 };
 
-/// The description that loadNibNamed() uses from now on.
+/// The description that loadNibNamed() uses; the caller may change it.
 NibDescription& nibDescription();
 
 }  // namespace tandemtrim::platform::memory

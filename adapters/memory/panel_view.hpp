@@ -13,11 +13,11 @@ enum class ControlKind { label, textBox, stepper, checkBox, popUp, button };
 
 struct MenuChoice {
   std::string title;
-  /// The value of the title, the same in every language; nullopt if the program attached none.
+  /// The item's value, the same in every language; nullopt if the program attached no value.
   std::optional<std::string> value;
 };
 
-/// What a user sees of one control.
+/// One control as the user sees it.
 struct ControlState {
   /// The control's place in the view ("textBoxMarginTop").
   std::string_view outlet;
@@ -40,9 +40,9 @@ struct ControlState {
 };
 
 /// The view of a panel without a screen. Hosts and tests get it by a dynamic_cast from View, look at the
-/// controls and act on them as a user does. Each act names a control by its outlet or its name, and returns
-/// false, changing nothing, when the control is disabled. A name without a suitable control raises
-/// std::out_of_range.
+/// controls and act on them as a user does. Each action names a control by its outlet or its name. If the
+/// control is disabled, the action changes nothing and returns false. A name without a suitable control
+/// raises std::out_of_range.
 class PanelView : public View {
  public:
   /// All controls, in the order from top to bottom.
@@ -51,7 +51,7 @@ class PanelView : public View {
 
   /// Replaces the whole text of a text box by `text`, as one edit (select all, then paste).
   virtual bool type(std::string_view textBox, std::string_view text) = 0;
-  /// Inserts `text` at the end of a text box's text, as one edit (one key press each, for single characters).
+  /// Inserts `text` at the end of a text box's text, as one edit (like a key press, if it is one character).
   virtual bool append(std::string_view textBox, std::string_view text) = 0;
   /// Deletes the last character of a text box's text, as one edit. An empty box is not edited.
   virtual bool backspace(std::string_view textBox) = 0;

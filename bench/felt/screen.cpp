@@ -5,7 +5,7 @@
 //     the same until the last drawing before a second of quiet, and then the kilobytes of memory that the
 //     command has written
 //   screen click X Y COMMAND...
-//     from a click there, once all is drawn, until a large part is drawn again, and then until the last
+//     from a click at X and Y, when all is drawn, until a large part is drawn again, and until the last
 //     drawing before a moment of quiet
 //   screen changes X Y1 Y2 COMMAND...
 //     the kilobytes of memory that the command writes during a hundred clicks at X, alternately at Y1 and Y2
@@ -17,7 +17,7 @@
 //   screen idle NAME...
 //     the kilobytes of memory that it has written before the first request; then ends it
 //   screen dialogs NAME...
-//     the kilobytes of memory that it writes while a hundred dialogs come and go; then ends it
+//     the kilobytes of memory that it writes while a hundred dialogs open and close; then ends it
 #include <array>
 #include <chrono>
 #include <csignal>

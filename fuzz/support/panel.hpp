@@ -18,13 +18,13 @@ constexpr const char* defaultOf(std::size_t setting) {
   constexpr std::array<const char*, kFirstMargin> kBeforeMargins{"Off", "LongEdgeFeed", "Center"};
   return setting < kFirstMargin ? kBeforeMargins.at(setting) : "5";
 }
-/// The range of every margin, and the largest one where the PPD names none.
+/// The range of every margin, and the limit of a side if the PPD does not state it.
 inline constexpr int kSmallest = 0;
 inline constexpr int kLargest = 50;
 inline constexpr int kLimit = 10;
 
-/// The path of the bundle's setting information, which is read once and then shared, and that of a property
-/// list with the bytes of settingInfoOfInput().
+/// Two paths: of the bundle's setting information, which is read once and then shared, and of a property list
+/// with the bytes of settingInfoOfInput().
 inline constexpr const char* kOfBundle = "bundle";
 inline constexpr const char* kOfInput = "input";
 
@@ -48,7 +48,7 @@ class Resources : public platform::Bundle {
   std::string settingInfo_;
 };
 
-/// A host with one job, for a printer with this PPD, or without one for null.
+/// A host with one job, for a printer with this PPD; null if the printer has no PPD.
 class Job : public platform::HostCallback {
  public:
   explicit Job(ppd_file_s* ppd = nullptr) : ppd_(ppd) {}

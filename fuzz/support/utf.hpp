@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// Encodings by the C library, to compare the project's own functions with.
+/// Encodings by the C library, with which the project's own functions are compared.
 namespace tandemtrim::fuzz {
 
 bool isUtf8(std::string_view text);

@@ -12,14 +12,14 @@
 
 namespace tandemtrim {
 
-/// The setting information: the contents of the bundle's property list and of the printer's PPD, read once at
+/// The setting information: the bundle's property list and the limits in the printer's PPD, read once at
 /// construction, and access to the job's print settings and the user's language. Each value of the property
 /// list is returned as the stored object itself, of any kind, or as null if the list lacks it. It stores
 /// nothing in the print settings.
 class MorvaTTCommonInfoKV2 {
  public:
-  /// Reads the property list and the PPD maxima. Null when the callback, the bundle or a readable
-  /// property list is missing; std::invalid_argument when a side has no limit.
+  /// Reads the property list and the PPD's maxima. Null when the callback, the bundle or a readable property
+  /// list is missing; std::invalid_argument when a side has no limit.
   [[nodiscard]] static std::shared_ptr<MorvaTTCommonInfoKV2> initWithCallback(
       std::shared_ptr<MorvaTTPdeCallbackKV2> callback, std::shared_ptr<platform::Bundle> bundle);
 
@@ -41,7 +41,7 @@ class MorvaTTCommonInfoKV2 {
   [[nodiscard]] platform::ObjectRef defaultMarginMax() const;
   [[nodiscard]] platform::ObjectRef defaultMarginLimit() const;
   /// The largest margin that a side accepts on this printer, in millimetres: the PPD's maximum, or the
-  /// property list's limit if the PPD has none, clamped to the list's minimum and maximum. Null if
+  /// property list's limit if the PPD does not state one, clamped to the list's minimum and maximum. Null if
   /// `marginName` is not one of the four margin names.
   [[nodiscard]] platform::ObjectRef marginLimit(std::string_view marginName) const;
 
@@ -57,7 +57,7 @@ class MorvaTTCommonInfoKV2 {
   [[nodiscard]] platform::ObjectRef minLabelForIntegerValueRange() const;
   [[nodiscard]] platform::ObjectRef maxLabelForIntegerValueRange() const;
 
-  /// The job's print settings, requested from the host at each call; they belong to the host.
+  /// The job's print settings or null, requested from the host at each call; they belong to the host.
   [[nodiscard]] platform::PrintSettings* currentPrintSettings() const;
 
   /// Whether tickets may be made with it; always true in this class.

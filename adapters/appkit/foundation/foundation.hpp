@@ -14,7 +14,7 @@ std::string textOf(NSString* string);
 /// The inverse of textOf(). A byte that textOf() never writes becomes U+FFFD.
 NSString* stringOf(std::string_view text);
 
-/// The core's object for one of a property list, which it retains; null for nil.
+/// The core's object for an object of a property list, which it retains; null for nil.
 ObjectRef objectOf(id foundationObject);
 
 /// The object that objectOf() was given, or a new one of the same value; nil for null.

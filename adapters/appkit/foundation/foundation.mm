@@ -50,7 +50,7 @@ Object::Value valueOf(NSData* data) {
   return copy;
 }
 
-// An object that property lists do not have becomes its description.
+// An object of a class that property lists do not have becomes its description.
 Object::Value valueOfAny(id object) {
   if ([object isKindOfClass:[NSString class]]) return textOf(object);
   if ([object isKindOfClass:[NSNumber class]]) return valueOf(static_cast<NSNumber*>(object));

@@ -5,7 +5,7 @@
 
 namespace tandemtrim::platform::appkit {
 
-// In C++, not in Objective-C++, whose handlers miss C++ exceptions on GNUstep.
+// This file is C++, since handlers in Objective-C++ miss C++ exceptions on GNUstep.
 Outcome runCatching(void (*work)(void* context), void* context) {
   try {
     work(context);

@@ -4,7 +4,7 @@
 
 namespace tandemtrim::platform::appkit {
 
-/// What was raised, by the kinds of exception that the toolkit has.
+/// The kind of exception that was raised; the toolkit has an exception for each kind.
 enum class Raised { nothing, invalidArgument, range, noMemory, other };
 
 struct Outcome {

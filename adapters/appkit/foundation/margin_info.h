@@ -5,8 +5,8 @@
 #import "adapters/appkit/foundation/toolkit.h"
 #include "platform/object.hpp"
 
-/// The core's margin info dictionary as one of Foundation's: reads and writes the core's entries and stores
-/// no others. An entry is copied when it is set.
+/// The core's margin info dictionary as a Foundation dictionary, which reads and writes the core's entries.
+/// An entry is copied when it is set.
 @interface MorvaTTMarginInfoKV2 : NSMutableDictionary {
   std::shared_ptr<tandemtrim::platform::Dictionary> core_;
 }

@@ -16,7 +16,8 @@ platform::ObjectRef copyOf(id entry) { return appkit::objectOf([[entry copy] aut
 
 @implementation MorvaTTMarginInfoKV2
 
-// Calls no initialiser of the base class, a class cluster's, which would return an object of another class.
+// Does not call an initialiser of the base class: that is a class cluster, whose initialisers return an
+// object of another class.
 - (id)initWithCore:(std::shared_ptr<platform::Dictionary>)core {
   core_ = std::move(core);
   // Makes the number objects of the PPD's limits here, so that each call returns the same ones.

@@ -9,7 +9,7 @@
 
 namespace tandemtrim::platform::appkit {
 
-/// Raises the toolkit's exception for what was raised, if anything: NSInvalidArgumentException,
+/// Raises the toolkit's exception for the outcome, if something was raised: NSInvalidArgumentException,
 /// NSRangeException, NSMallocException or NSGenericException.
 void raise(const Outcome& outcome);
 
@@ -32,7 +32,7 @@ auto guarded(Work work) {
   }
 }
 
-/// The same within an initialiser: an exception also releases `self`, to which nobody else refers yet.
+/// The same within an initialiser: an exception also releases `self`, which has no other owner yet.
 template <class Work>
 auto guardedInit(id self, Work work) {
   @try {

@@ -16,11 +16,12 @@ std::string marked(std::string_view title, char32_t letter);
 /// toolkit expects a key whose symbol is the letter's code point, which is so only for Latin letters.
 void addKeyOf(char32_t letter, GtkWidget* widget);
 
-/// A control that the keyboard reaches by a letter of its title.
+/// A control that the keyboard reaches by a letter of its title. The key clicks a button or a check box; a
+/// label's key opens its menu or moves the focus to its text box.
 class AccessKeyed {
  public:
   virtual ~AccessKeyed() = default;
-  /// Marks the letter in the title; its key then moves the focus to the control.
+  /// Marks the letter in the title and makes its key the control's mnemonic.
   virtual void setAccessKey(char32_t letter) = 0;
 };
 

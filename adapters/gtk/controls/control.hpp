@@ -11,8 +11,8 @@
 namespace tandemtrim::platform::gtk {
 
 /// The base of every control: one of the nib's classes around a widget, which the nib keeps alive. The
-/// widget's signals are disconnected with the control, so that a widget which the host keeps longer does
-/// nothing.
+/// widget's signals are disconnected when the control is destroyed, so that a widget that the host keeps
+/// longer does nothing.
 template <class Class, class Widget>
 class ControlOf : public Class, public sigc::trackable {
  public:

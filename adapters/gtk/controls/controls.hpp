@@ -14,8 +14,7 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// A label. Its access key moves the focus to the control that it labels. Its text has the direction of the
-/// panel, regardless of its first letter.
+/// A label. Its text has the direction of the panel, regardless of its first letter.
 class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public AccessKeyed {
  public:
   using ControlOf::ControlOf;
@@ -25,10 +24,10 @@ class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public Acce
   void setAccessKey(char32_t letter) override;
 };
 
-/// What a push button and a check box do when the user clicks them.
+/// The action of a push button or a check box, which runs when the user clicks it.
 using Action = std::function<void(NibObject* sender)>;
 
-/// What a push button and a check box have in common: a title.
+/// The common base of a push button and a check box: a control with a title.
 template <class Class, class Widget>
 class TitledControlOf : public ControlOf<Class, Widget>, public AccessKeyed {
  public:

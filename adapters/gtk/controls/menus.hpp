@@ -47,12 +47,12 @@ class PopUpButton : public ControlOf<MorvaTTPopUpButtonKV2, Gtk::MenuButton> {
   [[nodiscard]] std::size_t numberOfItems() const override { return items_.size(); }
   [[nodiscard]] MenuItem& itemAtIndex(std::size_t index) override { return items_.at(index); }
   [[nodiscard]] MenuItem* selectedItem() override;
-  /// Nothing is chosen when no item has the title.
+  /// If no item has the title, no item is chosen.
   void selectItemWithTitle(std::string_view title) override;
 
-  /// The title of the chosen item; empty if there is none.
+  /// The title of the chosen item; empty if no item is chosen.
   [[nodiscard]] std::string chosenTitle() const;
-  /// Sets what runs after another item is chosen, by the user or by the program.
+  /// Sets the function that runs after the choice changes, by the user or by the program.
   void setChanged(std::function<void()> changed) { changed_ = std::move(changed); }
 
  private:

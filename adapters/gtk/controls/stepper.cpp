@@ -13,7 +13,7 @@ namespace {
 constexpr double kStep = 1;
 constexpr double kPage = 10;
 
-// Keeps the toolkit from writing the text; only a step changes it.
+// Keeps the toolkit from writing its number into the text; onStep() writes it.
 gboolean onOutput(GtkSpinButton* /*spinButton*/, gpointer /*data*/) { return TRUE; }
 
 gboolean onWheel(GtkEventController* wheel, double /*dx*/, double dy, gpointer /*data*/) {
@@ -32,7 +32,7 @@ Stepper::Stepper(Glib::RefPtr<Gtk::Adjustment> range) : range_(std::move(range))
   show();
 }
 
-// The widget may outlive the stepper; the text box may be destroyed before it.
+// The widget may outlive the stepper; the text box may be destroyed before the stepper.
 Stepper::~Stepper() {
   if (spinButton_ == nullptr) return;
   g_signal_handlers_disconnect_by_data(spinButton_->gobj(), this);
@@ -84,7 +84,7 @@ void Stepper::show() {
                                  GTK_ACCESSIBLE_PROPERTY_VALUE_MAX, max_, -1);
 }
 
-// By onInput(), a typed number reaches this stepper before the toolkit makes a step from it.
+// The toolkit calls onInput() first, so the step starts from a number that the user has just typed.
 void Stepper::onStep() {
   if (showing_) return;
   guarded([this] {
@@ -94,7 +94,7 @@ void Stepper::onStep() {
   });
 }
 
-// The toolkit calls this before each step, and when the focus leaves, for the number in the text.
+// The toolkit calls this before each step, and when the focus leaves, to get the number in the text.
 int Stepper::onInput(GtkSpinButton* /*spinButton*/, double* value, Stepper* self) {
   guarded([&] { self->textBox_->flush(); });
   *value = self->range_->get_value();

@@ -32,7 +32,7 @@ class Stepper : public MorvaTTStepperKV2, public sigc::trackable {
   /// The value is the text's integer value; the program may set one outside the bounds.
   void setStringValue(std::string_view text) override;
 
-  /// Sets the text of the spin button, which shows the value.
+  /// Sets the text box of the spin button, which shows the value.
   void setTextBox(TextBox* textBox);
   /// Must be called after setTextBox().
   [[nodiscard]] Gtk::SpinButton& widget() const { return *spinButton_; }

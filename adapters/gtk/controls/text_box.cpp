@@ -42,7 +42,8 @@ TextBox::~TextBox() {
     gtk_widget_remove_controller(GTK_WIDGET(widget().gobj()), controller);
 }
 
-// Takes the focus first: the toolkit takes it from a disabled box without notice, and then logs a warning.
+// Removes the focus first: the toolkit removes it from a disabled box without a notification, and then logs a
+// warning.
 void TextBox::setEnabled(bool enabled) {
   if (!enabled && hasFocus(widget()))
     gtk_root_set_focus(gtk_widget_get_root(GTK_WIDGET(widget().gobj())), nullptr);
@@ -67,7 +68,7 @@ void TextBox::onEdited() {
   memory::notificationCenter().post(NSControlTextDidChangeNotification, this);
 }
 
-// Keeps only what the user could have typed; undo does not restore an illegal text that was stored.
+// Keeps only a text that the user could have typed; undo does not restore an illegal text that was stored.
 void TextBox::keepForUndo() {
   const auto text = stringValue();
   const Object number(integerValue(text));
@@ -90,7 +91,7 @@ gboolean TextBox::onUndo(GtkWidget* /*box*/, GVariant* /*arguments*/, gpointer t
   return TRUE;
 }
 
-// A screen reader speaks a changed description; it does not learn of other changes at once.
+// A screen reader speaks the description when it changes; other changes do not reach it at once.
 void TextBox::describe(const Glib::ustring& text) {
   auto* const accessible = GTK_ACCESSIBLE(widget().gobj());
   gtk_accessible_reset_relation(accessible, GTK_ACCESSIBLE_RELATION_DESCRIBED_BY);
@@ -108,7 +109,7 @@ void TextBox::describeByLimits() {
   gtk_accessible_update_relation(accessible, GTK_ACCESSIBLE_RELATION_DESCRIBED_BY, limitLabel_, nullptr, -1);
 }
 
-// Delayed, since a screen reader would speak a change of the box that it is leaving.
+// Delayed, since a screen reader would still speak a change of the box that the focus is leaving.
 void TextBox::onLeave(GtkEventControllerFocus* /*focus*/, TextBox* self) {
   Glib::signal_idle().connect_once(sigc::mem_fun(*self, &TextBox::describeByLimits));
 }

@@ -32,7 +32,7 @@ class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2, Gtk::SpinButton> {
   [[nodiscard]] bool isComposing() const { return edits_->isComposing(); }
   /// Sets the label of its limits, which is its description until the program changes the text.
   void setLimitLabel(GtkWidget* label);
-  /// Shows the number after a step, and keeps the one before for undo.
+  /// Shows the number after a step, and keeps the previous one for undo.
   void step(std::string_view text);
 
  private:

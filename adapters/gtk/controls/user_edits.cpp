@@ -79,7 +79,7 @@ bool UserEdits::setText(const Glib::ustring& text) {
   const bool allSelected = entry_.get_selection_bounds(start, end) && end - start == length;
 
   ++programmatic_;
-  // Only this way to replace a text notifies screen readers, and of a single change.
+  // Setting the property notifies screen readers of a single change; other ways to replace the text do not.
   g_object_set(text_, "text", text.c_str(), nullptr);
   --programmatic_;
   if (allSelected) {

@@ -37,7 +37,7 @@ class Parser {
     return true;
   }
 
-  // The parser's place, after a fault the place where it stopped.
+  // How far the parser has read; after a fault, where it stopped.
   [[nodiscard]] std::size_t offset() const { return offset_; }
 
  private:
@@ -49,7 +49,8 @@ class Parser {
     return true;
   }
 
-  // Stops at an unterminated comment, which then is a fault, as no entry begins or continues with one.
+  // Stops at an unterminated comment. That is then a fault, since no entry begins or continues with a
+  // comment.
   void skipBlanks() {
     for (;;) {
       while (offset_ < text_.size() && isBlank(text_[offset_])) ++offset_;

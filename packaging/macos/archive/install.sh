@@ -7,7 +7,7 @@ folder=/Library/Printers/Morva/PDEs
 # All users must be able to read the installed files, regardless of this user's umask.
 umask 022
 
-# By bash: a Mac does not start a script that a browser has marked as downloaded.
+# Runs it by bash, since a Mac does not start a script that a browser has marked as downloaded.
 bash check.sh files TandemTrim.bundle
 # An installed bundle is replaced only when the new one is ready.
 scratch=$(mktemp -d)
@@ -15,7 +15,7 @@ trap 'rm -rf "$scratch"' EXIT
 ready=$scratch/TandemTrim.bundle
 cp -R TandemTrim.bundle "$ready"
 chmod -R u=rwX,go=rX "$ready"
-# Downloaded files are marked, and not loaded without Apple's signature. It is not an error if none is marked.
+# Downloaded files are marked, and not loaded without Apple's signature. It is not an error if no file is marked.
 xattr -dr com.apple.quarantine "$ready" 2>/dev/null || true
 codesign --force --sign - "$ready"
 sudo mkdir -p "$folder"
