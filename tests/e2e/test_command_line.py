@@ -13,15 +13,15 @@ from terminal_case import PPD, PROGRAM, PROJECT, SAMPLE, TerminalCase
 # Examples with these words need another machine, a screen, another program or a desktop session.
 ELSEWHERE = ("desk:631", "--dialog", "| jq", "--applications")
 
-# Options without an example: they do nothing, are refused, or make no sense alone.
+# Options that need no example: -c has no effect, -i is refused, and the others need no explanation.
 NOT_SHOWN = {"-c", "-i", "--help", "--version", "--verbose", "--plugin"}
 
 WRONG = {
     "an unknown name in --set": (["--set", "Middle=5"], ["--set Middle", "Top", "Position"]),
     "no name in --set": (["--set", "=5"], ["name=text"]),
     "no text in --set": (["--set", "Top"], ["--set", "Top", "name=text"]),
-    "a label in the place of a name": (["--set", "Valid=On", "--set", "Top Margin=5"], ["--set Top Margin"]),
-    "a menu without that choice": (
+    "a label instead of a name": (["--set", "Valid=On", "--set", "Top Margin=5"], ["--set Top Margin"]),
+    "a choice that the menu does not have": (
         ["--set", "Valid=On", "--set", "Position=Middle"],
         ["Position=Middle", "Left, Center, Right"],
     ),
@@ -34,7 +34,7 @@ WRONG = {
     "an -o whose brace does not end": (["-o", "media={a=1"], ["-o", "brace", "keyword=value"]),
     "no copies": (["-n", "0"], ["-n", "0"]),
     "copies that are not a number": (["-n", "two"], ["-n", "two"]),
-    "copies with more behind the number": (["-n", "2x"], ["-n", "2x"]),
+    "a number of copies with more text after it": (["-n", "2x"], ["-n", "2x"]),
     "no priority": (["-q", "0"], ['-q "0"', "from 1 to 100"]),
     "too high a priority": (["-q", "101"], ['-q "101"', "from 1 to 100"]),
     "a priority that is not a number": (["-q", "7x"], ['-q "7x"', "from 1 to 100"]),

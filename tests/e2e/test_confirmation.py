@@ -31,12 +31,12 @@ class ConfirmationTest(TerminalCase):
     def setUpClass(cls):
         super().setUpClass()
         cls.cups.add_queue("Resting", PPD, enabled=False)
-        cls.add_slow_queue()
+        cls.add_slow_queues()
         cls.document = cls.cups.folder / "document.pdf"
         cls.document.write_bytes(SAMPLE.read_bytes() + os.urandom(100_000))
 
     @classmethod
-    def add_slow_queue(cls):
+    def add_slow_queues(cls):
         """Adds the printers Slow, whose filter waits for end_filter(), and Unreliable, whose backend does."""
         for kind in ("filter", "backend"):
             program = cls.cups.folder / f"programs/{kind}/slow"
@@ -142,15 +142,15 @@ class ConfirmationTest(TerminalCase):
         # Another program's job, which the server lists last.
         subprocess.run(["lp", "-d", "Resting", "-q", "1", SAMPLE], env=self.environment(), capture_output=True, check=True)
         others, before = self.cups.jobs("not-completed"), self.cups.jobs()
-        after_continue = 40  # bytes of the answers
-        with Cut(self.cups.address, after_continue, answers=True) as relay:
+        in_its_header = 40  # bytes: the answer breaks off inside its HTTP header
+        with Cut(self.cups.address, in_its_header, answers=True) as relay:
             result = self.trim("-d", "Resting", SAMPLE, CUPS_SERVER=relay.address)
         self.assertEqual(result.returncode, 1)
         self.assertIn(NO_NUMBER.replace("Morva", "Resting"), result.stderr)
         self.assertEqual(self.cups.jobs("not-completed"), others)
         self.assertEqual(len(self.cups.jobs()), len(before) + 1)
 
-    # Documents that cannot be sent to their end.
+    # Documents that cannot be sent completely.
 
     def test_a_document_that_shrinks_while_being_sent_is_not_printed(self):
         document = self.temporary_folder() / "shrinking.pdf"
@@ -198,7 +198,7 @@ class ConfirmationTest(TerminalCase):
     # Jobs that others or the server change.
 
     def cancelled_before_confirmation(self, *arguments):
-        """Prints a job that is cancelled before the program asks what the server has of it; returns the program's end."""
+        """Prints a job that is cancelled before the program asks what the server has of it; returns status, output and messages."""
         with Holdup(self.cups.address, QUESTION) as relay:
             program = self.started("-d", "Resting", *arguments, SAMPLE, CUPS_SERVER=relay.address)
             self.assertTrue(relay.reached.wait(PATIENCE))
@@ -217,7 +217,7 @@ class ConfirmationTest(TerminalCase):
         self.assertRegex(result.stdout, r"8 of 8 options confirmed; it is held \(job-hold-until-specified\)\n$")
 
     def followed(self, printer, end):
-        """Prints with --wait on a slow printer and calls `end` once the job is processing; returns the program's end."""
+        """Prints with --wait on a slow printer and calls `end` once the job is processing; returns status, output and messages."""
         program = self.started("-d", printer, "--wait", SAMPLE)
         said = b""
         while b"cutting" not in said:
@@ -278,7 +278,7 @@ class ConfirmationTest(TerminalCase):
     # Signals.
 
     def sends_a_part(self, **around):
-        """Starts the program and waits until it has made a job; the rest of its document is missing."""
+        """Starts the program, which prints standard input, and waits until it has made a job; the end of the document is missing."""
         program = self.started("-d", "Morva", "-", stdin=subprocess.PIPE, **around)
         program.stdin.write(SAMPLE.read_bytes() + bytes(65536))
         program.stdin.flush()

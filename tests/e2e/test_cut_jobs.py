@@ -9,7 +9,7 @@ from relay import NEW_JOB, Cut
 from terminal_case import DEFAULTS, REQUEST, SAMPLE, TerminalCase, digest, of_panel
 
 SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 << 32)))
-# The number of cuts at random bytes; or "3/16": at every sixteenth byte from the third on.
+# The number of cuts at random bytes; or "3/16": every sixteenth byte after the first three.
 CUTS = os.environ.get("TANDEM_TRIM_CUTS", "6")
 LARGE_CUTS = os.environ.get("TANDEM_TRIM_LARGE_CUTS", "1")
 SMALL, LARGE = 100_000, 20_000_000  # bytes of a document
@@ -51,7 +51,7 @@ class CutJobsTest(TerminalCase):
                     self.assertEqual((result.returncode, received), (0, [(expected.sha256, DEFAULTS)]))
                 else:
                     self.assertRegex(result.stderr, "^tandem-trim: .*the print server at 127.0.0.1:")
-                    # CUPS takes a document that ends between two chunks of HTTP for complete, and prints its beginning.
+                    # CUPS considers a document complete when the connection breaks between two HTTP chunks, and prints that part.
                     for record in records:
                         self.assertIn("is incomplete: ", result.stderr)
                         self.assertEqual(record.sha256, hashlib.sha256(content[: record.size]).hexdigest())

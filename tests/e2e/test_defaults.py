@@ -32,14 +32,14 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(result.returncode, 0, result.stderr)
         return result.stdout
 
-    def keeps(self, *arguments):
+    def saves(self, *arguments):
         before = self.cups.jobs()
         result = self.trim("-d", "Morva", "--save-as-default", *arguments)
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertEqual(self.cups.jobs(), before)
         return result
 
-    def keeps_nothing(self, *arguments):
+    def resets(self, *arguments):
         result = self.trim("--reset-defaults", *arguments)
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertEqual(result.stdout, "")
@@ -49,16 +49,16 @@ class DefaultsTest(TerminalCase):
     def file_of_defaults(self):
         return self.cups.folder / "home/.cups/lpoptions"
 
-    def kept(self):
+    def saved(self):
         return self.file_of_defaults.read_text() if self.file_of_defaults.exists() else ""
 
-    def kept_for(self, destination):
-        """The options in the line that begins with this."""
-        (line,) = [line for line in self.kept().splitlines() if line.startswith(destination + " ")]
+    def saved_for(self, destination):
+        """The options in the line that begins with `destination`."""
+        (line,) = [line for line in self.saved().splitlines() if line.startswith(destination + " ")]
         return dict(word.partition("=")[::2] for word in line.split()[2:])
 
     def test_saved_settings_apply_to_every_program(self):
-        self.keeps("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
+        self.saves("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
         self.run_program("lp", "-d", "Morva", SAMPLE)
         self.cups.wait_for_jobs()
         (record,) = self.cups.records()
@@ -68,7 +68,7 @@ class DefaultsTest(TerminalCase):
         self.assertIn("MVTopMargin=12", listed)
 
     def test_the_panel_starts_from_the_saved_settings(self):
-        self.keeps("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
+        self.saves("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
         options = self.options_of()
         self.assertEqual(of_panel(options), CHANGED)
         self.assertEqual(options["x-note"], NOTE)
@@ -81,8 +81,8 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(of_panel(self.options_of()), expected)
 
     def test_saved_settings_can_be_replaced(self):
-        self.keeps(*each("--set", ACTS_THAT_CHANGE))
-        self.keeps("--restore-defaults", "--set", "Valid=Off")
+        self.saves(*each("--set", ACTS_THAT_CHANGE))
+        self.saves("--restore-defaults", "--set", "Valid=Off")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
     def test_settings_can_be_saved_while_printing(self):
@@ -90,50 +90,50 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
     def test_settings_can_be_saved_with_the_ppd_from_a_file(self):
-        self.keeps("--ppd", PPD, "-o", "MVTopMargin=9")
+        self.saves("--ppd", PPD, "-o", "MVTopMargin=9")
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
     def test_a_default_that_the_printer_does_not_allow_is_not_saved(self):
         ppd = self.temporary_folder() / "small.ppd"
         ppd.write_text(PPD.read_text().replace('MaxTandemTrimMarginTop: "20"', 'MaxTandemTrimMarginTop: "3"'))
-        self.keeps("--ppd", ppd)
-        self.assertEqual(self.kept_for("Dest Morva").keys(), DEFAULTS.keys() - {MARGINS["Top"]})
+        self.saves("--ppd", ppd)
+        self.assertEqual(self.saved_for("Dest Morva").keys(), DEFAULTS.keys() - {MARGINS["Top"]})
 
     def test_a_job_that_fails_saves_nothing(self):
-        keep = ["-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9"]
-        self.assertEqual(self.trim(*keep, "-o", "document-format=application/x-nothing", SAMPLE).returncode, 1)
-        self.assertEqual(self.kept(), "")
+        save = ["-d", "Morva", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=9"]
+        self.assertEqual(self.trim(*save, "-o", "document-format=application/x-nothing", SAMPLE).returncode, 1)
+        self.assertEqual(self.saved(), "")
         with Relay(self.cups.address, QUESTION, GONE) as relay:
             around = {"CUPS_SERVER": relay.address, "TANDEM_TRIM_TIMEOUT": "1"}
-            result = self.trim(*keep, SAMPLE, **around)
+            result = self.trim(*save, SAMPLE, **around)
         self.assertEqual(result.returncode, 1)
         self.assertIn("could not be confirmed", result.stderr)
-        self.assertEqual(self.kept(), "")
+        self.assertEqual(self.saved(), "")
 
     def test_options_of_a_single_job_are_never_saved(self):
         of_one_job = "copies=2 page-ranges=1 page-set=odd Collate=True job-hold-until=no-hold job-name=One"
-        self.keeps("-n", "3", "-t", "Mine", "-o", of_one_job, "-o", "x-note=kept")
-        self.assertEqual(sorted(self.kept_for("Dest Morva")), sorted([*DEFAULTS, "x-note"]))
+        self.saves("-n", "3", "-t", "Mine", "-o", of_one_job, "-o", "x-note=kept")
+        self.assertEqual(sorted(self.saved_for("Dest Morva")), sorted([*DEFAULTS, "x-note"]))
         self.run_program("lpoptions", "-p", "Morva", "-o", "copies=2")
-        self.keeps("-n", "3")
-        self.assertEqual(self.kept_for("Dest Morva")["copies"], "2")
+        self.saves("-n", "3")
+        self.assertEqual(self.saved_for("Dest Morva")["copies"], "2")
 
     def test_saved_settings_can_be_removed(self):
         self.run_program("lpoptions", "-p", "Morva/draft", "-o", "MVTopMargin=2")
-        self.keeps("-o", "MVTandemTrim=On MVTopMargin=9")
-        result = self.keeps_nothing("-d", "Morva")
+        self.saves("-o", "MVTandemTrim=On MVTopMargin=9")
+        result = self.resets("-d", "Morva")
         self.assertRegex(result.stderr, "(?m)^tandem-trim: your defaults for Morva are removed: 7 options")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
-        self.assertEqual(self.kept_for("Dest Morva/draft"), {"MVTopMargin": "2"})
-        self.assertIn("you have no saved defaults for Morva", self.keeps_nothing("-d", "Morva").stderr)
-        self.keeps_nothing("-d", "Morva/draft")
-        self.assertEqual(self.kept(), "")
+        self.assertEqual(self.saved_for("Dest Morva/draft"), {"MVTopMargin": "2"})
+        self.assertIn("you have no saved defaults for Morva", self.resets("-d", "Morva").stderr)
+        self.resets("-d", "Morva/draft")
+        self.assertEqual(self.saved(), "")
 
     def test_the_default_printer_stays_the_default_when_its_saved_settings_are_removed(self):
         self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
         self.run_program("lpoptions", "-d", "Morva")
-        self.keeps_nothing()
-        self.assertEqual(self.kept(), "Default Morva\n")
+        self.resets()
+        self.assertEqual(self.saved(), "Default Morva\n")
 
     def test_removing_the_saved_settings_of_a_printer_that_does_not_exist_is_refused(self):
         self.refuses("-d", "Nobody", "--reset-defaults", words=["Nobody", "Morva"])
@@ -143,20 +143,20 @@ class DefaultsTest(TerminalCase):
         self.file_of_defaults.parent.mkdir()
         self.file_of_defaults.write_text(others)
         self.file_of_defaults.chmod(0o600)
-        self.keeps("-o", "x-note=1")
-        self.assertTrue(self.kept().startswith(others + "\nDest Morva "), self.kept())
+        self.saves("-o", "x-note=1")
+        self.assertTrue(self.saved().startswith(others + "\nDest Morva "), self.saved())
         self.assertEqual(self.file_of_defaults.stat().st_mode & 0o777, 0o600)
-        self.keeps_nothing("-d", "Morva")
-        self.assertEqual(self.kept(), others + "\n")
+        self.resets("-d", "Morva")
+        self.assertEqual(self.saved(), others + "\n")
 
     def test_programs_that_save_settings_at_the_same_time_lose_nothing(self):
         instances = [f"Morva/{name}" for name in ("one", "two", "three")]
         with concurrent.futures.ThreadPoolExecutor(len(instances)) as programs:
             for number in range(10):
-                results = programs.map(lambda name: self.keeps("-d", name, "-o", f"x-note=n{number}"), instances)
+                results = programs.map(lambda name: self.saves("-d", name, "-o", f"x-note=n{number}"), instances)
                 self.assertEqual(len(list(results)), len(instances))
                 for name in instances:
-                    self.assertEqual(self.kept_for(f"Dest {name}").get("x-note"), f"n{number}", self.kept())
+                    self.assertEqual(self.saved_for(f"Dest {name}").get("x-note"), f"n{number}", self.saved())
 
     def test_a_setting_that_cannot_be_saved_is_refused_before_anything_is_printed(self):
         arguments = ["-d", "Morva", "--save-as-default", "-o", 'x-note="a#b"', SAMPLE]
@@ -186,10 +186,10 @@ class DefaultsTest(TerminalCase):
         self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=8")
         self.addCleanup(self.run_program, "lpadmin", "-p", "Morva", "-R", "MVTopMargin-default")
         self.run_program("lpoptions", "-p", "Morva", "-o", "x-note=kept")
-        self.keeps("-o", "MVTandemTrim=On MVTopMargin=8 MVBottomMargin=3")
-        kept = self.kept_for("Dest Morva")
-        self.assertNotIn("MVTopMargin", kept)
-        self.assertEqual((kept["MVBottomMargin"], kept["x-note"]), ("3", "kept"))
+        self.saves("-o", "MVTandemTrim=On MVTopMargin=8 MVBottomMargin=3")
+        saved = self.saved_for("Dest Morva")
+        self.assertNotIn("MVTopMargin", saved)
+        self.assertEqual((saved["MVBottomMargin"], saved["x-note"]), ("3", "kept"))
 
     def test_the_administrators_default_in_the_ppd_overrides_only_the_panels(self):
         self.run_program("lpadmin", "-p", "Morva", "-o", "MVTopMargin=8", "-o", "MVPrintPosition=Right")
@@ -206,10 +206,10 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(of_panel(self.options_of("-o", "MVTopMargin=4")), expected | {MARGINS["Top"]: "4"})
 
     def test_facts_about_the_printer_are_not_saved_as_settings(self):
-        self.keeps()
-        self.assertEqual(sorted(self.kept_for("Dest Morva")), sorted(DEFAULTS))
+        self.saves()
+        self.assertEqual(sorted(self.saved_for("Dest Morva")), sorted(DEFAULTS))
 
-    def test_a_pipe_or_a_device_in_place_of_the_file_is_refused_without_waiting(self):
+    def test_a_pipe_or_a_device_in_place_of_the_file_of_defaults_is_refused_without_waiting(self):
         self.file_of_defaults.parent.mkdir()
         for make in (os.mkfifo, lambda file: file.symlink_to("/dev/zero")):
             make(self.file_of_defaults)
@@ -218,7 +218,7 @@ class DefaultsTest(TerminalCase):
             self.refuses("--list", words=[f"{self.file_of_defaults} is not a file"])
             self.file_of_defaults.unlink()
 
-    def test_a_file_of_theirs_that_cannot_be_read_is_named_and_not_passed_over(self):
+    def test_a_file_of_defaults_that_cannot_be_read_is_named_and_not_ignored(self):
         self.file_of_defaults.parent.mkdir()
         of_all_users = self.cups.folder / "home/lpoptions"
         packed = gzip.compress(b"Dest Morva MVTopMargin=9\n")
@@ -233,15 +233,15 @@ class DefaultsTest(TerminalCase):
             file.unlink()
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
-    @unittest.skipUnless(os.geteuid() == 0, "another user takes root")
-    def test_those_of_another_user_are_passed_over_and_ones_own_without_permission_are_not(self):
+    @unittest.skipUnless(os.geteuid() == 0, "only root can change the owner of a file")
+    def test_another_users_defaults_are_ignored_and_unreadable_ones_of_the_user_are_refused(self):
         self.file_of_defaults.parent.mkdir()
         self.file_of_defaults.write_text("Dest Morva MVTopMargin=9\n")
         self.file_of_defaults.chmod(0o600)
         home = self.file_of_defaults.parents[1]
         home.chmod(0o777)
         self.addCleanup(os.chown, home, 0, 0)
-        # Root that reads only what its files' modes allow.
+        # Root without the capabilities that override the modes of files.
         without_rights = ["--bounding-set=-dac_override,-dac_read_search", PROGRAM, "-d", "Morva", "--summary", "--set", "Valid=On"]
         for path in (home, self.file_of_defaults):
             os.chown(path, 65534, 65534)
@@ -254,13 +254,13 @@ class DefaultsTest(TerminalCase):
         self.assertIn(f"{self.file_of_defaults} cannot be read: Permission denied; nothing was sent", result.stderr)
 
     def test_a_mail_at_the_end_of_one_job_is_not_saved_for_others(self):
-        self.keeps("-m", "-o", "MVTopMargin=9")
+        self.saves("-m", "-o", "MVTopMargin=9")
         self.assertNotIn("notify", self.file_of_defaults.read_text())
 
     def test_settings_are_saved_even_if_the_file_has_several_lines_for_the_printer(self):
         self.file_of_defaults.parent.mkdir()
         self.file_of_defaults.write_text("Default Morva MVTopMargin=3\nDest Morva MVTopMargin=4\n")
-        self.keeps("-o", "MVTopMargin=9")
+        self.saves("-o", "MVTopMargin=9")
         self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
 
     def test_without_a_home_folder_the_program_says_that_it_cannot_save_settings(self):

@@ -14,7 +14,7 @@ REQUIRED = {"CUPS_ENCRYPTION": "Required"}
 
 
 class EncryptionTest(TerminalCase):
-    def kept(self, host="127.0.0.1"):
+    def certificate(self, host="127.0.0.1"):
         """The file of the server's saved certificate."""
         return self.cups.folder / f"home/.cups/ssl/{host}.crt"
 
@@ -35,11 +35,11 @@ class EncryptionTest(TerminalCase):
 
     def test_the_first_certificate_is_saved_where_only_the_user_can_read_it(self):
         self.prints_encrypted(**REQUIRED)
-        self.assertEqual(self.kept().parent.stat().st_mode & 0o777, 0o700)
-        first = self.kept().read_bytes()
+        self.assertEqual(self.certificate().parent.stat().st_mode & 0o777, 0o700)
+        first = self.certificate().read_bytes()
         self.assertIn(b"BEGIN CERTIFICATE", first)
         self.prints_encrypted(**REQUIRED)
-        self.assertEqual(self.kept().read_bytes(), first)
+        self.assertEqual(self.certificate().read_bytes(), first)
 
     def test_a_changed_certificate_is_reported_before_anything_is_sent(self):
         self.prints_encrypted(**REQUIRED)
@@ -50,15 +50,15 @@ class EncryptionTest(TerminalCase):
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
             self.assertEqual(other.requests(), before)
             self.assertEqual((result.returncode, result.stdout), (1, ""))
-            words = f"the print server at {address} presents a different certificate than before, so it may be another server; .*remove {self.kept()} "
+            words = f"the print server at {address} presents a different certificate than before, so it may be another server; .*remove {self.certificate()} "
             self.assertRegex(result.stderr, words)
             with WantsEncryption(other.address) as relay:
-                # This is reported at once, whatever the time limit for answers.
+                # The program reports this at once, however long the time limit for answers is.
                 result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=str(10 * PATIENCE))
             self.assertEqual((result.returncode, result.stdout), (1, ""))
             self.assertIn("a different certificate", result.stderr)
             self.assertEqual(other.jobs(), [])
-            self.kept().unlink()
+            self.certificate().unlink()
             result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=address, **REQUIRED)
             self.assertRegex(result.stdout, CONFIRMED, result.stderr)
 
@@ -79,12 +79,12 @@ class EncryptionTest(TerminalCase):
         self.assertGreater(reports, 0)
 
     def test_a_certificate_that_cannot_be_saved_is_reported_and_the_job_is_printed(self):
-        blocked = self.kept().parent
+        blocked = self.certificate().parent
         blocked.parent.mkdir(parents=True)
         blocked.write_text("no folder")
         result = self.trim("-d", "Morva", SAMPLE, **REQUIRED)
         self.assertRegex(result.stdout, CONFIRMED, result.stderr)
-        self.assertIn(f"the certificate of the print server at {self.cups.address[0]}:{self.cups.address[1]} cannot be kept as {self.kept()}", result.stderr)
+        self.assertIn(f"the certificate of the print server at {self.cups.address[0]}:{self.cups.address[1]} cannot be kept as {self.certificate()}", result.stderr)
 
     def test_another_certificate_that_is_valid_for_the_same_host_is_reported_too(self):
         # The second server's certificate expires later than the first one's.
@@ -99,10 +99,10 @@ class EncryptionTest(TerminalCase):
         self.assertRegex(self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=first, **REQUIRED).stdout, CONFIRMED)
 
     def test_a_saved_certificate_that_cannot_be_read_is_reported(self):
-        self.kept().parent.mkdir(parents=True)
-        self.kept().write_text("junk")
+        self.certificate().parent.mkdir(parents=True)
+        self.certificate().write_text("junk")
         result = self.refuses("-d", "Morva", SAMPLE, **REQUIRED)
-        self.assertRegex(result.stderr, f"certificate of .* cannot be read; repair or remove {self.kept()}")
+        self.assertRegex(result.stderr, f"certificate of .* cannot be read; repair or remove {self.certificate()}")
 
     def test_a_certificate_that_the_users_settings_do_not_accept_is_reported(self):
         settings = self.cups.folder / "home/client.conf"
@@ -110,7 +110,7 @@ class EncryptionTest(TerminalCase):
             settings.write_text(text)
             with self.subTest(text):
                 result = self.refuses("-d", "Morva", SAMPLE, **REQUIRED)
-                self.assertRegex(result.stderr, f"shows a certificate that is not trusted .*{words}.*; .*{self.kept()}.* client.conf")
+                self.assertRegex(result.stderr, f"shows a certificate that is not trusted .*{words}.*; .*{self.certificate()}.* client.conf")
 
     def test_a_server_that_cannot_encrypt_is_reported(self):
         with FakeServer(PPD.read_bytes()) as server:

@@ -84,7 +84,7 @@ class FrozenServerTest(TerminalCase):
                     self.assertRegex(said, f"the print server at {server} {words}")
                     self.assertEqual(self.cups.jobs(), before)
 
-    def test_each_failure_names_the_server_given_by_h(self):
+    def test_each_failure_names_the_server_of_the_option_h(self):
         for what in REQUESTS[: REQUESTS.index("the document")]:
             with self.subTest(what), Relay(self.cups.address, REQUESTS.index(what) + 1, GONE) as relay:
                 result = self.trim("-h", relay.address, "-d", "Morva", SAMPLE, CUPS_SERVER="127.0.0.1:1", TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
@@ -101,8 +101,8 @@ class FrozenServerTest(TerminalCase):
                 self.assertEqual(len(self.cups.records()), 1)
                 self.cups.forget()
 
-    def keeps_settings_until(self, request, trouble):
-        """Saves settings on a server that fails at the request of this number; returns the program's result and the server's address."""
+    def saves_settings_until(self, request, trouble):
+        """Saves settings on a server that fails at request number `request`; returns the program's result and the server's address."""
         with Relay(self.cups.address, request, trouble) as relay:
             around = {"CUPS_SERVER": relay.address, "TANDEM_TRIM_TIMEOUT": str(TIMEOUT)}
             return self.trim("-d", "Morva", "--save-as-default", **around), relay.address
@@ -117,14 +117,14 @@ class FrozenServerTest(TerminalCase):
             # At the last request the server fails too late, and the settings are saved.
             for request in range(REQUESTS.index("the PPD") + 2, REQUESTS.index("the PPD") + 9):
                 with self.subTest(trouble, request=request):
-                    result, server = self.keeps_settings_until(request, trouble)
+                    result, server = self.saves_settings_until(request, trouble)
                     self.assertIn("x-note=mine", lpoptions("-p", "Morva/Other"))
                     self.assertEqual(result.stdout, "")
                     if result.returncode != 0:
                         failures += 1
                         self.assertRegex(result.stderr, f"the print server at {server} {words}")
             self.assertGreater(failures, 0)
-            self.assertEqual(result.returncode, 0, "the last request is not among those that failed")
+            self.assertEqual(result.returncode, 0, "saving takes more requests than this loop tries")
 
     def test_saved_options_cost_no_request(self):
         save = ["lpoptions", "-p", "Morva", "-o", "x-note=mine"]

@@ -22,11 +22,11 @@ ENDLESS_LOOKUP = BUILD / "tests/e2e/libendless_lookup.so"
 # The requests whose answers are needed to confirm a job. Sending its document is not among them: the server can be asked what it has.
 REQUESTS = (ipp.GET_PRINTER, ipp.CREATE_JOB, ipp.GET_JOB)
 # Values that fit none of the attributes that the program reads.
-ODD_VALUES = {"no value": (ipp.NO_VALUE, ""), "a number": (ipp.INTEGER, 7), "a switch": (ipp.BOOLEAN, 1), "a text": (ipp.TEXT, "odd")}
+ODD_VALUES = {"no value": (ipp.NO_VALUE, ""), "a number": (ipp.INTEGER, 7), "a boolean": (ipp.BOOLEAN, 1), "a text": (ipp.TEXT, "odd")}
 
 
-def unpacked_without_end():
-    """The pieces of a compressed answer about a job, endless in both forms."""
+def endless_compressed_answer():
+    """The pieces of an endless compressed answer about a job; unpacked, it is endless, too."""
     packer = zlib.compressobj(9, wbits=31)
     attribute = ipp.group(ipp.JOB_GROUP, [(ipp.TEXT, "x", "y" * 1000)])[1:] * 20_000
     packed = packer.compress(ipp.beginning(0) + bytes([ipp.JOB_GROUP])) + packer.flush(zlib.Z_FULL_FLUSH)
@@ -174,9 +174,9 @@ class HostileServerTest(TerminalCase):
                 self.assertIn("Morva refuses the job; nothing was printed", result.stderr)
                 self.assertEqual(server.asked[-1], ipp.CREATE_JOB)
 
-    # Answers without an end.
+    # Endless answers.
 
-    def test_an_answer_in_the_middle_of_a_document_is_not_waited_for(self):
+    def test_an_endless_answer_in_the_middle_of_a_document_is_not_waited_for(self):
         document = self.temporary_folder() / "large.pdf"
         document.write_bytes(SAMPLE.read_bytes() + bytes(50_000_000))
         with Babbling(self.cups.address, 100_000) as relay:
@@ -187,7 +187,7 @@ class HostileServerTest(TerminalCase):
         self.assertEqual(self.cups.records(), [])
 
     def ends_at(self, what, pieces, words, *arguments, timeout=TIMEOUT):
-        """Asserts that the program ends in time and with these words when the server answers a request by these pieces."""
+        """Asserts that the program ends in time and with these words when the server answers a request with these pieces."""
         with FakeServer(PPD.read_bytes(), {what: pieces}) as server:
             result = self.trim_at(server.address, "-d", "Morva", *(arguments or [SAMPLE]), timeout=timeout)
             self.assertEqual(result.returncode, 1, result.stderr)
@@ -238,7 +238,7 @@ class HostileServerTest(TerminalCase):
                 self.assertIn(f"the print server at {server.address} did not answer within 1 s", result.stderr)
 
     def test_an_endless_look_up_of_the_servers_name_is_not_waited_for(self):
-        # AddressSanitizer insists on being loaded first; that check is not needed.
+        # Turns off AddressSanitizer's check that it is the first library loaded.
         sanitizer = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
         around = {"CUPS_SERVER": "a-server", "TANDEM_TRIM_TIMEOUT": "1", "ASAN_OPTIONS": sanitizer}
         result = self.trim("-d", "Morva", SAMPLE, LD_PRELOAD=ENDLESS_LOOKUP, **around)
@@ -254,10 +254,10 @@ class HostileServerTest(TerminalCase):
 
     def test_a_request_with_too_large_an_answer_is_not_repeated(self):
         # The time limit would leave time to repeat it.
-        self.ends_at(ipp.GET_JOB, unpacked_without_end, "{} gave an answer that is too large", timeout=10 * PATIENCE)
+        self.ends_at(ipp.GET_JOB, endless_compressed_answer, "{} gave an answer that is too large", timeout=10 * PATIENCE)
 
     def test_an_endless_compressed_answer_is_refused(self):
-        self.ends_at(ipp.GET_JOB, unpacked_without_end, "{} (gave an answer that is too large|did not answer within 1 s)")
+        self.ends_at(ipp.GET_JOB, endless_compressed_answer, "{} (gave an answer that is too large|did not answer within 1 s)")
 
     def test_endless_http_header_fields_are_not_waited_for(self):
         for what in (ipp.GET_PRINTER, ipp.GET_JOB, fake_server.PPD):
@@ -298,8 +298,8 @@ class HostileServerTest(TerminalCase):
                 result = self.trim_at(server.address, "-d", "Morva", SAMPLE)
             self.assertEqual((result.returncode, result.stdout), (0, "request id is Morva-1 (1 file(s))\njob 1 on Morva: 7 of 7 options confirmed\n"), result.stderr)
 
-    def test_an_incomplete_document_that_the_server_takes_for_complete_is_cancelled_at_once(self):
-        # CUPS takes a document that ends between two HTTP chunks for complete.
+    def test_an_incomplete_document_that_the_server_considers_complete_is_cancelled_at_once(self):
+        # CUPS considers a document complete when the connection breaks between two HTTP chunks.
         for state, is_cancelled in ((ipp.PROCESSING, True), (ipp.COMPLETED, False)):
             attributes = [(ipp.ENUM, "job-state", state), (ipp.INTEGER, "number-of-documents", 1), (ipp.INTEGER, "job-k-octets", 1)]
             answers = {

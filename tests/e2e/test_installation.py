@@ -34,25 +34,25 @@ class InstallationTest(TerminalCase):
             folder.chmod(0o755)
 
     def test_a_program_whose_module_others_could_change_refuses_to_run(self):
-        prefix, part = self.installed_with_its_part()
-        part.chmod(0o777)
-        self.refuses_itself(prefix, f"everybody can write to {part} ", "chmod o-w")
+        prefix, module = self.installed_with_its_module()
+        module.chmod(0o777)
+        self.refuses_itself(prefix, f"everybody can write to {module} ", "chmod o-w")
 
     def test_a_program_whose_module_is_of_another_build_refuses_to_run(self):
-        prefix, part = self.installed_with_its_part()
-        for other in self.of_other_builds(part):
-            part.write_bytes(other)
-            self.refuses_itself(prefix, f"{part} is from another build")
+        prefix, module = self.installed_with_its_module()
+        for other in self.of_other_builds(module):
+            module.write_bytes(other)
+            self.refuses_itself(prefix, f"{module} is from another build")
 
     def test_a_program_without_its_module_says_what_to_install(self):
-        prefix, part = self.installed_with_its_part()
-        part.unlink()
+        prefix, module = self.installed_with_its_module()
+        module.unlink()
         self.refuses_itself(prefix, "tandem-trim-terminal is missing", "install the package tandem-trim again")
 
-    def installed_with_its_part(self):
+    def installed_with_its_module(self):
         prefix = self.installed("--component", "terminal")
-        (part,) = prefix.glob("lib/**/tandem-trim-terminal")
-        return prefix, part
+        (module,) = prefix.glob("lib/**/tandem-trim-terminal")
+        return prefix, module
 
     def refuses_itself(self, prefix, *reasons):
         words = ["the program cannot be used", "nothing was sent", *reasons]
@@ -94,7 +94,7 @@ class InstallationTest(TerminalCase):
 
     def test_a_dialog_of_another_build_is_refused(self):
         prefix = self.installed()
-        for module in self.parts_of_the_dialog(prefix):
+        for module in self.modules_of_the_dialog(prefix):
             own = module.read_bytes()
             for other in self.of_other_builds(module):
                 module.write_bytes(other)
@@ -103,20 +103,20 @@ class InstallationTest(TerminalCase):
 
     def test_a_dialog_that_others_could_change_is_refused(self):
         prefix = self.installed()
-        for module in self.parts_of_the_dialog(prefix):
+        for module in self.modules_of_the_dialog(prefix):
             module.chmod(0o777)
             self.refuses_the_dialog(prefix, f"everybody can write to {module} ", "chmod o-w")
             module.chmod(0o755)
 
     def test_a_dialog_that_lacks_a_module_counts_as_not_installed(self):
         prefix = self.installed()
-        for module in self.parts_of_the_dialog(prefix):
+        for module in self.modules_of_the_dialog(prefix):
             hidden = module.rename(module.with_suffix(".hidden"))
             missing = ["the print dialog is not installed", "tandem-trim-gtk", "nothing was sent", "--no-dialog"]
             self.refuses("-d", "Morva", "--dialog", SAMPLE, program=prefix / "bin/tandem-trim", words=missing)
             hidden.rename(module)
 
-    def parts_of_the_dialog(self, prefix):
+    def modules_of_the_dialog(self, prefix):
         (folder,) = prefix.glob("lib/**/tandem-trim/dialog")
         files = {path.name: path for path in folder.iterdir() if path.is_file()}
         self.assertEqual(set(files), {"tandem-trim-toolkit", "tandem-trim-dialog", "tandem-trim-page"})
@@ -135,7 +135,7 @@ class InstallationTest(TerminalCase):
         words = ["the print dialog cannot be shown", *reasons, "nothing was sent", "--no-dialog"]
         self.refuses("-d", "Morva", "--dialog", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
 
-    def test_without_the_dialog_a_job_is_printed_on_a_screen_too_with_a_note(self):
+    def test_without_the_dialog_a_job_is_printed_with_a_note_even_if_there_is_a_screen(self):
         program = self.installed("--component", "terminal") / "bin/tandem-trim"
         result, (record,) = self.prints("-d", "Morva", SAMPLE, program=program, DISPLAY=":none")
         self.assertEqual(record.size, pathlib.Path(SAMPLE).stat().st_size)

@@ -20,7 +20,7 @@ class PresetsTest(TerminalCase):
         return self.cups.folder / "home/.config/tandem-trim/presets/TandemTrim"
 
     def does(self, *arguments, **variables):
-        """Runs the program for the printer Morva, which must succeed and send nothing; returns its result."""
+        """Runs the program, with Morva as its printer. It must succeed and send nothing. Returns its result."""
         before = self.cups.jobs()
         result = self.trim("-d", "Morva", *arguments, **variables)
         self.assertEqual(result.returncode, 0, result.stderr)
@@ -33,8 +33,8 @@ class PresetsTest(TerminalCase):
     def presets(self):
         return json.loads(self.does("--list-presets", "--json").stdout)
 
-    def narrow(self):
-        """Adds a printer of the family whose limit of the top margin is below the preset's value."""
+    def add_narrow_printer(self):
+        """Adds a printer of the same family, with a limit of the top margin below the preset's value; returns its name."""
         ppd = self.temporary_folder() / "narrow.ppd"
         ppd.write_text(PPD.read_text().replace(*SMALLER))
         self.cups.add_queue("Narrow", ppd)
@@ -58,7 +58,7 @@ class PresetsTest(TerminalCase):
         finally:
             self.does("--reset-defaults")
 
-    def test_a_preset_has_the_other_options_that_the_user_gave_but_none_of_a_single_job(self):
+    def test_a_preset_has_the_users_other_options_except_those_of_a_single_job(self):
         self.save()
         self.assertEqual(self.presets(), [{"name": NAME, "readOnly": False, "panel": CHANGED, "options": {}}])
         self.save("-o", "sides=two-sided-long-edge", "-n", "3", "-P", "1", "-H", "hold", "-o", "MVTopMargin=4", name="More")
@@ -77,7 +77,7 @@ class PresetsTest(TerminalCase):
 
     def test_a_presets_values_that_a_printer_does_not_allow_are_refused_and_not_changed(self):
         self.save()
-        printer = self.narrow()
+        printer = self.add_narrow_printer()
         self.refuses("-d", printer, "--preset", NAME, SAMPLE, words=["Top", "12", "8"])
         _, (record,) = self.prints("-d", printer, "--preset", NAME, "--set", "Top=8", SAMPLE)
         self.assertEqual(of_panel(record.options), CHANGED | {MARGINS["Top"]: "8"})
@@ -138,7 +138,7 @@ class PresetsTest(TerminalCase):
         result = self.trim("-d", "Morva", "--list-presets", "--json", **around)
         self.assertEqual((result.returncode, [each["name"] for each in json.loads(result.stdout)]), (1, [NAME]))
         self.assertEqual(result.stderr.splitlines(), [house, failure])
-        # Using another preset does not report it.
+        # Using another preset does not report the administrator's.
         self.assertNotIn("House", self.does("--preset", NAME, **around).stderr)
         self.refuses("-d", "Morva", "--preset", "House", SAMPLE, words=[str(file), "cannot be understood", "there is no preset House"], **around)
 

@@ -47,8 +47,8 @@ class PrintersTest(TerminalCase):
 
     def test_a_printer_without_the_panel_does_not_get_the_panels_options_from_lpoptions_either(self):
         self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
-        keep = ["lpoptions", "-p", "Plain", "-o", "MVTopMargin=7", "-o", "x-note=yes"]
-        subprocess.run(keep, env=self.environment(), capture_output=True, check=True)
+        save = ["lpoptions", "-p", "Plain", "-o", "MVTopMargin=7", "-o", "x-note=yes"]
+        subprocess.run(save, env=self.environment(), capture_output=True, check=True)
         _, (record,) = self.prints("-d", "Plain", SAMPLE)
         self.assertEqual(of_panel(record.options), {})
         self.assertEqual(record.options["x-note"], "yes")
@@ -90,12 +90,12 @@ class PrintersTest(TerminalCase):
         self.assertEqual(options, expected)
         self.assertEqual(said.count("the job gets 3"), 2)
 
-    def test_a_value_beyond_the_limits_that_the_user_chose_is_refused_even_if_it_is_the_default(self):
+    def test_a_users_value_beyond_the_limits_is_refused_even_if_it_equals_the_default(self):
         self.add_narrow_queue()
         for switch in ("On", "Off"):
             self.refuses("-d", "Narrow", "-o", f"{VALID}={switch} MVTopMargin=5", SAMPLE, words=["MVTopMargin=5", "0 to 3"])
-        keep = ["lpoptions", "-p", "Narrow", "-o", "MVTopMargin=5"]
-        subprocess.run(keep, env=self.environment(), capture_output=True, check=True)
+        save = ["lpoptions", "-p", "Narrow", "-o", "MVTopMargin=5"]
+        subprocess.run(save, env=self.environment(), capture_output=True, check=True)
         self.refuses("-d", "Narrow", SAMPLE, words=["MVTopMargin=5", "0 to 3"])
 
     def test_defaults_beyond_the_limits_are_not_saved_as_the_users_choice(self):
@@ -129,7 +129,7 @@ class PrintersTest(TerminalCase):
         result, (record,) = self.prints("-d", "Raw", "-o", "mvtopmargin=3", SAMPLE)
         self.assertEqual(of_panel(record.options), DEFAULTS | {MARGINS["Top"]: "3"})
 
-    def test_a_printer_without_the_panel_gets_none_of_its_options_in_any_letter_case(self):
+    def test_a_printer_without_the_panel_does_not_get_the_panels_options_in_any_letter_case(self):
         self.add_queue("Plain", ppd_without(self.temporary_folder(), "APDialogExtension"))
         _, (record,) = self.prints("-d", "Plain", "-o", "mvTopMargin=7 x-note=a", SAMPLE)
         self.assertFalse(of_panel(record.options) or "mvTopMargin" in record.options)

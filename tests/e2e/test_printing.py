@@ -207,7 +207,7 @@ class PrintingTest(TerminalCase):
             program.stdin.write(b"%PDF-1.4\n" + bytes(65536))
             program.stdin.flush()
             until(lambda: self.cups.jobs("not-completed"), "the start of the job")
-            # Longer than it takes until progress is shown on a terminal.
+            # By this time, a terminal would show the progress.
             end = time.monotonic() + 1
             until(lambda: program.stdin.write(bytes(65536)) and time.monotonic() > end, "a long upload")
             _, said = program.communicate()

@@ -104,16 +104,16 @@ class PrivateCupsTest(unittest.TestCase):
             stdin=subprocess.PIPE,
             stdout=subprocess.PIPE,
             text=True,
-        ) as user:
-            host, port, folder = user.stdout.readline().split()
-            user.kill()
+        ) as owner:
+            host, port, folder = owner.stdout.readline().split()
+            owner.kill()
 
         def removed():
             shutil.rmtree(folder, ignore_errors=True)
             return not pathlib.Path(folder).exists()
 
         # The server may write files even after its port is closed.
-        self.addCleanup(until, removed, "the end of what the server writes")
+        self.addCleanup(until, removed, "the server's last file")
 
         def refused():
             with socket.socket() as client:

@@ -95,7 +95,7 @@ class RefusalsTest(TerminalCase):
         folder = self.temporary_folder()
         malformed = folder / "malformed.ppd"
         lines = PPD.read_text(encoding="latin-1").splitlines()
-        lines[30] = "this is no line of a PPD"
+        lines[30] = "this is not a line of a PPD"
         malformed.write_text("\n".join(lines) + "\n", encoding="latin-1")
         self.refuses("--ppd", malformed, words=[str(malformed), "line 31", "--ppd"])
         self.refuses("--ppd", malformed, "-d", "Morva", SAMPLE, words=[str(malformed), "line 31"])
@@ -110,7 +110,7 @@ class RefusalsTest(TerminalCase):
         self.addCleanup(self.cups.remove, "Damaged")
         ppd = self.cups.ppd_of("Damaged")
         lines = ppd.read_text(encoding="latin-1").splitlines()
-        lines[30] = "this is no line of a PPD"
+        lines[30] = "this is not a line of a PPD"
         ppd.write_text("\n".join(lines) + "\n", encoding="latin-1")
         self.refuses("-d", "Damaged", SAMPLE, words=["Damaged", "line 31"])
 

@@ -106,7 +106,7 @@ class ReportsTest(TerminalCase):
         options = self.options_of("--ppd", ppd, "--set", "Valid=On", "--set", "Top=12")
         self.assertEqual(options[MARGINS["Top"]], "3")
 
-    def test_a_bundle_can_be_named_by_itself_or_by_its_folder(self):
+    def test_the_option_plugin_takes_a_bundle_or_the_folder_that_contains_it(self):
         for plugin in (BUNDLE, BUNDLE.parent):
             with self.subTest(plugin=plugin):
                 options = self.options_of("--plugin", plugin, TANDEM_TRIM_PLUGIN_PATH="")
@@ -124,8 +124,8 @@ class ReportsTest(TerminalCase):
         self.cups.add_queue(printer, PPD)
         self.addCleanup(self.cups.remove, printer)
         note = "\x1b]0;mine\x07 it's\x7f\x9b\u202e"
-        keep = ["lpoptions", "-p", printer, "-o", option_text("x-note", note)]
-        subprocess.run(keep, env=self.environment(), capture_output=True, check=True)
+        save = ["lpoptions", "-p", printer, "-o", option_text("x-note", note)]
+        subprocess.run(save, env=self.environment(), capture_output=True, check=True)
         shown = self.shows("-d", printer)
         results = [shown, self.shows("-d", printer, "--json"), self.prints("-d", printer, SAMPLE)[0].stdout]
         results.append(self.trim("-d", printer, "--set", f"Top={note}").stderr)
@@ -136,7 +136,7 @@ class ReportsTest(TerminalCase):
         word = subprocess.run(["bash", "-c", f"printf %s {line.removeprefix('-o ')}"], capture_output=True, check=True).stdout.decode()
         self.assertEqual(word, option_text("x-note", note))
 
-    def test_the_log_is_shown_when_asked_for(self):
+    def test_the_option_verbose_shows_the_log(self):
         quiet = self.trim("-d", "Morva")
         talkative = self.trim("-d", "Morva", "--verbose")
         self.assertEqual((quiet.returncode, quiet.stderr), (0, ""))

@@ -5,13 +5,13 @@ import unittest
 
 from terminal_case import BUILD, DEFAULTS, FOLDLINE, FOLDLINE_PPD, SAMPLE, TerminalCase, each, of_panel
 
-USUAL = {"LNFold": "None", "LNSheetsPerSet": "1", "LNCover": "Yes", "LNPunch": "None", "LNDryingTime": "0"}
+FOLDLINE_DEFAULTS = {"LNFold": "None", "LNSheetsPerSet": "1", "LNCover": "Yes", "LNPunch": "None", "LNDryingTime": "0"}
 CHANGED = {"LNFold": "Letter", "LNSheetsPerSet": "25", "LNCover": "No", "LNPunch": "TwoHoles", "LNDryingTime": "60"}
 ACTS_THAT_CHANGE = ["Fold=Letter", "SheetsPerSet=25", "Cover=No", "Punch=TwoHoles", "DryingTime=60"]
 
 
 def of_family(options):
-    return {keyword: value for keyword, value in options.items() if keyword in USUAL}
+    return {keyword: value for keyword, value in options.items() if keyword in FOLDLINE_DEFAULTS}
 
 
 class SecondFamilyTest(TerminalCase):
@@ -28,7 +28,7 @@ class SecondFamilyTest(TerminalCase):
         return record.options
 
     def test_the_second_familys_settings_reach_its_filter(self):
-        self.assertEqual(of_family(self.options_on("Lund")), USUAL)
+        self.assertEqual(of_family(self.options_on("Lund")), FOLDLINE_DEFAULTS)
         self.assertEqual(of_family(self.options_on("Lund", *each("--set", ACTS_THAT_CHANGE))), CHANGED)
         options = [f"{keyword}={value}" for keyword, value in CHANGED.items()]
         self.assertEqual(of_family(self.options_on("Lund", *each("-o", options))), CHANGED)
@@ -39,7 +39,7 @@ class SecondFamilyTest(TerminalCase):
         self.assertEqual(of_panel(self.options_on("Lund")), {})
 
     def test_keywords_are_taken_in_any_case(self):
-        self.assertEqual(of_family(self.options_on("Lund", "-o", "lnfold=Half")), USUAL | {"LNFold": "Half"})
+        self.assertEqual(of_family(self.options_on("Lund", "-o", "lnfold=Half")), FOLDLINE_DEFAULTS | {"LNFold": "Half"})
 
     def test_a_typed_number_is_clamped_to_the_bounds_in_the_ppd(self):
         result, (record,) = self.prints("-d", "Lund", "--set", "SheetsPerSet=99", SAMPLE)
@@ -81,7 +81,7 @@ class SecondFamilyTest(TerminalCase):
 
     def test_json_has_the_second_familys_limits_and_summary(self):
         report = json.loads(self.trim("-d", "Lund", "--json").stdout)
-        self.assertEqual(report["settings"], USUAL)
+        self.assertEqual(report["settings"], FOLDLINE_DEFAULTS)
         self.assertEqual(report["limits"]["SheetsPerSet"], {"keyword": "LNSheetsPerSet", "min": 1, "max": 25})
         self.assertEqual(report["limits"]["Punch"], {"keyword": "LNPunch", "choices": ["None", "TwoHoles", "FourHoles"]})
         self.assertEqual([row["title"] for row in report["summary"]], ["Fold", "Sheets per set", "Cover sheet", "Punch", "Drying time"])

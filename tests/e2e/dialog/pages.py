@@ -39,7 +39,7 @@ def locked():
     return of_objects(objects, f"/Encrypt 4 0 R/ID[{identity}{identity}]")
 
 
-def drawing_itself():
+def slow_to_render():
     """A document whose page takes far too long to render."""
     content = "0 0 m 595 842 9 9 300 5 c S " * 400_000
     page = "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 4 0 R>>"

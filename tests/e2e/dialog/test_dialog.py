@@ -7,7 +7,7 @@ from dialog_case import DialogCase, until
 from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, PPD, PROJECT, SAMPLE, VALID, digest, of_panel
 
 
-# The warnings of a stored left margin of 18, a position and a switch that the printer does not allow.
+# The warnings about a left margin of 18, a position and a switch that the printer does not allow.
 WARNED = {
     "de": (
         "Linker Rand: Dieser Drucker erlaubt 18 nicht (erlaubt: 0 bis 15)",
@@ -199,12 +199,12 @@ class DialogTest(DialogCase):
             "ar": ("الهامش العلوي", "استخدم لكل مهامي"),
             "ja": ("上余白", "すべてのジョブに使用"),
         }
-        for language, (of_panel_s, of_dialog_s) in names.items():
+        for language, (margin, check_box) in names.items():
             with self.subTest(language):
                 dialog = self.dialog("-d", "Morva", LANG="C.UTF-8", LANGUAGE=language)
                 dialog.page(PAGES[language])
-                dialog.find("spin button", of_panel_s)
-                dialog.find("check box", of_dialog_s)
+                dialog.find("spin button", margin)
+                dialog.find("check box", check_box)
 
     def test_warnings_of_what_the_printer_does_not_allow_are_in_the_users_language(self):
         wrong = ("-o", f"{MARGINS['Left']}=18", "-o", f"{POSITION}=Diagonal", "-o", f"{VALID}=Maybe")

@@ -13,7 +13,7 @@ FILE = "Print to File"  # in GTK's list of printers
 PDF = b"%PDF-1.4\n"
 LARGE = 80_000_000  # bytes
 LIMIT = 70_000_000  # bytes of a file; more than the largest PPD
-EARLIER = "what was there"
+EARLIER = "earlier content"
 # A document that no password opens.
 PROTECTED = b"""%%PDF-1.4
 1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj

@@ -1,4 +1,4 @@
-"""The letters that move the focus to the panel's controls."""
+"""The access keys of the panel's controls."""
 
 import unittest
 

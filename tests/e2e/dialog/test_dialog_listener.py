@@ -16,7 +16,7 @@ MENU = "Print Position:"
 SWITCH = "Use Tandem Trim"
 NUMBER = "spin button"
 SAME_ROW = 16  # the largest vertical distance, in pixels, between the middles of controls in a row
-CONTROLS = 18  # the number of controls on the page while it shows a warning, and below it in the dialog
+CONTROLS = 18  # the number of controls on the page, with a warning shown, and below the page in the dialog
 
 
 def text(value):
@@ -136,7 +136,7 @@ class DialogListenerTest(DialogCase):
             until(lambda: any(node.role == "alert" for node in dialog.nodes()), "the warning")  # noqa: B023
             self.go_back_to_presets(dialog)
             visited = self.stops(dialog)
-            # Tab also stops at the toolkit's frame of all pages.
+            # Tab also stops at the toolkit's frame around the pages.
             controls = [node for node in dialog.nodes() if node.path in visited and node.role != "panel"]
             names = {node.path: title_of(node) or node.role for node in controls}
             seen = [names[path] for path in self.as_seen(dialog, controls, language == "ar")]

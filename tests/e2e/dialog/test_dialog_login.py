@@ -16,45 +16,45 @@ class DialogLoginTest(DialogCase):
         super().setUp()
         relay = WantsLogin(self.cups.address, "ann:Secret")
         self.server = self.enterContext(relay)
-        self.asked = self.dialog("-d", "Morva", CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT="5")
-        self.asked.wait_for_tab("Tandem Trim")
-        self.asked.press("Print")
-        self.asked.says(QUESTION)
+        self.asking = self.dialog("-d", "Morva", CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT="5")
+        self.asking.wait_for_tab("Tandem Trim")
+        self.asking.press("Print")
+        self.asking.says(QUESTION)
 
     def enter(self, user, password):
         """Answers the question."""
-        self.asked.type("User name", user)
-        self.asked.type("Password", password)
-        self.asked.answer("Continue")
+        self.asking.type("User name", user)
+        self.asking.type("Password", password)
+        self.asking.answer("Continue")
 
     def test_the_job_is_sent_with_the_users_login(self):
         self.enter("ann", "Secret")
-        self.assertEqual(of_panel(self.printed(self.asked).options), DEFAULTS)
+        self.assertEqual(of_panel(self.printed(self.asking).options), DEFAULTS)
 
     def test_the_dialog_asks_up_to_three_times_for_the_right_login(self):
         self.enter("ann", "One")
-        self.asked.says(AGAIN)
+        self.asking.says(AGAIN)
         self.enter("ann", "Two")
         until(lambda: len(self.server.tried) == 2, "the second try")
-        self.asked.says(AGAIN)
+        self.asking.says(AGAIN)
         self.enter("ann", "Three")
-        self.asked.says("Unauthorized")
+        self.asking.says("Unauthorized")
         self.assertEqual(self.server.tried, ["ann:One", "ann:Two", "ann:Three"])
         self.assert_nothing_was_sent()
-        self.asked.press("Close")
-        until(lambda: self.asked.is_live("push button", "Print"), "Print to be ready again")
+        self.asking.press("Close")
+        until(lambda: self.asking.is_live("push button", "Print"), "Print to be ready again")
 
     def test_without_a_login_the_job_is_not_sent_and_the_dialog_stays_open(self):
-        self.asked.answer("Cancel")
-        self.asked.says("nothing was printed: Unauthorized")
-        self.asked.press("Close")
-        until(lambda: self.asked.is_live("push button", "Print"), "Print to be ready again")
+        self.asking.answer("Cancel")
+        self.asking.says("nothing was printed: Unauthorized")
+        self.asking.press("Close")
+        until(lambda: self.asking.is_live("push button", "Print"), "Print to be ready again")
         self.assertEqual(self.server.tried, [])
         self.assert_nothing_was_sent()
 
     def test_a_signal_ends_the_question(self):
-        self.asked.process.send_signal(signal.SIGINT)
-        status, out, _ = self.asked.ends()
+        self.asking.process.send_signal(signal.SIGINT)
+        status, out, _ = self.asking.ends()
         self.assertEqual((status, out), (130, ""))
         self.assert_nothing_was_sent()
 

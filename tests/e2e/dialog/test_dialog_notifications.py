@@ -1,4 +1,4 @@
-"""The desktop's notifications about a job after the dialog."""
+"""The desktop's notifications about a job after its dialog has closed."""
 
 import contextlib
 import os
@@ -212,7 +212,7 @@ class DialogNotificationsTest(DialogCase):
 
     @contextlib.contextmanager
     def cancelled_during(self, request):
-        """A dialog whose job the user cancels while the server delays the answer to this request."""
+        """A dialog whose job the user cancels while the relay delays this request."""
         with Holdup(self.cups.address, request) as holdup:
             dialog = self.ready("-d", "Morva", CUPS_SERVER=holdup.address)
             dialog.press("Print")

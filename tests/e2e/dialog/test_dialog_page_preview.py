@@ -97,7 +97,7 @@ class PagePreviewTest(DialogCase):
         dialog.keys("BackSpace", "1")
         until(lambda: not any(NOTE in label for label in dialog.labels()), "the end of the note")
 
-    def test_content_is_noted_if_it_is_less_than_a_millimetre_in_a_margin_but_not_if_it_ends_there(self):
+    def test_content_is_noted_if_it_reaches_less_than_a_millimetre_into_a_margin_but_not_if_it_only_touches_it(self):
         dialog = self.shown(pages.pdf([bar(5, 5, 200, 287)]), side="Left")
         self.see_red(dialog)
         self.assertFalse(any(NOTE in label for label in dialog.labels()))
@@ -175,7 +175,7 @@ class PagePreviewTest(DialogCase):
         for name, number, turn, back in (("Next page", 2, "space", "shift+Tab"), ("Previous page", 1, "Return", "Tab")):
             with self.subTest(name):
                 dialog.says(f"Page {number} of 2")
-                until(lambda: self.is_at_end(dialog, name), "the end")  # noqa: B023
+                until(lambda: self.is_grey(dialog, name), "the button to be grey")  # noqa: B023
                 self.assertEqual(self.focused(dialog), name)
                 # At the end, the keys have no effect.
                 dialog.keys(turn, turn)
@@ -185,7 +185,7 @@ class PagePreviewTest(DialogCase):
                 dialog.keys("space")
         self.assertEqual(self.focused(dialog), "Next page")
 
-    def is_at_end(self, dialog, name):
+    def is_grey(self, dialog, name):
         """Whether the button is greyed."""
         return not dialog.find("push button", name).has(SENSITIVE)
 
@@ -257,7 +257,7 @@ class PagePreviewTest(DialogCase):
         self.assertLess(self.see_red(dialog)[0], 0.45)
 
     def left_of_print(self, record):
-        """The empty millimetres at the left edge of the sheet onto which the print system put the document's first page."""
+        """The width, in millimetres, of the empty strip at the left of the first sheet that the printer got."""
         picture = self.temporary_folder() / "printed"
         command = ["pdftoppm", "-png", "-singlefile", "-r", str(10 * 25.4), record.document, picture]
         subprocess.run(command, check=True)
@@ -265,7 +265,7 @@ class PagePreviewTest(DialogCase):
         return min(x for row in rows for x, colour in enumerate(row) if is_red(colour)) / 10
 
     def test_pages_are_fitted_as_the_print_system_fits_them(self):
-        # 10 mm are unprintable at the left, 20 at the right. The printer gets the print system's layout.
+        # 10 mm are unprintable at the left, 20 at the right. Without a filter for PDF in the PPD, the print system lays out the pages.
         ppd = self.temporary_folder() / "fitting.ppd"
         left, bottom, right, top = (length * 72 / 25.4 for length in (10, 5, 190, 282))
         ppd.write_text(
@@ -384,7 +384,7 @@ class PagePreviewTest(DialogCase):
                 self.assertNotIn(NOT_SHOWN, dialog.ends()[2])
 
     def test_a_page_that_takes_forever_to_render_does_not_delay_printing(self):
-        dialog = self.shown(pages.drawing_itself())
+        dialog = self.shown(pages.slow_to_render())
         dialog.type("Top Margin", "7")
         dialog.press("Print")
         self.assertEqual(self.printed(dialog).options[MARGINS["Top"]], "7")

@@ -138,11 +138,11 @@ class DialogPagesTest(DialogCase):
             *(f"{side} Margin: 5" for side in ("Bottom", "Left", "Right")),
         ]
 
-        def in_front():
+        def shows_rows():
             summary = dialog.look("list", "Summary")
             return summary and [node.name for node in summary.all() if node.role == "list item"] == expected
 
-        until(in_front, "the rows")
+        until(shows_rows, "the rows")
         for _ in range(2):
             focused = until(lambda: [node for node in dialog.nodes() if node.has(FOCUSED)], "the focus")[0]
             if focused.role == "list":
@@ -160,7 +160,7 @@ class DialogPagesTest(DialogCase):
             dialog.page("Summary")
             summary = dialog.find("list", "Summary")
             dialog.click(summary)
-            until(lambda: dialog.find("list", "Summary").has(FOCUSED), "the summary in use")
+            until(lambda: dialog.find("list", "Summary").has(FOCUSED), "the focus in the summary")
             copy(summary)
             dialog.page("General")
             dialog.click(dialog.find_live("text", RANGES))
@@ -244,7 +244,7 @@ class DialogPagesTest(DialogCase):
         self.set_up(dialog, **{"Pages per side": ("Home",)})
         self.assertEqual(self.sent(dialog), {"number-up": "1"})
 
-    def test_the_next_dialog_starts_with_the_last_page_setup_but_all_pages(self):
+    def test_the_next_dialog_starts_with_the_last_page_setup_but_with_all_pages(self):
         state = self.temporary_folder()
         dialog = self.shown(XDG_STATE_HOME=str(state))
         dialog.check("Pages:")

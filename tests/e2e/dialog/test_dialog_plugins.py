@@ -49,7 +49,7 @@ class DialogPluginsTest(DialogCase):
     def test_with_a_broken_bundle_the_dialog_prints_without_the_panel(self):
         broken = {
             "no module": {"without": ["Linux/TandemTrim"]},
-            "no module but a text": {"texts": {"Linux/TandemTrim": "text"}},
+            "a text instead of a module": {"texts": {"Linux/TandemTrim": "text"}},
             "no setting information": {"without": [SETTING_INFO]},
             "damaged setting information": {"texts": {SETTING_INFO: "<plist>"}},
         }
@@ -59,8 +59,8 @@ class DialogPluginsTest(DialogCase):
 
     def test_with_a_broken_user_interface_the_dialog_prints_without_the_panel(self):
         broken = {
-            "none": {"without": ["Resources/TandemTrim.ui"]},
-            "a damaged one": {"texts": {"Resources/TandemTrim.ui": "<interface><object"}},
+            "no user interface": {"without": ["Resources/TandemTrim.ui"]},
+            "a damaged user interface": {"texts": {"Resources/TandemTrim.ui": "<interface><object"}},
         }
         for what, change in broken.items():
             with self.subTest(what):
@@ -79,20 +79,20 @@ class DialogPluginsTest(DialogCase):
         dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(texts={SETTING_INFO: "bplist00"})))
         dialog.says(f"{SETTING_INFO}: a property list in binary form")
 
-    def misbehaving_bundle(self, call, misdeed):
+    def misbehaving_bundle(self, call, fault):
         """A bundle whose plug-in works, except that one call misbehaves."""
         bundle = self.bundle() / BUNDLE.name
         contents = bundle / "Contents"
         for module in (contents / "Linux").iterdir():
             module.unlink()
             module.symlink_to(BUILD / "tests/host/tandemtrim_fake_plugin")
-        (contents / "Resources/behaviour.txt").write_text(f"{call} {misdeed}")
+        (contents / "Resources/behaviour.txt").write_text(f"{call} {fault}")
         info = contents / "Info.plist"
         info.write_text(re.sub(r"(<key>NSPrincipalClass</key>\s*<string>)[^<]*", r"\1FakePrincipal", info.read_text()))
         return bundle
 
-    def misbehaving(self, call, misdeed):
-        return self.dialog("-d", "Morva", "--plugin", str(self.misbehaving_bundle(call, misdeed).parent))
+    def misbehaving(self, call, fault):
+        return self.dialog("-d", "Morva", "--plugin", str(self.misbehaving_bundle(call, fault).parent))
 
     def test_a_bundle_needs_no_module_for_terminals(self):
         dialog = self.dialog("-d", "Morva", "--plugin", str(self.bundle(without=["Linux/TandemTrim-memory"])))
@@ -123,10 +123,10 @@ class DialogPluginsTest(DialogCase):
             "supportedPPDOptionKeys": ("raises",),
             "settings": ("raises",),
         }
-        for call, misdeeds in at_once.items():
-            for misdeed in misdeeds:
-                with self.subTest(call, misdeed=misdeed):
-                    self.prints_without_the_panel(self.misbehaving(call, misdeed))
+        for call, faults in at_once.items():
+            for fault in faults:
+                with self.subTest(call, fault=fault):
+                    self.prints_without_the_panel(self.misbehaving(call, fault))
 
     def test_the_dialog_survives_a_plugin_that_fails_when_it_is_shown_or_printed(self):
         later = {

@@ -38,9 +38,8 @@ GLUE = """\
 *OpenGroup: TandemTrim"""
 OF_PAGES = ["-o", "sides=two-sided-short-edge Glue=Hot number-up=2 media=A3 orientation-requested=4 OutputOrder=Reverse"]
 OF_PAGES += ["-o", "job-priority=80 x-note=preset", "-n", "3"]
-ASKED_FOR = {"Duplex": "DuplexTumble", "Glue": "Hot", "number-up": "2", "PageSize": "A3", "orientation-requested": "4"}
-ASKED_FOR |= {"OutputOrder": "Reverse", "x-note": "preset"}
-
+EXPECTED = {"Duplex": "DuplexTumble", "Glue": "Hot", "number-up": "2", "PageSize": "A3", "orientation-requested": "4"}
+EXPECTED |= {"OutputOrder": "Reverse", "x-note": "preset"}
 
 
 class DialogPresetsCase(DialogCase):
@@ -513,11 +512,11 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         return [node.name for node in menu.all() if node.role == "label"][-1]
 
     def sent(self, dialog):
-        """Prints one copy and returns the job's options that are in ASKED_FOR."""
+        """Prints one copy and returns the job's options that are in EXPECTED."""
         dialog.press("Print")
         record = self.printed(dialog)
         self.assertEqual(record.copies, 1)
-        return {keyword: value for keyword, value in record.options.items() if keyword in ASKED_FOR}
+        return {keyword: value for keyword, value in record.options.items() if keyword in EXPECTED}
 
     def test_a_preset_is_shown_on_all_pages_and_overrides_saved_options(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold", "-o", "x-note=saved")
@@ -532,7 +531,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertEqual(self.row(dialog, "Job", "Priority"), "High")
         dialog.page("General")
         self.assertTrue(dialog.is_checked("Reverse"))
-        self.assertEqual(self.sent(dialog), ASKED_FOR)
+        self.assertEqual(self.sent(dialog), EXPECTED)
 
     def test_a_row_changed_after_choosing_a_preset_counts_and_marks_the_preset_as_changed(self):
         self.keep(NAME, *ACTS, *OF_PAGES)
@@ -550,7 +549,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.pick(dialog, "Save")
         self.wait_for(dialog, NAME)
         self.assertEqual(self.kept(NAME)["options"]["Glue"], "Cold")
-        self.assertEqual(self.sent(dialog), ASKED_FOR | {"Glue": "Cold"})
+        self.assertEqual(self.sent(dialog), EXPECTED | {"Glue": "Cold"})
 
     def test_the_user_decides_whether_a_preset_includes_the_other_pages(self):
         dialog = self.live()
@@ -659,7 +658,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_a_preset_of_the_panel_alone_keeps_the_rows_but_no_hidden_options_of_the_one_before(self):
+    def test_a_preset_of_the_panel_alone_leaves_the_rows_and_drops_the_former_presets_hidden_options(self):
         self.keep(NAME, *ACTS, *OF_PAGES)
         self.keep("Plain", "--set", "Valid=On")
         dialog = self.live()
@@ -681,7 +680,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
             self.assertEqual(self.chosen(dialog), f"{NAME}, changed")
             self.assertEqual(dialog.text("Top Margin"), "4")
             self.assertEqual(self.row(dialog, "Page Setup", "Two-sided"), "Short Edge (Flip)")
-            self.assertEqual(self.sent(dialog), ASKED_FOR | {"Glue": "Cold", "x-note": "asked"})
+            self.assertEqual(self.sent(dialog), EXPECTED | {"Glue": "Cold", "x-note": "asked"})
 
     def test_choosing_a_printer_again_restores_its_preset(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold")
@@ -698,7 +697,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.page("Tandem Trim")
         self.wait_for(dialog, NAME)
         self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
-        self.assertEqual(self.sent(dialog), ASKED_FOR)
+        self.assertEqual(self.sent(dialog), EXPECTED)
 
 
 if __name__ == "__main__":

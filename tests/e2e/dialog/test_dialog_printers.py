@@ -145,7 +145,7 @@ class DialogPrintersTest(DialogCase):
         self.assertEqual((options[VALID], options["Glue"]), ("On", "Hot"))
 
     def warned_of(self, dialog):
-        """The sides whose margins leave nothing of the paper, by the warning."""
+        """The sides that the warning names since their margins leave nothing of the paper."""
         labels = "\n".join(dialog.labels())
         return {side for side in MARGINS if re.search(rf"{side} Margin \(\d+ mm\) cannot be combined with Paper size", labels)}
 
@@ -384,7 +384,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog, printer).options)[MARGINS["Top"]], nearest)
 
-    def test_a_ppd_that_is_replaced_under_an_open_dialog_counts_for_the_next_dialog(self):
+    def test_a_ppd_that_is_replaced_while_a_dialog_is_open_counts_for_the_next_dialog(self):
         dialog = self.live_panel()
         smaller = self.temporary_folder() / "smaller.ppd"
         smaller.write_text(PPD.read_text().replace(*SMALLER))
@@ -505,7 +505,7 @@ class DialogPrintersTest(DialogCase):
             dialog = self.dialog("-d", "Morva", CUPS_SERVER=holdup.address)
             dialog.wait_for_tab("Tandem Trim")
             dialog.press("Print")
-            until(holdup.reached.is_set, "the question about the job that was sent")
+            until(holdup.reached.is_set, "the request about the job that was sent")
             dialog.press("Cancel")
             until(lambda: not dialog.shows("push button", "Cancel"), "the dialog to go")
             holdup.release()

@@ -5,11 +5,11 @@ import unittest
 from dialog_case import DialogCase
 from terminal_case import BUILD, DEFAULTS, FOLDLINE, FOLDLINE_PPD, VALID, of_panel
 
-USUAL = {"LNFold": "None", "LNSheetsPerSet": "1", "LNCover": "Yes", "LNPunch": "None", "LNDryingTime": "0"}
+FOLDLINE_DEFAULTS = {"LNFold": "None", "LNSheetsPerSet": "1", "LNCover": "Yes", "LNPunch": "None", "LNDryingTime": "0"}
 
 
 def of_family(options):
-    return {keyword: value for keyword, value in options.items() if keyword in USUAL}
+    return {keyword: value for keyword, value in options.items() if keyword in FOLDLINE_DEFAULTS}
 
 
 class SecondFamilyDialogTest(DialogCase):
@@ -27,7 +27,7 @@ class SecondFamilyDialogTest(DialogCase):
         dialog.spin("Sheets per set", "12")
         dialog.press("Print")
         options = self.printed(dialog, "Lund").options
-        self.assertEqual(of_family(options), USUAL | {"LNCover": "No", "LNSheetsPerSet": "12"})
+        self.assertEqual(of_family(options), FOLDLINE_DEFAULTS | {"LNCover": "No", "LNSheetsPerSet": "12"})
         self.assertEqual(of_panel(options), {})
 
     def test_each_setting_of_the_second_family_is_shown_only_once(self):
@@ -40,7 +40,7 @@ class SecondFamilyDialogTest(DialogCase):
     def test_a_job_has_the_panels_settings_even_if_its_page_was_never_shown(self):
         dialog = self.dialog("-d", "Lund", "-o", "LNFold=Half")
         dialog.press("Print")
-        self.assertEqual(of_family(self.printed(dialog, "Lund").options), USUAL | {"LNFold": "Half"})
+        self.assertEqual(of_family(self.printed(dialog, "Lund").options), FOLDLINE_DEFAULTS | {"LNFold": "Half"})
 
     def test_the_chosen_printers_family_decides_which_page_is_shown(self):
         dialog = self.dialog("-d", "Lund")

@@ -12,7 +12,7 @@ from gi.repository import GdkPixbuf  # noqa: E402
 
 NOT_ALLOWED = "does not allow"
 READABLE = 4.5  # the smallest contrast of a readable text
-COLOURED = 40  # the smallest difference between the parts of a colour other than grey
+COLOURED = 40  # the least difference between red, green and blue in a colour other than grey
 THREE_WRONG = (f"{MARGINS['Left']}=18", f"{POSITION}=Diagonal", f"{MARGINS['Top']}=99")
 SMALL_SCREEN = (1024, 600)
 
@@ -195,7 +195,7 @@ class DialogWarningsTest(DialogCase):
         window = self.question(dialog)
         self.assertEqual(window.name, "The printer does not allow these settings")
         weights = {node.name: int(self.drawn(dialog, node)["weight"]) for node in window.all() if node.role == "label"}
-        self.assertGreater(weights[window.name], weights["Cancel"], "a heading")
+        self.assertGreater(weights[window.name], weights["Cancel"], "the heading is not bold")
         sentences = [text for text in self.sentences(window) if NOT_ALLOWED in text and text != window.name]
         self.assertEqual(window.description.splitlines(), sentences[-3:])
         buttons = [node.name for node in window.all() if node.role == "push button"]

@@ -117,7 +117,7 @@ class NotifierTest(TerminalCase):
             self.assertEqual(server.asked, 1)
         self.assertEqual(self.headings(), ["first"])
 
-    def test_the_notifier_asks_the_server_in_its_order(self):
+    def test_the_notifier_asks_the_server_that_its_order_names(self):
         self.cups.cancel_all()
         server = "{}:{}".format(*self.cups.address)
         self.assertEqual(self.run_notifier(self.order(server=server), CUPS_SERVER="localhost:1"), (0, ""))

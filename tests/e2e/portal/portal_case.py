@@ -91,7 +91,7 @@ def windows_of(pid):
 
 
 class Editor:
-    """Another project's editor that shows a text, and its user."""
+    """An editor of another project that shows a text, and the user who operates it."""
 
     def __init__(self, command, environment, document):
         self.document = document
@@ -161,10 +161,10 @@ class ShownDialog(PrintDialog):
     def __init__(self):
         self.hands = hands.of_this_screen()
         self.pid = self.program = None
-        until(self._comes, "the print dialog")
+        until(self._appears, "the print dialog")
         self.window = self.program.windows()[-1]
 
-    def _comes(self):
+    def _appears(self):
         # An idle backend ends, and the bus starts another one for the next request.
         self.pid = process_of(BACKEND_NAME)
         self.program = self.pid and Program.of_process(self.pid)
@@ -184,7 +184,7 @@ class ShownDialog(PrintDialog):
         except dbus.DBusException:
             return False
 
-    def goes(self):
+    def wait_until_gone(self):
         """Waits until the dialog is no longer shown."""
         until(lambda: not self.is_there(), "the end of the dialog")
 
@@ -230,7 +230,7 @@ class PortalSession:
 
     @contextlib.contextmanager
     def frozen_portal(self):
-        """Stops the portal for the duration of a `with` statement."""
+        """Freezes the portal for the duration of a `with` statement."""
         os.kill(process_of(PORTAL_NAME), signal.SIGSTOP)
         try:
             yield

@@ -138,7 +138,7 @@ class PortalCase(DialogCase):
     """Each test has its own backend and print server."""
 
     # A part of the toolkit's complaint that the test itself causes.
-    expected = "none is expected"
+    expected = "no complaint is expected"
 
     def setUp(self):
         super().setUp()

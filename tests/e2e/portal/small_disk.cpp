@@ -1,5 +1,5 @@
-// Preloaded before the C library: every file seems to be alone on a disk of 66 MB. Mounting a real disk of
-// that size needs privileges.
+// Preloaded before the C library: every file seems to be the only one on a disk of 66 MB. Mounting a real
+// disk of that size needs privileges.
 
 #include <algorithm>
 

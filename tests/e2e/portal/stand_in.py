@@ -1,8 +1,9 @@
 #!/usr/bin/python3
 """Replaces a desktop portal with settings files (portals.conf), which Debian 12's portal does not support.
 
-It follows their documentation: when the bus starts it, it reads the first settings file that exists, and uses the backend that this names
-for each interface. It writes its choices to the file that STAND_IN_CHOICES names, and offers printing if the backend for it answers.
+It follows the documentation of these files: when the bus starts it, it reads the first of them that exists, and uses the backend that the
+file names for each interface. It writes its choices to the file that STAND_IN_CHOICES names, and offers printing if the print backend
+answers.
 """
 
 import json

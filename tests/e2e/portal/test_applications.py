@@ -27,7 +27,7 @@ class Applications:
 
     def prints(self, dialog):
         dialog.press("Print")
-        dialog.goes()
+        dialog.wait_until_gone()
         return self.next_record()
 
     def test_settings_of_the_panel_reach_the_filter_once(self):
@@ -85,7 +85,7 @@ class Applications:
     def test_cancel_leaves_the_editor_usable(self):
         editor, dialog = self.shown()
         dialog.press("Cancel")
-        dialog.goes()
+        dialog.wait_until_gone()
         before = editor.document.read_text()
         if on_wayland():
             # The compositor returns the focus to the editor.
@@ -93,7 +93,7 @@ class Applications:
         else:
             editor.type("x")
         editor.save()
-        until(lambda: len(editor.document.read_text()) == len(before) + 1, "what was typed, in the file")
+        until(lambda: len(editor.document.read_text()) == len(before) + 1, "the typed text in the file")
         self.assert_nothing_was_sent()
         self.prints(self.dialog_of(editor))
 
@@ -120,14 +120,15 @@ class Applications:
                 dialog.click(dialog.find("check box", title))
                 dialog.find("push button", name)
                 dialog.press("Print")
-                dialog.goes()
+                dialog.wait_until_gone()
                 # The home folder, as this user has no documents folder.
                 saved = pathlib.Path(self.environment()["HOME"], name)
-                until(saved.exists, f"{name}, which is there once it is complete")
+                # The file appears only when it is complete.
+                until(saved.exists, f"the file {name}")
                 self.assertTrue(saved.read_bytes().startswith(beginning))
         self.assert_nothing_was_sent()
 
-    def test_the_editor_survives_the_backend_and_prints_with_the_next_one(self):
+    def test_the_editor_survives_when_the_backend_is_killed_and_prints_with_the_next_one(self):
         editor, dialog = self.shown()
         os.kill(dialog.pid, 9)
         until(lambda: process_of(BACKEND_NAME) != dialog.pid, "the end of the backend")
@@ -136,7 +137,7 @@ class Applications:
     def test_the_dialog_closes_when_its_editor_dies(self):
         editor, dialog = self.shown()
         editor.process.kill()
-        dialog.goes()
+        dialog.wait_until_gone()
         self.assert_nothing_was_sent()
         _, dialog = self.shown()
         self.prints(dialog)
@@ -144,10 +145,10 @@ class Applications:
     def test_the_dialog_closes_when_the_portal_dies_and_the_editor_prints_with_the_next_one(self):
         editor, dialog = self.shown()
         self.session.kill_portal()
-        dialog.goes()
+        dialog.wait_until_gone()
         editor.type("x")
         editor.save()
-        until(lambda: "x" in editor.document.read_text(), "what was typed, in the file")
+        until(lambda: "x" in editor.document.read_text(), "the typed text in the file")
         self.assert_nothing_was_sent()
         # The bus starts another portal.
         self.prints(self.dialog_of(editor))
@@ -162,7 +163,7 @@ class Applications:
         self.session.kill_portal()
         self.cups.thaw()
         self.next_record()
-        dialog.goes()
+        dialog.wait_until_gone()
         self.prints(self.dialog_of(editor))
 
     def test_a_frozen_portal_delays_a_job_but_does_not_lose_it(self):
@@ -170,7 +171,7 @@ class Applications:
         dialog.change_panel()
         with self.session.frozen_portal():
             dialog.press("Print")
-            dialog.goes()
+            dialog.wait_until_gone()
             self.assert_nothing_was_sent()
         self.assertEqual(of_panel(self.next_record().options), CHANGED)
 

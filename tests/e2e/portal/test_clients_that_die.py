@@ -11,9 +11,9 @@ from portal_client import FAILED, Client, PortalCase
 
 REQUESTS = int(os.environ.get("TANDEM_TRIM_REQUESTS", "100"))
 CLIENTS = 20
-# Descriptors of threads that are just ending after reading a printer's details.
+# Descriptors that may still be open: threads that have read a printer's details are about to end.
 SPARE = 10
-# Dialogs after which the toolkit loads nothing more.
+# The number of dialogs after which the toolkit loads nothing more.
 WARM = 10
 DIALOGS = 30
 # KiB for each dialog: the toolkit leaves 70 behind for an empty dialog, and a leaked dialog is more than ten times as large.
@@ -34,7 +34,7 @@ class ClientsThatDieTest(PortalCase):
         return len(os.listdir(f"/proc/{self.process.pid}/fd"))
 
     @unittest.skipUnless(IS_MEASURED, "with a sanitizer")
-    def test_dialogs_one_after_the_other_leave_no_memory_behind(self):
+    def test_dialogs_one_after_the_other_leave_little_memory_behind(self):
         self.start()
         before = 0
         for number in range(DIALOGS):
@@ -79,7 +79,7 @@ class ClientsThatDieTest(PortalCase):
         self.assert_nothing_was_sent()
 
     def settle(self, calls):
-        """Withdraws all open requests and waits until they are dealt with."""
+        """Withdraws all open requests and waits until the backend has handled them."""
         while calls:
             _, call = calls.pop()
             call.close()
@@ -87,7 +87,7 @@ class ClientsThatDieTest(PortalCase):
         self.quiet_call()
 
     def quiet_call(self):
-        """Makes a call and withdraws it: once it is answered, all earlier calls have been dealt with."""
+        """Makes a call and withdraws it: once it is answered, all earlier calls have been handled."""
         call = self.client.prepare()
         call.close()
         self.assertEqual(call.answer(), (FAILED, {}))

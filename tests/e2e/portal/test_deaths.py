@@ -54,7 +54,7 @@ class DeathsTest(PortalCase):
         self.temporary = self.temporary_folder()
         self.addCleanup(lambda: self.assertEqual(list(self.temporary.iterdir()), []))
 
-    def start_over(self, relay, **variables):
+    def start_behind(self, relay, **variables):
         """Starts the backend with the test's folder for temporary files; it reaches the server through the relay."""
         self.start(CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT=SECONDS, TMPDIR=str(self.temporary), **variables)
 
@@ -63,7 +63,7 @@ class DeathsTest(PortalCase):
         """Prints this document and blocks the request of this moment; yields the relay and the program's call."""
         words = (TO_CHOOSE | TO_PRINT)[moment]
         with Holdup(self.cups.address, words) as relay:
-            self.start_over(relay, **variables)
+            self.start_behind(relay, **variables)
             if moment in TO_CHOOSE:
                 call = self.client.prepare()
                 self.assertTrue(relay.reached.wait(patience.PATIENCE), moment)
@@ -87,7 +87,7 @@ class DeathsTest(PortalCase):
         before = len(self.cups.records())
         _, _, token = self.chosen()
         self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
-        # A job without its document waits long for it.
+        # Not wait_for_jobs(): CUPS keeps a job that still lacks its document for a long time.
         until(lambda: len(self.cups.records()) > before, "the record of the job")
         records = self.cups.records()[before:]
         self.assertEqual([record.sha256 for record in records], [digest(SAMPLE)])

@@ -1,4 +1,4 @@
-"""A document that could not be printed: the dialog keeps it, reappears with its settings and shows the failure, as programs do not."""
+"""A document that could not be printed: the dialog keeps it, reappears with its settings and shows the failure, since programs do not."""
 
 import pathlib
 import unittest

@@ -201,7 +201,6 @@ class HostileTest(PortalCase):
                 until(dialog.is_gone, "the dialog to go")
         self.assertLess(self.resident() - before, MOST_GROWTH)
         self.assertLess(self.written, ROOM - ROOM_FOR_OTHERS + MEBI)
-        # Their copies have been removed.
         self.assert_it_still_prints()
 
     def test_a_document_beyond_the_users_limit_of_file_sizes_is_refused_with_a_message(self):

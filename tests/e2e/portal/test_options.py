@@ -1,4 +1,4 @@
-"""What programs report about themselves and their documents, and its effect in the dialog."""
+"""The options by which programs describe themselves and their documents, and the effect of these on the dialog and the job."""
 
 import pathlib
 import unittest

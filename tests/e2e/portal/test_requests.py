@@ -32,14 +32,14 @@ PAGE_SETUP = ("PPDName", "DisplayName", "Width", "Height", "MarginTop", "Orienta
 OPTIONS = ("modal", "accept_label", "supported_output_file_formats", "has_current_page", "has_selected_pages", "token")
 PARENTS = ("", "x11:", "x11:zzzz", "x11:ffffffffffffffff", "x11:12345", "wayland:", "wayland:abc", "a" * 100000)
 IDLE = 10  # seconds
-# Dialogs, open or hidden under a token.
+# The most dialogs at a time: open, or hidden while their tokens are valid.
 MOST_SESSIONS = 40
 # Settings that keep a program from doing what the printer does.
 NEUTRAL = {"n-copies": "1", "collate": "false", "reverse": "false", "page-set": "all", "number-up": "1"}
 
 
 class RequestsTest(PortalCase):
-    def test_a_programs_dialog_has_the_same_presets(self):
+    def test_a_programs_dialog_offers_the_users_presets(self):
         home = self.temporary_folder()
         around = {"XDG_CONFIG_HOME": str(home), "XDG_STATE_HOME": str(home)}
         self.trim("-d", "Morva", "--save-preset", "Booklet", "--set", "Valid=On", "--set", "Top=12", **around)
@@ -147,7 +147,7 @@ class RequestsTest(PortalCase):
         dialog.says("Top Margin:")
         self.assertFalse(any("Page 1" in label for label in dialog.labels()))
 
-    def test_the_dialog_takes_the_programs_settings_but_none_of_the_panels(self):
+    def test_the_dialog_takes_the_programs_settings_except_those_of_the_panel(self):
         self.start()
         settings = texts(n_copies="2", reverse="true", print_pages="ranges", page_ranges="1,3-4", scale="75", cups_MVTopMargin="12")
         call = self.client.prepare(settings | {"collate": GLib.Variant("i", 1)}, A4 | {"Orientation": GLib.Variant("s", "landscape")})
@@ -222,7 +222,7 @@ class RequestsTest(PortalCase):
         for end in ("Cancel", "leave"):
             with self.subTest(end):
                 client = Client()
-                _, _, token = self.results_of(self.asked(client))
+                _, _, token = self.results_of(self.prepare_and_press_print(client))
                 call = client.print(token=token)
                 dialog = self.shown()
                 if end == "Cancel":
@@ -233,7 +233,8 @@ class RequestsTest(PortalCase):
                 until(dialog.is_gone, "the dialog to go")
         self.assert_nothing_was_sent()
 
-    def asked(self, client, **more):
+    def prepare_and_press_print(self, client, **more):
+        """Requests a dialog, presses Print in it, and returns the call."""
         call = client.prepare(**more)
         self.shown().press("Print")
         return call
@@ -242,14 +243,14 @@ class RequestsTest(PortalCase):
         self.start()
         tokens = [self.chosen()[2] for _ in range(MOST_SESSIONS)]
         self.chosen()
-        # The oldest session had to end.
+        # The oldest session has ended.
         call = self.client.print(token=tokens[0])
         self.shown().press("Cancel")
         self.assertEqual(call.answer(), (CANCELLED, {}))
         self.assertEqual(self.client.print(token=tokens[-1]).answer(), (DONE, {}))
 
-    def ends_with(self, program, token):
-        """Asserts that, once the program has left the bus, a document with the token needs another dialog."""
+    def assert_invalid_after(self, program, token):
+        """Ends the program's connection to the bus, and asserts that a document with the token then needs another dialog."""
         program.leave()
         call = self.client.print(token=token)
         self.shown().press("Cancel")
@@ -259,15 +260,15 @@ class RequestsTest(PortalCase):
     def test_a_token_is_invalid_once_its_program_has_left_the_bus(self):
         self.start()
         program = Client()
-        _, _, token = self.results_of(self.asked(program))
-        self.ends_with(program, token)
+        _, _, token = self.results_of(self.prepare_and_press_print(program))
+        self.assert_invalid_after(program, token)
 
     def test_a_token_is_invalid_once_the_program_behind_the_portal_has_left_the_bus(self):
         self.start()
         program = Client()
         handle = f"{PLACE}/request/{program.bus.get_unique_name()[1:].replace('.', '_')}/its_token"
-        _, _, token = self.results_of(self.asked(self.client, handle=handle))
-        self.ends_with(program, token)
+        _, _, token = self.results_of(self.prepare_and_press_print(self.client, handle=handle))
+        self.assert_invalid_after(program, token)
 
     def test_an_unknown_token_opens_the_dialog(self):
         self.start()
@@ -487,7 +488,7 @@ class RequestsTest(PortalCase):
         self.client.print(token=token).answer()
         self.assertEqual(self.process.wait(patience.PATIENCE), 0)
 
-    def asked_while_it_ends(self):
+    def call_while_it_ends(self):
         """Makes a call that arrives exactly when the backend's idle time is over."""
         # Without privileges, its threads cannot restore the scheduling that is changed here, and GLib complains.
         self.expected = "Failed to set scheduler settings"
@@ -498,7 +499,7 @@ class RequestsTest(PortalCase):
                 os.sched_setscheduler(int(thread.name), os.SCHED_IDLE, os.sched_param(0))
         self.process.send_signal(signal.SIGSTOP)
         call = self.client.prepare()
-        # When it wakes, its idle time is over and a request is there.
+        # When it wakes, its idle time is over and a request is waiting.
         with self.assertRaises(subprocess.TimeoutExpired):
             self.process.wait(IDLE + 2)
         self.process.send_signal(signal.SIGCONT)
@@ -506,7 +507,7 @@ class RequestsTest(PortalCase):
 
     def test_a_request_that_arrives_while_the_backend_ends_is_answered(self):
         self.start()
-        call = self.asked_while_it_ends()
+        call = self.call_while_it_ends()
         self.shown().press("Print")
         _, _, token = self.results_of(call)
         self.assertEqual(self.client.print(token=token).answer(), (DONE, {}))
@@ -516,7 +517,7 @@ class RequestsTest(PortalCase):
         self.start()
         other = Client()
         other.ask(*BUS, "RequestName", GLib.Variant("(su)", (NAME, 0)))
-        call = self.asked_while_it_ends()
+        call = self.call_while_it_ends()
         self.shown().press("Print")
         self.results_of(call)
         other.leave()

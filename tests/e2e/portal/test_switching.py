@@ -276,7 +276,7 @@ class SwitchingTest(TerminalCase):
         self.does(*ON, notes=[missing])
         with self.session():
             result = self.fails(*STATUS, words=[missing, "the print backend of tandem-trim does not answer", "install the package tandem-trim-gtk"])
-        # It is already on.
+        # The switch is already on.
         self.assertNotIn("--applications on", result.stderr)
 
     def test_a_backend_that_ends_at_once_is_reported(self):
@@ -286,14 +286,14 @@ class SwitchingTest(TerminalCase):
             result = self.fails(*STATUS, words=["does not offer printing to applications", "the print backend of tandem-trim does not answer"])
         self.assertIn("journalctl --user -u tandem-trim-portal", result.stderr)
 
-    def test_for_a_portal_that_reads_another_folder_on_suggests_a_link(self):
+    def test_on_suggests_a_link_for_a_portal_that_reads_another_folder(self):
         self.version = "1.18.4"
         result = self.trim(*ON)
         own = self.folder / "data/xdg-desktop-portal/portals/tandemtrim.portal"
         if not pathlib.Path("/usr/share/xdg-desktop-portal/portals/tandemtrim.portal").exists():
             self.assertIn(f"ln -s {own} /usr/share/xdg-desktop-portal/portals", result.stderr)
 
-    def test_on_writes_nothing_for_a_portal_with_a_folder_of_backends_for_trials(self):
+    def test_on_writes_nothing_while_the_environment_sets_the_portals_folder_of_backends(self):
         self.more = {"XDG_DESKTOP_PORTAL_DIR": str(self.folder)}
         self.fails(*ON, words=["XDG_DESKTOP_PORTAL_DIR", str(self.folder), f"{PRINT}=tandemtrim"])
         self.assertEqual(self.files(), {})

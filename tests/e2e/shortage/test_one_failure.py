@@ -49,7 +49,7 @@ ERRORS = {
     "malloc": (errno.ENOMEM,),
 }
 
-# The PPD is made long in front of this line: a PPD cut off there would be valid, but without limits.
+# The PPD is made long before this line: a PPD cut off there would be valid, but without limits.
 LIMITS = "*MVMaxTandemTrimMarginTop:"
 FILLING = "*% A line of a long file.\n" * 4000
 SAVED = f"Dest Morva {MARGINS['Left']}=9\nDest Other media=a5\n"
@@ -65,7 +65,7 @@ USES = {
     "json": (*PRESET, "--json"),
     "list": ("--list",),
     "save a preset": ("-d", "Morva", *PANEL_SETTINGS, "--save-preset", "New"),
-    "save another under its name": ("-d", "Morva", *PANEL_SETTINGS, "--save-preset", "Kept"),
+    "replace a preset": ("-d", "Morva", *PANEL_SETTINGS, "--save-preset", "Kept"),
     "delete a preset": ("-d", "Morva", "--delete-preset", "Kept"),
     "list presets": ("-d", "Morva", "--list-presets"),
 }
@@ -95,7 +95,7 @@ class Failing:
 
 
 def spread(failures, count):
-    """Selects `count` failures at random, in turn from each pair of a use and a kind, so that even few of them have all kinds of calls."""
+    """Selects `count` failures at random, in turn from each pair of a use and a kind, so that even a few include every kind of call."""
     by_kind = collections.defaultdict(list)
     for failing in random.Random(SEED).sample(failures, len(failures)):
         by_kind[failing.use, failing.kind].append(failing)
@@ -128,12 +128,12 @@ class OneFailureTest(TerminalCase):
         super().setUp()
         self.home = self.cups.folder / "home"
         self.counts = self.temporary_folder() / "counts"
-        self.keep(SAVED)
+        self.save(SAVED)
         saved = self.trim("-d", "Morva", *each("--set", ["Valid=On", "Bottom=11"]), "--save-preset", "Kept")
         self.assertEqual(saved.returncode, 0, saved.stderr)
         self.kept = self.files()
 
-    def keep(self, saved):
+    def save(self, saved):
         (self.home / ".cups").mkdir(exist_ok=True)
         (self.home / ".cups/lpoptions").write_text(saved)
 

@@ -23,7 +23,7 @@ VALUES = {
     "media=size": "media=A5", "number-up=N": "number-up=2", "orientation-requested=N": "orientation-requested=4",
     "print-quality=N": "print-quality=5", "page-list": "1-2", "priority": "7", "title": "Title", "username": "amy",
 }  # fmt: skip
-# The environment variables that affect lp, more than its manual page lists: a value, and arguments and variables that show its effect.
+# The environment variables that affect lp, with some that its manual page omits: a value, and arguments and variables that show its effect.
 VARIABLES = {
     "LPDEST": ("Plain", [], {}),
     "PRINTER": ("Plain", [], {}),
@@ -83,7 +83,7 @@ SAVED = {
     "instances": ("Dest Plain/draft x-a=draft\nDest Plain x-a=plain\nDest Plain/draughts x-b=1\n", ""),
     "comments": ("# mine\nDest Plain x-a=1 # why\n  #\nDest Plain/draft x-a=\\#1 x-b=2#3\n", "#Dest Plain x-c=1\n"),
     "odd quoting": ("Dest Plain x-a='two words' x-b=\"it\\'s\" x-c=a\\ b x-d=',' x-f=end\\ \n", "Dest Plain {x-g=1 x-h=2}\n"),
-    "a brace behind two blanks": ("Dest Plain  {x-a=1 x-b=2}\n", ""),
+    "a brace after two blanks": ("Dest Plain  {x-a=1 x-b=2}\n", ""),
     "an open quote": ("Dest Plain x-a='one x-b=2\nDest Plain/draft x-a=\"\n", ""),
     "an empty keyword": ("Dest Plain x-a=1 =2 x-b=3\n", ""),
     "lines as on DOS": ("Dest Plain x-a=1\r\nDest Plain/draft x-a=2\r\n", "Dest Plain x-b=1\rDest Plain/draft x-b=2\r"),
@@ -103,7 +103,7 @@ SAVED = {
 }
 # Names that find and xargs pass on unchanged.
 NAMES = ["a.pdf", "[b,c].pdf", "größe=%%{}.pdf"]
-# Writes down each exit status, as xargs returns only one.
+# Records each exit status, since xargs returns only one.
 PIPELINE = """find . -name '*.pdf' | sort | xargs -n1 sh -c '"$@"; echo $? >>"$0"' "$0" "$@" """
 
 
@@ -172,7 +172,7 @@ class AsLpTest(TerminalCase):
     # Options.
 
     def rows(self):
-        """What docs/lp.md says about each option and variable. Asserts that none has two rows."""
+        """What docs/lp.md says about each option and variable. Asserts that each has only one row."""
         rows = re.findall(r"^\| (`.*?`) \| (.+) \|$", COMPARISON.read_text(), re.MULTILINE)
         cells = [(cell, here) for cells, here in rows for cell in re.findall(r"`([^`]+)`", cells)]
         self.assertEqual(len(dict(cells)), len(cells), "something has two rows")
@@ -205,7 +205,7 @@ class AsLpTest(TerminalCase):
     def test_every_variable_of_lp_is_documented_and_has_the_same_effect(self):
         rows = self.rows()
         self.assertEqual({row for row in rows if re.fullmatch("[A-Z_]+", row)}, set(VARIABLES))
-        self.trim("-E", "--list")  # The server makes its key.
+        self.trim("-E", "--list")  # makes the server create its key
         for variable, (value, arguments, around) in VARIABLES.items():
             with self.subTest(variable):
                 self.assertRegex(rows[variable], "^the same")
@@ -255,7 +255,7 @@ class AsLpTest(TerminalCase):
         self.assertEqual(*mails)
         self.assertTrue(mails[0]["notify-recipient-uri"][0].startswith("mailto:amy@"))
 
-    # What is saved.
+    # Saved options.
 
     def save(self, user, system):
         for file, text in ((".cups/lpoptions", user), ("lpoptions", system)):
@@ -263,7 +263,7 @@ class AsLpTest(TerminalCase):
             path.parent.mkdir(exist_ok=True)
             path.write_bytes(text.encode())
 
-    def test_what_is_saved_leaves_the_same_job(self):
+    def test_saved_options_make_the_same_job(self):
         for what, files in SAVED.items():
             self.save(*files)
             for place in (["-d", "Plain"], ["-d", "plain/draft"], []):
@@ -271,7 +271,7 @@ class AsLpTest(TerminalCase):
                     our, lp = self.beside(*place, SAMPLE)
                     self.assertEqual(our.returncode, lp.returncode, our.stderr + lp.stderr)
 
-    def test_what_is_saved_for_the_servers_default_printer_leaves_the_same_job(self):
+    def test_saved_options_of_the_servers_default_printer_make_the_same_job(self):
         self.cups.add_queue("Usual", PPD, enabled=False)
         self.addCleanup(self.cups.remove, "Usual")
         for option in (["-d", "Usual"], ["-p", "Usual", "-o", "x-own-default=text", "-o", "copies-default=3"]):
@@ -297,7 +297,7 @@ class AsLpTest(TerminalCase):
 
     # The printers.
 
-    def test_an_instance_is_what_follows_the_last_slash(self):
+    def test_the_instance_follows_the_last_slash(self):
         for name in ("Plain/draft/x", "Plain//draft"):
             with self.subTest(name):
                 our, lp = self.beside("-d", name, SAMPLE)

@@ -28,13 +28,13 @@ COMPLETED = {
     "--reset-d": "--reset-defaults ",
     "-d Morva sam": "-d Morva sample.pdf ",
     "-d Morva -- --sum": "-d Morva -- --sum",  # the beginning of a file's name
-    "-d Fold --set Fold=Z": "-d Fold --set Fold=Z",  # another family, without a folding by this name
+    "-d Fold --set Fold=Z": "-d Fold --set Fold=Z",  # a printer of another family, whose setting has no such choice
 }
 # All differ in their first two letters.
 ODD_NAMES = [
     "My Printer", "It's", 'Say"so"', "Cash$HOME", "Back\\slash", "Größe", "Tick`id`", "Semi;touch made", "Paren(x)", "Glob*", "Eq=a:b", "Quest~?", "Hash#1",
 ]  # fmt: skip
-# What is typed of a name (by its index): some examples, and the first two letters of all with and without an opening quote.
+# Typed beginnings of names, each with the name's index: some examples, and the first two letters of every name with and without a quote.
 TYPED = [('"My Pri', 0), ("'My Pri", 0), ("My\\ Pri", 0), ("'Cash$HO", 3), ('"Cash\\$HO', 3), ("Back\\\\sl", 4), ("Grö", 5), ("Eq=a", 10)]
 TYPED += [(quote + name[:2], number) for number, name in enumerate(ODD_NAMES) for quote in ("", '"', "'")]
 # Takes the program's place: passes on its completions, and prints the arguments that the shell makes of the command line.
@@ -50,7 +50,7 @@ def named(names):
     return fake_server.answer(ipp.beginning(0) + b"".join(printers) + bytes([ipp.END]))
 
 
-class PrintersTest(TerminalCase):
+class CompletionCase(TerminalCase):
     """Completion at a print server with a printer of another family and one with an odd name."""
 
     @classmethod
@@ -60,8 +60,8 @@ class PrintersTest(TerminalCase):
         cls.cups.add_queue(ODD, PPD)
 
 
-class AnswersTest(PrintersTest):
-    """The program's own answers."""
+class AnswersTest(CompletionCase):
+    """What the program prints for --complete."""
 
     def words(self, *words, **variables):
         result = self.trim("--complete", *words, **variables)
@@ -126,7 +126,7 @@ class AnswersTest(PrintersTest):
         server = "{}:{}".format(*self.cups.address)
         for words in (["-h", server], [f"-h{server}"]):
             self.assertEqual(self.words(*words, "-d", "M", CUPS_SERVER="127.0.0.1:1"), ["Morva"])
-        self.trim("-E", "--list")  # The server makes its key.
+        self.trim("-E", "--list")  # makes the server create its key
         for options, is_plain in (([], True), (["-E"], False)):
             with self.subTest(options), Overhearing(self.cups.address) as relay:
                 self.assertEqual(set(self.words(*options, "-U", "amy", "-d", "Morva", "--set", "", CUPS_SERVER=relay.address)), SETTINGS)
@@ -147,7 +147,7 @@ class AnswersTest(PrintersTest):
                 self.assertLess(took, 3)
 
 
-class ShellsTest(PrintersTest):
+class ShellsTest(CompletionCase):
     """Completion in shells, with the installed files."""
 
     def setUp(self):
