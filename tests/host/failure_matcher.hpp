@@ -8,7 +8,7 @@
 
 namespace tandemtrim::test {
 
-/// Returns the failure that `call` raises. The test fails if it raises none.
+/// Returns the Failure that `call` throws. Fails the test if it throws nothing.
 template <class Call>
 host::Failure failureOf(Call call) {
   try {

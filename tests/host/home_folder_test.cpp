@@ -9,7 +9,7 @@
 namespace tandemtrim::host {
 namespace {
 
-TEST(TheHomeFolder, IsTheUsersOwnWhereNoVariableNamesAnother) {
+TEST(TheHomeFolder, IsTheUsersOwnUnlessHomeNamesAnother) {
   const std::string before = std::getenv("HOME");
   setenv("HOME", "/elsewhere", 1);
   EXPECT_EQ(homeFolder(), "/elsewhere");

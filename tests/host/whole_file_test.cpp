@@ -11,7 +11,7 @@ namespace {
 using test::failureOf;
 using testing::HasSubstr;
 
-TEST(AFile, IsReadUpToTheLengthThatItMayHave) {
+TEST(AFile, IsReadOnlyUpToTheAllowedLength) {
   const test::TemporaryFolder folder;
   const auto file = folder.write("file", std::string(5000, 'x'));
   EXPECT_EQ(readWholeFile(file, 5000), std::string(5000, 'x'));
@@ -19,8 +19,8 @@ TEST(AFile, IsReadUpToTheLengthThatItMayHave) {
   EXPECT_EQ(readWholeFile(folder.path() / "missing", 1), std::nullopt);
 }
 
-// No process has memory at address 0.
-TEST(AFile, WhoseDiskFailsIsNamed) {
+// Reading this file fails, as no process has memory at address 0.
+TEST(AFile, ThatCannotBeReadIsNamed) {
   EXPECT_THAT(failureOf([] { readWholeFile("/proc/self/mem", 1 << 20); }).what(),
               HasSubstr("/proc/self/mem cannot be read"));
 }

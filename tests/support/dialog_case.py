@@ -37,12 +37,12 @@ def of_pages(options):
     return {keyword: value for keyword, value in options.items() if keyword in PAGES}
 
 
-INSIDE = 12  # pixels from the end of an entry to a click in it
+INSIDE = 12  # pixels from the edge of an entry to a click in it
 RANGES = "Specify one or more page ranges"  # the name of the entry for page ranges
 # The options of the dialog's own pages.
 PAGES = ("PageSize", "media", "orientation-requested", "landscape", "OutputOrder", "Collate", "number-up", "page-set")
 PAGES += ("number-up-layout", "page-ranges", "copies", "Duplex", "sides")
-# The roles that "entry" means: wherever a user types.
+# The roles that look() finds as "entry": those of controls in which a user types.
 ENTRIES = {"text", "spin button"}
 
 
@@ -74,14 +74,14 @@ class PrintDialog:
         roles = ENTRIES if role == "entry" else {role}
         nodes = [node for node in self.nodes() if node.role in roles]
         named = (node for node in nodes if title_of(node) == name)
-        holding = (node for node in nodes if name in title_of(node) or name in node.description)
-        return next(named, None) or next(holding, None)
+        containing = (node for node in nodes if name in title_of(node) or name in node.description)
+        return next(named, None) or next(containing, None)
 
     def find(self, role, name):
         return until(lambda: self.look(role, name), f"{role} {name!r}")
 
     def find_live(self, role, name):
-        """Waits until the node of this role and name is sensitive."""
+        """Waits until the node of this role and name is sensitive, and returns it."""
 
         def live():
             node = self.look(role, name)
@@ -213,7 +213,7 @@ class PrintDialog:
         self.keys(*keys, "Return")
 
     def look_behind(self, label, role):
-        """The first node of this role behind a label: the toolkit does not name the controls that it makes for a PPD."""
+        """The first node of this role after a label. Finds the controls that the toolkit makes for a PPD, which have no names."""
         nodes = self.nodes()
         for place, node in enumerate(nodes):
             if node.role == "label" and node.name == f"{label}:":

@@ -49,7 +49,7 @@ class FakePrintSettings : public platform::PrintSettings {
   std::map<std::string, std::string, std::less<>> values;
   platform::OSStatus readStatus = platform::kNoError;
   platform::OSStatus writeStatus = platform::kNoError;
-  /// "get key", "set key=value", "remove key".
+  /// "get key", "set key=value" or "remove key", the last two with " locked" appended if requested.
   mutable Log log;
 };
 

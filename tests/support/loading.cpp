@@ -1,5 +1,5 @@
-// Excludes what libraries allocate while they load from the search for leaks, and keeps all libraries loaded
-// so that the report can name their functions.
+// The search for leaks ignores what libraries allocate while they load. All libraries stay loaded, so that
+// the report can name their functions.
 
 #include <dlfcn.h>
 #include <sanitizer/lsan_interface.h>

@@ -1,7 +1,7 @@
 #!/usr/bin/python3 -Es
 """Runs a command in a test's surroundings on its own screen and session bus: on_own_screen.py [VARIABLE=VALUE ...] COMMAND [ARGUMENT ...]
 
-The screen is an X server's; with TANDEM_TRIM_SCREEN=wayland, a small one of a Wayland compositor.
+The screen belongs to an X server or, with TANDEM_TRIM_SCREEN=wayland, to a Wayland compositor, whose screen is smaller.
 """
 
 import ctypes
@@ -16,17 +16,18 @@ import surroundings
 
 PR_SET_CHILD_SUBREAPER = 36
 XVFB = ("Xvfb", "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset")
-# No input device, no X server, and windows as large as the screen. Sway prints its display's name once it is ready.
+# No X server, and windows as large as the screen. Sway prints the name of its display once it is ready.
 SWAY_SETTINGS = """\
 xwayland disable
 output HEADLESS-1 resolution 1024x600
 default_border none
 exec echo $WAYLAND_DISPLAY
 """
+# Sway needs neither a monitor nor a graphics card nor an input device.
 SWAY_VARIABLES = {"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1"}
 # Sway does not run as root.
 ORDINARY_USER = ("setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups")
-# Keeps a virtual keyboard plugged in: with none, programs begin to listen too late for the first keys that a test presses.
+# Keeps a virtual keyboard plugged in: without one, programs begin to listen too late for the first keys that a test presses.
 KEYBOARD = ("wtype", "-s", "3600000")
 
 
@@ -76,7 +77,6 @@ SCREENS = {"x": start_x, "wayland": start_wayland}
 
 
 def start_bus(environment):
-    """Starts a session bus."""
     command = ("dbus-daemon", "--session", "--nofork", "--print-address")
     with surroundings.services_log(environment) as log:
         bus = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=log, text=True)

@@ -1,4 +1,4 @@
-"""How long tests wait for an event: so long that even the slowest machine is in time, so one limit serves everywhere."""
+"""How long tests wait for an event: one limit for all machines, long enough for the slowest."""
 
 import time
 

@@ -1,7 +1,7 @@
 """A running program as a screen reader sees it: its windows and their visible contents, through the accessibility bus.
 
-Reading everything takes one call, and a few more after a change: in one answer, GTK returns all nodes that were ever requested.
-They are compared with the known children of each node.
+GTK returns all nodes that were ever requested in one answer, so reading everything takes two calls: one for these nodes, one for the
+windows. The children of a node are requested again only if their number has changed, or one of them is gone or hidden.
 """
 
 import dataclasses
@@ -94,7 +94,7 @@ class Program:
         return _nodes(tree, known)[0].inside
 
     def made(self):
-        """The paths of all its objects, visible or not."""
+        """The paths of all its objects that were ever requested, visible or not."""
         return set(self._known()[0])
 
     def _known(self):
@@ -149,7 +149,7 @@ def _paths(tree):
 
 
 def _nodes(tree, known):
-    """A list of the tree's node, empty when the node is gone."""
+    """A list with the tree's node; empty if the node is gone."""
     path, inside = tree
     if path not in known:
         return []

@@ -85,7 +85,7 @@ def of_this_test(names):
 
 
 def fonts(folder, font=FONT, more=""):
-    """Writes settings into a new folder that give programs only this font ("family points"), with `more` lines of GTK's settings.
+    """Writes settings that give programs only this font ("family points") into a new folder, with `more` lines of GTK's settings.
     Returns the variables by which programs find them."""
     family, points = re.fullmatch(r"(.+) (\d+)", font).groups()
     (folder / "fonts").mkdir(parents=True)

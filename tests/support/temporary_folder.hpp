@@ -26,7 +26,7 @@ class TemporaryFolder {
 
   [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 
-  /// Writes a file, makes the folders above it, and returns its full path.
+  /// Writes a file, with the folders that it needs, and returns its full path.
   std::string write(const std::filesystem::path& name, const std::string& text) const {
     const auto full = path_ / name;
     std::filesystem::create_directories(full.parent_path());

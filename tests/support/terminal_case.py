@@ -47,7 +47,7 @@ ACTS_THAT_CHANGE = ["Valid=On", "Direction=ShortEdgeFeed", "Position=Left", "Top
 
 
 def each(option, values):
-    """The values as arguments, each behind the same command-line option."""
+    """The values as arguments, each after the same command-line option."""
     return [word for value in values for word in (option, value)]
 
 
@@ -130,7 +130,7 @@ class TerminalCase(unittest.TestCase):
         return self.cups.environment() | {"TANDEM_TRIM_PLUGIN_PATH": str(BUILD)} | around | more
 
     def trim(self, *arguments, program=PROGRAM, stdin=None, **variables):
-        """Runs the program to its end, without standard input unless `stdin` is set, and returns its result as str."""
+        """Runs the program to its end, without standard input unless `stdin` is set, and returns its result with decoded texts."""
         result = subprocess.run(
             [program, *arguments],
             **({"stdin": subprocess.DEVNULL} if stdin is None else {"input": stdin}),

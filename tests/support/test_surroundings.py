@@ -1,4 +1,4 @@
-"""The surroundings that all tests run in, as a test's program finds them."""
+"""The surroundings that all tests run in, as programs find them there."""
 
 import itertools
 import json
@@ -27,7 +27,7 @@ def environment(*command, **variables):
 
 
 class SurroundingsTest(unittest.TestCase):
-    def test_nothing_of_the_callers_environment_reaches_a_test(self):
+    def test_a_hostile_environment_of_the_caller_does_not_reach_a_test(self):
         def comparable(found):
             """Leaves out what differs from run to run."""
             of_run = ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SESSION_BUS_PID")
@@ -37,7 +37,7 @@ class SurroundingsTest(unittest.TestCase):
             with self.subTest(launcher):
                 self.assertEqual(comparable(environment(HOSTILE, *launcher)), comparable(environment(*launcher)))
 
-    def test_the_sanitizers_options_and_the_seed_reach_a_test(self):
+    def test_the_sanitizers_options_the_seed_and_the_mutant_reach_a_test(self):
         kept = {"ASAN_OPTIONS": "a=1", "LSAN_OPTIONS": "b=2", "TANDEM_TRIM_SEED": "3", "TANDEM_TRIM_MUTANT": "4"}
         self.assertLessEqual(kept.items(), environment(LAUNCHER, **kept).items())
 

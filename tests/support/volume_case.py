@@ -24,7 +24,7 @@ SEED = int(os.environ.get("TANDEM_TRIM_SEED", random.SystemRandom().randrange(1 
 PRINTERS = [f"Morva{number}" for number in range(4)]
 MANY = 100  # with fewer jobs, a larger share of connections is cut
 SEVERAL = 4  # programs or dialogs that print at the same time
-MOST_FILES, MOST_OF_A_JOB = 1 << 22, 10_000  # bytes of the server's files, and more of them for each job
+MOST_FILES, MOST_OF_A_JOB = 1 << 22, 10_000  # bytes: the limit of the server's files, and what each job adds to it
 MOST_LOG = 100_000  # characters of the server's log that a failure shows
 
 
@@ -40,7 +40,7 @@ class Job:
 
 @dataclasses.dataclass(frozen=True)
 class Received:
-    """A job as the filter got it."""
+    """A job as the filter received it."""
 
     number: int
     printer: str
@@ -79,14 +79,14 @@ class ManyJobs:
         return jobs
 
     def received(self):
-        """Yields the jobs that filters have got so far."""
+        """Yields the jobs that filters have received so far."""
         path = self.cups.folder / "records/lines"
         for line in path.read_text().splitlines() if path.exists() else []:
             number, printer, title, size, options = line.split("\t")
             yield Received(int(number), printer, title, int(size), parse_options(options))
 
     def left(self):
-        """Returns the jobs that stay at the server unprinted."""
+        """Waits while the server prints jobs, and returns those that it does not print."""
         while left := self.cups.jobs("not-completed"):
             try:
                 until(lambda: self.cups.jobs("not-completed") != left, "the end of a job")
@@ -104,7 +104,7 @@ class ManyJobs:
         )
 
     def faults(self, jobs, confirmed):
-        """Yields a text for each difference between what is confirmed and what the filters have got."""
+        """Yields a text for each difference between the confirmed jobs and those that the filters received."""
         planned = {job.title: job for job in jobs}
         received = {}
         for each in self.received():

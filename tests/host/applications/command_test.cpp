@@ -31,12 +31,12 @@ TEST(ACommand, ThatASignalEndsHasFailed) {
   EXPECT_TRUE(ended.inTime && ended.isInstalled);
 }
 
-TEST(ACommand, IsReadToItsEndHoweverMuchItSaysAtLast) {
+TEST(ACommand, HasAllItsOutputReadEvenAfterItsEnd) {
   const auto done = runCommand({"sh", "-c", "head -c 60000 /dev/zero | tr '\\0' x"}, 60s);
   EXPECT_EQ(done.said, std::string(60000, 'x'));
 }
 
-TEST(ACommand, IsFollowedThroughASignal) {
+TEST(ACommand, IsWaitedForDespiteSignals) {
   struct sigaction before {};
   struct sigaction nothing {};
   nothing.sa_handler = [](int) {};
@@ -51,18 +51,18 @@ TEST(ACommand, IsFollowedThroughASignal) {
   EXPECT_EQ(done.said, "done\n");
 }
 
-TEST(ACommand, ThatCannotBeStartedIsNotMissing) {
+TEST(ACommand, ThatCannotBeStartedIsNotReportedAsMissing) {
   rlimit files{};
   getrlimit(RLIMIT_NOFILE, &files);
-  const rlimit none{0, files.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &none);
+  const rlimit noFiles{0, files.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &noFiles);
   const auto failed = runCommand({"true"}, 60s);
   setrlimit(RLIMIT_NOFILE, &files);
   EXPECT_FALSE(failed.succeeded);
   EXPECT_TRUE(failed.isInstalled);
 }
 
-TEST(ACommand, IsReportedAsNotInstalledWhereNoProgramHasItsName) {
+TEST(ACommand, IsReportedAsNotInstalledIfNoProgramHasItsName) {
   const auto missing = runCommand({"tandem-trim-no-such-program"}, 60s);
   EXPECT_FALSE(missing.succeeded || missing.isInstalled);
   EXPECT_TRUE(runCommand({"/"}, 60s).isInstalled);
@@ -83,7 +83,7 @@ TEST(ACommand, IsKilledWithItsChildrenWhenItTakesTooLong) {
   EXPECT_FALSE(isRunning());
 }
 
-TEST(ACommand, IsDoneThoughAChildKeepsItsOutputOpen) {
+TEST(ACommand, IsDoneEvenIfAChildKeepsItsOutputOpen) {
   const auto start = std::chrono::steady_clock::now();
   EXPECT_TRUE(runCommand({"sh", "-c", "sleep 5 & echo done"}, 60s).succeeded);
   EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);

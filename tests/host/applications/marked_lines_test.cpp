@@ -50,12 +50,12 @@ TEST(MarkedLines, HaveTheLineEndsOfTheFile) {
     EXPECT_EQ(text[at - 1], '\r');
 }
 
-TEST(MarkedLines, LeaveLinesThatWereAddedBehindThem) {
+TEST(MarkedLines, LeaveLinesThatWereAddedAfterThem) {
   auto text = withMarkedLines("a=b", kLines, Before::file) + "c=d\n";
   EXPECT_EQ(partMarkedLines(text, "file").own, "a=b\nc=d\n");
 }
 
-TEST(MarkedLines, AreRefusedWhereAMarkIsMissing) {
+TEST(MarkedLines, AreRefusedIfAMarkIsMissing) {
   const auto text = withMarkedLines("a=b\n", kLines, Before::file);
   const auto second = text.find('\n', text.find("# Lines")) + 1;
   const auto last = text.rfind("# End");

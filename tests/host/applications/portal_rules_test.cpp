@@ -23,7 +23,7 @@ TEST(ThePortalsVersion, IsReadFromItsProgramsOutput) {
   EXPECT_EQ(versionIn("99999999999999.1"), std::nullopt);
 }
 
-// A portal whose folders of the user and of the system are named by variables.
+// A portal that finds the user's and the system's folders by variables.
 class ThePortal : public testing::Test {
  protected:
   ThePortal() {
@@ -109,7 +109,7 @@ TEST_F(ThePortal, TakesTheBackendThatItsSettingsName) {
   }
 }
 
-TEST_F(ThePortal, TakesTheDesktopsBackendWhereThereAreNoSettings) {
+TEST_F(ThePortal, TakesTheDesktopsBackendIfThereAreNoSettings) {
   for (const auto version : {kOld, kNew}) {
     EXPECT_EQ(chosen(version).name, "gtk");
     variables_["XDG_CURRENT_DESKTOP"] = "tandemtrimtest:GNOME";
@@ -119,13 +119,13 @@ TEST_F(ThePortal, TakesTheDesktopsBackendWhereThereAreNoSettings) {
   }
 }
 
-TEST_F(ThePortal, ReadsTheSettingsOfADesktopByItsNameInSmallLetters) {
+TEST_F(ThePortal, ReadsTheSettingsOfADesktopByItsLowerCaseName) {
   variables_["XDG_CURRENT_DESKTOP"] = "X-Desk2";
   const auto ofDesktop = settings("XDG_CONFIG_HOME", "x-desk2-portals.conf", "");
   EXPECT_EQ(userSettings(places()), ofDesktop);
 }
 
-TEST_F(ThePortal, TakesAnEmptyVariableForNone) {
+TEST_F(ThePortal, TreatsAnEmptyVariableAsUnset) {
   variables_["XDG_DATA_DIRS"] = "";
   EXPECT_THAT(places().dataFolders, ElementsAre("/usr/local/share", "/usr/share"));
 }

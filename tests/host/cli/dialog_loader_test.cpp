@@ -19,7 +19,7 @@ class TheDialog : public testing::Test {
   CommandLine line;
 };
 
-TEST_F(TheDialog, IsShownForFilesWhereThereIsAScreen) {
+TEST_F(TheDialog, IsShownForFilesIfThereIsAScreen) {
   EXPECT_TRUE(wantsDialog(line));
   setenv("DISPLAY", "", 1);
   EXPECT_FALSE(wantsDialog(line));
@@ -40,19 +40,19 @@ TEST_F(TheDialog, IsNotShownForStandardInput) {
   }
 }
 
-TEST_F(TheDialog, IsShownWhereTheCommandLineNamesSettingsOfTheJob) {
+TEST_F(TheDialog, IsShownIfTheCommandLineHasOptionsOfTheJob) {
   line.options = {{"copies", "2"}, {"job-priority", "7"}};
   line.title = "Title";
   line.printer = "Morva";
   EXPECT_TRUE(wantsDialog(line));
 }
 
-TEST_F(TheDialog, IsNotShownWhereTheCommandLineSetsThePanel) {
+TEST_F(TheDialog, IsNotShownIfTheCommandLineSetsThePanel) {
   line.inputs = {{"Top", "12"}};
   EXPECT_FALSE(wantsDialog(line));
 }
 
-TEST_F(TheDialog, IsNotShownWhereTheCommandLineAsksForOutput) {
+TEST_F(TheDialog, IsNotShownIfTheCommandLineHasAnOptionForTheTerminal) {
   for (bool CommandLine::*option :
        {&CommandLine::summary, &CommandLine::json, &CommandLine::force, &CommandLine::saveAsDefault,
         &CommandLine::withoutPanel, &CommandLine::silent, &CommandLine::lenient, &CommandLine::wait}) {
@@ -62,7 +62,7 @@ TEST_F(TheDialog, IsNotShownWhereTheCommandLineAsksForOutput) {
   }
 }
 
-TEST_F(TheDialog, ObeysItsSwitchAboveAllElse) {
+TEST_F(TheDialog, ObeysItsSwitchBeforeAllElse) {
   line.dialog = false;
   EXPECT_FALSE(wantsDialog(line));
   line.dialog = true;

@@ -69,7 +69,7 @@ TEST(ASummary, OfAPrinterWithoutThePanelIsEmpty) {
   EXPECT_EQ(out.str(), "");
 }
 
-TEST(ShownOptions, CanBePastedBehindLp) {
+TEST(ShownOptions, CanBePastedAfterLp) {
   std::ostringstream out;
   showOptions(out, sample().options);
   EXPECT_EQ(out.str(), "-o media=A4\n-o MVTopMargin=5\n-o 'note=\"two words\"'\n");

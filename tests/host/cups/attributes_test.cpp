@@ -51,7 +51,7 @@ std::string found(const MessageHandle& message) {
   return kinds;
 }
 
-TEST(AnAttribute, IsReadInItsOwnType) {
+TEST(AnAttribute, IsReadAsItsOwnType) {
   EXPECT_EQ(textIn(text(IPP_TAG_TEXT, "ready"), kName), "ready");
   EXPECT_EQ(integerIn(number(IPP_TAG_INTEGER, -7), kName), -7);
   EXPECT_EQ(enumIn(number(IPP_TAG_ENUM, 5), kName), 5);
@@ -70,7 +70,7 @@ TEST(AnAttribute, OfAnyKindOfTextIsReadAsText) {
   }
 }
 
-TEST(AnAttribute, IsNotFoundInAnotherType) {
+TEST(AnAttribute, IsNotFoundAsAnotherType) {
   EXPECT_EQ(found(number(IPP_TAG_INTEGER, 7)), "i");
   EXPECT_EQ(found(number(IPP_TAG_ENUM, 7)), "e");
   EXPECT_EQ(found(boolean(true)), "b");
@@ -84,7 +84,7 @@ TEST(AnAttribute, IsNotFoundInAnotherType) {
             "");
 }
 
-TEST(AnAttribute, IsNotFoundWithoutAValueOrWhereItIsMissing) {
+TEST(AnAttribute, IsNotFoundIfItOrItsValueIsMissing) {
   for (const auto type : {IPP_TAG_NOVALUE, IPP_TAG_UNKNOWN, IPP_TAG_DEFAULT})
     EXPECT_EQ(found(outOfBand(type)), "") << ippTagString(type);
   EXPECT_EQ(found(text(IPP_TAG_TEXT, nullptr)), "");
@@ -92,7 +92,7 @@ TEST(AnAttribute, IsNotFoundWithoutAValueOrWhereItIsMissing) {
   EXPECT_EQ(found(nullptr), "");
 }
 
-TEST(ARequest, IsRefusedWhereAValueOfItIsMissing) {
+TEST(ARequest, IsRefusedIfItLacksAValue) {
   EXPECT_NO_THROW(refuseIncomplete(text(IPP_TAG_NAME, "it")));
   EXPECT_NO_THROW(refuseIncomplete(number(IPP_TAG_INTEGER, 1)));
   EXPECT_THROW(refuseIncomplete(text(IPP_TAG_NAME, nullptr)), std::bad_alloc);
@@ -101,7 +101,7 @@ TEST(ARequest, IsRefusedWhereAValueOfItIsMissing) {
   EXPECT_THROW(refuseIncomplete(nullptr), std::bad_alloc);
 }
 
-TEST(Texts, AreReadFromAllAttributesOfTheName) {
+TEST(Texts, AreReadFromAllAttributesOfThatName) {
   const MessageHandle message(ippNew());
   const auto add = [&](ipp_tag_t type, const char* value) {
     ippAddString(message.get(), IPP_TAG_PRINTER, type, "printer-name", nullptr, value);

@@ -16,8 +16,9 @@ class FileOfACertificate : public testing::TestWithParam<const char*> {};
 
 TEST_P(FileOfACertificate, IsTheOneThatLibcupsWrites) {
   const test::TemporaryFolder folder;
-  const std::unique_ptr<cups_array_t, EndedBy<httpFreeCredentials>> none(cupsArrayNew(nullptr, nullptr));
-  ASSERT_EQ(httpSaveCredentials(folder.path().c_str(), none.get(), GetParam()), 0);
+  const std::unique_ptr<cups_array_t, EndedBy<httpFreeCredentials>> noCredentials(
+      cupsArrayNew(nullptr, nullptr));
+  ASSERT_EQ(httpSaveCredentials(folder.path().c_str(), noCredentials.get(), GetParam()), 0);
   EXPECT_EQ(fs::directory_iterator(folder.path())->path(), certificateFile(folder.path(), GetParam()));
 }
 

@@ -116,7 +116,7 @@ std::string incompletenessOf(const Described& described, const JobContent& sent)
   return reportOf(described, sent).incomplete;
 }
 
-TEST(AJob, IsIncompleteWhereTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
+TEST(AJob, IsIncompleteIfTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
   const JobContent sent{{}, 2, 2049};
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 1, 3}, sent), "1 of 2 documents");
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_COMPLETED, "none", 1, 3}, sent), "1 of 2 documents");
@@ -125,7 +125,7 @@ TEST(AJob, IsIncompleteWhereTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_HELD, "job-incoming", 2, 3}, sent), "not yet the last document");
 }
 
-TEST(AJob, MayBeArrivingUntilTheServerHasCountedItsDocumentsOrSaysThatItIsComing) {
+TEST(AJob, MayBeArrivingUnlessTheServerHasAllDocumentsAndExpectsNoMore) {
   const JobContent sent{{}, 2, 2049};
   EXPECT_TRUE(reportOf({IPP_JSTATE_PENDING, "none", 1, 3}, sent).isArriving);
   EXPECT_TRUE(reportOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent).isArriving);
@@ -134,7 +134,7 @@ TEST(AJob, MayBeArrivingUntilTheServerHasCountedItsDocumentsOrSaysThatItIsComing
   EXPECT_FALSE(reportOf({IPP_JSTATE_PENDING, "none", 2, 3}, sent).isArriving) << "it is whole";
 }
 
-TEST(AJob, IsIncompleteWhereTheServerNeitherAnsweredNorCounts) {
+TEST(AJob, IsIncompleteIfTheServerNeitherAnsweredNorCounts) {
   const JobContent sent{{}, 1, 2048, false};
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", std::nullopt, std::nullopt}, sent),
             "an unknown part");
@@ -149,7 +149,7 @@ TEST(AJob, HasEveryReasonForItsStateInTheServersOrder) {
   EXPECT_EQ(reportedJob(job, {}).reasons, "job-printing,cups-waiting-for-paper");
 }
 
-TEST(AJob, IsNotDescribedByStatesAndNumbersThatAreNone) {
+TEST(AJob, IsNotDescribedByImpossibleStatesAndNumbers) {
   const ReportedJob unknown;
   for (const int state : {0, 2, 10, 1000})
     EXPECT_EQ(reportOf({static_cast<ipp_jstate_t>(state), "none", {}, {}}, {}).state, unknown.state) << state;
@@ -159,7 +159,7 @@ TEST(AJob, IsNotDescribedByStatesAndNumbersThatAreNone) {
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", -1, -1}, {{}, 1, 2048}), "");
 }
 
-TEST(AJob, IsCompleteWhereTheServerHasWhatWasSentOrMoreOrDoesNotCount) {
+TEST(AJob, IsCompleteIfTheServerHasWhatWasSentOrMoreOrDoesNotCount) {
   const JobContent sent{{}, 2, 2048};
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent), "");
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PROCESSING, "job-printing", 3, 9}, sent), "") << "with a banner";

@@ -18,7 +18,7 @@ namespace {
 using test::failureOf;
 using testing::HasSubstr;
 
-// A port of this machine that takes connections and never answers.
+// A port of this machine that accepts connections and never answers.
 class SilentServer {
  public:
   SilentServer() {

@@ -50,7 +50,9 @@ TEST_F(APpd, IgnoresDialogExtensionsThatLeadOutOfThePluginFolders) {
   EXPECT_THAT(dialogExtensions(*ppd), IsEmpty());
 }
 
-TEST_F(APpd, WithoutDialogExtensionNamesNone) { EXPECT_THAT(dialogExtensions(*open(kHeader)), IsEmpty()); }
+TEST_F(APpd, WithoutDialogExtensionNamesNoBundle) {
+  EXPECT_THAT(dialogExtensions(*open(kHeader)), IsEmpty());
+}
 
 TEST_F(APpd, CorrectsTheLetterCaseOfKeywords) {
   const auto ppd =

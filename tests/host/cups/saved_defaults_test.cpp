@@ -22,16 +22,16 @@
 
 namespace {
 
-// The file that this thread last flushed to the disk; the error with which flushing fails, or 0.
+// The file that this thread last flushed to the disk; the error of flushing, or 0 if it succeeds.
 thread_local struct stat flushed {};
-thread_local int failureOfFlushing = 0;
+thread_local int flushingError = 0;
 
 }  // namespace
 
-// Replaces the system's.
+// Replaces the C library's.
 extern "C" int fsync(int file) {
-  errno = failureOfFlushing;
-  if (failureOfFlushing != 0 || fstat(file, &flushed) != 0) return -1;
+  errno = flushingError;
+  if (flushingError != 0 || fstat(file, &flushed) != 0) return -1;
   return static_cast<int>(syscall(SYS_fsync, file));
 }
 
@@ -56,7 +56,7 @@ mode_t modeOf(const fs::path& file) {
 
 std::string withX(const std::string& text) { return text + "x"; }
 
-TEST(TheFileOfDefaultsName, IsMadeAsLibcupsMakesIt) {
+TEST(TheNameOfTheFileOfDefaults, IsTheOneThatLibcupsUses) {
   const std::string home = std::getenv("HOME");
   for (const char* folder : {"/home/user", "", "relative"}) {
     setenv("HOME", folder, 1);
@@ -71,7 +71,7 @@ class TheFileOfDefaults : public testing::Test {
   fs::path file_ = folder_.path() / ".cups/lpoptions";
 };
 
-TEST_F(TheFileOfDefaults, LosesNoneOfSeveralEditsMadeAtOnce) {
+TEST_F(TheFileOfDefaults, LosesNoEditOfSimultaneousWriters) {
   constexpr int kRounds = 200;
   constexpr std::size_t kWriters = 3;
   std::vector<std::thread> writers;
@@ -117,12 +117,12 @@ TEST_F(TheFileOfDefaults, KeepsItsOwner) {
   EXPECT_EQ(status.st_uid, owner);
 }
 
-TEST_F(TheFileOfDefaults, IsNotMadeWhereNothingChanges) {
+TEST_F(TheFileOfDefaults, IsNotMadeIfNothingChanges) {
   editFile(file_, [](const std::string& text) { return text; });
   EXPECT_FALSE(fs::exists(file_));
 }
 
-TEST_F(TheFileOfDefaults, StaysAsItIsWhereThereIsNoRoom) {
+TEST_F(TheFileOfDefaults, IsUnchangedIfThereIsNoRoom) {
   folder_.write(".cups/lpoptions", "before");
   struct rlimit limit {};
   getrlimit(RLIMIT_FSIZE, &limit);
@@ -138,7 +138,7 @@ TEST_F(TheFileOfDefaults, StaysAsItIsWhereThereIsNoRoom) {
     EXPECT_THAT(entry.path().filename(), testing::AnyOf("lpoptions", "lpoptions.lock"));
 }
 
-TEST_F(TheFileOfDefaults, IsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
+TEST_F(TheFileOfDefaults, IsOnTheDiskBeforeItReplacesTheOldOne) {
   folder_.write(".cups/lpoptions", "before");
   editFile(file_, withX);
   struct stat status {};
@@ -147,16 +147,16 @@ TEST_F(TheFileOfDefaults, IsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
   EXPECT_EQ(flushed.st_size, 7);
 }
 
-TEST_F(TheFileOfDefaults, StaysAsItIsWhereFlushingFails) {
+TEST_F(TheFileOfDefaults, IsUnchangedIfFlushingFails) {
   folder_.write(".cups/lpoptions", "before");
-  failureOfFlushing = EIO;
+  flushingError = EIO;
   const auto failure = failureOf([&] { editFile(file_, withX); });
-  failureOfFlushing = 0;
+  flushingError = 0;
   EXPECT_THAT(failure.what(), HasSubstr(file_.string() + " cannot be written: Input/output error"));
   EXPECT_EQ(textOf(file_), "before");
 }
 
-TEST_F(TheFileOfDefaults, IsReportedWhereItIsALinkToItself) {
+TEST_F(TheFileOfDefaults, IsReportedIfItIsALinkToItself) {
   fs::create_directory(file_.parent_path());
   fs::create_symlink("lpoptions", file_);
   const auto failure = failureOf([&] { editFile(file_, withX); });
@@ -165,7 +165,7 @@ TEST_F(TheFileOfDefaults, IsReportedWhereItIsALinkToItself) {
   EXPECT_TRUE(fs::is_symlink(file_));
 }
 
-TEST_F(TheFileOfDefaults, IsEditedWhereALinkLeads) {
+TEST_F(TheFileOfDefaults, IsEditedAtTheTargetOfALink) {
   const auto target = folder_.write("kept/elsewhere", "a");
   fs::create_directory(file_.parent_path());
   fs::create_symlink(target, file_);
@@ -189,7 +189,7 @@ TEST_F(TheFileOfDefaults, IsReportedWhenItCannotBeChanged) {
   EXPECT_THAT(failureOf([&] { editFile(file_, withX); }).what(), HasSubstr("lpoptions cannot be "));
 }
 
-TEST_F(TheFileOfDefaults, StaysAsItIsWhereAnEditFails) {
+TEST_F(TheFileOfDefaults, IsUnchangedIfAnEditFails) {
   folder_.write(".cups/lpoptions", "before");
   failureOf([&] { editFile(file_, [](const std::string&) -> std::string { throw Failure("no"); }); });
   EXPECT_EQ(textOf(file_), "before");

@@ -8,46 +8,46 @@ namespace {
 using testing::HasSubstr;
 
 // A job with seven options, in this state at the server.
-SentJob jobHeld(ipp_jstate_t state, const std::string& reasons, const std::string& incomplete,
-                const std::vector<LostOption>& lost) {
+SentJob jobInState(ipp_jstate_t state, const std::string& reasons, const std::string& incomplete,
+                   const std::vector<LostOption>& lost) {
   SentJob job{17, "Morva", 7, ReportedJob{state, reasons, "", 0, incomplete, lost}, {}};
   job.failure = objection(job, "the print server at desk:631");
   return job;
 }
 
 TEST(AJobsText, SaysHowManyOptionsAreConfirmed) {
-  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {})), "job 17 on Morva: 7 of 7 options confirmed");
-  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {{"a", "1", "2"}, {"b", "3", std::nullopt}})),
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_PENDING, "", "", {})), "job 17 on Morva: 7 of 7 options confirmed");
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_PENDING, "", "", {{"a", "1", "2"}, {"b", "3", std::nullopt}})),
             "job 17 on Morva: 5 of 7 options confirmed; lost: a (sent \"1\", the server holds \"2\"), b");
 }
 
 TEST(AJobsText, IsShortHoweverLongTheLostValues) {
   const std::string value(300, 'x');
-  const auto text = jobText(jobHeld(IPP_JSTATE_PENDING, "", "", {{"a", value, value}}));
+  const auto text = jobText(jobInState(IPP_JSTATE_PENDING, "", "", {{"a", value, value}}));
   EXPECT_THAT(text, testing::Not(HasSubstr(value)));
   EXPECT_THAT(text, HasSubstr("(sent \"" + value.substr(0, 200) + "...\", the server holds \"" +
                               value.substr(0, 200) + "...\")"));
 }
 
 TEST(AJobsText, SaysWhyItIsHeld) {
-  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_HELD, "job-hold-until-specified", "", {})),
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_HELD, "job-hold-until-specified", "", {})),
             "job 17 on Morva: 7 of 7 options confirmed; it is held (job-hold-until-specified)");
-  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_STOPPED, "printer-stopped", "", {})),
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_STOPPED, "printer-stopped", "", {})),
             "job 17 on Morva: 7 of 7 options confirmed; it is held (printer-stopped)");
 }
 
 TEST(AJob, ThatHasEndedWithoutBeingPrintedIsNotConfirmed) {
-  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_CANCELED, "job-canceled-by-user", "", {})),
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_CANCELED, "job-canceled-by-user", "", {})),
             "job 17 on Morva was cancelled at the print server at desk:631 (job-canceled-by-user)");
-  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_ABORTED, "", "", {})),
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_ABORTED, "", "", {})),
             "job 17 on Morva was aborted at the print server at desk:631");
-  EXPECT_EQ(jobText(jobHeld(IPP_JSTATE_STOPPED, "job-completed-with-errors", "", {})),
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_STOPPED, "job-completed-with-errors", "", {})),
             "job 17 on Morva was stopped at the print server at desk:631 (job-completed-with-errors)");
 }
 
 TEST(AJob, ThatIsIncompleteIsNotConfirmedWhateverItsOptions) {
   EXPECT_THAT(
-      jobText(jobHeld(IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", {})),
+      jobText(jobInState(IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", {})),
       HasSubstr("job 17 on Morva is incomplete: the print server at desk:631 holds 0 of 1 documents of it"));
 }
 

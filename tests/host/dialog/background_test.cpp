@@ -38,7 +38,7 @@ class WorkInTheBackground : public testing::Test {
     while (underWay > 0) std::this_thread::yield();
   }
 
-  // Starts the work and runs the main loop until its outcome is there.
+  // Starts the work and runs the main loop until the outcome arrives.
   Outcome<int> outcomeOfWork(std::function<int()> work) {
     std::optional<Outcome<int>> outcome;
     inBackground<int>(listener_, std::move(work), [&](Outcome<int> done) { outcome = std::move(done); });
@@ -69,7 +69,7 @@ TEST_F(WorkInTheBackground, DeliversAnyOtherExceptionAsAFailure) {
   EXPECT_THAT(outcome.failure->what(), HasSubstr("no such thing"));
 }
 
-TEST_F(WorkInTheBackground, FailsWhereTheSystemHasNoThreadForIt) {
+TEST_F(WorkInTheBackground, FailsIfTheSystemHasNoThreadForIt) {
   const StackSize huge(kHugeStack);
   const auto outcome = outcomeOfWork([] { return 1; });
   EXPECT_FALSE(outcome.result);

@@ -78,7 +78,7 @@ TEST_F(OptionsOfTheJob, LackWhatTheProgramHasDone) {
                                                   Option{"Collate", "True"}, Option{"number-up", "2"}));
 }
 
-TEST_F(OptionsOfTheJob, AreNeutralWhereTheProgramHasDoneEverything) {
+TEST_F(OptionsOfTheJob, AreNeutralIfTheProgramHasDoneEverything) {
   EXPECT_THAT(leftBy(LaidOut::everything),
               testing::UnorderedElementsAre(Option{"MVTopMargin", "12"}, Option{"copies", "1"},
                                             Option{"OutputOrder", "Normal"}, Option{"page-set", "all"},

@@ -42,7 +42,7 @@ TEST(JobTexts, SayThatAllIsConfirmedWithThePanelsSummary) {
   EXPECT_EQ(order.watched, std::chrono::minutes(1));
 }
 
-TEST(JobTexts, NameOnlyTheDocumentWhereThePrinterHasNoPanel) {
+TEST(JobTexts, NameOnlyTheDocumentIfThePrinterHasNoPanel) {
   EXPECT_EQ(orderFor(sampleJob(), {}, {}).sent.body, "Report");
 }
 

@@ -30,7 +30,7 @@ class PaperNames : public testing::TestWithParam<Size> {
 
 class PaperNamesOfAPpd : public PaperNames {};
 
-TEST_P(PaperNamesOfAPpd, GiveItsSizeAndAreSentAsPageSize) {
+TEST_P(PaperNamesOfAPpd, HaveASizeAndAreSentAsPageSize) {
   const SamplePpd ppd(kPapers);
   const auto paper = paperNamed(GetParam().name, ppd.get());
   expectSize(paper);
@@ -43,7 +43,7 @@ INSTANTIATE_TEST_SUITE_P(Paper, PaperNamesOfAPpd,
 
 class PaperNamesOfAnyPrinter : public PaperNames {};
 
-TEST_P(PaperNamesOfAnyPrinter, GiveTheirSizeAndAreSentAsMedia) {
+TEST_P(PaperNamesOfAnyPrinter, HaveASizeAndAreSentAsMedia) {
   const auto paper = paperNamed(GetParam().name, nullptr);
   expectSize(paper);
   EXPECT_EQ(paperOption(*paper).keyword, "media");
@@ -62,7 +62,7 @@ TEST(Paper, OfAnUnknownNameIsNotFound) {
   }
 }
 
-TEST(Paper, OfAPpdIsSentByTheNameThatThePpdGivesIt) {
+TEST(Paper, OfAPpdIsSentByItsNameInThePpd) {
   const SamplePpd ppd(kPapers);
   EXPECT_EQ(paperOption(*paperNamed("blade", ppd.get())), (Option{"PageSize", "Blade"}));
   EXPECT_EQ(paperOption(*paperNamed("iso_a3_297x420mm", ppd.get())), (Option{"PageSize", "A3"}));
@@ -90,7 +90,7 @@ TEST(Paper, IsTheLastOneThatTheOptionsName) {
   EXPECT_EQ(nameOf({{"sides", "A3"}, {"media", "Upper"}}), "none");
 }
 
-TEST(Paper, LeavesTraysAndTypesOfMediaBehind) {
+TEST(Paper, IsRemovedFromMediaButTraysAndTypesStay) {
   const SamplePpd ppd(kPapers);
   EXPECT_EQ(mediaWithoutPaper("a3,Upper,,Glossy", ppd.get()), "Upper,Glossy");
   EXPECT_EQ(mediaWithoutPaper("Blade", ppd.get()), "");

@@ -134,7 +134,7 @@ TEST_F(RememberedSettings, OfEarlierVersionsLoseWhatWasMeantForOneJob) {
   EXPECT_TRUE(recalled->get_reverse());
 }
 
-TEST_F(RememberedSettings, OfTheFirstVersionIncludeThePanels) {
+TEST_F(RememberedSettings, OfTheFirstVersionIncludeThoseOfThePanel) {
   write(rememberedFile(place), "[Print Settings]\nreverse=true\n[Tandem Trim]\nMVTopMargin=12\n");
   EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"MVTopMargin", "12"}));
   remember(place, reversedOnA3(), report);

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(FileFormats, AreKnownByTheirBeginning) {
+TEST(FileFormats, AreRecognizedByTheirBeginning) {
   EXPECT_EQ(formatOf("%PDF-1.7"), FileFormat::pdf);
   EXPECT_EQ(formatOf("%!PS-Ado"), FileFormat::postScript);
   for (const char* other : {"", "%", "%PDF", " %PDF-1.", "plain"}) EXPECT_EQ(formatOf(other), std::nullopt);
@@ -33,13 +33,13 @@ class SavedDocument : public testing::Test {
     Gio::init();
     document_ =
         std::make_unique<Document>(folder_.write("document.pdf", "%PDF-" + std::string(200'000, 'x')));
-    there_ = folder_.write("saved/file.pdf", "what was there");
+    target_ = folder_.write("saved/file.pdf", "what was there");
   }
   SavedFile save(FileFormat format, const std::function<void()>& check) {
-    return saveToFile(*document_, {Gio::File::create_for_path(there_)->get_uri(), format}, check);
+    return saveToFile(*document_, {Gio::File::create_for_path(target_)->get_uri(), format}, check);
   }
   void expectNothingChanged() const {
-    std::ifstream file(there_);
+    std::ifstream file(target_);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "what was there");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path() / "saved"), {}), 1);
   }
@@ -47,7 +47,7 @@ class SavedDocument : public testing::Test {
  private:
   test::TemporaryFolder folder_;
   std::unique_ptr<Document> document_;
-  std::string there_;
+  std::string target_;
 };
 
 TEST_F(SavedDocument, ThatIsCancelledLeavesTheOldFileAndNothingElse) {

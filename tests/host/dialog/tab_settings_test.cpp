@@ -115,8 +115,8 @@ TEST(PaperInTabs, IsTheOneThatTheOptionsNameElseThePrintersDefault) {
   EXPECT_EQ(tabs.setup->get_orientation(), Gtk::PageOrientation::LANDSCAPE);
 }
 
-// The options that a job gets when the user leaves GTK's tabs like this.
-struct Left {
+// The options that a job gets after these choices in GTK's tabs.
+struct TabChoices {
   std::function<void(const TabSettings&)> choose;
   Options expected;
 };
@@ -136,7 +136,7 @@ Options optionsOf(const TabSettings& tabs, Options options = {}, const Options& 
   return options;
 }
 
-class OptionsFromTabs : public testing::TestWithParam<Left> {};
+class OptionsFromTabs : public testing::TestWithParam<TabChoices> {};
 
 TEST_P(OptionsFromTabs, AreThoseThatTheTabsShow) {
   const auto tabs = newTabs();
@@ -147,48 +147,52 @@ TEST_P(OptionsFromTabs, AreThoseThatTheTabsShow) {
 INSTANTIATE_TEST_SUITE_P(
     Tabs, OptionsFromTabs,
     testing::Values(
-        Left{[](const TabSettings&) {}, {}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set_n_copies(3); },
-             {{"copies", "3"}, {"Collate", "True"}}},
-        Left{[](const TabSettings& tabs) {
-               tabs.settings->set_n_copies(2);
-               tabs.settings->set_collate(false);
-             },
-             {{"copies", "2"}, {"Collate", "False"}}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set_collate(false); }, {}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set_reverse(); }, {{"OutputOrder", "Reverse"}}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set_page_set(Gtk::PageSet::EVEN); },
-             {{"page-set", "even"}}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set_page_set(Gtk::PageSet::ODD); },
-             {{"page-set", "odd"}}},
-        Left{[](const TabSettings& tabs) {
-               tabs.settings->set_print_pages(Gtk::PrintPages::RANGES);
-               tabs.settings->set_page_ranges(
-                   {Gtk::PageRange(4, 4), Gtk::PageRange(0, 2), Gtk::PageRange(7, -1)});
-             },
-             {{"page-ranges", "1-3,5,8-"}}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set_page_ranges({Gtk::PageRange(4, 4)}); }, {}},
-        Left{[](const TabSettings& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE); },
-             {{"orientation-requested", "4"}}},
-        Left{[](const TabSettings& tabs) {
-               tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_PORTRAIT);
-             },
-             {{"orientation-requested", "6"}}},
-        Left{[](const TabSettings& tabs) {
-               tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_LANDSCAPE);
-             },
-             {{"orientation-requested", "5"}}},
-        Left{[](const TabSettings& tabs) { tabs.setup->set_paper_size(*paperNamed("A5", nullptr)); },
-             {{"media", "iso_a5_148x210mm"}}},
-        Left{[](const TabSettings& tabs) {
-               tabs.setup->set_paper_size(Gtk::PaperSize("own", "Own", 100, 200, Gtk::Unit::MM));
-             },
-             {{"PageSize", "Custom.283.46x566.93"}}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set("cups-sides", "two-sided-long-edge"); },
-             {{"sides", "two-sided-long-edge"}}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set("cups-Glue", "Hot"); }, {{"Glue", "Hot"}}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set("cups-Glue", "gtk-ignore-value"); }, {}},
-        Left{[](const TabSettings& tabs) { tabs.settings->set("Glue", "Hot"); }, {}}));
+        TabChoices{[](const TabSettings&) {}, {}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set_n_copies(3); },
+                   {{"copies", "3"}, {"Collate", "True"}}},
+        TabChoices{[](const TabSettings& tabs) {
+                     tabs.settings->set_n_copies(2);
+                     tabs.settings->set_collate(false);
+                   },
+                   {{"copies", "2"}, {"Collate", "False"}}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set_collate(false); }, {}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set_reverse(); },
+                   {{"OutputOrder", "Reverse"}}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set_page_set(Gtk::PageSet::EVEN); },
+                   {{"page-set", "even"}}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set_page_set(Gtk::PageSet::ODD); },
+                   {{"page-set", "odd"}}},
+        TabChoices{[](const TabSettings& tabs) {
+                     tabs.settings->set_print_pages(Gtk::PrintPages::RANGES);
+                     tabs.settings->set_page_ranges(
+                         {Gtk::PageRange(4, 4), Gtk::PageRange(0, 2), Gtk::PageRange(7, -1)});
+                   },
+                   {{"page-ranges", "1-3,5,8-"}}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set_page_ranges({Gtk::PageRange(4, 4)}); },
+                   {}},
+        TabChoices{
+            [](const TabSettings& tabs) { tabs.setup->set_orientation(Gtk::PageOrientation::LANDSCAPE); },
+            {{"orientation-requested", "4"}}},
+        TabChoices{[](const TabSettings& tabs) {
+                     tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_PORTRAIT);
+                   },
+                   {{"orientation-requested", "6"}}},
+        TabChoices{[](const TabSettings& tabs) {
+                     tabs.setup->set_orientation(Gtk::PageOrientation::REVERSE_LANDSCAPE);
+                   },
+                   {{"orientation-requested", "5"}}},
+        TabChoices{[](const TabSettings& tabs) { tabs.setup->set_paper_size(*paperNamed("A5", nullptr)); },
+                   {{"media", "iso_a5_148x210mm"}}},
+        TabChoices{[](const TabSettings& tabs) {
+                     tabs.setup->set_paper_size(Gtk::PaperSize("own", "Own", 100, 200, Gtk::Unit::MM));
+                   },
+                   {{"PageSize", "Custom.283.46x566.93"}}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set("cups-sides", "two-sided-long-edge"); },
+                   {{"sides", "two-sided-long-edge"}}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set("cups-Glue", "Hot"); },
+                   {{"Glue", "Hot"}}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set("cups-Glue", "gtk-ignore-value"); }, {}},
+        TabChoices{[](const TabSettings& tabs) { tabs.settings->set("Glue", "Hot"); }, {}}));
 
 TEST(OptionsFromTabs, ReplaceWhatTheJobStartedFrom) {
   const auto tabs = newTabs();
@@ -211,7 +215,7 @@ TEST(OptionsFromTabs, KeepTheTrayOfMediaBesideThePaper) {
               UnorderedElementsAreArray(withUsual({{"media", "iso_a5_148x210mm,Upper"}})));
 }
 
-TEST(OptionsFromTabs, NameThePaperWhereThePrinterHasNoDefault) {
+TEST(OptionsFromTabs, NameThePaperIfThePrinterHasNoDefault) {
   Options options;
   addTabOptions(newTabs(), nullptr, nullptr, {}, options);
   EXPECT_THAT(options, UnorderedElementsAreArray(withUsual({{"PageSize", "A4"}})));
@@ -235,13 +239,13 @@ TEST(OptionsFromTabs, KeepTheOptionOfARowThatNobodyTouched) {
               UnorderedElementsAreArray(withUsual({{"glue", "Cold"}, {"number-up", "1"}})));
 }
 
-TEST(RowsThatShowAnOption, DoNotExistForOptionsThatGtkDoesNotShow) {
+TEST(RowsOfTabs, AreNotFoundForOptionsThatGtkDoesNotShow) {
   const auto tabs = newTabs();
   tabs.settings->set("cups-Glue", "Hot");
   EXPECT_THAT(rowsShowing(tabs, {{"x-note", "kept"}}), IsEmpty());
 }
 
-TEST(OptionsFromTabs, AreRefusedWhereRangesAreChosenAndNoneIsTyped) {
+TEST(OptionsFromTabs, AreRefusedIfRangesAreChosenButNotTyped) {
   const auto tabs = newTabs();
   tabs.settings->set_print_pages(Gtk::PrintPages::RANGES);
   const auto failure = failureOf([&] { optionsOf(tabs); });
@@ -288,7 +292,7 @@ TEST(SettingsOfTheNextPrinter, KeepTheCommandLinesOptionsAsTheyAreShown) {
                                             Pair("cups-Glue", "Cold")));
 }
 
-TEST(TabsOfTheNextPrinter, TakeTheRememberedPageSetupOrElseWhatIsSaved) {
+TEST(TabsOfTheNextPrinter, UseTheRememberedPageSetupElseTheSavedOptions) {
   const auto now = newTabs();
   const Options saved{{"OutputOrder", "Reverse"}, {"PageSize", "A3"}, {"copies", "7"}};
   auto next = tabsOfNextPrinter(now, {}, saved, {}, nullptr);

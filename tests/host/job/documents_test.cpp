@@ -55,7 +55,7 @@ TEST(ADocument, ThatIsMissingUnreadableOrEmptyIsRefusedByName) {
   }
 }
 
-TEST(ADocument, IsReadAgainThoughItsFileIsRemoved) {
+TEST(ADocument, CanBeReadAgainAfterItsFileIsRemoved) {
   const test::TemporaryFolder folder;
   const std::string text(200'001, 'x');
   const auto file = folder.write("report.pdf", text);
@@ -154,14 +154,14 @@ TEST(ADocument, ThatCannotBeKeptWholeIsRefused) {
 }
 
 // A part of it may be at the server already.
-TEST(ADocument, ThatCannotBeReadAgainIsNotSaidToBeUnsent) {
+TEST(ADocument, ThatCannotBeReadAgainIsNotReportedAsUnsent) {
   const test::TemporaryFolder folder;
   const auto file = (folder.path() / "pipe").string();
   Document document = documentFromPipe(file);
   EXPECT_EQ(contentOf(document), "four");
   const std::string said = failureOf([&] { contentOf(document); }).what();
   EXPECT_EQ(said, file + " cannot be read: Illegal seek");
-  const std::string missing = failureOf([] { const Document none("/nowhere.pdf"); }).what();
+  const std::string missing = failureOf([] { const Document nowhere("/nowhere.pdf"); }).what();
   EXPECT_THAT(missing, HasSubstr("; nothing was sent."));
 }
 

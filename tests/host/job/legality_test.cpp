@@ -73,7 +73,7 @@ TEST(ASuggestedValue, IsTheNearestOne) {
   EXPECT_EQ(suggestedValue(checkBox(), "maybe"), "Off");
 }
 
-TEST(ASuggestedValue, IsNoneWhereThePanelOffersNone) {
+TEST(ASuggestedValue, IsEmptyIfThePanelHasNoChoices) {
   auto empty = menu();
   empty.choices.clear();
   EXPECT_EQ(suggestedValue(empty, "Left"), "");
@@ -88,9 +88,7 @@ TEST(APanel, IsSwitchedOnUnlessItHasASwitchThatIsOff) {
   EXPECT_FALSE(isSwitchedOn({box(0, 30), onOff}));
 }
 
-TEST(ASuggestedValue, StaysAtTheLowBoundWhereTheBoundsCross) {
-  EXPECT_EQ(suggestedValue(box(10, 5), "7"), "10");
-}
+TEST(ASuggestedValue, IsTheLowBoundIfTheBoundsCross) { EXPECT_EQ(suggestedValue(box(10, 5), "7"), "10"); }
 
 }  // namespace
 }  // namespace tandemtrim::host

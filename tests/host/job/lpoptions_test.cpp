@@ -42,7 +42,7 @@ TEST(SavedOptions, KeepAHashSignThatBeginsNoComment) {
   EXPECT_EQ(allIn(*text, kMorva), (Options{{"note", "a#b"}, {"x", "1"}}));
 }
 
-TEST(SavedOptions, AreRefusedWhereCupsWouldCutTheLine) {
+TEST(SavedOptions, AreRefusedIfCupsWouldCutTheLine) {
   EXPECT_TRUE(withSavedOptions("", kMorva, {{"a", std::string(8000, 'x')}}));
   EXPECT_FALSE(withSavedOptions("", kMorva, {{"a", std::string(8192, 'x')}}));
   const auto full = "Dest Morva b=" + std::string(8000, 'x') + "\n";
@@ -76,7 +76,7 @@ TEST(SavedOptions, AreRemovedWithoutChangingOtherLines) {
             "Default Morva/draft\nDest Morva b=2\n");
 }
 
-TEST(SavedOptions, OfALaterFileReplaceThoseOfAnEarlierOneAndKeepTheirSpelling) {
+TEST(SavedOptions, OfALaterFileReplaceEarlierValuesButKeepTheEarlierSpelling) {
   const std::vector<std::string> texts{"Dest Morva a=1 b=1\nDest Morva c=1\n", "Dest morva A=2 d=2"};
   EXPECT_EQ(savedOptions(texts, kMorva, SavedLines::first), (Options{{"a", "2"}, {"b", "1"}, {"d", "2"}}));
   EXPECT_EQ(savedOptions(texts, kMorva, SavedLines::all),
@@ -84,7 +84,7 @@ TEST(SavedOptions, OfALaterFileReplaceThoseOfAnEarlierOneAndKeepTheirSpelling) {
   EXPECT_EQ(savedOptions(texts, kDraft, SavedLines::all), Options{});
 }
 
-TEST(SavedOptions, OfNoPrinterInParticularAreThoseOfAllButOfNoInstance) {
+TEST(SavedOptions, OfNoPrinterInParticularAreThoseOfAllPrintersButOfNoInstance) {
   EXPECT_EQ(allIn("Dest One a=1\nDefault Two b=2\nDest One/draft c=3", std::nullopt),
             (Options{{"a", "1"}, {"b", "2"}}));
 }

@@ -18,13 +18,13 @@ TEST(NotifierOrder, IsReadAsItWasWritten) {
   EXPECT_EQ(orderFrom(orderText(order)), order);
 }
 
-TEST(NotifierOrder, IsWrittenThoughATextIsNotUtf8) {
+TEST(NotifierOrder, IsWrittenEvenIfATextIsNotUtf8) {
   auto order = sampleOrder();
   order.sent.body = "\xFF";
   EXPECT_EQ(orderFrom(orderText(order)).sent.body, "\uFFFD");
 }
 
-TEST(NotifierOrder, IsRefusedWhereAPartIsMissing) {
+TEST(NotifierOrder, IsRefusedIfAPartIsMissing) {
   const auto whole = orderText(sampleOrder());
   for (const std::string part : {"printer", "job", "sent", "cancelled", "failed", "watched", "heading"}) {
     auto text = whole;

@@ -13,7 +13,7 @@ namespace {
 
 using test::failureOf;
 
-// Has bundles searched for in these folders while it exists.
+// While it exists, bundles are searched for in these folders.
 class SearchedFolders {
  public:
   explicit SearchedFolders(const std::string& folders) {
@@ -98,7 +98,7 @@ TEST(AFolderWithoutInfoPlist, IsNotABundle) {
   EXPECT_FALSE(isBundle(folder.path() / "Empty.bundle"));
 }
 
-TEST(ThePluginsOfAPrinter, AreAllNamedWhereNoneIsThere) {
+TEST(ThePluginsOfAPrinter, AreAllNamedIfNoneIsInstalled) {
   const test::SamplePpd ppd(
       "*APDialogExtension: \"/a/First.bundle\"\n*APDialogExtension: \"/a/Second.bundle\"\n");
   EXPECT_THAT(failureOf([&] { bundleOfPrinter(std::nullopt, ppd.get()); }).what(),

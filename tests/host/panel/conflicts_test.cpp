@@ -57,7 +57,7 @@ TEST(Conflicts, AreFoundBetweenChosenOptions) {
   EXPECT_THAT(conflictsWith(constraints, panelWith("Maybe", "Left"), {{"Duplex", "Long"}}), IsEmpty());
 }
 
-TEST(Conflicts, AreFoundForAnyChoiceButOffWhereAConstraintNamesNone) {
+TEST(Conflicts, AreFoundForAnyChoiceButOffIfAConstraintNamesNoChoice) {
   const std::string constraints = "*UIConstraints: *Duplex *Place Right\n";
   const Conflict expected{"Where", "At the right", "Two Sides", "Long edge"};
   EXPECT_THAT(conflictsWith(constraints, panelWith("Off", "Right"), {{"Duplex", "Long"}}),
@@ -65,7 +65,7 @@ TEST(Conflicts, AreFoundForAnyChoiceButOffWhereAConstraintNamesNone) {
   EXPECT_THAT(conflictsWith(constraints, panelWith("Off", "Right"), {{"Duplex", "None"}}), IsEmpty());
 }
 
-TEST(Conflicts, AreOfAnyChoiceButOffAndFalseToo) {
+TEST(Conflicts, AreNotFoundForTheChoicesOffAndFalseEither) {
   const std::string constraints = "*UIConstraints: *Place Right *Trim\n*UIConstraints: *Place Right *Fold\n";
   const std::string fold =
       "*OpenUI *Fold/Fold: Boolean\n*DefaultFold: False\n*Fold True/On: \"\"\n*Fold False/Off: \"\"\n"
@@ -75,19 +75,19 @@ TEST(Conflicts, AreOfAnyChoiceButOffAndFalseToo) {
               ElementsAre(Conflict{"Where", "At the right", "Fold", "On"}));
 }
 
-TEST(Conflicts, AreNoneOfOptionsAndChoicesThatThePrinterDoesNotHave) {
+TEST(Conflicts, AreNotFoundForOptionsAndChoicesThatThePrinterDoesNotHave) {
   const std::string constraints = "*UIConstraints: *Trim On *Absent\n*UIConstraints: *Trim On *Absent Yes\n";
   EXPECT_THAT(conflictsWith(constraints, panelWith("On", "Left"), {{"Absent", "Yes"}}), IsEmpty());
 }
 
-TEST(Conflicts, AreJudgedByTheDefaultWhereACustomValueIsChosen) {
+TEST(Conflicts, AreJudgedByTheDefaultIfACustomValueIsChosen) {
   const std::string constraints =
       "*CustomDuplex True: \"pop\"\n*ParamCustomDuplex Gap/Gap: 1 int 0 10\n"
       "*UIConstraints: *Trim On *Duplex\n";
   EXPECT_THAT(conflictsWith(constraints, panelWith("On", "Left"), {{"Duplex", "Custom.5"}}), IsEmpty());
 }
 
-TEST(Conflicts, NameAValueWithoutATitleAsItStands) {
+TEST(Conflicts, NameAValueWithoutATitleUnchanged) {
   PanelSetting margin;
   margin.keyword = "Place";
   margin.title = "Margin";
@@ -150,11 +150,11 @@ TEST(ConflictsWithPaper, SayHowMuchIsTrimmedAndWhatThePaperIs) {
               ElementsAre(Conflict{"Top", "30 mm", "Paper", "Small"}));
 }
 
-TEST(ConflictsWithPaper, AreNoneWhileThePanelIsOff) {
+TEST(ConflictsWithPaper, AreNotFoundWhileThePanelIsOff) {
   EXPECT_THAT(conflictsWithPaper(panelThatTrims("Off", {"30", "0", "0", "21"}), kSmall), IsEmpty());
 }
 
-TEST(ConflictsWithPaper, ArePossibleWhereTheLargestMarginsOrThePresentOnesReachAcross) {
+TEST(ConflictsWithPaper, ArePossibleIfTheLargestOrThePresentMarginsReachAcross) {
   const auto panel = panelThatTrims("Off", {"0", "0", "0", "0"});
   EXPECT_TRUE(canConflictWithPaper(panel, {41, 40, "", ""}));
   EXPECT_TRUE(canConflictWithPaper(panel, {40, 41, "", ""}));

@@ -7,9 +7,9 @@ namespace tandemtrim::test {
 struct FakeBundle {
   /// The function of the module that makes the plug-in; empty for an Info.plist without one.
   std::string principalClass = "FakePrincipal";
-  /// "call misdeed", as the fake plug-in reads it; empty for one that works.
+  /// "call misdeed", as the fake plug-in reads it; empty for a plug-in that works.
   std::string behaviour;
-  /// Whether the module is there.
+  /// Whether the bundle has its module.
   bool module = true;
 };
 

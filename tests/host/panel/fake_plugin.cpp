@@ -1,5 +1,5 @@
-// A plug-in with a small panel that does what the file "behaviour.txt" in its bundle's resources says: the
-// name of a call, and how the call misbehaves. Without the file it works.
+// A plug-in with a small panel. The file "behaviour.txt" in its bundle's resources names a call, and how that
+// call misbehaves. Without the file, every call works.
 #include <fstream>
 #include <stdexcept>
 #include <utility>

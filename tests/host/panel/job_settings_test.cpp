@@ -16,7 +16,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-class JobSettingsOf : public testing::Test {
+class SettledSettings : public testing::Test {
  protected:
   PpdHandle ppd(const std::string& extension) const {
     const std::string attribute = extension.empty() ? "" : "*APDialogExtension: \"" + extension + "\"\n";
@@ -33,7 +33,7 @@ class JobSettingsOf : public testing::Test {
   std::vector<std::string> messages;
 };
 
-TEST_F(JobSettingsOf, APrinterWithThePanelContainForeignAndPanelOptions) {
+TEST_F(SettledSettings, ContainThePanelsOptionsAndAllOthers) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   line.inputs = {{"Top", "9"}};
   const auto file = ppd("/Library/Printers/Morva/Fake.bundle");
@@ -43,20 +43,20 @@ TEST_F(JobSettingsOf, APrinterWithThePanelContainForeignAndPanelOptions) {
   EXPECT_TRUE(settings.panel);
 }
 
-TEST_F(JobSettingsOf, APrinterWhosePpdNamesTheBundleComeFromAFolderOfBundles) {
+TEST_F(SettledSettings, ComeFromTheBundleThatThePpdNames) {
   writeBundle(folder, "Other.bundle", {"MakesNone", ""});
   writeBundle(folder, "Fake.bundle");
   line.plugin = folder.path().string();
   EXPECT_TRUE(settle(ppd("Fake.bundle/").get(), {}).panel);
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutPpdAreReported) {
+TEST_F(SettledSettings, ComeWithAWarningIfThePrinterHasNoPpd) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   EXPECT_TRUE(settle(nullptr, {}).panel);
   EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("Morva has no PPD"), HasSubstr("may not know"))));
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
+TEST_F(SettledSettings, LoseThePanelsOptionsIfThePrinterHasNoPanel) {
   line.files = {"document.pdf"};
   writeBundle(folder, "Fake.bundle");
   line.plugin = folder.path().string();
@@ -66,7 +66,7 @@ TEST_F(JobSettingsOf, APrinterWithoutThePanelLoseThePanelsOptions) {
   EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop=9"), HasSubstr("fakeON=On")));
 }
 
-TEST_F(JobSettingsOf, APrinterAreUnchangedWhereNoPanelIsInstalled) {
+TEST_F(SettledSettings, AreUnchangedIfNoPanelIsInstalled) {
   line.files = {"document.pdf"};
   line.plugin = folder.path().string();
   for (const auto& opened : {ppd(""), PpdHandle()}) {
@@ -75,7 +75,7 @@ TEST_F(JobSettingsOf, APrinterAreUnchangedWhereNoPanelIsInstalled) {
   }
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutPpdComeFromTheOnlyPanel) {
+TEST_F(SettledSettings, ComeFromTheOnlyPanelIfThePrinterHasNoPpd) {
   writeBundle(folder, "Fake.bundle");
   line.plugin = folder.path().string();
   EXPECT_TRUE(settle(nullptr, {}).panel);
@@ -84,19 +84,19 @@ TEST_F(JobSettingsOf, APrinterWithoutPpdComeFromTheOnlyPanel) {
   EXPECT_THAT(messages.back(), HasSubstr("--plugin"));
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutThePanelNeedNoPlugin) {
+TEST_F(SettledSettings, NeedNoPluginIfThePrinterHasNoPanel) {
   line.plugin = folder.path().string();
   line.files = {"document.pdf"};
   EXPECT_EQ(settle(ppd("").get(), {{"media", "A4"}}).options, (Options{{"media", "A4"}}));
   EXPECT_THAT(messages, IsEmpty());
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutThePanelAreReportedWhereNothingIsPrinted) {
+TEST_F(SettledSettings, ComeWithANoteIfThePrinterHasNoPanelAndNothingIsPrinted) {
   settle(ppd("").get(), {});
   EXPECT_THAT(messages, ElementsAre(HasSubstr("Morva has no panel")));
 }
 
-TEST_F(JobSettingsOf, APrinterWithThePanelTakeItsKeywordsInAnyLetterCase) {
+TEST_F(SettledSettings, HaveThePanelsKeywordsInAnyLetterCase) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   const auto settings = settle(
       nullptr, {{"faketop", "3"}, {"FAKEposition", "Left"}, {"FakePosition", "Right"}, {"mEdia", "A4"}});
@@ -105,14 +105,14 @@ TEST_F(JobSettingsOf, APrinterWithThePanelTakeItsKeywordsInAnyLetterCase) {
   EXPECT_EQ(settings.options.size(), 4U);
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutThePanelTakeNoInput) {
+TEST_F(SettledSettings, AreRefusedForAnyInputIfThePrinterHasNoPanel) {
   line.inputs = {{"Top", "9"}};
   const auto failure = failureOf([&] { settle(ppd("").get(), {}); });
   EXPECT_EQ(failure.exitStatus(), kFailed);
   EXPECT_THAT(failure.what(), AllOf(HasSubstr("Morva has no panel"), HasSubstr("--set")));
 }
 
-TEST_F(JobSettingsOf, APrinterWhosePluginIsMissingAreRefused) {
+TEST_F(SettledSettings, AreRefusedIfThePrintersPluginIsMissing) {
   line.plugin = folder.path().string();
   const auto failure = failureOf([&] { settle(ppd("Fake.bundle").get(), {}); });
   EXPECT_EQ(failure.exitStatus(), kFailed);
@@ -120,7 +120,7 @@ TEST_F(JobSettingsOf, APrinterWhosePluginIsMissingAreRefused) {
               AllOf(HasSubstr("Fake.bundle"), HasSubstr("--without-panel"), HasSubstr("nothing was sent")));
 }
 
-TEST_F(JobSettingsOf, APrinterWhosePluginBreaksMidwayAreUnchangedWhereThePanelIsOptional) {
+TEST_F(SettledSettings, AreUnchangedIfAnOptionalPanelBreaksMidway) {
   line.plugin = writeBundle(folder, "Fake.bundle", {"FakePrincipal", "summaryInfo raises"});
   line.withoutPanel = true;
   const Options starting{{"media", "A4"}};
@@ -130,20 +130,20 @@ TEST_F(JobSettingsOf, APrinterWhosePluginBreaksMidwayAreUnchangedWhereThePanelIs
   EXPECT_THAT(messages, ElementsAre(AllOf(HasSubstr("not available"), HasSubstr("broken on purpose"))));
 }
 
-TEST_F(JobSettingsOf, APrinterWhosePanelWorksUseItEvenWhereItIsOptional) {
+TEST_F(SettledSettings, ComeFromAnOptionalPanelIfItWorks) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   line.withoutPanel = true;
   EXPECT_TRUE(settle(ppd("Fake.bundle").get(), {}).panel);
 }
 
-TEST_F(JobSettingsOf, APrinterWithoutItsPluginTakeNoInput) {
+TEST_F(SettledSettings, AreRefusedForAnyInputIfAnOptionalPanelIsMissing) {
   line.plugin = folder.path().string();
   line.withoutPanel = true;
   line.inputs = {{"Top", "9"}};
   EXPECT_THAT(failureOf([&] { settle(ppd("Fake.bundle").get(), {}); }).what(), HasSubstr("need the panel"));
 }
 
-TEST_F(JobSettingsOf, APrinterAreRefusedForAWrongInputEvenWithoutPanel) {
+TEST_F(SettledSettings, AreRefusedForAWrongInputEvenIfThePanelIsOptional) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   line.withoutPanel = true;
   line.inputs = {{"Middle", "9"}};
@@ -157,7 +157,7 @@ std::string ppdOption(const std::string& keyword, const std::string& marked, con
          " " + marked + ": \"\"\n" + star + " " + other + ": \"\"\n*CloseUI: " + star + "\n";
 }
 
-TEST_F(JobSettingsOf, APrinterStartFromItsPpdThenItsQueueThenTheUser) {
+TEST_F(SettledSettings, StartFromThePpdThenTheQueueThenTheUser) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   const auto file =
       openPpd(folder.write("test.ppd",

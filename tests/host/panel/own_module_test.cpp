@@ -28,7 +28,7 @@ TEST_F(AFileBesideTheProgram, IsFoundByItsName) {
   EXPECT_THAT(findOwnProgram("missing").fault, IsEmpty());
 }
 
-TEST_F(AFileBesideTheProgram, IsNeitherRunNorLoadedWhereOthersMayChangeIt) {
+TEST_F(AFileBesideTheProgram, IsNeitherRunNorLoadedIfOthersMayChangeIt) {
   ASSERT_EQ(chmod(path.c_str(), 0777), 0);
   EXPECT_THAT(findOwnProgram(name).path, IsEmpty());
   EXPECT_THAT(findOwnProgram(name).fault, HasSubstr("everybody can write to " + path.string()));

@@ -163,17 +163,17 @@ TEST_F(APanelSession, NamesASwitchThatIsGreyedItself) {
   EXPECT_EQ(stored("FakeOn"), "Off");
 }
 
-TEST_F(APanelSession, TakesANegativeNumberWhereThePanelAllowsIt) {
+TEST_F(APanelSession, TakesANegativeNumberIfThePanelAllowsIt) {
   play({{"Top", "-5"}}, false, "settings margin-alone");
   EXPECT_EQ(stored("FakeTop"), "-5");
 }
 
-TEST_F(APanelSession, TellsWhyThePanelCannotShowTheSettings) {
+TEST_F(APanelSession, ReportsWhyThePanelCannotShowTheSettings) {
   EXPECT_THAT(failureOf([&] { play({}, false, "restoreValuesAndReturnError false"); }).what(),
               HasSubstr("could not show the settings: the fake has forgotten them"));
 }
 
-TEST_F(APanelSession, SavesWithoutAViewToo) {
+TEST_F(APanelSession, SavesEvenWithoutAView) {
   const test::TemporaryFolder folder;
   PanelSession session(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule, settings,
                        nullptr);
@@ -286,7 +286,7 @@ TEST_F(APanelSession, NamesASettingThatThePanelSavedWithoutAValue) {
   EXPECT_THAT(messages, ElementsAre(HasSubstr("FakeTop")));
 }
 
-TEST_F(APanelSession, KeepsAnUneditedValueThoughThePanelSavesNone) {
+TEST_F(APanelSession, KeepsAnUneditedValueEvenIfThePanelSavesNoValue) {
   play({{"Position", "Right"}}, false, "saveValuesAndReturnError absent");
   EXPECT_EQ(stored("FakeTop"), "5");
   EXPECT_EQ(stored("FakePosition"), "Right");
@@ -368,7 +368,7 @@ TEST_P(AnIllegalDefault, IsKeptUnchangedWhenForced) {
   EXPECT_THAT(result.illegalDefaults, ElementsAre(GetParam().keyword));
 }
 
-TEST_P(AnIllegalDefault, IsRefusedWhereTheUserChoseIt) {
+TEST_P(AnIllegalDefault, IsRefusedIfTheUserChoseIt) {
   defaults = {{GetParam().keyword, GetParam().value}};
   store(GetParam().keyword, GetParam().value);
   EXPECT_THAT(failureOf([&] { play({}); }).what(), HasSubstr(GetParam().allowed));

@@ -37,7 +37,7 @@ TEST_F(APlace, IsClosedToStrangersByDefault) {
   EXPECT_EQ(openToStrangers(place_), std::nullopt);
 }
 
-TEST_F(APlace, IsOpenWhereEverybodyMayWriteToItOrAboveIt) {
+TEST_F(APlace, IsOpenIfEverybodyMayWriteToItOrAFolderAboveIt) {
   for (const fs::path name : {"above", "above/place", "above/place/file"}) {
     open(name, 0777);
     const auto path = (folder_.path() / name).string();
@@ -76,7 +76,7 @@ TEST_F(APlace, MayHaveAnOwnerWithoutAName) {
   EXPECT_THAT(openToStrangers(file_, {0, kStranger}), Optional(HasSubstr("a group that is not your own")));
 }
 
-TEST_F(APlace, MayBeWrittenByTheOwnGroupOfAUserWithoutAName) {
+TEST_F(APlace, MayBeWritableByTheOwnGroupOfAUserWithoutAName) {
   if (geteuid() != 0) GTEST_SKIP() << "only root becomes another user";
   ASSERT_EQ(chown(file_.c_str(), kStranger, kStranger), 0);
   ASSERT_EQ(chmod(file_.c_str(), 0664), 0);
@@ -94,7 +94,7 @@ TEST_F(APlace, MayBeWrittenByTheOwnGroupOfAUserWithoutAName) {
   EXPECT_THAT(judged(group), Optional(HasSubstr("a group that is not your own")));
 }
 
-TEST_F(APlace, IsJudgedByWhereALinkInItsPathLeads) {
+TEST_F(APlace, IsJudgedByTheTargetOfALinkInItsPath) {
   open("above", 0777);
   fs::create_directory_symlink(above_, folder_.path() / "link");
   EXPECT_THAT(openToStrangers(folder_.path() / "link/place/file"), Optional(HasSubstr(above_.string())));
@@ -102,7 +102,7 @@ TEST_F(APlace, IsJudgedByWhereALinkInItsPathLeads) {
   EXPECT_THAT(openToStrangers(above_ / "relative"), Optional(HasSubstr(above_.string())));
 }
 
-TEST_F(APlace, IsJudgedByTheFolderAboveThatALinkNames) {
+TEST_F(APlace, IsJudgedByTheTargetOfALinkThatLeadsUp) {
   open("above", 0777);
   folder_.write("closed/file", "");
   fs::create_symlink("../above/place/file", folder_.path() / "closed/link");

@@ -16,7 +16,7 @@ using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 using Dictionary = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
 
-// A dictionary in GLib's text form.
+// Reads a dictionary from GLib's text form.
 Dictionary read(const std::string& text) {
   GError* wrong = nullptr;
   auto* const value = g_variant_parse(G_VARIANT_TYPE_VARDICT, text.c_str(), nullptr, nullptr, &wrong);
@@ -54,7 +54,7 @@ TEST(Suggestions, OfEveryArrangementOfPagesBecomeTheOptionThatDoesTheSame) {
               ElementsAre(Option{"Collate", "False"}, Option{"OutputOrder", "Normal"}));
 }
 
-TEST(Suggestions, OfOneCopyUpTo9999AreTaken) {
+TEST(Suggestions, OfOneTo9999CopiesAreAccepted) {
   for (const char* copies : {"1", "9999"})
     EXPECT_THAT(prepared(std::string("{'n-copies': <'") + copies + "'>}").options,
                 ElementsAre(Option{"copies", copies}));
@@ -65,11 +65,11 @@ TEST(Suggestions, CountPagesFromZero) {
               ElementsAre(Option{"page-ranges", "1-2,5"}));
 }
 
-TEST(Suggestions, OfPageRangesCountOnlyWhereRangesAreChosen) {
+TEST(Suggestions, OfPageRangesCountOnlyIfRangesAreChosen) {
   EXPECT_THAT(prepared("{'page-ranges': <'0-1'>}").options, IsEmpty());
 }
 
-TEST(Suggestions, AreLeftOutWhereTheyAreWrong) {
+TEST(Suggestions, AreLeftOutIfTheyAreWrong) {
   for (const char* settings :
        {"{'n-copies': <3>}", "{'n-copies': <'0'>}", "{'n-copies': <'-1'>}", "{'n-copies': <'10000'>}",
         "{'n-copies': <'99999999999999999999'>}", "{'n-copies': <'3 '>}", "{'collate': <true>}",
@@ -81,7 +81,7 @@ TEST(Suggestions, AreLeftOutWhereTheyAreWrong) {
     EXPECT_THAT(prepared(settings).options, IsEmpty()) << settings;
 }
 
-TEST(Suggestions, AreLeftOutWhereTheyAreLongerThan255Bytes) {
+TEST(Suggestions, AreLeftOutIfTheyAreLongerThan255Bytes) {
   const auto settings = [](const std::string& rest) {
     std::string pages = rest;
     while (pages.size() < 255) pages += ",2";
@@ -134,20 +134,22 @@ TEST(PageSetup, MayTurnThePageEachWay) {
                 ElementsAre(Option{"orientation-requested", value}));
 }
 
-TEST(PageSetup, OfNoSizeLeavesThePaperToThePrinter) {
+TEST(PageSetup, WithoutAValidSizeLeavesThePaperToThePrinter) {
   for (const char* setup : {"{}", "{'Width': <210.0>}", "{'Width': <0.0>, 'Height': <297.0>}",
                             "{'Width': <-210.0>, 'Height': <297.0>}", "{'Width': <1e300>, 'Height': <297.0>}",
                             "{'Width': <210>, 'Height': <297>}", "{'Width': <'210'>, 'Height': <297.0>}",
                             "{'Orientation': <'sideways'>}"})
     EXPECT_THAT(prepared("{}", setup).options, IsEmpty()) << setup;
-  const double none = std::nan("");
-  EXPECT_THAT(prepareRequest({}, read("{}").get(),
-                             Dictionary(g_variant_ref_sink(dictionaryOf({{"Width", none}, {"Height", none}})),
-                                        g_variant_unref)
-                                 .get(),
-                             read("{}").get())
-                  .options,
-              IsEmpty());
+  const double notANumber = std::nan("");
+  EXPECT_THAT(
+      prepareRequest(
+          {}, read("{}").get(),
+          Dictionary(g_variant_ref_sink(dictionaryOf({{"Width", notANumber}, {"Height", notANumber}})),
+                     g_variant_unref)
+              .get(),
+          read("{}").get())
+          .options,
+      IsEmpty());
 }
 
 TEST(PageSetup, OfAnOddSizeWithinTheLimitsIsACustomPaper) {
@@ -170,7 +172,7 @@ TEST(OptionsOfARequest, SayWhatTheProgramCanDo) {
   EXPECT_THAT(request.formats, ElementsAre(FileFormat::pdf, FileFormat::postScript));
 }
 
-TEST(OptionsOfARequest, HaveDefaultsWhereTheyAreMissingOrOfAnotherType) {
+TEST(OptionsOfARequest, HaveDefaultsIfTheyAreMissingOrOfAnotherType) {
   for (const char* options : {"{}",
                               "{'modal': <'no'>, 'accept_label': <7>, 'has_current_page': <1>, "
                               "'supported_output_file_formats': <'pdf'>}"}) {
@@ -182,7 +184,7 @@ TEST(OptionsOfARequest, HaveDefaultsWhereTheyAreMissingOrOfAnotherType) {
   }
 }
 
-TEST(Formats, HaveSvgOnlyAlongWithBothOthers) {
+TEST(Formats, IncludeSvgOnlyTogetherWithBothOthers) {
   EXPECT_THAT(prepared("{}", "{}", "{'supported_output_file_formats': <['svg', 'pdf']>}").formats,
               ElementsAre(FileFormat::pdf));
 }
@@ -211,8 +213,8 @@ TEST(Caller, IsNamedBy255BytesAtMost) {
 
 TEST(TokenInOptions, IsReadFromAnUnsigned32BitNumberOnly) {
   EXPECT_EQ(tokenIn(read("{'token': <uint32 7>}").get()), 7U);
-  for (const char* none : {"{}", "{'token': <7>}", "{'token': <'7'>}", "{'token': <uint64 7>}"})
-    EXPECT_EQ(tokenIn(read(none).get()), 0U) << none;
+  for (const char* other : {"{}", "{'token': <7>}", "{'token': <'7'>}", "{'token': <uint64 7>}"})
+    EXPECT_EQ(tokenIn(read(other).get()), 0U) << other;
 }
 
 TEST(Results, HaveTextsAsStringsAndLengthsAsDoubles) {

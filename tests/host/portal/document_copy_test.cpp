@@ -124,7 +124,7 @@ TEST_F(CopiedDocument, IsAllThatComesThroughAPipe) {
   EXPECT_EQ(copyOf(ends[0]).content, "two pieces");
 }
 
-TEST_F(CopiedDocument, StaysAsItIsWhenTheProgramChangesItsFile) {
+TEST_F(CopiedDocument, IsUnchangedWhenTheProgramChangesItsFile) {
   const auto kept = keptCopyOf(write("before"));
   write("afterwards");
   EXPECT_EQ(contentOf(kept.get()), "before");
@@ -136,9 +136,10 @@ TEST_F(CopiedDocument, IsNotInheritedByOtherPrograms) {
 }
 
 TEST_F(CopiedDocument, IsNeverVisibleInTheTemporaryFolder) {
-  const auto before = g_get_tmp_dir() + std::string("/");
+  const auto temporaryFolder = g_get_tmp_dir() + std::string("/");
   const auto count = [&] {
-    return std::distance(std::filesystem::directory_iterator(before), std::filesystem::directory_iterator());
+    return std::distance(std::filesystem::directory_iterator(temporaryFolder),
+                         std::filesystem::directory_iterator());
   };
   const auto path = write("content");
   const auto files = count();
@@ -164,7 +165,7 @@ TEST_F(CopiedDocument, CannotBeADescriptorThatIsNotOpenOrNotReadable) {
   EXPECT_THAT(copyOf(open(write("content").c_str(), O_WRONLY)).failure, HasSubstr("cannot be read"));
 }
 
-TEST_F(CopiedDocument, IsRefusedWhereItDoesNotFit) {
+TEST_F(CopiedDocument, IsRefusedIfItDoesNotFit) {
   const int file = open(write(std::string(600'000, 'x')).c_str(), O_RDONLY);
   const FileLimit limit;
   const auto result = copyOf(file);
@@ -172,7 +173,7 @@ TEST_F(CopiedDocument, IsRefusedWhereItDoesNotFit) {
   EXPECT_THAT(result.failure, HasSubstr("cannot be kept until it is printed"));
 }
 
-TEST_F(CopiedDocument, IsRefusedWhereTheSystemIsOutOfThreads) {
+TEST_F(CopiedDocument, IsRefusedIfTheSystemIsOutOfThreads) {
   const int file = open(write("content").c_str(), O_RDONLY);
   std::optional<NoThreads> shortage{std::in_place};
   std::string reason;

@@ -31,7 +31,7 @@ constexpr const char* kHandle = "/a/handle";
 constexpr std::uint32_t kToken = 77;
 constexpr std::chrono::hours kLong(1);
 
-void turnMainLoop(const std::function<bool()>& isDone) {
+void runMainLoopUntil(const std::function<bool()>& isDone) {
   bool isLate = false;
   const Timer patience(std::chrono::seconds(60), [&] { isLate = true; });
   while (!isDone()) {
@@ -71,7 +71,7 @@ class Connection {
       g_object_unref(socket);
     }
     g_free(guid);
-    turnMainLoop([this] { return ends_[0] != nullptr && ends_[1] != nullptr; });
+    runMainLoopUntil([this] { return ends_[0] != nullptr && ends_[1] != nullptr; });
     static auto* const node = g_dbus_node_info_new_for_xml(kDescription, nullptr);
     static const GDBusInterfaceVTable table{onCall, nullptr, nullptr, {}};
     g_dbus_connection_register_object(ends_[0], kPlace, node->interfaces[0], &table, this, nullptr, nullptr);
@@ -80,7 +80,7 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
   ~Connection() {
     for (auto* const end : ends_) g_dbus_connection_close_sync(end, nullptr, nullptr);
-    turnMainLoop([this] { return pending_ == 0; });
+    runMainLoopUntil([this] { return pending_ == 0; });
     for (auto* const end : ends_) g_object_unref(end);
   }
 
@@ -93,7 +93,7 @@ class Connection {
     g_dbus_connection_send_message_with_reply(ends_[1], message, G_DBUS_SEND_MESSAGE_FLAGS_NONE, G_MAXINT,
                                               nullptr, nullptr, onAnswer, this);
     g_object_unref(message);
-    turnMainLoop([this] { return call_ != nullptr; });
+    runMainLoopUntil([this] { return call_ != nullptr; });
     return std::make_unique<Request>(std::exchange(call_, nullptr), kHandle);
   }
 
@@ -215,11 +215,11 @@ class SessionOfAProgram : public testing::Test {
   std::string write(const std::string& content) { return folder.write("document", content); }
 
   void waitForAnswer() {
-    turnMainLoop([this] { return answer.has_value(); });
+    runMainLoopUntil([this] { return answer.has_value(); });
   }
 
   void waitForLog(std::size_t size) {
-    turnMainLoop([&] { return script.log.size() >= size; });
+    runMainLoopUntil([&] { return script.log.size() >= size; });
   }
 
   static DialogRequest asked() {
@@ -302,7 +302,7 @@ TEST_F(SessionOfAProgram, OpensTheDialogForADocumentThatComesFirst) {
   EXPECT_FALSE(answer);
 }
 
-TEST_F(SessionOfAProgram, FailsWhereThereIsNoDialog) {
+TEST_F(SessionOfAProgram, FailsIfNoDialogOpens) {
   script.ofOpen = Failure("no screen");
   for (const auto& ask : {std::function([this] { prepare(); }), std::function([this] { print(); })}) {
     begin();
@@ -376,7 +376,7 @@ TEST_F(SessionOfAProgram, EndsWithTheProgramWhileTheDocumentIsBeingRead) {
   EXPECT_THAT(script.log, ElementsAre("opens Letter for nothing", "shown", "gone"));
 }
 
-TEST_F(SessionOfAProgram, AnswersThoughTheDialogCannotBeShown) {
+TEST_F(SessionOfAProgram, AnswersEvenIfTheDialogCannotBeShown) {
   script.ofShow = std::runtime_error("no window");
   for (const auto& ask : {std::function([this] { prepare(); }), std::function([this] { print(); })}) {
     begin();
@@ -390,7 +390,7 @@ TEST_F(SessionOfAProgram, AnswersThoughTheDialogCannotBeShown) {
   EXPECT_EQ(ends, 2);
 }
 
-TEST_F(SessionOfAProgram, AnswersThoughTheChoiceCannotBeRead) {
+TEST_F(SessionOfAProgram, AnswersEvenIfTheChoiceCannotBeRead) {
   script.ofChoice = std::runtime_error("no choice");
   begin();
   prepare();
@@ -401,7 +401,7 @@ TEST_F(SessionOfAProgram, AnswersThoughTheChoiceCannotBeRead) {
   EXPECT_EQ(ends, 1);
 }
 
-TEST_F(SessionOfAProgram, AnswersThoughTheDialogFailsUnexpectedly) {
+TEST_F(SessionOfAProgram, AnswersEvenIfTheDialogFailsUnexpectedly) {
   script.ofPrint = std::runtime_error("out of order");
   begin();
   choose();

@@ -18,8 +18,8 @@ namespace {
 // What another program does right before a file is renamed without replacing another one.
 std::function<void()> beforeRenaming = [] {};
 bool isOnNetwork = false;
-// The error of a renaming without replacing; 0 if it succeeds.
-int renamingFails = 0;
+// The error of renaming without replacing; 0 if it succeeds.
+int renamingError = 0;
 
 }  // namespace
 }  // namespace tandemtrim::host
@@ -29,7 +29,7 @@ extern "C" int renameat2(int fromFolder, const char* from, int toFolder, const c
                          unsigned flags) noexcept {
   using namespace tandemtrim::host;
   if (flags == RENAME_NOREPLACE) beforeRenaming();
-  if (const int error = isOnNetwork ? EINVAL : renamingFails; error != 0 && flags != 0) {
+  if (const int error = isOnNetwork ? EINVAL : renamingError; error != 0 && flags != 0) {
     errno = error;
     return -1;
   }
@@ -71,7 +71,7 @@ class Presets : public testing::Test {
     unsetenv("XDG_CONFIG_DIRS");
     beforeRenaming = [] {};
     isOnNetwork = false;
-    renamingFails = 0;
+    renamingError = 0;
   }
 
   [[nodiscard]] std::filesystem::path own() const { return folder_.path() / "own"; }
@@ -79,7 +79,7 @@ class Presets : public testing::Test {
   std::string write(const std::filesystem::path& base, const std::string& file, const std::string& text) {
     return folder_.write(base / "tandem-trim/presets/Family" / file, text);
   }
-  // Sets damaged files aside, recording what is wrong with them.
+  // The names of all presets. Sets damaged files aside and records what is wrong with them.
   std::vector<std::string> names() {
     const auto [presets, faults] = presetsOf("Family");
     for (const auto& fault : faults) {
@@ -175,7 +175,7 @@ TEST_F(Presets, NeverContainOptionsOfOneJob) {
   EXPECT_THAT(findPreset("Family", "Mine", report).options, ElementsAre(Option{"sides", "one-sided"}));
 }
 
-TEST_F(Presets, ReplaceOthersWhereTheUserAgrees) {
+TEST_F(Presets, ReplaceOthersIfTheUserAgrees) {
   savePreset("Family", kBooklet);
   savePreset("Family", {"Other", {}, {}});
   setPresetOfPrinter("Family", "Morva", kBooklet.name);
@@ -262,7 +262,7 @@ TEST_F(Presets, ThatAnotherProgramSetsAsideAtTheSameTimeAreReportedOnce) {
   EXPECT_THAT(reported, ElementsAre(HasSubstr(file)));
 }
 
-TEST_F(Presets, OfTheAdministratorThatAreDamagedAreReportedWhereTheyAreUsedUnlessTheUsersHideThem) {
+TEST_F(Presets, OfTheAdministratorThatAreDamagedAreReportedUnlessTheUsersOwnHideThem) {
   const auto file = write(administrators(), "House.json", "{");
   savePreset("Family", kBooklet);
   EXPECT_EQ(findPreset("Family", kBooklet.name, report), kBooklet);
@@ -283,16 +283,16 @@ TEST_F(Presets, ThatCannotBeReadStayWhereTheyAreAndAreReported) {
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
-TEST_F(Presets, ThatCannotBeSetAsideAreReportedWhereTheyAre) {
+TEST_F(Presets, ThatCannotBeSetAsideAreReportedAndStay) {
   const auto file = write(own(), "Damaged.json", "{");
-  renamingFails = EIO;
+  renamingError = EIO;
   EXPECT_THAT(names(), IsEmpty());
   EXPECT_THAT(reported, ElementsAre(testing::AllOf(HasSubstr(file + " cannot be understood"),
                                                    testing::Not(HasSubstr("the file is now")))));
   EXPECT_TRUE(std::filesystem::exists(file));
 }
 
-TEST_F(Presets, ThatAnotherProgramSetsAsideBeforeTheyAreAskedForAreNotReportedAgain) {
+TEST_F(Presets, ThatAnotherProgramSetsAsideFirstAreNotReportedAgain) {
   const auto file = write(own(), "Damaged.json", "{");
   savePreset("Family", kBooklet);
   beforeRenaming = [&] { std::filesystem::remove(file); };
@@ -300,7 +300,7 @@ TEST_F(Presets, ThatAnotherProgramSetsAsideBeforeTheyAreAskedForAreNotReportedAg
   EXPECT_THAT(reported, IsEmpty());
 }
 
-TEST_F(Presets, ThatGoWhileTheyAreRenamedAreAFailure) {
+TEST_F(Presets, ThatDisappearWhileTheyAreRenamedAreReported) {
   savePreset("Family", kBooklet);
   beforeRenaming = [&] { std::filesystem::remove(presetFile("Family", kBooklet.name)); };
   EXPECT_THAT(
@@ -308,14 +308,14 @@ TEST_F(Presets, ThatGoWhileTheyAreRenamedAreAFailure) {
       HasSubstr(presetFile("Family", "Other").string() + " cannot be written"));
 }
 
-TEST_F(Presets, AreTheFilesWhoseNamesTheyWouldGiveThemAlone) {
+TEST_F(Presets, AreNotReadFromFilesThatSavingWouldNameDifferently) {
   for (const char* file : {"%zz.json", "a%2.json", "a%61.json", "%.json"}) write(own(), file, "{}");
   write(own(), "a%25.json", "{}");
   EXPECT_THAT(names(), ElementsAre("a%"));
   EXPECT_THAT(reported, IsEmpty());
 }
 
-TEST_F(Presets, OfTheAdministratorAreInNoFolderThatDependsOnWhereAProgramStarts) {
+TEST_F(Presets, AreNotReadFromRelativeFolders) {
   const auto before = std::filesystem::current_path();
   write("etc", "House.json", "{}");
   std::filesystem::current_path(own().parent_path());
@@ -439,7 +439,7 @@ TEST_F(Presets, MayBeTheOneThatAPrinterStartsWith) {
   EXPECT_THAT(names(), ElementsAre("Other"));
 }
 
-TEST_F(Presets, AreNotBegunWithWhereThePrintersFileNamesNone) {
+TEST_F(Presets, AreNotChosenIfThePrintersFileIsMalformed) {
   setPresetOfPrinter("Family", "Morva", kBooklet.name);
   const auto file = presetFile("Family", "x").parent_path() / "printers/Morva.json";
   ASSERT_EQ(presetOfPrinter("Family", "Morva"), kBooklet.name);

@@ -23,20 +23,20 @@ class ThePageProgram : public testing::Test {
   const std::string document_ = folder_.write("report.pdf", test::pdfOf({test::PdfPage{}}));
 };
 
-TEST_F(ThePageProgram, RefusesACommandLineThatIsNone) {
+TEST_F(ThePageProgram, RefusesAWrongCommandLine) {
   EXPECT_EQ(run("1 100 <" + document_ + " >/dev/null"), PageStatus::rendered);
   for (const char* words :
        {"", "1", "1 100 x", "0 100", "x 100", "1x 100", "99999999999 100", "1 0", "1 1025"})
     EXPECT_EQ(run(words + (" <" + document_) + " >/dev/null"), PageStatus::notStarted) << words;
 }
 
-TEST_F(ThePageProgram, TellsThatAPageIsNotThereOrThatThereIsNoDocument) {
+TEST_F(ThePageProgram, ReportsAMissingPageOrDocument) {
   EXPECT_EQ(run("2 100 <" + document_ + " >/dev/null"), PageStatus::noSuchPage);
   EXPECT_EQ(run("1 100 </dev/null >/dev/null"), PageStatus::broken);
   EXPECT_EQ(run("1 100 <&- >/dev/null"), PageStatus::broken);
 }
 
-TEST_F(ThePageProgram, FailsWhereNobodyTakesItsAnswer) {
+TEST_F(ThePageProgram, FailsIfItsAnswerCannotBeWritten) {
   EXPECT_EQ(run("1 100 <" + document_ + " >&-"), PageStatus::notStarted);
   EXPECT_EQ(run("1 100 <" + document_ + " >/dev/full"), PageStatus::notStarted);
 }

@@ -192,14 +192,14 @@ TEST_F(RenderedPages, ComeOnlyFromARegularFile) {
   EXPECT_THAT(failure.what(), HasSubstr("can be read only once"));
 }
 
-// A page that keeps a reader busy until its time is up.
+// A document whose page keeps a reader busy until its time is up.
 std::string slowDocument() {
   std::string strokes;
   for (int i = 0; i < 400'000; ++i) strokes += "0 0 m 595 842 9 9 300 " + std::to_string(i) + " c S ";
   return pdfOf({PdfPage{.content = "[0.001] 0 d " + strokes}});
 }
 
-// Documents made to keep a reader busy. Each must end soon, at worst with a reason.
+// Documents made to keep a reader busy. Reading each must end soon, at worst with a reason.
 std::vector<std::pair<std::string, std::string>> hostileDocuments() {
   const std::string page =
       "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 4 0 R/Resources<</XObject<</X 5 0 R>>>>>>";
@@ -380,7 +380,7 @@ TEST(AnAnswer, IsRefusedWithANumberThatNoPageHas) {
   }
 }
 
-TEST(AnAnswer, HasNoEmptyEdgesWhereOneIsImpossible) {
+TEST(AnAnswer, HasNoEmptyEdgesIfOneIsImpossible) {
   for (const double beyond : {-1.0, 30.0, HUGE_VAL, std::numeric_limits<double>::quiet_NaN()}) {
     for (double PageAnswer::*const edge :
          {&PageAnswer::emptyTop, &PageAnswer::emptyBottom, &PageAnswer::emptyLeft, &PageAnswer::emptyRight}) {

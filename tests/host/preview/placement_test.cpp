@@ -38,7 +38,7 @@ void expectPlace(const platform::PageImage& image, double left, double top, doub
     EXPECT_NEAR(image.empty->at(edge), empty.at(edge), 1e-9) << edge;
 }
 
-TEST(APageOnItsSheet, IsInTheMiddleInItsOwnSizeWhereThereIsRoom) {
+TEST(APageOnItsSheet, IsInTheMiddleInItsOwnSizeIfThereIsRoom) {
   for (const auto& [width, height] : {std::pair{210.0, 297.0}, {213.0, 302.0}, {100.0, 150.0}}) {
     const auto image = placed(pageOf(width, height), kA4);
     expectPlace(*image, (210 - width) / 2, (297 - height) / 2, width, height, {10, 20, 30, 40});
@@ -48,7 +48,7 @@ TEST(APageOnItsSheet, IsInTheMiddleInItsOwnSizeWhereThereIsRoom) {
   }
 }
 
-TEST(APageOnItsSheet, IsTurnedToTheLeftWhereItIsOfTheOtherOrientation) {
+TEST(APageOnItsSheet, IsTurnedToTheLeftIfItsOrientationDiffersFromTheSheets) {
   for (const auto& [page, sheet] :
        {std::pair{pageOf(297, 210), kA4}, {pageOf(150, 100), kA4}, {pageOf(210, 297), kLandscape}}) {
     const auto image = placed(page, sheet);
@@ -61,7 +61,7 @@ TEST(APageOnItsSheet, IsTurnedToTheLeftWhereItIsOfTheOtherOrientation) {
   }
 }
 
-TEST(APageOnItsSheet, IsTurnedToTheRightWhereThePrinterTurnsThatWay) {
+TEST(APageOnItsSheet, IsTurnedToTheRightIfThePrinterTurnsThatWay) {
   auto sheet = kA4;
   sheet.turnsRight = true;
   const auto image = placed(pageOf(297, 210), sheet);
@@ -71,7 +71,7 @@ TEST(APageOnItsSheet, IsTurnedToTheRightWhereThePrinterTurnsThatWay) {
 }
 
 // The printable area is 190 x 277 mm, 6 mm from the left and 5 mm from the top.
-TEST(APageOnItsSheet, IsFittedToThePrintableAreaWhereTheSheetIsTooSmall) {
+TEST(APageOnItsSheet, IsFittedToThePrintableAreaIfTheSheetIsTooSmall) {
   expectPlace(*placed(pageOf(380, 400), kA4), 6, 5 + (277 - 200) / 2.0, 190, 200, {5, 10, 15, 20});
   expectPlace(*placed(pageOf(400, 554), kA4), 6, 5 + (277 - 554 * 0.475) / 2, 190, 554 * 0.475,
               {4.75, 9.5, 14.25, 19});
@@ -79,7 +79,7 @@ TEST(APageOnItsSheet, IsFittedToThePrintableAreaWhereTheSheetIsTooSmall) {
   expectPlace(*tall, 6 + (190 - 10) / 2.0, 5, 10, 277, {1, 2, 3, 4});
 }
 
-TEST(APageOnItsSheet, IsFittedWhereAnotherPageOfItsDocumentIsTooLarge) {
+TEST(APageOnItsSheet, IsFittedIfAnotherPageOfItsDocumentIsTooLarge) {
   for (const auto& [longest, broadest] : {std::pair{420.0, 210.0}, {297.0, 250.0}, {304.0, 210.0}}) {
     auto page = pageOf(100, 150);
     page.longest = longest;
@@ -91,7 +91,7 @@ TEST(APageOnItsSheet, IsFittedWhereAnotherPageOfItsDocumentIsTooLarge) {
   EXPECT_EQ(placed(pageOf(297, 150), kA4)->width, 150);
 }
 
-TEST(APageOnItsSheet, IsNotShownWhereItIsCroppedOrItsPlaceIsUnknown) {
+TEST(APageOnItsSheet, IsNotShownIfItIsCroppedOrItsPlaceIsUnknown) {
   for (const auto& edges :
        {std::optional<Edges>(), {Edges{}}, {Edges{200, 100, 5, 5}}, {Edges{5, 5, 110, 100}}}) {
     const PaperSheet sheet{210, 297, edges, false};
@@ -106,7 +106,7 @@ TEST(APageOnItsSheet, MayBeEmpty) {
   EXPECT_FALSE(placed(page, kA4)->empty);
 }
 
-// A printer with two papers; `more` may allow custom sizes.
+// The PPD of a printer with two papers; `more` may allow custom sizes.
 PpdHandle ppdWithPapers(const std::string& more) {
   const test::TemporaryFolder folder;
   PpdHandle ppd(

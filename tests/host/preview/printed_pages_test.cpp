@@ -19,7 +19,7 @@ std::vector<int> pagesOf(const Options& options) {
   return pages;
 }
 
-TEST(PrintedPages, AreThoseThatTheJobAsksFor) {
+TEST(PrintedPages, AreThoseThatTheOptionsSelect) {
   using testing::ElementsAre;
   using testing::IsEmpty;
   EXPECT_THAT(pagesOf({{"copies", "2"}}), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9));

@@ -26,7 +26,7 @@ OTHER_FILTER = "lundfoldline"  # in the second family's PPD
 BACKEND = "recorder"
 HOST = "127.0.0.1"
 ATTEMPTS = 5
-NOTE = "/is-that-all-"  # the beginning of a path that only requests() asks for
+NOTE = "/is-that-all-"  # the beginning of a path that only requests() uses
 
 SERVER_SETTINGS = """\
 Listen {host}:{port}
@@ -128,7 +128,7 @@ class CupsDaemon:
         # Root's server runs filters as another user, who needs access whatever the umask is.
         for folder in (".", "programs", "programs/filter", "programs/backend"):
             (self.folder / folder).chmod(0o755)
-        # A copy, as a security profile of the system applies to the daemon's own path.
+        # A copy, as a security profile of the system may restrict the program at the daemon's usual path.
         shutil.copy(SYSTEM_DAEMON, self.folder / "cupsd")
         root = os.geteuid() == 0
         settings = FILE_SETTINGS.format(

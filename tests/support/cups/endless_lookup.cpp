@@ -1,4 +1,4 @@
-// Preloaded before the C library: no look-up of a server's name ever ends.
+// Preloaded before the C library, so that no look-up of a server's name ever ends.
 
 #include <netdb.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-"""A print server that answers as a test says, and otherwise like one that keeps all jobs as they were sent."""
+"""A print server with the answers that a test chooses; its other answers are those of a server that keeps each job as it was sent."""
 
 import base64
 import http.server

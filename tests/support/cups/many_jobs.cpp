@@ -60,7 +60,7 @@ CommandLine anyCommandLine(Random& random) {
   return line;
 }
 
-// The same as words of the command line.
+// The arguments of the terminal program for this command line.
 std::vector<std::string> wordsOf(const CommandLine& line) {
   std::vector<std::string> words;
   for (const auto& option : line.options) words.insert(words.end(), {"-o", optionText(option)});

@@ -28,7 +28,7 @@ inline bool readJob(PlannedJob& job) {
   return true;
 }
 
-/// Writes a line of JSON with the job's number if it is confirmed, or null.
+/// Writes a line of JSON with the job's title, and its number if it is confirmed, else null.
 inline void writeAnswer(const PlannedJob& job, std::optional<int> number) {
   const auto confirmed = number ? nlohmann::json(*number) : nlohmann::json(nullptr);
   std::cout << nlohmann::json{{"title", job.title}, {"job", confirmed}} << std::endl;

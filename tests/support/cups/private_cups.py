@@ -16,7 +16,7 @@ import subprocess
 import sys
 import urllib.parse
 
-# A command lacks the tests' module path.
+# Run as a command, this file lacks the tests' module path.
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1]))
 
 import ipp  # noqa: E402

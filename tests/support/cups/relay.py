@@ -1,5 +1,5 @@
-"""Relays between a client and its print server that pass some traffic on and then fail in one way: they fall silent, cut the connection,
-refuse, delay or change what passes."""
+"""Relays between a client and its print server. Each disturbs the traffic in one way, such as a silence, a cut connection, a refusal, a
+delay or other bytes, or only records it."""
 
 import base64
 import queue
@@ -256,7 +256,7 @@ class WantsLogin(Relay):
 
 
 class Slow(Relay):
-    """Passes on `speed` bytes of the client's requests a second. A small receive buffer keeps the system from taking many more."""
+    """Passes on `speed` bytes of the client's requests a second. A small receive buffer keeps the system from accepting many more."""
 
     SHARE = 20  # pieces a second
 

@@ -4,7 +4,7 @@ import os
 import socket
 import struct
 
-DISPLAY, REGISTRY, ANSWER, MANAGER, POINTER = 1, 2, 3, 4, 5  # the objects' numbers, chosen by this client
+DISPLAY, REGISTRY, ANSWER, MANAGER, POINTER = 1, 2, 3, 4, 5  # the objects' numbers; the first is fixed, this client chooses the others
 GET_REGISTRY, BIND, SYNC, CREATE_POINTER, MOVE_TO, BUTTON, FRAME = 1, 0, 0, 0, 1, 2, 4  # requests
 GLOBAL, DONE = 0, 0  # events
 INTERFACE = "zwlr_virtual_pointer_manager_v1"
@@ -46,7 +46,7 @@ class Pointer:
         self._socket.sendall(struct.pack("II", target, (8 + len(content)) << 16 | what) + content)
 
     def _until_done(self):
-        """The events until all requests so far are done, as (sender, what, content)."""
+        """Yields the events until the compositor has handled all requests so far, as (sender, what, content)."""
         self._ask(DISPLAY, SYNC, struct.pack("I", ANSWER))
         while True:
             sender, size_and_what = struct.unpack("II", self._events.read(8))

@@ -14,7 +14,7 @@ MARKUP = "body-markup"
 
 
 class Desktop:
-    """Takes notifications for the duration of a `with` statement."""
+    """Receives notifications for the duration of a `with` statement."""
 
     def __init__(self, folder, *capabilities):
         self._file = folder / "notifications"

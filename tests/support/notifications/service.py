@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Takes the session's notifications and writes each to a file as a line of JSON: service.py FILE [CAPABILITY ...]"""
+"""Receives the session's notifications and writes each to a file as a line of JSON: service.py FILE [CAPABILITY ...]"""
 
 import json
 import pathlib

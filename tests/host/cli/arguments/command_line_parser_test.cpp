@@ -56,7 +56,7 @@ TEST(ACommandLine, TakesAFileOfAnyName) {
               ElementsAre("[a.pdf,b.pdf]", "{}", "%%", "\"a\"", "a=b", "", "-"));
 }
 
-TEST(ACommandLine, PrintsStandardInputWhereItNamesNeitherAFileNorAnotherUse) {
+TEST(ACommandLine, PrintsStandardInputIfItNamesNeitherAFileNorAnotherUse) {
   const auto filesOf = [](const std::vector<std::string>& arguments) {
     return std::get<CommandLine>(parseCommandLine(arguments, true)).files;
   };
@@ -144,7 +144,7 @@ TEST(Help, SaysInASentenceWhatEachOptionDoes) {
   std::istringstream help(std::get<Information>(parseCommandLine({"--help"})).text);
   std::string line;
   int sentences = 0;
-  // The column where an option's description begins, behind the option or on the next line.
+  // The column where an option's description begins, after the option or on the next line.
   constexpr std::size_t kColumn = 30;
   while (std::getline(help, line)) {
     if (!line.starts_with("  ") || line.size() <= kColumn || line[kColumn - 1] != ' ') continue;
@@ -154,7 +154,7 @@ TEST(Help, SaysInASentenceWhatEachOptionDoes) {
   EXPECT_GE(sentences, 40);
 }
 
-TEST(AnOptionThatGoesAlone, IsRefusedBesideAnotherWithTheReason) {
+TEST(OptionsThatDoNotGoTogether, AreRefusedWithTheReason) {
   const auto wordsOf = [](const std::vector<std::string>& arguments) {
     return std::string(failureOf([&] { parse(arguments); }).what());
   };
