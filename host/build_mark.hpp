@@ -2,7 +2,8 @@
 
 namespace tandemtrim::host {
 
-/// Differs between builds of different versions or with different headers, whose parts do not fit together.
+/// Identifies a build by its version and its headers. Modules of builds with different marks do not work
+/// together.
 extern const char* const kBuildMark;
 
 /// Each of the program's modules exports this function with C linkage. It returns the module's kBuildMark.

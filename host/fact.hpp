@@ -39,7 +39,7 @@ class Fact {
   std::vector<FactArgument> arguments_;
 };
 
-/// The fact with somebody else's words in parentheses after it, unless they are empty.
+/// The fact, followed by words from elsewhere in parentheses unless they are empty.
 Fact withWords(Fact fact, const std::string& words);
 
 /// The replacement of a placeholder: words that are the same in every language, or another fact.

@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// A file's descriptor, which the destructor closes; not open where opening failed.
+/// Owns a file's descriptor and closes it. Not open if opening the file failed.
 class FileDescriptor {
  public:
   explicit FileDescriptor(int file) noexcept : file_(file) {}

@@ -13,7 +13,7 @@ bool isIgnored(int signal);
 const char* wordOf(int signal);
 
 /// The failure of work that a signal ended, with the exit status that shells use for it. `failure` is the
-/// work's own failure; none when the work had not begun.
+/// work's own failure; nullopt if the signal is the only cause.
 Failure interruptedBy(int signal, const std::optional<Failure>& failure);
 
 }  // namespace tandemtrim::host

@@ -11,8 +11,8 @@
 
 namespace tandemtrim::host {
 
-/// The text of a file; none when it does not exist. Failure when it cannot be read, is no regular file or has
-/// more than `most` bytes.
+/// The text of a file; nullopt if it does not exist. Failure when it cannot be read, is no regular file or
+/// has more than `most` bytes.
 std::optional<std::string> readWholeFile(const std::filesystem::path& file,
                                          std::size_t most = std::string().max_size());
 

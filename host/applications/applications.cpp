@@ -117,7 +117,7 @@ Lines settingsLines(const MarkedFile& file, const PortalPlaces& places) {
   return lines;
 }
 
-// What to do for a portal that has no settings files, but finds the backend.
+// The remedy for a portal that has no settings files, but finds the backend.
 std::string byDesktopText(const Portal& portal, const fs::path& backend) {
   const auto own = desktopsOf(backend);
   std::string desktops = own.empty() ? kOwnBackend : own.front();
@@ -137,7 +137,7 @@ std::string folderText(const Portal& portal) {
                     : "; install the package tandem-trim-gtk");
 }
 
-// What the portal lacks, regardless of its settings.
+// The parts that the portal lacks, regardless of its settings.
 Lines missingParts(const Portal& portal) {
   Lines missing;
   if (!portal.isInstalled)
@@ -207,7 +207,7 @@ std::vector<fs::path> ownFiles(const PortalPlaces& places) {
   return files;
 }
 
-// A folder for trials of the portal is not changed.
+// Failure for a portal that reads its settings only from a folder for trials, which is not changed.
 void refuseOtherFolder(const PortalPlaces& places) {
   if (!places.only) return;
   throw Failure(

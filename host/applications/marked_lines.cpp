@@ -16,7 +16,7 @@ constexpr std::string_view kEndMark = "# End of the lines of tandem-trim";
 constexpr std::array<std::string_view, 4> kBefore{"", ", with the line break before them", ", with this file",
                                                   ", with this file and its folder"};
 
-// Where a line begins, and where the next one does.
+// The offsets at which a line and the next one begin.
 struct Place {
   std::size_t begin;
   std::size_t end;

@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// What was there before the marked lines were added.
+/// The state of the file before the marked lines were added.
 enum class Before {
   file,
   /// A file whose last line had no line break.

@@ -47,7 +47,7 @@ bool isFile(const fs::path& path) {
   return fs::is_regular_file(path, unreadable);
 }
 
-// The settings file that counts in one folder: the desktop's own one, else the one for all desktops.
+// The settings file that applies in one folder: that of the desktop, else the one for all desktops.
 std::optional<fs::path> settingsIn(const fs::path& folder, const PortalPlaces& places) {
   for (const auto& desktop : places.desktops) {
     if (auto file = folder / (lowerCase(desktop) + "-portals.conf"); isFile(file)) return file;

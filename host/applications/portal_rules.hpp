@@ -16,7 +16,7 @@ namespace tandemtrim::host {
 inline constexpr const char* kOwnBackend = "tandemtrim";
 /// The part of the desktop portal by which applications print, as its backends name it.
 inline constexpr const char* kPrintPart = "org.freedesktop.impl.portal.Print";
-/// More than any settings file has.
+/// In bytes; larger than any real settings file.
 inline constexpr std::size_t kMostSettingsBytes = 1 << 16;
 /// The group of the portal's settings that names the backend for each part.
 inline constexpr const char* kPreferred = "preferred";
@@ -34,17 +34,17 @@ inline constexpr PortalVersion kFirstWithSettings{1, 17};
 /// Older portals look for backends in one folder.
 inline constexpr PortalVersion kFirstWithManyFolders{1, 20};
 
-/// The version in the output of a program's --version; none when it has no version.
+/// The version in the output of a program's --version; nullopt if it has no version.
 std::optional<PortalVersion> versionIn(const std::string& words);
 
-/// Returns an environment variable's value; none where it is not set.
+/// Returns an environment variable's value; nullopt if it is not set.
 using Variables = std::function<std::optional<std::string>(const std::string& name)>;
 
 /// Where the portal looks, according to its environment variables.
 struct PortalPlaces {
   /// The names of the user's desktop, the most specific one first.
   std::vector<std::string> desktops;
-  /// The only folder of backends and settings, for trials of the portal; usually none.
+  /// The only folder of backends and settings, for trials of the portal; usually nullopt.
   std::optional<std::filesystem::path> only;
   std::filesystem::path configHome;
   std::filesystem::path dataHome;
@@ -59,10 +59,10 @@ PortalPlaces portalPlaces(const Variables& variable);
 /// The user's settings file that the portal reads, or would read if it were there.
 std::filesystem::path userSettings(const PortalPlaces& places);
 
-/// The first settings file that is not the user's: the one that counts while the user has none.
+/// The first settings file that is not the user's, which applies while the user has no such file.
 std::optional<std::filesystem::path> systemSettings(const PortalPlaces& places);
 
-/// The file that describes a backend to the portal; none where this version finds no backend of that name.
+/// The file that describes a backend to the portal; nullopt if this version finds no backend of that name.
 std::optional<std::filesystem::path> backendFile(const PortalPlaces& places, PortalVersion version,
                                                  const std::string& name);
 
@@ -72,12 +72,12 @@ std::vector<std::string> desktopsOf(const std::filesystem::path& backendFile);
 /// The folders where this version of the portal looks for backends.
 std::vector<std::filesystem::path> backendFolders(const PortalPlaces& places, PortalVersion version);
 
-/// The entries of a settings file in their order; none where it is missing or cannot be understood.
+/// The entries of a settings file in their order; nullopt if it is missing or cannot be understood.
 std::optional<std::vector<SettingsEntry>> entriesOf(const std::filesystem::path& file);
 
 /// The backend that the portal uses for printing.
 struct ChosenBackend {
-  /// None when the portal uses no backend.
+  /// nullopt if the portal uses no backend.
   std::optional<std::string> name;
   /// The reason, as a clause that can follow the name.
   std::string reason;

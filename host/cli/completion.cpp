@@ -23,7 +23,7 @@ using Words = std::vector<std::string>;
 
 constexpr unsigned kSecondsAtKey = 2;
 
-// Ends the program in time, however many requests it makes.
+// Ends the program after this time, however many requests it makes.
 void endInTime() {
   std::signal(SIGALRM, [](int) { _exit(kSucceeded); });
   alarm(kSecondsAtKey);

@@ -23,8 +23,8 @@ using namespace tandemtrim::host;
 
 void printMessage(const std::string& message) { std::cerr << "tandem-trim: " << plainText(message) << '\n'; }
 
-// Otherwise the next file or connection would get the number of a closed standard descriptor, and then the
-// program's output.
+// Opens the standard descriptors that are closed. Otherwise the next file or connection would get the number
+// of one of them, and then the program's output.
 void openStandardDescriptors() {
   int file = 0;
   do file = open("/dev/null", O_RDWR);

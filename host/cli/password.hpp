@@ -5,8 +5,9 @@
 
 namespace tandemtrim::host {
 
-/// Asks for a password at the terminal that the program was started from, without showing it. None when there
-/// is no terminal, and when the user types nothing. The terminal is restored before a signal takes effect.
+/// Asks for a password at the terminal that the program was started from, without showing it. nullopt without
+/// a terminal, when the user types nothing, and when a signal ends the question. The terminal is restored
+/// before a signal takes effect.
 std::optional<std::string> passwordFromTerminal(const std::string& prompt);
 
 }  // namespace tandemtrim::host

@@ -58,7 +58,8 @@ void showOptions(std::ostream& out, const Options& options) {
 
 void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
               const std::optional<SentJob>& job) {
-  // Not made from a null value, which the library leaves broken when it runs out of memory.
+  // An object from the start: the library leaves a null value broken if memory runs out while it becomes an
+  // object.
   auto json = Json::object();
   json["printer"] = printer ? Json(*printer) : Json(nullptr);
   json["settings"] = Json::object();

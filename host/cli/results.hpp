@@ -15,8 +15,8 @@ void showSummary(std::ostream& out, const JobSettings& settings);
 /// The options as arguments for lp, one a line, quoted for a shell.
 void showOptions(std::ostream& out, const Options& options);
 
-/// printer, settings, limits and summary as a JSON object, and the job when there is one. Replacement
-/// characters take the place of invalid UTF-8, and every character beyond ASCII is escaped.
+/// Shows a JSON object with the printer, settings, limits and summary and, if there is one, the job.
+/// Replacement characters take the place of invalid UTF-8, and every character beyond ASCII is escaped.
 void showJson(std::ostream& out, const std::optional<std::string>& printer, const JobSettings& settings,
               const std::optional<SentJob>& job);
 

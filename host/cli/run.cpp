@@ -25,7 +25,8 @@
 namespace tandemtrim::host {
 namespace {
 
-// The print server and its printer; absent when the PPD comes from a file and nothing goes to the server.
+// The print server and its printer; absent when the PPD comes from a file, and nothing is printed or saved as
+// defaults.
 struct Target {
   Connection connection;
   Printer printer;

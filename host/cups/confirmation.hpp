@@ -12,7 +12,7 @@
 
 namespace tandemtrim::host {
 
-/// What a job was sent with.
+/// The content of a job as it was sent.
 struct JobContent {
   Options options;
   std::size_t documents = 0;
@@ -26,14 +26,14 @@ struct JobContent {
 struct LostOption {
   std::string keyword;
   std::string sent;
-  /// The value at the server; none when the job lacks the option.
+  /// The value at the server; nullopt if the job lacks the option.
   std::optional<std::string> atServer;
 };
 
-/// What the server reports about a job.
+/// The server's report about a job.
 struct ReportedJob {
   ipp_jstate_t state = IPP_JSTATE_PENDING;
-  /// The protocol's keywords, such as "job-canceled-by-user", with commas between them; often empty.
+  /// IPP's keywords, such as "job-canceled-by-user", with commas between them; often empty.
   std::string reasons;
   /// The printer's message while it works on the job; often empty.
   std::string message;
@@ -46,11 +46,11 @@ struct ReportedJob {
   bool isArriving = false;
 };
 
-/// The options that a server keeps as attributes of the job: all but those of a subscription to its events,
-/// and job-name, which is its title.
+/// The options that a server keeps as attributes of the job: all but job-name, which is the job's title, and
+/// those of a subscription to the job's events.
 Options optionsOfTheJob(const Options& options);
 
-/// Asks the server about a job; none when it does not know the job or its answer is about something else.
+/// Asks the server about a job; nullopt if it does not know the job or its answer is about something else.
 /// Failure when there is no answer, or it is an error.
 std::optional<ReportedJob> askForJob(const Connection& connection, const Printer& printer, int job,
                                      const JobContent& sent);

@@ -13,7 +13,7 @@
 
 namespace tandemtrim::host {
 
-/// Reports how much of a document is sent: the number of its job (none before there is one), its name, the
+/// Reports how much of a document is sent: the number of its job (nullopt before there is one), its name, the
 /// bytes sent and, if known, its size. An exception from it ends the sending.
 using Progress = std::function<void(std::optional<int> job, const std::string& name, std::uint64_t sent,
                                     std::optional<std::uint64_t> size)>;
@@ -21,7 +21,7 @@ using Progress = std::function<void(std::optional<int> job, const std::string& n
 /// A document that was sent.
 struct SentDocument {
   std::uint64_t bytes = 0;
-  /// Why the server did not confirm the document, though all of it was sent; none when it did.
+  /// Why the server did not confirm the document, though all of it was sent; nullopt if it did.
   std::optional<Failure> unanswered;
 };
 
@@ -37,7 +37,8 @@ class UnfinishedJob {
 
   [[nodiscard]] int number() const noexcept { return number_; }
 
-  /// Failure when the document cannot be read or sent completely, or the server refuses it.
+  /// Sends a document, the job's last one if `last`. Failure when it cannot be read or sent completely, or
+  /// the server refuses it.
   SentDocument send(Document& document, const std::string& format, bool last, const Progress& progress) const;
 
   /// Leaves the job to the server.

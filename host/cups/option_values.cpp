@@ -74,13 +74,13 @@ bool isResolution(std::string_view value) {
   return isCount(across.substr(0, times)) && isCount(across.substr(times + 1));
 }
 
-// The number of an enumeration's value, or none.
+// The number of an enumeration's value, or nullopt.
 std::optional<std::string> enumeration(const std::string& keyword, const std::string& value) {
   const auto number = numberFrom(value).value_or(ippEnumValue(keyword.c_str(), value.c_str()));
   return number > 0 ? std::optional(std::to_string(number)) : std::nullopt;
 }
 
-// One value of this type in libcups's form; none when libcups would misread it.
+// One value of this type in libcups's form; nullopt if libcups would misread it.
 std::optional<std::string> encodableValue(ipp_tag_t type, const std::string& keyword,
                                           const std::string& value) {
   const auto valueIf = [&](bool isRight) { return isRight ? std::optional(value) : std::nullopt; };

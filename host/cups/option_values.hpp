@@ -4,8 +4,9 @@
 
 namespace tandemtrim::host {
 
-/// The options with each value in a form that libcups encodes correctly: keywords of enumerations become
-/// IPP's numbers, "landscape" 4. Failure, which names the option, for a value that libcups would misread.
+/// The options with each value in a form that libcups encodes correctly: a keyword of an enumeration becomes
+/// IPP's number, such as 4 for "landscape". Failure, which names the option, for a value that libcups would
+/// misread.
 Options encodable(Options options);
 
 }  // namespace tandemtrim::host

@@ -16,7 +16,7 @@ class DamagedPpd : public Failure {
   DamagedPpd(const std::string& name, const std::string& reason);
 };
 
-/// Opens a PPD file. Failure when it cannot be read or is malformed, with the line where libcups gave up.
+/// Opens a PPD file. Failure when it cannot be read or is malformed, with the line where libcups stopped.
 /// Messages call the file `name`.
 PpdHandle openPpd(const std::string& path, const std::string& name);
 

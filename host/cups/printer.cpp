@@ -25,8 +25,8 @@ DestinationName splitAt(std::string::size_type slash, const std::string& text) {
   return {text.substr(0, slash), text.substr(slash + 1)};
 }
 
-// The default printer as libcups finds it: from the environment, the user's or the administrator's file. None
-// means the server's.
+// The default printer as libcups finds it: from the environment, the user's or the administrator's file.
+// nullopt means the server's default printer.
 std::optional<DestinationName> usualDestination(std::span<const std::string> defaults) {
   const char* name = std::getenv("LPDEST");
   if (name == nullptr) {
@@ -36,7 +36,7 @@ std::optional<DestinationName> usualDestination(std::span<const std::string> def
   }
   if (name != nullptr) return splitAt(std::string_view(name).find('/'), name);
   std::optional<DestinationName> usual;
-  // The user's file comes last and counts before the administrator's.
+  // The user's file comes last and overrides the administrator's.
   for (const auto& file : defaults)
     if (auto destination = defaultDestination(file)) usual = std::move(destination);
   return usual;

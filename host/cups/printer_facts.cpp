@@ -17,8 +17,8 @@ MessageHandle defaultPrinterRequest() {
   return request;
 }
 
-// The attributes to ask for, which include the server's values of the saved options. Not all of the
-// printer's: the lists of what it supports take longer than a job.
+// The attributes to ask for, which include the server's values of the saved options. Not all attributes of
+// the printer, since listing all that it supports takes longer than a job.
 std::vector<std::string> namesToAsk(const Options& saved) {
   std::vector<std::string> names{"printer-name", "printer-is-accepting-jobs", "printer-state",
                                  "printer-state-message", "printer-defaults"};

@@ -31,7 +31,7 @@ FileDescriptor emptyFile() {
 // Whether the last answer arrived up to its length or last chunk. A PPD itself has no mark at its end.
 bool isWhole(http_t* http) { return httpError(http) == 0 && httpGetState(http) == HTTP_STATE_WAITING; }
 
-// The announced length of the server's answer; none when it announced none, or compressed the answer.
+// The announced length of the server's answer; nullopt if it announced no length, or compressed the answer.
 std::optional<off_t> announcedBytes(http_t* http) {
   const std::string_view digits = httpGetField(http, HTTP_FIELD_CONTENT_LENGTH);
   if (*httpGetField(http, HTTP_FIELD_CONTENT_ENCODING) != '\0') return std::nullopt;

@@ -23,7 +23,8 @@ namespace fs = std::filesystem;
 
 constexpr mode_t kOwnFolder = 0700;
 constexpr const char* kServerRoot = "/etc/cups";
-constexpr std::string_view kPacked = "\x1F\x8B";  // which libcups unpacks
+// The first bytes of a file packed by gzip, which libcups would unpack.
+constexpr std::string_view kPacked = "\x1F\x8B";
 
 // The file has one line for each printer; in it, # begins a comment, and a keyword without a value is a
 // switch.
@@ -51,7 +52,8 @@ Failure cannotChange(const Printer& printer, const Failure& reason) {
 
 DestinationName nameOf(const Printer& printer) { return {printer.name, printer.instance}; }
 
-// As libcups finds it, which ignores the variable in a program that runs as another user than its caller.
+// The file that libcups reads. It ignores CUPS_SERVERROOT in a program that runs as another user than its
+// caller.
 fs::path systemDefaultsFile() {
   const bool isOwn = (geteuid() == getuid() || getuid() == 0) && getegid() == getgid();
   const char* const folder = isOwn ? std::getenv("CUPS_SERVERROOT") : nullptr;

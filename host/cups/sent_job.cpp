@@ -53,7 +53,7 @@ bool isToStay(const ReportedJob& reported) {
   return badEnd(reported) || reported.state == IPP_JSTATE_COMPLETED || reported.incomplete.empty();
 }
 
-// Sends the documents, up to one that the server does not confirm; returns the reason, or none.
+// Sends the documents, up to one that the server does not confirm; returns the reason, or nullopt.
 std::optional<Failure> sendAll(const UnfinishedJob& job, std::vector<Document>& documents,
                                const Progress& progress, JobContent& sent) {
   const auto format = documentFormat(sent.options);

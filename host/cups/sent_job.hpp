@@ -16,9 +16,9 @@ struct SentJob {
   int number = 0;
   std::string printer;
   std::size_t options = 0;
-  /// What the server reports about the job; none when it could not be asked, which sets `failure`.
+  /// The server's report about the job; nullopt if it could not be asked, which sets `failure`.
   std::optional<ReportedJob> reported = {};
-  /// Why the job is not confirmed; none when it is. With Trouble::lostSettings and
+  /// Why the job is not confirmed; nullopt if it is. With Trouble::lostSettings and
   /// Trouble::unconfirmedSettings the server has the whole job.
   std::optional<Failure> failure = {};
   /// The job's name in the queue.
@@ -28,13 +28,13 @@ struct SentJob {
 /// Whether the server has the whole job and prints it, even if not all its options are confirmed.
 bool isAtServer(const SentJob& job);
 
-/// How a job ended without being printed ("cancelled", "aborted", "stopped"); none otherwise.
+/// How a job ended without being printed ("cancelled", "aborted", "stopped"); nullopt otherwise.
 std::optional<std::string> badEnd(const ReportedJob& reported);
 
 /// "job 17 on Morva: 7 of 7 options confirmed", or why they are not.
 std::string jobText(const SentJob& job);
 
-/// Why the job is not confirmed, judging by `job.reported`, which must be set; none when it is confirmed.
+/// Why the job is not confirmed, judging by `job.reported`, which must be set; nullopt if it is confirmed.
 /// Messages call the server `server`.
 std::optional<Failure> objection(const SentJob& job, const std::string& server);
 

@@ -14,7 +14,7 @@
 #include "host/job/options.hpp"
 #include "host/report.hpp"
 
-/// What the dialog's module exports for the service that shows the dialog to other programs.
+/// The exports of the dialog's module for the service that shows the dialog to other programs.
 namespace tandemtrim::host {
 
 /// Settings or a page setup in GTK's form for other programs: lengths in millimetres.
@@ -30,7 +30,7 @@ struct DialogRequest {
   /// handle. Any other text means no window.
   std::string parent;
   bool isModal = true;
-  /// The title of the button Print; empty is GTK's own.
+  /// The title of the button Print; if empty, GTK's own.
   std::string acceptLabel;
   /// The formats in which the program can make a file.
   std::vector<FileFormat> formats;
@@ -46,7 +46,7 @@ struct DialogRequest {
   std::string document;
 };
 
-/// What the user chose, for the program that lays the document out.
+/// The user's choice, for the program that lays the document out.
 struct DialogChoice {
   Entries settings;
   Entries pageSetup;
@@ -73,7 +73,7 @@ class ApplicationDialog {
   virtual ~ApplicationDialog() = default;
 
   virtual void show() = 0;
-  /// What the user chose; only to be called after `onChosen`.
+  /// The user's choice; may be called only after `onChosen`.
   [[nodiscard]] virtual DialogChoice choice() = 0;
   /// Prints this document as the user chose, or saves it to the chosen file. Asks nothing more unless that
   /// fails.

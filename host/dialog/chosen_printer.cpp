@@ -99,7 +99,7 @@ void ChosenPrinter::changeTabs(const std::string& printer) {
   tabs_.show(next);
 }
 
-// Adds what another program suggests.
+// Adds the settings that another program suggests.
 void ChosenPrinter::suggest(Gtk::PrintSettings& settings) const {
   if (!suggested_) return;
   suggested_->setting_foreach([&](const Glib::ustring& key, const Glib::ustring& value) {
@@ -123,7 +123,7 @@ void ChosenPrinter::follow() {
   window_.giveUpPrint();
   current_ = {printer, {}, {}, {}, {}, {}};
   window_.enter(DialogState::ready);
-  // A file gets the document unchanged.
+  // The page setup has no effect on a document that is saved to a file.
   enablePageSetup(window_.dialog(), selection_.isPrinter());
   if (!selection_.isPrinter()) return panel_.hide();
   window_.enter(DialogState::reading);
@@ -242,7 +242,7 @@ void ChosenPrinter::onPanelFailure(const Failure& failure) {
   window_.giveUpPrint();
 }
 
-// Saved options and those of the command line count where neither the panel nor GTK's tabs show them.
+// The job gets these options where neither the panel nor GTK's tabs show them.
 Options ChosenPrinter::optionsBesideTabs() {
   Options options;
   const auto asked = asSpelled(current_.ppd.get(), line_.options);

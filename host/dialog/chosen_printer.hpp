@@ -49,7 +49,7 @@ class ChosenPrinter : public sigc::trackable {
   [[nodiscard]] PanelTabs& panel() { return panel_; }
   /// The job with the settings that the tabs show. Failure when they are incomplete.
   [[nodiscard]] PrintRequest makeRequest();
-  /// What the tabs show.
+  /// The settings that the tabs show.
   [[nodiscard]] TabSettings tabs() { return tabs_.settings(); }
   /// Failure for page ranges that cannot be understood.
   void refuseWrongPages() { tabs_.refuseWrongPages(); }
@@ -83,7 +83,7 @@ class ChosenPrinter : public sigc::trackable {
   std::vector<IllegalValue> showOnPages(const Options& options);
   // The job's options except the panel's. Failure when the tabs' settings are incomplete.
   [[nodiscard]] Options otherOptions();
-  // The same, but none instead of a Failure.
+  // The same, but nullopt instead of a Failure.
   [[nodiscard]] std::optional<Options> otherOptionsOrNone();
   // The same with the server's defaults added.
   [[nodiscard]] std::optional<Options> optionsOfServer();
@@ -97,7 +97,7 @@ class ChosenPrinter : public sigc::trackable {
   PrinterDetails current_;
   // The destination that the dialog started with, which may be an instance; empty until one is known.
   std::string first_;
-  // The printer that GTK's tabs are for, and what is remembered for it.
+  // The printer whose settings GTK's tabs show, and the settings remembered for it.
   std::string tabsOf_;
   Remembered remembered_;
   PrinterSelection selection_;

@@ -22,7 +22,7 @@
 
 namespace tandemtrim::host {
 
-/// What a dialog starts from.
+/// The command line and the documents that a dialog starts with.
 struct DialogStart {
   CommandLine line;
   /// Empty while another program waits for the user's choice to lay its document out.
@@ -38,7 +38,7 @@ class Dialog : public sigc::trackable {
   struct Events {
     /// The user has chosen how to print; the dialog is hidden and waits for the document.
     std::function<void()> onChosen = [] {};
-    /// The user has printed or cancelled; the dialog is hidden. It must not be destroyed in here.
+    /// The user has printed or cancelled; the dialog is hidden. It must not be destroyed within this call.
     std::function<void()> onEnd = [] {};
   };
 
@@ -53,7 +53,7 @@ class Dialog : public sigc::trackable {
   /// and when a signal ends the dialog.
   Printed run();
 
-  /// What the user chose, for the program that lays the document out.
+  /// The user's choice, for the program that lays the document out.
   [[nodiscard]] DialogChoice choice();
   /// Prints the document that the program has laid out, or shows the dialog for it; see ApplicationDialog.
   void take(Document document, bool isToBePrinted);

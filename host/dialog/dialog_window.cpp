@@ -40,7 +40,7 @@ Glib::ustring titleOnceBackendsAreSet(const std::vector<FileFormat>& fileFormats
   return g_dgettext("gtk40", "Print");
 }
 
-// GTK offers only the formats that the program declares, and all with SVG when it declares none.
+// GTK offers only the formats that the program declares; if it declares none, all formats including SVG.
 Gtk::PrintCapabilities capabilitiesFor(const std::vector<FileFormat>& fileFormats, bool canScale) {
   auto capabilities = Gtk::PrintCapabilities::PAGE_SET;
   if (canScale) capabilities |= Gtk::PrintCapabilities::SCALE;

@@ -43,7 +43,7 @@ class DialogWindow : public sigc::trackable {
   /// Shows the text beside a button that runs `tryAgain`.
   void showNotice(const std::string& text, std::function<void()> tryAgain);
   void hideNotice() { notice_.set_visible(false); }
-  /// Shows the text with this share of the bar filled; none when it is not known.
+  /// Shows the text with this share of the bar filled; nullopt if it is not known.
   void showProgress(const std::string& text, std::optional<double> share);
 
  private:
@@ -53,10 +53,10 @@ class DialogWindow : public sigc::trackable {
   void setContentLive(bool isLive);
   void onPrintLive();
 
-  // Never shown. GTK complains about a dialog without a parent.
+  // Never shown. GTK warns about a dialog without a parent.
   Gtk::Window parent_;
   Gtk::PrintUnixDialog dialog_;
-  // Its questions block no other dialog.
+  // A separate group, so that the dialog's questions block no other dialog.
   Glib::RefPtr<Gtk::WindowGroup> group_ = Gtk::WindowGroup::create();
   Gtk::Box& notice_;
   Gtk::Label& noticeText_;

@@ -23,7 +23,7 @@ namespace {
 
 // Started from a desktop, the program has no terminal that could show why there is no dialog.
 void showFailure(const Failure& failure) {
-  // Never shown. GTK complains about a dialog without a parent.
+  // Never shown. GTK warns about a dialog without a parent.
   Gtk::Window parent;
   Gtk::MessageDialog window(parent, failureText(failure), false, Gtk::MessageType::ERROR,
                             Gtk::ButtonsType::NONE);
@@ -41,7 +41,7 @@ void start(const Report& report) {
   // set earlier, because the threads that read fonts and libraries while GTK starts would wait for each other
   // on one heap.
   mallopt(M_ARENA_MAX, 1);
-  // Libraries must not be unloaded under work that still runs in the background.
+  // Libraries must not be unloaded while work in the background still uses them.
   on_exit(
       [](int status, void* /*nothing*/) {
         std::cout.flush();
@@ -64,7 +64,7 @@ void startOnce(const Report& report) {
   static_cast<void>(isStarted);
 }
 
-// Runs `act` and returns its failure, or none.
+// Runs `act` and returns its failure, or nullopt.
 std::optional<Failure> failureOf(const std::function<void()>& act) {
   try {
     act();

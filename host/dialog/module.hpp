@@ -18,7 +18,8 @@ struct DialogResult {
   std::optional<Failure> failure;
 };
 
-/// What the dialog's modules export with C linkage; they may only be called in a program of the same build.
+/// The functions that the dialog's modules export with C linkage. Only a program of the same build may call
+/// them.
 ///
 /// The first module is linked with GTK alone. kStartFunction starts GTK, for the printers of this server
 /// (null is the user's default); false without a screen. Then kPrepareFunction reads what GTK's first widget

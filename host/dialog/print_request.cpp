@@ -12,7 +12,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The values that a queue uses unless the job or its administrator says otherwise.
+// The values that a queue uses unless the job or the administrator sets others.
 constexpr std::array<std::pair<const char*, const char*>, 6> kQueueDefaults{{{"copies", "1"},
                                                                              {"number-up", "1"},
                                                                              {"number-up-layout", "lrtb"},

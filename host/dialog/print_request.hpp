@@ -19,10 +19,10 @@ struct PrintRequest {
   std::optional<std::string> server;
   /// In the form that findPrinter() takes.
   std::string printer;
-  /// None means the name of the first document.
+  /// nullopt means the name of the first document.
   std::optional<std::string> title;
   Options options;
-  /// What the next job on the printer starts from.
+  /// The settings that the next job on the printer starts from.
   Remembered remembered;
   /// Whether the panel's options become the user's defaults for the printer, too.
   bool useForAllJobs = false;
@@ -38,8 +38,8 @@ struct SendResult {
 
 /// Sends the job and confirms its options. Failure when the server or the printer refuses it, or a document
 /// cannot be sent; a stopped printer counts as refusing, since the user can choose another. `progress` is
-/// called once before there is a job, with its title. Settings that cannot be kept for all jobs are reported,
-/// too.
+/// called once before there is a job, with the job's title. Settings that cannot be kept for all jobs are
+/// reported, too.
 SendResult sendRequest(const PrintRequest& request, std::vector<Document>& documents,
                        const Progress& progress, const Report& report);
 

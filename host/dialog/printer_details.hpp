@@ -11,7 +11,7 @@
 
 namespace tandemtrim::host {
 
-/// What the dialog knows of a printer.
+/// The details of a printer that the dialog uses.
 struct PrinterDetails {
   std::string name;
   /// The name, which "/instance" may follow.

@@ -21,7 +21,7 @@ class Sender {
  public:
   using Done = std::function<void(const Outcome<SendResult>&)>;
 
-  /// Shows a line on how much of a document is sent, and the share that is sent; none when it is not known.
+  /// Shows a line on how much of a document is sent, and the share that is sent; nullopt if it is not known.
   using ShowProgress = std::function<void(const std::string&, std::optional<double>)>;
 
   /// `documents` may be empty until take() is called. `ask` answers a server that requires a login.
@@ -31,7 +31,7 @@ class Sender {
   /// Opens the only document again to show its pages; the result is not open when there are several
   /// documents, or it is not a PDF file.
   [[nodiscard]] FileDescriptor openPages() const;
-  /// Sends or saves this document from now on.
+  /// Replaces the documents by this one.
   void take(Document document);
   /// `done` gets the result or the failure. Failures are reported, too, unless the job was cancelled.
   void send(const PrintRequest& request, Done done);

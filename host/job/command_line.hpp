@@ -12,7 +12,7 @@ namespace tandemtrim::host {
 struct Input {
   /// The name of the setting, or of the button.
   std::string name;
-  /// The text to type or the choice to make; none presses a button.
+  /// The text to type or the choice to make; nullopt presses a button.
   std::optional<std::string> text;
 
   friend bool operator==(const Input&, const Input&) = default;
@@ -26,7 +26,7 @@ enum class Applications { on, off, status };
 
 struct CommandLine {
   std::optional<std::string> server;
-  /// The job's owner; none means the user who runs the program.
+  /// The job's owner; nullopt means the user who runs the program.
   std::optional<std::string> user;
   /// Whether the connection must be encrypted.
   bool encrypted = false;
@@ -48,7 +48,7 @@ struct CommandLine {
   bool lenient = false;
   /// Whether to write no line about a sent job on standard output.
   bool silent = false;
-  /// The name of the preset that the settings start from, and of the one to store them as.
+  /// The names of presets: the one to start from, the one to save and the one to delete.
   std::optional<std::string> preset;
   std::optional<std::string> savePreset;
   std::optional<std::string> deletePreset;
@@ -65,7 +65,7 @@ struct CommandLine {
   bool verbose = false;
   /// Whether to wait until the job has ended.
   bool wait = false;
-  /// Whether to show the dialog; none shows it where there is a screen.
+  /// Whether to show the dialog; nullopt shows it for files, where there is a screen and all options fit.
   std::optional<bool> dialog;
   /// Whether the dialog shows no notification about the job.
   bool withoutNotification = false;

@@ -16,7 +16,8 @@
 
 namespace tandemtrim::host {
 
-/// One open document to print. It always sends the file that it opened, even if another replaces that file.
+/// One open document to print. It always reads the file that it opened, even if another file replaces that
+/// one.
 class Document {
  public:
   /// Opens the file, or standard input for "-", and reads its beginning. Failure when it cannot be read or is
@@ -27,7 +28,7 @@ class Document {
 
   /// The file's name without folders; "(stdin)" for standard input.
   [[nodiscard]] const std::string& name() const noexcept { return name_; }
-  /// In bytes; none when it is not known before the end, as in a pipe.
+  /// In bytes; nullopt if it is not known before the end, as for a pipe.
   [[nodiscard]] std::optional<std::uint64_t> size() const noexcept { return size_; }
 
   /// The first few bytes.

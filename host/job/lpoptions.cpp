@@ -36,8 +36,8 @@ std::vector<std::string_view> linesOf(std::string_view text) {
   return lines;
 }
 
-// What libcups reads of a line: up to a zero byte, and without blanks at its end. The first # begins a
-// comment, unless it follows a backslash.
+// The part of a line that libcups reads: up to a zero byte, and without blanks at its end. The first # begins
+// a comment, unless it follows a backslash.
 std::string readPart(std::string_view line) {
   std::string text(line.substr(0, line.find('\0')));
   const auto mark = text.find('#');

@@ -23,13 +23,13 @@ enum class SavedLines { first, all };
 Options savedOptions(std::span<const std::string> texts, const std::optional<DestinationName>& destination,
                      SavedLines lines);
 
-/// The destination that the text of the file makes the default; none where it names none.
+/// The destination that the text of the file makes the default; nullopt if it names none.
 std::optional<DestinationName> defaultDestination(std::string_view text);
 
 /// The text of the file with these options set for the destination, replacing earlier ones of the same
-/// keywords. They are set in each of the destination's lines, since libcups reads sometimes the first,
-/// sometimes all. All other lines stay the same, byte for byte. None when a line becomes too long for CUPS to
-/// read back whole.
+/// keywords. They are set in each of the destination's lines, since some functions of libcups read only the
+/// first and others all. All other lines stay the same, byte for byte. nullopt if a line becomes too long for
+/// CUPS to read back whole.
 std::optional<std::string> withSavedOptions(std::string_view text, const DestinationName& destination,
                                             const Options& options);
 

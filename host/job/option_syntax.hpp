@@ -6,7 +6,7 @@
 
 namespace tandemtrim::host {
 
-/// The mistake in the text of an -o, or none. libcups itself silently ignores mistakes.
+/// The first mistake in the text of an -o, or nullopt. libcups itself silently ignores mistakes.
 std::optional<std::string> optionSyntaxMistake(std::string_view text);
 
 }  // namespace tandemtrim::host

@@ -26,7 +26,7 @@ constexpr std::array<const char*, 7> kOfOneJob{"copies",      "Collate",  "multi
                                                "page-ranges", "page-set", "job-hold-until",
                                                "job-name"};
 
-// Why CUPS would lose this value, or none.
+// Why CUPS would lose this value, or nullopt.
 std::optional<std::string> loss(const std::string& value) {
   if (value.starts_with('{')) return "begins with a brace, which CUPS takes for a collection of options";
   if (value.find('\r') != std::string::npos) return "holds a carriage return, at which CUPS cuts the value";

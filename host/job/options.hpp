@@ -27,8 +27,8 @@ using Options = std::vector<Option>;
 /// Reads options in the form of -o as libcups does, which ignores mistakes.
 Options readOptions(const std::string& text);
 
-/// The same for several texts. A later option replaces an earlier one of the same keyword, whose spelling
-/// stays.
+/// The same for several texts. A later option replaces the value of an earlier one with the same keyword; the
+/// keyword keeps its earlier spelling.
 Options readOptions(std::span<const std::string> texts);
 
 /// Reads the text of one -o as lp does: "keyword=value keyword='two words' landscape nocollate". Failure with

@@ -11,7 +11,7 @@ std::string_view withoutBlanks(std::string_view text) {
   return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-// The page number in the text; `missing` for an empty text; none for anything else.
+// The page number in the text; `missing` for an empty text; nullopt for anything else.
 std::optional<int> parsePage(std::string_view text, int missing) {
   text = withoutBlanks(text);
   if (text.empty()) return missing;

@@ -8,7 +8,7 @@
 
 namespace tandemtrim::host {
 
-/// Some pages of a document, counted from 1.
+/// Consecutive pages of a document, counted from 1. kEnd is the document's last page.
 struct PageRange {
   int first = 1;
   int last = kEnd;
@@ -23,7 +23,7 @@ struct PageList {
   std::optional<std::string> mistake;
 };
 
-/// Reads "3", "3-5", "3-" or "-5", ignoring blanks around each number; none for any other text, for page 0
+/// Reads "3", "3-5", "3-" or "-5", ignoring blanks around each number; nullopt for any other text, for page 0
 /// and for a range that ends before it begins.
 std::optional<PageRange> parsePageRange(std::string_view text);
 

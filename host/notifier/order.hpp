@@ -16,7 +16,7 @@ struct NotificationText {
 
 /// The notifications about a job, in the user's language.
 struct NotifierOrder {
-  /// None means libcups's default server.
+  /// nullopt means libcups's default server.
   std::optional<std::string> server;
   std::string printer;
   int job = 0;

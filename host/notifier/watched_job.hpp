@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 
 /// Watches the job for `order.watched`. Returns the notification to show when the job ends without being
-/// printed; none when it does not, and when the server cannot be asked.
+/// printed; nullopt if it does not, and if the server cannot be asked.
 std::optional<NotificationText> badEndOf(const NotifierOrder& order);
 
 }  // namespace tandemtrim::host

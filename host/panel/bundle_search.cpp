@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Where an installation has bundles and, in a build folder, where the build leaves them.
+// The folder where an installation has bundles and, in a build, the folder of the build's own bundles.
 std::vector<fs::path> foldersBesideProgram() {
   const auto above = fs::read_symlink("/proc/self/exe").parent_path() / "..";
   std::vector<fs::path> folders{above / TANDEM_TRIM_LIBDIR / "tandem-trim"};

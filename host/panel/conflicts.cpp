@@ -56,7 +56,8 @@ std::int64_t lengthOf(const PanelSetting& margin) {
   return std::max<std::int64_t>(platform::integerValue(margin.value), 0);
 }
 
-// The margins that trim all of a length: each that does so alone, else both together, or none.
+// The margins that trim all of a length: each that does so alone, else both if their sum does; empty if
+// neither.
 std::vector<const PanelSetting*> trimmingAll(const std::vector<PanelSetting>& settings,
                                              PanelSetting::Edge edge, PanelSetting::Edge opposite,
                                              double length) {

@@ -37,7 +37,7 @@ struct Paper {
 std::vector<Conflict> conflictsWithPaper(const std::vector<platform::PanelSetting>& settings,
                                          const Paper& paper);
 
-/// Whether legal or present values of the settings could conflict with the paper.
+/// Whether the present values of the settings, or any legal ones, could conflict with the paper.
 bool canConflictWithPaper(std::vector<platform::PanelSetting> settings, const Paper& paper);
 
 /// Whether the PPD has constraints for one of these keywords.

@@ -14,7 +14,7 @@ namespace tandemtrim::host {
 /// A job's settings as they will be sent.
 struct JobSettings {
   Options options;
-  /// None without a panel.
+  /// nullopt without a panel.
   std::optional<PanelResult> panel;
 };
 

@@ -62,8 +62,9 @@ class PanelSession {
 
   /// From now on treats the present values of these settings as defaults.
   void countAsDefaults(const std::set<std::string>& names);
-  /// The values that the printer does not allow: those that the user chose, and defaults.
+  /// The user's values that the printer does not allow.
   [[nodiscard]] std::vector<IllegalValue> illegalChoices() const;
+  /// The defaults that the printer does not allow.
   [[nodiscard]] std::vector<IllegalValue> illegalDefaults() const;
   /// While the panel's function is on, replaces the illegal defaults by the nearest legal values and shows
   /// them; returns what it replaced. The user's edits must be saved before.
@@ -97,7 +98,7 @@ class PanelSession {
   std::string title_;
   std::vector<std::string> keywords_;
   platform::View* view_ = nullptr;
-  // The stored values that the controls last read, and what a save without edits makes of them.
+  // The stored values that the controls last read, and the values that a save without edits would store.
   StoredValues stored_;
   StoredValues unedited_;
 };

@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// Refuses what others could have changed, since it would run with the user's rights.
+// Refuses a file that others could have changed, since its code would run with the user's rights.
 void refuseStrangers(const std::string& bundle, const std::string& path) {
   if (const auto fault = openToStrangers(path))
     throw unusable(bundle, Fact(*fault, "others could have changed it"_fact, {}));

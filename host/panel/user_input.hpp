@@ -19,8 +19,9 @@ struct Edits {
 };
 
 /// Enters the command line's inputs into the panel's view, in their order, and reports each text that the
-/// panel corrected. Failure for an unknown name or value and, without --lenient, for a number that is not all
-/// digits (status of a wrong command line), and for a control that is greyed.
+/// panel corrected. Failure for an unknown name or value and, without --lenient, for a text in a number's box
+/// that is neither all digits nor a legal value (status of a wrong command line), and for a control that is
+/// greyed.
 Edits enterInputs(platform::memory::PanelView& view, const std::vector<platform::PanelSetting>& settings,
                   const CommandLine& line, const Report& report);
 

@@ -32,7 +32,7 @@ Value valueIn(GVariant* dictionary, const char* key, const GVariantType* type) {
   return {g_variant_lookup_value(dictionary, key, type), g_variant_unref};
 }
 
-// A line of text; none where it is too long or contains control characters.
+// A line of text; nullopt if it is too long or contains control characters.
 std::optional<std::string> line(const char* text) {
   std::string whole(text);
   if (whole.size() > kLongestText || plainText(whole) != whole) return std::nullopt;

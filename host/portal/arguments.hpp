@@ -25,7 +25,7 @@ DialogRequest prepareRequest(const Caller& caller, GVariant* settings, GVariant*
 /// The request for a dialog with these options for an existing document.
 DialogRequest printRequest(const Caller& caller, GVariant* options);
 
-/// The token among the options; 0 for none.
+/// The token among the options; 0 without one.
 std::uint32_t tokenIn(GVariant* options);
 
 /// The dictionary a{sv} of these entries, as a floating reference.

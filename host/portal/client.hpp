@@ -23,7 +23,7 @@ class Client {
 };
 
 /// The bus name of the program for which a portal calls, from the handle of its request; empty for a handle
-/// that names none.
+/// that names no program.
 std::string programOf(const std::string& handle);
 
 }  // namespace tandemtrim::host

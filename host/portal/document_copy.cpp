@@ -79,7 +79,7 @@ bool isReadable(int source, int ending) {
   return files[1].revents == 0;
 }
 
-// None once the copying must end.
+// nullopt once the copying must end.
 std::optional<FileDescriptor> copyOf(int source, int ending) {
   struct stat status {};
   if (fstat(source, &status) != 0) throw notRead(std::strerror(errno));

@@ -5,7 +5,8 @@
 
 namespace tandemtrim::host {
 
-/// Runs `act` on the main loop, after what runs there now. May be called from any thread.
+/// Runs `act` on the main loop, once the callback that runs there now has returned. May be called from any
+/// thread.
 void onMainLoop(std::function<void()> act);
 
 /// Runs `act` on the main loop after this time, unless this object is destroyed before.

@@ -2,8 +2,9 @@
 
 namespace tandemtrim::host {
 
-/// Removes from the environment what makes the toolkit ask the desktop's portal for dialogs: the portal would
-/// ask this service, which would wait for itself. Must be called before any thread starts.
+/// Removes the settings in the environment by which the toolkit would request its dialogs from the desktop's
+/// portal: the portal would request them from this service, which would wait for itself. Must be called
+/// before any thread starts.
 void removePortalVariables();
 
 }  // namespace tandemtrim::host

@@ -233,7 +233,7 @@ void Service::endSession(int session) {
   });
 }
 
-// The portal does not report that a program has ended without sending its document.
+// A program does not report that it will send no document: the portal has no call for that.
 void Service::makeRoom() {
   if (sessions_.size() < kMostSessions) return;
   const auto oldest = std::ranges::find_if(

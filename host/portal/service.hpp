@@ -21,7 +21,7 @@ namespace tandemtrim::host {
 /// programs that ask the portal for one.
 class Service {
  public:
-  /// Within the life of a token, a document is printed as the user chose without asking again.
+  /// Within the life of a token, a document is printed as the user chose, without another question.
   Service(Report report, std::chrono::seconds lifeOfToken)
       : report_(std::move(report)), lifeOfToken_(lifeOfToken) {}
   Service(const Service&) = delete;
@@ -55,7 +55,7 @@ class Service {
   void makeRoom();
   void serveOn(GDBusConnection* bus);
   void endWhenIdle();
-  // Starts the toolkit and loads the dialog, or finds out why there is none.
+  // Starts the toolkit and loads the dialog; sets noDialog_ if that fails.
   void load();
   OpenedDialog open(const DialogRequest& request, FileDescriptor document, ApplicationDialog::Events events);
 

@@ -19,7 +19,7 @@ class Tokens {
 
   /// A new token, not 0, by which this program, and no other one, refers to the session.
   std::uint32_t issue(const std::string& application, int session);
-  /// The session of the program's token, which becomes invalid; none for any other token.
+  /// The session of the program's token, which becomes invalid; nullopt for any other token.
   std::optional<int> take(std::uint32_t token, const std::string& application);
   /// Makes the session's token invalid.
   void forget(int session);

@@ -12,7 +12,7 @@ struct Preset {
   std::string name;
   /// The panel's settings, by the PPD's keywords.
   Options panel;
-  /// Other options of the job; options that are not named stay as they are.
+  /// Other options of the job. The preset does not change options that it lacks.
   Options options;
 
   friend bool operator==(const Preset&, const Preset&) = default;
@@ -25,8 +25,9 @@ std::string presetText(const Preset& preset);
 /// with the reason, when the text is not a preset.
 Preset presetFrom(const std::string& name, const std::string& text);
 
-/// JSON that names a preset, and the name in such JSON; none when the text names no preset.
+/// JSON that names a preset.
 std::string textNamingPreset(const std::string& name);
+/// The name in such JSON; nullopt if the text names no preset.
 std::optional<std::string> presetNamedIn(const std::string& text);
 
 }  // namespace tandemtrim::host

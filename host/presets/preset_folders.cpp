@@ -46,7 +46,7 @@ std::string escapedName(const std::string& name) {
   return escaped;
 }
 
-// The name with this escaped form; none when no name has it.
+// The name with this escaped form; nullopt if no name has it.
 std::optional<std::string> unescapedName(const std::string& escaped) {
   std::string name;
   for (std::size_t at = 0; at < escaped.size(); ++at) {
@@ -113,7 +113,7 @@ bool renameToFree(const fs::path& from, const fs::path& to) {
   return errno == EINVAL && link(from.c_str(), to.c_str()) == 0 && unlink(from.c_str()) == 0;
 }
 
-// Returns the new name; on failure none, with the reason in errno.
+// Returns the new name; on failure nullopt, with the reason in errno.
 std::optional<fs::path> renameAside(const fs::path& file) {
   for (int number = 1;; ++number) {
     auto aside = file;
@@ -180,8 +180,8 @@ fs::path printersFile(const std::string& family, const std::string& printersKey)
   return ownFolder(family) / kPrinters / (escapedName(printersKey) + std::string(kEnding));
 }
 
-// Where the dialog starts with this preset on a printer, it starts with the new one from now on, or with
-// none.
+// On each printer where the dialog starts with this preset, it then starts with the new one or, for nullopt,
+// without one.
 void replaceForPrinters(const std::string& family, const std::string& name,
                         const std::optional<std::string>& newName) {
   std::error_code unreadable;

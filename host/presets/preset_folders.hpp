@@ -28,7 +28,7 @@ struct PresetFault {
   /// The name that its preset would have; empty for a folder.
   std::string name;
   std::filesystem::path file;
-  /// What is wrong with it.
+  /// The message about it.
   Fact fact;
   /// Whether its content is not a preset; otherwise it cannot be read at present, and may be good.
   bool isDamaged;
@@ -44,13 +44,14 @@ struct KeptPresets {
 /// The family's presets; the user's hides the administrator's of the same name.
 KeptPresets presetsOf(const std::string& family);
 
-/// Returns the message about the fault; none when another program has replaced or renamed the file in the
+/// Returns the message about the fault; nullopt if another program has replaced or renamed the file in the
 /// meantime. Renames the user's damaged file first: appends ".damaged", with a number if that name exists, so
 /// that the file is reported once and never lost.
 std::optional<Fact> setAside(const PresetFault& fault);
 
-/// Finds the preset of this name. Reports all faults of the user's files and sets them aside, and reports the
-/// administrator's of this name. Failure, which lists the existing presets, when there is none.
+/// Finds the preset of this name. Reports all faults of the user's files and sets the damaged ones aside; of
+/// the administrator's files, reports only faulty ones of this name. Failure, which lists the existing
+/// presets, when there is none.
 Preset findPreset(const std::string& family, const std::string& name, const Report& report);
 
 /// Stores the preset, replacing the user's of the same name. Failure when no preset can have its name, or the
@@ -62,8 +63,8 @@ void savePreset(const std::string& family, const Preset& preset);
 [[nodiscard]] bool savePresetOver(const std::string& family, const std::optional<Preset>& known,
                                   const Preset& preset);
 
-/// The preset that the user wants the dialog to start with on this printer, or none. A printer's key is any
-/// text that identifies it.
+/// The preset that the user wants the dialog to start with on this printer, or nullopt. A printer's key is
+/// any text that identifies it.
 std::optional<std::string> presetOfPrinter(const std::string& family, const std::string& printersKey);
 
 /// Sets that preset, or removes it. Failure when the file cannot be written.
@@ -74,7 +75,7 @@ void setPresetOfPrinter(const std::string& family, const std::string& printersKe
 /// Failure when no preset has this name, and for the administrator's.
 void deletePreset(const std::string& family, const std::string& name, const Report& report);
 
-/// What happens when the user has a preset of the new name already.
+/// How to treat a preset that the user already has under the new name.
 enum class Taken { refuses, isReplaced };
 
 /// Renames the user's preset, also where the dialog starts with it on a printer. Failure as for

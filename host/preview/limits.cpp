@@ -24,7 +24,7 @@ constexpr std::array kLimits{
     std::pair{RLIMIT_CORE, rlim_t{0}},
 };
 
-// Lists what is denied: a list of what is allowed would fit only one version of the C library.
+// The denied calls. A list of allowed calls would fit only one version of the C library.
 constexpr std::array kDenied{
     // The network and other processes.
     SCMP_SYS(socket), SCMP_SYS(socketpair), SCMP_SYS(connect), SCMP_SYS(bind), SCMP_SYS(listen),
@@ -67,7 +67,8 @@ bool denyCalls() {
       if (seccomp_rule_add_array(filter.get(), kRefused, call, 1, &isSet) != 0) return false;
     }
   }
-  // The C library itself makes these calls, with this process as the first argument.
+  // The C library itself makes these calls with this process as the first argument, so they are denied only
+  // for other processes.
   const std::array ownAlone{std::pair{SCMP_SYS(tgkill), static_cast<scmp_datum_t>(getpid())},
                             std::pair{SCMP_SYS(prlimit64), scmp_datum_t{0}}};
   for (const auto& [call, own] : ownAlone) {

@@ -1,6 +1,6 @@
 // tandem-trim-page PAGE PIXELS: renders a page of the PDF document on standard input, a regular file, and
-// answers on standard output; see page_answer.hpp. Even a document that takes control of it can do no more
-// than answer.
+// answers on standard output; see page_answer.hpp. Even a document that takes control of this program can do
+// no more than answer.
 #include <charconv>
 #include <csignal>
 #include <cstring>
@@ -41,7 +41,8 @@ PageStatus answer(std::span<char* const> words) {
   if (words.size() != 3) return PageStatus::notStarted;
   const auto page = numberIn(words[1], std::numeric_limits<int>::max());
   const auto longestSide = numberIn(words[2], kMostPixels);
-  // A copy, because Poppler reads all of standard input at once.
+  // A duplicate, because Poppler would treat the descriptor of standard input as a pipe and read all of it at
+  // once.
   const int document = dup(STDIN_FILENO);
   if (!page || !longestSide) return PageStatus::notStarted;
   const auto rendering = render(document, *page, *longestSide);

@@ -16,7 +16,8 @@ int refuse(std::string_view reason) {
   return 1;
 }
 
-// Reports an exception that libraries throw where nothing can catch it, mostly for lack of memory.
+// Reports an exception that nothing can catch, which libraries throw mostly for lack of memory, and ends the
+// program.
 [[noreturn]] void giveUp() noexcept {
   const char* reason = "an error that has no name";
   try {
@@ -33,9 +34,9 @@ int refuse(std::string_view reason) {
 
 }  // namespace
 
-// The loader searches a program's own libraries first for every symbol of every library loaded later. The
-// dialog loads a hundred, so this program is linked with the standard libraries only and loads the real one
-// as a module.
+// For each symbol of a library that is loaded later, the loader first searches the program's own libraries.
+// The dialog loads a hundred libraries. To keep that fast, this program is linked with the standard libraries
+// only and loads the real program as a module.
 int main(int argc, char* argv[]) {
   using namespace tandemtrim::host;
   std::set_terminate(giveUp);

@@ -19,12 +19,12 @@ struct Information {
 std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string> arguments,
                                                         bool hasInput = false);
 
-/// What an unfinished command line says about the possible completions of its last word.
+/// An unfinished command line: all that the completions of its last word depend on.
 struct Unfinished {
   /// Its server, user, printer, PPD and plug-in.
   CommandLine line;
   std::string lastWord;
-  /// The option, with its dashes, whose value the last word is or ends with; empty when there is none.
+  /// The option, with its dashes, that the last word gives a value to; empty if the word gives no value.
   std::string option;
   /// Where that value begins in the last word.
   std::size_t valueAt = 0;

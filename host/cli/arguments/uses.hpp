@@ -12,11 +12,11 @@ enum class Use : unsigned {
   list = 1,
   /// Removing the user's defaults for a printer.
   reset = 2,
-  /// The print dialog, because the command line asks for it.
+  /// The print dialog, because the command line requires it.
   dialog = 4,
   /// The print dialog, because there is a screen.
   dialogUnasked = 8,
-  /// Printing what comes on standard input where no file is named.
+  /// Printing standard input, because no file is named.
   input = 16,
   /// Switching the portal for the session's applications.
   applications = 32,

@@ -14,9 +14,9 @@ struct JobOption {
   const char* name;
   const char* type;
   const char* help;
-  /// What a text must be, for a message; null where `read` reports mistakes itself.
+  /// The required form of a text, for a message; null if `read` reports mistakes itself.
   const char* form;
-  /// None for a text of another form.
+  /// nullopt for a text of another form.
   std::optional<Options> (*read)(const std::string& text);
 };
 
@@ -43,7 +43,8 @@ void refuseWrongServer(const std::string& server);
 /// Checks the text of -d: "printer" or "printer/instance".
 void refuseWrongPrinter(const std::string& printer);
 
-/// The option by which lp makes the server send mail to the user; none means the user who runs the program.
+/// The option by which lp makes the server send mail to the user; nullopt means the user who runs the
+/// program.
 Option letterTo(const std::optional<std::string>& user);
 
 }  // namespace tandemtrim::host

@@ -14,8 +14,8 @@ namespace tandemtrim::host {
 /// The attribute of this name in a message, or null.
 ipp_attribute_t* findAttribute(const MessageHandle& message, const std::string& name);
 
-/// The first value of the attribute of this name. None when there is no such attribute, or it has no value or
-/// one of another type: anything may come from a network.
+/// The first value of the attribute of this name. nullopt if there is no such attribute, or it has no value
+/// or one of another type: anything may come from a network.
 std::optional<std::string> textIn(const MessageHandle& message, const std::string& name);
 std::optional<int> integerIn(const MessageHandle& message, const std::string& name);
 std::optional<int> enumIn(const MessageHandle& message, const std::string& name);

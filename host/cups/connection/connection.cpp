@@ -104,7 +104,7 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
                     "; name the print server itself by -h");
     }
     isToBeEncrypted |= status == HTTP_STATUS_UPGRADE_REQUIRED;
-    // After these two, libcups has authenticated the user or encrypted the connection.
+    // After these two statuses, libcups has authenticated the user or encrypted the connection.
     if (status != HTTP_STATUS_UNAUTHORIZED && status != HTTP_STATUS_UPGRADE_REQUIRED) break;
   }
   if (isToBeEncrypted && httpIsEncrypted(get()) == 0 && !isSilent()) throw notEncrypted();

@@ -11,7 +11,7 @@
 
 namespace tandemtrim::host {
 
-/// The place of this thread's server, for messages: a socket's path, or host and port.
+/// The address of this thread's server, for messages: a socket's path, or host and port.
 std::string serverName();
 
 /// For an answer that no print server would give.

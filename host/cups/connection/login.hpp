@@ -21,7 +21,7 @@ struct LoginQuestion {
   bool isRepeated = false;
 };
 
-/// Asks the user for a login; none when there is no user to ask, or the user declines.
+/// Asks the user for a login; nullopt if there is no user to ask, or the user declines.
 using AskForLogin = std::function<std::optional<Login>(const LoginQuestion&)>;
 
 /// From now on libcups calls `ask` when a server requires a login on this thread, at most three times.

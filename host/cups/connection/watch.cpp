@@ -42,7 +42,7 @@ void Bounds::renew() {
   givenUp = GivenUp::no;
 }
 
-// A thread, because libcups calls nothing back while bytes keep coming or while it repeats a request. It cuts
+// A thread, because libcups calls no callback while bytes keep coming or while it repeats a request. It cuts
 // the connection repeatedly until the request has ended, since libcups may reconnect in between. It measures
 // memory instead of counting bytes, since an answer may be compressed.
 Watch::Watch(http_t* http, Bounds& bounds, Patience patience)

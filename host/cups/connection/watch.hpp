@@ -17,7 +17,8 @@ enum class GivenUp { no, tooSlow, tooLarge };
 /// The limits of time and memory for the requests over a connection.
 class Bounds {
  public:
-  /// Each request may take `ofEach`; all together, a fixed amount of memory beyond the program's peak so far.
+  /// Each request may take the time `ofEach`. All requests together may add a fixed amount to the program's
+  /// peak memory.
   explicit Bounds(std::chrono::seconds ofEach);
 
   /// Starts anew, for a new connection.

@@ -17,8 +17,8 @@ class LoginWindow {
   LoginWindow& operator=(const LoginWindow&) = delete;
   ~LoginWindow() { giveUp(); }
 
-  /// Returns a function by which a thread asks and waits for the answer; it returns none once this object is
-  /// gone.
+  /// Returns a function by which a thread asks and waits for the answer; that function returns nullopt once
+  /// this object is gone.
   [[nodiscard]] AskForLogin ask();
   /// Cancels the question that is being asked, if any.
   void giveUp();
@@ -33,7 +33,7 @@ class LoginWindow {
 
   Gtk::Window& parent_;
   std::unique_ptr<Gtk::Dialog> window_;
-  // For the thread that waits; null while none does.
+  // For the thread that waits; null while no thread does.
   std::shared_ptr<Answer> answer_;
   // Questions that still wait for the main loop end together with this object.
   std::shared_ptr<void> alive_ = std::make_shared<int>(0);

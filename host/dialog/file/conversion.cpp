@@ -58,7 +58,7 @@ std::string beginningOf(const std::string& file) {
   return {beginning.data(), static_cast<std::size_t>(stream.gcount())};
 }
 
-// Whether a PDF file is encrypted, which it says in plain text.
+// Whether a PDF file is encrypted. Such a file contains this keyword in plain text.
 bool isProtected(const std::string& file) {
   constexpr std::string_view kEncrypted = "/Encrypt";
   const std::unique_ptr<GMappedFile, decltype(&g_mapped_file_unref)> mapped(

@@ -15,16 +15,16 @@ const char* nameOf(FileFormat format);
 /// The name that users know.
 const char* titleOf(FileFormat format);
 
-/// The format of a document with this beginning; none for any other format.
+/// The format of a document with this beginning; nullopt for any other format.
 std::optional<FileFormat> formatOf(std::string_view beginning);
 
-/// The program that converts documents of the format `from` (none is any other) into `to`, and its arguments;
-/// "%f" is the document's file. It writes to standard output. Empty when the print system has no such
-/// program.
+/// The program that converts documents of the format `from` (nullopt means any other format) into `to`, and
+/// its arguments; "%f" is the document's file. It writes to standard output. Empty when the print system has
+/// no such program.
 std::vector<std::string> converter(std::optional<FileFormat> from, FileFormat to);
 
 /// The formats in which documents of this format can be saved on this system. SVG is not among them: only
-/// programs that draw their documents make it.
+/// programs that draw their documents can make it.
 std::vector<FileFormat> formatsFor(std::optional<FileFormat> document);
 
 }  // namespace tandemtrim::host

@@ -36,7 +36,8 @@ struct Unref {
 
 }  // namespace
 
-// Without this program's outputs: a caller that reads them to the end would wait for the notifier.
+// The notifier does not inherit this program's outputs: a caller that reads them to the end would wait for
+// it.
 void startNotifier(const NotifierOrder& order, const Report& report) {
   const auto program = findOwnProgram(kNotifier);
   if (!program.fault.empty()) return report("no notification is shown: " + program.fault);

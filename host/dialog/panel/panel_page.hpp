@@ -70,7 +70,7 @@ class PanelPage : public Gtk::Box {
   const std::function<std::string()> note_;
   // Made for the first page.
   std::optional<PageRow> pageRow_;
-  // Few users ever see it, so it is made when it is needed.
+  // Made for the first warning, since few users ever see one.
   std::optional<WarningRow> warning_;
   // Speaks the warning and the note.
   std::optional<SpokenText> spoken_;

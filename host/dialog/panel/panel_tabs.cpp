@@ -262,7 +262,7 @@ void PanelTabs::warn() {
   guarded([&] {
     session_->correctDefaults();
     const auto illegal = session_->illegalChoices();
-    // Nothing of the page is made before it is shown, which calls this again.
+    // The warning is not made before the page is shown, which calls this function again.
     if (page_.get_mapped()) page_.warnOf(illegal, findConflicts());
     page_.reportEdits(!illegal.empty() || !session_->illegalDefaults().empty() || isConstrained() ||
                       events_.isPresetChosen() || canConflictWithPaper(session_->settings(), paper()));

@@ -31,19 +31,19 @@ class PanelTabs : public sigc::trackable {
     std::function<void(const Failure&)> onFailure;
     /// The user wants the panel's help, which is this text.
     std::function<void(const std::string&)> onHelp;
-    /// The job's options except the panel's; none while a tab has a choice that cannot be printed.
+    /// The job's options except the panel's; nullopt while a tab has a choice that cannot be printed.
     std::function<std::optional<Options>()> otherOptions;
     /// The same with the server's defaults added.
     std::function<std::optional<Options>()> optionsOfServer;
     /// Opens the document again; the result is not open where there is no document with pages.
     std::function<FileDescriptor()> openDocument;
-    /// What the row of presets does.
+    /// The actions of the row of presets.
     PresetRow::Events presets;
     /// Whether that row shows changes of the settings.
     std::function<bool()> isPresetChosen;
   };
 
-  /// `plugin` is what bundleOfPrinter() takes.
+  /// `plugin` as for bundleOfPrinter().
   PanelTabs(Gtk::PrintUnixDialog& dialog, std::optional<std::string> plugin, Report report, Events events);
   PanelTabs(const PanelTabs&) = delete;
   PanelTabs& operator=(const PanelTabs&) = delete;
@@ -57,12 +57,12 @@ class PanelTabs : public sigc::trackable {
   bool findBundle(ppd_file_t* ppd);
   /// Whether the printer has a panel, open or not.
   [[nodiscard]] bool hasBundle() const { return bundle_.has_value(); }
-  /// Opens the panel of the bundle. Settings that nobody chose get the default of the printer's queue, the
-  /// PPD (null has none) or the panel. False when it fails.
+  /// Opens the panel of the bundle. Settings that nobody chose get the default of the printer's queue, of the
+  /// PPD (`ppd` may be null) or of the panel. False when it fails.
   bool open(ppd_file_t* ppd, const Options& queueDefaults);
   /// Saves what the panel shows and closes it, before another printer is shown.
   void leavePrinter(const std::string& printer);
-  /// Closes the panel and hides its page for this reason.
+  /// Closes the panel because of this failure, hides its page and reports the failure.
   void fail(const Failure& failure);
 
   [[nodiscard]] bool isOpen() const { return session_ != nullptr; }
@@ -78,9 +78,10 @@ class PanelTabs : public sigc::trackable {
   void show(const Options& options);
   /// Saves what the panel shows and returns its options.
   [[nodiscard]] Options shownOptions();
-  /// Shows the row of presets as it is now.
+  /// Updates the row of presets.
   void updatePresets();
-  /// The name of the bundle with the printer's panel, by which its presets are kept; none without a bundle.
+  /// The name of the bundle with the printer's panel, by which its presets are kept; nullopt without a
+  /// bundle.
   [[nodiscard]] std::optional<std::string> family() const;
   /// The panel's options, as saved last.
   [[nodiscard]] Options options() const { return storedOptions(settings_, keywords()); }
@@ -96,7 +97,7 @@ class PanelTabs : public sigc::trackable {
   PanelResult result();
 
   /// Saves what the panel shows and returns the values that the user chose and the printer does not allow.
-  /// None when the panel refuses to print or fails.
+  /// nullopt if the panel refuses to print or fails.
   std::optional<std::vector<IllegalValue>> prepareToPrint();
   /// The conflicts of the panel's settings, as saved last, with the paper and by the PPD.
   std::vector<Conflict> conflicts();

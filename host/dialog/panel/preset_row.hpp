@@ -12,10 +12,10 @@
 
 namespace tandemtrim::host {
 
-/// What the row of presets shows.
+/// The contents of the row of presets.
 struct PresetList {
   std::vector<std::string> names;
-  /// None while no preset is chosen.
+  /// nullopt while no preset is chosen.
   std::optional<std::string> chosen;
   /// Whether the settings differ from those of the chosen preset.
   bool isChanged = false;
@@ -37,7 +37,7 @@ class PresetRow : public Gtk::Box {
     std::function<void()> onRename;
     std::function<void()> onDelete;
     std::function<void(bool)> onPrinters;
-    /// Returns what to show when the menu opens.
+    /// Returns the contents to show when the menu opens.
     std::function<PresetList()> list;
   };
 

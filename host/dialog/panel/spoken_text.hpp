@@ -6,8 +6,9 @@
 
 namespace tandemtrim::host {
 
-/// A text of a page that a screen reader speaks. It speaks only what concerns the focused control, so the
-/// text describes the control of the page that has the focus when the text changes, or the next one.
+/// A text of a page that a screen reader speaks. A screen reader speaks only texts about the focused control.
+/// So the text becomes the description of the page's control that has the focus when the text changes, or of
+/// the next one that gets the focus.
 class SpokenText : public sigc::trackable {
  public:
   /// The page must be in its window already.

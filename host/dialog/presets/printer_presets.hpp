@@ -32,7 +32,7 @@ class PrinterPresets {
     /// Shows the options on the other pages; returns those that the printer does not allow, which are not
     /// shown.
     std::function<std::vector<IllegalValue>(const Options&)> showOnPages;
-    /// Gives up a press of Print that waits, so that the user sees something first.
+    /// Gives up a press of Print that waits, so that the user sees a message first.
     std::function<void()> giveUpPrint;
     /// Shows the row as it is now.
     std::function<void()> update;
@@ -46,7 +46,7 @@ class PrinterPresets {
   void open(const std::string& family, const std::string& printersKey);
   /// Changes to a printer that has no presets.
   void close();
-  /// Chooses and returns the preset that the user wants on this printer, if any; none when the dialog has
+  /// Chooses and returns the preset that the user wants on this printer, if any; nullopt if the dialog has
   /// shown the printer before.
   std::optional<Preset> begin();
   /// Shows the other pages' settings of the preset that begin() returned, once the pages show this printer;
@@ -58,7 +58,7 @@ class PrinterPresets {
   [[nodiscard]] PresetRow::Events events();
   /// Whether a preset is chosen, so that the row shows changes of the settings.
   [[nodiscard]] bool isChosen() const { return chosen_.contains(printersKey_); }
-  /// What the row shows now. Sets damaged files of the user aside and shows a message about them.
+  /// The present contents of the row. Sets damaged files of the user aside and shows a message about them.
   [[nodiscard]] PresetList list();
 
  private:
@@ -70,7 +70,8 @@ class PrinterPresets {
     bool isByHand = false;
     // The keywords of its options that the printer does not allow.
     std::vector<std::string> refused = {};
-    // What the other pages first showed of it; none until then, and for a preset without settings for them.
+    // The options of the other pages when they first showed it; nullopt until then, and for a preset without
+    // settings for them.
     std::optional<Options> pages = {};
   };
 
@@ -84,11 +85,12 @@ class PrinterPresets {
   void saveChanges();
   void saveAs(const NameWindow::Answer& answer);
   void rename(const std::string& name);
-  // Whether it is the preset of this name; there may be others of that name for other families.
+  // Whether this is the present family's preset of this name; other families may have presets of the same
+  // name.
   [[nodiscard]] bool isChosenOf(const Chosen& chosen, const std::string& name) const {
     return chosen.family == family_ && chosen.preset.name == name;
   }
-  // Returns false when it refuses.
+  // Returns false, and changes nothing, if the name is taken and `Taken` refuses that.
   using Replacement = std::function<bool(Taken)>;
   void replaceIfTaken(const std::string& name, const Replacement& act);
   void askToReplace(const char* question, const std::string& name, const Replacement& act);
@@ -107,7 +109,7 @@ class PrinterPresets {
   Questions questions_;
   // For messages beside a question.
   Questions faults_;
-  // None after the first begin().
+  // nullopt after the first begin().
   std::optional<std::string> wanted_;
   std::string family_;
   std::string printersKey_;

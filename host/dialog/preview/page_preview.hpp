@@ -50,7 +50,7 @@ class PagePreview {
   [[nodiscard]] PagePlace place() const;
 
  private:
-  // None when the document ends before the page.
+  // nullopt if the document ends before the page.
   using Answer = std::optional<RenderedPage>;
 
   [[nodiscard]] bool isPrinted(int page) const;
@@ -64,7 +64,7 @@ class PagePreview {
   // The number after the last page, as far as it is known.
   int end_ = PageRange::kEnd;
   std::optional<RenderedPage> page_;
-  // Page numbers; 0 means none.
+  // Page numbers; 0 means no page.
   int shown_ = 0;
   int wanted_ = 0;
   bool isReading_ = false;

@@ -34,7 +34,7 @@ Failure noPage(const std::string& reason) { return Failure("the document's page 
 
 bool isLength(double length) { return std::isfinite(length) && length > 0; }
 
-// The empty edges; none when they are larger than the page.
+// The empty edges; nullopt if they are negative or larger than the page.
 std::optional<Edges> emptyEdges(const PageAnswer& answer) {
   const Edges edges{answer.emptyTop, answer.emptyBottom, answer.emptyLeft, answer.emptyRight};
   const bool isOnPage = edges.top >= 0 && edges.bottom >= 0 && edges.left >= 0 && edges.right >= 0 &&

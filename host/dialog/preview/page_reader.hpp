@@ -30,7 +30,8 @@ struct RenderedPage {
   int pages;
   double width;
   double height;
-  /// How much is empty at each edge; none when the whole page is empty.
+  /// How much is empty at each edge; nullopt if the whole page is empty, or the answer's lengths do not fit
+  /// the page.
   std::optional<Edges> empty;
   /// The largest of the longer sides of all pages, and the largest of the shorter ones.
   double longest;
@@ -53,12 +54,12 @@ struct PageRequest {
   std::function<bool()> isWanted = [] { return true; };
 };
 
-/// The page in the answer of a program that renders one; none when the answer is wrong, or its picture is
+/// The page in the answer of a program that renders one; nullopt if the answer is wrong, or its picture is
 /// larger than `longestSide`.
 std::optional<RenderedPage> pageIn(std::span<const std::byte> answer, int longestSide);
 
-/// Has a separate process read the page of the document in this file; none when the document ends before the
-/// page. Takes `request.limit` at most. Failure, with the reason, when the page cannot be rendered.
+/// Renders the page of the document in this file in a separate process; nullopt if the document ends before
+/// the page. Takes `request.limit` at most. Failure, with the reason, when the page cannot be rendered.
 std::optional<RenderedPage> readPage(FileDescriptor document, const PageRequest& request);
 
 }  // namespace tandemtrim::host

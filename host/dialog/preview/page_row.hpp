@@ -18,8 +18,8 @@ std::string pageNumberText(const PagePlace& place);
 bool isTurnButton(GtkWidget* widget);
 
 /// The number of the document's page in the picture of the sheet, between two buttons that turn to the
-/// previous and the next page that is printed. They keep the focus at the first and last one. Visible only
-/// for a document of several pages.
+/// previous and the next page that is printed. They keep the focus at the first and the last page. Visible
+/// only for a document of several pages.
 class PageRow : public Gtk::Box {
  public:
   /// `turn` turns to the next page, or back for a negative number.

@@ -15,14 +15,14 @@ namespace tandemtrim::host {
 struct PaperSheet {
   double width;
   double height;
-  /// The edges on which the printer cannot print; none when they are not known.
+  /// The edges on which the printer cannot print; nullopt if they are not known.
   std::optional<Edges> unprintable;
   /// Whether the print system turns a page of the other orientation to the right.
   bool turnsRight;
 };
 
-/// The edges of the upright paper of this name on which a printer with this PPD (null has none) cannot print;
-/// none when they are not known.
+/// The edges of the upright paper of this name on which a printer with this PPD cannot print; nullopt if they
+/// are not known, as without a PPD (null).
 std::optional<Edges> unprintableEdges(ppd_file_t* ppd, const std::string& paper);
 
 /// The same edges for a sheet in landscape orientation.
@@ -33,7 +33,7 @@ bool isPageOnItsSheet(const Options& options);
 
 /// The page where the print system puts it, turned if it is of the other orientation: in its own size and in
 /// the middle, or fitted to the printable part of the sheet if the sheet is too small for a page of the
-/// document. Null when it would be cropped, or the printable part is not known.
+/// document. Null if a fitted page would be cropped, or the printable part is unknown or empty.
 std::shared_ptr<platform::PageImage> placed(const RenderedPage& page, const PaperSheet& sheet);
 
 }  // namespace tandemtrim::host

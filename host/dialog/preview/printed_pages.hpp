@@ -15,9 +15,9 @@ struct PrintedPages {
   std::vector<PageRange> ranges{PageRange{}};
   Set set = Set::all;
 
-  /// The first of them at or after `page` and before `end`, or none.
+  /// The first of them at or after `page` and before `end`, or nullopt.
   [[nodiscard]] std::optional<int> from(int page, int end) const;
-  /// The last of them at or before `page`, or none.
+  /// The last of them at or before `page`, or nullopt.
   [[nodiscard]] std::optional<int> upTo(int page) const;
 };
 

@@ -8,7 +8,7 @@
 
 namespace tandemtrim::host {
 
-/// Which choices of the tabs a document has already, since the program that made it has applied them.
+/// The choices of the tabs that a program has already applied to the document that it made.
 enum class LaidOut {
   nothing,
   /// Pages, scale, paper and orientation: all that shapes a document for a printer.
@@ -21,11 +21,12 @@ enum class LaidOut {
 /// job applies get the value that changes nothing, so that nothing happens twice.
 std::map<std::string, std::string> settingsToLayOut(const TabSettings& tabs, LaidOut laidOut);
 
-/// Failure, with a text for the user, when the tabs choose a part of the document or several pages per side,
-/// which a file cannot have.
+/// Failure, with a text for the user, when the tabs choose a part of the document or several pages per side:
+/// a saved file contains the whole document unchanged.
 void refusePartInFile(const Gtk::PrintSettings& settings, LaidOut laidOut);
 
-/// Removes from a job's options what its document has already.
+/// Replaces the job's options that a program has already applied to the document: by the value that changes
+/// nothing or, where there is no such value, by no option.
 void removeLaidOut(Options& options, LaidOut laidOut);
 
 }  // namespace tandemtrim::host

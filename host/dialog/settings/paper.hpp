@@ -10,14 +10,14 @@
 
 namespace tandemtrim::host {
 
-/// The paper of this name, as the PPD or CUPS itself calls it ("A3", "iso_a3_297x420mm"), else none. `ppd` is
-/// null for a printer without one.
+/// The paper of this name, as the PPD or CUPS itself calls it ("A3", "iso_a3_297x420mm"), or nullopt. `ppd`
+/// is null for a printer without one.
 std::optional<Gtk::PaperSize> paperNamed(const std::string& name, ppd_file_t* ppd);
 
-/// The paper that the options choose by PageSize or as a part of media, else none.
+/// The paper that the options choose by PageSize or as a part of media, or nullopt.
 std::optional<Gtk::PaperSize> paperAskedFor(const Options& options, ppd_file_t* ppd);
 
-/// The default paper of a printer with this PPD, else none.
+/// The default paper of a printer with this PPD, or nullopt.
 std::optional<Gtk::PaperSize> defaultPaper(ppd_file_t* ppd);
 
 /// The option by which a job chooses the paper.

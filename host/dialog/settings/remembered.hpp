@@ -20,18 +20,18 @@ struct PrinterPlace {
 
 /// The settings of the user's last successful job on a printer: those of GTK's tabs and those of the panel.
 struct Remembered {
-  /// Null where nothing is remembered; never null in what is to be remembered.
+  /// Its parts are null if nothing is remembered; remember() requires both.
   TabSettings tabs;
   Options panel;
 };
 
-/// What is remembered for the printer. A damaged file is reported and renamed, with ".damaged" appended;
+/// The settings remembered for the printer. A damaged file is reported and renamed, with ".damaged" appended;
 /// nothing is remembered then.
 Remembered recall(const PrinterPlace& place, const Report& report);
 
-/// Stores these settings for the printer, replacing earlier ones, except those that concern a single
-/// document: its copies, its pages, and when it is printed. The file is replaced as a whole, and only the
-/// user can read it. A failure is reported and returned.
+/// Stores these settings for the printer in place of earlier ones. Leaves out those that concern a single
+/// document: copies, pages, scale, the time of printing and the file to save to. The file is replaced as a
+/// whole, and only the user can read it. A failure is reported and returned.
 std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Report& report);
 
 /// The file of the printer's settings, in the folder of this program below $XDG_STATE_HOME. It has the

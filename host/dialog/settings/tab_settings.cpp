@@ -99,7 +99,7 @@ void applyPageRanges(const std::string& text, Gtk::PrintSettings& settings) {
   gtk_print_settings_set_page_ranges(settings.gobj(), ranges.data(), static_cast<int>(ranges.size()));
 }
 
-// A printer's row has one of the two names.
+// The row for two-sided printing has one of these two names, depending on the printer.
 void applySides(const std::string& value, Gtk::PrintSettings& settings) {
   for (const auto& [sides, duplex] : kSides) {
     if (value != sides && value != duplex) continue;

@@ -48,7 +48,8 @@ bool isDuplexKeyword(const std::string& keyword);
 std::vector<std::string> spellings(const Option& option);
 
 /// Those of GTK's rows for the printer's options that show one of these options, with the values that they
-/// show. These may differ, since GTK prefers what the user saved for a printer.
+/// show. The values may differ from those of the options, since GTK prefers the user's saved options for the
+/// printer.
 Options rowsShowing(const TabSettings& tabs, const Options& options);
 
 /// Failure when this text of the entry for pages cannot be understood. An empty text passes; refuseNoPages()
