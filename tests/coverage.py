@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Shows what the tests cover of the sources, by folder, from what the programs of build/coverage have counted since `begin`.
+"""Shows how much of each folder's sources the tests cover, by the counters that the programs of build/coverage have written since `begin`.
 
 coverage.py begin: count from zero. coverage.py: show the table, and fail if a folder misses its bound.
 coverage.py --show [FOLDER]: also list each line and each branch that no test reaches.
@@ -22,13 +22,13 @@ SOURCES = ('*.cpp', '*.hpp', '*.mm', '*.h')
 
 
 class Bound(NamedTuple):
-    """The percentages of lines and branches that must be covered, and the goals for later."""
+    """The percentages of lines and branches that must be covered, and the goal for both."""
     lines: int
     branches: int
     goal: int = 100
 
 
-# A row counts for its folder and those below it without their own row. A value below its goal is what the tests reach now; it only rises.
+# A row applies to its folder and to the folders below it that have no row. A bound below its goal is the present coverage: only raise it.
 BOUNDS = {
     'platform': Bound(98, 100),
     'plugin': Bound(100, 100),
@@ -56,7 +56,7 @@ BOUNDS = {
 
 
 def sources():
-    """The counted sources of each folder, as paths from the project's."""
+    """Each source that counts, relative to the project, and the folder of its bound."""
     listed = subprocess.run(['git', 'ls-files', '--', *(f'{folder}/{kind}' for folder in BOUNDS for kind in SOURCES)],
                             cwd=PROJECT, check=True, capture_output=True, text=True).stdout.splitlines()
     return {file: max((folder for folder in BOUNDS if file.startswith(f'{folder}/')), key=len) for file in listed}

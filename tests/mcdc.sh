@@ -14,4 +14,5 @@ mapfile -t sources < <(git ls-files 'plugin/*.[ch]pp' 'model/*.[ch]pp' 'view/*.[
 objects=("${programs[0]}" "${programs[@]/#/--object=}")
 llvm-cov-19 report -show-mcdc-summary -show-region-summary=false -instr-profile=$build/all.profdata "${objects[@]}" "${sources[@]}"
 [ "${1:-}" = --show ] || exit 0
-llvm-cov-19 show -show-mcdc -instr-profile=$build/all.profdata "${objects[@]}" "${sources[@]}" | grep -B40 -E 'C[0-9]+-Pair: not covered' || true
+llvm-cov-19 show -show-mcdc -instr-profile=$build/all.profdata "${objects[@]}" "${sources[@]}" |
+  grep -B40 -E 'C[0-9]+-Pair: not covered' || true

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Runs the long tests for hours, each time with other random values, and counts what they try: soak.py HOURS [RUN ...]
+"""Runs the long tests for hours, each time with new random values, and counts their jobs, calls and inputs: soak.py HOURS [RUN ...]
 
 The exit status is 1 if a run failed; build/soak then has its command and whole output. After each run its count is added to
 build/soak/totals.json.
@@ -49,7 +49,7 @@ def many_jobs(name, case, folder, count, on_screen=False):
     }
 
 
-# The runs, by what they try.
+# The runs by name.
 RUNS = {
     "sequences": Run((BUILD / "tests/sequences/tandemtrim_sequences_test",), "", ("SEQUENCES=1000000",), r"sequences of (\d+) calls"),
     **many_jobs("jobs", "test_volume.OneConnectionTest", "tests/e2e", 5000),
@@ -120,7 +120,7 @@ def main():
     workers = os.cpu_count()
     runs = list(names or RUNS)
     with concurrent.futures.ThreadPoolExecutor(workers) as pool:
-        # Each worker begins with another run.
+        # Each worker begins with a different run.
         turns = [itertools.cycle(runs[first % len(runs) :] + runs[: first % len(runs)]) for first in range(workers)]
         list(pool.map(soak.work, turns))
     return soak.report()

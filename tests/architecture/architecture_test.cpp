@@ -136,7 +136,7 @@ TEST(Architecture, AllowsNoArrowThatIsNotNeeded) {
   }
 }
 
-TEST(Architecture, HasNoCircle) {
+TEST(Architecture, HasNoCycle) {
   auto rest = arrows();
   const auto isGone = [&](const std::string& folder) { return !rest.contains(folder); };
   const auto reachesTheRest = [&](const auto& arrow) { return !std::ranges::all_of(arrow.second, isGone); };
@@ -185,7 +185,7 @@ TEST(Architecture, MatchesTheDiagramInTheDocumentation) {
         << "from " << folder << " in docs/architecture.md";
 }
 
-// A reader takes in a folder at a glance. Inputs of fuzzing and built files are not counted.
+// A longer list is hard to survey. Inputs for fuzzing and built files do not count.
 TEST(Architecture, HasNoFolderOfMoreThanTwentyFiles) {
   constexpr std::array<const char*, 5> kNotCounted{"corpus", "dictionaries", "__pycache__", "build", ".git"};
   std::map<std::string, int> files;

@@ -41,7 +41,7 @@ TEST_P(MarginLimit, ThatIsNotUtf8CountsAsMissing) {
   EXPECT_EQ(text(side.limitLabel), rangeUpTo("30"));
 }
 
-TEST_P(MarginLimit, FallsBackToTheSettingInfoWhenThePpdHasNone) {
+TEST_P(MarginLimit, FallsBackToTheSettingInfoWhenThePpdLacksIt) {
   scene.ppdAttributes->erase(attribute());
   ASSERT_NO_FATAL_FAILURE(show());
   EXPECT_EQ(text(side.limitLabel), rangeUpTo("30"));
@@ -61,7 +61,7 @@ TEST_P(MarginLimit, OfTheSettingInfoIsClampedToTheBoundsToo) {
   EXPECT_EQ(text(side.limitLabel), rangeUpTo("60"));
 }
 
-TEST_P(MarginLimit, IsTheMinimumWhenNeitherNamesOne) {
+TEST_P(MarginLimit, IsTheMinimumWhereNeitherThePpdNorTheSettingInfoHasOne) {
   scene.ppdAttributes.reset();
   scene.settingInfo.erase("DefaultValue.MarginLimit");
   ASSERT_NO_FATAL_FAILURE(show());
@@ -79,7 +79,7 @@ TEST_P(MarginLimit, ChecksTheMinimumFirstWhereTheBoundsCross) {
   }
 }
 
-// A bound that the setting info lacks compares as 0. There is no panel only where the missing bound itself
+// A bound that the setting info lacks compares as 0. Making the panel fails only if the missing bound itself
 // would be a side's limit.
 TEST_P(MarginLimit, CountsAMissingBoundAsZeroAndFailsOnlyWhereThatWouldBeTheLimit) {
   struct Case {
@@ -151,7 +151,7 @@ TEST_F(PpdFile, ThatIsReplacedWhileADialogIsOpenCountsForTheNextDialog) {
   const auto nextPanel = next->panelForType(kType, true);
   ASSERT_TRUE(nextPanel->panelView());
   EXPECT_EQ(nextPanel->look("labelMarginLimitTop").text, "mm   from 0 up to 15");
-  // The open panel and another one of the same dialog keep the limits of the file that was opened.
+  // The open panel and another panel of the same dialog keep the limits of the file that was opened.
   panel->replaceText("textBoxMarginTop", "48");
   EXPECT_EQ(text("textBoxMarginTop"), "48");
   panel = dialog->panelForType(kType, true);

@@ -70,8 +70,8 @@ class LinuxPanel : public Panel {
   bool shouldPrint() override { return panel_->shouldPrint(); }
   std::vector<std::string> supportedPPDOptionKeys() override { return panel_->supportedPPDOptionKeys(); }
   const void* keywordsIdentity() override { return &panel_->supportedPPDOptionKeys(); }
-  bool save() override { return saysNothing(panel_->saveValuesAndReturnError(&error_)); }
-  bool restore() override { return saysNothing(panel_->restoreValuesAndReturnError(&error_)); }
+  bool save() override { return succeededSilently(panel_->saveValuesAndReturnError(&error_)); }
+  bool restore() override { return succeededSilently(panel_->restoreValuesAndReturnError(&error_)); }
 
   void updateView() override { controller().updateView(); }
   void setViewIsInited(bool inited) override { controller().setViewIsInited(inited); }
@@ -105,15 +105,15 @@ class LinuxPanel : public Panel {
     }
     throw std::out_of_range("no margin has the box " + outlet);
   }
-  // The error text is never written.
-  bool saysNothing(bool result) const { return result && error_ == kUntouched; }
+  // Whether a call succeeded and, as every call must, left the error text untouched.
+  bool succeededSilently(bool result) const { return result && error_ == kUntouched; }
 
   static constexpr const char* kUntouched = "untouched";
   std::unique_ptr<platform::PrintPanel> panel_;
   std::string error_ = kUntouched;
 };
 
-/// A dialog whose panels are a platform's own subclass of LinuxPanel.
+/// A dialog that makes panels of a platform's subclass of LinuxPanel.
 template <class PlatformPanel>
 class LinuxDialog : public Dialog {
  public:

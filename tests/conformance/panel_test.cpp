@@ -143,7 +143,7 @@ TEST_F(PanelOfADialog, SavesRestoresAndGreysNothingWhileItsViewIsNotSetUp) {
   EXPECT_FALSE(enabled("textBoxMarginTop"));
 }
 
-TEST_F(PanelOfADialog, ReturnsTheSameViewAgainWithoutSettingItUpAnew) {
+TEST_F(PanelOfADialog, ReturnsTheSameViewEachTimeAndSetsItUpOnce) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   const auto* view = panel->viewIdentity();
   panel->replaceText("textBoxMarginTop", "33");

@@ -98,7 +98,7 @@ class Dialog {
   virtual ~Dialog() = default;
 
   /// A panel for an extension type (nullopt for a null type), with or without a host callback; null when the
-  /// plug-in returns none.
+  /// plug-in returns no panel.
   virtual std::unique_ptr<Panel> panelForType(std::optional<std::string> type, bool withCallback) = 0;
   /// The number of panels in the list for the print dialog's type.
   virtual std::size_t panelCount() = 0;

@@ -15,7 +15,7 @@ TEST_F(StoredSettings, OfAFreshJobAreTheDefaultsAsSoonAsThePanelIsMade) {
   EXPECT_EQ(dialog->storedKeys().size(), kKeys.size());
 }
 
-TEST_F(StoredSettings, ThatExistAlreadyStayWhateverTheirValues) {
+TEST_F(StoredSettings, ThatExistAlreadyStayUnchangedLegalOrNot) {
   scene.stored = {{"MVTandemTrim", "perhaps"},
                   {"MVPrintPosition", "Nowhere"},
                   {"MVTopMargin", "999"},

@@ -81,7 +81,7 @@ TEST_F(PanelSummary, ReplacesUnsavedInputByTheStoredValues) {
   EXPECT_EQ(panel->look("positionPopUp").chosen, "Center");
 }
 
-TEST_F(PanelSummary, RestoresTheCheckBoxWithoutGreyingAnew) {
+TEST_F(PanelSummary, RestoresTheCheckBoxWithoutGreyingTheControls) {
   ASSERT_NO_FATAL_FAILURE(show());
   panel->click("tandemTrimValid");
   panel->replaceText("textBoxMarginTop", "33");

@@ -144,7 +144,7 @@ TEST_F(PanelView, KeepsItsDependentControlsLiveAfterRestoringDefaults) {
   expectLive(true);
 }
 
-TEST_F(PanelView, IsNotGreyedAnewWhenTheDefaultsAreRestored) {
+TEST_F(PanelView, StaysLiveInTheMixedStateWhenTheDefaultsAreRestored) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   panel->setMixed("tandemTrimValid");
   EXPECT_TRUE(panel->click("defaultButton"));

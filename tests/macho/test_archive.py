@@ -31,17 +31,20 @@ COMMANDS = {
 TOOLS = ("bash", "chmod", "cp", "dirname", "head", "mkdir", "mktemp", "rm", "sed", "sha256sum", "sort", "test")
 # Other scripts for each command that make the check fail, and the check's message.
 FAILURES = {
-    "sw_vers": [("echo 12.1", "failed  this macOS is new enough"), ("echo 9.9", "failed  this macOS is new enough"), ("exit 1", "failed  this macOS is new enough")],
+    "sw_vers": [("echo 12.1", "failed  this macOS is new enough"), ("echo 9.9", "failed  this macOS is new enough"),
+                ("exit 1", "failed  this macOS is new enough")],
     "plutil": [("exit 1", "failed  the bundle's description can be read"), ("exit 1", "failed  this macOS is new enough"),
                ('if [ "$1" = -lint ]; then exit 0; fi', "failed  this macOS is new enough")],
-    "file": [('echo "Mach-O 64-bit bundle ppc64"', "failed  the code is for this Mac's processor"), ("exit 1", "failed  the code is for this Mac's processor")],
+    "file": [('echo "Mach-O 64-bit bundle ppc64"', "failed  the code is for this Mac's processor"),
+             ("exit 1", "failed  the code is for this Mac's processor")],
     "shasum": [("exit 1", "failed  every file is as it was packed")],
     "codesign": [('if [ "$1" = --verify ]; then exit 3; fi', "failed  the bundle is signed")],
     # More than a pipe's buffer: a reader that stops early must not take the writer's SIGPIPE for "not marked".
     "xattr": [('if [ "$1" = -r ]; then for n in {1..9999}; do echo "TandemTrim.bundle: com.apple.quarantine"; done; fi',
                "failed  the bundle is not marked as from the network"),
               ("exit 1", "failed  the bundle is not marked as from the network")],
-    "find": [('echo "$1"', "failed  the bundle belongs to root and is for all users"), ("exit 1", "failed  the bundle belongs to root and is for all users")],
+    "find": [('echo "$1"', "failed  the bundle belongs to root and is for all users"),
+             ("exit 1", "failed  the bundle belongs to root and is for all users")],
 }
 
 
@@ -69,7 +72,8 @@ class TheArchive(Unpacked):
     def test_belongs_to_root_and_is_the_same_each_time(self):
         self.assertEqual({(member.uid, member.gid) for member in self.members}, {(0, 0)})
         self.assertEqual({member.mode & 0o446 for member in self.members}, {0o444})
-        committed = subprocess.run(["git", "log", "-1", "--format=%ct"], cwd=mach_o.SOURCES, capture_output=True, text=True, check=True).stdout
+        committed = subprocess.run(["git", "log", "-1", "--format=%ct"], cwd=mach_o.SOURCES, capture_output=True, text=True,
+                                   check=True).stdout
         self.assertEqual({member.mtime for member in self.members}, {int(committed)})
         before = hashlib.sha256(self.path.read_bytes()).hexdigest()
         subprocess.run([mach_o.SOURCES / "packaging/macos/archive/archive.sh"], capture_output=True, check=True, umask=0o077)
@@ -113,7 +117,7 @@ class ItsScripts(Unpacked):
         self.assertTrue(self.installed.exists())
         self.assertNotIn("sudo", (self.here / "commands.log").read_text())
 
-    def test_run_each_other_even_when_the_browser_left_them_without_the_right_to_be_executed(self):
+    def test_run_each_other_even_when_the_browser_left_them_without_execute_permission(self):
         (self.here / "check.sh").chmod(0o644)
         done = self.install(by=("bash",))
         self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
@@ -130,7 +134,7 @@ class ItsScripts(Unpacked):
         self.assertEqual(done.returncode, 2)
         self.assertIn("usage: ", done.stderr)
 
-    def test_say_what_is_wrong_and_claim_nothing(self):
+    def test_name_the_failed_check_and_claim_no_success(self):
         for name, does, expected in [(name, *failure) for name, failures in FAILURES.items() for failure in failures]:
             with self.subTest(name, does=does):
                 self.mac.command(name, does)

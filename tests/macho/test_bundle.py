@@ -26,7 +26,7 @@ def accessors(names):
 # Selectors that the compiler adds for C++ instance variables.
 CXX = {".cxx_construct", ".cxx_destruct"}
 COMPONENT = {"changeState:", "component"} | CXX
-# Each class: superclass, protocols, selectors. The Objective-C shell itself uses those that no host or nib calls.
+# Each class: superclass, protocols, selectors. The bundle's own code uses the selectors that no host or nib calls.
 CLASSES = {
     "MorvaTTPdePluginKV2": ("NSObject", set(), {"initWithBundle:", "PDEPanelsForType:withHostInfo:", "bundle", "dealloc"}),
     "MorvaTTPdePanelKV2": ("NSObject", set(), {
@@ -120,7 +120,7 @@ class TheExecutable(unittest.TestCase):
         self.assertEqual(paths - set(mach_o.libraries(processor)), set())
 
     @for_each_processor
-    def test_runs_on_the_macos_that_the_bundle_asks_for(self, processor):
+    def test_runs_on_the_oldest_macos_that_the_bundle_declares(self, processor):
         info = plistlib.loads((mach_o.CONTENTS / "Info.plist").read_bytes())
         commands = mach_o.output_of("llvm-otool", "-arch", processor, "-l")
         self.assertEqual(re.findall(r"\bminos (\S+)", commands), [info["LSMinimumSystemVersion"]])
@@ -172,19 +172,23 @@ class TheStandIns(unittest.TestCase):
                 ("appkit/control_classes.mm", "10.8", "NSAppearance"),
                 ("appkit/controls.mm", "10.6", "setIdentifier:")]:
             with self.subTest(name):
-                self.assertRegex(mach_o.errors_of(source, lambda command: command.replace(now, minimum + version)), f"error: '{name}' is (only |un)available")
+                self.assertRegex(mach_o.errors_of(source, lambda command: command.replace(now, minimum + version)),
+                                 f"error: '{name}' is (only |un)available")
 
     def test_have_the_numbers_of_apples_documentation(self):
         # The bundle contains these numbers. Some differ between processors, as the documentation says.
-        numbers = {"NSViewWidthSizable": 2, "NSViewMaxXMargin": 4, "NSViewMinYMargin": 8, "NSLineBreakByClipping": 2, "NSLineBreakByTruncatingTail": 4,
+        numbers = {"NSViewWidthSizable": 2, "NSViewMaxXMargin": 4, "NSViewMinYMargin": 8, "NSLineBreakByClipping": 2,
+                   "NSLineBreakByTruncatingTail": 4,
                    "NSTextAlignmentLeft": 0, "NSTextAlignmentCenter": 1, "NSTextAlignmentRight": 2, "NSTextAlignmentNatural": 4,
                    "NSButtonTypeMomentaryPushIn": 7, "NSButtonTypeSwitch": 3, "NSBezelStyleRounded": 1, "NSBezelStyleRegularSquare": 2,
-                   "NSImageLeft": 2, "NSUTF8StringEncoding": 4, "sizeof(NSInteger)": 8, "sizeof(CGFloat)": 8, "sizeof(unichar)": 2, "sizeof(BOOL)": 1}
+                   "NSImageLeft": 2, "NSUTF8StringEncoding": 4,
+                   "sizeof(NSInteger)": 8, "sizeof(CGFloat)": 8, "sizeof(unichar)": 2, "sizeof(BOOL)": 1}
         for processor, more in {"arm64": {}, "x86_64": {"NSTextAlignmentCenter": 2, "NSTextAlignmentRight": 1}}.items():
             with self.subTest(processor), tempfile.NamedTemporaryFile("w", suffix=".mm") as source:
-                print("#import <Cocoa/Cocoa.h>", *(f"static_assert({name} == {number});" for name, number in (numbers | more).items()), sep="\n",
-                      file=source, flush=True)
-                self.assertEqual(mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], source.name), processor), "")
+                print("#import <Cocoa/Cocoa.h>", *(f"static_assert({name} == {number});" for name, number in (numbers | more).items()),
+                      sep="\n", file=source, flush=True)
+                errors = mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], source.name), processor)
+                self.assertEqual(errors, "")
 
     def test_refuse_what_is_deprecated(self):
         allowed = "-Wno-deprecated-declarations"

@@ -1,4 +1,4 @@
-"""The nib as a Mac's compiler and loader need it: the subset of the .xib format that Xcode writes here, and the bundle's own classes."""
+"""The nib, checked without a Mac: it keeps to the part of the .xib format that Xcode writes for it, and fits the bundle's classes."""
 
 import re
 import unittest
@@ -9,7 +9,8 @@ import mach_o
 COMMON = {"id", "userLabel", "customClass"}
 CONTROL = COMMON | {"verticalHuggingPriority", "horizontalHuggingPriority"}
 VIEW_PARTS = {"rect", "autoresizingMask", "connections"}
-CELL = {"key", "id", "title", "alignment", "lineBreakMode", "borderStyle", "bezelStyle", "imagePosition", "imageScaling", "inset", "state", "type"}
+CELL = {"key", "id", "title", "alignment", "lineBreakMode", "borderStyle", "bezelStyle", "imagePosition", "imageScaling", "inset", "state",
+        "type"}
 # Each element: its attributes, its children.
 SCHEMA = {
     "document": ({"type", "version", "toolsVersion", "targetRuntime", "propertyAccessControl"}, {"dependencies", "objects"}),
@@ -44,8 +45,8 @@ SCHEMA = {
 }
 # The attributes that the compiler requires.
 REQUIRED = {
-    "document": {"type", "version", "targetRuntime"}, "customObject": {"id"}, "customView": {"id"}, "rect": {"key", "x", "y", "width", "height"},
-    "outlet": {"property", "destination", "id"}, "action": {"selector", "target", "id"},
+    "document": {"type", "version", "targetRuntime"}, "customObject": {"id"}, "customView": {"id"},
+    "rect": {"key", "x", "y", "width", "height"}, "outlet": {"property", "destination", "id"}, "action": {"selector", "target", "id"},
     "accessibilityConnection": {"property", "destination", "id"}, "menuItem": {"id"}, "font": {"key", "metaFont"}}
 # The toolkit's class of each element without a custom class.
 TOOLKIT_CLASSES = {"customView": "NSView", "customObject": "NSObject", "button": "NSButton",

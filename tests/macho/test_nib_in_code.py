@@ -1,4 +1,4 @@
-"""The nib as generated code: what needs no Mac and GNUstep does not show. Tests on GNUstep compare the rest with the nib itself."""
+"""The code that is generated from the nib, checked without a Mac where GNUstep cannot. Tests on GNUstep compare the rest with the nib."""
 
 import pathlib
 import re
@@ -12,7 +12,7 @@ XIB = mach_o.SOURCES / "resources/TandemTrim.xib"
 FORMS = {"an element": ("<subviews>", '<subviews><slider userLabel="slider"><rect key="frame" x="0" y="0" width="9" height="9"/></slider>'),
          "an attribute of a view": ('userLabel="labelDirection"', 'userLabel="labelDirection" hidden="YES"'),
          "an attribute of a cell": ('increment="1"', 'increment="1" minValue="2"'),
-         "a value of it": ('bezelStyle="rounded"', 'bezelStyle="bevel"'),
+         "a value of an attribute": ('bezelStyle="rounded"', 'bezelStyle="bevel"'),
          "a connection": ('target="-2"', 'target="gon-e0-000"')}
 
 

@@ -7,10 +7,12 @@ from mac import Mac
 # The Mac's commands as shell scripts, for when all goes well.
 COMMANDS = {
     "uname": "echo Darwin",
-    "cmake": 'if [ "$1" = --install ]; then mkdir -p "$4/PDEs/TandemTrim.bundle/Contents"; umask >"$4/PDEs/TandemTrim.bundle/Contents/Info.plist"; fi',
+    "cmake": 'if [ "$1" = --install ]; then mkdir -p "$4/PDEs/TandemTrim.bundle/Contents"; '
+             'umask >"$4/PDEs/TandemTrim.bundle/Contents/Info.plist"; fi',
     "plutil": 'echo "plutil $*" >>asked.log; if [ "$1" = -extract ]; then echo 1.2.3; fi',
     "lipo": "", "codesign": 'echo "codesign $*" >>asked.log',
-    "pkgbuild": 'echo "pkgbuild $*" >>asked.log; test "$1" = --analyze || { cat "$2"/Library/Printers/Morva/PDEs/*/Contents/Info.plist >umask.log; echo >"${@: -1}"; }',
+    "pkgbuild": 'echo "pkgbuild $*" >>asked.log; '
+                'test "$1" = --analyze || { cat "$2"/Library/Printers/Morva/PDEs/*/Contents/Info.plist >umask.log; echo >"${@: -1}"; }',
     "xcrun": 'echo "xcrun $*" >>asked.log',
 }
 TOOLS = ("bash", "cat", "dirname", "mkdir", "mktemp", "rm")
@@ -40,7 +42,8 @@ class ThePackage(unittest.TestCase):
         self.assertRegex(asked, r"codesign --force --options runtime --sign - \S+/Library/Printers/Morva/PDEs/TandemTrim[.]bundle\n")
         self.assertRegex(asked, r"\npkgbuild --root .* --install-location / --ownership recommended --version 1[.]2[.]3 ")
         # A relocatable bundle would be installed over any copy that the installer finds.
-        self.assertRegex(asked, r"\nplutil -replace 0[.]BundleIsRelocatable -bool NO \S+/components[.]plist\n.*\n.*--component-plist \S+/components[.]plist ")
+        self.assertRegex(asked, r"\nplutil -replace 0[.]BundleIsRelocatable -bool NO \S+/components[.]plist\n"
+                                r".*\n.*--component-plist \S+/components[.]plist ")
         for elsewhere in ("--timestamp", "notarytool", "stapler"):
             self.assertNotIn(elsewhere, asked)
 
@@ -71,7 +74,8 @@ class Uninstalling(unittest.TestCase):
     def setUp(self):
         # The real commands would remove a folder of this machine.
         log = 'echo "${0##*/} $*" >>asked.log'
-        self.mac = Mac(self, {"uname": "echo Darwin", "rm": log, "rmdir": log + "; exit 1", "pkgutil": log + "; exit 1"}, ("bash", "dirname"))
+        self.mac = Mac(self, {"uname": "echo Darwin", "rm": log, "rmdir": log + "; exit 1", "pkgutil": log + "; exit 1"},
+                       ("bash", "dirname"))
         self.script = self.mac.project() / "packaging/macos/uninstall.sh"
 
     def test_removes_the_bundle_even_if_no_package_installed_it(self):

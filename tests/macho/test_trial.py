@@ -12,13 +12,16 @@ COMMANDS = {
     "uname": 'if [ "${1:-}" = -m ]; then echo arm64; else echo Darwin; fi',
     "sw_vers": 'if [ "$1" = -productVersion ]; then echo 14.5; else echo 23F79; fi',
     "git": "echo abc1234",
-    "xcrun": 'case $1 in --find) echo /usr/bin/ibtool ;; clang++) printf "#!/bin/sh\\necho 7 >sent\\n" >"${@: -1}"; chmod +x "${@: -1}" ;; esac',
-    "cmake": 'if [ "$1" = --build ]; then mkdir -p build/macos/TandemTrim.bundle; ln -sf "$(command -v self-test)" build/macos/tandem-trim-self-test; fi',
+    "xcrun": 'case $1 in --find) echo /usr/bin/ibtool ;; '
+             'clang++) printf "#!/bin/sh\\necho 7 >sent\\n" >"${@: -1}"; chmod +x "${@: -1}" ;; esac',
+    "cmake": 'if [ "$1" = --build ]; then mkdir -p build/macos/TandemTrim.bundle; '
+             'ln -sf "$(command -v self-test)" build/macos/tandem-trim-self-test; fi',
     "self-test": 'echo "$2 is loaded"',
     "xcodebuild": "echo Xcode 15.4", "ninja": "", "codesign": "", "lipo": "",
     "sudo": 'echo "$*" >>sudo.log',
     # Lists the job of an earlier trial; the new job appears only at the second call after it is sent.
-    "lpstat": 'if [ "$1" = -W ]; then echo "TandemTrimTrial-6  user  1024  today"; [ ! -e arrived ] || echo "TandemTrimTrial-7  user  1024  today"; fi; [ ! -e sent ] || mv sent arrived',
+    "lpstat": 'if [ "$1" = -W ]; then echo "TandemTrimTrial-6  user  1024  today"; '
+              '[ ! -e arrived ] || echo "TandemTrimTrial-7  user  1024  today"; fi; [ ! -e sent ] || mv sent arrived',
     "sleep": "",
     "ipptool": 'test "${2##*/}" = 7; echo "        MVTopMargin (nameWithoutLanguage) = 12"',
     "log": 'echo "supportedPPDOptionKeys:=NSArray(...)"',
@@ -27,8 +30,8 @@ COMMANDS = {
 TOOLS = ("bash", "chmod", "dirname", "env", "grep", "ln", "mkdir", "mv", "rm", "sed", "sh", "tail", "tee")
 # The report's line when this command fails.
 FAILURES = {
-    "xcodebuild": "failed  Xcode is there", "xcrun": "failed  ibtool is there", "cmake": "failed  cmake is there", "codesign": "failed  it is signed for this Mac",
-    "lipo": "failed  it has both processors", "sudo": "failed  it is installed",
+    "xcodebuild": "failed  Xcode is there", "xcrun": "failed  ibtool is there", "cmake": "failed  cmake is there",
+    "codesign": "failed  it is signed for this Mac", "lipo": "failed  it has both processors", "sudo": "failed  it is installed",
     "ipptool": "failed  the job holds the options of the panel",
     "lpstat": "failed  the job holds the options of the panel", "log": "failed  the console is read"}
 
@@ -147,10 +150,11 @@ class TheTrial(unittest.TestCase):
         more = f"-Wno-deprecated-declarations -isystem {headers} -include {mach_o.SOURCES}/tests/macho/self_test.h"
         appkit = mach_o.SOURCES / "tests/adapters/appkit"
         suite = mach_o.SOURCES / "tests/conformance"
-        for source in (appkit / "self_test/main.mm", appkit / "self_test/hands.mm", appkit / "support/host.mm", suite / "appkit_platform.mm",
-                       suite / "scene.cpp", *sorted(suite.glob("*_test.cpp"))):
+        for source in (appkit / "self_test/main.mm", appkit / "self_test/hands.mm", appkit / "support/host.mm",
+                       suite / "appkit_platform.mm", suite / "scene.cpp", *sorted(suite.glob("*_test.cpp"))):
             with self.subTest(source):
-                self.assertEqual(mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], f"{more} {source}")), "")
+                errors = mach_o.errors_of("appkit/nib.mm", lambda command: command.replace(command.split()[-1], f"{more} {source}"))
+                self.assertEqual(errors, "")
 
     def test_is_refused_on_any_other_system(self):
         self.mac.command("uname", "echo Linux")

@@ -16,7 +16,7 @@ class PopUpTicket : public TicketTest<MorvaTTPrintTicketPopUpKV2> {
   RecordingPopUp second{"second", log, 2};
 };
 
-TEST_F(PopUpTicket, SelectsTheLocalizedTitleOfWhatIsStoredInEveryMenu) {
+TEST_F(PopUpTicket, SelectsTheLocalizedTitleOfTheStoredValueInEveryMenu) {
   const auto ticket = makeTicket();
   ticket->registerTargetInstances({&first, &second});
   settings().values["MVKey"] = "stored";
@@ -69,7 +69,7 @@ TEST_F(PopUpTicket, RemovesItsValueWhenNothingIsSelected) {
   EXPECT_THAT(settings().log, ElementsAre("remove MVKey"));
 }
 
-TEST_F(PopUpTicket, RemovesItsValueWhenTheSelectedItemHasNone) {
+TEST_F(PopUpTicket, RemovesItsValueWhenTheSelectedItemHasNoValue) {
   const auto ticket = makeTicket();
   ticket->registerTargetInstances({&first});
   first.selected = 0;

@@ -61,21 +61,21 @@ TEST_F(PrintTicket, IsMadeEvenWhenItsDefaultCannotBeStored) {
 }
 
 // Records the last use of the print settings before each call of isReady().
-class AskedWhenReady : public MorvaTTCommonInfoKV2 {
+class NeverReady : public MorvaTTCommonInfoKV2 {
  public:
   using MorvaTTCommonInfoKV2::initialize;
   [[nodiscard]] bool isReady() const override {
     const auto& job = static_cast<FakePrintSettings&>(*currentPrintSettings());
-    asked.emplace_back(job.log.empty() ? "too early" : job.log.back());
+    lastUses.emplace_back(job.log.empty() ? "too early" : job.log.back());
     return false;
   }
-  mutable Log asked;
+  mutable Log lastUses;
 };
 
-TEST_F(PrintTicket, StoresItsDefaultEvenWhereItIsNotMadeForCommonInfoThatIsNotReady) {
-  const auto info = makeCommonInfoOf<AskedWhenReady>();
+TEST_F(PrintTicket, StoresItsDefaultBeforeItRefusesCommonInfoThatIsNotReady) {
+  const auto info = makeCommonInfoOf<NeverReady>();
   EXPECT_THAT(MorvaTTPrintTicketKV2::initWithDefaultValue("fallback", "MVKey", info), IsNull());
-  EXPECT_THAT(info->asked, ElementsAre("set MVKey=fallback"));
+  EXPECT_THAT(info->lastUses, ElementsAre("set MVKey=fallback"));
   EXPECT_EQ(settings().values["MVKey"], "fallback");
   EXPECT_EQ(info.use_count(), 1);
 }

@@ -7,7 +7,7 @@
 namespace tandemtrim::test {
 namespace {
 
-// The addresses to watch, and those of them that were released, in order.
+// The addresses to watch, and the watched addresses that were released, in order.
 struct Watch {
   std::array<const void*, 7> watched{};
   std::array<const void*, 7> released{};
@@ -22,7 +22,7 @@ void noteRelease(const void* address) {
 
 class ReleaseOrder : public CoreTest {};
 
-TEST_F(ReleaseOrder, OfTheManagersTicketsIsThatOfItsFields) {
+TEST_F(ReleaseOrder, OfTheManagersTicketsIsTheOrderOfItsFields) {
   auto manager = MorvaTTPrintTicketManagerKV2::initWithCommonInfo(makeCommonInfo());
   std::ranges::copy(ticketsOf(*manager), watch.watched.begin());
   heap().onRelease = noteRelease;

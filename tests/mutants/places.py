@@ -53,7 +53,8 @@ def flags_of(commands):
 
 
 def syntax_trees(root, source, flags):
-    """The project's declarations in a source and its headers. Clang writes a location's file only when it changes; here each has it."""
+    """The project's declarations in a source and its headers. Clang names a location's file only when it changes;
+    `locate` adds it to the others."""
     file = None
 
     def locate(node):

@@ -138,7 +138,7 @@ def report(results, listed, all_are_tried):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument('--folders', nargs='+', default=SOURCES, help='mutates only the sources of these, which is sooner done')
+    parser.add_argument('--folders', nargs='+', default=SOURCES, help='mutates only the sources of these folders, which is faster')
     parser.add_argument('--only', default='', help='only mutants whose names match this regular expression')
     parser.add_argument('--sample', type=int, help='only a random sample of this size')
     parser.add_argument('--seed', type=int, default=datetime.date.today().toordinal(), help='chooses the sample; default: the date')

@@ -18,7 +18,7 @@ LEFT_OUT = re.compile(r'packages|volume|installation|Wayland|\((c|arabic)\)|_alo
                       r'macOS|appkit|second_family_test')
 # Fewer random sequences, and the same ones for every mutant.
 SHORT = ('TANDEM_TRIM_SEED=1', 'TANDEM_TRIM_SEQUENCES=1000')
-# Runs a command with its own processes and temporary files, all of which end with the first process.
+# Runs a command in separate process and mount namespaces with an empty /tmp. All its processes end with the first one.
 APART = ('unshare', '--mount', '--pid', '--fork', '--kill-child', '--mount-proc', '--', 'sh', '-c',
          'mount -t tmpfs -o mode=1777 tests /tmp && "$@"; exit $?', 'sh')
 SILENT = {'stdin': subprocess.DEVNULL, 'stdout': subprocess.DEVNULL, 'stderr': subprocess.DEVNULL}

@@ -1,4 +1,4 @@
-"""Rewrites sources so that every place asks a switch whether it is mutated (switch.hpp)."""
+"""Rewrites sources so that a switch decides at every place whether it is mutated (switch.hpp)."""
 import pathlib
 import re
 from dataclasses import dataclass
@@ -41,7 +41,7 @@ def numbered(places, texts):
 
 
 def around(one):
-    """What to write before a place, which operator to replace by a comma (begin and end, or None), and what to write behind the place."""
+    """The text to write before a place, the operator to replace by a comma (begin and end, or None), and the text to write behind it."""
     kind, detail = one.place.kind, one.place.detail
     asks, call = f'mutants::is({one.number})', f'mutants::{kind}({one.number}, '
     if kind == 'statement':

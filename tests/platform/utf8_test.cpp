@@ -31,7 +31,7 @@ TEST(Utf8, WritesEachCodePointInItsShortestForm) {
   EXPECT_EQ(text, "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
 }
 
-TEST(Utf8, IncludesNoEncodedSurrogate) {
+TEST(Utf8, WritesASurrogateButDoesNotAcceptIt) {
   std::string text;
   appendUtf8(text, 0xD83D);
   EXPECT_EQ(text, "\xED\xA0\xBD");

@@ -65,11 +65,11 @@ constexpr std::array<Step, 12> kSteps{{
     {"an item is chosen", [](const Session& session) { session.user().choose("Direction", 1); }},
     {"a stepper is clicked", [](const Session& session) { session.user().step("stepperMarginRight", -3); }},
     {"the panel saves", [](const Session& session) { session.panel().saveValuesAndReturnError(nullptr); }},
-    {"the summary is asked for", [](const Session& session) { (void)session.panel().summaryInfo(); }},
+    {"the summary is requested", [](const Session& session) { (void)session.panel().summaryInfo(); }},
     {"the defaults are restored", [](const Session& session) { session.user().click("RestoreDefault"); }},
     {"the panel restores",
      [](const Session& session) { session.panel().restoreValuesAndReturnError(nullptr); }},
-    {"the keywords are asked for",
+    {"the keywords are requested",
      [](const Session& session) { (void)session.panel().supportedPPDOptionKeys(); }},
 }};
 
@@ -87,7 +87,7 @@ class MemoryShortage : public CoreTest, public testing::WithParamInterface<Case>
     std::string reason;
     bundleOnDisk = platform::linux::Bundle::open(scene.writeBundle(), reason, {});
     ppd = FakeCallback(scene).ppd;
-    // Creates the objects that live as long as the program before allocations are counted.
+    // Before allocations are counted, creates the objects that live as long as the program.
     auto opened = session();
     opened.create();
     for (const auto& step : kSteps) step.run(opened);

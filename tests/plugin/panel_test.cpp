@@ -76,7 +76,7 @@ TEST_F(Panel, BuildsEverythingButTheViewWhenItIsMade) {
   EXPECT_THAT(log, IsEmpty());
 }
 
-TEST_F(Panel, IsNamedByTheTextUnderItsName) {
+TEST_F(Panel, IsNamedByTheLocalizedTextOfItsKey) {
   ASSERT_NO_FATAL_FAILURE(makePanel());
   EXPECT_EQ(panel->panelName(), "Panel Name");
   EXPECT_THAT(bundle->log.back(), R"(text of "TandemTrim" or "")");

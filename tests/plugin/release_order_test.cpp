@@ -55,15 +55,15 @@ TEST_F(ReleaseOrder, OfThePanelIsViewControllerThenCommonInfo) {
   EXPECT_THAT(log, ElementsAre("unsubscribe", "nib released", "bundle released", "callback released"));
 }
 
-// The test and seven tickets refer to the common info: all tickets exist while the subscriptions end, and
-// none when the nib is released.
+// The test and seven tickets refer to the common info: all tickets exist while the subscriptions end, and no
+// ticket when the nib is released.
 TEST_F(ReleaseOrder, OfTheViewControllerIsSubscriptionsTicketsNib) {
   auto info = makeCommonInfo();
   auto controller = MorvaTTViewControllerKV2::initWithCommonInfo(info);
   controller->panelViewWithNibName("TandemTrim");
   long whenUnsubscribed = 0;
   center.onRemove = [&] { whenUnsubscribed = info.use_count(); };
-  long whenNibWent = 0;
+  long whenNibWasReleased = 0;
   controller->keepLoadedNib(nullptr);
   struct Nib : platform::LoadedNib {
     Nib(const std::shared_ptr<MorvaTTCommonInfoKV2>& referred, long& result)
@@ -72,10 +72,10 @@ TEST_F(ReleaseOrder, OfTheViewControllerIsSubscriptionsTicketsNib) {
     const std::shared_ptr<MorvaTTCommonInfoKV2>& info;
     long& count;
   };
-  controller->keepLoadedNib(std::make_unique<Nib>(info, whenNibWent));
+  controller->keepLoadedNib(std::make_unique<Nib>(info, whenNibWasReleased));
   controller.reset();
   EXPECT_EQ(whenUnsubscribed, 8);
-  EXPECT_EQ(whenNibWent, 1);
+  EXPECT_EQ(whenNibWasReleased, 1);
 }
 
 TEST_F(ReleaseOrder, KeepsTheCommonInfoWhileAnotherRefersToIt) {

@@ -20,11 +20,12 @@ namespace {
 
 using platform::linux::StringsTable;
 
-// GTK's own buttons beside the panel's page; none of the tabs of its pages has an access key.
+// The buttons of GTK's dialog. Their access keys also work on the panel's page.
 constexpr std::array kButtonsOfGtk{"_Cancel", "_Print", "Pre_view"};
-// The host's own controls on that page.
+// The host's controls on the panel's page.
 constexpr std::array kControlsOfHost{host::kHelpText, host::kUseForAllJobsText, host::kNotifyText,
                                      host::kCorrectText};
+// The tabs of the dialog's pages, which have no access keys.
 constexpr std::array kTabsOfGtk{"General", "Page Setup", "Job",     "Image Quality",
                                 "Color",   "Finishing",  "Advanced"};
 
@@ -52,7 +53,7 @@ std::string letterOf(const std::string& marked) {
 std::string textOfGtk(const std::string& language, const char* text) {
   const auto name = language == "zh-Hans" ? std::string("zh_CN") : language;
   setenv("LANGUAGE", name.c_str(), 1);
-  // gettext looks at the language again when the locale changes.
+  // gettext reads the variable again only when the locale changes.
   setlocale(LC_ALL, "C");
   setlocale(LC_ALL, "C.UTF-8");
   return dgettext("gtk40", text);

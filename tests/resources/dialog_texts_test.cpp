@@ -104,11 +104,11 @@ TEST_P(DialogTexts, AreTranslated) {
   }
 }
 
-TEST_P(DialogTexts, AdviseNoOptionsOfTheCommandLine) {
+TEST_P(DialogTexts, NameNoOptionsOfTheCommandLine) {
   for (const auto& [key, text] : table) EXPECT_THAT(text, testing::Not(testing::ContainsRegex(" -[a-z-]")));
 }
 
-// A dialog has no environment and no command line.
+// Users of the dialog may not know a terminal's commands and variables.
 TEST_P(DialogTexts, NameNoVariablesOrCommandsOfATerminal) {
   for (const auto& [key, text] : table)
     EXPECT_THAT(text, testing::Not(testing::ContainsRegex("LPDEST|lpstat|lpadmin|cupsenable|cupsaccept")))

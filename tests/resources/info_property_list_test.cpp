@@ -22,7 +22,7 @@ class InfoPropertyList : public testing::Test {
   platform::Dictionary info = propertyListAt(kContents + "/Info.plist");
 };
 
-TEST_F(InfoPropertyList, TellsAHostHowToLoadThePlugIn) {
+TEST_F(InfoPropertyList, HasTheEntriesThatAHostNeedsToLoadThePlugIn) {
   EXPECT_EQ(text("NSPrincipalClass"), "MorvaTTPdePluginKV2");
   EXPECT_EQ(text("CFBundleExecutable"), "TandemTrim");
   EXPECT_EQ(text("CFBundlePackageType"), "BNDL");
@@ -34,8 +34,8 @@ TEST_F(InfoPropertyList, NamesTheBundle) {
   EXPECT_EQ(text("CFBundleName"), "TandemTrim");
 }
 
-// Without the second key macOS's print dialog does not load the bundle into an application.
-TEST_F(InfoPropertyList, TellsMacOSWhereTheBundleRuns) {
+// Without PMSandboxCompatiblePDEs, macOS's print dialog does not load the bundle into an application.
+TEST_F(InfoPropertyList, HasTheEntriesThatMacOSNeedsToLoadTheBundle) {
   EXPECT_EQ(text("LSMinimumSystemVersion"), MINIMUM_MACOS);
   const auto sandboxed = platform::find(info, "PMSandboxCompatiblePDEs");
   ASSERT_TRUE(sandboxed && sandboxed->as<bool>());

@@ -11,9 +11,9 @@ namespace {
 
 struct Marks {
   const char* language;
-  // Marks that no text of the language has: those of typewriters and of other languages. Allowed are commas
-  // and colons before digits, as in page numbers and times, and a parenthesis before an underscore, as in
-  // access keys.
+  // Marks that no text of the language has: those of typewriters and of other languages. Some languages
+  // allow commas and colons before digits, as in page numbers and times, and a parenthesis before an
+  // underscore, as in access keys.
   const char* wrong;
 };
 

@@ -17,7 +17,7 @@ class SampleDocument : public testing::Test {
   std::string document = contentsOf(SAMPLES "/sample.pdf");
 };
 
-TEST_F(SampleDocument, IsWhatItsScriptWrites) {
+TEST_F(SampleDocument, IsTheOutputOfItsScript) {
   const auto [status, output] = run("'" SAMPLES "/make_sample_document.py'");
   EXPECT_EQ(status, 0);
   EXPECT_TRUE(output == document) << "run make_sample_document.py > sample.pdf";

@@ -82,7 +82,7 @@ TEST_F(SamplePrinter, HasTheSizesOfPaper) {
   EXPECT_THAT(sizes, UnorderedElementsAre("A3", "A4", "A5", "Letter"));
 }
 
-TEST_F(SamplePrinter, KnowsTheItemsOfThePanelsMenusAndNoOthers) {
+TEST_F(SamplePrinter, HasTheChoicesOfThePanelsMenusAndNoOthers) {
   EXPECT_THAT(choices(keyword(TTCIPlistSubKeyValid)),
               UnorderedElementsAre(TTCITandemTrimOn, TTCITandemTrimOff));
   EXPECT_THAT(choices(keyword(TTCIPlistSubKeyImageDirection)),
@@ -92,7 +92,7 @@ TEST_F(SamplePrinter, KnowsTheItemsOfThePanelsMenusAndNoOthers) {
                                    TTVCPopUpNamePositionRight));
 }
 
-TEST_F(SamplePrinter, KnowsEachMarginThatThePanelLetsThroughAndNoOther) {
+TEST_F(SamplePrinter, HasAChoiceForEachMarginThatThePanelAllowsAndNoOther) {
   const auto minimum = integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginMin);
   for (const auto& margin : kMargins) {
     Texts range;
@@ -101,10 +101,11 @@ TEST_F(SamplePrinter, KnowsEachMarginThatThePanelLetsThroughAndNoOther) {
   }
 }
 
-TEST_F(SamplePrinter, HasItsOwnMaximumForEachSideWithinThePanelsRange) {
+TEST_F(SamplePrinter, HasADifferentMaximumForEachSideWithinThePanelsRange) {
   const auto minimum = integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginMin);
   const auto greatest = integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginMax);
-  // The limit of printers without one differs, too, so that a user sees which limit counts.
+  // The property list's limit, for printers without a maximum, differs from all of them, too, so that a user
+  // sees which limit applies.
   std::set<std::int64_t> limits{
       integerAt(settingInfo, TTCIPlistMainKeyDefaultValue, TTCIPlistSubKeyMarginLimit)};
   for (const auto& margin : kMargins) {

@@ -100,7 +100,7 @@ TEST_F(SettingInfo, LetsATypedNumberBeginWithAnyDigit) {
   EXPECT_EQ(integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginMin), 0);
 }
 
-TEST_F(SettingInfo, KeepsTheLimitOfPrintersWithoutOneBelowTheGreatestMargin) {
+TEST_F(SettingInfo, HasALimitForPrintersWithoutMaximumsBelowTheGreatestMargin) {
   EXPECT_LT(integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginLimit),
             integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginMax));
 }

@@ -30,7 +30,7 @@ const Keys kDirections(kDirectionNames.begin(), kDirectionNames.end());
 const Keys kStates{TTCITandemTrimOn, TTCITandemTrimOff};
 // The texts to which the program adds a colon, and which name the rows of the summary.
 const Keys kLabels(kTitleKeys.begin() + 1, kTitleKeys.end());
-// What a host shows when the user asks for help.
+// The text that a host shows when the user requests help.
 constexpr std::string_view kHelp = "PanelHelp";
 const Keys kOthers{kHelp,
                    TTPanelNameKey,
@@ -182,7 +182,7 @@ TEST(StringTables, TranslateEverythingButTheFunctionsName) {
   }
 }
 
-TEST(StringTables, KeepTheOrderOfARangeBehindTheUnitWhereItIsReadFromTheRight) {
+TEST(StringTables, KeepTheArabicRangeInReadingOrderBehindTheUnit) {
   constexpr auto kRightToLeftIsolate = "\u2067";
   constexpr auto kPopDirectionalIsolate = "\u2069";
   const auto arabic = tableOf("ar");

@@ -84,7 +84,7 @@ class FoldlinePanel : public PrintPanel {
   [[nodiscard]] std::string storedValue(const Setting& setting) const {
     std::optional<std::string> value;
     host_->printSettings()->PMPrintSettingsGetValue(setting.keyword, value);
-    return value.value_or(setting.usual);
+    return value.value_or(setting.defaultValue);
   }
   Controls& controls() {
     if (!controls_) controls_ = makeControls(settings());

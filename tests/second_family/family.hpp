@@ -19,10 +19,10 @@ struct Setting {
   std::vector<std::string> values;
   std::int64_t minimum;
   std::int64_t maximum;
-  /// The PPD's attribute with the largest value; empty where `maximum` always counts.
+  /// The PPD attribute that sets the largest value; empty if `maximum` always applies.
   const char* limit;
   const char* unit;
-  const char* usual;
+  const char* defaultValue;
 };
 
 inline const std::array<Setting, 5> kSettings{{

@@ -10,7 +10,7 @@ std::optional<Difference> findDifference(const Sequence& sequence, Alteration al
   for (auto call = sequence.begin(); call != sequence.end(); ++call) {
     model.play(alteration == nullptr ? *call : alteration(*call));
     system.play(*call);
-    auto text = differenceOf(model.sight(), system.sight());
+    auto text = differenceOf(model.observation(), system.observation());
     if (!text.empty()) return Difference{{sequence.begin(), call + 1}, std::move(text)};
   }
   return std::nullopt;

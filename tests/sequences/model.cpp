@@ -37,7 +37,7 @@ void select(MenuLook& menu, const std::string& title) {
 
 }  // namespace
 
-// White space, one sign, digits up to the first other character; clamped to 64 bits.
+// The number at the beginning of a text: white space, one sign, digits. It is clamped to 64 bits.
 long long Model::wholeOf(const std::string& text) {
   std::size_t at = 0;
   while (at < text.size() && std::string(" \t\n\v\f\r").find(text[at]) != std::string::npos) ++at;
@@ -79,7 +79,7 @@ std::optional<Model::Number> Model::clamped(const std::optional<Number>& value, 
 
 Text Model::read(const std::string& key) const {
   if (job_ == kJobs || key.empty()) return std::nullopt;
-  for (const auto& [name, value] : sight_.jobs.at(job_)) {
+  for (const auto& [name, value] : observation_.jobs.at(job_)) {
     if (name == key) return value;
   }
   return std::nullopt;
@@ -91,7 +91,7 @@ void Model::write(const std::string& key, const Text& value) {
 
 void Model::writeTo(std::size_t job, const std::string& key, const Text& value, bool lock) {
   if (key.empty() || locked_.at(job).contains(key)) return;
-  auto& entries = sight_.jobs.at(job);
+  auto& entries = observation_.jobs.at(job);
   const auto entry =
       std::find_if(entries.begin(), entries.end(), [&](auto& one) { return one.first == key; });
   if (!value) {
@@ -171,7 +171,7 @@ std::string Model::makePanel(const Operation& operation) {
     if (!read(key)) write(key, bundle.defaults.at(setting));
   }
   panels_.at(operation.panel) = made;
-  sight_.looks.at(operation.panel) = std::nullopt;
+  observation_.looks.at(operation.panel) = std::nullopt;
   return "a panel";
 }
 
@@ -293,7 +293,7 @@ std::string Model::description(const Panel& panel) {
 
 std::string Model::run(const Operation& operation) {
   auto& panel = panels_.at(operation.panel);
-  auto& look = sight_.looks.at(operation.panel);
+  auto& look = observation_.looks.at(operation.panel);
   const auto number = static_cast<std::size_t>(operation.number);
   switch (operation.call) {
     case Call::makePanel:
@@ -341,6 +341,6 @@ std::string Model::run(const Operation& operation) {
   }
 }
 
-void Model::play(const Operation& operation) { sight_.result = run(operation); }
+void Model::play(const Operation& operation) { observation_.result = run(operation); }
 
 }  // namespace tandemtrim::sequences

@@ -6,12 +6,12 @@
 
 namespace tandemtrim::sequences {
 
-/// A second description of the panel's behaviour, in a few values and without the panel's own code.
+/// A second implementation of the panel's behaviour, with a few values and without the panel's code.
 class Model {
  public:
-  /// Plays one call; sight() then shows its result.
+  /// Plays one call; observation() then shows its result.
   void play(const Operation& operation);
-  [[nodiscard]] const Sight& sight() const { return sight_; }
+  [[nodiscard]] const Observation& observation() const { return observation_; }
 
  private:
   // A margin in a property list or a PPD.
@@ -49,7 +49,7 @@ class Model {
   void save(const Panel& panel, const Look& look);
   static void grey(Look& look);
 
-  Sight sight_;
+  Observation observation_;
   std::array<std::optional<Panel>, kPanels> panels_;
   std::array<std::set<std::string>, kJobs> locked_;
   // The job that the host returns; kJobs for no job.

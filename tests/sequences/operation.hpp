@@ -31,7 +31,7 @@ enum class Call {
   store,  // which: setting, number: job
   remove,
   lock,
-  changeJob,  // number: job, or kJobs for none
+  changeJob,  // number: job, or kJobs for no job
 };
 
 /// One call with everything that it needs, so that it may be repeated without those around it.

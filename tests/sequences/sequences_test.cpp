@@ -28,7 +28,7 @@ TEST(Sequences, PanelAndModelAreTheSameAfterEachCallOfAnySequence) {
   std::cout << count << " sequences of " << calls << " calls from seed " << seed << '\n';
 }
 
-// Has the model click another button than the panel.
+// Makes the model click the check box where the panel clicks the restore-default button.
 Operation misled(Operation operation) {
   if (operation.call == Call::clickDefault) operation.call = Call::clickCheck;
   return operation;

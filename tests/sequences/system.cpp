@@ -214,7 +214,7 @@ bool act(const Operation& operation, memory::Panel& user) {
 
 }  // namespace
 
-// The host of one panel; its job may change later.
+// The host of one panel. Its print settings are those of `master`, or without a master those of `current`.
 struct System::Host : platform::HostCallback {
   explicit Host(std::shared_ptr<Host> master, std::size_t printer)
       : master_(std::move(master)), ppd_(ppd(printer)) {}
@@ -277,11 +277,11 @@ std::string System::run(const Operation& operation) {
     case Call::makePanel:
       return makePanel(operation);
     case Call::refuse: {
-      const auto gives = [](const auto& panels) { return panels ? "some " : "none "; };
-      auto& asked = *plugin(0);
-      auto text = std::string(gives(asked.PDEPanelsForType(std::nullopt, host_)));
-      text += gives(asked.PDEPanelsForType("bdb091f4-e57f-11d3-b5cc-0050e4603277", host_));
-      text += asked.PDEPanelsForType(platform::kPrintDialogExtensionType, nullptr) ? "some" : "none";
+      const auto returned = [](const auto& panels) { return panels ? "some " : "none "; };
+      auto& refusing = *plugin(0);
+      auto text = std::string(returned(refusing.PDEPanelsForType(std::nullopt, host_)));
+      text += returned(refusing.PDEPanelsForType("bdb091f4-e57f-11d3-b5cc-0050e4603277", host_));
+      text += refusing.PDEPanelsForType(platform::kPrintDialogExtensionType, nullptr) ? "some" : "none";
       return text;
     }
     case Call::changeJob:
@@ -303,12 +303,12 @@ std::string System::run(const Operation& operation) {
 
 void System::play(const Operation& operation) {
   try {
-    sight_.result = run(operation);
+    observation_.result = run(operation);
   } catch (const std::exception&) {
-    sight_.result = "raised";
+    observation_.result = "raised";
   }
   for (std::size_t index = 0; index < kPanels; ++index) {
-    auto& look = sight_.looks.at(index);
+    auto& look = observation_.looks.at(index);
     auto& opened = panels_.at(index);
     const auto* panel =
         opened.panels ? dynamic_cast<MorvaTTPdePanelKV2*>(opened.panels->front().get()) : nullptr;
@@ -322,7 +322,7 @@ void System::play(const Operation& operation) {
   }
   for (std::size_t index = 0; index < kJobs; ++index) {
     const auto& entries = jobs_.at(index)->entries();
-    auto& job = sight_.jobs.at(index);
+    auto& job = observation_.jobs.at(index);
     job.resize(entries.size());
     for (std::size_t entry = 0; entry < entries.size(); ++entry)
       job[entry] = {entries[entry].key, entries[entry].value};

@@ -13,9 +13,9 @@ class System {
  public:
   System();
 
-  /// Plays one call; sight() then shows its result.
+  /// Plays one call; observation() then shows its result.
   void play(const Operation& operation);
-  [[nodiscard]] const Sight& sight() const { return sight_; }
+  [[nodiscard]] const Observation& observation() const { return observation_; }
 
  private:
   struct Host;
@@ -32,7 +32,7 @@ class System {
   std::array<std::shared_ptr<platform::linux::PrintSettings>, kJobs> jobs_;
   std::shared_ptr<Host> host_;
   std::array<Opened, kPanels> panels_;
-  Sight sight_;
+  Observation observation_;
 };
 
 }  // namespace tandemtrim::sequences

@@ -46,11 +46,11 @@ std::vector<Configuration> makeConfigurations() {
   made[7].strings["ShortEdgeFeed"] = made[7].strings["LongEdgeFeed"];
   made[7].strings["InformPrintingPosition"] = made[7].strings["ImageDirection"];
   made[7].strings["IntegerValueRangeFormat"] = "[min][max][min]";
-  // Other keys, among them one that nothing can be stored under.
+  // Other keys. Nothing can be stored under the empty one.
   made[8].keys = {"a", "b", "c", "d", "e", "f", ""};
   made[8].defaults = {"On", "ShortEdgeFeed", "Nowhere", "0", "100", "-1", "12"};
   made[8].kind = std::nullopt;
-  // Tokens: the minimum's is a part of the maximum's usual one; an empty one.
+  // A token of the minimum that is part of the usual token of the maximum; an empty token.
   made[9].minToken = "[max";
   made[9].maxToken = "]";
   made[10].minToken = "";
@@ -122,7 +122,7 @@ const std::vector<Printer>& printers() {
   return kPrinters;
 }
 
-std::string differenceOf(const Sight& expected, const Sight& got) {
+std::string differenceOf(const Observation& expected, const Observation& got) {
   if (expected == got) return {};
   if (expected.result != got.result) return differenceIn("the result", expected.result, got.result);
   for (std::size_t panel = 0; panel < kPanels; ++panel) {
@@ -137,7 +137,7 @@ std::string differenceOf(const Sight& expected, const Sight& got) {
         differenceIn("the print settings", textOf(expected.jobs.at(job)), textOf(got.jobs.at(job)));
     if (!difference.empty()) return "job " + std::to_string(job) + ", " + difference;
   }
-  return "the sights differ";
+  return "the observations differ";
 }
 
 }  // namespace tandemtrim::sequences

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-/// The bundles, printers and jobs of a sequence of calls, and what can be seen after a call. The panel and
-/// its model have both in common.
+/// The bundles, printers and jobs of a sequence of calls, and the state that is observed after a call. The
+/// panel and its model share these types.
 namespace tandemtrim::sequences {
 
 inline constexpr std::size_t kSettings = 7;
@@ -38,7 +38,7 @@ struct Configuration {
 /// nullopt for an attribute that it lacks.
 using Printer = std::array<Text, kSides>;
 
-/// The bundles and printers among which sequences choose.
+/// The bundles and printers that sequences choose from.
 const std::vector<Configuration>& configurations();
 const std::vector<Printer>& printers();
 
@@ -76,17 +76,17 @@ struct Look {
 /// A job's print settings in their order.
 using Job = std::vector<std::pair<std::string, std::string>>;
 
-/// All that can be seen after a call.
-struct Sight {
+/// The state that is observed after a call.
+struct Observation {
   /// The result of the call as a text; "raised" for an exception.
   std::string result;
   /// By panel; nullopt without a panel or before its view is requested.
   std::array<std::optional<Look>, kPanels> looks;
   std::array<Job, kJobs> jobs;
-  bool operator==(const Sight&) const = default;
+  bool operator==(const Observation&) const = default;
 };
 
-/// The first thing that differs, in words; empty for equal sights.
-std::string differenceOf(const Sight& expected, const Sight& got);
+/// The first thing that differs, in words; empty for equal observations.
+std::string differenceOf(const Observation& expected, const Observation& got);
 
 }  // namespace tandemtrim::sequences

@@ -33,7 +33,7 @@ TEST(DigitTest, RejectsATextWithAnythingElse) {
   }
 }
 
-TEST(DigitTest, AcceptsTenOfAllBytes) {
+TEST(DigitTest, AcceptsTheTenDigitsAndNoOtherByte) {
   std::string digits;
   for (int byte = 0; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));

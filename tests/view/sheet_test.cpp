@@ -25,7 +25,7 @@ TEST(SheetLayout, IsToScaleOfThePaper) {
   }
 }
 
-// The arrow needs 22 pixels above the paper and at its side, the shadow 4 below it.
+// The arrow needs 22 pixels above the paper and on both sides, the shadow 4 below it.
 TEST(SheetLayout, FillsTheRoomThatArrowAndShadowLeave) {
   const auto square = layOut({.width = 89, .height = 89}, kWidth, kHeight).paper;
   EXPECT_NEAR(square.x, 22, 1e-9);
@@ -36,7 +36,7 @@ TEST(SheetLayout, FillsTheRoomThatArrowAndShadowLeave) {
   EXPECT_NEAR(tall.height, 210, 1e-9);
 }
 
-TEST(SheetLayout, IsThatOfA4WithoutMarginsUnlessTheyAreGiven) {
+TEST(SheetLayout, ShowsA4WithoutMarginsByDefault) {
   const auto layout = layOut({}, kWidth, kHeight);
   EXPECT_NEAR(layout.paper.width / layout.paper.height, 210.0 / 297.0, 1e-9);
   for (const auto& margin : layout.margins) EXPECT_EQ(area(margin), 0);
@@ -118,7 +118,7 @@ TEST(ContentInMargins, IsRoundedUpToWholeMillimetres) {
     EXPECT_EQ(contentInMargins(withContent({margin, 0, 0, 0})).at(0), depth) << margin;
 }
 
-// A page of 595 x 842 points on a sheet of 210 x 297 mm begins 0.05 mm away from its edge.
+// A page of 595 x 842 points on a sheet of 210 x 297 mm begins up to 0.05 mm from the sheet's edges.
 TEST(ContentInMargins, IsZeroForAPageThatEndsAtThem) {
   for (const double difference : {0.09, -0.09}) {
     auto sheet = withContent({21, 22, 13, 14});

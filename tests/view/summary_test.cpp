@@ -81,7 +81,7 @@ TEST_F(SummaryInfo, LetsALaterRowReplaceOneOfTheSameTitle) {
   EXPECT_EQ(summary().at(kOrder), "Which Way,Where,Edge,Below,Before,Edge,");
 }
 
-TEST_F(SummaryInfo, RestoresStoredValuesInTheControlsWithoutGreyingThemAnew) {
+TEST_F(SummaryInfo, RestoresStoredValuesInTheControlsWithoutGreyingThem) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   nib.margins[kTop].textBox.text = "typed";
   nib.tandemTrimValid.current = 1;

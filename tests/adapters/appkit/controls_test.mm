@@ -88,7 +88,7 @@ TEST_F(ControlsInAHost, OfferTheChoicesInTheUsersLanguage) {
   }
 }
 
-TEST_F(ControlsInAHost, AreConnectedAsTheirClassesPromise) {
+TEST_F(ControlsInAHost, HaveTheirTargetsActionsAndFormatters) {
   id owner = [panel viewController];
   EXPECT_EQ([checkBox() target], owner);
   EXPECT_TRUE(sel_isEqual([checkBox() action], @selector(changeTandemTrimValid:)));

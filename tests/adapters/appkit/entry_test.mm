@@ -10,7 +10,7 @@ class MarginEntryInAHost : public HostedPanelTest {
   [[nodiscard]] std::string text(NSString* side) { return textOf([box(side) stringValue]); }
 };
 
-// Counts the calls of the class's handler of text changes.
+// Counts the calls of the view controller's handler of text changes.
 int handled = 0;
 IMP original = nullptr;
 
@@ -19,7 +19,7 @@ void countAndHandle(id self, SEL selector, NSNotification* notification) {
   reinterpret_cast<void (*)(id, SEL, NSNotification*)>(original)(self, selector, notification);
 }
 
-// Replaces a method of one of the bundle's classes while it exists.
+// Replaces a method of a class until this object is destroyed.
 class Replacing {
  public:
   Replacing(NSString* className, SEL method, IMP by, const char* types)
@@ -55,7 +55,7 @@ void refuseOnTheLeft(id self, SEL /*selector*/, double /*value*/) {
 }
 
 // Shows numbers as a text cell does on a Mac whose region writes Arabic digits. GNUstep's runtime replaces
-// the method of all cells.
+// the method of every class of cells, so this changes text cells only.
 void showNumbersInArabicDigits(id self, SEL selector, id value) {
   NSMutableString* digits = [NSMutableString string];
   if ([self isKindOfClass:[NSTextFieldCell class]] && [value isKindOfClass:[NSNumber class]]) {
@@ -90,7 +90,7 @@ TEST_F(MarginEntryInAHost, KeepsARestoredTextInOtherDigitsUntilItIsEdited) {
   EXPECT_EQ(textOf(stored(@"MVTopMargin")), "١٢");
 }
 
-TEST_F(MarginEntryInAHost, WritesANumberThatIsTakenFromAnotherControlInPlainDigits) {
+TEST_F(MarginEntryInAHost, WritesInPlainDigitsANumberFromAnotherControl) {
   NSTextField* const taking = [[[NSClassFromString(@"MorvaTTTextBoxKV2") alloc] init] autorelease];
   NSTextField* const given = [[[NSTextField alloc] init] autorelease];
   for (const auto& [number, expected] : {std::pair{@"0", "0"}, std::pair{@"20", "20"},
@@ -184,7 +184,7 @@ TEST_F(MarginEntryInAHost, ContinuesFromTheSteppersValue) {
   EXPECT_EQ([stepper(@"Top") intValue], 3);
 }
 
-TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNotAMarginWithoutChangingOne) {
+TEST_F(MarginEntryInAHost, CorrectsATextBoxThatIsNotAMarginAndChangesNoMargin) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   NSTextField* other = [[[NSClassFromString(@"MorvaTTTextBoxKV2") alloc] init] autorelease];
   [other setValue:@3 forKey:@"min"];

@@ -10,7 +10,7 @@ class LayoutInAHost : public HostedPanelTest {
  protected:
   void SetUp() override { showOn(); }
 
-  // The labels before the controls, which are aligned on their right, and those behind them.
+  // The labels to the left of the controls, aligned on their right, and the labels to the right of them.
   [[nodiscard]] NSArray* names() { return labels(true); }
   [[nodiscard]] NSArray* limits() { return labels(false); }
   [[nodiscard]] static std::set<CGFloat> edges(NSArray* views, CGFloat (*edge)(NSRect)) {
@@ -20,7 +20,7 @@ class LayoutInAHost : public HostedPanelTest {
   }
   static CGFloat left(NSRect frame) { return NSMinX(frame); }
   static CGFloat right(NSRect frame) { return NSMaxX(frame); }
-  void expectNoTwoToOverlap() {
+  void expectNoOverlap() {
     // The frames of steppers and menus include space that they do not draw in.
     NSArray* const all = [[panel panelView] subviews];
     for (NSUInteger one = 0; one < [all count]; ++one) {
@@ -80,7 +80,7 @@ TEST_F(LayoutInAHost, LeavesTwentyPointsAtEachEdge) {
   EXPECT_EQ(NSMinY([defaultButton() frame]) + buttonInset, 20);
 }
 
-TEST_F(LayoutInAHost, LetsNoTwoControlsOverlap) { expectNoTwoToOverlap(); }
+TEST_F(LayoutInAHost, LetsNoTwoControlsOverlap) { expectNoOverlap(); }
 
 // A dialog resizes the panel to its own width.
 TEST_F(LayoutInAHost, FillsAnyWidth) {
@@ -90,7 +90,7 @@ TEST_F(LayoutInAHost, FillsAnyWidth) {
   for (NSView* control in [whole subviews]) gaps.push_back(designed - NSMaxX([control frame]));
   for (const CGFloat width : {400.0, 480.0, 640.0}) {
     [whole setFrameSize:NSMakeSize(width, NSHeight([whole frame]))];
-    expectNoTwoToOverlap();
+    expectNoOverlap();
     for (NSView* control in [whole subviews])
       EXPECT_TRUE(NSContainsRect([whole bounds], [control frame])) << width;
     for (NSString* name in @[ @"MorvaTTPopUpButtonKV2", @"MorvaTTCheckBoxKV2", @"MorvaTTButtonKV2" ]) {

@@ -55,8 +55,8 @@ class LifetimeInAHost : public DamagedResources {
   const Counts before = living();
 };
 
-// Records the names of these classes, each with its own -dealloc, in the order in which their instances are
-// deallocated, and how many text boxes are alive at that time.
+// Records each deallocation of an instance of these classes, in order: its class's name, and how many text
+// boxes are alive at that time. Each class must define -dealloc.
 class Deallocations {
  public:
   using Noted = std::vector<std::pair<std::string, int>>;

@@ -35,7 +35,7 @@ class PictureOfAPanel : public HostedPanelTest {
 };
 
 // The labels are black or light grey, which must be readable wherever the panel is shown.
-TEST_F(PictureOfAPanel, HasALightGroundInADarkWindow) {
+TEST_F(PictureOfAPanel, HasALightBackgroundInADarkWindow) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   [window setBackgroundColor:[NSColor blackColor]];
   [[window contentView] setNeedsDisplay:YES];

@@ -5,8 +5,8 @@ namespace {
 
 class JobInAHost : public HostedPanelTest {
  protected:
-  // Appends each unit, as the toolkit makes no string from half a surrogate pair, and leaves out a byte order
-  // mark at the beginning.
+  // Appends unit by unit: given all units at once, the toolkit refuses half a surrogate pair and drops a byte
+  // order mark at the beginning.
   [[nodiscard]] static NSString* stringOf(const std::u16string& units) {
     NSMutableString* string = [NSMutableString string];
     for (const unichar unit : units) [string appendFormat:@"%C", unit];
@@ -49,7 +49,7 @@ TEST_F(JobInAHost, HasTheUsersValuesOnceTheyAreSaved) {
   EXPECT_TRUE([[host settings] isEqual:kExpected]) << textOf([[host settings] description]);
 }
 
-TEST_F(JobInAHost, IsTheOneOfTheSettingsThatTheHostHasByThen) {
+TEST_F(JobInAHost, IsReadFromAndSavedToTheHostsCurrentSettings) {
   ASSERT_NO_FATAL_FAILURE(show());
   NSDictionary* const former = [host replaceSettings];
   store(@"MVTandemTrim", @"On");
@@ -128,7 +128,7 @@ TEST_F(JobInAHost, MayContainNumbersWhereThePanelStoresTexts) {
   }
 }
 
-TEST_F(JobInAHost, KeepsAMarginTextThatNobodyEditsUnitForUnit) {
+TEST_F(JobInAHost, KeepsAnUneditedMarginTextUnitForUnit) {
   const std::vector<std::u16string> texts{u"",
                                           u" 7",
                                           u"012",

@@ -53,8 +53,8 @@ std::string describe(NSView* view, Outlets outlets, id owner) {
 
 class ViewInAHost : public HostedPanelTest {};
 
-// This holds for a view that is made from the nib's file and for one that is made by code.
-TEST_F(ViewInAHost, IsWhatTheNibDescribes) {
+// Runs with a view from the nib's file, and again with a view made by code.
+TEST_F(ViewInAHost, MatchesTheNib) {
   ASSERT_NO_FATAL_FAILURE(open());
   [panel panelView];
   id const controller = [panel viewController];

@@ -17,7 +17,7 @@ class Xib : public testing::Test {
     NSString* value = [[element attributeForName:name] stringValue];
     return value == nil ? "" : [value UTF8String];
   }
-  // The nib's name of the object that provides another one's accessibility title, or empty.
+  // The user label of the object that provides this object's accessibility title, or empty.
   [[nodiscard]] std::string titleOf(NSString* object) const {
     NSArray* connections = nodes([NSString
         stringWithFormat:@"//*[@userLabel='%@']/connections/accessibilityConnection[@property='title']",

@@ -102,7 +102,7 @@ std::string itemAtKeyboard(ShownPanel& shown) {
   return GTK_IS_LIST_BOX_ROW(row) ? gtk_label_get_text(GTK_LABEL(labels.front())) : "";
 }
 
-TEST(MenuByKeys, ClosesWhenItsPanelGoes) {
+TEST(MenuByKeys, ClosesWhenItsPanelIsDestroyed) {
   ShownPanel shown;
   auto* const menu = shown.widget("positionPopUp");
   shown.user().focus(menu);

@@ -34,7 +34,7 @@ float trailingEdge(ShownPanel& shown, const std::string& name) {
   return edgesIn(shown.window(), shown.widget(name)).trailing;
 }
 
-// Measures that are equal in forms that look alike.
+// The measures of a form. They are equal in forms that look alike.
 struct Form {
   std::array<float, 4> toTheEdgesOfThePage{};
   std::size_t labelsBeginAt = 0;

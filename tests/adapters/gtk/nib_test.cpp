@@ -82,7 +82,7 @@ TEST_F(GtkNib, ConnectsNoObjectOfAnUnknownKind) {
   EXPECT_THAT(owner.outlets, testing::SizeIs(1));
 }
 
-TEST_F(GtkNib, HasNoViewWhenNoneIsNamed) {
+TEST_F(GtkNib, HasNoViewUnlessOneIsNamed) {
   load(R"(<interface><object class="GtkBox"/></interface>)");
   EXPECT_TRUE(owner.outlets.empty());
   EXPECT_EQ(panel->toolkitView(), nullptr);

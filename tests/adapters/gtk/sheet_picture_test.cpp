@@ -13,7 +13,7 @@
 namespace tandemtrim::test {
 namespace {
 
-// A coloured column or row of pixels across the sheet shows how wide the tinted margins are.
+// The number of tinted pixels in a row or column across the sheet shows how wide the margins are.
 bool isTinted(Colour colour) { return colour.saturation() > 40; }
 
 class SheetPicture : public testing::Test {

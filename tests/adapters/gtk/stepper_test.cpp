@@ -84,8 +84,8 @@ TEST_F(StepperBesideABox, MovesByTenAndToTheLimitsByPageUpAndPageDown) {
   EXPECT_EQ(value(), 20);
 }
 
-// The panel's tab has another one on either side.
-TEST_F(StepperBesideABox, DoesNotChangeTheTabByCtrlPageUpAndCtrlPageDown) {
+// The panel's tab has neighbours on both sides.
+TEST_F(StepperBesideABox, KeepsTheTabOnCtrlPageUpAndCtrlPageDown) {
   ShownPanel dialog({.inPrintDialog = true, .stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "20"}}});
   dialog.user().focus(dialog.widget("textBoxMarginTop"));
   for (const auto key : {XK_Page_Up, XK_Page_Down, XK_Page_Down}) {
@@ -132,7 +132,7 @@ TEST_F(StepperBesideABox, ContinuesFromTheRestOfTheTextWhileTheInputMethodCompos
   EXPECT_EQ(value(), 1);
 }
 
-TEST_F(StepperBesideABox, StaysAsItIsByKeysThatTheInputMethodMayNeed) {
+TEST_F(StepperBesideABox, IgnoresKeysThatTheInputMethodMayNeed) {
   user.focus(box);
   user.press(XK_a, XK_Control_L);
   user.press(XK_U, XK_Control_L);

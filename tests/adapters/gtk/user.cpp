@@ -14,8 +14,8 @@ namespace {
 
 // A key that no widget handles. Once the window has received it, it has received all earlier input.
 constexpr unsigned kAnswerKey = XK_Pause;
-constexpr unsigned kLookAgain = 10;
-constexpr int kLooks = 2000;
+constexpr unsigned kMillisecondsBetweenChecks = 10;
+constexpr int kMostChecks = 2000;
 
 // Runs what is ready now: idles that an event has added, answers of the clipboard.
 void runWhatIsReady() {
@@ -38,17 +38,17 @@ guint eventSignal() { return g_signal_lookup("event", GDK_TYPE_SURFACE); }
 
 // Not every wait ends with an event, so the loop checks again every few milliseconds.
 void waitUntil(const char* what, const std::function<bool()>& isDone) {
-  int looks = 0;
+  int checks = 0;
   const auto timer = g_timeout_add(
-      kLookAgain,
+      kMillisecondsBetweenChecks,
       [](gpointer count) -> gboolean {
         ++*static_cast<int*>(count);
         return G_SOURCE_CONTINUE;
       },
-      &looks);
-  while (!isDone() && looks < kLooks) g_main_context_iteration(nullptr, TRUE);
+      &checks);
+  while (!isDone() && checks < kMostChecks) g_main_context_iteration(nullptr, TRUE);
   g_source_remove(timer);
-  if (looks >= kLooks) throw std::runtime_error(std::string("timed out waiting for ") + what);
+  if (checks >= kMostChecks) throw std::runtime_error(std::string("timed out waiting for ") + what);
 }
 
 struct User::X {
@@ -71,7 +71,7 @@ User::~User() {
   XCloseDisplay(x_->display);
 }
 
-// There is no window manager that would do this.
+// Without a window manager, nothing else raises the window and gives it the keyboard.
 void User::turnTo() {
   waitUntil("the keyboard", [&] {
     if (gtk_window_is_active(window_) != FALSE) return true;

@@ -15,7 +15,7 @@ void waitUntil(const char* what, const std::function<bool()>& isDone);
 /// window has handled it.
 class User {
  public:
-  /// Presents the window and gives it the keyboard; it is destroyed with this.
+  /// Presents the window and gives it the keyboard. The destructor destroys the window.
   explicit User(GtkWindow* window);
   User(const User&) = delete;
   User& operator=(const User&) = delete;
@@ -35,7 +35,7 @@ class User {
   void hold(GtkWidget* widget, const std::function<bool()>& isDone);
   /// Turns the wheel by one notch over the widget: up, or down.
   void turnWheel(GtkWidget* widget, bool up);
-  /// Drags what is selected at the end of an entry into the middle of another.
+  /// Drags the selected text at the end of an entry into the middle of another entry.
   void drag(GtkWidget* from, GtkWidget* to);
   /// Waits until the window is painted as it is now.
   void awaitFrame();

@@ -36,7 +36,7 @@ class UserEdits : public testing::Test {
 };
 
 // The box shows the user's input at once; the program's correction follows.
-TEST_F(UserEdits, AreCorrectedByOneWriteAtMostAndByNoneWhereTheyAreLegal) {
+TEST_F(UserEdits, AreCorrectedByASingleWriteAndNotWrittenWhereTheyAreLegal) {
   const std::pair<const char*, int> texts[] = {{"12", 0}, {"1a2", 1}, {"99", 1}, {"007", 1}};
   for (const auto& [typed, expected] : texts) {
     gtk_editable_delete_text(GTK_EDITABLE(box), 0, -1);
@@ -132,7 +132,7 @@ TEST_P(EachUserEdit, IsReportedOnceWithItsFinalText) {
 
 INSTANTIATE_TEST_SUITE_P(Edits, EachUserEdit, testing::ValuesIn(kEdits));
 
-TEST_F(UserEdits, MayDropATextIntoTheBox) {
+TEST_F(UserEdits, IncludeATextDroppedIntoTheBox) {
   auto* const source = shown.widget(kBottom);
   user.focus(source);
   selectAll(user);
@@ -165,7 +165,7 @@ TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotDelayTheHost) {
   EXPECT_EQ(text(), "0");
 }
 
-TEST_F(UserEdits, AreUndoneOneByOneLikeSteps) {
+TEST_F(UserEdits, AndStepsAreUndoneOneByOne) {
   user.press(XK_End);
   user.type("3");
   selectAll(user);
@@ -330,7 +330,7 @@ TEST_P(StoredTextThatTheToolkitCannotShow, IsSavedByteForByteUntilItIsEdited) {
   EXPECT_THAT(shown.text(kTop), testing::MatchesRegex("[0-9]{1,2}"));
 }
 
-// A box shows 65,534 bytes.
+// A box shows at most 65,534 bytes.
 const StoredText kStoredTexts[] = {
     {"Latin 1", "5\xE9", "5\uFFFD"},
     {"a lone byte", "\xFF", "\uFFFD"},

@@ -6,14 +6,14 @@
 #include <gtest/gtest-spi.h>
 
 /// Linked into every test program of the GTK platform: a warning of the toolkit or its libraries fails the
-/// test that causes it, and so does a message, since the panel logs nothing by GLib.
+/// test that causes it, and so does a message, since the panel logs nothing through GLib.
 namespace tandemtrim::test {
 namespace {
 
 constexpr auto kFailures =
     G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE;
 
-// Messages that GTK prints because of the tests' surroundings, whatever the panel does.
+// Messages that GTK prints because of the tests' surroundings, not because of the panel.
 constexpr std::array<std::string_view, 2> kForeign{
     "GtkDialog mapped without a transient parent",  // a test's dialog is its only window
     "avahi printers will not be available",         // GTK asks the system bus, which tests do not have

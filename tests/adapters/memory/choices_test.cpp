@@ -79,7 +79,7 @@ TEST_F(Menu, SelectsTheFirstItemOfATitle) {
   EXPECT_EQ(menu.selectedIndex(), 1U);
 }
 
-TEST_F(Menu, IsLeftWithoutASelectionByATitleThatNoItemHas) {
+TEST_F(Menu, HasNoSelectionAfterATitleThatNoItemHas) {
   for (const char* title : {"three", "Two", ""}) {
     menu.selectItemWithTitle("two");
     menu.selectItemWithTitle(title);

@@ -120,7 +120,7 @@ TEST_F(MemoryNib, LeavesNoDanglingOutletWhenTheNextOneLacksIt) {
   EXPECT_EQ(view->control("labelMarginBottom").text, "Below:");
 }
 
-TEST_F(MemoryNib, IsSubscribedToFourTimesUntilThePanelGoes) {
+TEST_F(MemoryNib, IsSubscribedToFourTimesUntilTheControllerIsDestroyed) {
   ASSERT_NO_FATAL_FAILURE(makeController());
   EXPECT_EQ(subscriptions(), 0U);
   loadView();

@@ -69,7 +69,7 @@ TEST_F(MemoryView, ShowsWhatAUserSeesOfEachKindOfControl) {
   }
 }
 
-TEST_F(MemoryView, SavesATextThatNobodyEditsByteForByteAsItWasStored) {
+TEST_F(MemoryView, SavesAnUneditedTextByteForByte) {
   platform::linux::PrintSettings job;
   callback->current = &job;
   const std::string texts[] = {"",

@@ -85,15 +85,15 @@ TEST_F(CommonInfo, ReturnsTheHostsCurrentPrintSettings) {
   EXPECT_EQ(info->currentPrintSettings(), nullptr);
 }
 
-// A question of the common info and the key path that answers it.
-struct Question {
+// A getter of the common info, and the key path of the object that it returns.
+struct Getter {
   const char* mainKey;
   const char* subKey;
-  ObjectRef (*ask)(const MorvaTTCommonInfoKV2&);
+  ObjectRef (*get)(const MorvaTTCommonInfoKV2&);
 };
 
 using Info = MorvaTTCommonInfoKV2;
-const Question kQuestions[] = {
+const Getter kGetters[] = {
     {"DefaultValue", "Valid", [](const Info& info) { return info.defaultValid(); }},
     {"DefaultValue", "ImageDirection", [](const Info& info) { return info.defaultImageDirection(); }},
     {"DefaultValue", "Position", [](const Info& info) { return info.defaultPosition(); }},
@@ -118,18 +118,18 @@ const Question kQuestions[] = {
      [](const Info& info) { return info.maxLabelForIntegerValueRange(); }},
 };
 
-TEST_F(CommonInfo, AnswersEachQuestionWithTheObjectOfThePropertyList) {
+TEST_F(CommonInfo, ReturnsTheObjectsOfThePropertyListItself) {
   const auto info = makeCommonInfo();
-  for (const auto& [mainKey, subKey, ask] : kQuestions) {
+  for (const auto& [mainKey, subKey, get] : kGetters) {
     const auto main = platform::find(*info->settingInfoDictionary(), mainKey);
     const auto stored = platform::find(*main->as<platform::Dictionary>(), subKey);
     ASSERT_THAT(stored, NotNull()) << mainKey << '.' << subKey;
-    EXPECT_EQ(ask(*info), stored) << mainKey << '.' << subKey;
+    EXPECT_EQ(get(*info), stored) << mainKey << '.' << subKey;
   }
 }
 
 TEST_F(CommonInfo, ReturnsObjectsOfAnyKindUnconverted) {
-  for (const auto& [mainKey, subKey, ask] : kQuestions) {
+  for (const auto& [mainKey, subKey, get] : kGetters) {
     if (std::string_view(subKey).starts_with("MarginM")) continue;
     scene.settingInfo[std::string(mainKey) + '.' + subKey] = "<array/>";
   }
@@ -155,7 +155,7 @@ TEST_F(CommonInfo, IsReadyAndReturnsNullWhereThePropertyListLacksEveryEntry) {
     const auto info = makeCommonInfoOf(list);
     ASSERT_THAT(info, NotNull()) << list;
     EXPECT_TRUE(info->isReady());
-    for (const auto& question : kQuestions) EXPECT_THAT(question.ask(*info), IsNull()) << question.subKey;
+    for (const auto& getter : kGetters) EXPECT_THAT(getter.get(*info), IsNull()) << getter.subKey;
     EXPECT_EQ(info->marginLimit("Top")->integerValue(), 0);
   }
 }

@@ -51,7 +51,7 @@ TEST_F(MarginLimits, AreReadFromTheStoredDictionaryItself) {
   EXPECT_THAT(info->marginLimit("Empty"), IsNull());
 }
 
-TEST_F(MarginLimits, ReplaceEarlierEntriesWhenTheyAreRegisteredAnew) {
+TEST_F(MarginLimits, ReplaceEarlierEntriesWhenTheyAreRegisteredAgain) {
   const auto info = makeCommonInfo();
   info->marginInfoDictionary()["Top"] = makeObject(Dictionary{{"Limit", number(3)}, {"Other", number(4)}});
   info->TTCIRegisterMarginInfo();
@@ -71,14 +71,14 @@ TEST_F(MarginLimits, AreTheBoundsObjectsForPpdValuesBeyondThem) {
   }
 }
 
-TEST_F(MarginLimits, AreThePropertyListsObjectWhereThePpdHasNone) {
+TEST_F(MarginLimits, AreThePropertyListsObjectWhereThePpdHasNoLimit) {
   scene.ppdAttributes.reset();
   const auto info = makeCommonInfo();
   for (const char* name : {"Top", "Bottom", "Left", "Right"})
     EXPECT_EQ(info->marginLimit(name), info->defaultMarginLimit());
 }
 
-// libcups reads no such attribute, but the host may hand over one.
+// libcups never makes such an attribute, but a host may pass one.
 TEST_F(MarginLimits, CountAPpdAttributeWithoutAValueAsMissing) {
   openJob();
   auto& value = ppdFindAttr(callback->ppd.get(), kTopMaximum, nullptr)->value;
@@ -88,7 +88,7 @@ TEST_F(MarginLimits, CountAPpdAttributeWithoutAValueAsMissing) {
   EXPECT_EQ(info->marginLimit("Top"), info->defaultMarginLimit());
 }
 
-TEST_F(MarginLimits, AreTheMinimumsObjectWhereNeitherNamesOne) {
+TEST_F(MarginLimits, AreTheMinimumsObjectWhereNeitherThePpdNorThePropertyListHasALimit) {
   scene.ppdAttributes->erase(kTopMaximum);
   scene.settingInfo.erase("DefaultValue.MarginLimit");
   const auto info = makeCommonInfo();
@@ -112,17 +112,17 @@ TEST_F(MarginLimits, AreReadOnceWhenTheCommonInfoIsMade) {
 }
 
 TEST_F(MarginLimits, RaiseWhereTheyWouldBeAMissingBound) {
-  struct Lack {
+  struct Case {
     std::vector<const char*> missing;
     const char* ppdValue;
   };
-  const Lack lacks[] = {
+  const Case cases[] = {
       {{"MarginMax"}, "5"},
       {{"MarginMin"}, "-5"},
       {{"MarginMin", "MarginMax", "MarginLimit"}, nullptr},
       {{"MarginMin", "MarginLimit"}, nullptr},
   };
-  for (const auto& [missing, ppdValue] : lacks) {
+  for (const auto& [missing, ppdValue] : cases) {
     const auto before = scene.settingInfo;
     for (const char* key : missing) scene.settingInfo.erase(std::string("DefaultValue.") + key);
     scene.ppdAttributes.emplace();

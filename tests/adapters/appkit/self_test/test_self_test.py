@@ -1,4 +1,4 @@
-"""The program that tries an installed bundle, as a Mac's user runs it."""
+"""Runs the program that tests an installed bundle, as a user of a Mac does."""
 
 import os
 import pathlib
@@ -40,14 +40,14 @@ class TheSelfTest(unittest.TestCase):
                 self.assertEqual(done.returncode, REFUSED)
                 self.assertIn(f"{bundle} is not loaded: ", done.stderr)
                 self.assertNotIn("RUN", done.stdout)
-        lame = self.copy_of_bundle()
-        (lame / "Contents/Resources/TandemTrim.xib").unlink()
-        done = run(lame, "PanelView*")
+        without_nib = self.copy_of_bundle()
+        (without_nib / "Contents/Resources/TandemTrim.xib").unlink()
+        done = run(without_nib, "PanelView*")
         self.assertEqual(done.returncode, 1)
         self.assertIn("is loaded\n", done.stdout)
         self.assertIn("FAILED", done.stdout)
 
-    def test_says_how_it_is_used(self):
+    def test_shows_its_usage_without_a_bundle(self):
         done = subprocess.run([PROGRAM], capture_output=True, text=True)
         self.assertEqual(done.returncode, 2)
         self.assertIn("-bundle PATH", done.stderr)

@@ -64,7 +64,7 @@ void startApplication();
 /// returns a separate bundle.
 NSBundle* openBundle(NSString* path, NSString* scratch);
 
-/// The code of the plug-in under test, loaded by its path; TANDEM_TRIM_BUNDLE names it.
+/// The bundle of the plug-in under test; the environment variable TANDEM_TRIM_BUNDLE is its path.
 NSBundle* pluginBundle();
 /// A new plug-in object of that bundle's principal class; the caller releases it.
 id<HostedPlugin> newPlugin();

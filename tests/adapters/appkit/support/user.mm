@@ -60,7 +60,7 @@ NSPoint pixelOf(NSView* view, CGFloat share) {
   return NSMakePoint(onScreen.x, NSHeight([[[view window] screen] frame]) - onScreen.y);
 }
 
-// Presses the mouse button in the middle of a view and releases it at a height.
+// Presses and releases the mouse button in the middle of a view's width, at these shares of its height.
 void drag(NSView* view, CGFloat from, CGFloat to) {
   bringToFront([view window]);
   const NSPoint start = pixelOf(view, from);

@@ -5,7 +5,7 @@ namespace x_server {
 
 /// Whether a keyboard has a key for the character.
 bool hasKey(char32_t character);
-/// Presses and releases the character's key, with Shift where it needs it.
+/// Presses and releases the character's key, with Shift if the character needs it.
 void pressKey(char32_t character);
 inline constexpr char32_t kBackspace = 0x08;
 /// The left mouse button, at pixels from the screen's upper left corner.

@@ -437,7 +437,7 @@ TEST(PropertyList, IsReadUpToFourMegabytes) {
   EXPECT_THAT(read(bytes + std::string(kLargestFile - bytes.size() + 1, '\n')), IsNull());
 }
 
-TEST(PropertyList, OfAMegabyteOfValuesIsReadWithinSixtyTimesItsSize) {
+TEST(PropertyList, OfAMegabyteOfValuesTakesLessThanSixtyTimesItsSizeInMemory) {
   std::string items;
   while (items.size() < (1U << 20U)) items += "<true/>";
   const auto before = mallinfo2().uordblks + mallinfo2().hblkhd;

@@ -68,7 +68,7 @@ TEST(RegularFile, IsRefusedWhereItIsMissingOrOfAnotherKind) {
 }
 
 TEST(RegularFile, IsRefusedWhenReadingFails) {
-  // A regular file by its kind, whose first page no process can read.
+  // This is a regular file, but no process can read its first page.
   EXPECT_EQ(contentsOfRegularFile("/proc/self/mem", 100), std::nullopt);
 }
 
