@@ -194,7 +194,7 @@ class HostileServerTest(TerminalCase):
             self.assertRegex(result.stdout, f"^{REQUEST}$" if what == ipp.GET_JOB else "^$")
             self.assertRegex(result.stderr, words.format(f"the print server at {server.address}"))
 
-    def test_an_answer_of_one_byte_a_second_is_not_waited_for(self):
+    def test_an_answer_of_three_bytes_a_second_is_not_waited_for(self):
         content = fake_server.answer(bytes(1000))
         for what in (*REQUESTS, fake_server.PPD):
             with self.subTest(what):

@@ -43,7 +43,7 @@ class DialogFilesTest(DialogCase):
         os.truncate(path, size or len(content))
         return path
 
-    def as_format(self, dialog, title):
+    def choose_format(self, dialog, title):
         dialog.click(dialog.find("check box", title))
 
     def saved(self, dialog, name):
@@ -76,7 +76,7 @@ class DialogFilesTest(DialogCase):
         (self.folder / "output.pdf").unlink()
         postscript = self.postscript()
         dialog = self.saving(self.document("document.ps", postscript))
-        self.as_format(dialog, "PostScript")
+        self.choose_format(dialog, "PostScript")
         self.assertEqual(self.saved(dialog, "output.ps"), postscript)
 
     def test_a_document_of_another_format_is_converted_to_the_chosen_one(self):
@@ -86,7 +86,7 @@ class DialogFilesTest(DialogCase):
         ):
             with self.subTest(name):
                 dialog = self.saving(self.document(name, content))
-                self.as_format(dialog, title)
+                self.choose_format(dialog, title)
                 ending = {"PDF": "pdf", "PostScript": "ps"}[title]
                 self.assertTrue(self.saved(dialog, f"output.{ending}").startswith(beginning))
                 (self.folder / f"output.{ending}").unlink()
@@ -177,10 +177,10 @@ class DialogFilesTest(DialogCase):
     def test_a_document_with_a_password_is_saved_unchanged_and_cannot_be_converted(self):
         protected = self.document("protected.pdf", PROTECTED)
         dialog = self.saving(protected)
-        self.as_format(dialog, "PostScript")
+        self.choose_format(dialog, "PostScript")
         dialog.press("Print")
         self.assert_refused(dialog, "protected by a password and cannot be converted to PostScript", [])
-        self.as_format(dialog, "PDF")
+        self.choose_format(dialog, "PDF")
         self.assertEqual(self.saved(dialog, "output.pdf"), PROTECTED)
 
     def test_paper_and_orientation_can_be_set_for_a_printer_but_not_for_a_file(self):

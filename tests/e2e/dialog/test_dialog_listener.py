@@ -102,7 +102,7 @@ class DialogListenerTest(DialogCase):
         while not any(node.has(FOCUSED) and ": " in node.name for node in dialog.nodes()):
             now = [node.path for node in dialog.nodes() if node.has(FOCUSED)]
             dialog.keys("shift+Tab")
-            until(lambda: [node.path for node in dialog.nodes() if node.has(FOCUSED)] not in ([], now), "the stop before")  # noqa: B023
+            until(lambda: [node.path for node in dialog.nodes() if node.has(FOCUSED)] not in ([], now), "the previous stop")  # noqa: B023
 
     def stops(self, dialog):
         """The paths of the controls that Tab visits, each once, beginning with the one that has the focus."""
@@ -144,9 +144,9 @@ class DialogListenerTest(DialogCase):
                 self.assertEqual([names[path] for path in visited if path in names], seen)
             with self.subTest(language, by="a reader"):
                 self.assertEqual([names[node.path] for node in controls], seen)
-            self.assertEqual(len(seen), CONTROLS, f"CONTROLS is their number: {seen}")
+            self.assertEqual(len(seen), CONTROLS, f"CONTROLS must be the number of these: {seen}")
             with self.subTest(language, by="their names"):
-                # The last two are the toolkit's.
+                # The last two controls are the toolkit's.
                 for name in [node.name for node in controls][:-2]:
                     self.assertRegex(name, r"^[^_]+$")
             dialog.close()

@@ -14,7 +14,7 @@ from terminal_case import BUILD, MARGINS, PPD, SAMPLE, VALID
 gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402
 
-# A bar 2 mm from each side, 40 mm long.
+# For each side, a bar 2 mm from it and 40 mm long.
 AT_SIDES = {
     "Top": bar(85, 2, 40, 20),
     "Bottom": bar(85, 275, 40, 20),
@@ -177,7 +177,7 @@ class PagePreviewTest(DialogCase):
                 dialog.says(f"Page {number} of 2")
                 until(lambda: self.is_grey(dialog, name), "the button to be grey")  # noqa: B023
                 self.assertEqual(self.focused(dialog), name)
-                # At the end, the keys have no effect.
+                # The keys have no effect on a grey button.
                 dialog.keys(turn, turn)
                 dialog.keys(back)
                 until(lambda: self.focused(dialog) not in (None, name), "the other button")  # noqa: B023
@@ -299,7 +299,7 @@ class PagePreviewTest(DialogCase):
     def lines_for_a_while(self, dialog):
         """Asserts that the picture shows lines, before and after the page has been read."""
         self.lines_only(dialog)
-        # By then the page has been read.
+        # Gives the program time to read the page.
         dialog.page("Summary")
         dialog.page("Tandem Trim")
         self.lines_only(dialog)

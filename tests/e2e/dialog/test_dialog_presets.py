@@ -49,11 +49,11 @@ class DialogPresetsCase(DialogCase):
         self.around = {"XDG_STATE_HOME": str(home / "state"), "XDG_CONFIG_HOME": str(home)}
         self.folder = home / "tandem-trim/presets/TandemTrim"
 
-    def keep(self, name, *arguments):
+    def save(self, name, *arguments):
         result = self.trim("-d", "Morva", "--save-preset", name, *arguments, **self.around)
         self.assertEqual(result.returncode, 0, result.stderr)
 
-    def kept(self, name):
+    def saved(self, name):
         return json.loads((self.folder / f"{name}.json").read_text())
 
     def live(self):
@@ -61,7 +61,7 @@ class DialogPresetsCase(DialogCase):
 
     def live_with_preset(self):
         """Shows the dialog and chooses a saved preset."""
-        self.keep(NAME, *ACTS)
+        self.save(NAME, *ACTS)
         dialog = self.live()
         self.pick(dialog, NAME)
         self.wait_for(dialog, NAME)
@@ -110,8 +110,8 @@ class DialogPresetsCase(DialogCase):
 
 class DialogPresetsTest(DialogPresetsCase):
     def test_a_chosen_preset_is_shown_and_printed(self):
-        self.keep(NAME, *ACTS)
-        self.keep("Other", "--set", "Valid=On")
+        self.save(NAME, *ACTS)
+        self.save("Other", "--set", "Valid=On")
         dialog = self.live()
         self.assertEqual(self.chosen(dialog), "None")
         self.pick(dialog, NAME)
@@ -135,7 +135,7 @@ class DialogPresetsTest(DialogPresetsCase):
         self.wait_for(dialog, f"{NAME}, changed")
         self.pick(dialog, "Save")
         self.wait_for(dialog, NAME)
-        self.assertEqual(self.kept(NAME)["panel"], BOOKLET | {MARGINS["Top"]: "9"})
+        self.assertEqual(self.saved(NAME)["panel"], BOOKLET | {MARGINS["Top"]: "9"})
         dialog.press("Cancel")
         dialog.ends()
 
@@ -146,7 +146,7 @@ class DialogPresetsTest(DialogPresetsCase):
         self.pick(dialog, "Save As…")
         self.name(dialog, "  Plain ")
         self.wait_for(dialog, "Plain")
-        self.assertEqual(self.kept("Plain"), {"panel": BOOKLET, "options": {}})
+        self.assertEqual(self.saved("Plain"), {"panel": BOOKLET, "options": {}})
         dialog.press("Cancel")
         dialog.ends()
 
@@ -156,12 +156,12 @@ class DialogPresetsTest(DialogPresetsCase):
         self.pick(dialog, "Save As…")
         self.name(dialog, "Plain")
         self.wait_for(dialog, "Plain")
-        self.assertEqual(set(DEFAULTS) - set(self.kept("Plain")["panel"]), {MARGINS["Top"]})
+        self.assertEqual(set(DEFAULTS) - set(self.saved("Plain")["panel"]), {MARGINS["Top"]})
         dialog.press("Cancel")
         dialog.ends()
 
     def test_the_dialog_asks_before_replacing_a_preset_and_takes_no_blank_name(self):
-        self.keep(NAME, *ACTS)
+        self.save(NAME, *ACTS)
         dialog = self.live()
         self.pick(dialog, "Save As…")
         until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
@@ -169,13 +169,13 @@ class DialogPresetsTest(DialogPresetsCase):
         until(lambda: not dialog.find("push button", "Continue").has(SENSITIVE), "the button to be grey")
         self.name(dialog, NAME)
         self.answer(dialog, "Cancel")
-        self.assertEqual(self.kept(NAME)["panel"], BOOKLET)
+        self.assertEqual(self.saved(NAME)["panel"], BOOKLET)
         self.assertEqual(self.chosen(dialog), "None")
         self.pick(dialog, "Save As…")
         self.name(dialog, NAME)
         self.answer(dialog, "Replace")
         self.wait_for(dialog, NAME)
-        self.assertEqual(self.kept(NAME)["panel"], DEFAULTS)
+        self.assertEqual(self.saved(NAME)["panel"], DEFAULTS)
         dialog.press("Cancel")
         dialog.ends()
 
@@ -190,13 +190,13 @@ class DialogPresetsTest(DialogPresetsCase):
         self.name(dialog, NAME)
         dialog.says(f"There is a preset {NAME} already. Replace it?")
         self.enter(dialog)
-        self.assertEqual(self.kept(NAME)["panel"], BOOKLET)
+        self.assertEqual(self.saved(NAME)["panel"], BOOKLET)
         self.assertEqual(self.chosen(dialog), f"{NAME}, changed")
         dialog.press("Cancel")
         dialog.ends()
 
     def test_the_dialog_asks_before_a_renamed_preset_replaces_another(self):
-        self.keep("Other", "--set", "Valid=On")
+        self.save("Other", "--set", "Valid=On")
         dialog = self.live_with_preset()
         self.pick(dialog, "Rename…")
         self.assertFalse(dialog.shows("check box", WITH_PAGES))
@@ -204,13 +204,13 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.says("There is a preset Other already. Replace it?")
         self.answer(dialog, "Cancel")
         self.assertEqual(self.chosen(dialog), NAME)
-        self.assertEqual(self.kept("Other")["panel"][MARGINS["Top"]], "5")
+        self.assertEqual(self.saved("Other")["panel"][MARGINS["Top"]], "5")
         self.pick(dialog, "Rename…")
         self.name(dialog, "Other")
         self.answer(dialog, "Replace")
         self.wait_for(dialog, "Other")
         self.assertEqual([file.name for file in self.folder.glob("*.json")], ["Other.json"])
-        self.assertEqual(self.kept("Other")["panel"], BOOKLET)
+        self.assertEqual(self.saved("Other")["panel"], BOOKLET)
         dialog.press("Cancel")
         dialog.ends()
 
@@ -231,7 +231,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.says(f"There is a preset {NAME} already. Replace it?")
         self.answer(dialog, "Cancel")
         self.assertEqual(self.chosen(dialog), "None")
-        self.assertEqual(self.kept(NAME), {"panel": BOOKLET})
+        self.assertEqual(self.saved(NAME), {"panel": BOOKLET})
         dialog.press("Cancel")
         dialog.ends()
 
@@ -239,18 +239,18 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog = self.live_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
-        self.keep(NAME, "--set", "Valid=On", "--set", "Top=3")
+        self.save(NAME, "--set", "Valid=On", "--set", "Top=3")
         for answer, top, title in (("Cancel", "3", f"{NAME}, changed"), ("Replace", "9", NAME)):
             self.pick(dialog, "Save")
             dialog.says(f"The preset {NAME} was changed by another program. Replace it?")
             self.answer(dialog, answer)
             self.wait_for(dialog, title)
-            self.assertEqual(self.kept(NAME)["panel"], BOOKLET | {MARGINS["Top"]: top})
+            self.assertEqual(self.saved(NAME)["panel"], BOOKLET | {MARGINS["Top"]: top})
         dialog.type("Top Margin", "8")
         self.wait_for(dialog, f"{NAME}, changed")
         self.pick(dialog, "Save")
         self.wait_for(dialog, NAME)
-        self.assertEqual(self.kept(NAME)["panel"][MARGINS["Top"]], "8")
+        self.assertEqual(self.saved(NAME)["panel"][MARGINS["Top"]], "8")
         dialog.press("Cancel")
         dialog.ends()
 
@@ -262,7 +262,7 @@ class DialogPresetsTest(DialogPresetsCase):
         self.wait_for(dialog, preset)
 
     def test_renaming_and_deleting_affect_each_printer_where_the_preset_is_chosen(self):
-        self.keep(NAME, *ACTS)
+        self.save(NAME, *ACTS)
         self.add_other()
         dialog = self.live()
         for printer in ("Morva", "Other"):
@@ -281,7 +281,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_the_dialog_begins_with_the_preset_on_the_command_line(self):
-        self.keep(NAME, *ACTS)
+        self.save(NAME, *ACTS)
         dialog = self.live_panel_of(self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around))
         self.wait_for(dialog, NAME)
         self.assertEqual(dialog.text("Top Margin"), "12")
@@ -290,7 +290,7 @@ class DialogPresetsTest(DialogPresetsCase):
 
     def test_names_with_any_characters_are_shown_literally(self):
         odd = '_a_b <i>&amp; 100 % "%s" /..'
-        self.keep(odd, *ACTS)
+        self.save(odd, *ACTS)
         dialog = self.live()
         self.pick(dialog, odd)
         self.wait_for(dialog, odd)
@@ -378,7 +378,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.type("Top Margin", "9")
         dialog.press("Print")
         self.printed(dialog)
-        self.keep(NAME, *ACTS)
+        self.save(NAME, *ACTS)
         dialog = begins_with("9")
         self.pick(dialog, NAME)
         self.pick(dialog, BEGIN)
@@ -391,7 +391,7 @@ class DialogPresetsTest(DialogPresetsCase):
         ends(dialog)
 
     def test_a_presets_values_that_a_printer_does_not_allow_are_shown_and_not_changed(self):
-        self.keep(NAME, *ACTS)
+        self.save(NAME, *ACTS)
         self.add_other(SMALLER)
         dialog = self.live_panel_of(self.dialog("-d", "Other", **self.around))
         self.pick(dialog, NAME)
@@ -400,7 +400,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Correct")
         self.wait_for(dialog, f"{NAME}, changed")
         self.assertEqual(dialog.text("Top Margin"), "8")
-        self.assertEqual(self.kept(NAME)["panel"], BOOKLET)
+        self.assertEqual(self.saved(NAME)["panel"], BOOKLET)
         dialog.press("Cancel")
         dialog.ends()
 
@@ -423,7 +423,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_presets_can_be_chosen_by_the_keyboard(self):
-        self.keep(NAME, *ACTS)
+        self.save(NAME, *ACTS)
         dialog = self.live()
         dialog.keys("Tab", "space")  # from the tab of the page
         dialog.find("menu item", NAME)
@@ -520,7 +520,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
 
     def test_a_preset_is_shown_on_all_pages_and_overrides_saved_options(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold", "-o", "x-note=saved")
-        self.keep(NAME, *ACTS, *OF_PAGES)
+        self.save(NAME, *ACTS, *OF_PAGES)
         dialog = self.live()
         self.assertEqual(self.row(dialog, "Color", "Glue"), "Cold")
         dialog.page("Tandem Trim")
@@ -534,7 +534,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertEqual(self.sent(dialog), EXPECTED)
 
     def test_a_row_changed_after_choosing_a_preset_counts_and_marks_the_preset_as_changed(self):
-        self.keep(NAME, *ACTS, *OF_PAGES)
+        self.save(NAME, *ACTS, *OF_PAGES)
         dialog = self.live()
         self.choose(dialog)
         dialog.page("Color")
@@ -548,7 +548,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.page("Tandem Trim")
         self.pick(dialog, "Save")
         self.wait_for(dialog, NAME)
-        self.assertEqual(self.kept(NAME)["options"]["Glue"], "Cold")
+        self.assertEqual(self.saved(NAME)["options"]["Glue"], "Cold")
         self.assertEqual(self.sent(dialog), EXPECTED | {"Glue": "Cold"})
 
     def test_the_user_decides_whether_a_preset_includes_the_other_pages(self):
@@ -563,11 +563,11 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
             until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
             if name == "All":
                 dialog.click(dialog.find("check box", WITH_PAGES))
-                until(lambda: dialog.is_checked(WITH_PAGES), "the check")
+                until(lambda: dialog.is_checked(WITH_PAGES), "the check mark")
             self.name(dialog, name)
             self.wait_for(dialog, name)
-        self.assertEqual(self.kept("Panel")["options"], {})
-        options = self.kept("All")["options"]
+        self.assertEqual(self.saved("Panel")["options"], {})
+        options = self.saved("All")["options"]
         self.assertEqual((options["Glue"], options["Duplex"], options["PageSize"]), ("Cold", "None", "A4"))
         for of_one_job in ("copies", "Collate", "page-ranges", *DEFAULTS):
             self.assertNotIn(of_one_job, options)
@@ -578,7 +578,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.ends()
 
     def test_a_presets_choice_that_the_printer_does_not_have_is_reported_and_not_sent(self):
-        self.keep(NAME, *ACTS, "-o", "Glue=Warm x-note=preset")
+        self.save(NAME, *ACTS, "-o", "Glue=Warm x-note=preset")
         dialog = self.live()
         self.pick(dialog, NAME)
         dialog.says("Glue: this printer does not allow Warm (allowed: Off, Hot, Cold)")
@@ -593,7 +593,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertEqual((sent["Glue"], sent["x-note"]), ("None", "preset"))
 
     def test_a_presets_choice_that_is_not_sent_does_not_override_the_command_line(self):
-        self.keep(NAME, *ACTS, "-o", "Glue=Tepid")
+        self.save(NAME, *ACTS, "-o", "Glue=Tepid")
         dialog = self.live_panel_of(self.dialog("-d", "Morva", "-o", "Glue=Warm", **self.around))
         self.pick(dialog, NAME)
         dialog.says("Glue: this printer does not allow Tepid")
@@ -601,7 +601,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertEqual(self.sent(dialog)["Glue"], "Warm")
 
     def test_a_presets_value_that_its_row_cannot_show_is_sent_until_the_row_is_changed(self):
-        self.keep(NAME, *ACTS, "-o", "job-priority=70")
+        self.save(NAME, *ACTS, "-o", "job-priority=70")
         for keys, sent in (((), 70), (("End",), 30)):
             with self.subTest(sent):
                 dialog = self.live()
@@ -618,7 +618,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
     def test_cover_sheets_of_a_preset_are_shown_in_their_rows(self):
         for sheets, before, after in (("standard,secret", "Standard", "Secret"), ("confidential", "Confidential", "None")):
             with self.subTest(sheets):
-                self.keep(NAME, *ACTS, "-o", f"job-sheets={sheets}")
+                self.save(NAME, *ACTS, "-o", f"job-sheets={sheets}")
                 dialog = self.live()
                 self.choose(dialog)
                 self.assertEqual([self.row(dialog, "Job", name) for name in ("Before", "After")], [before, after])
@@ -626,7 +626,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
                 (self.folder / f"{NAME}.json").unlink()
 
     def test_choosing_a_preset_updates_the_picture_of_the_sheet_at_once(self):
-        self.keep(NAME, *ACTS, "-o", "number-up=2")
+        self.save(NAME, *ACTS, "-o", "number-up=2")
         dialog = self.live()
         dialog.says("Page 1 of 3")
         self.choose(dialog)
@@ -646,7 +646,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assert_nothing_was_sent()
 
     def test_typed_page_ranges_stay_when_a_preset_is_chosen(self):
-        self.keep(NAME, *ACTS, *OF_PAGES)
+        self.save(NAME, *ACTS, *OF_PAGES)
         dialog = self.live()
         dialog.page("General")
         dialog.check("Pages:")
@@ -659,8 +659,8 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.ends()
 
     def test_a_preset_of_the_panel_alone_leaves_the_rows_and_drops_the_former_presets_hidden_options(self):
-        self.keep(NAME, *ACTS, *OF_PAGES)
-        self.keep("Plain", "--set", "Valid=On")
+        self.save(NAME, *ACTS, *OF_PAGES)
+        self.save("Plain", "--set", "Valid=On")
         dialog = self.live()
         self.choose(dialog)
         self.pick(dialog, "Plain")
@@ -671,7 +671,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertNotIn("x-note", sent)
 
     def test_the_command_line_overrides_the_preset_that_the_dialog_begins_with(self):
-        self.keep(NAME, *ACTS, *OF_PAGES)
+        self.save(NAME, *ACTS, *OF_PAGES)
         for asked in (["--preset", NAME, "--dialog"], []):
             dialog = self.live_panel_of(self.dialog("-d", "Morva", *asked, "-o", "Glue=Cold x-note=asked MVTopMargin=4", **self.around))
             if asked:
@@ -685,7 +685,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
     def test_choosing_a_printer_again_restores_its_preset(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold")
         self.add_rows("Other", GLUE)
-        self.keep(NAME, *ACTS, *OF_PAGES)
+        self.save(NAME, *ACTS, *OF_PAGES)
         dialog = self.live()
         self.choose(dialog)
         dialog.page("General")

@@ -9,7 +9,7 @@ from relay import Holdup
 from terminal_case import DEFAULTS, MARGINS, POSITION, PPD, SMALLER, VALID, of_panel
 
 FILE = "Print to File"  # in GTK's list of printers
-TINY = (SMALLER[0], SMALLER[1].replace("8", "3"))  # below the default
+TINY = (SMALLER[0], SMALLER[1].replace("8", "3"))  # a limit below the default
 GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # the first bytes of such a request: version and operation
 LARGE = 400_000_000  # bytes; takes a while to send
 
@@ -50,7 +50,7 @@ class DialogPrintersTest(DialogCase):
             until(lambda: percent() > before, "more of the document")  # noqa: B023
             self.cups.freeze()
         bar = dialog.find("progress bar", "large.txt (job 1)")
-        until(lambda: percent() < 100 and abs(dialog.program.value(bar) * 100 - percent()) <= 1, "a bar as long as the percentage")
+        until(lambda: percent() < 100 and abs(dialog.program.value(bar) * 100 - percent()) <= 1, "a bar that shows the percentage")
         cancel = dialog.find_live("push button", "Cancel the job")
         self.assertEqual(cancel.name, "Cancel the job")
         left, _, width, _ = dialog.program.place(bar)
@@ -156,7 +156,7 @@ class DialogPrintersTest(DialogCase):
                                    ("Right", "21", {"Right"}), ("Top", "20", {"Right"}), ("Bottom", "30", {"Top", "Bottom", "Right"})):
             with self.subTest(side=side, text=text):
                 dialog.type(f"{side} Margin", text)
-                until(lambda: self.warned_of(dialog) == warned, f"{warned} to be warned of")
+                until(lambda: self.warned_of(dialog) == warned, f"a warning about {warned}")
         dialog.press("Print")
         dialog.answer("Cancel")
         until(lambda: len(dialog.program.windows()) == 1, "the question to go")

@@ -136,15 +136,15 @@ class EditorOfGtk4(Editor):
 class EditorOfGtk3(Editor):
     """An editor that is operated through its X window."""
 
-    def _asks_of_window(self, *words):
+    def _xdotool(self, *words):
         window, *_ = until(lambda: windows_of(self.process.pid), "the editor's window")
         return subprocess.run(["xdotool", *words, str(window)], capture_output=True, text=True, check=True).stdout
 
     def title(self):
-        return self._asks_of_window("getwindowname")
+        return self._xdotool("getwindowname")
 
     def go_into_the_text(self):
-        place = {name: int(value) for name, value in re.findall(r"(\w+)=(-?\d+)", self._asks_of_window("getwindowgeometry", "--shell"))}
+        place = {name: int(value) for name, value in re.findall(r"(\w+)=(-?\d+)", self._xdotool("getwindowgeometry", "--shell"))}
         self.hands.click(place["X"] + place["WIDTH"] // 2, place["Y"] + place["HEIGHT"] * 3 // 4)
 
 

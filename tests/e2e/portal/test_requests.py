@@ -31,7 +31,7 @@ SETTINGS += ("output-basename", "output-uri", "output-file-format", "cups-MVTopM
 PAGE_SETUP = ("PPDName", "DisplayName", "Width", "Height", "MarginTop", "Orientation")
 OPTIONS = ("modal", "accept_label", "supported_output_file_formats", "has_current_page", "has_selected_pages", "token")
 PARENTS = ("", "x11:", "x11:zzzz", "x11:ffffffffffffffff", "x11:12345", "wayland:", "wayland:abc", "a" * 100000)
-IDLE = 10  # seconds
+IDLE = 10  # seconds until an idle backend ends
 # The most dialogs at a time: open, or hidden while their tokens are valid.
 MOST_SESSIONS = 40
 # Settings that keep a program from doing what the printer does.

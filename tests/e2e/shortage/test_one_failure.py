@@ -49,7 +49,7 @@ ERRORS = {
     "malloc": (errno.ENOMEM,),
 }
 
-# The PPD is made long before this line: a PPD cut off there would be valid, but without limits.
+# FILLING is inserted before this line, so that a failing read can cut the PPD off there: it would be valid, but without limits.
 LIMITS = "*MVMaxTandemTrimMarginTop:"
 FILLING = "*% A line of a long file.\n" * 4000
 SAVED = f"Dest Morva {MARGINS['Left']}=9\nDest Other media=a5\n"

@@ -146,7 +146,7 @@ class AsLpTest(TerminalCase):
         return result, [self.job(number) for number in self.cups.jobs() if number not in before]
 
     def assert_same(self, ours, lps):
-        """Asserts that both programs' jobs are the same, except that the program sends either all of the panel's options or none."""
+        """Asserts that the jobs are the same, except that ours has all of the panel's options or none, and a name for standard input."""
         self.assertEqual(len(ours), len(lps))
         for our, lp in zip(ours, lps):
             if our["job-name"] == ["(stdin)"]:
@@ -243,7 +243,7 @@ class AsLpTest(TerminalCase):
                 self.assertEqual(result.returncode, 0, result.stderr)
                 self.assertEqual(b"%PDF" in relay.heard, not option)
 
-    def test_the_server_is_asked_for_the_same_mail(self):
+    def test_both_programs_request_the_same_mail(self):
         mails = []
         for program in (LP, PROGRAM):
             before = self.cups.jobs()
