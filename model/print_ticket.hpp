@@ -47,7 +47,7 @@ class MorvaTTPrintTicketKV2 {
   /// The stored value, else the default. Shows and stores nothing.
   [[nodiscard]] std::string currentValue() const;
 
-  /// Internal: the stored value, or nullopt when there is none or it cannot be read.
+  /// Internal: the stored value, or nullopt when nothing is stored or it cannot be read.
   [[nodiscard]] virtual std::optional<std::string> TTPTPrintSettings(std::string_view key) const;
   /// Internal: stores the value, or removes the key for nullopt. Returns whether the print settings accepted
   /// it.

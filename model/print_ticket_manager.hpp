@@ -13,8 +13,8 @@
 
 namespace tandemtrim {
 
-/// Owns the tickets. The view uses them only through it: all at once, in the order of the settings, or one by
-/// its exact ticket name. An unknown name is ignored.
+/// Owns the tickets. The view uses them only through the manager: all at once, in the order of the settings,
+/// or one by its exact ticket name. An unknown name is ignored.
 class MorvaTTPrintTicketManagerKV2 final {
  public:
   /// Makes the manager and all tickets. Null when the common info is null or a ticket cannot be made (the

@@ -110,7 +110,7 @@ class PopUpButton : public Control {
  public:
   [[nodiscard]] virtual std::size_t numberOfItems() const = 0;
   [[nodiscard]] virtual MenuItem& itemAtIndex(std::size_t index) = 0;
-  /// The selected item, or null when none is selected.
+  /// The selected item, or null when no item is selected.
   [[nodiscard]] virtual MenuItem* selectedItem() = 0;
   /// Selects the first item with this title; if there is no such item, no item is selected.
   virtual void selectItemWithTitle(std::string_view title) = 0;

@@ -19,17 +19,17 @@ namespace tandemtrim::platform {
 
 /// The extension type of the print dialog's panels.
 inline constexpr std::string_view kPrintDialogExtensionType = "BDB091F4-E57F-11D3-B5CC-0050E4603277";
-/// The summary's key whose value is the order of its entries.
+/// The key in a summary for the order of its entries.
 inline constexpr std::string_view kSummaryDisplayOrderKey = "Summary Display Order";
 
-/// What a host provides to the panels that it requests.
+/// A host's services to the panels that it requests.
 class HostCallback {
  public:
   virtual ~HostCallback() = default;
-  /// The job's print settings, or null when there are none; they outlive every panel that was made with this
-  /// callback.
+  /// The job's print settings, which outlive every panel that was made with this callback, or null when the
+  /// job has no settings.
   [[nodiscard]] virtual PrintSettings* printSettings() = 0;
-  /// The open PPD file of the chosen printer, or null when it has none.
+  /// The open PPD file of the chosen printer, or null when it has no PPD.
   [[nodiscard]] virtual ppd_file_s* ppdFile() = 0;
 };
 
@@ -84,7 +84,8 @@ class PrintPanel {
   [[nodiscard]] virtual bool shouldShowHelp() = 0;
   /// The PPD option keywords that the panel sets, the same list at each call. It belongs to the panel.
   [[nodiscard]] virtual const std::vector<std::string>& supportedPPDOptionKeys() = 0;
-  /// The settings of these keywords, in the same order, with the job's current values. Changes no control.
+  /// The settings of the supported keywords, in the same order, with the job's current values. Changes no
+  /// control.
   [[nodiscard]] virtual std::vector<PanelSetting> settings() const = 0;
   [[nodiscard]] virtual bool shouldPrint() = 0;
   /// Stores the controls' values in the print settings.

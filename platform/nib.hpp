@@ -29,14 +29,14 @@ class NibOwner {
   virtual void setOutlet(std::string_view name, NibObject* object) = 0;
   /// Runs an action of the owner; an unknown name is ignored.
   virtual void performAction(std::string_view name, NibObject* sender) = 0;
-  /// The owner's text for this key in the user's language, or the key itself when there is none.
+  /// The owner's text for this key in the user's language, or the key itself when there is no text.
   [[nodiscard]] virtual std::string localizedString(std::string_view key) const { return std::string(key); }
 
   /// Keeps a loaded nib alive as long as this owner. Earlier nibs are kept too, as their controls may still
   /// be in use. The loader must call this before it connects the first outlet.
   void keepLoadedNib(std::unique_ptr<LoadedNib> nib) { nibs_.push_back(std::move(nib)); }
 
-  /// The platform's object to which its nibs connect instead of the owner; null if the platform has none.
+  /// The platform's object to which its nibs connect instead of the owner; null if they connect to the owner.
   /// It does not belong to the owner.
   [[nodiscard]] void* platformObject() const { return platformObject_; }
   void setPlatformObject(void* object) { platformObject_ = object; }

@@ -16,8 +16,8 @@ class PrintSettings {
  public:
   virtual ~PrintSettings() = default;
 
-  /// Sets `value` to the value stored under `key`, nullopt if there is none; `value` is only meaningful on
-  /// success.
+  /// Sets `value` to the value stored under `key`, or to nullopt if nothing is stored there; `value` is only
+  /// meaningful on success.
   virtual OSStatus PMPrintSettingsGetValue(std::string_view key, std::optional<std::string>& value) const = 0;
 
   /// Stores `value` under `key`, or removes the key if `value` is nullopt. A value stored as `locked` cannot

@@ -14,7 +14,7 @@ class MorvaTTPdePluginKV2 : public platform::Plugin {
   bool initWithBundle(std::shared_ptr<platform::Bundle> bundle) override;
 
   /// A list of one panel for platform::kPrintDialogExtensionType; null for any other type, without a
-  /// callback, or when the panel cannot be made. Exceptions of the panel's construction reach the caller.
+  /// callback, or when the panel cannot be made. Exceptions raised while the panel is made reach the caller.
   [[nodiscard]] std::unique_ptr<platform::PanelList> PDEPanelsForType(
       std::optional<std::string_view> type, std::shared_ptr<platform::HostCallback> hostInfo) override;
 

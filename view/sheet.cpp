@@ -84,7 +84,7 @@ std::array<long, 4> contentInMargins(const Sheet& sheet) {
   const double bottom = sheet.height - page.top - page.height + empty[1];
   const double left = page.left + empty[2];
   const double right = sheet.width - page.left - page.width + empty[3];
-  // The content lies between `before` and `extent - behind`, measured from the margin's edge.
+  // The content lies between `before` and `extent - behind`, measured from the sheet's edge at the margin.
   const auto depth = [](double margin, double before, double behind, double extent) {
     return std::max(0L, std::lround(std::ceil(std::min(margin, extent - behind) - before - kRounding)));
   };

@@ -47,9 +47,9 @@ class MorvaTTViewControllerKV2 : public platform::NibOwner {
       const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo);
   ~MorvaTTViewControllerKV2() override;
 
-  /// The panel's view, or null when the nib has none. Loads the nib and sets the view up if there is no view
-  /// yet. A nib that lacks a control raises std::invalid_argument, one with more menu items than names
-  /// std::out_of_range; the view is then left partly set up.
+  /// The panel's view, or null when the nib does not have it. Loads the nib and sets the view up if there is
+  /// no view yet. A nib that is missing or lacks a control raises std::invalid_argument, one with more menu
+  /// items than names std::out_of_range; the view is then left partly set up.
   platform::View* panelViewWithNibName(std::string_view nibName);
 
   /// Greys or enables the dependent controls; does nothing before the view is set up.

@@ -25,7 +25,7 @@ class Panel : public LoadedNib, public View, public sigc::trackable {
   /// Connects the outlets for which the description has an object of a known class.
   void connectOutlets(NibOwner& owner);
 
-  /// The view's GtkWidget, or null when the description has none.
+  /// The view's GtkWidget, or null when the description does not have it.
   [[nodiscard]] void* toolkitView() override;
   /// Sets the paper size of the picture of the sheet.
   void setPaperSize(double width, double height) override;

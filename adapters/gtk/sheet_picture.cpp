@@ -10,7 +10,7 @@
 namespace tandemtrim::platform::gtk {
 namespace {
 
-// The part of the sheet that belongs to the chosen item's name.
+// The feed or position that belongs to the chosen item; nullopt if no item is chosen.
 template <class Part, std::size_t count>
 std::optional<Part> chosen(PopUpButton& menu,
                            const std::array<std::pair<std::string_view, Part>, count>& parts) {

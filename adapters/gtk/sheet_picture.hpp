@@ -51,7 +51,7 @@ class SheetPicture : public sigc::trackable {
   void setPaperSize(double width, double height);
   /// Shows this page in place of the lines that represent text; null shows the lines.
   void showPage(std::shared_ptr<const PageImage> page);
-  /// The note about the page's content in the margins; empty if there is none.
+  /// The note about the page's content in the margins; empty if they have no content.
   [[nodiscard]] std::string note() const;
 
  private:

@@ -27,7 +27,7 @@ class Bundle : public platform::Bundle {
   /// The bundle's folder, absolute.
   [[nodiscard]] std::string path() const { return path_.string(); }
 
-  /// The chosen localization ("pt-BR"), or nullopt if the bundle has none.
+  /// The chosen localization ("pt-BR"), or nullopt if the bundle has no localization.
   [[nodiscard]] const std::optional<std::string>& localization() const noexcept { return localization_; }
   /// One text for each string table, folder of tables or Info.plist that cannot be read and is left out: its
   /// path, line and fault.

@@ -24,7 +24,7 @@ class BundleInfo {
   [[nodiscard]] std::string developmentRegion() const;
   /// The modules' name without suffix; by default, or if it is not a file name, the bundle's own name.
   [[nodiscard]] std::string executableName() const;
-  /// The option keywords that the bundle's panels set ("PrintOptionKeywords"); empty when it lists none.
+  /// The option keywords that the bundle's panels set ("PrintOptionKeywords"); may be empty.
   [[nodiscard]] std::vector<std::string> optionKeywords() const;
   /// The path of the module whose name ends in `suffix`, whether it exists or not.
   [[nodiscard]] std::string modulePath(std::string_view suffix) const;

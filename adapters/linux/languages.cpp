@@ -24,7 +24,7 @@ std::string_view lookUp(const Table& table, std::string_view name) {
   return found == table.end() ? std::string_view() : found->second;
 }
 
-// The part of the text after the first of these characters; empty if it has none.
+// The part of the text after the first of these characters; empty if the text has no such character.
 std::string_view partAfter(std::string_view text, std::string_view marks) {
   const auto offset = text.find_first_of(marks);
   return offset == std::string_view::npos ? std::string_view() : text.substr(offset + 1);

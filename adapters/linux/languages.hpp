@@ -24,12 +24,12 @@ std::vector<std::string> userLanguages(const Environment& environment = processE
 /// language.
 std::optional<std::string> languageTag(std::string_view localeName);
 
-/// The localization for a language: itself or without its last parts ("fr" for "fr-CA"); nullopt if none of
-/// them is available.
+/// The available localization for a language: the language itself, or without its last parts ("fr" for
+/// "fr-CA"); nullopt if there is no such localization.
 std::optional<std::string> localizationOf(std::string language, const std::vector<std::string>& available);
 
 /// The localization that fits the user best: that of the first language that has one, else the development
-/// region's, else the first one. Nullopt if none is available.
+/// region's, else the first one. Nullopt if no localization is available.
 std::optional<std::string> chooseLocalization(const std::vector<std::string>& available,
                                               const std::vector<std::string>& languages,
                                               const std::string& developmentRegion);

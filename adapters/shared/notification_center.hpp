@@ -6,7 +6,7 @@
 
 namespace tandemtrim::platform::memory {
 
-/// A notification centre for controls whose toolkit has none.
+/// The notification centre for controls whose toolkit does not have one.
 class NotificationCenter : public platform::NotificationCenter {
  public:
   void addObserver(const void* observer, Selector selector, std::string_view name,

@@ -2,7 +2,7 @@
 """Measures dialogs on a screen in turn, so that other load of the machine affects all, and prints each round's figures as JSON.
 
 measure.py SCREEN MODE ROUNDS COMMAND [-- COMMAND ...]: SCREEN is the program of screen.cpp, MODE one of its modes. For a print backend
-COMMAND is its name on the session bus, followed by the command with which the bus starts it.
+COMMAND is its name on the session bus, followed by the command that starts it.
 """
 
 import itertools

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// Encodings by the C library, with which the project's own functions are compared.
+/// Encodings by the C library, for comparison with the project's own functions.
 namespace tandemtrim::fuzz {
 
 bool isUtf8(std::string_view text);

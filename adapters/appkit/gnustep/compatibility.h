@@ -35,7 +35,8 @@ struct ppd_file_s;
 - (struct ppd_file_s*)ppdFile;
 @end
 
-/// As in macOS before 13; later versions still accept it from a class that does not declare the protocol.
+/// As macOS before 13 declares it. Later versions still accept this initialiser from a class that does not
+/// declare the protocol.
 @protocol PDEPlugIn
 - (BOOL)initWithBundle:(NSBundle*)bundle;
 - (NSArray*)PDEPanelsForType:(NSString*)type withHostInfo:(id)host;

@@ -1,6 +1,7 @@
 #import "adapters/appkit/gnustep/compatibility.h"
 
-// The two operations over a dictionary. A value belongs to the dictionary; the caller does not release it.
+// The two print-settings operations, on a dictionary. A value belongs to the dictionary; the caller does not
+// release it.
 
 static NSMutableDictionary* entries(PMPrintSettings printSettings) {
   return reinterpret_cast<NSMutableDictionary*>(printSettings);

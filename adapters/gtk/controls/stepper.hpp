@@ -15,7 +15,7 @@ namespace tandemtrim::platform::gtk {
 /// keys, with the wheel while the text has the focus, or with a screen reader.
 class Stepper : public MorvaTTStepperKV2, public sigc::trackable {
  public:
-  /// `range` is the spin button's.
+  /// `range` is the spin button's adjustment.
   explicit Stepper(Glib::RefPtr<Gtk::Adjustment> range);
   Stepper(const Stepper&) = delete;
   Stepper& operator=(const Stepper&) = delete;

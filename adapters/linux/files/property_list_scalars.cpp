@@ -86,7 +86,7 @@ ObjectRef readDate(std::string_view text) {
   return makeObject(Date{static_cast<double>((time - kReference).count())});
 }
 
-// The bits of the digits, eight to a byte; bits that do not fill a byte are padding.
+// Decodes Base64. Bits that do not fill a byte are padding.
 ObjectRef readData(std::string_view text) {
   constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   Data data;

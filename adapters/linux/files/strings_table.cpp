@@ -135,7 +135,7 @@ class Parser {
     return appendPoint(out, unit);
   }
 
-  // Reads a number of at most `limit` digits; false if there is none.
+  // Reads a number of at most `limit` digits; false if there is no digit.
   bool number(int base, std::size_t limit, char32_t& value) {
     const auto digits = rest().substr(0, limit);
     std::uint32_t read = 0;
