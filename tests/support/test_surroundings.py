@@ -45,7 +45,7 @@ class SurroundingsTest(unittest.TestCase):
         found = environment(LAUNCHER, "LANG=de_DE.UTF-8", "TANDEM_TRIM_JOBS=5", LANG="C", TANDEM_TRIM_JOBS="6")
         self.assertEqual((found["LANG"], found["TANDEM_TRIM_JOBS"]), ("de_DE.UTF-8", "5"))
 
-    def test_only_the_requested_fonts_exist(self):
+    def test_only_the_requested_font_and_dejavu_sans_exist(self):
         def families(*given):
             return set(output(LAUNCHER, *given, "fc-list", ":", "family").split("\n")) - {""}
 
@@ -78,7 +78,7 @@ class SurroundingsTest(unittest.TestCase):
                 self.assertEqual(test.wait(), 128 + signal.SIGTERM)
                 self.assertFalse(home.parent.exists())
 
-    def test_what_services_say_is_printed_only_if_the_command_fails(self):
+    def test_the_services_output_is_printed_only_if_the_command_fails(self):
         speak = 'echo Hello >>"$TANDEM_TRIM_SERVICES_LOG"'
         on_bus = "dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress >/dev/null"
         for launcher, script in ((LAUNCHERS[0], speak), *itertools.product(LAUNCHERS[1:], (speak, on_bus))):

@@ -107,7 +107,7 @@ TEST(TheJson, DescribesTheJob) {
   EXPECT_TRUE(jsonOf(sample(), "Morva", unknown)["job"]["confirmed"].is_null());
 }
 
-TEST(TheJson, SurvivesTextThatIsNotUtf8) {
+TEST(TheJson, ReplacesBytesThatAreNotUtf8) {
   EXPECT_EQ(jsonOf({{{"note", "caf\xE9"}}, std::nullopt})["settings"]["note"], "caf\xEF\xBF\xBD");
 }
 

@@ -115,7 +115,7 @@ TEST(Texts, AreReadFromAllAttributesOfThatName) {
   EXPECT_THAT(textsIn(message, "printer"), IsEmpty());
 }
 
-TEST(AnAttributesText, IsReadIfItHasExactlyOneValue) {
+TEST(AnAttributesText, IsReadIfTheAttributeHasExactlyOneValue) {
   const std::array values{"one", "two"};
   const auto two = with([&](auto* message, auto* name) {
     ippAddStrings(message, IPP_TAG_JOB, IPP_TAG_KEYWORD, name, 2, nullptr, values.data());

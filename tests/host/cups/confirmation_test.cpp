@@ -72,7 +72,7 @@ TEST(LostOptions, AreNamedInTheOrderInWhichTheyWereSent) {
   EXPECT_THAT(lostOf(jobWith({{"b", "2"}}), {{"c", "3"}, {"b", "2"}, {"a", "1"}}), ElementsAre("c", "a"));
 }
 
-TEST(TheDocumentsFormat, IsConfirmedByTheFormatThatTheServerWasGiven) {
+TEST(TheDocumentsFormat, IsConfirmedByTheFormatThatTheServerReceived) {
   MessageHandle job(ippNewRequest(IPP_OP_CREATE_JOB));
   ippAddString(job.get(), IPP_TAG_JOB, IPP_TAG_MIMETYPE, "document-format-supplied", nullptr,
                "application/pdf");

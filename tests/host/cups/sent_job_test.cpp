@@ -21,7 +21,7 @@ TEST(AJobsText, SaysHowManyOptionsAreConfirmed) {
             "job 17 on Morva: 5 of 7 options confirmed; lost: a (sent \"1\", the server holds \"2\"), b");
 }
 
-TEST(AJobsText, IsShortHoweverLongTheLostValues) {
+TEST(AJobsText, IsShortHoweverLongTheLostValuesAre) {
   const std::string value(300, 'x');
   const auto text = jobText(jobInState(IPP_JSTATE_PENDING, "", "", {{"a", value, value}}));
   EXPECT_THAT(text, testing::Not(HasSubstr(value)));
@@ -45,7 +45,7 @@ TEST(AJob, ThatHasEndedWithoutBeingPrintedIsNotConfirmed) {
             "job 17 on Morva was stopped at the print server at desk:631 (job-completed-with-errors)");
 }
 
-TEST(AJob, ThatIsIncompleteIsNotConfirmedWhateverItsOptions) {
+TEST(AJob, ThatIsIncompleteIsNotConfirmedEvenIfItsOptionsAre) {
   EXPECT_THAT(
       jobText(jobInState(IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", {})),
       HasSubstr("job 17 on Morva is incomplete: the print server at desk:631 holds 0 of 1 documents of it"));

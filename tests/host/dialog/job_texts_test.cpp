@@ -32,7 +32,7 @@ SentJob jobThatLost(std::vector<LostOption> lost) {
   return job;
 }
 
-TEST(JobTexts, SayThatAllIsConfirmedWithThePanelsSummary) {
+TEST(JobTexts, SayThatAllIsConfirmedAndHaveThePanelsSummary) {
   const auto order = orderFor(sampleJob(), "desk:631", samplePanel());
   EXPECT_EQ(order.sent, (NotificationText{"Job 7 on Morva: all settings confirmed",
                                           "Report\nPrint Position: Middle, Left Margin: 3"}));

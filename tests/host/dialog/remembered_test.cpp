@@ -43,7 +43,7 @@ void expectNothing(const Remembered& settings) {
   EXPECT_THAT(settings.panel, IsEmpty());
 }
 
-TEST_F(RememberedSettings, ComeBackForTheirPrinter) {
+TEST_F(RememberedSettings, AreRestoredForTheirPrinter) {
   EXPECT_FALSE(remember(place, reversedOnA3(), report));
   const auto settings = recall(place, report);
   ASSERT_TRUE(settings.tabs.settings && settings.tabs.setup);
@@ -54,7 +54,7 @@ TEST_F(RememberedSettings, ComeBackForTheirPrinter) {
   EXPECT_THAT(messages, IsEmpty());
 }
 
-TEST_F(RememberedSettings, AreNotSeenByAnotherPrinterOrServer) {
+TEST_F(RememberedSettings, AreNotUsedForAnotherPrinterOrServer) {
   remember(place, reversedOnA3(), report);
   for (const PrinterPlace& other :
        {PrinterPlace{"server:631", "Other"}, PrinterPlace{"other:631", "Morva"},

@@ -226,7 +226,7 @@ TEST(OptionsFromTabs, DoNotNameThePrintersDefaultPaper) {
   EXPECT_THAT(optionsOf(tabs, {{"media", "A3"}}), UnorderedElementsAreArray(withUsual({})));
 }
 
-// GTK's rows show what the user saved for a printer, whatever options a job starts from.
+// GTK's rows show what the user saved for a printer, not the options that a job starts from.
 TEST(OptionsFromTabs, KeepTheOptionOfARowThatNobodyTouched) {
   const auto tabs = newTabs();
   tabs.settings->set("cups-Glue", "Hot");
@@ -266,7 +266,7 @@ std::vector<std::pair<std::string, std::string>> entriesOf(Gtk::PrintSettings& s
   return entries;
 }
 
-TEST(SettingsOfTheNextPrinter, AreThoseThatAreKeptForIt) {
+TEST(SettingsOfTheNextPrinter, AreThoseRememberedForIt) {
   const auto now = settingsWith({{"reverse", "false"}, {"cups-number-up", "2"}});
   const auto kept = settingsWith({{"reverse", "true"}, {"cups-Glue", "Hot"}});
   EXPECT_THAT(entriesOf(*settingsOfNextPrinter(now, kept, {})),

@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Judgement{checkBox(), "Off", true}, Judgement{checkBox(), "on", false},
                     Judgement{checkBox(), "true", false}));
 
-TEST(AllowedValues, AreNamedAsAUserReadsThem) {
+TEST(AllowedValues, AreNamedAsAUserTypesThem) {
   EXPECT_EQ(allowedValues(box(0, 30)), "0 to 30");
   EXPECT_EQ(allowedValues(menu()), "Left, Center");
   EXPECT_EQ(allowedValues(checkBox()), "On, Off");

@@ -55,14 +55,14 @@ TEST(SettingAnOption, ReplacesAnEarlierOneInAnyLetterCase) {
   EXPECT_EQ(options, (Options{{"Media", "A5"}, {"copies", "2"}, {"sides", "one-sided"}}));
 }
 
-class AnOptionsText : public testing::TestWithParam<std::string> {};
+class AnOptionAsText : public testing::TestWithParam<std::string> {};
 
-TEST_P(AnOptionsText, IsReadBackAsTheSameValue) {
+TEST_P(AnOptionAsText, IsReadBackUnchanged) {
   const Option option{"keyword", GetParam()};
   EXPECT_EQ(parseOptions(optionText(option)), Options{option});
 }
 
-INSTANTIATE_TEST_SUITE_P(Options, AnOptionsText,
+INSTANTIATE_TEST_SUITE_P(Options, AnOptionAsText,
                          testing::Values("5", "", "two words", "it's", "say \"hi\"", "back\\slash", "a,b",
                                          "{brace}", "=", "line\nbreak", "true", "\xC3\xA4", "$HOME `x`"));
 
@@ -116,7 +116,7 @@ TEST(OptionsOfOneJob, AreNotKeptForLaterOnes) {
     EXPECT_EQ(withoutThoseOfOneJob({{"media", "A4"}, {keyword, "1"}}), lasting) << keyword;
 }
 
-TEST(AnOptionList, HasTheSameOptions) {
+TEST(AnOptionList, HasTheOptionsThatItIsMadeFrom) {
   const OptionList list({{"b", "2"}, {"a", "1"}});
   EXPECT_EQ(list.count(), 2);
   EXPECT_STREQ(cupsGetOption("a", list.count(), list.get()), "1");

@@ -24,7 +24,7 @@ class SearchedFolders {
   ~SearchedFolders() { unsetenv("TANDEM_TRIM_PLUGIN_PATH"); }
 };
 
-TEST(ABundle, IsTakenUnderAnyNameWhenTheUserNamesIt) {
+TEST(ABundle, MayHaveAnyNameIfTheUserNamesItsPath) {
   const test::TemporaryFolder folder;
   const auto bundle = writeBundle(folder, "Mine.bundle");
   EXPECT_EQ(findBundle(bundle, {"TandemTrim.bundle"}), bundle);

@@ -96,7 +96,7 @@ TEST_F(SettledSettings, ComeWithANoteIfThePrinterHasNoPanelAndNothingIsPrinted) 
   EXPECT_THAT(messages, ElementsAre(HasSubstr("Morva has no panel")));
 }
 
-TEST_F(SettledSettings, HaveThePanelsKeywordsInAnyLetterCase) {
+TEST_F(SettledSettings, AcceptThePanelsKeywordsInAnyLetterCase) {
   line.plugin = writeBundle(folder, "Fake.bundle");
   const auto settings = settle(
       nullptr, {{"faketop", "3"}, {"FAKEposition", "Left"}, {"FakePosition", "Right"}, {"mEdia", "A4"}});

@@ -148,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(Inputs, AGreyedControl,
                          testing::Values(Input{"Top", "1"}, Input{"Position", "Right"},
                                          Input{"RestoreDefault", std::nullopt}));
 
-TEST_F(APanelSession, NamesAControlThatIsGreyedWithoutASwitch) {
+TEST_F(APanelSession, NamesAGreyedControlIfThePanelHasNoSwitch) {
   store("FakeOn", "Off");
   const auto failure = failureOf([&] { play({{"Top", "1"}}, false, "settings margin-alone"); });
   EXPECT_THAT(failure.what(), AllOf(HasSubstr("this control is greyed now"), HasSubstr("nothing was sent")));
@@ -374,7 +374,7 @@ TEST_P(AnIllegalDefault, IsRefusedIfTheUserChoseIt) {
   EXPECT_THAT(failureOf([&] { play({}); }).what(), HasSubstr(GetParam().allowed));
 }
 
-TEST_P(AnIllegalDefault, IsRemovedFromThePrintSettingsWithThePanel) {
+TEST_P(AnIllegalDefault, IsRemovedWithThePrintersDefaults) {
   defaults = {{GetParam().keyword, GetParam().value}};
   store("Foreign", "1");
   const test::TemporaryFolder folder;

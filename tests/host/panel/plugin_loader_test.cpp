@@ -33,7 +33,7 @@ PluginFailure pluginFailureOf(const std::string& bundle) {
   return PluginFailure(Fact(""));
 }
 
-TEST(APlugin, ThatWorksPlaysItsPanel) {
+TEST(APlugin, ThatWorksIsNotRefused) {
   const test::TemporaryFolder folder;
   EXPECT_NO_THROW(play(writeBundle(folder, "Fake.bundle")));
 }

@@ -148,7 +148,7 @@ TEST_F(CopiedDocument, IsNeverVisibleInTheTemporaryFolder) {
   EXPECT_EQ(count(), files);
 }
 
-TEST_F(CopiedDocument, CannotBeAnythingButAFileOrAPipe) {
+TEST_F(CopiedDocument, IsMadeOnlyFromAFileOrAPipe) {
   int ends[2];
   ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
   close(ends[1]);
@@ -160,7 +160,7 @@ TEST_F(CopiedDocument, CannotBeAnythingButAFileOrAPipe) {
   }
 }
 
-TEST_F(CopiedDocument, CannotBeADescriptorThatIsNotOpenOrNotReadable) {
+TEST_F(CopiedDocument, IsNotMadeFromADescriptorThatIsClosedOrWriteOnly) {
   EXPECT_THAT(copyOf(-1).failure, HasSubstr("cannot be read"));
   EXPECT_THAT(copyOf(open(write("content").c_str(), O_WRONLY)).failure, HasSubstr("cannot be read"));
 }
@@ -210,7 +210,7 @@ TEST_F(CopiedDocument, IsRefusedBeforeItFillsTheDisk) {
 
 bool hasNoReader(int pipe) { return ::write(pipe, "x", 1) < 0 && errno == EPIPE; }
 
-TEST_F(CopiedDocument, OfAnEndlessPipeIsGivenUpWithTheObject) {
+TEST_F(CopiedDocument, OfAnEndlessPipeEndsWithTheObject) {
   std::signal(SIGPIPE, SIG_IGN);
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);

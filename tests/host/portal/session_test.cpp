@@ -258,7 +258,7 @@ TEST_F(SessionOfAProgram, ShowsTheDialogAndAnswersOnceTheUserHasChosen) {
   EXPECT_EQ(ends, 0);
 }
 
-TEST_F(SessionOfAProgram, AnswersHowTheDialogEnds) {
+TEST_F(SessionOfAProgram, AnswersAccordingToTheDialogsEnd) {
   for (const auto& [end, response] :
        {std::pair{DialogEnd::printed, 0U}, {DialogEnd::cancelled, 1U}, {DialogEnd::failed, 2U}}) {
     begin();

@@ -23,7 +23,7 @@ TEST(Tokens, AreInvalidForAnotherProgramAndStayValidForTheirOwn) {
   EXPECT_EQ(tokens.take(token, "org.example.Editor"), 7);
 }
 
-TEST(Tokens, AreNeverZeroNorTwiceTheSame) {
+TEST(Tokens, AreNeverZeroOrIssuedTwice) {
   std::deque<std::uint32_t> bits{0, 5, 5, 0, 6};
   Tokens tokens([&] {
     const auto next = bits.front();

@@ -127,7 +127,7 @@ TEST_F(Presets, AreReadableFilesThatAUserMayWrite) {
   EXPECT_EQ(findPreset("Family", "By hand", report), (Preset{"By hand", {{"MVTopMargin", "9"}}, {}}));
 }
 
-TEST_F(Presets, OfTheAdministratorAreThereUntilTheUserHidesThem) {
+TEST_F(Presets, OfTheAdministratorCanBeHiddenButNotDeletedOrRenamed) {
   write(administrators(), "House.json", R"({"panel": {"MVTopMargin": "1"}})");
   write(administrators(), "Plain.json", "{}");
   savePreset("Family", {"House", {{"MVTopMargin", "2"}}, {}});

@@ -125,7 +125,7 @@ class CupsDaemon:
             recorder = self.folder / "programs" / name
             shutil.copyfile(pathlib.Path(__file__).with_name("recording_filter.py"), recorder)
             recorder.chmod(0o755)
-        # Root's server runs filters as another user, who needs access whatever the umask is.
+        # Root's server runs filters as another user, who needs access under any umask.
         for folder in (".", "programs", "programs/filter", "programs/backend"):
             (self.folder / folder).chmod(0o755)
         # A copy, as a security profile of the system may restrict the program at the daemon's usual path.

@@ -43,6 +43,6 @@ def main():
     os.rename(unfinished, os.path.join(folder, name + ".json"))
 
 
-# Without arguments, CUPS asks a backend for the printers that it finds.
+# CUPS calls a backend without arguments to list the printers that it finds.
 if len(sys.argv) > 1:
     main()

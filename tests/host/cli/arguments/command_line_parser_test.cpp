@@ -140,7 +140,7 @@ TEST(HelpAndVersion, AreShownAndNothingElseIsDone) {
               testing::StartsWith("tandem-trim "));
 }
 
-TEST(Help, SaysInASentenceWhatEachOptionDoes) {
+TEST(Help, DescribesEachOptionInASentence) {
   std::istringstream help(std::get<Information>(parseCommandLine({"--help"})).text);
   std::string line;
   int sentences = 0;

@@ -98,7 +98,7 @@ TEST(AUse, RefusesFilesThatItWouldIgnore) {
   }
 }
 
-TEST(AskingForTheDialog, NeedsAFileToPrint) {
+TEST(TheDialogOption, NeedsAFileToPrint) {
   EXPECT_THAT(failureOf([] { parseCommandLine({"--dialog"}); }).what(), HasSubstr("name a file"));
   EXPECT_NO_THROW(parseCommandLine({"--dialog"}, true));
 }
