@@ -165,7 +165,7 @@ class DialogFilesTest(DialogCase):
         there = self.folder / "output.pdf"
         there.write_text(EARLIER)
         self.folder.chmod(0o555)
-        # Root would have the permission.
+        # Root must lose the capability that overrides permissions.
         dialog = self.saving(limits=("setpriv", "--bounding-set=-dac_override") if os.geteuid() == 0 else ())
         dialog.press("Print")
         dialog.answer("Replace")

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Replaces a desktop portal with settings files (portals.conf), which Debian 12's portal does not support.
+"""Takes the place of a desktop portal that reads settings files (portals.conf), which Debian 12's portal does not do.
 
 It follows the documentation of these files: when the bus starts it, it reads the first of them that exists, and uses the backend that the
 file names for each interface. It writes its choices to the file that STAND_IN_CHOICES names, and offers printing if the print backend

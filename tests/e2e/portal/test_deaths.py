@@ -24,7 +24,7 @@ SECONDS = "3600"  # the service's timeout for the server: longer than a test
 
 
 def at_each(*moments):
-    """Marks a test that runs at each of these moments."""
+    """Marks a test to run at each of these moments."""
 
     def note(test):
         test.moments = moments
@@ -34,7 +34,7 @@ def at_each(*moments):
 
 
 def spread(case):
-    """Replaces the tests marked by at_each() by one for each moment."""
+    """Replaces each test that at_each() marks by one test for each of its moments."""
 
     def at(test, moment):
         return lambda self: test(self, moment)

@@ -180,7 +180,8 @@ EXPORTED void* realloc(void* old, std::size_t size) {
   return allocationFails() ? nullptr : __libc_realloc(old, size);
 }
 
-// Keeps SIGSYS and the signals of a crash unblocked: while blocked, they end the program without a handler.
+// Keeps SIGSYS and the signals of a crash unblocked: while blocked, they end the program without calling the
+// handler.
 EXPORTED int pthread_sigmask(int how, const sigset_t* signals, sigset_t* before) {
   sigset_t others;
   if (signals != nullptr) {
