@@ -6,7 +6,8 @@
 
 namespace tandemtrim::host {
 
-/// Whether the program ignores this signal, as it does when nohup or a shell's background job started it.
+/// Whether the program ignores this signal, as it does when it was started by nohup or in the background of a
+/// shell.
 bool isIgnored(int signal);
 
 /// "interrupted" or "terminated".

@@ -61,7 +61,7 @@ bool follow(const FileDescriptor& output, const FileDescriptor& process, Clock::
   for (;;) {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
     if (left.count() <= 0) return false;
-    // A signal may interrupt it.
+    // A signal may interrupt the wait.
     if (poll(watched.data(), watched.size(), static_cast<int>(left.count())) < 0) continue;
     const auto [saysMore, hasEnded] = std::pair{watched[0].revents != 0, watched[1].revents != 0};
     if (saysMore && !readFrom(output, said)) watched[0].fd = -1;

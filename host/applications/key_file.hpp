@@ -20,7 +20,8 @@ struct SettingsEntry {
 /// line; desktops then ignore the whole file.
 std::vector<SettingsEntry> readEntries(std::string_view text, const std::string& file);
 
-/// The entry's value; the last of several counts, as everywhere on the desktop.
+/// The entry's value; nullopt without such an entry. The last of several entries applies, as in all such
+/// files.
 std::optional<std::string> valueOf(const std::vector<SettingsEntry>& entries, std::string_view group,
                                    std::string_view key);
 

@@ -40,7 +40,8 @@ std::optional<PortalVersion> versionIn(const std::string& words);
 /// Returns an environment variable's value; nullopt if it is not set.
 using Variables = std::function<std::optional<std::string>(const std::string& name)>;
 
-/// Where the portal looks, according to its environment variables.
+/// The desktops that the portal serves and the folders where it looks, according to its environment
+/// variables.
 struct PortalPlaces {
   /// The names of the user's desktop, the most specific one first.
   std::vector<std::string> desktops;

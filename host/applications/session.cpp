@@ -86,7 +86,7 @@ std::optional<std::string> programOf(const std::string& service, const PortalPla
 std::optional<std::string> sessionBusProblem() {
   const auto address = ownVariable("DBUS_SESSION_BUS_ADDRESS");
   std::error_code unreadable;
-  // Without a bus, dbus-send would start another one, which no application uses.
+  // Without a bus, dbus-send would start a new one, which no application uses.
   const bool hasAddress = address && !address->empty();
   if (!hasAddress &&
       !fs::exists(ownVariable("XDG_RUNTIME_DIR").value_or("/nonexistent") + "/bus", unreadable))

@@ -87,8 +87,8 @@ Failure unanswered(const Connection& connection, const Printer& printer, const s
   }
 }
 
-// Makes a job without a document and returns its number. libcups's function for this first has the server
-// list all that the printer supports, which takes longer than the job.
+// Makes a job without a document and returns its number. Not by libcups's function, which first requests a
+// list of all that the printer supports: that takes longer than the job.
 int createJob(const Connection& connection, const Printer& printer, const std::string& title,
               const Options& options) {
   constexpr auto kRefused = "[printer] refuses the job; nothing was printed: [reason]"_fact;

@@ -102,7 +102,7 @@ class Dialog : public sigc::trackable {
   const bool notified_;
   // The loop of run(); null otherwise.
   Glib::RefPtr<Glib::MainLoop> loop_;
-  // How a program lays the document out, and for which printer.
+  // The layout that a program applies to the document, and the printer for which it does so.
   LaidOut laidOut_ = LaidOut::nothing;
   std::map<std::string, std::string> layout_;
   std::string laidOutFor_;

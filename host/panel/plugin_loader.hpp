@@ -59,7 +59,7 @@ inline constexpr const char* kMemoryModule = "-memory";
 inline constexpr const char* kGtkModule = "";
 
 /// Loads the bundle's module of this ending and makes its plug-in. The module stays loaded until the program
-/// ends, since its objects may exist as long. PluginFailure, with the reason, when any step fails.
+/// ends, since its objects may exist until then. PluginFailure, with the reason, when any step fails.
 LoadedPlugin loadPlugin(const PluginBundle& bundle, const char* moduleEnding);
 
 /// The plug-in's panels for the print dialog, at least one. PluginFailure when there is none.

@@ -18,7 +18,7 @@
 namespace tandemtrim::host {
 
 /// The print backend of the desktop's portal: it has a name on the session bus and shows the print dialog for
-/// programs that ask the portal for one.
+/// programs that request one from the portal.
 class Service {
  public:
   /// Within the life of a token, a document is printed as the user chose, without another question.
@@ -27,7 +27,8 @@ class Service {
   Service(const Service&) = delete;
   Service& operator=(const Service&) = delete;
 
-  /// Serves until there has been nothing to do for some seconds, or the bus is gone. Returns the exit status.
+  /// Serves until it has been idle for some seconds or, once it has lost its name on the bus, until its last
+  /// dialog has ended. Returns the exit status.
   int run();
 
  private:
@@ -48,7 +49,8 @@ class Service {
   void print(GDBusMethodInvocation* call, std::unique_ptr<Request> request, GVariant* values);
   // A new session for the program. Failure where there are too many.
   int addSession(const std::string& application);
-  // Returns the session of this number, whose leave() runs when the call's caller leaves the bus.
+  // Returns the session of this number, whose leave() runs when the call's caller, or the program for which
+  // it calls, leaves the bus.
   Session& follow(GDBusMethodInvocation* call, int session);
   void endSession(int session);
   // If there are too many sessions, ends the oldest that waits for a document. Failure when none does.

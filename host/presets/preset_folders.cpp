@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kEnding = ".json";
 constexpr std::size_t kMostBytes = 1 << 20;
-// In bytes; leaves room for what is appended while the file is replaced or set aside.
+// In bytes; leaves room for the endings that are appended when the file is replaced or set aside.
 constexpr std::size_t kLongestName = 200;
 
 // The name in bytes that every file system accepts. A dot at the beginning, which would hide the file, is
@@ -206,7 +206,7 @@ FileDescriptor lockFolder(const std::string& family) {
   return lockFile(folder);
 }
 
-// Compares the presets that are read, since a user may have written the text by hand.
+// Compares parsed presets, since a user may have written the text by hand.
 bool isTextOf(const std::optional<Preset>& preset, const std::string& text) {
   try {
     return preset && presetFrom("", text) == presetFrom("", presetText(*preset));

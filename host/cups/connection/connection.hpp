@@ -14,7 +14,7 @@ namespace tandemtrim::host {
 /// The address of this thread's server, for messages: a socket's path, or host and port.
 std::string serverName();
 
-/// For an answer that no print server would give.
+/// The fact about an answer that no print server would send.
 inline constexpr auto kUselessAnswer = "the print server at [server] gave an answer that cannot be used"_fact;
 
 /// A connection to a print server on which no request waits forever.

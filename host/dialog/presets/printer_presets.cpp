@@ -117,7 +117,7 @@ PresetRow::Events PrinterPresets::events() {
       [this] { return list(); }};
 }
 
-// The administrator's files are left out: only the administrator can mend them, and the terminal program
+// The administrator's files are left out: only the administrator can correct them, and the terminal program
 // reports them.
 PresetList PrinterPresets::list() {
   const auto [presets, faults] = presetsOf(family_);
