@@ -19,7 +19,7 @@ class PresetsTest(TerminalCase):
     def folder(self):
         return self.cups.folder / "home/.config/tandem-trim/presets/TandemTrim"
 
-    def does(self, *arguments, **variables):
+    def succeeds(self, *arguments, **variables):
         """Runs the program, with Morva as its printer. It must succeed and send nothing. Returns its result."""
         before = self.cups.jobs()
         result = self.trim("-d", "Morva", *arguments, **variables)
@@ -28,10 +28,10 @@ class PresetsTest(TerminalCase):
         return result
 
     def save(self, *arguments, name=NAME):
-        return self.does("--save-preset", name, *each("--set", ACTS_THAT_CHANGE), *arguments)
+        return self.succeeds("--save-preset", name, *each("--set", ACTS_THAT_CHANGE), *arguments)
 
     def presets(self):
-        return json.loads(self.does("--list-presets", "--json").stdout)
+        return json.loads(self.succeeds("--list-presets", "--json").stdout)
 
     def add_narrow_printer(self):
         """Adds a printer of the same family, with a limit of the top margin below the preset's value; returns its name."""
@@ -49,14 +49,14 @@ class PresetsTest(TerminalCase):
 
     def test_the_command_line_overrides_a_preset_and_a_preset_overrides_saved_settings(self):
         self.save("-o", "x-note=preset")
-        self.does("--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=1 x-note=saved x-own=saved")
+        self.succeeds("--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=1 x-note=saved x-own=saved")
         try:
             options = self.options_of("--preset", NAME, "--set", "Top=3")
             self.assertEqual(of_panel(options), CHANGED | {MARGINS["Top"]: "3"})
             self.assertEqual((options["x-note"], options["x-own"]), ("preset", "saved"))
             self.assertEqual(self.options_of("--preset", NAME, "-o", "x-note=now")["x-note"], "now")
         finally:
-            self.does("--reset-defaults")
+            self.succeeds("--reset-defaults")
 
     def test_a_preset_has_the_users_other_options_except_those_of_a_single_job(self):
         self.save()
@@ -64,7 +64,7 @@ class PresetsTest(TerminalCase):
         self.save("-o", "sides=two-sided-long-edge", "-n", "3", "-P", "1", "-H", "hold", "-o", "MVTopMargin=4", name="More")
         more = next(preset for preset in self.presets() if preset["name"] == "More")
         self.assertEqual(more["options"], {"sides": "two-sided-long-edge"})
-        self.does("--preset", "More", "--save-preset", "Changed", "--set", "Top=9")
+        self.succeeds("--preset", "More", "--save-preset", "Changed", "--set", "Top=9")
         changed = next(preset for preset in self.presets() if preset["name"] == "Changed")
         self.assertEqual(changed["options"], more["options"])
         self.assertEqual(changed["panel"], CHANGED | {MARGINS["Top"]: "9"})
@@ -88,11 +88,11 @@ class PresetsTest(TerminalCase):
         default = ["lpadmin", "-p", "Morva"]
         subprocess.run([*default, "-o", "MVTopMargin-default=28"], env=self.environment(), check=True, capture_output=True)
         self.addCleanup(subprocess.run, [*default, "-R", "MVTopMargin-default"], env=self.environment(), check=True, capture_output=True)
-        self.does("--save-preset", NAME)
+        self.succeeds("--save-preset", NAME)
         self.assertEqual(set(DEFAULTS) - set(self.presets()[0]["panel"]), {MARGINS["Top"]})
 
     def test_presets_are_listed_and_deleted(self):
-        self.assertEqual(self.does("--list-presets").stdout, "")
+        self.assertEqual(self.succeeds("--list-presets").stdout, "")
         self.save(name="b")
         self.save(name="a")
         house = self.temporary_folder()
@@ -100,9 +100,9 @@ class PresetsTest(TerminalCase):
         folder.mkdir(parents=True)
         (folder / "House.json").write_text('{"panel": {"MVTandemTrim": "On"}}')
         around = {"XDG_CONFIG_DIRS": str(house)}
-        self.assertEqual(self.does("--list-presets", **around).stdout, "House  (read-only)\na\nb\n")
-        self.assertEqual(self.does("--delete-preset", "a").stderr, "tandem-trim: the preset a is deleted\n")
-        self.assertEqual(self.does("--list-presets").stdout, "b\n")
+        self.assertEqual(self.succeeds("--list-presets", **around).stdout, "House  (read-only)\na\nb\n")
+        self.assertEqual(self.succeeds("--delete-preset", "a").stderr, "tandem-trim: the preset a is deleted\n")
+        self.assertEqual(self.succeeds("--list-presets").stdout, "b\n")
         self.refuses("-d", "Morva", "--delete-preset", "a", words=["there is no preset a", "b"])
         self.refuses("-d", "Morva", "--delete-preset", "House", words=["is the administrator's"], **around)
         self.assertEqual(of_panel(self.options_of("--preset", "House", **around)), DEFAULTS | {"MVTandemTrim": "On"})
@@ -139,7 +139,7 @@ class PresetsTest(TerminalCase):
         self.assertEqual((result.returncode, [each["name"] for each in json.loads(result.stdout)]), (1, [NAME]))
         self.assertEqual(result.stderr.splitlines(), [house, failure])
         # Using another preset does not report the administrator's.
-        self.assertNotIn("House", self.does("--preset", NAME, **around).stderr)
+        self.assertNotIn("House", self.succeeds("--preset", NAME, **around).stderr)
         self.refuses("-d", "Morva", "--preset", "House", SAMPLE, words=[str(file), "cannot be understood", "there is no preset House"], **around)
 
     def test_a_printer_without_a_panel_has_no_presets(self):

@@ -56,7 +56,7 @@ class SwitchingTest(TerminalCase):
         }
         return surroundings.of_this_test(surroundings.SHARED) | {name: str(value) for name, value in own.items()} | self.bus | self.more | more
 
-    # What is installed.
+    # The installed services and their settings.
 
     def add_service(self, name, *command):
         words = " ".join(map(str, command))
@@ -67,12 +67,12 @@ class SwitchingTest(TerminalCase):
         (self.folder / folder / "tandemtrim.portal").write_text(f"[portal]\nDBusName={BACKEND}\nInterfaces={PRINT};\nUseIn=TandemTrim;\n")
         self.add_service(BACKEND, BUILD / "host/tandem-trim-portal")
 
-    def desktop_says(self, text, name="gnome-portals.conf"):
+    def write_desktops_settings(self, text, name="gnome-portals.conf"):
         file = self.folder / "share/xdg-desktop-portal" / name
         file.parent.mkdir(exist_ok=True)
         file.write_text(text)
 
-    def user_wrote(self, text):
+    def write_users_settings(self, text):
         self.settings.parent.mkdir(parents=True)
         self.settings.write_bytes(text.encode())
 
@@ -94,7 +94,7 @@ class SwitchingTest(TerminalCase):
 
     # Runs of the program.
 
-    def does(self, *arguments, notes=()):
+    def succeeds(self, *arguments, notes=()):
         """Runs the program, which must succeed and write one line with each of these notes to standard error; returns its output."""
         result = self.trim(*arguments)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
@@ -118,10 +118,10 @@ class SwitchingTest(TerminalCase):
     # Switching on and off.
 
     def test_on_makes_the_portal_use_the_backend_and_keeps_the_desktops_choice_of_all_others(self):
-        self.desktop_says(DESKTOPS_OWN)
-        self.assertEqual(self.does(*ON), f"written: {self.settings}\n")
+        self.write_desktops_settings(DESKTOPS_OWN)
+        self.assertEqual(self.succeeds(*ON), f"written: {self.settings}\n")
         with self.session():
-            shown = self.does(*STATUS)
+            shown = self.succeeds(*STATUS)
         self.assertEqual(json.loads(self.choices.read_text()), {"Print": "tandemtrim", "FileChooser": "gnome", "Settings": "gtk"})
         for words in ("desktop portal: 1.22, running\n", f"print backend: tandemtrim, named by {self.settings}\n", "applications print with this dialog\n"):
             self.assertIn(words, shown)
@@ -129,70 +129,70 @@ class SwitchingTest(TerminalCase):
     def test_off_removes_all_that_on_wrote(self):
         (self.folder / "home/.config").mkdir()
         before = self.files()
-        self.desktop_says(DESKTOPS_OWN)
-        self.does(*ON, "--all-gtk", notes=["those for files"])
+        self.write_desktops_settings(DESKTOPS_OWN)
+        self.succeeds(*ON, "--all-gtk", notes=["those for files"])
         self.assertNotEqual(self.files(), before)
         gtk = self.folder / "home/.config/environment.d/60-tandem-trim.conf"
-        self.assertEqual(self.does(*OFF, notes=[UNTIL_NEXT_LOGIN]), f"removed: {self.settings}\nremoved: {gtk}\n")
+        self.assertEqual(self.succeeds(*OFF, notes=[UNTIL_NEXT_LOGIN]), f"removed: {self.settings}\nremoved: {gtk}\n")
         self.assertEqual(self.files(), before)
-        self.does(*OFF, notes=["no lines of tandem-trim; nothing was changed"])
+        self.succeeds(*OFF, notes=["no lines of tandem-trim; nothing was changed"])
         self.assertEqual(self.files(), before)
 
-    def test_the_users_lines_stay_with_on_and_are_unchanged_after_off(self):
+    def test_on_keeps_the_users_lines_and_off_restores_the_file(self):
         for text in ("# mine\r\n[preferred]\r\ndefault=kde\r\n", f"[preferred]\n{PRINT}=gtk\ndefault=kde", "", "\n\n[other]\na=b\n"):
             with self.subTest(text):
-                self.user_wrote(text)
+                self.write_users_settings(text)
                 before = self.files()
-                self.does(*ON)
+                self.succeeds(*ON)
                 self.assertTrue(self.settings.read_bytes().startswith(text.encode()))
                 with self.session():
-                    self.does(*STATUS)
+                    self.succeeds(*STATUS)
                 self.assertEqual(json.loads(self.choices.read_text())["FileChooser"], "kde" if "kde" in text else None)
-                self.assertEqual(self.does(*OFF), f"written: {self.settings}\n")
+                self.assertEqual(self.succeeds(*OFF), f"written: {self.settings}\n")
                 self.assertEqual(self.files(), before)
                 self.settings.unlink()
                 self.settings.parent.rmdir()
 
     def test_on_changes_the_users_file_for_the_desktop_if_there_is_one(self):
-        self.user_wrote("")
+        self.write_users_settings("")
         own = self.settings.with_name("gnome-portals.conf")
         own.write_text("[preferred]\ndefault=gtk\n")
-        self.does(*ON)
+        self.succeeds(*ON)
         self.assertEqual(self.settings.read_text(), "")
         with self.session():
-            self.assertIn(str(own), self.does(*STATUS))
-        self.does(*OFF)
+            self.assertIn(str(own), self.succeeds(*STATUS))
+        self.succeeds(*OFF)
         self.assertEqual(own.read_text(), "[preferred]\ndefault=gtk\n")
 
     def test_a_second_on_changes_only_what_the_desktop_has_changed(self):
-        self.desktop_says(DESKTOPS_OWN)
-        self.does(*ON)
+        self.write_desktops_settings(DESKTOPS_OWN)
+        self.succeeds(*ON)
         once = self.settings.read_bytes()
-        self.assertEqual(self.does(*ON), f"unchanged: {self.settings}\n")
+        self.assertEqual(self.succeeds(*ON), f"unchanged: {self.settings}\n")
         self.assertEqual(self.settings.read_bytes(), once)
-        self.desktop_says(DESKTOPS_OWN.replace("gnome;", "kde;"))
-        self.does(*ON)
+        self.write_desktops_settings(DESKTOPS_OWN.replace("gnome;", "kde;"))
+        self.succeeds(*ON)
         self.assertEqual(self.settings.read_bytes(), once.replace(b"gnome;", b"kde;").replace(b"gkde", b"gnome"))
 
     def test_on_changes_nothing_if_the_user_has_named_the_backend(self):
-        self.user_wrote(f"[preferred]\n{PRINT}=tandemtrim;gtk\n")
+        self.write_users_settings(f"[preferred]\n{PRINT}=tandemtrim;gtk\n")
         before = self.files()
-        self.assertEqual(self.does(*ON), f"unchanged: {self.settings}\n")
+        self.assertEqual(self.succeeds(*ON), f"unchanged: {self.settings}\n")
         self.assertEqual(self.files(), before)
 
     def test_all_gtk_programs_use_the_portal_only_with_the_option_for_it(self):
         file = self.folder / "home/.config/environment.d/60-tandem-trim.conf"
-        self.does(*ON)
+        self.succeeds(*ON)
         self.assertFalse(file.exists())
-        self.does(*ON, "--all-gtk", notes=["those for files"])
+        self.succeeds(*ON, "--all-gtk", notes=["those for files"])
         with self.session():
-            self.assertIn(f"GTK applications that use the portal: all from the next login on, by {file}\n", self.does(*STATUS))
+            self.assertIn(f"GTK applications that use the portal: all from the next login on, by {file}\n", self.succeeds(*STATUS))
             self.more = {"GTK_USE_PORTAL": "1"}
-            self.assertIn(f"GTK applications that use the portal: all, by {file}\n", self.does(*STATUS))
+            self.assertIn(f"GTK applications that use the portal: all, by {file}\n", self.succeeds(*STATUS))
             self.more = {}
         lines = [line for line in file.read_text().splitlines() if not line.startswith("#")]
         self.assertEqual(lines, ["GTK_USE_PORTAL=1", "GDK_DEBUG=portals${GDK_DEBUG:+:$GDK_DEBUG}"])
-        self.does(*OFF, notes=[UNTIL_NEXT_LOGIN])
+        self.succeeds(*OFF, notes=[UNTIL_NEXT_LOGIN])
         self.assertFalse(file.parent.exists())
 
     def test_a_link_stays_a_link(self):
@@ -200,10 +200,10 @@ class SwitchingTest(TerminalCase):
         kept.write_text("[preferred]\ndefault=kde\n")
         self.settings.parent.mkdir(parents=True)
         self.settings.symlink_to(kept)
-        self.does(*ON)
+        self.succeeds(*ON)
         self.assertTrue(self.settings.is_symlink())
         self.assertIn("tandemtrim", kept.read_text())
-        self.does(*OFF)
+        self.succeeds(*OFF)
         self.assertTrue(self.settings.is_symlink())
         self.assertEqual(kept.read_text(), "[preferred]\ndefault=kde\n")
         kept.unlink()
@@ -213,7 +213,7 @@ class SwitchingTest(TerminalCase):
         end = "# End of the lines of tandem-trim\n"
         for text, word in (("default=gnome\n", "line 1"), ("[preferred]\nwhat\n", "line 2"), ("#" * 70000, "more than 65536 bytes"), (end, "is missing")):
             with self.subTest(word):
-                self.user_wrote(text)
+                self.write_users_settings(text)
                 self.fails(*ON, words=[str(self.settings), word])
                 self.assertEqual(self.settings.read_text(), text)
                 self.settings.unlink()
@@ -225,7 +225,7 @@ class SwitchingTest(TerminalCase):
         (self.folder / "home/.config").write_text("a file")
         self.fails(*ON, words=[str(self.settings.parent), "nothing was changed"])
         (self.folder / "home/.config").unlink()
-        self.user_wrote("[preferred]\ndefault=kde\n")
+        self.write_users_settings("[preferred]\ndefault=kde\n")
         before = self.files()
         # A limit of file sizes acts like a full disk.
         command = ["prlimit", "--fsize=30", "--", PROGRAM, *ON]
@@ -239,32 +239,32 @@ class SwitchingTest(TerminalCase):
     def test_a_running_portal_must_be_restarted(self):
         with self.session():
             self.fails(*STATUS, words=["the desktop portal uses", "run tandem-trim --applications on"])
-            self.does(*ON, notes=["systemctl --user restart xdg-desktop-portal"])
+            self.succeeds(*ON, notes=["systemctl --user restart xdg-desktop-portal"])
             self.fails(*STATUS, words=["started before its settings changed; restart it by systemctl --user restart"])
-            self.does(*OFF, notes=["systemctl --user restart xdg-desktop-portal"])
-        self.does(*ON)
+            self.succeeds(*OFF, notes=["systemctl --user restart xdg-desktop-portal"])
+        self.succeeds(*ON)
         with self.session():
-            self.does(*STATUS)
+            self.succeeds(*STATUS)
 
     def test_settings_are_written_where_the_running_portal_reads_them(self):
         self.more = {"XDG_CONFIG_HOME": str(self.folder / "elsewhere")}
         with self.session():
             self.fails(*STATUS, words=["run tandem-trim"])  # Starts the portal.
             self.more = {}
-            self.assertIn(str(self.folder / "elsewhere/xdg-desktop-portal/portals.conf"), self.does(*ON, notes=["restart"]))
+            self.assertIn(str(self.folder / "elsewhere/xdg-desktop-portal/portals.conf"), self.succeeds(*ON, notes=["restart"]))
             self.fails(*STATUS, words=["started before its settings changed"])
-            self.does(*OFF, notes=["restart"])
+            self.succeeds(*OFF, notes=["restart"])
         self.assertEqual(list((self.folder / "elsewhere").rglob("*")), [])
 
     def test_a_missing_session_bus_is_reported(self):
-        self.does(*ON)
+        self.succeeds(*ON)
         self.fails(*STATUS, words=["there is no session bus"])
         self.more = {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
         self.fails(*STATUS, words=["the session bus does not answer", "/nonexistent"])
 
     def test_a_portal_that_is_not_installed_is_named(self):
         (self.folder / f"data/dbus-1/services/{PORTAL}.service").unlink()
-        self.does(*ON, notes=["install the package xdg-desktop-portal"])
+        self.succeeds(*ON, notes=["install the package xdg-desktop-portal"])
         with self.session():
             result = self.fails(*STATUS, words=["install the package xdg-desktop-portal"])
         self.assertIn("desktop portal: not installed\n", result.stdout)
@@ -273,7 +273,7 @@ class SwitchingTest(TerminalCase):
         (self.folder / f"data/dbus-1/services/{BACKEND}.service").unlink()
         (self.folder / "data/xdg-desktop-portal/portals/tandemtrim.portal").unlink()
         missing = "finds no tandemtrim.portal in"
-        self.does(*ON, notes=[missing])
+        self.succeeds(*ON, notes=[missing])
         with self.session():
             result = self.fails(*STATUS, words=[missing, "the print backend of tandem-trim does not answer", "install the package tandem-trim-gtk"])
         # The switch is already on.
@@ -281,7 +281,7 @@ class SwitchingTest(TerminalCase):
 
     def test_a_backend_that_ends_at_once_is_reported(self):
         (self.folder / f"data/dbus-1/services/{BACKEND}.service").write_text(f"[D-BUS Service]\nName={BACKEND}\nExec=/bin/false\n")
-        self.does(*ON)
+        self.succeeds(*ON)
         with self.session():
             result = self.fails(*STATUS, words=["does not offer printing to applications", "the print backend of tandem-trim does not answer"])
         self.assertIn("journalctl --user -u tandem-trim-portal", result.stderr)
@@ -306,9 +306,9 @@ class SwitchingTest(TerminalCase):
         (self.folder / f"data/dbus-1/services/{BACKEND}.service").unlink()
         (self.folder / "data/xdg-desktop-portal/portals/tandemtrim.portal").unlink()
         self.more = {"XDG_DATA_DIRS": str(prefix / "share")}
-        self.does(*ON)
+        self.succeeds(*ON)
         with self.session():
-            self.assertIn("applications print with this dialog\n", self.does(*STATUS))
+            self.assertIn("applications print with this dialog\n", self.succeeds(*STATUS))
         service, unit = configparser.ConfigParser(), configparser.ConfigParser()
         service.read(prefix / f"share/dbus-1/services/{BACKEND}.service")
         unit.read(prefix / "lib/systemd/user" / service["D-BUS Service"]["SystemdService"])
@@ -327,10 +327,10 @@ class SwitchingTest(TerminalCase):
 
     def test_a_portal_without_settings_files_chooses_the_backend_by_the_desktops_name(self):
         with self.real_portal("TandemTrim:GNOME"):
-            shown = self.does(*STATUS)
+            shown = self.succeeds(*STATUS)
             self.assertIn("desktop portal: 1.16, running", shown)
             self.assertIn("print backend: tandemtrim, which is made for the desktop TandemTrim\n", shown)
-            self.does(*ON)
+            self.succeeds(*ON)
         self.assertFalse((self.folder / "home/.config").exists())
 
     def test_for_a_portal_without_settings_files_the_program_says_how_to_choose_the_backend(self):
