@@ -129,7 +129,7 @@ TEST_P(MarginLimit, ReadsTrueAsOne) {
 // The file lists the bottom, left, right and top side in this order.
 using PpdFile = Conformance;
 
-TEST_F(PpdFile, WithAnUnclosedQuoteLosesTheLinesBehindItAndFallsBackForThem) {
+TEST_F(PpdFile, WithAnUnclosedQuoteLosesTheLinesAfterItAndFallsBackForThem) {
   scene.ppdAttributes->clear();
   scene.ppdAttributes->emplace("MVMaxTandemTrimMarginBottom",
                                "40\n*MVMaxTandemTrimMarginLeft: \"20\"\n*MVMaxTandemTrimMarginRight: "

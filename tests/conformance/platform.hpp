@@ -78,9 +78,10 @@ class Panel {
   virtual Look look(const std::string& outlet) = 0;
   /// The items of a menu that is not greyed, as it lists them when it is opened.
   virtual std::vector<Choice> choices(const std::string& menu) = 0;
-  /// The user's acts. Each returns false when the control is greyed and ignores the user.
+  /// Replaces the whole text of a box. This and all other acts of the user return false when the control is
+  /// greyed and ignores the user.
   virtual bool replaceText(const std::string& outlet, const std::string& text) = 0;
-  /// The same by an assistive program: the toolkit handles no other event before this returns.
+  /// Replaces the text as an assistive program does: the toolkit handles no other event before this returns.
   virtual bool replaceTextAtOnce(const std::string& outlet, const std::string& text) = 0;
   /// Types at the end of the text, key by key.
   virtual bool type(const std::string& outlet, const std::string& keys) = 0;
@@ -105,7 +106,7 @@ class Dialog {
 
   virtual std::optional<std::string> stored(const std::string& key) = 0;
   virtual void store(const std::string& key, const std::optional<std::string>& value) = 0;
-  /// All keys of the job's print settings.
+  /// The keys of the job's print settings, without those that the print system sets for every job.
   virtual std::vector<std::string> storedKeys() = 0;
 };
 

@@ -26,7 +26,7 @@ TEST_F(StoredSettings, ThatExistAlreadyStayUnchangedLegalOrNot) {
   EXPECT_EQ(dialog->stored("Other"), "untouched");
 }
 
-TEST_F(StoredSettings, AreShownByARestoreAndStoredAgainByASave) {
+TEST_F(StoredSettings, AreShownWithThePanelAndStoredAgainByASave) {
   scene.stored = {{"MVTandemTrim", "On"},       {"MVImageDirectionPriority", "ShortEdgeFeed"},
                   {"MVPrintPosition", "Right"}, {"MVTopMargin", "11"},
                   {"MVBottomMargin", "12"},     {"MVLeftMargin", "13"},

@@ -41,7 +41,7 @@ def numbered(places, texts):
 
 
 def around(one):
-    """The text to write before a place, the operator to replace by a comma (begin and end, or None), and the text to write behind it."""
+    """The text to write before a place, the operator to replace by a comma (begin and end, or None), and the text to write after it."""
     kind, detail = one.place.kind, one.place.detail
     asks, call = f'mutants::is({one.number})', f'mutants::{kind}({one.number}, '
     if kind == 'statement':
@@ -79,9 +79,9 @@ def with_switches(text, ones):
     edits = []  # (offset, order at the offset, number of bytes to remove, text to insert)
     for one in ones:
         place, length = one.place, one.place.end - one.place.begin
-        before, operator, behind = around(one)
+        before, operator, after = around(one)
         edits.append((place.begin, (2, -length, one.number), 0, before))
-        edits.append((place.end, (0, length, -one.number), 0, behind))
+        edits.append((place.end, (0, length, -one.number), 0, after))
         if operator:
             edits.append((operator[0], (1, 0, 0), operator[1] - operator[0], ', '))
     text, out, at = evaluated_late(text, ones), [f'#include "{SWITCH}"\n#line 1\n'.encode()], 0

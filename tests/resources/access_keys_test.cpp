@@ -39,7 +39,7 @@ std::string small(std::string text) {
   return text;
 }
 
-// The letter behind the underscore in lower case; empty without an underscore.
+// The letter after the underscore in lower case; empty without an underscore.
 std::string letterOf(const std::string& marked) {
   const auto mark = marked.find('_');
   if (mark == std::string::npos) return "";

@@ -182,7 +182,7 @@ TEST(StringTables, TranslateEverythingButTheFunctionsName) {
   }
 }
 
-TEST(StringTables, KeepTheArabicRangeInReadingOrderBehindTheUnit) {
+TEST(StringTables, KeepTheArabicRangeInReadingOrderAfterTheUnit) {
   constexpr auto kRightToLeftIsolate = "\u2067";
   constexpr auto kPopDirectionalIsolate = "\u2069";
   const auto arabic = tableOf("ar");

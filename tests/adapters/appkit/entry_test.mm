@@ -66,7 +66,7 @@ void showNumbersInArabicDigits(id self, SEL selector, id value) {
   reinterpret_cast<void (*)(id, SEL, id)>(original)(self, selector, value);
 }
 
-TEST_F(MarginEntryInAHost, StepsInPlainDigitsInAnyRegion) {
+TEST_F(MarginEntryInAHost, StepsInPlainDigitsWhereTheRegionWritesOthers) {
   const Replacing region(@"NSTextFieldCell", @selector(setObjectValue:),
                          reinterpret_cast<IMP>(showNumbersInArabicDigits), "v@:@");
   original = region.before();
@@ -82,7 +82,7 @@ TEST_F(MarginEntryInAHost, StepsInPlainDigitsInAnyRegion) {
     EXPECT_EQ(textOf(stored([NSString stringWithFormat:@"MV%@Margin", side])), "12");
 }
 
-TEST_F(MarginEntryInAHost, KeepsARestoredTextInOtherDigitsUntilItIsEdited) {
+TEST_F(MarginEntryInAHost, KeepsARestoredTextInOtherDigits) {
   store(@"MVTopMargin", @"١٢");
   ASSERT_NO_FATAL_FAILURE(showOn());
   EXPECT_EQ(text(@"Top"), "١٢");

@@ -50,7 +50,7 @@ TEST_F(LayoutInAHost, AlignsLabelsOnTheirRightAndControlsOnTheirLeft) {
     EXPECT_EQ(edges(views(name), left).size(), 1U) << textOf(name);
 }
 
-TEST_F(LayoutInAHost, PutsEachLabelBesideItsControlAndItsLimitBehindIt) {
+TEST_F(LayoutInAHost, PutsEachLabelBesideItsControlAndItsLimitAfterIt) {
   NSArray* const controls =
       [views(@"MorvaTTPopUpButtonKV2") arrayByAddingObjectsFromArray:views(@"MorvaTTTextBoxKV2")];
   ASSERT_EQ([names() count], [controls count]);

@@ -123,7 +123,8 @@ TEST(ScreenReader, ReadsTheNoteAboutThePage) {
   EXPECT_EQ(shown.view().pageNote(), note);
 }
 
-// While the box has the focus, its description is the number that the panel has set.
+// Once the panel sets a number in the focused box, this number is the description of the box until the focus
+// leaves it.
 TEST(ScreenReader, ReadsEachNumberThatThePanelSets) {
   ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}});
   auto& user = shown.user();

@@ -28,7 +28,7 @@ std::string focused(ShownPanel& shown) {
 
 class KeyboardInALanguage : public testing::TestWithParam<const char*> {};
 
-TEST_P(KeyboardInALanguage, GoesFromTopToBottomAndBack) {
+TEST_P(KeyboardInALanguage, GoesFromTopToBottomAndOneStepBack) {
   ShownPanel shown({.language = GetParam()});
   shown.user().focus(shown.widget(kFromTopToBottom.front()));
   std::vector<std::string> visited{focused(shown)};
@@ -73,7 +73,7 @@ TEST(Mnemonic, MovesTheFocusToTheBoxOfItsLabelInThePrintDialogToo) {
   }
 }
 
-TEST(Mnemonic, OpensTheMenuOfItsLabel) {
+TEST(Mnemonic, BelongsToTheMenuOfItsLabel) {
   ShownPanel shown;
   for (const auto& [label, menu] :
        {std::pair{"labelDirection", "directionPopUp"}, std::pair{"labelPosition", "positionPopUp"}})
@@ -218,7 +218,7 @@ TEST(MenuByKeys, MovesInTheOpenListToTheItemThatIsTyped) {
   EXPECT_EQ(choice(shown), "Left");
 }
 
-// The height of a row, the place of its title, and how far behind the title its check mark is.
+// The height of a row, the place of its title, and how far the check mark is from the title's end.
 std::vector<float> look(GtkWidget* row) {
   graphene_rect_t whole{};
   graphene_rect_t title{};

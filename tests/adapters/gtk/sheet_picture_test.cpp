@@ -50,11 +50,11 @@ class SheetPicture : public testing::Test {
 
 TEST_F(SheetPicture, TintsEachMarginWhereItIs) {
   ShownPanel left({.stored = on({{"MVLeftMargin", "15"}})});
-  const auto [before, behind] = tintedAcross(pictureOf(left));
-  EXPECT_GT(before, behind + 5);
+  const auto [leftHalf, rightHalf] = tintedAcross(pictureOf(left));
+  EXPECT_GT(leftHalf, rightHalf + 5);
   ShownPanel right({.stored = on({{"MVRightMargin", "25"}})});
-  const auto [mirroredBefore, mirroredBehind] = tintedAcross(pictureOf(right));
-  EXPECT_GT(mirroredBehind, mirroredBefore + 10);
+  const auto [otherLeftHalf, otherRightHalf] = tintedAcross(pictureOf(right));
+  EXPECT_GT(otherRightHalf, otherLeftHalf + 10);
   ShownPanel none({.stored = on({})});
   EXPECT_LE(tintedDown(pictureOf(none)), 2);
   ShownPanel both({.stored = on({{"MVTopMargin", "20"}, {"MVBottomMargin", "30"}})});
@@ -142,8 +142,8 @@ TEST_F(SheetPicture, FollowsTheSwitch) {
 TEST_F(SheetPicture, IsNotMirrored) {
   ShownPanel arabic({.language = "ar", .stored = on({{"MVLeftMargin", "15"}, {"MVPrintPosition", "Left"}})});
   const auto picture = pictureOf(arabic);
-  const auto [before, behind] = tintedAcross(picture);
-  EXPECT_GT(before, behind + 5);
+  const auto [leftHalf, rightHalf] = tintedAcross(picture);
+  EXPECT_GT(leftHalf, rightHalf + 5);
 }
 
 // A page of one colour in the middle of the paper, with content up to its edges.

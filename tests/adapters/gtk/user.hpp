@@ -35,7 +35,8 @@ class User {
   void hold(GtkWidget* widget, const std::function<bool()>& isDone);
   /// Turns the wheel by one notch over the widget: up, or down.
   void turnWheel(GtkWidget* widget, bool up);
-  /// Drags the selected text at the end of an entry into the middle of another entry.
+  /// Drags the selected text at the end of an entry into the middle of another entry. Does not wait until the
+  /// window has handled the drop.
   void drag(GtkWidget* from, GtkWidget* to);
   /// Waits until the window is painted as it is now.
   void awaitFrame();

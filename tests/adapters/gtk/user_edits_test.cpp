@@ -188,7 +188,7 @@ TEST_F(UserEdits, AreNeverUndoneIntoAnIllegalText) {
   EXPECT_EQ(foreign.text(kTop), "1");
 }
 
-// If 12.5 were corrected, it would become 125.
+// If 12.5 were corrected, it would become 20, as 125 is above the limit.
 TEST_F(UserEdits, ThatArePendingDoNotCorrectWhatTheProgramShowsNext) {
   gtk_editable_set_text(GTK_EDITABLE(box), "9");
   dynamic_cast<MorvaTTTextBoxKV2&>(*dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop))

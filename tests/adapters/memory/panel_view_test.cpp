@@ -164,7 +164,7 @@ TEST_F(FreeBox, ReportsNoEditByBackspaceWhenItIsEmpty) {
   center.removeObserver(&edits);
 }
 
-TEST_F(MemoryView, ShowsStepsInTheBoxUncorrected) {
+TEST_F(MemoryView, ShowsStepsInTheBoxAndSavesThem) {
   view->type("Top", "49");
   EXPECT_TRUE(view->step("stepperMarginTop", 3));
   EXPECT_EQ(text("Top"), "50");

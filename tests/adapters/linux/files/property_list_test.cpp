@@ -37,7 +37,7 @@ std::string list(const std::string& root) {
 
 std::string entry(const std::string& value) { return list("<dict><key>k</key>" + value + "</dict>"); }
 
-// The object of a list with this one value; null if the list cannot be read.
+// The object of a list with this one value; null if the list or the value cannot be read.
 ObjectRef valueOf(const std::string& value) {
   const auto dictionary = read(entry(value));
   return dictionary ? find(*dictionary, "k") : nullptr;
@@ -82,7 +82,7 @@ TEST(PropertyList, ReadsEmptyElements) {
   EXPECT_TRUE(read(list("<dict><key></key><string>v</string></dict>"))->contains(""));
 }
 
-TEST(PropertyList, ClampsIntegersTo64Bits) {
+TEST(PropertyList, ReadsIntegersOfEveryFormClampedTo64Bits) {
   const std::pair<std::string, std::int64_t> integers[] = {
       {"0", 0},
       {"-5", -5},
@@ -124,7 +124,7 @@ TEST(PropertyList, ReadsRealNumbersOfEveryForm) {
   EXPECT_EQ(valueOf("<real>inf</real>")->integerValue(), kLargest);
 }
 
-TEST(PropertyList, ReadsDatesOfEveryCentury) {
+TEST(PropertyList, ReadsDatesBeforeAndAfterTheReferenceDate) {
   const std::pair<const char*, double> dates[] = {{"2001-01-01T00:00:00Z", 0},
                                                   {"2000-12-31T23:59:59Z", -1},
                                                   {"2000-02-29T12:30:00Z", -26479800},
@@ -447,7 +447,7 @@ TEST(PropertyList, OfAMegabyteOfValuesTakesLessThanSixtyTimesItsSizeInMemory) {
   EXPECT_LT(mallinfo2().uordblks + mallinfo2().hblkhd - before, 60U << 20U);
 }
 
-// The text in UTF-16 behind a byte order mark.
+// The text in UTF-16 after a byte order mark.
 std::string inUtf16(const std::u16string& text, bool bigEndian) {
   std::string bytes;
   for (const auto unit : u"\uFEFF" + text) {
@@ -459,7 +459,7 @@ std::string inUtf16(const std::u16string& text, bool bigEndian) {
   return bytes;
 }
 
-TEST(PropertyList, IsReadInUtf16BehindAByteOrderMark) {
+TEST(PropertyList, IsReadInUtf16AfterAByteOrderMark) {
   for (const bool bigEndian : {false, true}) {
     const auto dictionary =
         read(inUtf16(u"<?xml version=\"1.0\" "

@@ -23,7 +23,7 @@ std::size_t faultyLine(std::string_view text) {
   return line;
 }
 
-// The text in UTF-16 behind a byte order mark.
+// The text in UTF-16 after a byte order mark.
 std::string utf16(const std::u16string& text, bool littleEndian) {
   std::string bytes = littleEndian ? "\xFF\xFE" : "\xFE\xFF";
   for (const char16_t unit : text) {
@@ -50,7 +50,7 @@ TEST(StringsTable, IsEmptyForATextWithoutEntries) {
   }
 }
 
-TEST(StringsTable, ReadsWordsWithoutQuotes) {
+TEST(StringsTable, ReadsTextsWithoutQuotesAndInSingleQuotes) {
   EXPECT_THAT(parseStringsTable("Top_1 = a/b.c:$d-9;"), Optional(ElementsAre(Pair("Top_1", "a/b.c:$d-9"))));
   EXPECT_THAT(parseStringsTable("'single' = 'a \"quoted\" word';"),
               Optional(ElementsAre(Pair("single", "a \"quoted\" word"))));
