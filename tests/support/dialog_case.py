@@ -209,10 +209,10 @@ class PrintDialog:
 
     def choose_by_keys(self, name, *keys):
         """Opens the menu of this name, moves in it by these keys and takes the choice."""
-        self.click(until(lambda: self.look("combo box", name) or self.look_behind(name, "combo box"), f"menu {name!r}"))
+        self.click(until(lambda: self.look("combo box", name) or self.look_past(name, "combo box"), f"menu {name!r}"))
         self.keys(*keys, "Return")
 
-    def look_behind(self, label, role):
+    def look_past(self, label, role):
         """The first node of this role after a label. Finds the controls that the toolkit makes for a PPD, which have no names."""
         nodes = self.nodes()
         for place, node in enumerate(nodes):

@@ -129,7 +129,7 @@ class ManyJobs:
         faults += self.faults(jobs, confirmed)
         for job in jobs:
             if job.title not in confirmed and not (may_fail and said.get(job.title)):
-                faults.append(f"neither confirmed nor refused in words: {job}; said: {said.get(job.title)}")
+                faults.append(f"neither confirmed nor refused with a message: {job}; said: {said.get(job.title)}")
         size = sum(file.stat().st_size for file in self.cups.folder.rglob("*") if file.is_file() and "records" not in file.parts)
         if size > MOST_FILES + MOST_OF_A_JOB * len(jobs):
             faults.append(f"the server's files have {size} bytes")

@@ -191,7 +191,7 @@ class DialogFilesTest(DialogCase):
                 dialog.wait_for_tab("Tandem Trim")
             dialog.page("Page Setup")
             for row in ("Paper size", "Orientation"):
-                until(lambda: dialog.look_behind(row, "combo box").has(SENSITIVE) == live, f"{row} live: {live}")  # noqa: B023
+                until(lambda: dialog.look_past(row, "combo box").has(SENSITIVE) == live, f"{row} live: {live}")  # noqa: B023
             dialog.page("General")
 
     def test_a_layout_other_than_the_documents_own_is_refused(self):

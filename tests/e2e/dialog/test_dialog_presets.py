@@ -507,7 +507,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
     def row(self, dialog, page, name):
         """The choice that a row of the page shows."""
         dialog.page(page)
-        menu = until(lambda: dialog.look("combo box", name) or dialog.look_behind(name, "combo box"), f"menu {name!r}")
+        menu = until(lambda: dialog.look("combo box", name) or dialog.look_past(name, "combo box"), f"menu {name!r}")
         # The first label is empty.
         return [node.name for node in menu.all() if node.role == "label"][-1]
 

@@ -52,13 +52,13 @@ TEST_F(TheDialog, IsNotShownIfTheCommandLineSetsThePanel) {
   EXPECT_FALSE(wantsDialog(line));
 }
 
-TEST_F(TheDialog, IsNotShownIfTheCommandLineHasAnOptionForTheTerminal) {
+TEST_F(TheDialog, IsNotShownIfAnOptionDoesNotFitIt) {
   for (bool CommandLine::*option :
        {&CommandLine::summary, &CommandLine::json, &CommandLine::force, &CommandLine::saveAsDefault,
         &CommandLine::withoutPanel, &CommandLine::silent, &CommandLine::lenient, &CommandLine::wait}) {
-    auto asking = line;
-    asking.*option = true;
-    EXPECT_FALSE(wantsDialog(asking));
+    auto other = line;
+    other.*option = true;
+    EXPECT_FALSE(wantsDialog(other));
   }
 }
 

@@ -106,7 +106,7 @@ TEST(PaperInTabs, IsTheOneThatTheOptionsNameElseThePrintersDefault) {
   const SamplePpd ppd(kPapers);
   TabSettings tabs{Gtk::PrintSettings::create(), {}};
   applyOptions({{"copies", "2"}}, ppd.get(), tabs);
-  EXPECT_FALSE(tabs.setup) << "neither paper nor orientation was asked for";
+  EXPECT_FALSE(tabs.setup) << "the options name neither paper nor orientation";
   applyOptions({{"landscape", "true"}}, ppd.get(), tabs);
   ASSERT_TRUE(tabs.setup);
   EXPECT_EQ(tabs.setup->get_paper_size().get_ppd_name(), "A3");

@@ -267,5 +267,5 @@ extern "C" {
 [[gnu::visibility("default")]] void FakePrincipal(std::unique_ptr<Plugin>& made) noexcept {
   made = std::make_unique<FakePlugin>();
 }
-[[gnu::visibility("default")]] void MakesNone(std::unique_ptr<Plugin>& /*made*/) noexcept {}
+[[gnu::visibility("default")]] void MakesNothing(std::unique_ptr<Plugin>& /*made*/) noexcept {}
 }

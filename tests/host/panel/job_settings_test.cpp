@@ -44,7 +44,7 @@ TEST_F(SettledSettings, ContainThePanelsOptionsAndAllOthers) {
 }
 
 TEST_F(SettledSettings, ComeFromTheBundleThatThePpdNames) {
-  writeBundle(folder, "Other.bundle", {"MakesNone", ""});
+  writeBundle(folder, "Other.bundle", {"MakesNothing", ""});
   writeBundle(folder, "Fake.bundle");
   line.plugin = folder.path().string();
   EXPECT_TRUE(settle(ppd("Fake.bundle/").get(), {}).panel);

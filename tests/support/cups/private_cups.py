@@ -30,7 +30,7 @@ RECORDER = f"{BACKEND}:/paper"
 
 
 class PrivateCups(CupsDaemon):
-    """The operations on a private server's printers and jobs."""
+    """A CUPS daemon with operations on its printers and jobs."""
 
     # Its printers.
 

@@ -21,7 +21,7 @@ END_OF_REQUEST_LINE = b" HTTP/1.1\r\n"
 
 
 def number_of(request):
-    """The name of the job that the request makes, as a number; None if it is not one."""
+    """The name of the job that the request makes, as a number; None if it makes no job or the name is no number."""
     if (start := request.find(NEW_JOB)) < 0:
         return None
     start += len(NEW_JOB)
