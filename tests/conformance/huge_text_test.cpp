@@ -20,7 +20,7 @@ TEST_F(HugeText, ThatIsPastedIsCorrectedLikeAShortOne) {
   }
 }
 
-TEST_F(HugeText, ThatIsStoredIsSummarisedAndSavedUnchangedAndShownAsFarAsABoxCan) {
+TEST_F(HugeText, ThatIsStoredIsSummarisedAndSavedUnchangedAndShownUpToTheLimitOfABox) {
   const std::string huge(kMegabyte, '8');
   const auto shown = huge.substr(0, longestText());
   scene.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", huge}, {"MVImageDirectionPriority", huge}};

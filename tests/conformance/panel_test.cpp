@@ -94,7 +94,7 @@ TEST_F(PanelOfADialog, SupportsTheSevenKeywordsInOrder) {
   EXPECT_THAT(panel->supportedPPDOptionKeys(), ElementsAreArray(kKeys));
 }
 
-TEST_F(PanelOfADialog, ReturnsTheSameListOfKeywordsAtEachCall) {
+TEST_F(PanelOfADialog, ReturnsTheSameListOfKeywordsOnEachCall) {
   ASSERT_NO_FATAL_FAILURE(open());
   const auto* list = panel->keywordsIdentity();
   EXPECT_EQ(panel->keywordsIdentity(), list);

@@ -154,7 +154,7 @@ TEST_P(MarginSetting, ThatIsStoredEmptyIsShownEmptyAndNotReplacedByItsDefault) {
   EXPECT_EQ(dialog->stored(side.key), "");
 }
 
-TEST_P(MarginSetting, ThatThePanelWouldSpellOtherwiseIsShownAndSavedUnchanged) {
+TEST_P(MarginSetting, ThatThePanelWouldSpellDifferentlyIsShownAndSavedUnchanged) {
   for (const std::string value : {"007", " 5 ", "\t5", "5\n", "+5", "-5", "1e1", "0x10", "5.0", "1,5",
                                   "\uFF15", "\u0665", "\u00A05", "e\u0301", "\u00E9", "5\uFEFF", "\u202E5"}) {
     scene.stored = {{"MVTandemTrim", "On"}, {side.key, value}};

@@ -113,7 +113,7 @@ TEST_F(PanelView, FollowsTheCheckBoxAtOnce) {
   expectLive(false);
 }
 
-TEST_F(PanelView, SwitchesOnFromMixedAtAClick) {
+TEST_F(PanelView, SwitchesOnFromMixedOnAClick) {
   ASSERT_NO_FATAL_FAILURE(showOn());
   panel->setMixed("tandemTrimValid");
   panel->click("tandemTrimValid");
@@ -152,7 +152,7 @@ TEST_F(PanelView, StaysLiveInTheMixedStateWhenTheDefaultsAreRestored) {
   EXPECT_EQ(panel->look("tandemTrimValid").state, -1);
 }
 
-TEST_F(PanelView, FollowsTheStoredStateAtEachShowAndRestore) {
+TEST_F(PanelView, FollowsTheStoredStateOnEachShowAndRestore) {
   ASSERT_NO_FATAL_FAILURE(show());
   for (const bool on : {true, false, true, false}) {
     dialog->store("MVTandemTrim", on ? "On" : "Off");

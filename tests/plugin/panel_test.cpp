@@ -90,7 +90,7 @@ TEST_F(Panel, ReturnsItsKindAsTheObjectOfThePropertyList) {
   EXPECT_EQ(panel->panelKind(), panel->commonInfo()->panelKindID());
 }
 
-TEST_F(Panel, LoadsItsNibByNameAtTheFirstRequestOfItsView) {
+TEST_F(Panel, LoadsItsNibByNameOnTheFirstRequestForItsView) {
   ASSERT_NO_FATAL_FAILURE(makePanel());
   EXPECT_EQ(panel->panelView(), &nib.tandemTrimView);
   EXPECT_EQ(log.front(), "load TandemTrim");
@@ -142,7 +142,7 @@ TEST_F(Panel, PutsTheOrderOfItsSummaryWhereThePrintDialogLooksForIt) {
   EXPECT_EQ(summary.size(), 7U);
 }
 
-TEST_F(Panel, ReturnsTheSameListOfKeywordsAtEachCallAndLogsItEachTime) {
+TEST_F(Panel, ReturnsTheSameListOfKeywordsOnEachCallAndLogsItEachTime) {
   ASSERT_NO_FATAL_FAILURE(makePanel());
   const auto& first = panel->supportedPPDOptionKeys();
   EXPECT_THAT(log, ElementsAre(kLogLine));

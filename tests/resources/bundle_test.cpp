@@ -40,7 +40,7 @@ TEST(BuiltBundle, UsesEnglishForUnknownLanguages) {
   EXPECT_EQ(bundle->localizedStringForKey(TTVCLabelNameRestoreDefault, "", std::nullopt), "Restore Defaults");
 }
 
-TEST(BuiltBundle, ContainsTheSettingInformation) {
+TEST(BuiltBundle, ContainsTheSettingInfo) {
   const auto bundle = bundleIn({});
   ASSERT_TRUE(bundle);
   EXPECT_EQ(bundle->pathForResource(TTCISettingInfoName, TTCIPlistResourceType), kSettingInfo);

@@ -63,7 +63,7 @@ TEST_F(InfoPropertyList, ListsTheLanguagesOfTheBundleIncludingTheFallback) {
   EXPECT_THAT(listed, Contains(text("CFBundleDevelopmentRegion")));
 }
 
-TEST_F(InfoPropertyList, ListsTheOptionKeywordsOfTheSettingInformation) {
+TEST_F(InfoPropertyList, ListsTheOptionKeywordsOfTheSettingInfo) {
   std::set<std::string> listed;
   const auto keywords = platform::find(info, "PrintOptionKeywords");
   ASSERT_TRUE(keywords && keywords->as<platform::Array>());

@@ -135,7 +135,7 @@ TEST_P(StringTable, NamesBothBoundsOfARangeOnce) {
   }
 }
 
-TEST_P(StringTable, NamesMarginAndDepthOfTheNoteAboutThePageOnce) {
+TEST_P(StringTable, HasEachPlaceholderOfTheNoteAboutThePageOnce) {
   EXPECT_EQ(countOf(text(kContentInMarginsKey), "[margins]"), 1U);
   EXPECT_EQ(countOf(text(kContentInMarginKey), "[margin]"), 1U);
   EXPECT_EQ(countOf(text(kContentInMarginKey), "[depth]"), 1U);

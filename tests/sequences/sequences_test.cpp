@@ -13,7 +13,7 @@ std::uint64_t fromEnvironment(const char* name, std::uint64_t otherwise) {
 
 // Each sequence has its own seed, counted up from the first one, so that TANDEM_TRIM_SEED=...
 // TANDEM_TRIM_SEQUENCES=1 repeats a single sequence.
-TEST(Sequences, PanelAndModelAreTheSameAfterEachCallOfAnySequence) {
+TEST(Sequences, PanelAndModelAgreeAfterEachCallOfAnySequence) {
   const auto seed = fromEnvironment("TANDEM_TRIM_SEED", std::random_device{}());
   const auto count = fromEnvironment("TANDEM_TRIM_SEQUENCES", TANDEM_TRIM_SEQUENCES);
   std::uint64_t calls = 0;

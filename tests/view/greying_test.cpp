@@ -41,7 +41,7 @@ TEST_F(Greying, ChangesTheDependentControlsInOrderAndNeverTheCheckBox) {
   }
 }
 
-TEST_F(Greying, FollowsTheCheckBoxAtItsActionWithoutStoringIt) {
+TEST_F(Greying, FollowsTheCheckBoxOnItsActionWithoutStoringIt) {
   ASSERT_NO_FATAL_FAILURE(loadView());
   forget();
   nib.tandemTrimValid.current = 1;
@@ -59,7 +59,7 @@ TEST_F(Greying, IsLeftOutOfAnUpdateBeforeTheViewIsSetUp) {
   EXPECT_EQ(log, greying(false));
 }
 
-TEST_F(Greying, ComesWithAnUpdateAndNotWithARestore) {
+TEST_F(Greying, IsPartOfAnUpdateButNotOfARestore) {
   scene.stored["MVTandemTrim"] = "On";
   ASSERT_NO_FATAL_FAILURE(loadView());
   log.clear();

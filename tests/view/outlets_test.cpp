@@ -82,7 +82,7 @@ TEST_F(Outlets, ReferToTheObjectThatIsConnectedUnderTheirName) {
   EXPECT_THAT(log, IsEmpty());
 }
 
-TEST_F(Outlets, ReferToWhatTheirSetterIsGiven) {
+TEST_F(Outlets, ReferToTheObjectThatTheirSetterSets) {
   for (const auto& [outlet, object] : nib.outlets()) {
     kOutlets.at(outlet).set(*controller, object);
     EXPECT_EQ(kOutlets.at(outlet).get(*controller), object) << outlet;

@@ -14,7 +14,7 @@ constexpr double kHeight = 236;
 
 double area(const Rectangle& rectangle) { return rectangle.width * rectangle.height; }
 
-TEST(SheetLayout, IsToScaleOfThePaper) {
+TEST(SheetLayout, KeepsTheProportionsOfThePaper) {
   for (const auto& [width, height] :
        {std::pair{210.0, 297.0}, std::pair{297.0, 210.0}, std::pair{89.0, 89.0}, std::pair{2000.0, 20.0}}) {
     const auto layout = layOut({.width = width, .height = height}, kWidth, kHeight);
@@ -106,7 +106,7 @@ Sheet withContent(std::array<double, 4> margins) {
           .page = SheetPage{10, 20, 190, 257, std::array{1.0, 2.0, 3.0, 4.0}}};
 }
 
-TEST(ContentInMargins, IsAsDeepAsItReachesIntoEachOfThem) {
+TEST(ContentInMargins, HasADepthInEachMargin) {
   using Depths = std::array<long, 4>;
   EXPECT_EQ(contentInMargins(withContent({0, 0, 0, 0})), (Depths{0, 0, 0, 0}));
   EXPECT_EQ(contentInMargins(withContent({21, 22, 13, 14})), (Depths{0, 0, 0, 0}));

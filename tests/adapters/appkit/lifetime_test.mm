@@ -117,7 +117,7 @@ TEST_F(LifetimeInAHost, IsCountedForEveryObjectOfAPanel) {
                             {"MorvaTTButtonKV2", 1}}));
 }
 
-TEST_F(LifetimeInAHost, EndsForTheControllerItsNibAndThenTheSettingInformation) {
+TEST_F(LifetimeInAHost, EndsForTheControllerItsNibAndThenTheCommonInfo) {
   const NSUInteger hosts = [host retainCount];
   const NSUInteger bundles = [pluginBundle() retainCount];
   const Deallocations recorded{"MorvaTTPdePanelKV2", "MorvaTTCommonInfoKV2", "MorvaTTViewControllerKV2"};

@@ -44,7 +44,7 @@ TEST_F(PanelInAHost, NeverTouchesTheError) {
   EXPECT_EQ(error, untouched);
 }
 
-TEST_F(PanelInAHost, ReturnsTheSameControllerAndSettingInformation) {
+TEST_F(PanelInAHost, ReturnsTheSameControllerAndCommonInfo) {
   ASSERT_NO_FATAL_FAILURE(open());
   EXPECT_EQ(textOf(NSStringFromClass([[panel viewController] class])), "MorvaTTViewControllerKV2");
   EXPECT_EQ(textOf(NSStringFromClass([[panel commonInfo] class])), "MorvaTTCommonInfoKV2");

@@ -69,7 +69,7 @@ std::vector<Accessible> accessibleControls() {
   return accessibles;
 }
 
-TEST(ScreenReader, ReadsEachControlInTheOrderOfTheKeyboard) {
+TEST(ScreenReader, ReadsEachControlFromTopToBottom) {
   ShownPanel shown;
   std::vector<std::string> spoken;
   for (const auto& [role, name, description] : accessibleControls())

@@ -145,7 +145,7 @@ TEST(MenuByKeys, ChoosesTheItemThatTheKeysMoveTo) {
   }
 }
 
-TEST(MenuByKeys, ClosesWithoutAChoiceForEscape) {
+TEST(MenuByKeys, ClosesWithoutAChoiceOnEscape) {
   ShownPanel shown;
   shown.user().focus(shown.widget("positionPopUp"));
   shown.user().press(XK_Down);
@@ -164,7 +164,7 @@ TEST(MenuByKeys, StaysClosedWhileItIsGrey) {
   EXPECT_FALSE(isOpen(shown));
 }
 
-TEST(Menu, ListsItsItemsInOrderAndTakesAClick) {
+TEST(Menu, ListsItsItemsInOrderAndAcceptsAClick) {
   ShownPanel shown;
   auto* const menu = shown.widget("positionPopUp");
   shown.user().click(menu);

@@ -23,7 +23,7 @@ class StepperBesideABox : public testing::Test {
   void leaveTheBox() { user.focus(shown.widget("positionPopUp")); }
 };
 
-TEST_F(StepperBesideABox, MovesItsValueByOneAtEachClick) {
+TEST_F(StepperBesideABox, MovesItsValueByOneOnEachClick) {
   user.click(plus);
   user.click(plus);
   EXPECT_EQ(value(), 14);
@@ -31,7 +31,7 @@ TEST_F(StepperBesideABox, MovesItsValueByOneAtEachClick) {
   EXPECT_EQ(value(), 13);
 }
 
-TEST_F(StepperBesideABox, RepeatsWhileItIsPressedAndStopsAtItsRelease) {
+TEST_F(StepperBesideABox, RepeatsWhileItIsPressedAndStopsWhenItIsReleased) {
   user.hold(minus, [&] { return value() <= 8; });
   const int atRelease = value();
   EXPECT_GT(atRelease, 5);
@@ -105,7 +105,7 @@ TEST_F(StepperBesideABox, GreysTheButtonThatLeadsBeyondALimit) {
   }
 }
 
-TEST_F(StepperBesideABox, MovesTheFocusToTheTextAtAClick) {
+TEST_F(StepperBesideABox, MovesTheFocusToTheTextOnAClick) {
   leaveTheBox();
   user.click(plus);
   EXPECT_TRUE(gtk_widget_has_focus(GTK_WIDGET(gtk_editable_get_delegate(GTK_EDITABLE(box)))));
@@ -172,7 +172,7 @@ TEST_F(StepperBesideABox, PostsNoNotificationOfAnEdit) {
   EXPECT_EQ(notifications, 0);
 }
 
-TEST_F(StepperBesideABox, BringsAForeignValueIntoItsRangeAtTheFirstStep) {
+TEST_F(StepperBesideABox, BringsAForeignValueIntoItsRangeOnTheFirstStep) {
   for (const auto& [stored, nearest] : {std::pair{"777", "20"}, {"-40", "0"}}) {
     for (const auto step : {XK_Up, XK_Down}) {
       ShownPanel foreign({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", stored}}});

@@ -199,7 +199,7 @@ TEST_F(UserEdits, ThatArePendingDoNotCorrectWhatTheProgramShowsNext) {
   EXPECT_EQ(notifications, 1);
 }
 
-TEST_F(UserEdits, AreNotReportedForWhatTheProgramShows) {
+TEST_F(UserEdits, AreNotReportedForChangesByTheProgram) {
   shown.panel().willShow();
   shown.panel().restoreValuesAndReturnError(nullptr);
   user.click(shown.widget("defaultButton"));
@@ -278,7 +278,7 @@ const HostCall kHostCalls[] = {
 INSTANTIATE_TEST_SUITE_P(Calls, TypedAtOnce, testing::ValuesIn(kHostCalls));
 
 // The correction of a box without a range raises.
-TEST_F(UserEdits, WhoseCorrectionRaisesAreTriedAgainAndNeverSavedAsTyped) {
+TEST_F(UserEdits, WhoseCorrectionRaisesAreCorrectedLaterAndNeverSavedAsTyped) {
   auto& control =
       dynamic_cast<MorvaTTTextBoxKV2&>(*dynamic_cast<platform::gtk::Panel&>(shown.view()).control(kTop));
   const auto min = control.min();

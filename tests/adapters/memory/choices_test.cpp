@@ -12,7 +12,7 @@ using testing::ElementsAre;
 using testing::IsNull;
 using testing::NotNull;
 
-TEST(Button, RunsItsActionAtAClickUnlessItIsDisabled) {
+TEST(Button, RunsItsActionOnAClickUnlessItIsDisabled) {
   Button button;
   EXPECT_TRUE(button.userClicks());
   std::vector<NibObject*> senders;
@@ -25,7 +25,7 @@ TEST(Button, RunsItsActionAtAClickUnlessItIsDisabled) {
   EXPECT_THAT(senders, ElementsAre(&button));
 }
 
-TEST(CheckBox, TogglesAndThenRunsItsActionAtAClick) {
+TEST(CheckBox, TogglesAndThenRunsItsActionOnAClick) {
   CheckBox box;
   std::vector<int> states;
   box.setAction([&](NibObject*) { states.push_back(box.state()); });

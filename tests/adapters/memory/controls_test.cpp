@@ -83,7 +83,7 @@ class StepperTest : public testing::Test {
   Stepper stepper;
 };
 
-TEST_F(StepperTest, MovesByOneAClickAndShowsItsValueInItsBox) {
+TEST_F(StepperTest, MovesByOneOnEachClickAndShowsItsValueInItsBox) {
   stepper.setStringValue("3");
   expectAfter(1, "4");
   expectAfter(-2, "2");

@@ -40,7 +40,7 @@ TEST_F(Module, MakesAPlugInThatMakesAPanel) {
   EXPECT_EQ(settings().values.size(), 7U);
 }
 
-TEST_F(Module, WritesItsKeywordsToTheSystemLogAtEachRequest) {
+TEST_F(Module, WritesItsKeywordsToTheSystemLogOnEachRequest) {
   std::unique_ptr<platform::Plugin> plugin;
   makePlugin()(plugin);
   openJob();

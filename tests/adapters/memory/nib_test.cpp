@@ -96,7 +96,7 @@ TEST_F(MemoryNib, LivesUntilTheTicketsThatReferToItsControlsAreGone) {
   EXPECT_EQ(referencesWhenReleased, 1);
 }
 
-TEST_F(MemoryNib, StaysForThePanelsLifeEvenWhenAnotherIsLoaded) {
+TEST_F(MemoryNib, StaysUntilTheControllerIsDestroyedEvenWhenAnotherIsLoaded) {
   int released = 0;
   description.onRelease = [&] { ++released; };
   description.missingOutlets = {"tandemTrimView"};

@@ -95,7 +95,7 @@ TEST_F(MemoryView, SavesAnUneditedTextByteForByte) {
   }
 }
 
-TEST_F(MemoryView, RefusesNamesThatNoFittingControlHas) {
+TEST_F(MemoryView, RefusesNamesOfMissingOrUnsuitableControls) {
   for (const char* name : {"", "top", "Nowhere", "tandemTrimView"}) {
     EXPECT_THROW((void)view->control(name), std::out_of_range) << name;
     EXPECT_THROW(view->type(name, "1"), std::out_of_range) << name;

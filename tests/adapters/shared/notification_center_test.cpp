@@ -174,7 +174,7 @@ TEST_F(NotificationCenterTest, PassesOnTheExceptionOfASelectorAndStaysUsable) {
   EXPECT_THAT(calls, ElementsAre("later edit"));
 }
 
-TEST(DefaultCenter, IsTheOneThatControlsPostTo) {
+TEST(DefaultCenter, IsTheCenterThatControlsPostTo) {
   EXPECT_EQ(&platform::defaultCenter(), &notificationCenter());
   EXPECT_EQ(notificationCenter().subscriptionCount(), 0U);
 }

@@ -133,7 +133,7 @@ TEST_F(MarginLimits, RaiseWhereTheyWouldBeAMissingBound) {
   }
 }
 
-TEST_F(MarginLimits, OfANumberWithinTheBoundsAreThatObject) {
+TEST_F(MarginLimits, AreTheGivenObjectWithinTheBounds) {
   const auto info = makeCommonInfo();
   const ObjectRef candidates[] = {number(0),        number(1),          number(60),
                                   makeObject(60.9), makeObject("12mm"), makeObject(true)};

@@ -110,7 +110,7 @@ TEST(StringsTable, ReadsEscapes) {
   for (const auto& [literal, value] : escapes) EXPECT_EQ(valueIn(literal), value) << literal;
 }
 
-TEST(StringsTable, RefusesEscapesOfNoCharacter) {
+TEST(StringsTable, RefusesEscapesThatEncodeNoCharacter) {
   for (const char* literal : {R"("\U")", R"("\U)", R"("\0)", R"("\UD83DDE00")", R"("\Uxyz")", R"("\U0000")",
                               R"("\0")", R"("\UD83D")", R"("\UD83Dx")", R"("\UD83D\n")", R"("\UD83D\U")",
                               R"("\UD83D\U0041")", R"("\UD83D\UDBFF")", R"("\UD83D\UE000")", R"("\UDE00")",
@@ -175,7 +175,7 @@ TEST(StringsTable, ReportsTheLineOfAFault) {
   for (const auto& [text, line] : faults) EXPECT_EQ(faultyLine(text), line) << text;
 }
 
-TEST(StringsTable, MayBeReadWithoutAskingForTheLine) { EXPECT_EQ(parseStringsTable("a"), std::nullopt); }
+TEST(StringsTable, MayBeReadWithoutRequestingTheLine) { EXPECT_EQ(parseStringsTable("a"), std::nullopt); }
 
 }  // namespace
 }  // namespace tandemtrim::platform::linux
