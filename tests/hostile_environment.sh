@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs a command in an environment that breaks any test that takes something from it: tests/hostile_environment.sh make test
+# Runs a command in an environment that breaks any test that depends on it: tests/hostile_environment.sh make test
 set -euo pipefail
 home=$(mktemp -d /tmp/tandem-trim-hostile.XXXXXX)
 trap 'rm -rf "$home"' EXIT

@@ -96,7 +96,7 @@ PREFIXES = {"symbols": ("",), "objc-classes": ("_OBJC_CLASS_$_", "_OBJC_METACLAS
 
 
 def errors_of(source, change, processor="arm64"):
-    """The compiler's errors for a source, with the build's command as `change` alters it."""
+    """The compiler's errors for a source if `change` alters its command in the build."""
     commands = json.loads((BUILD / processor / "compile_commands.json").read_text())
     command = next(command for command in commands if command["file"].endswith(source))
     changed = change(command["command"])

@@ -1,4 +1,4 @@
-"""The code that is generated from the nib, checked without a Mac where GNUstep cannot. Tests on GNUstep compare the rest with the nib."""
+"""The code that is generated from the nib: the parts that GNUstep cannot check. Tests on GNUstep compare the rest with the nib."""
 
 import pathlib
 import re

@@ -20,7 +20,7 @@ OPERATORS = RELATIONS | {'+': 'plus', '-': 'minus', '*': 'times', '<<': 'leftShi
 WRAPPERS = {'ImplicitCastExpr', 'ExprWithCleanups', 'ParenExpr', 'CXXBindTemporaryExpr', 'MaterializeTemporaryExpr',
             'CXXFunctionalCastExpr'}
 STATEMENTS = {'CallExpr', 'CXXMemberCallExpr', 'CXXOperatorCallExpr', 'CompoundAssignOperator', 'UnaryOperator'}
-# Nodes that the compiler evaluates or adds, and the texts of exceptions, which are no contract.
+# Nodes that the compiler evaluates or adds, and the texts of exceptions, which tests need not check.
 PASSED_OVER = {'StaticAssertDecl', 'TemplateArgument', 'EnumDecl', 'ConstantExpr', 'UserDefinedLiteral', 'CXXDefaultArgExpr',
                'CXXThrowExpr'}
 # Functions whose last argument is the text of an exception.

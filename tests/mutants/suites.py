@@ -13,7 +13,7 @@ from dataclasses import dataclass
 from one_by_one import places_reached
 
 HERE = pathlib.Path(__file__).resolve().parent
-# Tests of other things than mutated sources, tests that take minutes, and repetitions on another screen or in another language.
+# Tests that check other things than the mutated sources, tests that take minutes, and repetitions on another screen or in another language.
 LEFT_OUT = re.compile(r'packages|volume|installation|Wayland|\((c|arabic)\)|_alone:|_module:|fuzz_|surroundings|architecture|resources|'
                       r'macOS|appkit|second_family_test')
 # Fewer random sequences, and the same ones for every mutant.
