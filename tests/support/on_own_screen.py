@@ -7,6 +7,7 @@ The screen belongs to an X server or, with TANDEM_TRIM_SCREEN=wayland, to a Wayl
 import ctypes
 import os
 import pathlib
+import select
 import shutil
 import signal
 import subprocess
@@ -15,6 +16,7 @@ import sys
 import surroundings
 
 PR_SET_CHILD_SUBREAPER = 36
+SECONDS_TO_END = 5  # Sway sometimes ignores the signal that asks it to end.
 XVFB = ("Xvfb", "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset")
 # No X server, and windows as large as the screen. Sway prints the name of its display once it is ready.
 SWAY_SETTINGS = """\
@@ -38,6 +40,10 @@ def end_children():
         for pid in pids:
             os.kill(pid, signal.SIGTERM)
         for pid in pids:
+            process = os.pidfd_open(pid)
+            if not select.select([process], [], [], SECONDS_TO_END)[0]:
+                os.kill(pid, signal.SIGKILL)
+            os.close(process)
             os.waitpid(pid, 0)
 
 

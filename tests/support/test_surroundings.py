@@ -9,6 +9,7 @@ import subprocess
 import unittest
 
 import surroundings
+from patience import PATIENCE
 
 LAUNCHER = pathlib.Path(surroundings.__file__)
 SCREEN = LAUNCHER.with_name("on_own_screen.py")
@@ -77,6 +78,12 @@ class SurroundingsTest(unittest.TestCase):
                 test.terminate()
                 self.assertEqual(test.wait(), 128 + signal.SIGTERM)
                 self.assertFalse(home.parent.exists())
+
+    def test_a_service_that_ignores_the_signal_to_end_is_killed(self):
+        script = "trap '' TERM; sleep 1000 >/dev/null 2>&1 & echo $!; exit 3"
+        result = subprocess.run([SCREEN, "sh", "-c", script], capture_output=True, text=True, timeout=PATIENCE, check=False)
+        self.assertEqual(result.returncode, 3, result.stderr)
+        self.assertFalse(pathlib.Path("/proc", result.stdout.strip()).exists())
 
     def test_the_services_output_is_printed_only_if_the_command_fails(self):
         speak = 'echo Hello >>"$TANDEM_TRIM_SERVICES_LOG"'
