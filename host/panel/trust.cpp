@@ -16,36 +16,32 @@ namespace fs = std::filesystem;
 // The most links that the system itself follows.
 constexpr int kMostLinks = 40;
 
-struct Node {
-  fs::path path;
-  struct stat status;
-};
-
 // Every folder, file and link from the root to the path, following links, up to the first that is missing.
-std::vector<Node> nodesOf(const fs::path& path) {
+std::vector<PathEntry> entriesOf(const fs::path& path) {
   std::error_code failed;
   const auto absolute = fs::absolute(path, failed);
   std::deque<fs::path> rest(absolute.begin(), absolute.end());
-  std::vector<Node> nodes;
+  std::vector<PathEntry> entries;
   fs::path reached;
   for (int links = 0; !rest.empty();) {
     const auto part = rest.front();
     rest.pop_front();
     if (part == "..") reached = reached.parent_path();
     if (part.empty() || part == "." || part == "..") continue;
-    Node node{reached / part, {}};
-    if (lstat(node.path.c_str(), &node.status) != 0) break;
-    nodes.push_back(node);
-    if (!S_ISLNK(node.status.st_mode)) {
-      reached = node.path;
+    PathEntry entry{reached / part};
+    if (lstat(entry.path.c_str(), &entry.status) != 0) break;
+    entries.push_back(entry);
+    if (!S_ISLNK(entry.status.st_mode)) {
+      reached = entry.path;
     } else if (++links > kMostLinks) {
       break;
     } else {
-      const auto target = fs::read_symlink(node.path, failed);
+      const auto target = fs::read_symlink(entry.path, failed);
       rest.insert(rest.begin(), target.begin(), target.end());
     }
   }
-  return nodes;
+  if (!entries.empty()) entries.back().isLast = true;
+  return entries;
 }
 
 std::string nameOf(uid_t user) {
@@ -53,17 +49,31 @@ std::string nameOf(uid_t user) {
   return entry == nullptr ? "user " + std::to_string(user) : entry->pw_name;
 }
 
-bool isOwnGroup(gid_t group, const std::set<uid_t>& owners) {
-  return std::ranges::any_of(owners, [&](uid_t owner) {
-    const auto* const entry = getpwuid(owner);
-    return entry == nullptr ? owner == geteuid() && group == getegid() : group == entry->pw_gid;
-  });
+}  // namespace
+
+Owners ownersOf(const std::set<uid_t>& users, const Caller& caller) {
+  Owners owners{users, {}};
+  for (const auto user : users) {
+    if (const auto* const entry = getpwuid(user))
+      owners.groups.insert(entry->pw_gid);
+    else if (user == caller.user)
+      owners.groups.insert(caller.group);
+  }
+  return owners;
 }
 
-std::optional<std::string> fault(const Node& node, bool isLast, const std::set<uid_t>& owners) {
-  const auto& [path, status] = node;
+Owners trustedOwners() {
+  std::set<uid_t> users{0, geteuid()};
+  std::error_code unreadable;
+  for (const auto& entry : entriesOf(fs::read_symlink("/proc/self/exe", unreadable)))
+    users.insert(entry.status.st_uid);
+  return ownersOf(users);
+}
+
+std::optional<std::string> openToStrangers(const PathEntry& entry, const Owners& owners) {
+  const auto& [path, status, isLast] = entry;
   const auto mode = status.st_mode;
-  if (!owners.contains(status.st_uid)) {
+  if (!owners.users.contains(status.st_uid)) {
     return path.string() + " belongs to " + nameOf(status.st_uid) +
            ", who is neither you nor root (copy it to a folder of your own)";
   }
@@ -71,27 +81,16 @@ std::optional<std::string> fault(const Node& node, bool isLast, const std::set<u
   if (S_ISLNK(mode) || isGuarded) return std::nullopt;
   if ((mode & S_IWOTH) != 0)
     return "everybody can write to " + path.string() + " (end that by chmod o-w " + path.string() + ')';
-  if ((mode & S_IWGRP) != 0 && !isOwnGroup(status.st_gid, owners)) {
+  if ((mode & S_IWGRP) != 0 && !owners.groups.contains(status.st_gid)) {
     return "a group that is not your own may write to " + path.string() + " (end that by chmod g-w " +
            path.string() + ')';
   }
   return std::nullopt;
 }
 
-}  // namespace
-
-std::set<uid_t> trustedOwners() {
-  std::set<uid_t> owners{0, geteuid()};
-  std::error_code unreadable;
-  for (const auto& node : nodesOf(fs::read_symlink("/proc/self/exe", unreadable)))
-    owners.insert(node.status.st_uid);
-  return owners;
-}
-
-std::optional<std::string> openToStrangers(const fs::path& path, const std::set<uid_t>& owners) {
-  const auto nodes = nodesOf(path);
-  for (const auto& node : nodes) {
-    if (auto found = fault(node, &node == &nodes.back(), owners)) return found;
+std::optional<std::string> openToStrangers(const fs::path& path, const Owners& owners) {
+  for (const auto& entry : entriesOf(path)) {
+    if (auto found = openToStrangers(entry, owners)) return found;
   }
   return std::nullopt;
 }

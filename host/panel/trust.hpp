@@ -5,19 +5,44 @@
 #include <set>
 #include <string>
 
-#include <sys/types.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace tandemtrim::host {
 
-/// The users who may own the files that the program loads: root, the user, and the owners of the program and
-/// its folders.
-std::set<uid_t> trustedOwners();
+/// An entry on a path, as lstat() describes it.
+struct PathEntry {
+  std::filesystem::path path;
+  struct stat status {};
+  bool isLast = false;
+};
 
-/// Why users other than the owners could change the file at the path, and what to do about it; nullopt if
-/// they cannot. Every folder and link on the path must belong to an owner, and only the owner and an owner's
-/// own group may write to it. Folders above the path may be open to all if they have the sticky bit: then
-/// only the owner of an entry can remove it.
+/// The user who runs the program.
+struct Caller {
+  uid_t user = geteuid();
+  gid_t group = getegid();
+};
+
+/// The users who may own the files that the program loads, and the group of each.
+struct Owners {
+  std::set<uid_t> users;
+  std::set<gid_t> groups;
+};
+
+/// The users with their groups from the system's list of users. The caller may be missing there, as in some
+/// containers.
+Owners ownersOf(const std::set<uid_t>& users, const Caller& caller = {});
+
+/// Root, the user, and the owners of the program and of its folders.
+Owners trustedOwners();
+
+/// Why users other than the owners could change the entry, and what to do about it; nullopt if they cannot.
+/// The entry must belong to an owner, and only the owner and an owner's group may write to it. A folder above
+/// the last entry may be open to all if it has the sticky bit, by which only an entry's owner can remove it.
+std::optional<std::string> openToStrangers(const PathEntry& entry, const Owners& owners);
+
+/// The same for every folder and link on the path.
 std::optional<std::string> openToStrangers(const std::filesystem::path& path,
-                                           const std::set<uid_t>& owners = trustedOwners());
+                                           const Owners& owners = trustedOwners());
 
 }  // namespace tandemtrim::host

@@ -3,6 +3,7 @@
 import concurrent.futures
 import gzip
 import os
+import pathlib
 import subprocess
 import unittest
 
@@ -233,23 +234,36 @@ class DefaultsTest(TerminalCase):
             file.unlink()
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
-    @unittest.skipUnless(os.geteuid() == 0, "only root can change the owner of a file")
-    def test_another_users_defaults_are_ignored_and_unreadable_ones_of_the_user_are_refused(self):
+    def of_another_user(self):
+        """Another user's home folder, which only that user may read."""
+        if os.geteuid() != 0:
+            return pathlib.Path("/proc/1/fd")
+        home = self.temporary_folder() / "home"
+        (home / ".cups").mkdir(parents=True)
+        (home / ".cups/lpoptions").write_text("Dest Morva MVTopMargin=9\n")
+        for path in (home, home / ".cups/lpoptions"):
+            path.chmod(0o700)
+            os.chown(path, 65534, 65534)
+        self.addCleanup(os.chown, home, 0, 0)
+        return home
+
+    def summary_of_a_reader(self, home):
+        """The result of --summary by a program that may read only what the modes of files allow."""
+        as_reader = ("setpriv", "--bounding-set=-dac_override,-dac_read_search") if os.geteuid() == 0 else ()
+        program, *arguments = (*as_reader, PROGRAM, "-d", "Morva", "--summary", "--set", "Valid=On")
+        return self.trim(*arguments, program=program, HOME=str(home))
+
+    def test_those_of_another_user_are_ignored(self):
+        result = self.summary_of_a_reader(self.of_another_user())
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("Top", result.stdout)
+        self.assertNotIn("9", result.stdout)
+
+    def test_ones_own_that_cannot_be_read_are_an_error(self):
         self.file_of_defaults.parent.mkdir()
         self.file_of_defaults.write_text("Dest Morva MVTopMargin=9\n")
-        self.file_of_defaults.chmod(0o600)
-        home = self.file_of_defaults.parents[1]
-        home.chmod(0o777)
-        self.addCleanup(os.chown, home, 0, 0)
-        # Root without the capabilities that override the modes of files.
-        without_rights = ["--bounding-set=-dac_override,-dac_read_search", PROGRAM, "-d", "Morva", "--summary", "--set", "Valid=On"]
-        for path in (home, self.file_of_defaults):
-            os.chown(path, 65534, 65534)
-        result = self.trim(*without_rights, program="setpriv")
-        self.assertEqual(result.returncode, 0, result.stderr)
-        self.assertNotIn("9", result.stdout)
-        os.chown(home, 0, 0)
-        result = self.trim(*without_rights, program="setpriv")
+        self.file_of_defaults.chmod(0)
+        result = self.summary_of_a_reader(self.file_of_defaults.parents[1])
         self.assertEqual((result.returncode, result.stdout), (1, ""))
         self.assertIn(f"{self.file_of_defaults} cannot be read: Permission denied; nothing was sent", result.stderr)
 
