@@ -24,7 +24,7 @@ SETTINGS = {
 PAIRS = 31
 FEW_PAIRS = 11  # of programs that take a good part of a second
 LARGE_PAIRS = 3
-WAY = 0.02  # seconds to a server far away; an answer takes as long
+ONE_WAY = 0.02  # seconds to a server far away; an answer takes as long
 SAVED = "x-note=1"
 LARGE = 1 << 30
 MANY = (300, 3000)
@@ -72,9 +72,9 @@ def job_rows(bench, cups, queues):
         yield clock_row(f"job end to end, {size} KB", "lp", pairs, 1.2, None, known)
 
 
-def asked(bench, cups, command):
+def over_relay(bench, cups, command):
     """Runs the command over a relay, and returns the relay, which has counted the requests, round trips and bytes."""
-    with Distant(cups.address, WAY) as relay:
+    with Distant(cups.address, ONE_WAY) as relay:
         bench.run(command, LD_BIND_NOW="", CUPS_SERVER=relay.address)
     return relay
 
@@ -86,14 +86,14 @@ def far_rows(bench):
         cups.add_queue("Morva", PPD)
         own, peer = commands(bench, "Morva")
         for what in ("job", "job with saved options"):
-            counts = [asked(bench, cups, command) for command in (own, peer)]
+            counts = [over_relay(bench, cups, command) for command in (own, peer)]
             yield Row(f"{what}: requests", *of_both(counts, lambda relay: len(relay.asked)), 1.0)
             yield Row(f"{what}: round trips", *of_both(counts, lambda relay: relay.round_trips), 1.0)
             subprocess.run(["lpoptions", "-p", "Morva", "-o", SAVED], env=cups.environment(), check=True)
-        with Distant(cups.address, WAY) as relay:
+        with Distant(cups.address, ONE_WAY) as relay:
             far = Bench(bench.build, cups.environment() | {"CUPS_SERVER": relay.address})
             pairs = usages(far, own, peer, FEW_PAIRS, cups.wait_for_jobs)
-        yield clock_row(f"job over {WAY * 1000:.0f} ms each way", "lp", pairs, 1.0, None, 1.05)
+        yield clock_row(f"job over {ONE_WAY * 1000:.0f} ms each way", "lp", pairs, 1.0, None, 1.05)
 
 
 def of_both(counts, number):
@@ -114,7 +114,7 @@ def many_rows(bench):
                 crowded.add_queue(f"Printer{number}")
             printers = count
             what, beside = f"-d NAME --summary with {count:,} printers", "with one"
-            relays = [asked(*both, command) for both in zip(benches, (crowded, alone))]
+            relays = [over_relay(*both, command) for both in zip(benches, (crowded, alone))]
             for counted, number in (("requests", lambda relay: len(relay.asked)), ("bytes", lambda relay: relay.bytes)):
                 own, peer = map(number, relays)
                 yield Row(f"{what}: {counted}", own, beside, peer, 1.0)

@@ -42,18 +42,18 @@ class Bench:
     def program_itself(self):
         return self.build / "host/tandem-trim"
 
-    def around(self):
+    def environment(self):
         """The variables of a fixed environment: a language that the bundle has, and every symbol bound when the program starts."""
         return {"PATH": PATH, "HOME": os.devnull, "LC_ALL": "C.UTF-8", "LANGUAGE": "en", "LD_BIND_NOW": "1"} | self.variables
 
     def run(self, command, screen=False, **variables):
         """The standard output of a command that must succeed."""
-        around = self.around() | variables
+        environment = self.environment() | variables
         if screen:
             # on_own_screen.py sets the home folder.
-            given = (f"{name}={value}" for name, value in around.items() if name not in ("HOME", "TMPDIR", "LANGUAGE"))
+            given = (f"{name}={value}" for name, value in environment.items() if name not in ("HOME", "TMPDIR", "LANGUAGE"))
             command = [ON_OWN_SCREEN, *given, *map(str, command)]
-        result = subprocess.run(command, env=around, capture_output=True, text=True, check=False)
+        result = subprocess.run(command, env=environment, capture_output=True, text=True, check=False)
         if result.returncode != 0:
             raise RuntimeError(f"{' '.join(map(str, command))} failed:\n{result.stdout}{result.stderr}")
         return result.stdout
@@ -66,16 +66,16 @@ class Bench:
 
     def usage(self, *command):
         """The resources that a program uses from its start to its end. Symbols are bound when they are first used, as in normal use."""
-        with tempfile.TemporaryFile() as said:
+        with tempfile.TemporaryFile() as output:
             start = time.perf_counter()
-            around = self.around() | {"LD_BIND_NOW": ""}
-            process = subprocess.Popen(list(map(str, command)), env=around, stdin=subprocess.DEVNULL, stdout=said, stderr=said)
+            environment = self.environment() | {"LD_BIND_NOW": ""}
+            process = subprocess.Popen(list(map(str, command)), env=environment, stdin=subprocess.DEVNULL, stdout=output, stderr=output)
             _, status, used = os.wait4(process.pid, 0)
             seconds = time.perf_counter() - start
             process.returncode = os.waitstatus_to_exitcode(status)
             if process.returncode != 0:
-                said.seek(0)
-                raise RuntimeError(f"{' '.join(map(str, command))} failed:\n{said.read().decode()}")
+                output.seek(0)
+                raise RuntimeError(f"{' '.join(map(str, command))} failed:\n{output.read().decode()}")
         return Usage(seconds, used.ru_utime + used.ru_stime, used.ru_maxrss)
 
     def callgrind(self, command, options, **how):

@@ -11,7 +11,7 @@ inline GtkPrintUnixDialog* makeDialog() {
 
 // Returns whether the settings' printer is selected. If not, applies the settings again, since GTK forgets
 // their printer unless it is the first in its list.
-inline bool isSelected(GtkPrintUnixDialog* dialog, GtkPrintSettings* settings) {
+inline bool selectPrinter(GtkPrintUnixDialog* dialog, GtkPrintSettings* settings) {
   auto* const selected = gtk_print_unix_dialog_get_selected_printer(dialog);
   const bool found = selected != nullptr && g_str_equal(gtk_printer_get_name(selected),
                                                         gtk_print_settings_get_printer(settings)) != FALSE;
@@ -37,7 +37,7 @@ inline void show(GtkPrintUnixDialog* dialog, const char* printer) {
   gtk_window_present(GTK_WINDOW(dialog));
   const auto again = g_timeout_add(
       20, [](void*) -> gboolean { return TRUE; }, nullptr);
-  while (!isSelected(dialog, settings)) g_main_context_iteration(nullptr, TRUE);
+  while (!selectPrinter(dialog, settings)) g_main_context_iteration(nullptr, TRUE);
   g_source_remove(again);
   draw(dialog);
 }

@@ -21,7 +21,7 @@ SET = tuple(f"{keyword}={value}" for _, keyword, value in SETTINGS)
 PRESET = "Booklet, 5 mm"
 
 
-def see_preset(dialog):
+def wait_for_preset(dialog):
     dialog.middle(dialog.find("push button", f"Preset: {PRESET}"))
 
 
@@ -38,12 +38,12 @@ PICTURES = (
     ("dialog-dark", SET, {"GTK_THEME": "Default:dark"}),
     ("dialog-page", (*SET, "MVTopMargin=10", "MVLeftMargin=5", "MVRightMargin=5"), {}),
     ("dialog-warning", (*SET, "MVPrintPosition=Diagonal", "MVLeftMargin=18"), {}),
-    ("dialog-preset", (), {}, see_preset),
+    ("dialog-preset", (), {}, wait_for_preset),
     ("dialog-preset-changed", (), {}, change_margin),
 )
 
 
-def keep_preset(cups):
+def save_preset(cups):
     """Saves the preset that some pictures start from."""
     words = [*command(surroundings.BUILD)[:-1], "-o", " ".join(SET), "--save-preset", PRESET]
     subprocess.run(words, env=cups.environment(), check=True, capture_output=True)
@@ -79,7 +79,7 @@ def main():
         document = pathlib.Path(folder) / "report.pdf"
         document.write_bytes(report())
         cups.add_queue(PRINTER, SAMPLES / "MorvaTandemKV2.ppd")
-        keep_preset(cups)
+        save_preset(cups)
         for picture in chosen:
             take(cups, document, *picture)
 

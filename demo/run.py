@@ -42,7 +42,7 @@ def command(build, document=SAMPLES / "sample.pdf"):
     return [build / "host/tandem-trim", "-d", PRINTER, "--plugin", build / "TandemTrim.bundle", document]
 
 
-def by_user(cups, build):
+def let_user_print(cups, build):
     """Leaves the dialog to the user, and returns whether a job was sent."""
     print("Set what you like on the page Tandem Trim, then print.", flush=True)
     own = {name: value for name, value in os.environ.items() if name != "XDG_STATE_HOME"}
@@ -59,7 +59,7 @@ def set_panel(dialog):
         dialog.type(f"{side} Margin", text)
 
 
-def driven(cups, build, picture):
+def print_by_dialog(cups, build, picture):
     """Drives the dialog as a user would, and returns whether a job was sent."""
     from dialog_case import PrintDialog
 
@@ -69,14 +69,14 @@ def driven(cups, build, picture):
         dialog.save_picture(picture)
         print(f"A picture of the panel: {picture}")
         dialog.press("Print")
-        status, out, said = dialog.ends()
+        status, out, errors = dialog.ends()
     finally:
         dialog.close()
-    print(out.strip() if status == 0 else out + said)
+    print(out.strip() if status == 0 else out + errors)
     return status == 0
 
 
-def from_editor(cups):
+def print_from_editor(cups):
     """Prints from another project's editor, by the editor's keyboard shortcut."""
     from dialog_case import until
     from portal_case import EDITORS, PortalSession, ShownDialog
@@ -106,9 +106,9 @@ def show(received, expected):
     row = "  {:<9}  {:<25}  {:<14}  {}".format
     print(row("Setting", "Option", "Received", "").rstrip())
     for control, keyword, value in SETTINGS:
-        arrived = received.get(keyword, "(nothing)")
-        verdict = "" if not expected else "as set" if arrived == value else f"DIFFERENT: {value} was set"
-        print(row(control, keyword, arrived, verdict).rstrip())
+        value_received = received.get(keyword, "(nothing)")
+        verdict = "" if not expected else "as set" if value_received == value else f"DIFFERENT: {value} was set"
+        print(row(control, keyword, value_received, verdict).rstrip())
     return not expected or all(received.get(keyword) == value for _, keyword, value in SETTINGS)
 
 
@@ -124,9 +124,9 @@ def main():
     with PrivateCups() as cups:
         cups.add_queue(PRINTER, SAMPLES / "MorvaTandemKV2.ppd")
         if arguments.drive:
-            sent = driven(cups, build, build / "pictures/dialog.png")
+            sent = print_by_dialog(cups, build, build / "pictures/dialog.png")
         else:
-            sent = by_user(cups, build)
+            sent = let_user_print(cups, build)
         if not sent:
             return 1
         cups.wait_for_jobs()
@@ -135,7 +135,7 @@ def main():
             return 0
         agrees = show(cups.records()[0].options, expected=arguments.drive)
         if arguments.drive:
-            from_editor(cups)
+            print_from_editor(cups)
             cups.wait_for_jobs()
             agrees = show(cups.records()[1].options, expected=True) and agrees
     return 0 if agrees else 1

@@ -23,37 +23,37 @@ std::vector<std::string> argumentsFrom(std::string_view input) {
 
 std::vector<std::string> argumentsOf(const CommandLine& line) {
   std::vector<std::string> arguments;
-  const auto give = [&](const char* name, const std::optional<std::string>& value) {
+  const auto addOption = [&](const char* name, const std::optional<std::string>& value) {
     if (value) arguments.insert(arguments.end(), {name, *value});
   };
-  const auto raise = [&](const char* name, bool flag) {
+  const auto addFlag = [&](const char* name, bool flag) {
     if (flag) arguments.emplace_back(name);
   };
-  give("-h", line.server);
-  give("-U", line.user);
-  give("-d", line.printer);
-  give("-t", line.title);
-  give("--ppd", line.ppd);
-  give("--plugin", line.plugin);
-  for (const auto& option : line.options) give("-o", optionText(option));
+  addOption("-h", line.server);
+  addOption("-U", line.user);
+  addOption("-d", line.printer);
+  addOption("-t", line.title);
+  addOption("--ppd", line.ppd);
+  addOption("--plugin", line.plugin);
+  for (const auto& option : line.options) addOption("-o", optionText(option));
   for (const auto& input : line.inputs) {
     if (input.text) {
-      give("--set", input.name + "=" + *input.text);
+      addOption("--set", input.name + "=" + *input.text);
     } else {
       arguments.emplace_back("--restore-defaults");
     }
   }
-  raise("-E", line.encrypted);
-  raise("-s", line.silent);
-  raise("--lenient", line.lenient);
-  raise("--list", line.list);
-  raise("--summary", line.summary);
-  raise("--json", line.json);
-  raise("--force", line.force);
-  raise("--save-as-default", line.saveAsDefault);
-  raise("--reset-defaults", line.resetDefaults);
-  raise("--without-panel", line.withoutPanel);
-  raise("--verbose", line.verbose);
+  addFlag("-E", line.encrypted);
+  addFlag("-s", line.silent);
+  addFlag("--lenient", line.lenient);
+  addFlag("--list", line.list);
+  addFlag("--summary", line.summary);
+  addFlag("--json", line.json);
+  addFlag("--force", line.force);
+  addFlag("--save-as-default", line.saveAsDefault);
+  addFlag("--reset-defaults", line.resetDefaults);
+  addFlag("--without-panel", line.withoutPanel);
+  addFlag("--verbose", line.verbose);
   if (line.dialog) arguments.emplace_back(*line.dialog ? "--dialog" : "--no-dialog");
   arguments.emplace_back("--");
   arguments.insert(arguments.end(), line.files.begin(), line.files.end());
@@ -85,9 +85,11 @@ void examine(std::string_view input) {
   }
   const auto& line = std::get<CommandLine>(parsed);
   examineOptions(line.options);
-  for (const auto& act : line.inputs) require(!act.name.empty(), "an act has a name");
+  for (const auto& panelInput : line.inputs)
+    require(!panelInput.name.empty(), "an input for the panel has a name");
   const auto again = std::get<CommandLine>(parseCommandLine(argumentsOf(line)));
-  require(argumentsOf(again) == argumentsOf(line), "what was understood is understood again");
+  require(argumentsOf(again) == argumentsOf(line),
+          "a command line that is written again is read as the same");
 }
 
 }  // namespace tandemtrim::fuzz

@@ -57,7 +57,7 @@ void examine(std::string_view input) {
     require(reason.starts_with("the document's page is not shown: it"),
             "a page that is not shown has a reason");
   }
-  require(std::chrono::steady_clock::now() - begin < kLimit + kLate, "a page takes no longer than it may");
+  require(std::chrono::steady_clock::now() - begin < kLimit + kLate, "a page takes no longer than its limit");
 }
 
 }  // namespace tandemtrim::fuzz

@@ -72,7 +72,7 @@ void examine(std::string_view input) {
   require(printed.options.empty() && !printed.printer && !printed.scale && printed.document.empty(),
           "a request with a document suggests no options");
   require(printed.title == prepared.title && printed.acceptLabel == prepared.acceptLabel,
-          "both methods name the dialog alike");
+          "both methods read the same title and button");
   static_cast<void>(tokenIn(options.get()));
 }
 

@@ -51,13 +51,14 @@ void examine(std::string_view input) {
     const auto limit = expectedLimit(ppd.get(), side);
     require(view.control("textBoxMargin" + side).max == static_cast<double>(limit),
             "the box's bound, " + side);
-    require(view.control("stepperMargin" + side).max == static_cast<double>(limit), "the stepper's, " + side);
-    for (const auto& [typed, left] : {std::pair(limit, limit), {limit + 1, limit}}) {
-      require(view.type(side, std::to_string(typed)), "the box is live");
-      require(view.control(side).text == std::to_string(left), "what is typed stops at the limit, " + side);
+    require(view.control("stepperMargin" + side).max == static_cast<double>(limit),
+            "the stepper's bound, " + side);
+    for (const auto& [typed, shown] : {std::pair(limit, limit), {limit + 1, limit}}) {
+      require(view.type(side, std::to_string(typed)), "the box is enabled");
+      require(view.control(side).text == std::to_string(shown), "a typed number is limited, " + side);
     }
     panel->saveValuesAndReturnError(nullptr);
-    require(job->stored("MV" + side + "Margin") == std::to_string(limit), "what is saved, " + side);
+    require(job->stored("MV" + side + "Margin") == std::to_string(limit), "the limit is saved, " + side);
   }
 }
 

@@ -30,8 +30,8 @@ constexpr std::string_view kPrinter =
     "\4\x42\0\x0C"
     "printer-name\0\5Morva"
     "\3"sv;
-constexpr std::array kSaid{"attributes-charset", "attributes-natural-language", "printer-name"};
-constexpr std::size_t kQuestions = 20;
+constexpr std::array kAlwaysAnswered{"attributes-charset", "attributes-natural-language", "printer-name"};
+constexpr std::size_t kAnswers = 20;
 
 // The folder of both files; libcups reads its path only once.
 const fs::path& folder() {
@@ -59,7 +59,7 @@ bool mayNameNoPrinter(std::string_view input) {
          input.find("\\#") != std::string_view::npos;
 }
 
-std::optional<Options> ours(const Connection& connection, const std::optional<std::string>& name) {
+std::optional<Options> readByProgram(const Connection& connection, const std::optional<std::string>& name) {
   try {
     return findPrinter(connection, name).saved;
   } catch (const Failure&) {
@@ -67,10 +67,11 @@ std::optional<Options> ours(const Connection& connection, const std::optional<st
   }
 }
 
-Options libcupss(const cups_dest_t& destination) {
+Options readByLibcups(const cups_dest_t& destination) {
   Options options;
   for (const auto& found : std::span(destination.options, static_cast<std::size_t>(destination.num_options)))
-    if (std::ranges::none_of(kSaid, [&](const char* said) { return isSameKeyword(found.name, said); }))
+    if (std::ranges::none_of(kAlwaysAnswered,
+                             [&](const char* attribute) { return isSameKeyword(found.name, attribute); }))
       options.push_back({found.name, found.value});
   return options;
 }
@@ -83,13 +84,13 @@ void examine(std::string_view input) {
   write(folder() / "lpoptions", input.substr(0, end));
   write(folder() / ".cups/lpoptions",
         end == std::string_view::npos ? "" : input.substr(end + kBetweenFiles.size()));
-  const Connection connection(serveAnswers(std::deque<std::string>(kQuestions, std::string(kPrinter))));
+  const Connection connection(serveAnswers(std::deque<std::string>(kAnswers, std::string(kPrinter))));
   const auto compare = [&](const std::optional<std::string>& name, const char* printer,
                            const char* instance) {
-    const auto found = ours(connection, name);
+    const auto found = readByProgram(connection, name);
     const auto expected = connection.destination(printer, instance);
     require(found.has_value() == (expected != nullptr), "both find the printer");
-    require(!found || *found == libcupss(*expected), "both read the same options");
+    require(!found || *found == readByLibcups(*expected), "both read the same options");
   };
   compare("Morva", "Morva", nullptr);
   compare("Morva/draft", "Morva", "draft");

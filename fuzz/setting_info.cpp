@@ -58,7 +58,7 @@ void examineMargin(platform::memory::PanelView& view, const std::string& side) {
   const double shown = std::stod(box.text);
   const double expected = 7 < box.min ? box.min : 7 > box.max ? box.max : 7;
   require(!std::isfinite(shown) || std::abs(std::trunc(shown) - expected) <= std::abs(expected) * 1e-15,
-          "what is typed is clamped to the list's range");
+          "a typed number is clamped to the list's range");
   const auto whole = integerHeldBetween(box.text, INT64_MIN, INT64_MAX);
   require(std::stod(view.control("stepperMargin" + side).text) == static_cast<double>(whole),
           "the stepper shows the box's integer");
@@ -94,7 +94,7 @@ void examine(std::string_view input) {
     examineCommonInfo(*info);
     examinePanel(bundle);
   } catch (const std::invalid_argument&) {
-    require(root != nullptr, "only what was read can be wrong in kind");
+    require(root != nullptr, "only a list that is read can have a value of the wrong kind");
   }
 }
 

@@ -45,7 +45,7 @@ void examineSummary(platform::PrintPanel& panel, const Values& values) {
   require(summary.size() == kTitles.size() + 1, "switched on, six rows and their order");
   for (std::size_t i = 0; i < kTitles.size(); ++i) {
     const auto& value = values[i + 1].value();
-    require(row(kTitles.at(i)) == (i < 2 ? textOf(value) : value), "the summary shows what is stored");
+    require(row(kTitles.at(i)) == (i < 2 ? textOf(value) : value), "the summary shows the stored values");
   }
 }
 
@@ -76,7 +76,7 @@ void examine(std::string_view input) {
   panel->willShow();
   require(storedIn(*job) == values, "showing stores nothing");
   panel->saveValuesAndReturnError(nullptr);
-  require(storedIn(*job) == afterSaving(values), "saving stores what is shown");
+  require(storedIn(*job) == afterSaving(values), "saving stores the shown values");
 
   panel->restoreValuesAndReturnError(nullptr);
   panel->saveValuesAndReturnError(nullptr);

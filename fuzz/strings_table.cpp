@@ -33,7 +33,7 @@ std::string written(const StringsTable& table) {
 void examine(std::string_view input) {
   std::size_t line = 0;
   const auto table = parseStringsTable(input, &line);
-  require(parseStringsTable(input) == table, "reading without asking for the line reads the same");
+  require(parseStringsTable(input) == table, "a table is read the same without its fault's line");
   if (!table) {
     require(line >= 1, "a fault has a line");
     require(line <= 1 + static_cast<std::size_t>(std::count(input.begin(), input.end(), '\n')),

@@ -26,8 +26,8 @@ std::string corrected(const std::string& text) {
 
 void examineRules(const std::string& text) {
   const auto digits = margin_entry::digitString(text);
-  require(margin_entry::isDigitChar(digits), "the filter leaves digits");
-  require(margin_entry::digitString(digits) == digits, "filtered twice is filtered once");
+  require(margin_entry::isDigitChar(digits), "the filter leaves only digits");
+  require(margin_entry::digitString(digits) == digits, "filtering twice is the same as filtering once");
   require(margin_entry::isDigitChar(text) == (digits == text), "a text of digits is left as it is");
 
   const MorvaTTDecimalFormatterKV2 formatter;

@@ -21,7 +21,7 @@ std::string nibPath(std::string_view name) {
 }
 
 // Uses the toolkit's C interface: the C++ classes need more set-up, and nothing here overrides them.
-Glib::RefPtr<Gtk::Builder> described(const std::string& path) {
+Glib::RefPtr<Gtk::Builder> loadDescription(const std::string& path) {
   auto* const builder = gtk_builder_new();
   auto description = Glib::wrap(builder);
   GError* error = nullptr;
@@ -35,7 +35,7 @@ bool loadNibNamed(std::string_view name, NibOwner& owner) try {
   // Widgets need a screen.
   if (gdk_display_get_default() == nullptr) return false;
   Gtk::init_gtkmm_internals();
-  auto panel = std::make_unique<gtk::Panel>(described(nibPath(name)), owner);
+  auto panel = std::make_unique<gtk::Panel>(loadDescription(nibPath(name)), owner);
   auto& loaded = *panel;
   owner.keepLoadedNib(std::move(panel));
   loaded.connectOutlets(owner);

@@ -28,23 +28,23 @@ void closeDialog(GDBusConnection* bus, const char*, const char*, const char*, co
 void showDialog(GDBusConnection* bus, const char*, const char*, const char*, const char*, GVariant* values,
                 GDBusMethodInvocation* call, gpointer) {
   static const GDBusInterfaceVTable table{closeDialog, nullptr, nullptr, {}};
-  const char* place = nullptr;
-  GVariant* given = nullptr;
-  g_variant_get(values, "(&osss@a{sv}a{sv}a{sv})", &place, nullptr, nullptr, nullptr, &given, nullptr,
+  const char* path = nullptr;
+  GVariant* printSettings = nullptr;
+  g_variant_get(values, "(&osss@a{sv}a{sv}a{sv})", &path, nullptr, nullptr, nullptr, &printSettings, nullptr,
                 nullptr);
   request = call;
   handle =
-      g_dbus_connection_register_object(bus, place, node->interfaces[1], &table, nullptr, nullptr, nullptr);
+      g_dbus_connection_register_object(bus, path, node->interfaces[1], &table, nullptr, nullptr, nullptr);
   dialog = gtk_print_unix_dialog_new("Print", nullptr);
   auto* const print = GTK_PRINT_UNIX_DIALOG(dialog);
   gtk_print_unix_dialog_set_manual_capabilities(
       print,
       static_cast<GtkPrintCapabilities>(GTK_PRINT_CAPABILITY_PAGE_SET | GTK_PRINT_CAPABILITY_GENERATE_PDF));
   gtk_print_unix_dialog_set_embed_page_setup(print, TRUE);
-  auto* const settings = gtk_print_settings_new_from_gvariant(given);
+  auto* const settings = gtk_print_settings_new_from_gvariant(printSettings);
   gtk_print_unix_dialog_set_settings(print, settings);
   g_object_unref(settings);
-  g_variant_unref(given);
+  g_variant_unref(printSettings);
   gtk_window_present(GTK_WINDOW(dialog));
 }
 

@@ -23,7 +23,7 @@ def figures(screen, mode, command):
     return [int(line) for line in result.stdout.splitlines() if line.isdigit()]
 
 
-def still():
+def switch_animations_off():
     """Switches GTK's animations off, as they would hide the drawing that is waited for."""
     for toolkit in ("gtk-3.0", "gtk-4.0"):
         folder = pathlib.Path(os.environ.get("XDG_CONFIG_HOME") or pathlib.Path.home() / ".config", toolkit)
@@ -38,7 +38,7 @@ def have_the_bus_start(name, *command):
 
 
 def main():
-    still()
+    switch_animations_off()
     screen, mode, rounds, *words = sys.argv[1:]
     groups = itertools.groupby(words, lambda word: word == "--")
     commands = [list(group) for is_separator, group in groups if not is_separator]

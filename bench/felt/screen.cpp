@@ -40,7 +40,7 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr int kPatience = 20'000;  // milliseconds
+constexpr int kTimeout = 20'000;  // milliseconds
 constexpr int kQuiet = 300;
 constexpr int kSettled = 1'000;
 constexpr int kSmallest = 200;  // pixels of a window that counts
@@ -66,8 +66,8 @@ class Screen {
     XSync(display_, False);
   }
 
-  // Waits for the next drawing and sets its area and time; false after `patience` milliseconds without one.
-  bool next(XRectangle& area, Clock::time_point& when, int patience) {
+  // Waits for the next drawing and sets its area and time; false after `timeout` milliseconds without one.
+  bool next(XRectangle& area, Clock::time_point& when, int timeout) {
     while (true) {
       while (XPending(display_) > 0) {
         XEvent event;
@@ -78,7 +78,7 @@ class Screen {
         return true;
       }
       pollfd connection{ConnectionNumber(display_), POLLIN, 0};
-      if (poll(&connection, 1, patience) <= 0) return false;
+      if (poll(&connection, 1, timeout) <= 0) return false;
     }
   }
 
@@ -163,10 +163,10 @@ class Backend {
   }
 
   // Requests a dialog.
-  void ask() {
-    request_ = std::string(kPlace) + "/request/bench/" + std::to_string(++requests_);
+  void requestDialog() {
+    request_ = std::string(kPath) + "/request/bench/" + std::to_string(++requests_);
     g_dbus_connection_call(
-        bus_, name_, kPlace, kPrint, "PreparePrint",
+        bus_, name_, kPath, kPrint, "PreparePrint",
         g_variant_new_parsed("(%o, '', '', 'Print', {'printer': <'Morva'>}, @a{sv} {}, @a{sv} {})",
                              request_.c_str()),
         nullptr, G_DBUS_CALL_FLAGS_NONE, G_MAXINT, nullptr, nullptr, nullptr);
@@ -175,7 +175,7 @@ class Backend {
   void close() { call(name_, request_.c_str(), "org.freedesktop.impl.portal.Request", "Close", nullptr); }
   // Its process; starts it if it does not run.
   pid_t process() {
-    call(name_, kPlace, "org.freedesktop.DBus.Peer", "Ping", nullptr);
+    call(name_, kPath, "org.freedesktop.DBus.Peer", "Ping", nullptr);
     auto* const answer = callBus("GetConnectionUnixProcessID");
     guint32 process = 0;
     g_variant_get(answer, "(u)", &process);
@@ -185,22 +185,22 @@ class Backend {
   // Ends its process.
   void end() {
     kill(process(), SIGKILL);
-    gboolean isThere = TRUE;
-    while (isThere != FALSE) {
+    gboolean hasOwner = TRUE;
+    while (hasOwner != FALSE) {
       auto* const answer = callBus("NameHasOwner");
-      g_variant_get(answer, "(b)", &isThere);
+      g_variant_get(answer, "(b)", &hasOwner);
       g_variant_unref(answer);
     }
   }
 
  private:
-  static constexpr const char* kPlace = "/org/freedesktop/portal/desktop";
+  static constexpr const char* kPath = "/org/freedesktop/portal/desktop";
   static constexpr const char* kPrint = "org.freedesktop.impl.portal.Print";
 
   GVariant* answerOf(const char* name, const char* path, const char* interface, const char* method,
                      GVariant* values) {
     auto* const answer = g_dbus_connection_call_sync(bus_, name, path, interface, method, values, nullptr,
-                                                     G_DBUS_CALL_FLAGS_NONE, kPatience, nullptr, nullptr);
+                                                     G_DBUS_CALL_FLAGS_NONE, kTimeout, nullptr, nullptr);
     if (answer == nullptr) fail("the print backend does not answer");
     return answer;
   }
@@ -220,7 +220,7 @@ class Backend {
 
 void waitForLargeDrawing(Screen& screen, XRectangle& area, Clock::time_point& when) {
   do {
-    if (!screen.next(area, when, kPatience)) fail("nothing was drawn");
+    if (!screen.next(area, when, kTimeout)) fail("nothing was drawn");
   } while (area.width < kSmallest || area.height < kSmallest);
 }
 
@@ -294,7 +294,7 @@ void measureStarted(char** words) {
   Clock::time_point when;
   Backend backend(words[0]);
   const auto start = Clock::now();
-  backend.ask();
+  backend.requestDialog();
   waitForWindow(screen, when);
   print(when - start);
   screen.lastDrawing(when, kSettled);
@@ -303,7 +303,7 @@ void measureStarted(char** words) {
 }
 
 void showDialog(Screen& screen, Backend& backend, Clock::time_point& when) {
-  backend.ask();
+  backend.requestDialog();
   waitForWindow(screen, when);
 }
 

@@ -74,13 +74,13 @@ class Writer:
         self.names = {FILES_OWNER: "owner"}
         self.lines = []
 
-    def say(self, line):
+    def add(self, line):
         self.lines.append(f"  {line};")
 
     def send(self, receiver, selector, argument):
         if selector.startswith("cell "):
             receiver, selector = f"[{receiver} cell]", selector.removeprefix("cell ")
-        self.say(f"[{receiver} {selector}{argument}]")
+        self.add(f"[{receiver} {selector}{argument}]")
 
     def name_of(self, element):
         """A variable for the object, named by its userLabel."""
@@ -94,7 +94,7 @@ class Writer:
         place = ", ".join(number(frame[key]) for key in ("x", "y", "width", "height"))
         made = element.get("customClass") or CLASSES[element.tag]
         more = " pullsDown:NO" if element.tag == "popUpButton" else ""
-        self.say(f"{made}* {name} = [[[{made} alloc] initWithFrame:NSMakeRect({place}){more}] autorelease]")
+        self.add(f"{made}* {name} = [[[{made} alloc] initWithFrame:NSMakeRect({place}){more}] autorelease]")
         mask = element.find("autoresizingMask").attrib
         self.send(name, "setAutoresizingMask:", " | ".join(RESIZING[key] for key in mask if key != "key"))
         for cell in element:
@@ -146,9 +146,9 @@ class Writer:
                 top.append(self.view(element))
             elif not element.get("id").startswith("-"):
                 name, made = self.name_of(element), element.get("customClass")
-                self.say(f"{made}* {name} = [[[{made} alloc] init] autorelease]")
+                self.add(f"{made}* {name} = [[[{made} alloc] init] autorelease]")
                 top.append(name)
-        self.say("NSMutableArray* objects = [NSMutableArray array]")
+        self.add("NSMutableArray* objects = [NSMutableArray array]")
         for name in top:
             self.send("objects", "addObject:", name)
         for element in self.document.iter():

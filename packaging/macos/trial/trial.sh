@@ -26,17 +26,17 @@ esac
 note() { printf '%s\n' "$*" | tee -a "$report"; }
 # check NAME COMMAND ...: notes whether the command succeeds. Its output goes into the report, and to the terminal if it fails.
 check() {
-  local name=$1 said status=0
+  local name=$1 output status=0
   shift
-  said=$("$@" 2>&1) || status=$?
-  said=${said:+$(printf '%s\n' "$said" | sed 's/^/        /')}
+  output=$("$@" 2>&1) || status=$?
+  output=${output:+$(printf '%s\n' "$output" | sed 's/^/        /')}
   if [ $status = 0 ]; then
     note "ok      $name"
-    [ -z "$said" ] || printf '%s\n' "$said" >>"$report"
+    [ -z "$output" ] || printf '%s\n' "$output" >>"$report"
   else
     failed=1
     note "failed  $name (status $status)"
-    [ -z "$said" ] || note "$said"
+    [ -z "$output" ] || note "$output"
   fi
   return $status
 }
