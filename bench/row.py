@@ -6,7 +6,7 @@ import statistics
 
 @dataclasses.dataclass
 class Row:
-    """A figure beside its peer. Goal, reach and known are shares of the peer, or limits of the figure if there is no peer."""
+    """A figure beside its peer. Goal, reach (a better goal) and known are shares of the peer; without a peer, limits of the figure."""
 
     what: str
     figure: float

@@ -15,8 +15,8 @@ targets=("$programs"/fuzz_*[a-z])
 targets=("${targets[@]##*/fuzz_}")
 [ $# -eq 1 ] || targets=("${@:2}")
 
-# make_up PROGRAM TARGET SECONDS LOG [option ...]
-make_up() {
+# run_fuzzer PROGRAM TARGET SECONDS LOG [option ...]
+run_fuzzer() {
   "$1/fuzz_$2" -max_total_time="$3" -max_len=4096 -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
     -dict="fuzz/dictionaries/$2.dict" -artifact_prefix="build/fuzz/$2-" "${@:5}" \
     "$inputs/$2" "fuzz/corpus/$2" >"$4" 2>&1 || { tail -n 40 "$4"; return 1; }
@@ -36,13 +36,13 @@ try() {
   fi
   if [ -x "$quick/fuzz_$target" ]; then
     left=$((time / 4 + 1))
-    make_up "$quick" "$target" $((time - left)) "$log.quick" -use_counters=0
+    run_fuzzer "$quick" "$target" $((time - left)) "$log.quick" -use_counters=0
     echo "$target, quick: $(grep -ao 'number_of_executed_units: .*' "$log.quick")"
   fi
-  make_up "$programs" "$target" "$left" "$log"
+  run_fuzzer "$programs" "$target" "$left" "$log"
   echo "$target: $(grep -ao 'number_of_executed_units: .*' "$log"), $(grep -ao 'cov: [0-9]* ft: [0-9]*' "$log" | tail -n 1)"
 }
 
-export -f make_up try
+export -f run_fuzzer try
 export programs quick inputs time LSAN_OPTIONS
 printf '%s\n' "${targets[@]}" | xargs -P "$(nproc)" -I '{}' bash -euo pipefail -c 'try {}'

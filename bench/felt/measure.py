@@ -31,7 +31,7 @@ def switch_animations_off():
         (folder / "settings.ini").write_text("[Settings]\ngtk-enable-animations=false\n")
 
 
-def have_the_bus_start(name, *command):
+def register_service(name, *command):
     folder = pathlib.Path(os.environ["XDG_RUNTIME_DIR"], "dbus-1/services")
     folder.mkdir(parents=True, exist_ok=True)
     (folder / f"{name}.service").write_text(f"[D-BUS Service]\nName={name}\nExec={' '.join(command)}\n")
@@ -44,7 +44,7 @@ def main():
     commands = [list(group) for is_separator, group in groups if not is_separator]
     if mode in OF_BACKENDS:
         for command in commands:
-            have_the_bus_start(*command)
+            register_service(*command)
         bus = "org.freedesktop.DBus"
         reload = ["dbus-send", "--session", "--print-reply", f"--dest={bus}", "/org/freedesktop/DBus", f"{bus}.ReloadConfig"]
         subprocess.run(reload, stdout=subprocess.DEVNULL, check=True)

@@ -13,7 +13,8 @@ check() {
   shift
   if "$@" >/dev/null 2>&1; then echo "ok      $name"; else echo "failed  $name"; failed=1; fi
 }
-# Each reads a command's whole output before it checks it: a command that fails or is cut off must not look like one that found nothing.
+# Each of these functions reads a command's whole output before it checks it: a command that fails or is cut off must not look like one that
+# found nothing.
 is_new_enough() {
   local needed now
   needed=$(plutil -extract LSMinimumSystemVersion raw "$bundle/Contents/Info.plist") && now=$(sw_vers -productVersion) && [ -n "$needed" ] &&
