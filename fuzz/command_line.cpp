@@ -1,5 +1,6 @@
 // The input is the program's arguments, each ended by a byte 0. Either a mistake is reported, or the command
-// line can be written as arguments again and read with the same result.
+// line can be written as arguments again and read with the same result. The options for presets and
+// applications, --wait and --no-notification are not written.
 #include <algorithm>
 
 #include "fuzz/support/target.hpp"

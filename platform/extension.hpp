@@ -77,20 +77,25 @@ class PrintPanel {
   /// The view, the same one at each call, or null when it could not be loaded. It belongs to the panel.
   [[nodiscard]] virtual View* panelView() = 0;
   /// The text of each stored value under its setting's title, and under kSummaryDisplayOrderKey the order of
-  /// the titles, which may be missing. Replaces unsaved changes in the controls by the stored values.
+  /// the titles, which may be missing. May replace unsaved changes in the controls by the stored values.
   [[nodiscard]] virtual Dictionary summaryInfo() = 0;
+  /// Shows the stored values. The host calls it each time before it shows the view.
   virtual void willShow() = 0;
+  /// Whether the user may leave the panel; if not, the host shows it again.
   [[nodiscard]] virtual bool shouldHide() = 0;
+  /// Whether the host offers help for the panel.
   [[nodiscard]] virtual bool shouldShowHelp() = 0;
   /// The PPD option keywords that the panel sets, the same list at each call. It belongs to the panel.
   [[nodiscard]] virtual const std::vector<std::string>& supportedPPDOptionKeys() = 0;
   /// The settings of the supported keywords, in the same order, with the job's current values. Changes no
   /// control.
   [[nodiscard]] virtual std::vector<PanelSetting> settings() const = 0;
+  /// Whether the host may print.
   [[nodiscard]] virtual bool shouldPrint() = 0;
-  /// Stores the controls' values in the print settings.
+  /// Stores the controls' values in the print settings. On failure returns false and sets `*error` to the
+  /// reason, unless `error` is null.
   virtual bool saveValuesAndReturnError(std::string* error) = 0;
-  /// Shows the stored values in the controls.
+  /// Shows the stored values in the controls. Fails in the same way.
   virtual bool restoreValuesAndReturnError(std::string* error) = 0;
 };
 
