@@ -20,9 +20,9 @@ bool isShowable(std::string_view character) {
   if (character.size() == 2) return character >= "\u00A0";
   // U+2028 to U+202E and U+2066 to U+2069.
   const auto start = character.substr(0, 2);
-  const bool turns = (start == "\xE2\x80" && character[2] >= '\xA8' && character[2] <= '\xAE') ||
-                     (start == "\xE2\x81" && character[2] >= '\xA6' && character[2] <= '\xA9');
-  return !turns;
+  const bool isFormatting = (start == "\xE2\x80" && character[2] >= '\xA8' && character[2] <= '\xAE') ||
+                            (start == "\xE2\x81" && character[2] >= '\xA6' && character[2] <= '\xA9');
+  return !isFormatting;
 }
 
 // The beginning of a text, up to the first character boundary at or after this many bytes.

@@ -7,7 +7,7 @@
 namespace tandemtrim::host {
 
 /// A text from elsewhere, on one line and safe for a terminal: U+FFFD replaces each control character, line
-/// separator, mark that changes the direction of writing, and byte that is not UTF-8.
+/// separator, embedding, override or isolate of the direction of writing, and byte that is not UTF-8.
 std::string plainText(std::string_view text);
 
 /// The same, but a text longer than 200 bytes is cut, with three dots at the end.

@@ -30,8 +30,8 @@ std::optional<std::string> setValue(const Variables& variable, const char* name)
   return value && !value->empty() ? value : std::nullopt;
 }
 
-std::vector<fs::path> foldersOf(const Variables& variable, const char* name, const std::string& usual) {
-  const auto parts = partsOf(setValue(variable, name).value_or(usual), ':');
+std::vector<fs::path> foldersOf(const Variables& variable, const char* name, const std::string& fallback) {
+  const auto parts = partsOf(setValue(variable, name).value_or(fallback), ':');
   return {parts.begin(), parts.end()};
 }
 

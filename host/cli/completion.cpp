@@ -21,12 +21,12 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-constexpr unsigned kSecondsAtKey = 2;
+constexpr unsigned kSecondsForCompletion = 2;
 
 // Ends the program after this time, however many requests it makes.
 void endInTime() {
   std::signal(SIGALRM, [](int) { _exit(kSucceeded); });
-  alarm(kSecondsAtKey);
+  alarm(kSecondsForCompletion);
 }
 
 // The result of `words` for the name and the PPD of the command line's printer.

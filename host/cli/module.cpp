@@ -33,7 +33,7 @@ void openStandardDescriptors() {
 }
 
 // Writing beyond the user's limit on file sizes then fails, which is reported, and does not end the program.
-void outliveFileLimit() { std::signal(SIGXFSZ, SIG_IGN); }
+void ignoreFileLimitSignal() { std::signal(SIGXFSZ, SIG_IGN); }
 
 std::optional<Login> askAtTerminal(const LoginQuestion& question) {
   auto password = passwordFromTerminal(plainText(question.prompt) + " ");
@@ -49,7 +49,7 @@ bool hasInput() {
 }
 
 // Sets libcups's own variables, which apply to every thread and to GTK's dialog, too.
-void chooseIdentity(const CommandLine& line) {
+void setCupsVariables(const CommandLine& line) {
   if (line.user) setenv("CUPS_USER", line.user->c_str(), 1);
   if (line.encrypted) setenv("CUPS_ENCRYPTION", "Required", 1);
 }
@@ -58,7 +58,7 @@ void work(std::vector<std::string> arguments) {
   if (!arguments.empty() && arguments.front() == "--complete") {
     arguments.erase(arguments.begin());
     const auto unfinished = parseUnfinished(std::move(arguments));
-    chooseIdentity(unfinished.line);
+    setCupsVariables(unfinished.line);
     for (const auto& word : completions(unfinished)) std::cout << plainText(word) << '\n';
     return;
   }
@@ -67,7 +67,7 @@ void work(std::vector<std::string> arguments) {
     std::cout << information->text;
   } else {
     const auto& line = std::get<CommandLine>(parsed);
-    chooseIdentity(line);
+    setCupsVariables(line);
     if (line.verbose) openlog("tandem-trim", LOG_PERROR, LOG_USER);
     run(line, std::cout, printMessage);
   }
@@ -78,7 +78,7 @@ void work(std::vector<std::string> arguments) {
 
 extern "C" __attribute__((visibility("default"))) int tandemTrimRun(int argc, char** argv) noexcept {
   openStandardDescriptors();
-  outliveFileLimit();
+  ignoreFileLimitSignal();
   answerLogins(askAtTerminal);
   try {
     work({argv + 1, argv + argc});

@@ -14,33 +14,34 @@ namespace tandemtrim::host {
 namespace {
 
 // The signals that end or stop the program.
-constexpr std::array kKeptSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGTTIN, SIGTTOU};
+constexpr std::array kDeferredSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP, SIGTTIN, SIGTTOU};
 
-volatile std::sig_atomic_t keptSignal = 0;
+volatile std::sig_atomic_t deferredSignal = 0;
 
-extern "C" void onSignalAtQuestion(int signal) { keptSignal = signal; }
+extern "C" void deferSignal(int signal) { deferredSignal = signal; }
 
 // Defers signals until its destruction, when the last of them takes its usual effect.
-class Signals {
+class DeferredSignals {
  public:
-  Signals() {
-    keptSignal = 0;
+  DeferredSignals() {
+    deferredSignal = 0;
     struct sigaction action {};
-    action.sa_handler = onSignalAtQuestion;  // Without SA_RESTART, so that reading ends.
-    for (std::size_t i = 0; i < kKeptSignals.size(); ++i) {
-      sigaction(kKeptSignals[i], nullptr, &before_[i]);
-      if (!isIgnored(kKeptSignals[i])) sigaction(kKeptSignals[i], &action, nullptr);
+    action.sa_handler = deferSignal;  // Without SA_RESTART, so that reading ends.
+    for (std::size_t i = 0; i < kDeferredSignals.size(); ++i) {
+      sigaction(kDeferredSignals[i], nullptr, &before_[i]);
+      if (!isIgnored(kDeferredSignals[i])) sigaction(kDeferredSignals[i], &action, nullptr);
     }
   }
-  Signals(const Signals&) = delete;
-  Signals& operator=(const Signals&) = delete;
-  ~Signals() {
-    for (std::size_t i = 0; i < kKeptSignals.size(); ++i) sigaction(kKeptSignals[i], &before_[i], nullptr);
-    if (keptSignal != 0) raise(keptSignal);
+  DeferredSignals(const DeferredSignals&) = delete;
+  DeferredSignals& operator=(const DeferredSignals&) = delete;
+  ~DeferredSignals() {
+    for (std::size_t i = 0; i < kDeferredSignals.size(); ++i)
+      sigaction(kDeferredSignals[i], &before_[i], nullptr);
+    if (deferredSignal != 0) raise(deferredSignal);
   }
 
  private:
-  std::array<struct sigaction, kKeptSignals.size()> before_{};
+  std::array<struct sigaction, kDeferredSignals.size()> before_{};
 };
 
 // While it exists, the terminal does not show what is typed.
@@ -62,13 +63,13 @@ class NoEcho {
 };
 
 void writeText(int terminal, const std::string& text) {
-  if (write(terminal, text.data(), text.size()) < 0) keptSignal = SIGHUP;
+  if (write(terminal, text.data(), text.size()) < 0) deferredSignal = SIGHUP;
 }
 
 // Reads up to the end of the line, or a signal.
 std::string readLine(int terminal) {
   std::string line;
-  for (char typed = 0; keptSignal == 0 && read(terminal, &typed, 1) == 1 && typed != '\n';) line += typed;
+  for (char typed = 0; deferredSignal == 0 && read(terminal, &typed, 1) == 1 && typed != '\n';) line += typed;
   return line;
 }
 
@@ -79,14 +80,14 @@ std::optional<std::string> passwordFromTerminal(const std::string& prompt) {
   if (!terminal.isOpen()) return std::nullopt;
   std::string password;
   do {
-    const Signals signals;
+    const DeferredSignals signals;
     const NoEcho hidden(terminal.get());
     writeText(terminal.get(), prompt);
     password = readLine(terminal.get());
     writeText(terminal.get(), "\n");
     // A program that was stopped asks again when it continues.
-  } while (keptSignal == SIGTSTP || keptSignal == SIGTTIN || keptSignal == SIGTTOU);
-  if (keptSignal != 0 || password.empty()) return std::nullopt;
+  } while (deferredSignal == SIGTSTP || deferredSignal == SIGTTIN || deferredSignal == SIGTTOU);
+  if (deferredSignal != 0 || password.empty()) return std::nullopt;
   return password;
 }
 

@@ -47,8 +47,8 @@ Preset presetOf(const CommandLine& line, const std::optional<Preset>& base, cons
     for (const auto& setting : settings.panel->settings) keywords.push_back(setting.keyword);
   }
   for (const auto& option : settings.options) {
-    const bool isPanels = std::ranges::count(keywords, option.keyword) != 0;
-    if (isPanels) setOption(preset.panel, option);
+    const bool belongsToPanel = std::ranges::count(keywords, option.keyword) != 0;
+    if (belongsToPanel) setOption(preset.panel, option);
   }
   if (settings.panel) preset.panel = withoutKeywords(preset.panel, settings.panel->illegalDefaults);
   for (const auto& option : withoutKeywords(withoutThoseOfOneJob(line.options), keywords))

@@ -34,12 +34,12 @@ void listPrinters(const CommandLine& line, std::ostream& out, const Report& repo
   const Connection connection(line.server);
   const auto names = printerNames(connection);
   if (names.empty()) return report("the server has no printer; add one by lpadmin");
-  const auto usual = connection.destination(nullptr, nullptr);
+  const auto defaultPrinter = connection.destination(nullptr, nullptr);
   const auto longest = std::ranges::max(names, {}, &std::string::size).size();
   for (const auto& name : names) {
     out << std::left << std::setw(static_cast<int>(longest)) << plainText(name) << "  "
         << plainText(panelText(connection, name, line.plugin));
-    if (usual && isSameKeyword(usual->name, name)) out << "  default";
+    if (defaultPrinter && isSameKeyword(defaultPrinter->name, name)) out << "  default";
     out << '\n';
   }
 }

@@ -24,10 +24,10 @@ struct IntegerRange {
   int largest;
 };
 
-constexpr int kAny = std::numeric_limits<int>::max();
+constexpr int kNoLimit = std::numeric_limits<int>::max();
 // The bounds in IPP's registry; other options take any number.
 constexpr std::array<IntegerRange, 3> kBounds{
-    {{"copies", 1, kAny}, {"job-priority", 1, 100}, {"number-up", 1, kAny}}};
+    {{"copies", 1, kNoLimit}, {"job-priority", 1, 100}, {"number-up", 1, kNoLimit}}};
 
 std::optional<int> numberFrom(std::string_view text) {
   int number = 0;
@@ -115,7 +115,7 @@ std::string expected(ipp_tag_t type, const std::string& keyword) {
   const auto* const bounds = boundsOf(keyword);
   if (bounds == nullptr) return "a number";
   const auto smallest = "a number from " + std::to_string(bounds->smallest);
-  return smallest + (bounds->largest == kAny ? " on" : " to " + std::to_string(bounds->largest));
+  return smallest + (bounds->largest == kNoLimit ? " on" : " to " + std::to_string(bounds->largest));
 }
 
 // The values in libcups's form with commas between them. A text may contain commas and stays as it is.

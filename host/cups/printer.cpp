@@ -27,7 +27,7 @@ DestinationName splitAt(std::string::size_type slash, const std::string& text) {
 
 // The default printer as libcups finds it: from the environment, the user's or the administrator's file.
 // nullopt means the server's default printer.
-std::optional<DestinationName> usualDestination(std::span<const std::string> defaults) {
+std::optional<DestinationName> localDefault(std::span<const std::string> defaults) {
   const char* name = std::getenv("LPDEST");
   if (name == nullptr) {
     name = std::getenv("PRINTER");
@@ -35,11 +35,11 @@ std::optional<DestinationName> usualDestination(std::span<const std::string> def
     if (name != nullptr && name == "lp"sv) name = nullptr;
   }
   if (name != nullptr) return splitAt(std::string_view(name).find('/'), name);
-  std::optional<DestinationName> usual;
+  std::optional<DestinationName> found;
   // The user's file comes last and overrides the administrator's.
   for (const auto& file : defaults)
-    if (auto destination = defaultDestination(file)) usual = std::move(destination);
-  return usual;
+    if (auto destination = defaultDestination(file)) found = std::move(destination);
+  return found;
 }
 
 Failure notFound(const Connection& connection, const std::optional<std::string>& name) {
@@ -83,7 +83,7 @@ void refuseOddDefaults() {
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name) {
   refuseOddDefaults();
   const auto defaults = savedDefaults();
-  const auto destination = name ? splitAt(name->rfind('/'), *name) : usualDestination(defaults);
+  const auto destination = name ? splitAt(name->rfind('/'), *name) : localDefault(defaults);
   // For a printer whose name is known beforehand, libcups reads only its first line in each file.
   const auto lines = destination ? SavedLines::first : SavedLines::all;
   auto saved = savedOptions(defaults, destination, lines);

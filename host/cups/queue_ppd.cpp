@@ -40,13 +40,14 @@ std::optional<off_t> announcedBytes(http_t* http) {
   return error == std::errc() && end == digits.data() + digits.size() ? std::optional(bytes) : std::nullopt;
 }
 
-// Whether the PPD has an address. A '?' in the printer's name would begin the address's query.
-bool isGivenAsFile(const Printer& printer) { return printer.name.find('?') == std::string::npos; }
+// Whether the server offers the PPD at an address. A '?' in the printer's name would begin the address's
+// query.
+bool hasAddress(const Printer& printer) { return printer.name.find('?') == std::string::npos; }
 
 // Fetches a printer's PPD into the file and returns the status of the answer.
 http_status_t askForPpd(const Connection& connection, const Printer& printer, int file) {
   const auto watched = connection.watch();
-  if (isGivenAsFile(printer))
+  if (hasAddress(printer))
     return cupsGetFd(connection.get(), (printerResource(printer.name) + ".ppd").c_str(), file);
   auto request = printerRequest(IPP_OP_CUPS_GET_PPD, printer.name);
   refuseIncomplete(request);
@@ -72,7 +73,7 @@ std::optional<PpdHandle> fetch(const Connection& connection, const Printer& prin
   if (status == HTTP_STATUS_ERROR || !isWhole(connection.get()) || ftruncate(file.get(), size) != 0)
     return std::nullopt;
   // libcups ignores a failed write.
-  if (isGivenAsFile(printer) && announcedBytes(connection.get()).value_or(size) != size) return std::nullopt;
+  if (hasAddress(printer) && announcedBytes(connection.get()).value_or(size) != size) return std::nullopt;
   return readPpd(std::move(file), "of " + printer.name + " at " + connection.server());
 }
 

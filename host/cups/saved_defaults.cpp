@@ -91,7 +91,7 @@ const char* valueOf(const Option& option, const cups_dest_t& destination) {
 }
 
 // Whether the server itself supplies this value, so that the option needs no entry.
-bool isServers(const Option& option, const Printer& printer, const cups_dest_t& destination) {
+bool isFromServer(const Option& option, const Printer& printer, const cups_dest_t& destination) {
   const char* const value = valueOf(option, destination);
   return value != nullptr && option.value == value &&
          std::ranges::none_of(printer.saved, [&](const Option& saved) {
@@ -149,7 +149,7 @@ Options keepable(const Options& options) {
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options) {
   auto entries = options;
   const auto before = knownDestination(connection, printer);
-  std::erase_if(entries, [&](const Option& option) { return isServers(option, printer, *before); });
+  std::erase_if(entries, [&](const Option& option) { return isFromServer(option, printer, *before); });
   if (!entries.empty()) writeEntries(printer, entries);
 
   const auto after = knownDestination(connection, printer);

@@ -49,7 +49,7 @@ std::string optionsText(const SentJob& job) {
 }
 
 // Whether to leave the job at the server: it has ended, or nothing of it is missing.
-bool isToStay(const ReportedJob& reported) {
+bool staysAtServer(const ReportedJob& reported) {
   return badEnd(reported) || reported.state == IPP_JSTATE_COMPLETED || reported.incomplete.empty();
 }
 
@@ -195,7 +195,7 @@ SentJob sendAndConfirm(const Connection& connection, const Printer& printer, con
                       {{"[reason]", silence.fact()}}),
                   silence.remedy());
   }
-  if (job.reported ? isToStay(*job.reported) : !unanswered) {
+  if (job.reported ? staysAtServer(*job.reported) : !unanswered) {
     unfinished.keep();
   } else {
     job.failure = failureAfterCancelling(*job.failure, unfinished, job);

@@ -14,7 +14,7 @@ namespace tandemtrim::host {
 namespace {
 
 // Whether the title is the one that GTK programs use for all documents, in English or the user's language.
-bool saysNothing(const std::string& title) {
+bool isGenericTitle(const std::string& title) {
   return title.empty() || title == "Print" || title == g_dgettext("gtk40", "Print") ||
          title == g_dgettext("gtk30", "Print");
 }
@@ -29,7 +29,7 @@ std::string nameOfProgram(const std::string& application) {
 // The job's name in the print server's queue.
 std::string jobName(const DialogRequest& request) {
   std::string name = request.title;
-  if (saysNothing(name)) name = request.document;
+  if (isGenericTitle(name)) name = request.document;
   if (name.empty()) name = nameOfProgram(request.application);
   if (name.empty()) name = localized(kDocumentText);
   return shortText(name);

@@ -47,7 +47,7 @@ ChosenPrinter::ChosenPrinter(const CommandLine& line, Glib::RefPtr<Gtk::PrintSet
            }}),
       panel_(window.dialog(), line.plugin, report,
              {[this](const Failure& failure) { onPanelFailure(failure); }, events_.onHelp,
-              [this] { return otherOptionsOrNone(); }, [this] { return optionsOfServer(); },
+              [this] { return otherOptionsIfComplete(); }, [this] { return optionsOfServer(); },
               events_.openDocument, presets_.events(), [this] { return presets_.isChosen(); }}),
       reader_(line.server, ask) {
   window.dialog().property_selected_printer().signal_changed().connect(
@@ -135,7 +135,7 @@ void ChosenPrinter::onDetails(Outcome outcome) {
   if (outcome.result) {
     current_ = std::move(**outcome.result);
     const bool isFound = panel_.findBundle(current_.ppd.get());
-    startFromKept();
+    startFromStoredSettings();
     if (isFound) openPanel();
   } else {
     panel_.fail(*outcome.failure);
@@ -145,7 +145,7 @@ void ChosenPrinter::onDetails(Outcome outcome) {
 
 // Starts from the settings that are saved and remembered for the printer, and from the command line's
 // options.
-void ChosenPrinter::startFromKept() {
+void ChosenPrinter::startFromStoredSettings() {
   const auto asked = asSpelled(current_.ppd.get(), line_.options);
   const bool isFirst = first_.empty();
   if (isFirst) {
@@ -154,7 +154,7 @@ void ChosenPrinter::startFromKept() {
   } else if (tabsOf_ != current_.name) {
     changeTabs(current_.name);
   }
-  panel_.startFrom(current_.name, {current_.saved, remembered_.panel, ofPreset(), asked});
+  panel_.startFrom(current_.name, {current_.saved, remembered_.panel, panelOptionsOfPreset(), asked});
   if (isFirst) return selectFirst(asked);
   auto tabs = tabs_.leftAt(current_.name);
   if (!tabs.settings) {
@@ -168,7 +168,7 @@ void ChosenPrinter::startFromKept() {
     static_cast<void>(tabs_.showOptions(left, current_.ppd.get()));
 }
 
-Options ChosenPrinter::ofPreset() {
+Options ChosenPrinter::panelOptionsOfPreset() {
   const auto family = panel_.family();
   if (!family) {
     presets_.close();
@@ -272,7 +272,7 @@ std::vector<IllegalValue> ChosenPrinter::showOnPages(const Options& options) {
 }
 
 // A mistake in the tabs is reported when the job is printed.
-std::optional<Options> ChosenPrinter::otherOptionsOrNone() {
+std::optional<Options> ChosenPrinter::otherOptionsIfComplete() {
   try {
     return selection_.isPrinter() ? otherOptions() : Options{};
   } catch (const Failure&) {
@@ -281,7 +281,7 @@ std::optional<Options> ChosenPrinter::otherOptionsOrNone() {
 }
 
 std::optional<Options> ChosenPrinter::optionsOfServer() {
-  const auto asked = otherOptionsOrNone();
+  const auto asked = otherOptionsIfComplete();
   if (!asked) return std::nullopt;
   auto options = current_.serverDefaults;
   for (const auto& option : *asked) setOption(options, option);

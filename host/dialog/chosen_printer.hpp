@@ -67,9 +67,9 @@ class ChosenPrinter : public sigc::trackable {
   void suggest(Gtk::PrintSettings& settings) const;
   void onPrinterChanged();
   void becomeReady();
-  void startFromKept();
+  void startFromStoredSettings();
   // The panel's settings in the preset that the user wants on the printer.
-  [[nodiscard]] Options ofPreset();
+  [[nodiscard]] Options panelOptionsOfPreset();
   void selectFirst(const Options& asked);
   void onSelected();
   void openPanel();
@@ -84,7 +84,7 @@ class ChosenPrinter : public sigc::trackable {
   // The job's options except the panel's. Failure when the tabs' settings are incomplete.
   [[nodiscard]] Options otherOptions();
   // The same, but nullopt instead of a Failure.
-  [[nodiscard]] std::optional<Options> otherOptionsOrNone();
+  [[nodiscard]] std::optional<Options> otherOptionsIfComplete();
   // The same with the server's defaults added.
   [[nodiscard]] std::optional<Options> optionsOfServer();
 

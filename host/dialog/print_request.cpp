@@ -24,8 +24,8 @@ constexpr std::array<std::pair<const char*, const char*>, 6> kQueueDefaults{{{"c
 bool isQueueDefault(const Option& option, const Printer& printer) {
   return std::ranges::any_of(kQueueDefaults, [&](const auto& standard) {
     if (!isSameKeyword(option.keyword, standard.first) || option.value != standard.second) return false;
-    return std::ranges::none_of(printer.serverDefaults, [&](const Option& preset) {
-      return isSameKeyword(preset.keyword, standard.first) && preset.value != standard.second;
+    return std::ranges::none_of(printer.serverDefaults, [&](const Option& serverDefault) {
+      return isSameKeyword(serverDefault.keyword, standard.first) && serverDefault.value != standard.second;
     });
   });
 }

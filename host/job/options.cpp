@@ -75,11 +75,11 @@ Options readOptions(std::span<const std::string> texts) {
   errno = 0;
   for (const auto& text : texts) count = cupsParseOptions(text.c_str(), count, &parsed);
   // Some of the options may then be missing, which libcups does not report.
-  const bool isWithoutMemory = errno == ENOMEM;
+  const bool ranOutOfMemory = errno == ENOMEM;
   Options options;
-  for (int i = 0; i < count && !isWithoutMemory; ++i) options.push_back({parsed[i].name, parsed[i].value});
+  for (int i = 0; i < count && !ranOutOfMemory; ++i) options.push_back({parsed[i].name, parsed[i].value});
   cupsFreeOptions(count, parsed);
-  if (isWithoutMemory) throw std::bad_alloc();
+  if (ranOutOfMemory) throw std::bad_alloc();
   return options;
 }
 

@@ -10,7 +10,7 @@ constexpr const char* kPath = "/org/freedesktop/Notifications";
 constexpr int kLongestCall = 10'000;  // milliseconds
 constexpr const char* kApplication = "Tandem Trim";
 constexpr const char* kIcon = "com.morva.tandemtrim";
-constexpr int kUsualTime = -1;
+constexpr int kDefaultTime = -1;
 
 using Answer = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
 
@@ -54,7 +54,7 @@ bool DesktopNotification::show(const NotificationText& text) {
   const auto body = hasMarkup_ ? escaped(text.body) : text.body;
   const auto answer = ask(bus_.get(), "Notify",
                           g_variant_new("(susssasa{sv}i)", kApplication, shown_, kIcon, text.heading.c_str(),
-                                        body.c_str(), &actions, &hints, kUsualTime),
+                                        body.c_str(), &actions, &hints, kDefaultTime),
                           "(u)");
   if (answer) g_variant_get(answer.get(), "(u)", &shown_);
   return answer != nullptr;

@@ -29,9 +29,9 @@ JobSettings settleWithoutPanel(const CommandLine& line, const std::string& print
   if (line.files.empty()) report(fact);
   JobSettings settled{starting, std::nullopt};
   std::erase_if(settled.options, [&, keywords = keywordsOfPanels(line.plugin)](const Option& option) {
-    const bool isPanels = spelledAsIn(keywords, option.keyword).has_value();
-    if (isPanels) report(leftOutText(printer, option));
-    return isPanels;
+    const bool belongsToPanel = spelledAsIn(keywords, option.keyword).has_value();
+    if (belongsToPanel) report(leftOutText(printer, option));
+    return belongsToPanel;
   });
   return settled;
 }

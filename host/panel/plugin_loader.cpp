@@ -8,14 +8,14 @@ namespace tandemtrim::host {
 namespace {
 
 // Refuses a file that others could have changed, since its code would run with the user's rights.
-void refuseStrangers(const std::string& bundle, const std::string& path) {
+void refuseIfOpenToStrangers(const std::string& bundle, const std::string& path) {
   if (const auto fault = openToStrangers(path))
     throw unusable(bundle, Fact(*fault, "others could have changed it"_fact, {}));
 }
 
 platform::MakePlugin findMaker(const std::string& bundle, const std::string& module,
                                const std::string& principalClass) {
-  refuseStrangers(bundle, module);
+  refuseIfOpenToStrangers(bundle, module);
   void* const handle = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle == nullptr) throw unusable(bundle, Fact(dlerror()));
   void* const symbol = dlsym(handle, principalClass.c_str());
@@ -43,7 +43,7 @@ PluginFailure incomplete(const std::string& bundle, const std::string& reason) {
 }
 
 PluginBundle openBundle(const std::string& path, const Report& report) {
-  refuseStrangers(path, path);
+  refuseIfOpenToStrangers(path, path);
   std::string reason;
   auto resources = platform::linux::Bundle::open(path, reason);
   if (!resources) throw unusable(path, Fact(reason));

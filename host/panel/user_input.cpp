@@ -31,7 +31,7 @@ Failure greyed(const Settings& settings, const std::string& what) {
                  onOff->name + "=" + onOff->choices.front().value);
 }
 
-Failure notTaken(const PanelSetting& setting, const std::string& text) {
+Failure wrongChoice(const PanelSetting& setting, const std::string& text) {
   return Failure(
       "--set " + setting.name + "=" + shortText(text) + ": choose one of " + allowedValues(setting),
       kWrongCommandLine);
@@ -63,12 +63,12 @@ bool type(PanelView& view, const PanelSetting& box, const std::string& text, con
 bool choose(PanelView& view, const PanelSetting& menu, const std::string& text) {
   const auto& items = view.control(menu.name).choices;
   const auto item = std::ranges::find(items, text, &platform::memory::MenuChoice::value);
-  if (item == items.end()) throw notTaken(menu, text);
+  if (item == items.end()) throw wrongChoice(menu, text);
   return view.choose(menu.name, static_cast<std::size_t>(item - items.begin()));
 }
 
 bool switchTo(PanelView& view, const PanelSetting& box, const std::string& text) {
-  if (!isLegal(box, text)) throw notTaken(box, text);
+  if (!isLegal(box, text)) throw wrongChoice(box, text);
   const int wanted = text == box.choices.front().value ? platform::CheckBox::kOn : platform::CheckBox::kOff;
   // A click in the mixed state switches on, so switching off may take a second one.
   for (int clicks = 0; clicks < 2 && view.control(box.name).state != wanted; ++clicks) {

@@ -17,7 +17,7 @@ std::mutex lock;
 std::deque<Act> handedOver;
 
 Act takeNext() {
-  const std::scoped_lock held(lock);
+  const std::scoped_lock guard(lock);
   auto act = std::move(handedOver.front());
   handedOver.pop_front();
   return act;
@@ -47,7 +47,7 @@ void destroyAct(gpointer act) { delete static_cast<Act*>(act); }
 
 void onMainLoop(std::function<void()> act) {
   {
-    const std::scoped_lock held(lock);
+    const std::scoped_lock guard(lock);
     handedOver.push_back(std::move(act));
   }
   g_idle_add_full(G_PRIORITY_DEFAULT, runNext, nullptr, nullptr);

@@ -154,7 +154,7 @@ void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVar
 void Service::prepare(GDBusMethodInvocation* call, std::unique_ptr<Request> request, GVariant* values) {
   const auto caller = callerIn(values);
   const int session = addSession(caller.application);
-  follow(call, session)
+  watchCaller(call, session)
       .prepare(std::move(request), prepareRequest(caller, childOf(values, 4).get(), childOf(values, 5).get(),
                                                   childOf(values, 6).get()));
 }
@@ -165,7 +165,8 @@ void Service::print(GDBusMethodInvocation* call, std::unique_ptr<Request> reques
   auto document = descriptorOf(call, childOf(values, 4).get());
   const auto chosen = tokens_.take(tokenIn(options.get()), caller.application);
   const int session = chosen ? *chosen : addSession(caller.application);
-  follow(call, session).print(std::move(request), printRequest(caller, options.get()), std::move(document));
+  watchCaller(call, session)
+      .print(std::move(request), printRequest(caller, options.get()), std::move(document));
 }
 
 int Service::addSession(const std::string& application) {
@@ -181,7 +182,7 @@ int Service::addSession(const std::string& application) {
   return session;
 }
 
-Session& Service::follow(GDBusMethodInvocation* call, int session) {
+Session& Service::watchCaller(GDBusMethodInvocation* call, int session) {
   auto& running = sessions_.at(session);
   const auto handle = textOf(g_dbus_method_invocation_get_parameters(call), 0);
   running.client = std::make_unique<Client>(call, handle, [&session = *running.session] { session.leave(); });

@@ -51,7 +51,7 @@ class Service {
   int addSession(const std::string& application);
   // Returns the session of this number, whose leave() runs when the call's caller, or the program for which
   // it calls, leaves the bus.
-  Session& follow(GDBusMethodInvocation* call, int session);
+  Session& watchCaller(GDBusMethodInvocation* call, int session);
   void endSession(int session);
   // If there are too many sessions, ends the oldest that waits for a document. Failure when none does.
   void makeRoom();

@@ -69,10 +69,10 @@ bool denyCalls() {
   }
   // The C library itself makes these calls with this process as the first argument, so they are denied only
   // for other processes.
-  const std::array ownAlone{std::pair{SCMP_SYS(tgkill), static_cast<scmp_datum_t>(getpid())},
-                            std::pair{SCMP_SYS(prlimit64), scmp_datum_t{0}}};
-  for (const auto& [call, own] : ownAlone) {
-    const scmp_arg_cmp isAnother{0, SCMP_CMP_NE, own, 0};
+  const std::array allowedOnSelf{std::pair{SCMP_SYS(tgkill), static_cast<scmp_datum_t>(getpid())},
+                                 std::pair{SCMP_SYS(prlimit64), scmp_datum_t{0}}};
+  for (const auto& [call, self] : allowedOnSelf) {
+    const scmp_arg_cmp isAnother{0, SCMP_CMP_NE, self, 0};
     if (seccomp_rule_add_array(filter.get(), kRefused, call, 1, &isAnother) != 0) return false;
   }
   return seccomp_load(filter.get()) == 0;

@@ -64,7 +64,7 @@ std::vector<Ordered> declareOrdered(CLI::App& app, CommandLine& line) {
     });
   }
   ordered.push_back({app.add_flag("-m")->description("Send mail when the job has ended"),
-                     [&](const std::string&) { setOption(line.options, letterTo(line.user)); }});
+                     [&](const std::string&) { setOption(line.options, mailOption(line.user)); }});
   add("-i", "JOB", "Change a job: done by lp alone", [](const std::string& job) {
     throw Failure(
         "-i " + shortText(job) +

@@ -13,7 +13,7 @@ constexpr unsigned kInput = static_cast<unsigned>(Use::input);
 constexpr unsigned kApplications = static_cast<unsigned>(Use::applications);
 constexpr unsigned kPresets = static_cast<unsigned>(Use::presets);
 constexpr unsigned kAnyJob = kDialog | kUnasked | kInput;
-constexpr unsigned kAll = kList | kReset | kPresets | kAnyJob;
+constexpr unsigned kAllButApplications = kList | kReset | kPresets | kAnyJob;
 
 struct Row {
   const char* options;
@@ -27,10 +27,10 @@ bool isGiven(const CommandLine& line) {
 }
 
 constexpr std::array kRows{
-    Row{"-h", isGiven<&CommandLine::server>, kAll},
-    Row{"-E", isGiven<&CommandLine::encrypted>, kAll},
-    Row{"-U", isGiven<&CommandLine::user>, kAll},
-    Row{"--verbose", isGiven<&CommandLine::verbose>, kAll},
+    Row{"-h", isGiven<&CommandLine::server>, kAllButApplications},
+    Row{"-E", isGiven<&CommandLine::encrypted>, kAllButApplications},
+    Row{"-U", isGiven<&CommandLine::user>, kAllButApplications},
+    Row{"--verbose", isGiven<&CommandLine::verbose>, kAllButApplications},
     Row{"--plugin", isGiven<&CommandLine::plugin>, kList | kPresets | kAnyJob},
     Row{"-d", isGiven<&CommandLine::printer>, kReset | kPresets | kAnyJob},
     Row{"-t", isGiven<&CommandLine::title>, kAnyJob},
@@ -63,8 +63,8 @@ constexpr std::array kRows{
 std::string optionsBeside(const CommandLine& line, Use use) {
   std::string options;
   for (const auto& row : kRows) {
-    const bool hasPart = (row.uses & static_cast<unsigned>(use)) != 0;
-    if (!hasPart && row.areGiven(line)) options += (options.empty() ? "" : ", ") + std::string(row.options);
+    const bool fits = (row.uses & static_cast<unsigned>(use)) != 0;
+    if (!fits && row.areGiven(line)) options += (options.empty() ? "" : ", ") + std::string(row.options);
   }
   return options;
 }

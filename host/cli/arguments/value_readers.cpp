@@ -125,7 +125,7 @@ void refuseWrongPrinter(const std::string& printer) {
   }
 }
 
-Option letterTo(const std::optional<std::string>& user) {
+Option mailOption(const std::optional<std::string>& user) {
   std::array<char, HTTP_MAX_HOST> host{};
   httpGetHostname(nullptr, host.data(), static_cast<int>(host.size()));
   // cupsUser() caches its answer, so it is not called when the command line names the user.

@@ -45,6 +45,6 @@ void refuseWrongPrinter(const std::string& printer);
 
 /// The option by which lp makes the server send mail to the user; nullopt means the user who runs the
 /// program.
-Option letterTo(const std::optional<std::string>& user);
+Option mailOption(const std::optional<std::string>& user);
 
 }  // namespace tandemtrim::host

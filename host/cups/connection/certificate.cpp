@@ -47,7 +47,7 @@ std::string_view bytesOf(const Certificate& certificate) {
   return {static_cast<const char*>(first->data), first->datalen};
 }
 
-std::string lastWords() {
+std::string lastMessage() {
   const char* const words = cupsLastErrorString();
   return words == nullptr ? "it is not valid" : words;
 }
@@ -77,7 +77,7 @@ std::optional<std::string> checkCertificate(http_t* http, const std::string& ser
       throw Failure(
           Trouble::insecure,
           Fact("the print server at [server] shows a certificate that is not trusted ([words])"_fact,
-               {{"[server]", server}, {"[words]", lastWords()}}),
+               {{"[server]", server}, {"[words]", lastMessage()}}),
           "; get the right one from its administrator as " + fileOf(host).string() +
               ", or see client.conf(5)");
     }

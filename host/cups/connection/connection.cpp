@@ -137,10 +137,10 @@ DestinationHandle Connection::destination(const char* printer, const char* insta
   const auto watched = watch();
   errno = 0;
   DestinationHandle found(cupsGetNamedDest(get(), printer, instance));
-  const bool isWithoutMemory = errno == ENOMEM;
+  const bool ranOutOfMemory = errno == ENOMEM;
   cupsSetServer(server_ ? server_->c_str() : nullptr);
   // libcups does not report that options are missing.
-  if (isWithoutMemory) throw Failure(std::strerror(ENOMEM));
+  if (ranOutOfMemory) throw Failure(std::strerror(ENOMEM));
   checkServer();
   return isSilent() ? nullptr : std::move(found);
 }
@@ -154,8 +154,8 @@ void Connection::persist(const std::function<void()>& work) const {
       return work();
     } catch (const Failure& failure) {
       const bool isHostile = bounds_->givenUp == GivenUp::tooLarge || failure.trouble() == Trouble::insecure;
-      const bool isInVain = isHostile || isTurnedDown();
-      if (isInVain || std::chrono::steady_clock::now() >= end) throw;
+      const bool isUseless = isHostile || isTurnedDown();
+      if (isUseless || std::chrono::steady_clock::now() >= end) throw;
     }
     std::this_thread::sleep_for(kBetweenAttempts);
   }

@@ -54,7 +54,7 @@ void Questions::showMessage(const Glib::ustring& message, std::function<void()> 
 }
 
 // `then` may ask again, so it runs when the toolkit is done with this question.
-void Questions::ask(const Message& message, const std::vector<Answer>& answers, int usual,
+void Questions::ask(const Message& message, const std::vector<Answer>& answers, int defaultAnswer,
                     std::function<void(int)> then) {
   question_ = std::make_unique<Gtk::MessageDialog>(parent_, directed(parent_, message.heading), false,
                                                    Gtk::MessageType::OTHER, Gtk::ButtonsType::NONE, true);
@@ -68,7 +68,7 @@ void Questions::ask(const Message& message, const std::vector<Answer>& answers, 
   nameForReader(*question_, message);
   question_->set_hide_on_close();
   for (const auto& [title, answer] : answers) question_->add_button(title, answer);
-  question_->set_default_response(usual);
+  question_->set_default_response(defaultAnswer);
   question_->signal_response().connect([this, then = std::move(then)](int answer) {
     question_->set_visible(false);
     Glib::signal_idle().connect_once([alive = std::weak_ptr<void>(alive_), then, answer] {

@@ -26,8 +26,8 @@ class Questions {
   /// The first line of the message is its heading. `then` runs when the message is closed.
   void showMessage(
       const Glib::ustring& message, std::function<void()> then = [] {});
-  /// `then` is called with the chosen answer; Enter chooses `usual`.
-  void ask(const Message& message, const std::vector<Answer>& answers, int usual,
+  /// `then` is called with the chosen answer; Enter chooses `defaultAnswer`.
+  void ask(const Message& message, const std::vector<Answer>& answers, int defaultAnswer,
            std::function<void(int)> then);
 
  private:

@@ -11,7 +11,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The width of a small screen, without what surrounds the window.
+// In pixels: the width of a small screen, less the window's borders.
 constexpr int kWidest = 760;
 
 }  // namespace
@@ -78,11 +78,11 @@ void OwnTabs::fitWidth() {
   shortenMenuValues(GTK_WIDGET(dialog_.gobj()));
   auto& content = *dialog_.get_content_area();
   content.set_size_request(-1, -1);
-  int least = 0;
-  int liked = 0;
+  int minimum = 0;
+  int natural = 0;
   int baseline = 0;
-  content.measure(Gtk::Orientation::HORIZONTAL, -1, least, liked, baseline, baseline);
-  content.set_size_request(std::min(liked, kWidest), -1);
+  content.measure(Gtk::Orientation::HORIZONTAL, -1, minimum, natural, baseline, baseline);
+  content.set_size_request(std::min(natural, kWidest), -1);
 }
 
 }  // namespace tandemtrim::host

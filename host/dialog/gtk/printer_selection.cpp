@@ -43,10 +43,10 @@ std::string nameInList(Gtk::PrintUnixDialog& dialog) {
 
 // The printer that the user selected instead of this one. GTK itself selects only the default one.
 std::optional<std::string> selectedInstead(Gtk::PrintUnixDialog& dialog, const std::string& printer,
-                                           bool wasPrinterSelected) {
+                                           bool wasListed) {
   auto name = nameInList(dialog);
   if (name.empty() || name == printer) return std::nullopt;
-  if (!wasPrinterSelected && gtk_printer_is_default(selectedInList(GTK_WIDGET(dialog.gobj()))) != FALSE)
+  if (!wasListed && gtk_printer_is_default(selectedInList(GTK_WIDGET(dialog.gobj()))) != FALSE)
     return std::nullopt;
   return name;
 }
@@ -102,7 +102,7 @@ void PrinterSelection::show(const Glib::RefPtr<Gtk::PrintSettings>& settings) {
 // set again until the printer is selected.
 void PrinterSelection::select(const std::string& printer, const TabSettings& tabs,
                               const std::function<void()>& done) {
-  auto ask = [this, printer, tabs, wasListed = false]() mutable {
+  auto trySelecting = [this, printer, tabs, wasListed = false]() mutable {
     // GTK still reads the printer's details. Showing settings now would disturb a user who types.
     if (nameInList(dialog_) == printer && name() != printer) {
       wasListed = true;
@@ -116,10 +116,10 @@ void PrinterSelection::select(const std::string& printer, const TabSettings& tab
     wasListed = nameInList(dialog_) == printer;
     return instead || isSelected;
   };
-  ask();
+  trySelecting();
   selecting_ = Glib::signal_timeout().connect(
-      [this, tabs, done, ask, tries = 0]() mutable {
-        if (!ask() && ++tries <= kSelections) return true;
+      [this, tabs, done, trySelecting, tries = 0]() mutable {
+        if (!trySelecting() && ++tries <= kSelections) return true;
         if (tabs.setup) showPageSetup(dialog_, *tabs.setup);
         done();
         return false;

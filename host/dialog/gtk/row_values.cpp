@@ -54,7 +54,7 @@ Source sourceOf(GtkWidget* row) {
 }
 
 // Sets the value; returns whether GTK accepts it, as one of the choices.
-bool takes(GObject* source, const std::string& value) {
+bool trySetValue(GObject* source, const std::string& value) {
   g_object_set(source, kValue, value.c_str(), nullptr);
   gchar* shown = nullptr;
   g_object_get(source, kValue, &shown, nullptr);
@@ -80,7 +80,7 @@ RowShows showCovers(GtkWidget* dialog, const std::string& sheets) {
   const auto after = comma == sheets.size() ? "none" : sheets.substr(comma + 1);
   const auto shows = [&](const char* row, const std::string& sheet) {
     const auto source = sourceOf(namedRow(dialog, row));
-    return source && takes(source.get(), sheet);
+    return source && trySetValue(source.get(), sheet);
   };
   const bool isBefore = shows("cover_before", sheets.substr(0, comma));
   return shows("cover_after", after) && isBefore ? RowShows::theValue : RowShows::noRow;
@@ -93,10 +93,10 @@ RowShows showInRow(GtkWidget* dialog, ppd_file_t* ppd, const Option& option) {
   const auto source = sourceOf(rowFor(dialog, ppd, option));
   if (!source) return RowShows::noRow;
   for (const auto& value : spellings(option)) {
-    if (takes(source.get(), value)) return RowShows::theValue;
+    if (trySetValue(source.get(), value)) return RowShows::theValue;
   }
-  const bool isPrinters = ppd != nullptr && ppdFindOption(ppd, option.keyword.c_str()) != nullptr;
-  return isPrinters ? RowShows::anotherValue : RowShows::noRow;
+  const bool isPrinterOption = ppd != nullptr && ppdFindOption(ppd, option.keyword.c_str()) != nullptr;
+  return isPrinterOption ? RowShows::anotherValue : RowShows::noRow;
 }
 
 }  // namespace tandemtrim::host

@@ -49,7 +49,7 @@ PanelPage::PanelPage(PresetRow::Events presets, std::function<void(int)> turn,
 
 PanelPage::~PanelPage() { edited_.disconnect(); }
 
-void PanelPage::follow(GtkWidget* widget) {
+void PanelPage::watchEdits(GtkWidget* widget) {
   const auto connect = [&](const char* signal) {
     const auto edited = [](PanelPage* page) { page->onEdited(); };
     g_signal_connect_swapped(widget, signal, G_CALLBACK(+edited), this);
@@ -62,7 +62,7 @@ void PanelPage::follow(GtkWidget* widget) {
     connect("notify::label");
   for (auto* child = gtk_widget_get_first_child(widget); child != nullptr;
        child = gtk_widget_get_next_sibling(child))
-    follow(child);
+    watchEdits(child);
 }
 
 void PanelPage::onEdited() {
@@ -94,7 +94,7 @@ void PanelPage::showView(GtkWidget* view) {
   }
   presets_->set_visible();
   gtk_box_insert_child_after(gobj(), view, GTK_WIDGET(presets_->gobj()));
-  follow(view);
+  watchEdits(view);
   footer_.set_visible();
 }
 

@@ -57,7 +57,7 @@ class PanelPage : public Gtk::Box {
   Gtk::Button help;
 
  private:
-  void follow(GtkWidget* widget);
+  void watchEdits(GtkWidget* widget);
   void onEdited();
   void hideWarning();
   void speak();

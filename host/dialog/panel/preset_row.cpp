@@ -101,8 +101,9 @@ void PresetRow::makeMenu() {
       kChoose, [this](const Glib::ustring& name) { events_.onChoose(name); }, list.chosen.value_or(""));
   actions_
       ->add_action_bool(
-          kPrinters, [this, isPrinters = list.isPrinters] { events_.onPrinters(!isPrinters); },
-          list.isPrinters)
+          kPrinters,
+          [this, isPrinterDefault = list.isPrinterDefault] { events_.onPrinters(!isPrinterDefault); },
+          list.isPrinterDefault)
       ->set_enabled(isChosen);
   button_.set_menu_model(menu);
 }

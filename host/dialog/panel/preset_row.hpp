@@ -22,7 +22,7 @@ struct PresetList {
   /// Whether the chosen preset is the user's, who may change it.
   bool isOwn = false;
   /// Whether the dialog starts with the chosen preset on this printer.
-  bool isPrinters = false;
+  bool isPrinterDefault = false;
 };
 
 /// The row above a panel with its presets: a button that names the chosen one and opens a menu of them all

@@ -98,23 +98,23 @@ void PrinterPresets::showOptions(const Options& options) {
 }
 
 PresetRow::Events PrinterPresets::events() {
-  return {
-      [this](const auto& name) { tryTo([&] { choose(name); }); },
-      [this] { saveChanges(); },
-      [this] { tryTo([&] { show(); }); },
-      [this] {
-        const auto begin =
-            isChosen() ? NameWindow::Answer{preset().name, !preset().options.empty()} : NameWindow::Answer{};
-        name_.ask(begin, true, [this](const auto& answer) { saveAs(answer); });
-      },
-      [this] { name_.ask({preset().name}, false, [this](const auto& answer) { rename(answer.name); }); },
-      [this] { remove(); },
-      [this](bool isPrinters) {
-        tryTo([&] {
-          setPresetOfPrinter(family_, printersKey_, isPrinters ? std::optional(preset().name) : std::nullopt);
-        });
-      },
-      [this] { return list(); }};
+  return {[this](const auto& name) { tryTo([&] { choose(name); }); },
+          [this] { saveChanges(); },
+          [this] { tryTo([&] { show(); }); },
+          [this] {
+            const auto begin = isChosen() ? NameWindow::Answer{preset().name, !preset().options.empty()}
+                                          : NameWindow::Answer{};
+            name_.ask(begin, true, [this](const auto& answer) { saveAs(answer); });
+          },
+          [this] { name_.ask({preset().name}, false, [this](const auto& answer) { rename(answer.name); }); },
+          [this] { remove(); },
+          [this](bool isPrinterDefault) {
+            tryTo([&] {
+              setPresetOfPrinter(family_, printersKey_,
+                                 isPrinterDefault ? std::optional(preset().name) : std::nullopt);
+            });
+          },
+          [this] { return list(); }};
 }
 
 // The administrator's files are left out: only the administrator can correct them, and the terminal program
@@ -135,7 +135,7 @@ PresetList PrinterPresets::list() {
   if (!isChosen()) return list;
   list.chosen = preset().name;
   list.isChanged = isChanged();
-  list.isPrinters = presetOfPrinter(family_, printersKey_) == preset().name;
+  list.isPrinterDefault = presetOfPrinter(family_, printersKey_) == preset().name;
   return list;
 }
 

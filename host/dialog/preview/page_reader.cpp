@@ -58,9 +58,9 @@ class Renderer {
     posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
-    sigset_t none;
-    sigemptyset(&none);
-    posix_spawnattr_setsigmask(&attributes, &none);
+    sigset_t noSignals;
+    sigemptyset(&noSignals);
+    posix_spawnattr_setsigmask(&attributes, &noSignals);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
     std::array<std::string, 3> words{request.program, std::to_string(request.page),
                                      std::to_string(request.longestSide)};

@@ -53,8 +53,8 @@ std::map<std::string, std::string> settingsToLayOut(const TabSettings& tabs, Lai
   settings->set_orientation(tabs.setup->get_orientation());
   std::map<std::string, std::string> entries;
   for (const auto& [key, neutral, by] : kTabChoices) {
-    const bool isPrograms = laidOut >= by && settings->has_key(key);
-    if (isPrograms) {
+    const bool isAppliedByProgram = laidOut >= by && settings->has_key(key);
+    if (isAppliedByProgram) {
       entries[key] = settings->get(key);
     } else if (neutral != nullptr) {
       entries[key] = neutral;

@@ -46,14 +46,14 @@ Gtk::SizeRequestMode SentenceList::get_request_mode_vfunc() const {
   return Gtk::SizeRequestMode::HEIGHT_FOR_WIDTH;
 }
 
-void SentenceList::measure_vfunc(Gtk::Orientation orientation, int forSize, int& least, int& liked,
-                                 int& leastBaseline, int& likedBaseline) const {
+void SentenceList::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
+                                 int& minimumBaseline, int& naturalBaseline) const {
   const bool isWidth = orientation == Gtk::Orientation::HORIZONTAL;
   // For a given height, the toolkit measures wrapped lines differently.
-  box_.measure(orientation, isWidth ? -1 : forSize, least, liked, leastBaseline, likedBaseline);
-  leastBaseline = likedBaseline = -1;
-  if (!isWidth) least = liked = std::min(liked, mostHeight_);
-  if (isWidth && !get_propagate_natural_width()) liked = least;
+  box_.measure(orientation, isWidth ? -1 : forSize, minimum, natural, minimumBaseline, naturalBaseline);
+  minimumBaseline = naturalBaseline = -1;
+  if (!isWidth) minimum = natural = std::min(natural, mostHeight_);
+  if (isWidth && !get_propagate_natural_width()) natural = minimum;
 }
 
 }  // namespace tandemtrim::host

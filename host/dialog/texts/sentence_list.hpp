@@ -23,8 +23,8 @@ class SentenceList : public Gtk::ScrolledWindow {
 
  protected:
   Gtk::SizeRequestMode get_request_mode_vfunc() const override;
-  void measure_vfunc(Gtk::Orientation orientation, int forSize, int& least, int& liked, int& leastBaseline,
-                     int& likedBaseline) const override;
+  void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
+                     int& minimumBaseline, int& naturalBaseline) const override;
 
  private:
   int mostHeight_;
