@@ -234,7 +234,7 @@ class DefaultsTest(TerminalCase):
             file.unlink()
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
-    def of_another_user(self):
+    def home_of_another_user(self):
         """Another user's home folder, which only that user may read."""
         if os.geteuid() != 0:
             return pathlib.Path("/proc/1/fd")
@@ -247,23 +247,23 @@ class DefaultsTest(TerminalCase):
         self.addCleanup(os.chown, home, 0, 0)
         return home
 
-    def summary_of_a_reader(self, home):
-        """The result of --summary by a program that may read only what the modes of files allow."""
-        as_reader = ("setpriv", "--bounding-set=-dac_override,-dac_read_search") if os.geteuid() == 0 else ()
-        program, *arguments = (*as_reader, PROGRAM, "-d", "Morva", "--summary", "--set", "Valid=On")
+    def unprivileged_summary(self, home):
+        """The result of --summary with this home folder, by a program without the capabilities that override the modes of files."""
+        unprivileged = ("setpriv", "--bounding-set=-dac_override,-dac_read_search") if os.geteuid() == 0 else ()
+        program, *arguments = (*unprivileged, PROGRAM, "-d", "Morva", "--summary", "--set", "Valid=On")
         return self.trim(*arguments, program=program, HOME=str(home))
 
-    def test_those_of_another_user_are_ignored(self):
-        result = self.summary_of_a_reader(self.of_another_user())
+    def test_another_users_defaults_are_ignored(self):
+        result = self.unprivileged_summary(self.home_of_another_user())
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertIn("Top", result.stdout)
         self.assertNotIn("9", result.stdout)
 
-    def test_ones_own_that_cannot_be_read_are_an_error(self):
+    def test_the_users_defaults_that_cannot_be_read_are_an_error(self):
         self.file_of_defaults.parent.mkdir()
         self.file_of_defaults.write_text("Dest Morva MVTopMargin=9\n")
         self.file_of_defaults.chmod(0)
-        result = self.summary_of_a_reader(self.file_of_defaults.parents[1])
+        result = self.unprivileged_summary(self.file_of_defaults.parents[1])
         self.assertEqual((result.returncode, result.stdout), (1, ""))
         self.assertIn(f"{self.file_of_defaults} cannot be read: Permission denied; nothing was sent", result.stderr)
 
