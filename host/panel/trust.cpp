@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 constexpr int kMostLinks = 40;
 
 // Every folder, file and link from the root to the path, following links, up to the first that is missing.
-std::vector<PathEntry> entriesOf(const fs::path& path) {
+std::vector<PathEntry> pathEntries(const fs::path& path) {
   std::error_code failed;
   const auto absolute = fs::absolute(path, failed);
   std::deque<fs::path> rest(absolute.begin(), absolute.end());
@@ -51,13 +51,13 @@ std::string nameOf(uid_t user) {
 
 }  // namespace
 
-Owners ownersOf(const std::set<uid_t>& users, const Caller& caller) {
+Owners ownersOf(const std::set<uid_t>& users, const RunningUser& running) {
   Owners owners{users, {}};
   for (const auto user : users) {
     if (const auto* const entry = getpwuid(user))
       owners.groups.insert(entry->pw_gid);
-    else if (user == caller.user)
-      owners.groups.insert(caller.group);
+    else if (user == running.user)
+      owners.groups.insert(running.group);
   }
   return owners;
 }
@@ -65,7 +65,7 @@ Owners ownersOf(const std::set<uid_t>& users, const Caller& caller) {
 Owners trustedOwners() {
   std::set<uid_t> users{0, geteuid()};
   std::error_code unreadable;
-  for (const auto& entry : entriesOf(fs::read_symlink("/proc/self/exe", unreadable)))
+  for (const auto& entry : pathEntries(fs::read_symlink("/proc/self/exe", unreadable)))
     users.insert(entry.status.st_uid);
   return ownersOf(users);
 }
@@ -89,7 +89,7 @@ std::optional<std::string> openToStrangers(const PathEntry& entry, const Owners&
 }
 
 std::optional<std::string> openToStrangers(const fs::path& path, const Owners& owners) {
-  for (const auto& entry : entriesOf(path)) {
+  for (const auto& entry : pathEntries(path)) {
     if (auto found = openToStrangers(entry, owners)) return found;
   }
   return std::nullopt;

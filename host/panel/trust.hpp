@@ -18,7 +18,7 @@ struct PathEntry {
 };
 
 /// The user who runs the program.
-struct Caller {
+struct RunningUser {
   uid_t user = geteuid();
   gid_t group = getegid();
 };
@@ -29,16 +29,17 @@ struct Owners {
   std::set<gid_t> groups;
 };
 
-/// The users with their groups from the system's list of users. The caller may be missing there, as in some
-/// containers.
-Owners ownersOf(const std::set<uid_t>& users, const Caller& caller = {});
+/// The users, with their groups from the system's list of users. Where that lacks the running user, as in some
+/// containers, the group is that of `running`.
+Owners ownersOf(const std::set<uid_t>& users, const RunningUser& running = {});
 
 /// Root, the user, and the owners of the program and of its folders.
 Owners trustedOwners();
 
 /// Why users other than the owners could change the entry, and what to do about it; nullopt if they cannot.
 /// The entry must belong to an owner, and only the owner and an owner's group may write to it. A folder above
-/// the last entry may be open to all if it has the sticky bit, by which only an entry's owner can remove it.
+/// the last entry may be open to all if it has the sticky bit: then only the owner of an entry in it can
+/// remove that entry.
 std::optional<std::string> openToStrangers(const PathEntry& entry, const Owners& owners);
 
 /// The same for every folder and link on the path.

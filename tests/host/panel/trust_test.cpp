@@ -83,8 +83,8 @@ TEST(AFileOfAnOwnerWithoutAName, BelongsToANumber) {
 }
 
 TEST(AFileOfAnOwnerWithoutAName, MayBeWritableByTheGroupOfTheUserWhoRunsTheProgramOnly) {
-  const auto judged = [](const Caller& caller) {
-    return openToStrangers(fileOfStranger(0664), ownersOf({0, kStranger}, caller));
+  const auto judged = [](const RunningUser& running) {
+    return openToStrangers(fileOfStranger(0664), ownersOf({0, kStranger}, running));
   };
   EXPECT_EQ(judged({kStranger, kStranger}), std::nullopt);
   EXPECT_THAT(judged({kStranger, 0}),
