@@ -29,8 +29,8 @@ struct Owners {
   std::set<gid_t> groups;
 };
 
-/// The users, with their groups from the system's list of users. Where that lacks the running user, as in some
-/// containers, the group is that of `running`.
+/// The users, with their groups from the system's list of users. Where that lacks the running user, as in
+/// some containers, the group is that of `running`.
 Owners ownersOf(const std::set<uid_t>& users, const RunningUser& running = {});
 
 /// Root, the user, and the owners of the program and of its folders.
