@@ -34,7 +34,8 @@ KEYBOARD = ("wtype", "-s", "3600000")
 
 
 def end_children():
-    """Ends all children, and the toolkits' daemons, which this process has adopted as their subreaper."""
+    """Ends all children, and the toolkits' daemons, which this process has adopted as their subreaper. Kills those that do not
+    end in time."""
     children = pathlib.Path(f"/proc/self/task/{os.getpid()}/children")
     while pids := [int(pid) for pid in children.read_text().split()]:
         for pid in pids:

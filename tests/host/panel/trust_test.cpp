@@ -76,13 +76,13 @@ TEST_F(APlace, IsOpenToAnOwnerWhoIsNotTrusted) {
 }
 
 // As in a container whose files have owners that it does not list.
-TEST(AFileOfAnOwnerWithoutAName, BelongsToANumber) {
+TEST(AFileOfAnOwnerWithoutAName, IsReportedWithTheOwnersNumber) {
   EXPECT_THAT(openToStrangers(fileOfStranger(0644), ownersOf({0})),
               Optional(HasSubstr("/file belongs to user " + std::to_string(kStranger) + ",")));
   EXPECT_EQ(openToStrangers(fileOfStranger(0644), ownersOf({0, kStranger})), std::nullopt);
 }
 
-TEST(AFileOfAnOwnerWithoutAName, MayBeWritableByTheGroupOfTheUserWhoRunsTheProgramOnly) {
+TEST(AFileOfAnOwnerWithoutAName, MayBeWritableOnlyByTheRunningUsersOwnGroup) {
   const auto judged = [](const RunningUser& running) {
     return openToStrangers(fileOfStranger(0664), ownersOf({0, kStranger}, running));
   };
