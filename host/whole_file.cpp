@@ -77,7 +77,7 @@ FileDescriptor lockFile(const fs::path& file, std::chrono::milliseconds longest)
   while (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
     if (errno != EWOULDBLOCK) throw unwritableFile(file);
     if (std::chrono::steady_clock::now() >= end)
-      throw Failure(Trouble::other, Fact(name + " is locked by another program; see which by fuser " + name,
+      throw Failure(Trouble::other, Fact(name + " is locked by another program; see which with fuser " + name,
                                          "[file] is locked by another program"_fact, {{"[file]", name}}));
     std::this_thread::sleep_for(kLockInterval);
   }

@@ -21,7 +21,8 @@ using Lines = std::vector<std::string>;
 
 constexpr const char* kOwnService = "org.freedesktop.impl.portal.desktop.tandemtrim";
 constexpr const char* kPortalPrinting = "org.freedesktop.portal.Print";
-constexpr const char* kRestart = "restart it by systemctl --user restart xdg-desktop-portal, or log in again";
+constexpr const char* kRestart =
+    "restart it with systemctl --user restart xdg-desktop-portal, or log in again";
 constexpr const char* kReadAtStart = "the desktop portal reads its settings only when it starts; ";
 constexpr const char* kSettingsEnd = "portals.conf";
 // GTK 3 reads the first, GTK 4 up to 4.8 the second.
@@ -123,8 +124,8 @@ std::string byDesktopText(const Portal& portal, const fs::path& backend) {
   std::string desktops = own.empty() ? kOwnBackend : own.front();
   for (const auto& desktop : portal.places.desktops) desktops += ':' + desktop;
   return "; portals before " + textOf(kFirstWithSettings) +
-         " have no portals.conf and choose a backend by the desktop: set XDG_CURRENT_DESKTOP=" + desktops +
-         " for the whole session, before it starts";
+         " have no portals.conf and choose a backend by the desktop's name: set XDG_CURRENT_DESKTOP=" +
+         desktops + " for the whole session, before it starts";
 }
 
 std::string folderText(const Portal& portal) {
@@ -190,8 +191,9 @@ void showGtk(const PortalPlaces& places, std::ostream& out) {
   const bool isInSession = std::getenv("GTK_USE_PORTAL") != nullptr;
   out << "GTK applications that use the portal: "
       << (!fs::exists(file, unreadable)
-              ? "only those that do so by themselves"
-              : (isInSession ? "all, by " : "all from the next login on, by ") + plainText(file.string()))
+              ? "only those that do so by default"
+              : (isInSession ? "all, because of " : "all from the next login on, because of ") +
+                    plainText(file.string()))
       << '\n';
 }
 
@@ -211,7 +213,7 @@ std::vector<fs::path> ownFiles(const PortalPlaces& places) {
 void refuseOtherFolder(const PortalPlaces& places) {
   if (!places.only) return;
   throw Failure(
-      "XDG_DESKTOP_PORTAL_DIR is set for the desktop portal, which then reads no settings but those in " +
+      "XDG_DESKTOP_PORTAL_DIR is set for the desktop portal, which then reads only the settings in " +
       places.only->string() + "; unset the variable, or write " + kPrintPart + '=' + kOwnBackend +
       " to portals.conf there");
 }
@@ -242,7 +244,8 @@ void switchApplicationsOn(bool allGtk, std::ostream& out, const Report& report) 
     const bool changes = writeMarkedLines(file, kGtkVariables);
     out << (changes ? "written: " : "unchanged: ") << plainText(file.path.string()) << '\n';
     report(
-        "from the next login on, GTK applications also show their other dialogs by the desktop portal, for "
+        "from the next login on, GTK applications also show their other dialogs through the desktop portal, "
+        "for "
         "example those for files");
   }
   for (const auto& missing : missingParts(portal)) report(missing);

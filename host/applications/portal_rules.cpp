@@ -97,7 +97,7 @@ ChosenBackend bySettings(const fs::path& file, const std::vector<Backend>& backe
       if (name == "*" || name == backend.name) return {backend.name, "named by " + file.string(), file};
     }
   }
-  return {std::nullopt, file.string() + " names none that is installed", file};
+  return {std::nullopt, file.string() + " names no backend that is installed", file};
 }
 
 }  // namespace
@@ -187,9 +187,9 @@ ChosenBackend chosenBackend(const PortalPlaces& places, PortalVersion version) {
   if (auto chosen = byDesktop(places, backends); chosen.name) return chosen;
   for (const auto& backend : backends) {
     if (!hasSettings || backend.name == kLastResort)
-      return {backend.name, "because nothing names another", {}};
+      return {backend.name, "because no settings name another", {}};
   }
-  return {std::nullopt, "nothing names one", {}};
+  return {std::nullopt, "no settings name one", {}};
 }
 
 }  // namespace tandemtrim::host

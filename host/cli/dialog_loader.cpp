@@ -23,10 +23,10 @@ OwnModule loadPart(const std::string& name) {
   if (module.handle != nullptr) return module;
   if (module.fault.empty()) {
     throw NoDialog("the print dialog is not installed (package tandem-trim-gtk)",
-                   "; nothing was sent. Install that package, or print without the dialog by --no-dialog");
+                   "; nothing was sent. Install that package, or print with --no-dialog");
   }
   throw NoDialog("the print dialog cannot be shown: " + module.fault,
-                 "; nothing was sent. Print without it by --no-dialog");
+                 "; nothing was sent. Print with --no-dialog");
 }
 
 template <class Function>
@@ -55,7 +55,7 @@ Printed showDialog(const CommandLine& line, const Report& report) {
   if (hasScreen) prepare();
   const auto dialog = loading.get();
   if (!hasScreen)
-    throw NoDialog("there is no screen to show the print dialog on", "; print without it by --no-dialog");
+    throw NoDialog("there is no screen to show the print dialog on", "; print with --no-dialog");
   DialogResult result;
   functionOf<ShowDialog>(dialog, kDialogFunction)(line, report, result);
   if (result.failure) throw Failure(*result.failure);

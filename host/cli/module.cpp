@@ -71,7 +71,7 @@ void work(std::vector<std::string> arguments) {
     if (line.verbose) openlog("tandem-trim", LOG_PERROR, LOG_USER);
     run(line, std::cout, printMessage);
   }
-  if (!std::cout.flush()) throw Failure("standard output cannot be written; what was asked for is done");
+  if (!std::cout.flush()) throw Failure("standard output cannot be written to; everything else is done");
 }
 
 }  // namespace
@@ -87,7 +87,7 @@ extern "C" __attribute__((visibility("default"))) int tandemTrimRun(int argc, ch
     printMessage(failure.what());
     return failure.exitStatus();
   } catch (const std::bad_alloc&) {
-    printMessage("there is not enough memory for that; close other programs and try again");
+    printMessage("there is not enough memory; close other programs and try again");
     return kFailed;
   } catch (const std::exception& error) {
     printMessage(error.what());

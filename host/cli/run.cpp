@@ -118,7 +118,7 @@ Options toKeep(const JobSettings& settings) {
 
 void keep(const Target& target, const Options& options, const Report& report) {
   saveAsDefault(target.connection, target.printer, options);
-  report("kept as your defaults for " + target.printer.name + ": " + countText(options));
+  report("saved as your defaults for " + target.printer.name + ": " + countText(options));
 }
 
 void reset(const CommandLine& line, const Report& report) {
@@ -126,7 +126,7 @@ void reset(const CommandLine& line, const Report& report) {
   const auto printer = findPrinter(connection, line.printer);
   const auto gone = resetDefaults(printer);
   report(gone.empty() ? "you have no saved defaults for " + printer.name
-                      : "your defaults for " + printer.name + " are removed: " + countText(gone));
+                      : "your defaults for " + printer.name + " were removed: " + countText(gone));
 }
 
 void showSaved(const CommandLine& line, std::ostream& out, const SavedFile& saved) {
@@ -181,7 +181,7 @@ void run(const CommandLine& line, std::ostream& out, const Report& report) {
   if (line.listPresets) return listPresets(line, family, out, report);
   if (line.deletePreset) {
     deletePreset(family, *line.deletePreset, report);
-    return report("the preset " + *line.deletePreset + " is deleted");
+    return report("the preset " + *line.deletePreset + " was deleted");
   }
   const auto preset = line.preset ? std::optional(findPreset(family, *line.preset, report)) : std::nullopt;
   const auto settings = withoutLosses(

@@ -81,7 +81,7 @@ std::string incompleteness(const MessageHandle& job, const ReportedJob& reported
   const auto size = numberIn(job, "job-k-octets");
   if (size && *size < kilobytes) return outOf(*size, kilobytes, "KB");
   if (!documents && !size && !sent.isAnswered) return "an unknown part";
-  return isIncoming(reported) ? "not yet the last document" : "";
+  return isIncoming(reported) ? "all but the last document" : "";
 }
 
 // CUPS counts a document only once all of it has arrived. One that breaks off between two HTTP chunks counts

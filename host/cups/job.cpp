@@ -82,7 +82,7 @@ Failure unanswered(const Connection& connection, const Printer& printer, const s
     return failure;
   } catch (const Failure&) {
     return Failure(Trouble::unconfirmedJob,
-                   Fact("[reason]; an empty job may wait there"_fact, {{"[reason]", failure.fact()}}),
+                   Fact("[reason]; an empty job may be left there"_fact, {{"[reason]", failure.fact()}}),
                    " (see lpstat -o " + printer.name + ")");
   }
 }
@@ -111,7 +111,7 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
     throw refused(connection, kRefused, name);
   const auto number = integerIn(answer, "job-id");
   if (number > 0) return *number;
-  const Fact useless(connection.server() + " gave it no number", kUselessAnswer,
+  const Fact useless(connection.server() + " did not give it a number", kUselessAnswer,
                      {{"[server]", serverName()}});
   const Failure numberless(Trouble::noServer, useless, "; see whether it is a print server");
   // Without any number in the answer, there may be a job to cancel.

@@ -106,16 +106,16 @@ std::string expected(ipp_tag_t type, const std::string& keyword) {
     case IPP_TAG_BOOLEAN:
       return "true or false";
     case IPP_TAG_RANGE:
-      return "a range of numbers, as 2-4";
+      return "a range of numbers, such as 2-4";
     case IPP_TAG_RESOLUTION:
-      return "a resolution, as 600dpi";
+      return "a resolution, such as 600dpi";
     default:
       break;
   }
   const auto* const bounds = boundsOf(keyword);
   if (bounds == nullptr) return "a number";
   const auto smallest = "a number from " + std::to_string(bounds->smallest);
-  return smallest + (bounds->largest == kNoLimit ? " on" : " to " + std::to_string(bounds->largest));
+  return smallest + (bounds->largest == kNoLimit ? " up" : " to " + std::to_string(bounds->largest));
 }
 
 // The values in libcups's form with commas between them. A text may contain commas and stays as it is.

@@ -26,7 +26,7 @@ PpdHandle wellFormed(ppd_file_t* opened, const std::string& name) {
                 Fact("the PPD file " + name + " is malformed, line " + std::to_string(line) + ": " +
                          ppdErrorString(status),
                      kUselessPpd, {{"[words]", ppdErrorString(status)}}),
-                "; correct it (cupstestppd lists its mistakes) or name another by --ppd");
+                "; correct it (cupstestppd lists its mistakes) or name another with --ppd");
 }
 
 Failure unreadable(const std::string& name, const std::string& reason) {
@@ -69,7 +69,7 @@ FileDescriptor unpacked(FileDescriptor packed, const std::string& name) {
 DamagedPpd::DamagedPpd(const std::string& name, const std::string& reason)
     : Failure(Trouble::details,
               Fact("the PPD file " + name + " is damaged: " + reason, kUselessPpd, {{"[words]", reason}}),
-              "; correct it or name another by --ppd") {}
+              "; correct it or name another with --ppd") {}
 
 PpdHandle openPpd(const std::string& path, const std::string& name) {
   std::error_code ignored;

@@ -51,7 +51,7 @@ Failure notFound(const Connection& connection, const std::optional<std::string>&
                    remedy);
   return Failure(
       Trouble::noDefaultPrinter,
-      Fact("there is no default printer, or the one that LPDEST, PRINTER or lpoptions name does not exist",
+      Fact("there is no default printer, or the one that LPDEST, PRINTER or lpoptions names does not exist",
            "there is no default printer, or it does not exist"_fact, {}),
       remedy);
 }
@@ -59,7 +59,7 @@ Failure notFound(const Connection& connection, const std::optional<std::string>&
 Failure namelessPrinter(const Connection& connection) {
   return Failure(
       Trouble::noServer,
-      Fact(connection.server() + " gave the printer no name", kUselessAnswer, {{"[server]", serverName()}}),
+      Fact(connection.server() + " did not name the printer", kUselessAnswer, {{"[server]", serverName()}}),
       "; see whether it is a print server");
 }
 
@@ -115,11 +115,11 @@ Fact stoppedFact(const Printer& printer) { return withState("[printer] is stoppe
 void checkState(const Printer& printer, const Report& report) {
   if (!printer.accepting) {
     throw Failure(Trouble::rejecting, withState("[printer] does not accept jobs"_fact, printer),
-                  "; nothing was sent. Let it accept them again by cupsaccept " + printer.name +
-                      ", or choose another printer by -d");
+                  "; nothing was sent. Let it accept them again with cupsaccept " + printer.name +
+                      ", or choose another printer with -d");
   }
   if (printer.stopped) {
-    report(stoppedFact(printer).english() + "; the job waits until the printer is started by cupsenable " +
+    report(stoppedFact(printer).english() + "; the job waits until the printer is started with cupsenable " +
            printer.name);
   }
 }

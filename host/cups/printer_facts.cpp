@@ -75,9 +75,9 @@ std::string existingPrinters(const Connection& connection) {
     for (const auto& name : printerNames(connection)) names += (names.empty() ? "" : ", ") + name;
   } catch (const Failure&) {
     if (connection.isSilent()) throw;
-    return "choose one by -d that lpstat -e lists";
+    return "choose one that lpstat -e lists, with -d";
   }
-  return names.empty() ? "the server has no printer; add one by lpadmin" : "choose one by -d: " + names;
+  return names.empty() ? "the server has no printer; add one with lpadmin" : "choose one with -d: " + names;
 }
 
 MessageHandle askFacts(const Connection& connection, const std::optional<std::string>& printer,

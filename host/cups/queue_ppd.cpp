@@ -23,7 +23,7 @@ FileDescriptor emptyFile() {
   FileDescriptor file(memfd_create("ppd", MFD_CLOEXEC | MFD_ALLOW_SEALING));
   if (!file.isOpen() || ftruncate(file.get(), kLargestPpd) != 0 ||
       fcntl(file.get(), F_ADD_SEALS, F_SEAL_GROW) != 0)
-    throw Failure(Trouble::details, Fact(std::string("a PPD cannot be kept: ") + std::strerror(errno),
+    throw Failure(Trouble::details, Fact(std::string("a PPD cannot be stored: ") + std::strerror(errno),
                                          kUselessPpd, {{"[words]", std::strerror(errno)}}));
   return file;
 }
@@ -64,7 +64,7 @@ std::optional<PpdHandle> fetch(const Connection& connection, const Printer& prin
   const auto status = askForPpd(connection, printer, file.get());
   const auto size = lseek(file.get(), 0, SEEK_CUR);
   if (size == kLargestPpd)
-    throw tooLargePpd("the PPD of " + printer.name + " that " + connection.server() + " gives");
+    throw tooLargePpd("the PPD of " + printer.name + " that " + connection.server() + " sends");
   if (status == HTTP_STATUS_NOT_FOUND) return nullptr;
   if (connection.isSilent() || (status != HTTP_STATUS_OK && status != HTTP_STATUS_ERROR)) {
     const auto last = connection.lastFailure();
@@ -90,7 +90,7 @@ PpdHandle queuePpd(const Connection& connection, const Printer& printer) {
   throw Failure(Trouble::details,
                 Fact("the print server at [server] sent only part of the PPD of [printer]"_fact,
                      {{"[server]", serverName()}, {"[printer]", printer.name}}),
-                "; see whether it is still running, or name a PPD file by --ppd");
+                "; see whether it is still running, or name a PPD file with --ppd");
 }
 
 }  // namespace tandemtrim::host

@@ -39,9 +39,9 @@ Failure cannotKeep(const std::string& keyword) {
   return Failure(
       Trouble::notKeptForAllJobs,
       Fact(
-          "CUPS cannot keep the value of [option] as a default (it keeps none that is empty, is very long, or holds # or a line break)"_fact,
+          "CUPS cannot save the value of [option] as a default (it must not be empty or very long, or contain # or a line break)"_fact,
           {{"[option]", keyword}}),
-      "; give another by -o " + keyword + "=...");
+      "; give another with -o " + keyword + "=...");
 }
 
 Failure cannotChange(const Printer& printer, const Failure& reason) {
@@ -72,7 +72,7 @@ std::optional<std::string> defaultsIn(const fs::path& file) {
   if (isOfAnotherUser(file)) return std::nullopt;
   try {
     auto text = readWholeFile(file);
-    if (text && text->starts_with(kPacked)) throw unreadableFile(file, "it is packed by gzip");
+    if (text && text->starts_with(kPacked)) throw unreadableFile(file, "it is compressed with gzip");
     return text;
   } catch (const Failure& failure) {
     throw Failure(failure.trouble(), failure.fact(), "; nothing was sent. Make it readable, or move it away");

@@ -35,7 +35,7 @@ std::string lostText(const ReportedJob& reported) {
 
 std::string lossOf(const LostOption& lost) {
   if (!lost.atServer) return lost.keyword;
-  return lost.keyword + " (sent \"" + shortText(lost.sent) + "\", the server holds \"" +
+  return lost.keyword + " (sent \"" + shortText(lost.sent) + "\", the server has \"" +
          shortText(*lost.atServer) + "\")";
 }
 
@@ -141,7 +141,7 @@ std::optional<Failure> objection(const SentJob& job, const std::string& server) 
   if (!reported.incomplete.empty()) {
     return Failure(
         Trouble::other,
-        factOf(job, nameOf(job) + " is incomplete: " + server + " holds " + reported.incomplete + " of it",
+        factOf(job, nameOf(job) + " is incomplete: " + server + " has " + reported.incomplete + " of it",
                "job [number] on [printer] is incomplete at the print server"_fact),
         "; print it again");
   }

@@ -36,7 +36,7 @@ std::optional<Failure> useForAllJobs(const Options& options, const Connection& c
     saveAsDefault(connection, printer, keepable(options));
     return std::nullopt;
   } catch (const Failure& failure) {
-    report("the job was sent, but its settings are not kept for all jobs: " + failure.fact().english());
+    report("the job was sent, but its settings were not saved for all jobs: " + failure.fact().english());
     return Failure(Trouble::notKeptForAllJobs, failure.fact());
   }
 }

@@ -52,7 +52,7 @@ void Document::begin() {
   beginning_.assign(buffer_.data(), std::min(filled_, kBeginning));
   if (filled_ == 0)
     throw Failure(Trouble::document, Fact(place_ + " is empty", "[file] is empty"_fact, {{"[file]", name_}}),
-                  "; nothing was sent. Give a document with something in it");
+                  "; nothing was sent. Print a document that is not empty");
 }
 
 Failure Document::unreadable() const {
@@ -82,7 +82,7 @@ void Document::keep() {
                        "[file] cannot be kept until it is printed: [words]"_fact,
                        {{"[file]", name_}, {"[words]", std::strerror(errno)}}),
                   "; nothing was sent. Make room in " + std::filesystem::temp_directory_path().string() +
-                      " or give a file");
+                      " or name a file");
   }
   opened_ = std::move(copy);
   file_ = opened_.get();

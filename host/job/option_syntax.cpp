@@ -19,7 +19,7 @@ class SyntaxCheck {
   std::optional<std::string> mistake() {
     if (rest_.starts_with('{') && rest_.ends_with('}')) rest_ = rest_.substr(1, rest_.size() - 2);
     skip(kSpace);
-    if (rest_.empty()) return "it holds no option";
+    if (rest_.empty()) return "it contains no option";
     while (!rest_.empty()) {
       const auto keyword = rest_.substr(0, rest_.find_first_of("=\f\n\r\t\v "));
       rest_.remove_prefix(keyword.size());
@@ -50,9 +50,9 @@ class SyntaxCheck {
       if (rest_[0] == ',') {
         rest_.remove_prefix(1);
       } else if (rest_[0] == '\'' || rest_[0] == '"') {
-        if (!skipQuoted()) return "a quote is not ended";
+        if (!skipQuoted()) return "a quote is not closed";
       } else if (rest_[0] == '{') {
-        if (!skipCollection()) return "a brace is not ended";
+        if (!skipCollection()) return "a brace is not closed";
       } else {
         while (!rest_.empty() && !isSpace(rest_[0])) skipCharacter();
       }

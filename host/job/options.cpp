@@ -28,10 +28,10 @@ constexpr std::array<const char*, 7> kOfOneJob{"copies",      "Collate",  "multi
 
 // Why CUPS would lose this value, or nullopt.
 std::optional<std::string> loss(const std::string& value) {
-  if (value.starts_with('{')) return "begins with a brace, which CUPS takes for a collection of options";
-  if (value.find('\r') != std::string::npos) return "holds a carriage return, at which CUPS cuts the value";
+  if (value.starts_with('{')) return "begins with a brace, so CUPS would read it as a collection of options";
+  if (value.find('\r') != std::string::npos) return "contains a carriage return, where CUPS would cut it off";
   if (value.size() > kLongestValue) {
-    return "is " + std::to_string(value.size()) + " bytes long, and CUPS carries " +
+    return "is " + std::to_string(value.size()) + " bytes long, and CUPS accepts " +
            std::to_string(kLongestValue) + " at most";
   }
   return std::nullopt;
@@ -86,7 +86,7 @@ Options readOptions(std::span<const std::string> texts) {
 Options parseOptions(const std::string& text) {
   if (const auto mistake = optionSyntaxMistake(text)) {
     throw Failure("-o \"" + shortText(text) + "\": " + *mistake +
-                      "; write keyword=value, with quotes around a value that holds blanks",
+                      "; write keyword=value, with quotes around a value that contains blanks",
                   kWrongCommandLine);
   }
   return readOptions(text);
@@ -150,7 +150,7 @@ void refuseLossyValues(const Options& options) {
       throw Failure(Trouble::other,
                     Fact("the value of " + keyword + " " + *reason, kUnsendable,
                          {{"[option]", keyword}, {"[value]", shortText(value)}}),
-                    "; nothing was sent. Give another value by -o " + keyword + "=...");
+                    "; nothing was sent. Give another value with -o " + keyword + "=...");
     }
   }
 }
@@ -160,13 +160,13 @@ void refuseLossyTitle(const std::string& title) {
     return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
   });
   if (!hasControl && title.size() <= kLongestTitle) return;
-  const std::string fault =
-      hasControl ? "holds a control character" : "is longer than " + std::to_string(kLongestTitle) + " bytes";
+  const std::string fault = hasControl ? "contains a control character"
+                                       : "is longer than " + std::to_string(kLongestTitle) + " bytes";
   throw Failure(Trouble::other,
                 Fact("the title " + fault + ", and CUPS would print \"Untitled\" instead",
-                     "the job's title holds a control character, or is longer than [size] bytes"_fact,
+                     "the job's title contains a control character, or is longer than [size] bytes"_fact,
                      {{"[size]", std::to_string(kLongestTitle)}}),
-                "; nothing was sent. Give another by -t");
+                "; nothing was sent. Give another with -t");
 }
 
 OptionList::OptionList(const Options& options) {

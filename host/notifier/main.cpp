@@ -43,7 +43,8 @@ int main(int argc, char** /*argv*/) {
   endAfter(kSecondsForAnswers);
   answerLogins([](const LoginQuestion&) { return std::nullopt; });
   try {
-    if (argc != 1) throw Failure("the print dialog starts it, with an order on standard input");
+    if (argc != 1)
+      throw Failure("only the print dialog starts this program, with an order on standard input");
     const auto order = orderFrom({std::istreambuf_iterator<char>(std::cin), {}});
     endAfter(kSecondsForAnswers + static_cast<unsigned>(order.watched.count()));
     carryOut(order);

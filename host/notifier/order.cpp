@@ -41,7 +41,7 @@ NotifierOrder orderFrom(const std::string& text) {
     order.cancelled = notificationIn(json, "cancelled");
     order.failed = notificationIn(json, "failed");
     const auto watched = json.at("watched").get<int>();
-    if (watched < 0 || watched > kLongestWatch) throw Failure("no job is watched for so long");
+    if (watched < 0 || watched > kLongestWatch) throw Failure("a job is not watched for so long");
     order.watched = std::chrono::seconds(watched);
     return order;
   } catch (const OrderJson::exception& wrong) {

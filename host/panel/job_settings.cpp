@@ -40,7 +40,8 @@ JobSettings settleWithoutPanel(const CommandLine& line, const std::string& print
 
 std::string reasonForNoPanel(const ppd_file_t* ppd) {
   if (ppd != nullptr) return "its PPD names none";
-  return "it has no PPD to name one, and not exactly one panel is installed (--plugin names one)";
+  return "it has no PPD that names one, and no panel or more than one is installed (choose one with "
+         "--plugin)";
 }
 
 std::string withoutPpdText(const std::string& printer) {
@@ -63,8 +64,8 @@ JobSettings settleSettings(const CommandLine& line, const std::string& printer, 
   } catch (const PluginFailure& failure) {
     if (!line.withoutPanel) {
       throw Failure(std::string(failure.what()) +
-                    "; nothing was sent. Install it again, name another by --plugin, or print without it by "
-                    "--without-panel");
+                    "; nothing was sent. Install it again, name another with --plugin, or print "
+                    "with --without-panel");
     }
     if (!line.inputs.empty()) {
       throw Failure(std::string(failure.what()) +

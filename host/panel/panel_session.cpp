@@ -27,7 +27,7 @@ void refuse(const IllegalValue& illegal, bool isGreyed) {
   if (!isGreyed) remedy += " or --set " + setting.name + "=" + suggested;
   throw Failure(setting.keyword + "=" + shortText(setting.value) +
                 " is not allowed here (allowed: " + allowedValues(setting) +
-                "); nothing was sent. Change it by " + remedy + ", or send it unchanged by --force");
+                "); nothing was sent. Change it with " + remedy + ", or send it unchanged with --force");
 }
 
 bool contains(const Options& options, const std::string& keyword) {

@@ -60,7 +60,7 @@ LoadedPlugin loadPlugin(const PluginBundle& bundle, const char* moduleEnding) {
 
   LoadedPlugin loaded{bundle.path, bundle.resources, nullptr};
   make(loaded.plugin);
-  if (!loaded.plugin) throw incomplete(bundle.path, *principalClass + " made no plug-in");
+  if (!loaded.plugin) throw incomplete(bundle.path, *principalClass + " did not make a plug-in");
   if (!callPlugin(bundle.path, "initWithBundle",
                   [&] { return loaded.plugin->initWithBundle(loaded.resources); })) {
     throw incomplete(bundle.path, "it refuses its own bundle");

@@ -80,9 +80,9 @@ std::optional<std::string> openToStrangers(const PathEntry& entry, const Owners&
   const bool isGuarded = !isLast && S_ISDIR(mode) && (mode & S_ISVTX) != 0;
   if (S_ISLNK(mode) || isGuarded) return std::nullopt;
   if ((mode & S_IWOTH) != 0)
-    return "everybody can write to " + path.string() + " (end that by chmod o-w " + path.string() + ')';
+    return "everybody can write to " + path.string() + " (run chmod o-w " + path.string() + ')';
   if ((mode & S_IWGRP) != 0 && !owners.groups.contains(status.st_gid)) {
-    return "a group that is not your own may write to " + path.string() + " (end that by chmod g-w " +
+    return "a group that is not your own may write to " + path.string() + " (run chmod g-w " +
            path.string() + ')';
   }
   return std::nullopt;

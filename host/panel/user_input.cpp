@@ -25,9 +25,9 @@ const PanelSetting& settingNamed(const Settings& settings, const std::string& na
 // A panel greys its controls while its switch is off.
 Failure greyed(const Settings& settings, const std::string& what) {
   const auto* const onOff = switchOf(settings);
-  if (onOff == nullptr) return Failure(what + ": this control is greyed now; nothing was sent");
+  if (onOff == nullptr) return Failure(what + ": this control is disabled now; nothing was sent");
   return Failure(what + ": " + onOff->name +
-                 " is off, so this control is greyed; nothing was sent. Turn it on first by --set " +
+                 " is off, so this control is disabled; nothing was sent. Turn it on first with --set " +
                  onOff->name + "=" + onOff->choices.front().value);
 }
 
@@ -43,8 +43,8 @@ void refuseUnlessDigits(const PanelSetting& box, const std::string& text) {
   const bool isDigits = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
   if (isDigits || isLegal(box, text)) return;
   throw Failure("--set " + box.name + "=" + shortText(text) + ": \"" + shortText(text) +
-                    "\" is no whole number in the digits 0 to 9; nothing was sent. Write one from " +
-                    allowedValues(box) + ", or let the panel make one of it by --lenient",
+                    "\" is not a whole number in the digits 0 to 9; nothing was sent. Write one from " +
+                    allowedValues(box) + ", or let the panel make one of it with --lenient",
                 kWrongCommandLine);
 }
 

@@ -65,32 +65,32 @@ std::optional<Number> numberOf(std::string_view text, Number least, Number most)
 }
 
 // A value of GTK's print settings and the option of a job that does the same.
-struct Meaning {
+struct SettingRow {
   const char* key;
   const char* value;
   const char* keyword;
   const char* optionValue;
 };
-constexpr std::array<Meaning, 20> kMeanings{{{"collate", "true", "Collate", "True"},
-                                             {"collate", "false", "Collate", "False"},
-                                             {"reverse", "true", "OutputOrder", "Reverse"},
-                                             {"reverse", "false", "OutputOrder", "Normal"},
-                                             {"page-set", "even", "page-set", "even"},
-                                             {"page-set", "odd", "page-set", "odd"},
-                                             {"number-up", "2", "number-up", "2"},
-                                             {"number-up", "4", "number-up", "4"},
-                                             {"number-up", "6", "number-up", "6"},
-                                             {"number-up", "9", "number-up", "9"},
-                                             {"number-up", "16", "number-up", "16"},
-                                             {"number-up-layout", "lrtb", "number-up-layout", "lrtb"},
-                                             {"number-up-layout", "lrbt", "number-up-layout", "lrbt"},
-                                             {"number-up-layout", "rltb", "number-up-layout", "rltb"},
-                                             {"number-up-layout", "rlbt", "number-up-layout", "rlbt"},
-                                             {"number-up-layout", "tblr", "number-up-layout", "tblr"},
-                                             {"number-up-layout", "tbrl", "number-up-layout", "tbrl"},
-                                             {"number-up-layout", "btlr", "number-up-layout", "btlr"},
-                                             {"number-up-layout", "btrl", "number-up-layout", "btrl"},
-                                             {"page-set", "all", "page-set", "all"}}};
+constexpr std::array<SettingRow, 20> kSettingRows{{{"collate", "true", "Collate", "True"},
+                                                   {"collate", "false", "Collate", "False"},
+                                                   {"reverse", "true", "OutputOrder", "Reverse"},
+                                                   {"reverse", "false", "OutputOrder", "Normal"},
+                                                   {"page-set", "even", "page-set", "even"},
+                                                   {"page-set", "odd", "page-set", "odd"},
+                                                   {"number-up", "2", "number-up", "2"},
+                                                   {"number-up", "4", "number-up", "4"},
+                                                   {"number-up", "6", "number-up", "6"},
+                                                   {"number-up", "9", "number-up", "9"},
+                                                   {"number-up", "16", "number-up", "16"},
+                                                   {"number-up-layout", "lrtb", "number-up-layout", "lrtb"},
+                                                   {"number-up-layout", "lrbt", "number-up-layout", "lrbt"},
+                                                   {"number-up-layout", "rltb", "number-up-layout", "rltb"},
+                                                   {"number-up-layout", "rlbt", "number-up-layout", "rlbt"},
+                                                   {"number-up-layout", "tblr", "number-up-layout", "tblr"},
+                                                   {"number-up-layout", "tbrl", "number-up-layout", "tbrl"},
+                                                   {"number-up-layout", "btlr", "number-up-layout", "btlr"},
+                                                   {"number-up-layout", "btrl", "number-up-layout", "btrl"},
+                                                   {"page-set", "all", "page-set", "all"}}};
 constexpr std::array<std::pair<const char*, const char*>, 4> kOrientations{
     {{"portrait", "3"}, {"landscape", "4"}, {"reverse_landscape", "5"}, {"reverse_portrait", "6"}}};
 constexpr std::array<std::pair<const char*, FileFormat>, 3> kFileFormats{
@@ -120,7 +120,7 @@ Options optionsOf(GVariant* settings) {
     if (auto pages = pagesOf(textIn(settings, "page-ranges").value_or("")))
       options.push_back({"page-ranges", *std::move(pages)});
   }
-  for (const auto& [key, value, keyword, optionValue] : kMeanings) {
+  for (const auto& [key, value, keyword, optionValue] : kSettingRows) {
     if (textIn(settings, key) == value) options.push_back({keyword, optionValue});
   }
   return options;

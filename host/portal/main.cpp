@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::chrono::seconds kLifeOfToken = std::chrono::hours(1);
 constexpr const char* kUsage =
-    "tandem-trim-portal: usage: tandem-trim-portal [--ask-again-after SECONDS]; the desktop's portal starts "
+    "tandem-trim-portal: usage: tandem-trim-portal [--ask-again-after SECONDS]; the desktop portal starts "
     "it, "
     "see tandem-trim --applications";
 constexpr int kWrongUsage = 2;

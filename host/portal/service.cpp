@@ -144,7 +144,8 @@ void Service::serve(GDBusMethodInvocation* call, const std::string& method, GVar
   const auto handle = textOf(values, 0);
   auto request = std::make_unique<Request>(call, handle);
   try {
-    if (sessionAt(handle) != nullptr) throw Failure("another request has the handle " + shortText(handle));
+    if (sessionAt(handle) != nullptr)
+      throw Failure("another request already has the handle " + shortText(handle));
     method == "Print" ? print(call, std::move(request), values) : prepare(call, std::move(request), values);
   } catch (const std::exception& failure) {
     report_(failure.what());
@@ -215,7 +216,7 @@ void Service::close(GDBusConnection* bus, GDBusMessage* message) {
   auto* const answer =
       isOwn ? g_dbus_message_new_method_reply(message)
             : g_dbus_message_new_method_error_literal(message, "org.freedesktop.DBus.Error.UnknownObject",
-                                                      "no request of yours waits here");
+                                                      "the sender has no request here");
   g_dbus_connection_send_message(bus, answer, G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr, nullptr);
   g_object_unref(answer);
   g_object_unref(message);
@@ -239,8 +240,7 @@ void Service::makeRoom() {
   if (sessions_.size() < kMostSessions) return;
   const auto oldest = std::ranges::find_if(
       sessions_, [](const auto& entry) { return entry.second.session->waitsForDocument(); });
-  if (oldest == sessions_.end())
-    throw Failure("there are too many print dialogs at a time; the request is refused");
+  if (oldest == sessions_.end()) throw Failure("too many print dialogs are open; the request is refused");
   tokens_.forget(oldest->first);
   sessions_.erase(oldest);
 }

@@ -12,22 +12,22 @@
 namespace {
 
 int refuse(std::string_view reason) {
-  std::cerr << "tandem-trim: the program cannot be used, and nothing was sent: " << reason << '\n';
+  std::cerr << "tandem-trim: the program cannot start, and nothing was sent: " << reason << '\n';
   return 1;
 }
 
 // Reports an exception that nothing can catch, which libraries throw mostly for lack of memory, and ends the
 // program.
 [[noreturn]] void giveUp() noexcept {
-  const char* reason = "an error that has no name";
+  const char* reason = "an unknown error";
   try {
     if (std::current_exception()) throw;
   } catch (const std::exception& error) {
     reason = error.what();
   } catch (...) {
   }
-  for (const char* const words : {"tandem-trim: the program had to give up (", reason,
-                                  "); what it was printing may still be printed, as lpstat -o shows\n"})
+  for (const char* const words : {"tandem-trim: the program had to stop (", reason,
+                                  "); its job may still be printed (see lpstat -o)\n"})
     static_cast<void>(write(STDERR_FILENO, words, std::strlen(words)));
   _exit(1);
 }

@@ -123,7 +123,7 @@ class DefaultsTest(TerminalCase):
         self.run_program("lpoptions", "-p", "Morva/draft", "-o", "MVTopMargin=2")
         self.saves("-o", "MVTandemTrim=On MVTopMargin=9")
         result = self.resets("-d", "Morva")
-        self.assertRegex(result.stderr, "(?m)^tandem-trim: your defaults for Morva are removed: 7 options")
+        self.assertRegex(result.stderr, "(?m)^tandem-trim: your defaults for Morva were removed: 7 options")
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
         self.assertEqual(self.saved_for("Dest Morva/draft"), {"MVTopMargin": "2"})
         self.assertIn("you have no saved defaults for Morva", self.resets("-d", "Morva").stderr)
@@ -224,7 +224,7 @@ class DefaultsTest(TerminalCase):
         of_all_users = self.cups.folder / "home/lpoptions"
         packed = gzip.compress(b"Dest Morva MVTopMargin=9\n")
         for file in (self.file_of_defaults, of_all_users):
-            for make, words in ((file.mkdir, "it is not a regular file"), (lambda file=file: file.write_bytes(packed), "it is packed by gzip")):
+            for make, words in ((file.mkdir, "it is not a regular file"), (lambda file=file: file.write_bytes(packed), "it is compressed with gzip")):
                 with self.subTest(file=file.relative_to(self.cups.folder), words=words):
                     make()
                     for arguments in ([SAMPLE], ["--summary"]):

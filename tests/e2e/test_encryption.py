@@ -84,7 +84,7 @@ class EncryptionTest(TerminalCase):
         blocked.write_text("no folder")
         result = self.trim("-d", "Morva", SAMPLE, **REQUIRED)
         self.assertRegex(result.stdout, CONFIRMED, result.stderr)
-        self.assertIn(f"the certificate of the print server at {self.cups.address[0]}:{self.cups.address[1]} cannot be kept as {self.certificate()}", result.stderr)
+        self.assertIn(f"the certificate of the print server at {self.cups.address[0]}:{self.cups.address[1]} cannot be saved as {self.certificate()}", result.stderr)
 
     def test_another_certificate_that_is_valid_for_the_same_host_is_reported_too(self):
         # The second server's certificate expires later than the first one's.
@@ -110,7 +110,7 @@ class EncryptionTest(TerminalCase):
             settings.write_text(text)
             with self.subTest(text):
                 result = self.refuses("-d", "Morva", SAMPLE, **REQUIRED)
-                self.assertRegex(result.stderr, f"shows a certificate that is not trusted .*{words}.*; .*{self.certificate()}.* client.conf")
+                self.assertRegex(result.stderr, f"presents a certificate that is not trusted .*{words}.*; .*{self.certificate()}.* client.conf")
 
     def test_a_server_that_cannot_encrypt_is_reported(self):
         with FakeServer(PPD.read_bytes()) as server:

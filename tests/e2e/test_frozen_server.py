@@ -92,7 +92,7 @@ class FrozenServerTest(TerminalCase):
                 self.assertRegex(result.stderr, f"the print server at {relay.address} broke the connection")
 
     def test_a_job_whose_server_fails_after_getting_it_is_not_confirmed(self):
-        for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "broke the connection and takes no new one")):
+        for trouble, words in ((SILENT, "did not answer within 1 s"), (GONE, "broke the connection and does not accept a new one")):
             with self.subTest(trouble):
                 said, server = self.in_trouble_at("the job's options", trouble, f"^{REQUEST}$")
                 pattern = rf"job \d+ on Morva was sent, but its options could not be confirmed: the print server at {server} {words}"

@@ -94,7 +94,7 @@ class HostileServerTest(TerminalCase):
                         self.assertEqual((result.returncode, '"max": 20' in result.stdout), (0, True), result.stderr)
                     else:
                         self.assertEqual((result.returncode, result.stdout), (1, ""))
-                        self.assertRegex(result.stderr, rf"the PPD file .*{place} is damaged: [a-z ]+; correct it or name another by --ppd")
+                        self.assertRegex(result.stderr, rf"the PPD file .*{place} is damaged: [a-z ]+; correct it or name another with --ppd")
                 self.assertEqual(server.asked.count(fake_server.PPD), 1 if is_whole else 2)
 
     def test_a_compressed_ppd_that_is_damaged_once_is_fetched_again(self):
@@ -250,14 +250,14 @@ class HostileServerTest(TerminalCase):
         start = fake_server.head("Content-Length: 2000000000") + ipp.beginning(0) + bytes([ipp.JOB_GROUP])
         for what in REQUESTS:
             with self.subTest(what):
-                self.ends_at(what, lambda: itertools.chain([start], itertools.repeat(attribute)), "{} (gave an answer that is too large|did not answer within 1 s)")
+                self.ends_at(what, lambda: itertools.chain([start], itertools.repeat(attribute)), "{} (sent an answer that is too large|did not answer within 1 s)")
 
     def test_a_request_with_too_large_an_answer_is_not_repeated(self):
         # The time limit would leave time to repeat it.
-        self.ends_at(ipp.GET_JOB, endless_compressed_answer, "{} gave an answer that is too large", timeout=10 * PATIENCE)
+        self.ends_at(ipp.GET_JOB, endless_compressed_answer, "{} sent an answer that is too large", timeout=10 * PATIENCE)
 
     def test_an_endless_compressed_answer_is_refused(self):
-        self.ends_at(ipp.GET_JOB, endless_compressed_answer, "{} (gave an answer that is too large|did not answer within 1 s)")
+        self.ends_at(ipp.GET_JOB, endless_compressed_answer, "{} (sent an answer that is too large|did not answer within 1 s)")
 
     def test_endless_http_header_fields_are_not_waited_for(self):
         for what in (ipp.GET_PRINTER, ipp.GET_JOB, fake_server.PPD):

@@ -55,7 +55,7 @@ class InstallationTest(TerminalCase):
         return prefix, module
 
     def refuses_itself(self, prefix, *reasons):
-        words = ["the program cannot be used", "nothing was sent", *reasons]
+        words = ["the program cannot start", "nothing was sent", *reasons]
         self.refuses("-d", "Morva", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
 
     def of_other_builds(self, module):

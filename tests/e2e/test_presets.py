@@ -101,7 +101,7 @@ class PresetsTest(TerminalCase):
         (folder / "House.json").write_text('{"panel": {"MVTandemTrim": "On"}}')
         around = {"XDG_CONFIG_DIRS": str(house)}
         self.assertEqual(self.succeeds("--list-presets", **around).stdout, "House  (read-only)\na\nb\n")
-        self.assertEqual(self.succeeds("--delete-preset", "a").stderr, "tandem-trim: the preset a is deleted\n")
+        self.assertEqual(self.succeeds("--delete-preset", "a").stderr, "tandem-trim: the preset a was deleted\n")
         self.assertEqual(self.succeeds("--list-presets").stdout, "b\n")
         self.refuses("-d", "Morva", "--delete-preset", "a", words=["there is no preset a", "b"])
         self.refuses("-d", "Morva", "--delete-preset", "House", words=["is the administrator's"], **around)

@@ -85,7 +85,7 @@ class PrintingTest(TerminalCase):
         result = self.trim("-d", "Morva", "-o", "job-media-sheets-completed=5 landscape", SAMPLE)
         self.assertEqual(result.returncode, 1)
         self.assertRegex(result.stdout, rf"^{REQUEST}$")
-        lost = r'job \d+ on Morva: 8 of 9 options confirmed; lost: job-media-sheets-completed \(sent "5", the server holds "0"\)\n'
+        lost = r'job \d+ on Morva: 8 of 9 options confirmed; lost: job-media-sheets-completed \(sent "5", the server has "0"\)\n'
         self.assertRegex(result.stderr, lost)
 
     def test_names_of_enumeration_values_reach_the_filter_as_numbers(self):

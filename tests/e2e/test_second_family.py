@@ -75,7 +75,7 @@ class SecondFamilyTest(TerminalCase):
         self.cups.add_queue("Bare")
         self.addCleanup(self.cups.remove, "Bare")
         result = self.trim("-d", "Bare", "--summary")
-        self.assertIn("not exactly one panel is installed", result.stderr)
+        self.assertIn("no panel or more than one is installed", result.stderr)
         result = self.trim("-d", "Bare", "--plugin", FOLDLINE, "--summary")
         self.assertIn("Sheets per set: 1 sheets", result.stdout)
 

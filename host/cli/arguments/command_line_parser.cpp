@@ -63,21 +63,21 @@ std::vector<Ordered> declareOrdered(CLI::App& app, CommandLine& line) {
       for (auto& each : optionsFrom(option, text)) setOption(line.options, std::move(each));
     });
   }
-  ordered.push_back({app.add_flag("-m")->description("Send mail when the job has ended"),
+  ordered.push_back({app.add_flag("-m")->description("Send an e-mail when the job has ended"),
                      [&](const std::string&) { setOption(line.options, mailOption(line.user)); }});
-  add("-i", "JOB", "Change a job: done by lp alone", [](const std::string& job) {
+  add("-i", "JOB", "Refused: only lp changes jobs", [](const std::string& job) {
     throw Failure(
         "-i " + shortText(job) +
-            ": tandem-trim changes no job that was sent before; nothing was sent. Do that by lp -i " +
-            shortText(job) + " and the same options",
+            ": tandem-trim does not change a job that was sent before; nothing was sent. Use lp -i " +
+            shortText(job) + " with the same options",
         kWrongCommandLine);
   });
-  add("--applications", "on|off|status", "Have applications print with this dialog, by the desktop portal",
+  add("--applications", "on|off|status", "Make applications print with this dialog, through the desktop portal",
       [&](const std::string& text) { line.applications = applicationsFrom(text); });
   add("--set", "NAME=TEXT", "Type, choose or switch at the panel; may be repeated",
       [&](const std::string& text) { line.inputs.push_back(inputFrom(text)); });
   ordered.push_back({app.add_flag("--restore-defaults")
-                         ->description("Press the panel's button that brings the defaults back"),
+                         ->description("Press the panel's button that restores the defaults"),
                      [&](const std::string&) {
                        line.inputs.push_back({kRestoreDefault, std::nullopt});
                      }});
@@ -93,38 +93,38 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.add_option("-U", line.user, "The user name that the server sees as the job's owner")->type_name("USER");
   app.add_option("-d", line.printer, "The printer, instead of the default one")->type_name("PRINTER");
   app.add_option("-t", line.title, "The job's title, instead of the file's name")->type_name("TITLE");
-  app.add_flag("-c")->description("Accepted as by lp: documents always go to the server as copies");
-  app.add_flag("-s", line.silent, "Say nothing on standard output of a job that is sent");
+  app.add_flag("-c")->description("Accepted as in lp, without effect: documents always go to the server as copies");
+  app.add_flag("-s", line.silent, "Write nothing about the job to standard output");
   auto ordered = declareOrdered(app, line);
-  app.add_flag("--lenient", line.lenient, "Let the panel make a number of any text that --set types");
+  app.add_flag("--lenient", line.lenient, "Let --set type any text, of which the panel keeps the digits");
   app.add_flag("--list", line.list, "List the printers, which of them have a panel, and the default one");
   app.add_flag("--summary", line.summary, "Show the panel's summary");
   app.add_flag("--json", line.json, "Show settings, limits and summary as JSON");
   app.add_flag("--force", line.force, "Send stored values that are outside the printer's limits");
-  app.add_option("--preset", line.preset, "Start from the settings that are kept under this name")
+  app.add_option("--preset", line.preset, "Start from the settings of this preset")
       ->type_name("NAME");
-  app.add_option("--save-preset", line.savePreset, "Keep the settings under this name")->type_name("NAME");
-  app.add_option("--delete-preset", line.deletePreset, "Delete the settings that are kept under this name")
+  app.add_option("--save-preset", line.savePreset, "Save the settings as a preset")->type_name("NAME");
+  app.add_option("--delete-preset", line.deletePreset, "Delete this preset")
       ->type_name("NAME");
-  app.add_flag("--list-presets", line.listPresets, "List the names under which settings are kept");
-  app.add_flag("--save-as-default", line.saveAsDefault, "Keep the settings as your defaults for the printer");
+  app.add_flag("--list-presets", line.listPresets, "List the presets");
+  app.add_flag("--save-as-default", line.saveAsDefault, "Save the settings as your defaults for the printer");
   app.add_flag("--reset-defaults", line.resetDefaults, "Remove your defaults for the printer");
   app.add_option("--ppd", line.ppd, "Take the PPD from a file instead of the printer's queue")
       ->type_name("FILE");
-  app.add_option("--plugin", line.plugin, "The plug-in's bundle, or a folder that holds it")
+  app.add_option("--plugin", line.plugin, "The plug-in's bundle, or a folder that contains it")
       ->type_name("DIR");
   app.add_flag("--all-gtk", line.allGtk, "With --applications on: send all GTK programs through the portal");
-  app.add_flag("--without-panel", line.withoutPanel, "Go on without the panel when it cannot be opened");
+  app.add_flag("--without-panel", line.withoutPanel, "Print without the panel if it cannot be opened");
   app.add_flag("--wait", line.wait, "Wait until the job has ended");
   app.add_flag("--verbose", line.verbose, "Show the log on standard error, too");
   auto* dialog = app.add_flag_callback(
       "--dialog", [&line] { line.dialog = true; },
-      "Show the print dialog; the default for files, where there is a screen");
+      "Show the print dialog; the default for files if there is a screen");
   app.add_flag_callback(
          "--no-dialog", [&line] { line.dialog = false; }, "Print without the print dialog")
       ->excludes(dialog);
   app.add_flag("--no-notification", line.withoutNotification,
-               "After the print dialog, no notification of the desktop on the job");
+               "Show no desktop notification about the job after the print dialog");
   app.allow_extras();
   return ordered;
 }
@@ -147,7 +147,7 @@ void refuseMismatches(const CommandLine& line) {
   if (line.printer) refuseWrongPrinter(*line.printer);
   if (line.resetDefaults) refuseBeside(line, Use::reset, "--reset-defaults only removes the saved defaults");
   if (line.deletePreset && line.listPresets)
-    throw Failure("--delete-preset and --list-presets do not go together", kWrongCommandLine);
+    throw Failure("--delete-preset and --list-presets cannot be combined", kWrongCommandLine);
   if (line.deletePreset && line.json)
     throw Failure("--delete-preset only deletes a preset; leave --json out", kWrongCommandLine);
   if (line.deletePreset) refuseBeside(line, Use::presets, "--delete-preset only deletes a preset");
@@ -159,7 +159,7 @@ void refuseMismatches(const CommandLine& line) {
   if (line.allGtk && line.applications != Applications::on)
     throw Failure("--all-gtk needs --applications on", kWrongCommandLine);
   if (line.applications)
-    refuseBeside(line, Use::applications, "--applications only switches for the applications");
+    refuseBeside(line, Use::applications, "--applications only chooses the print dialog of applications");
   if (line.dialog == true) refuseBeside(line, Use::dialog, "--dialog leaves the panel to the user");
   if (!line.files.empty()) return;
   if (line.wait) throw Failure("--wait needs a job; name a file to print", kWrongCommandLine);
@@ -170,7 +170,7 @@ std::string helpOf(CLI::App& app) {
   std::vector<std::string> files;
   app.add_option(
          "FILE", files,
-         "The files to print; - is standard input, which is also read when no file is named and it is "
+         "The files to print; - is standard input, which is also printed if no file is named and it is "
          "not a terminal")
       ->type_name("");
   return app.help();

@@ -62,7 +62,7 @@ MaybeOptions holdFrom(const std::string& text) {
   if (text == "immediate") return {{{"job-hold-until", "no-hold"}, {"job-priority", "100"}}};
   if (text == "resume" || text == "restart") {
     throw Failure("-H " + text +
-                      " is for a job that was sent before; nothing was sent. Do that by lp -i JOB -H " + text,
+                      " is for a job that was sent before; nothing was sent. Use lp -i JOB -H " + text,
                   kWrongCommandLine);
   }
   const bool isTime = isTimeOfDay(text) || std::ranges::count(kTimes, text) != 0;
@@ -83,7 +83,7 @@ const std::array<JobOption, 5> kJobOptions{{
 
 Options optionsFrom(const JobOption& option, const std::string& text) {
   if (auto options = option.read(text)) return *std::move(options);
-  throw wrong(option.name, text, std::string("this is no ") + option.form,
+  throw wrong(option.name, text, std::string("this is not a ") + option.form,
               "tandem-trim --help lists the options");
 }
 

@@ -76,9 +76,9 @@ std::optional<std::string> checkCertificate(http_t* http, const std::string& ser
     if (httpCredentialsGetTrust(shown.get(), host.c_str()) != HTTP_TRUST_OK) {
       throw Failure(
           Trouble::insecure,
-          Fact("the print server at [server] shows a certificate that is not trusted ([words])"_fact,
+          Fact("the print server at [server] presents a certificate that is not trusted ([words])"_fact,
                {{"[server]", server}, {"[words]", lastMessage()}}),
-          "; get the right one from its administrator as " + fileOf(host).string() +
+          "; get the right one from its administrator and save it as " + fileOf(host).string() +
               ", or see client.conf(5)");
     }
   } else if (bytesOf(shown) == bytesOf(kept)) {
@@ -89,12 +89,12 @@ std::optional<std::string> checkCertificate(http_t* http, const std::string& ser
         Fact(
             "the print server at [server] presents a different certificate than before, so it may be another server"_fact,
             {{"[server]", server}}),
-        "; where its administrator says that the certificate was replaced, remove " + fileOf(host).string() +
+        "; if its administrator says that the certificate was replaced, remove " + fileOf(host).string() +
             " and print again");
   }
   if (keep(shown, host)) return std::nullopt;
-  return "the certificate of the print server at " + server + " cannot be kept as " + fileOf(host).string() +
-         ", so that nobody will notice when another server takes its place";
+  return "the certificate of the print server at " + server + " cannot be saved as " + fileOf(host).string() +
+         ", so nobody will notice if another server takes its place";
 }
 
 }  // namespace tandemtrim::host

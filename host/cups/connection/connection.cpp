@@ -46,14 +46,14 @@ constexpr auto kBroken = "the print server at [server] broke the connection"_fac
 Failure nobodyAnswers() {
   return Failure(Trouble::noServer,
                  Fact("no print server answers at [server]"_fact, {{"[server]", serverName()}}),
-                 "; start CUPS there, or name another server by -h");
+                 "; start CUPS there, or name another server with -h");
 }
 
 Failure notEncrypted() {
   return Failure(Trouble::insecure,
                  Fact("the print server at [server] offers no encrypted connection, which is required"_fact,
                       {{"[server]", serverName()}}),
-                 "; ask its administrator, or name another server by -h");
+                 "; ask its administrator, or name another server with -h");
 }
 
 int onTimeout(http_t* /*http*/, void* givenUp) {
@@ -101,7 +101,7 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
       throw Failure(Trouble::noServer,
                     Fact(server() + " sends requests elsewhere (" + httpStatus(status) + ")", kRefusal,
                          {{"[server]", serverName()}, {"[words]", httpStatus(status)}}),
-                    "; name the print server itself by -h");
+                    "; name the print server itself with -h");
     }
     isToBeEncrypted |= status == HTTP_STATUS_UPGRADE_REQUIRED;
     // After these two statuses, libcups has authenticated the user or encrypted the connection.
@@ -183,10 +183,10 @@ void Connection::reconnect() const {
   bounds_->renew();
   httpClearFields(get());
   if (connect()) return;
-  throw Failure(
-      Trouble::noServer,
-      Fact(server() + " broke the connection and takes no new one", kBroken, {{"[server]", serverName()}}),
-      "; see whether it is still running");
+  throw Failure(Trouble::noServer,
+                Fact(server() + " broke the connection and does not accept a new one", kBroken,
+                     {{"[server]", serverName()}}),
+                "; see whether it is still running");
 }
 
 std::string Connection::server() const { return "the print server at " + serverName(); }
@@ -205,7 +205,7 @@ Failure Connection::lastFailure() const {
   if (bounds_->givenUp == GivenUp::tooLarge) {
     return Failure(
         Trouble::noServer,
-        Fact(server() + " gave an answer that is too large", kUselessAnswer, {{"[server]", serverName()}}),
+        Fact(server() + " sent an answer that is too large", kUselessAnswer, {{"[server]", serverName()}}),
         "; see whether it is a print server");
   }
   if (isSilent()) {
@@ -213,7 +213,7 @@ Failure Connection::lastFailure() const {
         Trouble::noServer,
         Fact("the print server at [server] did not answer within [seconds] s"_fact,
              {{"[server]", serverName()}, {"[seconds]", std::to_string(bounds_->longest.count())}}),
-        "; see whether it is still running, or name another server by -h");
+        "; see whether it is still running, or name another server with -h");
   }
   const auto status = httpGetStatus(get());
   // For a connection that ends before an answer, libcups reports an errno, which may be 0.

@@ -15,7 +15,7 @@ namespace tandemtrim::host {
 std::string serverName();
 
 /// The fact about an answer that no print server would send.
-inline constexpr auto kUselessAnswer = "the print server at [server] gave an answer that cannot be used"_fact;
+inline constexpr auto kUselessAnswer = "the print server at [server] sent an answer that cannot be used"_fact;
 
 /// A connection to a print server on which no request waits forever.
 class Connection {

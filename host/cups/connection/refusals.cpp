@@ -16,18 +16,19 @@ struct Meaning {
   const char* remedy;
 };
 
-constexpr const char* kAskAdministrator = "; print as another user by -U, or ask the server's administrator";
-constexpr const char* kChangeOptions = "; leave that option out, or give it another value by -o";
+constexpr const char* kAskAdministrator =
+    "; print as another user with -U, or ask the server's administrator";
+constexpr const char* kChangeOptions = "; leave that option out, or give it another value with -o";
 constexpr const char* kChangeDocument = "; see whether another program opens it, or save it as a PDF file";
-constexpr const char* kSeeLog = "; its error log has the reason";
-constexpr const char* kSeeWhatItIs = "; see whether it is a print server, or name another by -h";
-constexpr const char* kTryLater = "; try again later, or choose another printer by -d";
+constexpr const char* kSeeLog = "; the server's error log has the reason";
+constexpr const char* kSeeWhatItIs = "; see whether it is a print server, or name another with -h";
+constexpr const char* kTryLater = "; try again later, or choose another printer with -d";
 
 // The meaning of each IPP status. An HTTP status is first converted by kHttpMeanings.
 constexpr std::array kMeanings{
     Meaning{IPP_STATUS_ERROR_BAD_REQUEST, Trouble::other,
             "the print server at [server] does not understand the request"_fact,
-            "; leave options out that are not the printer's, and see its error log"},
+            "; leave out options that are not the printer's, and see the server's error log"},
     Meaning{IPP_STATUS_ERROR_FORBIDDEN, Trouble::notAllowed,
             "the print server at [server] does not allow that"_fact, kAskAdministrator},
     Meaning{IPP_STATUS_ERROR_NOT_AUTHORIZED, Trouble::notAllowed,
@@ -37,25 +38,25 @@ constexpr std::array kMeanings{
     Meaning{IPP_STATUS_ERROR_TIMEOUT, Trouble::noServer,
             "the print server at [server] waited too long for the rest of the request"_fact, "; try again"},
     Meaning{IPP_STATUS_ERROR_NOT_FOUND, Trouble::noPrinter,
-            "the print server at [server] does not have what was asked for"_fact,
+            "the print server at [server] does not have what was requested"_fact,
             "; lpstat -e lists its printers, and lpstat -o its jobs"},
     Meaning{IPP_STATUS_ERROR_GONE, Trouble::noPrinter,
-            "the print server at [server] no longer has what was asked for"_fact,
+            "the print server at [server] no longer has what was requested"_fact,
             "; lpstat -e lists its printers, and lpstat -o its jobs"},
     Meaning{IPP_STATUS_ERROR_REQUEST_ENTITY, Trouble::document,
-            "the print server at [server] takes no document of this size"_fact,
+            "the print server at [server] does not accept a document of this size"_fact,
             "; print it in parts, or ask the server's administrator to allow larger ones"},
     Meaning{IPP_STATUS_ERROR_REQUEST_VALUE, Trouble::other,
-            "the print server at [server] takes no value of this length"_fact, kChangeOptions},
+            "the print server at [server] does not accept a value of this length"_fact, kChangeOptions},
     Meaning{IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED, Trouble::format,
             "the print server at [server] cannot print documents of this kind"_fact,
-            "; choose another printer by -d, or save it as a PDF file"},
+            "; choose another printer with -d, or save it as a PDF file"},
     Meaning{IPP_STATUS_ERROR_ATTRIBUTES_OR_VALUES, Trouble::other,
-            "the print server at [server] does not take one of the options"_fact, kChangeOptions},
+            "the print server at [server] does not accept one of the options"_fact, kChangeOptions},
     Meaning{IPP_STATUS_ERROR_CONFLICTING, Trouble::other,
-            "the print server at [server] finds options that exclude each other"_fact, kChangeOptions},
+            "the print server at [server] reports options that cannot be combined"_fact, kChangeOptions},
     Meaning{IPP_STATUS_ERROR_DOCUMENT_FORMAT_ERROR, Trouble::document,
-            "the print server at [server] finds the document damaged"_fact, kChangeDocument},
+            "the print server at [server] reports that the document is damaged"_fact, kChangeDocument},
     Meaning{IPP_STATUS_ERROR_DOCUMENT_ACCESS, Trouble::document,
             "the print server at [server] cannot read the document"_fact, kChangeDocument},
     Meaning{IPP_STATUS_ERROR_DOCUMENT_PASSWORD, Trouble::document,
@@ -70,7 +71,7 @@ constexpr std::array kMeanings{
     Meaning{IPP_STATUS_ERROR_DOCUMENT_UNPRINTABLE, Trouble::document,
             "the print server at [server] cannot print the document"_fact, kChangeDocument},
     Meaning{IPP_STATUS_ERROR_ACCOUNT_INFO_NEEDED, Trouble::notAllowed,
-            "the print server at [server] asks which account to charge"_fact, kAskAdministrator},
+            "the print server at [server] needs to know which account to charge"_fact, kAskAdministrator},
     Meaning{IPP_STATUS_ERROR_ACCOUNT_CLOSED, Trouble::notAllowed,
             "the print server at [server] has closed the account to charge"_fact, kAskAdministrator},
     Meaning{IPP_STATUS_ERROR_ACCOUNT_LIMIT_REACHED, Trouble::notAllowed,
@@ -84,31 +85,31 @@ constexpr std::array kMeanings{
             "the print server at [server] cannot do that"_fact, kSeeWhatItIs},
     Meaning{IPP_STATUS_ERROR_SERVICE_UNAVAILABLE, Trouble::noServer,
             "the print server at [server] is out of service at present"_fact,
-            "; try again later, or name another server by -h"},
+            "; try again later, or name another server with -h"},
     Meaning{IPP_STATUS_ERROR_VERSION_NOT_SUPPORTED, Trouble::other,
             "the print server at [server] does not support this version of IPP"_fact, kSeeWhatItIs},
     Meaning{IPP_STATUS_ERROR_DEVICE, Trouble::stopped,
             "the print server at [server] cannot reach the printer's device"_fact,
-            "; see whether the printer is on, or choose another by -d"},
+            "; see whether the printer is on, or choose another with -d"},
     Meaning{IPP_STATUS_ERROR_TEMPORARY, Trouble::other,
             "the print server at [server] has a temporary error"_fact, "; try again in a moment"},
     Meaning{IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS, Trouble::rejecting,
             "the print server at [server] accepts no jobs for this printer"_fact,
-            "; let it accept them again by cupsaccept, or choose another printer by -d"},
+            "; let it accept them again with cupsaccept, or choose another printer with -d"},
     Meaning{IPP_STATUS_ERROR_BUSY, Trouble::other, "the print server at [server] is too busy"_fact,
             "; try again in a moment"},
     Meaning{IPP_STATUS_ERROR_JOB_CANCELED, Trouble::other,
             "the print server at [server] has cancelled the job"_fact,
             "; ask the server's administrator why"},
     Meaning{IPP_STATUS_ERROR_MULTIPLE_JOBS_NOT_SUPPORTED, Trouble::other,
-            "the print server at [server] takes no job of several documents"_fact,
+            "the print server at [server] does not accept a job with several documents"_fact,
             "; print each file separately"},
     Meaning{IPP_STATUS_ERROR_PRINTER_IS_DEACTIVATED, Trouble::rejecting,
             "the print server at [server] has deactivated the printer"_fact,
-            "; have it activated again, or choose another by -d"},
+            "; have it activated again, or choose another with -d"},
     Meaning{IPP_STATUS_ERROR_TOO_MANY_JOBS, Trouble::rejecting,
             "the print server at [server] accepts no more jobs at present"_fact,
-            "; wait until some are printed (lpstat -o), or choose another printer by -d"},
+            "; wait until some are printed (lpstat -o), or choose another printer with -d"},
     Meaning{IPP_STATUS_ERROR_TOO_MANY_DOCUMENTS, Trouble::other,
             "the print server at [server] does not accept so many documents in a job"_fact,
             "; print them in several jobs"},
@@ -154,18 +155,18 @@ std::string wordsOf(http_t* http, ipp_status_t status, bool isKnown) {
 
 Failure unauthorized(const std::string& server) {
   const std::string user = cupsUser();
-  const std::string others = ", print as another user by -U, or ask the server's administrator";
+  const std::string others = ", print as another user with -U, or ask the server's administrator";
   return isLoginGiven()
              ? Failure(
                    Trouble::unauthorized,
                    Fact(
-                       "Unauthorized: the print server at [server] does not take that password for [user]"_fact,
+                       "Unauthorized: the print server at [server] does not accept that password for [user]"_fact,
                        {{"[server]", server}, {"[user]", user}}),
                    "; try again with another" + others)
              : Failure(
                    Trouble::unauthorized,
                    Fact(
-                       "Unauthorized: the print server at [server] wants the password of [user] and got none"_fact,
+                       "Unauthorized: the print server at [server] requires the password of [user] and received none"_fact,
                        {{"[server]", server}, {"[user]", user}}),
                    "; type it at a terminal" + others);
 }

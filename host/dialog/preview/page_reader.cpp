@@ -26,8 +26,8 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kBetweenQuestions{50};
 constexpr std::uint32_t kMostPages = std::numeric_limits<int>::max();
 constexpr std::array<std::pair<PageStatus, const char*>, 3> kReasons{
-    {{PageStatus::notStarted, "the program that renders pages could not begin"},
-     {PageStatus::broken, "it is no PDF document that can be read"},
+    {{PageStatus::notStarted, "the program that renders pages could not start"},
+     {PageStatus::broken, "it is not a PDF document that can be read"},
      {PageStatus::locked, "it needs a password"}}};
 
 Failure noPage(const std::string& reason) { return Failure("the document's page is not shown: " + reason); }
@@ -118,7 +118,7 @@ std::string reasonOf(int status) {
   for (const auto& [known, reason] : kReasons) {
     if (status == static_cast<int>(known)) return reason;
   }
-  return status < 0 ? std::string("its rendering was ended: ") + strsignal(-status)
+  return status < 0 ? std::string("its rendering was stopped: ") + strsignal(-status)
                     : "the renderer returned no page";
 }
 

@@ -160,11 +160,10 @@ inline constexpr std::array kTroubleTexts{
 /// The help about what the dialog's host adds to each panel.
 inline constexpr std::array kHelpTexts{
     "\"Use for all my jobs\" keeps the settings as your defaults for this printer.",
-    "\"Notify after printing\" shows a notification with what the print server holds of the job, and says "
+    "\"Notify after printing\" shows a notification with what the print server has of the job, and says "
     "whether the job is cancelled or fails within a minute.",
-    "\"Preset\" keeps settings under a name, for all printers with this page. Its menu saves them, brings "
-    "them "
-    "back, and chooses those that the dialog begins with on this printer.",
+    "\"Preset\" keeps settings under a name, for all printers with this page. Its menu saves them, restores "
+    "them, and chooses those that the dialog starts with on this printer.",
     "The page \"Summary\" lists what will be sent. A line below the settings warns of values that this "
     "printer does not allow; \"Correct\" replaces them with the nearest allowed values."};
 

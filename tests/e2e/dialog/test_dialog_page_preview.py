@@ -362,7 +362,7 @@ class PagePreviewTest(DialogCase):
         self.lines_only(dialog)
 
     def test_a_document_whose_pages_cannot_be_shown_is_printed_with_a_message(self):
-        for content, reason in ((pages.locked(), "it needs a password"), (b"%PDF-1.5\nnothing", "it is no PDF document that can be read")):
+        for content, reason in ((pages.locked(), "it needs a password"), (b"%PDF-1.5\nnothing", "it is not a PDF document that can be read")):
             with self.subTest(reason):
                 dialog = self.shown(content)
                 self.lines_only(dialog)

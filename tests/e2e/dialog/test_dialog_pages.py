@@ -384,7 +384,7 @@ class DialogPagesTest(DialogCase):
         status, out, said = dialog.ends()
         self.assertEqual(status, 0, said)
         self.assertRegex(out, "job 1 on Morva")
-        self.assertRegex(said, "was sent, but its settings are not kept")
+        self.assertRegex(said, "was sent, but its settings were not saved")
         self.cups.wait_for_jobs()
         self.assertEqual(of_panel(self.cups.records()[0].options)["MVTandemTrim"], "On")
 

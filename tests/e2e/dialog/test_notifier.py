@@ -15,7 +15,7 @@ from terminal_case import BUILD, SAMPLE, TerminalCase
 NOTIFIER = BUILD / "host/tandem-trim-notifier"
 FIRST = {"heading": "first", "body": "body"}
 LONG = 600  # seconds; longer than any test waits
-USAGE = "the print dialog starts it"
+USAGE = "only the print dialog starts this program"
 
 
 class WantsLoginForAll(Relay):

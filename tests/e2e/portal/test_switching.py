@@ -186,7 +186,7 @@ class SwitchingTest(TerminalCase):
         self.assertFalse(file.exists())
         self.succeeds(*ON, "--all-gtk", notes=["those for files"])
         with self.session():
-            self.assertIn(f"GTK applications that use the portal: all from the next login on, by {file}\n", self.succeeds(*STATUS))
+            self.assertIn(f"GTK applications that use the portal: all from the next login on, because of {file}\n", self.succeeds(*STATUS))
             self.more = {"GTK_USE_PORTAL": "1"}
             self.assertIn(f"GTK applications that use the portal: all, by {file}\n", self.succeeds(*STATUS))
             self.more = {}
@@ -240,7 +240,7 @@ class SwitchingTest(TerminalCase):
         with self.session():
             self.fails(*STATUS, words=["the desktop portal uses", "run tandem-trim --applications on"])
             self.succeeds(*ON, notes=["systemctl --user restart xdg-desktop-portal"])
-            self.fails(*STATUS, words=["started before its settings changed; restart it by systemctl --user restart"])
+            self.fails(*STATUS, words=["started before its settings changed; restart it with systemctl --user restart"])
             self.succeeds(*OFF, notes=["systemctl --user restart xdg-desktop-portal"])
         self.succeeds(*ON)
         with self.session():

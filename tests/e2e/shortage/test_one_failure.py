@@ -25,7 +25,7 @@ PATIENCE_WITH_JOBS = 8  # seconds until a job counts as left behind
 # Messages about a job that is not, or may not be, printed completely.
 PARTLY = re.compile("is incomplete: |lost: |could not be cancelled|was cancelled")
 NO_PANEL = "no panel: "  # in the list of printers, before the reason
-UNKNOWN = re.compile("may (still be printed|wait there)")  # the messages about a job that may be left behind
+UNKNOWN = re.compile("may (still be printed|be left there)")  # the messages about a job that may be left behind
 NOT_PRINTED = re.compile("nothing was (printed|sent)")
 OF_LANGUAGE = re.compile(r"/(libone_failure|libc|libm|libstdc\+\+|libgcc_s|ld-linux[-\w]*)\.so")
 MOST_LOG = 20_000  # characters of the server's log in a failure's message

@@ -302,7 +302,7 @@ class AsLpTest(TerminalCase):
             with self.subTest(name):
                 our, lp = self.beside("-d", name, SAMPLE)
                 self.assertEqual((our.returncode, lp.returncode), (1, 1))
-                self.assertIn(f'there is no printer "{name.rpartition("/")[0]}"; choose one by -d: Closed, Morva, Plain', our.stderr)
+                self.assertIn(f'there is no printer "{name.rpartition("/")[0]}"; choose one with -d: Closed, Morva, Plain', our.stderr)
 
     def test_a_printers_name_with_a_question_mark_or_hash_sign_is_taken_as_a_whole(self):
         for name, ppd in (("Morva?x", None), ("Plain?x", PPD)):
@@ -321,7 +321,7 @@ class AsLpTest(TerminalCase):
                 with self.subTest(name):
                     result = self.trim("-d", name, "--summary", CUPS_SERVER=server.address)
                     self.assertEqual((result.returncode, result.stdout), (1, ""))
-                    self.assertIn(f'there is no printer "{name}"; choose one by -d: Morva', result.stderr)
+                    self.assertIn(f'there is no printer "{name}"; choose one with -d: Morva', result.stderr)
 
     def test_the_list_names_each_printer_its_panel_and_the_default(self):
         printers = ["Closed  no panel", "Morva   panel", "Plain   no panel"]

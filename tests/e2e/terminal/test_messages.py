@@ -13,19 +13,19 @@ TIMEOUT = 1
 STATUSES = {
     0x0400: ("does not understand the request", "options"),
     0x0401: ("does not allow that", "administrator"),
-    0x0402: ("wants the password of", "administrator"),
+    0x0402: ("requires the password of", "administrator"),
     0x0403: ("does not allow that", "administrator"),
     0x0404: ("cannot do that at present", "try again later"),
     0x0405: ("waited too long", "try again"),
-    0x0406: ("printer", "lpstat|choose one by -d"),
+    0x0406: ("printer", "lpstat|choose one with -d"),
     0x0407: ("no longer has", "lpstat"),
-    0x0408: ("takes no document of this size", "in parts"),
-    0x0409: ("takes no value of this length", "-o"),
+    0x0408: ("does not accept a document of this size", "in parts"),
+    0x0409: ("does not accept a value of this length", "-o"),
     0x040A: ("cannot print documents of this kind", "PDF"),
-    0x040B: ("does not take one of the options", "-o"),
+    0x040B: ("does not accept one of the options", "-o"),
     0x040C: ("client-error-uri-scheme-not-supported", "error log"),
-    0x040E: ("exclude each other", "-o"),
-    0x0411: ("finds the document damaged", "PDF"),
+    0x040E: ("cannot be combined", "-o"),
+    0x0411: ("reports that the document is damaged", "PDF"),
     0x0412: ("cannot read the document", "PDF"),
     0x0418: ("needs the document's password", "without a password"),
     0x0419: ("not permitted to print", "protection"),
@@ -54,11 +54,11 @@ HTTP_STATUSES = {
     400: ("does not understand the request", "options"),
     402: ("cannot do that", "whether it is a print server"),
     403: ("does not allow that", "administrator"),
-    404: ("does not have what was asked for", "lpstat"),
+    404: ("does not have what was requested", "lpstat"),
     405: ("cannot do that", "whether it is a print server"),
     408: ("waited too long", "try again"),
     410: ("no longer has", "lpstat"),
-    413: ("takes no document of this size", "in parts"),
+    413: ("does not accept a document of this size", "in parts"),
     415: ("cannot do that", "whether it is a print server"),
     500: ("an internal error", "error log"),
     501: ("cannot do that", "whether it is a print server"),
@@ -145,7 +145,7 @@ class MessagesTest(TerminalCase):
 
     def test_a_job_without_a_number_is_refused(self):
         said = self.refused(ipp.CREATE_JOB, by_ipp(0))
-        self.check(said, ("nothing was printed: <server> gave it no number", "print server"))
+        self.check(said, ("nothing was printed: <server> did not give it a number", "print server"))
 
     def test_a_connection_that_breaks_is_reported_without_the_word_success(self):
         for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB):

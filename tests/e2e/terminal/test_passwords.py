@@ -60,7 +60,7 @@ class PasswordsTest(TerminalCase):
                 self.assertEqual(terminal.end(), 1)
                 self.assertEqual(terminal.shown().count(QUESTION), 3)
                 self.assertEqual(server.tried, [f"{self.user}:Wrong{times}" for times in (1, 2, 3)])
-                self.assertIn(f"Unauthorized: the print server at {server.address} does not take that password for {self.user}; try again with another", terminal.shown())
+                self.assertIn(f"Unauthorized: the print server at {server.address} does not accept that password for {self.user}; try again with another", terminal.shown())
                 self.assertNotIn("at a terminal", terminal.shown())
 
     def test_the_time_limit_for_servers_does_not_apply_to_the_user(self):
@@ -114,7 +114,7 @@ class PasswordsTest(TerminalCase):
                 around = self.around(server) | {"TANDEM_TRIM_TIMEOUT": str(PATIENCE * 10)}
                 result = subprocess.run(command, stdin=subprocess.DEVNULL, capture_output=True, text=True, env=around, timeout=PATIENCE, check=False)
                 self.assertEqual((result.returncode, result.stdout), (1, ""))
-                self.assertIn(f"Unauthorized: the print server at {server.address} wants the password of {self.user} and got none; type it at a terminal", result.stderr)
+                self.assertIn(f"Unauthorized: the print server at {server.address} requires the password of {self.user} and received none; type it at a terminal", result.stderr)
                 self.assertEqual(server.tried, [])
 
 

@@ -122,7 +122,7 @@ TEST(AJob, IsIncompleteIfTheServerHasFewerDocumentsOrBytesOrWaitsForMore) {
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_COMPLETED, "none", 1, 3}, sent), "1 of 2 documents");
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", 2, 2}, sent), "2 of 3 KB");
   EXPECT_EQ(incompletenessOf({IPP_JSTATE_PENDING, "none", std::nullopt, 2}, sent), "2 of 3 KB");
-  EXPECT_EQ(incompletenessOf({IPP_JSTATE_HELD, "job-incoming", 2, 3}, sent), "not yet the last document");
+  EXPECT_EQ(incompletenessOf({IPP_JSTATE_HELD, "job-incoming", 2, 3}, sent), "all but the last document");
 }
 
 TEST(AJob, MayBeArrivingUnlessTheServerHasAllDocumentsAndExpectsNoMore) {

@@ -65,7 +65,7 @@ TEST(AConnection, ToAPortWithoutAServerSaysThatNobodyAnswersThere) {
     address = server.address();
   }
   EXPECT_EQ(std::string(failureOf([&] { Connection connection{address}; }).what()),
-            "no print server answers at " + address + "; start CUPS there, or name another server by -h");
+            "no print server answers at " + address + "; start CUPS there, or name another server with -h");
 }
 
 }  // namespace

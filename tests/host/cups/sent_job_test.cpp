@@ -18,14 +18,14 @@ SentJob jobInState(ipp_jstate_t state, const std::string& reasons, const std::st
 TEST(AJobsText, SaysHowManyOptionsAreConfirmed) {
   EXPECT_EQ(jobText(jobInState(IPP_JSTATE_PENDING, "", "", {})), "job 17 on Morva: 7 of 7 options confirmed");
   EXPECT_EQ(jobText(jobInState(IPP_JSTATE_PENDING, "", "", {{"a", "1", "2"}, {"b", "3", std::nullopt}})),
-            "job 17 on Morva: 5 of 7 options confirmed; lost: a (sent \"1\", the server holds \"2\"), b");
+            "job 17 on Morva: 5 of 7 options confirmed; lost: a (sent \"1\", the server has \"2\"), b");
 }
 
 TEST(AJobsText, IsShortHoweverLongTheLostValuesAre) {
   const std::string value(300, 'x');
   const auto text = jobText(jobInState(IPP_JSTATE_PENDING, "", "", {{"a", value, value}}));
   EXPECT_THAT(text, testing::Not(HasSubstr(value)));
-  EXPECT_THAT(text, HasSubstr("(sent \"" + value.substr(0, 200) + "...\", the server holds \"" +
+  EXPECT_THAT(text, HasSubstr("(sent \"" + value.substr(0, 200) + "...\", the server has \"" +
                               value.substr(0, 200) + "...\")"));
 }
 

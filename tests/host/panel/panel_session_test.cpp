@@ -151,7 +151,8 @@ INSTANTIATE_TEST_SUITE_P(Inputs, AGreyedControl,
 TEST_F(APanelSession, NamesAGreyedControlIfThePanelHasNoSwitch) {
   store("FakeOn", "Off");
   const auto failure = failureOf([&] { play({{"Top", "1"}}, false, "settings margin-alone"); });
-  EXPECT_THAT(failure.what(), AllOf(HasSubstr("this control is greyed now"), HasSubstr("nothing was sent")));
+  EXPECT_THAT(failure.what(),
+              AllOf(HasSubstr("this control is disabled now"), HasSubstr("nothing was sent")));
 }
 
 TEST_F(APanelSession, NamesASwitchThatIsGreyedItself) {
@@ -159,7 +160,7 @@ TEST_F(APanelSession, NamesASwitchThatIsGreyedItself) {
   EXPECT_THAT(failureOf([&] {
                 play({{"Valid", "On"}}, false, "click greyed");
               }).what(),
-              AllOf(HasSubstr("greyed"), HasSubstr("nothing was sent")));
+              AllOf(HasSubstr("disabled"), HasSubstr("nothing was sent")));
   EXPECT_EQ(stored("FakeOn"), "Off");
 }
 

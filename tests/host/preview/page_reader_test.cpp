@@ -186,7 +186,7 @@ TEST_F(RenderedPages, ComeOnlyFromARegularFile) {
     PageRequest request{.program = PAGE_PROGRAM};
     const auto failure =
         failureOf([&] { static_cast<void>(readPage(FileDescriptor(::open(place, O_RDONLY)), request)); });
-    EXPECT_THAT(failure.what(), HasSubstr("no PDF document")) << place;
+    EXPECT_THAT(failure.what(), HasSubstr("not a PDF document")) << place;
   }
   const auto failure = failureOf([] { static_cast<void>(readPage(FileDescriptor(-1), {})); });
   EXPECT_THAT(failure.what(), HasSubstr("can be read only once"));

@@ -167,7 +167,7 @@ TEST(OptionsThatDoNotGoTogether, AreRefusedWithTheReason) {
   EXPECT_THAT(wordsOf({"--delete-preset", "a", "--json"}),
               StartsWith("--delete-preset only deletes a preset; leave --json out"));
   EXPECT_THAT(wordsOf({"--delete-preset", "a", "--list-presets"}),
-              StartsWith("--delete-preset and --list-presets do not go together"));
+              StartsWith("--delete-preset and --list-presets cannot be combined"));
   EXPECT_THAT(wordsOf({"--reset-defaults", "--set", "Top=1"}),
               StartsWith("--reset-defaults only removes the saved defaults"));
   EXPECT_THAT(wordsOf({"--all-gtk"}), StartsWith("--all-gtk needs --applications on"));
