@@ -186,7 +186,7 @@ def main():
     missed = sum(row.is_missed for row in rows)
     failed = sum(row.fails for row in rows)
     if missed:
-        print(f"\n{missed} goals are missed, {missed - failed} of them as known", file=sys.stderr)
+        print(f"\n{missed} goals are missed; {missed - failed} of these misses are known", file=sys.stderr)
     return 1 if failed else 0
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Prints the sample document on a sample printer by the print dialog and shows what reached the printer's filter.
+"""Prints the sample document on a sample printer from the print dialog and shows what reached the printer's filter.
 
 With a screen, you use the dialog. Without one it opens on a virtual screen, where this program uses it through accessibility as a user
 would, and saves a picture of the panel. Then an unmodified editor prints there with the same dialog, through the desktop portal. The
@@ -82,7 +82,7 @@ def print_from_editor(cups):
     from portal_case import EDITORS, PortalSession, ShownDialog
 
     toolkit = "GTK 4"
-    print(f"\n{EDITORS[toolkit][0][0]} prints, by Control-P and the desktop portal.", flush=True)
+    print(f"\n{EDITORS[toolkit][0][0]} prints through the desktop portal, after Control-P.", flush=True)
     with tempfile.TemporaryDirectory() as folder:
         # Otherwise the dialog would begin with the previous job's settings.
         environment = cups.environment() | surroundings.of_this_test(surroundings.SCREEN) | {"XDG_STATE_HOME": folder}
@@ -115,7 +115,7 @@ def show(received, expected):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", type=pathlib.Path, default=PROJECT / "build/release", help="the build folder")
-    parser.add_argument("--drive", action="store_true", help="drive the dialog on the screen that is there")
+    parser.add_argument("--drive", action="store_true", help="drive the dialog on the current screen")
     arguments = parser.parse_args()
     build = arguments.build.resolve()
     os.environ["TANDEM_TRIM_BUILD"] = str(build)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the missing Debian packages of a group, one of those below: install-dependencies.sh GROUP
-# Root installs directly, any other user by sudo. If nothing is missing, it uses neither sudo nor the network.
+# Root installs directly, any other user with sudo. If nothing is missing, it uses neither sudo nor the network.
 set -euo pipefail
 
 build='g++ cmake ninja-build make pkg-config libcups2-dev zlib1g-dev libcli11-dev nlohmann-json3-dev libgtkmm-4.0-dev'

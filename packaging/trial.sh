@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Tries the Debian packages as users get them, by apt in a bare Debian 12 with its archives: installs, prints, upgrades, removes.
+# Tries the Debian packages as users get them, with apt in a bare Debian 12 with its archives: installs, prints, upgrades, removes.
 # usage: trial.sh FOLDER [FORMER]
-#   FOLDER  has the packages
-#   FORMER  a package that they replace; by default one with the files of both
-# The bare system is a temporary folder of mmdebstrap in its own namespaces. Exit status: 0 when all went well.
+#   FOLDER  contains the packages
+#   FORMER  an older package that they replace; by default one with the files of both
+# The bare system is a temporary folder of mmdebstrap in its own namespaces. Exit status: 0 if all goes well.
 set -euo pipefail
 if [ "${1:-}" != --inside ]; then
   [ $# = 1 ] || [ $# = 2 ] || { sed -n '3,6p' "$0"; exit 2; }
@@ -49,7 +49,7 @@ brings() {
   done
 }
 nothing_is_left() {
-  ! dpkg-query -W -f '${Package} is ${db:Status-Status}\n' 'tandem*' 2>/dev/null | grep -v not-installed || fails "dpkg still knows them"
+  ! dpkg-query -W -f '${Package} is ${db:Status-Status}\n' 'tandem*' 2>/dev/null | grep -v not-installed || fails "dpkg still lists the packages"
   ! find / -path /proc -prune -o -path "$PWD" -prune -o -iname '*tandem*' -print | grep . || fails "files are left"
 }
 prints() {
@@ -76,47 +76,47 @@ settings_are_kept() {
 }
 # Without a screen, the dialog reports that there is none, after its module and all libraries are loaded.
 has_dialog() {
-  tandem-trim --dialog -- resources/sample/sample.pdf 2> log && fails "a dialog without a screen"
+  tandem-trim --dialog -- resources/sample/sample.pdf 2> log && fails "the dialog opened without a screen"
   cat log
   grep -q 'there is no screen' log
 }
 
-step "What each package brings"
+step "What each package installs"
 apt update
 brings "$terminal"
 brings "$terminal" "$gtk"
 
-step "The terminal alone prints, and names the package of the dialog"
+step "The terminal package alone prints, and names the package of the dialog"
 apt install "$terminal"
-! dpkg-query -W -f '${db:Status-Status} ${Package}\n' | grep -E '^installed .*(gtk|x11)' || fails "the terminal brought GTK"
+! dpkg-query -W -f '${db:Status-Status} ${Package}\n' | grep -E '^installed .*(gtk|x11)' || fails "the terminal package installed GTK"
 # For the private print server and the printer's filter.
 apt install --no-install-recommends python3 cups-daemon cups-client cups-filters
 prints
-! has_dialog || fails "a dialog that is not installed"
+! has_dialog || fails "the dialog opened although it is not installed"
 grep -q 'tandem-trim-gtk' log || fails "the package of the dialog is not named"
 
 step "The dialog can be added"
 apt install "$gtk"
-has_dialog || fails "no dialog"
+has_dialog || fails "the dialog is not found"
 prints
 
-step "Removed and purged, nothing is left"
+step "After removing and purging, nothing is left"
 apt purge tandem-trim tandem-trim-gtk
 nothing_is_left
 
-step "They replace the former package"
+step "Both replace the former package"
 apt install ./former.deb
 saves_settings
 apt install "$terminal" "$gtk"
 settings_are_kept
 dpkg-query -W 'tandem-trim*'
 dpkg --verify tandem-trim tandem-trim-gtk || fails "files are missing after the upgrade"
-has_dialog || fails "no dialog"
+has_dialog || fails "the dialog is not found"
 prints
 apt remove tandem-trim
 nothing_is_left
 
-step "The terminal alone replaces it, too"
+step "The terminal package alone replaces it, too"
 apt install ./former.deb
 apt install "$terminal"
 dpkg --verify tandem-trim || fails "files are missing after the upgrade"

@@ -14,7 +14,7 @@ namespace tandemtrim::host {
 std::string familyOf(const CommandLine& line, const std::string& printer, ppd_file_t* ppd) {
   const auto bundle = bundleOfPrinter(line.plugin, ppd);
   if (!bundle)
-    throw Failure("presets are kept for printers with a panel; " + printer + " has none, since " +
+    throw Failure("only printers with a panel have presets; " + printer + " has no panel, since " +
                   reasonForNoPanel(ppd));
   return bundle->stem();
 }

@@ -41,10 +41,10 @@ FAILURES = {
     "codesign": [('if [ "$1" = --verify ]; then exit 3; fi', "failed  the bundle is signed")],
     # More than a pipe's buffer: a reader that stops early must not take the writer's SIGPIPE for "not marked".
     "xattr": [('if [ "$1" = -r ]; then for n in {1..9999}; do echo "TandemTrim.bundle: com.apple.quarantine"; done; fi',
-               "failed  the bundle is not marked as from the network"),
-              ("exit 1", "failed  the bundle is not marked as from the network")],
-    "find": [('echo "$1"', "failed  the bundle belongs to root and is for all users"),
-             ("exit 1", "failed  the bundle belongs to root and is for all users")],
+               "failed  the bundle is not marked as downloaded"),
+              ("exit 1", "failed  the bundle is not marked as downloaded")],
+    "find": [('echo "$1"', "failed  the bundle belongs to root and all users can read it"),
+             ("exit 1", "failed  the bundle belongs to root and all users can read it")],
 }
 
 

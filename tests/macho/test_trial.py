@@ -30,10 +30,10 @@ COMMANDS = {
 TOOLS = ("bash", "chmod", "dirname", "env", "grep", "ln", "mkdir", "mv", "rm", "sed", "sh", "tail", "tee")
 # The report's line when this command fails.
 FAILURES = {
-    "xcodebuild": "failed  Xcode is there", "xcrun": "failed  ibtool is there", "cmake": "failed  cmake is there",
-    "codesign": "failed  it is signed for this Mac", "lipo": "failed  it has both processors", "sudo": "failed  it is installed",
-    "ipptool": "failed  the job holds the options of the panel",
-    "lpstat": "failed  the job holds the options of the panel", "log": "failed  the console is read"}
+    "xcodebuild": "failed  Xcode is installed", "xcrun": "failed  ibtool is installed", "cmake": "failed  cmake is installed",
+    "codesign": "failed  it is signed for this Mac", "lipo": "failed  it is built for both processors", "sudo": "failed  it is installed",
+    "ipptool": "failed  the job has the panel's options",
+    "lpstat": "failed  the job has the panel's options", "log": "failed  the console is read"}
 
 
 class TheTrial(unittest.TestCase):
@@ -92,7 +92,7 @@ class TheTrial(unittest.TestCase):
         done = self.run_trial()
         self.assertEqual(done.returncode, 1)
         self.assertIn("failed  it loads and passes the self-test (status 3)\n        no luck\n", self.report())
-        self.assertIn("ok      the job holds the options of the panel", self.report())
+        self.assertIn("ok      the job has the panel's options", self.report())
         self.assertNotIn("All is done", done.stdout)
 
     def test_installs_a_bundle_that_all_users_can_read_and_adds_a_queue_that_is_not_shared(self):
@@ -118,7 +118,7 @@ class TheTrial(unittest.TestCase):
         self.mac.command("xcrun", COMMANDS["xcrun"].replace("echo 7 >sent", "exit 3"))
         self.run_trial()
         self.assertIn("failed  a job is sent from the print dialog (status 3)", self.report())
-        self.assertNotIn("holds", self.report())
+        self.assertNotIn("the panel's options", self.report())
         self.mac.mend("xcrun")
         self.mac.command("ipptool", "echo job-id = 7")
         self.run_trial()

@@ -131,7 +131,7 @@ def report(results, listed, all_are_tried):
         if 100 * killed < goal_of(folder) * (sum(numbers) - accepted):
             wrong.append(f'{folder}: below {goal_of(folder)} %')
     wrong += [f'listed as equivalent, but killed: {name}' for name in sorted(listed) if kinds.get(name) == 'killed']
-    wrong += [f'listed as equivalent, but not there: {name}' for name in sorted(listed - kinds.keys()) if all_are_tried]
+    wrong += [f'listed as equivalent, but not found: {name}' for name in sorted(listed - kinds.keys()) if all_are_tried]
     print(*wrong, sep='\n')
     return not wrong
 

@@ -121,7 +121,7 @@ def suites_of(program, places):
             else:
                 print(f'{program.name}, {name}: fails without a mutant and is left out', flush=True)
     if not suites:
-        print(f'{program.name}: no test of it passes', flush=True)
+        print(f'{program.name}: none of its tests passes', flush=True)
     return suites
 
 

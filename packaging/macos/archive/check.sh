@@ -41,7 +41,7 @@ if [ "$when" = files ]; then
   check "every file is as it was packed" is_whole
 else
   check "the bundle is signed" codesign --verify --strict "$bundle"
-  check "the bundle is not marked as from the network" is_not_marked
-  check "the bundle belongs to root and is for all users" is_for_all
+  check "the bundle is not marked as downloaded" is_not_marked
+  check "the bundle belongs to root and all users can read it" is_for_all
 fi
 exit $failed

@@ -47,7 +47,7 @@ stop() {
 # needs TOOL REMEDY COMMAND ...: notes whether the command finds the tool, and the remedy if it does not.
 needs() {
   local remedy=$2
-  check "$1 is there" "${@:3}" || note "        $remedy"
+  check "$1 is installed" "${@:3}" || note "        $remedy"
 }
 
 install_bundle() {
@@ -83,8 +83,8 @@ needs ninja 'brew install ninja' ninja --version
 check 'the bundle is configured' cmake --preset macos -DTANDEM_TRIM_SELF_TEST=ON || stop
 check 'the bundle is built' cmake --build --preset macos || stop
 check 'it is signed for this Mac' codesign --force --sign - "$build/TandemTrim.bundle" || stop
-check 'its signature is good' codesign --verify --strict "$build/TandemTrim.bundle" || stop
-check 'it has both processors' lipo "$build/TandemTrim.bundle/Contents/MacOS/TandemTrim" -verify_arch arm64 x86_64 || stop
+check 'its signature is valid' codesign --verify --strict "$build/TandemTrim.bundle" || stop
+check 'it is built for both processors' lipo "$build/TandemTrim.bundle/Contents/MacOS/TandemTrim" -verify_arch arm64 x86_64 || stop
 check 'it is installed' install_bundle || stop
 # Without the print dialog: status 3 means that the system does not load the bundle, 1 that the bundle fails. The dialog is tried anyway.
 check 'it loads and passes the self-test' env GTEST_BRIEF=1 "$build/tandem-trim-self-test" -bundle "$bundle"
@@ -92,7 +92,7 @@ check 'the queue is made' sudo lpadmin -p "$queue" -E -v ipp://localhost:9/none 
 check 'the application is built' xcrun clang++ -std=c++20 -framework Cocoa packaging/macos/trial/print_page.mm -o "$build/print_page" || stop
 before=$(last_job)
 note "The dialog opens, maybe behind this window: the page to be printed says what to look at."
-check 'a job is sent from the print dialog' "$build/print_page" && check 'the job holds the options of the panel' job_options "$before"
+check 'a job is sent from the print dialog' "$build/print_page" && check "the job has the panel's options" job_options "$before"
 check 'the console is read' console_lines
 [ $failed = 0 ] || stop
-note "All is done. Please send $report, with what you saw at each point of the page."
+note "All is done. Please send $report, and what you saw at each point of the page."

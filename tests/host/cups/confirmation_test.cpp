@@ -149,7 +149,7 @@ TEST(AJob, HasEveryReasonForItsStateInTheServersOrder) {
   EXPECT_EQ(reportedJob(job, {}).reasons, "job-printing,cups-waiting-for-paper");
 }
 
-TEST(AJob, IsNotDescribedByImpossibleStatesAndNumbers) {
+TEST(AJob, IgnoresInvalidStatesAndNumbers) {
   const ReportedJob unknown;
   for (const int state : {0, 2, 10, 1000})
     EXPECT_EQ(reportOf({static_cast<ipp_jstate_t>(state), "none", {}, {}}, {}).state, unknown.state) << state;
