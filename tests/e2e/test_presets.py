@@ -148,7 +148,7 @@ class PresetsTest(TerminalCase):
         self.cups.add_queue("Plain", ppd)
         for arguments in (["--list-presets"], ["--preset", NAME], ["--save-preset", NAME], ["--delete-preset", NAME]):
             with self.subTest(arguments):
-                self.refuses("-d", "Plain", *arguments, words=["presets are kept for printers with a panel; Plain has none"])
+                self.refuses("-d", "Plain", *arguments, words=["only printers with a panel have presets; Plain has no panel"])
 
     def test_with_the_ppd_from_a_file_no_server_is_needed(self):
         arguments = ["-h", "localhost:1", "--ppd", PPD]

@@ -78,7 +78,7 @@ const std::array<JobOption, 5> kJobOptions{{
     {"-q", "PRIORITY", "The job's priority, from 1 (lowest) to 100", "number from 1 to 100", priorityFrom},
     {"-H", "WHEN", "When to print: HH:MM (UTC), hold or immediate",
      "time in hours and minutes (UTC), hold or immediate", holdFrom},
-    {"-P", "PAGES", "Which pages to print, as 1,3-5,16", nullptr, pagesFrom},
+    {"-P", "PAGES", "Which pages to print, such as 1,3-5,16", nullptr, pagesFrom},
 }};
 
 Options optionsFrom(const JobOption& option, const std::string& text) {
