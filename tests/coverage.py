@@ -163,9 +163,9 @@ def judge(shown):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument('act', nargs='?', choices=['begin'])
-    parser.add_argument('--show', nargs='?', const='', metavar='FOLDER')
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument('act', nargs='?', choices=['begin'], help='count from zero')
+    parser.add_argument('--show', nargs='?', const='', metavar='FOLDER', help='also list what no test reaches')
     arguments = parser.parse_args()
     if arguments.act == 'begin':
         for file in COUNTERS.glob('*'):
