@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Broken{"NoModule", {"FakePrincipal", "", false}, "TandemTrim-memory"},
                     Broken{"NoPrincipalClass", {"", ""}, "NSPrincipalClass"},
                     Broken{"NoSymbol", {"NotExported", ""}, "does not export NotExported"},
-                    Broken{"NothingMade", {"MakesNothing", ""}, "MakesNothing made no plug-in"},
+                    Broken{"NothingMade", {"MakesNothing", ""}, "MakesNothing did not make a plug-in"},
                     Broken{
                         "BundleRefused", {"FakePrincipal", "initWithBundle false"}, "refuses its own bundle"},
                     Broken{"NoList", {"FakePrincipal", "PDEPanelsForType none"}, "no panel"},
