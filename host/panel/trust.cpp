@@ -82,8 +82,8 @@ std::optional<std::string> openToStrangers(const PathEntry& entry, const Owners&
   if ((mode & S_IWOTH) != 0)
     return "everybody can write to " + path.string() + " (run chmod o-w " + path.string() + ')';
   if ((mode & S_IWGRP) != 0 && !owners.groups.contains(status.st_gid)) {
-    return "a group that is not your own may write to " + path.string() + " (run chmod g-w " +
-           path.string() + ')';
+    return "a group that is not your own may write to " + path.string() + " (run chmod g-w " + path.string() +
+           ')';
   }
   return std::nullopt;
 }
