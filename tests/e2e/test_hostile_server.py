@@ -271,7 +271,7 @@ class HostileServerTest(TerminalCase):
             (fake_server.head("Content-Length: 8000000000"), line),
             (fake_server.head("Transfer-Encoding: chunked"), fake_server.chunk(line)),
         ):
-            self.ends_at(fake_server.PPD, lambda: itertools.chain([start], itertools.repeat(piece)), "the PPD of Morva that {} gives is larger than 32 MB")
+            self.ends_at(fake_server.PPD, lambda: itertools.chain([start], itertools.repeat(piece)), "the PPD of Morva that {} sends is larger than 32 MB")
 
     def test_a_ppd_that_unpacks_to_gigabytes_is_refused(self):
         packer = zlib.compressobj(9, wbits=31)
@@ -310,7 +310,7 @@ class HostileServerTest(TerminalCase):
                 result = self.trim_at(server.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)
             self.assertEqual((result.returncode, result.stdout), (1, ""))
             end = "; job 1 on Morva was cancelled" if is_cancelled else ""
-            self.assertIn(f"job 1 on Morva is incomplete: the print server at {server.address} holds 1 of 18 KB of it{end}; print it again", result.stderr)
+            self.assertIn(f"job 1 on Morva is incomplete: the print server at {server.address} has 1 of 18 KB of it{end}; print it again", result.stderr)
             self.assertEqual(server.asked.count(ipp.GET_JOB), 1)
             self.assertEqual(ipp.CANCEL_JOB in server.asked, is_cancelled)
 

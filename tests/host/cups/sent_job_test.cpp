@@ -48,7 +48,7 @@ TEST(AJob, ThatHasEndedWithoutBeingPrintedIsNotConfirmed) {
 TEST(AJob, ThatIsIncompleteIsNotConfirmedEvenIfItsOptionsAre) {
   EXPECT_THAT(
       jobText(jobInState(IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", {})),
-      HasSubstr("job 17 on Morva is incomplete: the print server at desk:631 holds 0 of 1 documents of it"));
+      HasSubstr("job 17 on Morva is incomplete: the print server at desk:631 has 0 of 1 documents of it"));
 }
 
 }  // namespace
