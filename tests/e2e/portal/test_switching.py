@@ -188,7 +188,7 @@ class SwitchingTest(TerminalCase):
         with self.session():
             self.assertIn(f"GTK applications that use the portal: all from the next login on, because of {file}\n", self.succeeds(*STATUS))
             self.more = {"GTK_USE_PORTAL": "1"}
-            self.assertIn(f"GTK applications that use the portal: all, by {file}\n", self.succeeds(*STATUS))
+            self.assertIn(f"GTK applications that use the portal: all, because of {file}\n", self.succeeds(*STATUS))
             self.more = {}
         lines = [line for line in file.read_text().splitlines() if not line.startswith("#")]
         self.assertEqual(lines, ["GTK_USE_PORTAL=1", "GDK_DEBUG=portals${GDK_DEBUG:+:$GDK_DEBUG}"])

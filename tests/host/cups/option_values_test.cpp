@@ -74,7 +74,7 @@ TEST(AWrongNumber, IsRefusedWithTheAllowedRange) {
     return std::string(failureOf([&] { encodable({option}); }).what());
   };
   EXPECT_THAT(mistake({"job-priority", "200"}), HasSubstr("a number from 1 to 100;"));
-  EXPECT_THAT(mistake({"copies", "0"}), HasSubstr("a number from 1 on;"));
+  EXPECT_THAT(mistake({"copies", "0"}), HasSubstr("a number from 1 up;"));
   EXPECT_THAT(mistake({"scaling", "abc"}), HasSubstr("a number;"));
 }
 
