@@ -33,7 +33,7 @@ void listPrinters(const CommandLine& line, std::ostream& out, const Report& repo
   refuseOddDefaults();
   const Connection connection(line.server);
   const auto names = printerNames(connection);
-  if (names.empty()) return report("the server has no printer; add one by lpadmin");
+  if (names.empty()) return report("the server has no printer; add one with lpadmin");
   const auto defaultPrinter = connection.destination(nullptr, nullptr);
   const auto longest = std::ranges::max(names, {}, &std::string::size).size();
   for (const auto& name : names) {

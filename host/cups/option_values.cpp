@@ -139,7 +139,7 @@ std::string encodableValues(const Option& option, ipp_attribute_t* attribute) {
                 Fact(option.keyword + " is \"" + shortText(option.value) + "\", but must be " +
                          expected(type, option.keyword),
                      kUnsendable, {{"[option]", option.keyword}, {"[value]", shortText(option.value)}}),
-                "; nothing was sent. Give another value by -o " + option.keyword + "=...");
+                "; nothing was sent. Give another value with -o " + option.keyword + "=...");
 }
 
 }  // namespace

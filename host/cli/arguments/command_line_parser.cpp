@@ -72,15 +72,16 @@ std::vector<Ordered> declareOrdered(CLI::App& app, CommandLine& line) {
             shortText(job) + " with the same options",
         kWrongCommandLine);
   });
-  add("--applications", "on|off|status", "Make applications print with this dialog, through the desktop portal",
+  add("--applications", "on|off|status",
+      "Make applications print with this dialog, through the desktop portal",
       [&](const std::string& text) { line.applications = applicationsFrom(text); });
   add("--set", "NAME=TEXT", "Type, choose or switch at the panel; may be repeated",
       [&](const std::string& text) { line.inputs.push_back(inputFrom(text)); });
-  ordered.push_back({app.add_flag("--restore-defaults")
-                         ->description("Press the panel's button that restores the defaults"),
-                     [&](const std::string&) {
-                       line.inputs.push_back({kRestoreDefault, std::nullopt});
-                     }});
+  ordered.push_back(
+      {app.add_flag("--restore-defaults")->description("Press the panel's button that restores the defaults"),
+       [&](const std::string&) {
+         line.inputs.push_back({kRestoreDefault, std::nullopt});
+       }});
   return ordered;
 }
 
@@ -93,7 +94,8 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.add_option("-U", line.user, "The user name that the server sees as the job's owner")->type_name("USER");
   app.add_option("-d", line.printer, "The printer, instead of the default one")->type_name("PRINTER");
   app.add_option("-t", line.title, "The job's title, instead of the file's name")->type_name("TITLE");
-  app.add_flag("-c")->description("Accepted as in lp, without effect: documents always go to the server as copies");
+  app.add_flag("-c")->description(
+      "Accepted as in lp, without effect: documents always go to the server as copies");
   app.add_flag("-s", line.silent, "Write nothing about the job to standard output");
   auto ordered = declareOrdered(app, line);
   app.add_flag("--lenient", line.lenient, "Let --set type any text, of which the panel keeps the digits");
@@ -101,11 +103,9 @@ std::vector<Ordered> declare(CLI::App& app, CommandLine& line) {
   app.add_flag("--summary", line.summary, "Show the panel's summary");
   app.add_flag("--json", line.json, "Show settings, limits and summary as JSON");
   app.add_flag("--force", line.force, "Send stored values that are outside the printer's limits");
-  app.add_option("--preset", line.preset, "Start from the settings of this preset")
-      ->type_name("NAME");
+  app.add_option("--preset", line.preset, "Start from the settings of this preset")->type_name("NAME");
   app.add_option("--save-preset", line.savePreset, "Save the settings as a preset")->type_name("NAME");
-  app.add_option("--delete-preset", line.deletePreset, "Delete this preset")
-      ->type_name("NAME");
+  app.add_option("--delete-preset", line.deletePreset, "Delete this preset")->type_name("NAME");
   app.add_flag("--list-presets", line.listPresets, "List the presets");
   app.add_flag("--save-as-default", line.saveAsDefault, "Save the settings as your defaults for the printer");
   app.add_flag("--reset-defaults", line.resetDefaults, "Remove your defaults for the printer");

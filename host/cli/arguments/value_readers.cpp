@@ -61,9 +61,9 @@ MaybeOptions holdFrom(const std::string& text) {
   if (text == "hold") return {{{"job-hold-until", "indefinite"}}};
   if (text == "immediate") return {{{"job-hold-until", "no-hold"}, {"job-priority", "100"}}};
   if (text == "resume" || text == "restart") {
-    throw Failure("-H " + text +
-                      " is for a job that was sent before; nothing was sent. Use lp -i JOB -H " + text,
-                  kWrongCommandLine);
+    throw Failure(
+        "-H " + text + " is for a job that was sent before; nothing was sent. Use lp -i JOB -H " + text,
+        kWrongCommandLine);
   }
   const bool isTime = isTimeOfDay(text) || std::ranges::count(kTimes, text) != 0;
   return isTime ? MaybeOptions({{"job-hold-until", text}}) : std::nullopt;
