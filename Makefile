@@ -9,7 +9,7 @@ core_only = $(by_clang) -DCMAKE_BUILD_TYPE=Debug -DTANDEM_TRIM_COVERAGE=conditio
 without_tests = $(by_clang) -DTANDEM_TRIM_TESTS=OFF -DTANDEM_TRIM_GTK=OFF
 fuzz_programs = $(call build_apart,fuzz,$(without_tests) -DTANDEM_TRIM_FUZZ=ON,fuzz/all) && \
   $(call build_apart,fuzz-quick,$(without_tests) -DTANDEM_TRIM_FUZZ=quick,fuzz/all)
-sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h')
+sources = $(shell git ls-files '*.cpp' '*.hpp' '*.mm' '*.h' '*.c')
 tests_of_core = conformance/conformance_memory_test model/tandemtrim_model_test model/tandemtrim_model_release_test \
   adapters/linux/tandemtrim_linux_test adapters/memory/tandemtrim_memory_test platform/tandemtrim_values_test \
   plugin/tandemtrim_memory_shortage_test plugin/tandemtrim_plugin_test sequences/tandemtrim_sequences_test \

@@ -1,7 +1,7 @@
 // The input is the program's arguments, each ended by a byte 0. Either a mistake is reported, or the command
-// line can be written as arguments again and read with the same result. The options for presets and
-// applications, --wait and --no-notification are not written.
+// line can be written as arguments again and read with the same result.
 #include <algorithm>
+#include <map>
 
 #include "fuzz/support/target.hpp"
 #include "host/cli/arguments/command_line_parser.hpp"
@@ -11,6 +11,9 @@ namespace tandemtrim::fuzz {
 namespace {
 
 using namespace host;
+
+const std::map<Applications, std::string> kApplicationWords{
+    {Applications::on, "on"}, {Applications::off, "off"}, {Applications::status, "status"}};
 
 std::vector<std::string> argumentsFrom(std::string_view input) {
   std::vector<std::string> arguments;
@@ -36,6 +39,9 @@ std::vector<std::string> argumentsOf(const CommandLine& line) {
   addOption("-t", line.title);
   addOption("--ppd", line.ppd);
   addOption("--plugin", line.plugin);
+  addOption("--preset", line.preset);
+  addOption("--save-preset", line.savePreset);
+  addOption("--delete-preset", line.deletePreset);
   for (const auto& option : line.options) addOption("-o", optionText(option));
   for (const auto& input : line.inputs) {
     if (input.text) {
@@ -53,8 +59,14 @@ std::vector<std::string> argumentsOf(const CommandLine& line) {
   addFlag("--force", line.force);
   addFlag("--save-as-default", line.saveAsDefault);
   addFlag("--reset-defaults", line.resetDefaults);
+  addFlag("--list-presets", line.listPresets);
+  addFlag("--all-gtk", line.allGtk);
   addFlag("--without-panel", line.withoutPanel);
+  addFlag("--wait", line.wait);
+  addFlag("--no-notification", line.withoutNotification);
   addFlag("--verbose", line.verbose);
+  if (line.applications)
+    arguments.insert(arguments.end(), {"--applications", kApplicationWords.at(*line.applications)});
   if (line.dialog) arguments.emplace_back(*line.dialog ? "--dialog" : "--no-dialog");
   arguments.emplace_back("--");
   arguments.insert(arguments.end(), line.files.begin(), line.files.end());
@@ -88,8 +100,7 @@ void examine(std::string_view input) {
   examineOptions(line.options);
   for (const auto& panelInput : line.inputs)
     require(!panelInput.name.empty(), "an input for the panel has a name");
-  const auto again = std::get<CommandLine>(parseCommandLine(argumentsOf(line)));
-  require(argumentsOf(again) == argumentsOf(line),
+  require(std::get<CommandLine>(parseCommandLine(argumentsOf(line))) == line,
           "a command line that is written again is read as the same");
 }
 

@@ -256,7 +256,7 @@ class DefaultsTest(TerminalCase):
     def test_another_users_defaults_are_ignored(self):
         result = self.unprivileged_summary(self.home_of_another_user())
         self.assertEqual(result.returncode, 0, result.stderr)
-        self.assertIn("Top", result.stdout)
+        self.assertIn(": 5\n", result.stdout)
         self.assertNotIn("9", result.stdout)
 
     def test_the_users_defaults_that_cannot_be_read_are_an_error(self):
