@@ -1,5 +1,7 @@
 #include "host/progress_text.hpp"
 
+#include <algorithm>
+
 #include "host/filled_text.hpp"
 
 namespace tandemtrim::host {
@@ -14,7 +16,9 @@ std::string progressText(const std::string& name, std::uint64_t sent, std::optio
   const auto megabytes = [](std::uint64_t bytes) { return std::to_string(bytes / kMegabyte); };
   if (!size || *size == 0)
     return filled(translate(kSentText), {{"[name]", name}, {"[sent]", megabytes(sent)}});
-  const auto percent = static_cast<unsigned>(100.0 * static_cast<double>(sent) / static_cast<double>(*size));
+  // The document may have grown since its size was read.
+  const auto part = std::min(sent, *size);
+  const auto percent = static_cast<unsigned>(100.0 * static_cast<double>(part) / static_cast<double>(*size));
   return filled(translate(kSentOfText),
                 {{"[name]", name}, {"[percent]", std::to_string(percent)}, {"[size]", megabytes(*size)}});
 }

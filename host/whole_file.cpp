@@ -32,6 +32,13 @@ bool writeAll(const FileDescriptor& file, std::string_view text) {
   return fsync(file.get()) == 0;
 }
 
+// Not where both are right already: a file system without owners refuses any change.
+bool giveTo(const FileDescriptor& file, uid_t owner, gid_t group) {
+  struct stat status {};
+  if (fstat(file.get(), &status) != 0) return false;
+  return (status.st_uid == owner && status.st_gid == group) || fchown(file.get(), owner, group) == 0;
+}
+
 }  // namespace
 
 std::optional<std::string> readWholeFile(const fs::path& file, std::size_t most) {
@@ -58,11 +65,9 @@ void replaceFile(const fs::path& file, const std::string& text) {
   auto name = file.string() + ".XXXXXX";
   const FileDescriptor opened(mkostemp(name.data(), O_CLOEXEC));
   if (!opened.isOpen()) throw unwritableFile(file);
-  const bool isWhole =
-      writeAll(opened, text) &&
-      (!isThere || old.st_uid == geteuid() || fchown(opened.get(), old.st_uid, old.st_gid) == 0) &&
-      fchmod(opened.get(), isThere ? old.st_mode : kReadableFile) == 0 &&
-      std::rename(name.c_str(), file.c_str()) == 0;
+  const bool isWhole = writeAll(opened, text) && (!isThere || giveTo(opened, old.st_uid, old.st_gid)) &&
+                       fchmod(opened.get(), isThere ? old.st_mode : kReadableFile) == 0 &&
+                       std::rename(name.c_str(), file.c_str()) == 0;
   if (isWhole) return;
   const auto failure = unwritableFile(file);
   unlink(name.c_str());

@@ -17,7 +17,7 @@ std::optional<std::string> readWholeFile(const std::filesystem::path& file,
                                          std::size_t most = std::string().max_size());
 
 /// Replaces the file, which need not exist, as a whole: readers see the old text or the new one. The file
-/// keeps its mode and owner. On failure nothing has changed.
+/// keeps its mode, owner and group. On failure nothing has changed.
 void replaceFile(const std::filesystem::path& file, const std::string& text);
 
 inline constexpr std::chrono::milliseconds kLongestLock = std::chrono::seconds(10);

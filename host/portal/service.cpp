@@ -50,7 +50,7 @@ constexpr const char* kPrintInterface = R"(
 </node>)";
 constexpr std::chrono::seconds kIdleTime{10};
 // Each session has a dialog: open, or hidden until its token is used.
-constexpr std::size_t kMostSessions = 40;
+constexpr std::size_t kMostSessions = 16;
 
 using Variant = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
 

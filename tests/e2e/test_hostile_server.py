@@ -198,12 +198,11 @@ class HostileServerTest(TerminalCase):
         content = fake_server.answer(bytes(1000))
         for what in (*REQUESTS, fake_server.PPD):
             with self.subTest(what):
-                ended = []
 
                 def slowly():
                     for byte in content:
                         yield bytes([byte])
-                        ended.append(server.ended.wait(0.3))
+                        server.ended.wait(0.3)
 
                 with FakeServer(PPD.read_bytes(), {what: slowly}) as server:
                     result = self.trim_at(server.address, "-d", "Morva", SAMPLE)

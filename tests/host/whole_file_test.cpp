@@ -1,6 +1,10 @@
 #include "host/whole_file.hpp"
 
+#include <vector>
+
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
@@ -33,6 +37,27 @@ TEST(AFile, ThatCannotBeReplacedIsNamedAndNothingIsLeftBehind) {
     EXPECT_THAT(failureOf([&] { replaceFile(file, "text"); }).what(),
                 HasSubstr(file.string() + " cannot be written"));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+}
+
+// The last of the user's groups, or for root any.
+gid_t anotherGroup() {
+  if (geteuid() == 0) return 54321;
+  std::vector<gid_t> groups(static_cast<std::size_t>(getgroups(0, nullptr)));
+  if (groups.empty() || getgroups(static_cast<int>(groups.size()), groups.data()) < 0) return getegid();
+  return groups.back();
+}
+
+TEST(AFile, KeepsItsModeAndGroupWhenItIsReplaced) {
+  const test::TemporaryFolder folder;
+  const auto file = folder.write("file", "old");
+  ASSERT_EQ(chown(file.c_str(), geteuid(), anotherGroup()), 0);
+  ASSERT_EQ(chmod(file.c_str(), 0640), 0);
+  replaceFile(file, "new");
+  struct stat status {};
+  ASSERT_EQ(stat(file.c_str(), &status), 0);
+  EXPECT_EQ(readWholeFile(file), "new");
+  EXPECT_EQ(status.st_gid, anotherGroup());
+  EXPECT_EQ(status.st_mode & 07777U, 0640U);
 }
 
 }  // namespace

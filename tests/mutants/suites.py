@@ -15,7 +15,7 @@ from one_by_one import places_reached
 HERE = pathlib.Path(__file__).resolve().parent
 # Tests that check other things than the mutated sources, tests that take minutes, and repetitions on another screen or in another language.
 LEFT_OUT = re.compile(r'packages|volume|installation|Wayland|\((c|arabic)\)|_alone:|_module:|fuzz_|surroundings|architecture|resources|'
-                      r'macOS|appkit|second_family_test')
+                      r'macOS|appkit')
 # Fewer random sequences, and the same ones for every mutant.
 SHORT = ('TANDEM_TRIM_SEED=1', 'TANDEM_TRIM_SEQUENCES=1000')
 # Runs a command in separate process and mount namespaces with an empty /tmp. All its processes end with the first one.

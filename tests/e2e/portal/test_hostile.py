@@ -12,7 +12,7 @@ from portal_client import DONE, FAILED, NAME, PLACE, PRINT, REQUEST, SERVICE, Cl
 from terminal_case import BUILD, SAMPLE, digest
 
 MEBI = 1 << 20
-MOST_SESSIONS = 40
+MOST_SESSIONS = 16
 # The service's allowed growth beyond its memory with one open dialog; a text of a mebibyte is copied a few times.
 MOST_GROWTH = 64 * MEBI
 if os.environ.get("TANDEM_TRIM_SANITIZE"):

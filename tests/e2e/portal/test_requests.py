@@ -33,7 +33,7 @@ OPTIONS = ("modal", "accept_label", "supported_output_file_formats", "has_curren
 PARENTS = ("", "x11:", "x11:zzzz", "x11:ffffffffffffffff", "x11:12345", "wayland:", "wayland:abc", "a" * 100000)
 IDLE = 10  # seconds until an idle backend ends
 # The most dialogs at a time: open, or hidden while their tokens are valid.
-MOST_SESSIONS = 40
+MOST_SESSIONS = 16
 # Settings that keep a program from doing what the printer does.
 NEUTRAL = {"n-copies": "1", "collate": "false", "reverse": "false", "page-set": "all", "number-up": "1"}
 
@@ -478,13 +478,11 @@ class RequestsTest(PortalCase):
 
     def test_the_backend_ends_when_idle_but_not_while_a_token_is_valid(self):
         self.start()
-        owners = self.client.owners_of_name()
         _, _, token = self.chosen()
         # Longer than it would stay without a token.
         with self.assertRaises(subprocess.TimeoutExpired):
             self.process.wait(IDLE + 2)
-        self.has_name()
-        self.assertEqual(owners, [])
+        self.assertTrue(self.has_name())
         self.client.print(token=token).answer()
         self.assertEqual(self.process.wait(patience.PATIENCE), 0)
 
