@@ -10,20 +10,6 @@
 namespace tandemtrim::platform::gtk {
 namespace {
 
-struct Palette {
-  Gdk::RGBA ink;
-  Gdk::RGBA tint;
-};
-
-// A disabled widget has grey in place of the accent colour.
-Palette paletteOf(const Gtk::Widget& widget) {
-  const auto style = const_cast<Gtk::Widget&>(widget).get_style_context();
-  Palette palette{style->get_color(), Gdk::RGBA("gray")};
-  if (Gdk::RGBA accent; widget.is_sensitive() && style->lookup_color("theme_selected_bg_color", accent))
-    palette.tint = accent;
-  return palette;
-}
-
 void setColour(Cairo::Context& cairo, const Gdk::RGBA& colour, double opacity = 1) {
   cairo.set_source_rgba(colour.get_red(), colour.get_green(), colour.get_blue(),
                         colour.get_alpha() * opacity);
@@ -97,10 +83,18 @@ void drawArrow(Cairo::Context& cairo, const Arrow& arrow) {
 
 }  // namespace
 
+SheetColours sheetColoursOf(const Gtk::Widget& widget) {
+  const auto style = const_cast<Gtk::Widget&>(widget).get_style_context();
+  const bool isEnabled = widget.is_sensitive();
+  SheetColours colours{style->get_color(), Gdk::RGBA("gray"), isEnabled ? 1 : 0.5};
+  if (Gdk::RGBA accent; isEnabled && style->lookup_color("theme_selected_bg_color", accent))
+    colours.tint = accent;
+  return colours;
+}
+
 // Paper is white in a dark theme, too.
 void drawSheet(Cairo::Context& cairo, const SheetLayout& layout, const PageImage* page,
-               const Gtk::Widget& widget) {
-  const auto [ink, tint] = paletteOf(widget);
+               const SheetColours& colours) {
   const auto& paper = layout.paper;
   cairo.push_group();
   setColour(cairo, Gdk::RGBA("black"), 0.15);
@@ -109,18 +103,18 @@ void drawSheet(Cairo::Context& cairo, const SheetLayout& layout, const PageImage
   fill(cairo, paper);
   const bool showsPage = page != nullptr && layout.page;
   if (showsPage) drawPage(cairo, paper, *layout.page, *page);
-  setColour(cairo, tint, 0.35);
+  setColour(cairo, colours.tint, 0.35);
   for (const auto& margin : layout.margins) fill(cairo, margin);
-  setColour(cairo, tint);
+  setColour(cairo, colours.tint);
   outline(cairo, layout.printable);
   if (layout.print && showsPage) drawPosition(cairo, *layout.print);
   setColour(cairo, Gdk::RGBA("black"), 0.4);
   if (layout.print && !showsPage) drawPrint(cairo, *layout.print);
   outline(cairo, paper);
-  setColour(cairo, ink);
+  setColour(cairo, colours.ink);
   if (layout.feed) drawArrow(cairo, *layout.feed);
   cairo.pop_group_to_source();
-  cairo.paint_with_alpha(widget.is_sensitive() ? 1 : 0.5);
+  cairo.paint_with_alpha(colours.opacity);
 }
 
 }  // namespace tandemtrim::platform::gtk

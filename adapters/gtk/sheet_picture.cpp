@@ -125,7 +125,7 @@ Sheet SheetPicture::sheet() const {
 }
 
 void SheetPicture::draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) const {
-  drawSheet(*cairo, layOut(sheet(), width, height), page_.get(), area_);
+  drawSheet(*cairo, layOut(sheet(), width, height), page_.get(), sheetColoursOf(area_));
 }
 
 // Built from the panel's texts, so that it is in the user's language.

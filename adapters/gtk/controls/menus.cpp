@@ -21,6 +21,24 @@ void nameAsMenu(GtkAccessible* part, GtkMenuButton* menu) {
   g_list_free(labels);
 }
 
+// The width of the widest title in the unit of gtk_label_set_width_chars(): the width of an average
+// character.
+int widthInCharacters(GtkWidget* label, const std::vector<MenuItem>& items) {
+  auto* const metrics = pango_context_get_metrics(gtk_widget_get_pango_context(label), nullptr, nullptr);
+  const int unit = std::max({1, pango_font_metrics_get_approximate_char_width(metrics),
+                             pango_font_metrics_get_approximate_digit_width(metrics)});
+  pango_font_metrics_unref(metrics);
+  int widest = 0;
+  for (const auto& item : items) {
+    auto* const layout = gtk_widget_create_pango_layout(label, item.title().c_str());
+    int width = 0;
+    pango_layout_get_size(layout, &width, nullptr);
+    g_object_unref(layout);
+    widest = std::max(widest, width);
+  }
+  return (widest + unit - 1) / unit;
+}
+
 }  // namespace
 
 void MenuItem::setTitle(std::string_view title) {
@@ -78,9 +96,7 @@ void PopUpButton::showTitles() {
                                  title.c_str(), -1);
   auto* const label = gtk_menu_button_get_child(widget().gobj());
   if (!GTK_IS_LABEL(label)) return;
-  glong longest = 0;
-  for (const auto& item : items_) longest = std::max(longest, g_utf8_strlen(item.title().c_str(), -1));
-  gtk_label_set_width_chars(GTK_LABEL(label), static_cast<int>(longest));
+  gtk_label_set_width_chars(GTK_LABEL(label), widthInCharacters(label, items_));
   gtk_label_set_text(GTK_LABEL(label), title.c_str());
 }
 

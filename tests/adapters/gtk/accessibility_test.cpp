@@ -134,6 +134,11 @@ TEST(ScreenReader, ReadsEachNumberThatThePanelSets) {
   };
   user.focus(shown.widget("textBoxMarginTop"));
   EXPECT_EQ(description(), "mm   (0 to 20)");
+  // The reader has spoken the key.
+  user.press(XK_a, XK_Control_L);
+  user.type("1");
+  EXPECT_EQ(description(), "mm   (0 to 20)");
+  user.type("2");
   user.press(XK_Up);
   EXPECT_EQ(description(), "13 mm");
   user.press(XK_a, XK_Control_L);
@@ -143,6 +148,18 @@ TEST(ScreenReader, ReadsEachNumberThatThePanelSets) {
   EXPECT_EQ(description(), "9 mm");
   user.press(XK_Tab);
   waitUntil("the limits", [&] { return description() == "mm   (0 to 20)"; });
+}
+
+TEST(ScreenReader, ReadsNoNumberOfABoxThatIsNotInUse) {
+  ShownPanel shown({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "12"}}});
+  shown.user().focus(shown.widget("textBoxMarginLeft"));
+  shown.user().click(shown.widget("defaultButton"));
+  ASSERT_EQ(shown.text("textBoxMarginTop"), "5");
+  for (const auto& [role, name, description] : accessibleControls()) {
+    if (role == "spin button") {
+      EXPECT_THAT(description, testing::StartsWith("mm   (0 to ")) << name;
+    }
+  }
 }
 
 TEST(ScreenReader, ReadsTheItemsOfAnOpenMenu) {

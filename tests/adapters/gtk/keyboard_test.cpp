@@ -169,14 +169,40 @@ TEST(Menu, ListsItsItemsInOrderAndAcceptsAClick) {
   auto* const menu = shown.widget("positionPopUp");
   shown.user().click(menu);
   awaitList(shown, true);
+  shown.user().awaitFrame();
   auto* const list = widgetsOf(menu, GTK_TYPE_LIST_BOX).at(0);
   const auto labels = widgetsOf(list, GTK_TYPE_LABEL);
   std::vector<std::string> titles;
   for (auto* const label : labels) titles.emplace_back(gtk_label_get_text(GTK_LABEL(label)));
   EXPECT_THAT(titles, testing::ElementsAre("Left", "Center", "Right"));
+  // As wide as the button, apart from its frame.
+  EXPECT_NEAR(gtk_widget_get_width(list), gtk_widget_get_width(menu), 20);
   shown.user().click(labels.back());
   awaitList(shown, false);
   EXPECT_EQ(choice(shown), "Right");
+}
+
+// The widths that the menu needs, one after the user has chosen each of its items.
+std::set<int> widthsByChoice(ShownPanel& shown, const char* name, int items) {
+  auto* const menu = shown.widget(name);
+  std::set<int> widths;
+  shown.user().focus(menu);
+  for (int item = 0; item < items; ++item) {
+    shown.user().press(XK_space);
+    shown.user().press(item == 0 ? XK_Home : XK_Down);
+    shown.user().press(XK_Return);
+    int width = 0;
+    gtk_widget_measure(menu, GTK_ORIENTATION_HORIZONTAL, -1, nullptr, &width, nullptr, nullptr);
+    widths.insert(width);
+  }
+  return widths;
+}
+
+// Otherwise the panel would move while it is used.
+TEST_P(KeyboardInALanguage, ChangesNoMenusWidth) {
+  ShownPanel shown({.language = GetParam()});
+  EXPECT_EQ(widthsByChoice(shown, "directionPopUp", 2).size(), 1U);
+  EXPECT_EQ(widthsByChoice(shown, "positionPopUp", 3).size(), 1U);
 }
 
 TEST(MenuByKeys, ChoosesTheItemThatIsTyped) {
@@ -189,6 +215,13 @@ TEST(MenuByKeys, ChoosesTheItemThatIsTyped) {
   EXPECT_EQ(choice(shown), "Right");
   EXPECT_FALSE(isOpen(shown));
   EXPECT_EQ(focused(shown), "positionPopUp");
+}
+
+TEST(MenuByKeys, TakesACapitalForTheSameLetter) {
+  ShownPanel shown;
+  shown.user().focus(shown.widget("positionPopUp"));
+  shown.user().type("R");
+  EXPECT_EQ(choice(shown), "Right");
 }
 
 TEST(MenuByKeys, LeavesKeysWithModifiersToTheWindow) {

@@ -98,6 +98,17 @@ TEST_F(SheetPicture, FollowsSteppersMenusDefaultsAndTheHost) {
   expectChange("paper");
 }
 
+TEST_F(SheetPicture, ShowsA4UntilTheHostSetsThePaper) {
+  ShownPanel shown({.stored = on({{"MVTopMargin", "20"}})});
+  const auto before = pictureOf(shown);
+  shown.view().setPaperSize(210, 297);
+  EXPECT_EQ(pictureOf(shown), before);
+  for (const auto& [width, height] : {std::pair{148.0, 297.0}, std::pair{210.0, 210.0}}) {
+    shown.view().setPaperSize(width, height);
+    EXPECT_NE(pictureOf(shown), before);
+  }
+}
+
 TEST_F(SheetPicture, IgnoresASizeThatNoPaperHas) {
   ShownPanel shown;
   const auto before = pictureOf(shown);
@@ -209,9 +220,41 @@ TEST_F(SheetPicture, NotesHowFarContentIsInEachMarginWhileItIsTyped) {
     shown.user().press(XK_a, XK_Control_L);
     shown.user().type("7");
     EXPECT_EQ(noteOf(shown), "The page has content in: " + std::string(title) + " (up to 7 mm)");
+    // The label may be too narrow for the whole note.
+    EXPECT_EQ(gtk_widget_get_tooltip_text(shown.widget("pageNote")), noteOf(shown));
     shown.user().press(XK_a, XK_Control_L);
     shown.user().type("0");
     EXPECT_EQ(noteOf(shown), "") << side;
+  }
+}
+
+// Otherwise the window would grow, which closes open menus.
+TEST_F(SheetPicture, HasSpaceForTheNoteBeforeItNotesAnything) {
+  for (const char* language : {"en", "de", "ja", "ar"}) {
+    for (const double scale : {1.0, 2.0}) {
+      ShownPanel shown({.language = language,
+                        .textScale = scale,
+                        .stored = on({{"MVTopMargin", "3"},
+                                      {"MVBottomMargin", "3"},
+                                      {"MVLeftMargin", "3"},
+                                      {"MVRightMargin", "3"}})});
+      auto* const space = gtk_widget_get_parent(shown.widget("pageNote"));
+      const auto height = [&] {
+        int least = 0;
+        gtk_widget_measure(space, GTK_ORIENTATION_VERTICAL, -1, &least, nullptr, nullptr, nullptr);
+        return least;
+      };
+      const int before = height();
+      shown.view().showPage(pageOf(kRed));
+      shown.user().awaitFrame();
+      auto* const note = GTK_LABEL(shown.widget("pageNote"));
+      ASSERT_TRUE(gtk_widget_get_mapped(GTK_WIDGET(note)));
+      EXPECT_EQ(pango_layout_get_line_count(gtk_label_get_layout(note)), 2) << language;
+      int lines = 0;
+      pango_layout_get_pixel_size(gtk_label_get_layout(note), nullptr, &lines);
+      EXPECT_GE(before, lines) << language << " at " << scale;
+      EXPECT_EQ(height(), before) << language << " at " << scale;
+    }
   }
 }
 

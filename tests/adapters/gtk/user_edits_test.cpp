@@ -250,6 +250,79 @@ const Typing kTypings[] = {
 
 INSTANTIATE_TEST_SUITE_P(Typings, InsertionPoint, testing::ValuesIn(kTypings));
 
+// The text of another program has five digits after the insertion point, the corrected text only two.
+TEST_F(UserEdits, ThatShortenTheRestOfTheTextLeaveTheInsertionPointBeforeIt) {
+  ShownPanel foreign({.stored = {{"MVTandemTrim", "On"}, {"MVTopMargin", "77777"}}});
+  foreign.user().focus(foreign.widget(kTop));
+  foreign.user().press(XK_Home);
+  foreign.user().type("1");
+  EXPECT_EQ(foreign.text(kTop), "20");
+  EXPECT_EQ(gtk_editable_get_position(GTK_EDITABLE(foreign.widget(kTop))), 0);
+}
+
+struct Selection {
+  const char* what;
+  std::function<void(User&)> act;
+  std::string text;
+  // Empty if nothing is selected.
+  std::string selected;
+  bool byHost = false;
+
+  friend std::ostream& operator<<(std::ostream& out, const Selection& selection) {
+    return out << selection.what;
+  }
+};
+
+class SelectedText : public UserEdits, public testing::WithParamInterface<Selection> {};
+
+TEST_P(SelectedText, StaysSelectedOnlyIfItIsTheWholeText) {
+  GetParam().act(user);
+  if (GetParam().byHost) shown.panel().restoreValuesAndReturnError(nullptr);
+  EXPECT_EQ(text(), GetParam().text);
+  int start = 0;
+  int end = 0;
+  gtk_editable_get_selection_bounds(GTK_EDITABLE(box), &start, &end);
+  const auto from = static_cast<std::size_t>(start);
+  EXPECT_EQ(text().substr(from, static_cast<std::size_t>(end) - from), GetParam().selected);
+}
+
+const Selection kSelections[] = {
+    {"a step with its first digit selected",
+     [](User& user) {
+       user.press(XK_Home);
+       user.press(XK_Right, XK_Shift_L);
+       user.press(XK_Up);
+     },
+     "13", ""},
+    {"a step with its last digit selected",
+     [](User& user) {
+       user.press(XK_End);
+       user.press(XK_Left, XK_Shift_L);
+       user.press(XK_Up);
+     },
+     "13", ""},
+    {"a step with nothing selected",
+     [](User& user) {
+       user.press(XK_End);
+       user.press(XK_Up);
+     },
+     "13", ""},
+    {"the host's value with all of it selected",
+     [](User& user) {
+       user.press(XK_Up);
+       selectAll(user);
+     },
+     "12", "12", true},
+    {"deletion of all of it",
+     [](User& user) {
+       selectAll(user);
+       user.press(XK_Delete);
+     },
+     "0", ""},
+};
+
+INSTANTIATE_TEST_SUITE_P(Selections, SelectedText, testing::ValuesIn(kSelections));
+
 struct HostCall {
   const char* name;
   std::function<void(platform::PrintPanel&)> call;
@@ -273,9 +346,23 @@ const HostCall kHostCalls[] = {
     {"restore", [](auto& panel) { panel.restoreValuesAndReturnError(nullptr); }, "12"},
     {"willShow", [](auto& panel) { panel.willShow(); }, "12"},
     {"summaryInfo", [](auto& panel) { (void)panel.summaryInfo(); }, "12"},
+    {"panelName", [](auto& panel) { (void)panel.panelName(); }, "18"},
+    {"panelKind", [](auto& panel) { (void)panel.panelKind(); }, "18"},
+    {"panelView", [](auto& panel) { (void)panel.panelView(); }, "18"},
+    {"shouldHide", [](auto& panel) { (void)panel.shouldHide(); }, "18"},
+    {"shouldShowHelp", [](auto& panel) { (void)panel.shouldShowHelp(); }, "18"},
+    {"supportedPPDOptionKeys", [](auto& panel) { (void)panel.supportedPPDOptionKeys(); }, "18"},
+    {"shouldPrint", [](auto& panel) { (void)panel.shouldPrint(); }, "18"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Calls, TypedAtOnce, testing::ValuesIn(kHostCalls));
+
+TEST_F(UserEdits, StayPendingWhenTheHostReadsTheSettings) {
+  gtk_editable_set_text(GTK_EDITABLE(box), "1a8");
+  (void)shown.panel().settings();
+  EXPECT_EQ(notifications, 0);
+  EXPECT_EQ(text(), "1a8");
+}
 
 // The correction of a box without a range raises.
 TEST_F(UserEdits, WhoseCorrectionRaisesAreCorrectedLaterAndNeverSavedAsTyped) {
@@ -347,6 +434,9 @@ TEST_F(UserEdits, InAWindowWhosePanelIsGoneDoNothing) {
   auto* const check = shown.widget("tandemTrimValid");
   auto* const menu = shown.widget("positionPopUp");
   shown.dropPanel();
+  user.turnWheel(box, true);
+  user.press(XK_z, XK_Control_L);
+  EXPECT_EQ(gtk_editable_get_text(GTK_EDITABLE(box)), std::string("12"));
   user.press(XK_Up);
   user.focus(box);
   user.press(XK_End);

@@ -65,6 +65,12 @@ TEST(Suggestions, CountPagesFromZero) {
               ElementsAre(Option{"page-ranges", "1-2,5"}));
 }
 
+TEST(Suggestions, MayEndAtThePageBeforeTheOneThatMeansTheEnd) {
+  EXPECT_THAT(prepared("{'print-pages': <'ranges'>, 'page-ranges': <'4-4,2147483645'>}").options,
+              ElementsAre(Option{"page-ranges", "5,2147483646"}));
+  EXPECT_THAT(prepared("{'print-pages': <'ranges'>, 'page-ranges': <'2147483646'>}").options, IsEmpty());
+}
+
 TEST(Suggestions, OfPageRangesCountOnlyIfRangesAreChosen) {
   EXPECT_THAT(prepared("{'page-ranges': <'0-1'>}").options, IsEmpty());
 }
@@ -187,6 +193,9 @@ TEST(OptionsOfARequest, HaveDefaultsIfTheyAreMissingOrOfAnotherType) {
 TEST(Formats, IncludeSvgOnlyTogetherWithBothOthers) {
   EXPECT_THAT(prepared("{}", "{}", "{'supported_output_file_formats': <['svg', 'pdf']>}").formats,
               ElementsAre(FileFormat::pdf));
+  EXPECT_THAT(
+      prepared("{}", "{}", "{'supported_output_file_formats': <['svg', 'ps', 'pdf', 'png']>}").formats,
+      ElementsAre(FileFormat::pdf, FileFormat::postScript, FileFormat::svg));
 }
 
 TEST(Formats, ThatAreAllUnknownLeaveNoFormat) {
@@ -209,6 +218,20 @@ TEST(Caller, IsNamedBy255BytesAtMost) {
   EXPECT_EQ(prepared("{}", "{}", "{}", {longest, longest, ""}).parent, longest);
   EXPECT_EQ(prepared("{}", "{}", "{}", {longest + "x", longest + "x", ""}).application, "");
   EXPECT_EQ(prepared("{}", "{}", "{}", {longest + "x", longest + "x", ""}).parent, "");
+}
+
+// The settings of an earlier choice are in the hidden dialog.
+TEST(RequestForADocument, HasTheProgramsNameWindowTitleAndLabel) {
+  const Caller caller{"org.example.Editor", "x11:1", "Letter"};
+  const auto request =
+      printRequest(caller, read("{'modal': <false>, 'accept_label': <'_Send'>, 'token': <uint32 7>}").get());
+  EXPECT_EQ(request.application, "org.example.Editor");
+  EXPECT_EQ(request.parent, "x11:1");
+  EXPECT_EQ(request.title, "Letter");
+  EXPECT_EQ(request.acceptLabel, "_Send");
+  EXPECT_FALSE(request.isModal);
+  EXPECT_THAT(request.options, IsEmpty());
+  EXPECT_TRUE(printRequest(caller, read("{}").get()).isModal);
 }
 
 TEST(TokenInOptions, IsReadFromAnUnsigned32BitNumberOnly) {

@@ -12,6 +12,7 @@
 #include <pthread.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "tests/support/temporary_folder.hpp"
@@ -109,7 +110,8 @@ class CopiedDocument : public testing::Test {
 };
 
 TEST_F(CopiedDocument, IsTheWholeFileEvenIfItsBeginningWasRead) {
-  const std::string content(600'000, 'x');
+  std::string content;
+  for (int number = 0; content.size() < 600'000; ++number) content += std::to_string(number);
   const int file = open(write(content).c_str(), O_RDONLY);
   lseek(file, 100, SEEK_SET);
   EXPECT_EQ(copyOf(file).content, content);
@@ -133,6 +135,13 @@ TEST_F(CopiedDocument, IsUnchangedWhenTheProgramChangesItsFile) {
 TEST_F(CopiedDocument, IsNotInheritedByOtherPrograms) {
   const auto kept = keptCopyOf(write("content"));
   EXPECT_NE(fcntl(kept.get(), F_GETFD) & FD_CLOEXEC, 0);
+}
+
+TEST_F(CopiedDocument, IsReadableForTheUserOnly) {
+  const auto kept = keptCopyOf(write("content"));
+  struct stat status {};
+  ASSERT_EQ(fstat(kept.get(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
 TEST_F(CopiedDocument, IsNeverVisibleInTheTemporaryFolder) {

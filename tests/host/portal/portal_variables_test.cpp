@@ -11,7 +11,8 @@ TEST(PortalVariables, AreRemovedAndOthersStay) {
   setenv("GTK_USE_PORTAL", "1", 1);
   for (const auto& [flags, left] : {std::pair{"portals", ""},
                                     {"Portals,gl-disable", "gl-disable"},
-                                    {"gl-disable:portals nograbs", "gl-disable,nograbs"}}) {
+                                    {"gl-disable:portals nograbs", "gl-disable,nograbs"},
+                                    {"portals;nograbs\tPORTALS,portals-x", "nograbs,portals-x"}}) {
     setenv("GDK_DEBUG", flags, 1);
     removePortalVariables();
     EXPECT_STREQ(std::getenv("GDK_DEBUG"), left) << flags;

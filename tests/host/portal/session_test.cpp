@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <gio/gio.h>
 #include <gmock/gmock.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -46,6 +47,8 @@ struct Answer {
   // Empty without a token.
   std::optional<std::uint32_t> token;
   std::string copies;
+  // The paper's width; 0 without a page setup.
+  double width = 0;
 };
 
 // A connection between a program and a service.
@@ -126,6 +129,10 @@ class Connection {
       if (g_variant_lookup(settings, "n-copies", "&s", &copies) != FALSE) answer.copies = copies;
       g_variant_unref(settings);
     }
+    if (auto* const pageSetup = g_variant_lookup_value(results, "page-setup", G_VARIANT_TYPE_VARDICT)) {
+      g_variant_lookup(pageSetup, "Width", "d", &answer.width);
+      g_variant_unref(pageSetup);
+    }
     g_variant_unref(results);
     return answer;
   }
@@ -143,6 +150,11 @@ std::string contentOf(const FileDescriptor& file) {
   std::string content(static_cast<std::size_t>(lseek(file.get(), 0, SEEK_END)), '\0');
   EXPECT_EQ(pread(file.get(), content.data(), content.size(), 0), static_cast<ssize_t>(content.size()));
   return content;
+}
+
+bool isClosedByItsReader(int pipe) {
+  pollfd end{pipe, 0, 0};
+  return poll(&end, 1, 60'000) == 1 && (end.revents & POLLERR) != 0;
 }
 
 // The log of calls to the dialogs, and how the dialogs behave.
@@ -167,7 +179,7 @@ class ScriptedDialog : public ApplicationDialog {
   }
   DialogChoice choice() override {
     if (script_.ofChoice) throw *script_.ofChoice;
-    return {{{"n-copies", "1"}}, {}};
+    return {{{"n-copies", "1"}}, {{"Width", 210.0}}};
   }
   void print(FileDescriptor document) override {
     script_.log.push_back("prints " + contentOf(document));
@@ -253,6 +265,7 @@ TEST_F(SessionOfAProgram, ShowsTheDialogAndAnswersOnceTheUserHasChosen) {
   EXPECT_EQ(answer->response, 0U);
   EXPECT_EQ(answer->token, kToken);
   EXPECT_EQ(answer->copies, "1");
+  EXPECT_EQ(answer->width, 210);
   EXPECT_EQ(session().request(), nullptr);
   EXPECT_TRUE(session().waitsForDocument());
   EXPECT_EQ(ends, 0);
@@ -323,9 +336,11 @@ TEST_F(SessionOfAProgram, ShowsWhyTheDocumentIsMissingInTheOpenDialogOrInANewOne
   printFile(open("/", O_RDONLY));
   waitForAnswer();
   EXPECT_EQ(answer->response, 2U);
-  EXPECT_THAT(script.log.back(), HasSubstr("fails: the document cannot be read"));
+  EXPECT_THAT(script.log, ElementsAre("opens Letter for nothing", "shown",
+                                      HasSubstr("fails: the document cannot be read")));
   EXPECT_THAT(reports, ElementsAre(HasSubstr("cannot be read")));
   EXPECT_EQ(ends, 0);
+  EXPECT_FALSE(session().request()->waitsAt(kHandle)) << "the program could close the message";
   begin();
   script.log.clear();
   answer.reset();
@@ -370,6 +385,7 @@ TEST_F(SessionOfAProgram, EndsWithTheProgramWhileTheDocumentIsBeingRead) {
   waitForAnswer();
   EXPECT_EQ(answer->response, 2U);
   EXPECT_EQ(ends, 1);
+  EXPECT_TRUE(isClosedByItsReader(pipe[1]));
   close(pipe[1]);
   destroy();
   while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
