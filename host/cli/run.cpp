@@ -118,15 +118,16 @@ Options toKeep(const JobSettings& settings) {
 
 void keep(const Target& target, const Options& options, const Report& report) {
   saveAsDefault(target.connection, target.printer, options);
-  report("saved as your defaults for " + target.printer.name + ": " + countText(options));
+  report("saved as your defaults for " + nameWithInstance(target.printer) + ": " + countText(options));
 }
 
 void reset(const CommandLine& line, const Report& report) {
   const Connection connection(line.server);
   const auto printer = findPrinter(connection, line.printer);
+  const auto name = nameWithInstance(printer);
   const auto gone = resetDefaults(printer);
-  report(gone.empty() ? "you have no saved defaults for " + printer.name
-                      : "your defaults for " + printer.name + " were removed: " + countText(gone));
+  report(gone.empty() ? "you have no saved defaults for " + name
+                      : "your defaults for " + name + " were removed: " + countText(gone));
 }
 
 void showSaved(const CommandLine& line, std::ostream& out, const SavedFile& saved) {

@@ -69,6 +69,10 @@ Fact withState(FactText text, const Printer& printer) {
 
 }  // namespace
 
+std::string nameWithInstance(const Printer& printer) {
+  return printer.instance ? printer.name + '/' + *printer.instance : printer.name;
+}
+
 void refuseOddDefaults() {
   const auto file = savedDefaultsFile();
   std::error_code unreadable;

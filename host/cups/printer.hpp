@@ -27,6 +27,9 @@ struct Printer {
   std::string stateMessage;
 };
 
+/// "Morva", or "Morva/draft" for an instance.
+std::string nameWithInstance(const Printer& printer);
+
 /// Failure when the file of the user's defaults is a pipe, on which libcups would block, or a device, which
 /// it would read endlessly.
 void refuseOddDefaults();

@@ -47,7 +47,7 @@ Failure cannotKeep(const std::string& keyword) {
 Failure cannotChange(const Printer& printer, const Failure& reason) {
   return Failure(Trouble::notKeptForAllJobs,
                  Fact("the defaults for [printer] cannot be changed: [reason]"_fact,
-                      {{"[printer]", printer.name}, {"[reason]", reason.fact()}}));
+                      {{"[printer]", nameWithInstance(printer)}, {"[reason]", reason.fact()}}));
 }
 
 DestinationName nameOf(const Printer& printer) { return {printer.name, printer.instance}; }

@@ -1,11 +1,13 @@
 """The program reports a job as confirmed only when the server has all of it."""
 
+import itertools
 import json
 import os
 import signal
 import socket
 import struct
 import subprocess
+import threading
 import unittest
 
 import fake_server
@@ -20,6 +22,7 @@ CANCELLED = "processing-to-stop-point"  # CUPS's reason for a job that was cance
 QUESTION = b"job-k-octets"  # in the request that asks what the server has of the job
 REQUESTS = 5  # of a job; the last one contains QUESTION
 SLOW_FILTER = """#!/bin/sh
+echo "PAGE: 1 1" >&2
 echo "INFO: cutting" >&2
 until [ -e "$TANDEM_TRIM_RECORDS/go" ]; do sleep 0.05; done
 exit $(cat "$TANDEM_TRIM_RECORDS/go")
@@ -242,8 +245,20 @@ class ConfirmationTest(TerminalCase):
                 self.assertEqual(status, expected, said)
                 job = rf"job \d+ on {printer}"
                 self.assertRegex(out, shown.format(job))
-                self.assertRegex(said, rf"{job}: processing \(job-printing\): cutting\n")
+                self.assertRegex(said, rf"{job}: processing \(job-printing\): cutting; 1 sheet printed\n")
                 self.assertRegex(said, words.format(job))
+
+    def test_the_number_of_a_job_is_shown_before_its_end(self):
+        program = self.started("-d", "Slow", "--wait", SAMPLE)
+        hung = threading.Timer(PATIENCE, program.kill)
+        hung.start()
+        try:
+            self.assertRegex(program.stdout.readline().decode(), f"^{REQUEST}$")
+        finally:
+            hung.cancel()
+        self.end_filter(0)
+        status, _, said = self.end_of(program)
+        self.assertEqual(status, 0, said)
 
     def test_each_change_of_a_job_that_the_program_waits_for_is_reported_once(self):
         def described(state, reasons, message, sheets):
@@ -259,6 +274,22 @@ class ConfirmationTest(TerminalCase):
         changes = ["pending", "processing (job-printing): cutting; 1 sheet printed", "processing (job-printing); 2 sheets printed", "completed; 2 sheets printed"]
         self.assertEqual(result.stderr, "".join(f"tandem-trim: job 1 on Morva: {change}\n" for change in changes))
         self.assertEqual((result.returncode, result.stdout), (0, "request id is Morva-1 (1 file(s))\njob 1 on Morva: 0 of 0 options confirmed\n"))
+
+    def test_a_job_whose_end_the_server_does_not_tell_is_not_confirmed(self):
+        processing = [(ipp.ENUM, "job-state", ipp.PROCESSING), (ipp.INTEGER, "number-of-documents", 1)]
+        plain = b"".join(line for line in PPD.read_bytes().splitlines(True) if b"APDialogExtension" not in line)
+        for content, words in (
+            (b"", "broke the connection; see whether it is still running"),
+            (fake_server.answer(ipp.beginning(ipp.NOT_FOUND) + bytes([ipp.END])), "does not report the job; see lpstat -W all -o Morva"),
+        ):
+            answers = itertools.chain([fake_server.described(ipp.JOB_GROUP, fake_server.JOB, processing)], itertools.repeat(content))
+            odd = {ipp.GET_JOB: lambda answers=answers: [next(answers)]}
+            with self.subTest(words), fake_server.FakeServer(plain, odd) as server:
+                result = self.trim("-d", "Morva", "--wait", "--save-as-default", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT="1")
+                self.assertNotIn(ipp.CANCEL_JOB, server.asked)
+            self.assertEqual((result.returncode, result.stdout), (1, "request id is Morva-1 (1 file(s))\n"))
+            said = f"the end of job 1 on Morva is not known: the print server at {server.address} {words}"
+            self.assertTrue(result.stderr.endswith(f"tandem-trim: {said}\n"), result.stderr)
 
     def test_waiting_for_a_job_needs_a_file(self):
         self.refuses("-d", "Morva", "--wait", status=2, words=["--wait", "file"])

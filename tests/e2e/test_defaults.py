@@ -2,6 +2,7 @@
 
 import concurrent.futures
 import gzip
+import itertools
 import os
 import pathlib
 import subprocess
@@ -36,7 +37,7 @@ class DefaultsTest(TerminalCase):
     def saves(self, *arguments):
         before = self.cups.jobs()
         result = self.trim("-d", "Morva", "--save-as-default", *arguments)
-        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual((result.returncode, result.stdout), (0, ""), result.stderr)
         self.assertEqual(self.cups.jobs(), before)
         return result
 
@@ -59,7 +60,8 @@ class DefaultsTest(TerminalCase):
         return dict(word.partition("=")[::2] for word in line.split()[2:])
 
     def test_saved_settings_apply_to_every_program(self):
-        self.saves("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
+        result = self.saves("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
+        self.assertEqual(result.stderr, "tandem-trim: kept as your defaults for Morva: 8 options\n")
         self.run_program("lp", "-d", "Morva", SAMPLE)
         self.cups.wait_for_jobs()
         (record,) = self.cups.records()
@@ -127,8 +129,10 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
         self.assertEqual(self.saved_for("Dest Morva/draft"), {"MVTopMargin": "2"})
         self.assertIn("you have no saved defaults for Morva", self.resets("-d", "Morva").stderr)
-        self.resets("-d", "Morva/draft")
+        said = "tandem-trim: your defaults for Morva/draft are removed: 1 option\n"
+        self.assertEqual(self.resets("-d", "Morva/draft").stderr, said)
         self.assertEqual(self.saved(), "")
+        self.assertEqual(self.resets("-d", "Morva/draft").stderr, "tandem-trim: you have no saved defaults for Morva/draft\n")
 
     def test_the_default_printer_stays_the_default_when_its_saved_settings_are_removed(self):
         self.run_program("lpoptions", "-p", "Morva", "-o", "MVTopMargin=9")
@@ -160,8 +164,18 @@ class DefaultsTest(TerminalCase):
                     self.assertEqual(self.saved_for(f"Dest {name}").get("x-note"), f"n{number}", self.saved())
 
     def test_a_setting_that_cannot_be_saved_is_refused_before_anything_is_printed(self):
-        arguments = ["-d", "Morva", "--save-as-default", "-o", 'x-note="a#b"', SAMPLE]
-        self.refuses(*arguments, words=["x-note", "default"])
+        for value in ("a#b", "one\ntwo", ""):
+            with self.subTest(value):
+                arguments = ["-d", "Morva", "--save-as-default", "-o", option_text("x-note", value), SAMPLE]
+                self.refuses(*arguments, words=["CUPS cannot keep the value of x-note as a default", "give another by -o x-note=..."])
+                self.assertEqual(self.saved(), "")
+
+    def test_a_setting_that_is_too_long_to_be_saved_is_named_and_nothing_is_saved(self):
+        self.saves("-o", "x-note=before")
+        before = self.saved()
+        long = " ".join(f"x-{name}={name * length}" for name, length in (("a", 100), ("b", 8000), ("c", 200)))
+        self.refuses("-d", "Morva", "--save-as-default", "-o", long, words=["CUPS cannot keep the value of x-b as a default"])
+        self.assertEqual(self.saved(), before)
 
     def test_saved_keywords_count_in_any_letter_case(self):
         self.run_program("lpoptions", "-p", "Morva", "-o", "mvtopmargin=7")
@@ -170,8 +184,8 @@ class DefaultsTest(TerminalCase):
         self.assertNotIn("mvtopmargin", options)
 
     def test_an_instance_of_a_printer_has_its_own_saved_settings(self):
-        arguments = ["-d", "Morva/draft", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=2"]
-        self.assertEqual(self.trim(*arguments).returncode, 0)
+        result = self.trim("-d", "Morva/draft", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=2")
+        self.assertEqual((result.returncode, result.stderr), (0, "tandem-trim: kept as your defaults for Morva/draft: 7 options\n"))
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
         _, (record,) = self.prints("-d", "Morva/draft", SAMPLE)
         self.assertEqual(record.options[MARGINS["Top"]], "2")
@@ -273,16 +287,22 @@ class DefaultsTest(TerminalCase):
 
     def test_settings_are_saved_even_if_the_file_has_several_lines_for_the_printer(self):
         self.file_of_defaults.parent.mkdir()
-        self.file_of_defaults.write_text("Default Morva MVTopMargin=3\nDest Morva MVTopMargin=4\n")
-        self.saves("-o", "MVTopMargin=9")
-        self.assertEqual(self.options_of()[MARGINS["Top"]], "9")
+        for value in ("9", "3", "4"):
+            with self.subTest(value):
+                self.file_of_defaults.write_text("Default Morva MVTopMargin=3\nDest Morva MVTopMargin=4\n")
+                self.saves("-o", f"MVTopMargin={value}")
+                self.assertEqual(self.options_of()[MARGINS["Top"]], value)
+                _, (record,) = self.prints(SAMPLE)
+                self.assertEqual(record.options[MARGINS["Top"]], value)
 
     def test_without_a_home_folder_the_program_says_that_it_cannot_save_settings(self):
         home = self.temporary_folder() / "file"
         home.write_text("no folder")
-        result = self.trim("-d", "Morva", "--save-as-default", HOME=str(home), CUPS_SERVERROOT=str(home))
-        self.assertEqual(result.returncode, 1)
-        self.assertRegex(result.stderr, "the defaults for Morva cannot be changed: .*lpoptions cannot be")
+        for printer, option in itertools.product(("Morva", "Morva/draft"), ("--save-as-default", "--reset-defaults")):
+            with self.subTest(option, printer=printer):
+                result = self.trim("-d", printer, option, HOME=str(home), CUPS_SERVERROOT=str(home))
+                self.assertEqual(result.returncode, 1)
+                self.assertRegex(result.stderr, f"the defaults for {printer} cannot be changed: .*lpoptions cannot be")
 
 
 if __name__ == "__main__":

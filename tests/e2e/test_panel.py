@@ -37,7 +37,7 @@ class PanelTest(TerminalCase):
                     self.assertEqual(of_panel(options), DEFAULTS | {VALID: "On", keyword: choice})
 
     def test_the_check_box_is_clicked_only_when_its_state_differs(self):
-        for stored in ("On", "Off"):
+        for stored in ("On", "Off", "Maybe"):
             for wanted in ("On", "Off"):
                 with self.subTest(stored=stored, wanted=wanted):
                     options = self.options_of("-o", f"{VALID}={stored}", "--set", f"Valid={wanted}")

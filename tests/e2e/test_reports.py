@@ -99,6 +99,14 @@ class ReportsTest(TerminalCase):
         self.assertEqual(shown["limits"]["Bottom"]["max"], LARGEST["Bottom"])
         self.assertIn("Use Tandem Trim: Off\n", self.shows("--ppd", PPD, **NO_SERVER))
 
+    def test_a_ppd_from_a_file_that_names_no_panel_is_reported(self):
+        ppd = self.temporary_folder() / "plain.ppd"
+        ppd.write_bytes(b"".join(line for line in PPD.read_bytes().splitlines(True) if b"APDialogExtension" not in line))
+        for printer, name in (([], "the printer"), (["-d", "Lund"], "Lund")):
+            result = self.trim("--ppd", ppd, *printer, "-o", "PageSize=A5", **NO_SERVER)
+            self.assertEqual((result.returncode, result.stdout), (0, "-o PageSize=A5\n"))
+            self.assertEqual(result.stderr, f"tandem-trim: {name} has no panel, since its PPD names none\n")
+
     def test_a_ppd_from_a_file_replaces_the_queues(self):
         ppd = self.temporary_folder() / "other.ppd"
         text = PPD.read_text(encoding="latin-1")

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include <gmock/gmock.h>
 
@@ -8,12 +9,20 @@
 
 namespace tandemtrim::test {
 
+/// The fact as a dialog shows it in English. Fails the test if a placeholder is left without words.
+inline std::string inADialog(const host::Fact& fact) {
+  auto words = fact.in([](std::string_view english) { return std::string(english); });
+  EXPECT_THAT(words, testing::Not(testing::ContainsRegex("[[][a-z]+[]]")));
+  return words;
+}
+
 /// Returns the Failure that `call` throws. Fails the test if it throws nothing.
 template <class Call>
 host::Failure failureOf(Call call) {
   try {
     call();
   } catch (const host::Failure& failure) {
+    inADialog(failure.fact());
     return failure;
   }
   ADD_FAILURE() << "nothing failed";

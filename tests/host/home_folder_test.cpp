@@ -2,9 +2,23 @@
 
 #include <cstdlib>
 
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <pwd.h>
 #include <unistd.h>
+
+namespace {
+
+// Whether the system has no entry for any user, as in a container that was started with a number.
+thread_local bool areUsersUnknown = false;
+
+}  // namespace
+
+// Replaces the C library's.
+extern "C" passwd* getpwuid(uid_t user) {
+  static auto* const systems = reinterpret_cast<passwd* (*)(uid_t)>(dlsym(RTLD_NEXT, "getpwuid"));
+  return areUsersUnknown ? nullptr : systems(user);
+}
 
 namespace tandemtrim::host {
 namespace {
@@ -15,6 +29,9 @@ TEST(TheHomeFolder, IsTheUsersOwnUnlessHomeNamesAnother) {
   EXPECT_EQ(homeFolder(), "/elsewhere");
   unsetenv("HOME");
   EXPECT_EQ(homeFolder(), getpwuid(getuid())->pw_dir);
+  areUsersUnknown = true;
+  EXPECT_EQ(homeFolder(), "/");
+  areUsersUnknown = false;
   setenv("HOME", before.c_str(), 1);
 }
 

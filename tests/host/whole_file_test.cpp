@@ -1,13 +1,29 @@
 #include "host/whole_file.hpp"
 
+#include <cerrno>
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
+
+namespace {
+
+// The error with which this thread's locking fails, or 0.
+thread_local int failureOfLocking = 0;
+
+}  // namespace
+
+// Replaces the system's.
+extern "C" int flock(int file, int operation) noexcept {
+  errno = failureOfLocking;
+  return failureOfLocking != 0 ? -1 : static_cast<int>(syscall(SYS_flock, file, operation));
+}
 
 namespace tandemtrim::host {
 namespace {
@@ -20,7 +36,16 @@ TEST(AFile, IsReadOnlyUpToTheAllowedLength) {
   const auto file = folder.write("file", std::string(5000, 'x'));
   EXPECT_EQ(readWholeFile(file, 5000), std::string(5000, 'x'));
   EXPECT_THAT(failureOf([&] { readWholeFile(file, 4999); }).what(), HasSubstr("more than 4999 bytes"));
-  EXPECT_EQ(readWholeFile(folder.path() / "missing", 1), std::nullopt);
+  for (const char* missing : {"missing", "missing/too", "file/below"})
+    EXPECT_EQ(readWholeFile(folder.path() / missing, 1), std::nullopt) << missing;
+}
+
+TEST(APipe, IsRefusedWithoutWaitingForItsWriter) {
+  const test::TemporaryFolder folder;
+  const auto pipe = folder.path() / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(std::string(failureOf([&] { readWholeFile(pipe); }).what()),
+            pipe.string() + " cannot be read: it is not a regular file");
 }
 
 // Reading this file fails, as no process has memory at address 0.
@@ -58,6 +83,28 @@ TEST(AFile, KeepsItsModeAndGroupWhenItIsReplaced) {
   EXPECT_EQ(readWholeFile(file), "new");
   EXPECT_EQ(status.st_gid, anotherGroup());
   EXPECT_EQ(status.st_mode & 07777U, 0640U);
+}
+
+TEST(AFilesLock, IsForItsUserAlone) {
+  const test::TemporaryFolder folder;
+  const auto lock = lockFile(folder.path() / "file");
+  EXPECT_EQ(std::filesystem::status(folder.path() / "file.lock").permissions(), std::filesystem::perms(0600));
+}
+
+TEST(AFilesLock, IsNotTakenWhereALinkLeads) {
+  const test::TemporaryFolder folder;
+  std::filesystem::create_symlink(folder.path() / "elsewhere", folder.path() / "file.lock");
+  EXPECT_THAT(failureOf([&] { lockFile(folder.path() / "file"); }).what(),
+              HasSubstr("file cannot be written: Too many levels of symbolic links"));
+  EXPECT_FALSE(std::filesystem::exists(folder.path() / "elsewhere"));
+}
+
+TEST(AFilesLock, ThatTheSystemCannotSetIsReportedAtOnce) {
+  const test::TemporaryFolder folder;
+  failureOfLocking = ENOLCK;
+  const auto failure = failureOf([&] { lockFile(folder.path() / "file"); });
+  failureOfLocking = 0;
+  EXPECT_THAT(failure.what(), HasSubstr("file cannot be written: No locks available"));
 }
 
 }  // namespace

@@ -31,16 +31,6 @@ constexpr int kAttempts = 10;
 constexpr int kNotYet = 0;  // With this time-out libcups makes an object without connecting it.
 constexpr const char* kNoServer = "/dev/null";
 
-std::chrono::seconds timeoutFromEnvironment() {
-  const char* text = std::getenv("TANDEM_TRIM_TIMEOUT");
-  if (text == nullptr) return kTimeout;
-  const std::string_view digits = text;
-  int seconds = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
-  const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
-  return isNumber && seconds > 0 ? std::chrono::seconds(seconds) : kTimeout;
-}
-
 constexpr auto kBroken = "the print server at [server] broke the connection"_fact;
 
 Failure nobodyAnswers() {
@@ -63,8 +53,17 @@ int onTimeout(http_t* /*http*/, void* givenUp) {
 
 }  // namespace
 
+std::chrono::seconds timeoutFrom(const char* text) {
+  if (text == nullptr) return kTimeout;
+  const std::string_view digits = text;
+  int seconds = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
+  const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
+  return isNumber && seconds > 0 ? std::chrono::seconds(seconds) : kTimeout;
+}
+
 Connection::Connection(const std::optional<std::string>& server)
-    : server_(server), bounds_(std::make_unique<Bounds>(timeoutFromEnvironment())) {
+    : server_(server), bounds_(std::make_unique<Bounds>(timeoutFrom(std::getenv("TANDEM_TRIM_TIMEOUT")))) {
   if (server) cupsSetServer(server->c_str());
   const auto addresses = addressesOf(cupsServer(), ippPort(), bounds_->longest);
   if (addresses) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,6 +15,10 @@ namespace tandemtrim::host {
 /// The address of this thread's server, for messages: a socket's path, or host and port.
 std::string serverName();
 
+/// How long an answer may take, from the text of the environment variable TANDEM_TRIM_TIMEOUT: its whole
+/// seconds, or 10 where it is no positive number or missing (null).
+std::chrono::seconds timeoutFrom(const char* text);
+
 /// The fact about an answer that no print server would send.
 inline constexpr auto kUselessAnswer = "the print server at [server] sent an answer that cannot be used"_fact;
 
@@ -21,7 +26,7 @@ inline constexpr auto kUselessAnswer = "the print server at [server] sent an ans
 class Connection {
  public:
   /// Connects to `server` ("host" or "host:port"), or to libcups's default server. Failure when it does not
-  /// answer within the seconds that the environment variable TANDEM_TRIM_TIMEOUT sets, 10 without it.
+  /// answer within timeoutFrom() of the environment variable.
   explicit Connection(const std::optional<std::string>& server);
 
   [[nodiscard]] http_t* get() const noexcept { return http_.get(); }

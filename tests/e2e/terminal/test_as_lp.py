@@ -90,6 +90,8 @@ SAVED = {
     "a long line": ("Dest Plain x-a=1 " + "x" * 8160 + " x-b=2 x-c=3 x-d=4\n", "Dest Plain x-e=" + "y" * 8170 + " Dest Plain x-f=1\n"),
     "a printer twice": ("Dest Plain x-a=1\nDest Plain x-a=2 x-b=2\n", "Dest plain x-c=1\nDest PLAIN x-c=2\n"),
     "no last newline": ("Dest Plain x-a=1\nDest Plain/draft x-a=2", "Dest Plain x-b=1"),
+    "long keywords": ("Dest Plain " + " ".join("x" * length + "=1" for length in (246, 247, 248, 255)) + "\n", ""),
+    "an empty instance": ("Dest Plain/ x-a=1\nDest Plain x-b=2\n", "Dest plain/ x-c=1\n"),
     "keywords without a value": ("Dest Plain x-a nox-b no x-c= x-d\n", ""),
     "other letter case": ("DEST plain X-A=1 Copies=2\ndest PLAIN/DRAFT x-a=3 SIDES=two-sided-long-edge\n", "Dest Plain x-a=0\n"),
     "what the server says": ("Dest Plain printer-info=mine job-sheets=none,none x-a=1 printer-state=5\n", ""),
@@ -322,6 +324,13 @@ class AsLpTest(TerminalCase):
                     result = self.trim("-d", name, "--summary", CUPS_SERVER=server.address)
                     self.assertEqual((result.returncode, result.stdout), (1, ""))
                     self.assertIn(f'there is no printer "{name}"; choose one with -d: Morva', result.stderr)
+
+    def test_the_printer_lp_in_a_variable_may_mean_none_in_particular(self):
+        self.save("Default Plain\n", "")
+        for variable, status in (("PRINTER", 0), ("LPDEST", 1)):
+            with self.subTest(variable):
+                our, lp = self.beside(SAMPLE, **{variable: "lp"})
+                self.assertEqual((our.returncode, lp.returncode), (status, status), our.stderr + lp.stderr)
 
     def test_the_list_names_each_printer_its_panel_and_the_default(self):
         printers = ["Closed  no panel", "Morva   panel", "Plain   no panel"]

@@ -147,11 +147,49 @@ class MessagesTest(TerminalCase):
         said = self.refused(ipp.CREATE_JOB, by_ipp(0))
         self.check(said, ("nothing was printed: <server> did not give it a number", "print server"))
 
+    def test_a_job_whose_number_is_lost_may_wait_at_a_server_that_does_not_list_its_jobs(self):
+        for content in (b"", by_ipp(ipp.INTERNAL_ERROR)):
+            odd = {ipp.CREATE_JOB: lambda: [b""], ipp.GET_JOBS: lambda content=content: [content]}
+            with self.subTest(content), FakeServer(PPD.read_bytes(), odd) as server:
+                result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
+            said = (
+                f"tandem-trim: Morva did not answer the request for a job; nothing was printed: the print server at {server.address} broke the "
+                "connection; an empty job may wait there (see lpstat -o Morva)\n"
+            )
+            self.assertEqual((result.returncode, result.stdout, result.stderr), (1, "", said))
+
+    def test_a_job_whose_number_is_lost_is_cancelled_by_its_own_number_alone(self):
+        another, ours = [(ipp.INTEGER, "job-id", 7)], [(ipp.INTEGER, "job-id", 8)]
+        for before, number, cancels in (
+            ([], ours, 1), ([another], ours, 1), ([another], [], 0), ([], [], 0), ([], [(ipp.INTEGER, "job-id", 0)], 0), ([], [(ipp.INTEGER, "job-id", -1)], 0)
+        ):  # fmt: skip
+            listed = b"".join(ipp.group(ipp.JOB_GROUP, job) for job in (*before, number))
+            odd = {ipp.CREATE_JOB: lambda: [b""], ipp.GET_JOBS: lambda listed=listed: [fake_server.answer(ipp.beginning(0) + listed + server.job)]}
+            with self.subTest(before=before, number=number), FakeServer(PPD.read_bytes(), odd) as server:
+                result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
+                self.assertEqual(server.asked.count(ipp.CANCEL_JOB), cancels)
+            self.assertEqual((result.returncode, result.stdout), (1, ""))
+            self.assertIn("Morva did not answer the request for a job; nothing was printed", result.stderr)
+
+    def test_a_missing_printer_is_reported_with_what_the_server_says_of_its_printers(self):
+        missing = 'tandem-trim: there is no printer "Morva"; '
+        for status, remedy, listed in (
+            (ipp.NOT_FOUND, "the server has no printer; add one by lpadmin\n", (0, "the server has no printer; add one by lpadmin")),
+            (ipp.INTERNAL_ERROR, "choose one by -d that lpstat -e lists\n", (1, "{} has an internal error; its error log has the reason")),
+        ):
+            odd = {ipp.GET_PRINTER: lambda: [by_ipp(ipp.NOT_FOUND)], ipp.GET_PRINTERS: lambda status=status: [by_ipp(status)]}
+            with self.subTest(status), FakeServer(PPD.read_bytes(), odd) as server:
+                result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address)
+                self.assertEqual((result.returncode, result.stdout, result.stderr), (1, "", missing + remedy))
+                result = self.trim("--list", CUPS_SERVER=server.address)
+                words = listed[1].format(f"the print server at {server.address}")
+                self.assertEqual((result.returncode, result.stdout, result.stderr), (listed[0], "", f"tandem-trim: {words}\n"))
+
     def test_a_connection_that_breaks_is_reported_without_the_word_success(self):
         for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB):
             with self.subTest(operation):
                 said = self.refused(operation, b"")
-                self.check(said, ("broke the connection", "."))
+                self.check(said, ("broke the connection", "^see whether it is still running\n"))
 
 
 if __name__ == "__main__":

@@ -103,8 +103,17 @@ TEST(TheJson, DescribesTheJob) {
   EXPECT_EQ(jsonOf(sample(), "Morva", job)["job"],
             nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":6,"lost":["note"],"state":"pending",
                                       "reasons":"","problem":"note is lost"})"));
-  const SentJob unknown{17, "Morva", 7, {}, {}};
-  EXPECT_TRUE(jsonOf(sample(), "Morva", unknown)["job"]["confirmed"].is_null());
+  job.reported->reasons = "job-printing";
+  job.reported->state = IPP_JSTATE_PROCESSING;
+  job.reported->lost.clear();
+  job.failure.reset();
+  EXPECT_EQ(jsonOf(sample(), "Morva", job)["job"],
+            nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":7,"lost":[],"state":"processing",
+                                      "reasons":"job-printing","problem":null})"));
+  const SentJob unknown{17, "Morva", 7, {}, Failure("no answer")};
+  EXPECT_EQ(jsonOf(sample(), "Morva", unknown)["job"],
+            nlohmann::json::parse(R"({"id":17,"options":7,"confirmed":null,"lost":null,"state":null,
+                                      "reasons":null,"problem":"no answer"})"));
 }
 
 TEST(TheJson, ReplacesBytesThatAreNotUtf8) {

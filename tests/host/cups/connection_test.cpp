@@ -47,6 +47,15 @@ class SilentServer {
   in_port_t port_ = 0;
 };
 
+TEST(TheTimeForAnAnswer, IsAsManySecondsAsTheVariableSaysOrTen) {
+  using std::chrono::seconds;
+  EXPECT_EQ(timeoutFrom("1"), seconds(1));
+  EXPECT_EQ(timeoutFrom("60"), seconds(60));
+  EXPECT_EQ(timeoutFrom(nullptr), seconds(10));
+  for (const char* text : {"", "0", "-1", "5x", " 5", "1.5", "one", "99999999999"})
+    EXPECT_EQ(timeoutFrom(text), seconds(10)) << text;
+}
+
 // libcups leaves out a text if memory for it runs out.
 TEST(ARequest, ThatIsIncompleteForLackOfMemoryIsNotSent) {
   const SilentServer server;

@@ -33,6 +33,8 @@ INSTANTIATE_TEST_SUITE_P(Keywords, AnOption,
 INSTANTIATE_TEST_SUITE_P(
     Others, AnOption,
     testing::Values(Translation{{"copies", "02"}, "02"}, Translation{{"job-priority", "100"}, "100"},
+                    Translation{{"job-priority", "1"}, "1"}, Translation{{"number-up", "1"}, "1"},
+                    Translation{{"copies", "2147483647"}, "2147483647"},
                     Translation{{"page-ranges", "1-4,7,9-"}, "1-4,7,9-"},
                     Translation{{"printer-resolution", "600dpi"}, "600dpi"},
                     Translation{{"printer-resolution", "600x300dpi"}, "600x300dpi"},
@@ -40,6 +42,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Translation{{"printer-resolution", "240dpc"}, "240dpc"},
                     Translation{{"printer-resolution", "240dpcm"}, "240dpcm"},
                     Translation{{"collate", "True"}, "True"}, Translation{{"landscape", "false"}, "false"},
+                    Translation{{"landscape", "on"}, "on"}, Translation{{"landscape", "OFF"}, "OFF"},
+                    Translation{{"landscape", "yes"}, "yes"}, Translation{{"landscape", "no"}, "no"},
                     Translation{{"sides", "two-sided-long-edge"}, "two-sided-long-edge"},
                     Translation{{"MVTopMargin", "5"}, "5"}, Translation{{"x-note", "1,b"}, "1,b"},
                     Translation{{"x-empty", ""}, ""}));
@@ -60,6 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Option{"orientation-requested", "sideways"}, Option{"orientation-requested", "0"},
                     Option{"finishings", "staple,glue-all"}, Option{"finishings", "staple,"},
                     Option{"copies", "0"}, Option{"copies", "2,3"}, Option{"job-priority", "200"},
+                    Option{"job-priority", "101"}, Option{"job-priority", "0"}, Option{"number-up", "0"},
                     Option{"job-priority", "abc"}, Option{"job-priority", "5x"}, Option{"job-priority", ""},
                     Option{"landscape", "perhaps"}, Option{"page-ranges", "4-1"},
                     Option{"page-ranges", "one"}, Option{"page-ranges", "2- 4"},
@@ -69,13 +74,22 @@ INSTANTIATE_TEST_SUITE_P(
                     Option{"printer-resolution", "600x0dpi"}, Option{"printer-resolution", "0x600dpi"},
                     Option{"printer-resolution", "600dps"}, Option{"finishings", "glue-all,staple"}));
 
-TEST(AWrongNumber, IsRefusedWithTheAllowedRange) {
-  const auto mistake = [](const Option& option) {
-    return std::string(failureOf([&] { encodable({option}); }).what());
-  };
-  EXPECT_THAT(mistake({"job-priority", "200"}), HasSubstr("a number from 1 to 100;"));
-  EXPECT_THAT(mistake({"copies", "0"}), HasSubstr("a number from 1 up;"));
-  EXPECT_THAT(mistake({"scaling", "abc"}), HasSubstr("a number;"));
+TEST(AWrongValue, IsRefusedWithWhatTheOptionTakes) {
+  const std::vector<std::pair<Option, std::string>> expected{
+      {{"job-priority", "200"}, "a number from 1 to 100"},
+      {{"copies", "0"}, "a number from 1 on"},
+      {{"scaling", "abc"}, "a number"},
+      {{"finishings", "glue-all"}, "one of the keywords or numbers that IPP has for it"},
+      {{"landscape", "perhaps"}, "true or false"},
+      {{"page-ranges", "one"}, "a range of numbers, as 2-4"},
+      {{"printer-resolution", "banana"}, "a resolution, as 600dpi"}};
+  for (const auto& [option, words] : expected) {
+    const auto failure = failureOf([&wrong = option] { encodable({wrong}); });
+    EXPECT_EQ(failure.what(), option.keyword + " is \"" + option.value + "\", but must be " + words +
+                                  "; nothing was sent. Give another value by -o " + option.keyword + "=...");
+    EXPECT_EQ(test::inADialog(failure.fact()),
+              "the value of " + option.keyword + " cannot be sent: " + option.value);
+  }
 }
 
 }  // namespace

@@ -84,13 +84,32 @@ TEST_F(APpd, IsUnpackedUpToThirtyTwoMegabytes) {
     if (size == 32U << 20) {
       EXPECT_THAT(dialogExtensions(*openPpd(path, "it")), ElementsAre("TandemTrim.bundle"));
     } else {
-      EXPECT_THAT(failureOf([&] { openPpd(path, "it"); }).what(), HasSubstr("it is larger than 32 MB"));
+      const auto failure = failureOf([&] { openPpd(path, "it"); });
+      EXPECT_STREQ(failure.what(), "the PPD file it is larger than 32 MB");
+      EXPECT_EQ(test::inADialog(failure.fact()), "the printer's PPD file is larger than 32 MB");
     }
   }
 }
 
+TEST_F(APpd, ThatIsPackedAndCutShortIsRefused) {
+  const auto path = (folder.path() / "packed.ppd.gz").string();
+  const gzFile packed = gzopen(path.c_str(), "wb");
+  ASSERT_GT(gzputs(packed, kHeader.c_str()), 0);
+  gzclose(packed);
+  std::filesystem::resize_file(path, std::filesystem::file_size(path) - 4);
+  const auto failure = failureOf([&] { openPpd(path, "it"); });
+  EXPECT_STREQ(failure.what(),
+               "the PPD file it is damaged: unexpected end of file; correct it or name another by --ppd");
+  EXPECT_EQ(test::inADialog(failure.fact()),
+            "the printer's PPD file cannot be used (unexpected end of file)");
+  EXPECT_EQ(failure.trouble(), Trouble::details);
+}
+
 TEST_F(APpd, ThatIsMissingOrAFolderIsRefused) {
-  EXPECT_THAT(failureOf([] { openPpd("/nowhere.ppd", "/nowhere.ppd"); }).what(), HasSubstr("/nowhere.ppd"));
+  const auto missing = failureOf([] { openPpd("/nowhere.ppd", "it"); });
+  EXPECT_STREQ(missing.what(), "the PPD file it cannot be read: No such file or directory");
+  EXPECT_EQ(test::inADialog(missing.fact()),
+            "the printer's PPD file cannot be used (No such file or directory)");
   EXPECT_THAT(failureOf([&] { openPpd(folder.path().string(), "it"); }).what(), HasSubstr("folder"));
 }
 

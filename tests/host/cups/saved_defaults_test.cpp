@@ -65,6 +65,14 @@ TEST(TheNameOfTheFileOfDefaults, IsTheOneThatLibcupsUses) {
   setenv("HOME", home.c_str(), 1);
 }
 
+TEST(APrinter, IsNamedTogetherWithItsInstance) {
+  Printer printer;
+  printer.name = "Morva";
+  EXPECT_EQ(nameWithInstance(printer), "Morva");
+  printer.instance = "draft";
+  EXPECT_EQ(nameWithInstance(printer), "Morva/draft");
+}
+
 class TheFileOfDefaults : public testing::Test {
  protected:
   test::TemporaryFolder folder_;
@@ -107,14 +115,17 @@ TEST_F(TheFileOfDefaults, KeepsItsMode) {
   EXPECT_EQ(modeOf(file_), 0640U);
 }
 
-TEST_F(TheFileOfDefaults, KeepsItsOwner) {
+TEST_F(TheFileOfDefaults, KeepsItsOwnerAndGroup) {
   folder_.write(".cups/lpoptions", "");
-  const uid_t owner = geteuid() == 0 ? 54321 : geteuid();
-  ASSERT_EQ(chown(file_.c_str(), owner, getegid()), 0);
+  const bool isRoot = geteuid() == 0;
+  const uid_t owner = isRoot ? 54321 : geteuid();
+  const gid_t group = isRoot ? 54322 : getegid();
+  ASSERT_EQ(chown(file_.c_str(), owner, group), 0);
   editFile(file_, withX);
   struct stat status {};
   ASSERT_EQ(stat(file_.c_str(), &status), 0);
   EXPECT_EQ(status.st_uid, owner);
+  EXPECT_EQ(status.st_gid, group);
 }
 
 TEST_F(TheFileOfDefaults, IsNotMadeIfNothingChanges) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/host/failure_matcher.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
@@ -46,9 +48,37 @@ TEST(AJob, ThatHasEndedWithoutBeingPrintedIsNotConfirmed) {
 }
 
 TEST(AJob, ThatIsIncompleteIsNotConfirmedEvenIfItsOptionsAre) {
-  EXPECT_THAT(
-      jobText(jobInState(IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", {})),
-      HasSubstr("job 17 on Morva is incomplete: the print server at desk:631 has 0 of 1 documents of it"));
+  for (const auto& lost : {std::vector<LostOption>{}, {{"a", "1", std::nullopt}}})
+    EXPECT_EQ(jobText(jobInState(IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", lost)),
+              "job 17 on Morva is incomplete: the print server at desk:631 holds 0 of 1 documents of it; "
+              "print it again");
+}
+
+TEST(AJob, ThatIsNotConfirmedIsReportedInADialog) {
+  const auto words = [](const SentJob& job) { return test::inADialog(job.failure->fact()); };
+  EXPECT_EQ(words(jobInState(IPP_JSTATE_CANCELED, "job-canceled-by-user", "", {})),
+            "job 17 on Morva was cancelled at the print server (job-canceled-by-user)");
+  for (const auto state : {IPP_JSTATE_ABORTED, IPP_JSTATE_STOPPED})
+    EXPECT_EQ(words(jobInState(state, "job-completed-with-errors", "", {})),
+              "job 17 on Morva failed at the print server (job-completed-with-errors)");
+  EXPECT_EQ(words(jobInState(IPP_JSTATE_HELD, "", "0 of 1 documents", {})),
+            "job 17 on Morva is incomplete at the print server");
+  EXPECT_EQ(words(jobInState(IPP_JSTATE_PENDING, "", "", {{"a", "1", "2"}, {"b", "3", std::nullopt}})),
+            "job 17 on Morva has lost these settings: a (1 → 2), b (3)");
+}
+
+TEST(AJob, IsAtTheServerUnlessSomethingOfItIsMissingOrUnknown) {
+  SentJob job{17, "Morva", 7};
+  EXPECT_TRUE(isAtServer(job));
+  for (const auto trouble : {Trouble::lostSettings, Trouble::unconfirmedSettings}) {
+    job.failure = Failure(trouble, "");
+    EXPECT_TRUE(isAtServer(job));
+  }
+  for (const auto trouble :
+       {Trouble::other, Trouble::unconfirmedJob, Trouble::cancelled, Trouble::noServer}) {
+    job.failure = Failure(trouble, "");
+    EXPECT_FALSE(isAtServer(job));
+  }
 }
 
 }  // namespace

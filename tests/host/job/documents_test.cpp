@@ -69,9 +69,12 @@ TEST(ADocument, CanBeReadAgainAfterItsFileIsRemoved) {
 TEST(ADocument, IsOpenedAgainForAnotherReader) {
   const test::TemporaryFolder folder;
   const auto file = folder.write("report.pdf", "%PDF-1.7 text");
-  const Document document(FileDescriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC)), "Report");
+  FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  lseek(opened.get(), 5, SEEK_SET);
+  const Document document(std::move(opened), "Report");
   EXPECT_EQ(document.name(), "Report");
   EXPECT_EQ(document.beginning(), "%PDF-1.7");
+  EXPECT_EQ(document.size(), 13U);
   std::filesystem::remove(file);
   const auto again = document.openAgain();
   std::string text(20, '\0');
@@ -87,8 +90,11 @@ TEST(ADocument, ThatBeginsWithinItsFileIsNotOpenedAgain) {
   dup2(rest.get(), STDIN_FILENO);
   fseeko(stdin, 11, SEEK_SET);
   Document document("-");
+  EXPECT_EQ(document.name(), "(stdin)");
+  EXPECT_EQ(document.size(), 4U);
   EXPECT_FALSE(document.openAgain().isOpen());
   EXPECT_EQ(contentOf(document), "rest");
+  EXPECT_EQ(contentOf(document), "rest") << "the second time";
   dup2(before.get(), STDIN_FILENO);
   std::clearerr(stdin);
 }

@@ -84,6 +84,16 @@ TEST(SavedOptions, OfALaterFileReplaceEarlierValuesButKeepTheEarlierSpelling) {
   EXPECT_EQ(savedOptions(texts, kDraft, SavedLines::all), Options{});
 }
 
+TEST(SavedOptions, OfAnEmptyInstanceAreNotThoseOfThePrinter) {
+  const std::string text = "Dest Morva/ a=1\nDest Morva b=2\n";
+  EXPECT_EQ(allIn(text, kMorva), (Options{{"b", "2"}}));
+  EXPECT_EQ(allIn(text, DestinationName{"Morva", ""}), (Options{{"a", "1"}}));
+}
+
+TEST(SavedOptions, MayBeAllCommentedOut) {
+  EXPECT_EQ(allIn("#Dest Morva a=1\nDest Morva # a=1\nDest Morva #\n", kMorva), Options{});
+}
+
 TEST(SavedOptions, OfNoPrinterInParticularAreThoseOfAllPrintersButOfNoInstance) {
   EXPECT_EQ(allIn("Dest One a=1\nDefault Two b=2\nDest One/draft c=3", std::nullopt),
             (Options{{"a", "1"}, {"b", "2"}}));

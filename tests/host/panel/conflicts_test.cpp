@@ -80,6 +80,20 @@ TEST(Conflicts, AreNotFoundForOptionsAndChoicesThatThePrinterDoesNotHave) {
   EXPECT_THAT(conflictsWith(constraints, panelWith("On", "Left"), {{"Absent", "Yes"}}), IsEmpty());
 }
 
+TEST(Conflicts, AreThoseOfThePresentChoicesAlone) {
+  const test::SamplePpd ppd(kOptions + "*UIConstraints: *Trim On *Duplex Long\n");
+  EXPECT_EQ(conflictsOf(*ppd.get(), panelWith("On", "Left"), {{"Duplex", "Long"}}).size(), 1U);
+  EXPECT_THAT(conflictsOf(*ppd.get(), panelWith("On", "Left"), {}), IsEmpty());
+}
+
+TEST(Conflicts, AreFoundWithADefaultThatNobodyChose) {
+  const std::string fold =
+      "*OpenUI *Fold/Fold: Boolean\n*DefaultFold: True\n*Fold True/On: \"\"\n*Fold False/Off: \"\"\n"
+      "*CloseUI: *Fold\n";
+  EXPECT_THAT(conflictsWith(fold + "*UIConstraints: *Trim On *Fold True\n", panelWith("On", "Left"), {}),
+              ElementsAre(Conflict{"Use trim", "Yes", "Fold", "On"}));
+}
+
 TEST(Conflicts, AreJudgedByTheDefaultIfACustomValueIsChosen) {
   const std::string constraints =
       "*CustomDuplex True: \"pop\"\n*ParamCustomDuplex Gap/Gap: 1 int 0 10\n"

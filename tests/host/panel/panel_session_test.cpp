@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "adapters/linux/print_settings.hpp"
+#include "adapters/memory/panel_view.hpp"
 #include "tests/host/failure_matcher.hpp"
 #include "tests/host/panel/fake_bundle.hpp"
 
@@ -328,6 +329,29 @@ TEST_F(APanelSession, CorrectsTheValuesThatAreNotAllowedAndKeepsTheOthers) {
   session.save();
   EXPECT_EQ(stored("FakeTop"), "20");
   EXPECT_EQ(stored("FakePosition"), "Left");
+}
+
+TEST_F(APanelSession, KeepsWhatTheUserHasSetBesideTheValuesThatItCorrects) {
+  store("FakeTop", "35");
+  const test::TemporaryFolder folder;
+  PanelSession session(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule, settings,
+                       nullptr);
+  auto& view = dynamic_cast<platform::memory::PanelView&>(session.view());
+  session.willShow();
+  view.choose("Position", 1);
+  session.correct();
+  EXPECT_EQ(stored("FakeTop"), "20");
+  EXPECT_EQ(stored("FakePosition"), "Right");
+}
+
+TEST_F(APanelSession, KeepsWhatTheUserHasSetWhenItsDefaultsAreRemoved) {
+  const test::TemporaryFolder folder;
+  PanelSession session(openBundle(writeBundle(folder, "Fake.bundle"), quiet), kMemoryModule, settings,
+                       nullptr, {{"FakeTop", "9"}, {"FakePosition", "Right"}});
+  store("FakeTop", "12");
+  session.removeDefaults();
+  EXPECT_EQ(stored("FakeTop"), "12");
+  EXPECT_EQ(stored("FakePosition"), std::nullopt);
 }
 
 TEST_F(APanelSession, PrefersThePrintersDefaultsToThePanelsOwn) {

@@ -102,6 +102,16 @@ TEST(APluginWithoutAPanel, IsReportedWithThePropertyListsThatCannotBeRead) {
                                 ":2: not a valid XML property list"));
 }
 
+TEST(APluginWithABrokenTableOfTexts, IsUsedAndTheTableIsReported) {
+  const test::TemporaryFolder folder;
+  const auto path = writeBundle(folder, "Fake.bundle");
+  const auto table = folder.write("Fake.bundle/Contents/Resources/en.lproj/Localizable.strings", "Top = ");
+  std::vector<std::string> messages;
+  openBundle(path, [&](const std::string& message) { messages.push_back(message); });
+  EXPECT_THAT(messages, testing::ElementsAre("the panel's texts stay untranslated: " + table +
+                                             ":1: not a valid string table"));
+}
+
 TEST(AMissingBundle, IsReported) {
   EXPECT_THAT(pluginFailureOf("/nowhere/Fake.bundle").what(), HasSubstr("/nowhere/Fake.bundle"));
 }

@@ -9,6 +9,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include "host/whole_file.hpp"
 #include "tests/host/failure_matcher.hpp"
 #include "tests/support/temporary_folder.hpp"
 
@@ -123,6 +124,9 @@ TEST_F(Presets, AreReadableFilesThatAUserMayWrite) {
   }
 }
 )");
+  savePreset("Family", {"Größe", {{"note", "日本"}, {"byte", "\xE9"}}, {}});
+  EXPECT_THAT(contentsOf(own() / "tandem-trim/presets/Family/Größe.json"),
+              testing::AllOf(HasSubstr("\"note\": \"日本\""), HasSubstr("\"byte\": \"\uFFFD\"")));
   write(own(), "By hand.json", R"({"panel": {"MVTopMargin": "9"}})");
   EXPECT_EQ(findPreset("Family", "By hand", report), (Preset{"By hand", {{"MVTopMargin", "9"}}, {}}));
 }
@@ -167,6 +171,35 @@ TEST_F(Presets, AreRenamedWithoutReplacingOthersEvenOnANetworkFileSystem) {
     EXPECT_EQ(findPreset("Family", "Brochure", report).panel, kBooklet.panel);
     deletePreset("Family", "Brochure", report);
   }
+}
+
+TEST_F(Presets, MayHaveAMegabyteAndNoMore) {
+  const std::string begin = R"({"panel": {"note": ")";
+  const std::string end = R"("}})";
+  const std::size_t most = 1 << 20;
+  const std::string note(most - begin.size() - end.size(), 'x');
+  const auto file = write(own(), "Mine.json", begin + note + end);
+  EXPECT_EQ(findPreset("Family", "Mine", report).panel, (Options{{"note", note}}));
+  write(own(), "Mine.json", begin + note + end + "\n");
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(reported, ElementsAre(file + " cannot be read: it has more than 1048576 bytes"));
+  EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(Presets, MayHaveANameOfTwoHundredBytesAndNoLongerOne) {
+  const std::string longest(200, 'x');
+  savePreset("Family", {longest, {}, {}});
+  EXPECT_THAT(names(), ElementsAre(longest));
+  EXPECT_STREQ(failureOf([&] {
+                 savePreset("Family", {longest + 'x', {}, {}});
+               }).what(),
+               ("the name of a preset is too long: " + longest + "...").c_str());
+}
+
+TEST_F(Presets, AreFilesOfTheirNamesWhereAFileMayHaveThem) {
+  EXPECT_EQ(presetFile("Family", "a^b (1) & #2~.$'!").filename(), "a^b (1) & #2~.$'!.json");
+  EXPECT_EQ(presetFile("Family", "%/\\:*?\"<>|").filename(), "%25%2F%5C%3A%2A%3F%22%3C%3E%7C.json");
+  EXPECT_EQ(presetFile("Family", ".a.b").filename(), "%2Ea.b.json");
 }
 
 TEST_F(Presets, NeverContainOptionsOfOneJob) {
@@ -454,9 +487,22 @@ TEST_F(Presets, AreNotChosenIfThePrintersFileIsMalformed) {
               HasSubstr(file.string() + " cannot be written"));
 }
 
-TEST_F(Presets, ThatCannotBeWrittenAreReportedWithTheirFolder) {
+TEST_F(Presets, AreLockedForOthersWhileOneIsRenamed) {
+  savePreset("Family", kBooklet);
+  const auto folder = presetFile("Family", "x").parent_path();
+  beforeRenaming = [&] {
+    EXPECT_THAT(failureOf([&] { lockFile(folder, std::chrono::milliseconds(0)); }).what(),
+                HasSubstr("is locked by another program"));
+  };
+  renamePreset("Family", kBooklet.name, "Brochure", Taken::refuses, report);
+  EXPECT_NO_THROW(lockFile(folder, std::chrono::milliseconds(0)));
+}
+
+TEST_F(Presets, ThatCannotBeWrittenAreReportedWithTheirFolderAndTheReason) {
   std::ofstream(own()) << "no folder";
-  EXPECT_THAT(failureOf([&] { savePreset("Family", kBooklet); }).what(), HasSubstr(own().string()));
+  EXPECT_THAT(
+      failureOf([&] { savePreset("Family", kBooklet); }).what(),
+      HasSubstr(presetFile("Family", "x").parent_path().string() + " cannot be written: Not a directory"));
 }
 
 }  // namespace

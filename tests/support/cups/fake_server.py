@@ -88,7 +88,7 @@ class FakeServer(Serving):
     def __init__(self, ppd=b"", odd=None, logins=None):
         self._ppd, self._odd, self._logins = ppd, odd or {}, logins or {}
         self.tried = []  # the logins that clients sent, each once
-        self._job, self._documents = b"", 0
+        self.job, self._documents = b"", 0  # the attributes of the job that was asked for last, to the end of the message
         self.asked, self._open = [], []
         fake = self
 
@@ -138,6 +138,8 @@ class FakeServer(Serving):
             handler.wfile.write(UNAUTHORIZED)
             return
         self.asked.append(what)
+        if what == ipp.CREATE_JOB:
+            self.job = ipp.attributes_of(message, ipp.JOB_GROUP)
         handler.close_connection = what in self._odd
         try:
             for piece in self._odd[what]() if what in self._odd else [self._usual(what, message)]:
@@ -155,12 +157,10 @@ class FakeServer(Serving):
     def _usual(self, what, message):
         if what == PPD:
             return answer(self._ppd, "Content-Type: application/vnd.cups-ppd")
-        if what == ipp.CREATE_JOB:
-            self._job = ipp.attributes_of(message, ipp.JOB_GROUP)
         self._documents += what == ipp.SEND_DOCUMENT
         if what in (ipp.CREATE_JOB, ipp.SEND_DOCUMENT):
             return described(ipp.JOB_GROUP, JOB)
         if what == ipp.GET_JOB:
             documents = (ipp.INTEGER, "number-of-documents", self._documents)
-            return answer(ipp.beginning(0) + ipp.group(ipp.JOB_GROUP, [*JOB, documents]) + self._job)
+            return answer(ipp.beginning(0) + ipp.group(ipp.JOB_GROUP, [*JOB, documents]) + self.job)
         return described(ipp.PRINTER_GROUP, PRINTER)

@@ -1,5 +1,6 @@
 #include "host/cli/arguments/command_line_parser.hpp"
 
+#include <array>
 #include <cctype>
 #include <sstream>
 
@@ -73,7 +74,14 @@ TEST(ACommandLine, TurnsTheSwitchesOfLpIntoOptionsOfTheJob) {
       (Options{{"job-priority", "77"}, {"page-ranges", "1,3-5,16-"}, {"job-hold-until", "indefinite"}}));
   EXPECT_EQ(parse({"-q", "5", "-H", "immediate"}).options,
             (Options{{"job-priority", "100"}, {"job-hold-until", "no-hold"}}));
-  EXPECT_EQ(parse({"-H", "3:15"}).options, (Options{{"job-hold-until", "3:15"}}));
+  for (const char* time : {"3:15", "no-hold", "indefinite", "day-time", "evening", "night", "second-shift",
+                           "third-shift", "weekend"})
+    EXPECT_EQ(parse({"-H", time}).options, (Options{{"job-hold-until", time}}));
+  for (const auto& [option, keyword, smallest, largest] :
+       {std::array{"-n", "copies", "1", "9999"}, {"-q", "job-priority", "1", "100"}}) {
+    EXPECT_EQ(parse({option, smallest}).options, (Options{{keyword, smallest}}));
+    EXPECT_EQ(parse({option, largest}).options, (Options{{keyword, largest}}));
+  }
   EXPECT_EQ(parse({"-n", "2", "-o", "copies=5 landscape", "-P", "-4"}).options,
             (Options{{"copies", "5"}, {"landscape", "true"}, {"page-ranges", "1-4"}}));
   const auto letter = parse({"-m", "-U", "amy"}).options;
@@ -189,14 +197,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Arguments{"--reset-defaults", "-n", "2"}, Arguments{"--reset-defaults", "--set", "Top=1"},
                     Arguments{"-o", ""}, Arguments{"-o", "=5"}, Arguments{"-o", "a='b"}, Arguments{"-n", "0"},
                     Arguments{"-n", "two"}, Arguments{"-n", "1x"}, Arguments{"-n", "10000"}, Arguments{"-n"},
-                    Arguments{"--set"}, Arguments{"--set", "Top"}, Arguments{"--set", "=12"},
-                    Arguments{"--ppd"}, Arguments{"--plugin"}, Arguments{"-d"}, Arguments{"--summary=maybe"},
-                    Arguments{"--json=false"}, Arguments{"-P", "1-2-3"}, Arguments{"-P", "3-1"},
-                    Arguments{"-P", "0"}, Arguments{"-h", ""}, Arguments{"-h", "far:x"},
-                    Arguments{"-h", "far:"}, Arguments{"-h", ":631"}, Arguments{"-h", "far:0"},
-                    Arguments{"-h", "[::1]:65536"}, Arguments{"-d", ""}, Arguments{"-d", "/x"},
-                    Arguments{"-P", "-"}, Arguments{"-P", "1,,2"}, Arguments{"--dialog=maybe"},
-                    Arguments{"--no-dialog=maybe"}));
+                    Arguments{"-q", "0"}, Arguments{"-q", "101"}, Arguments{"-H", "noon"},
+                    Arguments{"-H", ""}, Arguments{"--set"}, Arguments{"--set", "Top"},
+                    Arguments{"--set", "=12"}, Arguments{"--ppd"}, Arguments{"--plugin"}, Arguments{"-d"},
+                    Arguments{"--summary=maybe"}, Arguments{"--json=false"}, Arguments{"-P", "1-2-3"},
+                    Arguments{"-P", "3-1"}, Arguments{"-P", "0"}, Arguments{"-h", ""},
+                    Arguments{"-h", "far:x"}, Arguments{"-h", "far:"}, Arguments{"-h", ":631"},
+                    Arguments{"-h", "far:0"}, Arguments{"-h", "[::1]:65536"}, Arguments{"-d", ""},
+                    Arguments{"-d", "/x"}, Arguments{"-P", "-"}, Arguments{"-P", "1,,2"},
+                    Arguments{"--dialog=maybe"}, Arguments{"--no-dialog=maybe"}));
 
 TEST(Pages, MayBeAsManyAsAUserLikes) {
   std::string pages = "1";
@@ -205,8 +214,8 @@ TEST(Pages, MayBeAsManyAsAUserLikes) {
 }
 
 TEST(AServer, MayBeNamedInEveryFormThatLibcupsReads) {
-  for (const char* server : {"far", "far:631", "far:631/version=1.1", "[::1]", "[::1]:8631", "fe80::a", "::1",
-                             "/run/cups/cups.sock"})
+  for (const char* server : {"far", "far:631", "far:1", "far:65535", "far:631/version=1.1", "[::1]",
+                             "[::1]:8631", "fe80::a", "::1", "/run/cups/cups.sock"})
     EXPECT_EQ(parse({"-h", server}).server, server);
 }
 
@@ -220,6 +229,22 @@ TEST(AMistake, IsReportedBrieflyHoweverLongItsTextIs) {
     EXPECT_LT(std::string(failure.what()).size(), 700U) << option;
   }
   EXPECT_LT(std::string(failureOf([&] { parse({"-o", "a='" + text}); }).what()).size(), 500U);
+}
+
+TEST(AMistake, IsReportedWithTheOptionItsTextAndWhatToWrite) {
+  const auto mistakeIn = [](const std::string& option, const std::string& text) {
+    return std::string(failureOf([&] { parse({option, text}); }).what());
+  };
+  const std::string seeHelp = "; tandem-trim --help lists the options";
+  EXPECT_EQ(mistakeIn("-n", "two"), "-n \"two\": this is no number from 1 to 9999" + seeHelp);
+  EXPECT_EQ(mistakeIn("-q", "0"), "-q \"0\": this is no number from 1 to 100" + seeHelp);
+  EXPECT_EQ(mistakeIn("-H", "noon"),
+            "-H \"noon\": this is no time in hours and minutes (UTC), hold or immediate" + seeHelp);
+  EXPECT_EQ(mistakeIn("-h", ":631"), "-h \":631\": no server is named; write host or host:port");
+  EXPECT_EQ(mistakeIn("-h", "far:0"),
+            "-h \"far:0\": the port is not a number from 1 to 65535; write host or host:port");
+  EXPECT_EQ(mistakeIn("-P", "x"),
+            "-P \"x\": \"x\" is not a page or a range of pages; write pages as 1,3-5,16-, counted from 1");
 }
 
 TEST(AListOfPages, IsRefusedWithThePartAtFault) {
