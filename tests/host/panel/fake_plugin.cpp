@@ -212,6 +212,7 @@ class FakePanel : public PrintPanel {
     return false;
   }
   bool restoreValuesAndReturnError(std::string* error) override {
+    behaviour_.run("restoreValuesAndReturnError");
     if (!behaviour_.is("restoreValuesAndReturnError", "false")) return true;
     *error = "the fake has forgotten them";
     return false;

@@ -72,23 +72,32 @@ INSTANTIATE_TEST_SUITE_P(
                            "the disk of the fake is full"}),
     [](const auto& tested) { return tested.param.name; });
 
-class ARaisingPlugin : public testing::TestWithParam<std::string> {};
+struct Raising {
+  // The call that raises an exception, and what messages call it.
+  std::string call;
+  std::string operation = call;
+};
+
+class ARaisingPlugin : public testing::TestWithParam<Raising> {};
 
 TEST_P(ARaisingPlugin, IsReportedWithWhatItRaised) {
   const test::TemporaryFolder folder;
-  const auto failure =
-      pluginFailureOf(writeBundle(folder, "Standard.bundle", {"FakePrincipal", GetParam() + " raises"}));
-  EXPECT_THAT(failure.what(), HasSubstr("broken on purpose"));
-  const auto other =
-      pluginFailureOf(writeBundle(folder, "Other.bundle", {"FakePrincipal", GetParam() + " raises-int"}));
-  EXPECT_THAT(other.what(), HasSubstr("without giving a reason"));
+  const auto& [call, operation] = GetParam();
+  const auto standard = writeBundle(folder, "Standard.bundle", {"FakePrincipal", call + " raises"});
+  EXPECT_EQ(pluginFailureOf(standard).what(),
+            "the plug-in " + standard + " failed in " + operation + ": broken on purpose");
+  const auto other = writeBundle(folder, "Other.bundle", {"FakePrincipal", call + " raises-int"});
+  EXPECT_EQ(pluginFailureOf(other).what(),
+            "the plug-in " + other + " failed in " + operation + " without giving a reason");
 }
 
 INSTANTIATE_TEST_SUITE_P(Plugins, ARaisingPlugin,
-                         testing::Values("initWithBundle", "PDEPanelsForType", "supportedPPDOptionKeys",
-                                         "panelView", "settings", "willShow", "type",
-                                         "saveValuesAndReturnError", "summaryInfo"),
-                         [](const auto& tested) { return tested.param; });
+                         testing::Values(Raising{"initWithBundle"}, Raising{"PDEPanelsForType"},
+                                         Raising{"panelName"}, Raising{"supportedPPDOptionKeys"},
+                                         Raising{"panelView"}, Raising{"settings"}, Raising{"willShow"},
+                                         Raising{"restoreValuesAndReturnError"}, Raising{"type", "the input"},
+                                         Raising{"saveValuesAndReturnError"}, Raising{"summaryInfo"}),
+                         [](const auto& tested) { return tested.param.call; });
 
 TEST(APluginWithoutAPanel, IsReportedWithThePropertyListsThatCannotBeRead) {
   const test::TemporaryFolder folder;
