@@ -1,5 +1,7 @@
 #pragma once
 
+#include <regex>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -11,8 +13,15 @@ namespace tandemtrim::test {
 
 /// The fact as a dialog shows it in English. Fails the test if a placeholder is left without words.
 inline std::string inADialog(const host::Fact& fact) {
-  auto words = fact.in([](std::string_view english) { return std::string(english); });
-  EXPECT_THAT(words, testing::Not(testing::ContainsRegex("[[][a-z]+[]]")));
+  static const std::regex placeholder("\\[[a-z]+\\]");
+  std::set<std::string> placeholders;
+  auto words = fact.in([&](std::string_view english) {
+    std::string text(english);
+    for (std::sregex_iterator found(text.begin(), text.end(), placeholder), end; found != end; ++found)
+      placeholders.insert(found->str());
+    return text;
+  });
+  for (const auto& each : placeholders) EXPECT_THAT(words, testing::Not(testing::HasSubstr(each)));
   return words;
 }
 

@@ -173,11 +173,12 @@ class MessagesTest(TerminalCase):
 
     def test_a_missing_printer_is_reported_with_what_the_server_says_of_its_printers(self):
         missing = 'tandem-trim: there is no printer "Morva"; '
+        unknown = fake_server.answer(ipp.beginning(ipp.NOT_FOUND) + bytes([ipp.END]), "Connection: close")
         for status, remedy, listed in (
             (ipp.NOT_FOUND, "the server has no printer; add one by lpadmin\n", (0, "the server has no printer; add one by lpadmin")),
             (ipp.INTERNAL_ERROR, "choose one by -d that lpstat -e lists\n", (1, "{} has an internal error; its error log has the reason")),
         ):
-            odd = {ipp.GET_PRINTER: lambda: [by_ipp(ipp.NOT_FOUND)], ipp.GET_PRINTERS: lambda status=status: [by_ipp(status)]}
+            odd = {ipp.GET_PRINTER: lambda: [unknown], ipp.GET_PRINTERS: lambda status=status: [by_ipp(status)]}
             with self.subTest(status), FakeServer(PPD.read_bytes(), odd) as server:
                 result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address)
                 self.assertEqual((result.returncode, result.stdout, result.stderr), (1, "", missing + remedy))
