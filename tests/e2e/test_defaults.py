@@ -61,7 +61,7 @@ class DefaultsTest(TerminalCase):
 
     def test_saved_settings_apply_to_every_program(self):
         result = self.saves("-o", option_text("x-note", NOTE), *each("--set", ACTS_THAT_CHANGE))
-        self.assertEqual(result.stderr, "tandem-trim: kept as your defaults for Morva: 8 options\n")
+        self.assertEqual(result.stderr, "tandem-trim: saved as your defaults for Morva: 8 options\n")
         self.run_program("lp", "-d", "Morva", SAMPLE)
         self.cups.wait_for_jobs()
         (record,) = self.cups.records()
@@ -129,7 +129,7 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
         self.assertEqual(self.saved_for("Dest Morva/draft"), {"MVTopMargin": "2"})
         self.assertIn("you have no saved defaults for Morva", self.resets("-d", "Morva").stderr)
-        said = "tandem-trim: your defaults for Morva/draft are removed: 1 option\n"
+        said = "tandem-trim: your defaults for Morva/draft were removed: 1 option\n"
         self.assertEqual(self.resets("-d", "Morva/draft").stderr, said)
         self.assertEqual(self.saved(), "")
         self.assertEqual(self.resets("-d", "Morva/draft").stderr, "tandem-trim: you have no saved defaults for Morva/draft\n")
@@ -167,14 +167,14 @@ class DefaultsTest(TerminalCase):
         for value in ("a#b", "one\ntwo", ""):
             with self.subTest(value):
                 arguments = ["-d", "Morva", "--save-as-default", "-o", option_text("x-note", value), SAMPLE]
-                self.refuses(*arguments, words=["CUPS cannot keep the value of x-note as a default", "give another by -o x-note=..."])
+                self.refuses(*arguments, words=["CUPS cannot save the value of x-note as a default", "give another with -o x-note=..."])
                 self.assertEqual(self.saved(), "")
 
     def test_a_setting_that_is_too_long_to_be_saved_is_named_and_nothing_is_saved(self):
         self.saves("-o", "x-note=before")
         before = self.saved()
         long = " ".join(f"x-{name}={name * length}" for name, length in (("a", 100), ("b", 8000), ("c", 200)))
-        self.refuses("-d", "Morva", "--save-as-default", "-o", long, words=["CUPS cannot keep the value of x-b as a default"])
+        self.refuses("-d", "Morva", "--save-as-default", "-o", long, words=["CUPS cannot save the value of x-b as a default"])
         self.assertEqual(self.saved(), before)
 
     def test_saved_keywords_count_in_any_letter_case(self):
@@ -185,7 +185,7 @@ class DefaultsTest(TerminalCase):
 
     def test_an_instance_of_a_printer_has_its_own_saved_settings(self):
         result = self.trim("-d", "Morva/draft", "--save-as-default", "-o", "MVTandemTrim=On MVTopMargin=2")
-        self.assertEqual((result.returncode, result.stderr), (0, "tandem-trim: kept as your defaults for Morva/draft: 7 options\n"))
+        self.assertEqual((result.returncode, result.stderr), (0, "tandem-trim: saved as your defaults for Morva/draft: 7 options\n"))
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
         _, (record,) = self.prints("-d", "Morva/draft", SAMPLE)
         self.assertEqual(record.options[MARGINS["Top"]], "2")

@@ -154,7 +154,7 @@ class MessagesTest(TerminalCase):
                 result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
             said = (
                 f"tandem-trim: Morva did not answer the request for a job; nothing was printed: the print server at {server.address} broke the "
-                "connection; an empty job may wait there (see lpstat -o Morva)\n"
+                "connection; an empty job may be left there (see lpstat -o Morva)\n"
             )
             self.assertEqual((result.returncode, result.stdout, result.stderr), (1, "", said))
 
@@ -175,8 +175,8 @@ class MessagesTest(TerminalCase):
         missing = 'tandem-trim: there is no printer "Morva"; '
         unknown = fake_server.answer(ipp.beginning(ipp.NOT_FOUND) + bytes([ipp.END]), "Connection: close")
         for status, remedy, listed in (
-            (ipp.NOT_FOUND, "the server has no printer; add one by lpadmin\n", (0, "the server has no printer; add one by lpadmin")),
-            (ipp.INTERNAL_ERROR, "choose one by -d that lpstat -e lists\n", (1, "{} has an internal error; its error log has the reason")),
+            (ipp.NOT_FOUND, "the server has no printer; add one with lpadmin\n", (0, "the server has no printer; add one with lpadmin")),
+            (ipp.INTERNAL_ERROR, "choose one that lpstat -e lists, with -d\n", (1, "{} has an internal error; the server's error log has the reason")),
         ):
             odd = {ipp.GET_PRINTER: lambda: [unknown], ipp.GET_PRINTERS: lambda status=status: [by_ipp(status)]}
             with self.subTest(status), FakeServer(PPD.read_bytes(), odd) as server:

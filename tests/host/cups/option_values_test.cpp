@@ -77,16 +77,17 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(AWrongValue, IsRefusedWithWhatTheOptionTakes) {
   const std::vector<std::pair<Option, std::string>> expected{
       {{"job-priority", "200"}, "a number from 1 to 100"},
-      {{"copies", "0"}, "a number from 1 on"},
+      {{"copies", "0"}, "a number from 1 up"},
       {{"scaling", "abc"}, "a number"},
       {{"finishings", "glue-all"}, "one of the keywords or numbers that IPP has for it"},
       {{"landscape", "perhaps"}, "true or false"},
-      {{"page-ranges", "one"}, "a range of numbers, as 2-4"},
-      {{"printer-resolution", "banana"}, "a resolution, as 600dpi"}};
+      {{"page-ranges", "one"}, "a range of numbers, such as 2-4"},
+      {{"printer-resolution", "banana"}, "a resolution, such as 600dpi"}};
   for (const auto& [option, words] : expected) {
     const auto failure = failureOf([&wrong = option] { encodable({wrong}); });
     EXPECT_EQ(failure.what(), option.keyword + " is \"" + option.value + "\", but must be " + words +
-                                  "; nothing was sent. Give another value by -o " + option.keyword + "=...");
+                                  "; nothing was sent. Give another value with -o " + option.keyword +
+                                  "=...");
     EXPECT_EQ(test::inADialog(failure.fact()),
               "the value of " + option.keyword + " cannot be sent: " + option.value);
   }

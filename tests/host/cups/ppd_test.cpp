@@ -99,7 +99,7 @@ TEST_F(APpd, ThatIsPackedAndCutShortIsRefused) {
   std::filesystem::resize_file(path, std::filesystem::file_size(path) - 4);
   const auto failure = failureOf([&] { openPpd(path, "it"); });
   EXPECT_STREQ(failure.what(),
-               "the PPD file it is damaged: unexpected end of file; correct it or name another by --ppd");
+               "the PPD file it is damaged: unexpected end of file; correct it or name another with --ppd");
   EXPECT_EQ(test::inADialog(failure.fact()),
             "the printer's PPD file cannot be used (unexpected end of file)");
   EXPECT_EQ(failure.trouble(), Trouble::details);

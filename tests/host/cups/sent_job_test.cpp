@@ -50,7 +50,7 @@ TEST(AJob, ThatHasEndedWithoutBeingPrintedIsNotConfirmed) {
 TEST(AJob, ThatIsIncompleteIsNotConfirmedEvenIfItsOptionsAre) {
   for (const auto& lost : {std::vector<LostOption>{}, {{"a", "1", std::nullopt}}})
     EXPECT_EQ(jobText(jobInState(IPP_JSTATE_HELD, "job-incoming", "0 of 1 documents", lost)),
-              "job 17 on Morva is incomplete: the print server at desk:631 holds 0 of 1 documents of it; "
+              "job 17 on Morva is incomplete: the print server at desk:631 has 0 of 1 documents of it; "
               "print it again");
 }
 

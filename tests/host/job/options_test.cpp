@@ -90,16 +90,16 @@ TEST(AShellWord, EscapesCharactersThatControlATerminal) {
 
 TEST(AValueThatCupsWouldLose, IsRefusedByItsKeywordWithTheReason) {
   const std::vector<std::pair<std::string, std::string>> reasons{
-      {"{a=1}", "begins with a brace, which CUPS takes for a collection of options"},
-      {"one\rtwo", "holds a carriage return, at which CUPS cuts the value"},
-      {std::string(32768, 'x'), "is 32768 bytes long, and CUPS carries 32767 at most"}};
+      {"{a=1}", "begins with a brace, so CUPS would read it as a collection of options"},
+      {"one\rtwo", "contains a carriage return, where CUPS would cut it off"},
+      {std::string(32768, 'x'), "is 32768 bytes long, and CUPS accepts 32767 at most"}};
   for (const auto& [value, reason] : reasons) {
     const auto failure = failureOf([&, &text = value] {
       refuseLossyValues({{"fine", "1"}, {"note", text}});
     });
     EXPECT_EQ(failure.exitStatus(), kFailed);
     EXPECT_EQ(failure.what(),
-              "the value of note " + reason + "; nothing was sent. Give another value by -o note=...");
+              "the value of note " + reason + "; nothing was sent. Give another value with -o note=...");
   }
 }
 
@@ -110,17 +110,17 @@ TEST(AValueThatCupsCarries, IsNotRefused) {
 
 TEST(ATitle, ThatCupsWouldLoseIsRefused) {
   const std::vector<std::pair<std::string, std::string>> faults{
-      {"one\ntwo", "holds a control character"},
-      {"unit\x1F", "holds a control character"},
-      {"delete\x7F", "holds a control character"},
+      {"one\ntwo", "contains a control character"},
+      {"unit\x1F", "contains a control character"},
+      {"delete\x7F", "contains a control character"},
       {std::string(256, 'x'), "is longer than 255 bytes"}};
   for (const auto& [title, fault] : faults) {
     const auto failure = failureOf([&text = title] { refuseLossyTitle(text); });
     EXPECT_EQ(failure.what(),
               "the title " + fault +
-                  ", and CUPS would print \"Untitled\" instead; nothing was sent. Give another by -t");
+                  ", and CUPS would print \"Untitled\" instead; nothing was sent. Give another with -t");
     EXPECT_EQ(test::inADialog(failure.fact()),
-              "the job's title holds a control character, or is longer than 255 bytes");
+              "the job's title contains a control character, or is longer than 255 bytes");
   }
   for (const std::string& title : {std::string("~ \xC3\xA9"), std::string(255, 'x')})
     EXPECT_NO_THROW(refuseLossyTitle(title)) << title;

@@ -84,9 +84,10 @@ TEST_F(SettledSettings, ComeFromTheOnlyPanelIfThePrinterHasNoPpd) {
   EXPECT_TRUE(settle(nullptr, {}).panel);
   writeBundle(folder, "Other.bundle");
   EXPECT_FALSE(settle(nullptr, {}).panel);
-  EXPECT_EQ(messages.back(),
-            "Morva has no panel, since it has no PPD to name one, and not exactly one panel is installed "
-            "(--plugin names one)");
+  EXPECT_EQ(
+      messages.back(),
+      "Morva has no panel, since it has no PPD that names one, and no panel or more than one is installed "
+      "(choose one with --plugin)");
 }
 
 TEST_F(SettledSettings, NeedNoPluginIfThePrinterHasNoPanel) {

@@ -143,8 +143,8 @@ TEST_P(AGreyedControl, RefusesInputAndSaysHowToTurnThePanelOn) {
   const auto& [name, text] = GetParam();
   EXPECT_EQ(failure.what(),
             (text ? "--set " + name + "=" + *text : "--restore-defaults") +
-                ": Valid is off, so this control is greyed; nothing was sent. Turn it on first "
-                "by --set Valid=On");
+                ": Valid is off, so this control is disabled; nothing was sent. Turn it on first "
+                "with --set Valid=On");
 }
 
 INSTANTIATE_TEST_SUITE_P(Inputs, AGreyedControl,
@@ -154,7 +154,7 @@ INSTANTIATE_TEST_SUITE_P(Inputs, AGreyedControl,
 TEST_F(APanelSession, NamesAGreyedControlIfThePanelHasNoSwitch) {
   store("FakeOn", "Off");
   const auto failure = failureOf([&] { play({{"Top", "1"}}, false, "settings margin-alone"); });
-  EXPECT_THAT(failure.what(), testing::StrEq("--set Top=1: this control is greyed now; nothing was sent"));
+  EXPECT_THAT(failure.what(), testing::StrEq("--set Top=1: this control is disabled now; nothing was sent"));
 }
 
 TEST_F(APanelSession, NamesASwitchThatIsGreyedItself) {
@@ -247,8 +247,8 @@ TEST_P(AnIllegalStoredValue, IsRefusedWithValueLimitAndRemedy) {
   const auto failure = failureOf([&] { play({}); });
   EXPECT_EQ(failure.exitStatus(), kFailed);
   EXPECT_EQ(failure.what(), keyword + "=" + value + " is not allowed here (allowed: " + allowed +
-                                "); nothing was sent. Change it by " + remedy +
-                                ", or send it unchanged by --force");
+                                "); nothing was sent. Change it with " + remedy +
+                                ", or send it unchanged with --force");
 }
 
 TEST_P(AnIllegalStoredValue, IsSentUnchangedWhenForced) {
@@ -283,8 +283,8 @@ TEST_F(APanelSession, SuggestsNoControlThatIsGreyed) {
   store("FakeTop", "25");
   EXPECT_STREQ(
       failureOf([&] { play({}); }).what(),
-      "FakeTop=25 is not allowed here (allowed: 0 to 20); nothing was sent. Change it by -o FakeTop=20, "
-      "or send it unchanged by --force");
+      "FakeTop=25 is not allowed here (allowed: 0 to 20); nothing was sent. Change it with -o FakeTop=20, "
+      "or send it unchanged with --force");
 }
 
 TEST_F(APanelSession, JudgesASettingThatTheUserSetByItsNewValue) {

@@ -236,10 +236,10 @@ TEST(AMistake, IsReportedWithTheOptionItsTextAndWhatToWrite) {
     return std::string(failureOf([&] { parse({option, text}); }).what());
   };
   const std::string seeHelp = "; tandem-trim --help lists the options";
-  EXPECT_EQ(mistakeIn("-n", "two"), "-n \"two\": this is no number from 1 to 9999" + seeHelp);
-  EXPECT_EQ(mistakeIn("-q", "0"), "-q \"0\": this is no number from 1 to 100" + seeHelp);
+  EXPECT_EQ(mistakeIn("-n", "two"), "-n \"two\": this is not a number from 1 to 9999" + seeHelp);
+  EXPECT_EQ(mistakeIn("-q", "0"), "-q \"0\": this is not a number from 1 to 100" + seeHelp);
   EXPECT_EQ(mistakeIn("-H", "noon"),
-            "-H \"noon\": this is no time in hours and minutes (UTC), hold or immediate" + seeHelp);
+            "-H \"noon\": this is not a time in hours and minutes (UTC), hold or immediate" + seeHelp);
   EXPECT_EQ(mistakeIn("-h", ":631"), "-h \":631\": no server is named; write host or host:port");
   EXPECT_EQ(mistakeIn("-h", "far:0"),
             "-h \"far:0\": the port is not a number from 1 to 65535; write host or host:port");
