@@ -32,7 +32,7 @@ bool writeAll(const FileDescriptor& file, std::string_view text) {
   return fsync(file.get()) == 0;
 }
 
-// Not where both are right already: a file system without owners refuses any change.
+// Changes nothing if both are right already, since a file system without owners refuses any change.
 bool giveTo(const FileDescriptor& file, uid_t owner, gid_t group) {
   struct stat status {};
   if (fstat(file.get(), &status) != 0) return false;

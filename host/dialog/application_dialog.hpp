@@ -38,7 +38,7 @@ struct DialogRequest {
   bool hasSelection = false;
   /// The printer to start with, if there is one of this name.
   std::optional<std::string> printer;
-  /// Copies, pages, order, paper and orientation, as a job's options.
+  /// Copies, pages, order, pages per side, paper and orientation, as a job's options.
   Options options;
   /// In percent.
   std::optional<double> scale;

@@ -49,8 +49,8 @@ class Dialog : public sigc::trackable {
 
   /// Shows the dialog, which then runs on the main loop.
   void show();
-  /// Shows the dialog until the user prints or cancels. Failure when a cancelled job may still be printed,
-  /// and when a signal ends the dialog.
+  /// Shows the dialog until the user prints or cancels. Failure when a signal ends the dialog, and when a job
+  /// that the user cancels has failed for another reason, or may still be printed.
   Printed run();
 
   /// The user's choice, for the program that lays the document out.

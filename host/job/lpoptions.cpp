@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\v\f\r\n";
 constexpr std::string_view kLineEnds = "\r\n";
-// libcups truncates longer lines.
+// libcups splits longer lines.
 constexpr std::size_t kLongestLine = 8191;
 
 // A destination's line: "Dest Morva/draft keyword=value ...", or Default instead of Dest.

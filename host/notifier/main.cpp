@@ -16,7 +16,7 @@ namespace {
 
 using namespace tandemtrim::host;
 
-// How long, apart from the watch, the session bus, the desktop and the print server may take to answer.
+// How long the session bus, the desktop and the print server may take to answer, in addition to the watch.
 constexpr unsigned kSecondsForAnswers = 45;
 
 // Ends the program even if something does not answer.

@@ -30,8 +30,8 @@ std::string leftOutText(const std::string& printer, const Option& option);
 /// Completes the options that the job starts with by those of the printer's panel. A printer without a panel
 /// gets no panel's options. Messages call the printer `printer`; `ppd` is null when its queue has none.
 /// `ofQueue` are the queue's defaults, used for the panel's keywords that the options lack. Failure when the
-/// panel cannot be opened, unless the command line has --without-panel, and when its inputs cannot be
-/// entered.
+/// panel cannot be opened, unless the command line has --without-panel, and when inputs cannot be entered or
+/// values are not allowed; see playPanel().
 JobSettings settleSettings(const CommandLine& line, const std::string& printer, ppd_file_t* ppd,
                            const Options& ofQueue, const Options& starting, const Report& report);
 

@@ -103,7 +103,7 @@ class PanelSession {
   StoredValues unedited_;
 };
 
-/// The outcome of a panel that has been closed.
+/// The outcome of a panel, as saved last.
 struct PanelResult {
   /// In display order.
   std::vector<SummaryRow> summary;

@@ -72,14 +72,14 @@ void setPresetOfPrinter(const std::string& family, const std::string& printersKe
                         const std::optional<std::string>& name);
 
 /// Deletes the user's preset. On printers where the dialog starts with it, it then starts without one.
-/// Failure when no preset has this name, and for the administrator's.
+/// Failure when no preset has this name, when it is the administrator's, and when a file cannot be changed.
 void deletePreset(const std::string& family, const std::string& name, const Report& report);
 
 /// How to treat a preset that the user already has under the new name.
 enum class Taken { refuses, isReplaced };
 
 /// Renames the user's preset, also where the dialog starts with it on a printer. Failure as for
-/// deletePreset(), and when the new name exists and `taken` refuses that.
+/// deletePreset(), for a name that no preset can have, and when the new name exists and `taken` refuses that.
 void renamePreset(const std::string& family, const std::string& name, const std::string& newName, Taken taken,
                   const Report& report);
 

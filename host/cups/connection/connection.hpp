@@ -25,8 +25,8 @@ inline constexpr auto kUselessAnswer = "the print server at [server] sent an ans
 /// A connection to a print server on which no request waits forever.
 class Connection {
  public:
-  /// Connects to `server` ("host" or "host:port"), or to libcups's default server. Failure when it does not
-  /// answer within timeoutFrom() of the environment variable.
+  /// Connects to `server` ("host", "host:port" or a socket's path), or to libcups's default server. Failure
+  /// when it does not answer within timeoutFrom() of the environment variable.
   explicit Connection(const std::optional<std::string>& server);
 
   [[nodiscard]] http_t* get() const noexcept { return http_.get(); }

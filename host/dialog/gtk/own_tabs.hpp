@@ -24,7 +24,8 @@ class OwnTabs {
   void addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options);
   /// Failure for page ranges that cannot be understood.
   void refuseWrongPages();
-  /// Overwrites `options` with all that the tabs show, including the paper.
+  /// Like addOptions(), but adds the paper even if it is the printer's default. Failure as for
+  /// addTabOptions().
   void addAllOptions(ppd_file_t* ppd, Options& options);
   /// Shows these options, as if the user had chosen them. Returns those that the tabs show with another
   /// value, since the printer has no such choice.

@@ -4,7 +4,7 @@
 
 namespace tandemtrim::host {
 
-/// Shows this page setup in the dialog, once its printer is selected.
+/// Shows this page setup in the dialog. To be called once the printer is selected.
 void showPageSetup(Gtk::PrintUnixDialog& dialog, const Gtk::PageSetup& setup);
 
 /// Enables or disables the menus of papers and of orientations.

@@ -20,8 +20,8 @@
 namespace tandemtrim::host {
 
 /// The dialog's page for the panel: the panel's view, or a line of text before there is one; above it the
-/// presets and the document's page, below it a warning about values that the printer does not allow and about
-/// conflicts, and the host's own controls.
+/// presets and the number of the document's page, below it a warning about values that the printer does not
+/// allow and about conflicts, and the host's own controls.
 class PanelPage : public Gtk::Box {
  public:
   /// `turn` turns to the document's next page, or back for a negative number; `note` returns the view's note

@@ -32,10 +32,12 @@ class PresetRow : public Gtk::Box {
   struct Events {
     std::function<void(const std::string&)> onChoose;
     std::function<void()> onSave;
+    /// Reverts the settings to those of the chosen preset.
     std::function<void()> onBack;
     std::function<void()> onSaveAs;
     std::function<void()> onRename;
     std::function<void()> onDelete;
+    /// Sets whether the dialog starts with the chosen preset on this printer.
     std::function<void(bool)> onPrinters;
     /// Returns the contents to show when the menu opens.
     std::function<PresetList()> list;

@@ -117,8 +117,8 @@ PresetRow::Events PrinterPresets::events() {
           [this] { return list(); }};
 }
 
-// The administrator's files are left out: only the administrator can correct them, and the terminal program
-// reports them.
+// The message leaves out the administrator's faulty files: only the administrator can correct them, and the
+// terminal program reports them.
 PresetList PrinterPresets::list() {
   const auto [presets, faults] = presetsOf(family_);
   std::vector<Fact> facts;

@@ -90,7 +90,7 @@ class PrinterPresets {
   [[nodiscard]] bool isChosenOf(const Chosen& chosen, const std::string& name) const {
     return chosen.family == family_ && chosen.preset.name == name;
   }
-  // Returns false, and changes nothing, if the name is taken and `Taken` refuses that.
+  // Returns false or throws a Failure, and changes nothing, if the name is taken and `Taken` refuses that.
   using Replacement = std::function<bool(Taken)>;
   void replaceIfTaken(const std::string& name, const Replacement& act);
   void askToReplace(const char* question, const std::string& name, const Replacement& act);
