@@ -27,7 +27,7 @@ enum class DialogState {
 struct Live {
   /// Whether Print can be pressed, unless GTK forbids it for the printer.
   bool print;
-  /// Whether the user can change anything.
+  /// Whether the dialog's controls are enabled.
   bool content;
   /// Whether the dialog follows the printer that is selected in GTK's list.
   bool followsPrinter;

@@ -49,7 +49,7 @@ constexpr const char* kPrintInterface = R"(
   </interface>
 </node>)";
 constexpr std::chrono::seconds kIdleTime{10};
-// Each session has a dialog: open, or hidden until its token is used.
+// Each session has a dialog, which may be hidden, or gets one once its document is copied.
 constexpr std::size_t kMostSessions = 16;
 
 using Variant = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
