@@ -99,7 +99,7 @@ class ConfirmationTest(TerminalCase):
         for files in ([self.document], [self.document, SAMPLE]):
             self.cuts(6, files, look)
 
-    def test_a_job_whose_connection_breaks_after_the_document_is_confirmed_if_the_server_has_all_of_it(self):
+    def test_a_job_whose_connection_breaks_inside_an_answer_is_confirmed_only_if_the_server_has_all_of_it(self):
         confirmed = []
 
         def look(result, records):

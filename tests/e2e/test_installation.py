@@ -135,7 +135,7 @@ class InstallationTest(TerminalCase):
         words = ["the print dialog cannot be shown", *reasons, "nothing was sent", "--no-dialog"]
         self.refuses("-d", "Morva", "--dialog", SAMPLE, program=prefix / "bin/tandem-trim", words=words)
 
-    def test_without_the_dialog_a_job_is_printed_with_a_note_even_if_there_is_a_screen(self):
+    def test_without_the_dialog_a_job_is_printed_with_a_note_if_the_environment_names_a_screen(self):
         program = self.installed("--component", "terminal") / "bin/tandem-trim"
         result, (record,) = self.prints("-d", "Morva", SAMPLE, program=program, DISPLAY=":none")
         self.assertEqual(record.size, pathlib.Path(SAMPLE).stat().st_size)

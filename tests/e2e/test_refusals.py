@@ -144,7 +144,7 @@ class RefusalsTest(TerminalCase):
                 bundle = self.broken_bundle(SETTINGS, lambda path, content=content: path.write_bytes(content))
                 self.refuses("--plugin", bundle, "-d", "Morva", SAMPLE, words=[f"{bundle / SETTINGS}{reason}"])
 
-    def test_settings_that_the_panel_does_not_read_are_ignored(self):
+    def test_unread_settings_a_long_file_and_utf_16_make_no_difference(self):
         unread = "<dict>" + "<key>Unread</key><dict>" * 100 + "</dict>" * 100
         odd = {
             "a deep one": replace("<dict>", unread),

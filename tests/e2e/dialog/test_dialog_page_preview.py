@@ -288,6 +288,7 @@ class PagePreviewTest(DialogCase):
         dialog = self.shown(pages.pdf([bar(0, 0, 100, 150)], size=(100, 150)), side="Left", margin=15)
         across, down = self.see_red(dialog)
         self.assertAlmostEqual(across, 0.5, delta=0.03)
+        # The picture has space for an arrow above the paper.
         self.assertAlmostEqual(down, 0.54, delta=0.03)
         self.assertFalse(any(NOTE in label for label in dialog.labels()))
 

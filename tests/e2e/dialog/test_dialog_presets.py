@@ -56,18 +56,18 @@ class DialogPresetsCase(DialogCase):
     def saved(self, name):
         return json.loads((self.folder / f"{name}.json").read_text())
 
-    def live(self):
-        return self.live_panel_of(self.dialog("-d", "Morva", **self.around))
+    def shown(self):
+        return self.panel_of(self.dialog("-d", "Morva", **self.around))
 
-    def live_with_preset(self):
+    def shown_with_preset(self):
         """Shows the dialog and chooses a saved preset."""
         self.save(NAME, *ACTS)
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, NAME)
         self.wait_for(dialog, NAME)
         return dialog
 
-    def live_panel_of(self, dialog):
+    def panel_of(self, dialog):
         dialog.page("Tandem Trim")
         dialog.find("check box", "Use Tandem Trim")
         return dialog
@@ -112,7 +112,7 @@ class DialogPresetsTest(DialogPresetsCase):
     def test_a_chosen_preset_is_shown_and_printed(self):
         self.save(NAME, *ACTS)
         self.save("Other", "--set", "Valid=On")
-        dialog = self.live()
+        dialog = self.shown()
         self.assertEqual(self.chosen(dialog), "None")
         self.pick(dialog, NAME)
         self.wait_for(dialog, NAME)
@@ -125,7 +125,7 @@ class DialogPresetsTest(DialogPresetsCase):
         self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
 
     def test_a_change_is_shown_and_can_be_saved_or_undone(self):
-        dialog = self.live_with_preset()
+        dialog = self.shown_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
         self.pick(dialog, "Revert to Preset")
@@ -140,7 +140,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_settings_are_saved_under_a_name(self):
-        dialog = self.live()
+        dialog = self.shown()
         dialog.check("Use Tandem Trim")
         dialog.type("Top Margin", "12")
         self.pick(dialog, "Save As…")
@@ -152,7 +152,7 @@ class DialogPresetsTest(DialogPresetsCase):
 
     def test_a_default_that_the_printer_does_not_allow_is_not_saved(self):
         self.run_command("lpadmin", "-p", "Morva", "-o", "MVTopMargin-default=28")
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, "Save As…")
         self.name(dialog, "Plain")
         self.wait_for(dialog, "Plain")
@@ -162,7 +162,7 @@ class DialogPresetsTest(DialogPresetsCase):
 
     def test_the_dialog_asks_before_replacing_a_preset_and_takes_no_blank_name(self):
         self.save(NAME, *ACTS)
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, "Save As…")
         until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
         dialog.type("Name of the preset", " ")
@@ -180,7 +180,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_enter_at_a_question_about_a_preset_changes_nothing(self):
-        dialog = self.live_with_preset()
+        dialog = self.shown_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
         self.pick(dialog, "Delete…")
@@ -197,7 +197,7 @@ class DialogPresetsTest(DialogPresetsCase):
 
     def test_the_dialog_asks_before_a_renamed_preset_replaces_another(self):
         self.save("Other", "--set", "Valid=On")
-        dialog = self.live_with_preset()
+        dialog = self.shown_with_preset()
         self.pick(dialog, "Rename…")
         self.assertFalse(dialog.shows("check box", WITH_PAGES))
         self.name(dialog, "Other")
@@ -215,7 +215,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_the_dialog_asks_before_replacing_a_preset_that_another_program_saved_at_the_same_time(self):
-        dialog = self.live()
+        dialog = self.shown()
         self.folder.mkdir(parents=True)
         with open(f"{self.folder}.lock", "w") as lock:
             fcntl.flock(lock, fcntl.LOCK_EX)
@@ -236,7 +236,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_the_dialog_asks_before_saving_a_preset_that_another_program_has_changed(self):
-        dialog = self.live_with_preset()
+        dialog = self.shown_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
         self.save(NAME, "--set", "Valid=On", "--set", "Top=3")
@@ -258,13 +258,13 @@ class DialogPresetsTest(DialogPresetsCase):
         """Chooses the printer and waits until this preset is shown."""
         dialog.page("General")
         dialog.select_printer(printer)
-        self.live_panel_of(dialog)
+        self.panel_of(dialog)
         self.wait_for(dialog, preset)
 
     def test_renaming_and_deleting_affect_each_printer_where_the_preset_is_chosen(self):
         self.save(NAME, *ACTS)
         self.add_other()
-        dialog = self.live()
+        dialog = self.shown()
         for printer in ("Morva", "Other"):
             self.go_to_printer(dialog, printer, "None")
             self.pick(dialog, NAME)
@@ -282,7 +282,7 @@ class DialogPresetsTest(DialogPresetsCase):
 
     def test_the_dialog_begins_with_the_preset_on_the_command_line(self):
         self.save(NAME, *ACTS)
-        dialog = self.live_panel_of(self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around))
+        dialog = self.panel_of(self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around))
         self.wait_for(dialog, NAME)
         self.assertEqual(dialog.text("Top Margin"), "12")
         dialog.press("Print")
@@ -291,7 +291,7 @@ class DialogPresetsTest(DialogPresetsCase):
     def test_names_with_any_characters_are_shown_literally(self):
         odd = '_a_b <i>&amp; 100 % "%s" /..'
         self.save(odd, *ACTS)
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, odd)
         self.wait_for(dialog, odd)
         self.assertEqual(dialog.text("Top Margin"), "12")
@@ -302,7 +302,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog = self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around)
         dialog.says(f"There is no preset {NAME} for this printer.")
         self.answer(dialog, "Close")
-        self.live_panel_of(dialog)
+        self.panel_of(dialog)
         self.assertEqual(self.chosen(dialog), "None")
         self.assert_nothing_was_sent()
         dialog.press("Cancel")
@@ -317,7 +317,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_the_help_explains_presets(self):
-        dialog = self.live()
+        dialog = self.shown()
         dialog.press("Help")
         dialog.says('"Preset" keeps settings under a name')
         self.answer(dialog, "Close")
@@ -325,7 +325,7 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_a_preset_is_renamed_and_deleted(self):
-        dialog = self.live_with_preset()
+        dialog = self.shown_with_preset()
         self.pick(dialog, "Rename…")
         self.name(dialog, "Brochure")
         self.wait_for(dialog, "Brochure")
@@ -342,24 +342,24 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.ends()
 
     def test_the_dialog_can_begin_with_a_preset_on_a_printer(self):
-        dialog = self.live_with_preset()
+        dialog = self.shown_with_preset()
         self.pick(dialog, "Use by Default on This Printer")
         dialog.press("Cancel")
         dialog.ends()
-        dialog = self.live()
+        dialog = self.shown()
         self.assertEqual(self.chosen(dialog), NAME)
         self.assertEqual(dialog.text("Top Margin"), "12")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, "Use by Default on This Printer")
         dialog.press("Cancel")
         dialog.ends()
-        self.assertEqual(self.chosen(self.live()), "None")
+        self.assertEqual(self.chosen(self.shown()), "None")
 
     def test_settings_from_a_later_source_override_those_from_an_earlier_one(self):
         def begins_with(top, *arguments):
-            dialog = self.live_panel_of(self.dialog("-d", "Morva", *arguments, **self.around))
+            dialog = self.panel_of(self.dialog("-d", "Morva", *arguments, **self.around))
             until(lambda: dialog.text("Top Margin") == top, f"the margin {top}")
             return dialog
 
@@ -393,7 +393,7 @@ class DialogPresetsTest(DialogPresetsCase):
     def test_a_presets_values_that_a_printer_does_not_allow_are_shown_and_not_changed(self):
         self.save(NAME, *ACTS)
         self.add_other(SMALLER)
-        dialog = self.live_panel_of(self.dialog("-d", "Other", **self.around))
+        dialog = self.panel_of(self.dialog("-d", "Other", **self.around))
         self.pick(dialog, NAME)
         dialog.says("12")
         self.assertEqual(dialog.text("Top Margin"), "12")
@@ -410,7 +410,7 @@ class DialogPresetsTest(DialogPresetsCase):
         house.parent.mkdir(parents=True)
         house.write_text('{"panel": {"MVTandemTrim": "On", "MVTopMargin": "3"}}')
         self.around["XDG_CONFIG_DIRS"] = f"{os.environ['XDG_CONFIG_DIRS']}:{folder}"
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, "House")
         self.wait_for(dialog, "House")
         dialog.type("Top Margin", "9")
@@ -424,7 +424,7 @@ class DialogPresetsTest(DialogPresetsCase):
 
     def test_presets_can_be_chosen_by_the_keyboard(self):
         self.save(NAME, *ACTS)
-        dialog = self.live()
+        dialog = self.shown()
         dialog.keys("Tab", "space")  # from the tab of the page
         dialog.find("menu item", NAME)
         dialog.keys("Return")
@@ -441,12 +441,12 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.keys("Escape")
         dialog.press("Cancel")
         dialog.ends()
-        self.assertEqual(self.chosen(self.live()), NAME)
+        self.assertEqual(self.chosen(self.shown()), NAME)
 
     def test_a_folder_that_cannot_be_written_is_reported(self):
         self.folder.parent.parent.parent.mkdir(exist_ok=True)
         (self.folder.parent.parent).write_text("no folder")
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, "Save As…")
         self.name(dialog, NAME)
         dialog.says("The presets could not be changed.")
@@ -465,13 +465,13 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog = self.panel(**self.around)
         dialog.says(f"the preset in {mine} cannot be understood; the file is now {mine}.damaged")
         self.answer(dialog, "Close")
-        self.live_panel_of(dialog)
+        self.panel_of(dialog)
         dialog.check("Use Tandem Trim")
         dialog.type("Top Margin", "9")
         dialog.press("Cancel")
         dialog.ends()
         self.assertEqual(dialog.said.count("cannot be understood"), 1, dialog.said)
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, "Save As…")
         self.name(dialog, "Plain")
         self.wait_for(dialog, "Plain")
@@ -521,7 +521,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
     def test_a_preset_is_shown_on_all_pages_and_overrides_saved_options(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold", "-o", "x-note=saved")
         self.save(NAME, *ACTS, *OF_PAGES)
-        dialog = self.live()
+        dialog = self.shown()
         self.assertEqual(self.row(dialog, "Color", "Glue"), "Cold")
         dialog.page("Tandem Trim")
         self.choose(dialog)
@@ -535,7 +535,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
 
     def test_a_row_changed_after_choosing_a_preset_counts_and_marks_the_preset_as_changed(self):
         self.save(NAME, *ACTS, *OF_PAGES)
-        dialog = self.live()
+        dialog = self.shown()
         self.choose(dialog)
         dialog.page("Color")
         dialog.choose_by_keys("Glue", "End")
@@ -552,7 +552,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.assertEqual(self.sent(dialog), EXPECTED | {"Glue": "Cold"})
 
     def test_the_user_decides_whether_a_preset_includes_the_other_pages(self):
-        dialog = self.live()
+        dialog = self.shown()
         dialog.page("Color")
         dialog.choose_by_keys("Glue", "End")
         dialog.page("General")
@@ -579,7 +579,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
 
     def test_a_presets_choice_that_the_printer_does_not_have_is_reported_and_not_sent(self):
         self.save(NAME, *ACTS, "-o", "Glue=Warm x-note=preset")
-        dialog = self.live()
+        dialog = self.shown()
         self.pick(dialog, NAME)
         dialog.says("Glue: this printer does not allow Warm (allowed: Off, Hot, Cold)")
         self.answer(dialog, "Close")
@@ -594,7 +594,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
 
     def test_a_presets_choice_that_is_not_sent_does_not_override_the_command_line(self):
         self.save(NAME, *ACTS, "-o", "Glue=Tepid")
-        dialog = self.live_panel_of(self.dialog("-d", "Morva", "-o", "Glue=Warm", **self.around))
+        dialog = self.panel_of(self.dialog("-d", "Morva", "-o", "Glue=Warm", **self.around))
         self.pick(dialog, NAME)
         dialog.says("Glue: this printer does not allow Tepid")
         self.answer(dialog, "Close")
@@ -604,7 +604,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.save(NAME, *ACTS, "-o", "job-priority=70")
         for keys, sent in (((), 70), (("End",), 30)):
             with self.subTest(sent):
-                dialog = self.live()
+                dialog = self.shown()
                 self.choose(dialog)
                 if keys:
                     dialog.page("Job")
@@ -619,7 +619,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         for sheets, before, after in (("standard,secret", "Standard", "Secret"), ("confidential", "Confidential", "None")):
             with self.subTest(sheets):
                 self.save(NAME, *ACTS, "-o", f"job-sheets={sheets}")
-                dialog = self.live()
+                dialog = self.shown()
                 self.choose(dialog)
                 self.assertEqual([self.row(dialog, "Job", name) for name in ("Before", "After")], [before, after])
                 dialog.close()
@@ -627,7 +627,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
 
     def test_choosing_a_preset_updates_the_picture_of_the_sheet_at_once(self):
         self.save(NAME, *ACTS, "-o", "number-up=2")
-        dialog = self.live()
+        dialog = self.shown()
         dialog.says("Page 1 of 3")
         self.choose(dialog)
         until(lambda: not any("Page 1 of 3" in label for label in dialog.labels()), "lines for two pages on a sheet")
@@ -647,7 +647,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
 
     def test_typed_page_ranges_stay_when_a_preset_is_chosen(self):
         self.save(NAME, *ACTS, *OF_PAGES)
-        dialog = self.live()
+        dialog = self.shown()
         dialog.page("General")
         dialog.check("Pages:")
         dialog.type(RANGES, "2-x")
@@ -661,7 +661,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
     def test_a_preset_of_the_panel_alone_leaves_the_rows_and_drops_the_former_presets_hidden_options(self):
         self.save(NAME, *ACTS, *OF_PAGES)
         self.save("Plain", "--set", "Valid=On")
-        dialog = self.live()
+        dialog = self.shown()
         self.choose(dialog)
         self.pick(dialog, "Plain")
         self.wait_for(dialog, "Plain")
@@ -673,7 +673,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
     def test_the_command_line_overrides_the_preset_that_the_dialog_begins_with(self):
         self.save(NAME, *ACTS, *OF_PAGES)
         for asked in (["--preset", NAME, "--dialog"], []):
-            dialog = self.live_panel_of(self.dialog("-d", "Morva", *asked, "-o", "Glue=Cold x-note=asked MVTopMargin=4", **self.around))
+            dialog = self.panel_of(self.dialog("-d", "Morva", *asked, "-o", "Glue=Cold x-note=asked MVTopMargin=4", **self.around))
             if asked:
                 self.wait_for(dialog, f"{NAME}, changed")
                 self.pick(dialog, "Use by Default on This Printer")
@@ -686,7 +686,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold")
         self.add_rows("Other", GLUE)
         self.save(NAME, *ACTS, *OF_PAGES)
-        dialog = self.live()
+        dialog = self.shown()
         self.choose(dialog)
         dialog.page("General")
         dialog.select_printer("Other")

@@ -146,7 +146,7 @@ TEST_F(ThePortal, FallsBackToGtksBackendAndInOldVersionsToAnyOther) {
   EXPECT_EQ(chosen(kNew).name, std::nullopt);
 }
 
-TEST_F(ThePortal, FindsTheUsersBackendsOnlyInNewVersions) {
+TEST_F(ThePortal, FindsTheUsersBackendsOnlyInVersionsThatSearchManyFolders) {
   folder_.write("XDG_DATA_HOME/xdg-desktop-portal/portals/own.portal", "[portal]\nUseIn=one;two\n");
   EXPECT_EQ(backendFile(places(), kNew, "own"), std::nullopt);
   const auto file = backendFile(places(), kFirstWithManyFolders, "own");

@@ -39,7 +39,7 @@ class FileLimit {
   rlimit before_{};
 };
 
-// While it exists, no thread can start: each needs a stack larger than any address space.
+// While it exists, no thread can start: each needs a stack for which a program's address space has no room.
 class NoThreads {
  public:
   NoThreads() {
