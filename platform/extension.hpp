@@ -66,7 +66,7 @@ struct PanelSetting {
 };
 
 /// One panel of the print dialog. Any operation may raise an exception of the standard library; the host then
-/// continues without the panel.
+/// reports it and no longer uses the panel.
 class PrintPanel {
  public:
   virtual ~PrintPanel() = default;

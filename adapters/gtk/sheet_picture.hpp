@@ -51,7 +51,8 @@ class SheetPicture : public sigc::trackable {
   void setPaperSize(double width, double height);
   /// Shows this page in place of the lines that represent text; null shows the lines.
   void showPage(std::shared_ptr<const PageImage> page);
-  /// The note about the page's content in the margins; empty if they have no content.
+  /// The note about the page's content in the margins; empty if they have no content or the picture's widget
+  /// is disabled.
   [[nodiscard]] std::string note() const;
 
  private:

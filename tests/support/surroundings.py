@@ -85,8 +85,8 @@ def of_this_test(names):
 
 
 def fonts(folder, font=FONT, more=""):
-    """Writes settings that give programs only this font ("family points") into a new folder, with `more` lines of GTK's settings.
-    Returns the variables by which programs find them."""
+    """Writes settings that give programs only this font ("family points") and DejaVu Sans into a new folder, with `more` lines of GTK's
+    settings. Returns the variables by which programs find them."""
     family, points = re.fullmatch(r"(.+) (\d+)", font).groups()
     (folder / "fonts").mkdir(parents=True)
     for file in FONTS[family]:
