@@ -6,7 +6,7 @@
 
 namespace tandemtrim::platform {
 
-/// Writes one line to the system log: `format` with its "%@" replaced by the platform's description of the
+/// Writes one message to the system log: `format` with its "%@" replaced by the platform's description of the
 /// list. Each platform defines it.
 void NSLog(std::string_view format, std::span<const std::string> list);
 
