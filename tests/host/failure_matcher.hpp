@@ -25,7 +25,7 @@ inline std::string inADialog(const host::Fact& fact) {
   return words;
 }
 
-/// Returns the Failure that `call` throws. Fails the test if it throws nothing.
+/// Returns the Failure that `call` throws. Fails the test if it throws nothing, or as inADialog() does.
 template <class Call>
 host::Failure failureOf(Call call) {
   try {

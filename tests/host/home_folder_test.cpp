@@ -9,7 +9,7 @@
 
 namespace {
 
-// Whether the system has no entry for any user, as in a container that was started with a number.
+// Whether the system has no entry for any user, as in a container that was started with a user's number.
 thread_local bool areUsersUnknown = false;
 
 }  // namespace

@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(Signals, ASignal,
                          testing::Values(Sent{SIGINT, "interrupted", 130}, Sent{SIGTERM, "terminated", 143}),
                          [](const auto& tested) { return tested.param.word; });
 
-TEST(ASignalOfTheCaller, IsKnownToBeIgnored) {
+TEST(AnIgnoredSignal, IsRecognized) {
   auto* const before = std::signal(SIGTERM, SIG_IGN);
   EXPECT_TRUE(isIgnored(SIGTERM));
   EXPECT_FALSE(isIgnored(SIGCHLD));

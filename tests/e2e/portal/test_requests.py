@@ -32,7 +32,7 @@ PAGE_SETUP = ("PPDName", "DisplayName", "Width", "Height", "MarginTop", "Orienta
 OPTIONS = ("modal", "accept_label", "supported_output_file_formats", "has_current_page", "has_selected_pages", "token")
 PARENTS = ("", "x11:", "x11:zzzz", "x11:ffffffffffffffff", "x11:12345", "wayland:", "wayland:abc", "a" * 100000)
 IDLE = 10  # seconds until an idle backend ends
-# The most dialogs at a time: open, or hidden while their tokens are valid.
+# The most sessions at a time. Each has a dialog, open or hidden, or gets one once its document is copied.
 MOST_SESSIONS = 16
 # Settings that keep a program from doing what the printer does.
 NEUTRAL = {"n-copies": "1", "collate": "false", "reverse": "false", "page-set": "all", "number-up": "1"}

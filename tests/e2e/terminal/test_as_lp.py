@@ -325,7 +325,7 @@ class AsLpTest(TerminalCase):
                     self.assertEqual((result.returncode, result.stdout), (1, ""))
                     self.assertIn(f'there is no printer "{name}"; choose one with -d: Morva', result.stderr)
 
-    def test_the_printer_lp_in_a_variable_may_mean_none_in_particular(self):
+    def test_lp_in_the_variable_printer_names_no_printer_and_in_lpdest_it_names_one(self):
         self.save("Default Plain\n", "")
         for variable, status in (("PRINTER", 0), ("LPDEST", 1)):
             with self.subTest(variable):

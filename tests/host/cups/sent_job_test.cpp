@@ -67,7 +67,7 @@ TEST(AJob, ThatIsNotConfirmedIsReportedInADialog) {
             "job 17 on Morva has lost these settings: a (1 → 2), b (3)");
 }
 
-TEST(AJob, IsAtTheServerUnlessSomethingOfItIsMissingOrUnknown) {
+TEST(AJob, IsAtTheServerEvenIfItsSettingsAreLostOrUnconfirmed) {
   SentJob job{17, "Morva", 7};
   EXPECT_TRUE(isAtServer(job));
   for (const auto trouble : {Trouble::lostSettings, Trouble::unconfirmedSettings}) {

@@ -18,7 +18,7 @@ void runWhatIsReady() {
   while (g_main_context_iteration(nullptr, FALSE) != FALSE) continue;
 }
 
-// A timer of no time is due at once, before this one, which is added later.
+// A timer with a delay of 0 s is due at once; those that exist already run before this one.
 void runTimersThatAreDue() {
   bool isLater = false;
   const Timer later(0s, [&] { isLater = true; });
@@ -84,7 +84,6 @@ TEST(ATimer, CanBeMovedAndBeStoppedByNone) {
   EXPECT_EQ(ran, "moved");
 }
 
-// GLib would complain.
 TEST(ATimer, MayDestroyItselfWhileItRuns) {
   bool isDone = false;
   std::optional<Timer> timer;
