@@ -74,7 +74,7 @@ TEST(ATimer, DoesNotRunOnceItIsDestroyedOrReplaced) {
   EXPECT_EQ(ran, "kept");
 }
 
-TEST(ATimer, CanBeMovedAndBeStoppedByNone) {
+TEST(ATimer, CanBeMovedAndIsStoppedByAssigningAnEmptyOne) {
   std::string ran;
   Timer first(0s, [&] { ran += "moved"; });
   const Timer second(std::move(first));
