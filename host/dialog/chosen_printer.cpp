@@ -77,7 +77,7 @@ void ChosenPrinter::onFirstDetails(Outcome outcome) {
 }
 
 std::string ChosenPrinter::destinationOf(const std::string& printer) const {
-  return first_.starts_with(printer + '/') ? first_ : printer;
+  return destinationOn(printer, first_);
 }
 
 // GTK fills the printer's rows from the settings that it has at this moment.

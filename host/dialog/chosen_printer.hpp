@@ -55,8 +55,6 @@ class ChosenPrinter : public sigc::trackable {
   void refuseWrongPages() { tabs_.refuseWrongPages(); }
 
  private:
-  // The destination of jobs for the printer: the instance that the dialog started with, if it is one of this
-  // printer, else the printer itself.
   [[nodiscard]] std::string destinationOf(const std::string& printer) const;
   using Outcome = host::Outcome<std::shared_ptr<PrinterDetails>>;
 

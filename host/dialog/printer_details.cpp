@@ -25,6 +25,10 @@ std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& se
 
 }  // namespace
 
+std::string destinationOn(const std::string& printer, const std::string& first) {
+  return first.starts_with(printer + '/') ? first : printer;
+}
+
 void DetailsReader::read(const std::optional<std::string>& printer, Done done) {
   reading_ = std::make_shared<int>(0);
   inBackground<std::shared_ptr<PrinterDetails>>(

@@ -26,6 +26,10 @@ struct PrinterDetails {
   Options serverDefaults;
 };
 
+/// The destination of jobs for the printer: the one that the dialog started with (`first`, which may be an
+/// instance) if it belongs to this printer, else the printer itself.
+std::string destinationOn(const std::string& printer, const std::string& first);
+
 /// Reads details of printers in the background, one printer at a time.
 class DetailsReader {
  public:

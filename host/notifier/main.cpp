@@ -16,17 +16,14 @@ namespace {
 
 using namespace tandemtrim::host;
 
-// How long the session bus, the desktop and the print server may take to answer, in addition to the watch.
-constexpr unsigned kSecondsForAnswers = 45;
-
 // Ends the program even if something does not answer.
-void endAfter(unsigned seconds) {
+void endAfter(std::chrono::seconds time) {
   std::signal(SIGALRM, SIG_DFL);
   sigset_t alone;
   sigemptyset(&alone);
   sigaddset(&alone, SIGALRM);
   pthread_sigmask(SIG_UNBLOCK, &alone, nullptr);
-  alarm(seconds);
+  alarm(static_cast<unsigned>(time.count()));
 }
 
 void carryOut(const NotifierOrder& order) {
@@ -40,13 +37,13 @@ void carryOut(const NotifierOrder& order) {
 int main(int argc, char** /*argv*/) {
   // Leaves the terminal of the program that started this one.
   setsid();
-  endAfter(kSecondsForAnswers);
+  endAfter(kTimeForAnswers);
   answerLogins([](const LoginQuestion&) { return std::nullopt; });
   try {
     if (argc != 1)
       throw Failure("only the print dialog starts this program, with an order on standard input");
     const auto order = orderFrom({std::istreambuf_iterator<char>(std::cin), {}});
-    endAfter(kSecondsForAnswers + static_cast<unsigned>(order.watched.count()));
+    endAfter(longestTimeFor(order));
     carryOut(order);
     return kSucceeded;
   } catch (const std::exception& failure) {

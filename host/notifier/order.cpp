@@ -22,6 +22,8 @@ NotificationText notificationIn(const OrderJson& order, const char* key) {
 
 }  // namespace
 
+std::chrono::seconds longestTimeFor(const NotifierOrder& order) { return order.watched + kTimeForAnswers; }
+
 std::string orderText(const NotifierOrder& order) {
   OrderJson json{{"printer", order.printer},           {"job", order.job},
                  {"sent", jsonOfText(order.sent)},     {"cancelled", jsonOfText(order.cancelled)},

@@ -31,6 +31,12 @@ struct NotifierOrder {
   friend bool operator==(const NotifierOrder&, const NotifierOrder&) = default;
 };
 
+/// How long the session bus, the desktop and the print server may take to answer, in addition to the watch.
+inline constexpr std::chrono::seconds kTimeForAnswers{45};
+
+/// How long the notifier may take to carry out the order.
+std::chrono::seconds longestTimeFor(const NotifierOrder& order);
+
 /// The order as JSON, which the notifier gets on its standard input.
 std::string orderText(const NotifierOrder& order);
 

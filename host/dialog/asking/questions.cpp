@@ -1,7 +1,5 @@
 #include "host/dialog/asking/questions.hpp"
 
-#include <algorithm>
-
 #include <glibmm/main.h>
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
@@ -16,17 +14,6 @@ namespace {
 constexpr int kMostHeight = 260;
 constexpr int kMostCharacters = 60;
 constexpr int kMostHeadingLines = 5;
-// In bytes; a longer heading is repeated in full below.
-constexpr std::size_t kLongestHeading = 200;
-
-Questions::Message messageOf(const Glib::ustring& text) {
-  const auto& whole = text.raw();
-  const auto end = std::min(whole.find('\n'), whole.size());
-  const auto rest = end > kLongestHeading ? 0 : whole.find_first_not_of('\n', end);
-  Questions::Message message{whole.substr(0, end)};
-  if (rest != std::string::npos) message.sentences.push_back(whole.substr(rest));
-  return message;
-}
 
 void boundHeading(Gtk::MessageDialog& question) {
   auto* const heading = dynamic_cast<Gtk::Label*>(question.get_message_area()->get_first_child());
@@ -38,9 +25,8 @@ void boundHeading(Gtk::MessageDialog& question) {
 }
 
 // The toolkit gives its window no name for screen readers.
-void nameForReader(Gtk::MessageDialog& question, const Questions::Message& message) {
-  std::string description;
-  for (const auto& sentence : message.sentences) description += (description.empty() ? "" : "\n") + sentence;
+void nameForReader(Gtk::MessageDialog& question, const Message& message) {
+  const auto description = linesOf(message);
   gtk_accessible_update_property(GTK_ACCESSIBLE(question.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                  message.heading.c_str(), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
                                  description.c_str(), -1);
@@ -48,7 +34,7 @@ void nameForReader(Gtk::MessageDialog& question, const Questions::Message& messa
 
 }  // namespace
 
-void Questions::showMessage(const Glib::ustring& message, std::function<void()> then) {
+void Questions::showMessage(const std::string& message, std::function<void()> then) {
   ask(messageOf(message), {{localized(kCloseText), Gtk::ResponseType::CLOSE}}, Gtk::ResponseType::CLOSE,
       [then = std::move(then)](int) { then(); });
 }

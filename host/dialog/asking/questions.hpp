@@ -2,11 +2,12 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 #include <utility>
 #include <vector>
 
 #include <gtkmm/messagedialog.h>
+
+#include "host/dialog/asking/message.hpp"
 
 namespace tandemtrim::host {
 
@@ -15,17 +16,12 @@ class Questions {
  public:
   /// A button's title and its answer.
   using Answer = std::pair<Glib::ustring, int>;
-  /// The heading, and the sentences below it.
-  struct Message {
-    std::string heading;
-    std::vector<std::string> sentences = {};
-  };
 
   explicit Questions(Gtk::Window& parent) : parent_(parent) {}
 
-  /// The first line of the message is its heading. `then` runs when the message is closed.
+  /// `then` runs when the message is closed.
   void showMessage(
-      const Glib::ustring& message, std::function<void()> then = [] {});
+      const std::string& message, std::function<void()> then = [] {});
   /// `then` is called with the chosen answer; Enter chooses `defaultAnswer`.
   void ask(const Message& message, const std::vector<Answer>& answers, int defaultAnswer,
            std::function<void(int)> then);

@@ -6,7 +6,6 @@
 #include <gtk/gtk.h>
 
 #include "host/dialog/texts/texts.hpp"
-#include "host/filled_text.hpp"
 
 namespace tandemtrim::host {
 namespace {
@@ -16,18 +15,6 @@ constexpr int kMostCharactersOfName = 40;
 constexpr const char* kGroup = "preset";
 constexpr const char* kChoose = "choose";
 constexpr const char* kPrinters = "printers";
-
-std::string titleOf(const PresetList& list) {
-  if (!list.chosen) return localized(kNoPresetText);
-  return list.isChanged ? filled(localized(kChangedPresetText), {{"[name]", *list.chosen}}) : *list.chosen;
-}
-
-// A menu takes an underscore for the mark of an access key.
-std::string unmarked(const std::string& name) {
-  std::string text;
-  for (const char byte : name) text += byte == '_' ? "__" : std::string(1, byte);
-  return text;
-}
 
 Glib::RefPtr<Gio::Menu> sectionOf(const std::vector<std::pair<const char*, const char*>>& items) {
   auto section = Gio::Menu::create();
@@ -87,16 +74,15 @@ void PresetRow::makeMenu() {
                                   {kDeletePresetText, "delete"},
                                   {kPresetOfPrinterText, kPrinters}}));
 
-  const bool isChosen = list.chosen.has_value();
-  const bool isOwn = isChosen && list.isOwn;
+  const auto live = liveActions(list);
   const auto add = [&](const char* name, bool isLive, const std::function<void()>& act) {
     actions_->add_action(name, act)->set_enabled(isLive);
   };
-  add("save", isOwn && list.isChanged, events_.onSave);
-  add("back", isChosen && list.isChanged, events_.onBack);
+  add("save", live.save, events_.onSave);
+  add("back", live.back, events_.onBack);
   add("save-as", true, events_.onSaveAs);
-  add("rename", isOwn, events_.onRename);
-  add("delete", isOwn, events_.onDelete);
+  add("rename", live.change, events_.onRename);
+  add("delete", live.change, events_.onDelete);
   actions_->add_action_radio_string(
       kChoose, [this](const Glib::ustring& name) { events_.onChoose(name); }, list.chosen.value_or(""));
   actions_
@@ -104,7 +90,7 @@ void PresetRow::makeMenu() {
           kPrinters,
           [this, isPrinterDefault = list.isPrinterDefault] { events_.onPrinters(!isPrinterDefault); },
           list.isPrinterDefault)
-      ->set_enabled(isChosen);
+      ->set_enabled(live.choosePrinters);
   button_.set_menu_model(menu);
 }
 

@@ -1,29 +1,16 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include <giomm/simpleactiongroup.h>
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
 #include <gtkmm/menubutton.h>
 
-namespace tandemtrim::host {
+#include "host/dialog/panel/preset_list.hpp"
 
-/// The contents of the row of presets.
-struct PresetList {
-  std::vector<std::string> names;
-  /// nullopt while no preset is chosen.
-  std::optional<std::string> chosen;
-  /// Whether the settings differ from those of the chosen preset.
-  bool isChanged = false;
-  /// Whether the chosen preset is the user's, who may change it.
-  bool isOwn = false;
-  /// Whether the dialog starts with the chosen preset on this printer.
-  bool isPrinterDefault = false;
-};
+namespace tandemtrim::host {
 
 /// The row above a panel with its presets: a button that names the chosen one and opens a menu of them all
 /// and of the actions on them.

@@ -17,22 +17,6 @@ bool isKept(const std::vector<KeptPreset>& presets, const std::string& name) {
   return std::ranges::any_of(presets, [&](const auto& kept) { return kept.preset.name == name; });
 }
 
-// Whether the options include all of `asked`, with the same values.
-bool includesAll(const Options& options, const Options& asked) {
-  return std::ranges::all_of(asked, [&](const Option& option) {
-    return std::ranges::any_of(options, [&](const Option& other) {
-      return isSameKeyword(other.keyword, option.keyword) && other.value == option.value;
-    });
-  });
-}
-
-// Whether the options have this one with another value.
-bool overrides(const Options& options, const Option& option) {
-  return std::ranges::any_of(options, [&](const Option& other) {
-    return isSameKeyword(other.keyword, option.keyword) && other.value != option.value;
-  });
-}
-
 }  // namespace
 
 PrinterPresets::PrinterPresets(Gtk::Window& parent, std::optional<std::string> wanted, Report report,
@@ -60,7 +44,7 @@ std::optional<Preset> PrinterPresets::begin() {
   const auto name = wanted ? wanted : presetOfPrinter(family_, printersKey_);
   if (!name) return std::nullopt;
   try {
-    chosen_.insert_or_assign(printersKey_, Chosen{family_, findPreset(family_, *name, report_)});
+    chosen_.insert_or_assign(printersKey_, ChosenPreset{family_, findPreset(family_, *name, report_)});
     return preset();
   } catch (const Failure& failure) {
     report_(failure.fact().english());
@@ -73,12 +57,7 @@ std::optional<Preset> PrinterPresets::begin() {
 
 Options PrinterPresets::options(const Options& asked) const {
   const auto known = chosen_.find(printersKey_);
-  if (known == chosen_.end()) return {};
-  const auto& chosen = known->second;
-  auto options = withoutKeywords(chosen.preset.options, chosen.refused);
-  if (!chosen.isByHand)
-    std::erase_if(options, [&](const Option& option) { return overrides(asked, option); });
-  return options;
+  return known == chosen_.end() ? Options() : optionsOf(known->second, asked);
 }
 
 bool PrinterPresets::showPages(const Options& asked) {
@@ -134,7 +113,8 @@ PresetList PrinterPresets::list() {
   }
   if (!isChosen()) return list;
   list.chosen = preset().name;
-  list.isChanged = isChanged();
+  list.isChanged = isChanged(chosen_.at(printersKey_), settings_.ofPanel(),
+                             preset().options.empty() ? std::nullopt : shownOnPages());
   list.isPrinterDefault = presetOfPrinter(family_, printersKey_) == preset().name;
   return list;
 }
@@ -152,16 +132,6 @@ void PrinterPresets::showFaults(const std::vector<Fact>& facts) {
   });
 }
 
-// The pages are compared with what they showed of the preset, because they spell some options differently.
-bool PrinterPresets::isChanged() const {
-  const auto& chosen = chosen_.at(printersKey_);
-  if (!includesAll(settings_.ofPanel(), chosen.preset.panel) || !chosen.refused.empty()) return true;
-  if (chosen.preset.options.empty()) return false;
-  const auto pages = shownOnPages();
-  return !pages || !chosen.pages || pages->size() != chosen.pages->size() ||
-         !includesAll(*pages, *chosen.pages);
-}
-
 std::optional<Options> PrinterPresets::shownOnPages() const {
   try {
     return settings_.ofPages();
@@ -171,7 +141,7 @@ std::optional<Options> PrinterPresets::shownOnPages() const {
 }
 
 void PrinterPresets::choose(const std::string& name) {
-  chosen_.insert_or_assign(printersKey_, Chosen{family_, findPreset(family_, name, report_), true});
+  chosen_.insert_or_assign(printersKey_, ChosenPreset{family_, findPreset(family_, name, report_), true});
   show();
 }
 
@@ -184,7 +154,7 @@ void PrinterPresets::show() {
 
 bool PrinterPresets::save(const std::string& name, bool withPages, Taken taken,
                           const std::optional<Preset>& known) {
-  Chosen saved{family_, {name, settings_.ofPanel(), {}}, true};
+  ChosenPreset saved{family_, {name, settings_.ofPanel(), {}}, true};
   if (withPages) saved.preset.options = settings_.ofPages();
   if (taken == Taken::isReplaced)
     savePreset(family_, saved.preset);

@@ -12,6 +12,7 @@
 #include "host/dialog/asking/name_window.hpp"
 #include "host/dialog/asking/questions.hpp"
 #include "host/dialog/panel/preset_row.hpp"
+#include "host/dialog/presets/chosen_preset.hpp"
 #include "host/panel/panel_session.hpp"
 #include "host/presets/preset_folders.hpp"
 #include "host/report.hpp"
@@ -62,19 +63,6 @@ class PrinterPresets {
   [[nodiscard]] PresetList list();
 
  private:
-  struct Chosen {
-    std::string family;
-    // As it was chosen or saved last.
-    Preset preset;
-    // Whether the user chose it in this dialog, which otherwise started with it.
-    bool isByHand = false;
-    // The keywords of its options that the printer does not allow.
-    std::vector<std::string> refused = {};
-    // The options of the other pages when they first showed it; nullopt until then, and for a preset without
-    // settings for them.
-    std::optional<Options> pages = {};
-  };
-
   void showFaults(const std::vector<Fact>& facts);
   void choose(const std::string& name);
   void show();
@@ -87,7 +75,7 @@ class PrinterPresets {
   void rename(const std::string& name);
   // Whether this is the present family's preset of this name; other families may have presets of the same
   // name.
-  [[nodiscard]] bool isChosenOf(const Chosen& chosen, const std::string& name) const {
+  [[nodiscard]] bool isChosenOf(const ChosenPreset& chosen, const std::string& name) const {
     return chosen.family == family_ && chosen.preset.name == name;
   }
   // Returns false or throws a Failure, and changes nothing, if the name is taken and `Taken` refuses that.
@@ -96,9 +84,8 @@ class PrinterPresets {
   void askToReplace(const char* question, const std::string& name, const Replacement& act);
   void renameTo(const std::string& newName, Taken taken);
   void remove();
-  [[nodiscard]] Chosen& chosen() { return chosen_.at(printersKey_); }
+  [[nodiscard]] ChosenPreset& chosen() { return chosen_.at(printersKey_); }
   [[nodiscard]] const Preset& preset() const { return chosen_.at(printersKey_).preset; }
-  [[nodiscard]] bool isChanged() const;
   [[nodiscard]] std::optional<Options> shownOnPages() const;
   // Runs `act`, shows its Failure, and updates the row.
   void tryTo(const std::function<void()>& act);
@@ -114,7 +101,7 @@ class PrinterPresets {
   std::string family_;
   std::string printersKey_;
   // Both by the printer's key.
-  std::map<std::string, Chosen> chosen_;
+  std::map<std::string, ChosenPreset> chosen_;
   std::map<std::string, bool> begun_;
   std::set<std::filesystem::path> reportedFiles_;
   // Messages that wait end together with this object.

@@ -39,6 +39,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{reading, true, true, true, false, readingToPrint, reading},
                     Row{readingToPrint, false, true, true, true, readingToPrint, reading},
                     Row{ready, true, true, true, false, ready, ready},
+                    Row{chosen, false, true, false, false, chosen, chosen},
                     Row{sending, false, false, false, false, sending, sending},
                     Row{cancelling, false, false, false, false, cancelling, cancelling}));
 

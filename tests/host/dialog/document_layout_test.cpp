@@ -1,5 +1,7 @@
 #include "host/dialog/settings/document_layout.hpp"
 
+#include <tuple>
+
 #include <gmock/gmock.h>
 
 #include "host/failure.hpp"
@@ -18,6 +20,7 @@ class LaidOutDocument : public testing::Test {
     settings->set_collate(true);
     settings->set_reverse(true);
     settings->set_number_up(2);
+    settings->set("number-up-layout", "rltb");
     settings->set_page_set(Gtk::PageSet::ODD);
     settings->set_scale(75);
     settings->set_print_pages(Gtk::PrintPages::RANGES);
@@ -48,6 +51,9 @@ TEST_F(LaidOutDocument, ForAFileHasAllThatTheUserChose) {
   EXPECT_EQ(entries.at("number-up"), "2");
   EXPECT_EQ(entries.at("page-set"), "odd");
   EXPECT_EQ(entries.at("reverse"), "true");
+  EXPECT_EQ(entries.at("collate"), "true");
+  EXPECT_EQ(entries.at("orientation"), "landscape");
+  EXPECT_EQ(entries.at("number-up-layout"), "rltb");
   EXPECT_FALSE(entries.contains("cups-MVTopMargin"));
 }
 
@@ -65,8 +71,8 @@ class OptionsOfTheJob : public testing::Test {
   }
 
   const Options options{
-      {"MVTopMargin", "12"},          {"copies", "3"},   {"Collate", "True"}, {"page-ranges", "1-2"},
-      {"orientation-requested", "4"}, {"number-up", "2"}};
+      {"MVTopMargin", "12"},          {"copies", "3"},    {"Collate", "True"},         {"page-ranges", "1-2"},
+      {"orientation-requested", "4"}, {"number-up", "2"}, {"number-up-layout", "rltb"}};
 };
 
 TEST_F(OptionsOfTheJob, AreUnchangedForADocumentThatIsNotLaidOut) {
@@ -74,8 +80,9 @@ TEST_F(OptionsOfTheJob, AreUnchangedForADocumentThatIsNotLaidOut) {
 }
 
 TEST_F(OptionsOfTheJob, LackWhatTheProgramHasDone) {
-  EXPECT_THAT(leftBy(LaidOut::pages), ElementsAre(Option{"MVTopMargin", "12"}, Option{"copies", "3"},
-                                                  Option{"Collate", "True"}, Option{"number-up", "2"}));
+  EXPECT_THAT(leftBy(LaidOut::pages),
+              ElementsAre(Option{"MVTopMargin", "12"}, Option{"copies", "3"}, Option{"Collate", "True"},
+                          Option{"number-up", "2"}, Option{"number-up-layout", "rltb"}));
 }
 
 TEST_F(OptionsOfTheJob, AreNeutralIfTheProgramHasDoneEverything) {
@@ -94,6 +101,18 @@ TEST_F(LaidOutDocument, IsSavedWholeOrNotAtAll) {
   EXPECT_THROW(refusePartInFile(*settings, LaidOut::nothing), Failure);
   EXPECT_NO_THROW(refusePartInFile(*settings, LaidOut::pages));
   EXPECT_NO_THROW(refusePartInFile(*Gtk::PrintSettings::create(), LaidOut::nothing));
+}
+
+TEST(AFile, IsRefusedForEachChoiceOfAPartOfTheDocument) {
+  for (const auto& [key, value, neutral] :
+       {std::tuple{"print-pages", "ranges", "all"}, {"page-set", "odd", "all"}, {"number-up", "2", "1"}}) {
+    const auto settings = Gtk::PrintSettings::create();
+    settings->set(key, value);
+    EXPECT_THROW(refusePartInFile(*settings, LaidOut::nothing), Failure) << key;
+    settings->set(key, neutral);
+    settings->set("n-copies", "3");
+    EXPECT_NO_THROW(refusePartInFile(*settings, LaidOut::nothing)) << key;
+  }
 }
 
 }  // namespace

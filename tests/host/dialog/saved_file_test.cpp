@@ -3,11 +3,13 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <tuple>
 
 #include <giomm/file.h>
 #include <giomm/init.h>
 #include <gmock/gmock.h>
 
+#include "host/dialog/file/file_target.hpp"
 #include "host/failure.hpp"
 #include "tests/support/temporary_folder.hpp"
 
@@ -20,6 +22,38 @@ TEST(FileFormats, AreRecognizedByTheirBeginning) {
   EXPECT_EQ(formatOf("%PDF-1.7"), FileFormat::pdf);
   EXPECT_EQ(formatOf("%!PS-Ado"), FileFormat::postScript);
   for (const char* other : {"", "%", "%PDF", " %PDF-1.", "plain"}) EXPECT_EQ(formatOf(other), std::nullopt);
+}
+
+TEST(FileFormats, HaveTheNamesThatGtkAndUsersKnow) {
+  for (const auto& [format, name, title] : {std::tuple{FileFormat::pdf, "pdf", "PDF"},
+                                            {FileFormat::postScript, "ps", "PostScript"},
+                                            {FileFormat::svg, "svg", "SVG"}}) {
+    EXPECT_STREQ(nameOf(format), name);
+    EXPECT_STREQ(titleOf(format), title);
+  }
+  EXPECT_EQ(formatOf("<?xml ve"), FileFormat::svg);
+}
+
+TEST(FileFormats, OfDrawingsAreNotOfferedForDocuments) {
+  for (const auto& document : {std::optional<FileFormat>(), {FileFormat::pdf}, {FileFormat::svg}})
+    EXPECT_THAT(formatsFor(document), testing::Not(testing::Contains(FileFormat::svg)));
+  EXPECT_THAT(converter(FileFormat::pdf, FileFormat::svg), testing::IsEmpty());
+  EXPECT_THAT(converter(FileFormat::svg, FileFormat::postScript), testing::IsEmpty());
+}
+
+TEST(TheChosenFile, HasTheChosenFormatElseTheFirstOneOffered) {
+  const auto settings = Gtk::PrintSettings::create();
+  settings->set("output-uri", "file:///tmp/a.pdf");
+  const std::vector offered{FileFormat::postScript, FileFormat::pdf};
+  const auto chosen = [&](const char* name) {
+    settings->set("output-file-format", name);
+    return fileTargetOf(*settings, offered);
+  };
+  EXPECT_EQ(fileTargetOf(*settings, offered).format, FileFormat::postScript);
+  EXPECT_EQ(chosen("pdf").format, FileFormat::pdf);
+  EXPECT_EQ(chosen("ps").format, FileFormat::postScript);
+  EXPECT_EQ(chosen("svg").format, FileFormat::postScript) << "it was not offered";
+  EXPECT_EQ(chosen("pdf").uri, "file:///tmp/a.pdf");
 }
 
 TEST(FileFormats, AlwaysIncludeTheDocumentsOwn) {

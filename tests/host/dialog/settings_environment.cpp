@@ -13,14 +13,16 @@ namespace {
 class SettingsEnvironment : public testing::Environment {
  public:
   void SetUp() override {
-    // GLib reads the folder of remembered settings once per process.
+    // GLib reads the folders of settings once per process.
     setenv("XDG_STATE_HOME", state_.path().c_str(), 1);
+    setenv("XDG_CONFIG_HOME", config_.path().c_str(), 1);
     // Prepares the C++ classes of GTK; gtk_init() would look for a screen.
     Gtk::init_gtkmm_internals();
   }
 
  private:
   TemporaryFolder state_;
+  TemporaryFolder config_;
 };
 
 const auto* const settingsEnvironment = testing::AddGlobalTestEnvironment(new SettingsEnvironment);

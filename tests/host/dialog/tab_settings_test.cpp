@@ -63,7 +63,10 @@ INSTANTIATE_TEST_SUITE_P(
         Shown{{{"sides", "two-sided-long-edge"}}, "cups-sides", "two-sided-long-edge"},
         Shown{{{"sides", "two-sided-long-edge"}}, "cups-Duplex", "DuplexNoTumble"},
         Shown{{{"Duplex", "DuplexTumble"}}, "cups-sides", "two-sided-short-edge"},
-        Shown{{{"EFDuplex", "None"}}, "cups-Duplex", "None"}, Shown{{{"sides", "three"}}, "cups-sides", ""},
+        Shown{{{"EFDuplex", "None"}}, "cups-Duplex", "None"},
+        Shown{{{"JCLDuplex", "DuplexTumble"}}, "cups-sides", "two-sided-short-edge"},
+        Shown{{{"KD03Duplex", "DuplexNoTumble"}}, "cups-sides", "two-sided-long-edge"},
+        Shown{{{"sides", "one-sided"}}, "cups-Duplex", "None"}, Shown{{{"sides", "three"}}, "cups-sides", ""},
         Shown{{{"number-up", "4"}}, "cups-number-up", "4"}, Shown{{{"Glue", "Hot"}}, "cups-Glue", "Hot"}));
 
 TEST(PageRangesInTabs, AreThoseOfTheOption) {
@@ -204,6 +207,38 @@ TEST(OptionsFromTabs, ReplaceWhatTheJobStartedFrom) {
   EXPECT_THAT(
       optionsOf(tabs, starting),
       UnorderedElementsAreArray(withUsual({{"Duplex", "None"}, {"number-up", "1"}, {"x-note", "kept"}})));
+}
+
+class AnOptionThatTheTabsAlwaysShow : public testing::TestWithParam<std::string> {};
+
+TEST_P(AnOptionThatTheTabsAlwaysShow, IsSentAsTheTabsShowIt) {
+  EXPECT_THAT(optionsOf(newTabs(), {{GetParam(), "7"}}), UnorderedElementsAreArray(withUsual({})));
+}
+
+INSTANTIATE_TEST_SUITE_P(Tabs, AnOptionThatTheTabsAlwaysShow,
+                         testing::Values("copies", "page-ranges", "page-set", "orientation-requested",
+                                         "landscape", "PageSize", "PageRegion", "OutputOrder", "Collate",
+                                         "sheet-collate", "multiple-document-handling"));
+
+TEST(TwoSidedPrinting, HasSeveralKeywordsAndSpellings) {
+  for (const char* keyword : {"sides", "Duplex", "JCLDuplex", "EFDuplex", "KD03Duplex"}) {
+    EXPECT_TRUE(isDuplexKeyword(keyword));
+    EXPECT_THAT(spellings({keyword, "DuplexTumble"}), ElementsAre("DuplexTumble", "two-sided-short-edge"));
+    EXPECT_THAT(spellings({keyword, "one-sided"}), ElementsAre("one-sided", "None"));
+  }
+  EXPECT_FALSE(isDuplexKeyword("side"));
+  EXPECT_THAT(spellings({"Glue", "None"}), ElementsAre("None"));
+}
+
+TEST(TypedPages, AreRefusedOnlyIfTheyCannotBeUnderstood) {
+  for (const char* text : {"", "2", "1-3,5", "1:3", "1;3", "2-"})
+    EXPECT_NO_THROW(refuseWrongPages(text)) << text;
+  for (const char* text : {"x", "1-x", "3-1", "0"}) {
+    const auto failure = failureOf([&] { refuseWrongPages(text); });
+    EXPECT_EQ(failure.trouble(), Trouble::userMessage);
+    EXPECT_THAT(failure.what(),
+                testing::StartsWith('"' + std::string(text) + "\" is not a valid page range."));
+  }
 }
 
 TEST(OptionsFromTabs, KeepTheTrayOfMediaBesideThePaper) {

@@ -18,6 +18,12 @@ TEST(NotifierOrder, IsReadAsItWasWritten) {
   EXPECT_EQ(orderFrom(orderText(order)), order);
 }
 
+TEST(NotifierOrder, HasTimeForItsWholeWatchAndForSlowAnswers) {
+  auto order = sampleOrder();
+  EXPECT_EQ(longestTimeFor(order), order.watched + kTimeForAnswers);
+  EXPECT_GE(kTimeForAnswers, std::chrono::seconds(30)) << "the desktop may take 10 s for each of 3 answers";
+}
+
 TEST(NotifierOrder, IsWrittenEvenIfATextIsNotUtf8) {
   auto order = sampleOrder();
   order.sent.body = "\xFF";

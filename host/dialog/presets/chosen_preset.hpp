@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/presets/preset.hpp"
+
+namespace tandemtrim::host {
+
+/// The preset that is chosen on a printer.
+struct ChosenPreset {
+  std::string family;
+  /// As it was chosen or saved last.
+  Preset preset;
+  /// Whether the user chose it in this dialog, which otherwise started with it.
+  bool isByHand = false;
+  /// The keywords of its options that the printer does not allow.
+  std::vector<std::string> refused = {};
+  /// The options of the other pages when they first showed it; nullopt until then, and for a preset without
+  /// settings for them.
+  std::optional<Options> pages = {};
+};
+
+/// Its options for the other pages, except the refused ones. A preset that the dialog started with does not
+/// override the options in `asked`.
+Options optionsOf(const ChosenPreset& chosen, const Options& asked);
+
+/// Whether the panel and the other pages show something else than the preset. The pages are compared with
+/// what they showed of the preset, because they spell some options differently; nullopt when they are
+/// incomplete.
+bool isChanged(const ChosenPreset& chosen, const Options& panel, const std::optional<Options>& pages);
+
+}  // namespace tandemtrim::host
