@@ -151,6 +151,12 @@ class DialogTest(DialogCase):
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Bottom"]], "22")
 
+    def test_the_summary_follows_the_page_that_it_summarizes(self):
+        dialog = self.panel()
+        left = {tab.name: dialog.program.place(tab)[0] for tab in dialog.tabs() if tab.role == "label"}
+        pages = sorted(left, key=left.get)
+        self.assertEqual(pages.index("Summary"), pages.index("Tandem Trim") + 1)
+
     def test_the_next_dialog_starts_with_the_last_jobs_settings(self):
         dialog = self.live_panel()
         dialog.type("Right Margin", "21")
@@ -298,17 +304,19 @@ class DialogTest(DialogCase):
                 dialog.page(PAGES[language])
                 dialog.press(button)
                 dialog.says(words)
+                self.assertEqual(dialog.program.windows()[-1].name, PAGES[language])
                 dialog.close()
 
     def test_an_option_that_the_server_drops_is_named(self):
-        dialog = self.panel("-o", "job-media-sheets-completed=5")
-        dialog.press("Print")
-        dialog.says("did not accept all of its settings")
-        dialog.says("has lost these settings: job-media-sheets-completed")
-        dialog.press("Close")
-        status, out, said = dialog.ends()
-        self.assertEqual((status, out), (1, "request id is Morva-1 (1 file(s))\n"))
-        self.assertIn("lost: job-media-sheets-completed", said)
+        for job, close in enumerate((lambda: dialog.press("Close"), lambda: dialog.keys("Return"), lambda: dialog.keys("Escape")), 1):
+            dialog = self.panel("-o", "job-media-sheets-completed=5")
+            dialog.press("Print")
+            dialog.says("did not accept all of its settings")
+            dialog.says("has lost these settings: job-media-sheets-completed")
+            close()
+            status, out, said = dialog.ends()
+            self.assertEqual((status, out), (1, f"request id is Morva-{job} (1 file(s))\n"))
+            self.assertIn("lost: job-media-sheets-completed", said)
 
     def test_a_complaint_of_the_toolkit_fails_a_test(self):
         dialog = self.dialog("-d", "Morva", LC_ALL="xx_XX")
@@ -376,13 +384,14 @@ class DialogTest(DialogCase):
 
     def test_a_document_that_cannot_be_read_is_reported_in_the_dialog(self):
         missing = self.temporary_folder() / "missing.pdf"
-        dialog = self.dialog("-d", "Morva", documents=[missing])
-        dialog.says("The document cannot be read. Make sure that it still exists")
-        dialog.says(f"{missing} cannot be read")
-        dialog.press("Close")
-        status, out, said = dialog.ends()
-        self.assertEqual((status, out), (1, ""))
-        self.assertIn(f"{missing} cannot be read", said)
+        for close in (lambda: dialog.press("Close"), lambda: dialog.keys("Return"), lambda: dialog.keys("Escape")):
+            dialog = self.dialog("-d", "Morva", documents=[missing])
+            dialog.says("The document cannot be read. Make sure that it still exists")
+            dialog.says(f"{missing} cannot be read")
+            close()
+            status, out, said = dialog.ends()
+            self.assertEqual((status, out), (1, ""))
+            self.assertIn(f"{missing} cannot be read", said)
 
 
 if __name__ == "__main__":

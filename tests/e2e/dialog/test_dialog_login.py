@@ -16,7 +16,7 @@ class DialogLoginTest(DialogCase):
         super().setUp()
         relay = WantsLogin(self.cups.address, "ann:Secret")
         self.server = self.enterContext(relay)
-        self.asking = self.dialog("-d", "Morva", CUPS_SERVER=relay.address, TANDEM_TRIM_TIMEOUT="5")
+        self.asking = self.dialog("-d", "Morva", CUPS_SERVER=relay.address, CUPS_USER="ann", TANDEM_TRIM_TIMEOUT="5")
         self.asking.wait_for_tab("Tandem Trim")
         self.asking.press("Print")
         self.asking.says(QUESTION)
@@ -44,8 +44,21 @@ class DialogLoginTest(DialogCase):
         self.asking.press("Close")
         until(lambda: self.asking.is_live("push button", "Print"), "Print to be ready again")
 
+    def test_the_question_names_server_and_user_and_is_answered_by_enter(self):
+        self.assertIn("127.0.0.1", self.asking.says(QUESTION))
+        self.assertEqual(self.asking.text("User name"), "ann")
+        self.asking.type("Password", "Secret")
+        self.asking.keys("Return")
+        self.printed(self.asking)
+
     def test_without_a_login_the_job_is_not_sent_and_the_dialog_stays_open(self):
-        self.asking.answer("Cancel")
+        self.without_login(lambda: self.asking.answer("Cancel"))
+
+    def test_escape_means_no_login(self):
+        self.without_login(lambda: self.asking.keys("Escape"))
+
+    def without_login(self, cancel):
+        cancel()
         self.asking.says("nothing was printed: Unauthorized")
         self.asking.press("Close")
         until(lambda: self.asking.is_live("push button", "Print"), "Print to be ready again")

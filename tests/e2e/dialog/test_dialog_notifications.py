@@ -12,6 +12,8 @@ from terminal_case import BUILD, PPD, SAMPLE, each
 
 NOTIFIER = BUILD / "host/tandem-trim-notifier"
 SWITCH = "Notify after printing"
+ICON = "com.morva.tandemtrim"  # the name of the desktop file, too
+BY_THE_DESKTOP = -1  # the desktop decides how long it shows a notification
 GET_JOB_ATTRIBUTES = b"\x02\x00\x00\x09"  # the first bytes of such a request
 ODD_TITLE = '<b>50 %s</b> & "more"'
 # Waits for a file with an exit status, and exits with it.
@@ -82,6 +84,8 @@ class DialogNotificationsTest(DialogCase):
             ["Image Direction: Short-Edge Feed", "Print Position: Left", "Top Margin: 12", "Bottom Margin: 30", "Left Margin: 0", "Right Margin: 7"],
         )
         self.assertEqual((shown["actions"], shown["replaced"]), ([], 0))
+        self.assertEqual((shown["application"], shown["icon"], shown["time"]), ("Tandem Trim", ICON, BY_THE_DESKTOP))
+        self.assertEqual(shown["hints"], {"desktop-entry": ICON})
         self.wait_for_no_notifier()
         self.assertEqual(len(desktop.shown()), 1)
 

@@ -102,9 +102,8 @@ class DialogPresetsCase(DialogCase):
         dialog.answer(title)
         until(lambda: len(dialog.program.windows()) == 1, "the question to go")
 
-    def enter(self, dialog):
-        """Answers the question by Enter."""
-        dialog.keys("Return")
+    def answer_by(self, key, dialog):
+        dialog.keys(key)
         until(lambda: len(dialog.program.windows()) == 1, "the question to go")
 
 
@@ -179,19 +178,39 @@ class DialogPresetsTest(DialogPresetsCase):
         dialog.press("Cancel")
         dialog.ends()
 
-    def test_enter_at_a_question_about_a_preset_changes_nothing(self):
+    def test_enter_and_escape_at_a_question_about_a_preset_change_nothing(self):
         dialog = self.shown_with_preset()
         dialog.type("Top Margin", "9")
         self.wait_for(dialog, f"{NAME}, changed")
-        self.pick(dialog, "Delete…")
-        dialog.says(f"Delete the preset {NAME}?")
-        self.enter(dialog)
-        self.pick(dialog, "Save As…")
-        self.name(dialog, NAME)
-        dialog.says(f"There is a preset {NAME} already. Replace it?")
-        self.enter(dialog)
+        for key in ("Return", "Escape"):
+            self.pick(dialog, "Delete…")
+            dialog.says(f"Delete the preset {NAME}?")
+            self.answer_by(key, dialog)
+            self.pick(dialog, "Save As…")
+            self.name(dialog, NAME)
+            dialog.says(f"There is a preset {NAME} already. Replace it?")
+            self.answer_by(key, dialog)
         self.assertEqual(self.saved(NAME)["panel"], BOOKLET)
         self.assertEqual(self.chosen(dialog), f"{NAME}, changed")
+        dialog.press("Cancel")
+        dialog.ends()
+
+    def test_a_preset_that_keeps_its_name_or_whose_new_name_is_given_up_by_escape_stays_as_it_is(self):
+        dialog = self.shown_with_preset()
+        self.pick(dialog, "Rename…")
+        until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
+        self.assertEqual(dialog.text("Name of the preset"), NAME)
+        self.answer_by("Return", dialog)
+        # While a question is open, the menu is not.
+        for item in ("Rename…", "Save As…"):
+            self.pick(dialog, item)
+            until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
+            self.assertEqual(dialog.text("Name of the preset"), NAME)
+            dialog.type("Name of the preset", "Other")
+            self.answer_by("Escape", dialog)
+        dialog.check("Use Tandem Trim")
+        self.wait_for(dialog, f"{NAME}, changed")
+        self.assertEqual([file.name for file in self.folder.glob("*.json")], [f"{NAME}.json"])
         dialog.press("Cancel")
         dialog.ends()
 
@@ -287,6 +306,16 @@ class DialogPresetsTest(DialogPresetsCase):
         self.assertEqual(dialog.text("Top Margin"), "12")
         dialog.press("Print")
         self.assertEqual(of_panel(self.printed(dialog).options), BOOKLET)
+
+    def test_the_preset_on_the_command_line_is_for_the_first_printer_only(self):
+        self.save(NAME, *ACTS)
+        self.add_other()
+        dialog = self.panel_of(self.dialog("-d", "Morva", "--dialog", "--preset", NAME, **self.around))
+        self.wait_for(dialog, NAME)
+        self.go_to_printer(dialog, "Other", "None")
+        self.assertEqual(dialog.text("Top Margin"), "5")
+        dialog.press("Cancel")
+        dialog.ends()
 
     def test_names_with_any_characters_are_shown_literally(self):
         odd = '_a_b <i>&amp; 100 % "%s" /..'

@@ -61,6 +61,17 @@ class DialogPrintersTest(DialogCase):
         self.assertEqual(self.cups.jobs("not-completed"), [])
         self.assertEqual(self.cups.records(), [])
 
+    def test_a_job_does_not_begin_with_the_progress_of_the_one_before(self):
+        dialog = self.in_the_middle_of_a_document(seconds=3)
+        dialog.says("of 400 MB")
+        dialog.says("did not answer")
+        dialog.press("Close")
+        until(lambda: dialog.is_live("push button", "Print"), "Print to be ready again")
+        dialog.press("Print")
+        dialog.says("Sending…")
+        self.assertEqual(dialog.program.value(dialog.find("progress bar", "")), 0)
+        dialog.says("does not answer")
+
     def test_a_value_that_the_printer_does_not_allow_is_shown_and_can_be_corrected(self):
         dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
         self.assertEqual(dialog.text("Left Margin"), "18")
@@ -109,13 +120,13 @@ class DialogPrintersTest(DialogCase):
                 options = of_panel(self.printed(dialog).options)
                 self.assertEqual({keyword: options.get(keyword) for keyword in wrong}, expected)
 
-    def constrained(self):
+    def constrained(self, *arguments):
         """The dialog for a printer whose PPD forbids trimming together with hot glue."""
         glue = "".join(f"*Glue {choice}/{choice}: \"\"\n" for choice in ("None", "Hot"))
         option = f"*OpenUI *Glue/Glue: PickOne\n*OrderDependency: 15 AnySetup *Glue\n*DefaultGlue: None\n{glue}*CloseUI: *Glue\n"
         constraints = f"*UIConstraints: *{VALID} On *Glue Hot\n*UIConstraints: *Glue Hot *{VALID} On\n"
         self.add_other(("*OpenGroup: TandemTrim", f"{option}{constraints}*OpenGroup: TandemTrim"))
-        dialog = self.dialog("-d", "Other", "-o", "Glue=Hot")
+        dialog = self.dialog("-d", "Other", "-o", "Glue=Hot", *arguments)
         dialog.page("Tandem Trim")
         dialog.check("Use Tandem Trim")
         dialog.says(self.CONFLICT)
@@ -143,6 +154,13 @@ class DialogPrintersTest(DialogCase):
         dialog.answer("Print Anyway")
         options = self.printed(dialog, "Other").options
         self.assertEqual((options[VALID], options["Glue"]), ("On", "Hot"))
+
+    def test_print_asks_only_once_about_a_conflict_and_a_value_that_it_corrects(self):
+        dialog = self.constrained("-o", f"{MARGINS['Left']}=18")
+        dialog.press("Print")
+        dialog.answer("Correct")
+        options = self.printed(dialog, "Other").options
+        self.assertEqual((options[VALID], options["Glue"], options[MARGINS["Left"]]), ("On", "Hot", "15"))
 
     def warned_of(self, dialog):
         """The sides that the warning names since their margins leave nothing of the paper."""
@@ -233,6 +251,19 @@ class DialogPrintersTest(DialogCase):
         dialog.says("details are being read")
         self.cups.thaw()
         dialog.says("(0 to 8)")
+
+    def test_the_warning_about_a_printer_goes_as_soon_as_another_one_is_chosen(self):
+        self.run_command("lpoptions", "-p", "Morva", "-o", f"{VALID}=On", "-o", f"{MARGINS['Left']}=18")
+        self.add_other(SMALLER)
+        dialog = self.panel(TANDEM_TRIM_TIMEOUT="60")
+        dialog.says("does not allow 18")
+        dialog.page("General")
+        self.freeze_at_other(dialog, lambda: self.see_limit(dialog, 8))
+        dialog.page("Tandem Trim")
+        dialog.says("details are being read")
+        self.assertFalse(any("does not allow" in label for label in dialog.labels()))
+        self.assertFalse(dialog.shows("push button", "Correct"))
+        self.cups.thaw()
 
     def test_a_printer_that_is_chosen_before_the_first_ones_details_are_read_stays_chosen(self):
         self.add_other(SMALLER)
