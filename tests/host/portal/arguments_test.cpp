@@ -66,8 +66,8 @@ TEST(Suggestions, CountPagesFromZero) {
 }
 
 TEST(Suggestions, MayEndAtThePageBeforeTheOneThatMeansTheEnd) {
-  EXPECT_THAT(prepared("{'print-pages': <'ranges'>, 'page-ranges': <'4-4,2147483645'>}").options,
-              ElementsAre(Option{"page-ranges", "5,2147483646"}));
+  EXPECT_THAT(prepared("{'print-pages': <'ranges'>, 'page-ranges': <'0-0,4-4,2147483645'>}").options,
+              ElementsAre(Option{"page-ranges", "1,5,2147483646"}));
   EXPECT_THAT(prepared("{'print-pages': <'ranges'>, 'page-ranges': <'2147483646'>}").options, IsEmpty());
 }
 
@@ -83,6 +83,7 @@ TEST(Suggestions, AreLeftOutIfTheyAreWrong) {
         "{'print-pages': <'ranges'>, 'page-ranges': <'3-1'>}",
         "{'print-pages': <'ranges'>, 'page-ranges': <'1,,2'>}", "{'print-pages': <'ranges'>}",
         "{'print-pages': <'ranges'>, 'page-ranges': <'-3'>}",
+        "{'print-pages': <'ranges'>, 'page-ranges': <'0-x'>}",
         "{'print-pages': <'ranges'>, 'page-ranges': <'2147483647'>}", "{'n-copies': <<'3'>>}"})
     EXPECT_THAT(prepared(settings).options, IsEmpty()) << settings;
 }
@@ -181,11 +182,12 @@ TEST(OptionsOfARequest, SayWhatTheProgramCanDo) {
 TEST(OptionsOfARequest, HaveDefaultsIfTheyAreMissingOrOfAnotherType) {
   for (const char* options : {"{}",
                               "{'modal': <'no'>, 'accept_label': <7>, 'has_current_page': <1>, "
-                              "'supported_output_file_formats': <'pdf'>}"}) {
+                              "'has_selected_pages': <'yes'>, 'supported_output_file_formats': <'pdf'>}"}) {
     const auto request = prepared("{}", "{}", options);
     EXPECT_TRUE(request.isModal);
     EXPECT_EQ(request.acceptLabel, "");
     EXPECT_FALSE(request.hasCurrentPage);
+    EXPECT_FALSE(request.hasSelection);
     EXPECT_THAT(request.formats, ElementsAre(FileFormat::pdf, FileFormat::postScript, FileFormat::svg));
   }
 }

@@ -10,6 +10,7 @@ const std::string kRequests = "/org/freedesktop/portal/desktop/request/";
 TEST(AHandleOfAPortal, NamesTheProgram) {
   EXPECT_EQ(programOf(kRequests + "1_23/token"), ":1.23");
   EXPECT_EQ(programOf(kRequests + "12_3"), ":12.3");
+  EXPECT_EQ(programOf(kRequests + "1_4567890/token/more"), ":1.4567890");
 }
 
 TEST(AnyOtherHandle, NamesNoProgram) {
