@@ -16,7 +16,7 @@ struct SheetColours {
   /// Of the margins and the printable part's outline.
   Gdk::RGBA tint;
   /// Of the whole picture, from 0 to 1.
-  double opacity = 1;
+  double opacity;
 };
 
 /// The colours of the widget's theme. A disabled widget has a pale, grey picture.

@@ -143,7 +143,6 @@ bool PopUpButton::goTo(GtkEventController* keys, guint key, GdkModifierType modi
 GtkWidget* PopUpButton::makeRow(std::size_t index) const {
   const auto& title = items_.at(index).title();
   auto* const label = gtk_label_new(title.c_str());
-  gtk_label_set_xalign(GTK_LABEL(label), 0);
   auto* const mark =
       GTK_WIDGET(g_object_new(GTK_TYPE_IMAGE, "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION,
                               "icon-name", "object-select-symbolic", nullptr));

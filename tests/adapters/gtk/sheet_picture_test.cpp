@@ -112,7 +112,7 @@ TEST_F(SheetPicture, ShowsA4UntilTheHostSetsThePaper) {
 TEST_F(SheetPicture, IgnoresASizeThatNoPaperHas) {
   ShownPanel shown;
   const auto before = pictureOf(shown);
-  for (const auto& [width, height] : {std::pair{0.0, 297.0}, std::pair{210.0, -1.0},
+  for (const auto& [width, height] : {std::pair{0.0, 297.0}, std::pair{210.0, 0.0}, std::pair{210.0, -1.0},
                                       std::pair{std::nan(""), 297.0}, std::pair{210.0, HUGE_VAL}}) {
     shown.view().setPaperSize(width, height);
     EXPECT_EQ(pictureOf(shown), before) << width << " x " << height;
@@ -221,7 +221,7 @@ TEST_F(SheetPicture, NotesHowFarContentIsInEachMarginWhileItIsTyped) {
     shown.user().type("7");
     EXPECT_EQ(noteOf(shown), "The page has content in: " + std::string(title) + " (up to 7 mm)");
     // The label may be too narrow for the whole note.
-    EXPECT_EQ(gtk_widget_get_tooltip_text(shown.widget("pageNote")), noteOf(shown));
+    EXPECT_STREQ(gtk_widget_get_tooltip_text(shown.widget("pageNote")), noteOf(shown).c_str());
     shown.user().press(XK_a, XK_Control_L);
     shown.user().type("0");
     EXPECT_EQ(noteOf(shown), "") << side;

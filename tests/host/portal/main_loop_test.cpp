@@ -76,8 +76,9 @@ TEST(ATimer, DoesNotRunOnceItIsDestroyedOrReplaced) {
 
 TEST(ATimer, CanBeMovedAndIsStoppedByAssigningAnEmptyOne) {
   std::string ran;
-  Timer first(0s, [&] { ran += "moved"; });
-  const Timer second(std::move(first));
+  std::optional<Timer> first(std::in_place, 0s, [&] { ran += "moved"; });
+  const Timer second(std::move(*first));
+  first.reset();
   Timer stopped(0s, [&] { ran += "stopped"; });
   stopped = Timer();
   runTimersThatAreDue();

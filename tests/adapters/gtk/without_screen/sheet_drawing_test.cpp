@@ -158,7 +158,8 @@ TEST(ASheet, ShowsThePageInItsPlaceInsteadOfLines) {
   layout.print = {30, 40, 20, 30};
   const auto image = page();
   const Canvas canvas(layout, &image);
-  for (const auto& [x, y] : {std::pair{23, 23}, {37, 47}}) EXPECT_EQ(canvas.at(x, y), (Pixel{255, 0, 0}));
+  for (const auto& [x, y] : {std::pair{21, 30}, {30, 21}, {37, 47}})
+    EXPECT_EQ(canvas.at(x, y), (Pixel{255, 0, 0}));
   for (const auto& [x, y] : {std::pair{56, 23}, {42, 47}}) EXPECT_EQ(canvas.at(x, y), (Pixel{0, 255, 0}));
   for (const auto& [x, y] : {std::pair{23, 76}, {37, 52}}) EXPECT_EQ(canvas.at(x, y), (Pixel{0, 0, 255}));
   for (const auto& [x, y] : {std::pair{56, 76}, {42, 52}}) EXPECT_EQ(canvas.at(x, y), (Pixel{255, 255, 0}));
