@@ -7,7 +7,6 @@ import signal
 import socket
 import struct
 import subprocess
-import threading
 import unittest
 
 import fake_server
@@ -247,18 +246,6 @@ class ConfirmationTest(TerminalCase):
                 self.assertRegex(out, shown.format(job))
                 self.assertRegex(said, rf"{job}: processing \(job-printing\): cutting; 1 sheet printed\n")
                 self.assertRegex(said, words.format(job))
-
-    def test_the_number_of_a_job_is_shown_before_its_end(self):
-        program = self.started("-d", "Slow", "--wait", SAMPLE)
-        hung = threading.Timer(PATIENCE, program.kill)
-        hung.start()
-        try:
-            self.assertRegex(program.stdout.readline().decode(), f"^{REQUEST}$")
-        finally:
-            hung.cancel()
-        self.end_filter(0)
-        status, _, said = self.end_of(program)
-        self.assertEqual(status, 0, said)
 
     def test_each_change_of_a_job_that_the_program_waits_for_is_reported_once(self):
         def described(state, reasons, message, sheets):

@@ -313,6 +313,15 @@ class HostileServerTest(TerminalCase):
             self.assertEqual(server.asked.count(ipp.GET_JOB), 1)
             self.assertEqual(ipp.CANCEL_JOB in server.asked, is_cancelled)
 
+    def test_a_job_is_incomplete_if_the_server_has_the_bytes_of_one_document_alone(self):
+        one, both = (-(-count * SAMPLE.stat().st_size // 1024) for count in (1, 2))
+        attributes = [(ipp.INTEGER, "number-of-documents", 2), (ipp.INTEGER, "job-k-octets", one)]
+        odd = {ipp.GET_JOB: lambda: [fake_server.described(ipp.JOB_GROUP, fake_server.JOB, attributes)]}
+        with FakeServer(PPD.read_bytes(), odd) as server:
+            result = self.trim_at(server.address, "-d", "Morva", SAMPLE, SAMPLE)
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn(f"job 1 on Morva is incomplete: the print server at {server.address} has {one} of {both} KB of it; print it again", result.stderr)
+
     # Slow connections.
 
     def test_a_document_may_take_as_long_as_the_connection_needs(self):

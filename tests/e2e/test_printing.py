@@ -1,6 +1,7 @@
 """From the command line to the printer's filter: options and documents."""
 
 import os
+import re
 import subprocess
 import time
 import unittest
@@ -165,7 +166,7 @@ class PrintingTest(TerminalCase):
                     shown.extend(os.read(terminal, 4096))
                 except BlockingIOError:
                     pass
-                return b"(stdin): " in shown
+                return re.search(rb"\(stdin\): [1-9]\d* MB sent", shown)
 
             program.stdin.write(b"%PDF-1.4\n")
             until(progress_is_shown, "the progress of the upload")

@@ -187,6 +187,18 @@ class MessagesTest(TerminalCase):
                 words = listed[1].format(f"the print server at {server.address}")
                 self.assertEqual((result.returncode, result.stdout, result.stderr), (listed[0], "", f"tandem-trim: {words}\n"))
 
+    def test_a_server_that_falls_silent_when_a_printer_is_missing_is_named(self):
+        unknown = fake_server.answer(ipp.beginning(ipp.NOT_FOUND) + bytes([ipp.END]), "Connection: close")
+
+        def silence():
+            server.ended.wait()
+            yield b""
+
+        with FakeServer(PPD.read_bytes(), {ipp.GET_PRINTER: lambda: [unknown], ipp.GET_PRINTERS: silence}) as server:
+            result = self.trim("-d", "Morva", SAMPLE, CUPS_SERVER=server.address, TANDEM_TRIM_TIMEOUT=str(TIMEOUT))
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn(f"the print server at {server.address} did not answer within {TIMEOUT} s; ", result.stderr)
+
     def test_a_connection_that_breaks_is_reported_without_the_word_success(self):
         for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB):
             with self.subTest(operation):

@@ -85,6 +85,14 @@ class PasswordsTest(TerminalCase):
             self.assertEqual((terminal.shown().count(QUESTION), server.tried), (1, []))
             self.assertIn("Morva refuses the job; nothing was printed: Unauthorized: ", terminal.shown())
 
+    def test_a_user_who_declines_is_not_asked_again_when_the_job_is_cancelled(self):
+        with self.server(ipp.SEND_DOCUMENT, ipp.CANCEL_JOB) as server, self.terminal(server) as terminal:
+            terminal.wait_for(QUESTION)
+            terminal.type(b"\n")
+            self.assertEqual(terminal.end(), 1)
+            self.assertEqual((terminal.shown().count(QUESTION), server.tried), (1, []))
+            self.assertIn("job 1 on Morva could not be cancelled", terminal.shown())
+
     def test_an_interrupted_question_restores_the_terminal(self):
         for operation in (ipp.GET_PRINTER, ipp.CREATE_JOB, ipp.SEND_DOCUMENT):
             command = ["sh", "-c", 'trap : INT; "$@"; echo status $?', "sh", PROGRAM, "-d", "Morva", SAMPLE]
