@@ -168,6 +168,16 @@ TEST_F(UserEdits, ThatTheInputMethodStillComposesDoNotDelayTheHost) {
   EXPECT_EQ(text(), "7");
 }
 
+TEST_F(UserEdits, ThatTheInputMethodHasNotCommittedEndWithTheHostsCall) {
+  user.press(XK_End);
+  user.press(XK_U, XK_Control_L);
+  user.type("3");
+  shown.panel().saveValuesAndReturnError(nullptr);
+  EXPECT_EQ(shown.stored("MVTopMargin"), "12");
+  user.type("1");
+  EXPECT_EQ(text(), "20");
+}
+
 TEST_F(UserEdits, AndStepsAreUndoneOneByOne) {
   user.press(XK_End);
   user.type("3");
