@@ -25,7 +25,7 @@ extern "C" void onSignal(int signal) {
   if (signal == SIGALRM) return;
   received = signal;
   for (const int next : kSignals) handle(next, SIG_DFL);
-  // Ends a read that began between the last check() and the signal.
+  // Ends a read that begins after the signal without another check() before it.
   alarm(1);
 }
 

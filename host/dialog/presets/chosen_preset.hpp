@@ -17,8 +17,8 @@ struct ChosenPreset {
   bool isByHand = false;
   /// The keywords of its options that the printer does not allow.
   std::vector<std::string> refused = {};
-  /// The options of the other pages when they first showed it; nullopt until then, and for a preset without
-  /// settings for them.
+  /// The options of the other pages when they were last made to show it, or it was last saved; nullopt until
+  /// then, and if they were incomplete. Not used for a preset without settings for them.
   std::optional<Options> pages = {};
 };
 
