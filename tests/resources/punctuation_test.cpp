@@ -12,8 +12,8 @@ namespace {
 struct Marks {
   const char* language;
   // Marks that no text of the language has: those of typewriters and of other languages. Some languages
-  // allow commas and colons before digits, as in page numbers and times, and a parenthesis before an
-  // underscore, as in access keys.
+  // allow a comma before a digit, as in page numbers, a colon after a digit, as in times, and a parenthesis
+  // before an underscore, as in access keys.
   const char* wrong;
 };
 

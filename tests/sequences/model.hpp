@@ -6,7 +6,8 @@
 
 namespace tandemtrim::sequences {
 
-/// A second implementation of the panel's behaviour, with a few values and without the panel's code.
+/// A second implementation of the panel's behaviour, which keeps plain values and uses none of the panel's
+/// code.
 class Model {
  public:
   /// Plays one call; observation() then shows its result.

@@ -38,7 +38,7 @@ std::vector<Configuration> makeConfigurations() {
   made[4].min = "-10";
   made[4].max = "-2";
   made[4].defaults[4] = "-7";
-  // Nothing to fall back on where the PPD has no limit.
+  // No limit where the PPD has none either, so that the minimum becomes the limit.
   made[5].limit = std::nullopt;
   // Without texts; with the same texts for different keys.
   made[6].strings.clear();

@@ -134,7 +134,7 @@ TEST(ScreenReader, ReadsEachNumberThatThePanelSets) {
   };
   user.focus(shown.widget("textBoxMarginTop"));
   EXPECT_EQ(description(), "mm   (0 to 20)");
-  // The reader has spoken the key.
+  // A screen reader speaks typed keys itself, and the panel leaves a legal number as it is.
   user.press(XK_a, XK_Control_L);
   user.type("1");
   EXPECT_EQ(description(), "mm   (0 to 20)");

@@ -128,7 +128,7 @@ bool step(NSStepper* stepper, int steps) {
 
 bool choose(NSPopUpButton* menu, NSInteger index) {
   if (![menu isEnabled]) return false;
-  // The menu opens with the chosen item over the button; all items are as high as the button.
+  // The menu opens with the selected item over the button; all items are as high as the button.
   drag(menu, 0.5, 0.5 - static_cast<CGFloat>(index - [menu indexOfSelectedItem]));
   return true;
 }
