@@ -86,8 +86,9 @@ struct ChosenBackend {
   std::optional<std::filesystem::path> settings;
 };
 
-/// The backend that a portal of this version uses if it starts now. Ignores settings and backends that cannot
-/// be understood, as the portal does.
+/// The backend that a portal of this version uses if it starts now. Backends that cannot be understood are
+/// ignored, as by the portal. Where the first settings file names no usable backend, or cannot be understood,
+/// the result has no name, although newer portals then look further.
 ChosenBackend chosenBackend(const PortalPlaces& places, PortalVersion version);
 
 }  // namespace tandemtrim::host
