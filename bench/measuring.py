@@ -65,7 +65,7 @@ class Bench:
         return json.loads(next(line for line in answer.splitlines() if line.startswith("[[")))
 
     def usage(self, *command):
-        """The resources that a program uses from its start to its end. Symbols are bound when they are first used, as in normal use."""
+        """The resources that a program uses from its start to its end, without LD_BIND_NOW, as in normal use."""
         with tempfile.TemporaryFile() as output:
             start = time.perf_counter()
             environment = self.environment() | {"LD_BIND_NOW": ""}

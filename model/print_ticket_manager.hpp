@@ -17,9 +17,9 @@ namespace tandemtrim {
 /// or one by its exact ticket name. An unknown name is ignored.
 class MorvaTTPrintTicketManagerKV2 final {
  public:
-  /// Makes the manager and all tickets. Null when the common info is null or a ticket cannot be made (the
-  /// defaults of the tickets before it stay stored). A default or key that the common info lacks, or that
-  /// is of the wrong kind, raises std::invalid_argument before anything is stored.
+  /// Makes the manager and all tickets. Null when the common info is null or a ticket cannot be made (its
+  /// default and those of the tickets before it stay stored). A default or key that the common info lacks, or
+  /// that is of the wrong kind, raises std::invalid_argument before anything is stored.
   [[nodiscard]] static std::unique_ptr<MorvaTTPrintTicketManagerKV2> initWithCommonInfo(
       const std::shared_ptr<MorvaTTCommonInfoKV2>& commonInfo);
 

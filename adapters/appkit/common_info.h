@@ -44,7 +44,7 @@
 - (BOOL)isReady;
 
 - (NSDictionary*)settingInfoDictionary;
-/// The stored limits, not a copy. The operation marginLimit: returns a value that the caller changes here.
+/// The stored limits, not a copy: if the caller changes a limit here, marginLimit: returns the new value.
 - (NSMutableDictionary*)marginInfoDictionary;
 - (NSBundle*)bundle;
 - (id)callback;

@@ -21,7 +21,8 @@ struct MenuChoice {
 struct ControlState {
   /// The control's place in the view ("textBoxMarginTop").
   std::string_view outlet;
-  /// The name of its setting ("Top"); empty for labels and for steppers, which belong to a text box.
+  /// The name of its setting ("Top"), or "RestoreDefault" for the button; empty for labels and for steppers,
+  /// which belong to a text box.
   std::string_view name;
   ControlKind kind{};
   bool enabled = true;

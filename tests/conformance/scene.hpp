@@ -8,8 +8,8 @@
 
 namespace tandemtrim::conformance {
 
-/// A bundle, a printer and a job on disk, with ordinary content that a test may change. The destructor
-/// removes what was written.
+/// A bundle, a printer and a job, with ordinary content that a test may change before the bundle and the
+/// printer's PPD are written to disk. The destructor removes what was written.
 class Scene {
  public:
   Scene();

@@ -31,7 +31,8 @@ class TextBox : public IdentifiedControlOf<MorvaTTTextBoxKV2, Gtk::SpinButton> {
   void flush() { edits_->flush(); }
   /// Whether an input method is composing a text in it.
   [[nodiscard]] bool isComposing() const { return edits_->isComposing(); }
-  /// Sets the label of its limits, which is its description until the program changes the text.
+  /// Sets the label of its limits, which is its description. While the box has the focus, a text that the
+  /// program sets replaces this description until the focus leaves.
   void setLimitLabel(GtkWidget* label);
   /// Shows the number after a step, and keeps the previous one for undo.
   void step(std::string_view text);
