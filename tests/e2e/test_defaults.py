@@ -249,7 +249,7 @@ class DefaultsTest(TerminalCase):
         self.assertEqual(of_panel(self.options_of()), DEFAULTS)
 
     def home_of_another_user(self):
-        """Another user's home folder, which only that user may read."""
+        """A folder for use as a home folder, which only another user may read."""
         if os.geteuid() != 0:
             return pathlib.Path("/proc/1/fd")
         home = self.temporary_folder() / "home"

@@ -19,9 +19,9 @@ TIMEOUT = 1  # seconds that the program waits for an answer
 MEMORY = 2 << 30  # bytes that the program may allocate; without its own limits it would need more
 PPD_REQUEST = b".ppd HTTP"
 ENDLESS_LOOKUP = BUILD / "tests/e2e/libendless_lookup.so"
-# The requests whose answers are needed to confirm a job. Sending its document is not among them: the server can be asked what it has.
+# The operations whose answers are needed to confirm a job. Sending its document is not among them: the server can be asked what it has.
 REQUESTS = (ipp.GET_PRINTER, ipp.CREATE_JOB, ipp.GET_JOB)
-# Values that fit none of the attributes that the program reads.
+# Values of several types. Each attribute gets each of them, whatever its own type is.
 ODD_VALUES = {"no value": (ipp.NO_VALUE, ""), "a number": (ipp.INTEGER, 7), "a boolean": (ipp.BOOLEAN, 1), "a text": (ipp.TEXT, "odd")}
 
 

@@ -201,7 +201,7 @@ class DialogPresetsTest(DialogPresetsCase):
         until(lambda: dialog.shows("entry", "Name of the preset"), "the question")
         self.assertEqual(dialog.text("Name of the preset"), NAME)
         self.answer_by("Return", dialog)
-        # While a question is open, the menu is not.
+        # The menu opens only if no question is open, so each pick() shows that the question before has closed.
         for item in ("Rename…", "Save As…"):
             self.pick(dialog, item)
             until(lambda: dialog.shows("entry", "Name of the preset"), "the question")

@@ -13,7 +13,7 @@ from terminal_case import BUILD, SAMPLE, digest
 
 MEBI = 1 << 20
 MOST_SESSIONS = 16
-# The service's allowed growth beyond its memory with one open dialog; a text of a mebibyte is copied a few times.
+# How much the service's memory may grow in a test; a text of a mebibyte is copied a few times.
 MOST_GROWTH = 64 * MEBI
 if os.environ.get("TANDEM_TRIM_SANITIZE"):
     MOST_GROWTH = float("inf")  # a sanitizer's own memory would count

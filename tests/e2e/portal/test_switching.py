@@ -1,6 +1,6 @@
 """tandem-trim --applications: switches the desktop portal's settings on and off, and shows their status.
 
-Debian 12's portal has no settings files, so stand_in.py replaces it. The print backend is the real one.
+Debian 12's portal has no settings files, so stand_in.py replaces it except in the last tests. The print backend is the real one.
 """
 
 import configparser
