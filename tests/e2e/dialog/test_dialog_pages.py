@@ -45,7 +45,7 @@ class DialogPagesTest(DialogCase):
         dialog.page("General")
 
     def sent(self, dialog):
-        """Prints and returns the job's options other than the panel's."""
+        """Prints and returns the job's options that belong to the dialog's own pages."""
         dialog.press("Print")
         return of_pages(self.printed(dialog).options)
 

@@ -136,7 +136,7 @@ class AsLpTest(TerminalCase):
         )
 
     def job(self, number):
-        """The job's attributes, except those in OF_ONE_JOB, and the printer's defaults that it lacks, which lp adds to each job."""
+        """The job's attributes without those in OF_ONE_JOB, plus the printer's defaults that it lacks, since lp adds these to each job."""
         attributes = [(ipp.URI, "job-uri", f"ipp://localhost/jobs/{number}"), (ipp.NAME, "requesting-user-name", "root")]
         (job,) = ipp.ask(self.cups.address, ipp.GET_JOB, attributes, path="/jobs/")
         return self.defaults | {name: values for name, values in job.items() if not OF_ONE_JOB.fullmatch(name)}

@@ -11,7 +11,7 @@ using test::kPapers;
 using test::SamplePpd;
 using testing::DoubleNear;
 
-constexpr double kRounding = 0.5;  // millimetres; PPDs have whole points
+constexpr double kRounding = 0.5;  // millimetres; the sample PPD has whole points
 
 struct Size {
   std::string name;

@@ -16,7 +16,7 @@ struct Bar {
 struct PdfPage {
   double width = 210;
   double height = 297;
-  /// Filled with black.
+  /// Filled with black, or with the colour that `content` sets.
   std::vector<Bar> bars = {};
   /// More entries of the page, and more of its content.
   std::string entries = {};
