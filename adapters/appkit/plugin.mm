@@ -47,8 +47,7 @@ NSArray* listOf(std::unique_ptr<platform::PanelList> panels) {
   return appkit::guarded([&] {
     tandemtrim::MorvaTTPdePluginKV2 core;
     core.initWithBundle(appkit::bundleOf(bundle_));
-    const auto given = type == nil ? std::nullopt : std::optional(appkit::textOf(type));
-    return listOf(core.PDEPanelsForType(given, appkit::hostCallbackOf(host)));
+    return listOf(core.PDEPanelsForType(appkit::textOf(type), appkit::hostCallbackOf(host)));
   });
 }
 

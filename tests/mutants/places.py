@@ -19,12 +19,16 @@ OPERATORS = RELATIONS | {'+': 'plus', '-': 'minus', '*': 'times', '<<': 'leftShi
 # Nodes that only wrap one child.
 WRAPPERS = {'ImplicitCastExpr', 'ExprWithCleanups', 'ParenExpr', 'CXXBindTemporaryExpr', 'MaterializeTemporaryExpr',
             'CXXFunctionalCastExpr'}
-STATEMENTS = {'CallExpr', 'CXXMemberCallExpr', 'CXXOperatorCallExpr', 'CompoundAssignOperator', 'UnaryOperator'}
+STATEMENTS = {'CallExpr', 'CXXMemberCallExpr', 'CXXOperatorCallExpr', 'CompoundAssignOperator', 'ObjCMessageExpr', 'UnaryOperator'}
 # Nodes that the compiler evaluates or adds, and the texts of exceptions, which tests need not check.
 PASSED_OVER = {'StaticAssertDecl', 'TemplateArgument', 'EnumDecl', 'ConstantExpr', 'UserDefinedLiteral', 'CXXDefaultArgExpr',
                'CXXThrowExpr'}
 # Functions whose last argument is the text of an exception.
 RAISING = re.compile(r'(\w+::)*(requiredText|requiredDecimalText)\b')
+# Macros of Objective-C that stand for a constant.
+CONSTANTS = {b'nil', b'NO', b'YES'}
+CLASS = re.compile(rb'^@implementation (\w+)$', re.MULTILINE)
+HEADERS = ('.h', '.hpp')
 
 
 @dataclass(frozen=True)
@@ -43,17 +47,25 @@ class Place:
 
 
 def flags_of(commands):
-    """The include folders and macros of each file, from the build's commands."""
-    flags = {}
+    """The include folders, macros and dialect of each file, from the build's commands."""
+    flags, kinds = {}, ('-I', '-D', '-isystem', '-fobjc', '-fconstant-string')
     for each in commands:
         words = iter(shlex.split(each['command'])[1:])
-        chosen = ([word, next(words)] if word == '-isystem' else [word] for word in words if word.startswith(('-I', '-D', '-isystem')))
+        chosen = ([word, next(words)] if word == '-isystem' else [word] for word in words if word.startswith(kinds))
         flags.setdefault(each['file'], sum(chosen, []))
     return flags
 
 
-def syntax_trees(root, source, flags):
-    """The project's declarations in a source and its headers. Clang names a location's file only when it changes;
+def names_in(source, text):
+    """What the project's declarations in a source have in their names. Objective-C has no namespaces, and clang 19 cannot write the tree
+    of a protocol."""
+    if not source.endswith('.mm'):
+        return ['tandemtrim']
+    return ['tandemtrim', '(anonymous namespace)', *(name.decode() for name in CLASS.findall(text))]
+
+
+def syntax_trees(root, source, flags, name):
+    """The declarations with this in their names, in a source and its headers. Clang names a location's file only when it changes;
     `locate` adds it to the others."""
     file = None
 
@@ -64,7 +76,7 @@ def syntax_trees(root, source, flags):
         return node
 
     command = [COMPILER, '-std=c++20', '-I.', *flags, '-fsyntax-only', '-w', '-Xclang', '-ast-dump=json',
-               '-Xclang', '-ast-dump-filter=tandemtrim', source]
+               '-Xclang', f'-ast-dump-filter={name}', source]
     text = subprocess.run(command, cwd=root, check=True, capture_output=True, text=True).stdout.strip()
     decoder = json.JSONDecoder(object_hook=locate)
     at = 0
@@ -85,13 +97,27 @@ class Finder:
         self.texts = texts
         self.places = set()
 
+    def written(self, location):
+        """The place in the text: of a macro only where it stands for a constant, else an empty one."""
+        macro = location.get('expansionLoc')
+        if macro is None:
+            return location
+        text, begin = self.texts.get(os.path.normpath(macro.get('file', '')), b''), macro.get('offset', 0)
+        return macro if text[begin:begin + macro.get('tokLen', 0)] in CONSTANTS else {}
+
     def range(self, node):
         """File, begin and end of a node; None if it is not in a file of `texts`."""
-        begin, end = node.get('range', {}).get('begin', {}), node.get('range', {}).get('end', {})
+        begin, end = (self.written(node.get('range', {}).get(edge, {})) for edge in ('begin', 'end'))
         if 'offset' not in begin or 'offset' not in end:
             return None
         file, first, last = os.path.normpath(begin['file']), begin['offset'], end['offset'] + end['tokLen']
         return (file, first, last) if file in self.texts and first < last else None
+
+    def constant(self, node):
+        """The constant of Objective-C that the node is, or None."""
+        found = self.range(node)
+        text = found and self.texts[found[0]][found[1]:found[2]]
+        return text if text in CONSTANTS else None
 
     def add(self, node, kind, detail=()):
         if found := self.range(node):
@@ -101,6 +127,10 @@ class Finder:
         kind, inner = node.get('kind', ''), node.get('inner', [])
         if kind in PASSED_OVER or node.get('explicitlyDefaulted') or (node.get('isImplicit') and kind != 'CXXRecordDecl'):
             return  # a lambda's implicit class is walked, as the body there has types
+        if constant := self.constant(node):
+            if constant != b'nil':
+                self.add(node, 'boolean')
+            return
         if kind in ('FunctionTemplateDecl', 'ClassTemplateDecl'):  # without its instantiations
             declared = [child for child in inner if 'Template' not in child.get('kind', '')]
             inner = declared[:1]
@@ -112,6 +142,10 @@ class Finder:
             inner = [child for child in inner[:-1] if self.names_range(child)] + inner[-1:]
         if kind == 'CallExpr' and self.raises(node):
             inner = inner[:-1]
+        if node.get('selector') == 'raise:format:':
+            inner = inner[:1]
+        if kind == 'ObjCStringLiteral':
+            inner = []
         if kind == 'CXXRewrittenBinaryOperator':  # as written, without the comparison that the compiler generates
             inner = self.operands_as_written(node)
             self.operator(node, inner, of_class=True)
@@ -144,14 +178,14 @@ class Finder:
                 if kind == 'IfStmt':  # a `while` cannot have both a declaration and a condition
                     self.add(variable, 'declared', (variable['name'],))
                 first += 1
-            else:
+            elif not node.get('isConstexpr'):
                 self.condition(inner[first])
             for child in inner[first + 1:]:
                 self.removable(child, of_branch=node.get('hasElse', False))
         elif kind == 'ForStmt':
             self.condition(inner[2])
             self.removable(inner[-1])
-        elif kind == 'CXXForRangeStmt':
+        elif kind in ('CXXForRangeStmt', 'ObjCForCollectionStmt'):
             self.removable(inner[-1])
         elif kind == 'CompoundStmt':
             for child in inner:
@@ -180,7 +214,7 @@ class Finder:
             self.condition(inner[1])
         elif kind == 'UnaryOperator' and opcode == '!':
             self.condition(inner[0])
-        elif kind not in ('CXXBoolLiteralExpr', ''):
+        elif kind not in ('CXXBoolLiteralExpr', '') and not self.constant(node):
             self.add(node, 'condition')
 
     def expression(self, node, kind, inner):
@@ -201,10 +235,13 @@ class Finder:
             self.add(node, 'boolean')
         elif kind == 'StringLiteral':
             self.add(node, 'text')
+        elif kind == 'ObjCStringLiteral':
+            self.add(node, 'string')
 
     @staticmethod
     def is_bool(node):
-        return type_of(node).removeprefix('const ') == 'bool'
+        named = node.get('type', {}).get('qualType', '').removeprefix('const ')
+        return named == 'BOOL' or type_of(node).removeprefix('const ') == 'bool'
 
     def operator(self, node, operands, of_class):
         ranges = [self.range(each) for each in (node, *operands)]
@@ -222,7 +259,7 @@ class Finder:
 
 def places_in(root, texts, flags, kept, source):
     """The places of a source and its headers. The folder `kept` caches them until the source, a header or this file changes."""
-    headers = b''.join(text for file, text in texts.items() if file.endswith('.hpp'))
+    headers = b''.join(text for file, text in texts.items() if file.endswith(HEADERS))
     digest = hashlib.sha256(pathlib.Path(__file__).read_bytes() + headers + texts[source] + repr(flags.get(source)).encode()).hexdigest()
     file = kept / source.replace('/', '_')
     if file.exists():
@@ -230,9 +267,10 @@ def places_in(root, texts, flags, kept, source):
         if known == digest:
             return places
     finder = Finder(texts)
-    for tree in syntax_trees(root, source, flags.get(source, [])):
-        finder.walk(tree)
-    if any((root / each).read_bytes() != text for each, text in texts.items() if each == source or each.endswith('.hpp')):
+    for name in names_in(source, texts[source]):
+        for tree in syntax_trees(root, source, flags.get(source, []), name):
+            finder.walk(tree)
+    if any((root / each).read_bytes() != text for each, text in texts.items() if each == source or each.endswith(HEADERS)):
         sys.exit(f'{source} or a header changed while it was read; run it again')
     kept.mkdir(parents=True, exist_ok=True)
     file.write_bytes(pickle.dumps((digest, finder.places)))
@@ -241,7 +279,7 @@ def places_in(root, texts, flags, kept, source):
 
 def places_of(root, texts, flags, kept):
     """All places in the files (name to bytes), ordered by where they begin, outer ones first."""
-    sources = [file for file in texts if file.endswith('.cpp')]
+    sources = [file for file in texts if not file.endswith(HEADERS)]
     with concurrent.futures.ProcessPoolExecutor() as pool:
         found = set().union(*pool.map(functools.partial(places_in, root, texts, flags, kept), sources))
     # Of two places with the same text, the kinds that wrap the whole text come first.

@@ -22,9 +22,9 @@ import switches
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HERE = pathlib.Path(__file__).resolve().parent
 COPY, BUILD, KEPT = ROOT / 'build/mutants/source', ROOT / 'build/mutants/build', ROOT / 'build/mutants/suites'
-SOURCES = ('plugin', 'model', 'view', 'adapters/gtk', 'adapters/linux', 'adapters/memory', 'adapters/shared', 'host')
+SOURCES = ('plugin', 'model', 'view', 'adapters/appkit', 'adapters/gtk', 'adapters/linux', 'adapters/memory', 'adapters/shared', 'host')
 # The percentage of mutants that the tests must notice, not counting those in equivalent.txt. The longest matching folder counts.
-GOALS = {'': 100, 'adapters/gtk': 95, 'host': 95, 'host/cli': 100, 'host/cups': 100, 'host/job': 100}
+GOALS = {'': 100, 'adapters/appkit': 95, 'adapters/gtk': 95, 'host': 95, 'host/cli': 100, 'host/cups': 100, 'host/job': 100}
 # Targets that end-to-end tests need besides the test programs.
 PARTS = ('endless_lookup', 'tandemtrim_dialog_tests', 'tandemtrim_newer_toolkit')
 
@@ -50,7 +50,8 @@ def configure(texts):
         if file not in texts or not (COPY / file).exists():
             copy_file(file, (ROOT / file).read_bytes())
     subprocess.run(['cmake', '-S', COPY, '-B', BUILD, '-G', 'Ninja', '--log-level=WARNING', '-DCMAKE_BUILD_TYPE=Mutants',
-                    '-DTANDEM_TRIM_APPKIT=OFF', '-DCMAKE_CXX_FLAGS=-w -D_GLIBCXX_ASSERTIONS'], check=True, stdout=subprocess.DEVNULL)
+                    '-DTANDEM_TRIM_APPKIT=ON', '-DCMAKE_CXX_FLAGS=-w -D_GLIBCXX_ASSERTIONS', '-DCMAKE_OBJCXX_FLAGS=-w'], check=True,
+                   stdout=subprocess.DEVNULL)
 
 
 def numbered_places(texts):
@@ -66,7 +67,7 @@ def build(texts, ones, programs):
         by_file.setdefault(one.place.file, []).append(one)
     for file, text in texts.items():
         copy_file(file, switches.with_switches(text, by_file.get(file, [])))
-    targets = [pathlib.Path(each.command[-2]).name for each in programs if not each.is_python]
+    targets = [pathlib.Path(each.executable).name for each in programs if not each.is_python]
     if any(each.is_python for each in programs):
         targets += PARTS
     result = subprocess.run(['ninja', '-C', BUILD, '-k', '0', *targets], capture_output=True, text=True)
@@ -146,7 +147,8 @@ def main():
     parser.add_argument('--jobs', type=int, default=os.cpu_count(), help='the number of parallel runs')
     arguments = parser.parse_args()
 
-    texts = {file: (ROOT / file).read_bytes() for file in project_files(*(f'{folder}/*.[ch]pp' for folder in arguments.folders))}
+    patterns = [f'{folder}/*.{kind}' for folder in arguments.folders for kind in ('cpp', 'h', 'hpp', 'mm')]
+    texts = {file: (ROOT / file).read_bytes() for file in project_files(*patterns)}
     configure(texts)
     ones = numbered_places(texts)
     mutants = [(one, mutant, name) for one in ones for mutant, name in one.mutants()]

@@ -15,7 +15,8 @@ from one_by_one import places_reached
 HERE = pathlib.Path(__file__).resolve().parent
 # Tests that check other things than the mutated sources, tests that take minutes, and repetitions on another screen or in another language.
 LEFT_OUT = re.compile(r'packages|volume|installation|Wayland|\((c|arabic)\)|_alone:|_module:|fuzz_|surroundings|architecture|resources|'
-                      r'macOS|appkit')
+                      r'macOS|made by code|appkit_host_test: in (?!en)|by key')
+FILTER = '--gtest_filter='
 # Fewer random sequences, and the same ones for every mutant.
 SHORT = ('TANDEM_TRIM_SEED=1', 'TANDEM_TRIM_SEQUENCES=1000')
 # Runs a command in separate process and mount namespaces with an empty /tmp. All its processes end with the first one.
@@ -36,12 +37,22 @@ class Program:
     def is_python(self):
         return 'unittest' in self.command
 
+    @property
+    def executable(self):
+        """The test program of GoogleTest, before its first option."""
+        return next(word for word, option in zip(self.command, self.command[1:]) if option.startswith('--gtest'))
+
+    @property
+    def cases(self):
+        """The cases of GoogleTest that CTest selects, as an option's value."""
+        return next((word.removeprefix(FILTER) for word in self.command if word.startswith(FILTER)), '*')
+
     def tests(self, names):
         """The command that runs only the tests of these names and stops at the first failure."""
         if self.is_python:
             return [*self.command[:self.command.index('unittest') + 1], '-f', *names]
-        chosen = ':'.join(f'{name}*' for name in names)
-        return [*self.command[:-1], f'--gtest_filter={chosen}', '--gtest_fail_fast', '--gtest_brief=1']
+        kept = (word for word in self.command if word != '--gtest_shuffle' and not word.startswith(FILTER))
+        return [*kept, FILTER + ':'.join(f'{name}*' for name in names), '--gtest_fail_fast', '--gtest_brief=1']
 
     def digest(self):
         """The digest of the test modules or the test program."""
@@ -49,7 +60,7 @@ class Program:
             modules = (name.split('.')[0] for name in self.command[self.command.index('unittest') + 1:])
             files = [pathlib.Path(self.folder, f'{name}.py') for name in modules]
         else:
-            files = [pathlib.Path(self.command[-2])]
+            files = [pathlib.Path(self.executable)]
         return hashlib.sha256(b''.join(file.read_bytes() for file in files)).hexdigest()
 
 
@@ -71,7 +82,7 @@ def programs_of(build, wanted):
         is_test = 'unittest' in command or '--gtest_shuffle' in command
         if is_test and not LEFT_OUT.search(name) and wanted.search(name):
             folder = next((each['value'] for each in test['properties'] if each['name'] == 'WORKING_DIRECTORY'), build)
-            tests = tuple(word for word in command if word.startswith(('test_', '/')) or '-m' == word)
+            tests = tuple(word for word in command if word.startswith(('test_', '/', FILTER)) or '-m' == word)
             programs.setdefault((folder, tests), Program(name, (command[0], *SHORT, *command[1:]), str(folder)))
     return list(programs.values())
 
@@ -100,8 +111,11 @@ def tests_of(program, record):
         run(program, [*program.command[:at - 1], HERE / 'one_by_one.py', passed, *program.command[at + 1:]], reached, 600)
         yield from map(json.loads, passed.read_text().splitlines())
         return
-    listed = subprocess.run([program.command[-2], '--gtest_list_tests'], check=True, capture_output=True, text=True).stdout
-    for name in re.findall(r'^(\S+\.)(?:\s+#.*)?$', listed, re.MULTILINE):
+    listed = subprocess.run([program.executable, '--gtest_list_tests', FILTER + program.cases], check=True, capture_output=True,
+                            text=True).stdout
+    names = re.findall(r'^(\S+\.)(?:\s+#.*)?$', listed, re.MULTILINE)
+    # Cases that CTest selects need a process of their own.
+    for name in names if program.cases == '*' or program.cases.startswith('-') else [program.cases]:
         begin = time.monotonic()
         passes = run(program, program.tests([name]), reached, 60)
         yield name, passes, time.monotonic() - begin, places_reached(record)

@@ -55,7 +55,11 @@ def around(one):
         return f'({asks} ? {other} : ', None, ')'
     if kind == 'text':
         return call, None, f', "^" {one.original})'
-    if kind in ('condition', 'constant', 'boolean'):
+    if kind == 'string':
+        return f'({asks} ? @"^" {one.original} : ', None, ')'
+    if kind == 'constant':  # in parentheses for @1, an object of Objective-C
+        return f'({call}', None, '))'
+    if kind in ('condition', 'boolean'):
         return call, None, ')'
     return call, detail, ')'
 
@@ -71,7 +75,7 @@ def evaluated_late(text, ones):
             return match[0]
         return (b'const ' if not match[1] else b'').ljust(10) + match[1]
 
-    return re.sub(rb'\bconstexpr ((?:const )?)(?=[^(){}=;]*[={])|\bconst(?:expr|eval)\b', changed, text)
+    return re.sub(rb'\bconstexpr ((?:const )?)(?=[^(){}=;]*[={])|(?<!if )\bconst(?:expr|eval)\b', changed, text)
 
 
 def with_switches(text, ones):

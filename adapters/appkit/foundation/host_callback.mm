@@ -9,7 +9,7 @@ namespace {
 // A value that is not a text becomes its description; the panel stores only texts under its keys.
 std::optional<std::string> textOfValue(id value) {
   if (value == nil) return std::nullopt;
-  return textOf([value isKindOfClass:[NSString class]] ? value : [value description]);
+  return textOf([value description]);
 }
 
 // The print settings behind a handle of the printing system, which belongs to the host.

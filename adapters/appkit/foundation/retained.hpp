@@ -14,10 +14,7 @@ class Retained {
   explicit Retained(Class* object) : object_([object retain]) {}
   Retained(const Retained& other) : Retained(other.object_) {}
   Retained(Retained&& other) noexcept : object_(std::exchange(other.object_, nil)) {}
-  Retained& operator=(Retained other) noexcept {
-    std::swap(object_, other.object_);
-    return *this;
-  }
+  Retained& operator=(const Retained&) = delete;
   ~Retained() { [object_ release]; }
 
   [[nodiscard]] Class* get() const { return object_; }

@@ -1,6 +1,5 @@
-#import <objc/runtime.h>
-
 #import "tests/adapters/appkit/support/hosted_panel_test.h"
+#import "tests/adapters/appkit/support/replacing.h"
 
 namespace host {
 namespace {
@@ -18,26 +17,6 @@ void countAndHandle(id self, SEL selector, NSNotification* notification) {
   ++handled;
   reinterpret_cast<void (*)(id, SEL, NSNotification*)>(original)(self, selector, notification);
 }
-
-// Replaces a method of a class until this object is destroyed.
-class Replacing {
- public:
-  Replacing(NSString* className, SEL method, IMP by, const char* types)
-      : class_(NSClassFromString(className)), method_(method), types_(types) {
-    class_replaceMethod(class_, method_, by, types_);
-  }
-  Replacing(const Replacing&) = delete;
-  Replacing& operator=(const Replacing&) = delete;
-  ~Replacing() { class_replaceMethod(class_, method_, before_, types_); }
-
-  [[nodiscard]] IMP before() const { return before_; }
-
- private:
-  Class const class_;
-  SEL const method_;
-  const char* const types_;
-  IMP const before_ = class_getMethodImplementation(class_, method_);
-};
 
 class Counting : public Replacing {
  public:
@@ -93,8 +72,9 @@ TEST_F(MarginEntryInAHost, KeepsARestoredTextInOtherDigits) {
 TEST_F(MarginEntryInAHost, WritesInPlainDigitsANumberFromAnotherControl) {
   NSTextField* const taking = [[[NSClassFromString(@"MorvaTTTextBoxKV2") alloc] init] autorelease];
   NSTextField* const given = [[[NSTextField alloc] init] autorelease];
-  for (const auto& [number, expected] : {std::pair{@"0", "0"}, std::pair{@"20", "20"},
-                                         std::pair{@"2147483647", "2147483647"}, std::pair{@"-7", "-7"}}) {
+  for (const auto& [number, expected] :
+       {std::pair{@"0", "0"}, std::pair{@"20", "20"}, std::pair{@"2147483647", "2147483647"},
+        std::pair{@"7.9", "7"}, std::pair{@"-7", "-7"}}) {
     [given setStringValue:number];
     [taking takeIntValueFrom:given];
     EXPECT_EQ(textOf([taking stringValue]), expected);

@@ -191,12 +191,16 @@ TEST_F(LifetimeInAHost, OfObjectsThatAHostRetainsOutlastsThePanel) {
   id controller = nil;
   id info = nil;
   NSMutableDictionary* margins = nil;
+  id read = nil;
+  id keywords = nil;
   @autoreleasepool {
     ASSERT_NO_FATAL_FAILURE(open());
     [panel panelView];
     controller = [[panel viewController] retain];
     info = [[panel commonInfo] retain];
     margins = [[info performSelector:@selector(marginInfoDictionary)] retain];
+    read = [[info performSelector:@selector(settingInfoDictionary)] retain];
+    keywords = [[panel supportedPPDOptionKeys] retain];
     close();
   }
   EXPECT_EQ([[info performSelector:@selector(marginLimit:) withObject:@"Top"] intValue], 20);
@@ -205,6 +209,10 @@ TEST_F(LifetimeInAHost, OfObjectsThatAHostRetainsOutlastsThePanel) {
   [info release];
   EXPECT_EQ([[margins valueForKeyPath:@"Top.Limit"] intValue], 20);
   [margins release];
+  for (id other : {read, keywords}) {
+    EXPECT_EQ([other retainCount], 1U);
+    [other release];
+  }
   EXPECT_EQ(living(), before);
 }
 
@@ -216,6 +224,13 @@ TEST_F(LifetimeInAHost, EndsForARequestThatFails) {
                                                                      withObject:nil
                                                                      withObject:nil],
               nil);
+    for (const auto& [callback, bundle] : {std::pair<id, id>{nil, nil}, {host, nil}, {nil, pluginBundle()}}) {
+      EXPECT_EQ([[NSClassFromString(@"MorvaTTCommonInfoKV2") alloc]
+                    performSelector:@selector(initWithCallback:bundle:)
+                         withObject:callback
+                         withObject:bundle],
+                nil);
+    }
     EXPECT_EQ(
         [[NSClassFromString(@"MorvaTTViewControllerKV2") alloc] performSelector:@selector(initWithCommonInfo:)
                                                                      withObject:nil],

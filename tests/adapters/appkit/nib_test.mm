@@ -5,7 +5,8 @@
 namespace host {
 namespace {
 
-// Damage to the nib's text, and the exception that the request for the view then raises.
+// Damage to the nib's text (null removes the nib), and the exception that the request for the view then
+// raises.
 struct Damage {
   const char* name;
   const char* text;
@@ -29,10 +30,13 @@ class DamagedNib : public testing::WithParamInterface<Damage>, public testing::T
     NSString* good = [NSString stringWithContentsOfFile:nib encoding:NSUTF8StringEncoding error:nullptr];
     NSString* text = [NSString stringWithUTF8String:damage.text];
     ASSERT_NE([good rangeOfString:text].location, static_cast<NSUInteger>(NSNotFound));
-    NSString* bad =
-        [good stringByReplacingOccurrencesOfString:text
-                                        withString:[NSString stringWithUTF8String:damage.replacement]];
-    [bad writeToFile:nib atomically:NO encoding:NSUTF8StringEncoding error:nullptr];
+    [files removeItemAtPath:nib error:nullptr];
+    if (damage.replacement != nullptr) {
+      NSString* bad =
+          [good stringByReplacingOccurrencesOfString:text
+                                          withString:[NSString stringWithUTF8String:damage.replacement]];
+      [bad writeToFile:nib atomically:NO encoding:NSUTF8StringEncoding error:nullptr];
+    }
     setenv("TANDEM_TRIM_BUNDLE", [copy UTF8String], 1);
   }
 };
@@ -60,6 +64,7 @@ TEST_P(DamagedNib, LeavesAPanelWithoutAViewAndTheJobUnchanged) {
 
 INSTANTIATE_TEST_SUITE_P(, DamagedNib,
                          testing::Values(Damage{"IsNotXml", "<?xml", "no xml", "NSInvalidArgumentException"},
+                                         Damage{"IsMissing", "<?xml", nullptr, "NSInvalidArgumentException"},
                                          Damage{"LacksAnOutlet", "<outlet property=\"labelMarginLimitRight\"",
                                                 "<outlet property=\"other\"", "NSInvalidArgumentException"},
                                          Damage{"HasAForeignControl", "customClass=\"MorvaTTStepperKV2\"", "",

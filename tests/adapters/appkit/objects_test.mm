@@ -141,6 +141,35 @@ TEST_F(ObjectsInAHost, ReturnTheBundleTheHostAndItsPrintSettings) {
   EXPECT_EQ(textOf(ask(@"localizedString:", @"no such key")), "no such key");
 }
 
+TEST_F(ObjectsInAHost, RestoreSaveAndSummariseAsThePanelDoes) {
+  id const controller = [panel viewController];
+  const auto succeeds = [&](NSString* operation) { return [[controller valueForKey:operation] boolValue]; };
+  store(@"MVTandemTrim", @"Off");
+  store(@"MVTopMargin", @"12");
+  EXPECT_TRUE(succeeds(@"restoreNonPPDSettingsFromPrintSettings"));
+  EXPECT_EQ(textOf([box(@"Top") stringValue]), "12");
+  EXPECT_TRUE([box(@"Top") isEnabled]);
+  [controller performSelector:@selector(updateView)];
+  EXPECT_FALSE([box(@"Top") isEnabled]);
+  ASSERT_TRUE(user::click(checkBox()));
+  ASSERT_TRUE(user::replaceText(box(@"Top"), @"9"));
+  EXPECT_TRUE(succeeds(@"saveNonPPDSettingsToPrintSettings"));
+  EXPECT_EQ(textOf(stored(@"MVTopMargin")), "9");
+  NSDictionary* const summary = [controller performSelector:@selector(summaryInfoWithDispOrderKey:)
+                                                 withObject:@"Order"];
+  EXPECT_EQ([summary count], 7U);
+  EXPECT_TRUE(
+      [[summary objectForKey:@"Order"] isEqual:[[panel summaryInfo] objectForKey:@"Summary Display Order"]]);
+  [controller setValue:[NSNumber numberWithBool:NO] forKey:@"viewIsInited"];
+  store(@"MVTopMargin", @"3");
+  EXPECT_TRUE(succeeds(@"restoreNonPPDSettingsFromPrintSettings"));
+  EXPECT_EQ(textOf([box(@"Top") stringValue]), "9");
+  EXPECT_TRUE(succeeds(@"saveNonPPDSettingsToPrintSettings"));
+  EXPECT_EQ(textOf(stored(@"MVTopMargin")), "3");
+  // Only a controller whose view is set up unsubscribes when it ends.
+  [controller setValue:[NSNumber numberWithBool:YES] forKey:@"viewIsInited"];
+}
+
 TEST_F(ObjectsInAHost, UseTheSameNumberObjectsAsBoundsOfABox) {
   for (NSString* side in @[ @"Top", @"Bottom", @"Left", @"Right" ]) {
     EXPECT_EQ([box(side) valueForKey:@"min"], ask(@"defaultMarginMin")) << textOf(side);

@@ -29,7 +29,7 @@ TEST_F(PanelInAHost, ReturnsTheSameSevenKeywordsEachTimeAndLogsThem) {
                       @"MVTandemTrim", @"MVImageDirectionPriority", @"MVPrintPosition", @"MVTopMargin",
                       @"MVBottomMargin", @"MVLeftMargin", @"MVRightMargin"
                     ])]);
-  const auto line = "supportedPPDOptionKeys:=NSArray(" + textOf([keys description]) + ")\n";
+  const auto line = "] supportedPPDOptionKeys:=NSArray(" + textOf([keys description]) + ")\n";
   const auto first = log.find(line);
   ASSERT_NE(first, std::string::npos) << log;
   EXPECT_NE(log.find(line, first + 1), std::string::npos) << log;

@@ -41,13 +41,17 @@ TEST_F(PictureOfAPanel, HasALightBackgroundInADarkWindow) {
   [[window contentView] setNeedsDisplay:YES];
   [window display];
   NSBitmapImageRep* const picture = take();
+  NSColor* const ground =
+      [[NSColor windowBackgroundColor] colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
   for (NSView* control in [[panel panelView] subviews]) {
     NSUInteger pixel[5] = {};
     [picture getPixel:pixel
                   atX:static_cast<NSInteger>(NSMinX([control frame])) - 3
                     y:[picture pixelsHigh] - 1 - static_cast<NSInteger>(NSMidY([control frame]))];
-    for (const auto part : {pixel[0], pixel[1], pixel[2]})
+    for (const auto part : {pixel[0], pixel[1], pixel[2]}) {
       EXPECT_GT(part, 200U) << textOf([control description]);
+      EXPECT_NEAR(static_cast<CGFloat>(part), 255 * [ground redComponent], 2);
+    }
   }
   EXPECT_TRUE([[panel panelView] isOpaque]);
 }

@@ -17,6 +17,8 @@ TEST_F(PanelRequestInAHost, NeedsABundle) {
   EXPECT_EQ([other bundle], nil);
   EXPECT_EQ([other PDEPanelsForType:kPrintDialogType withHostInfo:host], nil);
   [static_cast<id>(other) release];
+  EXPECT_FALSE([plugin initWithBundle:nil]);
+  EXPECT_EQ([plugin bundle], pluginBundle());
 }
 
 TEST_F(PanelRequestInAHost, ReturnsOnePanelThatOnlyTheListRetains) {

@@ -58,6 +58,11 @@ TEST_F(Xib, GivesEveryObjectAUniqueIdAndEveryConnectionAnEnd) {
   }
 }
 
+TEST_F(Xib, StepsByOneMillimetreAsLongAsAStepperIsHeld) {
+  EXPECT_EQ([nodes(@"//stepperCell[@continuous='YES' and @increment='1' and @valueWraps='NO']") count], 4U);
+  EXPECT_EQ([nodes(@"//@autorepeat") count], 0U);
+}
+
 TEST_F(Xib, PutsTheFormatterOnTheFourSteppersOnly) {
   NSArray* const formatters =
       nodes(@"/document/objects/customObject[@customClass='MorvaTTDecimalFormatterKV2']");

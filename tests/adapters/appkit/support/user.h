@@ -17,6 +17,8 @@ bool backspace(NSTextField* box);
 bool click(NSControl* control);
 /// Clicks the upper half of a stepper `steps` times, or the lower half for a negative number.
 bool step(NSStepper* stepper, int steps);
+/// Presses the mouse button over the upper half of a stepper; returns when the button is released.
+void hold(NSStepper* stepper);
 /// Opens the menu with the mouse and releases the button over the item.
 bool choose(NSPopUpButton* menu, NSInteger index);
 

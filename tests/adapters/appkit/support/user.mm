@@ -60,16 +60,21 @@ NSPoint pixelOf(NSView* view, CGFloat share) {
   return NSMakePoint(onScreen.x, NSHeight([[[view window] screen] frame]) - onScreen.y);
 }
 
+// Presses the mouse button in the middle of a view's width, at this share of its height. Returns the event,
+// which is not handled yet: a control waits for the release while it handles the press.
+NSEvent* press(NSView* view, CGFloat share) {
+  bringToFront([view window]);
+  const NSPoint pixel = pixelOf(view, share);
+  x_server::pressButtonAt(static_cast<int>(pixel.x), static_cast<int>(pixel.y));
+  return awaited(NSLeftMouseDown);
+}
+
 // Presses and releases the mouse button in the middle of a view's width, at these shares of its height.
 void drag(NSView* view, CGFloat from, CGFloat to) {
-  bringToFront([view window]);
-  const NSPoint start = pixelOf(view, from);
+  NSEvent* pressed = press(view, from);
   const NSPoint end = pixelOf(view, to);
-  x_server::pressButtonAt(static_cast<int>(start.x), static_cast<int>(start.y));
-  // The control waits for the release while it handles the press.
-  NSEvent* press = awaited(NSLeftMouseDown);
   x_server::releaseButtonAt(static_cast<int>(end.x), static_cast<int>(end.y));
-  [NSApp sendEvent:press];
+  [NSApp sendEvent:pressed];
 }
 
 }  // namespace
@@ -125,6 +130,8 @@ bool step(NSStepper* stepper, int steps) {
   for (int click = 0; click < std::abs(steps); ++click) drag(stepper, half, half);
   return live;
 }
+
+void hold(NSStepper* stepper) { [NSApp sendEvent:press(stepper, 0.75)]; }
 
 bool choose(NSPopUpButton* menu, NSInteger index) {
   if (![menu isEnabled]) return false;
