@@ -92,7 +92,7 @@ apt install "$terminal"
 # For the private print server and the printer's filter.
 apt install --no-install-recommends python3 cups-daemon cups-client cups-filters
 prints
-! has_dialog || fails "the dialog opened although it is not installed"
+! has_dialog || fails "the dialog is there although it is not installed"
 grep -q 'tandem-trim-gtk' log || fails "the package of the dialog is not named"
 
 step "The dialog can be added"

@@ -106,7 +106,7 @@ class HostileServerTest(TerminalCase):
 
     # Values of other types.
 
-    def test_attributes_of_another_type_or_without_a_value_count_as_missing(self):
+    def test_attributes_without_a_value_count_as_missing(self):
         old = b"\x41\x00\x15printer-state-message\x00\x00"
         with Altered(self.cups.address, old, old.replace(b"\x41", bytes([ipp.NO_VALUE]))) as relay:
             result = self.trim_at(relay.address, "-d", "Morva", SAMPLE, timeout=PATIENCE)

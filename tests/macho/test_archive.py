@@ -62,7 +62,7 @@ class Unpacked(unittest.TestCase):
 
 
 class TheArchive(Unpacked):
-    def test_contains_the_whole_bundle_its_scripts_and_a_printer_without_a_filter(self):
+    def test_contains_the_whole_bundle_its_scripts_and_a_printers_ppd(self):
         bundle = {path.relative_to(mach_o.CONTENTS): path.read_bytes() for path in mach_o.CONTENTS.rglob("*") if path.is_file()}
         packed = self.unpacked / "TandemTrim.bundle/Contents"
         self.assertEqual({path.relative_to(packed): path.read_bytes() for path in packed.rglob("*") if path.is_file()}, bundle)

@@ -79,7 +79,7 @@ class TheExecutable(unittest.TestCase):
         self.assertRegex(header, r"\bBUNDLE\b.*\bTWOLEVEL\b")
 
     @for_each_processor
-    def test_has_exactly_the_classes_and_selectors_that_hosts_and_the_nib_use(self, processor):
+    def test_has_exactly_the_listed_classes_and_selectors(self, processor):
         classes = mach_o.metadata(processor).classes
         self.assertEqual(classes.keys(), CLASSES.keys())
         for name, (superclass, protocols, selectors) in CLASSES.items():

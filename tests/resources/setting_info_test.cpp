@@ -87,7 +87,7 @@ TEST_F(SettingInfo, HasDefaultsThatAreItemsOfTheMenus) {
               AnyOf(TTVCPopUpNamePositionLeft, TTVCPopUpNamePositionCenter, TTVCPopUpNamePositionRight));
 }
 
-TEST_F(SettingInfo, HasDefaultMarginsThatEveryPrinterAllows) {
+TEST_F(SettingInfo, HasDefaultMarginsWithinTheLimitForPrintersWithoutMaximums) {
   const auto minimum = integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginMin);
   const auto limit = integerAt(settingInfo, kDefaults, TTCIPlistSubKeyMarginLimit);
   for (const auto& margin : kMargins) {

@@ -98,7 +98,7 @@ TEST(LanguageTag, DoesNotExistForANameWithoutALanguage) {
   }
 }
 
-TEST(LanguageTag, IsReadFromLettersDigitsAndDashesOnly) {
+TEST(LanguageTag, IsReadFromLettersDigitsDashesAndUnderscoresOnly) {
   std::string taken;
   std::string ending;
   for (int byte = 0; byte < 256; ++byte) {

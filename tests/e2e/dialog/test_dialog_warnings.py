@@ -240,7 +240,7 @@ class DialogWarningsTest(DialogCase):
     def test_no_question_is_larger_than_a_small_screen(self):
         for language in ("de", "ar"):
             with self.subTest(language):
-                dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", f"{POSITION}={'Diagonal' * 40}", *THREE_WRONG]),
+                dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG, f"{POSITION}={'Diagonal' * 40}"]),
                                      LANG="C.UTF-8", LANGUAGE=language)
                 dialog.page("Tandem Trim")
                 dialog.keys("Return")

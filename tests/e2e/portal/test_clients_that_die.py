@@ -10,7 +10,7 @@ from gi.repository import GLib
 from portal_client import FAILED, Client, PortalCase
 
 REQUESTS = int(os.environ.get("TANDEM_TRIM_REQUESTS", "100"))
-CLIENTS = 20
+CLIENTS = 12
 # Descriptors that may still be open: threads that have read a printer's details are about to end.
 SPARE = 10
 # The number of dialogs after which the toolkit loads nothing more.

@@ -7,7 +7,7 @@ import termios
 
 import patience
 
-INTERRUPT, STOP = b"\x03", b"\x1a"
+INTERRUPT = b"\x03"
 
 
 class Terminal:

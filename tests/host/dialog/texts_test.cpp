@@ -45,7 +45,7 @@ TEST(TheTextOfAFailure, SaysWhatTheUserCanDoAndThenTheFact) {
   EXPECT_EQ(failureText(Failure(Trouble::userMessage, "Choose all pages.")), "Choose all pages.");
 }
 
-TEST(TheTextOfAFailure, IsInAParagraphIfThereAreSeveral) {
+TEST(TheTextsOfFailures, AreSeparateParagraphs) {
   const Failure one(Trouble::userMessage, "One.");
   const Failure other(Trouble::userMessage, "Other.");
   EXPECT_EQ(failuresText({one}), "One.");
@@ -78,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, AMessage,
                                          Split{kLongest + 'x', kLongest + 'x', kLongest + 'x'},
                                          Split{kLongest + "x\nTwo.", kLongest + 'x', kLongest + "x\nTwo."}));
 
-TEST(AMessage, ReadsItsSentencesInLines) { EXPECT_EQ(linesOf({"Heading", {"One.", "Two."}}), "One.\nTwo."); }
+TEST(AMessage, HasEachSentenceInALine) { EXPECT_EQ(linesOf({"Heading", {"One.", "Two."}}), "One.\nTwo."); }
 
 }  // namespace
 }  // namespace tandemtrim::host
