@@ -98,7 +98,7 @@ class Finder:
         self.places = set()
 
     def written(self, location):
-        """The place in the text: of a macro only where it stands for a constant, else an empty one."""
+        """The location in the text. It is empty in a macro, unless the macro stands for a constant."""
         macro = location.get('expansionLoc')
         if macro is None:
             return location

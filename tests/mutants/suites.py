@@ -13,7 +13,8 @@ from dataclasses import dataclass
 from one_by_one import places_reached
 
 HERE = pathlib.Path(__file__).resolve().parent
-# Tests that check other things than the mutated sources, tests that take minutes, and repetitions on another screen or in another language.
+# Tests that check other things than the mutated sources, tests that take minutes, and repetitions on another screen, in another language,
+# by keys or with a view that code makes.
 LEFT_OUT = re.compile(r'packages|volume|installation|Wayland|\((c|arabic)\)|_alone:|_module:|fuzz_|surroundings|architecture|resources|'
                       r'macOS|made by code|appkit_host_test: in (?!en)|by key')
 FILTER = '--gtest_filter='

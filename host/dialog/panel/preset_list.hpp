@@ -35,7 +35,8 @@ struct LivePresetActions {
 
 LivePresetActions liveActions(const PresetList& list);
 
-/// The name as a menu shows it, which takes an underscore for the mark of an access key.
+/// The text with which a menu shows exactly this name. A menu takes a single underscore for the mark of an
+/// access key.
 std::string unmarked(const std::string& name);
 
 }  // namespace tandemtrim::host

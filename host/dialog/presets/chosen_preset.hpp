@@ -26,9 +26,9 @@ struct ChosenPreset {
 /// override the options in `asked`.
 Options optionsOf(const ChosenPreset& chosen, const Options& asked);
 
-/// Whether the panel and the other pages show something else than the preset. The pages are compared with
-/// what they showed of the preset, because they spell some options differently; nullopt when they are
-/// incomplete.
+/// Whether the panel or the other pages show something else than the preset, as they always do if the printer
+/// does not allow a part of it. The pages are compared with what they showed of the preset, because they
+/// spell some options differently; nullopt when they are incomplete.
 bool isChanged(const ChosenPreset& chosen, const Options& panel, const std::optional<Options>& pages);
 
 }  // namespace tandemtrim::host
