@@ -59,7 +59,7 @@ TEST_F(AChosenPreset, OfThePanelAloneIsChangedByThePanelOnly) {
   EXPECT_TRUE(isChanged(preset_, {}, {}));
 }
 
-TEST_F(AChosenPreset, IsChangedIfThePagesShowSomethingElseThanWhenTheyFirstShowedIt) {
+TEST_F(AChosenPreset, IsChangedIfThePagesShowSomethingElseThanWhenTheyLastShowedIt) {
   preset_.pages = Options{{"Glue", "HOT"}};
   EXPECT_FALSE(isChanged(preset_, panel_, Options{{"Glue", "HOT"}}));
   EXPECT_TRUE(isChanged(preset_, panel_, Options{{"Glue", "Hot"}}));
