@@ -49,31 +49,29 @@ std::string nameOf(uid_t user) {
   return entry == nullptr ? "user " + std::to_string(user) : entry->pw_name;
 }
 
+// Called only for entries that a group may write to: the system's list of users may be on another machine.
+bool isOwnGroup(gid_t group, const std::set<uid_t>& owners, const RunningUser& running) {
+  return std::ranges::any_of(owners, [&](uid_t owner) {
+    const auto* const entry = getpwuid(owner);
+    return entry == nullptr ? owner == running.user && group == running.group : group == entry->pw_gid;
+  });
+}
+
 }  // namespace
 
-Owners ownersOf(const std::set<uid_t>& users, const RunningUser& running) {
-  Owners owners{users, {}};
-  for (const auto user : users) {
-    if (const auto* const entry = getpwuid(user))
-      owners.groups.insert(entry->pw_gid);
-    else if (user == running.user)
-      owners.groups.insert(running.group);
-  }
+std::set<uid_t> trustedOwners() {
+  std::set<uid_t> owners{0, geteuid()};
+  std::error_code unreadable;
+  for (const auto& entry : pathEntries(fs::read_symlink("/proc/self/exe", unreadable)))
+    owners.insert(entry.status.st_uid);
   return owners;
 }
 
-Owners trustedOwners() {
-  std::set<uid_t> users{0, geteuid()};
-  std::error_code unreadable;
-  for (const auto& entry : pathEntries(fs::read_symlink("/proc/self/exe", unreadable)))
-    users.insert(entry.status.st_uid);
-  return ownersOf(users);
-}
-
-std::optional<std::string> openToStrangers(const PathEntry& entry, const Owners& owners) {
+std::optional<std::string> openToStrangers(const PathEntry& entry, const std::set<uid_t>& owners,
+                                           const RunningUser& running) {
   const auto& [path, status, isLast] = entry;
   const auto mode = status.st_mode;
-  if (!owners.users.contains(status.st_uid)) {
+  if (!owners.contains(status.st_uid)) {
     return path.string() + " belongs to " + nameOf(status.st_uid) +
            ", who is neither you nor root (copy it to a folder of your own)";
   }
@@ -81,14 +79,14 @@ std::optional<std::string> openToStrangers(const PathEntry& entry, const Owners&
   if (S_ISLNK(mode) || isGuarded) return std::nullopt;
   if ((mode & S_IWOTH) != 0)
     return "everybody can write to " + path.string() + " (run chmod o-w " + path.string() + ')';
-  if ((mode & S_IWGRP) != 0 && !owners.groups.contains(status.st_gid)) {
+  if ((mode & S_IWGRP) != 0 && !isOwnGroup(status.st_gid, owners, running)) {
     return "a group that is not your own may write to " + path.string() + " (run chmod g-w " + path.string() +
            ')';
   }
   return std::nullopt;
 }
 
-std::optional<std::string> openToStrangers(const fs::path& path, const Owners& owners) {
+std::optional<std::string> openToStrangers(const fs::path& path, const std::set<uid_t>& owners) {
   for (const auto& entry : pathEntries(path)) {
     if (auto found = openToStrangers(entry, owners)) return found;
   }

@@ -71,20 +71,20 @@ TEST_F(APlace, MayBeWritableByTheUsersOwnGroupOnly) {
 }
 
 TEST_F(APlace, IsOpenToAnOwnerWhoIsNotTrusted) {
-  EXPECT_THAT(openToStrangers(file_, ownersOf({kStranger})),
+  EXPECT_THAT(openToStrangers(file_, {kStranger}),
               Optional(AllOf(testing::StartsWith("/ belongs to root"), HasSubstr("copy it"))));
 }
 
 // As in a container whose files have owners that it does not list.
 TEST(AFileOfAnOwnerWithoutAName, IsReportedWithTheOwnersNumber) {
-  EXPECT_THAT(openToStrangers(fileOfStranger(0644), ownersOf({0})),
+  EXPECT_THAT(openToStrangers(fileOfStranger(0644), {0}),
               Optional(HasSubstr("/file belongs to user " + std::to_string(kStranger) + ",")));
-  EXPECT_EQ(openToStrangers(fileOfStranger(0644), ownersOf({0, kStranger})), std::nullopt);
+  EXPECT_EQ(openToStrangers(fileOfStranger(0644), {0, kStranger}), std::nullopt);
 }
 
 TEST(AFileOfAnOwnerWithoutAName, MayBeWritableOnlyByTheRunningUsersOwnGroup) {
   const auto judged = [](const RunningUser& running) {
-    return openToStrangers(fileOfStranger(0664), ownersOf({0, kStranger}, running));
+    return openToStrangers(fileOfStranger(0664), {0, kStranger}, running);
   };
   EXPECT_EQ(judged({kStranger, kStranger}), std::nullopt);
   EXPECT_THAT(judged({kStranger, 0}),
