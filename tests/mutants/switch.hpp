@@ -1,6 +1,6 @@
 #pragma once
-// Included first by every source of a build with mutants. Each place of the mutated sources calls one of
-// these functions, which behaves as the source says unless TANDEM_TRIM_MUTANT is the place's number.
+// Included first by every file that is mutated. Each place to mutate calls one of these functions, which
+// behaves as the source says unless TANDEM_TRIM_MUTANT is the place's number or, for a condition, the next.
 // TANDEM_TRIM_MUTANT_REACHED names a file of zeros: the byte at the number of each place that a program
 // reaches becomes 1.
 #include <cstddef>

@@ -26,7 +26,7 @@ class Numbered:
 
 
 def numbered(places, texts):
-    """The places with numbers. Each file begins a block of numbers, so that a change in one file does not recompile the others."""
+    """The places with numbers. Each file begins a block of numbers, so that a small change in one file seldom recompiles the others."""
     result, seen, following, file = [], {}, 1, None
     for place in places:
         if place.file != file:

@@ -7,8 +7,8 @@
 
 #include "platform/extension.hpp"
 
-/// Another family of printers: a plug-in that shares nothing with Tandem Trim but the interface of
-/// extensions.
+/// Another family of printers: a plug-in that shares nothing with Tandem Trim but `platform/` and, without
+/// a screen, the interface of a view (`adapters/memory/panel_view.hpp`).
 namespace foldline {
 
 /// A setting of the family. `name`, `values` and `unit` are also the keys of its texts in the bundle.

@@ -46,7 +46,7 @@ struct Operation {
 using Sequence = std::vector<Operation>;
 using Random = std::mt19937_64;
 
-/// A sequence of calls. Any call may be at any place; those that have an effect there are more frequent.
+/// A random sequence: calls that make a panel and usually show it, then any calls in any order.
 Sequence anySequence(Random& random);
 
 /// The call in words.

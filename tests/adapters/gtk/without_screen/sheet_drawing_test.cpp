@@ -115,7 +115,7 @@ TEST(ASheet, OutlinesNoPrintablePartThatIsThinnerThanALine) {
   }
 }
 
-// Five lines of different lengths fit.
+// Five lines fit; the last is as long as the first.
 TEST(ASheet, HasLinesLikeParagraphsWhereItIsPrinted) {
   auto layout = onPaper();
   layout.print = {30, 30, 20, 42};
