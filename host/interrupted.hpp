@@ -6,8 +6,8 @@
 
 namespace tandemtrim::host {
 
-/// Whether the program ignores this signal, as it does when it was started by nohup or in the background of a
-/// shell.
+/// Whether the program ignores this signal, as it does when it was started by nohup, or by a script in the
+/// background.
 bool isIgnored(int signal);
 
 /// "interrupted" or "terminated".

@@ -123,7 +123,8 @@ void ChosenPrinter::follow() {
   window_.giveUpPrint();
   current_ = {printer, {}, {}, {}, {}, {}};
   window_.enter(DialogState::ready);
-  // The page setup has no effect on a document that is saved to a file.
+  // The page setup has no effect on a document that is saved to a file, unless a program lays it out for
+  // that.
   enablePageSetup(window_.dialog(), selection_.isPrinter());
   if (!selection_.isPrinter()) return panel_.hide();
   window_.enter(DialogState::reading);

@@ -51,7 +51,7 @@ class ChosenPrinter : public sigc::trackable {
   [[nodiscard]] PrintRequest makeRequest();
   /// The settings that the tabs show.
   [[nodiscard]] TabSettings tabs() { return tabs_.settings(); }
-  /// Failure for page ranges that cannot be understood.
+  /// Failure for page ranges that cannot be understood, and when page ranges are chosen but none is typed.
   void refuseWrongPages() { tabs_.refuseWrongPages(); }
 
  private:

@@ -24,7 +24,8 @@ struct PrintRequest {
   Options options;
   /// The settings that the next job on the printer starts from.
   Remembered remembered;
-  /// Whether the panel's options become the user's defaults for the printer, too.
+  /// Whether the options become the user's defaults for the printer, too, except those that concern a single
+  /// job.
   bool useForAllJobs = false;
   /// The keywords of options that are never stored for other jobs.
   std::vector<std::string> notKept;

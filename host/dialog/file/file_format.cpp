@@ -35,7 +35,7 @@ std::optional<FileFormat> formatOf(std::string_view beginning) {
   return row == kFormats.end() ? std::nullopt : std::optional(row->format);
 }
 
-// CUPS has no filter from PDF to PostScript, but depends on a program for it.
+// CUPS converts no document to application/postscript, but depends on a program that makes it of PDF.
 std::vector<std::string> converter(std::optional<FileFormat> from, FileFormat to) {
   std::vector<std::string> command;
   if (to == FileFormat::pdf) {

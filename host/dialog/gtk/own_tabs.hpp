@@ -22,7 +22,7 @@ class OwnTabs {
   /// Overwrites `options` with the choices of the tabs for this printer; rows that are unchanged since
   /// rememberRows() are skipped. Failure for pages and times that cannot be understood.
   void addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options);
-  /// Failure for page ranges that cannot be understood.
+  /// Failure for page ranges that cannot be understood, and when page ranges are chosen but none is typed.
   void refuseWrongPages();
   /// Like addOptions(), but adds the paper even if it is the printer's default. Failure as for
   /// addTabOptions().

@@ -28,7 +28,7 @@ std::optional<Edges> unprintableEdges(ppd_file_t* ppd, const std::string& paper)
 /// The same edges for a sheet in landscape orientation.
 Edges edgesAcross(const Edges& upright);
 
-/// Whether a job with these options prints each page on a separate sheet, and nothing else there.
+/// Whether a job with these options prints each page alone on one side of a sheet.
 bool isPageOnItsSheet(const Options& options);
 
 /// The page where the print system puts it, turned if it is of the other orientation: in its own size and in

@@ -21,8 +21,8 @@ enum class LaidOut {
 /// job applies get the value that changes nothing, so that nothing happens twice.
 std::map<std::string, std::string> settingsToLayOut(const TabSettings& tabs, LaidOut laidOut);
 
-/// Failure, with a text for the user, when the tabs choose a part of the document or several pages per side:
-/// a saved file contains the whole document unchanged.
+/// Failure, with a text for the user, when the tabs choose a part of the document or several pages per side
+/// and no program has applied that choice: a saved file contains the whole document unchanged.
 void refusePartInFile(const Gtk::PrintSettings& settings, LaidOut laidOut);
 
 /// Replaces the job's options that a program has already applied to the document: by the value that changes

@@ -18,7 +18,7 @@ struct PrinterPlace {
   std::string printer;
 };
 
-/// The settings of the user's last successful job on a printer: those of GTK's tabs and those of the panel.
+/// The settings of the last job that the user sent to a printer: those of GTK's tabs and those of the panel.
 struct Remembered {
   /// Its parts are null if nothing is remembered; remember() requires both.
   TabSettings tabs;

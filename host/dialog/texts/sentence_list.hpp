@@ -13,7 +13,7 @@ namespace tandemtrim::host {
 std::string directed(const Gtk::Widget& widget, const std::string& text);
 
 /// Sentences one below the other. The list is as high as they are at its width, and scrolls when that is more
-/// than `mostHeight` pixels. It requests no width unless its natural width is propagated.
+/// than `mostHeight` pixels. It requests only its minimum width unless its natural width is propagated.
 class SentenceList : public Gtk::ScrolledWindow {
  public:
   explicit SentenceList(int mostHeight);
