@@ -1,4 +1,4 @@
-// Preloaded into a program, counts every block of memory that it and its libraries allocate.
+// Preloaded into a program, counts every malloc, calloc and realloc of it and its libraries.
 #include <atomic>
 #include <cstddef>
 

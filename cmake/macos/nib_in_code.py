@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Writes Objective-C++ that makes the objects of a nib: nib_in_code.py FILE.xib >FILE.mm
 
-For bundles that are built without a compiler for nibs; see nib_objects.hpp. An unknown element or attribute is an error.
+For bundles that are built without a compiler for nibs; see nib_objects.hpp. An unknown attribute of a control or its cell
+is an error; other unknown contents may be left out.
 """
 
 import json

@@ -103,7 +103,7 @@ __attribute__((objc_root_class))
 - (void)appendString:(NSString*)aString;
 - (void)appendFormat:(NSString*)format, ... __attribute__((format(__NSString__, 1, 2)));
 @end
-// The compiler makes the literals of this class.
+// Unused: for macOS the compiler gives literals the type NSString.
 @interface NSConstantString : NSString
 @end
 
