@@ -25,7 +25,7 @@ constexpr const char* kRestart =
     "restart it with systemctl --user restart xdg-desktop-portal, or log in again";
 constexpr const char* kReadAtStart = "the desktop portal reads its settings only when it starts; ";
 constexpr const char* kSettingsEnd = "portals.conf";
-// GTK 3 reads the first, GTK 4 up to 4.8 the second.
+// GTK 3 and GTK 4 before 4.8 read the first, GTK 4.8 the second.
 const Lines kGtkVariables{"GTK_USE_PORTAL=1", "GDK_DEBUG=portals${GDK_DEBUG:+:$GDK_DEBUG}"};
 
 std::string textOf(PortalVersion version) {

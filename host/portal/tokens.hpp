@@ -11,15 +11,15 @@ namespace tandemtrim::host {
 /// 32 random bits from the system.
 std::uint32_t randomBits();
 
-/// The tokens by which programs refer to the user's choice. Each belongs to one program, is valid once and
-/// cannot be guessed.
+/// The tokens by which programs refer to the user's choice. Each cannot be guessed and is valid once, only
+/// for programs with the same identifier, which is empty for many programs outside a sandbox.
 class Tokens {
  public:
   explicit Tokens(std::function<std::uint32_t()> random = randomBits) : random_(std::move(random)) {}
 
-  /// A new token, not 0, by which this program, and no other one, refers to the session.
+  /// A new token, not 0, by which only programs with this identifier refer to the session.
   std::uint32_t issue(const std::string& application, int session);
-  /// The session of the program's token, which becomes invalid; nullopt for any other token.
+  /// The session of this identifier's token, which becomes invalid; nullopt for any other token.
   std::optional<int> take(std::uint32_t token, const std::string& application);
   /// Makes the session's token invalid.
   void forget(int session);

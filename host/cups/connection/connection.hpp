@@ -15,8 +15,8 @@ namespace tandemtrim::host {
 /// The address of this thread's server, for messages: a socket's path, or host and port.
 std::string serverName();
 
-/// How long an answer may take, from the text of the environment variable TANDEM_TRIM_TIMEOUT: its whole
-/// seconds, or 10 where it is no positive number or missing (null).
+/// How long an answer may take, from the text of the environment variable TANDEM_TRIM_TIMEOUT: its number of
+/// seconds, or 10 where it is no positive whole number or missing (null).
 std::chrono::seconds timeoutFrom(const char* text);
 
 /// The fact about an answer that no print server would send.
