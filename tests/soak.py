@@ -1,6 +1,7 @@
 #!/usr/bin/python3
-"""Runs the long tests for hours, each time with new random values, and counts their jobs, calls and inputs: soak.py HOURS [RUN ...]
+"""Runs the long tests for hours and counts their jobs, calls and inputs: soak.py HOURS [RUN ...]
 
+Each run has new random values, except "requests", which makes the same choices each time.
 The exit status is 1 if a run failed; build/soak then has its command and whole output. After each run its count is added to
 build/soak/totals.json.
 """

@@ -58,7 +58,7 @@ class DialogWarningsTest(DialogCase):
     def test_the_page_is_not_made_before_it_is_shown(self):
         dialog = self.dialog("-d", "Morva", "-o", " ".join([f"{VALID}=On", *THREE_WRONG]))
         dialog.wait_for_tab("Summary")
-        # Every object that the program makes is on the bus, visible or not.
+        # Waiting for the page has requested the objects of all pages, not only of the one in front; made() lists them.
         made = dialog.program.made()
         dialog.page("Tandem Trim")
         dialog.says(NOT_ALLOWED)

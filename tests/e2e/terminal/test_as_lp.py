@@ -57,7 +57,7 @@ DRAWN = [
 ]  # fmt: skip
 # With these, both programs send nothing and fail. They come last, since the last of several values counts.
 WRONG = [["-n", "0"], ["-q", "0"], ["-q", "101"], ["-P", "banana"], ["-P", "5-3"]]
-# Where a job goes: arguments and variables. "draft" is an instance of each printer, with its own saved options.
+# Where a job goes: arguments and variables. "draft" is an instance of Plain and of Morva, with its own saved options.
 PLACES = [
     (["-d", "Plain"], {}),
     (["-dPlain/draft"], {}),
