@@ -10,6 +10,8 @@
 #include <glibmm/uriutils.h>
 #include <gtk/gtk.h>
 
+#include "host/whole_file.hpp"
+
 namespace tandemtrim::host {
 namespace {
 
@@ -64,17 +66,12 @@ fs::path rememberedFile(const PrinterPlace& place) {
 
 Remembered recall(const PrinterPlace& place, const Report& report) {
   const auto file = rememberedFile(place);
-  std::error_code unreadable;
-  if (!fs::exists(file, unreadable)) return {};
-  // Opening a pipe would block.
-  if (!fs::is_regular_file(file, unreadable)) {
-    setAside(file, "it is not a regular file", report);
-    return {};
-  }
   try {
+    const auto text = readWholeFile(file);
+    if (!text) return {};
     Remembered settings;
     const auto groups = Glib::KeyFile::create();
-    groups->load_from_file(file.string());
+    groups->load_from_data(*text);
     if (groups->has_group(kSettingsGroup)) {
       settings.tabs.settings = Gtk::PrintSettings::create_from_key_file(groups);
       // Earlier versions kept some of them.
@@ -90,8 +87,10 @@ Remembered recall(const PrinterPlace& place, const Report& report) {
     return settings;
   } catch (const Glib::Error& damaged) {
     setAside(file, damaged.what(), report);
-    return {};
+  } catch (const Failure& unreadable) {
+    report(unreadable.fact().english());
   }
+  return {};
 }
 
 std::optional<Failure> remember(const PrinterPlace& place, const Remembered& settings, const Report& report) {

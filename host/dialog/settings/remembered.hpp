@@ -26,7 +26,7 @@ struct Remembered {
 };
 
 /// The settings remembered for the printer. A damaged file is reported and renamed, with ".damaged" appended;
-/// nothing is remembered then.
+/// one that cannot be read is reported and stays. Nothing is remembered then.
 Remembered recall(const PrinterPlace& place, const Report& report);
 
 /// Stores these settings for the printer in place of earlier ones. Leaves out those that concern a single

@@ -1,10 +1,13 @@
 #include "host/dialog/settings/remembered.hpp"
 
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 
 #include <cups/cups.h>
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace tandemtrim::host {
@@ -175,6 +178,29 @@ TEST_F(RememberedSettings, ThatAreDamagedAreReportedAndSetAside) {
   EXPECT_FALSE(remember(place, reversedOnA3(), report));
   EXPECT_THAT(recall(place, report).panel, ElementsAre(Option{"Margin", "12"}));
   EXPECT_EQ(messages.size(), 1U);
+}
+
+// A file that cannot be read now may be intact.
+TEST_F(RememberedSettings, ThatCannotBeReadStayWhereTheyAreAndAreReported) {
+  remember(place, reversedOnA3(), report);
+  struct rlimit limit {};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+  const struct rlimit noFiles { 0, limit.rlim_max };
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &noFiles), 0);
+  expectNothing(recall(place, report));
+  setrlimit(RLIMIT_NOFILE, &limit);
+  EXPECT_THAT(messages,
+              ElementsAre(rememberedFile(place).string() + " cannot be read: " + std::strerror(EMFILE)));
+  EXPECT_EQ(recall(place, report).panel, reversedOnA3().panel);
+}
+
+TEST_F(RememberedSettings, InAFolderThatCannotBeReadAreReported) {
+  const auto folder = rememberedFile(place).parent_path();
+  fs::create_directories(folder.parent_path());
+  fs::create_symlink(folder, folder);
+  expectNothing(recall(place, report));
+  EXPECT_THAT(messages, ElementsAre(HasSubstr(rememberedFile(place).string() + " cannot be read")));
+  fs::remove(folder);
 }
 
 TEST_F(RememberedSettings, ThatCannotBeWrittenAreReported) {
