@@ -23,7 +23,7 @@ SETTINGS = {
 }
 PAIRS = 31
 FEW_PAIRS = 11  # of programs that take a good part of a second
-LARGE_PAIRS = 3
+LARGE_PAIRS = 7
 ONE_WAY = 0.02  # seconds to a server far away; an answer takes as long
 SAVED = "x-note=1"
 LARGE = 1 << 30

@@ -70,12 +70,13 @@ class PrintDialog:
         return [node for window in self.program.windows() for node in window.all()]
 
     def look(self, role, name):
-        """The node of this role with this name, else the first whose name or description contains it, else None."""
+        """The node of this role with this name, else the first whose name contains it, else whose description does, else None."""
         roles = ENTRIES if role == "entry" else {role}
         nodes = [node for node in self.nodes() if node.role in roles]
         named = (node for node in nodes if title_of(node) == name)
-        containing = (node for node in nodes if name in title_of(node) or name in node.description)
-        return next(named, None) or next(containing, None)
+        containing = (node for node in nodes if name in title_of(node))
+        described = (node for node in nodes if name in node.description)
+        return next(named, None) or next(containing, None) or next(described, None)
 
     def find(self, role, name):
         return until(lambda: self.look(role, name), f"{role} {name!r}")

@@ -3,7 +3,7 @@
 import unittest
 
 import surroundings
-from dialog_case import DialogCase, until
+from dialog_case import INSIDE, DialogCase, until
 from terminal_case import CHANGED, DEFAULTS, MARGINS, POSITION, PPD, PROJECT, SAMPLE, VALID, digest, of_panel
 
 
@@ -101,6 +101,23 @@ class DialogTest(DialogCase):
         dialog.check("Use Tandem Trim")
         for side in MARGINS:
             until(lambda: dialog.is_live("spin button", f"{side} Margin"), f"{side} to be live")
+
+    def test_a_margin_steps_while_a_button_is_held_and_stops_wherever_it_is_released(self):
+        dialog = self.live_panel()
+        left, top, width, height = dialog.program.place(dialog.find_live("spin button", "Top Margin"))
+        box = dialog.middle(dialog.find_live("spin button", "Left Margin"))
+        dialog.hands.hold(left + width - INSIDE, top + height // 2)
+        until(lambda: int(dialog.text("Top Margin")) >= 5 + 2, "two steps")
+        dialog.hands.move(*box)
+        dialog.hands.release()
+        dialog.spin("Left Margin", "9")
+        until(lambda: dialog.text("Left Margin") == "9", "the keys after the release")
+        stopped = dialog.text("Top Margin")
+        for number in "34567":
+            dialog.type("Left Margin", number)
+        self.assertEqual(dialog.text("Top Margin"), stopped)
+        dialog.press("Print")
+        self.assertEqual(of_panel(self.printed(dialog).options)[MARGINS["Top"]], stopped)
 
     def test_the_button_restores_the_defaults(self):
         dialog = self.live_panel("-o", "MVTopMargin=9")

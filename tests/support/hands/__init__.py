@@ -15,6 +15,15 @@ class XHands:
     def click(self, x, y):
         _run("xdotool", "mousemove", str(x), str(y), "click", "1")
 
+    def hold(self, x, y):
+        _run("xdotool", "mousemove", str(x), str(y), "mousedown", "1")
+
+    def move(self, x, y):
+        _run("xdotool", "mousemove", str(x), str(y))
+
+    def release(self):
+        _run("xdotool", "mouseup", "1")
+
     def press(self, *keys):
         _run("xdotool", "key", *keys)
 
@@ -25,7 +34,8 @@ class XHands:
 
 class WaylandHands:
     def __init__(self):
-        self.click = Pointer().click
+        pointer = Pointer()
+        self.click, self.hold, self.move, self.release = pointer.click, pointer.hold, pointer.move, pointer.release
 
     def press(self, *keys):
         words = []

@@ -35,11 +35,24 @@ class Pointer:
         self._settle()
 
     def click(self, x, y):
+        self.hold(x, y)
+        self.release()
+
+    def hold(self, x, y):
+        self.move(x, y)
+        self._set_button(1)
+
+    def move(self, x, y):
         self._ask(POINTER, MOVE_TO, struct.pack("IIIII", 0, x, y, *SIZE))
         self._ask(POINTER, FRAME)
-        for is_pressed in (1, 0):
-            self._ask(POINTER, BUTTON, struct.pack("III", 0, LEFT_BUTTON, is_pressed))
-            self._ask(POINTER, FRAME)
+        self._settle()
+
+    def release(self):
+        self._set_button(0)
+
+    def _set_button(self, is_pressed):
+        self._ask(POINTER, BUTTON, struct.pack("III", 0, LEFT_BUTTON, is_pressed))
+        self._ask(POINTER, FRAME)
         self._settle()
 
     def _ask(self, target, what, content=b""):
