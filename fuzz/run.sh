@@ -9,7 +9,7 @@ programs=build/fuzz/fuzz
 quick=build/fuzz-quick/fuzz
 inputs=build/fuzz/inputs
 time=$1
-LSAN_OPTIONS=suppressions=$PWD/fuzz/leaks.supp:print_suppressions=0
+LSAN_OPTIONS=suppressions=$PWD/tests/leaks.supp:print_suppressions=0
 shopt -s nullglob
 targets=("$programs"/fuzz_*[a-z])
 targets=("${targets[@]##*/fuzz_}")
