@@ -1,5 +1,7 @@
 #include "adapters/linux/files/property_list.hpp"
 
+#include <algorithm>
+
 #include "adapters/linux/files/property_list_text.hpp"
 #include "adapters/linux/files/regular_file.hpp"
 #include "adapters/linux/files/strings_decoding.hpp"
@@ -17,8 +19,10 @@ std::shared_ptr<const Dictionary> propertyListIn(const std::string& bytes, std::
     return nullptr;
   }
   const auto decoded = decodeUtf16(bytes);
-  std::size_t line = 0;
-  const auto root = parsePropertyList(decoded ? decoded->text : bytes, line);
+  const auto& text = decoded ? decoded->text : bytes;
+  // A fault in UTF-16 is on the text's last line.
+  auto line = 1 + static_cast<std::size_t>(std::ranges::count(text, '\n'));
+  const auto root = decoded && !decoded->whole ? nullptr : parsePropertyList(text, line);
   const auto* dictionary = root ? root->as<Dictionary>() : nullptr;
   if (!root) {
     fault = ":" + std::to_string(line) + ": not a valid XML property list";

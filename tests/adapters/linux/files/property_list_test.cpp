@@ -476,6 +476,22 @@ TEST(PropertyList, IsReadInUtf16AfterAByteOrderMark) {
   }
 }
 
+// An odd byte, or half of a surrogate pair, is a fault even after the list's end.
+TEST(PropertyList, IsReadOnlyIfAllOfItsFileIsUtf16) {
+  const TemporaryFolder folder;
+  for (const bool bigEndian : {false, true}) {
+    const std::u16string sound = u"<plist>\n<dict/></plist>\n";
+    EXPECT_THAT(read(inUtf16(sound, bigEndian)), testing::NotNull());
+    for (const auto& faulty : {inUtf16(sound, bigEndian) + '\n', inUtf16(sound + u'\xD800', bigEndian),
+                               inUtf16(sound + u'\xDC00', bigEndian)}) {
+      const auto path = folder.write("list.plist", faulty);
+      std::string fault;
+      EXPECT_THAT(linux::readPropertyList(path, fault), IsNull());
+      EXPECT_EQ(fault, path + ":3: not a valid XML property list");
+    }
+  }
+}
+
 struct Faulty {
   std::string bytes;
   std::string fault;
