@@ -9,11 +9,27 @@ import unittest
 import mach_o
 
 XIB = mach_o.SOURCES / "resources/TandemTrim.xib"
-FORMS = {"an element": ("<subviews>", '<subviews><slider userLabel="slider"><rect key="frame" x="0" y="0" width="9" height="9"/></slider>'),
-         "an attribute of a view": ('userLabel="labelDirection"', 'userLabel="labelDirection" hidden="YES"'),
-         "an attribute of a cell": ('increment="1"', 'increment="1" minValue="2"'),
-         "a value of an attribute": ('bezelStyle="rounded"', 'bezelStyle="bevel"'),
-         "a connection": ('target="-2"', 'target="gon-e0-000"')}
+# What the nib has, what it has instead, and the place and name of what is unknown.
+FORMS = {"an attribute of the document": ('version="3.0"', 'version="3.0" useAutolayout="YES"', "document", "useAutolayout"),
+         "an object": ("<objects>", '<objects><userDefaultsController id="use-rd-efa"/>', "objects", "userDefaultsController"),
+         "a view": ("<subviews>", '<subviews><slider userLabel="slider"><rect key="frame" x="0" y="0" width="9" height="9"/></slider>',
+                    "subviews", "slider"),
+         "a part of a view": ("<subviews>", "<constraints/><subviews>", "customView 712-ad-f72", "constraints"),
+         "an attribute of a view": ('userLabel="labelDirection"', 'userLabel="labelDirection" hidden="YES"', "textField ce5-63-993", "hidden"),
+         "a way to resize": ('widthSizable="YES"', 'heightSizable="YES"', "autoresizingMask", "heightSizable"),
+         "a part of a cell": ("<behavior ", '<string key="title"/><behavior ', "buttonCell fb8-34-f8f", "string"),
+         "an attribute of a cell": ('increment="1"', 'increment="1" minValue="2"', "stepperCell 99e-43-511", "minValue"),
+         "a value of an attribute": ('bezelStyle="rounded"', 'bezelStyle="bevel"', "popUpButtonCell d1f-de-409", "bevel"),
+         "a font": ('metaFont="system"', 'metaFont="systemBold"', "font", "systemBold"),
+         "an attribute of a font": ('size="13"', 'size="13" weight="bold"', "font", "weight"),
+         "an attribute of a colour": ('name="controlColor"', 'name="controlColor" alpha="0.5"', "color", "alpha"),
+         "a part of a menu item": ('<menuItem title="Short Edge" id="53b-a0-2a7"/>', '<menuItem title="Short Edge" id="53b-a0-2a7"><menu/></menuItem>',
+                                   "menuItem 53b-a0-2a7", "menu"),
+         "an attribute of a menu item": ('title="Short Edge"', 'title="Short Edge" keyEquivalent="s"', "menuItem 53b-a0-2a7", "keyEquivalent"),
+         "a target": ('target="-2"', 'target="gon-e0-000"', "action fc1-9c-6d0", "gon-e0-000"),
+         "a kind of connection": ("<outlet ", '<binding id="bin-di-ng0"/><outlet ', "connections", "binding"),
+         "a connection for accessibility": ('accessibilityConnection property="title"', 'accessibilityConnection property="link"',
+                                            "accessibilityConnection eff-06-75b", "link")}
 
 
 def made_of(text):
@@ -54,11 +70,11 @@ class TheNibInCode(unittest.TestCase):
         self.assertFalse([line for line in self.lines[first:] if line.startswith("[") and "awakeFromNib" not in line])
 
     def test_is_not_generated_from_a_nib_with_unknown_contents(self):
-        for what, (known, unknown) in FORMS.items():
+        for what, (known, other, place, unknown) in FORMS.items():
             with self.subTest(what):
-                done = made_of(XIB.read_text().replace(known, unknown, 1))
+                done = made_of(XIB.read_text().replace(known, other, 1))
                 self.assertEqual(done.returncode, 1)
-                self.assertRegex(done.stderr, r"^\S+/TandemTrim[.]xib: '[\w-]+' has no code; add it to \S+\n$")
+                self.assertRegex(done.stderr, rf"^\S+/TandemTrim[.]xib: '{unknown}' in <{place}> has no code; add it to \S+\n$")
 
 
 if __name__ == "__main__":
