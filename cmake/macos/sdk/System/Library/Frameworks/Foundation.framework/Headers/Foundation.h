@@ -19,7 +19,6 @@ typedef unsigned long NSUInteger;
 typedef double NSTimeInterval;
 typedef double CGFloat;
 typedef unsigned short unichar;
-typedef struct _NSZone NSZone;
 typedef struct objc_class* Class;
 typedef struct objc_object {
   Class isa;
@@ -102,9 +101,6 @@ __attribute__((objc_root_class))
 + (instancetype)string;
 - (void)appendString:(NSString*)aString;
 - (void)appendFormat:(NSString*)format, ... __attribute__((format(__NSString__, 1, 2)));
-@end
-// Unused: for macOS the compiler gives literals the type NSString.
-@interface NSConstantString : NSString
 @end
 
 @interface NSNumber : NSObject
