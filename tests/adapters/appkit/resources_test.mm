@@ -1,11 +1,14 @@
 #include <functional>
+#include <string_view>
 
 #import "tests/adapters/appkit/support/damaged_resources.h"
 
 namespace host {
 namespace {
 
-NSData* dataOf(const char* bytes) { return [NSData dataWithBytes:bytes length:strlen(bytes)]; }
+using namespace std::string_view_literals;
+
+NSData* dataOf(std::string_view bytes) { return [NSData dataWithBytes:bytes.data() length:bytes.size()]; }
 
 TEST_F(DamagedResources, AreIntactAtFirstInASeparateBundle) {
   EXPECT_EQ([panels() count], 1U);
@@ -22,10 +25,10 @@ TEST_F(DamagedResources, WithoutASettingInfoMakeNoPanel) {
 }
 
 TEST_F(DamagedResources, WithASettingInfoThatIsNotADictionaryMakeNoPanel) {
-  for (const char* content :
-       {"", "<plist", "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>ID</key>",
-        "\xFF\xFE\x00garbage",
-        "<?xml version=\"1.0\"?><plist version=\"1.0\"><array><string>ID</string></array></plist>"}) {
+  for (const auto content :
+       {""sv, "<plist"sv, "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>ID</key>"sv,
+        "\xFF\xFE\x00garbage"sv,
+        "<?xml version=\"1.0\"?><plist version=\"1.0\"><array><string>ID</string></array></plist>"sv}) {
     write(kSettingInfo, dataOf(content));
     EXPECT_EQ(panels(), nil) << content;
   }
