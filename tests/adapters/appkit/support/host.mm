@@ -70,7 +70,7 @@ void endWithReason(NSException* exception) {
 // seconds. A busy machine takes longer.
 void awaitNotificationServer() {
   constexpr int kTries = 12;
-  for (int count = 1; count < kTries; ++count) {
+  for (int count = 0; count < kTries; ++count) {
     @try {
       return [[NSDistributedNotificationCenter defaultCenter] postNotificationName:@"TestHost" object:nil];
     } @catch (NSException* exception) {
