@@ -34,8 +34,10 @@ class SecondFamilyDialogTest(DialogCase):
         dialog = self.dialog("-d", "Lund")
         dialog.page("Foldline")
         dialog.find("check box", "Cover sheet")
-        for role, name in (("check box", "Cover sheet"), ("combo box", "Fold")):
-            self.assertEqual([node.role for node in dialog.nodes() if node.role == role and node.name == name], [role])
+        switches = [node.name for node in dialog.nodes() if node.role == "check box" and node.name.startswith("Cover sheet")]
+        self.assertEqual(switches, ["Cover sheet"])
+        # GTK would add a colon to its title.
+        self.assertEqual([label for label in dialog.labels() if label in ("Fold", "Fold:")], ["Fold"])
 
     def test_a_job_has_the_panels_settings_even_if_its_page_was_never_shown(self):
         dialog = self.dialog("-d", "Lund", "-o", "LNFold=Half")
