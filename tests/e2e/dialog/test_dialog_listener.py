@@ -46,7 +46,7 @@ def plus(dialog):
 
 
 ACTS = (
-    Act("goes to a number", ("Tab",), ("focused", NUMBER, words(TOP, "12")), (("focused", NUMBER, words(TOP, "12")),)),
+    Act("goes to a number", ("Tab",), ("focused", NUMBER, words(TOP, "12"))),
     Act("types a digit", ("ctrl+a", "7"), text("7")),
     Act("undoes it", ("ctrl+z",), text(""), (text("12"), described("12 mm"))),
     Act("types beyond the limit and leaves the box", ("ctrl+a", "9", "9", "Tab"), ("focused", NUMBER, words("Bottom Margin:", "5")), (text("20"), described("20 mm"))),

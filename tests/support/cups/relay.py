@@ -460,7 +460,6 @@ class Away(Cut):
         super().__exit__()
 
     def _listen_again(self):
-        self._thread.join(0)
         self._listener = socket.create_server(self._place)
         self._returned = threading.Thread(target=self._accept, daemon=True)
         self._returned.start()
