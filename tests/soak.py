@@ -46,7 +46,7 @@ def many_jobs(name, case, folder, count, on_screen=False):
 
     return {
         name: run("every_job_reaches_its_filter_once_with_the_saved_options", r"^(\d+) jobs$"),
-        f"broken-{name}": run("a_confirmed_job_is_printed_once_and_complete_even_if_connections_break", r"^(\d+) broken jobs$"),
+        f"broken-{name}": run("a_confirmed_job_is_printed_once_and_complete_even_if_connections_break", r"^(\d+) jobs over breaking connections$"),
     }
 
 

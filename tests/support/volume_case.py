@@ -148,5 +148,5 @@ class ManyJobs:
             confirmed, said = self.sends(jobs, self.environment(CUPS_SERVER=relay.address))
             self.judge(jobs, confirmed, said, may_fail=True)
         self.assertGreater(relay.cuts, 0)
-        print(f"{len(jobs)} broken jobs")
-        print(f"of these {relay.cuts} connections were cut, and {len(jobs) - len(confirmed)} jobs were not confirmed")
+        print(f"{len(jobs)} jobs over breaking connections")
+        print(f"{relay.cuts} connections were cut, and {len(jobs) - len(confirmed)} of the jobs were not confirmed")
