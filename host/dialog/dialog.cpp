@@ -87,7 +87,7 @@ Dialog::Dialog(DialogStart start, const Report& report, Events events)
       formats_(formatsOf(start)),
       window_(formats_, isToBeLaidOut(start)),
       questions_(window_.dialog()),
-      login_(window_.dialog()),
+      login_(window_.dialog(), [this] { return window_.state() != DialogState::cancelling; }),
       sender_(std::move(start.documents), report, login_.ask(),
               [this](const auto& text, auto share) { window_.showProgress(text, share); }),
       printer_(start.line, start.request == nullptr ? nullptr : suggestionsOf(*start.request), report,

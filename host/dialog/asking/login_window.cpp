@@ -49,7 +49,7 @@ std::optional<Login> LoginWindow::waitForAnswer(LoginWindow* window, const std::
   auto answer = std::make_shared<Answer>();
   auto login = answer->promise.get_future();
   inForeground([window, alive, question, answer] {
-    if (alive.expired()) {
+    if (alive.expired() || !window->mayAsk_()) {
       answer->promise.set_value(std::nullopt);
     } else {
       window->show(question, answer);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include <gtkmm/dialog.h>
 
@@ -12,13 +14,15 @@ namespace tandemtrim::host {
 /// is stored.
 class LoginWindow {
  public:
-  explicit LoginWindow(Gtk::Window& parent) : parent_(parent) {}
+  /// Questions are shown only while `mayAsk`, on the main loop, says so.
+  LoginWindow(Gtk::Window& parent, std::function<bool()> mayAsk)
+      : parent_(parent), mayAsk_(std::move(mayAsk)) {}
   LoginWindow(const LoginWindow&) = delete;
   LoginWindow& operator=(const LoginWindow&) = delete;
   ~LoginWindow() { giveUp(); }
 
-  /// Returns a function by which a thread asks and waits for the answer; that function returns nullopt once
-  /// this object is gone.
+  /// Returns a function by which a thread asks and waits for the answer; that function returns nullopt
+  /// while no question may be shown, and once this object is gone.
   [[nodiscard]] AskForLogin ask();
   /// Cancels the question that is being asked, if any.
   void giveUp();
@@ -32,6 +36,7 @@ class LoginWindow {
   void finish(const std::optional<Login>& login);
 
   Gtk::Window& parent_;
+  const std::function<bool()> mayAsk_;
   std::unique_ptr<Gtk::Dialog> window_;
   // For the thread that waits; null while no thread does.
   std::shared_ptr<Answer> answer_;

@@ -4,21 +4,29 @@ import signal
 import unittest
 
 from dialog_case import DialogCase, until
-from relay import WantsLogin
+from relay import NEW_JOB, Holdup, WantsLogin
 from terminal_case import DEFAULTS, of_panel
 
 QUESTION = "requires a user name and a password"
 AGAIN = "did not accept this user name and password"
 
 
-class DialogLoginTest(DialogCase):
+class LoginCase(DialogCase):
     def setUp(self):
         super().setUp()
-        relay = WantsLogin(self.cups.address, "ann:Secret")
-        self.server = self.enterContext(relay)
-        self.asking = self.dialog("-d", "Morva", CUPS_SERVER=relay.address, CUPS_USER="ann", TANDEM_TRIM_TIMEOUT="5")
-        self.asking.wait_for_tab("Tandem Trim")
-        self.asking.press("Print")
+        self.server = self.enterContext(WantsLogin(self.cups.address, "ann:Secret"))
+
+    def press_print(self, address):
+        dialog = self.dialog("-d", "Morva", CUPS_SERVER=address, CUPS_USER="ann", TANDEM_TRIM_TIMEOUT="5")
+        dialog.wait_for_tab("Tandem Trim")
+        dialog.press("Print")
+        return dialog
+
+
+class DialogLoginTest(LoginCase):
+    def setUp(self):
+        super().setUp()
+        self.asking = self.press_print(self.server.address)
         self.asking.says(QUESTION)
 
     def enter(self, user, password):
@@ -70,6 +78,33 @@ class DialogLoginTest(DialogCase):
         status, out, _ = self.asking.ends()
         self.assertEqual((status, out), (130, ""))
         self.assert_nothing_was_sent()
+
+
+class CancelledBeforeTheQuestionTest(LoginCase):
+    """The job is cancelled before the server asks for a login."""
+
+    def setUp(self):
+        super().setUp()
+        host, port = self.server.address.split(":")
+        self.late = self.enterContext(Holdup((host, int(port)), NEW_JOB))
+        self.sending = self.press_print(self.late.address)
+        until(self.late.reached.is_set, "the request for a job")
+
+    def ends_without_a_question(self):
+        until(lambda: not self.sending.program.windows(), "the dialog to be hidden")
+        self.late.release()
+        status, out, said = self.sending.ends()
+        self.assertEqual(out, "", said)
+        self.assert_nothing_was_sent()
+        return status
+
+    def test_a_cancelled_dialog_does_not_ask(self):
+        self.sending.press("Cancel the job")
+        self.assertEqual(self.ends_without_a_question(), 0)
+
+    def test_a_dialog_that_a_signal_ends_does_not_ask(self):
+        self.sending.process.send_signal(signal.SIGTERM)
+        self.assertEqual(self.ends_without_a_question(), 128 + signal.SIGTERM)
 
 
 if __name__ == "__main__":
