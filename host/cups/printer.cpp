@@ -100,11 +100,10 @@ Printer findPrinter(const Connection& connection, const std::optional<std::strin
   } else {
     throw namelessPrinter(connection);
   }
-  if (destination) {
-    printer.instance = destination->instance;
-  } else {
-    saved = savedOptions(defaults, DestinationName{printer.name, std::nullopt}, lines);
-  }
+  if (destination) printer.instance = destination->instance;
+  const DestinationName own{printer.name, printer.instance};
+  if (!destination) saved = savedOptions(defaults, own, lines);
+  printer.savedForAllUsers = savedOptions(std::span(defaults).first(1), own, lines);
   printer.saved = withoutServers(std::move(saved), facts);
   printer.queueDefaults = serverDefaults(facts, IPP_TAG_NAME);
   printer.serverDefaults = serverDefaults(facts);

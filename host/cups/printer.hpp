@@ -16,6 +16,8 @@ struct Printer {
   std::optional<std::string> instance = {};
   /// The options that the user (or the administrator, for all users) saved, without the server's own.
   Options saved;
+  /// The options that the administrator saved for all users, with those that `saved` overrides or leaves out.
+  Options savedForAllUsers;
   /// The server's defaults that are plain texts, such as those that the administrator set for options that
   /// CUPS does not know.
   Options queueDefaults;

@@ -44,10 +44,20 @@ Failure cannotKeep(const std::string& keyword) {
       "; give another with -o " + keyword + "=...");
 }
 
+Failure stillSaved(const std::string& keyword) {
+  return Failure(Trouble::notKeptForAllJobs,
+                 Fact("the old default of [option] is still in use"_fact, {{"[option]", keyword}}));
+}
+
 Failure cannotChange(const Printer& printer, const Failure& reason) {
   return Failure(Trouble::notKeptForAllJobs,
                  Fact("the defaults for [printer] cannot be changed: [reason]"_fact,
                       {{"[printer]", nameWithInstance(printer)}, {"[reason]", reason.fact()}}));
+}
+
+const Option& longestOf(const Options& options) {
+  return *std::ranges::max_element(
+      options, {}, [](const Option& option) { return option.keyword.size() + option.value.size(); });
 }
 
 DestinationName nameOf(const Printer& printer) { return {printer.name, printer.instance}; }
@@ -68,11 +78,11 @@ bool isOfAnotherUser(const fs::path& file) {
          stat(homeFolder().c_str(), &home) == 0 && home.st_uid != geteuid();
 }
 
-std::optional<std::string> defaultsIn(const fs::path& file) {
-  if (isOfAnotherUser(file)) return std::nullopt;
+std::string defaultsIn(const fs::path& file) {
+  if (isOfAnotherUser(file)) return {};
   try {
-    auto text = readWholeFile(file);
-    if (text && text->starts_with(kPacked)) throw unreadableFile(file, "it is compressed with gzip");
+    auto text = readWholeFile(file).value_or("");
+    if (text.starts_with(kPacked)) throw unreadableFile(file, "it is compressed with gzip");
     return text;
   } catch (const Failure& failure) {
     throw Failure(failure.trouble(), failure.fact(), "; nothing was sent. Make it readable, or move it away");
@@ -90,22 +100,29 @@ const char* valueOf(const Option& option, const cups_dest_t& destination) {
   return cupsGetOption(option.keyword.c_str(), destination.num_options, destination.options);
 }
 
+bool isSetIn(const cups_dest_t& destination, const Option& option) {
+  const char* const value = valueOf(option, destination);
+  return value != nullptr && option.value == value;
+}
+
 // Whether the server itself supplies this value, so that the option needs no entry.
 bool isFromServer(const Option& option, const Printer& printer, const cups_dest_t& destination) {
-  const char* const value = valueOf(option, destination);
-  return value != nullptr && option.value == value &&
-         std::ranges::none_of(printer.saved, [&](const Option& saved) {
+  return isSetIn(destination, option) && std::ranges::none_of(printer.saved, [&](const Option& saved) {
            return isSameKeyword(saved.keyword, option.keyword);
          });
 }
 
-void writeEntries(const Printer& printer, const Options& entries) {
-  const auto& longest = *std::ranges::max_element(
-      entries, {}, [](const Option& option) { return option.keyword.size() + option.value.size(); });
+bool isForAllUsers(const Option& option, const Printer& printer) {
+  return std::ranges::any_of(printer.savedForAllUsers, [&](const Option& saved) {
+    return isSameKeyword(saved.keyword, option.keyword) && saved.value == option.value;
+  });
+}
+
+void writeEntries(const Printer& printer, const Options& entries, const Options& removed) {
   try {
     editFile(savedDefaultsFile(), [&](const std::string& text) {
-      auto changed = withSavedOptions(text, nameOf(printer), entries);
-      if (!changed) throw cannotKeep(longest.keyword);
+      auto changed = withSavedOptions(text, nameOf(printer), entries, keywordsOf(removed));
+      if (!changed) throw cannotKeep(longestOf(entries.empty() ? removed : entries).keyword);
       return *std::move(changed);
     });
   } catch (const Failure& failure) {
@@ -114,15 +131,27 @@ void writeEntries(const Printer& printer, const Options& entries) {
   }
 }
 
+// Asks libcups afterwards for all that has changed.
+void changeDefaults(const Connection& connection, const Printer& printer, const Options& options,
+                    const Options& removed) {
+  auto entries = options;
+  const auto before = knownDestination(connection, printer);
+  std::erase_if(entries, [&](const Option& option) { return isFromServer(option, printer, *before); });
+  if (!entries.empty() || !removed.empty()) writeEntries(printer, entries, removed);
+
+  const auto after = knownDestination(connection, printer);
+  for (const auto& option : options)
+    if (!isSetIn(*after, option)) throw cannotKeep(option.keyword);
+  for (const auto& option : removed)
+    if (isSetIn(*after, option) && !isForAllUsers(option, printer)) throw stillSaved(option.keyword);
+}
+
 }  // namespace
 
 fs::path savedDefaultsFile() { return homeFolder().string() + "/.cups/lpoptions"; }
 
-std::vector<std::string> savedDefaults() {
-  std::vector<std::string> texts;
-  for (const auto& file : {systemDefaultsFile(), savedDefaultsFile()})
-    if (auto text = defaultsIn(file)) texts.push_back(*std::move(text));
-  return texts;
+std::array<std::string, 2> savedDefaults() {
+  return {defaultsIn(systemDefaultsFile()), defaultsIn(savedDefaultsFile())};
 }
 
 void editFile(const fs::path& file, const std::function<std::string(const std::string&)>& edit,
@@ -147,16 +176,13 @@ Options keepable(const Options& options) {
 }
 
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options) {
-  auto entries = options;
-  const auto before = knownDestination(connection, printer);
-  std::erase_if(entries, [&](const Option& option) { return isFromServer(option, printer, *before); });
-  if (!entries.empty()) writeEntries(printer, entries);
+  changeDefaults(connection, printer, options, {});
+}
 
-  const auto after = knownDestination(connection, printer);
-  for (const auto& option : options) {
-    const char* const found = valueOf(option, *after);
-    if (found == nullptr || option.value != found) throw cannotKeep(option.keyword);
-  }
+void replaceDefaults(const Connection& connection, const Printer& printer, const Options& options,
+                     const std::vector<std::string>& untouched) {
+  auto others = withoutKeywords(withoutThoseOfOneJob(printer.saved), untouched);
+  changeDefaults(connection, printer, options, withoutKeywords(std::move(others), keywordsOf(options)));
 }
 
 Options resetDefaults(const Printer& printer) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -17,9 +18,9 @@ namespace tandemtrim::host {
 std::filesystem::path savedDefaultsFile();
 
 /// The texts of the files where CUPS keeps options for each printer: the administrator's for all users, then
-/// the user's, as far as they exist. Failure when one cannot be read, which libcups would ignore. An
-/// unreadable one in another user's home folder, as under sudo, is left out instead.
-std::vector<std::string> savedDefaults();
+/// the user's. The text of a file that does not exist is empty. Failure when one cannot be read, which
+/// libcups would ignore; an unreadable one in another user's home folder, as under sudo, is empty instead.
+std::array<std::string, 2> savedDefaults();
 
 /// Replaces the text of the file, which need not exist, by the result of `edit`. A lock keeps other callers
 /// out, and readers see either the old text or the new one. The file keeps its mode and owner. Failure when
@@ -34,6 +35,11 @@ Options keepable(const Options& options);
 /// Stores the options as the user's defaults for the printer, where all programs find them. Failure when one
 /// cannot be stored unchanged.
 void saveAsDefault(const Connection& connection, const Printer& printer, const Options& options);
+
+/// Does the same and removes all others of the printer's saved options from the user's defaults, except those
+/// that concern a single job and those of the keywords in `untouched`.
+void replaceDefaults(const Connection& connection, const Printer& printer, const Options& options,
+                     const std::vector<std::string>& untouched);
 
 /// Removes the user's defaults for the printer and returns them. Failure when the file cannot be changed.
 Options resetDefaults(const Printer& printer);

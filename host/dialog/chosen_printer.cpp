@@ -4,6 +4,7 @@
 
 #include "host/cups/ppd.hpp"
 #include "host/dialog/gtk/page_setup_menus.hpp"
+#include "host/dialog/settings/paper.hpp"
 #include "host/dialog/texts/texts.hpp"
 #include "host/panel/bundle_search.hpp"
 #include "host/panel/job_settings.hpp"
@@ -121,7 +122,7 @@ void ChosenPrinter::follow() {
   tabs_.forgetRows();
   window_.hideNotice();
   window_.giveUpPrint();
-  current_ = {printer, {}, {}, {}, {}, {}};
+  current_ = {printer, {}, {}, {}, {}, {}, {}};
   window_.enter(DialogState::ready);
   // The page setup has no effect on a document that is saved to a file, unless a program lays it out for
   // that.
@@ -253,9 +254,14 @@ Options ChosenPrinter::optionsBesideTabs() {
   return options;
 }
 
+// The paper is left out if the job has it anyway.
 Options ChosenPrinter::otherOptions() {
   auto options = optionsBesideTabs();
-  tabs_.addOptions(selection_.printer(), current_.ppd.get(), options);
+  if (paperAskedFor(current_.savedForAllUsers, current_.ppd.get())) {
+    tabs_.addAllOptions(current_.ppd.get(), options);
+  } else {
+    tabs_.addOptions(selection_.printer(), current_.ppd.get(), options);
+  }
   return withoutKeywords(std::move(options), panel_.keywords());
 }
 

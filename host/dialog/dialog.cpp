@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -255,6 +256,7 @@ void Dialog::refuseOtherLayout() {
 PrintRequest Dialog::makeRequest() {
   auto request = printer_.makeRequest();
   removeLaidOut(request.options, laidOut_);
+  std::ranges::move(keywordsLaidOut(laidOut_), std::back_inserter(request.notKept));
   refuseLossyValues(request.options);
   request.options = encodable(std::move(request.options));
   if (request.title) refuseLossyTitle(*request.title);

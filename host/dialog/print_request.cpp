@@ -1,5 +1,8 @@
 #include "host/dialog/print_request.hpp"
 
+#include <algorithm>
+#include <iterator>
+
 #include "host/cups/connection/connection.hpp"
 #include "host/cups/printer.hpp"
 #include "host/cups/saved_defaults.hpp"
@@ -9,10 +12,18 @@
 namespace tandemtrim::host {
 namespace {
 
-std::optional<Failure> useForAllJobs(const Options& options, const Connection& connection,
-                                     const Printer& printer, const Report& report) {
+// The options that the job would have without its own: the server's and the administrator's.
+Options defaultsOf(const Printer& printer) {
+  auto defaults = printer.serverDefaults;
+  std::ranges::copy(printer.savedForAllUsers, std::back_inserter(defaults));
+  return defaults;
+}
+
+std::optional<Failure> useForAllJobs(const Options& options, const std::vector<std::string>& notKept,
+                                     const Connection& connection, const Printer& printer,
+                                     const Report& report) {
   try {
-    saveAsDefault(connection, printer, keepable(options));
+    replaceDefaults(connection, printer, keepable(withoutKeywords(options, notKept)), notKept);
     return std::nullopt;
   } catch (const Failure& failure) {
     report("the job was sent, but its settings were not saved for all jobs: " + failure.fact().english());
@@ -33,7 +44,7 @@ SendResult sendRequest(const PrintRequest& request, std::vector<Document>& docum
   const auto printer = findPrinter(connection, request.printer);
   checkState(printer, [](const std::string&) {});
   if (printer.stopped) throw Failure(Trouble::stopped, stoppedFact(printer), "; nothing was sent");
-  const auto options = withoutQueueDefaults(request.options, printer.serverDefaults);
+  const auto options = withoutQueueDefaults(request.options, defaultsOf(printer));
   const auto title = request.title.value_or(documents.front().name());
   progress(std::nullopt, title, 0, documents.front().size());
   SendResult result{sendAndConfirm(connection, printer, title, options, documents, progress), {}};
@@ -41,9 +52,8 @@ SendResult sendRequest(const PrintRequest& request, std::vector<Document>& docum
   if (connection.warning()) report(*connection.warning());
   if (job.failure && !isSent(*job.failure)) throw Failure(*job.failure);
   if (request.useForAllJobs && !job.failure) {
-    if (const auto notKept =
-            useForAllJobs(withoutKeywords(options, request.notKept), connection, printer, report))
-      problems.push_back(*notKept);
+    if (const auto failure = useForAllJobs(options, request.notKept, connection, printer, report))
+      problems.push_back(*failure);
   }
   if (job.failure) problems.push_back(*job.failure);
   return result;

@@ -24,10 +24,9 @@ struct PrintRequest {
   Options options;
   /// The settings that the next job on the printer starts from.
   Remembered remembered;
-  /// Whether the options become the user's defaults for the printer, too, except those that concern a single
-  /// job.
+  /// Whether the options replace the user's defaults for the printer, except those that concern a single job.
   bool useForAllJobs = false;
-  /// The keywords of options that are never stored for other jobs.
+  /// The keywords of options whose defaults stay as they are.
   std::vector<std::string> notKept;
 };
 

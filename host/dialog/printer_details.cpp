@@ -20,7 +20,8 @@ std::shared_ptr<PrinterDetails> readDetails(const std::optional<std::string>& se
   auto destination = printer.name + (printer.instance ? '/' + *printer.instance : "");
   return std::make_shared<PrinterDetails>(
       PrinterDetails{std::move(printer.name), std::move(destination), std::move(ppd), std::move(saved),
-                     std::move(printer.queueDefaults), std::move(printer.serverDefaults)});
+                     std::move(printer.savedForAllUsers), std::move(printer.queueDefaults),
+                     std::move(printer.serverDefaults)});
 }
 
 }  // namespace

@@ -20,6 +20,8 @@ struct PrinterDetails {
   PpdHandle ppd;
   /// The options that the user saved for the printer, spelled as in the PPD.
   Options saved;
+  /// The options that the administrator saved for all users.
+  Options savedForAllUsers;
   /// The queue's defaults that are plain texts, such as those for options that CUPS does not know.
   Options queueDefaults;
   /// Every default that the server uses for a job without the option.

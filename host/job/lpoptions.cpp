@@ -1,7 +1,6 @@
 #include "host/job/lpoptions.hpp"
 
 #include <algorithm>
-#include <vector>
 
 #include <strings.h>
 
@@ -125,12 +124,12 @@ std::optional<DestinationName> defaultDestination(std::string_view text) {
 }
 
 std::optional<std::string> withSavedOptions(std::string_view text, const DestinationName& destination,
-                                            const Options& options) {
+                                            const Options& options, const std::vector<std::string>& removed) {
   std::string changed;
   bool isFound = false;
   bool fits = true;
   const auto add = [&](const Entry& entry, std::string_view end) {
-    auto all = readOptions(entry.options);
+    auto all = withoutKeywords(readOptions(entry.options), removed);
     for (const auto& option : options) setOption(all, option);
     const auto line = lineOf(entry, all);
     isFound = true;
@@ -145,7 +144,7 @@ std::optional<std::string> withSavedOptions(std::string_view text, const Destina
       changed += line;
     }
   }
-  if (!isFound) {
+  if (!isFound && !options.empty()) {
     if (!changed.empty() && kLineEnds.find(changed.back()) == std::string_view::npos) changed += '\n';
     add({"Dest", destination, ""}, "");
   }

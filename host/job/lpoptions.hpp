@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/job/options.hpp"
 
@@ -27,11 +28,12 @@ Options savedOptions(std::span<const std::string> texts, const std::optional<Des
 std::optional<DestinationName> defaultDestination(std::string_view text);
 
 /// The text of the file with these options set for the destination, replacing earlier ones of the same
-/// keywords. They are set in each of the destination's lines, since some functions of libcups read only the
-/// first and others all. All other lines stay the same, byte for byte. nullopt if a line becomes too long for
-/// CUPS to read back whole.
+/// keywords, and without options of the keywords in `removed`. All of the destination's lines change, since
+/// some functions of libcups read only the first and others all. All other lines stay the same, byte for
+/// byte. nullopt if a line becomes too long for CUPS to read back whole.
 std::optional<std::string> withSavedOptions(std::string_view text, const DestinationName& destination,
-                                            const Options& options);
+                                            const Options& options,
+                                            const std::vector<std::string>& removed = {});
 
 /// The text of the file without any option of the destination. All other lines stay the same; a default
 /// destination stays the default.

@@ -115,6 +115,12 @@ Options withoutKeywords(Options options, const std::vector<std::string>& keyword
   return options;
 }
 
+std::vector<std::string> keywordsOf(const Options& options) {
+  std::vector<std::string> keywords;
+  for (const auto& option : options) keywords.push_back(option.keyword);
+  return keywords;
+}
+
 Options withoutThoseOfOneJob(Options options) {
   std::erase_if(options, [](const Option& option) { return option.keyword.starts_with("notify-"); });
   return withoutKeywords(std::move(options), {kOfOneJob.begin(), kOfOneJob.end()});

@@ -45,6 +45,8 @@ void setOption(Options& options, Option option);
 /// The options except those of these keywords.
 Options withoutKeywords(Options options, const std::vector<std::string>& keywords);
 
+[[nodiscard]] std::vector<std::string> keywordsOf(const Options& options);
+
 /// The options except those that concern a single job and are never stored: its title, copies, pages, the
 /// time of printing and notifications.
 Options withoutThoseOfOneJob(Options options);

@@ -37,7 +37,8 @@ struct LayoutOption {
   const char* neutral;
   LaidOut by;
 };
-constexpr std::array<LayoutOption, 8> kLayoutOptions{{{"page-ranges", nullptr, LaidOut::pages},
+constexpr std::array<LayoutOption, 9> kLayoutOptions{{{"page-ranges", nullptr, LaidOut::pages},
+                                                      {"landscape", nullptr, LaidOut::pages},
                                                       {"orientation-requested", nullptr, LaidOut::pages},
                                                       {"copies", "1", LaidOut::everything},
                                                       {"Collate", nullptr, LaidOut::everything},
@@ -81,6 +82,13 @@ void removeLaidOut(Options& options, LaidOut laidOut) {
     options = withoutKeywords(std::move(options), {keyword});
     if (neutral != nullptr) options.push_back({keyword, neutral});
   }
+}
+
+std::vector<std::string> keywordsLaidOut(LaidOut laidOut) {
+  std::vector<std::string> keywords;
+  for (const auto& option : kLayoutOptions)
+    if (laidOut >= option.by) keywords.emplace_back(option.keyword);
+  return keywords;
 }
 
 }  // namespace tandemtrim::host

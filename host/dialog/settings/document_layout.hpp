@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "host/dialog/settings/tab_settings.hpp"
 #include "host/job/options.hpp"
@@ -28,5 +29,8 @@ void refusePartInFile(const Gtk::PrintSettings& settings, LaidOut laidOut);
 /// Replaces the job's options that a program has already applied to the document: by the value that changes
 /// nothing or, where there is no such value, by no option.
 void removeLaidOut(Options& options, LaidOut laidOut);
+
+/// The keywords of those options.
+[[nodiscard]] std::vector<std::string> keywordsLaidOut(LaidOut laidOut);
 
 }  // namespace tandemtrim::host

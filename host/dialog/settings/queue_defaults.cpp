@@ -15,20 +15,26 @@ constexpr std::array<std::pair<const char*, const char*>, 6> kQueueDefaults{{{"c
                                                                              {"OutputOrder", "Normal"},
                                                                              {"page-set", "all"}}};
 
-// Whether the server uses this value for a job without the option.
-bool isQueueDefault(const Option& option, const Options& serverDefaults) {
+// Whether this option of a job decides what the other one would set.
+bool overrides(const Option& option, const Option& other) {
+  const bool setsOrientation = isSameKeyword(option.keyword, "orientation-requested");
+  return isSameKeyword(option.keyword, other.keyword)
+             ? option.value != other.value
+             : setsOrientation && isSameKeyword(other.keyword, "landscape");
+}
+
+// Whether a job without the option has this value.
+bool isQueueDefault(const Option& option, const Options& defaults) {
   return std::ranges::any_of(kQueueDefaults, [&](const auto& standard) {
     if (!isSameKeyword(option.keyword, standard.first) || option.value != standard.second) return false;
-    return std::ranges::none_of(serverDefaults, [&](const Option& serverDefault) {
-      return isSameKeyword(serverDefault.keyword, standard.first) && serverDefault.value != standard.second;
-    });
+    return std::ranges::none_of(defaults, [&](const Option& other) { return overrides(option, other); });
   });
 }
 
 }  // namespace
 
-Options withoutQueueDefaults(Options options, const Options& serverDefaults) {
-  std::erase_if(options, [&](const Option& option) { return isQueueDefault(option, serverDefaults); });
+Options withoutQueueDefaults(Options options, const Options& defaults) {
+  std::erase_if(options, [&](const Option& option) { return isQueueDefault(option, defaults); });
   return options;
 }
 

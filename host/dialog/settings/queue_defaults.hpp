@@ -4,8 +4,8 @@
 
 namespace tandemtrim::host {
 
-/// The options without those whose value the server uses for a job anyway. `serverDefaults` are the server's
-/// own defaults for jobs on the queue.
-Options withoutQueueDefaults(Options options, const Options& serverDefaults);
+/// The options without those whose value a job has anyway. `defaults` are the options of a job that has none
+/// of its own: the server's defaults and those that the administrator saved for all users.
+Options withoutQueueDefaults(Options options, const Options& defaults);
 
 }  // namespace tandemtrim::host

@@ -4,8 +4,9 @@ import stat
 import unittest
 
 from dialog_case import RANGES, DialogCase, of_pages, until
+from relay import Relay
 from screen_reader import FOCUSED
-from terminal_case import DEFAULTS, MARGINS, PPD, SMALLER, of_panel
+from terminal_case import DEFAULTS, MARGINS, PPD, SAMPLE, SMALLER, of_panel
 
 DUPLEX = """\
 *OpenUI *Duplex/Two-Sided: PickOne
@@ -28,6 +29,22 @@ GLUE = """\
 *CloseUI: *Glue
 
 *OpenGroup: TandemTrim"""
+
+
+OTHERS = {"number-up": "2", "OutputOrder": "Reverse", "PageSize": "A3", "landscape": "true", "x-note": "saved", "page-set": "all"}
+
+
+class Restoring(Relay):
+    """Another program that at once saves two pages per side again in this file."""
+
+    def __init__(self, server, file):
+        super().__init__(server, float("inf"), None)
+        self._file = file
+
+    def _on_request(self, piece):
+        text = self._file.read_text()
+        if "number-up" not in text:
+            self._file.write_text(text.replace("\n", " number-up=2\n"))
 
 
 class DialogPagesTest(DialogCase):
@@ -356,6 +373,33 @@ class DialogPagesTest(DialogCase):
         expected = DEFAULTS | {"MVTandemTrim": "On", MARGINS["Top"]: "14", "x-note": "kept"}
         self.assertEqual(self.kept_for_all_jobs(), expected)
 
+    def keeps_the_queues_values(self, saved):
+        """Chooses the queue's values and uses them for all jobs, where all pages began with other ones; `saved` is the file of those."""
+        saved.parent.mkdir(exist_ok=True)
+        saved.write_text(f"Dest Morva {' '.join(f'{keyword}={value}' for keyword, value in OTHERS.items())}\n")
+        dialog = self.live_panel(XDG_STATE_HOME=str(self.temporary_folder()))
+        dialog.check("Use for all my jobs")
+        dialog.page("General")
+        dialog.check("Reverse")
+        self.set_up(dialog, **{"Pages per side": ("Home",), "Paper size": ("Up",), "Orientation": ("Home",)})
+        options = self.sent(dialog)
+        self.run_command("lp", "-d", "Morva", SAMPLE)
+        self.cups.wait_for_jobs()
+        return options, self.cups.records()[-1].options
+
+    def test_settings_for_all_jobs_replace_those_that_the_user_saved_before(self):
+        own = self.cups.folder / "home/.cups/lpoptions"
+        options, later = self.keeps_the_queues_values(own)
+        stays = {"x-note": "saved", "page-set": "all"}
+        self.assertEqual((options, dict(later.items() & OTHERS.items())), ({}, stays))
+        self.assertEqual(self.kept_for_all_jobs(), DEFAULTS | {"MVTandemTrim": "On"} | stays)
+
+    def test_settings_for_all_jobs_override_those_that_the_administrator_saved_for_all_users(self):
+        options, later = self.keeps_the_queues_values(self.cups.folder / "home/lpoptions")
+        explicit = {"number-up": "1", "OutputOrder": "Normal", "PageSize": "A4", "orientation-requested": "3"}
+        self.assertEqual(options, explicit)
+        self.assertEqual({keyword: later[keyword] for keyword in explicit}, explicit)
+
     def test_saved_options_reach_the_filter_whether_a_page_shows_them_or_not(self):
         self.run_command("lpoptions", "-p", "Morva", "-o", "x-note=saved", "-o", "number-up=2")
         dialog = self.shown()
@@ -372,6 +416,23 @@ class DialogPagesTest(DialogCase):
         dialog.press("Cancel")
         dialog.ends()
         self.assertEqual(self.kept_for_all_jobs(), {})
+
+    def test_a_saved_option_that_cannot_be_removed_is_reported(self):
+        own = self.cups.folder / "home/.cups/lpoptions"
+        own.parent.mkdir()
+        own.write_text("Dest Morva number-up=2\n")
+        state = {"XDG_STATE_HOME": str(self.temporary_folder())}
+        with Restoring(self.cups.address, own) as relay:
+            dialog = self.live_panel(CUPS_SERVER=relay.address, **state)
+            dialog.check("Use for all my jobs")
+            dialog.page("General")
+            self.set_up(dialog, **{"Pages per side": ("Home",)})
+            dialog.press("Print")
+            dialog.says("its settings could not be kept for all your jobs")
+            dialog.press("Close")
+            status, _, said = dialog.ends()
+        self.assertEqual(status, 0, said)
+        self.assertIn("its settings were not saved for all jobs: the old default of number-up is still in use", said)
 
     def test_a_job_whose_settings_cannot_be_saved_is_printed_with_a_message(self):
         home = self.temporary_folder() / "file"

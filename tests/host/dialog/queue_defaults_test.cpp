@@ -26,6 +26,12 @@ INSTANTIATE_TEST_SUITE_P(Dialog, AnOptionOfTheQueue,
                                          Option{"orientation-requested", "3"},
                                          Option{"outputorder", "Normal"}, Option{"page-set", "all"}));
 
+TEST(ThePortraitOrientation, IsSentIfTheJobWouldBeLandscapeOtherwise) {
+  const Options portrait{{"orientation-requested", "3"}};
+  EXPECT_EQ(withoutQueueDefaults(portrait, {{"Landscape", "true"}}), portrait);
+  EXPECT_THAT(withoutQueueDefaults({{"number-up", "1"}}, {{"Landscape", "true"}}), IsEmpty());
+}
+
 TEST(OtherOptions, AreAlwaysSent) {
   const Options options{{"Glue", "1"}, {"MVTopMargin", "5"}};
   EXPECT_EQ(withoutQueueDefaults(options, {{"Glue", "1"}}), options);

@@ -36,6 +36,13 @@ TEST(SavedOptions, AreReadFromAndSavedInEachLineOfTheirPrinter) {
             "Default Morva b=3\n#\nDest Morva b=3\n");
 }
 
+TEST(SavedOptions, AreRemovedFromEachLineOfTheirPrinterOnly) {
+  const auto before = kOthers + std::string("Dest Morva a=1 b=1\nDefault Morva A=2\nDest Morva/draft a=3\n");
+  EXPECT_EQ(withSavedOptions(before, kMorva, {{"b", "3"}}, {"a", "c"}),
+            kOthers + std::string("Dest Morva b=3\nDefault Morva b=3\nDest Morva/draft a=3\n"));
+  EXPECT_EQ(withSavedOptions(kOthers, kMorva, {}, {"a"}), kOthers);
+}
+
 TEST(SavedOptions, KeepAHashSignThatBeginsNoComment) {
   const auto text = withSavedOptions("Dest Morva note=a\\#b\n", kMorva, {{"x", "1"}});
   EXPECT_EQ(text, "Dest Morva note=\"a\\#b\" x=1\n");
