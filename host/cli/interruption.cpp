@@ -21,10 +21,19 @@ void handle(int signal, void (*handler)(int)) {
   sigaction(signal, &action, nullptr);
 }
 
+extern "C" void onSignal(int signal);
+
+// Lets the signal end the program, unless it was ignored from the start.
+void endBy(int signal) {
+  struct sigaction now {};
+  sigaction(signal, nullptr, &now);
+  if (now.sa_handler == onSignal) handle(signal, SIG_DFL);
+}
+
 extern "C" void onSignal(int signal) {
   if (signal == SIGALRM) return;
   received = signal;
-  for (const int next : kSignals) handle(next, SIG_DFL);
+  for (const int next : kSignals) endBy(next);
   // Ends a read that begins after the signal without another check() before it.
   alarm(1);
 }
@@ -41,11 +50,7 @@ Interruption::Interruption() {
 
 Interruption::~Interruption() {
   alarm(0);
-  for (const int signal : kSignals) {
-    struct sigaction now {};
-    sigaction(signal, nullptr, &now);
-    if (now.sa_handler == onSignal) handle(signal, SIG_DFL);
-  }
+  for (const int signal : kSignals) endBy(signal);
   handle(SIGALRM, SIG_DFL);
 }
 

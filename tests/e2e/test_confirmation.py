@@ -3,6 +3,8 @@
 import itertools
 import json
 import os
+import pathlib
+import re
 import signal
 import socket
 import struct
@@ -26,6 +28,12 @@ echo "INFO: cutting" >&2
 until [ -e "$TANDEM_TRIM_RECORDS/go" ]; do sleep 0.05; done
 exit $(cat "$TANDEM_TRIM_RECORDS/go")
 """
+
+
+def has_handler(process, number):
+    """Whether the process handles the signal itself."""
+    status = pathlib.Path(f"/proc/{process}/status").read_text()
+    return int(re.search(r"^SigCgt:\s*(\w+)", status, re.MULTILINE)[1], 16) >> (number - 1) & 1
 
 
 class ConfirmationTest(TerminalCase):
@@ -338,6 +346,18 @@ class ConfirmationTest(TerminalCase):
         status, out, said = self.end_of(program)
         self.assertEqual((status, said), (0, ""))
         self.assertRegex(out, rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$")
+
+    def test_an_ignored_signal_does_not_end_the_program_while_it_cancels_the_job(self):
+        program = self.sends_a_part(program=("env", "--ignore-signal=INT", PROGRAM), TANDEM_TRIM_TIMEOUT=str(10 * PATIENCE))
+        self.cups.freeze()
+        try:
+            program.send_signal(signal.SIGTERM)
+            until(lambda: not has_handler(program.pid, signal.SIGTERM), "the first signal")
+            program.send_signal(signal.SIGINT)
+        finally:
+            self.cups.thaw()
+        self.assertRegex(program.stderr.readline().decode(), r"^tandem-trim: terminated; job \d+ on Morva was cancelled\n$")
+        self.assertEqual(program.wait(PATIENCE), 128 + signal.SIGTERM)
 
     def test_a_signal_while_the_program_waits_for_the_job_does_not_cancel_it(self):
         program = self.started("-d", "Slow", "--wait", SAMPLE)
