@@ -32,9 +32,10 @@ std::string newMark() {
 }
 
 void cancelJob(const Connection& connection, const Printer& printer, int number) {
-  const auto watched = connection.watch();
-  const auto status = cupsCancelJob2(connection.get(), printer.name.c_str(), number, 0);
-  if (status >= IPP_STATUS_ERROR_BAD_REQUEST || connection.isSilent()) throw connection.lastFailure();
+  auto request = printerRequest(IPP_OP_CANCEL_JOB, printer.name);
+  ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", number);
+  const auto answer = connection.ask(std::move(request), "/jobs/");
+  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
 }
 
 // The numbers of the jobs with this mark. Attributes without a name separate the jobs in an answer.
@@ -146,6 +147,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
     const auto watched = connection_.watch(Patience::whileBytesLeave);
     status = part();
   };
+  connection_.prepare();
   write([&] {
     return cupsStartDocument(http, printer_.name.c_str(), number_, name.c_str(), format.c_str(), last);
   });

@@ -61,7 +61,9 @@ http_status_t askForPpd(const Connection& connection, const Printer& printer, in
 std::optional<PpdHandle> fetch(const Connection& connection, const Printer& printer) {
   auto file = emptyFile();
   // Not by cupsGetPPD3, which asks for the queue's address and connects to it without a time-out.
+  connection.prepare();
   const auto status = askForPpd(connection, printer, file.get());
+  connection.checkServer();
   const auto size = lseek(file.get(), 0, SEEK_CUR);
   if (size == kLargestPpd)
     throw tooLargePpd("the PPD of " + printer.name + " that " + connection.server() + " sends");

@@ -3,11 +3,13 @@
 import itertools
 import unittest
 
+import fake_server
+import ipp
 from fake_server import FakeServer
 from patience import PATIENCE
 from private_cups import PrivateCups
-from relay import Usurped, WantsEncryption
-from terminal_case import PPD, REQUEST, SAMPLE, TerminalCase
+from relay import Rerouted, Usurped, WantsEncryption
+from terminal_case import PPD, REQUEST, SAMPLE, SMALLER, TerminalCase
 
 CONFIRMED = rf"^{REQUEST}job \d+ on Morva: 7 of 7 options confirmed\n$"
 REQUIRED = {"CUPS_ENCRYPTION": "Required"}
@@ -77,6 +79,25 @@ class EncryptionTest(TerminalCase):
                     break
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertGreater(reports, 0)
+
+    def test_no_ppd_of_another_server_that_takes_a_later_connection_is_believed(self):
+        ppd = self.temporary_folder() / "smaller.ppd"
+        ppd.write_text(PPD.read_text().replace(*SMALLER))
+        arguments = ("-d", "Morva", "--set", "Valid=On", "--set", "Top=99", "--summary")
+        self.prints_encrypted(**REQUIRED)
+        named = fake_server.described(ipp.PRINTER_GROUP, fake_server.PRINTER).replace(b"\r\n", b"\r\nConnection: close\r\n", 1)
+        server = FakeServer(PPD.read_bytes(), {ipp.GET_PRINTER: lambda: [named]}, keys=self.cups.keys())
+        with PrivateCups() as other, server:
+            other.add_queue("Morva", ppd)
+            result = self.trim(*arguments, CUPS_SERVER=server.address, CUPS_ENCRYPTION="Always")
+            self.assertIn("Top Margin: 20", result.stdout, result.stderr)
+            before = other.requests()
+            with Rerouted(server.place, other.address, 1) as relay:
+                result = self.trim(*arguments, CUPS_SERVER=relay.address, CUPS_ENCRYPTION="Always")
+            self.assertTrue(relay.is_rerouted)
+            self.assertEqual((result.returncode, result.stdout), (1, ""))
+            self.assertIn("presents a different certificate than before", result.stderr)
+            self.assertEqual(other.requests(), before)
 
     def test_a_certificate_that_cannot_be_saved_is_reported_and_the_job_is_printed(self):
         blocked = self.certificate().parent

@@ -84,16 +84,16 @@ MessageHandle Connection::ask(MessageHandle request, const std::string& resource
   const auto watched = watch();
   bool isToBeEncrypted = cupsEncryption() >= HTTP_ENCRYPTION_REQUIRED;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    // libcups would reconnect without checking the server.
-    if (isToBeClosed()) reconnect();
+    prepare();
     auto status = cupsSendRequest(get(), request.get(), resource.c_str(), ippLength(request.get()));
+    MessageHandle answer;
     if (status == HTTP_STATUS_CONTINUE || status == HTTP_STATUS_OK) {
-      MessageHandle answer(cupsGetResponse(get(), resource.c_str()));
+      answer.reset(cupsGetResponse(get(), resource.c_str()));
       status = httpGetStatus(get());
       if (httpGetState(get()) != HTTP_STATE_WAITING) httpFlush(get());
-      checkServer();
-      if (answer && !isSilent()) return answer;
     }
+    checkServer();
+    if (answer && !isSilent()) return answer;
     if (isSilent()) break;
     if (status < HTTP_STATUS_MULTIPLE_CHOICES) throw brokenConnection();
     if (status < HTTP_STATUS_BAD_REQUEST) {
@@ -131,6 +131,7 @@ void Connection::drain() const {
 }
 
 DestinationHandle Connection::destination(const char* printer, const char* instance) const {
+  prepare();
   // When this server does not answer, libcups would ask its default server, for a minute or more.
   cupsSetServer(kNoServer);
   const auto watched = watch();
@@ -169,8 +170,8 @@ bool Connection::connect() const {
   return true;
 }
 
-bool Connection::isToBeClosed() const {
-  return strcasecmp(httpGetField(get(), HTTP_FIELD_CONNECTION), "close") == 0;
+void Connection::prepare() const {
+  if (strcasecmp(httpGetField(get(), HTTP_FIELD_CONNECTION), "close") == 0) reconnect();
 }
 
 void Connection::checkServer() const {

@@ -53,6 +53,9 @@ class Connection {
   /// report that for every call.
   [[nodiscard]] bool isSilent() const noexcept { return bounds_->givenUp != GivenUp::no; }
 
+  /// Replaces the connection if the next request would make libcups do so, without checkServer().
+  void prepare() const;
+
   /// Replaces the connection by a new one to the same server. Failure when the server accepts none.
   void reconnect() const;
 
@@ -61,7 +64,7 @@ class Connection {
   void persist(const std::function<void()>& work) const;
 
   /// Failure as for checkCertificate() when the connection is encrypted. libcups reconnects without this
-  /// check, so no answer may be believed before this call.
+  /// check, so prepare() comes before each of its requests, and no answer may be believed before this call.
   void checkServer() const;
 
   /// A warning about the server for the user, if there is one.
@@ -78,7 +81,6 @@ class Connection {
 
  private:
   [[nodiscard]] bool connect() const;
-  [[nodiscard]] bool isToBeClosed() const;
   void drain() const;
   [[nodiscard]] Failure brokenConnection() const;
 

@@ -4,6 +4,7 @@ import base64
 import http.server
 import socket
 import socketserver
+import ssl
 import struct
 import threading
 
@@ -48,7 +49,8 @@ class Serving:
 
     def __init__(self, server):
         self._server, self.ended = server, threading.Event()
-        self.address = "{}:{}".format(*server.server_address)
+        self.place = server.server_address
+        self.address = "{}:{}".format(*self.place)
 
     def __enter__(self):
         self._thread = threading.Thread(target=self._server.serve_forever, args=(0.02,))
@@ -83,9 +85,10 @@ class TlsWithoutEnd(Serving):
 
 class FakeServer(Serving):
     """Serves on a free port. `odd` maps an IPP operation, or PPD, to a function that returns the pieces of bytes to send instead of the
-    usual answer; then the connection is closed. `logins` maps operations to the "user:password" that they need."""
+    usual answer; then the connection is closed. `logins` maps operations to the "user:password" that they need. With `keys`, the files of
+    a certificate and its key, connections are encrypted from the start."""
 
-    def __init__(self, ppd=b"", odd=None, logins=None):
+    def __init__(self, ppd=b"", odd=None, logins=None, keys=None):
         self._ppd, self._odd, self._logins = ppd, odd or {}, logins or {}
         self.tried = []  # the logins that clients sent, each once
         self.job, self._documents = b"", 0  # the attributes of the job that was asked for last, to the end of the message
@@ -111,6 +114,11 @@ class FakeServer(Serving):
 
         server = http.server.ThreadingHTTPServer((HOST, 0), Handler)
         server.daemon_threads = False
+        if keys:
+            context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+            context.load_cert_chain(*keys)
+            context.num_tickets = 0  # libcups would wait for more after a ticket
+            server.socket = context.wrap_socket(server.socket, server_side=True, do_handshake_on_connect=False)
         super().__init__(server)
 
     def __exit__(self, *_):

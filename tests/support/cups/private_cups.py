@@ -54,6 +54,10 @@ class PrivateCups(CupsDaemon):
         """The file in which the server keeps the printer's PPD."""
         return self.folder / f"server/ppd/{name}.ppd"
 
+    def keys(self):
+        """The files of the server's certificate and its key, once it has encrypted a connection."""
+        return [next((self.folder / "keys").glob(f"*.{kind}")) for kind in ("crt", "key")]
+
     # Its clients and jobs.
 
     def environment(self):

@@ -65,7 +65,7 @@ class Relay:
         try:
             while True:
                 client, _ = self._listener.accept()
-                server = socket.create_connection(self._server)
+                server = self._connect()
                 self._open += [client, server]
                 for one in (client, server):
                     one.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)  # adds no delay
@@ -76,6 +76,9 @@ class Relay:
             pass  # the listener is closed
         for carrier in carriers:
             carrier.join()
+
+    def _connect(self):
+        return socket.create_connection(self._server)
 
     def _requests_from(self, client, server):
         try:
@@ -230,6 +233,22 @@ class Usurped(Relay):
         self._server = self._other
         self.is_cut = True
         return False
+
+
+class Rerouted(Relay):
+    """Passes everything on. The client's connections after the first `number` reach another server."""
+
+    def __init__(self, server, other, number):
+        super().__init__(server, float("inf"), None)
+        self._other, self._left = other, number
+        self.is_rerouted = False
+
+    def _connect(self):
+        self.is_rerouted = self._left == 0
+        if self.is_rerouted:
+            return socket.create_connection(self._other)
+        self._left -= 1
+        return super()._connect()
 
 
 class WantsLogin(Relay):
