@@ -73,19 +73,6 @@ fs::path ownFolder(const std::string& family) {
   return base / "tandem-trim/presets" / escapedName(family);
 }
 
-std::vector<fs::path> administratorsFolders(const std::string& family) {
-  std::vector<fs::path> folders;
-  auto paths = variable("XDG_CONFIG_DIRS");
-  if (paths.empty()) paths = "/etc/xdg";
-  for (std::size_t start = 0; start <= paths.size();) {
-    const auto end = std::min(paths.find(':', start), paths.size());
-    const fs::path folder = paths.substr(start, end - start);
-    if (folder.is_absolute()) folders.push_back(folder / "tandem-trim/presets" / escapedName(family));
-    start = end + 1;
-  }
-  return folders;
-}
-
 Fact notUnderstood(const fs::path& file, const std::string& reason) {
   return {"the preset in " + file.string() + " cannot be understood (" + reason + ')',
           "the preset in [file] cannot be understood"_fact,
@@ -216,6 +203,19 @@ bool isTextOf(const std::optional<Preset>& preset, const std::string& text) {
 }
 
 }  // namespace
+
+std::vector<fs::path> administratorsFolders(const std::string& family) {
+  std::vector<fs::path> folders;
+  auto paths = variable("XDG_CONFIG_DIRS");
+  if (paths.empty()) paths = "/etc/xdg";
+  for (std::size_t start = 0; start <= paths.size();) {
+    const auto end = std::min(paths.find(':', start), paths.size());
+    const fs::path folder = paths.substr(start, end - start);
+    if (folder.is_absolute()) folders.push_back(folder / "tandem-trim/presets" / escapedName(family));
+    start = end + 1;
+  }
+  return folders;
+}
 
 void refuseWrongPresetName(const std::string& name) {
   if (name.find_first_not_of(' ') == std::string::npos)

@@ -41,6 +41,10 @@ struct KeptPresets {
   std::vector<PresetFault> faults;
 };
 
+/// The folders of the administrator's presets: below each absolute path of $XDG_CONFIG_DIRS, or below
+/// /etc/xdg. A preset in an earlier folder hides those of its name in later ones.
+std::vector<std::filesystem::path> administratorsFolders(const std::string& family);
+
 /// The family's presets; the user's hides the administrator's of the same name.
 KeptPresets presetsOf(const std::string& family);
 

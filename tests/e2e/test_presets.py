@@ -1,12 +1,10 @@
 """Presets, saved and used at a terminal."""
 
 import json
-import os
-import pathlib
 import subprocess
 import unittest
 
-from terminal_case import ACTS_THAT_CHANGE, CHANGED, DEFAULTS, MARGINS, PPD, PROGRAM, SAMPLE, SMALLER, TerminalCase, each, of_panel
+from terminal_case import ACTS_THAT_CHANGE, CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, SMALLER, TerminalCase, each, of_panel
 
 NAME = "Booklet, 5 mm"
 
@@ -110,15 +108,6 @@ class PresetsTest(TerminalCase):
         self.refuses("-d", "Morva", "--delete-preset", "a", words=["there is no preset a", "b"])
         self.refuses("-d", "Morva", "--delete-preset", "House", words=["is the administrator's"], **around)
         self.assertEqual(of_panel(self.options_of("--preset", "House", **around)), DEFAULTS | {"MVTandemTrim": "On"})
-
-    @unittest.skipUnless(os.geteuid() == 0, "only root can replace /etc/xdg for one program")
-    def test_presets_of_the_administrator_are_in_the_systems_folder_if_no_variable_names_another(self):
-        make = 'mount -t tmpfs none "$0" && mkdir -p "$0/$1" && echo "{}" >"$0/$1/House.json" && shift && exec "$@"'
-        folder = pathlib.Path("/etc/xdg")
-        folder.mkdir(exist_ok=True)
-        command = ["--mount", "sh", "-c", make, folder, "tandem-trim/presets/TandemTrim", PROGRAM, "-d", "Morva", "--list-presets"]
-        result = self.trim(*command, program="unshare", XDG_CONFIG_DIRS="")
-        self.assertEqual(result.stdout, "House  (read-only)\n", result.stderr)
 
     def test_an_unknown_preset_is_refused_with_a_list_of_the_known_ones(self):
         self.refuses("-d", "Morva", "--preset", "None", SAMPLE, words=["there is no preset None", "there are no presets for these printers"])

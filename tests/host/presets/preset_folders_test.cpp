@@ -367,6 +367,7 @@ TEST_F(Presets, AreFoundWithoutVariablesForTheFolders) {
   for (const char* name : {"XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"}) unsetenv(name);
   write(".config", "Booklet.json", "{}");
   EXPECT_THAT(names(), testing::Contains("Booklet"));
+  EXPECT_THAT(administratorsFolders("Family"), ElementsAre("/etc/xdg/tandem-trim/presets/Family"));
   setenv("HOME", home.c_str(), 1);
 }
 
