@@ -9,7 +9,9 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import unittest.mock
 
+import cups_daemon
 import private_cups
 from patience import PATIENCE, until
 from records import parse_options
@@ -90,6 +92,16 @@ class PrivateCupsTest(unittest.TestCase):
         self.assertFalse(folder.exists())
         with self.assertRaises(ConnectionRefusedError):
             socket.create_connection(address)
+
+    def test_a_server_whose_port_another_one_took_takes_a_free_port_and_does_not_start_again_there(self):
+        with private_cups.PrivateCups() as winner:
+            ports = [winner.address[1], cups_daemon.free_port()]
+            with unittest.mock.patch("cups_daemon.free_port", side_effect=ports), private_cups.PrivateCups() as loser:
+                self.assertEqual(loser.address[1], ports[1])
+                winner.kill()
+                with unittest.mock.patch("cups_daemon.free_port", return_value=ports[0]), private_cups.PrivateCups():
+                    with self.assertRaises(RuntimeError):
+                        winner.revive()
 
     def test_the_server_ends_when_its_program_is_killed(self):
         program = """if True:

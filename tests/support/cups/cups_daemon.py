@@ -96,6 +96,7 @@ class CupsDaemon:
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="private-cups-"))
         self.address = None
         self._server = None
+        self._logged_before = 0
         self._frozen = False
         try:
             self._prepare()
@@ -149,6 +150,7 @@ class CupsDaemon:
     def _runs(self):
         """Starts the server at its address; false if it ends at once."""
         (self.folder / "cupsd.conf").write_text(SERVER_SETTINGS.format(host=HOST, port=self.address[1]) + self._more_settings)
+        self._logged_before = self._logged_bytes()
         command = [self.folder / "cupsd", "-f", "-c", self.folder / "cupsd.conf"]
         command += ["-s", self.folder / "cups-files.conf"]
         # The server ends with this process, however that ends.
@@ -168,15 +170,15 @@ class CupsDaemon:
         try:
             ipp.ask(self.address, ipp.GET_PRINTERS)
         except ipp.IppError:
-            return True  # it has no printer yet
+            pass  # it has no printer yet
         except OSError:
             return False
-        return self._served_here()
+        # One that lost the port to another has logged no request since its start.
+        return self._logged_bytes() > self._logged_before
 
-    def _served_here(self):
-        """Whether this server answered: one that lost the port to another has logged no request."""
+    def _logged_bytes(self):
         requests = self.folder / "access_log"
-        return requests.exists() and requests.stat().st_size > 0
+        return requests.stat().st_size if requests.exists() else 0
 
     def freeze(self):
         """Stops the server without closing its port, so that it does not answer."""
