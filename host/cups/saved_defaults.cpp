@@ -39,7 +39,7 @@ Failure cannotKeep(const std::string& keyword) {
   return Failure(
       Trouble::notKeptForAllJobs,
       Fact(
-          "CUPS cannot save the value of [option] as a default (it must not be empty or very long, or contain # or a line break)"_fact,
+          "CUPS cannot save the value of [option] as a default (it must not be empty or very long, or contain # or control characters)"_fact,
           {{"[option]", keyword}}),
       "; give another with -o " + keyword + "=...");
 }
