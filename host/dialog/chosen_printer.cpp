@@ -124,13 +124,16 @@ void ChosenPrinter::follow() {
   window_.giveUpPrint();
   current_ = {printer, {}, {}, {}, {}, {}, {}};
   window_.enter(DialogState::ready);
-  // The page setup has no effect on a document that is saved to a file, unless a program lays it out for
-  // that.
-  enablePageSetup(window_.dialog(), selection_.isPrinter());
+  enablePageSetup();
   if (!selection_.isPrinter()) return panel_.hide();
   window_.enter(DialogState::reading);
   panel_.showText(localized(kReadingText));
   reader_.read(destinationOf(printer), [this](Outcome outcome) { onDetails(std::move(outcome)); });
+}
+
+// The page setup has no effect on an existing document that is saved to a file.
+void ChosenPrinter::enablePageSetup() {
+  host::enablePageSetup(window_.dialog(), selection_.isPrinter() || events_.isToBeLaidOut());
 }
 
 void ChosenPrinter::onDetails(Outcome outcome) {

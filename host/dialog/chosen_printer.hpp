@@ -29,6 +29,8 @@ class ChosenPrinter : public sigc::trackable {
     std::function<void(const std::string&)> onHelp;
     /// Opens the document again; the result is not open where there is no document with pages.
     std::function<FileDescriptor()> openDocument;
+    /// Whether a program has yet to lay the document out.
+    std::function<bool()> isToBeLaidOut;
   };
 
   /// `suggested` are settings that the tabs start with, in addition to those of the command line; may be
@@ -44,6 +46,9 @@ class ChosenPrinter : public sigc::trackable {
   void start();
   /// Changes to the printer that is selected now.
   void follow();
+  /// Enables the menus of paper and orientation if they have an effect. To be called when there is a
+  /// document, too.
+  void enablePageSetup();
   [[nodiscard]] const PrinterSelection& selection() const { return selection_; }
   /// The printer's panel, which may be closed.
   [[nodiscard]] PanelTabs& panel() { return panel_; }

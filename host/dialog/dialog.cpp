@@ -94,7 +94,7 @@ Dialog::Dialog(DialogStart start, const Report& report, Events events)
       printer_(start.line, start.request == nullptr ? nullptr : suggestionsOf(*start.request), report,
                login_.ask(), window_,
                {[this] { print(false); }, [this](const std::string& help) { questions_.showMessage(help); },
-                [this] { return sender_.openPages(); }}),
+                [this] { return sender_.openPages(); }, [this] { return !sender_.hasDocument(); }}),
       notified_(!start.line.withoutNotification && wantsNotification()) {
   printer_.panel().setNotifies(notified_);
   if (start.request != nullptr) followRequest(window_.dialog(), *start.request);
@@ -234,6 +234,7 @@ DialogChoice Dialog::choice() {
 void Dialog::take(Document document, bool isToBePrinted) {
   sender_.take(std::move(document));
   printer_.panel().forgetPage();
+  printer_.enablePageSetup();
   window_.enter(DialogState::ready);
   if (printer_.selection().name() != laidOutFor_) {
     printer_.follow();

@@ -15,6 +15,7 @@ from notifications import Desktop
 from portal_case import parent_window, window_type
 from portal_client import BUS, CANCELLED, DONE, FAILED, NAME, PLACE, Client, PortalCase, Shown, texts
 from relay import WantsLogin
+from screen_reader import SENSITIVE
 from terminal_case import CHANGED, DEFAULTS, MARGINS, PPD, SAMPLE, VALID, digest, of_panel
 
 RANGES = "Specify one or more page ranges"
@@ -399,6 +400,32 @@ class RequestsTest(PortalCase):
                 self.assertEqual(saved.read_bytes(), content)
                 saved.unlink()
         self.assert_nothing_was_sent()
+
+    def test_paper_and_orientation_can_be_chosen_for_a_file_until_the_program_lays_it_out(self):
+        self.start()
+        file = pathlib.Path(self.home()) / "drawing.pdf"
+        call = self.client.prepare(texts(output_basename="drawing"), A4)
+        dialog = self.shown()
+        dialog.select_printer("Print to File")
+        dialog.page("Page Setup")
+        dialog.choose_by_keys("Paper size", "Down")
+        dialog.choose_by_keys("Orientation", "Down")
+        dialog.page("General")
+        dialog.press("Print")
+        settings, page_setup, token = self.results_of(call)
+        self.assertEqual((settings["orientation"], page_setup["Orientation"]), ("landscape", "landscape"))
+        self.assertNotEqual((page_setup["Width"], page_setup["Height"]), (210.0, 297.0))
+        file.mkdir()
+        call = self.client.print(token=token)
+        dialog = Shown(self.process, "Print")
+        dialog.press("Close")
+        dialog.page("Page Setup")
+        for row in ("Paper size", "Orientation"):
+            self.assertFalse(dialog.look_past(row, "combo box").has(SENSITIVE), row)
+        file.rmdir()
+        dialog.press("Print")
+        self.assertEqual(call.answer(), (DONE, {}))
+        self.assertEqual(digest(file), digest(SAMPLE))
 
     def home(self):
         return self.cups.environment()["HOME"]
