@@ -26,17 +26,29 @@ constexpr std::array kLimits{
 
 // Not in the headers of older systems. New calls have one number on all processors.
 constexpr int kFchmodat2 = 452;
+constexpr int kSetxattrat = 463;
+constexpr int kRemovexattrat = 466;
+constexpr int kOpenTreeAttr = 467;
+constexpr int kFileSetattr = 469;
 
 // The denied calls. A list of allowed calls would fit only one version of the C library.
 constexpr std::array kDenied{
     // The network and other processes.
     SCMP_SYS(socket), SCMP_SYS(socketpair), SCMP_SYS(connect), SCMP_SYS(bind), SCMP_SYS(listen),
     SCMP_SYS(accept), SCMP_SYS(accept4), SCMP_SYS(sendto), SCMP_SYS(sendmsg), SCMP_SYS(sendmmsg),
-    SCMP_SYS(execve), SCMP_SYS(execveat), SCMP_SYS(fork), SCMP_SYS(vfork), SCMP_SYS(clone), SCMP_SYS(clone3),
-    SCMP_SYS(kill), SCMP_SYS(tkill), SCMP_SYS(rt_sigqueueinfo), SCMP_SYS(rt_tgsigqueueinfo),
-    SCMP_SYS(pidfd_open), SCMP_SYS(pidfd_getfd), SCMP_SYS(pidfd_send_signal), SCMP_SYS(ptrace),
-    SCMP_SYS(process_vm_readv), SCMP_SYS(process_vm_writev), SCMP_SYS(shmget), SCMP_SYS(msgget),
-    SCMP_SYS(semget), SCMP_SYS(mq_open),
+    SCMP_SYS(shutdown), SCMP_SYS(setsockopt), SCMP_SYS(execve), SCMP_SYS(execveat), SCMP_SYS(fork),
+    SCMP_SYS(vfork), SCMP_SYS(clone), SCMP_SYS(clone3), SCMP_SYS(kill), SCMP_SYS(tkill),
+    SCMP_SYS(rt_sigqueueinfo), SCMP_SYS(rt_tgsigqueueinfo), SCMP_SYS(pidfd_open), SCMP_SYS(pidfd_getfd),
+    SCMP_SYS(pidfd_send_signal), SCMP_SYS(ptrace), SCMP_SYS(process_vm_readv), SCMP_SYS(process_vm_writev),
+    SCMP_SYS(process_madvise), SCMP_SYS(process_mrelease), SCMP_SYS(kcmp), SCMP_SYS(setpgid),
+    SCMP_SYS(setsid), SCMP_SYS(setpriority), SCMP_SYS(ioprio_set), SCMP_SYS(sched_setparam),
+    SCMP_SYS(sched_setscheduler), SCMP_SYS(sched_setaffinity), SCMP_SYS(sched_setattr),
+    SCMP_SYS(migrate_pages), SCMP_SYS(move_pages),
+    // What processes share: memory, queues, semaphores, locks.
+    SCMP_SYS(shmget), SCMP_SYS(shmat), SCMP_SYS(shmctl), SCMP_SYS(msgget), SCMP_SYS(msgsnd), SCMP_SYS(msgrcv),
+    SCMP_SYS(msgctl), SCMP_SYS(semget), SCMP_SYS(semop), SCMP_SYS(semtimedop), SCMP_SYS(semctl),
+    SCMP_SYS(mq_open), SCMP_SYS(mq_unlink), SCMP_SYS(mq_timedsend), SCMP_SYS(mq_timedreceive),
+    SCMP_SYS(mq_notify), SCMP_SYS(flock),
     // Changes of files; opening is limited below.
     SCMP_SYS(creat), SCMP_SYS(openat2), SCMP_SYS(open_by_handle_at), SCMP_SYS(truncate), SCMP_SYS(ftruncate),
     SCMP_SYS(unlink), SCMP_SYS(unlinkat), SCMP_SYS(rename), SCMP_SYS(renameat), SCMP_SYS(renameat2),
@@ -44,16 +56,30 @@ constexpr std::array kDenied{
     SCMP_SYS(mkdirat), SCMP_SYS(rmdir), SCMP_SYS(mknod), SCMP_SYS(mknodat), SCMP_SYS(chmod), SCMP_SYS(fchmod),
     SCMP_SYS(fchmodat), kFchmodat2, SCMP_SYS(chown), SCMP_SYS(fchown), SCMP_SYS(lchown), SCMP_SYS(fchownat),
     SCMP_SYS(utime), SCMP_SYS(utimes), SCMP_SYS(utimensat), SCMP_SYS(futimesat), SCMP_SYS(setxattr),
-    SCMP_SYS(lsetxattr), SCMP_SYS(fsetxattr), SCMP_SYS(removexattr), SCMP_SYS(lremovexattr),
-    SCMP_SYS(fremovexattr), SCMP_SYS(memfd_create), SCMP_SYS(ioctl),
+    SCMP_SYS(lsetxattr), SCMP_SYS(fsetxattr), kSetxattrat, SCMP_SYS(removexattr), SCMP_SYS(lremovexattr),
+    SCMP_SYS(fremovexattr), kRemovexattrat, kFileSetattr, SCMP_SYS(memfd_create), SCMP_SYS(ioctl),
+    SCMP_SYS(fanotify_init), SCMP_SYS(fanotify_mark), SCMP_SYS(sync), SCMP_SYS(syncfs),
     // The system itself.
-    SCMP_SYS(mount), SCMP_SYS(umount2), SCMP_SYS(chroot), SCMP_SYS(pivot_root), SCMP_SYS(unshare),
-    SCMP_SYS(setns), SCMP_SYS(bpf), SCMP_SYS(perf_event_open), SCMP_SYS(userfaultfd), SCMP_SYS(keyctl),
-    SCMP_SYS(add_key), SCMP_SYS(request_key), SCMP_SYS(io_uring_setup), SCMP_SYS(prctl)};
+    SCMP_SYS(mount), SCMP_SYS(umount2), SCMP_SYS(chroot), SCMP_SYS(pivot_root), SCMP_SYS(fsopen),
+    SCMP_SYS(fsconfig), SCMP_SYS(fsmount), SCMP_SYS(fspick), SCMP_SYS(move_mount), SCMP_SYS(open_tree),
+    kOpenTreeAttr, SCMP_SYS(mount_setattr), SCMP_SYS(unshare), SCMP_SYS(setns), SCMP_SYS(quotactl),
+    SCMP_SYS(quotactl_fd), SCMP_SYS(swapon), SCMP_SYS(swapoff), SCMP_SYS(acct), SCMP_SYS(syslog),
+    SCMP_SYS(vhangup), SCMP_SYS(reboot), SCMP_SYS(kexec_load), SCMP_SYS(kexec_file_load),
+    SCMP_SYS(init_module), SCMP_SYS(finit_module), SCMP_SYS(delete_module), SCMP_SYS(iopl), SCMP_SYS(ioperm),
+    SCMP_SYS(settimeofday), SCMP_SYS(clock_settime), SCMP_SYS(adjtimex), SCMP_SYS(clock_adjtime),
+    SCMP_SYS(sethostname), SCMP_SYS(setdomainname), SCMP_SYS(bpf), SCMP_SYS(perf_event_open),
+    SCMP_SYS(userfaultfd), SCMP_SYS(keyctl), SCMP_SYS(add_key), SCMP_SYS(request_key),
+    SCMP_SYS(io_uring_setup), SCMP_SYS(prctl)};
 
 // The calls that open a file, and the index of their argument with the flags.
 constexpr std::array kOpening{std::pair{SCMP_SYS(open), 1U}, std::pair{SCMP_SYS(openat), 2U}};
 constexpr std::array kWriting{O_WRONLY, O_RDWR, O_CREAT, O_TRUNC};
+
+// The operations of fcntl that lock a file or have the system signal another process.
+constexpr std::array kDeniedOnFiles{F_SETLK,  F_SETLKW,    F_OFD_SETLK, F_OFD_SETLKW,
+                                    F_SETOWN, F_SETOWN_EX, F_SETSIG,    F_SETLEASE};
+// The system reads only this part of an operation's number.
+constexpr scmp_datum_t kOperation = 0xFFFFFFFF;
 
 bool denyCalls() {
   const std::unique_ptr<void, decltype(&seccomp_release)> filter(seccomp_init(SCMP_ACT_ALLOW),
@@ -69,6 +95,10 @@ bool denyCalls() {
       const scmp_arg_cmp isSet{place, SCMP_CMP_MASKED_EQ, bits, bits};
       if (seccomp_rule_add_array(filter.get(), kRefused, call, 1, &isSet) != 0) return false;
     }
+  }
+  for (const auto operation : kDeniedOnFiles) {
+    const scmp_arg_cmp isDenied{1, SCMP_CMP_MASKED_EQ, kOperation, static_cast<scmp_datum_t>(operation)};
+    if (seccomp_rule_add_array(filter.get(), kRefused, SCMP_SYS(fcntl), 1, &isDenied) != 0) return false;
   }
   // The C library itself makes these calls with this process as the first argument, so they are denied only
   // for other processes.

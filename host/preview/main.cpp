@@ -1,6 +1,6 @@
 // tandem-trim-page PAGE PIXELS: renders a page of the PDF document on standard input, a regular file, and
-// answers on standard output; see page_answer.hpp. Even a document that takes control of this program can do
-// no more than answer.
+// answers on standard output; see page_answer.hpp. A document that takes control of this program can read
+// what its user can, but has no way out except the answer; see limits.hpp.
 #include <charconv>
 #include <csignal>
 #include <cstring>
