@@ -62,14 +62,21 @@ std::vector<int> numbersOfMarked(const MessageHandle& answer, const std::string&
   return numbers;
 }
 
-// Cancels any job that the server has made for a request whose answer is lost.
-void cancelMarked(const Connection& connection, const Printer& printer, const std::string& mark) {
+std::vector<int> askForMarked(const Connection& connection, const Printer& printer, const std::string& mark) {
   auto request = printerRequest(IPP_OP_GET_JOBS, printer.name);
   ippAddBoolean(request.get(), IPP_TAG_OPERATION, "my-jobs", 1);
   requestAttributes(request, {"job-id", kMark});
   const auto answer = connection.ask(std::move(request), printerResource(printer.name));
   if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
-  for (const int number : numbersOfMarked(answer, mark)) cancelJob(connection, printer, number);
+  return numbersOfMarked(answer, mark);
+}
+
+// Cancels any job that the server has made for a request whose answer is lost. A server may close the
+// connection after each answer.
+void cancelMarked(const Connection& connection, const Printer& printer, const std::string& mark) {
+  std::vector<int> numbers;
+  connection.persist([&] { numbers = askForMarked(connection, printer, mark); });
+  for (const int number : numbers) connection.persist([&] { cancelJob(connection, printer, number); });
 }
 
 // The failure of an unanswered request for a job, after cancelling any job that the server has made for it.
@@ -79,7 +86,7 @@ Failure unanswered(const Connection& connection, const Printer& printer, const s
       because(reason, "[printer] did not answer the request for a job; nothing was printed: [reason]"_fact,
               {{"[printer]", printer.name}});
   try {
-    connection.persist([&] { cancelMarked(connection, printer, mark); });
+    cancelMarked(connection, printer, mark);
     return failure;
   } catch (const Failure&) {
     return Failure(Trouble::unconfirmedJob,
