@@ -20,8 +20,8 @@ namespace tandemtrim::host {
 /// Settings or a page setup in GTK's form for other programs: lengths in millimetres.
 using Entries = std::map<std::string, std::variant<std::string, double>>;
 
-/// Another program's request for a dialog. Its options and scale reach the job only through the dialog's
-/// tabs, which show them.
+/// Another program's request for a dialog. Its options count like those of the command line; the dialog's
+/// tabs start with them and with its scale.
 struct DialogRequest {
   /// The name of the program's desktop file; empty where it is unknown.
   std::string application;

@@ -24,7 +24,8 @@ constexpr std::array kLimits{
     std::pair{RLIMIT_CORE, rlim_t{0}},
 };
 
-// Not in the headers of older systems. New calls have one number on all processors.
+// Not in the headers of older systems. New calls have one number on all processors except MIPS, where these
+// numbers deny nothing.
 constexpr int kFchmodat2 = 452;
 constexpr int kSetxattrat = 463;
 constexpr int kRemovexattrat = 466;

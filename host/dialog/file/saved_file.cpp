@@ -29,7 +29,8 @@ Glib::RefPtr<Gio::File> fileAt(const std::string& uri) {
   return unresolved || path.empty() ? file : Gio::File::create_for_path(path);
 }
 
-// A new file that is written beside the old one and replaces it in finish(). Without that it is removed.
+// A new file that is written beside the old one and replaces it in finish(). Without that it is removed. If
+// there is no old one, it is written in its place, and stays there even if it is incomplete.
 class Replacement {
  public:
   Replacement(const Glib::RefPtr<Gio::File>& file, bool isPrivate)

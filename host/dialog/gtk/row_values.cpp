@@ -14,7 +14,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// GTK's own rows, by their names in its template; all others have the text of the PPD as their title.
+// GTK's own rows, by their names in its template; all others are found by their titles.
 struct NamedRow {
   const char* keyword;
   const char* row;
