@@ -10,8 +10,9 @@ namespace tandemtrim::host {
 /// is a screen, no document comes on standard input, and every option fits the dialog.
 bool wantsDialog(const CommandLine& line);
 
-/// Loads the dialog's modules, which alone are linked with the toolkit, and shows the dialog. Returns the
-/// sent job or the saved file, or neither when the user cancelled. Failure when the dialog cannot be shown.
+/// Loads the dialog's modules, which are linked with the toolkit while this one is not, and shows the dialog.
+/// Returns the sent job or the saved file, or neither when the user cancelled. Failure when the dialog cannot
+/// be shown.
 Printed showDialog(const CommandLine& line, const Report& report);
 
 }  // namespace tandemtrim::host

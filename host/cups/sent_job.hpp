@@ -16,7 +16,8 @@ struct SentJob {
   int number = 0;
   std::string printer;
   std::size_t options = 0;
-  /// The server's report about the job; nullopt if it could not be asked, which sets `failure`.
+  /// The server's report about the job; nullopt if it was not asked, since a document was not sent whole, or
+  /// did not answer. `failure` is then set.
   std::optional<ReportedJob> reported = {};
   /// Why the job is not confirmed; nullopt if it is. With Trouble::lostSettings and
   /// Trouble::unconfirmedSettings the server has the whole job.
