@@ -29,8 +29,8 @@ class Bundle : public platform::Bundle {
 
   /// The chosen localization ("pt-BR"), or nullopt if the bundle has no localization.
   [[nodiscard]] const std::optional<std::string>& localization() const noexcept { return localization_; }
-  /// One text for each string table, folder of tables or Info.plist that cannot be read and is left out: its
-  /// path, line and fault.
+  /// One text for each string table, folder of tables or Info.plist that cannot be read completely: its path,
+  /// line and fault.
   [[nodiscard]] const std::vector<std::string>& brokenTables() const noexcept { return brokenTables_; }
   /// The same for the property lists among the resources, which are read at each call.
   [[nodiscard]] std::vector<std::string> brokenPropertyLists() const;
@@ -40,8 +40,8 @@ class Bundle : public platform::Bundle {
   [[nodiscard]] std::optional<std::string> pathForResource(std::string_view name,
                                                            std::string_view type) const override;
   /// Each table comes from the first place that has it: the chosen localization, the development region's, or
-  /// the resources outside any localization. No other place is searched for a key that this table lacks. The
-  /// default table is "Localizable".
+  /// the resources outside any localization. No other place is searched for a key that this table lacks, even
+  /// if the table is one of the broken ones, which have no texts. The default table is "Localizable".
   [[nodiscard]] std::string localizedStringForKey(std::string_view key, std::string_view value,
                                                   std::optional<std::string_view> table) const override;
 

@@ -1,6 +1,7 @@
 # Builds the bundle for macOS on Debian, for the processor TANDEM_TRIM_PROCESSOR (arm64 or x86_64), with clang, lld and the stand-ins in
 # sdk/: our own declarations and library stubs, with only what the sources use. It proves that the sources compile and link for
-# macOS; the bundle for users is built on a Mac. An archive has objects of one processor only, so each has its own build.
+# macOS. `make macho-package` packs this bundle for Macs without Xcode; the one in the installer package is built on a Mac. An archive has
+# objects of one processor only, so each has its own build.
 set(CMAKE_SYSTEM_NAME Darwin)
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES TANDEM_TRIM_PROCESSOR)
 set(CMAKE_SYSTEM_PROCESSOR ${TANDEM_TRIM_PROCESSOR})

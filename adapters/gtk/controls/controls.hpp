@@ -14,7 +14,7 @@
 
 namespace tandemtrim::platform::gtk {
 
-/// A label. Its text has the direction of the panel, regardless of its first letter.
+/// A label. In a right-to-left panel its text has that direction, too, regardless of its first letter.
 class TextLabel : public ControlOf<MorvaTTTextLabelKV2, Gtk::Label>, public AccessKeyed {
  public:
   using ControlOf::ControlOf;
