@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs commands on a Debian 12 with only git, make and sudo, like a new user's.
+# Runs commands on a Debian 12 with only git, make, sudo and ca-certificates, like a new user's.
 # usage: tests/fresh_machine.sh USER COMMAND [USER COMMAND ...]
 #   USER     root, or any other name: an ordinary user of that name with sudo
 #   COMMAND  one argument for the shell, run in the user's clone of this commit

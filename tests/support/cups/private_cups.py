@@ -69,7 +69,7 @@ class PrivateCups(CupsDaemon):
             "LANG": "C.UTF-8",
             "TMPDIR": home,
             "CUPS_SERVER": f"{self.address[0]}:{self.address[1]}",
-            "CUPS_SERVERROOT": home,  # the folder of root's saved options
+            "CUPS_SERVERROOT": home,  # the folder of the options saved for all users
         }
 
     def jobs(self, which="all"):
