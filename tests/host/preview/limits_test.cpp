@@ -171,7 +171,8 @@ TEST(ALimitedProcess, CannotReachMemoryThatOthersShare) {
   EXPECT_EQ(shmctl(segment, IPC_RMID, nullptr), 0);
 }
 
-// With arguments that the system itself refuses with another error.
+// Without limits, root gets another error from these arguments, or success. To other users, the system itself
+// gives EPERM for some of the calls.
 TEST(ALimitedProcess, CannotMakeTheseCalls) {
   for (const auto& [name, call] : kCalls) {
     EXPECT_EQ(errorOf([&] { return syscall(call, -1L, -1L, -1L, -1L, -1L, -1L); }), EPERM) << name;

@@ -40,7 +40,7 @@ Arguments given(const std::string& option) {
   return value == values.end() ? Arguments{option} : Arguments{option, value->second};
 }
 
-// Beside these, some options are refused by other messages, which name one of the two.
+// A message about one of these may say something else, such as to leave the use out, but it names the option.
 const Arguments kRefusedOtherwise{"--list",         "--reset-defaults", "--list-presets", "--delete-preset",
                                   "--applications", "--all-gtk",        "--dialog",       "--no-dialog"};
 
