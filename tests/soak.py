@@ -121,7 +121,7 @@ def main():
     workers = os.cpu_count()
     runs = list(names or RUNS)
     with concurrent.futures.ThreadPoolExecutor(workers) as pool:
-        # Each worker begins with a different run.
+        # Each worker begins with a different run, if there are enough.
         turns = [itertools.cycle(runs[first % len(runs) :] + runs[: first % len(runs)]) for first in range(workers)]
         list(pool.map(soak.work, turns))
     return soak.report()

@@ -4,7 +4,7 @@
 namespace host {
 namespace {
 
-// The parts of the nib that macOS reads and GNUstep does not.
+// The text of the nib's file, which has parts that macOS reads and GNUstep does not.
 class Xib : public testing::Test {
  protected:
   [[nodiscard]] NSArray* nodes(NSString* path) const {
