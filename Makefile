@@ -48,7 +48,7 @@ fresh: ## make run and make test for this commit on a bare Debian 12, as root an
 	$(install_dependencies) fresh
 	tests/fresh_machine.sh root 'make run && make test' user 'make run && make test'
 
-bench: ## measure speed and memory, each beside a peer; fails if a goal is missed, except those that docs/performance.md explains; takes ten minutes
+bench: ## measure speed and memory, most of it beside a peer; fails if a goal is missed, except those that docs/performance.md explains; takes ten minutes
 	$(install_dependencies) bench
 	cmake --preset release --log-level=WARNING -DTANDEM_TRIM_BENCH=ON
 	cmake --build --preset release

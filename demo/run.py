@@ -118,9 +118,9 @@ def main():
     parser.add_argument("--drive", action="store_true", help="drive the dialog on the current screen")
     arguments = parser.parse_args()
     build = arguments.build.resolve()
-    os.environ["TANDEM_TRIM_BUILD"] = str(build)
     if not arguments.drive and not has_screen():
-        return subprocess.run([ON_OWN_SCREEN, sys.executable, __file__, "--build", build, "--drive"], check=False).returncode
+        command = [ON_OWN_SCREEN, f"TANDEM_TRIM_BUILD={build}", sys.executable, __file__, "--build", build, "--drive"]
+        return subprocess.run(command, check=False).returncode
     with PrivateCups() as cups:
         cups.add_queue(PRINTER, SAMPLES / "MorvaTandemKV2.ppd")
         if arguments.drive:

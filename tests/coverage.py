@@ -156,7 +156,7 @@ def judge(shown):
     for folder, bound in BOUNDS.items():
         count = totals[folder]
         lines, branches = (percentage(count[f'{kind}_reached'], count[kind]) for kind in ('lines', 'branches'))
-        meets = lines >= bound.lines and branches >= bound.branches
+        meets = count['lines'] > 0 and lines >= bound.lines and branches >= bound.branches
         is_met = is_met and meets
         print(f"| `{folder}` | {count['lines_reached']}/{count['lines']} | {lines:.1f} | {count['branches_reached']}/{count['branches']} | "
               f"{branches:.1f} | {bound.goal} | {bound.lines}, {bound.branches}{'' if meets else ' MISSED'} |")

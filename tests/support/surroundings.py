@@ -64,7 +64,7 @@ CONSTANTS = {
 # The variables that a test passes on to every program, and those by which a program finds the test's screen.
 SHARED = (*CONSTANTS, "FONTCONFIG_FILE", "XDG_CONFIG_DIRS")
 SCREEN = ("DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
-SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_", "GCOV_")
+SANITIZERS = ("ASAN_", "UBSAN_", "LSAN_", "TSAN_")
 MUTANTS = ("TANDEM_TRIM_MUTANT",)
 SEED = "TANDEM_TRIM_SEED"
 SERVICES_LOG = "TANDEM_TRIM_SERVICES_LOG"  # the file for the output of other projects' services

@@ -108,13 +108,6 @@ class Client:
             if file is not document:
                 os.close(file)
 
-    def owners_of_name(self):
-        """A list to which each later owner of the backend's name is added; "" means no owner."""
-        owners = []
-        rule = (BUS[0], BUS[2], "NameOwnerChanged", BUS[1], NAME, 0)
-        self.bus.signal_subscribe(*rule, lambda *signal: owners.append(signal[5].unpack()[2]))
-        return owners
-
     def leave(self):
         """Leaves the bus."""
         self.bus.close_sync(None)
