@@ -29,22 +29,24 @@ Glib::RefPtr<Gio::File> fileAt(const std::string& uri) {
   return unresolved || path.empty() ? file : Gio::File::create_for_path(path);
 }
 
-// A new file that is written beside the old one and replaces it in finish(). Without that it is removed. If
-// there is no old one, it is written in its place, and stays there even if it is incomplete.
+// A new file that is written beside the old one, if there is one, and replaces it in finish(). Without that
+// it is removed.
 class Replacement {
  public:
-  Replacement(const Glib::RefPtr<Gio::File>& file, bool isPrivate)
+  Replacement(const Glib::RefPtr<Gio::File>& file, bool exists)
       : stream_(file->replace(
             "", false,
-            isPrivate ? Gio::File::CreateFlags::REPLACE_DESTINATION | Gio::File::CreateFlags::PRIVATE
-                      : Gio::File::CreateFlags::REPLACE_DESTINATION)) {}
+            exists ? Gio::File::CreateFlags::REPLACE_DESTINATION | Gio::File::CreateFlags::PRIVATE
+                   : Gio::File::CreateFlags::REPLACE_DESTINATION)),
+        inItsPlace_(exists ? nullptr : file) {}
   Replacement(const Replacement&) = delete;
   Replacement& operator=(const Replacement&) = delete;
   ~Replacement() {
-    if (stream_->is_closed()) return;
+    if (isFinished_) return;
     const auto cancelled = Gio::Cancellable::create();
     cancelled->cancel();
     g_output_stream_close(G_OUTPUT_STREAM(stream_->gobj()), cancelled->gobj(), nullptr);
+    if (inItsPlace_) g_file_delete(inItsPlace_->gobj(), nullptr, nullptr);
   }
 
   void write(std::span<const char> piece) {
@@ -57,6 +59,7 @@ class Replacement {
     if (const auto size = writtenSize(); size != bytes_)
       throw Gio::Error(Gio::Error::FAILED, std::to_string(size) + " ≠ " + std::to_string(bytes_));
     stream_->close();
+    isFinished_ = true;
     return bytes_;
   }
 
@@ -75,7 +78,10 @@ class Replacement {
   }
 
   Glib::RefPtr<Gio::FileOutputStream> stream_;
+  // The new file if there was no old one; null otherwise.
+  Glib::RefPtr<Gio::File> inItsPlace_;
   std::uint64_t bytes_ = 0;
+  bool isFinished_ = false;
 };
 
 // Without its former mode the file stays private.

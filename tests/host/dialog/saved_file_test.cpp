@@ -72,10 +72,14 @@ class SavedDocument : public testing::Test {
   SavedFile save(FileFormat format, const std::function<void()>& check) {
     return saveToFile(*document_, {Gio::File::create_for_path(target_)->get_uri(), format}, check);
   }
+  void removeOldFile() const { fs::remove(target_); }
+  [[nodiscard]] auto countFiles() const {
+    return std::distance(fs::directory_iterator(folder_.path() / "saved"), {});
+  }
   void expectNothingChanged() const {
     std::ifstream file(target_);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "what was there");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path() / "saved"), {}), 1);
+    EXPECT_EQ(countFiles(), 1);
   }
 
  private:
@@ -93,6 +97,17 @@ TEST_F(SavedDocument, ThatIsCancelledLeavesTheOldFileAndNothingElse) {
                Failure);
   EXPECT_EQ(pieces, 2);
   expectNothingChanged();
+}
+
+TEST_F(SavedDocument, ThatIsCancelledLeavesNoNewFile) {
+  removeOldFile();
+  int pieces = 0;
+  EXPECT_THROW(save(FileFormat::pdf,
+                    [&] {
+                      if (++pieces == 2) throw Failure(Trouble::cancelled, "cancelled");
+                    }),
+               Failure);
+  EXPECT_EQ(countFiles(), 0);
 }
 
 TEST_F(SavedDocument, ThatNoFilterUnderstandsLeavesTheOldFile) {
