@@ -1,6 +1,6 @@
 // The input is read both as a document whose page is shown and as the answer of a program that renders pages.
-// The result is a page with a whole picture no larger than requested, or a reason why no page is shown,
-// within the time limit for a page.
+// A page that results has a whole picture no larger than requested; a page that cannot be rendered has a
+// reason. Either comes within the time limit for a page.
 #include <chrono>
 #include <cmath>
 #include <span>

@@ -2,6 +2,7 @@
 // is consistent.
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <stdexcept>
 
 #include "fuzz/support/panel.hpp"
@@ -51,16 +52,23 @@ void examineCommonInfo(const MorvaTTCommonInfoKV2& info) {
   require(!info.marginLimit("Middle") && !info.defaultMarginValue("Middle"), "no other sides");
 }
 
+double numberShownIn(const std::string& text) {
+  char* end = nullptr;
+  const double number = std::strtod(text.c_str(), &end);
+  require(end != text.c_str() && *end == '\0', "boxes and steppers show numbers");
+  return number;
+}
+
 // The bounds may be real numbers: the box shows them in full, the stepper truncated.
 void examineMargin(platform::memory::PanelView& view, const std::string& side) {
   view.type(side, "7");
   const auto box = view.control(side);
-  const double shown = std::stod(box.text);
+  const double shown = numberShownIn(box.text);
   const double expected = 7 < box.min ? box.min : 7 > box.max ? box.max : 7;
   require(!std::isfinite(shown) || std::abs(std::trunc(shown) - expected) <= std::abs(expected) * 1e-15,
           "a typed number is clamped to the list's range");
   const auto whole = integerHeldBetween(box.text, INT64_MIN, INT64_MAX);
-  require(std::stod(view.control("stepperMargin" + side).text) == static_cast<double>(whole),
+  require(numberShownIn(view.control("stepperMargin" + side).text) == static_cast<double>(whole),
           "the stepper shows the box's integer");
 }
 

@@ -6,16 +6,16 @@
 namespace tandemtrim::platform {
 namespace {
 
-// The sequences of UTF-8 by the range of their first byte, with the range of their second byte; all later
-// bytes are 80 to BF.
+// The sequences of several bytes by the range of their first byte, with the range of their second byte; all
+// later bytes are 80 to BF.
 struct Form {
   std::uint8_t firstLow, firstHigh, secondLow, secondHigh;
   std::size_t length;
 };
 constexpr std::array kForms{
-    Form{0x00, 0x7F, 0x00, 0x00, 1}, Form{0xC2, 0xDF, 0x80, 0xBF, 2}, Form{0xE0, 0xE0, 0xA0, 0xBF, 3},
-    Form{0xE1, 0xEC, 0x80, 0xBF, 3}, Form{0xED, 0xED, 0x80, 0x9F, 3}, Form{0xEE, 0xEF, 0x80, 0xBF, 3},
-    Form{0xF0, 0xF0, 0x90, 0xBF, 4}, Form{0xF1, 0xF3, 0x80, 0xBF, 4}, Form{0xF4, 0xF4, 0x80, 0x8F, 4},
+    Form{0xC2, 0xDF, 0x80, 0xBF, 2}, Form{0xE0, 0xE0, 0xA0, 0xBF, 3}, Form{0xE1, 0xEC, 0x80, 0xBF, 3},
+    Form{0xED, 0xED, 0x80, 0x9F, 3}, Form{0xEE, 0xEF, 0x80, 0xBF, 3}, Form{0xF0, 0xF0, 0x90, 0xBF, 4},
+    Form{0xF1, 0xF3, 0x80, 0xBF, 4}, Form{0xF4, 0xF4, 0x80, 0x8F, 4},
 };
 
 constexpr bool within(char character, std::uint8_t low, std::uint8_t high) {
@@ -25,10 +25,11 @@ constexpr bool within(char character, std::uint8_t low, std::uint8_t high) {
 
 // Length of the sequence at the beginning of a text that is not empty; 0 if it is not UTF-8.
 std::size_t sequenceLength(std::string_view text) {
+  if (within(text[0], 0x00, 0x7F)) return 1;
   for (const auto& form : kForms) {
     if (!within(text[0], form.firstLow, form.firstHigh)) continue;
     if (text.size() < form.length) return 0;
-    if (form.length > 1 && !within(text[1], form.secondLow, form.secondHigh)) return 0;
+    if (!within(text[1], form.secondLow, form.secondHigh)) return 0;
     for (std::size_t i = 2; i < form.length; ++i) {
       if (!within(text[i], 0x80, 0xBF)) return 0;
     }

@@ -60,7 +60,7 @@ PortalPlaces portalPlaces(const Variables& variable);
 /// The user's settings file that the portal reads, or would read if it were there.
 std::filesystem::path userSettings(const PortalPlaces& places);
 
-/// The first settings file that is not the user's, which applies while the user has no such file.
+/// The first settings file after userSettings(), which applies while that one is missing.
 std::optional<std::filesystem::path> systemSettings(const PortalPlaces& places);
 
 /// The file that describes a backend to the portal; nullopt if this version finds no backend of that name.

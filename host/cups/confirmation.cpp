@@ -101,6 +101,18 @@ Options optionsOfTheJob(const Options& options) {
   return kept;
 }
 
+std::vector<std::string> attributesToAsk(const JobContent& sent) {
+  std::vector<std::string> names{"job-id",
+                                 "job-state",
+                                 "job-state-reasons",
+                                 "number-of-documents",
+                                 "job-printer-state-message",
+                                 "job-media-sheets-completed",
+                                 "job-k-octets"};
+  for (const auto& option : sent.options) names.push_back(attributeOf(option.keyword));
+  return names;
+}
+
 ReportedJob reportedJob(const MessageHandle& jobAttributes, const JobContent& sent) {
   ReportedJob reported;
   reported.state = stateIn(jobAttributes).value_or(reported.state);
@@ -108,7 +120,7 @@ ReportedJob reportedJob(const MessageHandle& jobAttributes, const JobContent& se
     if (reason != "none") reported.reasons += (reported.reasons.empty() ? "" : ",") + reason;
   }
   reported.message = textIn(jobAttributes, "job-printer-state-message").value_or("");
-  reported.sheets = numberIn(jobAttributes, "job-media-sheets-completed").value_or(0);
+  reported.sheets = numberIn(jobAttributes, "job-media-sheets-completed").value_or(reported.sheets);
   reported.incomplete = incompleteness(jobAttributes, reported, sent);
   reported.isArriving = !reported.incomplete.empty() && isArriving(jobAttributes, reported, sent);
   reported.lost = lostOptions(jobAttributes, sent.options);
@@ -119,19 +131,10 @@ std::optional<ReportedJob> askForJob(const Connection& connection, const Printer
                                      const JobContent& sent) {
   auto request = printerRequest(IPP_OP_GET_JOB_ATTRIBUTES, printer.name);
   ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
-  std::vector<std::string> names{"job-id",
-                                 "job-state",
-                                 "job-state-reasons",
-                                 "number-of-documents",
-                                 "job-printer-state-message",
-                                 "job-media-sheets-completed",
-                                 "job-k-octets"};
-  for (const auto& option : sent.options) names.push_back(attributeOf(option.keyword));
-  requestAttributes(request, names);
+  requestAttributes(request, attributesToAsk(sent));
   const auto answer = connection.ask(std::move(request), printerResource(printer.name));
-  const auto status = ippGetStatusCode(answer.get());
-  if (status == IPP_STATUS_ERROR_NOT_FOUND) return std::nullopt;
-  if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
+  if (ippGetStatusCode(answer.get()) == IPP_STATUS_ERROR_NOT_FOUND) return std::nullopt;
+  if (isError(answer)) throw connection.lastFailure();
   const bool isOfTheJob = integerIn(answer, "job-id") == job && stateIn(answer);
   return isOfTheJob ? std::optional(reportedJob(answer, sent)) : std::nullopt;
 }

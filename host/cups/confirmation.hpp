@@ -55,6 +55,9 @@ Options optionsOfTheJob(const Options& options);
 std::optional<ReportedJob> askForJob(const Connection& connection, const Printer& printer, int job,
                                      const JobContent& sent);
 
+/// The names of the job's attributes that its report is made from.
+std::vector<std::string> attributesToAsk(const JobContent& sent);
+
 /// Reads the same from the job's attributes in the server's answer.
 ReportedJob reportedJob(const MessageHandle& jobAttributes, const JobContent& sent);
 

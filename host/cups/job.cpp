@@ -3,7 +3,6 @@
 #include <array>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "host/cups/connection/attributes.hpp"
 #include "host/failure.hpp"
@@ -22,8 +21,7 @@ Failure refused(const Connection& connection, FactText text, std::vector<FactArg
   return because(connection.lastFailure(), text, std::move(arguments));
 }
 
-// The attribute that identifies the job of one request among the user's jobs. It is a URI, since CUPS passes
-// no URI to filters.
+// The mark of a job. It is a URI, since CUPS passes no URI to filters.
 constexpr const char* kMark = "tandem-trim-request";
 
 std::string newMark() {
@@ -35,31 +33,7 @@ void cancelJob(const Connection& connection, const Printer& printer, int number)
   auto request = printerRequest(IPP_OP_CANCEL_JOB, printer.name);
   ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", number);
   const auto answer = connection.ask(std::move(request), "/jobs/");
-  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
-}
-
-// The numbers of the jobs with this mark. Attributes without a name separate the jobs in an answer.
-std::vector<int> numbersOfMarked(const MessageHandle& answer, const std::string& mark) {
-  std::vector<int> numbers;
-  int number = 0;
-  bool isMarked = false;
-  const auto endJob = [&] {
-    if (isMarked && number > 0) numbers.push_back(number);
-    number = 0;
-    isMarked = false;
-  };
-  for (auto* next = ippFirstAttribute(answer.get()); next != nullptr; next = ippNextAttribute(answer.get())) {
-    const char* const name = ippGetName(next);
-    if (name == nullptr) {
-      endJob();
-    } else if (std::string_view(name) == "job-id") {
-      number = ippGetInteger(next, 0);
-    } else if (std::string_view(name) == kMark) {
-      isMarked = attributeText(next) == mark;
-    }
-  }
-  endJob();
-  return numbers;
+  if (isError(answer)) throw connection.lastFailure();
 }
 
 std::vector<int> askForMarked(const Connection& connection, const Printer& printer, const std::string& mark) {
@@ -67,7 +41,7 @@ std::vector<int> askForMarked(const Connection& connection, const Printer& print
   ippAddBoolean(request.get(), IPP_TAG_OPERATION, "my-jobs", 1);
   requestAttributes(request, {"job-id", kMark});
   const auto answer = connection.ask(std::move(request), printerResource(printer.name));
-  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
+  if (isError(answer)) throw connection.lastFailure();
   return numbersOfMarked(answer, mark);
 }
 
@@ -115,8 +89,7 @@ int createJob(const Connection& connection, const Printer& printer, const std::s
     throw connection.isTurnedDown() ? because(failure, kRefused, name)
                                     : unanswered(connection, printer, mark, failure);
   }
-  if (ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
-    throw refused(connection, kRefused, name);
+  if (isError(answer)) throw refused(connection, kRefused, name);
   const auto number = integerIn(answer, "job-id");
   if (number > 0) return *number;
   const Fact useless(connection.server() + " did not give it a number", kUselessAnswer,
@@ -138,6 +111,30 @@ std::optional<std::string> valueOf(const Options& options, const std::string& ke
 std::string documentFormat(const Options& options) {
   if (valueOf(options, "raw")) return CUPS_FORMAT_RAW;
   return valueOf(options, "document-format").value_or(CUPS_FORMAT_AUTO);
+}
+
+std::vector<int> numbersOfMarked(const MessageHandle& list, const std::string& mark) {
+  std::vector<int> numbers;
+  int number = 0;
+  bool isMarked = false;
+  const auto endJob = [&] {
+    if (isMarked && number > 0) numbers.push_back(number);
+    number = 0;
+    isMarked = false;
+  };
+  // Attributes without a name separate the jobs.
+  for (auto* next = ippFirstAttribute(list.get()); next != nullptr; next = ippNextAttribute(list.get())) {
+    const char* const name = ippGetName(next);
+    if (name == nullptr) {
+      endJob();
+    } else if (std::string_view(name) == "job-id") {
+      number = ippGetInteger(next, 0);
+    } else if (std::string_view(name) == kMark) {
+      isMarked = attributeText(next) == mark;
+    }
+  }
+  endJob();
+  return numbers;
 }
 
 UnfinishedJob::UnfinishedJob(const Connection& connection, const Printer& printer, const std::string& title,
@@ -182,8 +179,7 @@ SentDocument UnfinishedJob::send(Document& document, const std::string& format, 
   const auto answer = connection_.answerToDocument(printerResource(printer_.name));
   if (!answer && !connection_.isTurnedDown())
     return {sent, refused(connection_, "[printer] did not confirm [document]: [reason]"_fact, names)};
-  if (!answer || ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST)
-    throw refused(connection_, kNotTaken, names);
+  if (isError(answer)) throw refused(connection_, kNotTaken, names);
   return {sent, std::nullopt};
 }
 

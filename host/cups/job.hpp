@@ -4,8 +4,10 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/cups/connection/connection.hpp"
+#include "host/cups/connection/cups_handles.hpp"
 #include "host/cups/printer.hpp"
 #include "host/failure.hpp"
 #include "host/job/documents.hpp"
@@ -56,5 +58,9 @@ class UnfinishedJob {
 /// The format to send the documents as. The option raw overrides document-format, as in lp; without either,
 /// the server detects the format.
 std::string documentFormat(const Options& options);
+
+/// The numbers of the jobs in a list from the server that have this mark: the value of the attribute
+/// tandem-trim-request, which identifies the job of one request.
+std::vector<int> numbersOfMarked(const MessageHandle& list, const std::string& mark);
 
 }  // namespace tandemtrim::host

@@ -118,7 +118,8 @@ std::string expected(ipp_tag_t type, const std::string& keyword) {
   return smallest + (bounds->largest == kNoLimit ? " up" : " to " + std::to_string(bounds->largest));
 }
 
-// The values in libcups's form with commas between them. A text may contain commas and stays as it is.
+// The values in libcups's form with commas between them. A text may contain commas and stays as it is, and so
+// does an option that the request does not carry (null).
 std::string encodableValues(const Option& option, ipp_attribute_t* attribute) {
   const auto type = ippGetValueTag(attribute);
   const bool isTyped = type == IPP_TAG_ENUM || type == IPP_TAG_INTEGER || type == IPP_TAG_BOOLEAN ||
@@ -127,11 +128,11 @@ std::string encodableValues(const Option& option, ipp_attribute_t* attribute) {
   std::string all;
   bool isRight = true;
   int count = 0;
-  for (std::size_t start = 0; start <= option.value.size(); ++count) {
+  for (std::size_t start = 0; isRight && start <= option.value.size(); ++count) {
     const auto end = std::min(option.value.find(',', start), option.value.size());
     const auto value = encodableValue(type, option.keyword, option.value.substr(start, end - start));
-    isRight = isRight && value;
-    all += (all.empty() ? "" : ",") + value.value_or("");
+    isRight = value.has_value();
+    if (isRight) all += (all.empty() ? "" : ",") + *value;
     start = end + 1;
   }
   if (isRight && count == ippGetCount(attribute)) return all;
@@ -148,8 +149,7 @@ Options encodable(Options options) {
   for (auto& option : options) {
     const MessageHandle request(ippNewRequest(IPP_OP_CREATE_JOB));
     encodeOptions(request, {option});
-    if (auto* const attribute = findAttribute(request, option.keyword))
-      option.value = encodableValues(option, attribute);
+    option.value = encodableValues(option, findAttribute(request, option.keyword));
   }
   return options;
 }

@@ -59,7 +59,7 @@ FileDescriptor unpacked(FileDescriptor packed, const std::string& name) {
   }
   int error = Z_OK;
   const std::string reason = gzerror(source.get(), &error);
-  if (bytes < 0 || error != Z_OK) throw DamagedPpd(name, withoutFile(reason));
+  if (error != Z_OK) throw DamagedPpd(name, withoutFile(reason));
   lseek(copy.get(), 0, SEEK_SET);
   return copy;
 }
@@ -107,7 +107,7 @@ std::vector<std::string> dialogExtensions(ppd_file_t& ppd) {
   std::vector<std::string> names;
   for (const auto* attribute = ppdFindAttr(&ppd, attributeName, nullptr); attribute != nullptr;
        attribute = ppdFindNextAttr(&ppd, attributeName, nullptr)) {
-    std::filesystem::path path = attribute->value != nullptr ? attribute->value : "";
+    std::filesystem::path path = attribute->value;
     if (!path.has_filename()) path = path.parent_path();
     const auto name = path.filename().string();
     if (!name.empty() && name != "." && name != "..") names.push_back(name);
@@ -117,7 +117,7 @@ std::vector<std::string> dialogExtensions(ppd_file_t& ppd) {
 
 Options asSpelled(ppd_file_t* ppd, Options options) {
   for (auto& [keyword, value] : options) {
-    const auto* const known = ppd == nullptr ? nullptr : ppdFindOption(ppd, keyword.c_str());
+    const auto* const known = ppdFindOption(ppd, keyword.c_str());
     if (known != nullptr) keyword = known->keyword;
   }
   return options;

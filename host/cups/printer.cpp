@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -11,7 +10,6 @@
 #include "host/cups/printer_facts.hpp"
 #include "host/cups/saved_defaults.hpp"
 #include "host/failure.hpp"
-#include "host/job/lpoptions.hpp"
 #include "host/plain_text.hpp"
 
 namespace tandemtrim::host {
@@ -23,23 +21,6 @@ using namespace std::string_view_literals;
 DestinationName splitAt(std::string::size_type slash, const std::string& text) {
   if (slash == std::string::npos) return {text, std::nullopt};
   return {text.substr(0, slash), text.substr(slash + 1)};
-}
-
-// The default printer as libcups finds it: from the environment, the user's or the administrator's file.
-// nullopt means the server's default printer.
-std::optional<DestinationName> localDefault(std::span<const std::string> defaults) {
-  const char* name = std::getenv("LPDEST");
-  if (name == nullptr) {
-    name = std::getenv("PRINTER");
-    // Many environments have this value, which means no particular printer.
-    if (name != nullptr && name == "lp"sv) name = nullptr;
-  }
-  if (name != nullptr) return splitAt(std::string_view(name).find('/'), name);
-  std::optional<DestinationName> found;
-  // The user's file comes last and overrides the administrator's.
-  for (const auto& file : defaults)
-    if (auto destination = defaultDestination(file)) found = std::move(destination);
-  return found;
 }
 
 Failure notFound(const Connection& connection, const std::optional<std::string>& name) {
@@ -82,6 +63,21 @@ void refuseOddDefaults() {
         Fact("your defaults cannot be read, since [file] is not a file"_fact, {{"[file]", file.string()}}),
         "; nothing was sent. Move it away");
   }
+}
+
+std::optional<DestinationName> localDefault(std::span<const std::string> defaults) {
+  const char* name = std::getenv("LPDEST");
+  if (name == nullptr) {
+    name = std::getenv("PRINTER");
+    // Many environments have this value, which means no particular printer.
+    if (name != nullptr && name == "lp"sv) name = nullptr;
+  }
+  if (name != nullptr) return splitAt(std::string_view(name).find('/'), name);
+  std::optional<DestinationName> found;
+  // The user's file comes last and overrides the administrator's.
+  for (const auto& file : defaults)
+    if (auto destination = defaultDestination(file)) found = std::move(destination);
+  return found;
 }
 
 Printer findPrinter(const Connection& connection, const std::optional<std::string>& name) {

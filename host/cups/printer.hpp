@@ -1,9 +1,11 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 
 #include "host/cups/connection/connection.hpp"
+#include "host/job/lpoptions.hpp"
 #include "host/job/options.hpp"
 #include "host/report.hpp"
 
@@ -35,6 +37,10 @@ std::string nameWithInstance(const Printer& printer);
 /// Failure when the file of the user's defaults is a pipe, on which libcups would block, or a device, which
 /// it would read endlessly.
 void refuseOddDefaults();
+
+/// The default printer as libcups finds it: from the environment, or from the texts of the administrator's
+/// and the user's files of defaults. nullopt means the server's default printer.
+std::optional<DestinationName> localDefault(std::span<const std::string> defaults);
 
 /// Finds the named printer ("name" or "name/instance"), or the default printer as lp does. Failure, which
 /// lists the existing printers, when there is none.

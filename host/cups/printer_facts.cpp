@@ -17,20 +17,6 @@ MessageHandle defaultPrinterRequest() {
   return request;
 }
 
-// The attributes to ask for, which include the server's values of the saved options. Not all attributes of
-// the printer, since listing all that it supports takes longer than a job.
-std::vector<std::string> namesToAsk(const Options& saved) {
-  std::vector<std::string> names{"printer-name", "printer-is-accepting-jobs", "printer-state",
-                                 "printer-state-message", "printer-defaults"};
-  for (const auto& option : saved) {
-    // The server would reject the whole request for a longer name.
-    if (option.keyword.size() + kDefault.size() > IPP_MAX_NAME - 1) continue;
-    names.push_back(option.keyword);
-    names.push_back(option.keyword + std::string(kDefault));
-  }
-  return names;
-}
-
 ipp_attribute_t* findDefault(const MessageHandle& facts, const std::string& keyword) {
   return findAttribute(facts, keyword + std::string(kDefault));
 }
@@ -43,14 +29,15 @@ bool comesFromServer(const MessageHandle& facts, const Option& option) {
   const MessageHandle scratch(ippNew());
   auto* const encoded =
       cupsEncodeOption(scratch.get(), IPP_TAG_JOB, option.keyword.c_str(), option.value.c_str());
-  return encoded != nullptr && attributeText(encoded) == attributeText(value);
+  return attributeText(encoded) == attributeText(value);
 }
 
 // The keyword of the option that the attribute is the default of; empty for every other attribute.
 std::string keywordOf(ipp_attribute_t* attribute) {
   const char* const name = ippGetName(attribute);
-  std::string_view keyword = name == nullptr ? "" : name;
-  if (!keyword.ends_with(kDefault)) return "";
+  if (name == nullptr) return {};
+  std::string_view keyword = name;
+  if (!keyword.ends_with(kDefault)) return {};
   keyword.remove_suffix(kDefault.size());
   return std::string(keyword);
 }
@@ -62,9 +49,8 @@ std::vector<std::string> printerNames(const Connection& connection) {
   ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", nullptr,
                "printer-name");
   const auto answer = connection.ask(std::move(request), "/");
-  const auto status = ippGetStatusCode(answer.get());
   // A server without printers answers "not found".
-  if (status >= IPP_STATUS_ERROR_BAD_REQUEST && status != IPP_STATUS_ERROR_NOT_FOUND)
+  if (isError(answer) && ippGetStatusCode(answer.get()) != IPP_STATUS_ERROR_NOT_FOUND)
     throw connection.lastFailure();
   return textsIn(answer, "printer-name");
 }
@@ -80,6 +66,19 @@ std::string existingPrinters(const Connection& connection) {
   return names.empty() ? "the server has no printer; add one with lpadmin" : "choose one with -d: " + names;
 }
 
+// Not all attributes of the printer, since listing all that it supports takes longer than a job.
+std::vector<std::string> namesToAsk(const Options& saved) {
+  std::vector<std::string> names{"printer-name", "printer-is-accepting-jobs", "printer-state",
+                                 "printer-state-message", "printer-defaults"};
+  for (const auto& option : saved) {
+    // The server would reject the whole request for a longer name.
+    if (option.keyword.size() + kDefault.size() > IPP_MAX_NAME - 1) continue;
+    names.push_back(option.keyword);
+    names.push_back(option.keyword + std::string(kDefault));
+  }
+  return names;
+}
+
 MessageHandle askFacts(const Connection& connection, const std::optional<std::string>& printer,
                        const Options& saved) {
   // No printer's name contains '#', which begins an address's fragment; the request would drop the rest.
@@ -87,9 +86,8 @@ MessageHandle askFacts(const Connection& connection, const std::optional<std::st
   auto request = printer ? printerRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, *printer) : defaultPrinterRequest();
   requestAttributes(request, namesToAsk(saved));
   auto answer = connection.ask(std::move(request), printer ? printerResource(*printer) : "/");
-  const auto status = ippGetStatusCode(answer.get());
-  if (status == IPP_STATUS_ERROR_NOT_FOUND) return nullptr;
-  if (status >= IPP_STATUS_ERROR_BAD_REQUEST) throw connection.lastFailure();
+  if (ippGetStatusCode(answer.get()) == IPP_STATUS_ERROR_NOT_FOUND) return nullptr;
+  if (isError(answer)) throw connection.lastFailure();
   return answer;
 }
 

@@ -16,6 +16,9 @@ std::vector<std::string> printerNames(const Connection& connection);
 /// The remedy for a printer that is not found, with the names of the server's printers.
 std::string existingPrinters(const Connection& connection);
 
+/// The names of a printer's attributes to ask for, which include the server's values of the saved options.
+std::vector<std::string> namesToAsk(const Options& saved);
+
 /// Asks for the name, state and defaults of this printer (nullopt means the server's default one), and for
 /// the server's values of the saved options. Null when there is no such printer.
 MessageHandle askFacts(const Connection& connection, const std::optional<std::string>& printer,

@@ -62,11 +62,10 @@ const Option& longestOf(const Options& options) {
 
 DestinationName nameOf(const Printer& printer) { return {printer.name, printer.instance}; }
 
-// The file that libcups reads. It ignores CUPS_SERVERROOT in a program that runs as another user than its
-// caller.
+// The file that libcups reads. It ignores CUPS_SERVERROOT in a program that runs with the rights of another
+// user than its caller.
 fs::path systemDefaultsFile() {
-  const bool isOwn = (geteuid() == getuid() || getuid() == 0) && getegid() == getgid();
-  const char* const folder = isOwn ? std::getenv("CUPS_SERVERROOT") : nullptr;
+  const char* const folder = secure_getenv("CUPS_SERVERROOT");
   return std::string(folder == nullptr ? kServerRoot : folder) + "/lpoptions";
 }
 

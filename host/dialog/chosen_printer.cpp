@@ -259,6 +259,7 @@ Options ChosenPrinter::optionsBesideTabs() {
 
 // The paper is left out if the job has it anyway.
 Options ChosenPrinter::otherOptions() {
+  tabs_.refuseWrongPages();
   auto options = optionsBesideTabs();
   if (paperAskedFor(current_.savedForAllUsers, current_.ppd.get())) {
     tabs_.addAllOptions(current_.ppd.get(), options);

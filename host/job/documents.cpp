@@ -46,8 +46,9 @@ Document::Document(FileDescriptor file, const std::string& name)
 void Document::begin() {
   start_ = ftello(file_);
   struct stat status {};
-  if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode))
-    size_ = static_cast<std::uint64_t>(std::max<off_t>(status.st_size - start_, 0));
+  // The kernel's own files have the size 0, whatever they contain.
+  if (fstat(fileno(file_), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > start_)
+    size_ = static_cast<std::uint64_t>(status.st_size - start_);
   fill();
   beginning_.assign(buffer_.data(), std::min(filled_, kBeginning));
   if (filled_ == 0)

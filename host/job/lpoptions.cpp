@@ -41,7 +41,7 @@ std::string readPart(std::string_view line) {
   std::string text(line.substr(0, line.find('\0')));
   const auto mark = text.find('#');
   if (mark != std::string::npos) {
-    const bool isQuoted = mark > 0 && text[mark - 1] == '\\';
+    const bool isQuoted = std::string_view(text).substr(0, mark).ends_with('\\');
     isQuoted ? text.erase(mark - 1, 1) : text.erase(mark);
   }
   return text.erase(text.find_last_not_of(kBlanks) + 1);
@@ -78,7 +78,6 @@ bool isLineOfDefault(const Entry& entry) { return isSameWord(entry.directive, "D
 std::vector<Entry> entriesIn(std::string_view text) {
   std::vector<Entry> entries;
   for (auto line : linesOf(text)) {
-    line = line.substr(0, line.find_first_of(kLineEnds));
     for (; !line.empty(); line.remove_prefix(std::min(line.size(), kLongestLine)))
       if (auto entry = entryOf(line.substr(0, kLongestLine))) entries.push_back(*std::move(entry));
   }

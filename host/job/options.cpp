@@ -22,9 +22,9 @@ constexpr std::size_t kLongestValue = 32767;
 constexpr std::size_t kLongestTitle = 255;
 
 // The options that concern a single job: its title, which of its pages are printed, how often and when.
-constexpr std::array<const char*, 7> kOfOneJob{"copies",      "Collate",  "multiple-document-handling",
-                                               "page-ranges", "page-set", "job-hold-until",
-                                               "job-name"};
+constexpr std::array<const char*, 8> kOfOneJob{
+    "copies",      "Collate",  "sheet-collate",  "multiple-document-handling",
+    "page-ranges", "page-set", "job-hold-until", "job-name"};
 
 // Why CUPS would lose this value, or nullopt.
 std::optional<std::string> loss(const std::string& value) {

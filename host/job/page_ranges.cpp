@@ -15,10 +15,9 @@ std::string_view withoutBlanks(std::string_view text) {
 std::optional<int> parsePage(std::string_view text, int missing) {
   text = withoutBlanks(text);
   if (text.empty()) return missing;
-  int page = 0;
+  int page = 0;  // also after an error
   const auto* const end = text.data() + text.size();
-  const auto read = std::from_chars(text.data(), end, page);
-  if (read.ec != std::errc() || read.ptr != end || page < 1) return std::nullopt;
+  if (std::from_chars(text.data(), end, page).ptr != end || page < 1) return std::nullopt;
   return page;
 }
 

@@ -35,7 +35,7 @@ std::set<uid_t> trustedOwners();
 std::optional<std::string> openToStrangers(const PathEntry& entry, const std::set<uid_t>& owners,
                                            const RunningUser& running = {});
 
-/// The same for every folder and link on the path.
+/// The same for every folder, file and link on the path.
 std::optional<std::string> openToStrangers(const std::filesystem::path& path,
                                            const std::set<uid_t>& owners = trustedOwners());
 

@@ -22,10 +22,13 @@ const PanelSetting& settingNamed(const Settings& settings, const std::string& na
                 kWrongCommandLine);
 }
 
-// A panel greys its controls while its switch is off.
-Failure greyed(const Settings& settings, const std::string& what) {
+// The reason is the panel's switch if it is another control, and off.
+Failure greyed(const PanelView& view, const Settings& settings, const std::string& control,
+               const std::string& what) {
   const auto* const onOff = switchOf(settings);
-  if (onOff == nullptr) return Failure(what + ": this control is disabled now; nothing was sent");
+  const bool isSwitchedOff = onOff != nullptr && onOff->name != control &&
+                             view.control(onOff->name).state == platform::CheckBox::kOff;
+  if (!isSwitchedOff) return Failure(what + ": this control is disabled now; nothing was sent");
   return Failure(what + ": " + onOff->name +
                  " is off, so this control is disabled; nothing was sent. Turn it on first with --set " +
                  onOff->name + "=" + onOff->choices.front().value);
@@ -99,12 +102,12 @@ Edits enterInputs(PanelView& view, const Settings& settings, const CommandLine& 
   for (const auto& [name, text] : line.inputs) {
     if (text) {
       if (!set(view, settingNamed(settings, name), *text, line.lenient, report))
-        throw greyed(settings, "--set " + name + "=" + *text);
+        throw greyed(view, settings, name, "--set " + name + "=" + *text);
       edits.all.insert(name);
       edits.restored.erase(name);
       continue;
     }
-    if (!press(view, name)) throw greyed(settings, "--restore-defaults");
+    if (!press(view, name)) throw greyed(view, settings, name, "--restore-defaults");
     // The button restores the defaults of all settings but the switch.
     for (const auto& setting : settings) {
       if (setting.kind == PanelSetting::Kind::onOff) continue;

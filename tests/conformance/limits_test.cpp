@@ -105,7 +105,7 @@ TEST_P(MarginLimit, CountsAMissingBoundAsZeroAndFailsOnlyWhereThatWouldBeTheLimi
   }
 }
 
-TEST_P(MarginLimit, ShowsANumberAsItIsWrittenAndComparesItTruncated) {
+TEST_P(MarginLimit, ShowsABoundInItsShortestFormAndComparesItTruncated) {
   scene.settingInfo["DefaultValue.MarginMin"] = "<real>2.5</real>";
   scene.settingInfo["DefaultValue.MarginMax"] = "<real>5.0</real>";
   scene.ppdAttributes->insert_or_assign(attribute(), "9");

@@ -19,7 +19,7 @@ struct Choice {
   bool operator==(const Choice&) const = default;
 };
 
-/// What a user sees of one control; fields that its class lacks keep their defaults.
+/// What a user sees of one control; fields that its class lacks mean nothing.
 struct Look {
   std::string text;
   bool enabled = true;

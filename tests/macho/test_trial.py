@@ -1,6 +1,7 @@
 """The trial on a Mac, with stand-ins for a Mac's commands."""
 
 import pathlib
+import re
 import tempfile
 import unittest
 
@@ -28,12 +29,11 @@ COMMANDS = {
 }
 # Other commands that every Mac has.
 TOOLS = ("bash", "chmod", "dirname", "env", "grep", "ln", "mkdir", "mv", "rm", "sed", "sh", "tail", "tee")
-# The report's line when this command fails.
-FAILURES = {
-    "xcodebuild": "failed  Xcode is installed", "xcrun": "failed  ibtool is installed", "cmake": "failed  cmake is installed",
-    "codesign": "failed  it is signed for this Mac", "lipo": "failed  it is built for both processors", "sudo": "failed  it is installed",
-    "ipptool": "failed  the job has the panel's options",
-    "lpstat": "failed  the job has the panel's options", "log": "failed  the console is read"}
+# The check that fails with each command: that of a tool, or one that ends the trial.
+OF_TOOLS = {"xcodebuild": "Xcode is installed", "xcrun": "ibtool is installed", "cmake": "cmake is installed"}
+ENDING = {
+    "codesign": "it is signed for this Mac", "lipo": "it is built for both processors", "sudo": "it is installed",
+    "log": "the console is read"}
 
 
 class TheTrial(unittest.TestCase):
@@ -57,16 +57,35 @@ class TheTrial(unittest.TestCase):
         for expected in ("ok      a job is sent from the print dialog", "MVTopMargin (nameWithoutLanguage) = 12", "supportedPPDOptionKeys"):
             self.assertIn(expected, report)
 
+    def checks_if_it_fails(self, name):
+        """The report's checks and their results, in a trial where this command fails."""
+        self.mac.command(name, "echo no luck; exit 9")
+        done = self.run_trial()
+        self.mac.mend(name)
+        self.assertEqual(done.returncode, 1)
+        self.assertNotIn("All is done", done.stdout)
+        self.assertIn("make mac-clean", done.stdout)
+        return [(check, result) for result, check in re.findall(r"^(ok|failed) +(.+?)(?: \(status \d+\))?$", self.report(), re.MULTILINE)]
+
     def test_stops_at_the_first_failure_and_reports_which(self):
-        for name, expected in FAILURES.items():
+        for name, check in ENDING.items():
             with self.subTest(name):
-                self.mac.command(name, "echo no luck; exit 9")
-                done = self.run_trial()
-                self.mac.mend(name)
-                self.assertEqual(done.returncode, 1)
-                self.assertIn(expected, self.report())
-                self.assertNotIn("All is done", done.stdout)
-                self.assertIn("make mac-clean", done.stdout)
+                *before, last = self.checks_if_it_fails(name)
+                self.assertEqual(last, (check, "failed"))
+                self.assertEqual({result for _, result in before}, {"ok"})
+
+    def test_stops_after_the_last_tool_if_one_fails(self):
+        for name, check in OF_TOOLS.items():
+            with self.subTest(name):
+                checks = self.checks_if_it_fails(name)
+                self.assertIn((check, "failed"), checks)
+                self.assertEqual(checks[-1], ("ninja is installed", "ok"))
+
+    def test_reads_the_console_even_if_the_job_has_no_options(self):
+        for name in ("ipptool", "lpstat"):
+            with self.subTest(name):
+                self.assertEqual(self.checks_if_it_fails(name)[-2:],
+                                 [("the job has the panel's options", "failed"), ("the console is read", "ok")])
 
     def test_lists_all_missing_tools_at_once_and_how_to_get_them(self):
         for name in ("xcodebuild", "cmake", "ninja"):

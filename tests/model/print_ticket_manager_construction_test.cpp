@@ -93,17 +93,19 @@ TEST_P(ManagerWithFaultySettingInfo, RaisesForAKeyThatIsNotAText) {
   expectRaisesWithNothingStored();
 }
 
-// All tickets up to the one that cannot be made store their defaults; the later ones are never made.
-TEST_P(ManagerWithFaultySettingInfo, ReturnsNullWhenATicketCannotBeMadeAndStopsThere) {
-  const auto info = makeCommonInfoOf<ReadyForSome>();
-  info->readyTimes = static_cast<int>(GetParam());
-  EXPECT_THAT(MorvaTTPrintTicketManagerKV2::initWithCommonInfo(info), IsNull());
-  EXPECT_EQ(settings().log, seedingOf(GetParam() + 1));
-  EXPECT_EQ(info.use_count(), 1);
-}
-
 INSTANTIATE_TEST_SUITE_P(Settings, ManagerWithFaultySettingInfo, testing::Range<std::size_t>(0, 7),
                          [](const auto& test) { return kSettings.at(test.param).ticketName; });
+
+// All tickets up to the one that cannot be made store their defaults; the later ones are never made.
+TEST_F(ManagerConstruction, ReturnsNullWhenATicketCannotBeMadeAndStopsThere) {
+  for (std::size_t made = 0; made < kSettings.size(); ++made) {
+    const auto info = makeCommonInfoOf<ReadyForSome>();
+    info->readyTimes = static_cast<int>(made);
+    EXPECT_THAT(MorvaTTPrintTicketManagerKV2::initWithCommonInfo(info), IsNull()) << made;
+    EXPECT_EQ(settings().log, seedingOf(made + 1)) << made;
+    EXPECT_EQ(info.use_count(), 1) << made;
+  }
+}
 
 TEST_F(ManagerConstruction, StoresOnlyTheOnOffSettingWithCommonInfoThatIsNotReady) {
   const auto info = makeCommonInfoOf<ReadyForSome>();

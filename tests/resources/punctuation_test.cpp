@@ -11,9 +11,10 @@ namespace {
 
 struct Marks {
   const char* language;
-  // Marks that no text of the language has: those of typewriters and of other languages. Some languages
-  // allow a comma before a digit, as in page numbers, a colon after a digit, as in times, and a parenthesis
-  // before an underscore, as in access keys.
+  // Marks that no text of the language has: those of typewriters and of other languages, and quotation marks
+  // that the language has but these texts do not use, such as „ in German. Some languages allow a comma
+  // before a digit, as in page numbers, a colon after a digit, as in times, and a parenthesis before an
+  // underscore, as in access keys.
   const char* wrong;
 };
 

@@ -19,10 +19,14 @@ std::shared_ptr<const Dictionary> propertyListIn(const std::string& bytes, std::
     return nullptr;
   }
   const auto decoded = decodeUtf16(bytes);
-  const auto& text = decoded ? decoded->text : bytes;
-  // A fault in UTF-16 is on the text's last line.
-  auto line = 1 + static_cast<std::size_t>(std::ranges::count(text, '\n'));
-  const auto root = decoded && !decoded->whole ? nullptr : parsePropertyList(text, line);
+  std::size_t line = 0;
+  ObjectRef root;
+  if (decoded && !decoded->whole) {
+    line =
+        1 + static_cast<std::size_t>(std::ranges::count(decoded->text, '\n'));  // the text ends at the fault
+  } else {
+    root = parsePropertyList(decoded ? decoded->text : bytes, line);
+  }
   const auto* dictionary = root ? root->as<Dictionary>() : nullptr;
   if (!root) {
     fault = ":" + std::to_string(line) + ": not a valid XML property list";

@@ -54,9 +54,7 @@ class Parser : public CLI::App {
 std::vector<Ordered> declareOrdered(CLI::App& app, CommandLine& line) {
   std::vector<Ordered> ordered;
   const auto add = [&](const char* name, const char* type, const char* help, auto act) {
-    auto* const option = app.add_option(name)->description(help)->type_name(type)->expected(1);
-    option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)->allow_extra_args(false);
-    ordered.push_back({option, act});
+    ordered.push_back({app.add_option(name)->description(help)->type_name(type)->expected(1), act});
   };
   for (const auto& option : kJobOptions) {
     add(option.name, option.type, option.help, [&](const std::string& text) {
@@ -228,7 +226,7 @@ Unfinished parseUnfinished(std::vector<std::string> words) {
   const auto& typed = unfinished.lastWord;
   unfinished.isName = app.endsInOption();
   const auto* const option = app.parse_order().empty() ? nullptr : app.parse_order().back();
-  if (option != nullptr && !option->results().empty() && option->results().back().ends_with(kEnd)) {
+  if (option != nullptr && option->results().back().ends_with(kEnd)) {
     unfinished.option = option->get_name();
     unfinished.valueAt = typed.size() - (option->results().back().size() - kEnd.size());
     // The word may also be the beginning of a longer name.

@@ -21,7 +21,7 @@ std::variant<CommandLine, Information> parseCommandLine(std::vector<std::string>
 
 /// An unfinished command line: all that the completions of its last word depend on.
 struct Unfinished {
-  /// Its server, user, printer, PPD and plug-in.
+  /// Its server, encryption, user, printer, PPD and plug-in.
   CommandLine line;
   std::string lastWord;
   /// The option, with its dashes, that the last word gives a value to; empty if the word gives no value.

@@ -31,9 +31,9 @@ Failure wrong(const std::string& option, const std::string& text, const std::str
 
 // The text's number, if the text is a number from 1 to `largest`.
 std::optional<std::string> countUpTo(int largest, std::string_view text) {
-  int number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool isNumber = error == std::errc() && end == text.data() + text.size();
+  int number = 0;  // also after an error
+  const auto* const end = text.data() + text.size();
+  const bool isNumber = std::from_chars(text.data(), end, number).ptr == end;
   return isNumber && number >= 1 && number <= largest ? std::optional(std::to_string(number)) : std::nullopt;
 }
 

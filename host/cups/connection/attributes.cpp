@@ -39,6 +39,10 @@ ipp_attribute_t* findValue(const MessageHandle& message, const std::string& name
 
 }  // namespace
 
+bool isError(const MessageHandle& answer) {
+  return ippGetStatusCode(answer.get()) >= IPP_STATUS_ERROR_BAD_REQUEST;
+}
+
 ipp_attribute_t* findAttribute(const MessageHandle& message, const std::string& name) {
   return ippFindAttribute(message.get(), name.c_str(), IPP_TAG_ZERO);
 }

@@ -11,6 +11,9 @@
 
 namespace tandemtrim::host {
 
+/// Whether an answer reports an error; true also for null.
+bool isError(const MessageHandle& answer);
+
 /// The attribute of this name in a message, or null.
 ipp_attribute_t* findAttribute(const MessageHandle& message, const std::string& name);
 
@@ -27,7 +30,7 @@ std::vector<std::string> textsIn(const MessageHandle& message, const std::string
 /// The value of an attribute that has exactly one, if that is a text.
 std::optional<std::string> onlyText(ipp_attribute_t* attribute);
 
-/// All values of an attribute of any type as one text, as libcups writes them.
+/// All values of an attribute of any type as one text, as libcups writes them; empty for null.
 std::string attributeText(ipp_attribute_t* attribute);
 
 /// Throws std::bad_alloc for a request that lacks a part for which libcups had no memory; sending it would

@@ -46,20 +46,16 @@ Failure notEncrypted() {
                  "; ask its administrator, or name another server with -h");
 }
 
-int onTimeout(http_t* /*http*/, void* givenUp) {
-  *static_cast<std::atomic<GivenUp>*>(givenUp) = GivenUp::tooSlow;
-  return 0;  // Wait no longer.
-}
-
 }  // namespace
 
 std::chrono::seconds timeoutFrom(const char* text) {
   if (text == nullptr) return kTimeout;
   const std::string_view digits = text;
   int seconds = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
-  const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
-  return isNumber && seconds > 0 ? std::chrono::seconds(seconds) : kTimeout;
+  // A number that is too large leaves the variable as it is.
+  const auto* const end = std::from_chars(digits.data(), digits.data() + digits.size(), seconds).ptr;
+  const bool isRead = end == digits.data() + digits.size();
+  return isRead && seconds > 0 ? std::chrono::seconds(seconds) : kTimeout;
 }
 
 Connection::Connection(const std::optional<std::string>& server)
@@ -71,7 +67,6 @@ Connection::Connection(const std::optional<std::string>& server)
                              kNotYet, nullptr));
   }
   if (!http_) throw nobodyAnswers();
-  httpSetTimeout(get(), static_cast<double>(bounds_->longest.count()), onTimeout, &bounds_->givenUp);
   if (!connect()) {
     if (isSilent()) throw lastFailure();
     throw cupsLastError() == IPP_STATUS_ERROR_CUPS_PKI ? notEncrypted() : nobodyAnswers();

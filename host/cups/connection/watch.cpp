@@ -42,9 +42,10 @@ void Bounds::renew() {
   givenUp = GivenUp::no;
 }
 
-// A thread, because libcups calls no callback while bytes keep coming or while it repeats a request. It cuts
-// the connection repeatedly until the request has ended, since libcups may reconnect in between. It measures
-// memory instead of counting bytes, since an answer may be compressed.
+// A thread, because libcups calls no callback while bytes keep coming or while it repeats a request, and
+// gives up a full connection that still takes bytes. It cuts the connection repeatedly until the request has
+// ended, since libcups may reconnect in between. It measures memory instead of counting bytes, since an
+// answer may be compressed.
 Watch::Watch(http_t* http, Bounds& bounds, Patience patience)
     : thread_([this, http, &bounds, patience](const std::stop_token& stop) {
         enforceBounds(http, bounds, patience, stop);

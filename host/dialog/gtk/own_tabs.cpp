@@ -34,7 +34,6 @@ void OwnTabs::refuseWrongPages() {
 // The default is read from this PPD, since GTK sets the default of its own copy to the paper that was shown
 // when the user chose the printer.
 void OwnTabs::addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options) {
-  refuseWrongPages();
   auto paper = defaultPaper(ppd);
   if (const auto setup = Glib::wrap(gtk_printer_get_default_page_size(printer)); setup && !paper)
     paper = setup->get_paper_size();

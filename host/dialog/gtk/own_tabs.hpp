@@ -20,12 +20,11 @@ class OwnTabs {
 
   [[nodiscard]] TabSettings settings();
   /// Overwrites `options` with the choices of the tabs for this printer; rows that are unchanged since
-  /// rememberRows() are skipped. Failure for pages and times that cannot be understood.
+  /// rememberRows() are skipped. Failure as for addTabOptions().
   void addOptions(GtkPrinter* printer, ppd_file_t* ppd, Options& options);
   /// Failure for page ranges that cannot be understood, and when page ranges are chosen but none is typed.
   void refuseWrongPages();
-  /// Like addOptions(), but adds the paper even if it is the printer's default. Failure as for
-  /// addTabOptions().
+  /// Like addOptions(), but adds the paper even if it is the printer's default.
   void addAllOptions(ppd_file_t* ppd, Options& options);
   /// Shows these options, as if the user had chosen them. Returns those that the tabs show with another
   /// value, since the printer has no such choice.

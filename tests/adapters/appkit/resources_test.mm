@@ -53,7 +53,7 @@ TEST_F(DamagedResources, WithAMarginDefaultThatIsNotANumberRaiseTheToolkitsInval
 }
 
 // A missing bound counts as 0, but cannot be the limit itself. Without a PPD file the limit is the property
-// list's.
+// list's, and if that is missing too, the minimum.
 TEST_F(DamagedResources, WithoutABoundRaiseOnlyWhereTheBoundIsTheLimit) {
   struct Bounds {
     NSNumber* min;

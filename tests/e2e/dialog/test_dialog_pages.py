@@ -134,7 +134,7 @@ class DialogPagesTest(DialogCase):
         until(lambda: len(dialog.program.windows()) == 1, "the message to go")
         self.assert_nothing_was_sent()
 
-    def test_invalid_page_ranges_are_refused_with_an_explanation(self):
+    def refuses_invalid_page_ranges(self, **sent_otherwise):
         dialog = self.shown()
         dialog.check("Pages:")
         for typed in ("abc", "1,,2", "3-1", "2x", "0"):
@@ -142,7 +142,14 @@ class DialogPagesTest(DialogCase):
                 dialog.type(RANGES, typed)
                 self.refused(dialog, f'"{typed}" is not a valid page range. Type page numbers such as 1-3,5')
         dialog.type(RANGES, "1 - 2; 4")
-        self.assertEqual(self.sent(dialog), {"page-ranges": "1-2,4"})
+        self.assertEqual(self.sent(dialog), {"page-ranges": "1-2,4"} | sent_otherwise)
+
+    def test_invalid_page_ranges_are_refused_with_an_explanation(self):
+        self.refuses_invalid_page_ranges()
+
+    def test_invalid_page_ranges_are_refused_even_if_a_paper_is_saved_for_all_users(self):
+        (self.cups.folder / "home/lpoptions").write_text("Dest Morva PageSize=A3\n")
+        self.refuses_invalid_page_ranges(PageSize="A3")
 
     def test_the_summary_takes_the_focus_once_and_a_screen_reader_reads_whole_rows(self):
         dialog = self.live_panel("-o", f"{MARGINS['Top']}=12")

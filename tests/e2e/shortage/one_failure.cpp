@@ -51,7 +51,7 @@ constexpr std::array kCalls{
 };
 constexpr std::array kNeverBlocked{SIGSYS, SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT};
 constexpr std::string_view kAllocation = "malloc";
-constexpr int kWidth = 64;  // size in bytes of the C library's syscall(), whose calls are not caught
+constexpr int kWidth = 64;  // at least the bytes of the C library's syscall(), whose calls are not caught
 
 // The registers of a system call's arguments and of its result.
 constexpr std::array<int, 6> kArguments{REG_RDI, REG_RSI, REG_RDX, REG_R10, REG_R8, REG_R9};

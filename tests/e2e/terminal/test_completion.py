@@ -11,9 +11,10 @@ import ipp
 from fake_server import FakeServer
 from relay import Overhearing, Slow
 from terminal import Terminal
-from terminal_case import BUILD, FOLDLINE_PPD, PPD, PROGRAM, SAMPLE, TerminalCase
+from terminal_case import BUILD, FOLDLINE, FOLDLINE_PPD, PPD, PROGRAM, SAMPLE, TerminalCase
 
 ODD = "Odd;touch${IFS}made"  # a printer's name with a command that bash could run
+PANELS = f"{BUILD}:{FOLDLINE.parent}"  # the folders of both families' panels
 SETTINGS = {"Valid=", "Direction=", "Position=", "Top=", "Bottom=", "Left=", "Right="}
 # What is typed before Tab, and the command line afterwards.
 COMPLETED = {
@@ -28,7 +29,9 @@ COMPLETED = {
     "--reset-d": "--reset-defaults ",
     "-d Morva sam": "-d Morva sample.pdf ",
     "-d Morva -- --sum": "-d Morva -- --sum",  # the beginning of a file's name
-    "-d Fold --set Fold=Z": "-d Fold --set Fold=Z",  # a printer of another family, whose setting has no such choice
+    # A printer of another family, whose setting has no choice Z.
+    "-d Fold --set Fold=Ha": "-d Fold --set Fold=Half ",
+    "-d Fold --set Fold=Z": "-d Fold --set Fold=Z",
 }
 # All differ in their first two letters.
 ODD_NAMES = [
@@ -77,8 +80,7 @@ class AnswersTest(CompletionCase):
         self.assertEqual(self.words("-d", "Morva", "--set", "Direction="), ["Direction=LongEdgeFeed", "Direction=ShortEdgeFeed"])
         self.assertEqual(self.words("-d", "Morva", "--set", "Top="), [])
         self.assertEqual(set(self.words("--ppd", str(PPD), "--set", "")), SETTINGS)
-        around = {"TANDEM_TRIM_PLUGIN_PATH": f"{BUILD}:{BUILD}/tests/second_family"}
-        of_other = set(self.words("-d", "Fold", "--set", "", **around))
+        of_other = set(self.words("-d", "Fold", "--set", "", TANDEM_TRIM_PLUGIN_PATH=PANELS))
         self.assertTrue(of_other and not of_other & SETTINGS, of_other)
 
     def test_the_presets_of_the_printers_family_are_offered(self):
@@ -161,7 +163,7 @@ class ShellsTest(CompletionCase):
 
     def around(self):
         plain = {"TERM": "dumb", "PATH": f"{self.prefix}/bin:{os.defpath}", "XDG_DATA_DIRS": f"{self.prefix}/share:/usr/share"}
-        return self.environment(CUPS_SERVER="{}:{}".format(*self.cups.address), LPDEST="Morva", **plain)
+        return self.environment(CUPS_SERVER="{}:{}".format(*self.cups.address), LPDEST="Morva", TANDEM_TRIM_PLUGIN_PATH=PANELS, **plain)
 
     def completes(self, shell, start, more=()):
         """Asserts that Tab completes each text in this shell. `start` sets the shell up to show the command line at ^O."""

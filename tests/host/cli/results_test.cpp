@@ -35,6 +35,19 @@ TEST(TheJson, HasLimitsUpToTheLargestNumber) {
   EXPECT_EQ(jsonOf(settings)["limits"]["Top"]["max"], std::numeric_limits<std::int64_t>::max());
 }
 
+TEST(TheJson, ListsNoChoicesOfASettingThatHasNone) {
+  auto settings = sample();
+  settings.panel->settings[0].choices.clear();
+  EXPECT_EQ(jsonOf(settings)["limits"]["Valid"]["choices"], nlohmann::json::array());
+}
+
+TEST(TheJson, IsIndentedByTwoBlanks) {
+  std::ostringstream out;
+  showJson(out, "Morva", sample(), std::nullopt);
+  EXPECT_THAT(out.str(),
+              testing::StartsWith("{\n  \"printer\": \"Morva\",\n  \"settings\": {\n    \"media\""));
+}
+
 TEST(TheJson, EscapesCharactersThatControlATerminal) {
   auto settings = sample();
   const std::string value = "\x1B[31m\n\x7F\u0080\u009B\u2028\u202E\u2066 Größe 日本";

@@ -3,6 +3,7 @@
 #include <array>
 #include <functional>
 #include <new>
+#include <utility>
 
 #include <gmock/gmock.h>
 
@@ -13,6 +14,18 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 const std::string kName = "it";
+
+TEST(AReply, IsAnErrorIfItsStatusSaysSoOrItIsMissing) {
+  for (const auto& [status, isWrong] : {std::pair(IPP_STATUS_OK, false),
+                                        {IPP_STATUS_OK_CONFLICTING, false},
+                                        {IPP_STATUS_ERROR_BAD_REQUEST, true},
+                                        {IPP_STATUS_ERROR_INTERNAL, true}}) {
+    const MessageHandle answer(ippNew());
+    ippSetStatusCode(answer.get(), status);
+    EXPECT_EQ(isError(answer), isWrong) << status;
+  }
+  EXPECT_TRUE(isError(nullptr));
+}
 
 // A message with one attribute, which `add` adds.
 MessageHandle with(const std::function<void(ipp_t*, const char*)>& add) {
@@ -68,6 +81,21 @@ TEST(AnAttribute, OfAnyKindOfTextIsReadAsText) {
         [&](auto* message, auto* name) { ippAddString(message, IPP_TAG_PRINTER, type, name, "en", "x"); });
     EXPECT_EQ(found(inALanguage), "tl") << ippTagString(type);
   }
+}
+
+// libcups reads a value of such a type as bytes without an end, and would show them as a text.
+TEST(AnAttribute, OfATypeThatIppDoesNotHaveIsNotFound) {
+  std::string bytes("\2\0\0\0\0\0\0\1\4\x43\0\2it\0\1x\3", 18);
+  const auto read = [](void* from, ipp_uchar_t* buffer, std::size_t size) -> ssize_t {
+    auto& left = *static_cast<std::string*>(from);
+    const auto taken = left.copy(reinterpret_cast<char*>(buffer), size);
+    left.erase(0, taken);
+    return static_cast<ssize_t>(taken);
+  };
+  const MessageHandle message(ippNew());
+  ASSERT_EQ(ippReadIO(&bytes, read, 1, nullptr, message.get()), IPP_STATE_DATA);
+  ASSERT_NE(findAttribute(message, kName), nullptr);
+  EXPECT_EQ(found(message), "");
 }
 
 TEST(AnAttribute, IsNotFoundAsAnotherType) {

@@ -27,7 +27,7 @@ INSTANTIATE_TEST_SUITE_P(Names, FileOfACertificate,
                                          "Print-Server.Example", "a_b", "[v1.fe80::1+eth0]", "fe80::1",
                                          "gr\xC3\xB6\xC3\x9F"
                                          "e",
-                                         "a/../b", "AZaz09", "@[`{", "+,-./:"));
+                                         "a/../b", "AZaz09", "@[^`{", "+,-./:"));
 
 }  // namespace
 }  // namespace tandemtrim::host

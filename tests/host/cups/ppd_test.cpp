@@ -1,7 +1,12 @@
 #include "host/cups/ppd.hpp"
 
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -103,6 +108,34 @@ TEST_F(APpd, ThatIsPackedAndCutShortIsRefused) {
   EXPECT_EQ(test::inADialog(failure.fact()),
             "the printer's PPD file cannot be used (unexpected end of file)");
   EXPECT_EQ(failure.trouble(), Trouble::details);
+}
+
+// Runs `call` while the process may use at most this much of a resource.
+template <class Call>
+void within(rlim_t most, decltype(RLIMIT_NOFILE) resource, Call call) {
+  rlimit usual{};
+  getrlimit(resource, &usual);
+  const rlimit scarce{most, usual.rlim_max};
+  setrlimit(resource, &scarce);
+  call();
+  setrlimit(resource, &usual);
+}
+
+TEST_F(APpd, ThatTheSystemCannotCopyIsRefusedWithTheReason) {
+  const auto path = folder.write("test.ppd", kHeader);
+  FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  within(static_cast<rlim_t>(file.get()) + 1, RLIMIT_NOFILE, [&] {
+    EXPECT_STREQ(failureOf([&] { readPpd(std::move(file), "it"); }).what(),
+                 ("the PPD file it cannot be read: " + std::string(std::strerror(EMFILE))).c_str());
+  });
+  auto* const usual = std::signal(SIGXFSZ, SIG_IGN);
+  within(0, RLIMIT_FSIZE, [&] {
+    EXPECT_STREQ(failureOf([&] { openPpd(path, "it"); }).what(),
+                 ("the PPD file it cannot be read: " + std::string(std::strerror(EFBIG))).c_str());
+  });
+  static_cast<void>(std::signal(SIGXFSZ, usual));
+  EXPECT_STREQ(failureOf([] { readPpd(FileDescriptor(-1), "it"); }).what(),
+               ("the PPD file it cannot be read: " + std::string(std::strerror(EBADF))).c_str());
 }
 
 TEST_F(APpd, ThatIsMissingOrAFolderIsRefused) {

@@ -15,7 +15,16 @@ MessageHandle facts() {
   ippAddString(to, IPP_TAG_PRINTER, IPP_TAG_KEYWORD, "sides-default", nullptr, "one-sided");
   ippAddOutOfBand(to, IPP_TAG_PRINTER, IPP_TAG_NOVALUE, "media-default");
   ippAddString(to, IPP_TAG_PRINTER, IPP_TAG_NAME, "-default", nullptr, "nameless");
+  ippAddSeparator(to);
   return message;
+}
+
+TEST(APrinter, IsAskedForWhatAJobNeedsAndItsValuesOfTheSavedOptions) {
+  const std::string longest(IPP_MAX_NAME - 1 - std::string("-default").size(), 'x');
+  EXPECT_THAT(namesToAsk({{"note", "a"}, {longest + "x", "b"}, {longest, "c"}}),
+              testing::ElementsAre("printer-name", "printer-is-accepting-jobs", "printer-state",
+                                   "printer-state-message", "printer-defaults", "note", "note-default",
+                                   longest, longest + "-default"));
 }
 
 TEST(TheServersDefaults, AreThoseThatHaveAValue) {
@@ -28,8 +37,8 @@ TEST(SavedOptions, ThatTheServerSuppliesItselfAreLeftOut) {
   EXPECT_EQ(withoutServers({{"printer-name", "mine"}, {"copies", "2"}, {"sides", "one-sided"}, {"a", "1"}},
                            facts()),
             (Options{{"a", "1"}}));
-  EXPECT_EQ(withoutServers({{"copies", "3"}, {"media", "A4"}}, facts()),
-            (Options{{"copies", "3"}, {"media", "A4"}}));
+  EXPECT_EQ(withoutServers({{"copies", "3"}, {"media", "A4"}, {"empty", ""}}, facts()),
+            (Options{{"copies", "3"}, {"media", "A4"}, {"empty", ""}}));
 }
 
 TEST(SavedOptions, AreSpelledAsTheServerSpellsThem) {

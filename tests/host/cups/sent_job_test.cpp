@@ -36,6 +36,8 @@ TEST(AJobsText, SaysWhyItIsHeld) {
             "job 17 on Morva: 7 of 7 options confirmed; it is held (job-hold-until-specified)");
   EXPECT_EQ(jobText(jobInState(IPP_JSTATE_STOPPED, "printer-stopped", "", {})),
             "job 17 on Morva: 7 of 7 options confirmed; it is held (printer-stopped)");
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_HELD, "", "", {})),
+            "job 17 on Morva: 7 of 7 options confirmed; it is held");
 }
 
 TEST(AJob, ThatHasEndedWithoutBeingPrintedIsNotConfirmed) {
@@ -45,6 +47,11 @@ TEST(AJob, ThatHasEndedWithoutBeingPrintedIsNotConfirmed) {
             "job 17 on Morva was aborted at the print server at desk:631");
   EXPECT_EQ(jobText(jobInState(IPP_JSTATE_STOPPED, "job-completed-with-errors", "", {})),
             "job 17 on Morva was stopped at the print server at desk:631 (job-completed-with-errors)");
+}
+
+TEST(AJob, ThatIsCompletedIsPrintedWhateverItsReasonsAre) {
+  EXPECT_EQ(jobText(jobInState(IPP_JSTATE_COMPLETED, "job-completed-with-errors", "", {})),
+            "job 17 on Morva: 7 of 7 options confirmed");
 }
 
 TEST(AJob, ThatIsIncompleteIsNotConfirmedEvenIfItsOptionsAre) {

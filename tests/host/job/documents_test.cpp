@@ -1,5 +1,6 @@
 #include "host/job/documents.hpp"
 
+#include <atomic>
 #include <csignal>
 #include <fstream>
 #include <thread>
@@ -37,6 +38,31 @@ TEST(ADocument, HandsOverTheWholeFile) {
   EXPECT_EQ(contentOf(document), text);
 }
 
+TEST(ADocument, OfAnyLengthIsHandedOverWhole) {
+  const test::TemporaryFolder folder;
+  for (const std::size_t length : {1U, 65535U, 65536U, 65537U}) {
+    Document document(folder.write("report.pdf", std::string(length, 'x')));
+    EXPECT_EQ(contentOf(document).size(), length);
+  }
+}
+
+TEST(ADocument, OfTheKernelHasNoSizeBeforeItsEnd) {
+  Document document("/proc/version");
+  EXPECT_EQ(document.size(), std::nullopt);
+  EXPECT_THAT(contentOf(document), testing::StartsWith("Linux"));
+}
+
+TEST(ADocument, IsClosedAtTheEnd) {
+  const test::TemporaryFolder folder;
+  const auto file = folder.write("report.pdf", "text");
+  const auto openFiles = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  const auto before = openFiles();
+  { const Document document(file); }
+  EXPECT_EQ(openFiles(), before);
+}
+
 TEST(ADocument, StopsWhenItsReaderStops) {
   const test::TemporaryFolder folder;
   Document document(folder.write("report.pdf", std::string(200'000, 'x')));
@@ -53,6 +79,20 @@ TEST(ADocument, ThatIsMissingUnreadableOrEmptyIsRefusedByName) {
     EXPECT_EQ(failure.exitStatus(), kFailed);
     EXPECT_THAT(failure.what(), HasSubstr(std::filesystem::path(file).filename().string()));
   }
+}
+
+TEST(ADocument, ThatIsRefusedIsNamedWithTheFactAndWhatToDo) {
+  const test::TemporaryFolder folder;
+  const std::string advice = "; nothing was sent. Name a file that exists and that you may read";
+  const auto path = folder.path().string();
+  const auto wordsOf = [](const auto& make) { return std::string(failureOf(make).what()); };
+  EXPECT_EQ(wordsOf([] { const Document document(""); }), "the name of a file is empty" + advice);
+  EXPECT_EQ(wordsOf([] { const Document document("/nowhere.pdf"); }),
+            "/nowhere.pdf cannot be read: No such file or directory" + advice);
+  EXPECT_EQ(wordsOf([&] { const Document document(path); }),
+            path + " cannot be read: Is a directory" + advice);
+  EXPECT_EQ(wordsOf([] { const Document document(FileDescriptor(-1), "Report"); }),
+            "Report cannot be read: Bad file descriptor" + advice);
 }
 
 TEST(ADocument, CanBeReadAgainAfterItsFileIsRemoved) {
@@ -99,6 +139,59 @@ TEST(ADocument, ThatBeginsWithinItsFileIsNotOpenedAgain) {
   std::clearerr(stdin);
 }
 
+TEST(ADocument, ThatIsEmptyStandardInputIsCalledSo) {
+  const FileDescriptor before(dup(STDIN_FILENO));
+  const FileDescriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
+  dup2(nothing.get(), STDIN_FILENO);
+  const std::string said = failureOf([] { const Document document("-"); }).what();
+  dup2(before.get(), STDIN_FILENO);
+  std::clearerr(stdin);
+  EXPECT_EQ(said, "standard input is empty; nothing was sent. Print a document that is not empty");
+}
+
+// So that a user can cancel while a program that writes into the pipe is silent.
+TEST(ADocument, PassesAnEmptyPieceWhenASignalComesWhileAPipeIsSilent) {
+  struct sigaction before {};
+  struct sigaction action {};
+  action.sa_handler = [](int) {};
+  sigaction(SIGUSR1, &action, &before);
+  const test::TemporaryFolder folder;
+  const auto file = (folder.path() / "pipe").string();
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  std::atomic<bool> isInterrupted = false;
+  const auto reader = pthread_self();
+  {
+    const std::jthread writer([&] {
+      std::ofstream pipe(file);
+      pipe << "four" << std::flush;
+      for (; !isInterrupted; std::this_thread::sleep_for(std::chrono::milliseconds(1)))
+        pthread_kill(reader, SIGUSR1);
+      pipe << "more";
+    });
+    std::vector<std::string> pieces;
+    Document document(file);
+    EXPECT_TRUE(document.read([&](std::span<const char> piece) {
+      if (piece.empty()) isInterrupted = true;
+      if (pieces.empty() || !piece.empty()) pieces.emplace_back(piece.begin(), piece.end());
+      return true;
+    }));
+    EXPECT_TRUE(isInterrupted.exchange(true));
+    EXPECT_THAT(pieces, testing::ElementsAre("four", "more"));
+  }
+  sigaction(SIGUSR1, &before, nullptr);
+}
+
+TEST(ADocument, EndsThoughASignalInterruptedACallBefore) {
+  const test::TemporaryFolder folder;
+  Document document(folder.write("report.pdf", "four"));
+  int pieces = 0;
+  document.read([&](std::span<const char>) {
+    errno = EINTR;
+    return ++pieces < 3;
+  });
+  EXPECT_EQ(pieces, 1);
+}
+
 TEST(ADocument, ThatComesThroughAPipeIsKeptToBeReadAgain) {
   const test::TemporaryFolder folder;
   const auto file = (folder.path() / "pipe").string();
@@ -115,30 +208,40 @@ TEST(ADocument, ThatComesThroughAPipeIsKeptToBeReadAgain) {
   EXPECT_EQ(contentOf(document), text);
 }
 
-// While it exists, no file can grow beyond three bytes.
-class NoRoom {
+// While it exists, a limit of the process is small.
+class SmallLimit {
  public:
-  NoRoom() {
-    getrlimit(RLIMIT_FSIZE, &limit_);
-    const struct rlimit small { 3, limit_.rlim_max };
-    setrlimit(RLIMIT_FSIZE, &small);
+  SmallLimit(__rlimit_resource resource, rlim_t most) : resource_(resource) {
+    getrlimit(resource_, &limit_);
+    const struct rlimit small { most, limit_.rlim_max };
+    setrlimit(resource_, &small);
   }
-  NoRoom(const NoRoom&) = delete;
-  NoRoom& operator=(const NoRoom&) = delete;
-  ~NoRoom() {
-    setrlimit(RLIMIT_FSIZE, &limit_);
-    std::signal(SIGXFSZ, handler_);
-  }
+  SmallLimit(const SmallLimit&) = delete;
+  SmallLimit& operator=(const SmallLimit&) = delete;
+  ~SmallLimit() { setrlimit(resource_, &limit_); }
 
  private:
-  void (*handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
+  __rlimit_resource resource_;
   struct rlimit limit_ {};
 };
 
-// A document of the text "four", from a new pipe.
-Document documentFromPipe(const std::string& file) {
+// While it exists, no file can grow beyond three bytes.
+class NoRoom {
+ public:
+  NoRoom() = default;
+  NoRoom(const NoRoom&) = delete;
+  NoRoom& operator=(const NoRoom&) = delete;
+  ~NoRoom() { std::signal(SIGXFSZ, handler_); }
+
+ private:
+  void (*handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
+  SmallLimit limit_{RLIMIT_FSIZE, 3};
+};
+
+// A document of this text, which a pipe can hold, from a new pipe.
+Document documentFromPipe(const std::string& file, const std::string& text = "four") {
   EXPECT_EQ(mkfifo(file.c_str(), 0600), 0);
-  const std::jthread writer([&] { std::ofstream(file) << "four"; });
+  const std::jthread writer([&] { std::ofstream(file) << text; });
   return Document(file);
 }
 
@@ -152,11 +255,23 @@ TEST(ADocument, ThatIsAFileNeedsNoRoomToBeKept) {
 
 TEST(ADocument, ThatCannotBeKeptWholeIsRefused) {
   const test::TemporaryFolder folder;
-  const auto file = (folder.path() / "pipe").string();
-  Document document = documentFromPipe(file);
-  const NoRoom noRoom;
-  const auto failure = failureOf([&] { document.keep(); });
-  EXPECT_THAT(failure.what(), HasSubstr("pipe cannot be kept until it is printed: File too large"));
+  for (const std::size_t length : {4U, 20'000U}) {
+    const auto file = (folder.path() / std::to_string(length)).string();
+    Document document = documentFromPipe(file, std::string(length, 'x'));
+    const NoRoom noRoom;
+    const auto failure = failureOf([&] { document.keep(); });
+    EXPECT_THAT(failure.what(), HasSubstr(" cannot be kept until it is printed: File too large"));
+  }
+}
+
+TEST(ADocument, ThatCannotBeKeptForWantOfAFileIsRefused) {
+  const test::TemporaryFolder folder;
+  Document document = documentFromPipe((folder.path() / "pipe").string());
+  const auto failure = failureOf([&] {
+    const SmallLimit noMoreFiles(RLIMIT_NOFILE, 3);
+    document.keep();
+  });
+  EXPECT_THAT(failure.what(), HasSubstr("pipe cannot be kept until it is printed: Too many open files"));
 }
 
 // A part of it may be at the server already.

@@ -49,6 +49,10 @@ TEST(SavedOptions, KeepAHashSignThatBeginsNoComment) {
   EXPECT_EQ(allIn(*text, kMorva), (Options{{"note", "a#b"}, {"x", "1"}}));
 }
 
+TEST(SavedOptions, MayContainAnyMark) {
+  EXPECT_EQ(allIn("Dest A^B a=1^", DestinationName{"A^B", std::nullopt}), (Options{{"a", "1^"}}));
+}
+
 TEST(SavedOptions, AreRefusedIfCupsWouldCutTheLine) {
   EXPECT_TRUE(withSavedOptions("", kMorva, {{"a", std::string(8000, 'x')}}));
   EXPECT_FALSE(withSavedOptions("", kMorva, {{"a", std::string(8192, 'x')}}));

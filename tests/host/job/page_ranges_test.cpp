@@ -38,6 +38,7 @@ TEST(PageRanges, NameTheFirstMalformedPart) {
   const std::vector<std::pair<std::string, std::string>> wrong{{"", ""},
                                                                {" ", ""},
                                                                {"abc", "abc"},
+                                                               {"x-5", "x-5"},
                                                                {"1,,2", ""},
                                                                {"1,", ""},
                                                                {"3-1", "3-1"},
@@ -55,7 +56,7 @@ TEST(PageRanges, NameTheFirstMalformedPart) {
 TEST(PageRanges, MayHaveOtherSeparatorsInTheDialog) {
   for (const char* text : {"1", "1-3,5,8-", "-2", "1 - 2; 4", " 7 ", "2:3", "5-5"})
     EXPECT_EQ(parsePageRanges(text, ",;:").mistake, std::nullopt) << text;
-  EXPECT_EQ(parsePageRanges("1;2").mistake, "1;2");
+  for (const char* text : {"1;2", "1^2"}) EXPECT_EQ(parsePageRanges(text).mistake, text);
 }
 
 }  // namespace

@@ -162,8 +162,16 @@ TEST_F(APanelSession, NamesASwitchThatIsGreyedItself) {
   EXPECT_THAT(failureOf([&] {
                 play({{"Valid", "On"}}, false, "click greyed");
               }).what(),
-              AllOf(HasSubstr("disabled"), HasSubstr("nothing was sent")));
+              testing::StrEq("--set Valid=On: this control is disabled now; nothing was sent"));
   EXPECT_EQ(stored("FakeOn"), "Off");
+}
+
+TEST_F(APanelSession, BlamesNoSwitchThatIsOnForAGreyedControl) {
+  store("FakeOn", "On");
+  EXPECT_THAT(failureOf([&] {
+                play({{"RestoreDefault", std::nullopt}}, false, "click greyed");
+              }).what(),
+              testing::StrEq("--restore-defaults: this control is disabled now; nothing was sent"));
 }
 
 TEST_F(APanelSession, NamesTheChoicesBesideOneThatThePanelLacks) {

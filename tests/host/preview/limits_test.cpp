@@ -18,7 +18,7 @@
 namespace tandemtrim::host {
 namespace {
 
-// The same on all processors; the system's headers are older.
+// The same on all processors except MIPS; the system's headers are older.
 constexpr long kFchmodat2 = 452;
 
 // Something that the limited process tries; its parent is the test.

@@ -91,7 +91,7 @@ class FakeServer(Serving):
     def __init__(self, ppd=b"", odd=None, logins=None, keys=None):
         self._ppd, self._odd, self._logins = ppd, odd or {}, logins or {}
         self.tried = []  # the logins that clients sent, each once
-        self.job, self._documents = b"", 0  # the attributes of the job that was asked for last, to the end of the message
+        self.job, self._documents = b"", 0  # the attributes in the last request for a new job, to the end of the message
         self.asked, self._open = [], []
         fake = self
 

@@ -275,13 +275,14 @@ class WantsLogin(Relay):
 
 
 class Slow(Relay):
-    """Passes on `speed` bytes of the client's requests a second. A small receive buffer keeps the system from accepting many more."""
+    """Passes on `speed` bytes of the client's requests a second, and all after the first `slow` bytes of a connection at once. A small
+    receive buffer keeps the system from accepting many more."""
 
     SHARE = 20  # pieces a second
 
-    def __init__(self, server, speed):
+    def __init__(self, server, speed, slow=float("inf")):
         super().__init__(server, float("inf"), None)
-        self._speed, self._ended = speed, threading.Event()
+        self._speed, self._slow, self._ended = speed, slow, threading.Event()
         self._listener.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 4096)
 
     def __exit__(self, *_):
@@ -289,13 +290,16 @@ class Slow(Relay):
         super().__exit__()
 
     def _requests_from(self, client, server):
+        passed = 0
         try:
-            while piece := client.recv(self._speed // self.SHARE):
+            while passed < self._slow and (piece := client.recv(self._speed // self.SHARE)):
                 server.sendall(piece)
+                passed += len(piece)
                 self._ended.wait(1 / self.SHARE)
+            client.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, PIECE)
         except OSError:
             pass  # the connection is gone
-        self._end(server)
+        super()._requests_from(client, server)
 
 
 class Holdup(Relay):

@@ -111,6 +111,25 @@ INSTANTIATE_TEST_SUITE_P(
       return use.param.name.substr(2, use.param.name.find_first_of("-0", 2) - 2) + std::to_string(use.index);
     });
 
+TEST(AUse, RefusesAnotherUseByTheNameOfItsOption) {
+  const std::vector<std::pair<Arguments, std::string>> refused{
+      {{"--list", "--dialog"}, "--dialog or --no-dialog"},
+      {{"--list", "--applications", "on"}, "--applications"},
+      {{"--reset-defaults", "--list"}, "--list"},
+      {{"--reset-defaults", "--list-presets"}, "--list-presets"},
+      {{"--reset-defaults", "--delete-preset", "A"}, "--delete-preset"},
+      {{"--reset-defaults", "--all-gtk"}, "--all-gtk"},
+      {{"--list", "--json", "--wait", "a.pdf"}, "files, --wait, --json"}};
+  for (const auto& [arguments, options] : refused) {
+    const auto failure = failureOf([&given = arguments] { parseCommandLine(given); });
+    EXPECT_THAT(failure.what(), EndsWith("; leave " + options + " out"));
+  }
+}
+
+TEST(TheNamesOfAllOptions, HaveTheirDashes) {
+  EXPECT_THAT(optionNames(), testing::IsSupersetOf({"-h", "-E", "--list", "--set", "--help"}));
+}
+
 TEST(AUse, RefusesFilesThatItWouldIgnore) {
   for (const Arguments& use : {Arguments{"--list"}, {"--reset-defaults"}, {"--applications", "off"}}) {
     auto arguments = use;
