@@ -207,10 +207,12 @@ void ChosenPrinter::selectFirst(const Options& asked) {
 
 void ChosenPrinter::onSelected() {
   const auto asked = asSpelled(current_.ppd.get(), line_.options);
-  tabs_.rememberRows(asked);
-  tabs_.fitWidth();
   const auto selected = selection_.name();
   const bool isOther = !selected.empty() && selected != current_.name;
+  // GTK prefers the user's saved options to its settings.
+  if (!isOther && !asked.empty()) static_cast<void>(tabs_.showOptions(asked, current_.ppd.get()));
+  tabs_.rememberRows(asked);
+  tabs_.fitWidth();
   if (!isOther) presets_.showPages(asked);
   follow();
   if (!isOther) becomeReady();

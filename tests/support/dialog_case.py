@@ -210,8 +210,17 @@ class PrintDialog:
 
     def choose_by_keys(self, name, *keys):
         """Opens the menu of this name, moves in it by these keys and takes the choice."""
-        self.click(until(lambda: self.look("combo box", name) or self.look_past(name, "combo box"), f"menu {name!r}"))
+        self.click(self._menu(name))
         self.keys(*keys, "Return")
+
+    def chosen(self, page, name):
+        """The choice that the menu of this name shows, on the page of this title."""
+        self.page(page)
+        # The first label is empty.
+        return [node.name for node in self._menu(name).all() if node.role == "label"][-1]
+
+    def _menu(self, name):
+        return until(lambda: self.look("combo box", name) or self.look_past(name, "combo box"), f"menu {name!r}")
 
     def look_past(self, label, role):
         """The first node of this role after a label. Finds the controls that the toolkit makes for a PPD, which have no names."""

@@ -29,16 +29,39 @@ Glib::RefPtr<Gio::File> fileAt(const std::string& uri) {
   return unresolved || path.empty() ? file : Gio::File::create_for_path(path);
 }
 
-// A new file that is written beside the old one, if there is one, and replaces it in finish(). Without that
-// it is removed.
+// Without its former mode the file stays private.
+void restoreMode(const Glib::RefPtr<Gio::File>& file, std::uint32_t mode) {
+  try {
+    file->set_attribute_uint32("unix::mode", mode, Gio::FileQueryInfoFlags::NONE);
+  } catch (const Glib::Error&) {
+    return;
+  }
+}
+
+// None if there is a file already.
+Glib::RefPtr<Gio::FileOutputStream> newFile(const Glib::RefPtr<Gio::File>& file) {
+  try {
+    return file->create_file();
+  } catch (const Gio::Error& failure) {
+    if (failure.code() != Gio::Error::EXISTS) throw;
+    return {};
+  }
+}
+
+// A new file, in its place or beside an old one, which it replaces in finish(). Without finish() it is
+// removed.
 class Replacement {
  public:
-  Replacement(const Glib::RefPtr<Gio::File>& file, bool exists)
-      : stream_(file->replace(
-            "", false,
-            exists ? Gio::File::CreateFlags::REPLACE_DESTINATION | Gio::File::CreateFlags::PRIVATE
-                   : Gio::File::CreateFlags::REPLACE_DESTINATION)),
-        inItsPlace_(exists ? nullptr : file) {}
+  explicit Replacement(const Glib::RefPtr<Gio::File>& file) : stream_(newFile(file)) {
+    if (stream_) {
+      inItsPlace_ = file;
+      return;
+    }
+    mode_ = file->query_info("unix::mode")->get_attribute_uint32("unix::mode");
+    old_ = file;
+    stream_ = file->replace("", false,
+                            Gio::File::CreateFlags::REPLACE_DESTINATION | Gio::File::CreateFlags::PRIVATE);
+  }
   Replacement(const Replacement&) = delete;
   Replacement& operator=(const Replacement&) = delete;
   ~Replacement() {
@@ -60,6 +83,7 @@ class Replacement {
       throw Gio::Error(Gio::Error::FAILED, std::to_string(size) + " ≠ " + std::to_string(bytes_));
     stream_->close();
     isFinished_ = true;
+    if (old_) restoreMode(old_, mode_);
     return bytes_;
   }
 
@@ -78,35 +102,22 @@ class Replacement {
   }
 
   Glib::RefPtr<Gio::FileOutputStream> stream_;
-  // The new file if there was no old one; null otherwise.
-  Glib::RefPtr<Gio::File> inItsPlace_;
+  Glib::RefPtr<Gio::File> inItsPlace_;  // the new file; null if there is an old one
+  Glib::RefPtr<Gio::File> old_;         // null if there is none
+  std::uint32_t mode_ = 0;              // the old file's permissions
   std::uint64_t bytes_ = 0;
   bool isFinished_ = false;
 };
 
-// Without its former mode the file stays private.
-void restoreMode(const Glib::RefPtr<Gio::File>& file, std::uint32_t mode) {
-  try {
-    file->set_attribute_uint32("unix::mode", mode, Gio::FileQueryInfoFlags::NONE);
-  } catch (const Glib::Error&) {
-    return;
-  }
-}
-
 std::uint64_t replace(const Glib::RefPtr<Gio::File>& file, Document& document,
                       const std::function<void()>& check) {
-  const bool exists = file->query_exists();
-  const auto mode =
-      exists ? file->query_info("unix::mode")->get_attribute_uint32("unix::mode") : std::uint32_t{0};
-  Replacement replacement(file, exists);
+  Replacement replacement(file);
   document.read([&](std::span<const char> piece) {
     check();
     replacement.write(piece);
     return true;
   });
-  const auto bytes = replacement.finish();
-  if (exists) restoreMode(file, mode);
-  return bytes;
+  return replacement.finish();
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ DUPLEX = """\
 *OpenGroup: TandemTrim"""
 
 GLUE = """\
+*OpenGroup: ColorPage/Color
 *OpenUI *Glue/Glue: PickOne
 *OrderDependency: 15 AnySetup *Glue
 *DefaultGlue: None
@@ -27,6 +28,7 @@ GLUE = """\
 *Glue Hot/Hot: ""
 *Glue Cold/Cold: ""
 *CloseUI: *Glue
+*CloseGroup: ColorPage
 
 *OpenGroup: TandemTrim"""
 
@@ -311,6 +313,8 @@ class DialogPagesTest(DialogCase):
         self.add_option(GLUE)
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Hot", "-o", "number-up=2")
         dialog = self.shown("-o", "glue=Cold number-up=4")
+        shown = dialog.chosen("Color", "Glue"), dialog.chosen("Page Setup", "Pages per side")
+        self.assertEqual(shown, ("Cold", "4"))
         dialog.press("Print")
         options = self.printed(dialog).options
         self.assertEqual((options.get("Glue"), options.get("number-up")), ("Cold", "4"))

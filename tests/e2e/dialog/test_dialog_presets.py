@@ -533,13 +533,6 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.pick(dialog, NAME)
         self.wait_for(dialog, NAME)
 
-    def row(self, dialog, page, name):
-        """The choice that a row of the page shows."""
-        dialog.page(page)
-        menu = until(lambda: dialog.look("combo box", name) or dialog.look_past(name, "combo box"), f"menu {name!r}")
-        # The first label is empty.
-        return [node.name for node in menu.all() if node.role == "label"][-1]
-
     def sent(self, dialog):
         """Prints one copy and returns the job's options that are in EXPECTED."""
         dialog.press("Print")
@@ -551,13 +544,13 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.run_command("lpoptions", "-p", "Morva", "-o", "Glue=Cold", "-o", "x-note=saved")
         self.save(NAME, *ACTS, *OF_PAGES)
         dialog = self.shown()
-        self.assertEqual(self.row(dialog, "Color", "Glue"), "Cold")
+        self.assertEqual(dialog.chosen("Color", "Glue"), "Cold")
         dialog.page("Tandem Trim")
         self.choose(dialog)
-        self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
-        shown = {name: self.row(dialog, "Page Setup", name) for name in ("Two-sided", "Pages per side", "Paper size", "Orientation")}
+        self.assertEqual(dialog.chosen("Color", "Glue"), "Hot")
+        shown = {name: dialog.chosen("Page Setup", name) for name in ("Two-sided", "Pages per side", "Paper size", "Orientation")}
         self.assertEqual(shown, {"Two-sided": "Short Edge (Flip)", "Pages per side": "2", "Paper size": "A3", "Orientation": "Landscape"})
-        self.assertEqual(self.row(dialog, "Job", "Priority"), "High")
+        self.assertEqual(dialog.chosen("Job", "Priority"), "High")
         dialog.page("General")
         self.assertTrue(dialog.is_checked("Reverse"))
         self.assertEqual(self.sent(dialog), EXPECTED)
@@ -572,7 +565,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.wait_for(dialog, f"{NAME}, changed")
         self.pick(dialog, "Revert to Preset")
         self.wait_for(dialog, NAME)
-        self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
+        self.assertEqual(dialog.chosen("Color", "Glue"), "Hot")
         dialog.choose_by_keys("Glue", "End")
         dialog.page("Tandem Trim")
         self.pick(dialog, "Save")
@@ -617,7 +610,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.says("Glue: this printer does not allow Warm")
         self.answer(dialog, "Close")
         self.wait_for(dialog, f"{NAME}, changed")
-        self.assertEqual(self.row(dialog, "Color", "Glue"), "Off")
+        self.assertEqual(dialog.chosen("Color", "Glue"), "Off")
         sent = self.sent(dialog)
         self.assertEqual((sent["Glue"], sent["x-note"]), ("None", "preset"))
 
@@ -650,7 +643,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
                 self.save(NAME, *ACTS, "-o", f"job-sheets={sheets}")
                 dialog = self.shown()
                 self.choose(dialog)
-                self.assertEqual([self.row(dialog, "Job", name) for name in ("Before", "After")], [before, after])
+                self.assertEqual([dialog.chosen("Job", name) for name in ("Before", "After")], [before, after])
                 dialog.close()
                 (self.folder / f"{NAME}.json").unlink()
 
@@ -694,7 +687,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         self.choose(dialog)
         self.pick(dialog, "Plain")
         self.wait_for(dialog, "Plain")
-        self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
+        self.assertEqual(dialog.chosen("Color", "Glue"), "Hot")
         sent = self.sent(dialog)
         self.assertEqual(sent["Glue"], "Hot")
         self.assertNotIn("x-note", sent)
@@ -708,7 +701,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
                 self.pick(dialog, "Use by Default on This Printer")
             self.assertEqual(self.chosen(dialog), f"{NAME}, changed")
             self.assertEqual(dialog.text("Top Margin"), "4")
-            self.assertEqual(self.row(dialog, "Page Setup", "Two-sided"), "Short Edge (Flip)")
+            self.assertEqual(dialog.chosen("Page Setup", "Two-sided"), "Short Edge (Flip)")
             self.assertEqual(self.sent(dialog), EXPECTED | {"Glue": "Cold", "x-note": "asked"})
 
     def test_choosing_a_printer_again_restores_its_preset(self):
@@ -725,7 +718,7 @@ class DialogPresetsOfAllPagesTest(DialogPresetsCase):
         dialog.select_printer("Morva")
         dialog.page("Tandem Trim")
         self.wait_for(dialog, NAME)
-        self.assertEqual(self.row(dialog, "Color", "Glue"), "Hot")
+        self.assertEqual(dialog.chosen("Color", "Glue"), "Hot")
         self.assertEqual(self.sent(dialog), EXPECTED)
 
 

@@ -123,9 +123,7 @@ class Applications:
                 dialog.wait_until_gone()
                 # The home folder, as this user has no documents folder.
                 saved = pathlib.Path(self.environment()["HOME"], name)
-                # The file appears only when it is complete.
-                until(saved.exists, f"the file {name}")
-                self.assertTrue(saved.read_bytes().startswith(beginning))
+                until(lambda: saved.exists() and saved.read_bytes().startswith(beginning), f"the file {name}")  # noqa: B023
         self.assert_nothing_was_sent()
 
     def test_the_editor_survives_when_the_backend_is_killed_and_prints_with_the_next_one(self):
