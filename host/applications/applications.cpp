@@ -79,7 +79,7 @@ bool writeMarkedLines(const MarkedFile& file, const Lines& lines) {
   fs::create_directories(file.path.parent_path(), failed);
   if (failed)
     throw Failure(file.path.parent_path().string() + " cannot be created: " + failed.message() +
-                  "; nothing was changed");
+                  "; create it, then run the command again");
   replaceFile(file.path, text);
   return true;
 }

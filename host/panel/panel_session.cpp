@@ -47,8 +47,8 @@ Options addDefaults(const std::vector<std::string>& keywords, const Options& def
 std::string correctedText(const IllegalValue& corrected) {
   const auto& [setting, suggested] = corrected;
   return setting.keyword + ": the default " + shortText(setting.value) +
-         " is not allowed on this printer (allowed: " + allowedValues(setting) + "); the job gets " +
-         suggested;
+         " is not allowed on this printer (allowed: " + allowedValues(setting) + "); " + suggested +
+         " is used instead";
 }
 
 }  // namespace

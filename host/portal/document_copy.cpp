@@ -28,9 +28,10 @@ constexpr std::size_t kPieceOfCopy = 262'144;
 constexpr std::uint64_t kRoomLeft = 64U << 20U;
 
 Failure notKept(int error) {
-  return Failure(Trouble::document, Fact("[file] cannot be kept until it is printed: [words]"_fact,
-                                         {{"[file]", std::string(g_get_tmp_dir())},
-                                          {"[words]", std::string(std::strerror(error))}}));
+  return Failure(
+      Trouble::document,
+      Fact("the document cannot be kept in [folder] until it is printed: [words]"_fact,
+           {{"[folder]", std::string(g_get_tmp_dir())}, {"[words]", std::string(std::strerror(error))}}));
 }
 
 Failure notRead(const std::string& words) {

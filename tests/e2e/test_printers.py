@@ -85,10 +85,10 @@ class PrintersTest(TerminalCase):
             options, said = self.sent_to_narrow(*each("--set", acts))
             self.assertEqual(options, expected)
             for side in ("Top", "Left"):
-                self.assertRegex(said, rf"{MARGINS[side]}: the default 5 is not allowed .*0 to 3.*the job gets 3")
+                self.assertRegex(said, rf"{MARGINS[side]}: the default 5 is not allowed .*0 to 3.*3 is used instead")
         options, said = self.sent_to_narrow("--set", "Valid=On", "--set", "Top=2", "--restore-defaults")
         self.assertEqual(options, expected)
-        self.assertEqual(said.count("the job gets 3"), 2)
+        self.assertEqual(said.count("3 is used instead"), 2)
 
     def test_a_users_value_beyond_the_limits_is_refused_even_if_it_equals_the_default(self):
         self.add_narrow_queue()

@@ -114,13 +114,13 @@ inline constexpr const char* kNextPageText = "Next page";
 
 /// What the user can do about each trouble.
 inline constexpr std::array kTroubleTexts{
-    std::pair{Trouble::other, "The job could not be printed. Try again, or choose another printer."},
+    std::pair{Trouble::other, "That did not work. Try again, or choose another printer."},
     std::pair{Trouble::plugin,
               "The printer's plug-in is missing or does not work. Print without these settings, or have the "
               "plug-in installed again."},
-    std::pair{
-        Trouble::noServer,
-        "The print server does not answer. Make sure that it is running and can be reached, then try again."},
+    std::pair{Trouble::noServer,
+              "The print server cannot be used at present. Make sure that it is running and can be reached, "
+              "then try again."},
     std::pair{Trouble::unauthorized,
               "The print server requires a password and accepted none. Try again, or ask its "
               "administrator."},
@@ -139,9 +139,7 @@ inline constexpr std::array kTroubleTexts{
     std::pair{Trouble::format,
               "The printer cannot print documents of this kind. Choose another printer, or save the document "
               "as a PDF file and print that."},
-    std::pair{Trouble::document,
-              "The document cannot be read. Make sure that it still exists and that you may open it, then "
-              "try again."},
+    std::pair{Trouble::document, "The document cannot be printed. Check it, then try again."},
     std::pair{Trouble::unconfirmedJob,
               "The print server did not confirm the job, which may still be printed. Look for it in the "
               "printer's queue before you print again."},

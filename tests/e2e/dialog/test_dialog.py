@@ -403,7 +403,7 @@ class DialogTest(DialogCase):
         missing = self.temporary_folder() / "missing.pdf"
         for close in (lambda: dialog.press("Close"), lambda: dialog.keys("Return"), lambda: dialog.keys("Escape")):
             dialog = self.dialog("-d", "Morva", documents=[missing])
-            dialog.says("The document cannot be read. Make sure that it still exists")
+            dialog.says("The document cannot be printed. Check it")
             dialog.says(f"{missing} cannot be read")
             close()
             status, out, said = dialog.ends()

@@ -70,7 +70,7 @@ class DialogPrintersTest(DialogCase):
         dialog.press("Print")
         dialog.says("Sending…")
         self.assertEqual(dialog.program.value(dialog.find("progress bar", "")), 0)
-        dialog.says("does not answer")
+        dialog.says("The print server cannot be used at present")
 
     def test_a_value_that_the_printer_does_not_allow_is_shown_and_can_be_corrected(self):
         dialog = self.panel("-o", "MVTandemTrim=On MVLeftMargin=18")
@@ -292,7 +292,7 @@ class DialogPrintersTest(DialogCase):
         self.addCleanup(self.cups.thaw)
         dialog = self.dialog("-d", "Morva", "-o", "MVTopMargin=7", TANDEM_TRIM_TIMEOUT="1")
         for _ in range(2):
-            dialog.says("The print server does not answer")
+            dialog.says("The print server cannot be used at present")
             reports = [label for label in dialog.labels() if "127.0.0.1" in label]
             self.assertEqual(len(reports), 1, reports)
             self.assertEqual([tab.name for tab in dialog.tabs() if tab.name == "Printer Settings"], [])
@@ -459,7 +459,7 @@ class DialogPrintersTest(DialogCase):
         dialog = self.live_panel()
         dialog.find("spin button", "Top Margin")
         self.cups.kill()
-        self.refused_at_print(dialog, "The print server does not answer.")
+        self.refused_at_print(dialog, "The print server cannot be used at present.")
 
     def test_a_printer_that_was_removed_is_reported_and_print_stays_ready(self):
         self.cups.add_queue("Other", PPD)

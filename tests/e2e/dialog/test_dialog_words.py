@@ -53,14 +53,14 @@ class DialogWordsTest(DialogCase):
     def test_a_server_that_refuses_the_connection_is_reported(self):
         dialog = self.ready()
         self.cups.kill()
-        what = "The print server does not answer. Make sure that it is running and can be reached, then try again."
+        what = "The print server cannot be used at present. Make sure that it is running and can be reached, then try again."
         self.assert_shown(self.prints(dialog), what, "antwortet kein Druckserver")
 
     def test_a_server_that_does_not_answer_is_reported(self):
         dialog = self.ready(TANDEM_TRIM_TIMEOUT="1")
         self.cups.freeze()
         self.addCleanup(self.cups.thaw)
-        what = "The print server does not answer. Make sure that it is running and can be reached, then try again."
+        what = "The print server cannot be used at present. Make sure that it is running and can be reached, then try again."
         self.assert_shown(self.prints(dialog), what, "hat nicht innerhalb von 1 s geantwortet.")
 
     def test_a_printer_that_does_not_exist_is_reported(self):
@@ -81,14 +81,14 @@ class DialogWordsTest(DialogCase):
         self.assert_shown(self.prints(dialog), what, "Morva hat sample.pdf nicht angenommen.", "kann Dokumente dieser Art nicht drucken. Meldung:", "application/x-nothing")
 
     def test_a_missing_document_is_reported(self):
-        what = "The document cannot be read. Make sure that it still exists and that you may open it, then try again."
+        what = "The document cannot be printed. Check it, then try again."
         missing = str(self.temporary_folder() / "missing.pdf")
         self.assert_shown(self.german("-d", "Morva", documents=(missing,)), what, f"{missing} kann nicht gelesen werden")
 
     def test_an_empty_document_is_reported(self):
         empty = self.temporary_folder() / "empty.pdf"
         empty.touch()
-        what = "The document cannot be read. Make sure that it still exists and that you may open it, then try again."
+        what = "The document cannot be printed. Check it, then try again."
         self.assert_shown(self.german("-d", "Morva", documents=(empty,)), what, "empty.pdf ist leer.")
 
     def test_a_missing_password_is_reported(self):
@@ -130,12 +130,12 @@ class DialogWordsTest(DialogCase):
 
     def test_a_title_that_would_be_lost_is_reported(self):
         dialog = self.ready("-t", "x" * 2000)
-        what = "The job could not be printed. Try again, or choose another printer."
+        what = "That did not work. Try again, or choose another printer."
         self.assert_shown(self.prints(dialog), what, "Der Titel des Auftrags")
 
     def test_an_option_that_would_be_lost_is_reported(self):
         dialog = self.ready("-o", "x-note={a=b}")
-        what = "The job could not be printed. Try again, or choose another printer."
+        what = "That did not work. Try again, or choose another printer."
         self.assert_shown(self.prints(dialog), what, "Der Wert von x-note kann nicht gesendet werden: {a=b}")
 
     def test_a_missing_plugin_is_reported(self):

@@ -223,7 +223,7 @@ class SwitchingTest(TerminalCase):
 
     def test_a_folder_that_cannot_be_written_is_named(self):
         (self.folder / "home/.config").write_text("a file")
-        self.fails(*ON, words=[str(self.settings.parent), "nothing was changed"])
+        self.fails(*ON, words=[str(self.settings.parent), "create it"])
         (self.folder / "home/.config").unlink()
         self.write_users_settings("[preferred]\ndefault=kde\n")
         before = self.files()

@@ -411,8 +411,8 @@ TEST_P(AnIllegalDefault, IsCorrectedWithANoteWhileThePanelIsOn) {
   const auto result = play({});
   EXPECT_EQ(stored(keyword), corrected);
   EXPECT_THAT(messages, ElementsAre(keyword + ": the default " + value +
-                                    " is not allowed on this printer (allowed: " + allowed +
-                                    "); the job gets " + corrected));
+                                    " is not allowed on this printer (allowed: " + allowed + "); " +
+                                    corrected + " is used instead"));
   EXPECT_THAT(result.illegalDefaults, IsEmpty());
   EXPECT_EQ(result.summary.front().value, stored("FakeTop"));
 }

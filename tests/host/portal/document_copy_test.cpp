@@ -183,7 +183,7 @@ TEST_F(CopiedDocument, IsRefusedIfItDoesNotFit) {
   const FileLimit limit;
   const auto result = copyOf(file);
   EXPECT_FALSE(result.isCopied);
-  EXPECT_THAT(result.failure, testing::StartsWith(g_get_tmp_dir() + std::string(" cannot be kept")));
+  EXPECT_THAT(result.failure, HasSubstr("the document cannot be kept in " + std::string(g_get_tmp_dir())));
 }
 
 TEST_F(CopiedDocument, IsRefusedIfTheSystemIsOutOfThreads) {
