@@ -98,7 +98,7 @@ class Bench:
     def numbers(self, *command, **how):
         """The numbers that a measuring program prints, by their names; those of one name in the order of their lines."""
         counts = {}
-        for name, number in re.findall(r"^(.*)\t(\d+)$", self.run(command, **how), re.MULTILINE):
+        for name, number in re.findall(r"^(.*)\t(-?\d+)$", self.run(command, **how), re.MULTILINE):
             counts.setdefault(name, []).append(int(number))
         return counts
 

@@ -14,6 +14,7 @@ shopt -s nullglob
 targets=("$programs"/fuzz_*[a-z])
 targets=("${targets[@]##*/fuzz_}")
 [ $# -eq 1 ] || targets=("${@:2}")
+[ ${#targets[@]} -gt 0 ] || { echo "there are no programs in $programs; build and run them with make fuzz" >&2; exit 1; }
 
 # run_fuzzer PROGRAM TARGET SECONDS LOG [option ...]
 run_fuzzer() {

@@ -109,6 +109,8 @@ class Soak:
         for name, count in sorted(read_totals().items()):
             print(f"{name:>20}: {self._tried[name]:>14,}   in all {count:>16,}")
         print(f"{len(self._failed)} runs failed")
+        if not self._tried.total():
+            sys.exit("nothing was tried")
         return 1 if self._failed else 0
 
 

@@ -20,7 +20,7 @@ def figures(screen, mode, command):
     if result.returncode != 0:
         sys.exit(f"{' '.join(command)}: {result.stderr}")
     # The dialog may print other lines.
-    return [int(line) for line in result.stdout.splitlines() if line.isdigit()]
+    return [int(line) for line in result.stdout.splitlines() if line.removeprefix("-").isdigit()]
 
 
 def switch_animations_off():
