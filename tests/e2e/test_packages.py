@@ -101,7 +101,7 @@ class PackagesTest(TerminalCase):
         self.assertEqual((service["Exec"], unit["ExecStart"]), (BACKEND, BACKEND))
         self.assertIn("." + BACKEND, self.files(self.gtk))
 
-    def test_each_program_has_its_manual_page_in_its_package(self):
+    def test_the_terminal_program_and_the_print_backend_have_manual_pages_in_their_packages(self):
         self.assertIn("./usr/share/man/man1/tandem-trim.1.gz", self.files(self.terminal))
         self.assertIn("./usr/share/man/man8/tandem-trim-portal.8.gz", self.files(self.gtk))
 

@@ -65,7 +65,7 @@ COMPLAINT = re.compile(
 FOREIGN = (
     "failed to contact colord",  # GTK asks services of the system bus, which tests do not have
     "Couldn't connect to D-Bus system bus",
-    "minimum height for width of 1048576",  # GTK gives a label in two scripts that may wrap a greater height, however wide it is
+    "minimum height for width of 1048576",  # what GTK says of a label that may wrap and has two scripts
 )
 
 # Words that help only a user at a terminal.

@@ -385,7 +385,10 @@ class DialogPagesTest(DialogCase):
         self.assertEqual(self.kept_for_all_jobs(), expected)
 
     def keeps_the_queues_values(self, saved):
-        """Chooses the queue's values and uses them for all jobs, where all pages began with other ones; `saved` is the file of those."""
+        """Saves OTHERS as the user's options in this file, then chooses the queue's own values for all jobs in a dialog.
+
+        Returns the options that the dialog's job has of its pages, and all those of a later job by lp.
+        """
         saved.parent.mkdir(exist_ok=True)
         saved.write_text(f"Dest Morva {' '.join(f'{keyword}={value}' for keyword, value in OTHERS.items())}\n")
         dialog = self.live_panel(XDG_STATE_HOME=str(self.temporary_folder()))

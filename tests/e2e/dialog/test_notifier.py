@@ -82,7 +82,7 @@ class NotifierTest(TerminalCase):
         self.assertEqual(self.run_notifier(self.order(watched=1)), (0, ""))
         self.assertEqual(self.headings(), ["first"])
 
-    def test_the_notifier_ends_when_the_job_ends(self):
+    def test_the_notifier_ends_at_once_if_the_job_has_ended(self):
         self.release_job()
         self.cups.wait_for_jobs()
         self.assertEqual(self.run_notifier(self.order()), (0, ""))
